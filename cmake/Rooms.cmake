@@ -1,0 +1,34 @@
+# Compiler settings that every target of the project shares.
+add_library(tessaly_settings INTERFACE)
+target_compile_options(tessaly_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion)
+if(TESSALY_WERROR)
+  target_compile_options(tessaly_settings INTERFACE -Werror)
+endif()
+if(TESSALY_SANITIZE)
+  target_compile_options(tessaly_settings INTERFACE -fsanitize=${TESSALY_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all)
+  target_link_options(tessaly_settings INTERFACE -fsanitize=${TESSALY_SANITIZE})
+endif()
+target_include_directories(tessaly_settings INTERFACE ${CMAKE_SOURCE_DIR})
+
+# tessaly_room(NAME LINKS...): one static library of all sources in the calling folder.
+function(tessaly_room name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "^$")
+  if(NOT sources)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE tessaly_settings ${ARGN})
+    return()
+  endif()
+  add_library(${name} STATIC ${sources})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(${name} PUBLIC tessaly_settings ${ARGN})
+endfunction()
+
+# tessaly_program(NAME LINKS...): main.cpp of the calling folder on top of the given libraries.
+function(tessaly_program name)
+  add_executable(${name} ${CMAKE_CURRENT_SOURCE_DIR}/main.cpp)
+  target_link_libraries(${name} PRIVATE tessaly_settings ${ARGN})
+endfunction()

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "model/ClassicCommand.h"
+#include "model/DecodingList.h"
+
+namespace tessaly {
+
+// "Set - ", "Toggle up - ", "ac: 80 - ".
+[[nodiscard]] std::string actionText(const ClassicCommand& command, const KeywordEntry* entry);
+
+// The readable line of a valid command, with the list of its (cd, co) or null.
+[[nodiscard]] std::string describeClassic(const ClassicCommand& command, const DecodingList* list);
+
+// The same with the site's lists.
+[[nodiscard]] std::string describeClassic(const ClassicCommand& command, DecodingLists& lists);
+
+// Value text of one parameter, read at `position`, which moves past it; nothing when the bytes run out before it.
+[[nodiscard]] std::optional<std::string> parameterText(const ClassicCommand& command, const KeywordEntry& entry,
+                                                       const ParameterDescriptor& descriptor,
+                                                       std::size_t& position);
+
+}  // namespace tessaly

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dictionary/FunctionDictionary.h"
+
+namespace tessaly {
+
+struct MacroParameter {
+  std::string name;
+  std::string value;       // as stored in the file
+  std::string shownValue;  // equal to `value` after a load
+};
+
+// One `cmd` of a macro file. All texts are bytes as the file holds them.
+struct MacroCommand {
+  std::string fid, workplace, group, module, widget;
+  std::vector<MacroParameter> parameters;
+  bool firstMarker = true;    // display markers of the record; a fresh load clears the first
+  bool secondMarker = false;
+
+  // The part before the first "." of the fid; empty without a ".".
+  [[nodiscard]] std::string_view destination() const;
+  // The part after the first "."; the whole fid without a ".".
+  [[nodiscard]] std::string_view functionName() const;
+  // True when the part after the first "." contains "NCSCOMMAND".
+  [[nodiscard]] bool classic() const;
+};
+
+using MacroCommands = std::vector<MacroCommand>;
+
+enum class ParameterKind { kEnum, kInteger, kFloat, kInput, kTimecode };  // the order of writing
+
+// A command to be written: what an editor returns.
+struct CommandDraft {
+  struct Parameter {
+    ParameterKind kind;
+    std::string name;
+    std::string value;  // panel value
+    bool optional = false;
+  };
+  std::string fid;
+  std::vector<Parameter> parameters;  // kind by kind in writing order
+};
+
+// A draft for a function: every parameter of the record, kind by kind, with an empty value.
+[[nodiscard]] CommandDraft draftFor(std::string_view destinationPrefix, const FunctionRecord& function);
+
+}  // namespace tessaly

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <tinyxml.h>
+
+#include <string>
+#include <string_view>
+
+#include "model/ClassicCommand.h"
+#include "model/MacroCommand.h"
+#include "platform/SiteAccess.h"
+
+// Macro files (".mac", docs/macro-format.md). Each operation opens the file anew, works on the loaded tree and saves
+// the whole tree back if it changed something. Paths are site paths. All return true when done (and saved). A file
+// that does not parse is reported with "Cannot parse Macro: %s" and left alone. Names and values read are bytes in
+// the file's own encoding; a name to be written is given as UTF-8 and stored as UTF-8 when the document declares it
+// or has a declaration without encoding, else as Windows-1252. Blocking; not for two threads on one file.
+namespace tessaly {
+
+inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\MacroFid\\emptyMacro.mac";
+
+enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
+
+// Once the file has parsed, clears `commands` and fills it; false for a parse failure (list left alone) and for a
+// file without `macro` or `data` (list left empty).
+[[nodiscard]] bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands);
+
+// False and "???" when there is no name or the file does not parse.
+[[nodiscard]] bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name);
+
+// False, nothing saved, without a `macro` that has a name. On a parse failure `name` becomes "???".
+[[nodiscard]] bool renameMacro(const SiteAccess& site, std::string_view path, std::string& name);
+
+[[nodiscard]] bool createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath);
+
+[[nodiscard]] bool insertCommand(const SiteAccess& site, std::string_view path, int position,
+                                 const CommandDraft& draft, int workplace, InsertMode mode);
+
+[[nodiscard]] bool appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
+                                        const ClassicCommand& command, InsertMode mode, int mainframe);
+
+[[nodiscard]] bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
+                                  std::string_view keyPath);
+
+[[nodiscard]] bool removeCommand(const SiteAccess& site, std::string_view path, int number);
+
+// Writes into the first parameter that has a value, of the first command at or after `number` that has one. When
+// none has, the unchanged tree is saved and the result is false.
+[[nodiscard]] bool setCommandValue(const SiteAccess& site, std::string_view path, int number,
+                                   const std::string& value);
+
+// One document held open across many value changes.
+class HeldMacro {
+ public:
+  // Discards the previous document. On failure (reported) an empty one is held.
+  [[nodiscard]] bool open(const SiteAccess& site, std::string_view path);
+  [[nodiscard]] bool setCommandValue(int number, const std::string& value);
+  // False, nothing written, when the held document is empty.
+  [[nodiscard]] bool save(const SiteAccess& site, std::string_view path) const;
+
+ private:
+  TiXmlDocument document_;
+  bool empty_ = true;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace tessaly {
+
+// One FTP transfer after another, each on a connection of its own: passive mode (the address in the server's reply
+// is ignored in favour of the peer's), binary, connect time-out 5 s, given up when no byte moved for 10 s.
+// Blocking: call it from a worker thread when a person waits. Never throws. Thread-safe across objects.
+class FtpClient {
+ public:
+  struct Login {
+    std::string user;
+    std::string secret;  // never printed
+  };
+
+  enum class Result { kDone, kRefusedLogin, kNotFound, kUnreachable, kStalled, kCut, kFull, kLocalFile, kCancelled,
+                      kFailed };
+
+  // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
+  FtpClient(std::string host, std::uint16_t port, Login login);
+
+  // Fetches a remote file (absolute path). The bytes go beside `hostPath` and are renamed over it only when the
+  // whole file came; otherwise the old file stays as it was.
+  [[nodiscard]] Result get(const std::string& remotePath, const std::string& hostPath);
+
+  // Sends a local file. Missing remote folders are not made.
+  [[nodiscard]] Result put(const std::string& hostPath, const std::string& remotePath);
+
+  // Ends a running transfer from another thread within a second; later transfers of this object fail at once.
+  void cancel();
+
+  // One line for the status strip, such as "the panel refused the login".
+  [[nodiscard]] static const char* describe(Result result);
+
+ private:
+  std::string host_;
+  std::uint16_t port_;
+  Login login_;
+  std::atomic<bool> cancelled_{false};
+};
+
+}  // namespace tessaly

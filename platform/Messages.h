@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace tessaly {
+
+enum class MessageIcon { kNone, kExclamation, kQuestion };
+enum class MessageButtons { kOk, kOkCancel };
+
+// How plain code tells the user something: a modal box in the program, a line on standard error in the
+// command-line twin, a record in tests. Callable from any thread; `ask` blocks until answered.
+class Messages {
+ public:
+  virtual ~Messages() = default;
+
+  // Shows `text` with an OK button. Text is a byte string, as the files gave it.
+  virtual void show(const std::string& text, MessageIcon icon = MessageIcon::kExclamation) = 0;
+
+  // Shows `text` with OK and Cancel; true for OK.
+  [[nodiscard]] virtual bool ask(const std::string& text, MessageIcon icon = MessageIcon::kQuestion) = 0;
+};
+
+}  // namespace tessaly

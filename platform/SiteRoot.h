@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// Turns the fixed paths of a site ("c:\programme\RV48\bin\MacroFid\tempA.mac") into paths of this host.
+//
+// Model and window code speak site paths only; every file access goes through `resolve`. On Windows a site path
+// is the host path. Elsewhere the drive letter is a folder under the root (`<root>/c/...`), `\` and `/` separate,
+// runs of separators count as one, and a component that does not exist in its exact spelling is matched without
+// regard to case (the first match in sorted order wins). Components that do not exist are kept as spelled. A
+// native absolute path ("/srv/appli") is taken as it is.
+//
+// Thread-safe: immutable after construction, looks at the file system at each call.
+class SiteRoot {
+ public:
+  explicit SiteRoot(std::filesystem::path root);
+
+  // `option` if not empty, else TESSALY_ROOT, else $XDG_DATA_HOME/tessaly, else ~/.local/share/tessaly.
+  [[nodiscard]] static SiteRoot fromEnvironment(const std::string& option);
+
+  [[nodiscard]] const std::filesystem::path& path() const { return root_; }
+
+  // The host path of a site path. A component ".." or an embedded NUL names nothing: the result is then empty,
+  // and every file operation on it fails.
+  [[nodiscard]] std::filesystem::path resolve(std::string_view sitePath) const;
+
+  // True when both site paths name the same place on this host.
+  [[nodiscard]] bool same(std::string_view first, std::string_view second) const;
+
+ private:
+  std::filesystem::path root_;
+};
+
+// True when `name`, taken from a file, a panel or an ini file, may be used as one path component: not empty, not
+// "." or "..", and without separators, a drive colon or NUL.
+[[nodiscard]] bool isPlainName(std::string_view name);
+
+}  // namespace tessaly

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Number and text conversions of the C library's rules, free of the locale.
+namespace tessaly {
+
+// As atoi: leading white space, a sign, decimal digits; 0 without digits; clamped to 32 bits.
+[[nodiscard]] std::int32_t parseInt(std::string_view text);
+
+// As atof, but always with "." as the decimal point; 0 when no number stands at the start.
+[[nodiscard]] double parseDouble(std::string_view text);
+
+// printf into a string; "." is the decimal point whatever the locale. The format is always a literal of ours.
+[[nodiscard]] std::string format(const char* pattern, ...) __attribute__((format(printf, 1, 2)));
+
+// `text` with every occurrence of `from` (not empty) replaced.
+[[nodiscard]] std::string replaceAll(std::string text, std::string_view from, std::string_view to);
+
+[[nodiscard]] std::string toUpperAscii(std::string_view text);
+[[nodiscard]] bool equalNoCase(std::string_view first, std::string_view second);   // ASCII letters only
+[[nodiscard]] bool endsWithNoCase(std::string_view text, std::string_view suffix);
+
+[[nodiscard]] bool isValidUtf8(std::string_view bytes);
+[[nodiscard]] std::string windows1252ToUtf8(std::string_view bytes);
+// Characters without a place in the code page become "?".
+[[nodiscard]] std::string utf8ToWindows1252(std::string_view utf8);
+// What to show for bytes of unknown origin: as they are when valid UTF-8, else read as Windows-1252.
+[[nodiscard]] std::string displayUtf8(std::string_view bytes);
+
+}  // namespace tessaly
