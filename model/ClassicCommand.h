@@ -9,13 +9,17 @@
 
 namespace tessaly {
 
-// Classic command: action, device code (cd), command code (co), keyword (kw) and parameter bytes, with a byte form
-// and a text form of two-digit hexadecimal bytes, each followed by a blank (docs/classic-commands.md).
+// One byte of two hexadecimal digits of either case; any other character counts as 0.
+[[nodiscard]] std::uint8_t hexByte(char high, char low);
+
+// Classic command: action, device code (cd), command code (co), keyword (kw) and parameter bytes, with a byte
+// form and a text form of two-digit hexadecimal bytes, each followed by a blank (docs/classic-commands.md).
 class ClassicCommand {
  public:
   static constexpr std::uint8_t kActionMask = 0xE0;
 
-  // Replaces everything; the record is valid afterwards. Only the action's top three bits are kept.
+  // Replaces everything; the record is valid afterwards. Only the action's top three bits are kept, and no
+  // more parameters than a 16-bit length can count (65,532).
   void build(std::uint8_t action, std::uint8_t cd, std::uint8_t co, std::uint8_t kw,
              std::span<const std::uint8_t> parameters);
 
