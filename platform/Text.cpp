@@ -1,0 +1,179 @@
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <locale.h>
+
+namespace tessaly {
+namespace {
+
+constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
+// The bytes 0x80 to 0x9F of the code page. The five unused ones stand for the control characters of the same
+// number, so that any bytes survive the way to UTF-8 and back.
+constexpr std::array<std::uint16_t, 32> kUpperControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+locale_t plainLocale() {
+  static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+  return plain;
+}
+
+class PlainLocaleScope {
+ public:
+  PlainLocaleScope() : previous_(uselocale(plainLocale())) {}
+  ~PlainLocaleScope() { uselocale(previous_); }
+  PlainLocaleScope(const PlainLocaleScope&) = delete;
+  PlainLocaleScope& operator=(const PlainLocaleScope&) = delete;
+
+ private:
+  locale_t previous_;
+};
+
+char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+struct CodePoint {
+  char32_t value;
+  std::size_t length;  // bytes; 0 for a malformed sequence
+};
+
+// Decodes the sequence at the start of `bytes` (not empty).
+CodePoint decode(std::string_view bytes) {
+  const auto lead = static_cast<unsigned char>(bytes[0]);
+  if (lead < 0x80) return {lead, 1};
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length) return {0, 0};
+  char32_t value = lead & (0xFFu >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    const auto next = static_cast<unsigned char>(bytes[i]);
+    if ((next & 0xC0) != 0x80) return {0, 0};
+    value = (value << 6) | (next & 0x3Fu);
+  }
+  const bool overlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
+  const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
+  if (overlong || surrogate || value > 0x10FFFF) return {0, 0};
+  return {value, length};
+}
+
+char toCodePage(char32_t value) {
+  if (value < 0x80 || (value >= 0xA0 && value <= 0xFF)) return static_cast<char>(value);
+  const auto* const found = std::find(kUpperControls.begin(), kUpperControls.end(), value);
+  return found == kUpperControls.end() ? '?' : static_cast<char>(0x80 + (found - kUpperControls.begin()));
+}
+
+}  // namespace
+
+std::int32_t parseInt(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
+  // A plus sign counts only before a digit: "+-1" holds no number.
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  std::int32_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc::result_out_of_range) return value;
+  return text[0] == '-' ? std::numeric_limits<std::int32_t>::min() : std::numeric_limits<std::int32_t>::max();
+}
+
+double parseDouble(std::string_view text) {
+  const std::string terminated(text);
+  return strtod_l(terminated.c_str(), nullptr, plainLocale());
+}
+
+std::string format(const char* pattern, ...) {
+  const PlainLocaleScope scope;
+  std::array<char, 256> buffer;
+  va_list arguments;
+  va_list again;
+  va_start(arguments, pattern);
+  va_copy(again, arguments);
+  const int length = std::vsnprintf(buffer.data(), buffer.size(), pattern, arguments);
+  va_end(arguments);
+  std::string text;
+  if (length >= 0 && static_cast<std::size_t>(length) < buffer.size()) {
+    text.assign(buffer.data(), static_cast<std::size_t>(length));
+  } else if (length >= 0) {
+    text.resize(static_cast<std::size_t>(length));
+    std::vsnprintf(text.data(), text.size() + 1, pattern, again);
+  }
+  va_end(again);
+  return text;
+}
+
+std::string replaceAll(std::string text, std::string_view from, std::string_view to) {
+  if (from.empty() || text.find(from) == std::string::npos) return text;
+  std::string result;
+  result.reserve(text.size());
+  std::size_t start = 0;
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, start)) {
+    result.append(text, start, at - start).append(to);
+    start = at + from.size();
+  }
+  return result.append(text, start);
+}
+
+std::string toUpperAscii(std::string_view text) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(), upper);
+  return result;
+}
+
+bool equalNoCase(std::string_view first, std::string_view second) {
+  return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                    [](char a, char b) { return upper(a) == upper(b); });
+}
+
+bool endsWithNoCase(std::string_view text, std::string_view suffix) {
+  return text.size() >= suffix.size() && equalNoCase(text.substr(text.size() - suffix.size()), suffix);
+}
+
+bool isValidUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const CodePoint point = decode(bytes);
+    if (point.length == 0) return false;
+    bytes.remove_prefix(point.length);
+  }
+  return true;
+}
+
+std::string windows1252ToUtf8(std::string_view bytes) {
+  std::string result;
+  result.reserve(bytes.size());
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const unsigned value = byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80u] : byte;
+    if (value < 0x80) {
+      result += c;
+    } else if (value < 0x800) {
+      result += static_cast<char>(0xC0 | (value >> 6));
+      result += static_cast<char>(0x80 | (value & 0x3F));
+    } else {
+      result += static_cast<char>(0xE0 | (value >> 12));
+      result += static_cast<char>(0x80 | ((value >> 6) & 0x3F));
+      result += static_cast<char>(0x80 | (value & 0x3F));
+    }
+  }
+  return result;
+}
+
+std::string utf8ToWindows1252(std::string_view utf8) {
+  std::string result;
+  result.reserve(utf8.size());
+  while (!utf8.empty()) {
+    const CodePoint point = decode(utf8);
+    result += point.length == 0 ? '?' : toCodePage(point.value);
+    utf8.remove_prefix(std::max<std::size_t>(point.length, 1));
+  }
+  return result;
+}
+
+std::string displayUtf8(std::string_view bytes) {
+  return isValidUtf8(bytes) ? std::string(bytes) : windows1252ToUtf8(bytes);
+}
+
+}  // namespace tessaly

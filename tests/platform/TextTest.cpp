@@ -1,0 +1,85 @@
+#include <clocale>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+TEST(Text, NumbersReadAsTheCLibraryReadsThem) {
+  const struct {
+    const char* text;
+    std::int32_t integer;
+    double real;
+  } cases[] = {{"", 0, 0},
+               {" \t\r\n-12x", -12, -12},
+               {"+7", 7, 7},
+               {"+-7", 0, 0},
+               {"- 7", 0, 0},
+               {"abc", 0, 0},
+               {"0x1F", 0, 31},
+               {"1.5e2", 1, 150},
+               {".5", 0, 0.5},
+               {"1,5", 1, 1},
+               {"1e", 1, 1},
+               {"+.25abc", 0, 0.25},
+               {"1e999", 1, HUGE_VAL},
+               {"-inf", 0, -HUGE_VAL},
+               {"99999999999", std::numeric_limits<std::int32_t>::max(), 99999999999.0},
+               {"-2147483649", std::numeric_limits<std::int32_t>::min(), -2147483649.0}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(parseInt(c.text), c.integer) << c.text;
+    EXPECT_EQ(parseDouble(c.text), c.real) << c.text;
+  }
+  EXPECT_EQ(parseDouble(std::string_view("12345").substr(1, 2)), 23);  // the view's end counts
+}
+
+TEST(Text, TheDecimalPointIsIndependentOfTheLocale) {
+  const bool comma = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;  // where the machine has it
+  EXPECT_EQ(format("%.2f %s", 1.25, "x"), "1.25 x") << comma;
+  EXPECT_EQ(parseDouble("0.5"), 0.5) << comma;
+  std::setlocale(LC_NUMERIC, "C");
+}
+
+TEST(Text, LongTextsAreFormattedWhole) {
+  for (const int length : {0, 255, 256, 5000}) {
+    EXPECT_EQ(format("%*s|", length, ""), std::string(static_cast<std::size_t>(length), ' ') + "|");
+  }
+}
+
+TEST(Text, Replacing) {
+  EXPECT_EQ(replaceAll("aXXbXX", "XX", "XXX"), "aXXXbXXX");  // what was put in is not searched again
+  EXPECT_EQ(replaceAll("abc", "", "-"), "abc");
+  EXPECT_TRUE(endsWithNoCase("A.MaC", ".mac"));
+  EXPECT_FALSE(endsWithNoCase("mac", ".mac"));
+  EXPECT_FALSE(equalNoCase("key", "keys"));
+}
+
+TEST(Text, CodePages) {
+  const struct {
+    const char* bytes;
+    bool utf8;
+    const char* shown;
+    const char* codePage;
+  } cases[] = {{"plain", true, "plain", "plain"},
+               {"\xFC", false, "\xC3\xBC", "\xFC"},
+               {"\xC3\xBC", true, "\xC3\xBC", "\xFC"},
+               {"\x80\x81", false, "\xE2\x82\xAC\xC2\x81", "\x80\x81"},
+               {"\xE2\x82\xAC", true, "\xE2\x82\xAC", "\x80"},
+               {"\xF0\x9F\x98\x80!", true, "\xF0\x9F\x98\x80!", "?!"},
+               {"\xC0\xAF", false, "\xC3\x80\xC2\xAF", "\xC0\xAF"},                      // overlong
+               {"\xED\xA0\x80", false, "\xC3\xAD\xC2\xA0\xE2\x82\xAC", "\xED\xA0\x80"},  // surrogate
+               {"\xF4\x90\x80\x80", false, "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC", "\xF4\x90\x80\x80"},
+               {"\xE2\x82", false, "\xC3\xA2\xE2\x80\x9A", "\xE2\x82"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(isValidUtf8(c.bytes), c.utf8) << c.bytes;
+    EXPECT_EQ(displayUtf8(c.bytes), c.shown) << c.bytes;
+    EXPECT_EQ(utf8ToWindows1252(displayUtf8(c.bytes)), c.codePage) << c.bytes;
+  }
+  EXPECT_EQ(utf8ToWindows1252("a\xFF"), "a?");
+}
+
+}  // namespace
+}  // namespace tessaly
