@@ -1,0 +1,136 @@
+#include "platform/SiteRoot.h"
+
+#include <cstdlib>
+#include <dirent.h>
+#include <memory>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kSeparators = "\\/";
+
+// A dangling link counts: it is an entry of its folder under exactly that name.
+bool exists(const std::string& path) {
+  struct stat status;
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+bool hasDrive(std::string_view path) {
+  return path.size() >= 2 && path[1] == ':' &&
+         ((path[0] >= 'a' && path[0] <= 'z') || (path[0] >= 'A' && path[0] <= 'Z'));
+}
+
+// The components of a path without runs of separators and "."; false when one of them is "..".
+bool split(std::string_view path, std::vector<std::string>& components) {
+  while (!path.empty()) {
+    const std::size_t end = path.find_first_of(kSeparators);
+    const std::string_view component = path.substr(0, end);
+    if (component == "..") return false;
+    if (!component.empty() && component != ".") components.emplace_back(component);
+    path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
+  }
+  return true;
+}
+
+// The entry of `folder` that equals `name` without regard to case, the first one in sorted order; else
+// nothing.
+std::string findNoCase(const std::string& folder, const std::string& name) {
+  std::string best;
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
+  if (!entries) return best;
+  while (const dirent* const entry = ::readdir(entries.get())) {
+    if (equalNoCase(entry->d_name, name) && (best.empty() || entry->d_name < best)) best = entry->d_name;
+  }
+  return best;
+}
+
+std::string join(std::string folder, const std::string& name) {
+  if (folder.empty() || folder.back() != '/') folder += '/';
+  return folder += name;
+}
+
+fs::path anchored(const fs::path& path) {
+  std::error_code error;
+  const fs::path result = fs::absolute(path, error);
+  return error ? path : result.lexically_normal();
+}
+
+const char* variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value ? value : "";
+}
+
+fs::path homeFolder() {
+  const fs::path home = variable("HOME");
+  if (!home.empty()) return home;
+  const passwd* const user = ::getpwuid(::geteuid());
+  return user && user->pw_dir ? user->pw_dir : "/";
+}
+
+}  // namespace
+
+SiteRoot::SiteRoot(fs::path root) : root_(anchored(root)) {}
+
+SiteRoot SiteRoot::fromEnvironment(const std::string& option) {
+  if (!option.empty()) return SiteRoot(option);
+  const std::string root = variable("TESSALY_ROOT");
+  if (!root.empty()) return SiteRoot(root);
+  const fs::path data = variable("XDG_DATA_HOME");
+  // A relative folder there is to be ignored, as the base directory rules of the desktop say.
+  return SiteRoot((data.is_absolute() ? data : homeFolder() / ".local/share") / "tessaly");
+}
+
+fs::path SiteRoot::resolve(std::string_view sitePath) const {
+  if (sitePath.empty() || sitePath.find('\0') != std::string_view::npos) return {};
+  const bool native = sitePath.front() == '/';
+  std::string resolved = native ? "/" : root_.string();
+  std::vector<std::string> components;
+  if (!native && hasDrive(sitePath)) {
+    const char drive = sitePath.front();
+    components.emplace_back(1, static_cast<char>(drive | 0x20));  // the folder of a drive is lower-case
+    sitePath.remove_prefix(2);
+  }
+  if (!split(sitePath, components)) return {};
+
+  std::string exact = resolved;
+  for (const std::string& component : components) exact = join(std::move(exact), component);
+  if (exists(exact)) return exact;
+
+  bool found = true;
+  for (const std::string& component : components) {
+    std::string next = join(resolved, component);
+    if (found && !exists(next)) {
+      const std::string match = findNoCase(resolved, component);
+      found = !match.empty();
+      if (found) next = join(resolved, match);
+    }
+    resolved = std::move(next);
+  }
+  return resolved;
+}
+
+bool SiteRoot::same(std::string_view first, std::string_view second) const {
+  const fs::path a = resolve(first);
+  const fs::path b = resolve(second);
+  if (a.empty() || b.empty()) return false;
+  if (a == b) return true;
+  std::error_code error;  // folders that are links lead to the same place too
+  return a.filename() == b.filename() && fs::equivalent(a.parent_path(), b.parent_path(), error);
+}
+
+bool isPlainName(std::string_view name) {
+  constexpr std::string_view kForbidden("\\/:\0", 4);
+  return !name.empty() && name != "." && name != ".." && name.find_first_of(kForbidden) == name.npos;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+
+#include "platform/SiteRoot.h"
+
+namespace tessaly {
+
+// A private root, removed at the end. `put` and `bytes` bypass the code under test.
+class TemporarySite : public testing::Test {
+ protected:
+  TemporarySite() : folder_(makeFolderName()), root_(folder_) {}
+  ~TemporarySite() override { std::filesystem::remove_all(folder_); }
+
+  std::filesystem::path host(const std::string& relative) const { return folder_ / relative; }
+
+  void put(const std::string& relative, const std::string& content) const {
+    std::filesystem::create_directories(host(relative).parent_path());
+    std::ofstream(host(relative), std::ios::binary) << content;
+  }
+
+  std::string bytes(const std::string& relative) const {
+    std::ifstream file(host(relative), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  // How many entries a folder has, left-over temporary files included.
+  long entries(const std::string& relative) const {
+    return std::distance(std::filesystem::directory_iterator(host(relative)), {});
+  }
+
+ private:
+  static std::string makeFolderName() {
+    std::string name = (std::filesystem::temp_directory_path() / "tessaly-test-XXXXXX").string();
+    return ::mkdtemp(name.data());
+  }
+
+  std::filesystem::path folder_;
+
+ protected:
+  SiteRoot root_;
+};
+
+}  // namespace tessaly
