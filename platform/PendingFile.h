@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/Descriptor.h"
+
+namespace tessaly {
+
+// A file that comes into being whole or not at all: the bytes go to a temporary file in the target's folder,
+// and `commit` renames that over the target. Without a commit the temporary file is removed and the target
+// stays as it was. A target that is a link to a file is written where the link leads. Not thread-safe; two
+// objects, also of two programs, may aim at the same target, and the last commit wins.
+class PendingFile {
+ public:
+  // Opens the temporary file, mode 0644 less the umask. Fails without a folder, and for a target that is
+  // there but is no regular file.
+  explicit PendingFile(const std::filesystem::path& target);
+  ~PendingFile();
+  PendingFile(const PendingFile&) = delete;
+  PendingFile& operator=(const PendingFile&) = delete;
+
+  // True as long as nothing has failed.
+  [[nodiscard]] bool good() const { return file_.isOpen(); }
+
+  // After a failure nothing more is written and the commit fails too.
+  bool write(std::string_view bytes);
+
+  // Brings the bytes to the disk and the name to the target.
+  [[nodiscard]] bool commit();
+
+ private:
+  void discard();
+
+  std::string target_;
+  std::string folder_;
+  std::string temporary_;  // empty when there is none
+  Descriptor file_;
+};
+
+}  // namespace tessaly

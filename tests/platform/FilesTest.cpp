@@ -1,0 +1,125 @@
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "TemporarySite.h"
+#include "platform/Files.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FilesTest : public TemporarySite {
+ protected:
+  FilesTest() { put("c/old.mac", "old"); }
+};
+
+// While it lives, a file cannot grow beyond `bytes`, as on a full disk.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+
+ private:
+  rlimit before_;
+};
+
+TEST_F(FilesTest, WrittenBytesComeBackAndNothingElseStays) {
+  const std::string content("a\0\r\n\xFF", 5);
+  ::chmod(host("c/old.mac").c_str(), 0400);
+  const mode_t mask = ::umask(027);
+  EXPECT_TRUE(writeFile(root_, "C:\\OLD.mac", content));
+  ::umask(mask);
+  EXPECT_EQ(bytes("c/old.mac"), content);
+  EXPECT_EQ(fs::status(host("c/old.mac")).permissions(), fs::perms(0640));
+  EXPECT_TRUE(writeFile(root_, "c:\\empty", ""));
+  EXPECT_EQ(entries("c"), 2);
+  EXPECT_EQ(readFile(root_, "c:\\old.MAC"), content);
+  EXPECT_EQ(readFilePrefix(root_, "c:\\old.mac", 2), content.substr(0, 2));
+  EXPECT_EQ(readFilePrefix(root_, "c:\\empty", 2), "");
+}
+
+TEST_F(FilesTest, AFailedWriteLeavesTheOldFile) {
+  const std::string large(100'000, 'x');
+  put("c/large", large);
+  fs::create_directory(host("c/folder"));
+  ::mkfifo(host("c/pipe").c_str(), 0600);
+  fs::create_symlink("folder", host("c/toFolder"));
+  const long before = entries("c");
+  for (const char* target :
+       {"c:\\folder", "c:\\pipe", "c:\\toFolder", "c:\\none\\x", "c:\\old.mac\\x", "c:\\..\\x", ""}) {
+    EXPECT_FALSE(writeFile(root_, target, "new")) << target;
+    EXPECT_FALSE(copyFile(root_, "c:\\old.mac", target)) << target;
+  }
+  {
+    const FullDisk disk(50'000);
+    EXPECT_FALSE(writeFile(root_, "c:\\old.mac", large));
+    EXPECT_FALSE(copyFile(root_, "c:\\large", "c:\\old.mac"));
+  }
+  EXPECT_FALSE(copyFile(root_, "c:\\none", "c:\\old.mac"));
+  EXPECT_EQ(bytes("c/old.mac"), "old");
+  EXPECT_EQ(entries("c"), before);
+}
+
+TEST_F(FilesTest, LinksAreWrittenWhereTheyLead) {
+  put("d/real", "");
+  fs::create_symlink("../d/real", host("c/link"));
+  fs::create_symlink("nowhere", host("c/dangling"));
+  EXPECT_FALSE(canOpen(root_, "c:\\dangling"));
+  EXPECT_TRUE(writeFile(root_, "c:\\LINK", "1"));
+  EXPECT_TRUE(writeFile(root_, "c:\\dangling", "2"));
+  EXPECT_EQ(bytes("d/real"), "1");
+  EXPECT_TRUE(fs::is_symlink(host("c/link")));
+  EXPECT_EQ(bytes("c/dangling"), "2");
+}
+
+TEST_F(FilesTest, CopiesAreWholeAndWritable) {
+  const std::string large(200'000, 'y');
+  put("c/large", large);
+  ::chmod(host("c/large").c_str(), 0444);
+  EXPECT_TRUE(copyFile(root_, "c:\\large", "c:\\OLD.MAC"));
+  EXPECT_EQ(bytes("c/old.mac"), large);
+  EXPECT_NE(fs::status(host("c/old.mac")).permissions() & fs::perms::owner_write, fs::perms::none);
+  EXPECT_TRUE(copyFile(root_, "c:\\large", "C:/Large"));
+  EXPECT_EQ(fs::status(host("c/large")).permissions(), fs::perms(0444));  // not even touched
+  EXPECT_EQ(entries("c"), 2);
+}
+
+TEST_F(FilesTest, OnlyRegularFilesAreRead) {
+  ::mkfifo(host("c/pipe").c_str(), 0600);
+  for (const char* path : {"c:", "c:\\pipe", "/dev/zero", "c:\\none", "c:\\old.mac\\x", ""}) {
+    EXPECT_FALSE(readFile(root_, path)) << path;
+    EXPECT_FALSE(readFilePrefix(root_, path, 1)) << path;
+    EXPECT_FALSE(canOpen(root_, path)) << path;
+    EXPECT_FALSE(isRegularFile(root_, path)) << path;
+  }
+  EXPECT_TRUE(canOpen(root_, "c:\\old.mac"));
+  EXPECT_FALSE(readFile(root_, "c:\\old.mac", 2));
+  EXPECT_EQ(readFile(root_, "c:\\old.mac", 3), "old");
+}
+
+TEST_F(FilesTest, FoldersAreMadeListedAndLeftAloneByRemove) {
+  for (const char* name : {"c/b.mac", "c/A.MAC", "c/a.mac", "c/_.upk", "c/amac"}) put(name, "");
+  EXPECT_TRUE(makeFolder(root_, "C:\\Sub.mac\\deep"));
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(listFolder(root_, "c:", ".mac"), (Names{"A.MAC", "a.mac", "b.mac", "old.mac"}));
+  EXPECT_EQ(listFolder(root_, "c:\\"),
+            (Names{"A.MAC", "a.mac", "amac", "b.mac", "old.mac", "Sub.mac", "_.upk"}));
+  EXPECT_TRUE(listFolder(root_, "c:\\none").empty());
+  EXPECT_TRUE(listFolder(root_, "..").empty());
+  EXPECT_TRUE(makeFolder(root_, "c:\\sub.MAC"));
+  EXPECT_FALSE(makeFolder(root_, "c:\\old.mac"));
+  EXPECT_FALSE(removeFile(root_, "c:\\sub.mac\\deep"));
+  EXPECT_TRUE(removeFile(root_, "c:\\OLD.mac"));
+  EXPECT_FALSE(fs::exists(host("c/old.mac")));
+}
+
+}  // namespace
+}  // namespace tessaly
