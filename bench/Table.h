@@ -1,0 +1,55 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+// The table of tessaly-bench. A benchmark file registers its lines at start-up, for instance
+//
+//   const bool kRegistered = addPair({.name = "load a macro", .measured = loadIt, .limit = bareLoad, .goal
+//   = 1.5,
+//                                     .prepare = writeTheFile});
+//
+// and each becomes one line `name  measured  limit  ratio  goal  holds`. Nothing here is thread-safe.
+namespace tessaly::bench {
+
+// Two ways over the same data, compared by time. They are run in turns, so that a busy machine slows both
+// alike, and the medians are compared. A side that takes less than a millisecond is run several times for one
+// sample.
+struct Pair {
+  std::string name;
+  std::function<void()> measured;
+  std::function<void()> limit;
+  double goal = 1;                // the largest ratio measured / limit that holds
+  std::function<void()> prepare;  // makes the data, before anything is timed; may be empty
+  std::function<void()>
+      reset;  // untimed before each run of either side, which is then timed alone; may be empty
+  double measuredItems = 1;  // times are divided by these, for costs a piece at two sizes
+  double limitItems = 1;
+};
+
+struct Figures {
+  double measured = 0, limit = 1;
+};
+
+// A plain figure beside its limit, such as bytes a function.
+struct Figure {
+  std::string name;
+  std::string unit;  // as printed behind both figures
+  std::function<Figures()> take;
+  double goal = 1;  // the largest ratio measured / limit that holds
+};
+
+bool addPair(Pair pair);
+bool addFigure(Figure figure);
+
+// True when run with --quick: data may be smaller.
+[[nodiscard]] bool quick();
+
+// A folder of this run, removed at its end.
+[[nodiscard]] const std::filesystem::path& scratchFolder();
+
+// Keeps the compiler from dropping a result.
+void keep(const void* result);
+
+}  // namespace tessaly::bench

@@ -1,0 +1,25 @@
+#include <benchmark/benchmark.h>
+#include <string_view>
+#include <vector>
+
+#include "bench/TableReporter.h"
+
+// tessaly-bench [--quick] [options of the benchmark library, e.g. --benchmark_filter=REGEX]
+int main(int argc, char** argv) {
+  std::vector<char*> arguments;
+  for (int i = 0; i < argc; ++i) {
+    if (i > 0 && std::string_view(argv[i]) == "--quick") {
+      tessaly::bench::setQuick(true);
+    } else {
+      arguments.push_back(argv[i]);
+    }
+  }
+  int count = static_cast<int>(arguments.size());
+  arguments.push_back(nullptr);
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+  tessaly::bench::TableReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  benchmark::Shutdown();
+  return 0;
+}
