@@ -1,0 +1,76 @@
+#include "model/KeyFile.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+constexpr const char* kDefaultHeader =
+    "#UPK\nBeginHeader\nFile=key%02d.upk\nName=MK%02d\nVersion=1.0\nEndHeader\n";
+constexpr int kLinesBeforeName = 3;
+constexpr int kHeaderLines = 6;
+constexpr std::string_view kKeyPrefix = "key";
+
+// What follows the given number of line feeds; nothing when there are fewer.
+std::optional<std::string_view> afterLineFeeds(std::string_view bytes, int count) {
+  for (; count > 0; --count) {
+    const std::size_t feed = bytes.find('\n');
+    if (feed == std::string_view::npos) return std::nullopt;
+    bytes.remove_prefix(feed + 1);
+  }
+  return bytes;
+}
+
+std::string_view nameIn(std::string_view line) {
+  line = line.substr(0, line.find('\n'));
+  const std::size_t equals = line.find('=');
+  return equals == std::string_view::npos ? std::string_view() : line.substr(equals + 1);
+}
+
+bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
+}  // namespace
+
+void KeyFile::load(const SiteRoot& root, std::string_view path, int index) {
+  parse(readFile(root, path).value_or(format(kDefaultHeader, index, index + 1)));
+}
+
+void KeyFile::parse(std::string_view bytes) {
+  commands_.clear();
+  name_ = nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view()));
+  std::optional<std::string_view> body = afterLineFeeds(bytes, kHeaderLines);
+  if (!body) return;
+  // White space is skipped before a line only: the blank at its end belongs to the last byte.
+  while (true) {
+    body->remove_prefix(std::min(body->find_first_not_of("\r\n \t"), body->size()));
+    if (body->empty()) break;
+    ClassicCommand* command = append();
+    if (!command) break;
+    const std::string_view line = body->substr(0, body->find_first_of("\r\n"));
+    command->decodeText(line);
+    body->remove_prefix(line.size());
+  }
+  if (commands_.empty()) commands_.emplace_back();
+}
+
+const ClassicCommand* KeyFile::command(int i) const {
+  return i < 0 || i > lastIndex() ? nullptr : &commands_[static_cast<std::size_t>(i)];
+}
+
+ClassicCommand* KeyFile::append() {
+  return lastIndex() + 1 >= kMostCommands ? nullptr : &commands_.emplace_back();
+}
+
+int keyFileIndex(std::string_view path) {
+  const std::string_view name = path.substr(path.find_last_of("\\/") + 1);
+  if (name.size() < kKeyPrefix.size() + 2 || !equalNoCase(name.substr(0, kKeyPrefix.size()), kKeyPrefix))
+    return 0;
+  const std::string_view number = name.substr(kKeyPrefix.size(), 2);
+  return isDigit(number[0]) && isDigit(number[1]) ? parseInt(number) : 0;
+}
+
+}  // namespace tessaly

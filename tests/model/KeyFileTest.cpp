@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include "model/KeyFile.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+const std::string kHeader = "#UPK\nBeginHeader\nFile=key03.upk\nName=MK04\nVersion=1.0\nEndHeader\n";
+
+// The text of every command, "-" for an empty record.
+std::string commandsOf(const KeyFile& key) {
+  std::string result;
+  for (const ClassicCommand& command : key.commands()) {
+    result += (command.valid() ? command.text() : "-") + ";";
+  }
+  return result;
+}
+
+TEST(KeyFile, ReadsHeaderAndCommands) {
+  struct Case {
+    std::string bytes, name, commands;
+  };
+  const Case cases[] = {
+      {"", "", ""},
+      {"#UPK\nBeginHeader\nName=no", "", ""},
+      {"\n\n\nName=A=B\r", "A=B\r", ""},
+      {"\n\n\nName\nx=1\n", "", ""},
+      {kHeader.substr(0, kHeader.size() - 1), "MK04", ""},
+      {kHeader, "MK04", "-;"},
+      {kHeader + "\r\n \t\n", "MK04", "-;"},
+      {kHeader + "e3 10 05 01 \n", "MK04", "e3 10 05 01 ;"},
+      {kHeader + "\t e3 10 05 01 \r\n\r\n24 10 05 01 0a ", "MK04", "e3 10 05 01 ;24 10 05 01 0a ;"},
+      {kHeader + "e3 10 05 01\nzz\ne3 10 05 01  \n23 1 05 02 \n", "MK04", "-;-;-;23 01 05 02 ;"},
+      {std::string("\x7F"
+                   "ELF\0\n\n\n\0=\0\n",
+                   13),
+       std::string("\0", 1), ""}};
+  KeyFile key;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.bytes);
+    key.parse(c.bytes);
+    EXPECT_EQ(key.name(), c.name);
+    EXPECT_EQ(commandsOf(key), c.commands);
+  }
+}
+
+TEST(KeyFile, TakesTheDefaultHeaderForAMissingFile) {
+  const TestSite site;
+  KeyFile key;
+  key.load(site.root, R"(c:\upk\key03.upk)", 3);
+  EXPECT_EQ(key.name(), "MK04");
+  EXPECT_EQ(commandsOf(key), "-;");
+  site.write(R"(c:\upk\KEY03.UPK)", kHeader + "e3 10 05 01 \n");
+  key.load(site.root, R"(c:\upk\key03.upk)", 7);
+  EXPECT_EQ(key.name(), "MK04");
+  EXPECT_EQ(key.lastIndex(), 0);
+  ASSERT_NE(key.command(0), nullptr);
+  EXPECT_EQ(key.command(0)->cd(), 0x10);
+  EXPECT_EQ(key.command(-1), nullptr);
+  EXPECT_EQ(key.command(1), nullptr);
+}
+
+TEST(KeyFile, HoldsAtMost5000Commands) {
+  std::string bytes = kHeader;
+  for (int i = 0; i < 5001; ++i) bytes += "e3 10 05 01 \n";
+  KeyFile key;
+  key.parse(bytes);
+  EXPECT_EQ(key.lastIndex(), 4999);
+  EXPECT_EQ(key.append(), nullptr);
+}
+
+TEST(KeyFile, TakesItsIndexFromTheFileName) {
+  const std::pair<const char*, int> cases[] = {
+      {R"(c:\upk\key03.upk)", 3}, {R"(c:\key44\KEY95.UPK)", 95}, {"/srv/key07.upk", 7}, {"key7.upk", 0},
+      {"key-1.upk", 0},           {"monkey12.upk", 0},           {"key1", 0},           {"", 0}};
+  for (const auto& [path, index] : cases) EXPECT_EQ(keyFileIndex(path), index) << path;
+}
+
+}  // namespace
+}  // namespace tessaly
