@@ -1,0 +1,141 @@
+#include "model/MacroFile.h"
+
+#include "model/KeyFile.h"
+#include "model/MacroTree.h"
+#include "platform/Text.h"
+#include "platform/XmlFile.h"
+
+namespace tessaly {
+namespace {
+
+constexpr const char* kCannotParse = "Cannot parse Macro: %s";
+constexpr const char* kCannotCreate = "Cannot create Macro: %s";
+constexpr const char* kUnknownName = "???";
+constexpr const char* kClassicFid = "QMF%d.NCSCOMMAND";
+constexpr const char* kClassicParameter = "CMD";
+constexpr int kClassicWorkplace = 1;
+constexpr int kKeyMainframe = 1;  // keys of the older family always go to the first mainframe
+
+bool loadOrReport(const SiteAccess& site, std::string_view path, TiXmlDocument& document) {
+  if (loadXml(site.root, path, document)) return true;
+  site.messages.show(format(kCannotParse, std::string(path).c_str()));
+  return false;
+}
+
+// Loads, lets `change` work on the commands, and saves. `change` returns false to leave the file as it was.
+template <typename Change>
+bool changeData(const SiteAccess& site, std::string_view path, const Change& change) {
+  TiXmlDocument document;
+  if (!loadOrReport(site, path, document)) return false;
+  TiXmlElement* data = macroData(document);
+  return data && change(*data) && saveXml(site.root, path, document);
+}
+
+CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
+  return {format(kClassicFid, mainframe), {{ParameterKind::kEnum, kClassicParameter, command.text(), false}}};
+}
+
+}  // namespace
+
+bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands) {
+  TiXmlDocument document;
+  if (!loadOrReport(site, path, document)) return false;
+  commands.clear();
+  const TiXmlElement* data = macroData(document);
+  if (!data) return false;
+  commands = commandsOf(*data, fresh);
+  return true;
+}
+
+bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name) {
+  name = kUnknownName;
+  TiXmlDocument document;
+  if (!loadOrReport(site, path, document)) return false;
+  const TiXmlElement* macro = namedMacro(document);
+  if (!macro) return false;
+  name = macroNameOf(*macro);
+  return true;
+}
+
+bool renameMacro(const SiteAccess& site, std::string_view path, std::string& name) {
+  TiXmlDocument document;
+  if (!loadOrReport(site, path, document)) {
+    name = kUnknownName;
+    return false;
+  }
+  TiXmlElement* macro = namedMacro(document);
+  if (!macro) return false;
+  setMacroName(document, *macro, name);
+  return saveXml(site.root, path, document);
+}
+
+bool createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath) {
+  TiXmlDocument document;
+  if (!loadXml(site.root, kEmptyMacro, document)) {
+    site.messages.show(format(kCannotCreate, name.c_str()));
+    return false;
+  }
+  TiXmlElement* macro = namedMacro(document);
+  if (!macro) return false;
+  setMacroName(document, *macro, name);
+  return saveXml(site.root, targetPath, document);
+}
+
+bool insertCommand(const SiteAccess& site, std::string_view path, int position, const CommandDraft& draft,
+                   int workplace, InsertMode mode) {
+  return changeData(site, path,
+                    [&](TiXmlElement& data) { return placeCommand(data, position, draft, workplace, mode); });
+}
+
+bool appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
+                          const ClassicCommand& command, InsertMode mode, int mainframe) {
+  return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode);
+}
+
+bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
+                    std::string_view keyPath) {
+  if (!createMacro(site, name, targetPath)) return false;
+  KeyFile key;
+  key.load(site.root, keyPath, keyFileIndex(keyPath));
+  if (key.commands().empty()) return true;
+  // One load and one save for all commands: a file written 5,000 times over takes minutes.
+  return changeData(site, targetPath, [&](TiXmlElement& data) {
+    for (const ClassicCommand& command : key.commands()) {
+      const CommandDraft draft = classicDraft(command, kKeyMainframe);
+      if (!placeCommand(data, 0, draft, kClassicWorkplace, InsertMode::kAppend)) return false;
+    }
+    return true;
+  });
+}
+
+bool removeCommand(const SiteAccess& site, std::string_view path, int number) {
+  return changeData(site, path, [number](TiXmlElement& data) {
+    TiXmlElement* command = commandElement(data, number);
+    return command && data.RemoveChild(command);
+  });
+}
+
+bool setCommandValue(const SiteAccess& site, std::string_view path, int number, const std::string& value) {
+  bool taken = false;
+  const bool saved = changeData(site, path, [&](TiXmlElement& data) {
+    taken = setValueInTree(data, number, value);
+    return true;  // the file is written even when no parameter took the value
+  });
+  return saved && taken;
+}
+
+bool HeldMacro::open(const SiteAccess& site, std::string_view path) {
+  empty_ = !loadOrReport(site, path, document_);
+  return !empty_;
+}
+
+bool HeldMacro::setCommandValue(int number, const std::string& value) {
+  TiXmlElement* data = macroData(document_);
+  return data && setValueInTree(*data, number, value);
+}
+
+bool HeldMacro::save(const SiteAccess& site, std::string_view path) const {
+  return !empty_ && saveXml(site.root, path, document_);
+}
+
+}  // namespace tessaly

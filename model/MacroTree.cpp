@@ -1,0 +1,170 @@
+#include "model/MacroTree.h"
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+constexpr const char* kMacro = "macro";
+constexpr const char* kData = "data";
+constexpr const char* kCommand = "cmd";
+constexpr const char* kParameter = "param";
+constexpr const char* kName = "name";
+constexpr const char* kValue = "value";
+constexpr const char* kFid = "fid";
+constexpr const char* kWorkplace = "workplace";
+constexpr const char* kGroup = "group";
+constexpr const char* kModule = "module";
+constexpr const char* kWidget = "widget";
+
+// Decided as the parser decides it: a declaration that names no encoding means UTF-8 too.
+bool holdsUtf8(const TiXmlDocument& document) {
+  for (const TiXmlNode* node = document.FirstChild(); node; node = node->NextSibling()) {
+    if (const TiXmlDeclaration* declaration = node->ToDeclaration()) {
+      const std::string_view encoding = declaration->Encoding();
+      return encoding.empty() || equalNoCase(encoding, "UTF-8") || equalNoCase(encoding, "UTF8");
+    }
+  }
+  return false;
+}
+
+MacroParameter readParameter(const TiXmlElement& element) {
+  MacroParameter parameter;
+  for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
+    const std::string& name = attribute->NameTStr();
+    if (name == kName) {
+      parameter.name = attribute->ValueStr();
+    } else if (name == kValue) {
+      parameter.value = attribute->ValueStr();
+    }
+  }
+  parameter.shownValue = parameter.value;
+  return parameter;
+}
+
+MacroCommand readCommand(const TiXmlElement& element) {
+  static constexpr std::pair<const char*, std::string MacroCommand::*> kFields[] = {
+      {kFid, &MacroCommand::fid},
+      {kWorkplace, &MacroCommand::workplace},
+      {kGroup, &MacroCommand::group},
+      {kModule, &MacroCommand::module},
+      {kWidget, &MacroCommand::widget}};
+  MacroCommand command;
+  for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
+    for (const auto& [name, field] : kFields) {
+      if (attribute->NameTStr() == name) {
+        command.*field = attribute->ValueStr();
+        break;
+      }
+    }
+  }
+  for (const TiXmlElement* child = element.FirstChildElement(kParameter); child;
+       child = child->NextSiblingElement(kParameter)) {
+    command.parameters.push_back(readParameter(*child));
+  }
+  return command;
+}
+
+// Texts go in as C strings: a NUL in the file would make it unreadable.
+std::unique_ptr<TiXmlElement> buildCommand(const CommandDraft& draft, int workplace) {
+  auto command = std::make_unique<TiXmlElement>(kCommand);
+  command->SetAttribute(kFid, draft.fid.c_str());
+  command->SetAttribute(kWorkplace, workplace);
+  command->SetAttribute(kGroup, "0");
+  command->SetAttribute(kModule, "0");
+  command->SetAttribute(kWidget, "0");
+  for (const CommandDraft::Parameter& parameter : draft.parameters) {
+    if (parameter.optional && parameter.value.empty()) continue;
+    auto element = std::make_unique<TiXmlElement>(kParameter);
+    element->SetAttribute(kName, parameter.name.c_str());
+    element->SetAttribute(kValue, parameter.value.c_str());
+    command->LinkEndChild(element.release());
+  }
+  return command;
+}
+
+// The `cmd` to insert before; null to append.
+TiXmlElement* insertionPoint(TiXmlElement& data, int position, InsertMode mode) {
+  switch (mode) {
+    case InsertMode::kAtStart:
+      return commandElement(data, 0);
+    case InsertMode::kAtPosition:
+      return commandElement(data, position);
+    case InsertMode::kAppend:
+      return nullptr;
+  }
+  return nullptr;
+}
+
+TiXmlElement* parameterWithValue(TiXmlElement& command) {
+  for (TiXmlElement* parameter = command.FirstChildElement(kParameter); parameter;
+       parameter = parameter->NextSiblingElement(kParameter)) {
+    if (parameter->Attribute(kValue)) return parameter;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+TiXmlElement* namedMacro(TiXmlDocument& document) {
+  TiXmlElement* macro = document.FirstChildElement(kMacro);
+  while (macro && !macro->Attribute(kName)) macro = macro->NextSiblingElement(kMacro);
+  return macro;
+}
+
+const char* macroNameOf(const TiXmlElement& macro) { return macro.Attribute(kName); }
+
+void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::string& name) {
+  const std::string stored = holdsUtf8(document) ? name : utf8ToWindows1252(name);
+  macro.SetAttribute(kName, stored.c_str());
+}
+
+TiXmlElement* macroData(TiXmlDocument& document) {
+  TiXmlElement* macro = document.FirstChildElement(kMacro);
+  return macro ? macro->FirstChildElement(kData) : nullptr;
+}
+
+MacroCommands commandsOf(const TiXmlElement& data, bool fresh) {
+  MacroCommands commands;
+  for (const TiXmlElement* element = data.FirstChildElement(kCommand); element;
+       element = element->NextSiblingElement(kCommand)) {
+    commands.push_back(readCommand(*element));
+    if (fresh) commands.back().firstMarker = false;
+  }
+  return commands;
+}
+
+TiXmlElement* commandElement(TiXmlElement& data, int number) {
+  if (number < 0) return nullptr;
+  TiXmlElement* command = data.FirstChildElement(kCommand);
+  for (int i = 0; command && i < number; ++i) command = command->NextSiblingElement(kCommand);
+  return command;
+}
+
+bool placeCommand(TiXmlElement& data, int position, const CommandDraft& draft, int workplace,
+                  InsertMode mode) {
+  std::unique_ptr<TiXmlElement> command = buildCommand(draft, workplace);
+  if (TiXmlElement* before = insertionPoint(data, position, mode)) {
+    return data.InsertBeforeChild(before, *command) != nullptr;
+  }
+  return data.LinkEndChild(command.release()) != nullptr;
+}
+
+// Only the first parameter with a value is ever changed, whatever its name, and a command without one passes
+// the value on to the next: deliberate, the value update relies on it.
+bool setValueInTree(TiXmlElement& data, int number, const std::string& value) {
+  for (TiXmlElement* command = commandElement(data, number); command;
+       command = command->NextSiblingElement(kCommand)) {
+    if (TiXmlElement* parameter = parameterWithValue(*command)) {
+      parameter->SetAttribute(kValue, value.c_str());
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace tessaly

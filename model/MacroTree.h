@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <tinyxml.h>
+
+#include "model/MacroCommand.h"
+#include "model/MacroFile.h"
+
+// What a macro file's tree holds, and the changes that can be made to it. No file is touched here. Pointers
+// point into the document, which outlives them.
+namespace tessaly {
+
+// The first top-level `macro` that has a name: it may be a later one than the one that holds the commands.
+[[nodiscard]] TiXmlElement* namedMacro(TiXmlDocument& document);
+[[nodiscard]] const char* macroNameOf(const TiXmlElement& macro);
+
+// Stores a name given as UTF-8 in the document's encoding.
+void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::string& name);
+
+// The first `data` of the first top-level `macro`, or null.
+[[nodiscard]] TiXmlElement* macroData(TiXmlDocument& document);
+
+// One record a `cmd`, in document order.
+[[nodiscard]] MacroCommands commandsOf(const TiXmlElement& data, bool fresh);
+
+// The `cmd` with that number, or null (also for a number below 0).
+[[nodiscard]] TiXmlElement* commandElement(TiXmlElement& data, int number);
+
+// Builds the `cmd` of a draft and places it.
+[[nodiscard]] bool placeCommand(TiXmlElement& data, int position, const CommandDraft& draft, int workplace,
+                                InsertMode mode);
+
+// See setCommandValue in MacroFile.h; true when a parameter took the value.
+[[nodiscard]] bool setValueInTree(TiXmlElement& data, int number, const std::string& value);
+
+}  // namespace tessaly

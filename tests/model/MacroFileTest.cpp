@@ -1,0 +1,263 @@
+#include <functional>
+#include <gmock/gmock.h>
+
+#include "model/MacroFile.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kFile = R"(c:\work\macro007.mac)";
+constexpr const char* kOther = R"(c:\work\other.mac)";
+constexpr const char* kKey = R"(c:\work\key03.upk)";
+constexpr const char* kReport = R"(Cannot parse Macro: c:\work\macro007.mac)";
+
+std::string macro(const std::string& data) { return "<macro name='M'><data>" + data + "</data></macro>"; }
+
+struct MacroFileTest : testing::Test, TestSite {
+  MacroFileTest() {
+    write(kEmptyMacro, R"(<macro name=""><data></data></macro>)");
+    write(kFile, macro(""));
+  }
+
+  // The commands as "fid=value,value; "; an absent value shows as nothing.
+  std::string commandsOf(const char* path) {
+    MacroCommands commands;
+    EXPECT_TRUE(loadCommands(access(), path, false, commands));
+    std::string result;
+    for (const MacroCommand& command : commands) {
+      std::string values;
+      for (const MacroParameter& parameter : command.parameters) values += parameter.value + ",";
+      result += command.fid + "=" + values + "; ";
+    }
+    return result;
+  }
+
+  // Everything in `data`: the fid of a command, else the node's text.
+  std::string nodes() {
+    TiXmlDocument document;
+    document.Parse(read(kFile).c_str());
+    std::string result;
+    for (auto* node = TiXmlHandle(&document).FirstChild("macro").FirstChild("data").FirstChild().ToNode();
+         node; node = node->NextSibling()) {
+      result += node->ValueStr() == "cmd" ? node->ToElement()->Attribute("fid") : node->ValueStr();
+    }
+    return result;
+  }
+};
+
+TEST_F(MacroFileTest, ReadsCommandsAndNothingElse) {
+  write(kFile, R"(<x><cmd fid="no"/></x><macro><note/><data><!-- c --><cmd widget="5" color="red" module="4"
+      group="3" workplace="2" fid="QMF1.A"><other name="x"/><param value="7" name="p"/><param name="q"/></cmd>
+      <sub><cmd fid="no"/></sub><cmd/></data><data><cmd fid="no"/></data></macro><macro><data><cmd/></data></macro>)");
+  for (const bool fresh : {false, true}) {
+    MacroCommands commands(3);
+    ASSERT_TRUE(loadCommands(access(), kFile, fresh, commands));
+    ASSERT_EQ(commands.size(), 2u);
+    const auto& [fid, workplace, group, module, widget, parameters, first, second] = commands[0];
+    EXPECT_EQ(fid + workplace + group + module + widget, "QMF1.A2345");
+    ASSERT_EQ(parameters.size(), 2u);
+    EXPECT_EQ(parameters[0].name + parameters[0].value + parameters[0].shownValue, "p77");
+    EXPECT_EQ(parameters[1].name + parameters[1].value, "q");
+    EXPECT_EQ(commands[1].fid, "");
+    EXPECT_EQ(commands[1].firstMarker, !fresh);
+    EXPECT_FALSE(commands[1].secondMarker);
+  }
+}
+
+TEST_F(MacroFileTest, PlacesNewCommandsAmongOtherElements) {
+  const auto start = InsertMode::kAtStart, at = InsertMode::kAtPosition, append = InsertMode::kAppend;
+  const std::string two = "<!--#--><cmd fid='a'/><z/><cmd fid='b'/><z/>";
+  const std::tuple<std::string, InsertMode, int, const char*> cases[] = {
+      {"", start, 0, "N"},       {"", at, 0, "N"},        {"<z/>", start, 0, "zN"},
+      {two, start, 1, "#Nazbz"}, {two, at, 0, "#Nazbz"},  {two, at, 1, "#azNbz"},
+      {two, at, 2, "#azbzN"},    {two, at, -1, "#azbzN"}, {two, append, 0, "#azbzN"}};
+  for (const auto& [data, mode, position, expected] : cases) {
+    write(kFile, macro(data));
+    EXPECT_TRUE(insertCommand(access(), kFile, position, {"N", {}}, 1, mode));
+    EXPECT_EQ(nodes(), expected) << data << static_cast<int>(mode) << " at " << position;
+  }
+}
+
+TEST_F(MacroFileTest, WritesParametersInOrderWithoutEmptyOptionalOnes) {
+  FunctionDictionary dictionary;
+  FunctionTemplate definition;
+  definition.name = "CLIP";
+  definition.inputs = {{"in", "", "", false}};
+  definition.floats.resize(1);
+  definition.integers.resize(1);
+  definition.integers[0].optional = true;
+  definition.enums = {{"e", "", "", true, {}}, {"e2", "", "", false, {}}};
+  definition.timecodes = {{"t", "", "", true}};
+  dictionary.add(definition);
+  CommandDraft draft = draftFor("QMF2.", *dictionary.find("CLIP"));
+  ASSERT_EQ(draft.parameters.size(), 6u);
+  draft.parameters[0].value = "<\"&\xFC>";
+  draft.parameters[3].value = std::string("1\0cut", 5);  // a NUL would make the file unreadable
+  draft.parameters[5].value = "5";
+
+  ASSERT_TRUE(insertCommand(access(), kFile, 0, draft, 4, InsertMode::kAppend));
+  MacroCommands commands;
+  ASSERT_TRUE(loadCommands(access(), kFile, false, commands));
+  const MacroCommand& command = commands.at(0);
+  EXPECT_EQ(command.fid + command.workplace + command.group + command.module + command.widget,
+            "QMF2.CLIP4000");
+  EXPECT_EQ(commandsOf(kFile), "QMF2.CLIP=<\"&\xFC>,,1,,5,; ");
+}
+
+TEST_F(MacroFileTest, FindsTheFirstMacroThatHasAName) {
+  const std::tuple<const char*, bool, const char*> cases[] = {
+      {"<macro name='A &amp; B'/>", true, "A & B"},
+      {"<x name='no'/><macro><data/></macro><macro name='later'/>", true, "later"},
+      {"<macro name=''/><macro name='no'/>", true, ""},
+      {"<macro><macro name='inner'/></macro>", false, "???"},
+      {"<Macro name='no'/>", false, "???"}};
+  for (const auto& [bytes, found, expected] : cases) {
+    SCOPED_TRACE(bytes);
+    write(kFile, bytes);
+    std::string name, renamed = "renamed";
+    EXPECT_EQ(readMacroName(access(), kFile, name), found);
+    EXPECT_EQ(name, expected);
+    EXPECT_EQ(renameMacro(access(), kFile, renamed), found);
+    EXPECT_EQ(readMacroName(access(), kFile, name), found);
+    EXPECT_EQ(name, found ? "renamed" : "???");
+    EXPECT_EQ(read(kFile) == bytes, !found);
+  }
+  EXPECT_THAT(messages.texts, IsEmpty());
+}
+
+TEST_F(MacroFileTest, StoresNamesInTheEncodingOfTheDocument) {
+  const std::string utf8 = "\xC3\x9C\xE2\x82\xAC\xCE\xA9",
+                    windows1252 = "\xDC\x80?";  // U+00DC, U+20AC, U+03A9
+  const std::pair<const char*, std::string> cases[] = {
+      {"", windows1252},
+      {"<?xml version='1.0'?>", utf8},
+      {"<?xml version='1.0' encoding='utf-8'?>", utf8},
+      {"<?xml version='1.0' encoding='ISO-8859-1'?>", windows1252}};
+  for (const auto& [declaration, stored] : cases) {
+    write(kFile, declaration + macro(""));
+    std::string name = utf8;
+    EXPECT_TRUE(renameMacro(access(), kFile, name));
+    EXPECT_THAT(read(kFile), HasSubstr("name=\"" + stored + "\"")) << declaration;
+  }
+}
+
+TEST_F(MacroFileTest, CreatesFromTheTemplate) {
+  write(kEmptyMacro, "<macro/><macro name='' x='1'><data><keep/></data></macro>");
+  ASSERT_TRUE(createMacro(access(), "New", kFile));
+  EXPECT_THAT(read(kFile), testing::AllOf(HasSubstr("<macro name=\"New\" x=\"1\">"), HasSubstr("<keep />")));
+  write(kEmptyMacro, "<macro/>");
+  EXPECT_FALSE(createMacro(access(), "New", kOther));
+  EXPECT_THAT(messages.take(), IsEmpty());
+  write(kEmptyMacro, "<macro");
+  EXPECT_FALSE(createMacro(access(), "New", kOther));
+  EXPECT_FALSE(convertKeyFile(access(), "Key", kOther, kKey));
+  EXPECT_THAT(messages.take(), ElementsAre("Cannot create Macro: New", "Cannot create Macro: Key"));
+  EXPECT_EQ(read(kOther), "<missing>");
+}
+
+TEST_F(MacroFileTest, ConvertsKeyFiles) {
+  ASSERT_TRUE(convertKeyFile(access(), "K", kFile, kKey));
+  EXPECT_EQ(commandsOf(kFile), "QMF1.NCSCOMMAND=,; ") << "a missing key file has one empty command";
+  EXPECT_THAT(read(kFile), testing::AllOf(HasSubstr("workplace=\"1\""), HasSubstr("<param name=\"CMD\"")));
+  write(kKey, "\n\n\n\n\n\ne3 10 05 01 \nbroken\n24 10 05 01 0A \n");
+  ASSERT_TRUE(convertKeyFile(access(), "K", kFile, kKey));
+  EXPECT_EQ(commandsOf(kFile),
+            "QMF1.NCSCOMMAND=e3 10 05 01 ,; QMF1.NCSCOMMAND=,; QMF1.NCSCOMMAND=24 10 05 01 0a ,; ");
+  write(kKey, "");
+  ASSERT_TRUE(convertKeyFile(access(), "K", kFile, kKey));
+  EXPECT_EQ(commandsOf(kFile), "");
+}
+
+TEST_F(MacroFileTest, RemovesAndSetsByCommandNumber) {
+  const std::string before = macro(
+      "<z/><cmd fid='a'><param name='p'/></cmd><z/><cmd fid='b'><param/><param value='1'/><param "
+      "value='2'/></cmd>"
+      "<cmd fid='NCSCOMMAND'><param value='3'/></cmd><cmd fid='d'/>");
+  const std::string a = "a=,; ", b = "b=,1,2,; ", c = "NCSCOMMAND=3,; ", d = "d=; ", bSet = "b=,N,2,; ";
+  const std::tuple<int, std::string, std::string> cases[] = {// number, after remove, after set; "" for false
+                                                             {-1, "", ""},
+                                                             {0, b + c + d, a + bSet + c + d},
+                                                             {1, a + c + d, a + bSet + c + d},
+                                                             {2, a + b + d, a + b + "NCSCOMMAND=N,; " + d},
+                                                             {3, a + b + c, ""},
+                                                             {4, "", ""}};
+  for (const auto& [number, removed, set] : cases) {
+    SCOPED_TRACE(number);
+    write(kFile, before);
+    EXPECT_EQ(removeCommand(access(), kFile, number), !removed.empty());
+    EXPECT_EQ(read(kFile) == before, removed.empty());
+    EXPECT_EQ(commandsOf(kFile), removed.empty() ? a + b + c + d : removed);
+
+    write(kFile, before);
+    HeldMacro held;
+    ASSERT_TRUE(held.open(access(), kFile));
+    EXPECT_EQ(held.setCommandValue(number, "N"), !set.empty());
+    EXPECT_EQ(read(kFile), before) << "the held document is written on request only";
+    EXPECT_TRUE(held.save(access(), kOther));
+    EXPECT_EQ(setCommandValue(access(), kFile, number, "N"), !set.empty());
+    EXPECT_EQ(commandsOf(kFile), set.empty() ? a + b + c + d : set);
+    EXPECT_EQ(read(kFile), read(kOther)) << "rewritten in every case";
+  }
+}
+
+// Every operation that reads a macro file.
+const std::function<bool(const SiteAccess&, std::string&)> kOperations[] = {
+    [](auto& site, auto&) {
+      return insertCommand(site, kFile, 0, {"x", {}}, 1, InsertMode::kAppend);
+    },
+    [](auto& site, auto&) { return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, 4); },
+    [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
+    [](auto& site, auto&) { return setCommandValue(site, kFile, 0, "x"); },
+    [](auto& site, auto& name) { return readMacroName(site, kFile, name); },
+    [](auto& site, auto& name) { return renameMacro(site, kFile, name); }};
+
+TEST_F(MacroFileTest, LeavesBrokenFilesAlone) {
+  std::string deep;
+  for (int i = 0; i < 300; ++i) deep = "<macro>" + deep + "</macro>";
+  const std::string whole = macro("<cmd fid='a'><param name='p' value='1'/></cmd>");
+  const std::pair<std::string, bool> cases[] = {
+      {"", true},
+      {whole.substr(0, whole.size() / 2), true},
+      {std::string("<macro name='\0'/>", 17), true},
+      {std::string("\x7F\x45\x4C\x46\x02\x01\0\0", 8), true},
+      {"<!DOCTYPE macro [<!ENTITY a 'b'>]>" + whole, true},
+      {deep, true},
+      {"no markup at all", true},
+      {"<x><macro name='a'/></x>", false},  // this and the rest parse
+      {"<macro/>", false},
+      {"<macro><x><data/></x></macro>", false}};
+  write(kOther, whole);
+  for (const auto& [bytes, reported] : cases) {
+    SCOPED_TRACE(bytes.substr(0, 40));
+    write(kFile, bytes);
+    for (const auto& operation : kOperations) {
+      std::string name = "???";
+      EXPECT_FALSE(operation(access(), name));
+      EXPECT_EQ(name, "???");
+    }
+    EXPECT_EQ(messages.take(), std::vector<std::string>(reported ? std::size(kOperations) : 0, kReport));
+    std::string name = "new";
+    EXPECT_FALSE(renameMacro(access(), kFile, name));
+    EXPECT_EQ(name, reported ? "???" : "new");
+    MacroCommands commands(2);
+    EXPECT_FALSE(loadCommands(access(), kFile, true, commands));
+    EXPECT_EQ(commands.size(), reported ? 2u : 0u) << "the list is kept unless the file parsed";
+
+    HeldMacro held;
+    EXPECT_TRUE(held.open(access(), kOther));
+    EXPECT_EQ(held.open(access(), kFile), !reported);
+    EXPECT_FALSE(held.setCommandValue(0, "x"));
+    EXPECT_EQ(held.save(access(), kKey), !reported);
+    EXPECT_EQ(read(kKey) == "<missing>", reported) << "an empty document is not written";
+    EXPECT_EQ(read(kFile), bytes);
+    EXPECT_EQ(messages.take(), std::vector<std::string>(reported ? 3 : 0, kReport));
+  }
+}
+
+}  // namespace
+}  // namespace tessaly
