@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "dictionary/FunctionTemplate.h"
 #include "dictionary/SegmentFamily.h"
@@ -16,18 +15,32 @@ namespace tessaly {
 
 class FunctionDictionary;
 
-// One concrete function: a light handle (copy it freely) into the dictionary, which outlives it. The name is stored
-// once; the other texts are put together from the template at each call, so a function costs little more than its
-// name.
+// Bounds of the expansion, far above any real site: what all templates together may expand to (combinations,
+// the left out ones included) and the bytes of the concrete names. A template that would go beyond is left
+// out whole.
+inline constexpr std::size_t kMostFunctions = 4'000'000;
+inline constexpr std::size_t kMostNameBytes = std::size_t{256} * 1024 * 1024;
+
+// Bytes of a template's sid above which findBySid does not know its functions.
+inline constexpr std::size_t kLongestSid = 1024;
+
+// One concrete function: a light handle (copy it freely) into the dictionary, which outlives it. The name is
+// stored once; the other texts are put together from the template at each call, so a function costs little
+// more than its name. In the texts every reference to a segment of the name template ("$me") gives way to the
+// chosen value.
 class FunctionRecord {
  public:
   [[nodiscard]] std::string_view name() const;
-  [[nodiscard]] std::string sid() const;          // empty for incremental functions; the name of the current value
-  [[nodiscard]] std::string group() const;        // destination name; empty for incremental functions
+  [[nodiscard]] std::string sid() const;    // empty for incremental functions; the name of the current value
+  [[nodiscard]] std::string group() const;  // destination name; empty for incremental functions
   [[nodiscard]] std::string description() const;  // the display text
   [[nodiscard]] const std::string& longDescription() const { return definition().longDescription; }
   [[nodiscard]] FunctionSource source() const { return definition().source; }
   [[nodiscard]] const FunctionTemplate& definition() const;
+
+  // A text of the template, such as a parameter's sid, with the values chosen for this function's name put
+  // in.
+  [[nodiscard]] std::string withChosenValues(std::string_view text) const;
 
   // True when the sid is empty, whatever the reason: float values are then fixed point (value × 1024).
   [[nodiscard]] bool incremental() const;
@@ -44,8 +57,8 @@ class FunctionRecord {
   std::uint32_t index_;
 };
 
-// Every panel function that the editors can offer. Written by one loader thread before the hand-over message, only
-// read afterwards; no lock. Never cleared.
+// Every panel function that the editors can offer. Written by one loader thread before the hand-over message,
+// only read afterwards, then from any number of threads; no lock. Never cleared.
 class FunctionDictionary {
  public:
   FunctionDictionary();
@@ -53,25 +66,39 @@ class FunctionDictionary {
   FunctionDictionary(const FunctionDictionary&) = delete;
   FunctionDictionary& operator=(const FunctionDictionary&) = delete;
 
-  // Building. A key that is already there keeps its first entry. A template is expanded with the families known at
-  // this moment; one that names an unknown family adds only to the template count.
+  // Building. A key that is already there keeps its first entry. A template is expanded with the families
+  // known at this moment, the first segment varying slowest; one that names an unknown family, or expands
+  // beyond the bounds, adds only to the template count.
   void add(IndexedFamily family);
   void add(EnumFamily family);
   void add(AliasEntry entry);
   void add(FunctionTemplate definition);
 
-  [[nodiscard]] std::size_t templateCount() const;
+  // Gives back the memory kept for growth, at the end of the building.
+  void releaseSpareRoom();
+
+  [[nodiscard]] std::size_t templateCount() const;  // every template handed over
   [[nodiscard]] std::size_t functionCount() const;  // duplicates included
   [[nodiscard]] std::string summary() const;        // "Number of FIDs: 12/3456"
+
+  // True when a template was left out because of the bounds.
+  [[nodiscard]] bool beyondBounds() const;
 
   // Functions in registration order, duplicates included.
   [[nodiscard]] FunctionRecord function(std::size_t index) const;
   [[nodiscard]] std::string_view name(std::size_t index) const;
 
+  // All names in registration order in one piece, each followed by a line feed, so that one pass searches
+  // them all. Bytes are as in the file; a name may contain anything, so ends are told by the offsets.
+  [[nodiscard]] std::string_view allNames() const;
+  [[nodiscard]] std::size_t nameOffset(std::size_t index) const;  // functionCount() gives the end of the last
+  [[nodiscard]] std::size_t functionAtOffset(std::size_t offset) const;  // offset < allNames().size()
+
   // By exact concrete name; of duplicates the first.
   [[nodiscard]] std::optional<FunctionRecord> find(std::string_view name) const;
 
-  // The first function, in registration order, whose sid equals `sid` (not empty).
+  // The first function, in registration order, whose sid equals `sid` (not empty). The table behind it is
+  // built by the first call, whatever its thread.
   [[nodiscard]] std::optional<FunctionRecord> findBySid(std::string_view sid) const;
 
   [[nodiscard]] const IndexedFamily* indexedFamily(std::string_view name) const;
@@ -80,7 +107,7 @@ class FunctionDictionary {
   [[nodiscard]] const AliasEntry* alias(std::string_view segment) const;
   [[nodiscard]] const std::map<std::string, AliasEntry, std::less<>>& aliases() const;
 
-  // Bytes held for the concrete functions beyond the templates.
+  // Bytes held for the concrete functions beyond the templates, the table of sids left out.
   [[nodiscard]] std::size_t functionBytes() const;
 
  private:

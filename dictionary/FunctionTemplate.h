@@ -26,8 +26,8 @@ struct EnumParameter {
 struct IntegerParameter {
   std::string name, description, sid;
   bool optional = false;
-  bool scaled = false;                        // shown and entered as a percentage
-  std::int32_t min = 0, max = 0;              // of the value sent
+  bool scaled = false;                          // shown and entered as a percentage
+  std::int32_t min = 0, max = 0;                // of the value sent
   std::int32_t minDisplay = 0, maxDisplay = 0;  // of the value shown
 };
 
@@ -49,8 +49,8 @@ struct TimecodeParameter {
   bool optional = false;
 };
 
-// One "fid" element: a name template whose "$" segments stand for families, and the texts and parameters that all
-// its concrete functions share. Texts are as read, before substitution.
+// One "fid" element: a name template whose "$" segments stand for families, and the texts and parameters that
+// all its concrete functions share. Texts are as read, before substitution.
 struct FunctionTemplate {
   std::string name, sid, group, description, longDescription;
   FunctionSource source = FunctionSource::kPanel;

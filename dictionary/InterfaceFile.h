@@ -9,19 +9,22 @@
 
 namespace tessaly {
 
-inline constexpr std::string_view kOlderFamilyInterface = "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
+inline constexpr std::string_view kOlderFamilyInterface =
+    "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
 inline constexpr std::string_view kPanelInterface = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
 
 // Reports a problem; called on the reading thread and must not wait for another thread.
 using ReportProblem = std::function<void(const std::string& text)>;
 
-// Adds a file's families, aliases and functions to the dictionary. False, with "Cannot parse file: %s" reported, for
-// a file that is missing or not well-formed; the dictionary then keeps what it had. A document without an "mfd"
-// element adds nothing and is not reported. The format is told in docs/interface-description.md.
+// Adds a file's families, aliases and functions to the dictionary. False, with "Cannot parse file: %s"
+// reported, for a file that is missing or not well-formed; the dictionary then keeps what it had. A document
+// without an "mfd" element adds nothing and is not reported. The format is told in
+// docs/interface-description.md.
 [[nodiscard]] bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSource source,
                                      FunctionDictionary& dictionary, const ReportProblem& report);
 
 // Both files of the site, the older family's first; a failure of one does not keep the other from being read.
-void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary, const ReportProblem& report);
+void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary,
+                            const ReportProblem& report);
 
 }  // namespace tessaly

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dictionary/FunctionDictionary.h"
+#include "dictionary/IndexTable.h"
+#include "dictionary/NamePattern.h"
+
+namespace tessaly {
+
+// What the dictionary holds. A function costs its name, a line feed, the name's offset and a slot of the name
+// table; its template and combination follow from its place.
+struct FunctionDictionary::Store {
+  struct ExpandedTemplate {
+    FunctionTemplate definition;
+    NamePattern pattern;
+  };
+
+  // Functions of one template with consecutive combinations; a function that was left out starts a new run.
+  struct Run {
+    std::uint32_t firstFunction, firstCombination, expanded;
+  };
+
+  // One function as its template and the alternatives chosen in it.
+  struct Chosen {
+    const ExpandedTemplate& from;
+    Choices choices;
+
+    [[nodiscard]] std::string substitute(std::string_view text, NamePattern::Text kind) const {
+      return from.pattern.substitute(from.definition.name, text, choices, kind);
+    }
+    [[nodiscard]] bool increment() const { return from.pattern.choosesIncrement(choices); }
+    [[nodiscard]] std::string sid() const;
+  };
+
+  // Built by the first search; more templates put a new one in its place.
+  struct SidTable {
+    std::once_flag built;
+    IndexTable indices;
+  };
+
+  static std::uint64_t hashOf(std::string_view text) { return std::hash<std::string_view>{}(text); }
+
+  [[nodiscard]] std::size_t functionCount() const { return offsets.size() - 1; }
+  [[nodiscard]] std::string_view nameOf(std::uint32_t index) const {
+    return std::string_view(names).substr(offsets[index], offsets[index + 1] - offsets[index] - 1);
+  }
+  [[nodiscard]] const Run& runOf(std::uint32_t index) const;
+  [[nodiscard]] Chosen chosenIn(std::uint32_t index) const;
+  [[nodiscard]] std::optional<std::uint32_t> find(std::string_view name) const;
+  [[nodiscard]] std::optional<std::uint32_t> findBySid(std::string_view sid) const;
+
+  // Registers every function of the template; room has been made, and the number of combinations is in
+  // bounds.
+  void expand(ExpandedTemplate added);
+  void registerName(std::string_view name);
+  void fill(SidTable& table) const;
+
+  FamilyTables families;
+  std::map<std::string, AliasEntry, std::less<>> aliases;
+  std::deque<ExpandedTemplate> templates;  // those that gave a function
+  std::vector<Run> runs;
+  std::string names;                         // each followed by a line feed
+  std::vector<std::uint32_t> offsets = {0};  // of each name, and of the end
+  IndexTable byName;
+  std::unique_ptr<SidTable> bySid = std::make_unique<SidTable>();
+  std::size_t templateCount = 0;
+  std::size_t combinations = 0;  // visited over all templates
+  bool beyondBounds = false;
+};
+
+}  // namespace tessaly

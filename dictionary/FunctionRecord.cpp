@@ -1,0 +1,35 @@
+#include "dictionary/DictionaryStore.h"
+
+namespace tessaly {
+
+using Text = NamePattern::Text;
+
+std::string_view FunctionRecord::name() const { return dictionary_->store_->nameOf(index_); }
+
+const FunctionTemplate& FunctionRecord::definition() const {
+  const auto& store = *dictionary_->store_;
+  return store.templates[store.runOf(index_).expanded].definition;
+}
+
+std::string FunctionRecord::sid() const { return dictionary_->store_->chosenIn(index_).sid(); }
+
+std::string FunctionRecord::group() const {
+  const auto chosen = dictionary_->store_->chosenIn(index_);
+  return chosen.increment() ? std::string() : chosen.substitute(chosen.from.definition.group, Text::kFid);
+}
+
+std::string FunctionRecord::description() const {
+  const auto chosen = dictionary_->store_->chosenIn(index_);
+  return chosen.substitute(chosen.from.definition.description, Text::kDisplay);
+}
+
+std::string FunctionRecord::withChosenValues(std::string_view text) const {
+  return dictionary_->store_->chosenIn(index_).substitute(text, Text::kFid);
+}
+
+bool FunctionRecord::incremental() const {
+  const auto chosen = dictionary_->store_->chosenIn(index_);
+  return chosen.from.definition.sid.empty() || chosen.sid().empty();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,224 @@
+#include "dictionary/InterfaceFile.h"
+
+#include <tinyxml.h>
+#include <utility>
+
+#include "platform/Text.h"
+#include "platform/XmlFile.h"
+
+namespace tessaly {
+namespace {
+
+// Names of the file format.
+constexpr std::string_view kName = "name";
+constexpr std::string_view kDescription = "description";
+constexpr std::string_view kSid = "sid";
+constexpr std::string_view kUse = "use";
+constexpr std::string_view kOptional = "optional";
+constexpr std::string_view kMin = "min";
+constexpr std::string_view kMax = "max";
+constexpr std::string_view kMinDisplay = "minDisp";
+constexpr std::string_view kMaxDisplay = "maxDisp";
+constexpr std::string_view kFidSegment = "fidseg";
+constexpr std::string_view kDisplayName = "displayname";
+
+// Calls handle(attribute, name, value) for every attribute in the order of the element.
+template <typename Handle>
+void forAttributes(const TiXmlElement& element, Handle handle) {
+  for (auto attribute = element.FirstAttribute(); attribute != nullptr; attribute = attribute->Next()) {
+    handle(*attribute, std::string_view(attribute->NameTStr()), attribute->ValueStr());
+  }
+}
+
+template <typename Handle>
+void forChildren(const TiXmlElement& element, Handle handle) {
+  for (auto child = element.FirstChildElement(); child != nullptr; child = child->NextSiblingElement()) {
+    handle(*child, std::string_view(child->ValueStr()));
+  }
+}
+
+// The element's first attribute when that is its name, as the listing elements require.
+const TiXmlAttribute* leadingName(const TiXmlElement& element) {
+  const TiXmlAttribute* first = element.FirstAttribute();
+  return first != nullptr && first->NameTStr() == kName ? first : nullptr;
+}
+
+// What every kind of parameter has. True when the attribute was one of these.
+template <typename Parameter>
+bool readCommon(std::string_view name, const std::string& value, Parameter& parameter) {
+  if (name == kName) {
+    parameter.name = value;
+  } else if (name == kDescription) {
+    parameter.description = value;
+  } else if (name == kSid) {
+    parameter.sid = value;
+  } else if (name == kUse) {
+    parameter.optional = value == kOptional;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+template <typename Parameter, typename Convert>
+void readLimit(std::string_view name, const std::string& value, Parameter& parameter, Convert convert) {
+  if (name == kMin) {
+    parameter.min = convert(value);
+  } else if (name == kMax) {
+    parameter.max = convert(value);
+  } else if (name == kMinDisplay) {
+    parameter.minDisplay = convert(value);
+  } else if (name == kMaxDisplay) {
+    parameter.maxDisplay = convert(value);
+  }
+}
+
+EnumParameter readEnumParameter(const TiXmlElement& element) {
+  EnumParameter parameter;
+  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    readCommon(name, value, parameter);
+  });
+  forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
+    if (kind != "enum") return;
+    EnumValue& entry = parameter.values.emplace_back();
+    forAttributes(child, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+      if (name == "value") entry.value = value;
+      if (name == kDescription) entry.description = value;
+    });
+  });
+  return parameter;
+}
+
+IntegerParameter readIntegerParameter(const TiXmlElement& element) {
+  IntegerParameter parameter;
+  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    if (readCommon(name, value, parameter)) return;
+    if (name == "scaler") parameter.scaled = value == "yes";
+    readLimit(name, value, parameter, parseInt);
+  });
+  return parameter;
+}
+
+FloatUnit unitOf(std::string_view type) {
+  if (type == "percent") return FloatUnit::kPercent;
+  return type == "degree" ? FloatUnit::kDegree : FloatUnit::kNone;
+}
+
+FloatParameter readFloatParameter(const TiXmlElement& element) {
+  FloatParameter parameter;
+  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    if (readCommon(name, value, parameter)) return;
+    if (name == "type") parameter.unit = unitOf(value);
+    readLimit(name, value, parameter, parseDouble);
+  });
+  return parameter;
+}
+
+template <typename Parameter>
+Parameter readPlainParameter(const TiXmlElement& element) {
+  Parameter parameter;
+  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    readCommon(name, value, parameter);
+  });
+  return parameter;
+}
+
+FunctionTemplate readFunction(const TiXmlElement& element, FunctionSource source) {
+  FunctionTemplate read;
+  read.source = source;
+  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    if (name == kName) read.name = value;
+    if (name == kSid) read.sid = value;
+    if (name == "group") read.group = value;
+    if (name == kDescription) read.description = value;
+    if (name == "long_desc") read.longDescription = value;
+  });
+  forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
+    if (kind == "enum_parameter") read.enums.push_back(readEnumParameter(child));
+    if (kind == "int_parameter") read.integers.push_back(readIntegerParameter(child));
+    if (kind == "float_parameter") read.floats.push_back(readFloatParameter(child));
+    if (kind == "input_parameter") read.inputs.push_back(readPlainParameter<InputParameter>(child));
+    if (kind == "timecode_parameter") read.timecodes.push_back(readPlainParameter<TimecodeParameter>(child));
+  });
+  return read;
+}
+
+IndexedFamily readIndexedFamily(const TiXmlElement& element) {
+  IndexedFamily family;
+  forAttributes(element,
+                [&](const TiXmlAttribute& attribute, std::string_view name, const std::string& value) {
+                  if (name == kName) family.name = value;
+                  if (name == kFidSegment) family.fidseg = value;
+                  if (name == kDisplayName) family.displayname = value;
+                  if (name == kMin) family.min = attribute.IntValue();
+                  if (name == kMax) family.max = attribute.IntValue();
+                  if (name == "offset") family.offset = attribute.IntValue();
+                });
+  return family;
+}
+
+void readEnumFamily(const TiXmlElement& element, FunctionDictionary& dictionary) {
+  const TiXmlAttribute* familyName = leadingName(element);
+  if (familyName == nullptr) return;
+  EnumFamily family;
+  family.name = familyName->ValueStr();
+  forChildren(element, [&](const TiXmlElement& child, std::string_view) {
+    SegmentAlternative& member = family.members.emplace_back();
+    forAttributes(child, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+      if (name == kFidSegment) member.fidText = value;
+      if (name == kDisplayName) member.displayText = value;
+    });
+  });
+  dictionary.add(std::move(family));
+}
+
+void readAliases(const TiXmlElement& element, FunctionDictionary& dictionary) {
+  if (leadingName(element) == nullptr) return;
+  forChildren(element, [&](const TiXmlElement& child, std::string_view) {
+    AliasEntry entry;
+    forAttributes(child, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+      if (name == "segm") entry.segment = value;
+      // Both fill the one description; the later in the element wins.
+      if (name == "descrShort" || name == "descrLong") entry.description = value;
+      if (name == "search2") entry.search2 = value;
+    });
+    entry.upperDescription = toUpperAscii(entry.description);
+    dictionary.add(std::move(entry));
+  });
+}
+
+}  // namespace
+
+bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSource source,
+                       FunctionDictionary& dictionary, const ReportProblem& report) {
+  TiXmlDocument document;
+  if (!loadXml(root, path, document)) {
+    report("Cannot parse file: " + std::string(path));
+    return false;
+  }
+  const TiXmlElement* content = document.FirstChildElement("mfd");
+  if (content == nullptr) return true;
+  forChildren(*content, [&](const TiXmlElement& element, std::string_view kind) {
+    if (kind == "fid") {
+      dictionary.add(readFunction(element, source));
+    } else if (kind == "alias") {
+      readAliases(element, dictionary);
+    } else if (kind == "fidsegment_enum") {
+      readEnumFamily(element, dictionary);
+    } else if (kind == "fidsegment_indexed") {
+      dictionary.add(readIndexedFamily(element));
+    }
+  });
+  return true;
+}
+
+void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary,
+                            const ReportProblem& report) {
+  // Each file reports its own failure; the other one is read all the same.
+  static_cast<void>(
+      readInterfaceFile(root, kOlderFamilyInterface, FunctionSource::kOlderFamily, dictionary, report));
+  static_cast<void>(readInterfaceFile(root, kPanelInterface, FunctionSource::kPanel, dictionary, report));
+  dictionary.releaseSpareRoom();
+}
+
+}  // namespace tessaly

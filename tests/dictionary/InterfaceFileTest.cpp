@@ -1,0 +1,170 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+#include "dictionary/InterfaceFile.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class InterfaceFileTest : public testing::Test {
+ protected:
+  InterfaceFileTest() : root_(makeFolder()) {}
+  ~InterfaceFileTest() override { std::filesystem::remove_all(root_.path()); }
+
+  static std::filesystem::path makeFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "dictionary-XXXXXX").string();
+    return mkdtemp(pattern.data());
+  }
+
+  void write(std::string_view path, const std::string& bytes) {
+    const auto host = root_.resolve(path);
+    std::filesystem::create_directories(host.parent_path());
+    std::ofstream(host, std::ios::binary) << bytes;
+  }
+
+  bool read(const std::string& bytes, FunctionSource source = FunctionSource::kPanel) {
+    write("c:\\ifc.xml", bytes);
+    return readInterfaceFile(root_, "c:\\ifc.xml", source, dictionary_,
+                             [this](const std::string& text) { reports_.push_back(text); });
+  }
+
+  const FunctionTemplate& only() { return dictionary_.function(0).definition(); }
+
+  SiteRoot root_;
+  FunctionDictionary dictionary_;
+  std::vector<std::string> reports_;
+};
+
+TEST_F(InterfaceFileTest, FunctionWithEveryKindOfParameter) {
+  ASSERT_TRUE(
+      read(R"(<?xml version="1.0"?><!-- c --><other><fid name="NO"/></other><mfd><skip><fid name="NO"/></skip>
+    <fid name="A.B" sid="s" group="g" description="d" long_desc="l" Name="NO">
+      <timecode_parameter name="t" sid="ts" use="optional"/>
+      <float_parameter name="f1" type="percent" min="-1.5" max="2.5x" minDisp="0" maxDisp="1e2" use="Optional"/>
+      <float_parameter name="f2" type="degree"/><float_parameter name="f3" type="dB" min="junk"/>
+      <int_parameter name="i1" description="id" scaler="yes" min=" -12abc" max="34" minDisp="1" maxDisp="2"/>
+      <int_parameter name="i2" scaler="true" use="optional"/>
+      <enum_parameter name="e" sid="es"><enum value="v1" description="d1"/><x value="NO"/><enum value="v2"/></enum_parameter>
+      <input_parameter name="n" description="nd"/><unknown name="NO"/></fid></mfd>)",
+           FunctionSource::kOlderFamily));
+  ASSERT_EQ(dictionary_.summary(), "Number of FIDs: 1/1");
+  const FunctionTemplate& fid = only();
+  EXPECT_EQ(fid.name + fid.sid + fid.group + fid.description + fid.longDescription, "A.Bsgdl");
+  EXPECT_EQ(fid.source, FunctionSource::kOlderFamily);
+  ASSERT_EQ(fid.timecodes.size(), 1u);
+  EXPECT_EQ(fid.timecodes[0].sid, "ts");
+  EXPECT_TRUE(fid.timecodes[0].optional);
+  ASSERT_EQ(fid.floats.size(), 3u);
+  EXPECT_EQ(fid.floats[0].unit, FloatUnit::kPercent);
+  EXPECT_FALSE(fid.floats[0].optional);  // only the exact word makes it so
+  EXPECT_EQ(fid.floats[0].min, -1.5);
+  EXPECT_EQ(fid.floats[0].max, 2.5);
+  EXPECT_EQ(fid.floats[0].maxDisplay, 100.0);
+  EXPECT_EQ(fid.floats[1].unit, FloatUnit::kDegree);
+  EXPECT_EQ(fid.floats[2].unit, FloatUnit::kNone);
+  EXPECT_EQ(fid.floats[2].min, 0.0);
+  ASSERT_EQ(fid.integers.size(), 2u);
+  EXPECT_TRUE(fid.integers[0].scaled);
+  EXPECT_EQ(fid.integers[0].min, -12);
+  EXPECT_EQ(fid.integers[0].max, 34);
+  EXPECT_EQ(fid.integers[0].minDisplay, 1);
+  EXPECT_EQ(fid.integers[0].maxDisplay, 2);
+  EXPECT_FALSE(fid.integers[1].scaled);
+  EXPECT_TRUE(fid.integers[1].optional);
+  EXPECT_EQ(fid.integers[1].description, "");
+  ASSERT_EQ(fid.enums.size(), 1u);
+  EXPECT_EQ(fid.enums[0].sid, "es");
+  ASSERT_EQ(fid.enums[0].values.size(), 2u);
+  EXPECT_EQ(fid.enums[0].values[0].value + fid.enums[0].values[0].description, "v1d1");
+  EXPECT_EQ(fid.enums[0].values[1].value + fid.enums[0].values[1].description, "v2");
+  ASSERT_EQ(fid.inputs.size(), 1u);
+  EXPECT_EQ(fid.inputs[0].name + fid.inputs[0].description, "nnd");
+}
+
+TEST_F(InterfaceFileTest, FamiliesServeOnlyLaterTemplatesAndLeadWithTheirName) {
+  ASSERT_TRUE(read(R"(<mfd><fid name="$i.early"/>
+    <fidsegment_indexed fidseg="I" displayname="In " min="0" max="2" offset="1" name="i"><x fidseg="NO"/></fidsegment_indexed>
+    <fidsegment_enum name="e"><any fidseg="E1" displayname="first"/><other displayname="bare"/></fidsegment_enum>
+    <fidsegment_enum id="1" name="late"><m fidseg="NO"/></fidsegment_enum><fidsegment_enum><m fidseg="NO"/></fidsegment_enum>
+    <fid name="$i.$e" description="$i $e"/><fid name="$late"/><fid name="$"/></mfd>)"));
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < dictionary_.functionCount(); ++i) {
+    lines.push_back(std::string(dictionary_.name(i)) + " = " + dictionary_.function(i).description());
+  }
+  EXPECT_THAT(lines, ElementsAre("I0.E1 = In 1 first", "I0. = In 1 bare", "I1.E1 = In 2 first",
+                                 "I1. = In 2 bare", "I2.E1 = In 3 first", "I2. = In 3 bare"));
+  EXPECT_EQ(dictionary_.templateCount(), 4u);
+}
+
+TEST_F(InterfaceFileTest, AliasesKeepTheLaterDescription) {
+  ASSERT_TRUE(read(R"(<mfd><alias name="a"><x segm="S1" descrShort="short" descrLong="long é" search2="two"/>
+    <y descrLong="long" segm="S2" descrShort="short"/><z segm="S1" descrShort="again"/></alias>
+    <alias other="1" name="b"><x segm="S3"/></alias><alias/></mfd>)"));
+  ASSERT_EQ(dictionary_.aliases().size(), 2u);
+  const AliasEntry* first = dictionary_.alias("S1");
+  EXPECT_EQ(first->description, "long é");
+  EXPECT_EQ(first->upperDescription, "LONG é");
+  EXPECT_EQ(first->search2, "two");
+  EXPECT_EQ(dictionary_.alias("S2")->description, "short");
+  EXPECT_EQ(dictionary_.alias("S2")->search2, "");
+}
+
+TEST_F(InterfaceFileTest, BrokenFilesAreReportedAndLeaveWhatIsThere) {
+  ASSERT_TRUE(read("<mfd><fid name='A'/></mfd>"));
+  std::string deep = "<mfd>";
+  for (int i = 0; i < 100'000; ++i) deep += "<a>";
+  const struct {
+    std::string bytes;
+    bool parsed;
+  } cases[] = {
+      {"", false},
+      {"<mfd><fid name='B'/>", false},
+      {"<mfd><fid name='B'/></mf", false},
+      {std::string("\0\1\2\xff", 4), false},
+      {deep, false},
+      {"<other><mfd><fid name='B'/></mfd></other>", true},  // only the top level is looked at
+      {"<!-- only -->text<Mfd><fid name='B'/></Mfd>", true},
+  };
+  for (const auto& [bytes, parsed] : cases) {
+    reports_.clear();
+    EXPECT_EQ(read(bytes), parsed) << bytes.substr(0, 40);
+    if (parsed) {
+      EXPECT_THAT(reports_, IsEmpty()) << bytes;
+    } else {
+      EXPECT_THAT(reports_, ElementsAre("Cannot parse file: c:\\ifc.xml")) << bytes.substr(0, 40);
+    }
+    EXPECT_EQ(dictionary_.summary(), "Number of FIDs: 1/1") << bytes.substr(0, 40);
+  }
+}
+
+TEST_F(InterfaceFileTest, LoadingReadsTheOlderFileFirstAndGoesOnAfterAFailure) {
+  write(kOlderFamilyInterface,
+        "<mfd><fidsegment_indexed name='n' fidseg='N' min='1' max='1'/><fid name='X'/></mfd>");
+  write(
+      kPanelInterface,
+      "<mfd><fidsegment_indexed name='n' fidseg='M' min='1' max='1'/><fid name='$n'/><fid name='X'/></mfd>");
+  const ReportProblem report = [this](const std::string& text) { reports_.push_back(text); };
+  loadFunctionDictionary(root_, dictionary_, report);
+  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_EQ(dictionary_.summary(), "Number of FIDs: 3/3");
+  EXPECT_EQ(dictionary_.name(1), "N1");  // the first file's family serves the second and is kept
+  EXPECT_EQ(dictionary_.find("X")->source(), FunctionSource::kOlderFamily);
+
+  std::filesystem::remove(root_.resolve(kOlderFamilyInterface));
+  FunctionDictionary second;
+  loadFunctionDictionary(root_, second, report);
+  EXPECT_THAT(reports_,
+              ElementsAre("Cannot parse file: c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml"));
+  EXPECT_EQ(second.find("X")->source(), FunctionSource::kPanel);
+  EXPECT_TRUE(second.find("M1"));
+}
+
+}  // namespace
+}  // namespace tessaly
