@@ -1,0 +1,96 @@
+#include "model/Settings.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+
+#include "platform/Files.h"
+
+namespace tessaly {
+namespace {
+
+constexpr std::size_t kIntegerBytes = 4;
+constexpr std::uint64_t kBytesAfterText = 2;  // the terminating zero and one byte of no meaning
+constexpr std::size_t kMostSettingsBytes = std::size_t{1} << 20;  // a real file has some hundred bytes
+
+std::array<std::string*, 4> textsOf(Settings& settings) {
+  return {&settings.pathA, &settings.pathB, &settings.addressA, &settings.addressB};
+}
+
+// Takes the fields off the front of the file's bytes; each reports false once the bytes do not reach.
+class SettingsReader {
+ public:
+  explicit SettingsReader(std::string_view bytes) : left_(bytes) {}
+
+  bool readInteger(std::uint32_t& value) {
+    if (left_.size() < kIntegerBytes) return false;
+    value = 0;
+    for (std::size_t i = kIntegerBytes; i > 0; --i)
+      value = (value << 8U) | static_cast<unsigned char>(left_[i - 1]);
+    left_.remove_prefix(kIntegerBytes);
+    return true;
+  }
+
+  bool readSigned(std::int32_t& value) {
+    std::uint32_t bits = 0;
+    if (!readInteger(bits)) return false;
+    value = static_cast<std::int32_t>(bits);
+    return true;
+  }
+
+  // A length beyond the end takes what is left, and is the last text.
+  bool readText(std::string& text) {
+    std::uint32_t length = 0;
+    if (!readInteger(length)) return false;
+    const std::uint64_t wanted = std::uint64_t{length} + kBytesAfterText;
+    const bool whole = wanted <= left_.size();
+    const std::string_view field = left_.substr(0, whole ? static_cast<std::size_t>(wanted) : left_.size());
+    text = field.substr(0, std::min(field.find('\0'), field.size()));
+    left_.remove_prefix(field.size());
+    return whole;
+  }
+
+ private:
+  std::string_view left_;
+};
+
+void appendInteger(std::string& bytes, std::uint32_t value) {
+  for (std::size_t i = 0; i < kIntegerBytes; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFFU);
+}
+
+}  // namespace
+
+Settings defaultSettings() { return {}; }
+
+bool readSettings(const SiteRoot& root, Settings& settings) {
+  settings = defaultSettings();
+  const std::optional<std::string> bytes = readFilePrefix(root, kSettingsFile, kMostSettingsBytes);
+  if (!bytes) return false;
+  SettingsReader reader(*bytes);
+  if (!reader.readSigned(settings.format) || !reader.readSigned(settings.frameRate)) return true;
+  for (std::string* text : textsOf(settings)) {
+    if (!reader.readText(*text)) break;
+  }
+  return true;
+}
+
+bool writeSettings(const SiteRoot& root, const Settings& settings) {
+  std::string bytes;
+  appendInteger(bytes, static_cast<std::uint32_t>(settings.format));
+  appendInteger(bytes, static_cast<std::uint32_t>(settings.frameRate));
+  for (const std::string* text : {&settings.pathA, &settings.pathB, &settings.addressA, &settings.addressB}) {
+    appendInteger(bytes, static_cast<std::uint32_t>(text->size()));
+    bytes += *text;
+    bytes.append(kBytesAfterText, '\0');
+  }
+  return writeFile(root, kSettingsFile, bytes);
+}
+
+std::string derivedPath(std::string_view stored) {
+  std::string path(stored);
+  if (!path.empty() && path.back() != '\\') path += '\\';
+  return path;
+}
+
+}  // namespace tessaly

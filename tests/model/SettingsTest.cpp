@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include "model/Settings.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using namespace std::string_literals;
+
+const std::string kWhole =
+    "\x07\0\0\0\x1E\0\0\0"s
+    "\x04\0\0\0c:\\x\0\0"s
+    "\0\0\0\0\0\0"s
+    "\x08\0\0\0"s
+    "10.0.0.7\0\0"s
+    "\x02\0\0\0\xFC!\0\0"s;
+
+class SettingsFile : public ::testing::Test {
+ protected:
+  Settings read(const std::string& bytes) {
+    site.write(kSettingsFile, bytes);
+    Settings settings;
+    EXPECT_TRUE(readSettings(site.root, settings));
+    return settings;
+  }
+
+  TestSite site;
+};
+
+TEST_F(SettingsFile, MissingGivesTheDefaults) {
+  Settings settings{9, 9, "a", "b", "c", "d"};
+  EXPECT_FALSE(readSettings(site.root, settings));
+  EXPECT_EQ(settings, defaultSettings());
+  EXPECT_FALSE(writeSettings(site.root, settings));  // nowhere to put it
+}
+
+TEST_F(SettingsFile, ReadsEveryFieldAndWritesTheSameBytes) {
+  const Settings settings = read(kWhole);
+  EXPECT_EQ(settings, (Settings{7, 30, "c:\\x", "", "10.0.0.7", "\xFC!"}));
+  ASSERT_TRUE(writeSettings(site.root, settings));
+  EXPECT_EQ(site.read(kSettingsFile), kWhole);
+}
+
+TEST_F(SettingsFile, ByteOfNoMeaningIsIgnored) {
+  std::string bytes = kWhole;
+  bytes.back() = '\x55';
+  EXPECT_EQ(read(bytes), read(kWhole));
+}
+
+TEST_F(SettingsFile, DamageKeepsDefaultsForWhatIsNotReached) {
+  const std::string start = "\x02\0\0\0\xFF\xFF\xFF\xFF"s;
+  const Settings defaults = defaultSettings();
+  Settings onlyFormat = defaults;
+  onlyFormat.format = 2;
+  Settings numbers = onlyFormat;
+  numbers.frameRate = -1;
+  Settings cut = numbers;
+  cut.pathA = "c:\\lo";
+  Settings early = cut;
+  early.pathA = "c:";
+  const struct {
+    const char* what;
+    std::string bytes;
+    Settings settings;
+  } cases[] = {
+      {"empty", "", defaults},
+      {"half an integer", "\x02\0\0"s, defaults},
+      {"no frame rate", start.substr(0, 7), onlyFormat},
+      {"half a length", start + "\x01\0\0"s, numbers},
+      {"text runs over the end", start + "\x09\0\0\0c:\\lo"s, cut},
+      {"huge length", start + "\xFF\xFF\xFF\xFF"s + "c:\\lo\0more"s, cut},
+      {"zero inside the text", start + "\x04\0\0\0c:\0x\0\0"s, early},
+  };
+  for (const auto& c : cases) EXPECT_EQ(read(c.bytes), c.settings) << c.what;
+}
+
+TEST(Settings, DerivedPathEndsInABackslash) {
+  EXPECT_EQ(derivedPath("c:\\appli"), "c:\\appli\\");
+  EXPECT_EQ(derivedPath("c:\\appli\\"), "c:\\appli\\");
+  EXPECT_EQ(derivedPath(""), "");
+}
+
+}  // namespace
+}  // namespace tessaly
