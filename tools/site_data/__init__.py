@@ -1,0 +1,1 @@
+"""What the sample site consists of; tools/make_site.py writes it to site/."""
