@@ -1,0 +1,213 @@
+#include "platform/XmlGuard.h"
+
+#include <array>
+#include <cstring>
+#include <string_view>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
+constexpr auto kEndsTagRun = [] {
+  std::array<bool, 256> table{};
+  for (const unsigned char c : {'\0', '"', '\'', '=', '>'}) table[c] = true;
+  return table;
+}();
+
+constexpr bool startsName(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+         static_cast<unsigned char>(c) >= 0x7F;
+}
+
+bool startsWith(const char* text, std::string_view start) {
+  return std::strncmp(text, start.data(), start.size()) == 0;
+}
+
+bool startsWithNoCase(const char* text, std::string_view start) {
+  return ::strncasecmp(text, start.data(), start.size()) == 0;
+}
+
+// How many bytes the parser takes at once for a character that begins with this one.
+constexpr int sequenceLength(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0xC2 || byte > 0xF4 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+}
+
+// True when the parser, in UTF-8, may run over the delimiter at `at`. `start` is where it began to read.
+bool isSwallowed(const char* start, const char* at) {
+  for (int back = 1; back <= 3 && at - start >= back; ++back) {
+    if (sequenceLength(at[-back]) > back) return true;
+  }
+  return false;
+}
+
+// True for a numeric reference that is not complete: the parser looks for its ";" anywhere behind and may
+// jump there over any markup.
+bool hasOpenReference(std::string_view text) {
+  for (std::size_t at = text.find("&#"); at != text.npos; at = text.find("&#", at)) {
+    at += 2;
+    const bool isHex = at < text.size() && text[at] == 'x';
+    if (isHex) ++at;
+    const std::size_t end = text.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789", at);
+    if (end == text.npos || end == at || text[end] != ';') return true;
+  }
+  return false;
+}
+
+// Any other name makes the parser read byte by byte. A name with an entity in it may turn out to be UTF-8.
+bool mayMeanUtf8(std::string_view encoding) {
+  constexpr std::string_view kNameBytes =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789.:-_";
+  const std::string_view start = encoding.substr(0, 4);
+  return encoding.empty() || encoding.find_first_not_of(kNameBytes) != encoding.npos ||
+         equalNoCase(start, "utf8") || equalNoCase(start, "utf-");
+}
+
+// The bytes end with a NUL and have none before, so that every search stops at the end by itself.
+class Scan {
+ public:
+  Scan(const std::string& bytes, const XmlLimits& limits)
+      : limits_(limits),
+        at_(bytes.c_str()),
+        end_(at_ + bytes.size()),
+        utf8_(startsWith(at_, kByteOrderMark)),
+        anyOpenReference_(hasOpenReference(bytes)) {}
+
+  bool run() {
+    for (;;) {
+      const char* const text = at_;
+      at_ = std::strchr(text, '<');
+      if (!isBounded(text, at_ ? at_ : end_)) return false;
+      if (!at_) return true;
+      if (!markup()) return false;
+    }
+  }
+
+ private:
+  bool markup() {
+    const char next = at_[1];
+    if (startsName(next)) return element();
+    if (next == '/') {
+      if (depth_ > 0) --depth_;
+    } else if (startsWith(at_, "<!--")) {
+      skipBeyond(4, "-->");
+      return true;
+    } else if (startsWith(at_, "<![CDATA[")) {
+      skipBeyond(9, "]]>");
+      return true;
+    } else if (startsWithNoCase(at_, "<!DOCTYPE")) {
+      return documentType();
+    } else if (startsWithNoCase(at_, "<?xml")) {
+      return declaration();
+    }
+    skipBeyond(1, ">");  // whatever else it is, the parser ends it here, quotes or not
+    return true;
+  }
+
+  // True when the parser, reading characters from `start`, stops at `delimiter` as it should.
+  bool isBounded(const char* start, const char* delimiter) const {
+    if (utf8_ && isSwallowed(start, delimiter)) return false;
+    return !anyOpenReference_ || !hasOpenReference({start, static_cast<std::size_t>(delimiter - start)});
+  }
+
+  void skipBeyond(int offset, const char* mark) {
+    const char* const found = std::strstr(at_ + offset, mark);
+    at_ = found ? found + std::strlen(mark) : end_;
+  }
+
+  bool element() {
+    if (++depth_ > limits_.depth) return false;
+    int attributes = 0;
+    for (++at_;; ++at_) {
+      while (!kEndsTagRun[static_cast<unsigned char>(*at_)]) ++at_;
+      if (*at_ == '\0') return true;
+      if (*at_ == '>') break;
+      if (*at_ == '=') {
+        if (++attributes > limits_.attributes) return false;
+      } else if (!quoted()) {
+        return false;
+      }
+      if (*at_ == '\0') return true;
+    }
+    if (at_[-1] == '/') --depth_;
+    ++at_;
+    return true;
+  }
+
+  // From an opening quote to its closing one, or to the end.
+  bool quoted() {
+    const char* const start = at_ + 1;
+    at_ = std::strchr(start, *at_);
+    if (!at_) at_ = end_;
+    return isBounded(start, at_);
+  }
+
+  bool documentType() {
+    char quote = '\0';
+    for (at_ += 2; *at_ != '\0' && *at_ != '>'; ++at_) {
+      if (quote == '\0' && *at_ == '[') return false;
+      if (quote == '\0' && (*at_ == '"' || *at_ == '\'')) {
+        quote = *at_;
+      } else if (*at_ == quote) {
+        quote = '\0';
+      }
+    }
+    return quote == '\0';  // the parser would stop at a ">" within quotes too
+  }
+
+  // The parser knows three attributes here, whose quoted values may hold a ">"; it skips all else word by
+  // word.
+  bool declaration() {
+    std::string_view encoding;
+    at_ += std::string_view("<?xml").size();
+    while (*at_ != '\0' && *at_ != '>') {
+      skipWhiteSpace();
+      const bool isEncoding = startsWithNoCase(at_, "encoding");
+      if (isEncoding || startsWithNoCase(at_, "version") || startsWithNoCase(at_, "standalone")) {
+        at_ += std::strcspn(at_, "= \t\n\v\f\r>");
+        skipWhiteSpace();
+        if (*at_ != '=') return false;
+        ++at_;
+        skipWhiteSpace();
+        const char* value = at_;
+        const bool isQuoted = *at_ == '"' || *at_ == '\'';
+        if (isQuoted) {
+          ++value;
+          if (!quoted() || *at_ == '\0') return false;
+        } else {
+          at_ += std::strcspn(at_, "/ \t\n\v\f\r>");
+        }
+        if (isEncoding) encoding = {value, static_cast<std::size_t>(at_ - value)};
+        if (isQuoted) ++at_;
+      } else {
+        for (; *at_ != '\0' && *at_ != '>' && kWhiteSpace.find(*at_) == kWhiteSpace.npos; ++at_) {
+          if (static_cast<unsigned char>(*at_) >= 0x80)
+            return false;  // the parser may take it for white space
+        }
+      }
+    }
+    utf8_ = utf8_ || mayMeanUtf8(encoding);
+    return true;
+  }
+
+  void skipWhiteSpace() { at_ += std::strspn(at_, kWhiteSpace.data()); }
+
+  const XmlLimits& limits_;
+  const char* at_;
+  const char* end_;
+  bool utf8_;              // the parser reads characters, not bytes
+  bool anyOpenReference_;  // somewhere, maybe in a comment where it does no harm
+  int depth_ = 0;
+};
+
+}  // namespace
+
+bool isSafeXml(const std::string& bytes, const XmlLimits& limits) {
+  return std::memchr(bytes.data(), '\0', bytes.size()) == nullptr && Scan(bytes, limits).run();
+}
+
+}  // namespace tessaly
