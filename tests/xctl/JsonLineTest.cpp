@@ -1,0 +1,102 @@
+#include <climits>
+#include <gtest/gtest.h>
+
+#include "xctl/JsonLine.h"
+
+namespace tessaly {
+namespace {
+
+std::string described(std::string_view line) {
+  WireMessage message;
+  const LineKind kind = parseLine(line, message);
+  if (kind != LineKind::kMessage) return kind == LineKind::kBroken ? "broken" : "other";
+  std::string text = message.method + " id:" + message.id.value_or("-");
+  if (message.name) text += " name:" + *message.name;
+  if (message.value) text += " value:" + *message.value;
+  if (message.function) text += " function:" + *message.function;
+  if (message.parameters) text += " parameters:" + message.parameters->toString();
+  return text;
+}
+
+TEST(JsonLine, ReadsMessagesAndSetsWrongTypesAside) {
+  const std::string start = R"({"jsonrpc":"2.0","method":"m","params":)";
+  const std::string call = start + R"({"function":"F","parameters":)";
+  const std::vector<std::pair<std::string, std::string>> table = {
+      {start + R"({"name":"A","value":"b"}})", "m id:- name:A value:b"},
+      {R"({"params":{"value":"\u00fc","name":"A"},"method":"m","id":7,"jsonrpc":"2.0"})",
+       "m id:7 name:A value:ü"},
+      {R"({"jsonrpc":"2.0","method":"m","id":"x\"y"})", R"(m id:"x\"y")"},
+      {R"({"jsonrpc":"2.0","method":"m","id":null})", "m id:null"},
+      {start + R"({"name":5,"value":["b"],"other":{"name":"x"}}})", "m id:-"},
+      {start + R"({"name":"A","name":null}})", "m id:-"},
+      {start + R"(["name","A"]})", "m id:-"},
+      {R"({"jsonrpc":"2.0","method":"m","name":"A","x":{"name":"B"}})", "m id:-"},
+      {call + R"([{"name":"REG","value":"007"},{"value":"","name":"NAME"}]}})",
+       R"(m id:- function:F parameters:REG="007", NAME="")"},
+      {call + "[]}}", "m id:- function:F parameters:"},
+      {call + R"([{"name":"REG"}]}})", "m id:- function:F"},
+      {call + R"([{"name":"REG","value":7}]}})", "m id:- function:F"},
+      {call + R"([{"name":"REG","value":"7"},3]}})", "m id:- function:F"},
+      {call + R"([[{"name":"REG","value":"7"}]]}})", "m id:- function:F"},
+      {call + R"({"name":"REG","value":"7"}}})", "m id:- function:F"},
+      {R"({"jsonrpc":"1.0","method":"m"})", "other"},
+      {R"({"jsonrpc":"2.0","method":1})", "other"},
+      {R"({"jsonrpc":"2.0","result":true,"id":1})", "other"},
+      {"[1]", "other"},
+      {"7", "other"},
+      {"", "broken"},
+      {"{\"jsonrpc\":\"2.0\"", "broken"},
+      {"{} {}", "broken"},
+      {"{\"a\":\"\xfc\"}", "broken"},
+      {std::string(17, '[') + std::string(17, ']'), "broken"},
+      {std::string(kLongestLine, '['), "broken"},
+  };
+  for (const auto& [line, expected] : table) EXPECT_EQ(described(line), expected) << line.substr(0, 100);
+}
+
+TEST(JsonLine, WhatIsWrittenReadsBackAsUtf8) {
+  ParameterList parameters;
+  parameters.addString("REG", "007");
+  parameters.addString("NAME",
+                       "\"Gr\xfc\xdf"
+                       "e\"\n\x80");
+  EXPECT_EQ(described(callLine("PANEL.X", parameters)),
+            "call id:- function:PANEL.X parameters:REG=\"007\", NAME=\"\"Grüße\"\n€\"");
+  EXPECT_EQ(described(valueLine(kValueMethod, "N", std::string("a\0ü", 4))),
+            std::string("value id:- name:N value:a\0ü", 28));
+  // Overlong, surrogate, cut and stray bytes are no UTF-8 and so are read as Windows-1252.
+  for (const char* bytes :
+       {"\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xe2\x82", "\xbf", "\xf0\x8f\xbf\xbf"}) {
+    EXPECT_NE(described(subscribeLine(bytes)), "broken") << bytes;
+  }
+}
+
+TEST(LineBuffer, GivesTheSameLinesHoweverTheStreamIsCut) {
+  const std::string stream = "one\r\n\ntwo\nthree";
+  for (std::size_t step = 1; step <= stream.size(); ++step) {
+    LineBuffer buffer;
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < stream.size(); at += step) {
+      buffer.append(std::string_view(stream).substr(at, step));
+      while (const auto line = buffer.next()) lines.emplace_back(*line);
+    }
+    EXPECT_EQ(lines, (std::vector<std::string>{"one", "", "two"})) << step;
+  }
+}
+
+TEST(ParameterValue, IntegersAreStrict) {
+  for (const auto& [text, expected] : std::vector<std::pair<std::string, int>>{
+           {"0", 0}, {"-1", -1}, {"007", 7}, {"2147483647", INT_MAX}, {"-2147483648", INT_MIN}}) {
+    int number = 55;
+    EXPECT_TRUE(ParameterValue(text).getIntValue(number)) << text;
+    EXPECT_EQ(number, expected);
+  }
+  for (const char* text : {"", " 1", "1 ", "abc", "1.5", "0x10", "2147483648", "-2147483649", "--1"}) {
+    int number = 55;
+    EXPECT_FALSE(ParameterValue(text).getIntValue(number)) << text;
+    EXPECT_EQ(number, 55) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tessaly
