@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-// The panel's control protocol, with exactly the operations that the system uses. The open implementation in this
-// folder speaks the protocol of docs/protocol.md; the maker's library can be linked in its place.
+// The panel's control protocol, with exactly the operations that the system uses. The open implementation in
+// this folder speaks the protocol of docs/protocol.md; the maker's library can be linked in its place.
 
 // Must be called once before a connection is made; repeating it does nothing. Any thread.
 void xctlInit();
@@ -51,7 +51,10 @@ class IXCTLClient {
   virtual ~IXCTLClient() = default;
 };
 
-// One connection to a panel. Operations may be called from any thread, also from a callback (but for the destructor).
+// One connection to a panel. Operations may be called from any thread, also from a callback, but for the
+// destructor, which ends the connection and must not be called from a callback. An operation that ends a
+// connection waits until a running callback has returned (not for the one it is called from), so a callback
+// must not wait for its caller.
 class XCTLConnection {
  public:
   explicit XCTLConnection(ETransport transport);
@@ -59,14 +62,19 @@ class XCTLConnection {
   XCTLConnection(const XCTLConnection&) = delete;
   XCTLConnection& operator=(const XCTLConnection&) = delete;
 
-  // Blocks until the panel has greeted us, at most 5 s. Status 0 is reported before it returns true. While connected
-  // it ends the old connection first. `host` may be "address:port" when a panel listens on another port.
+  // Blocks until the panel has greeted us, at most 5 s. Status 0 is reported before it returns true; a
+  // connection that does not come about reports nothing. While connected it ends the old connection first. A
+  // later connect ends one that is still pending. `host` is a numeric address (names are not looked up, since
+  // that cannot be bounded in time), or "address:port" when a panel listens on another port. `client` is
+  // called until the connection has ended.
   bool connect(const std::string& host, std::uint16_t port, IXCTLClient* client);
 
-  // Ends the connection; status 1 has been reported when it returns (later, when called from a callback).
+  // Ends the connection, also one that is being made; lines that wait are sent first if the panel takes them
+  // at once. Status 1 has been reported when it returns, also when it is called from a callback; nothing is
+  // called afterwards.
   void disconnect();
 
-  // Both return at once; false when not connected or the line cannot be queued.
+  // Both return at once; false when not connected or when too much waits to be sent (8 MB).
   bool subscribe(const std::string& name);
   bool callFunctionId(const std::string& functionId, const ParameterList& parameters);
 

@@ -1,0 +1,281 @@
+#include <atomic>
+#include <filesystem>
+#include <future>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+#include "ScriptedPeer.h"
+
+namespace tessaly {
+namespace {
+
+using Events = std::vector<std::string>;
+
+std::size_t entriesOf(const char* folder) {
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) count += entry.path().empty() ? 0 : 1;
+  return count;
+}
+
+std::string hello() { return helloLine("test"); }
+std::string value(const std::string& name, const std::string& text) {
+  return valueLine(kValueMethod, name, text);
+}
+
+TEST(Connection, HostilePeerEndsItWithStatusOneAndNothingElse) {
+  struct Case {
+    const char* what;
+    std::string bytes;
+    bool connects;
+    Events events;
+  };
+  const Events ended = {"status 0", "status 1"};
+  const Events oneValue = {"status 0", "value A=1", "status 1"};
+  const std::vector<Case> table = {
+      {"closed at once", "", false, {}},
+      {"garbage for a greeting", "220 FTP ready\r\n", false, {}},
+      {"value before the greeting", value("A", "0") + hello() + value("A", "1") + "x\n", true, oneValue},
+      {"garbage", hello() + std::string(1, '\0') + "\xff\xfe\n", true, ended},
+      {"half a line", hello() + value("A", "1") + value("A", "2").substr(0, 40), true, oneValue},
+      {"no UTF-8",
+       hello() + "{\"jsonrpc\":\"2.0\",\"method\":\"value\",\"params\":{\"name\":\"\xfc\",\"value\":\"\"}}\n",
+       true, ended},
+      {"endless line", hello() + std::string(kLongestLine + 1, ' '), true, ended},
+      {"endless greeting", std::string(4 * kLongestLine, '{'), false, {}},
+      {"abyss", hello() + std::string(kLongestLine / 2, '[') + "\n" + value("A", "1"), true, ended},
+      {"objects to ignore",
+       hello() + hello() + "[]\n7\n{\"jsonrpc\":\"2.0\",\"result\":1,\"id\":1}\n" +
+           "{\"jsonrpc\":\"2.0\",\"method\":\"value\"}\n{\"jsonrpc\":\"2.0\",\"method\":\"nod\",\"params\":{}"
+           "}\n" +
+           "{\"jsonrpc\":\"2.0\",\"method\":\"value\",\"params\":{\"name\":\"A\",\"value\":3}}\n" +
+           value("A", "1") + "x\n",
+       true, oneValue},
+      {"trigger",
+       hello() + valueLine(kTriggerMethod, "T", "9") + "x\n",
+       true,
+       {"status 0", "trigger T=9", "status 1"}},
+  };
+  for (const Case& entry : table) {
+    SCOPED_TRACE(entry.what);
+    Recorder recorder;
+    XCTLConnection connection(kXctlTransportTcp);
+    std::promise<void> connected;
+    ScriptedPeer peer([&](ScriptedPeer& self, const Socket& socket) {
+      // The rest is held back until connect has returned, so that its result does not hang on the order of
+      // threads.
+      const std::size_t greeting =
+          entry.connects ? entry.bytes.find(hello()) + hello().size() : entry.bytes.size();
+      if (!self.send(socket, entry.bytes.substr(0, greeting)) || !entry.connects) return;
+      connected.get_future().wait();
+      self.send(socket, entry.bytes.substr(greeting));
+    });
+    EXPECT_EQ(connection.connect("127.0.0.1", peer.port(), &recorder), entry.connects);
+    connected.set_value();
+    if (entry.connects) {
+      EXPECT_TRUE(recorder.waitFor("status 1"));
+    }
+    EXPECT_FALSE(connection.subscribe("A"));
+    connection.disconnect();
+    EXPECT_EQ(recorder.events(), entry.events);
+  }
+}
+
+TEST(Connection, SurvivesAPeerThatClosesAtEveryByteOfAMessage) {
+  const std::string all = hello() + value("A", "1");
+  std::atomic<std::size_t> length{0};
+  ScriptedPeer peer(
+      [&](ScriptedPeer& self, const Socket& socket) { self.send(socket, all.substr(0, length)); });
+  XCTLConnection connection(kXctlTransportTcp);
+  for (length = 0; length <= all.size(); ++length) {
+    Recorder recorder;
+    const bool connected = connection.connect("127.0.0.1", peer.port(), &recorder);
+    EXPECT_TRUE(!connected || length >= hello().size());
+    connection.disconnect();
+    const Events events = recorder.events();
+    if (length < hello().size()) {
+      EXPECT_TRUE(events.empty());
+    } else {
+      ASSERT_GE(events.size(), 2U);
+      EXPECT_EQ(events.front() + events.back(), "status 0status 1");
+    }
+  }
+}
+
+TEST(Connection, ReportsZeroBeforeConnectReturnsAndCallsOnItsOwnThread) {
+  std::promise<Events> heard;
+  ScriptedPeer peer([&](ScriptedPeer& self, const Socket& socket) {
+    self.send(socket, hello());
+    Events lines;
+    for (std::string line = self.readLine(socket); !line.empty(); line = self.readLine(socket)) {
+      lines.push_back(line + "\n");
+      WireMessage message;
+      if (parseLine(line, message) == LineKind::kMessage && message.name) {
+        self.send(socket, value(*message.name, "caf\xe9"));
+      }
+    }
+    heard.set_value(lines);
+  });
+  Recorder recorder;
+  XCTLConnection connection(kXctlTransportTcp);
+  ParameterList parameters;
+  parameters.addString("REG", "007");
+  EXPECT_FALSE(connection.callFunctionId("F", parameters));
+  ASSERT_TRUE(connection.connect("127.0.0.1:" + std::to_string(peer.port()), 1, &recorder));
+  EXPECT_EQ(recorder.events(), Events{"status 0"});
+  EXPECT_NE(recorder.lastThread(), std::this_thread::get_id());
+  EXPECT_TRUE(connection.subscribe("GR\xdcN"));
+  EXPECT_FALSE(connection.subscribe(std::string(kLongestLine, 'x')));
+  EXPECT_TRUE(recorder.waitFor("value GR\xdcN=café")) << "the name comes back in the bytes that were given";
+  EXPECT_TRUE(connection.callFunctionId("F", parameters));
+  connection.disconnect();  // what was called just before still arrives
+  EXPECT_EQ(heard.get_future().get(), (Events{subscribeLine("GRÜN"), callLine("F", parameters)}));
+  EXPECT_EQ(recorder.events().back(), "status 1");
+  connection.disconnect();
+  EXPECT_EQ(recorder.events().size(), 3U);
+}
+
+TEST(Connection, QueueIsBoundedWhenThePeerReadsNothing) {
+  std::promise<void> release;
+  ScriptedPeer peer([&](ScriptedPeer& self, const Socket& socket) {
+    self.send(socket, hello());
+    release.get_future().wait();
+  });
+  Recorder recorder;
+  XCTLConnection connection(kXctlTransportTcp);
+  ASSERT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
+  const std::string name(100000, 'n');
+  int queued = 0;
+  while (connection.subscribe(name)) ASSERT_LT(++queued, 1000);
+  connection.disconnect();
+  EXPECT_EQ(recorder.events().back(), "status 1");
+  release.set_value();
+}
+
+TEST(Connection, CallbacksMayDisconnectAndConnectAgain) {
+  ScriptedPeer peer([](ScriptedPeer& self, const Socket& socket) {
+    self.send(socket, hello() + value("A", "1") + value("A", "2"));
+    self.drain(socket);
+  });
+  Recorder first, second;
+  XCTLConnection connection(kXctlTransportTcp);
+  std::promise<bool> connected;
+  first.after = [&](const std::string& event) {
+    if (event != "value A=1") return;
+    connection.disconnect();
+    connected.set_value(connection.connect("127.0.0.1", peer.port(), &second));
+  };
+  EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &first) || !first.events().empty());
+  EXPECT_TRUE(connected.get_future().get());
+  EXPECT_TRUE(second.waitFor("value A=2"));
+  connection.disconnect();
+  EXPECT_EQ(first.events(), (Events{"status 0", "value A=1", "status 1"}));
+  EXPECT_EQ(second.events(), (Events{"status 0", "value A=1", "value A=2", "status 1"}));
+}
+
+TEST(Connection, AThrowingClientEndsItsConnectionOnly) {
+  ScriptedPeer peer([](ScriptedPeer& self, const Socket& socket) {
+    self.send(socket, hello() + value("A", "1"));
+    self.drain(socket);
+  });
+  Recorder recorder;
+  XCTLConnection connection(kXctlTransportTcp);
+  recorder.after = [](const std::string& event) {
+    if (event != "status 0") throw std::runtime_error(event);
+  };
+  (void)connection.connect("127.0.0.1", peer.port(), &recorder);
+  EXPECT_TRUE(recorder.waitFor("status 1"));
+}
+
+TEST(Connection, ConnectIsBoundedAndCanBeAbandoned) {
+  ScriptedPeer silent([](ScriptedPeer& self, const Socket& socket) { self.drain(socket); });
+  Recorder recorder;
+  XCTLConnection connection(kXctlTransportTcp);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(connection.connect("127.0.0.1", silent.port(), &recorder));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(7));
+  for (const char* host : {"", "panel.example", "1.2.3.4:x", "127.0.0.1:", "300.1.1.1", "10.0.0."}) {
+    EXPECT_FALSE(connection.connect(host, silent.port(), &recorder)) << host;
+  }
+  EXPECT_FALSE(XCTLConnection(kXctlTransportNone).connect("127.0.0.1", silent.port(), &recorder));
+  EXPECT_FALSE(connection.connect("127.0.0.1", silent.port(), nullptr));
+  EXPECT_TRUE(recorder.events().empty());
+}
+
+TEST(Connection, AHundredOfEachLeaveNothingBehind) {
+  std::atomic<bool> lose{false}, silent{false};
+  std::atomic<int> accepted{0};
+  ScriptedPeer peer([&](ScriptedPeer& self, const Socket& socket) {
+    ++accepted;
+    if (!silent) self.send(socket, hello());
+    if (!lose) self.drain(socket);
+  });
+  Recorder recorder;
+  XCTLConnection connection(kXctlTransportTcp);
+  EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
+  connection.disconnect();
+  const std::size_t threads = entriesOf("/proc/self/task"), descriptors = entriesOf("/proc/self/fd");
+  for (int i = 0; i < 100; ++i) {
+    EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
+    if (i % 2 == 0) connection.disconnect();
+  }
+  connection.disconnect();
+  silent = true;
+  for (int i = 0; i < 100; ++i) {
+    const int before = accepted;
+    auto attempt = std::async(std::launch::async,
+                              [&] { return connection.connect("127.0.0.1", peer.port(), &recorder); });
+    while (accepted == before) std::this_thread::yield();
+    connection.disconnect();
+    EXPECT_FALSE(attempt.get());
+  }
+  silent = false;
+  lose = true;
+  for (int i = 0; i < 100; ++i) (void)connection.connect("127.0.0.1", peer.port(), &recorder);
+  connection.disconnect();
+  EXPECT_EQ(entriesOf("/proc/self/fd"), descriptors);
+  EXPECT_EQ(entriesOf("/proc/self/task"), threads);
+  lose = false;
+  EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
+}
+
+TEST(Connection, StormFromSeveralThreadsKeepsTheOrderOfStatuses) {
+  ScriptedPeer peer([](ScriptedPeer& self, const Socket& socket) {
+    std::string burst = hello();
+    for (int i = 0; i < 200; ++i) burst += value("PANEL.MACRO1.REG" + std::to_string(i) + ".NAME", "x");
+    while (self.send(socket, burst)) {
+    }
+  });
+  Recorder recorder;
+  {
+    XCTLConnection connection(kXctlTransportTcp);
+    std::atomic<bool> stop{false};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 2; ++i) {
+      threads.emplace_back([&] {
+        while (!stop) (void)connection.subscribe("A"), (void)connection.callFunctionId("F", {});
+      });
+      threads.emplace_back([&] {
+        for (int n = 0; n < 30; ++n) (void)connection.connect("127.0.0.1", peer.port(), &recorder);
+      });
+      threads.emplace_back([&] {
+        while (!stop) connection.disconnect(), std::this_thread::yield();
+      });
+    }
+    threads[1].join();
+    threads[4].join();
+    stop = true;
+    for (std::thread& thread : threads) {
+      if (thread.joinable()) thread.join();
+    }
+  }
+  int balance = 0;
+  for (const std::string& event : recorder.events()) {
+    if (event == "status 0") ++balance;
+    if (event == "status 1") --balance;
+    ASSERT_TRUE(balance == 0 || balance == 1);
+  }
+  EXPECT_EQ(balance, 0);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,243 @@
+#include "xctl/Session.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "xctl/WireText.h"
+
+namespace tessaly {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kOpenTime{5000};    // for the TCP connection and the greeting together
+constexpr milliseconds kGoodbyeTime{200};  // for sending what waits and for the panel to close its side
+constexpr std::size_t kMostPending = std::size_t{8} * 1024 * 1024;  // bytes of lines that wait to be sent
+constexpr std::size_t kReadSize = std::size_t{64} * 1024;
+constexpr std::size_t kMostSpellings = 100000;
+
+int millisecondsUntil(std::chrono::steady_clock::time_point deadline) {
+  const auto left = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now());
+  return static_cast<int>(std::max<milliseconds::rep>(left.count(), 0));
+}
+
+}  // namespace
+
+void Session::run(const std::string& host, std::uint16_t port) {
+  // Whatever goes wrong here, memory or a client that throws, ends this connection and nothing else.
+  try {
+    serve(host, port);
+  } catch (...) {
+  }
+  close();
+  {
+    const std::scoped_lock guard(mutex_);
+    phase_ = Phase::kDone;
+  }
+  changed_.notify_all();
+}
+
+void Session::close() {
+  {
+    const std::scoped_lock guard(mutex_);
+    phase_ = Phase::kEnded;
+    ending_ = true;
+  }
+  changed_.notify_all();
+  try {
+    sayGoodbye();
+  } catch (...) {
+  }
+  socket_.close();
+  linked_ = false;
+  reportEnd();
+}
+
+bool Session::waitOpen() {
+  std::unique_lock guard(mutex_);
+  changed_.wait(guard, [this] { return opened_ || phase_ > Phase::kOpen; });
+  return phase_ == Phase::kOpen && !ending_;
+}
+
+bool Session::endReported() {
+  const std::scoped_lock guard(mutex_);
+  return endReported_;
+}
+
+void Session::waitEnd(bool reportedOnly) {
+  std::unique_lock guard(mutex_);
+  changed_.wait(guard, [&] { return phase_ == Phase::kDone || (reportedOnly && endReported_); });
+}
+
+bool Session::done() {
+  const std::scoped_lock guard(mutex_);
+  return phase_ == Phase::kDone;
+}
+
+void Session::end() {
+  ending_ = true;
+  wakeUp_.wake();
+}
+
+void Session::reportEnd() {
+  {
+    const std::scoped_lock guard(mutex_);
+    if (std::exchange(reporting_, true)) return;
+  }
+  try {
+    if (greeted_) client_->connectionStatusChanged(1);
+  } catch (...) {
+  }
+  {
+    const std::scoped_lock guard(mutex_);
+    endReported_ = true;
+  }
+  changed_.notify_all();
+}
+
+bool Session::send(const std::string& line) {
+  bool first = false;
+  {
+    const std::scoped_lock guard(mutex_);
+    if (phase_ != Phase::kOpen || ending_ || line.size() > kLongestLine ||
+        pending_.size() + line.size() > kMostPending) {
+      return false;
+    }
+    first = pending_.empty();
+    pending_ += line;
+  }
+  if (first) wakeUp_.wake();
+  return true;
+}
+
+bool Session::subscribe(const std::string& name) {
+  std::string sent = wireText(name);
+  if (sent != name) {
+    const std::scoped_lock guard(mutex_);
+    if (spellings_.size() >= kMostSpellings) return false;
+    spellings_.insert_or_assign(sent, name);
+  }
+  return send(subscribeLine(sent));
+}
+
+void Session::serve(const std::string& host, std::uint16_t port) {
+  deadline_ = Clock::now() + kOpenTime;
+  socket_ = Socket::beginConnect(host, port);
+  if (!socket_.valid() || !wakeUp_.valid()) return;
+  while (!ending_ && turn()) {
+  }
+}
+
+// One wait and what it found; false ends the connection.
+bool Session::turn() {
+  const int wait = waitTime();
+  if (wait == 0) return false;
+  std::array<Watch, 2> watches{
+      Watch{.socket = &socket_, .forRead = linked_, .forWrite = !linked_ || !allSent()},
+      Watch{.socket = &wakeUp_.socket()}};
+  if (!waitFor(watches, wait)) return false;
+  if (watches[1].readable) wakeUp_.clear();
+  if (!linked_) {
+    if (!watches[0].writable) return true;
+    linked_ = socket_.connected();
+    return linked_;
+  }
+  if (!flush()) return false;
+  return !watches[0].readable || receive();
+}
+
+int Session::waitTime() const { return greeted_ ? -1 : millisecondsUntil(deadline_); }
+
+bool Session::flush() {
+  while (true) {
+    if (allSent()) {
+      outgoing_.clear();
+      sent_ = 0;
+      const std::scoped_lock guard(mutex_);
+      outgoing_.swap(pending_);
+    }
+    if (outgoing_.empty()) return true;
+    std::size_t count = 0;
+    const Socket::Transfer result = socket_.send(std::string_view(outgoing_).substr(sent_), count);
+    if (result != Socket::Transfer::kDone) return result == Socket::Transfer::kAgain;
+    sent_ += count;
+  }
+}
+
+bool Session::receive() {
+  std::array<char, kReadSize> bytes;
+  std::size_t count = 0;
+  const Socket::Transfer result = socket_.receive(bytes, count);
+  if (result != Socket::Transfer::kDone) return result == Socket::Transfer::kAgain;
+  lines_.append({bytes.data(), count});
+  while (const auto line = lines_.next()) {
+    if (ending_ || !handle(*line)) return false;
+  }
+  return !lines_.overflown();
+}
+
+bool Session::handle(std::string_view line) {
+  WireMessage message;
+  switch (parseLine(line, message)) {
+    case LineKind::kBroken:
+      return false;
+    case LineKind::kOther:
+      return true;
+    case LineKind::kMessage:
+      break;
+  }
+  if (greeted_) {
+    deliver(message);
+  } else if (message.method == kHelloMethod) {
+    open();
+  }
+  return true;
+}
+
+void Session::open() {
+  {
+    const std::scoped_lock guard(mutex_);
+    phase_ = Phase::kOpen;
+  }
+  greeted_ = true;
+  client_->connectionStatusChanged(0);
+  {
+    const std::scoped_lock guard(mutex_);
+    opened_ = true;
+  }
+  changed_.notify_all();
+}
+
+void Session::deliver(const WireMessage& message) {
+  if (!message.name || !message.value) return;
+  std::string name = *message.name;
+  {
+    const std::scoped_lock guard(mutex_);
+    if (!spellings_.empty()) {
+      const auto given = spellings_.find(name);
+      if (given != spellings_.end()) name = given->second;
+    }
+  }
+  if (message.method == kValueMethod) client_->subscribedValueReceived(name, ParameterValue(*message.value));
+  if (message.method == kTriggerMethod) client_->triggerValueReceived(name, ParameterValue(*message.value));
+}
+
+// A call made just before the end still reaches the panel: what waits is sent, and reading goes on until the
+// panel closes, since closing with unread bytes would throw away what it has not read yet.
+void Session::sayGoodbye() {
+  const Clock::time_point deadline = Clock::now() + kGoodbyeTime;
+  if (!linked_ || !flush()) return;
+  bool finished = false;
+  while (const int wait = millisecondsUntil(deadline)) {
+    if (allSent() && !std::exchange(finished, true)) socket_.finishSending();
+    std::array<Watch, 1> watches{Watch{.socket = &socket_, .forRead = true, .forWrite = !finished}};
+    if (!waitFor(watches, wait)) return;
+    if (watches[0].writable && !flush()) return;
+    std::array<char, kReadSize> bytes;
+    std::size_t count = 0;
+    if (watches[0].readable && socket_.receive(bytes, count) == Socket::Transfer::kClosed) return;
+  }
+}
+
+}  // namespace tessaly
