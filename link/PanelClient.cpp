@@ -1,0 +1,176 @@
+#include "link/PanelClient.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <new>
+#include <utility>
+
+namespace tessaly {
+namespace {
+
+PanelClient* theClient = nullptr;
+
+// In one piece, so that lines of two threads do not mix.
+void writeLine(std::string line) {
+  line += '\n';
+  std::fwrite(line.data(), 1, line.size(), stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+PanelClient::PanelClient(std::unique_ptr<PanelTransport> connection) : connection_(std::move(connection)) {}
+
+PanelClient::~PanelClient() {
+  connection_.reset();  // first: its last callbacks still find the tables
+  triggers_.clear();
+  subscribers_.clear();
+  statusListeners_.clear();
+  values_.clear();
+}
+
+void PanelClient::triggerValueReceived(const std::string& name, const ParameterValue& value) {
+  if (verbose_) writeLine("trigger: " + name + " value: " + value.getAsString());
+  gate_.acquire();
+  for (const auto& observer : observersOf(triggers_, name)) observer->deliver(name, value);
+  gate_.release();
+}
+
+void PanelClient::subscribedValueReceived(const std::string& name, const ParameterValue& value) {
+  if (verbose_) writeLine("SID: " + name + " value: " + value.getAsString());
+  gate_.acquire();
+  {
+    const std::scoped_lock guard(tables_);
+    values_[name] = value.getAsString();
+  }
+  for (const auto& observer : observersOf(subscribers_, name)) observer->deliver(name, value);
+  gate_.release();
+}
+
+void PanelClient::connectionStatusChanged(int status) {
+  state_ = status;
+  std::vector<StatusListener*> listeners;
+  ObserverTable subscribers;
+  ObserverTable triggers;
+  {
+    // Neither lock_ nor gate_: a status must get through while an observer is still busy.
+    const std::scoped_lock guard(tables_);
+    listeners = statusListeners_;
+    if (status == kPanelNotConnected) {
+      values_.clear();
+      subscribers.swap(subscribers_);
+      triggers.swap(triggers_);
+    }
+  }
+  for (StatusListener* listener : listeners) listener->connectionStatusChanged(status);
+}
+
+bool PanelClient::callFunction(const std::string& functionId, const ParameterList& parameters) {
+  if (verbose_) writeLine("FID: " + functionId + ' ' + parameters.toString());
+  return connection_->callFunctionId(functionId, parameters);
+}
+
+bool PanelClient::connect(const std::string& host) {
+  const auto yes = [] { return true; };
+  return connect(host, yes, yes);
+}
+
+bool PanelClient::connect(const std::string& host, const std::function<bool()>& wanted,
+                          const std::function<bool()>& keep) {
+  const std::scoped_lock turn(connecting_);
+  if (!wanted()) return false;
+  disconnect();
+  if (!connection_->connect(host, kPanelPort, this)) return false;
+  if (keep()) return true;
+  // Still in our turn, so that this cannot end the connection of the next attempt.
+  disconnect();
+  return false;
+}
+
+bool PanelClient::disconnect() {
+  if (state_ == kPanelConnected) connection_->disconnect();
+  return true;
+}
+
+bool PanelClient::subscribe(const std::string& name, std::shared_ptr<ValueObserver> observer) {
+  if (state_ == kPanelNotConnected) return false;
+  const std::scoped_lock guard(lock_);
+  bool added = false;
+  bool known = true;
+  std::string text;
+  {
+    const std::scoped_lock tables(tables_);
+    Observers& observers = subscribers_[name];
+    added = std::none_of(observers.begin(), observers.end(),
+                         [&observer](const auto& other) { return other->same(*observer); });
+    if (added) {
+      observers.push_back(observer);
+      const auto value = values_.find(name);
+      known = value != values_.end();
+      if (known) text = value->second;
+    } else {
+      // Deliberately leaves an empty entry, which from then on counts as a known value.
+      text = values_[name];
+    }
+  }
+  // The library's thread may deliver a newer value at the same time: gate_ is not taken here.
+  if (known) {
+    observer->deliver(name, ParameterValue(text));
+    return added;
+  }
+  // The observer stays when the library refuses.
+  return connection_->subscribe(name);
+}
+
+void PanelClient::unsubscribeOwner(const void* object) {
+  lock_.lock();
+  gate_.acquire();
+  {
+    const std::scoped_lock guard(tables_);
+    for (auto& [name, observers] : subscribers_) {
+      std::erase_if(observers, [object](const auto& observer) { return observer->object() == object; });
+    }
+  }
+  lock_.unlock();  // in the order of taking
+  gate_.release();
+}
+
+void PanelClient::removeFrom(const std::vector<std::string>& names, const ValueObserver& observer) {
+  lock_.lock();
+  gate_.acquire();
+  {
+    const std::scoped_lock guard(tables_);
+    for (const std::string& name : names) {
+      const auto entry = subscribers_.find(name);
+      if (entry == subscribers_.end()) continue;
+      std::erase_if(entry->second, [&observer](const auto& other) { return other->same(observer); });
+    }
+  }
+  lock_.unlock();
+  gate_.release();
+}
+
+void PanelClient::addTrigger(const std::string& name, std::shared_ptr<ValueObserver> observer) {
+  const std::scoped_lock guard(tables_);
+  triggers_[name].push_back(std::move(observer));
+}
+
+void PanelClient::addStatusListener(StatusListener& listener) {
+  const std::scoped_lock guard(tables_);
+  statusListeners_.push_back(&listener);
+}
+
+PanelClient::Observers PanelClient::observersOf(const ObserverTable& table, const std::string& name) const {
+  const std::scoped_lock guard(tables_);
+  const auto entry = table.find(name);
+  return entry == table.end() ? Observers{} : entry->second;
+}
+
+void initPanelClient() {
+  xctlInit();
+  if (theClient == nullptr) theClient = new (std::nothrow) PanelClient;
+}
+
+PanelClient* panelClient() { return theClient; }
+
+}  // namespace tessaly

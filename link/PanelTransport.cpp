@@ -1,0 +1,25 @@
+#include "link/PanelTransport.h"
+
+namespace tessaly {
+namespace {
+
+class LibraryTransport final : public PanelTransport {
+ public:
+  bool connect(const std::string& host, std::uint16_t port, IXCTLClient* client) override {
+    return connection_.connect(host, port, client);
+  }
+  void disconnect() override { connection_.disconnect(); }
+  bool subscribe(const std::string& name) override { return connection_.subscribe(name); }
+  bool callFunctionId(const std::string& functionId, const ParameterList& parameters) override {
+    return connection_.callFunctionId(functionId, parameters);
+  }
+
+ private:
+  XCTLConnection connection_{kXctlTransportTcp};
+};
+
+}  // namespace
+
+std::unique_ptr<PanelTransport> makeLibraryTransport() { return std::make_unique<LibraryTransport>(); }
+
+}  // namespace tessaly
