@@ -1,0 +1,19 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+namespace tessaly {
+
+inline constexpr int kWorkplaces = 8;            // of a panel, numbered from 1
+inline constexpr int kPanelMacroNumbers = 1000;  // of a workplace, numbered from 0
+
+// The two macro overview panes.
+enum class Pane : int { kA = 0, kB = 1 };
+
+inline constexpr std::array kPanes{Pane::kA, Pane::kB};
+
+[[nodiscard]] constexpr std::size_t index(Pane pane) { return static_cast<std::size_t>(pane); }
+[[nodiscard]] constexpr Pane other(Pane pane) { return pane == Pane::kA ? Pane::kB : Pane::kA; }
+
+}  // namespace tessaly

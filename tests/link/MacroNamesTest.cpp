@@ -1,0 +1,104 @@
+#include <gmock/gmock.h>
+
+#include "link/MacroNames.h"
+#include "tests/link/FakeTransport.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(MacroNumber, IsReadFromTheThirdField) {
+  const std::pair<const char*, int> cases[] = {
+      {"PANEL.MACRO1.REG7.NAME", 7},
+      {"PANEL.MACRO8.REG999.NAME", 999},
+      {"PANEL.MACRO1.REG007", 7},
+      {"PANEL.MACRO1.REG.NAME", 0},
+      {"PANEL.MACRO1.XREG5.NAME", 5},
+      {"PANEL.MACRO1.NAME.REG5", -1},
+      {"PANEL.REG5", -1},
+      {"", -1},
+      {"PANEL.MACRO1.REG-4.NAME", -4},
+  };
+  for (const auto& [name, number] : cases) EXPECT_EQ(macroNumberOf(name), number) << name;
+}
+
+class MacroNamesTest : public testing::Test, public MacroNamesView {
+ protected:
+  bool showsPanel(Pane pane) const override { return panelPane[index(pane)]; }
+  void markCurrentFamily(Pane pane) override { log.push_back(pane == Pane::kA ? "kind A" : "kind B"); }
+  void rebuildMacros(Pane pane) override { log.push_back(pane == Pane::kA ? "list A" : "list B"); }
+
+  std::vector<std::string> arrives(const std::string& valueName, const std::string& text) {
+    panel.value(valueName, text);
+    return std::exchange(log, {});
+  }
+
+  FakePanel panel;
+  PanelSubscriptions subscriptions{*panel.client};
+  MacroNames names{*panel.client, subscriptions, *this};
+  std::array<bool, 2> panelPane{true, false};
+  std::vector<std::string> log;
+};
+
+TEST_F(MacroNamesTest, AListIsRebuiltOnlyWhenItsRowsCanHaveChanged) {
+  panel.status(kPanelConnected);
+  names.subscribe(1);
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG0.NAME", ""), ElementsAre("kind A", "list A")) << "0 always rebuilds";
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("kind A"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", "Opener"), ElementsAre("kind A", "list A"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", "Opener"), ElementsAre("kind A", "list A"));
+  EXPECT_EQ(names.name(Pane::kA, 7), "Opener");
+  EXPECT_EQ(names.name(Pane::kB, 7), "") << "shows the hard disk";
+  panelPane = {true, true};
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("kind A", "list A", "kind B"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("kind A", "kind B"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG999.NAME", "Last"),
+              ElementsAre("kind A", "list A", "kind B", "list B"));
+  panel.client->subscribedValueReceived("PANEL.MACRO1.REG1000.NAME", ParameterValue("wild"));
+  EXPECT_EQ(names.names(Pane::kB)[999], "Last");
+  EXPECT_EQ(names.name(Pane::kB, 1000), "");
+}
+
+TEST_F(MacroNamesTest, OneWorkplaceIsSubscribedForBothPanes) {
+  names.subscribe(2);
+  EXPECT_EQ(names.workplace(), kNoWorkplace) << "not connected";
+  panel.status(kPanelConnected);
+  panel.value("PANEL.MACRO2.REG5.NAME", "Known");
+  names.subscribe(2);
+  const std::vector<std::string> asked = panel.transport->take();
+  EXPECT_EQ(asked.size(), 999U) << "but for the one that is known";
+  EXPECT_EQ(asked.front(), "subscribe PANEL.MACRO2.REG0.NAME");
+  EXPECT_EQ(asked.back(), "subscribe PANEL.MACRO2.REG999.NAME");
+  EXPECT_EQ(names.name(Pane::kA, 5), "Known");
+  names.subscribe(3);
+  EXPECT_EQ(names.workplace(), 3);
+  EXPECT_EQ(names.name(Pane::kA, 5), "") << "all tables are emptied";
+  log.clear();
+  EXPECT_THAT(arrives("PANEL.MACRO2.REG5.NAME", "Late"), IsEmpty());
+  panelPane = {true, true};
+  panel.value("PANEL.MACRO3.REG6.NAME", "x");
+  panel.status(7);
+  names.subscribe(4);
+  EXPECT_EQ(names.workplace(), kNoWorkplace) << "only status 0 is connected";
+  EXPECT_EQ(names.names(Pane::kB), MacroNames::Names(kPanelMacroNumbers));
+}
+
+TEST_F(MacroNamesTest, TheDemonstrationReplacesBothTables) {
+  panel.status(kPanelConnected);
+  names.subscribe(1);
+  arrives("PANEL.MACRO1.REG2.NAME", "Real");
+  names.showDemo();
+  std::string all;
+  for (const Pane pane : kPanes) {
+    for (int number = 0; number < kPanelMacroNumbers; ++number) {
+      if (const auto name = names.name(pane, number); !name.empty())
+        all += std::to_string(number) + name + " ";
+    }
+  }
+  EXPECT_EQ(all, "1M001 35MyTest 46MySurprise 1M001 13MyHope 18MyDay ");
+}
+
+}  // namespace
+}  // namespace tessaly
