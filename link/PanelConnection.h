@@ -1,0 +1,127 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "link/Pane.h"
+#include "link/PaneStates.h"
+#include "link/PanelAddress.h"
+#include "link/PanelClient.h"
+#include "link/PanelSubscriptions.h"
+#include "platform/Messages.h"
+
+namespace tessaly {
+
+inline constexpr std::chrono::milliseconds kConnectTimeOut{2000};
+inline constexpr const char* kConnectionFailed = "Connection failed.....";
+
+// What a pane's connection controls show.
+struct PaneConnectionDisplay {
+  std::string sourceLabel;
+  std::string editLabel;
+  std::string editText;  // the address or the path
+  bool editEnabled = true;
+  std::string buttonText;
+  bool buttonVisible = true;
+  bool buttonEnabled = true;
+};
+
+// What the connection rules ask of the window.
+class PanelConnectionView {
+ public:
+  virtual ~PanelConnectionView() = default;
+
+  // On the GUI thread. A started timer calls PanelConnection::timeOut, once or until it is killed.
+  virtual void startTimer(Pane pane, std::chrono::milliseconds period) = 0;
+  virtual void killTimer(Pane pane) = 0;
+  virtual void showConnection(Pane pane, const PaneConnectionDisplay& display) = 0;
+  // All lists of the pane from the start: the applications, and the workplaces by their flags when the pane
+  // shows a connected panel.
+  virtual void rebuildLists(Pane pane) = 0;
+  // The remembered row of the macros list becomes 0.
+  virtual void resetMacroPosition(Pane pane) = 0;
+  // Both panes' workplaces from their flags, and macros from the demonstration.
+  virtual void showDemoListing() = 0;
+
+  // On any thread; must neither block nor call PanelConnection or the panel client.
+  // Only the rows of the workplace list: this is no selection by the user.
+  virtual void rebuildWorkplaces(Pane pane) = 0;
+  // Queues a call of PanelConnection::connectedMessage on the GUI thread.
+  virtual void postConnected(Pane pane) = 0;
+};
+
+// How the two panes take up, share and leave the one connection. A pane is not connected, connecting (a
+// worker thread, a timer) or connected, with an attempt of its own or by joining the other pane's connection.
+//
+// Operations are for the GUI thread, except those that say "any thread". Observes client, subscriptions,
+// messages and view; the client must live until the process ends, because an attempt that was given up ends
+// by itself later. Its worker touches nothing else of this object, so destruction never waits.
+class PanelConnection {
+ public:
+  PanelConnection(PanelClient& client, PanelSubscriptions& subscriptions, Messages& messages,
+                  PanelConnectionView& view);
+  ~PanelConnection();
+  PanelConnection(const PanelConnection&) = delete;
+  PanelConnection& operator=(const PanelConnection&) = delete;
+
+  // In place of connecting, the demonstration is shown.
+  void setDemo(bool on) { demo_ = on; }
+
+  // Both as in the settings. Shown by the next refresh.
+  void setTexts(Pane pane, const std::string& storedPath, const std::string& address);
+  [[nodiscard]] const std::string& address(Pane pane) const { return texts_[index(pane)].address; }
+  [[nodiscard]] const std::string& storedPath(Pane pane) const { return texts_[index(pane)].storedPath; }
+  // The stored path with a "\" at its end, unless it is empty.
+  [[nodiscard]] std::string path(Pane pane) const;
+
+  void refresh(Pane pane);
+  [[nodiscard]] const PaneConnectionDisplay& display(Pane pane) const { return displays_[index(pane)]; }
+
+  // What the user does.
+  void connectButton(Pane pane);
+  void chooseHarddisk(Pane pane);
+  void choosePanel(Pane pane);
+  void editText(Pane pane, const std::string& text);  // at every change by the user
+  void editFinished(Pane pane);                       // Enter, or the focus went elsewhere
+
+  // What the window hands on.
+  void connectedMessage(Pane pane);
+  void timeOut(Pane pane);
+
+  // When the window closes: drops the subscriptions and the connection if a pane is connected, and gives up
+  // attempts.
+  void close();
+
+  // Any thread.
+  // The value of a "PANEL.WP1.MFDCOUNT" and its like: sets the workplace's flag in every connected pane.
+  void workplaceCountReceived(const std::string& name, const ParameterValue& value);
+  [[nodiscard]] PaneSource source(Pane pane) const { return states_->source(pane); }
+  [[nodiscard]] bool connected(Pane pane) const { return states_->connected(pane); }
+  [[nodiscard]] bool anyConnected() const { return states_->anyConnected(); }
+  [[nodiscard]] WorkplaceFlags workplaces(Pane pane) const { return states_->workplaces(pane); }
+  // A pane takes itself for connected but the panel has gone; the panes do not act on it.
+  [[nodiscard]] bool lost() const;
+
+ private:
+  struct Texts {
+    std::string storedPath;
+    std::string address;
+  };
+
+  void join(Pane pane);
+  void start(Pane pane);
+  void startDemo();
+
+  PanelClient& client_;
+  PanelSubscriptions& subscriptions_;
+  Messages& messages_;
+  PanelConnectionView& view_;
+  bool demo_ = false;
+  std::array<Texts, kPanes.size()> texts_;
+  std::array<PaneConnectionDisplay, kPanes.size()> displays_;
+  std::shared_ptr<PaneStates> states_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,319 @@
+#include <gmock/gmock.h>
+
+#include "link/PanelConnection.h"
+#include "tests/link/FakeTransport.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr Pane kA = Pane::kA;
+constexpr Pane kB = Pane::kB;
+
+TEST(PanelAddress, IsReadLeniently) {
+  const std::pair<const char*, bool> cases[] = {
+      {"10.0.0.7", true},     {"10.0.0.", false},          {"10.0.0", false},     {"10.0.900.1", true},
+      {"10.0.300.10", true},  {"10.0.1300.1", false},      {"10.0.0.256", true},  {"10.0.0.1300", false},
+      {"10.0.0.12.5", false}, {"10.0.0..7", true},         {".0.0.1", true},      {"abc.0.0.1", true},
+      {"256.0.0.1", false},   {"-1.0.0.1", false},         {" +9.0.0.1", true},   {"10.256.0.1", false},
+      {"10.0..1", false},     {"10.0..11.1", true},        {"", false},           {"...", false},
+      {"1.2.3.4:5000", true}, {"9999999999.0.0.1", false}, {"10.0.0.1255", true}, {"10.0.0.1-1", false},
+  };
+  for (const auto& [text, accepted] : cases) EXPECT_EQ(addressAccepted(text), accepted) << text;
+}
+
+class FakeWindow : public PanelConnectionView {
+ public:
+  void startTimer(Pane pane, std::chrono::milliseconds period) override {
+    timer[index(pane)] = static_cast<int>(period.count());
+  }
+  void killTimer(Pane pane) override { timer[index(pane)] = 0; }
+  void showConnection(Pane pane, const PaneConnectionDisplay& display) override {
+    shown[index(pane)] = display;
+  }
+  void rebuildLists(Pane pane) override { note("lists", pane); }
+  void resetMacroPosition(Pane pane) override { note("reset", pane); }
+  void showDemoListing() override { note("demo", kA); }
+  void rebuildWorkplaces(Pane pane) override { note("workplaces", pane); }
+  void postConnected(Pane pane) override {
+    const std::scoped_lock guard(mutex_);
+    posted_.push_back(pane);
+    changed_.notify_all();
+  }
+
+  Pane nextMessage() {
+    std::unique_lock guard(mutex_);
+    changed_.wait(guard, [this] { return !posted_.empty(); });
+    const Pane pane = posted_.front();
+    posted_.erase(posted_.begin());
+    return pane;
+  }
+  std::vector<std::string> take() { return std::exchange(log, {}); }
+
+  std::array<int, 2> timer{};  // the period while it runs
+  std::array<PaneConnectionDisplay, 2> shown;
+  std::vector<std::string> log;
+
+ private:
+  void note(const std::string& what, Pane pane) { log.push_back(what + (pane == kA ? " A" : " B")); }
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<Pane> posted_;
+};
+
+// The button's text with "!" when it cannot be pressed, and the edit box's text in brackets when it is
+// disabled.
+std::string controls(const PaneConnectionDisplay& display) {
+  return (display.buttonVisible ? display.buttonText + (display.buttonEnabled ? "" : "!") : "hidden") + " " +
+         (display.editEnabled ? display.editText : "[" + display.editText + "]");
+}
+
+class PanelConnectionTest : public testing::Test {
+ protected:
+  PanelConnectionTest() {
+    subscriptions.onCommandValue([this](const auto&, const auto&) { ++commandValues; });
+    for (const Pane pane : kPanes) {
+      connection.setTexts(pane, "c:\\appli", pane == kA ? "10.0.0.1" : "10.0.0.2");
+      connection.choosePanel(pane);
+    }
+    window.take();
+  }
+
+  std::string shown(Pane pane) const { return controls(window.shown[index(pane)]); }
+  void handleMessage() { connection.connectedMessage(window.nextMessage()); }
+  void connect(Pane pane) {
+    connection.connectButton(pane);
+    handleMessage();
+    panel.transport->take();
+    window.take();
+  }
+  std::string flags(Pane pane) const {
+    std::string text;
+    for (const bool flag : connection.workplaces(pane)) text += flag ? '1' : '0';
+    return text;
+  }
+
+  FakePanel panel;
+  PanelSubscriptions subscriptions{*panel.client};
+  RecordingMessages messages;
+  FakeWindow window;
+  PanelConnection connection{*panel.client, subscriptions, messages, window};
+  int commandValues = 0;
+};
+
+TEST_F(PanelConnectionTest, APaneConnectsByItsWorkersMessage) {
+  EXPECT_EQ(shown(kA), "connect 10.0.0.1");
+  panel.transport->hold();
+  connection.connectButton(kA);
+  EXPECT_EQ(shown(kA), "connecting! [10.0.0.1]");
+  EXPECT_EQ(window.timer[0], 2000);
+  panel.transport->await("connect 10.0.0.1:56662");
+  connection.connectButton(kA);  // not a second worker
+  connection.refresh(kA);
+  EXPECT_EQ(shown(kA), "connecting! [10.0.0.1]") << "a refresh does not offer the button again";
+  panel.transport->letGo(true);
+  handleMessage();
+  EXPECT_EQ(window.timer[0], 0);
+  EXPECT_EQ(shown(kA), "disconnect [10.0.0.1]");
+  std::vector<std::string> names;
+  for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "8"}) {
+    names.push_back(std::string("subscribe PANEL.WP") + number + ".MFDCOUNT");
+  }
+  EXPECT_EQ(panel.transport->take(), names);
+  connection.timeOut(kA);  // was already queued
+  EXPECT_THAT(messages.texts, IsEmpty());
+  panel.status(kPanelNotConnected);
+  EXPECT_TRUE(connection.lost());
+  EXPECT_EQ(shown(kA), "disconnect [10.0.0.1]");
+  connection.connectButton(kA);
+  EXPECT_EQ(shown(kA), "connect 10.0.0.1");
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+}
+
+TEST_F(PanelConnectionTest, APanelThatNeverAnswersIsGivenUp) {
+  panel.transport->hold();
+  connection.connectButton(kA);
+  panel.transport->await("connect 10.0.0.1:56662");
+  connection.timeOut(kA);
+  connection.timeOut(kA);
+  EXPECT_THAT(messages.take(), ElementsAre("Connection failed....."));
+  EXPECT_EQ(shown(kA), "connect 10.0.0.1");
+  connection.connectButton(kB);  // waits its turn behind the blocked worker
+  connection.timeOut(kB);
+  EXPECT_THAT(messages.take(), ElementsAre("Connection failed....."));
+  panel.transport->letGo(true);
+  panel.transport->await("disconnect");  // the late success is of no use to anybody
+  connection.connectButton(kB);
+  EXPECT_EQ(window.nextMessage(), kB) << "the abandoned ones post nothing";
+  connection.timeOut(kB);  // while its message is queued
+  EXPECT_THAT(messages.texts, IsEmpty());
+  connection.connectedMessage(kB);
+  EXPECT_EQ(shown(kB), "disconnect [10.0.0.2]");
+  panel.transport->await("connect 10.0.0.2:56662");
+}
+
+TEST_F(PanelConnectionTest, AFailureIsReportedByTheTimeOutOnly) {
+  panel.transport->letGo(false);
+  connection.connectButton(kA);
+  panel.transport->await("connect 10.0.0.1:56662");
+  EXPECT_EQ(shown(kA), "connecting! [10.0.0.1]");
+  connection.timeOut(kA);
+  EXPECT_THAT(messages.texts, ElementsAre("Connection failed....."));
+}
+
+TEST_F(PanelConnectionTest, APaneJoinsTheOthersConnectionAndTheLastOneClosesIt) {
+  connect(kB);
+  panel.value("PANEL.WP3.MFDCOUNT", "1");
+  window.take();
+  connection.editText(kA, "10.0.0.");
+  EXPECT_EQ(shown(kA), "connect! 10.0.0.");
+  connection.connectButton(kA);
+  EXPECT_EQ(shown(kA), "disconnect! [10.0.0.]") << "its own address is not used";
+  EXPECT_EQ(flags(kA), "00100000");
+  EXPECT_EQ(window.timer[0], 0);
+  EXPECT_THAT(window.take(), ElementsAre("lists A", "workplaces A"));
+  connection.connectButton(kA);
+  EXPECT_EQ(flags(kA), "00000000");
+  EXPECT_THAT(panel.transport->take(), IsEmpty()) << "B still needs it";
+  connection.chooseHarddisk(kA);
+  connection.choosePanel(kA);
+  EXPECT_TRUE(connection.connected(kA)) << "the radio joins as well";
+  connection.connectButton(kB);
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+  connection.connectButton(kA);
+  EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
+}
+
+TEST_F(PanelConnectionTest, TheButtonDropsTheSubscriptionsTheRadioDoesNot) {
+  panel.transport->statusIsLate = true;
+  for (const bool byButton : {true, false}) {
+    panel.status(kPanelNotConnected);
+    connect(kA);
+    subscriptions.subscribeCommandValue("QMF1.X");
+    panel.transport->take();
+    window.take();
+    commandValues = 0;
+    byButton ? connection.connectButton(kA) : connection.chooseHarddisk(kA);
+    EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
+    EXPECT_EQ(shown(kA), byButton ? "connect 10.0.0.1" : "hidden c:\\appli");
+    panel.value("QMF1.X", "1");
+    panel.value("PANEL.WP1.MFDCOUNT", "1");
+    EXPECT_EQ(commandValues, byButton ? 0 : 1);
+    EXPECT_THAT(window.take(), ElementsAre("lists A"));
+    EXPECT_EQ(flags(kA), "00000000");
+  }
+}
+
+TEST_F(PanelConnectionTest, ASuccessWhileTheHarddiskIsShownCounts) {
+  panel.transport->hold();
+  connection.connectButton(kA);
+  connection.chooseHarddisk(kA);
+  EXPECT_EQ(shown(kA), "hidden c:\\appli");
+  EXPECT_EQ(window.shown[0].editLabel, "Path:");
+  EXPECT_EQ(window.shown[0].sourceLabel, "Applications");
+  panel.transport->letGo(true);
+  handleMessage();
+  EXPECT_TRUE(connection.connected(kA));
+  connection.connectButton(kB);
+  connection.choosePanel(kA);
+  EXPECT_EQ(shown(kA), "disconnect [10.0.0.1]");
+  EXPECT_EQ(window.shown[0].editLabel, "IP-Address:");
+  EXPECT_EQ(window.shown[0].sourceLabel, "Corvane XL Control Panel");
+}
+
+TEST_F(PanelConnectionTest, TwoPanesThatConnectAtOnceEndWithTheSecondsConnection) {
+  panel.transport->hold();
+  connection.connectButton(kA);
+  panel.transport->await("connect 10.0.0.1:56662");
+  connection.connectButton(kB);
+  panel.transport->letGo(true);
+  handleMessage();
+  panel.transport->await("connect 10.0.0.2:56662");
+  handleMessage();
+  EXPECT_TRUE(connection.connected(kA));
+  EXPECT_TRUE(connection.connected(kB));
+  panel.value("PANEL.WP8.MFDCOUNT", "1");
+  EXPECT_EQ(flags(kA) + " " + flags(kB), "00000001 00000001");
+}
+
+TEST_F(PanelConnectionTest, CountsSetTheFlagsOfConnectedPanes) {
+  connect(kA);
+  struct {
+    const char* name;
+    const char* value;
+    const char* flags;
+    bool rebuilt;
+  } const cases[] = {
+      {"PANEL.WP1.MFDCOUNT", "2", "10000000", true},   {"PANEL.WP8.MFDCOUNT", "-1", "10000001", true},
+      {"PANEL.WP1.MFDCOUNT", "abc", "00000001", true}, {"PANEL.WP2.MFDCOUNT", "3 modules", "01000001", true},
+      {"PANEL.WP8.MFDCOUNT", "", "01000000", true},    {"PANEL.WP9.MFDCOUNT", "1", "01000000", false},
+      {"PANEL.WP0.MFDCOUNT", "1", "01000000", false},  {"PANEL.MFDCOUNT", "1", "01000000", false},
+  };
+  for (const auto& row : cases) {
+    connection.workplaceCountReceived(row.name, ParameterValue(row.value));
+    EXPECT_EQ(flags(kA), row.flags) << row.name << row.value;
+    EXPECT_EQ(window.take().size(), row.rebuilt ? 1U : 0U) << row.name << row.value;
+  }
+  EXPECT_EQ(flags(kB), "00000000");
+}
+
+TEST_F(PanelConnectionTest, TypedTextGoesToTheAddressOrThePath) {
+  connection.editText(kA, "10.0.0");
+  EXPECT_EQ(connection.address(kA), "10.0.0");
+  EXPECT_EQ(shown(kA), "connect! 10.0.0");
+  connection.chooseHarddisk(kA);
+  window.take();
+  connection.editText(kA, "d:\\shows");
+  EXPECT_THAT(window.take(), IsEmpty()) << "not at every letter";
+  connection.editFinished(kA);
+  EXPECT_THAT(window.take(), ElementsAre("lists A"));
+  EXPECT_EQ(connection.path(kA), "d:\\shows\\");
+  connection.setTexts(kA, "", "");
+  EXPECT_EQ(connection.path(kA), "");
+}
+
+TEST_F(PanelConnectionTest, ClosingTouchesThePanelOnlyWhenAPaneIsConnected) {
+  panel.status(kPanelConnected);  // somebody else's
+  connection.close();
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+  panel.status(kPanelNotConnected);
+  connect(kA);
+  subscriptions.subscribeCommandValue("QMF1.X");
+  panel.transport->statusIsLate = true;
+  panel.transport->take();
+  connection.close();
+  EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
+  panel.value("QMF1.X", "1");
+  EXPECT_EQ(commandValues, 0);
+}
+
+TEST_F(PanelConnectionTest, AWindowThatClosesLeavesItsWorkerBehind) {
+  panel.transport->hold();
+  {
+    PanelSubscriptions none(*panel.client);
+    PanelConnection closing(*panel.client, none, messages, window);
+    closing.setTexts(kA, "", "10.0.0.3");
+    closing.choosePanel(kA);
+    closing.connectButton(kA);
+    panel.transport->await("connect 10.0.0.3:56662");
+  }
+  panel.transport->letGo(true);
+  panel.transport->await("disconnect");
+}
+
+TEST_F(PanelConnectionTest, TheDemonstrationNeedsNoPanel) {
+  connection.setDemo(true);
+  connection.connectButton(kB);
+  EXPECT_THAT(window.take(), ElementsAre("demo A"));
+  EXPECT_EQ(flags(kA) + " " + flags(kB), "11000000 11000000");
+  EXPECT_EQ(window.timer[1], 0);
+  EXPECT_EQ(shown(kB), "connect 10.0.0.2");
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tessaly
