@@ -1,0 +1,184 @@
+#include "link/PanelMacros.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+using Result = FtpClient::Result;
+
+constexpr const char* kWorkingCopies[] = {R"(c:\programme\RV48\bin\MacroFid\tempA.mac)",
+                                          R"(c:\programme\RV48\bin\MacroFid\tempB.mac)"};
+
+constexpr const char* kFtpUser = "target";
+constexpr const char* kFtpSecret = "vintrosa";
+
+bool isMacroNumber(std::string_view number) {
+  return number.size() == 3 &&
+         std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool isWorkplace(int workplace) { return workplace >= 1 && workplace <= kWorkplaces; }
+
+class FtpTransfer final : public MacroTransfer {
+ public:
+  FtpTransfer(const std::string& host, std::uint16_t port) : client_(host, port, {kFtpUser, kFtpSecret}) {}
+
+  Result get(const std::string& remotePath, const std::string& hostPath) override {
+    return client_.get(remotePath, hostPath);
+  }
+  Result put(const std::string& hostPath, const std::string& remotePath) override {
+    return client_.put(hostPath, remotePath);
+  }
+  void cancel() override { client_.cancel(); }
+
+ private:
+  FtpClient client_;
+};
+
+// Whether a failed upload had begun to write.
+bool mayLeaveAPart(Result result) {
+  switch (result) {
+    case Result::kStalled:
+    case Result::kCut:
+    case Result::kFull:
+    case Result::kCancelled:
+      return true;
+    case Result::kDone:
+    case Result::kRefusedLogin:
+    case Result::kNotFound:
+    case Result::kUnreachable:
+    case Result::kLocalFile:
+    case Result::kFailed:
+      return false;
+  }
+  return false;
+}
+
+}  // namespace
+
+const char* workingCopyPath(Pane pane) { return kWorkingCopies[index(pane)]; }
+
+std::string macroNumberText(int number) {
+  return number >= 0 && number < kPanelMacroNumbers ? format("%03d", number) : std::string();
+}
+
+std::string remoteMacroPath(int workplace, std::string_view number) {
+  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
+  return format("/flash/data/PANEL/macro/workplace%d/macro%s.mac", workplace, std::string(number).c_str());
+}
+
+std::string TransferOutcome::describe() const {
+  if (transfer == Result::kDone && upload && !announced) {
+    return "the macro was sent, but the panel could not be told to read it";
+  }
+  std::string text = FtpClient::describe(transfer);
+  if (upload && mayLeaveAPart(transfer)) text += "; the panel may hold a part of the macro";
+  return text;
+}
+
+MacroTransferFactory ftpTransfers(std::uint16_t port) {
+  return [port](const std::string& host) { return std::make_unique<FtpTransfer>(host, port); };
+}
+
+// The operation under way: its transfer, within reach of cancel.
+class PanelMacros::Running {
+ public:
+  Running(PanelMacros& macros, const std::string& address)
+      : macros_(macros), transfer_(macros.transfers_(address.substr(0, address.find(':')))) {
+    const std::scoped_lock guard(macros_.mutex_);
+    macros_.running_ = transfer_.get();
+  }
+  ~Running() {
+    const std::scoped_lock guard(macros_.mutex_);
+    macros_.running_ = nullptr;
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+  MacroTransfer& operator*() const { return *transfer_; }
+
+ private:
+  PanelMacros& macros_;
+  std::unique_ptr<MacroTransfer> transfer_;
+};
+
+PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo)
+    : client_(client), root_(root), transfers_(std::move(transfers)), demo_(demo) {}
+
+TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
+                                      std::string_view file) {
+  const Running running(*this, address);
+  return fetch(*running, remoteMacroPath(workplace, number), file);
+}
+
+TransferOutcome PanelMacros::downloadToWorkingCopy(const std::string& address, int workplace,
+                                                   std::string_view number, Pane pane) {
+  return download(address, workplace, number, workingCopyPath(pane));
+}
+
+TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
+                                    std::string_view file) {
+  const Running running(*this, address);
+  return send(*running, file, remoteMacroPath(workplace, number));
+}
+
+TransferOutcome PanelMacros::uploadWorkingCopy(const std::string& address, int workplace,
+                                               std::string_view number, Pane pane) {
+  return upload(address, workplace, number, workingCopyPath(pane));
+}
+
+TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
+                                         std::string_view target, Pane targetPane) {
+  const Running running(*this, address);
+  const char* buffer = workingCopyPath(other(targetPane));
+  const TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
+  // What the buffer held before is not the macro that was asked for.
+  if (!fetched.done()) return fetched;
+  return send(*running, buffer, remoteMacroPath(workplace, target));
+}
+
+bool PanelMacros::remove(int workplace, std::string_view number) {
+  if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
+  ParameterList parameters;
+  parameters.addString("REG", std::string(number));
+  return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
+}
+
+bool PanelMacros::rename(int workplace, std::string_view number, const std::string& name) {
+  if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
+  ParameterList parameters;
+  parameters.addString("REG", std::string(number));
+  parameters.addString("NAME", name);
+  return client_.callFunction(format("PANEL.MACRO%d.NAME.SET", workplace), parameters);
+}
+
+void PanelMacros::cancel() {
+  const std::scoped_lock guard(mutex_);
+  if (running_ != nullptr) running_->cancel();
+}
+
+TransferOutcome PanelMacros::fetch(MacroTransfer& transfer, const std::string& remotePath,
+                                   std::string_view file) {
+  if (demo_ || remotePath.empty()) return {Result::kFailed};
+  const std::string hostPath = root_.resolve(file).string();
+  if (hostPath.empty()) return {Result::kLocalFile};
+  return {transfer.get(remotePath, hostPath)};
+}
+
+TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file,
+                                  const std::string& remotePath) {
+  if (demo_ || remotePath.empty()) return {Result::kFailed, true};
+  const std::string hostPath = root_.resolve(file).string();
+  if (hostPath.empty()) return {Result::kLocalFile, true};
+  TransferOutcome outcome{transfer.put(hostPath, remotePath), true};
+  if (outcome.transfer == Result::kDone) {
+    outcome.announced = client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList());
+  }
+  return outcome;
+}
+
+}  // namespace tessaly

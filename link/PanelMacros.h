@@ -1,0 +1,105 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "link/Pane.h"
+#include "link/PanelClient.h"
+#include "platform/FtpClient.h"
+#include "platform/SiteRoot.h"
+
+namespace tessaly {
+
+inline constexpr std::uint16_t kFtpPort = 21;
+
+// A pane's working copy: "c:\programme\RV48\bin\MacroFid\tempA.mac" or "...\tempB.mac".
+[[nodiscard]] const char* workingCopyPath(Pane pane);
+
+// "%03d" of 0 to 999; empty for any other number.
+[[nodiscard]] std::string macroNumberText(int number);
+
+// Where a macro lies on the panel, or an empty text unless the workplace is 1 to 8 and the number three
+// digits, so that no text leads out of the macro folders.
+[[nodiscard]] std::string remoteMacroPath(int workplace, std::string_view number);
+
+// What became of an operation that moves files.
+struct TransferOutcome {
+  FtpClient::Result transfer = FtpClient::Result::kDone;
+  bool upload = false;     // the last thing tried was sending
+  bool announced = false;  // an upload succeeded and the panel was told to read its macros again
+
+  [[nodiscard]] bool done() const { return transfer == FtpClient::Result::kDone && (!upload || announced); }
+  // One line for the status strip or standard error.
+  [[nodiscard]] std::string describe() const;
+};
+
+// One operation's way to the panel's files. As FtpClient, which it is outside of tests.
+class MacroTransfer {
+ public:
+  virtual ~MacroTransfer() = default;
+  [[nodiscard]] virtual FtpClient::Result get(const std::string& remotePath, const std::string& hostPath) = 0;
+  [[nodiscard]] virtual FtpClient::Result put(const std::string& hostPath, const std::string& remotePath) = 0;
+  virtual void cancel() = 0;  // from another thread
+};
+
+// A way to the host of a panel address.
+using MacroTransferFactory = std::function<std::unique_ptr<MacroTransfer>(const std::string& host)>;
+
+// By FTP with the panel's login. A port in the address is that of the control service and is left out.
+[[nodiscard]] MacroTransferFactory ftpTransfers(std::uint16_t port = kFtpPort);
+
+// Moves macros between this computer and a panel, and has the panel delete and rename them. Files are site
+// paths, macro numbers three digits. Operations block, one at a time, on any thread; `cancel` comes from
+// another one. A failed download leaves the local file as it was; a failed upload is not announced, and what
+// a broken one leaves on the panel is the panel's affair: it may be a part of the macro. Nobody is told of
+// failures but the caller.
+class PanelMacros {
+ public:
+  // Observes client and root. With `demo` no file moves: every transfer fails.
+  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false);
+
+  [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
+                                         std::string_view file);
+  [[nodiscard]] TransferOutcome downloadToWorkingCopy(const std::string& address, int workplace,
+                                                      std::string_view number, Pane pane);
+
+  // Also for a macro that was just created in `file`.
+  [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
+                                       std::string_view file);
+  [[nodiscard]] TransferOutcome uploadWorkingCopy(const std::string& address, int workplace,
+                                                  std::string_view number, Pane pane);
+
+  // Within one workplace of one panel, those of the target pane. The working copy of the other pane serves as
+  // the buffer and is overwritten.
+  [[nodiscard]] TransferOutcome copyOnPanel(const std::string& address, int workplace,
+                                            std::string_view source, std::string_view target,
+                                            Pane targetPane);
+
+  // Ask the panel; the answer is the name that it publishes then. False when it could not be asked.
+  [[nodiscard]] bool remove(int workplace, std::string_view number);
+  [[nodiscard]] bool rename(int workplace, std::string_view number, const std::string& name);
+
+  // Ends the running operation; without one it does nothing.
+  void cancel();
+
+ private:
+  class Running;
+
+  [[nodiscard]] TransferOutcome fetch(MacroTransfer& transfer, const std::string& remotePath,
+                                      std::string_view file);
+  [[nodiscard]] TransferOutcome send(MacroTransfer& transfer, std::string_view file,
+                                     const std::string& remotePath);
+
+  PanelClient& client_;
+  const SiteRoot& root_;
+  MacroTransferFactory transfers_;
+  bool demo_;
+  std::mutex mutex_;                  // over running_
+  MacroTransfer* running_ = nullptr;  // of the operation under way
+};
+
+}  // namespace tessaly

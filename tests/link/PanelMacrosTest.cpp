@@ -1,0 +1,132 @@
+#include <future>
+#include <gmock/gmock.h>
+
+#include "link/PanelMacros.h"
+#include "tests/link/FakeTransport.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Result = FtpClient::Result;
+
+constexpr const char* kReload = "call PANEL.APPLICATION.LOAD.FINISH()";
+
+class PanelMacrosTest : public testing::Test {
+ protected:
+  // Notes each transfer with the local path inside the site, and answers from a list.
+  struct Transfer : MacroTransfer {
+    Transfer(PanelMacrosTest& theTest, std::string theHost) : test(theTest), host(std::move(theHost)) {}
+    Result get(const std::string& remotePath, const std::string& hostPath) override {
+      return test.transfer(host + " get " + remotePath + " " + test.inSite(hostPath));
+    }
+    Result put(const std::string& hostPath, const std::string& remotePath) override {
+      return test.transfer(host + " put " + test.inSite(hostPath) + " " + remotePath);
+    }
+    void cancel() override { test.cancelled.set_value(); }
+    PanelMacrosTest& test;
+    std::string host;
+  };
+
+  Result transfer(const std::string& text) {
+    log.push_back(text);
+    if (during) during();
+    return results.empty() ? Result::kDone
+                           : std::exchange(results, {results.begin() + 1, results.end()}).front();
+  }
+  std::string inSite(const std::string& hostPath) const {
+    return std::filesystem::path(hostPath).lexically_relative(site.root.path()).string();
+  }
+  std::vector<std::string> take() { return std::exchange(log, {}); }
+
+  TestSite site;
+  FakePanel panel;
+  std::vector<std::string> log;
+  std::vector<Result> results;  // the next ones; then all is well
+  std::function<void()> during;
+  std::promise<void> cancelled;
+  MacroTransferFactory factory = [this](const std::string& host) {
+    return std::make_unique<Transfer>(*this, host);
+  };
+  PanelMacros macros{*panel.client, site.root, factory};
+};
+
+TEST_F(PanelMacrosTest, FilesGoToTheirPlacesAndUploadsAreAnnounced) {
+  EXPECT_TRUE(macros.downloadToWorkingCopy("10.0.0.1", 2, "007", Pane::kB).done());
+  EXPECT_TRUE(macros.download("10.0.0.1:5000", 8, "999", "c:\\x\\macro003.mac").done());
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+  EXPECT_THAT(take(),
+              ElementsAre("10.0.0.1 get /flash/data/PANEL/macro/workplace2/macro007.mac "
+                          "c/programme/RV48/bin/MacroFid/tempB.mac",
+                          "10.0.0.1 get /flash/data/PANEL/macro/workplace8/macro999.mac c/x/macro003.mac"));
+  EXPECT_TRUE(macros.uploadWorkingCopy("10.0.0.1", 1, "000", Pane::kA).done());
+  EXPECT_TRUE(macros.copyOnPanel("10.0.0.1", 1, "001", "002", Pane::kB).done());
+  EXPECT_THAT(take(), ElementsAre("10.0.0.1 put c/programme/RV48/bin/MacroFid/tempA.mac "
+                                  "/flash/data/PANEL/macro/workplace1/macro000.mac",
+                                  "10.0.0.1 get /flash/data/PANEL/macro/workplace1/macro001.mac "
+                                  "c/programme/RV48/bin/MacroFid/tempA.mac",
+                                  "10.0.0.1 put c/programme/RV48/bin/MacroFid/tempA.mac "
+                                  "/flash/data/PANEL/macro/workplace1/macro002.mac"));
+  EXPECT_THAT(panel.transport->take(), ElementsAre(kReload, kReload));
+}
+
+TEST_F(PanelMacrosTest, AFailureIsNeitherAnnouncedNorFollowedUp) {
+  results = {Result::kCut, Result::kCut, Result::kDone, Result::kFull};
+  EXPECT_EQ(macros.upload("10.0.0.1", 1, "001", "c:\\x.mac").describe(),
+            "the connection was cut; the panel may hold a part of the macro");
+  EXPECT_EQ(macros.copyOnPanel("10.0.0.1", 1, "001", "002", Pane::kA).describe(), "the connection was cut");
+  EXPECT_EQ(take().size(), 2U) << "an old working copy must not reach the panel";
+  EXPECT_FALSE(macros.copyOnPanel("10.0.0.1", 1, "001", "002", Pane::kA).done());
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+}
+
+TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
+  for (const char* number : {"", "7", "07", "0007", "../", "a07", " 07", "-07", "..."}) {
+    EXPECT_FALSE(macros.download("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
+    EXPECT_FALSE(macros.upload("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
+    EXPECT_FALSE(macros.remove(1, number)) << number;
+    EXPECT_FALSE(macros.rename(1, number, "Name")) << number;
+  }
+  for (const int workplace : {-1, 0, 9}) {
+    EXPECT_FALSE(macros.download("10.0.0.1", workplace, "001", "c:\\x.mac").done());
+    EXPECT_FALSE(macros.remove(workplace, "001"));
+  }
+  EXPECT_EQ(macros.download("10.0.0.1", 1, "001", "c:\\..\\x.mac").transfer, Result::kLocalFile);
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+  EXPECT_EQ(macroNumberText(7) + macroNumberText(999) + macroNumberText(-1) + macroNumberText(1000),
+            "007999");
+}
+
+TEST_F(PanelMacrosTest, DeleteAndRenameAskThePanel) {
+  EXPECT_TRUE(macros.remove(1, "007"));
+  EXPECT_TRUE(macros.rename(8, "012", "New \"name\""));
+  ParameterList renamed;
+  renamed.addString("REG", "012");
+  renamed.addString("NAME", "New \"name\"");
+  EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO1.DELETE(REG=\"007\")",
+                                                   "call PANEL.MACRO8.NAME.SET(" + renamed.toString() + ")"));
+}
+
+TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {
+  PanelMacros demo(*panel.client, site.root, factory, true);
+  EXPECT_FALSE(demo.downloadToWorkingCopy("10.0.0.1", 1, "001", Pane::kA).done());
+  EXPECT_FALSE(demo.uploadWorkingCopy("10.0.0.1", 1, "001", Pane::kA).done());
+  EXPECT_FALSE(demo.copyOnPanel("10.0.0.1", 1, "001", "002", Pane::kA).done());
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+}
+
+TEST_F(PanelMacrosTest, CancelReachesTheRunningTransferOnly) {
+  macros.cancel();
+  during = [&] {
+    macros.cancel();
+    EXPECT_EQ(cancelled.get_future().wait_for(std::chrono::seconds(0)), std::future_status::ready);
+  };
+  EXPECT_TRUE(macros.download("10.0.0.1", 1, "001", "c:\\x.mac").done());
+}
+
+}  // namespace
+}  // namespace tessaly
