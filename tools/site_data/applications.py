@@ -2,6 +2,8 @@
 
 from dataclasses import dataclass, field
 
+from . import keys, macros
+
 
 @dataclass
 class ControlPanel:
@@ -39,6 +41,16 @@ def key_file(index, texts):
 
 
 def applications():
-    from . import macros
-
-    return [Application("Evening News", [ControlPanel("CP1", "Studio 1 Main Desk", {1: macros.news_main()})])]
+    return [
+        Application("Evening News", [
+            ControlPanel("CP1", "Studio 1 Main Desk", {1: macros.news_main(), 2: macros.news_second()}),
+            ControlPanel("CP2", "Studio 1 Assistant", {1: macros.news_assistant(), 2: macros.news_training()}),
+            ControlPanel("CP7", "Graphics Side Panel", keys=keys.graphics_panel())]),
+        Application("Football Live", [
+            ControlPanel("CP1", "OB Truck Main Desk", {1: macros.football_main(), 2: macros.football_second()}),
+            ControlPanel("CP3", "Replay Side Panel", keys=keys.replay_panel()),
+            ControlPanel("CP4", "Spare Desk, not fitted", absent=True)]),
+        Application("Studio Talk", [
+            ControlPanel("CP2", "Side Panel Left", keys=keys.talk_panel()),
+            ControlPanel("CP5", "Talk Desk", {1: macros.talk_main(), 2: macros.talk_second()})]),
+    ]

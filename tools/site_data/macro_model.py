@@ -89,11 +89,13 @@ class Macro:
         """A command as it stands, such as one of a newer panel release."""
         self.commands.append((fid, self.workplace, list(parameters.items())))
 
-    def snapshot(self, *destinations, seed=1):
-        """Everything of some destinations, as the multiple command dialog inserts it."""
-        rnd = random.Random(f"{self.name}/{seed}")
+    def snapshot(self, *destinations):
+        """Every value of some destinations, as the multiple command dialog inserts them."""
+        rnd = random.Random(self.name)
         for destination in destinations:
             for function in functions_of_group(destination):
+                if not function.template.parameters:
+                    continue
                 named = {p.name: typical_value(p, function.incremental, rnd) for p in function.template.parameters}
                 self.call(function.name, **named)
 

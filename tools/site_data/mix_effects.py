@@ -131,7 +131,8 @@ def add_utilities(f):
     stem, display, group = "$ME_FULL.$UTIL", "$ME_FULL $UTIL", "$ME_FULL.$UTIL"
     f.add(f"{stem}.SOURCE.SET", f"{display} Source", group, source(), switch("Source Hold", "HOLD"))
     f.add(f"{stem}.USE.SET", f"{display} Use", group,
-          choice("Use", [("0", "Border Fill"), ("1", "Matte Fill"), ("2", "Wipe Key"), ("3", "Preview Overlay")], "USE"))
+          choice("Use", [("0", "Border Fill"), ("1", "Matte Fill"), ("2", "Wipe Key"),
+                         ("3", "Preview Overlay")], "USE"))
     f.levels(stem, display, group, [("LEVEL", "Level"), ("FADE", "Fade"), ("OFFSET", "Offset")],
              percent("Level"), family="UTIL_LEVEL")
     f.switches(stem, display, group, [("ENABLE", "Enable"), ("INVERT", "Invert"), ("TALLY", "Tally")], "UTIL_SWITCH")

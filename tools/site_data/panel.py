@@ -13,7 +13,8 @@ def add_panel(f):
                             ("PAGE_EMEM", "Emem Page"), ("PAGE_MACHINE", "Machine Page"), ("PAGE_AUX", "Aux Page"),
                             ("PAGE_SETUP", "Setup Page")])
     group = "PANEL_APPLICATION"
-    f.add("APPLICATION.LOAD", "Application Load", group, whole("Application", 1, 99, "NUMBER"), sid="APPLICATION.NUMBER",
+    f.add("APPLICATION.LOAD", "Application Load", group, whole("Application", 1, 99, "NUMBER"),
+          sid="APPLICATION.NUMBER",
           long_desc="Loads an application with all its assignments. The crossbar buttons are dark while it loads.")
     f.add("APPLICATION.LOAD.FINISH", "Application Load Finished", group)
     f.add("APPLICATION.SAVE", "Application Save", group, whole("Application", 1, 99, "NUMBER"), sid="")

@@ -176,6 +176,16 @@ def classic_machine(m, number, frames, seconds, minutes, hours):
     m.classic(TRIGGER, 29, number, 0x30)
 
 
+def snapshot(m, *destinations):
+    m.snapshot(*destinations)
+
+
+def on_mainframe(m, mainframe, recipe, *arguments, **named):
+    m.mainframe = mainframe
+    recipe(m, *arguments, **named)
+    m.mainframe = 1
+
+
 def everything_off(m):
     for me in ("ME1", "ME2", "ME3"):
         keys_off(m, me)

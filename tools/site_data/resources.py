@@ -153,8 +153,8 @@ def add_control_ports(f):
     f.add("$GPO.STATE.SET", "$GPO State", "GPO", switch())
     f.add("$UMD.SOURCE.SET", "$UMD Source", "UMD", source())
     f.add("$UMD.BRIGHTNESS.$SETINC", "$UMD Brightness $SETINC", "UMD", scaled("Brightness", 15))
-    f.add("$UMD.COLOR.SET", "$UMD Color", "UMD", choice("Color", [("0", "Amber"), ("1", "Green"), ("2", "Red")], "COLOR"),
-          switch("Flash", "FLASH"))
+    f.add("$UMD.COLOR.SET", "$UMD Color", "UMD",
+          choice("Color", [("0", "Amber"), ("1", "Green"), ("2", "Red")], "COLOR"), switch("Flash", "FLASH"))
     f.add("TALLY.GROUP.SET", "Tally Group", "TALLY", choice("Group", [(str(i), f"Group {i}") for i in range(1, 5)],
           "GROUP"), source())
     f.add("GENLOCK.PHASE.$SETINC", "Genlock Phase $SETINC", "SYSTEM", degree("Phase"))
