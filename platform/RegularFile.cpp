@@ -1,0 +1,35 @@
+#include "platform/RegularFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+
+namespace tessaly {
+
+std::optional<RegularFile> RegularFile::open(const std::filesystem::path& path) {
+  RegularFile file;
+  file.descriptor_ = Descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!file.descriptor_.isOpen() || ::fstat(file.descriptor_.number(), &file.status_) != 0)
+    return std::nullopt;
+  if (!S_ISREG(file.status_.st_mode)) return std::nullopt;
+  return file;
+}
+
+bool RegularFile::isAt(const std::filesystem::path& path) const {
+  struct stat other;
+  return ::stat(path.c_str(), &other) == 0 && other.st_dev == status_.st_dev &&
+         other.st_ino == status_.st_ino;
+}
+
+std::optional<std::size_t> RegularFile::read(char* space, std::size_t size) const {
+  std::size_t count = 0;
+  while (count < size) {
+    const ssize_t got = ::read(descriptor_.number(), space + count, size - count);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return std::nullopt;
+    if (got == 0) break;
+    count += static_cast<std::size_t>(got);
+  }
+  return count;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <sys/stat.h>
+
+#include "platform/Descriptor.h"
+
+namespace tessaly {
+
+// A regular file open for reading. Pipes, devices and folders are refused: they would block, or never end.
+class RegularFile {
+ public:
+  static std::optional<RegularFile> open(const std::filesystem::path& path);
+
+  [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(status_.st_size); }
+
+  // True when `path` leads to this very file.
+  [[nodiscard]] bool isAt(const std::filesystem::path& path) const;
+
+  // Fills `space` as far as the file goes; the count of bytes, 0 at the end, nothing on an error.
+  [[nodiscard]] std::optional<std::size_t> read(char* space, std::size_t size) const;
+
+ private:
+  Descriptor descriptor_;
+  struct stat status_ {};
+};
+
+}  // namespace tessaly
