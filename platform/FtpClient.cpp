@@ -1,0 +1,294 @@
+#include "platform/FtpClient.h"
+
+#include <algorithm>
+#include <chrono>
+#include <curl/curl.h>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "platform/Files.h"
+#include "platform/PendingFile.h"
+#include "platform/RegularFile.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr long kConnectSeconds = 5;
+constexpr long kStallSeconds = 10;
+constexpr int kCancelPollMs = 100;
+
+// FTP reply codes.
+constexpr std::size_t kCodeLength = 3;
+constexpr int kFirstRefusal = 400;
+constexpr int kNotAvailable = 421;
+constexpr int kNoSpace = 452;
+constexpr int kNoSuchFile = 550;
+constexpr int kQuotaExceeded = 552;
+constexpr int kNameNotAllowed = 553;
+
+constexpr std::string_view kNameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+
+bool libraryReady() {
+  static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+  return ready;
+}
+
+// An address typed by a user must not bring a path, a login or another port with it.
+bool isPlainHost(const std::string& host) {
+  return !host.empty() && host.find_first_not_of(std::string(kNameCharacters) + ".:-") == host.npos;
+}
+
+// A trailing slash would ask for the list of a folder.
+bool isFilePath(const std::string& path) {
+  return path.size() > 1 && path.front() == '/' && path.back() != '/';
+}
+
+std::string makeUrl(const std::string& host, std::uint16_t port, const std::string& path) {
+  const bool isVersion6 = host.find(':') != host.npos;
+  std::string url =
+      format(isVersion6 ? "ftp://[%s]:%u/%%2F" : "ftp://%s:%u/%%2F", host.c_str(), unsigned{port});
+  for (const char c : path.substr(1)) {
+    const bool plain =
+        c == '/' || c == '.' || c == '-' || c == '_' || kNameCharacters.find(c) != kNameCharacters.npos;
+    url += plain ? std::string(1, c) : format("%%%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
+  }
+  return url;
+}
+
+// The library calls both of its objects `void`, so each needs a type of its own to release it.
+struct ReleaseEasy {
+  void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+};
+struct ReleaseMulti {
+  void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+};
+
+// One connection with one file on it.
+class Transfer {
+ public:
+  using Result = FtpClient::Result;
+
+  Transfer(const std::string& url, const FtpClient::Login& login, const std::atomic<bool>& cancelled)
+      : cancelled_(cancelled), easy_(curl_easy_init()), multi_(curl_multi_init()) {
+    if (!easy_ || !multi_) return;
+    set(CURLOPT_URL, url.c_str());
+    set(CURLOPT_PROTOCOLS_STR, "ftp");
+    set(CURLOPT_PROXY, "");
+    set(CURLOPT_USERNAME, login.user.c_str());
+    set(CURLOPT_PASSWORD, login.secret.c_str());
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_QUICK_EXIT, 1L);  // giving up must not wait for a name server
+    set(CURLOPT_FRESH_CONNECT, 1L);
+    set(CURLOPT_FORBID_REUSE, 1L);
+    set(CURLOPT_FTP_USE_EPSV, 0L);
+    set(CURLOPT_FTP_SKIP_PASV_IP, 1L);
+    set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
+    set(CURLOPT_FTP_CREATE_MISSING_DIRS, 0L);
+    set(CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
+    set(CURLOPT_SERVER_RESPONSE_TIMEOUT, kStallSeconds);
+    set(CURLOPT_LOW_SPEED_LIMIT, 1L);
+    set(CURLOPT_LOW_SPEED_TIME, kStallSeconds);
+    set(CURLOPT_XFERINFOFUNCTION, &Transfer::checkCancelled);
+    set(CURLOPT_XFERINFODATA, this);
+    set(CURLOPT_NOPROGRESS, 0L);
+    set(CURLOPT_HEADERFUNCTION, &Transfer::hear);
+    set(CURLOPT_HEADERDATA, this);
+  }
+
+  ~Transfer() {
+    if (added_) curl_multi_remove_handle(multi_.get(), easy_.get());
+  }
+  Transfer(const Transfer&) = delete;
+  Transfer& operator=(const Transfer&) = delete;
+
+  Result receive(PendingFile& target) {
+    target_ = &target;
+    set(CURLOPT_WRITEFUNCTION, &Transfer::take);
+    set(CURLOPT_WRITEDATA, this);
+    return run();
+  }
+
+  Result send(const RegularFile& source) {
+    source_ = &source;
+    set(CURLOPT_UPLOAD, 1L);
+    set(CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(source.size()));
+    set(CURLOPT_READFUNCTION, &Transfer::give);
+    set(CURLOPT_READDATA, this);
+    return run();
+  }
+
+ private:
+  template <class Value>
+  void set(CURLoption option, Value value) {
+    if (easy_ && curl_easy_setopt(easy_.get(), option, value) != CURLE_OK) refused_ = true;
+  }
+
+  template <class Value>
+  Value info(CURLINFO what) const {
+    Value value = 0;
+    curl_easy_getinfo(easy_.get(), what, &value);
+    return value;
+  }
+
+  Result run() {
+    if (!easy_ || !multi_ || refused_) return Result::kFailed;
+    added_ = curl_multi_add_handle(multi_.get(), easy_.get()) == CURLM_OK;
+    int running = added_ ? 1 : 0;
+    while (running > 0) {
+      if (cancelled_) return Result::kCancelled;
+      if (isStalled()) return Result::kStalled;
+      if (curl_multi_perform(multi_.get(), &running) != CURLM_OK) return Result::kFailed;
+      if (running > 0) curl_multi_poll(multi_.get(), nullptr, 0, kCancelPollMs, nullptr);
+    }
+    int left = 0;
+    const CURLMsg* const message = curl_multi_info_read(multi_.get(), &left);
+    return message && message->msg == CURLMSG_DONE ? result(message->data.result) : Result::kFailed;
+  }
+
+  // The library judges by the average speed of some seconds, so it takes much longer to see that a transfer
+  // stopped after its first bytes.
+  bool isStalled() {
+    const curl_off_t moved =
+        info<curl_off_t>(CURLINFO_SIZE_DOWNLOAD_T) + info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T);
+    if (std::exchange(moved_, moved) != moved) lastMove_ = Clock::now();
+    return moved > 0 && Clock::now() - lastMove_ > std::chrono::seconds(kStallSeconds);
+  }
+
+  Result result(CURLcode code) const {
+    if (localFailure_) return *localFailure_;
+    const bool connected = info<curl_off_t>(CURLINFO_CONNECT_TIME_T) > 0;
+    switch (static_cast<int>(code)) {
+      case CURLE_OK:
+        return Result::kDone;
+      case CURLE_LOGIN_DENIED:
+        return Result::kRefusedLogin;
+      case CURLE_REMOTE_FILE_NOT_FOUND:
+        return Result::kNotFound;
+      case CURLE_COULDNT_RESOLVE_HOST:
+      case CURLE_COULDNT_CONNECT:
+        return Result::kUnreachable;
+      case CURLE_OPERATION_TIMEDOUT:
+        return connected && refusal_ != kNotAvailable ? Result::kStalled : Result::kUnreachable;
+      case CURLE_PARTIAL_FILE:
+      case CURLE_SEND_ERROR:
+      case CURLE_RECV_ERROR:
+      case CURLE_GOT_NOTHING:
+        return Result::kCut;
+      case CURLE_REMOTE_DISK_FULL:
+        return Result::kFull;
+      case CURLE_UPLOAD_FAILED:
+        if (refusal_ == kNoSpace || refusal_ == kQuotaExceeded) return Result::kFull;
+        return refusal_ == kNoSuchFile || refusal_ == kNameNotAllowed ? Result::kNotFound : Result::kFailed;
+      case CURLE_ABORTED_BY_CALLBACK:
+        return Result::kCancelled;
+      default:
+        return Result::kFailed;
+    }
+  }
+
+  // While the library waits for the answer to its farewell it asks only here.
+  static int checkCancelled(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+    return static_cast<Transfer*>(self)->cancelled_ ? 1 : 0;
+  }
+
+  // One line of the server's. The library itself keeps only the last reply, which is the one to its farewell.
+  static std::size_t hear(const char* line, std::size_t one, std::size_t count, void* self) {
+    const int code = parseInt({line, std::min<std::size_t>(one * count, kCodeLength)});
+    if (code >= kFirstRefusal) static_cast<Transfer*>(self)->refusal_ = code;
+    return one * count;
+  }
+
+  static std::size_t take(const char* bytes, std::size_t one, std::size_t count, void* self) {
+    auto& transfer = *static_cast<Transfer*>(self);
+    transfer.received_ += one * count;
+    if (transfer.received_ > kLargestFile) {
+      transfer.localFailure_ = Result::kFailed;  // a panel that sends without end must not fill the disk
+    } else if (!transfer.target_->write({bytes, one * count})) {
+      transfer.localFailure_ = Result::kLocalFile;
+    }
+    return transfer.localFailure_ ? 0 : one * count;
+  }
+
+  static std::size_t give(char* space, std::size_t one, std::size_t count, void* self) {
+    auto& transfer = *static_cast<Transfer*>(self);
+    const auto got = transfer.source_->read(space, one * count);
+    if (got) return *got;
+    transfer.localFailure_ = Result::kLocalFile;
+    return CURL_READFUNC_ABORT;
+  }
+
+  const std::atomic<bool>& cancelled_;
+  std::unique_ptr<CURL, ReleaseEasy> easy_;
+  std::unique_ptr<CURLM, ReleaseMulti> multi_;
+  bool added_ = false;
+  bool refused_ = false;  // an option that the library does not take
+  PendingFile* target_ = nullptr;
+  const RegularFile* source_ = nullptr;
+  std::size_t received_ = 0;
+  int refusal_ = 0;  // the server's last reply that was one
+  std::optional<Result> localFailure_;
+  curl_off_t moved_ = 0;
+  Clock::time_point lastMove_;
+};
+
+}  // namespace
+
+FtpClient::FtpClient(std::string host, std::uint16_t port, Login login)
+    : host_(std::move(host)), port_(port), login_(std::move(login)) {}
+
+FtpClient::Result FtpClient::get(const std::string& remotePath, const std::string& hostPath) {
+  if (cancelled_) return Result::kCancelled;
+  if (!isPlainHost(host_)) return Result::kUnreachable;
+  if (!isFilePath(remotePath)) return Result::kNotFound;
+  PendingFile target(hostPath);
+  if (!target.good()) return Result::kLocalFile;
+  if (!libraryReady()) return Result::kFailed;
+  const Result result = Transfer(makeUrl(host_, port_, remotePath), login_, cancelled_).receive(target);
+  if (result != Result::kDone) return result;
+  return target.commit() ? Result::kDone : Result::kLocalFile;
+}
+
+FtpClient::Result FtpClient::put(const std::string& hostPath, const std::string& remotePath) {
+  if (cancelled_) return Result::kCancelled;
+  if (!isPlainHost(host_)) return Result::kUnreachable;
+  if (!isFilePath(remotePath)) return Result::kNotFound;
+  const auto source = RegularFile::open(hostPath);
+  if (!source) return Result::kLocalFile;
+  if (!libraryReady()) return Result::kFailed;
+  return Transfer(makeUrl(host_, port_, remotePath), login_, cancelled_).send(*source);
+}
+
+void FtpClient::cancel() { cancelled_ = true; }
+
+const char* FtpClient::describe(Result result) {
+  switch (result) {
+    case Result::kDone:
+      return "the transfer is done";
+    case Result::kRefusedLogin:
+      return "the panel refused the login";
+    case Result::kNotFound:
+      return "the panel has no such file or folder";
+    case Result::kUnreachable:
+      return "the panel cannot be reached";
+    case Result::kStalled:
+      return "the panel does not answer";
+    case Result::kCut:
+      return "the connection was cut";
+    case Result::kFull:
+      return "the panel's disk is full";
+    case Result::kLocalFile:
+      return "the local file cannot be read or written";
+    case Result::kCancelled:
+      return "the transfer was cancelled";
+    case Result::kFailed:
+      return "the transfer failed";
+  }
+  return "";
+}
+
+}  // namespace tessaly

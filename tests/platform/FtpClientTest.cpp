@@ -1,0 +1,136 @@
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <future>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "TemporarySite.h"
+#include "platform/FtpClient.h"
+
+namespace tessaly {
+namespace {
+
+using Result = FtpClient::Result;
+
+// A server process over `folder`; it dies with this object, or with the test program.
+class Server {
+ public:
+  explicit Server(const std::string& folder, const char* connections = "10") {
+    int ends[2];
+    if (::pipe(ends) != 0) return;
+    process_ = ::fork();
+    if (process_ == 0) {
+      ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+      ::dup2(ends[1], STDOUT_FILENO);
+      const char* const script = TESSALY_SOURCE_DIR "/tests/platform/ftp_server.py";
+      ::execl("/usr/bin/python3", "python3", script, folder.c_str(), connections, nullptr);
+      ::_exit(127);
+    }
+    ::close(ends[1]);
+    std::FILE* const output = ::fdopen(ends[0], "r");
+    EXPECT_EQ(std::fscanf(output, "%hu", &port_), 1);
+    std::fclose(output);
+  }
+  ~Server() {
+    ::kill(process_, SIGKILL);
+    ::waitpid(process_, nullptr, 0);
+  }
+
+  std::uint16_t port() const { return port_; }
+
+ private:
+  pid_t process_ = -1;
+  std::uint16_t port_ = 0;
+};
+
+class FtpClientTest : public TemporarySite {
+ protected:
+  FtpClientTest() {
+    put("panel/flash/one #1%.mac", "abc");
+    for (const char* name : {"panel/cut.mac", "panel/stall.mac"}) put(name, std::string(5000, 'x'));
+    put("disk/old.mac", "old");
+  }
+
+  FtpClient client(const std::string& user = "target", const std::string& secret = "right") const {
+    return {"127.0.0.1", server_.port(), {user, secret}};
+  }
+
+  Result get(const std::string& remote) const { return client().get(remote, local_); }
+  Result send(const std::string& remote) const { return client().put(local_, remote); }
+
+  void expectOldFile() const {
+    EXPECT_EQ(bytes("disk/old.mac"), "old");
+    EXPECT_EQ(entries("disk"), 1);
+  }
+
+  const std::string local_ = host("disk/old.mac").string();
+  const Server server_{host("").string()};
+};
+
+TEST_F(FtpClientTest, FilesGoThereAndBack) {
+  const std::string large(3'000'000, '\r');  // a transfer as text would change every byte
+  put("disk/old.mac", large);
+  EXPECT_EQ(send("/panel/flash/new.mac"), Result::kDone);
+  EXPECT_EQ(bytes("panel/flash/new.mac"), large);
+  EXPECT_EQ(get("/panel/flash/one #1%.mac"), Result::kDone);
+  EXPECT_EQ(bytes("disk/old.mac"), "abc");
+  EXPECT_EQ(get("/panel/flash/new.mac"), Result::kDone);
+  EXPECT_EQ(bytes("disk/old.mac"), large);
+}
+
+TEST_F(FtpClientTest, AFailedTransferSaysWhyAndLeavesTheOldFile) {
+  EXPECT_EQ(get("/panel/flash/none.mac"), Result::kNotFound);
+  EXPECT_EQ(get("/panel/cut.mac"), Result::kCut);
+  for (const char* path : {"", "/", "/panel/flash/", "panel/flash/one.mac"})
+    EXPECT_EQ(get(path), Result::kNotFound) << path;
+  EXPECT_EQ(send("/panel/none/x.mac"), Result::kNotFound);
+  EXPECT_EQ(send("/panel/full.mac"), Result::kFull);
+  EXPECT_EQ(client("target", "wrong").get("/panel/cut.mac", local_), Result::kRefusedLogin);
+  EXPECT_EQ(client().get("/panel/cut.mac", host("none/x").string()), Result::kLocalFile);
+  EXPECT_EQ(client().put(host("none").string(), "/x"), Result::kLocalFile);
+  for (const char* address : {"", "127.0.0.1/x", "a@127.0.0.1", "127.0.0.1 ", "none.invalid"}) {
+    EXPECT_EQ(FtpClient(address, server_.port(), {"target", "right"}).get("/panel/cut.mac", local_),
+              Result::kUnreachable)
+        << address;
+  }
+  expectOldFile();
+}
+
+TEST_F(FtpClientTest, AServerThatIsGoneOrFullCannotBeReached) {
+  const Server crowded(host("").string(), "1");
+  EXPECT_EQ(FtpClient("127.0.0.1", crowded.port(), {}).get("/panel/cut.mac", local_), Result::kUnreachable);
+  std::uint16_t port = 0;
+  { port = Server(host("").string()).port(); }
+  EXPECT_EQ(FtpClient("127.0.0.1", port, {}).get("/panel/cut.mac", local_), Result::kUnreachable);
+  expectOldFile();
+}
+
+TEST_F(FtpClientTest, CancelEndsASilentTransferAtOnce) {
+  for (const char* user : {"target", "silent"}) {
+    FtpClient client = this->client(user);
+    auto result = std::async(std::launch::async, [&] { return client.get("/panel/stall.mac", local_); });
+    while (entries("disk") < 2 &&
+           result.wait_for(std::chrono::milliseconds(1)) == std::future_status::timeout) {
+    }  // until the transfer has its file
+    const auto start = std::chrono::steady_clock::now();
+    client.cancel();
+    EXPECT_EQ(result.get(), Result::kCancelled) << user;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << user;
+    EXPECT_EQ(client.get("/panel/flash/one #1%.mac", local_), Result::kCancelled) << user;
+  }
+  expectOldFile();
+}
+
+TEST_F(FtpClientTest, ASilentServerIsGivenUp) {
+  auto login = std::async(std::launch::async, [&] { return client("silent").put(local_, "/panel/x.mac"); });
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(get("/panel/stall.mac"), Result::kStalled);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(14));
+  EXPECT_EQ(login.get(), Result::kStalled);
+  expectOldFile();
+}
+
+}  // namespace
+}  // namespace tessaly
