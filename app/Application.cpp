@@ -1,0 +1,124 @@
+#include "app/Application.h"
+
+#include <clocale>
+#include <mutex>
+#include <thread>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QIcon>
+
+#include "app/PaneDescriptor.h"
+#include "dictionary/InterfaceFile.h"
+#include "platform/Files.h"
+
+static void initResources() { Q_INIT_RESOURCE(tessaly); }
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::string_view kDataFolder = "c:\\Programme\\RV48\\bin\\MacroFid\\";
+constexpr const char* kLockName = ".tessaly.lock";
+constexpr const char* kRaiseName = ".tessaly.raise";  // written by a second start
+
+QString rootFile(const SiteRoot& root, const char* name) {
+  return QString::fromStdString((root.path() / name).string());
+}
+
+}  // namespace
+
+// What the loader thread may reach of the program; emptied when the program ends before it.
+struct Application::LoaderLink {
+  std::mutex mutex;
+  MainWindow* window = nullptr;
+  MessageBoxes* messages = nullptr;
+};
+
+Application::Application(const StartOptions& options)
+    : options_(options),
+      root_(SiteRoot::fromEnvironment(options.root)),
+      dictionary_(*new FunctionDictionary),
+      decodingLists_(root_),
+      loader_(std::make_shared<LoaderLink>()) {
+  initResources();
+  std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
+  QIcon icon;
+  icon.addFile(QStringLiteral(":/icons/tessaly-32.png"));
+  icon.addFile(QStringLiteral(":/icons/tessaly-128.png"));
+  QApplication::setWindowIcon(icon);
+  for (const int message : {kDictionaryLoadedMessage, kConnectedMessageA, kConnectedMessageB})
+    QEvent::registerEventType(message);
+}
+
+Application::~Application() {
+  {
+    const std::lock_guard guard(loader_->mutex);
+    loader_->window = nullptr;
+    loader_->messages = nullptr;
+  }
+  window_.reset();
+}
+
+bool Application::claimRoot() {
+  QDir().mkpath(QString::fromStdString(root_.path().string()));
+  lock_ = std::make_unique<QLockFile>(rootFile(root_, kLockName));
+  lock_->setStaleLockTime(0);
+  const bool held = lock_->tryLock() || lock_->error() != QLockFile::LockFailedError;
+  QFile request(rootFile(root_, kRaiseName));
+  if (!held) {
+    if (request.open(QIODevice::WriteOnly))
+      request.write(QByteArray::number(QCoreApplication::applicationPid()));
+    return false;
+  }
+  if (request.open(QIODevice::WriteOnly)) {
+    raiseRequests_.addPath(request.fileName());
+    connect(&raiseRequests_, &QFileSystemWatcher::fileChanged, this, &Application::raiseWindow);
+  }
+  return true;
+}
+
+void Application::raiseWindow() {
+  if (!window_) return;
+  window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
+  window_->raise();
+  window_->activateWindow();
+}
+
+void Application::prepareRoot() {
+  if (!makeFolder(root_, kDataFolder) || isRegularFile(root_, kEmptyMacro)) return;
+  QFile shipped(QStringLiteral(":/emptyMacro.mac"));
+  if (shipped.open(QIODevice::ReadOnly) && !writeFile(root_, kEmptyMacro, shipped.readAll().toStdString()))
+    messages_.show("Cannot create Macro: emptyMacro.mac", MessageIcon::kExclamation);
+}
+
+void Application::start() {
+  prepareRoot();
+  initPanelClient();
+  PanelClient& client = *panelClient();
+  client.setVerbose(options_.verbose);
+  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo);
+  window_ = std::make_unique<MainWindow>(
+      WindowContext{{root_, messages_}, dictionary_, decodingLists_, client, *panelMacros_, options_.demo});
+  messages_.setWindow(window_.get());
+  loader_->window = window_.get();
+  loader_->messages = &messages_;
+  startLoader();
+  window_->show();
+}
+
+void Application::startLoader() {
+  std::thread([link = loader_, root = root_, &dictionary = dictionary_] {
+    loadFunctionDictionary(root, dictionary, [&link](const std::string& text) {
+      const std::lock_guard guard(link->mutex);
+      if (link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);
+    });
+    const std::lock_guard guard(link->mutex);
+    if (link->window != nullptr)
+      QCoreApplication::postEvent(link->window,
+                                  new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+  }).detach();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,296 @@
+#include "app/Browser.h"
+
+#include <algorithm>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kConnectedTo = "connected to %s";
+constexpr const char* kNotConnected = "not connected";
+constexpr const char* kNoApplications = "no applications found";
+constexpr const char* kNoDevicesFile = "- - - - - - -";
+constexpr const char* kNoControlPanels = "no control panel data included";
+constexpr const char* kNoWorkplaces = "TarrowCP - no workplaces supported";
+constexpr const char* kWorkplace = "Workplace %d";
+constexpr const char* kNoMacros = "no macros found";
+constexpr const char* kEmptyMacroRow = "empty macro";
+constexpr const char* kOneCommand = "1 command";
+constexpr const char* kManyCommands = "%d commands";
+
+constexpr int kDiskWorkplaces = 2;
+constexpr int kDemoWorkplaces = 2;
+
+enum List { kControlPanelList, kWorkplaceList, kMacroList, kCommandList };
+
+std::string selectedText(const ListBox& list) {
+  const ListRow* row = list.selected();
+  return row != nullptr ? row->text : std::string();
+}
+
+}  // namespace
+
+Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
+                 const PanelConnection& connection, MacroNames& panelNames)
+    : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {}
+
+std::string Browser::path() const { return connection_.path(pane_.descriptor.pane); }
+
+bool Browser::onPanel() const { return connection_.source(pane_.descriptor.pane) == PaneSource::kPanel; }
+
+void Browser::clearFrom(int list) {
+  MacroPane& view = pane_.view;
+  if (list <= kControlPanelList) view.controlPanels().rows().clear();
+  if (list <= kWorkplaceList) view.workplaces().rows().clear();
+  if (list <= kMacroList) {
+    pane_.macroRows.clear();
+    view.macros().rows().clear();
+  }
+  pane_.copy.reset();
+  pane_.updatedMarks.clear();
+  view.commands().rows().clear();
+  view.showProgress({});
+}
+
+void Browser::fillApplications() {
+  clearFrom(kControlPanelList);
+  ListBoxModel& rows = pane_.view.applications().rows();
+  pane_.view.applications().selectRow(-1);
+  pane_.olderFamily = false;
+  if (onPanel()) {
+    const Pane pane = pane_.descriptor.pane;
+    const bool connected = connection_.connected(pane);
+    rows.setRows({{connected ? format(kConnectedTo, connection_.address(pane).c_str()) : kNotConnected}},
+                 false);
+    pane_.view.controlPanels().rows().clear(false);
+    if (connected)
+      fillWorkplaces();
+    else
+      pane_.view.workplaces().rows().clear(false);
+  } else {
+    std::vector<ListRow> found;
+    for (std::string& name : applications(site_.root, path())) found.push_back({std::move(name)});
+    const bool any = !found.empty();
+    if (!any) found.push_back({kNoApplications});
+    rows.setRows(std::move(found), any);
+  }
+  emit changed();
+}
+
+void Browser::chooseApplication() {
+  clearFrom(kControlPanelList);
+  const std::string application = selectedText(pane_.view.applications());
+  if (onPanel() || application.empty()) return;
+  ListBox& list = pane_.view.controlPanels();
+  if (!hasDevicesFile(site_.root, applicationFolder(path(), application))) {
+    pane_.olderFamily = false;
+    list.rows().setRows({ListRow{kNoDevicesFile}}, false);
+    emit changed();
+    return;
+  }
+  std::vector<ListRow> rows;
+  for (PanelEntry& entry : controlPanels(site_.root, path(), application))
+    rows.push_back({std::move(entry.text)});
+  if (rows.empty()) {
+    pane_.olderFamily = false;
+    list.rows().setRows({ListRow{kNoControlPanels}}, false);
+    emit changed();
+    return;
+  }
+  list.rows().setRows(std::move(rows), true);
+  list.selectRow(0);
+  chooseControlPanel();
+}
+
+void Browser::chooseControlPanel() {
+  clearFrom(kWorkplaceList);
+  const std::string entry = selectedText(pane_.view.controlPanels());
+  if (!onPanel()) {
+    const std::string panel = beforeHyphen(entry);
+    pane_.olderFamily =
+        !panel.empty() && isOlderFamily(site_.root, path(), selectedText(pane_.view.applications()), panel);
+  }
+  fillWorkplaces();
+  emit changed();
+}
+
+void Browser::fillWorkplaces() {
+  ListBox& list = pane_.view.workplaces();
+  std::vector<ListRow> rows;
+  if (onPanel()) {
+    const WorkplaceFlags flags = connection_.workplaces(pane_.descriptor.pane);
+    for (int number = 1; number <= kWorkplaces; ++number)
+      if (flags[static_cast<std::size_t>(number - 1)]) rows.push_back({format(kWorkplace, number), number});
+    list.rows().setRows(std::move(rows), true);
+    return;
+  }
+  const std::string entry = selectedText(pane_.view.controlPanels());
+  if (entry.empty()) return;
+  if (!hasWorkplaces(entry)) {
+    list.rows().setRows({ListRow{kNoWorkplaces}}, false);
+    if (pane_.olderFamily) listKeyFiles();
+    return;
+  }
+  for (int number = 1; number <= kDiskWorkplaces; ++number)
+    rows.push_back({format(kWorkplace, number), number});
+  list.rows().setRows(std::move(rows), true);
+  list.selectRow(0);
+  chooseWorkplace();
+}
+
+void Browser::chooseWorkplace() {
+  if (onPanel() && workplace() > 0) {
+    panelNames_.subscribe(workplace());
+    emit panelWorkplaceChosen(workplace());
+  }
+  listMacros();
+}
+
+void Browser::followWorkplace(int number) {
+  if (!onPanel() || pane_.copy.edited()) return;
+  ListBox& list = pane_.view.workplaces();
+  list.selectRow(list.rows().rowOfNumber(number));
+  listMacros();
+}
+
+void Browser::listMacros() {
+  clearFrom(kMacroList);
+  pane_.view.macros().selectRow(-1);
+  if (onPanel())
+    listPanelMacros();
+  else if (pane_.olderFamily)
+    listKeyFiles();
+  else
+    listDiskMacros();
+  emit changed();
+}
+
+void Browser::showMacroRows() {
+  std::vector<ListRow> rows;
+  rows.reserve(pane_.macroRows.size());
+  for (const MacroRow& row : pane_.macroRows) rows.push_back({row.text(), row.number});
+  const bool any = !rows.empty();
+  if (!any) rows.push_back({kNoMacros});
+  pane_.view.macros().rows().setRows(std::move(rows), any);
+}
+
+void Browser::listDiskMacros() {
+  const std::string folder = macroFolder();
+  if (folder.empty()) return;
+  MacroListing listing = tessaly::listMacros(site_.root, folder);
+  pane_.macroRows = std::move(listing.rows);
+  showMacroRows();
+  for (const std::string& report : listing.reports) site_.messages.show(report, MessageIcon::kExclamation);
+}
+
+void Browser::listKeyFiles() {
+  clearFrom(kMacroList);
+  pane_.view.macros().selectRow(-1);
+  const std::string folder = keyFolder();
+  if (folder.empty()) return;
+  pane_.macroRows = tessaly::listKeyFiles(site_.root, folder);
+  showMacroRows();
+}
+
+void Browser::listPanelMacros() {
+  const MacroNameTable names = panelNames_.names(pane_.descriptor.pane);
+  pane_.macroRows.clear();
+  int number = 0;
+  for (const std::string& name : names) {
+    if (!name.empty()) pane_.macroRows.push_back({format("%03d", number), number, name});
+    ++number;
+  }
+  showMacroRows();
+}
+
+void Browser::showCommands(int selected) {
+  ListBox& list = pane_.view.commands();
+  const WorkingCopy& copy = pane_.copy;
+  const int count = copy.commandCount();
+  std::vector<ListRow> rows;
+  if (copy.content() == WorkingCopy::Content::kNothing) {
+    list.rows().clear();
+    pane_.view.showProgress({});
+    emit changed();
+    return;
+  }
+  if (count == 0) {
+    list.rows().setRows({ListRow{kEmptyMacroRow}}, false);
+    pane_.view.showProgress({});
+    emit changed();
+    return;
+  }
+  const LineOptions options = pane_.view.lineOptions();
+  rows.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    const bool updated = at < pane_.updatedMarks.size() && pane_.updatedMarks[at];
+    rows.push_back({copy.content() == WorkingCopy::Content::kKeyFile
+                        ? keyCommandLine(copy.keyFile().commands()[at], options, lines_)
+                        : commandLine(copy.commands()[at], options, lines_, updated),
+                    i});
+  }
+  list.rows().setRows(std::move(rows), true);
+  list.selectRow(std::min(selected, count - 1) == selected ? selected : -1);
+  pane_.view.showProgress(QString::fromStdString(count == 1 ? kOneCommand : format(kManyCommands, count)));
+  emit changed();
+}
+
+void Browser::showDemoListing() {
+  clearFrom(kWorkplaceList);
+  std::vector<ListRow> rows;
+  for (int number = 1; number <= kDemoWorkplaces; ++number)
+    rows.push_back({format(kWorkplace, number), number});
+  pane_.view.workplaces().rows().setRows(std::move(rows), true);
+  listPanelMacros();
+  emit changed();
+}
+
+void Browser::refreshWorkplaces() {
+  if (!onPanel()) return;
+  ListBox& list = pane_.view.workplaces();
+  const int chosen = workplace();
+  fillWorkplaces();
+  list.selectRow(chosen > 0 ? list.rows().rowOfNumber(chosen) : -1);
+  if (chosen > 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kMacroList);
+  emit changed();
+}
+
+void Browser::refreshMacroNames() {
+  if (!onPanel()) return;
+  ListBox& list = pane_.view.macros();
+  const MacroRow* chosen = pane_.selectedMacro();
+  const int number = chosen != nullptr ? chosen->number : -1;
+  listPanelMacros();
+  list.selectRow(number >= 0 ? list.rows().rowOfNumber(number) : -1);
+  if (number >= 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kCommandList);
+  emit changed();
+}
+
+std::string Browser::macroFolder() const {
+  if (onPanel() || workplace() <= 0) return {};
+  const std::string application = selectedText(pane_.view.applications());
+  const std::string panel = beforeHyphen(selectedText(pane_.view.controlPanels()));
+  if (application.empty() || panel.empty()) return {};
+  return tessaly::macroFolder(path(), application, panel, workplace());
+}
+
+std::string Browser::keyFolder() const {
+  const std::string application = selectedText(pane_.view.applications());
+  const std::string panel = beforeHyphen(selectedText(pane_.view.controlPanels()));
+  if (application.empty() || panel.empty()) return {};
+  return tessaly::keyFolder(path(), application, panel);
+}
+
+int Browser::workplace() const {
+  const ListRow* row = pane_.view.workplaces().selected();
+  return row != nullptr ? std::max(0, row->number) : 0;
+}
+
+MacroNameTable Browser::names() const {
+  return onPanel() ? panelNames_.names(pane_.descriptor.pane) : tessaly::macroNames(pane_.macroRows);
+}
+
+}  // namespace tessaly

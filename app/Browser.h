@@ -1,0 +1,68 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+#include "app/PaneState.h"
+#include "app/PositionCheck.h"
+#include "link/MacroNames.h"
+#include "link/PanelConnection.h"
+
+namespace tessaly {
+
+// Fills the five lists of one pane, left to right. Each list empties those to its right. GUI thread.
+class Browser : public QObject {
+  Q_OBJECT
+
+ public:
+  Browser(PaneState& pane, SiteAccess site, const LineContext& lines, const PanelConnection& connection,
+          MacroNames& panelNames);
+
+  // All lists from the source on.
+  void fillApplications();
+  void chooseApplication();
+  void chooseControlPanel();
+  void chooseWorkplace();
+  // The macros of the chosen workplace or older-family panel, anew; nothing is selected afterwards.
+  void listMacros();
+  // The lines of what the working copy holds, with `selected` (-1 for none) selected.
+  void showCommands(int selected = -1);
+  // The other pane has turned to another workplace of the panel, and this one goes along.
+  void followWorkplace(int number);
+  // Workplaces 1 and 2 and the macros of the demonstration, in place of what the panel would tell.
+  void showDemoListing();
+  // Only the rows, after values arrived: the selections stay as far as their rows do.
+  void refreshWorkplaces();
+  void refreshMacroNames();
+
+  // Site path of the chosen macro or key file folder; empty unless everything is chosen.
+  [[nodiscard]] std::string macroFolder() const;
+  [[nodiscard]] std::string keyFolder() const;
+  [[nodiscard]] int workplace() const;  // chosen number, 0 for none
+  [[nodiscard]] MacroNameTable names() const;
+
+ signals:
+  void panelWorkplaceChosen(int number);
+  void changed();  // lists or selection changed by program: enabled states are to be looked at again
+
+ private:
+  void clearFrom(int list);
+  void fillWorkplaces();
+  void listDiskMacros();
+  void listKeyFiles();
+  void listPanelMacros();
+  void showMacroRows();
+
+  [[nodiscard]] bool onPanel() const;
+  [[nodiscard]] std::string path() const;
+
+  PaneState& pane_;
+  SiteAccess site_;
+  const LineContext& lines_;
+  const PanelConnection& connection_;
+  MacroNames& panelNames_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,47 @@
+#include "app/CopyMacroDialog.h"
+
+#include <QRegularExpressionValidator>
+#include <QTimer>
+
+#include "editors/DialogText.h"
+#include "ui_CopyMacroDialog.h"
+
+namespace tessaly {
+
+CopyMacroDialog::CopyMacroDialog(const std::string& sourceNumber, const std::string& sourceName,
+                                 int preselected, MacroNameTable names, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::CopyMacroDialog>()), names_(std::move(names)) {
+  ui_->setupUi(this);
+  ui_->sourceNumber->setText(shown(sourceNumber));
+  ui_->sourceName->setText(shown(sourceName));
+  ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
+  keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
+  connect(ui_->position, &QLineEdit::textChanged, this, &CopyMacroDialog::check);
+  connect(ui_->ok, &QPushButton::clicked, this, &CopyMacroDialog::accept);
+  connect(ui_->cancel, &QPushButton::clicked, this, &CopyMacroDialog::reject);
+  if (preselected >= 0) ui_->position->setText(QString::number(preselected));
+  check();
+  QTimer::singleShot(0, ui_->position, [this] { ui_->position->setFocus(); });
+}
+
+CopyMacroDialog::~CopyMacroDialog() = default;
+
+void CopyMacroDialog::check() {
+  const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
+  if (result.unchanged) return;
+  number_ = result.number;
+  const bool taken = !result.existing.empty();
+  ui_->ok->setEnabled(result.number >= 0);
+  ui_->overwriteLabel->setVisible(taken);
+  ui_->overwriteName->setVisible(taken);
+  ui_->overwriteName->setText(quoted(result.existing));
+  ui_->targetName->setText(shown(result.label));
+}
+
+void CopyMacroDialog::accept() {
+  const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
+  if (result.unchanged || result.number < 0) return;
+  QDialog::accept();
+}
+
+}  // namespace tessaly

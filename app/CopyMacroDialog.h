@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include <QDialog>
+
+#include "app/PositionCheck.h"
+
+namespace Ui {
+class CopyMacroDialog;
+}
+
+namespace tessaly {
+
+// Asks for the position that a macro is copied to. Names are shown as bytes of their files.
+class CopyMacroDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  // `preselected` is -1 for none. `names` is the target pane's table.
+  CopyMacroDialog(const std::string& sourceNumber, const std::string& sourceName, int preselected,
+                  MacroNameTable names, QWidget* parent = nullptr);
+  ~CopyMacroDialog() override;
+
+  [[nodiscard]] int number() const { return number_; }
+  void accept() override;
+
+ private:
+  void check();
+
+  std::unique_ptr<Ui::CopyMacroDialog> ui_;
+  MacroNameTable names_;
+  int number_ = -1;
+};
+
+}  // namespace tessaly

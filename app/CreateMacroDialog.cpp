@@ -1,0 +1,58 @@
+#include "app/CreateMacroDialog.h"
+
+#include <QRegularExpressionValidator>
+#include <QTimer>
+
+#include "editors/DialogText.h"
+#include "ui_CreateMacroDialog.h"
+
+namespace tessaly {
+
+CreateMacroDialog::CreateMacroDialog(int preselected, MacroNameTable names, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::CreateMacroDialog>()), names_(std::move(names)) {
+  ui_->setupUi(this);
+  ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
+  keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
+  connect(ui_->position, &QLineEdit::textChanged, this, &CreateMacroDialog::checkNumber);
+  connect(ui_->name, &QLineEdit::textChanged, this, &CreateMacroDialog::checkName);
+  connect(ui_->ok, &QPushButton::clicked, this, &CreateMacroDialog::accept);
+  connect(ui_->cancel, &QPushButton::clicked, this, &CreateMacroDialog::reject);
+  if (preselected >= 0) ui_->position->setText(QString::number(preselected));
+  checkNumber();
+  QLineEdit* first = preselected >= 0 ? ui_->name : ui_->position;
+  QTimer::singleShot(0, first, [first] {
+    first->setFocus();
+    first->selectAll();
+  });
+}
+
+CreateMacroDialog::~CreateMacroDialog() = default;
+
+std::string CreateMacroDialog::name() const { return ui_->name->text().toStdString(); }
+
+void CreateMacroDialog::checkNumber() {
+  const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
+  if (result.unchanged) return;
+  number_ = result.number;
+  const bool taken = !result.existing.empty();
+  ui_->overwriteLabel->setVisible(taken);
+  ui_->overwriteName->setVisible(taken);
+  ui_->overwriteName->setText(quoted(result.existing));
+  ui_->targetName->setText(shown(result.label));
+  // Proposed when the number changes only, so that the user's own name is never typed over.
+  if (taken) {
+    ui_->name->setText(shown(result.existing));
+    ui_->name->selectAll();
+  }
+  checkName();
+}
+
+void CreateMacroDialog::checkName() { ui_->ok->setEnabled(number_ >= 0 && !ui_->name->text().isEmpty()); }
+
+void CreateMacroDialog::accept() {
+  const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
+  if (result.unchanged || result.number < 0 || ui_->name->text().isEmpty()) return;
+  QDialog::accept();
+}
+
+}  // namespace tessaly

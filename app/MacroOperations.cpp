@@ -1,0 +1,291 @@
+#include "app/MacroOperations.h"
+
+#include "app/CopyMacroDialog.h"
+#include "app/CreateMacroDialog.h"
+#include "app/RenameMacroDialog.h"
+#include "editors/DialogText.h"
+#include "platform/Files.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kDeleteQuestion = "Delete macro: %s ?   ";
+
+}  // namespace
+
+MacroOperations::MacroOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site,
+                                 const PanelConnection& connection, PanelTransfer& panel, bool demo,
+                                 QWidget* window)
+    : panes_(panes), site_(site), connection_(connection), panel_(panel), window_(window), demo_(demo) {}
+
+bool MacroOperations::transfer(const QString& label, const PanelTransfer::Operation& operation) {
+  outcome_ = panel_.run(label, operation);
+  return outcome_.done();
+}
+
+bool MacroOperations::download(const std::string& address, int workplace, const std::string& number,
+                               const std::string& file) {
+  return transfer(tr("Fetching macro %1 from the panel").arg(shown(number)),
+                  [&](PanelMacros& macros) { return macros.download(address, workplace, number, file); });
+}
+
+bool MacroOperations::upload(const std::string& address, int workplace, const std::string& number,
+                             const std::string& file) {
+  return transfer(tr("Sending macro %1 to the panel").arg(shown(number)),
+                  [&](PanelMacros& macros) { return macros.upload(address, workplace, number, file); });
+}
+
+MacroTarget MacroOperations::selectedTarget(Pane pane) const {
+  const MacroRow* row = state(pane).selectedMacro();
+  if (row == nullptr) return {};
+  return {connection_.source(pane),  browser(pane).macroFolder(),
+          connection_.address(pane), browser(pane).workplace(),
+          row->numberText,           row->name};
+}
+
+void MacroOperations::openMacro(Pane pane) {
+  PaneState& here = state(pane);
+  here.commandPosition = 0;
+  here.updatedMarks.clear();
+  emit macroChosen();
+  const MacroRow* row = here.selectedMacro();
+  if (row == nullptr) {
+    here.copy.reset();
+    browser(pane).showCommands();
+    return;
+  }
+  here.macroPosition = here.view.macros().selectedRow();
+  if (here.olderFamily && !onPanel(pane))
+    showKeyFile(pane, row->numberText);
+  else
+    openTarget(pane, selectedTarget(pane));
+  emit changed();
+}
+
+void MacroOperations::showKeyFile(Pane pane, const std::string& numberText) {
+  const std::string folder = browser(pane).keyFolder();
+  if (folder.empty()) return;
+  const std::string path = keyFile(folder, numberText);
+  KeyFile file;
+  file.load(site_.root, path, keyFileIndex(path));
+  state(pane).copy.showKeyFile(std::move(file));
+  browser(pane).showCommands();
+}
+
+void MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
+  PaneState& here = state(pane);
+  const bool panel = target.source == PaneSource::kPanel;
+  if (panel ? target.workplace <= 0 : target.folder.empty()) return;
+  const bool filled = panel ? download(target.address, target.workplace, target.numberText, here.copy.path())
+                            : copyFile(site_.root, target.file(), here.copy.path());
+  const bool loaded = here.copy.openFetched(target, filled);
+  browser(pane).showCommands();
+  const QString macro = shown(target.numberText + " - " + target.name);
+  if (!filled)
+    emit said(tr("%1: could not be fetched; the working copy still holds what was open before").arg(macro));
+  else if (!loaded)
+    emit said(tr("%1: cannot be read").arg(macro));
+  else
+    emit said(tr("%1: opened").arg(macro));
+}
+
+void MacroOperations::rebuild(Pane pane, int reveal) {
+  browser(pane).listMacros();
+  ListBox& list = state(pane).view.macros();
+  const int row = list.rows().rowOfNumber(reveal);
+  if (reveal >= 0 && row >= 0) list.scrollTo(list.rows().index(row));
+  emit changed();
+}
+
+void MacroOperations::createMacro(Pane pane) {
+  PaneState& here = state(pane);
+  const MacroRow* row = here.selectedMacro();
+  CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
+  if (here.olderFamily || dialog.exec() != QDialog::Accepted) return;
+  if (onPanel(pane)) {
+    createOnPanel(pane, dialog.number(), dialog.name());
+    return;
+  }
+  const std::string folder = browser(pane).macroFolder();
+  if (folder.empty()) return;
+  const bool done = tessaly::createMacro(site_, dialog.name(), macroFile(folder, dialog.number()));
+  rebuild(pane, dialog.number());
+  const QString macro = shown(macroNumberText(dialog.number()) + " - " + dialog.name());
+  emit said(done ? tr("%1: created").arg(macro) : tr("%1: could not be created").arg(macro));
+}
+
+void MacroOperations::createOnPanel(Pane pane, int number, const std::string& name) {
+  PaneState& here = state(pane);
+  const int workplace = browser(pane).workplace();
+  if (workplace <= 0) return;
+  const bool done = tessaly::createMacro(site_, name, here.copy.path()) &&
+                    upload(connection_.address(pane), workplace, macroNumberText(number), here.copy.path());
+  // The new macro went through this pane's working copy, which no longer holds what was shown.
+  here.view.macros().selectRow(-1);
+  here.copy.reset();
+  browser(pane).showCommands();
+  emit changed();
+  const QString macro = shown(macroNumberText(number) + " - " + name);
+  emit said(done ? tr("%1: created on the panel").arg(macro)
+                 : tr("%1: could not be created on the panel").arg(macro));
+}
+
+void MacroOperations::copyMacro(Pane pane) {
+  const Pane from = other(pane);
+  const MacroRow* selected = state(from).selectedMacro();
+  if (selected == nullptr || state(pane).olderFamily) return;
+  const MacroRow source = *selected;
+  const MacroRow* target = state(pane).selectedMacro();
+  CopyMacroDialog dialog(source.numberText, source.name,
+                         target != nullptr ? parseInt(target->numberText) : -1, browser(pane).names(),
+                         window_);
+  if (dialog.exec() != QDialog::Accepted) return;
+  if (onPanel(from))
+    copyFromPanel(pane, source, dialog.number());
+  else
+    copyFromDisk(pane, source, dialog.number());
+}
+
+std::string MacroOperations::sourceFile(Pane from, const MacroRow& source) {
+  if (!state(from).olderFamily) {
+    const std::string folder = browser(from).macroFolder();
+    return folder.empty() ? std::string() : macroFile(folder, source.numberText);
+  }
+  const std::string folder = browser(from).keyFolder();
+  if (folder.empty()) return {};
+  const bool converted = convertKeyFile(site_, displayUtf8(source.name), kClassicWorkingCopy,
+                                        keyFile(folder, source.numberText));
+  return converted ? std::string(kClassicWorkingCopy) : std::string();
+}
+
+void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, int number) {
+  const bool panel = onPanel(to);
+  const int workplace = browser(to).workplace();
+  const std::string folder = panel ? std::string() : browser(to).macroFolder();
+  if (panel ? workplace <= 0 : folder.empty()) return;
+  const std::string file = sourceFile(other(to), source);
+  const bool done =
+      !file.empty() && (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file)
+                              : copyFile(site_.root, file, macroFile(folder, number)));
+  if (!panel) rebuild(to, number);
+  const QString macro = shown(source.text());
+  emit said(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
+                 : tr("%1: could not be copied").arg(macro));
+}
+
+void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number) {
+  const Pane from = other(to);
+  const int sourceWorkplace = browser(from).workplace();
+  if (sourceWorkplace <= 0) return;
+  bool done = false;
+  if (onPanel(to)) {
+    const int workplace = browser(to).workplace();
+    if (workplace <= 0) return;
+    // Goes through the other pane's working copy, so that what it showed has to be opened again.
+    const std::string address = connection_.address(to);
+    done =
+        transfer(tr("Copying macro %1 on the panel").arg(shown(source.numberText)), [&](PanelMacros& macros) {
+          return macros.copyOnPanel(address, workplace, source.numberText, macroNumberText(number), to);
+        });
+    state(from).copy.reset();
+    browser(from).showCommands();
+  } else {
+    const std::string folder = browser(to).macroFolder();
+    if (folder.empty()) return;
+    done = download(connection_.address(from), sourceWorkplace, source.numberText, macroFile(folder, number));
+    rebuild(to, number);
+  }
+  emit changed();
+  const QString macro = shown(source.text());
+  emit said(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
+                 : tr("%1: could not be copied").arg(macro));
+}
+
+void MacroOperations::renameMacro(Pane pane) {
+  const MacroTarget target = selectedTarget(pane);
+  const bool panel = target.source == PaneSource::kPanel;
+  if (target.numberText.empty() || state(pane).olderFamily) return;
+  if (panel ? target.workplace <= 0 : target.folder.empty()) return;
+  RenameMacroDialog dialog(target.name, window_);
+  if (dialog.exec() != QDialog::Accepted) return;
+  std::string name = dialog.newName();
+  if (panel) {
+    const bool asked = panel_.macros().rename(target.workplace, target.numberText, name);
+    emit said(asked ? tr("%1: the panel was asked to rename it").arg(shown(target.numberText))
+                    : tr("%1: the panel could not be asked to rename it").arg(shown(target.numberText)));
+    return;
+  }
+  const bool done = tessaly::renameMacro(site_, target.file(), name);
+  rebuild(pane, parseInt(target.numberText));
+  if (done) clearOther(pane, target.file());
+  emit said(done ? tr("%1: renamed to %2").arg(shown(target.numberText), shown(name))
+                 : tr("%1: could not be renamed").arg(shown(target.numberText)));
+}
+
+void MacroOperations::clearOther(Pane pane, const std::string& file) {
+  const Pane there = other(pane);
+  WorkingCopy& copy = state(there).copy;
+  const auto& target = copy.target();
+  if (!target || target->source != PaneSource::kHarddisk || copy.edited()) return;
+  if (!site_.root.same(target->file(), file)) return;
+  state(there).view.macros().selectRow(-1);
+  copy.reset();
+  browser(there).showCommands();
+}
+
+void MacroOperations::deleteMacro(Pane pane) {
+  const MacroTarget target = selectedTarget(pane);
+  const bool panel = target.source == PaneSource::kPanel;
+  if (target.numberText.empty() || state(pane).olderFamily) return;
+  if (panel ? target.workplace <= 0 : target.folder.empty()) return;
+  const std::string entry = target.numberText + " - " + target.name;
+  if (!site_.messages.ask(format(kDeleteQuestion, entry.c_str()), MessageIcon::kQuestion)) return;
+  if (panel) {
+    const bool asked = panel_.macros().remove(target.workplace, target.numberText);
+    emit said(asked ? tr("%1: the panel was asked to delete it").arg(shown(entry))
+                    : tr("%1: the panel could not be asked to delete it").arg(shown(entry)));
+    return;
+  }
+  const bool done = removeFile(site_.root, target.file());
+  rebuild(pane);
+  emit said(done ? tr("%1: deleted").arg(shown(entry)) : tr("%1: could not be deleted").arg(shown(entry)));
+}
+
+void MacroOperations::deleteCommand(Pane pane) {
+  PaneState& here = state(pane);
+  const int row = here.view.commands().selectedRow();
+  if (row < 0 || !here.hasMacro() || here.copy.content() != WorkingCopy::Content::kMacro) return;
+  const bool done = here.copy.remove(row);
+  browser(pane).showCommands(row);
+  emit changed();
+  emit said(done ? tr("command %1 deleted").arg(row + 1)
+                 : tr("command %1 could not be deleted").arg(row + 1));
+}
+
+bool MacroOperations::save(Pane pane) {
+  PaneState& here = state(pane);
+  const std::optional<MacroTarget>& target = here.copy.target();
+  if (!target || !here.copy.edited()) return false;
+  const bool panel = target->source == PaneSource::kPanel;
+  if (panel && (target->workplace <= 0 || demo_)) return false;
+  const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path())
+                          : here.copy.saveToDisk();
+  here.copy.leaveEditState();
+  emit changed();
+  const QString macro = shown(target->numberText + " - " + target->name);
+  emit said(done ? tr("%1: saved").arg(macro)
+                 : tr("%1: NOT saved; the working copy still holds the changes").arg(macro));
+  return true;
+}
+
+void MacroOperations::discard(Pane pane) {
+  const std::optional<MacroTarget> noted = state(pane).copy.target();
+  const MacroTarget target = noted ? *noted : selectedTarget(pane);
+  if (!target.numberText.empty()) openTarget(pane, target);
+  state(pane).copy.leaveEditState();
+  emit changed();
+  emit said(tr("changes discarded"));
+}
+
+}  // namespace tessaly

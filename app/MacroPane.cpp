@@ -1,0 +1,220 @@
+#include "app/MacroPane.h"
+
+#include <QShortcut>
+#include <QStackedLayout>
+
+#include "editors/DialogText.h"
+#include "ui_MacroPane.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kNotice =
+    "\n\n\n\n\nMacros from Tarrow Control Panels can only be viewed\nor copied to Corvane XL Control Panels\n"
+    "or to Corvane XL Applications";
+
+// Starting heights of the two parts of a pane in pixels; the user moves the border.
+constexpr int kBrowseHeight = 270;
+constexpr int kCommandsHeight = 400;
+
+// Tab stops of the command list in dialog units, without and with the destination in front.
+constexpr std::array kPlainTabStops{230, 310};
+constexpr std::array kDestinationTabStops{255, 335};
+
+}  // namespace
+
+MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
+    : QGroupBox(parent), descriptor_(descriptor), ui_(std::make_unique<Ui::MacroPane>()) {
+  ui_->setupUi(this);
+  setTitle(QLatin1String(descriptor.title));
+  ui_->copyMacro->setText(QLatin1String(descriptor.copyText));
+  ui_->newClassic->setText(QLatin1String(descriptor.newClassicText));
+  ui_->newClassic->setToolTip(tr("new [classic]: build a classic command"));
+  ui_->newCorvane->setToolTip(tr("Build a panel-style command from the function dictionary"));
+  ui_->newMultiple->setToolTip(tr("Build many panel-style commands at once"));
+  ui_->updateData->setToolTip(tr("Fetch the current values of the commands from the panel"));
+  ui_->connectButton->setVisible(false);
+  ui_->harddisk->setVisible(!descriptor.harddiskHiddenAtStart);
+  ui_->paneSplitter->setStretchFactor(1, 1);
+  ui_->paneSplitter->setSizes({kBrowseHeight, kCommandsHeight});
+  for (QWidget* widget :
+       {static_cast<QWidget*>(ui_->saveChanges), static_cast<QWidget*>(ui_->discardChanges)}) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+  }
+  for (QWidget* widget : {static_cast<QWidget*>(ui_->createMacro), static_cast<QWidget*>(ui_->copyMacro),
+                          static_cast<QWidget*>(ui_->renameMacro), static_cast<QWidget*>(ui_->deleteMacro)}) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+  }
+  placeNotice();
+  numberControls();
+  connectControls();
+  addShortcuts();
+  applyTabStops();
+}
+
+MacroPane::~MacroPane() = default;
+
+void MacroPane::placeNotice() {
+  // Lies over the command buttons; its last three lines are what there is room for.
+  notice_ = new QLabel(QLatin1String(kNotice), ui_->commandButtons);
+  notice_->setObjectName(QStringLiteral("notice"));
+  notice_->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+  notice_->setAutoFillBackground(true);
+  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+  ui_->commandButtonsLayout->addWidget(notice_, 0, 0, 2, 5);
+  notice_->raise();
+  notice_->hide();
+}
+
+void MacroPane::numberControls() {
+  const PaneDescriptor::ControlIds& ids = descriptor_.ids;
+  const std::pair<QWidget*, int> controls[] = {{ui_->harddisk, ids.harddisk},
+                                               {ui_->panel, ids.panel},
+                                               {ui_->sourceLabel, ids.sourceLabel},
+                                               {ui_->addressLabel, ids.addressLabel},
+                                               {ui_->address, ids.address},
+                                               {ui_->connectButton, ids.connectButton},
+                                               {ui_->applications, ids.applications},
+                                               {ui_->controlPanels, ids.controlPanels},
+                                               {ui_->workplaces, ids.workplaces},
+                                               {ui_->macros, ids.macros},
+                                               {ui_->commands, ids.commands},
+                                               {ui_->createMacro, ids.createMacro},
+                                               {ui_->deleteMacro, ids.deleteMacro},
+                                               {ui_->renameMacro, ids.renameMacro},
+                                               {ui_->copyMacro, ids.copyMacro},
+                                               {ui_->newClassic, ids.newClassic},
+                                               {ui_->newCorvane, ids.newCorvane},
+                                               {ui_->newMultiple, ids.newMultiple},
+                                               {ui_->modifyCommand, ids.modifyCommand},
+                                               {ui_->deleteCommand, ids.deleteCommand},
+                                               {ui_->updateData, ids.updateData},
+                                               {ui_->showDestination, ids.showDestination},
+                                               {ui_->showRaw, ids.showRaw},
+                                               {ui_->useTabs, ids.useTabs},
+                                               {ui_->saveChanges, ids.saveChanges},
+                                               {ui_->discardChanges, ids.discardChanges},
+                                               {ui_->progress, ids.progress},
+                                               {notice_, ids.notice}};
+  for (const auto& [control, id] : controls) control->setProperty("controlId", id);
+}
+
+void MacroPane::connectControls() {
+  const auto pressed = [this](QPushButton* button, void (MacroPane::*signal)()) {
+    connect(button, &QPushButton::clicked, this, signal);
+  };
+  pressed(ui_->connectButton, &MacroPane::connectPressed);
+  pressed(ui_->createMacro, &MacroPane::createPressed);
+  pressed(ui_->copyMacro, &MacroPane::copyPressed);
+  pressed(ui_->renameMacro, &MacroPane::renamePressed);
+  pressed(ui_->deleteMacro, &MacroPane::deletePressed);
+  pressed(ui_->newClassic, &MacroPane::newClassicPressed);
+  pressed(ui_->newCorvane, &MacroPane::newCorvanePressed);
+  pressed(ui_->newMultiple, &MacroPane::newMultiplePressed);
+  pressed(ui_->modifyCommand, &MacroPane::modifyPressed);
+  pressed(ui_->deleteCommand, &MacroPane::deleteCommandPressed);
+  pressed(ui_->updateData, &MacroPane::updatePressed);
+  pressed(ui_->saveChanges, &MacroPane::savePressed);
+  pressed(ui_->discardChanges, &MacroPane::discardPressed);
+  connect(ui_->harddisk, &QRadioButton::clicked, this, [this] { emit sourceChosen(PaneSource::kHarddisk); });
+  connect(ui_->panel, &QRadioButton::clicked, this, [this] { emit sourceChosen(PaneSource::kPanel); });
+  connect(ui_->address, &QLineEdit::textEdited, this, &MacroPane::addressEdited);
+  connect(ui_->address, &QLineEdit::editingFinished, this, &MacroPane::addressFinished);
+  connect(ui_->showRaw, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
+  connect(ui_->useTabs, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
+  connect(ui_->showDestination, &QCheckBox::clicked, this, [this] {
+    applyTabStops();
+    emit optionsChanged();
+  });
+}
+
+void MacroPane::addShortcuts() {
+  // Of the pane that has the keyboard, so that one key serves the same button of both panes.
+  const std::pair<QAbstractButton*, Qt::Key> keys[] = {
+      {ui_->createMacro, Qt::Key_N},     {ui_->copyMacro, Qt::Key_Y},     {ui_->renameMacro, Qt::Key_R},
+      {ui_->deleteMacro, Qt::Key_T},     {ui_->newClassic, Qt::Key_L},    {ui_->newCorvane, Qt::Key_O},
+      {ui_->newMultiple, Qt::Key_U},     {ui_->modifyCommand, Qt::Key_M}, {ui_->deleteCommand, Qt::Key_E},
+      {ui_->updateData, Qt::Key_P},      {ui_->saveChanges, Qt::Key_S},   {ui_->discardChanges, Qt::Key_D},
+      {ui_->showDestination, Qt::Key_I}, {ui_->showRaw, Qt::Key_W},       {ui_->useTabs, Qt::Key_B},
+      {ui_->connectButton, Qt::Key_K}};
+  for (const auto& [button, key] : keys) {
+    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, button, [button = button] {
+      if (button->isVisible()) button->click();
+    });
+    const QString name = shortcut->key().toString(QKeySequence::NativeText);
+    button->setToolTip(button->toolTip().isEmpty() ? name : tr("%1 (%2)").arg(button->toolTip(), name));
+  }
+}
+
+ListBox& MacroPane::applications() { return *ui_->applications; }
+ListBox& MacroPane::controlPanels() { return *ui_->controlPanels; }
+ListBox& MacroPane::workplaces() { return *ui_->workplaces; }
+ListBox& MacroPane::macros() { return *ui_->macros; }
+ListBox& MacroPane::commands() { return *ui_->commands; }
+
+LineOptions MacroPane::lineOptions() const {
+  return {ui_->showDestination->isChecked(), ui_->showRaw->isChecked(), ui_->useTabs->isChecked()};
+}
+
+QString MacroPane::addressText() const { return ui_->address->text(); }
+
+void MacroPane::showSource(PaneSource source) {
+  (source == PaneSource::kPanel ? ui_->panel : ui_->harddisk)->setChecked(true);
+}
+
+void MacroPane::showConnection(const PaneConnectionDisplay& display) {
+  ui_->sourceLabel->setText(shown(display.sourceLabel));
+  ui_->addressLabel->setText(shown(display.editLabel));
+  const QString text = shown(display.editText);
+  if (ui_->address->text() != text) ui_->address->setText(text);
+  ui_->address->setEnabled(display.editEnabled);
+  ui_->connectButton->setText(shown(display.buttonText));
+  connectShown_ = display.buttonVisible;
+  ui_->connectButton->setVisible(connectShown_ && !saveShown_);
+  ui_->connectButton->setEnabled(display.buttonEnabled);
+}
+
+void MacroPane::showControls(const PaneControls& controls) {
+  ui_->harddisk->setEnabled(controls.selectionEnabled);
+  ui_->panel->setEnabled(controls.selectionEnabled);
+  for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
+    list->setAllowed(controls.selectionEnabled);
+  ui_->address->setReadOnly(!controls.selectionEnabled);
+  for (QPushButton* button : {ui_->createMacro, ui_->copyMacro, ui_->renameMacro, ui_->deleteMacro})
+    button->setVisible(controls.macroButtonsShown);
+  ui_->createMacro->setEnabled(controls.create);
+  ui_->copyMacro->setEnabled(controls.copy);
+  ui_->renameMacro->setEnabled(controls.rename);
+  ui_->deleteMacro->setEnabled(controls.remove);
+  for (QPushButton* button : {ui_->newClassic, ui_->newCorvane, ui_->newMultiple})
+    button->setEnabled(controls.newCommand);
+  ui_->modifyCommand->setEnabled(controls.modify);
+  ui_->deleteCommand->setEnabled(controls.removeCommand);
+  ui_->updateData->setEnabled(controls.update);
+  for (QCheckBox* box : {ui_->showDestination, ui_->showRaw, ui_->useTabs})
+    box->setEnabled(controls.optionsEnabled);
+  ui_->useTabs->setVisible(!ui_->showRaw->isChecked());  // the raw form has no separators
+  saveShown_ = controls.saveShown;
+  ui_->connectButton->setVisible(connectShown_ && controls.macroButtonsShown);
+  ui_->saveChanges->setVisible(controls.saveShown);
+  ui_->discardChanges->setVisible(controls.saveShown);
+  notice_->setVisible(controls.noticeShown);
+}
+
+void MacroPane::showProgress(const QString& text) { ui_->progress->setText(text); }
+
+void MacroPane::applyTabStops() {
+  const auto& stops = ui_->showDestination->isChecked() ? kDestinationTabStops : kPlainTabStops;
+  ui_->commands->setTabStops({stops.begin(), stops.end()});
+}
+
+void MacroPane::revealHarddiskButton() { ui_->harddisk->setVisible(true); }
+
+}  // namespace tessaly

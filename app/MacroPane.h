@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+
+#include <QGroupBox>
+#include <QLabel>
+
+#include "app/PaneControls.h"
+#include "app/PaneDescriptor.h"
+#include "editors/ListBox.h"
+#include "link/PanelConnection.h"
+#include "model/CommandLine.h"
+
+namespace Ui {
+class MacroPane;
+}
+
+namespace tessaly {
+
+// The controls of one macro overview pane, laid out and numbered by a descriptor. Shows what it is told and
+// says what the user did; it knows no rule.
+class MacroPane : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  explicit MacroPane(const PaneDescriptor& descriptor, QWidget* parent = nullptr);
+  ~MacroPane() override;
+
+  [[nodiscard]] const PaneDescriptor& descriptor() const { return descriptor_; }
+
+  [[nodiscard]] ListBox& applications();
+  [[nodiscard]] ListBox& controlPanels();
+  [[nodiscard]] ListBox& workplaces();
+  [[nodiscard]] ListBox& macros();
+  [[nodiscard]] ListBox& commands();
+
+  [[nodiscard]] LineOptions lineOptions() const;
+  [[nodiscard]] QString addressText() const;
+
+  void showSource(PaneSource source);
+  void showConnection(const PaneConnectionDisplay& display);
+  void showControls(const PaneControls& controls);
+  void showProgress(const QString& text);
+  void applyTabStops();
+  void revealHarddiskButton();
+
+ signals:
+  void sourceChosen(tessaly::PaneSource source);
+  void addressEdited(const QString& text);
+  void addressFinished();
+  void connectPressed();
+  void optionsChanged();
+  void createPressed();
+  void copyPressed();
+  void renamePressed();
+  void deletePressed();
+  void newClassicPressed();
+  void newCorvanePressed();
+  void newMultiplePressed();
+  void modifyPressed();
+  void deleteCommandPressed();
+  void updatePressed();
+  void savePressed();
+  void discardPressed();
+
+ private:
+  void numberControls();
+  void connectControls();
+  void addShortcuts();
+  void placeNotice();
+
+  const PaneDescriptor& descriptor_;
+  std::unique_ptr<Ui::MacroPane> ui_;
+  QLabel* notice_;
+  bool connectShown_ = false;  // by the connection; editing hides the button all the same
+  bool saveShown_ = false;
+};
+
+}  // namespace tessaly

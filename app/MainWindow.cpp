@@ -1,0 +1,289 @@
+#include "app/MainWindow.h"
+
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "app/AboutDialog.h"
+#include "editors/DialogText.h"
+#include "ui_MainWindow.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kLoadingNotice = "L O A D I N G   D A T A ,       please wait.....";
+constexpr const char* kAboutCommand = "&About Tessaly...";
+constexpr QSize kStartSize{1180, 820};  // pixels
+
+// Buttons of the window that have no action; they are known by their numbers only.
+struct SilentButton {
+  int id;
+  const char* text;
+};
+constexpr SilentButton kSilentButtons[] = {{1054, "copy from B"}, {1070, "copy from A"}, {1073, "copy/swap"},
+                                           {1077, "copy/swap"},   {1082, "copy/swap"},   {1086, "copy/swap"},
+                                           {1078, "modify"},      {1079, "modify"}};
+
+}  // namespace
+
+MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
+    : QMainWindow(parent),
+      context_(context),
+      lines_{context.dictionary, context.decodingLists},
+      ui_(std::make_unique<Ui::MainWindow>()),
+      bridge_(this),
+      subscriptions_(context.client),
+      connection_(context.client, subscriptions_, context.site.messages, bridge_),
+      panelNames_(context.client, subscriptions_, bridge_),
+      transfer_(context.panelMacros, this) {
+  layOut();
+  addMenu();
+  bridge_.setSource([this](Pane pane) { return connection_.source(pane) == PaneSource::kPanel; });
+  connection_.setDemo(context.demo);
+  for (const Pane pane : kPanes) {
+    PaneRoom& here = room(pane);
+    here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
+    here.browser = std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_);
+  }
+  operations_ = std::make_unique<MacroOperations>(
+      std::array{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
+                 PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}},
+      context.site, connection_, transfer_, context.demo, this);
+  readSettingsFile();
+  connectPanel();
+  for (const Pane pane : kPanes) {
+    connectPane(pane);
+    connectOperations(pane);
+    connection_.refresh(pane);
+  }
+  connect(operations_.get(), &MacroOperations::changed, this, &MainWindow::updateControls);
+  connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
+  updateControls();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::layOut() {
+  ui_->setupUi(this);
+  resize(kStartSize);
+  for (const Pane pane : kPanes) {
+    auto* view = new MacroPane(kPaneDescriptors[index(pane)], this);
+    view->setEnabled(false);
+    ui_->panes->addWidget(view);
+    room(pane).view = view;
+  }
+  ui_->panes->setSizes({1, 1});
+  ui_->closeButton->setProperty("controlId", kCloseId);
+  connect(ui_->closeButton, &QPushButton::clicked, this, &MainWindow::close);
+  for (const SilentButton& silent : kSilentButtons) {
+    auto* button = new QPushButton(QLatin1String(silent.text), this);
+    button->setProperty("controlId", silent.id);
+    button->setEnabled(false);
+    button->hide();
+  }
+  loadingNotice_ = new QLabel(QLatin1String(kLoadingNotice), this);
+  loadingNotice_->setObjectName(QStringLiteral("loadingNotice"));
+  loadingNotice_->setProperty("controlId", kLoadingNoticeId);
+  loadingNotice_->setAlignment(Qt::AlignCenter);
+  loadingNotice_->setAutoFillBackground(true);
+  loadingNotice_->raise();
+}
+
+void MainWindow::addMenu() {
+  QMenu* help = menuBar()->addMenu(tr("&Help"));
+  QAction* about = help->addAction(QLatin1String(kAboutCommand));
+  about->setData(kAboutCommandId);
+  connect(help, &QMenu::triggered, this, [this](QAction* action) {
+    constexpr int kLowBits = 0xF;
+    if ((action->data().toInt() & ~kLowBits) == kAboutCommandId) AboutDialog(this).exec();
+  });
+}
+
+void MainWindow::connectPane(Pane pane) {
+  MacroPane& view = *room(pane).view;
+  Browser& browser = *room(pane).browser;
+  connect(&view.applications(), &ListBox::chosen, &browser, &Browser::chooseApplication);
+  connect(&view.controlPanels(), &ListBox::chosen, &browser, &Browser::chooseControlPanel);
+  connect(&view.workplaces(), &ListBox::chosen, &browser, &Browser::chooseWorkplace);
+  connect(&view.commands(), &ListBox::chosen, this, [this, pane](int row) {
+    room(pane).state->commandPosition = std::max(0, row);
+    updateControls();
+  });
+  connect(&view, &MacroPane::optionsChanged, &browser,
+          [&view, &browser] { browser.showCommands(view.commands().selectedRow()); });
+  connect(&browser, &Browser::changed, this, &MainWindow::updateControls);
+  connect(&browser, &Browser::panelWorkplaceChosen, this,
+          [this, pane](int number) { room(other(pane)).browser->followWorkplace(number); });
+  connect(&view, &MacroPane::sourceChosen, this, [this, pane](PaneSource source) {
+    if (source == PaneSource::kPanel)
+      connection_.choosePanel(pane);
+    else
+      connection_.chooseHarddisk(pane);
+    updateControls();
+  });
+  connect(&view, &MacroPane::addressEdited, this,
+          [this, pane](const QString& text) { connection_.editText(pane, text.toStdString()); });
+  connect(&view, &MacroPane::addressFinished, this, [this, pane] { connection_.editFinished(pane); });
+  connect(&view, &MacroPane::connectPressed, this, [this, pane] { connection_.connectButton(pane); });
+}
+
+void MainWindow::connectOperations(Pane pane) {
+  MacroPane& view = *room(pane).view;
+  MacroOperations* operations = operations_.get();
+  connect(&view.macros(), &ListBox::chosen, operations, [operations, pane] { operations->openMacro(pane); });
+  connect(&view, &MacroPane::createPressed, operations,
+          [operations, pane] { operations->createMacro(pane); });
+  connect(&view, &MacroPane::copyPressed, operations, [operations, pane] { operations->copyMacro(pane); });
+  connect(&view, &MacroPane::renamePressed, operations,
+          [operations, pane] { operations->renameMacro(pane); });
+  connect(&view, &MacroPane::deletePressed, operations,
+          [operations, pane] { operations->deleteMacro(pane); });
+  connect(&view, &MacroPane::deleteCommandPressed, operations,
+          [operations, pane] { operations->deleteCommand(pane); });
+  connect(&view, &MacroPane::savePressed, operations, [operations, pane] { operations->save(pane); });
+  connect(&view, &MacroPane::discardPressed, operations, [operations, pane] { operations->discard(pane); });
+}
+
+void MainWindow::connectPanel() {
+  connect(&bridge_, &PanelBridge::connectionShown, this,
+          [this](Pane pane, const PaneConnectionDisplay& display) {
+            room(pane).view->showSource(connection_.source(pane));
+            room(pane).view->showConnection(display);
+          });
+  connect(&bridge_, &PanelBridge::listsWanted, this,
+          [this](Pane pane) { room(pane).browser->fillApplications(); });
+  connect(&bridge_, &PanelBridge::macroPositionReset, this,
+          [this](Pane pane) { room(pane).state->macroPosition = 0; });
+  connect(&bridge_, &PanelBridge::demoWanted, this, &MainWindow::showDemo);
+  connect(&bridge_, &PanelBridge::workplacesChanged, this,
+          [this](Pane pane) { room(pane).browser->refreshWorkplaces(); });
+  connect(&bridge_, &PanelBridge::macroNamesChanged, this,
+          [this](Pane pane) { room(pane).browser->refreshMacroNames(); });
+  connect(&bridge_, &PanelBridge::timedOut, this, [this](Pane pane) { connection_.timeOut(pane); });
+}
+
+void MainWindow::readSettingsFile() {
+  readSettings(context_.site.root, settings_);
+  connection_.setTexts(Pane::kA, settings_.pathA, settings_.addressA);
+  connection_.setTexts(Pane::kB, settings_.pathB, settings_.addressB);
+}
+
+void MainWindow::writeSettingsFile() {
+  settings_.pathA = connection_.storedPath(Pane::kA);
+  settings_.pathB = connection_.storedPath(Pane::kB);
+  settings_.addressA = connection_.address(Pane::kA);
+  settings_.addressB = connection_.address(Pane::kB);
+  if (!writeSettings(context_.site.root, settings_)) say(tr("the settings could not be written"));
+}
+
+bool MainWindow::event(QEvent* event) {
+  switch (static_cast<int>(event->type())) {
+    case kDictionaryLoadedMessage:
+      dictionaryLoaded();
+      return true;
+    case kConnectedMessageA:
+      connection_.connectedMessage(Pane::kA);
+      return true;
+    case kConnectedMessageB:
+      connection_.connectedMessage(Pane::kB);
+      return true;
+    default:
+      return QMainWindow::event(event);
+  }
+}
+
+void MainWindow::dictionaryLoaded() {
+  inputSources_ = inputSources(context_.dictionary);
+  loaded_ = true;
+  loadingNotice_->hide();
+  for (const Pane pane : kPanes) {
+    room(pane).view->setEnabled(true);
+    if (room(pane).state->copy.content() != WorkingCopy::Content::kNothing)
+      room(pane).browser->showCommands();
+  }
+  room(Pane::kA).view->revealHarddiskButton();
+  updateControls();
+  room(Pane::kA).view->applications().setFocus();
+}
+
+PaneSituation MainWindow::situation(Pane pane) const {
+  const PaneState& here = *room(pane).state;
+  const PaneState& there = *room(other(pane)).state;
+  PaneSituation now;
+  now.loaded = loaded_;
+  now.source = connection_.source(pane);
+  now.olderFamily = here.olderFamily;
+  now.edited = here.copy.edited();
+  now.otherEdited = there.copy.edited();
+  now.otherIsPanel = connection_.source(other(pane)) == PaneSource::kPanel;
+  now.folderChosen = now.source == PaneSource::kPanel ? room(pane).browser->workplace() > 0
+                                                      : !room(pane).browser->macroFolder().empty();
+  now.macroSelected = here.hasMacro();
+  now.otherMacroSelected = there.selectedMacro() != nullptr;
+  now.commandSelected = here.view.commands().selectedRow() >= 0 &&
+                        here.copy.content() == WorkingCopy::Content::kMacro && here.copy.commandCount() > 0;
+  now.commandCount = here.copy.commandCount();
+  return now;
+}
+
+void MainWindow::updateControls() {
+  if (operations_ == nullptr) return;
+  for (const Pane pane : kPanes) room(pane).view->showControls(paneControls(situation(pane)));
+}
+
+void MainWindow::showDemo() {
+  panelNames_.showDemo();
+  for (const Pane pane : kPanes) room(pane).browser->showDemoListing();
+}
+
+void MainWindow::say(const QString& text) { ui_->statusStrip->setText(text); }
+
+bool MainWindow::mayClose() {
+  for (const Pane pane : kPanes) {
+    const PaneState& here = *room(pane).state;
+    if (!here.copy.edited()) continue;
+    const auto& target = here.copy.target();
+    const QString macro = target ? shown(target->numberText + " - " + target->name) : tr("the open macro");
+    QMessageBox box(QMessageBox::Question, tr("Tessaly"),
+                    tr("%1: \"%2\" has unsaved changes.").arg(QLatin1String(here.descriptor.title), macro),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+      case QMessageBox::Save:
+        if (!operations_->save(pane)) return false;
+        break;
+      case QMessageBox::Discard:
+        break;
+      default:
+        return false;
+    }
+  }
+  return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (transfer_.busy() || !mayClose()) {
+    event->ignore();
+    return;
+  }
+  writeSettingsFile();
+  connection_.close();
+  event->accept();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  loadingNotice_->setGeometry(rect());
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  // Escape never closes the window: unsaved work is behind it.
+  if (event->key() == Qt::Key_Escape)
+    event->accept();
+  else
+    QMainWindow::keyPressEvent(event);
+}
+
+}  // namespace tessaly

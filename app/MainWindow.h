@@ -1,0 +1,96 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include <QLabel>
+#include <QMainWindow>
+
+#include "app/Browser.h"
+#include "app/MacroOperations.h"
+#include "app/MacroPane.h"
+#include "app/PaneState.h"
+#include "app/PanelBridge.h"
+#include "app/PanelTransfer.h"
+#include "model/Settings.h"
+#include "model/SourceNames.h"
+
+namespace Ui {
+class MainWindow;
+}
+
+namespace tessaly {
+
+// What the window works with; owned by the application, which outlives the window.
+struct WindowContext {
+  SiteAccess site;
+  const FunctionDictionary& dictionary;  // read only after the 0x401 message
+  DecodingLists& decodingLists;
+  PanelClient& client;
+  PanelMacros& panelMacros;
+  bool demo = false;
+};
+
+// The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
+// rules are those of Browser, MacroOperations and the connection.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit MainWindow(const WindowContext& context, QWidget* parent = nullptr);
+  ~MainWindow() override;
+
+  [[nodiscard]] const Settings& settings() const { return settings_; }
+  [[nodiscard]] bool loaded() const { return loaded_; }
+
+ public slots:
+  void say(const QString& text);
+
+ protected:
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  struct PaneRoom {
+    MacroPane* view;
+    std::unique_ptr<PaneState> state;
+    std::unique_ptr<Browser> browser;
+  };
+
+  void layOut();
+  void addMenu();
+  void connectPane(Pane pane);
+  void connectOperations(Pane pane);
+  void connectPanel();
+  void readSettingsFile();
+  void writeSettingsFile();
+  void dictionaryLoaded();
+  void updateControls();
+  void showDemo();
+  [[nodiscard]] PaneSituation situation(Pane pane) const;
+  // Asks what becomes of unsaved changes; false to stay.
+  [[nodiscard]] bool mayClose();
+
+  [[nodiscard]] PaneRoom& room(Pane pane) { return rooms_[index(pane)]; }
+  [[nodiscard]] const PaneRoom& room(Pane pane) const { return rooms_[index(pane)]; }
+
+  WindowContext context_;
+  LineContext lines_;
+  Settings settings_;
+  bool loaded_ = false;
+  std::unique_ptr<Ui::MainWindow> ui_;
+  QLabel* loadingNotice_ = nullptr;
+
+  PanelBridge bridge_;
+  PanelSubscriptions subscriptions_;
+  PanelConnection connection_;
+  MacroNames panelNames_;
+  PanelTransfer transfer_;
+  std::array<PaneRoom, kPanes.size()> rooms_;
+  std::unique_ptr<MacroOperations> operations_;
+  std::vector<PanelSource> inputSources_;  // for "Select Input"
+};
+
+}  // namespace tessaly

@@ -1,0 +1,56 @@
+#include "app/MessageBoxes.h"
+
+#include <QMessageBox>
+#include <QThread>
+
+#include "editors/DialogText.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kCaption = "Tessaly";
+
+QMessageBox::Icon boxIcon(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kNone:
+      return QMessageBox::NoIcon;
+    case MessageIcon::kExclamation:
+      return QMessageBox::Warning;
+    case MessageIcon::kQuestion:
+      return QMessageBox::Question;
+  }
+  return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+bool MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons buttons) {
+  QMessageBox box(boxIcon(icon), QLatin1String(kCaption), text,
+                  buttons == MessageButtons::kOk ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel,
+                  window_);
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::Ok);
+  return box.exec() == QMessageBox::Ok;
+}
+
+void MessageBoxes::show(const std::string& text, MessageIcon icon) {
+  const QString shownText = shown(text);
+  if (QThread::currentThread() == thread()) {
+    run(shownText, icon, MessageButtons::kOk);
+    return;
+  }
+  QMetaObject::invokeMethod(
+      this, [this, shownText, icon] { run(shownText, icon, MessageButtons::kOk); }, Qt::QueuedConnection);
+}
+
+bool MessageBoxes::ask(const std::string& text, MessageIcon icon) {
+  const QString shownText = shown(text);
+  if (QThread::currentThread() == thread()) return run(shownText, icon, MessageButtons::kOkCancel);
+  bool answer = false;
+  QMetaObject::invokeMethod(
+      this, [&] { answer = run(shownText, icon, MessageButtons::kOkCancel); }, Qt::BlockingQueuedConnection);
+  return answer;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/Messages.h"
+
+namespace tessaly {
+
+// Modal message boxes with the program's name as caption. `ask` and `show` may be called from any thread:
+// from the GUI thread they return when the box is closed; `show` from another thread queues the box and
+// returns at once.
+class MessageBoxes : public QObject, public Messages {
+  Q_OBJECT
+
+ public:
+  explicit MessageBoxes(QObject* parent = nullptr) : QObject(parent) {}
+
+  // Boxes are modal to this window.
+  void setWindow(QWidget* window) { window_ = window; }
+
+  void show(const std::string& text, MessageIcon icon) override;
+  [[nodiscard]] bool ask(const std::string& text, MessageIcon icon) override;
+
+ private:
+  bool run(const QString& text, MessageIcon icon, MessageButtons buttons);
+
+  QPointer<QWidget> window_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,29 @@
+#include "app/PaneControls.h"
+
+namespace tessaly {
+
+PaneControls paneControls(const PaneSituation& now) {
+  PaneControls controls;
+  controls.macroButtonsShown = !now.edited;
+  controls.saveShown = now.edited;
+  controls.noticeShown = now.olderFamily && now.source == PaneSource::kHarddisk;
+  if (!now.loaded) return controls;
+
+  const bool current = !now.olderFamily;
+  const bool macro = now.macroSelected && current;
+  // A copy between two panel panes goes through the other pane's working copy, which must not hold edits.
+  const bool bufferFree = !(now.source == PaneSource::kPanel && now.otherIsPanel && now.otherEdited);
+  controls.selectionEnabled = !now.edited;
+  controls.create = now.folderChosen && current;
+  controls.copy = now.otherMacroSelected && now.folderChosen && current && bufferFree;
+  controls.rename = macro;
+  controls.remove = macro;
+  controls.newCommand = macro;
+  controls.modify = macro && now.commandSelected;
+  controls.removeCommand = macro && now.commandSelected;
+  controls.update = macro;
+  controls.optionsEnabled = now.commandCount > 0;
+  return controls;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/WorkingCopy.h"
+
+namespace tessaly {
+
+// What the enabled states of a pane's controls depend on.
+struct PaneSituation {
+  bool loaded = false;  // the function dictionary is there
+  PaneSource source = PaneSource::kHarddisk;
+  bool olderFamily = false;
+  bool edited = false;       // this pane
+  bool otherEdited = false;  // the other pane
+  bool otherIsPanel = false;
+  bool folderChosen = false;  // application, panel and workplace, or a workplace of the panel
+  bool macroSelected = false;
+  bool otherMacroSelected = false;
+  bool commandSelected = false;
+  int commandCount = 0;  // of the shown macro
+};
+
+// Enabled and shown states, decided in one place; the handlers behind the buttons check again and end
+// silently.
+struct PaneControls {
+  bool selectionEnabled = false;  // both radios and the four selection lists
+  bool macroButtonsShown = true;  // with the connect button
+  bool create = false, copy = false, rename = false, remove = false;
+  bool newCommand = false, modify = false, removeCommand = false, update = false;
+  bool optionsEnabled = false;
+  bool saveShown = false;
+  bool noticeShown = false;  // "Macros from Tarrow Control Panels can only be viewed"
+};
+
+[[nodiscard]] PaneControls paneControls(const PaneSituation& situation);
+
+}  // namespace tessaly

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/MacroPane.h"
+#include "app/PaneDescriptor.h"
+#include "app/WorkingCopy.h"
+#include "link/PanelMacros.h"
+#include "model/SiteBrowser.h"
+
+namespace tessaly {
+
+// What the program holds for one pane beside its controls and its connection. GUI thread.
+struct PaneState {
+  PaneState(const PaneDescriptor& paneDescriptor, MacroPane& paneView, SiteAccess site)
+      : descriptor(paneDescriptor), view(paneView), copy(site, workingCopyPath(paneDescriptor.pane)) {}
+
+  const PaneDescriptor& descriptor;
+  MacroPane& view;
+
+  bool olderFamily = false;         // kind of the selected control panel
+  std::vector<MacroRow> macroRows;  // of the shown macros list, row by row; empty under a notice row
+  int macroPosition = 0;            // remembered list positions; never used as a selection
+  int commandPosition = 0;
+
+  WorkingCopy copy;
+  std::vector<bool> updatedMarks;  // one a command while a value update shows its result
+
+  [[nodiscard]] const MacroRow* selectedMacro() const {
+    const int row = view.macros().selectedRow();
+    return row >= 0 && row < static_cast<int>(macroRows.size()) ? &macroRows[static_cast<std::size_t>(row)]
+                                                                : nullptr;
+  }
+  // A macro is chosen in the list, or is being edited whatever the list shows by now.
+  [[nodiscard]] bool hasMacro() const {
+    return selectedMacro() != nullptr || (copy.edited() && copy.target());
+  }
+};
+
+}  // namespace tessaly

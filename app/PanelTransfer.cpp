@@ -1,0 +1,46 @@
+#include "app/PanelTransfer.h"
+
+#include <thread>
+
+#include <QEventLoop>
+#include <QProgressDialog>
+#include <QTimer>
+
+namespace tessaly {
+
+namespace {
+constexpr int kQuietMilliseconds = 300;  // a transfer that is over by then shows nothing
+}
+
+TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
+  busy_ = true;
+  TransferOutcome outcome;
+  QEventLoop loop;
+  std::thread worker([&] {
+    outcome = operation(macros_);
+    QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+  });
+
+  QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
+  progress.setWindowModality(Qt::ApplicationModal);
+  progress.setWindowTitle(tr("Tessaly"));
+  progress.setMinimumDuration(INT_MAX);  // shown by our own timer
+  progress.setAutoClose(false);
+  progress.setAutoReset(false);
+  QObject::connect(&progress, &QProgressDialog::canceled, &loop, [this] { macros_.cancel(); });
+  QTimer late;
+  late.setSingleShot(true);
+  QObject::connect(&late, &QTimer::timeout, &loop, [&loop] { loop.exit(1); });
+  late.start(kQuietMilliseconds);
+
+  // Input of the first moments is not lost: it is handled once the transfer is over or the progress is shown.
+  if (loop.exec(QEventLoop::ExcludeUserInputEvents) == 1) {
+    progress.show();
+    loop.exec();
+  }
+  worker.join();
+  busy_ = false;
+  return outcome;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,88 @@
+#include "app/WorkingCopy.h"
+
+#include <utility>
+
+#include "platform/Files.h"
+
+namespace tessaly {
+
+void WorkingCopy::reset() {
+  content_ = Content::kNothing;
+  commands_.clear();
+  keyFile_ = {};
+  target_.reset();
+  edited_ = false;
+}
+
+bool WorkingCopy::load() {
+  keyFile_ = {};
+  const bool loaded = loadCommands(site_, path_, true, commands_);
+  if (!loaded) commands_.clear();
+  content_ = loaded ? Content::kMacro : Content::kNothing;
+  return loaded;
+}
+
+bool WorkingCopy::openFromDisk(const MacroTarget& target) {
+  return openFetched(target, copyFile(site_.root, target.file(), path_));
+}
+
+bool WorkingCopy::openFetched(const MacroTarget& target, bool fetched) {
+  edited_ = false;
+  target_ = fetched ? std::optional(target) : std::nullopt;
+  return load();
+}
+
+void WorkingCopy::showKeyFile(KeyFile keyFile) {
+  reset();
+  keyFile_ = std::move(keyFile);
+  content_ = Content::kKeyFile;
+}
+
+bool WorkingCopy::reload(bool changed) {
+  const bool loaded = load();
+  if (changed) edited_ = true;
+  return changed && loaded;
+}
+
+bool WorkingCopy::insert(const CommandDraft& draft, int position, int workplace, InsertMode mode) {
+  return reload(insertCommand(site_, path_, position, draft, workplace, mode));
+}
+
+bool WorkingCopy::insertClassic(const ClassicCommand& command, int position, InsertMode mode, int mainframe) {
+  return reload(appendClassicCommand(site_, path_, position, command, mode, mainframe));
+}
+
+bool WorkingCopy::replace(int position, const CommandDraft& draft, int workplace) {
+  const bool inserted = insertCommand(site_, path_, position, draft, workplace, InsertMode::kAtPosition);
+  return reload(inserted && removeCommand(site_, path_, position + 1));
+}
+
+bool WorkingCopy::replaceClassic(int position, const ClassicCommand& command, int mainframe) {
+  const bool inserted =
+      appendClassicCommand(site_, path_, position, command, InsertMode::kAtPosition, mainframe);
+  return reload(inserted && removeCommand(site_, path_, position + 1));
+}
+
+bool WorkingCopy::remove(int position) { return reload(removeCommand(site_, path_, position)); }
+
+bool WorkingCopy::setFileValue(int number, const std::string& value) {
+  return setCommandValue(site_, path_, number, value);
+}
+
+bool WorkingCopy::saveHeld() { return reload(held_.save(site_, path_)); }
+
+bool WorkingCopy::saveToDisk() const { return target_ && copyFile(site_.root, path_, target_->file()); }
+
+int WorkingCopy::commandCount() const {
+  switch (content_) {
+    case Content::kNothing:
+      return 0;
+    case Content::kMacro:
+      return static_cast<int>(commands_.size());
+    case Content::kKeyFile:
+      return keyFile_.lastIndex() + 1;
+  }
+  return 0;
+}
+
+}  // namespace tessaly

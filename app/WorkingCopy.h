@@ -1,0 +1,91 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "link/PaneStates.h"
+#include "model/KeyFile.h"
+#include "model/MacroCommand.h"
+#include "model/MacroFile.h"
+#include "platform/SiteAccess.h"
+
+namespace tessaly {
+
+// Where an opened macro came from and where saving puts it. Noted when the macro is opened, so that a list
+// that changes under an open macro never redirects its save.
+struct MacroTarget {
+  PaneSource source = PaneSource::kHarddisk;
+  std::string folder;      // site path of the macro folder, harddisk
+  std::string address;     // panel
+  int workplace = 0;       // 1-based
+  std::string numberText;  // "007"
+  std::string name;
+
+  [[nodiscard]] std::string file() const { return folder + "macro" + numberText + ".mac"; }
+  friend bool operator==(const MacroTarget&, const MacroTarget&) = default;
+};
+
+// The working copy of one pane: what is shown, the file behind it, where it belongs and whether it has
+// unsaved changes. Every change of the file passes through here. GUI thread.
+class WorkingCopy {
+ public:
+  enum class Content { kNothing, kMacro, kKeyFile };
+
+  WorkingCopy(SiteAccess site, std::string path) : site_(site), path_(std::move(path)) {}
+
+  // Shows nothing; the file stays. Leaves edit state.
+  void reset();
+  // Forgets where the shown macro belongs, so that it cannot be saved.
+  void forgetTarget() { target_.reset(); }
+
+  // Copies the target's file onto the working copy and loads it. When the copy fails the old working copy is
+  // loaded, but belongs to no macro. False when the file cannot be loaded; nothing is shown then.
+  bool openFromDisk(const MacroTarget& target);
+  // The same after a download, of which `fetched` tells the outcome.
+  bool openFetched(const MacroTarget& target, bool fetched);
+  void showKeyFile(KeyFile keyFile);
+
+  // Each changes the file, loads it again and enters edit state. False when the file was not changed; what is
+  // shown is then what the file holds.
+  bool insert(const CommandDraft& draft, int position, int workplace, InsertMode mode);
+  bool insertClassic(const ClassicCommand& command, int position, InsertMode mode, int mainframe);
+  // Puts the new command in front of the old one before the old one goes, so that no failure loses it.
+  bool replace(int position, const CommandDraft& draft, int workplace);
+  bool replaceClassic(int position, const ClassicCommand& command, int mainframe);
+  bool remove(int position);
+
+  // The value update: values go to the held document or straight into the file.
+  bool hold() { return held_.open(site_, path_); }
+  bool setHeldValue(int number, const std::string& value) { return held_.setCommandValue(number, value); }
+  bool setFileValue(int number, const std::string& value);
+  // Writes the held document over the file, loads it and enters edit state.
+  bool saveHeld();
+
+  // Copies the file over the target's, for a macro of the harddisk. Edit state is left by `leaveEditState`.
+  bool saveToDisk() const;
+  void leaveEditState() { edited_ = false; }
+
+  [[nodiscard]] const std::string& path() const { return path_; }
+  [[nodiscard]] Content content() const { return content_; }
+  [[nodiscard]] const MacroCommands& commands() const { return commands_; }
+  [[nodiscard]] const KeyFile& keyFile() const { return keyFile_; }
+  [[nodiscard]] int commandCount() const;
+  [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
+  [[nodiscard]] bool edited() const { return edited_; }
+
+ private:
+  bool load();
+  bool reload(bool changed);
+
+  SiteAccess site_;
+  std::string path_;
+  Content content_ = Content::kNothing;
+  MacroCommands commands_;
+  KeyFile keyFile_;
+  HeldMacro held_;
+  std::optional<MacroTarget> target_;
+  bool edited_ = false;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+
+#include <QRegularExpression>
+#include <QSizePolicy>
+#include <QString>
+#include <QWidget>
+
+#include "platform/Text.h"
+
+// Between the bytes of model code and the text of widgets.
+namespace tessaly {
+
+[[nodiscard]] inline QString shown(const std::string& bytes) {
+  return QString::fromStdString(displayUtf8(bytes));
+}
+
+[[nodiscard]] inline QString quoted(const std::string& bytes) {
+  return QLatin1Char('"') + shown(bytes) + QLatin1Char('"');
+}
+
+// A macro number's box takes at most three digits.
+[[nodiscard]] inline QRegularExpression digitsOnly() {
+  return QRegularExpression(QStringLiteral("[0-9]{0,3}"));
+}
+
+// A dialog keeps its size while lines of it come and go.
+inline void keepSpaceWhenHidden(std::initializer_list<QWidget*> widgets) {
+  for (QWidget* widget : widgets) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+  }
+}
+
+}  // namespace tessaly

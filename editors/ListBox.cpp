@@ -1,0 +1,232 @@
+#include "editors/ListBox.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QThread>
+
+#include "platform/Text.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kRowGap = 3;      // pixels between the text lines of two rows
+constexpr int kTextMargin = 3;  // pixels left and right of a row's text
+
+QString shownText(const ListRow& row) { return QString::fromStdString(displayUtf8(row.text)); }
+
+}  // namespace
+
+ListBoxModel::ListBoxModel(QObject* parent) : QAbstractListModel(parent) {}
+
+void ListBoxModel::setRows(std::vector<ListRow> rows, bool enabled) {
+  bool queue = false;
+  {
+    const std::lock_guard guard(mutex_);
+    latest_ = std::move(rows);
+    latestEnabled_ = enabled;
+    queue = !pending_;
+    pending_ = true;
+  }
+  if (QThread::currentThread() == thread())
+    takeOver();
+  else if (queue)
+    QMetaObject::invokeMethod(this, &ListBoxModel::takeOver, Qt::QueuedConnection);
+}
+
+std::vector<ListRow> ListBoxModel::rows() const {
+  const std::lock_guard guard(mutex_);
+  return pending_ ? latest_ : shown_;
+}
+
+void ListBoxModel::takeOver() {
+  std::vector<ListRow> rows;
+  bool enabled = true;
+  {
+    const std::lock_guard guard(mutex_);
+    if (!pending_) return;
+    pending_ = false;
+    rows.swap(latest_);
+    enabled = latestEnabled_;
+  }
+  const bool sameRows = rows == shown_;
+  if (!sameRows) {
+    beginResetModel();
+    {
+      const std::lock_guard guard(mutex_);
+      shown_ = std::move(rows);
+    }
+    const auto longest = std::max_element(
+        shown_.begin(), shown_.end(),
+        [](const auto& first, const auto& second) { return first.text.size() < second.text.size(); });
+    longest_ = shown_.empty() ? -1 : static_cast<int>(longest - shown_.begin());
+    endResetModel();
+  }
+  shownEnabled_ = enabled;
+  emit rowsChanged();
+}
+
+const ListRow* ListBoxModel::row(int index) const {
+  return index >= 0 && index < static_cast<int>(shown_.size()) ? &shown_[static_cast<std::size_t>(index)]
+                                                               : nullptr;
+}
+
+int ListBoxModel::rowOfNumber(int number) const {
+  const auto found =
+      std::find_if(shown_.begin(), shown_.end(), [number](const auto& row) { return row.number == number; });
+  return found == shown_.end() ? -1 : static_cast<int>(found - shown_.begin());
+}
+
+int ListBoxModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(shown_.size());
+}
+
+QVariant ListBoxModel::data(const QModelIndex& index, int role) const {
+  const ListRow* shown = row(index.row());
+  if (shown == nullptr) return {};
+  if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return shownText(*shown);
+  return {};
+}
+
+int ListBoxDelegate::layOut(const QString& text, const QFontMetrics& metrics,
+                            const std::function<void(int, const QString&)>& cell) const {
+  const int unit = std::max(1, metrics.averageCharWidth());
+  int x = 0;
+  std::size_t stop = 0;
+  const QStringList cells = text.split(QLatin1Char('\t'));
+  for (qsizetype i = 0; i < cells.size(); ++i) {
+    if (i > 0) {
+      while (stop < tabStops_.size() && tabStops_[stop] * unit / 4 <= x) ++stop;
+      x = stop < tabStops_.size() ? tabStops_[stop] * unit / 4 : x + 8 * unit;
+    }
+    cell(x, cells[i]);
+    x += metrics.horizontalAdvance(cells[i]);
+  }
+  return x;
+}
+
+QSize ListBoxDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  // All rows report the width of the longest one: the view asks for one row only and scrolls by its width.
+  const auto* model = qobject_cast<const ListBoxModel*>(index.model());
+  const QModelIndex longest = model != nullptr ? model->index(std::max(0, model->longestRow())) : index;
+  const QFontMetrics metrics(option.font);
+  const int width = layOut(longest.data().toString(), metrics, [](int, const QString&) {});
+  return {width + 2 * kTextMargin + 2, metrics.height() + kRowGap};
+}
+
+void ListBoxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+  QStyleOptionViewItem style = option;
+  initStyleOption(&style, index);
+  const QString text = style.text;
+  style.text.clear();
+  const QWidget* widget = style.widget;
+  (widget != nullptr ? widget->style() : QApplication::style())
+      ->drawControl(QStyle::CE_ItemViewItem, &style, painter, widget);
+
+  const bool enabled = (style.state & QStyle::State_Enabled) != 0;
+  const bool selected = (style.state & QStyle::State_Selected) != 0;
+  const QPalette::ColorGroup group = !enabled                                    ? QPalette::Disabled
+                                     : (style.state & QStyle::State_Active) != 0 ? QPalette::Active
+                                                                                 : QPalette::Inactive;
+  painter->save();
+  painter->setClipRect(style.rect);
+  painter->setPen(style.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+  painter->setFont(style.font);
+  const QFontMetrics metrics(style.font);
+  layOut(text, metrics, [&](int x, const QString& cell) {
+    painter->drawText(style.rect.adjusted(kTextMargin + x, 0, 0, 0), Qt::AlignVCenter | Qt::TextSingleLine,
+                      cell);
+  });
+  painter->restore();
+}
+
+ListBox::ListBox(QWidget* parent) : QListView(parent), delegate_(new ListBoxDelegate(this)) {
+  setModel(&model_);
+  setItemDelegate(delegate_);
+  setUniformItemSizes(true);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setTextElideMode(Qt::ElideNone);
+  setTabKeyNavigation(false);
+  connect(&model_, &ListBoxModel::rowsChanged, this, &ListBox::followModel);
+}
+
+int ListBox::selectedRow() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  return selected.isEmpty() ? -1 : selected.first().row();
+}
+
+const ListRow* ListBox::selected() const { return model_.row(selectedRow()); }
+
+QSize ListBox::sizeHint() const { return sizeOfRows(6); }
+
+QSize ListBox::minimumSizeHint() const { return sizeOfRows(3); }
+
+QSize ListBox::sizeOfRows(int rows) const {
+  const QFontMetrics metrics(font());
+  return {metrics.averageCharWidth() * 18, rows * (metrics.height() + kRowGap) + 2 * frameWidth()};
+}
+
+void ListBox::selectRow(int row) {
+  quiet_ = true;
+  if (row < 0 || row >= model_.rowCount()) {
+    selectionModel()->clear();
+  } else {
+    setCurrentIndex(model_.index(row));
+    scrollTo(model_.index(row));
+  }
+  quiet_ = false;
+}
+
+void ListBox::setTabStops(std::vector<int> dialogUnits) {
+  delegate_->setTabStops(std::move(dialogUnits));
+  scheduleDelayedItemsLayout();
+  viewport()->update();
+}
+
+void ListBox::setAllowed(bool allowed) {
+  allowed_ = allowed;
+  followModel();
+}
+
+void ListBox::followModel() { setEnabled(allowed_ && model_.enabled()); }
+
+void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QListView::selectionChanged(selected, deselected);
+  if (quiet_) return;
+  changedByPress_ = true;
+  emit chosen(selectedRow());
+}
+
+void ListBox::mousePressEvent(QMouseEvent* event) {
+  changedByPress_ = false;
+  QListView::mousePressEvent(event);
+  if (!indexAt(event->pos()).isValid()) selectionModel()->clear();
+}
+
+void ListBox::mouseReleaseEvent(QMouseEvent* event) {
+  QListView::mouseReleaseEvent(event);
+  const QModelIndex index = indexAt(event->pos());
+  if (event->button() == Qt::LeftButton && !changedByPress_ && index.isValid() &&
+      index.row() == selectedRow())
+    emit chosen(index.row());
+  changedByPress_ = false;
+}
+
+void ListBox::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && selectedRow() >= 0) {
+    emit chosen(selectedRow());
+    event->accept();
+    return;
+  }
+  QListView::keyPressEvent(event);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <QAbstractListModel>
+#include <QListView>
+#include <QStyledItemDelegate>
+
+namespace tessaly {
+
+// One row: the text as bytes (shown as UTF-8, or as Windows-1252 when it is none) and the number it stands
+// for.
+struct ListRow {
+  std::string text;
+  int number = -1;
+
+  friend bool operator==(const ListRow&, const ListRow&) = default;
+};
+
+// The rows of a list box. `setRows`, `rows` and `setEnabled` may be called from any thread and never wait for
+// the GUI thread: off it, the rows are kept beside the shown ones and taken over by one queued step, however
+// many calls come before it runs. On the GUI thread the views follow at once.
+class ListBoxModel : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  explicit ListBoxModel(QObject* parent = nullptr);
+
+  void setRows(std::vector<ListRow> rows, bool enabled = true);
+  void clear(bool enabled = true) { setRows({}, enabled); }
+  [[nodiscard]] std::vector<ListRow> rows() const;  // the latest, shown or still to be shown
+
+  // GUI thread only from here on.
+  [[nodiscard]] const ListRow* row(int index) const;  // null outside; the shown rows
+  [[nodiscard]] int rowOfNumber(int number) const;    // -1 when no row has it
+  [[nodiscard]] bool enabled() const { return shownEnabled_; }
+  [[nodiscard]] int longestRow() const { return longest_; }  // -1 when empty
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  // Rows left by a call from another thread are taken over now rather than at the next turn of the event
+  // loop.
+  void takeOver();
+
+ signals:
+  void rowsChanged();  // after the shown rows or the enabled flag changed
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<ListRow> latest_;  // guarded by mutex_
+  bool latestEnabled_ = true;    // guarded by mutex_
+  bool pending_ = false;         // guarded by mutex_
+  std::vector<ListRow> shown_;   // GUI thread
+  bool shownEnabled_ = true;     // GUI thread
+  int longest_ = -1;             // GUI thread
+};
+
+// Draws rows of one height, with tab stops given in dialog units (a quarter of the average character width).
+class ListBoxDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void setTabStops(std::vector<int> dialogUnits) { tabStops_ = std::move(dialogUnits); }
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ private:
+  // Calls `cell` with each tab-separated cell and its offset in pixels; returns where the last one ends.
+  int layOut(const QString& text, const QFontMetrics& metrics,
+             const std::function<void(int x, const QString& text)>& cell) const;
+
+  std::vector<int> tabStops_;
+};
+
+// A single-selection list box over a ListBoxModel of its own.
+class ListBox : public QListView {
+  Q_OBJECT
+
+ public:
+  explicit ListBox(QWidget* parent = nullptr);
+
+  [[nodiscard]] ListBoxModel& rows() { return model_; }
+  [[nodiscard]] int selectedRow() const;  // -1 when none
+  [[nodiscard]] const ListRow* selected() const;
+
+  // Selects without telling `chosen`; -1 selects nothing.
+  void selectRow(int row);
+  // The list takes clicks and keys while it is allowed to and its rows are enabled.
+  void setAllowed(bool allowed);
+  // Small, so that layouts decide: a list takes the room that it is given.
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+  // Columns start at these dialog units; the list gets a horizontal scroll bar when its rows are wider.
+  void setTabStops(std::vector<int> dialogUnits);
+
+ signals:
+  // The user chose a row, also the one that was selected already; -1 when the selection was cleared.
+  void chosen(int row);
+
+ protected:
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void followModel();
+  [[nodiscard]] QSize sizeOfRows(int rows) const;
+
+  ListBoxModel model_;
+  ListBoxDelegate* delegate_;
+  bool allowed_ = true;
+  bool quiet_ = false;           // a selection by program is under way
+  bool changedByPress_ = false;  // the press that is being released has changed the selection
+};
+
+}  // namespace tessaly

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+
+#include "app/MainWindow.h"
+#include "editors/ListBox.h"
+
+namespace tessaly {
+
+// Works the main window as a person does: finds controls by their numbers, clicks, types, answers dialogs.
+// Throws when something that a person would look for is not there.
+class WindowDriver {
+ public:
+  explicit WindowDriver(MainWindow& window) : window_(window) {}
+
+  template <class Widget>
+  [[nodiscard]] Widget& control(int id) const {
+    for (auto* widget : window_.findChildren<Widget*>())
+      if (widget->property("controlId").toInt() == id) return *widget;
+    throw std::runtime_error("no control " + std::to_string(id));
+  }
+
+  [[nodiscard]] ListBox& list(int id) const { return control<ListBox>(id); }
+
+  static void waitFor(const std::function<bool()>& condition, const char* what) {
+    constexpr int kLongest = 10000;  // milliseconds
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+      if (timer.elapsed() > kLongest) throw std::runtime_error(std::string("waited in vain for ") + what);
+      QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
+      QTest::qWait(1);
+    }
+  }
+
+  void waitUntilLoaded() const {
+    waitFor([this] { return window_.loaded(); }, "the function dictionary");
+  }
+
+  // Presses a button of the window; `answer` is run in the dialog that it opens, if any.
+  void press(int id, const std::function<void(QDialog&)>& answer = {}) const {
+    auto& button = control<QAbstractButton>(id);
+    if (!button.isVisible() || !button.isEnabled())
+      throw std::runtime_error("cannot press " + button.text().toStdString());
+    if (answer) answerNext(answer);
+    QTest::mouseClick(&button, Qt::LeftButton);
+  }
+
+  // Runs `answer` in the next modal dialog. The dialog is closed afterwards if the answer left it open.
+  static void answerNext(const std::function<void(QDialog&)>& answer) {
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, answer] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr || !dialog->isVisible()) return;
+      timer->stop();
+      timer->deleteLater();
+      QApplication::processEvents();
+      answer(*dialog);
+    });
+    timer->start(5);
+  }
+
+  static void type(QDialog& dialog, const char* field, const QString& text) {
+    auto* edit = dialog.findChild<QLineEdit*>(QLatin1String(field));
+    if (edit == nullptr) throw std::runtime_error(std::string("no field ") + field);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+  }
+
+  static void click(QDialog& dialog, const QString& text) {
+    for (auto* button : dialog.findChildren<QAbstractButton*>()) {
+      QString caption = button->text();
+      if (caption.remove(QLatin1Char('&')) != text) continue;
+      QTest::mouseClick(button, Qt::LeftButton);
+      return;
+    }
+    throw std::runtime_error("no button " + text.toStdString());
+  }
+
+  // Clicks the first row that begins so.
+  void choose(int listId, const std::string& beginning) const {
+    ListBox& box = list(listId);
+    for (int row = 0; row < box.rows().rowCount(); ++row) {
+      if (box.rows().row(row)->text.rfind(beginning, 0) != 0) continue;
+      clickRow(listId, row);
+      return;
+    }
+    throw std::runtime_error("no row " + beginning);
+  }
+
+  void clickRow(int listId, int row) const {
+    ListBox& box = list(listId);
+    const QModelIndex index = box.rows().index(row);
+    box.scrollTo(index);
+    const QRect place = box.visualRect(index);
+    QTest::mouseClick(box.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, place.center().y()));
+  }
+
+  [[nodiscard]] std::vector<std::string> texts(int listId) const {
+    std::vector<std::string> result;
+    for (const ListRow& row : list(listId).rows().rows()) result.push_back(row.text);
+    return result;
+  }
+
+ private:
+  MainWindow& window_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,56 @@
+// Opens the program and does one full edit through its window, as a person would; leaves a screenshot.
+#include <cstdio>
+#include <exception>
+
+#include <QCommandLineParser>
+#include <QPixmap>
+
+#include "app/Application.h"
+#include "tests/support/WindowDriver.h"
+
+namespace {
+
+using tessaly::kPaneDescriptors;
+
+void edit(tessaly::Application& application, const QString& screenshot) {
+  const tessaly::WindowDriver driver(*application.window());
+  driver.waitUntilLoaded();
+  for (const tessaly::PaneDescriptor& pane : kPaneDescriptors) {
+    driver.clickRow(pane.ids.applications, 0);
+    driver.clickRow(pane.ids.macros, pane.pane == tessaly::Pane::kA ? 0 : 1);
+  }
+  const auto& ids = kPaneDescriptors[0].ids;
+  const std::size_t before = driver.texts(ids.commands).size();
+  driver.clickRow(ids.commands, 1);
+  driver.press(ids.deleteCommand);
+  if (driver.texts(ids.commands).size() + 1 != before) throw std::runtime_error("the command is still there");
+  driver.press(ids.saveChanges);
+  QTest::qWait(100);
+  if (!application.window()->grab().save(screenshot)) throw std::runtime_error("no screenshot");
+  std::puts("one command deleted and the macro saved");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication toolkit(argc, argv);
+  QCommandLineParser parser;
+  parser.addOptions({{QStringLiteral("root"), QString(), QStringLiteral("DIR")},
+                     {QStringLiteral("ftp-port"), QString(), QStringLiteral("PORT"), QStringLiteral("21")},
+                     {QStringLiteral("screenshot"), QString(), QStringLiteral("FILE")}});
+  parser.process(toolkit);
+  tessaly::Application application({parser.value(QStringLiteral("root")).toStdString(), false, false,
+                                    parser.value(QStringLiteral("ftp-port")).toUShort()});
+  if (!application.claimRoot()) {
+    std::fputs("another program runs on this root\n", stderr);
+    return 1;
+  }
+  application.start();
+  try {
+    edit(application, parser.value(QStringLiteral("screenshot")));
+  } catch (const std::exception& problem) {
+    std::fprintf(stderr, "the walk ended: %s\n", problem.what());
+    return 1;
+  }
+  return 0;
+}

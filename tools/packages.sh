@@ -1,0 +1,23 @@
+# Sourced by run.sh, test.sh and .ci/run: installs the Debian packages that are missing.
+
+build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev libgl-dev libtinyxml-dev
+  libcurl4-openssl-dev nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev)
+run_packages=(python3 python3-pyftpdlib fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
+check_packages=(clang-format clang)
+
+install_missing() {
+  local missing=()
+  local package
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "installing: ${missing[*]}"
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "need root or sudo to install: ${missing[*]}" >&2; return 1; }
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
