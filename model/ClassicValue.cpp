@@ -1,5 +1,6 @@
 #include "model/ClassicValue.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -94,9 +95,13 @@ const EnumerationRow* enumerationRow(const KeywordEntry& entry, const ParameterD
 }
 
 bool showsPercent(const ParameterDescriptor& descriptor) {
-  if (!isAnalog(descriptor.type) || !descriptor.minimum.known || !descriptor.maximum.known) return false;
-  if (descriptor.type == ParameterType::kAnalogBi && !descriptor.neutral.known) return false;
-  return descriptor.minimum.value != descriptor.maximum.value;
+  const ParameterLimit& low = descriptor.minimum;
+  const ParameterLimit& high = descriptor.maximum;
+  const ParameterLimit& middle = descriptor.neutral;
+  if (!isAnalog(descriptor.type) || !low.known || !high.known || low.value == high.value) return false;
+  if (descriptor.type == ParameterType::kAnalog) return true;
+  const auto [first, last] = std::minmax(low.value, high.value);
+  return middle.known && middle.value >= first && middle.value <= last;
 }
 
 std::optional<int> percentOf(const ParameterDescriptor& descriptor, std::int64_t value) {

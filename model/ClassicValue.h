@@ -34,14 +34,16 @@ namespace tessaly {
                                                    const ParameterDescriptor& descriptor,
                                                    std::uint32_t value);
 
+// True when values of the parameter are shown and typed in percent: analog, its limits known and different,
+// and with pt_AnalogBi a known neutral value between them.
+[[nodiscard]] bool showsPercent(const ParameterDescriptor& descriptor);
+
 // Analog value in percent of its range, rounded: 0 to 100, for pt_AnalogBi -100 to 100 around the neutral
-// value; beyond that for a value outside the limits. Nothing when a limit is not known or the range is empty.
+// value; beyond that for a value outside the limits. Nothing when percent is not shown, or a side of the
+// range is empty.
 [[nodiscard]] std::optional<int> percentOf(const ParameterDescriptor& descriptor, std::int64_t value);
 
 // The analog value of a percentage, exact at the limits. Only for a descriptor of which `showsPercent` holds.
 [[nodiscard]] std::int64_t valueOfPercent(const ParameterDescriptor& descriptor, int percent);
-
-// True when values of the parameter are shown and typed in percent.
-[[nodiscard]] bool showsPercent(const ParameterDescriptor& descriptor);
 
 }  // namespace tessaly

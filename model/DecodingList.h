@@ -59,6 +59,7 @@ struct ParameterDescriptor {
 // One "[" line and what follows it.
 struct KeywordEntry {
   static constexpr std::size_t kMostParameters = 15;
+  std::size_t index = 0;  // its place among the list's entries
   std::uint8_t keyword = 0;
   std::uint8_t subCode = 0;  // bit 0 set by value, bit 1 increment or toggle, bit 2 trigger
   std::int16_t thirdByte = -1;

@@ -105,6 +105,7 @@ bool commandLineFits(std::string_view line, std::uint8_t co) {
 
 bool addEntry(LineItems items, std::vector<KeywordEntry>& entries) {
   KeywordEntry entry;
+  entry.index = entries.size();
   const auto keyword = items.byte();
   items.skip(1);
   const auto subCode = items.byte();
