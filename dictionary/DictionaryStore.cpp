@@ -80,25 +80,40 @@ FunctionDictionary::Store::Chosen FunctionDictionary::Store::chosenIn(std::uint3
 }
 
 std::optional<std::uint32_t> FunctionDictionary::Store::find(std::string_view name) const {
-  return byName.find(hashOf(name), [&](std::uint32_t index) { return nameOf(index) == name; });
+  return nameTable().find(hashOf(name), [&](std::uint32_t index) { return nameOf(index) == name; });
 }
 
 std::optional<std::uint32_t> FunctionDictionary::Store::findBySid(std::string_view sid) const {
-  std::call_once(bySid->built, [this] { fill(*bySid); });
+  std::call_once(bySid->built, [this] { fillWithSids(bySid->indices); });
   return bySid->indices.find(hashOf(sid), [&](std::uint32_t index) { return chosenIn(index).sid() == sid; });
 }
 
-void FunctionDictionary::Store::fill(SidTable& table) const {
+const IndexTable& FunctionDictionary::Store::nameTable() const {
+  std::call_once(byName->built, [this] { fillWithNames(byName->indices); });
+  return byName->indices;
+}
+
+void FunctionDictionary::Store::fillWithNames(IndexTable& table) const {
+  const auto count = static_cast<std::uint32_t>(functionCount());
+  table.makeRoom(count);
+  for (std::uint32_t index = 0; index < count; ++index) {
+    const std::string_view name = nameOf(index);
+    table.insertFirst(hashOf(name), index, [&](std::uint32_t other) { return nameOf(other) == name; });
+  }
+}
+
+void FunctionDictionary::Store::fillWithSids(IndexTable& table) const {
+  const auto count = static_cast<std::uint32_t>(functionCount());
+  table.makeRoom(count);
   // Kept while the table is filled, so that a comparison puts a sid together only when it is likely the same.
-  std::vector<std::uint64_t> hashes(functionCount());
-  table.indices.makeRoom(functionCount(), [](std::uint32_t) { return std::uint64_t{0}; });
-  for (std::uint32_t index = 0; index < functionCount(); ++index) {
+  std::vector<std::uint64_t> hashes(count);
+  for (std::uint32_t index = 0; index < count; ++index) {
     const Chosen chosen = chosenIn(index);
     if (chosen.from.definition.sid.size() > kLongestSid) continue;
     const std::string sid = chosen.sid();
     if (sid.empty()) continue;
     hashes[index] = hashOf(sid);
-    table.indices.insertFirst(hashes[index], index, [&](std::uint32_t other) {
+    table.insertFirst(hashes[index], index, [&](std::uint32_t other) {
       return hashes[other] == hashes[index] && chosenIn(other).sid() == sid;
     });
   }
@@ -116,20 +131,14 @@ void FunctionDictionary::Store::expand(ExpandedTemplate added) {
     } else {
       if (!runGoesOn) runs.push_back({static_cast<std::uint32_t>(functionCount()), combination, expanded});
       runGoesOn = true;
-      registerName(walk.name());
+      names.append(walk.name()).push_back('\n');
+      offsets.push_back(static_cast<std::uint32_t>(names.size()));
     }
     ++combination;
   } while (walk.advance());
   if (functionCount() > before) templates.push_back(std::move(added));
-  bySid = std::make_unique<SidTable>();
-}
-
-void FunctionDictionary::Store::registerName(std::string_view name) {
-  const auto index = static_cast<std::uint32_t>(functionCount());
-  byName.insertFirst(hashOf(name), index, [&](std::uint32_t other) { return nameOf(other) == name; });
-  names += name;
-  names += '\n';
-  offsets.push_back(static_cast<std::uint32_t>(names.size()));
+  byName = std::make_unique<LookUp>();
+  bySid = std::make_unique<LookUp>();
 }
 
 }  // namespace tessaly

@@ -43,8 +43,8 @@ struct FunctionDictionary::Store {
     [[nodiscard]] std::string sid() const;
   };
 
-  // Built by the first search; more templates put a new one in its place.
-  struct SidTable {
+  // Built by the first search, whatever its thread; more templates put a new one in its place.
+  struct LookUp {
     std::once_flag built;
     IndexTable indices;
   };
@@ -60,11 +60,11 @@ struct FunctionDictionary::Store {
   [[nodiscard]] std::optional<std::uint32_t> find(std::string_view name) const;
   [[nodiscard]] std::optional<std::uint32_t> findBySid(std::string_view sid) const;
 
-  // Registers every function of the template; room has been made, and the number of combinations is in
-  // bounds.
+  // Lists every function of the template; the number of combinations is in bounds.
   void expand(ExpandedTemplate added);
-  void registerName(std::string_view name);
-  void fill(SidTable& table) const;
+  [[nodiscard]] const IndexTable& nameTable() const;
+  void fillWithNames(IndexTable& table) const;
+  void fillWithSids(IndexTable& table) const;
 
   FamilyTables families;
   std::map<std::string, AliasEntry, std::less<>> aliases;
@@ -72,8 +72,8 @@ struct FunctionDictionary::Store {
   std::vector<Run> runs;
   std::string names;                         // each followed by a line feed
   std::vector<std::uint32_t> offsets = {0};  // of each name, and of the end
-  IndexTable byName;
-  std::unique_ptr<SidTable> bySid = std::make_unique<SidTable>();
+  std::unique_ptr<LookUp> byName = std::make_unique<LookUp>();
+  std::unique_ptr<LookUp> bySid = std::make_unique<LookUp>();
   std::size_t templateCount = 0;
   std::size_t combinations = 0;  // visited over all templates
   bool beyondBounds = false;

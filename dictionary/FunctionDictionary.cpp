@@ -60,11 +60,11 @@ void FunctionDictionary::add(FunctionTemplate definition) {
   store.combinations += count;
   reserveGeometric(store.names, bytes);
   reserveGeometric(store.offsets, count);
-  store.byName.makeRoom(count, [&store](std::uint32_t index) { return Store::hashOf(store.nameOf(index)); });
   store.expand({std::move(definition), std::move(*pattern)});
 }
 
-void FunctionDictionary::releaseSpareRoom() {
+void FunctionDictionary::finish() {
+  static_cast<void>(store_->nameTable());
   store_->names.shrink_to_fit();
   store_->offsets.shrink_to_fit();
   store_->runs.shrink_to_fit();
@@ -129,7 +129,7 @@ const std::map<std::string, AliasEntry, std::less<>>& FunctionDictionary::aliase
 
 std::size_t FunctionDictionary::functionBytes() const {
   return store_->names.capacity() + store_->offsets.capacity() * sizeof(std::uint32_t) +
-         store_->runs.capacity() * sizeof(Store::Run) + store_->byName.bytes();
+         store_->runs.capacity() * sizeof(Store::Run) + store_->byName->indices.bytes();
 }
 
 }  // namespace tessaly

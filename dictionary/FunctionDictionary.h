@@ -74,8 +74,9 @@ class FunctionDictionary {
   void add(AliasEntry entry);
   void add(FunctionTemplate definition);
 
-  // Gives back the memory kept for growth, at the end of the building.
-  void releaseSpareRoom();
+  // At the end of the building: makes the table of names, which the first find() would make otherwise, and
+  // gives back the memory kept for growth. More may be added all the same.
+  void finish();
 
   [[nodiscard]] std::size_t templateCount() const;  // every template handed over
   [[nodiscard]] std::size_t functionCount() const;  // duplicates included
@@ -107,7 +108,7 @@ class FunctionDictionary {
   [[nodiscard]] const AliasEntry* alias(std::string_view segment) const;
   [[nodiscard]] const std::map<std::string, AliasEntry, std::less<>>& aliases() const;
 
-  // Bytes held for the concrete functions beyond the templates, the table of sids left out.
+  // Bytes held for the concrete functions beyond the templates once finished, the table of sids left out.
   [[nodiscard]] std::size_t functionBytes() const;
 
  private:

@@ -1,33 +1,24 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace tessaly {
 
 // A hash table of function numbers whose keys lie elsewhere: four bytes a slot, open addressing with linear
-// probing, between 40 and 80 % full once it has grown. A slot holds the number plus one in its low bits and a
-// few bits of the hash above them, so that a probe hardly ever looks at a key in vain. Hashes are of 64 bits.
+// probing, 40 to 80 % full. A slot holds the number plus one in its low bits and a few bits of the hash above
+// them, so that a probe hardly ever looks at a key in vain. Hashes are of 64 bits.
 class IndexTable {
  public:
   static constexpr int kIndexBits = 22;
   static constexpr std::uint32_t kIndexMask = (std::uint32_t{1} << kIndexBits) - 1;
   static constexpr std::uint32_t kLargestIndex = kIndexMask - 1;
 
-  // Room for `more` further entries; `hashOf(index)` gives an entry's hash again.
-  template <typename HashOf>
-  void makeRoom(std::size_t more, HashOf hashOf) {
-    std::size_t size = slots_.empty() ? kSmallest : slots_.size();
-    while ((used_ + more) * 5 > size * 4) size *= 2;
-    if (size == slots_.size()) return;
-    const std::vector<std::uint32_t> old = std::exchange(slots_, std::vector<std::uint32_t>(size));
-    for (const std::uint32_t slot : old) {
-      if (slot != 0) slots_[freePlace(hashOf(indexIn(slot)))] = slot;
-    }
-  }
+  // Empties the table and makes room for `count` entries.
+  void makeRoom(std::size_t count) { slots_.assign(std::bit_ceil(count + count / 4 + 1), 0); }
 
   // Enters `index` unless an entry with the same key is there; `same(index)` compares an entry with the key.
   // Room must have been made.
@@ -36,7 +27,6 @@ class IndexTable {
     const std::size_t place = probe(hash, same);
     if (slots_[place] != 0) return;
     slots_[place] = tagOf(hash) << kIndexBits | (index + 1);
-    ++used_;
   }
 
   template <typename Same>
@@ -49,8 +39,6 @@ class IndexTable {
   [[nodiscard]] std::size_t bytes() const { return slots_.capacity() * sizeof(std::uint32_t); }
 
  private:
-  static constexpr std::size_t kSmallest = 1024;
-
   static std::uint32_t tagOf(std::uint64_t hash) {
     return static_cast<std::uint32_t>(hash >> (32 + kIndexBits));
   }
@@ -65,12 +53,8 @@ class IndexTable {
       if (slot == 0 || (slot >> kIndexBits == tag && same(indexIn(slot)))) return place;
     }
   }
-  std::size_t freePlace(std::uint64_t hash) const {
-    return probe(hash, [](std::uint32_t) { return false; });
-  }
 
   std::vector<std::uint32_t> slots_;  // a power of two
-  std::size_t used_ = 0;
 };
 
 }  // namespace tessaly

@@ -1,7 +1,10 @@
 #include "dictionary/InterfaceFile.h"
 
+#include <optional>
 #include <tinyxml.h>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "platform/Text.h"
 #include "platform/XmlFile.h"
@@ -78,6 +81,9 @@ EnumParameter readEnumParameter(const TiXmlElement& element) {
   forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
     readCommon(name, value, parameter);
   });
+  std::size_t count = 0;
+  forChildren(element, [&](const TiXmlElement&, std::string_view kind) { count += kind == "enum"; });
+  parameter.values.reserve(count);
   forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
     if (kind != "enum") return;
     EnumValue& entry = parameter.values.emplace_back();
@@ -157,9 +163,9 @@ IndexedFamily readIndexedFamily(const TiXmlElement& element) {
   return family;
 }
 
-void readEnumFamily(const TiXmlElement& element, FunctionDictionary& dictionary) {
+std::optional<EnumFamily> readEnumFamily(const TiXmlElement& element) {
   const TiXmlAttribute* familyName = leadingName(element);
-  if (familyName == nullptr) return;
+  if (familyName == nullptr) return std::nullopt;
   EnumFamily family;
   family.name = familyName->ValueStr();
   forChildren(element, [&](const TiXmlElement& child, std::string_view) {
@@ -169,22 +175,41 @@ void readEnumFamily(const TiXmlElement& element, FunctionDictionary& dictionary)
       if (name == kDisplayName) member.displayText = value;
     });
   });
-  dictionary.add(std::move(family));
+  return family;
 }
 
-void readAliases(const TiXmlElement& element, FunctionDictionary& dictionary) {
-  if (leadingName(element) == nullptr) return;
-  forChildren(element, [&](const TiXmlElement& child, std::string_view) {
-    AliasEntry entry;
-    forAttributes(child, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
-      if (name == "segm") entry.segment = value;
-      // Both fill the one description; the later in the element wins.
-      if (name == "descrShort" || name == "descrLong") entry.description = value;
-      if (name == "search2") entry.search2 = value;
-    });
-    entry.upperDescription = toUpperAscii(entry.description);
-    dictionary.add(std::move(entry));
+AliasEntry readAlias(const TiXmlElement& element) {
+  AliasEntry entry;
+  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    if (name == "segm") entry.segment = value;
+    // Both fill the one description; the later in the element wins.
+    if (name == "descrShort" || name == "descrLong") entry.description = value;
+    if (name == "search2") entry.search2 = value;
   });
+  entry.upperDescription = toUpperAscii(entry.description);
+  return entry;
+}
+
+// One of the things that a file gives to the dictionary.
+using Entry = std::variant<IndexedFamily, EnumFamily, AliasEntry, FunctionTemplate>;
+
+// Everything the dictionary takes from the file, in the order of the file.
+std::vector<Entry> readEntries(const TiXmlElement& content, FunctionSource source) {
+  std::vector<Entry> entries;
+  forChildren(content, [&](const TiXmlElement& element, std::string_view kind) {
+    if (kind == "fid") {
+      entries.push_back(readFunction(element, source));
+    } else if (kind == "alias") {
+      if (leadingName(element) == nullptr) return;
+      forChildren(element,
+                  [&](const TiXmlElement& child, std::string_view) { entries.push_back(readAlias(child)); });
+    } else if (kind == "fidsegment_enum") {
+      if (auto family = readEnumFamily(element)) entries.push_back(std::move(*family));
+    } else if (kind == "fidsegment_indexed") {
+      entries.push_back(readIndexedFamily(element));
+    }
+  });
+  return entries;
 }
 
 }  // namespace
@@ -198,17 +223,12 @@ bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSour
   }
   const TiXmlElement* content = document.FirstChildElement("mfd");
   if (content == nullptr) return true;
-  forChildren(*content, [&](const TiXmlElement& element, std::string_view kind) {
-    if (kind == "fid") {
-      dictionary.add(readFunction(element, source));
-    } else if (kind == "alias") {
-      readAliases(element, dictionary);
-    } else if (kind == "fidsegment_enum") {
-      readEnumFamily(element, dictionary);
-    } else if (kind == "fidsegment_indexed") {
-      dictionary.add(readIndexedFamily(element));
-    }
-  });
+  std::vector<Entry> entries = readEntries(*content, source);
+  // The tree is several times the file; freed first, its memory serves the expansion.
+  document.Clear();
+  for (Entry& entry : entries) {
+    std::visit([&dictionary](auto& read) { dictionary.add(std::move(read)); }, entry);
+  }
   return true;
 }
 
@@ -218,7 +238,7 @@ void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary
   static_cast<void>(
       readInterfaceFile(root, kOlderFamilyInterface, FunctionSource::kOlderFamily, dictionary, report));
   static_cast<void>(readInterfaceFile(root, kPanelInterface, FunctionSource::kPanel, dictionary, report));
-  dictionary.releaseSpareRoom();
+  dictionary.finish();
 }
 
 }  // namespace tessaly

@@ -203,7 +203,7 @@ TEST(Dictionary, EveryNameIsFoundAgainAndStandsInTheJoinedText) {
       ASSERT_EQ(dictionary.functionAtOffset(offset), i);
       ASSERT_EQ(dictionary.functionAtOffset(offset + name.size()), i);
     }
-    dictionary.releaseSpareRoom();
+    dictionary.finish();
   }
   EXPECT_LE(dictionary.functionBytes(), 2 * dictionary.allNames().size());
 }

@@ -144,6 +144,21 @@ TEST_F(InterfaceFileTest, BrokenFilesAreReportedAndLeaveWhatIsThere) {
   }
 }
 
+TEST_F(InterfaceFileTest, EveryCutFileIsRefusedAndAddsNothing) {
+  const std::string whole =
+      "<?xml version='1.0'?><mfd><fidsegment_indexed name='i' fidseg='I' min='1' max='2'/><fid name='$i' "
+      "sid='s'>"
+      "<enum_parameter name='e'><enum value='&#x41;'/></enum_parameter></fid></mfd>";
+  for (std::size_t length = whole.find("mfd") + 1; length < whole.size(); ++length) {
+    EXPECT_FALSE(read(whole.substr(0, length))) << length;
+  }
+  EXPECT_EQ(dictionary_.templateCount(), 0u);
+  EXPECT_EQ(dictionary_.indexedFamily("i"), nullptr);
+  ASSERT_TRUE(read(whole));
+  EXPECT_EQ(dictionary_.functionCount(), 2u);
+  EXPECT_EQ(only().enums[0].values[0].value, "A");
+}
+
 TEST_F(InterfaceFileTest, LoadingReadsTheOlderFileFirstAndGoesOnAfterAFailure) {
   write(kOlderFamilyInterface,
         "<mfd><fidsegment_indexed name='n' fidseg='N' min='1' max='1'/><fid name='X'/></mfd>");
