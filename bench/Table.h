@@ -20,11 +20,13 @@ struct Pair {
   std::string name;
   std::function<void()> measured;
   std::function<void()> limit;
-  double goal = 1;                // the largest ratio measured / limit that holds
-  std::function<void()> prepare;  // makes the data, before anything is timed; may be empty
-  std::function<void()>
-      reset;  // untimed before each run of either side, which is then timed alone; may be empty
-  double measuredItems = 1;  // times are divided by these, for costs a piece at two sizes
+  double goal = 1;  // the largest ratio measured / limit that holds
+  // Makes the data, before anything is timed; may be empty.
+  std::function<void()> prepare = {};
+  // Untimed before each run of either side, which is then timed alone; may be empty.
+  std::function<void()> reset = {};
+  // Times are divided by these, for costs a piece at two sizes.
+  double measuredItems = 1;
   double limitItems = 1;
 };
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "platform/SiteRoot.h"
+
+namespace tessaly::bench {
+
+// Functions that one template of the sample gives: 5 mix effects × 5 keys × 2 modes.
+inline constexpr std::size_t kFunctionsPerTemplate = 50;
+
+// An interface description file that expands to `functions` functions (a multiple of kFunctionsPerTemplate)
+// with names of some 30 bytes, filled with parameters to about `bytes` bytes.
+[[nodiscard]] std::string interfaceSample(std::size_t functions, std::size_t bytes);
+
+// A site root in the scratch folder that holds the sample as "c:\ifc.xml"; written by the first call of its
+// kind.
+[[nodiscard]] SiteRoot siteWithInterface(std::size_t functions, std::size_t bytes);
+
+}  // namespace tessaly::bench

@@ -1,0 +1,156 @@
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <tinyxml.h>
+
+#include "bench/InterfaceSample.h"
+#include "bench/Table.h"
+#include "dictionary/InterfaceFile.h"
+#include "model/ClassicDescription.h"
+#include "model/CommandLine.h"
+#include "model/MacroFile.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace tessaly::bench {
+namespace {
+
+constexpr int kCommands = 10'000;
+constexpr int kFunctions = 1'000;  // different ones in the macro
+constexpr int kClassicCommands = 5'000;
+constexpr int kKeywords = 40;
+constexpr std::uint8_t kDevice = 0x05, kFirstCode = 0x01, kCodes = 8;
+constexpr const char* kMacro = "c:\\macro.mac";
+
+class StandardError : public Messages {
+ public:
+  void show(const std::string& text, MessageIcon) override { std::fprintf(stderr, "%s\n", text.c_str()); }
+  bool ask(const std::string&, MessageIcon) override { return false; }
+};
+
+// A site with 100,000 functions, a macro that calls 1,000 of them with one value each, every eighth command a
+// classic one, and the decoding lists for those.
+struct Sample {
+  SiteRoot root = siteWithInterface(100'000, 5'200'000);
+  FunctionDictionary dictionary;
+
+  Sample() {
+    const auto report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
+    require(readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary, report));
+    for (std::uint8_t code = kFirstCode; code < kFirstCode + kCodes; ++code) writeList(code);
+    require(writeFile(root, kMacro, macroText()));
+  }
+
+  static void require(bool done) {
+    if (done) return;
+    std::fprintf(stderr, "cannot make the sample macro\n");
+    std::exit(1);
+  }
+
+  // Every keyword has two entries that differ in their values, so that a look-up has to try both.
+  void writeList(std::uint8_t code) const {
+    const std::string folder = "c:\\Programme\\RV48\\bin\\MacroCdCo_Tarrow\\Cd-0x05";
+    std::string text = format("CD = 0x%02x\nCO = 0x%02x\n", kDevice, code);
+    for (int entry = 0; entry < 2 * kKeywords; ++entry) {
+      const int base = entry % 2 * 4;
+      text += format("[0x%02x-0x03 \"Key %d\" \"Key function %d\"\npt_ByteEnum \"Mode\"\n", entry / 2, entry,
+                     entry);
+      for (int row = base; row < base + 4; ++row)
+        text += format(": 0x%02x \"m%d\" \"Mode %d\"\n", row, row, row);
+    }
+    const std::string path = folder + format("\\Cd-0x%02x-Co-0x%02x.ini", kDevice, code);
+    require(makeFolder(root, folder) && writeFile(root, path, text));
+  }
+
+  static ClassicCommand classicCommand(int number, std::uint8_t code) {
+    ClassicCommand command;
+    const std::uint8_t mode = static_cast<std::uint8_t>(number % 8);
+    command.build(0x20, kDevice, code, static_cast<std::uint8_t>(number % kKeywords), {&mode, 1});
+    return command;
+  }
+
+  std::string macroText() const {
+    std::string text = "<macro name=\"Bench\">\n    <data>\n";
+    for (int number = 0; number < kCommands; ++number) {
+      const bool classic = number % 8 == 0;
+      const auto index = static_cast<std::size_t>(number % kFunctions) * 7919 % dictionary.functionCount();
+      const std::string name = classic ? "NCSCOMMAND" : std::string(dictionary.name(index));
+      text += format("        <cmd fid=\"QMF%d.%s\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\">\n",
+                     number % 4 + 1, name.c_str());
+      if (classic) {
+        const auto code = static_cast<std::uint8_t>(kFirstCode + number / 8 % kCodes);
+        text += format("            <param name=\"CMD\" value=\"%s\" />\n",
+                       classicCommand(number, code).text().c_str());
+      } else if (number % 3 == 0) {
+        text += format("            <param name=\"shape\" value=\"%d\" />\n", number % 20);
+      } else {
+        text += format("            <param name=\"level\" value=\"0.%d\" />\n", number % 100);
+      }
+      text += "        </cmd>\n";
+    }
+    return text + "    </data>\n</macro>\n";
+  }
+};
+
+const Sample& sample() {
+  static const Sample made;
+  return made;
+}
+
+void loadAndShow() {
+  StandardError messages;
+  DecodingLists lists(sample().root);
+  MacroCommands commands;
+  Sample::require(loadCommands({sample().root, messages}, kMacro, true, commands) &&
+                  commands.size() == kCommands);
+  std::vector<std::string> lines;
+  lines.reserve(commands.size());
+  for (const MacroCommand& command : commands) {
+    lines.push_back(commandLine(command, {.showDestination = true}, {sample().dictionary, lists}));
+  }
+  keep(lines.data());
+}
+
+void bareLoad() {
+  TiXmlDocument document;
+  Sample::require(document.LoadFile(sample().root.resolve(kMacro).c_str()));
+  keep(&document);
+}
+
+template <typename Describe>
+void describeAll(const Describe& describe) {
+  for (int number = 0; number < kClassicCommands; ++number) {
+    const std::string text = describe(Sample::classicCommand(number, kFirstCode));
+    keep(text.data());
+  }
+}
+
+void describeWithSite() {
+  DecodingLists lists(sample().root);
+  describeAll([&](const ClassicCommand& command) { return describeClassic(command, lists); });
+}
+
+void describeWithListInHand() {
+  const auto list = DecodingList::load(sample().root, kDevice, kFirstCode);
+  Sample::require(list.has_value());
+  describeAll([&](const ClassicCommand& command) { return describeClassic(command, &*list); });
+}
+
+void prepare() { static_cast<void>(sample()); }
+
+const bool kRegistered[] = {
+    addPair({.name = "load a macro of 10,000 commands and build its lines",
+             .measured = loadAndShow,
+             .limit = bareLoad,
+             .goal = 1.5,
+             .prepare = prepare}),
+    addPair({.name = "describe 5,000 classic commands, list in hand as limit",
+             .measured = describeWithSite,
+             .limit = describeWithListInHand,
+             .goal = 1.2,
+             .prepare = prepare}),
+};
+
+}  // namespace
+}  // namespace tessaly::bench
