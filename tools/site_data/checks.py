@@ -68,6 +68,8 @@ def check_functions(report):
     report.missing(aliased, segments, "alias of no segment")
     twice = {name for name, count in Counter(f.name for f in everything).items() if count > 1}
     report.expect(twice == SHARED_NAMES, f"names registered twice: {sorted(twice)}")
+    texts = Counter(f.description for f in everything)
+    report.expect(max(texts.values()) == 1, f"functions of one text: {texts.most_common(3)}")
     for f in everything:
         report.expect("$" not in f.description + f.group + f.sid, f"reference left in {f.name}")
         report.expect(f.description == f.description.strip() != "", f"description of {f.name}")

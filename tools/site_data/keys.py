@@ -25,7 +25,7 @@ def key_look(bank, number):
     return [(SET, bank, co, 0x18, edge, *word(position)) for edge, position in edges] \
         + [(SET, bank, co, 0x19, 1, *word(12)), (SET, bank, co, 0x1A, 25), (SET, bank, co, 0x20, *word(2250)),
            (STEP, bank, co, 0x1B, 0x01), (STEP, bank, co, 0x1B, 0xFF), (SET, bank, co, 0x1B, 0x10),
-           (STEP, bank, co, 0x11, *word(-16)), (TRIGGER, bank, co, 0x32)]
+           (STEP, bank, co, 0x11, *word(16)), (TRIGGER, bank, co, 0x32)]
 
 
 def cross(bank, *sources):

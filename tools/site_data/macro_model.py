@@ -35,20 +35,22 @@ def stored_value(function, parameter, shown):
     return f"{(high - low) * (shown - low_shown) / (high_shown - low_shown) + low:f}"
 
 
-def typical_value(parameter, incremental, rnd):
+def typical_value(function, parameter, rnd):
     """Some value in range, as it would be typed."""
     if parameter.kind == "enum":
         return rnd.choice(parameter.values)[0]
     if parameter.kind == "input":
         return rnd.choice([rnd.randint(1, 96), 144, 153, 160, 129, 137, 224])
     if parameter.kind == "timecode":
-        return rnd.choice([10, 11, 0]), rnd.randint(0, 59), rnd.randint(0, 59), rnd.randint(0, 24)
+        short = any(word in function.name for word in ("DURATION", "DELAY", "DIMMER"))
+        return (0, 0, rnd.randint(0, 9), rnd.choice([0, 5, 12])) if short else \
+            (rnd.choice([10, 11, 20]), rnd.randint(0, 59), rnd.randint(0, 59), rnd.randint(0, 24))
     low, high = parameter.number("minDisp"), parameter.number("maxDisp")
     if parameter.kind == "int":
-        return rnd.randint(int(low), int(high))
-    if incremental:
-        return rnd.choice([-0.5, -0.125, 0.0625, 0.25, 1])
-    return rnd.choice([-2, -0.5, 0.25, 1, 3]) if low == high else round(rnd.uniform(low, high), 1)
+        return rnd.randint(int(low), int(min(high, low + 100)))
+    if low == high or parameter.attributes.get("type") is None:
+        return rnd.choice([-2, -1, -0.5, 0.5, 1, 2])
+    return round(2 * rnd.uniform(low, high)) / 2
 
 
 class Macro:
@@ -96,7 +98,7 @@ class Macro:
             for function in functions_of_group(destination):
                 if not function.template.parameters:
                     continue
-                named = {p.name: typical_value(p, function.incremental, rnd) for p in function.template.parameters}
+                named = {p.name: typical_value(function, p, rnd) for p in function.template.parameters}
                 self.call(function.name, **named)
 
     def xml(self):

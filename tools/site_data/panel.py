@@ -69,5 +69,5 @@ def add_shared_names(f):
     """Names that the mainframe has too; the mainframe's functions are found first."""
     f.add("EMEM.RECALL", "Emem Recall from Panel", "PANEL_EMEM", whole("Register", 0, 999, "REG"), sid="EMEM.REG")
     f.add("EMEM.STORE", "Emem Store from Panel", "PANEL_EMEM", whole("Register", 0, 999, "REG"), sid="")
-    f.add("TEST_PATTERN.SELECT.SET", "Panel Color-Test Pattern", "PANEL_MONITOR",
+    f.add("TEST_PATTERN.SELECT.SET", "Panel Test Pattern", "PANEL_MONITOR",
           choice("Pattern", [("1", "Bars 75 %"), ("3", "Ramp")], "PATTERN"))

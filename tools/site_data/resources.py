@@ -42,11 +42,11 @@ def add_backgrounds(f):
              percent("Level", -100, 100), family="BACKGROUND_LEVEL")
     f.switches(stem, display, group, [("WASH_ENABLE", "Wash"), ("RAINBOW", "Rainbow"), ("CYCLE", "Color Cycle")],
                "BACKGROUND_SWITCH")
-    f.add("TEST_PATTERN.SELECT.SET", "Color-Test Pattern", "TEST_PATTERN",
+    f.add("TEST_PATTERN.SELECT.SET", "Test Pattern", "TEST_PATTERN",
           choice("Pattern", [("1", "Bars 75 %"), ("2", "Bars 100 %"), ("3", "Ramp"), ("4", "Multiburst"),
                              ("5", "Pulse and Bar"), ("6", "Zone Plate"), ("7", "Grid")], "PATTERN"))
-    f.add("TEST_PATTERN.LEVEL.$SETINC", "Color-Test Level $SETINC", "TEST_PATTERN", percent("Level"))
-    f.add("TEST_PATTERN.MOTION.$SETINC", "Color-Test Motion $SETINC", "TEST_PATTERN", number("Lines a Field", -8, 8))
+    f.add("TEST_PATTERN.LEVEL.$SETINC", "Test Pattern Level $SETINC", "TEST_PATTERN", percent("Level"))
+    f.add("TEST_PATTERN.MOTION.$SETINC", "Test Pattern Motion $SETINC", "TEST_PATTERN", number("Lines a Field", -8, 8))
 
 
 def add_aux_buses(f):
