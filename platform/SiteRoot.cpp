@@ -59,7 +59,7 @@ std::string join(std::string folder, const std::string& name) {
   return folder += name;
 }
 
-fs::path anchored(const fs::path& path) {
+fs::path anchored(fs::path path) {
   std::error_code error;
   const fs::path result = fs::absolute(path, error);
   return error ? path : result.lexically_normal();
@@ -71,7 +71,7 @@ const char* variable(const char* name) {
 }
 
 fs::path homeFolder() {
-  const fs::path home = variable("HOME");
+  fs::path home = variable("HOME");
   if (!home.empty()) return home;
   const passwd* const user = ::getpwuid(::geteuid());
   return user && user->pw_dir ? user->pw_dir : "/";
@@ -79,7 +79,7 @@ fs::path homeFolder() {
 
 }  // namespace
 
-SiteRoot::SiteRoot(fs::path root) : root_(anchored(root)) {}
+SiteRoot::SiteRoot(fs::path root) : root_(anchored(std::move(root))) {}
 
 SiteRoot SiteRoot::fromEnvironment(const std::string& option) {
   if (!option.empty()) return SiteRoot(option);
