@@ -9,11 +9,12 @@
 #include "platform/SiteRoot.h"
 
 // Files of the site, by site path. No function throws; every failure is a return value. Writes never leave a
-// half-written file: the bytes go to a temporary file in the target's folder, are flushed and checked, and the
-// file is renamed over the target.
+// half-written file: the bytes go to a temporary file in the target's folder, are flushed and checked, and
+// the file is renamed over the target.
 namespace tessaly {
 
-inline constexpr std::size_t kLargestFile = std::size_t{256} * 1024 * 1024;  // bytes; larger files are refused
+inline constexpr std::size_t kLargestFile =
+    std::size_t{256} * 1024 * 1024;  // bytes; larger files are refused
 
 [[nodiscard]] bool isRegularFile(const SiteRoot& root, std::string_view path);
 
@@ -28,11 +29,12 @@ inline constexpr std::size_t kLargestFile = std::size_t{256} * 1024 * 1024;  // 
 [[nodiscard]] std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path,
                                                         std::size_t count);
 
-// Writes `bytes` whole or not at all; mode 0644 less the umask, whatever an old file had. The folder must exist.
+// Writes `bytes` whole or not at all; mode 0644 less the umask, whatever an old file had. The folder must
+// exist.
 [[nodiscard]] bool writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes);
 
-// Copies whole or not at all, over an existing file. A file copied onto itself is left alone and counts as done.
-// The copy is writable whatever mode the source had.
+// Copies whole or not at all, over an existing file. A file copied onto itself is left alone and counts as
+// done. The copy is writable whatever mode the source had.
 [[nodiscard]] bool copyFile(const SiteRoot& root, std::string_view from, std::string_view to);
 
 [[nodiscard]] bool removeFile(const SiteRoot& root, std::string_view path);

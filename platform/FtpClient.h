@@ -7,9 +7,9 @@
 
 namespace tessaly {
 
-// One FTP transfer after another, each on a connection of its own: passive mode (the address in the server's reply
-// is ignored in favour of the peer's), binary, connect time-out 5 s, given up when no byte moved for 10 s.
-// Blocking: call it from a worker thread when a person waits. Never throws. Thread-safe across objects.
+// One FTP transfer after another, each on a connection of its own: passive mode (the address in the server's
+// reply is ignored in favour of the peer's), binary, connect time-out 5 s, given up when no byte moved for 10
+// s. Blocking: call it from a worker thread when a person waits. Never throws. Thread-safe across objects.
 class FtpClient {
  public:
   struct Login {
@@ -17,14 +17,24 @@ class FtpClient {
     std::string secret;  // never printed
   };
 
-  enum class Result { kDone, kRefusedLogin, kNotFound, kUnreachable, kStalled, kCut, kFull, kLocalFile, kCancelled,
-                      kFailed };
+  enum class Result {
+    kDone,
+    kRefusedLogin,
+    kNotFound,
+    kUnreachable,
+    kStalled,
+    kCut,
+    kFull,
+    kLocalFile,
+    kCancelled,
+    kFailed
+  };
 
   // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
   FtpClient(std::string host, std::uint16_t port, Login login);
 
-  // Fetches a remote file (absolute path). The bytes go beside `hostPath` and are renamed over it only when the
-  // whole file came; otherwise the old file stays as it was.
+  // Fetches a remote file (absolute path). The bytes go beside `hostPath` and are renamed over it only when
+  // the whole file came; otherwise the old file stays as it was.
   [[nodiscard]] Result get(const std::string& remotePath, const std::string& hostPath);
 
   // Sends a local file. Missing remote folders are not made.

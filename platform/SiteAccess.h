@@ -5,8 +5,8 @@
 
 namespace tessaly {
 
-// What an operation on site files needs: where the files are, and how to report. Observes both; the caller owns
-// them and keeps them alive.
+// What an operation on site files needs: where the files are, and how to report. Observes both; the caller
+// owns them and keeps them alive.
 struct SiteAccess {
   const SiteRoot& root;
   Messages& messages;

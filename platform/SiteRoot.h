@@ -8,11 +8,11 @@ namespace tessaly {
 
 // Turns the fixed paths of a site ("c:\programme\RV48\bin\MacroFid\tempA.mac") into paths of this host.
 //
-// Model and window code speak site paths only; every file access goes through `resolve`. On Windows a site path
-// is the host path. Elsewhere the drive letter is a folder under the root (`<root>/c/...`), `\` and `/` separate,
-// runs of separators count as one, and a component that does not exist in its exact spelling is matched without
-// regard to case (the first match in sorted order wins). Components that do not exist are kept as spelled. A
-// native absolute path ("/srv/appli") is taken as it is.
+// Model and window code speak site paths only; every file access goes through `resolve`. On Windows a site
+// path is the host path. Elsewhere the drive letter is a folder under the root (`<root>/c/...`), `\` and `/`
+// separate, runs of separators count as one, and a component that does not exist in its exact spelling is
+// matched without regard to case (the first match in sorted order wins). Components that do not exist are
+// kept as spelled. A native absolute path ("/srv/appli") is taken as it is.
 //
 // Thread-safe: immutable after construction, looks at the file system at each call.
 class SiteRoot {
@@ -24,8 +24,8 @@ class SiteRoot {
 
   [[nodiscard]] const std::filesystem::path& path() const { return root_; }
 
-  // The host path of a site path. A component ".." or an embedded NUL names nothing: the result is then empty,
-  // and every file operation on it fails.
+  // The host path of a site path. A component ".." or an embedded NUL names nothing: the result is then
+  // empty, and every file operation on it fails.
   [[nodiscard]] std::filesystem::path resolve(std::string_view sitePath) const;
 
   // True when both site paths name the same place on this host.
@@ -35,7 +35,8 @@ class SiteRoot {
   std::filesystem::path root_;
 };
 
-// True when `name`, taken from a file, a panel or an ini file, may be used as one path component: not empty, not
+// True when `name`, taken from a file, a panel or an ini file, may be used as one path component: not empty,
+// not
 // "." or "..", and without separators, a drive colon or NUL.
 [[nodiscard]] bool isPlainName(std::string_view name);
 

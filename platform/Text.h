@@ -20,7 +20,7 @@ namespace tessaly {
 [[nodiscard]] std::string replaceAll(std::string text, std::string_view from, std::string_view to);
 
 [[nodiscard]] std::string toUpperAscii(std::string_view text);
-[[nodiscard]] bool equalNoCase(std::string_view first, std::string_view second);   // ASCII letters only
+[[nodiscard]] bool equalNoCase(std::string_view first, std::string_view second);  // ASCII letters only
 [[nodiscard]] bool endsWithNoCase(std::string_view text, std::string_view suffix);
 
 [[nodiscard]] bool isValidUtf8(std::string_view bytes);

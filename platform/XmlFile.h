@@ -1,24 +1,23 @@
 #pragma once
 
-#include <tinyxml.h>
-
 #include <string_view>
+#include <tinyxml.h>
 
 #include "platform/SiteRoot.h"
 
 // Loading and saving TinyXML documents with the guards that the parser lacks.
 namespace tessaly {
 
-inline constexpr int kDeepestXml = 256;        // nested elements
+inline constexpr int kDeepestXml = 256;          // nested elements
 inline constexpr int kMostXmlAttributes = 1000;  // on one element
 
-// Loads the file into `document` (cleared first). False for a file that is missing, no regular file, larger than
-// 256 MB, contains a NUL or a DOCTYPE with an internal subset, is nested deeper or carries more attributes on one
-// element than the limits above, or does not parse; `document` is then empty. Never throws.
+// Loads the file into `document` (cleared first). False for a file that is missing, no regular file, larger
+// than 256 MB, contains a NUL or a DOCTYPE with an internal subset, is nested deeper or carries more
+// attributes on one element than the limits above, or does not parse; `document` is then empty. Never throws.
 [[nodiscard]] bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document);
 
-// Prints the tree to memory and writes it whole beside the target, then renames it over. False when nothing was
-// written; an old file is then as it was. An empty document is not written.
+// Prints the tree to memory and writes it whole beside the target, then renames it over. False when nothing
+// was written; an old file is then as it was. An empty document is not written.
 [[nodiscard]] bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document);
 
 }  // namespace tessaly
