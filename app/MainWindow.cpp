@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* kLoadingNotice = "L O A D I N G   D A T A ,       please wait.....";
 constexpr const char* kAboutCommand = "&About Tessaly...";
+constexpr int kConnectionWatchMilliseconds = 1000;
 constexpr QSize kStartSize{1180, 820};  // pixels
 
 // Buttons of the window that have no action; they are known by their numbers only.
@@ -47,10 +48,11 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
     here.browser = std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_);
   }
-  operations_ = std::make_unique<MacroOperations>(
-      std::array{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
-                 PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}},
-      context.site, connection_, transfer_, context.demo, this);
+  const std::array rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
+                         PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
+  operations_ = std::make_unique<MacroOperations>(rooms, context.site, connection_, transfer_, context.demo, this);
+  update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
+                                          context.site.messages);
   readSettingsFile();
   connectPanel();
   for (const Pane pane : kPanes) {
@@ -60,6 +62,11 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   connect(operations_.get(), &MacroOperations::changed, this, &MainWindow::updateControls);
   connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
+  connect(operations_.get(), &MacroOperations::macroChosen, update_.get(), &ValueUpdate::endBusy);
+  connect(update_.get(), &ValueUpdate::changed, this, &MainWindow::updateControls);
+  connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
+  connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
+  connectionWatch_.start(kConnectionWatchMilliseconds);
   updateControls();
 }
 
@@ -142,6 +149,7 @@ void MainWindow::connectOperations(Pane pane) {
           [operations, pane] { operations->deleteMacro(pane); });
   connect(&view, &MacroPane::deleteCommandPressed, operations,
           [operations, pane] { operations->deleteCommand(pane); });
+  connect(&view, &MacroPane::updatePressed, update_.get(), [this, pane] { update_->start(pane); });
   connect(&view, &MacroPane::savePressed, operations, [operations, pane] { operations->save(pane); });
   connect(&view, &MacroPane::discardPressed, operations, [operations, pane] { operations->discard(pane); });
 }
@@ -236,6 +244,13 @@ void MainWindow::updateControls() {
 void MainWindow::showDemo() {
   panelNames_.showDemo();
   for (const Pane pane : kPanes) room(pane).browser->showDemoListing();
+}
+
+void MainWindow::watchConnection() {
+  // The panes keep "disconnect" until the user presses it; the strip alone tells that nothing is behind it.
+  const bool lost = connection_.lost();
+  if (lost && !lossTold_) say(tr("the connection to the panel was lost"));
+  lossTold_ = lost;
 }
 
 void MainWindow::say(const QString& text) { ui_->statusStrip->setText(text); }

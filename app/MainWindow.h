@@ -12,6 +12,7 @@
 #include "app/PaneState.h"
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
+#include "app/ValueUpdate.h"
 #include "model/Settings.h"
 #include "model/SourceNames.h"
 
@@ -69,6 +70,7 @@ class MainWindow : public QMainWindow {
   void dictionaryLoaded();
   void updateControls();
   void showDemo();
+  void watchConnection();
   [[nodiscard]] PaneSituation situation(Pane pane) const;
   // Asks what becomes of unsaved changes; false to stay.
   [[nodiscard]] bool mayClose();
@@ -78,6 +80,8 @@ class MainWindow : public QMainWindow {
 
   WindowContext context_;
   LineContext lines_;
+  QTimer connectionWatch_;
+  bool lossTold_ = false;
   Settings settings_;
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
@@ -90,6 +94,7 @@ class MainWindow : public QMainWindow {
   PanelTransfer transfer_;
   std::array<PaneRoom, kPanes.size()> rooms_;
   std::unique_ptr<MacroOperations> operations_;
+  std::unique_ptr<ValueUpdate> update_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -7,6 +7,7 @@
 namespace tessaly {
 
 void WorkingCopy::reset() {
+  ++revision_;
   content_ = Content::kNothing;
   commands_.clear();
   keyFile_ = {};
@@ -15,6 +16,7 @@ void WorkingCopy::reset() {
 }
 
 bool WorkingCopy::load() {
+  ++revision_;
   keyFile_ = {};
   const bool loaded = loadCommands(site_, path_, true, commands_);
   if (!loaded) commands_.clear();

@@ -73,6 +73,8 @@ class WorkingCopy {
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
   [[nodiscard]] bool edited() const { return edited_; }
+  // Rises with every change of what is shown.
+  [[nodiscard]] int revision() const { return revision_; }
 
  private:
   bool load();
@@ -86,6 +88,7 @@ class WorkingCopy {
   HeldMacro held_;
   std::optional<MacroTarget> target_;
   bool edited_ = false;
+  int revision_ = 0;
 };
 
 }  // namespace tessaly

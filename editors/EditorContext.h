@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "dictionary/FunctionDictionary.h"
+#include "link/PanelClient.h"
+#include "model/DecodingList.h"
+#include "model/SourceNames.h"
+#include "platform/SiteAccess.h"
+
+namespace tessaly {
+
+// What the command editors work with. The window owns everything and outlives the dialogs, which are modal and run on
+// the GUI thread.
+struct EditorContext {
+  SiteAccess site;
+  const FunctionDictionary& dictionary;
+  DecodingLists& decodingLists;
+  const std::vector<PanelSource>& inputSources;  // rows of "Select Input"
+  PanelClient& client;                           // for "update data"; values come on its thread
+  std::function<bool()> connected;               // any pane is connected
+  int& frameRate;  // program-wide, 25 or 30; "50Hz" and "60Hz" set it at once, also in a dialog that is cancelled
+};
+
+}  // namespace tessaly
