@@ -1,7 +1,7 @@
 #include "app/MacroPane.h"
 
+#include <QEvent>
 #include <QShortcut>
-#include <QStackedLayout>
 
 #include "editors/DialogText.h"
 #include "ui_MacroPane.h"
@@ -65,10 +65,15 @@ void MacroPane::placeNotice() {
   notice_->setObjectName(QStringLiteral("notice"));
   notice_->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
   notice_->setAutoFillBackground(true);
-  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-  ui_->commandButtonsLayout->addWidget(notice_, 0, 0, 2, 5);
   notice_->raise();
+  ui_->commandButtons->installEventFilter(this);
   notice_->hide();
+}
+
+bool MacroPane::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->commandButtons && event->type() == QEvent::Resize)
+    notice_->setGeometry(ui_->commandButtons->rect());
+  return QGroupBox::eventFilter(watched, event);
 }
 
 void MacroPane::numberControls() {

@@ -63,6 +63,9 @@ class MacroPane : public QGroupBox {
   void savePressed();
   void discardPressed();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void numberControls();
   void connectControls();

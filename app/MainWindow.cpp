@@ -50,7 +50,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   const std::array rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
                          PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
-  operations_ = std::make_unique<MacroOperations>(rooms, context.site, connection_, transfer_, context.demo, this);
+  operations_ =
+      std::make_unique<MacroOperations>(rooms, context.site, connection_, transfer_, context.demo, this);
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
                                           context.site.messages);
   readSettingsFile();

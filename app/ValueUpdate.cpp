@@ -1,7 +1,8 @@
 #include "app/ValueUpdate.h"
 
-#include <QThread>
 #include <algorithm>
+
+#include <QThread>
 
 #include "editors/DialogText.h"
 
@@ -27,7 +28,8 @@ bool isClassic(const MacroCommand& command) { return command.fid.find(kClassicMa
 }  // namespace
 
 ValueUpdate::ValueUpdate(std::array<PaneAccess, kPanes.size()> panes, const FunctionDictionary& dictionary,
-                         const PanelConnection& connection, PanelSubscriptions& subscriptions, Messages& messages)
+                         const PanelConnection& connection, PanelSubscriptions& subscriptions,
+                         Messages& messages)
     : panes_(panes),
       dictionary_(dictionary),
       connection_(connection),
@@ -56,8 +58,10 @@ void ValueUpdate::start(Pane pane) {
   notedCount_ = state.copy.commandCount();
   state.updatedMarks.assign(static_cast<std::size_t>(notedCount_), false);
   selected_ = state.view.commands().selectedRow();
-  // The marker stays set after this and every later early return, until a macro is selected: users know it so.
-  if (selected_ < 0 && !messages_.ask(format(kUpdateAll, state.descriptor.letter), MessageIcon::kQuestion)) return;
+  // The marker stays set after this and every later early return, until a macro is selected: users know it
+  // so.
+  if (selected_ < 0 && !messages_.ask(format(kUpdateAll, state.descriptor.letter), MessageIcon::kQuestion))
+    return;
   const std::vector<std::size_t> chosen = chosenCommands();
   toUpdate_ = 0;
   const Survey result = survey(chosen);
@@ -159,7 +163,8 @@ void ValueUpdate::handle(const Arrived& value) {
   if (marker_ == kIdle || value.update != update_) return;
   PaneState& state = *room().state;
   if (state.copy.revision() != heldRevision_) {
-    // The macro was edited meanwhile: the held document no longer has these edits and must not be saved over them.
+    // The macro was edited meanwhile: the held document no longer has these edits and must not be saved over
+    // them.
     marker_ = kIdle;
     emit said(tr("update ended: the macro was changed meanwhile"));
     return;
@@ -193,7 +198,8 @@ void ValueUpdate::finish() {
   if (marker_ != kIdle && connection_.connected(pane_) && state.copy.revision() == heldRevision_) {
     const bool saved = state.copy.saveHeld();
     room().browser->showCommands();
-    emit said(saved ? tr("%1 commands updated").arg(updated_) : tr("the updated values could not be written"));
+    emit said(saved ? tr("%1 commands updated").arg(updated_)
+                    : tr("the updated values could not be written"));
   }
   marker_ = kIdle;
   notedCount_ = -1;

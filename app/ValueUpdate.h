@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QObject>
-#include <QTimer>
 #include <array>
 #include <atomic>
 #include <mutex>
@@ -9,13 +7,17 @@
 #include <unordered_map>
 #include <vector>
 
+#include <QObject>
+#include <QTimer>
+
 #include "app/MacroOperations.h"
 #include "link/PanelSubscriptions.h"
 
 namespace tessaly {
 
-// Fills the values of a macro's commands with the panel's current ones: one update at a time, for one pane. It ends
-// 500 ms after the last value came. GUI thread; values from the library's thread are queued, many in one step.
+// Fills the values of a macro's commands with the panel's current ones: one update at a time, for one pane.
+// It ends 500 ms after the last value came. GUI thread; values from the library's thread are queued, many in
+// one step.
 class ValueUpdate : public QObject {
   Q_OBJECT
 
@@ -61,7 +63,7 @@ class ValueUpdate : public QObject {
   PanelSubscriptions& subscriptions_;
   Messages& messages_;
 
-  int marker_ = kIdle;  // 1 while pane A is updated, 2 for pane B
+  int marker_ = kIdle;          // 1 while pane A is updated, 2 for pane B
   std::atomic<int> update_{0};  // number of the update under way; older values do nothing
   Pane pane_ = Pane::kA;
   int selected_ = -1;  // as noted at the start; -1 updates all

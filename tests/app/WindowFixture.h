@@ -1,0 +1,67 @@
+#pragma once
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+#include "app/MainWindow.h"
+#include "app/PaneDescriptor.h"
+#include "dictionary/InterfaceFile.h"
+#include "tests/support/TestSite.h"
+#include "tests/support/WindowDriver.h"
+
+namespace tessaly {
+
+// The functions of the sample site, read once for all tests.
+inline const FunctionDictionary& sampleDictionary() {
+  static const FunctionDictionary& dictionary = []() -> const FunctionDictionary& {
+    auto* read = new FunctionDictionary;
+    loadFunctionDictionary(SiteRoot(TESSALY_SOURCE_DIR "/site"), *read, [](const std::string&) {});
+    return *read;
+  }();
+  return dictionary;
+}
+
+// A main window on a copy of the sample site. Message boxes are recorded.
+class WindowFixture {
+ public:
+  explicit WindowFixture(PanelClient& client, std::uint16_t ftpPort = kFtpPort, bool demo = false)
+      : lists_(site.root), macros_(client, site.root, ftpTransfers(ftpPort), demo) {
+    const std::filesystem::path drive = std::filesystem::path(TESSALY_SOURCE_DIR) / "site" / "c";
+    std::filesystem::copy(drive, site.root.path() / "c", std::filesystem::copy_options::recursive);
+    context_ = std::make_unique<WindowContext>(
+        WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, demo});
+    open();
+  }
+
+  // Opens the window anew, as another start of the program would.
+  void open() {
+    window.reset();
+    window = std::make_unique<MainWindow>(*context_);
+    window->show();
+    QCoreApplication::postEvent(window.get(),
+                                new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+    driver = std::make_unique<WindowDriver>(*window);
+    driver->waitUntilLoaded();
+  }
+
+  [[nodiscard]] static const PaneDescriptor::ControlIds& ids(Pane pane) {
+    return kPaneDescriptors[index(pane)].ids;
+  }
+
+  [[nodiscard]] QString status() const {
+    return window->findChild<QLabel*>(QStringLiteral("statusStrip"))->text();
+  }
+
+  TestSite site;
+  std::unique_ptr<MainWindow> window;
+  std::unique_ptr<WindowDriver> driver;
+
+ private:
+  DecodingLists lists_;
+  PanelMacros macros_;
+  std::unique_ptr<WindowContext> context_;
+};
+
+}  // namespace tessaly
