@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include <QDialog>
+#include <QLineEdit>
+
+#include "editors/Beep.h"
+#include "model/Timecode.h"
+
+namespace Ui {
+class EnterTimecodeDialog;
+}
+
+namespace tessaly {
+
+// Asks for the four numbers of a timecode. While one is invalid the other fields are locked.
+class EnterTimecodeDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit EnterTimecodeDialog(const Timecode& timecode, QWidget* parent = nullptr, Beep beep = systemBeep());
+  ~EnterTimecodeDialog() override;
+
+  // As given at the opening until OK was pressed; its marks never change.
+  [[nodiscard]] const Timecode& timecode() const { return timecode_; }
+  void accept() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void check(std::size_t changed);
+  void lockOthers(const QLineEdit* field, bool locked);
+
+  std::unique_ptr<Ui::EnterTimecodeDialog> ui_;
+  std::array<QLineEdit*, 4> fields_;  // hours, minutes, seconds, frames
+  Timecode timecode_;
+  Beep beep_;
+};
+
+}  // namespace tessaly
