@@ -1,1 +1,67 @@
-int main() { return 0; }
+#include <chrono>
+#include <fstream>
+#include <iostream>
+#include <mutex>
+#include <thread>
+
+#include "panelsim/Options.h"
+#include "panelsim/PanelSimulator.h"
+#include "panelsim/Prompt.h"
+
+namespace {
+
+constexpr int kDone = 0, kFailed = 1, kWrongUsage = 2;
+
+std::mutex outputMutex;  // a line is written whole, whichever thread it comes from
+
+void print(const std::string& text) {
+  if (text.empty()) return;
+  const std::scoped_lock guard(outputMutex);
+  std::cout << text << std::endl;
+}
+
+enum class Obeyed { kAll, kQuit, kWrong };  // a script stops at a wrong line
+
+Obeyed obey(std::istream& lines, tessaly::PanelSimulator& panel, bool script) {
+  for (std::string line; std::getline(lines, line);) {
+    const tessaly::PromptAnswer answer = tessaly::runPromptLine(panel, line);
+    print(answer.text);
+    if (answer.quit) return Obeyed::kQuit;
+    if (script && !answer.known) return Obeyed::kWrong;
+  }
+  return Obeyed::kAll;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string reason;
+  const auto options = tessaly::readOptions({argv + 1, argv + argc}, reason);
+  if (!options) {
+    std::cerr << "tessaly-panelsim: " << reason << "\n" << tessaly::optionsHelp();
+    return kWrongUsage;
+  }
+  if (options->help) {
+    std::cout << tessaly::optionsHelp();
+    return kDone;
+  }
+  tessaly::PanelSimulator panel(options->panel, print);
+  if (!panel.start(reason)) {
+    std::cerr << "tessaly-panelsim: " << reason << std::endl;
+    return kFailed;
+  }
+  print("ready control " + panel.address() + ":" + std::to_string(panel.controlPort()) + " ftp " +
+        panel.address() + ":" + std::to_string(panel.ftpPort()) + " tree " + panel.root());
+  if (!options->script.empty()) {
+    std::ifstream script(options->script);
+    if (!script) {
+      std::cerr << "tessaly-panelsim: cannot read " << options->script << std::endl;
+      return kFailed;
+    }
+    const Obeyed obeyed = obey(script, panel, true);
+    if (obeyed != Obeyed::kAll) return obeyed == Obeyed::kQuit ? kDone : kFailed;
+  }
+  if (obey(std::cin, panel, false) == Obeyed::kQuit) return kDone;
+  // Without a terminal the panel serves until it is ended by a signal.
+  while (true) std::this_thread::sleep_for(std::chrono::hours(1));
+}

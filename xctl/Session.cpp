@@ -129,12 +129,14 @@ void Session::serve(const std::string& host, std::uint16_t port) {
   }
 }
 
-// One wait and what it found; false ends the connection.
+// One wait and what it found; false ends the connection. When sending fails the peer is gone, but what it
+// sent before is still read to its end.
 bool Session::turn() {
-  const int wait = waitTime();
-  if (wait == 0) return false;
+  const bool lastLook = sendingFailed_;
+  const int wait = lastLook ? 0 : waitTime();
+  if (wait == 0 && !lastLook) return false;
   std::array<Watch, 2> watches{
-      Watch{.socket = &socket_, .forRead = linked_, .forWrite = !linked_ || !allSent()},
+      Watch{.socket = &socket_, .forRead = linked_, .forWrite = !linked_ || (!lastLook && !allSent())},
       Watch{.socket = &wakeUp_.socket()}};
   if (!waitFor(watches, wait)) return false;
   if (watches[1].readable) wakeUp_.clear();
@@ -143,8 +145,9 @@ bool Session::turn() {
     linked_ = socket_.connected();
     return linked_;
   }
-  if (!flush()) return false;
-  return !watches[0].readable || receive();
+  if (!sendingFailed_) sendingFailed_ = !flush();
+  if (watches[0].readable) return receive();
+  return !lastLook;
 }
 
 int Session::waitTime() const { return greeted_ ? -1 : millisecondsUntil(deadline_); }

@@ -59,6 +59,7 @@ class Session {
   Socket socket_;
   bool linked_ = false;   // the TCP connection stands
   bool greeted_ = false;  // the panel has said hello, and status 0 has been reported
+  bool sendingFailed_ = false;
   LineBuffer lines_;
   std::string outgoing_;  // taken from pending_
   std::size_t sent_ = 0;  // bytes of outgoing_ that are on their way

@@ -1,0 +1,108 @@
+#include "panelsim/PanelTree.h"
+
+#include <chrono>
+#include <string_view>
+#include <system_error>
+
+#include "model/MacroFile.h"
+#include "model/SiteBrowser.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+constexpr std::string_view kApplications = "c:\\programme\\RV48\\appli\\";
+constexpr std::string_view kMacroStart = "macro", kMacroEnd = ".mac";
+constexpr std::chrono::seconds kSettleTime{2};  // longer than the grain of any file system's times
+
+// A panel has nobody to tell; a file that does not parse shows itself by its name.
+class NoMessages final : public Messages {
+ public:
+  void show(const std::string&, MessageIcon) override {}
+  bool ask(const std::string&, MessageIcon) override { return false; }
+};
+
+// The number of "macroNNN.mac", -1 for another name.
+int numberOf(std::string_view name) {
+  if (name.size() != kMacroStart.size() + 3 + kMacroEnd.size() || !name.starts_with(kMacroStart)) return -1;
+  int number = 0;
+  for (const char digit : name.substr(kMacroStart.size(), 3)) {
+    if (digit < '0' || digit > '9') return -1;
+    number = number * 10 + (digit - '0');
+  }
+  return number;
+}
+
+}  // namespace
+
+PanelTree::PanelTree(const std::filesystem::path& root) : host_(root) {
+  std::error_code error;
+  root_ = std::filesystem::absolute(root, error).lexically_normal();
+}
+
+std::string PanelTree::folder(int workplace) const {
+  return (root_ / format("flash/data/PANEL/macro/workplace%d", workplace)).string();
+}
+
+std::string PanelTree::file(int workplace, int number) const {
+  return folder(workplace) + format("/macro%03d.mac", number);
+}
+
+bool PanelTree::prepare() const {
+  for (int workplace = 1; workplace <= kPanelWorkplaces; ++workplace) {
+    if (!makeFolder(host_, folder(workplace))) return false;
+  }
+  return true;
+}
+
+std::map<int, std::string> PanelTree::names(int workplace) {
+  std::map<int, std::string> names;
+  const std::string where = folder(workplace);
+  for (const std::string& entry : listFolder(host_, where, kMacroEnd)) {
+    if (const int number = numberOf(entry); number >= 0) names[number] = nameOf(where + "/" + entry);
+  }
+  return names;
+}
+
+const std::string& PanelTree::nameOf(const std::string& path) {
+  KnownFile& known = known_[path];
+  std::error_code error;
+  const auto time = std::filesystem::last_write_time(path, error);
+  const auto size = std::filesystem::file_size(path, error);
+  if (!error && known.settled && known.time == time && known.size == size) return known.name;
+  NoMessages silent;
+  known = {.time = time,
+           .size = size,
+           .settled = !error && time + kSettleTime < std::filesystem::file_time_type::clock::now(),
+           .name = {}};
+  if (!readMacroName({host_, silent}, path, known.name) || known.name.empty()) known.name = "???";
+  return known.name;
+}
+
+bool PanelTree::remove(int workplace, int number) const { return removeFile(host_, file(workplace, number)); }
+
+bool PanelTree::rename(int workplace, int number, const std::string& name) const {
+  NoMessages silent;
+  std::string stored = name;
+  return renameMacro({host_, silent}, file(workplace, number), stored);
+}
+
+int PanelTree::seed(const SiteRoot& site) const {
+  int copied = 0;
+  for (const std::string& application : applications(site, kApplications)) {
+    for (const PanelEntry& panel : controlPanels(site, kApplications, application)) {
+      for (int workplace = 1; workplace <= kPanelWorkplaces && !panel.olderFamily; ++workplace) {
+        const std::string from = macroFolder(kApplications, application, panel.name, workplace);
+        for (const std::string& entry : listFolder(site, from, kMacroEnd)) {
+          const int number = numberOf(entry);
+          if (number >= 0 && copyFile(site, from + entry, file(workplace, number))) ++copied;
+        }
+      }
+      if (copied > 0) return copied;
+    }
+  }
+  return copied;
+}
+
+}  // namespace tessaly

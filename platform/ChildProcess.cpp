@@ -1,0 +1,103 @@
+#include "platform/ChildProcess.h"
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace tessaly {
+namespace {
+
+constexpr std::chrono::milliseconds kEndTime{2000}, kEndStep{2};
+constexpr std::size_t kLongestLine = std::size_t{64} * 1024;
+
+// Runs the program with `channel` as its standard input and output; -1 when it cannot be run.
+int spawn(const std::vector<std::string>& command, int channel) {
+  std::vector<char*> arguments;
+  for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
+  arguments.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  if (posix_spawn_file_actions_init(&actions) != 0) return -1;
+  pid_t pid = -1;
+  if (posix_spawn_file_actions_adddup2(&actions, channel, STDIN_FILENO) != 0 ||
+      posix_spawn_file_actions_adddup2(&actions, channel, STDOUT_FILENO) != 0 ||
+      posix_spawn(&pid, arguments[0], &actions, nullptr, arguments.data(), environ) != 0) {
+    pid = -1;
+  }
+  posix_spawn_file_actions_destroy(&actions);
+  return pid;
+}
+
+}  // namespace
+
+bool ChildProcess::start(const std::vector<std::string>& command) {
+  if (command.empty() || running()) return false;
+  int pair[2];
+  // A socket, unlike a pipe, tells of a gone reader by an error and not by a signal.
+  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair) != 0) return false;
+  Descriptor ours(pair[0]);
+  const Descriptor theirs(pair[1]);
+  pid_ = spawn(command, theirs.number());
+  if (pid_ < 0) return false;
+  channel_ = std::move(ours);
+  received_.clear();
+  return true;
+}
+
+bool ChildProcess::writeLine(std::string_view line) {
+  const std::scoped_lock guard(mutex_);
+  const std::string bytes = std::string(line) + "\n";
+  for (std::size_t sent = 0; sent < bytes.size();) {
+    const ssize_t count =
+        ::send(channel_.number(), bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
+    if (count < 0 && errno != EINTR) return false;
+    if (count > 0) sent += static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
+std::optional<std::string> ChildProcess::readLine(int timeoutMs) {
+  while (received_.size() <= kLongestLine) {
+    const std::size_t end = received_.find('\n');
+    if (end != std::string::npos) {
+      std::string line = received_.substr(0, end);
+      received_.erase(0, end + 1);
+      return line;
+    }
+    pollfd waiting{channel_.number(), POLLIN, 0};
+    const int ready = ::poll(&waiting, 1, timeoutMs);
+    if (ready < 0 && errno == EINTR) continue;
+    if (ready <= 0) return std::nullopt;
+    std::array<char, 4096> bytes;
+    const ssize_t count = ::recv(channel_.number(), bytes.data(), bytes.size(), 0);
+    if (count <= 0) return std::nullopt;
+    received_.append(bytes.data(), static_cast<std::size_t>(count));
+  }
+  return std::nullopt;
+}
+
+void ChildProcess::stop() {
+  if (!running()) return;
+  ::shutdown(channel_.number(), SHUT_WR);
+  const auto deadline = std::chrono::steady_clock::now() + kEndTime;
+  int status = 0;
+  while (::waitpid(pid_, &status, WNOHANG) == 0) {
+    if (std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(kEndStep);
+    } else {
+      ::kill(pid_, SIGKILL);
+    }
+  }
+  pid_ = -1;  // the channel stays open for a reader, until the next start
+}
+
+}  // namespace tessaly

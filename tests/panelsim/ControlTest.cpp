@@ -1,0 +1,221 @@
+#include <future>
+#include <set>
+
+#include "PanelFixture.h"
+#include "dictionary/InterfaceFile.h"
+
+namespace tessaly {
+namespace {
+
+ParameterList registerNumber(const std::string& text) {
+  ParameterList list;
+  list.addString("REG", text);
+  return list;
+}
+
+TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
+  tree.write(hostPathOfTree(1, "macro007.mac"), macro("Seven"));
+  start();
+  ASSERT_TRUE(connect());
+  for (int number = 0; number < kPanelMacros; ++number) ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
+  ASSERT_TRUE(connection.subscribe("PANEL.WP3.MFDCOUNT"));
+  EXPECT_TRUE(recorder.waitFor("value PANEL.WP3.MFDCOUNT=2"));
+  const auto events = recorder.events();
+  EXPECT_EQ(std::set(events.begin(), events.end()).size(), 1002U);
+  EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 7) + "=Seven"));
+  EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 8) + "="));
+
+  ParameterList rename = registerNumber("007");
+  rename.addString("NAME", "Grün \"7\"");
+  EXPECT_TRUE(connection.callFunctionId("PANEL.MACRO1.NAME.SET", rename));
+  EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 7) + "=Grün \"7\""));
+  EXPECT_NE(tree.read(hostPathOfTree(1, "macro007.mac")).find("Grün &quot;7&quot;"), std::string::npos);
+
+  EXPECT_EQ(ftp().put(writtenFile(macro("Eight")), folder(1) + "macro008.mac"), FtpClient::Result::kDone);
+  EXPECT_TRUE(connection.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {}));
+  EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 8) + "=Eight"));
+
+  const std::size_t before = recorder.events().size();
+  for (const char* text : {"", "1000", "-07", "0x7", "../7", "999"}) {
+    EXPECT_TRUE(connection.callFunctionId("PANEL.MACRO1.DELETE", registerNumber(text)));
+  }
+  EXPECT_TRUE(connection.callFunctionId("PANEL.MACRO9.DELETE", registerNumber("007")));
+  EXPECT_TRUE(connection.callFunctionId("PANEL.MACRO1.NAME.SET", registerNumber("007")));
+  EXPECT_TRUE(connection.callFunctionId("PANEL.MACRO1.DELETE", registerNumber("007")));
+  EXPECT_TRUE(soon([&] { return recorder.events().size() > before; }));
+  EXPECT_EQ(recorder.events().back(), "value " + nameOf(1, 7) + "=");
+  EXPECT_EQ(tree.read(hostPathOfTree(1, "macro007.mac")), "<missing>");
+  EXPECT_NE(tree.read(hostPathOfTree(1, "macro008.mac")), "<missing>");
+}
+
+TEST_F(PanelTest, ReadingAgainFindsAFileOfTheSameSizeAndABrokenOne) {
+  tree.write(hostPathOfTree(2, "macro000.mac"), macro("AAA"));
+  tree.write(hostPathOfTree(2, "macro1.mac"), macro("no number"));
+  start();
+  tree.write(hostPathOfTree(2, "macro000.mac"), macro("BBB"));
+  tree.write(hostPathOfTree(2, "macro999.mac"), "<macro name=\"cut");
+  panel->reload();
+  EXPECT_EQ(panel->macros(2), (std::vector<std::pair<int, std::string>>{{0, "BBB"}, {999, "???"}}));
+}
+
+TEST_F(PanelTest, FunctionsStandAtASteadyValueWithinTheirRange) {
+  site.write(kPanelInterface, R"(<mfd>
+    <fidsegment_indexed name="K" fidseg="KEY" displayname="Key " min="1" max="4" offset="0"/>
+    <fid name="E.$K" sid="E.$K.V" description=""><enum_parameter name="e"><enum value="ON" description="on"/></enum_parameter></fid>
+    <fid name="I.$K" sid="I.$K.V" description=""><int_parameter name="i" min="-3" max="3"/></fid>
+    <fid name="F.$K" sid="F.$K.V" description=""><float_parameter name="f" min="0.5" max="0.75"/></fid>
+    <fid name="T.$K" sid="T.$K.V" description=""><timecode_parameter name="t"/></fid>
+    <fid name="N.$K" sid="N.$K.V" description=""><input_parameter name="n"/></fid></mfd>)");
+  site.write(kOlderFamilyInterface, "<mfd/>");
+  PanelOptions withSite = options();
+  withSite.site = site.root.path().string();
+  start(withSite);
+  std::set<std::string> integers;
+  for (const char* destination : {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."}) {
+    for (const char* key : {"KEY1", "KEY2", "KEY3", "KEY4"}) {
+      const auto value = [&](const std::string& kind) {
+        const auto found = panel->value(destination + kind + "." + key + ".V");
+        return found ? *found : "none";
+      };
+      EXPECT_EQ(value("E"), "ON");
+      int number = 0;
+      EXPECT_TRUE(ParameterValue(value("I")).getIntValue(number) && number >= -3 && number <= 3)
+          << value("I");
+      integers.insert(value("I"));
+      EXPECT_TRUE(value("F") >= "0.5" && value("F") <= "0.750000") << value("F");
+      EXPECT_TRUE(ParameterValue(value("N")).getIntValue(number) && number >= 1 && number <= 96)
+          << value("N");
+      EXPECT_TRUE(ParameterValue(value("T")).getIntValue(number) && (number & 0xff) < 0x25) << value("T");
+    }
+  }
+  EXPECT_GT(integers.size(), 3U) << "destinations and functions do not all stand at one value";
+  for (const char* name : {"QMF5.I.KEY1.V", "I.KEY1.V", "QMF1.", "QMF1.I.KEY9.V", "PANEL.WP9.MFDCOUNT"}) {
+    EXPECT_FALSE(panel->value(name)) << name;
+  }
+  ASSERT_TRUE(connect());
+  ASSERT_TRUE(connection.subscribe("QMF1.X"));
+  panel->set("QMF1.X", "99");
+  EXPECT_TRUE(recorder.waitFor("value QMF1.X=99"));
+  panel->trigger("PANEL.T", "1");
+  EXPECT_TRUE(recorder.waitFor("trigger PANEL.T=1"));
+}
+
+TEST_F(PanelTest, ControlFaultsDoWhatTheySay) {
+  start();
+  ASSERT_TRUE(panel->setFaults({.control = {.neverAnswer = true}}));
+  auto attempt = std::async(std::launch::async, [&] { return connect(); });
+  EXPECT_TRUE(soon([&] { return panel->connections() == 1; }));
+  connection.disconnect();
+  EXPECT_FALSE(attempt.get());
+
+  ASSERT_TRUE(panel->setFaults({.control = {.delay = std::chrono::milliseconds(120)}, .ftp = {}}));
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_TRUE(connect());
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(120));
+
+  ASSERT_TRUE(panel->setFaults({.control = {.dropAfter = 5}}));
+  for (int number = 0; number < 100; ++number) (void)connection.subscribe(nameOf(1, number));
+  EXPECT_TRUE(recorder.waitFor("status 1"));
+  EXPECT_EQ(recorder.events().size(), 7U) << "status 0, five values, status 1";
+
+  ASSERT_TRUE(panel->setFaults({}));
+  const auto port = panel->controlPort();
+  ASSERT_TRUE(connect());
+  std::string reason;
+  ASSERT_TRUE(panel->restart(std::chrono::milliseconds(0), reason)) << reason;
+  EXPECT_TRUE(soon([&] { return !connection.subscribe("A"); }));
+  EXPECT_EQ(panel->controlPort(), port);
+  EXPECT_TRUE(connect());
+  panel->dropConnections();
+  EXPECT_TRUE(soon([&] { return panel->connections() == 0; }));
+}
+
+TEST_F(PanelTest, PanelsShareAPortOnAddressesOfTheirOwnAndSayWhenItIsTaken) {
+  start();
+  PanelOptions other = options();
+  other.address = "127.0.0.2";
+  other.controlPort = panel->controlPort();
+  TestSite otherTree;
+  other.root = otherTree.root.path().string();
+  PanelSimulator second(other, [](const std::string&) {});
+  std::string reason;
+  EXPECT_TRUE(second.start(reason)) << reason;
+  other.address = "127.0.0.1";
+  EXPECT_FALSE(PanelSimulator(other, [](const std::string&) {}).start(reason));
+  EXPECT_NE(reason.find("cannot listen on 127.0.0.1 port " + std::to_string(other.controlPort)),
+            std::string::npos);
+  other.controlPort = 0;
+  other.ftpPort = panel->ftpPort();
+  EXPECT_FALSE(PanelSimulator(other, [](const std::string&) {}).start(reason));
+  EXPECT_NE(reason.find("no FTP service on 127.0.0.1"), std::string::npos) << reason;
+}
+
+TEST_F(PanelTest, HostileEditorsAreSentAwayAndTheOthersStay) {
+  start();
+  ASSERT_TRUE(connect());
+  struct Case {
+    std::string bytes, last;  // the last line that comes back
+  };
+  const std::string start = R"({"jsonrpc":"2.0","id":1,"method":)";
+  for (const auto& [bytes, last] : std::vector<Case>{
+           {"GET / HTTP/1.1\r\n\r\n", errorLine("null", kErrorNoJson, "no JSON")},
+           {std::string(2 * kLongestLine, 'x'), ""},
+           {"[1,2]\n", errorLine("null", kErrorNoRequest, "no request")},
+           {start + "\"format\"}\n", errorLine("1", kErrorNoMethod, "no such method")},
+           {start + "\"subscribe\",\"params\":{\"name\":4}}\n",
+            errorLine("1", kErrorBadParameters, "\"name\" is no text")},
+           {start + "\"subscribe\",\"params\":{\"name\":\"PANEL.WP1.MFDCOUNT\"}}\n",
+            valueLine(kValueMethod, "PANEL.WP1.MFDCOUNT", "4")},
+           {start +
+                "\"call\",\"params\":{\"function\":\"PANEL.APPLICATION.LOAD.FINISH\",\"parameters\":[]}}\n",
+            answerLine("1")}}) {
+    Socket socket = Socket::beginConnect("127.0.0.1", panel->controlPort());
+    std::string_view left = bytes;
+    std::string heard;
+    for (bool open = true; open;) {
+      std::array<Watch, 1> watch{Watch{.socket = &socket, .forWrite = !left.empty()}};
+      ASSERT_TRUE(waitFor(watch, 10000));
+      std::size_t count = 0;
+      if (watch[0].writable && !left.empty()) {
+        if (socket.send(left, count) == Socket::Transfer::kClosed) count = left.size();
+        left.remove_prefix(count);
+        if (left.empty()) socket.finishSending();
+      }
+      std::array<char, 4096> buffer;
+      count = 0;
+      open = !watch[0].readable || socket.receive(buffer, count) != Socket::Transfer::kClosed;
+      heard.append(buffer.data(), count);
+    }
+    EXPECT_TRUE(heard.ends_with(last)) << bytes.substr(0, 80) << " -> " << heard;
+  }
+  EXPECT_TRUE(connection.subscribe("PANEL.WP1.MFDCOUNT"));
+  EXPECT_TRUE(recorder.waitFor("value PANEL.WP1.MFDCOUNT=4"));
+}
+
+TEST_F(PanelTest, StormOfEditorsAndChangesEndsWithTheLastValueEverywhere) {
+  tree.write(hostPathOfTree(1, "macro000.mac"), macro("start"));
+  start();
+  std::vector<std::thread> threads;
+  std::array<Recorder, 3> recorders;
+  for (Recorder& own : recorders) {
+    threads.emplace_back([&] {
+      XCTLConnection line(kXctlTransportTcp);
+      for (int round = 0; round < 5; ++round) {
+        ASSERT_TRUE(line.connect("127.0.0.1", panel->controlPort(), &own));
+        for (int number = 0; number < 200; ++number) (void)line.subscribe(nameOf(1, number));
+        (void)line.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {});
+      }
+      (void)line.subscribe("PANEL.END");
+      EXPECT_TRUE(own.waitFor("value PANEL.END=end"));
+    });
+  }
+  for (int i = 0; i < 200; ++i) {
+    panel->set(nameOf(1, i), std::to_string(i));
+    if (i % 20 == 0) (void)panel->renameMacro(1, 0, std::to_string(i));
+  }
+  panel->set("PANEL.END", "end");
+  for (std::thread& thread : threads) thread.join();
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,92 @@
+#include <fstream>
+
+#include "PanelFixture.h"
+#include "platform/ChildProcess.h"
+
+namespace tessaly {
+namespace {
+
+using Result = FtpClient::Result;
+
+TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
+  start();
+  const std::string big(300000, 'b'), remote = folder(3) + "macro003.mac", inTree = "/" + remote.substr(1);
+  const std::string local = writtenFile(big), target = hostPath("/got");
+  struct Case {
+    const char* what;
+    FtpFaults faults;
+    std::vector<Result> put, get;
+    std::size_t left;  // bytes on the panel after the upload
+  };
+  const std::vector<Case> table = {
+      {"none", {}, {Result::kDone}, {Result::kDone}, big.size()},
+      {"cut", {.cutAfter = 1000}, {Result::kCut}, {Result::kCut}, 1000},
+      {"cut beyond the end", {.cutAfter = 400000}, {Result::kDone}, {Result::kDone}, big.size()},
+      {"login", {.refuseLogin = true}, {Result::kRefusedLogin}, {Result::kRefusedLogin}, big.size()},
+      {"full", {.diskFull = true}, {Result::kFull}, {Result::kDone}, 0},
+      {"none again", {}, {Result::kDone}, {Result::kDone}, big.size()},
+  };
+  for (const Case& entry : table) {
+    SCOPED_TRACE(entry.what);
+    ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = entry.faults}));
+    EXPECT_EQ(ftp().put(local, remote), entry.put.front());
+    EXPECT_TRUE(soon([&] { return std::filesystem::file_size(hostPath(inTree)) == entry.left; }));
+    // What is to be fetched is whole again, whatever the upload left.
+    std::ofstream(hostPath(inTree), std::ios::trunc) << big;
+    EXPECT_EQ(ftp().get(remote, target), entry.get.front());
+  }
+  EXPECT_EQ(ftp("wrong").get(remote, target), Result::kRefusedLogin);
+  EXPECT_EQ(ftp().get(folder(3) + "macro004.mac", target), Result::kNotFound);
+  EXPECT_EQ(ftp().get("/../../../../../etc/passwd", target), Result::kNotFound)
+      << "the tree is the whole world";
+
+  ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = {.stallTransfer = true}}));
+  FtpClient stalled = ftp();
+  std::thread canceller([&] {
+    EXPECT_TRUE(soon([&] { return logged("ftp: login target", 11); }));
+    stalled.cancel();
+  });
+  EXPECT_EQ(stalled.get(remote, target), Result::kCancelled);
+  canceller.join();
+  panel->stop();
+  EXPECT_EQ(ftp().get(remote, target), Result::kUnreachable);
+}
+
+TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {
+  ChildProcess program;
+  ASSERT_TRUE(program.start({TESSALY_BINARY_DIR "/tessaly-panelsim", "--control-port", "0", "--ftp-port", "0",
+                             "--root", tree.root.path().string(), "--site", site.root.path().string()}));
+  std::string ready;
+  while (!ready.starts_with("ready ")) {
+    const auto line = program.readLine(20000);
+    ASSERT_TRUE(line);
+    ready = *line;
+  }
+  const std::string mark = " ftp 127.0.0.1:";
+  const int port = std::stoi(ready.substr(ready.find(mark) + mark.size()));
+  FtpClient client("127.0.0.1", static_cast<std::uint16_t>(port), {.user = "target", .secret = "vintrosa"});
+  const std::string local = writtenFile(macro("By FTP"));
+  EXPECT_EQ(client.put(local, folder(8) + "macro005.mac"), Result::kDone);
+  const auto answerTo = [&](const std::string& command, const std::string& start) {
+    EXPECT_TRUE(program.writeLine(command));
+    std::optional<std::string> line = program.readLine(10000);
+    while (line && !line->starts_with(start)) line = program.readLine(10000);
+    return line.value_or("no answer");
+  };
+  EXPECT_EQ(answerTo("reload", "workplace"), "workplace 8, macro 005: By FTP");
+  EXPECT_EQ(answerTo("list 8", "workplace"), "workplace 8: 005 - By FTP");
+  EXPECT_EQ(answerTo("rename 8 5 New  name", "workplace"), "workplace 8, macro 005: New  name");
+  EXPECT_EQ(answerTo("mfd 8 3\nget PANEL.WP8.MFDCOUNT", "3"), "3");
+  EXPECT_EQ(answerTo("fault refuse-login", "fault"), "fault refuse-login");
+  EXPECT_EQ(client.put(local, folder(8) + "macro006.mac"), Result::kRefusedLogin);
+  EXPECT_EQ(answerTo("fault off", "fault"), "fault off");
+  EXPECT_EQ(answerTo("restart", "back"), "back");
+  EXPECT_EQ(client.put(local, folder(8) + "macro006.mac"), Result::kDone);
+  EXPECT_EQ(answerTo("delete 8 5", "workplace"), "workplace 8, macro 005: no macro");
+  program
+      .stop();  // the end of its input leaves it serving, so it is killed: the server has to notice by itself
+  EXPECT_TRUE(soon([&] { return client.put(local, folder(8) + "macro007.mac") == Result::kUnreachable; }));
+}
+
+}  // namespace
+}  // namespace tessaly

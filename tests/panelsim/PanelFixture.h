@@ -1,0 +1,89 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "panelsim/PanelSimulator.h"
+#include "platform/FtpClient.h"
+#include "tests/support/TestSite.h"
+#include "tests/xctl/ScriptedPeer.h"
+
+namespace tessaly {
+
+// A simulated panel on free ports over a tree of its own.
+class PanelTest : public testing::Test {
+ protected:
+  static std::string folder(int workplace) {
+    return "/flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/";
+  }
+  static std::string macro(const std::string& name) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<macro name=\"" + name + "\"><data/></macro>\n";
+  }
+  static std::string nameOf(int workplace, int number) {
+    return "PANEL.MACRO" + std::to_string(workplace) + ".REG" + std::to_string(number) + ".NAME";
+  }
+
+  PanelOptions options() {
+    PanelOptions options;
+    options.controlPort = options.ftpPort = 0;
+    options.root = tree.root.path().string();
+    return options;
+  }
+  void start(PanelOptions chosen) {
+    panel = std::make_unique<PanelSimulator>(std::move(chosen), [this](const std::string& line) {
+      const std::scoped_lock guard(mutex_);
+      log_.push_back(line);
+    });
+    std::string reason;
+    ASSERT_TRUE(panel->start(reason)) << reason;
+  }
+  void start() { start(options()); }
+
+  bool connect() { return connection.connect("127.0.0.1", panel->controlPort(), &recorder); }
+  FtpClient ftp(const std::string& secret = "vintrosa") {
+    return {"127.0.0.1", panel->ftpPort(), {.user = "target", .secret = secret}};
+  }
+  // A file in the tree, as `tree` takes it.
+  std::string hostPathOfTree(int workplace, const std::string& file) const {
+    return tree.root.path().string() + folder(workplace) + file;
+  }
+  // A file with these bytes outside of the tree.
+  std::string writtenFile(const std::string& bytes) {
+    site.write("c:\\sent", bytes);
+    return site.root.resolve("c:\\sent").string();
+  }
+  bool logged(const std::string& line, std::ptrdiff_t times) {
+    const std::scoped_lock guard(mutex_);
+    return std::count(log_.begin(), log_.end(), line) >= times;
+  }
+  // By the panel's own path.
+  std::string hostPath(const std::string& path) { return panel->root() + path; }
+  static bool soon(const std::function<bool()>& holds) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!holds()) {
+      if (std::chrono::steady_clock::now() > deadline) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+  }
+
+  TestSite tree, site;
+  Recorder recorder;
+  XCTLConnection connection{kXctlTransportTcp};
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::string> log_;
+
+ protected:
+  std::unique_ptr<PanelSimulator> panel;  // ends before what it logs to
+};
+
+}  // namespace tessaly
