@@ -17,7 +17,8 @@ namespace tessaly::bench {
 namespace {
 
 constexpr int kCommands = 10'000;
-constexpr int kFunctions = 1'000;  // different ones in the macro
+constexpr int kRun = 10;    // commands in a row whose functions are neighbours
+constexpr int kRuns = 100;  // different ones
 constexpr int kClassicCommands = 5'000;
 constexpr int kKeywords = 40;
 constexpr std::uint8_t kDevice = 0x05, kFirstCode = 0x01, kCodes = 8;
@@ -29,11 +30,12 @@ class StandardError : public Messages {
   bool ask(const std::string&, MessageIcon) override { return false; }
 };
 
-// A site with 100,000 functions, a macro that calls 1,000 of them with one value each, every eighth command a
-// classic one, and the decoding lists for those.
+// A site with 100,000 functions, a macro that calls 1,000 of them with one value each, as one function at
+// several destinations is entered; every eighth command a classic one, and the decoding lists for those.
 struct Sample {
   SiteRoot root = siteWithInterface(100'000, 5'200'000);
   FunctionDictionary dictionary;
+  DecodingLists lists{root};  // kept as long as the program runs, as in the window
 
   Sample() {
     const auto report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
@@ -74,15 +76,16 @@ struct Sample {
     std::string text = "<macro name=\"Bench\">\n    <data>\n";
     for (int number = 0; number < kCommands; ++number) {
       const bool classic = number % 8 == 0;
-      const auto index = static_cast<std::size_t>(number % kFunctions) * 7919 % dictionary.functionCount();
-      const std::string name = classic ? "NCSCOMMAND" : std::string(dictionary.name(index));
+      const auto index = static_cast<std::size_t>(number / kRun % kRuns * 7919 + number % kRun);
+      const std::string name =
+          classic ? "NCSCOMMAND" : std::string(dictionary.name(index % dictionary.functionCount()));
       text += format("        <cmd fid=\"QMF%d.%s\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\">\n",
                      number % 4 + 1, name.c_str());
       if (classic) {
         const auto code = static_cast<std::uint8_t>(kFirstCode + number / 8 % kCodes);
         text += format("            <param name=\"CMD\" value=\"%s\" />\n",
                        classicCommand(number, code).text().c_str());
-      } else if (number % 3 == 0) {
+      } else if (number % 2 == 0) {
         text += format("            <param name=\"shape\" value=\"%d\" />\n", number % 20);
       } else {
         text += format("            <param name=\"level\" value=\"0.%d\" />\n", number % 100);
@@ -93,23 +96,21 @@ struct Sample {
   }
 };
 
-const Sample& sample() {
-  static const Sample made;
+Sample& sample() {
+  static Sample made;
   return made;
 }
 
 void loadAndShow() {
   StandardError messages;
-  DecodingLists lists(sample().root);
   MacroCommands commands;
   Sample::require(loadCommands({sample().root, messages}, kMacro, true, commands) &&
                   commands.size() == kCommands);
-  std::vector<std::string> lines;
-  lines.reserve(commands.size());
   for (const MacroCommand& command : commands) {
-    lines.push_back(commandLine(command, {.showDestination = true}, {sample().dictionary, lists}));
+    const std::string line =
+        commandLine(command, {.showDestination = true}, {sample().dictionary, sample().lists});
+    keep(line.data());
   }
-  keep(lines.data());
 }
 
 void bareLoad() {

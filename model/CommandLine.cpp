@@ -23,6 +23,7 @@ constexpr std::string_view kPanel = "PANEL";
 constexpr std::string_view kKeyDestination = "QMF1";  // keys always go to the first mainframe
 constexpr std::string_view kInputFamily = "INPUT_5";
 constexpr std::string_view kInputPrefix = "INPUT";
+constexpr std::size_t kUsualLength = 120;  // bytes
 constexpr std::string_view kDegreeUnit = "[\xC2\xB0]";
 
 std::string_view separator(const LineOptions& options) { return options.tabs ? kTabSeparator : kSeparator; }
@@ -60,78 +61,88 @@ std::string_view converted(std::string_view stored) {
   return stored.empty() ? std::string_view("0") : stored;
 }
 
-std::string integerText(const IntegerParameter& parameter, const std::string& stored) {
-  if (!parameter.scaled) return parameter.description + stored;
-  if (parameter.min == parameter.max) return stored + '%';
-  return shownInteger(parameter, converted(stored), ValueMode::kDisplay) + '%';
+void appendInteger(std::string& line, const IntegerParameter& parameter, std::string_view stored) {
+  if (!parameter.scaled) {
+    line.append(parameter.description).append(stored);
+  } else if (parameter.min == parameter.max) {
+    line.append(stored).append("%");
+  } else {
+    line.append(shownInteger(parameter, converted(stored), ValueMode::kDisplay)).append("%");
+  }
 }
 
-std::string floatText(const FloatParameter& parameter, bool incremental, const std::string& stored) {
-  if (incremental) return shownFloat(parameter, true, converted(stored), ValueMode::kDisplay);
-  if (parameter.min == parameter.max) return stored;
-  std::string text = shownFloat(parameter, false, converted(stored), ValueMode::kDisplay);
-  switch (parameter.unit) {
+std::string_view unitText(FloatUnit unit) {
+  switch (unit) {
     case FloatUnit::kNone:
-      break;
+      return {};
     case FloatUnit::kPercent:
-      text += '%';
-      break;
+      return "%";
     case FloatUnit::kDegree:
-      text += kDegreeUnit;
-      break;
+      return kDegreeUnit;
   }
-  return text;
+  return {};
+}
+
+void appendFloat(std::string& line, const FloatParameter& parameter, bool incremental,
+                 std::string_view stored) {
+  if (incremental) {
+    line += shownFloat(parameter, true, converted(stored), ValueMode::kDisplay);
+  } else if (parameter.min == parameter.max) {
+    line += stored;
+  } else {
+    line.append(shownFloat(parameter, false, converted(stored), ValueMode::kDisplay));
+    line.append(unitText(parameter.unit));
+  }
 }
 
 // Nothing when the function has no parameter of that name.
-std::optional<std::string> shownParameter(const FunctionRecord& function, bool incremental,
-                                          const MacroParameter& parameter,
-                                          const FunctionDictionary& dictionary) {
+void appendParameter(std::string& line, const MacroParameter& parameter, const FunctionRecord& function,
+                     const FunctionDictionary& dictionary, std::string_view separatorText) {
   const FunctionTemplate& definition = function.definition();
   const std::string& stored = parameter.value;
-  if (named(definition.inputs, parameter.name)) return std::string(inputDisplayName(dictionary, stored));
-  if (const EnumParameter* found = named(definition.enums, parameter.name)) {
-    return std::string(" ").append(enumDescription(*found, stored));
+  if (named(definition.inputs, parameter.name)) {
+    line.append(separatorText).append(inputDisplayName(dictionary, stored));
+  } else if (const EnumParameter* choice = named(definition.enums, parameter.name)) {
+    line.append(separatorText).append(" ").append(enumDescription(*choice, stored));
+  } else if (const IntegerParameter* whole = named(definition.integers, parameter.name)) {
+    appendInteger(line.append(separatorText), *whole, stored);
+  } else if (const FloatParameter* real = named(definition.floats, parameter.name)) {
+    appendFloat(line.append(separatorText), *real, function.incremental(), stored);
+  } else if (named(definition.timecodes, parameter.name)) {
+    line.append(separatorText).append(Timecode::fromStored(stored).display());
   }
-  if (const IntegerParameter* found = named(definition.integers, parameter.name)) {
-    return integerText(*found, stored);
-  }
-  if (const FloatParameter* found = named(definition.floats, parameter.name)) {
-    return floatText(*found, incremental, stored);
-  }
-  if (named(definition.timecodes, parameter.name)) return Timecode::fromStored(stored).display();
-  return std::nullopt;
 }
 
-std::string descriptiveText(const MacroCommand& command, const LineOptions& options,
-                            const FunctionDictionary& dictionary) {
+void appendDescriptive(std::string& line, const MacroCommand& command, const LineOptions& options,
+                       const FunctionDictionary& dictionary) {
   const std::optional<FunctionRecord> function = dictionary.find(command.functionName());
-  if (!function) return std::string(kUnknownFunction).append(command.functionName());
-  std::string line = function->description();
-  const bool incremental = function->incremental();
-  for (const MacroParameter& parameter : command.parameters) {
-    if (const auto text = shownParameter(*function, incremental, parameter, dictionary)) {
-      line.append(separator(options)).append(*text);
-    }
+  if (!function) {
+    line.append(kUnknownFunction).append(command.functionName());
+    return;
   }
-  return line;
+  line += function->description();
+  for (const MacroParameter& parameter : command.parameters) {
+    appendParameter(line, parameter, *function, dictionary, separator(options));
+  }
 }
 
-std::string rawText(const MacroCommand& command) {
-  std::string line = replaceAll(std::string(command.functionName()), ".", " - ");
+void appendRaw(std::string& line, const MacroCommand& command) {
+  line += replaceAll(std::string(command.functionName()), ".", " - ");
   std::string_view before = " Parameter: ";
   for (const MacroParameter& parameter : command.parameters) {
     line.append(before).append(parameter.name).append(": \"").append(parameter.value).append("\"");
     before = ",  ";
   }
-  return line;
 }
 
-std::string shownDestination(std::string_view destination, std::string_view workplace,
-                             const LineOptions& options) {
-  if (!options.showDestination) return {};
-  if (options.raw) return std::string(destination).append(kDestinationEnd);
-  return destinationLabel(destination, workplace);
+void appendDestination(std::string& line, std::string_view destination, std::string_view workplace,
+                       const LineOptions& options) {
+  if (!options.showDestination) return;
+  if (options.raw) {
+    line.append(destination).append(kDestinationEnd);
+  } else {
+    line += destinationLabel(destination, workplace);
+  }
 }
 
 std::string classicText(const ClassicCommand& command, const LineOptions& options, DecodingLists& lists) {
@@ -143,11 +154,11 @@ std::string classicText(const ClassicCommand& command, const LineOptions& option
 // word even when it is not shown; a key's line does not.
 enum class ClassicHolder { kMacroFile, kKeyFile };
 
-std::string frameClassic(ClassicHolder holder, std::string_view destination, std::string_view workplace,
-                         std::string_view text, const LineOptions& options) {
-  std::string line = shownDestination(destination, workplace, options);
+void appendClassic(std::string& line, ClassicHolder holder, std::string_view destination,
+                   std::string_view workplace, std::string_view text, const LineOptions& options) {
+  appendDestination(line, destination, workplace, options);
   if (holder == ClassicHolder::kMacroFile) line += destination;
-  return line.append(options.raw ? kRawClassicWord : kClassicWord).append(text);
+  line.append(options.raw ? kRawClassicWord : kClassicWord).append(text);
 }
 
 }  // namespace
@@ -155,14 +166,19 @@ std::string frameClassic(ClassicHolder holder, std::string_view destination, std
 std::string commandLine(const MacroCommand& command, const LineOptions& options, const LineContext& context,
                         bool updated) {
   std::string line;
+  line.reserve(kUsualLength);
   if (command.classic()) {
     ClassicCommand decoded;
     if (!command.parameters.empty()) decoded.decodeText(command.parameters.front().value);
-    line = frameClassic(ClassicHolder::kMacroFile, command.destination(), command.workplace,
-                        classicText(decoded, options, context.decodingLists), options);
+    appendClassic(line, ClassicHolder::kMacroFile, command.destination(), command.workplace,
+                  classicText(decoded, options, context.decodingLists), options);
   } else {
-    line = shownDestination(command.destination(), command.workplace, options) +
-           (options.raw ? rawText(command) : descriptiveText(command, options, context.dictionary));
+    appendDestination(line, command.destination(), command.workplace, options);
+    if (options.raw) {
+      appendRaw(line, command);
+    } else {
+      appendDescriptive(line, command, options, context.dictionary);
+    }
   }
   if (updated) line.append(separator(options)).append(kUpdated);
   return line;
@@ -171,7 +187,9 @@ std::string commandLine(const MacroCommand& command, const LineOptions& options,
 std::string keyCommandLine(const ClassicCommand& command, const LineOptions& options,
                            const LineContext& context) {
   const std::string text = replaceAll(classicText(command, options, context.decodingLists), "|", "-");
-  return frameClassic(ClassicHolder::kKeyFile, kKeyDestination, {}, text, options);
+  std::string line;
+  appendClassic(line, ClassicHolder::kKeyFile, kKeyDestination, {}, text, options);
+  return line;
 }
 
 std::string destinationLabel(std::string_view destination, std::string_view workplace) {

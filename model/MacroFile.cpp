@@ -41,9 +41,9 @@ bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, Mac
   TiXmlDocument document;
   if (!loadOrReport(site, path, document)) return false;
   commands.clear();
-  const TiXmlElement* data = macroData(document);
+  TiXmlElement* data = macroData(document);
   if (!data) return false;
-  commands = commandsOf(*data, fresh);
+  commands = takeCommands(*data, fresh);
   return true;
 }
 

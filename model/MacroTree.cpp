@@ -21,6 +21,14 @@ constexpr const char* kGroup = "group";
 constexpr const char* kModule = "module";
 constexpr const char* kWidget = "widget";
 
+// The attributes of a command and the fields that they fill.
+constexpr std::pair<std::string_view, std::string MacroCommand::*> kFields[] = {
+    {kFid, &MacroCommand::fid},
+    {kWorkplace, &MacroCommand::workplace},
+    {kGroup, &MacroCommand::group},
+    {kModule, &MacroCommand::module},
+    {kWidget, &MacroCommand::widget}};
+
 // Decided as the parser decides it: a declaration that names no encoding means UTF-8 too.
 bool holdsUtf8(const TiXmlDocument& document) {
   for (const TiXmlNode* node = document.FirstChild(); node; node = node->NextSibling()) {
@@ -32,10 +40,15 @@ bool holdsUtf8(const TiXmlDocument& document) {
   return false;
 }
 
-MacroParameter readParameter(const TiXmlElement& element) {
-  MacroParameter parameter;
+std::size_t countOf(const TiXmlElement& parent, const char* name) {
+  std::size_t count = 0;
+  for (auto* child = parent.FirstChildElement(name); child; child = child->NextSiblingElement(name)) ++count;
+  return count;
+}
+
+void readParameter(const TiXmlElement& element, MacroParameter& parameter) {
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
-    const std::string& name = attribute->NameTStr();
+    const std::string_view name = attribute->NameTStr();
     if (name == kName) {
       parameter.name = attribute->ValueStr();
     } else if (name == kValue) {
@@ -43,30 +56,23 @@ MacroParameter readParameter(const TiXmlElement& element) {
     }
   }
   parameter.shownValue = parameter.value;
-  return parameter;
 }
 
-MacroCommand readCommand(const TiXmlElement& element) {
-  static constexpr std::pair<const char*, std::string MacroCommand::*> kFields[] = {
-      {kFid, &MacroCommand::fid},
-      {kWorkplace, &MacroCommand::workplace},
-      {kGroup, &MacroCommand::group},
-      {kModule, &MacroCommand::module},
-      {kWidget, &MacroCommand::widget}};
-  MacroCommand command;
+void readCommand(const TiXmlElement& element, MacroCommand& command) {
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
+    const std::string_view attributeName = attribute->NameTStr();
     for (const auto& [name, field] : kFields) {
-      if (attribute->NameTStr() == name) {
+      if (attributeName == name) {
         command.*field = attribute->ValueStr();
         break;
       }
     }
   }
+  command.parameters.reserve(countOf(element, kParameter));
   for (const TiXmlElement* child = element.FirstChildElement(kParameter); child;
        child = child->NextSiblingElement(kParameter)) {
-    command.parameters.push_back(readParameter(*child));
+    readParameter(*child, command.parameters.emplace_back());
   }
-  return command;
 }
 
 // Texts go in as C strings: a NUL in the file would make it unreadable.
@@ -128,12 +134,17 @@ TiXmlElement* macroData(TiXmlDocument& document) {
   return macro ? macro->FirstChildElement(kData) : nullptr;
 }
 
-MacroCommands commandsOf(const TiXmlElement& data, bool fresh) {
+MacroCommands takeCommands(TiXmlElement& data, bool fresh) {
   MacroCommands commands;
-  for (const TiXmlElement* element = data.FirstChildElement(kCommand); element;
-       element = element->NextSiblingElement(kCommand)) {
-    commands.push_back(readCommand(*element));
-    if (fresh) commands.back().firstMarker = false;
+  commands.reserve(countOf(data, kCommand));
+  TiXmlElement* element = data.FirstChildElement(kCommand);
+  while (element) {
+    MacroCommand& command = commands.emplace_back();
+    readCommand(*element, command);
+    command.firstMarker = !fresh;
+    TiXmlElement* const next = element->NextSiblingElement(kCommand);
+    data.RemoveChild(element);
+    element = next;
   }
   return commands;
 }
