@@ -157,8 +157,10 @@ TEST_F(ClassicBuilderTest, WritesWhatAnActionBringsByItself) {
     EXPECT_TRUE(builder.complete()) << entry.text;
     EXPECT_EQ(builder.command().text(), entry.text);
     EXPECT_EQ(builder.description(), entry.described);
-    EXPECT_EQ(ClassicBuilder(lists, builder.command()).chosenAction(),
-              entry.action > 0 && entry.action < 4 ? 0 : entry.action);
+    const bool toLimit = entry.action >= 1 && entry.action <= 3;
+    EXPECT_EQ(ClassicBuilder(lists, builder.command()).chosenAction(), toLimit ? 0 : entry.action);
+    if (toLimit) EXPECT_TRUE(builder.setNumber(builder.parameterRows().size() - 1, 50));
+    EXPECT_EQ(builder.chosenAction(), toLimit ? 0 : entry.action);
   }
 }
 
@@ -186,6 +188,7 @@ TEST_F(ClassicBuilderTest, LimitsWhatIsTyped) {
       {"pt_Analog \"v\"\n:0xff 0xff \"\"\n:0x01 0x00 \"\"\n", 0, 100, "Range: 0% / 100%", "ff ff ", "01 00 "},
       {bi + ":0x03 0x00 \"\"\n:0xe8 0x03 \"\"\n", -100, 100, "Range: -100% / +100%", "00 00 ", "e8 03 "},
       {bi + ":0x00 0x00 \"\"\n:0xe8 0x03 \"\"\n", 0, 100, "Range: -100% / +100%", "00 00 ", "e8 03 "},
+      {bi + ":0xe8 0x03 \"\"\n:0xe8 0x03 \"\"\n", -100, 0, "Range: -100% / +100%", "00 00 ", "e8 03 "},
       {bi + ":0xe8 0x03 \"\"\n:0x09 0x00 \"\"\n", 0, 9, "Range: 0 / 9", "00 00 ", "09 00 "},
   };
   for (const auto& entry : cases) {
@@ -242,7 +245,10 @@ std::string choose(ClassicBuilder& builder, std::size_t row, std::size_t pick) {
 void chooseAndReadBack(ClassicBuilder& builder, const KeywordEntry& entry, DecodingLists& lists,
                        std::size_t pick) {
   std::vector<std::string> shown(entry.parameters.size());
-  for (std::size_t i = shown.size(); i-- > 0;) shown[i] = choose(builder, i, pick);
+  for (std::size_t i = shown.size(); i-- > 0;) {
+    EXPECT_TRUE(builder.complete() || builder.command().parameters().empty());
+    shown[i] = choose(builder, i, pick);
+  }
   ASSERT_TRUE(builder.complete()) << builder.path();
 
   std::string expected = groupName(builder.command().cd(), builder.command().co()) + " - " + entry.longName;
@@ -381,6 +387,10 @@ TEST_F(ClassicBuilderTest, LoadsCommandsThatDoNotFit) {
     EXPECT_EQ(builder.complete(), entry.complete) << entry.text;
     EXPECT_EQ(builder.command().text(), entry.text);
   }
+  ClassicBuilder longer(lists,
+                        loaded("28 10 01 01 05 00 07 01 99 "));  // a byte more than the parameters take
+  ASSERT_TRUE(longer.setNumber(0, 6));
+  EXPECT_EQ(longer.command().text(), "28 10 01 01 06 00 07 01 99 ");
   ClassicBuilder builder(lists, loaded(cases[0].text));
   EXPECT_FALSE(builder.chooseFunction(7));
   EXPECT_THAT(builder.parameterRows(), ElementsAre("wrong keyword index..."));

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "model/DecodingList.h"
+#include "platform/Text.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -20,49 +21,48 @@ ClassicCommand command(std::uint8_t action, std::vector<std::uint8_t> parameters
   return built;
 }
 
+// One line an entry, with its parameters and rows.
+std::string summary(const DecodingList& list) {
+  std::string text;
+  for (const KeywordEntry& entry : list.entries()) {
+    text += format("%d/%d/%d %s|%s", entry.keyword, entry.subCode, entry.thirdByte, entry.shortName.c_str(),
+                   entry.longName.c_str());
+    for (const ParameterDescriptor& parameter : entry.parameters) {
+      text += format(" [%d %s", static_cast<int>(parameter.type), parameter.name.c_str());
+      if (parameter.numericAttribute != 0) text += format("#%d", parameter.numericAttribute);
+      for (const ParameterLimit* limit : {&parameter.minimum, &parameter.neutral, &parameter.maximum}) {
+        if (limit->known) text += format(" %d%s", static_cast<int>(limit->value), limit->text.c_str());
+      }
+      for (std::size_t i = 0; i < parameter.rowCount; ++i) {
+        const EnumerationRow& row = entry.rows[parameter.firstRow + i];
+        text += format(" %x=%s|%s", row.value, row.shortName.c_str(), row.longName.c_str());
+      }
+      text += "]";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
 TEST(DecodingList, ReadsEveryKindOfLine) {
   const auto list = parse(
-      "CD=0x10\r\n\r\n  CO - 0x05 0x1f\r\n"
+      " \tCD=0x10\r\n\r\n  CO - 0x05 0x1f\r\n"
       "free text\n"
       "[0x01]0x03 \"short\" \"long name\" 0x7f\n"
       "[0x02-0x1F,\"\";\n"
       "pt_Byte \" 12x\"\n: 0x01 0x00\n: 0x09\n: 0x08\n"
       "pt_WordEnum \"mode\"\n: 0x34 0x12 \"a\"\n:0x01=0x00 \"b\" \"bee\"\n"
       "pt_LongEnum \"\"\n:0x01 0x02 0x03 0x84 \"c\"\n"
-      "pt_Analog \"gain\"\n:0x9c 0xff \"lowest\"\n:0x64 0x00\"dB\"\n"
+      "pt_Analog \"gain\"\n:0x9c 0xff \"low\"\n:0x64 0x00\"dB\"\n"
       "pt_AnalogBi \"x\"\n:0x00 0x00 \"l\"\n:0x10 0x00 \"m\"\n:0xff 0xff \"r\"\n"
       "pt_Other \"own\"\n: nothing that matters\n"
       "pt_Input \"in\"\n: nothing either\n"
       "pt_Clipname \"clip\"\n");
   ASSERT_TRUE(list);
-  ASSERT_EQ(list->entries().size(), 2u);
-  const KeywordEntry& first = list->entries()[0];
-  EXPECT_EQ(first.subCode, 3);
-  EXPECT_EQ(first.longName, "long name");
-  EXPECT_EQ(first.thirdByte, 0x7f);
-  const KeywordEntry& entry = list->entries()[1];
-  EXPECT_EQ(entry.keyword, 2);
-  EXPECT_EQ(entry.thirdByte, -1);
-  EXPECT_EQ(entry.longName, "");
-  ASSERT_EQ(entry.parameters.size(), 8u);
-  EXPECT_EQ(entry.parameters[0].name, "");
-  EXPECT_EQ(entry.parameters[0].numericAttribute, 12);
-  EXPECT_EQ(entry.parameters[0].minimum.value, 1);
-  EXPECT_EQ(entry.parameters[0].maximum.value, 8);
-  ASSERT_EQ(entry.rows.size(), 3u);
-  EXPECT_EQ(entry.rows[0].value, 0x1234u);
-  EXPECT_EQ(entry.rows[1].longName, "bee");
-  EXPECT_EQ(entry.rows[2].value, 0x84030201u);
-  EXPECT_EQ(entry.rows[2].longName, "c");
-  EXPECT_EQ(entry.parameters[2].firstRow, 2u);
-  EXPECT_EQ(entry.parameters[3].minimum.value, -100);
-  EXPECT_EQ(entry.parameters[3].minimum.text, "lowest");
-  EXPECT_EQ(entry.parameters[3].maximum.value, 100);
-  EXPECT_EQ(entry.parameters[4].neutral.value, 16);
-  EXPECT_EQ(entry.parameters[4].maximum.value, 65535);
-  EXPECT_EQ(entry.parameters[5].type, ParameterType::kUnknown);
-  EXPECT_EQ(entry.parameters[5].name, "own");
-  EXPECT_EQ(entry.parameters[7].type, ParameterType::kClipname);
+  EXPECT_EQ(summary(*list),
+            "1/3/127 short|long name\n"
+            "2/31/-1 | [1 #12 1 8] [4 mode 1234=a|a 1=b|bee] [6  84030201=c|c] [8 gain -100low 100dB]"
+            " [9 x 0l 16m 65535r] [0 own] [7 in] [12 clip]\n");
 }
 
 TEST(DecodingList, TestsTheCommandCodeInItsOwnSense) {
