@@ -1,1 +1,11 @@
-int main() { return 0; }
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/CommandTable.h"
+
+int main(int count, char** words) {
+  std::ios::sync_with_stdio(false);
+  return tessaly::runCommandLine(std::vector<std::string>(words + (count > 0 ? 1 : 0), words + count),
+                                 std::cout, std::cerr);
+}

@@ -1,0 +1,19 @@
+#include "cli/Commands.h"
+#include "model/ClassicCommand.h"
+#include "model/ClassicDescription.h"
+
+namespace tessaly {
+
+int runClassic(CommandSession& session, Arguments& arguments) {
+  if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
+  ClassicCommand command;
+  command.decodeText(arguments[0]);
+  const bool valid = command.valid();
+  session.field("valid", valid ? "yes" : "no");
+  session.field("text", command.text());
+  session.field("debug", valid ? command.debugText() : std::string());
+  session.field("description", valid ? describeClassic(command, session.decodingLists()) : std::string());
+  return kExitDone;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,233 @@
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "cli/Commands.h"
+#include "cli/PanelLine.h"
+#include "link/MacroNames.h"
+#include "link/PanelAddress.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kAnswer{3000};  // a panel that has not answered by then does not answer
+constexpr milliseconds kQuiet{500};    // without a further value, this was the last one
+constexpr int kUsualFtpPort = 21;
+constexpr int kHighestPort = 65535;
+constexpr const char* kLost = "the connection to the panel was lost";
+
+// One run of a panel command: its words, and the panel.
+struct PanelTask {
+  CommandSession& session;
+  Arguments& arguments;
+  PanelPlace place{};
+  bool json = false;
+  int count = 0;  // of values to watch; 0: no end
+  int workplace = 0;
+  int number = 0;
+
+  [[nodiscard]] const std::string& word(std::size_t i) const { return arguments[i]; }
+};
+
+std::string numberText(int number) { return format("%03d", number); }
+
+int unreachable(const PanelTask& task) {
+  return task.session.failed("cannot connect to the panel at " + task.place.control());
+}
+
+// Waits for a value of the macro's name that meets the condition, among those that are on their way.
+std::optional<std::string> awaitText(PanelLine& line, const std::function<bool(const std::string&)>& wanted) {
+  const auto deadline = std::chrono::steady_clock::now() + kAnswer;
+  while (true) {
+    const auto left = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now());
+    const auto value = line.next(left);
+    if (!value) return std::nullopt;
+    if (wanted(value->text)) return value->text;
+  }
+}
+
+bool anyText(const std::string&) { return true; }
+bool isEmpty(const std::string& text) { return text.empty(); }
+bool isNotEmpty(const std::string& text) { return !text.empty(); }
+
+int unconfirmed(const PanelTask& task, const PanelLine& line) {
+  return task.session.failed(line.connected() ? "the panel did not confirm" : kLost);
+}
+
+int runList(PanelTask& task) {
+  PanelLine line(task.session.root(), task.place);
+  if (!line.open()) return unreachable(task);
+  for (int number = 0; number < kPanelMacroNumbers; ++number) {
+    line.subscribe(macroNameValue(task.workplace, number));
+  }
+  std::map<int, std::string> names;
+  while (names.size() < static_cast<std::size_t>(kPanelMacroNumbers)) {
+    const auto value = line.next(names.empty() ? kAnswer : kQuiet);
+    if (!value) break;
+    names[macroNumberOf(value->name)] = value->text;
+  }
+  if (!line.connected()) return task.session.failed(kLost);
+  if (names.empty()) return task.session.failed("the panel sent no macro names");
+  std::erase_if(names, [](const auto& entry) { return entry.second.empty(); });
+  if (task.json) {
+    auto rows = nlohmann::ordered_json::array();
+    for (const auto& [number, name] : names) {
+      rows.push_back({{"number", numberText(number)}, {"name", outputText(name)}});
+    }
+    task.session.out() << rows.dump(2) << '\n';
+    return kExitDone;
+  }
+  for (const auto& [number, name] : names) task.session.line(numberText(number) + " - " + name);
+  return kExitDone;
+}
+
+int runGet(PanelTask& task) {
+  PanelLine line(task.session.root(), task.place);
+  const std::string reason = line.get(task.workplace, task.number, sitePathOf(task.word(4)));
+  return reason.empty() ? kExitDone : task.session.failed(reason);
+}
+
+int runPut(PanelTask& task) {
+  PanelLine line(task.session.root(), task.place);
+  // First, so that no macro is sent that the panel could not be told of.
+  if (!line.open()) return unreachable(task);
+  const std::string reason = line.put(task.workplace, task.number, sitePathOf(task.word(4)));
+  if (!reason.empty()) return task.session.failed(reason);
+  line.subscribe(macroNameValue(task.workplace, task.number));
+  const auto name = awaitText(line, isNotEmpty);
+  if (!name) return unconfirmed(task, line);
+  task.session.line(numberText(task.number) + " - " + *name);
+  return kExitDone;
+}
+
+// Subscribes the macro's name and asks for a change once it is known that there is such a macro; the name
+// that the panel publishes then is its only answer.
+int change(PanelTask& task, const std::function<bool(PanelLine&)>& ask,
+           const std::function<bool(const std::string&)>& changed) {
+  PanelLine line(task.session.root(), task.place);
+  if (!line.open()) return unreachable(task);
+  line.subscribe(macroNameValue(task.workplace, task.number));
+  const auto before = awaitText(line, anyText);
+  if (!before) return unconfirmed(task, line);
+  if (before->empty()) {
+    return task.session.failed("workplace " + task.word(2) + " has no macro " + numberText(task.number));
+  }
+  if (changed(*before)) return kExitDone;
+  if (!ask(line)) return task.session.failed(kLost);
+  return awaitText(line, changed) ? kExitDone : unconfirmed(task, line);
+}
+
+int runDelete(PanelTask& task) {
+  return change(
+      task, [&](PanelLine& line) { return line.remove(task.workplace, task.number); }, isEmpty);
+}
+
+int runRenameOnPanel(PanelTask& task) {
+  const std::string& name = task.word(4);
+  if (name.empty()) return task.session.wrongUsage("a macro needs a name");
+  return change(
+      task, [&](PanelLine& line) { return line.rename(task.workplace, task.number, name); },
+      [&](const std::string& text) { return text == name; });
+}
+
+int runWatch(PanelTask& task) {
+  PanelLine line(task.session.root(), task.place);
+  if (!line.open()) return unreachable(task);
+  for (std::size_t i = 2; i < task.arguments.size(); ++i) line.subscribe(task.word(i));
+  for (int shown = 0; task.count == 0 || shown < task.count;) {
+    const auto value = line.next(kAnswer);
+    if (!value && !line.connected()) return task.session.failed(kLost);
+    if (!value) continue;
+    task.session.field(value->name, value->text);
+    if (!task.session.out().flush()) return kExitFailed;
+    ++shown;
+  }
+  return kExitDone;
+}
+
+enum class Words { kWorkplace, kMacro, kMacroAndOne, kNames };
+
+struct PanelVerb {
+  std::string_view name;
+  Words words;  // after the name
+  int (*run)(PanelTask& task);
+};
+
+constexpr PanelVerb kVerbs[] = {
+    {"list", Words::kWorkplace, runList},
+    {"get", Words::kMacroAndOne, runGet},
+    {"put", Words::kMacroAndOne, runPut},
+    {"delete", Words::kMacro, runDelete},
+    {"rename", Words::kMacroAndOne, runRenameOnPanel},
+    {"watch", Words::kNames, runWatch},
+};
+
+// How many words stand with the address and the verb: the least, and the most that are read.
+std::pair<std::size_t, std::size_t> wordCount(Words words) {
+  switch (words) {
+    case Words::kWorkplace:
+      return {3, 3};
+    case Words::kMacro:
+      return {4, 4};
+    case Words::kMacroAndOne:
+      return {5, 5};
+    case Words::kNames:
+      return {3, SIZE_MAX};
+  }
+  return {0, 0};
+}
+
+// Reads workplace and number; the problem, or an empty text.
+std::string readMacroWords(PanelTask& task, Words words) {
+  if (words == Words::kNames) return {};
+  const auto workplace = wholeNumber(task.word(2), 1, kWorkplaces);
+  if (!workplace) return "a workplace is 1 to 8";
+  task.workplace = *workplace;
+  if (words == Words::kWorkplace) return {};
+  const auto number = wholeNumber(task.word(3), 0, kPanelMacroNumbers - 1);
+  if (!number) return "a macro number is 0 to 999";
+  task.number = *number;
+  return {};
+}
+
+// A number given with an option, or `fallback`; nothing, when it is none.
+std::optional<int> numberOption(const std::optional<std::string>& text, int most, int fallback) {
+  return text ? wholeNumber(*text, 1, most) : fallback;
+}
+
+}  // namespace
+
+int runPanel(CommandSession& session, Arguments& arguments) {
+  PanelTask task{session, arguments};
+  task.json = arguments.flag("--json");
+  const auto ftpPort = numberOption(arguments.option("--ftp-port"), kHighestPort, kUsualFtpPort);
+  const auto controlPort = numberOption(arguments.option("--control-port"), kHighestPort, kPanelPort);
+  const auto count = numberOption(arguments.option("--count"), INT_MAX, 0);
+  if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
+  if (!ftpPort || !controlPort) return session.wrongUsage("a port is 1 to 65535");
+  if (!count) return session.wrongUsage("--count needs a number from 1");
+  const auto verb = std::find_if(std::begin(kVerbs), std::end(kVerbs),
+                                 [&](const PanelVerb& candidate) { return candidate.name == task.word(1); });
+  if (verb == std::end(kVerbs)) return session.wrongUsage("unknown panel command " + task.word(1));
+  const auto [least, most] = wordCount(verb->words);
+  if (!arguments.complete(least, most)) return session.wrongUsage(arguments.problem());
+  const std::string problem = readMacroWords(task, verb->words);
+  if (!problem.empty()) return session.wrongUsage(problem);
+  task.place = {task.word(0), static_cast<std::uint16_t>(*controlPort), static_cast<std::uint16_t>(*ftpPort)};
+  task.count = *count;
+  return verb->run(task);
+}
+
+int runAddress(CommandSession& session, Arguments& arguments) {
+  if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
+  session.line(addressAccepted(arguments[0]) ? "accepted" : "refused");
+  return kExitDone;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,72 @@
+#include "cli/PanelLine.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "link/PanelMacros.h"
+
+namespace tessaly {
+namespace {
+
+constexpr std::size_t kMostWaiting = 100'000;               // values
+constexpr std::chrono::milliseconds kLookAtTheStatus{100};  // how soon a lost connection is noticed
+
+std::string reason(const TransferOutcome& outcome) {
+  return outcome.done() ? std::string() : outcome.describe();
+}
+
+}  // namespace
+
+std::string PanelPlace::control() const {
+  return controlPort == kPanelPort ? address : address + ":" + std::to_string(controlPort);
+}
+
+PanelLine::PanelLine(const SiteRoot& root, PanelPlace place) : root_(root), place_(std::move(place)) {
+  xctlInit();
+}
+
+PanelLine::~PanelLine() {
+  client_.unsubscribeOwner(this);
+  client_.disconnect();
+}
+
+std::optional<PanelLine::Value> PanelLine::next(std::chrono::milliseconds patience) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  std::unique_lock guard(mutex_);
+  while (values_.empty()) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!connected() || now >= deadline) return std::nullopt;
+    changed_.wait_until(guard, std::min(deadline, now + kLookAtTheStatus));
+  }
+  Value value = std::move(values_.front());
+  values_.pop_front();
+  return value;
+}
+
+std::string PanelLine::get(int workplace, int number, const std::string& file) {
+  return reason(PanelMacros(client_, root_, ftpTransfers(place_.ftpPort))
+                    .download(place_.address, workplace, macroNumberText(number), file));
+}
+
+std::string PanelLine::put(int workplace, int number, const std::string& file) {
+  return reason(PanelMacros(client_, root_, ftpTransfers(place_.ftpPort))
+                    .upload(place_.address, workplace, macroNumberText(number), file));
+}
+
+bool PanelLine::remove(int workplace, int number) {
+  return PanelMacros(client_, root_, ftpTransfers(place_.ftpPort)).remove(workplace, macroNumberText(number));
+}
+
+bool PanelLine::rename(int workplace, int number, const std::string& name) {
+  return PanelMacros(client_, root_, ftpTransfers(place_.ftpPort))
+      .rename(workplace, macroNumberText(number), name);
+}
+
+void PanelLine::received(const std::string& name, const ParameterValue& value) {
+  const std::scoped_lock guard(mutex_);
+  if (values_.size() == kMostWaiting) values_.pop_front();
+  values_.push_back({name, value.getAsString()});
+  changed_.notify_one();
+}
+
+}  // namespace tessaly

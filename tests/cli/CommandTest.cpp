@@ -1,0 +1,240 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "cli/CommandTable.h"
+#include "model/MacroFile.h"
+#include "model/Settings.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+constexpr const char* kMacro = "c:\\appli\\macro007.mac";
+constexpr const char* kOlder = "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
+constexpr const char* kPanel = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
+
+constexpr const char* kFunctions = R"(<mfd>
+  <fidsegment_enum name="INPUT_5"><v fidseg="INPUT5" displayname="Camera 5"/></fidsegment_enum>
+  <fidsegment_enum name="dir"><v fidseg="SET" displayname="set"/><v fidseg="INC" displayname="step"/></fidsegment_enum>
+  <fid name="ME1.SIZE.$dir" sid="ME1.SIZE" group="ME1.WIPE" description="Size $dir">
+    <float_parameter name="size" description="size" type="percent" min="0" max="1" minDisp="0" maxDisp="100"/>
+  </fid>
+  <fid name="ME1.ALL.SET" sid="ME1.ALL" group="ME1" description="All">
+    <enum_parameter name="mode" description="Mode"><enum value="0" description="Off"/></enum_parameter>
+    <int_parameter name="level" description="level: " scaler="yes" min="0" max="255" minDisp="0" maxDisp="100"/>
+    <input_parameter name="in" description="Input" use="optional"/>
+    <timecode_parameter name="tc" description="At"/>
+  </fid>
+</mfd>)";
+
+struct Outcome {
+  int code;
+  std::string out, errors;
+};
+
+class Commands : public ::testing::Test {
+ protected:
+  Commands() {
+    site.write(kEmptyMacro, R"(<macro name=""><data></data></macro>)");
+    site.write(kOlder, kFunctions);
+    site.write(kPanel, "<mfd/>");
+    site.write("c:\\appli\\keep", "");
+  }
+
+  Outcome run(std::vector<std::string> words) {
+    words.insert(words.begin(), {"--root", site.root.path().string()});
+    std::ostringstream out, errors;
+    const int code = runCommandLine(words, out, errors);
+    return {code, out.str(), errors.str()};
+  }
+
+  // Runs what has to succeed without a word on the error stream.
+  std::string output(std::vector<std::string> words) {
+    const std::string name = words.front();
+    const Outcome outcome = run(std::move(words));
+    EXPECT_EQ(outcome.code, 0) << name;
+    EXPECT_EQ(outcome.errors, "") << name;
+    return outcome.out;
+  }
+
+  TestSite site;
+};
+
+TEST_F(Commands, MacroIsBuiltShownAndChanged) {
+  output({"create", kMacro, "Opener"});
+  EXPECT_EQ(output({"show", kMacro}), "empty macro\n");
+  output({"insert", kMacro, "QMF2.ME1.SIZE.SET", "size=0.25"});
+  output({"insert", kMacro, "PANEL.ME1.ALL.SET", "mode=0", "in=5", "level=128", "--at", "start",
+          "--workplace", "3"});
+  output({"insert-classic", kMacro, "23 10 05 01 ", "--at", "1", "--mainframe", "4"});
+  EXPECT_EQ(output({"show", kMacro, "--destination", "--raw"}),
+            "PANEL - ME1 - ALL - SET Parameter: mode: \"0\",  level: \"128\",  in: \"5\",  tc: \"\"\n"
+            "QMF4 - QMF4NCSCOMMAND:  23 10 05 01 \n"
+            "QMF2 - ME1 - SIZE - SET Parameter: size: \"0.25\"\n");
+  output({"remove", kMacro, "1"});
+  output({"set", kMacro, "1", "0.5"});
+  EXPECT_EQ(output({"show", kMacro, "--destination"}),
+            "Panel/Workplace3 - All ==>  Off ==> 50.2% ==> Camera 5 ==> 00:00:00:00\n"
+            "Mainframe2 - Size set ==> 50.0%\n");
+  EXPECT_EQ(output({"show", kMacro, "--tabs"}), "All\t Off\t50.2%\tCamera 5\t00:00:00:00\nSize set\t50.0%\n");
+  EXPECT_EQ(nlohmann::json::parse(output({"show", kMacro, "--json"}))[1], "Size set ==> 50.0%");
+
+  output({"rename", kMacro, "Zwölf"});
+  EXPECT_EQ(output({"name", kMacro}), "Zwölf\n");
+}
+
+TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
+  output({"create", kMacro, "Opener"});
+  output({"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=1"});
+  const std::string before = site.read(kMacro);
+  const struct {
+    std::vector<std::string> words;
+    int code;
+    const char* reason;
+  } cases[] = {
+      {{"insert", kMacro, "QMF1.ME1.GONE"}, 1, "Unknown function: ME1.GONE\n"},
+      {{"insert", kMacro, "QMF5.ME1.SIZE.SET"}, 1, "Unknown destination: QMF5.ME1.SIZE.SET"},
+      {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "speed=1"}, 1, "Unknown parameter: speed\n"},
+      {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "size"}, 2, "no = in size\nusage: tessaly-cli insert FILE"},
+      {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "--at", "-1"}, 2, "--at takes"},
+      {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "--workplace", "9"}, 2, "--workplace takes"},
+      {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "--at"}, 2, "--at needs a value\n"},
+      {{"insert-classic", kMacro, "23 10 05 01"}, 1, "No classic command: 23 10 05 01"},
+      {{"insert-classic", kMacro, "23 10 05 01 ", "--mainframe", "0"}, 2, "--mainframe takes"},
+      {{"remove", kMacro, "1"}, 1, "No command 1"},
+      {{"remove", kMacro, "-1"}, 2, "N is the number"},
+      {{"set", kMacro, "7", "x"}, 1, "No command from 7 on"},
+      {{"show", kMacro, "--what"}, 2, "unknown option --what\nusage: tessaly-cli show"},
+      {{"show", "c:\\none.mac"}, 1, "Cannot parse Macro: c:\\none.mac\n"},
+      {{"show", "c:\\none.upk"}, 1, "No such file: c:\\none.upk\n"},
+      {{"name", "c:\\none.mac"}, 1, "Cannot parse Macro: c:\\none.mac\n"},
+      {{"convert", "c:\\none.upk", kMacro, "New"}, 1, "No such file: c:\\none.upk\n"},
+      {{"rename", kMacro}, 2, "too few words\n"},
+      {{"create", "c:\\no\\folder.mac", "New"}, 1, "The macro cannot be created"},
+      {{"panels"}, 2, "unknown command panels"},
+      {{}, 2, "usage: tessaly-cli"},
+      {{"--nothing"}, 2, "unknown option --nothing"},
+  };
+  for (const auto& c : cases) {
+    const Outcome outcome = run(c.words);
+    EXPECT_EQ(outcome.code, c.code) << c.reason;
+    EXPECT_THAT(outcome.errors, StartsWith(c.reason));
+    EXPECT_EQ(outcome.out, "") << c.reason;
+  }
+  EXPECT_EQ(site.read(kMacro), before);
+}
+
+TEST_F(Commands, KeyFileIsShownAndConverted) {
+  site.write("c:\\k\\key03.upk",
+             "#UPK\nBeginHeader\nFile=key03.upk\nName=MK04\nVersion=1.0\nEndHeader\ne3 10 05 01 \nx\n");
+  EXPECT_EQ(output({"name", "c:\\k\\key03.upk"}), "MK04\n");
+  EXPECT_EQ(output({"show", "c:\\k\\key03.upk", "--raw", "--destination"}),
+            "QMF1 - NCSCOMMAND:  e3 10 05 01 \n"
+            "QMF1 - NCSCOMMAND:  empty command line, use modify to create command...\n");
+  output({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"});
+  EXPECT_EQ(output({"show", "c:\\k\\new.mac", "--raw"}),
+            "QMF1NCSCOMMAND:  e3 10 05 01 \n"
+            "QMF1NCSCOMMAND:  empty command line, use modify to create command...\n");
+}
+
+TEST_F(Commands, HostPathsReachTheSameFile) {
+  output({"create", kMacro, "Opener"});
+  const std::string host = site.root.resolve(kMacro).string();
+  EXPECT_EQ(output({"name", host}), "Opener\n");
+  const std::string relative = std::filesystem::relative(host).string();
+  EXPECT_EQ(output({"name", relative}), "Opener\n");
+}
+
+TEST_F(Commands, DictionaryIsListedAndShown) {
+  EXPECT_EQ(output({"dictionary"}), "Number of FIDs: 2/3\n");
+  EXPECT_EQ(output({"dictionary", "--list"}),
+            "Number of FIDs: 2/3\nME1.SIZE.SET\nME1.SIZE.INC\nME1.ALL.SET\n");
+  EXPECT_EQ(output({"dictionary", "--list", "all"}), "Number of FIDs: 2/3\nME1.ALL.SET\n");
+  EXPECT_EQ(output({"dictionary", "--show", "ME1.ALL.SET"}),
+            "Number of FIDs: 2/3\nname: ME1.ALL.SET\nsid: ME1.ALL\ngroup: ME1\ndescription: All\nsource: 1\n"
+            "template: ME1.ALL.SET\n"
+            "parameter: enum mode description=\"Mode\" optional=no values=\"0:Off\"\n"
+            "parameter: integer level description=\"level: \" optional=no scaled=yes min=0 max=255 minDisp=0 "
+            "maxDisp=100\n"
+            "parameter: input in description=\"Input\" optional=yes\n"
+            "parameter: timecode tc description=\"At\" optional=no\n");
+  EXPECT_THAT(output({"dictionary", "--show", "ME1.SIZE.INC"}),
+              HasSubstr("\nsid:\ngroup:\ndescription: Size step\n"));
+  const auto json =
+      nlohmann::json::parse(output({"dictionary", "--list", "inc", "--show", "ME1.SIZE.SET", "--json"}));
+  EXPECT_EQ(json["names"], nlohmann::json::array({"ME1.SIZE.INC"}));
+  EXPECT_EQ(json["function"]["parameters"][0]["unit"], "percent");
+  EXPECT_EQ(run({"dictionary", "--show", "ME1"}).errors, "Unknown function: ME1\n");
+  EXPECT_EQ(run({"dictionary", "word"}).code, 2);
+
+  site.write(kPanel, "<mfd");
+  const Outcome broken = run({"dictionary"});
+  EXPECT_EQ(broken.code, 1);
+  EXPECT_EQ(broken.out, "Number of FIDs: 2/3\n");
+  EXPECT_EQ(broken.errors, std::string("Cannot parse file: ") + kPanel + "\n");
+}
+
+TEST_F(Commands, ValuesAreConvertedAsTheFieldDoes) {
+  const struct {
+    std::vector<std::string> words;
+    const char* out;
+  } cases[] = {
+      {{"ME1.ALL.SET", "level", "--shown", "5,0x"},
+       "shown: 5.0\nstored: 13\nrange: min: 0%   max: 100%\nbeeps: 1\n"},
+      {{"ME1.ALL.SET", "level", "--stored", "128"},
+       "shown: 50.2\nstored: 128\nrange: min: 0%   max: 100%\nbeeps: 0\n"},
+      {{"ME1.ALL.SET", "level", "--shown", "300", "--raw"},
+       "shown: 255\nstored: 255\nrange: min: 0   max: 255\nbeeps: 1\n"},
+      {{"QMF1.ME1.SIZE.INC", "size", "--shown", "-0.5"},
+       "shown: -0.5\nstored: -511\nrange: min: -2.0000   max: 2.0000\nbeeps: 0\n"},
+      {{"ME1.ALL.SET", "tc", "--shown", "10:20:30:25"},
+       "shown: 10:20:30:24\nstored: 270544932\nrange:\nbeeps: 1\n"},
+      {{"ME1.ALL.SET", "in", "--stored", "5"}, "shown: Camera 5\nstored: 5\nrange:\nbeeps: 0\n"},
+      {{"ME1.ALL.SET", "mode", "--shown", "Off"}, "shown: Off\nstored: 0\nrange:\nbeeps: 0\n"},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> words = c.words;
+    words.insert(words.begin(), "value");
+    EXPECT_EQ(output(words), c.out);
+  }
+  EXPECT_EQ(run({"value", "ME1.ALL.SET", "mode", "--stored", "7"}).errors, "Unknown value: 7\n");
+  EXPECT_EQ(run({"value", "ME1.ALL.SET", "gone", "--stored", "7"}).errors, "Unknown parameter: gone\n");
+  EXPECT_EQ(run({"value", "ME1.ALL.SET", "mode"}).code, 2);
+}
+
+TEST_F(Commands, SmallQuestions) {
+  EXPECT_EQ(output({"source", "224"}), "Virtual Input 00\n");
+  EXPECT_EQ(run({"source", "256"}).code, 2);
+  EXPECT_EQ(output({"timecode", "270544901"}), "display: 10:20:30:05\nplain: 10:20:30:05\n");
+  EXPECT_EQ(output({"timecode", "0x50a03005"}), "display: 10:20:30.05*\nplain: 10:20:30:05\n");
+  EXPECT_EQ(run({"timecode", "4294967296"}).code, 2);
+  EXPECT_EQ(output({"classic", "23 63 05 01 "}),
+            "valid: yes\ntext: 23 63 05 01 \ndebug: ac: 20 | cd: 63 | co: 05 | kw: 01\n"
+            "description: Set - cd: 63 - co: 05 - kw: 01  | params:\n");
+  EXPECT_EQ(output({"classic", "23 10"}), "valid: no\ntext:\ndebug:\ndescription:\n");
+  EXPECT_THAT(output({"--version"}), StartsWith("tessaly-cli 1."));
+  EXPECT_THAT(output({"--help"}), HasSubstr("insert-classic FILE TEXT"));
+  EXPECT_EQ(output({"source", "--help"}), "usage: tessaly-cli source NUMBER\n");
+}
+
+TEST_F(Commands, SettingsArePrintedAndRewritten) {
+  const std::string defaults =
+      "format: 1\nframe rate: 25\npath A: c:\\programme\\rv48\\appli\\\npath B: "
+      "c:\\programme\\rv48\\appli\\\n"
+      "address A: 192.168.1.10\naddress B: 192.168.1.10\n";
+  EXPECT_EQ(output({"settings"}), defaults);
+  EXPECT_EQ(site.read(kSettingsFile), "<missing>");
+  EXPECT_EQ(output({"settings", "--rewrite"}), defaults);
+  EXPECT_THAT(output({"settings", "--address-b", "127.0.0.1"}), testing::HasSubstr("address B: 127.0.0.1\n"));
+  EXPECT_THAT(output({"settings"}), testing::HasSubstr("address A: 192.168.1.10\naddress B: 127.0.0.1\n"));
+  EXPECT_EQ(output({"settings", "--address-b", "192.168.1.10"}), defaults);
+  EXPECT_EQ(site.read(kSettingsFile).size(), 8U + 2 * (6 + 24) + 2 * (6 + 12));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,144 @@
+#include <future>
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "cli/CommandTable.h"
+#include "panelsim/PanelSimulator.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kLocal = "c:\\macros\\macro001.mac";
+constexpr const char* kOpener = R"(<macro name="Opener"><data></data></macro>)";
+
+struct Outcome {
+  int code;
+  std::string out, errors;
+};
+
+// The program against a panel of this process, with both of its services.
+class PanelCommands : public testing::Test {
+ protected:
+  PanelCommands() : panel(options(tree.root.path().string()), [](const std::string&) {}) {
+    site.write(kLocal, kOpener);
+    tree.write(remote(2, "007"), R"(<macro name="Seven"><data></data></macro>)");
+    tree.write(remote(2, "999"), R"(<macro name="Last &amp; least"><data></data></macro>)");
+    std::string reason;
+    EXPECT_TRUE(panel.start(reason)) << reason;
+  }
+
+  static PanelOptions options(const std::string& root) {
+    PanelOptions options;
+    options.controlPort = 0;
+    options.ftpPort = 0;
+    options.root = root;
+    return options;
+  }
+  static std::string remote(int workplace, const std::string& number) {
+    return "flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/macro" + number + ".mac";
+  }
+
+  Outcome run(std::vector<std::string> words) {
+    words.insert(words.begin(), {"--root", site.root.path().string(), "panel", "127.0.0.1"});
+    words.insert(words.end(), {"--control-port", std::to_string(panel.controlPort()), "--ftp-port",
+                               std::to_string(panel.ftpPort())});
+    std::ostringstream out, errors;
+    const int code = runCommandLine(words, out, errors);
+    return {code, out.str(), errors.str()};
+  }
+
+  TestSite tree;
+  TestSite site;
+  PanelSimulator panel;
+};
+
+TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
+  EXPECT_EQ(run({"list", "2"}).out, "007 - Seven\n999 - Last & least\n");
+  const auto rows = nlohmann::json::parse(run({"list", "2", "--json"}).out);
+  EXPECT_EQ(rows.at(1).at("number"), "999");
+  EXPECT_EQ(run({"list", "3"}).code, 0);
+
+  const Outcome put = run({"put", "2", "12", kLocal});
+  EXPECT_EQ(put.out + put.errors, "012 - Opener\n");
+  EXPECT_EQ(run({"get", "2", "12", "c:\\macros\\back.mac"}).code, 0);
+  EXPECT_EQ(site.read("c:\\macros\\back.mac"), kOpener);
+
+  EXPECT_EQ(run({"rename", "2", "12", "Closer"}).code, 0);
+  EXPECT_EQ(run({"delete", "2", "7"}).code, 0);
+  EXPECT_EQ(run({"list", "2"}).out, "012 - Closer\n999 - Last & least\n");
+  EXPECT_EQ(panel.connections(), 0U) << "every run ends its connection";
+}
+
+TEST_F(PanelCommands, FailuresHaveAReasonAndChangeNothing) {
+  const Outcome missing = run({"get", "2", "8", kLocal});
+  EXPECT_EQ(missing.code, 1);
+  EXPECT_THAT(missing.errors, HasSubstr("no such file"));
+  EXPECT_EQ(site.read(kLocal), kOpener) << "the old file stays";
+  EXPECT_THAT(run({"delete", "2", "8"}).errors, HasSubstr("has no macro 008"));
+  EXPECT_THAT(run({"rename", "2", "8", "Name"}).errors, HasSubstr("has no macro 008"));
+  EXPECT_EQ(run({"put", "2", "8", "c:\\macros\\none.mac"}).code, 1);
+  PanelFaults faults;
+  faults.ftp.refuseLogin = true;
+  EXPECT_TRUE(panel.setFaults(faults));
+  EXPECT_THAT(run({"put", "2", "8", kLocal}).errors, HasSubstr("refused the login"));
+  EXPECT_EQ(run({"list", "2"}).out, "007 - Seven\n999 - Last & least\n");
+  panel.stop();
+  EXPECT_THAT(run({"list", "2"}).errors, HasSubstr("cannot connect"));
+}
+
+TEST_F(PanelCommands, WatchPrintsValuesUntilTheEnd) {
+  auto watching = std::async(std::launch::async, [&] {
+    return run({"watch", "PANEL.WP1.MFDCOUNT", "PANEL.MACRO2.REG7.NAME", "--count", "3"});
+  });
+  for (int i = 0; watching.wait_for(std::chrono::milliseconds(5)) == std::future_status::timeout; ++i) {
+    panel.set("PANEL.WP1.MFDCOUNT", std::to_string(i));
+  }
+  const Outcome outcome = watching.get();
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_THAT(outcome.out, HasSubstr("PANEL.WP1.MFDCOUNT: "));
+  EXPECT_THAT(outcome.out, HasSubstr("PANEL.MACRO2.REG7.NAME: Seven\n"));
+  EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 3);
+
+  PanelFaults faults;
+  faults.control.dropAfter = 1;
+  EXPECT_TRUE(panel.setFaults(faults));
+  const Outcome lost = run({"watch", "PANEL.WP1.MFDCOUNT"});
+  EXPECT_EQ(lost.code, 1);
+  EXPECT_THAT(lost.errors, HasSubstr("lost"));
+}
+
+TEST_F(PanelCommands, WrongWordsAreToldBeforeAnythingIsDone) {
+  const std::vector<std::string> cases[] = {
+      {"list"},
+      {"list", "0"},
+      {"list", "9"},
+      {"list", "1", "2"},
+      {"get", "1", "1"},
+      {"get", "1", "1000", "x"},
+      {"get", "1", "-1", "x"},
+      {"delete", "1", "1", "1"},
+      {"rename", "1", "1", ""},
+      {"watch"},
+      {"watch", "A", "--count", "0"},
+      {"list", "1", "--all"},
+      {"melt", "1"},
+  };
+  for (const auto& words : cases) EXPECT_EQ(run(words).code, 2) << words.front() << words.size();
+  EXPECT_EQ(panel.accepted(), 0U);
+}
+
+TEST(AddressCommand, SaysWhatTheWindowWouldDo) {
+  for (const auto& [text, answer] :
+       {std::pair{"10.0.0.7", "accepted\n"}, std::pair{"10.0.0.", "refused\n"}}) {
+    std::ostringstream out, errors;
+    EXPECT_EQ(runCommandLine({"address", text}, out, errors), 0);
+    EXPECT_EQ(out.str() + errors.str(), answer);
+  }
+}
+
+}  // namespace
+}  // namespace tessaly
