@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kHelp =
     R"(list [W]               macros of all workplaces or of one
 get NAME               current value of a value name
-set NAME VALUE         set and publish a value, such as QMF1.ME1.WIPE.SIZE 50
+set NAME VALUE         set and publish a value, such as QMF1.ME1.KEY1.WIPE.ROTATION 0.25
 trigger NAME VALUE     send a trigger value to every editor
 mfd W N                modules of a workplace
 rename W N NAME        rename a macro in its file and publish
