@@ -24,6 +24,8 @@ bool MacroOperations::transfer(const QString& label, const PanelTransfer::Operat
   return outcome_.done();
 }
 
+QString MacroOperations::reason() const { return tr(" (%1)").arg(shown(outcome_.describe())); }
+
 bool MacroOperations::download(const std::string& address, int workplace, const std::string& number,
                                const std::string& file) {
   return transfer(tr("Fetching macro %1 from the panel").arg(shown(number)),
@@ -83,7 +85,8 @@ void MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
   browser(pane).showCommands();
   const QString macro = shown(target.numberText + " - " + target.name);
   if (!filled)
-    emit said(tr("%1: could not be fetched; the working copy still holds what was open before").arg(macro));
+    emit said(tr("%1: could not be fetched%2; the working copy still holds what was open before")
+                  .arg(macro, panel ? reason() : QString()));
   else if (!loaded)
     emit said(tr("%1: cannot be read").arg(macro));
   else
@@ -128,7 +131,7 @@ void MacroOperations::createOnPanel(Pane pane, int number, const std::string& na
   emit changed();
   const QString macro = shown(macroNumberText(number) + " - " + name);
   emit said(done ? tr("%1: created on the panel").arg(macro)
-                 : tr("%1: could not be created on the panel").arg(macro));
+                 : tr("%1: could not be created on the panel%2").arg(macro, reason()));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -275,7 +278,8 @@ bool MacroOperations::save(Pane pane) {
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
   emit said(done ? tr("%1: saved").arg(macro)
-                 : tr("%1: NOT saved; the working copy still holds the changes").arg(macro));
+                 : tr("%1: NOT saved%2; the working copy still holds the changes")
+                       .arg(macro, panel ? reason() : QString()));
   return true;
 }
 

@@ -48,6 +48,7 @@ class MacroOperations : public QObject {
   [[nodiscard]] bool onPanel(Pane pane) const { return connection_.source(pane) == PaneSource::kPanel; }
   [[nodiscard]] MacroTarget selectedTarget(Pane pane) const;
   [[nodiscard]] bool transfer(const QString& label, const PanelTransfer::Operation& operation);
+  [[nodiscard]] QString reason() const;  // of a failed transfer, for the strip
   [[nodiscard]] bool download(const std::string& address, int workplace, const std::string& number,
                               const std::string& file);
   [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,

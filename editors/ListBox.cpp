@@ -85,6 +85,11 @@ int ListBoxModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(shown_.size());
 }
 
+Qt::ItemFlags ListBoxModel::flags(const QModelIndex& index) const {
+  const ListRow* shown = row(index.row());
+  return shown != nullptr && shown->choosable ? QAbstractListModel::flags(index) : Qt::NoItemFlags;
+}
+
 QVariant ListBoxModel::data(const QModelIndex& index, int role) const {
   const ListRow* shown = row(index.row());
   if (shown == nullptr) return {};

@@ -16,6 +16,7 @@ namespace tessaly {
 struct ListRow {
   std::string text;
   int number = -1;
+  bool choosable = true;  // false for headings and blank rows
 
   friend bool operator==(const ListRow&, const ListRow&) = default;
 };
@@ -40,6 +41,7 @@ class ListBoxModel : public QAbstractListModel {
   [[nodiscard]] int longestRow() const { return longest_; }  // -1 when empty
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
   // Rows left by a call from another thread are taken over now rather than at the next turn of the event
   // loop.
