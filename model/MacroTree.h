@@ -22,7 +22,7 @@ void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::strin
 [[nodiscard]] TiXmlElement* macroData(TiXmlDocument& document);
 
 // One record a `cmd`, in document order. Each `cmd` is dropped from the tree once it was read: while it is
-// still in the processor's cache that costs a third of what it costs later, and its memory serves the
+// still in the processor's cache that costs half of what it costs later, and its memory serves the
 // records.
 [[nodiscard]] MacroCommands takeCommands(TiXmlElement& data, bool fresh);
 
