@@ -159,7 +159,7 @@ TEST_F(ClassicBuilderTest, WritesWhatAnActionBringsByItself) {
     EXPECT_EQ(builder.description(), entry.described);
     const bool toLimit = entry.action >= 1 && entry.action <= 3;
     EXPECT_EQ(ClassicBuilder(lists, builder.command()).chosenAction(), toLimit ? 0 : entry.action);
-    if (toLimit) EXPECT_TRUE(builder.setNumber(builder.parameterRows().size() - 1, 50));
+    EXPECT_EQ(toLimit, toLimit && builder.setNumber(builder.parameterRows().size() - 1, 50));
     EXPECT_EQ(builder.chosenAction(), toLimit ? 0 : entry.action);
   }
 }
