@@ -122,6 +122,7 @@ void MacroOperations::createOnPanel(Pane pane, int number, const std::string& na
   PaneState& here = state(pane);
   const int workplace = browser(pane).workplace();
   if (workplace <= 0) return;
+  outcome_ = {FtpClient::Result::kLocalFile};
   const bool done = tessaly::createMacro(site_, name, here.copy.path()) &&
                     upload(connection_.address(pane), workplace, macroNumberText(number), here.copy.path());
   // The new macro went through this pane's working copy, which no longer holds what was shown.
@@ -277,9 +278,11 @@ bool MacroOperations::save(Pane pane) {
   here.copy.leaveEditState();
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
-  emit said(done ? tr("%1: saved").arg(macro)
-                 : tr("%1: NOT saved%2; the working copy still holds the changes")
-                       .arg(macro, panel ? reason() : QString()));
+  const bool unannounced = panel && !done && outcome_.transfer == FtpClient::Result::kDone;
+  emit said(done          ? tr("%1: saved").arg(macro)
+            : unannounced ? tr("%1: saved%2").arg(macro, reason())
+                          : tr("%1: NOT saved%2; the working copy still holds the changes")
+                                .arg(macro, panel ? reason() : QString()));
   return true;
 }
 

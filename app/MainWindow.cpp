@@ -55,6 +55,11 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
                                           context.site.messages);
   readSettingsFile();
+  editing_ = std::make_unique<CommandEditing>(
+      rooms,
+      EditorContext{context.site, context.dictionary, context.decodingLists, inputSources_, context.client,
+                    [this] { return connection_.anyConnected(); }, settings_.frameRate},
+      this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -64,6 +69,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(operations_.get(), &MacroOperations::changed, this, &MainWindow::updateControls);
   connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
   connect(operations_.get(), &MacroOperations::macroChosen, update_.get(), &ValueUpdate::endBusy);
+  connect(editing_.get(), &CommandEditing::changed, this, &MainWindow::updateControls);
+  connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::changed, this, &MainWindow::updateControls);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
@@ -151,6 +158,8 @@ void MainWindow::connectOperations(Pane pane) {
   connect(&view, &MacroPane::deleteCommandPressed, operations,
           [operations, pane] { operations->deleteCommand(pane); });
   connect(&view, &MacroPane::updatePressed, update_.get(), [this, pane] { update_->start(pane); });
+  connect(&view, &MacroPane::newClassicPressed, editing_.get(), [this, pane] { editing_->newClassic(pane); });
+  connect(&view, &MacroPane::modifyPressed, editing_.get(), [this, pane] { editing_->modify(pane); });
   connect(&view, &MacroPane::savePressed, operations, [operations, pane] { operations->save(pane); });
   connect(&view, &MacroPane::discardPressed, operations, [operations, pane] { operations->discard(pane); });
 }
@@ -233,6 +242,10 @@ PaneSituation MainWindow::situation(Pane pane) const {
   now.otherMacroSelected = there.selectedMacro() != nullptr;
   now.commandSelected = here.view.commands().selectedRow() >= 0 &&
                         here.copy.content() == WorkingCopy::Content::kMacro && here.copy.commandCount() > 0;
+  if (now.commandSelected) {
+    const auto row = static_cast<std::size_t>(here.view.commands().selectedRow());
+    now.classicSelected = row < here.copy.commands().size() && here.copy.commands()[row].classic();
+  }
   now.commandCount = here.copy.commandCount();
   return now;
 }

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 #include "app/Browser.h"
+#include "app/CommandEditing.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
 #include "app/PaneState.h"
@@ -95,6 +96,7 @@ class MainWindow : public QMainWindow {
   std::array<PaneRoom, kPanes.size()> rooms_;
   std::unique_ptr<MacroOperations> operations_;
   std::unique_ptr<ValueUpdate> update_;
+  std::unique_ptr<CommandEditing> editing_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -16,7 +16,8 @@ struct PaneSituation {
   bool macroSelected = false;
   bool otherMacroSelected = false;
   bool commandSelected = false;
-  int commandCount = 0;  // of the shown macro
+  bool classicSelected = false;  // the selected command is a classic one
+  int commandCount = 0;          // of the shown macro
 };
 
 // Enabled and shown states, decided in one place; the handlers behind the buttons check again and end
@@ -25,7 +26,8 @@ struct PaneControls {
   bool selectionEnabled = false;  // both radios and the four selection lists
   bool macroButtonsShown = true;  // with the connect button
   bool create = false, copy = false, rename = false, remove = false;
-  bool newCommand = false, modify = false, removeCommand = false, update = false;
+  bool newClassic = false, newCorvane = false, newMultiple = false, modify = false, removeCommand = false,
+       update = false;
   bool optionsEnabled = false;
   bool saveShown = false;
   bool noticeShown = false;  // "Macros from Tarrow Control Panels can only be viewed"

@@ -54,6 +54,7 @@ class WindowDriver {
       throw std::runtime_error("cannot press " + button.text().toStdString());
     if (answer) answerNext(answer);
     QTest::mouseClick(&button, Qt::LeftButton);
+    if (!problem_.empty()) throw std::runtime_error("in a dialog: " + std::exchange(problem_, {}));
   }
 
   // Runs `answer` in the next modal dialog. The dialog is closed afterwards if the answer left it open.
@@ -65,7 +66,13 @@ class WindowDriver {
       timer->stop();
       timer->deleteLater();
       QApplication::processEvents();
-      answer(*dialog);
+      // An exception must not cross the event loop: it is kept for the press that opened the dialog.
+      try {
+        answer(*dialog);
+      } catch (const std::exception& problem) {
+        problem_ = problem.what();
+        dialog->reject();
+      }
     });
     timer->start(5);
   }
@@ -114,6 +121,8 @@ class WindowDriver {
   }
 
  private:
+  inline static std::string problem_;  // of the last dialog that was answered
+
   MainWindow& window_;
 };
 

@@ -1,0 +1,115 @@
+#include "app/CommandEditing.h"
+
+#include <algorithm>
+
+#include "editors/ClassicEditorDialog.h"
+#include "model/ClassicGroups.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kNotInDecodingList =
+    "This command is not in the command decoding list.\nModification is not possible - sorry...";
+constexpr const char* kMenuCommandNotValid = "This Menu Command is not valid";
+constexpr std::string_view kMainframePrefix = "QMF";
+
+int mainframeOf(const MacroCommand& command) {
+  const std::string_view destination = command.destination();
+  return destination.rfind(kMainframePrefix, 0) == 0 ? parseInt(destination.substr(kMainframePrefix.size()))
+                                                     : 1;
+}
+
+bool inGroupTable(const ClassicCommand& command) {
+  const ClassicGroup* group = classicGroup(command.cd());
+  return group != nullptr && !subgroupName(*group, command.co()).empty();
+}
+
+}  // namespace
+
+CommandEditing::CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context,
+                               QWidget* window)
+    : panes_(panes), context_(std::move(context)), window_(window) {}
+
+bool CommandEditing::editable(Pane pane) const {
+  return state(pane).hasMacro() && state(pane).copy.content() == WorkingCopy::Content::kMacro;
+}
+
+void CommandEditing::finish(Pane pane, bool done, const QString& what, int selected) {
+  browser(pane).showCommands(selected);
+  emit changed();
+  emit said(done ? what : tr("the command could not be written into the working copy"));
+}
+
+void CommandEditing::newClassic(Pane pane) {
+  if (!editable(pane)) return;
+  const int row = position(pane);
+  ClassicEditorDialog dialog(context_, row >= 0, 1, window_);
+  dialog.exec();
+  if (dialog.outcome() == ClassicEditorDialog::Outcome::kCancel) return;
+  const auto mode = static_cast<InsertMode>(dialog.outcome());
+  finish(pane, state(pane).copy.insertClassic(dialog.command(), row, mode, dialog.destination()),
+         tr("one command inserted"));
+}
+
+void CommandEditing::modify(Pane pane) {
+  const int row = position(pane);
+  if (!editable(pane) || row < 0 || row >= state(pane).copy.commandCount()) return;
+  if (state(pane).copy.commands()[static_cast<std::size_t>(row)].classic()) modifyClassic(pane, row);
+}
+
+void CommandEditing::modifyClassic(Pane pane, int row) {
+  WorkingCopy& copy = state(pane).copy;
+  const MacroCommand& stored = copy.commands()[static_cast<std::size_t>(row)];
+  const int mainframe = mainframeOf(stored);
+  ClassicCommand command;
+  if (stored.parameters.empty() || !command.decodeText(stored.parameters.front().value)) {
+    createInPlace(pane, row, mainframe);
+    return;
+  }
+  if (!inGroupTable(command)) {
+    context_.site.messages.show(kMenuCommandNotValid, MessageIcon::kExclamation);
+    return;
+  }
+  const auto list = context_.decodingLists.list(command.cd(), command.co());
+  if (!list || !list->find(command)) {
+    context_.site.messages.show(kNotInDecodingList, MessageIcon::kExclamation);
+    return;
+  }
+  ClassicEditorDialog dialog(context_, command, mainframe, window_);
+  dialog.exec();
+  switch (dialog.outcome()) {
+    case ClassicEditorDialog::Outcome::kCancel:
+      return;
+    case ClassicEditorDialog::Outcome::kAtSelected:
+      finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
+             tr("command %1 modified").arg(row + 1), row);
+      return;
+    case ClassicEditorDialog::Outcome::kAtStart:
+    case ClassicEditorDialog::Outcome::kAtEnd:
+      finish(pane,
+             copy.insertClassic(dialog.command(), row, static_cast<InsertMode>(dialog.outcome()),
+                                dialog.destination()),
+             tr("one command inserted"));
+      return;
+  }
+}
+
+void CommandEditing::createInPlace(Pane pane, int row, int mainframe) {
+  WorkingCopy& copy = state(pane).copy;
+  ClassicEditorDialog dialog(context_, true, mainframe, window_);
+  dialog.exec();
+  if (dialog.outcome() == ClassicEditorDialog::Outcome::kCancel) return;
+  // "At the selected command" takes the place of the empty line that was to be filled.
+  if (dialog.outcome() == ClassicEditorDialog::Outcome::kAtSelected)
+    finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
+           tr("command %1 modified").arg(row + 1), row);
+  else
+    finish(pane,
+           copy.insertClassic(dialog.command(), row, static_cast<InsertMode>(dialog.outcome()),
+                              dialog.destination()),
+           tr("one command inserted"));
+}
+
+}  // namespace tessaly

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+
+#include <QObject>
+#include <QWidget>
+
+#include "app/MacroOperations.h"
+#include "editors/EditorContext.h"
+
+namespace tessaly {
+
+// Opens the command editors on a pane's macro and writes what they return into its working copy. A missing
+// selection ends an operation silently. GUI thread.
+class CommandEditing : public QObject {
+  Q_OBJECT
+
+ public:
+  CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context, QWidget* window);
+
+  void newClassic(Pane pane);
+  void modify(Pane pane);
+
+ signals:
+  void changed();
+  void said(const QString& text);
+
+ private:
+  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
+  [[nodiscard]] bool editable(Pane pane) const;
+  [[nodiscard]] int position(Pane pane) const { return state(pane).view.commands().selectedRow(); }
+  void modifyClassic(Pane pane, int row);
+  void createInPlace(Pane pane, int row, int mainframe);
+  void finish(Pane pane, bool done, const QString& what, int selected = -1);
+
+  std::array<PaneAccess, kPanes.size()> panes_;
+  EditorContext context_;
+  QWidget* window_;
+};
+
+}  // namespace tessaly

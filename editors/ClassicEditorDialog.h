@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+
+#include <QDialog>
+
+#include "editors/EditorContext.h"
+#include "model/ClassicBuilder.h"
+
+namespace Ui {
+class ClassicEditorDialog;
+}
+
+namespace tessaly {
+
+class ListBox;
+
+// Builds or changes one classic command by five lists from left to right. Shows what ClassicBuilder holds and
+// hands on the choices.
+class ClassicEditorDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  enum class Outcome { kAtStart = 0, kAtSelected = 1, kAtEnd = 2, kCancel = 3 };
+
+  // Create mode. `commandSelected` enables "insert at selected command". A destination outside 1 to 4 counts
+  // as 1.
+  ClassicEditorDialog(const EditorContext& context, bool commandSelected, int destination,
+                      QWidget* parent = nullptr);
+  // Modify mode on a copy of `command`.
+  ClassicEditorDialog(const EditorContext& context, const ClassicCommand& command, int destination,
+                      QWidget* parent = nullptr);
+  ~ClassicEditorDialog() override;
+
+  [[nodiscard]] Outcome outcome() const { return outcome_; }
+  [[nodiscard]] const ClassicCommand& command() const { return builder_.command(); }
+  [[nodiscard]] int destination() const;  // mainframe 1 to 4
+
+ private:
+  void setUp(int destination);
+  void connectLists();
+  void connectButtons();
+  void showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
+                std::optional<std::size_t> chosen);
+  void refresh();
+  void refreshTexts();
+  void enterParameter(std::size_t row);
+  void enterNumber(std::size_t row, const ParameterRange& range);
+  void enterTimecode(std::size_t row);
+  void enterInput(std::size_t row);
+  void enterClip(std::size_t row);
+  void enterText(std::size_t row);
+  void end(Outcome outcome);
+
+  const EditorContext& context_;
+  ClassicBuilder builder_;
+  std::unique_ptr<Ui::ClassicEditorDialog> ui_;
+  Outcome outcome_ = Outcome::kCancel;
+};
+
+}  // namespace tessaly

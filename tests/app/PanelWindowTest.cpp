@@ -1,0 +1,328 @@
+// The window against simulated panels on two loopback addresses.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLabel>
+
+#include "model/MacroFile.h"
+#include "panelsim/PanelSimulator.h"
+#include "tests/app/WindowFixture.h"
+
+namespace tessaly {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr const char* kDiskFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
+constexpr const char* kTwoFunctions = R"(<macro name="Two"><data>
+  <cmd fid="QMF1.ME1.KEY1.ON.SET" workplace="1"><param name="state" value="0"/></cmd>
+  <cmd fid="QMF1.NCSCOMMAND" workplace="1"><param name="CMD" value="23 10 05 01 "/></cmd>
+  <cmd fid="QMF1.ME1.KEY1.ON.SET" workplace="1"><param name="state" value="0"/></cmd></data></macro>)";
+
+// A panel over a folder of its own.
+struct Panel {
+  Panel(const std::string& address, std::uint16_t controlPort, std::uint16_t ftpPort)
+      : simulator(options(address, controlPort, ftpPort, tree.root.path().string()),
+                  [](const std::string&) {}) {
+    tree.write(file(1, "000"), "<macro name=\"Zero\"><data></data></macro>");
+    tree.write(file(1, "007"), kTwoFunctions);
+    tree.write(file(2, "500"), "<macro name=\"Elsewhere\"><data></data></macro>");
+    std::string reason;
+    if (!simulator.start(reason)) throw std::runtime_error(reason);
+  }
+  static PanelOptions options(const std::string& address, std::uint16_t controlPort, std::uint16_t ftpPort,
+                              const std::string& root) {
+    PanelOptions options;
+    options.address = address;
+    options.controlPort = controlPort;
+    options.ftpPort = ftpPort;
+    options.root = root;
+    return options;
+  }
+  static std::string file(int workplace, const std::string& number) {
+    return "flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/macro" + number + ".mac";
+  }
+  [[nodiscard]] std::string read(int workplace, const std::string& number) const {
+    return tree.read(file(workplace, number));
+  }
+
+  TestSite tree;
+  PanelSimulator simulator;
+};
+
+class PanelWindowTest : public testing::Test {
+ protected:
+  PanelWindowTest()
+      : first_("127.0.0.1", 0, 0),
+        second_("127.0.0.2", first_.simulator.controlPort(), first_.simulator.ftpPort()),
+        fixture_(client(), first_.simulator.ftpPort()) {}
+  ~PanelWindowTest() override {
+    fixture_.window->close();
+    client().disconnect();
+  }
+
+  static PanelClient& client() {
+    static auto* client = new PanelClient;
+    return *client;
+  }
+
+  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
+  [[nodiscard]] std::string addressOf(const Panel& panel) const {
+    return panel.simulator.address() + ":" + std::to_string(panel.simulator.controlPort());
+  }
+
+  void choosePanel(Pane pane, const std::string& address) {
+    const auto& ids = WindowFixture::ids(pane);
+    driver().press(ids.panel);
+    auto& edit = driver().control<QLineEdit>(ids.address);
+    if (!edit.isEnabled()) return;
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClicks(&edit, QString::fromStdString(address));
+  }
+  void connectPane(Pane pane, const Panel& panel) {
+    const auto& ids = WindowFixture::ids(pane);
+    choosePanel(pane, addressOf(panel));
+    driver().press(ids.connectButton);
+    awaitRow(ids.applications, "connected to " + addressOf(panel));
+    awaitRow(ids.workplaces, "Workplace 2");
+  }
+  void chooseWorkplace(Pane pane, int workplace, const std::string& expected) {
+    const auto& ids = WindowFixture::ids(pane);
+    driver().choose(ids.workplaces, "Workplace " + std::to_string(workplace));
+    awaitRow(ids.macros, expected);
+  }
+  void awaitRow(int listId, const std::string& text) {
+    WindowDriver::waitFor(
+        [&] {
+          const auto rows = driver().texts(listId);
+          return std::find(rows.begin(), rows.end(), text) != rows.end();
+        },
+        text.c_str());
+  }
+  void awaitGone(int listId, const std::string& text) {
+    WindowDriver::waitFor(
+        [&] {
+          const auto rows = driver().texts(listId);
+          return std::find(rows.begin(), rows.end(), text) == rows.end();
+        },
+        text.c_str());
+  }
+  void copyTo(int button, int number) {
+    driver().press(button, [number](QDialog& dialog) {
+      WindowDriver::type(dialog, "position", QString::number(number));
+      WindowDriver::click(dialog, QStringLiteral("OK"));
+    });
+  }
+  [[nodiscard]] std::string button(Pane pane) {
+    return driver().control<QAbstractButton>(WindowFixture::ids(pane).connectButton).text().toStdString();
+  }
+  [[nodiscard]] std::vector<std::string> values(const std::string& bytes) {
+    fixture_.site.write("c:\\check.mac", bytes);
+    MacroCommands commands;
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\check.mac", false, commands));
+    std::vector<std::string> result;
+    for (const MacroCommand& command : commands) result.push_back(command.parameters.front().value);
+    return result;
+  }
+
+  Panel first_, second_;
+  WindowFixture fixture_;
+  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
+  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
+};
+
+TEST_F(PanelWindowTest, MacrosOfThePanelAreEditedAndSaved) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  EXPECT_THAT(driver().texts(b_.macros), ElementsAre("000 - Zero", "007 - Two"));
+  driver().choose(b_.macros, "007");
+  EXPECT_EQ(driver().texts(b_.commands).size(), 3U);
+  driver().clickRow(b_.commands, 1);
+  driver().press(b_.deleteCommand);
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+  // A name that comes while the macro is edited leaves the work alone.
+  first_.simulator.set("PANEL.MACRO1.REG7.NAME", "Two!");
+  awaitRow(b_.macros, "007 - Two!");
+  EXPECT_EQ(driver().texts(b_.commands).size(), 2U);
+  driver().press(b_.saveChanges);
+  EXPECT_THAT(values(first_.read(1, "007")), ElementsAre("0", "0"));
+  awaitRow(b_.macros, "007 - Two");
+
+  driver().press(b_.createMacro, [](QDialog& dialog) {
+    WindowDriver::type(dialog, "position", QStringLiteral("33"));
+    WindowDriver::type(dialog, "name", QStringLiteral("Fresh"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  awaitRow(b_.macros, "033 - Fresh");
+  EXPECT_THAT(first_.read(1, "033"), HasSubstr("Fresh"));
+  driver().choose(b_.macros, "033");
+  driver().press(b_.renameMacro, [](QDialog& dialog) {
+    WindowDriver::type(dialog, "newName", QStringLiteral("Renamed"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  awaitRow(b_.macros, "033 - Renamed");
+  EXPECT_THAT(first_.read(1, "033"), HasSubstr("Renamed"));
+  driver().choose(b_.macros, "033");
+  driver().press(b_.deleteMacro);
+  awaitGone(b_.macros, "033 - Renamed");
+  EXPECT_EQ(first_.read(1, "033"), "<missing>");
+}
+
+TEST_F(PanelWindowTest, EveryWayOfCopying) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+
+  // Harddisk to panel, then panel to harddisk.
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "001");
+  const std::string source = fixture_.site.read(macroFile(kDiskFolder, 1));
+  copyTo(b_.copyMacro, 101);
+  EXPECT_EQ(first_.read(1, "101"), source);
+  driver().choose(b_.macros, "007");
+  copyTo(a_.copyMacro, 102);
+  EXPECT_EQ(fixture_.site.read(macroFile(kDiskFolder, 102)), kTwoFunctions);
+
+  // A key file becomes a macro on the panel.
+  driver().choose(a_.controlPanels, "CP7");
+  driver().clickRow(a_.macros, 1);
+  const std::size_t commands = driver().texts(a_.commands).size();
+  copyTo(b_.copyMacro, 103);
+  EXPECT_EQ(values(first_.read(1, "103")).size(), commands);
+
+  // Panel to panel: pane A joins at once, and both transfers use its own address.
+  driver().press(a_.harddisk);
+  choosePanel(Pane::kA, addressOf(second_));
+  EXPECT_EQ(button(Pane::kA), "disconnect") << "choosing the panel joins the other pane's connection";
+  driver().choose(a_.workplaces, "Workplace 1");
+  awaitRow(a_.macros, "007 - Two");
+  EXPECT_EQ(driver().list(b_.workplaces).selected()->text, "Workplace 1")
+      << "one workplace serves both panes";
+  driver().choose(b_.macros, "007");
+  copyTo(a_.copyMacro, 104);
+  EXPECT_THAT(driver().texts(b_.commands), IsEmpty()) << "its working copy was the buffer";
+  EXPECT_EQ(first_.read(1, "104"), "<missing>");
+}
+
+TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
+  first_.simulator.set("QMF1.ME1.KEY1.ON", "1");
+  connectPane(Pane::kA, first_);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  driver().choose(a_.macros, "007");
+  driver().press(a_.updateData);
+  EXPECT_THAT(fixture_.site.messages.take(), ElementsAre("Update ALL macro commands in \"Macro Overview A\"? "
+                                                         "\n(To update a single command, first select it)",
+                                                         "Classic Commands will not be updated \n"));
+  driver().press(a_.updateData);
+  EXPECT_THAT(fixture_.site.messages.take(), ElementsAre("Update is busy... "));
+  WindowDriver::waitFor([this] { return driver().control<QAbstractButton>(a_.saveChanges).isVisible(); },
+                        "edit state");
+  const std::string temp = "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac";
+  EXPECT_THAT(values(fixture_.site.read(temp)), ElementsAre("1", "23 10 05 01 ", "1"));
+  EXPECT_THAT(driver().texts(a_.commands),
+              ElementsAre(testing::EndsWith(" ==> updated"), Not(testing::EndsWith("updated")),
+                          testing::EndsWith(" ==> updated")));
+  driver().press(a_.discardChanges);
+
+  // One command only: the total was never counted.
+  driver().clickRow(a_.commands, 2);
+  driver().press(a_.updateData);
+  WindowDriver::waitFor(
+      [this] {
+        return driver().control<QLabel>(a_.progress).text() == QStringLiteral("1 of 0 Commands updated...");
+      },
+      "the progress of one command");
+  WindowDriver::waitFor([this] { return driver().control<QAbstractButton>(a_.saveChanges).isVisible(); },
+                        "edit state");
+  EXPECT_THAT(values(fixture_.site.read(temp)), ElementsAre("0", "23 10 05 01 ", "1"));
+  driver().press(a_.discardChanges);
+
+  // A cancelled question keeps the update busy until a macro is selected.
+  driver().clickRow(a_.macros, 1);
+  fixture_.site.messages.take();
+  fixture_.site.messages.answer = false;
+  driver().press(a_.updateData);
+  driver().press(a_.updateData);
+  EXPECT_THAT(fixture_.site.messages.take(), Contains("Update is busy... "));
+  fixture_.site.messages.answer = true;
+  driver().clickRow(a_.macros, 1);
+  driver().press(a_.updateData);
+  EXPECT_THAT(fixture_.site.messages.take(), Not(Contains("Update is busy... ")));
+}
+
+TEST_F(PanelWindowTest, AnUpdateNeedsAPanel) {
+  driver().choose(a_.applications, "Evening News");
+  driver().clickRow(a_.macros, 0);
+  driver().press(a_.updateData);
+  EXPECT_THAT(
+      fixture_.site.messages.take(),
+      ElementsAre("Data Update is only possible when you are connected to a Corvane XL Control Panel \n"));
+}
+
+TEST_F(PanelWindowTest, APanelThatNeverAnswersEndsInOneBox) {
+  PanelFaults faults;
+  faults.control.neverAnswer = true;
+  ASSERT_TRUE(second_.simulator.setFaults(faults));
+  choosePanel(Pane::kA, addressOf(second_));
+  EXPECT_EQ(button(Pane::kA), "connect");
+  driver().press(a_.connectButton);
+  EXPECT_EQ(button(Pane::kA), "connecting");
+  EXPECT_FALSE(driver().control<QLineEdit>(a_.address).isEnabled());
+  WindowDriver::waitFor([this] { return button(Pane::kA) == "connect"; }, "the end of the attempt");
+  EXPECT_THAT(fixture_.site.messages.take(), ElementsAre("Connection failed....."));
+  EXPECT_THAT(driver().texts(a_.applications), ElementsAre("not connected"));
+  // The attempt that was given up may still hold the library for a while; then the next one works.
+  choosePanel(Pane::kB, addressOf(first_));
+  for (int attempt = 0; attempt < 5 && button(Pane::kB) != "disconnect"; ++attempt) {
+    driver().press(b_.connectButton);
+    WindowDriver::waitFor([this] { return button(Pane::kB) != "connecting"; }, "an answer");
+  }
+  EXPECT_EQ(button(Pane::kB), "disconnect");
+  awaitRow(b_.workplaces, "Workplace 1");
+}
+
+TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  driver().choose(b_.macros, "007");
+  driver().clickRow(b_.commands, 0);
+  driver().press(b_.deleteCommand);
+  first_.simulator.dropConnections();
+  WindowDriver::waitFor([this] { return fixture_.status().contains(QStringLiteral("lost")); },
+                        "word of the loss");
+  EXPECT_EQ(button(Pane::kB), "disconnect") << "the pane stays as it is until the user leaves";
+  EXPECT_EQ(driver().texts(b_.commands).size(), 2U);
+  driver().press(b_.saveChanges);
+  EXPECT_THAT(values(first_.read(1, "007")).size(), 2U) << "files still travel by FTP";
+  driver().press(b_.connectButton);
+  EXPECT_EQ(button(Pane::kB), "connect");
+  driver().press(b_.connectButton);
+  awaitRow(b_.workplaces, "Workplace 1");
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+}
+
+TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
+  PanelFaults faults;
+  faults.ftp.refuseLogin = true;
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  driver().choose(b_.macros, "007");
+  driver().clickRow(b_.commands, 0);
+  driver().press(b_.deleteCommand);
+  ASSERT_TRUE(first_.simulator.setFaults(faults));
+  driver().press(b_.saveChanges);
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT saved"));
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+  driver().choose(b_.macros, "000");
+  EXPECT_EQ(driver().texts(b_.commands).size(), 2U) << "the working copy holds what it held";
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("could not be fetched"));
+}
+
+}  // namespace
+}  // namespace tessaly
