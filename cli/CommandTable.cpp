@@ -28,7 +28,8 @@ constexpr Command kCommands[] = {
      "convert a parameter value as the value field does", runValue},
     {"source", "NUMBER", "the name of a classic source", runSource},
     {"timecode", "PACKED", "the forms of a packed timecode", runTimecode},
-    {"settings", "[--rewrite] [--address-a IP] [--address-b IP]", "print the settings, or read and write them", runSettings},
+    {"settings", "[--rewrite] [--address-a IP] [--address-b IP]",
+     "print the settings, or read and write them", runSettings},
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress},
     {"panel",
      "ADDRESS (list W [--json] | get W N FILE | put W N FILE | delete W N | rename W N NAME |\n"

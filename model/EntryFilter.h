@@ -5,8 +5,8 @@
 
 #include "model/ParameterValue.h"
 
-// What the value field makes of its text after every change by the user: characters that cannot stand are dropped,
-// a value outside the limits is replaced by the limit.
+// What the value field makes of its text after every change by the user: characters that cannot stand are
+// dropped, a value outside the limits is replaced by the limit.
 namespace tessaly {
 
 struct FilteredEntry {
@@ -14,10 +14,12 @@ struct FilteredEntry {
   int beeps = 0;     // one a refused character, one for a replaced limit
 };
 
-[[nodiscard]] FilteredEntry filterInteger(const IntegerParameter& parameter, std::string_view typed, ValueMode mode);
-[[nodiscard]] FilteredEntry filterFloat(const FloatParameter& parameter, bool incremental, std::string_view typed,
-                                        ValueMode mode);
-// Keeps digits, "." and ":". With a frame rate (25 or 30) frames at or above it become the last frame, with a beep.
+[[nodiscard]] FilteredEntry filterInteger(const IntegerParameter& parameter, std::string_view typed,
+                                          ValueMode mode);
+[[nodiscard]] FilteredEntry filterFloat(const FloatParameter& parameter, bool incremental,
+                                        std::string_view typed, ValueMode mode);
+// Keeps digits, "." and ":". With a frame rate (25 or 30) frames at or above it become the last frame, with a
+// beep.
 [[nodiscard]] FilteredEntry filterTimecode(std::string_view typed, int frameRate);
 
 }  // namespace tessaly

@@ -22,9 +22,9 @@ struct PanelSource {
 [[nodiscard]] const std::vector<PanelSource>& panelSources(int category);
 inline constexpr int kSourceCategories = 10;
 
-// The source list of "Select Input": family "INPUT_5" in stored order; without it every enumerated family whose name
-// contains "INPUT", in table order, each panel name once. Rows whose panel name does not begin with "INPUT" are left
-// out.
+// The source list of "Select Input": family "INPUT_5" in stored order; without it every enumerated family
+// whose name contains "INPUT", in table order, each panel name once. Rows whose panel name does not begin
+// with "INPUT" are left out.
 [[nodiscard]] std::vector<PanelSource> inputSources(const FunctionDictionary& dictionary);
 
 // "5" for "INPUT5"; empty when the name does not begin with "INPUT".

@@ -16,12 +16,13 @@ struct Timecode {
   [[nodiscard]] std::uint32_t packed() const;
   [[nodiscard]] static Timecode fromPacked(std::uint32_t packed);
 
-  // "10:20:30:05", "." before the frames with drop frame; "*" at the end when asked for and the field mark is set.
+  // "10:20:30:05", "." before the frames with drop frame; "*" at the end when asked for and the field mark is
+  // set.
   [[nodiscard]] std::string display(bool withField = false) const;
   [[nodiscard]] std::string plain() const;
 
-  // Reads h, m, s, f from the left; white space around the numbers is skipped, missing numbers are 0, a "." before
-  // the last number sets drop frame.
+  // Reads h, m, s, f from the left; white space around the numbers is skipped, missing numbers are 0, a "."
+  // before the last number sets drop frame.
   [[nodiscard]] static Timecode fromText(std::string_view text);
 
   // A stored parameter value: the decimal packed form, or a timecode text when it contains ":".
