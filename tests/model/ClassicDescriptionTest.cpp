@@ -41,9 +41,9 @@ TEST(ClassicDescription, DescribesEveryParameterType) {
       {bi, {0x00, 0x00}, " - pos: -100%"},
       {bi, {0xc8, 0x00}, " - pos: 50%"},
       {"pt_AnalogBi \"pos\"\n:0x00 0x00 \"l\"\n:0x64 0x00 \"n\"\n", {5, 0}, " - pos: 5"},
-      // Falls from 9 over 5 to 1; -7 is beyond the end.
-      {"pt_AnalogBi \"\"\n:0x09 0x00 \"\"\n:0x05 0x00 \"\"\n:0x01 0x00 \"\"\n", {8, 0}, " - -75%"},
-      {"pt_AnalogBi \"\"\n:0x09 0x00 \"\"\n:0x05 0x00 \"\"\n:0x01 0x00 \"\"\n", {0xf9, 0xff}, " - 300%"},
+      // Falls from 9 over 5 to 4; 2 is beyond the end.
+      {"pt_AnalogBi \"\"\n:0x09 0x00 \"\"\n:0x05 0x00 \"\"\n:0x04 0x00 \"\"\n", {8, 0}, " - -75%"},
+      {"pt_AnalogBi \"\"\n:0x09 0x00 \"\"\n:0x05 0x00 \"\"\n:0x04 0x00 \"\"\n", {2, 0}, " - 300%"},
       {"pt_Timecode \"at\"\n", {0x05, 0x30, 0x20, 0x10}, " - at: 10:20:30:05"},
       {"pt_String \"s\"\npt_Clipname \"\"\n", {'a', 'b', 0, 'c'}, " - s: ab - c"},
       {"pt_Input \"src\"\n", {7}, " - src: Input 07"},
