@@ -82,7 +82,11 @@ void Browser::fillApplications() {
 void Browser::chooseApplication() {
   clearFrom(kControlPanelList);
   const std::string application = selectedText(pane_.view.applications());
-  if (onPanel() || application.empty()) return;
+  if (onPanel() || application.empty()) {
+    pane_.olderFamily = false;
+    emit changed();
+    return;
+  }
   ListBox& list = pane_.view.controlPanels();
   if (!hasDevicesFile(site_.root, applicationFolder(path(), application))) {
     pane_.olderFamily = false;
@@ -141,7 +145,8 @@ void Browser::fillWorkplaces() {
 }
 
 void Browser::chooseWorkplace() {
-  if (onPanel() && workplace() > 0) {
+  // The demonstration's names come from no panel.
+  if (onPanel() && workplace() > 0 && !demo_) {
     panelNames_.subscribe(workplace());
     emit panelWorkplaceChosen(workplace());
   }
@@ -195,8 +200,12 @@ void Browser::listKeyFiles() {
 }
 
 void Browser::listPanelMacros() {
-  const MacroNameTable names = panelNames_.names(pane_.descriptor.pane);
   pane_.macroRows.clear();
+  if (workplace() == 0 && !demo_) {
+    pane_.view.macros().rows().clear(false);
+    return;
+  }
+  const MacroNameTable names = panelNames_.names(pane_.descriptor.pane);
   int number = 0;
   for (const std::string& name : names) {
     if (!name.empty()) pane_.macroRows.push_back({format("%03d", number), number, name});
@@ -239,6 +248,7 @@ void Browser::showCommands(int selected) {
 }
 
 void Browser::showDemoListing() {
+  demo_ = true;
   clearFrom(kWorkplaceList);
   std::vector<ListRow> rows;
   for (int number = 1; number <= kDemoWorkplaces; ++number)

@@ -63,6 +63,7 @@ class Browser : public QObject {
   const LineContext& lines_;
   const PanelConnection& connection_;
   MacroNames& panelNames_;
+  bool demo_ = false;  // the demonstration is shown
 };
 
 }  // namespace tessaly

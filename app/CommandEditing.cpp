@@ -37,6 +37,7 @@ bool CommandEditing::editable(Pane pane) const {
 }
 
 void CommandEditing::finish(Pane pane, bool done, const QString& what, int selected) {
+  state(pane).updatedMarks.clear();  // they count lines that have moved
   browser(pane).showCommands(selected);
   emit changed();
   emit said(done ? what : tr("the command could not be written into the working copy"));

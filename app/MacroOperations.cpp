@@ -46,11 +46,15 @@ MacroTarget MacroOperations::selectedTarget(Pane pane) const {
           row->numberText,           row->name};
 }
 
+void MacroOperations::startOpening(Pane pane) {
+  state(pane).commandPosition = 0;
+  state(pane).updatedMarks.clear();
+  emit macroChosen();
+}
+
 void MacroOperations::openMacro(Pane pane) {
   PaneState& here = state(pane);
-  here.commandPosition = 0;
-  here.updatedMarks.clear();
-  emit macroChosen();
+  startOpening(pane);
   const MacroRow* row = here.selectedMacro();
   if (row == nullptr) {
     here.copy.reset();
@@ -61,7 +65,7 @@ void MacroOperations::openMacro(Pane pane) {
   if (here.olderFamily && !onPanel(pane))
     showKeyFile(pane, row->numberText);
   else
-    openTarget(pane, selectedTarget(pane));
+    static_cast<void>(openTarget(pane, selectedTarget(pane)));
   emit changed();
 }
 
@@ -75,14 +79,15 @@ void MacroOperations::showKeyFile(Pane pane, const std::string& numberText) {
   browser(pane).showCommands();
 }
 
-void MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
+bool MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
   PaneState& here = state(pane);
   const bool panel = target.source == PaneSource::kPanel;
-  if (panel ? target.workplace <= 0 : target.folder.empty()) return;
+  if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
   const bool filled = panel ? download(target.address, target.workplace, target.numberText, here.copy.path())
                             : copyFile(site_.root, target.file(), here.copy.path());
   const bool loaded = here.copy.openFetched(target, filled);
   browser(pane).showCommands();
+  here.view.commands().scrollToTop();
   const QString macro = shown(target.numberText + " - " + target.name);
   if (!filled)
     emit said(tr("%1: could not be fetched%2; the working copy still holds what was open before")
@@ -91,13 +96,14 @@ void MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
     emit said(tr("%1: cannot be read").arg(macro));
   else
     emit said(tr("%1: opened").arg(macro));
+  return filled && loaded;
 }
 
 void MacroOperations::rebuild(Pane pane, int reveal) {
   browser(pane).listMacros();
   ListBox& list = state(pane).view.macros();
   const int row = list.rows().rowOfNumber(reveal);
-  if (reveal >= 0 && row >= 0) list.scrollTo(list.rows().index(row));
+  if (reveal >= 0) list.makeCurrent(row);
   emit changed();
 }
 
@@ -141,7 +147,7 @@ void MacroOperations::copyMacro(Pane pane) {
   if (selected == nullptr || state(pane).olderFamily) return;
   const MacroRow source = *selected;
   const MacroRow* target = state(pane).selectedMacro();
-  CopyMacroDialog dialog(source.numberText, source.name,
+  CopyMacroDialog dialog(source.numberText, source.shownName(),
                          target != nullptr ? parseInt(target->numberText) : -1, browser(pane).names(),
                          window_);
   if (dialog.exec() != QDialog::Accepted) return;
@@ -158,7 +164,7 @@ std::string MacroOperations::sourceFile(Pane from, const MacroRow& source) {
   }
   const std::string folder = browser(from).keyFolder();
   if (folder.empty()) return {};
-  const bool converted = convertKeyFile(site_, displayUtf8(source.name), kClassicWorkingCopy,
+  const bool converted = convertKeyFile(site_, displayUtf8(source.shownName()), kClassicWorkingCopy,
                                         keyFile(folder, source.numberText));
   return converted ? std::string(kClassicWorkingCopy) : std::string();
 }
@@ -251,8 +257,10 @@ void MacroOperations::deleteMacro(Pane pane) {
                     : tr("%1: the panel could not be asked to delete it").arg(shown(entry)));
     return;
   }
+  const int row = state(pane).view.macros().selectedRow();
   const bool done = removeFile(site_.root, target.file());
   rebuild(pane);
+  state(pane).view.macros().makeCurrent(row);
   emit said(done ? tr("%1: deleted").arg(shown(entry)) : tr("%1: could not be deleted").arg(shown(entry)));
 }
 
@@ -260,6 +268,7 @@ void MacroOperations::deleteCommand(Pane pane) {
   PaneState& here = state(pane);
   const int row = here.view.commands().selectedRow();
   if (row < 0 || !here.hasMacro() || here.copy.content() != WorkingCopy::Content::kMacro) return;
+  here.updatedMarks.clear();  // they count lines that now move
   const bool done = here.copy.remove(row);
   browser(pane).showCommands(row);
   emit changed();
@@ -267,12 +276,12 @@ void MacroOperations::deleteCommand(Pane pane) {
                  : tr("command %1 could not be deleted").arg(row + 1));
 }
 
-bool MacroOperations::save(Pane pane) {
+MacroOperations::Saved MacroOperations::save(Pane pane) {
   PaneState& here = state(pane);
-  const std::optional<MacroTarget>& target = here.copy.target();
-  if (!target || !here.copy.edited()) return false;
+  const std::optional<MacroTarget> target = here.copy.target();
+  if (!target || !here.copy.edited()) return Saved::kNothing;
   const bool panel = target->source == PaneSource::kPanel;
-  if (panel && (target->workplace <= 0 || demo_)) return false;
+  if (panel && (target->workplace <= 0 || demo_)) return Saved::kNothing;
   const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path())
                           : here.copy.saveToDisk();
   here.copy.leaveEditState();
@@ -283,16 +292,17 @@ bool MacroOperations::save(Pane pane) {
             : unannounced ? tr("%1: saved%2").arg(macro, reason())
                           : tr("%1: NOT saved%2; the working copy still holds the changes")
                                 .arg(macro, panel ? reason() : QString()));
-  return true;
+  return done || unannounced ? Saved::kDone : Saved::kFailed;
 }
 
 void MacroOperations::discard(Pane pane) {
+  startOpening(pane);
   const std::optional<MacroTarget> noted = state(pane).copy.target();
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
-  if (!target.numberText.empty()) openTarget(pane, target);
+  const bool opened = !target.numberText.empty() && openTarget(pane, target);
   state(pane).copy.leaveEditState();
   emit changed();
-  emit said(tr("changes discarded"));
+  if (opened) emit said(tr("%1: changes discarded").arg(shown(target.numberText + " - " + target.name)));
 }
 
 }  // namespace tessaly

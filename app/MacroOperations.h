@@ -33,8 +33,9 @@ class MacroOperations : public QObject {
   void renameMacro(Pane pane);
   void deleteMacro(Pane pane);
   void deleteCommand(Pane pane);
-  // False when there is nothing to save or nowhere to save it to; edit state then stays.
-  bool save(Pane pane);
+  enum class Saved { kNothing, kFailed, kDone };
+  // kNothing when there is nothing to save or nowhere to save it to; edit state then stays.
+  Saved save(Pane pane);
   void discard(Pane pane);
 
  signals:
@@ -53,7 +54,9 @@ class MacroOperations : public QObject {
                               const std::string& file);
   [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,
                             const std::string& file);
-  void openTarget(Pane pane, const MacroTarget& target);
+  void startOpening(Pane pane);
+  [[nodiscard]] bool openTarget(Pane pane,
+                                const MacroTarget& target);  // false: not what the target holds is shown
   void showKeyFile(Pane pane, const std::string& numberText);
   void rebuild(Pane pane, int reveal = -1);
   void copyFromDisk(Pane to, const MacroRow& source, int number);

@@ -1,5 +1,6 @@
 #include "app/MacroPane.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QShortcut>
 
@@ -54,6 +55,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
   numberControls();
   connectControls();
   addShortcuts();
+  addDeleteKey(ui_->macros, ui_->deleteMacro);
+  addDeleteKey(ui_->commands, ui_->deleteCommand);
   applyTabStops();
 }
 
@@ -150,12 +153,21 @@ void MacroPane::addShortcuts() {
   for (const auto& [button, key] : keys) {
     auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, button, [button = button] {
-      if (button->isVisible()) button->click();
+    connect(shortcut, &QShortcut::activated, button, [this, button = button] {
+      if (!button->isVisible() || !button->isEnabled()) return;
+      // Leaving the path first commits it: the button must not act on lists of another path.
+      if (ui_->address->hasFocus()) ui_->commands->setFocus();
+      button->click();
     });
     const QString name = shortcut->key().toString(QKeySequence::NativeText);
     button->setToolTip(button->toolTip().isEmpty() ? name : tr("%1 (%2)").arg(button->toolTip(), name));
   }
+}
+
+void MacroPane::addDeleteKey(ListBox* list, QPushButton* button) {
+  auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Delete), list);
+  shortcut->setContext(Qt::WidgetShortcut);
+  connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
 }
 
 ListBox& MacroPane::applications() { return *ui_->applications; }
@@ -187,6 +199,10 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
 }
 
 void MacroPane::showControls(const PaneControls& controls) {
+  // A button that goes while it has the keyboard would hand it to the next control, perhaps of the other
+  // pane.
+  QWidget* focus = QApplication::focusWidget();
+  const bool onButton = qobject_cast<QPushButton*>(focus) != nullptr && isAncestorOf(focus);
   ui_->harddisk->setEnabled(controls.selectionEnabled);
   ui_->panel->setEnabled(controls.selectionEnabled);
   for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
@@ -212,6 +228,8 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->saveChanges->setVisible(controls.saveShown);
   ui_->discardChanges->setVisible(controls.saveShown);
   notice_->setVisible(controls.noticeShown);
+  if (onButton && (!focus->isEnabled() || !focus->isVisibleTo(this)))
+    (ui_->commands->isEnabled() ? ui_->commands : ui_->macros)->setFocus();
 }
 
 void MacroPane::showProgress(const QString& text) { ui_->progress->setText(text); }

@@ -4,6 +4,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
 
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
@@ -70,6 +71,7 @@ class MacroPane : public QGroupBox {
   void numberControls();
   void connectControls();
   void addShortcuts();
+  void addDeleteKey(ListBox* list, QPushButton* button);
   void placeNotice();
 
   const PaneDescriptor& descriptor_;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* kLoadingNotice = "L O A D I N G   D A T A ,       please wait.....";
 constexpr const char* kAboutCommand = "&About Tessaly...";
+constexpr int kCloseAgainMilliseconds = 100;
 constexpr int kConnectionWatchMilliseconds = 1000;
 constexpr QSize kStartSize{1180, 820};  // pixels
 
@@ -78,7 +79,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   updateControls();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+  // Nothing may arrive while the parts that take it go, one after the other.
+  subscriptions_.dropAll();
+}
 
 void MainWindow::layOut() {
   ui_->setupUi(this);
@@ -170,8 +174,10 @@ void MainWindow::connectPanel() {
             room(pane).view->showSource(connection_.source(pane));
             room(pane).view->showConnection(display);
           });
-  connect(&bridge_, &PanelBridge::listsWanted, this,
-          [this](Pane pane) { room(pane).browser->fillApplications(); });
+  connect(&bridge_, &PanelBridge::listsWanted, this, [this](Pane pane) {
+    // Whatever asks for it: the lists stay while unsaved work hangs on them.
+    if (!room(pane).state->copy.edited()) room(pane).browser->fillApplications();
+  });
   connect(&bridge_, &PanelBridge::macroPositionReset, this,
           [this](Pane pane) { room(pane).state->macroPosition = 0; });
   connect(&bridge_, &PanelBridge::demoWanted, this, &MainWindow::showDemo);
@@ -184,15 +190,15 @@ void MainWindow::connectPanel() {
 
 void MainWindow::readSettingsFile() {
   readSettings(context_.site.root, settings_);
-  connection_.setTexts(Pane::kA, settings_.pathA, settings_.addressA);
-  connection_.setTexts(Pane::kB, settings_.pathB, settings_.addressB);
+  connection_.setTexts(Pane::kA, windows1252ToUtf8(settings_.pathA), windows1252ToUtf8(settings_.addressA));
+  connection_.setTexts(Pane::kB, windows1252ToUtf8(settings_.pathB), windows1252ToUtf8(settings_.addressB));
 }
 
 void MainWindow::writeSettingsFile() {
-  settings_.pathA = connection_.storedPath(Pane::kA);
-  settings_.pathB = connection_.storedPath(Pane::kB);
-  settings_.addressA = connection_.address(Pane::kA);
-  settings_.addressB = connection_.address(Pane::kB);
+  settings_.pathA = utf8ToWindows1252(connection_.storedPath(Pane::kA));
+  settings_.pathB = utf8ToWindows1252(connection_.storedPath(Pane::kB));
+  settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
+  settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
   if (!writeSettings(context_.site.root, settings_)) say(tr("the settings could not be written"));
 }
 
@@ -257,7 +263,8 @@ void MainWindow::updateControls() {
 
 void MainWindow::showDemo() {
   panelNames_.showDemo();
-  for (const Pane pane : kPanes) room(pane).browser->showDemoListing();
+  for (const Pane pane : kPanes)
+    if (!room(pane).state->copy.edited()) room(pane).browser->showDemoListing();
 }
 
 void MainWindow::watchConnection() {
@@ -267,7 +274,10 @@ void MainWindow::watchConnection() {
   lossTold_ = lost;
 }
 
-void MainWindow::say(const QString& text) { ui_->statusStrip->setText(text); }
+void MainWindow::say(const QString& text) {
+  ui_->statusStrip->setText(text);
+  ui_->statusStrip->setToolTip(text.toHtmlEscaped());
+}
 
 bool MainWindow::mayClose() {
   for (const Pane pane : kPanes) {
@@ -278,10 +288,11 @@ bool MainWindow::mayClose() {
     QMessageBox box(QMessageBox::Question, tr("Tessaly"),
                     tr("%1: \"%2\" has unsaved changes.").arg(QLatin1String(here.descriptor.title), macro),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Save);
     switch (box.exec()) {
       case QMessageBox::Save:
-        if (!operations_->save(pane)) return false;
+        if (operations_->save(pane) != MacroOperations::Saved::kDone) return false;
         break;
       case QMessageBox::Discard:
         break;
@@ -293,7 +304,14 @@ bool MainWindow::mayClose() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (transfer_.busy() || !mayClose()) {
+  if (transfer_.busy()) {
+    // The transfer is given up first; the window closes as soon as its handler has returned.
+    transfer_.macros().cancel();
+    QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
+    event->ignore();
+    return;
+  }
+  if (!mayClose()) {
     event->ignore();
     return;
   }

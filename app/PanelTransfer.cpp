@@ -16,9 +16,16 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   busy_ = true;
   TransferOutcome outcome;
   QEventLoop loop;
+  bool finished = false;  // GUI thread
   std::thread worker([&] {
     outcome = operation(macros_);
-    QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &loop,
+        [&] {
+          finished = true;
+          loop.quit();
+        },
+        Qt::QueuedConnection);
   });
 
   QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
@@ -30,13 +37,14 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   QObject::connect(&progress, &QProgressDialog::canceled, &loop, [this] { macros_.cancel(); });
   QTimer late;
   late.setSingleShot(true);
-  QObject::connect(&late, &QTimer::timeout, &loop, [&loop] { loop.exit(1); });
+  QObject::connect(&late, &QTimer::timeout, &loop, &QEventLoop::quit);
   late.start(kQuietMilliseconds);
 
   // Input of the first moments is not lost: it is handled once the transfer is over or the progress is shown.
-  if (loop.exec(QEventLoop::ExcludeUserInputEvents) == 1) {
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+  if (!finished) {
     progress.show();
-    loop.exec();
+    while (!finished) loop.exec();
   }
   worker.join();
   busy_ = false;

@@ -58,6 +58,8 @@ void ValueUpdate::start(Pane pane) {
   notedCount_ = state.copy.commandCount();
   state.updatedMarks.assign(static_cast<std::size_t>(notedCount_), false);
   selected_ = state.view.commands().selectedRow();
+  dropRegistrations();
+  heldRevision_ = state.copy.revision();
   // The marker stays set after this and every later early return, until a macro is selected: users know it
   // so.
   if (selected_ < 0 && !messages_.ask(format(kUpdateAll, state.descriptor.letter), MessageIcon::kQuestion))
@@ -68,8 +70,8 @@ void ValueUpdate::start(Pane pane) {
   if (result.broken) return;
   if (selected_ < 0) report(result);
   updated_ = 0;
-  heldRevision_ = state.copy.revision();
-  if (state.copy.hold()) request(chosen);
+  // A box may have been open meanwhile, and the panel may have taken the macro away behind it.
+  if (state.copy.revision() == heldRevision_ && state.copy.hold()) request(chosen);
 }
 
 std::vector<std::size_t> ValueUpdate::chosenCommands() {
@@ -120,7 +122,6 @@ void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
   for (std::size_t i = static_cast<std::size_t>(std::max(0, selected_)); i < commands.size(); ++i)
     commandsByFid_[commands[i].fid].push_back(i);
   std::unordered_map<std::string, bool> asked;
-  for (const std::string& name : registered_) asked[name] = true;
   for (const std::size_t i : chosen) {
     const MacroCommand& command = commands[i];
     if (isClassic(command)) continue;
@@ -204,10 +205,15 @@ void ValueUpdate::finish() {
   marker_ = kIdle;
   notedCount_ = -1;
   state.updatedMarks.clear();
+  dropRegistrations();
+  emit changed();
+}
+
+void ValueUpdate::dropRegistrations() {
   subscriptions_.unsubscribeCommandValues(registered_);
   registered_.clear();
+  commandsByFid_.clear();
   quiet_.stop();
-  emit changed();
 }
 
 }  // namespace tessaly

@@ -55,6 +55,7 @@ class ValueUpdate : public QObject {
   void drain();
   void handle(const Arrived& value);
   bool setValue(std::size_t command, const std::string& text);
+  void dropRegistrations();
   void finish();
 
   std::array<PaneAccess, kPanes.size()> panes_;

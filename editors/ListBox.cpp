@@ -60,9 +60,13 @@ void ListBoxModel::takeOver() {
       const std::lock_guard guard(mutex_);
       shown_ = std::move(rows);
     }
+    constexpr std::size_t kColumn = 60;  // characters that a tab may stand for
+    const auto room = [](const std::string& text) {
+      return text.size() + kColumn * static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
+    };
     const auto longest = std::max_element(
         shown_.begin(), shown_.end(),
-        [](const auto& first, const auto& second) { return first.text.size() < second.text.size(); });
+        [&room](const auto& first, const auto& second) { return room(first.text) < room(second.text); });
     longest_ = shown_.empty() ? -1 : static_cast<int>(longest - shown_.begin());
     endResetModel();
   }
@@ -93,7 +97,8 @@ Qt::ItemFlags ListBoxModel::flags(const QModelIndex& index) const {
 QVariant ListBoxModel::data(const QModelIndex& index, int role) const {
   const ListRow* shown = row(index.row());
   if (shown == nullptr) return {};
-  if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return shownText(*shown);
+  if (role == Qt::DisplayRole) return shownText(*shown);
+  if (role == Qt::ToolTipRole) return shownText(*shown).toHtmlEscaped();
   return {};
 }
 
@@ -159,6 +164,7 @@ ListBox::ListBox(QWidget* parent) : QListView(parent), delegate_(new ListBoxDele
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setTextElideMode(Qt::ElideNone);
   setTabKeyNavigation(false);
+  connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, &ListBox::keepPlace);
   connect(&model_, &ListBoxModel::rowsChanged, this, &ListBox::followModel);
 }
 
@@ -176,6 +182,16 @@ QSize ListBox::minimumSizeHint() const { return sizeOfRows(3); }
 QSize ListBox::sizeOfRows(int rows) const {
   const QFontMetrics metrics(font());
   return {metrics.averageCharWidth() * 18, rows * (metrics.height() + kRowGap) + 2 * frameWidth()};
+}
+
+void ListBox::keepPlace() { place_ = verticalScrollBar()->value(); }
+
+void ListBox::makeCurrent(int row) {
+  const int last = model_.rowCount() - 1;
+  if (row < 0 || last < 0) return;
+  const QModelIndex index = model_.index(std::min(row, last));
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  scrollTo(index);
 }
 
 void ListBox::selectRow(int row) {
@@ -200,7 +216,14 @@ void ListBox::setAllowed(bool allowed) {
   followModel();
 }
 
-void ListBox::followModel() { setEnabled(allowed_ && model_.enabled()); }
+void ListBox::followModel() {
+  setEnabled(allowed_ && model_.enabled());
+  // A list that is drawn anew stays where it was scrolled to.
+  if (verticalScrollBar()->value() != place_ && model_.rowCount() > 0) {
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(place_);
+  }
+}
 
 void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QListView::selectionChanged(selected, deselected);
@@ -211,8 +234,10 @@ void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelect
 
 void ListBox::mousePressEvent(QMouseEvent* event) {
   changedByPress_ = false;
+  // Asked first: what the press starts may fill this list anew.
+  const bool beside = !indexAt(event->pos()).isValid();
   QListView::mousePressEvent(event);
-  if (!indexAt(event->pos()).isValid()) selectionModel()->clear();
+  if (beside) selectionModel()->clear();
 }
 
 void ListBox::mouseReleaseEvent(QMouseEvent* event) {
@@ -226,6 +251,13 @@ void ListBox::mouseReleaseEvent(QMouseEvent* event) {
 
 void ListBox::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+  if ((enter || arrow) && selectedRow() < 0 && currentIndex().isValid()) {
+    // The first key selects the row that the keyboard stands on.
+    selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+    event->accept();
+    return;
+  }
   if (enter && selectedRow() >= 0) {
     emit chosen(selectedRow());
     event->accept();

@@ -38,7 +38,8 @@ class ListBoxModel : public QAbstractListModel {
   [[nodiscard]] const ListRow* row(int index) const;  // null outside; the shown rows
   [[nodiscard]] int rowOfNumber(int number) const;    // -1 when no row has it
   [[nodiscard]] bool enabled() const { return shownEnabled_; }
-  [[nodiscard]] int longestRow() const { return longest_; }  // -1 when empty
+  // The row whose text takes the most room, a tab counted as a column; -1 when empty.
+  [[nodiscard]] int longestRow() const { return longest_; }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
@@ -92,6 +93,8 @@ class ListBox : public QListView {
   void selectRow(int row);
   // The list takes clicks and keys while it is allowed to and its rows are enabled.
   void setAllowed(bool allowed);
+  // Where the keyboard goes on from, without selecting; the last row when the list has become shorter.
+  void makeCurrent(int row);
   // Small, so that layouts decide: a list takes the room that it is given.
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -110,10 +113,12 @@ class ListBox : public QListView {
 
  private:
   void followModel();
+  void keepPlace();
   [[nodiscard]] QSize sizeOfRows(int rows) const;
 
   ListBoxModel model_;
   ListBoxDelegate* delegate_;
+  int place_ = 0;  // of the scroll bar before the rows change
   bool allowed_ = true;
   bool quiet_ = false;           // a selection by program is under way
   bool changedByPress_ = false;  // the press that is being released has changed the selection

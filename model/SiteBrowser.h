@@ -29,7 +29,11 @@ struct MacroRow {
   int number = -1;         // 0 to 999 (key files 95), -1 when the text is no such number
   std::string name;        // "???" when it cannot be read
 
-  [[nodiscard]] std::string text() const { return numberText + " - " + name; }
+  // The name as it is shown: a carriage return of a key file stays in `name` alone.
+  [[nodiscard]] std::string shownName() const {
+    return name.empty() || name.back() != '\r' ? name : name.substr(0, name.size() - 1);
+  }
+  [[nodiscard]] std::string text() const { return numberText + " - " + shownName(); }
 };
 
 struct MacroListing {

@@ -243,6 +243,13 @@ TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
   EXPECT_THAT(values(fixture_.site.read(temp)), ElementsAre("0", "23 10 05 01 ", "1"));
   driver().press(a_.discardChanges);
 
+  // A value that the client knows already comes at once, also after an update that was left open.
+  driver().clickRow(a_.macros, 1);
+  driver().press(a_.updateData);
+  WindowDriver::waitFor([this] { return driver().control<QAbstractButton>(a_.saveChanges).isVisible(); },
+                        "edit state from a known value");
+  driver().press(a_.discardChanges);
+
   // A cancelled question keeps the update busy until a macro is selected.
   driver().clickRow(a_.macros, 1);
   fixture_.site.messages.take();

@@ -243,6 +243,46 @@ TEST_F(WindowTest, AFailedOpenCannotBeSavedOverTheChosenMacro) {
   EXPECT_FALSE(visible(a_.saveChanges));
 }
 
+TEST_F(WindowTest, UnsavedWorkSurvivesEveryKey) {
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "001");
+  driver().clickRow(a_.commands, 0);
+  auto& commands = driver().list(a_.commands);
+  commands.setFocus();
+  QTest::keyClick(&commands, Qt::Key_Delete);
+  const std::size_t left = driver().texts(a_.commands).size();
+  EXPECT_EQ(left + 1, commandsIn(macroPath(1)));
+  auto& path = driver().control<QLineEdit>(a_.address);
+  path.setFocus();
+  QTest::keyClick(&path, Qt::Key_Return);
+  EXPECT_TRUE(visible(a_.saveChanges)) << "Enter in the path must not empty the lists under the edits";
+  EXPECT_EQ(driver().texts(a_.commands).size(), left);
+
+  // A save that fails keeps the window open; the keyboard stays in its pane.
+  const std::filesystem::path file = fixture_.site.root.resolve(macroPath(1));
+  std::filesystem::remove(file);
+  std::filesystem::create_directory(file);
+  WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Save")); });
+  EXPECT_FALSE(fixture_.window->close());
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT saved"));
+}
+
+TEST_F(WindowTest, AHalfTypedPathIsNotActedOn) {
+  const std::string other = "c:\\programme\\rv48\\appli2\\";
+  fixture_.site.write(other + "Evening News\\CP1\\macroWP1\\macro001.mac",
+                      "<macro name=\"keep\"><data/></macro>");
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "001");
+  auto& path = driver().control<QLineEdit>(a_.address);
+  path.setFocus();
+  path.selectAll();
+  QTest::keyClicks(&path, QString::fromStdString(other));
+  QTest::keyClick(&path, Qt::Key_T, Qt::AltModifier);
+  EXPECT_THAT(fixture_.site.messages.take(), IsEmpty())
+      << "nothing may be deleted from the lists of the old path";
+  EXPECT_EQ(nameIn(other + "Evening News\\CP1\\macroWP1\\macro001.mac"), "keep");
+}
+
 TEST_F(WindowTest, SettingsSurviveUnchanged) {
   const std::string before = fixture_.site.read(kSettingsFile);
   EXPECT_TRUE(fixture_.window->close());
