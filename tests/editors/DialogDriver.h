@@ -71,7 +71,11 @@ class DialogDriver {
     QTest::keyClick(&edit, Qt::Key_Delete);
   }
 
-  void click(const char* name) const { QTest::mouseClick(&usable<QAbstractButton>(name), Qt::LeftButton); }
+  // Near the left edge, where boxes and radio buttons have their mark.
+  void click(const char* name) const {
+    auto& button = usable<QAbstractButton>(name);
+    QTest::mouseClick(&button, Qt::LeftButton, Qt::NoModifier, {10, button.height() / 2});
+  }
 
   [[nodiscard]] std::vector<std::string> rows(const char* name) const {
     const QAbstractItemModel& model = *control<QListView>(name).model();

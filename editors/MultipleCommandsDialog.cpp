@@ -1,0 +1,223 @@
+#include "editors/MultipleCommandsDialog.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include <QShortcut>
+
+#include "editors/DialogText.h"
+#include "editors/ListBox.h"
+#include "editors/MultipleCommandsModel.h"
+#include "editors/ParameterUpdate.h"
+#include "editors/SelectInputDialog.h"
+#include "ui_MultipleCommandsDialog.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kNotConnected =
+    "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
+// In the order of "Command Destination".
+constexpr std::string_view kPrefixes[] = {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."};
+const std::vector<int> kTabStops{180, 260, 340, 420};  // dialog units
+
+}  // namespace
+
+MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int workplace, int position,
+                                               Inserter inserter, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::MultipleCommandsDialog>()),
+      context_(context),
+      workplace_(workplace),
+      position_(position),
+      inserter_(std::move(inserter)),
+      model_(std::make_unique<MultipleCommandsModel>(context.dictionary, context.decodingLists, workplace)),
+      update_(std::make_unique<ParameterUpdate>(context.client,
+                                                [this](std::size_t command, const std::string& value) {
+                                                  return model_->takeAnswer(command, value);
+                                                })) {
+  ui_->setupUi(this);
+  connectList();
+  connectButtons();
+  chooseDestination(ui_->destination->currentIndex());
+  inserting_.setInterval(0);
+  connect(&inserting_, &QTimer::timeout, this, &MultipleCommandsDialog::insertNext);
+  connect(update_.get(), &ParameterUpdate::changed, this, [this] {
+    model_->refresh();
+    refresh();
+  });
+}
+
+MultipleCommandsDialog::~MultipleCommandsDialog() = default;
+
+void MultipleCommandsDialog::connectList() {
+  auto* delegate = new ListBoxDelegate(ui_->commands);
+  delegate->setTabStops(kTabStops);
+  ui_->commands->setItemDelegate(delegate);
+  ui_->commands->setModel(model_.get());
+  connect(ui_->commands->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &MultipleCommandsDialog::refresh);
+  auto* remove = new QShortcut(Qt::Key_Delete, ui_->commands);
+  remove->setContext(Qt::WidgetShortcut);
+  connect(remove, &QShortcut::activated, this, &MultipleCommandsDialog::removeSelected);
+}
+
+void MultipleCommandsDialog::connectButtons() {
+  connect(ui_->pad, &DestinationPad::pressed, this, &MultipleCommandsDialog::add);
+  connect(ui_->pad, &DestinationPad::correctionPressed, this, &MultipleCommandsDialog::addCorrection);
+  connect(ui_->selectAll, &QPushButton::clicked, ui_->commands, &QListView::selectAll);
+  connect(ui_->deselectAll, &QPushButton::clicked, ui_->commands, &QListView::clearSelection);
+  connect(ui_->removeSelected, &QPushButton::clicked, this, &MultipleCommandsDialog::removeSelected);
+  connect(ui_->updateParameters, &QPushButton::clicked, this, &MultipleCommandsDialog::updateParameters);
+  connect(ui_->raw, &QCheckBox::toggled, this, &MultipleCommandsDialog::showOptions);
+  connect(ui_->tabs, &QCheckBox::toggled, this, &MultipleCommandsDialog::showOptions);
+  connect(ui_->destination, &QComboBox::currentIndexChanged, this,
+          &MultipleCommandsDialog::chooseDestination);
+  connect(ui_->insertStart, &QPushButton::clicked, this, [this] { startInsertion(InsertMode::kAtStart); });
+  connect(ui_->insertPosition, &QPushButton::clicked, this,
+          [this] { startInsertion(InsertMode::kAtPosition); });
+  connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { startInsertion(InsertMode::kAppend); });
+  connect(ui_->cancel, &QPushButton::clicked, this, &MultipleCommandsDialog::reject);
+}
+
+void MultipleCommandsDialog::done(int result) {
+  inserting_.stop();
+  QDialog::done(result);
+}
+
+void MultipleCommandsDialog::add(const Destination& destination) {
+  model_->add(destination);
+  ui_->commands->scrollToBottom();
+  refresh();
+}
+
+void MultipleCommandsDialog::addCorrection(const InputCorrection& correction) {
+  const QString title = QString::fromUtf8(correction.title.data(), qsizetype(correction.title.size()));
+  SelectInputDialog dialog(title, context_.inputSources, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const auto row = static_cast<std::size_t>(dialog.selectedRow());
+  if (row >= context_.inputSources.size()) return;
+  add(correction.forInput(inputNumberText(context_.inputSources[row].panelName)));
+}
+
+void MultipleCommandsDialog::removeSelected() {
+  model_->remove(selectedRows());
+  refresh();
+}
+
+void MultipleCommandsDialog::chooseDestination(int index) {
+  if (index < 0 || static_cast<std::size_t>(index) >= std::size(kPrefixes)) return;
+  model_->setMainframePrefix(std::string(kPrefixes[index]));
+}
+
+void MultipleCommandsDialog::updateParameters() {
+  if (!context_.connected()) {
+    context_.site.messages.show(kNotConnected, MessageIcon::kExclamation);
+    return;
+  }
+  std::vector<ParameterUpdate::Question> questions;
+  int nothingToAsk = 0;
+  for (const int row : chosenRows()) {
+    const ListedCommand& command = model_->commands().at(row);
+    if (command.takesValue)
+      questions.push_back({command.id, valueName(command.function, model_->prefix(row))});
+    else
+      ++nothingToAsk;
+  }
+  update_->start(questions, nothingToAsk);
+}
+
+void MultipleCommandsDialog::startInsertion(InsertMode mode) {
+  insertion_ = {chosenRows(), 0, mode};
+  ui_->work->setEnabled(false);
+  ui_->insertButtons->setEnabled(false);
+  inserting_.start();
+}
+
+// One command a turn of the event loop, so that the progress is seen and "Cancel" works.
+void MultipleCommandsDialog::insertNext() {
+  if (insertion_.next >= insertion_.rows.size()) {
+    inserting_.stop();
+    accept();
+    return;
+  }
+  const int place = static_cast<int>(insertion_.next);
+  const int row = insertion_.rows[insertion_.next];
+  ui_->status->setText(shown(insertingText(place + 1, static_cast<int>(insertion_.rows.size()))));
+  ui_->status->repaint();
+  // The block keeps the order of the list: each further command goes behind the one before it.
+  const bool first = place == 0 || insertion_.mode == InsertMode::kAppend;
+  const int position = place + (insertion_.mode == InsertMode::kAtPosition ? position_ : 0);
+  const bool inserted = inserter_(draftOf(model_->commands().at(row), model_->prefix(row)), workplace_,
+                                  position, first ? insertion_.mode : InsertMode::kAtPosition);
+  if (!inserted) {
+    endInsertion();
+    return;
+  }
+  ++insertion_.next;
+  ++insertedCount_;
+}
+
+// What is in the macro already leaves the list, so that another attempt does not insert it again.
+void MultipleCommandsDialog::endInsertion() {
+  inserting_.stop();
+  insertion_.rows.resize(insertion_.next);
+  if (position_ >= 0 && insertion_.mode != InsertMode::kAppend)
+    position_ += static_cast<int>(insertion_.next);
+  model_->remove(insertion_.rows);
+  ui_->work->setEnabled(true);
+  ui_->insertButtons->setEnabled(true);
+  refresh();
+  ui_->status->setText(tr("The next command could not be inserted"));
+}
+
+void MultipleCommandsDialog::showOptions() {
+  LineOptions options;
+  options.raw = ui_->raw->isChecked();
+  options.tabs = ui_->tabs->isChecked();
+  model_->setOptions(options);
+}
+
+void MultipleCommandsDialog::refresh() {
+  if (inserting_.isActive()) return;
+  const MultipleCommands& commands = model_->commands();
+  const std::vector<int> rows = chosenRows();
+  const bool selection = ui_->commands->selectionModel()->hasSelection();
+  const Chosen chosen{selection, static_cast<int>(rows.size()), commands.missing(rows)};
+  const bool updating = update_->running();
+  ui_->status->setText(
+      shown(updating ? updatingText(update_->number(), update_->count()) : statusText(chosen)));
+  ui_->total->setText(shown(totalText(commands.size())));
+  const InsertCaptions& captions = insertCaptions(selection);
+  ui_->insertStart->setText(tr(captions.start));
+  ui_->insertPosition->setText(tr(captions.position));
+  ui_->insertEnd->setText(tr(captions.end));
+  const bool ready = chosen.ready() && !updating;
+  ui_->insertStart->setEnabled(ready);
+  ui_->insertPosition->setEnabled(ready && position_ >= 0);
+  ui_->insertEnd->setEnabled(ready);
+  ui_->selectAll->setEnabled(commands.size() > 0);
+  ui_->deselectAll->setEnabled(selection);
+  ui_->removeSelected->setEnabled(selection);
+  ui_->updateParameters->setEnabled(commands.size() > 0);
+}
+
+std::vector<int> MultipleCommandsDialog::selectedRows() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : ui_->commands->selectionModel()->selection())
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+std::vector<int> MultipleCommandsDialog::chosenRows() const {
+  std::vector<int> rows = selectedRows();
+  if (!rows.empty()) return rows;
+  rows.resize(static_cast<std::size_t>(model_->commands().size()));
+  std::iota(rows.begin(), rows.end(), 0);
+  return rows;
+}
+
+}  // namespace tessaly
