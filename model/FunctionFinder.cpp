@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <unordered_set>
 
 namespace tessaly {
 namespace {
@@ -151,6 +150,25 @@ std::vector<std::string> FunctionFinder::segmentsBehind(std::size_t last, const 
     if (segment.empty() || segment == before) continue;
     before = segment;
     if (seen.insert(segment).second) segments.emplace_back(segment);
+  }
+  return segments;
+}
+
+std::unordered_set<std::string_view> FunctionFinder::segmentsOf(const FinderFilters& filters,
+                                                                bool increments) {
+  std::unordered_set<std::string_view> segments;
+  std::string_view before;
+  for (const std::uint32_t function : find(filters, increments)) {
+    // Neighbours share the beginnings of their names.
+    const std::string_view name = dictionary_.name(function);
+    std::size_t begin = 0;
+    while (begin <= name.size()) {
+      const std::size_t end = std::min(name.find('.', begin), name.size());
+      if (name.substr(0, end + 1) != before.substr(0, end + 1))
+        segments.insert(name.substr(begin, end - begin));
+      begin = end + 1;
+    }
+    before = name;
   }
   return segments;
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "dictionary/FunctionDictionary.h"
@@ -42,6 +43,10 @@ class FunctionFinder {
   // they come. None when that filter is not active.
   [[nodiscard]] std::vector<std::string> segmentsBehind(std::size_t last, const FinderFilters& filters,
                                                         bool increments);
+
+  // All segments of the functions that pass. They stand in the dictionary's names.
+  [[nodiscard]] std::unordered_set<std::string_view> segmentsOf(const FinderFilters& filters,
+                                                                bool increments);
 
  private:
   struct Stage {

@@ -1,0 +1,269 @@
+#include "editors/CreateCommandDialog.h"
+
+#include <QKeyEvent>
+#include <QShortcut>
+
+#include "editors/DialogText.h"
+#include "ui_CreateCommandDialog.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kWorkplace = "Workplace";
+constexpr const char* kReady = "COMMAND READY FOR INSERTION";
+constexpr const char* kMissing = "Parameters are missing...";
+constexpr const char* kNotConnected =
+    "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
+
+bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+}  // namespace
+
+CreateCommandDialog::CreateCommandDialog(const EditorContext& context, int workplace, bool commandSelected,
+                                         QWidget* parent, Beep beep)
+    : QDialog(parent),
+      context_(context),
+      workplace_(workplace),
+      commandSelected_(commandSelected),
+      ui_(std::make_unique<Ui::CreateCommandDialog>()),
+      chooser_(context.dictionary),
+      found_(context.dictionary),
+      request_(context.client),
+      parameters_(new ParameterPanel(context.inputSources, context.frameRate, std::move(beep))) {
+  layOut();
+  connectChoice();
+  for (std::size_t i = 0; i < searches_.size(); ++i) connectSearch(i);
+  connectCommand();
+  addShortcuts();
+  chooseDestination(ui_->destination->currentIndex());
+  ui_->search1->setFocus();
+}
+
+CreateCommandDialog::~CreateCommandDialog() = default;
+
+void CreateCommandDialog::layOut() {
+  ui_->setupUi(this);
+  subgroups_ = {ui_->subgroup1, ui_->subgroup2, ui_->subgroup3};
+  searches_ = {{{ui_->search1, ui_->clear1, ui_->results1},
+                {ui_->search2, ui_->clear2, ui_->results2},
+                {ui_->search3, ui_->clear3, ui_->results3},
+                {ui_->search4, ui_->clear4, ui_->results4},
+                {ui_->search5, ui_->clear5, ui_->results5}}};
+  ui_->found->setModel(&found_);
+  ui_->parameterRoom->addWidget(parameters_);
+  setTabOrder(ui_->found, parameters_);
+  keepSpaceWhenHidden({ui_->workplace});
+  // A workplace beyond the box's rows is none of them and is kept.
+  ui_->workplace->setCurrentIndex(workplace_ <= ui_->workplace->count() ? workplace_ - 1 : -1);
+  QAbstractButton* const categories[] = {
+      ui_->me, ui_->inputCorrection, ui_->aux, ui_->ramRecorder, ui_->machine, ui_->edpm, ui_->emem};
+  for (int id = 0; id < CommandChooser::kCategories; ++id) ui_->categories->setId(categories[id], id);
+}
+
+void CreateCommandDialog::connectChoice() {
+  connect(ui_->destination, &QComboBox::activated, this, &CreateCommandDialog::chooseDestination);
+  connect(ui_->categories, &QButtonGroup::idClicked, this, [this](int category) {
+    chooser_.chooseCategory(category);
+    showChoice();
+  });
+  for (std::size_t level = 0; level < subgroups_.size(); ++level) {
+    subgroups_[level]->installEventFilter(this);
+    connect(subgroups_[level], &ListBox::chosen, this, [this, level](int row) {
+      if (chooser_.subgroup(level).selected == row) return;
+      chooser_.chooseSubgroup(level, row);
+      showChoice();
+    });
+  }
+  connect(ui_->showIncrements, &QCheckBox::clicked, this, [this](bool on) {
+    chooser_.setIncrements(on);
+    showChoice();
+  });
+  connect(ui_->showRaw, &QCheckBox::clicked, this, [this](bool on) {
+    found_.setRaw(on);
+    if (function_) parameters_->setRaw(on);
+  });
+}
+
+void CreateCommandDialog::connectSearch(std::size_t search) {
+  const SearchColumn& column = searches_[search];
+  column.text->installEventFilter(this);
+  column.list->installEventFilter(this);
+  const auto setText = [this, search](const QString& text) {
+    chooser_.setSearchText(search, text.toStdString());
+    showChoice();
+  };
+  connect(column.text, &QLineEdit::textEdited, this, setText);
+  connect(column.clear, &QPushButton::clicked, this, [setText] { setText({}); });
+  connect(column.list, &ListBox::chosen, this, [this, search](int row) {
+    chooser_.chooseSearchRow(search, row);
+    showChoice();
+  });
+}
+
+void CreateCommandDialog::connectCommand() {
+  ui_->found->installEventFilter(this);
+  connect(ui_->found->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &CreateCommandDialog::chooseFunction);
+  connect(parameters_, &ParameterPanel::changed, this, &CreateCommandDialog::checkReady);
+  connect(parameters_, &ParameterPanel::finished, this, [this] { ui_->insertEnd->setFocus(); });
+  connect(ui_->updateData, &QPushButton::clicked, this, &CreateCommandDialog::updateData);
+  connect(&request_, &PanelValueRequest::answered, this,
+          [this](const std::string& text) { parameters_->setValue(askedParameter_, text); });
+  connect(ui_->insertStart, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtStart); });
+  connect(ui_->insertSelected, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtPosition); });
+  connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { insert(InsertMode::kAppend); });
+  connect(ui_->cancel, &QPushButton::clicked, this, &CreateCommandDialog::reject);
+}
+
+void CreateCommandDialog::addShortcuts() {
+  const auto add = [this](Qt::Key key, QWidget* told, auto action) {
+    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+    connect(shortcut, &QShortcut::activated, this, action);
+    const QString name = shortcut->key().toString(QKeySequence::NativeText);
+    told->setToolTip(told->toolTip().isEmpty() ? name : tr("%1 (%2)").arg(told->toolTip(), name));
+  };
+  const std::pair<Qt::Key, QAbstractButton*> buttons[] = {
+      {Qt::Key_R, ui_->showRaw},     {Qt::Key_I, ui_->showIncrements}, {Qt::Key_U, ui_->updateData},
+      {Qt::Key_S, ui_->insertStart}, {Qt::Key_M, ui_->insertSelected}, {Qt::Key_E, ui_->insertEnd}};
+  for (const auto& [key, button] : buttons) add(key, button, [button = button] { button->click(); });
+  const std::pair<Qt::Key, QWidget*> rooms[] = {
+      {Qt::Key_D, ui_->destination}, {Qt::Key_W, ui_->workplace}, {Qt::Key_1, ui_->search1},
+      {Qt::Key_2, ui_->search2},     {Qt::Key_3, ui_->search3},   {Qt::Key_4, ui_->search4},
+      {Qt::Key_5, ui_->search5},     {Qt::Key_G, ui_->subgroup1}, {Qt::Key_F, ui_->found}};
+  for (const auto& [key, room] : rooms)
+    add(key, room, [room = room] { room->setFocus(Qt::ShortcutFocusReason); });
+  add(Qt::Key_P, parameters_, [this] { parameters_->focusList(); });
+  add(Qt::Key_V, parameters_, [this] { parameters_->focusEntry(); });
+}
+
+void CreateCommandDialog::chooseDestination(int destination) {
+  if (destination < 0) return;
+  chooser_.chooseDestination(destination);
+  const bool panel = chooser_.onPanel();
+  ui_->workplace->setVisible(panel);
+  ui_->workplaceLabel->setText(panel ? tr(kWorkplace) : QString());
+  for (QAbstractButton* button : ui_->categories->buttons()) button->setEnabled(!panel);
+  // The panel's own functions are all offered at once; nothing narrows them.
+  ui_->searchRoom->setEnabled(!panel);
+  function_.reset();
+  showChoice();
+}
+
+void CreateCommandDialog::showChoice() {
+  if (QAbstractButton* checked = ui_->categories->checkedButton();
+      checked != nullptr && chooser_.category() < 0) {
+    ui_->categories->setExclusive(false);
+    checked->setChecked(false);
+    ui_->categories->setExclusive(true);
+  }
+  for (std::size_t i = 0; i < subgroups_.size(); ++i) showList(*subgroups_[i], chooser_.subgroup(i));
+  for (std::size_t i = 0; i < searches_.size(); ++i) {
+    const QString text = QString::fromStdString(chooser_.searchText(i));
+    if (searches_[i].text->text() != text) searches_[i].text->setText(text);
+    showList(*searches_[i].list, chooser_.search(i));
+  }
+  showFound();
+}
+
+void CreateCommandDialog::showList(ListBox& box, const CommandChooser::List& list) {
+  std::vector<ListRow> rows;
+  rows.reserve(list.rows.size());
+  for (const CommandChooser::Row& row : list.rows) rows.push_back({row.text, static_cast<int>(rows.size())});
+  box.rows().setRows(std::move(rows));
+  if (box.selectedRow() != list.selected) box.selectRow(list.selected);
+}
+
+// The chosen function stays chosen while it is among those found.
+void CreateCommandDialog::showFound() {
+  showing_ = true;
+  found_.setFunctions(chooser_.found());
+  const int row = function_ ? found_.rowOf(function_->index()) : -1;
+  if (row >= 0) {
+    ui_->found->setCurrentIndex(found_.index(row));
+  } else {
+    ui_->found->selectionModel()->clear();
+  }
+  showing_ = false;
+  chooseFunction();
+}
+
+void CreateCommandDialog::chooseFunction() {
+  if (showing_) return;
+  const QModelIndexList selected = ui_->found->selectionModel()->selectedIndexes();
+  std::optional<FunctionRecord> chosen;
+  if (!selected.isEmpty()) chosen = found_.function(selected.first().row());
+  const bool same = chosen && function_ && chosen->index() == function_->index();
+  if (!same) {
+    request_.cancel();
+    function_ = chosen;
+    if (function_) {
+      parameters_->begin(*function_, draftFor(chooser_.destinationPrefix(), *function_));
+      parameters_->setRaw(ui_->showRaw->isChecked());
+    } else {
+      parameters_->clear();
+    }
+  }
+  checkReady();
+}
+
+void CreateCommandDialog::checkReady() {
+  const bool ready = function_ && parameters_->complete();
+  ui_->ready->setText(!function_ ? QString() : QLatin1String(ready ? kReady : kMissing));
+  ui_->insertStart->setEnabled(ready);
+  ui_->insertEnd->setEnabled(ready);
+  ui_->insertSelected->setEnabled(ready && commandSelected_);
+}
+
+int CreateCommandDialog::workplace() const {
+  const int row = ui_->workplace->currentIndex();
+  return row >= 0 ? row + 1 : workplace_;
+}
+
+void CreateCommandDialog::updateData() {
+  if (!context_.connected || !context_.connected()) {
+    context_.site.messages.show(kNotConnected, MessageIcon::kExclamation);
+    return;
+  }
+  if (!function_) return;
+  const std::string sid = function_->sid();
+  if (sid.empty()) return;
+  askedParameter_ = std::max(0, parameters_->selectedParameter());
+  request_.ask(chooser_.destinationPrefix() + sid);
+}
+
+void CreateCommandDialog::insert(InsertMode mode) {
+  if (!function_ || !parameters_->complete()) return;
+  draft_ = parameters_->draft();
+  mode_ = mode;
+  accept();
+}
+
+void CreateCommandDialog::focusFound() {
+  ui_->found->setFocus();
+  if (found_.rowCount() > 0 && ui_->found->selectionModel()->selectedIndexes().isEmpty())
+    ui_->found->setCurrentIndex(found_.index(0));
+}
+
+// From a search field down to its list, from a list on to the functions, from there to the value.
+bool CreateCommandDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  if (isEnter(key)) {
+    if (watched == ui_->found && function_) {
+      parameters_->focusEntry();
+    } else {
+      focusFound();
+    }
+    return true;
+  }
+  for (const SearchColumn& column : searches_) {
+    if (watched != column.text || key != Qt::Key_Down || column.list->rows().rowCount() == 0) continue;
+    column.list->setFocus();
+    if (column.list->selectedRow() < 0) column.list->setCurrentIndex(column.list->rows().index(0));
+    return true;
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "editors/CommandChooser.h"
+#include "editors/EditorContext.h"
+#include "editors/FoundFunctions.h"
+#include "editors/ListBox.h"
+#include "editors/PanelValueRequest.h"
+#include "editors/ParameterPanel.h"
+#include "model/MacroFile.h"
+
+namespace Ui {
+class CreateCommandDialog;
+}
+
+namespace tessaly {
+
+// Builds a panel-style command: destination, function, parameters, and where it is to be inserted. The
+// command stands in draft(), mode() and workplace() once the dialog was accepted.
+class CreateCommandDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  // `workplace` is written unless another one is chosen. `commandSelected` allows insertion at that command.
+  CreateCommandDialog(const EditorContext& context, int workplace, bool commandSelected,
+                      QWidget* parent = nullptr, Beep beep = systemBeep());
+  ~CreateCommandDialog() override;
+
+  [[nodiscard]] const CommandDraft& draft() const { return draft_; }
+  [[nodiscard]] InsertMode mode() const { return mode_; }
+  [[nodiscard]] int workplace() const;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  struct SearchColumn {
+    QLineEdit* text;
+    QPushButton* clear;
+    ListBox* list;
+  };
+
+  void layOut();
+  void connectChoice();
+  void connectSearch(std::size_t search);
+  void connectCommand();
+  void addShortcuts();
+
+  void chooseDestination(int destination);
+  void showChoice();
+  void showList(ListBox& box, const CommandChooser::List& list);
+  void showFound();
+  void chooseFunction();
+  void checkReady();
+  void updateData();
+  void insert(InsertMode mode);
+  void focusFound();
+
+  const EditorContext& context_;
+  int workplace_;
+  bool commandSelected_;
+  std::unique_ptr<Ui::CreateCommandDialog> ui_;
+  CommandChooser chooser_;
+  FoundFunctions found_;
+  PanelValueRequest request_;
+  ParameterPanel* parameters_;
+  std::array<ListBox*, CommandChooser::kSubgroups> subgroups_;
+  std::array<SearchColumn, CommandChooser::kSearches> searches_;
+
+  std::optional<FunctionRecord> function_;  // the chosen one
+  bool showing_ = false;                    // the list of functions is being filled by program
+  int askedParameter_ = -1;                 // which one the panel was asked for
+  CommandDraft draft_;
+  InsertMode mode_ = InsertMode::kAppend;
+};
+
+}  // namespace tessaly

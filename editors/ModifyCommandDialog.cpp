@@ -1,0 +1,163 @@
+#include "editors/ModifyCommandDialog.h"
+
+#include "editors/DialogText.h"
+#include "ui_ModifyCommandDialog.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kNotFound = "FID not found!!!";
+constexpr const char* kMainframeLabel = "Command Destination";
+constexpr const char* kPanelLabel = "Panel";
+constexpr const char* kMainframeRow = "Mainframe-%d";
+constexpr const char* kWorkplaceRow = "Workplace-%d";
+constexpr const char* kMainframe = "QMF%d";
+constexpr std::string_view kPanel = "PANEL";
+constexpr int kDestinations = 4;
+
+// A destination that is no mainframe's shows as the first one.
+int mainframeRow(std::string_view destination) {
+  for (int row = kDestinations - 1; row > 0; --row)
+    if (destination == format(kMainframe, row + 1)) return row;
+  return 0;
+}
+
+}  // namespace
+
+ModifyCommandDialog::ModifyCommandDialog(const EditorContext& context, const MacroCommand& command,
+                                         QWidget* parent, Beep beep)
+    : QDialog(parent),
+      context_(context),
+      command_(command),
+      onPanel_(command.destination() == kPanel),
+      ui_(std::make_unique<Ui::ModifyCommandDialog>()),
+      parameters_(new ParameterPanel(context.inputSources, context.frameRate, std::move(beep))),
+      segments_(context.dictionary, command.functionName()) {
+  layOut();
+  startOver();
+  connectControls();
+  // The first level that offers a choice; the others lead to it by Tab.
+  for (ListBox* list : lists_) {
+    if (list->rows().rowCount() < 2) continue;
+    list->setFocus();
+    break;
+  }
+}
+
+ModifyCommandDialog::~ModifyCommandDialog() = default;
+
+void ModifyCommandDialog::layOut() {
+  ui_->setupUi(this);
+  lists_ = {ui_->segment1, ui_->segment2, ui_->segment3, ui_->segment4, ui_->segment5};
+  ui_->parameterRoom->addWidget(parameters_);
+  setTabOrder(ui_->segment5, parameters_);
+  keepSpaceWhenHidden({ui_->fromScratch});
+  ui_->destinationLabel->setText(tr(onPanel_ ? kPanelLabel : kMainframeLabel));
+  for (int number = 1; number <= kDestinations; ++number)
+    ui_->destination->addItem(shown(format(onPanel_ ? kWorkplaceRow : kMainframeRow, number)));
+}
+
+void ModifyCommandDialog::connectControls() {
+  for (std::size_t level = 0; level < lists_.size(); ++level) {
+    connect(lists_[level], &ListBox::chosen, this, [this, level](int row) {
+      if (row == segments_.levels()[level].selected) return;
+      segments_.choose(level, row);
+      lookUp();
+      changed();
+    });
+  }
+  connect(ui_->destination, &QComboBox::activated, this, [this] {
+    destinationChosen_ = true;
+    changed();
+  });
+  connect(ui_->showRaw, &QCheckBox::clicked, parameters_, &ParameterPanel::setRaw);
+  connect(parameters_, &ParameterPanel::changed, this, &ModifyCommandDialog::changed);
+  connect(parameters_, &ParameterPanel::finished, this, [this] { ui_->modify->setFocus(); });
+  connect(ui_->fromScratch, &QPushButton::clicked, this, &ModifyCommandDialog::startOver);
+  connect(ui_->modify, &QPushButton::clicked, this, &ModifyCommandDialog::accept);
+  connect(ui_->cancel, &QPushButton::clicked, this, &ModifyCommandDialog::reject);
+}
+
+// The command as it was given.
+void ModifyCommandDialog::startOver() {
+  segments_ = FunctionSegments(context_.dictionary, command_.functionName());
+  values_.clear();
+  for (const MacroParameter& parameter : command_.parameters)
+    values_.emplace(parameter.name, parameter.value);
+  function_.reset();
+  destinationChosen_ = false;
+  const int number = parseInt(command_.workplace);
+  const bool known = number >= 1 && number <= kDestinations;
+  ui_->destination->setCurrentIndex(!onPanel_ ? mainframeRow(command_.destination())
+                                    : known   ? number - 1
+                                              : -1);
+  showLevels();
+  lookUp();
+  ui_->fromScratch->hide();
+}
+
+void ModifyCommandDialog::showLevels() {
+  for (std::size_t level = 0; level < lists_.size(); ++level) {
+    std::vector<ListRow> rows;
+    for (const SegmentAlternative& alternative : segments_.levels()[level].alternatives)
+      rows.push_back({alternative.displayText, static_cast<int>(rows.size())});
+    lists_[level]->rows().setRows(std::move(rows));
+    lists_[level]->selectRow(segments_.levels()[level].selected);
+  }
+}
+
+void ModifyCommandDialog::lookUp() {
+  const auto found = context_.dictionary.find(segments_.name());
+  found_ = found.has_value();
+  ui_->functionText->setText(found ? shown(found->description()) : QLatin1String(kNotFound));
+  if (found) {
+    rememberValues();
+    function_ = found;
+    CommandDraft draft = draftFor(destinationPrefix(), *found);
+    for (CommandDraft::Parameter& parameter : draft.parameters) {
+      const auto value = values_.find(parameter.name);
+      if (value != values_.end()) parameter.value = value->second;
+    }
+    parameters_->begin(*found, std::move(draft));
+  } else if (!function_) {
+    parameters_->clear();
+  }
+  checkReady();
+}
+
+// Values live on while functions without their parameter are passed on the way to another one.
+void ModifyCommandDialog::rememberValues() {
+  if (!function_) return;
+  for (const CommandDraft::Parameter& parameter : parameters_->draft().parameters)
+    values_[parameter.name] = parameter.value;
+}
+
+// A mainframe command keeps a destination of its own until another one is chosen.
+std::string ModifyCommandDialog::destinationPrefix() const {
+  std::string destination(command_.destination());
+  if (!onPanel_ && (destinationChosen_ || destination.empty()))
+    destination = format(kMainframe, ui_->destination->currentIndex() + 1);
+  return destination + '.';
+}
+
+int ModifyCommandDialog::workplace() const {
+  const bool chosen = onPanel_ && ui_->destination->currentIndex() >= 0;
+  return chosen ? ui_->destination->currentIndex() + 1 : parseInt(command_.workplace);
+}
+
+void ModifyCommandDialog::changed() {
+  ui_->fromScratch->show();
+  checkReady();
+}
+
+void ModifyCommandDialog::checkReady() { ui_->modify->setEnabled(found_ && parameters_->complete()); }
+
+void ModifyCommandDialog::accept() {
+  if (!found_ || !parameters_->complete()) return;
+  draft_ = parameters_->draft();
+  draft_.fid = destinationPrefix().append(function_->name());
+  QDialog::accept();
+}
+
+}  // namespace tessaly

@@ -1,0 +1,230 @@
+#include "editors/ParameterPanel.h"
+
+#include <algorithm>
+
+#include <QKeyEvent>
+
+#include "editors/DialogText.h"
+#include "ui_ParameterPanel.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kFrameRate50Hz = 25;
+constexpr int kFrameRate60Hz = 30;
+constexpr int kValueColumn = 90;  // dialog units
+
+bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+}  // namespace
+
+ParameterPanel::ParameterPanel(const std::vector<PanelSource>& sources, int& frameRate, Beep beep,
+                               QWidget* parent)
+    : QWidget(parent),
+      ui_(std::make_unique<Ui::ParameterPanel>()),
+      parameters_(sources),
+      frameRate_(frameRate),
+      beep_(std::move(beep)) {
+  ui_->setupUi(this);
+  setFocusProxy(ui_->parameters);
+  keepSpaceWhenHidden(
+      {ui_->parametersLabel, ui_->parameters, ui_->valueLabel, ui_->value, ui_->range, ui_->choices});
+  ui_->parameters->setTabStops({kValueColumn});
+  (frameRate_ == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);
+  connectControls();
+  clear();
+}
+
+ParameterPanel::~ParameterPanel() = default;
+
+void ParameterPanel::connectControls() {
+  for (QWidget* widget : {static_cast<QWidget*>(ui_->parameters), static_cast<QWidget*>(ui_->value),
+                          static_cast<QWidget*>(ui_->choices)})
+    widget->installEventFilter(this);
+  connect(ui_->parameters, &ListBox::chosen, this, [this] {
+    finishEntry();
+    showSelected();
+  });
+  connect(ui_->choices, &ListBox::chosen, this, &ParameterPanel::choose);
+  connect(ui_->value, &QLineEdit::textEdited, this, &ParameterPanel::edit);
+  connect(ui_->value, &QLineEdit::editingFinished, this, &ParameterPanel::finishEntry);
+  const auto setRate = [this](int rate) {
+    frameRate_ = rate;
+    showTimecodeHelp();
+  };
+  connect(ui_->standard50, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate50Hz); });
+  connect(ui_->standard60, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate60Hz); });
+}
+
+void ParameterPanel::begin(const FunctionRecord& function, CommandDraft draft) {
+  parameters_.begin(function, std::move(draft));
+  for (QWidget* widget : {static_cast<QWidget*>(ui_->parametersLabel), static_cast<QWidget*>(ui_->parameters),
+                          static_cast<QWidget*>(ui_->valueLabel), static_cast<QWidget*>(ui_->value),
+                          static_cast<QWidget*>(ui_->range), static_cast<QWidget*>(ui_->choices)})
+    widget->show();
+  showParameters();
+  selectParameter(0);
+}
+
+void ParameterPanel::clear() {
+  for (QWidget* widget : {static_cast<QWidget*>(ui_->parametersLabel), static_cast<QWidget*>(ui_->parameters),
+                          static_cast<QWidget*>(ui_->valueLabel), static_cast<QWidget*>(ui_->value),
+                          static_cast<QWidget*>(ui_->range), static_cast<QWidget*>(ui_->choices),
+                          static_cast<QWidget*>(ui_->timecodeHelp)})
+    widget->hide();
+}
+
+void ParameterPanel::setRaw(bool raw) {
+  finishEntry();
+  parameters_.setMode(raw ? ValueMode::kRaw : ValueMode::kDisplay);
+  showParameters();
+  showSelected();
+}
+
+CommandDraft ParameterPanel::draft() const {
+  DraftParameters finished = parameters_;
+  finished.finishEntry();
+  return finished.draft();
+}
+
+int ParameterPanel::selectedParameter() const { return ui_->parameters->selectedRow(); }
+
+void ParameterPanel::selectParameter(int row) {
+  ui_->parameters->selectRow(row);
+  showSelected();
+}
+
+void ParameterPanel::setValue(int row, std::string value) {
+  if (row < 0 || row >= static_cast<int>(parameters_.count())) return;
+  parameters_.setValue(static_cast<std::size_t>(row), std::move(value));
+  showParameters();
+  showSelected();
+  emit changed();
+}
+
+void ParameterPanel::focusList() { ui_->parameters->setFocus(); }
+
+void ParameterPanel::focusEntry() {
+  const int row = selectedParameter();
+  if (row < 0) return focusList();
+  if (!parameters_.typed(static_cast<std::size_t>(row))) return ui_->choices->setFocus();
+  ui_->value->setFocus();
+  ui_->value->selectAll();
+}
+
+void ParameterPanel::showParameters() {
+  const int selected = selectedParameter();
+  std::vector<ListRow> rows;
+  for (std::size_t row = 0; row < parameters_.count(); ++row)
+    rows.push_back({parameters_.label(row) + '\t' + parameters_.shownValue(row), static_cast<int>(row)});
+  ui_->parameters->rows().setRows(std::move(rows));
+  ui_->parameters->selectRow(selected);
+}
+
+void ParameterPanel::showSelected() {
+  const int selected = selectedParameter();
+  choices_.clear();
+  std::string value;
+  std::string range;
+  int chosen = -1;
+  bool typed = false;
+  if (selected >= 0) {
+    const auto row = static_cast<std::size_t>(selected);
+    value = parameters_.shownValue(row);
+    range = parameters_.range(row);
+    typed = parameters_.typed(row);
+    choices_ = parameters_.choices(row);
+    const auto isValue = [&](const auto& choice) {
+      return choice.value == parameters_.draft().parameters[row].value;
+    };
+    const auto found = std::find_if(choices_.begin(), choices_.end(), isValue);
+    if (found != choices_.end()) chosen = static_cast<int>(found - choices_.begin());
+  }
+  std::vector<ListRow> rows;
+  for (const auto& choice : choices_) rows.push_back({choice.text, static_cast<int>(rows.size())});
+  ui_->choices->rows().setRows(std::move(rows), selected >= 0 && !typed);
+  ui_->choices->selectRow(chosen);
+  // Filled by program: the entry filter is for what the user types only.
+  ui_->value->setText(shown(value));
+  ui_->value->setReadOnly(!typed);
+  ui_->value->setFocusPolicy(typed ? Qt::StrongFocus : Qt::NoFocus);
+  ui_->value->setEnabled(selected >= 0);
+  ui_->range->setText(shown(range));
+  showTimecodeHelp();
+}
+
+void ParameterPanel::showTimecodeHelp() {
+  const int selected = selectedParameter();
+  ui_->timecodeHelp->setText(tr("Timecode: hours:minutes:seconds:frames\n"
+                                "\".\" before the frames for drop frame\n"
+                                "Frames from 0 to %1")
+                                 .arg(frameRate_ - 1));
+  ui_->timecodeHelp->setVisible(selected >= 0 && ui_->parameters->isVisibleTo(this) &&
+                                parameters_.timecode(static_cast<std::size_t>(selected)));
+}
+
+void ParameterPanel::choose(int row) {
+  const int selected = selectedParameter();
+  if (row < 0 || selected < 0 || row >= static_cast<int>(choices_.size())) return;
+  parameters_.setValue(static_cast<std::size_t>(selected), choices_[static_cast<std::size_t>(row)].value);
+  showParameters();
+  ui_->value->setText(shown(choices_[static_cast<std::size_t>(row)].text));
+  emit changed();
+}
+
+void ParameterPanel::edit(const QString& text) {
+  const int selected = selectedParameter();
+  if (selected < 0) return;
+  const FilteredEntry entry =
+      parameters_.enter(static_cast<std::size_t>(selected), text.toStdString(), frameRate_);
+  ui_->value->setText(shown(entry.text));
+  for (int i = 0; i < entry.beeps; ++i) beep_();
+  showParameters();
+  emit changed();
+}
+
+void ParameterPanel::finishEntry() {
+  if (!parameters_.finishEntry()) return;
+  showParameters();
+  showSelected();
+  emit changed();
+}
+
+void ParameterPanel::goOn() {
+  finishEntry();
+  const auto& values = parameters_.draft().parameters;
+  const auto count = static_cast<int>(values.size());
+  for (int step = 1; step <= count; ++step) {
+    const int row = (selectedParameter() + step) % count;
+    if (!values[static_cast<std::size_t>(row)].value.empty()) continue;
+    selectParameter(row);
+    focusEntry();
+    return;
+  }
+  emit finished();
+}
+
+void ParameterPanel::step(int rows) {
+  if (parameters_.count() == 0) return;
+  finishEntry();
+  selectParameter(std::clamp(selectedParameter() + rows, 0, static_cast<int>(parameters_.count()) - 1));
+  focusEntry();
+}
+
+bool ParameterPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (isEnter(key)) {
+      watched == ui_->parameters&& selectedParameter() >= 0 ? focusEntry() : goOn();
+      return true;
+    }
+    if (watched == ui_->value && (key == Qt::Key_Up || key == Qt::Key_Down)) {
+      step(key == Qt::Key_Up ? -1 : 1);
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace tessaly
