@@ -3,6 +3,9 @@
 #include <algorithm>
 
 #include "editors/ClassicEditorDialog.h"
+#include "editors/CreateCommandDialog.h"
+#include "editors/ModifyCommandDialog.h"
+#include "editors/MultipleCommandsDialog.h"
 #include "model/ClassicGroups.h"
 #include "platform/Text.h"
 
@@ -10,10 +13,13 @@ namespace tessaly {
 
 namespace {
 
+constexpr const char* kMultipleNeedsPanel =
+    "Creating Multiple Commands is only possible when you are connected to a Corvane XL Control Panel \n";
 constexpr const char* kNotInDecodingList =
     "This command is not in the command decoding list.\nModification is not possible - sorry...";
 constexpr const char* kMenuCommandNotValid = "This Menu Command is not valid";
 constexpr std::string_view kMainframePrefix = "QMF";
+constexpr int kFirstWorkplace = 1;
 
 int mainframeOf(const MacroCommand& command) {
   const std::string_view destination = command.destination();
@@ -36,11 +42,41 @@ bool CommandEditing::editable(Pane pane) const {
   return state(pane).hasMacro() && state(pane).copy.content() == WorkingCopy::Content::kMacro;
 }
 
+int CommandEditing::workplace(Pane pane) const {
+  return std::max(kFirstWorkplace, browser(pane).workplace());
+}
+
 void CommandEditing::finish(Pane pane, bool done, const QString& what, int selected) {
   state(pane).updatedMarks.clear();  // they count lines that have moved
   browser(pane).showCommands(selected);
   emit changed();
   emit said(done ? what : tr("the command could not be written into the working copy"));
+}
+
+void CommandEditing::newCorvane(Pane pane) {
+  if (!editable(pane)) return;
+  const int row = position(pane);
+  CreateCommandDialog dialog(context_, workplace(pane), row >= 0, window_);
+  if (dialog.exec() != QDialog::Accepted) return;
+  finish(pane, state(pane).copy.insert(dialog.draft(), row, dialog.workplace(), dialog.mode()),
+         tr("one command inserted"));
+}
+
+void CommandEditing::newMultiple(Pane pane) {
+  if (!context_.connected()) {
+    context_.site.messages.show(kMultipleNeedsPanel, MessageIcon::kExclamation);
+    return;
+  }
+  if (!editable(pane)) return;
+  WorkingCopy& copy = state(pane).copy;
+  MultipleCommandsDialog dialog(
+      context_, workplace(pane), position(pane),
+      [&copy](const CommandDraft& draft, int workplace, int row, InsertMode mode) {
+        return copy.insert(draft, row, workplace, mode);
+      },
+      window_);
+  dialog.exec();
+  if (dialog.insertedCount() > 0) finish(pane, true, tr("%1 commands inserted").arg(dialog.insertedCount()));
 }
 
 void CommandEditing::newClassic(Pane pane) {
@@ -57,7 +93,18 @@ void CommandEditing::newClassic(Pane pane) {
 void CommandEditing::modify(Pane pane) {
   const int row = position(pane);
   if (!editable(pane) || row < 0 || row >= state(pane).copy.commandCount()) return;
-  if (state(pane).copy.commands()[static_cast<std::size_t>(row)].classic()) modifyClassic(pane, row);
+  if (state(pane).copy.commands()[static_cast<std::size_t>(row)].classic())
+    modifyClassic(pane, row);
+  else
+    modifyPanelStyle(pane, row);
+}
+
+void CommandEditing::modifyPanelStyle(Pane pane, int row) {
+  WorkingCopy& copy = state(pane).copy;
+  ModifyCommandDialog dialog(context_, copy.commands()[static_cast<std::size_t>(row)], window_);
+  if (dialog.exec() != QDialog::Accepted) return;
+  finish(pane, copy.replace(row, dialog.draft(), dialog.workplace()), tr("command %1 modified").arg(row + 1),
+         row);
 }
 
 void CommandEditing::modifyClassic(Pane pane, int row) {

@@ -18,6 +18,8 @@ class CommandEditing : public QObject {
  public:
   CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context, QWidget* window);
 
+  void newCorvane(Pane pane);
+  void newMultiple(Pane pane);
   void newClassic(Pane pane);
   void modify(Pane pane);
 
@@ -30,6 +32,8 @@ class CommandEditing : public QObject {
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   [[nodiscard]] bool editable(Pane pane) const;
   [[nodiscard]] int position(Pane pane) const { return state(pane).view.commands().selectedRow(); }
+  [[nodiscard]] int workplace(Pane pane) const;
+  void modifyPanelStyle(Pane pane, int row);
   void modifyClassic(Pane pane, int row);
   void createInPlace(Pane pane, int row, int mainframe);
   void finish(Pane pane, bool done, const QString& what, int selected = -1);

@@ -214,9 +214,8 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->copyMacro->setEnabled(controls.copy);
   ui_->renameMacro->setEnabled(controls.rename);
   ui_->deleteMacro->setEnabled(controls.remove);
-  ui_->newClassic->setEnabled(controls.newClassic);
-  ui_->newCorvane->setEnabled(controls.newCorvane);
-  ui_->newMultiple->setEnabled(controls.newMultiple);
+  for (QPushButton* button : {ui_->newClassic, ui_->newCorvane, ui_->newMultiple})
+    button->setEnabled(controls.newCommand);
   ui_->modifyCommand->setEnabled(controls.modify);
   ui_->deleteCommand->setEnabled(controls.removeCommand);
   ui_->updateData->setEnabled(controls.update);

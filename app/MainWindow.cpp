@@ -162,6 +162,8 @@ void MainWindow::connectOperations(Pane pane) {
   connect(&view, &MacroPane::deleteCommandPressed, operations,
           [operations, pane] { operations->deleteCommand(pane); });
   connect(&view, &MacroPane::updatePressed, update_.get(), [this, pane] { update_->start(pane); });
+  connect(&view, &MacroPane::newCorvanePressed, editing_.get(), [this, pane] { editing_->newCorvane(pane); });
+  connect(&view, &MacroPane::newMultiplePressed, editing_.get(), [this, pane] { editing_->newMultiple(pane); });
   connect(&view, &MacroPane::newClassicPressed, editing_.get(), [this, pane] { editing_->newClassic(pane); });
   connect(&view, &MacroPane::modifyPressed, editing_.get(), [this, pane] { editing_->modify(pane); });
   connect(&view, &MacroPane::savePressed, operations, [operations, pane] { operations->save(pane); });
@@ -248,10 +250,6 @@ PaneSituation MainWindow::situation(Pane pane) const {
   now.otherMacroSelected = there.selectedMacro() != nullptr;
   now.commandSelected = here.view.commands().selectedRow() >= 0 &&
                         here.copy.content() == WorkingCopy::Content::kMacro && here.copy.commandCount() > 0;
-  if (now.commandSelected) {
-    const auto row = static_cast<std::size_t>(here.view.commands().selectedRow());
-    now.classicSelected = row < here.copy.commands().size() && here.copy.commands()[row].classic();
-  }
   now.commandCount = here.copy.commandCount();
   return now;
 }

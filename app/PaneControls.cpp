@@ -18,8 +18,8 @@ PaneControls paneControls(const PaneSituation& now) {
   controls.copy = now.otherMacroSelected && now.folderChosen && current && bufferFree;
   controls.rename = macro;
   controls.remove = macro;
-  controls.newClassic = macro;
-  controls.modify = macro && now.commandSelected && now.classicSelected;
+  controls.newCommand = macro;
+  controls.modify = macro && now.commandSelected;
   controls.removeCommand = macro && now.commandSelected;
   controls.update = macro;
   controls.optionsEnabled = now.commandCount > 0;

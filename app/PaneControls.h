@@ -16,7 +16,6 @@ struct PaneSituation {
   bool macroSelected = false;
   bool otherMacroSelected = false;
   bool commandSelected = false;
-  bool classicSelected = false;  // the selected command is a classic one
   int commandCount = 0;          // of the shown macro
 };
 
@@ -26,7 +25,7 @@ struct PaneControls {
   bool selectionEnabled = false;  // both radios and the four selection lists
   bool macroButtonsShown = true;  // with the connect button
   bool create = false, copy = false, rename = false, remove = false;
-  bool newClassic = false, newCorvane = false, newMultiple = false, modify = false, removeCommand = false,
+  bool newCommand = false, modify = false, removeCommand = false,
        update = false;
   bool optionsEnabled = false;
   bool saveShown = false;
