@@ -96,6 +96,8 @@ TEST(FunctionFinderTest, SegmentsBehindAChoice) {
               ElementsAre("CLIP", "TYPE"));
   EXPECT_THAT(finder.segmentsBehind(1, filters({{0, "ME1"}, {1, "KEY9"}}), true), ElementsAre("CLIP"));
   EXPECT_THAT(finder.segmentsBehind(1, filters({{0, "ME1"}}), false), IsEmpty());
+  EXPECT_THAT(finder.segmentsOf(filters({{0, "ME1"}, {1, "KEY9"}}), false),
+              testing::UnorderedElementsAre("ME1", "KEY9", "CLIP", "TYPE", "SET"));
 }
 
 TEST(SegmentSearchTest, LooksInSegmentDescriptionAndSecondText) {
