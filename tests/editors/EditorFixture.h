@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include "editors/EditorContext.h"
+#include "tests/editors/DialogDriver.h"
+#include "tests/editors/SmallDictionary.h"
+#include "tests/link/FakeTransport.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+
+// What an editor dialog needs, with a panel that answers when the test says so.
+struct EditorFixture {
+  explicit EditorFixture(const FunctionDictionary& functions = smallDictionary()) : dictionary(functions) {}
+
+  static std::unique_ptr<FakeTransport> keep(FakeTransport*& observed) {
+    auto made = std::make_unique<FakeTransport>();
+    observed = made.get();
+    return made;
+  }
+
+  const FunctionDictionary& dictionary;
+  TestSite site;
+  DecodingLists lists{site.root};
+  std::vector<PanelSource> sources{{"Camera 1", "INPUT1", {}}, {"Color 1", "INPUT144", {}}};
+  FakeTransport* transport = nullptr;
+  PanelClient client{keep(transport)};
+  bool connected = false;
+  int frameRate = 25;
+  BeepCount beeps;
+  EditorContext context{site.access(), dictionary, lists, sources, client, [this] { return connected; },
+                        frameRate};
+};
+
+}  // namespace tessaly
