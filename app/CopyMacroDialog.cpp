@@ -14,6 +14,7 @@ CopyMacroDialog::CopyMacroDialog(const std::string& sourceNumber, const std::str
   ui_->setupUi(this);
   ui_->sourceNumber->setText(shown(sourceNumber));
   ui_->sourceName->setText(shown(sourceName));
+  ui_->sourceName->setToolTip(shown(sourceName).toHtmlEscaped());
   ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
   keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
   connect(ui_->position, &QLineEdit::textChanged, this, &CopyMacroDialog::check);
@@ -36,6 +37,7 @@ void CopyMacroDialog::check() {
   ui_->overwriteName->setVisible(taken);
   ui_->overwriteName->setText(quoted(result.existing));
   ui_->targetName->setText(shown(result.label));
+  ui_->targetName->setToolTip(shown(result.label).toHtmlEscaped());
 }
 
 void CopyMacroDialog::accept() {

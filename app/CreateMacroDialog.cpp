@@ -39,6 +39,7 @@ void CreateMacroDialog::checkNumber() {
   ui_->overwriteName->setVisible(taken);
   ui_->overwriteName->setText(quoted(result.existing));
   ui_->targetName->setText(shown(result.label));
+  ui_->targetName->setToolTip(shown(result.label).toHtmlEscaped());
   // Proposed when the number changes only, so that the user's own name is never typed over.
   if (taken) {
     ui_->name->setText(shown(result.existing));

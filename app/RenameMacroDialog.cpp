@@ -15,6 +15,7 @@ RenameMacroDialog::RenameMacroDialog(const std::string& oldName, QWidget* parent
   connect(ui_->ok, &QPushButton::clicked, this, &RenameMacroDialog::accept);
   connect(ui_->cancel, &QPushButton::clicked, this, &RenameMacroDialog::reject);
   ui_->oldName->setText(shown(oldName));
+  ui_->oldName->setToolTip(shown(oldName).toHtmlEscaped());
   ui_->newName->setText(shown(oldName));
   check();
   QTimer::singleShot(0, ui_->newName, [this] {
