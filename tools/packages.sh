@@ -1,7 +1,7 @@
 # Sourced by run.sh, test.sh and .ci/run: installs the Debian packages that are missing.
 
 build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev libgl-dev libtinyxml-dev
-  libcurl4-openssl-dev nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev)
+  libcurl4-openssl-dev nlohmann-json3-dev curl libgtest-dev libgmock-dev libbenchmark-dev)
 run_packages=(python3 python3-pyftpdlib fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
 check_packages=(clang-format clang)
 
