@@ -164,12 +164,15 @@ void ParameterPanel::showTimecodeHelp() {
                                 parameters_.timecode(static_cast<std::size_t>(selected)));
 }
 
+// Clearing the selection takes the value away, as of an optional parameter.
 void ParameterPanel::choose(int row) {
   const int selected = selectedParameter();
-  if (row < 0 || selected < 0 || row >= static_cast<int>(choices_.size())) return;
-  parameters_.setValue(static_cast<std::size_t>(selected), choices_[static_cast<std::size_t>(row)].value);
+  if (selected < 0 || row >= static_cast<int>(choices_.size())) return;
+  const DraftParameters::Choice chosen =
+      row < 0 ? DraftParameters::Choice{} : choices_[static_cast<std::size_t>(row)];
+  parameters_.setValue(static_cast<std::size_t>(selected), chosen.value);
   showParameters();
-  ui_->value->setText(shown(choices_[static_cast<std::size_t>(row)].text));
+  ui_->value->setText(shown(chosen.text));
   emit changed();
 }
 

@@ -2,7 +2,6 @@
 #include <thread>
 
 #include <QComboBox>
-#include <QSignalSpy>
 
 #include "editors/CreateCommandDialog.h"
 #include "tests/editors/EditorFixture.h"
@@ -75,6 +74,11 @@ TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
 TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
   CreateCommand create;
   create.chooseFunction("key2", "type", "ME 1 Key 2 Type");
+  create.user.choose("choices", "Linear");
+  auto& choices = create.user.control<QListView>("choices");
+  QTest::mouseClick(choices.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    {5, choices.viewport()->height() - 2});
+  EXPECT_EQ(create.user.rows("parameters")[0], "Type\t");  // beside the rows: nothing is chosen any more
   create.user.choose("choices", "Luminance");
   EXPECT_EQ(create.user.label("ready"), kMissing);
   create.user.choose("parameters", "Source");
