@@ -104,7 +104,9 @@ void DestinationPad::addBanks(QBoxLayout& layout) {
 QWidget* DestinationPad::makeBank(const DestinationGroup& group) {
   auto* bank = new QWidget(this);
   QGridLayout* grid = makeGrid(bank);
-  grid->addWidget(new QLabel(shown(group.caption), bank), 0, 0, 1, group.columns());
+  // The caption may be wider than the buttons, which stay together all the same.
+  grid->addWidget(new QLabel(shown(group.caption), bank), 0, 0, 1, group.columns() + 1);
+  grid->setColumnStretch(group.columns(), 1);
   addButtons(group, *grid, 1, 0);
   return bank;
 }

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QPushButton>
 
-#include "dictionary/InterfaceFile.h"
 #include "editors/MultipleCommandsDialog.h"
 #include "model/MacroFile.h"
 #include "tests/editors/DialogDriver.h"
@@ -18,7 +17,6 @@ using testing::ElementsAre;
 
 constexpr const char* kMacro = R"(c:\macro.mac)";
 
-// AUX1: a source, a level and a command without anything to update; RAM1: one of the panel's own functions.
 FunctionTemplate function(const char* name, const char* sid, const char* group) {
   FunctionTemplate made;
   made.name = made.description = name;
@@ -28,6 +26,7 @@ FunctionTemplate function(const char* name, const char* sid, const char* group) 
   return made;
 }
 
+// AUX1 owns a source, a level and a function without parameters; RAM1 one of the panel's own functions.
 struct MultipleCommandsTest : testing::Test {
   MultipleCommandsTest() {
     FunctionTemplate source = function("AUX1.SOURCE.SET", "AUX1.SOURCE", "AUX1");
@@ -40,7 +39,8 @@ struct MultipleCommandsTest : testing::Test {
     ram.enums = {{"loop", "Loop", "", false, {{"1", "On"}}}};
     for (FunctionTemplate made :
          {source, function("INC.STEP", "", ""), level, function("AUX1.CUT", "AUX1.CUT", "AUX1"), ram,
-          function("INPUT7.GAIN", "INPUT7.GAIN", "RGB_INP_CORR.INPUT7")})
+          function("INPUT7.GAIN", "INPUT7.GAIN", "RGB_INP_CORR.INPUT7"),
+          function("INPUT7.LUMA", "INPUT7.LUMA", "YUV_INP_CORR.INPUT7")})
       dictionary.add(std::move(made));
     panel.status(kPanelConnected);
   }
@@ -68,12 +68,23 @@ struct MultipleCommandsTest : testing::Test {
   }
   std::string status() { return driver.label("status"); }
   std::string caption(const char* name) { return driver.control<QPushButton>(name).text().toStdString(); }
-  void select(std::vector<int> rows) {
-    auto& list = driver.control<QListView>("commands");
+  void select(const std::vector<int>& rows) { select(driver, rows); }
+  static void select(const DialogDriver& user, const std::vector<int>& rows) {
+    auto& list = user.control<QListView>("commands");
     list.clearSelection();
     for (const int row : rows)
       QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
                         list.visualRect(list.model()->index(row, 0)).center());
+  }
+  // Picks the last source of the dialog that is about to open, then presses `key`.
+  void answerNext(QDialog& parent, Qt::Key key) {
+    QTimer::singleShot(0, &parent, [this, key] {
+      QWidget* asking = QApplication::activeModalWidget();
+      title = asking->windowTitle();
+      auto* list = asking->findChild<QListView*>();
+      QTest::keyClick(list, Qt::Key_End);
+      QTest::keyClick(list, key);
+    });
   }
   // From the panel's own thread.
   void answer(const char* name, const char* value) {
@@ -101,6 +112,7 @@ struct MultipleCommandsTest : testing::Test {
   bool connected = true;
   int frameRate = 25, calls = 0, failAt = 1000;
   std::vector<std::string> asked;
+  QString title;
   EditorContext context{
       site.access(), dictionary, lists, sources, *panel.client, [this] { return connected; }, frameRate};
   MultipleCommandsDialog dialog{context, 3, 1, inserter()};
@@ -119,7 +131,6 @@ TEST_F(MultipleCommandsTest, DestinationsAddWhatTheyOwn) {
   EXPECT_EQ(driver.label("total"), "Total commands: 7");
   select({0, 2, 4, 6});
   driver.click("removeSelected");
-  driver.control<QListView>("commands").setFocus();
   driver.click("raw");
   EXPECT_THAT(driver.rows("commands"), ElementsAre("AUX1 - LEVEL - SET Parameter: level: \"\"",
                                                    "RAM1 - LOOP - SET Parameter: loop: \"\"",
@@ -131,22 +142,15 @@ TEST_F(MultipleCommandsTest, CorrectionsAskForTheInput) {
     const char* button;
     const char* title;
     Qt::Key key;
-    int total;
+    std::size_t total;
   };
   for (const Case& c : {Case{"RGB Input Correction", "Select Input for RGB Correction", Qt::Key_Escape, 0},
                         Case{"RGB Input Correction", "Select Input for RGB Correction", Qt::Key_Return, 1},
-                        Case{"YUV Input Correction", "Select Input for YUV Correction", Qt::Key_Return, 1}}) {
-    QTimer::singleShot(0, &dialog, [&] {
-      auto* select = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(select, nullptr);
-      EXPECT_EQ(select->windowTitle(), c.title);
-      auto* list = select->findChild<QListView*>();
-      QTest::keyClick(list, Qt::Key_End);
-      QTest::keyClick(list, c.key);
-      if (select->isVisible()) select->reject();
-    });
+                        Case{"YUV Input Correction", "Select Input for YUV Correction", Qt::Key_Return, 2}}) {
+    answerNext(dialog, c.key);
     driver.click(c.button);
-    EXPECT_EQ(driver.rows("commands").size(), static_cast<std::size_t>(c.total)) << c.title;
+    EXPECT_EQ(title, c.title);
+    EXPECT_EQ(driver.rows("commands").size(), c.total) << c.title;
   }
 }
 
@@ -229,22 +233,14 @@ TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
   const Case cases[] = {{"insertStart", "insert selected at start", {cut, gain, a, b}},
                         {"insertPosition", "insert selected at current selection", {a, cut, gain, b}},
                         {"insertEnd", "insert selected at end", {a, b, cut, gain}}};
-  sources = {{"Seven", "INPUT7", ""}};
   for (const Case& chosen : cases) {
     write(R"(<cmd fid="QMF1.A" workplace="1"/><cmd fid="QMF1.B" workplace="1"/>)");
     MultipleCommandsDialog fresh(context, 3, 1, inserter());
     const DialogDriver user(fresh);
     user.click("AUX1");
-    QTimer::singleShot(0, &fresh, [] {
-      auto* list = QApplication::activeModalWidget()->findChild<QListView*>();
-      QTest::keyClick(list, Qt::Key_Down);
-      QTest::keyClick(list, Qt::Key_Return);
-    });
+    answerNext(fresh, Qt::Key_Return);
     user.click("RGB Input Correction");
-    auto& list = user.control<QListView>("commands");
-    for (const int row : {3, 2})
-      QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
-                        list.visualRect(list.model()->index(row, 0)).center());
+    select(user, {3, 2});
     EXPECT_EQ(user.control<QPushButton>(chosen.button).text(), chosen.caption);
     user.click(chosen.button);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !fresh.isVisible(); }));
