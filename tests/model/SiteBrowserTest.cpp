@@ -132,7 +132,7 @@ TEST_F(SiteBrowser, ListsKeyFilesWithAName) {
   site.write("c:\\k\\key08.upk", "");
   std::vector<std::pair<std::string, int>> rows;
   for (const MacroRow& row : listKeyFiles(site.root, "c:\\k\\")) rows.emplace_back(row.text(), row.number);
-  EXPECT_THAT(rows, ElementsAre(std::pair("03 - MK04\r", 3), std::pair("07 - Ne", 7), std::pair("1. - ", 1),
+  EXPECT_THAT(rows, ElementsAre(std::pair("03 - MK04", 3), std::pair("07 - Ne", 7), std::pair("1. - ", 1),
                                 std::pair("96 - Beyond", -1)));
 }
 
