@@ -107,6 +107,7 @@ QWidget* DestinationPad::makeBank(const DestinationGroup& group) {
   // The caption may be wider than the buttons, which stay together all the same.
   grid->addWidget(new QLabel(shown(group.caption), bank), 0, 0, 1, group.columns() + 1);
   grid->setColumnStretch(group.columns(), 1);
+  bank->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   addButtons(group, *grid, 1, 0);
   return bank;
 }
