@@ -8,6 +8,7 @@
 #include "model/MacroFile.h"
 #include "panelsim/PanelSimulator.h"
 #include "tests/app/WindowFixture.h"
+#include "tests/editors/DialogDriver.h"
 
 namespace tessaly {
 namespace {
@@ -63,7 +64,7 @@ class PanelWindowTest : public testing::Test {
         second_("127.0.0.2", first_.simulator.controlPort(), first_.simulator.ftpPort()),
         fixture_(client(), first_.simulator.ftpPort()) {}
   ~PanelWindowTest() override {
-    fixture_.window->close();
+    fixture_.window.reset();  // without a question about unsaved work
     client().disconnect();
   }
 
@@ -261,6 +262,45 @@ TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
   driver().clickRow(a_.macros, 1);
   driver().press(a_.updateData);
   EXPECT_THAT(fixture_.site.messages.take(), Not(Contains("Update is busy... ")));
+}
+
+TEST_F(PanelWindowTest, ManyCommandsAreMadeAndUpdatedAtOnce) {
+  std::size_t made = 0, valued = 0;
+  const FunctionDictionary& dictionary = sampleDictionary();
+  std::vector<std::string> buses;
+  for (int bus = 1; made < 40; ++bus) {
+    buses.push_back("AUX" + std::to_string(bus));
+    for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {
+      const FunctionRecord function = dictionary.function(i);
+      if (function.group() != buses.back()) continue;
+      ++made;
+      if (function.sid().empty() || draftFor("", function).parameters.empty()) continue;
+      ++valued;
+      first_.simulator.set("QMF1." + function.sid(), "7");
+    }
+  }
+  connectPane(Pane::kA, first_);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  driver().choose(a_.macros, "007");
+  driver().press(a_.newMultiple, [&](QDialog& dialog) {
+    const DialogDriver user(dialog);
+    for (const std::string& bus : buses) user.click(bus.c_str());
+    EXPECT_EQ(user.label("total"), "Total commands: " + std::to_string(made));
+    user.click("updateParameters");
+    WindowDriver::waitFor([&user] { return user.enabled("insertEnd"); }, "the values of all commands");
+    user.click("insertEnd");
+    WindowDriver::waitFor([&dialog] { return !dialog.isVisible(); }, "the end of the insertion");
+  });
+  EXPECT_EQ(driver().texts(a_.commands).size(), 3 + made);
+  MacroCommands commands;
+  ASSERT_TRUE(
+      loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", false, commands));
+  EXPECT_EQ(static_cast<std::size_t>(std::count_if(commands.begin(), commands.end(),
+                                                   [](const MacroCommand& command) {
+                                                     return !command.parameters.empty() &&
+                                                            command.parameters.front().value == "7";
+                                                   })),
+            valued);
 }
 
 TEST_F(PanelWindowTest, AnUpdateNeedsAPanel) {
