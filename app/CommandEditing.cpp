@@ -84,10 +84,21 @@ void CommandEditing::newClassic(Pane pane) {
   const int row = position(pane);
   ClassicEditorDialog dialog(context_, row >= 0, 1, window_);
   dialog.exec();
-  if (dialog.outcome() == ClassicEditorDialog::Outcome::kCancel) return;
-  const auto mode = static_cast<InsertMode>(dialog.outcome());
-  finish(pane, state(pane).copy.insertClassic(dialog.command(), row, mode, dialog.destination()),
-         tr("one command inserted"));
+  takeClassic(pane, row, dialog, false);
+}
+
+void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
+  using Outcome = ClassicEditorDialog::Outcome;
+  if (dialog.outcome() == Outcome::kCancel) return;
+  WorkingCopy& copy = state(pane).copy;
+  if (inPlace && dialog.outcome() == Outcome::kAtSelected)
+    finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
+           tr("command %1 modified").arg(row + 1), row);
+  else
+    finish(pane,
+           copy.insertClassic(dialog.command(), row, static_cast<InsertMode>(dialog.outcome()),
+                              dialog.destination()),
+           tr("one command inserted"));
 }
 
 void CommandEditing::modify(Pane pane) {
@@ -108,12 +119,14 @@ void CommandEditing::modifyPanelStyle(Pane pane, int row) {
 }
 
 void CommandEditing::modifyClassic(Pane pane, int row) {
-  WorkingCopy& copy = state(pane).copy;
-  const MacroCommand& stored = copy.commands()[static_cast<std::size_t>(row)];
+  const MacroCommand& stored = state(pane).copy.commands()[static_cast<std::size_t>(row)];
   const int mainframe = mainframeOf(stored);
   ClassicCommand command;
   if (stored.parameters.empty() || !command.decodeText(stored.parameters.front().value)) {
-    createInPlace(pane, row, mainframe);
+    // An empty line is filled in its place.
+    ClassicEditorDialog dialog(context_, true, mainframe, window_);
+    dialog.exec();
+    takeClassic(pane, row, dialog, true);
     return;
   }
   if (!inGroupTable(command)) {
@@ -127,37 +140,7 @@ void CommandEditing::modifyClassic(Pane pane, int row) {
   }
   ClassicEditorDialog dialog(context_, command, mainframe, window_);
   dialog.exec();
-  switch (dialog.outcome()) {
-    case ClassicEditorDialog::Outcome::kCancel:
-      return;
-    case ClassicEditorDialog::Outcome::kAtSelected:
-      finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
-             tr("command %1 modified").arg(row + 1), row);
-      return;
-    case ClassicEditorDialog::Outcome::kAtStart:
-    case ClassicEditorDialog::Outcome::kAtEnd:
-      finish(pane,
-             copy.insertClassic(dialog.command(), row, static_cast<InsertMode>(dialog.outcome()),
-                                dialog.destination()),
-             tr("one command inserted"));
-      return;
-  }
-}
-
-void CommandEditing::createInPlace(Pane pane, int row, int mainframe) {
-  WorkingCopy& copy = state(pane).copy;
-  ClassicEditorDialog dialog(context_, true, mainframe, window_);
-  dialog.exec();
-  if (dialog.outcome() == ClassicEditorDialog::Outcome::kCancel) return;
-  // "At the selected command" takes the place of the empty line that was to be filled.
-  if (dialog.outcome() == ClassicEditorDialog::Outcome::kAtSelected)
-    finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
-           tr("command %1 modified").arg(row + 1), row);
-  else
-    finish(pane,
-           copy.insertClassic(dialog.command(), row, static_cast<InsertMode>(dialog.outcome()),
-                              dialog.destination()),
-           tr("one command inserted"));
+  takeClassic(pane, row, dialog, true);
 }
 
 }  // namespace tessaly

@@ -10,6 +10,8 @@
 
 namespace tessaly {
 
+class ClassicEditorDialog;
+
 // Opens the command editors on a pane's macro and writes what they return into its working copy. A missing
 // selection ends an operation silently. GUI thread.
 class CommandEditing : public QObject {
@@ -35,7 +37,8 @@ class CommandEditing : public QObject {
   [[nodiscard]] int workplace(Pane pane) const;
   void modifyPanelStyle(Pane pane, int row);
   void modifyClassic(Pane pane, int row);
-  void createInPlace(Pane pane, int row, int mainframe);
+  // Writes what the editor returned; `inPlace` takes the place of the command at `row`.
+  void takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
   void finish(Pane pane, bool done, const QString& what, int selected = -1);
 
   std::array<PaneAccess, kPanes.size()> panes_;
