@@ -85,7 +85,7 @@ bool MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
   if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
   const bool filled = panel ? download(target.address, target.workplace, target.numberText, here.copy.path())
                             : copyFile(site_.root, target.file(), here.copy.path());
-  const bool loaded = here.copy.openFetched(target, filled);
+  const bool loaded = here.copy.open(target, filled);
   browser(pane).showCommands();
   here.view.commands().scrollToTop();
   const QString macro = shown(target.numberText + " - " + target.name);

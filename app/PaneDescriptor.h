@@ -21,8 +21,6 @@ struct PaneDescriptor {
 
   Pane pane;
   char letter;
-  int marker;   // 1 for A, 0 for B
-  int timerId;  // of the connection time-out
   const char* title;
   const char* copyText;        // caption of the button that copies from the other pane
   const char* newClassicText;  // pane B's caption names the wrong editor; its users know the button by it
@@ -31,23 +29,18 @@ struct PaneDescriptor {
 };
 
 inline constexpr std::array<PaneDescriptor, kPanes.size()> kPaneDescriptors{{
-    {Pane::kA, 'A', 1, 2, "Macro Overview A", "copy from B", "new [classic]", true, {1048, 1049, 1058, 1050,
-                                                                                     1051, 1052, 1055, 1089,
-                                                                                     1090, 1056, 1057, 1047,
-                                                                                     1071, 1072, 1053, 1074,
-                                                                                     1093, 1094, 1075, 1076,
-                                                                                     1087, 1098, 1099, 1127,
-                                                                                     1355, 1356, 1396, 1373}},
-    {Pane::kB,
-     'B',
-     0,
-     3,
-     "Macro Overview B",
-     "copy from A",
-     "new [multiple]",
-     false,
-     {1061, 1062, 1059, 1060, 1066, 1067, 1063, 1091, 1092, 1064, 1065, 1068, 1080, 1081,
-      1069, 1083, 1095, 1096, 1084, 1085, 1088, 1100, 1101, 1128, 1357, 1358, 1397, 1374}},
+    {Pane::kA, 'A', "Macro Overview A", "copy from B", "new [classic]", true, {1048, 1049, 1058, 1050, 1051,
+                                                                               1052, 1055, 1089, 1090, 1056,
+                                                                               1057, 1047, 1071, 1072, 1053,
+                                                                               1074, 1093, 1094, 1075, 1076,
+                                                                               1087, 1098, 1099, 1127, 1355,
+                                                                               1356, 1396, 1373}},
+    {Pane::kB, 'B', "Macro Overview B", "copy from A", "new [multiple]", false, {1061, 1062, 1059, 1060, 1066,
+                                                                                 1067, 1063, 1091, 1092, 1064,
+                                                                                 1065, 1068, 1080, 1081, 1069,
+                                                                                 1083, 1095, 1096, 1084, 1085,
+                                                                                 1088, 1100, 1101, 1128, 1357,
+                                                                                 1358, 1397, 1374}},
 }};
 
 inline constexpr std::string_view kClassicWorkingCopy = "c:\\programme\\RV48\\bin\\MacroFid\\tempClassic.mac";

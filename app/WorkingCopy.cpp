@@ -24,13 +24,9 @@ bool WorkingCopy::load() {
   return loaded;
 }
 
-bool WorkingCopy::openFromDisk(const MacroTarget& target) {
-  return openFetched(target, copyFile(site_.root, target.file(), path_));
-}
-
-bool WorkingCopy::openFetched(const MacroTarget& target, bool fetched) {
+bool WorkingCopy::open(const MacroTarget& target, bool filled) {
   edited_ = false;
-  target_ = fetched ? std::optional(target) : std::nullopt;
+  target_ = filled ? std::optional(target) : std::nullopt;
   return load();
 }
 
@@ -56,13 +52,17 @@ bool WorkingCopy::insertClassic(const ClassicCommand& command, int position, Ins
 
 bool WorkingCopy::replace(int position, const CommandDraft& draft, int workplace) {
   const bool inserted = insertCommand(site_, path_, position, draft, workplace, InsertMode::kAtPosition);
-  return reload(inserted && removeCommand(site_, path_, position + 1));
+  const bool replaced = inserted && removeCommand(site_, path_, position + 1);
+  // With both commands in it the file has unsaved changes, too.
+  return reload(inserted) && replaced;
 }
 
 bool WorkingCopy::replaceClassic(int position, const ClassicCommand& command, int mainframe) {
   const bool inserted =
       appendClassicCommand(site_, path_, position, command, InsertMode::kAtPosition, mainframe);
-  return reload(inserted && removeCommand(site_, path_, position + 1));
+  const bool replaced = inserted && removeCommand(site_, path_, position + 1);
+  // With both commands in it the file has unsaved changes, too.
+  return reload(inserted) && replaced;
 }
 
 bool WorkingCopy::remove(int position) { return reload(removeCommand(site_, path_, position)); }

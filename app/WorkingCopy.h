@@ -36,14 +36,10 @@ class WorkingCopy {
 
   // Shows nothing; the file stays. Leaves edit state.
   void reset();
-  // Forgets where the shown macro belongs, so that it cannot be saved.
-  void forgetTarget() { target_.reset(); }
-
-  // Copies the target's file onto the working copy and loads it. When the copy fails the old working copy is
-  // loaded, but belongs to no macro. False when the file cannot be loaded; nothing is shown then.
-  bool openFromDisk(const MacroTarget& target);
-  // The same after a download, of which `fetched` tells the outcome.
-  bool openFetched(const MacroTarget& target, bool fetched);
+  // Loads the file after the target's macro was copied or downloaded onto it, of which `filled` tells the
+  // outcome. When that failed the old working copy is shown, but belongs to no macro. False when the file
+  // cannot be loaded; nothing is shown then.
+  bool open(const MacroTarget& target, bool filled);
   void showKeyFile(KeyFile keyFile);
 
   // Each changes the file, loads it again and enters edit state. False when the file was not changed; what is
