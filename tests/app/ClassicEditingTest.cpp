@@ -8,7 +8,6 @@
 #include "model/ClassicDescription.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
-#include "tests/link/FakeTransport.h"
 
 namespace tessaly {
 namespace {
@@ -30,7 +29,7 @@ constexpr const char* kList =
 
 class ClassicEditingTest : public testing::Test {
  protected:
-  ClassicEditingTest() : fixture_(client()) {
+  ClassicEditingTest() : fixture_(offlineClient()) {
     fixture_.site.write("c:\\Programme\\RV48\\bin\\MacroCdCo_Tarrow\\Cd-0x00\\Cd-0x00-Co-0x20.ini", kList);
     fixture_.site.write("c:\\Programme\\RV48\\bin\\MPoolList.txt", "Opener\r\n\r\nCloser\r\n");
     fixture_.site.write(macroFile(kFolder, 990), R"(<macro name="m"><data>
@@ -38,10 +37,6 @@ class ClassicEditingTest : public testing::Test {
       <cmd fid="QMF2.NCSCOMMAND" workplace="1"><param name="CMD" value=""/></cmd></data></macro>)");
     driver().choose(a_.applications, "Evening News");
     driver().choose(a_.macros, "990");
-  }
-  static PanelClient& client() {
-    static auto* client = new PanelClient(std::make_unique<FakeTransport>());
-    return *client;
   }
   [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
 

@@ -7,7 +7,6 @@
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
-#include "tests/link/FakeTransport.h"
 
 namespace tessaly {
 namespace {
@@ -19,15 +18,11 @@ constexpr const char* kTemp = "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac";
 
 class PanelStyleEditingTest : public testing::Test {
  protected:
-  PanelStyleEditingTest() : fixture_(client()) {
+  PanelStyleEditingTest() : fixture_(offlineClient()) {
     fixture_.site.write(macroFile(kFolder, 990), R"(<macro name="m"><data>
       <cmd fid="QMF1.ME1.KEY1.ON.SET" workplace="1"><param name="STATE" value="0"/></cmd></data></macro>)");
     driver().choose(a_.applications, "Evening News");
     driver().choose(a_.macros, "990");
-  }
-  static PanelClient& client() {
-    static auto* client = new PanelClient(std::make_unique<FakeTransport>());
-    return *client;
   }
   [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
   // fid, workplace and values of the working copy's commands.

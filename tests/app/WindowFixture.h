@@ -8,6 +8,7 @@
 #include "app/MainWindow.h"
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
+#include "tests/link/FakeTransport.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
 
@@ -21,6 +22,12 @@ inline const FunctionDictionary& sampleDictionary() {
     return *read;
   }();
   return dictionary;
+}
+
+// A client without a panel, for tests of the harddisk.
+inline PanelClient& offlineClient() {
+  static auto* client = new PanelClient(std::make_unique<FakeTransport>());
+  return *client;
 }
 
 // A main window on a copy of the sample site. Message boxes are recorded.

@@ -9,7 +9,6 @@
 
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
-#include "tests/link/FakeTransport.h"
 
 namespace tessaly {
 namespace {
@@ -26,12 +25,7 @@ std::string macroPath(int number) { return macroFile(kFolder, number); }
 
 class WindowTest : public testing::Test {
  protected:
-  WindowTest() : fixture_(client()) {}
-
-  static PanelClient& client() {
-    static auto* client = new PanelClient(std::make_unique<FakeTransport>());
-    return *client;
-  }
+  WindowTest() : fixture_(offlineClient()) {}
 
   [[nodiscard]] std::size_t commandsIn(const std::string& path) {
     MacroCommands commands;

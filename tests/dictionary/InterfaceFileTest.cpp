@@ -1,11 +1,9 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <string>
 #include <vector>
 
 #include "dictionary/InterfaceFile.h"
+#include "tests/support/TestSite.h"
 
 namespace tessaly {
 namespace {
@@ -15,29 +13,15 @@ using testing::IsEmpty;
 
 class InterfaceFileTest : public testing::Test {
  protected:
-  InterfaceFileTest() : root_(makeFolder()) {}
-  ~InterfaceFileTest() override { std::filesystem::remove_all(root_.path()); }
-
-  static std::filesystem::path makeFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "dictionary-XXXXXX").string();
-    return mkdtemp(pattern.data());
-  }
-
-  void write(std::string_view path, const std::string& bytes) {
-    const auto host = root_.resolve(path);
-    std::filesystem::create_directories(host.parent_path());
-    std::ofstream(host, std::ios::binary) << bytes;
-  }
-
   bool read(const std::string& bytes, FunctionSource source = FunctionSource::kPanel) {
-    write("c:\\ifc.xml", bytes);
-    return readInterfaceFile(root_, "c:\\ifc.xml", source, dictionary_,
+    site_.write("c:\\ifc.xml", bytes);
+    return readInterfaceFile(site_.root, "c:\\ifc.xml", source, dictionary_,
                              [this](const std::string& text) { reports_.push_back(text); });
   }
 
   const FunctionTemplate& only() { return dictionary_.function(0).definition(); }
 
-  SiteRoot root_;
+  TestSite site_;
   FunctionDictionary dictionary_;
   std::vector<std::string> reports_;
 };
@@ -160,21 +144,21 @@ TEST_F(InterfaceFileTest, EveryCutFileIsRefusedAndAddsNothing) {
 }
 
 TEST_F(InterfaceFileTest, LoadingReadsTheOlderFileFirstAndGoesOnAfterAFailure) {
-  write(kOlderFamilyInterface,
-        "<mfd><fidsegment_indexed name='n' fidseg='N' min='1' max='1'/><fid name='X'/></mfd>");
-  write(
+  site_.write(kOlderFamilyInterface,
+              "<mfd><fidsegment_indexed name='n' fidseg='N' min='1' max='1'/><fid name='X'/></mfd>");
+  site_.write(
       kPanelInterface,
       "<mfd><fidsegment_indexed name='n' fidseg='M' min='1' max='1'/><fid name='$n'/><fid name='X'/></mfd>");
   const ReportProblem report = [this](const std::string& text) { reports_.push_back(text); };
-  loadFunctionDictionary(root_, dictionary_, report);
+  loadFunctionDictionary(site_.root, dictionary_, report);
   EXPECT_THAT(reports_, IsEmpty());
   EXPECT_EQ(dictionary_.summary(), "Number of FIDs: 3/3");
   EXPECT_EQ(dictionary_.name(1), "N1");  // the first file's family serves the second and is kept
   EXPECT_EQ(dictionary_.find("X")->source(), FunctionSource::kOlderFamily);
 
-  std::filesystem::remove(root_.resolve(kOlderFamilyInterface));
+  std::filesystem::remove(site_.root.resolve(kOlderFamilyInterface));
   FunctionDictionary second;
-  loadFunctionDictionary(root_, second, report);
+  loadFunctionDictionary(site_.root, second, report);
   EXPECT_THAT(reports_,
               ElementsAre("Cannot parse file: c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml"));
   EXPECT_EQ(second.find("X")->source(), FunctionSource::kPanel);

@@ -1,32 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "model/EntryFilter.h"
+#include "tests/model/ParameterSamples.h"
 
 namespace tessaly {
 namespace {
-
-constexpr ValueMode kDisplay = ValueMode::kDisplay;
-constexpr ValueMode kRaw = ValueMode::kRaw;
-
-IntegerParameter integer(bool scaled, std::int32_t min, std::int32_t max, std::int32_t minDisplay,
-                         std::int32_t maxDisplay) {
-  IntegerParameter parameter;
-  parameter.scaled = scaled;
-  parameter.min = min;
-  parameter.max = max;
-  parameter.minDisplay = minDisplay;
-  parameter.maxDisplay = maxDisplay;
-  return parameter;
-}
-
-FloatParameter decimal(double min, double max, double minDisplay, double maxDisplay) {
-  FloatParameter parameter;
-  parameter.min = min;
-  parameter.max = max;
-  parameter.minDisplay = minDisplay;
-  parameter.maxDisplay = maxDisplay;
-  return parameter;
-}
 
 TEST(EntryFilter, Integers) {
   const IntegerParameter scaled = integer(true, 0, 255, -100, 100);

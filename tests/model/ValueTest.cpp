@@ -2,34 +2,13 @@
 #include <limits>
 
 #include "model/ParameterValue.h"
+#include "tests/model/ParameterSamples.h"
 
 namespace tessaly {
 namespace {
 
-constexpr ValueMode kDisplay = ValueMode::kDisplay;
-constexpr ValueMode kRaw = ValueMode::kRaw;
 constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
-
-IntegerParameter integer(bool scaled, std::int32_t min, std::int32_t max, std::int32_t minDisplay,
-                         std::int32_t maxDisplay) {
-  IntegerParameter parameter;
-  parameter.scaled = scaled;
-  parameter.min = min;
-  parameter.max = max;
-  parameter.minDisplay = minDisplay;
-  parameter.maxDisplay = maxDisplay;
-  return parameter;
-}
-
-FloatParameter decimal(double min, double max, double minDisplay, double maxDisplay) {
-  FloatParameter parameter;
-  parameter.min = min;
-  parameter.max = max;
-  parameter.minDisplay = minDisplay;
-  parameter.maxDisplay = maxDisplay;
-  return parameter;
-}
 
 TEST(ParameterValue, ShowsStoredIntegers) {
   const struct {

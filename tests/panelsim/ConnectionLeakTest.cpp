@@ -26,15 +26,6 @@ std::size_t entries(const char* folder) {
   return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
 }
 
-bool becomes(const std::function<bool()>& condition) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-  return true;
-}
-
 class ConnectionLeakTest : public PanelTest {
  protected:
   // Never freed: attempts that were given up may end after the test.
@@ -50,7 +41,7 @@ class ConnectionLeakTest : public PanelTest {
   }
   void connectOnce(int number) {
     press();
-    ASSERT_TRUE(becomes([this, number] { return window.posted == number; }));
+    ASSERT_TRUE(soon([this, number] { return window.posted == number; }));
     connection.connectedMessage(Pane::kA);
     ASSERT_TRUE(connection.connected(Pane::kA));
   }
@@ -61,7 +52,7 @@ TEST_F(ConnectionLeakTest, NothingIsLeftOver) {
   connection.choosePanel(Pane::kA);
   connectOnce(1);
   connection.connectButton(Pane::kA);
-  ASSERT_TRUE(becomes([this] { return panel->connections() == 0; }));
+  ASSERT_TRUE(soon([this] { return panel->connections() == 0; }));
   const std::size_t threads = entries("/proc/self/task"), descriptors = entries("/proc/self/fd");
 
   for (int i = 0; i < kTimes; ++i) {
@@ -71,7 +62,7 @@ TEST_F(ConnectionLeakTest, NothingIsLeftOver) {
   for (int i = 0; i < kTimes; ++i) {
     connectOnce(2 + kTimes + i);
     panel->dropConnections();
-    ASSERT_TRUE(becomes([this] { return client.state() == kPanelNotConnected; }));
+    ASSERT_TRUE(soon([this] { return client.state() == kPanelNotConnected; }));
     connection.connectButton(Pane::kA);
   }
   PanelFaults silent;
@@ -87,7 +78,7 @@ TEST_F(ConnectionLeakTest, NothingIsLeftOver) {
   ASSERT_TRUE(panel->setFaults({}));
   connectOnce(2 + 2 * kTimes);
   connection.connectButton(Pane::kA);
-  EXPECT_TRUE(becomes([&] {
+  EXPECT_TRUE(soon([&] {
     panel->dropConnections();
     return entries("/proc/self/task") <= threads && entries("/proc/self/fd") <= descriptors;
   })) << entries("/proc/self/task")
