@@ -29,7 +29,12 @@ std::size_t entries(const char* folder) {
 class ConnectionLeakTest : public PanelTest {
  protected:
   // Never freed: attempts that were given up may end after the test.
-  PanelClient& client = *new PanelClient;
+  static PanelClient& lastingClient() {
+    static auto* client = new PanelClient;
+    return *client;
+  }
+
+  PanelClient& client = lastingClient();
   PanelSubscriptions subscriptions{client};
   QuietWindow window;
   PanelConnection connection{client, subscriptions, site.messages, window};
