@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "cli/Commands.h"
+#include "platform/Installation.h"
 
 namespace tessaly {
 namespace {
@@ -78,7 +79,7 @@ int run(const std::vector<std::string>& words, std::ostream& out, std::ostream& 
       return kExitDone;
     }
     if (*word == "--version") {
-      out << kProgram << ' ' << TESSALY_VERSION << '\n';
+      out << kProgram << ' ' << programVersion() << '\n';
       return kExitDone;
     }
     if (*word != "--root" || word + 1 == words.end() || (word + 1)->empty()) {
