@@ -31,6 +31,17 @@ bool changeData(const SiteAccess& site, std::string_view path, const Change& cha
   return data && change(*data) && saveXml(site.root, path, document);
 }
 
+// The empty template under a new name.
+bool takeTemplate(const SiteAccess& site, const std::string& name, TiXmlDocument& document) {
+  if (!loadXml(site.root, kEmptyMacro, document)) {
+    site.messages.show(format(kCannotCreate, name.c_str()));
+    return false;
+  }
+  TiXmlElement* macro = namedMacro(document);
+  if (macro) setMacroName(document, *macro, name);
+  return macro != nullptr;
+}
+
 CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
   return {format(kClassicFid, mainframe), {{ParameterKind::kEnum, kClassicParameter, command.text(), false}}};
 }
@@ -71,14 +82,7 @@ bool renameMacro(const SiteAccess& site, std::string_view path, std::string& nam
 
 bool createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath) {
   TiXmlDocument document;
-  if (!loadXml(site.root, kEmptyMacro, document)) {
-    site.messages.show(format(kCannotCreate, name.c_str()));
-    return false;
-  }
-  TiXmlElement* macro = namedMacro(document);
-  if (!macro) return false;
-  setMacroName(document, *macro, name);
-  return saveXml(site.root, targetPath, document);
+  return takeTemplate(site, name, document) && saveXml(site.root, targetPath, document);
 }
 
 bool insertCommand(const SiteAccess& site, std::string_view path, int position, const CommandDraft& draft,
@@ -94,18 +98,20 @@ bool appendClassicCommand(const SiteAccess& site, std::string_view path, int pos
 
 bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                     std::string_view keyPath) {
-  if (!createMacro(site, name, targetPath)) return false;
+  TiXmlDocument document;
+  if (!takeTemplate(site, name, document)) return false;
   KeyFile key;
   key.load(site.root, keyPath, keyFileIndex(keyPath));
-  if (key.commands().empty()) return true;
-  // One load and one save for all commands: a file written 5,000 times over takes minutes.
-  return changeData(site, targetPath, [&](TiXmlElement& data) {
-    for (const ClassicCommand& command : key.commands()) {
-      const CommandDraft draft = classicDraft(command, kKeyMainframe);
-      if (!placeCommand(data, 0, draft, kClassicWorkplace, InsertMode::kAppend)) return false;
-    }
-    return true;
-  });
+  TiXmlElement* const data = macroData(document);
+  bool placed = true;
+  for (const ClassicCommand& command : key.commands()) {
+    placed = data && placeCommand(*data, 0, classicDraft(command, kKeyMainframe), kClassicWorkplace,
+                                  InsertMode::kAppend);
+    if (!placed) break;
+  }
+  // One write, so that a conversion cut short leaves no macro without its commands. A template that takes
+  // none gives the empty macro all the same.
+  return saveXml(site.root, targetPath, document) && placed;
 }
 
 bool removeCommand(const SiteAccess& site, std::string_view path, int number) {

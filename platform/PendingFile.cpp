@@ -3,7 +3,10 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 
@@ -16,6 +19,9 @@ namespace fs = std::filesystem;
 
 constexpr int kAttempts = 100;  // names tried when others' temporary files are in the way
 constexpr mode_t kMode = 0644;
+constexpr mode_t kUnfinishedMode = 0600;
+constexpr std::string_view kTemporaryStart = ".tessaly-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
 
 // Where the bytes for `target` have to go, or an empty path when they cannot.
 fs::path destination(const fs::path& target) {
@@ -36,8 +42,26 @@ std::string temporaryName() {
   static std::atomic<unsigned> count{0};
   timespec now{};
   ::clock_gettime(CLOCK_REALTIME, &now);
-  return format(".tessaly-%lx-%lx-%x.tmp", static_cast<unsigned long>(::getpid()),
-                static_cast<unsigned long>(now.tv_nsec), count++);
+  return std::string(kTemporaryStart) +
+         format("%lx-%lx-%x", static_cast<unsigned long>(::getpid()), static_cast<unsigned long>(now.tv_nsec),
+                count++) +
+         std::string(kTemporaryEnd);
+}
+
+bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK_NB) == 0; }
+
+// Removes the temporary files whose writers are gone. Where the file system has no locks, or the file is
+// another user's, it stays: nothing is removed on a guess.
+void sweep(const std::string& folder) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
+  if (!entries) return;
+  while (const dirent* const entry = ::readdir(entries.get())) {
+    const std::string_view name = entry->d_name;
+    if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd)) continue;
+    const int at = ::dirfd(entries.get());
+    const Descriptor left(::openat(at, entry->d_name, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (left.isOpen() && lock(left)) ::unlinkat(at, entry->d_name, 0);
+  }
 }
 
 // The rename is on the disk only when the folder is. Some file systems cannot do that, which is no failure:
@@ -54,13 +78,31 @@ PendingFile::PendingFile(const fs::path& target) {
   if (real.empty()) return;
   target_ = real.string();
   folder_ = real.has_parent_path() ? real.parent_path().string() : ".";
-  for (int attempt = 0; attempt < kAttempts && !file_.isOpen(); ++attempt) {
-    temporary_ = folder_ + '/' + temporaryName();
-    file_ =
-        Descriptor(::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kMode));
-    if (!file_.isOpen() && errno != EEXIST && errno != EINTR) break;
+  sweep(folder_);
+  for (int attempt = 0; attempt < kAttempts && !open(); ++attempt) {
+    if (errno != EEXIST && errno != EINTR) break;
   }
-  if (!file_.isOpen()) temporary_.clear();
+}
+
+// False leaves no file, and its reason in errno.
+bool PendingFile::open() {
+  temporary_ = folder_ + '/' + temporaryName();
+  file_ = Descriptor(::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kMode));
+  if (!file_.isOpen()) {
+    temporary_.clear();
+    return false;
+  }
+  // Another writer that looks for leftovers may have come between: its lock, or the name that it removed,
+  // tells. A file system without locks refuses them in another way.
+  struct stat status {};
+  const bool taken = !lock(file_) && errno == EWOULDBLOCK;
+  if (taken || ::fstat(file_.number(), &status) != 0 || status.st_nlink == 0) {
+    discard();
+    errno = EEXIST;
+    return false;
+  }
+  if (::fchmod(file_.number(), kUnfinishedMode) == 0) finishedMode_ = status.st_mode & ALLPERMS;
+  return true;  // some file systems have no modes to set
 }
 
 PendingFile::~PendingFile() { discard(); }
@@ -79,7 +121,10 @@ bool PendingFile::write(std::string_view bytes) {
 
 bool PendingFile::commit() {
   if (!good()) return false;
-  const bool stored = ::fsync(file_.number()) == 0;
+  // The lock goes with the last descriptor, and has to last until the name is the target's.
+  const Descriptor locked(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
+  const bool readable = !finishedMode_ || ::fchmod(file_.number(), *finishedMode_) == 0;
+  const bool stored = locked.isOpen() && readable && ::fsync(file_.number()) == 0;
   const bool closed = file_.close();
   if (!stored || !closed || std::rename(temporary_.c_str(), target_.c_str()) != 0) {
     discard();

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 
 #include "platform/Descriptor.h"
 
@@ -12,10 +14,13 @@ namespace tessaly {
 // and `commit` renames that over the target. Without a commit the temporary file is removed and the target
 // stays as it was. A target that is a link to a file is written where the link leads. Not thread-safe; two
 // objects, also of two programs, may aim at the same target, and the last commit wins.
+//
+// The temporary file (".tessaly-*.tmp") is for its writer's eyes only and locked while that lives. What a
+// killed program left behind is therefore known by its missing lock, and the next file that is written in its
+// folder removes it.
 class PendingFile {
  public:
-  // Opens the temporary file, mode 0644 less the umask. Fails without a folder, and for a target that is
-  // there but is no regular file.
+  // Opens the temporary file. Fails without a folder, and for a target that is there but is no regular file.
   explicit PendingFile(const std::filesystem::path& target);
   ~PendingFile();
   PendingFile(const PendingFile&) = delete;
@@ -27,16 +32,18 @@ class PendingFile {
   // After a failure nothing more is written and the commit fails too.
   bool write(std::string_view bytes);
 
-  // Brings the bytes to the disk and the name to the target.
+  // Brings the bytes to the disk and the name to the target, mode 0644 less the umask.
   [[nodiscard]] bool commit();
 
  private:
+  bool open();
   void discard();
 
   std::string target_;
   std::string folder_;
   std::string temporary_;  // empty when there is none
   Descriptor file_;
+  std::optional<mode_t> finishedMode_;
 };
 
 }  // namespace tessaly

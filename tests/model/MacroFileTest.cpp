@@ -168,9 +168,12 @@ TEST_F(MacroFileTest, ConvertsKeyFiles) {
   ASSERT_TRUE(convertKeyFile(access(), "K", kFile, kKey));
   EXPECT_EQ(commandsOf(kFile),
             "QMF1.NCSCOMMAND=e3 10 05 01 ,; QMF1.NCSCOMMAND=,; QMF1.NCSCOMMAND=24 10 05 01 0a ,; ");
+  write(kEmptyMacro, "<macro name=''/>");
+  EXPECT_FALSE(convertKeyFile(access(), "Bare", kFile, kKey));
+  EXPECT_THAT(read(kFile), HasSubstr("name=\"Bare\"")) << "it is created, though it takes no command";
   write(kKey, "");
   ASSERT_TRUE(convertKeyFile(access(), "K", kFile, kKey));
-  EXPECT_EQ(commandsOf(kFile), "");
+  EXPECT_THAT(read(kFile), HasSubstr("name=\"K\""));
 }
 
 TEST_F(MacroFileTest, RemovesAndSetsByCommandNumber) {

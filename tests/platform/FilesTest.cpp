@@ -5,6 +5,7 @@
 
 #include "TemporarySite.h"
 #include "platform/Files.h"
+#include "platform/PendingFile.h"
 
 namespace tessaly {
 namespace {
@@ -66,6 +67,24 @@ TEST_F(FilesTest, AFailedWriteLeavesTheOldFile) {
   EXPECT_FALSE(copyFile(root_, "c:\\none", "c:\\old.mac"));
   EXPECT_EQ(bytes("c/old.mac"), "old");
   EXPECT_EQ(entries("c"), before);
+}
+
+TEST_F(FilesTest, WhatAKilledWriterLeftGoesAndALivingOneKeepsItsFile) {
+  for (const char* name : {"c/.tessaly-1-2-3.tmp", "c/.tessaly-old.tmp", "c/.tessaly.lock", "c/mine.tmp"})
+    put(name, "left");
+  fs::create_symlink("old.mac", host("c/.tessaly-link.tmp"));
+  PendingFile pending(host("c/new.mac"));
+  ASSERT_TRUE(pending.write("new"));
+  EXPECT_EQ(entries("c"), 5);  // old.mac, the link, the two that are no leftovers, and the pending one
+  for (const auto& entry : fs::directory_iterator(host("c"))) {
+    if (entry.is_symlink() || !entry.path().filename().string().starts_with(".tessaly-")) continue;
+    EXPECT_EQ(entry.status().permissions(), fs::perms(0600)) << "half a file is nobody else's";
+  }
+  EXPECT_TRUE(writeFile(root_, "c:\\old.mac", "other"));
+  EXPECT_TRUE(pending.commit());
+  EXPECT_EQ(bytes("c/new.mac"), "new");
+  EXPECT_EQ(fs::status(host("c/new.mac")).permissions(), fs::status(host("c/old.mac")).permissions());
+  EXPECT_EQ(entries("c"), 5);
 }
 
 TEST_F(FilesTest, LinksAreWrittenWhereTheyLead) {

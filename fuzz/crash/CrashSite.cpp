@@ -1,0 +1,153 @@
+#include "fuzz/crash/CrashSite.h"
+
+#include <algorithm>
+#include <set>
+
+#include "link/PanelMacros.h"
+#include "model/KeyFile.h"
+#include "model/MacroFile.h"
+#include "model/Settings.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kKeyFile = "c:\\programme\\rv48\\appli\\Show\\CP7\\upk\\key03.upk";
+constexpr std::string_view kKeyCommand = "e3 10 05 01 \n";
+constexpr std::string_view kMacroEnd = "</macro>\n";
+
+std::string folderOf(const std::string& path) { return path.substr(0, path.find_last_of('\\') + 1); }
+
+int downloadedCommands(int generation) { return 40 << (2 * generation); }
+
+std::string remoteFile(const fs::path& tree, int number) {
+  return tree.string() + remoteMacroPath(1, macroNumberText(number));
+}
+
+Settings settingsOf(int generation) {
+  const std::string text = crashValue(generation);
+  return {generation, kFrameRate50Hz, text, text, text, text};
+}
+
+// The generation in which every command of the macro is.
+std::optional<int> macroGeneration(const SiteAccess& site, const std::string& path, int commandCount) {
+  MacroCommands commands;
+  const std::string bytes = readFile(site.root, path).value_or("");
+  if (!bytes.ends_with(kMacroEnd) || !loadCommands(site, path, false, commands)) return std::nullopt;
+  if (static_cast<int>(commands.size()) != commandCount || commands[0].parameters.empty())
+    return std::nullopt;
+  const std::string& value = commands[0].parameters[0].value;
+  const bool uniform = std::all_of(commands.begin(), commands.end(), [&value](const MacroCommand& command) {
+    return command.parameters.size() == 1 && command.parameters[0].value == value;
+  });
+  const int generation = parseInt(value);
+  return uniform && value == crashValue(generation) ? std::optional(generation) : std::nullopt;
+}
+
+std::optional<int> convertedGeneration(const SiteAccess& site, const std::string& path) {
+  std::string name;
+  MacroCommands commands;
+  if (!readMacroName(site, path, name) || !loadCommands(site, path, false, commands)) return std::nullopt;
+  const int generation = parseInt(std::string_view(name).substr(1));
+  const bool whole = name == crashMacroName(generation) && commands.size() == std::size_t{kCrashKeys};
+  return whole ? std::optional(generation) : std::nullopt;
+}
+
+std::optional<int> downloadedGeneration(const SiteRoot& root, const fs::path& tree, const std::string& path) {
+  const auto bytes = readFile(root, path);
+  for (int generation = 0; bytes && generation < kCrashDownloads; ++generation) {
+    if (readFile(root, remoteFile(tree, generation)) == bytes) return generation;
+  }
+  return std::nullopt;
+}
+
+std::optional<int> settingsGeneration(const SiteRoot& root) {
+  Settings settings;
+  if (!readSettings(root, settings)) return std::nullopt;
+  return settings == settingsOf(settings.format) ? std::optional(settings.format) : std::nullopt;
+}
+
+}  // namespace
+
+CrashSite::CrashSite(const fs::path& folder) : folder_(folder), root_(folder / "site") {}
+
+std::string CrashSite::path(CrashStep step) {
+  const CrashStepRow& row = kCrashSteps.at(static_cast<std::size_t>(step));
+  return std::string(row.file.empty() ? kSettingsFile : row.file);
+}
+
+std::string CrashSite::keyPath() { return std::string(kKeyFile); }
+
+bool CrashSite::prepare() const {
+  CrashMessages messages;
+  const SiteAccess site{root_, messages};
+  bool done = makeFolder(root_, folderOf(keyPath())) &&
+              makeFolder(root_, fs::path(remoteFile(panelTree(), 0)).parent_path().string());
+  for (const CrashStepRow& row : kCrashSteps) done = done && makeFolder(root_, folderOf(path(row.step)));
+  std::string key = "#UPK\nBeginHeader\nFile=key03.upk\nName=Key\nVersion=1.0\nEndHeader\n";
+  for (int i = 0; i < kCrashKeys; ++i) key += kKeyCommand;
+  for (int i = 0; done && i < kCrashDownloads; ++i)
+    done = writeFile(root_, remoteFile(panelTree(), i), crashMacro(i, downloadedCommands(i)));
+  done = done && writeFile(root_, keyPath(), key) &&
+         writeFile(root_, kEmptyMacro, "<macro name=\"\"><data></data></macro>\n");
+  for (const CrashStep step : {CrashStep::kEdit, CrashStep::kSave, CrashStep::kCopy})
+    done = done && writeFile(root_, path(step), crashMacro(0, kCrashCommands));
+  return done && writeFile(root_, path(CrashStep::kDownload), crashMacro(0, downloadedCommands(0))) &&
+         convertKeyFile(site, crashMacroName(0), path(CrashStep::kConvert), keyPath()) &&
+         writeSettings(root_, settingsOf(0));
+}
+
+std::optional<int> CrashSite::generation(CrashStep step) const {
+  CrashMessages messages;
+  const SiteAccess site{root_, messages};
+  const std::string file = path(step);
+  switch (step) {
+    case CrashStep::kEdit:
+    case CrashStep::kSave:
+    case CrashStep::kCopy:
+      return macroGeneration(site, file, kCrashCommands);
+    case CrashStep::kConvert:
+      return convertedGeneration(site, file);
+    case CrashStep::kDownload:
+      return downloadedGeneration(root_, panelTree(), file);
+    case CrashStep::kSettings:
+      return settingsGeneration(root_);
+  }
+  return std::nullopt;
+}
+
+CrashSite::Strays CrashSite::strays(CrashStep step) const {
+  const std::string folder = folderOf(path(step));
+  std::set<std::string> known{toUpperAscii(kEmptyMacro)};
+  for (const CrashStepRow& row : kCrashSteps) known.insert(toUpperAscii(path(row.step)));
+  Strays strays;
+  for (const std::string& name : listFolder(root_, folder)) {
+    if (name.starts_with(".tessaly-")) {
+      ++strays.temporary;
+    } else if (!known.contains(toUpperAscii(folder + name)) && isRegularFile(root_, folder + name)) {
+      ++strays.unknown;
+    }
+  }
+  return strays;
+}
+
+std::string crashValue(int generation) {
+  return std::to_string(generation) + std::string(static_cast<std::size_t>(1 + generation % 50), 'x');
+}
+
+std::string crashMacroName(int generation) { return "K" + std::to_string(generation); }
+
+std::string crashMacro(int generation, int commands) {
+  std::string bytes = "<macro name=\"" + crashMacroName(generation) + "\">\n    <data>\n";
+  for (int i = 0; i < commands; ++i) {
+    bytes += format("        <cmd fid=\"QMF1.ME1.Key%d.On\" workplace=\"1\" group=\"0\">\n", i) +
+             "            <param name=\"Value\" value=\"" + crashValue(generation) +
+             "\" />\n        </cmd>\n";
+  }
+  return bytes + "    </data>\n</macro>\n";
+}
+
+}  // namespace tessaly
