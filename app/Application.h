@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <string>
 
 #include <QFileSystemWatcher>
 #include <QLockFile>
@@ -10,15 +8,9 @@
 
 #include "app/MainWindow.h"
 #include "app/MessageBoxes.h"
+#include "app/StartOptions.h"
 
 namespace tessaly {
-
-struct StartOptions {
-  std::string root;  // empty: from the environment
-  bool demo = false;
-  bool verbose = false;  // the panel client writes its calls and values to the standard output
-  std::uint16_t ftpPort = kFtpPort;
-};
 
 // Owns everything that lives as long as the program, and starts it: one program a root, the loader thread,
 // the main window.

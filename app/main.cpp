@@ -1,40 +1,50 @@
+#include <algorithm>
 #include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include <QApplication>
-#include <QCommandLineParser>
 
 #include "app/Application.h"
+#include "platform/Installation.h"
+
+namespace {
+
+constexpr int kDone = 0, kWrongUsage = 2;
+
+// The texts that are asked for without a window are given without a display too.
+bool printsText(const std::vector<std::string_view>& words) {
+  const auto asked = [&](const char* word) { return std::ranges::find(words, word) != words.end(); };
+  if (asked("--help")) {
+    std::fputs(tessaly::startHelp().c_str(), stdout);
+  } else if (asked("--version")) {
+    std::puts(("tessaly " + std::string(tessaly::programVersion())).c_str());
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
+  if (printsText({argv, argv + argc})) return kDone;
   QApplication toolkit(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tessaly"));
-  QApplication::setApplicationVersion(QStringLiteral("1.0.0"));
+  QApplication::setApplicationVersion(QString::fromStdString(std::string(tessaly::programVersion())));
+  QApplication::setDesktopFileName(QStringLiteral("org.tessaly.Tessaly"));
 
-  QCommandLineParser parser;
-  parser.setApplicationDescription(QStringLiteral("Edits the macros of a Corvane XL Control Panel."));
-  parser.addHelpOption();
-  parser.addVersionOption();
-  const QCommandLineOption root(
-      QStringLiteral("root"), QStringLiteral("Folder that holds the site's drives."), QStringLiteral("DIR"));
-  const QCommandLineOption demo(QStringLiteral("demo"),
-                                QStringLiteral("Show a demonstration instead of connecting."));
-  const QCommandLineOption verbose(QStringLiteral("verbose"),
-                                   QStringLiteral("Print the panel's values and calls."));
-  const QCommandLineOption ftpPort(QStringLiteral("ftp-port"),
-                                   QStringLiteral("FTP port of a simulated panel."), QStringLiteral("PORT"),
-                                   QString::number(tessaly::kFtpPort));
-  parser.addOptions({root, demo, verbose, ftpPort});
-  parser.process(toolkit);
-
-  bool portRead = false;
-  const ushort port = parser.value(ftpPort).toUShort(&portRead);
-  if (!portRead || port == 0 || !parser.positionalArguments().isEmpty()) parser.showHelp(2);
-
-  tessaly::Application application(
-      {parser.value(root).toStdString(), parser.isSet(demo), parser.isSet(verbose), port});
+  std::string reason;
+  const auto options = tessaly::readStartOptions(QApplication::arguments(), reason);
+  if (!options) {
+    std::fprintf(stderr, "tessaly: %s\n%s", reason.c_str(), tessaly::startHelp().c_str());
+    return kWrongUsage;
+  }
+  tessaly::Application application(*options);
   if (!application.claimRoot()) {
     std::fputs("tessaly: already running on this root; its window comes to the front\n", stderr);
-    return 0;
+    return kDone;
   }
   application.start();
   return QApplication::exec();

@@ -40,8 +40,11 @@ constexpr Command kCommands[] = {
 
 constexpr std::string_view kProgram = "tessaly-cli";
 
+void printUsage(std::ostream& stream) { stream << "usage: " << kProgram << " [--root DIR] COMMAND ...\n"; }
+
 void printHelp(std::ostream& stream) {
-  stream << "usage: " << kProgram << " [--root DIR] COMMAND ...\n\n"
+  printUsage(stream);
+  stream << "\nThe files and rules of Tessaly for scripts and pipes.\n\n"
          << "  --root DIR  the site; else $TESSALY_ROOT, else $XDG_DATA_HOME/tessaly\n"
          << "  --help      this text, or the usage of a command\n"
          << "  --version   the program's version\n\n";
@@ -84,6 +87,7 @@ int run(const std::vector<std::string>& words, std::ostream& out, std::ostream& 
     }
     if (*word != "--root" || word + 1 == words.end() || (word + 1)->empty()) {
       errors << (*word == "--root" ? "--root needs a folder" : "unknown option " + *word) << '\n';
+      printUsage(errors);
       return kExitWrongUsage;
     }
     root = *++word;
@@ -97,6 +101,7 @@ int run(const std::vector<std::string>& words, std::ostream& out, std::ostream& 
                                     [&](const Command& candidate) { return candidate.name == *word; });
   if (command == commands.end()) {
     errors << "unknown command " << *word << "; try " << kProgram << " --help\n";
+    printUsage(errors);
     return kExitWrongUsage;
   }
   return runCommand(*command, root, {word + 1, words.end()}, out, errors);

@@ -10,7 +10,9 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view kHelp =
-    R"(tessaly-panelsim [OPTION ...]: a panel to work against. Type "help" at its prompt.
+    R"(usage: tessaly-panelsim [OPTION ...]
+
+A panel to work against. Type "help" at its prompt.
 
   --address A        address to listen on, such as 127.0.0.2 (127.0.0.1)
   --control-port N   port of the control service, 0 for any (56662)
@@ -20,7 +22,8 @@ constexpr std::string_view kHelp =
   --seed             fill an empty tree with macros of the site (so with --site)
   --mfd N,N,...      modules of the workplaces 1 to 8 (4,4,2,1,0,0,0,0)
   --script FILE      prompt commands to begin with
-  --help
+  --help             this text
+  --version          the program's version
 
 Faults to begin with:
   --never-answer     connections are taken and stay silent
@@ -30,6 +33,8 @@ Faults to begin with:
   --cut-transfer N   the line of a transfer breaks after N bytes
   --stall-transfer   transfers begin and move no byte
   --disk-full        uploads are refused
+
+Exit code: 0 done, 1 failed, 2 wrong usage.
 )";
 
 constexpr int kMost = std::numeric_limits<int>::max();
@@ -119,6 +124,8 @@ std::optional<ProgramOptions> readOptions(const std::vector<std::string>& argume
     const std::string name = argument.starts_with("--") ? argument.substr(2) : "";
     if (name == "help") {
       options.help = true;
+    } else if (name == "version") {
+      options.version = true;
     } else if (name == "seed") {
       options.panel.seed = true;
     } else if (isSwitch(name)) {

@@ -12,7 +12,7 @@ namespace tessaly {
 struct ProgramOptions {
   PanelOptions panel;
   std::string script;  // file of prompt commands to begin with
-  bool help = false;
+  bool help = false, version = false;
 };
 
 // Reads the command line, the program's name left out. Nothing, with the reason, when it is wrong.

@@ -7,6 +7,7 @@
 #include "panelsim/Options.h"
 #include "panelsim/PanelSimulator.h"
 #include "panelsim/Prompt.h"
+#include "platform/Installation.h"
 
 namespace {
 
@@ -43,6 +44,10 @@ int main(int argc, char** argv) {
   }
   if (options->help) {
     std::cout << tessaly::optionsHelp();
+    return kDone;
+  }
+  if (options->version) {
+    std::cout << "tessaly-panelsim " << tessaly::programVersion() << "\n";
     return kDone;
   }
   tessaly::PanelSimulator panel(options->panel, print);

@@ -1,0 +1,71 @@
+#include "app/StartOptions.h"
+
+#include <algorithm>
+
+#include <QCommandLineParser>
+
+namespace tessaly {
+namespace {
+
+struct OptionRow {
+  const char* name;
+  const char* value;  // what stands for its value in the help, empty when it takes none
+  const char* description;
+};
+
+constexpr OptionRow kRoot{"root", "DIR", "the site; else $TESSALY_ROOT, else $XDG_DATA_HOME/tessaly"};
+constexpr OptionRow kFtpPortOption{"ftp-port", "PORT", "FTP port of a simulated panel (a panel's own is 21)"};
+constexpr OptionRow kDemo{"demo", "", "show a demonstration instead of connecting"};
+constexpr OptionRow kVerbose{"verbose", "", "print the panel's values and calls"};
+constexpr OptionRow kHelp{"help", "", "this text"};
+constexpr OptionRow kVersion{"version", "", "the program's version"};
+constexpr OptionRow kOptions[] = {kRoot, kFtpPortOption, kDemo, kVerbose, kHelp, kVersion};
+
+std::string shape(const OptionRow& option) {
+  return "--" + std::string(option.name) + (*option.value ? " " : "") + option.value;
+}
+
+}  // namespace
+
+std::string startHelp() {
+  std::size_t width = 0;
+  for (const OptionRow& option : kOptions) width = std::max(width, shape(option).size());
+  std::string text =
+      "usage: tessaly [OPTION ...]\n\nEdits the macros of a Corvane XL Control Panel in a window.\n\n";
+  for (const OptionRow& option : kOptions) {
+    std::string left = shape(option);
+    left.resize(width + 2, ' ');
+    text += "  " + left + option.description + "\n";
+  }
+  return text + "\nExit code: 0 done, 2 wrong usage.\n";
+}
+
+std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::string& reason) {
+  QCommandLineParser parser;
+  for (const OptionRow& option : kOptions) {
+    parser.addOption(
+        QCommandLineOption(QString::fromLatin1(option.name), QString(), QString::fromLatin1(option.value)));
+  }
+  if (!parser.parse(arguments)) {
+    reason = parser.errorText().toStdString();
+    return std::nullopt;
+  }
+  if (!parser.positionalArguments().isEmpty()) {
+    reason = "one word too many: " + parser.positionalArguments().constFirst().toStdString();
+    return std::nullopt;
+  }
+  StartOptions options;
+  options.root = parser.value(QLatin1String(kRoot.name)).toStdString();
+  options.demo = parser.isSet(QLatin1String(kDemo.name));
+  options.verbose = parser.isSet(QLatin1String(kVerbose.name));
+  if (parser.isSet(QLatin1String(kFtpPortOption.name))) {
+    options.ftpPort = parser.value(QLatin1String(kFtpPortOption.name)).toUShort();
+    if (options.ftpPort == 0) {
+      reason = "--ftp-port takes a number from 1 to 65535";
+      return std::nullopt;
+    }
+  }
+  return options;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include <QStringList>
+
+#include "link/PanelMacros.h"
+
+namespace tessaly {
+
+struct StartOptions {
+  std::string root;  // empty: from the environment
+  bool demo = false;
+  bool verbose = false;  // the panel client writes its calls and values to the standard output
+  std::uint16_t ftpPort = kFtpPort;
+};
+
+// The text of --help.
+[[nodiscard]] std::string startHelp();
+
+// Reads the command line, which begins with the program's name. Nothing, with the reason, when it is wrong.
+[[nodiscard]] std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::string& reason);
+
+}  // namespace tessaly
