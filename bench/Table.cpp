@@ -20,11 +20,12 @@ constexpr std::size_t kFewestSamples = 5;  // of each side
 constexpr std::size_t kMostSamples = 101;
 
 bool quickRun = false;
+Clock::time_point sampleStart;
 
 double timeOf(const std::function<void()>& side, std::size_t runs) {
-  const auto start = Clock::now();
+  sampleStart = Clock::now();
   for (std::size_t run = 0; run < runs; ++run) side();
-  return std::chrono::duration<double>(Clock::now() - start).count() / static_cast<double>(runs);
+  return std::chrono::duration<double>(Clock::now() - sampleStart).count() / static_cast<double>(runs);
 }
 
 double median(std::vector<double>& samples) {
@@ -78,11 +79,21 @@ void comparePair(benchmark::State& state, const Pair& pair) {
       second.sample();
     }
   }
-  report(state, {median(measured.samples) / pair.measuredItems, median(limit.samples) / pair.limitItems},
+  report(state,
+         {(median(measured.samples) - pair.measuredWait) / pair.measuredItems,
+          median(limit.samples) / pair.limitItems},
          pair.goal, kSeconds);
 }
 
 }  // namespace
+
+void timeFromHere() { sampleStart = Clock::now(); }
+
+double secondsOf(const std::function<void()>& run) {
+  std::vector<double> samples;
+  for (std::size_t sample = 0; sample < kFewestSamples; ++sample) samples.push_back(timeOf(run, 1));
+  return median(samples);
+}
 
 bool addPair(Pair pair) {
   const std::string name = pair.name;

@@ -28,7 +28,10 @@ struct Pair {
   // Times are divided by these, for costs a piece at two sizes.
   double measuredItems = 1;
   double limitItems = 1;
+  double measuredWait = 0;  // seconds in each measured sample that a rule has the user wait; taken off
 };
+
+inline constexpr const char* kSeconds = "s";  // the unit that is printed as s, ms, us or ns
 
 struct Figures {
   double measured = 0, limit = 1;
@@ -41,6 +44,12 @@ struct Figure {
   std::function<Figures()> take;
   double goal = 1;  // the largest ratio measured / limit that holds
 };
+
+// What the present sample did until here is not counted. For a side that has a `reset`.
+void timeFromHere();
+
+// The median time of a few runs.
+[[nodiscard]] double secondsOf(const std::function<void()>& run);
 
 bool addPair(Pair pair);
 bool addFigure(Figure figure);

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <string>
 
+#include "bench/Table.h"
+
 namespace tessaly::bench {
 namespace {
 

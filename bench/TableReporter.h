@@ -6,9 +6,6 @@
 
 namespace tessaly::bench {
 
-// The unit of figures that are times; they are printed in a fitting one.
-inline constexpr const char* kSeconds = "s";
-
 void setQuick(bool on);
 
 // Prints the table, a line as soon as its figures are there, and at the end how many goals hold.

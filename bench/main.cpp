@@ -3,9 +3,12 @@
 #include <vector>
 
 #include "bench/TableReporter.h"
+#include "bench/window/Children.h"
 
 // tessaly-bench [--quick] [options of the benchmark library, e.g. --benchmark_filter=REGEX]
 int main(int argc, char** argv) {
+  int result = 0;
+  if (tessaly::bench::runAsChild(argc, argv, result)) return result;
   std::vector<char*> arguments;
   for (int i = 0; i < argc; ++i) {
     if (i > 0 && std::string_view(argv[i]) == "--quick") {

@@ -1,0 +1,85 @@
+#include "bench/window/Desk.h"
+
+#include <cstdlib>
+
+#include <QTimer>
+
+#include "dictionary/InterfaceFile.h"
+
+namespace tessaly::bench {
+
+namespace {
+
+// Tells when a list has been painted with the rows that it has now.
+class PaintWatch : public QObject {
+ public:
+  explicit PaintWatch(ListBox& list) {
+    list.viewport()->installEventFilter(this);
+    connect(&list.rows(), &ListBoxModel::rowsChanged, this, [this] { painted_ = false; });
+  }
+  [[nodiscard]] bool painted() const { return painted_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) painted_ = true;
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  bool painted_ = false;
+};
+
+}  // namespace
+
+QApplication& toolkit() {
+  static int count = 1;
+  static char name[] = "tessaly-bench";
+  static char* arguments[] = {name, nullptr};
+  static QApplication* application = [] {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    return new QApplication(count, arguments);
+  }();
+  return *application;
+}
+
+Desk::Desk(SiteRoot root, std::uint16_t ftpPort)
+    : root_(std::move(root)),
+      dictionary_(std::make_unique<FunctionDictionary>()),
+      lists_(root_),
+      macros_(client_, root_, ftpTransfers(ftpPort)) {
+  toolkit();
+  loadFunctionDictionary(root_, *dictionary_,
+                         [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
+  stalls_ = std::make_unique<StallWatch>();
+  window_ = std::make_unique<MainWindow>(WindowContext{access(), *dictionary_, lists_, client_, macros_});
+  window_->show();
+  QCoreApplication::postEvent(window_.get(), new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+  user_ = std::make_unique<WindowDriver>(*window_);
+  user_->waitUntilLoaded();
+}
+
+Desk::~Desk() = default;
+
+void Desk::act(const std::function<void()>& action, int paintedList, const std::function<bool()>& done) {
+  PaintWatch paint(user_->list(paintedList));
+  bool acted = false, over = false;
+  QTimer::singleShot(0, window_.get(), [&] {
+    action();
+    acted = true;
+  });
+  while (!over || !paint.painted()) {
+    stalls_->turn();
+    if (!over && acted && done()) {
+      over = true;
+      if (!paint.painted()) user_->list(paintedList).viewport()->update();
+    }
+  }
+}
+
+double Desk::takeLongestStretch() {
+  const double longest = stalls_->longest();
+  stalls_->reset();
+  return longest;
+}
+
+}  // namespace tessaly::bench

@@ -1,0 +1,141 @@
+// The window on a panel: names until they are listed, values until the macro is in edit state.
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include <QLineEdit>
+
+#include "bench/BareLine.h"
+#include "bench/Table.h"
+#include "bench/window/Desk.h"
+#include "bench/window/WindowSite.h"
+#include "dictionary/InterfaceFile.h"
+#include "panelsim/PanelSimulator.h"
+
+namespace tessaly::bench {
+namespace {
+
+constexpr int kValues = 1000;
+constexpr double kQuiet = 0.5;  // seconds without a value that end an update
+
+// A panel with 1,000 macros in workplace 1 and one macro of 1,000 commands in workplace 2.
+struct Panel {
+  std::unique_ptr<PanelSimulator> simulator;
+  std::unique_ptr<Desk> desk;
+  std::vector<std::string> macroNames, values;
+
+  Panel() {
+    PanelOptions options;
+    options.controlPort = options.ftpPort = 0;
+    options.root = (scratchFolder() / "window-panel").string();
+    options.site = windowSite().path().string();
+    toolkit();
+    FunctionDictionary dictionary;
+    loadFunctionDictionary(windowSite(), dictionary, [](const std::string&) {});
+    writeMacros(options.root, dictionary);
+    simulator = std::make_unique<PanelSimulator>(options, [](const std::string&) {});
+    std::string reason;
+    if (!simulator->start(reason)) std::abort();
+    desk = std::make_unique<Desk>(windowSite(), simulator->ftpPort());
+    connect();
+  }
+
+  void writeMacros(const std::filesystem::path& root, const FunctionDictionary& dictionary) {
+    const auto folder = root / "flash/data/PANEL/macro";
+    std::filesystem::create_directories(folder / "workplace1");
+    std::filesystem::create_directories(folder / "workplace2");
+    for (int number = 0; number < kMacros; ++number) {
+      const std::string text = std::to_string(number);
+      std::ofstream(folder / "workplace1" / ("macro" + std::string(3 - text.size(), '0') + text + ".mac"))
+          << "<macro name=\"Macro number " << number << "\"><data></data></macro>";
+      macroNames.push_back("PANEL.MACRO1.REG" + text + ".NAME");
+    }
+    std::ofstream macro(folder / "workplace2" / "macro000.mac");
+    macro << "<macro name=\"Values\"><data>\n";
+    std::set<std::string> sids;
+    for (std::size_t i = 0; i < dictionary.functionCount() && sids.size() < kValues; i += 3) {
+      const FunctionRecord function = dictionary.function(i);
+      if (function.incremental() || !sids.insert(function.sid()).second) continue;
+      macro << "<cmd fid=\"QMF1." << function.name()
+            << "\" workplace=\"1\"><param name=\"VALUE\" value=\"0\"/></cmd>\n";
+      values.push_back("QMF1." + function.sid());
+    }
+    macro << "</data></macro>\n";
+  }
+
+  void connect() const {
+    const auto& ids = Desk::ids(Pane::kA);
+    desk->act(
+        [this, &ids] {
+          desk->user().press(ids.panel);
+          auto& edit = desk->user().control<QLineEdit>(ids.address);
+          edit.setFocus();
+          edit.selectAll();
+          QTest::keyClicks(&edit, QStringLiteral("127.0.0.1:%1").arg(simulator->controlPort()));
+          desk->user().press(ids.connectButton);
+        },
+        ids.workplaces, [this, &ids] { return desk->user().list(ids.workplaces).rows().rowCount() > 1; });
+  }
+};
+
+Panel& panel() {
+  static auto* made = new Panel;
+  return *made;
+}
+
+const PaneDescriptor::ControlIds& ids() { return Desk::ids(Pane::kA); }
+
+void chooseWorkplace(int row, int macros) {
+  panel().desk->act([row] { panel().desk->user().clickRow(ids().workplaces, row); }, ids().macros,
+                    [macros] { return panel().desk->user().list(ids().macros).rows().rowCount() == macros; });
+}
+
+int commandsShown() { return panel().desk->user().list(ids().commands).rows().rowCount(); }
+
+bool edited() { return panel().desk->user().control<QAbstractButton>(ids().saveChanges).isVisible(); }
+
+void updateAll() {
+  panel().desk->act([] { panel().desk->user().press(ids().updateData); }, ids().commands, edited);
+}
+
+void openValues() {
+  if (edited())
+    panel().desk->act([] { panel().desk->user().press(ids().discardChanges); }, ids().commands,
+                      [] { return !edited() && commandsShown() == kValues; });
+  else if (commandsShown() != kValues) {
+    chooseWorkplace(1, 1);
+    panel().desk->act([] { panel().desk->user().clickRow(ids().macros, 0); }, ids().commands,
+                      [] { return commandsShown() == kValues; });
+  }
+}
+
+const bool kRegistered[] = {
+    addPair({.name = "1,000 names from the panel until listed, beside counting the lines",
+             .measured = [] { chooseWorkplace(0, kMacros); },
+             .limit = [] { subscribeAndCount(panel().simulator->controlPort(), panel().macroNames); },
+             .goal = 5,
+             .prepare = [] { panel(); },
+             .reset = [] { chooseWorkplace(1, 1); }}),
+    addPair({.name = "update of 1,000 commands until edit state, less the quiet time",
+             .measured = updateAll,
+             .limit = [] { subscribeAndCount(panel().simulator->controlPort(), panel().values); },
+             .goal = 2,
+             .prepare = [] { panel(); },
+             .reset = openValues,
+             .measuredWait = kQuiet}),
+    addFigure({.name = "longest stretch of the GUI thread: 1,000 names, an update",
+               .unit = kSeconds,
+               .take =
+                   [] {
+                     Desk& desk = *panel().desk;
+                     openValues();
+                     desk.takeLongestStretch();
+                     updateAll();
+                     openValues();
+                     chooseWorkplace(0, kMacros);
+                     return Figures{desk.takeLongestStretch(), 0.05};
+                   }}),
+};
+
+}  // namespace
+}  // namespace tessaly::bench
