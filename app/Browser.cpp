@@ -232,16 +232,18 @@ void Browser::showCommands(int selected) {
     return;
   }
   const LineOptions options = pane_.view.lineOptions();
-  rows.reserve(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    const bool updated = at < pane_.updatedMarks.size() && pane_.updatedMarks[at];
-    rows.push_back({copy.content() == WorkingCopy::Content::kKeyFile
-                        ? keyCommandLine(copy.keyFile().commands()[at], options, lines_)
-                        : commandLine(copy.commands()[at], options, lines_, updated),
-                    i});
+  if (copy.content() == WorkingCopy::Content::kKeyFile) {
+    for (int i = 0; i < count; ++i)
+      rows.push_back(
+          {keyCommandLine(copy.keyFile().commands()[static_cast<std::size_t>(i)], options, lines_), i});
+    list.rows().setRows(std::move(rows), true);
+  } else {
+    list.rows().setLines(count, [commands = copy.sharedCommands(), marks = pane_.updatedMarks, options,
+                                 lines = lines_](int i) {
+      const auto at = static_cast<std::size_t>(i);
+      return commandLine((*commands)[at], options, lines, at < marks.size() && marks[at]);
+    });
   }
-  list.rows().setRows(std::move(rows), true);
   list.selectRow(std::min(selected, count - 1) == selected ? selected : -1);
   pane_.view.showProgress(QString::fromStdString(count == 1 ? kOneCommand : format(kManyCommands, count)));
   emit changed();

@@ -9,7 +9,7 @@ namespace tessaly {
 void WorkingCopy::reset() {
   ++revision_;
   content_ = Content::kNothing;
-  commands_.clear();
+  commands_ = std::make_shared<MacroCommands>();
   keyFile_ = {};
   target_.reset();
   edited_ = false;
@@ -18,8 +18,10 @@ void WorkingCopy::reset() {
 bool WorkingCopy::load() {
   ++revision_;
   keyFile_ = {};
-  const bool loaded = loadCommands(site_, path_, true, commands_);
-  if (!loaded) commands_.clear();
+  auto commands = std::make_shared<MacroCommands>();
+  const bool loaded = loadCommands(site_, path_, true, *commands);
+  if (!loaded) commands->clear();
+  commands_ = std::move(commands);
   content_ = loaded ? Content::kMacro : Content::kNothing;
   return loaded;
 }
@@ -80,7 +82,7 @@ int WorkingCopy::commandCount() const {
     case Content::kNothing:
       return 0;
     case Content::kMacro:
-      return static_cast<int>(commands_.size());
+      return static_cast<int>(commands_->size());
     case Content::kKeyFile:
       return keyFile_.lastIndex() + 1;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -64,7 +65,9 @@ class WorkingCopy {
 
   [[nodiscard]] const std::string& path() const { return path_; }
   [[nodiscard]] Content content() const { return content_; }
-  [[nodiscard]] const MacroCommands& commands() const { return commands_; }
+  [[nodiscard]] const MacroCommands& commands() const { return *commands_; }
+  // The commands as they are now, also after the next change.
+  [[nodiscard]] std::shared_ptr<const MacroCommands> sharedCommands() const { return commands_; }
   [[nodiscard]] const KeyFile& keyFile() const { return keyFile_; }
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
@@ -79,7 +82,7 @@ class WorkingCopy {
   SiteAccess site_;
   std::string path_;
   Content content_ = Content::kNothing;
-  MacroCommands commands_;
+  std::shared_ptr<const MacroCommands> commands_ = std::make_shared<MacroCommands>();
   KeyFile keyFile_;
   HeldMacro held_;
   std::optional<MacroTarget> target_;

@@ -17,11 +17,16 @@ namespace {
 constexpr int kRowGap = 3;      // pixels between the text lines of two rows
 constexpr int kTextMargin = 3;  // pixels left and right of a row's text
 
+constexpr int kFirstLines = 100;  // that are made at once: what may be seen, and a first idea of the width
+constexpr int kLinesMeanwhile = 500;  // that are made in one go while the program has nothing else to do
+
 QString shownText(const ListRow& row) { return QString::fromStdString(displayUtf8(row.text)); }
 
 }  // namespace
 
-ListBoxModel::ListBoxModel(QObject* parent) : QAbstractListModel(parent) {}
+ListBoxModel::ListBoxModel(QObject* parent) : QAbstractListModel(parent) {
+  connect(&meanwhile_, &QTimer::timeout, this, &ListBoxModel::makeLinesMeanwhile);
+}
 
 void ListBoxModel::setRows(std::vector<ListRow> rows, bool enabled) {
   bool queue = false;
@@ -38,7 +43,56 @@ void ListBoxModel::setRows(std::vector<ListRow> rows, bool enabled) {
     QMetaObject::invokeMethod(this, &ListBoxModel::takeOver, Qt::QueuedConnection);
 }
 
+void ListBoxModel::setLines(int count, std::function<std::string(int row)> line) {
+  beginResetModel();
+  {
+    const std::lock_guard guard(mutex_);
+    pending_ = false;  // rows from before, if any are still waiting
+    latest_.clear();
+    shown_.assign(static_cast<std::size_t>(count), {});
+  }
+  for (int row = 0; row < count; ++row) shown_[static_cast<std::size_t>(row)].number = row;
+  line_ = std::move(line);
+  made_.assign(static_cast<std::size_t>(count), false);
+  longest_ = -1;
+  longestRoom_ = 0;
+  for (nextLine_ = 0; nextLine_ < std::min(count, kFirstLines); ++nextLine_) makeLine(nextLine_);
+  measuredLongest_ = longest_;
+  endResetModel();
+  shownEnabled_ = true;
+  emit rowsChanged();
+  if (nextLine_ < count) meanwhile_.start();
+}
+
+void ListBoxModel::makeLine(int row) const {
+  const auto at = static_cast<std::size_t>(row);
+  if (!line_ || made_[at]) return;
+  made_[at] = true;
+  shown_[at].text = line_(row);
+  measure(row);
+}
+
+void ListBoxModel::measure(int row) const {
+  constexpr std::size_t kColumn = 60;  // characters that a tab may stand for
+  const std::string& text = shown_[static_cast<std::size_t>(row)].text;
+  const std::size_t room =
+      text.size() + kColumn * static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
+  if (longest_ >= 0 && room <= longestRoom_) return;
+  longest_ = row;
+  longestRoom_ = room;
+}
+
+void ListBoxModel::makeLinesMeanwhile() {
+  const int end = std::min(rowCount(), nextLine_ + kLinesMeanwhile);
+  for (; nextLine_ < end; ++nextLine_) makeLine(nextLine_);
+  if (nextLine_ < rowCount()) return;
+  meanwhile_.stop();
+  if (std::exchange(measuredLongest_, longest_) != longest_) emit widened();
+}
+
 std::vector<ListRow> ListBoxModel::rows() const {
+  if (line_)
+    for (int row = 0; row < rowCount(); ++row) makeLine(row);
   const std::lock_guard guard(mutex_);
   return pending_ ? latest_ : shown_;
 }
@@ -53,21 +107,18 @@ void ListBoxModel::takeOver() {
     rows.swap(latest_);
     enabled = latestEnabled_;
   }
-  const bool sameRows = rows == shown_;
+  const bool sameRows = !line_ && rows == shown_;
   if (!sameRows) {
     beginResetModel();
     {
       const std::lock_guard guard(mutex_);
       shown_ = std::move(rows);
     }
-    constexpr std::size_t kColumn = 60;  // characters that a tab may stand for
-    const auto room = [](const std::string& text) {
-      return text.size() + kColumn * static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
-    };
-    const auto longest = std::max_element(
-        shown_.begin(), shown_.end(),
-        [&room](const auto& first, const auto& second) { return room(first.text) < room(second.text); });
-    longest_ = shown_.empty() ? -1 : static_cast<int>(longest - shown_.begin());
+    line_ = {};
+    meanwhile_.stop();
+    longest_ = -1;
+    longestRoom_ = 0;
+    for (int row = 0; row < rowCount(); ++row) measure(row);
     endResetModel();
   }
   shownEnabled_ = enabled;
@@ -75,8 +126,9 @@ void ListBoxModel::takeOver() {
 }
 
 const ListRow* ListBoxModel::row(int index) const {
-  return index >= 0 && index < static_cast<int>(shown_.size()) ? &shown_[static_cast<std::size_t>(index)]
-                                                               : nullptr;
+  if (index < 0 || index >= rowCount()) return nullptr;
+  makeLine(index);
+  return &shown_[static_cast<std::size_t>(index)];
 }
 
 int ListBoxModel::rowOfNumber(int number) const {
@@ -90,8 +142,8 @@ int ListBoxModel::rowCount(const QModelIndex& parent) const {
 }
 
 Qt::ItemFlags ListBoxModel::flags(const QModelIndex& index) const {
-  const ListRow* shown = row(index.row());
-  return shown != nullptr && shown->choosable ? QAbstractListModel::flags(index) : Qt::NoItemFlags;
+  const bool choosable = index.isValid() && shown_[static_cast<std::size_t>(index.row())].choosable;
+  return choosable ? QAbstractListModel::flags(index) : Qt::NoItemFlags;
 }
 
 QVariant ListBoxModel::data(const QModelIndex& index, int role) const {
@@ -166,6 +218,7 @@ ListBox::ListBox(QWidget* parent) : QListView(parent), delegate_(new ListBoxDele
   setTabKeyNavigation(false);
   connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, &ListBox::keepPlace);
   connect(&model_, &ListBoxModel::rowsChanged, this, &ListBox::followModel);
+  connect(&model_, &ListBoxModel::widened, this, &ListBox::scheduleDelayedItemsLayout);
 }
 
 int ListBox::selectedRow() const {

@@ -8,6 +8,7 @@
 #include <QAbstractListModel>
 #include <QListView>
 #include <QStyledItemDelegate>
+#include <QTimer>
 
 namespace tessaly {
 
@@ -31,6 +32,10 @@ class ListBoxModel : public QAbstractListModel {
   explicit ListBoxModel(QObject* parent = nullptr);
 
   void setRows(std::vector<ListRow> rows, bool enabled = true);
+  // Rows 0 to count - 1, each with its own number, whose texts are made when they are first needed; those
+  // that nobody looks at are made little by little while the program has nothing else to do. GUI thread only,
+  // as is `rows` while they are shown.
+  void setLines(int count, std::function<std::string(int row)> line);
   void clear(bool enabled = true) { setRows({}, enabled); }
   [[nodiscard]] std::vector<ListRow> rows() const;  // the latest, shown or still to be shown
 
@@ -50,15 +55,28 @@ class ListBoxModel : public QAbstractListModel {
 
  signals:
   void rowsChanged();  // after the shown rows or the enabled flag changed
+  void widened();      // a row that was made later takes more room than those before
 
  private:
   mutable std::mutex mutex_;
   std::vector<ListRow> latest_;  // guarded by mutex_
   bool latestEnabled_ = true;    // guarded by mutex_
   bool pending_ = false;         // guarded by mutex_
-  std::vector<ListRow> shown_;   // GUI thread
-  bool shownEnabled_ = true;     // GUI thread
-  int longest_ = -1;             // GUI thread
+
+  // GUI thread; a text that is made later is none that another thread may look at.
+  void measure(int row) const;
+  void makeLine(int row) const;
+  void makeLinesMeanwhile();
+
+  mutable std::vector<ListRow> shown_;
+  bool shownEnabled_ = true;
+  mutable int longest_ = -1;
+  mutable std::size_t longestRoom_ = 0;
+  std::function<std::string(int)> line_;  // empty while the rows were given whole
+  mutable std::vector<bool> made_;        // a flag a row, for lines
+  int nextLine_ = 0;                      // lines before it are made
+  int measuredLongest_ = -1;              // as the view knows it
+  QTimer meanwhile_;
 };
 
 // Draws rows of one height, with tab stops given in dialog units (a quarter of the average character width).

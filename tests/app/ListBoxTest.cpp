@@ -29,6 +29,29 @@ TEST(ListBoxTest, ABurstFromAnotherThreadIsOneRefresh) {
   EXPECT_EQ(resets.count(), 1);
 }
 
+TEST(ListBoxTest, LinesAreMadeWhenSomebodyLooksOrTheProgramIsIdle) {
+  constexpr int kLines = 10'000, kLongest = 7'000;
+  ListBox list;
+  list.rows().setRows(numbered(3));
+  std::thread([&list] { list.rows().setRows(numbered(4)); }).join();
+  QSignalSpy widened(&list.rows(), &ListBoxModel::widened);
+  int made = 0;
+  list.rows().setLines(kLines, [&made](int row) {
+    ++made;
+    return row == kLongest ? std::string(200, 'x') : "line " + std::to_string(row);
+  });
+  EXPECT_LT(made, 200) << "what nobody can see waits";
+  EXPECT_EQ(list.rows().row(9'999)->text, "line 9999");
+  QTest::qWaitFor([&made] { return made == kLines; });
+  QCoreApplication::processEvents();
+  EXPECT_EQ(made, kLines) << "each line once, and rows from before come no more";
+  EXPECT_EQ(list.rows().rowCount(), kLines);
+  EXPECT_EQ(list.rows().longestRow(), kLongest);
+  EXPECT_EQ(widened.count(), 1);
+  list.rows().setRows(numbered(2));
+  EXPECT_EQ(list.rows().rows(), numbered(2));
+}
+
 TEST(ListBoxTest, ChoosingTellsUserClicksOnly) {
   ListBox list;
   list.resize(200, 200);
