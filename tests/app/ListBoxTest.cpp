@@ -42,7 +42,7 @@ TEST(ListBoxTest, LinesAreMadeWhenSomebodyLooksOrTheProgramIsIdle) {
   });
   EXPECT_LT(made, 200) << "what nobody can see waits";
   EXPECT_EQ(list.rows().row(9'999)->text, "line 9999");
-  QTest::qWaitFor([&made] { return made == kLines; });
+  ASSERT_TRUE(QTest::qWaitFor([&made] { return made == kLines; }));
   QCoreApplication::processEvents();
   EXPECT_EQ(made, kLines) << "each line once, and rows from before come no more";
   EXPECT_EQ(list.rows().rowCount(), kLines);
