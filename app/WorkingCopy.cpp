@@ -38,42 +38,54 @@ void WorkingCopy::showKeyFile(KeyFile keyFile) {
   content_ = Content::kKeyFile;
 }
 
-bool WorkingCopy::reload(bool changed) {
-  const bool loaded = load();
+bool WorkingCopy::reload(bool changed, SavedMacro saved) {
+  const bool known = changed && saved.commands;
+  if (known) {
+    ++revision_;
+    keyFile_ = {};
+    commands_ = std::move(*saved.commands);
+    content_ = Content::kMacro;
+  }
+  const bool shown = known || load();
   if (changed) edited_ = true;
-  return changed && loaded;
+  return changed && shown;
 }
 
 bool WorkingCopy::insert(const CommandDraft& draft, int position, int workplace, InsertMode mode) {
-  return reload(insertCommand(site_, path_, position, draft, workplace, mode));
+  SavedMacro saved;
+  const bool inserted = insertCommand(site_, path_, position, draft, workplace, mode, &saved);
+  return reload(inserted, std::move(saved));
 }
 
 bool WorkingCopy::insertClassic(const ClassicCommand& command, int position, InsertMode mode, int mainframe) {
-  return reload(appendClassicCommand(site_, path_, position, command, mode, mainframe));
+  SavedMacro saved;
+  const bool inserted = appendClassicCommand(site_, path_, position, command, mode, mainframe, &saved);
+  return reload(inserted, std::move(saved));
 }
 
 bool WorkingCopy::replace(int position, const CommandDraft& draft, int workplace) {
-  const bool inserted = insertCommand(site_, path_, position, draft, workplace, InsertMode::kAtPosition);
-  const bool replaced = inserted && removeCommand(site_, path_, position + 1);
-  // With both commands in it the file has unsaved changes, too.
-  return reload(inserted) && replaced;
+  SavedMacro saved;
+  const bool replaced = replaceCommand(site_, path_, position, draft, workplace, &saved);
+  return reload(replaced, std::move(saved));
 }
 
 bool WorkingCopy::replaceClassic(int position, const ClassicCommand& command, int mainframe) {
-  const bool inserted =
-      appendClassicCommand(site_, path_, position, command, InsertMode::kAtPosition, mainframe);
-  const bool replaced = inserted && removeCommand(site_, path_, position + 1);
-  // With both commands in it the file has unsaved changes, too.
-  return reload(inserted) && replaced;
+  SavedMacro saved;
+  const bool replaced = replaceClassicCommand(site_, path_, position, command, mainframe, &saved);
+  return reload(replaced, std::move(saved));
 }
 
-bool WorkingCopy::remove(int position) { return reload(removeCommand(site_, path_, position)); }
+bool WorkingCopy::remove(int position) {
+  SavedMacro saved;
+  const bool removed = removeCommand(site_, path_, position, &saved);
+  return reload(removed, std::move(saved));
+}
 
 bool WorkingCopy::setFileValue(int number, const std::string& value) {
   return setCommandValue(site_, path_, number, value);
 }
 
-bool WorkingCopy::saveHeld() { return reload(held_.save(site_, path_)); }
+bool WorkingCopy::saveHeld() { return reload(held_.save(site_, path_), {}); }
 
 bool WorkingCopy::saveToDisk() const { return target_ && copyFile(site_.root, path_, target_->file()); }
 

@@ -43,11 +43,11 @@ class WorkingCopy {
   bool open(const MacroTarget& target, bool filled);
   void showKeyFile(KeyFile keyFile);
 
-  // Each changes the file, loads it again and enters edit state. False when the file was not changed; what is
-  // shown is then what the file holds.
+  // Each changes the file, shows what it holds now and enters edit state. False when the file was not
+  // changed; what is shown is then what the file holds.
   bool insert(const CommandDraft& draft, int position, int workplace, InsertMode mode);
   bool insertClassic(const ClassicCommand& command, int position, InsertMode mode, int mainframe);
-  // Puts the new command in front of the old one before the old one goes, so that no failure loses it.
+  // With one save, so that no failure loses the old command.
   bool replace(int position, const CommandDraft& draft, int workplace);
   bool replaceClassic(int position, const ClassicCommand& command, int mainframe);
   bool remove(int position);
@@ -77,7 +77,8 @@ class WorkingCopy {
 
  private:
   bool load();
-  bool reload(bool changed);
+  // Shows what the file holds after an attempt to change it; `saved` spares the loading.
+  bool reload(bool changed, SavedMacro saved);
 
   SiteAccess site_;
   std::string path_;

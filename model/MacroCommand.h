@@ -12,6 +12,8 @@ struct MacroParameter {
   std::string name;
   std::string value;       // as stored in the file
   std::string shownValue;  // equal to `value` after a load
+
+  friend bool operator==(const MacroParameter&, const MacroParameter&) = default;
 };
 
 // One `cmd` of a macro file. All texts are bytes as the file holds them.
@@ -27,6 +29,8 @@ struct MacroCommand {
   [[nodiscard]] std::string_view functionName() const;
   // True when the part after the first "." contains "NCSCOMMAND".
   [[nodiscard]] bool classic() const;
+
+  friend bool operator==(const MacroCommand&, const MacroCommand&) = default;
 };
 
 using MacroCommands = std::vector<MacroCommand>;

@@ -23,12 +23,17 @@ bool loadOrReport(const SiteAccess& site, std::string_view path, TiXmlDocument& 
 }
 
 // Loads, lets `change` work on the commands, and saves. `change` returns false to leave the file as it was.
+// `saved` may be null.
 template <typename Change>
-bool changeData(const SiteAccess& site, std::string_view path, const Change& change) {
+bool changeData(const SiteAccess& site, std::string_view path, const Change& change,
+                SavedMacro* saved = nullptr) {
   TiXmlDocument document;
   if (!loadOrReport(site, path, document)) return false;
   TiXmlElement* data = macroData(document);
-  return data && change(*data) && saveXml(site.root, path, document);
+  bool same = false;
+  if (!data || !change(*data) || !saveXml(site.root, path, document, saved ? &same : nullptr)) return false;
+  if (same) saved->commands = takeCommands(*data, true);
+  return true;
 }
 
 // The empty template under a new name.
@@ -86,14 +91,33 @@ bool createMacro(const SiteAccess& site, const std::string& name, std::string_vi
 }
 
 bool insertCommand(const SiteAccess& site, std::string_view path, int position, const CommandDraft& draft,
-                   int workplace, InsertMode mode) {
-  return changeData(site, path,
-                    [&](TiXmlElement& data) { return placeCommand(data, position, draft, workplace, mode); });
+                   int workplace, InsertMode mode, SavedMacro* saved) {
+  return changeData(
+      site, path, [&](TiXmlElement& data) { return placeCommand(data, position, draft, workplace, mode); },
+      saved);
 }
 
 bool appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
-                          const ClassicCommand& command, InsertMode mode, int mainframe) {
-  return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode);
+                          const ClassicCommand& command, InsertMode mode, int mainframe, SavedMacro* saved) {
+  return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode,
+                       saved);
+}
+
+bool replaceCommand(const SiteAccess& site, std::string_view path, int number, const CommandDraft& draft,
+                    int workplace, SavedMacro* saved) {
+  return changeData(
+      site, path,
+      [&](TiXmlElement& data) {
+        TiXmlElement* const old = commandElement(data, number);
+        return old && placeCommand(data, number, draft, workplace, InsertMode::kAtPosition) &&
+               data.RemoveChild(old);
+      },
+      saved);
+}
+
+bool replaceClassicCommand(const SiteAccess& site, std::string_view path, int number,
+                           const ClassicCommand& command, int mainframe, SavedMacro* saved) {
+  return replaceCommand(site, path, number, classicDraft(command, mainframe), kClassicWorkplace, saved);
 }
 
 bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
@@ -114,11 +138,14 @@ bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string
   return saveXml(site.root, targetPath, document) && placed;
 }
 
-bool removeCommand(const SiteAccess& site, std::string_view path, int number) {
-  return changeData(site, path, [number](TiXmlElement& data) {
-    TiXmlElement* command = commandElement(data, number);
-    return command && data.RemoveChild(command);
-  });
+bool removeCommand(const SiteAccess& site, std::string_view path, int number, SavedMacro* saved) {
+  return changeData(
+      site, path,
+      [number](TiXmlElement& data) {
+        TiXmlElement* command = commandElement(data, number);
+        return command && data.RemoveChild(command);
+      },
+      saved);
 }
 
 bool setCommandValue(const SiteAccess& site, std::string_view path, int number, const std::string& value) {

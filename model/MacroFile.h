@@ -2,6 +2,7 @@
 
 #include <tinyxml.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,12 @@ namespace tessaly {
 
 inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\MacroFid\\emptyMacro.mac";
 
+// What a file holds once an operation has changed and saved it.
+struct SavedMacro {
+  // As a fresh load would give them; nothing when only a load can tell.
+  std::optional<MacroCommands> commands;
+};
+
 enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
 
 // Once the file has parsed, clears `commands` and fills it; false for a parse failure (list left alone) and for a
@@ -33,15 +40,27 @@ enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
 [[nodiscard]] bool createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath);
 
 [[nodiscard]] bool insertCommand(const SiteAccess& site, std::string_view path, int position,
-                                 const CommandDraft& draft, int workplace, InsertMode mode);
+                                 const CommandDraft& draft, int workplace, InsertMode mode,
+                                 SavedMacro* saved = nullptr);
 
 [[nodiscard]] bool appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
-                                        const ClassicCommand& command, InsertMode mode, int mainframe);
+                                        const ClassicCommand& command, InsertMode mode, int mainframe,
+                                        SavedMacro* saved = nullptr);
+
+// Puts the new command in the place of the one with that number, with one save: the file always holds one of
+// the two. False, nothing saved, when there is no such command.
+[[nodiscard]] bool replaceCommand(const SiteAccess& site, std::string_view path, int number,
+                                  const CommandDraft& draft, int workplace, SavedMacro* saved = nullptr);
+
+[[nodiscard]] bool replaceClassicCommand(const SiteAccess& site, std::string_view path, int number,
+                                         const ClassicCommand& command, int mainframe,
+                                         SavedMacro* saved = nullptr);
 
 [[nodiscard]] bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                                   std::string_view keyPath);
 
-[[nodiscard]] bool removeCommand(const SiteAccess& site, std::string_view path, int number);
+[[nodiscard]] bool removeCommand(const SiteAccess& site, std::string_view path, int number,
+                                 SavedMacro* saved = nullptr);
 
 // Writes into the first parameter that has a value, of the first command at or after `number` that has one. When
 // none has, the unchanged tree is saved and the result is false.

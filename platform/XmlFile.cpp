@@ -1,11 +1,13 @@
 #include "platform/XmlFile.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
 #include <string>
 
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "platform/XmlGuard.h"
 
 namespace tessaly {
@@ -32,6 +34,40 @@ bool parse(std::string& text, TiXmlDocument& document) {
   return !document.Error();
 }
 
+bool isPlainWord(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
+           c == '-' || c == '_';
+  });
+}
+
+// True when the parser will read byte by byte: then no byte of a text can draw others with it.
+bool isReadByteByByte(const TiXmlDeclaration* declaration) {
+  if (!declaration) return true;
+  const std::string_view encoding = declaration->Encoding();
+  return !encoding.empty() && encoding[0] != 'U' && encoding[0] != 'u';
+}
+
+// Whether the printed tree is sure to be read as it was printed. Texts are printed with entities for all that
+// could end them. What does not come back as it was: a text with a numeric reference in it, which is printed
+// as it stands (so is a reference for a control character, and the two look alike), a declaration, whose
+// texts are printed as they are, and in UTF-8 a sequence that is not whole, as it takes the next bytes with
+// it.
+bool isReadAsPrinted(const TiXmlDocument& document, std::string_view bytes) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF", kDeclaration = "<?xml";
+  if (bytes.size() > kLargestFile || bytes.find("&#") != bytes.npos) return false;
+  const bool marked = bytes.starts_with(kByteOrderMark);
+  const TiXmlDeclaration* const declaration = document.FirstChild()->ToDeclaration();
+  if (bytes.find(kDeclaration, (marked ? kByteOrderMark.size() : 0) + (declaration ? 1 : 0)) != bytes.npos)
+    return false;
+  if (declaration && !(isPlainWord(declaration->Version()) && isPlainWord(declaration->Encoding()) &&
+                       isPlainWord(declaration->Standalone())))
+    return false;
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  return (!marked && isReadByteByByte(declaration)) || std::all_of(bytes.begin(), bytes.end(), isAscii) ||
+         isValidUtf8(bytes);
+}
+
 }  // namespace
 
 bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document) {
@@ -47,7 +83,7 @@ bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& documen
   return loaded;
 }
 
-bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document) {
+bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document, bool* same) {
   if (document.NoChildren()) return false;
   char* bytes = nullptr;
   std::size_t size = 0;
@@ -56,6 +92,7 @@ bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& d
   const bool printed = document.SaveFile(memory);
   const bool whole = std::fclose(memory) == 0 && printed;
   const bool saved = whole && writeFile(root, path, {bytes, size});
+  if (same) *same = saved && isReadAsPrinted(document, {bytes, size});
   std::free(bytes);
   return saved;
 }

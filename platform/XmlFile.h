@@ -17,7 +17,10 @@ inline constexpr int kMostXmlAttributes = 1000;  // on one element
 [[nodiscard]] bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document);
 
 // Prints the tree to memory and writes it whole beside the target, then renames it over. False when nothing
-// was written; an old file is then as it was. An empty document is not written.
-[[nodiscard]] bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document);
+// was written; an old file is then as it was. An empty document is not written. `same`, when given, becomes
+// true when loading the file again is sure to give the elements and attributes of this tree; the tree has
+// come from a file, and its element and attribute names still are such as the parser reads.
+[[nodiscard]] bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document,
+                           bool* same = nullptr);
 
 }  // namespace tessaly

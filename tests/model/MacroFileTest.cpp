@@ -1,5 +1,6 @@
 #include <functional>
 #include <gmock/gmock.h>
+#include <random>
 
 #include "model/MacroFile.h"
 #include "tests/support/TestSite.h"
@@ -208,6 +209,52 @@ TEST_F(MacroFileTest, RemovesAndSetsByCommandNumber) {
   }
 }
 
+TEST_F(MacroFileTest, ReplacesWithOneSave) {
+  write(kFile, macro("<cmd fid='a'/><z/><cmd fid='b'/>"));
+  EXPECT_TRUE(replaceCommand(access(), kFile, 1, {"N", {}}, 1));
+  EXPECT_EQ(nodes(), "azN");
+  EXPECT_TRUE(replaceClassicCommand(access(), kFile, 0, {}, 2));
+  EXPECT_EQ(nodes(), "QMF2.NCSCOMMANDzN");
+  for (const int number : {-1, 2}) EXPECT_FALSE(replaceCommand(access(), kFile, number, {"M", {}}, 1));
+  EXPECT_EQ(nodes(), "QMF2.NCSCOMMANDzN");
+}
+
+// What is told of a saved file without loading it must be what a load gives, whatever the texts.
+TEST_F(MacroFileTest, TellsWhatTheSavedFileHolds) {
+  const char* heads[] = {"",
+                         "<?xml version='1.0'?>",
+                         "<?xml encoding='ISO-8859-1'?>",
+                         "<?xml version='\"'?>",
+                         "\xEF\xBB\xBF",
+                         "<!--<?xml encoding='UTF-8'?>-->",
+                         "<?xml encoding='&#85;TF-8'?>"};
+  const char* between[] = {"", "text", "<![CDATA[&#x]]>", "<! x>", "<z/>", "<?xml standalone='<cmd/>'?>"};
+  const char* texts[] = {"a",    "&amp;",    "&#x41;", "&amp;#x41;", "&#x0A;", "\n",   " ",        "\xC3",
+                         "\xFC", "\xC3\xBC", "&lt;",   "&bogus;",    "&quot;", "\x01", "\xE2\x82", ">"};
+  std::mt19937 random(1);  // the same cases in every run
+  const auto pick = [&](const auto& list) { return std::string(list[random() % std::size(list)]); };
+  int told = 0, untold = 0;
+  for (int round = 0; round < 400; ++round) {
+    write(kFile, pick(heads) + macro(pick(between) + "<cmd fid='" + pick(texts) + pick(texts) + "'/>"));
+    const CommandDraft draft{pick(texts), {{ParameterKind::kEnum, "p", pick(texts) + pick(texts), false}}};
+    SavedMacro saved;
+    if (!insertCommand(access(), kFile, 0, draft, 1, InsertMode::kAppend, &saved)) continue;
+    ++(saved.commands ? told : untold);
+    if (!saved.commands) continue;
+    MacroCommands commands;
+    EXPECT_TRUE(loadCommands(access(), kFile, true, commands)) << read(kFile);
+    EXPECT_EQ(*saved.commands, commands) << read(kFile);
+  }
+  EXPECT_GT(told, 20);
+  EXPECT_GT(untold, 20);
+  for (const char* plain : {"a", "\xFC<&\">"}) {
+    write(kFile, macro(""));
+    SavedMacro saved;
+    EXPECT_TRUE(insertCommand(access(), kFile, 0, {plain, {}}, 1, InsertMode::kAppend, &saved) &&
+                saved.commands);
+  }
+}
+
 // Every operation that reads a macro file.
 const std::function<bool(const SiteAccess&, std::string&)> kOperations[] = {
     [](auto& site, auto&) {
@@ -215,6 +262,9 @@ const std::function<bool(const SiteAccess&, std::string&)> kOperations[] = {
     },
     [](auto& site, auto&) { return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, 4); },
     [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
+    [](auto& site, auto&) {
+      return replaceCommand(site, kFile, 0, {"x", {}}, 1);
+    },
     [](auto& site, auto&) { return setCommandValue(site, kFile, 0, "x"); },
     [](auto& site, auto& name) { return readMacroName(site, kFile, name); },
     [](auto& site, auto& name) { return renameMacro(site, kFile, name); }};
