@@ -43,7 +43,7 @@ bool WorkingCopy::reload(bool changed, SavedMacro saved) {
   if (known) {
     ++revision_;
     keyFile_ = {};
-    commands_ = std::move(*saved.commands);
+    commands_ = std::make_shared<MacroCommands>(std::move(*saved.commands));
     content_ = Content::kMacro;
   }
   const bool shown = known || load();
