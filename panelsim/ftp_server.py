@@ -103,7 +103,9 @@ class Session(FTPHandler):
 
     def _told(self, what, path):
         size = os.path.getsize(path) if os.path.exists(path) else 0
-        tell("event", what, self.fs.fs2ftp(path), size, "bytes")
+        # A client that is gone at once takes the session with it before its transfer is told of.
+        name = self.fs.fs2ftp(path) if self.fs else os.path.basename(path)
+        tell("event", what, name, size, "bytes")
 
     def on_login(self, username):
         tell("event", "login", username)

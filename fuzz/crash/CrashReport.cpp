@@ -69,10 +69,8 @@ void CrashReport::print() const {
                 static_cast<double>(record_.microseconds[index]) / 1000.0);
   }
   std::printf("%-16s %8d\n", "between two", between_);
-  std::printf(
-      "%d kills, %d files that were neither old nor new nor known; temporary files at once: %d at most, "
-      "0 after the next whole run\n",
-      kills, wrongs_, mostLeftovers_);
+  std::printf("%d kills, %d wrongs; %d temporary files at once at most, none after the next whole run\n",
+              kills, wrongs_, mostLeftovers_);
 }
 
 }  // namespace tessaly

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <random>
 
-#include "app/WorkingCopy.h"
 #include "link/PanelMacros.h"
+#include "model/MacroFile.h"
 #include "model/Settings.h"
 #include "platform/Files.h"
 
@@ -16,23 +16,14 @@ using Clock = std::chrono::steady_clock;
 class CrashWorker {
  public:
   CrashWorker(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort)
-      : site_(folder),
-        record_(record),
-        transfers_(ftpTransfers(ftpPort)),
-        copy_({site_.root(), messages_}, CrashSite::path(CrashStep::kEdit)) {
-    const std::string saved = CrashSite::path(CrashStep::kSave);
-    MacroTarget target;
-    target.folder = saved.substr(0, saved.find_last_of('\\') + 1);
-    target.numberText = "001";
-    ready_ = copy_.open(target, true);
-  }
+      : site_(folder), record_(record), transfers_(ftpTransfers(ftpPort)) {}
 
   bool run(CrashStep step) {
     record_.pending = pendingGeneration(step);
     record_.step = static_cast<int>(step);
     ++record_.started;
     const auto begin = Clock::now();
-    const bool done = ready_ && work(step, record_.pending);
+    const bool done = work(step, record_.pending);
     const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin);
     if (done) record_.committed.at(static_cast<std::size_t>(step)) = record_.pending.load();
     record_.step = CrashRecord::kBetweenSteps;
@@ -67,9 +58,9 @@ class CrashWorker {
     const std::string file = CrashSite::path(step);
     switch (step) {
       case CrashStep::kEdit:
-        return update(crashValue(generation));
+        return update(site, file, crashValue(generation));
       case CrashStep::kSave:
-        return copy_.saveToDisk();
+        return copyFile(site_.root(), CrashSite::path(CrashStep::kEdit), file);
       case CrashStep::kCopy:
         return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file);
       case CrashStep::kConvert:
@@ -86,21 +77,20 @@ class CrashWorker {
     return false;
   }
 
-  // As the value update of pane A does it.
-  bool update(const std::string& value) {
-    if (!copy_.hold()) return false;
+  // As the value update does it.
+  static bool update(const SiteAccess& site, const std::string& file, const std::string& value) {
+    HeldMacro held;
+    if (!held.open(site, file)) return false;
     for (int command = 0; command < kCrashCommands; ++command) {
-      if (!copy_.setHeldValue(command, value)) return false;
+      if (!held.setCommandValue(command, value)) return false;
     }
-    return copy_.saveHeld();
+    return held.save(site, file);
   }
 
   CrashSite site_;
   CrashRecord& record_;
   CrashMessages messages_;
   MacroTransferFactory transfers_;
-  WorkingCopy copy_;
-  bool ready_ = false;
 };
 
 }  // namespace
