@@ -43,7 +43,8 @@ TEST_F(SiteBrowser, ScansTheDevicesFile) {
   site.write("c:\\appli\\News\\CP-1\\assign\\contents.cnt", "");
   site.write("c:\\appli\\CPX\\appli_cp.ini", "");
   const struct {
-    const char *what, *devices;
+    const char* what;
+    std::string devices;
     std::vector<std::string> texts;
   } cases[] = {
       {"both families",
@@ -56,6 +57,7 @@ TEST_F(SiteBrowser, ScansTheDevicesFile) {
       {"no closing quote ends the scan", "CP1 \"Main\" CP2 \"Old", {"CP1-Corvane XL -Main"}},
       {"hyphen stays in the text", "CP-1 \"Side\"", {"CP-1-Corvane XL -Side"}},
       {"name that leads out of the folder", "CP1\\..\\..\\CPX \"Out\" CP1/../CP2 \"Up\"", {}},
+      {"name and label without end", "CP" + std::string(10000, 'x') + " \"" + std::string(10000, 'y'), {}},
       {"nothing", "", {}},
   };
   for (const auto& c : cases) EXPECT_EQ(panelTexts(c.devices), c.texts) << c.what;

@@ -80,7 +80,16 @@ TEST_F(FtpClientTest, FilesGoThereAndBack) {
   EXPECT_EQ(bytes("disk/old.mac"), large);
 }
 
+TEST_F(FtpClientTest, AServerCannotSendTheClientElsewhere) {
+  EXPECT_EQ(client("liar").get("/panel/flash/one #1%.mac", local_), Result::kDone)
+      << "the data comes from the server itself, whatever address it names";
+  EXPECT_EQ(client("liar").put(local_, "/panel/flash/new.mac"), Result::kDone);
+  EXPECT_EQ(bytes("panel/flash/new.mac"), "abc");
+}
+
 TEST_F(FtpClientTest, AFailedTransferSaysWhyAndLeavesTheOldFile) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
   EXPECT_EQ(get("/panel/flash/none.mac"), Result::kNotFound);
   EXPECT_EQ(get("/panel/cut.mac"), Result::kCut);
   for (const char* path : {"", "/", "/panel/flash/", "panel/flash/one.mac"})
@@ -95,6 +104,8 @@ TEST_F(FtpClientTest, AFailedTransferSaysWhyAndLeavesTheOldFile) {
               Result::kUnreachable)
         << address;
   }
+  EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "")
+      << "neither the login nor anything else is printed";
   expectOldFile();
 }
 

@@ -1,4 +1,5 @@
 #include "TemporarySite.h"
+#include "platform/Files.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -41,7 +42,20 @@ TEST_F(SiteRootTest, NothingLeadsOut) {
   for (const std::string_view name : {""sv, "."sv, ".."sv, "a/b"sv, "a\\b"sv, "c:"sv, "a\0"sv}) {
     EXPECT_FALSE(isPlainName(name)) << name;
   }
-  EXPECT_TRUE(isPlainName("..Panel 1.x"));
+  // Names that other systems keep for devices are names of files here, and one too long for a file is none.
+  const std::string endless(10'000, 'x');
+  for (const std::string& name :
+       {std::string("..Panel 1.x"), std::string("CON"), std::string("nul.mac"), endless}) {
+    EXPECT_TRUE(isPlainName(name)) << name;
+    EXPECT_EQ(root_.resolve("c:\\" + name), host("c") / name);
+  }
+  std::filesystem::create_directory(host("c"));
+  EXPECT_FALSE(writeFile(root_, "c:\\" + endless, "x"));
+  EXPECT_FALSE(copyFile(root_, "c:\\" + endless, "c:\\" + endless));
+  EXPECT_FALSE(readFile(root_, "c:\\" + endless));
+  EXPECT_FALSE(makeFolder(root_, "c:\\" + endless));
+  EXPECT_TRUE(writeFile(root_, "c:\\NUL", "x"));
+  EXPECT_EQ(bytes("c/NUL"), "x");
 }
 
 TEST_F(SiteRootTest, SamePlace) {

@@ -35,6 +35,11 @@ class Control(FTPHandler):
         if self.username != "silent":
             super().ftp_PASS(line)
 
+    def ftp_PASV(self, line):
+        if self.username == "liar":
+            self.masquerade_address = "127.0.0.9"
+        super().ftp_PASV(line)
+
     def ftp_STOR(self, file, mode="w"):
         if "full" not in file:
             return super().ftp_STOR(file, mode)
@@ -44,7 +49,8 @@ class Control(FTPHandler):
 def main():
     logging.basicConfig(level=logging.CRITICAL)
     Control.authorizer = DummyAuthorizer()
-    Control.authorizer.add_user("target", "right", sys.argv[1], perm="elrw")
+    for user in ("target", "liar"):
+        Control.authorizer.add_user(user, "right", sys.argv[1], perm="elrw")
     server = FTPServer(("127.0.0.1", 0), Control)
     server.max_cons = int(sys.argv[2])
     print(server.address[1], flush=True)
