@@ -23,11 +23,12 @@ ParameterFacts factsOf(const char* kind, const Parameter& parameter) {
           {{"description", parameter.description}, {"optional", parameter.optional ? "yes" : "no"}}};
 }
 
+std::string whole(double value) { return format("%.0f", value); }
+std::string fraction(double value) { return format("%.10g", value); }
+
 template <typename Parameter>
-void addRanges(ParameterFacts& row, const Parameter& parameter, const char* pattern) {
-  const auto add = [&](const char* key, double value) {
-    row.facts.emplace_back(key, format(pattern, value));
-  };
+void addRanges(ParameterFacts& row, const Parameter& parameter, std::string (*text)(double)) {
+  const auto add = [&](const char* key, double value) { row.facts.emplace_back(key, text(value)); };
   add("min", parameter.min);
   add("max", parameter.max);
   add("minDisp", parameter.minDisplay);
@@ -64,12 +65,12 @@ std::vector<ParameterFacts> parametersOf(const FunctionTemplate& definition) {
   for (const IntegerParameter& parameter : definition.integers) {
     rows.push_back(factsOf("integer", parameter));
     rows.back().facts.emplace_back("scaled", parameter.scaled ? "yes" : "no");
-    addRanges(rows.back(), parameter, "%.0f");
+    addRanges(rows.back(), parameter, whole);
   }
   for (const FloatParameter& parameter : definition.floats) {
     rows.push_back(factsOf("float", parameter));
     rows.back().facts.emplace_back("unit", unitName(parameter.unit));
-    addRanges(rows.back(), parameter, "%.10g");
+    addRanges(rows.back(), parameter, fraction);
   }
   for (const InputParameter& parameter : definition.inputs) rows.push_back(factsOf("input", parameter));
   for (const TimecodeParameter& parameter : definition.timecodes)

@@ -38,7 +38,7 @@ int buttonWidth(const DestinationGroup& group, const QFontMetrics& metrics) {
 
 // "ME1 Key 5", "Auxbuses 12": what the caption says beside its neighbours.
 QString spokenName(const DestinationGroup& group, const DestinationButton& button) {
-  const QString name = shown(group.caption) + QLatin1Char(' ') + shown(button.caption);
+  QString name = shown(group.caption) + QLatin1Char(' ') + shown(button.caption);
   if (group.area == DestinationArea::kBanks) return name;
   return shown(mixEffectNames()[static_cast<std::size_t>(button.row)]) + QLatin1Char(' ') + name;
 }

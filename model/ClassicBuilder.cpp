@@ -32,8 +32,8 @@ ClassicBuilder::ClassicBuilder(DecodingLists& lists, const ClassicCommand& comma
       commandSelected_(true),
       groupRows_(menuRows()),
       state_(State::kBuilding),
+      group_(groupRowOf(command.cd())),
       command_(command) {
-  group_ = groupRowOf(command.cd());
   selectSubgroup(command.cd(), command.co());
   lookUp();
   complete_ = entry_.has_value();  // also when the bytes end early: it is the command that the macro has

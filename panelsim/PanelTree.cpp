@@ -36,13 +36,10 @@ int numberOf(std::string_view name) {
 
 }  // namespace
 
-PanelTree::PanelTree(const std::filesystem::path& root) : host_(root) {
-  std::error_code error;
-  root_ = std::filesystem::absolute(root, error).lexically_normal();
-}
+PanelTree::PanelTree(const std::filesystem::path& root) : host_(root) {}
 
 std::string PanelTree::folder(int workplace) const {
-  return (root_ / format("flash/data/PANEL/macro/workplace%d", workplace)).string();
+  return (host_.path() / format("flash/data/PANEL/macro/workplace%d", workplace)).string();
 }
 
 std::string PanelTree::file(int workplace, int number) const {

@@ -19,7 +19,7 @@ class PanelTree {
  public:
   explicit PanelTree(const std::filesystem::path& root);
 
-  [[nodiscard]] std::string root() const { return root_.string(); }
+  [[nodiscard]] std::string root() const { return host_.path().string(); }
 
   // Makes the folders of all workplaces.
   [[nodiscard]] bool prepare() const;
@@ -48,7 +48,6 @@ class PanelTree {
   [[nodiscard]] std::string file(int workplace, int number) const;
   [[nodiscard]] const std::string& nameOf(const std::string& path);
 
-  std::filesystem::path root_;
   SiteRoot host_;
   std::map<std::string, KnownFile> known_;
 };

@@ -1,0 +1,97 @@
+#!/usr/bin/env python3
+"""Runs clang-tidy over the rooms, several files to a compilation.
+
+Most of the time of a check goes into the headers of the libraries, so files of one room that share no file-local
+name are checked as one. A unit that does not compile in this way is checked again file by file.
+"""
+import argparse
+import json
+import re
+import shlex
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+ROOMS = ["app", "editors", "cli", "panelsim", "link", "model", "dictionary", "platform", "xctl"]
+MOST_FILES = 12  # in a unit
+# Names at the left margin that two files in one compilation could both define.
+LOCAL_NAME = re.compile(
+    r"^(?:static )?(?:(?:constexpr|inline|const)\b.*?\b(k[A-Z]\w*)\s*[\[={(]"
+    r"|(?:class|struct|enum class|enum) (\w+)|using (\w+) ="
+    r"|[A-Za-z][\w:<>,&* ]*[ &*](\w+)\()", re.M)
+ERROR = "clang-diagnostic-error"
+
+
+def local_names(path):
+    return {name for match in LOCAL_NAME.findall(path.read_text(encoding="utf-8")) for name in match if name}
+
+
+def units_of(files):
+    units = []
+    for path in files:
+        names = local_names(path)
+        for unit in units:
+            if len(unit[0]) < MOST_FILES and not unit[1] & names:
+                unit[0].append(path)
+                unit[1].update(names)
+                break
+        else:
+            units.append(([path], set(names)))
+    return [unit[0] for unit in units]
+
+
+def arguments_of(entry):
+    """The compiler's arguments without the launcher, the compiler, the input and the output."""
+    words = shlex.split(entry["command"])
+    words = words[next(i for i, word in enumerate(words) if word.startswith("-")):]
+    result, skip = [], False
+    for word in words:
+        if skip:
+            skip = False
+        elif word in ("-o", "-MF", "-MT", "-c"):
+            skip = True
+        elif word not in ("-MD", "-Werror"):
+            result.append(word)
+    return result
+
+
+class Tidy:
+    def __init__(self, root, build):
+        self.root, self.build = root, build
+        self.scratch = build / "tidy"
+        self.scratch.mkdir(exist_ok=True)
+        commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
+        self.entries = {Path(entry["file"]): entry for entry in commands}
+
+    def check(self, files):
+        unit = self.scratch / f"{files[0].parent.name}_{files[0].stem}.cpp"
+        unit.write_text("".join(f'#include "{path}"\n' for path in files), encoding="utf-8")
+        entry = self.entries[files[0]]
+        done = subprocess.run(["clang-tidy", "--quiet", f"--config-file={self.root}/.clang-tidy",
+                               "--checks=-bugprone-suspicious-include", str(unit), "--", *arguments_of(entry)], cwd=entry["directory"], capture_output=True, text=True)
+        if len(files) > 1 and ERROR in done.stdout:
+            return "".join(self.check([path]) for path in files)
+        return done.stdout if "warning:" in done.stdout or "error:" in done.stdout else ""
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("build", type=Path, help="build folder with a compile_commands.json")
+    parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("rooms", nargs="*", default=ROOMS)
+    options = parser.parse_args()
+    root = Path(__file__).resolve().parent.parent
+    tidy = Tidy(root, options.build.resolve())
+    units = [unit for room in options.rooms or ROOMS for unit in units_of(sorted((root / room).glob("*.cpp")))]
+    found = ""
+    with ThreadPoolExecutor(options.jobs) as pool:
+        for text in pool.map(tidy.check, units):
+            found += text
+            sys.stdout.write(text)
+            sys.stdout.flush()
+    print(f"clang-tidy: {len(units)} units" + ("" if found else ", clean"))
+    return 1 if found else 0
+
+
+sys.exit(main())
