@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QIcon>
 
 #include "app/PaneDescriptor.h"
@@ -45,8 +46,9 @@ Application::Application(const StartOptions& options)
   initResources();
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
   QIcon icon;
-  icon.addFile(QStringLiteral(":/icons/tessaly-32.png"));
-  icon.addFile(QStringLiteral(":/icons/tessaly-128.png"));
+  for (const QFileInfo& picture :
+       QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
+    icon.addFile(picture.filePath());
   QApplication::setWindowIcon(icon);
   for (const int message : {kDictionaryLoadedMessage, kConnectedMessageA, kConnectedMessageB})
     QEvent::registerEventType(message);
