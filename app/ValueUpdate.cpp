@@ -37,6 +37,7 @@ ValueUpdate::ValueUpdate(std::array<PaneAccess, kPanes.size()> panes, const Func
       messages_(messages) {
   quiet_.setSingleShot(true);
   quiet_.setInterval(kQuietMilliseconds);
+  quiet_.setTimerType(Qt::PreciseTimer);
   connect(&quiet_, &QTimer::timeout, this, &ValueUpdate::finish);
   subscriptions_.onCommandValue(
       [this](const std::string& name, const ParameterValue& value) { arrived(name, value.getAsString()); });

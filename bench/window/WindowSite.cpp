@@ -2,11 +2,11 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 
 #include "bench/InterfaceSample.h"
 #include "bench/Table.h"
 #include "dictionary/InterfaceFile.h"
-#include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace tessaly::bench {
@@ -22,6 +22,13 @@ void require(bool done) {
   std::exit(1);
 }
 
+// Without the care that the program takes with files: a sample need not outlive a power cut.
+void write(const SiteRoot& root, std::string_view path, const std::string& text) {
+  const auto file = root.resolve(path);
+  std::filesystem::create_directories(file.parent_path());
+  require(static_cast<bool>((std::ofstream(file, std::ios::binary) << text).flush()));
+}
+
 SiteRoot makeWindowSite() {
   const SiteRoot root(scratchFolder() / "window");
   std::filesystem::create_directories(root.path());
@@ -30,24 +37,21 @@ SiteRoot makeWindowSite() {
   FunctionDictionary dictionary;
   loadFunctionDictionary(root, dictionary, [](const std::string&) { require(false); });
   const std::string folder = std::string("c:\\programme\\rv48\\appli\\") + kApplication;
-  require(makeFolder(root, kSmallMacros) && makeFolder(root, kLargeMacros) &&
-          makeFolder(root, folder + "\\CP1\\assign"));
-  require(writeFile(root, folder + "\\devices.ini",
-                    "[Application]\nName=Bench\n\n[Devices]\nDev1=CP1 \"Desk\" 10.1.1.1\n"));
-  require(writeFile(root, folder + "\\CP1\\assign\\contents.cnt", "\n"));
+  write(root, folder + "\\devices.ini",
+        "[Application]\nName=Bench\n\n[Devices]\nDev1=CP1 \"Desk\" 10.1.1.1\n");
+  write(root, folder + "\\CP1\\assign\\contents.cnt", "\n");
   const std::string small = macroOf(dictionary, kSmallCommands);
   for (int number = 0; number < kMacros; ++number)
-    require(writeFile(root, format("%smacro%03d.mac", kSmallMacros, number), small));
-  require(writeFile(root, std::string(kLargeMacros) + "macro000.mac", macroOf(dictionary, kCommands)));
+    write(root, format("%smacro%03d.mac", kSmallMacros, number), small);
+  write(root, std::string(kLargeMacros) + "macro000.mac", macroOf(dictionary, kCommands));
   return root;
 }
 
 SiteRoot makeLargeInterfaceSite() {
   constexpr std::size_t kHalf = 200'000, kHalfBytes = 10'000'000;
   const SiteRoot root(scratchFolder() / "large-interface");
-  require(makeFolder(root, "c:\\Programme\\RV48\\bin\\MacroFid") &&
-          writeFile(root, kOlderFamilyInterface, interfaceSample(kHalf, kHalfBytes)) &&
-          writeFile(root, kPanelInterface, interfaceSample(kHalf, kHalfBytes)));
+  write(root, kOlderFamilyInterface, interfaceSample(kHalf, kHalfBytes));
+  write(root, kPanelInterface, interfaceSample(kHalf, kHalfBytes));
   return root;
 }
 
