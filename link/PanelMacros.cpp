@@ -52,6 +52,7 @@ bool mayLeaveAPart(Result result) {
     case Result::kNotFound:
     case Result::kUnreachable:
     case Result::kLocalFile:
+    case Result::kNoLibrary:
     case Result::kFailed:
       return false;
   }

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <chrono>
-#include <curl/curl.h>
 #include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
 
+#include "platform/CurlLibrary.h"
 #include "platform/Files.h"
 #include "platform/PendingFile.h"
 #include "platform/RegularFile.h"
@@ -33,11 +33,6 @@ constexpr int kNameNotAllowed = 553;
 
 constexpr std::string_view kNameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
 
-bool libraryReady() {
-  static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-  return ready;
-}
-
 // An address typed by a user must not bring a path, a login or another port with it.
 bool isPlainHost(const std::string& host) {
   return !host.empty() && host.find_first_not_of(std::string(kNameCharacters) + ".:-") == host.npos;
@@ -62,10 +57,12 @@ std::string makeUrl(const std::string& host, std::uint16_t port, const std::stri
 
 // The library calls both of its objects `void`, so each needs a type of its own to release it.
 struct ReleaseEasy {
-  void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+  const CurlLibrary& curl;
+  void operator()(CURL* easy) const { curl.easyCleanup(easy); }
 };
 struct ReleaseMulti {
-  void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+  const CurlLibrary& curl;
+  void operator()(CURLM* multi) const { curl.multiCleanup(multi); }
 };
 
 // One connection with one file on it.
@@ -73,8 +70,12 @@ class Transfer {
  public:
   using Result = FtpClient::Result;
 
-  Transfer(const std::string& url, const FtpClient::Login& login, const std::atomic<bool>& cancelled)
-      : cancelled_(cancelled), easy_(curl_easy_init()), multi_(curl_multi_init()) {
+  Transfer(const CurlLibrary& curl, const std::string& url, const FtpClient::Login& login,
+           const std::atomic<bool>& cancelled)
+      : curl_(curl),
+        cancelled_(cancelled),
+        easy_(curl.easyInit(), ReleaseEasy{curl}),
+        multi_(curl.multiInit(), ReleaseMulti{curl}) {
     if (!easy_ || !multi_) return;
     set(CURLOPT_URL, url.c_str());
     set(CURLOPT_PROTOCOLS_STR, "ftp");
@@ -101,7 +102,7 @@ class Transfer {
   }
 
   ~Transfer() {
-    if (added_) curl_multi_remove_handle(multi_.get(), easy_.get());
+    if (added_) curl_.multiRemoveHandle(multi_.get(), easy_.get());
   }
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
@@ -125,28 +126,28 @@ class Transfer {
  private:
   template <class Value>
   void set(CURLoption option, Value value) {
-    if (easy_ && curl_easy_setopt(easy_.get(), option, value) != CURLE_OK) refused_ = true;
+    if (easy_ && curl_.easySetopt(easy_.get(), option, value) != CURLE_OK) refused_ = true;
   }
 
   template <class Value>
   Value info(CURLINFO what) const {
     Value value = 0;
-    curl_easy_getinfo(easy_.get(), what, &value);
+    curl_.easyGetinfo(easy_.get(), what, &value);
     return value;
   }
 
   Result run() {
     if (!easy_ || !multi_ || refused_) return Result::kFailed;
-    added_ = curl_multi_add_handle(multi_.get(), easy_.get()) == CURLM_OK;
+    added_ = curl_.multiAddHandle(multi_.get(), easy_.get()) == CURLM_OK;
     int running = added_ ? 1 : 0;
     while (running > 0) {
       if (cancelled_) return Result::kCancelled;
       if (isStalled()) return Result::kStalled;
-      if (curl_multi_perform(multi_.get(), &running) != CURLM_OK) return Result::kFailed;
-      if (running > 0) curl_multi_poll(multi_.get(), nullptr, 0, kCancelPollMs, nullptr);
+      if (curl_.multiPerform(multi_.get(), &running) != CURLM_OK) return Result::kFailed;
+      if (running > 0) curl_.multiPoll(multi_.get(), nullptr, 0, kCancelPollMs, nullptr);
     }
     int left = 0;
-    const CURLMsg* const message = curl_multi_info_read(multi_.get(), &left);
+    const CURLMsg* const message = curl_.multiInfoRead(multi_.get(), &left);
     return message && message->msg == CURLMSG_DONE ? result(message->data.result) : Result::kFailed;
   }
 
@@ -222,6 +223,7 @@ class Transfer {
     return CURL_READFUNC_ABORT;
   }
 
+  const CurlLibrary& curl_;
   const std::atomic<bool>& cancelled_;
   std::unique_ptr<CURL, ReleaseEasy> easy_;
   std::unique_ptr<CURLM, ReleaseMulti> multi_;
@@ -247,8 +249,10 @@ FtpClient::Result FtpClient::get(const std::string& remotePath, const std::strin
   if (!isFilePath(remotePath)) return Result::kNotFound;
   PendingFile target(hostPath);
   if (!target.good()) return Result::kLocalFile;
-  if (!libraryReady()) return Result::kFailed;
-  const Result result = Transfer(makeUrl(host_, port_, remotePath), login_, cancelled_).receive(target);
+  const CurlLibrary* curl = CurlLibrary::get();
+  if (curl == nullptr) return Result::kNoLibrary;
+  const Result result =
+      Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_).receive(target);
   if (result != Result::kDone) return result;
   return target.commit() ? Result::kDone : Result::kLocalFile;
 }
@@ -259,8 +263,9 @@ FtpClient::Result FtpClient::put(const std::string& hostPath, const std::string&
   if (!isFilePath(remotePath)) return Result::kNotFound;
   const auto source = RegularFile::open(hostPath);
   if (!source) return Result::kLocalFile;
-  if (!libraryReady()) return Result::kFailed;
-  return Transfer(makeUrl(host_, port_, remotePath), login_, cancelled_).send(*source);
+  const CurlLibrary* curl = CurlLibrary::get();
+  if (curl == nullptr) return Result::kNoLibrary;
+  return Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_).send(*source);
 }
 
 void FtpClient::cancel() { cancelled_ = true; }
@@ -285,6 +290,8 @@ const char* FtpClient::describe(Result result) {
       return "the local file cannot be read or written";
     case Result::kCancelled:
       return "the transfer was cancelled";
+    case Result::kNoLibrary:
+      return "the transfer library (libcurl4) is not installed";
     case Result::kFailed:
       return "the transfer failed";
   }

@@ -27,6 +27,7 @@ class FtpClient {
     kFull,
     kLocalFile,
     kCancelled,
+    kNoLibrary,  // libcurl is loaded by the first transfer
     kFailed
   };
 
