@@ -13,6 +13,7 @@
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Files.h"
+#include "platform/Memory.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
 
@@ -116,10 +117,13 @@ void Application::startLoader() {
       const std::lock_guard guard(link->mutex);
       if (link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);
     });
-    const std::lock_guard guard(link->mutex);
-    if (link->window != nullptr)
-      QCoreApplication::postEvent(link->window,
-                                  new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+    {
+      const std::lock_guard guard(link->mutex);
+      if (link->window != nullptr)
+        QCoreApplication::postEvent(link->window,
+                                    new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+    }
+    releaseFreedMemory();  // both parsed files
   }).detach();
 }
 

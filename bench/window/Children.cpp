@@ -15,7 +15,9 @@ namespace tessaly::bench {
 
 namespace {
 
-int startWindow(const char* root) {
+constexpr int kRestMilliseconds = 500;
+
+int startWindow(const char* root, bool rest) {
   toolkit();
   Application application({root, false, false, kFtpPort});
   if (!application.claimRoot()) return 1;
@@ -25,6 +27,7 @@ int startWindow(const char* root) {
   while (!application.window()->loaded())
     QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
   list.repaint();
+  if (rest) QTest::qWait(kRestMilliseconds);
   tellReady();
   return 0;
 }
@@ -44,7 +47,9 @@ bool runAsChild(int argc, char** argv, int& result) {
   if (argc != 3) return false;
   const std::string_view mode = argv[1];
   if (mode == kStartWindow)
-    result = startWindow(argv[2]);
+    result = startWindow(argv[2], false);
+  else if (mode == kIdleWindow)
+    result = startWindow(argv[2], true);
   else if (mode == kLoadFiles)
     result = loadFiles(argv[2]);
   else

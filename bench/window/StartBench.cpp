@@ -33,7 +33,7 @@ long startDialog() {
 long startWindow(const SiteRoot& root) { return untilReady(startOf(kStartWindow, root)); }
 
 Figures idleMemory(const SiteRoot& root) {
-  const long beyond = startWindow(root) - startDialog();
+  const long beyond = untilReady(startOf(kIdleWindow, root)) - startDialog();
   const auto size = [&root](std::string_view path) {
     return static_cast<double>(std::filesystem::file_size(root.resolve(path)));
   };
