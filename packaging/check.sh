@@ -3,6 +3,8 @@
 # programs run, removed, and nothing left of it. Arguments: none. The package stays in build/package.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+exec 9>/tmp/tessaly-package.lock  # one check at a time on a machine
+flock 9
 . tools/packages.sh
 install_missing "${build_packages[@]}" "${run_packages[@]}" "${package_check_packages[@]}"
 
@@ -56,7 +58,7 @@ for program in tessaly tessaly-cli tessaly-panelsim; do
 done
 tessaly-cli --root /usr/share/tessaly/site dictionary
 
-tessaly-panelsim --site "$site" --root "$scratch/panel" --control-port 0 --ftp-port 0 </dev/null >"$scratch/panel.log" 2>&1 &
+tessaly-panelsim --site "$site" --root "$scratch/panel" --control-port 0 --ftp-port 0 </dev/null >"$scratch/panel.log" 2>&1 9>&- &
 panel=$!
 timeout 30 sh -c "until grep -q ^ready '$scratch/panel.log'; do sleep 0.1; done" ||
   fail "the simulated panel is not ready: $(cat "$scratch/panel.log")"
@@ -88,7 +90,7 @@ cat >"$other/packages/other.xml" <<'XML'
   <mime-type type="text/x-other"><comment>other</comment><glob pattern="*.mac"/></mime-type>
 </mime-info>
 XML
-update-mime-database "$other"
+update-mime-database "$other" >/dev/null 2>&1
 echo 'f(x) := x^2;' >"$scratch/other.mac"
 export XDG_DATA_HOME=$scratch/share
 [ "$(kind "$scratch/other.mac")" = text/x-other ] || fail "another program's .mac is $(kind "$scratch/other.mac")"
@@ -98,9 +100,12 @@ echo "== removed"
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get purge -y -qq tessaly >"$scratch/apt.log" 2>&1 ||
   { cat "$scratch/apt.log"; exit 1; }
 installed=
-left=$(while read -r path; do
-  [ ! -e "$path" ] || dpkg-query -S "$path" >/dev/null 2>&1 || echo "$path"
-done <"$scratch/files")
+remaining=()
+while read -r path; do
+  [ ! -e "$path" ] || remaining+=("$path")
+done <"$scratch/files"
+# Folders that other packages share may stay.
+left=$(dpkg-query -S "${remaining[@]}" 2>&1 >/dev/null || true)
 [ -z "$left" ] || fail "left behind: $left"
 if grep -rq tessaly /usr/share/mime/globs2 /var/lib/dpkg/status; then fail "the system still knows of the package"; fi
 echo "package: $package"
