@@ -7,6 +7,7 @@
 #include <set>
 
 #include "model/MacroFile.h"
+#include "model/MacroNameScan.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -207,13 +208,19 @@ MacroListing listMacros(const SiteRoot& root, std::string_view folder) {
   MacroListing listing;
   CollectedMessages messages(listing.reports);
   const SiteAccess site{root, messages};
+  // Looked for once: the files of a folder share the search for its spelling on disk.
+  const std::string place = root.resolve(folder).string();
   for (const std::string& file : listFolder(root, folder, ".mac")) {
     if (!isPlainName(file)) continue;
     MacroRow row;
     row.numberText = middle(file, kMacroNumberBegin, kMacroNumberSize);
     row.number = tableNumber(row.numberText, kMacroNumbers);
-    // A macro that cannot be read is listed all the same, under the name "???".
-    static_cast<void>(readMacroName(site, joined(folder, file), row.name));
+    const auto bytes = readFile(root, place + "/" + file);
+    if (const auto name = bytes ? scanMacroName(*bytes) : std::nullopt)
+      row.name = *name;
+    else
+      // A macro that cannot be read is listed all the same, under the name "???".
+      static_cast<void>(readMacroName(site, joined(folder, file), row.name));
     listing.rows.push_back(std::move(row));
   }
   return listing;

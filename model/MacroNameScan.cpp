@@ -1,0 +1,133 @@
+#include "model/MacroNameScan.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::size_t kDeepest = 16;         // open elements
+constexpr std::size_t kMostAttributes = 16;  // of one element
+constexpr std::string_view kRoot = "macro";
+constexpr std::string_view kNameAttribute = "name";
+constexpr std::string_view kDeclarationStart = "<?xml ";
+
+bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+
+bool isNameCharacter(char c) { return isLetter(c) || (c >= '0' && c <= '9'); }
+
+// A cursor over the bytes that knows only elements with quoted attributes and white space between them.
+class PlainDocument {
+ public:
+  explicit PlainDocument(std::string_view bytes) : rest_(bytes) {}
+
+  std::optional<std::string> name() {
+    skipSpace();
+    // What a declaration says of the encoding decides how letters beyond ASCII are read.
+    if (rest_.substr(0, kDeclarationStart.size()) == kDeclarationStart && !skipDeclaration())
+      return std::nullopt;
+    do {
+      skipSpace();
+      if (!tag()) return std::nullopt;
+    } while (depth_ > 0);
+    skipSpace();
+    if (!rest_.empty() || !name_) return std::nullopt;
+    return std::string(*name_);
+  }
+
+ private:
+  void skipSpace() {
+    while (!rest_.empty() && isSpace(rest_.front())) rest_.remove_prefix(1);
+  }
+
+  [[nodiscard]] bool take(char expected) {
+    if (rest_.empty() || rest_.front() != expected) return false;
+    rest_.remove_prefix(1);
+    return true;
+  }
+
+  [[nodiscard]] bool skipDeclaration() {
+    const bool ascii =
+        std::all_of(rest_.begin(), rest_.end(), [](char c) { return static_cast<signed char>(c) > 0; });
+    rest_.remove_prefix(kDeclarationStart.size());
+    const bool plain = attributes([](std::string_view attribute, std::string_view) {
+      return attribute == "version" || attribute == "encoding" || attribute == "standalone";
+    });
+    return ascii && plain && take('?') && take('>');
+  }
+
+  [[nodiscard]] std::string_view word() {
+    std::size_t length = 0;
+    if (rest_.empty() || !isLetter(rest_.front())) return {};
+    while (length < rest_.size() && isNameCharacter(rest_[length])) ++length;
+    const std::string_view found = rest_.substr(0, length);
+    rest_.remove_prefix(length);
+    return found;
+  }
+
+  [[nodiscard]] bool tag() {
+    if (!take('<')) return false;
+    if (take('/')) return closingTag();
+    const std::string_view element = word();
+    if (element.empty() || (depth_ == 0 && element != kRoot)) return false;
+    const bool plain = attributes([this](std::string_view attribute, std::string_view value) {
+      if (depth_ == 0 && attribute == kNameAttribute) name_ = value;
+      return true;
+    });
+    if (!plain) return false;
+    if (take('/')) return take('>');
+    if (!take('>') || depth_ == kDeepest) return false;
+    open_[depth_++] = element;
+    return true;
+  }
+
+  [[nodiscard]] bool closingTag() {
+    if (depth_ == 0 || word() != open_[depth_ - 1] || !take('>')) return false;
+    --depth_;
+    return true;
+  }
+
+  // Hands each attribute to `known`, which is false for one that ends it all.
+  template <class Known>
+  [[nodiscard]] bool attributes(const Known& known) {
+    std::array<std::string_view, kMostAttributes> names;
+    std::size_t count = 0;
+    while (true) {
+      const std::size_t before = rest_.size();
+      skipSpace();
+      if (rest_.empty() || !isLetter(rest_.front())) return true;
+      const std::string_view attribute = word();
+      if (rest_.size() == before || count == names.size() || !take('=') || !take('"')) return false;
+      if (std::find(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(count), attribute) !=
+          names.begin() + static_cast<std::ptrdiff_t>(count))
+        return false;
+      names[count++] = attribute;
+      std::size_t length = 0;
+      while (length < rest_.size() && isPlainText(rest_[length])) ++length;
+      const std::string_view value = rest_.substr(0, length);
+      rest_.remove_prefix(length);
+      if (!take('"')) return false;
+      if (!known(attribute, value)) return false;
+    }
+  }
+
+  // Nothing that the parser would read as another character, or as the end of something.
+  static bool isPlainText(char c) {
+    return (static_cast<unsigned char>(c) >= ' ' && c != '"' && c != '&' && c != '<' && c != '>');
+  }
+
+  std::string_view rest_;
+  std::array<std::string_view, kDeepest> open_;
+  std::size_t depth_ = 0;
+  std::optional<std::string_view> name_;
+};
+
+}  // namespace
+
+std::optional<std::string> scanMacroName(std::string_view bytes) { return PlainDocument(bytes).name(); }
+
+}  // namespace tessaly
