@@ -10,6 +10,8 @@ ChoiceDialog::ChoiceDialog(const QString& title, const std::vector<std::string>&
     : QDialog(parent), ui_(std::make_unique<Ui::ChoiceDialog>()) {
   ui_->setupUi(this);
   setWindowTitle(title);
+  ui_->list->setAccessibleName(title);
+  ui_->list->setPlaceholder(tr("nothing to choose from"));
   std::vector<ListRow> listRows;
   listRows.reserve(rows.size());
   for (const std::string& row : rows) listRows.push_back({row, static_cast<int>(listRows.size())});

@@ -61,6 +61,8 @@ void ClassicEditorDialog::setUp(int destination) {
   ui_->destination->setCurrentIndex(destination >= 1 && destination <= kMainframes ? destination - 1 : 0);
   (context_.frameRate == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);
   keepSpaceWhenHidden({ui_->actionHint, ui_->functionHint});
+  for (ListBox* list : {ui_->subgroups, ui_->functions, ui_->actions})
+    list->setPlaceholder(tr("choose on the left"));
   connectLists();
   connectButtons();
   refresh();
@@ -130,6 +132,7 @@ void ClassicEditorDialog::refreshTexts() {
   ui_->functionsHeading->setText(shown(builder_.heading(List::kFunction)));
   ui_->actionsHeading->setText(shown(builder_.heading(List::kActionType)));
   ui_->parametersHeading->setText(shown(builder_.heading(List::kParameters)));
+  nameListsByLabels(*this);
   ui_->path->setText(shown(builder_.path()));
   ui_->stateLine->setText(shown(builder_.stateLine()));
   const ClassicCommand& command = builder_.command();

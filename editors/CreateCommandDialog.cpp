@@ -50,6 +50,7 @@ void CreateCommandDialog::layOut() {
                 {ui_->search3, ui_->clear3, ui_->results3},
                 {ui_->search4, ui_->clear4, ui_->results4},
                 {ui_->search5, ui_->clear5, ui_->results5}}};
+  nameListsByLabels(*this);
   ui_->found->setModel(&found_);
   ui_->parameterRoom->addWidget(parameters_);
   setTabOrder(ui_->found, parameters_);
@@ -157,8 +158,16 @@ void CreateCommandDialog::showChoice() {
     checked->setChecked(false);
     ui_->categories->setExclusive(true);
   }
-  for (std::size_t i = 0; i < subgroups_.size(); ++i) showList(*subgroups_[i], chooser_.subgroup(i));
+  for (std::size_t i = 0; i < subgroups_.size(); ++i) {
+    showList(*subgroups_[i], chooser_.subgroup(i));
+    const bool open = i == 0 || chooser_.subgroup(i - 1).selected >= 0;
+    subgroups_[i]->setPlaceholder(i == 0 ? tr("choose a category")
+                                  : open ? tr("nothing more to choose")
+                                         : tr("choose on the left"));
+  }
   for (std::size_t i = 0; i < searches_.size(); ++i) {
+    searches_[i].list->setPlaceholder(chooser_.searchText(i).empty() ? tr("type above")
+                                                                     : tr("nothing found"));
     const QString text = QString::fromStdString(chooser_.searchText(i));
     if (searches_[i].text->text() != text) searches_[i].text->setText(text);
     showList(*searches_[i].list, chooser_.search(i));

@@ -3,6 +3,8 @@
 #include <initializer_list>
 #include <string>
 
+#include <QAbstractItemView>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QSizePolicy>
 #include <QString>
@@ -24,6 +26,13 @@ namespace tessaly {
 // A macro number's box takes at most three digits.
 [[nodiscard]] inline QRegularExpression digitsOnly() {
   return QRegularExpression(QStringLiteral("[0-9]{0,3}"));
+}
+
+// A list is read out under the name of the label over it; other controls are so without help. To be called
+// again when such a label changes.
+inline void nameListsByLabels(const QWidget& window) {
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    if (auto* list = qobject_cast<QAbstractItemView*>(label->buddy())) list->setAccessibleName(label->text());
 }
 
 // A dialog keeps its size while lines of it come and go.

@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QThread>
 
+#include "editors/ListFinder.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -19,6 +21,19 @@ constexpr int kTextMargin = 3;  // pixels left and right of a row's text
 
 constexpr int kFirstLines = 100;  // that are made at once: what may be seen, and a first idea of the width
 constexpr int kLinesMeanwhile = 500;  // that are made in one go while the program has nothing else to do
+
+constexpr float kDimmedInk = 0.7F;   // of the text colour; the rest is the ground's
+constexpr float kMarkAlpha = 0.35F;  // of the highlight behind a found row
+
+// Grey that can still be read with ease, on a light and on a dark ground: what a list says in place of rows,
+// and the rows of a list that takes no input.
+QColor dimmed(const QPalette& palette) {
+  const QColor ink = palette.color(QPalette::Active, QPalette::Text);
+  const QColor ground = palette.color(QPalette::Active, QPalette::Base);
+  const auto mix = [](float a, float b) { return kDimmedInk * a + (1 - kDimmedInk) * b; };
+  return QColor::fromRgbF(mix(ink.redF(), ground.redF()), mix(ink.greenF(), ground.greenF()),
+                          mix(ink.blueF(), ground.blueF()));
+}
 
 QString shownText(const ListRow& row) { return QString::fromStdString(displayUtf8(row.text)); }
 
@@ -176,8 +191,13 @@ QSize ListBoxDelegate::sizeHint(const QStyleOptionViewItem& option, const QModel
   const auto* model = qobject_cast<const ListBoxModel*>(index.model());
   const QModelIndex longest = model != nullptr ? model->index(std::max(0, model->longestRow())) : index;
   const QFontMetrics metrics(option.font);
-  const int width = layOut(longest.data().toString(), metrics, [](int, const QString&) {});
-  return {width + 2 * kTextMargin + 2, metrics.height() + kRowGap};
+  const int width =
+      option.textElideMode == Qt::ElideNone ? textWidth(longest.data().toString(), metrics) + 2 : 0;
+  return {width, metrics.height() + kRowGap};
+}
+
+int ListBoxDelegate::textWidth(const QString& text, const QFontMetrics& metrics) const {
+  return layOut(text, metrics, [](int, const QString&) {}) + 2 * kTextMargin;
 }
 
 void ListBoxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -190,6 +210,12 @@ void ListBoxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   (widget != nullptr ? widget->style() : QApplication::style())
       ->drawControl(QStyle::CE_ItemViewItem, &style, painter, widget);
 
+  const auto* list = qobject_cast<const ListBox*>(widget);
+  if (list != nullptr && list->found() == index) {
+    QColor mark = style.palette.color(QPalette::Active, QPalette::Highlight);
+    mark.setAlphaF(kMarkAlpha);
+    painter->fillRect(style.rect, mark);
+  }
   const bool enabled = (style.state & QStyle::State_Enabled) != 0;
   const bool selected = (style.state & QStyle::State_Selected) != 0;
   const QPalette::ColorGroup group = !enabled                                    ? QPalette::Disabled
@@ -197,17 +223,23 @@ void ListBoxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
                                                                                  : QPalette::Inactive;
   painter->save();
   painter->setClipRect(style.rect);
-  painter->setPen(style.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+  painter->setPen(selected  ? style.palette.color(group, QPalette::HighlightedText)
+                  : enabled ? style.palette.color(group, QPalette::Text)
+                            : dimmed(style.palette));
   painter->setFont(style.font);
   const QFontMetrics metrics(style.font);
   layOut(text, metrics, [&](int x, const QString& cell) {
-    painter->drawText(style.rect.adjusted(kTextMargin + x, 0, 0, 0), Qt::AlignVCenter | Qt::TextSingleLine,
-                      cell);
+    const QRect room = style.rect.adjusted(kTextMargin + x, 0, -kTextMargin, 0);
+    const QString fitting = style.textElideMode == Qt::ElideNone
+                                ? cell
+                                : metrics.elidedText(cell, style.textElideMode, room.width());
+    painter->drawText(room.adjusted(0, 0, kTextMargin, 0), Qt::AlignVCenter | Qt::TextSingleLine, fitting);
   });
   painter->restore();
 }
 
-ListBox::ListBox(QWidget* parent) : QListView(parent), delegate_(new ListBoxDelegate(this)) {
+ListBox::ListBox(QWidget* parent)
+    : QListView(parent), delegate_(new ListBoxDelegate(this)), finder_(new ListFinder(*this)) {
   setModel(&model_);
   setItemDelegate(delegate_);
   setUniformItemSizes(true);
@@ -230,7 +262,7 @@ const ListRow* ListBox::selected() const { return model_.row(selectedRow()); }
 
 QSize ListBox::sizeHint() const { return sizeOfRows(6); }
 
-QSize ListBox::minimumSizeHint() const { return sizeOfRows(3); }
+QSize ListBox::minimumSizeHint() const { return sizeOfRows(2); }
 
 QSize ListBox::sizeOfRows(int rows) const {
   const QFontMetrics metrics(font());
@@ -262,6 +294,35 @@ void ListBox::setTabStops(std::vector<int> dialogUnits) {
   delegate_->setTabStops(std::move(dialogUnits));
   scheduleDelayedItemsLayout();
   viewport()->update();
+}
+
+void ListBox::setPlaceholder(const QString& text) {
+  placeholder_ = text;
+  viewport()->update();
+}
+
+QModelIndex ListBox::found() const { return finder_->mark(); }
+
+void ListBox::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (model_.rowCount() > 0 || placeholder_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(dimmed(palette()));
+  painter.drawText(viewport()->rect().adjusted(kTextMargin, kTextMargin, -kTextMargin, -kTextMargin),
+                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, placeholder_);
+}
+
+bool ListBox::viewportEvent(QEvent* event) {
+  // A row that is seen whole needs no tool tip.
+  if (event->type() == QEvent::ToolTip) {
+    const QModelIndex index = indexAt(static_cast<QHelpEvent*>(event)->pos());
+    const int needed = delegate_->textWidth(index.data().toString(), QFontMetrics(font()));
+    if (index.isValid() && needed <= viewport()->width()) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QListView::viewportEvent(event);
 }
 
 void ListBox::setAllowed(bool allowed) {

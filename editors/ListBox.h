@@ -85,6 +85,8 @@ class ListBoxDelegate : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   void setTabStops(std::vector<int> dialogUnits) { tabStops_ = std::move(dialogUnits); }
+  // Pixels that a row's text needs.
+  [[nodiscard]] int textWidth(const QString& text, const QFontMetrics& metrics) const;
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
@@ -96,7 +98,11 @@ class ListBoxDelegate : public QStyledItemDelegate {
   std::vector<int> tabStops_;
 };
 
-// A single-selection list box over a ListBoxModel of its own.
+class ListFinder;
+
+// A single-selection list box over a ListBoxModel of its own. Ctrl+F finds in it. With an elide mode
+// (QAbstractItemView) long rows are cut to the width of the list and told by a tool tip; without one the list
+// scrolls sideways.
 class ListBox : public QListView {
   Q_OBJECT
 
@@ -118,6 +124,10 @@ class ListBox : public QListView {
   [[nodiscard]] QSize minimumSizeHint() const override;
   // Columns start at these dialog units; the list gets a horizontal scroll bar when its rows are wider.
   void setTabStops(std::vector<int> dialogUnits);
+  // Shown in grey while the list has no rows.
+  void setPlaceholder(const QString& text);
+  // The row that the finder stands on; it is marked without being selected.
+  [[nodiscard]] QModelIndex found() const;
 
  signals:
   // The user chose a row, also the one that was selected already; -1 when the selection was cleared.
@@ -125,6 +135,8 @@ class ListBox : public QListView {
 
  protected:
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -136,6 +148,8 @@ class ListBox : public QListView {
 
   ListBoxModel model_;
   ListBoxDelegate* delegate_;
+  ListFinder* finder_;
+  QString placeholder_;
   int place_ = 0;  // of the scroll bar before the rows change
   bool allowed_ = true;
   bool quiet_ = false;           // a selection by program is under way

@@ -38,6 +38,7 @@ MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int
                                                   return model_->takeAnswer(command, value);
                                                 })) {
   ui_->setupUi(this);
+  nameListsByLabels(*this);
   connectList();
   connectButtons();
   chooseDestination(ui_->destination->currentIndex());
@@ -55,6 +56,7 @@ void MultipleCommandsDialog::connectList() {
   auto* delegate = new ListBoxDelegate(ui_->commands);
   delegate->setTabStops(kTabStops);
   ui_->commands->setItemDelegate(delegate);
+  ui_->commands->setTextElideMode(Qt::ElideNone);
   ui_->commands->setModel(model_.get());
   connect(ui_->commands->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MultipleCommandsDialog::refresh);

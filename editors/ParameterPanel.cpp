@@ -27,6 +27,8 @@ ParameterPanel::ParameterPanel(const std::vector<PanelSource>& sources, int& fra
       frameRate_(frameRate),
       beep_(std::move(beep)) {
   ui_->setupUi(this);
+  nameListsByLabels(*this);
+  ui_->choices->setPlaceholder(tr("type the value above"));
   setFocusProxy(ui_->parameters);
   keepSpaceWhenHidden(
       {ui_->parametersLabel, ui_->parameters, ui_->valueLabel, ui_->value, ui_->range, ui_->choices});

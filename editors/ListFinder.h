@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+
+#include <QFrame>
+#include <QPersistentModelIndex>
+
+class QLabel;
+class QLineEdit;
+
+namespace tessaly {
+
+class ListBox;
+
+// A small field over the foot of a list: what is typed leads to the next row that holds it. Nothing is
+// chosen on the way, because choosing may open a macro or fetch one; Enter chooses the row that was found.
+// Ctrl+F opens it on the list that has the keyboard, F3 and Shift+F3 go on, Escape leaves.
+class ListFinder : public QFrame {
+  Q_OBJECT
+
+ public:
+  explicit ListFinder(ListBox& list);
+
+  // The row that was found last, for the list to mark; none while the field is closed.
+  [[nodiscard]] QModelIndex mark() const { return isVisible() ? QModelIndex(found_) : QModelIndex(); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void open();
+  void close(bool choose);
+  // From `start` on in steps of `step`, past the end to the other end.
+  void find(int start, int step);
+  void goOn(int step);
+  void place();
+
+  ListBox& list_;
+  QLineEdit* text_;
+  QLabel* count_;
+  QPersistentModelIndex found_;
+};
+
+}  // namespace tessaly
