@@ -1,21 +1,17 @@
 #include "app/Application.h"
 
-#include <clocale>
 #include <mutex>
 #include <thread>
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QIcon>
 
+#include "app/Appearance.h"
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Files.h"
 #include "platform/Memory.h"
-
-static void initResources() { Q_INIT_RESOURCE(tessaly); }
 
 namespace tessaly {
 
@@ -38,19 +34,14 @@ struct Application::LoaderLink {
   MessageBoxes* messages = nullptr;
 };
 
-Application::Application(const StartOptions& options)
+Application::Application(const StartOptions& options, Preferences* preferences)
     : options_(options),
+      preferences_(preferences),
       root_(SiteRoot::fromEnvironment(options.root)),
       dictionary_(*new FunctionDictionary),
       decodingLists_(root_),
       loader_(std::make_shared<LoaderLink>()) {
-  initResources();
-  std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
-  QIcon icon;
-  for (const QFileInfo& picture :
-       QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
-    icon.addFile(picture.filePath());
-  QApplication::setWindowIcon(icon);
+  dressToolkit();
   for (const int message : {kDictionaryLoadedMessage, kConnectedMessageA, kConnectedMessageB})
     QEvent::registerEventType(message);
 }
@@ -102,8 +93,8 @@ void Application::start() {
   PanelClient& client = *panelClient();
   client.setVerbose(options_.verbose);
   panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo);
-  window_ = std::make_unique<MainWindow>(
-      WindowContext{{root_, messages_}, dictionary_, decodingLists_, client, *panelMacros_, options_.demo});
+  window_ = std::make_unique<MainWindow>(WindowContext{
+      {root_, messages_}, dictionary_, decodingLists_, client, *panelMacros_, options_.demo, preferences_});
   messages_.setWindow(window_.get());
   loader_->window = window_.get();
   loader_->messages = &messages_;

@@ -18,7 +18,8 @@ class Application : public QObject {
   Q_OBJECT
 
  public:
-  explicit Application(const StartOptions& options);
+  // The preferences outlive the program; without them nothing of the window is kept.
+  explicit Application(const StartOptions& options, Preferences* preferences = nullptr);
   ~Application() override;
 
   // False when another program runs on this root; it has been asked to come to the front.
@@ -37,6 +38,7 @@ class Application : public QObject {
   void raiseWindow();
 
   StartOptions options_;
+  Preferences* preferences_;
   SiteRoot root_;
   MessageBoxes messages_;
   FunctionDictionary& dictionary_;  // never freed: the loader thread may outlive the window

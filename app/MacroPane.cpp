@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QShortcut>
 
+#include "app/PaneKeys.h"
 #include "editors/DialogText.h"
 #include "ui_MacroPane.h"
 
@@ -18,6 +19,7 @@ constexpr const char* kNotice =
 // Starting heights of the two parts of a pane in pixels; the user moves the border.
 constexpr int kBrowseHeight = 270;
 constexpr int kCommandsHeight = 400;
+constexpr int kHalf = 1000;  // both halves of the browse area are alike at the start
 
 // Tab stops of the command list in dialog units, without and with the destination in front.
 constexpr std::array kPlainTabStops{230, 310};
@@ -31,26 +33,17 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
   setTitle(QLatin1String(descriptor.title));
   ui_->copyMacro->setText(QLatin1String(descriptor.copyText));
   ui_->newClassic->setText(QLatin1String(descriptor.newClassicText));
-  ui_->newClassic->setToolTip(tr("new [classic]: build a classic command"));
-  ui_->newCorvane->setToolTip(tr("Build a panel-style command from the function dictionary"));
-  ui_->newMultiple->setToolTip(tr("Build many panel-style commands at once"));
-  ui_->updateData->setToolTip(tr("Fetch the current values of the commands from the panel"));
   ui_->connectButton->setVisible(false);
   ui_->harddisk->setVisible(!descriptor.harddiskHiddenAtStart);
   ui_->paneSplitter->setStretchFactor(1, 1);
   ui_->paneSplitter->setSizes({kBrowseHeight, kCommandsHeight});
-  for (QWidget* widget :
-       {static_cast<QWidget*>(ui_->saveChanges), static_cast<QWidget*>(ui_->discardChanges)}) {
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-  }
-  for (QWidget* widget : {static_cast<QWidget*>(ui_->createMacro), static_cast<QWidget*>(ui_->copyMacro),
-                          static_cast<QWidget*>(ui_->renameMacro), static_cast<QWidget*>(ui_->deleteMacro)}) {
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-  }
+  ui_->browseSplitter->setSizes({kHalf, kHalf});
+  keepSpaceWhenHidden({ui_->saveChanges, ui_->discardChanges, ui_->createMacro, ui_->copyMacro,
+                       ui_->renameMacro, ui_->deleteMacro});
+  for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
+    list->setTextElideMode(Qt::ElideRight);
+  ui_->macros->setAccessibleName(ui_->macrosFrame->title());
+  ui_->commands->setAccessibleName(ui_->commandsFrame->title());
   placeNotice();
   numberControls();
   connectControls();
@@ -142,26 +135,33 @@ void MacroPane::connectControls() {
 }
 
 void MacroPane::addShortcuts() {
-  // Of the pane that has the keyboard, so that one key serves the same button of both panes.
-  const std::pair<QAbstractButton*, Qt::Key> keys[] = {
-      {ui_->createMacro, Qt::Key_N},     {ui_->copyMacro, Qt::Key_Y},     {ui_->renameMacro, Qt::Key_R},
-      {ui_->deleteMacro, Qt::Key_T},     {ui_->newClassic, Qt::Key_L},    {ui_->newCorvane, Qt::Key_O},
-      {ui_->newMultiple, Qt::Key_U},     {ui_->modifyCommand, Qt::Key_M}, {ui_->deleteCommand, Qt::Key_E},
-      {ui_->updateData, Qt::Key_P},      {ui_->saveChanges, Qt::Key_S},   {ui_->discardChanges, Qt::Key_D},
-      {ui_->showDestination, Qt::Key_I}, {ui_->showRaw, Qt::Key_W},       {ui_->useTabs, Qt::Key_B},
-      {ui_->connectButton, Qt::Key_K}};
-  for (const auto& [button, key] : keys) {
-    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, button, [this, button = button] {
-      if (!button->isVisible() || !button->isEnabled()) return;
-      // Leaving the path first commits it: the button must not act on lists of another path.
-      if (ui_->address->hasFocus()) ui_->commands->setFocus();
-      button->click();
-    });
-    const QString name = shortcut->key().toString(QKeySequence::NativeText);
-    button->setToolTip(button->toolTip().isEmpty() ? name : tr("%1 (%2)").arg(button->toolTip(), name));
-  }
+  const auto alt = [](Qt::Key key) { return QKeySequence(Qt::ALT | key); };
+  const QKeySequence create = Qt::CTRL | Qt::Key_N;
+  const QKeySequence save = Qt::CTRL | Qt::Key_S;
+  const std::vector<PaneKey> table{
+      {ui_->createMacro, tr("Create a macro"), {create, alt(Qt::Key_N)}},
+      {ui_->copyMacro, tr("Copy the macro of the other pane into this one"), {alt(Qt::Key_Y)}},
+      {ui_->renameMacro, tr("Rename the macro"), {QKeySequence(Qt::Key_F2), alt(Qt::Key_R)}},
+      {ui_->deleteMacro, tr("Delete the macro, after a question; in the list: Del"), {alt(Qt::Key_T)}},
+      {ui_->newClassic, tr("new [classic]: build a classic command"), {alt(Qt::Key_L)}},
+      {ui_->newCorvane, tr("Build a panel-style command from the function dictionary"), {alt(Qt::Key_O)}},
+      {ui_->newMultiple, tr("Build many panel-style commands at once"), {alt(Qt::Key_U)}},
+      {ui_->modifyCommand, tr("Change the selected command"), {alt(Qt::Key_M)}},
+      {ui_->deleteCommand, tr("Delete the selected command; in the list: Del"), {alt(Qt::Key_E)}},
+      {ui_->updateData,
+       tr("Fetch the current values of the commands from the panel"),
+       {QKeySequence(Qt::Key_F5), alt(Qt::Key_P)}},
+      {ui_->saveChanges, tr("Put the changes where the macro came from"), {save, alt(Qt::Key_S)}},
+      {ui_->discardChanges, tr("Open the macro again as it was"), {alt(Qt::Key_D)}},
+      {ui_->showDestination, tr("Show where each command goes to"), {alt(Qt::Key_I)}},
+      {ui_->showRaw, tr("Show the commands as they are stored"), {alt(Qt::Key_W)}},
+      {ui_->useTabs, tr("Show names and values in columns"), {alt(Qt::Key_B)}},
+      {ui_->connectButton, tr("Connect to the panel, or leave it"), {alt(Qt::Key_K)}}};
+  // Leaving the path first commits it: the button must not act on lists of another path.
+  addPaneKeys(*this, table, [this] {
+    if (ui_->address->hasFocus()) ui_->commands->setFocus();
+  });
+  addListKeys(*this, {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros, ui_->commands});
 }
 
 void MacroPane::addDeleteKey(ListBox* list, QPushButton* button) {
@@ -183,11 +183,24 @@ LineOptions MacroPane::lineOptions() const {
 QString MacroPane::addressText() const { return ui_->address->text(); }
 
 void MacroPane::showSource(PaneSource source) {
-  (source == PaneSource::kPanel ? ui_->panel : ui_->harddisk)->setChecked(true);
+  const bool panel = source == PaneSource::kPanel;
+  (panel ? ui_->panel : ui_->harddisk)->setChecked(true);
+  ui_->controlPanels->setPlaceholder(panel ? QString() : tr("choose an application"));
+  ui_->workplaces->setPlaceholder(panel ? tr("connect to the panel") : tr("choose a control panel"));
+  ui_->macros->setPlaceholder(tr("choose a workplace"));
+  ui_->commands->setPlaceholder(tr("choose a macro"));
+}
+
+void MacroPane::takeFocus() {
+  QWidget* last = focusWidget();
+  if (last == nullptr || !last->isEnabled() || !last->isVisibleTo(this))
+    last = ui_->applications->isEnabled() ? ui_->applications : ui_->commands;
+  last->setFocus(Qt::OtherFocusReason);
 }
 
 void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   ui_->sourceLabel->setText(shown(display.sourceLabel));
+  nameListsByLabels(*this);
   ui_->addressLabel->setText(shown(display.editLabel));
   const QString text = shown(display.editText);
   if (ui_->address->text() != text) ui_->address->setText(text);
@@ -195,7 +208,14 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   ui_->connectButton->setText(shown(display.buttonText));
   connectShown_ = display.buttonVisible;
   ui_->connectButton->setVisible(connectShown_ && !saveShown_);
+  // The keyboard comes back to the button that it had to leave while the panel was being connected, unless it
+  // has been led elsewhere by then.
+  const bool left = ui_->connectButton->hasFocus() && !display.buttonEnabled;
   ui_->connectButton->setEnabled(display.buttonEnabled);
+  if (left) focusAfterConnect_ = QApplication::focusWidget();
+  if (!display.buttonEnabled || focusAfterConnect_ == nullptr) return;
+  if (focusAfterConnect_ == QApplication::focusWidget()) ui_->connectButton->setFocus();
+  focusAfterConnect_ = nullptr;
 }
 
 void MacroPane::showControls(const PaneControls& controls) {
@@ -236,6 +256,20 @@ void MacroPane::showProgress(const QString& text) { ui_->progress->setText(text)
 void MacroPane::applyTabStops() {
   const auto& stops = ui_->showDestination->isChecked() ? kDestinationTabStops : kPlainTabStops;
   ui_->commands->setTabStops({stops.begin(), stops.end()});
+}
+
+void MacroPane::restorePlaces(const Preferences& preferences) {
+  ui_->paneSplitter->restoreState(preferences.place(placeName("commands")));
+  ui_->browseSplitter->restoreState(preferences.place(placeName("macros")));
+}
+
+void MacroPane::keepPlaces(Preferences& preferences) const {
+  preferences.setPlace(placeName("commands"), ui_->paneSplitter->saveState());
+  preferences.setPlace(placeName("macros"), ui_->browseSplitter->saveState());
+}
+
+QString MacroPane::placeName(const char* splitter) const {
+  return QString(QLatin1Char(descriptor_.letter)) + QLatin1Char('-') + QLatin1String(splitter);
 }
 
 void MacroPane::revealHarddiskButton() { ui_->harddisk->setVisible(true); }

@@ -4,10 +4,12 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
+#include "app/Preferences.h"
 #include "editors/ListBox.h"
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
@@ -44,6 +46,11 @@ class MacroPane : public QGroupBox {
   void showProgress(const QString& text);
   void applyTabStops();
   void revealHarddiskButton();
+  // Gives the keyboard to the control of this pane that had it last.
+  void takeFocus();
+  // Where the borders between the lists stand.
+  void restorePlaces(const Preferences& preferences);
+  void keepPlaces(Preferences& preferences) const;
 
  signals:
   void sourceChosen(tessaly::PaneSource source);
@@ -73,12 +80,14 @@ class MacroPane : public QGroupBox {
   void addShortcuts();
   void addDeleteKey(ListBox* list, QPushButton* button);
   void placeNotice();
+  [[nodiscard]] QString placeName(const char* splitter) const;
 
   const PaneDescriptor& descriptor_;
   std::unique_ptr<Ui::MacroPane> ui_;
   QLabel* notice_;
   bool connectShown_ = false;  // by the connection; editing hides the button all the same
   bool saveShown_ = false;
+  QPointer<QWidget> focusAfterConnect_;  // where the keyboard went when the connect button was taken away
 };
 
 }  // namespace tessaly

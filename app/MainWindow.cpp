@@ -4,8 +4,10 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/ViewMenu.h"
 #include "editors/DialogText.h"
 #include "ui_MainWindow.h"
 
@@ -18,6 +20,8 @@ constexpr const char* kAboutCommand = "&About Tessaly...";
 constexpr int kCloseAgainMilliseconds = 100;
 constexpr int kConnectionWatchMilliseconds = 1000;
 constexpr QSize kStartSize{1180, 820};  // pixels
+const QString kWindowPlace = QStringLiteral("window");
+const QString kPanesPlace = QStringLiteral("panes");
 
 // Buttons of the window that have no action; they are known by their numbers only.
 struct SilentButton {
@@ -86,7 +90,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::layOut() {
   ui_->setupUi(this);
-  resize(kStartSize);
+  resize(kStartSize.boundedTo(screen()->availableSize()));
   for (const Pane pane : kPanes) {
     auto* view = new MacroPane(kPaneDescriptors[index(pane)], this);
     view->setEnabled(false);
@@ -94,6 +98,7 @@ void MainWindow::layOut() {
     room(pane).view = view;
   }
   ui_->panes->setSizes({1, 1});
+  restorePlaces();
   ui_->closeButton->setProperty("controlId", kCloseId);
   connect(ui_->closeButton, &QPushButton::clicked, this, &MainWindow::close);
   for (const SilentButton& silent : kSilentButtons) {
@@ -110,7 +115,27 @@ void MainWindow::layOut() {
   loadingNotice_->raise();
 }
 
+void MainWindow::restorePlaces() {
+  if (context_.preferences == nullptr) return;
+  restoreGeometry(context_.preferences->place(kWindowPlace));
+  ui_->panes->restoreState(context_.preferences->place(kPanesPlace));
+  for (const Pane pane : kPanes) room(pane).view->restorePlaces(*context_.preferences);
+}
+
+void MainWindow::keepPlaces() {
+  if (context_.preferences == nullptr) return;
+  context_.preferences->setPlace(kWindowPlace, saveGeometry());
+  context_.preferences->setPlace(kPanesPlace, ui_->panes->saveState());
+  for (const Pane pane : kPanes) room(pane).view->keepPlaces(*context_.preferences);
+}
+
+void MainWindow::switchPane() {
+  const bool inA = room(Pane::kA).view->isAncestorOf(focusWidget());
+  room(inA ? Pane::kB : Pane::kA).view->takeFocus();
+}
+
 void MainWindow::addMenu() {
+  addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
   about->setData(kAboutCommandId);
@@ -163,7 +188,8 @@ void MainWindow::connectOperations(Pane pane) {
           [operations, pane] { operations->deleteCommand(pane); });
   connect(&view, &MacroPane::updatePressed, update_.get(), [this, pane] { update_->start(pane); });
   connect(&view, &MacroPane::newCorvanePressed, editing_.get(), [this, pane] { editing_->newCorvane(pane); });
-  connect(&view, &MacroPane::newMultiplePressed, editing_.get(), [this, pane] { editing_->newMultiple(pane); });
+  connect(&view, &MacroPane::newMultiplePressed, editing_.get(),
+          [this, pane] { editing_->newMultiple(pane); });
   connect(&view, &MacroPane::newClassicPressed, editing_.get(), [this, pane] { editing_->newClassic(pane); });
   connect(&view, &MacroPane::modifyPressed, editing_.get(), [this, pane] { editing_->modify(pane); });
   connect(&view, &MacroPane::savePressed, operations, [operations, pane] { operations->save(pane); });
@@ -314,6 +340,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   writeSettingsFile();
+  keepPlaces();
   connection_.close();
   event->accept();
 }

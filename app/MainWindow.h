@@ -31,6 +31,7 @@ struct WindowContext {
   PanelClient& client;
   PanelMacros& panelMacros;
   bool demo = false;
+  Preferences* preferences = nullptr;  // of the user; may be missing
 };
 
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
@@ -63,6 +64,9 @@ class MainWindow : public QMainWindow {
 
   void layOut();
   void addMenu();
+  void restorePlaces();
+  void keepPlaces();
+  void switchPane();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void connectPanel();

@@ -4,6 +4,8 @@
 
 #include <QCommandLineParser>
 
+#include "app/Appearance.h"
+
 namespace tessaly {
 namespace {
 
@@ -17,9 +19,10 @@ constexpr OptionRow kRoot{"root", "DIR", "the site; else $TESSALY_ROOT, else $XD
 constexpr OptionRow kFtpPortOption{"ftp-port", "PORT", "FTP port of a simulated panel (a panel's own is 21)"};
 constexpr OptionRow kDemo{"demo", "", "show a demonstration instead of connecting"};
 constexpr OptionRow kVerbose{"verbose", "", "print the panel's values and calls"};
+constexpr OptionRow kPalette{"palette", "NAME", "colours: desktop, light or dark; else those chosen last"};
 constexpr OptionRow kHelp{"help", "", "this text"};
 constexpr OptionRow kVersion{"version", "", "the program's version"};
-constexpr OptionRow kOptions[] = {kRoot, kFtpPortOption, kDemo, kVerbose, kHelp, kVersion};
+constexpr OptionRow kOptions[] = {kRoot, kFtpPortOption, kDemo, kVerbose, kPalette, kHelp, kVersion};
 
 std::string shape(const OptionRow& option) {
   return "--" + std::string(option.name) + (*option.value ? " " : "") + option.value;
@@ -64,6 +67,14 @@ std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::
       reason = "--ftp-port takes a number from 1 to 65535";
       return std::nullopt;
     }
+  }
+  options.palette = parser.value(QLatin1String(kPalette.name)).toStdString();
+  const bool known =
+      options.palette.empty() ||
+      paletteName(paletteNamed(QString::fromStdString(options.palette))).toStdString() == options.palette;
+  if (!known) {
+    reason = "--palette takes desktop, light or dark";
+    return std::nullopt;
   }
   return options;
 }

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 
+#include "app/Appearance.h"
 #include "app/Application.h"
 #include "platform/Installation.h"
 
@@ -41,7 +42,12 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "tessaly: %s\n%s", reason.c_str(), tessaly::startHelp().c_str());
     return kWrongUsage;
   }
-  tessaly::Application application(*options);
+  tessaly::Preferences preferences;
+  tessaly::dressToolkit();
+  const std::string& palette = options->palette;
+  tessaly::applyPalette(
+      tessaly::paletteNamed(palette.empty() ? preferences.palette() : QString::fromStdString(palette)));
+  tessaly::Application application(*options, &preferences);
   if (!application.claimRoot()) {
     std::fputs("tessaly: already running on this root; its window comes to the front\n", stderr);
     return kDone;

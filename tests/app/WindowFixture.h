@@ -53,6 +53,9 @@ class WindowFixture {
     driver->waitUntilLoaded();
   }
 
+  // For windows that are opened from then on.
+  void setPreferences(Preferences& preferences) { context_->preferences = &preferences; }
+
   [[nodiscard]] static const PaneDescriptor::ControlIds& ids(Pane pane) {
     return kPaneDescriptors[index(pane)].ids;
   }

@@ -25,6 +25,7 @@ void edit(tessaly::Application& application, const QString& screenshot) {
   driver.press(ids.deleteCommand);
   if (driver.texts(ids.commands).size() + 1 != before) throw std::runtime_error("the command is still there");
   driver.press(ids.saveChanges);
+  application.window()->resize(1180, 820);
   QTest::qWait(100);
   if (!application.window()->grab().save(screenshot)) throw std::runtime_error("no screenshot");
   std::puts("one command deleted and the macro saved");

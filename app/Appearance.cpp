@@ -1,0 +1,106 @@
+#include "app/Appearance.h"
+
+#include <clocale>
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QIcon>
+#include <QStyle>
+
+#include "app/OwnStyle.h"
+
+static void initResources() { Q_INIT_RESOURCE(tessaly); }
+
+namespace tessaly {
+
+namespace {
+
+const QString kLight = QStringLiteral("light");
+const QString kDark = QStringLiteral("dark");
+const QString kDesktop = QStringLiteral("desktop");
+const QString kPlainStyle = QStringLiteral("fusion");  // what there is without a desktop
+
+struct Colours {
+  QRgb window, base, alternateBase, button, text, faint, placeholder, highlight, quietHighlight, link;
+};
+
+constexpr Colours kLightColours{0xfff0f0f0, 0xffffffff, 0xfff6f6f6, 0xffe8e8e8, 0xff1a1a1a,
+                                0xff858585, 0xff5f5f5f, 0xff1f6cad, 0xff5a6b7a, 0xff0b5cad};
+constexpr Colours kDarkColours{0xff2b2b2b, 0xff1e1e1e, 0xff262626, 0xff3a3a3a, 0xffe4e4e4,
+                               0xff8a8a8a, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
+
+PaletteChoice current = PaletteChoice::kDesktop;
+
+}  // namespace
+
+PaletteChoice paletteNamed(const QString& name) {
+  return name == kLight  ? PaletteChoice::kLight
+         : name == kDark ? PaletteChoice::kDark
+                         : PaletteChoice::kDesktop;
+}
+
+QString paletteName(PaletteChoice choice) {
+  switch (choice) {
+    case PaletteChoice::kDesktop:
+      return kDesktop;
+    case PaletteChoice::kLight:
+      return kLight;
+    case PaletteChoice::kDark:
+      return kDark;
+  }
+  return {};
+}
+
+QPalette ownPalette(PaletteChoice choice) {
+  const Colours& colours = choice == PaletteChoice::kDark ? kDarkColours : kLightColours;
+  QPalette palette(QColor::fromRgb(colours.button), QColor::fromRgb(colours.window));
+  const auto set = [&](QPalette::ColorRole role, QRgb colour) {
+    palette.setColor(QPalette::All, role, QColor::fromRgb(colour));
+  };
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+    set(role, colours.text);
+  set(QPalette::Base, colours.base);
+  set(QPalette::AlternateBase, colours.alternateBase);
+  set(QPalette::ToolTipBase, colours.button);
+  set(QPalette::PlaceholderText, colours.placeholder);
+  set(QPalette::Highlight, colours.highlight);
+  set(QPalette::HighlightedText, 0xffffffff);
+  set(QPalette::Link, colours.link);
+  set(QPalette::LinkVisited, colours.link);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colours.faint));
+  palette.setColor(QPalette::Disabled, QPalette::Base, QColor::fromRgb(colours.window));
+  // What is selected in a list that the keyboard is not in, or that takes no input, steps back.
+  palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor::fromRgb(colours.quietHighlight));
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor::fromRgb(colours.quietHighlight));
+  return palette;
+}
+
+void applyPalette(PaletteChoice choice) {
+  static const QString desktopStyle = QApplication::style()->name();
+  static const bool desktopSaysNothing =
+      desktopStyle == kPlainStyle && QApplication::palette() == QApplication::style()->standardPalette();
+  current = choice;
+  if (choice == PaletteChoice::kDesktop && desktopSaysNothing) choice = PaletteChoice::kLight;
+  const bool own = choice != PaletteChoice::kDesktop;
+  if (own)
+    QApplication::setStyle(new OwnStyle);
+  else
+    QApplication::setStyle(desktopStyle);
+  QApplication::setPalette(own ? ownPalette(choice) : QPalette());
+}
+
+PaletteChoice currentPalette() { return current; }
+
+void dressToolkit() {
+  initResources();
+  std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
+  QIcon icon;
+  for (const QFileInfo& picture :
+       QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
+    icon.addFile(picture.filePath());
+  QApplication::setWindowIcon(icon);
+}
+
+}  // namespace tessaly

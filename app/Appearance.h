@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QPalette>
+#include <QString>
+
+namespace tessaly {
+
+enum class PaletteChoice { kDesktop, kLight, kDark };
+
+// By its name in the preferences and on the command line; any other text is the desktop's.
+[[nodiscard]] PaletteChoice paletteNamed(const QString& name);
+[[nodiscard]] QString paletteName(PaletteChoice choice);
+
+// The program's own colours, which hold a contrast of 4.5 to 1 for all text that can be worked with. Not for
+// kDesktop.
+[[nodiscard]] QPalette ownPalette(PaletteChoice choice);
+
+// Colours the whole program, at once. kDesktop leaves style and colours to the desktop; where there is none
+// to ask, it is the light palette.
+void applyPalette(PaletteChoice choice);
+
+// What was applied last; kDesktop at the start.
+[[nodiscard]] PaletteChoice currentPalette();
+
+// Compiled-in resources, the window icon and the number format of the C library. May be called again.
+void dressToolkit();
+
+}  // namespace tessaly

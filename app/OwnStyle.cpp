@@ -1,0 +1,55 @@
+#include "app/OwnStyle.h"
+
+#include <QDialog>
+#include <QPainter>
+#include <QStyleOption>
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kButtonRoom = 16;  // pixels for a button's caption, both sides together
+constexpr float kOutlineAlpha = 0.55F;
+constexpr qreal kCorner = 2;  // pixels
+
+// Three to one against the ground of both palettes.
+QColor outline(const QStyleOption& option) {
+  QColor colour = option.palette.color(QPalette::Active, QPalette::Text);
+  colour.setAlphaF((option.state & QStyle::State_Enabled) != 0 ? kOutlineAlpha : kOutlineAlpha / 2);
+  return colour;
+}
+
+}  // namespace
+
+OwnStyle::OwnStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const bool box = element == PE_IndicatorCheckBox;
+  const bool circle = element == PE_IndicatorRadioButton;
+  const bool field =
+      (element == PE_FrameLineEdit || element == PE_Frame) && (option->state & State_HasFocus) == 0;
+  if (!box && !circle && !field) return;
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(outline(*option));
+  painter->setBrush(Qt::NoBrush);
+  const QRectF place = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  if (circle)
+    painter->drawEllipse(place);
+  else
+    painter->drawRoundedRect(place, kCorner, kCorner);
+  painter->restore();
+}
+
+QSize OwnStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                 const QWidget* widget) const {
+  const QSize needed = QProxyStyle::sizeFromContents(type, option, size, widget);
+  // The panes of the main window have to stand side by side on a small screen.
+  if (type != CT_PushButton || widget == nullptr || qobject_cast<QDialog*>(widget->window()) == nullptr)
+    return needed;
+  return needed.expandedTo({size.width() + kButtonRoom, 0});
+}
+
+}  // namespace tessaly

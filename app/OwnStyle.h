@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace tessaly {
+
+// The toolkit's own style with what the program's palettes need: it draws frames darker than the ground,
+// which nobody sees on a dark one, and leaves the captions of long buttons no room.
+class OwnStyle : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  OwnStyle();
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                       const QWidget* widget) const override;
+};
+
+}  // namespace tessaly

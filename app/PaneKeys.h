@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QAbstractButton>
+#include <QKeySequence>
+#include <QString>
+
+namespace tessaly {
+
+// A button of a pane, what it does and the keys that press it, the one to be told first.
+struct PaneKey {
+  QAbstractButton* button;
+  QString does;
+  std::vector<QKeySequence> keys;
+};
+
+// The keys press a button while the keyboard is in the pane, so that one key serves the same button of both
+// panes; `before` is run first. Each button gets a tool tip that tells what it does and its keys.
+void addPaneKeys(QWidget& pane, const std::vector<PaneKey>& table, const std::function<void()>& before);
+
+// Ctrl+1 and following lead to the lists in their order.
+void addListKeys(QWidget& pane, const std::vector<QWidget*>& lists);
+
+}  // namespace tessaly

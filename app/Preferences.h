@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSettings>
+#include <QString>
+
+namespace tessaly {
+
+// What one user's desktop keeps of the program: where the site lies, how the window was left and its
+// colours. In a file of the user's own, never in the site's settings file, whose form is fixed. Nothing is
+// written before something is kept. GUI thread.
+class Preferences {
+ public:
+  // "tessaly/tessaly.ini" in the user's configuration folder.
+  Preferences();
+  explicit Preferences(const QString& file);
+
+  // Host path of the site that was named at a first start; empty when none was.
+  [[nodiscard]] QString siteFolder() const;
+  void setSiteFolder(const QString& folder);
+
+  // "desktop", "light" or "dark".
+  [[nodiscard]] QString palette() const;
+  void setPalette(const QString& name);
+
+  // How a window or splitter was left, by its name; empty when it was never kept.
+  [[nodiscard]] QByteArray place(const QString& name) const;
+  void setPlace(const QString& name, const QByteArray& state);
+
+ private:
+  QSettings file_;
+};
+
+}  // namespace tessaly
