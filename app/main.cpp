@@ -8,6 +8,7 @@
 
 #include "app/Appearance.h"
 #include "app/Application.h"
+#include "app/FirstStart.h"
 #include "platform/Installation.h"
 
 namespace {
@@ -37,7 +38,7 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("org.tessaly.Tessaly"));
 
   std::string reason;
-  const auto options = tessaly::readStartOptions(QApplication::arguments(), reason);
+  auto options = tessaly::readStartOptions(QApplication::arguments(), reason);
   if (!options) {
     std::fprintf(stderr, "tessaly: %s\n%s", reason.c_str(), tessaly::startHelp().c_str());
     return kWrongUsage;
@@ -47,6 +48,9 @@ int main(int argc, char** argv) {
   const std::string& palette = options->palette;
   tessaly::applyPalette(
       tessaly::paletteNamed(palette.empty() ? preferences.palette() : QString::fromStdString(palette)));
+  const auto site = tessaly::chooseRoot(options->root, tessaly::installedSiteFolder(), preferences);
+  if (!site) return kDone;
+  options->root = site->path().string();
   tessaly::Application application(*options, &preferences);
   if (!application.claimRoot()) {
     std::fputs("tessaly: already running on this root; its window comes to the front\n", stderr);

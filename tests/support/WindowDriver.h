@@ -65,6 +65,7 @@ class WindowDriver {
       if (dialog == nullptr || !dialog->isVisible()) return;
       timer->stop();
       timer->deleteLater();
+      QApplication::setActiveWindow(dialog);
       QApplication::processEvents();
       // An exception must not cross the event loop: it is kept for the press that opened the dialog.
       try {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "app/Preferences.h"
+#include "platform/SiteRoot.h"
+
+// Where the program finds its site, and what becomes of a start without one.
+namespace tessaly {
+
+// True when the root holds anything of a site: one of the two interface files, the settings file, or an
+// application in the folder where the panes look first. Only reads.
+[[nodiscard]] bool holdsSite(const SiteRoot& root);
+
+// `folder`, or the nearest folder above it that holds a site: someone may name the drive in it. Empty when
+// there is none.
+[[nodiscard]] std::filesystem::path siteAround(const std::filesystem::path& folder);
+
+// Copies the drives of `sample` into `root`, which is made when it is missing. A file that is there already
+// stays. False when not all could be copied; a drive that was not there before is then not there either.
+[[nodiscard]] bool copySampleSite(const std::filesystem::path& sample, const std::filesystem::path& root);
+
+// The root of this start: `option`, else TESSALY_ROOT, else the folder in the preferences, else the user's
+// data folder. When it holds no site the user is asked what to do; nothing is written before the answer.
+// `sample` is the sample site to offer, empty for none. Nothing when the user would rather quit.
+[[nodiscard]] std::optional<SiteRoot> chooseRoot(const std::string& option,
+                                                 const std::filesystem::path& sample,
+                                                 Preferences& preferences);
+
+}  // namespace tessaly
