@@ -1,13 +1,19 @@
 // Takes the pictures of the documents: each window on the sample site, in a state that a user would meet.
-//   tessaly-screenshots SITE-ROOT FOLDER
+//   tessaly-screenshots [--palette light|dark] [--scale FACTOR] [--size WIDTHxHEIGHT] SITE-ROOT FOLDER
 #include <cstdio>
 #include <exception>
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QDir>
 
+#include "app/Appearance.h"
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
+#include "app/FirstStartDialog.h"
+#include "app/MainWindow.h"
+#include "app/PaneDescriptor.h"
+#include "app/RenameMacroDialog.h"
 #include "dictionary/InterfaceFile.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
@@ -19,6 +25,7 @@
 #include "model/SiteBrowser.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/WindowDriver.h"
 
 namespace {
 
@@ -26,22 +33,51 @@ using namespace tessaly;
 
 class Camera {
  public:
-  Camera(const char* root, QString folder) : root_(root), folder_(std::move(folder)), lists_(root_) {
+  Camera(const QString& root, QString folder, QSize size)
+      : root_(root.toStdString()), folder_(std::move(folder)), size_(size), lists_(root_) {
     loadFunctionDictionary(root_, dictionary_,
                            [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
     sources_ = inputSources(dictionary_);
   }
 
   void takeAll() {
+    takeMain();
     takeEditors();
     takeClassic();
     takeSmall();
   }
 
  private:
-  void save(QDialog& dialog, const char* name) const {
+  void save(QWidget& window, const char* name) const {
     QTest::qWait(50);
-    if (!dialog.grab().save(QDir(folder_).filePath(QLatin1String(name)))) throw std::runtime_error(name);
+    if (!window.grab().save(QDir(folder_).filePath(QLatin1String(name)))) throw std::runtime_error(name);
+  }
+
+  // Pane A with unsaved changes, pane B with nothing chosen yet but its application.
+  void takeMain() {
+    PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), false);
+    MainWindow window({{root_, messages_}, dictionary_, lists_, client_, macros});
+    if (!size_.isEmpty()) window.resize(size_);
+    window.show();
+    QCoreApplication::postEvent(&window, new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+    const WindowDriver user(window);
+    user.waitUntilLoaded();
+    const auto& b = kPaneDescriptors[1].ids;
+    save(window, "main-empty.png");
+    user.clickRow(b.applications, 1);
+    const auto& a = kPaneDescriptors[0].ids;
+    user.clickRow(a.applications, 0);
+    user.clickRow(a.macros, 1);
+    user.clickRow(a.commands, 2);
+    save(window, "main-browsing.png");
+    QTest::keyClick(&user.list(a.commands), Qt::Key_4, Qt::ControlModifier);
+    QTest::keyClick(&user.list(a.macros), Qt::Key_F, Qt::ControlModifier);
+    if (QWidget* field = QApplication::focusWidget()) QTest::keyClicks(field, QStringLiteral("box"));
+    save(window, "main-finding.png");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    user.clickRow(a.commands, 2);
+    user.press(a.deleteCommand);
+    save(window, "main-editing.png");
   }
 
   void takeEditors() {
@@ -98,10 +134,17 @@ class Camera {
     CreateMacroDialog create(8, names);
     const DialogDriver creator(create);
     save(create, "create-macro.png");
+    RenameMacroDialog rename("Opening titles");
+    const DialogDriver renamer(rename);
+    save(rename, "rename-macro.png");
+    FirstStartDialog first("/home/operator/.local/share/tessaly", "/usr/share/tessaly/site");
+    const DialogDriver starter(first);
+    save(first, "first-start.png");
   }
 
   SiteRoot root_;
   QString folder_;
+  QSize size_;  // of the main window; empty for its own
   FunctionDictionary dictionary_;
   DecodingLists lists_;
   RecordingMessages messages_;
@@ -112,16 +155,34 @@ class Camera {
                          [] { return false; }, frameRate_};
 };
 
+// Before the toolkit starts, which reads it once.
+void setScale(int argc, char** argv) {
+  for (int i = 1; i + 1 < argc; ++i)
+    if (QByteArrayView(argv[i]) == "--scale") qputenv("QT_SCALE_FACTOR", argv[i + 1]);
+}
+
+QSize sizeOf(const QString& text) {
+  const QStringList parts = text.split(QLatin1Char('x'));
+  return parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  setScale(argc, argv);
   QApplication toolkit(argc, argv);
-  if (argc != 3) {
-    std::fputs("usage: tessaly-screenshots SITE-ROOT FOLDER\n", stderr);
-    return 2;
-  }
+  QCommandLineParser parser;
+  parser.addOptions({{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},
+                     {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
+                     {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT")}});
+  parser.process(toolkit);
+  if (parser.positionalArguments().size() != 2) parser.showHelp(2);
+  tessaly::dressToolkit();
+  tessaly::applyPalette(tessaly::paletteNamed(parser.value(QStringLiteral("palette"))));
   try {
-    Camera(argv[1], QString::fromLocal8Bit(argv[2])).takeAll();
+    const QStringList places = parser.positionalArguments();
+    QDir().mkpath(places[1]);
+    Camera(places[0], places[1], sizeOf(parser.value(QStringLiteral("size")))).takeAll();
   } catch (const std::exception& problem) {
     std::fprintf(stderr, "no picture: %s\n", problem.what());
     return 1;

@@ -1,0 +1,193 @@
+// What a screen reader, a pair of eyes at night and the next start get to know of the window.
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QLabel>
+#include <QSplitter>
+
+#include "app/AboutDialog.h"
+#include "app/Appearance.h"
+#include "app/CopyMacroDialog.h"
+#include "app/CreateMacroDialog.h"
+#include "app/FirstStartDialog.h"
+#include "app/RenameMacroDialog.h"
+#include "editors/ClassicEditorDialog.h"
+#include "editors/CreateCommandDialog.h"
+#include "editors/EnterTimecodeDialog.h"
+#include "editors/EnterValueDialog.h"
+#include "editors/LoadClipDialog.h"
+#include "editors/ModifyCommandDialog.h"
+#include "editors/MultipleCommandsDialog.h"
+#include "editors/SelectInputDialog.h"
+#include "tests/app/WindowFixture.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+
+bool isControl(QAccessible::Role role) {
+  switch (static_cast<int>(role)) {
+    case QAccessible::PushButton:
+    case QAccessible::ButtonMenu:
+    case QAccessible::ButtonDropDown:
+    case QAccessible::RadioButton:
+    case QAccessible::CheckBox:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::SpinBox:
+    case QAccessible::Slider:
+    case QAccessible::List:
+    case QAccessible::ListItem:
+    case QAccessible::Table:
+    case QAccessible::Tree:
+    case QAccessible::MenuItem:
+    case QAccessible::PageTab:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Controls without a name, and widgets that take the keyboard without being a control to a screen reader.
+void collectNameless(QAccessibleInterface* node, std::vector<std::string>& found) {
+  if (node == nullptr || node->role() == QAccessible::ScrollBar || node->role() == QAccessible::Separator)
+    return;
+  QObject* object = node->object();
+  const auto* widget = qobject_cast<QWidget*>(object);
+  const bool viewport = widget != nullptr && widget->objectName() == QLatin1String("qt_scrollarea_viewport");
+  const bool takesKeys = widget != nullptr && !widget->isWindow() && !viewport &&
+                         widget->focusProxy() == nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0;
+  const std::string name = object != nullptr ? object->objectName().toStdString() : "row";
+  const bool heading = node->role() == QAccessible::ListItem && !node->state().selectable;
+  if (isControl(node->role()) && !heading && node->text(QAccessible::Name).trimmed().isEmpty())
+    found.push_back(name + " has no name");
+  if (takesKeys && !isControl(node->role())) found.push_back(name + " has no role");
+  if (node->role() == QAccessible::ComboBox) return;  // its list is told under its own name
+  constexpr int kRows = 3;                            // of a list; the others are alike
+  const int children =
+      node->role() == QAccessible::List ? std::min(kRows, node->childCount()) : node->childCount();
+  for (int i = 0; i < children; ++i) collectNameless(node->child(i), found);
+}
+
+std::vector<std::string> nameless(QWidget& window) {
+  window.show();
+  QApplication::processEvents();
+  std::vector<std::string> found;
+  collectNameless(QAccessible::queryAccessibleInterface(&window), found);
+  return found;
+}
+
+class AccessibilityTest : public testing::Test {
+ protected:
+  AccessibilityTest() : fixture_(offlineClient()), lists_(fixture_.site.root) {}
+
+  WindowFixture fixture_;
+  DecodingLists lists_;
+  std::vector<PanelSource> sources_ = inputSources(sampleDictionary());
+  int rate_ = 25;
+  EditorContext context_{fixture_.site.access(), sampleDictionary(),   lists_, sources_,
+                         offlineClient(),        [] { return false; }, rate_};
+};
+
+TEST_F(AccessibilityTest, EveryControlOfEveryWindowHasNameAndRole) {
+  const auto& a = WindowFixture::ids(Pane::kA);
+  fixture_.driver->choose(a.applications, "Evening News");
+  fixture_.driver->choose(a.macros, "001");
+  fixture_.driver->clickRow(a.commands, 0);
+  fixture_.driver->press(a.deleteCommand);  // the buttons of edit state, too
+  EXPECT_THAT(nameless(*fixture_.window), IsEmpty());
+
+  MacroCommand command;
+  command.fid = "QMF2.ME1.KEY1.CLIP.SET";
+  command.parameters.push_back({"VALUE", "0.48", "0.48"});
+  const MacroNameTable names(kMacroNumbers);
+  const std::pair<const char*, std::function<std::unique_ptr<QDialog>()>> dialogs[] = {
+      {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
+      {"about", [] { return std::make_unique<AboutDialog>(); }},
+      {"copy", [&] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names); }},
+      {"create", [&] { return std::make_unique<CreateMacroDialog>(7, names); }},
+      {"rename", [] { return std::make_unique<RenameMacroDialog>("Titles"); }},
+      {"create command", [&] { return std::make_unique<CreateCommandDialog>(context_, 1, true); }},
+      {"modify command", [&] { return std::make_unique<ModifyCommandDialog>(context_, command); }},
+      {"multiple commands",
+       [&] {
+         return std::make_unique<MultipleCommandsDialog>(context_, 1, 0,
+                                                         [](const auto&, int, int, auto) { return true; });
+       }},
+      {"classic", [&] { return std::make_unique<ClassicEditorDialog>(context_, true, 1); }},
+      {"value",
+       [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0 / 100"), 0, 100); }},
+      {"timecode",
+       [] {
+         return std::make_unique<EnterTimecodeDialog>(Timecode{10, 20, 30, 5});
+       }},
+      {"input",
+       [&] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+      {"clip", [] { return std::make_unique<LoadClipDialog>(std::vector<std::string>{"intro"}); }},
+  };
+  for (const auto& [name, make] : dialogs) EXPECT_THAT(nameless(*make()), IsEmpty()) << name;
+}
+
+double luminance(const QColor& colour) {
+  const auto part = [](double value) {
+    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+}
+
+double contrast(const QColor& first, const QColor& second) {
+  const double a = luminance(first) + 0.05;
+  const double b = luminance(second) + 0.05;
+  return std::max(a, b) / std::min(a, b);
+}
+
+TEST(AppearanceTest, TextStandsOutInBothPalettes) {
+  using Role = QPalette::ColorRole;
+  const std::pair<Role, Role> pairs[] = {
+      {QPalette::WindowText, QPalette::Window},       {QPalette::Text, QPalette::Base},
+      {QPalette::Text, QPalette::AlternateBase},      {QPalette::PlaceholderText, QPalette::Base},
+      {QPalette::ButtonText, QPalette::Button},       {QPalette::HighlightedText, QPalette::Highlight},
+      {QPalette::ToolTipText, QPalette::ToolTipBase}, {QPalette::Link, QPalette::Base}};
+  for (const PaletteChoice choice : {PaletteChoice::kLight, PaletteChoice::kDark}) {
+    const QPalette palette = ownPalette(choice);
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+      for (const auto& [ink, ground] : pairs)
+        EXPECT_GE(contrast(palette.color(group, ink), palette.color(group, ground)), 4.5)
+            << paletteName(choice).toStdString() << ' ' << group << ' ' << ink << " on " << ground;
+    const auto disabled = [&](Role role) { return palette.color(QPalette::Disabled, role); };
+    EXPECT_GE(contrast(disabled(QPalette::HighlightedText), disabled(QPalette::Highlight)), 4.5);
+    EXPECT_GE(contrast(disabled(QPalette::ButtonText), disabled(QPalette::Button)), 2.5);
+    EXPECT_EQ(paletteNamed(paletteName(choice)), choice);
+  }
+}
+
+TEST(PreferencesTest, TheWindowComesBackAsItWasLeft) {
+  WindowFixture fixture(offlineClient());
+  const QString file = QString::fromStdString((fixture.site.root.path() / "tessaly.ini").string());
+  Preferences preferences(file);
+  fixture.setPreferences(preferences);
+  fixture.open();
+  const auto splitter = [&](const char* name) {
+    return fixture.window->findChild<QSplitter*>(QLatin1String(name));
+  };
+  fixture.window->resize(1040, 700);
+  splitter("panes")->setSizes({600, 380});
+  splitter("paneSplitter")->setSizes({200, 400});
+  QApplication::processEvents();
+  const auto sizes = splitter("panes")->sizes();
+  const auto heights = splitter("paneSplitter")->sizes();
+  EXPECT_TRUE(fixture.window->close());
+  fixture.open();
+  EXPECT_EQ(fixture.window->size(), QSize(1040, 700));
+  EXPECT_EQ(splitter("panes")->sizes(), sizes);
+  EXPECT_EQ(splitter("paneSplitter")->sizes(), heights);
+  EXPECT_EQ(fixture.site.read("c:\\Programme\\RV48\\bin\\MacroFid\\Settings.dat").find("places"),
+            std::string::npos)
+      << "the settings file keeps its form";
+}
+
+}  // namespace
+}  // namespace tessaly
