@@ -1,6 +1,5 @@
 #include "app/MacroPane.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QShortcut>
 
@@ -210,19 +209,18 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   ui_->connectButton->setVisible(connectShown_ && !saveShown_);
   // The keyboard comes back to the button that it had to leave while the panel was being connected, unless it
   // has been led elsewhere by then.
-  const bool left = ui_->connectButton->hasFocus() && !display.buttonEnabled;
+  const bool left = window()->focusWidget() == ui_->connectButton && !display.buttonEnabled;
   ui_->connectButton->setEnabled(display.buttonEnabled);
-  if (left) focusAfterConnect_ = QApplication::focusWidget();
+  if (left) focusAfterConnect_ = window()->focusWidget();
   if (!display.buttonEnabled || focusAfterConnect_ == nullptr) return;
-  if (focusAfterConnect_ == QApplication::focusWidget()) ui_->connectButton->setFocus();
+  if (focusAfterConnect_ == window()->focusWidget()) ui_->connectButton->setFocus();
   focusAfterConnect_ = nullptr;
 }
 
 void MacroPane::showControls(const PaneControls& controls) {
-  // A button that goes while it has the keyboard would hand it to the next control, perhaps of the other
-  // pane.
-  QWidget* focus = QApplication::focusWidget();
-  const bool onButton = qobject_cast<QPushButton*>(focus) != nullptr && isAncestorOf(focus);
+  // A control that goes while it has the keyboard would hand it to the next one, perhaps of the other pane.
+  QWidget* focus = window()->focusWidget();
+  const bool here = focus != nullptr && isAncestorOf(focus);
   ui_->harddisk->setEnabled(controls.selectionEnabled);
   ui_->panel->setEnabled(controls.selectionEnabled);
   for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
@@ -247,7 +245,7 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->saveChanges->setVisible(controls.saveShown);
   ui_->discardChanges->setVisible(controls.saveShown);
   notice_->setVisible(controls.noticeShown);
-  if (onButton && (!focus->isEnabled() || !focus->isVisibleTo(this)))
+  if (here && (!focus->isEnabled() || !focus->isVisibleTo(this)))
     (ui_->commands->isEnabled() ? ui_->commands : ui_->macros)->setFocus();
 }
 

@@ -141,6 +141,8 @@ class PanelWindowTest : public testing::Test {
 
 TEST_F(PanelWindowTest, MacrosOfThePanelAreEditedAndSaved) {
   connectPane(Pane::kB, first_);
+  EXPECT_EQ(fixture_.window->focusWidget(), &driver().control<QWidget>(b_.connectButton))
+      << "the keyboard comes back to the button that was taken away while connecting";
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   EXPECT_THAT(driver().texts(b_.macros), ElementsAre("000 - Zero", "007 - Two"));
   driver().choose(b_.macros, "007");
