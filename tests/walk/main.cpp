@@ -40,8 +40,11 @@ int main(int argc, char** argv) {
                      {QStringLiteral("ftp-port"), QString(), QStringLiteral("PORT"), QStringLiteral("21")},
                      {QStringLiteral("screenshot"), QString(), QStringLiteral("FILE")}});
   parser.process(toolkit);
-  tessaly::Application application({parser.value(QStringLiteral("root")).toStdString(), false, false,
-                                    parser.value(QStringLiteral("ftp-port")).toUShort()});
+  tessaly::Application application({parser.value(QStringLiteral("root")).toStdString(),
+                                    false,
+                                    false,
+                                    parser.value(QStringLiteral("ftp-port")).toUShort(),
+                                    {}});
   if (!application.claimRoot()) {
     std::fputs("another program runs on this root\n", stderr);
     return 1;
