@@ -79,8 +79,9 @@ void ParameterUpdate::drain() {
     values.swap(values_);
   }
   bool taken = false;
-  for (const auto& [name, value] : values) {
-    const auto waiting = waitingCommands_.find(name);
+  for (const auto& entry : values) {
+    const std::string& value = entry.second;
+    const auto waiting = waitingCommands_.find(entry.first);
     if (waiting == waitingCommands_.end()) continue;
     const std::size_t answered =
         std::erase_if(waiting->second, [&](std::size_t command) { return taker_(command, value); });

@@ -3,7 +3,7 @@
 build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev libgl-dev libtinyxml-dev
   libcurl4-openssl-dev nlohmann-json3-dev curl libgtest-dev libgmock-dev libbenchmark-dev)
 run_packages=(python3 python3-pyftpdlib fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
-check_packages=(clang-format clang)
+check_packages=(clang-format clang clang-tidy cppcheck)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin
   x11-utils)

@@ -58,28 +58,38 @@ def arguments_of(entry):
 
 class Tidy:
     def __init__(self, root, build):
-        self.root, self.build = root, build
+        self.root = root
         self.scratch = build / "tidy"
         self.scratch.mkdir(exist_ok=True)
         commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
         self.entries = {Path(entry["file"]): entry for entry in commands}
 
+    def arguments(self, files):
+        """Those of the first file, with what others define beside it."""
+        words = arguments_of(self.entries[files[0]])
+        for path in files[1:]:
+            words += [word for word in arguments_of(self.entries[path])
+                      if word.startswith("-D") and word not in words]
+        return words
+
     def check(self, files):
         unit = self.scratch / f"{files[0].parent.name}_{files[0].stem}.cpp"
         unit.write_text("".join(f'#include "{path}"\n' for path in files), encoding="utf-8")
-        entry = self.entries[files[0]]
-        done = subprocess.run(["clang-tidy", "--quiet", f"--config-file={self.root}/.clang-tidy",
-                               "--checks=-bugprone-suspicious-include", str(unit), "--", *arguments_of(entry)], cwd=entry["directory"], capture_output=True, text=True)
+        command = ["clang-tidy", "--quiet", f"--config-file={self.root}/.clang-tidy",
+                   "--checks=-bugprone-suspicious-include", str(unit), "--", *self.arguments(files)]
+        done = subprocess.run(command, cwd=self.entries[files[0]]["directory"], capture_output=True, text=True, check=False)
         if len(files) > 1 and ERROR in done.stdout:
             return "".join(self.check([path]) for path in files)
-        return done.stdout if "warning:" in done.stdout or "error:" in done.stdout else ""
+        if done.returncode == 0:
+            return ""
+        return done.stdout or done.stderr
 
 
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("build", type=Path, help="build folder with a compile_commands.json")
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("rooms", nargs="*", default=ROOMS)
+    parser.add_argument("rooms", nargs="*")
     options = parser.parse_args()
     root = Path(__file__).resolve().parent.parent
     tidy = Tidy(root, options.build.resolve())
