@@ -1,0 +1,113 @@
+# Sourced by person.sh: the screen, the programs, the hands and the eyes of the person.
+
+main_title="Corvane XL Macro Viewer / Editor"
+longest=30  # seconds that a condition may take on a busy machine
+step=0
+
+say() { echo "walk: $*"; }
+
+fail() {
+  echo "walk: FAILED: $*" >&2
+  picture failed || true
+  tail -5 "$work/panel.log" "$work/program.log" >&2 || true
+  exit 1
+}
+
+end_walk() {
+  exec {panel_prompt}>&- || true
+  kill "${program:-}" "${panel:-}" "${manager:-}" "${screen:-}" 2>/dev/null || true
+  wait 2>/dev/null || true
+  rm -rf "$work"
+}
+
+# await WHAT COMMAND...: until the command succeeds.
+await() {
+  local what=$1 deadline=$((SECONDS + longest))
+  shift
+  until "$@"; do
+    [ $SECONDS -lt $deadline ] || fail "waited in vain for $what"
+    sleep 0.05
+  done
+}
+
+# repeat_until WHAT CONDITION... -- ACTION...: for an action that a busy program may not have heard.
+repeat_until() {
+  local what=$1 condition=() deadline=$((SECONDS + longest)) tries
+  shift
+  while [ "$1" != -- ]; do condition+=("$1") && shift; done
+  shift
+  until "${condition[@]}"; do
+    [ $SECONDS -lt $deadline ] || fail "waited in vain for $what"
+    "$@"
+    for ((tries = 0; tries < 20; ++tries)); do "${condition[@]}" && break || sleep 0.05; done
+  done
+}
+
+# The hands: keys go to the window that has the keyboard.
+keys() { xdotool key --delay 20 "$@"; }
+write() { xdotool type --delay 20 -- "$1"; }
+
+# choose_row LIST TEXT ...: finds the row in the list with that number and chooses it.
+choose_row() {
+  while [ $# -gt 0 ]; do
+    keys "ctrl+$1" ctrl+f ctrl+a
+    write "$2"
+    keys Return
+    shift 2
+  done
+}
+
+# The eyes.
+active_title() { xdotool getactivewindow getwindowname 2>/dev/null || true; }
+has_window() { [ "$(active_title)" = "$1" ]; }
+await_window() { await "the window \"$1\"" has_window "$1"; }
+same_file() { cmp -s "$1" "$2"; }
+panel_said() { grep -q -- "$1" "$work/panel.log"; }
+ended() { ! kill -0 "$1" 2>/dev/null; }
+cli() { "$programs/tessaly-cli" --root "$site" "$@"; }
+commands_in() { cli show "$1" | wc -l; }
+commands_number() { [ "$(commands_in "$1" 2>/dev/null)" = "$2" ]; }
+same_number() { commands_number "$@"; }
+command_at() { cli show "$1" | sed -n "$2p"; }
+
+# Taken once the screen stands still.
+picture() {
+  local file tries
+  printf -v file '%s/%02d-%s.png' "$pictures" $((++step)) "$1"
+  xwd -root -silent -out "$work/last.xwd"
+  for ((tries = 0; tries < 10; ++tries)); do
+    sleep 0.05
+    xwd -root -silent -out "$work/now.xwd"
+    cmp -s "$work/last.xwd" "$work/now.xwd" && break
+    mv "$work/now.xwd" "$work/last.xwd"
+  done
+  convert "xwd:$work/last.xwd" "$file"
+}
+
+start_screen() {
+  Xvfb -displayfd 5 -screen 0 1280x900x24 -nolisten tcp 5>"$work/display" 2>"$work/screen.log" &
+  screen=$!
+  await "the screen" test -s "$work/display"
+  export DISPLAY=:$(<"$work/display")
+  openbox --sm-disable >"$work/manager.log" 2>&1 &
+  manager=$!
+  await "the window manager" xdotool get_desktop
+}
+
+start_panel() {
+  mkfifo "$work/prompt"
+  exec {panel_prompt}<>"$work/prompt"
+  "$programs/tessaly-panelsim" --address 127.0.0.1 --control-port 0 --ftp-port 0 --root "$work/panel" \
+    --site "$site" <"$work/prompt" >"$work/panel.log" 2>&1 &
+  panel=$!
+  await "the panel" panel_said '^ready'
+  panel_address=$(sed -n 's/^ready control \([^ ]*\) .*/\1/p' "$work/panel.log")
+  ftp_port=$(sed -n 's/^ready .* ftp [^ ]*:\([0-9]*\) .*/\1/p' "$work/panel.log")
+}
+
+start_program() {
+  env QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8 XDG_CONFIG_HOME="$work/config" XDG_RUNTIME_DIR="$work" \
+    "$programs/tessaly" --root "$site" --ftp-port "$ftp_port" >"$work/program.log" 2>&1 &
+  program=$!
+  await_window "$main_title"
+}

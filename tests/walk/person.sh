@@ -1,0 +1,92 @@
+#!/usr/bin/env bash
+# Does the typical edit as a person does: the program in a window manager on a virtual screen, worked by the
+# keyboard alone. What happens is seen in titles of windows, in files of the site and of the simulated panel.
+#   tests/walk/person.sh [PROGRAMS [PICTURES]]    build/release/bin, build/walk
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. tests/walk/person.inc.sh
+programs=$(realpath "${1:-build/release/bin}")
+pictures=$(realpath -m "${2:-build/walk}")
+rm -rf "$pictures" && mkdir -p "$pictures"
+work=$(mktemp -d)
+trap end_walk EXIT
+
+site=$work/site
+folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
+macro=$folder/macro010.mac
+copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
+tree=$work/panel/flash/data/PANEL/macro/workplace1
+on_panel=$tree/macro123.mac
+mkdir "$site" && cp -R site/c "$site/"
+before=$(commands_in "$macro")
+
+start_screen
+start_panel
+start_program
+say "opens macro 010 of the disk"
+# Keys are not heard before the dictionary is loaded, and choosing the same macro again does no harm.
+repeat_until "the working copy" same_file "$macro" "$copy_a" -- \
+  choose_row 1 "Evening News" 3 "Workplace 1" 4 "010"
+picture macro-opened
+
+say "inserts a command at the end"
+keys alt+o
+await_window "Create new command (Corvane XL panel style)"
+write "me1"
+keys alt+2
+write "key2"
+keys alt+3
+write "clip"
+keys alt+4
+write "set"
+keys Return Return
+write "48"
+picture command-built
+keys Return Return
+await_window "$main_title"
+await "the command in the working copy" commands_number "$copy_a" $((before + 1))
+same_number "$macro" "$before" || fail "the macro was written before it was saved"
+picture command-inserted
+keys ctrl+s
+await "the saved macro" same_file "$copy_a" "$macro"
+[ "$(command_at "$macro" $((before + 1)))" = "ME 1 Key 2 Clip Set ==> 48.0%" ] ||
+  fail "saved was $(command_at "$macro" $((before + 1)))"
+
+say "connects pane B to the panel"
+keys F6 ctrl+1 shift+Tab Right Tab ctrl+a
+write "$panel_address"
+keys alt+k
+await "the connection" panel_said "PANEL.WP1.MFDCOUNT"
+repeat_until "the names of workplace 1" panel_said "PANEL.MACRO1.REG999.NAME" -- keys ctrl+3 Home
+picture connected
+
+say "sends the macro to the panel as number 123"
+keys alt+y
+await_window "Copy Macro"
+keys ctrl+a
+write "123"
+picture copying
+keys Return
+await_window "$main_title"
+await "the macro on the panel" same_file "$macro" "$on_panel"
+await "the announcement" panel_said "calls PANEL.APPLICATION.LOAD.FINISH"
+
+say "opens it on the panel in pane A, fetches the value of the new command, saves"
+keys F6 ctrl+1 shift+Tab Right
+repeat_until "the macro of the panel" same_file "$on_panel" "$copy_a" -- \
+  choose_row 3 "Workplace 1" 4 "123"
+echo "set QMF1.ME1.KEY2.CLIP 0.25" >&"$panel_prompt"
+keys ctrl+5 End F5
+await "the panel's value in the working copy" grep -q '"0.25"' "$copy_a"
+picture value-updated
+keys ctrl+s
+await "the updated macro on the panel" same_file "$copy_a" "$on_panel"
+[ "$(command_at "$on_panel" $((before + 1)))" = "ME 1 Key 2 Clip Set ==> 25.0%" ] ||
+  fail "on the panel was $(command_at "$on_panel" $((before + 1)))"
+picture saved-on-panel
+
+say "closes the window"
+keys alt+F4
+await "the end of the program" ended "$program"
+wait "$program" || fail "the program ended with $?"
+echo "walked in $SECONDS s; pictures: $pictures"
