@@ -10,7 +10,8 @@ namespace {
 
 constexpr int kButtonRoom = 16;  // pixels for a button's caption, both sides together
 constexpr float kOutlineAlpha = 0.55F;
-constexpr qreal kCorner = 2;  // pixels
+constexpr qreal kCorner = 2;      // pixels
+constexpr qreal kFocusWidth = 2;  // pixels, of the frame of the list that has the keyboard
 
 // Three to one against the ground of both palettes.
 QColor outline(const QStyleOption& option) {
@@ -28,12 +29,15 @@ void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool box = element == PE_IndicatorCheckBox;
   const bool circle = element == PE_IndicatorRadioButton;
-  const bool field =
-      (element == PE_FrameLineEdit || element == PE_Frame) && (option->state & State_HasFocus) == 0;
+  const bool list = element == PE_Frame;
+  const bool focused = (option->state & State_HasFocus) != 0;
+  const bool field = list || (element == PE_FrameLineEdit && !focused);  // which shows the keyboard itself
   if (!box && !circle && !field) return;
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
-  painter->setPen(outline(*option));
+  painter->setPen(list && focused
+                      ? QPen(option->palette.color(QPalette::Active, QPalette::Highlight), kFocusWidth)
+                      : QPen(outline(*option)));
   painter->setBrush(Qt::NoBrush);
   const QRectF place = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
   if (circle)
