@@ -1,7 +1,8 @@
 # Compiler settings that every target of the project shares.
 add_library(tessaly_settings INTERFACE)
 target_compile_options(tessaly_settings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion)
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
+  -Wformat=2 -Wformat-security)
 if(TESSALY_WERROR)
   target_compile_options(tessaly_settings INTERFACE -Werror)
 endif()
