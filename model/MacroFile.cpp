@@ -16,8 +16,9 @@ constexpr const char* kClassicParameter = "CMD";
 constexpr int kClassicWorkplace = 1;
 constexpr int kKeyMainframe = 1;  // keys of the older family always go to the first mainframe
 
-bool loadOrReport(const SiteAccess& site, std::string_view path, TiXmlDocument& document) {
-  if (loadXml(site.root, path, document)) return true;
+bool loadOrReport(const SiteAccess& site, std::string_view path, TiXmlDocument& document,
+                  ContentCheck* check = nullptr) {
+  if (loadXml(site.root, path, document, check)) return true;
   site.messages.show(format(kCannotParse, std::string(path).c_str()));
   return false;
 }
@@ -30,9 +31,12 @@ bool changeData(const SiteAccess& site, std::string_view path, const Change& cha
   TiXmlDocument document;
   if (!loadOrReport(site, path, document)) return false;
   TiXmlElement* data = macroData(document);
-  bool same = false;
-  if (!data || !change(*data) || !saveXml(site.root, path, document, saved ? &same : nullptr)) return false;
-  if (same) saved->commands = takeCommands(*data, true);
+  SavedXml written;
+  if (!data || !change(*data) || !saveXml(site.root, path, document, saved ? &written : nullptr))
+    return false;
+  if (!saved) return true;
+  saved->check = written.check;
+  if (written.same) saved->commands = takeCommands(*data, true);
   return true;
 }
 
@@ -53,9 +57,10 @@ CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
 
 }  // namespace
 
-bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands) {
+bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands,
+                  ContentCheck* check) {
   TiXmlDocument document;
-  if (!loadOrReport(site, path, document)) return false;
+  if (!loadOrReport(site, path, document, check)) return false;
   commands.clear();
   TiXmlElement* data = macroData(document);
   if (!data) return false;

@@ -8,6 +8,7 @@
 
 #include "model/ClassicCommand.h"
 #include "model/MacroCommand.h"
+#include "platform/ContentCheck.h"
 #include "platform/SiteAccess.h"
 
 // Macro files (".mac", docs/macro-format.md). Each operation opens the file anew, works on the loaded tree and saves
@@ -23,13 +24,16 @@ inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\Macro
 struct SavedMacro {
   // As a fresh load would give them; nothing when only a load can tell.
   std::optional<MacroCommands> commands;
+  ContentCheck check;  // of the bytes that were written
 };
 
 enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
 
 // Once the file has parsed, clears `commands` and fills it; false for a parse failure (list left alone) and for a
 // file without `macro` or `data` (list left empty).
-[[nodiscard]] bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands);
+// `check`, when given, is that of the bytes that were read.
+[[nodiscard]] bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands,
+                                ContentCheck* check = nullptr);
 
 // False and "???" when there is no name or the file does not parse.
 [[nodiscard]] bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name);

@@ -19,7 +19,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr long kConnectSeconds = 5;
-constexpr long kStallSeconds = 10;
 constexpr int kCancelPollMs = 100;
 
 // FTP reply codes.
@@ -71,9 +70,10 @@ class Transfer {
   using Result = FtpClient::Result;
 
   Transfer(const CurlLibrary& curl, const std::string& url, const FtpClient::Login& login,
-           const std::atomic<bool>& cancelled)
+           const std::atomic<bool>& cancelled, std::chrono::seconds patience)
       : curl_(curl),
         cancelled_(cancelled),
+        patience_(patience),
         easy_(curl.easyInit(), ReleaseEasy{curl}),
         multi_(curl.multiInit(), ReleaseMulti{curl}) {
     if (!easy_ || !multi_) return;
@@ -91,9 +91,9 @@ class Transfer {
     set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
     set(CURLOPT_FTP_CREATE_MISSING_DIRS, 0L);
     set(CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
-    set(CURLOPT_SERVER_RESPONSE_TIMEOUT, kStallSeconds);
+    set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(patience.count()));
     set(CURLOPT_LOW_SPEED_LIMIT, 1L);
-    set(CURLOPT_LOW_SPEED_TIME, kStallSeconds);
+    set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(patience.count()));
     set(CURLOPT_XFERINFOFUNCTION, &Transfer::checkCancelled);
     set(CURLOPT_XFERINFODATA, this);
     set(CURLOPT_NOPROGRESS, 0L);
@@ -157,7 +157,7 @@ class Transfer {
     const curl_off_t moved =
         info<curl_off_t>(CURLINFO_SIZE_DOWNLOAD_T) + info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T);
     if (std::exchange(moved_, moved) != moved) lastMove_ = Clock::now();
-    return moved > 0 && Clock::now() - lastMove_ > std::chrono::seconds(kStallSeconds);
+    return moved > 0 && Clock::now() - lastMove_ > patience_;
   }
 
   Result result(CURLcode code) const {
@@ -225,6 +225,7 @@ class Transfer {
 
   const CurlLibrary& curl_;
   const std::atomic<bool>& cancelled_;
+  const std::chrono::seconds patience_;
   std::unique_ptr<CURL, ReleaseEasy> easy_;
   std::unique_ptr<CURLM, ReleaseMulti> multi_;
   bool added_ = false;
@@ -243,7 +244,8 @@ class Transfer {
 FtpClient::FtpClient(std::string host, std::uint16_t port, Login login)
     : host_(std::move(host)), port_(port), login_(std::move(login)) {}
 
-FtpClient::Result FtpClient::get(const std::string& remotePath, const std::string& hostPath) {
+FtpClient::Result FtpClient::get(const std::string& remotePath, const std::string& hostPath,
+                                 std::chrono::seconds patience) {
   if (cancelled_) return Result::kCancelled;
   if (!isPlainHost(host_)) return Result::kUnreachable;
   if (!isFilePath(remotePath)) return Result::kNotFound;
@@ -252,7 +254,7 @@ FtpClient::Result FtpClient::get(const std::string& remotePath, const std::strin
   const CurlLibrary* curl = CurlLibrary::get();
   if (curl == nullptr) return Result::kNoLibrary;
   const Result result =
-      Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_).receive(target);
+      Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, patience).receive(target);
   if (result != Result::kDone) return result;
   return target.commit() ? Result::kDone : Result::kLocalFile;
 }
@@ -265,7 +267,7 @@ FtpClient::Result FtpClient::put(const std::string& hostPath, const std::string&
   if (!source) return Result::kLocalFile;
   const CurlLibrary* curl = CurlLibrary::get();
   if (curl == nullptr) return Result::kNoLibrary;
-  return Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_).send(*source);
+  return Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, kPatience).send(*source);
 }
 
 void FtpClient::cancel() { cancelled_ = true; }

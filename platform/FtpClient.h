@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -31,12 +32,15 @@ class FtpClient {
     kFailed
   };
 
+  static constexpr std::chrono::seconds kPatience{10};  // without a byte
+
   // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
   FtpClient(std::string host, std::uint16_t port, Login login);
 
   // Fetches a remote file (absolute path). The bytes go beside `hostPath` and are renamed over it only when
-  // the whole file came; otherwise the old file stays as it was.
-  [[nodiscard]] Result get(const std::string& remotePath, const std::string& hostPath);
+  // the whole file came; otherwise the old file stays as it was. `patience` is how long it may bring nothing.
+  [[nodiscard]] Result get(const std::string& remotePath, const std::string& hostPath,
+                           std::chrono::seconds patience = kPatience);
 
   // Sends a local file. Missing remote folders are not made.
   [[nodiscard]] Result put(const std::string& hostPath, const std::string& remotePath);

@@ -119,7 +119,7 @@ bool PendingFile::write(std::string_view bytes) {
   return good();
 }
 
-bool PendingFile::commit() {
+bool PendingFile::commit(Sync sync) {
   if (!good()) return false;
   // The lock goes with the last descriptor, and has to last until the name is the target's.
   const Descriptor locked(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
@@ -131,7 +131,7 @@ bool PendingFile::commit() {
     return false;
   }
   temporary_.clear();
-  syncFolder(folder_);
+  if (sync == Sync::kFileAndFolder) syncFolder(folder_);
   return true;
 }
 

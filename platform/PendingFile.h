@@ -32,8 +32,10 @@ class PendingFile {
   // After a failure nothing more is written and the commit fails too.
   bool write(std::string_view bytes);
 
-  // Brings the bytes to the disk and the name to the target, mode 0644 less the umask.
-  [[nodiscard]] bool commit();
+  enum class Sync { kFileAndFolder, kFileOnly };
+  // Brings the bytes to the disk and the name to the target, mode 0644 less the umask. With `kFileOnly` the
+  // name is left to the next file that is committed into this folder.
+  [[nodiscard]] bool commit(Sync sync = Sync::kFileAndFolder);
 
  private:
   bool open();

@@ -70,11 +70,12 @@ bool isReadAsPrinted(const TiXmlDocument& document, std::string_view bytes) {
 
 }  // namespace
 
-bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document) {
+bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document, ContentCheck* check) {
   bool loaded = false;
   try {
     document = TiXmlDocument();  // an earlier byte order mark and error are forgotten too
     std::optional<std::string> text = readFile(root, path);
+    if (text && check) *check = contentCheck(*text);
     loaded = text && parse(*text, document);
   } catch (const std::bad_alloc&) {
     loaded = false;
@@ -83,7 +84,7 @@ bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& documen
   return loaded;
 }
 
-bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document, bool* same) {
+bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document, SavedXml* result) {
   if (document.NoChildren()) return false;
   char* bytes = nullptr;
   std::size_t size = 0;
@@ -92,7 +93,7 @@ bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& d
   const bool printed = document.SaveFile(memory);
   const bool whole = std::fclose(memory) == 0 && printed;
   const bool saved = whole && writeFile(root, path, {bytes, size});
-  if (same) *same = saved && isReadAsPrinted(document, {bytes, size});
+  if (result && saved) *result = {isReadAsPrinted(document, {bytes, size}), contentCheck({bytes, size})};
   std::free(bytes);
   return saved;
 }

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <tinyxml.h>
 
+#include "platform/ContentCheck.h"
 #include "platform/SiteRoot.h"
 
 // Loading and saving TinyXML documents with the guards that the parser lacks.
@@ -13,14 +14,23 @@ inline constexpr int kMostXmlAttributes = 1000;  // on one element
 
 // Loads the file into `document` (cleared first). False for a file that is missing, no regular file, larger
 // than 256 MB, contains a NUL or a DOCTYPE with an internal subset, is nested deeper or carries more
-// attributes on one element than the limits above, or does not parse; `document` is then empty. Never throws.
-[[nodiscard]] bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document);
+// attributes on one element than the limits above, or does not parse; `document` is then empty. `check`, when
+// given, is set as soon as the bytes were read. Never throws.
+[[nodiscard]] bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document,
+                           ContentCheck* check = nullptr);
+
+// What was written.
+struct SavedXml {
+  // Loading the file again is sure to give the elements and attributes of the tree; the tree has come from a
+  // file, and its element and attribute names still are such as the parser reads.
+  bool same = false;
+  ContentCheck check;
+};
 
 // Prints the tree to memory and writes it whole beside the target, then renames it over. False when nothing
-// was written; an old file is then as it was. An empty document is not written. `same`, when given, becomes
-// true when loading the file again is sure to give the elements and attributes of this tree; the tree has
-// come from a file, and its element and attribute names still are such as the parser reads.
+// was written; an old file is then as it was. An empty document is not written. `result`, when given, is set
+// when the tree was written.
 [[nodiscard]] bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document,
-                           bool* same = nullptr);
+                           SavedXml* result = nullptr);
 
 }  // namespace tessaly

@@ -1,0 +1,72 @@
+#include "model/KeptMacro.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <iterator>
+#include <utility>
+
+#include "model/MacroTree.h"
+
+namespace tessaly {
+namespace {
+
+constexpr std::size_t kBeginning = 4096;  // bytes in which a name is looked for
+
+constexpr std::pair<MacroChange, std::string_view> kWords[] = {
+    {MacroChange::kSave, "save"},     {MacroChange::kCopy, "copy"},        {MacroChange::kCreate, "create"},
+    {MacroChange::kRename, "rename"}, {MacroChange::kDelete, "delete"},    {MacroChange::kConvert, "convert"},
+    {MacroChange::kEdit, "edit"},     {MacroChange::kPutBack, "put-back"}, {MacroChange::kUnsaved, "unsaved"},
+};
+
+}  // namespace
+
+std::string_view changeWord(MacroChange change) {
+  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
+                                         [change](const auto& word) { return word.first == change; });
+  return found == std::end(kWords) ? std::string_view() : found->second;
+}
+
+MacroChange changeOfWord(std::string_view word) {
+  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
+                                         [word](const auto& row) { return row.second == word; });
+  return found == std::end(kWords) ? MacroChange::kSave : found->first;
+}
+
+std::string localTimeText(std::int64_t milliseconds) {
+  const auto seconds = static_cast<std::time_t>(milliseconds / 1000);
+  std::tm local{};
+  std::array<char, 32> text{};
+  if (::localtime_r(&seconds, &local) == nullptr ||
+      std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local) == 0)
+    return {};
+  return text.data();
+}
+
+std::string KeptMacro::placeText() const {
+  if (!place) return {};
+  if (!place->file.empty()) return place->file;
+  return place->address + " workplace " + std::to_string(place->workplace) + " macro " + place->number;
+}
+
+std::string macroNameNear(std::string_view bytes) {
+  const std::string start(bytes.substr(0, kBeginning));
+  for (std::size_t at = start.find("<macro"); at != std::string::npos; at = start.find("<macro", at + 1)) {
+    char quote = 0;
+    std::size_t end = at;
+    for (; end < start.size() && (quote != 0 || start[end] != '>'); ++end) {
+      const char c = start[end];
+      if (quote != 0 ? c == quote : c == '"' || c == '\'') quote = quote != 0 ? 0 : c;
+    }
+    if (end == start.size() || start.find('\0') < end) return {};
+    TiXmlDocument document;
+    std::string tag = start.substr(at, end - at);
+    if (tag.back() == '/') tag.pop_back();
+    document.Parse((tag + "/>").c_str(), nullptr, TIXML_DEFAULT_ENCODING);
+    if (document.Error()) continue;
+    if (const TiXmlElement* macro = namedMacro(document)) return macroNameOf(*macro);
+  }
+  return {};
+}
+
+}  // namespace tessaly

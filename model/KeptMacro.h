@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/MacroKeeper.h"
+
+namespace tessaly {
+
+// A macro that the history holds.
+struct KeptMacro {
+  std::string id;         // "2026-11-24/175644-123"
+  std::int64_t when = 0;  // milliseconds since 1970, UTC
+  std::uint64_t size = 0;
+  std::string file;  // site path of its bytes
+  // Of the record beside it; without one nothing is known but the bytes.
+  std::optional<MacroPlace> place;
+  MacroChange change = MacroChange::kSave;
+  std::string name;  // of the macro, bytes in its own encoding
+
+  // "c:\...\macro007.mac", or "10.0.0.1 workplace 1 macro 007"; empty when unknown.
+  [[nodiscard]] std::string placeText() const;
+};
+
+// The words of a record and of the command line ("save", "put-back" ...).
+[[nodiscard]] std::string_view changeWord(MacroChange change);
+
+// "2026-11-24 18:56:44" in local time.
+[[nodiscard]] std::string localTimeText(std::int64_t milliseconds);
+
+// The word back; `kSave` for any other.
+[[nodiscard]] MacroChange changeOfWord(std::string_view word);
+
+// The name of the first `macro` that has one, found near the beginning without parsing the whole, which would
+// cost more than keeping it. Empty when there is none.
+[[nodiscard]] std::string macroNameNear(std::string_view bytes);
+
+}  // namespace tessaly

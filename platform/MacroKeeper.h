@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+namespace tessaly {
+
+// What is about to happen to a macro when its old content is kept; `kUnsaved` keeps changes that were never
+// saved.
+enum class MacroChange { kSave, kCopy, kCreate, kRename, kDelete, kConvert, kEdit, kPutBack, kUnsaved };
+
+// Where a macro belongs: a file of the site, or a number of a workplace on a panel.
+struct MacroPlace {
+  std::string file;     // site path; empty for a macro on a panel
+  std::string address;  // of the panel
+  int workplace = 0;    // 1-based
+  std::string number;   // "007"
+
+  friend bool operator==(const MacroPlace&, const MacroPlace&) = default;
+};
+
+// How the code that works on a panel keeps what it is about to overwrite or delete there. Any thread.
+class MacroKeeper {
+ public:
+  virtual ~MacroKeeper() = default;
+
+  // Host path to fetch the old content to; empty when it could not be written there.
+  [[nodiscard]] virtual std::string fetchFile() = 0;
+  // Takes the content from there and removes the file.
+  virtual void keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) = 0;
+  // There is old content, but it did not come.
+  virtual void notFetched() = 0;
+};
+
+}  // namespace tessaly
