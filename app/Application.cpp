@@ -40,6 +40,7 @@ Application::Application(const StartOptions& options, Preferences* preferences)
       root_(SiteRoot::fromEnvironment(options.root)),
       dictionary_(*new FunctionDictionary),
       decodingLists_(root_),
+      history_(root_),
       loader_(std::make_shared<LoaderLink>()) {
   dressToolkit();
   for (const int message : {kDictionaryLoadedMessage, kConnectedMessageA, kConnectedMessageB})
@@ -93,8 +94,15 @@ void Application::start() {
   PanelClient& client = *panelClient();
   client.setVerbose(options_.verbose);
   panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo);
-  window_ = std::make_unique<MainWindow>(WindowContext{
-      {root_, messages_}, dictionary_, decodingLists_, client, *panelMacros_, options_.demo, preferences_});
+  panelMacros_->keepIn(history_);
+  window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
+                                                       dictionary_,
+                                                       decodingLists_,
+                                                       client,
+                                                       *panelMacros_,
+                                                       history_,
+                                                       options_.demo,
+                                                       preferences_});
   messages_.setWindow(window_.get());
   loader_->window = window_.get();
   loader_->messages = &messages_;

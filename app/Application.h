@@ -43,6 +43,7 @@ class Application : public QObject {
   MessageBoxes messages_;
   FunctionDictionary& dictionary_;  // never freed: the loader thread may outlive the window
   DecodingLists decodingLists_;
+  MacroHistory history_;
   std::unique_ptr<PanelMacros> panelMacros_;
   std::unique_ptr<QLockFile> lock_;
   QFileSystemWatcher raiseRequests_;

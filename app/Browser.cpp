@@ -54,16 +54,21 @@ void Browser::clearFrom(int list) {
   view.showProgress({});
 }
 
+void Browser::showConnectedPanel() {
+  const Pane pane = pane_.descriptor.pane;
+  const bool connected = connection_.connected(pane);
+  pane_.view.applications().rows().setRows(
+      {{connected ? format(kConnectedTo, connection_.address(pane).c_str()) : kNotConnected}}, false);
+}
+
 void Browser::fillApplications() {
   clearFrom(kControlPanelList);
   ListBoxModel& rows = pane_.view.applications().rows();
   pane_.view.applications().selectRow(-1);
   pane_.olderFamily = false;
   if (onPanel()) {
-    const Pane pane = pane_.descriptor.pane;
-    const bool connected = connection_.connected(pane);
-    rows.setRows({{connected ? format(kConnectedTo, connection_.address(pane).c_str()) : kNotConnected}},
-                 false);
+    const bool connected = connection_.connected(pane_.descriptor.pane);
+    showConnectedPanel();
     pane_.view.controlPanels().rows().clear(false);
     if (connected)
       fillWorkplaces();
@@ -278,6 +283,47 @@ void Browser::refreshMacroNames() {
   listPanelMacros();
   list.selectRow(number >= 0 ? list.rows().rowOfNumber(number) : -1);
   if (number >= 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kCommandList);
+  emit changed();
+}
+
+void Browser::refreshPanel() {
+  if (!onPanel()) return;
+  showConnectedPanel();
+  refreshWorkplaces();
+}
+
+void Browser::reveal(const MacroTarget& target) {
+  const auto choose = [](ListBox& list, const auto& wanted) {
+    const std::vector<ListRow> rows = list.rows().rows();
+    const auto row = std::find_if(rows.begin(), rows.end(), wanted);
+    if (row == rows.end() || !list.rows().enabled()) return false;
+    list.selectRow(static_cast<int>(row - rows.begin()));
+    return true;
+  };
+  MacroPane& view = pane_.view;
+  std::string application, panel;
+  if (onPanel() || !choose(view.applications(), [&](const ListRow& row) {
+        application = row.text;
+        const std::string folder = applicationFolder(path(), application);
+        return !folder.empty() && target.folder.rfind(folder, 0) == 0;
+      }))
+    return;
+  chooseApplication();
+  const auto inPanel = [&](int workplace) {
+    return tessaly::macroFolder(path(), application, panel, workplace) == target.folder;
+  };
+  if (!choose(view.controlPanels(), [&](const ListRow& row) {
+        panel = beforeHyphen(row.text);
+        return inPanel(1) || inPanel(kDiskWorkplaces);
+      }))
+    return;
+  chooseControlPanel();
+  if (!choose(view.workplaces(), [&](const ListRow& row) { return inPanel(row.number); })) return;
+  chooseWorkplace();
+  const auto macro = std::find_if(pane_.macroRows.begin(), pane_.macroRows.end(),
+                                  [&](const MacroRow& row) { return row.numberText == target.numberText; });
+  if (macro != pane_.macroRows.end())
+    view.macros().selectRow(static_cast<int>(macro - pane_.macroRows.begin()));
   emit changed();
 }
 

@@ -36,6 +36,10 @@ class Browser : public QObject {
   // Only the rows, after values arrived: the selections stay as far as their rows do.
   void refreshWorkplaces();
   void refreshMacroNames();
+  // The rows of a panel that was connected while unsaved changes hold the pane.
+  void refreshPanel();
+  // Selects a macro of the harddisk in all lists, as far as they show it; the working copy is left empty.
+  void reveal(const MacroTarget& target);
 
   // Site path of the chosen macro or key file folder; empty unless everything is chosen.
   [[nodiscard]] std::string macroFolder() const;
@@ -49,6 +53,7 @@ class Browser : public QObject {
 
  private:
   void clearFrom(int list);
+  void showConnectedPanel();
   void fillWorkplaces();
   void listDiskMacros();
   void listKeyFiles();

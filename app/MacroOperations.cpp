@@ -15,9 +15,15 @@ constexpr const char* kDeleteQuestion = "Delete macro: %s ?   ";
 }  // namespace
 
 MacroOperations::MacroOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site,
-                                 const PanelConnection& connection, PanelTransfer& panel, bool demo,
-                                 QWidget* window)
-    : panes_(panes), site_(site), connection_(connection), panel_(panel), window_(window), demo_(demo) {}
+                                 MacroHistory& history, const PanelConnection& connection,
+                                 PanelTransfer& panel, bool demo, QWidget* window)
+    : panes_(panes),
+      site_(site),
+      history_(history),
+      connection_(connection),
+      panel_(panel),
+      window_(window),
+      demo_(demo) {}
 
 bool MacroOperations::transfer(const QString& label, const PanelTransfer::Operation& operation) {
   outcome_ = panel_.run(label, operation);
@@ -33,9 +39,15 @@ bool MacroOperations::download(const std::string& address, int workplace, const 
 }
 
 bool MacroOperations::upload(const std::string& address, int workplace, const std::string& number,
-                             const std::string& file) {
-  return transfer(tr("Sending macro %1 to the panel").arg(shown(number)),
-                  [&](PanelMacros& macros) { return macros.upload(address, workplace, number, file); });
+                             const std::string& file, MacroChange change) {
+  return transfer(tr("Sending macro %1 to the panel").arg(shown(number)), [&](PanelMacros& macros) {
+    return macros.upload(address, workplace, number, file, change);
+  });
+}
+
+void MacroOperations::tellDone(const QString& text) {
+  const bool unkept = history_.takeFailure();
+  emit said(unkept ? tr("%1; the history could not keep what was there before").arg(text) : text);
 }
 
 MacroTarget MacroOperations::selectedTarget(Pane pane) const {
@@ -118,10 +130,12 @@ void MacroOperations::createMacro(Pane pane) {
   }
   const std::string folder = browser(pane).macroFolder();
   if (folder.empty()) return;
-  const bool done = tessaly::createMacro(site_, dialog.name(), macroFile(folder, dialog.number()));
+  const std::string file = macroFile(folder, dialog.number());
+  history_.keepFile(file, MacroChange::kCreate);
+  const bool done = tessaly::createMacro(site_, dialog.name(), file);
   rebuild(pane, dialog.number());
   const QString macro = shown(macroNumberText(dialog.number()) + " - " + dialog.name());
-  emit said(done ? tr("%1: created").arg(macro) : tr("%1: could not be created").arg(macro));
+  tellDone(done ? tr("%1: created").arg(macro) : tr("%1: could not be created").arg(macro));
 }
 
 void MacroOperations::createOnPanel(Pane pane, int number, const std::string& name) {
@@ -130,15 +144,16 @@ void MacroOperations::createOnPanel(Pane pane, int number, const std::string& na
   if (workplace <= 0) return;
   outcome_ = {FtpClient::Result::kLocalFile};
   const bool done = tessaly::createMacro(site_, name, here.copy.path()) &&
-                    upload(connection_.address(pane), workplace, macroNumberText(number), here.copy.path());
+                    upload(connection_.address(pane), workplace, macroNumberText(number), here.copy.path(),
+                           MacroChange::kCreate);
   // The new macro went through this pane's working copy, which no longer holds what was shown.
   here.view.macros().selectRow(-1);
   here.copy.reset();
   browser(pane).showCommands();
   emit changed();
   const QString macro = shown(macroNumberText(number) + " - " + name);
-  emit said(done ? tr("%1: created on the panel").arg(macro)
-                 : tr("%1: could not be created on the panel%2").arg(macro, reason()));
+  tellDone(done ? tr("%1: created on the panel").arg(macro)
+                : tr("%1: could not be created on the panel%2").arg(macro, reason()));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -175,13 +190,15 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, int number) 
   const std::string folder = panel ? std::string() : browser(to).macroFolder();
   if (panel ? workplace <= 0 : folder.empty()) return;
   const std::string file = sourceFile(other(to), source);
-  const bool done =
-      !file.empty() && (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file)
-                              : copyFile(site_.root, file, macroFile(folder, number)));
+  const MacroChange change = state(other(to)).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
+  if (!panel && !file.empty()) history_.keepFile(macroFile(folder, number), change);
+  const bool done = !file.empty() &&
+                    (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file, change)
+                           : copyFile(site_.root, file, macroFile(folder, number)));
   if (!panel) rebuild(to, number);
   const QString macro = shown(source.text());
-  emit said(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
-                 : tr("%1: could not be copied").arg(macro));
+  tellDone(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
+                : tr("%1: could not be copied").arg(macro));
 }
 
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number) {
@@ -203,13 +220,14 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number)
   } else {
     const std::string folder = browser(to).macroFolder();
     if (folder.empty()) return;
+    history_.keepFile(macroFile(folder, number), MacroChange::kCopy);
     done = download(connection_.address(from), sourceWorkplace, source.numberText, macroFile(folder, number));
     rebuild(to, number);
   }
   emit changed();
   const QString macro = shown(source.text());
-  emit said(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
-                 : tr("%1: could not be copied").arg(macro));
+  tellDone(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
+                : tr("%1: could not be copied").arg(macro));
 }
 
 void MacroOperations::renameMacro(Pane pane) {
@@ -226,11 +244,12 @@ void MacroOperations::renameMacro(Pane pane) {
                     : tr("%1: the panel could not be asked to rename it").arg(shown(target.numberText)));
     return;
   }
+  history_.keepFile(target.file(), MacroChange::kRename);
   const bool done = tessaly::renameMacro(site_, target.file(), name);
   rebuild(pane, parseInt(target.numberText));
   if (done) clearOther(pane, target.file());
-  emit said(done ? tr("%1: renamed to %2").arg(shown(target.numberText), shown(name))
-                 : tr("%1: could not be renamed").arg(shown(target.numberText)));
+  tellDone(done ? tr("%1: renamed to %2").arg(shown(target.numberText), shown(name))
+                : tr("%1: could not be renamed").arg(shown(target.numberText)));
 }
 
 void MacroOperations::clearOther(Pane pane, const std::string& file) {
@@ -252,16 +271,27 @@ void MacroOperations::deleteMacro(Pane pane) {
   const std::string entry = target.numberText + " - " + target.name;
   if (!site_.messages.ask(format(kDeleteQuestion, entry.c_str()), MessageIcon::kQuestion)) return;
   if (panel) {
-    const bool asked = panel_.macros().remove(target.workplace, target.numberText);
-    emit said(asked ? tr("%1: the panel was asked to delete it").arg(shown(entry))
-                    : tr("%1: the panel could not be asked to delete it").arg(shown(entry)));
+    deleteOnPanel(target);
     return;
   }
   const int row = state(pane).view.macros().selectedRow();
+  history_.keepFile(target.file(), MacroChange::kDelete);
   const bool done = removeFile(site_.root, target.file());
   rebuild(pane);
   state(pane).view.macros().makeCurrent(row);
-  emit said(done ? tr("%1: deleted").arg(shown(entry)) : tr("%1: could not be deleted").arg(shown(entry)));
+  tellDone(done ? tr("%1: deleted").arg(shown(entry)) : tr("%1: could not be deleted").arg(shown(entry)));
+}
+
+void MacroOperations::deleteOnPanel(const MacroTarget& target) {
+  bool asked = false;
+  static_cast<void>(
+      transfer(tr("Deleting macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
+        asked = macros.remove(target.address, target.workplace, target.numberText);
+        return TransferOutcome{};
+      }));
+  const QString macro = shown(target.numberText + " - " + target.name);
+  tellDone(asked ? tr("%1: the panel was asked to delete it").arg(macro)
+                 : tr("%1: the panel could not be asked to delete it").arg(macro));
 }
 
 void MacroOperations::deleteCommand(Pane pane) {
@@ -276,22 +306,31 @@ void MacroOperations::deleteCommand(Pane pane) {
                  : tr("command %1 could not be deleted").arg(row + 1));
 }
 
+void MacroOperations::keepUnsaved(const WorkingCopy& copy) {
+  const auto bytes = readFile(site_.root, copy.path());
+  if (bytes) history_.keep(*bytes, placeOf(*copy.target()), MacroChange::kUnsaved);
+}
+
 MacroOperations::Saved MacroOperations::save(Pane pane) {
   PaneState& here = state(pane);
   const std::optional<MacroTarget> target = here.copy.target();
   if (!target || !here.copy.edited()) return Saved::kNothing;
   const bool panel = target->source == PaneSource::kPanel;
   if (panel && (target->workplace <= 0 || demo_)) return Saved::kNothing;
-  const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path())
+  if (!panel) history_.keepFile(target->file(), MacroChange::kSave);
+  const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path(),
+                                   MacroChange::kSave)
                           : here.copy.saveToDisk();
+  const bool unannounced = panel && !done && outcome_.transfer == FtpClient::Result::kDone;
+  // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
+  if (!done && !unannounced) keepUnsaved(here.copy);
   here.copy.leaveEditState();
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
-  const bool unannounced = panel && !done && outcome_.transfer == FtpClient::Result::kDone;
-  emit said(done          ? tr("%1: saved").arg(macro)
-            : unannounced ? tr("%1: saved%2").arg(macro, reason())
-                          : tr("%1: NOT saved%2; the working copy still holds the changes")
-                                .arg(macro, panel ? reason() : QString()));
+  tellDone(done          ? tr("%1: saved").arg(macro)
+           : unannounced ? tr("%1: saved%2").arg(macro, reason())
+                         : tr("%1: NOT saved%2; the working copy still holds the changes")
+                               .arg(macro, panel ? reason() : QString()));
   return done || unannounced ? Saved::kDone : Saved::kFailed;
 }
 

@@ -9,6 +9,7 @@
 #include "app/Browser.h"
 #include "app/PaneState.h"
 #include "app/PanelTransfer.h"
+#include "model/MacroHistory.h"
 
 namespace tessaly {
 
@@ -19,12 +20,13 @@ struct PaneAccess {
 };
 
 // What the macro buttons of the panes do to macro files. A missing selection ends an operation silently; what
-// was done, or why not, is told in one line by `said`. GUI thread.
+// was done, or why not, is told in one line by `said`. What a macro held before goes to the history first.
+// GUI thread.
 class MacroOperations : public QObject {
   Q_OBJECT
 
  public:
-  MacroOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site,
+  MacroOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
                   const PanelConnection& connection, PanelTransfer& panel, bool demo, QWidget* window);
 
   void openMacro(Pane pane);
@@ -53,7 +55,10 @@ class MacroOperations : public QObject {
   [[nodiscard]] bool download(const std::string& address, int workplace, const std::string& number,
                               const std::string& file);
   [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,
-                            const std::string& file);
+                            const std::string& file, MacroChange change);
+  // What was done, with a word when the old content could not be kept.
+  void tellDone(const QString& text);
+  void keepUnsaved(const WorkingCopy& copy);  // which has a target
   void startOpening(Pane pane);
   [[nodiscard]] bool openTarget(Pane pane,
                                 const MacroTarget& target);  // false: not what the target holds is shown
@@ -63,10 +68,12 @@ class MacroOperations : public QObject {
   void copyFromPanel(Pane to, const MacroRow& source, int number);
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source);
   void clearOther(Pane pane, const std::string& file);
+  void deleteOnPanel(const MacroTarget& target);
   void createOnPanel(Pane pane, int number, const std::string& name);
 
   std::array<PaneAccess, kPanes.size()> panes_;
   SiteAccess site_;
+  MacroHistory& history_;
   const PanelConnection& connection_;
   PanelTransfer& panel_;
   QWidget* window_;

@@ -206,7 +206,7 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   ui_->address->setEnabled(display.editEnabled);
   ui_->connectButton->setText(shown(display.buttonText));
   connectShown_ = display.buttonVisible;
-  ui_->connectButton->setVisible(connectShown_ && !saveShown_);
+  ui_->connectButton->setVisible(connectShown_ && connectAllowed_);
   // The keyboard comes back to the button that it had to leave while the panel was being connected, unless it
   // has been led elsewhere by then.
   const bool left = window()->focusWidget() == ui_->connectButton && !display.buttonEnabled;
@@ -240,8 +240,8 @@ void MacroPane::showControls(const PaneControls& controls) {
   for (QCheckBox* box : {ui_->showDestination, ui_->showRaw, ui_->useTabs})
     box->setEnabled(controls.optionsEnabled);
   ui_->useTabs->setVisible(!ui_->showRaw->isChecked());  // the raw form has no separators
-  saveShown_ = controls.saveShown;
-  ui_->connectButton->setVisible(connectShown_ && controls.macroButtonsShown);
+  connectAllowed_ = controls.connectAllowed;
+  ui_->connectButton->setVisible(connectShown_ && connectAllowed_);
   ui_->saveChanges->setVisible(controls.saveShown);
   ui_->discardChanges->setVisible(controls.saveShown);
   notice_->setVisible(controls.noticeShown);

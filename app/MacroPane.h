@@ -85,8 +85,8 @@ class MacroPane : public QGroupBox {
   const PaneDescriptor& descriptor_;
   std::unique_ptr<Ui::MacroPane> ui_;
   QLabel* notice_;
-  bool connectShown_ = false;  // by the connection; editing hides the button all the same
-  bool saveShown_ = false;
+  bool connectShown_ = false;  // by the connection; editing may hide the button all the same
+  bool connectAllowed_ = true;
   QPointer<QWidget> focusAfterConnect_;  // where the keyboard went when the connect button was taken away
 };
 

@@ -55,8 +55,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   const std::array rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
                          PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
-  operations_ =
-      std::make_unique<MacroOperations>(rooms, context.site, connection_, transfer_, context.demo, this);
+  operations_ = std::make_unique<MacroOperations>(rooms, context.site, context.history, connection_,
+                                                  transfer_, context.demo, this);
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
                                           context.site.messages);
   readSettingsFile();
@@ -65,6 +65,9 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
       EditorContext{context.site, context.dictionary, context.decodingLists, inputSources_, context.client,
                     [this] { return connection_.anyConnected(); }, settings_.frameRate},
       this);
+  recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
+  historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, connection_,
+                                                           transfer_, lines_, this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -76,6 +79,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(operations_.get(), &MacroOperations::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(editing_.get(), &CommandEditing::changed, this, &MainWindow::updateControls);
   connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
+  connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
+  connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
+  connect(recovery_.get(), &Recovery::changed, this, &MainWindow::updateControls);
+  connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::changed, this, &MainWindow::updateControls);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
@@ -135,6 +142,10 @@ void MainWindow::switchPane() {
 }
 
 void MainWindow::addMenu() {
+  QMenu* macro = menuBar()->addMenu(tr("Ma&cro"));
+  connect(macro->addAction(tr("&History...")), &QAction::triggered, this, [this] {
+    if (loaded_) historyOperations_->open();
+  });
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -204,7 +215,10 @@ void MainWindow::connectPanel() {
           });
   connect(&bridge_, &PanelBridge::listsWanted, this, [this](Pane pane) {
     // Whatever asks for it: the lists stay while unsaved work hangs on them.
-    if (!room(pane).state->copy.edited()) room(pane).browser->fillApplications();
+    if (room(pane).state->copy.edited())
+      room(pane).browser->refreshPanel();
+    else
+      room(pane).browser->fillApplications();
   });
   connect(&bridge_, &PanelBridge::macroPositionReset, this,
           [this](Pane pane) { room(pane).state->macroPosition = 0; });
@@ -258,6 +272,7 @@ void MainWindow::dictionaryLoaded() {
   room(Pane::kA).view->revealHarddiskButton();
   updateControls();
   room(Pane::kA).view->applications().setFocus();
+  recovery_->offer();
 }
 
 PaneSituation MainWindow::situation(Pane pane) const {
@@ -266,6 +281,7 @@ PaneSituation MainWindow::situation(Pane pane) const {
   PaneSituation now;
   now.loaded = loaded_;
   now.source = connection_.source(pane);
+  now.connected = connection_.connected(pane);
   now.olderFamily = here.olderFamily;
   now.edited = here.copy.edited();
   now.otherEdited = there.copy.edited();
@@ -339,6 +355,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
+  // Saved or discarded by now: nothing is to be offered at the next start.
+  for (const Pane pane : kPanes) room(pane).state->copy.leaveEditState();
   writeSettingsFile();
   keepPlaces();
   connection_.close();

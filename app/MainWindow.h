@@ -8,11 +8,13 @@
 
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
+#include "app/HistoryOperations.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
 #include "app/PaneState.h"
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
+#include "app/Recovery.h"
 #include "app/ValueUpdate.h"
 #include "model/Settings.h"
 #include "model/SourceNames.h"
@@ -30,6 +32,7 @@ struct WindowContext {
   DecodingLists& decodingLists;
   PanelClient& client;
   PanelMacros& panelMacros;
+  MacroHistory& history;
   bool demo = false;
   Preferences* preferences = nullptr;  // of the user; may be missing
 };
@@ -101,6 +104,8 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<MacroOperations> operations_;
   std::unique_ptr<ValueUpdate> update_;
   std::unique_ptr<CommandEditing> editing_;
+  std::unique_ptr<Recovery> recovery_;
+  std::unique_ptr<HistoryOperations> historyOperations_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -5,6 +5,8 @@ namespace tessaly {
 PaneControls paneControls(const PaneSituation& now) {
   PaneControls controls;
   controls.macroButtonsShown = !now.edited;
+  // Changes to a macro of a panel that were taken up again need the panel before they can be saved.
+  controls.connectAllowed = !now.edited || (now.source == PaneSource::kPanel && !now.connected);
   controls.saveShown = now.edited;
   controls.noticeShown = now.olderFamily && now.source == PaneSource::kHarddisk;
   if (!now.loaded) return controls;

@@ -8,6 +8,7 @@ namespace tessaly {
 struct PaneSituation {
   bool loaded = false;  // the function dictionary is there
   PaneSource source = PaneSource::kHarddisk;
+  bool connected = false;
   bool olderFamily = false;
   bool edited = false;       // this pane
   bool otherEdited = false;  // the other pane
@@ -16,17 +17,17 @@ struct PaneSituation {
   bool macroSelected = false;
   bool otherMacroSelected = false;
   bool commandSelected = false;
-  int commandCount = 0;          // of the shown macro
+  int commandCount = 0;  // of the shown macro
 };
 
 // Enabled and shown states, decided in one place; the handlers behind the buttons check again and end
 // silently.
 struct PaneControls {
   bool selectionEnabled = false;  // both radios and the four selection lists
-  bool macroButtonsShown = true;  // with the connect button
+  bool macroButtonsShown = true;
+  bool connectAllowed = true;  // the connect button, where the source has one
   bool create = false, copy = false, rename = false, remove = false;
-  bool newCommand = false, modify = false, removeCommand = false,
-       update = false;
+  bool newCommand = false, modify = false, removeCommand = false, update = false;
   bool optionsEnabled = false;
   bool saveShown = false;
   bool noticeShown = false;  // "Macros from Tarrow Control Panels can only be viewed"

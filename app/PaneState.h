@@ -14,7 +14,9 @@ namespace tessaly {
 // What the program holds for one pane beside its controls and its connection. GUI thread.
 struct PaneState {
   PaneState(const PaneDescriptor& paneDescriptor, MacroPane& paneView, SiteAccess site)
-      : descriptor(paneDescriptor), view(paneView), copy(site, workingCopyPath(paneDescriptor.pane)) {}
+      : descriptor(paneDescriptor),
+        view(paneView),
+        copy(site, workingCopyPath(paneDescriptor.pane), RecoveryFile(site.root, paneDescriptor.letter)) {}
 
   const PaneDescriptor& descriptor;
   MacroPane& view;

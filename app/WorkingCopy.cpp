@@ -11,15 +11,42 @@ void WorkingCopy::reset() {
   content_ = Content::kNothing;
   commands_ = std::make_shared<MacroCommands>();
   keyFile_ = {};
+  leaveEditState();
   target_.reset();
+}
+
+void WorkingCopy::leaveEditState() {
   edited_ = false;
+  // A record that an earlier run left is not this one's to remove.
+  if (record_) recovery_.remove();
+  record_.reset();
+}
+
+void WorkingCopy::noteEdit() {
+  edited_ = true;
+  if (!target_) return;
+  const std::int64_t now = millisecondsNow();
+  record_ = RecoveryRecord{*target_, record_ ? record_->since : now, now, loaded_, false};
+  // Nothing is lost without a record, so a folder that cannot be written stops no edit.
+  recovery_.write(*record_);
+}
+
+bool WorkingCopy::takeUp(const RecoveryRecord& record) {
+  target_ = record.target;
+  if (!load()) return false;
+  edited_ = true;
+  record_ = record;
+  record_->setAside = false;
+  record_->check = loaded_;
+  recovery_.write(*record_);
+  return true;
 }
 
 bool WorkingCopy::load() {
   ++revision_;
   keyFile_ = {};
   auto commands = std::make_shared<MacroCommands>();
-  const bool loaded = loadCommands(site_, path_, true, *commands);
+  const bool loaded = loadCommands(site_, path_, true, *commands, &loaded_);
   if (!loaded) commands->clear();
   commands_ = std::move(commands);
   content_ = loaded ? Content::kMacro : Content::kNothing;
@@ -27,7 +54,7 @@ bool WorkingCopy::load() {
 }
 
 bool WorkingCopy::open(const MacroTarget& target, bool filled) {
-  edited_ = false;
+  leaveEditState();
   target_ = filled ? std::optional(target) : std::nullopt;
   return load();
 }
@@ -45,9 +72,10 @@ bool WorkingCopy::reload(bool changed, SavedMacro saved) {
     keyFile_ = {};
     commands_ = std::make_shared<MacroCommands>(std::move(*saved.commands));
     content_ = Content::kMacro;
+    loaded_ = saved.check;
   }
   const bool shown = known || load();
-  if (changed) edited_ = true;
+  if (changed) noteEdit();
   return changed && shown;
 }
 
@@ -82,6 +110,11 @@ bool WorkingCopy::remove(int position) {
 }
 
 bool WorkingCopy::setFileValue(int number, const std::string& value) {
+  // The file now runs ahead of its record until the update ends: once, the record says so.
+  if (record_ && record_->check) {
+    record_->check.reset();
+    recovery_.write(*record_);
+  }
   return setCommandValue(site_, path_, number, value);
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "link/PaneStates.h"
+#include "app/RecoveryFile.h"
 #include "model/KeyFile.h"
 #include "model/MacroCommand.h"
 #include "model/MacroFile.h"
@@ -13,27 +13,15 @@
 
 namespace tessaly {
 
-// Where an opened macro came from and where saving puts it. Noted when the macro is opened, so that a list
-// that changes under an open macro never redirects its save.
-struct MacroTarget {
-  PaneSource source = PaneSource::kHarddisk;
-  std::string folder;      // site path of the macro folder, harddisk
-  std::string address;     // panel
-  int workplace = 0;       // 1-based
-  std::string numberText;  // "007"
-  std::string name;
-
-  [[nodiscard]] std::string file() const { return folder + "macro" + numberText + ".mac"; }
-  friend bool operator==(const MacroTarget&, const MacroTarget&) = default;
-};
-
 // The working copy of one pane: what is shown, the file behind it, where it belongs and whether it has
-// unsaved changes. Every change of the file passes through here. GUI thread.
+// unsaved changes. Every change of the file passes through here, and while there are unsaved ones a record of
+// them lies beside the site, from which the next start of a program that has died takes them up. GUI thread.
 class WorkingCopy {
  public:
   enum class Content { kNothing, kMacro, kKeyFile };
 
-  WorkingCopy(SiteAccess site, std::string path) : site_(site), path_(std::move(path)) {}
+  WorkingCopy(SiteAccess site, std::string path, RecoveryFile recovery)
+      : site_(site), path_(std::move(path)), recovery_(std::move(recovery)) {}
 
   // Shows nothing; the file stays. Leaves edit state.
   void reset();
@@ -42,6 +30,9 @@ class WorkingCopy {
   // cannot be loaded; nothing is shown then.
   bool open(const MacroTarget& target, bool filled);
   void showKeyFile(KeyFile keyFile);
+  // Loads the file, which holds what an earlier run of the program left unsaved, and enters edit state as of
+  // then. False when it cannot be loaded; nothing is shown then.
+  bool takeUp(const RecoveryRecord& record);
 
   // Each changes the file, shows what it holds now and enters edit state. False when the file was not
   // changed; what is shown is then what the file holds.
@@ -61,7 +52,7 @@ class WorkingCopy {
 
   // Copies the file over the target's, for a macro of the harddisk. Edit state is left by `leaveEditState`.
   bool saveToDisk() const;
-  void leaveEditState() { edited_ = false; }
+  void leaveEditState();
 
   [[nodiscard]] const std::string& path() const { return path_; }
   [[nodiscard]] Content content() const { return content_; }
@@ -74,11 +65,13 @@ class WorkingCopy {
   [[nodiscard]] bool edited() const { return edited_; }
   // Rises with every change of what is shown.
   [[nodiscard]] int revision() const { return revision_; }
+  [[nodiscard]] const RecoveryFile& recovery() const { return recovery_; }
 
  private:
   bool load();
   // Shows what the file holds after an attempt to change it; `saved` spares the loading.
   bool reload(bool changed, SavedMacro saved);
+  void noteEdit();
 
   SiteAccess site_;
   std::string path_;
@@ -89,6 +82,9 @@ class WorkingCopy {
   std::optional<MacroTarget> target_;
   bool edited_ = false;
   int revision_ = 0;
+  RecoveryFile recovery_;
+  ContentCheck loaded_;                   // of the bytes that the file had when it was loaded
+  std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
 };
 
 }  // namespace tessaly

@@ -21,7 +21,12 @@ bool StreamMessages::ask(const std::string& text, MessageIcon icon) {
 }
 
 CommandSession::CommandSession(SiteRoot root, std::ostream& out, std::ostream& errors)
-    : root_(std::move(root)), out_(out), errors_(errors), messages_(errors), decodingLists_(root_) {}
+    : root_(std::move(root)),
+      out_(out),
+      errors_(errors),
+      messages_(errors),
+      decodingLists_(root_),
+      history_(root_) {}
 
 const FunctionDictionary& CommandSession::dictionary() {
   if (!dictionary_) {
@@ -32,6 +37,12 @@ const FunctionDictionary& CommandSession::dictionary() {
     });
   }
   return *dictionary_;
+}
+
+std::string CommandSession::target(const std::string& file, MacroChange change) {
+  std::string path = sitePathOf(file);
+  history_.keepFile(path, change);
+  return path;
 }
 
 void CommandSession::line(std::string_view bytes) { out_ << outputText(bytes) << '\n'; }

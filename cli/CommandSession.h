@@ -8,6 +8,7 @@
 
 #include "dictionary/FunctionDictionary.h"
 #include "model/DecodingList.h"
+#include "model/MacroHistory.h"
 #include "platform/SiteAccess.h"
 
 namespace tessaly {
@@ -38,6 +39,10 @@ class CommandSession {
   [[nodiscard]] const SiteRoot& root() const { return root_; }
   [[nodiscard]] SiteAccess site() { return {root_, messages_}; }
   [[nodiscard]] DecodingLists& decodingLists() { return decodingLists_; }
+  // Where a macro goes before a command overwrites or deletes it.
+  [[nodiscard]] MacroHistory& history() { return history_; }
+  // The site path of a FILE that the command is about to overwrite, whose content is kept first.
+  [[nodiscard]] std::string target(const std::string& file, MacroChange change);
 
   // Read on first use; files that cannot be parsed are then named on the error stream.
   [[nodiscard]] const FunctionDictionary& dictionary();
@@ -61,6 +66,7 @@ class CommandSession {
   std::ostream& errors_;
   StreamMessages messages_;
   DecodingLists decodingLists_;
+  MacroHistory history_;
   std::unique_ptr<FunctionDictionary> dictionary_;
   bool dictionaryWhole_ = true;
 };

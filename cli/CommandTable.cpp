@@ -24,6 +24,8 @@ constexpr Command kCommands[] = {
     {"remove", "FILE N", "remove a command; the first one is 0", runRemove},
     {"set", "FILE N VALUE", "overwrite the first parameter value of a command", runSet},
     {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert},
+    {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
+     "what macros held before they were overwritten or deleted, newest first", runHistory},
     {"classic", "TEXT", "decode and describe a classic command", runClassic},
     {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw]",
      "convert a parameter value as the value field does", runValue},
@@ -69,6 +71,8 @@ int runCommand(const Command& command, const std::string& root, std::vector<std:
   }
   CommandSession session(SiteRoot::fromEnvironment(root), out, errors);
   const int result = command.run(session, arguments);
+  // Keeping is an extra, and does not count for the exit code.
+  if (session.history().takeFailure()) errors << "the history could not keep what was there before\n";
   if (result == kExitWrongUsage) printUsage(errors, command);
   return result;
 }

@@ -5,6 +5,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/CommandSession.h"
+#include "model/CommandLine.h"
 
 // The commands of the program. Each takes its words and returns an exit code; it prints to the session only.
 namespace tessaly {
@@ -29,6 +30,13 @@ int runInsertClassic(CommandSession& session, Arguments& arguments);
 int runRemove(CommandSession& session, Arguments& arguments);
 int runSet(CommandSession& session, Arguments& arguments);
 int runConvert(CommandSession& session, Arguments& arguments);
+
+int runHistory(CommandSession& session, Arguments& arguments);
+
+// What `show` prints of a macro or key file, given by its site path.
+int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json);
+// Takes the flags of the pane's check boxes off.
+[[nodiscard]] LineOptions lineOptions(Arguments& arguments);
 
 int runClassic(CommandSession& session, Arguments& arguments);
 

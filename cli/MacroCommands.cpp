@@ -97,15 +97,22 @@ std::optional<CommandDraft> draftOf(CommandSession& session, const std::string& 
 
 }  // namespace
 
-int runShow(CommandSession& session, Arguments& arguments) {
+LineOptions lineOptions(Arguments& arguments) {
   LineOptions options;
   options.showDestination = arguments.flag("--destination");
   options.raw = arguments.flag("--raw");
   options.tabs = arguments.flag("--tabs");
+  return options;
+}
+
+int runShow(CommandSession& session, Arguments& arguments) {
+  const LineOptions options = lineOptions(arguments);
   const bool json = arguments.flag("--json");
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
+  return showLines(session, sitePathOf(arguments[0]), options, json);
+}
 
-  const std::string path = sitePathOf(arguments[0]);
+int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
   const auto lines =
       isKeyFile(path) ? keyFileLines(session, path, options) : macroLines(session, path, options);
   if (!lines) return session.failed(isKeyFile(path) ? noSuchFile(path) : "No macro in the file: " + path);
@@ -134,13 +141,14 @@ int runName(CommandSession& session, Arguments& arguments) {
 int runRename(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   std::string name = arguments[1];
-  if (renameMacro(session.site(), sitePathOf(arguments[0]), name)) return kExitDone;
+  if (renameMacro(session.site(), session.target(arguments[0], MacroChange::kRename), name)) return kExitDone;
   return session.failed("The macro cannot be renamed: it has no name or cannot be written.");
 }
 
 int runCreate(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
-  if (createMacro(session.site(), arguments[1], sitePathOf(arguments[0]))) return kExitDone;
+  if (createMacro(session.site(), arguments[1], session.target(arguments[0], MacroChange::kCreate)))
+    return kExitDone;
   return session.failed(
       "The macro cannot be created: the empty macro has no name or the file cannot be written.");
 }
@@ -162,7 +170,7 @@ int runInsert(CommandSession& session, Arguments& arguments) {
   for (std::size_t i = 2; i < arguments.size(); ++i) {
     if (const auto refused = assign(*draft, arguments[i])) return session.failed(*refused);
   }
-  const std::string path = sitePathOf(arguments[0]);
+  const std::string path = session.target(arguments[0], MacroChange::kEdit);
   if (insertCommand(session.site(), path, place->position, *draft, *workplace, place->mode)) return kExitDone;
   return session.failed(std::string(kNotSaved));
 }
@@ -180,7 +188,7 @@ int runInsertClassic(CommandSession& session, Arguments& arguments) {
     return session.failed("No classic command: " + arguments[1] +
                           " (each byte is two hexadecimal digits and a blank, the last one too)");
   }
-  const std::string path = sitePathOf(arguments[0]);
+  const std::string path = session.target(arguments[0], MacroChange::kEdit);
   if (appendClassicCommand(session.site(), path, place->position, command, place->mode, *mainframe))
     return kExitDone;
   return session.failed(std::string(kNotSaved));
@@ -190,7 +198,8 @@ int runRemove(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
   if (!number) return session.wrongUsage("N is the number of a command");
-  if (removeCommand(session.site(), sitePathOf(arguments[0]), *number)) return kExitDone;
+  if (removeCommand(session.site(), session.target(arguments[0], MacroChange::kEdit), *number))
+    return kExitDone;
   return session.failed("No command " + arguments[1] + ", or the file cannot be written.");
 }
 
@@ -198,7 +207,9 @@ int runSet(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
   const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
   if (!number) return session.wrongUsage("N is the number of a command");
-  if (setCommandValue(session.site(), sitePathOf(arguments[0]), *number, arguments[2])) return kExitDone;
+  if (setCommandValue(session.site(), session.target(arguments[0], MacroChange::kEdit), *number,
+                      arguments[2]))
+    return kExitDone;
   return session.failed("No command from " + arguments[1] +
                         " on has a parameter with a value, or the file cannot be written.");
 }
@@ -207,7 +218,8 @@ int runConvert(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
   const std::string key = sitePathOf(arguments[0]);
   if (!isRegularFile(session.root(), key)) return session.failed(noSuchFile(key));
-  if (convertKeyFile(session.site(), arguments[2], sitePathOf(arguments[1]), key)) return kExitDone;
+  if (convertKeyFile(session.site(), arguments[2], session.target(arguments[1], MacroChange::kConvert), key))
+    return kExitDone;
   return session.failed(
       "The key file cannot be converted: the empty macro is unfit or the file cannot be written.");
 }

@@ -61,7 +61,7 @@ int unconfirmed(const PanelTask& task, const PanelLine& line) {
 }
 
 int runList(PanelTask& task) {
-  PanelLine line(task.session.root(), task.place);
+  PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
   for (int number = 0; number < kPanelMacroNumbers; ++number) {
     line.subscribe(macroNameValue(task.workplace, number));
@@ -88,13 +88,14 @@ int runList(PanelTask& task) {
 }
 
 int runGet(PanelTask& task) {
-  PanelLine line(task.session.root(), task.place);
-  const std::string reason = line.get(task.workplace, task.number, sitePathOf(task.word(4)));
+  PanelLine line(task.session.root(), task.session.history(), task.place);
+  const std::string reason =
+      line.get(task.workplace, task.number, task.session.target(task.word(4), MacroChange::kCopy));
   return reason.empty() ? kExitDone : task.session.failed(reason);
 }
 
 int runPut(PanelTask& task) {
-  PanelLine line(task.session.root(), task.place);
+  PanelLine line(task.session.root(), task.session.history(), task.place);
   // First, so that no macro is sent that the panel could not be told of.
   if (!line.open()) return unreachable(task);
   const std::string reason = line.put(task.workplace, task.number, sitePathOf(task.word(4)));
@@ -110,7 +111,7 @@ int runPut(PanelTask& task) {
 // that the panel publishes then is its only answer.
 int change(PanelTask& task, const std::function<bool(PanelLine&)>& ask,
            const std::function<bool(const std::string&)>& changed) {
-  PanelLine line(task.session.root(), task.place);
+  PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
   line.subscribe(macroNameValue(task.workplace, task.number));
   const auto before = awaitText(line, anyText);
@@ -137,7 +138,7 @@ int runRenameOnPanel(PanelTask& task) {
 }
 
 int runWatch(PanelTask& task) {
-  PanelLine line(task.session.root(), task.place);
+  PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
   for (std::size_t i = 2; i < task.arguments.size(); ++i) line.subscribe(task.word(i));
   for (int shown = 0; task.count == 0 || shown < task.count;) {

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "link/PanelMacros.h"
-
 namespace tessaly {
 namespace {
 
@@ -21,7 +19,9 @@ std::string PanelPlace::control() const {
   return controlPort == kPanelPort ? address : address + ":" + std::to_string(controlPort);
 }
 
-PanelLine::PanelLine(const SiteRoot& root, PanelPlace place) : root_(root), place_(std::move(place)) {
+PanelLine::PanelLine(const SiteRoot& root, MacroKeeper& keeper, PanelPlace place)
+    : place_(std::move(place)), macros_(client_, root, ftpTransfers(place_.ftpPort)) {
+  macros_.keepIn(keeper);
   xctlInit();
 }
 
@@ -44,22 +44,19 @@ std::optional<PanelLine::Value> PanelLine::next(std::chrono::milliseconds patien
 }
 
 std::string PanelLine::get(int workplace, int number, const std::string& file) {
-  return reason(PanelMacros(client_, root_, ftpTransfers(place_.ftpPort))
-                    .download(place_.address, workplace, macroNumberText(number), file));
+  return reason(macros_.download(place_.address, workplace, macroNumberText(number), file));
 }
 
 std::string PanelLine::put(int workplace, int number, const std::string& file) {
-  return reason(PanelMacros(client_, root_, ftpTransfers(place_.ftpPort))
-                    .upload(place_.address, workplace, macroNumberText(number), file));
+  return reason(macros_.upload(place_.address, workplace, macroNumberText(number), file, MacroChange::kCopy));
 }
 
 bool PanelLine::remove(int workplace, int number) {
-  return PanelMacros(client_, root_, ftpTransfers(place_.ftpPort)).remove(workplace, macroNumberText(number));
+  return macros_.remove(place_.address, workplace, macroNumberText(number));
 }
 
 bool PanelLine::rename(int workplace, int number, const std::string& name) {
-  return PanelMacros(client_, root_, ftpTransfers(place_.ftpPort))
-      .rename(workplace, macroNumberText(number), name);
+  return macros_.rename(workplace, macroNumberText(number), name);
 }
 
 void PanelLine::received(const std::string& name, const ParameterValue& value) {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "link/PanelClient.h"
+#include "link/PanelMacros.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -31,7 +32,8 @@ class PanelLine {
     std::string text;
   };
 
-  PanelLine(const SiteRoot& root, PanelPlace place);
+  // What is overwritten or deleted on the panel goes to the keeper first.
+  PanelLine(const SiteRoot& root, MacroKeeper& keeper, PanelPlace place);
   ~PanelLine();
   PanelLine(const PanelLine&) = delete;
   PanelLine& operator=(const PanelLine&) = delete;
@@ -56,12 +58,12 @@ class PanelLine {
  private:
   void received(const std::string& name, const ParameterValue& value);
 
-  const SiteRoot& root_;
   PanelPlace place_;
   std::mutex mutex_;  // over values_
   std::condition_variable changed_;
   std::deque<Value> values_;
   PanelClient client_;
+  PanelMacros macros_;
 };
 
 }  // namespace tessaly

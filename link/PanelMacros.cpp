@@ -1,8 +1,10 @@
 #include "link/PanelMacros.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
+#include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -12,6 +14,9 @@ using Result = FtpClient::Result;
 
 constexpr const char* kWorkingCopies[] = {R"(c:\programme\RV48\bin\MacroFid\tempA.mac)",
                                           R"(c:\programme\RV48\bin\MacroFid\tempB.mac)"};
+
+// Old content that has not come within this time without a byte is given up.
+constexpr std::chrono::seconds kKeepingPatience{3};
 
 constexpr const char* kFtpUser = "target";
 constexpr const char* kFtpSecret = "vintrosa";
@@ -29,6 +34,9 @@ class FtpTransfer final : public MacroTransfer {
 
   Result get(const std::string& remotePath, const std::string& hostPath) override {
     return client_.get(remotePath, hostPath);
+  }
+  Result getSoon(const std::string& remotePath, const std::string& hostPath) override {
+    return client_.get(remotePath, hostPath, kKeepingPatience);
   }
   Result put(const std::string& hostPath, const std::string& remotePath) override {
     return client_.put(hostPath, remotePath);
@@ -122,9 +130,9 @@ TransferOutcome PanelMacros::downloadToWorkingCopy(const std::string& address, i
 }
 
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
-                                    std::string_view file) {
+                                    std::string_view file, MacroChange change) {
   const Running running(*this, address);
-  return send(*running, file, remoteMacroPath(workplace, number));
+  return send(*running, file, {{}, address, workplace, std::string(number)}, change);
 }
 
 TransferOutcome PanelMacros::uploadWorkingCopy(const std::string& address, int workplace,
@@ -139,11 +147,16 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
   const TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;
-  return send(*running, buffer, remoteMacroPath(workplace, target));
+  return send(*running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
 }
 
-bool PanelMacros::remove(int workplace, std::string_view number) {
+bool PanelMacros::remove(const std::string& address, int workplace, std::string_view number) {
   if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
+  {
+    const Running running(*this, address);
+    const MacroPlace place{{}, address, workplace, std::string(number)};
+    if (keep(*running, place, MacroChange::kDelete) == Result::kCancelled) return false;
+  }
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
   return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
@@ -170,11 +183,31 @@ TransferOutcome PanelMacros::fetch(MacroTransfer& transfer, const std::string& r
   return {transfer.get(remotePath, hostPath)};
 }
 
-TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file,
-                                  const std::string& remotePath) {
+Result PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {
+  if (keeper_ == nullptr || demo_) return Result::kDone;
+  const std::string file = keeper_->fetchFile();
+  if (file.empty()) {
+    keeper_->notFetched();
+    return Result::kDone;
+  }
+  const Result result = transfer.getSoon(remoteMacroPath(place.workplace, place.number), file);
+  if (result == Result::kDone)
+    keeper_->keepFetched(file, place, change);
+  else if (result != Result::kNotFound)
+    keeper_->notFetched();
+  return result;
+}
+
+TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
+                                  MacroChange change) {
+  const std::string remotePath = remoteMacroPath(place.workplace, place.number);
   if (demo_ || remotePath.empty()) return {Result::kFailed, true};
   const std::string hostPath = root_.resolve(file).string();
   if (hostPath.empty()) return {Result::kLocalFile, true};
+  // Nothing is lost where nothing can be sent. Who cannot be reached is not tried a second time: that would
+  // only double the wait.
+  const Result kept = canOpen(root_, file) ? keep(transfer, place, change) : Result::kDone;
+  if (kept == Result::kUnreachable || kept == Result::kCancelled) return {kept};
   TransferOutcome outcome{transfer.put(hostPath, remotePath), true};
   if (outcome.transfer == Result::kDone) {
     outcome.announced = client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList());

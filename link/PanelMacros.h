@@ -10,6 +10,7 @@
 #include "link/Pane.h"
 #include "link/PanelClient.h"
 #include "platform/FtpClient.h"
+#include "platform/MacroKeeper.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -42,6 +43,11 @@ class MacroTransfer {
  public:
   virtual ~MacroTransfer() = default;
   [[nodiscard]] virtual FtpClient::Result get(const std::string& remotePath, const std::string& hostPath) = 0;
+  // As get, for old content that is fetched to be kept: whoever is waited for is not waited for long.
+  [[nodiscard]] virtual FtpClient::Result getSoon(const std::string& remotePath,
+                                                  const std::string& hostPath) {
+    return get(remotePath, hostPath);
+  }
   [[nodiscard]] virtual FtpClient::Result put(const std::string& hostPath, const std::string& remotePath) = 0;
   virtual void cancel() = 0;  // from another thread
 };
@@ -57,10 +63,17 @@ using MacroTransferFactory = std::function<std::unique_ptr<MacroTransfer>(const 
 // another one. A failed download leaves the local file as it was; a failed upload is not announced, and what
 // a broken one leaves on the panel is the panel's affair: it may be a part of the macro. Nobody is told of
 // failures but the caller.
+//
+// With a keeper, what a number holds is fetched before it is overwritten or deleted. That is an extra:
+// whatever becomes of it, the operation goes on, except that it is not tried on a panel that was just found
+// unreachable.
 class PanelMacros {
  public:
   // Observes client and root. With `demo` no file moves: every transfer fails.
   PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false);
+
+  // Observed. Before the first operation.
+  void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
 
   [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
                                          std::string_view file);
@@ -69,7 +82,7 @@ class PanelMacros {
 
   // Also for a macro that was just created in `file`.
   [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
-                                       std::string_view file);
+                                       std::string_view file, MacroChange change = MacroChange::kSave);
   [[nodiscard]] TransferOutcome uploadWorkingCopy(const std::string& address, int workplace,
                                                   std::string_view number, Pane pane);
 
@@ -79,8 +92,9 @@ class PanelMacros {
                                             std::string_view source, std::string_view target,
                                             Pane targetPane);
 
-  // Ask the panel; the answer is the name that it publishes then. False when it could not be asked.
-  [[nodiscard]] bool remove(int workplace, std::string_view number);
+  // Ask the panel; the answer is the name that it publishes then. False when it could not be asked. Nor
+  // is it asked to delete when the user cancels while the old content is fetched from `address`.
+  [[nodiscard]] bool remove(const std::string& address, int workplace, std::string_view number);
   [[nodiscard]] bool rename(int workplace, std::string_view number, const std::string& name);
 
   // Ends the running operation; without one it does nothing.
@@ -91,13 +105,16 @@ class PanelMacros {
 
   [[nodiscard]] TransferOutcome fetch(MacroTransfer& transfer, const std::string& remotePath,
                                       std::string_view file);
-  [[nodiscard]] TransferOutcome send(MacroTransfer& transfer, std::string_view file,
-                                     const std::string& remotePath);
+  [[nodiscard]] TransferOutcome send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
+                                     MacroChange change);
+  // What became of fetching the old content; kDone when there is nobody to keep it.
+  [[nodiscard]] FtpClient::Result keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change);
 
   PanelClient& client_;
   const SiteRoot& root_;
   MacroTransferFactory transfers_;
   bool demo_;
+  MacroKeeper* keeper_ = nullptr;
   std::mutex mutex_;                  // over running_
   MacroTransfer* running_ = nullptr;  // of the operation under way
 };

@@ -111,6 +111,14 @@ _tessaly_cli_place() {
     esac
     return
   fi
+  if [[ $command == history ]]; then
+    case $place in
+      0) _tessaly_cli_words "show restore" ;;
+      1) _tessaly_cli_words "$("${program[@]}" history 2>/dev/null | cut -f 1)" ;;
+      2) [[ ${places[0]} == restore ]] && _tessaly_cli_operand FILE ;;
+    esac
+    return
+  fi
   local -a expected=()
   read -r -a expected < <(sed -e 's/\[[^]]*\]*//g; s/([^)]*)//g' <<<"$usage")
   if [[ $command == insert && $place -ge 2 ]]; then

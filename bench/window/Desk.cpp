@@ -46,12 +46,15 @@ Desk::Desk(SiteRoot root, std::uint16_t ftpPort)
     : root_(std::move(root)),
       dictionary_(std::make_unique<FunctionDictionary>()),
       lists_(root_),
+      history_(root_),
       macros_(client_, root_, ftpTransfers(ftpPort)) {
   toolkit();
+  macros_.keepIn(history_);
   loadFunctionDictionary(root_, *dictionary_,
                          [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
   stalls_ = std::make_unique<StallWatch>();
-  window_ = std::make_unique<MainWindow>(WindowContext{access(), *dictionary_, lists_, client_, macros_});
+  window_ =
+      std::make_unique<MainWindow>(WindowContext{access(), *dictionary_, lists_, client_, macros_, history_});
   window_->show();
   QCoreApplication::postEvent(window_.get(), new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
   user_ = std::make_unique<WindowDriver>(*window_);

@@ -51,6 +51,7 @@ class Desk {
   Agreeing messages_;
   std::unique_ptr<FunctionDictionary> dictionary_;
   DecodingLists lists_;
+  MacroHistory history_;
   PanelClient client_;
   PanelMacros macros_;
   std::unique_ptr<MainWindow> window_;

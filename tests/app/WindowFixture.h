@@ -34,11 +34,12 @@ inline PanelClient& offlineClient() {
 class WindowFixture {
  public:
   explicit WindowFixture(PanelClient& client, std::uint16_t ftpPort = kFtpPort, bool demo = false)
-      : lists_(site.root), macros_(client, site.root, ftpTransfers(ftpPort), demo) {
+      : history(site.root), lists_(site.root), macros_(client, site.root, ftpTransfers(ftpPort), demo) {
     const std::filesystem::path drive = std::filesystem::path(TESSALY_SOURCE_DIR) / "site" / "c";
     std::filesystem::copy(drive, site.root.path() / "c", std::filesystem::copy_options::recursive);
     context_ = std::make_unique<WindowContext>(
-        WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, demo});
+        WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, history, demo});
+    macros_.keepIn(history);
     open();
   }
 
@@ -65,6 +66,7 @@ class WindowFixture {
   }
 
   TestSite site;
+  MacroHistory history;
   std::unique_ptr<MainWindow> window;
   std::unique_ptr<WindowDriver> driver;
 

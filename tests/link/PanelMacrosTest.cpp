@@ -86,12 +86,12 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
   for (const char* number : {"", "7", "07", "0007", "../", "a07", " 07", "-07", "..."}) {
     EXPECT_FALSE(macros.download("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
     EXPECT_FALSE(macros.upload("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
-    EXPECT_FALSE(macros.remove(1, number)) << number;
+    EXPECT_FALSE(macros.remove("10.0.0.1", 1, number)) << number;
     EXPECT_FALSE(macros.rename(1, number, "Name")) << number;
   }
   for (const int workplace : {-1, 0, 9}) {
     EXPECT_FALSE(macros.download("10.0.0.1", workplace, "001", "c:\\x.mac").done());
-    EXPECT_FALSE(macros.remove(workplace, "001"));
+    EXPECT_FALSE(macros.remove("10.0.0.1", workplace, "001"));
   }
   EXPECT_EQ(macros.download("10.0.0.1", 1, "001", "c:\\..\\x.mac").transfer, Result::kLocalFile);
   EXPECT_THAT(log, IsEmpty());
@@ -101,13 +101,62 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
 }
 
 TEST_F(PanelMacrosTest, DeleteAndRenameAskThePanel) {
-  EXPECT_TRUE(macros.remove(1, "007"));
+  EXPECT_TRUE(macros.remove("10.0.0.1", 1, "007"));
   EXPECT_TRUE(macros.rename(8, "012", "New \"name\""));
   ParameterList renamed;
   renamed.addString("REG", "012");
   renamed.addString("NAME", "New \"name\"");
   EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO1.DELETE(REG=\"007\")",
                                                    "call PANEL.MACRO8.NAME.SET(" + renamed.toString() + ")"));
+}
+
+// Notes what it gets; fetched files go to the site's root.
+struct Keeper : MacroKeeper {
+  explicit Keeper(std::string theFile) : file(std::move(theFile)) {}
+  std::string fetchFile() override { return file; }
+  void keepFetched(const std::string&, const MacroPlace& place, MacroChange change) override {
+    log += place.address + " " + std::to_string(place.workplace) + " " + place.number +
+           (change == MacroChange::kDelete ? " deleted" : "");
+  }
+  void notFetched() override { log += "missed"; }
+  std::string file;
+  std::string log;
+};
+
+TEST_F(PanelMacrosTest, OldContentIsKeptFirstAndNeverDecides) {
+  site.write("c:\\x.mac", "<macro/>");
+  struct Case {
+    Result fetched;
+    const char* kept;
+    std::size_t transfers;  // of an upload
+    Result uploaded;
+    bool deleted;
+  };
+  const Case cases[] = {
+      {Result::kDone, "10.0.0.1 1 001", 2, Result::kDone, true},
+      {Result::kNotFound, "", 2, Result::kDone, true},
+      {Result::kCut, "missed", 2, Result::kDone, true},
+      {Result::kStalled, "missed", 2, Result::kDone, true},
+      {Result::kLocalFile, "missed", 2, Result::kDone, true},
+      {Result::kUnreachable, "missed", 1, Result::kUnreachable, true},
+      {Result::kCancelled, "missed", 1, Result::kCancelled, false},
+  };
+  for (const Case& one : cases) {
+    Keeper keeper((site.root.path() / "fetched").string());
+    macros.keepIn(keeper);
+    results = {one.fetched};
+    EXPECT_EQ(macros.upload("10.0.0.1", 1, "001", "c:\\x.mac").transfer, one.uploaded) << one.kept;
+    EXPECT_EQ(keeper.log, one.kept);
+    EXPECT_EQ(take().size(), one.transfers);
+    results = {one.fetched};
+    EXPECT_EQ(macros.remove("10.0.0.1", 1, "001"), one.deleted);
+    results.clear();
+    take();
+  }
+  Keeper unwritable("");
+  macros.keepIn(unwritable);
+  EXPECT_TRUE(macros.upload("10.0.0.1", 1, "001", "c:\\x.mac").done());
+  EXPECT_EQ(unwritable.log, "missed");
 }
 
 TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {

@@ -1,0 +1,82 @@
+#include "app/HistoryDialog.h"
+
+#include <QHeaderView>
+
+#include "ui_HistoryDialog.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kColumnWidths[] = {150, 130, 180};  // pixels, to start with; the last column takes the rest
+constexpr int kListShare = 3;                     // of the height, beside the preview
+constexpr int kPreviewShare = 2;
+
+}  // namespace
+
+HistoryDialog::HistoryDialog(Preview preview, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::HistoryDialog>()), preview_(std::move(preview)) {
+  ui_->setupUi(this);
+  ui_->macros->setModel(&model_);
+  for (int column = 0; column < static_cast<int>(std::size(kColumnWidths)); ++column)
+    ui_->macros->header()->resizeSection(column, kColumnWidths[column]);
+  ui_->splitter->setStretchFactor(0, kListShare);
+  ui_->splitter->setStretchFactor(1, kPreviewShare);
+  ui_->outcome->setForegroundRole(QPalette::PlaceholderText);
+  connect(ui_->filter, &QLineEdit::textChanged, this, [this](const QString& text) {
+    model_.setFilter(text);
+    chooseFirst();
+  });
+  connect(ui_->macros->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &HistoryDialog::showCurrent);
+  connect(ui_->putBack, &QPushButton::clicked, this, [this] {
+    // A copy: what comes of it fills the list anew.
+    if (const KeptMacro* macro = current()) emit putBackPressed(KeptMacro(*macro));
+  });
+  connect(ui_->saveAs, &QPushButton::clicked, this, [this] {
+    if (const KeptMacro* macro = current()) emit saveAsPressed(KeptMacro(*macro));
+  });
+  connect(ui_->close, &QPushButton::clicked, this, &HistoryDialog::accept);
+  ui_->macros->setFocus();
+}
+
+HistoryDialog::~HistoryDialog() = default;
+
+const KeptMacro* HistoryDialog::current() const { return model_.macro(ui_->macros->currentIndex().row()); }
+
+void HistoryDialog::setMacros(std::vector<KeptMacro> macros) {
+  const std::string id = current() != nullptr ? current()->id : std::string();
+  model_.setMacros(std::move(macros));
+  chooseFirst();
+  for (int row = 0; row < model_.rowCount(); ++row)
+    if (model_.macro(row)->id == id) ui_->macros->setCurrentIndex(model_.index(row, 0));
+}
+
+void HistoryDialog::showOutcome(const QString& text) { ui_->outcome->setText(text); }
+
+QPoint HistoryDialog::menuPlace() const {
+  return ui_->saveAs->mapToGlobal(QPoint(0, ui_->saveAs->height()));
+}
+
+void HistoryDialog::chooseFirst() {
+  ui_->macros->setCurrentIndex(model_.index(0, 0));
+  showCurrent();
+  if (model_.rowCount() > 0)
+    ui_->outcome->clear();
+  else if (model_.holdsNone())
+    ui_->outcome->setText(tr("Nothing has been overwritten or deleted yet."));
+  else
+    ui_->outcome->setText(tr("Nothing matches the filter."));
+}
+
+void HistoryDialog::showCurrent() {
+  const KeptMacro* macro = current();
+  ui_->putBack->setEnabled(macro != nullptr && macro->place);
+  ui_->saveAs->setEnabled(macro != nullptr);
+  std::vector<ListRow> rows;
+  if (macro != nullptr)
+    for (std::string& line : preview_(*macro)) rows.push_back({std::move(line)});
+  ui_->commands->rows().setRows(std::move(rows));
+}
+
+}  // namespace tessaly

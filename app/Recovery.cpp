@@ -1,0 +1,167 @@
+#include "app/Recovery.h"
+
+#include <algorithm>
+
+#include <QDateTime>
+#include <QLocale>
+
+#include "app/SilentMessages.h"
+#include "editors/DialogText.h"
+#include "link/PanelAddress.h"
+#include "platform/Files.h"
+
+namespace tessaly {
+
+namespace {
+
+QString timeText(std::int64_t milliseconds) {
+  return QLocale().toString(QDateTime::fromMSecsSinceEpoch(milliseconds), QLocale::ShortFormat);
+}
+
+QString macroText(const MacroTarget& target) { return shown(target.numberText + " - " + target.name); }
+
+}  // namespace
+
+Recovery::Recovery(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
+                   PanelConnection& connection, QWidget* window)
+    : panes_(panes), site_(site), history_(history), connection_(connection), window_(window) {}
+
+void Recovery::note(Pane pane, const QString& text) {
+  notes_ << QLatin1String(state(pane).descriptor.title) + QStringLiteral(": ") + text;
+}
+
+void Recovery::tell() {
+  if (!notes_.isEmpty()) emit said(notes_.join(QStringLiteral("; ")));
+  notes_.clear();
+}
+
+void Recovery::offer() {
+  for (const Pane pane : kPanes) look(pane);
+  tell();
+  if (std::none_of(found_.begin(), found_.end(), [](const auto& found) { return found.has_value(); })) return;
+  auto* dialog = new RecoveryDialog(window_);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  for (const Pane pane : kPanes)
+    if (found_[index(pane)]) dialog->offer(state(pane).descriptor, describe(pane));
+  connect(dialog, &QDialog::finished, this,
+          [this, dialog](int result) { answered(*dialog, result == QDialog::Accepted); });
+  dialog->open();
+}
+
+void Recovery::look(Pane pane) {
+  const WorkingCopy& copy = state(pane).copy;
+  const RecoveryFile& file = copy.recovery();
+  if (!file.exists() || copy.edited()) return;
+  auto record = file.read();
+  if (!record) {
+    // Nobody knows whose the changes are, but they are there.
+    const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved) &&
+                      history_.keepFile(file.besidePath(), MacroChange::kUnsaved);
+    if (kept) file.remove();
+    note(pane, kept ? tr("the record of unsaved changes is damaged; the history keeps the working copy")
+                    : tr("the record of unsaved changes is damaged"));
+    return;
+  }
+  const std::string path = fileOf(pane, *record);
+  auto bytes = readFile(site_.root, path);
+  if (!bytes) {
+    if (!isRegularFile(site_.root, path)) file.remove();
+    note(pane, tr("the unsaved changes of %1 are gone: the working copy cannot be read")
+                   .arg(macroText(record->target)));
+    return;
+  }
+  found_[index(pane)] = Found{std::move(*record), std::move(*bytes)};
+}
+
+std::string Recovery::fileOf(Pane pane, const RecoveryRecord& record) const {
+  const WorkingCopy& copy = state(pane).copy;
+  return record.setAside ? copy.recovery().besidePath() : copy.path();
+}
+
+RecoveryOffer Recovery::describe(Pane pane) const {
+  const Found& found = *found_[index(pane)];
+  const MacroTarget& target = found.record.target;
+  RecoveryOffer offer;
+  offer.macro = macroText(target);
+  offer.place = target.source == PaneSource::kHarddisk
+                    ? shown(target.file())
+                    : tr("panel %1, workplace %2").arg(shown(target.address)).arg(target.workplace);
+  SilentMessages silent;
+  MacroCommands commands;
+  offer.readable = loadCommands({site_.root, silent}, fileOf(pane, found.record), true, commands);
+  offer.changes = tr("%n command(s); changed from %1 to %2", nullptr, static_cast<int>(commands.size()))
+                      .arg(timeText(found.record.since), timeText(found.record.edited));
+  if (!offer.readable)
+    offer.warning = tr("The file cannot be read as a macro. It can only be left to the history.");
+  else if (found.record.check && *found.record.check != contentCheck(found.bytes))
+    offer.warning = tr("The file is not as it was left: something else has changed it since.");
+  return offer;
+}
+
+void Recovery::answered(const RecoveryDialog& dialog, bool accepted) {
+  for (const Pane pane : kPanes) {
+    std::optional<Found> found;
+    found.swap(found_[index(pane)]);
+    if (!found) continue;
+    if (!accepted)
+      setAside(pane, std::move(*found));
+    else if (dialog.takenUp(state(pane).descriptor))
+      takeUp(pane, *found);
+    else
+      leave(pane, *found);
+  }
+  emit changed();
+  tell();
+}
+
+void Recovery::takeUp(Pane pane, const Found& found) {
+  PaneState& here = state(pane);
+  Browser& browser = *panes_[index(pane)].browser;
+  const MacroTarget& target = found.record.target;
+  if (found.record.setAside && !writeFile(site_.root, here.copy.path(), found.bytes)) {
+    note(pane, tr("%1: the working copy cannot be written; you will be asked again").arg(macroText(target)));
+    return;
+  }
+  if (target.source == PaneSource::kPanel)
+    goToPanel(pane, target);
+  else
+    browser.reveal(target);
+  here.commandPosition = 0;
+  const bool loaded = here.copy.takeUp(found.record);
+  browser.showCommands();
+  note(pane, loaded ? tr("%1: changes taken up again").arg(macroText(target))
+                    : tr("%1: cannot be read").arg(macroText(target)));
+}
+
+// Saving needs no more than the panel's files, but the panel reads them when it is told to over the
+// connection.
+void Recovery::goToPanel(Pane pane, const MacroTarget& target) {
+  connection_.setTexts(pane, connection_.storedPath(pane), target.address);
+  connection_.choosePanel(pane);
+  if (!connection_.connected(pane) && addressAccepted(target.address)) connection_.connectButton(pane);
+}
+
+void Recovery::leave(Pane pane, const Found& found) {
+  if (!history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved)) {
+    setAside(pane, found);
+    return;
+  }
+  state(pane).copy.recovery().remove();
+  note(pane, tr("%1: the changes stay in the history").arg(macroText(found.record.target)));
+}
+
+void Recovery::setAside(Pane pane, Found found) {
+  const RecoveryFile& file = state(pane).copy.recovery();
+  // New changes in this pane will take the place of what is set aside.
+  history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved);
+  if (!found.record.setAside) {
+    found.record.setAside = true;
+    if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {
+      note(pane, tr("%1: the unsaved changes could not be set aside").arg(macroText(found.record.target)));
+      return;
+    }
+  }
+  note(pane, tr("%1: you will be asked again at the next start").arg(macroText(found.record.target)));
+}
+
+}  // namespace tessaly

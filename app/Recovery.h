@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include <QObject>
+#include <QStringList>
+#include <QWidget>
+
+#include "app/MacroOperations.h"
+#include "app/RecoveryDialog.h"
+
+namespace tessaly {
+
+// Offers the unsaved changes that a program which died has left, once the dictionary is there. Nothing is
+// lost whatever the answer: what is left goes to the history, and what is to be asked again is set aside so
+// that the pane is free. GUI thread.
+class Recovery : public QObject {
+  Q_OBJECT
+
+ public:
+  Recovery(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
+           PanelConnection& connection, QWidget* window);
+
+  // Opens the dialog when there is something to offer, and returns at once.
+  void offer();
+
+ signals:
+  void changed();
+  void said(const QString& text);
+
+ private:
+  // What was found for a pane.
+  struct Found {
+    RecoveryRecord record;
+    std::string bytes;
+  };
+
+  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  void look(Pane pane);
+  [[nodiscard]] RecoveryOffer describe(Pane pane) const;
+  [[nodiscard]] std::string fileOf(Pane pane, const RecoveryRecord& record) const;
+  void answered(const RecoveryDialog& dialog, bool accepted);
+  void takeUp(Pane pane, const Found& found);
+  void goToPanel(Pane pane, const MacroTarget& target);
+  void leave(Pane pane, const Found& found);
+  void setAside(Pane pane, Found found);
+  void note(Pane pane, const QString& text);
+  void tell();
+
+  std::array<PaneAccess, kPanes.size()> panes_;
+  SiteAccess site_;
+  MacroHistory& history_;
+  PanelConnection& connection_;
+  QWidget* window_;
+  std::array<std::optional<Found>, kPanes.size()> found_;
+  QStringList notes_;  // for the strip, in one line
+};
+
+}  // namespace tessaly

@@ -1,0 +1,104 @@
+#include "app/RecoveryFile.h"
+
+#include <chrono>
+
+#include "link/PanelMacros.h"
+#include "model/RecordText.h"
+#include "platform/Files.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kFolder = "recovery";
+constexpr std::size_t kLargestRecord = 64 * 1024;  // bytes
+
+// The fields of a record beside those of a place.
+constexpr const char* kName = "name";
+constexpr const char* kSince = "since";
+constexpr const char* kEdited = "edited";
+constexpr const char* kSize = "size";
+constexpr const char* kSum = "sum";
+constexpr const char* kAside = "aside";
+
+constexpr std::string_view kBeforeNumber = "macro";  // of a macro's file name
+constexpr std::string_view kAfterNumber = ".mac";
+
+// The target of a macro on disk is its folder and number.
+bool splitFile(const std::string& file, MacroTarget& target) {
+  const std::size_t name = file.find_last_of("\\/") + 1;
+  const std::string last = file.substr(name);
+  if (last.size() <= kBeforeNumber.size() + kAfterNumber.size()) return false;
+  target.folder = file.substr(0, name);
+  target.numberText =
+      last.substr(kBeforeNumber.size(), last.size() - kBeforeNumber.size() - kAfterNumber.size());
+  return !target.folder.empty() && target.file() == file;
+}
+
+}  // namespace
+
+std::int64_t millisecondsNow() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
+RecoveryFile::RecoveryFile(const SiteRoot& root, char letter)
+    : root_(root),
+      folder_(kFolder),
+      record_(folder_ + "\\pane" + letter + ".txt"),
+      beside_(folder_ + "\\pane" + letter + ".mac") {}
+
+bool RecoveryFile::write(const RecoveryRecord& record) const {
+  RecordText text;
+  text.set(placeOf(record.target));
+  text.set(kName, record.target.name);
+  text.set(kSince, static_cast<std::uint64_t>(record.since));
+  text.set(kEdited, static_cast<std::uint64_t>(record.edited));
+  if (record.check) {
+    text.set(kSize, record.check->size);
+    text.set(kSum, record.check->sum);
+  }
+  if (record.setAside) text.set(kAside, std::string_view("yes"));
+  const bool written = writeFile(root_, record_, text.text()) ||
+                       (makeFolder(root_, folder_) && writeFile(root_, record_, text.text()));
+  if (written && !record.setAside) static_cast<void>(removeFile(root_, beside_));
+  return written;
+}
+
+void RecoveryFile::remove() const {
+  static_cast<void>(removeFile(root_, record_));
+  static_cast<void>(removeFile(root_, beside_));
+}
+
+bool RecoveryFile::exists() const { return isRegularFile(root_, record_); }
+
+std::optional<RecoveryRecord> RecoveryFile::read() const {
+  const auto bytes = readFile(root_, record_, kLargestRecord);
+  const auto text = bytes ? RecordText::parse(*bytes) : std::nullopt;
+  const auto place = text ? text->place() : std::nullopt;
+  if (!place) return std::nullopt;
+  RecoveryRecord record;
+  record.target.name = text->get(kName);
+  if (place->file.empty()) {
+    record.target.source = PaneSource::kPanel;
+    record.target.address = place->address;
+    record.target.workplace = place->workplace;
+    record.target.numberText = place->number;
+    // As every text that names a macro of a panel.
+    if (remoteMacroPath(place->workplace, place->number).empty()) return std::nullopt;
+  } else if (!splitFile(place->file, record.target)) {
+    return std::nullopt;
+  }
+  const auto since = text->number(kSince);
+  const auto edited = text->number(kEdited);
+  if (!since || !edited) return std::nullopt;
+  record.since = static_cast<std::int64_t>(*since);
+  record.edited = static_cast<std::int64_t>(*edited);
+  const auto size = text->number(kSize);
+  const auto sum = text->number(kSum);
+  if (size && sum) record.check = ContentCheck{*size, *sum};
+  record.setAside = !text->get(kAside).empty();
+  return record;
+}
+
+}  // namespace tessaly

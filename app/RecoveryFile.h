@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/MacroTarget.h"
+#include "platform/ContentCheck.h"
+#include "platform/SiteRoot.h"
+
+namespace tessaly {
+
+// What has to be known about a pane's unsaved changes to take them up again after the program has died.
+struct RecoveryRecord {
+  MacroTarget target;
+  std::int64_t since = 0;   // of the first change; milliseconds since 1970, UTC
+  std::int64_t edited = 0;  // of the last one
+  // Of the working file after the last change; none while values are being written straight into it.
+  std::optional<ContentCheck> check;
+  bool setAside = false;  // the bytes lie beside the record, and the working file may be used again
+};
+
+// The record of one pane, under the root beside the drives (docs/history-format.md). Written whole.
+class RecoveryFile {
+ public:
+  // Observes the root. `letter` is the pane's.
+  RecoveryFile(const SiteRoot& root, char letter);
+
+  // False when it could not be written. What was set aside before goes, unless the record tells of it.
+  bool write(const RecoveryRecord& record) const;
+  void remove() const;
+
+  [[nodiscard]] bool exists() const;
+  // Nothing when it is missing or damaged.
+  [[nodiscard]] std::optional<RecoveryRecord> read() const;
+
+  // Where bytes are set aside; site path.
+  [[nodiscard]] const std::string& besidePath() const { return beside_; }
+
+ private:
+  const SiteRoot& root_;
+  std::string folder_, record_, beside_;  // site paths
+};
+
+[[nodiscard]] std::int64_t millisecondsNow();
+
+}  // namespace tessaly

@@ -1,0 +1,195 @@
+// What the window overwrites or deletes can be had back.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QMenuBar>
+#include <QTreeView>
+
+#include "model/MacroFile.h"
+#include "panelsim/PanelSimulator.h"
+#include "tests/app/WindowFixture.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
+constexpr const char* kTwo = R"(<macro name="Two"><data><cmd fid="A.B"/><cmd fid="A.C"/></data></macro>)";
+
+class HistoryWindowTest : public testing::Test {
+ protected:
+  HistoryWindowTest() : panel_(options(tree_.root.path().string()), [](const std::string&) {}) {
+    tree_.write(kRemote, kTwo);
+    std::string reason;
+    if (!panel_.start(reason)) throw std::runtime_error(reason);
+    fixture_ = std::make_unique<WindowFixture>(client(), panel_.ftpPort());
+    driver().choose(a_.applications, "Evening News");
+  }
+  ~HistoryWindowTest() override {
+    fixture_->window.reset();
+    client().disconnect();
+  }
+  static PanelOptions options(const std::string& root) {
+    PanelOptions options;
+    options.root = root;
+    options.controlPort = 0;
+    options.ftpPort = 0;
+    return options;
+  }
+  static PanelClient& client() {
+    static auto* client = new PanelClient;
+    return *client;
+  }
+
+  [[nodiscard]] WindowDriver& driver() { return *fixture_->driver; }
+  [[nodiscard]] std::vector<KeptMacro> kept() { return fixture_->history.list(); }
+  [[nodiscard]] std::string read(const std::string& path) { return fixture_->site.read(path); }
+  void connectB() {
+    driver().press(b_.panel);
+    auto& edit = driver().control<QLineEdit>(b_.address);
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClicks(&edit,
+                     QString::fromStdString(panel_.address() + ":" + std::to_string(panel_.controlPort())));
+    driver().press(b_.connectButton);
+    await(b_.workplaces, "Workplace 1");
+    driver().choose(b_.workplaces, "Workplace 1");
+    await(b_.macros, "007 - Two");
+    driver().choose(b_.macros, "007");
+  }
+  void await(int listId, const std::string& text) {
+    WindowDriver::waitFor(
+        [&] {
+          const auto rows = driver().texts(listId);
+          return std::find(rows.begin(), rows.end(), text) != rows.end();
+        },
+        text.c_str());
+  }
+  static std::function<void(QDialog&)> numbered(int number, const char* name = nullptr) {
+    return [number, name](QDialog& dialog) {
+      WindowDriver::type(dialog, "position", QString::number(number));
+      if (name != nullptr) WindowDriver::type(dialog, "name", QLatin1String(name));
+      WindowDriver::click(dialog, QStringLiteral("OK"));
+    };
+  }
+  void edit(const PaneDescriptor::ControlIds& ids) {
+    driver().clickRow(ids.commands, 0);
+    driver().press(ids.deleteCommand);
+    driver().press(ids.saveChanges);
+  }
+  void inHistory(const std::function<void(QDialog&)>& work) {
+    WindowDriver::answerNext([work](QDialog& dialog) {
+      work(dialog);
+      dialog.reject();
+    });
+    for (QAction* menu : fixture_->window->menuBar()->actions())
+      for (QAction* action : menu->menu()->actions())
+        if (action->text() == QStringLiteral("&History...")) action->trigger();
+  }
+
+  static constexpr const char* kRemote = "flash/data/PANEL/macro/workplace1/macro007.mac";
+  TestSite tree_;
+  PanelSimulator panel_;
+  std::unique_ptr<WindowFixture> fixture_;
+  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
+  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
+};
+
+TEST_F(HistoryWindowTest, EveryOperationKeepsWhatWasThere) {
+  const std::string onDisk = macroFile(kFolder, 1);
+  connectB();
+  struct Case {
+    MacroChange change;
+    std::string file;  // on disk; empty for the panel's
+    std::function<void()> work;
+  };
+  const Case cases[] = {
+      {MacroChange::kSave, onDisk, [&] { edit(a_); }},
+      {MacroChange::kSave, "", [&] { edit(b_); }},
+      {MacroChange::kCopy, onDisk, [&] { driver().press(a_.copyMacro, numbered(1)); }},
+      {MacroChange::kCopy, "",
+       [&] {
+         driver().choose(a_.macros, "002");
+         driver().press(b_.copyMacro, numbered(7));
+       }},
+      {MacroChange::kCreate, onDisk, [&] { driver().press(a_.createMacro, numbered(1, "Fresh")); }},
+      {MacroChange::kCreate, "", [&] { driver().press(b_.createMacro, numbered(7, "Fresh")); }},
+      {MacroChange::kRename, onDisk,
+       [&] {
+         driver().choose(a_.macros, "001");
+         driver().press(a_.renameMacro, [](QDialog& dialog) {
+           WindowDriver::type(dialog, "newName", QStringLiteral("Renamed"));
+           WindowDriver::click(dialog, QStringLiteral("OK"));
+         });
+       }},
+      {MacroChange::kDelete, onDisk,
+       [&] {
+         driver().choose(a_.macros, "001");
+         driver().press(a_.deleteMacro);
+       }},
+      {MacroChange::kDelete, "",
+       [&] {
+         await(b_.macros, "007 - Fresh");
+         driver().choose(b_.macros, "007");
+         driver().press(b_.deleteMacro);
+       }},
+  };
+  driver().choose(a_.macros, "001");
+  std::size_t count = 0;
+  for (const Case& one : cases) {
+    const std::string before = one.file.empty() ? tree_.read(kRemote) : read(one.file);
+    one.work();
+    ASSERT_EQ(kept().size(), ++count) << fixture_->status().toStdString();
+    const KeptMacro newest = kept().front();
+    EXPECT_EQ(newest.change, one.change) << count;
+    EXPECT_TRUE(newest.place->file == one.file || fixture_->site.root.same(newest.place->file, one.file));
+    EXPECT_EQ(newest.place->number, one.file.empty() ? "007" : "");
+    EXPECT_EQ(read(newest.file), before) << count;
+  }
+}
+
+TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
+  const std::string file = macroFile(kFolder, 1);
+  const std::string original = read(file);
+  inHistory([](QDialog& dialog) {
+    EXPECT_THAT(dialog.findChild<QLabel*>(QStringLiteral("outcome"))->text().toStdString(),
+                HasSubstr("Nothing has been"));
+    EXPECT_FALSE(dialog.findChild<QAbstractButton*>(QStringLiteral("putBack"))->isEnabled());
+  });
+  driver().choose(a_.macros, "001");
+  const std::vector<std::string> lines = driver().texts(a_.commands);
+  edit(a_);
+  connectB();
+  edit(b_);
+  driver().choose(a_.macros, "001");
+  fixture_->site.messages.take();
+  inHistory([&](QDialog& dialog) {
+    auto* list = dialog.findChild<QTreeView*>(QStringLiteral("macros"));
+    EXPECT_EQ(list->model()->rowCount(), 2);
+    WindowDriver::click(dialog, QStringLiteral("Put Back"));
+    EXPECT_EQ(tree_.read(kRemote), kTwo);
+    WindowDriver::type(dialog, "filter", QStringLiteral("evening"));
+    ASSERT_EQ(list->model()->rowCount(), 1);
+    std::vector<std::string> preview;
+    for (const ListRow& row : dialog.findChild<ListBox*>(QStringLiteral("commands"))->rows().rows())
+      preview.push_back(row.text);
+    EXPECT_EQ(preview, lines);
+    WindowDriver::click(dialog, QStringLiteral("Put Back"));
+    WindowDriver::type(dialog, "filter", QStringLiteral("nowhere"));
+    EXPECT_EQ(list->model()->rowCount(), 0);
+  });
+  EXPECT_EQ(read(file), original);
+  EXPECT_EQ(kept().size(), 4U) << "what was put back over can be had back, too";
+  const std::vector<std::string> questions = fixture_->site.messages.take();
+  ASSERT_EQ(questions.size(), 2U);
+  EXPECT_THAT(questions[0], HasSubstr("overwrites macro 007 of workplace 1 on the panel 127.0.0.1"));
+  EXPECT_THAT(questions[1], HasSubstr("It overwrites \""));
+  EXPECT_THAT(fixture_->status().toStdString(), HasSubstr("written to"));
+  EXPECT_THAT(driver().texts(a_.commands), testing::IsEmpty()) << "a stale working copy must not be saved";
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,85 @@
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "cli/CommandTable.h"
+#include "model/MacroFile.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kMacro = "c:\\appli\\macro007.mac";
+
+class HistoryCommands : public testing::Test {
+ protected:
+  int run(std::vector<std::string> words) {
+    words.insert(words.begin(), {"--root", site.root.path().string()});
+    out.str({});
+    errors.str({});
+    return runCommandLine(words, out, errors);
+  }
+  nlohmann::json rows() {
+    EXPECT_EQ(run({"history", "--json"}), 0);
+    return nlohmann::json::parse(out.str());
+  }
+
+  TestSite site;
+  std::ostringstream out, errors;
+};
+
+TEST_F(HistoryCommands, EveryCommandThatOverwritesAFileKeepsIt) {
+  site.write(kEmptyMacro, R"(<macro name=""><data></data></macro>)");
+  site.write("c:\\appli\\key03.upk", "#UPK\r\n");
+  const std::pair<std::vector<std::string>, const char*> cases[] = {
+      {{"insert-classic", kMacro, "23 10 05 01 "}, "edit"},
+      {{"set", kMacro, "0", "23 10 05 02 "}, "edit"},
+      {{"remove", kMacro, "0"}, "edit"},
+      {{"rename", kMacro, "Renamed"}, "rename"},
+      {{"create", kMacro, "Anew"}, "create"},
+      {{"convert", "c:\\appli\\key03.upk", kMacro, "Key"}, "convert"},
+  };
+  EXPECT_EQ(run({"create", kMacro, "First"}), 0);
+  std::size_t kept = 0;
+  for (const auto& [words, change] : cases) {
+    const std::string before = site.read(kMacro);
+    EXPECT_EQ(run(words), 0) << words.front() << errors.str();
+    const nlohmann::json now = rows();
+    ASSERT_EQ(now.size(), ++kept) << words.front();
+    EXPECT_EQ(now[0]["change"], change);
+    EXPECT_EQ(now[0]["place"], kMacro);
+    EXPECT_EQ(run({"history", "restore", now[0]["id"], "c:\\appli\\check.mac"}), 0);
+    EXPECT_EQ(site.read("c:\\appli\\check.mac"), before);
+    std::filesystem::remove(site.root.resolve("c:\\appli\\check.mac"));
+  }
+}
+
+TEST_F(HistoryCommands, ListShowAndRestore) {
+  site.write(
+      kMacro,
+      R"(<macro name="Old"><data><cmd fid="QMF1.NCSCOMMAND"><param name="CMD" value=""/></cmd></data></macro>)");
+  const std::string old = site.read(kMacro);
+  EXPECT_EQ(run({"rename", kMacro, "New"}), 0);
+  EXPECT_EQ(run({"history"}), 0);
+  EXPECT_THAT(out.str(), HasSubstr("\trename\tOld\tc:\\appli\\macro007.mac\n"));
+  const std::string id = out.str().substr(0, out.str().find('\t'));
+  EXPECT_EQ(run({"history", "show", id}), 0);
+  EXPECT_THAT(out.str(), HasSubstr("empty command line"));
+  EXPECT_EQ(run({"history", "restore", id}), 0);
+  EXPECT_EQ(site.read(kMacro), old);
+  EXPECT_THAT(rows()[0]["change"], "put-back");
+  EXPECT_EQ(run({"history", "restore", "2000-01-01/000000-000"}), 1);
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
+    EXPECT_EQ(run(words), 2);
+  // A folder in the way: said, and the command does what it does.
+  std::filesystem::remove_all(site.root.path() / "history");
+  site.write("history", "");
+  EXPECT_EQ(run({"rename", kMacro, "Newer"}), 0);
+  EXPECT_THAT(errors.str(), HasSubstr("could not keep"));
+}
+
+}  // namespace
+}  // namespace tessaly
