@@ -1,15 +1,12 @@
 // The panel's names and files beside what the wire alone costs.
-#include <algorithm>
-#include <arpa/inet.h>
-#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
-#include <sys/socket.h>
 #include <thread>
-#include <unistd.h>
+#include <vector>
 
+#include "bench/BareLine.h"
 #include "bench/Table.h"
 #include "link/MacroNames.h"
 #include "link/PanelMacros.h"
@@ -69,31 +66,11 @@ void receiveNames() {
   while (names.name(Pane::kA, kNames - 1).empty()) std::this_thread::yield();
 }
 
-// The same questions and answers over a bare socket, counted as lines; the greeting is one more.
 void countLines() {
-  const int handle = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(line->panel->controlPort());
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) std::abort();
-  std::string questions;
+  std::vector<std::string> names;
   for (int number = 0; number < kNames; ++number)
-    questions += R"({"jsonrpc":"2.0","method":"subscribe","params":{"name":"PANEL.MACRO1.REG)" +
-                 std::to_string(number) + ".NAME\"}}\n";
-  std::thread writer([&] {
-    for (std::size_t sent = 0; sent < questions.size();)
-      sent += static_cast<std::size_t>(
-          std::max<ssize_t>(0, send(handle, questions.data() + sent, questions.size() - sent, MSG_NOSIGNAL)));
-  });
-  std::array<char, 65536> buffer{};
-  for (std::ptrdiff_t lines = 0; lines < kNames + 1;) {
-    const ssize_t count = recv(handle, buffer.data(), buffer.size(), 0);
-    if (count <= 0) std::abort();
-    lines += std::count(buffer.begin(), buffer.begin() + count, '\n');
-  }
-  writer.join();
-  close(handle);
+    names.push_back("PANEL.MACRO1.REG" + std::to_string(number) + ".NAME");
+  subscribeAndCount(line->panel->controlPort(), names);
 }
 
 // One macro sent, and the panel told to read its macros again.

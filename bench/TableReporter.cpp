@@ -8,19 +8,19 @@
 namespace tessaly::bench {
 namespace {
 
-constexpr const char* kLine = "%-58s %12s %12s %7s %7s  %s\n";
+constexpr const char* kLine = "%-72s %12s %12s %7s %7s  %s\n";
 
-std::string text(const char* pattern, double value) {
+std::string text(int digits, double value, const char* unit = "") {
   char buffer[64];
-  std::snprintf(buffer, sizeof buffer, pattern, value);
+  std::snprintf(buffer, sizeof buffer, "%.*f%s", digits, value, unit);
   return buffer;
 }
 
 std::string figure(double value, const std::string& unit) {
-  if (unit != kSeconds) return text("%.1f ", value) + unit;
-  if (value >= 1) return text("%.2f s", value);
-  if (value >= 1e-3) return text("%.2f ms", value * 1e3);
-  return value >= 1e-6 ? text("%.2f us", value * 1e6) : text("%.1f ns", value * 1e9);
+  if (unit != kSeconds) return text(1, value, " ") + unit;
+  if (value >= 1) return text(2, value, " s");
+  if (value >= 1e-3) return text(2, value * 1e3, " ms");
+  return value >= 1e-6 ? text(2, value * 1e6, " us") : text(1, value * 1e9, " ns");
 }
 
 // The name as registered, without what the library appends ("/iterations:1").
@@ -43,7 +43,7 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     ++lines_;
     if (run.error_occurred) {
-      std::printf("%-58s %s\n", plainName(run).c_str(), run.error_message.c_str());
+      std::printf("%-72s %s\n", plainName(run).c_str(), run.error_message.c_str());
       continue;
     }
     const double measured = run.counters.at("measured");
@@ -52,8 +52,8 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs) {
     const bool holds = measured <= limit * goal;
     if (holds) ++holding_;
     std::printf(kLine, plainName(run).c_str(), figure(measured, run.report_label).c_str(),
-                figure(limit, run.report_label).c_str(), text("%.2f", measured / limit).c_str(),
-                text("%.2f", goal).c_str(), holds ? "yes" : "NO");
+                figure(limit, run.report_label).c_str(), text(2, measured / limit).c_str(),
+                text(2, goal).c_str(), holds ? "yes" : "NO");
   }
   std::fflush(stdout);
 }
