@@ -76,7 +76,8 @@ void CommandEditing::newMultiple(Pane pane) {
       },
       window_);
   dialog.exec();
-  if (dialog.insertedCount() > 0) finish(pane, true, tr("%1 commands inserted").arg(dialog.insertedCount()));
+  if (dialog.insertedCount() > 0)
+    finish(pane, true, tr("%n commands inserted", nullptr, dialog.insertedCount()));
 }
 
 void CommandEditing::newClassic(Pane pane) {

@@ -5,6 +5,7 @@
 
 #include "app/CopyMacroDialog.h"
 #include "app/SilentMessages.h"
+#include "app/TransferText.h"
 #include "editors/DialogText.h"
 #include "platform/Files.h"
 
@@ -139,11 +140,10 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
                                MacroChange::kPutBack);
         });
   static_cast<void>(removeFile(site_.root, kOutgoing));
-  tell(
-      dialog,
-      outcome.done()
-          ? tr("%1: put back on the panel").arg(titleOf(macro))
-          : tr("%1: could not be put back on the panel (%2)").arg(titleOf(macro), shown(outcome.describe())));
+  tell(dialog,
+       outcome.done()
+           ? tr("%1: put back on the panel").arg(titleOf(macro))
+           : tr("%1: could not be put back on the panel (%2)").arg(titleOf(macro), transferText(outcome)));
 }
 
 void HistoryOperations::saveAs(HistoryDialog& dialog, const KeptMacro& macro) {

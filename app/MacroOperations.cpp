@@ -3,6 +3,7 @@
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
 #include "app/RenameMacroDialog.h"
+#include "app/TransferText.h"
 #include "editors/DialogText.h"
 #include "platform/Files.h"
 
@@ -30,7 +31,7 @@ bool MacroOperations::transfer(const QString& label, const PanelTransfer::Operat
   return outcome_.done();
 }
 
-QString MacroOperations::reason() const { return tr(" (%1)").arg(shown(outcome_.describe())); }
+QString MacroOperations::reason() const { return QStringLiteral(" (%1)").arg(transferText(outcome_)); }
 
 bool MacroOperations::download(const std::string& address, int workplace, const std::string& number,
                                const std::string& file) {

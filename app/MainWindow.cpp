@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/MessageBoxes.h"
 #include "app/ViewMenu.h"
 #include "editors/DialogText.h"
 #include "ui_MainWindow.h"
@@ -325,7 +326,7 @@ bool MainWindow::mayClose() {
     if (!here.copy.edited()) continue;
     const auto& target = here.copy.target();
     const QString macro = target ? shown(target->numberText + " - " + target->name) : tr("the open macro");
-    QMessageBox box(QMessageBox::Question, tr("Tessaly"),
+    QMessageBox box(QMessageBox::Question, QLatin1String(kProgramName),
                     tr("%1: \"%2\" has unsaved changes.").arg(QLatin1String(here.descriptor.title), macro),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     box.setTextFormat(Qt::PlainText);

@@ -9,8 +9,6 @@ namespace tessaly {
 
 namespace {
 
-constexpr const char* kCaption = "Tessaly";
-
 QMessageBox::Icon boxIcon(MessageIcon icon) {
   switch (icon) {
     case MessageIcon::kNone:
@@ -26,7 +24,7 @@ QMessageBox::Icon boxIcon(MessageIcon icon) {
 }  // namespace
 
 bool MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons buttons) {
-  QMessageBox box(boxIcon(icon), QLatin1String(kCaption), text,
+  QMessageBox box(boxIcon(icon), QLatin1String(kProgramName), text,
                   buttons == MessageButtons::kOk ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel,
                   window_);
   box.setTextFormat(Qt::PlainText);

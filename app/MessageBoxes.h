@@ -7,6 +7,8 @@
 
 namespace tessaly {
 
+inline constexpr const char* kProgramName = "Tessaly";  // caption of boxes
+
 // Modal message boxes with the program's name as caption. `ask` and `show` may be called from any thread:
 // from the GUI thread they return when the box is closed; `show` from another thread queues the box and
 // returns at once.

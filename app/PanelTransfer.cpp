@@ -6,6 +6,8 @@
 #include <QProgressDialog>
 #include <QTimer>
 
+#include "app/MessageBoxes.h"
+
 namespace tessaly {
 
 namespace {
@@ -30,7 +32,7 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
 
   QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
   progress.setWindowModality(Qt::ApplicationModal);
-  progress.setWindowTitle(tr("Tessaly"));
+  progress.setWindowTitle(QLatin1String(kProgramName));
   progress.setMinimumDuration(INT_MAX);  // shown by our own timer
   progress.setAutoClose(false);
   progress.setAutoReset(false);

@@ -89,7 +89,7 @@ RecoveryOffer Recovery::describe(Pane pane) const {
   SilentMessages silent;
   MacroCommands commands;
   offer.readable = loadCommands({site_.root, silent}, fileOf(pane, found.record), true, commands);
-  offer.changes = tr("%n command(s); changed from %1 to %2", nullptr, static_cast<int>(commands.size()))
+  offer.changes = tr("%n commands; changed from %1 to %2", nullptr, static_cast<int>(commands.size()))
                       .arg(timeText(found.record.since), timeText(found.record.edited));
   if (!offer.readable)
     offer.warning = tr("The file cannot be read as a macro. It can only be left to the history.");

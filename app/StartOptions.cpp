@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 
 #include "app/Appearance.h"
+#include "app/Language.h"
 
 namespace tessaly {
 namespace {
@@ -20,9 +21,11 @@ constexpr OptionRow kFtpPortOption{"ftp-port", "PORT", "FTP port of a simulated 
 constexpr OptionRow kDemo{"demo", "", "show a demonstration instead of connecting"};
 constexpr OptionRow kVerbose{"verbose", "", "print the panel's values and calls"};
 constexpr OptionRow kPalette{"palette", "NAME", "colours: desktop, light or dark; else those chosen last"};
+constexpr OptionRow kLanguage{"language", "NAME", "de or en; else the desktop's if there are texts in it"};
 constexpr OptionRow kHelp{"help", "", "this text"};
 constexpr OptionRow kVersion{"version", "", "the program's version"};
-constexpr OptionRow kOptions[] = {kRoot, kFtpPortOption, kDemo, kVerbose, kPalette, kHelp, kVersion};
+constexpr OptionRow kOptions[] = {kRoot,    kFtpPortOption, kDemo, kVerbose,
+                                  kPalette, kLanguage,      kHelp, kVersion};
 
 std::string shape(const OptionRow& option) {
   return "--" + std::string(option.name) + (*option.value ? " " : "") + option.value;
@@ -74,6 +77,12 @@ std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::
       paletteName(paletteNamed(QString::fromStdString(options.palette))).toStdString() == options.palette;
   if (!known) {
     reason = "--palette takes desktop, light or dark";
+    return std::nullopt;
+  }
+  options.language = parser.value(QLatin1String(kLanguage.name)).toStdString();
+  if (parser.isSet(QLatin1String(kLanguage.name)) &&
+      !languages().contains(QString::fromStdString(options.language))) {
+    reason = "--language takes de or en";
     return std::nullopt;
   }
   return options;

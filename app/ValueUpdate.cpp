@@ -200,7 +200,7 @@ void ValueUpdate::finish() {
   if (marker_ != kIdle && connection_.connected(pane_) && state.copy.revision() == heldRevision_) {
     const bool saved = state.copy.saveHeld();
     room().browser->showCommands();
-    emit said(saved ? tr("%1 commands updated").arg(updated_)
+    emit said(saved ? tr("%n commands updated", nullptr, updated_)
                     : tr("the updated values could not be written"));
   }
   marker_ = kIdle;

@@ -5,10 +5,12 @@
 #include <vector>
 
 #include <QApplication>
+#include <QLocale>
 
 #include "app/Appearance.h"
 #include "app/Application.h"
 #include "app/FirstStart.h"
+#include "app/Language.h"
 #include "platform/Installation.h"
 
 namespace {
@@ -43,6 +45,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "tessaly: %s\n%s", reason.c_str(), tessaly::startHelp().c_str());
     return kWrongUsage;
   }
+  tessaly::speak(tessaly::languageToSpeak(options->language, QLocale::system().uiLanguages()));
   tessaly::Preferences preferences;
   tessaly::dressToolkit();
   const std::string& palette = options->palette;

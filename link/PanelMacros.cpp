@@ -80,12 +80,14 @@ std::string remoteMacroPath(int workplace, std::string_view number) {
   return format("/flash/data/PANEL/macro/workplace%d/macro%s.mac", workplace, std::string(number).c_str());
 }
 
+bool TransferOutcome::leavesAPart() const { return upload && mayLeaveAPart(transfer); }
+
 std::string TransferOutcome::describe() const {
   if (transfer == Result::kDone && upload && !announced) {
     return "the macro was sent, but the panel could not be told to read it";
   }
   std::string text = FtpClient::describe(transfer);
-  if (upload && mayLeaveAPart(transfer)) text += "; the panel may hold a part of the macro";
+  if (leavesAPart()) text += "; the panel may hold a part of the macro";
   return text;
 }
 

@@ -34,7 +34,9 @@ struct TransferOutcome {
   bool announced = false;  // an upload succeeded and the panel was told to read its macros again
 
   [[nodiscard]] bool done() const { return transfer == FtpClient::Result::kDone && (!upload || announced); }
-  // One line for the status strip or standard error.
+  // A failed upload had begun to write: the panel may hold a part of the macro.
+  [[nodiscard]] bool leavesAPart() const;
+  // One line for standard error; the window has it in its user's language.
   [[nodiscard]] std::string describe() const;
 };
 

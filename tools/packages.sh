@@ -1,6 +1,7 @@
 # Sourced by run.sh, test.sh and .ci/run: installs the Debian packages that are missing.
 
-build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev libgl-dev libtinyxml-dev
+build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev qt6-l10n-tools qt6-tools-dev
+  qt6-tools-dev-tools qt6-translations-l10n libgl-dev libtinyxml-dev
   libcurl4-openssl-dev nlohmann-json3-dev curl libgtest-dev libgmock-dev libbenchmark-dev)
 run_packages=(python3 python3-pyftpdlib fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
 check_packages=(clang-format clang clang-tidy cppcheck)

@@ -11,7 +11,8 @@ import sys
 from pathlib import Path
 
 WRONG = {
-    "tessaly": [["--bogus"], ["word"], ["--root"], ["--ftp-port", "0"], ["--ftp-port", "port"]],
+    "tessaly": [["--bogus"], ["word"], ["--root"], ["--ftp-port", "0"], ["--ftp-port", "port"],
+                ["--language", "xx"], ["--language", ""]],
     "tessaly-cli": [["--bogus"], ["word"], ["--root"], [], ["show"]],
     "tessaly-panelsim": [["--bogus"], ["word", "word"], ["--root"], ["--mfd", "x"]],
 }

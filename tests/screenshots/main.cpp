@@ -1,5 +1,6 @@
 // Takes the pictures of the documents: each window on the sample site, in a state that a user would meet.
-//   tessaly-screenshots [--palette light|dark] [--scale FACTOR] [--size WIDTHxHEIGHT] SITE-ROOT FOLDER
+//   tessaly-screenshots [--palette light|dark] [--language de|en] [--scale FACTOR]
+//                       [--size WIDTHxHEIGHT] SITE-ROOT FOLDER
 #include <cstdio>
 #include <exception>
 
@@ -11,6 +12,7 @@
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
 #include "app/FirstStartDialog.h"
+#include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/PaneDescriptor.h"
 #include "app/RenameMacroDialog.h"
@@ -173,11 +175,13 @@ int main(int argc, char** argv) {
   QApplication toolkit(argc, argv);
   QCommandLineParser parser;
   parser.addOptions({{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},
+                     {QStringLiteral("language"), QString(), QStringLiteral("NAME"), QStringLiteral("en")},
                      {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
                      {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT")}});
   parser.process(toolkit);
   if (parser.positionalArguments().size() != 2) parser.showHelp(2);
   tessaly::dressToolkit();
+  tessaly::speak(parser.value(QStringLiteral("language")));
   tessaly::applyPalette(tessaly::paletteNamed(parser.value(QStringLiteral("palette"))));
   try {
     const QStringList places = parser.positionalArguments();

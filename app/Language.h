@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include <QStringList>
+
+namespace tessaly {
+
+// The languages that the program's own texts exist in, by their two letters. English is what stands in the
+// code. The captions and messages that the system defines are the same in all of them.
+[[nodiscard]] const QStringList& languages();
+
+// The wanted language, else the first of the desktop's (tags such as "de-AT", best first) that there is, else
+// English.
+[[nodiscard]] QString languageToSpeak(const std::string& wanted, const QStringList& desktop);
+
+// From now on texts are asked for in this language, the toolkit's own ones too where they are installed. To
+// be called once, before the first window, by whoever holds the application object.
+void speak(const QString& language);
+
+}  // namespace tessaly

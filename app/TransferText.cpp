@@ -1,0 +1,53 @@
+#include "app/TransferText.h"
+
+#include <QCoreApplication>
+
+namespace tessaly {
+
+namespace {
+
+class TransferText {
+  Q_DECLARE_TR_FUNCTIONS(TransferText)
+
+ public:
+  static QString of(FtpClient::Result result) {
+    switch (result) {
+      case FtpClient::Result::kDone:
+        return tr("the transfer is done");
+      case FtpClient::Result::kRefusedLogin:
+        return tr("the panel refused the login");
+      case FtpClient::Result::kNotFound:
+        return tr("the panel has no such file or folder");
+      case FtpClient::Result::kUnreachable:
+        return tr("the panel cannot be reached");
+      case FtpClient::Result::kStalled:
+        return tr("the panel does not answer");
+      case FtpClient::Result::kCut:
+        return tr("the connection was cut");
+      case FtpClient::Result::kFull:
+        return tr("the panel's disk is full");
+      case FtpClient::Result::kLocalFile:
+        return tr("the local file cannot be read or written");
+      case FtpClient::Result::kCancelled:
+        return tr("the transfer was cancelled");
+      case FtpClient::Result::kNoLibrary:
+        return tr("the transfer library (libcurl4) is not installed");
+      case FtpClient::Result::kFailed:
+        return tr("the transfer failed");
+    }
+    return {};
+  }
+
+  static QString of(const TransferOutcome& outcome) {
+    if (outcome.transfer == FtpClient::Result::kDone && outcome.upload && !outcome.announced)
+      return tr("the macro was sent, but the panel could not be told to read it");
+    const QString text = of(outcome.transfer);
+    return outcome.leavesAPart() ? tr("%1; the panel may hold a part of the macro").arg(text) : text;
+  }
+};
+
+}  // namespace
+
+QString transferText(const TransferOutcome& outcome) { return TransferText::of(outcome); }
+
+}  // namespace tessaly

@@ -1,0 +1,1066 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>For panel software release 4.2</source>
+        <translation>Für Bedienpult-Software Version 4.2</translation>
+    </message>
+</context>
+<context>
+    <name>ClassicEditorDialog</name>
+    <message>
+        <source>Description:</source>
+        <translation>Beschreibung:</translation>
+    </message>
+    <message>
+        <source>Codes:</source>
+        <translation>Codes:</translation>
+    </message>
+    <message>
+        <source>Bytes:</source>
+        <translation>Bytes:</translation>
+    </message>
+    <message>
+        <source>Where the command goes to</source>
+        <translation>Ziel des Befehls festlegen</translation>
+    </message>
+    <message>
+        <source>Forget what was chosen and begin again</source>
+        <translation>Auswahl verwerfen und von vorn beginnen</translation>
+    </message>
+    <message>
+        <source>Put the command in front of all others</source>
+        <translation>Befehl vor allen anderen einfügen</translation>
+    </message>
+    <message>
+        <source>Put the command in front of the selected one</source>
+        <translation>Befehl vor dem ausgewählten einfügen</translation>
+    </message>
+    <message>
+        <source>Put the command behind all others</source>
+        <translation>Befehl hinter allen anderen einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>CreateCommandDialog</name>
+    <message>
+        <source>Where the command goes to</source>
+        <translation>Ziel des Befehls festlegen</translation>
+    </message>
+    <message>
+        <source>The workplace of the panel</source>
+        <translation>Arbeitsplatz des Bedienpults festlegen</translation>
+    </message>
+    <message>
+        <source>Show functions and values as they are stored</source>
+        <translation>Funktionen und Werte so anzeigen, wie sie gespeichert sind</translation>
+    </message>
+    <message>
+        <source>Offer the functions that change a value in steps</source>
+        <translation>Funktionen anbieten, die einen Wert schrittweise ändern</translation>
+    </message>
+    <message>
+        <source>Search text 1</source>
+        <translation>Suchtext 1</translation>
+    </message>
+    <message>
+        <source>Clear search 1</source>
+        <translation>Suche 1 leeren</translation>
+    </message>
+    <message>
+        <source>Found by search 1</source>
+        <translation>Treffer der Suche 1</translation>
+    </message>
+    <message>
+        <source>Search text 2</source>
+        <translation>Suchtext 2</translation>
+    </message>
+    <message>
+        <source>Clear search 2</source>
+        <translation>Suche 2 leeren</translation>
+    </message>
+    <message>
+        <source>Found by search 2</source>
+        <translation>Treffer der Suche 2</translation>
+    </message>
+    <message>
+        <source>Search text 3</source>
+        <translation>Suchtext 3</translation>
+    </message>
+    <message>
+        <source>Clear search 3</source>
+        <translation>Suche 3 leeren</translation>
+    </message>
+    <message>
+        <source>Found by search 3</source>
+        <translation>Treffer der Suche 3</translation>
+    </message>
+    <message>
+        <source>Search text 4</source>
+        <translation>Suchtext 4</translation>
+    </message>
+    <message>
+        <source>Clear search 4</source>
+        <translation>Suche 4 leeren</translation>
+    </message>
+    <message>
+        <source>Found by search 4</source>
+        <translation>Treffer der Suche 4</translation>
+    </message>
+    <message>
+        <source>Search text 5</source>
+        <translation>Suchtext 5</translation>
+    </message>
+    <message>
+        <source>Clear search 5</source>
+        <translation>Suche 5 leeren</translation>
+    </message>
+    <message>
+        <source>Found by search 5</source>
+        <translation>Treffer der Suche 5</translation>
+    </message>
+    <message>
+        <source>The functions that fit what is chosen</source>
+        <translation>Funktionen, die zur Auswahl passen</translation>
+    </message>
+    <message>
+        <source>Fetch the current value of the parameter from the panel</source>
+        <translation>Aktuellen Wert des Parameters vom Bedienpult holen</translation>
+    </message>
+    <message>
+        <source>Put the command in front of all others</source>
+        <translation>Befehl vor allen anderen einfügen</translation>
+    </message>
+    <message>
+        <source>Put the command in front of the selected one</source>
+        <translation>Befehl vor dem ausgewählten einfügen</translation>
+    </message>
+    <message>
+        <source>Put the command behind all others</source>
+        <translation>Befehl hinter allen anderen einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>EnterTimecodeDialog</name>
+    <message>
+        <source>Hours</source>
+        <translation>Stunden</translation>
+    </message>
+    <message>
+        <source>Minutes</source>
+        <translation>Minuten</translation>
+    </message>
+    <message>
+        <source>Seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>Frames</source>
+        <translation>Bilder</translation>
+    </message>
+</context>
+<context>
+    <name>FirstStartDialog</name>
+    <message>
+        <source>Tessaly: First Start</source>
+        <translation>Tessaly: Erster Start</translation>
+    </message>
+    <message>
+        <source>There is no site here yet</source>
+        <translation>Hier sind noch keine Anlagendaten</translation>
+    </message>
+    <message>
+        <source>A site holds the descriptions of the panel&apos;s functions, the applications and their macros. This folder holds none of them. Nothing has been written to it.</source>
+        <translation>Zu den Anlagendaten gehören die Beschreibungen der Pultfunktionen, die Applikationen und ihre Makros. Dieser Ordner enthält nichts davon. Es wurde nichts hineingeschrieben.</translation>
+    </message>
+    <message>
+        <source>Set up the &amp;sample site here</source>
+        <translation>&amp;Beispieldaten hier einrichten</translation>
+    </message>
+    <message>
+        <source>Three applications with their macros, to try things out and to learn.</source>
+        <translation>Drei Applikationen mit ihren Makros, zum Ausprobieren und Lernen.</translation>
+    </message>
+    <message>
+        <source>Use the site of an &amp;existing installation</source>
+        <translation>Daten einer &amp;vorhandenen Installation verwenden</translation>
+    </message>
+    <message>
+        <source>folder of the installation</source>
+        <translation>Ordner der Installation</translation>
+    </message>
+    <message>
+        <source>Folder of the installation</source>
+        <translation>Ordner der Installation</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>&amp;Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>Start e&amp;mpty</source>
+        <translation>&amp;Leer starten</translation>
+    </message>
+    <message>
+        <source>The lists stay empty until there are files for them.</source>
+        <translation>Die Listen bleiben leer, bis Dateien dafür vorhanden sind.</translation>
+    </message>
+    <message>
+        <source>&amp;Continue</source>
+        <translation>&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>B&amp;eenden</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryDialog</name>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>&amp;Filter:</source>
+        <translation>&amp;Filter:</translation>
+    </message>
+    <message>
+        <source>part of a name, a place or a time</source>
+        <translation>Teil eines Namens, eines Orts oder einer Zeit</translation>
+    </message>
+    <message>
+        <source>Kept macros</source>
+        <translation>Aufbewahrte Makros</translation>
+    </message>
+    <message>
+        <source>Commands of the chosen macro</source>
+        <translation>Befehle des ausgewählten Makros</translation>
+    </message>
+    <message>
+        <source>&amp;Put Back</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Write the chosen macro to where it came from; what is there now is kept first</source>
+        <translation>Ausgewähltes Makro dorthin schreiben, woher es kam; was jetzt dort liegt, wird zuvor aufbewahrt</translation>
+    </message>
+    <message>
+        <source>&amp;Save As...</source>
+        <translation>&amp;Speichern unter...</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Close Tessaly; asks about unsaved changes</source>
+        <translation>Tessaly schließen; bei ungespeicherten Änderungen wird nachgefragt</translation>
+    </message>
+</context>
+<context>
+    <name>ModifyCommandDialog</name>
+    <message>
+        <source>Show functions and values as they are stored</source>
+        <translation>Funktionen und Werte so anzeigen, wie sie gespeichert sind</translation>
+    </message>
+    <message>
+        <source>Part 1 of the function</source>
+        <translation>Teil 1 der Funktion</translation>
+    </message>
+    <message>
+        <source>Part 2 of the function</source>
+        <translation>Teil 2 der Funktion</translation>
+    </message>
+    <message>
+        <source>Part 3 of the function</source>
+        <translation>Teil 3 der Funktion</translation>
+    </message>
+    <message>
+        <source>Part 4 of the function</source>
+        <translation>Teil 4 der Funktion</translation>
+    </message>
+    <message>
+        <source>Part 5 of the function</source>
+        <translation>Teil 5 der Funktion</translation>
+    </message>
+    <message>
+        <source>Go back to the command as it was</source>
+        <translation>Zum ursprünglichen Befehl zurückkehren</translation>
+    </message>
+    <message>
+        <source>Put the changed command in the place of the old one</source>
+        <translation>Alten Befehl durch den geänderten ersetzen</translation>
+    </message>
+</context>
+<context>
+    <name>MultipleCommandsDialog</name>
+    <message>
+        <source>Select all commands of the list (Ctrl+A)</source>
+        <translation>Alle Befehle der Liste auswählen (Strg+A)</translation>
+    </message>
+    <message>
+        <source>Select none of them</source>
+        <translation>Auswahl aufheben</translation>
+    </message>
+    <message>
+        <source>Take the selected commands off the list (Del)</source>
+        <translation>Ausgewählte Befehle aus der Liste nehmen (Entf)</translation>
+    </message>
+    <message>
+        <source>Fetch the current values from the panel</source>
+        <translation>Aktuelle Werte vom Bedienpult holen</translation>
+    </message>
+    <message>
+        <source>Show the commands as they are stored</source>
+        <translation>Befehle so anzeigen, wie sie gespeichert sind</translation>
+    </message>
+    <message>
+        <source>Show names and values in columns</source>
+        <translation>Namen und Werte in Spalten anzeigen</translation>
+    </message>
+    <message>
+        <source>Where the commands go to</source>
+        <translation>Ziel der Befehle festlegen</translation>
+    </message>
+    <message>
+        <source>Put the commands in front of all others</source>
+        <translation>Befehle vor allen anderen einfügen</translation>
+    </message>
+    <message>
+        <source>Put the commands in front of the command that is selected in the macro</source>
+        <translation>Befehle vor dem Befehl einfügen, der im Makro ausgewählt ist</translation>
+    </message>
+    <message>
+        <source>Put the commands behind all others</source>
+        <translation>Befehle hinter allen anderen einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>PaneKeys</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterPanel</name>
+    <message>
+        <source>Values to choose from</source>
+        <translation>Werte zur Auswahl</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryDialog</name>
+    <message>
+        <source>Unsaved Changes</source>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>The program ended with changes that were not saved. What is to become of them?</source>
+        <translation>Das Programm endete mit ungespeicherten Änderungen. Was soll damit geschehen?</translation>
+    </message>
+    <message>
+        <source>Take up again</source>
+        <translation>Weiterbearbeiten</translation>
+    </message>
+    <message>
+        <source>Leave it</source>
+        <translation>Liegen lassen</translation>
+    </message>
+    <message>
+        <source>The changes stay in the history, from which they can be put back</source>
+        <translation>Die Änderungen bleiben im Verlauf und können von dort wiederhergestellt werden</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Ask Again Next Time</source>
+        <translation>Nächstes Mal wieder fragen</translation>
+    </message>
+</context>
+<context>
+    <name>TransferText</name>
+    <message>
+        <source>the transfer is done</source>
+        <translation>die Übertragung ist abgeschlossen</translation>
+    </message>
+    <message>
+        <source>the panel refused the login</source>
+        <translation>das Bedienpult hat die Anmeldung abgelehnt</translation>
+    </message>
+    <message>
+        <source>the panel has no such file or folder</source>
+        <translation>Datei oder Ordner fehlt auf dem Bedienpult</translation>
+    </message>
+    <message>
+        <source>the panel cannot be reached</source>
+        <translation>das Bedienpult ist nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>the panel does not answer</source>
+        <translation>das Bedienpult antwortet nicht</translation>
+    </message>
+    <message>
+        <source>the connection was cut</source>
+        <translation>die Verbindung wurde unterbrochen</translation>
+    </message>
+    <message>
+        <source>the panel&apos;s disk is full</source>
+        <translation>der Speicher des Bedienpults ist voll</translation>
+    </message>
+    <message>
+        <source>the local file cannot be read or written</source>
+        <translation>die lokale Datei ist nicht lesbar oder nicht schreibbar</translation>
+    </message>
+    <message>
+        <source>the transfer was cancelled</source>
+        <translation>die Übertragung wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>the transfer library (libcurl4) is not installed</source>
+        <translation>die Übertragungsbibliothek (libcurl4) ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>the transfer failed</source>
+        <translation>die Übertragung ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>the macro was sent, but the panel could not be told to read it</source>
+        <translation>das Makro wurde gesendet, aber das Bedienpult konnte nicht zum Einlesen aufgefordert werden</translation>
+    </message>
+    <message>
+        <source>%1; the panel may hold a part of the macro</source>
+        <translation>%1; auf dem Bedienpult liegt vielleicht ein Teil des Makros</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>Colours of the Des&amp;ktop</source>
+        <translation>Farben der &amp;Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Dark, for the Night</source>
+        <translation>&amp;Dunkel, für die Nacht</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>Ansi&amp;cht</translation>
+    </message>
+    <message>
+        <source>&amp;Other Pane</source>
+        <translation>Anderer &amp;Bereich</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ChoiceDialog</name>
+    <message>
+        <source>nothing to choose from</source>
+        <translation>keine Auswahl vorhanden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ClassicEditorDialog</name>
+    <message>
+        <source>choose on the left</source>
+        <translation>links auswählen</translation>
+    </message>
+    <message>
+        <source>Enter Text</source>
+        <translation>Text eingeben</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CommandEditing</name>
+    <message>
+        <source>the command could not be written into the working copy</source>
+        <translation>der Befehl konnte nicht in die Arbeitskopie geschrieben werden</translation>
+    </message>
+    <message>
+        <source>one command inserted</source>
+        <translation>ein Befehl eingefügt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands inserted</source>
+        <translation>
+            <numerusform>%n Befehl eingefügt</numerusform>
+            <numerusform>%n Befehle eingefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>command %1 modified</source>
+        <translation>Befehl %1 geändert</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CreateCommandDialog</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>choose a category</source>
+        <translation>Kategorie auswählen</translation>
+    </message>
+    <message>
+        <source>nothing more to choose</source>
+        <translation>keine weitere Auswahl</translation>
+    </message>
+    <message>
+        <source>choose on the left</source>
+        <translation>links auswählen</translation>
+    </message>
+    <message>
+        <source>type above</source>
+        <translation>oben eintippen</translation>
+    </message>
+    <message>
+        <source>nothing found</source>
+        <translation>nichts gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::FirstStartDialog</name>
+    <message>
+        <source>The sample site did not come with this program.</source>
+        <translation>Die Beispieldaten wurden mit diesem Programm nicht ausgeliefert.</translation>
+    </message>
+    <message>
+        <source>Folder of an Existing Installation</source>
+        <translation>Ordner einer vorhandenen Installation</translation>
+    </message>
+    <message>
+        <source>The sample site could not be copied to %1.</source>
+        <translation>Die Beispieldaten konnten nicht nach %1 kopiert werden.</translation>
+    </message>
+    <message>
+        <source>Name the folder of the installation, please.</source>
+        <translation>Bitte den Ordner der Installation angeben.</translation>
+    </message>
+    <message>
+        <source>No site is found in %1.</source>
+        <translation>In %1 wurden keine Anlagendaten gefunden.</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::HistoryDialog</name>
+    <message>
+        <source>Nothing has been overwritten or deleted yet.</source>
+        <translation>Bisher wurde nichts überschrieben oder gelöscht.</translation>
+    </message>
+    <message>
+        <source>Nothing matches the filter.</source>
+        <translation>Nichts entspricht dem Filter.</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::HistoryModel</name>
+    <message>
+        <source>saved over</source>
+        <translation>beim Speichern ersetzt</translation>
+    </message>
+    <message>
+        <source>copied over</source>
+        <translation>beim Kopieren ersetzt</translation>
+    </message>
+    <message>
+        <source>created over</source>
+        <translation>beim Anlegen ersetzt</translation>
+    </message>
+    <message>
+        <source>renamed</source>
+        <translation>umbenannt</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>converted over</source>
+        <translation>beim Umwandeln ersetzt</translation>
+    </message>
+    <message>
+        <source>edited</source>
+        <translation>bearbeitet</translation>
+    </message>
+    <message>
+        <source>put back over</source>
+        <translation>beim Wiederherstellen ersetzt</translation>
+    </message>
+    <message>
+        <source>changes not saved</source>
+        <translation>Änderungen nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>What happened</source>
+        <translation>Was geschah</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Where from</source>
+        <translation>Woher</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::HistoryOperations</name>
+    <message>
+        <source>The macro cannot be read.</source>
+        <translation>Das Makro ist nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>%1; the history could not keep what was there before</source>
+        <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
+    </message>
+    <message>
+        <source>Put back &quot;%1&quot; of %2?
+
+It overwrites &quot;%3&quot; in
+%4</source>
+        <translation>„%1“ vom Stand %2 wiederherstellen?
+
+Damit wird „%3“ überschrieben in
+%4</translation>
+    </message>
+    <message>
+        <source>%1: written to %2</source>
+        <translation>%1: nach %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: could not be written to %2</source>
+        <translation>%1: konnte nicht nach %2 geschrieben werden</translation>
+    </message>
+    <message>
+        <source>%1: no pane is connected to the panel %2 that it came from</source>
+        <translation>%1: kein Bereich ist mit dem Bedienpult %2 verbunden, von dem es kam</translation>
+    </message>
+    <message>
+        <source>Put back &quot;%1&quot; of %2?
+
+It overwrites macro %3 of workplace %4 on the panel %5.</source>
+        <translation>„%1“ vom Stand %2 wiederherstellen?
+
+Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</translation>
+    </message>
+    <message>
+        <source>Sending macro %1 to the panel</source>
+        <translation>Makro %1 wird zum Bedienpult gesendet</translation>
+    </message>
+    <message>
+        <source>%1: put back on the panel</source>
+        <translation>%1: auf dem Bedienpult wiederhergestellt</translation>
+    </message>
+    <message>
+        <source>%1: could not be put back on the panel (%2)</source>
+        <translation>%1: konnte nicht auf dem Bedienpult wiederhergestellt werden (%2)</translation>
+    </message>
+    <message>
+        <source>In %1...</source>
+        <translation>In %1...</translation>
+    </message>
+    <message>
+        <source>In a File...</source>
+        <translation>In eine Datei...</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Macros (*.mac)</source>
+        <translation>Makros (*.mac)</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ListFinder</name>
+    <message>
+        <source>find</source>
+        <translation>suchen</translation>
+    </message>
+    <message>
+        <source>Find in the list</source>
+        <translation>In der Liste suchen</translation>
+    </message>
+    <message>
+        <source>F3: next, Shift+F3: the one before, Enter: choose, Esc: leave</source>
+        <translation>F3: weiter, Umschalt+F3: zurück, Eingabe: auswählen, Esc: verlassen</translation>
+    </message>
+    <message>
+        <source>not found</source>
+        <translation>nicht gefunden</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n found</source>
+        <translation>
+            <numerusform>%n Treffer</numerusform>
+            <numerusform>%n Treffer</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::LoadClipDialog</name>
+    <message>
+        <source>Load Clip</source>
+        <translation>Clip laden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroOperations</name>
+    <message>
+        <source>Fetching macro %1 from the panel</source>
+        <translation>Makro %1 wird vom Bedienpult geholt</translation>
+    </message>
+    <message>
+        <source>Sending macro %1 to the panel</source>
+        <translation>Makro %1 wird zum Bedienpult gesendet</translation>
+    </message>
+    <message>
+        <source>%1: could not be fetched%2; the working copy still holds what was open before</source>
+        <translation>%1: konnte nicht geholt werden%2; die Arbeitskopie enthält noch, was zuvor geöffnet war</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read</source>
+        <translation>%1: nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1: opened</source>
+        <translation>%1: geöffnet</translation>
+    </message>
+    <message>
+        <source>%1: created</source>
+        <translation>%1: angelegt</translation>
+    </message>
+    <message>
+        <source>%1: could not be created</source>
+        <translation>%1: konnte nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>%1: created on the panel</source>
+        <translation>%1: auf dem Bedienpult angelegt</translation>
+    </message>
+    <message>
+        <source>%1: could not be created on the panel%2</source>
+        <translation>%1: konnte nicht auf dem Bedienpult angelegt werden%2</translation>
+    </message>
+    <message>
+        <source>%1: copied to %2</source>
+        <translation>%1: nach %2 kopiert</translation>
+    </message>
+    <message>
+        <source>%1: could not be copied</source>
+        <translation>%1: konnte nicht kopiert werden</translation>
+    </message>
+    <message>
+        <source>Copying macro %1 on the panel</source>
+        <translation>Makro %1 wird auf dem Bedienpult kopiert</translation>
+    </message>
+    <message>
+        <source>%1: the panel was asked to rename it</source>
+        <translation>%1: Umbenennen wurde beim Bedienpult angefordert</translation>
+    </message>
+    <message>
+        <source>%1: the panel could not be asked to rename it</source>
+        <translation>%1: Umbenennen konnte beim Bedienpult nicht angefordert werden</translation>
+    </message>
+    <message>
+        <source>%1: renamed to %2</source>
+        <translation>%1: in %2 umbenannt</translation>
+    </message>
+    <message>
+        <source>%1: could not be renamed</source>
+        <translation>%1: konnte nicht umbenannt werden</translation>
+    </message>
+    <message>
+        <source>%1: the panel was asked to delete it</source>
+        <translation>%1: Löschen wurde beim Bedienpult angefordert</translation>
+    </message>
+    <message>
+        <source>%1: the panel could not be asked to delete it</source>
+        <translation>%1: Löschen konnte beim Bedienpult nicht angefordert werden</translation>
+    </message>
+    <message>
+        <source>%1: deleted</source>
+        <translation>%1: gelöscht</translation>
+    </message>
+    <message>
+        <source>%1: could not be deleted</source>
+        <translation>%1: konnte nicht gelöscht werden</translation>
+    </message>
+    <message>
+        <source>command %1 deleted</source>
+        <translation>Befehl %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>command %1 could not be deleted</source>
+        <translation>Befehl %1 konnte nicht gelöscht werden</translation>
+    </message>
+    <message>
+        <source>%1: saved</source>
+        <translation>%1: gespeichert</translation>
+    </message>
+    <message>
+        <source>%1: saved%2</source>
+        <translation>%1: gespeichert%2</translation>
+    </message>
+    <message>
+        <source>%1: NOT saved%2; the working copy still holds the changes</source>
+        <translation>%1: NICHT gespeichert%2; die Arbeitskopie enthält die Änderungen noch</translation>
+    </message>
+    <message>
+        <source>%1: changes discarded</source>
+        <translation>%1: Änderungen verworfen</translation>
+    </message>
+    <message>
+        <source>%1; the history could not keep what was there before</source>
+        <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
+    </message>
+    <message>
+        <source>Deleting macro %1 on the panel</source>
+        <translation>Makro %1 wird auf dem Bedienpult gelöscht</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroPane</name>
+    <message>
+        <source>Create a macro</source>
+        <translation>Makro anlegen</translation>
+    </message>
+    <message>
+        <source>Copy the macro of the other pane into this one</source>
+        <translation>Makro des anderen Bereichs in diesen kopieren</translation>
+    </message>
+    <message>
+        <source>Rename the macro</source>
+        <translation>Makro umbenennen</translation>
+    </message>
+    <message>
+        <source>Delete the macro, after a question; in the list: Del</source>
+        <translation>Makro nach Rückfrage löschen; in der Liste: Entf</translation>
+    </message>
+    <message>
+        <source>new [classic]: build a classic command</source>
+        <translation>new [classic]: klassischen Befehl aufbauen</translation>
+    </message>
+    <message>
+        <source>Build a panel-style command from the function dictionary</source>
+        <translation>Pultbefehl aus dem Funktionsverzeichnis aufbauen</translation>
+    </message>
+    <message>
+        <source>Build many panel-style commands at once</source>
+        <translation>Viele Pultbefehle auf einmal aufbauen</translation>
+    </message>
+    <message>
+        <source>Change the selected command</source>
+        <translation>Ausgewählten Befehl ändern</translation>
+    </message>
+    <message>
+        <source>Delete the selected command; in the list: Del</source>
+        <translation>Ausgewählten Befehl löschen; in der Liste: Entf</translation>
+    </message>
+    <message>
+        <source>Fetch the current values of the commands from the panel</source>
+        <translation>Aktuelle Werte der Befehle vom Bedienpult holen</translation>
+    </message>
+    <message>
+        <source>Put the changes where the macro came from</source>
+        <translation>Änderungen dorthin schreiben, woher das Makro kam</translation>
+    </message>
+    <message>
+        <source>Open the macro again as it was</source>
+        <translation>Makro wieder so öffnen, wie es war</translation>
+    </message>
+    <message>
+        <source>Show where each command goes to</source>
+        <translation>Ziel jedes Befehls anzeigen</translation>
+    </message>
+    <message>
+        <source>Show the commands as they are stored</source>
+        <translation>Befehle so anzeigen, wie sie gespeichert sind</translation>
+    </message>
+    <message>
+        <source>Show names and values in columns</source>
+        <translation>Namen und Werte in Spalten anzeigen</translation>
+    </message>
+    <message>
+        <source>Connect to the panel, or leave it</source>
+        <translation>Verbindung zum Bedienpult herstellen oder trennen</translation>
+    </message>
+    <message>
+        <source>choose an application</source>
+        <translation>Applikation auswählen</translation>
+    </message>
+    <message>
+        <source>connect to the panel</source>
+        <translation>mit dem Bedienpult verbinden</translation>
+    </message>
+    <message>
+        <source>choose a control panel</source>
+        <translation>Bedienpult auswählen</translation>
+    </message>
+    <message>
+        <source>choose a workplace</source>
+        <translation>Arbeitsplatz auswählen</translation>
+    </message>
+    <message>
+        <source>choose a macro</source>
+        <translation>Makro auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MainWindow</name>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>the settings could not be written</source>
+        <translation>die Einstellungen konnten nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>the connection to the panel was lost</source>
+        <translation>die Verbindung zum Bedienpult ist abgebrochen</translation>
+    </message>
+    <message>
+        <source>the open macro</source>
+        <translation>das geöffnete Makro</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot; has unsaved changes.</source>
+        <translation>%1: „%2“ enthält ungespeicherte Änderungen.</translation>
+    </message>
+    <message>
+        <source>Ma&amp;cro</source>
+        <translation>M&amp;akro</translation>
+    </message>
+    <message>
+        <source>&amp;History...</source>
+        <translation>&amp;Verlauf...</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MultipleCommandsDialog</name>
+    <message>
+        <source>The next command could not be inserted</source>
+        <translation>Der nächste Befehl konnte nicht eingefügt werden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::PanelTransfer</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ParameterPanel</name>
+    <message>
+        <source>type the value above</source>
+        <translation>Wert oben eingeben</translation>
+    </message>
+    <message>
+        <source>Timecode: hours:minutes:seconds:frames
+&quot;.&quot; before the frames for drop frame
+Frames from 0 to %1</source>
+        <translation>Timecode: Stunden:Minuten:Sekunden:Bilder
+„.“ vor den Bildern für Drop-Frame
+Bilder von 0 bis %1</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Recovery</name>
+    <message>
+        <source>the record of unsaved changes is damaged; the history keeps the working copy</source>
+        <translation>der Vermerk über ungespeicherte Änderungen ist beschädigt; der Verlauf bewahrt die Arbeitskopie auf</translation>
+    </message>
+    <message>
+        <source>the record of unsaved changes is damaged</source>
+        <translation>der Vermerk über ungespeicherte Änderungen ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the unsaved changes of %1 are gone: the working copy cannot be read</source>
+        <translation>die ungespeicherten Änderungen von %1 sind verloren: die Arbeitskopie ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>panel %1, workplace %2</source>
+        <translation>Bedienpult %1, Arbeitsplatz %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands; changed from %1 to %2</source>
+        <translation>
+            <numerusform>%n Befehl; geändert von %1 bis %2</numerusform>
+            <numerusform>%n Befehle; geändert von %1 bis %2</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The file cannot be read as a macro. It can only be left to the history.</source>
+        <translation>Die Datei ist nicht als Makro lesbar. Sie kann nur dem Verlauf überlassen werden.</translation>
+    </message>
+    <message>
+        <source>The file is not as it was left: something else has changed it since.</source>
+        <translation>Die Datei ist nicht mehr wie zuletzt: sie wurde inzwischen anderweitig geändert.</translation>
+    </message>
+    <message>
+        <source>%1: the working copy cannot be written; you will be asked again</source>
+        <translation>%1: die Arbeitskopie ist nicht schreibbar; es wird erneut nachgefragt</translation>
+    </message>
+    <message>
+        <source>%1: changes taken up again</source>
+        <translation>%1: Änderungen wieder aufgenommen</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read</source>
+        <translation>%1: nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1: the changes stay in the history</source>
+        <translation>%1: die Änderungen bleiben im Verlauf</translation>
+    </message>
+    <message>
+        <source>%1: the unsaved changes could not be set aside</source>
+        <translation>%1: die ungespeicherten Änderungen konnten nicht beiseitegelegt werden</translation>
+    </message>
+    <message>
+        <source>%1: you will be asked again at the next start</source>
+        <translation>%1: beim nächsten Start wird erneut nachgefragt</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ValueUpdate</name>
+    <message>
+        <source>update ended: the macro was changed meanwhile</source>
+        <translation>Aktualisierung beendet: das Makro wurde inzwischen geändert</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands updated</source>
+        <translation>
+            <numerusform>%n Befehl aktualisiert</numerusform>
+            <numerusform>%n Befehle aktualisiert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>the updated values could not be written</source>
+        <translation>die aktualisierten Werte konnten nicht geschrieben werden</translation>
+    </message>
+</context>
+</TS>

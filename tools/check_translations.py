@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""The program's own texts in its languages: check_translations.py LUPDATE SOURCE_FOLDER [--update]
+
+Fails when a text of the windows has no finished translation, when a translation's text is gone from the windows, or
+when the two disagree about %1, %n, an access key or the dots of a command that asks further. --update brings the
+texts of resources/i18n into line with the windows first; what is then left to translate is marked unfinished.
+"""
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+MARKS = [r"%L?\d", r"%n", r"&(?=\w)", r"\.\.\.$"]
+PLURALS_ONLY = {"en"}  # the language of the sources
+
+lupdate, source = Path(sys.argv[1]), Path(sys.argv[2])
+update = "--update" in sys.argv
+
+
+def renew(ts, keep_obsolete):
+    """The texts that stand in the sources now, with the translations that the file has of them."""
+    plurals = ["-pluralonly"] if ts.stem.split("_")[1] in PLURALS_ONLY else []
+    subprocess.run([lupdate, "-silent", "-I", ".", "-locations", "none", *([] if keep_obsolete else ["-no-obsolete"]),
+                    *plurals, "app", "editors", "resources", "-ts", ts], cwd=source, check=True)
+
+
+def faults_of(message):
+    text, translation = message.findtext("source"), message.find("translation")
+    if translation.get("type") in ("vanished", "obsolete"):
+        return [f"no longer used: {text!r}"]
+    if translation.get("type") == "unfinished":
+        return [f"not translated: {text!r}"]
+    forms = [form.text or "" for form in translation.findall("numerusform")] or [translation.text or ""]
+    if not all(forms):
+        return [f"empty: {text!r}"]
+    marks = [sorted(set(re.findall(mark, text))) for mark in MARKS]
+    return [f"other marks than {text!r}: {form!r}" for form in forms
+            if [sorted(set(re.findall(mark, form))) for mark in MARKS] != marks]
+
+
+def check(ts):
+    contexts = ElementTree.parse(ts).getroot().findall("context")
+    return [f"{ts.name}: {context.findtext('name')}: {fault}" for context in contexts
+            for message in context.findall("message") for fault in faults_of(message)]
+
+
+files = sorted((source / "resources/i18n").glob("tessaly_*.ts"))
+faults = [] if files else ["no translations found"]
+with tempfile.TemporaryDirectory() as folder:
+    for file in files:
+        if update:
+            renew(file, keep_obsolete=False)
+        renewed = Path(shutil.copy(file, folder))
+        renew(renewed, keep_obsolete=True)
+        faults += check(renewed)
+print("\n".join(faults) or "all texts are translated")
+sys.exit(bool(faults))
