@@ -143,7 +143,7 @@ void CreateCommandDialog::chooseDestination(int destination) {
   chooser_.chooseDestination(destination);
   const bool panel = chooser_.onPanel();
   ui_->workplace->setVisible(panel);
-  ui_->workplaceLabel->setText(panel ? tr(kWorkplace) : QString());
+  ui_->workplaceLabel->setText(panel ? QLatin1String(kWorkplace) : QString());
   for (QAbstractButton* button : ui_->categories->buttons()) button->setEnabled(!panel);
   // The panel's own functions are all offered at once; nothing narrows them.
   ui_->searchRoom->setEnabled(!panel);

@@ -20,6 +20,8 @@ constexpr int kSectionGap = 8;     // pixels between two lines of groups
 constexpr int kCaptionSpace = 12;  // pixels that a button is wider than its caption
 constexpr int kHeightSpace = 6;
 const QString kWidestNumber = QStringLiteral("48");
+constexpr const char* kInputCorrection = "Input Correction";
+
 // Groups of the banks that begin a line of their own.
 constexpr const char* kLineStarts[] = {"Auxbuses", "Machines Serial", "eDpm Channels"};
 
@@ -115,7 +117,7 @@ QWidget* DestinationPad::makeBank(const DestinationGroup& group) {
 QWidget* DestinationPad::makeCorrections() {
   auto* bank = new QWidget(this);
   QGridLayout* grid = makeGrid(bank);
-  grid->addWidget(new QLabel(tr("Input Correction"), bank), 0, 0, 1, -1);
+  grid->addWidget(new QLabel(QLatin1String(kInputCorrection), bank), 0, 0, 1, -1);
   int column = 0;
   for (const InputCorrection& correction : inputCorrections()) {
     const QString caption =

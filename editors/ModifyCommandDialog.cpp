@@ -53,7 +53,7 @@ void ModifyCommandDialog::layOut() {
   ui_->parameterRoom->addWidget(parameters_);
   setTabOrder(ui_->segment5, parameters_);
   keepSpaceWhenHidden({ui_->fromScratch});
-  ui_->destinationLabel->setText(tr(onPanel_ ? kPanelLabel : kMainframeLabel));
+  ui_->destinationLabel->setText(QLatin1String(onPanel_ ? kPanelLabel : kMainframeLabel));
   for (int number = 1; number <= kDestinations; ++number)
     ui_->destination->addItem(shown(format(onPanel_ ? kWorkplaceRow : kMainframeRow, number)));
 }

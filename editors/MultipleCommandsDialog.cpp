@@ -192,9 +192,9 @@ void MultipleCommandsDialog::refresh() {
       shown(updating ? updatingText(update_->number(), update_->count()) : statusText(chosen)));
   ui_->total->setText(shown(totalText(commands.size())));
   const InsertCaptions& captions = insertCaptions(selection);
-  ui_->insertStart->setText(tr(captions.start));
-  ui_->insertPosition->setText(tr(captions.position));
-  ui_->insertEnd->setText(tr(captions.end));
+  ui_->insertStart->setText(QLatin1String(captions.start));
+  ui_->insertPosition->setText(QLatin1String(captions.position));
+  ui_->insertEnd->setText(QLatin1String(captions.end));
   const bool ready = chosen.ready() && !updating;
   ui_->insertStart->setEnabled(ready);
   ui_->insertPosition->setEnabled(ready && position_ >= 0);
