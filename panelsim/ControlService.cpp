@@ -12,8 +12,8 @@ constexpr std::chrono::milliseconds kNoRoomPause{100};  // when no descriptor is
 
 using Clock = ControlClient::Clock;
 
-int waitTime(const std::vector<std::unique_ptr<ControlClient>>& clients) {
-  std::optional<Clock::time_point> due;
+int waitTime(const std::vector<std::unique_ptr<ControlClient>>& clients,
+             std::optional<Clock::time_point> due) {
   for (const auto& client : clients) {
     if (const auto next = client->due(); next && (!due || *next < *due)) due = next;
   }
@@ -83,10 +83,12 @@ void ControlService::serve() {
     watches.assign(kFirstClient, {});
     watches[0].socket = &wakeUp_.socket();
     watches[1].socket = &listener_;
+    if (listensAgain_ && *listensAgain_ <= Clock::now()) listensAgain_.reset();
+    watches[1].forRead = !listensAgain_;
     for (const auto& client : clients_) {
       watches.push_back({.socket = &client->socket(), .forWrite = client->wantsToSend()});
     }
-    if (!waitFor(watches, waitTime(clients_))) return;
+    if (!waitFor(watches, waitTime(clients_, listensAgain_))) return;
     if (watches[0].readable) wakeUp_.clear();
     takeRequests();
     for (std::size_t i = 0; i < clients_.size(); ++i) {
@@ -119,9 +121,11 @@ void ControlService::takeRequests() {
 }
 
 void ControlService::acceptClients() {
+  listensAgain_ = Clock::now() + kNoRoomPause;
   while (true) {
     Socket socket = listener_.accept();
     if (!socket.valid()) break;
+    listensAgain_.reset();
     if (clients_.size() >= kMostClients) continue;
     clients_.push_back(std::make_unique<ControlClient>(std::move(socket), ++accepted_, panel_, log_));
     clients_.back()->greet(active_);

@@ -63,6 +63,8 @@ class ControlService {
   Socket listener_;
   std::vector<std::unique_ptr<ControlClient>> clients_;
   ControlFaults active_;
+  // While nobody can be let in, for lack of descriptors, the listener would wake the thread without end.
+  std::optional<ControlClient::Clock::time_point> listensAgain_;
 
   std::mutex mutex_;  // guards what follows
   std::vector<Publication> publications_;
