@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <locale.h>
 
@@ -60,6 +61,17 @@ CodePoint decode(std::string_view bytes) {
   const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
   if (overlong || surrogate || value > 0x10FFFF) return {0, 0};
   return {value, length};
+}
+
+// How many bytes at the start are ASCII, in whole words: most files hold nothing else.
+std::size_t asciiStart(std::string_view bytes) {
+  std::uint64_t word = 0;
+  std::size_t at = 0;
+  for (; at + sizeof word <= bytes.size(); at += sizeof word) {
+    std::memcpy(&word, bytes.data() + at, sizeof word);
+    if ((word & 0x8080808080808080U) != 0) break;
+  }
+  return at;
 }
 
 char toCodePage(char32_t value) {
@@ -133,7 +145,7 @@ bool endsWithNoCase(std::string_view text, std::string_view suffix) {
 }
 
 bool isValidUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
+  for (bytes.remove_prefix(asciiStart(bytes)); !bytes.empty(); bytes.remove_prefix(asciiStart(bytes))) {
     const CodePoint point = decode(bytes);
     if (point.length == 0) return false;
     bytes.remove_prefix(point.length);

@@ -13,6 +13,8 @@
 namespace tessaly {
 namespace {
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // CR LF and a lone CR become LF, as they do when the parser reads a file by itself.
 void unifyLineEnds(std::string& text) {
   std::size_t from = text.find('\r');
@@ -26,11 +28,23 @@ void unifyLineEnds(std::string& text) {
   text.resize(to);
 }
 
+// In UTF-8 the parser takes a byte that begins a character together with those that should follow, whatever
+// they are, and so would run over a quote, a tag or a reference. What only claims to be UTF-8 is read byte by
+// byte.
+void parseText(const std::string& text, TiXmlDocument& document) {
+  if (isValidUtf8(text)) {
+    document.Parse(text.c_str(), nullptr, TIXML_DEFAULT_ENCODING);
+  } else {
+    const bool marked = text.starts_with(kByteOrderMark);
+    document.Parse(text.c_str() + (marked ? kByteOrderMark.size() : 0), nullptr, TIXML_ENCODING_LEGACY);
+  }
+}
+
 bool parse(std::string& text, TiXmlDocument& document) {
   unifyLineEnds(text);
   if (!isSafeXml(text, {kDeepestXml, kMostXmlAttributes})) return false;
   document.SetTabSize(0);  // nobody asks for lines and columns, and keeping them costs an eighth of the time
-  document.Parse(text.c_str(), nullptr, TIXML_DEFAULT_ENCODING);
+  parseText(text, document);
   return !document.Error();
 }
 

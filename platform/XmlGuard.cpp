@@ -9,7 +9,6 @@
 namespace tessaly {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
 
 constexpr auto kEndsTagRun = [] {
@@ -31,20 +30,6 @@ bool startsWithNoCase(const char* text, std::string_view start) {
   return ::strncasecmp(text, start.data(), start.size()) == 0;
 }
 
-// How many bytes the parser takes at once for a character that begins with this one.
-constexpr int sequenceLength(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0xC2 || byte > 0xF4 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
-}
-
-// True when the parser, in UTF-8, may run over the delimiter at `at`. `start` is where it began to read.
-bool isSwallowed(const char* start, const char* at) {
-  for (int back = 1; back <= 3 && at - start >= back; ++back) {
-    if (sequenceLength(at[-back]) > back) return true;
-  }
-  return false;
-}
-
 // True for a numeric reference that is not complete: the parser looks for its ";" anywhere behind and may
 // jump there over any markup.
 bool hasOpenReference(std::string_view text) {
@@ -58,15 +43,6 @@ bool hasOpenReference(std::string_view text) {
   return false;
 }
 
-// Any other name makes the parser read byte by byte. A name with an entity in it may turn out to be UTF-8.
-bool mayMeanUtf8(std::string_view encoding) {
-  constexpr std::string_view kNameBytes =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789.:-_";
-  const std::string_view start = encoding.substr(0, 4);
-  return encoding.empty() || encoding.find_first_not_of(kNameBytes) != encoding.npos ||
-         equalNoCase(start, "utf8") || equalNoCase(start, "utf-");
-}
-
 // The bytes end with a NUL and have none before, so that every search stops at the end by itself.
 class Scan {
  public:
@@ -74,7 +50,6 @@ class Scan {
       : limits_(limits),
         at_(bytes.c_str()),
         end_(at_ + bytes.size()),
-        utf8_(startsWith(at_, kByteOrderMark)),
         anyOpenReference_(hasOpenReference(bytes)) {}
 
   bool run() {
@@ -110,7 +85,6 @@ class Scan {
 
   // True when the parser, reading characters from `start`, stops at `delimiter` as it should.
   bool isBounded(const char* start, const char* delimiter) const {
-    if (utf8_ && isSwallowed(start, delimiter)) return false;
     return !anyOpenReference_ || !hasOpenReference({start, static_cast<std::size_t>(delimiter - start)});
   }
 
@@ -162,27 +136,12 @@ class Scan {
   // The parser knows three attributes here, whose quoted values may hold a ">"; it skips all else word by
   // word.
   bool declaration() {
-    std::string_view encoding;
     at_ += std::string_view("<?xml").size();
     while (*at_ != '\0' && *at_ != '>') {
       skipWhiteSpace();
-      const bool isEncoding = startsWithNoCase(at_, "encoding");
-      if (isEncoding || startsWithNoCase(at_, "version") || startsWithNoCase(at_, "standalone")) {
-        at_ += std::strcspn(at_, "= \t\n\v\f\r>");
-        skipWhiteSpace();
-        if (*at_ != '=') return false;
-        ++at_;
-        skipWhiteSpace();
-        const char* value = at_;
-        const bool isQuoted = *at_ == '"' || *at_ == '\'';
-        if (isQuoted) {
-          ++value;
-          if (!quoted() || *at_ == '\0') return false;
-        } else {
-          at_ += std::strcspn(at_, "/ \t\n\v\f\r>");
-        }
-        if (isEncoding) encoding = {value, static_cast<std::size_t>(at_ - value)};
-        if (isQuoted) ++at_;
+      if (startsWithNoCase(at_, "encoding") || startsWithNoCase(at_, "version") ||
+          startsWithNoCase(at_, "standalone")) {
+        if (!declared()) return false;
       } else {
         for (; *at_ != '\0' && *at_ != '>' && kWhiteSpace.find(*at_) == kWhiteSpace.npos; ++at_) {
           if (static_cast<unsigned char>(*at_) >= 0x80)
@@ -190,8 +149,27 @@ class Scan {
         }
       }
     }
-    utf8_ = utf8_ || mayMeanUtf8(encoding);
     return true;
+  }
+
+  // One of these attributes. Its value is written back between double quotes, and nothing in it as a
+  // reference.
+  bool declared() {
+    at_ += std::strcspn(at_, "= \t\n\v\f\r>");
+    skipWhiteSpace();
+    if (*at_ != '=') return false;
+    ++at_;
+    skipWhiteSpace();
+    const bool isQuoted = *at_ == '"' || *at_ == '\'';
+    const char* const value = isQuoted ? at_ + 1 : at_;
+    if (!isQuoted) {
+      at_ += std::strcspn(at_, "/ \t\n\v\f\r>");
+    } else if (!quoted() || *at_ == '\0') {
+      return false;
+    }
+    const std::string_view text(value, static_cast<std::size_t>(at_ - value));
+    if (isQuoted) ++at_;
+    return text.find_first_of("\"&") == text.npos;
   }
 
   void skipWhiteSpace() { at_ += std::strspn(at_, kWhiteSpace.data()); }
@@ -199,7 +177,6 @@ class Scan {
   const XmlLimits& limits_;
   const char* at_;
   const char* end_;
-  bool utf8_;              // the parser reads characters, not bytes
   bool anyOpenReference_;  // somewhere, maybe in a comment where it does no harm
   int depth_ = 0;
 };
