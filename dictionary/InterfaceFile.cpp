@@ -1,5 +1,7 @@
 #include "dictionary/InterfaceFile.h"
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 #include <tinyxml.h>
 #include <utility>
@@ -24,6 +26,8 @@ constexpr std::string_view kMinDisplay = "minDisp";
 constexpr std::string_view kMaxDisplay = "maxDisp";
 constexpr std::string_view kFidSegment = "fidseg";
 constexpr std::string_view kDisplayName = "displayname";
+
+constexpr double kLargestFloatLimit = 1e15;
 
 // Calls handle(attribute, name, value) for every attribute in the order of the element.
 template <typename Handle>
@@ -110,12 +114,18 @@ FloatUnit unitOf(std::string_view type) {
   return type == "degree" ? FloatUnit::kDegree : FloatUnit::kNone;
 }
 
+// Kept so small that every conversion between limits comes to a number that can be written.
+double floatLimit(std::string_view text) {
+  const double limit = parseDouble(text);
+  return std::isnan(limit) ? 0 : std::clamp(limit, -kLargestFloatLimit, kLargestFloatLimit);
+}
+
 FloatParameter readFloatParameter(const TiXmlElement& element) {
   FloatParameter parameter;
   forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
     if (readCommon(name, value, parameter)) return;
     if (name == "type") parameter.unit = unitOf(value);
-    readLimit(name, value, parameter, parseDouble);
+    readLimit(name, value, parameter, floatLimit);
   });
   return parameter;
 }

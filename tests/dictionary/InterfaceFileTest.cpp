@@ -32,7 +32,7 @@ TEST_F(InterfaceFileTest, FunctionWithEveryKindOfParameter) {
     <fid name="A.B" sid="s" group="g" description="d" long_desc="l" Name="NO">
       <timecode_parameter name="t" sid="ts" use="optional"/>
       <float_parameter name="f1" type="percent" min="-1.5" max="2.5x" minDisp="0" maxDisp="1e2" use="Optional"/>
-      <float_parameter name="f2" type="degree"/><float_parameter name="f3" type="dB" min="junk"/>
+      <float_parameter name="f2" type="degree"/><float_parameter name="f3" type="dB" min="junk" max="1e999" minDisp="nan"/>
       <int_parameter name="i1" description="id" scaler="yes" min=" -12abc" max="34" minDisp="1" maxDisp="2"/>
       <int_parameter name="i2" scaler="true" use="optional"/>
       <enum_parameter name="e" sid="es"><enum value="v1" description="d1"/><x value="NO"/><enum value="v2"/></enum_parameter>
@@ -54,6 +54,8 @@ TEST_F(InterfaceFileTest, FunctionWithEveryKindOfParameter) {
   EXPECT_EQ(fid.floats[1].unit, FloatUnit::kDegree);
   EXPECT_EQ(fid.floats[2].unit, FloatUnit::kNone);
   EXPECT_EQ(fid.floats[2].min, 0.0);
+  EXPECT_EQ(fid.floats[2].max, 1e15);  // no conversion may come to "inf"
+  EXPECT_EQ(fid.floats[2].minDisplay, 0.0);
   ASSERT_EQ(fid.integers.size(), 2u);
   EXPECT_TRUE(fid.integers[0].scaled);
   EXPECT_EQ(fid.integers[0].min, -12);
