@@ -55,20 +55,12 @@ bool isPlainWord(std::string_view text) {
   });
 }
 
-// True when the parser will read byte by byte: then no byte of a text can draw others with it.
-bool isReadByteByByte(const TiXmlDeclaration* declaration) {
-  if (!declaration) return true;
-  const std::string_view encoding = declaration->Encoding();
-  return !encoding.empty() && encoding[0] != 'U' && encoding[0] != 'u';
-}
-
 // Whether the printed tree is sure to be read as it was printed. Texts are printed with entities for all that
 // could end them. What does not come back as it was: a text with a numeric reference in it, which is printed
 // as it stands (so is a reference for a control character, and the two look alike), a declaration, whose
-// texts are printed as they are, and in UTF-8 a sequence that is not whole, as it takes the next bytes with
-// it.
+// texts are printed as they are, and a byte order mark before what is no UTF-8.
 bool isReadAsPrinted(const TiXmlDocument& document, std::string_view bytes) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF", kDeclaration = "<?xml";
+  constexpr std::string_view kDeclaration = "<?xml";
   if (bytes.size() > kLargestFile || bytes.find("&#") != bytes.npos) return false;
   const bool marked = bytes.starts_with(kByteOrderMark);
   const TiXmlDeclaration* const declaration = document.FirstChild()->ToDeclaration();
@@ -77,9 +69,7 @@ bool isReadAsPrinted(const TiXmlDocument& document, std::string_view bytes) {
   if (declaration && !(isPlainWord(declaration->Version()) && isPlainWord(declaration->Encoding()) &&
                        isPlainWord(declaration->Standalone())))
     return false;
-  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-  return (!marked && isReadByteByByte(declaration)) || std::all_of(bytes.begin(), bytes.end(), isAscii) ||
-         isValidUtf8(bytes);
+  return !marked || isValidUtf8(bytes);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@ check_packages=(clang-format clang clang-tidy cppcheck)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin
   x11-utils)
+fuzz_packages=(clang libclang-rt-14-dev llvm)  # the latter for the names of functions in a finding
 
 install_missing() {
   local missing=()

@@ -1,0 +1,271 @@
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "dictionary/InterfaceFile.h"
+#include "fuzz/Fuzzing.h"
+#include "model/CommandLine.h"
+#include "model/MacroFile.h"
+#include "model/MacroNameScan.h"
+#include "platform/Text.h"
+
+// A macro file, then operations on it: the file's bytes up to a NUL, and for each operation a byte that tells
+// which one, a byte for a command number, and a text. After each the file holds what a plain list of commands
+// says.
+namespace tessaly {
+namespace {
+
+constexpr const char* kFile = "c/m.mac";
+constexpr const char* kPath = "c:\\m.mac";
+constexpr const char* kSecondFile = "c/n.mac";
+constexpr const char* kSecondPath = "c:\\n.mac";
+constexpr int kMostOperations = 8;
+
+struct Context {
+  Context() {
+    loadFunctionDictionary(sample, dictionary, [](const std::string&) {});
+  }
+  ScratchSite site;
+  const SiteRoot sample{TESSALY_SAMPLE_SITE};
+  FunctionDictionary dictionary;
+  DecodingLists lists{sample};
+};
+
+Context& context() {
+  static Context one;
+  return one;
+}
+
+MacroCommands commandsOf(const char* path) {
+  MacroCommands commands;
+  static_cast<void>(loadCommands(context().site.access(), path, true, commands));
+  return commands;
+}
+
+void checkLines(const MacroCommands& commands) {
+  const LineContext lines{context().dictionary, context().lists};
+  for (const MacroCommand& command : commands) {
+    for (const bool raw : {false, true}) {
+      for (const bool tabs : {false, true}) {
+        const std::string plain = commandLine(command, {false, raw, tabs}, lines);
+        const std::string destination = commandLine(command, {true, raw, tabs}, lines);
+        require(destination.ends_with(plain), "a destination only stands before a line");
+        require(commandLine(command, {false, raw, tabs}, lines, true).starts_with(plain),
+                "\"updated\" only stands behind a line");
+      }
+    }
+  }
+}
+
+// The record that insertion of a draft with these two parameters gives.
+MacroCommand recordOf(const CommandDraft& draft, int workplace) {
+  MacroCommand record;
+  record.fid = draft.fid;
+  record.workplace = std::to_string(workplace);
+  record.group = record.module = record.widget = "0";
+  record.firstMarker = false;  // as a fresh load has it
+  for (const CommandDraft::Parameter& parameter : draft.parameters) {
+    if (parameter.optional && parameter.value.empty()) continue;
+    record.parameters.push_back({parameter.name, parameter.value, parameter.value});
+  }
+  return record;
+}
+
+void insertInto(MacroCommands& commands, MacroCommand record, int position, InsertMode mode) {
+  const std::size_t at = mode == InsertMode::kAtStart ? 0 : static_cast<std::size_t>(position);
+  const bool append = mode == InsertMode::kAppend || at >= commands.size();
+  commands.insert(append ? commands.end() : commands.begin() + static_cast<std::ptrdiff_t>(at),
+                  std::move(record));
+}
+
+// True when `after` differs from `before` in one value at most, which is then `value`.
+bool oneValueSet(const MacroCommands& before, MacroCommands after, const std::string& value) {
+  int changes = 0;
+  for (std::size_t i = 0; i < before.size() && i < after.size(); ++i) {
+    auto& parameters = after[i].parameters;
+    for (std::size_t k = 0; k < parameters.size() && k < before[i].parameters.size(); ++k) {
+      if (parameters[k].value == before[i].parameters[k].value) continue;
+      if (parameters[k].value != value) return false;
+      parameters[k] = before[i].parameters[k];
+      ++changes;
+    }
+  }
+  return changes <= 1 && before == after;
+}
+
+class Run {
+ public:
+  Run(FuzzInput& input, MacroCommands commands) : input_(input), expected_(std::move(commands)) {}
+
+  void operation() {
+    const std::uint8_t kind = input_.byte();
+    number_ = input_.byte() % 16;
+    text_ = input_.text();
+    const bool usable = hasData();
+    saved_.commands.reset();
+    switch (kind % 7) {
+      case 0:
+        insert(kind, usable);
+        break;
+      case 1:
+        appendClassic(kind, usable);
+        break;
+      case 2:
+        remove();
+        break;
+      case 3:
+        set();
+        break;
+      case 4:
+        rename();
+        break;
+      case 5:
+        hold();
+        break;
+      case 6:
+        replace();
+        break;
+    }
+    require(commandsOf(kPath) == expected_, "the file holds the commands that the operation leaves");
+    require(!saved_.commands || *saved_.commands == expected_, "what is told of the saved file is in it");
+  }
+
+ private:
+  // Without a macro or its data nothing can be inserted.
+  static bool hasData() {
+    MacroCommands commands;
+    return loadCommands(context().site.access(), kPath, true, commands);
+  }
+
+  void insert(std::uint8_t kind, bool usable) {
+    const CommandDraft draft{text_,
+                             {{ParameterKind::kEnum, std::string(input_.text()), text_, (kind & 64) != 0},
+                              {ParameterKind::kFloat, text_, std::string(input_.text()), true}}};
+    const auto mode = static_cast<InsertMode>((kind / 7) % 3);
+    const bool done = insertCommand(context().site.access(), kPath, number_, draft, number_, mode, &saved_);
+    require(done == usable, "a command goes into every file with data");
+    if (done) insertInto(expected_, recordOf(draft, number_), number_, mode);
+  }
+
+  void appendClassic(std::uint8_t kind, bool usable) {
+    ClassicCommand command;
+    command.build(kind, static_cast<std::uint8_t>(number_), 1, 2,
+                  {reinterpret_cast<const std::uint8_t*>(text_.data()), text_.size()});
+    const auto mode = static_cast<InsertMode>((kind / 7) % 3);
+    const bool done =
+        appendClassicCommand(context().site.access(), kPath, number_, command, mode, 2, &saved_);
+    require(done == usable, "a classic command goes into every file with data");
+    const CommandDraft draft{"QMF2.NCSCOMMAND", {{ParameterKind::kEnum, "CMD", command.text(), false}}};
+    if (done) insertInto(expected_, recordOf(draft, 1), number_, mode);
+  }
+
+  void remove() {
+    const std::string before = context().site.bytes(kFile);
+    const bool done = removeCommand(context().site.access(), kPath, number_, &saved_);
+    require(done == (static_cast<std::size_t>(number_) < expected_.size()), "exactly a command is removed");
+    if (done) {
+      expected_.erase(expected_.begin() + number_);
+    } else {
+      require(context().site.bytes(kFile) == before, "a refused removal leaves the file");
+    }
+  }
+
+  void replace() {
+    const CommandDraft draft{text_, {{ParameterKind::kInteger, std::string(input_.text()), text_, true}}};
+    const bool done = replaceCommand(context().site.access(), kPath, number_, draft, 3, &saved_);
+    const auto number = static_cast<std::size_t>(number_);
+    require(done == (number < expected_.size()), "exactly a command is replaced");
+    if (done) expected_[number] = recordOf(draft, 3);
+  }
+
+  void set() {
+    const bool done = setCommandValue(context().site.access(), kPath, number_, text_);
+    take(done);
+  }
+
+  void hold() {
+    HeldMacro held;
+    require(held.open(context().site.access(), kPath), "a loaded file can be held");
+    const bool done = held.setCommandValue(number_, text_);
+    require(held.save(context().site.access(), kPath), "a held document is saved");
+    take(done);
+  }
+
+  void take(bool done) {
+    const MacroCommands after = commandsOf(kPath);
+    require(done ? oneValueSet(expected_, after, text_) : expected_ == after, "one value is set, or none");
+    expected_ = after;
+  }
+
+  void rename() {
+    const std::string before = context().site.bytes(kFile);
+    std::string name = text_;
+    if (!renameMacro(context().site.access(), kPath, name)) {
+      require(context().site.bytes(kFile) == before, "a refused renaming leaves the file");
+      return;
+    }
+    require(readMacroName(context().site.access(), kPath, name), "a renamed macro has a name");
+    require(name == text_ || name == utf8ToWindows1252(text_), "a name is read as it was given");
+  }
+
+  FuzzInput& input_;
+  MacroCommands expected_;
+  int number_ = 0;
+  std::string text_;
+  SavedMacro saved_;
+};
+
+// Every operation on a file that does not parse fails, says so, and leaves the file.
+void checkRefused(const std::string& bytes) {
+  ScratchSite& site = context().site;
+  std::string name;
+  MacroCommands commands(1);
+  const std::size_t shown = site.shown;
+  require(!loadCommands(site.access(), kPath, true, commands) && commands.size() == 1 &&
+              !readMacroName(site.access(), kPath, name) && name == "???" &&
+              !renameMacro(site.access(), kPath, name) &&
+              !insertCommand(site.access(), kPath, 0, {}, 1, InsertMode::kAppend) &&
+              !removeCommand(site.access(), kPath, 0) && !setCommandValue(site.access(), kPath, 0, "1"),
+          "nothing can be done with a file that does not parse");
+  require(site.shown == shown + 6, "each failure is reported once");
+  require(site.bytes(kFile) == bytes, "a file that does not parse is left alone");
+}
+
+void run(FuzzInput input) {
+  ScratchSite& site = context().site;
+  const std::string bytes(input.text());
+  site.put(kFile, bytes);
+  if (const auto scanned = scanMacroName(bytes)) {
+    std::string name;
+    require(readMacroName(site.access(), kPath, name) && name == *scanned,
+            "the tree has the name that was seen");
+  }
+  HeldMacro held;
+  if (!held.open(site.access(), kPath)) {
+    checkRefused(bytes);
+    return;
+  }
+  const MacroCommands commands = commandsOf(kPath);
+  require(site.bytes(kFile) == bytes, "loading leaves the file alone");
+  checkLines(commands);
+  if (!held.save(site.access(), kSecondPath)) return;  // an empty document is not written
+  require(commandsOf(kSecondPath) == commands, "saved and loaded commands are the same");
+  std::string name, savedName;
+  const bool named = readMacroName(site.access(), kPath, name);
+  require(readMacroName(site.access(), kSecondPath, savedName) == named && savedName == name,
+          "a saved name is the same");
+  const std::string once = site.bytes(kSecondFile);
+  require(held.open(site.access(), kSecondPath) && held.save(site.access(), kSecondPath), "saved again");
+  require(site.bytes(kSecondFile) == once, "what was saved once is saved the same again");
+
+  Run operations(input, commands);
+  for (int i = 0; i < kMostOperations && !input.empty(); ++i) operations.operation();
+}
+
+}  // namespace
+}  // namespace tessaly
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tessaly::run({data, size});
+  return 0;
+}
