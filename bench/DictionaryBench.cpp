@@ -42,7 +42,8 @@ Pair loading(const char* name, std::size_t functions, double goal) {
           .measured = [functions] { loadOnce(functions); },
           .limit = [functions] { bareLoad(functions); },
           .goal = goal,
-          .prepare = [functions] { static_cast<void>(site(functions)); }};
+          .prepare = [functions] { static_cast<void>(site(functions)); },
+          .oneThread = true};
 }
 
 // Names hold their own bytes, and so does the limit; the rest is what a function costs besides.
@@ -69,7 +70,8 @@ const bool kRegistered[] = {
              .goal = 1.3,
              .prepare = [] { static_cast<void>(site(10'000)); },
              .measuredItems = 100'000,
-             .limitItems = 10'000}),
+             .limitItems = 10'000,
+             .oneThread = true}),
     addFigure({.name = "memory of 100,000 functions beside their names",
                .unit = "B",
                .take = memoryBesideNames,

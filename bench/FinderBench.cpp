@@ -70,7 +70,8 @@ Pair filterPair(const char* name, const char* text) {
                 barePass(text);
               },
           .goal = 1.5,
-          .prepare = prepare};
+          .prepare = prepare,
+          .oneThread = true};
 }
 
 void keystroke(const char* text) {
@@ -97,7 +98,8 @@ const bool kRegistered[] = {
              .measured = keystrokes,
              .limit = barePasses,
              .goal = 4,
-             .prepare = prepare}),
+             .prepare = prepare,
+             .oneThread = true}),
 };
 
 }  // namespace

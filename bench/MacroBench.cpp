@@ -145,12 +145,14 @@ const bool kRegistered[] = {
              .measured = loadAndShow,
              .limit = bareLoad,
              .goal = 1.5,
-             .prepare = prepare}),
+             .prepare = prepare,
+             .oneThread = true}),
     addPair({.name = "describe 5,000 classic commands, list in hand as limit",
              .measured = describeWithSite,
              .limit = describeWithListInHand,
              .goal = 1.2,
-             .prepare = prepare}),
+             .prepare = prepare,
+             .oneThread = true}),
 };
 
 }  // namespace

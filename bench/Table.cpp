@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/Counting.h"
 #include "bench/TableReporter.h"
 
 namespace tessaly::bench {
@@ -96,6 +97,7 @@ double secondsOf(const std::function<void()>& run) {
 }
 
 bool addPair(Pair pair) {
+  if (pair.oneThread) keepCounted(pair);
   const std::string name = pair.name;
   benchmark::RegisterBenchmark(name.c_str(), [pair = std::move(pair)](benchmark::State& state) {
     comparePair(state, pair);

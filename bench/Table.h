@@ -28,6 +28,8 @@ struct Pair {
   // Times are divided by these, for costs a piece at two sizes.
   double measuredItems = 1;
   double limitItems = 1;
+  // Both sides keep to this thread and wait for nobody, so that their instructions can be counted.
+  bool oneThread = false;
   double measuredWait = 0;  // seconds in each measured sample that a rule has the user wait; taken off
 };
 

@@ -2,13 +2,16 @@
 #include <string_view>
 #include <vector>
 
+#include "bench/Counting.h"
 #include "bench/TableReporter.h"
 #include "bench/window/Children.h"
 
+// tessaly-bench --counted | --count measured|limit NAME
 // tessaly-bench [--quick] [options of the benchmark library, e.g. --benchmark_filter=REGEX]
 int main(int argc, char** argv) {
   int result = 0;
-  if (tessaly::bench::runAsChild(argc, argv, result)) return result;
+  if (tessaly::bench::runAsChild(argc, argv, result) || tessaly::bench::runCounted(argc, argv, result))
+    return result;
   std::vector<char*> arguments;
   for (int i = 0; i < argc; ++i) {
     if (i > 0 && std::string_view(argv[i]) == "--quick") {
