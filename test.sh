@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every test. Arguments go to ctest (-R NAME, -V, ...).
-#   PRESET=asan ./test.sh    with the address and undefined behaviour sanitizers
-#   PRESET=tsan ./test.sh    with the thread sanitizer
+#   PRESET=asan ./test.sh    by clang, with the address and undefined behaviour sanitizers
+#   PRESET=tsan ./test.sh    by clang, with the thread sanitizer
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
-install_missing "${build_packages[@]}" "${run_packages[@]}"
-
 preset=${PRESET:-release}
+compiler=()
+[ "$preset" = release ] || compiler=(clang)  # the sanitizer builds
+install_missing "${build_packages[@]}" "${run_packages[@]}" "${compiler[@]}"
+
 cmake --preset "$preset" ${WERROR:+-DTESSALY_WERROR=ON} >/dev/null
 cmake --build "build/$preset"
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}

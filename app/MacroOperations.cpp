@@ -318,6 +318,7 @@ MacroOperations::Saved MacroOperations::save(Pane pane) {
   if (!target || !here.copy.edited()) return Saved::kNothing;
   const bool panel = target->source == PaneSource::kPanel;
   if (panel && (target->workplace <= 0 || demo_)) return Saved::kNothing;
+  const bool overwrites = here.copy.targetChanged();
   if (!panel) history_.keepFile(target->file(), MacroChange::kSave);
   const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path(),
                                    MacroChange::kSave)
@@ -328,9 +329,10 @@ MacroOperations::Saved MacroOperations::save(Pane pane) {
   here.copy.leaveEditState();
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
-  tellDone(done          ? tr("%1: saved").arg(macro)
-           : unannounced ? tr("%1: saved%2").arg(macro, reason())
-                         : tr("%1: NOT saved%2; the working copy still holds the changes")
+  tellDone(done && overwrites ? tr("%1: saved over what another program had written there").arg(macro)
+           : done             ? tr("%1: saved").arg(macro)
+           : unannounced      ? tr("%1: saved%2").arg(macro, reason())
+                              : tr("%1: NOT saved%2; the working copy still holds the changes")
                                .arg(macro, panel ? reason() : QString()));
   return done || unannounced ? Saved::kDone : Saved::kFailed;
 }

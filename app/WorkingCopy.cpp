@@ -33,6 +33,7 @@ void WorkingCopy::noteEdit() {
 
 bool WorkingCopy::takeUp(const RecoveryRecord& record) {
   target_ = record.target;
+  fetched_.reset();
   if (!load()) return false;
   edited_ = true;
   record_ = record;
@@ -56,7 +57,9 @@ bool WorkingCopy::load() {
 bool WorkingCopy::open(const MacroTarget& target, bool filled) {
   leaveEditState();
   target_ = filled ? std::optional(target) : std::nullopt;
-  return load();
+  const bool loaded = load();
+  fetched_ = filled && loaded ? std::optional(loaded_) : std::nullopt;
+  return loaded;
 }
 
 void WorkingCopy::showKeyFile(KeyFile keyFile) {
@@ -120,7 +123,17 @@ bool WorkingCopy::setFileValue(int number, const std::string& value) {
 
 bool WorkingCopy::saveHeld() { return reload(held_.save(site_, path_), {}); }
 
-bool WorkingCopy::saveToDisk() const { return target_ && copyFile(site_.root, path_, target_->file()); }
+bool WorkingCopy::saveToDisk() {
+  if (!target_ || !copyFile(site_.root, path_, target_->file())) return false;
+  fetched_ = loaded_;
+  return true;
+}
+
+bool WorkingCopy::targetChanged() const {
+  if (!target_ || target_->source != PaneSource::kHarddisk || !fetched_) return false;
+  const auto bytes = readFile(site_.root, target_->file());
+  return bytes && contentCheck(*bytes) != *fetched_;
+}
 
 int WorkingCopy::commandCount() const {
   switch (content_) {

@@ -51,7 +51,10 @@ class WorkingCopy {
   bool saveHeld();
 
   // Copies the file over the target's, for a macro of the harddisk. Edit state is left by `leaveEditState`.
-  bool saveToDisk() const;
+  bool saveToDisk();
+  // The target's file on the harddisk no longer holds what it held when it was opened or last saved here:
+  // somebody else has written it since.
+  [[nodiscard]] bool targetChanged() const;
   void leaveEditState();
 
   [[nodiscard]] const std::string& path() const { return path_; }
@@ -83,7 +86,9 @@ class WorkingCopy {
   bool edited_ = false;
   int revision_ = 0;
   RecoveryFile recovery_;
-  ContentCheck loaded_;                   // of the bytes that the file had when it was loaded
+  ContentCheck loaded_;  // of the bytes that the file had when it was loaded
+  std::optional<ContentCheck>
+      fetched_;  // of the target, when it was opened or last saved; unknown when taken up
   std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
 };
 

@@ -150,6 +150,27 @@ TEST_F(FileFaultTest, AMacroFolderThatFailsLosesNothing) {
   open();
 }
 
+// The user's save counts, as always, but the strip tells whom it met; the other version stays in the history.
+TEST_F(FileFaultTest, AMacroThatChangedUnderTheOpenOneIsTold) {
+  const std::string file = std::string(kMacros) + "\\macro001.mac";
+  const auto editAndSave = [this] {
+    driver().clickRow(a_.commands, 0);
+    driver().press(a_.deleteCommand);
+    driver().press(a_.saveChanges);
+  };
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "001");
+  editAndSave();
+  EXPECT_THAT(fixture_.status().toStdString(), testing::EndsWith(": saved"));
+  editAndSave();
+  EXPECT_THAT(fixture_.status().toStdString(), testing::EndsWith(": saved"))
+      << "our own save is no stranger's";
+  fixture_.site.write(file, "<macro name=\"Elsewhere\"><data></data></macro>");
+  editAndSave();
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("another program"));
+  EXPECT_EQ(fixture_.site.read(file).find("Elsewhere"), std::string::npos);
+}
+
 TEST_F(FileFaultTest, WorkingCopiesAndSettingsThatCannotBeWrittenStayAsTheyAre) {
   open();
   driver().clickRow(a_.commands, 0);
