@@ -80,11 +80,24 @@ bool PanelClient::connect(const std::string& host, const std::function<bool()>& 
   const std::scoped_lock turn(connecting_);
   if (!wanted()) return false;
   disconnect();
-  if (!connection_->connect(host, kPanelPort, this)) return false;
+  setAttempt(&wanted);
+  const bool connected = connection_->connect(host, kPanelPort, this);
+  setAttempt(nullptr);
+  if (!connected) return false;
   if (keep()) return true;
   // Still in our turn, so that this cannot end the connection of the next attempt.
   disconnect();
   return false;
+}
+
+void PanelClient::setAttempt(const std::function<bool()>* wanted) {
+  const std::scoped_lock guard(attempt_);
+  attempted_ = wanted;
+}
+
+void PanelClient::endUnwantedAttempt() {
+  const std::scoped_lock guard(attempt_);
+  if (attempted_ != nullptr && !(*attempted_)()) connection_->disconnect();
 }
 
 bool PanelClient::disconnect() {

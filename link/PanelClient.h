@@ -63,6 +63,10 @@ class PanelClient : public IXCTLClient {
   [[nodiscard]] bool connect(const std::string& host, const std::function<bool()>& wanted,
                              const std::function<bool()>& keep);
 
+  // Ends an attempt that blocks in the library although `wanted` says no by now: the next one need not wait
+  // for it. Not from an observer, nor while holding what `wanted` takes.
+  void endUnwantedAttempt();
+
   // Does nothing unless connected. Always true.
   bool disconnect();
 
@@ -112,6 +116,7 @@ class PanelClient : public IXCTLClient {
   bool subscribe(const std::string& name, std::shared_ptr<ValueObserver> observer);
   void removeFrom(const std::vector<std::string>& names, const ValueObserver& observer);
   void addTrigger(const std::string& name, std::shared_ptr<ValueObserver> observer);
+  void setAttempt(const std::function<bool()>* wanted);
   [[nodiscard]] Observers observersOf(const ObserverTable& table, const std::string& name) const;
 
   std::string text_;               // unused; part of the object's fixed layout
@@ -129,6 +134,10 @@ class PanelClient : public IXCTLClient {
   // of their own. Held for the few lines that touch one, never while an observer or the library is called.
   mutable std::mutex tables_;
   std::mutex connecting_;  // one connect at a time; taken by worker threads only
+  // The attempt that is in the library. Held while an unwanted one is ended, so that this never hits the
+  // next.
+  std::mutex attempt_;
+  const std::function<bool()>* attempted_ = nullptr;  // guarded by attempt_; whether it is wanted
 };
 
 // Initialises the library and creates the one client unless it exists. Called by the start-up, before any

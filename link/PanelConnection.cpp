@@ -88,6 +88,9 @@ void PanelConnection::connectButton(Pane pane) {
 
 // The connection stays where it is, whatever address this pane shows.
 void PanelConnection::join(Pane pane) {
+  // An attempt of the pane's own that still goes on must neither take the connection away nor report a
+  // failure.
+  static_cast<void>(giveUp(pane));
   states_->join(pane);
   refresh(pane);
   view_.rebuildWorkplaces(pane);
@@ -99,7 +102,7 @@ void PanelConnection::start(Pane pane) {
   display.buttonEnabled = false;
   display.editEnabled = false;
   view_.showConnection(pane, display);
-  view_.startTimer(pane, kConnectTimeOut);
+  view_.startTimer(pane, connectTimeOut_);
   const auto work = [&client = client_, states = states_, attempt = states_->begin(pane, address(pane)),
                      pane] {
     const auto wanted = [&] { return states->wanted(*attempt); };
@@ -167,17 +170,26 @@ void PanelConnection::connectedMessage(Pane pane) {
   refresh(pane);
 }
 
-void PanelConnection::timeOut(Pane pane) {
+// False when there is no attempt, or its success is on its way.
+bool PanelConnection::giveUp(Pane pane) {
   view_.killTimer(pane);
+  if (!states_->abandon(pane)) return false;
+  client_.endUnwantedAttempt();
+  return true;
+}
+
+void PanelConnection::timeOut(Pane pane) {
   // Given up before the box is shown, so that no success arrives behind it.
-  if (!states_->abandon(pane)) return;
+  if (!giveUp(pane)) return;
   messages_.show(kConnectionFailed, MessageIcon::kExclamation);
   refresh(pane);
 }
 
 void PanelConnection::close() {
   for (const Pane pane : kPanes) view_.killTimer(pane);
-  if (!states_->retire()) return;
+  const bool inUse = states_->retire();
+  client_.endUnwantedAttempt();
+  if (!inUse) return;
   subscriptions_.dropAll();
   client_.disconnect();
 }

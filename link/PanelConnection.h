@@ -68,6 +68,8 @@ class PanelConnection {
 
   // In place of connecting, the demonstration is shown.
   void setDemo(bool on) { demo_ = on; }
+  // How long an attempt may take; kConnectTimeOut at first.
+  void setConnectTimeOut(std::chrono::milliseconds time) { connectTimeOut_ = time; }
 
   // Both as in the settings. Shown by the next refresh.
   void setTexts(Pane pane, const std::string& storedPath, const std::string& address);
@@ -112,6 +114,7 @@ class PanelConnection {
 
   void join(Pane pane);
   void start(Pane pane);
+  [[nodiscard]] bool giveUp(Pane pane);
   void startDemo();
 
   PanelClient& client_;
@@ -119,6 +122,7 @@ class PanelConnection {
   Messages& messages_;
   PanelConnectionView& view_;
   bool demo_ = false;
+  std::chrono::milliseconds connectTimeOut_ = kConnectTimeOut;
   std::array<Texts, kPanes.size()> texts_;
   std::array<PaneConnectionDisplay, kPanes.size()> displays_;
   std::shared_ptr<PaneStates> states_;

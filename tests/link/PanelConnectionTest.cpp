@@ -142,8 +142,11 @@ TEST_F(PanelConnectionTest, APanelThatNeverAnswersIsGivenUp) {
   connection.timeOut(kA);
   EXPECT_THAT(messages.take(), ElementsAre("Connection failed....."));
   EXPECT_EQ(shown(kA), "connect 10.0.0.1");
+  EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"))
+      << "the next attempt must not wait for this one";
   connection.connectButton(kB);  // waits its turn behind the blocked worker
   connection.timeOut(kB);
+  panel.transport->take();
   EXPECT_THAT(messages.take(), ElementsAre("Connection failed....."));
   panel.transport->letGo(true);
   panel.transport->await("disconnect");  // the late success is of no use to anybody
@@ -186,6 +189,19 @@ TEST_F(PanelConnectionTest, APaneJoinsTheOthersConnectionAndTheLastOneClosesIt) 
   EXPECT_THAT(panel.transport->take(), IsEmpty());
   connection.connectButton(kA);
   EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
+}
+
+TEST_F(PanelConnectionTest, APaneThatJoinsGivesItsOwnAttemptUp) {
+  panel.transport->letGo(false);
+  connection.connectButton(kA);
+  panel.transport->await("connect 10.0.0.1:56662");
+  panel.transport->letGo(true);
+  connect(kB);
+  connection.chooseHarddisk(kA);
+  connection.choosePanel(kA);
+  EXPECT_EQ(shown(kA), "disconnect [10.0.0.1]");
+  connection.timeOut(kA);
+  EXPECT_THAT(messages.texts, IsEmpty()) << "no failure is reported in a connected pane";
 }
 
 TEST_F(PanelConnectionTest, TheButtonDropsTheSubscriptionsTheRadioDoesNot) {
