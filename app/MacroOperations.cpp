@@ -153,8 +153,9 @@ void MacroOperations::createOnPanel(Pane pane, int number, const std::string& na
   browser(pane).showCommands();
   emit changed();
   const QString macro = shown(macroNumberText(number) + " - " + name);
-  tellDone(done ? tr("%1: created on the panel").arg(macro)
-                : tr("%1: could not be created on the panel%2").arg(macro, reason()));
+  const bool there = outcome_.transfer == FtpClient::Result::kDone;
+  tellDone(there ? tr("%1: created on the panel%2").arg(macro, done ? QString() : reason())
+                 : tr("%1: could not be created on the panel%2").arg(macro, reason()));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -197,9 +198,16 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, int number) 
                     (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file, change)
                            : copyFile(site_.root, file, macroFile(folder, number)));
   if (!panel) rebuild(to, number);
+  sayCopied(source, number, done, panel && !file.empty());
+}
+
+void MacroOperations::sayCopied(const MacroRow& source, int number, bool done, bool transferred) {
   const QString macro = shown(source.text());
-  tellDone(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
-                : tr("%1: could not be copied").arg(macro));
+  const QString why = transferred && !done ? reason() : QString();
+  // A macro that was sent is there, whether or not the panel could be told so.
+  const bool there = done || (transferred && outcome_.transfer == FtpClient::Result::kDone);
+  tellDone(there ? tr("%1: copied to %2%3").arg(macro, shown(macroNumberText(number)), why)
+                 : tr("%1: could not be copied%2").arg(macro, why));
 }
 
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number) {
@@ -226,9 +234,7 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number)
     rebuild(to, number);
   }
   emit changed();
-  const QString macro = shown(source.text());
-  tellDone(done ? tr("%1: copied to %2").arg(macro, shown(macroNumberText(number)))
-                : tr("%1: could not be copied").arg(macro));
+  sayCopied(source, number, done, true);
 }
 
 void MacroOperations::renameMacro(Pane pane) {

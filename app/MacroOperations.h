@@ -66,6 +66,7 @@ class MacroOperations : public QObject {
   void rebuild(Pane pane, int reveal = -1);
   void copyFromDisk(Pane to, const MacroRow& source, int number);
   void copyFromPanel(Pane to, const MacroRow& source, int number);
+  void sayCopied(const MacroRow& source, int number, bool done, bool transferred);
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source);
   void clearOther(Pane pane, const std::string& file);
   void deleteOnPanel(const MacroTarget& target);
