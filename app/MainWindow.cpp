@@ -49,6 +49,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   addMenu();
   bridge_.setSource([this](Pane pane) { return connection_.source(pane) == PaneSource::kPanel; });
   connection_.setDemo(context.demo);
+  connection_.setConnectTimeOut(context.connectTimeOut);
   for (const Pane pane : kPanes) {
     PaneRoom& here = room(pane);
     here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
@@ -213,6 +214,7 @@ void MainWindow::connectPanel() {
           [this](Pane pane, const PaneConnectionDisplay& display) {
             room(pane).view->showSource(connection_.source(pane));
             room(pane).view->showConnection(display);
+            watchConnection();  // a loss is told again when a pane has connected anew in between
           });
   connect(&bridge_, &PanelBridge::listsWanted, this, [this](Pane pane) {
     // Whatever asks for it: the lists stay while unsaved work hangs on them.

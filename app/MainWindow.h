@@ -35,6 +35,7 @@ struct WindowContext {
   MacroHistory& history;
   bool demo = false;
   Preferences* preferences = nullptr;  // of the user; may be missing
+  std::chrono::milliseconds connectTimeOut = kConnectTimeOut;
 };
 
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
