@@ -1,0 +1,68 @@
+#include "fuzz/soak/DialogAnswers.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTest>
+
+namespace tessaly {
+namespace {
+
+constexpr int kLookMilliseconds = 2;
+
+void pressIn(QMessageBox& box, const std::vector<QString>& captions) {
+  for (const QString& caption : captions) {
+    for (QAbstractButton* button : box.buttons()) {
+      if (button->text().remove(QLatin1Char('&')) != caption) continue;
+      QTest::mouseClick(button, Qt::LeftButton);
+      return;
+    }
+  }
+  throw std::runtime_error("no button to press in: " + box.text().toStdString());
+}
+
+}  // namespace
+
+DialogAnswers::DialogAnswers() {
+  connect(&timer_, &QTimer::timeout, this, &DialogAnswers::look);
+  timer_.start(kLookMilliseconds);
+}
+
+std::vector<std::string> DialogAnswers::takeTexts() { return std::exchange(texts_, {}); }
+
+std::string DialogAnswers::takeProblem() { return std::exchange(problem_, {}); }
+
+void DialogAnswers::look() {
+  auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (dialog == nullptr || !dialog->isVisible()) return;
+  if (std::find(answering_.begin(), answering_.end(), dialog) != answering_.end()) return;
+  answering_.push_back(dialog);
+  // An exception must not cross the event loop.
+  try {
+    answerOne(*dialog);
+  } catch (const std::exception& problem) {
+    if (problem_.empty()) problem_ = problem.what();
+    dialog->reject();
+  }
+  std::erase(answering_, dialog);
+}
+
+void DialogAnswers::answerOne(QDialog& dialog) {
+  if (qobject_cast<QProgressDialog*>(&dialog) != nullptr) {
+    if (cancelProgress) QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
+    return;
+  }
+  if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+    texts_.push_back(box->text().toStdString());
+    pressIn(*box, boxButtons);
+    return;
+  }
+  if (answer) answer(dialog);
+  if (dialog.isVisible()) dialog.reject();
+}
+
+}  // namespace tessaly
