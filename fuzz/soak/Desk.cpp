@@ -58,8 +58,11 @@ void DeskPanel::setFaults(const PanelFaults& faults) {
 }
 
 void DeskPanel::begin() {
+  constexpr int kAttempts = 3;  // its FTP server is a process of its own, which a busy machine may starve
   std::string reason;
-  if (!simulator.start(reason)) throw std::runtime_error("no simulated panel: " + reason);
+  for (int i = 0; i < kAttempts; ++i)
+    if (simulator.start(reason)) return;
+  throw std::runtime_error("no simulated panel: " + reason);
 }
 
 Desk::Desk(std::chrono::milliseconds connectTimeOut)

@@ -173,8 +173,8 @@ const std::vector<Fault>& panelFaults() {
       {"gone", true, true, true, false, [](Desk& desk, O) { desk.first.simulator.stop(); }},
       {"gone-and-back", true, true, true, false,
        [](Desk& desk, O) {
-         std::string reason;
-         if (!desk.first.simulator.restart(milliseconds(0), reason)) throw std::runtime_error(reason);
+         desk.first.simulator.stop();
+         desk.first.begin();
        }},
       {"refuse-login", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.refuseLogin = true; }); }},

@@ -30,7 +30,14 @@ void SoakUser::takeCopy(const std::vector<SeenCommand>& commands, int selected) 
   const std::string bytes = copyBytes(pane_);
   const auto macro = seeMacro(bytes);
   require(macro.has_value(), "the working copy is broken: " + bytes);
-  require(macro->commands == commands, "the working copy holds other commands than it should");
+  require(macro->commands.size() == commands.size(),
+          format("the working copy holds %d commands, expected %d", static_cast<int>(macro->commands.size()),
+                 static_cast<int>(commands.size())));
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    const SeenCommand &seen = macro->commands[i], &expected = commands[i];
+    require(seen == expected, "command " + std::to_string(i) + " is " + seen.fid + " = \"" + seen.value +
+                                  "\", expected " + expected.fid + " = \"" + expected.value + "\"");
+  }
   here().copy = bytes;
   model_.show(pane_);
   here().command = selected;
