@@ -7,21 +7,8 @@
 #include <QLabel>
 #include <QSplitter>
 
-#include "app/AboutDialog.h"
 #include "app/Appearance.h"
-#include "app/CopyMacroDialog.h"
-#include "app/CreateMacroDialog.h"
-#include "app/FirstStartDialog.h"
-#include "app/RenameMacroDialog.h"
-#include "editors/ClassicEditorDialog.h"
-#include "editors/CreateCommandDialog.h"
-#include "editors/EnterTimecodeDialog.h"
-#include "editors/EnterValueDialog.h"
-#include "editors/LoadClipDialog.h"
-#include "editors/ModifyCommandDialog.h"
-#include "editors/MultipleCommandsDialog.h"
-#include "editors/SelectInputDialog.h"
-#include "tests/app/WindowFixture.h"
+#include "tests/app/EveryDialog.h"
 
 namespace tessaly {
 namespace {
@@ -80,55 +67,10 @@ std::vector<std::string> nameless(QWidget& window) {
   return found;
 }
 
-class AccessibilityTest : public testing::Test {
- protected:
-  AccessibilityTest() : fixture_(offlineClient()), lists_(fixture_.site.root) {}
-
-  WindowFixture fixture_;
-  DecodingLists lists_;
-  std::vector<PanelSource> sources_ = inputSources(sampleDictionary());
-  int rate_ = 25;
-  EditorContext context_{fixture_.site.access(), sampleDictionary(),   lists_, sources_,
-                         offlineClient(),        [] { return false; }, rate_};
-};
-
-TEST_F(AccessibilityTest, EveryControlOfEveryWindowHasNameAndRole) {
-  const auto& a = WindowFixture::ids(Pane::kA);
-  fixture_.driver->choose(a.applications, "Evening News");
-  fixture_.driver->choose(a.macros, "001");
-  fixture_.driver->clickRow(a.commands, 0);
-  fixture_.driver->press(a.deleteCommand);  // the buttons of edit state, too
-  EXPECT_THAT(nameless(*fixture_.window), IsEmpty());
-
-  MacroCommand command;
-  command.fid = "QMF2.ME1.KEY1.CLIP.SET";
-  command.parameters.push_back({"VALUE", "0.48", "0.48"});
-  const MacroNameTable names(kMacroNumbers);
-  const std::pair<const char*, std::function<std::unique_ptr<QDialog>()>> dialogs[] = {
-      {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
-      {"about", [] { return std::make_unique<AboutDialog>(); }},
-      {"copy", [&] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names); }},
-      {"create", [&] { return std::make_unique<CreateMacroDialog>(7, names); }},
-      {"rename", [] { return std::make_unique<RenameMacroDialog>("Titles"); }},
-      {"create command", [&] { return std::make_unique<CreateCommandDialog>(context_, 1, true); }},
-      {"modify command", [&] { return std::make_unique<ModifyCommandDialog>(context_, command); }},
-      {"multiple commands",
-       [&] {
-         return std::make_unique<MultipleCommandsDialog>(context_, 1, 0,
-                                                         [](const auto&, int, int, auto) { return true; });
-       }},
-      {"classic", [&] { return std::make_unique<ClassicEditorDialog>(context_, true, 1); }},
-      {"value",
-       [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0 / 100"), 0, 100); }},
-      {"timecode",
-       [] {
-         return std::make_unique<EnterTimecodeDialog>(Timecode{10, 20, 30, 5});
-       }},
-      {"input",
-       [&] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
-      {"clip", [] { return std::make_unique<LoadClipDialog>(std::vector<std::string>{"intro"}); }},
-  };
-  for (const auto& [name, make] : dialogs) EXPECT_THAT(nameless(*make()), IsEmpty()) << name;
+TEST(AccessibilityTest, EveryControlOfEveryWindowHasNameAndRole) {
+  EveryDialog every;
+  EXPECT_THAT(nameless(*every.fixture.window), IsEmpty());
+  every.visit([](QDialog& dialog, const char* name) { EXPECT_THAT(nameless(dialog), IsEmpty()) << name; });
 }
 
 double luminance(const QColor& colour) {

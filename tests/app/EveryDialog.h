@@ -1,0 +1,95 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QDialog>
+
+#include "app/AboutDialog.h"
+#include "app/CopyMacroDialog.h"
+#include "app/CreateMacroDialog.h"
+#include "app/FirstStartDialog.h"
+#include "app/HistoryDialog.h"
+#include "app/RecoveryDialog.h"
+#include "app/RenameMacroDialog.h"
+#include "editors/ClassicEditorDialog.h"
+#include "editors/CreateCommandDialog.h"
+#include "editors/EnterTimecodeDialog.h"
+#include "editors/EnterValueDialog.h"
+#include "editors/LoadClipDialog.h"
+#include "editors/ModifyCommandDialog.h"
+#include "editors/MultipleCommandsDialog.h"
+#include "editors/SelectInputDialog.h"
+#include "tests/app/WindowFixture.h"
+
+namespace tessaly {
+
+// The program's dialogs over a main window whose pane A has unsaved changes.
+class EveryDialog {
+ public:
+  EveryDialog() : lists_(fixture.site.root) {
+    const auto& a = WindowFixture::ids(Pane::kA);
+    fixture.driver->choose(a.applications, "Evening News");
+    fixture.driver->choose(a.macros, "001");
+    fixture.driver->clickRow(a.commands, 0);
+    fixture.driver->press(a.deleteCommand);
+    command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
+    command_.parameters.push_back({"VALUE", "0.48", "0.48"});
+  }
+
+  // One after the other, made anew.
+  void visit(const std::function<void(QDialog& dialog, const char* name)>& look) {
+    using Made = std::unique_ptr<QDialog>;
+    const std::pair<const char*, std::function<Made()>> makers[] = {
+        {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
+        {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
+        {"about", [] { return std::make_unique<AboutDialog>(); }},
+        {"history", [] { return std::make_unique<HistoryDialog>([](const KeptMacro&) { return Rows{}; }); }},
+        {"recovery", [] { return recovery(); }},
+        {"copy", [this] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names_); }},
+        {"create", [this] { return std::make_unique<CreateMacroDialog>(7, names_); }},
+        {"rename", [] { return std::make_unique<RenameMacroDialog>("Titles"); }},
+        {"create command", [this] { return std::make_unique<CreateCommandDialog>(context_, 1, true); }},
+        {"modify command", [this] { return std::make_unique<ModifyCommandDialog>(context_, command_); }},
+        {"multiple commands",
+         [this] {
+           return std::make_unique<MultipleCommandsDialog>(context_, 1, 0,
+                                                           [](const auto&, int, int, auto) { return true; });
+         }},
+        {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, 1); }},
+        {"value",
+         [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0 / 100"), 0, 100); }},
+        {"timecode",
+         [] {
+           return std::make_unique<EnterTimecodeDialog>(Timecode{10, 20, 30, 5});
+         }},
+        {"input",
+         [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+        {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
+    };
+    for (const auto& [name, make] : makers) look(*make(), name);
+  }
+
+  WindowFixture fixture{offlineClient()};
+
+ private:
+  using Rows = std::vector<std::string>;
+
+  static std::unique_ptr<QDialog> recovery() {
+    auto dialog = std::make_unique<RecoveryDialog>();
+    for (const PaneDescriptor& pane : kPaneDescriptors)
+      dialog->offer(pane, {QStringLiteral("001 - Titles"), QStringLiteral("a place"),
+                           QStringLiteral("3 of 4"), QStringLiteral("a warning")});
+    return dialog;
+  }
+
+  DecodingLists lists_;
+  std::vector<PanelSource> sources_ = inputSources(sampleDictionary());
+  int rate_ = 25;
+  EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
+                         offlineClient(),       [] { return false; }, rate_};
+  MacroCommand command_;
+  const MacroNameTable names_ = MacroNameTable(kMacroNumbers);
+};
+
+}  // namespace tessaly

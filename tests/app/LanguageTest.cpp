@@ -1,0 +1,150 @@
+// The same windows in another language: what is not translated, what must not be, what no longer fits.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QToolButton>
+
+#include "app/Language.h"
+#include "app/TransferText.h"
+#include "tests/app/EveryDialog.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+
+constexpr int kButtonFrame = 4;  // pixels of a push button that its caption cannot use
+
+bool cutOff(const QLabel& label) {
+  if (label.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return false;  // data of any length
+  if (label.wordWrap()) return label.height() < label.heightForWidth(label.width());
+  const QSize needed = label.sizeHint();
+  return label.width() < needed.width() || label.height() < needed.height();
+}
+
+bool cutOff(const QAbstractButton& button) {
+  if (qobject_cast<const QPushButton*>(&button) == nullptr &&
+      qobject_cast<const QToolButton*>(&button) == nullptr)
+    return button.width() < button.sizeHint().width();  // the mark beside the caption counts
+  const QSize text = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
+  return button.width() < text.width() + kButtonFrame || button.height() < text.height();
+}
+
+bool cutOff(const QGroupBox& box) { return box.width() < box.minimumSizeHint().width(); }
+
+template <class Widget>
+void collect(const QWidget& window, QString (Widget::*text)() const, std::vector<std::string>& found) {
+  for (const Widget* widget : window.findChildren<Widget*>())
+    if (widget->isVisibleTo(&window) && !(widget->*text)().isEmpty() && cutOff(*widget))
+      found.push_back(widget->objectName().toStdString() + ": " + (widget->*text)().toStdString());
+}
+
+// At the size that the window opens with, and at its smallest.
+std::vector<std::string> cutOffTexts(QWidget& window) {
+  std::vector<std::string> found;
+  window.show();
+  for (const QSize size : {window.size(), QSize(1, 1)}) {
+    window.resize(size);
+    QApplication::processEvents();
+    collect(window, &QLabel::text, found);
+    collect(window, &QAbstractButton::text, found);
+    collect(window, &QGroupBox::title, found);
+  }
+  return found;
+}
+
+std::map<int, std::string> numberedTexts(const QWidget& window) {
+  std::map<int, std::string> texts;
+  for (const QWidget* widget : window.findChildren<QWidget*>()) {
+    const QVariant id = widget->property("controlId");
+    if (!id.isValid()) continue;
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+      texts[id.toInt()] = label->text().toStdString();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+      texts[id.toInt()] = button->text().toStdString();
+  }
+  return texts;
+}
+
+// Tool tips of buttons, and menus: texts of the program's own.
+std::vector<QString> ownTexts(const QMainWindow& window) {
+  std::vector<QString> texts;
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+    if (!button->toolTip().isEmpty()) texts.push_back(button->toolTip());
+  for (const QAction* menu : window.menuBar()->actions()) texts.push_back(menu->text());
+  return texts;
+}
+
+// Menus whose Alt key is a pane's shortcut already, so that neither would answer to it.
+std::vector<std::string> takenMenuKeys(const QMainWindow& window) {
+  std::vector<std::string> taken;
+  const auto shortcuts = window.findChildren<QShortcut*>();
+  for (const QAction* menu : window.menuBar()->actions())
+    for (const QShortcut* shortcut : shortcuts)
+      if (shortcut->key() == QKeySequence::mnemonic(menu->text()))
+        taken.push_back(menu->text().toStdString());
+  return taken;
+}
+
+class LanguageTest : public testing::Test {
+ protected:
+  ~LanguageTest() override { speak({}); }
+};
+
+TEST_F(LanguageTest, NoTextIsCutOffAndNoKeyMeansTwoThings) {
+  for (const QString& language : languages()) {
+    speak(language);
+    EveryDialog every;
+    EXPECT_THAT(cutOffTexts(*every.fixture.window), IsEmpty()) << language.toStdString();
+    EXPECT_THAT(takenMenuKeys(*every.fixture.window), IsEmpty()) << language.toStdString();
+    every.visit([&](QDialog& dialog, const char* name) {
+      EXPECT_THAT(cutOffTexts(dialog), IsEmpty()) << name << " in " << language.toStdString();
+    });
+  }
+}
+
+TEST_F(LanguageTest, OwnTextsAreTranslatedAndTheSystemsStay) {
+  speak(QStringLiteral("en"));
+  const EveryDialog english;
+  speak(QStringLiteral("de"));
+  const EveryDialog german;
+  const auto numbered = numberedTexts(*english.fixture.window);
+  EXPECT_GT(numbered.size(), 40U);
+  EXPECT_EQ(numberedTexts(*german.fixture.window), numbered);
+
+  const std::vector<QString> ours = ownTexts(*english.fixture.window);
+  const std::vector<QString> theirs = ownTexts(*german.fixture.window);
+  ASSERT_EQ(theirs.size(), ours.size());
+  for (std::size_t i = 0; i < ours.size(); ++i) EXPECT_NE(theirs[i], ours[i]) << ours[i].toStdString();
+  EXPECT_EQ(german.fixture.status(), QStringLiteral("Befehl 1 gelöscht"));
+}
+
+TEST_F(LanguageTest, TransfersAreToldAsOnTheCommandLineAndInGerman) {
+  for (int result = 0; result <= static_cast<int>(FtpClient::Result::kFailed); ++result) {
+    const TransferOutcome outcome{static_cast<FtpClient::Result>(result), true};
+    speak({});
+    EXPECT_EQ(transferText(outcome).toStdString(), outcome.describe());
+    speak(QStringLiteral("de"));
+    EXPECT_NE(transferText(outcome).toStdString(), outcome.describe());
+  }
+}
+
+TEST(ChosenLanguageTest, WhatIsWantedElseWhatTheDesktopSpeaksElseEnglish) {
+  const struct {
+    const char* wanted;
+    QStringList desktop;
+    const char* spoken;
+  } cases[] = {{"", {"de-AT", "en"}, "de"}, {"", {"fr-FR", "de-DE", "en"}, "de"},
+               {"", {"fr", "C"}, "en"},     {"", {}, "en"},
+               {"en", {"de-DE"}, "en"},     {"de", {"en-GB"}, "de"}};
+  for (const auto& now : cases)
+    EXPECT_EQ(languageToSpeak(now.wanted, now.desktop).toStdString(), now.spoken) << now.desktop.size();
+}
+
+}  // namespace
+}  // namespace tessaly
