@@ -59,7 +59,8 @@ std::string paneProblems(const Desk& desk, Pane pane) {
   if (here.edited)
     for (const int list : {ids.applications, ids.controlPanels, ids.workplaces, ids.macros})
       judge.enabled(list, false, "a list is free while editing");
-  judge.visible(ids.connectButton, here.panel && !here.edited, "connect button shown");
+  // Changes that were taken up again need the panel before they can be saved.
+  judge.visible(ids.connectButton, here.panel && (!here.edited || !here.connected), "connect button shown");
   if (here.panel && !here.edited) {
     judge.enabled(ids.connectButton, !here.connecting, "connect button enabled");
     judge.enabled(ids.address, !here.connecting && !here.connected, "address field enabled");

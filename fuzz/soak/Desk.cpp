@@ -68,9 +68,11 @@ void DeskPanel::begin() {
 Desk::Desk(std::chrono::milliseconds connectTimeOut)
     : first("127.0.0.1", 0, 0),
       second("127.0.0.2", first.simulator.controlPort(), first.simulator.ftpPort()),
+      history_(site.root),
       lists_(site.root),
       macros_(client(), site.root, ftpTransfers(first.simulator.ftpPort())),
-      context_{{site.root, messages_}, deskDictionary(), lists_, client(), macros_} {
+      context_{{site.root, messages_}, deskDictionary(), lists_, client(), macros_, history_} {
+  macros_.keepIn(history_);
   context_.connectTimeOut = connectTimeOut;
   std::filesystem::copy(std::filesystem::path(kSampleSite) / "c", site.root.path() / "c",
                         std::filesystem::copy_options::recursive);

@@ -8,6 +8,7 @@
 #include "app/MainWindow.h"
 #include "app/MessageBoxes.h"
 #include "fuzz/soak/DialogAnswers.h"
+#include "model/MacroHistory.h"
 #include "panelsim/PanelSimulator.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
@@ -75,6 +76,7 @@ class Desk {
 
  private:
   MessageBoxes messages_;
+  MacroHistory history_;
   DecodingLists lists_;
   PanelMacros macros_;
   WindowContext context_;

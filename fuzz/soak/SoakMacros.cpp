@@ -195,8 +195,9 @@ void SoakUser::removed(int number) {
     model_.listMacros(pane_);
     return;
   }
-  if (model_.line.panel < 0) return;
   const int workplace = here().workplace;
+  // What is deleted is fetched first, to be kept; a person who ends that wait has not deleted.
+  if (model_.stalls(here().address, workplace, number) || model_.line.panel < 0) return;
   ModelFiles& files = model_.panels[static_cast<std::size_t>(model_.line.panel)]
                           .files[static_cast<std::size_t>(workplace - 1)];
   if (files.erase(number) > 0) model_.publish(model_.line.panel, modelNameValue(workplace, number), "");
@@ -315,6 +316,7 @@ std::string SoakUser::update() {
   if (!usable(ids().updateData)) return {};
   const bool accept = number(4) != 0;
   desk_.dialogs.boxButtons = {accept ? QStringLiteral("OK") : QStringLiteral("Cancel"), QStringLiteral("OK")};
+  desk_.window->say(QString());
   desk_.press(ids().updateData);
   desk_.dialogs.boxButtons = {QStringLiteral("OK")};
   updated(accept);
@@ -344,7 +346,9 @@ void SoakUser::updated(bool question) {
   int count = 0;
   applyValues(model_.ask(names), commands, count);
   if (count == 0) return;
-  WindowDriver::waitFor([this] { return desk_.edited(pane_); }, "the end of the update");
+  // The pane may have been in edit state before; the strip tells the end.
+  WindowDriver::waitFor([this] { return desk_.strip().find("commands updated") != std::string::npos; },
+                        "the end of the update");
   model_.updateOpen = false;
   // Pane B's values are replaced by what the working copy held before.
   takeCopy(pane_ == Pane::kA ? commands : here().commands, -1);

@@ -338,6 +338,15 @@ std::optional<std::string> SoakModel::fetch(const std::string& address, int work
   return file->second;
 }
 
+bool SoakModel::stalls(const std::string& address, int workplace, int number) const {
+  const int at = panelAt(address);
+  if (at < 0) return false;
+  const PanelModel& panel = panels[static_cast<std::size_t>(at)];
+  const FtpFaults& faults = panel.faults.ftp;
+  return panel.running && faults.stallTransfer && !faults.refuseLogin &&
+         panel.files[static_cast<std::size_t>(workplace - 1)].count(number) > 0;
+}
+
 bool SoakModel::send(const std::string& address, int workplace, int number, const std::string& bytes) {
   const int at = panelAt(address);
   if (at < 0 || !panels[static_cast<std::size_t>(at)].running) return false;

@@ -113,6 +113,8 @@ class SoakModel {
   void listMacros(Pane pane);
   // Bytes at a panel address; nothing when they do not come.
   [[nodiscard]] std::optional<std::string> fetch(const std::string& address, int workplace, int number) const;
+  // The panel has the macro, but none of its bytes come.
+  [[nodiscard]] bool stalls(const std::string& address, int workplace, int number) const;
   // True when the whole macro came to the panel, which is then told.
   bool send(const std::string& address, int workplace, int number, const std::string& bytes);
   // The answers to questions, in the order in which they come.
