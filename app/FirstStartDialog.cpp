@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLayout>
 
 #include "app/FirstStart.h"
 #include "ui_FirstStartDialog.h"
@@ -27,6 +28,7 @@ FirstStartDialog::FirstStartDialog(std::filesystem::path root, std::filesystem::
     ui_->sampleHint->setText(tr("The sample site did not come with this program."));
     ui_->existing->setChecked(true);
   }
+  setMinimumHeight(layout()->totalHeightForWidth(minimumWidth()));  // the layout alone counts one line a text
   connect(ui_->existingFolder, &QLineEdit::textEdited, ui_->existing, [this] { ui_->existing->click(); });
   connect(ui_->browse, &QPushButton::clicked, this, &FirstStartDialog::browse);
   connect(ui_->goOn, &QPushButton::clicked, this, &FirstStartDialog::accept);

@@ -1,6 +1,7 @@
 #include "app/HistoryDialog.h"
 
 #include <QHeaderView>
+#include <QToolButton>
 
 #include "ui_HistoryDialog.h"
 
@@ -17,6 +18,7 @@ constexpr int kPreviewShare = 2;
 HistoryDialog::HistoryDialog(Preview preview, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::HistoryDialog>()), preview_(std::move(preview)) {
   ui_->setupUi(this);
+  ui_->filter->findChild<QToolButton*>()->setAccessibleName(tr("Clear the filter"));
   ui_->macros->setModel(&model_);
   for (int column = 0; column < static_cast<int>(std::size(kColumnWidths)); ++column)
     ui_->macros->header()->resizeSection(column, kColumnWidths[column]);

@@ -563,6 +563,10 @@
         <source>Nothing matches the filter.</source>
         <translation>Nichts entspricht dem Filter.</translation>
     </message>
+    <message>
+        <source>Clear the filter</source>
+        <translation>Filter leeren</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::HistoryModel</name>
