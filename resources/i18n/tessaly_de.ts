@@ -760,20 +760,8 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
         <translation>%1: konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>%1: created on the panel</source>
-        <translation>%1: auf dem Bedienpult angelegt</translation>
-    </message>
-    <message>
         <source>%1: could not be created on the panel%2</source>
         <translation>%1: konnte nicht auf dem Bedienpult angelegt werden%2</translation>
-    </message>
-    <message>
-        <source>%1: copied to %2</source>
-        <translation>%1: nach %2 kopiert</translation>
-    </message>
-    <message>
-        <source>%1: could not be copied</source>
-        <translation>%1: konnte nicht kopiert werden</translation>
     </message>
     <message>
         <source>Copying macro %1 on the panel</source>
@@ -842,6 +830,22 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
     <message>
         <source>Deleting macro %1 on the panel</source>
         <translation>Makro %1 wird auf dem Bedienpult gelöscht</translation>
+    </message>
+    <message>
+        <source>%1: created on the panel%2</source>
+        <translation>%1: auf dem Bedienpult angelegt%2</translation>
+    </message>
+    <message>
+        <source>%1: copied to %2%3</source>
+        <translation>%1: nach %2 kopiert%3</translation>
+    </message>
+    <message>
+        <source>%1: could not be copied%2</source>
+        <translation>%1: konnte nicht kopiert werden%2</translation>
+    </message>
+    <message>
+        <source>%1: saved over what another program had written there</source>
+        <translation>%1: über den Stand eines anderen Programms hinweg gespeichert</translation>
     </message>
 </context>
 <context>
