@@ -115,6 +115,8 @@ void CreateCommandDialog::connectCommand() {
   connect(ui_->insertSelected, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtPosition); });
   connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { insert(InsertMode::kAppend); });
   connect(ui_->cancel, &QPushButton::clicked, this, &CreateCommandDialog::reject);
+  for (QAbstractButton* button : {ui_->insertStart, ui_->insertSelected, ui_->insertEnd})
+    button->installEventFilter(this);
 }
 
 void CreateCommandDialog::addShortcuts() {
@@ -254,12 +256,15 @@ void CreateCommandDialog::focusFound() {
     ui_->found->setCurrentIndex(found_.index(0));
 }
 
-// From a search field down to its list, from a list on to the functions, from there to the value.
+// From a search field down to its list, from a list on to the functions, from there to the value, from its
+// last one to the insertion, which Enter then does.
 bool CreateCommandDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (isEnter(key)) {
-    if (watched == ui_->found && function_) {
+    if (auto* button = qobject_cast<QAbstractButton*>(watched)) {
+      button->click();
+    } else if (watched == ui_->found && function_) {
       parameters_->focusEntry();
     } else {
       focusFound();
