@@ -9,12 +9,12 @@ say() { echo "walk: $*"; }
 fail() {
   echo "walk: FAILED: $*" >&2
   picture failed || true
-  tail -5 "$work/panel.log" "$work/program.log" >&2 || true
+  tail -n 5 "$work/panel.log" "$work/program.log" >&2 || true
   exit 1
 }
 
 end_walk() {
-  exec {panel_prompt}>&- || true
+  [ -z "${panel_prompt:-}" ] || exec {panel_prompt}>&-
   kill "${program:-}" "${panel:-}" "${manager:-}" "${screen:-}" 2>/dev/null || true
   wait 2>/dev/null || true
   rm -rf "$work"
@@ -70,28 +70,26 @@ commands_number() { [ "$(commands_in "$1" 2>/dev/null)" = "$2" ]; }
 same_number() { commands_number "$@"; }
 command_at() { cli show "$1" | sed -n "$2p"; }
 
-# Taken once the screen stands still.
+# Taken of the screen's own memory once the program waits and nothing moves any more. (What the screen gives out
+# by request lacks the contents of dialogs.)
 picture() {
   local file tries
   printf -v file '%s/%02d-%s.png' "$pictures" $((++step)) "$1"
-  xwd -root -silent -out "$work/last.xwd"
-  for ((tries = 0; tries < 10; ++tries)); do
-    sleep 0.05
-    xwd -root -silent -out "$work/now.xwd"
-    cmp -s "$work/last.xwd" "$work/now.xwd" && break
-    mv "$work/now.xwd" "$work/last.xwd"
+  for ((tries = 0; tries < 40; ++tries)); do
+    cp "$work/Xvfb_screen0" "$work/last.xwd"
+    sleep 0.1
+    [ "$(cut -d' ' -f3 "/proc/$program/stat")" = S ] && cmp -s "$work/last.xwd" "$work/Xvfb_screen0" && break
   done
   convert "xwd:$work/last.xwd" "$file"
 }
 
 start_screen() {
-  Xvfb -displayfd 5 -screen 0 1280x900x24 -nolisten tcp 5>"$work/display" 2>"$work/screen.log" &
+  Xvfb -displayfd 5 -screen 0 1280x900x24 -nolisten tcp -fbdir "$work" 5>"$work/display" 2>"$work/screen.log" &
   screen=$!
   await "the screen" test -s "$work/display"
   export DISPLAY=:$(<"$work/display")
   openbox --sm-disable >"$work/manager.log" 2>&1 &
   manager=$!
-  await "the window manager" xdotool get_desktop
 }
 
 start_panel() {

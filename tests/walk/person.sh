@@ -22,6 +22,8 @@ before=$(commands_in "$macro")
 
 start_screen
 start_panel
+# The address that pane A was left with; pane B gets it typed.
+cli settings --rewrite --address-a "$panel_address" >"$work/settings"
 start_program
 say "opens macro 010 of the disk"
 # Keys are not heard before the dictionary is loaded, and choosing the same macro again does no harm.
@@ -53,11 +55,11 @@ await "the saved macro" same_file "$copy_a" "$macro"
   fail "saved was $(command_at "$macro" $((before + 1)))"
 
 say "connects pane B to the panel"
-keys F6 ctrl+1 shift+Tab Right Tab ctrl+a
+keys F6 ctrl+1 shift+Tab shift+Tab space Right Tab ctrl+a
 write "$panel_address"
 keys alt+k
 await "the connection" panel_said "PANEL.WP1.MFDCOUNT"
-repeat_until "the names of workplace 1" panel_said "PANEL.MACRO1.REG999.NAME" -- keys ctrl+3 Home
+repeat_until "the names of workplace 1" panel_said "PANEL.MACRO1.REG" -- choose_row 3 "Workplace 1"
 picture connected
 
 say "sends the macro to the panel as number 123"
@@ -72,8 +74,8 @@ await "the macro on the panel" same_file "$macro" "$on_panel"
 await "the announcement" panel_said "calls PANEL.APPLICATION.LOAD.FINISH"
 
 say "opens it on the panel in pane A, fetches the value of the new command, saves"
-keys F6 ctrl+1 shift+Tab Right
-repeat_until "the macro of the panel" same_file "$on_panel" "$copy_a" -- \
+keys F6 ctrl+1 shift+Tab shift+Tab space Right
+repeat_until "the macro of the panel" panel_said "sent .*macro123.mac" -- \
   choose_row 3 "Workplace 1" 4 "123"
 echo "set QMF1.ME1.KEY2.CLIP 0.25" >&"$panel_prompt"
 keys ctrl+5 End F5
