@@ -36,15 +36,15 @@ QString changeText(MacroChange change) {
 
 void HistoryModel::setMacros(std::vector<KeptMacro> macros) {
   macros_ = std::move(macros);
-  match();
+  applyFilter();
 }
 
 void HistoryModel::setFilter(const QString& text) {
   filter_ = text;
-  match();
+  applyFilter();
 }
 
-void HistoryModel::match() {
+void HistoryModel::applyFilter() {
   beginResetModel();
   rows_.clear();
   for (std::size_t i = 0; i < macros_.size(); ++i) {

@@ -31,7 +31,7 @@ class HistoryModel : public QAbstractTableModel {
 
  private:
   [[nodiscard]] static QString text(const KeptMacro& macro, int column);
-  void match();
+  void applyFilter();
 
   std::vector<KeptMacro> macros_;
   std::vector<std::size_t> rows_;  // of macros_

@@ -12,8 +12,8 @@
 namespace tessaly {
 namespace {
 
-constexpr qint64 kLongest = 4000;  // milliseconds until the window has come to rest
-constexpr std::size_t kPrefix = 5, kDigits = 3, kNameLength = 12;  // of "macro007.mac"
+constexpr qint64 kLongest = 4000;                // milliseconds until the window has come to rest
+constexpr std::size_t kPrefix = 5, kDigits = 3;  // of "macro007.mac"
 
 template <class Value>
 std::string differs(const std::string& what, const Value& seen, const Value& expected) {
