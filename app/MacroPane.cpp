@@ -1,5 +1,7 @@
 #include "app/MacroPane.h"
 
+#include <algorithm>
+
 #include <QEvent>
 #include <QShortcut>
 
@@ -66,8 +68,12 @@ void MacroPane::placeNotice() {
 }
 
 bool MacroPane::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->commandButtons && event->type() == QEvent::Resize)
-    notice_->setGeometry(ui_->commandButtons->rect());
+  if (watched == ui_->commandButtons && event->type() == QEvent::Resize) {
+    // As high as its whole text, or a label would show the first lines of it, which are empty.
+    const QSize area = ui_->commandButtons->size();
+    const int height = std::max(area.height(), notice_->sizeHint().height());
+    notice_->setGeometry(0, area.height() - height, area.width(), height);
+  }
   return QGroupBox::eventFilter(watched, event);
 }
 

@@ -169,6 +169,8 @@ TEST_F(WindowTest, OlderFamilyIsViewedAndCopiedOnly) {
   EXPECT_THAT(driver().texts(a_.workplaces), ElementsAre("TarrowCP - no workplaces supported"));
   ASSERT_GT(driver().texts(a_.macros).size(), 1U);
   EXPECT_TRUE(visible(a_.notice));
+  const auto& notice = driver().control<QLabel>(a_.notice);
+  EXPECT_GE(notice.height(), notice.sizeHint().height()) << "a lower label shows its empty lines alone";
   driver().clickRow(a_.macros, 1);
   EXPECT_THAT(driver().texts(a_.commands).front(), StartsWith("Classic:  "));
   driver().press(a_.showRaw);
