@@ -26,6 +26,7 @@
 #include "editors/SelectInputDialog.h"
 #include "model/SiteBrowser.h"
 #include "tests/editors/DialogDriver.h"
+#include "tests/screenshots/WindowPictures.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
 
@@ -47,6 +48,9 @@ class Camera {
     takeEditors();
     takeClassic();
     takeSmall();
+    WindowPictures(root_, dictionary_, lists_, [this](QWidget& window, const char* name) {
+      save(window, name);
+    }).take();
   }
 
  private:
@@ -58,7 +62,8 @@ class Camera {
   // Pane A with unsaved changes, pane B with nothing chosen yet but its application.
   void takeMain() {
     PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), false);
-    MainWindow window({{root_, messages_}, dictionary_, lists_, client_, macros});
+    MacroHistory history(root_);
+    MainWindow window({{root_, messages_}, dictionary_, lists_, client_, macros, history});
     if (!size_.isEmpty()) window.resize(size_);
     window.show();
     QCoreApplication::postEvent(&window, new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));

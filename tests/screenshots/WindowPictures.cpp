@@ -1,0 +1,151 @@
+#include "tests/screenshots/WindowPictures.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+#include "app/PaneDescriptor.h"
+#include "model/Settings.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kPanelAddress = "127.10.12.41";  // of this machine, and looks like a panel's
+
+const PaneDescriptor::ControlIds& ids(Pane pane) { return kPaneDescriptors[index(pane)].ids; }
+
+}  // namespace
+
+PanelOptions WindowPictures::panelOptions(const SiteRoot& root) {
+  PanelOptions options;
+  options.address = kPanelAddress;
+  options.ftpPort = 0;
+  options.root = (root.path() / "panel").string();
+  options.site = root.path().string();
+  options.seed = true;
+  return options;
+}
+
+WindowPictures::WindowPictures(const SiteRoot& root, const FunctionDictionary& dictionary,
+                               DecodingLists& lists, Save save)
+    : save_(std::move(save)),
+      panel_(panelOptions(site_.root), [](const std::string&) {}),
+      history_(site_.root) {
+  std::filesystem::copy(root.path() / "c", site_.root.path() / "c", std::filesystem::copy_options::recursive);
+  // Both panes name the panel: each moves its files to and from its own address.
+  Settings settings;
+  static_cast<void>(readSettings(site_.root, settings));
+  settings.addressA = settings.addressB = kPanelAddress;
+  if (!writeSettings(site_.root, settings)) throw std::runtime_error("no settings");
+  std::string reason;
+  if (!panel_.start(reason)) throw std::runtime_error("no panel: " + reason);
+  macros_ = std::make_unique<PanelMacros>(client_, site_.root, ftpTransfers(panel_.ftpPort()), false);
+  macros_->keepIn(history_);
+  makeWindow_ = [this, &dictionary, &lists] {
+    return std::make_unique<MainWindow>(
+        WindowContext{site_.access(), dictionary, lists, client_, *macros_, history_});
+  };
+}
+
+void WindowPictures::take() {
+  open();
+  takeKeyFiles();
+  takeConnected();
+  takeUpdated();
+  takeHistory();
+  takeUnsavedChanges();
+  window_.reset();
+  client_.disconnect();
+}
+
+void WindowPictures::open() {
+  window_.reset();
+  window_ = makeWindow_();
+  window_->show();
+  QCoreApplication::postEvent(window_.get(), new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+  user_ = std::make_unique<WindowDriver>(*window_);
+  user_->waitUntilLoaded();
+}
+
+void WindowPictures::awaitRow(int listId, const std::string& beginning) const {
+  WindowDriver::waitFor(
+      [&] {
+        for (const std::string& text : user_->texts(listId))
+          if (text.starts_with(beginning)) return true;
+        return false;
+      },
+      beginning.c_str());
+}
+
+void WindowPictures::chooseOnDisk(Pane pane, const std::string& panel, const std::string& macro) const {
+  user_->choose(ids(pane).applications, "Evening News");
+  user_->choose(ids(pane).controlPanels, panel);
+  user_->choose(ids(pane).macros, macro);
+}
+
+void WindowPictures::chooseOnPanel(Pane pane, const std::string& macro) const {
+  awaitRow(ids(pane).workplaces, "Workplace 1");
+  user_->choose(ids(pane).workplaces, "Workplace 1");
+  awaitRow(ids(pane).macros, macro);
+  user_->choose(ids(pane).macros, macro);
+}
+
+void WindowPictures::takeKeyFiles() const {
+  chooseOnDisk(Pane::kA, "CP7", "03");
+  chooseOnDisk(Pane::kB, "CP1", "003");
+  save_(*window_, "key-files.png");
+}
+
+void WindowPictures::takeConnected() const {
+  chooseOnDisk(Pane::kA, "CP1", "010");
+  user_->press(ids(Pane::kB).panel);
+  user_->press(ids(Pane::kB).connectButton);
+  chooseOnPanel(Pane::kB, "007");
+  save_(*window_, "connected.png");
+}
+
+void WindowPictures::takeUpdated() const {
+  user_->press(ids(Pane::kA).panel);
+  chooseOnPanel(Pane::kA, "010");
+  user_->press(ids(Pane::kA).updateData);
+  const auto& saveButton = user_->control<QWidget>(ids(Pane::kA).saveChanges);
+  WindowDriver::waitFor([&] { return saveButton.isVisible(); }, "the panel's values");
+  save_(*window_, "updated.png");
+  user_->press(ids(Pane::kA).saveChanges);
+}
+
+void WindowPictures::takeHistory() const {
+  user_->press(ids(Pane::kA).harddisk);
+  chooseOnDisk(Pane::kA, "CP1", "001");
+  user_->clickRow(ids(Pane::kA).commands, 0);
+  user_->press(ids(Pane::kA).deleteCommand);
+  user_->press(ids(Pane::kA).saveChanges);
+  user_->choose(ids(Pane::kA).macros, "021");
+  user_->press(ids(Pane::kA).deleteMacro);
+  WindowDriver::answerNext([this](QDialog& dialog) {
+    save_(dialog, "history.png");
+    dialog.reject();
+  });
+  window_->menuBar()->actions().constFirst()->menu()->actions().constFirst()->trigger();
+}
+
+// The window is dropped with unsaved changes, as by a crash, and the next one makes its offer.
+void WindowPictures::takeUnsavedChanges() {
+  chooseOnDisk(Pane::kA, "CP1", "001");
+  user_->clickRow(ids(Pane::kA).commands, 0);
+  user_->press(ids(Pane::kA).deleteCommand);
+  bool taken = false;
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    save_(dialog, "unsaved-changes.png");
+    dialog.reject();
+    taken = true;
+  });
+  open();
+  WindowDriver::waitFor([&] { return taken; }, "the offer of the unsaved changes");
+}
+
+}  // namespace tessaly
