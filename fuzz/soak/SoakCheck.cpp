@@ -52,7 +52,8 @@ ModelFiles readMacroFiles(const TestSite& site, const std::string& folder) {
   std::error_code none;
   for (const auto& entry : std::filesystem::directory_iterator(site.root.resolve(folder), none)) {
     const std::string name = entry.path().filename().string();
-    if (name.size() > kPrefix + kDigits)
+    // What the panel is just storing stands beside the file, hidden, until it is whole.
+    if (name.size() > kPrefix + kDigits && name.front() != '.')
       files[parseInt(name.substr(kPrefix, kDigits))] = site.read(folder + name);
   }
   return files;
