@@ -25,6 +25,11 @@ function(tessaly_room name)
   add_library(${name} STATIC ${sources})
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(${name} PUBLIC tessaly_settings ${ARGN})
+  if(Qt6::Widgets IN_LIST ARGN)
+    tessaly_precompile(${name} <QtWidgets>)
+  else()
+    tessaly_precompile(${name})
+  endif()
 endfunction()
 
 # tessaly_program(NAME LINKS...): main.cpp of the calling folder on top of the given libraries.

@@ -20,6 +20,7 @@ LOCAL_NAME = re.compile(
     r"^(?:static )?(?:(?:constexpr|inline|const)\b.*?\b(k[A-Z]\w*)\s*[\[={(]"
     r"|(?:class|struct|enum class|enum) (\w+)|using (\w+) ="
     r"|[A-Za-z][\w:<>,&* ]*[ &*](\w+)\()", re.M)
+COMPILER = re.compile(r"(^|/)(c|g|clang)\+\+(-\d+)?$")
 ERROR = "clang-diagnostic-error"
 
 
@@ -44,7 +45,7 @@ def units_of(files):
 def arguments_of(entry):
     """The compiler's arguments without the launcher, the compiler, the input and the output."""
     words = shlex.split(entry["command"])
-    words = words[next(i for i, word in enumerate(words) if word.startswith("-")):]
+    words = words[next(i for i, word in enumerate(words) if COMPILER.search(word)) + 1:]
     result, skip = [], False
     for word in words:
         if skip:
