@@ -108,6 +108,12 @@ bool Desk::hasRow(int list, const std::string& text) const {
   return std::find(rows.begin(), rows.end(), text) != rows.end();
 }
 
+void Desk::activate() const {
+  if (window->isActiveWindow()) return;
+  window->activateWindow();
+  WindowDriver::waitFor([this] { return window->isActiveWindow(); }, "the window in front");
+}
+
 void Desk::press(int button, const DialogAnswers::Answer& answer) {
   dialogs.answer = answer;
   driver->press(button);

@@ -53,6 +53,8 @@ class Desk {
   [[nodiscard]] bool visible(int control) const { return driver->control<QWidget>(control).isVisible(); }
   [[nodiscard]] bool edited(Pane pane) const { return visible(ids(pane).saveChanges); }
   [[nodiscard]] bool hasRow(int list, const std::string& text) const;
+  // Gives the window the keyboard, which without a window manager stays with nobody after a dialog.
+  void activate() const;
   // Presses a button and answers what opens; throws what an answer threw.
   void press(int button, const DialogAnswers::Answer& answer = {});
   void typeAddress(Pane pane, const std::string& text);

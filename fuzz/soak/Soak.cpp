@@ -196,6 +196,7 @@ bool runSoak(int actions, unsigned seed) {
     std::string problem;
     try {
       model.broken.reset();
+      desk.activate();
       told.push_back(chance() % 5 == 0 ? panels.act() : user.act());
       if (told.size() > kToldActions) told.pop_front();
       problem = check.difference();
