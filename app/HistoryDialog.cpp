@@ -56,9 +56,7 @@ void HistoryDialog::setMacros(std::vector<KeptMacro> macros) {
 
 void HistoryDialog::showOutcome(const QString& text) { ui_->outcome->setText(text); }
 
-QPoint HistoryDialog::menuPlace() const {
-  return ui_->saveAs->mapToGlobal(QPoint(0, ui_->saveAs->height()));
-}
+QPoint HistoryDialog::menuPlace() const { return ui_->saveAs->mapToGlobal(QPoint(0, ui_->saveAs->height())); }
 
 void HistoryDialog::chooseFirst() {
   ui_->macros->setCurrentIndex(model_.index(0, 0));

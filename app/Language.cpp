@@ -30,7 +30,7 @@ const QStringList& languages() {
 QString languageToSpeak(const std::string& wanted, const QStringList& desktop) {
   if (!wanted.empty()) return QString::fromStdString(wanted);
   for (const QString& tag : desktop) {
-    const QString language = tag.section(QLatin1Char('-'), 0, 0);
+    QString language = tag.section(QLatin1Char('-'), 0, 0);
     if (languages().contains(language)) return language;
   }
   return kEnglish;

@@ -15,7 +15,7 @@ struct StartOptions {
   bool demo = false;
   bool verbose = false;  // the panel client writes its calls and values to the standard output
   std::uint16_t ftpPort = kFtpPort;
-  std::string palette{};  // "desktop", "light" or "dark"; empty: as it was chosen last
+  std::string palette{};   // "desktop", "light" or "dark"; empty: as it was chosen last
   std::string language{};  // "de" or "en"; empty: the desktop's, if it is one of them
 };
 

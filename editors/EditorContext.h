@@ -11,8 +11,8 @@
 
 namespace tessaly {
 
-// What the command editors work with. The window owns everything and outlives the dialogs, which are modal and run on
-// the GUI thread.
+// What the command editors work with. The window owns everything and outlives the dialogs, which are modal
+// and run on the GUI thread.
 struct EditorContext {
   SiteAccess site;
   const FunctionDictionary& dictionary;
@@ -20,7 +20,8 @@ struct EditorContext {
   const std::vector<PanelSource>& inputSources;  // rows of "Select Input"
   PanelClient& client;                           // for "update data"; values come on its thread
   std::function<bool()> connected;               // any pane is connected
-  int& frameRate;  // program-wide, 25 or 30; "50Hz" and "60Hz" set it at once, also in a dialog that is cancelled
+  int& frameRate;  // program-wide, 25 or 30; "50Hz" and "60Hz" set it at once, also in a dialog that is
+                   // cancelled
 };
 
 }  // namespace tessaly

@@ -20,7 +20,7 @@ struct MacroParameter {
 struct MacroCommand {
   std::string fid, workplace, group, module, widget;
   std::vector<MacroParameter> parameters;
-  bool firstMarker = true;    // display markers of the record; a fresh load clears the first
+  bool firstMarker = true;  // display markers of the record; a fresh load clears the first
   bool secondMarker = false;
 
   // The part before the first "." of the fid; empty without a ".".

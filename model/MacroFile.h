@@ -1,21 +1,21 @@
 #pragma once
 
-#include <tinyxml.h>
-
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tinyxml.h>
 
 #include "model/ClassicCommand.h"
 #include "model/MacroCommand.h"
 #include "platform/ContentCheck.h"
 #include "platform/SiteAccess.h"
 
-// Macro files (".mac", docs/macro-format.md). Each operation opens the file anew, works on the loaded tree and saves
-// the whole tree back if it changed something. Paths are site paths. All return true when done (and saved). A file
-// that does not parse is reported with "Cannot parse Macro: %s" and left alone. Names and values read are bytes in
-// the file's own encoding; a name to be written is given as UTF-8 and stored as UTF-8 when the document declares it
-// or has a declaration without encoding, else as Windows-1252. Blocking; not for two threads on one file.
+// Macro files (".mac", docs/macro-format.md). Each operation opens the file anew, works on the loaded tree
+// and saves the whole tree back if it changed something. Paths are site paths. All return true when done (and
+// saved). A file that does not parse is reported with "Cannot parse Macro: %s" and left alone. Names and
+// values read are bytes in the file's own encoding; a name to be written is given as UTF-8 and stored as
+// UTF-8 when the document declares it or has a declaration without encoding, else as Windows-1252. Blocking;
+// not for two threads on one file.
 namespace tessaly {
 
 inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\MacroFid\\emptyMacro.mac";
@@ -29,11 +29,11 @@ struct SavedMacro {
 
 enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
 
-// Once the file has parsed, clears `commands` and fills it; false for a parse failure (list left alone) and for a
-// file without `macro` or `data` (list left empty).
-// `check`, when given, is that of the bytes that were read.
-[[nodiscard]] bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands,
-                                ContentCheck* check = nullptr);
+// Once the file has parsed, clears `commands` and fills it; false for a parse failure (list left alone) and
+// for a file without `macro` or `data` (list left empty). `check`, when given, is that of the bytes that were
+// read.
+[[nodiscard]] bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh,
+                                MacroCommands& commands, ContentCheck* check = nullptr);
 
 // False and "???" when there is no name or the file does not parse.
 [[nodiscard]] bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name);
@@ -60,14 +60,14 @@ enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
                                          const ClassicCommand& command, int mainframe,
                                          SavedMacro* saved = nullptr);
 
-[[nodiscard]] bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
-                                  std::string_view keyPath);
+[[nodiscard]] bool convertKeyFile(const SiteAccess& site, const std::string& name,
+                                  std::string_view targetPath, std::string_view keyPath);
 
 [[nodiscard]] bool removeCommand(const SiteAccess& site, std::string_view path, int number,
                                  SavedMacro* saved = nullptr);
 
-// Writes into the first parameter that has a value, of the first command at or after `number` that has one. When
-// none has, the unchanged tree is saved and the result is false.
+// Writes into the first parameter that has a value, of the first command at or after `number` that has one.
+// When none has, the unchanged tree is saved and the result is false.
 [[nodiscard]] bool setCommandValue(const SiteAccess& site, std::string_view path, int number,
                                    const std::string& value);
 

@@ -12,8 +12,6 @@
 #include <thread>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace tessaly {
 namespace {
 
@@ -23,6 +21,7 @@ constexpr std::size_t kLongestLine = std::size_t{64} * 1024;
 // Runs the program with `channel` as its standard input and output; -1 when it cannot be run.
 int spawn(const std::vector<std::string>& command, int channel) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
   arguments.push_back(nullptr);
   posix_spawn_file_actions_t actions;

@@ -92,6 +92,7 @@ std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folde
   struct Row {
     std::string key;  // what the order goes by
     std::string name;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the compiler's.
     auto operator<=>(const Row&) const = default;
   };
   std::vector<Row> rows;

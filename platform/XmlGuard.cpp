@@ -184,7 +184,7 @@ class Scan {
 }  // namespace
 
 bool isSafeXml(const std::string& bytes, const XmlLimits& limits) {
-  return std::memchr(bytes.data(), '\0', bytes.size()) == nullptr && Scan(bytes, limits).run();
+  return bytes.find('\0') == std::string::npos && Scan(bytes, limits).run();
 }
 
 }  // namespace tessaly

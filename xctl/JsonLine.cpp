@@ -96,12 +96,17 @@ bool MessageReader::string(string_t& text) {
     }
   } else if (depth_ == 2 && inParams()) {
     const std::string& name = keys_[1];
-    if (name == "name") message_.name = std::move(text);
-    if (name == "value") message_.value = std::move(text);
-    if (name == "function") message_.function = std::move(text);
+    if (name == "name")
+      message_.name = std::move(text);
+    else if (name == "value")
+      message_.value = std::move(text);
+    else if (name == "function")
+      message_.function = std::move(text);
   } else if (depth_ == 4 && inParameters()) {
-    if (keys_[3] == "name") itemName_ = std::move(text);
-    if (keys_[3] == "value") itemValue_ = std::move(text);
+    if (keys_[3] == "name")
+      itemName_ = std::move(text);
+    else if (keys_[3] == "value")
+      itemValue_ = std::move(text);
   } else {
     wrongType();
   }

@@ -89,7 +89,7 @@ bool XCTLConnection::Impl::connect(const std::string& host, std::uint16_t port, 
 // the end of every earlier session has been reported, so that the statuses come in order.
 std::shared_ptr<Session> XCTLConnection::Impl::start(const std::string& host, std::uint16_t port,
                                                      IXCTLClient* client) {
-  const auto session = std::make_shared<Session>(client);
+  auto session = std::make_shared<Session>(client);
   std::shared_ptr<Session> earlier;
   {
     const std::scoped_lock guard(mutex_);
