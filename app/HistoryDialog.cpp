@@ -9,8 +9,8 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kColumnWidths[] = {150, 130, 180};  // pixels, to start with; the last column takes the rest
-constexpr int kListShare = 3;                     // of the height, beside the preview
+constexpr int kNameWidth = 180;  // pixels, to start with; the last column takes the rest
+constexpr int kListShare = 3;    // of the height, beside the preview
 constexpr int kPreviewShare = 2;
 
 }  // namespace
@@ -20,8 +20,7 @@ HistoryDialog::HistoryDialog(Preview preview, QWidget* parent)
   ui_->setupUi(this);
   ui_->filter->findChild<QToolButton*>()->setAccessibleName(tr("Clear the filter"));
   ui_->macros->setModel(&model_);
-  for (int column = 0; column < static_cast<int>(std::size(kColumnWidths)); ++column)
-    ui_->macros->header()->resizeSection(column, kColumnWidths[column]);
+  ui_->macros->header()->resizeSection(HistoryModel::kName, kNameWidth);
   ui_->splitter->setStretchFactor(0, kListShare);
   ui_->splitter->setStretchFactor(1, kPreviewShare);
   ui_->outcome->setForegroundRole(QPalette::PlaceholderText);
@@ -49,6 +48,8 @@ const KeptMacro* HistoryDialog::current() const { return model_.macro(ui_->macro
 void HistoryDialog::setMacros(std::vector<KeptMacro> macros) {
   const std::string id = current() != nullptr ? current()->id : std::string();
   model_.setMacros(std::move(macros));
+  for (const int column : {HistoryModel::kWhen, HistoryModel::kWhat})
+    ui_->macros->resizeColumnToContents(column);
   chooseFirst();
   for (int row = 0; row < model_.rowCount(); ++row)
     if (model_.macro(row)->id == id) ui_->macros->setCurrentIndex(model_.index(row, 0));
