@@ -121,7 +121,11 @@ bool WorkingCopy::setFileValue(int number, const std::string& value) {
   return setCommandValue(site_, path_, number, value);
 }
 
-bool WorkingCopy::saveHeld() { return reload(held_.save(site_, path_), {}); }
+bool WorkingCopy::saveHeld() {
+  SavedMacro saved;
+  const bool written = held_.save(site_, path_, &saved);
+  return reload(written, std::move(saved));
+}
 
 bool WorkingCopy::saveToDisk() {
   if (!target_ || !copyFile(site_.root, path_, target_->file())) return false;

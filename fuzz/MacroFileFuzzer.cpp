@@ -187,7 +187,8 @@ class Run {
     HeldMacro held;
     require(held.open(context().site.access(), kPath), "a loaded file can be held");
     const bool done = held.setCommandValue(number_, text_);
-    require(held.save(context().site.access(), kPath), "a held document is saved");
+    require(held.save(context().site.access(), kPath, &saved_), "a held document is saved");
+    require(!held.save(context().site.access(), kPath), "what was saved is let go");
     take(done);
   }
 

@@ -23,6 +23,14 @@ bool loadOrReport(const SiteAccess& site, std::string_view path, TiXmlDocument& 
   return false;
 }
 
+// What a load of the written file would give. Its commands leave the tree.
+SavedMacro savedMacro(TiXmlElement& data, const SavedXml& written) {
+  SavedMacro saved;
+  saved.check = written.check;
+  if (written.same) saved.commands = takeCommands(data, true);
+  return saved;
+}
+
 // Loads, lets `change` work on the commands, and saves. `change` returns false to leave the file as it was.
 // `saved` may be null.
 template <typename Change>
@@ -34,9 +42,7 @@ bool changeData(const SiteAccess& site, std::string_view path, const Change& cha
   SavedXml written;
   if (!data || !change(*data) || !saveXml(site.root, path, document, saved ? &written : nullptr))
     return false;
-  if (!saved) return true;
-  saved->check = written.check;
-  if (written.same) saved->commands = takeCommands(*data, true);
+  if (saved) *saved = savedMacro(*data, written);
   return true;
 }
 
@@ -156,24 +162,34 @@ bool removeCommand(const SiteAccess& site, std::string_view path, int number, Sa
 bool setCommandValue(const SiteAccess& site, std::string_view path, int number, const std::string& value) {
   bool taken = false;
   const bool saved = changeData(site, path, [&](TiXmlElement& data) {
-    taken = setValueInTree(data, number, value);
+    taken = setValueFrom(commandElement(data, number), value);
     return true;  // the file is written even when no parameter took the value
   });
   return saved && taken;
 }
 
 bool HeldMacro::open(const SiteAccess& site, std::string_view path) {
+  commands_.clear();
   empty_ = !loadOrReport(site, path, document_);
+  TiXmlElement* const data = empty_ ? nullptr : macroData(document_);
+  if (data) commands_ = commandElements(*data);
   return !empty_;
 }
 
 bool HeldMacro::setCommandValue(int number, const std::string& value) {
-  TiXmlElement* data = macroData(document_);
-  return data && setValueInTree(*data, number, value);
+  const auto index = static_cast<std::size_t>(number);
+  return number >= 0 && index < commands_.size() && setValueFrom(commands_[index], value);
 }
 
-bool HeldMacro::save(const SiteAccess& site, std::string_view path) const {
-  return !empty_ && saveXml(site.root, path, document_);
+bool HeldMacro::save(const SiteAccess& site, std::string_view path, SavedMacro* saved) {
+  SavedXml written;
+  if (empty_ || !saveXml(site.root, path, document_, saved ? &written : nullptr)) return false;
+  TiXmlElement* const data = macroData(document_);
+  if (saved && data) *saved = savedMacro(*data, written);
+  commands_.clear();
+  document_.Clear();
+  empty_ = true;
+  return true;
 }
 
 }  // namespace tessaly

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <tinyxml.h>
+#include <vector>
 
 #include "model/ClassicCommand.h"
 #include "model/MacroCommand.h"
@@ -71,17 +72,18 @@ enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
 [[nodiscard]] bool setCommandValue(const SiteAccess& site, std::string_view path, int number,
                                    const std::string& value);
 
-// One document held open across many value changes.
+// One document held open across many value changes, each of which costs the same wherever its command stands.
 class HeldMacro {
  public:
   // Discards the previous document. On failure (reported) an empty one is held.
   [[nodiscard]] bool open(const SiteAccess& site, std::string_view path);
   [[nodiscard]] bool setCommandValue(int number, const std::string& value);
-  // False, nothing written, when the held document is empty.
-  [[nodiscard]] bool save(const SiteAccess& site, std::string_view path) const;
+  // False, nothing written, when the held document is empty. Once it is written nothing is held any more.
+  [[nodiscard]] bool save(const SiteAccess& site, std::string_view path, SavedMacro* saved = nullptr);
 
  private:
   TiXmlDocument document_;
+  std::vector<TiXmlElement*> commands_;  // of the document
   bool empty_ = true;
 };
 

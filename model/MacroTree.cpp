@@ -149,6 +149,14 @@ MacroCommands takeCommands(TiXmlElement& data, bool fresh) {
   return commands;
 }
 
+std::vector<TiXmlElement*> commandElements(TiXmlElement& data) {
+  std::vector<TiXmlElement*> commands;
+  for (TiXmlElement* command = data.FirstChildElement(kCommand); command;
+       command = command->NextSiblingElement(kCommand))
+    commands.push_back(command);
+  return commands;
+}
+
 TiXmlElement* commandElement(TiXmlElement& data, int number) {
   if (number < 0) return nullptr;
   TiXmlElement* command = data.FirstChildElement(kCommand);
@@ -167,9 +175,8 @@ bool placeCommand(TiXmlElement& data, int position, const CommandDraft& draft, i
 
 // Only the first parameter with a value is ever changed, whatever its name, and a command without one passes
 // the value on to the next: deliberate, the value update relies on it.
-bool setValueInTree(TiXmlElement& data, int number, const std::string& value) {
-  for (TiXmlElement* command = commandElement(data, number); command;
-       command = command->NextSiblingElement(kCommand)) {
+bool setValueFrom(TiXmlElement* command, const std::string& value) {
+  for (; command; command = command->NextSiblingElement(kCommand)) {
     if (TiXmlElement* parameter = parameterWithValue(*command)) {
       parameter->SetAttribute(kValue, value.c_str());
       return true;

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <tinyxml.h>
+#include <vector>
 
 #include "model/MacroCommand.h"
 #include "model/MacroFile.h"
@@ -26,6 +27,8 @@ void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::strin
 // records.
 [[nodiscard]] MacroCommands takeCommands(TiXmlElement& data, bool fresh);
 
+[[nodiscard]] std::vector<TiXmlElement*> commandElements(TiXmlElement& data);
+
 // The `cmd` with that number, or null (also for a number below 0).
 [[nodiscard]] TiXmlElement* commandElement(TiXmlElement& data, int number);
 
@@ -33,7 +36,8 @@ void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::strin
 [[nodiscard]] bool placeCommand(TiXmlElement& data, int position, const CommandDraft& draft, int workplace,
                                 InsertMode mode);
 
-// See setCommandValue in MacroFile.h; true when a parameter took the value.
-[[nodiscard]] bool setValueInTree(TiXmlElement& data, int number, const std::string& value);
+// Writes into the first parameter that has a value, of this `cmd` or the first one behind it that has one;
+// true when a parameter took the value. Null takes none.
+[[nodiscard]] bool setValueFrom(TiXmlElement* command, const std::string& value);
 
 }  // namespace tessaly

@@ -202,7 +202,11 @@ TEST_F(MacroFileTest, RemovesAndSetsByCommandNumber) {
     ASSERT_TRUE(held.open(access(), kFile));
     EXPECT_EQ(held.setCommandValue(number, "N"), !set.empty());
     EXPECT_EQ(read(kFile), before) << "the held document is written on request only";
-    EXPECT_TRUE(held.save(access(), kOther));
+    SavedMacro saved;
+    EXPECT_TRUE(held.save(access(), kOther, &saved));
+    MacroCommands written;
+    EXPECT_TRUE(loadCommands(access(), kOther, true, written));
+    EXPECT_TRUE(saved.commands && *saved.commands == written);
     EXPECT_EQ(setCommandValue(access(), kFile, number, "N"), !set.empty());
     EXPECT_EQ(commandsOf(kFile), set.empty() ? a + b + c + d : set);
     EXPECT_EQ(read(kFile), read(kOther)) << "rewritten in every case";
