@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QRadioButton>
 #include <QWheelEvent>
 
 #include "editors/CreateCommandDialog.h"
@@ -125,6 +126,22 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   EXPECT_TRUE(driver().control<ListBox>(b_.applications).hasFocus());
   press(Qt::Key_F6);
   EXPECT_TRUE(at(a_.macros)) << "each pane remembers where the keyboard was";
+}
+
+TEST_F(KeyboardTest, ShiftAndTabGoesBackTheWayThatTabCame) {
+  // Once round the window and back.
+  std::vector<QWidget*> way{QApplication::focusWidget()};
+  do {
+    press(Qt::Key_Tab);
+    way.push_back(QApplication::focusWidget());
+    const auto* button = qobject_cast<QRadioButton*>(way.back());
+    EXPECT_TRUE(button == nullptr || button->isChecked());
+  } while (way.back() != way.front() && way.size() < 40);
+  ASSERT_EQ(way.back(), way.front());
+  for (auto step = way.rbegin() + 1; step != way.rend(); ++step) {
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), *step) << QApplication::focusWidget()->objectName().toStdString();
+  }
 }
 
 TEST_F(KeyboardTest, FindingGoesRoundInBothDirections) {
