@@ -165,6 +165,16 @@ void Browser::followWorkplace(int number) {
   listMacros();
 }
 
+void Browser::catchUp() {
+  if (!showsPanelNames()) followWorkplace(panelNames_.workplace());
+}
+
+// The names of one workplace are known at a time. Beside another workplace they would be taken for its own.
+bool Browser::showsPanelNames() const {
+  const int known = panelNames_.workplace();
+  return !onPanel() || demo_ || workplace() <= 0 || known == kNoWorkplace || workplace() == known;
+}
+
 void Browser::listMacros() {
   clearFrom(kMacroList);
   pane_.view.macros().selectRow(-1);
@@ -276,7 +286,7 @@ void Browser::refreshWorkplaces() {
 }
 
 void Browser::refreshMacroNames() {
-  if (!onPanel()) return;
+  if (!onPanel() || !showsPanelNames()) return;
   ListBox& list = pane_.view.macros();
   const MacroRow* chosen = pane_.selectedMacro();
   const int number = chosen != nullptr ? chosen->number : -1;

@@ -29,8 +29,11 @@ class Browser : public QObject {
   void listMacros();
   // The lines of what the working copy holds, with `selected` (-1 for none) selected.
   void showCommands(int selected = -1);
-  // The other pane has turned to another workplace of the panel, and this one goes along.
+  // The other pane has turned to another workplace of the panel, and this one goes along, unless unsaved
+  // changes hold it: the names of one workplace are known at a time.
   void followWorkplace(int number);
+  // Goes along now that the changes are saved or discarded.
+  void catchUp();
   // Workplaces 1 and 2 and the macros of the demonstration, in place of what the panel would tell.
   void showDemoListing();
   // Only the rows, after values arrived: the selections stay as far as their rows do.
@@ -61,6 +64,7 @@ class Browser : public QObject {
   void showMacroRows();
 
   [[nodiscard]] bool onPanel() const;
+  [[nodiscard]] bool showsPanelNames() const;
   [[nodiscard]] std::string path() const;
 
   PaneState& pane_;

@@ -32,6 +32,11 @@ bool inGroupTable(const ClassicCommand& command) {
   return group != nullptr && !subgroupName(*group, command.co()).empty();
 }
 
+bool lacksParameter(const CommandDraft& draft) {
+  return std::any_of(draft.parameters.begin(), draft.parameters.end(),
+                     [](const auto& parameter) { return !parameter.optional && parameter.value.empty(); });
+}
+
 }  // namespace
 
 CommandEditing::CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context,
@@ -69,15 +74,20 @@ void CommandEditing::newMultiple(Pane pane) {
   }
   if (!editable(pane)) return;
   WorkingCopy& copy = state(pane).copy;
+  int lacking = 0;
   MultipleCommandsDialog dialog(
       context_, workplace(pane), position(pane),
-      [&copy](const CommandDraft& draft, int workplace, int row, InsertMode mode) {
+      [&copy, &lacking](const CommandDraft& draft, int workplace, int row, InsertMode mode) {
+        if (lacksParameter(draft)) ++lacking;
         return copy.insert(draft, row, workplace, mode);
       },
       window_);
   dialog.exec();
-  if (dialog.insertedCount() > 0)
-    finish(pane, true, tr("%n commands inserted", nullptr, dialog.insertedCount()));
+  if (dialog.insertedCount() == 0) return;
+  QString text = tr("%n commands inserted", nullptr, dialog.insertedCount());
+  // The panel tells one value of a function; what else it needs is for the user to fill in.
+  if (lacking > 0) text += tr("; %n of them lack a parameter, see \"modify\"", nullptr, lacking);
+  finish(pane, true, text);
 }
 
 void CommandEditing::newClassic(Pane pane) {

@@ -3,6 +3,7 @@
 #include <QRegularExpressionValidator>
 #include <QTimer>
 
+#include "editors/Beep.h"
 #include "editors/DialogText.h"
 #include "ui_CopyMacroDialog.h"
 
@@ -16,6 +17,7 @@ CopyMacroDialog::CopyMacroDialog(const std::string& sourceNumber, const std::str
   ui_->sourceName->setText(shown(sourceName));
   ui_->sourceName->setToolTip(shown(sourceName).toHtmlEscaped());
   ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
+  connect(ui_->position, &QLineEdit::inputRejected, this, systemBeep());
   keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
   connect(ui_->position, &QLineEdit::textChanged, this, &CopyMacroDialog::check);
   connect(ui_->ok, &QPushButton::clicked, this, &CopyMacroDialog::accept);

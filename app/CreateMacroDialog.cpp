@@ -3,6 +3,7 @@
 #include <QRegularExpressionValidator>
 #include <QTimer>
 
+#include "editors/Beep.h"
 #include "editors/DialogText.h"
 #include "ui_CreateMacroDialog.h"
 
@@ -12,6 +13,7 @@ CreateMacroDialog::CreateMacroDialog(int preselected, MacroNameTable names, QWid
     : QDialog(parent), ui_(std::make_unique<Ui::CreateMacroDialog>()), names_(std::move(names)) {
   ui_->setupUi(this);
   ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
+  connect(ui_->position, &QLineEdit::inputRejected, this, systemBeep());
   keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
   connect(ui_->position, &QLineEdit::textChanged, this, &CreateMacroDialog::checkNumber);
   connect(ui_->name, &QLineEdit::textChanged, this, &CreateMacroDialog::checkName);

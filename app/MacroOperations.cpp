@@ -218,13 +218,20 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number)
   if (onPanel(to)) {
     const int workplace = browser(to).workplace();
     if (workplace <= 0) return;
-    // Goes through the other pane's working copy, so that what it showed has to be opened again.
     const std::string address = connection_.address(to);
     done =
         transfer(tr("Copying macro %1 on the panel").arg(shown(source.numberText)), [&](PanelMacros& macros) {
           return macros.copyOnPanel(address, workplace, source.numberText, macroNumberText(number), to);
         });
-    state(from).copy.reset();
+    // Went through the other pane's working copy, which now holds the macro that is shown there.
+    PaneState& there = state(from);
+    const std::optional<MacroTarget> target = there.copy.target();
+    const bool held = target && target->address == address && target->workplace == workplace &&
+                      there.copy.open(*target, true);
+    if (!held) {
+      there.view.macros().selectRow(-1);
+      there.copy.reset();
+    }
     browser(from).showCommands();
   } else {
     const std::string folder = browser(to).macroFolder();
@@ -313,17 +320,26 @@ void MacroOperations::deleteCommand(Pane pane) {
                  : tr("command %1 could not be deleted").arg(row + 1));
 }
 
-void MacroOperations::keepUnsaved(const WorkingCopy& copy) {
+bool MacroOperations::keepUnsaved(const WorkingCopy& copy) {
   const auto bytes = readFile(site_.root, copy.path());
-  if (bytes) history_.keep(*bytes, placeOf(*copy.target()), MacroChange::kUnsaved);
+  return bytes && history_.keep(*bytes, placeOf(*copy.target()), MacroChange::kUnsaved);
 }
 
 MacroOperations::Saved MacroOperations::save(Pane pane) {
   PaneState& here = state(pane);
   const std::optional<MacroTarget> target = here.copy.target();
-  if (!target || !here.copy.edited()) return Saved::kNothing;
-  const bool panel = target->source == PaneSource::kPanel;
-  if (panel && (target->workplace <= 0 || demo_)) return Saved::kNothing;
+  if (!here.copy.edited()) return Saved::kNothing;
+  const bool panel = target && target->source == PaneSource::kPanel;
+  if (!target || (panel && target->workplace <= 0)) {
+    emit said(tr("NOT saved: this macro has not come from a place that it could go back to"));
+    return Saved::kNothing;
+  }
+  if (panel && demo_) {
+    here.copy.leaveEditState();
+    emit changed();
+    emit said(tr("the demonstration sends nothing"));
+    return Saved::kDone;
+  }
   const bool overwrites = here.copy.targetChanged();
   if (!panel) history_.keepFile(target->file(), MacroChange::kSave);
   const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path(),
@@ -331,15 +347,18 @@ MacroOperations::Saved MacroOperations::save(Pane pane) {
                           : here.copy.saveToDisk();
   const bool unannounced = panel && !done && outcome_.transfer == FtpClient::Result::kDone;
   // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
-  if (!done && !unannounced) keepUnsaved(here.copy);
+  const bool kept = !done && !unannounced && keepUnsaved(here.copy);
   here.copy.leaveEditState();
+  browser(pane).catchUp();
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
   tellDone(done && overwrites ? tr("%1: saved over what another program had written there").arg(macro)
            : done             ? tr("%1: saved").arg(macro)
            : unannounced      ? tr("%1: saved%2").arg(macro, reason())
-                              : tr("%1: NOT saved%2; the working copy still holds the changes")
-                               .arg(macro, panel ? reason() : QString()));
+           : kept
+               ? tr("%1: NOT saved%2; the history keeps the changes").arg(macro, panel ? reason() : QString())
+               : tr("%1: NOT saved%2; only this pane still holds the changes")
+                     .arg(macro, panel ? reason() : QString()));
   return done || unannounced ? Saved::kDone : Saved::kFailed;
 }
 
@@ -349,6 +368,7 @@ void MacroOperations::discard(Pane pane) {
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
   const bool opened = !target.numberText.empty() && openTarget(pane, target);
   state(pane).copy.leaveEditState();
+  browser(pane).catchUp();
   emit changed();
   if (opened) emit said(tr("%1: changes discarded").arg(shown(target.numberText + " - " + target.name)));
 }

@@ -58,7 +58,7 @@ class MacroOperations : public QObject {
                             const std::string& file, MacroChange change);
   // What was done, with a word when the old content could not be kept.
   void tellDone(const QString& text);
-  void keepUnsaved(const WorkingCopy& copy);  // which has a target
+  bool keepUnsaved(const WorkingCopy& copy);  // which has a target
   void startOpening(Pane pane);
   [[nodiscard]] bool openTarget(Pane pane,
                                 const MacroTarget& target);  // false: not what the target holds is shown

@@ -130,7 +130,8 @@ void MacroPane::connectControls() {
   connect(ui_->harddisk, &QRadioButton::clicked, this, [this] { emit sourceChosen(PaneSource::kHarddisk); });
   connect(ui_->panel, &QRadioButton::clicked, this, [this] { emit sourceChosen(PaneSource::kPanel); });
   connect(ui_->address, &QLineEdit::textEdited, this, &MacroPane::addressEdited);
-  connect(ui_->address, &QLineEdit::editingFinished, this, &MacroPane::addressFinished);
+  connect(ui_->address, &QLineEdit::returnPressed, this, [this] { emit addressFinished(true); });
+  connect(ui_->address, &QLineEdit::editingFinished, this, [this] { emit addressFinished(false); });
   connect(ui_->showRaw, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
   connect(ui_->useTabs, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
   connect(ui_->showDestination, &QCheckBox::clicked, this, [this] {

@@ -55,7 +55,7 @@ class MacroPane : public QGroupBox {
  signals:
   void sourceChosen(tessaly::PaneSource source);
   void addressEdited(const QString& text);
-  void addressFinished();
+  void addressFinished(bool confirmed);  // by Enter, or by going elsewhere
   void connectPressed();
   void optionsChanged();
   void createPressed();

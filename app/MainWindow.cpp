@@ -182,7 +182,8 @@ void MainWindow::connectPane(Pane pane) {
   });
   connect(&view, &MacroPane::addressEdited, this,
           [this, pane](const QString& text) { connection_.editText(pane, text.toStdString()); });
-  connect(&view, &MacroPane::addressFinished, this, [this, pane] { connection_.editFinished(pane); });
+  connect(&view, &MacroPane::addressFinished, this,
+          [this, pane](bool confirmed) { connection_.editFinished(pane, confirmed); });
   connect(&view, &MacroPane::connectPressed, this, [this, pane] { connection_.connectButton(pane); });
 }
 

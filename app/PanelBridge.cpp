@@ -10,6 +10,7 @@ PanelBridge::PanelBridge(QObject* parent) : QObject(parent) {
   for (const Pane pane : kPanes) {
     QTimer& timer = timers_[index(pane)];
     timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
     connect(&timer, &QTimer::timeout, this, [this, pane] { emit timedOut(pane); });
   }
 }

@@ -63,7 +63,8 @@ void CreateCommandDialog::layOut() {
 }
 
 void CreateCommandDialog::connectChoice() {
-  connect(ui_->destination, &QComboBox::activated, this, &CreateCommandDialog::chooseDestination);
+  // The same one again is no change and takes nothing away.
+  connect(ui_->destination, &QComboBox::currentIndexChanged, this, &CreateCommandDialog::chooseDestination);
   connect(ui_->categories, &QButtonGroup::idClicked, this, [this](int category) {
     chooser_.chooseCategory(category);
     showChoice();

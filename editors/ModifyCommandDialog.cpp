@@ -83,6 +83,7 @@ void ModifyCommandDialog::connectControls() {
 void ModifyCommandDialog::startOver() {
   segments_ = FunctionSegments(context_.dictionary, command_.functionName());
   values_.clear();
+  otherForm_.clear();
   for (const MacroParameter& parameter : command_.parameters)
     values_.emplace(parameter.name, parameter.value);
   function_.reset();
@@ -113,6 +114,7 @@ void ModifyCommandDialog::lookUp() {
   ui_->functionText->setText(found ? shown(found->description()) : QLatin1String(kNotFound));
   if (found) {
     rememberValues();
+    if (function_ && function_->incremental() != found->incremental()) values_.swap(otherForm_);
     function_ = found;
     CommandDraft draft = draftFor(destinationPrefix(), *found);
     for (CommandDraft::Parameter& parameter : draft.parameters) {

@@ -53,10 +53,12 @@ class ModifyCommandDialog : public QDialog {
   std::array<ListBox*, FunctionSegments::kLevels> lists_;
 
   FunctionSegments segments_;
-  std::optional<FunctionRecord> function_;     // the last one that was found
-  bool found_ = false;                         // the segments name a function
-  bool destinationChosen_ = false;             // by the user
-  std::map<std::string, std::string> values_;  // by parameter name, of all functions so far
+  std::optional<FunctionRecord> function_;  // the last one that was found
+  bool found_ = false;                      // the segments name a function
+  bool destinationChosen_ = false;          // by the user
+  // By parameter name, of all functions so far that hold their values in the same form, and in the other one:
+  // incremental functions are in fixed point.
+  std::map<std::string, std::string> values_, otherForm_;
   CommandDraft draft_;
 };
 

@@ -1,7 +1,7 @@
 #include "link/PanelClient.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <iostream>
 #include <new>
 #include <utility>
 
@@ -11,11 +11,25 @@ namespace {
 PanelClient* theClient = nullptr;
 
 // In one piece, so that lines of two threads do not mix.
-void writeLine(std::string line) {
-  line += '\n';
-  std::fwrite(line.data(), 1, line.size(), stdout);
-  std::fflush(stdout);
+void writeLine(const std::string& line, const ParameterList* parameters = nullptr) {
+  static std::mutex output;
+  const std::scoped_lock guard(output);
+  std::cout << line;
+  if (parameters != nullptr) parameters->print();
+  std::cout << std::endl;
 }
+
+// Held while observers are called, and given back whatever they throw.
+class Passage {
+ public:
+  explicit Passage(std::binary_semaphore& gate) : gate_(gate) { gate_.acquire(); }
+  ~Passage() { gate_.release(); }
+  Passage(const Passage&) = delete;
+  Passage& operator=(const Passage&) = delete;
+
+ private:
+  std::binary_semaphore& gate_;
+};
 
 }  // namespace
 
@@ -31,20 +45,18 @@ PanelClient::~PanelClient() {
 
 void PanelClient::triggerValueReceived(const std::string& name, const ParameterValue& value) {
   if (verbose_) writeLine("trigger: " + name + " value: " + value.getAsString());
-  gate_.acquire();
+  const Passage passage(gate_);
   for (const auto& observer : observersOf(triggers_, name)) observer->deliver(name, value);
-  gate_.release();
 }
 
 void PanelClient::subscribedValueReceived(const std::string& name, const ParameterValue& value) {
   if (verbose_) writeLine("SID: " + name + " value: " + value.getAsString());
-  gate_.acquire();
+  const Passage passage(gate_);
   {
     const std::scoped_lock guard(tables_);
     values_[name] = value.getAsString();
   }
   for (const auto& observer : observersOf(subscribers_, name)) observer->deliver(name, value);
-  gate_.release();
 }
 
 void PanelClient::connectionStatusChanged(int status) {
@@ -66,7 +78,7 @@ void PanelClient::connectionStatusChanged(int status) {
 }
 
 bool PanelClient::callFunction(const std::string& functionId, const ParameterList& parameters) {
-  if (verbose_) writeLine("FID: " + functionId + ' ' + parameters.toString());
+  if (verbose_) writeLine("FID: " + functionId + ' ', &parameters);
   return connection_->callFunctionId(functionId, parameters);
 }
 

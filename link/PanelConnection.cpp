@@ -36,7 +36,7 @@ PanelConnection::PanelConnection(PanelClient& client, PanelSubscriptions& subscr
 PanelConnection::~PanelConnection() { states_->retire(); }
 
 void PanelConnection::setTexts(Pane pane, const std::string& storedPath, const std::string& address) {
-  texts_[index(pane)] = {storedPath, address};
+  texts_[index(pane)] = {storedPath, address, {}};
 }
 
 std::string PanelConnection::path(Pane pane) const {
@@ -65,6 +65,7 @@ void PanelConnection::refresh(Pane pane) {
     display.buttonVisible = false;
   }
   view_.showConnection(pane, display);
+  if (source(pane) == PaneSource::kHarddisk) texts_[index(pane)].listedPath = storedPath(pane);
   view_.rebuildLists(pane);
 }
 
@@ -158,8 +159,12 @@ void PanelConnection::editText(Pane pane, const std::string& text) {
   view_.showConnection(pane, display);
 }
 
-void PanelConnection::editFinished(Pane pane) {
-  if (source(pane) == PaneSource::kHarddisk) view_.rebuildLists(pane);
+void PanelConnection::editFinished(Pane pane, bool confirmed) {
+  if (source(pane) != PaneSource::kHarddisk) return;
+  std::string& listed = texts_[index(pane)].listedPath;
+  if (!confirmed && listed == storedPath(pane)) return;
+  listed = storedPath(pane);
+  view_.rebuildLists(pane);
 }
 
 void PanelConnection::connectedMessage(Pane pane) {

@@ -86,7 +86,8 @@ class PanelConnection {
   void chooseHarddisk(Pane pane);
   void choosePanel(Pane pane);
   void editText(Pane pane, const std::string& text);  // at every change by the user
-  void editFinished(Pane pane);                       // Enter, or the focus went elsewhere
+  // Enter confirms. Going elsewhere with the path as it was leaves the lists and what is chosen in them.
+  void editFinished(Pane pane, bool confirmed);
 
   // What the window hands on.
   void connectedMessage(Pane pane);
@@ -110,6 +111,7 @@ class PanelConnection {
   struct Texts {
     std::string storedPath;
     std::string address;
+    std::string listedPath;  // what the applications list was last built from
   };
 
   void join(Pane pane);

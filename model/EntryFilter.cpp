@@ -8,6 +8,8 @@
 namespace tessaly {
 namespace {
 
+constexpr std::string_view kTimecodeSeparators = ".:";
+
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Refused characters are counted, not bytes: the later bytes of a UTF-8 character make no sound of their own.
@@ -49,15 +51,6 @@ void limit(FilteredEntry& entry, double min, double max, const std::string& minT
 bool negativePossible(const FloatParameter& parameter, bool incremental, ValueMode mode) {
   if (incremental || parameter.min == parameter.max) return true;
   return mode == ValueMode::kRaw ? parameter.min < 0 : parameter.minDisplay < 0;
-}
-
-// Where the fourth number of a timecode text begins, or npos.
-std::size_t framesBegin(std::string_view text) {
-  std::size_t separators = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (!isDigit(text[i]) && ++separators == 3) return i + 1;
-  }
-  return std::string_view::npos;
 }
 
 }  // namespace
@@ -105,12 +98,20 @@ FilteredEntry filterTimecode(std::string_view typed, int frameRate) {
       ++entry.beeps;
     }
   }
-  const std::size_t begin = framesBegin(entry.text);
-  if (frameRate <= 0 || begin == std::string::npos) return entry;
-  const std::size_t end = std::min(entry.text.find_first_of(".:", begin), entry.text.size());
-  if (parseInt(std::string_view(entry.text).substr(begin, end - begin)) >= frameRate) {
-    entry.text.replace(begin, end - begin, format("%02d", frameRate - 1));
-    ++entry.beeps;
+  // Without a separator it is no timecode yet, or a packed one.
+  if (entry.text.find_first_of(kTimecodeSeparators) == std::string::npos) return entry;
+  std::size_t begin = 0;
+  for (const int count : {24, 60, 60, frameRate}) {
+    const std::size_t end = std::min(entry.text.find_first_of(kTimecodeSeparators, begin), entry.text.size());
+    if (count > 0 && parseInt(std::string_view(entry.text).substr(begin, end - begin)) >= count) {
+      const std::string most = format("%02d", count - 1);
+      entry.text.replace(begin, end - begin, most);
+      ++entry.beeps;
+      begin += most.size() + 1;
+    } else {
+      begin = end + 1;
+    }
+    if (begin > entry.text.size()) break;
   }
   return entry;
 }

@@ -106,7 +106,6 @@ std::string SoakCheck::listsDifference(Pane pane) {
   found.compare("workplaces", desk_.driver->texts(ids.workplaces), workplaces);
   found.compare("chosen workplace", std::max(0, chosenNumber(ids.workplaces)), model.workplace);
   found.compare("macros", desk_.driver->texts(ids.macros), macros);
-  if (model.macroUncertain && chosenNumber(ids.macros) < 0) model.macro = -1;
   found.compare("chosen macro", chosenNumber(ids.macros), model.macro);
   return found.first();
 }
@@ -122,7 +121,6 @@ std::string SoakCheck::paneDifference(Pane pane) {
   found.compare<int>("edit state", desk_.edited(pane), model.edited);
   found.compare("", listsDifference(pane), std::string());
   if (!found.first().empty()) return name + found.first();
-  model.macroUncertain = false;
   const bool empty = desk_.driver->texts(ids.commands) == std::vector<std::string>{"empty macro"};
   const auto rows = static_cast<int>(desk_.driver->texts(ids.commands).size()) - (empty ? 1 : 0);
   if (model.shown != PaneModel::Shown::kKeys)

@@ -102,7 +102,16 @@ void SoakUser::copied(int number) {
     const PaneModel& at = here().panel ? here() : there();
     bytes = model_.fetch(at.address, at.workplace, there().macro);
     if (here().panel && bytes) there().copy = *bytes;
-    if (here().panel) model_.reset(other(pane_));
+    if (here().panel) {
+      // Two panes can show one connection under two addresses, and the files come from the target's.
+      const bool held =
+          there().target && there().target->place == at.address && there().target->workplace == at.workplace;
+      if (held) model_.show(other(pane_));
+      if (!held || there().shown == PaneModel::Shown::kNothing) {
+        there().macro = -1;
+        model_.reset(other(pane_));
+      }
+    }
   } else if (there().older) {
     bytes = desk_.site.read(kClassicWorkingCopy);
     require(seeMacro(*bytes).has_value(), "the converted key is no macro");

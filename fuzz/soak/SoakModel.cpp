@@ -193,17 +193,24 @@ void SoakModel::chooseWorkplace(Pane pane, int number) {
   here.workplace = number;
   if (here.panel && number > 0) {
     followNames(number);
-    PaneModel& there = of(other(pane));
-    if (there.panel && there.edited) {
-      there.macroUncertain = true;
-    } else if (there.panel) {
-      const bool has =
-          std::find(there.workplaces.begin(), there.workplaces.end(), number) != there.workplaces.end();
-      there.workplace = has ? number : 0;
-      listMacros(other(pane));
-    }
+    if (of(other(pane)).panel && !of(other(pane)).edited) follow(other(pane), number);
   }
   listMacros(pane);
+}
+
+void SoakModel::follow(Pane pane, int number) {
+  PaneModel& here = of(pane);
+  const bool has = std::find(here.workplaces.begin(), here.workplaces.end(), number) != here.workplaces.end();
+  here.workplace = has ? number : 0;
+  listMacros(pane);
+}
+
+bool SoakModel::held(const PaneModel& pane) const {
+  return pane.panel && pane.workplace > 0 && followed > 0 && pane.workplace != followed;
+}
+
+void SoakModel::catchUp(Pane pane) {
+  if (held(of(pane))) follow(pane, followed);
 }
 
 void SoakModel::listMacros(Pane pane) {
@@ -222,6 +229,7 @@ void SoakModel::listMacros(Pane pane) {
 
 void SoakModel::refreshMacros(Pane pane) {
   PaneModel& here = of(pane);
+  if (held(here)) return;
   here.macros.clear();
   here.macroNotice = false;
   if (here.workplace > 0) {
@@ -239,7 +247,7 @@ void SoakModel::refreshMacros(Pane pane) {
 
 void SoakModel::followNames(int workplace) {
   for (PaneModel& pane : panes) pane.names = pane.previous = std::vector<std::string>(kPanelMacroNumbers);
-  line.workplace = line.panel < 0 ? 0 : workplace;
+  followed = line.workplace = line.panel < 0 ? 0 : workplace;
   if (line.workplace == 0) return;
   std::vector<std::string> names;
   for (int number = 0; number < kPanelMacroNumbers; ++number)
@@ -405,11 +413,13 @@ void SoakModel::discard(Pane pane) {
   else
     here.target.reset();
   show(pane);
+  catchUp(pane);
 }
 
 void SoakModel::closeAndOpen() {
   lineDown();
   updateOpen = false;
+  followed = 0;
   for (const Pane pane : kPanes) {
     PaneModel fresh;
     fresh.address = of(pane).address;

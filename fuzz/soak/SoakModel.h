@@ -42,8 +42,7 @@ struct PaneModel {
   int workplace = 0;  // chosen number
   std::vector<std::pair<int, std::string>> macros;
   bool macroNotice = false;
-  int macro = -1;               // chosen number
-  bool macroUncertain = false;  // the chosen row may have got lost while names were coming
+  int macro = -1;  // chosen number
 
   std::string copy = "<missing>";  // bytes of the working copy
   Shown shown = Shown::kNothing;
@@ -100,6 +99,8 @@ class SoakModel {
   void chooseWorkplace(Pane pane, int number);  // 0: none
   void openMacro(Pane pane, int number);        // -1: none
   void discard(Pane pane);
+  // Unsaved changes have held the pane at its workplace; now it goes along with the other pane.
+  void catchUp(Pane pane);
   void closeAndOpen();
 
   // What panels do.
@@ -138,6 +139,7 @@ class SoakModel {
     std::string sent;
   };
   std::optional<BrokenUpload> broken;
+  int followed = 0;         // the workplace whose names are in the panes' tables
   bool updateOpen = false;  // an update has not ended and no macro was chosen since
 
  private:
@@ -148,6 +150,8 @@ class SoakModel {
   void refreshMacros(Pane pane);
   void refreshWorkplaces(Pane pane);
   void followNames(int workplace);
+  void follow(Pane pane, int number);
+  [[nodiscard]] bool held(const PaneModel& pane) const;  // at a workplace whose names are not known
   [[nodiscard]] std::array<bool, 2> take(const std::string& name, const std::string& value);
 
   World world_;

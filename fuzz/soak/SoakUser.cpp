@@ -184,6 +184,7 @@ std::string SoakUser::save() {
   else
     model_.disk[target.place][target.number] = here().copy;
   here().edited = false;
+  model_.catchUp(pane_);
   return "saves";
 }
 

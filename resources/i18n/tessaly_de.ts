@@ -502,6 +502,13 @@
         <source>command %1 modified</source>
         <translation>Befehl %1 geändert</translation>
     </message>
+    <message numerus="yes">
+        <source>; %n of them lack a parameter, see &quot;modify&quot;</source>
+        <translation>
+            <numerusform>; %n davon fehlt ein Parameter, siehe &quot;modify&quot;</numerusform>
+            <numerusform>; %n davon fehlt ein Parameter, siehe &quot;modify&quot;</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::CreateCommandDialog</name>
@@ -723,13 +730,6 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
     </message>
 </context>
 <context>
-    <name>tessaly::LoadClipDialog</name>
-    <message>
-        <source>Load Clip</source>
-        <translation>Clip laden</translation>
-    </message>
-</context>
-<context>
     <name>tessaly::MacroOperations</name>
     <message>
         <source>Fetching macro %1 from the panel</source>
@@ -816,10 +816,6 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
         <translation>%1: gespeichert%2</translation>
     </message>
     <message>
-        <source>%1: NOT saved%2; the working copy still holds the changes</source>
-        <translation>%1: NICHT gespeichert%2; die Arbeitskopie enthält die Änderungen noch</translation>
-    </message>
-    <message>
         <source>%1: changes discarded</source>
         <translation>%1: Änderungen verworfen</translation>
     </message>
@@ -846,6 +842,22 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
     <message>
         <source>%1: saved over what another program had written there</source>
         <translation>%1: über den Stand eines anderen Programms hinweg gespeichert</translation>
+    </message>
+    <message>
+        <source>NOT saved: this macro has not come from a place that it could go back to</source>
+        <translation>NICHT gespeichert: dieses Makro kam von keinem Ort, an den es zurück könnte</translation>
+    </message>
+    <message>
+        <source>the demonstration sends nothing</source>
+        <translation>die Vorführung sendet nichts</translation>
+    </message>
+    <message>
+        <source>%1: NOT saved%2; the history keeps the changes</source>
+        <translation>%1: NICHT gespeichert%2; der Verlauf bewahrt die Änderungen auf</translation>
+    </message>
+    <message>
+        <source>%1: NOT saved%2; only this pane still holds the changes</source>
+        <translation>%1: NICHT gespeichert%2; nur dieser Bereich enthält die Änderungen noch</translation>
     </message>
 </context>
 <context>

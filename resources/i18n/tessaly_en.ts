@@ -10,6 +10,13 @@
             <numerusform>%n commands inserted</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>; %n of them lack a parameter, see &quot;modify&quot;</source>
+        <translation>
+            <numerusform>; %n of them lacks a parameter, see &quot;modify&quot;</numerusform>
+            <numerusform>; %n of them lack a parameter, see &quot;modify&quot;</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ListFinder</name>

@@ -210,7 +210,39 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
   driver().choose(b_.macros, "007");
   copyTo(a_.copyMacro, 104);
   EXPECT_THAT(driver().texts(b_.commands), IsEmpty()) << "its working copy was the buffer";
+  EXPECT_EQ(driver().list(b_.macros).selectedRow(), -1);
   EXPECT_EQ(first_.read(1, "104"), "<missing>");
+}
+
+TEST_F(PanelWindowTest, UnsavedChangesHoldThePaneAtItsWorkplace) {
+  choosePanel(Pane::kB, addressOf(first_));
+  connectPane(Pane::kA, first_);
+  driver().press(b_.connectButton);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  driver().choose(b_.macros, "007");
+  copyTo(a_.copyMacro, 104);
+  awaitRow(b_.macros, "104 - Two");
+  EXPECT_EQ(driver().texts(b_.commands).size(), 3U) << "what went through its working copy is what it shows";
+
+  const auto edit = [this] {
+    driver().clickRow(b_.commands, 1);
+    driver().press(b_.deleteCommand);
+  };
+  const int ends[] = {b_.discardChanges, b_.saveChanges};
+  for (const int end : ends) {
+    edit();
+    chooseWorkplace(Pane::kA, 2, "500 - Elsewhere");
+    fixture_.window->repaint();
+    EXPECT_EQ(driver().list(b_.workplaces).selected()->text, "Workplace 1");
+    EXPECT_THAT(driver().texts(b_.macros), Contains("007 - Two")) << "not the macros of the other workplace";
+    driver().press(end);
+    EXPECT_EQ(driver().list(b_.workplaces).selected()->text, "Workplace 2");
+    EXPECT_EQ(driver().texts(b_.macros), driver().texts(a_.macros));
+    EXPECT_EQ(driver().list(b_.macros).selectedRow(), -1) << "so that nothing is done to the wrong macro";
+    chooseWorkplace(Pane::kB, 1, "007 - Two");
+    driver().choose(b_.macros, "007");
+  }
+  EXPECT_EQ(values(first_.read(1, "007")).size(), 2U);
 }
 
 TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {

@@ -263,6 +263,19 @@ TEST_F(WindowTest, UnsavedWorkSurvivesEveryKey) {
   EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT saved"));
 }
 
+TEST_F(WindowTest, LeavingThePathAsItWasLeavesTheMacroOpen) {
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "001");
+  auto& path = driver().control<QLineEdit>(a_.address);
+  path.setFocus();
+  driver().list(a_.commands).setFocus();
+  EXPECT_EQ(driver().texts(a_.commands).size(), commandsIn(macroPath(1)));
+  EXPECT_EQ(driver().list(a_.applications).selected()->text, "Evening News");
+  path.setFocus();
+  QTest::keyClick(&path, Qt::Key_Return);
+  EXPECT_THAT(driver().texts(a_.commands), IsEmpty()) << "Enter reads the folder anew";
+}
+
 TEST_F(WindowTest, AHalfTypedPathIsNotActedOn) {
   const std::string other = "c:\\programme\\rv48\\appli2\\";
   fixture_.site.write(other + "Evening News\\CP1\\macroWP1\\macro001.mac",

@@ -81,9 +81,15 @@ TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
   EXPECT_EQ(user.label("functionText"), "ME 1 Key 5 Clip Set");
   EXPECT_EQ(user.selectedRow("segment1"), 1);
   EXPECT_FALSE(user.visible("fromScratch"));
-  // Increment functions carry their level in fixed point: the same stored value under the other reading.
+  // Increment functions carry their level in fixed point, so a level of the other form is not taken over.
   user.choose("segment4", "Increment");
-  EXPECT_EQ(user.field("value"), "0.0498");
+  EXPECT_EQ(user.field("value"), "");
+  EXPECT_FALSE(user.enabled("modify"));
+  user.type("value", "0.5");
+  user.choose("segment4", "Set");
+  EXPECT_EQ(user.field("value"), "20.0");
+  user.choose("segment4", "Increment");
+  EXPECT_EQ(user.field("value"), "0.5000");
 }
 
 TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {

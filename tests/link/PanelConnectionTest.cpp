@@ -285,8 +285,12 @@ TEST_F(PanelConnectionTest, TypedTextGoesToTheAddressOrThePath) {
   window.take();
   connection.editText(kA, "d:\\shows");
   EXPECT_THAT(window.take(), IsEmpty()) << "not at every letter";
-  connection.editFinished(kA);
+  connection.editFinished(kA, false);
   EXPECT_THAT(window.take(), ElementsAre("lists A"));
+  connection.editFinished(kA, false);
+  EXPECT_THAT(window.take(), IsEmpty()) << "the path is the one that is listed";
+  connection.editFinished(kA, true);
+  EXPECT_THAT(window.take(), ElementsAre("lists A")) << "Enter reads the folder again";
   EXPECT_EQ(connection.path(kA), "d:\\shows\\");
   connection.setTexts(kA, "", "");
   EXPECT_EQ(connection.path(kA), "");

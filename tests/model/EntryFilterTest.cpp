@@ -91,6 +91,10 @@ TEST(EntryFilter, Timecodes) {
       {"10:20:30:99", 0, "10:20:30:99", 0},
       {"270544901", 25, "270544901", 0},
       {"-1h:2", 25, "1:2", 2},
+      {"99", 25, "99", 0},
+      {"99:", 25, "23:", 1},
+      {"10:75", 25, "10:59", 1},
+      {"99:99:99.99", 30, "23:59:59.29", 4},
   };
   for (const auto& c : cases) {
     const FilteredEntry entry = filterTimecode(c.typed, c.frameRate);
