@@ -349,13 +349,14 @@ MacroOperations::Saved MacroOperations::save(Pane pane) {
   // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
   const bool kept = !done && !unannounced && keepUnsaved(here.copy);
   here.copy.leaveEditState();
-  browser(pane).catchUp();
+  const bool safe = done || unannounced || kept;
+  if (safe) browser(pane).catchUp();
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
   tellDone(done && overwrites ? tr("%1: saved over what another program had written there").arg(macro)
            : done             ? tr("%1: saved").arg(macro)
            : unannounced      ? tr("%1: saved%2").arg(macro, reason())
-           : kept
+           : safe
                ? tr("%1: NOT saved%2; the history keeps the changes").arg(macro, panel ? reason() : QString())
                : tr("%1: NOT saved%2; only this pane still holds the changes")
                      .arg(macro, panel ? reason() : QString()));
