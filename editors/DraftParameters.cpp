@@ -148,7 +148,7 @@ FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int
       entry = filterFloat(descriptor, incremental_, text, mode_);
       value = storedFloat(descriptor, incremental_, entry.text, mode_);
     } else if constexpr (kIs<Descriptor, TimecodeParameter>) {
-      entry = filterTimecode(text, frameRate);
+      entry = filterTimecode(text, mode_ == ValueMode::kRaw ? 0 : frameRate);
       value = storedTimecode(entry.text, mode_);
     }
     return entry;

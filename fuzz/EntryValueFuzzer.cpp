@@ -74,7 +74,7 @@ void checkTimecode(std::string_view typed) {
     const std::string stored = storedTimecode(first.text, ValueMode::kDisplay);
     require(stored.empty() == first.text.empty(), "an empty timecode stays empty");
     const std::string shown = shownTimecode(stored, ValueMode::kDisplay);
-    require(filterTimecode(shown, 0).beeps == 0, "the filter takes a shown timecode");
+    require(rate == 0 || filterTimecode(shown, rate).beeps == 0, "the filter takes a shown timecode");
     require(shownTimecode(storedTimecode(shown, ValueMode::kDisplay), ValueMode::kDisplay) == shown,
             "a shown timecode is stored as it is shown");
   }

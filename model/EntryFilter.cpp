@@ -98,12 +98,11 @@ FilteredEntry filterTimecode(std::string_view typed, int frameRate) {
       ++entry.beeps;
     }
   }
-  // Without a separator it is no timecode yet, or a packed one.
-  if (entry.text.find_first_of(kTimecodeSeparators) == std::string::npos) return entry;
+  if (frameRate <= 0) return entry;
   std::size_t begin = 0;
   for (const int count : {24, 60, 60, frameRate}) {
     const std::size_t end = std::min(entry.text.find_first_of(kTimecodeSeparators, begin), entry.text.size());
-    if (count > 0 && parseInt(std::string_view(entry.text).substr(begin, end - begin)) >= count) {
+    if (parseInt(std::string_view(entry.text).substr(begin, end - begin)) >= count) {
       const std::string most = format("%02d", count - 1);
       entry.text.replace(begin, end - begin, most);
       ++entry.beeps;

@@ -18,8 +18,8 @@ struct FilteredEntry {
                                           ValueMode mode);
 [[nodiscard]] FilteredEntry filterFloat(const FloatParameter& parameter, bool incremental,
                                         std::string_view typed, ValueMode mode);
-// Keeps digits, "." and ":". Hours, minutes, seconds and, with a frame rate (25 or 30), frames beyond a
-// clock's become the last ones, with a beep.
+// Keeps digits, "." and ":". With a frame rate (25 or 30; 0 leaves a packed number as it is) hours, minutes,
+// seconds and frames beyond a clock's become the last ones, with a beep.
 [[nodiscard]] FilteredEntry filterTimecode(std::string_view typed, int frameRate);
 
 }  // namespace tessaly
