@@ -2,6 +2,7 @@
 
 #include <QInputDialog>
 
+#include "editors/Beep.h"
 #include "editors/DialogText.h"
 #include "editors/EnterTimecodeDialog.h"
 #include "editors/EnterValueDialog.h"
@@ -24,6 +25,11 @@ constexpr int kMainframes = 4;
 constexpr int kLargestInput = 255;
 constexpr std::size_t kNamesInHint = 12;  // of an enumeration, beside its range
 constexpr QSize kStartSize{980, 620};     // pixels
+
+// A value that a command has no room for is not taken.
+void beepUnless(bool taken) {
+  if (!taken) systemBeep()();
+}
 
 }  // namespace
 
@@ -198,20 +204,20 @@ void ClassicEditorDialog::enterInput(std::size_t row) {
   const auto chosen = static_cast<std::size_t>(dialog.selectedRow());
   const std::string number = inputNumberText(context_.inputSources[chosen].panelName);
   // A classic command holds the source in one byte; others cannot be named in it.
-  if (const int source = parseInt(number); !number.empty() && source >= 0 && source <= kLargestInput)
-    static_cast<void>(builder_.setInput(row, source));
+  const int source = parseInt(number);
+  beepUnless(!number.empty() && source >= 0 && source <= kLargestInput && builder_.setInput(row, source));
 }
 
 void ClassicEditorDialog::enterClip(std::size_t row) {
   LoadClipDialog dialog(clipNames(context_.site.root), this);
-  if (dialog.exec() == QDialog::Accepted) static_cast<void>(builder_.setText(row, dialog.clip()));
+  if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setText(row, dialog.clip()));
 }
 
 void ClassicEditorDialog::enterText(std::size_t row) {
   bool accepted = false;
   const QString text = QInputDialog::getText(this, tr("Enter Text"), shown(builder_.parameterRows()[row]),
                                              QLineEdit::Normal, shown(builder_.currentText(row)), &accepted);
-  if (accepted) static_cast<void>(builder_.setText(row, utf8ToWindows1252(text.toStdString())));
+  if (accepted) beepUnless(builder_.setText(row, utf8ToWindows1252(text.toStdString())));
 }
 
 int ClassicEditorDialog::destination() const { return ui_->destination->currentIndex() + 1; }
