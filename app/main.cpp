@@ -12,6 +12,7 @@
 #include "app/FirstStart.h"
 #include "app/Language.h"
 #include "platform/Installation.h"
+#include "platform/Memory.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ bool printsText(const std::vector<std::string_view>& words) {
 
 int main(int argc, char** argv) {
   if (printsText({argv, argv + argc})) return kDone;
+  tessaly::joinFreedMemoryAtOnce();
   QApplication toolkit(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tessaly"));
   QApplication::setApplicationVersion(QString::fromStdString(std::string(tessaly::programVersion())));

@@ -8,6 +8,12 @@
 
 namespace tessaly {
 
+void joinFreedMemoryAtOnce() {
+#ifdef __GLIBC__
+  mallopt(M_MXFAST, 0);
+#endif
+}
+
 void releaseFreedMemory() {
 #ifdef __GLIBC__
   malloc_trim(0);
