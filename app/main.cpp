@@ -35,7 +35,7 @@ bool printsText(const std::vector<std::string_view>& words) {
 
 int main(int argc, char** argv) {
   if (printsText({argv, argv + argc})) return kDone;
-  tessaly::joinFreedMemoryAtOnce();
+  tessaly::setUpMemory();
   QApplication toolkit(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tessaly"));
   QApplication::setApplicationVersion(QString::fromStdString(std::string(tessaly::programVersion())));

@@ -10,7 +10,7 @@
 // tessaly-bench --counted | --count measured|limit NAME
 // tessaly-bench [--quick] [options of the benchmark library, e.g. --benchmark_filter=REGEX]
 int main(int argc, char** argv) {
-  tessaly::joinFreedMemoryAtOnce();  // as the programs do
+  tessaly::setUpMemory();  // as the programs do
   int result = 0;
   if (tessaly::bench::runAsChild(argc, argv, result) || tessaly::bench::runCounted(argc, argv, result))
     return result;

@@ -6,7 +6,7 @@
 #include "platform/Memory.h"
 
 int main(int count, char** words) {
-  tessaly::joinFreedMemoryAtOnce();
+  tessaly::setUpMemory();
   std::ios::sync_with_stdio(false);
   return tessaly::runCommandLine(std::vector<std::string>(words + (count > 0 ? 1 : 0), words + count),
                                  std::cout, std::cerr);

@@ -8,8 +8,9 @@
 
 namespace tessaly {
 
-void joinFreedMemoryAtOnce() {
+void setUpMemory() {
 #ifdef __GLIBC__
+  mallopt(M_ARENA_MAX, 1);
   mallopt(M_MXFAST, 0);
 #endif
 }
