@@ -227,7 +227,7 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number)
     PaneState& there = state(from);
     const std::optional<MacroTarget> target = there.copy.target();
     const bool held = target && target->address == address && target->workplace == workplace &&
-                      there.copy.open(*target, true);
+                      target->numberText == source.numberText && there.copy.open(*target, true);
     if (!held) {
       there.view.macros().selectRow(-1);
       there.copy.reset();
@@ -345,22 +345,22 @@ MacroOperations::Saved MacroOperations::save(Pane pane) {
   const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path(),
                                    MacroChange::kSave)
                           : here.copy.saveToDisk();
-  const bool unannounced = panel && !done && outcome_.transfer == FtpClient::Result::kDone;
+  // A macro that was sent is there, whether or not the panel could be told so.
+  const bool saved = done || (panel && outcome_.transfer == FtpClient::Result::kDone);
   // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
-  const bool kept = !done && !unannounced && keepUnsaved(here.copy);
+  const bool kept = !saved && keepUnsaved(here.copy);
   here.copy.leaveEditState();
-  const bool safe = done || unannounced || kept;
-  if (safe) browser(pane).catchUp();
+  if (saved || kept) browser(pane).catchUp();
   emit changed();
   const QString macro = shown(target->numberText + " - " + target->name);
   tellDone(done && overwrites ? tr("%1: saved over what another program had written there").arg(macro)
            : done             ? tr("%1: saved").arg(macro)
-           : unannounced      ? tr("%1: saved%2").arg(macro, reason())
-           : safe
+           : saved            ? tr("%1: saved%2").arg(macro, reason())
+           : kept
                ? tr("%1: NOT saved%2; the history keeps the changes").arg(macro, panel ? reason() : QString())
                : tr("%1: NOT saved%2; only this pane still holds the changes")
                      .arg(macro, panel ? reason() : QString()));
-  return done || unannounced ? Saved::kDone : Saved::kFailed;
+  return saved ? Saved::kDone : Saved::kFailed;
 }
 
 void MacroOperations::discard(Pane pane) {
