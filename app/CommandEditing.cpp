@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "classic/ClassicGroups.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
 #include "editors/ModifyCommandDialog.h"
 #include "editors/MultipleCommandsDialog.h"
-#include "model/ClassicGroups.h"
 #include "platform/Text.h"
 
 namespace tessaly {

@@ -3,9 +3,9 @@
 #include <QRegularExpressionValidator>
 #include <QTimer>
 
-#include "editors/Beep.h"
-#include "editors/DialogText.h"
 #include "ui_CopyMacroDialog.h"
+#include "widgets/Beep.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

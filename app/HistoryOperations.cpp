@@ -6,8 +6,8 @@
 #include "app/CopyMacroDialog.h"
 #include "app/SilentMessages.h"
 #include "app/TransferText.h"
-#include "editors/DialogText.h"
 #include "platform/Files.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

@@ -4,8 +4,8 @@
 #include "app/CreateMacroDialog.h"
 #include "app/RenameMacroDialog.h"
 #include "app/TransferText.h"
-#include "editors/DialogText.h"
 #include "platform/Files.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 
@@ -97,7 +97,7 @@ bool MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
   const bool panel = target.source == PaneSource::kPanel;
   if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
   const bool filled = panel ? download(target.address, target.workplace, target.numberText, here.copy.path())
-                            : copyFile(site_.root, target.file(), here.copy.path());
+                            : copyFile(site_.root, target.file(), here.copy.path()).done();
   const bool loaded = here.copy.open(target, filled);
   browser(pane).showCommands();
   here.view.commands().scrollToTop();
@@ -196,7 +196,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, int number) 
   if (!panel && !file.empty()) history_.keepFile(macroFile(folder, number), change);
   const bool done = !file.empty() &&
                     (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file, change)
-                           : copyFile(site_.root, file, macroFile(folder, number)));
+                           : copyFile(site_.root, file, macroFile(folder, number)).done());
   if (!panel) rebuild(to, number);
   sayCopied(source, number, done, panel && !file.empty());
 }
@@ -290,7 +290,7 @@ void MacroOperations::deleteMacro(Pane pane) {
   }
   const int row = state(pane).view.macros().selectedRow();
   history_.keepFile(target.file(), MacroChange::kDelete);
-  const bool done = removeFile(site_.root, target.file());
+  const bool done = removeFile(site_.root, target.file()).done();
   rebuild(pane);
   state(pane).view.macros().makeCurrent(row);
   tellDone(done ? tr("%1: deleted").arg(shown(entry)) : tr("%1: could not be deleted").arg(shown(entry)));

@@ -6,8 +6,8 @@
 #include <QShortcut>
 
 #include "app/PaneKeys.h"
-#include "editors/DialogText.h"
 #include "ui_MacroPane.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

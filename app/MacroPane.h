@@ -10,9 +10,9 @@
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
 #include "app/Preferences.h"
-#include "editors/ListBox.h"
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
+#include "widgets/ListBox.h"
 
 namespace Ui {
 class MacroPane;

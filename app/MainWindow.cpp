@@ -9,8 +9,8 @@
 #include "app/AboutDialog.h"
 #include "app/MessageBoxes.h"
 #include "app/ViewMenu.h"
-#include "editors/DialogText.h"
 #include "ui_MainWindow.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

@@ -17,7 +17,7 @@
 #include "app/Recovery.h"
 #include "app/ValueUpdate.h"
 #include "model/Settings.h"
-#include "model/SourceNames.h"
+#include "values/SourceNames.h"
 
 namespace Ui {
 class MainWindow;

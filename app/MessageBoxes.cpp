@@ -3,7 +3,7 @@
 #include <QMessageBox>
 #include <QThread>
 
-#include "editors/DialogText.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

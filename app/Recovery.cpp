@@ -6,9 +6,9 @@
 #include <QLocale>
 
 #include "app/SilentMessages.h"
-#include "editors/DialogText.h"
 #include "link/PanelAddress.h"
 #include "platform/Files.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

@@ -59,7 +59,7 @@ bool RecoveryFile::write(const RecoveryRecord& record) const {
     text.set(kSum, record.check->sum);
   }
   if (record.setAside) text.set(kAside, std::string_view("yes"));
-  const bool written = writeFile(root_, record_, text.text()) ||
+  const bool written = writeFile(root_, record_, text.text()).done() ||
                        (makeFolder(root_, folder_) && writeFile(root_, record_, text.text()));
   if (written && !record.setAside) static_cast<void>(removeFile(root_, beside_));
   return written;

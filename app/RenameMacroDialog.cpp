@@ -2,8 +2,8 @@
 
 #include <QTimer>
 
-#include "editors/DialogText.h"
 #include "ui_RenameMacroDialog.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

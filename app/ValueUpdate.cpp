@@ -4,7 +4,7 @@
 
 #include <QThread>
 
-#include "editors/DialogText.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

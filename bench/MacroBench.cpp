@@ -6,8 +6,8 @@
 
 #include "bench/InterfaceSample.h"
 #include "bench/Table.h"
+#include "classic/ClassicDescription.h"
 #include "dictionary/InterfaceFile.h"
-#include "model/ClassicDescription.h"
 #include "model/CommandLine.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
@@ -41,7 +41,7 @@ struct Sample {
     const auto report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
     require(readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary, report));
     for (std::uint8_t code = kFirstCode; code < kFirstCode + kCodes; ++code) writeList(code);
-    require(writeFile(root, kMacro, macroText()));
+    require(writeFile(root, kMacro, macroText()).done());
   }
 
   static void require(bool done) {

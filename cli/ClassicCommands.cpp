@@ -1,6 +1,6 @@
+#include "classic/ClassicCommand.h"
+#include "classic/ClassicDescription.h"
 #include "cli/Commands.h"
-#include "model/ClassicCommand.h"
-#include "model/ClassicDescription.h"
 
 namespace tessaly {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
-#include "model/DecodingList.h"
 #include "model/MacroHistory.h"
 #include "platform/SiteAccess.h"
 

@@ -3,11 +3,11 @@
 #include <optional>
 
 #include "cli/Commands.h"
-#include "model/EntryFilter.h"
-#include "model/ParameterValue.h"
 #include "model/Settings.h"
-#include "model/SourceNames.h"
-#include "model/Timecode.h"
+#include "values/EntryFilter.h"
+#include "values/ParameterValue.h"
+#include "values/SourceNames.h"
+#include "values/Timecode.h"
 
 namespace tessaly {
 namespace {

@@ -2,16 +2,16 @@
 
 #include <QInputDialog>
 
-#include "editors/Beep.h"
-#include "editors/DialogText.h"
+#include "classic/ClipList.h"
 #include "editors/EnterTimecodeDialog.h"
 #include "editors/EnterValueDialog.h"
-#include "editors/ListBox.h"
 #include "editors/LoadClipDialog.h"
 #include "editors/SelectInputDialog.h"
-#include "model/ClipList.h"
 #include "model/Settings.h"
 #include "ui_ClassicEditorDialog.h"
+#include "widgets/Beep.h"
+#include "widgets/DialogText.h"
+#include "widgets/ListBox.h"
 
 namespace tessaly {
 

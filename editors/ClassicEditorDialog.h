@@ -4,8 +4,8 @@
 
 #include <QDialog>
 
+#include "classic/ClassicBuilder.h"
 #include "editors/EditorContext.h"
-#include "model/ClassicBuilder.h"
 
 namespace Ui {
 class ClassicEditorDialog;

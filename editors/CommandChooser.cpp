@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "model/SourceNames.h"
 #include "platform/Text.h"
+#include "values/SourceNames.h"
 
 namespace tessaly {
 

@@ -3,8 +3,8 @@
 #include <QKeyEvent>
 #include <QShortcut>
 
-#include "editors/DialogText.h"
 #include "ui_CreateCommandDialog.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

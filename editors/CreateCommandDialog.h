@@ -11,10 +11,10 @@
 #include "editors/CommandChooser.h"
 #include "editors/EditorContext.h"
 #include "editors/FoundFunctions.h"
-#include "editors/ListBox.h"
 #include "editors/PanelValueRequest.h"
 #include "editors/ParameterPanel.h"
 #include "model/MacroFile.h"
+#include "widgets/ListBox.h"
 
 namespace Ui {
 class CreateCommandDialog;

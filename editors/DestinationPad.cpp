@@ -8,7 +8,7 @@
 #include <QLabel>
 #include <QToolButton>
 
-#include "editors/DialogText.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

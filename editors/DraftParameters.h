@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "dictionary/FunctionDictionary.h"
-#include "model/EntryFilter.h"
 #include "model/MacroCommand.h"
-#include "model/ParameterValue.h"
-#include "model/SourceNames.h"
+#include "values/EntryFilter.h"
+#include "values/ParameterValue.h"
+#include "values/SourceNames.h"
 
 namespace tessaly {
 

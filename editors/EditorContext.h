@@ -3,11 +3,11 @@
 #include <functional>
 #include <vector>
 
+#include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
 #include "link/PanelClient.h"
-#include "model/DecodingList.h"
-#include "model/SourceNames.h"
 #include "platform/SiteAccess.h"
+#include "values/SourceNames.h"
 
 namespace tessaly {
 

@@ -6,8 +6,8 @@
 #include <QDialog>
 #include <QLineEdit>
 
-#include "editors/Beep.h"
-#include "model/Timecode.h"
+#include "values/Timecode.h"
+#include "widgets/Beep.h"
 
 namespace Ui {
 class EnterTimecodeDialog;

@@ -5,8 +5,8 @@
 
 #include <QDialog>
 
-#include "editors/Beep.h"
 #include "editors/EntryCheck.h"
+#include "widgets/Beep.h"
 
 namespace Ui {
 class EnterValueDialog;

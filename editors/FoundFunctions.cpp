@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "editors/DialogText.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

@@ -1,7 +1,7 @@
 #include "editors/ModifyCommandDialog.h"
 
-#include "editors/DialogText.h"
 #include "ui_ModifyCommandDialog.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

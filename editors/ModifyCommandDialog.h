@@ -9,9 +9,9 @@
 
 #include "editors/EditorContext.h"
 #include "editors/FunctionSegments.h"
-#include "editors/ListBox.h"
 #include "editors/ParameterPanel.h"
 #include "model/MacroCommand.h"
+#include "widgets/ListBox.h"
 
 namespace Ui {
 class ModifyCommandDialog;

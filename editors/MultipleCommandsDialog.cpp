@@ -5,12 +5,12 @@
 
 #include <QShortcut>
 
-#include "editors/DialogText.h"
-#include "editors/ListBox.h"
 #include "editors/MultipleCommandsModel.h"
 #include "editors/ParameterUpdate.h"
 #include "editors/SelectInputDialog.h"
 #include "ui_MultipleCommandsDialog.h"
+#include "widgets/DialogText.h"
+#include "widgets/ListBox.h"
 
 namespace tessaly {
 

@@ -2,7 +2,7 @@
 
 #include <QFont>
 
-#include "editors/DialogText.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

@@ -4,8 +4,8 @@
 
 #include <QKeyEvent>
 
-#include "editors/DialogText.h"
 #include "ui_ParameterPanel.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 

@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-#include "editors/Beep.h"
 #include "editors/DraftParameters.h"
+#include "widgets/Beep.h"
 
 namespace Ui {
 class ParameterPanel;

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "editors/ChoiceDialog.h"
-#include "model/SourceNames.h"
+#include "values/SourceNames.h"
 
 namespace tessaly {
 

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <span>
 
+#include "classic/ClassicCommand.h"
+#include "classic/ClassicDescription.h"
+#include "classic/ClassicGroups.h"
+#include "classic/ClassicParameter.h"
+#include "classic/DecodingList.h"
 #include "fuzz/Fuzzing.h"
-#include "model/ClassicCommand.h"
-#include "model/ClassicDescription.h"
-#include "model/ClassicGroups.h"
-#include "model/ClassicParameter.h"
-#include "model/DecodingList.h"
 
 // The input as the byte form and as the text form of a classic command, described with the sample site's
 // lists.

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "classic/ClassicBuilder.h"
 #include "fuzz/Fuzzing.h"
-#include "model/ClassicBuilder.h"
 
 // The classic command editor: the text of a command up to a NUL (create mode when it cannot be read), then
 // choices of two bytes each, which list and which row, and for a value a text.

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <span>
 
+#include "classic/ClassicDescription.h"
+#include "classic/ClassicGroups.h"
+#include "classic/ClassicParameter.h"
+#include "classic/ClassicValue.h"
+#include "classic/DecodingList.h"
 #include "fuzz/Fuzzing.h"
-#include "model/ClassicDescription.h"
-#include "model/ClassicGroups.h"
-#include "model/ClassicParameter.h"
-#include "model/ClassicValue.h"
-#include "model/DecodingList.h"
 
 // A decoding list up to a NUL, then cd, co and an action, and the parameter bytes of commands that are
 // matched with it, one command for each of its keywords.

@@ -2,10 +2,10 @@
 #include <cmath>
 
 #include "fuzz/Fuzzing.h"
-#include "model/EntryFilter.h"
-#include "model/ParameterValue.h"
-#include "model/Timecode.h"
 #include "platform/Text.h"
+#include "values/EntryFilter.h"
+#include "values/ParameterValue.h"
+#include "values/Timecode.h"
 
 // A parameter (a byte of flags, then minimum, maximum and both shown ones as texts), and a text that is
 // typed.

@@ -3,9 +3,9 @@
 #include "dictionary/InterfaceFile.h"
 #include "fuzz/Fuzzing.h"
 #include "model/FunctionFinder.h"
-#include "model/ParameterValue.h"
 #include "model/SegmentSearch.h"
-#include "model/SourceNames.h"
+#include "values/ParameterValue.h"
+#include "values/SourceNames.h"
 
 // An interface description file and the functions that it expands to.
 namespace tessaly {

@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "model/ClassicDescription.h"
-#include "model/ParameterValue.h"
-#include "model/Timecode.h"
+#include "classic/ClassicDescription.h"
 #include "platform/Text.h"
+#include "values/ParameterValue.h"
+#include "values/Timecode.h"
 
 namespace tessaly {
 namespace {

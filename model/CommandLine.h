@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "classic/ClassicCommand.h"
+#include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
-#include "model/ClassicCommand.h"
-#include "model/DecodingList.h"
 #include "model/MacroCommand.h"
 
 // The one line of text that shows a command (docs/command-line.md). Bytes in, bytes out.

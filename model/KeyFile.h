@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "model/ClassicCommand.h"
+#include "classic/ClassicCommand.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {

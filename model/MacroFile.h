@@ -6,7 +6,7 @@
 #include <tinyxml.h>
 #include <vector>
 
-#include "model/ClassicCommand.h"
+#include "classic/ClassicCommand.h"
 #include "model/MacroCommand.h"
 #include "platform/ContentCheck.h"
 #include "platform/SiteAccess.h"

@@ -85,7 +85,7 @@ std::string hintOf(const MacroPlace& place) {
   return hint.substr(0, kLongestHint);
 }
 
-bool writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sync sync) {
+Outcome writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sync sync) {
   PendingFile file(path);
   file.write(bytes);
   return file.commit(sync);
@@ -295,7 +295,7 @@ bool MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {
   const auto bytes = readFile(root_, macro.file);
   if (!bytes) return false;
   keepFile(path, MacroChange::kPutBack);
-  return writeFile(root_, path, *bytes);
+  return writeFile(root_, path, *bytes).done();
 }
 
 }  // namespace tessaly

@@ -84,7 +84,7 @@ bool writeSettings(const SiteRoot& root, const Settings& settings) {
     bytes += *text;
     bytes.append(kBytesAfterText, '\0');
   }
-  return writeFile(root, kSettingsFile, bytes);
+  return writeFile(root, kSettingsFile, bytes).done();
 }
 
 std::string derivedPath(std::string_view stored) {

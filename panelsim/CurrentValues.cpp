@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdint>
 
-#include "model/Timecode.h"
 #include "platform/Text.h"
+#include "values/Timecode.h"
 
 namespace tessaly {
 namespace {

@@ -77,7 +77,9 @@ const std::string& PanelTree::nameOf(const std::string& path) {
   return known.name;
 }
 
-bool PanelTree::remove(int workplace, int number) const { return removeFile(host_, file(workplace, number)); }
+bool PanelTree::remove(int workplace, int number) const {
+  return removeFile(host_, file(workplace, number)).done();
+}
 
 bool PanelTree::rename(int workplace, int number, const std::string& name) const {
   NoMessages silent;

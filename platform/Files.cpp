@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <new>
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 
 #include "platform/PendingFile.h"
 #include "platform/RegularFile.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -19,15 +21,15 @@ namespace fs = std::filesystem;
 constexpr std::size_t kCopyBlock = std::size_t{64} * 1024;
 
 // At most `count` bytes from the start of an open file.
-std::optional<std::string> readStart(const RegularFile& file, std::size_t count) {
+Expected<std::string> readStart(const RegularFile& file, std::size_t count) {
   try {
     std::string bytes(count, '\0');
     const auto got = file.read(bytes.data(), bytes.size());
-    if (!got) return std::nullopt;
+    if (!got) return systemFailure(EIO, "read");
     bytes.resize(*got);
     return bytes;
   } catch (const std::bad_alloc&) {
-    return std::nullopt;
+    return systemFailure(ENOMEM, "read");
   }
 }
 
@@ -42,50 +44,54 @@ bool canOpen(const SiteRoot& root, std::string_view path) {
   return RegularFile::open(root.resolve(path)).has_value();
 }
 
-std::optional<std::string> readFile(const SiteRoot& root, std::string_view path, std::size_t limit) {
+Expected<std::string> readFile(const SiteRoot& root, std::string_view path, std::size_t limit) {
   const auto file = RegularFile::open(root.resolve(path));
-  if (!file) return std::nullopt;
-  if (file->size() > limit) return std::nullopt;
+  if (!file) return file.failure();
+  if (file->size() > limit) return systemFailure(EFBIG, "read");
   return readStart(*file, file->size());
 }
 
 std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path, std::size_t count) {
   const auto file = RegularFile::open(root.resolve(path));
   if (!file) return std::nullopt;
-  return readStart(*file, std::min(count, file->size()));
+  auto start = readStart(*file, std::min(count, file->size()));
+  return start ? std::optional(*std::move(start)) : std::nullopt;
 }
 
-bool writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
+Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
   PendingFile file(root.resolve(path));
   file.write(bytes);
   return file.commit();
 }
 
-bool copyFile(const SiteRoot& root, std::string_view from, std::string_view to) {
+Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view to) {
   const auto source = RegularFile::open(root.resolve(from));
-  if (!source) return false;
+  if (!source) return source.failure();
   const fs::path target = root.resolve(to);
-  if (source->isAt(target)) return true;
+  if (source->isAt(target)) return {};
   PendingFile copy(target);
   std::array<char, kCopyBlock> block;
   std::optional<std::size_t> count;
   do {
     count = source->read(block.data(), block.size());
-    if (!count) return false;
+    if (!count) return systemFailure(EIO, "read");
     copy.write({block.data(), *count});
   } while (*count > 0 && copy.good());
   return copy.commit();
 }
 
-bool removeFile(const SiteRoot& root, std::string_view path) {
-  return ::unlink(root.resolve(path).c_str()) == 0;
+Outcome removeFile(const SiteRoot& root, std::string_view path) {
+  if (::unlink(root.resolve(path).c_str()) == 0) return {};
+  return systemFailure(errno, "removed");
 }
 
-bool makeFolder(const SiteRoot& root, std::string_view path) {
+Outcome makeFolder(const SiteRoot& root, std::string_view path) {
   const fs::path folder = root.resolve(path);
   std::error_code error;
   fs::create_directories(folder, error);
-  return !folder.empty() && fs::is_directory(folder, error);
+  std::error_code unknown;
+  if (!folder.empty() && fs::is_directory(folder, unknown)) return {};
+  return systemFailure(error ? error.value() : ENOTDIR, "made");
 }
 
 std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folder, std::string_view suffix) {

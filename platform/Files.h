@@ -6,11 +6,12 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
-// Files of the site, by site path. No function throws; every failure is a return value. Writes never leave a
-// half-written file: the bytes go to a temporary file in the target's folder, are flushed and checked, and
-// the file is renamed over the target.
+// Files of the site, by site path. No function throws; every failure is a return value with its reason.
+// Writes never leave a half-written file: the bytes go to a temporary file in the target's folder, are
+// flushed and checked, and the file is renamed over the target.
 namespace tessaly {
 
 inline constexpr std::size_t kLargestFile =
@@ -21,9 +22,9 @@ inline constexpr std::size_t kLargestFile =
 // True when the path can be opened for reading as a file.
 [[nodiscard]] bool canOpen(const SiteRoot& root, std::string_view path);
 
-// The whole content, or nothing when the file is missing, unreadable, no regular file or above `limit` bytes.
-[[nodiscard]] std::optional<std::string> readFile(const SiteRoot& root, std::string_view path,
-                                                  std::size_t limit = kLargestFile);
+// The whole content; a failure when the file is missing, unreadable, no regular file or above `limit` bytes.
+[[nodiscard]] Expected<std::string> readFile(const SiteRoot& root, std::string_view path,
+                                             std::size_t limit = kLargestFile);
 
 // At most the first `count` bytes, or nothing when the file cannot be opened.
 [[nodiscard]] std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path,
@@ -31,16 +32,16 @@ inline constexpr std::size_t kLargestFile =
 
 // Writes `bytes` whole or not at all; mode 0644 less the umask, whatever an old file had. The folder must
 // exist.
-[[nodiscard]] bool writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes);
+Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes);
 
 // Copies whole or not at all, over an existing file. A file copied onto itself is left alone and counts as
 // done. The copy is writable whatever mode the source had.
-[[nodiscard]] bool copyFile(const SiteRoot& root, std::string_view from, std::string_view to);
+Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view to);
 
-[[nodiscard]] bool removeFile(const SiteRoot& root, std::string_view path);
+Outcome removeFile(const SiteRoot& root, std::string_view path);
 
 // Creates the folder and its parents.
-[[nodiscard]] bool makeFolder(const SiteRoot& root, std::string_view path);
+Outcome makeFolder(const SiteRoot& root, std::string_view path);
 
 // Names (not paths) in a folder, sorted without regard to case, "." and ".." left out. With a suffix such as
 // ".mac", only regular files whose name ends so, whatever the case. A missing folder gives an empty list.

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <system_error>
 
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -75,13 +76,21 @@ void syncFolder(const std::string& folder) {
 
 PendingFile::PendingFile(const fs::path& target) {
   const fs::path real = destination(target);
-  if (real.empty()) return;
+  if (real.empty()) {
+    failure_ = Failure{Failure::Kind::kInTheWay, "cannot be written: no regular file can stand there"};
+    return;
+  }
   target_ = real.string();
   folder_ = real.has_parent_path() ? real.parent_path().string() : ".";
   sweep(folder_);
   for (int attempt = 0; attempt < kAttempts && !open(); ++attempt) {
     if (errno != EEXIST && errno != EINTR) break;
   }
+  if (!file_.isOpen()) fail(errno);
+}
+
+void PendingFile::fail(int error) {
+  if (!failure_) failure_ = systemFailure(error, "written");
 }
 
 // False leaves no file, and its reason in errno.
@@ -113,26 +122,29 @@ bool PendingFile::write(std::string_view bytes) {
     if (written >= 0) {
       bytes.remove_prefix(static_cast<std::size_t>(written));
     } else if (errno != EINTR) {
+      fail(errno);
       discard();
     }
   }
   return good();
 }
 
-bool PendingFile::commit(Sync sync) {
-  if (!good()) return false;
+Outcome PendingFile::commit(Sync sync) {
+  if (!good()) return failure_ ? *failure_ : systemFailure(EBADF, "written");
   // The lock goes with the last descriptor, and has to last until the name is the target's.
   const Descriptor locked(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
   const bool readable = !finishedMode_ || ::fchmod(file_.number(), *finishedMode_) == 0;
   const bool stored = locked.isOpen() && readable && ::fsync(file_.number()) == 0;
-  const bool closed = file_.close();
-  if (!stored || !closed || std::rename(temporary_.c_str(), target_.c_str()) != 0) {
+  if (!stored) fail(errno);
+  if (!file_.close()) fail(errno);
+  if (!failure_ && std::rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno);
+  if (failure_) {
     discard();
-    return false;
+    return *failure_;
   }
   temporary_.clear();
   if (sync == Sync::kFileAndFolder) syncFolder(folder_);
-  return true;
+  return {};
 }
 
 void PendingFile::discard() {

@@ -7,6 +7,7 @@
 #include <sys/types.h>
 
 #include "platform/Descriptor.h"
+#include "platform/Outcome.h"
 
 namespace tessaly {
 
@@ -27,7 +28,7 @@ class PendingFile {
   PendingFile& operator=(const PendingFile&) = delete;
 
   // True as long as nothing has failed.
-  [[nodiscard]] bool good() const { return file_.isOpen(); }
+  [[nodiscard]] bool good() const { return file_.isOpen() && !failure_; }
 
   // After a failure nothing more is written and the commit fails too.
   bool write(std::string_view bytes);
@@ -35,10 +36,11 @@ class PendingFile {
   enum class Sync { kFileAndFolder, kFileOnly };
   // Brings the bytes to the disk and the name to the target, mode 0644 less the umask. With `kFileOnly` the
   // name is left to the next file that is committed into this folder.
-  [[nodiscard]] bool commit(Sync sync = Sync::kFileAndFolder);
+  Outcome commit(Sync sync = Sync::kFileAndFolder);
 
  private:
   bool open();
+  void fail(int error);
   void discard();
 
   std::string target_;
@@ -46,6 +48,7 @@ class PendingFile {
   std::string temporary_;  // empty when there is none
   Descriptor file_;
   std::optional<mode_t> finishedMode_;
+  std::optional<Failure> failure_;  // the first one
 };
 
 }  // namespace tessaly

@@ -3,14 +3,17 @@
 #include <cerrno>
 #include <fcntl.h>
 
+#include "platform/SystemFailure.h"
+
 namespace tessaly {
 
-std::optional<RegularFile> RegularFile::open(const std::filesystem::path& path) {
+Expected<RegularFile> RegularFile::open(const std::filesystem::path& path) {
   RegularFile file;
   file.descriptor_ = Descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!file.descriptor_.isOpen() || ::fstat(file.descriptor_.number(), &file.status_) != 0)
-    return std::nullopt;
-  if (!S_ISREG(file.status_.st_mode)) return std::nullopt;
+    return systemFailure(errno, "opened");
+  if (!S_ISREG(file.status_.st_mode))
+    return Failure{Failure::Kind::kInTheWay, "cannot be opened: not a regular file"};
   return file;
 }
 

@@ -6,13 +6,14 @@
 #include <sys/stat.h>
 
 #include "platform/Descriptor.h"
+#include "platform/Outcome.h"
 
 namespace tessaly {
 
 // A regular file open for reading. Pipes, devices and folders are refused: they would block, or never end.
 class RegularFile {
  public:
-  static std::optional<RegularFile> open(const std::filesystem::path& path);
+  static Expected<RegularFile> open(const std::filesystem::path& path);
 
   [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(status_.st_size); }
 

@@ -78,7 +78,7 @@ bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& documen
   bool loaded = false;
   try {
     document = TiXmlDocument();  // an earlier byte order mark and error are forgotten too
-    std::optional<std::string> text = readFile(root, path);
+    auto text = readFile(root, path);
     if (text && check) *check = contentCheck(*text);
     loaded = text && parse(*text, document);
   } catch (const std::bad_alloc&) {
@@ -96,7 +96,7 @@ bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& d
   if (!memory) return false;
   const bool printed = document.SaveFile(memory);
   const bool whole = std::fclose(memory) == 0 && printed;
-  const bool saved = whole && writeFile(root, path, {bytes, size});
+  const bool saved = whole && writeFile(root, path, {bytes, size}).done();
   if (result && saved) *result = {isReadAsPrinted(document, {bytes, size}), contentCheck({bytes, size})};
   std::free(bytes);
   return saved;

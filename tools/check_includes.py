@@ -9,20 +9,24 @@ import re
 import sys
 from pathlib import Path
 
+BELOW_MODEL = {"classic", "values", "dictionary", "platform"}
 ROOMS = {
     "platform": set(),
     "xctl": set(),
     "dictionary": {"platform"},
-    "model": {"dictionary", "platform"},
+    "values": {"dictionary", "platform"},
+    "classic": {"values", "dictionary", "platform"},
+    "model": BELOW_MODEL,
     "link": {"xctl", "platform"},
-    "editors": {"model", "dictionary", "link", "platform"},
-    "app": {"editors", "model", "dictionary", "link", "platform"},
-    "cli": {"model", "dictionary", "link", "platform"},
-    "panelsim": {"xctl", "model", "dictionary", "platform"},
+    "widgets": {"platform"},
+    "editors": {"widgets", "model", "link"} | BELOW_MODEL,
+    "app": {"editors", "widgets", "model", "link"} | BELOW_MODEL,
+    "cli": {"model", "link"} | BELOW_MODEL,
+    "panelsim": {"xctl", "model"} | BELOW_MODEL,
 }
 # Libraries that are kept to some rooms: name, pattern of the included file, rooms that may include it.
 GUARDED = [
-    ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"editors", "app"}),
+    ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"widgets", "editors", "app"}),
     ("curl", re.compile(r"^curl/"), {"platform"}),
     ("TinyXML", re.compile(r"^tinyxml\.h$"), {"platform", "dictionary", "model"}),
     ("JSON", re.compile(r"^nlohmann/"), {"xctl", "cli", "panelsim"}),

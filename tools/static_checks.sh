@@ -4,7 +4,7 @@
 #   tools/static_checks.sh [BUILD]    build/release unless another is given
 set -euo pipefail
 cd "$(dirname "$0")/.."
-rooms=(platform xctl dictionary model link panelsim cli editors app)
+rooms=(platform xctl dictionary values classic model link panelsim cli widgets editors app)
 
 find "${rooms[@]}" bench fuzz tests -name '*.cpp' -o -name '*.h' | xargs clang-format --dry-run --Werror
 /usr/bin/python3 tools/tidy_units.py "${1:-build/release}" --jobs "$(nproc)"

@@ -8,6 +8,7 @@
 #include "bench/Table.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly::bench {
 
@@ -32,8 +33,7 @@ void write(const SiteRoot& root, std::string_view path, const std::string& text)
 SiteRoot makeWindowSite() {
   const SiteRoot root(scratchFolder() / "window");
   std::filesystem::create_directories(root.path());
-  std::filesystem::copy(TESSALY_SOURCE_DIR "/site/c", root.path() / "c",
-                        std::filesystem::copy_options::recursive);
+  std::filesystem::copy(sourcePath("site/c"), root.path() / "c", std::filesystem::copy_options::recursive);
   FunctionDictionary dictionary;
   loadFunctionDictionary(root, dictionary, [](const std::string&) { require(false); });
   const std::string folder = std::string("c:\\programme\\rv48\\appli\\") + kApplication;

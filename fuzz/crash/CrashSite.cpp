@@ -90,7 +90,7 @@ bool CrashSite::prepare() const {
   std::string key = "#UPK\nBeginHeader\nFile=key03.upk\nName=Key\nVersion=1.0\nEndHeader\n";
   for (int i = 0; i < kCrashKeys; ++i) key += kKeyCommand;
   for (int i = 0; done && i < kCrashDownloads; ++i)
-    done = writeFile(root_, remoteFile(panelTree(), i), crashMacro(i, downloadedCommands(i)));
+    done = writeFile(root_, remoteFile(panelTree(), i), crashMacro(i, downloadedCommands(i))).done();
   done = done && writeFile(root_, keyPath(), key) &&
          writeFile(root_, kEmptyMacro, "<macro name=\"\"><data></data></macro>\n");
   for (const CrashStep step : {CrashStep::kEdit, CrashStep::kSave, CrashStep::kCopy})

@@ -60,9 +60,9 @@ class CrashWorker {
       case CrashStep::kEdit:
         return update(site, file, crashValue(generation));
       case CrashStep::kSave:
-        return copyFile(site_.root(), CrashSite::path(CrashStep::kEdit), file);
+        return copyFile(site_.root(), CrashSite::path(CrashStep::kEdit), file).done();
       case CrashStep::kCopy:
-        return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file);
+        return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file).done();
       case CrashStep::kConvert:
         return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath());
       case CrashStep::kDownload:

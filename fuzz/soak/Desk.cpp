@@ -11,11 +11,12 @@
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly {
 namespace {
 
-constexpr const char* kSampleSite = TESSALY_SOURCE_DIR "/site";
+const std::string kSampleSite = sourcePath("site");
 
 PanelOptions panelOptions(const std::string& address, std::uint16_t controlPort, std::uint16_t ftpPort,
                           const std::string& root) {

@@ -4,8 +4,8 @@
 
 #include <QComboBox>
 
+#include "classic/ClassicDescription.h"
 #include "editors/ClassicEditorDialog.h"
-#include "model/ClassicDescription.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 

@@ -4,6 +4,7 @@
 #include <QRadioButton>
 
 #include "app/FirstStart.h"
+#include "tests/support/BuildPaths.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kSample = fs::path(TESSALY_SOURCE_DIR) / "site";
+const fs::path kSample = sourcePath("site");
 
 class FirstStartTest : public testing::Test {
  protected:

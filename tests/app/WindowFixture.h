@@ -9,6 +9,7 @@
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
 #include "tests/link/FakeTransport.h"
+#include "tests/support/BuildPaths.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
 
@@ -18,7 +19,7 @@ namespace tessaly {
 inline const FunctionDictionary& sampleDictionary() {
   static const FunctionDictionary& dictionary = []() -> const FunctionDictionary& {
     auto* read = new FunctionDictionary;
-    loadFunctionDictionary(SiteRoot(TESSALY_SOURCE_DIR "/site"), *read, [](const std::string&) {});
+    loadFunctionDictionary(SiteRoot(sourcePath("site")), *read, [](const std::string&) {});
     return *read;
   }();
   return dictionary;
@@ -35,7 +36,7 @@ class WindowFixture {
  public:
   explicit WindowFixture(PanelClient& client, std::uint16_t ftpPort = kFtpPort, bool demo = false)
       : history(site.root), lists_(site.root), macros_(client, site.root, ftpTransfers(ftpPort), demo) {
-    const std::filesystem::path drive = std::filesystem::path(TESSALY_SOURCE_DIR) / "site" / "c";
+    const std::filesystem::path drive = sourcePath("site/c");
     std::filesystem::copy(drive, site.root.path() / "c", std::filesystem::copy_options::recursive);
     context_ = std::make_unique<WindowContext>(
         WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, history, demo});

@@ -12,7 +12,7 @@
 #include <QListView>
 #include <QTest>
 
-#include "editors/Beep.h"
+#include "widgets/Beep.h"
 
 namespace tessaly {
 

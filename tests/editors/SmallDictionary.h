@@ -6,6 +6,7 @@
 
 #include "dictionary/FunctionDictionary.h"
 #include "dictionary/InterfaceFile.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly {
 
@@ -62,8 +63,7 @@ inline const FunctionDictionary& smallDictionary() {
 inline const FunctionDictionary& siteDictionary() {
   static const std::unique_ptr<FunctionDictionary> kDictionary = [] {
     auto made = std::make_unique<FunctionDictionary>();
-    loadFunctionDictionary(SiteRoot(TESSALY_SOURCE_DIR "/site"), *made,
-                           [](const std::string&) { std::abort(); });
+    loadFunctionDictionary(SiteRoot(sourcePath("site")), *made, [](const std::string&) { std::abort(); });
     made->finish();
     return made;
   }();

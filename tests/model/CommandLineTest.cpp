@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "model/ClassicGroups.h"
+#include "classic/ClassicGroups.h"
 #include "model/CommandLine.h"
 #include "tests/support/TestSite.h"
 

@@ -7,8 +7,9 @@
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
-#include "model/SourceNames.h"
+#include "tests/support/BuildPaths.h"
 #include "tests/support/TestSite.h"
+#include "values/SourceNames.h"
 
 namespace tessaly {
 namespace {
@@ -28,7 +29,7 @@ struct SampleSiteTest : testing::Test {
       }
   }
 
-  SiteRoot root{TESSALY_SOURCE_DIR "/site"};
+  SiteRoot root{sourcePath("site")};
   RecordingMessages messages;
   SiteAccess access{root, messages};
   DecodingLists lists{root};

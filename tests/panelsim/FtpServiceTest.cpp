@@ -2,6 +2,7 @@
 
 #include "PanelFixture.h"
 #include "platform/ChildProcess.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly {
 namespace {
@@ -54,7 +55,7 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
 
 TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {
   ChildProcess program;
-  ASSERT_TRUE(program.start({TESSALY_BINARY_DIR "/tessaly-panelsim", "--control-port", "0", "--ftp-port", "0",
+  ASSERT_TRUE(program.start({programPath("tessaly-panelsim"), "--control-port", "0", "--ftp-port", "0",
                              "--root", tree.root.path().string(), "--site", site.root.path().string()}));
   std::string ready;
   while (!ready.starts_with("ready ")) {

@@ -8,6 +8,7 @@
 
 #include "TemporarySite.h"
 #include "platform/FtpClient.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly {
 namespace {
@@ -24,8 +25,8 @@ class Server {
     if (process_ == 0) {
       ::prctl(PR_SET_PDEATHSIG, SIGKILL);
       ::dup2(ends[1], STDOUT_FILENO);
-      const char* const script = TESSALY_SOURCE_DIR "/tests/platform/ftp_server.py";
-      ::execl("/usr/bin/python3", "python3", script, folder.c_str(), connections, nullptr);
+      const std::string script = sourcePath("tests/platform/ftp_server.py");
+      ::execl("/usr/bin/python3", "python3", script.c_str(), folder.c_str(), connections, nullptr);
       ::_exit(127);
     }
     ::close(ends[1]);

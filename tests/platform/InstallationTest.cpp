@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Installation.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly {
 namespace {
@@ -8,7 +9,7 @@ namespace {
 TEST(InstallationTest, TheSampleSiteIsFoundFromTheProgram) {
   const std::filesystem::path site = installedSiteFolder();
   ASSERT_FALSE(site.empty());
-  EXPECT_TRUE(std::filesystem::equivalent(site, std::filesystem::path(TESSALY_SOURCE_DIR) / "site"));
+  EXPECT_TRUE(std::filesystem::equivalent(site, sourcePath("site")));
 }
 
 }  // namespace

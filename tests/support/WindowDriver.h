@@ -13,7 +13,7 @@
 #include <QTimer>
 
 #include "app/MainWindow.h"
-#include "editors/ListBox.h"
+#include "widgets/ListBox.h"
 
 namespace tessaly {
 

@@ -1,0 +1,259 @@
+#include "classic/ClassicBuilder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::string_view kSeparatorMark = "---";  // a row that contains it is a separator
+
+std::vector<ClassicBuilder::Row> menuRows() {
+  std::vector<ClassicBuilder::Row> rows;
+  for (const ClassicGroup& group : classicGroups()) rows.push_back({group.name, group.cd == kSeparatorCode});
+  return rows;
+}
+
+std::optional<std::size_t> groupRowOf(std::uint8_t cd) {
+  const ClassicGroup* group = classicGroup(cd);
+  if (group == nullptr) return std::nullopt;
+  return static_cast<std::size_t>(group - classicGroups().data());
+}
+
+}  // namespace
+
+ClassicBuilder::ClassicBuilder(DecodingLists& lists, bool commandSelected)
+    : lists_(lists), mode_(Mode::kCreate), commandSelected_(commandSelected), groupRows_(menuRows()) {}
+
+ClassicBuilder::ClassicBuilder(DecodingLists& lists, const ClassicCommand& command)
+    : lists_(lists),
+      mode_(Mode::kModify),
+      commandSelected_(true),
+      groupRows_(menuRows()),
+      state_(State::kBuilding),
+      group_(groupRowOf(command.cd())),
+      command_(command) {
+  selectSubgroup(command.cd(), command.co());
+  lookUp();
+  complete_ = entry_.has_value();  // also when the bytes end early: it is the command that the macro has
+}
+
+bool ClassicBuilder::isSeparator(std::string_view text) { return text.find(kSeparatorMark) != text.npos; }
+
+void ClassicBuilder::startFromScratch() {
+  clearFrom(List::kMainGroup);
+  command_.clear();
+  state_ = State::kFromScratch;
+}
+
+bool ClassicBuilder::keepsRest() const { return mode_ == Mode::kModify && hasAction_ && command_.valid(); }
+
+const ClassicGroup* ClassicBuilder::group() const { return group_ ? &classicGroups()[*group_] : nullptr; }
+
+bool ClassicBuilder::chooseGroup(std::size_t row) {
+  if (row >= groupRows_.size() || groupRows_[row].separator || isSeparator(groupRows_[row].text))
+    return false;
+  state_ = State::kBuilding;
+  group_ = row;
+  if (keepsRest()) {
+    moveTo(group()->cd, command_.co());
+  } else {
+    clearFrom(List::kSubgroup);
+    command_.clear();
+  }
+  return true;
+}
+
+bool ClassicBuilder::chooseSubgroup(std::size_t row) {
+  const auto codes = subgroupCodes();
+  if (row >= codes.size() || subgroupRows()[row].separator) return false;
+  state_ = State::kBuilding;
+  if (keepsRest()) {
+    moveTo(group()->cd, codes[row]);
+  } else {
+    selectSubgroup(group()->cd, codes[row]);
+    command_.clear();
+  }
+  return true;
+}
+
+bool ClassicBuilder::chooseFunction(std::size_t row) {
+  if (!list_) return false;
+  const auto& entries = list_->entries();
+  if (row < entries.size() && isSeparator(entries[row].longName)) return false;
+  const std::uint8_t co = subgroupCodes()[*subgroup_];
+  clearFrom(List::kFunction);
+  command_.clear();
+  wrongKeyword_ = row >= entries.size();
+  if (wrongKeyword_) return false;
+  entry_ = entries[row];
+  command_.build(0, group()->cd, co, entry_->keyword, {});
+  return true;
+}
+
+bool ClassicBuilder::chooseAction(std::size_t row) {
+  if (!entry_ || complete_ || row >= kActionRows || actionTexts()[row].empty()) return false;
+  clearFrom(List::kActionType);
+  actionRow_ = static_cast<ActionRow>(row);
+  hasAction_ = true;
+  command_.build(actionCode(*actionRow_), command_.cd(), command_.co(), entry_->keyword, {});
+  fillAtOnce(*actionRow_);
+  rebuild();
+  return true;
+}
+
+bool ClassicBuilder::chooseParameter(std::size_t row) {
+  if (!takesValue(row)) return false;
+  changing_ = true;
+  return true;
+}
+
+bool ClassicBuilder::setNumber(std::size_t row, std::int64_t number) {
+  if (range(row).entry != ParameterEntry::kNumber) return false;
+  auto bytes = bytesOfNumber(*entry_, entry_->parameters[row], number);
+  return bytes && setBytes(row, std::move(*bytes));
+}
+
+bool ClassicBuilder::setTimecode(std::size_t row, const Timecode& timecode) {
+  return range(row).entry == ParameterEntry::kTimecode && setBytes(row, bytesOfTimecode(timecode));
+}
+
+bool ClassicBuilder::setInput(std::size_t row, int number) {
+  if (range(row).entry != ParameterEntry::kInput || number < 0 || number > 255) return false;
+  // The source hold of a loaded command stays as it was, also when it has none.
+  std::optional<std::uint8_t> hold = std::uint8_t{0};
+  if (const auto& old = values_[row]) hold = old->size() == 2 ? std::optional(old->back()) : std::nullopt;
+  return setBytes(row, bytesOfInput(static_cast<std::uint8_t>(number), hold, isLast(row)));
+}
+
+bool ClassicBuilder::setText(std::size_t row, std::string_view text) {
+  const ParameterEntry kind = range(row).entry;
+  if (kind != ParameterEntry::kClip && kind != ParameterEntry::kText) return false;
+  ParameterBytes bytes = bytesOfText(text);
+  const std::size_t old = values_[row] ? values_[row]->size() : 0;
+  if (parameterBytes() - old + bytes.size() > kMostParameterBytes) return false;
+  return setBytes(row, std::move(bytes));
+}
+
+bool ClassicBuilder::takesValue(std::size_t row) const {
+  if (!entry_ || !hasAction_ || row >= entry_->parameters.size()) return false;
+  return !holdsStep(command_.action(), *entry_, row) &&
+         entry_->parameters[row].type != ParameterType::kUnknown;
+}
+
+bool ClassicBuilder::isLast(std::size_t row) const { return row + 1 == entry_->parameters.size(); }
+
+std::size_t ClassicBuilder::parameterBytes() const {
+  std::size_t count = tail_.size();
+  for (const auto& value : values_) count += value ? value->size() : 0;
+  return count;
+}
+
+void ClassicBuilder::clearFrom(List list) {
+  switch (list) {
+    case List::kMainGroup:
+      group_.reset();
+      [[fallthrough]];
+    case List::kSubgroup:
+      subgroup_.reset();
+      list_.reset();
+      [[fallthrough]];
+    case List::kFunction:
+      entry_.reset();
+      wrongKeyword_ = false;
+      [[fallthrough]];
+    case List::kActionType:
+      actionRow_.reset();
+      hasAction_ = false;
+      [[fallthrough]];
+    case List::kParameters:
+      values_.assign(entry_ ? entry_->parameters.size() : 0, std::nullopt);
+      tail_.clear();
+      endsEarly_ = false;
+      changing_ = false;
+      complete_ = false;
+  }
+}
+
+// Chooses the subgroup row of a command code and fills the function list; neither for a code outside the
+// group.
+void ClassicBuilder::selectSubgroup(std::uint8_t cd, std::uint8_t co) {
+  clearFrom(List::kSubgroup);
+  const auto codes = subgroupCodes();
+  const auto found = std::find(codes.begin(), codes.end(), co);
+  if (co == kSeparatorCode || found == codes.end()) return;
+  subgroup_ = static_cast<std::size_t>(found - codes.begin());
+  list_ = lists_.list(cd, co);
+}
+
+// Gives the command at hand other codes and keeps the rest of it.
+void ClassicBuilder::moveTo(std::uint8_t cd, std::uint8_t co) {
+  command_.build(command_.action(), cd, co, command_.kw(), command_.parameters());
+  selectSubgroup(cd, co);
+  lookUp();
+}
+
+// Finds the function, the action row and the values of the command at hand.
+void ClassicBuilder::lookUp() {
+  hasAction_ = true;
+  if (!subgroup_) return;
+  if (list_) entry_ = list_->find(command_);
+  wrongKeyword_ = !entry_;
+  if (!entry_) return;
+  actionRow_ = actionRowOf(command_, *entry_);
+  CutParameters cut = cutParameters(command_, *entry_);
+  values_ = std::move(cut.values);
+  tail_ = std::move(cut.tail);
+  endsEarly_ = !hasEveryValue();
+  complete_ = !endsEarly_;
+}
+
+// What an action writes by itself: all of it for a trigger and for the limits, the step for a toggle.
+void ClassicBuilder::fillAtOnce(ActionRow row) {
+  const auto& parameters = entry_->parameters;
+  const bool limit =
+      row == ActionRow::kSetToMinimum || row == ActionRow::kSetToMaximum || row == ActionRow::kSetToNeutral;
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    const bool valueless = parameters[i].type == ParameterType::kUnknown;
+    if (limit || row == ActionRow::kTrigger || valueless)
+      values_[i] = plainBytes(*entry_, parameters[i], isLast(i));
+  }
+  if (parameters.empty()) return;
+  const ParameterDescriptor& last = parameters.back();
+  if (row == ActionRow::kSetToMinimum) values_.back() = bytesOfValue(last, last.minimum.value);
+  if (row == ActionRow::kSetToMaximum) values_.back() = bytesOfValue(last, last.maximum.value);
+  if (row == ActionRow::kSetToNeutral) values_.back() = bytesOfValue(last, last.neutral.value);
+  if (holdsStep(actionCode(row), *entry_, parameters.size() - 1)) {
+    values_.back() = bytesOfValue(last, row == ActionRow::kToggleDown ? -1 : 1);
+  }
+}
+
+bool ClassicBuilder::setBytes(std::size_t row, ParameterBytes bytes) {
+  values_[row] = std::move(bytes);
+  changing_ = false;
+  const bool atLimit = actionRow_ == ActionRow::kSetToMinimum || actionRow_ == ActionRow::kSetToMaximum ||
+                       actionRow_ == ActionRow::kSetToNeutral;
+  if (atLimit && isLast(row)) actionRow_ = ActionRow::kSetByValue;
+  rebuild();
+  return true;
+}
+
+// The bytes reach as far as values stand without a gap, so that each lies where it is read.
+void ClassicBuilder::rebuild() {
+  std::vector<std::uint8_t> bytes;
+  for (const auto& value : values_) {
+    if (!value) break;
+    bytes.insert(bytes.end(), value->begin(), value->end());
+  }
+  if (hasEveryValue()) bytes.insert(bytes.end(), tail_.begin(), tail_.end());
+  command_.build(command_.action(), command_.cd(), command_.co(), command_.kw(), bytes);
+  complete_ = hasEveryValue() && bytes.size() <= kMostParameterBytes;
+}
+
+bool ClassicBuilder::hasEveryValue() const {
+  return entry_ && hasAction_ &&
+         std::all_of(values_.begin(), values_.end(), [](const auto& value) { return value.has_value(); });
+}
+
+}  // namespace tessaly

@@ -1,0 +1,199 @@
+#include "classic/DecodingList.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "classic/ClassicValue.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kListPath =
+    "c:\\Programme\\RV48\\bin\\MacroCdCo_Tarrow\\Cd-0x%02x\\Cd-0x%02x-Co-0x%02x.ini";
+constexpr std::size_t kMostListBytes = std::size_t{4} * 1024 * 1024;
+constexpr std::size_t kMostKeptLists = 256;
+constexpr auto kCheckInterval = std::chrono::seconds(1);
+constexpr std::uint8_t kSharedDeviceCodes = 4;  // 1 to 4 share the lists of device code 0
+constexpr std::uint8_t kIncrement = 0x40, kIncrementBack = 0xC0;
+
+std::string listPath(std::uint8_t cd, std::uint8_t co) {
+  const std::uint8_t listed = listDeviceCode(cd);
+  return format(kListPath, listed, listed, co);
+}
+
+// A walk over the parameter bytes of a command along the descriptors of an entry.
+class Walk {
+ public:
+  explicit Walk(const ClassicCommand& command) : command_(command) {}
+
+  bool fits(const KeywordEntry& entry) {
+    const bool steps = command_.action() == kIncrement || command_.action() == kIncrementBack;
+    for (const ParameterDescriptor& descriptor : entry.parameters) {
+      last_ = position_;
+      if (&descriptor == &entry.parameters.back() && !isAnalog(descriptor.type)) toggle_ = steps;
+      if (!takes(entry, descriptor)) return false;
+    }
+    return true;
+  }
+
+  KeywordEntry result(const KeywordEntry& entry) const {
+    KeywordEntry copy = entry;
+    copy.toggle = toggle_;
+    if (toggle_) copy.step = step(entry.parameters.back().type);
+    return copy;
+  }
+
+ private:
+  bool takes(const KeywordEntry& entry, const ParameterDescriptor& descriptor) {
+    switch (descriptor.type) {
+      case ParameterType::kByte:
+        return takesByte(entry, descriptor);
+      case ParameterType::kByteEnum:
+      case ParameterType::kWordEnum:
+      case ParameterType::kLongEnum: {
+        const auto value = number(valueWidth(descriptor.type));
+        return value && enumerationRow(entry, descriptor, *value) != nullptr;
+      }
+      case ParameterType::kWord:
+      case ParameterType::kLong:
+      case ParameterType::kAnalog:
+      case ParameterType::kAnalogBi:
+      case ParameterType::kTimecode:
+        return number(valueWidth(descriptor.type)).has_value();
+      case ParameterType::kInput:
+        return takesInput();
+      case ParameterType::kString:
+      case ParameterType::kClipname:
+        return true;
+      case ParameterType::kUnknown:
+        return false;
+    }
+    return false;
+  }
+
+  // Deliberate: a byte's minimum and maximum stand where an enumeration has its first row and its number of
+  // rows, and are tested as such. Existing lists tell their entries apart by it.
+  bool takesByte(const KeywordEntry& entry, const ParameterDescriptor& descriptor) {
+    ParameterDescriptor rows;
+    rows.firstRow = static_cast<std::uint8_t>(descriptor.minimum.value);
+    rows.rowCount = static_cast<std::uint8_t>(descriptor.maximum.value);
+    const auto value = number(1);
+    return value && enumerationRow(entry, rows, *value) != nullptr;
+  }
+
+  // Deliberate: three bytes must follow the mark of an extended input, though it takes two of them.
+  bool takesInput() {
+    constexpr std::uint32_t kExtended = 0xFF;
+    const auto value = number(1);
+    if (!value || *value != kExtended) return value.has_value();
+    if (command_.parameters().size() - position_ < 3) return false;
+    position_ += 2;
+    return true;
+  }
+
+  std::optional<std::uint32_t> number(std::size_t width) {
+    const auto value = readValue(command_.parameters(), position_, width);
+    if (value) position_ += width;
+    return value;
+  }
+
+  std::int32_t step(ParameterType type) const {
+    const std::size_t width = type == ParameterType::kTimecode ? 0 : valueWidth(type);
+    const auto value = width == 0 ? std::nullopt : readValue(command_.parameters(), last_, width);
+    return value ? static_cast<std::int32_t>(signedValue(*value, width)) : 0;
+  }
+
+  const ClassicCommand& command_;
+  std::size_t position_ = 0;
+  std::size_t last_ = 0;  // where the latest descriptor begins
+  bool toggle_ = false;
+};
+
+}  // namespace
+
+std::uint8_t listDeviceCode(std::uint8_t cd) { return cd <= kSharedDeviceCodes ? std::uint8_t{0} : cd; }
+
+std::optional<DecodingList> DecodingList::load(const SiteRoot& root, std::uint8_t cd, std::uint8_t co) {
+  const auto bytes = readFilePrefix(root, listPath(cd, co), kMostListBytes);
+  if (!bytes) return std::nullopt;
+  return parse(*bytes, cd, co);
+}
+
+std::optional<KeywordEntry> DecodingList::find(const ClassicCommand& command) const {
+  const auto hasKeyword = [&command](const KeywordEntry& entry) { return entry.keyword == command.kw(); };
+  const auto first = std::find_if(entries_.begin(), entries_.end(), hasKeyword);
+  if (first == entries_.end()) return std::nullopt;
+  // Deliberate: a keyword's only entry is taken without a look at the parameters, so that short or unusual
+  // commands still show their name; it therefore never toggles.
+  if (std::find_if(first + 1, entries_.end(), hasKeyword) == entries_.end()) return *first;
+  for (auto entry = first; entry != entries_.end();
+       entry = std::find_if(entry + 1, entries_.end(), hasKeyword)) {
+    Walk walk(command);
+    if (walk.fits(*entry)) return walk.result(*entry);
+  }
+  return std::nullopt;
+}
+
+struct DecodingLists::Kept {
+  struct Stamp {
+    bool exists = false;
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type time;
+    friend bool operator==(const Stamp&, const Stamp&) = default;
+  };
+
+  static Stamp stampOf(const std::filesystem::path& path) {
+    std::error_code sizeError, timeError;
+    Stamp stamp;
+    stamp.size = std::filesystem::file_size(path, sizeError);
+    stamp.time = std::filesystem::last_write_time(path, timeError);
+    stamp.exists = !sizeError && !timeError;
+    return stamp.exists ? stamp : Stamp();
+  }
+
+  std::uint64_t used = 0;  // under the owner's mutex
+
+  std::mutex mutex;  // guards what follows
+  bool loaded = false;
+  std::chrono::steady_clock::time_point checked;
+  Stamp stamp;
+  std::shared_ptr<const DecodingList> list;
+};
+
+std::shared_ptr<DecodingLists::Kept> DecodingLists::kept(std::uint8_t cd, std::uint8_t co) {
+  const std::lock_guard lock(mutex_);
+  const auto key = static_cast<std::uint16_t>(listDeviceCode(cd) << 8 | co);
+  auto found = kept_.find(key);
+  if (found == kept_.end()) {
+    if (kept_.size() == kMostKeptLists) {
+      kept_.erase(std::min_element(kept_.begin(), kept_.end(), [](const auto& left, const auto& right) {
+        return left.second->used < right.second->used;
+      }));
+    }
+    found = kept_.emplace(key, std::make_shared<Kept>()).first;
+  }
+  found->second->used = ++uses_;
+  return found->second;
+}
+
+std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::uint8_t co) {
+  const std::shared_ptr<Kept> entry = kept(cd, co);
+  const std::lock_guard lock(entry->mutex);
+  const auto now = clock_();
+  if (entry->loaded && now - entry->checked < kCheckInterval) return entry->list;
+  entry->checked = now;
+  // Looked at before reading: a change while the file is read shows at the next check.
+  const Kept::Stamp stamp = Kept::stampOf(root_.resolve(listPath(cd, co)));
+  if (entry->loaded && stamp == entry->stamp) return entry->list;
+  entry->loaded = true;
+  entry->stamp = stamp;
+  auto list = DecodingList::load(root_, cd, co);
+  entry->list = list ? std::make_shared<const DecodingList>(std::move(*list)) : nullptr;
+  return entry->list;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/Outcome.h"
+
+namespace tessaly {
+
+// What the system's error number says; `doing` ("written") completes the sentence for people.
+[[nodiscard]] Failure systemFailure(int error, std::string_view doing);
+
+}  // namespace tessaly

@@ -1,0 +1,137 @@
+#include "widgets/ListFinder.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QShortcut>
+
+#include "widgets/ListBox.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kMargin = 3;  // pixels around the field
+
+}  // namespace
+
+ListFinder::ListFinder(ListBox& list)
+    : QFrame(&list), list_(list), text_(new QLineEdit(this)), count_(new QLabel(this)) {
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  layout->addWidget(text_, 1);
+  layout->addWidget(count_);
+  setFrameShape(QFrame::StyledPanel);
+  setAutoFillBackground(true);
+  text_->setPlaceholderText(tr("find"));
+  text_->setAccessibleName(tr("Find in the list"));
+  text_->setToolTip(tr("F3: next, Shift+F3: the one before, Enter: choose, Esc: leave"));
+  text_->installEventFilter(this);
+  list_.installEventFilter(this);
+  connect(text_, &QLineEdit::textEdited, this, [this] { find(std::max(0, found_.row()), 1); });
+  const auto key = [this](const QKeySequence& keys, auto action) {
+    auto* shortcut = new QShortcut(keys, &list_);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, action);
+  };
+  key(QKeySequence::Find, [this] { open(); });
+  key(QKeySequence(Qt::Key_F3), [this] { goOn(1); });
+  key(Qt::SHIFT | Qt::Key_F3, [this] { goOn(-1); });
+  hide();
+}
+
+void ListFinder::open() {
+  if (!isVisible()) {
+    found_ = list_.currentIndex();
+    place();
+    show();
+    raise();
+  }
+  text_->setFocus(Qt::ShortcutFocusReason);
+  text_->selectAll();
+  if (!text_->text().isEmpty()) find(std::max(0, found_.row()), 1);
+}
+
+void ListFinder::goOn(int step) {
+  if (!isVisible()) {
+    open();
+    if (text_->text().isEmpty()) return;
+  }
+  find(found_.isValid() ? found_.row() + step : 0, step);
+}
+
+void ListFinder::find(int start, int step) {
+  const QAbstractItemModel& model = *list_.model();
+  const int rows = model.rowCount();
+  const QString wanted = text_->text();
+  const auto holds = [&](int row) {
+    return model.index(row, 0).data().toString().contains(wanted, Qt::CaseInsensitive);
+  };
+  found_ = QModelIndex();
+  int count = 0;
+  if (!wanted.isEmpty())
+    for (int row = 0; row < rows; ++row) count += holds(row) ? 1 : 0;
+  for (int i = 0; count > 0 && !found_.isValid(); ++i) {
+    const int row = ((start + i * step) % rows + rows) % rows;
+    if (holds(row)) found_ = model.index(row, 0);
+  }
+  count_->setText(wanted.isEmpty() ? QString()
+                  : count == 0     ? tr("not found")
+                                   : tr("%n found", nullptr, count));
+  if (found_.isValid()) list_.scrollTo(found_, QAbstractItemView::PositionAtCenter);
+  list_.viewport()->update();
+}
+
+void ListFinder::close(bool choose) {
+  if (!isVisible()) return;
+  const QModelIndex found = mark();
+  list_.setFocus(Qt::OtherFocusReason);
+  hide();
+  list_.viewport()->update();
+  if (!found.isValid()) return;
+  if (choose && found.row() != list_.selectedRow())
+    list_.setCurrentIndex(found);
+  else
+    list_.makeCurrent(found.row());
+}
+
+void ListFinder::place() {
+  const QRect room = list_.viewport()->geometry();
+  const int height = sizeHint().height();
+  setGeometry(room.left(), room.bottom() - height + 1, room.width(), height);
+}
+
+bool ListFinder::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &list_) {
+    if (event->type() == QEvent::Resize && isVisible()) place();
+    if (event->type() == QEvent::EnabledChange && !list_.isEnabled()) hide();
+    return false;
+  }
+  if (event->type() == QEvent::FocusOut && !text_->hasFocus() && isVisible()) {
+    hide();
+    list_.viewport()->update();
+    return false;
+  }
+  if (event->type() != QEvent::KeyPress) return false;
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Escape:
+      close(false);
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      close(true);
+      return true;
+    case Qt::Key_Down:
+      goOn(1);
+      return true;
+    case Qt::Key_Up:
+      goOn(-1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace tessaly
