@@ -62,11 +62,16 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
                                           context.site.messages);
   readSettingsFile();
-  editing_ = std::make_unique<CommandEditing>(
-      rooms,
-      EditorContext{context.site, context.dictionary, context.decodingLists, inputSources_, context.client,
-                    [this] { return connection_.anyConnected(); }, settings_.frameRate},
-      this);
+  editing_ = std::make_unique<CommandEditing>(rooms,
+                                              EditorContext{context.site,
+                                                            context.dictionary,
+                                                            context.decodingLists,
+                                                            inputSources_,
+                                                            context.client,
+                                                            [this] { return connection_.anyConnected(); },
+                                                            settings_.frameRate,
+                                                            {}},
+                                              this);
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, connection_,
                                                            transfer_, lines_, this);

@@ -22,6 +22,17 @@ struct EditorContext {
   std::function<bool()> connected;               // any pane is connected
   int& frameRate;  // program-wide, 25 or 30; "50Hz" and "60Hz" set it at once, also in a dialog that is
                    // cancelled
+  // Asked at every "insert" and "OK", for behind an open dialog the macro may have gone (the panel deletes
+  // it, an update ends): why what was built cannot be taken now, for the user; empty when it can. Unset in a
+  // dialog of its own.
+  std::function<std::string()> refusal;
+
+  // False after telling why; the dialog then stays open with all that was built.
+  [[nodiscard]] bool mayTake() const {
+    const std::string reason = refusal ? refusal() : std::string();
+    if (!reason.empty()) site.messages.show(reason, MessageIcon::kExclamation);
+    return reason.empty();
+  }
 };
 
 }  // namespace tessaly

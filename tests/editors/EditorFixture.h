@@ -29,8 +29,11 @@ struct EditorFixture {
   bool connected = false;
   int frameRate = 25;
   BeepCount beeps;
-  EditorContext context{site.access(), dictionary, lists, sources, client, [this] { return connected; },
-                        frameRate};
+  std::string refusal;  // why the macro behind the dialog takes nothing
+  EditorContext context{site.access(), dictionary,
+                        lists,         sources,
+                        client,        [this] { return connected; },
+                        frameRate,     [this] { return refusal; }};
 };
 
 }  // namespace tessaly
