@@ -104,6 +104,7 @@ void Application::start() {
                                                        options_.demo,
                                                        preferences_});
   messages_.setWindow(window_.get());
+  messages_.setGate(&window_->gate());
   loader_->window = window_.get();
   loader_->messages = &messages_;
   startLoader();

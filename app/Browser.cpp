@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/StatusStrip.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -34,7 +35,14 @@ std::string selectedText(const ListBox& list) {
 
 Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
                  const PanelConnection& connection, MacroNames& panelNames)
-    : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {}
+    : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {
+  connect(&pane_.copy, &WorkingCopy::changed, this, &Browser::followCopy);
+}
+
+void Browser::followCopy() {
+  // Edit state alone changes no line.
+  if (pane_.copy.revision() != shownRevision_) showCommands(pane_.copy.selectAfterChange());
+}
 
 std::string Browser::path() const { return connection_.path(pane_.descriptor.pane); }
 
@@ -48,10 +56,7 @@ void Browser::clearFrom(int list) {
     pane_.macroRows.clear();
     view.macros().rows().clear();
   }
-  pane_.copy.reset();
-  pane_.updatedMarks.clear();
-  view.commands().rows().clear();
-  view.showProgress({});
+  static_cast<void>(pane_.copy.clear());  // it refuses while unsaved changes hang on the lists
 }
 
 void Browser::showConnectedPanel() {
@@ -230,38 +235,45 @@ void Browser::listPanelMacros() {
 }
 
 void Browser::showCommands(int selected) {
+  shownRevision_ = pane_.copy.revision();
   ListBox& list = pane_.view.commands();
   const WorkingCopy& copy = pane_.copy;
   const int count = copy.commandCount();
-  std::vector<ListRow> rows;
-  if (copy.content() == WorkingCopy::Content::kNothing) {
+  if (copy.content() == WorkingCopy::Content::kNothing)
     list.rows().clear();
-    pane_.view.showProgress({});
-    emit changed();
-    return;
-  }
-  if (count == 0) {
+  else if (count == 0)
     list.rows().setRows({ListRow{kEmptyMacroRow}}, false);
-    pane_.view.showProgress({});
-    emit changed();
-    return;
-  }
+  else
+    showLines(count);
+  list.selectRow(selected < count ? selected : -1);
+  showCount();
+  emit changed();
+}
+
+void Browser::showLines(int count) {
+  ListBoxModel& rows = pane_.view.commands().rows();
+  const WorkingCopy& copy = pane_.copy;
   const LineOptions options = pane_.view.lineOptions();
-  if (copy.content() == WorkingCopy::Content::kKeyFile) {
-    for (int i = 0; i < count; ++i)
-      rows.push_back(
-          {keyCommandLine(copy.keyFile().commands()[static_cast<std::size_t>(i)], options, lines_), i});
-    list.rows().setRows(std::move(rows), true);
-  } else {
-    list.rows().setLines(count, [commands = copy.sharedCommands(), marks = pane_.updatedMarks, options,
-                                 lines = lines_](int i) {
+  if (copy.content() == WorkingCopy::Content::kMacro) {
+    rows.setLines(count, [commands = copy.sharedCommands(), marks = copy.updatedMarks(), options,
+                          lines = lines_](int i) {
       const auto at = static_cast<std::size_t>(i);
       return commandLine((*commands)[at], options, lines, at < marks.size() && marks[at]);
     });
+    return;
   }
-  list.selectRow(std::min(selected, count - 1) == selected ? selected : -1);
-  pane_.view.showProgress(QString::fromStdString(count == 1 ? kOneCommand : format(kManyCommands, count)));
-  emit changed();
+  std::vector<ListRow> keys;
+  for (int i = 0; i < count; ++i)
+    keys.push_back(
+        {keyCommandLine(copy.keyFile().commands()[static_cast<std::size_t>(i)], options, lines_), i});
+  rows.setRows(std::move(keys), true);
+}
+
+void Browser::showCount() {
+  const int count = pane_.copy.commandCount();
+  pane_.view.showProgress(count == 0   ? QString()
+                          : count == 1 ? QString::fromLatin1(kOneCommand)
+                                       : QString::fromStdString(format(kManyCommands, count)));
 }
 
 void Browser::showDemoListing() {
@@ -281,18 +293,42 @@ void Browser::refreshWorkplaces() {
   const int chosen = workplace();
   fillWorkplaces();
   list.selectRow(chosen > 0 ? list.rows().rowOfNumber(chosen) : -1);
-  if (chosen > 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kMacroList);
+  if (chosen > 0 && list.selectedRow() < 0) clearFrom(kMacroList);
   emit changed();
 }
 
 void Browser::refreshMacroNames() {
   if (!onPanel() || !showsPanelNames()) return;
+  const MacroRow* chosen = pane_.selectedMacro();
+  const std::optional<MacroRow> before = chosen != nullptr ? std::optional(*chosen) : std::nullopt;
+  listPanelMacros();
+  chooseAgain(before);
+  emit changed();
+}
+
+// The macro that was chosen before its list was filled anew. Under another name it is another macro: what the
+// pane holds would give it its old name back.
+void Browser::chooseAgain(const std::optional<MacroRow>& before) {
+  if (!before) return;
   ListBox& list = pane_.view.macros();
+  const int row = list.rows().rowOfNumber(before->number);
+  const bool same = row >= 0 && pane_.macroRows[static_cast<std::size_t>(row)].name == before->name;
+  list.selectRow(same || (row >= 0 && pane_.copy.edited()) ? row : -1);
+  if (same || pane_.copy.edited()) return;
+  clearFrom(kCommandList);
+  emit said(row < 0 ? tr("gone: %1 is no longer on the panel").arg(nameInStrip(before->text()))
+                    : tr("renamed: %1 has another name on the panel now").arg(nameInStrip(before->text())));
+}
+
+void Browser::refreshFolder(const std::string& folder) {
+  const std::string here = macroFolder();
+  if (here.empty() || pane_.olderFamily || !site_.root.same(here, folder)) return;
   const MacroRow* chosen = pane_.selectedMacro();
   const int number = chosen != nullptr ? chosen->number : -1;
-  listPanelMacros();
+  pane_.macroRows = tessaly::listMacros(site_.root, here).rows;
+  showMacroRows();
+  ListBox& list = pane_.view.macros();
   list.selectRow(number >= 0 ? list.rows().rowOfNumber(number) : -1);
-  if (number >= 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kCommandList);
   emit changed();
 }
 

@@ -47,9 +47,9 @@ int freeNumber(const MacroNameTable& names, int wanted) {
 
 }  // namespace
 
-HistoryOperations::HistoryOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site,
-                                     MacroHistory& history, const PanelConnection& connection,
-                                     PanelTransfer& panel, const LineContext& lines, QWidget* window)
+HistoryOperations::HistoryOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+                                     const PanelConnection& connection, PanelTransfer& panel,
+                                     const LineContext& lines, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
@@ -69,12 +69,10 @@ void HistoryOperations::open() {
 }
 
 std::vector<std::string> HistoryOperations::preview(const KeptMacro& macro) const {
-  SilentMessages silent;
-  MacroCommands commands;
-  if (!loadCommands({site_.root, silent}, macro.file, true, commands))
-    return {tr("The macro cannot be read.").toStdString()};
+  const auto content = readMacro(site_.root, macro.file);
+  if (!content || !content->hasData()) return {tr("The macro cannot be read.").toStdString()};
   std::vector<std::string> rows;
-  for (const MacroCommand& command : commands) rows.push_back(commandLine(command, {}, lines_));
+  for (const MacroCommand& command : content->commands()) rows.push_back(commandLine(command, {}, lines_));
   if (rows.empty()) rows.emplace_back(kNoCommands);
   return rows;
 }

@@ -6,7 +6,7 @@
 #include <QWidget>
 
 #include "app/HistoryDialog.h"
-#include "app/MacroOperations.h"
+#include "app/OpenMacros.h"
 
 namespace tessaly {
 
@@ -15,7 +15,7 @@ class HistoryOperations : public QObject {
   Q_OBJECT
 
  public:
-  HistoryOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
+  HistoryOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                     const PanelConnection& connection, PanelTransfer& panel, const LineContext& lines,
                     QWidget* window);
 
@@ -40,7 +40,7 @@ class HistoryOperations : public QObject {
   void refresh(const std::string& path);
   void tell(HistoryDialog& dialog, const QString& text);
 
-  std::array<PaneAccess, kPanes.size()> panes_;
+  PaneAccesses panes_;
   SiteAccess site_;
   MacroHistory& history_;
   const PanelConnection& connection_;

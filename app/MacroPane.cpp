@@ -157,7 +157,10 @@ void MacroPane::addShortcuts() {
       {ui_->updateData,
        tr("Fetch the current values of the commands from the panel"),
        {QKeySequence(Qt::Key_F5), alt(Qt::Key_P)}},
-      {ui_->saveChanges, tr("Put the changes where the macro came from"), {save, alt(Qt::Key_S)}},
+      {ui_->saveChanges,
+       tr("Put the changes where the macro came from"),
+       {save, alt(Qt::Key_S)},
+       [this] { emit savePressed(); }},  // a save that failed is owed
       {ui_->discardChanges, tr("Open the macro again as it was"), {alt(Qt::Key_D)}},
       {ui_->showDestination, tr("Show where each command goes to"), {alt(Qt::Key_I)}},
       {ui_->showRaw, tr("Show the commands as they are stored"), {alt(Qt::Key_W)}},

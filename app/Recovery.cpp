@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "app/SilentMessages.h"
+#include "app/FailureText.h"
 #include "link/PanelAddress.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
@@ -22,7 +22,7 @@ QString macroText(const MacroTarget& target) { return shown(target.numberText + 
 
 }  // namespace
 
-Recovery::Recovery(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
+Recovery::Recovery(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                    PanelConnection& connection, QWidget* window)
     : panes_(panes), site_(site), history_(history), connection_(connection), window_(window) {}
 
@@ -86,10 +86,10 @@ RecoveryOffer Recovery::describe(Pane pane) const {
   offer.place = target.source == PaneSource::kHarddisk
                     ? shown(target.file())
                     : tr("panel %1, workplace %2").arg(shown(target.address)).arg(target.workplace);
-  SilentMessages silent;
-  MacroCommands commands;
-  offer.readable = loadCommands({site_.root, silent}, fileOf(pane, found.record), true, commands);
-  offer.changes = tr("%n commands; changed from %1 to %2", nullptr, static_cast<int>(commands.size()))
+  const auto macro = Macro::read(found.bytes);
+  offer.readable = macro && macro->hasData();
+  const int count = macro ? static_cast<int>(macro->commands().size()) : 0;
+  offer.changes = tr("%n commands; changed from %1 to %2", nullptr, count)
                       .arg(timeText(found.record.since), timeText(found.record.edited));
   if (!offer.readable)
     offer.warning = tr("The file cannot be read as a macro. It can only be left to the history.");
@@ -110,7 +110,6 @@ void Recovery::answered(const RecoveryDialog& dialog, bool accepted) {
     else
       leave(pane, *found);
   }
-  emit changed();
   tell();
 }
 
@@ -118,19 +117,14 @@ void Recovery::takeUp(Pane pane, const Found& found) {
   PaneState& here = state(pane);
   Browser& browser = *panes_[index(pane)].browser;
   const MacroTarget& target = found.record.target;
-  if (found.record.setAside && !writeFile(site_.root, here.copy.path(), found.bytes)) {
-    note(pane, tr("%1: the working copy cannot be written; you will be asked again").arg(macroText(target)));
-    return;
-  }
   if (target.source == PaneSource::kPanel)
     goToPanel(pane, target);
   else
     browser.reveal(target);
-  here.commandPosition = 0;
-  const bool loaded = here.copy.takeUp(found.record);
-  browser.showCommands();
-  note(pane, loaded ? tr("%1: changes taken up again").arg(macroText(target))
-                    : tr("%1: cannot be read").arg(macroText(target)));
+  const Outcome taken = here.copy.takeUp(found.record, found.bytes);
+  note(pane, taken ? tr("%1: changes taken up again").arg(macroText(target))
+                   : tr("%1: NOT taken up (%2); you will be asked again")
+                         .arg(macroText(target), failureText(taken.failure())));
 }
 
 // Saving needs no more than the panel's files, but the panel reads them when it is told to over the

@@ -71,7 +71,7 @@ std::string MultipleCommandsModel::line(int row) const {
   for (const CommandDraft::Parameter& parameter : draft.parameters) {
     // In words a parameter without a value would read as zero; the raw form shows that it is empty.
     if (options_.raw || !parameter.value.empty())
-      command.parameters.push_back({parameter.name, parameter.value, parameter.value});
+      command.parameters.push_back({parameter.name, parameter.value});
   }
   return commandLine(command, options_, context_);
 }

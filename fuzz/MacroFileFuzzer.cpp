@@ -8,6 +8,7 @@
 #include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
 #include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 
 // A macro file, then operations on it: the file's bytes up to a NUL, and for each operation a byte that tells
 // which one, a byte for a command number, and a text. After each the file holds what a plain list of commands
@@ -38,7 +39,7 @@ Context& context() {
 
 MacroCommands commandsOf(const char* path) {
   MacroCommands commands;
-  static_cast<void>(loadCommands(context().site.access(), path, true, commands));
+  static_cast<void>(loadCommands(context().site.access(), path, commands));
   return commands;
 }
 
@@ -63,10 +64,9 @@ MacroCommand recordOf(const CommandDraft& draft, int workplace) {
   record.fid = draft.fid;
   record.workplace = std::to_string(workplace);
   record.group = record.module = record.widget = "0";
-  record.firstMarker = false;  // as a fresh load has it
   for (const CommandDraft::Parameter& parameter : draft.parameters) {
     if (parameter.optional && parameter.value.empty()) continue;
-    record.parameters.push_back({parameter.name, parameter.value, parameter.value});
+    record.parameters.push_back({parameter.name, parameter.value});
   }
   return record;
 }
@@ -102,7 +102,6 @@ class Run {
     number_ = input_.byte() % 16;
     text_ = input_.text();
     const bool usable = hasData();
-    saved_.commands.reset();
     switch (kind % 7) {
       case 0:
         insert(kind, usable);
@@ -127,14 +126,13 @@ class Run {
         break;
     }
     require(commandsOf(kPath) == expected_, "the file holds the commands that the operation leaves");
-    require(!saved_.commands || *saved_.commands == expected_, "what is told of the saved file is in it");
   }
 
  private:
   // Without a macro or its data nothing can be inserted.
   static bool hasData() {
     MacroCommands commands;
-    return loadCommands(context().site.access(), kPath, true, commands);
+    return loadCommands(context().site.access(), kPath, commands);
   }
 
   void insert(std::uint8_t kind, bool usable) {
@@ -142,7 +140,7 @@ class Run {
                              {{ParameterKind::kEnum, std::string(input_.text()), text_, (kind & 64) != 0},
                               {ParameterKind::kFloat, text_, std::string(input_.text()), true}}};
     const auto mode = static_cast<InsertMode>((kind / 7) % 3);
-    const bool done = insertCommand(context().site.access(), kPath, number_, draft, number_, mode, &saved_);
+    const bool done = insertCommand(context().site.access(), kPath, number_, draft, number_, mode).done();
     require(done == usable, "a command goes into every file with data");
     if (done) insertInto(expected_, recordOf(draft, number_), number_, mode);
   }
@@ -152,8 +150,7 @@ class Run {
     command.build(kind, static_cast<std::uint8_t>(number_), 1, 2,
                   {reinterpret_cast<const std::uint8_t*>(text_.data()), text_.size()});
     const auto mode = static_cast<InsertMode>((kind / 7) % 3);
-    const bool done =
-        appendClassicCommand(context().site.access(), kPath, number_, command, mode, 2, &saved_);
+    const bool done = appendClassicCommand(context().site.access(), kPath, number_, command, mode, 2).done();
     require(done == usable, "a classic command goes into every file with data");
     const CommandDraft draft{"QMF2.NCSCOMMAND", {{ParameterKind::kEnum, "CMD", command.text(), false}}};
     if (done) insertInto(expected_, recordOf(draft, 1), number_, mode);
@@ -161,7 +158,7 @@ class Run {
 
   void remove() {
     const std::string before = context().site.bytes(kFile);
-    const bool done = removeCommand(context().site.access(), kPath, number_, &saved_);
+    const bool done = removeCommand(context().site.access(), kPath, number_).done();
     require(done == (static_cast<std::size_t>(number_) < expected_.size()), "exactly a command is removed");
     if (done) {
       expected_.erase(expected_.begin() + number_);
@@ -172,24 +169,28 @@ class Run {
 
   void replace() {
     const CommandDraft draft{text_, {{ParameterKind::kInteger, std::string(input_.text()), text_, true}}};
-    const bool done = replaceCommand(context().site.access(), kPath, number_, draft, 3, &saved_);
+    const bool done = editMacroFile(context().site.access(), kPath, ReplaceCommand{number_, draft, 3}).done();
     const auto number = static_cast<std::size_t>(number_);
     require(done == (number < expected_.size()), "exactly a command is replaced");
     if (done) expected_[number] = recordOf(draft, 3);
   }
 
   void set() {
-    const bool done = setCommandValue(context().site.access(), kPath, number_, text_);
+    const bool done = setCommandValue(context().site.access(), kPath, number_, text_).done();
     take(done);
   }
 
+  // What an edit tells of its result is what a load of it gives.
   void hold() {
-    HeldMacro held;
-    require(held.open(context().site.access(), kPath), "a loaded file can be held");
-    const bool done = held.setCommandValue(number_, text_);
-    require(held.save(context().site.access(), kPath, &saved_), "a held document is saved");
-    require(!held.save(context().site.access(), kPath), "what was saved is let go");
-    take(done);
+    const auto macro = readMacro(context().site.root, kPath);
+    require(macro.has_value(), "a loaded file can be read again");
+    const auto edited = apply(*macro, SetValues{{{number_, text_}}});
+    if (!edited) return;
+    const auto again = Macro::read(edited->bytes());
+    require(again && again->commands() == edited->commands(),
+            "the commands of an edit are those of its bytes");
+    require(saveMacro(context().site.root, kPath, *edited).done(), "an edited macro is saved");
+    take(true);
   }
 
   void take(bool done) {
@@ -213,7 +214,6 @@ class Run {
   MacroCommands expected_;
   int number_ = 0;
   std::string text_;
-  SavedMacro saved_;
 };
 
 std::string withoutBlanks(std::string text) {
@@ -227,7 +227,7 @@ void checkRefused(const std::string& bytes) {
   std::string name;
   MacroCommands commands(1);
   const std::size_t shown = site.shown;
-  require(!loadCommands(site.access(), kPath, true, commands) && commands.size() == 1 &&
+  require(!loadCommands(site.access(), kPath, commands) && commands.size() == 1 &&
               !readMacroName(site.access(), kPath, name) && name == "???" &&
               !renameMacro(site.access(), kPath, name) &&
               !insertCommand(site.access(), kPath, 0, {}, 1, InsertMode::kAppend) &&
@@ -246,22 +246,25 @@ void run(FuzzInput input) {
     require(readMacroName(site.access(), kPath, name) && name == *scanned,
             "the tree has the name that was seen");
   }
-  HeldMacro held;
-  if (!held.open(site.access(), kPath)) {
+  const auto macro = readMacro(site.root, kPath);
+  if (!macro) {
     checkRefused(bytes);
     return;
   }
   const MacroCommands commands = commandsOf(kPath);
   require(site.bytes(kFile) == bytes, "loading leaves the file alone");
   checkLines(commands);
-  if (!held.save(site.access(), kSecondPath)) return;  // an empty document is not written
+  const auto printed = reprint(*macro);
+  if (!printed) return;  // it holds what cannot be kept
+  require(saveMacro(site.root, kSecondPath, *printed).done(), "a printed macro is saved");
   require(commandsOf(kSecondPath) == commands, "saved and loaded commands are the same");
   std::string name, savedName;
   const bool named = readMacroName(site.access(), kPath, name);
   require(readMacroName(site.access(), kSecondPath, savedName) == named && savedName == name,
           "a saved name is the same");
   const std::string once = site.bytes(kSecondFile);
-  require(held.open(site.access(), kSecondPath) && held.save(site.access(), kSecondPath), "saved again");
+  const auto again = reprint(*printed);
+  require(again && saveMacro(site.root, kSecondPath, *again), "printed again");
   // A blank of a stray text between the commands may go: what it stood beside was no entity and has gone
   // before.
   require(withoutBlanks(site.bytes(kSecondFile)) == withoutBlanks(once),

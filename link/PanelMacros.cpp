@@ -143,9 +143,8 @@ TransferOutcome PanelMacros::uploadWorkingCopy(const std::string& address, int w
 }
 
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
-                                         std::string_view target, Pane targetPane) {
+                                         std::string_view target, std::string_view buffer) {
   const Running running(*this, address);
-  const char* buffer = workingCopyPath(other(targetPane));
   const TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;

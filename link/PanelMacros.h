@@ -92,7 +92,7 @@ class PanelMacros {
   // the buffer and is overwritten.
   [[nodiscard]] TransferOutcome copyOnPanel(const std::string& address, int workplace,
                                             std::string_view source, std::string_view target,
-                                            Pane targetPane);
+                                            std::string_view buffer);
 
   // Ask the panel; the answer is the name that it publishes then. False when it could not be asked. Nor
   // is it asked to delete when the user cancels while the old content is fetched from `address`.

@@ -10,8 +10,8 @@ namespace tessaly {
 
 struct MacroParameter {
   std::string name;
-  std::string value;       // as stored in the file
-  std::string shownValue;  // equal to `value` after a load
+  std::string value;
+  bool hasValue = true;  // there is a value, be it an empty one
 
   friend bool operator==(const MacroParameter&, const MacroParameter&) = default;
 };
@@ -20,8 +20,6 @@ struct MacroParameter {
 struct MacroCommand {
   std::string fid, workplace, group, module, widget;
   std::vector<MacroParameter> parameters;
-  bool firstMarker = true;  // display markers of the record; a fresh load clears the first
-  bool secondMarker = false;
 
   // The part before the first "." of the fid; empty without a ".".
   [[nodiscard]] std::string_view destination() const;

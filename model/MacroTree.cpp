@@ -47,15 +47,16 @@ std::size_t countOf(const TiXmlElement& parent, const char* name) {
 }
 
 void readParameter(const TiXmlElement& element, MacroParameter& parameter) {
+  parameter.hasValue = false;
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
     const std::string_view name = attribute->NameTStr();
     if (name == kName) {
       parameter.name = attribute->ValueStr();
     } else if (name == kValue) {
       parameter.value = attribute->ValueStr();
+      parameter.hasValue = true;
     }
   }
-  parameter.shownValue = parameter.value;
 }
 
 void readCommand(const TiXmlElement& element, MacroCommand& command) {
@@ -93,19 +94,6 @@ std::unique_ptr<TiXmlElement> buildCommand(const CommandDraft& draft, int workpl
   return command;
 }
 
-// The `cmd` to insert before; null to append.
-TiXmlElement* insertionPoint(TiXmlElement& data, int position, InsertMode mode) {
-  switch (mode) {
-    case InsertMode::kAtStart:
-      return commandElement(data, 0);
-    case InsertMode::kAtPosition:
-      return commandElement(data, position);
-    case InsertMode::kAppend:
-      return nullptr;
-  }
-  return nullptr;
-}
-
 TiXmlElement* parameterWithValue(TiXmlElement& command) {
   for (TiXmlElement* parameter = command.FirstChildElement(kParameter); parameter;
        parameter = parameter->NextSiblingElement(kParameter)) {
@@ -124,9 +112,10 @@ TiXmlElement* namedMacro(TiXmlDocument& document) {
 
 const char* macroNameOf(const TiXmlElement& macro) { return macro.Attribute(kName); }
 
-void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::string& name) {
+Outcome setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::string& name) {
   const std::string stored = holdsUtf8(document) ? name : utf8ToWindows1252(name);
   macro.SetAttribute(kName, stored.c_str());
+  return {};
 }
 
 TiXmlElement* macroData(TiXmlDocument& document) {
@@ -134,14 +123,13 @@ TiXmlElement* macroData(TiXmlDocument& document) {
   return macro ? macro->FirstChildElement(kData) : nullptr;
 }
 
-MacroCommands takeCommands(TiXmlElement& data, bool fresh) {
+MacroCommands takeCommands(TiXmlElement& data) {
   MacroCommands commands;
   commands.reserve(countOf(data, kCommand));
   TiXmlElement* element = data.FirstChildElement(kCommand);
   while (element) {
     MacroCommand& command = commands.emplace_back();
     readCommand(*element, command);
-    command.firstMarker = !fresh;
     TiXmlElement* const next = element->NextSiblingElement(kCommand);
     data.RemoveChild(element);
     element = next;
@@ -164,18 +152,30 @@ TiXmlElement* commandElement(TiXmlElement& data, int number) {
   return command;
 }
 
-bool placeCommand(TiXmlElement& data, int position, const CommandDraft& draft, int workplace,
-                  InsertMode mode) {
-  std::unique_ptr<TiXmlElement> command = buildCommand(draft, workplace);
-  if (TiXmlElement* before = insertionPoint(data, position, mode)) {
-    return data.InsertBeforeChild(before, *command) != nullptr;
+TiXmlElement* insertionPoint(TiXmlElement& data, int position, InsertMode mode) {
+  switch (mode) {
+    case InsertMode::kAtStart:
+      return commandElement(data, 0);
+    case InsertMode::kAtPosition:
+      return commandElement(data, position);
+    case InsertMode::kAppend:
+      return nullptr;
   }
-  return data.LinkEndChild(command.release()) != nullptr;
+  return nullptr;
+}
+
+Outcome placeBefore(const TiXmlDocument&, TiXmlElement& data, TiXmlElement* before, const CommandDraft& draft,
+                    int workplace) {
+  std::unique_ptr<TiXmlElement> command = buildCommand(draft, workplace);
+  const bool placed = before ? data.InsertBeforeChild(before, *command) != nullptr
+                             : data.LinkEndChild(command.release()) != nullptr;
+  if (placed) return {};
+  return Failure{Failure::Kind::kNoCommand, "the command cannot be placed"};
 }
 
 // Only the first parameter with a value is ever changed, whatever its name, and a command without one passes
 // the value on to the next: deliberate, the value update relies on it.
-bool setValueFrom(TiXmlElement* command, const std::string& value) {
+Expected<bool> setValueFrom(const TiXmlDocument&, TiXmlElement* command, const std::string& value) {
   for (; command; command = command->NextSiblingElement(kCommand)) {
     if (TiXmlElement* parameter = parameterWithValue(*command)) {
       parameter->SetAttribute(kValue, value.c_str());

@@ -88,6 +88,27 @@ bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& documen
   return loaded;
 }
 
+Outcome parseXml(std::string bytes, TiXmlDocument& document) {
+  document = TiXmlDocument();
+  if (parse(bytes, document)) return {};
+  return Failure{Failure::Kind::kNotXml, "does not parse"};
+}
+
+Expected<std::string> printXml(const TiXmlDocument& document) {
+  char* bytes = nullptr;
+  std::size_t size = 0;
+  std::FILE* const memory = ::open_memstream(&bytes, &size);
+  if (!memory) return Failure{Failure::Kind::kNoMemory, "out of memory"};
+  const bool printed = document.SaveFile(memory);
+  const bool whole = std::fclose(memory) == 0 && printed;
+  std::string text(bytes, whole ? size : 0);
+  std::free(bytes);
+  if (!whole) return Failure{Failure::Kind::kNoMemory, "out of memory"};
+  return text;
+}
+
+Outcome keepsXml(std::string_view) { return {}; }
+
 bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document, SavedXml* result) {
   if (document.NoChildren()) return false;
   char* bytes = nullptr;

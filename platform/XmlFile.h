@@ -1,9 +1,11 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <tinyxml.h>
 
 #include "platform/ContentCheck.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 // Loading and saving TinyXML documents with the guards that the parser lacks.
@@ -18,6 +20,10 @@ inline constexpr int kMostXmlAttributes = 1000;  // on one element
 // given, is set as soon as the bytes were read. Never throws.
 [[nodiscard]] bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document,
                            ContentCheck* check = nullptr);
+
+Outcome parseXml(std::string bytes, TiXmlDocument& document);
+[[nodiscard]] Expected<std::string> printXml(const TiXmlDocument& document);
+Outcome keepsXml(std::string_view bytes);
 
 // What was written.
 struct SavedXml {

@@ -9,6 +9,7 @@
 #include "model/Settings.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -36,7 +37,7 @@ Settings settingsOf(int generation) {
 std::optional<int> macroGeneration(const SiteAccess& site, const std::string& path, int commandCount) {
   MacroCommands commands;
   const std::string bytes = readFile(site.root, path).value_or("");
-  if (!bytes.ends_with(kMacroEnd) || !loadCommands(site, path, false, commands)) return std::nullopt;
+  if (!bytes.ends_with(kMacroEnd) || !loadCommands(site, path, commands)) return std::nullopt;
   if (static_cast<int>(commands.size()) != commandCount || commands[0].parameters.empty())
     return std::nullopt;
   const std::string& value = commands[0].parameters[0].value;
@@ -50,7 +51,7 @@ std::optional<int> macroGeneration(const SiteAccess& site, const std::string& pa
 std::optional<int> convertedGeneration(const SiteAccess& site, const std::string& path) {
   std::string name;
   MacroCommands commands;
-  if (!readMacroName(site, path, name) || !loadCommands(site, path, false, commands)) return std::nullopt;
+  if (!readMacroName(site, path, name) || !loadCommands(site, path, commands)) return std::nullopt;
   const int generation = parseInt(std::string_view(name).substr(1));
   const bool whole = name == crashMacroName(generation) && commands.size() == std::size_t{kCrashKeys};
   return whole ? std::optional(generation) : std::nullopt;

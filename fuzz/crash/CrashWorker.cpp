@@ -64,7 +64,7 @@ class CrashWorker {
       case CrashStep::kCopy:
         return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file).done();
       case CrashStep::kConvert:
-        return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath());
+        return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath()).done();
       case CrashStep::kDownload:
         return transfers_("127.0.0.1")
                    ->get(remoteMacroPath(1, macroNumberText(generation)),
@@ -79,12 +79,9 @@ class CrashWorker {
 
   // As the value update does it.
   static bool update(const SiteAccess& site, const std::string& file, const std::string& value) {
-    HeldMacro held;
-    if (!held.open(site, file)) return false;
-    for (int command = 0; command < kCrashCommands; ++command) {
-      if (!held.setCommandValue(command, value)) return false;
-    }
-    return held.save(site, file);
+    SetValues values;
+    for (int command = 0; command < kCrashCommands; ++command) values.values.emplace_back(command, value);
+    return editMacroFile(site, file, values).done();
   }
 
   CrashSite site_;

@@ -8,6 +8,7 @@
 #include "editors/ClassicEditorDialog.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -60,8 +61,7 @@ class ClassicEditingTest : public testing::Test {
   // The text forms of the working copy's commands.
   [[nodiscard]] std::vector<std::string> stored() {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", false,
-                             commands));
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", commands));
     std::vector<std::string> result;
     for (const MacroCommand& command : commands)
       result.push_back(command.fid + " " + command.parameters.front().value);

@@ -9,6 +9,7 @@
 #include "panelsim/PanelSimulator.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -127,7 +128,7 @@ class PanelWindowTest : public testing::Test {
   [[nodiscard]] std::vector<std::string> values(const std::string& bytes) {
     fixture_.site.write("c:\\check.mac", bytes);
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\check.mac", false, commands));
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\check.mac", commands));
     std::vector<std::string> result;
     for (const MacroCommand& command : commands) result.push_back(command.parameters.front().value);
     return result;
@@ -328,7 +329,7 @@ TEST_F(PanelWindowTest, ManyCommandsAreMadeAndUpdatedAtOnce) {
   EXPECT_EQ(driver().texts(a_.commands).size(), 3 + made);
   MacroCommands commands;
   ASSERT_TRUE(
-      loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", false, commands));
+      loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", commands));
   EXPECT_EQ(static_cast<std::size_t>(std::count_if(commands.begin(), commands.end(),
                                                    [](const MacroCommand& command) {
                                                      return !command.parameters.empty() &&

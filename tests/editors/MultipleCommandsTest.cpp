@@ -9,6 +9,7 @@
 #include "tests/editors/DialogDriver.h"
 #include "tests/link/FakeTransport.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -50,7 +51,7 @@ struct MultipleCommandsTest : testing::Test {
   }
   std::vector<std::string> written() {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(site.access(), kMacro, true, commands));
+    EXPECT_TRUE(loadCommands(site.access(), kMacro, commands));
     std::vector<std::string> texts;
     for (const MacroCommand& command : commands) {
       texts.push_back(command.fid + "/" + command.workplace);

@@ -51,7 +51,7 @@ struct CommandLineTest : testing::Test, TestSite {
   }
   // The line of one parameter without the function's text.
   std::string parameterLine(const char* function, const char* name, const char* value, bool tabs = false) {
-    const std::string text = line(command(function, {{name, value, value}}), tabs ? kTabs : kPlain);
+    const std::string text = line(command(function, {{name, value}}), tabs ? kTabs : kPlain);
     EXPECT_EQ(text.substr(0, 10), "Everything");
     return text.substr(10);
   }
@@ -92,9 +92,9 @@ TEST_F(CommandLineTest, ShowsEachKindOfParameter) {
 }
 
 TEST_F(CommandLineTest, FramesPanelCommands) {
-  const MacroCommand wipe = command("QMF2.ME1.Wipe.Pattern", {{"pattern", "3", "3"}, {"b", "", ""}});
-  const MacroCommand bare = command("ME9", {{"plain", "3", "3"}}), other = command("QMF5.ME1.ALL");
-  const MacroCommand panel = command("PANEL.ME1.ALL", {{"plain", "3", "3"}}, "2");
+  const MacroCommand wipe = command("QMF2.ME1.Wipe.Pattern", {{"pattern", "3"}, {"b", ""}});
+  const MacroCommand bare = command("ME9", {{"plain", "3"}}), other = command("QMF5.ME1.ALL");
+  const MacroCommand panel = command("PANEL.ME1.ALL", {{"plain", "3"}}, "2");
   const std::tuple<MacroCommand, LineOptions, bool, const char*> cases[] = {
       {wipe, kRawDestination, false, "QMF2 - ME1 - Wipe - Pattern Parameter: pattern: \"3\",  b: \"\""},
       {wipe, kRaw, true, "ME1 - Wipe - Pattern Parameter: pattern: \"3\",  b: \"\" ==> updated"},
@@ -114,14 +114,14 @@ TEST_F(CommandLineTest, FramesPanelCommands) {
 TEST_F(CommandLineTest, FramesClassicCommandsOfMacrosAndKeys) {
   const std::string text = "23 05 01 01 ", named = "Set - " + groupName(5, 1);
   const std::string described = named + " - Long|name";
-  const MacroCommand macro = command("QMF3.NCSCOMMAND", {{"any", text, text}}, "1");
+  const MacroCommand macro = command("QMF3.NCSCOMMAND", {{"any", text}}, "1");
   EXPECT_EQ(line(macro), "QMF3Classic:  " + described);
   EXPECT_EQ(line(macro, kDestination), "Mainframe3 - QMF3Classic:  " + described);
   EXPECT_EQ(line(macro, kRaw), "QMF3NCSCOMMAND:  " + text);
   EXPECT_EQ(line(macro, kRawDestination, true), "QMF3 - QMF3NCSCOMMAND:  " + text + " ==> updated");
   EXPECT_EQ(line(macro, kTabs, true), "QMF3Classic:  " + described + "\tupdated");
   EXPECT_EQ(line(command("NCSCOMMAND"), kDestination), std::string(" - Classic:  ") + kNoContent);
-  EXPECT_EQ(line(command("QMF1.x.NCSCOMMAND2", {{"CMD", "23 05", ""}}), kRaw),
+  EXPECT_EQ(line(command("QMF1.x.NCSCOMMAND2", {{"CMD", "23 05"}}), kRaw),
             std::string("QMF1NCSCOMMAND:  ") + kNoContent);
   EXPECT_EQ(line(command("NCSCOMMAND.ME9")), "??? ME9") << "only what follows the first dot makes it classic";
 
