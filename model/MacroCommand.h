@@ -10,13 +10,13 @@ namespace tessaly {
 
 struct MacroParameter {
   std::string name;
-  std::string value;       // as stored in the file
+  std::string value;       // the stored value
   std::string shownValue;  // equal to `value` after a load
 
   friend bool operator==(const MacroParameter&, const MacroParameter&) = default;
 };
 
-// One `cmd` of a macro file. All texts are bytes as the file holds them.
+// One `cmd` of a macro file. All texts are UTF-8, whatever the encoding of the file.
 struct MacroCommand {
   std::string fid, workplace, group, module, widget;
   std::vector<MacroParameter> parameters;

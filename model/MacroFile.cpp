@@ -2,6 +2,7 @@
 
 #include "model/KeyFile.h"
 #include "model/MacroTree.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 #include "platform/XmlFile.h"
 
@@ -16,19 +17,23 @@ constexpr const char* kClassicParameter = "CMD";
 constexpr int kClassicWorkplace = 1;
 constexpr int kKeyMainframe = 1;  // keys of the older family always go to the first mainframe
 
-bool loadOrReport(const SiteAccess& site, std::string_view path, TiXmlDocument& document,
+bool loadOrReport(const SiteAccess& site, std::string_view path, XmlDocument& document,
                   ContentCheck* check = nullptr) {
-  if (loadXml(site.root, path, document, check)) return true;
+  Expected<std::string> bytes = readFile(site.root, path);
+  if (bytes && check) *check = contentCheck(*bytes);
+  if (bytes && parseXml(*std::move(bytes), document)) return true;
   site.messages.show(format(kCannotParse, std::string(path).c_str()));
   return false;
 }
 
-// What a load of the written file would give. Its commands leave the tree.
-SavedMacro savedMacro(TiXmlElement& data, const SavedXml& written) {
-  SavedMacro saved;
-  saved.check = written.check;
-  if (written.same) saved.commands = takeCommands(data, true);
-  return saved;
+// Printed before anything is written; the commands then leave the tree, which reading the file again would
+// give just so.
+bool save(const SiteAccess& site, std::string_view path, XmlDocument& document, SavedMacro* saved) {
+  const Expected<std::string> bytes = printXml(document);
+  if (!bytes || !writeFile(site.root, path, *bytes)) return false;
+  TiXmlElement* const data = saved ? macroData(document) : nullptr;
+  if (data) *saved = {takeCommands(document, *data, true), contentCheck(*bytes)};
+  return true;
 }
 
 // Loads, lets `change` work on the commands, and saves. `change` returns false to leave the file as it was.
@@ -36,25 +41,20 @@ SavedMacro savedMacro(TiXmlElement& data, const SavedXml& written) {
 template <typename Change>
 bool changeData(const SiteAccess& site, std::string_view path, const Change& change,
                 SavedMacro* saved = nullptr) {
-  TiXmlDocument document;
+  XmlDocument document;
   if (!loadOrReport(site, path, document)) return false;
   TiXmlElement* data = macroData(document);
-  SavedXml written;
-  if (!data || !change(*data) || !saveXml(site.root, path, document, saved ? &written : nullptr))
-    return false;
-  if (saved) *saved = savedMacro(*data, written);
-  return true;
+  return data && change(document, *data) && save(site, path, document, saved);
 }
 
 // The empty template under a new name.
-bool takeTemplate(const SiteAccess& site, const std::string& name, TiXmlDocument& document) {
+bool takeTemplate(const SiteAccess& site, const std::string& name, XmlDocument& document) {
   if (!loadXml(site.root, kEmptyMacro, document)) {
     site.messages.show(format(kCannotCreate, name.c_str()));
     return false;
   }
   TiXmlElement* macro = namedMacro(document);
-  if (macro) setMacroName(document, *macro, name);
-  return macro != nullptr;
+  return macro && setMacroName(document, *macro, name);
 }
 
 CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
@@ -65,46 +65,47 @@ CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
 
 bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh, MacroCommands& commands,
                   ContentCheck* check) {
-  TiXmlDocument document;
+  XmlDocument document;
   if (!loadOrReport(site, path, document, check)) return false;
   commands.clear();
   TiXmlElement* data = macroData(document);
   if (!data) return false;
-  commands = takeCommands(*data, fresh);
+  commands = takeCommands(document, *data, fresh);
   return true;
 }
 
 bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name) {
   name = kUnknownName;
-  TiXmlDocument document;
+  XmlDocument document;
   if (!loadOrReport(site, path, document)) return false;
   const TiXmlElement* macro = namedMacro(document);
   if (!macro) return false;
-  name = macroNameOf(*macro);
+  name = macroNameOf(document, *macro);
   return true;
 }
 
 bool renameMacro(const SiteAccess& site, std::string_view path, std::string& name) {
-  TiXmlDocument document;
+  XmlDocument document;
   if (!loadOrReport(site, path, document)) {
     name = kUnknownName;
     return false;
   }
   TiXmlElement* macro = namedMacro(document);
-  if (!macro) return false;
-  setMacroName(document, *macro, name);
-  return saveXml(site.root, path, document);
+  return macro && setMacroName(document, *macro, name) && saveXml(site.root, path, document);
 }
 
 bool createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath) {
-  TiXmlDocument document;
-  return takeTemplate(site, name, document) && saveXml(site.root, targetPath, document);
+  XmlDocument document;
+  return takeTemplate(site, name, document) && saveXml(site.root, targetPath, document).done();
 }
 
 bool insertCommand(const SiteAccess& site, std::string_view path, int position, const CommandDraft& draft,
                    int workplace, InsertMode mode, SavedMacro* saved) {
   return changeData(
-      site, path, [&](TiXmlElement& data) { return placeCommand(data, position, draft, workplace, mode); },
+      site, path,
+      [&](const XmlDocument& document, TiXmlElement& data) {
+        return placeCommand(document, data, position, draft, workplace, mode).done();
+      },
       saved);
 }
 
@@ -118,9 +119,9 @@ bool replaceCommand(const SiteAccess& site, std::string_view path, int number, c
                     int workplace, SavedMacro* saved) {
   return changeData(
       site, path,
-      [&](TiXmlElement& data) {
+      [&](const XmlDocument& document, TiXmlElement& data) {
         TiXmlElement* const old = commandElement(data, number);
-        return old && placeCommand(data, number, draft, workplace, InsertMode::kAtPosition) &&
+        return old && placeCommand(document, data, number, draft, workplace, InsertMode::kAtPosition) &&
                data.RemoveChild(old);
       },
       saved);
@@ -133,14 +134,14 @@ bool replaceClassicCommand(const SiteAccess& site, std::string_view path, int nu
 
 bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                     std::string_view keyPath) {
-  TiXmlDocument document;
+  XmlDocument document;
   if (!takeTemplate(site, name, document)) return false;
   KeyFile key;
   key.load(site.root, keyPath, keyFileIndex(keyPath));
   TiXmlElement* const data = macroData(document);
   bool placed = true;
   for (const ClassicCommand& command : key.commands()) {
-    placed = data && placeCommand(*data, 0, classicDraft(command, kKeyMainframe), kClassicWorkplace,
+    placed = data && placeCommand(document, *data, 0, classicDraft(command, kKeyMainframe), kClassicWorkplace,
                                   InsertMode::kAppend);
     if (!placed) break;
   }
@@ -152,7 +153,7 @@ bool convertKeyFile(const SiteAccess& site, const std::string& name, std::string
 bool removeCommand(const SiteAccess& site, std::string_view path, int number, SavedMacro* saved) {
   return changeData(
       site, path,
-      [number](TiXmlElement& data) {
+      [number](const XmlDocument&, TiXmlElement& data) {
         TiXmlElement* command = commandElement(data, number);
         return command && data.RemoveChild(command);
       },
@@ -161,9 +162,11 @@ bool removeCommand(const SiteAccess& site, std::string_view path, int number, Sa
 
 bool setCommandValue(const SiteAccess& site, std::string_view path, int number, const std::string& value) {
   bool taken = false;
-  const bool saved = changeData(site, path, [&](TiXmlElement& data) {
-    taken = setValueFrom(commandElement(data, number), value);
-    return true;  // the file is written even when no parameter took the value
+  const bool saved = changeData(site, path, [&](const XmlDocument& document, TiXmlElement& data) {
+    const Outcome set = setValueFrom(document, commandElement(data, number), value);
+    taken = set.done();
+    // The file is written even when no parameter took the value.
+    return taken || set.failure().kind == Failure::Kind::kNothingTaken;
   });
   return saved && taken;
 }
@@ -178,14 +181,11 @@ bool HeldMacro::open(const SiteAccess& site, std::string_view path) {
 
 bool HeldMacro::setCommandValue(int number, const std::string& value) {
   const auto index = static_cast<std::size_t>(number);
-  return number >= 0 && index < commands_.size() && setValueFrom(commands_[index], value);
+  return number >= 0 && index < commands_.size() && setValueFrom(document_, commands_[index], value);
 }
 
 bool HeldMacro::save(const SiteAccess& site, std::string_view path, SavedMacro* saved) {
-  SavedXml written;
-  if (empty_ || !saveXml(site.root, path, document_, saved ? &written : nullptr)) return false;
-  TiXmlElement* const data = macroData(document_);
-  if (saved && data) *saved = savedMacro(*data, written);
+  if (empty_ || !tessaly::save(site, path, document_, saved)) return false;
   commands_.clear();
   document_.Clear();
   empty_ = true;

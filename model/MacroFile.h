@@ -3,20 +3,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <tinyxml.h>
 #include <vector>
 
 #include "classic/ClassicCommand.h"
 #include "model/MacroCommand.h"
 #include "platform/ContentCheck.h"
 #include "platform/SiteAccess.h"
+#include "platform/XmlFile.h"
 
 // Macro files (".mac", docs/macro-format.md). Each operation opens the file anew, works on the loaded tree
 // and saves the whole tree back if it changed something. Paths are site paths. All return true when done (and
-// saved). A file that does not parse is reported with "Cannot parse Macro: %s" and left alone. Names and
-// values read are bytes in the file's own encoding; a name to be written is given as UTF-8 and stored as
-// UTF-8 when the document declares it or has a declaration without encoding, else as Windows-1252. Blocking;
-// not for two threads on one file.
+// saved). A file that does not parse is reported with "Cannot parse Macro: %s" and left alone; so is, without
+// a report, one that saving would change elsewhere, or whose encoding cannot hold a text. Names and values
+// are UTF-8, whatever the file's own encoding. Blocking; not for two threads on one file.
 namespace tessaly {
 
 inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\MacroFid\\emptyMacro.mac";
@@ -82,7 +81,7 @@ class HeldMacro {
   [[nodiscard]] bool save(const SiteAccess& site, std::string_view path, SavedMacro* saved = nullptr);
 
  private:
-  TiXmlDocument document_;
+  XmlDocument document_;
   std::vector<TiXmlElement*> commands_;  // of the document
   bool empty_ = true;
 };

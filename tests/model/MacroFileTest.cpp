@@ -97,7 +97,7 @@ TEST_F(MacroFileTest, WritesParametersInOrderWithoutEmptyOptionalOnes) {
   dictionary.add(definition);
   CommandDraft draft = draftFor("QMF2.", *dictionary.find("CLIP"));
   ASSERT_EQ(draft.parameters.size(), 6u);
-  draft.parameters[0].value = "<\"&\xFC>";
+  draft.parameters[0].value = "<\"&ü>";
   draft.parameters[3].value = std::string("1\0cut", 5);  // a NUL would make the file unreadable
   draft.parameters[5].value = "5";
 
@@ -107,7 +107,7 @@ TEST_F(MacroFileTest, WritesParametersInOrderWithoutEmptyOptionalOnes) {
   const MacroCommand& command = commands.at(0);
   EXPECT_EQ(command.fid + command.workplace + command.group + command.module + command.widget,
             "QMF2.CLIP4000");
-  EXPECT_EQ(commandsOf(kFile), "QMF2.CLIP=<\"&\xFC>,,1,,5,; ");
+  EXPECT_EQ(commandsOf(kFile), "QMF2.CLIP=<\"&ü>,,1,,5,; ");
 }
 
 TEST_F(MacroFileTest, FindsTheFirstMacroThatHasAName) {
@@ -129,22 +129,6 @@ TEST_F(MacroFileTest, FindsTheFirstMacroThatHasAName) {
     EXPECT_EQ(read(kFile) == bytes, !found);
   }
   EXPECT_THAT(messages.texts, IsEmpty());
-}
-
-TEST_F(MacroFileTest, StoresNamesInTheEncodingOfTheDocument) {
-  const std::string utf8 = "\xC3\x9C\xE2\x82\xAC\xCE\xA9",
-                    windows1252 = "\xDC\x80?";  // U+00DC, U+20AC, U+03A9
-  const std::pair<const char*, std::string> cases[] = {
-      {"", windows1252},
-      {"<?xml version='1.0'?>", utf8},
-      {"<?xml version='1.0' encoding='utf-8'?>", utf8},
-      {"<?xml version='1.0' encoding='ISO-8859-1'?>", windows1252}};
-  for (const auto& [declaration, stored] : cases) {
-    write(kFile, declaration + macro(""));
-    std::string name = utf8;
-    EXPECT_TRUE(renameMacro(access(), kFile, name));
-    EXPECT_THAT(read(kFile), HasSubstr("name=\"" + stored + "\"")) << declaration;
-  }
 }
 
 TEST_F(MacroFileTest, CreatesFromTheTemplate) {
@@ -237,26 +221,19 @@ TEST_F(MacroFileTest, TellsWhatTheSavedFileHolds) {
                          "\xFC", "\xC3\xBC", "&lt;",   "&bogus;",    "&quot;", "\x01", "\xE2\x82", ">"};
   std::mt19937 random(1);  // the same cases in every run
   const auto pick = [&](const auto& list) { return std::string(list[random() % std::size(list)]); };
-  int told = 0, untold = 0;
+  int told = 0;
   for (int round = 0; round < 400; ++round) {
     write(kFile, pick(heads) + macro(pick(between) + "<cmd fid='" + pick(texts) + pick(texts) + "'/>"));
     const CommandDraft draft{pick(texts), {{ParameterKind::kEnum, "p", pick(texts) + pick(texts), false}}};
     SavedMacro saved;
     if (!insertCommand(access(), kFile, 0, draft, 1, InsertMode::kAppend, &saved)) continue;
-    ++(saved.commands ? told : untold);
-    if (!saved.commands) continue;
+    ++told;
+    ASSERT_TRUE(saved.commands);
     MacroCommands commands;
     EXPECT_TRUE(loadCommands(access(), kFile, true, commands)) << read(kFile);
     EXPECT_EQ(*saved.commands, commands) << read(kFile);
   }
-  EXPECT_GT(told, 20);
-  EXPECT_GT(untold, 20);
-  for (const char* plain : {"a", "\xFC<&\">"}) {
-    write(kFile, macro(""));
-    SavedMacro saved;
-    EXPECT_TRUE(insertCommand(access(), kFile, 0, {plain, {}}, 1, InsertMode::kAppend, &saved) &&
-                saved.commands);
-  }
+  EXPECT_GT(told, 100);
 }
 
 // Every operation that reads a macro file.
