@@ -249,6 +249,9 @@ void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary
       readInterfaceFile(root, kOlderFamilyInterface, FunctionSource::kOlderFamily, dictionary, report));
   static_cast<void>(readInterfaceFile(root, kPanelInterface, FunctionSource::kPanel, dictionary, report));
   dictionary.finish();
+  if (const std::size_t count = dictionary.leftOutCount(); count > 0)
+    report(format("Functions that go beyond the dictionary's bounds are left out: %zu of %zu descriptions.",
+                  count, dictionary.templateCount()));
 }
 
 }  // namespace tessaly
