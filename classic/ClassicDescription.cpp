@@ -43,7 +43,8 @@ std::string characters(std::span<const std::uint8_t> bytes, std::size_t& positio
   const auto rest = bytes.subspan(position);
   const auto zero = std::find(rest.begin(), rest.end(), std::uint8_t{0});
   position += static_cast<std::size_t>(zero - rest.begin()) + (zero == rest.end() ? 0 : 1);
-  return {rest.begin(), zero};
+  return displayUtf8(
+      {reinterpret_cast<const char*>(rest.data()), static_cast<std::size_t>(zero - rest.begin())});
 }
 
 // An extended input says all that can be said about the bytes that follow it.

@@ -82,8 +82,8 @@ class FunctionDictionary {
   [[nodiscard]] std::size_t functionCount() const;  // duplicates included
   [[nodiscard]] std::string summary() const;        // "Number of FIDs: 12/3456"
 
-  // True when a template was left out because of the bounds.
-  [[nodiscard]] bool beyondBounds() const;
+  // Templates that were left out because of the bounds.
+  [[nodiscard]] std::size_t leftOutCount() const;
 
   // Functions in registration order, duplicates included.
   [[nodiscard]] FunctionRecord function(std::size_t index) const;

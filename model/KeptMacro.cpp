@@ -59,12 +59,11 @@ std::string macroNameNear(std::string_view bytes) {
       if (quote != 0 ? c == quote : c == '"' || c == '\'') quote = quote != 0 ? 0 : c;
     }
     if (end == start.size() || start.find('\0') < end) return {};
-    TiXmlDocument document;
+    XmlDocument document;
     std::string tag = start.substr(at, end - at);
     if (tag.back() == '/') tag.pop_back();
-    document.Parse((tag + "/>").c_str(), nullptr, TIXML_DEFAULT_ENCODING);
-    if (document.Error()) continue;
-    if (const TiXmlElement* macro = namedMacro(document)) return macroNameOf(*macro);
+    if (!parseXml(tag + "/>", document)) continue;
+    if (const TiXmlElement* macro = namedMacro(document)) return macroNameOf(document, *macro);
   }
   return {};
 }

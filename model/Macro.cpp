@@ -19,21 +19,21 @@ bool takesValue(const MacroCommand& command) {
 
 }  // namespace
 
-Macro Macro::take(TiXmlDocument& document, std::string bytes) {
+Macro Macro::take(XmlDocument& document, std::string bytes) {
   auto content = std::make_shared<Content>();
   content->check = contentCheck(bytes);
   content->bytes = std::move(bytes);
-  if (const TiXmlElement* const named = namedMacro(document)) content->name = macroNameOf(*named);
+  if (const TiXmlElement* const named = namedMacro(document)) content->name = macroNameOf(document, *named);
   if (TiXmlElement* const data = macroData(document)) {
     content->hasData = true;
-    content->commands = takeCommands(*data);
+    content->commands = takeCommands(document, *data);
   }
   return Macro(std::move(content));
 }
 
 Expected<Macro> Macro::read(std::string bytes) {
   try {
-    TiXmlDocument document;
+    XmlDocument document;
     if (const Outcome parsed = parseXml(bytes, document); !parsed) return parsed.failure();
     return take(document, std::move(bytes));
   } catch (const std::bad_alloc&) {
@@ -41,7 +41,7 @@ Expected<Macro> Macro::read(std::string bytes) {
   }
 }
 
-Expected<Macro> Macro::print(TiXmlDocument& document) {
+Expected<Macro> Macro::print(XmlDocument& document) {
   try {
     auto bytes = printXml(document);
     if (!bytes) return bytes.failure();

@@ -8,9 +8,9 @@
 #include "platform/ContentCheck.h"
 #include "platform/Outcome.h"
 
-class TiXmlDocument;
-
 namespace tessaly {
+
+class XmlDocument;
 
 // The content of one macro (docs/macro-format.md): an immutable value, cheap to copy. The bytes are what
 // counts: the commands are read from them, and leave out unknown elements and attributes, comments and
@@ -19,8 +19,9 @@ class Macro {
  public:
   // kNotXml, kTooLarge, kNoMemory. A document without `macro` or `data` is read, and takes no commands.
   [[nodiscard]] static Expected<Macro> read(std::string bytes);
-  // What printing the tree gives; the commands leave the tree. kNoMemory.
-  [[nodiscard]] static Expected<Macro> print(TiXmlDocument& document);
+  // What printing the tree gives; the commands leave the tree. kNotKept when that would lose what was read,
+  // kTooLarge, kNoMemory.
+  [[nodiscard]] static Expected<Macro> print(XmlDocument& document);
 
   [[nodiscard]] const std::string& bytes() const { return content_->bytes; }
   [[nodiscard]] const MacroCommands& commands() const { return content_->commands; }
@@ -31,7 +32,7 @@ class Macro {
   [[nodiscard]] ContentCheck check() const { return content_->check; }
   // There is a `data` in the first `macro`: an empty macro rather than none.
   [[nodiscard]] bool hasData() const { return content_->hasData; }
-  // Of the first `macro` that has one, in the encoding of the bytes.
+  // Of the first `macro` that has one; UTF-8.
   [[nodiscard]] const std::optional<std::string>& name() const { return content_->name; }
 
   // The number of the command that takes a value given to `number`: the first from there on that has a
@@ -47,7 +48,7 @@ class Macro {
     bool hasData = false;
   };
 
-  [[nodiscard]] static Macro take(TiXmlDocument& document, std::string bytes);
+  [[nodiscard]] static Macro take(XmlDocument& document, std::string bytes);
   explicit Macro(std::shared_ptr<const Content> content) : content_(std::move(content)) {}
 
   std::shared_ptr<const Content> content_;  // never null

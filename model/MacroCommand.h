@@ -16,7 +16,7 @@ struct MacroParameter {
   friend bool operator==(const MacroParameter&, const MacroParameter&) = default;
 };
 
-// One `cmd` of a macro file. All texts are bytes as the file holds them.
+// One `cmd` of a macro file. All texts are UTF-8, whatever the encoding of the file.
 struct MacroCommand {
   std::string fid, workplace, group, module, widget;
   std::vector<MacroParameter> parameters;

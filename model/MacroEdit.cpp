@@ -16,7 +16,7 @@ Failure noMacro() { return {Failure::Kind::kNoMacro, "it holds no macro that tak
 // Each edit on the tree of the macro.
 class Editor {
  public:
-  explicit Editor(TiXmlDocument& document) : document_(document), data_(macroData(document)) {}
+  explicit Editor(XmlDocument& document) : document_(document), data_(macroData(document)) {}
 
   Outcome operator()(const InsertCommands& edit) const {
     if (!data_) return noMacro();
@@ -42,6 +42,8 @@ class Editor {
     // The place is that of the next command that stays.
     int place = std::max(0, edit.before);
     while (std::binary_search(numbers.begin(), numbers.end(), place)) ++place;
+    const bool together = numbers.back() - numbers.front() + 1 == static_cast<int>(numbers.size());
+    if (together && place == numbers.back() + 1) return {};  // they stand there
     TiXmlElement* const before = commandElement(*data_, place);
     for (TiXmlElement* const command : chosen) {
       if (before ? !data_->InsertBeforeChild(before, *command) : !data_->InsertEndChild(*command))
@@ -65,9 +67,9 @@ class Editor {
     bool taken = false;
     for (const auto& [number, value] : edit.values) {
       if (number < 0 || static_cast<std::size_t>(number) >= commands.size()) continue;
-      auto set = setValueFrom(document_, commands[static_cast<std::size_t>(number)], value);
-      if (!set) return set.failure();
-      taken = *set || taken;
+      Outcome set = setValueFrom(document_, commands[static_cast<std::size_t>(number)], value);
+      if (!set && set.failure().kind != Failure::Kind::kNothingTaken) return set;
+      taken = set.done() || taken;
     }
     if (taken) return {};
     return Failure{Failure::Kind::kNothingTaken, "no command from there on has a parameter with a value"};
@@ -98,15 +100,14 @@ class Editor {
     return chosen;
   }
 
-  TiXmlDocument& document_;
+  XmlDocument& document_;
   TiXmlElement* data_;
 };
 
 template <typename Change>
 Expected<Macro> changed(const Macro& macro, const Change& change) {
   try {
-    if (const Outcome kept = keepsXml(macro.bytes()); !kept) return kept.failure();
-    TiXmlDocument document;
+    XmlDocument document;
     if (const Outcome parsed = parseXml(macro.bytes(), document); !parsed) return parsed.failure();
     if (const Outcome done = change(document); !done) return done.failure();
     return Macro::print(document);
@@ -118,11 +119,11 @@ Expected<Macro> changed(const Macro& macro, const Change& change) {
 }  // namespace
 
 Expected<Macro> apply(const Macro& macro, const MacroEdit& edit) {
-  return changed(macro, [&edit](TiXmlDocument& document) { return std::visit(Editor(document), edit); });
+  return changed(macro, [&edit](XmlDocument& document) { return std::visit(Editor(document), edit); });
 }
 
 Expected<Macro> reprint(const Macro& macro) {
-  return changed(macro, [](TiXmlDocument&) { return Outcome(); });
+  return changed(macro, [](XmlDocument&) { return Outcome(); });
 }
 
 }  // namespace tessaly

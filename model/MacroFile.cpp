@@ -17,8 +17,8 @@ constexpr int kKeyMainframe = 1;  // keys of the older family always go to the f
 
 // A file that is not there, or is none, parses no more than one that holds something else.
 bool isParseFailure(Failure::Kind kind) {
-  return kind == Failure::Kind::kNotXml || kind == Failure::Kind::kMissing ||
-         kind == Failure::Kind::kInTheWay;
+  return kind == Failure::Kind::kNotXml || kind == Failure::Kind::kTooLarge ||
+         kind == Failure::Kind::kMissing || kind == Failure::Kind::kInTheWay;
 }
 
 // The empty macro under a new name.

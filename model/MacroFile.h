@@ -27,7 +27,7 @@ Outcome saveMacro(const SiteRoot& root, std::string_view path, const Macro& macr
 // Load, apply, save.
 Outcome editMacroFile(const SiteAccess& site, std::string_view path, const MacroEdit& edit);
 
-// The name in the file's encoding. False and "???" when there is none or the file does not parse.
+// The name as UTF-8. False and "???" when there is none or the file does not parse.
 [[nodiscard]] bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name);
 
 // The name is UTF-8; it becomes "???" when the file does not parse.

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/XmlSpelling.h"
+
 namespace tessaly {
 
 namespace {
@@ -25,7 +27,7 @@ class PlainDocument {
  public:
   explicit PlainDocument(std::string_view bytes) : rest_(bytes) {}
 
-  std::optional<std::string> name() {
+  std::optional<std::string_view> name() {
     skipSpace();
     // What a declaration says of the encoding decides how letters beyond ASCII are read.
     if (rest_.substr(0, kDeclarationStart.size()) == kDeclarationStart && !skipDeclaration())
@@ -36,7 +38,7 @@ class PlainDocument {
     } while (depth_ > 0);
     skipSpace();
     if (!rest_.empty() || !name_) return std::nullopt;
-    return std::string(*name_);
+    return name_;
   }
 
  private:
@@ -128,6 +130,10 @@ class PlainDocument {
 
 }  // namespace
 
-std::optional<std::string> scanMacroName(std::string_view bytes) { return PlainDocument(bytes).name(); }
+std::optional<std::string> scanMacroName(std::string_view bytes) {
+  const std::optional<std::string_view> name = PlainDocument(bytes).name();
+  if (!name) return std::nullopt;
+  return textOf(*name, XmlEncoding::kUndeclared);  // one that declares an encoding holds ASCII only
+}
 
 }  // namespace tessaly

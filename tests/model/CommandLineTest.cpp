@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "classic/ClassicGroups.h"
+#include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
+#include "model/MacroFile.h"
+#include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -135,6 +139,33 @@ TEST_F(CommandLineTest, FramesClassicCommandsOfMacrosAndKeys) {
   EXPECT_EQ(keyLine(key, kRaw), "NCSCOMMAND:  " + text);
   EXPECT_EQ(keyLine(key, kRawDestination), "QMF1 - NCSCOMMAND:  " + text);
   EXPECT_EQ(keyLine({}, kRaw), std::string("NCSCOMMAND:  ") + kNoContent);
+}
+
+// Texts of four files in different encodings, and a unit of our own.
+TEST_F(CommandLineTest, JoinsTextsOfEveryEncoding) {
+  FunctionDictionary western;
+  write("c:\\i.xml",
+        "<mfd><fid name='K\xFC.A' sid='s' description='K\xFC'><float_parameter name='\xFC' type='degree' "
+        "max='1' "
+        "maxDisp='180'/><enum_parameter name='e'><enum value='\xFC' description='\xD6l'/></enum_parameter>"
+        "</fid></mfd>");
+  ASSERT_TRUE(readInterfaceFile(root, "c:\\i.xml", FunctionSource::kPanel, western, {}));
+  write(R"(c:\Programme\RV48\bin\MacroCdCo_Tarrow\Cd-0x05\Cd-0x05-Co-0x02.ini)",
+        "CD 0x05\nCO 0x02\n[0x01-0x01 \"x\" \"Gr\xFCn\"\npt_String \"Tür\"\n");
+  const std::string data =
+      "<data><cmd fid='ü.Kü.A'><param name='ü' value='0.5'/><param name='e' value='ü'/></cmd>"
+      "<cmd fid='ü.NCSCOMMAND'><param value='25 05 02 01 e4 00 '/></cmd></data></macro>";
+  const std::string classic = "Set - " + groupName(5, 2) + " - Grün - Tür: ä";
+  for (const bool utf8 : {true, false}) {
+    write("c:\\m.mac",
+          utf8 ? "<?xml version='1.0'?><macro>" + data
+               : "<?xml version='1.0' encoding='windows-1252'?><macro>" + utf8ToWindows1252(data));
+    MacroCommands commands;
+    ASSERT_TRUE(loadCommands(access(), "c:\\m.mac", commands));
+    EXPECT_EQ(commandLine(commands.at(0), kDestination, {western, lists}), "ü - Kü ==> 90.0[°] ==>  Öl");
+    EXPECT_EQ(commandLine(commands[0], kRaw, {western, lists}), "Kü - A Parameter: ü: \"0.5\",  e: \"ü\"");
+    EXPECT_EQ(commandLine(commands.at(1), kDestination, {western, lists}), "ü - üClassic:  " + classic);
+  }
 }
 
 }  // namespace
