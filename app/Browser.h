@@ -62,6 +62,10 @@ class Browser : public QObject {
   void listKeyFiles();
   void listPanelMacros();
   void showMacroRows();
+  // What the macros list is a list of, and what the list of commands shows; known again when it is filled
+  // anew.
+  [[nodiscard]] std::string macrosOf() const;
+  [[nodiscard]] std::string commandsOf() const;
 
   [[nodiscard]] bool onPanel() const;
   [[nodiscard]] bool showsPanelNames() const;

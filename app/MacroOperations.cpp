@@ -100,7 +100,6 @@ bool MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
                             : copyFile(site_.root, target.file(), here.copy.path()).done();
   const bool loaded = here.copy.open(target, filled);
   browser(pane).showCommands();
-  here.view.commands().scrollToTop();
   const QString macro = shown(target.numberText + " - " + target.name);
   if (!filled)
     emit said(tr("%1: could not be fetched%2; the working copy still holds what was open before")
@@ -283,7 +282,8 @@ void MacroOperations::deleteMacro(Pane pane) {
   if (target.numberText.empty() || state(pane).olderFamily) return;
   if (panel ? target.workplace <= 0 : target.folder.empty()) return;
   const std::string entry = target.numberText + " - " + target.name;
-  if (!site_.messages.ask(format(kDeleteQuestion, entry.c_str()), MessageIcon::kQuestion)) return;
+  if (!site_.messages.ask(format(kDeleteQuestion, visibleUtf8(entry).c_str()), MessageIcon::kQuestion))
+    return;
   if (panel) {
     deleteOnPanel(target);
     return;

@@ -78,7 +78,9 @@ TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
   auto& choices = create.user.control<QListView>("choices");
   QTest::mouseClick(choices.viewport(), Qt::LeftButton, Qt::NoModifier,
                     {5, choices.viewport()->height() - 2});
-  EXPECT_EQ(create.user.rows("parameters")[0], "Type\t");  // beside the rows: nothing is chosen any more
+  create.user.choose("choices", "Linear");
+  EXPECT_EQ(create.user.rows("parameters")[0], "Type\tLinear")
+      << "a click beside the rows, and one more on the row";
   create.user.choose("choices", "Luminance");
   EXPECT_EQ(create.user.label("ready"), kMissing);
   create.user.choose("parameters", "Source");
