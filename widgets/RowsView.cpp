@@ -13,7 +13,7 @@
 namespace tessaly {
 
 RowsView::RowsView(QWidget* parent)
-    : QListView(parent), delegate_(new ListBoxDelegate(this)), finder_(new ListFinder(*this)) {
+    : KeptChoice(parent), delegate_(new ListBoxDelegate(this)), finder_(new ListFinder(*this)) {
   setItemDelegate(delegate_);
   setUniformItemSizes(true);
   setSelectionMode(QAbstractItemView::SingleSelection);
@@ -139,14 +139,6 @@ void RowsView::setAllowed(bool allowed) {
 
 void RowsView::followEnabled() { setEnabled(allowed_ && rows_->enabled()); }
 
-// Neither a click beside the rows nor one with Ctrl takes away what a list has to keep.
-QItemSelectionModel::SelectionFlags RowsView::selectionCommand(const QModelIndex& index,
-                                                               const QEvent* event) const {
-  const auto command = QListView::selectionCommand(index, event);
-  const bool takesAway = !index.isValid() || command.testFlag(QItemSelectionModel::Deselect);
-  return takesAway && !clearable_ ? QItemSelectionModel::NoUpdate : command;
-}
-
 void RowsView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QListView::selectionChanged(selected, deselected);
   if (quiet_) return;
@@ -162,7 +154,7 @@ void RowsView::mousePressEvent(QMouseEvent* event) {
   setAutoScroll(false);
   QListView::mousePressEvent(event);
   setAutoScroll(true);
-  if (beside && clearable_) selectionModel()->clear();
+  if (beside && clearable()) selectionModel()->clear();
 }
 
 void RowsView::mouseReleaseEvent(QMouseEvent* event) {

@@ -3,6 +3,7 @@
 #include <QListView>
 #include <QPersistentModelIndex>
 
+#include "widgets/KeptChoice.h"
 #include "widgets/ListBoxDelegate.h"
 #include "widgets/ListRows.h"
 
@@ -10,13 +11,13 @@ namespace tessaly {
 
 class ListFinder;
 
-// A single-selection list over rows of any kind, which the class derived from it owns. Ctrl+F finds in it.
-// With an elide mode (QAbstractItemView) long rows are cut to the width of the list and told by a tool tip;
-// without one the list scrolls sideways.
+// A list of one choice (KeptChoice) over rows of any kind, which the class derived from it owns. Ctrl+F finds
+// in it. With an elide mode (QAbstractItemView) long rows are cut to the width of the list and told by a tool
+// tip; without one the list scrolls sideways.
 //
 // A list keeps its place: beside the user only a selection by program that would be out of sight, or another
 // list (ListRows), moves it. When rows come or go, the first visible one stays.
-class RowsView : public QListView {
+class RowsView : public KeptChoice<QListView> {
   Q_OBJECT
 
  public:
@@ -30,8 +31,6 @@ class RowsView : public QListView {
   void selectRow(int row);
   // The list takes clicks and keys while it is allowed to and its rows are enabled.
   void setAllowed(bool allowed);
-  // Whether the user can take the selection away, by a click beside the rows; off unless set.
-  void setClearable(bool clearable) { clearable_ = clearable; }
   // Where the keyboard goes on from, without selecting; the last row when the list has become shorter.
   void makeCurrent(int row);
   // Small, so that layouts decide: a list takes the room that it is given.
@@ -56,8 +55,6 @@ class RowsView : public QListView {
   // To be called once, before anything else.
   void take(ListRows& rows);
 
-  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
-                                                                     const QEvent* event) const override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   void paintEvent(QPaintEvent* event) override;
   bool viewportEvent(QEvent* event) override;
@@ -81,7 +78,6 @@ class RowsView : public QListView {
   QPersistentModelIndex first_, selected_;
   int firstRow_ = 0;
   bool allowed_ = true;
-  bool clearable_ = false;
   bool quiet_ = false;      // the program changes the selection
   bool chosenNow_ = false;  // the press that is being released has chosen already
 };

@@ -83,6 +83,8 @@ TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
       << "a click beside the rows, and one more on the row";
   create.user.choose("choices", "Luminance");
   EXPECT_EQ(create.user.label("ready"), kMissing);
+  auto& found = create.user.control<QListView>("found");
+  QTest::mouseClick(found.viewport(), Qt::LeftButton, Qt::NoModifier, {5, found.viewport()->height() - 2});
   create.user.choose("parameters", "Source");
   create.user.choose("choices", "Color 1");
   EXPECT_EQ(create.user.field("value"), "Color 1");
