@@ -84,7 +84,7 @@ void Browser::fillApplications() {
     for (std::string& name : applications(site_.root, path())) found.push_back({std::move(name)});
     const bool any = !found.empty();
     if (!any) found.push_back({kNoApplications});
-    rows.setRows(std::move(found), any);
+    rows.setRows(std::move(found), any, path());
   }
   emit changed();
 }
@@ -137,14 +137,14 @@ void Browser::fillWorkplaces() {
     const WorkplaceFlags flags = connection_.workplaces(pane_.descriptor.pane);
     for (int number = 1; number <= kWorkplaces; ++number)
       if (flags[static_cast<std::size_t>(number - 1)]) rows.push_back({format(kWorkplace, number), number});
-    list.rows().setRows(std::move(rows), true);
+    list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
     return;
   }
   const std::string entry = selectedText(pane_.view.controlPanels());
   if (entry.empty()) return;
   if (!hasWorkplaces(entry)) {
     list.rows().setRows({ListRow{kNoWorkplaces}}, false);
-    if (pane_.olderFamily) listKeyFiles();
+    if (pane_.olderFamily) listMacros();
     return;
   }
   for (int number = 1; number <= kDiskWorkplaces; ++number)
@@ -181,7 +181,8 @@ bool Browser::showsPanelNames() const {
 }
 
 void Browser::listMacros() {
-  clearFrom(kMacroList);
+  clearFrom(kCommandList);
+  pane_.macroRows.clear();
   pane_.view.macros().selectRow(-1);
   if (onPanel())
     listPanelMacros();
@@ -198,12 +199,29 @@ void Browser::showMacroRows() {
   for (const MacroRow& row : pane_.macroRows) rows.push_back({row.text(), row.number});
   const bool any = !rows.empty();
   if (!any) rows.push_back({kNoMacros});
-  pane_.view.macros().rows().setRows(std::move(rows), any);
+  pane_.view.macros().rows().setRows(std::move(rows), any, macrosOf());
+}
+
+std::string Browser::macrosOf() const {
+  if (onPanel()) return connection_.address(pane_.descriptor.pane) + '\n' + std::to_string(workplace());
+  return pane_.olderFamily ? keyFolder() : macroFolder();
+}
+
+std::string Browser::commandsOf() const {
+  const std::optional<MacroTarget>& target = pane_.copy.target();
+  if (target)
+    return target->folder + target->address + '\n' + std::to_string(target->workplace) + '\n' +
+           target->numberText;
+  const MacroRow* row = pane_.selectedMacro();
+  return row == nullptr ? std::string() : macrosOf() + '\n' + row->numberText;
 }
 
 void Browser::listDiskMacros() {
   const std::string folder = macroFolder();
-  if (folder.empty()) return;
+  if (folder.empty()) {
+    pane_.view.macros().rows().clear();
+    return;
+  }
   MacroListing listing = tessaly::listMacros(site_.root, folder);
   pane_.macroRows = std::move(listing.rows);
   showMacroRows();
@@ -211,10 +229,11 @@ void Browser::listDiskMacros() {
 }
 
 void Browser::listKeyFiles() {
-  clearFrom(kMacroList);
-  pane_.view.macros().selectRow(-1);
   const std::string folder = keyFolder();
-  if (folder.empty()) return;
+  if (folder.empty()) {
+    pane_.view.macros().rows().clear();
+    return;
+  }
   pane_.macroRows = tessaly::listKeyFiles(site_.root, folder);
   showMacroRows();
 }
@@ -236,37 +255,36 @@ void Browser::listPanelMacros() {
 
 void Browser::showCommands(int selected) {
   shownRevision_ = pane_.copy.revision();
-  ListBox& list = pane_.view.commands();
+  CommandList& list = pane_.view.commands();
   const WorkingCopy& copy = pane_.copy;
   const int count = copy.commandCount();
   if (copy.content() == WorkingCopy::Content::kNothing)
     list.rows().clear();
   else if (count == 0)
-    list.rows().setRows({ListRow{kEmptyMacroRow}}, false);
+    list.rows().showNotice(commandsOf(), kEmptyMacroRow);
   else
-    showLines(count);
+    showLines();
   list.selectRow(selected < count ? selected : -1);
   showCount();
   emit changed();
 }
 
-void Browser::showLines(int count) {
-  ListBoxModel& rows = pane_.view.commands().rows();
+void Browser::showLines() {
+  CommandListModel& rows = pane_.view.commands().rows();
   const WorkingCopy& copy = pane_.copy;
   const LineOptions options = pane_.view.lineOptions();
   if (copy.content() == WorkingCopy::Content::kMacro) {
-    rows.setLines(count, [commands = copy.sharedCommands(), marks = copy.updatedMarks(), options,
-                          lines = lines_](int i) {
-      const auto at = static_cast<std::size_t>(i);
-      return commandLine((*commands)[at], options, lines, at < marks.size() && marks[at]);
-    });
+    rows.showMacro(commandsOf(),
+                   {copy.sharedCommands(), copy.updatedMarks(), options,
+                    [lines = lines_](const MacroCommand& command, const LineOptions& how, bool updated) {
+                      return commandLine(command, how, lines, updated);
+                    }});
     return;
   }
-  std::vector<ListRow> keys;
-  for (int i = 0; i < count; ++i)
-    keys.push_back(
-        {keyCommandLine(copy.keyFile().commands()[static_cast<std::size_t>(i)], options, lines_), i});
-  rows.setRows(std::move(keys), true);
+  std::vector<std::string> keys;
+  for (const ClassicCommand& command : copy.keyFile().commands())
+    keys.push_back(keyCommandLine(command, options, lines_));
+  rows.showLines(commandsOf(), std::move(keys));
 }
 
 void Browser::showCount() {

@@ -66,11 +66,15 @@ class Browser : public QObject {
   void chooseAgain(const std::optional<MacroRow>& before);
   void showConnectedPanel();
   void fillWorkplaces();
-  void showLines(int count);
+  void showLines();
   void listDiskMacros();
   void listKeyFiles();
   void listPanelMacros();
   void showMacroRows();
+  // What the macros list is a list of, and what the list of commands shows; known again when it is filled
+  // anew.
+  [[nodiscard]] std::string macrosOf() const;
+  [[nodiscard]] std::string commandsOf() const;
 
   [[nodiscard]] bool onPanel() const;
   [[nodiscard]] bool showsPanelNames() const;

@@ -212,7 +212,8 @@ void MacroOperations::deleteMacro(Pane pane) {
   const MacroTarget target = open_.selectedTarget(pane);
   if (!target.complete() || state(pane).olderFamily) return;
   const std::string entry = target.numberText + " - " + target.name;
-  if (!site_.messages.ask(format(kDeleteQuestion, entry.c_str()), MessageIcon::kQuestion)) return;
+  if (!site_.messages.ask(format(kDeleteQuestion, visibleUtf8(entry).c_str()), MessageIcon::kQuestion))
+    return;
   if (target.source == PaneSource::kPanel)
     deleteOnPanel(target);
   else

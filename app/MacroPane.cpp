@@ -43,6 +43,7 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
                        ui_->renameMacro, ui_->deleteMacro});
   for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
     list->setTextElideMode(Qt::ElideRight);
+  ui_->commands->setClearable(true);
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
   placeNotice();
@@ -173,7 +174,7 @@ void MacroPane::addShortcuts() {
   addListKeys(*this, {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros, ui_->commands});
 }
 
-void MacroPane::addDeleteKey(ListBox* list, QPushButton* button) {
+void MacroPane::addDeleteKey(QWidget* list, QPushButton* button) {
   auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Delete), list);
   shortcut->setContext(Qt::WidgetShortcut);
   connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
@@ -183,7 +184,7 @@ ListBox& MacroPane::applications() { return *ui_->applications; }
 ListBox& MacroPane::controlPanels() { return *ui_->controlPanels; }
 ListBox& MacroPane::workplaces() { return *ui_->workplaces; }
 ListBox& MacroPane::macros() { return *ui_->macros; }
-ListBox& MacroPane::commands() { return *ui_->commands; }
+CommandList& MacroPane::commands() { return *ui_->commands; }
 
 LineOptions MacroPane::lineOptions() const {
   return {ui_->showDestination->isChecked(), ui_->showRaw->isChecked(), ui_->useTabs->isChecked()};
@@ -203,7 +204,7 @@ void MacroPane::showSource(PaneSource source) {
 void MacroPane::takeFocus() {
   QWidget* last = focusWidget();
   if (last == nullptr || !last->isEnabled() || !last->isVisibleTo(this))
-    last = ui_->applications->isEnabled() ? ui_->applications : ui_->commands;
+    last = ui_->applications->isEnabled() ? static_cast<QWidget*>(ui_->applications) : ui_->commands;
   last->setFocus(Qt::OtherFocusReason);
 }
 
@@ -211,7 +212,7 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   ui_->sourceLabel->setText(shown(display.sourceLabel));
   nameListsByLabels(*this);
   ui_->addressLabel->setText(shown(display.editLabel));
-  const QString text = shown(display.editText);
+  const QString text = editable(display.editText);
   if (ui_->address->text() != text) ui_->address->setText(text);
   ui_->address->setEnabled(display.editEnabled);
   ui_->connectButton->setText(shown(display.buttonText));
@@ -256,7 +257,7 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->discardChanges->setVisible(controls.saveShown);
   notice_->setVisible(controls.noticeShown);
   if (here && (!focus->isEnabled() || !focus->isVisibleTo(this)))
-    (ui_->commands->isEnabled() ? ui_->commands : ui_->macros)->setFocus();
+    (ui_->commands->isEnabled() ? static_cast<QWidget*>(ui_->commands) : ui_->macros)->setFocus();
 }
 
 void MacroPane::showProgress(const QString& text) { ui_->progress->setText(text); }

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QPushButton>
 
+#include "app/CommandListModel.h"
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
 #include "app/Preferences.h"
@@ -35,7 +36,7 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] ListBox& controlPanels();
   [[nodiscard]] ListBox& workplaces();
   [[nodiscard]] ListBox& macros();
-  [[nodiscard]] ListBox& commands();
+  [[nodiscard]] CommandList& commands();
 
   [[nodiscard]] LineOptions lineOptions() const;
   [[nodiscard]] QString addressText() const;
@@ -78,7 +79,7 @@ class MacroPane : public QGroupBox {
   void numberControls();
   void connectControls();
   void addShortcuts();
-  void addDeleteKey(ListBox* list, QPushButton* button);
+  void addDeleteKey(QWidget* list, QPushButton* button);
   void placeNotice();
   [[nodiscard]] QString placeName(const char* splitter) const;
 

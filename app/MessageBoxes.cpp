@@ -34,7 +34,7 @@ bool MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons but
 }
 
 void MessageBoxes::show(const std::string& text, MessageIcon icon) {
-  const QString shownText = shown(text);
+  const QString shownText = shownLines(text);
   if (QThread::currentThread() == thread()) {
     run(shownText, icon, MessageButtons::kOk);
     return;
@@ -52,7 +52,7 @@ void MessageBoxes::show(const std::string& text, MessageIcon icon) {
 }
 
 bool MessageBoxes::ask(const std::string& text, MessageIcon icon) {
-  const QString shownText = shown(text);
+  const QString shownText = shownLines(text);
   if (QThread::currentThread() == thread()) return run(shownText, icon, MessageButtons::kOkCancel);
   bool answer = false;
   QMetaObject::invokeMethod(

@@ -74,7 +74,6 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target) {
   // What is shown then is of no macro in the list.
   if (!filled) here.view.macros().selectRow(-1);
   const Outcome loaded = loan->show(target, filled);
-  here.view.commands().scrollToTop();
   const QString macro = macroInStrip(target);
   if (!filled)
     emit said(tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason));

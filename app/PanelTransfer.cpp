@@ -6,8 +6,8 @@
 #include <QEventLoop>
 #include <QProgressDialog>
 #include <QShortcut>
-#include <QWindow>
 #include <QTimer>
+#include <QWindow>
 
 #include "app/MessageBoxes.h"
 

@@ -108,12 +108,12 @@ void ClassicEditorDialog::connectButtons() {
 }
 
 void ClassicEditorDialog::showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
-                                   std::optional<std::size_t> chosen) {
+                                   std::optional<std::size_t> chosen, const std::string& of) {
   std::vector<ListRow> shownRows;
   shownRows.reserve(rows.size());
   for (const ClassicBuilder::Row& row : rows)
     shownRows.push_back({row.text, static_cast<int>(shownRows.size()), !row.separator && !row.text.empty()});
-  list.rows().setRows(std::move(shownRows));
+  list.rows().setRows(std::move(shownRows), true, of);
   list.selectRow(chosen ? static_cast<int>(*chosen) : -1);
 }
 
@@ -127,7 +127,7 @@ void ClassicEditorDialog::refresh() {
   ui_->actions->setAllowed(!builder_.complete());
   std::vector<ClassicBuilder::Row> parameters;
   for (const std::string& text : builder_.parameterRows()) parameters.push_back({text});
-  showRows(*ui_->parameters, parameters, std::nullopt);
+  showRows(*ui_->parameters, parameters, std::nullopt, builder_.path());
   refreshTexts();
 }
 
@@ -215,8 +215,9 @@ void ClassicEditorDialog::enterClip(std::size_t row) {
 
 void ClassicEditorDialog::enterText(std::size_t row) {
   bool accepted = false;
-  const QString text = QInputDialog::getText(this, tr("Enter Text"), shown(builder_.parameterRows()[row]),
-                                             QLineEdit::Normal, shown(builder_.currentText(row)), &accepted);
+  const QString text =
+      QInputDialog::getText(this, tr("Enter Text"), shown(builder_.parameterRows()[row]), QLineEdit::Normal,
+                            editable(builder_.currentText(row)), &accepted);
   if (accepted) beepUnless(builder_.setText(row, utf8ToWindows1252(text.toStdString())));
 }
 

@@ -41,7 +41,7 @@ class ClassicEditorDialog : public QDialog {
   void connectLists();
   void connectButtons();
   void showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
-                std::optional<std::size_t> chosen);
+                std::optional<std::size_t> chosen, const std::string& of = {});
   void refresh();
   void refreshTexts();
   void enterParameter(std::size_t row);

@@ -52,6 +52,7 @@ void CreateCommandDialog::layOut() {
                 {ui_->search5, ui_->clear5, ui_->results5}}};
   nameListsByLabels(*this);
   ui_->found->setModel(&found_);
+  connect(&found_, &QAbstractItemModel::modelReset, ui_->found, &QListView::scrollToTop);
   ui_->parameterRoom->addWidget(parameters_);
   setTabOrder(ui_->found, parameters_);
   keepSpaceWhenHidden({ui_->workplace});

@@ -69,6 +69,12 @@ bool DraftParameters::complete() const {
   return std::none_of(draft_.parameters.begin(), draft_.parameters.end(), missing);
 }
 
+bool DraftParameters::mayBeEmpty(std::size_t row) const {
+  CommandDraft::Parameter emptied = draft_.parameters[row];
+  emptied.value.clear();
+  return !missing(emptied);
+}
+
 std::string DraftParameters::label(std::size_t row) const {
   const std::string& name = draft_.parameters[row].name;
   if (mode_ == ValueMode::kRaw) return name;

@@ -38,6 +38,7 @@ class DraftParameters {
   [[nodiscard]] std::string range(std::size_t row) const;       // integers and floats
   [[nodiscard]] bool typed(std::size_t row) const;              // rather than chosen from a list
   [[nodiscard]] bool timecode(std::size_t row) const;
+  [[nodiscard]] bool mayBeEmpty(std::size_t row) const;
   [[nodiscard]] std::vector<Choice> choices(std::size_t row) const;  // enums and inputs
 
   // The user changed the field to `text`: filters it, stores what it stands for and returns what to put back.

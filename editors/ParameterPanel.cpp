@@ -120,7 +120,7 @@ void ParameterPanel::showParameters() {
   std::vector<ListRow> rows;
   for (std::size_t row = 0; row < parameters_.count(); ++row)
     rows.push_back({parameters_.label(row) + '\t' + parameters_.shownValue(row), static_cast<int>(row)});
-  ui_->parameters->rows().setRows(std::move(rows));
+  ui_->parameters->rows().setRows(std::move(rows), true, parameters_.draft().fid);
   ui_->parameters->selectRow(selected);
 }
 
@@ -148,7 +148,7 @@ void ParameterPanel::showSelected() {
   ui_->choices->rows().setRows(std::move(rows), selected >= 0 && !typed);
   ui_->choices->selectRow(chosen);
   // Filled by program: the entry filter is for what the user types only.
-  ui_->value->setText(shown(value));
+  ui_->value->setText(editable(value));
   ui_->value->setReadOnly(!typed);
   ui_->value->setFocusPolicy(typed ? Qt::StrongFocus : Qt::NoFocus);
   ui_->value->setEnabled(selected >= 0);
@@ -166,15 +166,18 @@ void ParameterPanel::showTimecodeHelp() {
                                 parameters_.timecode(static_cast<std::size_t>(selected)));
 }
 
-// Clearing the selection takes the value away, as of an optional parameter.
+// A click on the value that is chosen already takes it away where none is needed.
 void ParameterPanel::choose(int row) {
   const int selected = selectedParameter();
-  if (selected < 0 || row >= static_cast<int>(choices_.size())) return;
-  const DraftParameters::Choice chosen =
-      row < 0 ? DraftParameters::Choice{} : choices_[static_cast<std::size_t>(row)];
-  parameters_.setValue(static_cast<std::size_t>(selected), chosen.value);
+  if (selected < 0 || row < 0 || row >= static_cast<int>(choices_.size())) return;
+  const auto parameter = static_cast<std::size_t>(selected);
+  const DraftParameters::Choice& chosen = choices_[static_cast<std::size_t>(row)];
+  const bool again = parameters_.draft().parameters[parameter].value == chosen.value;
+  const bool away = again && parameters_.mayBeEmpty(parameter);
+  parameters_.setValue(parameter, away ? std::string() : chosen.value);
+  if (away) ui_->choices->selectRow(-1);
   showParameters();
-  ui_->value->setText(shown(chosen.text));
+  ui_->value->setText(away ? QString() : editable(chosen.text));
   emit changed();
 }
 
@@ -183,7 +186,7 @@ void ParameterPanel::edit(const QString& text) {
   if (selected < 0) return;
   const FilteredEntry entry =
       parameters_.enter(static_cast<std::size_t>(selected), text.toStdString(), frameRate_);
-  ui_->value->setText(shown(entry.text));
+  ui_->value->setText(editable(entry.text));
   for (int i = 0; i < entry.beeps; ++i) beep_();
   showParameters();
   emit changed();

@@ -7,8 +7,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <locale.h>
+#include <utility>
 
 namespace tessaly {
 namespace {
@@ -72,6 +74,16 @@ std::size_t asciiStart(std::string_view bytes) {
     if ((word & 0x8080808080808080U) != 0) break;
   }
   return at;
+}
+
+// The ranges that visibleUtf8 replaces, rising.
+constexpr std::pair<char32_t, char32_t> kUnseen[] = {{0x0000, 0x001F}, {0x007F, 0x009F}, {0x061C, 0x061C},
+                                                     {0x200B, 0x200B}, {0x200E, 0x200F}, {0x2028, 0x202E},
+                                                     {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+
+bool unseen(char32_t value) {
+  return std::any_of(std::begin(kUnseen), std::end(kUnseen),
+                     [value](const auto& range) { return value >= range.first && value <= range.second; });
 }
 
 std::optional<char> toCodePage(char32_t value) {
@@ -224,6 +236,23 @@ std::optional<std::string> exactWindows1252(std::string_view utf8) {
 
 std::string displayUtf8(std::string_view bytes) {
   return isValidUtf8(bytes) ? std::string(bytes) : windows1252ToUtf8(bytes);
+}
+
+std::string visibleUtf8(std::string_view bytes, std::string_view kept) {
+  std::string text = displayUtf8(bytes);
+  const auto plain = [kept](char c) { return (c >= ' ' && c <= '~') || kept.find(c) != kept.npos; };
+  if (std::all_of(text.begin(), text.end(), plain)) return text;
+  std::string result;
+  for (std::string_view rest = text; !rest.empty();) {
+    const CodePoint point = decode(rest);
+    const std::string_view character = rest.substr(0, point.length);
+    if (unseen(point.value) && !plain(character[0]))
+      result += format("[U+%04X]", static_cast<unsigned>(point.value));
+    else
+      result += character;
+    rest.remove_prefix(point.length);
+  }
+  return result;
 }
 
 }  // namespace tessaly

@@ -37,5 +37,9 @@ void appendUtf8(std::string& text, char32_t character);
 [[nodiscard]] std::optional<std::string> exactWindows1252(std::string_view utf8);
 // What to show for bytes of unknown origin: as they are when valid UTF-8, else read as Windows-1252.
 [[nodiscard]] std::string displayUtf8(std::string_view bytes);
+// The same to be read by a person who must not be deceived by it: each character that shows nothing of its
+// own but hides, breaks or turns round what stands beside it (control characters, line ends, marks of
+// direction, spaces without width) stands as its number, as in "[U+202E]". Those in `kept`, ASCII all, stay.
+[[nodiscard]] std::string visibleUtf8(std::string_view bytes, std::string_view kept = {});
 
 }  // namespace tessaly

@@ -23,7 +23,7 @@ int startWindow(const char* root, bool rest) {
   if (!application.claimRoot()) return 1;
   application.start();
   const WindowDriver driver(*application.window());
-  ListBox& list = driver.list(Desk::ids(Pane::kA).applications);
+  RowsView& list = driver.list(Desk::ids(Pane::kA).applications);
   while (!application.window()->loaded())
     QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
   list.repaint();

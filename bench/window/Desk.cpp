@@ -13,9 +13,11 @@ namespace {
 // Tells when a list has been painted with the rows that it has now.
 class PaintWatch : public QObject {
  public:
-  explicit PaintWatch(ListBox& list) {
+  explicit PaintWatch(RowsView& list) {
     list.viewport()->installEventFilter(this);
-    connect(&list.rows(), &ListBoxModel::rowsChanged, this, [this] { painted_ = false; });
+    const auto changed = [this] { painted_ = false; };
+    connect(&list.rows(), &QAbstractItemModel::modelReset, this, changed);
+    connect(&list.rows(), &QAbstractItemModel::layoutChanged, this, changed);
   }
   [[nodiscard]] bool painted() const { return painted_; }
 

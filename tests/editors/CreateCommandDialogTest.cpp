@@ -78,9 +78,13 @@ TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
   auto& choices = create.user.control<QListView>("choices");
   QTest::mouseClick(choices.viewport(), Qt::LeftButton, Qt::NoModifier,
                     {5, choices.viewport()->height() - 2});
-  EXPECT_EQ(create.user.rows("parameters")[0], "Type\t");  // beside the rows: nothing is chosen any more
+  create.user.choose("choices", "Linear");
+  EXPECT_EQ(create.user.rows("parameters")[0], "Type\tLinear")
+      << "a click beside the rows, and one more on the row";
   create.user.choose("choices", "Luminance");
   EXPECT_EQ(create.user.label("ready"), kMissing);
+  auto& found = create.user.control<QListView>("found");
+  QTest::mouseClick(found.viewport(), Qt::LeftButton, Qt::NoModifier, {5, found.viewport()->height() - 2});
   create.user.choose("parameters", "Source");
   create.user.choose("choices", "Color 1");
   EXPECT_EQ(create.user.field("value"), "Color 1");
