@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QSignalSpy>
+
 #include "app/CommandListModel.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
@@ -49,11 +51,13 @@ TEST_F(ListPlaceTest, AMacroIsOpenedWhereItIsSeen) {
 }
 
 TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
-  const std::string file = macroFile("c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\", 999);
+  const std::string folder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
   std::string commands = R"(<macro name="Long"><data>)";
   for (int i = 0; i < 200; ++i)
     commands += R"(<cmd fid="QMF1.N)" + std::to_string(i) + R"(" workplace="1"/>)";
-  fixture_.site.write(file, commands + "</data></macro>");
+  fixture_.site.write(macroFile(folder, 999), commands + "</data></macro>");
+  fixture_.site.write(macroFile(folder, 998),
+                      R"(<macro name="Short"><data><cmd fid="QMF1.N"/></data></macro>)");
   driver().choose(a_.workplaces, "Workplace 1");
   Hand::doubleClickOn(macros(), QStringLiteral("999"));
   const std::string place = Hand::firstSeen(macros());
@@ -72,7 +76,7 @@ TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
   driver().press(a_.newCorvane, [this](QDialog& dialog) { dialog.reject(); });
   QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 5});
   ASSERT_EQ(lines.selectedRow(), 120);
-  driver().choose(a_.macros, "001");
+  driver().choose(a_.macros, "998");
   EXPECT_EQ(lines.verticalScrollBar()->value(), 0) << "another macro";
   QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 5});
   ASSERT_EQ(lines.selectedRow(), 0);
@@ -90,11 +94,19 @@ TEST_F(ListPlaceTest, TheDialogsTakeTheRowUnderTheHand) {
     RowsView& inputs = list(dialog, "subgroup1");
     Hand::doubleClickOn(inputs, QStringLiteral("Input 64"));
     EXPECT_EQ(inputs.selected()->text, "Input 64");
+    dialog.reject();
   });
   driver().press(a_.newClassic, [](QDialog& dialog) {
-    Hand::doubleClickOn(list(dialog, "mainGroups"), QStringLiteral("Auxbus"));
+    RowsView& groups = list(dialog, "mainGroups");
+    int row = 0;
+    while (groups.rows().row(row)->text != "Auxbus") ++row;
+    Hand::turnWheel(groups, [&] {
+      return groups.viewport()->rect().contains(groups.visualRect(groups.rows().index(row)).center());
+    });
+    Hand::doubleClick(groups, row);
     Hand::doubleClickOn(list(dialog, "subgroups"), QStringLiteral("Aux43"));
     EXPECT_EQ(list(dialog, "subgroups").selected()->text, "Aux43");
+    dialog.reject();
   });
 }
 
