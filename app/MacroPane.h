@@ -4,6 +4,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 
@@ -38,6 +39,7 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] ListBox& commands();
 
   [[nodiscard]] LineOptions lineOptions() const;
+  [[nodiscard]] QLineEdit& address();
   [[nodiscard]] QString addressText() const;
 
   void showSource(PaneSource source);

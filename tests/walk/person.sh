@@ -12,6 +12,7 @@ work=$(mktemp -d)
 trap end_walk EXIT
 
 site=$work/site
+main_title="$main_title - $site"
 folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
 macro=$folder/macro010.mac
 copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
