@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Runs clang-tidy over the rooms, several files to a compilation.
 
 Most of the time of a check goes into the headers of the libraries, so files of one room that share no file-local
