@@ -65,6 +65,27 @@ TEST(StartTest, AnEmptySiteIsOneLineAtItsFootAndItsRootStandsInTheTitle) {
   EXPECT_THAT(application.window()->windowTitle().toStdString(), HasSubstr(site.root.path().string()));
 }
 
+TEST(StartTest, TheMenuLeadsToAnotherSiteOnceTheWindowHasClosed) {
+  TestSite site, elsewhere;
+  elsewhere.write("c:\\programme\\rv48\\appli\\News\\devices.ini", "");
+  const std::string other = elsewhere.root.path().string();
+  Preferences preferences(QString::fromStdString(other + "/tessaly.ini"));
+  Application application({site.root.path().string()}, &preferences);
+  ASSERT_EQ(application.claimRoot(), RootClaim::kOurs);
+  application.start();
+  WindowDriver(*application.window()).waitUntilLoaded();
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
+    WindowDriver::type(dialog, "existingFolder", QString::fromStdString(other));
+    WindowDriver::click(dialog, QStringLiteral("Continue"));
+  });
+  for (QAction* action : application.window()->findChildren<QAction*>())
+    if (action->text() == QStringLiteral("&Site...")) action->trigger();
+  EXPECT_EQ(application.nextRoot(), other);
+  EXPECT_FALSE(application.window()->isVisible());
+  EXPECT_EQ(preferences.siteFolder().toStdString(), other);
+}
+
 class EndTest : public testing::Test {
  protected:
   EndTest() : fixture_(offlineClient()) {}
