@@ -22,9 +22,6 @@ void applyPalette(PaletteChoice choice);
 // What was applied last; kDesktop at the start.
 [[nodiscard]] PaletteChoice currentPalette();
 
-// Before the toolkit starts: keeps its remarks on surroundings that it can work in off the terminal.
-void quietToolkit();
-
 // Compiled-in resources, the window icon and the number format of the C library. May be called again.
 void dressToolkit();
 

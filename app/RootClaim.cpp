@@ -45,7 +45,7 @@ bool asked(SiteLock::Claim claim, const SiteLock& lock, const SiteRoot& root) {
   const bool inUse = claim == SiteLock::Claim::kInUse;
   QMessageBox box(QMessageBox::Question, QLatin1String(kProgramName),
                   inUse ? Texts::tr("Another Tessaly works with the site in %1.").arg(folder)
-                        : Texts::tr("The lock of the site in %1 is not a lock file.").arg(folder));
+                        : Texts::tr("The lock of the site in %1 cannot be read.").arg(folder));
   box.setTextFormat(Qt::PlainText);
   box.setInformativeText(
       (inUse ? whoAndSince(lock.holder()) : Texts::tr("Another Tessaly may work with it.")) +

@@ -14,6 +14,7 @@
 #include "app/Language.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
+#include "widgets/QuietToolkit.h"
 
 // Asked by the leak check of a sanitizer build, which knows the function by this name. The message bus of the
 // desktop keeps its connection until the process ends; what of ours lives as long is reached by name

@@ -5,10 +5,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
-#include "app/Appearance.h"
 #include "fuzz/soak/FaultTable.h"
 #include "fuzz/soak/Flood.h"
 #include "fuzz/soak/Soak.h"
+#include "widgets/QuietToolkit.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
 

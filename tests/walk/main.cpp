@@ -5,9 +5,9 @@
 #include <QCommandLineParser>
 #include <QPixmap>
 
-#include "app/Appearance.h"
 #include "app/Application.h"
 #include "tests/support/WindowDriver.h"
+#include "widgets/QuietToolkit.h"
 
 namespace {
 
