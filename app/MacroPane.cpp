@@ -190,6 +190,8 @@ LineOptions MacroPane::lineOptions() const {
   return {ui_->showDestination->isChecked(), ui_->showRaw->isChecked(), ui_->useTabs->isChecked()};
 }
 
+QLineEdit& MacroPane::address() { return *ui_->address; }
+
 QString MacroPane::addressText() const { return ui_->address->text(); }
 
 void MacroPane::showSource(PaneSource source) {

@@ -4,6 +4,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 
@@ -39,6 +40,7 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] CommandList& commands();
 
   [[nodiscard]] LineOptions lineOptions() const;
+  [[nodiscard]] QLineEdit& address();
   [[nodiscard]] QString addressText() const;
 
   void showSource(PaneSource source);

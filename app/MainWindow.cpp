@@ -7,7 +7,9 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/SettingsText.h"
 #include "app/ViewMenu.h"
 #include "ui_MainWindow.h"
 #include "widgets/DialogText.h"
@@ -148,6 +150,7 @@ void MainWindow::addMenu() {
   connect(macro->addAction(tr("&History...")), &QAction::triggered, this, [this] {
     if (loaded_) historyOperations_->open();
   });
+  connect(macro->addAction(tr("&Site...")), &QAction::triggered, this, &MainWindow::siteWanted);
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -181,6 +184,8 @@ void MainWindow::connectPane(Pane pane) {
   });
   connect(&view, &MacroPane::addressEdited, this,
           [this, pane](const QString& text) { connection_.editText(pane, text.toStdString()); });
+  keepToSettingsText(view.address());
+  connect(&view.address(), &QLineEdit::inputRejected, this, [this] { say(settingsTextRefused()); });
   connect(&view, &MacroPane::addressFinished, this,
           [this, pane](bool confirmed) { connection_.editFinished(pane, confirmed); });
   connect(&view, &MacroPane::connectPressed, this, [this, pane] { connection_.connectButton(pane); });
@@ -254,12 +259,25 @@ void MainWindow::readSettingsFile() {
   connection_.setTexts(Pane::kB, windows1252ToUtf8(settings_.pathB), windows1252ToUtf8(settings_.addressB));
 }
 
-void MainWindow::writeSettingsFile() {
+Outcome MainWindow::writeSettingsFile() {
   settings_.pathA = utf8ToWindows1252(connection_.storedPath(Pane::kA));
   settings_.pathB = utf8ToWindows1252(connection_.storedPath(Pane::kB));
   settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
   settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
-  if (!writeSettings(context_.site.root, settings_)) say(tr("the settings could not be written"));
+  return writeSettings(context_.site.root, settings_);
+}
+
+void MainWindow::keepState() {
+  static_cast<void>(writeSettingsFile());
+  keepPlaces();
+}
+
+bool MainWindow::end() {
+  transfer_.macros().cancel();
+  if (transfer_.busy()) return false;
+  keepState();
+  connection_.close();
+  return true;
 }
 
 bool MainWindow::event(QEvent* event) {
@@ -383,7 +401,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   // Saved or discarded by now: nothing is to be offered at the next start.
   for (const Pane pane : kPanes) room(pane).state->copy.leaveEditState();
-  writeSettingsFile();
+  if (const Outcome written = writeSettingsFile(); !written)
+    context_.site.messages.show(
+        tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());
   keepPlaces();
   connection_.close();
   event->accept();

@@ -53,8 +53,17 @@ class MainWindow : public QMainWindow {
   // For those who open boxes over this window.
   [[nodiscard]] EventGate& gate() { return gate_; }
 
+  // Writes the settings and how the window stands, without a question; the window goes on.
+  void keepState();
+  // What closing does, without a question: unsaved changes stay for the next start. False while a transfer is
+  // being given up; to be asked again soon then.
+  [[nodiscard]] bool end();
+
  public slots:
   void say(const QString& text);
+
+ signals:
+  void siteWanted();  // the user wants to choose another site
 
  protected:
   bool event(QEvent* event) override;
@@ -79,7 +88,7 @@ class MainWindow : public QMainWindow {
   void connectPanel();
   void connectStrip();
   void readSettingsFile();
-  void writeSettingsFile();
+  Outcome writeSettingsFile();
   void dictionaryLoaded();
   void updateControls();
   void showDemo();

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Fails when a room includes a room, or a library, that it must not know.
 
 A folder is a layer: it may include its own headers, those of the rooms listed for it below, and the outside

@@ -20,7 +20,7 @@ constexpr int kRestMilliseconds = 500;
 int startWindow(const char* root, bool rest) {
   toolkit();
   Application application({root, false, false, kFtpPort});
-  if (!application.claimRoot()) return 1;
+  if (application.claimRoot() != RootClaim::kOurs) return 1;
   application.start();
   const WindowDriver driver(*application.window());
   RowsView& list = driver.list(Desk::ids(Pane::kA).applications);

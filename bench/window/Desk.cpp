@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "dictionary/InterfaceFile.h"
+#include "widgets/QuietToolkit.h"
 
 namespace tessaly::bench {
 
@@ -39,6 +40,7 @@ QApplication& toolkit() {
   static char* arguments[] = {name, nullptr};
   static QApplication* application = [] {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    quietToolkit();
     return new QApplication(count, arguments);
   }();
   return *application;

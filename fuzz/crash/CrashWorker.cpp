@@ -71,7 +71,7 @@ class CrashWorker {
                          site_.root().resolve(file).string()) == FtpClient::Result::kDone;
       case CrashStep::kSettings: {
         const std::string text = crashValue(generation);
-        return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text});
+        return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text}).done();
       }
     }
     return false;

@@ -29,6 +29,7 @@
 #include "tests/screenshots/WindowPictures.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
+#include "widgets/QuietToolkit.h"
 
 namespace {
 
@@ -177,6 +178,7 @@ QSize sizeOf(const QString& text) {
 
 int main(int argc, char** argv) {
   setScale(argc, argv);
+  tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
   QCommandLineParser parser;
   parser.addOptions({{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},
