@@ -47,7 +47,7 @@ bool MacroOperations::upload(const std::string& address, int workplace, const st
 }
 
 void MacroOperations::tellDone(const QString& text) {
-  const bool unkept = history_.takeFailure();
+  const bool unkept = history_.takeFailure().has_value();
   emit said(unkept ? tr("%1; the history could not keep what was there before").arg(text) : text);
 }
 
@@ -132,7 +132,7 @@ void MacroOperations::createMacro(Pane pane) {
   const std::string folder = browser(pane).macroFolder();
   if (folder.empty()) return;
   const std::string file = macroFile(folder, dialog.number());
-  history_.keepFile(file, MacroChange::kCreate);
+  const FileChange begun = history_.begin(file, MacroChange::kCreate);
   const bool done = tessaly::createMacro(site_, dialog.name(), file);
   rebuild(pane, dialog.number());
   const QString macro = shown(macroNumberText(dialog.number()) + " - " + dialog.name());
@@ -193,7 +193,8 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, int number) 
   if (panel ? workplace <= 0 : folder.empty()) return;
   const std::string file = sourceFile(other(to), source);
   const MacroChange change = state(other(to)).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
-  if (!panel && !file.empty()) history_.keepFile(macroFile(folder, number), change);
+  const std::optional<FileChange> begun =
+      panel || file.empty() ? std::nullopt : std::optional(history_.begin(macroFile(folder, number), change));
   const bool done = !file.empty() &&
                     (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file, change)
                            : copyFile(site_.root, file, macroFile(folder, number)).done());
@@ -236,7 +237,7 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number)
   } else {
     const std::string folder = browser(to).macroFolder();
     if (folder.empty()) return;
-    history_.keepFile(macroFile(folder, number), MacroChange::kCopy);
+    const FileChange begun = history_.begin(macroFile(folder, number), MacroChange::kCopy);
     done = download(connection_.address(from), sourceWorkplace, source.numberText, macroFile(folder, number));
     rebuild(to, number);
   }
@@ -258,7 +259,7 @@ void MacroOperations::renameMacro(Pane pane) {
                     : tr("%1: the panel could not be asked to rename it").arg(shown(target.numberText)));
     return;
   }
-  history_.keepFile(target.file(), MacroChange::kRename);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kRename);
   const bool done = tessaly::renameMacro(site_, target.file(), name);
   rebuild(pane, parseInt(target.numberText));
   if (done) clearOther(pane, target.file());
@@ -289,7 +290,7 @@ void MacroOperations::deleteMacro(Pane pane) {
     return;
   }
   const int row = state(pane).view.macros().selectedRow();
-  history_.keepFile(target.file(), MacroChange::kDelete);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kDelete);
   const bool done = removeFile(site_.root, target.file()).done();
   rebuild(pane);
   state(pane).view.macros().makeCurrent(row);
@@ -297,15 +298,26 @@ void MacroOperations::deleteMacro(Pane pane) {
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
-  bool asked = false;
-  static_cast<void>(
-      transfer(tr("Deleting macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
-        asked = macros.remove(target.address, target.workplace, target.numberText);
-        return TransferOutcome{};
-      }));
+  PanelMacros::Deletion deletion;
+  const auto remove = [&](PanelMacros::OldContent old) {
+    static_cast<void>(transfer(
+        tr("Deleting macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
+          deletion = macros.remove(target.address, target.workplace, target.numberText, old);
+          return TransferOutcome{};
+        }));
+  };
+  remove(PanelMacros::OldContent::kKept);
+  if (!deletion.kept) {
+    const QString question = tr("The history could not keep macro %1, so that it cannot be put back:\n%2\n\n"
+                                "Delete it all the same?")
+                                 .arg(shown(target.numberText), shown(deletion.kept.failure().text));
+    if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion))
+      remove(PanelMacros::OldContent::kLost);
+  }
   const QString macro = shown(target.numberText + " - " + target.name);
-  tellDone(asked ? tr("%1: the panel was asked to delete it").arg(macro)
-                 : tr("%1: the panel could not be asked to delete it").arg(macro));
+  tellDone(deletion.asked  ? tr("%1: the panel was asked to delete it").arg(macro)
+           : deletion.kept ? tr("%1: the panel could not be asked to delete it").arg(macro)
+                           : tr("%1: not deleted").arg(macro));
 }
 
 void MacroOperations::deleteCommand(Pane pane) {
@@ -341,7 +353,8 @@ MacroOperations::Saved MacroOperations::save(Pane pane) {
     return Saved::kDone;
   }
   const bool overwrites = here.copy.targetChanged();
-  if (!panel) history_.keepFile(target->file(), MacroChange::kSave);
+  std::optional<FileChange> begun;
+  if (!panel) begun.emplace(history_.begin(target->file(), MacroChange::kSave));
   const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path(),
                                    MacroChange::kSave)
                           : here.copy.saveToDisk();

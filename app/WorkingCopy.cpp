@@ -28,7 +28,7 @@ void WorkingCopy::noteEdit() {
   const std::int64_t now = millisecondsNow();
   record_ = RecoveryRecord{*target_, record_ ? record_->since : now, now, loaded_, false};
   // Nothing is lost without a record, so a folder that cannot be written stops no edit.
-  recovery_.write(*record_);
+  static_cast<void>(recovery_.write(*record_));
 }
 
 bool WorkingCopy::takeUp(const RecoveryRecord& record) {
@@ -39,7 +39,7 @@ bool WorkingCopy::takeUp(const RecoveryRecord& record) {
   record_ = record;
   record_->setAside = false;
   record_->check = loaded_;
-  recovery_.write(*record_);
+  static_cast<void>(recovery_.write(*record_));
   return true;
 }
 
@@ -116,7 +116,7 @@ bool WorkingCopy::setFileValue(int number, const std::string& value) {
   // The file now runs ahead of its record until the update ends: once, the record says so.
   if (record_ && record_->check) {
     record_->check.reset();
-    recovery_.write(*record_);
+    static_cast<void>(recovery_.write(*record_));
   }
   return setCommandValue(site_, path_, number, value);
 }

@@ -18,6 +18,7 @@ struct Failure {
     kReadOnlyDisk,
     kFull,       // no room on the disk, or the quota is used up
     kDiskError,  // reading, writing or flushing failed
+    kUnflushed,  // it is done, but may not survive a power cut
     kTooLarge,   // beyond our own bounds
     kNoMemory,
     kNotXml,        // does not parse
