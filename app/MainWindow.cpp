@@ -88,6 +88,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
+  connect(historyOperations_.get(), &HistoryOperations::reopened, operations_.get(),
+          &MacroOperations::openMacro);
   connect(recovery_.get(), &Recovery::changed, this, &MainWindow::updateControls);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::changed, this, &MainWindow::updateControls);

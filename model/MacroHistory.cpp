@@ -107,6 +107,24 @@ void MacroHistory::load() {
   });
 }
 
+// What killed programs have left: unfinished files, and records that no macro has followed. While the history
+// is locked nobody else is about to finish one.
+void MacroHistory::removeLeftOvers() const {
+  std::error_code ignored;
+  for (const fs::directory_entry& day : entriesOf(folder_)) {
+    if (!isHistoryDay(day.path().filename().string()) || !isOwnFolder(day.path())) continue;
+    PendingFile::sweep(day.path().string());
+    for (const fs::directory_entry& file : entriesOf(day.path())) {
+      fs::path macro = file.path();
+      if (macro.extension() != kRecordEnding || fs::exists(macro.replace_extension(kMacroEnding), ignored))
+        continue;
+      if (HistoryEntry::parse(day.path().filename().string(), macro.stem().string()))
+        fs::remove(file.path(), ignored);
+    }
+    fs::remove(day.path(), ignored);  // an empty one
+  }
+}
+
 bool MacroHistory::same(const HistoryEntry& entry, std::string_view bytes, const MacroPlace& place) const {
   if (entry.size != bytes.size()) return false;
   const KeptMacro kept = read(entry);
@@ -141,6 +159,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   if (!lock) return lock.failure();
   // Another program may have kept something since, and a first look is needed, too.
   if (std::string text = lock->text(); text.empty() || text != seen_) {
+    if (seen_.empty()) removeLeftOvers();
     load();
     seen_ = std::move(text);
   }

@@ -89,6 +89,7 @@ class MacroHistory : public MacroKeeper {
   [[nodiscard]] MacroPlace placeOfFile(std::string_view path) const;
   [[nodiscard]] static bool onDrive(const MacroPlace& place);
   void load();
+  void removeLeftOvers() const;
   Outcome store(std::string_view bytes, const MacroPlace& place, MacroChange change);
   [[nodiscard]] HistoryEntry nextEntry(std::uint64_t size, const MacroPlace& place);
   Outcome writeEntry(const HistoryEntry& entry, std::string_view record, std::string_view bytes);

@@ -77,9 +77,18 @@ std::string temporaryName() {
 
 bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK_NB) == 0; }
 
+}  // namespace
+
+Outcome flushFolder(const std::string& folder) {
+  const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (names.isOpen() ? flush(names) : errno == EACCES) return {};
+  return Failure{Failure::Kind::kUnflushed,
+                 "is there, but may not survive a power cut: " + std::generic_category().message(errno)};
+}
+
 // Removes the temporary files whose writers are gone. Where the file system has no locks, or the file is
 // another user's, it stays: nothing is removed on a guess.
-void sweep(const std::string& folder) {
+void PendingFile::sweep(const std::string& folder) {
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
   if (!entries) return;
   while (const dirent* const entry = ::readdir(entries.get())) {
@@ -89,15 +98,6 @@ void sweep(const std::string& folder) {
     const Descriptor left(::openat(at, entry->d_name, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (left.isOpen() && lock(left)) ::unlinkat(at, entry->d_name, 0);
   }
-}
-
-}  // namespace
-
-Outcome flushFolder(const std::string& folder) {
-  const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (names.isOpen() ? flush(names) : errno == EACCES) return {};
-  return Failure{Failure::Kind::kUnflushed,
-                 "is there, but may not survive a power cut: " + std::generic_category().message(errno)};
 }
 
 PendingFile::PendingFile(const fs::path& target, FilePolicy policy) : policy_(policy) {

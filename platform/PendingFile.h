@@ -37,6 +37,9 @@ class PendingFile {
   // After a failure nothing more is written and the commit fails too.
   bool write(std::string_view bytes);
 
+  // Removes what killed programs have left in a folder, as every new file in it does.
+  static void sweep(const std::string& folder);
+
   enum class Sync { kFileAndFolder, kFileOnly };
   // Brings the bytes to the disk and the name to the target, a new file with mode 0644 less the umask. With
   // `kFileOnly` the name is left to the next file that is committed into this folder. After a failure the
