@@ -32,6 +32,8 @@ class FailureText {
         return tr("the file is too large");
       case Failure::Kind::kNoMemory:
         return tr("there is not enough memory");
+      case Failure::Kind::kUnflushed:
+        return tr("it is done, but may not survive a power cut");
       case Failure::Kind::kNotXml:
         return tr("the file cannot be parsed");
       case Failure::Kind::kNotKept:

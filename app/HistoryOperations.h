@@ -3,6 +3,7 @@
 #include <array>
 
 #include <QObject>
+#include <QStringList>
 #include <QWidget>
 
 #include "app/HistoryDialog.h"
@@ -25,19 +26,26 @@ class HistoryOperations : public QObject {
  signals:
   void changed();
   void said(const QString& text);
+  // The pane shows a macro that was put back, and has to open it anew.
+  void reopened(tessaly::Pane pane);
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  [[nodiscard]] std::vector<std::string> preview(const KeptMacro& macro) const;
+  [[nodiscard]] HistoryPreview preview(const KeptMacro& macro) const;
+  [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
+  // Asks unless nothing is lost by it; `loss` says what is overwritten.
+  [[nodiscard]] bool confirmed(const KeptMacro& macro, QStringList losses) const;
   void putBack(HistoryDialog& dialog, const KeptMacro& macro);
   void putBackOnDisk(HistoryDialog& dialog, const KeptMacro& macro);
   void putBackOnPanel(HistoryDialog& dialog, const KeptMacro& macro);
+  [[nodiscard]] TransferOutcome send(const KeptMacro& macro);
   void saveAs(HistoryDialog& dialog, const KeptMacro& macro);
   void saveInPane(HistoryDialog& dialog, const KeptMacro& macro, Pane pane);
   void saveInFile(HistoryDialog& dialog, const KeptMacro& macro);
   void write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path);
-  void refresh(const std::string& path);
+  // The panes that list or show what was written, except where unsaved changes hold one.
+  void refresh(const MacroPlace& place);
   void tell(HistoryDialog& dialog, const QString& text);
 
   PaneAccesses panes_;

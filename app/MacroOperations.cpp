@@ -32,7 +32,7 @@ MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, Mac
       window_(window) {}
 
 void MacroOperations::tellDone(const QString& text) {
-  const bool unkept = history_.takeFailure();
+  const bool unkept = history_.takeFailure().has_value();
   emit said(unkept ? tr("%1; the history could not keep what was there before").arg(text) : text);
 }
 
@@ -62,7 +62,7 @@ void MacroOperations::createMacro(Pane pane) {
 }
 
 void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
-  history_.keepFile(target.file(), MacroChange::kCreate);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kCreate);
   const Outcome done = tessaly::createMacro(site_, target.name, target.file());
   finishOnDisk(pane, target, done.done());
   tellDone(done ? tr("created: %1").arg(macroInStrip(target))
@@ -134,7 +134,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     tellCopied(source, target, transfers_.sent(), reason);
     return;
   }
-  history_.keepFile(target.file(), change);
+  const FileChange begun = history_.begin(target.file(), change);
   const Outcome copied = copyFile(site_.root, file, target.file());
   finishOnDisk(to, target, copied.done());
   tellCopied(source, target, copied.done(), inBrackets(copied));
@@ -143,7 +143,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
   const Pane from = other(to);
   if (browser(from).workplace() <= 0) return;
-  history_.keepFile(target.file(), MacroChange::kCopy);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kCopy);
   const bool came = transfers_.download(connection_.address(from), browser(from).workplace(),
                                         source.numberText, target.file());
   finishOnDisk(to, target, came);
@@ -200,7 +200,7 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
 }
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
-  history_.keepFile(target.file(), MacroChange::kRename);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kRename);
   std::string given = name;
   const Outcome done = tessaly::renameMacro(site_, target.file(), given);
   finishOnDisk(pane, target, done.done());
@@ -222,7 +222,7 @@ void MacroOperations::deleteMacro(Pane pane) {
 
 void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const int row = state(pane).view.macros().selectedRow();
-  history_.keepFile(target.file(), MacroChange::kDelete);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kDelete);
   const Outcome done = removeFile(site_.root, target.file());
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);

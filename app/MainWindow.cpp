@@ -88,6 +88,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
+  connect(historyOperations_.get(), &HistoryOperations::reopened, open_.get(), &OpenMacros::open);
   connectStrip();
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
   connectionWatch_.start(kConnectionWatchMilliseconds);

@@ -120,7 +120,7 @@ void OpenMacros::deleteCommand(Pane pane) {
 }
 
 bool OpenMacros::keepUnsaved(const WorkingCopy& copy) {
-  return copy.macro() && history_.keep(copy.bytes(), placeOf(*copy.target()), MacroChange::kUnsaved);
+  return copy.macro() && history_.keep(copy.bytes(), placeOf(*copy.target()), MacroChange::kUnsaved).done();
 }
 
 // Nobody's work is overwritten unseen.
@@ -149,10 +149,10 @@ bool OpenMacros::mayOverwrite(const WorkingCopy& copy) {
 bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
   const MacroTarget target = *copy.target();
   if (target.source == PaneSource::kHarddisk) {
-    history_.keepFile(target.file(), MacroChange::kSave);
+    const FileChange begun = history_.begin(target.file(), MacroChange::kSave);
     const Outcome saved = copy.saveToDisk();
     if (!saved) reason = inBrackets(saved.failure());
-    return saved.done();
+    return saved.written();
   }
   auto loan = copy.lendToRead();
   if (!loan) {

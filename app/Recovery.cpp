@@ -55,8 +55,8 @@ void Recovery::look(Pane pane) {
   auto record = file.read();
   if (!record) {
     // Nobody knows whose the changes are, but they are there.
-    const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved) &&
-                      history_.keepFile(file.besidePath(), MacroChange::kUnsaved);
+    const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved).done() &&
+                      history_.keepFile(file.besidePath(), MacroChange::kUnsaved).done();
     if (kept) file.remove();
     note(pane, kept ? tr("the record of unsaved changes is damaged; the history keeps the working copy")
                     : tr("the record of unsaved changes is damaged"));
@@ -83,9 +83,10 @@ RecoveryOffer Recovery::describe(Pane pane) const {
   const MacroTarget& target = found.record.target;
   RecoveryOffer offer;
   offer.macro = macroText(target);
-  offer.place = target.source == PaneSource::kHarddisk
-                    ? shown(target.file())
-                    : tr("panel %1, workplace %2").arg(shown(target.address)).arg(target.workplace);
+  offer.place =
+      target.source == PaneSource::kHarddisk
+          ? shown(target.file())
+          : tr("panel %1, workplace %2").arg(shown(target.address), QString::number(target.workplace));
   const auto macro = Macro::read(found.bytes);
   offer.readable = macro && macro->hasData();
   const int count = macro ? static_cast<int>(macro->commands().size()) : 0;
@@ -147,7 +148,7 @@ void Recovery::leave(Pane pane, const Found& found) {
 void Recovery::setAside(Pane pane, Found found) {
   const RecoveryFile& file = state(pane).copy.recovery();
   // New changes in this pane will take the place of what is set aside.
-  history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved);
+  static_cast<void>(history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved));
   if (!found.record.setAside) {
     found.record.setAside = true;
     if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {

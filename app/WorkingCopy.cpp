@@ -44,7 +44,7 @@ std::optional<WorkingCopy::Loan> WorkingCopy::lend() {
 Expected<WorkingCopy::Loan> WorkingCopy::lendToRead() {
   if (Outcome allowed = free(true); !allowed) return allowed.failure();
   if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  if (Outcome right = restoreFile(); !right) return right.failure();
+  if (Outcome right = restoreFile(); !right.written()) return right.failure();
   return Loan(*this, true);
 }
 
@@ -96,7 +96,7 @@ Outcome WorkingCopy::load() {
 Outcome WorkingCopy::take(Expected<Macro> changed, int select, Marks marks) {
   if (!changed) return changed.failure();
   settleAhead();
-  if (Outcome written = writeFile(site_.root, path_, changed->bytes()); !written) return written;
+  if (Outcome written = writeFile(site_.root, path_, changed->bytes()); !written.written()) return written;
   ++revision_;
   macro_ = *std::move(changed);
   marks_ = std::move(marks);
@@ -123,7 +123,7 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   auto macro = Macro::read(std::move(bytes));
   if (!macro) return macro.failure();
   if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "it holds no macro that takes commands"};
-  if (Outcome written = writeFile(site_.root, path_, macro->bytes()); !written) return written;
+  if (Outcome written = writeFile(site_.root, path_, macro->bytes()); !written.written()) return written;
   empty();
   macro_ = *std::move(macro);
   content_ = Content::kMacro;
@@ -132,7 +132,7 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   record_ = record;
   record_->setAside = false;
   record_->check = macro_->check();
-  recovery_.write(*record_);
+  static_cast<void>(recovery_.write(*record_));
   emit changed();
   return {};
 }
@@ -144,7 +144,7 @@ bool WorkingCopy::writeAhead(const SetValues& values) {
   // The file now runs ahead of its record until the update ends: once, the record says so.
   if (record_ && record_->check) {
     record_->check.reset();
-    recovery_.write(*record_);
+    static_cast<void>(recovery_.write(*record_));
   }
   ahead_ = std::async(std::launch::async, [site = site_, path = path_, macro = *macro_, values] {
     const auto ahead = tessaly::apply(macro, values);
@@ -183,7 +183,7 @@ void WorkingCopy::noteEdit() {
   const std::int64_t now = millisecondsNow();
   record_ = RecoveryRecord{*target_, record_ ? record_->since : now, now, macro_->check(), false};
   // Nothing is lost without a record, so a folder that cannot be written stops no edit.
-  recovery_.write(*record_);
+  static_cast<void>(recovery_.write(*record_));
 }
 
 bool WorkingCopy::fileChanged() const {

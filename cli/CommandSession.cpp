@@ -26,7 +26,13 @@ CommandSession::CommandSession(SiteRoot root, std::ostream& out, std::ostream& e
       errors_(errors),
       messages_(errors),
       decodingLists_(root_),
-      history_(root_) {}
+      history_(root_, limits()) {}
+
+MacroHistory::Limits CommandSession::limits() {
+  MacroHistory::Limits limits;
+  limits.patience = kPatience;
+  return limits;
+}
 
 const FunctionDictionary& CommandSession::dictionary() {
   if (!dictionary_) {
@@ -41,8 +47,10 @@ const FunctionDictionary& CommandSession::dictionary() {
 
 std::string CommandSession::target(const std::string& file, MacroChange change) {
   std::string path = sitePathOf(file);
-  history_.keepFile(path, change);
-  return path;
+  const FileChange& begun = changes_.emplace_back(history_.begin(path, change));
+  if (begun.locked) return path;
+  messages_.show(path + ' ' + begun.locked.failure().text, MessageIcon::kExclamation);
+  return {};
 }
 
 void CommandSession::line(std::string_view bytes) { out_ << outputText(bytes) << '\n'; }

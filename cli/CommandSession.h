@@ -1,10 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
@@ -41,7 +43,8 @@ class CommandSession {
   [[nodiscard]] DecodingLists& decodingLists() { return decodingLists_; }
   // Where a macro goes before a command overwrites or deletes it.
   [[nodiscard]] MacroHistory& history() { return history_; }
-  // The site path of a FILE that the command is about to overwrite, whose content is kept first.
+  // The site path of a FILE that the command is about to overwrite, whose content is kept first. It is this
+  // program's alone from then on; an empty path, and a word, when another program does not let it go.
   [[nodiscard]] std::string target(const std::string& file, MacroChange change);
 
   // Read on first use; files that cannot be parsed are then named on the error stream.
@@ -61,12 +64,16 @@ class CommandSession {
   int wrongUsage(const std::string& reason);
 
  private:
+  static constexpr std::chrono::seconds kPatience{30};  // with other programs
+  static MacroHistory::Limits limits();
+
   SiteRoot root_;
   std::ostream& out_;
   std::ostream& errors_;
   StreamMessages messages_;
   DecodingLists decodingLists_;
   MacroHistory history_;
+  std::vector<FileChange> changes_;
   std::unique_ptr<FunctionDictionary> dictionary_;
   bool dictionaryWhole_ = true;
 };

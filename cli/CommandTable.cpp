@@ -72,7 +72,8 @@ int runCommand(const Command& command, const std::string& root, std::vector<std:
   CommandSession session(SiteRoot::fromEnvironment(root), out, errors);
   const int result = command.run(session, arguments);
   // Keeping is an extra, and does not count for the exit code.
-  if (session.history().takeFailure()) errors << "the history could not keep what was there before\n";
+  if (const auto failure = session.history().takeFailure())
+    errors << "the history could not keep what was there before: " << failure->text << '\n';
   if (result == kExitWrongUsage) printUsage(errors, command);
   return result;
 }

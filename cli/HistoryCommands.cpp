@@ -26,17 +26,18 @@ int listHistory(CommandSession& session, bool json) {
 }
 
 int restore(CommandSession& session, const KeptMacro& kept, const Arguments& arguments) {
-  if (arguments.size() > 2) {
-    return session.history().putBack(kept, sitePathOf(arguments[2]))
-               ? kExitDone
-               : session.failed("The file cannot be written.");
-  }
+  const auto putBack = [&](const std::string& path) {
+    const Outcome done = session.history().putBack(kept, path);
+    return done ? kExitDone : session.failed(path + ' ' + done.failure().text);
+  };
+  if (arguments.size() > 2) return putBack(sitePathOf(arguments[2]));
   if (!kept.place) return session.failed("Nobody knows where it came from: name a FILE.");
   if (kept.place->file.empty())
     return session.failed("It came from a panel, " + kept.placeText() +
                           ": restore it to a FILE, and send that with panel ... put.");
-  return session.history().putBack(kept, kept.place->file) ? kExitDone
-                                                           : session.failed("The file cannot be written.");
+  if (!session.history().isOfSite(kept))
+    return session.failed("It came from outside the site, " + kept.placeText() + ": name that FILE.");
+  return putBack(kept.place->file);
 }
 
 }  // namespace

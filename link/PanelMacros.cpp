@@ -151,16 +151,19 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
   return send(*running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
 }
 
-bool PanelMacros::remove(const std::string& address, int workplace, std::string_view number) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
-  {
+PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
+                                          OldContent old) {
+  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
+  if (old == OldContent::kKept) {
     const Running running(*this, address);
     const MacroPlace place{{}, address, workplace, std::string(number)};
-    if (keep(*running, place, MacroChange::kDelete) == Result::kCancelled) return false;
+    const Kept kept = keep(*running, place, MacroChange::kDelete);
+    if (kept.fetched == Result::kCancelled) return {};
+    if (!kept.outcome) return {false, kept.outcome};
   }
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
-  return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
+  return {client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters), {}};
 }
 
 bool PanelMacros::rename(int workplace, std::string_view number, const std::string& name) {
@@ -184,19 +187,20 @@ TransferOutcome PanelMacros::fetch(MacroTransfer& transfer, const std::string& r
   return {transfer.get(remotePath, hostPath)};
 }
 
-Result PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {
-  if (keeper_ == nullptr || demo_) return Result::kDone;
-  const std::string file = keeper_->fetchFile();
-  if (file.empty()) {
-    keeper_->notFetched();
-    return Result::kDone;
+PanelMacros::Kept PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {
+  if (keeper_ == nullptr || demo_) return {};
+  const auto file = keeper_->fetchFile();
+  if (!file) {
+    keeper_->notFetched(file.failure());
+    return {Result::kDone, file.failure()};
   }
-  const Result result = transfer.getSoon(remoteMacroPath(place.workplace, place.number), file);
-  if (result == Result::kDone)
-    keeper_->keepFetched(file, place, change);
-  else if (result != Result::kNotFound)
-    keeper_->notFetched();
-  return result;
+  const Result result = transfer.getSoon(remoteMacroPath(place.workplace, place.number), *file);
+  if (result == Result::kDone) return {result, keeper_->keepFetched(*file, place, change)};
+  if (result == Result::kNotFound) return {result, {}};
+  const Failure failure{Failure::Kind::kMissing,
+                        std::string("cannot be fetched: ") + FtpClient::describe(result)};
+  keeper_->notFetched(failure);
+  return {result, failure};
 }
 
 TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
@@ -207,7 +211,7 @@ TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file
   if (hostPath.empty()) return {Result::kLocalFile, true};
   // Nothing is lost where nothing can be sent. Who cannot be reached is not tried a second time: that would
   // only double the wait.
-  const Result kept = canOpen(root_, file) ? keep(transfer, place, change) : Result::kDone;
+  const Result kept = canOpen(root_, file) ? keep(transfer, place, change).fetched : Result::kDone;
   if (kept == Result::kUnreachable || kept == Result::kCancelled) return {kept};
   TransferOutcome outcome{transfer.put(hostPath, remotePath), true};
   if (outcome.transfer == Result::kDone) {

@@ -67,8 +67,8 @@ using MacroTransferFactory = std::function<std::unique_ptr<MacroTransfer>(const 
 // failures but the caller.
 //
 // With a keeper, what a number holds is fetched before it is overwritten or deleted. That is an extra:
-// whatever becomes of it, the operation goes on, except that it is not tried on a panel that was just found
-// unreachable.
+// whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just found
+// unreachable. A deletion stops when its caller wants the old content kept.
 class PanelMacros {
  public:
   // Observes client and root. With `demo` no file moves: every transfer fails.
@@ -94,9 +94,16 @@ class PanelMacros {
                                             std::string_view source, std::string_view target,
                                             std::string_view buffer);
 
-  // Ask the panel; the answer is the name that it publishes then. False when it could not be asked. Nor
-  // is it asked to delete when the user cancels while the old content is fetched from `address`.
-  [[nodiscard]] bool remove(const std::string& address, int workplace, std::string_view number);
+  enum class OldContent { kKept, kLost };
+  struct Deletion {
+    bool asked = false;  // the panel, which answers by the name that it publishes then
+    Outcome kept;        // not done: there is old content that could not be kept, so it was not asked
+  };
+  // Asks the panel to delete a macro, once its old content is kept, unless that may be lost. Nor is it asked
+  // when the user cancels while the old content is fetched from `address`.
+  [[nodiscard]] Deletion remove(const std::string& address, int workplace, std::string_view number,
+                                OldContent old = OldContent::kKept);
+  // Asks the panel; as above. False when it could not be asked.
   [[nodiscard]] bool rename(int workplace, std::string_view number, const std::string& name);
 
   // Ends the running operation; without one it does nothing.
@@ -109,8 +116,13 @@ class PanelMacros {
                                       std::string_view file);
   [[nodiscard]] TransferOutcome send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
                                      MacroChange change);
-  // What became of fetching the old content; kDone when there is nobody to keep it.
-  [[nodiscard]] FtpClient::Result keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change);
+  // What became of fetching the old content, and of keeping it; done when there is nobody to keep it, or
+  // nothing.
+  struct Kept {
+    FtpClient::Result fetched = FtpClient::Result::kDone;
+    Outcome outcome;
+  };
+  [[nodiscard]] Kept keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change);
 
   PanelClient& client_;
   const SiteRoot& root_;

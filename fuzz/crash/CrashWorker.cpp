@@ -47,6 +47,7 @@ class CrashWorker {
         return (committed(step) + 1) % kCrashDownloads;
       case CrashStep::kEdit:
       case CrashStep::kConvert:
+      case CrashStep::kKeep:
       case CrashStep::kSettings:
         break;
     }
@@ -69,6 +70,8 @@ class CrashWorker {
         return transfers_("127.0.0.1")
                    ->get(remoteMacroPath(1, macroNumberText(generation)),
                          site_.root().resolve(file).string()) == FtpClient::Result::kDone;
+      case CrashStep::kKeep:
+        return site_.keep(generation);
       case CrashStep::kSettings: {
         const std::string text = crashValue(generation);
         return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text}).done();
@@ -91,6 +94,11 @@ class CrashWorker {
 };
 
 }  // namespace
+
+bool runCrashStep(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort,
+                  CrashStep step) {
+  return CrashWorker(folder, record, ftpPort).run(step);
+}
 
 bool runCrashWorker(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort,
                     unsigned seed, int steps) {

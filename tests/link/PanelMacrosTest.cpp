@@ -86,12 +86,12 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
   for (const char* number : {"", "7", "07", "0007", "../", "a07", " 07", "-07", "..."}) {
     EXPECT_FALSE(macros.download("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
     EXPECT_FALSE(macros.upload("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
-    EXPECT_FALSE(macros.remove("10.0.0.1", 1, number)) << number;
+    EXPECT_FALSE(macros.remove("10.0.0.1", 1, number).asked) << number;
     EXPECT_FALSE(macros.rename(1, number, "Name")) << number;
   }
   for (const int workplace : {-1, 0, 9}) {
     EXPECT_FALSE(macros.download("10.0.0.1", workplace, "001", "c:\\x.mac").done());
-    EXPECT_FALSE(macros.remove("10.0.0.1", workplace, "001"));
+    EXPECT_FALSE(macros.remove("10.0.0.1", workplace, "001").asked);
   }
   EXPECT_EQ(macros.download("10.0.0.1", 1, "001", "c:\\..\\x.mac").transfer, Result::kLocalFile);
   EXPECT_THAT(log, IsEmpty());
@@ -101,7 +101,7 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
 }
 
 TEST_F(PanelMacrosTest, DeleteAndRenameAskThePanel) {
-  EXPECT_TRUE(macros.remove("10.0.0.1", 1, "007"));
+  EXPECT_TRUE(macros.remove("10.0.0.1", 1, "007").asked);
   EXPECT_TRUE(macros.rename(8, "012", "New \"name\""));
   ParameterList renamed;
   renamed.addString("REG", "012");
@@ -113,12 +113,16 @@ TEST_F(PanelMacrosTest, DeleteAndRenameAskThePanel) {
 // Notes what it gets; fetched files go to the site's root.
 struct Keeper : MacroKeeper {
   explicit Keeper(std::string theFile) : file(std::move(theFile)) {}
-  std::string fetchFile() override { return file; }
-  void keepFetched(const std::string&, const MacroPlace& place, MacroChange change) override {
+  Expected<std::string> fetchFile() override {
+    if (file.empty()) return Failure{Failure::Kind::kFull, "full"};
+    return file;
+  }
+  Outcome keepFetched(const std::string&, const MacroPlace& place, MacroChange change) override {
     log += place.address + " " + std::to_string(place.workplace) + " " + place.number +
            (change == MacroChange::kDelete ? " deleted" : "");
+    return {};
   }
-  void notFetched() override { log += "missed"; }
+  void notFetched(const Failure&) override { log += "missed"; }
   std::string file;
   std::string log;
 };
@@ -135,10 +139,10 @@ TEST_F(PanelMacrosTest, OldContentIsKeptFirstAndNeverDecides) {
   const Case cases[] = {
       {Result::kDone, "10.0.0.1 1 001", 2, Result::kDone, true},
       {Result::kNotFound, "", 2, Result::kDone, true},
-      {Result::kCut, "missed", 2, Result::kDone, true},
-      {Result::kStalled, "missed", 2, Result::kDone, true},
-      {Result::kLocalFile, "missed", 2, Result::kDone, true},
-      {Result::kUnreachable, "missed", 1, Result::kUnreachable, true},
+      {Result::kCut, "missed", 2, Result::kDone, false},
+      {Result::kStalled, "missed", 2, Result::kDone, false},
+      {Result::kLocalFile, "missed", 2, Result::kDone, false},
+      {Result::kUnreachable, "missed", 1, Result::kUnreachable, false},
       {Result::kCancelled, "missed", 1, Result::kCancelled, false},
   };
   for (const Case& one : cases) {
@@ -149,7 +153,10 @@ TEST_F(PanelMacrosTest, OldContentIsKeptFirstAndNeverDecides) {
     EXPECT_EQ(keeper.log, one.kept);
     EXPECT_EQ(take().size(), one.transfers);
     results = {one.fetched};
-    EXPECT_EQ(macros.remove("10.0.0.1", 1, "001"), one.deleted);
+    const PanelMacros::Deletion deletion = macros.remove("10.0.0.1", 1, "001");
+    EXPECT_EQ(deletion.asked, one.deleted) << "what cannot be kept is not deleted unasked";
+    EXPECT_EQ(deletion.kept.done(), one.deleted || one.fetched == Result::kCancelled);
+    EXPECT_TRUE(macros.remove("10.0.0.1", 1, "001", PanelMacros::OldContent::kLost).asked);
     results.clear();
     take();
   }
