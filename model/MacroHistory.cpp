@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "model/MacroNameScan.h"
 #include "model/RecordText.h"
 #include "platform/ContentCheck.h"
 #include "platform/Files.h"
@@ -173,7 +174,7 @@ bool MacroHistory::store(std::string_view bytes, const MacroPlace& place, MacroC
   RecordText record;
   record.set(place);
   record.set(kChange, changeWord(change));
-  record.set(kName, macroNameNear(bytes));
+  record.set(kName, macroNameIn(bytes));
   if (!writeWhole(host(entry, kRecordEnding), record.text(), PendingFile::Sync::kFileOnly)) return false;
   if (!writeWhole(host(entry, kMacroEnding), bytes, PendingFile::Sync::kFileAndFolder)) {
     std::error_code ignored;
