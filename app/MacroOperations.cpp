@@ -232,9 +232,18 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
-  const bool asked = transfers_.remove(target);
-  tellDone(asked ? tr("asked: the panel is to delete %1").arg(macroInStrip(target))
-                 : tr("NOT asked: the panel cannot be told to delete %1").arg(macroInStrip(target)));
+  PanelMacros::Deletion deletion = transfers_.remove(target, PanelMacros::OldContent::kKept);
+  const QString macro = macroInStrip(target);
+  if (!deletion.kept) {
+    const QString question =
+        tr("The history could not keep %1, so that it cannot be put back:\n%2.\n\nDelete it all the same?")
+            .arg(macro, failureText(deletion.kept.failure()));
+    if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion))
+      deletion = transfers_.remove(target, PanelMacros::OldContent::kLost);
+  }
+  tellDone(deletion.asked  ? tr("asked: the panel is to delete %1").arg(macro)
+           : deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
+                           : tr("NOT deleted: %1").arg(macro));
 }
 
 }  // namespace tessaly

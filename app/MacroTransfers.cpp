@@ -40,14 +40,14 @@ bool MacroTransfers::copy(const std::string& address, int workplace, const std::
   });
 }
 
-bool MacroTransfers::remove(const MacroTarget& target) {
-  bool asked = false;
+PanelMacros::Deletion MacroTransfers::remove(const MacroTarget& target, PanelMacros::OldContent old) {
+  PanelMacros::Deletion deletion;
   static_cast<void>(
       run(tr("Deleting macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
-        asked = macros.remove(target.address, target.workplace, target.numberText);
+        deletion = macros.remove(target.address, target.workplace, target.numberText, old);
         return TransferOutcome{};
       }));
-  return asked;
+  return deletion;
 }
 
 bool MacroTransfers::rename(const MacroTarget& target, const std::string& name) {

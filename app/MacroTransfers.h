@@ -27,8 +27,8 @@ class MacroTransfers {
   // Within a workplace, through the buffer file.
   [[nodiscard]] bool copy(const std::string& address, int workplace, const std::string& source,
                           const std::string& number, const std::string& buffer);
+  [[nodiscard]] PanelMacros::Deletion remove(const MacroTarget& target, PanelMacros::OldContent old);
   // Whether the panel could be asked.
-  [[nodiscard]] bool remove(const MacroTarget& target);
   [[nodiscard]] bool rename(const MacroTarget& target, const std::string& name);
   // What the panel holds there now; nothing when it did not come, of which `missing` tells that there is
   // none.

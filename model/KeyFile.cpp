@@ -41,7 +41,7 @@ void KeyFile::load(const SiteRoot& root, std::string_view path, int index) {
 
 void KeyFile::parse(std::string_view bytes) {
   commands_.clear();
-  name_ = nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view()));
+  name_ = displayUtf8(nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view())));
   std::optional<std::string_view> body = afterLineFeeds(bytes, kHeaderLines);
   if (!body) return;
   // White space is skipped before a line only: the blank at its end belongs to the last byte.

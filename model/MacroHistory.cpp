@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "model/MacroNameScan.h"
 #include "model/RecordText.h"
 #include "platform/ContentCheck.h"
 #include "platform/Files.h"
@@ -177,7 +178,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   RecordText record;
   record.set(place);
   record.set(kChange, changeWord(change));
-  record.set(kName, macroNameNear(bytes));
+  record.set(kName, macroNameIn(bytes));
   auto written = writeEntry(entry, record.text(), bytes);
   if (!written && written.failure().kind != Failure::Kind::kUnflushed) return written;
   entries_.push_back(entry);

@@ -4,7 +4,8 @@
 #include <array>
 #include <cstddef>
 
-#include "platform/XmlSpelling.h"
+#include "model/MacroTree.h"
+#include "platform/XmlFile.h"
 
 namespace tessaly {
 
@@ -134,6 +135,14 @@ std::optional<std::string> scanMacroName(std::string_view bytes) {
   const std::optional<std::string_view> name = PlainDocument(bytes).name();
   if (!name) return std::nullopt;
   return textOf(*name, XmlEncoding::kUndeclared);  // one that declares an encoding holds ASCII only
+}
+
+std::string macroNameIn(std::string_view bytes) {
+  if (auto name = scanMacroName(bytes)) return *std::move(name);
+  XmlDocument document;
+  if (!parseXml(std::string(bytes), document)) return {};
+  const TiXmlElement* const macro = namedMacro(document);
+  return macro ? macroNameOf(document, *macro) : std::string();
 }
 
 }  // namespace tessaly

@@ -12,4 +12,8 @@ namespace tessaly {
 // file, which must then be parsed. As UTF-8. Thread-safe.
 [[nodiscard]] std::optional<std::string> scanMacroName(std::string_view bytes);
 
+// The same for every file, by the parser where the scan says nothing; empty for a file without a name or that
+// does not parse.
+[[nodiscard]] std::string macroNameIn(std::string_view bytes);
+
 }  // namespace tessaly

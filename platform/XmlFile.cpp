@@ -142,6 +142,7 @@ Outcome parseXml(std::string bytes, XmlDocument& document) {
   try {
     document.marked_ = bytes.starts_with(kByteOrderMark);
     if (document.marked_) bytes.erase(0, kByteOrderMark.size());
+    document.size_ = bytes.size();
     document.encoding_ = xmlEncoding(bytes, document.marked_);
     unifyLineEnds(bytes);
     XmlLook look = prepareXml(bytes, {kDeepestXml, kMostXmlAttributes, kMostXmlPieces});
@@ -158,6 +159,7 @@ Expected<std::string> printXml(const XmlDocument& document) try {
   if (!document.kept()) return document.kept().failure();
   if (document.NoChildren()) return Failure{Kind::kNotXml, "is empty"};
   Printer printer;
+  printer.bytes().reserve(document.size_ + document.size_ / 8);
   if (document.marked_) printer.bytes() += kByteOrderMark;
   for (const TiXmlNode* node = document.FirstChild(); node; node = node->NextSibling()) {
     printer.node(*node, 0);

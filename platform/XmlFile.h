@@ -38,7 +38,8 @@ class XmlDocument : public TiXmlDocument {
   friend Expected<std::string> printXml(const XmlDocument& document);
 
   XmlEncoding encoding_ = XmlEncoding::kUndeclared;
-  bool marked_ = false;  // by a byte order mark
+  bool marked_ = false;   // by a byte order mark
+  std::size_t size_ = 0;  // bytes that were read
   Outcome kept_;
 };
 

@@ -78,6 +78,16 @@ std::string decoded(std::string_view bytes, XmlEncoding encoding) {
   return displayUtf8(bytes);
 }
 
+// Neither a letter beyond ASCII nor anything hidden: most texts.
+bool isPlain(std::string_view text) {
+  bool plain = true;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    plain &= byte < 0x80 && (byte >= ' ' || byte < static_cast<unsigned char>(kFirstHidden));
+  }
+  return plain;
+}
+
 Failure notHeld(std::string_view text, std::string_view why) {
   std::string shown = beginningOf(text, kLongestShown);
   if (shown.size() < text.size()) shown += "...";
@@ -141,10 +151,10 @@ XmlEncoding xmlEncoding(std::string_view bytes, bool marked) {
 }
 
 std::string textOf(std::string_view spelled, XmlEncoding encoding) {
+  if (isPlain(spelled)) return std::string(spelled);
   const auto isHidden = [](char c) { return shownForm(c) != c; };
   std::string text = isAscii(spelled) ? std::string(spelled) : decoded(spelled, encoding);
   auto at = std::find_if(text.begin(), text.end(), isHidden);
-  if (at == text.end()) return text;
   std::string result(text.begin(), at);
   for (std::string_view rest(text.data() + result.size(), text.size() - result.size()); !rest.empty();) {
     const auto reference =

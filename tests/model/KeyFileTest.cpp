@@ -26,6 +26,7 @@ TEST(KeyFile, ReadsHeaderAndCommands) {
       {"#UPK\nBeginHeader\nName=no", "", ""},
       {"\n\n\nName=A=B\r", "A=B\r", ""},
       {"\n\n\nName\nx=1\n", "", ""},
+      {"\n\n\nName=K\xFC\n", "Kü", ""},
       {kHeader.substr(0, kHeader.size() - 1), "MK04", ""},
       {kHeader, "MK04", "-;"},
       {kHeader + "\r\n \t\n", "MK04", "-;"},
