@@ -171,7 +171,7 @@ TEST_F(KeyboardTest, TheWheelTurnsOnlyABoxThatHasTheKeyboard) {
   std::vector<PanelSource> sources;
   int rate = 25;
   const EditorContext context{fixture_.site.access(), sampleDictionary(),   lists, sources,
-                              offlineClient(),        [] { return false; }, rate};
+                              offlineClient(),        [] { return false; }, rate,  {}};
   CreateCommandDialog dialog(context, 1, false);
   dialog.show();
   QApplication::setActiveWindow(&dialog);
