@@ -221,7 +221,8 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number)
     const std::string address = connection_.address(to);
     done =
         transfer(tr("Copying macro %1 on the panel").arg(shown(source.numberText)), [&](PanelMacros& macros) {
-          return macros.copyOnPanel(address, workplace, source.numberText, macroNumberText(number), to);
+          return macros.copyOnPanel(address, workplace, source.numberText, macroNumberText(number),
+                                    workingCopyPath(from));
         });
     // Went through the other pane's working copy, which now holds the macro that is shown there.
     PaneState& there = state(from);

@@ -229,8 +229,6 @@ void MainWindow::connectPanel() {
     else
       room(pane).browser->fillApplications();
   });
-  connect(&bridge_, &PanelBridge::macroPositionReset, this,
-          [this](Pane pane) { room(pane).state->macroPosition = 0; });
   connect(&bridge_, &PanelBridge::demoWanted, this, &MainWindow::showDemo);
   connect(&bridge_, &PanelBridge::workplacesChanged, this,
           [this](Pane pane) { room(pane).browser->refreshWorkplaces(); });

@@ -67,8 +67,8 @@ class CrashWorker {
         return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath());
       case CrashStep::kDownload:
         return transfers_("127.0.0.1")
-                   ->get(remoteMacroPath(1, macroNumberText(generation)),
-                         site_.root().resolve(file).string()) == FtpClient::Result::kDone;
+                   ->get(remoteMacroPath(1, macroNumberText(generation)), site_.root().resolve(file).string(),
+                         {}) == FtpClient::Result::kDone;
       case CrashStep::kSettings: {
         const std::string text = crashValue(generation);
         return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text});
