@@ -99,10 +99,10 @@ void CommandEditing::newClassic(Pane pane) {
 }
 
 void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
-  using Outcome = ClassicEditorDialog::Outcome;
-  if (dialog.outcome() == Outcome::kCancel) return;
+  using End = ClassicEditorDialog::Outcome;
+  if (dialog.outcome() == End::kCancel) return;
   WorkingCopy& copy = state(pane).copy;
-  if (inPlace && dialog.outcome() == Outcome::kAtSelected)
+  if (inPlace && dialog.outcome() == End::kAtSelected)
     finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
            tr("command %1 modified").arg(row + 1), row);
   else

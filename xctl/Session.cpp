@@ -13,7 +13,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kOpenTime{5000};    // for the TCP connection and the greeting together
 constexpr milliseconds kGoodbyeTime{200};  // for sending what waits and for the panel to close its side
-constexpr std::size_t kMostPending = std::size_t{8} * 1024 * 1024;  // bytes of lines that wait to be sent
+constexpr std::size_t kMostUnsent = std::size_t{8} * 1024 * 1024;  // bytes of lines that wait to be sent
 constexpr std::size_t kReadSize = std::size_t{64} * 1024;
 constexpr std::size_t kMostNames = 1'000'000;
 
@@ -108,11 +108,12 @@ bool Session::send(const std::string& line) {
   {
     const MutexLock guard(mutex_);
     if (phase_ != Phase::kOpen || ending_ || line.size() > kLongestLine ||
-        pending_.size() + line.size() > kMostPending) {
+        unsent_ + line.size() > kMostUnsent) {
       return false;
     }
     first = pending_.empty();
     pending_ += line;
+    unsent_ += line.size();
   }
   if (first) wakeUp_.wake();
   return true;
@@ -173,6 +174,8 @@ bool Session::flush() {
     const Socket::Transfer result = socket_.send(std::string_view(outgoing_).substr(sent_), count);
     if (result != Socket::Transfer::kDone) return result == Socket::Transfer::kAgain;
     sent_ += count;
+    const MutexLock guard(mutex_);
+    unsent_ -= count;
   }
 }
 

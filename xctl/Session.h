@@ -91,6 +91,8 @@ class Session {
   bool reporting_ GUARDED_BY(mutex_) = false;    // the report of status 1 has begun, or is not needed
   bool endReported_ GUARDED_BY(mutex_) = false;  // and has returned
   std::string pending_ GUARDED_BY(mutex_);
+  std::size_t unsent_ GUARDED_BY(mutex_) =
+      0;  // bytes of pending_, and of outgoing_ that are not on their way
   std::unordered_map<std::string, Asked> asked_ GUARDED_BY(mutex_);  // by the name on the wire
   std::size_t valueBytes_ GUARDED_BY(mutex_) = 0;                    // of the latest values together
   const char* endReason_ GUARDED_BY(mutex_) = "";
