@@ -24,12 +24,12 @@ struct Listener {
   void second(const std::string& name, const ParameterValue& value) { note("2", name, value); }
   void note(const std::string& which, const std::string& name, const ParameterValue& value) {
     log.push_back(which + " " + name + "=" + value.getAsString());
-    if (inside) inside();
+    if (const auto once = std::exchange(inside, nullptr)) once();
   }
   std::vector<std::string> take() { return std::exchange(log, {}); }
 
   std::vector<std::string> log;
-  std::function<void()> inside;
+  std::function<void()> inside;  // in the next delivery
 };
 
 class PanelClientTest : public testing::Test {
@@ -82,7 +82,6 @@ TEST_F(PanelClientTest, ALossWhileASubscriberWaitsItsTurnLeavesNoNameUnasked) {
   std::atomic<bool> answer{true};
   std::thread subscriber;
   listener.inside = [&] {  // holds the subscribers' lock
-    listener.inside = nullptr;
     subscriber = std::thread([&] {
       waiting = static_cast<pid_t>(::syscall(SYS_gettid));
       answer = client.subscribe("B", &listener, &Listener::first);
@@ -144,7 +143,6 @@ TEST_F(PanelClientTest, AnObserverMayUseTheClientOnTheSubscribingThread) {
   panel.status(kPanelConnected);
   panel.value("A", "1");
   listener.inside = [&] {
-    listener.inside = nullptr;
     client.subscribe("B", &listener, &Listener::second);
     client.unsubscribeOwner(&listener);
   };
