@@ -12,6 +12,7 @@
 #include "app/FirstStart.h"
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
+#include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
@@ -109,7 +110,8 @@ void Application::start() {
   initPanelClient();
   PanelClient& client = *panelClient();
   client.setVerbose(options_.verbose);
-  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo);
+  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo,
+                                               &readsAsMacro);
   panelMacros_->keepIn(history_);
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,

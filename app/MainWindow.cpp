@@ -64,7 +64,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                        context.demo);
   operations_ = std::make_unique<MacroOperations>(rooms, context.site, context.history, connection_,
                                                   transfers_, *open_, this);
-  update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
+  update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, context.client,
                                           context.site.messages, gate_);
   readSettingsFile();
   editing_ = std::make_unique<CommandEditing>(rooms,

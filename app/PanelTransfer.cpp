@@ -1,5 +1,6 @@
 #include "app/PanelTransfer.h"
 
+#include <system_error>
 #include <thread>
 
 #include <QApplication>
@@ -66,16 +67,23 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   TransferOutcome outcome;
   QEventLoop loop;
   bool finished = false;  // GUI thread
-  std::thread worker([&] {
-    outcome = operation(macros_);
-    QMetaObject::invokeMethod(
-        &loop,
-        [&] {
-          finished = true;
-          loop.quit();
-        },
-        Qt::QueuedConnection);
-  });
+  std::thread worker;
+  try {
+    worker = std::thread([&] {
+      outcome = operation(macros_);
+      QMetaObject::invokeMethod(
+          &loop,
+          [&] {
+            finished = true;
+            loop.quit();
+          },
+          Qt::QueuedConnection);
+    });
+  } catch (const std::system_error&) {
+    // No thread to be had.
+    busy_ = false;
+    return {FtpClient::Result::kFailed};
+  }
 
   QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
   progress.setWindowModality(Qt::NonModal);  // see InputGuard

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include <QThread>
-
 #include "app/FailureText.h"
+#include "editors/PostTo.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -31,14 +30,15 @@ bool isClassic(const MacroCommand& command) { return command.fid.find(kClassicMa
 }  // namespace
 
 ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& dictionary,
-                         const PanelConnection& connection, PanelSubscriptions& subscriptions,
-                         Messages& messages, EventGate& gate)
+                         const PanelConnection& connection, PanelClient& client, Messages& messages, EventGate& gate)
     : panes_(panes),
       dictionary_(dictionary),
       connection_(connection),
-      subscriptions_(subscriptions),
       messages_(messages),
-      gate_(gate) {
+      gate_(gate),
+      questions_(client, postTo(this), [this](const std::vector<PanelAnswer>& answers) {
+        for (const PanelAnswer& answer : answers) handle(answer);
+      }) {
   for (QTimer* timer : {&quiet_, &patience_, &ahead_}) {
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
@@ -53,8 +53,6 @@ ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& di
   });
   connect(&patience_, &QTimer::timeout, this, &ValueUpdate::showWaiting);
   connect(&ahead_, &QTimer::timeout, this, &ValueUpdate::writeAhead);
-  subscriptions_.onCommandValue(
-      [this](const std::string& name, const ParameterValue& value) { arrived(name, value.getAsString()); });
 }
 
 void ValueUpdate::endBusy() {
@@ -73,13 +71,12 @@ void ValueUpdate::start(Pane pane) {
     return;
   }
   marker_ = pane == Pane::kA ? 1 : 2;
-  ++update_;
   pane_ = pane;
   PaneState& state = *room().state;
   marks_.assign(static_cast<std::size_t>(state.copy.commandCount()), false);
   values_ = {};
   selected_ = state.view.commands().selectedRow();
-  dropRegistrations();
+  dropQuestions();
   heldRevision_ = state.copy.revision();
   // The marker stays set after this and every later early return, until a macro is selected: users know it
   // so.
@@ -141,71 +138,41 @@ void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
   commandsByFid_.clear();
   for (std::size_t i = static_cast<std::size_t>(std::max(0, selected_)); i < commands.size(); ++i)
     commandsByFid_[commands[i].fid].push_back(i);
-  std::unordered_map<std::string, bool> asked;
+  std::vector<std::string> names;
   for (const std::size_t i : chosen) {
     const MacroCommand& command = commands[i];
     if (isClassic(command)) continue;
     const auto function = dictionary_.find(command.functionName());
     if (!function || function->incremental()) continue;
-    std::string name = std::string(command.destination()) + "." + function->sid();
-    // A second registration of one name would deliver an empty value.
-    if (!asked.emplace(name, true).second) continue;
-    registered_.push_back(name);
+    names.push_back(std::string(command.destination()) + "." + function->sid());
   }
-  missing_ = {registered_.begin(), registered_.end()};
-  if (!missing_.empty()) patience_.start();
-  for (const std::string& name : registered_) static_cast<void>(subscriptions_.subscribeCommandValue(name));
+  if (!names.empty()) patience_.start();
+  questions_.ask(names);
 }
 
 void ValueUpdate::showWaiting() {
-  if (!patience_.isActive() && !missing_.empty() && busy())
-    emit waiting(tr("waiting for %n values from the panel", nullptr, static_cast<int>(missing_.size())));
-  else if (missing_.empty())
+  if (!patience_.isActive() && questions_.missing() > 0 && busy())
+    emit waiting(tr("waiting for %n values from the panel", nullptr, static_cast<int>(questions_.missing())));
+  else if (questions_.missing() == 0)
     emit waiting({});
 }
 
-void ValueUpdate::arrived(const std::string& name, std::string text) {
-  if (QThread::currentThread() == thread()) {
-    handle({update_, name, std::move(text)});
-    return;
-  }
-  bool queue = false;
-  {
-    const std::lock_guard guard(mutex_);
-    waiting_.push_back({update_, name, std::move(text)});
-    queue = !queued_;
-    queued_ = true;
-  }
-  if (queue) QMetaObject::invokeMethod(this, &ValueUpdate::drain, Qt::QueuedConnection);
-}
-
-void ValueUpdate::drain() {
-  std::vector<Arrived> values;
-  {
-    const std::lock_guard guard(mutex_);
-    values.swap(waiting_);
-    queued_ = false;
-  }
-  for (const Arrived& value : values) handle(value);
-}
-
-void ValueUpdate::handle(const Arrived& value) {
-  if (marker_ == kIdle || value.update != update_) return;
+void ValueUpdate::handle(const PanelAnswer& answer) {
+  if (marker_ == kIdle) return;
   if (copy().revision() != heldRevision_) {
     // What was asked for belongs to commands that have moved or gone.
     drop(tr("update ended: the macro was changed meanwhile, the values that came are gone"));
     return;
   }
-  const std::size_t dot = value.name.find('.');
+  const std::size_t dot = answer.name.find('.');
   if (dot == std::string::npos) return;
-  const auto function = dictionary_.findBySid(std::string_view(value.name).substr(dot + 1));
+  const auto function = dictionary_.findBySid(std::string_view(answer.name).substr(dot + 1));
   if (!function) return;
-  missing_.erase(value.name);
   showWaiting();
-  const auto commands = commandsByFid_.find(value.name.substr(0, dot + 1) + std::string(function->name()));
+  const auto commands = commandsByFid_.find(answer.name.substr(0, dot + 1) + std::string(function->name()));
   if (commands == commandsByFid_.end()) return;
   for (const std::size_t command : commands->second) {
-    take(command, value.text);
+    take(command, answer.value);
     if (selected_ >= 0) break;
   }
 }
@@ -233,7 +200,7 @@ void ValueUpdate::drop(const QString& why) {
   ahead_.stop();
   static_cast<void>(copy().restoreFile());
   room().browser->showCount();
-  dropRegistrations();
+  dropQuestions();
   emit said(why);
 }
 
@@ -242,7 +209,7 @@ void ValueUpdate::cancel() {
 }
 
 void ValueUpdate::lineLost() {
-  if (busy() && !missing_.empty() && !quiet_.isActive())
+  if (busy() && questions_.missing() > 0 && !quiet_.isActive())
     drop(tr("update ended: the line to the panel is lost, the values that came are gone"));
 }
 
@@ -264,7 +231,7 @@ void ValueUpdate::finish() {
     copy().dropMarks();
   }
   endBusy();
-  dropRegistrations();
+  dropQuestions();
 }
 
 void ValueUpdate::finishPaneA() {
@@ -291,9 +258,8 @@ void ValueUpdate::finishPaneB() {
            : tr("NOT updated: %1").arg(failureText(done.failure())));
 }
 
-void ValueUpdate::dropRegistrations() {
-  subscriptions_.unsubscribeCommandValues(registered_);
-  registered_.clear();
+void ValueUpdate::dropQuestions() {
+  questions_.cancel();
   commandsByFid_.clear();
   quiet_.stop();
 }

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <atomic>
-#include <mutex>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include <QObject>
@@ -12,7 +9,7 @@
 
 #include "app/EventGate.h"
 #include "app/OpenMacros.h"
-#include "link/PanelSubscriptions.h"
+#include "link/PanelQuestions.h"
 
 namespace tessaly {
 
@@ -25,7 +22,7 @@ class ValueUpdate : public QObject {
 
  public:
   ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& dictionary,
-              const PanelConnection& connection, PanelSubscriptions& subscriptions, Messages& messages,
+              const PanelConnection& connection, PanelClient& client, Messages& messages,
               EventGate& gate);
 
   void start(Pane pane);
@@ -44,10 +41,6 @@ class ValueUpdate : public QObject {
 
  private:
   static constexpr int kIdle = -1;
-  struct Arrived {
-    int update;
-    std::string name, text;
-  };
   struct Survey {
     bool classic = false;
     bool broken = false;  // an identifier without a destination: the update does not go on
@@ -60,9 +53,7 @@ class ValueUpdate : public QObject {
   [[nodiscard]] Survey survey(const std::vector<std::size_t>& chosen);
   void report(const Survey& survey);
   void request(const std::vector<std::size_t>& chosen);
-  void arrived(const std::string& name, std::string text);
-  void drain();
-  void handle(const Arrived& value);
+  void handle(const PanelAnswer& answer);
   void take(std::size_t command, const std::string& text);
   void writeAhead();
   void showWaiting();
@@ -70,34 +61,27 @@ class ValueUpdate : public QObject {
   void finish();
   void finishPaneA();
   void finishPaneB();
-  void dropRegistrations();
+  void dropQuestions();
 
   PaneAccesses panes_;
   const FunctionDictionary& dictionary_;
   const PanelConnection& connection_;
-  PanelSubscriptions& subscriptions_;
   Messages& messages_;
   EventGate& gate_;
 
-  int marker_ = kIdle;          // 1 while pane A is updated, 2 for pane B
-  std::atomic<int> update_{0};  // number of the update under way; older values do nothing
+  int marker_ = kIdle;  // 1 while pane A is updated, 2 for pane B
   Pane pane_ = Pane::kA;
   int selected_ = -1;  // as noted at the start; -1 updates all
   int toUpdate_ = 0;
   int updated_ = 0;
-  std::unordered_set<std::string> missing_;  // names that have not answered yet
   int heldRevision_ = -1;                    // of the working copy when the values were asked for
   SetValues values_;                         // that came, in their order
   WorkingCopy::Marks marks_;
-  std::vector<std::string> registered_;
   std::unordered_map<std::string, std::vector<std::size_t>> commandsByFid_;
   QTimer quiet_;
   QTimer patience_;  // until it is shown that the update waits
   QTimer ahead_;     // pane B: until the values are written into the file
-
-  std::mutex mutex_;
-  std::vector<Arrived> waiting_;  // guarded by mutex_
-  bool queued_ = false;           // guarded by mutex_
+  PanelQuestions questions_;
 };
 
 }  // namespace tessaly

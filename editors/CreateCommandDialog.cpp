@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QShortcut>
 
+#include "editors/PostTo.h"
 #include "ui_CreateCommandDialog.h"
 #include "widgets/DialogText.h"
 
@@ -29,7 +30,11 @@ CreateCommandDialog::CreateCommandDialog(const EditorContext& context, int workp
       ui_(std::make_unique<Ui::CreateCommandDialog>()),
       chooser_(context.dictionary),
       found_(context.dictionary),
-      request_(context.client),
+      question_(context.client, postTo(this),
+                [this](const std::vector<PanelAnswer>& answers) {
+                  question_.cancel();  // the first answer is the one that was wanted
+                  parameters_->setValue(askedParameter_, answers.front().value);
+                }),
       parameters_(new ParameterPanel(context.inputSources, context.frameRate, std::move(beep))) {
   layOut();
   connectChoice();
@@ -111,8 +116,6 @@ void CreateCommandDialog::connectCommand() {
   connect(parameters_, &ParameterPanel::changed, this, &CreateCommandDialog::checkReady);
   connect(parameters_, &ParameterPanel::finished, this, [this] { ui_->insertEnd->setFocus(); });
   connect(ui_->updateData, &QPushButton::clicked, this, &CreateCommandDialog::updateData);
-  connect(&request_, &PanelValueRequest::answered, this,
-          [this](const std::string& text) { parameters_->setValue(askedParameter_, text); });
   connect(ui_->insertStart, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtStart); });
   connect(ui_->insertSelected, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtPosition); });
   connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { insert(InsertMode::kAppend); });
@@ -208,7 +211,7 @@ void CreateCommandDialog::chooseFunction() {
   if (!selected.isEmpty()) chosen = found_.function(selected.first().row());
   const bool same = chosen && function_ && chosen->index() == function_->index();
   if (!same) {
-    request_.cancel();
+    question_.cancel();
     function_ = chosen;
     if (function_) {
       parameters_->begin(*function_, draftFor(chooser_.destinationPrefix(), *function_));
@@ -242,7 +245,8 @@ void CreateCommandDialog::updateData() {
   const std::string sid = function_->sid();
   if (sid.empty()) return;
   askedParameter_ = std::max(0, parameters_->selectedParameter());
-  request_.ask(chooser_.destinationPrefix() + sid);
+  question_.cancel();
+  question_.ask({chooser_.destinationPrefix() + sid});
 }
 
 void CreateCommandDialog::insert(InsertMode mode) {

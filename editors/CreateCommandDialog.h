@@ -11,8 +11,8 @@
 #include "editors/CommandChooser.h"
 #include "editors/EditorContext.h"
 #include "editors/FoundFunctions.h"
-#include "editors/PanelValueRequest.h"
 #include "editors/ParameterPanel.h"
+#include "link/PanelQuestions.h"
 #include "model/MacroFile.h"
 #include "widgets/ListBox.h"
 
@@ -69,7 +69,7 @@ class CreateCommandDialog : public QDialog {
   std::unique_ptr<Ui::CreateCommandDialog> ui_;
   CommandChooser chooser_;
   FoundFunctions found_;
-  PanelValueRequest request_;
+  PanelQuestions question_;
   ParameterPanel* parameters_;
   std::array<ListBox*, CommandChooser::kSubgroups> subgroups_;
   std::array<SearchColumn, CommandChooser::kSearches> searches_;

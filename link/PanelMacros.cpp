@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "link/Pane.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -11,9 +12,6 @@ namespace tessaly {
 namespace {
 
 using Result = FtpClient::Result;
-
-constexpr const char* kWorkingCopies[] = {R"(c:\programme\RV48\bin\MacroFid\tempA.mac)",
-                                          R"(c:\programme\RV48\bin\MacroFid\tempB.mac)"};
 
 // Old content that has not come within this time without a byte is given up.
 constexpr std::chrono::seconds kKeepingPatience{3};
@@ -32,11 +30,12 @@ class FtpTransfer final : public MacroTransfer {
  public:
   FtpTransfer(const std::string& host, std::uint16_t port) : client_(host, port, {kFtpUser, kFtpSecret}) {}
 
-  Result get(const std::string& remotePath, const std::string& hostPath) override {
-    return client_.get(remotePath, hostPath);
+  Result get(const std::string& remotePath, const std::string& hostPath,
+             const FtpClient::Check& check) override {
+    return client_.get(remotePath, hostPath, check);
   }
   Result getSoon(const std::string& remotePath, const std::string& hostPath) override {
-    return client_.get(remotePath, hostPath, kKeepingPatience);
+    return client_.get(remotePath, hostPath, {}, kKeepingPatience);
   }
   Result put(const std::string& hostPath, const std::string& remotePath) override {
     return client_.put(hostPath, remotePath);
@@ -51,7 +50,9 @@ class FtpTransfer final : public MacroTransfer {
 bool mayLeaveAPart(Result result) {
   switch (result) {
     case Result::kStalled:
+    case Result::kTooSlow:
     case Result::kCut:
+    case Result::kPanelError:
     case Result::kFull:
     case Result::kCancelled:
       return true;
@@ -60,6 +61,7 @@ bool mayLeaveAPart(Result result) {
     case Result::kNotFound:
     case Result::kUnreachable:
     case Result::kLocalFile:
+    case Result::kUnreadable:
     case Result::kNoLibrary:
     case Result::kFailed:
       return false;
@@ -68,8 +70,6 @@ bool mayLeaveAPart(Result result) {
 }
 
 }  // namespace
-
-const char* workingCopyPath(Pane pane) { return kWorkingCopies[index(pane)]; }
 
 std::string macroNumberText(int number) {
   return number >= 0 && number < kPanelMacroNumbers ? format("%03d", number) : std::string();
@@ -87,6 +87,7 @@ std::string TransferOutcome::describe() const {
     return "the macro was sent, but the panel could not be told to read it";
   }
   std::string text = FtpClient::describe(transfer);
+  if (!detail.empty()) text += " (" + detail + ")";
   if (leavesAPart()) text += "; the panel may hold a part of the macro";
   return text;
 }
@@ -100,11 +101,11 @@ class PanelMacros::Running {
  public:
   Running(PanelMacros& macros, const std::string& address)
       : macros_(macros), transfer_(macros.transfers_(address.substr(0, address.find(':')))) {
-    const std::scoped_lock guard(macros_.mutex_);
+    const MutexLock guard(macros_.mutex_);
     macros_.running_ = transfer_.get();
   }
   ~Running() {
-    const std::scoped_lock guard(macros_.mutex_);
+    const MutexLock guard(macros_.mutex_);
     macros_.running_ = nullptr;
   }
   Running(const Running&) = delete;
@@ -117,8 +118,13 @@ class PanelMacros::Running {
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
-PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo)
-    : client_(client), root_(root), transfers_(std::move(transfers)), demo_(demo) {}
+PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo,
+                         MacroReader reader)
+    : client_(client),
+      root_(root),
+      transfers_(std::move(transfers)),
+      demo_(demo),
+      reader_(std::move(reader)) {}
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
@@ -126,20 +132,10 @@ TransferOutcome PanelMacros::download(const std::string& address, int workplace,
   return fetch(*running, remoteMacroPath(workplace, number), file);
 }
 
-TransferOutcome PanelMacros::downloadToWorkingCopy(const std::string& address, int workplace,
-                                                   std::string_view number, Pane pane) {
-  return download(address, workplace, number, workingCopyPath(pane));
-}
-
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
                                     std::string_view file, MacroChange change) {
   const Running running(*this, address);
   return send(*running, file, {{}, address, workplace, std::string(number)}, change);
-}
-
-TransferOutcome PanelMacros::uploadWorkingCopy(const std::string& address, int workplace,
-                                               std::string_view number, Pane pane) {
-  return upload(address, workplace, number, workingCopyPath(pane));
 }
 
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
@@ -175,7 +171,7 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
 }
 
 void PanelMacros::cancel() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   if (running_ != nullptr) running_->cancel();
 }
 
@@ -184,7 +180,14 @@ TransferOutcome PanelMacros::fetch(MacroTransfer& transfer, const std::string& r
   if (demo_ || remotePath.empty()) return {Result::kFailed};
   const std::string hostPath = root_.resolve(file).string();
   if (hostPath.empty()) return {Result::kLocalFile};
-  return {transfer.get(remotePath, hostPath)};
+  TransferOutcome outcome;
+  const auto wanted = [&](std::string_view bytes) {
+    const Outcome read = reader_(bytes);
+    if (!read) outcome.detail = read.failure().text;
+    return read.done();
+  };
+  outcome.transfer = transfer.get(remotePath, hostPath, reader_ ? wanted : FtpClient::Check());
+  return outcome;
 }
 
 PanelMacros::Kept PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {

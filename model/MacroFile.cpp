@@ -39,6 +39,13 @@ Expected<Macro> readMacro(const SiteRoot& root, std::string_view path) {
   return Macro::read(*std::move(bytes));
 }
 
+Outcome readsAsMacro(std::string_view bytes) {
+  const auto macro = Macro::read(std::string(bytes));
+  if (!macro) return macro.failure();
+  if (macro->hasData()) return {};
+  return Failure{Failure::Kind::kNoMacro, "holds no macro that takes commands"};
+}
+
 Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path) {
   auto macro = readMacro(site.root, path);
   if (macro) return macro;

@@ -18,6 +18,9 @@ inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\Macro
 // Reads without a report.
 [[nodiscard]] Expected<Macro> readMacro(const SiteRoot& root, std::string_view path);
 
+// Whether bytes, wherever they came from, are a macro that takes commands.
+Outcome readsAsMacro(std::string_view bytes);
+
 // Reads, and reports what does not parse or cannot be read.
 [[nodiscard]] Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path);
 

@@ -100,6 +100,7 @@ class Cell {
   // Only the target may have changed, whole or not at all; where the panel breaks off an upload it holds a
   // part. What the strip says is what happened.
   void checkStripAndFiles() {
+    awaitPanel();
     FileBytes after = allFiles(desk_);
     const std::string old = before_[operation_.target], now = after[operation_.target];
     const std::string wanted = wantedBytes(old, now);
@@ -110,6 +111,19 @@ class Cell {
     const bool part = startsWith(operation_.target, "panel") && fault_.ofFiles && wanted.rfind(now, 0) == 0;
     expect(whole || part, "the target is neither old nor new: " + now);
     if (!operation_.target.empty()) checkStrip(now == wanted);
+  }
+
+  // A deletion or a new name is carried out on the panel's own thread, while the window goes on. Where the
+  // line stood when the panel was asked it surely is; looked at before, the files are in the middle of it, or
+  // it would come upon the files of the next cell.
+  void awaitPanel() {
+    const bool reached = !fault_.losesLine || startsWith(fault_.name, "drop-after");
+    if (operation_.usesFiles || operation_.target.empty() || !reached) return;
+    const auto done = [this] {
+      const std::string now = allFiles(desk_)[operation_.target];
+      return now == wantedBytes(before_[operation_.target], now);
+    };
+    WindowDriver::waitFor(done, "what the panel was asked to do");
   }
 
   void checkStrip(bool done) {
