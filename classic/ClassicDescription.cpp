@@ -70,21 +70,20 @@ std::string parametersText(const ClassicCommand& command, const KeywordEntry& en
 }  // namespace
 
 std::string actionText(const ClassicCommand& command, const KeywordEntry* entry) {
-  switch (command.action()) {
-    case 0x20:
-    case 0xA0:
+  switch (static_cast<ClassicAction>(command.action())) {
+    case ClassicAction::kSet:
+    case ClassicAction::kSetAlso:
       return kSet;
-    case 0x40:
-    case 0xC0:
+    case ClassicAction::kIncrement:
+    case ClassicAction::kIncrementAlso:
       if (entry == nullptr || !entry->toggle) return kIncrement;
       return entry->step >= 0 ? kToggleUp : kToggleDown;
-    case 0x60:
+    case ClassicAction::kRead:
       return kRead;
-    case 0xE0:
+    case ClassicAction::kTrigger:
       return kTrigger;
-    default:
-      return format("ac: %02x - ", command.action());
   }
+  return format("ac: %02x - ", command.action());
 }
 
 std::optional<std::string> parameterText(const ClassicCommand& command, const KeywordEntry& entry,
