@@ -101,6 +101,7 @@ void CommandEditing::newClassic(Pane pane) {
 void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
   using Outcome = ClassicEditorDialog::Outcome;
   if (dialog.outcome() == Outcome::kCancel) return;
+  if (inPlace && dialog.outcome() == Outcome::kAtSelected && !dialog.changed()) return;
   WorkingCopy& copy = state(pane).copy;
   if (inPlace && dialog.outcome() == Outcome::kAtSelected)
     finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),

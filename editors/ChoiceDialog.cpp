@@ -17,6 +17,7 @@ ChoiceDialog::ChoiceDialog(const QString& title, const std::vector<std::string>&
   for (const std::string& row : rows) listRows.push_back({row, static_cast<int>(listRows.size())});
   ui_->list->rows().setRows(std::move(listRows));
   ui_->list->installEventFilter(this);
+  ui_->option->hide();
   ui_->ok->setEnabled(false);
   connect(ui_->list, &ListBox::chosen, this, [this](int row) { ui_->ok->setEnabled(row >= 0); });
   connect(ui_->list, &QListView::doubleClicked, this, &ChoiceDialog::accept);
@@ -26,6 +27,13 @@ ChoiceDialog::ChoiceDialog(const QString& title, const std::vector<std::string>&
 }
 
 ChoiceDialog::~ChoiceDialog() = default;
+
+void ChoiceDialog::mark(int row) {
+  ui_->list->selectRow(row);
+  ui_->ok->setEnabled(ui_->list->selectedRow() >= 0);
+}
+
+QCheckBox& ChoiceDialog::option() const { return *ui_->option; }
 
 bool ChoiceDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
