@@ -1,5 +1,6 @@
 #include "editors/ChoiceDialog.h"
 
+#include <QCheckBox>
 #include <QKeyEvent>
 
 #include "ui_ChoiceDialog.h"
@@ -17,7 +18,6 @@ ChoiceDialog::ChoiceDialog(const QString& title, const std::vector<std::string>&
   for (const std::string& row : rows) listRows.push_back({row, static_cast<int>(listRows.size())});
   ui_->list->rows().setRows(std::move(listRows));
   ui_->list->installEventFilter(this);
-  ui_->option->hide();
   ui_->ok->setEnabled(false);
   connect(ui_->list, &ListBox::chosen, this, [this](int row) { ui_->ok->setEnabled(row >= 0); });
   connect(ui_->list, &QListView::doubleClicked, this, &ChoiceDialog::accept);
@@ -33,7 +33,11 @@ void ChoiceDialog::mark(int row) {
   ui_->ok->setEnabled(ui_->list->selectedRow() >= 0);
 }
 
-QCheckBox& ChoiceDialog::option() const { return *ui_->option; }
+void ChoiceDialog::ask(QCheckBox& question) {
+  ui_->layout->insertWidget(ui_->layout->indexOf(ui_->list) + 1, &question);
+  setTabOrder(ui_->list, &question);
+  setTabOrder(&question, ui_->ok);
+}
 
 bool ChoiceDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {

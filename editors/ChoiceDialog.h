@@ -30,8 +30,8 @@ class ChoiceDialog : public QDialog {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  // A box under the list that a derived dialog may show; hidden at first.
-  [[nodiscard]] QCheckBox& option() const;
+  // Puts a further question under the list, between it and the buttons.
+  void ask(QCheckBox& question);
 
  private:
   std::unique_ptr<Ui::ChoiceDialog> ui_;

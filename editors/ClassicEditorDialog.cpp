@@ -226,7 +226,7 @@ void ClassicEditorDialog::enterNumber(std::size_t row, const ParameterRange& ran
   std::vector<std::string> rows;
   for (const EnumerationRow& known : builder_.enumeration(row))
     rows.push_back(format("%zu\t", rows.size()) + known.longName + format("\t%u", known.value));
-  if (!rows.empty()) dialog.offerRows(tr("Number, name and panel value"), rows);
+  if (!rows.empty()) dialog.offerRows(rows);
   if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setNumber(row, dialog.value()));
 }
 

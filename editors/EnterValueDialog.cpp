@@ -39,6 +39,7 @@ EnterValueDialog::EnterValueDialog(std::optional<std::int64_t> value, const QStr
       value_(value) {
   ui_->setupUi(this);
   ui_->hint->setText(hint);
+  nameListsByLabels(*this);
   ui_->rowsHeading->hide();
   ui_->rows->hide();
   if (value) ui_->value->setText(QString::number(*value));
@@ -52,15 +53,13 @@ EnterValueDialog::EnterValueDialog(std::optional<std::int64_t> value, const QStr
 
 EnterValueDialog::~EnterValueDialog() = default;
 
-void EnterValueDialog::offerRows(const QString& heading, const std::vector<std::string>& rows) {
+void EnterValueDialog::offerRows(const std::vector<std::string>& rows) {
   std::vector<ListRow> listRows;
   listRows.reserve(rows.size());
   for (const std::string& row : rows) listRows.push_back({row, static_cast<int>(listRows.size())});
   ui_->rows->setTabStops({kNumberColumn, thirdColumn(rows)});
   ui_->rows->rows().setRows(std::move(listRows));
   ui_->rows->selectRow(value_ ? static_cast<int>(*value_) : -1);
-  ui_->rowsHeading->setText(heading);
-  nameListsByLabels(*this);
   ui_->rowsHeading->show();
   ui_->rows->show();
   resize(kSizeWithRows);

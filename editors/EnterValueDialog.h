@@ -28,9 +28,9 @@ class EnterValueDialog : public QDialog {
                    QWidget* parent = nullptr, Beep beep = systemBeep());
   ~EnterValueDialog() override;
 
-  // A list that stands beside the number: row i is number i. Its columns are parted by tabs, and named by
-  // `heading`.
-  void offerRows(const QString& heading, const std::vector<std::string>& rows);
+  // A list that stands beside the number: row i is number i, with its name and its panel value behind it,
+  // parted by tabs.
+  void offerRows(const std::vector<std::string>& rows);
 
   // The number given at the opening until OK was pressed; 0 without one.
   [[nodiscard]] std::int64_t value() const { return value_.value_or(0); }

@@ -28,11 +28,12 @@ SelectInputDialog::SelectInputDialog(const QString& title, const std::vector<Cla
   const auto stands = [current](const ClassicSource& source) { return source.number == current; };
   const auto found = std::find_if(sources.begin(), sources.end(), stands);
   if (found != sources.end()) mark(static_cast<int>(found - sources.begin()));
-  option().setText(tr("source hold"));
-  option().setChecked(hold);
-  option().show();
+  hold_ = new QCheckBox(tr("source hold"), this);
+  hold_->setObjectName(QStringLiteral("hold"));
+  hold_->setChecked(hold);
+  ask(*hold_);
 }
 
-bool SelectInputDialog::hold() const { return option().isChecked(); }
+bool SelectInputDialog::hold() const { return hold_ != nullptr && hold_->isChecked(); }
 
 }  // namespace tessaly

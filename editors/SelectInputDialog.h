@@ -22,6 +22,9 @@ class SelectInputDialog : public ChoiceDialog {
                     std::optional<std::uint8_t> current, bool hold, QWidget* parent = nullptr);
 
   [[nodiscard]] bool hold() const;
+
+ private:
+  QCheckBox* hold_ = nullptr;  // for a classic command only
 };
 
 }  // namespace tessaly

@@ -170,7 +170,7 @@ TEST_F(ClassicEditorDialogTest, EverySourceAndItsHoldCanBeChosen) {
     DialogDriver::answerNext([&c](QDialog& /*dialog*/, const DialogDriver& entry) {
       EXPECT_EQ(entry.rows("list").at(static_cast<std::size_t>(entry.selectedRow("list"))), c.marked);
       if (c.row != nullptr) entry.choose("list", c.row);
-      if (c.toggleHold) entry.click("option");
+      if (c.toggleHold) entry.click("hold");
       entry.click("ok");
     });
     user.choose("parameters", "i");

@@ -57,7 +57,7 @@ TEST(EnterValueDialogTest, OffersEveryRowOfAnEnumeration) {
     rows.push_back(std::to_string(i) + "\tName " + std::to_string(i) + "\t" + std::to_string(100 + i));
   BeepCount beeps;
   EnterValueDialog dialog(3, "Range: 0 / 39", 0, 39, nullptr, beeps.sound());
-  dialog.offerRows("Number, name and panel value", rows);
+  dialog.offerRows(rows);
   DialogDriver user(dialog);
   EXPECT_EQ(user.selectedRow("rows"), 3);
   user.type("value", "2");
