@@ -118,8 +118,10 @@ void CommandEditing::newClassic(Pane pane) {
 void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
   using End = ClassicEditorDialog::Outcome;
   if (dialog.outcome() == End::kCancel) return;
+  const bool modifies = inPlace && dialog.outcome() == End::kAtSelected;
+  if (modifies && !dialog.changed()) return;
   const CommandDraft draft = classicDraft(dialog.command(), dialog.destination());
-  if (inPlace && dialog.outcome() == End::kAtSelected)
+  if (modifies)
     apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), row);
   else
     apply(pane, InsertCommands{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())},

@@ -114,6 +114,15 @@ std::string ClassicCommand::debugText() const {
   return text;
 }
 
+bool ClassicCommand::readsBack() const {
+  ClassicCommand read;
+  return read.decodeText(text()) && read == *this;
+}
+
+bool ClassicCommand::increments() const {
+  return does(ClassicAction::kIncrement) || does(ClassicAction::kIncrementAlso);
+}
+
 std::uint8_t ClassicCommand::parameter(std::size_t index) const {
   return index < parameters_.size() ? parameters_[index] : std::uint8_t{0};
 }

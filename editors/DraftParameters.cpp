@@ -154,8 +154,9 @@ FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int
       entry = filterFloat(descriptor, incremental_, text, mode_);
       value = storedFloat(descriptor, incremental_, entry.text, mode_);
     } else if constexpr (kIs<Descriptor, TimecodeParameter>) {
-      entry = filterTimecode(text, mode_ == ValueMode::kRaw ? 0 : frameRate);
-      value = storedTimecode(entry.text, mode_);
+      const int rate = mode_ == ValueMode::kRaw ? 0 : frameRate;
+      entry = filterTimecode(text, rate);
+      value = storedTimecode(entry.text, rate);
     }
     return entry;
   });

@@ -41,6 +41,7 @@ void KeyFile::load(const SiteRoot& root, std::string_view path, int index) {
 
 void KeyFile::parse(std::string_view bytes) {
   commands_.clear();
+  lines_ = false;
   name_ = displayUtf8(nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view())));
   std::optional<std::string_view> body = afterLineFeeds(bytes, kHeaderLines);
   if (!body) return;
@@ -54,11 +55,20 @@ void KeyFile::parse(std::string_view bytes) {
     command->decodeText(line);
     body->remove_prefix(line.size());
   }
-  if (commands_.empty()) commands_.emplace_back();
+  lines_ = !commands_.empty();
+  if (!lines_) commands_.emplace_back();
 }
 
 const ClassicCommand* KeyFile::command(int i) const {
   return i < 0 || i > lastIndex() ? nullptr : &commands_[static_cast<std::size_t>(i)];
+}
+
+std::vector<int> KeyFile::unreadable() const {
+  std::vector<int> positions;
+  if (!lines_) return positions;
+  for (int i = 0; i <= lastIndex(); ++i)
+    if (!commands_[static_cast<std::size_t>(i)].readsBack()) positions.push_back(i);
+  return positions;
 }
 
 ClassicCommand* KeyFile::append() {

@@ -24,6 +24,10 @@ class KeyFile {
   [[nodiscard]] int lastIndex() const { return static_cast<int>(commands_.size()) - 1; }  // -1 when empty
   [[nodiscard]] const std::vector<ClassicCommand>& commands() const { return commands_; }
   [[nodiscard]] const ClassicCommand* command(int i) const;  // null outside 0..lastIndex
+  // Which commands a macro made of this file does not hold as their lines tell them, in ascending order:
+  // those of 28 and more parameter bytes, and lines that are no command, as without their final blank. Once
+  // they are saved nothing reads them back.
+  [[nodiscard]] std::vector<int> unreadable() const;
 
   // A new empty command, or null at the bound.
   [[nodiscard]] ClassicCommand* append();
@@ -31,6 +35,7 @@ class KeyFile {
  private:
   std::string name_;
   std::vector<ClassicCommand> commands_;
+  bool lines_ = false;  // the commands stand for lines; else there is one, empty, for none
 };
 
 // The two-digit number of "key03.upk", 0 when there is none.

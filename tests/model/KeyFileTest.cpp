@@ -46,6 +46,20 @@ TEST(KeyFile, ReadsHeaderAndCommands) {
   }
 }
 
+TEST(KeyFile, TellsWhatASaveWouldLose) {
+  std::string bytes = "e3 10 05 01 \n";
+  // 27 parameters, the same without the final blank, and 28, which only the long form holds.
+  std::string line = "3e 10 05 01 ";
+  for (int i = 0; i < 27; ++i) line += "07 ";
+  bytes += line + "\n" + line.substr(0, line.size() - 1) + "\n";
+  bytes += "3f 00 1f" + line.substr(2) + "07 \nzz\n";
+  KeyFile key;
+  key.parse(kHeader + bytes);
+  EXPECT_EQ(key.unreadable(), (std::vector<int>{2, 3, 4}));
+  key.parse(kHeader);  // the empty command of a file without lines loses nothing
+  EXPECT_EQ(key.unreadable(), std::vector<int>());
+}
+
 TEST(KeyFile, TakesTheDefaultHeaderForAMissingFile) {
   const TestSite site;
   KeyFile key;

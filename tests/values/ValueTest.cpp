@@ -106,9 +106,20 @@ TEST(ParameterValue, TellsTheRange) {
 TEST(ParameterValue, ConvertsTimecodes) {
   EXPECT_EQ(shownTimecode("270544901", kDisplay), "10:20:30:05");
   EXPECT_EQ(shownTimecode("270544901", kRaw), "270544901");
-  EXPECT_EQ(storedTimecode("10:20:30:05", kDisplay), "270544901");
-  EXPECT_EQ(storedTimecode("77", kRaw), "77");
-  EXPECT_EQ(storedTimecode("", kDisplay), "");
+  const struct {
+    const char* shown;
+    int frameRate;
+    const char* stored;
+  } cases[] = {
+      {"10:20:30:05", 25, "270544901"},
+      {"77", 0, "77"},
+      {"", 25, ""},
+      {"10203005", 25, "270544901"},
+      {"3005", 25, "12293"},  // 30 seconds and 5 frames
+      {"99", 25, "36"},
+      {"99", 30, "41"},  // frames 24 and 29, two digits a byte
+  };
+  for (const auto& c : cases) EXPECT_EQ(storedTimecode(c.shown, c.frameRate), c.stored) << c.shown;
 }
 
 }  // namespace
