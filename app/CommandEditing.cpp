@@ -32,11 +32,6 @@ bool inGroupTable(const ClassicCommand& command) {
   return group != nullptr && !subgroupName(*group, command.co()).empty();
 }
 
-bool lacksParameter(const CommandDraft& draft) {
-  return std::any_of(draft.parameters.begin(), draft.parameters.end(),
-                     [](const auto& parameter) { return !parameter.optional && parameter.value.empty(); });
-}
-
 }  // namespace
 
 CommandEditing::CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context,
@@ -74,20 +69,22 @@ void CommandEditing::newMultiple(Pane pane) {
   }
   if (!editable(pane)) return;
   WorkingCopy& copy = state(pane).copy;
-  int lacking = 0;
   MultipleCommandsDialog dialog(
       context_, workplace(pane), position(pane),
-      [&copy, &lacking](const CommandDraft& draft, int workplace, int row, InsertMode mode) {
-        if (lacksParameter(draft)) ++lacking;
-        return copy.insert(draft, row, workplace, mode);
+      [&copy](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
+        int in = 0;
+        for (const CommandDraft& draft : drafts) {
+          const bool block = in > 0 && mode != InsertMode::kAppend;
+          const int at = in + (mode == InsertMode::kAtPosition ? row : 0);
+          if (!copy.insert(draft, at, workplace, block ? InsertMode::kAtPosition : mode)) break;
+          ++in;
+        }
+        return in;
       },
       window_);
   dialog.exec();
   if (dialog.insertedCount() == 0) return;
-  QString text = tr("%n commands inserted", nullptr, dialog.insertedCount());
-  // The panel tells one value of a function; what else it needs is for the user to fill in.
-  if (lacking > 0) text += tr("; %n of them lack a parameter, see \"modify\"", nullptr, lacking);
-  finish(pane, true, text);
+  finish(pane, true, tr("%n commands inserted", nullptr, dialog.insertedCount()));
 }
 
 void CommandEditing::newClassic(Pane pane) {
