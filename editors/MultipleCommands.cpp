@@ -138,8 +138,14 @@ void MultipleCommands::complete(int row, CommandDraft draft, int workplace) {
   const auto function =
       dictionary_.find(std::string_view(draft.fid).substr(std::min(dot + 1, draft.fid.size())));
   if (!destination || !function) return;
-  commands_[static_cast<std::size_t>(row)] = {nextId_++,        *function,    *destination, workplace,
-                                              std::move(draft), std::nullopt, true};
+  ListedCommand& command = commands_[static_cast<std::size_t>(row)];
+  // What the user left as it was fetched still is the panel's.
+  std::optional<std::size_t> fetched = command.fetched;
+  const bool kept = fetched && function->index() == command.function.index() &&
+                    *destination == command.destination &&
+                    draft.parameters[*fetched].value == command.draft.parameters[*fetched].value;
+  if (!kept) fetched.reset();
+  command = {nextId_++, *function, *destination, workplace, std::move(draft), fetched, true};
 }
 
 bool ListedCommand::answerable() const { return !function.sid().empty() && !draft.parameters.empty(); }

@@ -2,6 +2,7 @@
 
 #include "classic/ClassicGroups.h"
 #include "model/CommandLine.h"
+#include "platform/Text.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -89,6 +90,19 @@ TEST_F(CommandLineTest, ShowsEachKindOfParameter) {
     EXPECT_EQ(parameterLine("QMF1.ME1.INC", c.name, c.value), c.incrementalText ? c.incrementalText : c.text);
   }
   EXPECT_EQ(parameterLine("QMF1.ME1.ALL", "enum", "3", true), "\t Circle");
+}
+
+// A command of a million parameters stopped the window that draws its line.
+TEST_F(CommandLineTest, LongLinesAreCutBetweenCharacters) {
+  for (const char* value : {"1", "\xC3\xBC", "\xE2\x82\xAC"}) {
+    for (const LineOptions& options : {kRaw, kPlain}) {
+      const std::vector<MacroParameter> many(20'000, MacroParameter{"plain", value, value});
+      const std::string text = line(command("QMF1.ME1.ALL", many), options, true);
+      EXPECT_LT(text.size(), 5000U);
+      EXPECT_TRUE(text.ends_with("... ==> updated"));
+      EXPECT_TRUE(isValidUtf8(text));
+    }
+  }
 }
 
 TEST_F(CommandLineTest, FramesPanelCommands) {
