@@ -249,8 +249,8 @@ void CreateCommandDialog::updateData() {
   if (!mayAskPanel(context_)) return;
   if (!function_) return;
   const std::string sid = function_->sid();
-  if (sid.empty()) return;
-  askedParameter_ = std::max(0, parameters_->selectedParameter());
+  askedParameter_ = parameters_->selectedParameter();
+  if (sid.empty() || askedParameter_ < 0) return;
   request_.ask(chooser_.destinationPrefix() + sid);
   lineWatch_.start();
 }
