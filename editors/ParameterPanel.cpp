@@ -186,8 +186,8 @@ void ParameterPanel::edit(const QString& text) {
   const int selected = selectedParameter();
   if (selected < 0) return;
   const auto row = static_cast<std::size_t>(selected);
-  if (!text.isEmpty() && text == openedText_) {
-    parameters_.setValue(row, openedValue_);  // as after an undo: not what the shown digits come to
+  if (undoing_ && text == openedText_) {
+    parameters_.setValue(row, openedValue_);  // rather than what the shown digits come to
   } else {
     const FilteredEntry entry = parameters_.enter(row, text.toStdString(), frameRate_);
     correct(shown(entry.text));
@@ -239,6 +239,7 @@ void ParameterPanel::step(int rows) {
 bool ParameterPanel::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
+    undoing_ = static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
     if (isEnter(key)) {
       if (watched == ui_->parameters && selectedParameter() >= 0)
         focusEntry();

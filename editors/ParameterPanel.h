@@ -67,6 +67,7 @@ class ParameterPanel : public QWidget {
   std::vector<DraftParameters::Choice> choices_;  // of the selected parameter
   QString openedText_;  // as the field was filled by program, and what is stored for it
   std::string openedValue_;
+  bool undoing_ = false;  // by the key that is being handled
   int& frameRate_;
   Beep beep_;
 };

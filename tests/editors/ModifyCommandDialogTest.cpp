@@ -94,7 +94,7 @@ TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
 
 // A segment that a click had emptied was written as the command had it at first.
 TEST(ModifyCommandDialogTest, NoClickEmptiesASegment) {
-  ModifyCommand modify(command("QMF1.ME1.KEY4.CLIP.SET", {{"LEVEL", "51", ""}}));
+  ModifyCommand modify(command("QMF1.ME1.KEY4.CLIP.SET", {{"LEVEL", "51.1", ""}}));
   auto& list = modify.user.control<QListView>("segment1");
   modify.user.choose("segment1", "ME h");
   const QPoint row = list.visualRect(list.currentIndex()).center();
@@ -106,8 +106,11 @@ TEST(ModifyCommandDialogTest, NoClickEmptiesASegment) {
   EXPECT_THAT(modify.site.messages.take(), ElementsAre(modify.refusal));
   EXPECT_TRUE(modify.dialog.isVisible());
   modify.refusal.clear();
+  modify.user.type("value", "40");
+  modify.user.key(Qt::Key_Z, Qt::ControlModifier);
   modify.user.click("modify");
   EXPECT_EQ(modify.dialog.draft().fid, "QMF1.ME4.KEY4.CLIP.SET");
+  EXPECT_THAT(modify.values(), ElementsAre("LEVEL=51.1")) << "undone to the value, not to its shown digits";
 }
 
 TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {
