@@ -233,6 +233,7 @@ TEST(MultipleCommandValues, TheFirstMandatoryParameterTakesTheAnswer) {
     SCOPED_TRACE(i);
     FunctionDictionary dictionary;
     parameters[i].name = "F";
+    parameters[i].source = FunctionSource::kOlderFamily;
     parameters[i].sid = cases[i].sid;
     dictionary.add(parameters[i]);
     MultipleCommands commands(dictionary, 1);
@@ -244,6 +245,8 @@ TEST(MultipleCommandValues, TheFirstMandatoryParameterTakesTheAnswer) {
     for (const auto& parameter : commands.at(0).draft.parameters) values.push_back(parameter.value);
     EXPECT_EQ(values, cases[i].filled);
     EXPECT_EQ(commands.at(0).missing(), cases[i].missingAfter);
+    commands.setDestination(Destination::mainframe(2));
+    EXPECT_EQ(commands.at(0).missing(), cases[i].missingBefore) << "what another mainframe told";
   }
 }
 
