@@ -33,11 +33,6 @@ bool inGroupTable(const ClassicCommand& command) {
   return group != nullptr && !subgroupName(*group, command.co()).empty();
 }
 
-bool lacksParameter(const CommandDraft& draft) {
-  return std::any_of(draft.parameters.begin(), draft.parameters.end(),
-                     [](const auto& parameter) { return !parameter.optional && parameter.value.empty(); });
-}
-
 }  // namespace
 
 CommandEditing::CommandEditing(const PaneAccesses& panes, EditorContext context, QWidget* window)
@@ -91,20 +86,16 @@ void CommandEditing::newMultiple(Pane pane) {
   }
   if (!editable(pane)) return;
   WorkingCopy& copy = state(pane).copy;
-  int lacking = 0;
   MultipleCommandsDialog dialog(
       contextFor(pane), workplace(pane), position(pane),
-      [&copy, &lacking](const CommandDraft& draft, int workplace, int row, InsertMode mode) {
-        if (lacksParameter(draft)) ++lacking;
-        return copy.apply(InsertCommands{{draft}, workplace, row, mode}).done();
+      [&copy](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
+        const bool done = copy.apply(InsertCommands{drafts, workplace, row, mode}).done();
+        return done ? static_cast<int>(drafts.size()) : 0;
       },
       window_);
   dialog.exec();
   if (dialog.insertedCount() == 0) return;
-  QString text = tr("%n commands inserted", nullptr, dialog.insertedCount());
-  // The panel tells one value of a function; what else it needs is for the user to fill in.
-  if (lacking > 0) text += tr("; %n of them lack a parameter, see \"modify\"", nullptr, lacking);
-  emit said(text);
+  emit said(tr("%n commands inserted", nullptr, dialog.insertedCount()));
 }
 
 void CommandEditing::newClassic(Pane pane) {

@@ -17,6 +17,8 @@ std::string withoutColon(std::string_view text) {
   return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
+}  // namespace
+
 bool missing(const CommandDraft::Parameter& parameter) {
   if (!parameter.value.empty()) return false;
   switch (parameter.kind) {
@@ -30,8 +32,6 @@ bool missing(const CommandDraft::Parameter& parameter) {
   }
   return true;
 }
-
-}  // namespace
 
 // Calls `visitor` with the descriptor of the parameter.
 template <typename Visitor>

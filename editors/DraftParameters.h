@@ -13,6 +13,9 @@
 
 namespace tessaly {
 
+// Without this parameter's value the command is not complete.
+[[nodiscard]] bool missing(const CommandDraft::Parameter& parameter);
+
 // The parameters of a command that is being put together: how they are shown, what may be typed, and whether
 // something is missing. Works on a copy of the command. Rows count the parameters in writing order.
 class DraftParameters {

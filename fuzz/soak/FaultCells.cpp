@@ -121,7 +121,7 @@ void actMultiple(Desk& desk, const Fault& fault) {
     const auto button = [&dialog](const char* name) {
       return dialog.findChild<QAbstractButton*>(QLatin1String(name));
     };
-    QTest::mouseClick(button("AUX1"), Qt::LeftButton);
+    QTest::mouseClick(button("PGM.ME1"), Qt::LeftButton);
     QTest::mouseClick(button("updateParameters"), Qt::LeftButton);
     if (fault.valuesCome)
       WindowDriver::waitFor([&] { return button("insertEnd")->isEnabled(); }, "the values of the commands");

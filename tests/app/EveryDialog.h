@@ -54,8 +54,9 @@ class EveryDialog {
         {"modify command", [this] { return std::make_unique<ModifyCommandDialog>(context_, command_); }},
         {"multiple commands",
          [this] {
-           return std::make_unique<MultipleCommandsDialog>(context_, 1, 0,
-                                                           [](const auto&, int, int, auto) { return true; });
+           return std::make_unique<MultipleCommandsDialog>(
+               context_, 1, 0,
+               [](const auto& drafts, int, int, auto) { return static_cast<int>(drafts.size()); });
          }},
         {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, 1); }},
         {"value",

@@ -302,9 +302,10 @@ TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
 TEST_F(PanelWindowTest, ManyCommandsAreMadeAndUpdatedAtOnce) {
   std::size_t made = 0, valued = 0;
   const FunctionDictionary& dictionary = sampleDictionary();
+  // Each of their functions is ready with the one value that the panel tells.
   std::vector<std::string> buses;
-  for (int bus = 1; made < 40; ++bus) {
-    buses.push_back("AUX" + std::to_string(bus));
+  for (int bus = 0; made < 40; ++bus) {
+    buses.push_back((bus % 2 == 0 ? "PGM.ME" : "YUV_CORR.ME") + std::to_string(bus / 2));
     for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {
       const FunctionRecord function = dictionary.function(i);
       if (function.group() != buses.back()) continue;

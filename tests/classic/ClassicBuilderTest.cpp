@@ -410,6 +410,16 @@ TEST_F(ClassicBuilderTest, LoadsCommandsThatDoNotFit) {
   EXPECT_FALSE(ClassicBuilder(lists, loaded("44 10 01 02 01 ")).chooseParameter(0));  // a step is no value
 }
 
+// "set to minimum" is about the last parameter: another one's value once ended it, too.
+TEST_F(ClassicBuilderTest, OnlyTheLastParameterEndsALimit) {
+  ClassicBuilder builder =
+      atFunctions("[0x01] 0x01 \"F\"\npt_Byte \"0\"\npt_Analog \"v\"\n:0x01 0x00 \"\"\n");
+  ASSERT_TRUE(builder.chooseFunction(0) && builder.chooseAction(1) && builder.setNumber(0, 5));
+  EXPECT_TRUE(builder.path().ends_with("set to minimum")) << builder.path();
+  ASSERT_TRUE(builder.setNumber(1, 50));
+  EXPECT_TRUE(builder.path().ends_with("set by value")) << builder.path();
+}
+
 TEST_F(ClassicBuilderTest, KeepsCommandsStorable) {
   const std::string longs = "pt_Long \"0\"\npt_Long \"0\"\npt_Long \"0\"\npt_Long \"0\"\npt_Long \"0\"\n";
   ClassicBuilder builder =

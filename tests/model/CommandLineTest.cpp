@@ -95,6 +95,19 @@ TEST_F(CommandLineTest, ShowsEachKindOfParameter) {
   EXPECT_EQ(parameterLine("QMF1.ME1.ALL", "enum", "3", true), "\t Circle");
 }
 
+// A command of a million parameters stopped the window that draws its line.
+TEST_F(CommandLineTest, LongLinesAreCutBetweenCharacters) {
+  for (const char* value : {"1", "\xC3\xBC", "\xE2\x82\xAC"}) {
+    for (const LineOptions& options : {kRaw, kPlain}) {
+      const std::vector<MacroParameter> many(20'000, MacroParameter{"plain", value});
+      const std::string text = line(command("QMF1.ME1.ALL", many), options, true);
+      EXPECT_LT(text.size(), 5000U);
+      EXPECT_TRUE(text.ends_with("... ==> updated"));
+      EXPECT_TRUE(isValidUtf8(text));
+    }
+  }
+}
+
 TEST_F(CommandLineTest, FramesPanelCommands) {
   const MacroCommand wipe = command("QMF2.ME1.Wipe.Pattern", {{"pattern", "3"}, {"b", ""}});
   const MacroCommand bare = command("ME9", {{"plain", "3"}}), other = command("QMF5.ME1.ALL");

@@ -107,8 +107,9 @@ class Camera {
     const DialogDriver modifier(modify);
     save(modify, "modify-command.png");
 
-    MultipleCommandsDialog multiple(context_, 1, 0,
-                                    [](const CommandDraft&, int, int, InsertMode) { return true; });
+    MultipleCommandsDialog multiple(context_, 1, 0, [](const auto& drafts, int, int, InsertMode) {
+      return static_cast<int>(drafts.size());
+    });
     const DialogDriver collector(multiple);
     collector.click("ME1.KEY1.KEY");
     save(multiple, "multiple-commands.png");

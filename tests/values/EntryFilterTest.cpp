@@ -59,6 +59,8 @@ TEST(EntryFilter, Floats) {
       {unlimited, true, kRaw, "-3000", "-2048", 1},
       {percent, true, kDisplay, "-1", "-1", 0},  // whatever the range says
       {unlimited, false, kDisplay, "-99999,5", "-99999.5", 0},
+      {unlimited, false, kDisplay, "3", "3", 0},
+      {unlimited, false, kDisplay, "11", "11", 0},
       {unlimited, false, kRaw, "", "", 0},
       {percent, false, kDisplay, "-5", "5", 1},
       {percent, false, kDisplay, "101", "100", 1},

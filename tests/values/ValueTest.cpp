@@ -98,7 +98,8 @@ TEST(ParameterValue, TellsTheRange) {
   EXPECT_EQ(rangeText(integer(false, 0, 255, -10, 100), kDisplay), "min: 0   max: 255");
   EXPECT_EQ(rangeText(decimal(0, 0, 0, 0), true, kRaw), "min: -2048   max: 2047");
   EXPECT_EQ(rangeText(decimal(0, 1, 0, 1), true, kDisplay), "min: -2.0000   max: 2.0000");
-  EXPECT_EQ(rangeText(decimal(3, 3, 0, 1), false, kRaw), "range: no limits");
+  for (const ValueMode mode : {kRaw, kDisplay})
+    EXPECT_EQ(rangeText(decimal(3, 3, 0, 100), false, mode), "range: no limits");
   EXPECT_EQ(rangeText(decimal(-0.5, 1, 0, 100), false, kRaw), "min: -0.5000   max: 1.0000");
   EXPECT_EQ(rangeText(decimal(-0.5, 1, 0, 100), false, kDisplay), "min:  0%   max: 100%");
 }
