@@ -229,7 +229,7 @@ void MacroHistory::noteFailure(const Failure& failure) {
 
 Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
   const std::scoped_lock guard(mutex_);
-  const auto stored = [&]() -> Outcome {
+  auto stored = [&]() -> Outcome {
     try {
       return store(bytes, place.file.empty() ? place : placeOfFile(place.file), change);
     } catch (const std::bad_alloc&) {
