@@ -138,12 +138,9 @@ void PanelConnection::choosePanel(Pane pane) {
   const bool changed = states_->setSource(pane, PaneSource::kPanel);
   // A pane whose attempt succeeded while it showed the hard disk is connected already; the button would
   // leave.
-  const bool useful = !gone() || addressAccepted(address(pane));
-  if (changed && connected(other(pane)) && !connected(pane) && useful) {
-    connectButton(pane);
-  } else {
-    refresh(pane);
-  }
+  const bool joins = changed && connected(other(pane)) && !connected(pane);
+  if (!joins || gone()) refresh(pane);
+  if (joins && (!gone() || addressAccepted(address(pane)))) connectButton(pane);
 }
 
 void PanelConnection::editText(Pane pane, const std::string& text) {

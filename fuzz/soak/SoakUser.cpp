@@ -111,6 +111,9 @@ std::string SoakUser::chooseSource() {
   if (!usable(ids().harddisk)) return {};
   const bool panel = number(3) != 0;
   desk_.press(panel ? ids().panel : ids().harddisk);
+  // Beside a pane on a lost line it connects.
+  WindowDriver::waitFor([this] { return desk_.caption(ids().connectButton) != "connecting"; },
+                        "the end of the attempt");
   if (panel)
     model_.choosePanel(pane_);
   else

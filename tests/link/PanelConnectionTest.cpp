@@ -215,7 +215,7 @@ TEST_F(PanelConnectionTest, ALostLineIsNotJoinedButMadeAnewForBoth) {
     EXPECT_NE(connection.loss(), loss) << "each loss is one of its own";
     loss = connection.loss();
     act();
-    EXPECT_EQ(shown(kA), "connecting! [10.0.0.1]");
+    EXPECT_EQ(shown(kA) + window.shown[0].editLabel, "connecting! [10.0.0.1]IP-Address:");
     window.take();
     handleMessage();
     EXPECT_EQ(shown(kA) + " " + shown(kB), "disconnect [10.0.0.1] disconnect [10.0.0.2]");
