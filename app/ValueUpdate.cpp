@@ -30,7 +30,8 @@ bool isClassic(const MacroCommand& command) { return command.fid.find(kClassicMa
 }  // namespace
 
 ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& dictionary,
-                         const PanelConnection& connection, PanelClient& client, Messages& messages, EventGate& gate)
+                         const PanelConnection& connection, PanelClient& client, Messages& messages,
+                         EventGate& gate)
     : panes_(panes),
       dictionary_(dictionary),
       connection_(connection),

@@ -22,8 +22,7 @@ class ValueUpdate : public QObject {
 
  public:
   ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& dictionary,
-              const PanelConnection& connection, PanelClient& client, Messages& messages,
-              EventGate& gate);
+              const PanelConnection& connection, PanelClient& client, Messages& messages, EventGate& gate);
 
   void start(Pane pane);
   // A macro was selected in a pane: another update may start. What is registered goes when the timer fires.
@@ -74,8 +73,8 @@ class ValueUpdate : public QObject {
   int selected_ = -1;  // as noted at the start; -1 updates all
   int toUpdate_ = 0;
   int updated_ = 0;
-  int heldRevision_ = -1;                    // of the working copy when the values were asked for
-  SetValues values_;                         // that came, in their order
+  int heldRevision_ = -1;  // of the working copy when the values were asked for
+  SetValues values_;       // that came, in their order
   WorkingCopy::Marks marks_;
   std::unordered_map<std::string, std::vector<std::size_t>> commandsByFid_;
   QTimer quiet_;

@@ -20,7 +20,7 @@ class KeyFile {
   void load(const SiteRoot& root, std::string_view path, int index);
   void parse(std::string_view bytes);
 
-  [[nodiscard]] const std::string& name() const { return name_; }  // UTF-8
+  [[nodiscard]] const std::string& name() const { return name_; }                         // UTF-8
   [[nodiscard]] int lastIndex() const { return static_cast<int>(commands_.size()) - 1; }  // -1 when empty
   [[nodiscard]] const std::vector<ClassicCommand>& commands() const { return commands_; }
   [[nodiscard]] const ClassicCommand* command(int i) const;  // null outside 0..lastIndex
