@@ -99,14 +99,7 @@ TEST_F(CommandLineTest, ShowsEachKindOfParameter) {
 TEST_F(CommandLineTest, LongLinesAreCutBetweenCharacters) {
   for (const char* value : {"1", "\xC3\xBC", "\xE2\x82\xAC"}) {
     for (const LineOptions& options : {kRaw, kPlain}) {
-<<<<<<< HEAD
       const std::vector<MacroParameter> many(20'000, MacroParameter{"plain", value});
-=======
-      MacroParameter parameter;
-      parameter.name = "plain";
-      parameter.value = value;
-      const std::vector<MacroParameter> many(20'000, parameter);
->>>>>>> create
       const std::string text = line(command("QMF1.ME1.ALL", many), options, true);
       EXPECT_LT(text.size(), 5000U);
       EXPECT_TRUE(text.ends_with("... ==> updated"));
