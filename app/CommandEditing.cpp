@@ -116,7 +116,8 @@ void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& 
     apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), row);
   else
     apply(pane, InsertCommands{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())},
-          tr("one command inserted"));
+          dialog.command().readsBack() ? tr("one command inserted")
+                                       : tr("one command inserted; it cannot be read back from the macro"));
 }
 
 void CommandEditing::modify(Pane pane) {

@@ -5,6 +5,7 @@
 #include "app/FailureText.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
+#include "model/KeyFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -22,13 +23,14 @@ QString inBrackets(const Outcome& outcome) {
 
 MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                                  const PanelConnection& connection, MacroTransfers& transfers,
-                                 OpenMacros& open, QWidget* window)
+                                 OpenMacros& open, MacroNames& names, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
       connection_(connection),
       transfers_(transfers),
       open_(open),
+      names_(names),
       window_(window) {}
 
 void MacroOperations::tellDone(const QString& text) {
@@ -115,6 +117,13 @@ std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QStri
   const Outcome converted = convertKeyFile(site_, displayUtf8(source.shownName()), kClassicWorkingCopy,
                                            keyFile(folder, source.numberText));
   reason = inBrackets(converted);
+  if (converted) {
+    KeyFile key;
+    key.load(site_.root, keyFile(folder, source.numberText),
+             keyFileIndex(keyFile(folder, source.numberText)));
+    const auto lost = static_cast<int>(key.unreadable().size());
+    if (lost > 0) reason = tr(" (%n commands of the key cannot be read in a macro)", nullptr, lost);
+  }
   return converted ? std::string(kClassicWorkingCopy) : std::string();
 }
 
@@ -137,7 +146,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   const FileChange begun = history_.begin(target.file(), change);
   const Outcome copied = copyFile(site_.root, file, target.file());
   finishOnDisk(to, target, copied.done());
-  tellCopied(source, target, copied.done(), inBrackets(copied));
+  tellCopied(source, target, copied.done(), copied ? reason : inBrackets(copied));
 }
 
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
@@ -192,7 +201,10 @@ void MacroOperations::renameMacro(Pane pane) {
 }
 
 void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string& name) {
+  const int number = parseInt(target.numberText);
+  names_.expect(number, name, MacroNames::Clock::now());
   const bool asked = transfers_.rename(target, name);
+  if (!asked) names_.forget(number);
   // A working copy with the old name would undo the new one at its next save.
   if (asked) open_.forget(target);
   emit said(asked ? tr("asked: the panel is to rename %1").arg(macroInStrip(target))
@@ -232,14 +244,22 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
-  PanelMacros::Deletion deletion = transfers_.remove(target, PanelMacros::OldContent::kKept);
+  const int number = parseInt(target.numberText);
+  const auto remove = [&](PanelMacros::OldContent old) {
+    // What comes of it is the panel's to say, by the name that it publishes.
+    names_.expect(number, {}, MacroNames::Clock::now());
+    PanelMacros::Deletion deletion = transfers_.remove(target, old);
+    if (!deletion.asked) names_.forget(number);
+    return deletion;
+  };
+  PanelMacros::Deletion deletion = remove(PanelMacros::OldContent::kKept);
   const QString macro = macroInStrip(target);
   if (!deletion.kept) {
     const QString question =
         tr("The history could not keep %1, so that it cannot be put back:\n%2.\n\nDelete it all the same?")
             .arg(macro, failureText(deletion.kept.failure()));
     if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion))
-      deletion = transfers_.remove(target, PanelMacros::OldContent::kLost);
+      deletion = remove(PanelMacros::OldContent::kLost);
   }
   tellDone(deletion.asked  ? tr("asked: the panel is to delete %1").arg(macro)
            : deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)

@@ -18,7 +18,7 @@ class MacroOperations : public QObject {
  public:
   MacroOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                   const PanelConnection& connection, MacroTransfers& transfers, OpenMacros& open,
-                  QWidget* window);
+                  MacroNames& names, QWidget* window);
 
   void createMacro(Pane pane);
   void copyMacro(Pane pane);  // from the other pane into this one
@@ -58,6 +58,7 @@ class MacroOperations : public QObject {
   const PanelConnection& connection_;
   MacroTransfers& transfers_;
   OpenMacros& open_;
+  MacroNames& names_;
   QWidget* window_;
 };
 

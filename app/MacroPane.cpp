@@ -128,8 +128,14 @@ void MacroPane::connectControls() {
   pressed(ui_->updateData, &MacroPane::updatePressed);
   pressed(ui_->saveChanges, &MacroPane::savePressed);
   pressed(ui_->discardChanges, &MacroPane::discardPressed);
-  connect(ui_->harddisk, &QRadioButton::clicked, this, [this] { emit sourceChosen(PaneSource::kHarddisk); });
-  connect(ui_->panel, &QRadioButton::clicked, this, [this] { emit sourceChosen(PaneSource::kPanel); });
+  // A click on the source that is shown already is no choice.
+  const auto chooses = [this](QRadioButton* button, PaneSource source) {
+    connect(button, &QRadioButton::clicked, this, [this, source] {
+      if (source_ != source) emit sourceChosen(source);
+    });
+  };
+  chooses(ui_->harddisk, PaneSource::kHarddisk);
+  chooses(ui_->panel, PaneSource::kPanel);
   connect(ui_->address, &QLineEdit::textEdited, this, &MacroPane::addressEdited);
   connect(ui_->address, &QLineEdit::returnPressed, this, [this] { emit addressFinished(true); });
   connect(ui_->address, &QLineEdit::editingFinished, this, [this] { emit addressFinished(false); });
@@ -195,6 +201,7 @@ QLineEdit& MacroPane::address() { return *ui_->address; }
 QString MacroPane::addressText() const { return ui_->address->text(); }
 
 void MacroPane::showSource(PaneSource source) {
+  source_ = source;
   const bool panel = source == PaneSource::kPanel;
   (panel ? ui_->panel : ui_->harddisk)->setChecked(true);
   ui_->controlPanels->setPlaceholder(panel ? QString() : tr("choose an application"));
@@ -211,8 +218,8 @@ void MacroPane::takeFocus() {
 }
 
 void MacroPane::showConnection(const PaneConnectionDisplay& display) {
-  ui_->sourceLabel->setText(shown(display.sourceLabel));
-  nameListsByLabels(*this);
+  sourceText_ = shown(display.sourceLabel);
+  showSourceLabel();
   ui_->addressLabel->setText(shown(display.editLabel));
   const QString text = editable(display.editText);
   if (ui_->address->text() != text) ui_->address->setText(text);
@@ -228,6 +235,34 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   if (!display.buttonEnabled || focusAfterConnect_ == nullptr) return;
   if (focusAfterConnect_ == window()->focusWidget()) ui_->connectButton->setFocus();
   focusAfterConnect_ = nullptr;
+}
+
+void MacroPane::showSourceLabel() {
+  const QString notice = lineNotice_.isEmpty() ? QString() : QStringLiteral(" \u2013 ") + lineNotice_;
+  ui_->sourceLabel->setText(sourceText_ + notice);
+  nameListsByLabels(*this);
+}
+
+// The buttons stay as they are told: "disconnect" leaves a lost line, too.
+void MacroPane::showLine(PaneLine line, const QString& elsewhere) {
+  const bool lost = line == PaneLine::kLost;
+  const QString notice = lost                  ? tr("line lost")
+                         : elsewhere.isEmpty() ? QString()
+                                               : tr("functions go to %1").arg(elsewhere);
+  if (notice == lineNotice_) return;
+  lineNotice_ = notice;
+  showSourceLabel();
+  const QString why = lost ? tr("The line to this panel is lost: nothing is behind the pane.")
+                      : elsewhere.isEmpty()
+                          ? QString()
+                          : tr("This pane has joined the line to %1: what the panel is asked to do "
+                               "goes there, macros go to the address here.")
+                                .arg(elsewhere);
+  QFont font = ui_->address->font();
+  font.setStrikeOut(lost);
+  ui_->address->setFont(font);
+  ui_->address->setToolTip(why.toHtmlEscaped());
+  ui_->address->setAccessibleDescription(why);
 }
 
 void MacroPane::showControls(const PaneControls& controls) {

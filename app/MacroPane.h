@@ -45,6 +45,9 @@ class MacroPane : public QGroupBox {
 
   void showSource(PaneSource source);
   void showConnection(const PaneConnectionDisplay& display);
+  // Whether anything is behind a connected pane; `elsewhere` is the address of a joined line that is not the
+  // pane's own.
+  void showLine(PaneLine line, const QString& elsewhere);
   void showControls(const PaneControls& controls);
   void showProgress(const QString& text);
   void applyTabStops();
@@ -88,6 +91,11 @@ class MacroPane : public QGroupBox {
   const PaneDescriptor& descriptor_;
   std::unique_ptr<Ui::MacroPane> ui_;
   QLabel* notice_;
+  void showSourceLabel();
+
+  PaneSource source_ = PaneSource::kHarddisk;  // as shown
+  QString sourceText_;                         // over the applications, without what the line adds
+  QString lineNotice_;
   bool connectShown_ = false;  // by the connection; editing may hide the button all the same
   bool connectAllowed_ = true;
   QPointer<QWidget> focusAfterConnect_;  // where the keyboard went when the connect button was taken away

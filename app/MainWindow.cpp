@@ -351,14 +351,25 @@ void MainWindow::showDemo() {
     if (!room(pane).state->copy.edited()) room(pane).browser->showDemoListing();
 }
 
+// The panes keep "disconnect" until the user presses it.
 void MainWindow::watchConnection() {
-  // The panes keep "disconnect" until the user presses it; the strip alone tells that nothing is behind it.
-  const bool lost = connection_.lost();
-  if (lost && !lossTold_) {
-    say(tr("the connection to the panel was lost"));
+  const std::optional<unsigned> loss = connection_.loss();
+  if (loss && loss != toldLoss_) {
+    toldLoss_ = loss;
+    const QString reason = shown(connection_.lossReason());
+    say(reason.isEmpty() ? tr("the connection to the panel was lost")
+                         : tr("the connection to the panel was lost: %1").arg(reason));
     update_->lineLost();
   }
-  lossTold_ = lost;
+  for (const Pane pane : kPanes)
+    room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
+  for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
+    const QString number = shown(macroNumberText(request.number));
+    say(request.name.empty()
+            ? tr("NOT confirmed: the panel has not said that macro %1 is deleted").arg(number)
+            : tr("NOT confirmed: the panel has not said that macro %1 is renamed to %2")
+                  .arg(number, nameInStrip(request.name)));
+  }
 }
 
 void MainWindow::say(const QString& text) { ui_->strip->say(text); }

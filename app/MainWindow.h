@@ -104,7 +104,7 @@ class MainWindow : public QMainWindow {
   WindowContext context_;
   LineContext lines_;
   QTimer connectionWatch_;
-  bool lossTold_ = false;  // of the loss that stands
+  std::optional<unsigned> toldLoss_;  // the last one
   Settings settings_;
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
