@@ -105,6 +105,12 @@ std::string ClassicCommand::text() const {
   return text;
 }
 
+bool ClassicCommand::isReadBack() const {
+  ClassicCommand again;
+  return again.decodeText(text()) && again.action_ == action_ && again.cd_ == cd_ && again.co_ == co_ &&
+         again.kw_ == kw_ && again.parameters_ == parameters_;
+}
+
 std::string ClassicCommand::debugText() const {
   std::string text = format("ac: %02x", action_);
   if (longForm_) text += format(" | cw: %02x | %02x", longLength_ & 0xFF, longLength_ >> 8);

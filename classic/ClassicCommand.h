@@ -31,6 +31,9 @@ class ClassicCommand {
 
   // Empty for an invalid record.
   [[nodiscard]] std::string text() const;
+  // False for an invalid record, and for one whose text is no command, or another, for whoever reads it: that
+  // of 28 and more parameters.
+  [[nodiscard]] bool isReadBack() const;
   // "ac: 20 | cd: 10 | co: 05 | kw: 01 | params: 0a"
   [[nodiscard]] std::string debugText() const;
 

@@ -25,12 +25,17 @@ class KeyFile {
   [[nodiscard]] const std::vector<ClassicCommand>& commands() const { return commands_; }
   [[nodiscard]] const ClassicCommand* command(int i) const;  // null outside 0..lastIndex
 
+  // The lines of the file, from 1 on, whose commands nobody can read once they stand in a macro: those that
+  // are no command (one that lost its last blank, say), and those of too many parameters.
+  [[nodiscard]] std::vector<int> unreadableLines() const;
+
   // A new empty command, or null at the bound.
   [[nodiscard]] ClassicCommand* append();
 
  private:
   std::string name_;
   std::vector<ClassicCommand> commands_;
+  std::vector<int> lines_;  // of the commands that were read from one
 };
 
 // The two-digit number of "key03.upk", 0 when there is none.
