@@ -1,6 +1,11 @@
+#include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
+#include <system_error>
 
 #include "cli/Commands.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -13,30 +18,52 @@ int listHistory(CommandSession& session, bool json) {
       rows.push_back({{"id", kept.id},
                       {"when", kept.when},
                       {"change", change},
-                      {"place", outputText(kept.placeText())},
-                      {"name", outputText(kept.name)},
+                      {"place", displayUtf8(kept.placeText())},
+                      {"name", displayUtf8(kept.name)},
                       {"size", kept.size}});
       continue;
     }
-    session.line(kept.id + '\t' + localTimeText(kept.when) + '\t' + change + '\t' + kept.name + '\t' +
-                 kept.placeText());
+    session.line(kept.id + '\t' + localTimeText(kept.when) + '\t' + change + '\t' + outputName(kept.name) +
+                 '\t' + outputName(kept.placeText()));
   }
   if (json) session.out() << rows.dump(2) << '\n';
   return kExitDone;
 }
 
+// Whether the path leads to a place under the root, whatever links stand on its way.
+bool isInSite(const SiteRoot& root, std::string_view path) {
+  std::error_code error;
+  const std::filesystem::path host = std::filesystem::weakly_canonical(root.resolve(path), error);
+  if (error || host.empty()) return false;
+  const std::filesystem::path site = std::filesystem::weakly_canonical(root.path(), error);
+  if (error) return false;
+  return std::mismatch(site.begin(), site.end(), host.begin(), host.end()).first == site.end();
+}
+
+// Where a kept macro goes when no FILE is named. A record is a file that anyone may have written: what it
+// says decides nothing outside the site.
+Expected<std::string> placeOf(CommandSession& session, const KeptMacro& kept) {
+  const auto refused = [](std::string text) { return Failure{Failure::Kind::kMissing, std::move(text)}; };
+  if (!kept.place) return refused("Nobody knows where it came from: name a FILE.");
+  const std::string& file = kept.place->file;
+  if (file.empty())
+    return refused("It came from a panel, " + kept.placeText() +
+                   ": restore it to a FILE, and send that with panel ... put.");
+  if (!isInSite(session.root(), file))
+    return refused("It came from outside the site, " + file + ": name the FILE.");
+  return file;
+}
+
 int restore(CommandSession& session, const KeptMacro& kept, const Arguments& arguments) {
-  if (arguments.size() > 2) {
-    return session.history().putBack(kept, sitePathOf(arguments[2]))
-               ? kExitDone
-               : session.failed("The file cannot be written.");
-  }
-  if (!kept.place) return session.failed("Nobody knows where it came from: name a FILE.");
-  if (kept.place->file.empty())
-    return session.failed("It came from a panel, " + kept.placeText() +
-                          ": restore it to a FILE, and send that with panel ... put.");
-  return session.history().putBack(kept, kept.place->file) ? kExitDone
-                                                           : session.failed("The file cannot be written.");
+  const auto file = arguments.size() > 2 ? Expected<std::string>(arguments[2]) : placeOf(session, kept);
+  if (!file) return session.failed(file.failure().text);
+  // Read first: keeping what is there now may be what drives this one out.
+  const auto bytes = readFile(session.root(), kept.file);
+  if (!bytes) return session.failed(kept.id + ' ' + bytes.failure().text);
+  return session.writeTo(*file, FileUse::kWrite, MacroChange::kPutBack, [&](const std::string& path) {
+    Outcome written = writeFile(session.root(), path, *bytes);
+    return written ? written : Failure{written.failure().kind, path + ' ' + written.failure().text};
+  });
 }
 
 }  // namespace

@@ -19,7 +19,8 @@ class HistoryCommands : public testing::Test {
     words.insert(words.begin(), {"--root", site.root.path().string()});
     out.str({});
     errors.str({});
-    return runCommandLine(words, out, errors);
+    std::istringstream in;
+    return runCommandLine(words, in, out, errors);
   }
   nlohmann::json rows() {
     EXPECT_EQ(run({"history", "--json"}), 0);
@@ -70,6 +71,8 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   EXPECT_EQ(run({"history", "restore", id}), 0);
   EXPECT_EQ(site.read(kMacro), old);
   EXPECT_THAT(rows()[0]["change"], "put-back");
+  EXPECT_EQ(run({"history", "restore", id, "-"}), 0);
+  EXPECT_EQ(out.str(), old);
   EXPECT_EQ(run({"history", "restore", "2000-01-01/000000-000"}), 1);
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
@@ -79,6 +82,24 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   site.write("history", "");
   EXPECT_EQ(run({"rename", kMacro, "Newer"}), 0);
   EXPECT_THAT(errors.str(), HasSubstr("could not keep"));
+}
+
+TEST_F(HistoryCommands, RestoresOutsideTheSiteOnlyWhereItIsTold) {
+  const TestSite elsewhere;
+  elsewhere.write("x.mac", "<macro name=\"Old\"><data/></macro>");
+  const std::string outside = elsewhere.root.resolve("x.mac").string();
+  // One was changed there, of the other a link leads there.
+  std::filesystem::create_directory_symlink(elsewhere.root.path(), site.root.path() / "c");
+  for (const std::string& path : {outside, std::string("c:\\x.mac")}) {
+    EXPECT_EQ(run({"rename", path, "New " + path}), 0) << errors.str();
+    const std::string changed = elsewhere.read("x.mac");
+    const std::string id = rows()[0]["id"];
+    EXPECT_EQ(run({"history", "restore", id}), 1);
+    EXPECT_THAT(errors.str(), HasSubstr("outside the site"));
+    EXPECT_EQ(elsewhere.read("x.mac"), changed);
+    EXPECT_EQ(run({"history", "restore", id, path}), 0);
+    EXPECT_NE(elsewhere.read("x.mac"), changed);
+  }
 }
 
 }  // namespace
