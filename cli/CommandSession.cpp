@@ -42,7 +42,7 @@ std::string takeSteering(std::string_view& text) {
     return controlEscape(static_cast<char>(first));
   }
   if (first == 0xC2 && static_cast<unsigned char>(text[1]) < 0xA0) {
-    const std::string spelled = format("\\u%04x", static_cast<unsigned>(static_cast<unsigned char>(text[1])));
+    std::string spelled = format("\\u%04x", static_cast<unsigned>(static_cast<unsigned char>(text[1])));
     text.remove_prefix(2);
     return spelled;
   }

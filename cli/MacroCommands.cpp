@@ -4,11 +4,11 @@
 #include <optional>
 
 #include "cli/Commands.h"
-#include "cli/MacroChanges.h"
 #include "cli/ValueCheck.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
 #include "model/KeyFile.h"
+#include "model/MacroChanges.h"
 #include "model/SiteBrowser.h"
 #include "platform/Files.h"
 #include "platform/Text.h"

@@ -9,10 +9,11 @@
 #include <set>
 
 #include "cli/Commands.h"
-#include "cli/MacroChanges.h"
 #include "cli/PanelLine.h"
+#include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
 #include "link/PanelAddress.h"
+#include "model/MacroChanges.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -34,7 +35,7 @@ struct PanelTask {
   PanelPlace place{};
   bool json = false;
   bool force = false;
-  int count = 0;                         // of values to watch; 0: no end
+  int count = 0;                           // of values to watch; 0: no end
   std::optional<milliseconds> patience{};  // how long to watch; nothing: no end
   int workplace = 0;
   int number = 0;
@@ -166,47 +167,15 @@ int runRenameOnPanel(PanelTask& task) {
       [&](const std::string& text) { return text == name; });
 }
 
-// What a watch is still to do: the count and the time that were asked for, and the names without a value.
-class Watch {
- public:
-  explicit Watch(const PanelTask& task) : left_(task.count), endless_(task.count == 0) {
-    for (std::size_t i = 2; i < task.arguments.size(); ++i) silent_.insert(task.word(i));
-    if (task.patience) end_ = std::chrono::steady_clock::now() + *task.patience;
-  }
-
-  [[nodiscard]] bool over() const { return timeLeft() <= milliseconds(0) || (!endless_ && left_ == 0); }
-  // How long the next value may take.
-  [[nodiscard]] milliseconds timeLeft() const {
-    if (!end_) return kAnswer;
-    return std::min(kAnswer, std::chrono::ceil<milliseconds>(*end_ - std::chrono::steady_clock::now()));
-  }
-  void count(const std::string& name) {
-    silent_.erase(name);
-    --left_;
-  }
-  // The time went by before every name had a value and as many had come as were asked for.
-  [[nodiscard]] std::string shortfall() const {
-    if (!endless_ && left_ == 0) return {};
-    std::string names;
-    for (const std::string& name : silent_) names += (names.empty() ? "" : ", ") + name;
-    if (!names.empty()) return "no value came of " + names;
-    return endless_ ? std::string() : std::to_string(left_) + " values did not come";
-  }
-
- private:
-  int left_;
-  bool endless_;
-  std::set<std::string> silent_;
-  std::optional<std::chrono::steady_clock::time_point> end_;
-};
-
 int runWatch(PanelTask& task) {
   PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
-  Watch watch(task);
+  std::set<std::string> names;
+  for (std::size_t i = 2; i < task.arguments.size(); ++i) names.insert(task.word(i));
+  ValueWatch watch(std::move(names), task.count, task.patience);
   for (std::size_t i = 2; i < task.arguments.size(); ++i) line.subscribe(task.word(i));
   while (!watch.over()) {
-    const auto value = line.next(watch.timeLeft());
+    const auto value = line.next(watch.timeLeft(kAnswer));
     if (!value && !line.connected()) return task.session.failed(kLost);
     if (!value) continue;
     task.session.field(outputName(value->name), outputName(value->text));

@@ -1,4 +1,4 @@
-#include "cli/MacroChanges.h"
+#include "model/MacroChanges.h"
 
 #include <tinyxml.h>
 
