@@ -72,11 +72,14 @@ std::string spelledOut(std::string_view utf8, std::string_view kept) {
 
 }  // namespace
 
+void StreamMessages::print(std::string text) {
+  for (const auto& [path, name] : names_) text = replaceAll(std::move(text), path, name);
+  stream_ << outputText(text) << '\n';
+}
+
 void StreamMessages::show(const std::string& text, MessageIcon) {
   ++count_;
-  std::string shown = text;
-  for (const auto& [path, name] : names_) shown = replaceAll(std::move(shown), path, name);
-  stream_ << outputText(shown) << '\n';
+  print(text);
 }
 
 bool StreamMessages::ask(const std::string& text, MessageIcon icon) {
@@ -138,16 +141,16 @@ void CommandSession::field(std::string_view name, std::string_view bytes) {
 
 void CommandSession::warn(const std::string& text) {
   warned_ = true;
-  streams_.errors << outputText(text) << '\n';
+  messages_.print(text);
 }
 
 int CommandSession::failed(const std::string& reason) {
-  if (messages_.count() == 0) streams_.errors << outputText(reason) << '\n';
+  if (messages_.count() == 0) messages_.print(reason);
   return kExitFailed;
 }
 
 int CommandSession::wrongUsage(const std::string& reason) {
-  streams_.errors << outputText(reason) << '\n';
+  messages_.print(reason);
   return kExitWrongUsage;
 }
 

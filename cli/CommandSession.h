@@ -28,10 +28,11 @@ class StreamMessages : public Messages {
   explicit StreamMessages(std::ostream& stream) : stream_(stream) {}
   void show(const std::string& text, MessageIcon icon = MessageIcon::kExclamation) override;
   [[nodiscard]] bool ask(const std::string& text, MessageIcon icon = MessageIcon::kQuestion) override;
-  [[nodiscard]] std::size_t count() const { return count_; }
+  [[nodiscard]] std::size_t count() const { return count_; }  // of what the model has reported
 
-  // Texts that name this path call it `name` from now on.
+  // What is printed calls this path `name` from now on.
   void call(const std::string& path, const std::string& name) { names_.emplace_back(path, name); }
+  void print(std::string text);
 
  private:
   std::ostream& stream_;

@@ -22,6 +22,7 @@ constexpr std::string_view kKeyFileEnd = ".upk";
 constexpr const char* kMacroName = "macro.mac";  // of a scratch file
 constexpr const char* kKeyFileName = "key00.upk";
 constexpr std::size_t kBlock = std::size_t{64} * 1024;  // bytes
+constexpr int kMostLinks = 40;                          // on the way to a file
 constexpr int kAttempts = 100;                          // names tried for a scratch folder
 
 constexpr std::string_view kInputs[] = {"-", "/dev/stdin", "/dev/fd/0", "/proc/self/fd/0"};
@@ -33,13 +34,24 @@ bool isOneOf(const std::string_view (&names)[N], std::string_view word) {
   return std::find(std::begin(names), std::end(names), word) != std::end(names);
 }
 
-bool isStreamWord(const SiteRoot& root, const std::string& word, const std::string& path) {
-  if (isOneOf(kInputs, word) || isOneOf(kOutputs, word) || isOneOf(kErrorOutputs, word)) return true;
-  if (word.starts_with("/dev/fd/") || (word.starts_with("/proc/") && word.find("/fd/") != word.npos))
-    return true;
-  std::error_code unknown;
-  const fs::file_status status = fs::status(root.resolve(path), unknown);
-  return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+bool isDescriptor(const std::string& path) {
+  return isOneOf(kInputs, path) || isOneOf(kOutputs, path) || isOneOf(kErrorOutputs, path) ||
+         path.starts_with("/dev/fd/") || (path.starts_with("/proc/") && path.find("/fd/") != path.npos);
+}
+
+// The word for a stream: the descriptor that the word names or that links lead to, or the path of what is no
+// regular file. Empty for a file. A descriptor may be that of a regular file, so the way is looked at, too.
+std::string streamOf(const SiteRoot& root, const std::string& word, const std::string& path) {
+  if (isDescriptor(word)) return word;
+  fs::path host = root.resolve(path);
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(host, error)); ++i) {
+    host = (host.parent_path() / fs::read_symlink(host, error)).lexically_normal();
+    if (isDescriptor(host.string())) return host.string();
+  }
+  const fs::file_status status = fs::status(host, error);
+  const bool isFile = !fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status);
+  return isFile ? std::string() : host.string();
 }
 
 // To the end, or to the bound of a file.
@@ -108,8 +120,8 @@ Expected<FileOperand> FileOperand::open(const SiteRoot& root, const ProgramStrea
   FileOperand operand;
   operand.word_ = word;
   operand.path_ = sitePathOf(word);
-  operand.stream_ = isStreamWord(root, word, operand.path_);
-  if (!operand.stream_) return operand;
+  operand.stream_ = streamOf(root, word, operand.path_);
+  if (!operand.isStream()) return operand;
   if (use == FileUse::kChange && word != "-") {
     return Failure{Failure::Kind::kInTheWay,
                    "is no regular file; with - a macro is changed on its way from input to output"};
@@ -119,7 +131,7 @@ Expected<FileOperand> FileOperand::open(const SiteRoot& root, const ProgramStrea
   operand.scratch_ = *std::move(scratch);
   operand.path_ = operand.scratch_.path(kMacroName);
   if (use == FileUse::kWrite) return operand;
-  const auto bytes = readStream(word, streams);
+  const auto bytes = readStream(operand.stream_, streams);
   if (!bytes) return bytes.failure();
   if (bytes->starts_with(kKeyFileStart)) operand.path_ = operand.scratch_.path(kKeyFileName);
   if (Outcome written = writeFile(root, operand.path_, *bytes); !written) return written.failure();
@@ -127,10 +139,10 @@ Expected<FileOperand> FileOperand::open(const SiteRoot& root, const ProgramStrea
 }
 
 Outcome FileOperand::deliver(const SiteRoot& root, const ProgramStreams& streams) const {
-  if (!stream_) return {};
+  if (!isStream()) return {};
   const auto bytes = readFile(root, path_);
   if (!bytes) return bytes.failure();
-  return writeStream(word_, streams, *bytes);
+  return writeStream(stream_, streams, *bytes);
 }
 
 std::string sitePathOf(const std::string& file) {

@@ -44,18 +44,18 @@ class FileOperand {
   [[nodiscard]] static Expected<FileOperand> open(const SiteRoot& root, const ProgramStreams& streams,
                                                   const std::string& word, FileUse use);
 
-  [[nodiscard]] bool isStream() const { return stream_; }
+  [[nodiscard]] bool isStream() const { return !stream_.empty(); }
   // What the model is to be called with: a site path or a host path.
   [[nodiscard]] const std::string& path() const { return path_; }
   // How it is called in what is printed.
-  [[nodiscard]] const std::string& shown() const { return stream_ ? word_ : path_; }
+  [[nodiscard]] const std::string& shown() const { return isStream() ? word_ : path_; }
 
   // Writes what the scratch file holds to the stream; nothing to do for a file.
   Outcome deliver(const SiteRoot& root, const ProgramStreams& streams) const;
 
  private:
   std::string word_, path_;
-  bool stream_ = false;
+  std::string stream_;  // what is opened for it; empty for a file
   ScratchFile scratch_;
 };
 

@@ -23,7 +23,15 @@ constexpr std::string_view kEmptyMacroLine = "empty macro";
 constexpr std::string_view kNotChanged = "The macro cannot be changed: ";
 constexpr std::array<std::string_view, 5> kDestinations = {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."};
 
-std::string noSuchFile(const std::string& file) { return "No such file: " + file; }
+// Whether a key file can be read. The model takes one that cannot for a key without commands; here it is a
+// mistyped name, or nobody's to read.
+Outcome keyFileReads(const CommandSession& session, const std::string& path, const std::string& shown) {
+  const auto bytes = readFile(session.root(), path);
+  if (bytes) return {};
+  const Failure& failure = bytes.failure();
+  const bool missing = failure.kind == Failure::Kind::kMissing;
+  return Failure{failure.kind, missing ? "No such file: " + shown : shown + ' ' + failure.text};
+}
 
 // A failure with what could not be done in front of the cause.
 Outcome told(std::string_view what, Outcome outcome) {
@@ -31,10 +39,8 @@ Outcome told(std::string_view what, Outcome outcome) {
   return Failure{outcome.failure().kind, std::string(what) + outcome.failure().text};
 }
 
-std::optional<std::vector<std::string>> keyFileLines(CommandSession& session, const std::string& path,
-                                                     const LineOptions& options) {
-  // The model takes a missing file for a key without commands; here it is a mistyped name.
-  if (!isRegularFile(session.root(), path)) return std::nullopt;
+std::vector<std::string> keyFileLines(CommandSession& session, const std::string& path,
+                                      const LineOptions& options) {
   KeyFile key;
   key.load(session.root(), path, keyFileIndex(path));
   const FunctionDictionary none;  // classic commands name no function
@@ -149,9 +155,15 @@ int runShow(CommandSession& session, Arguments& arguments) {
 }
 
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
-  const auto lines =
-      isKeyFile(path) ? keyFileLines(session, path, options) : macroLines(session, path, options);
-  if (!lines) return session.failed(isKeyFile(path) ? noSuchFile(path) : "No macro in the file: " + path);
+  std::optional<std::vector<std::string>> lines;
+  if (isKeyFile(path)) {
+    if (const Outcome reads = keyFileReads(session, path, path); !reads)
+      return session.failed(reads.failure().text);
+    lines = keyFileLines(session, path, options);
+  } else {
+    lines = macroLines(session, path, options);
+  }
+  if (!lines) return session.failed("No macro in the file: " + path);
   if (json) {
     auto rows = nlohmann::json::array();
     for (const std::string& line : *lines) rows.push_back(displayUtf8(line));
@@ -167,8 +179,11 @@ int runName(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
   return session.readFrom(arguments[0], [&](const FileOperand& file) {
     std::string name;
-    const bool read = isKeyFile(file.path()) ? readNameLine(session.root(), file.path(), name)
-                                             : readMacroName(session.site(), file.path(), name);
+    const bool isKey = isKeyFile(file.path());
+    const Outcome reads = isKey ? keyFileReads(session, file.path(), file.shown()) : Outcome();
+    if (!reads) return session.failed(reads.failure().text);
+    const bool read = isKey ? readNameLine(session.root(), file.path(), name)
+                            : readMacroName(session.site(), file.path(), name);
     if (!read) return session.failed("No name in the file: " + file.shown());
     session.line(outputName(name));
     return kExitDone;
@@ -266,7 +281,8 @@ int runSet(CommandSession& session, Arguments& arguments) {
 int runConvert(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
   return session.readFrom(arguments[0], [&](const FileOperand& key) {
-    if (!isRegularFile(session.root(), key.path())) return session.failed(noSuchFile(key.shown()));
+    if (const Outcome reads = keyFileReads(session, key.path(), key.shown()); !reads)
+      return session.failed(reads.failure().text);
     const auto convert = [&](const std::string& path) {
       Outcome done = told("The key file cannot be converted: ",
                           convertTo(session.site(), path, key.path(), arguments[2]));

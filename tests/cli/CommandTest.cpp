@@ -96,6 +96,7 @@ TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
   output({"create", kMacro, "Opener"});
   output({"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=1"});
   site.write("c:\\appli\\flat.mac", "<macro/>");
+  site.write("c:\\appli\\folder.upk\\x", "");
   const std::string before = site.read(kMacro);
   const struct {
     std::vector<std::string> words;
@@ -130,6 +131,9 @@ TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
       {{"show", kMacro, "--what"}, 2, "unknown option --what\nusage: tessaly-cli show"},
       {{"show", "c:\\none.mac"}, 1, "Cannot parse Macro: c:\\none.mac\n"},
       {{"show", "c:\\none.upk"}, 1, "No such file: c:\\none.upk\n"},
+      {{"name", "c:\\none.upk"}, 1, "No such file: c:\\none.upk\n"},
+      {{"show", "c:\\appli\\folder.upk"}, 1, "c:\\appli\\folder.upk cannot be "},
+      {{"convert", "c:\\appli\\folder.upk", kMacro, "New"}, 1, "c:\\appli\\folder.upk cannot be "},
       {{"name", "c:\\none.mac"}, 1, "Cannot parse Macro: c:\\none.mac\n"},
       {{"convert", "c:\\none.upk", kMacro, "New"}, 1, "No such file: c:\\none.upk\n"},
       {{"rename", kMacro}, 2, "too few words\n"},
@@ -289,6 +293,7 @@ TEST_F(Commands, MacroGoesThroughAPipe) {
   EXPECT_EQ(broken.code, 1);
   EXPECT_EQ(broken.out, "") << "a command that fails writes nothing on";
   EXPECT_EQ(broken.errors, "Cannot parse Macro: -\n");
+  EXPECT_EQ(run({"show", "-"}, "<macro/>").errors, "No macro in the file: -\n");
 }
 
 TEST_F(Commands, WhatIsOpenIsWrittenToAndNotReplaced) {
@@ -303,6 +308,8 @@ TEST_F(Commands, WhatIsOpenIsWrittenToAndNotReplaced) {
   EXPECT_THAT(got, testing::AllOf(HasSubstr("Opener"), HasSubstr("Second")));
   ::close(reader);
   EXPECT_THAT(output({"create", "/dev/stdout", "Third"}), HasSubstr("Third"));
+  std::filesystem::create_symlink("/dev/stdout", site.root.path() / "link");
+  EXPECT_THAT(output({"create", (site.root.path() / "link").string(), "Fourth"}), HasSubstr("Fourth"));
 }
 
 TEST_F(Commands, ValuesThatTheFunctionCannotHoldAreRefused) {
