@@ -126,14 +126,15 @@ Expected<FileOperand> FileOperand::open(const SiteRoot& root, const ProgramStrea
     return Failure{Failure::Kind::kInTheWay,
                    "is no regular file; with - a macro is changed on its way from input to output"};
   }
+  // First: a stream that never ends, or whose reader is killed, leaves nothing behind.
+  const auto bytes =
+      use == FileUse::kWrite ? Expected<std::string>(std::string()) : readStream(operand.stream_, streams);
+  if (!bytes) return bytes.failure();
   auto scratch = ScratchFile::make();
   if (!scratch) return scratch.failure();
   operand.scratch_ = *std::move(scratch);
-  operand.path_ = operand.scratch_.path(kMacroName);
+  operand.path_ = operand.scratch_.path(bytes->starts_with(kKeyFileStart) ? kKeyFileName : kMacroName);
   if (use == FileUse::kWrite) return operand;
-  const auto bytes = readStream(operand.stream_, streams);
-  if (!bytes) return bytes.failure();
-  if (bytes->starts_with(kKeyFileStart)) operand.path_ = operand.scratch_.path(kKeyFileName);
   if (Outcome written = writeFile(root, operand.path_, *bytes); !written) return written.failure();
   return operand;
 }

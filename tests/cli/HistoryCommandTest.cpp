@@ -73,6 +73,9 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   EXPECT_THAT(rows()[0]["change"], "put-back");
   EXPECT_EQ(run({"history", "restore", id, "-"}), 0);
   EXPECT_EQ(out.str(), old);
+  const std::size_t kept = rows().size();
+  EXPECT_EQ(run({"set", kMacro, "0", "no classic command"}), 1);
+  EXPECT_EQ(rows().size(), kept) << "what is refused changes nothing that would have to be kept";
   EXPECT_EQ(run({"history", "restore", "2000-01-01/000000-000"}), 1);
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
