@@ -15,14 +15,13 @@ panel_address=127.0.0.1
 ftp_port=2121
 
 [ "${1:-}" = "--fresh" ] && rm -rf build/run
-[ -f "$build/build.ninja" ] || cmake --preset release -DTESSALY_BENCH=OFF >/dev/null
 targets=(tessaly tessaly-cli tessaly-panelsim)
 headless=
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   headless=1
   targets+=(tessaly-walk)
 fi
-cmake --build "$build" --target "${targets[@]}"
+build_targets "${targets[@]}"
 
 if [ ! -d "$root" ]; then
   mkdir -p "$root"

@@ -12,5 +12,4 @@ install_missing "${build_packages[@]}" "${run_packages[@]}" "${compiler[@]}"
 
 cmake --preset "$preset" ${WERROR:+-DTESSALY_WERROR=ON} >/dev/null
 cmake --build "build/$preset"
-export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
-ctest --test-dir "build/$preset" --output-on-failure -j "$(nproc)" "$@"
+ctest --preset "$preset" -j "$(nproc)" "$@"

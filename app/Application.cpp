@@ -6,11 +6,15 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 
 #include "app/Appearance.h"
+#include "app/FirstStart.h"
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
+#include "model/MacroFile.h"
 #include "platform/Files.h"
+#include "platform/Installation.h"
 #include "platform/Memory.h"
 
 namespace tessaly {
@@ -18,11 +22,20 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view kDataFolder = "c:\\Programme\\RV48\\bin\\MacroFid\\";
-constexpr const char* kLockName = ".tessaly.lock";
-constexpr const char* kRaiseName = ".tessaly.raise";  // written by a second start
 
-QString rootFile(const SiteRoot& root, const char* name) {
-  return QString::fromStdString((root.path() / name).string());
+// The loader thread may outlive the window, so the dictionary is never freed. It stays within reach, as
+// whoever looks for lost memory expects of what lives until the end.
+FunctionDictionary& lastingDictionary() {
+  static auto* const dictionary = new FunctionDictionary;
+  return *dictionary;
+}
+
+// A window on the site in the user's own folder has the plain title; any other root stands behind it.
+QString titleOn(const SiteRoot& root, const QString& title) {
+  const QString folder = QDir::cleanPath(QString::fromStdString(root.path().string()));
+  const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  if (folder == own + QStringLiteral("/tessaly")) return title;
+  return QStringLiteral("%1 - %2").arg(title, QDir::toNativeSeparators(folder));
 }
 
 }  // namespace
@@ -38,9 +51,10 @@ Application::Application(const StartOptions& options, Preferences* preferences)
     : options_(options),
       preferences_(preferences),
       root_(SiteRoot::fromEnvironment(options.root)),
-      dictionary_(*new FunctionDictionary),
+      dictionary_(lastingDictionary()),
       decodingLists_(root_),
       history_(root_),
+      lock_(root_),
       loader_(std::make_shared<LoaderLink>()) {
   dressToolkit();
   for (const int message : {kDictionaryLoadedMessage, kConnectedMessageA, kConnectedMessageB})
@@ -56,22 +70,18 @@ Application::~Application() {
   window_.reset();
 }
 
-bool Application::claimRoot() {
+RootClaim Application::claimRoot() {
   QDir().mkpath(QString::fromStdString(root_.path().string()));
-  lock_ = std::make_unique<QLockFile>(rootFile(root_, kLockName));
-  lock_->setStaleLockTime(0);
-  const bool held = lock_->tryLock() || lock_->error() != QLockFile::LockFailedError;
-  QFile request(rootFile(root_, kRaiseName));
-  if (!held) {
-    if (request.open(QIODevice::WriteOnly))
-      request.write(QByteArray::number(QCoreApplication::applicationPid()));
-    return false;
+  const RootClaim claim = claimSite(lock_, root_);
+  if (claim != RootClaim::kOurs) return claim;
+  raiseSocket_ = std::make_unique<RaiseSocket>(root_);
+  if (raiseSocket_->descriptor() >= 0) {
+    raiseRequests_ = std::make_unique<QSocketNotifier>(raiseSocket_->descriptor(), QSocketNotifier::Read);
+    connect(raiseRequests_.get(), &QSocketNotifier::activated, this, [this] {
+      if (raiseSocket_->answer()) raiseWindow();
+    });
   }
-  if (request.open(QIODevice::WriteOnly)) {
-    raiseRequests_.addPath(request.fileName());
-    connect(&raiseRequests_, &QFileSystemWatcher::fileChanged, this, &Application::raiseWindow);
-  }
-  return true;
+  return claim;
 }
 
 void Application::raiseWindow() {
@@ -79,6 +89,13 @@ void Application::raiseWindow() {
   window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
   window_->raise();
   window_->activateWindow();
+}
+
+void Application::chooseSite() {
+  if (preferences_ == nullptr) return;
+  const auto chosen = chooseOtherRoot(root_, installedSiteFolder(), *preferences_, *window_);
+  // Unsaved changes may keep the window, and the site with it.
+  if (chosen && window_->close()) nextRoot_ = chosen->path().string();
 }
 
 void Application::prepareRoot() {
@@ -93,7 +110,8 @@ void Application::start() {
   initPanelClient();
   PanelClient& client = *panelClient();
   client.setVerbose(options_.verbose);
-  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo);
+  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo,
+                                               &readsAsMacro);
   panelMacros_->keepIn(history_);
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,
@@ -103,19 +121,31 @@ void Application::start() {
                                                        history_,
                                                        options_.demo,
                                                        preferences_});
+  window_->setWindowTitle(titleOn(root_, window_->windowTitle()));
+  connect(window_.get(), &MainWindow::siteWanted, this, &Application::chooseSite);
+  orderlyEnd_ = std::make_unique<OrderlyEnd>(OrderlyEnd::Steps{
+      [this] { window_->keepState(); }, [this] { return !window_->isVisible() || window_->end(); }});
   messages_.setWindow(window_.get());
+  messages_.setGate(&window_->gate());
   loader_->window = window_.get();
   loader_->messages = &messages_;
-  startLoader();
-  window_->show();
-}
-
-void Application::startLoader() {
-  std::thread([link = loader_, root = root_, &dictionary = dictionary_] {
-    loadFunctionDictionary(root, dictionary, [&link](const std::string& text) {
+  if (describesFunctions(root_))
+    startLoader([link = loader_](const std::string& text) {
       const std::lock_guard guard(link->mutex);
       if (link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);
     });
+  else {
+    // Whoever began empty knows it, and is not to be stopped by a box for each file at every start.
+    window_->say(
+        tr("this site describes no functions of a panel: \"Site...\" in the menu \"Macro\" sets one up"));
+    startLoader([](const std::string&) {});
+  }
+  window_->show();
+}
+
+void Application::startLoader(const ReportProblem& report) {
+  std::thread([link = loader_, root = root_, &dictionary = dictionary_, report] {
+    loadFunctionDictionary(root, dictionary, report);
     {
       const std::lock_guard guard(link->mutex);
       if (link->window != nullptr)

@@ -2,13 +2,16 @@
 
 #include <memory>
 
-#include <QFileSystemWatcher>
-#include <QLockFile>
 #include <QObject>
+#include <QSocketNotifier>
 
 #include "app/MainWindow.h"
 #include "app/MessageBoxes.h"
+#include "app/OrderlyEnd.h"
+#include "app/RootClaim.h"
 #include "app/StartOptions.h"
+#include "dictionary/InterfaceFile.h"
+#include "platform/RaiseSocket.h"
 
 namespace tessaly {
 
@@ -22,10 +25,13 @@ class Application : public QObject {
   explicit Application(const StartOptions& options, Preferences* preferences = nullptr);
   ~Application() override;
 
-  // False when another program runs on this root; it has been asked to come to the front.
-  [[nodiscard]] bool claimRoot();
+  // Makes the root's folder and sees that this is the one program on it.
+  [[nodiscard]] RootClaim claimRoot();
   // Creates and shows the window and starts the loader thread.
   void start();
+  // The host path of the site that the user chose in the window, which has then closed: the program is to
+  // start anew there, once this object is gone. Empty for the usual end.
+  [[nodiscard]] const std::string& nextRoot() const { return nextRoot_; }
 
   [[nodiscard]] MainWindow* window() { return window_.get(); }
   [[nodiscard]] const SiteRoot& root() const { return root_; }
@@ -34,8 +40,9 @@ class Application : public QObject {
   struct LoaderLink;
 
   void prepareRoot();
-  void startLoader();
+  void startLoader(const ReportProblem& report);
   void raiseWindow();
+  void chooseSite();
 
   StartOptions options_;
   Preferences* preferences_;
@@ -45,10 +52,13 @@ class Application : public QObject {
   DecodingLists decodingLists_;
   MacroHistory history_;
   std::unique_ptr<PanelMacros> panelMacros_;
-  std::unique_ptr<QLockFile> lock_;
-  QFileSystemWatcher raiseRequests_;
+  SiteLock lock_;
+  std::unique_ptr<RaiseSocket> raiseSocket_;
+  std::unique_ptr<QSocketNotifier> raiseRequests_;
+  std::string nextRoot_;
   std::shared_ptr<LoaderLink> loader_;
   std::unique_ptr<MainWindow> window_;
+  std::unique_ptr<OrderlyEnd> orderlyEnd_;
 };
 
 }  // namespace tessaly

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/StatusStrip.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -34,7 +35,14 @@ std::string selectedText(const ListBox& list) {
 
 Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
                  const PanelConnection& connection, MacroNames& panelNames)
-    : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {}
+    : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {
+  connect(&pane_.copy, &WorkingCopy::changed, this, &Browser::followCopy);
+}
+
+void Browser::followCopy() {
+  // Edit state alone changes no line.
+  if (pane_.copy.revision() != shownRevision_) showCommands(pane_.copy.selectAfterChange());
+}
 
 std::string Browser::path() const { return connection_.path(pane_.descriptor.pane); }
 
@@ -48,10 +56,7 @@ void Browser::clearFrom(int list) {
     pane_.macroRows.clear();
     view.macros().rows().clear();
   }
-  pane_.copy.reset();
-  pane_.updatedMarks.clear();
-  view.commands().rows().clear();
-  view.showProgress({});
+  static_cast<void>(pane_.copy.clear());  // it refuses while unsaved changes hang on the lists
 }
 
 void Browser::showConnectedPanel() {
@@ -79,7 +84,7 @@ void Browser::fillApplications() {
     for (std::string& name : applications(site_.root, path())) found.push_back({std::move(name)});
     const bool any = !found.empty();
     if (!any) found.push_back({kNoApplications});
-    rows.setRows(std::move(found), any);
+    rows.setRows(std::move(found), any, path());
   }
   emit changed();
 }
@@ -132,14 +137,14 @@ void Browser::fillWorkplaces() {
     const WorkplaceFlags flags = connection_.workplaces(pane_.descriptor.pane);
     for (int number = 1; number <= kWorkplaces; ++number)
       if (flags[static_cast<std::size_t>(number - 1)]) rows.push_back({format(kWorkplace, number), number});
-    list.rows().setRows(std::move(rows), true);
+    list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
     return;
   }
   const std::string entry = selectedText(pane_.view.controlPanels());
   if (entry.empty()) return;
   if (!hasWorkplaces(entry)) {
     list.rows().setRows({ListRow{kNoWorkplaces}}, false);
-    if (pane_.olderFamily) listKeyFiles();
+    if (pane_.olderFamily) listMacros();
     return;
   }
   for (int number = 1; number <= kDiskWorkplaces; ++number)
@@ -176,7 +181,8 @@ bool Browser::showsPanelNames() const {
 }
 
 void Browser::listMacros() {
-  clearFrom(kMacroList);
+  clearFrom(kCommandList);
+  pane_.macroRows.clear();
   pane_.view.macros().selectRow(-1);
   if (onPanel())
     listPanelMacros();
@@ -193,12 +199,29 @@ void Browser::showMacroRows() {
   for (const MacroRow& row : pane_.macroRows) rows.push_back({row.text(), row.number});
   const bool any = !rows.empty();
   if (!any) rows.push_back({kNoMacros});
-  pane_.view.macros().rows().setRows(std::move(rows), any);
+  pane_.view.macros().rows().setRows(std::move(rows), any, macrosOf());
+}
+
+std::string Browser::macrosOf() const {
+  if (onPanel()) return connection_.address(pane_.descriptor.pane) + '\n' + std::to_string(workplace());
+  return pane_.olderFamily ? keyFolder() : macroFolder();
+}
+
+std::string Browser::commandsOf() const {
+  const std::optional<MacroTarget>& target = pane_.copy.target();
+  if (target)
+    return target->folder + target->address + '\n' + std::to_string(target->workplace) + '\n' +
+           target->numberText;
+  const MacroRow* row = pane_.selectedMacro();
+  return row == nullptr ? std::string() : macrosOf() + '\n' + row->numberText;
 }
 
 void Browser::listDiskMacros() {
   const std::string folder = macroFolder();
-  if (folder.empty()) return;
+  if (folder.empty()) {
+    pane_.view.macros().rows().clear();
+    return;
+  }
   MacroListing listing = tessaly::listMacros(site_.root, folder);
   pane_.macroRows = std::move(listing.rows);
   showMacroRows();
@@ -206,10 +229,11 @@ void Browser::listDiskMacros() {
 }
 
 void Browser::listKeyFiles() {
-  clearFrom(kMacroList);
-  pane_.view.macros().selectRow(-1);
   const std::string folder = keyFolder();
-  if (folder.empty()) return;
+  if (folder.empty()) {
+    pane_.view.macros().rows().clear();
+    return;
+  }
   pane_.macroRows = tessaly::listKeyFiles(site_.root, folder);
   showMacroRows();
 }
@@ -230,38 +254,44 @@ void Browser::listPanelMacros() {
 }
 
 void Browser::showCommands(int selected) {
-  ListBox& list = pane_.view.commands();
+  shownRevision_ = pane_.copy.revision();
+  CommandList& list = pane_.view.commands();
   const WorkingCopy& copy = pane_.copy;
   const int count = copy.commandCount();
-  std::vector<ListRow> rows;
-  if (copy.content() == WorkingCopy::Content::kNothing) {
+  if (copy.content() == WorkingCopy::Content::kNothing)
     list.rows().clear();
-    pane_.view.showProgress({});
-    emit changed();
-    return;
-  }
-  if (count == 0) {
-    list.rows().setRows({ListRow{kEmptyMacroRow}}, false);
-    pane_.view.showProgress({});
-    emit changed();
-    return;
-  }
-  const LineOptions options = pane_.view.lineOptions();
-  if (copy.content() == WorkingCopy::Content::kKeyFile) {
-    for (int i = 0; i < count; ++i)
-      rows.push_back(
-          {keyCommandLine(copy.keyFile().commands()[static_cast<std::size_t>(i)], options, lines_), i});
-    list.rows().setRows(std::move(rows), true);
-  } else {
-    list.rows().setLines(count, [commands = copy.sharedCommands(), marks = pane_.updatedMarks, options,
-                                 lines = lines_](int i) {
-      const auto at = static_cast<std::size_t>(i);
-      return commandLine((*commands)[at], options, lines, at < marks.size() && marks[at]);
-    });
-  }
-  list.selectRow(std::min(selected, count - 1) == selected ? selected : -1);
-  pane_.view.showProgress(QString::fromStdString(count == 1 ? kOneCommand : format(kManyCommands, count)));
+  else if (count == 0)
+    list.rows().showNotice(commandsOf(), kEmptyMacroRow);
+  else
+    showLines();
+  list.selectRow(selected < count ? selected : -1);
+  showCount();
   emit changed();
+}
+
+void Browser::showLines() {
+  CommandListModel& rows = pane_.view.commands().rows();
+  const WorkingCopy& copy = pane_.copy;
+  const LineOptions options = pane_.view.lineOptions();
+  if (copy.content() == WorkingCopy::Content::kMacro) {
+    rows.showMacro(commandsOf(),
+                   {copy.sharedCommands(), copy.updatedMarks(), options,
+                    [lines = lines_](const MacroCommand& command, const LineOptions& how, bool updated) {
+                      return commandLine(command, how, lines, updated);
+                    }});
+    return;
+  }
+  std::vector<std::string> keys;
+  for (const ClassicCommand& command : copy.keyFile().commands())
+    keys.push_back(keyCommandLine(command, options, lines_));
+  rows.showLines(commandsOf(), std::move(keys));
+}
+
+void Browser::showCount() {
+  const int count = pane_.copy.commandCount();
+  pane_.view.showProgress(count == 0   ? QString()
+                          : count == 1 ? QString::fromLatin1(kOneCommand)
+                                       : QString::fromStdString(format(kManyCommands, count)));
 }
 
 void Browser::showDemoListing() {
@@ -281,18 +311,42 @@ void Browser::refreshWorkplaces() {
   const int chosen = workplace();
   fillWorkplaces();
   list.selectRow(chosen > 0 ? list.rows().rowOfNumber(chosen) : -1);
-  if (chosen > 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kMacroList);
+  if (chosen > 0 && list.selectedRow() < 0) clearFrom(kMacroList);
   emit changed();
 }
 
 void Browser::refreshMacroNames() {
   if (!onPanel() || !showsPanelNames()) return;
+  const MacroRow* chosen = pane_.selectedMacro();
+  const std::optional<MacroRow> before = chosen != nullptr ? std::optional(*chosen) : std::nullopt;
+  listPanelMacros();
+  chooseAgain(before);
+  emit changed();
+}
+
+// The macro that was chosen before its list was filled anew. Under another name it is another macro: what the
+// pane holds would give it its old name back.
+void Browser::chooseAgain(const std::optional<MacroRow>& before) {
+  if (!before) return;
   ListBox& list = pane_.view.macros();
+  const int row = list.rows().rowOfNumber(before->number);
+  const bool same = row >= 0 && pane_.macroRows[static_cast<std::size_t>(row)].name == before->name;
+  list.selectRow(same || (row >= 0 && pane_.copy.edited()) ? row : -1);
+  if (same || pane_.copy.edited()) return;
+  clearFrom(kCommandList);
+  emit said(row < 0 ? tr("gone: %1 is no longer on the panel").arg(nameInStrip(before->text()))
+                    : tr("renamed: %1 has another name on the panel now").arg(nameInStrip(before->text())));
+}
+
+void Browser::refreshFolder(const std::string& folder) {
+  const std::string here = macroFolder();
+  if (here.empty() || pane_.olderFamily || !site_.root.same(here, folder)) return;
   const MacroRow* chosen = pane_.selectedMacro();
   const int number = chosen != nullptr ? chosen->number : -1;
-  listPanelMacros();
+  pane_.macroRows = tessaly::listMacros(site_.root, here).rows;
+  showMacroRows();
+  ListBox& list = pane_.view.macros();
   list.selectRow(number >= 0 ? list.rows().rowOfNumber(number) : -1);
-  if (number >= 0 && list.selectedRow() < 0 && !pane_.copy.edited()) clearFrom(kCommandList);
   emit changed();
 }
 

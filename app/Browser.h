@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ class Browser : public QObject {
   void listMacros();
   // The lines of what the working copy holds, with `selected` (-1 for none) selected.
   void showCommands(int selected = -1);
+  // How many there are, in the pane's progress line.
+  void showCount();
   // The other pane has turned to another workplace of the panel, and this one goes along, unless unsaved
   // changes hold it: the names of one workplace are known at a time.
   void followWorkplace(int number);
@@ -39,6 +42,8 @@ class Browser : public QObject {
   // Only the rows, after values arrived: the selections stay as far as their rows do.
   void refreshWorkplaces();
   void refreshMacroNames();
+  // The macros of the folder, if it is the one shown, after a change of it.
+  void refreshFolder(const std::string& folder);
   // The rows of a panel that was connected while unsaved changes hold the pane.
   void refreshPanel();
   // Selects a macro of the harddisk in all lists, as far as they show it; the working copy is left empty.
@@ -53,15 +58,23 @@ class Browser : public QObject {
  signals:
   void panelWorkplaceChosen(int number);
   void changed();  // lists or selection changed by program: enabled states are to be looked at again
+  void said(const QString& text);
 
  private:
+  void followCopy();
   void clearFrom(int list);
+  void chooseAgain(const std::optional<MacroRow>& before);
   void showConnectedPanel();
   void fillWorkplaces();
+  void showLines();
   void listDiskMacros();
   void listKeyFiles();
   void listPanelMacros();
   void showMacroRows();
+  // What the macros list is a list of, and what the list of commands shows; known again when it is filled
+  // anew.
+  [[nodiscard]] std::string macrosOf() const;
+  [[nodiscard]] std::string commandsOf() const;
 
   [[nodiscard]] bool onPanel() const;
   [[nodiscard]] bool showsPanelNames() const;
@@ -72,7 +85,8 @@ class Browser : public QObject {
   const LineContext& lines_;
   const PanelConnection& connection_;
   MacroNames& panelNames_;
-  bool demo_ = false;  // the demonstration is shown
+  int shownRevision_ = -1;  // of the working copy, as the list of commands shows it
+  bool demo_ = false;       // the demonstration is shown
 };
 
 }  // namespace tessaly

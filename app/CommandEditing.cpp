@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/FailureText.h"
 #include "classic/ClassicGroups.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
@@ -32,16 +33,29 @@ bool inGroupTable(const ClassicCommand& command) {
   return group != nullptr && !subgroupName(*group, command.co()).empty();
 }
 
-bool lacksParameter(const CommandDraft& draft) {
-  return std::any_of(draft.parameters.begin(), draft.parameters.end(),
-                     [](const auto& parameter) { return !parameter.optional && parameter.value.empty(); });
-}
-
 }  // namespace
 
-CommandEditing::CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context,
-                               QWidget* window)
+CommandEditing::CommandEditing(const PaneAccesses& panes, EditorContext context, QWidget* window)
     : panes_(panes), context_(std::move(context)), window_(window) {}
+
+// Behind an open dialog the panel may take the macro away, and a value update may end. What its buttons had
+// promised is looked at again.
+EditorContext CommandEditing::contextFor(Pane pane, int row) const {
+  EditorContext context = context_;
+  const WorkingCopy& copy = state(pane).copy;
+  const auto fidAt = [&copy](int at) {
+    return at >= 0 && at < copy.commandCount() ? copy.commands()[static_cast<std::size_t>(at)].fid
+                                               : std::string();
+  };
+  context.refusal = [this, pane, row, &copy, opening = copy.opening(), fid = fidAt(row),
+                     fidAt]() -> std::string {
+    if (!editable(pane) || copy.opening() != opening || fidAt(row) != fid)
+      return tr("The macro that this command was built for is no longer open.\nThe dialog stays as it is.")
+          .toStdString();
+    return {};
+  };
+  return context;
+}
 
 bool CommandEditing::editable(Pane pane) const {
   return state(pane).hasMacro() && state(pane).copy.content() == WorkingCopy::Content::kMacro;
@@ -51,20 +65,18 @@ int CommandEditing::workplace(Pane pane) const {
   return std::max(kFirstWorkplace, browser(pane).workplace());
 }
 
-void CommandEditing::finish(Pane pane, bool done, const QString& what, int selected) {
-  state(pane).updatedMarks.clear();  // they count lines that have moved
-  browser(pane).showCommands(selected);
-  emit changed();
-  emit said(done ? what : tr("the command could not be written into the working copy"));
+void CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what, int selected) {
+  const Outcome done = state(pane).copy.apply(edit, selected);
+  emit said(done ? what : tr("NOT changed: %1").arg(failureText(done.failure())));
 }
 
 void CommandEditing::newCorvane(Pane pane) {
   if (!editable(pane)) return;
   const int row = position(pane);
-  CreateCommandDialog dialog(context_, workplace(pane), row >= 0, window_);
+  CreateCommandDialog dialog(contextFor(pane), workplace(pane), row >= 0, window_);
   if (dialog.exec() != QDialog::Accepted) return;
-  finish(pane, state(pane).copy.insert(dialog.draft(), row, dialog.workplace(), dialog.mode()),
-         tr("one command inserted"));
+  apply(pane, InsertCommands{{dialog.draft()}, dialog.workplace(), row, dialog.mode()},
+        tr("one command inserted"));
 }
 
 void CommandEditing::newMultiple(Pane pane) {
@@ -74,42 +86,37 @@ void CommandEditing::newMultiple(Pane pane) {
   }
   if (!editable(pane)) return;
   WorkingCopy& copy = state(pane).copy;
-  int lacking = 0;
   MultipleCommandsDialog dialog(
-      context_, workplace(pane), position(pane),
-      [&copy, &lacking](const CommandDraft& draft, int workplace, int row, InsertMode mode) {
-        if (lacksParameter(draft)) ++lacking;
-        return copy.insert(draft, row, workplace, mode);
+      contextFor(pane), workplace(pane), position(pane),
+      [&copy](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
+        const bool done = copy.apply(InsertCommands{drafts, workplace, row, mode}).done();
+        return done ? static_cast<int>(drafts.size()) : 0;
       },
       window_);
   dialog.exec();
   if (dialog.insertedCount() == 0) return;
-  QString text = tr("%n commands inserted", nullptr, dialog.insertedCount());
-  // The panel tells one value of a function; what else it needs is for the user to fill in.
-  if (lacking > 0) text += tr("; %n of them lack a parameter, see \"modify\"", nullptr, lacking);
-  finish(pane, true, text);
+  emit said(tr("%n commands inserted", nullptr, dialog.insertedCount()));
 }
 
 void CommandEditing::newClassic(Pane pane) {
   if (!editable(pane)) return;
   const int row = position(pane);
-  ClassicEditorDialog dialog(context_, row >= 0, 1, window_);
+  ClassicEditorDialog dialog(contextFor(pane), row >= 0, 1, window_);
   dialog.exec();
   takeClassic(pane, row, dialog, false);
 }
 
 void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
-  using Outcome = ClassicEditorDialog::Outcome;
-  if (dialog.outcome() == Outcome::kCancel) return;
-  WorkingCopy& copy = state(pane).copy;
-  if (inPlace && dialog.outcome() == Outcome::kAtSelected)
-    finish(pane, copy.replaceClassic(row, dialog.command(), dialog.destination()),
-           tr("command %1 modified").arg(row + 1), row);
+  using End = ClassicEditorDialog::Outcome;
+  if (dialog.outcome() == End::kCancel) return;
+  const bool modifies = inPlace && dialog.outcome() == End::kAtSelected;
+  if (modifies && !dialog.changed()) return;
+  const CommandDraft draft = classicDraft(dialog.command(), dialog.destination());
+  if (modifies)
+    apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), row);
   else
-    finish(pane,
-           copy.insertClassic(dialog.command(), row, static_cast<InsertMode>(dialog.outcome()),
-                              dialog.destination()),
-           tr("one command inserted"));
+    apply(pane, InsertCommands{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())},
+          tr("one command inserted"));
 }
 
 void CommandEditing::modify(Pane pane) {
@@ -122,20 +129,21 @@ void CommandEditing::modify(Pane pane) {
 }
 
 void CommandEditing::modifyPanelStyle(Pane pane, int row) {
-  WorkingCopy& copy = state(pane).copy;
-  ModifyCommandDialog dialog(context_, copy.commands()[static_cast<std::size_t>(row)], window_);
+  // A copy: an update may end behind the dialog.
+  const MacroCommand command = state(pane).copy.commands()[static_cast<std::size_t>(row)];
+  ModifyCommandDialog dialog(contextFor(pane, row), command, window_);
   if (dialog.exec() != QDialog::Accepted) return;
-  finish(pane, copy.replace(row, dialog.draft(), dialog.workplace()), tr("command %1 modified").arg(row + 1),
-         row);
+  apply(pane, ReplaceCommand{row, dialog.draft(), dialog.workplace()}, tr("command %1 modified").arg(row + 1),
+        row);
 }
 
 void CommandEditing::modifyClassic(Pane pane, int row) {
-  const MacroCommand& stored = state(pane).copy.commands()[static_cast<std::size_t>(row)];
+  const MacroCommand stored = state(pane).copy.commands()[static_cast<std::size_t>(row)];
   const int mainframe = mainframeOf(stored);
   ClassicCommand command;
   if (stored.parameters.empty() || !command.decodeText(stored.parameters.front().value)) {
     // An empty line is filled in its place.
-    ClassicEditorDialog dialog(context_, true, mainframe, window_);
+    ClassicEditorDialog dialog(contextFor(pane, row), true, mainframe, window_);
     dialog.exec();
     takeClassic(pane, row, dialog, true);
     return;
@@ -149,7 +157,7 @@ void CommandEditing::modifyClassic(Pane pane, int row) {
     context_.site.messages.show(kNotInDecodingList, MessageIcon::kExclamation);
     return;
   }
-  ClassicEditorDialog dialog(context_, command, mainframe, window_);
+  ClassicEditorDialog dialog(contextFor(pane, row), command, mainframe, window_);
   dialog.exec();
   takeClassic(pane, row, dialog, true);
 }

@@ -1,24 +1,22 @@
 #pragma once
 
-#include <array>
-
 #include <QObject>
 #include <QWidget>
 
-#include "app/MacroOperations.h"
+#include "app/OpenMacros.h"
 #include "editors/EditorContext.h"
 
 namespace tessaly {
 
 class ClassicEditorDialog;
 
-// Opens the command editors on a pane's macro and writes what they return into its working copy. A missing
+// Opens the command editors on a pane's macro and applies what they return to its working copy. A missing
 // selection ends an operation silently. GUI thread.
 class CommandEditing : public QObject {
   Q_OBJECT
 
  public:
-  CommandEditing(std::array<PaneAccess, kPanes.size()> panes, EditorContext context, QWidget* window);
+  CommandEditing(const PaneAccesses& panes, EditorContext context, QWidget* window);
 
   void newCorvane(Pane pane);
   void newMultiple(Pane pane);
@@ -26,7 +24,6 @@ class CommandEditing : public QObject {
   void modify(Pane pane);
 
  signals:
-  void changed();
   void said(const QString& text);
 
  private:
@@ -35,13 +32,16 @@ class CommandEditing : public QObject {
   [[nodiscard]] bool editable(Pane pane) const;
   [[nodiscard]] int position(Pane pane) const { return state(pane).view.commands().selectedRow(); }
   [[nodiscard]] int workplace(Pane pane) const;
+  // The editors' context for the macro that is open in the pane now; `row` is the command that is to be
+  // replaced, -1 for none.
+  [[nodiscard]] EditorContext contextFor(Pane pane, int row = -1) const;
   void modifyPanelStyle(Pane pane, int row);
   void modifyClassic(Pane pane, int row);
-  // Writes what the editor returned; `inPlace` takes the place of the command at `row`.
+  // Applies what the editor returned; `inPlace` takes the place of the command at `row`.
   void takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
-  void finish(Pane pane, bool done, const QString& what, int selected = -1);
+  void apply(Pane pane, const MacroEdit& edit, const QString& what, int selected = -1);
 
-  std::array<PaneAccess, kPanes.size()> panes_;
+  PaneAccesses panes_;
   EditorContext context_;
   QWidget* window_;
 };

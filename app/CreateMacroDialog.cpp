@@ -44,7 +44,7 @@ void CreateMacroDialog::checkNumber() {
   ui_->targetName->setToolTip(shown(result.label).toHtmlEscaped());
   // Proposed when the number changes only, so that the user's own name is never typed over.
   if (taken) {
-    ui_->name->setText(shown(result.existing));
+    ui_->name->setText(editable(result.existing));
     ui_->name->selectAll();
   }
   checkName();

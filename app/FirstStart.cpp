@@ -37,12 +37,22 @@ void moveDrives(const fs::path& from, const fs::path& to) {
   }
 }
 
+std::optional<SiteRoot> ask(FirstStartDialog& dialog, const SiteRoot& root, Preferences& preferences) {
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (dialog.folder() != root.path())
+    preferences.setSiteFolder(QString::fromStdString(dialog.folder().string()));
+  return SiteRoot(dialog.folder());
+}
+
 }  // namespace
 
+bool describesFunctions(const SiteRoot& root) {
+  return isRegularFile(root, kOlderFamilyInterface) || isRegularFile(root, kPanelInterface);
+}
+
 bool holdsSite(const SiteRoot& root) {
-  for (const std::string_view file : {kOlderFamilyInterface, kPanelInterface, kSettingsFile})
-    if (isRegularFile(root, file)) return true;
-  return !applications(root, kDefaultPath).empty();
+  return describesFunctions(root) || isRegularFile(root, kSettingsFile) ||
+         !applications(root, kDefaultPath).empty();
 }
 
 fs::path siteAround(const fs::path& folder) {
@@ -78,10 +88,14 @@ std::optional<SiteRoot> chooseRoot(const std::string& option, const fs::path& sa
       rootIsNamed(option) || remembered.empty() ? SiteRoot::fromEnvironment(option) : SiteRoot(remembered);
   if (holdsSite(root)) return root;
   FirstStartDialog dialog(root.path(), sample);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  if (dialog.folder() != root.path())
-    preferences.setSiteFolder(QString::fromStdString(dialog.folder().string()));
-  return SiteRoot(dialog.folder());
+  return ask(dialog, root, preferences);
+}
+
+std::optional<SiteRoot> chooseOtherRoot(const SiteRoot& current, const fs::path& sample,
+                                        Preferences& preferences, QWidget& window) {
+  FirstStartDialog dialog(current.path(), sample, &window);
+  dialog.askAgain(describesFunctions(current));
+  return ask(dialog, current, preferences);
 }
 
 }  // namespace tessaly

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include <QWidget>
+
 #include "app/Preferences.h"
 #include "platform/SiteRoot.h"
 
@@ -13,6 +15,9 @@ namespace tessaly {
 // True when the root holds anything of a site: one of the two interface files, the settings file, or an
 // application in the folder where the panes look first. Only reads.
 [[nodiscard]] bool holdsSite(const SiteRoot& root);
+
+// True when the root holds one of the two interface files; without them there are no functions to build with.
+[[nodiscard]] bool describesFunctions(const SiteRoot& root);
 
 // `folder`, or the nearest folder above it that holds a site: someone may name the drive in it. Empty when
 // there is none.
@@ -28,5 +33,11 @@ namespace tessaly {
 [[nodiscard]] std::optional<SiteRoot> chooseRoot(const std::string& option,
                                                  const std::filesystem::path& sample,
                                                  Preferences& preferences);
+
+// Asks the same again while the program works with `current`. The chosen root, when the program is to start
+// anew there, which may be the same one with the sample site in it; another one is remembered.
+[[nodiscard]] std::optional<SiteRoot> chooseOtherRoot(const SiteRoot& current,
+                                                      const std::filesystem::path& sample,
+                                                      Preferences& preferences, QWidget& window);
 
 }  // namespace tessaly

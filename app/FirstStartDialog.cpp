@@ -38,6 +38,23 @@ FirstStartDialog::FirstStartDialog(std::filesystem::path root, std::filesystem::
 
 FirstStartDialog::~FirstStartDialog() = default;
 
+void FirstStartDialog::askAgain(bool describesFunctions) {
+  setWindowTitle(tr("Tessaly: Site"));
+  ui_->heading->setText(tr("The window works with the site here"));
+  ui_->explanation->setText(
+      tr("To work with another one, the window closes and opens again. It asks first what becomes of unsaved "
+         "changes."));
+  if (describesFunctions) {
+    ui_->sample->setEnabled(false);
+    ui_->sampleHint->setText(tr("There is a site here already, which is left as it is."));
+    ui_->existing->setChecked(true);
+    ui_->existing->setFocus();
+  }
+  ui_->empty->hide();
+  ui_->emptyHint->hide();
+  ui_->quit->setText(tr("Cancel"));
+}
+
 void FirstStartDialog::browse() {
   const QString named = QFileDialog::getExistingDirectory(this, tr("Folder of an Existing Installation"),
                                                           ui_->existingFolder->text());

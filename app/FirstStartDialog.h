@@ -20,6 +20,10 @@ class FirstStartDialog : public QDialog {
   FirstStartDialog(std::filesystem::path root, std::filesystem::path sample, QWidget* parent = nullptr);
   ~FirstStartDialog() override;
 
+  // Words for a program that works with the root already. A root that describes functions, made up or not, is
+  // not to be mixed with the sample site.
+  void askAgain(bool describesFunctions);
+
   // Host path of the site to work with; the root itself unless another installation was named.
   [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }
 

@@ -24,10 +24,8 @@ HistoryDialog::HistoryDialog(Preview preview, QWidget* parent)
   ui_->splitter->setStretchFactor(0, kListShare);
   ui_->splitter->setStretchFactor(1, kPreviewShare);
   ui_->outcome->setForegroundRole(QPalette::PlaceholderText);
-  connect(ui_->filter, &QLineEdit::textChanged, this, [this](const QString& text) {
-    model_.setFilter(text);
-    chooseFirst();
-  });
+  connect(ui_->filter, &QLineEdit::textChanged, this,
+          [this](const QString& text) { fill([&] { model_.setFilter(text); }); });
   connect(ui_->macros->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &HistoryDialog::showCurrent);
   connect(ui_->putBack, &QPushButton::clicked, this, [this] {
@@ -46,21 +44,22 @@ HistoryDialog::~HistoryDialog() = default;
 const KeptMacro* HistoryDialog::current() const { return model_.macro(ui_->macros->currentIndex().row()); }
 
 void HistoryDialog::setMacros(std::vector<KeptMacro> macros) {
-  const std::string id = current() != nullptr ? current()->id : std::string();
-  model_.setMacros(std::move(macros));
+  fill([&] { model_.setMacros(std::move(macros)); });
   for (const int column : {HistoryModel::kWhen, HistoryModel::kWhat})
     ui_->macros->resizeColumnToContents(column);
-  chooseFirst();
-  for (int row = 0; row < model_.rowCount(); ++row)
-    if (model_.macro(row)->id == id) ui_->macros->setCurrentIndex(model_.index(row, 0));
 }
 
 void HistoryDialog::showOutcome(const QString& text) { ui_->outcome->setText(text); }
 
 QPoint HistoryDialog::menuPlace() const { return ui_->saveAs->mapToGlobal(QPoint(0, ui_->saveAs->height())); }
 
-void HistoryDialog::chooseFirst() {
-  ui_->macros->setCurrentIndex(model_.index(0, 0));
+void HistoryDialog::fill(const std::function<void()>& change) {
+  const std::string id = current() != nullptr ? current()->id : std::string();
+  change();
+  int chosen = 0;
+  for (int row = 0; row < model_.rowCount(); ++row)
+    if (model_.macro(row)->id == id) chosen = row;
+  ui_->macros->setCurrentIndex(model_.index(chosen, 0));
   showCurrent();
   if (model_.rowCount() > 0)
     ui_->outcome->clear();
@@ -72,11 +71,11 @@ void HistoryDialog::chooseFirst() {
 
 void HistoryDialog::showCurrent() {
   const KeptMacro* macro = current();
-  ui_->putBack->setEnabled(macro != nullptr && macro->place);
+  HistoryPreview preview = macro != nullptr ? preview_(*macro) : HistoryPreview();
+  ui_->putBack->setEnabled(macro != nullptr && macro->place && preview.readable);
   ui_->saveAs->setEnabled(macro != nullptr);
   std::vector<ListRow> rows;
-  if (macro != nullptr)
-    for (std::string& line : preview_(*macro)) rows.push_back({std::move(line)});
+  for (std::string& line : preview.rows) rows.push_back({std::move(line)});
   ui_->commands->rows().setRows(std::move(rows));
 }
 

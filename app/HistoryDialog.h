@@ -15,14 +15,19 @@ class HistoryDialog;
 
 namespace tessaly {
 
+// A kept macro as it would be shown.
+struct HistoryPreview {
+  bool readable = false;  // as a macro; only such a one can be put back
+  std::vector<std::string> rows;
+};
+
 // Shows what macros held before they were overwritten or deleted. Writes nothing itself: it says what the
 // user wants and shows what came of it.
 class HistoryDialog : public QDialog {
   Q_OBJECT
 
  public:
-  // Gives the rows that show a kept macro.
-  using Preview = std::function<std::vector<std::string>(const KeptMacro& macro)>;
+  using Preview = std::function<HistoryPreview(const KeptMacro& macro)>;
 
   explicit HistoryDialog(Preview preview, QWidget* parent = nullptr);
   ~HistoryDialog() override;
@@ -38,7 +43,8 @@ class HistoryDialog : public QDialog {
 
  private:
   [[nodiscard]] const KeptMacro* current() const;
-  void chooseFirst();
+  // Fills the list anew; what was chosen stays chosen as long as it is listed.
+  void fill(const std::function<void()>& change);
   void showCurrent();
 
   std::unique_ptr<Ui::HistoryDialog> ui_;

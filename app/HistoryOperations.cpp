@@ -13,9 +13,7 @@ namespace tessaly {
 
 namespace {
 
-// Holds a macro on its way to the panel: keeping what is there now may drive it out of the history.
-constexpr const char* kOutgoingFolder = "history";
-constexpr const char* kOutgoing = "history\\outgoing.mac";
+constexpr const char* kMacroSuffix = "mac";
 constexpr const char* kNoCommands = "empty macro";
 
 QString titleOf(const KeptMacro& macro) {
@@ -47,9 +45,9 @@ int freeNumber(const MacroNameTable& names, int wanted) {
 
 }  // namespace
 
-HistoryOperations::HistoryOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site,
-                                     MacroHistory& history, const PanelConnection& connection,
-                                     PanelTransfer& panel, const LineContext& lines, QWidget* window)
+HistoryOperations::HistoryOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+                                     const PanelConnection& connection, PanelTransfer& panel,
+                                     const LineContext& lines, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
@@ -68,15 +66,16 @@ void HistoryOperations::open() {
   dialog.exec();
 }
 
-std::vector<std::string> HistoryOperations::preview(const KeptMacro& macro) const {
-  SilentMessages silent;
-  MacroCommands commands;
-  if (!loadCommands({site_.root, silent}, macro.file, true, commands))
-    return {tr("The macro cannot be read.").toStdString()};
-  std::vector<std::string> rows;
-  for (const MacroCommand& command : commands) rows.push_back(commandLine(command, {}, lines_));
-  if (rows.empty()) rows.emplace_back(kNoCommands);
-  return rows;
+HistoryPreview HistoryOperations::preview(const KeptMacro& macro) const {
+  const auto content = readMacro(site_.root, macro.file);
+  if (!content || !content->hasData())
+    return {false,
+            {tr("It cannot be read as a macro: it can be saved as a file, but not put back.").toStdString()}};
+  HistoryPreview preview{true, {}};
+  for (const MacroCommand& command : content->commands())
+    preview.rows.push_back(commandLine(command, {}, lines_));
+  if (preview.rows.empty()) preview.rows.emplace_back(kNoCommands);
+  return preview;
 }
 
 void HistoryOperations::tell(HistoryDialog& dialog, const QString& text) {
@@ -95,25 +94,51 @@ void HistoryOperations::putBack(HistoryDialog& dialog, const KeptMacro& macro) {
     putBackOnDisk(dialog, macro);
 }
 
+bool HistoryOperations::shows(Pane pane, const MacroPlace& place) const {
+  const std::optional<MacroTarget>& target = state(pane).copy.target();
+  if (!target) return false;
+  const MacroPlace shown = placeOf(*target);
+  if (place.file.empty() || shown.file.empty()) return shown == place;
+  return site_.root.same(shown.file, place.file);
+}
+
+bool HistoryOperations::confirmed(const KeptMacro& macro, QStringList losses) const {
+  for (const Pane pane : kPanes) {
+    if (!shows(pane, *macro.place) || !state(pane).copy.edited()) continue;
+    losses
+        << tr("%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is "
+              "put back.")
+               .arg(QLatin1String(state(pane).descriptor.title));
+  }
+  if (losses.isEmpty()) return true;
+  losses.prepend(tr("Put back \"%1\" of %2?").arg(titleOf(macro), shown(localTimeText(macro.when))));
+  return site_.messages.ask(losses.join(QStringLiteral("\n\n")).toStdString(), MessageIcon::kQuestion);
+}
+
 void HistoryOperations::putBackOnDisk(HistoryDialog& dialog, const KeptMacro& macro) {
   const std::string& file = macro.place->file;
-  SilentMessages silent;
-  std::string present;
+  QStringList losses;
   if (isRegularFile(site_.root, file)) {
+    SilentMessages silent;
+    std::string present;
     static_cast<void>(readMacroName({site_.root, silent}, file, present));
-    const QString question =
-        tr("Put back \"%1\" of %2?\n\nIt overwrites \"%3\" in\n%4")
-            .arg(titleOf(macro), shown(localTimeText(macro.when)), shown(present), shown(file));
-    if (!site_.messages.ask(question.toStdString(), MessageIcon::kQuestion)) return;
+    losses << tr("It overwrites \"%1\" in\n%2").arg(shown(present), shown(file));
+  } else if (!history_.isOfSite(macro)) {
+    losses << tr("It came from outside the site and is written to\n%1").arg(shown(file));
   }
-  write(dialog, macro, file);
+  if (confirmed(macro, losses)) write(dialog, macro, file);
 }
 
 void HistoryOperations::write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path) {
-  const bool done = history_.putBack(macro, path);
-  refresh(path);
-  tell(dialog, done ? tr("%1: written to %2").arg(titleOf(macro), shown(path))
-                    : tr("%1: could not be written to %2").arg(titleOf(macro), shown(path)));
+  const Outcome done = history_.putBack(macro, path);
+  const bool unflushed = !done && done.failure().kind == Failure::Kind::kUnflushed;
+  if (done || unflushed) refresh({path, {}, 0, {}});
+  const QString name = titleOf(macro);
+  tell(dialog,
+       done ? tr("%1: written to %2").arg(name, shown(path))
+       : unflushed
+           ? tr("%1: written to %2, but it may not survive a power cut").arg(name, shown(path))
+           : tr("%1: could not be written to %2 (%3)").arg(name, shown(path), shown(done.failure().text)));
 }
 
 void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -126,31 +151,37 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
                            .arg(titleOf(macro), shown(place.address)));
     return;
   }
-  const QString question =
-      tr("Put back \"%1\" of %2?\n\nIt overwrites macro %3 of workplace %4 on the panel %5.")
-          .arg(titleOf(macro), shown(localTimeText(macro.when)), shown(place.number))
-          .arg(place.workplace)
-          .arg(shown(place.address));
-  if (!site_.messages.ask(question.toStdString(), MessageIcon::kQuestion)) return;
-  TransferOutcome outcome{FtpClient::Result::kLocalFile};
-  if (makeFolder(site_.root, kOutgoingFolder) && copyFile(site_.root, macro.file, kOutgoing))
-    outcome =
-        panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-          return macros.upload(place.address, place.workplace, place.number, kOutgoing,
-                               MacroChange::kPutBack);
-        });
-  static_cast<void>(removeFile(site_.root, kOutgoing));
+  if (!confirmed(macro,
+                 {tr("It overwrites macro %1 of workplace %2 on the panel %3.")
+                      .arg(shown(place.number), QString::number(place.workplace), shown(place.address))}))
+    return;
+  const TransferOutcome outcome = send(macro);
+  if (outcome.transfer == FtpClient::Result::kDone) refresh(place);
   tell(dialog,
        outcome.done()
            ? tr("%1: put back on the panel").arg(titleOf(macro))
            : tr("%1: could not be put back on the panel (%2)").arg(titleOf(macro), transferText(outcome)));
 }
 
+// From a copy: keeping what is on the panel now may drive the macro out of the history.
+TransferOutcome HistoryOperations::send(const KeptMacro& macro) {
+  const MacroPlace& place = *macro.place;
+  const auto copy = history_.fetchFile();
+  if (!copy || !copyFile(site_.root, macro.file, *copy)) return {FtpClient::Result::kLocalFile};
+  TransferOutcome outcome =
+      panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
+        return macros.upload(place.address, place.workplace, place.number, *copy, MacroChange::kPutBack);
+      });
+  static_cast<void>(removeFile(site_.root, *copy));
+  return outcome;
+}
+
 void HistoryOperations::saveAs(HistoryDialog& dialog, const KeptMacro& macro) {
   QMenu menu(&dialog);
+  const bool readable = preview(macro).readable;
   for (const Pane pane : kPanes) {
     QAction* action = menu.addAction(tr("In %1...").arg(QLatin1String(state(pane).descriptor.title)));
-    action->setEnabled(!browser(pane).macroFolder().empty() && !state(pane).olderFamily);
+    action->setEnabled(readable && !browser(pane).macroFolder().empty() && !state(pane).olderFamily);
     connect(action, &QAction::triggered, &dialog,
             [this, &dialog, macro, pane] { saveInPane(dialog, macro, pane); });
   }
@@ -168,16 +199,25 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
 }
 
 void HistoryOperations::saveInFile(HistoryDialog& dialog, const KeptMacro& macro) {
-  const QString file = QFileDialog::getSaveFileName(&dialog, tr("Save As"), QString(), tr("Macros (*.mac)"));
-  if (!file.isEmpty()) write(dialog, macro, file.toStdString());
+  QFileDialog choice(&dialog, tr("Save As"), QString(), tr("Macros (*.mac)"));
+  choice.setAcceptMode(QFileDialog::AcceptSave);
+  choice.setDefaultSuffix(QLatin1String(kMacroSuffix));
+  if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
+  write(dialog, macro, choice.selectedFiles().constFirst().toStdString());
 }
 
-// The panes that show the folder, except where unsaved changes hold one: its list is filled when they end.
-void HistoryOperations::refresh(const std::string& path) {
+void HistoryOperations::refresh(const MacroPlace& place) {
   for (const Pane pane : kPanes) {
+    if (state(pane).copy.edited()) continue;  // its list is filled when they end
+    const std::string number = shows(pane, place) ? state(pane).copy.target()->numberText : std::string();
     const std::string folder = browser(pane).macroFolder();
-    if (folder.empty() || state(pane).copy.edited()) continue;
-    if (site_.root.resolve(folder) == site_.root.resolve(path).parent_path()) browser(pane).listMacros();
+    if (!place.file.empty() && !folder.empty() &&
+        site_.root.resolve(folder) == site_.root.resolve(place.file).parent_path())
+      browser(pane).listMacros();
+    if (number.empty()) continue;
+    ListBox& list = state(pane).view.macros();
+    list.selectRow(list.rows().rowOfNumber(parseInt(number)));
+    emit reopened(pane);
   }
   emit changed();
 }

@@ -1,7 +1,10 @@
 #include "app/Language.h"
 
+#include <algorithm>
+
 #include <QCoreApplication>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QTranslator>
 
 // At file scope: the macro does not work inside a namespace.
@@ -14,6 +17,8 @@ namespace {
 const QString kEnglish = QStringLiteral("en");
 const QString kOwnTexts = QStringLiteral("tessaly_");
 const QString kToolkitTexts = QStringLiteral("qtbase_");
+
+QString languageOf(const QString& tag) { return tag.section(QLatin1Char('-'), 0, 0); }
 
 void install(const QString& file, const QString& folder) {
   auto* texts = new QTranslator(QCoreApplication::instance());
@@ -29,14 +34,15 @@ const QStringList& languages() {
 
 QString languageToSpeak(const std::string& wanted, const QStringList& desktop) {
   if (!wanted.empty()) return QString::fromStdString(wanted);
-  for (const QString& tag : desktop) {
-    QString language = tag.section(QLatin1Char('-'), 0, 0);
-    if (languages().contains(language)) return language;
-  }
+  for (const QString& tag : desktop)
+    if (languages().contains(languageOf(tag))) return languageOf(tag);
   return kEnglish;
 }
 
-void speak(const QString& language) {
+void speak(const QString& language, const QStringList& desktop) {
+  const auto tag = std::find_if(desktop.begin(), desktop.end(),
+                                [&](const QString& spoken) { return languageOf(spoken) == language; });
+  QLocale::setDefault(QLocale(tag != desktop.end() ? *tag : language));
   initTranslations();
   for (QTranslator* former : QCoreApplication::instance()->findChildren<QTranslator*>()) delete former;
   install(kToolkitTexts + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));

@@ -14,8 +14,9 @@ namespace tessaly {
 // English.
 [[nodiscard]] QString languageToSpeak(const std::string& wanted, const QStringList& desktop);
 
-// From now on texts are asked for in this language, the toolkit's own ones too where they are installed. To
-// be called once, before the first window, by whoever holds the application object.
-void speak(const QString& language);
+// From now on texts are asked for in this language, the toolkit's own ones too where they are installed, and
+// dates and numbers are written as is usual in it: as in the desktop's country if the desktop (tags as above)
+// speaks it too. To be called once, before the first window, by whoever holds the application object.
+void speak(const QString& language, const QStringList& desktop = {});
 
 }  // namespace tessaly

@@ -2,10 +2,11 @@
 
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
+#include "app/FailureText.h"
 #include "app/RenameMacroDialog.h"
-#include "app/TransferText.h"
+#include "app/StatusStrip.h"
 #include "platform/Files.h"
-#include "widgets/DialogText.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 
@@ -13,149 +14,75 @@ namespace {
 
 constexpr const char* kDeleteQuestion = "Delete macro: %s ?   ";
 
+QString inBrackets(const Outcome& outcome) {
+  return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
+}
+
 }  // namespace
 
-MacroOperations::MacroOperations(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site,
-                                 MacroHistory& history, const PanelConnection& connection,
-                                 PanelTransfer& panel, bool demo, QWidget* window)
+MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+                                 const PanelConnection& connection, MacroTransfers& transfers,
+                                 OpenMacros& open, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
       connection_(connection),
-      panel_(panel),
-      window_(window),
-      demo_(demo) {}
-
-bool MacroOperations::transfer(const QString& label, const PanelTransfer::Operation& operation) {
-  outcome_ = panel_.run(label, operation);
-  return outcome_.done();
-}
-
-QString MacroOperations::reason() const { return QStringLiteral(" (%1)").arg(transferText(outcome_)); }
-
-bool MacroOperations::download(const std::string& address, int workplace, const std::string& number,
-                               const std::string& file) {
-  return transfer(tr("Fetching macro %1 from the panel").arg(shown(number)),
-                  [&](PanelMacros& macros) { return macros.download(address, workplace, number, file); });
-}
-
-bool MacroOperations::upload(const std::string& address, int workplace, const std::string& number,
-                             const std::string& file, MacroChange change) {
-  return transfer(tr("Sending macro %1 to the panel").arg(shown(number)), [&](PanelMacros& macros) {
-    return macros.upload(address, workplace, number, file, change);
-  });
-}
+      transfers_(transfers),
+      open_(open),
+      window_(window) {}
 
 void MacroOperations::tellDone(const QString& text) {
-  const bool unkept = history_.takeFailure();
+  const bool unkept = history_.takeFailure().has_value();
   emit said(unkept ? tr("%1; the history could not keep what was there before").arg(text) : text);
 }
 
-MacroTarget MacroOperations::selectedTarget(Pane pane) const {
-  const MacroRow* row = state(pane).selectedMacro();
-  if (row == nullptr) return {};
-  return {connection_.source(pane),  browser(pane).macroFolder(),
-          connection_.address(pane), browser(pane).workplace(),
-          row->numberText,           row->name};
+// Without a folder or a workplace when the pane has none chosen.
+MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
+  return {connection_.source(pane),  browser(pane).macroFolder(), connection_.address(pane),
+          browser(pane).workplace(), macroNumberText(number),     name};
 }
 
-void MacroOperations::startOpening(Pane pane) {
-  state(pane).commandPosition = 0;
-  state(pane).updatedMarks.clear();
-  emit macroChosen();
-}
-
-void MacroOperations::openMacro(Pane pane) {
-  PaneState& here = state(pane);
-  startOpening(pane);
-  const MacroRow* row = here.selectedMacro();
-  if (row == nullptr) {
-    here.copy.reset();
-    browser(pane).showCommands();
-    return;
-  }
-  here.macroPosition = here.view.macros().selectedRow();
-  if (here.olderFamily && !onPanel(pane))
-    showKeyFile(pane, row->numberText);
-  else
-    static_cast<void>(openTarget(pane, selectedTarget(pane)));
-  emit changed();
-}
-
-void MacroOperations::showKeyFile(Pane pane, const std::string& numberText) {
-  const std::string folder = browser(pane).keyFolder();
-  if (folder.empty()) return;
-  const std::string path = keyFile(folder, numberText);
-  KeyFile file;
-  file.load(site_.root, path, keyFileIndex(path));
-  state(pane).copy.showKeyFile(std::move(file));
-  browser(pane).showCommands();
-}
-
-bool MacroOperations::openTarget(Pane pane, const MacroTarget& target) {
-  PaneState& here = state(pane);
-  const bool panel = target.source == PaneSource::kPanel;
-  if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
-  const bool filled = panel ? download(target.address, target.workplace, target.numberText, here.copy.path())
-                            : copyFile(site_.root, target.file(), here.copy.path()).done();
-  const bool loaded = here.copy.open(target, filled);
-  browser(pane).showCommands();
-  here.view.commands().scrollToTop();
-  const QString macro = shown(target.numberText + " - " + target.name);
-  if (!filled)
-    emit said(tr("%1: could not be fetched%2; the working copy still holds what was open before")
-                  .arg(macro, panel ? reason() : QString()));
-  else if (!loaded)
-    emit said(tr("%1: cannot be read").arg(macro));
-  else
-    emit said(tr("%1: opened").arg(macro));
-  return filled && loaded;
-}
-
-void MacroOperations::rebuild(Pane pane, int reveal) {
+void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool done) {
   browser(pane).listMacros();
   ListBox& list = state(pane).view.macros();
-  const int row = list.rows().rowOfNumber(reveal);
-  if (reveal >= 0) list.makeCurrent(row);
-  emit changed();
+  list.makeCurrent(list.rows().rowOfNumber(parseInt(changed.numberText)));
+  if (done) open_.follow(changed, pane);
 }
 
 void MacroOperations::createMacro(Pane pane) {
-  PaneState& here = state(pane);
-  const MacroRow* row = here.selectedMacro();
+  const MacroRow* row = state(pane).selectedMacro();
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
-  if (here.olderFamily || dialog.exec() != QDialog::Accepted) return;
-  if (onPanel(pane)) {
-    createOnPanel(pane, dialog.number(), dialog.name());
-    return;
-  }
-  const std::string folder = browser(pane).macroFolder();
-  if (folder.empty()) return;
-  const std::string file = macroFile(folder, dialog.number());
-  history_.keepFile(file, MacroChange::kCreate);
-  const bool done = tessaly::createMacro(site_, dialog.name(), file);
-  rebuild(pane, dialog.number());
-  const QString macro = shown(macroNumberText(dialog.number()) + " - " + dialog.name());
-  tellDone(done ? tr("%1: created").arg(macro) : tr("%1: could not be created").arg(macro));
+  if (state(pane).olderFamily || dialog.exec() != QDialog::Accepted) return;
+  const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
+  if (!target.complete()) return;
+  if (onPanel(pane))
+    createOnPanel(pane, target);
+  else
+    createOnDisk(pane, target);
 }
 
-void MacroOperations::createOnPanel(Pane pane, int number, const std::string& name) {
-  PaneState& here = state(pane);
-  const int workplace = browser(pane).workplace();
-  if (workplace <= 0) return;
-  outcome_ = {FtpClient::Result::kLocalFile};
-  const bool done = tessaly::createMacro(site_, name, here.copy.path()) &&
-                    upload(connection_.address(pane), workplace, macroNumberText(number), here.copy.path(),
-                           MacroChange::kCreate);
-  // The new macro went through this pane's working copy, which no longer holds what was shown.
-  here.view.macros().selectRow(-1);
-  here.copy.reset();
-  browser(pane).showCommands();
-  emit changed();
-  const QString macro = shown(macroNumberText(number) + " - " + name);
-  const bool there = outcome_.transfer == FtpClient::Result::kDone;
-  tellDone(there ? tr("%1: created on the panel%2").arg(macro, done ? QString() : reason())
-                 : tr("%1: could not be created on the panel%2").arg(macro, reason()));
+void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
+  const FileChange begun = history_.begin(target.file(), MacroChange::kCreate);
+  const Outcome done = tessaly::createMacro(site_, target.name, target.file());
+  finishOnDisk(pane, target, done.done());
+  tellDone(done ? tr("created: %1").arg(macroInStrip(target))
+                : tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
+}
+
+// The new macro goes through this pane's working copy, which then no longer holds what was shown.
+void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
+  auto loan = state(pane).copy.lend();
+  if (!loan) return;
+  const Outcome made = tessaly::createMacro(site_, target.name, loan->path());
+  const bool announced = made && transfers_.upload(target.address, target.workplace, target.numberText,
+                                                   loan->path(), MacroChange::kCreate);
+  state(pane).view.macros().selectRow(-1);
+  loan.reset();
+  const bool there = made && transfers_.sent();
+  if (there) open_.follow(target, pane);
+  const QString reason = made ? (announced ? QString() : transfers_.reason()) : inBrackets(made);
+  tellDone(there ? tr("created on the panel: %1%2").arg(macroInStrip(target), reason)
+                 : tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -163,215 +90,160 @@ void MacroOperations::copyMacro(Pane pane) {
   const MacroRow* selected = state(from).selectedMacro();
   if (selected == nullptr || state(pane).olderFamily) return;
   const MacroRow source = *selected;
-  const MacroRow* target = state(pane).selectedMacro();
+  const MacroRow* chosen = state(pane).selectedMacro();
   CopyMacroDialog dialog(source.numberText, source.shownName(),
-                         target != nullptr ? parseInt(target->numberText) : -1, browser(pane).names(),
+                         chosen != nullptr ? parseInt(chosen->numberText) : -1, browser(pane).names(),
                          window_);
   if (dialog.exec() != QDialog::Accepted) return;
-  if (onPanel(from))
-    copyFromPanel(pane, source, dialog.number());
+  const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
+  if (!target.complete()) return;
+  if (!onPanel(from))
+    copyFromDisk(pane, source, target);
+  else if (onPanel(pane))
+    copyOnPanel(pane, source, target);
   else
-    copyFromDisk(pane, source, dialog.number());
+    copyFromPanel(pane, source, target);
 }
 
-std::string MacroOperations::sourceFile(Pane from, const MacroRow& source) {
+std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QString& reason) {
   if (!state(from).olderFamily) {
     const std::string folder = browser(from).macroFolder();
     return folder.empty() ? std::string() : macroFile(folder, source.numberText);
   }
   const std::string folder = browser(from).keyFolder();
   if (folder.empty()) return {};
-  const bool converted = convertKeyFile(site_, displayUtf8(source.shownName()), kClassicWorkingCopy,
-                                        keyFile(folder, source.numberText));
+  const Outcome converted = convertKeyFile(site_, displayUtf8(source.shownName()), kClassicWorkingCopy,
+                                           keyFile(folder, source.numberText));
+  reason = inBrackets(converted);
   return converted ? std::string(kClassicWorkingCopy) : std::string();
 }
 
-void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, int number) {
-  const bool panel = onPanel(to);
-  const int workplace = browser(to).workplace();
-  const std::string folder = panel ? std::string() : browser(to).macroFolder();
-  if (panel ? workplace <= 0 : folder.empty()) return;
-  const std::string file = sourceFile(other(to), source);
-  const MacroChange change = state(other(to)).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
-  if (!panel && !file.empty()) history_.keepFile(macroFile(folder, number), change);
-  const bool done = !file.empty() &&
-                    (panel ? upload(connection_.address(to), workplace, macroNumberText(number), file, change)
-                           : copyFile(site_.root, file, macroFile(folder, number)).done());
-  if (!panel) rebuild(to, number);
-  sayCopied(source, number, done, panel && !file.empty());
-}
-
-void MacroOperations::sayCopied(const MacroRow& source, int number, bool done, bool transferred) {
-  const QString macro = shown(source.text());
-  const QString why = transferred && !done ? reason() : QString();
-  // A macro that was sent is there, whether or not the panel could be told so.
-  const bool there = done || (transferred && outcome_.transfer == FtpClient::Result::kDone);
-  tellDone(there ? tr("%1: copied to %2%3").arg(macro, shown(macroNumberText(number)), why)
-                 : tr("%1: could not be copied%2").arg(macro, why));
-}
-
-void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, int number) {
+void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroTarget& target) {
   const Pane from = other(to);
-  const int sourceWorkplace = browser(from).workplace();
-  if (sourceWorkplace <= 0) return;
-  bool done = false;
-  if (onPanel(to)) {
-    const int workplace = browser(to).workplace();
-    if (workplace <= 0) return;
-    const std::string address = connection_.address(to);
-    done =
-        transfer(tr("Copying macro %1 on the panel").arg(shown(source.numberText)), [&](PanelMacros& macros) {
-          return macros.copyOnPanel(address, workplace, source.numberText, macroNumberText(number), to);
-        });
-    // Went through the other pane's working copy, which now holds the macro that is shown there.
-    PaneState& there = state(from);
-    const std::optional<MacroTarget> target = there.copy.target();
-    const bool held = target && target->address == address && target->workplace == workplace &&
-                      target->numberText == source.numberText && there.copy.open(*target, true);
-    if (!held) {
-      there.view.macros().selectRow(-1);
-      there.copy.reset();
-    }
-    browser(from).showCommands();
-  } else {
-    const std::string folder = browser(to).macroFolder();
-    if (folder.empty()) return;
-    history_.keepFile(macroFile(folder, number), MacroChange::kCopy);
-    done = download(connection_.address(from), sourceWorkplace, source.numberText, macroFile(folder, number));
-    rebuild(to, number);
+  QString reason;
+  const std::string file = sourceFile(from, source, reason);
+  if (file.empty()) {
+    tellCopied(source, target, false, reason);
+    return;
   }
-  emit changed();
-  sayCopied(source, number, done, true);
+  const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
+  if (target.source == PaneSource::kPanel) {
+    if (!transfers_.upload(target.address, target.workplace, target.numberText, file, change))
+      reason = transfers_.reason();
+    if (transfers_.sent()) open_.follow(target);
+    tellCopied(source, target, transfers_.sent(), reason);
+    return;
+  }
+  const FileChange begun = history_.begin(target.file(), change);
+  const Outcome copied = copyFile(site_.root, file, target.file());
+  finishOnDisk(to, target, copied.done());
+  tellCopied(source, target, copied.done(), inBrackets(copied));
+}
+
+void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
+  const Pane from = other(to);
+  if (browser(from).workplace() <= 0) return;
+  const FileChange begun = history_.begin(target.file(), MacroChange::kCopy);
+  const bool came = transfers_.download(connection_.address(from), browser(from).workplace(),
+                                        source.numberText, target.file());
+  finishOnDisk(to, target, came);
+  tellCopied(source, target, came, came ? QString() : transfers_.reason());
+}
+
+// Within the target's workplace, and through the other pane's working copy: deliberate.
+void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
+  const Pane from = other(to);
+  if (browser(from).workplace() <= 0) return;
+  WorkingCopy& buffer = state(from).copy;
+  auto loan = buffer.lend();
+  if (!loan) return;  // it holds unsaved changes
+  const bool announced =
+      transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path());
+  const QString reason = announced ? QString() : transfers_.reason();
+  const bool there = transfers_.sent();
+  // The buffer may hold just the macro that was shown from it.
+  const std::optional<MacroTarget> shownThere = buffer.target();
+  const bool held = shownThere && shownThere->address == target.address &&
+                    shownThere->workplace == target.workplace && shownThere->numberText == source.numberText;
+  if (!held) state(from).view.macros().selectRow(-1);
+  if (held) static_cast<void>(loan->show(*shownThere, true));
+  loan.reset();
+  if (there) open_.follow(target);
+  tellCopied(source, target, there, reason);
+}
+
+void MacroOperations::tellCopied(const MacroRow& source, const MacroTarget& target, bool done,
+                                 const QString& reason) {
+  const QString macro = nameInStrip(source.text());
+  const QString number = QString::fromStdString(target.numberText);
+  tellDone(done ? tr("copied: %1 to %2%3").arg(macro, number, reason)
+                : tr("NOT copied: %1 to %2%3").arg(macro, number, reason));
 }
 
 void MacroOperations::renameMacro(Pane pane) {
-  const MacroTarget target = selectedTarget(pane);
-  const bool panel = target.source == PaneSource::kPanel;
-  if (target.numberText.empty() || state(pane).olderFamily) return;
-  if (panel ? target.workplace <= 0 : target.folder.empty()) return;
+  const MacroTarget target = open_.selectedTarget(pane);
+  if (!target.complete() || state(pane).olderFamily) return;
   RenameMacroDialog dialog(target.name, window_);
   if (dialog.exec() != QDialog::Accepted) return;
-  std::string name = dialog.newName();
-  if (panel) {
-    const bool asked = panel_.macros().rename(target.workplace, target.numberText, name);
-    emit said(asked ? tr("%1: the panel was asked to rename it").arg(shown(target.numberText))
-                    : tr("%1: the panel could not be asked to rename it").arg(shown(target.numberText)));
-    return;
-  }
-  history_.keepFile(target.file(), MacroChange::kRename);
-  const bool done = tessaly::renameMacro(site_, target.file(), name);
-  rebuild(pane, parseInt(target.numberText));
-  if (done) clearOther(pane, target.file());
-  tellDone(done ? tr("%1: renamed to %2").arg(shown(target.numberText), shown(name))
-                : tr("%1: could not be renamed").arg(shown(target.numberText)));
+  if (target.source == PaneSource::kPanel)
+    renameOnPanel(target, dialog.newName());
+  else
+    renameOnDisk(pane, target, dialog.newName());
 }
 
-void MacroOperations::clearOther(Pane pane, const std::string& file) {
-  const Pane there = other(pane);
-  WorkingCopy& copy = state(there).copy;
-  const auto& target = copy.target();
-  if (!target || target->source != PaneSource::kHarddisk || copy.edited()) return;
-  if (!site_.root.same(target->file(), file)) return;
-  state(there).view.macros().selectRow(-1);
-  copy.reset();
-  browser(there).showCommands();
+void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string& name) {
+  const bool asked = transfers_.rename(target, name);
+  // A working copy with the old name would undo the new one at its next save.
+  if (asked) open_.forget(target);
+  emit said(asked ? tr("asked: the panel is to rename %1").arg(macroInStrip(target))
+                  : tr("NOT asked: the panel cannot be told to rename %1").arg(macroInStrip(target)));
+}
+
+void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
+  const FileChange begun = history_.begin(target.file(), MacroChange::kRename);
+  std::string given = name;
+  const Outcome done = tessaly::renameMacro(site_, target.file(), given);
+  finishOnDisk(pane, target, done.done());
+  tellDone(done ? tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name))
+                : tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
-  const MacroTarget target = selectedTarget(pane);
-  const bool panel = target.source == PaneSource::kPanel;
-  if (target.numberText.empty() || state(pane).olderFamily) return;
-  if (panel ? target.workplace <= 0 : target.folder.empty()) return;
+  const MacroTarget target = open_.selectedTarget(pane);
+  if (!target.complete() || state(pane).olderFamily) return;
   const std::string entry = target.numberText + " - " + target.name;
-  if (!site_.messages.ask(format(kDeleteQuestion, entry.c_str()), MessageIcon::kQuestion)) return;
-  if (panel) {
-    deleteOnPanel(target);
+  if (!site_.messages.ask(format(kDeleteQuestion, visibleUtf8(entry).c_str()), MessageIcon::kQuestion))
     return;
-  }
+  if (target.source == PaneSource::kPanel)
+    deleteOnPanel(target);
+  else
+    deleteOnDisk(pane, target);
+}
+
+void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const int row = state(pane).view.macros().selectedRow();
-  history_.keepFile(target.file(), MacroChange::kDelete);
-  const bool done = removeFile(site_.root, target.file()).done();
-  rebuild(pane);
+  const FileChange begun = history_.begin(target.file(), MacroChange::kDelete);
+  const Outcome done = removeFile(site_.root, target.file());
+  browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
-  tellDone(done ? tr("%1: deleted").arg(shown(entry)) : tr("%1: could not be deleted").arg(shown(entry)));
+  if (done) open_.follow(target, pane);
+  tellDone(done ? tr("deleted: %1").arg(macroInStrip(target))
+                : tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
-  bool asked = false;
-  static_cast<void>(
-      transfer(tr("Deleting macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
-        asked = macros.remove(target.address, target.workplace, target.numberText);
-        return TransferOutcome{};
-      }));
-  const QString macro = shown(target.numberText + " - " + target.name);
-  tellDone(asked ? tr("%1: the panel was asked to delete it").arg(macro)
-                 : tr("%1: the panel could not be asked to delete it").arg(macro));
-}
-
-void MacroOperations::deleteCommand(Pane pane) {
-  PaneState& here = state(pane);
-  const int row = here.view.commands().selectedRow();
-  if (row < 0 || !here.hasMacro() || here.copy.content() != WorkingCopy::Content::kMacro) return;
-  here.updatedMarks.clear();  // they count lines that now move
-  const bool done = here.copy.remove(row);
-  browser(pane).showCommands(row);
-  emit changed();
-  emit said(done ? tr("command %1 deleted").arg(row + 1)
-                 : tr("command %1 could not be deleted").arg(row + 1));
-}
-
-bool MacroOperations::keepUnsaved(const WorkingCopy& copy) {
-  const auto bytes = readFile(site_.root, copy.path());
-  return bytes && history_.keep(*bytes, placeOf(*copy.target()), MacroChange::kUnsaved);
-}
-
-MacroOperations::Saved MacroOperations::save(Pane pane) {
-  PaneState& here = state(pane);
-  const std::optional<MacroTarget> target = here.copy.target();
-  if (!here.copy.edited()) return Saved::kNothing;
-  const bool panel = target && target->source == PaneSource::kPanel;
-  if (!target || (panel && target->workplace <= 0)) {
-    emit said(tr("NOT saved: this macro has not come from a place that it could go back to"));
-    return Saved::kNothing;
+  PanelMacros::Deletion deletion = transfers_.remove(target, PanelMacros::OldContent::kKept);
+  const QString macro = macroInStrip(target);
+  if (!deletion.kept) {
+    const QString question =
+        tr("The history could not keep %1, so that it cannot be put back:\n%2.\n\nDelete it all the same?")
+            .arg(macro, failureText(deletion.kept.failure()));
+    if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion))
+      deletion = transfers_.remove(target, PanelMacros::OldContent::kLost);
   }
-  if (panel && demo_) {
-    here.copy.leaveEditState();
-    emit changed();
-    emit said(tr("the demonstration sends nothing"));
-    return Saved::kDone;
-  }
-  const bool overwrites = here.copy.targetChanged();
-  if (!panel) history_.keepFile(target->file(), MacroChange::kSave);
-  const bool done = panel ? upload(target->address, target->workplace, target->numberText, here.copy.path(),
-                                   MacroChange::kSave)
-                          : here.copy.saveToDisk();
-  // A macro that was sent is there, whether or not the panel could be told so.
-  const bool saved = done || (panel && outcome_.transfer == FtpClient::Result::kDone);
-  // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
-  const bool kept = !saved && keepUnsaved(here.copy);
-  here.copy.leaveEditState();
-  if (saved || kept) browser(pane).catchUp();
-  emit changed();
-  const QString macro = shown(target->numberText + " - " + target->name);
-  tellDone(done && overwrites ? tr("%1: saved over what another program had written there").arg(macro)
-           : done             ? tr("%1: saved").arg(macro)
-           : saved            ? tr("%1: saved%2").arg(macro, reason())
-           : kept
-               ? tr("%1: NOT saved%2; the history keeps the changes").arg(macro, panel ? reason() : QString())
-               : tr("%1: NOT saved%2; only this pane still holds the changes")
-                     .arg(macro, panel ? reason() : QString()));
-  return saved ? Saved::kDone : Saved::kFailed;
-}
-
-void MacroOperations::discard(Pane pane) {
-  startOpening(pane);
-  const std::optional<MacroTarget> noted = state(pane).copy.target();
-  const MacroTarget target = noted ? *noted : selectedTarget(pane);
-  const bool opened = !target.numberText.empty() && openTarget(pane, target);
-  state(pane).copy.leaveEditState();
-  browser(pane).catchUp();
-  emit changed();
-  if (opened) emit said(tr("%1: changes discarded").arg(shown(target.numberText + " - " + target.name)));
+  tellDone(deletion.asked  ? tr("asked: the panel is to delete %1").arg(macro)
+           : deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
+                           : tr("NOT deleted: %1").arg(macro));
 }
 
 }  // namespace tessaly

@@ -43,6 +43,7 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
                        ui_->renameMacro, ui_->deleteMacro});
   for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
     list->setTextElideMode(Qt::ElideRight);
+  ui_->commands->setClearable(true);
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
   placeNotice();
@@ -157,7 +158,10 @@ void MacroPane::addShortcuts() {
       {ui_->updateData,
        tr("Fetch the current values of the commands from the panel"),
        {QKeySequence(Qt::Key_F5), alt(Qt::Key_P)}},
-      {ui_->saveChanges, tr("Put the changes where the macro came from"), {save, alt(Qt::Key_S)}},
+      {ui_->saveChanges,
+       tr("Put the changes where the macro came from"),
+       {save, alt(Qt::Key_S)},
+       [this] { emit savePressed(); }},  // a save that failed is owed
       {ui_->discardChanges, tr("Open the macro again as it was"), {alt(Qt::Key_D)}},
       {ui_->showDestination, tr("Show where each command goes to"), {alt(Qt::Key_I)}},
       {ui_->showRaw, tr("Show the commands as they are stored"), {alt(Qt::Key_W)}},
@@ -170,7 +174,7 @@ void MacroPane::addShortcuts() {
   addListKeys(*this, {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros, ui_->commands});
 }
 
-void MacroPane::addDeleteKey(ListBox* list, QPushButton* button) {
+void MacroPane::addDeleteKey(QWidget* list, QPushButton* button) {
   auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Delete), list);
   shortcut->setContext(Qt::WidgetShortcut);
   connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
@@ -180,11 +184,13 @@ ListBox& MacroPane::applications() { return *ui_->applications; }
 ListBox& MacroPane::controlPanels() { return *ui_->controlPanels; }
 ListBox& MacroPane::workplaces() { return *ui_->workplaces; }
 ListBox& MacroPane::macros() { return *ui_->macros; }
-ListBox& MacroPane::commands() { return *ui_->commands; }
+CommandList& MacroPane::commands() { return *ui_->commands; }
 
 LineOptions MacroPane::lineOptions() const {
   return {ui_->showDestination->isChecked(), ui_->showRaw->isChecked(), ui_->useTabs->isChecked()};
 }
+
+QLineEdit& MacroPane::address() { return *ui_->address; }
 
 QString MacroPane::addressText() const { return ui_->address->text(); }
 
@@ -200,7 +206,7 @@ void MacroPane::showSource(PaneSource source) {
 void MacroPane::takeFocus() {
   QWidget* last = focusWidget();
   if (last == nullptr || !last->isEnabled() || !last->isVisibleTo(this))
-    last = ui_->applications->isEnabled() ? ui_->applications : ui_->commands;
+    last = ui_->applications->isEnabled() ? static_cast<QWidget*>(ui_->applications) : ui_->commands;
   last->setFocus(Qt::OtherFocusReason);
 }
 
@@ -208,7 +214,7 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   ui_->sourceLabel->setText(shown(display.sourceLabel));
   nameListsByLabels(*this);
   ui_->addressLabel->setText(shown(display.editLabel));
-  const QString text = shown(display.editText);
+  const QString text = editable(display.editText);
   if (ui_->address->text() != text) ui_->address->setText(text);
   ui_->address->setEnabled(display.editEnabled);
   ui_->connectButton->setText(shown(display.buttonText));
@@ -253,7 +259,7 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->discardChanges->setVisible(controls.saveShown);
   notice_->setVisible(controls.noticeShown);
   if (here && (!focus->isEnabled() || !focus->isVisibleTo(this)))
-    (ui_->commands->isEnabled() ? ui_->commands : ui_->macros)->setFocus();
+    (ui_->commands->isEnabled() ? static_cast<QWidget*>(ui_->commands) : ui_->macros)->setFocus();
 }
 
 void MacroPane::showProgress(const QString& text) { ui_->progress->setText(text); }

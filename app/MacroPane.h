@@ -4,9 +4,11 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 
+#include "app/CommandListModel.h"
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
 #include "app/Preferences.h"
@@ -35,9 +37,10 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] ListBox& controlPanels();
   [[nodiscard]] ListBox& workplaces();
   [[nodiscard]] ListBox& macros();
-  [[nodiscard]] ListBox& commands();
+  [[nodiscard]] CommandList& commands();
 
   [[nodiscard]] LineOptions lineOptions() const;
+  [[nodiscard]] QLineEdit& address();
   [[nodiscard]] QString addressText() const;
 
   void showSource(PaneSource source);
@@ -78,7 +81,7 @@ class MacroPane : public QGroupBox {
   void numberControls();
   void connectControls();
   void addShortcuts();
-  void addDeleteKey(ListBox* list, QPushButton* button);
+  void addDeleteKey(QWidget* list, QPushButton* button);
   void placeNotice();
   [[nodiscard]] QString placeName(const char* splitter) const;
 

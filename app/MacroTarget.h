@@ -4,6 +4,7 @@
 
 #include "link/PaneStates.h"
 #include "platform/MacroKeeper.h"
+#include "platform/SiteRoot.h"
 
 namespace tessaly {
 
@@ -17,9 +18,20 @@ struct MacroTarget {
   std::string numberText;  // "007"
   std::string name;
 
+  // There is a place to go to and a number in it.
+  [[nodiscard]] bool complete() const {
+    return !numberText.empty() && (source == PaneSource::kPanel ? workplace > 0 : !folder.empty());
+  }
   [[nodiscard]] std::string file() const { return folder + "macro" + numberText + ".mac"; }
   friend bool operator==(const MacroTarget&, const MacroTarget&) = default;
 };
+
+// Whether both are one place, whatever name the macro has there.
+[[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroTarget& a, const MacroTarget& b) {
+  if (a.source != b.source) return false;
+  if (a.source == PaneSource::kHarddisk) return root.same(a.file(), b.file());
+  return a.address == b.address && a.workplace == b.workplace && a.numberText == b.numberText;
+}
 
 // As the history knows it.
 [[nodiscard]] inline MacroPlace placeOf(const MacroTarget& target) {

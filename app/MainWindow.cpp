@@ -7,7 +7,9 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/SettingsText.h"
 #include "app/ViewMenu.h"
 #include "ui_MainWindow.h"
 #include "widgets/DialogText.h"
@@ -44,7 +46,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
       subscriptions_(context.client),
       connection_(context.client, subscriptions_, context.site.messages, bridge_),
       panelNames_(context.client, subscriptions_, bridge_),
-      transfer_(context.panelMacros, this) {
+      transfer_(context.panelMacros, gate_, this),
+      transfers_(transfer_, context.site) {
   layOut();
   addMenu();
   bridge_.setSource([this](Pane pane) { return connection_.source(pane) == PaneSource::kPanel; });
@@ -55,12 +58,14 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
     here.browser = std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_);
   }
-  const std::array rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
-                         PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
+  const PaneAccesses rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
+                           PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
+  open_ = std::make_unique<OpenMacros>(rooms, context.site, context.history, connection_, transfers_,
+                                       context.demo);
   operations_ = std::make_unique<MacroOperations>(rooms, context.site, context.history, connection_,
-                                                  transfer_, context.demo, this);
-  update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, subscriptions_,
-                                          context.site.messages);
+                                                  transfers_, *open_, this);
+  update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, context.client,
+                                          context.site.messages, gate_);
   readSettingsFile();
   editing_ = std::make_unique<CommandEditing>(rooms,
                                               EditorContext{context.site,
@@ -81,17 +86,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     connectOperations(pane);
     connection_.refresh(pane);
   }
-  connect(operations_.get(), &MacroOperations::changed, this, &MainWindow::updateControls);
-  connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
-  connect(operations_.get(), &MacroOperations::macroChosen, update_.get(), &ValueUpdate::endBusy);
-  connect(editing_.get(), &CommandEditing::changed, this, &MainWindow::updateControls);
-  connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
+  connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
-  connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
-  connect(recovery_.get(), &Recovery::changed, this, &MainWindow::updateControls);
-  connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
-  connect(update_.get(), &ValueUpdate::changed, this, &MainWindow::updateControls);
-  connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
+  connect(historyOperations_.get(), &HistoryOperations::reopened, open_.get(), &OpenMacros::open);
+  connectStrip();
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
   connectionWatch_.start(kConnectionWatchMilliseconds);
   updateControls();
@@ -153,6 +151,7 @@ void MainWindow::addMenu() {
   connect(macro->addAction(tr("&History...")), &QAction::triggered, this, [this] {
     if (loaded_) historyOperations_->open();
   });
+  connect(macro->addAction(tr("&Site...")), &QAction::triggered, this, &MainWindow::siteWanted);
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -169,13 +168,12 @@ void MainWindow::connectPane(Pane pane) {
   connect(&view.applications(), &ListBox::chosen, &browser, &Browser::chooseApplication);
   connect(&view.controlPanels(), &ListBox::chosen, &browser, &Browser::chooseControlPanel);
   connect(&view.workplaces(), &ListBox::chosen, &browser, &Browser::chooseWorkplace);
-  connect(&view.commands(), &ListBox::chosen, this, [this, pane](int row) {
-    room(pane).state->commandPosition = std::max(0, row);
-    updateControls();
-  });
+  connect(&view.commands(), &ListBox::chosen, this, &MainWindow::updateControls);
+  connect(&room(pane).state->copy, &WorkingCopy::changed, this, &MainWindow::updateControls);
   connect(&view, &MacroPane::optionsChanged, &browser,
           [&view, &browser] { browser.showCommands(view.commands().selectedRow()); });
   connect(&browser, &Browser::changed, this, &MainWindow::updateControls);
+  connect(&browser, &Browser::said, this, &MainWindow::say);
   connect(&browser, &Browser::panelWorkplaceChosen, this,
           [this, pane](int number) { room(other(pane)).browser->followWorkplace(number); });
   connect(&view, &MacroPane::sourceChosen, this, [this, pane](PaneSource source) {
@@ -187,6 +185,8 @@ void MainWindow::connectPane(Pane pane) {
   });
   connect(&view, &MacroPane::addressEdited, this,
           [this, pane](const QString& text) { connection_.editText(pane, text.toStdString()); });
+  keepToSettingsText(view.address());
+  connect(&view.address(), &QLineEdit::inputRejected, this, [this] { say(settingsTextRefused()); });
   connect(&view, &MacroPane::addressFinished, this,
           [this, pane](bool confirmed) { connection_.editFinished(pane, confirmed); });
   connect(&view, &MacroPane::connectPressed, this, [this, pane] { connection_.connectButton(pane); });
@@ -195,7 +195,8 @@ void MainWindow::connectPane(Pane pane) {
 void MainWindow::connectOperations(Pane pane) {
   MacroPane& view = *room(pane).view;
   MacroOperations* operations = operations_.get();
-  connect(&view.macros(), &ListBox::chosen, operations, [operations, pane] { operations->openMacro(pane); });
+  OpenMacros* open = open_.get();
+  connect(&view.macros(), &ListBox::chosen, open, [open, pane] { open->open(pane); });
   connect(&view, &MacroPane::createPressed, operations,
           [operations, pane] { operations->createMacro(pane); });
   connect(&view, &MacroPane::copyPressed, operations, [operations, pane] { operations->copyMacro(pane); });
@@ -203,16 +204,29 @@ void MainWindow::connectOperations(Pane pane) {
           [operations, pane] { operations->renameMacro(pane); });
   connect(&view, &MacroPane::deletePressed, operations,
           [operations, pane] { operations->deleteMacro(pane); });
-  connect(&view, &MacroPane::deleteCommandPressed, operations,
-          [operations, pane] { operations->deleteCommand(pane); });
+  connect(&view, &MacroPane::deleteCommandPressed, open, [open, pane] { open->deleteCommand(pane); });
   connect(&view, &MacroPane::updatePressed, update_.get(), [this, pane] { update_->start(pane); });
   connect(&view, &MacroPane::newCorvanePressed, editing_.get(), [this, pane] { editing_->newCorvane(pane); });
   connect(&view, &MacroPane::newMultiplePressed, editing_.get(),
           [this, pane] { editing_->newMultiple(pane); });
   connect(&view, &MacroPane::newClassicPressed, editing_.get(), [this, pane] { editing_->newClassic(pane); });
   connect(&view, &MacroPane::modifyPressed, editing_.get(), [this, pane] { editing_->modify(pane); });
-  connect(&view, &MacroPane::savePressed, operations, [operations, pane] { operations->save(pane); });
-  connect(&view, &MacroPane::discardPressed, operations, [operations, pane] { operations->discard(pane); });
+  connect(&view, &MacroPane::savePressed, open, [open, pane] { open->save(pane); });
+  connect(&view, &MacroPane::discardPressed, open, [open, pane] { open->discard(pane); });
+}
+
+// Whoever has something to say, and what the strip can be told to do.
+void MainWindow::connectStrip() {
+  connect(open_.get(), &OpenMacros::said, this, &MainWindow::say);
+  connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
+  connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
+  connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
+  connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
+  connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
+  connect(update_.get(), &ValueUpdate::waiting, ui_->strip, &StatusStrip::showWaiting);
+  connect(ui_->strip, &StatusStrip::cancelPressed, update_.get(), &ValueUpdate::cancel);
+  connect(open_.get(), &OpenMacros::saveFailed, ui_->strip, &StatusStrip::showOwed);
+  connect(ui_->strip, &StatusStrip::saveAgainPressed, open_.get(), [this](Pane pane) { open_->save(pane); });
 }
 
 void MainWindow::connectPanel() {
@@ -229,14 +243,15 @@ void MainWindow::connectPanel() {
     else
       room(pane).browser->fillApplications();
   });
-  connect(&bridge_, &PanelBridge::macroPositionReset, this,
-          [this](Pane pane) { room(pane).state->macroPosition = 0; });
   connect(&bridge_, &PanelBridge::demoWanted, this, &MainWindow::showDemo);
-  connect(&bridge_, &PanelBridge::workplacesChanged, this,
-          [this](Pane pane) { room(pane).browser->refreshWorkplaces(); });
-  connect(&bridge_, &PanelBridge::macroNamesChanged, this,
-          [this](Pane pane) { room(pane).browser->refreshMacroNames(); });
-  connect(&bridge_, &PanelBridge::timedOut, this, [this](Pane pane) { connection_.timeOut(pane); });
+  connect(&bridge_, &PanelBridge::workplacesChanged, this, [this](Pane pane) {
+    whenFree("workplaces", pane, [this, pane] { room(pane).browser->refreshWorkplaces(); });
+  });
+  connect(&bridge_, &PanelBridge::macroNamesChanged, this, [this](Pane pane) {
+    whenFree("names", pane, [this, pane] { room(pane).browser->refreshMacroNames(); });
+  });
+  connect(&bridge_, &PanelBridge::timedOut, this,
+          [this](Pane pane) { whenFree("time-out", pane, [this, pane] { connection_.timeOut(pane); }); });
 }
 
 void MainWindow::readSettingsFile() {
@@ -245,28 +260,45 @@ void MainWindow::readSettingsFile() {
   connection_.setTexts(Pane::kB, windows1252ToUtf8(settings_.pathB), windows1252ToUtf8(settings_.addressB));
 }
 
-void MainWindow::writeSettingsFile() {
+Outcome MainWindow::writeSettingsFile() {
   settings_.pathA = utf8ToWindows1252(connection_.storedPath(Pane::kA));
   settings_.pathB = utf8ToWindows1252(connection_.storedPath(Pane::kB));
   settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
   settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
-  if (!writeSettings(context_.site.root, settings_)) say(tr("the settings could not be written"));
+  return writeSettings(context_.site.root, settings_);
+}
+
+void MainWindow::keepState() {
+  static_cast<void>(writeSettingsFile());
+  keepPlaces();
+}
+
+bool MainWindow::end() {
+  transfer_.macros().cancel();
+  if (transfer_.busy()) return false;
+  keepState();
+  connection_.close();
+  return true;
 }
 
 bool MainWindow::event(QEvent* event) {
   switch (static_cast<int>(event->type())) {
     case kDictionaryLoadedMessage:
-      dictionaryLoaded();
+      gate_.whenFree("dictionary", [this] { dictionaryLoaded(); });
       return true;
     case kConnectedMessageA:
-      connection_.connectedMessage(Pane::kA);
+    case kConnectedMessageB: {
+      const Pane pane = static_cast<int>(event->type()) == kConnectedMessageA ? Pane::kA : Pane::kB;
+      whenFree("connected", pane, [this, pane] { connection_.connectedMessage(pane); });
       return true;
-    case kConnectedMessageB:
-      connection_.connectedMessage(Pane::kB);
-      return true;
+    }
     default:
       return QMainWindow::event(event);
   }
+}
+
+void MainWindow::whenFree(const char* what, Pane pane, const std::function<void()>& action) {
+  gate_.whenFree(std::string(what) + ' ' + kPaneDescriptors[index(pane)].letter, action);
 }
 
 void MainWindow::dictionaryLoaded() {
@@ -307,7 +339,10 @@ PaneSituation MainWindow::situation(Pane pane) const {
 
 void MainWindow::updateControls() {
   if (operations_ == nullptr) return;
-  for (const Pane pane : kPanes) room(pane).view->showControls(paneControls(situation(pane)));
+  for (const Pane pane : kPanes) {
+    room(pane).view->showControls(paneControls(situation(pane)));
+    if (!room(pane).state->copy.saveOwed()) ui_->strip->showOwed(pane, {});
+  }
 }
 
 void MainWindow::showDemo() {
@@ -319,14 +354,14 @@ void MainWindow::showDemo() {
 void MainWindow::watchConnection() {
   // The panes keep "disconnect" until the user presses it; the strip alone tells that nothing is behind it.
   const bool lost = connection_.lost();
-  if (lost && !lossTold_) say(tr("the connection to the panel was lost"));
+  if (lost && !lossTold_) {
+    say(tr("the connection to the panel was lost"));
+    update_->lineLost();
+  }
   lossTold_ = lost;
 }
 
-void MainWindow::say(const QString& text) {
-  ui_->statusStrip->setText(text);
-  ui_->statusStrip->setToolTip(text.toHtmlEscaped());
-}
+void MainWindow::say(const QString& text) { ui_->strip->say(text); }
 
 bool MainWindow::mayClose() {
   for (const Pane pane : kPanes) {
@@ -334,6 +369,7 @@ bool MainWindow::mayClose() {
     if (!here.copy.edited()) continue;
     const auto& target = here.copy.target();
     const QString macro = target ? shown(target->numberText + " - " + target->name) : tr("the open macro");
+    const EventGate::Hold hold(&gate_);
     QMessageBox box(QMessageBox::Question, QLatin1String(kProgramName),
                     tr("%1: \"%2\" has unsaved changes.").arg(QLatin1String(here.descriptor.title), macro),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
@@ -341,7 +377,7 @@ bool MainWindow::mayClose() {
     box.setDefaultButton(QMessageBox::Save);
     switch (box.exec()) {
       case QMessageBox::Save:
-        if (operations_->save(pane) != MacroOperations::Saved::kDone) return false;
+        if (open_->save(pane) != OpenMacros::Saved::kDone) return false;
         break;
       case QMessageBox::Discard:
         break;
@@ -366,7 +402,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   // Saved or discarded by now: nothing is to be offered at the next start.
   for (const Pane pane : kPanes) room(pane).state->copy.leaveEditState();
-  writeSettingsFile();
+  if (const Outcome written = writeSettingsFile(); !written)
+    context_.site.messages.show(
+        tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());
   keepPlaces();
   connection_.close();
   event->accept();

@@ -8,6 +8,7 @@
 
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
+#include "app/EventGate.h"
 #include "app/HistoryOperations.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
@@ -49,9 +50,20 @@ class MainWindow : public QMainWindow {
 
   [[nodiscard]] const Settings& settings() const { return settings_; }
   [[nodiscard]] bool loaded() const { return loaded_; }
+  // For those who open boxes over this window.
+  [[nodiscard]] EventGate& gate() { return gate_; }
+
+  // Writes the settings and how the window stands, without a question; the window goes on.
+  void keepState();
+  // What closing does, without a question: unsaved changes stay for the next start. False while a transfer is
+  // being given up; to be asked again soon then.
+  [[nodiscard]] bool end();
 
  public slots:
   void say(const QString& text);
+
+ signals:
+  void siteWanted();  // the user wants to choose another site
 
  protected:
   bool event(QEvent* event) override;
@@ -74,11 +86,13 @@ class MainWindow : public QMainWindow {
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void connectPanel();
+  void connectStrip();
   void readSettingsFile();
-  void writeSettingsFile();
+  Outcome writeSettingsFile();
   void dictionaryLoaded();
   void updateControls();
   void showDemo();
+  void whenFree(const char* what, Pane pane, const std::function<void()>& action);
   void watchConnection();
   [[nodiscard]] PaneSituation situation(Pane pane) const;
   // Asks what becomes of unsaved changes; false to stay.
@@ -90,18 +104,21 @@ class MainWindow : public QMainWindow {
   WindowContext context_;
   LineContext lines_;
   QTimer connectionWatch_;
-  bool lossTold_ = false;
+  bool lossTold_ = false;  // of the loss that stands
   Settings settings_;
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
   QLabel* loadingNotice_ = nullptr;
 
+  EventGate gate_;
   PanelBridge bridge_;
   PanelSubscriptions subscriptions_;
   PanelConnection connection_;
   MacroNames panelNames_;
   PanelTransfer transfer_;
+  MacroTransfers transfers_;
   std::array<PaneRoom, kPanes.size()> rooms_;
+  std::unique_ptr<OpenMacros> open_;
   std::unique_ptr<MacroOperations> operations_;
   std::unique_ptr<ValueUpdate> update_;
   std::unique_ptr<CommandEditing> editing_;

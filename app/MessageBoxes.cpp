@@ -24,6 +24,7 @@ QMessageBox::Icon boxIcon(MessageIcon icon) {
 }  // namespace
 
 bool MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons buttons) {
+  const EventGate::Hold hold(gate_);
   QMessageBox box(boxIcon(icon), QLatin1String(kProgramName), text,
                   buttons == MessageButtons::kOk ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel,
                   window_);
@@ -33,17 +34,25 @@ bool MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons but
 }
 
 void MessageBoxes::show(const std::string& text, MessageIcon icon) {
-  const QString shownText = shown(text);
+  const QString shownText = shownLines(text);
   if (QThread::currentThread() == thread()) {
     run(shownText, icon, MessageButtons::kOk);
     return;
   }
   QMetaObject::invokeMethod(
-      this, [this, shownText, icon] { run(shownText, icon, MessageButtons::kOk); }, Qt::QueuedConnection);
+      this,
+      [this, shownText, icon] {
+        const auto box = [this, shownText, icon] { run(shownText, icon, MessageButtons::kOk); };
+        if (gate_)
+          gate_->whenFree("box " + std::to_string(++waiting_), box);
+        else
+          box();
+      },
+      Qt::QueuedConnection);
 }
 
 bool MessageBoxes::ask(const std::string& text, MessageIcon icon) {
-  const QString shownText = shown(text);
+  const QString shownText = shownLines(text);
   if (QThread::currentThread() == thread()) return run(shownText, icon, MessageButtons::kOkCancel);
   bool answer = false;
   QMetaObject::invokeMethod(

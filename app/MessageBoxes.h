@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "app/EventGate.h"
 #include "platform/Messages.h"
 
 namespace tessaly {
@@ -20,6 +21,8 @@ class MessageBoxes : public QObject, public Messages {
 
   // Boxes are modal to this window.
   void setWindow(QWidget* window) { window_ = window; }
+  // Observed: held while a box is open, and waited for by boxes of other threads.
+  void setGate(EventGate* gate) { gate_ = gate; }
 
   void show(const std::string& text, MessageIcon icon) override;
   [[nodiscard]] bool ask(const std::string& text, MessageIcon icon) override;
@@ -28,6 +31,8 @@ class MessageBoxes : public QObject, public Messages {
   bool run(const QString& text, MessageIcon icon, MessageButtons buttons);
 
   QPointer<QWidget> window_;
+  QPointer<EventGate> gate_;
+  int waiting_ = 0;  // boxes of other threads so far
 };
 
 }  // namespace tessaly

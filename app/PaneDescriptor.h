@@ -43,6 +43,10 @@ inline constexpr std::array<PaneDescriptor, kPanes.size()> kPaneDescriptors{{
                                                                                  1358, 1397, 1374}},
 }};
 
+[[nodiscard]] constexpr const char* workingCopyPath(Pane pane) {
+  return pane == Pane::kA ? "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac"
+                          : "c:\\programme\\RV48\\bin\\MacroFid\\tempB.mac";
+}
 inline constexpr std::string_view kClassicWorkingCopy = "c:\\programme\\RV48\\bin\\MacroFid\\tempClassic.mac";
 
 // Controls outside the panes.

@@ -20,8 +20,11 @@ void addPaneKeys(QWidget& pane, const std::vector<PaneKey>& table, const std::fu
     QStringList names;
     for (const QKeySequence& keys : entry.keys) {
       QObject::connect(paneShortcut(pane, keys), &QShortcut::activated, entry.button,
-                       [button = entry.button, before] {
-                         if (!button->isVisible() || !button->isEnabled()) return;
+                       [button = entry.button, before, otherwise = entry.otherwise] {
+                         if (!button->isVisible() || !button->isEnabled()) {
+                           if (otherwise) otherwise();
+                           return;
+                         }
                          before();
                          button->click();
                        });

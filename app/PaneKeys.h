@@ -14,6 +14,7 @@ struct PaneKey {
   QAbstractButton* button;
   QString does;
   std::vector<QKeySequence> keys;
+  std::function<void()> otherwise = {};  // what the keys do while the button cannot be pressed
 };
 
 // The keys press a button while the keyboard is in the pane, so that one key serves the same button of both

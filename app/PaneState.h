@@ -23,11 +23,8 @@ struct PaneState {
 
   bool olderFamily = false;         // kind of the selected control panel
   std::vector<MacroRow> macroRows;  // of the shown macros list, row by row; empty under a notice row
-  int macroPosition = 0;            // remembered list positions; never used as a selection
-  int commandPosition = 0;
 
   WorkingCopy copy;
-  std::vector<bool> updatedMarks;  // one a command while a value update shows its result
 
   [[nodiscard]] const MacroRow* selectedMacro() const {
     const int row = view.macros().selectedRow();

@@ -27,14 +27,9 @@ void PanelBridge::showConnection(Pane pane, const PaneConnectionDisplay& display
 
 void PanelBridge::rebuildLists(Pane pane) { emit listsWanted(pane); }
 
-void PanelBridge::resetMacroPosition(Pane pane) { emit macroPositionReset(pane); }
-
 void PanelBridge::showDemoListing() { emit demoWanted(); }
 
 void PanelBridge::rebuildWorkplaces(Pane pane) { mark(marks_[index(pane)].workplaces); }
-
-// A panel's macros are of the current family from the moment the panel is chosen; nothing is left to change.
-void PanelBridge::markCurrentFamily(Pane) {}
 
 void PanelBridge::rebuildMacros(Pane pane) { mark(marks_[index(pane)].macros); }
 

@@ -27,19 +27,16 @@ class PanelBridge : public QObject, public PanelConnectionView, public MacroName
   void killTimer(Pane pane) override;
   void showConnection(Pane pane, const PaneConnectionDisplay& display) override;
   void rebuildLists(Pane pane) override;
-  void resetMacroPosition(Pane pane) override;
   void showDemoListing() override;
   void rebuildWorkplaces(Pane pane) override;
   void postConnected(Pane pane) override;
 
   [[nodiscard]] bool showsPanel(Pane pane) const override { return isPanel_ && isPanel_(pane); }
-  void markCurrentFamily(Pane pane) override;
   void rebuildMacros(Pane pane) override;
 
  signals:
   void connectionShown(Pane pane, const tessaly::PaneConnectionDisplay& display);
   void listsWanted(Pane pane);
-  void macroPositionReset(Pane pane);
   void demoWanted();
   void workplacesChanged(Pane pane);
   void macroNamesChanged(Pane pane);

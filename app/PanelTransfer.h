@@ -5,19 +5,22 @@
 #include <QObject>
 #include <QWidget>
 
+#include "app/EventGate.h"
 #include "link/PanelMacros.h"
 
 namespace tessaly {
 
 // Runs an operation on the panel's files beside the event loop: the call returns when it is over, while the
-// window stays alive. The user's input waits; after 300 ms a modal progress with Cancel appears. GUI thread.
+// window stays alive. The user's input waits, save for closing the window, which cancels; after 300 ms a
+// progress with Cancel appears. What would change a pane waits until the call has returned. GUI thread.
 class PanelTransfer : public QObject {
   Q_OBJECT
 
  public:
   using Operation = std::function<TransferOutcome(PanelMacros& macros)>;
 
-  PanelTransfer(PanelMacros& macros, QWidget* window) : macros_(macros), window_(window) {}
+  PanelTransfer(PanelMacros& macros, EventGate& gate, QWidget* window)
+      : macros_(macros), gate_(gate), window_(window) {}
 
   // `operation` runs on a thread of its own and touches nothing of the window.
   [[nodiscard]] TransferOutcome run(const QString& label, Operation operation);
@@ -28,6 +31,7 @@ class PanelTransfer : public QObject {
 
  private:
   PanelMacros& macros_;
+  EventGate& gate_;
   QWidget* window_;
   bool busy_ = false;
 };

@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "app/SilentMessages.h"
+#include "app/FailureText.h"
 #include "link/PanelAddress.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
@@ -22,7 +22,7 @@ QString macroText(const MacroTarget& target) { return shown(target.numberText + 
 
 }  // namespace
 
-Recovery::Recovery(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
+Recovery::Recovery(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                    PanelConnection& connection, QWidget* window)
     : panes_(panes), site_(site), history_(history), connection_(connection), window_(window) {}
 
@@ -55,8 +55,8 @@ void Recovery::look(Pane pane) {
   auto record = file.read();
   if (!record) {
     // Nobody knows whose the changes are, but they are there.
-    const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved) &&
-                      history_.keepFile(file.besidePath(), MacroChange::kUnsaved);
+    const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved).done() &&
+                      history_.keepFile(file.besidePath(), MacroChange::kUnsaved).done();
     if (kept) file.remove();
     note(pane, kept ? tr("the record of unsaved changes is damaged; the history keeps the working copy")
                     : tr("the record of unsaved changes is damaged"));
@@ -83,13 +83,14 @@ RecoveryOffer Recovery::describe(Pane pane) const {
   const MacroTarget& target = found.record.target;
   RecoveryOffer offer;
   offer.macro = macroText(target);
-  offer.place = target.source == PaneSource::kHarddisk
-                    ? shown(target.file())
-                    : tr("panel %1, workplace %2").arg(shown(target.address)).arg(target.workplace);
-  SilentMessages silent;
-  MacroCommands commands;
-  offer.readable = loadCommands({site_.root, silent}, fileOf(pane, found.record), true, commands);
-  offer.changes = tr("%n commands; changed from %1 to %2", nullptr, static_cast<int>(commands.size()))
+  offer.place =
+      target.source == PaneSource::kHarddisk
+          ? shown(target.file())
+          : tr("panel %1, workplace %2").arg(shown(target.address), QString::number(target.workplace));
+  const auto macro = Macro::read(found.bytes);
+  offer.readable = macro && macro->hasData();
+  const int count = macro ? static_cast<int>(macro->commands().size()) : 0;
+  offer.changes = tr("%n commands; changed from %1 to %2", nullptr, count)
                       .arg(timeText(found.record.since), timeText(found.record.edited));
   if (!offer.readable)
     offer.warning = tr("The file cannot be read as a macro. It can only be left to the history.");
@@ -110,7 +111,6 @@ void Recovery::answered(const RecoveryDialog& dialog, bool accepted) {
     else
       leave(pane, *found);
   }
-  emit changed();
   tell();
 }
 
@@ -118,19 +118,14 @@ void Recovery::takeUp(Pane pane, const Found& found) {
   PaneState& here = state(pane);
   Browser& browser = *panes_[index(pane)].browser;
   const MacroTarget& target = found.record.target;
-  if (found.record.setAside && !writeFile(site_.root, here.copy.path(), found.bytes)) {
-    note(pane, tr("%1: the working copy cannot be written; you will be asked again").arg(macroText(target)));
-    return;
-  }
   if (target.source == PaneSource::kPanel)
     goToPanel(pane, target);
   else
     browser.reveal(target);
-  here.commandPosition = 0;
-  const bool loaded = here.copy.takeUp(found.record);
-  browser.showCommands();
-  note(pane, loaded ? tr("%1: changes taken up again").arg(macroText(target))
-                    : tr("%1: cannot be read").arg(macroText(target)));
+  const Outcome taken = here.copy.takeUp(found.record, found.bytes);
+  note(pane, taken ? tr("%1: changes taken up again").arg(macroText(target))
+                   : tr("%1: NOT taken up (%2); you will be asked again")
+                         .arg(macroText(target), failureText(taken.failure())));
 }
 
 // Saving needs no more than the panel's files, but the panel reads them when it is told to over the
@@ -153,7 +148,7 @@ void Recovery::leave(Pane pane, const Found& found) {
 void Recovery::setAside(Pane pane, Found found) {
   const RecoveryFile& file = state(pane).copy.recovery();
   // New changes in this pane will take the place of what is set aside.
-  history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved);
+  static_cast<void>(history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved));
   if (!found.record.setAside) {
     found.record.setAside = true;
     if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QWidget>
 
-#include "app/MacroOperations.h"
+#include "app/OpenMacros.h"
 #include "app/RecoveryDialog.h"
 
 namespace tessaly {
@@ -19,14 +19,13 @@ class Recovery : public QObject {
   Q_OBJECT
 
  public:
-  Recovery(std::array<PaneAccess, kPanes.size()> panes, SiteAccess site, MacroHistory& history,
-           PanelConnection& connection, QWidget* window);
+  Recovery(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, PanelConnection& connection,
+           QWidget* window);
 
   // Opens the dialog when there is something to offer, and returns at once.
   void offer();
 
  signals:
-  void changed();
   void said(const QString& text);
 
  private:
@@ -48,7 +47,7 @@ class Recovery : public QObject {
   void note(Pane pane, const QString& text);
   void tell();
 
-  std::array<PaneAccess, kPanes.size()> panes_;
+  PaneAccesses panes_;
   SiteAccess site_;
   MacroHistory& history_;
   PanelConnection& connection_;

@@ -48,7 +48,7 @@ RecoveryFile::RecoveryFile(const SiteRoot& root, char letter)
       record_(folder_ + "\\pane" + letter + ".txt"),
       beside_(folder_ + "\\pane" + letter + ".mac") {}
 
-bool RecoveryFile::write(const RecoveryRecord& record) const {
+Outcome RecoveryFile::write(const RecoveryRecord& record) const {
   RecordText text;
   text.set(placeOf(record.target));
   text.set(kName, record.target.name);
@@ -59,8 +59,8 @@ bool RecoveryFile::write(const RecoveryRecord& record) const {
     text.set(kSum, record.check->sum);
   }
   if (record.setAside) text.set(kAside, std::string_view("yes"));
-  const bool written = writeFile(root_, record_, text.text()).done() ||
-                       (makeFolder(root_, folder_) && writeFile(root_, record_, text.text()));
+  if (auto made = makeOwnFolder(root_.resolve(folder_)); !made) return made;
+  auto written = writeFile(root_, record_, text.text());
   if (written && !record.setAside) static_cast<void>(removeFile(root_, beside_));
   return written;
 }

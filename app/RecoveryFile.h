@@ -6,6 +6,7 @@
 
 #include "app/MacroTarget.h"
 #include "platform/ContentCheck.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -26,8 +27,8 @@ class RecoveryFile {
   // Observes the root. `letter` is the pane's.
   RecoveryFile(const SiteRoot& root, char letter);
 
-  // False when it could not be written. What was set aside before goes, unless the record tells of it.
-  bool write(const RecoveryRecord& record) const;
+  // What was set aside before goes, unless the record tells of it.
+  Outcome write(const RecoveryRecord& record) const;
   void remove() const;
 
   [[nodiscard]] bool exists() const;

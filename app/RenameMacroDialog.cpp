@@ -16,7 +16,7 @@ RenameMacroDialog::RenameMacroDialog(const std::string& oldName, QWidget* parent
   connect(ui_->cancel, &QPushButton::clicked, this, &RenameMacroDialog::reject);
   ui_->oldName->setText(shown(oldName));
   ui_->oldName->setToolTip(shown(oldName).toHtmlEscaped());
-  ui_->newName->setText(shown(oldName));
+  ui_->newName->setText(editable(oldName));
   check();
   QTimer::singleShot(0, ui_->newName, [this] {
     ui_->newName->setFocus();

@@ -31,6 +31,29 @@ std::string shape(const OptionRow& option) {
   return "--" + std::string(option.name) + (*option.value ? " " : "") + option.value;
 }
 
+// What the toolkit takes out of a command line by itself. Its options have one dash or two, and their values
+// stand in the next word, but for the last ones.
+constexpr const char* kToolkitValues[] = {"platform",        "platformpluginpath", "platformtheme", "plugin",
+                                          "qwindowgeometry", "qwindowtitle",       "qwindowicon",   "session",
+                                          "display",         "stylesheet",         "style",         "name"};
+constexpr const char* kToolkitFlags[] = {"reverse", "widgetcount", "nograb", "dograb", "sync"};
+
+QStringList withoutToolkitOptions(const QStringList& arguments) {
+  QStringList left;
+  for (qsizetype at = 0; at < arguments.size(); ++at) {
+    const QString& word = arguments[at];
+    const QString name = word.mid(word.startsWith(QLatin1String("--")) ? 2 : 1);
+    const auto isName = [&](const char* known) { return name == QLatin1String(known); };
+    if (at == 0 || !word.startsWith(QLatin1Char('-')) ||
+        (std::ranges::none_of(kToolkitFlags, isName) && std::ranges::none_of(kToolkitValues, isName) &&
+         !name.startsWith(QLatin1String("style="))))
+      left << word;
+    else if (std::ranges::any_of(kToolkitValues, isName))
+      ++at;
+  }
+  return left;
+}
+
 }  // namespace
 
 std::string startHelp() {
@@ -43,7 +66,7 @@ std::string startHelp() {
     left.resize(width + 2, ' ');
     text += "  " + left + option.description + "\n";
   }
-  return text + "\nExit code: 0 done, 2 wrong usage.\n";
+  return text + "\nExit code: 0 done, 1 not started (a window has said why), 2 wrong usage.\n";
 }
 
 std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::string& reason) {
@@ -52,7 +75,7 @@ std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::
     parser.addOption(
         QCommandLineOption(QString::fromLatin1(option.name), QString(), QString::fromLatin1(option.value)));
   }
-  if (!parser.parse(arguments)) {
+  if (!parser.parse(withoutToolkitOptions(arguments))) {
     reason = parser.errorText().toStdString();
     return std::nullopt;
   }

@@ -22,7 +22,9 @@ struct StartOptions {
 // The text of --help.
 [[nodiscard]] std::string startHelp();
 
-// Reads the command line, which begins with the program's name. Nothing, with the reason, when it is wrong.
+// Reads the command line, which begins with the program's name, before there is a toolkit, which needs a
+// display; options that the toolkit will take (such as -platform) are left to it. Nothing, with the reason,
+// when it is wrong.
 [[nodiscard]] std::optional<StartOptions> readStartOptions(const QStringList& arguments, std::string& reason);
 
 }  // namespace tessaly

@@ -22,12 +22,20 @@ class TransferText {
         return tr("the panel cannot be reached");
       case FtpClient::Result::kStalled:
         return tr("the panel does not answer");
+      case FtpClient::Result::kTooSlow:
+        return tr("the panel is too slow");
       case FtpClient::Result::kCut:
         return tr("the connection was cut");
+      case FtpClient::Result::kPanelError:
+        return tr(
+            "the panel broke off with an error of its own (451), such as a file that it cannot read or "
+            "write");
       case FtpClient::Result::kFull:
         return tr("the panel's disk is full");
       case FtpClient::Result::kLocalFile:
         return tr("the local file cannot be read or written");
+      case FtpClient::Result::kUnreadable:
+        return tr("what the panel sent is no macro");
       case FtpClient::Result::kCancelled:
         return tr("the transfer was cancelled");
       case FtpClient::Result::kNoLibrary:

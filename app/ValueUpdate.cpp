@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include <QThread>
-
+#include "app/FailureText.h"
+#include "editors/PostTo.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -11,6 +11,8 @@ namespace tessaly {
 namespace {
 
 constexpr int kQuietMilliseconds = 500;
+constexpr int kPatienceMilliseconds = 300;
+constexpr int kAheadMilliseconds = 20;
 constexpr std::string_view kClassicMark = "NCSCOMMAND";
 constexpr const char* kNotConnected =
     "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
@@ -27,20 +29,37 @@ bool isClassic(const MacroCommand& command) { return command.fid.find(kClassicMa
 
 }  // namespace
 
-ValueUpdate::ValueUpdate(std::array<PaneAccess, kPanes.size()> panes, const FunctionDictionary& dictionary,
-                         const PanelConnection& connection, PanelSubscriptions& subscriptions,
-                         Messages& messages)
+ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& dictionary,
+                         const PanelConnection& connection, PanelClient& client, Messages& messages,
+                         EventGate& gate)
     : panes_(panes),
       dictionary_(dictionary),
       connection_(connection),
-      subscriptions_(subscriptions),
-      messages_(messages) {
-  quiet_.setSingleShot(true);
+      messages_(messages),
+      gate_(gate),
+      questions_(client, postTo(this), [this](const std::vector<PanelAnswer>& answers) {
+        for (const PanelAnswer& answer : answers) handle(answer);
+      }) {
+  for (QTimer* timer : {&quiet_, &patience_, &ahead_}) {
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+  }
   quiet_.setInterval(kQuietMilliseconds);
-  quiet_.setTimerType(Qt::PreciseTimer);
-  connect(&quiet_, &QTimer::timeout, this, &ValueUpdate::finish);
-  subscriptions_.onCommandValue(
-      [this](const std::string& name, const ParameterValue& value) { arrived(name, value.getAsString()); });
+  patience_.setInterval(kPatienceMilliseconds);
+  ahead_.setInterval(kAheadMilliseconds);
+  connect(&quiet_, &QTimer::timeout, this, [this] {
+    gate_.whenFree("end of the value update", [this] {
+      if (!quiet_.isActive()) finish();  // values that came behind the box have begun the wait anew
+    });
+  });
+  connect(&patience_, &QTimer::timeout, this, &ValueUpdate::showWaiting);
+  connect(&ahead_, &QTimer::timeout, this, &ValueUpdate::writeAhead);
+}
+
+void ValueUpdate::endBusy() {
+  marker_ = kIdle;
+  patience_.stop();
+  emit waiting({});
 }
 
 void ValueUpdate::start(Pane pane) {
@@ -53,13 +72,12 @@ void ValueUpdate::start(Pane pane) {
     return;
   }
   marker_ = pane == Pane::kA ? 1 : 2;
-  ++update_;
   pane_ = pane;
   PaneState& state = *room().state;
-  notedCount_ = state.copy.commandCount();
-  state.updatedMarks.assign(static_cast<std::size_t>(notedCount_), false);
+  marks_.assign(static_cast<std::size_t>(state.copy.commandCount()), false);
+  values_ = {};
   selected_ = state.view.commands().selectedRow();
-  dropRegistrations();
+  dropQuestions();
   heldRevision_ = state.copy.revision();
   // The marker stays set after this and every later early return, until a macro is selected: users know it
   // so.
@@ -71,8 +89,7 @@ void ValueUpdate::start(Pane pane) {
   if (result.broken) return;
   if (selected_ < 0) report(result);
   updated_ = 0;
-  // A box may have been open meanwhile, and the panel may have taken the macro away behind it.
-  if (state.copy.revision() == heldRevision_ && state.copy.hold()) request(chosen);
+  if (state.copy.revision() == heldRevision_) request(chosen);
 }
 
 std::vector<std::size_t> ValueUpdate::chosenCommands() {
@@ -122,97 +139,128 @@ void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
   commandsByFid_.clear();
   for (std::size_t i = static_cast<std::size_t>(std::max(0, selected_)); i < commands.size(); ++i)
     commandsByFid_[commands[i].fid].push_back(i);
-  std::unordered_map<std::string, bool> asked;
+  std::vector<std::string> names;
   for (const std::size_t i : chosen) {
     const MacroCommand& command = commands[i];
     if (isClassic(command)) continue;
     const auto function = dictionary_.find(command.functionName());
     if (!function || function->incremental()) continue;
-    std::string name = std::string(command.destination()) + "." + function->sid();
-    // A second registration of one name would deliver an empty value.
-    if (!asked.emplace(name, true).second) continue;
-    registered_.push_back(name);
-    static_cast<void>(subscriptions_.subscribeCommandValue(name));
+    names.push_back(std::string(command.destination()) + "." + function->sid());
   }
+  if (!names.empty()) patience_.start();
+  questions_.ask(names);
 }
 
-void ValueUpdate::arrived(const std::string& name, std::string text) {
-  if (QThread::currentThread() == thread()) {
-    handle({update_, name, std::move(text)});
+void ValueUpdate::showWaiting() {
+  if (!patience_.isActive() && questions_.missing() > 0 && busy())
+    emit waiting(tr("waiting for %n values from the panel", nullptr, static_cast<int>(questions_.missing())));
+  else if (questions_.missing() == 0)
+    emit waiting({});
+}
+
+void ValueUpdate::handle(const PanelAnswer& answer) {
+  if (marker_ == kIdle) return;
+  if (copy().revision() != heldRevision_) {
+    // What was asked for belongs to commands that have moved or gone.
+    drop(tr("update ended: the macro was changed meanwhile, the values that came are gone"));
     return;
   }
-  bool queue = false;
-  {
-    const std::lock_guard guard(mutex_);
-    waiting_.push_back({update_, name, std::move(text)});
-    queue = !queued_;
-    queued_ = true;
-  }
-  if (queue) QMetaObject::invokeMethod(this, &ValueUpdate::drain, Qt::QueuedConnection);
-}
-
-void ValueUpdate::drain() {
-  std::vector<Arrived> values;
-  {
-    const std::lock_guard guard(mutex_);
-    values.swap(waiting_);
-    queued_ = false;
-  }
-  for (const Arrived& value : values) handle(value);
-}
-
-void ValueUpdate::handle(const Arrived& value) {
-  if (marker_ == kIdle || value.update != update_) return;
-  PaneState& state = *room().state;
-  if (state.copy.revision() != heldRevision_) {
-    // The macro was edited meanwhile: the held document no longer has these edits and must not be saved over
-    // them.
-    marker_ = kIdle;
-    emit said(tr("update ended: the macro was changed meanwhile"));
-    return;
-  }
-  const std::size_t dot = value.name.find('.');
+  const std::size_t dot = answer.name.find('.');
   if (dot == std::string::npos) return;
-  const auto function = dictionary_.findBySid(std::string_view(value.name).substr(dot + 1));
+  const auto function = dictionary_.findBySid(std::string_view(answer.name).substr(dot + 1));
   if (!function) return;
-  const auto commands = commandsByFid_.find(value.name.substr(0, dot + 1) + std::string(function->name()));
+  showWaiting();
+  const auto commands = commandsByFid_.find(answer.name.substr(0, dot + 1) + std::string(function->name()));
   if (commands == commandsByFid_.end()) return;
   for (const std::size_t command : commands->second) {
-    if (setValue(command, value.text)) {
-      if (command < state.updatedMarks.size()) state.updatedMarks[command] = true;
-      ++updated_;
-      state.view.showProgress(QString::fromStdString(format(kProgress, updated_, toUpdate_)));
-      quiet_.start();
-    }
+    take(command, answer.value);
     if (selected_ >= 0) break;
   }
 }
 
-bool ValueUpdate::setValue(std::size_t command, const std::string& text) {
-  WorkingCopy& copy = room().state->copy;
+void ValueUpdate::take(std::size_t command, const std::string& text) {
   const int number = static_cast<int>(command);
-  // Pane B's values go straight into the file, which the end of the update then replaces: users know it so.
-  return pane_ == Pane::kA ? copy.setHeldValue(number, text) : copy.setFileValue(number, text);
+  const std::optional<Macro>& macro = copy().macro();
+  if (!macro || macro->takerOfValue(number) < 0) return;
+  values_.values.emplace_back(number, text);
+  if (command < marks_.size()) marks_[command] = true;
+  ++updated_;
+  room().state->view.showProgress(QString::fromStdString(format(kProgress, updated_, toUpdate_)));
+  quiet_.start();
+  if (pane_ == Pane::kB && !ahead_.isActive()) ahead_.start(0);
+}
+
+// Pane B's values go straight into the file, which the end of the update then replaces: users know it so.
+void ValueUpdate::writeAhead() {
+  if (busy() && copy().revision() == heldRevision_ && !copy().writeAhead(values_)) ahead_.start();
+}
+
+void ValueUpdate::drop(const QString& why) {
+  endBusy();
+  quiet_.stop();
+  ahead_.stop();
+  static_cast<void>(copy().restoreFile());
+  room().browser->showCount();
+  dropQuestions();
+  emit said(why);
+}
+
+void ValueUpdate::cancel() {
+  if (busy()) drop(tr("update cancelled: the values that came are gone"));
+}
+
+void ValueUpdate::lineLost() {
+  if (busy() && questions_.missing() > 0 && !quiet_.isActive())
+    drop(tr("update ended: the line to the panel is lost, the values that came are gone"));
 }
 
 void ValueUpdate::finish() {
-  PaneState& state = *room().state;
-  if (marker_ != kIdle && connection_.connected(pane_) && state.copy.revision() == heldRevision_) {
-    const bool saved = state.copy.saveHeld();
-    room().browser->showCommands();
-    emit said(saved ? tr("%n commands updated", nullptr, updated_)
-                    : tr("the updated values could not be written"));
+  ahead_.stop();
+  if (marker_ != kIdle) {
+    if (copy().revision() != heldRevision_) {
+      drop(tr("update ended: the macro was changed meanwhile, the values that came are gone"));
+      return;
+    }
+    if (!connection_.connected(pane_)) {
+      drop(tr("update ended: the pane is no longer connected, the values that came are gone"));
+      return;
+    }
+    if (pane_ == Pane::kA)
+      finishPaneA();
+    else
+      finishPaneB();
+    copy().dropMarks();
   }
-  marker_ = kIdle;
-  notedCount_ = -1;
-  state.updatedMarks.clear();
-  dropRegistrations();
-  emit changed();
+  endBusy();
+  dropQuestions();
 }
 
-void ValueUpdate::dropRegistrations() {
-  subscriptions_.unsubscribeCommandValues(registered_);
-  registered_.clear();
+void ValueUpdate::finishPaneA() {
+  const std::shared_ptr<const MacroCommands> before = copy().sharedCommands();
+  const Outcome done = copy().apply(values_, -1, marks_);
+  if (!done) {
+    emit said(tr("NOT updated: %1").arg(failureText(done.failure())));
+    return;
+  }
+  const MacroCommands& after = copy().commands();
+  int changes = 0;
+  for (std::size_t i = 0; i < after.size(); ++i)
+    if (!(after[i] == (*before)[i])) ++changes;
+  emit said(tr("%n commands updated", nullptr, updated_) + QStringLiteral("; ") +
+            tr("%n of them changed", nullptr, changes));
+}
+
+// The macro from before the first value is written over what the values have made of the file: kept exactly
+// so.
+void ValueUpdate::finishPaneB() {
+  const Outcome done = copy().rewrite();
+  emit said(
+      done ? tr("%n values came; pane B shows the state before the update; use pane A", nullptr, updated_)
+           : tr("NOT updated: %1").arg(failureText(done.failure())));
+}
+
+void ValueUpdate::dropQuestions() {
+  questions_.cancel();
   commandsByFid_.clear();
   quiet_.stop();
 }

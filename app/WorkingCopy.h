@@ -1,95 +1,154 @@
 #pragma once
 
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include <QObject>
+
 #include "app/RecoveryFile.h"
 #include "model/KeyFile.h"
-#include "model/MacroCommand.h"
 #include "model/MacroFile.h"
-#include "platform/SiteAccess.h"
 
 namespace tessaly {
 
-// The working copy of one pane: what is shown, the file behind it, where it belongs and whether it has
-// unsaved changes. Every change of the file passes through here, and while there are unsaved ones a record of
-// them lies beside the site, from which the next start of a program that has died takes them up. GUI thread.
-class WorkingCopy {
+// The working copy of one pane: the macro that is shown, the file that mirrors it, where it belongs, and
+// whether it has unsaved changes. The macro in memory is what counts; nobody else writes the file, and what
+// another program does to it is put right before it is used. While there are unsaved changes nothing foreign
+// gets in, and a record beside the site lets the next start of a program that has died take them up.
+//
+// Whoever shows something connects to `changed`. GUI thread.
+class WorkingCopy : public QObject {
+  Q_OBJECT
+
  public:
   enum class Content { kNothing, kMacro, kKeyFile };
+  using Marks = std::vector<bool>;
 
-  WorkingCopy(SiteAccess site, std::string path, RecoveryFile recovery)
-      : site_(site), path_(std::move(path)), recovery_(std::move(recovery)) {}
+  WorkingCopy(SiteAccess site, std::string path, RecoveryFile recovery);
+  ~WorkingCopy() override;
 
-  // Shows nothing; the file stays. Leaves edit state.
-  void reset();
-  // Loads the file after the target's macro was copied or downloaded onto it, of which `filled` tells the
-  // outcome. When that failed the old working copy is shown, but belongs to no macro. False when the file
-  // cannot be loaded; nothing is shown then.
-  bool open(const MacroTarget& target, bool filled);
-  void showKeyFile(KeyFile keyFile);
-  // Loads the file, which holds what an earlier run of the program left unsaved, and enters edit state as of
-  // then. False when it cannot be loaded; nothing is shown then.
-  bool takeUp(const RecoveryRecord& record);
+  // The file in the hands of a transfer: until the loan ends nothing else touches it, and every change of the
+  // working copy is refused. A loan that ends without `show` leaves nothing shown, unless it was for reading
+  // only.
+  class Loan {
+   public:
+    Loan(Loan&& other) noexcept : copy_(std::exchange(other.copy_, nullptr)), keeps_(other.keeps_) {}
+    Loan& operator=(Loan&&) = delete;
+    ~Loan();
 
-  // Each changes the file, shows what it holds now and enters edit state. False when the file was not
-  // changed; what is shown is then what the file holds.
-  bool insert(const CommandDraft& draft, int position, int workplace, InsertMode mode);
-  bool insertClassic(const ClassicCommand& command, int position, InsertMode mode, int mainframe);
-  // With one save, so that no failure loses the old command.
-  bool replace(int position, const CommandDraft& draft, int workplace);
-  bool replaceClassic(int position, const ClassicCommand& command, int mainframe);
-  bool remove(int position);
+    [[nodiscard]] const std::string& path() const { return copy_->path_; }
+    // Ends the loan: shows what the file holds now as the macro of `target`, or, when it was not filled, as
+    // that of none. The failure is that of reading it.
+    Outcome show(const MacroTarget& target, bool filled);
 
-  // The value update: values go to the held document or straight into the file.
-  bool hold() { return held_.open(site_, path_); }
-  bool setHeldValue(int number, const std::string& value) { return held_.setCommandValue(number, value); }
-  bool setFileValue(int number, const std::string& value);
-  // Writes the held document over the file, loads it and enters edit state.
-  bool saveHeld();
+   private:
+    friend class WorkingCopy;
+    Loan(WorkingCopy& copy, bool keeps) : copy_(&copy), keeps_(keeps) { copy_->lent_ = true; }
 
-  // Copies the file over the target's, for a macro of the harddisk. Edit state is left by `leaveEditState`.
-  bool saveToDisk();
-  // The target's file on the harddisk no longer holds what it held when it was opened or last saved here:
-  // somebody else has written it since.
-  [[nodiscard]] bool targetChanged() const;
-  void leaveEditState();
+    WorkingCopy* copy_;
+    bool keeps_;  // for reading only: what is shown stays
+  };
+
+  // To be filled; none while there are unsaved changes or another loan.
+  [[nodiscard]] std::optional<Loan> lend();
+  // To be sent; the file is that of the macro by then. The failure is that of writing it.
+  [[nodiscard]] Expected<Loan> lendToRead();
+
+  // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
+  Outcome clear();
+  Outcome showKeyFile(KeyFile keyFile);
+  // Changes the macro and its file, and enters edit state. `select` is the command to be selected afterwards,
+  // `marks` are shown until the next change. Nothing has changed when it fails.
+  Outcome apply(const MacroEdit& edit, int select = -1, Marks marks = {});
+  // They are shown until the list is drawn anew.
+  void dropMarks() { marks_.clear(); }
+  // Writes the macro as after an edit, and enters edit state.
+  Outcome rewrite();
+  // Brings back what an earlier run left unsaved.
+  Outcome takeUp(const RecoveryRecord& record, std::string bytes);
+
+  // Writes the macro with these values into the file, in the background and ahead of what is shown, which
+  // stays as it is. False, nothing begun, while the one before is still being written.
+  [[nodiscard]] bool writeAhead(const SetValues& values);
+
+  // Puts right what else has become of the file. The failure is that of writing it.
+  Outcome restoreFile();
+
+  // Writes the macro over the target's file on the harddisk.
+  Outcome saveToDisk();
+  // The target holds the macro now.
+  void noteSaved();
+  // As the user has decided, or as a save that failed leaves it. With `kKeep` the record of the changes stays
+  // for the next start.
+  enum class Record { kRemove, kKeep };
+  void leaveEditState(Record record = Record::kRemove);
+
+  // Whether something else has replaced or removed the file since it was written here.
+  [[nodiscard]] bool fileChanged() const;
+  // Whether bytes are not those that the target held when it was opened or last saved here; false when that
+  // is unknown.
+  [[nodiscard]] bool targetDiffers(const std::string& bytes) const;
+  [[nodiscard]] bool knowsTarget() const { return fetched_.has_value(); }
 
   [[nodiscard]] const std::string& path() const { return path_; }
   [[nodiscard]] Content content() const { return content_; }
-  [[nodiscard]] const MacroCommands& commands() const { return *commands_; }
+  [[nodiscard]] const MacroCommands& commands() const;
   // The commands as they are now, also after the next change.
-  [[nodiscard]] std::shared_ptr<const MacroCommands> sharedCommands() const { return commands_; }
+  [[nodiscard]] std::shared_ptr<const MacroCommands> sharedCommands() const;
+  [[nodiscard]] const std::string& bytes() const { return macro_->bytes(); }  // of a macro
+  [[nodiscard]] const std::optional<Macro>& macro() const { return macro_; }
   [[nodiscard]] const KeyFile& keyFile() const { return keyFile_; }
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
+  [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
+  [[nodiscard]] int selectAfterChange() const { return select_; }
+
+  // Edit state, as told by the pane's controls.
   [[nodiscard]] bool edited() const { return edited_; }
-  // Rises with every change of what is shown.
+  // The macro is not what its target held when it was opened or last saved here.
+  [[nodiscard]] bool differs() const;
+  // A save has failed, and nothing has been saved, discarded or opened since.
+  [[nodiscard]] bool saveOwed() const {
+    return !edited_ && target_ && content_ == Content::kMacro && differs();
+  }
+
+  // Rises whenever another macro, or the same one anew, is shown, and with every change of what is shown.
+  [[nodiscard]] int opening() const { return opening_; }
   [[nodiscard]] int revision() const { return revision_; }
   [[nodiscard]] const RecoveryFile& recovery() const { return recovery_; }
 
+ signals:
+  void changed();
+
  private:
-  bool load();
-  // Shows what the file holds after an attempt to change it; `saved` spares the loading.
-  bool reload(bool changed, SavedMacro saved);
+  Outcome free(bool evenEdited) const;
+  void empty();
+  Outcome take(Expected<Macro> changed, int select, Marks marks);
+  void settleAhead();
   void noteEdit();
+  Outcome load();
 
   SiteAccess site_;
   std::string path_;
-  Content content_ = Content::kNothing;
-  std::shared_ptr<const MacroCommands> commands_ = std::make_shared<MacroCommands>();
-  KeyFile keyFile_;
-  HeldMacro held_;
-  std::optional<MacroTarget> target_;
-  bool edited_ = false;
-  int revision_ = 0;
   RecoveryFile recovery_;
-  ContentCheck loaded_;  // of the bytes that the file had when it was loaded
+
+  Content content_ = Content::kNothing;
+  std::optional<Macro> macro_;  // while the content is one
+  KeyFile keyFile_;
+  Marks marks_;
+  int select_ = -1;
+  std::optional<MacroTarget> target_;
   std::optional<ContentCheck>
       fetched_;  // of the target, when it was opened or last saved; unknown when taken up
+  bool edited_ = false;
+  bool lent_ = false;
+  int opening_ = 0;
+  int revision_ = 0;
   std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
+  std::future<void> ahead_;
 };
 
 }  // namespace tessaly

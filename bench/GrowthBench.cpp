@@ -14,6 +14,7 @@
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
 #include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly::bench {
 namespace {
@@ -86,7 +87,7 @@ void open(int commands) {
   static DecodingLists lists{grownSite()};
   Quiet messages;
   MacroCommands loaded;
-  if (!loadCommands({grownSite(), messages}, format("c:\\macro%d.mac", commands), true, loaded)) std::abort();
+  if (!loadCommands({grownSite(), messages}, format("c:\\macro%d.mac", commands), loaded)) std::abort();
   for (const MacroCommand& command : loaded) {
     const std::string line = commandLine(command, {}, {dictionaryOf(kTenFunctions), lists});
     keep(line.data());
@@ -98,10 +99,9 @@ void edit(int commands) {
   Quiet messages;
   const SiteAccess site{grownSite(), messages};
   const std::string file = format("c:\\macro%d.mac", commands);
-  SavedMacro saved;
   const CommandDraft draft{"QMF1.ME1.KEY1.CLIP.SET", {{ParameterKind::kFloat, "VALUE", "0.5"}}};
-  if (!removeCommand(site, file, commands / 2, &saved) ||
-      !insertCommand(site, file, commands / 2, draft, 1, InsertMode::kAtPosition, &saved))
+  if (!removeCommand(site, file, commands / 2) ||
+      !insertCommand(site, file, commands / 2, draft, 1, InsertMode::kAtPosition))
     std::abort();
 }
 

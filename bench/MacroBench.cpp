@@ -12,6 +12,7 @@
 #include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly::bench {
 namespace {
@@ -104,8 +105,7 @@ Sample& sample() {
 void loadAndShow() {
   StandardError messages;
   MacroCommands commands;
-  Sample::require(loadCommands({sample().root, messages}, kMacro, true, commands) &&
-                  commands.size() == kCommands);
+  Sample::require(loadCommands({sample().root, messages}, kMacro, commands) && commands.size() == kCommands);
   for (const MacroCommand& command : commands) {
     const std::string line =
         commandLine(command, {.showDestination = true}, {sample().dictionary, sample().lists});

@@ -20,7 +20,6 @@ constexpr const char* kFile = "sent.mac";  // under the site root
 
 struct Counter : MacroNamesView {
   [[nodiscard]] bool showsPanel(Pane pane) const override { return pane == Pane::kA; }
-  void markCurrentFamily(Pane) override {}
   void rebuildMacros(Pane) override {}
 };
 

@@ -20,8 +20,6 @@ constexpr const char* kTriggerText = "trigger";
 
 constexpr std::uint8_t kSetBit = 1, kIncrementBit = 2, kTriggerBit = 4;  // of the sub-code
 
-bool increments(std::uint8_t action) { return action == 0x40 || action == 0xC0; }
-
 }  // namespace
 
 std::array<std::string, kActionRows> actionRows(const KeywordEntry& entry) {
@@ -49,35 +47,39 @@ std::array<std::string, kActionRows> actionRows(const KeywordEntry& entry) {
 }
 
 std::uint8_t actionCode(ActionRow row) {
+  ClassicAction action = ClassicAction::kSet;
   switch (row) {
     case ActionRow::kSetByValue:
     case ActionRow::kSetToMinimum:
     case ActionRow::kSetToMaximum:
     case ActionRow::kSetToNeutral:
-      return 0x20;
+      break;
     case ActionRow::kIncrement:
     case ActionRow::kToggleDown:
-      return 0x40;
+      action = ClassicAction::kIncrement;
+      break;
     case ActionRow::kTrigger:
-      return 0xE0;
+      action = ClassicAction::kTrigger;
+      break;
   }
-  return 0;
+  return static_cast<std::uint8_t>(action);
 }
 
 std::string editorActionText(const ClassicCommand& command, const KeywordEntry* entry) {
-  switch (command.action()) {
-    case 0x20:
-    case 0xA0:
+  switch (static_cast<ClassicAction>(command.action())) {
+    case ClassicAction::kSet:
+    case ClassicAction::kSetAlso:
       return kSetByValueText;
-    case 0x40:
-    case 0xC0:
+    case ClassicAction::kIncrement:
+    case ClassicAction::kIncrementAlso:
       if (entry == nullptr || !entry->toggle) return kIncrementText;
       return entry->step >= 0 ? kToggleUpText : kToggleDownText;
-    case 0xE0:
+    case ClassicAction::kTrigger:
       return kTriggerText;
-    default:
-      return format("ac: %02x - ", command.action());
+    case ClassicAction::kRead:
+      break;
   }
+  return format("ac: %02x - ", command.action());
 }
 
 std::optional<ActionRow> actionRowOf(const ClassicCommand& command, const KeywordEntry& entry) {
@@ -87,8 +89,8 @@ std::optional<ActionRow> actionRowOf(const ClassicCommand& command, const Keywor
   return static_cast<ActionRow>(found - rows.begin());
 }
 
-bool holdsStep(std::uint8_t action, const KeywordEntry& entry, std::size_t parameter) {
-  return increments(action) && parameter + 1 == entry.parameters.size() &&
+bool holdsStep(const ClassicCommand& command, const KeywordEntry& entry, std::size_t parameter) {
+  return command.increments() && parameter + 1 == entry.parameters.size() &&
          isEnumerated(entry.parameters[parameter].type);
 }
 

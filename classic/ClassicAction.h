@@ -37,6 +37,6 @@ inline constexpr std::size_t kActionRows = 7;
 [[nodiscard]] std::optional<ActionRow> actionRowOf(const ClassicCommand& command, const KeywordEntry& entry);
 
 // True when the parameter holds the step of a toggling command rather than a value.
-[[nodiscard]] bool holdsStep(std::uint8_t action, const KeywordEntry& entry, std::size_t parameter);
+[[nodiscard]] bool holdsStep(const ClassicCommand& command, const KeywordEntry& entry, std::size_t parameter);
 
 }  // namespace tessaly

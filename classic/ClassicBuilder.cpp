@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Text.h"
+
 namespace tessaly {
 
 namespace {
@@ -24,19 +26,17 @@ std::optional<std::size_t> groupRowOf(std::uint8_t cd) {
 }  // namespace
 
 ClassicBuilder::ClassicBuilder(DecodingLists& lists, bool commandSelected)
-    : lists_(lists), mode_(Mode::kCreate), commandSelected_(commandSelected), groupRows_(menuRows()) {}
+    : lists_(lists), commandSelected_(commandSelected), groupRows_(menuRows()) {}
 
 ClassicBuilder::ClassicBuilder(DecodingLists& lists, const ClassicCommand& command)
     : lists_(lists),
-      mode_(Mode::kModify),
+      original_(command),
       commandSelected_(true),
       groupRows_(menuRows()),
-      state_(State::kBuilding),
       group_(groupRowOf(command.cd())),
       command_(command) {
   selectSubgroup(command.cd(), command.co());
   lookUp();
-  complete_ = entry_.has_value();  // also when the bytes end early: it is the command that the macro has
 }
 
 bool ClassicBuilder::isSeparator(std::string_view text) { return text.find(kSeparatorMark) != text.npos; }
@@ -44,17 +44,25 @@ bool ClassicBuilder::isSeparator(std::string_view text) { return text.find(kSepa
 void ClassicBuilder::startFromScratch() {
   clearFrom(List::kMainGroup);
   command_.clear();
-  state_ = State::kFromScratch;
+  fromScratch_ = true;
 }
 
-bool ClassicBuilder::keepsRest() const { return mode_ == Mode::kModify && hasAction_ && command_.valid(); }
+bool ClassicBuilder::keepsRest() const { return original_ && hasAction() && command_.valid(); }
+
+const KeywordEntry* ClassicBuilder::entry() const {
+  return list_ && function_ && *function_ < list_->entries().size() ? &list_->entries()[*function_] : nullptr;
+}
+
+bool ClassicBuilder::complete() const {
+  if (!entry() || !hasAction()) return false;
+  return command_ == original_ || (hasEveryValue() && parameterBytes() <= kMostParameterBytes);
+}
 
 const ClassicGroup* ClassicBuilder::group() const { return group_ ? &classicGroups()[*group_] : nullptr; }
 
 bool ClassicBuilder::chooseGroup(std::size_t row) {
   if (row >= groupRows_.size() || groupRows_[row].separator || isSeparator(groupRows_[row].text))
     return false;
-  state_ = State::kBuilding;
   group_ = row;
   if (keepsRest()) {
     moveTo(group()->cd, command_.co());
@@ -68,7 +76,6 @@ bool ClassicBuilder::chooseGroup(std::size_t row) {
 bool ClassicBuilder::chooseSubgroup(std::size_t row) {
   const auto codes = subgroupCodes();
   if (row >= codes.size() || subgroupRows()[row].separator) return false;
-  state_ = State::kBuilding;
   if (keepsRest()) {
     moveTo(group()->cd, codes[row]);
   } else {
@@ -85,19 +92,17 @@ bool ClassicBuilder::chooseFunction(std::size_t row) {
   const std::uint8_t co = subgroupCodes()[*subgroup_];
   clearFrom(List::kFunction);
   command_.clear();
-  wrongKeyword_ = row >= entries.size();
-  if (wrongKeyword_) return false;
-  entry_ = entries[row];
-  command_.build(0, group()->cd, co, entry_->keyword, {});
+  function_ = row;
+  if (!entry()) return false;
+  command_.build(0, group()->cd, co, entry()->keyword, {});
   return true;
 }
 
 bool ClassicBuilder::chooseAction(std::size_t row) {
-  if (!entry_ || complete_ || row >= kActionRows || actionTexts()[row].empty()) return false;
+  if (!entry() || complete() || row >= kActionRows || actionTexts()[row].empty()) return false;
   clearFrom(List::kActionType);
   actionRow_ = static_cast<ActionRow>(row);
-  hasAction_ = true;
-  command_.build(actionCode(*actionRow_), command_.cd(), command_.co(), entry_->keyword, {});
+  command_.build(actionCode(*actionRow_), command_.cd(), command_.co(), entry()->keyword, {});
   fillAtOnce(*actionRow_);
   rebuild();
   return true;
@@ -111,42 +116,59 @@ bool ClassicBuilder::chooseParameter(std::size_t row) {
 
 bool ClassicBuilder::setNumber(std::size_t row, std::int64_t number) {
   if (range(row).entry != ParameterEntry::kNumber) return false;
-  auto bytes = bytesOfNumber(*entry_, entry_->parameters[row], number);
+  if (number == currentNumber(row)) return setBytes(row, *values_[row]);
+  auto bytes = bytesOfNumber(*entry(), entry()->parameters[row], number);
   return bytes && setBytes(row, std::move(*bytes));
 }
 
 bool ClassicBuilder::setTimecode(std::size_t row, const Timecode& timecode) {
-  return range(row).entry == ParameterEntry::kTimecode && setBytes(row, bytesOfTimecode(timecode));
+  if (range(row).entry != ParameterEntry::kTimecode) return false;
+  return setBytes(row, bytesOfTimecode(timecode, values_[row].value_or(ParameterBytes())));
 }
 
-bool ClassicBuilder::setInput(std::size_t row, int number) {
-  if (range(row).entry != ParameterEntry::kInput || number < 0 || number > 255) return false;
-  // The source hold of a loaded command stays as it was, also when it has none.
-  std::optional<std::uint8_t> hold = std::uint8_t{0};
-  if (const auto& old = values_[row]) hold = old->size() == 2 ? std::optional(old->back()) : std::nullopt;
-  return setBytes(row, bytesOfInput(static_cast<std::uint8_t>(number), hold, isLast(row)));
+bool ClassicBuilder::setInput(std::size_t row, int number, std::optional<bool> hold) {
+  if (range(row).entry != ParameterEntry::kInput || number < 0 || number > kExtendedInput) return false;
+  const auto input = static_cast<std::uint8_t>(number);
+  const std::optional<ParameterBytes>& old = values_[row];
+  if (input == kExtendedInput && currentInput(row) == input) return setBytes(row, *old);
+  std::optional<std::uint8_t> holdByte = std::uint8_t{0};
+  if (old && old->front() != kExtendedInput)
+    holdByte = old->size() > 1 ? std::optional((*old)[1]) : std::nullopt;
+  if (hold && *hold != currentHold(row)) holdByte = std::uint8_t{*hold};
+  return setBytes(row, bytesOfInput(input, holdByte, isLast(row)));
 }
 
 bool ClassicBuilder::setText(std::size_t row, std::string_view text) {
   const ParameterEntry kind = range(row).entry;
   if (kind != ParameterEntry::kClip && kind != ParameterEntry::kText) return false;
+  // The same characters in another encoding are the same text.
+  if (hasValue(row) && displayUtf8(currentText(row)) == displayUtf8(text))
+    return setBytes(row, *values_[row]);
   ParameterBytes bytes = bytesOfText(text);
-  const std::size_t old = values_[row] ? values_[row]->size() : 0;
-  if (parameterBytes() - old + bytes.size() > kMostParameterBytes) return false;
+  if (bytesBeside(row) + bytes.size() > kMostParameterBytes) return false;
   return setBytes(row, std::move(bytes));
 }
 
 bool ClassicBuilder::takesValue(std::size_t row) const {
-  if (!entry_ || !hasAction_ || row >= entry_->parameters.size()) return false;
-  return !holdsStep(command_.action(), *entry_, row) &&
-         entry_->parameters[row].type != ParameterType::kUnknown;
+  if (!entry() || !hasAction() || row >= entry()->parameters.size()) return false;
+  return !holdsStep(command_, *entry(), row) && entry()->parameters[row].type != ParameterType::kUnknown;
 }
 
-bool ClassicBuilder::isLast(std::size_t row) const { return row + 1 == entry_->parameters.size(); }
+bool ClassicBuilder::isLast(std::size_t row) const { return row + 1 == entry()->parameters.size(); }
 
 std::size_t ClassicBuilder::parameterBytes() const {
   std::size_t count = tail_.size();
   for (const auto& value : values_) count += value ? value->size() : 0;
+  return count;
+}
+
+// What the other parameters take, at the least.
+std::size_t ClassicBuilder::bytesBeside(std::size_t row) const {
+  std::size_t count = tail_.size();
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (i == row) continue;
+    count += values_[i] ? values_[i]->size() : plainBytes(*entry(), entry()->parameters[i], isLast(i)).size();
+  }
   return count;
 }
 
@@ -160,19 +182,16 @@ void ClassicBuilder::clearFrom(List list) {
       list_.reset();
       [[fallthrough]];
     case List::kFunction:
-      entry_.reset();
-      wrongKeyword_ = false;
+      function_.reset();
       [[fallthrough]];
     case List::kActionType:
       actionRow_.reset();
-      hasAction_ = false;
+      loaded_ = false;
       [[fallthrough]];
     case List::kParameters:
-      values_.assign(entry_ ? entry_->parameters.size() : 0, std::nullopt);
+      values_.assign(entry() ? entry()->parameters.size() : 0, std::nullopt);
       tail_.clear();
-      endsEarly_ = false;
       changing_ = false;
-      complete_ = false;
   }
 }
 
@@ -196,42 +215,44 @@ void ClassicBuilder::moveTo(std::uint8_t cd, std::uint8_t co) {
 
 // Finds the function, the action row and the values of the command at hand.
 void ClassicBuilder::lookUp() {
-  hasAction_ = true;
+  loaded_ = true;
   if (!subgroup_) return;
-  if (list_) entry_ = list_->find(command_);
-  wrongKeyword_ = !entry_;
-  if (!entry_) return;
-  actionRow_ = actionRowOf(command_, *entry_);
-  CutParameters cut = cutParameters(command_, *entry_);
+  const auto found = list_ ? list_->find(command_) : std::nullopt;
+  function_ = found ? found->index : list_ ? list_->entries().size() : 0;
+  if (!found) return;
+  actionRow_ = actionRowOf(command_, *found);
+  CutParameters cut = cutParameters(command_, *found);
   values_ = std::move(cut.values);
   tail_ = std::move(cut.tail);
-  endsEarly_ = !hasEveryValue();
-  complete_ = !endsEarly_;
 }
 
 // What an action writes by itself: all of it for a trigger and for the limits, the step for a toggle.
 void ClassicBuilder::fillAtOnce(ActionRow row) {
-  const auto& parameters = entry_->parameters;
+  const auto& parameters = entry()->parameters;
   const bool limit =
       row == ActionRow::kSetToMinimum || row == ActionRow::kSetToMaximum || row == ActionRow::kSetToNeutral;
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const bool valueless = parameters[i].type == ParameterType::kUnknown;
     if (limit || row == ActionRow::kTrigger || valueless)
-      values_[i] = plainBytes(*entry_, parameters[i], isLast(i));
+      values_[i] = plainBytes(*entry(), parameters[i], isLast(i));
   }
   if (parameters.empty()) return;
   const ParameterDescriptor& last = parameters.back();
   if (row == ActionRow::kSetToMinimum) values_.back() = bytesOfValue(last, last.minimum.value);
   if (row == ActionRow::kSetToMaximum) values_.back() = bytesOfValue(last, last.maximum.value);
   if (row == ActionRow::kSetToNeutral) values_.back() = bytesOfValue(last, last.neutral.value);
-  if (holdsStep(actionCode(row), *entry_, parameters.size() - 1)) {
+  if (holdsStep(command_, *entry(), parameters.size() - 1)) {
     values_.back() = bytesOfValue(last, row == ActionRow::kToggleDown ? -1 : 1);
   }
 }
 
 bool ClassicBuilder::setBytes(std::size_t row, ParameterBytes bytes) {
-  values_[row] = std::move(bytes);
   changing_ = false;
+  if (values_[row] == bytes) return true;
+  values_[row] = std::move(bytes);
+  for (std::size_t i = 0; i < row; ++i) {
+    if (values_[i] && entry()->parameters[i].type == ParameterType::kInput) fillInput(*values_[i]);
+  }
   const bool atLimit = actionRow_ == ActionRow::kSetToMinimum || actionRow_ == ActionRow::kSetToMaximum ||
                        actionRow_ == ActionRow::kSetToNeutral;
   if (atLimit && isLast(row)) actionRow_ = ActionRow::kSetByValue;
@@ -248,11 +269,10 @@ void ClassicBuilder::rebuild() {
   }
   if (hasEveryValue()) bytes.insert(bytes.end(), tail_.begin(), tail_.end());
   command_.build(command_.action(), command_.cd(), command_.co(), command_.kw(), bytes);
-  complete_ = hasEveryValue() && bytes.size() <= kMostParameterBytes;
 }
 
 bool ClassicBuilder::hasEveryValue() const {
-  return entry_ && hasAction_ &&
+  return entry() && hasAction() &&
          std::all_of(values_.begin(), values_.end(), [](const auto& value) { return value.has_value(); });
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,13 +74,16 @@ class ClassicBuilder {
   bool chooseParameter(std::size_t row);
 
   // One value for a parameter row, by the way of entry that `parameterRange` tells. False for a value out of
-  // range, a row of another kind, or a text for which the command has no room.
+  // range, a row of another kind, or a text for which the command has no room. The value that is shown
+  // already
+  // (`currentNumber` and so on) leaves the bytes as they are, whatever they are: only a change is written.
   bool setNumber(std::size_t row, std::int64_t number);
   bool setTimecode(std::size_t row, const Timecode& timecode);
-  bool setInput(std::size_t row, int number);  // 0 to 255
+  // 0 to 255; without a hold it stays as it was, also when the command has none.
+  bool setInput(std::size_t row, int number, std::optional<bool> hold = std::nullopt);
   bool setText(std::size_t row, std::string_view text);
 
-  [[nodiscard]] Mode mode() const { return mode_; }
+  [[nodiscard]] Mode mode() const { return original_ ? Mode::kModify : Mode::kCreate; }
   [[nodiscard]] const std::vector<Row>& groupRows() const { return groupRows_; }
   [[nodiscard]] std::vector<Row> subgroupRows() const;
   [[nodiscard]] std::vector<Row> functionRows() const;
@@ -93,35 +97,46 @@ class ClassicBuilder {
 
   // The entry dialog of a parameter row; kNothing for a row that takes no value.
   [[nodiscard]] ParameterRange range(std::size_t row) const;
-  [[nodiscard]] std::int64_t currentNumber(std::size_t row) const;  // inside the range
+  // Nothing when there is no value yet, or none that a number stands for; out of range when the bytes are.
+  [[nodiscard]] std::optional<std::int64_t> currentNumber(std::size_t row) const;
+  [[nodiscard]] bool hasValue(std::size_t row) const { return row < values_.size() && values_[row]; }
   [[nodiscard]] Timecode currentTimecode(std::size_t row) const;
+  [[nodiscard]] std::optional<std::uint8_t> currentInput(std::size_t row) const;
+  [[nodiscard]] bool currentHold(std::size_t row) const;  // the source hold of an input
   [[nodiscard]] std::string currentText(std::size_t row) const;
-  [[nodiscard]] std::vector<std::string> valueNames(
-      std::size_t row) const;  // long names of an enumeration's rows
+  // How many characters a text may have, with what the other parameters take, at the least, left to them.
+  [[nodiscard]] std::size_t textRoom(std::size_t row) const;
+  // The rows of an enumerated parameter; valid until the next choice.
+  [[nodiscard]] std::span<const EnumerationRow> enumeration(std::size_t row) const;
 
   [[nodiscard]] std::string heading(List list) const;
   [[nodiscard]] std::string stateLine() const;
   [[nodiscard]] std::string path() const;  // "Me1 - Key2 - Select source - set by value"
 
+  // The file that would list the functions of the chosen subgroup, when there is none that can be read.
+  [[nodiscard]] std::string missingList() const;
+
   // What the command under construction reads as; the path as long as it has no action.
   [[nodiscard]] std::string description() const;
   [[nodiscard]] const ClassicCommand& command() const { return command_; }
 
-  // The hint statics are shown, the action list is disabled, and a button that inserts is enabled.
-  [[nodiscard]] bool complete() const { return complete_; }
-  [[nodiscard]] bool canInsertAtSelected() const { return complete_ && commandSelected_; }
+  // The hint statics are shown, the action list is disabled, and a button that inserts is enabled. So is a
+  // loaded command as the macro has it, whatever its bytes are.
+  [[nodiscard]] bool complete() const;
+  [[nodiscard]] bool canInsertAtSelected() const { return complete() && commandSelected_; }
 
  private:
-  enum class State : std::uint8_t { kNoSelection, kFromScratch, kBuilding };
-
   [[nodiscard]] static bool isSeparator(std::string_view text);
   [[nodiscard]] bool keepsRest() const;
   [[nodiscard]] const ClassicGroup* group() const;
   [[nodiscard]] std::vector<std::uint8_t> subgroupCodes() const;  // of each subgroup row
+  [[nodiscard]] const KeywordEntry* entry() const;                // of the function; null without one
+  [[nodiscard]] bool hasAction() const { return loaded_ || actionRow_; }
   [[nodiscard]] bool takesValue(std::size_t row) const;
   [[nodiscard]] bool isLast(std::size_t row) const;
   [[nodiscard]] List nextList() const;
   [[nodiscard]] std::size_t parameterBytes() const;
+  [[nodiscard]] std::size_t bytesBeside(std::size_t row) const;
   [[nodiscard]] bool hasEveryValue() const;
 
   void clearFrom(List list);
@@ -133,23 +148,20 @@ class ClassicBuilder {
   void rebuild();
 
   DecodingLists& lists_;
-  const Mode mode_;
+  const std::optional<ClassicCommand> original_;  // modify mode: the command as the macro has it
   const bool commandSelected_;
   const std::vector<Row> groupRows_;
 
-  State state_ = State::kNoSelection;
+  bool fromScratch_ = false;
   std::optional<std::size_t> group_, subgroup_;
   std::shared_ptr<const DecodingList> list_;
-  std::optional<KeywordEntry> entry_;
-  bool wrongKeyword_ = false;
+  std::optional<std::size_t> function_;  // a row of the list, or one that it does not have
   std::optional<ActionRow> actionRow_;
-  bool hasAction_ = false;  // a loaded action may have no row
+  bool loaded_ = false;  // action and bytes come from a macro; such an action may have no row
   std::vector<std::optional<ParameterBytes>> values_;
-  ParameterBytes tail_;     // what a loaded command holds beyond its parameters
-  bool endsEarly_ = false;  // a loaded command's bytes do not reach all parameters
-  bool changing_ = false;   // a parameter row was chosen
+  ParameterBytes tail_;    // what a loaded command holds beyond its parameters
+  bool changing_ = false;  // a parameter row was chosen
   ClassicCommand command_;
-  bool complete_ = false;
 };
 
 }  // namespace tessaly

@@ -70,21 +70,21 @@ std::vector<ClassicBuilder::Row> ClassicBuilder::functionRows() const {
 }
 
 std::array<std::string, kActionRows> ClassicBuilder::actionTexts() const {
-  return entry_ ? actionRows(*entry_) : std::array<std::string, kActionRows>();
+  return entry() ? actionRows(*entry()) : std::array<std::string, kActionRows>();
 }
 
 std::vector<std::string> ClassicBuilder::parameterRows() const {
   std::vector<std::string> rows;
-  if (wrongKeyword_) rows.emplace_back(classic_text::kWrongKeyword);
-  if (!entry_ || !hasAction_) return rows;
+  if (function_ && !entry()) rows.emplace_back(classic_text::kWrongKeyword);
+  if (!entry() || !hasAction()) return rows;
   for (std::size_t i = 0; i < values_.size(); ++i) {
-    const ParameterDescriptor& descriptor = entry_->parameters[i];
+    const ParameterDescriptor& descriptor = entry()->parameters[i];
     std::string row = descriptor.name.empty() ? kUnnamedParameter : descriptor.name;
     if (!values_[i]) {
-      row += endsEarly_ ? std::string(" ") + kNotEnoughParameters : std::string(": ") + kNoValueYet;
+      row += loaded_ ? std::string(" ") + kNotEnoughParameters : std::string(": ") + kNoValueYet;
     } else {
       std::size_t position = 0;
-      row += ": " + parameterText(alone(*values_[i]), *entry_, descriptor, position).value_or("");
+      row += ": " + parameterText(alone(*values_[i]), *entry(), descriptor, position).value_or("");
     }
     rows.push_back(std::move(row));
   }
@@ -92,8 +92,7 @@ std::vector<std::string> ClassicBuilder::parameterRows() const {
 }
 
 std::optional<std::size_t> ClassicBuilder::chosenFunction() const {
-  if (!entry_) return std::nullopt;
-  return entry_->index;
+  return entry() ? function_ : std::nullopt;
 }
 
 std::optional<std::size_t> ClassicBuilder::chosenAction() const {
@@ -102,17 +101,33 @@ std::optional<std::size_t> ClassicBuilder::chosenAction() const {
 }
 
 ParameterRange ClassicBuilder::range(std::size_t row) const {
-  return takesValue(row) ? parameterRange(entry_->parameters[row]) : ParameterRange();
+  return takesValue(row) ? parameterRange(entry()->parameters[row]) : ParameterRange();
 }
 
-std::int64_t ClassicBuilder::currentNumber(std::size_t row) const {
-  if (range(row).entry != ParameterEntry::kNumber) return 0;
-  return typedNumber(*entry_, entry_->parameters[row], values_[row].value_or(ParameterBytes()));
+std::optional<std::int64_t> ClassicBuilder::currentNumber(std::size_t row) const {
+  if (range(row).entry != ParameterEntry::kNumber || !values_[row]) return std::nullopt;
+  return typedNumber(*entry(), entry()->parameters[row], *values_[row]);
 }
 
 Timecode ClassicBuilder::currentTimecode(std::size_t row) const {
   if (range(row).entry != ParameterEntry::kTimecode || !values_[row]) return {};
   return timecodeOf(*values_[row]);
+}
+
+std::optional<std::uint8_t> ClassicBuilder::currentInput(std::size_t row) const {
+  if (range(row).entry != ParameterEntry::kInput || !values_[row]) return std::nullopt;
+  return values_[row]->front();
+}
+
+bool ClassicBuilder::currentHold(std::size_t row) const {
+  const auto input = currentInput(row);
+  return input && *input != kExtendedInput && values_[row]->size() > 1 && (*values_[row])[1] != 0;
+}
+
+std::size_t ClassicBuilder::textRoom(std::size_t row) const {
+  if (!takesValue(row)) return 0;
+  const std::size_t taken = bytesBeside(row) + 1;  // the zero byte behind the text
+  return taken < kMostParameterBytes ? kMostParameterBytes - taken : 0;
 }
 
 std::string ClassicBuilder::currentText(std::size_t row) const {
@@ -122,21 +137,21 @@ std::string ClassicBuilder::currentText(std::size_t row) const {
   return {bytes.begin(), std::find(bytes.begin(), bytes.end(), std::uint8_t{0})};
 }
 
-std::vector<std::string> ClassicBuilder::valueNames(std::size_t row) const {
-  std::vector<std::string> names;
-  if (!takesValue(row)) return names;
-  const ParameterDescriptor& descriptor = entry_->parameters[row];
-  for (std::size_t i = 0; i < descriptor.rowCount; ++i) {
-    names.push_back(entry_->rows[descriptor.firstRow + i].longName);
-  }
-  return names;
+std::span<const EnumerationRow> ClassicBuilder::enumeration(std::size_t row) const {
+  if (!takesValue(row)) return {};
+  const ParameterDescriptor& descriptor = entry()->parameters[row];
+  return std::span(entry()->rows).subspan(descriptor.firstRow, descriptor.rowCount);
+}
+
+std::string ClassicBuilder::missingList() const {
+  return subgroup_ && !list_ ? decodingListPath(group()->cd, subgroupCodes()[*subgroup_]) : std::string();
 }
 
 ClassicBuilder::List ClassicBuilder::nextList() const {
   if (!group_) return List::kMainGroup;
   if (!subgroup_) return List::kSubgroup;
-  if (!entry_) return List::kFunction;
-  return hasAction_ ? List::kParameters : List::kActionType;
+  if (!entry()) return List::kFunction;
+  return hasAction() ? List::kParameters : List::kActionType;
 }
 
 std::string ClassicBuilder::heading(List list) const {
@@ -148,17 +163,10 @@ std::string ClassicBuilder::heading(List list) const {
 }
 
 std::string ClassicBuilder::stateLine() const {
-  if (complete_) return mode_ == Mode::kCreate ? classic_text::kReadyToInsert : classic_text::kReadyToModify;
+  if (complete()) return original_ ? classic_text::kReadyToModify : classic_text::kReadyToInsert;
   if (hasEveryValue() && parameterBytes() > kMostParameterBytes) return classic_text::kTooLong;
-  switch (state_) {
-    case State::kNoSelection:
-      return classic_text::kNoSelection;
-    case State::kFromScratch:
-      return classic_text::kFromScratch;
-    case State::kBuilding:
-      return classic_text::kUnderConstruction;
-  }
-  return {};
+  if (group_ || command_.valid()) return classic_text::kUnderConstruction;
+  return fromScratch_ ? classic_text::kFromScratch : classic_text::kNoSelection;
 }
 
 std::string ClassicBuilder::path() const {
@@ -166,13 +174,13 @@ std::string ClassicBuilder::path() const {
   const auto add = [&path](const std::string& name) { path += (path.empty() ? "" : kJoint) + name; };
   if (group_) add(group()->name);
   if (subgroup_) add(subgroupRows()[*subgroup_].text);
-  if (entry_) add(entry_->longName);
+  if (entry()) add(entry()->longName);
   if (actionRow_) add(actionTexts()[static_cast<std::size_t>(*actionRow_)]);
   return path;
 }
 
 std::string ClassicBuilder::description() const {
-  return hasAction_ && command_.valid() ? describeClassic(command_, list_.get()) : path();
+  return hasAction() && command_.valid() ? describeClassic(command_, list_.get()) : path();
 }
 
 }  // namespace tessaly

@@ -105,12 +105,6 @@ std::string ClassicCommand::text() const {
   return text;
 }
 
-bool ClassicCommand::isReadBack() const {
-  ClassicCommand again;
-  return again.decodeText(text()) && again.action_ == action_ && again.cd_ == cd_ && again.co_ == co_ &&
-         again.kw_ == kw_ && again.parameters_ == parameters_;
-}
-
 std::string ClassicCommand::debugText() const {
   std::string text = format("ac: %02x", action_);
   if (longForm_) text += format(" | cw: %02x | %02x", longLength_ & 0xFF, longLength_ >> 8);
@@ -118,6 +112,15 @@ std::string ClassicCommand::debugText() const {
   if (!parameters_.empty()) text += " | params:";
   for (const std::uint8_t byte : parameters_) text += format(" %02x", byte);
   return text;
+}
+
+bool ClassicCommand::readsBack() const {
+  ClassicCommand read;
+  return read.decodeText(text()) && read == *this;
+}
+
+bool ClassicCommand::increments() const {
+  return does(ClassicAction::kIncrement) || does(ClassicAction::kIncrementAlso);
 }
 
 std::uint8_t ClassicCommand::parameter(std::size_t index) const {

@@ -9,6 +9,16 @@
 
 namespace tessaly {
 
+// What a command does. Set and increment have two codes each; a code that is not listed stands for no action.
+enum class ClassicAction : std::uint8_t {
+  kSet = 0x20,
+  kSetAlso = 0xA0,
+  kIncrement = 0x40,
+  kIncrementAlso = 0xC0,
+  kRead = 0x60,
+  kTrigger = 0xE0
+};
+
 // One byte of two hexadecimal digits of either case; any other character counts as 0.
 [[nodiscard]] std::uint8_t hexByte(char high, char low);
 
@@ -31,13 +41,16 @@ class ClassicCommand {
 
   // Empty for an invalid record.
   [[nodiscard]] std::string text() const;
-  // False for an invalid record, and for one whose text is no command, or another, for whoever reads it: that
-  // of 28 and more parameters.
-  [[nodiscard]] bool isReadBack() const;
   // "ac: 20 | cd: 10 | co: 05 | kw: 01 | params: 0a"
   [[nodiscard]] std::string debugText() const;
 
+  // Whether `decodeText` makes the same record of `text`; not so with 28 parameters and more, and for an
+  // invalid record. A command that does not read back is lost once it is saved.
+  [[nodiscard]] bool readsBack() const;
+
   [[nodiscard]] std::uint8_t action() const { return action_; }
+  [[nodiscard]] bool does(ClassicAction action) const { return action_ == static_cast<std::uint8_t>(action); }
+  [[nodiscard]] bool increments() const;  // with either code
   [[nodiscard]] std::uint16_t longLength() const { return longLength_; }
   [[nodiscard]] std::uint8_t cd() const { return cd_; }
   [[nodiscard]] std::uint8_t co() const { return co_; }
@@ -46,6 +59,8 @@ class ClassicCommand {
   [[nodiscard]] std::uint8_t parameter(std::size_t index) const;  // 0 when out of range
   [[nodiscard]] bool longForm() const { return longForm_; }
   [[nodiscard]] bool valid() const { return valid_; }
+
+  friend bool operator==(const ClassicCommand&, const ClassicCommand&) = default;
 
  private:
   std::uint8_t action_ = 0, cd_ = 0, co_ = 0, kw_ = 0;

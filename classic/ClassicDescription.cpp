@@ -18,7 +18,7 @@ constexpr const char* kToggleUp = "Toggle up - ";
 constexpr const char* kToggleDown = "Toggle down - ";
 constexpr const char* kRead = "Read - ";
 constexpr const char* kTrigger = "Trigger - ";
-constexpr const char* kExtendedInput = "extended input";
+constexpr const char* kExtendedInputText = "extended input";
 constexpr const char* kHoldOn = " source hold on";
 constexpr const char* kHoldOff = " source hold off";
 constexpr std::uint8_t kLastInput = 254;
@@ -33,8 +33,8 @@ std::string numberText(const KeywordEntry& entry, const ParameterDescriptor& des
 
 std::string inputText(std::span<const std::uint8_t> bytes, std::size_t& position) {
   const std::uint8_t number = bytes[position++];
-  if (number > kLastInput) return kExtendedInput;
-  std::string text = sourceName(number);
+  std::string text = inputName(number);
+  if (number > kLastInput) return text;
   if (position < bytes.size()) text += bytes[position++] != 0 ? kHoldOn : kHoldOff;
   return text;
 }
@@ -43,7 +43,8 @@ std::string characters(std::span<const std::uint8_t> bytes, std::size_t& positio
   const auto rest = bytes.subspan(position);
   const auto zero = std::find(rest.begin(), rest.end(), std::uint8_t{0});
   position += static_cast<std::size_t>(zero - rest.begin()) + (zero == rest.end() ? 0 : 1);
-  return {rest.begin(), zero};
+  return displayUtf8(
+      {reinterpret_cast<const char*>(rest.data()), static_cast<std::size_t>(zero - rest.begin())});
 }
 
 // An extended input says all that can be said about the bytes that follow it.
@@ -70,21 +71,24 @@ std::string parametersText(const ClassicCommand& command, const KeywordEntry& en
 }  // namespace
 
 std::string actionText(const ClassicCommand& command, const KeywordEntry* entry) {
-  switch (command.action()) {
-    case 0x20:
-    case 0xA0:
+  switch (static_cast<ClassicAction>(command.action())) {
+    case ClassicAction::kSet:
+    case ClassicAction::kSetAlso:
       return kSet;
-    case 0x40:
-    case 0xC0:
+    case ClassicAction::kIncrement:
+    case ClassicAction::kIncrementAlso:
       if (entry == nullptr || !entry->toggle) return kIncrement;
       return entry->step >= 0 ? kToggleUp : kToggleDown;
-    case 0x60:
+    case ClassicAction::kRead:
       return kRead;
-    case 0xE0:
+    case ClassicAction::kTrigger:
       return kTrigger;
-    default:
-      return format("ac: %02x - ", command.action());
   }
+  return format("ac: %02x - ", command.action());
+}
+
+std::string inputName(std::uint8_t number) {
+  return number > kLastInput ? kExtendedInputText : sourceName(number);
 }
 
 std::optional<std::string> parameterText(const ClassicCommand& command, const KeywordEntry& entry,

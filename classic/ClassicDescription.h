@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -14,6 +15,9 @@ inline constexpr const char* kNotEnoughParameters = "- not enough params!!!";
 
 // "Set - ", "Toggle up - ", "ac: 80 - ".
 [[nodiscard]] std::string actionText(const ClassicCommand& command, const KeywordEntry* entry);
+
+// Name of the input number of a classic command: a source's, or "extended input" for the mark of one.
+[[nodiscard]] std::string inputName(std::uint8_t number);
 
 // The readable line of a valid command, with the list of its (cd, co) or null.
 [[nodiscard]] std::string describeClassic(const ClassicCommand& command, const DecodingList* list);

@@ -13,7 +13,6 @@ namespace {
 constexpr const char* kRangeHint = "Range: %lld / %lld";
 constexpr const char* kPercentHint = "Range: 0% / 100%";
 constexpr const char* kBothSidesHint = "Range: -100% / +100%";
-constexpr std::uint8_t kExtendedInput = 255;
 constexpr std::size_t kExtendedInputBytes = 3;
 constexpr std::uint8_t kHoldOff = 0;
 
@@ -54,6 +53,10 @@ std::optional<std::size_t> bytesTaken(const ClassicCommand& command, const Keywo
   return end - position;
 }
 
+std::uint32_t packedIn(const ParameterBytes& bytes) {
+  return readValue(bytes, 0, valueWidth(ParameterType::kTimecode)).value_or(0);
+}
+
 }  // namespace
 
 ParameterRange parameterRange(const ParameterDescriptor& descriptor) {
@@ -82,21 +85,22 @@ ParameterRange parameterRange(const ParameterDescriptor& descriptor) {
   return {};
 }
 
-std::int64_t typedNumber(const KeywordEntry& entry, const ParameterDescriptor& descriptor,
-                         const ParameterBytes& bytes) {
-  const ParameterRange range = parameterRange(descriptor);
-  std::int64_t number = 0;
-  if (const auto raw = readValue(bytes, 0, valueWidth(descriptor.type))) {
-    number = meantValue(descriptor, *raw);
-    if (descriptor.rowCount > 0) {
-      const EnumerationRow* row = enumerationRow(entry, descriptor, *raw);
-      number =
-          row == nullptr ? 0 : (row - entry.rows.data()) - static_cast<std::int64_t>(descriptor.firstRow);
-    } else if (showsPercent(descriptor)) {
-      number = percentOf(descriptor, number).value_or(0);
-    }
+std::optional<std::int64_t> typedNumber(const KeywordEntry& entry, const ParameterDescriptor& descriptor,
+                                        const ParameterBytes& bytes) {
+  const auto raw = readValue(bytes, 0, valueWidth(descriptor.type));
+  if (!raw) return std::nullopt;
+  if (descriptor.rowCount > 0) {
+    const EnumerationRow* row = enumerationRow(entry, descriptor, *raw);
+    if (row == nullptr) return std::nullopt;
+    return (row - entry.rows.data()) - static_cast<std::int64_t>(descriptor.firstRow);
   }
-  return std::clamp(number, range.minimum, range.maximum);
+  const std::int64_t value = meantValue(descriptor, *raw);
+  if (showsPercent(descriptor)) return percentOf(descriptor, value);
+  return value;
+}
+
+std::int64_t startNumber(const ParameterRange& range) {
+  return std::clamp(std::int64_t{0}, range.minimum, range.maximum);
 }
 
 std::optional<ParameterBytes> bytesOfNumber(const KeywordEntry& entry, const ParameterDescriptor& descriptor,
@@ -128,15 +132,18 @@ ParameterBytes bytesOfInput(std::uint8_t number, std::optional<std::uint8_t> hol
   return bytes;
 }
 
-ParameterBytes bytesOfTimecode(const Timecode& timecode) {
-  ParameterDescriptor descriptor;
-  descriptor.type = ParameterType::kTimecode;
-  return bytesOfValue(descriptor, timecode.packed());
+void fillInput(ParameterBytes& bytes) {
+  const std::size_t needed = !bytes.empty() && bytes.front() == kExtendedInput ? kExtendedInputBytes : 2;
+  if (bytes.size() < needed) bytes.resize(needed);
 }
 
-Timecode timecodeOf(const ParameterBytes& bytes) {
-  return Timecode::fromPacked(readValue(bytes, 0, valueWidth(ParameterType::kTimecode)).value_or(0));
+ParameterBytes bytesOfTimecode(const Timecode& timecode, const ParameterBytes& old) {
+  ParameterDescriptor descriptor;
+  descriptor.type = ParameterType::kTimecode;
+  return bytesOfValue(descriptor, timecode.packedOver(packedIn(old)));
 }
+
+Timecode timecodeOf(const ParameterBytes& bytes) { return Timecode::fromPacked(packedIn(bytes)); }
 
 ParameterBytes bytesOfText(std::string_view text) {
   text = text.substr(0, text.find('\0'));
@@ -149,8 +156,7 @@ ParameterBytes plainBytes(const KeywordEntry& entry, const ParameterDescriptor& 
   const ParameterRange range = parameterRange(descriptor);
   switch (range.entry) {
     case ParameterEntry::kNumber:
-      return bytesOfNumber(entry, descriptor, std::clamp(std::int64_t{0}, range.minimum, range.maximum))
-          .value();
+      return bytesOfNumber(entry, descriptor, startNumber(range)).value();
     case ParameterEntry::kTimecode:
       return bytesOfTimecode({});
     case ParameterEntry::kInput:

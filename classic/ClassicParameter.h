@@ -28,9 +28,14 @@ struct ParameterRange {
 
 [[nodiscard]] ParameterRange parameterRange(const ParameterDescriptor& descriptor);
 
-// The number that stands for these bytes in the entry dialog, kept inside its range.
-[[nodiscard]] std::int64_t typedNumber(const KeywordEntry& entry, const ParameterDescriptor& descriptor,
-                                       const ParameterBytes& bytes);
+// The number that stands for these bytes in the entry dialog, out of range when the bytes are. Nothing for a
+// value without a row, or on a side of an analog range that has no width.
+[[nodiscard]] std::optional<std::int64_t> typedNumber(const KeywordEntry& entry,
+                                                      const ParameterDescriptor& descriptor,
+                                                      const ParameterBytes& bytes);
+
+// The number that an entry dialog opens with when no value stands yet.
+[[nodiscard]] std::int64_t startNumber(const ParameterRange& range);
 
 // Nothing when the number lies outside the parameter's range.
 [[nodiscard]] std::optional<ParameterBytes> bytesOfNumber(const KeywordEntry& entry,
@@ -40,11 +45,18 @@ struct ParameterRange {
 // The value as it stands, lowest byte first, in the parameter's width (two's complement).
 [[nodiscard]] ParameterBytes bytesOfValue(const ParameterDescriptor& descriptor, std::int64_t value);
 
+inline constexpr std::uint8_t kExtendedInput = 255;
+
 // Number and, if any, source-hold byte. Input 255 marks an extended input, which is followed by two bytes,
 // and by one more when nothing else follows.
 [[nodiscard]] ParameterBytes bytesOfInput(std::uint8_t number, std::optional<std::uint8_t> hold, bool last);
 
-[[nodiscard]] ParameterBytes bytesOfTimecode(const Timecode& timecode);
+// Input bytes at the end of a command may lack the source hold, or what follows an extended input; brought to
+// the length that they need once something follows.
+void fillInput(ParameterBytes& bytes);
+
+// Over the bytes that stand there: numbers that they hold already keep their bits.
+[[nodiscard]] ParameterBytes bytesOfTimecode(const Timecode& timecode, const ParameterBytes& old = {});
 [[nodiscard]] Timecode timecodeOf(const ParameterBytes& bytes);  // zero when four bytes are not there
 
 // The characters up to the first zero, and a zero byte.

@@ -18,12 +18,6 @@ constexpr std::size_t kMostListBytes = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t kMostKeptLists = 256;
 constexpr auto kCheckInterval = std::chrono::seconds(1);
 constexpr std::uint8_t kSharedDeviceCodes = 4;  // 1 to 4 share the lists of device code 0
-constexpr std::uint8_t kIncrement = 0x40, kIncrementBack = 0xC0;
-
-std::string listPath(std::uint8_t cd, std::uint8_t co) {
-  const std::uint8_t listed = listDeviceCode(cd);
-  return format(kListPath, listed, listed, co);
-}
 
 // A walk over the parameter bytes of a command along the descriptors of an entry.
 class Walk {
@@ -31,10 +25,10 @@ class Walk {
   explicit Walk(const ClassicCommand& command) : command_(command) {}
 
   bool fits(const KeywordEntry& entry) {
-    const bool steps = command_.action() == kIncrement || command_.action() == kIncrementBack;
     for (const ParameterDescriptor& descriptor : entry.parameters) {
       last_ = position_;
-      if (&descriptor == &entry.parameters.back() && !isAnalog(descriptor.type)) toggle_ = steps;
+      if (&descriptor == &entry.parameters.back() && !isAnalog(descriptor.type))
+        toggle_ = command_.increments();
       if (!takes(entry, descriptor)) return false;
     }
     return true;
@@ -117,8 +111,13 @@ class Walk {
 
 std::uint8_t listDeviceCode(std::uint8_t cd) { return cd <= kSharedDeviceCodes ? std::uint8_t{0} : cd; }
 
+std::string decodingListPath(std::uint8_t cd, std::uint8_t co) {
+  const std::uint8_t listed = listDeviceCode(cd);
+  return format(kListPath, listed, listed, co);
+}
+
 std::optional<DecodingList> DecodingList::load(const SiteRoot& root, std::uint8_t cd, std::uint8_t co) {
-  const auto bytes = readFilePrefix(root, listPath(cd, co), kMostListBytes);
+  const auto bytes = readFilePrefix(root, decodingListPath(cd, co), kMostListBytes);
   if (!bytes) return std::nullopt;
   return parse(*bytes, cd, co);
 }
@@ -187,7 +186,7 @@ std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::ui
   if (entry->loaded && now - entry->checked < kCheckInterval) return entry->list;
   entry->checked = now;
   // Looked at before reading: a change while the file is read shows at the next check.
-  const Kept::Stamp stamp = Kept::stampOf(root_.resolve(listPath(cd, co)));
+  const Kept::Stamp stamp = Kept::stampOf(root_.resolve(decodingListPath(cd, co)));
   if (entry->loaded && stamp == entry->stamp) return entry->list;
   entry->loaded = true;
   entry->stamp = stamp;

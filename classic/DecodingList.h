@@ -94,6 +94,7 @@ class DecodingList {
 
 // Device codes 1 to 4 share the lists of device code 0.
 [[nodiscard]] std::uint8_t listDeviceCode(std::uint8_t cd);
+[[nodiscard]] std::string decodingListPath(std::uint8_t cd, std::uint8_t co);
 
 // Decoding lists of a site, each read once and kept while its file stays as it was (checked by size and time
 // at most once a second). Keeps the 256 lists that were asked for last. Thread-safe.

@@ -74,7 +74,7 @@ class LineItems {
     const std::size_t end = item.find('"', 1);
     if (end == item.npos) return std::nullopt;
     rest_ = item.substr(end + 1);
-    return std::string(item.substr(1, end - 1));
+    return displayUtf8(item.substr(1, end - 1));
   }
 
  private:

@@ -92,7 +92,13 @@ CommandSession::CommandSession(SiteRoot root, const ProgramStreams& streams)
       streams_(streams),
       messages_(streams.errors),
       decodingLists_(root_),
-      history_(root_) {}
+      history_(root_, limits()) {}
+
+MacroHistory::Limits CommandSession::limits() {
+  MacroHistory::Limits limits;
+  limits.patience = kPatience;
+  return limits;
+}
 
 const FunctionDictionary& CommandSession::dictionary() {
   if (!dictionary_) {
@@ -122,11 +128,16 @@ int CommandSession::writeTo(const std::string& word, FileUse use, MacroChange ch
   const auto file = FileOperand::open(root_, streams_, word, use);
   if (!file) return cannotOpen(word, file.failure());
   if (file->isStream()) call(file->path(), file->shown());
+  const FileChange begun = file->isStream() ? FileChange() : history_.lock(file->path());
+  if (!begun.locked) return cannotOpen(word, begun.locked.failure());
   if (check) {
     if (const Outcome checked = check(file->path()); !checked) return failed(checked.failure().text);
   }
-  if (!file->isStream()) history_.keepFile(file->path(), change);
-  if (const Outcome done = work(file->path()); !done) return failed(done.failure().text);
+  if (!file->isStream())
+    static_cast<void>(history_.keepFile(file->path(), change));  // the history notes why not
+  const Outcome done = work(file->path());
+  if (!done.written()) return failed(done.failure().text);
+  if (!done && !file->isStream()) warn(file->shown() + ' ' + done.failure().text);
   if (const Outcome out = file->deliver(root_, streams_); !out) return cannotOpen(word, out.failure());
   return warned_ ? kExitFailed : kExitDone;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -57,8 +58,9 @@ class CommandSession {
 
   // Runs `work` on a FILE that is only read.
   int readFrom(const std::string& word, const std::function<int(const FileOperand& file)>& work);
-  // Runs `work` on a FILE that it changes or writes. What the file holds is kept before, unless `check`
-  // refuses; the text of a failure is printed. A stream takes what `work` has done only when it succeeded.
+  // Runs `work` on a FILE that it changes or writes, and that nobody else changes meanwhile; one that another
+  // program does not let go is a failure. What the file holds is kept before, unless `check` refuses; the
+  // text of a failure is printed. A stream takes what `work` has done only when it succeeded.
   int writeTo(const std::string& word, FileUse use, MacroChange change, const Work& work,
               const Work& check = {});
 
@@ -81,6 +83,9 @@ class CommandSession {
   int wrongUsage(const std::string& reason);
 
  private:
+  static constexpr std::chrono::seconds kPatience{30};  // with other programs
+  static MacroHistory::Limits limits();
+
   int cannotOpen(const std::string& word, const Failure& failure);
 
   SiteRoot root_;

@@ -67,7 +67,8 @@ int runCommand(const Command& command, const std::string& root, Arguments& argum
   CommandSession session(SiteRoot::fromEnvironment(root), streams);
   const int result = command.run(session, arguments);
   // Keeping is an extra, and does not count for the exit code.
-  if (session.history().takeFailure()) streams.errors << "the history could not keep what was there before\n";
+  if (const auto failure = session.history().takeFailure())
+    streams.errors << "the history could not keep what was there before: " << failure->text << '\n';
   if (result == kExitWrongUsage) printUsage(streams.errors, command);
   return result;
 }

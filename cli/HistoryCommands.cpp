@@ -1,7 +1,4 @@
-#include <algorithm>
-#include <filesystem>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
 #include "cli/Commands.h"
 #include "platform/Files.h"
@@ -30,18 +27,7 @@ int listHistory(CommandSession& session, bool json) {
   return kExitDone;
 }
 
-// Whether the path leads to a place under the root, whatever links stand on its way.
-bool isInSite(const SiteRoot& root, std::string_view path) {
-  std::error_code error;
-  const std::filesystem::path host = std::filesystem::weakly_canonical(root.resolve(path), error);
-  if (error || host.empty()) return false;
-  const std::filesystem::path site = std::filesystem::weakly_canonical(root.path(), error);
-  if (error) return false;
-  return std::mismatch(site.begin(), site.end(), host.begin(), host.end()).first == site.end();
-}
-
-// Where a kept macro goes when no FILE is named. A record is a file that anyone may have written: what it
-// says decides nothing outside the site.
+// Where a kept macro goes when no FILE is named.
 Expected<std::string> placeOf(CommandSession& session, const KeptMacro& kept) {
   const auto refused = [](std::string text) { return Failure{Failure::Kind::kMissing, std::move(text)}; };
   if (!kept.place) return refused("Nobody knows where it came from: name a FILE.");
@@ -49,7 +35,7 @@ Expected<std::string> placeOf(CommandSession& session, const KeptMacro& kept) {
   if (file.empty())
     return refused("It came from a panel, " + kept.placeText() +
                    ": restore it to a FILE, and send that with panel ... put.");
-  if (!isInSite(session.root(), file))
+  if (!session.history().isOfSite(kept))
     return refused("It came from outside the site, " + file + ": name the FILE.");
   return file;
 }
@@ -58,11 +44,11 @@ int restore(CommandSession& session, const KeptMacro& kept, const Arguments& arg
   const auto file = arguments.size() > 2 ? Expected<std::string>(arguments[2]) : placeOf(session, kept);
   if (!file) return session.failed(file.failure().text);
   // Read first: keeping what is there now may be what drives this one out.
-  const auto bytes = readFile(session.root(), kept.file);
+  const auto bytes = readOwnFile(session.root(), kept.file);
   if (!bytes) return session.failed(kept.id + ' ' + bytes.failure().text);
   return session.writeTo(*file, FileUse::kWrite, MacroChange::kPutBack, [&](const std::string& path) {
-    Outcome written = writeFile(session.root(), path, *bytes);
-    return written ? written : Failure{written.failure().kind, path + ' ' + written.failure().text};
+    Outcome done = writeFile(session.root(), path, *bytes);
+    return done.written() ? done : Failure{done.failure().kind, path + ' ' + done.failure().text};
   });
 }
 

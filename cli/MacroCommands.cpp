@@ -53,8 +53,9 @@ std::vector<std::string> keyFileLines(CommandSession& session, const std::string
 
 std::optional<std::vector<std::string>> macroLines(CommandSession& session, const std::string& path,
                                                    const LineOptions& options) {
-  MacroCommands commands;
-  if (!loadCommands(session.site(), path, true, commands)) return std::nullopt;
+  const auto macro = loadMacro(session.site(), path);
+  if (!macro || !macro->hasData()) return std::nullopt;
+  const MacroCommands& commands = macro->commands();
   const bool described = std::any_of(commands.begin(), commands.end(),
                                      [](const MacroCommand& command) { return !command.classic(); });
   const FunctionDictionary none;

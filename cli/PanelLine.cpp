@@ -52,7 +52,11 @@ std::string PanelLine::put(int workplace, int number, const std::string& file) {
 }
 
 bool PanelLine::remove(int workplace, int number) {
-  return macros_.remove(place_.address, workplace, macroNumberText(number));
+  const std::string text = macroNumberText(number);
+  const PanelMacros::Deletion deletion = macros_.remove(place_.address, workplace, text);
+  // Nobody can be asked; the session tells what was not kept.
+  if (deletion.kept) return deletion.asked;
+  return macros_.remove(place_.address, workplace, text, PanelMacros::OldContent::kLost).asked;
 }
 
 bool PanelLine::rename(int workplace, int number, const std::string& name) {

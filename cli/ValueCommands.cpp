@@ -59,7 +59,7 @@ ValueAnswer answerTimecode(CommandSession& session, const ValueQuestion& questio
   const int frameRate = question.mode == ValueMode::kRaw ? 0 : settings.frameRate;
   return converted(
       question, [&](const std::string& typed) { return filterTimecode(typed, frameRate); },
-      [&](const std::string& shown) { return storedTimecode(shown, question.mode); },
+      [&](const std::string& shown) { return storedTimecode(shown, frameRate); },
       [&](const std::string& stored) { return shownTimecode(stored, question.mode); });
 }
 

@@ -3,6 +3,9 @@ add_library(tessaly_settings INTERFACE)
 target_compile_options(tessaly_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
   -Wformat=2 -Wformat-security)
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  target_compile_options(tessaly_settings INTERFACE -Wthread-safety)  # platform/ThreadAnnotations.h
+endif()
 if(TESSALY_WERROR)
   target_compile_options(tessaly_settings INTERFACE -Werror)
 endif()

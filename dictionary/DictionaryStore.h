@@ -76,7 +76,7 @@ struct FunctionDictionary::Store {
   std::unique_ptr<LookUp> bySid = std::make_unique<LookUp>();
   std::size_t templateCount = 0;
   std::size_t combinations = 0;  // visited over all templates
-  bool beyondBounds = false;
+  std::size_t leftOutCount = 0;  // templates beyond the bounds
 };
 
 }  // namespace tessaly

@@ -48,13 +48,13 @@ void FunctionDictionary::add(FunctionTemplate definition) {
   std::optional<NamePattern> pattern = NamePattern::parse(definition.name, store.families);
   if (!pattern || pattern->combinations() == 0) return;
   if (pattern->combinations() > kMostFunctions - store.combinations) {
-    store.beyondBounds = true;
+    ++store.leftOutCount;
     return;
   }
   const auto count = static_cast<std::size_t>(pattern->combinations());
   const std::size_t bytes = count * (pattern->longestName(definition.name) + 1);
   if (bytes > kMostNameBytes - store.names.size()) {
-    store.beyondBounds = true;
+    ++store.leftOutCount;
     return;
   }
   store.combinations += count;
@@ -72,7 +72,7 @@ void FunctionDictionary::finish() {
 
 std::size_t FunctionDictionary::templateCount() const { return store_->templateCount; }
 std::size_t FunctionDictionary::functionCount() const { return store_->functionCount(); }
-bool FunctionDictionary::beyondBounds() const { return store_->beyondBounds; }
+std::size_t FunctionDictionary::leftOutCount() const { return store_->leftOutCount; }
 
 std::string FunctionDictionary::summary() const {
   return format("Number of FIDs: %d/%d", static_cast<int>(templateCount()),

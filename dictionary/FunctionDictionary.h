@@ -82,15 +82,15 @@ class FunctionDictionary {
   [[nodiscard]] std::size_t functionCount() const;  // duplicates included
   [[nodiscard]] std::string summary() const;        // "Number of FIDs: 12/3456"
 
-  // True when a template was left out because of the bounds.
-  [[nodiscard]] bool beyondBounds() const;
+  // Templates that were left out because of the bounds.
+  [[nodiscard]] std::size_t leftOutCount() const;
 
   // Functions in registration order, duplicates included.
   [[nodiscard]] FunctionRecord function(std::size_t index) const;
   [[nodiscard]] std::string_view name(std::size_t index) const;
 
   // All names in registration order in one piece, each followed by a line feed, so that one pass searches
-  // them all. Bytes are as in the file; a name may contain anything, so ends are told by the offsets.
+  // them all. UTF-8; a name may contain anything, so ends are told by the offsets.
   [[nodiscard]] std::string_view allNames() const;
   [[nodiscard]] std::size_t nameOffset(std::size_t index) const;  // functionCount() gives the end of the last
   [[nodiscard]] std::size_t functionAtOffset(std::size_t offset) const;  // offset < allNames().size()

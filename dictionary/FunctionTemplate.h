@@ -50,7 +50,7 @@ struct TimecodeParameter {
 };
 
 // One "fid" element: a name template whose "$" segments stand for families, and the texts and parameters that
-// all its concrete functions share. Texts are as read, before substitution.
+// all its concrete functions share. Texts are UTF-8, as read, before substitution.
 struct FunctionTemplate {
   std::string name, sid, group, description, longDescription;
   FunctionSource source = FunctionSource::kPanel;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <tinyxml.h>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -29,11 +28,11 @@ constexpr std::string_view kDisplayName = "displayname";
 
 constexpr double kLargestFloatLimit = 1e15;
 
-// Calls handle(attribute, name, value) for every attribute in the order of the element.
+// Calls handle(name, value) for every attribute in the order of the element.
 template <typename Handle>
-void forAttributes(const TiXmlElement& element, Handle handle) {
+void forAttributes(const XmlDocument& document, const TiXmlElement& element, Handle handle) {
   for (auto attribute = element.FirstAttribute(); attribute != nullptr; attribute = attribute->Next()) {
-    handle(*attribute, std::string_view(attribute->NameTStr()), attribute->ValueStr());
+    handle(std::string_view(attribute->NameTStr()), document.text(attribute->ValueStr()));
   }
 }
 
@@ -80,18 +79,17 @@ void readLimit(std::string_view name, const std::string& value, Parameter& param
   }
 }
 
-EnumParameter readEnumParameter(const TiXmlElement& element) {
+EnumParameter readEnumParameter(const XmlDocument& document, const TiXmlElement& element) {
   EnumParameter parameter;
-  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
-    readCommon(name, value, parameter);
-  });
+  forAttributes(document, element,
+                [&](std::string_view name, const std::string& value) { readCommon(name, value, parameter); });
   std::size_t count = 0;
   forChildren(element, [&](const TiXmlElement&, std::string_view kind) { count += kind == "enum"; });
   parameter.values.reserve(count);
   forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
     if (kind != "enum") return;
     EnumValue& entry = parameter.values.emplace_back();
-    forAttributes(child, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    forAttributes(document, child, [&](std::string_view name, const std::string& value) {
       if (name == "value") entry.value = value;
       if (name == kDescription) entry.description = value;
     });
@@ -99,9 +97,9 @@ EnumParameter readEnumParameter(const TiXmlElement& element) {
   return parameter;
 }
 
-IntegerParameter readIntegerParameter(const TiXmlElement& element) {
+IntegerParameter readIntegerParameter(const XmlDocument& document, const TiXmlElement& element) {
   IntegerParameter parameter;
-  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
     if (readCommon(name, value, parameter)) return;
     if (name == "scaler") parameter.scaled = value == "yes";
     readLimit(name, value, parameter, parseInt);
@@ -120,9 +118,9 @@ double floatLimit(std::string_view text) {
   return std::isnan(limit) ? 0 : std::clamp(limit, -kLargestFloatLimit, kLargestFloatLimit);
 }
 
-FloatParameter readFloatParameter(const TiXmlElement& element) {
+FloatParameter readFloatParameter(const XmlDocument& document, const TiXmlElement& element) {
   FloatParameter parameter;
-  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
     if (readCommon(name, value, parameter)) return;
     if (name == "type") parameter.unit = unitOf(value);
     readLimit(name, value, parameter, floatLimit);
@@ -131,18 +129,18 @@ FloatParameter readFloatParameter(const TiXmlElement& element) {
 }
 
 template <typename Parameter>
-Parameter readPlainParameter(const TiXmlElement& element) {
+Parameter readPlainParameter(const XmlDocument& document, const TiXmlElement& element) {
   Parameter parameter;
-  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
-    readCommon(name, value, parameter);
-  });
+  forAttributes(document, element,
+                [&](std::string_view name, const std::string& value) { readCommon(name, value, parameter); });
   return parameter;
 }
 
-FunctionTemplate readFunction(const TiXmlElement& element, FunctionSource source) {
+FunctionTemplate readFunction(const XmlDocument& document, const TiXmlElement& element,
+                              FunctionSource source) {
   FunctionTemplate read;
   read.source = source;
-  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
     if (name == kName) read.name = value;
     if (name == kSid) read.sid = value;
     if (name == "group") read.group = value;
@@ -150,37 +148,37 @@ FunctionTemplate readFunction(const TiXmlElement& element, FunctionSource source
     if (name == "long_desc") read.longDescription = value;
   });
   forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
-    if (kind == "enum_parameter") read.enums.push_back(readEnumParameter(child));
-    if (kind == "int_parameter") read.integers.push_back(readIntegerParameter(child));
-    if (kind == "float_parameter") read.floats.push_back(readFloatParameter(child));
-    if (kind == "input_parameter") read.inputs.push_back(readPlainParameter<InputParameter>(child));
-    if (kind == "timecode_parameter") read.timecodes.push_back(readPlainParameter<TimecodeParameter>(child));
+    if (kind == "enum_parameter") read.enums.push_back(readEnumParameter(document, child));
+    if (kind == "int_parameter") read.integers.push_back(readIntegerParameter(document, child));
+    if (kind == "float_parameter") read.floats.push_back(readFloatParameter(document, child));
+    if (kind == "input_parameter") read.inputs.push_back(readPlainParameter<InputParameter>(document, child));
+    if (kind == "timecode_parameter")
+      read.timecodes.push_back(readPlainParameter<TimecodeParameter>(document, child));
   });
   return read;
 }
 
-IndexedFamily readIndexedFamily(const TiXmlElement& element) {
+IndexedFamily readIndexedFamily(const XmlDocument& document, const TiXmlElement& element) {
   IndexedFamily family;
-  forAttributes(element,
-                [&](const TiXmlAttribute& attribute, std::string_view name, const std::string& value) {
-                  if (name == kName) family.name = value;
-                  if (name == kFidSegment) family.fidseg = value;
-                  if (name == kDisplayName) family.displayname = value;
-                  if (name == kMin) family.min = attribute.IntValue();
-                  if (name == kMax) family.max = attribute.IntValue();
-                  if (name == "offset") family.offset = attribute.IntValue();
-                });
+  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
+    if (name == kName) family.name = value;
+    if (name == kFidSegment) family.fidseg = value;
+    if (name == kDisplayName) family.displayname = value;
+    if (name == kMin) family.min = parseInt(value);
+    if (name == kMax) family.max = parseInt(value);
+    if (name == "offset") family.offset = parseInt(value);
+  });
   return family;
 }
 
-std::optional<EnumFamily> readEnumFamily(const TiXmlElement& element) {
+std::optional<EnumFamily> readEnumFamily(const XmlDocument& document, const TiXmlElement& element) {
   const TiXmlAttribute* familyName = leadingName(element);
   if (familyName == nullptr) return std::nullopt;
   EnumFamily family;
-  family.name = familyName->ValueStr();
+  family.name = document.text(familyName->ValueStr());
   forChildren(element, [&](const TiXmlElement& child, std::string_view) {
     SegmentAlternative& member = family.members.emplace_back();
-    forAttributes(child, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+    forAttributes(document, child, [&](std::string_view name, const std::string& value) {
       if (name == kFidSegment) member.fidText = value;
       if (name == kDisplayName) member.displayText = value;
     });
@@ -188,9 +186,9 @@ std::optional<EnumFamily> readEnumFamily(const TiXmlElement& element) {
   return family;
 }
 
-AliasEntry readAlias(const TiXmlElement& element) {
+AliasEntry readAlias(const XmlDocument& document, const TiXmlElement& element) {
   AliasEntry entry;
-  forAttributes(element, [&](const TiXmlAttribute&, std::string_view name, const std::string& value) {
+  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
     if (name == "segm") entry.segment = value;
     // Both fill the one description; the later in the element wins.
     if (name == "descrShort" || name == "descrLong") entry.description = value;
@@ -204,19 +202,21 @@ AliasEntry readAlias(const TiXmlElement& element) {
 using Entry = std::variant<IndexedFamily, EnumFamily, AliasEntry, FunctionTemplate>;
 
 // Everything the dictionary takes from the file, in the order of the file.
-std::vector<Entry> readEntries(const TiXmlElement& content, FunctionSource source) {
+std::vector<Entry> readEntries(const XmlDocument& document, const TiXmlElement& content,
+                               FunctionSource source) {
   std::vector<Entry> entries;
   forChildren(content, [&](const TiXmlElement& element, std::string_view kind) {
     if (kind == "fid") {
-      entries.push_back(readFunction(element, source));
+      entries.push_back(readFunction(document, element, source));
     } else if (kind == "alias") {
       if (leadingName(element) == nullptr) return;
-      forChildren(element,
-                  [&](const TiXmlElement& child, std::string_view) { entries.push_back(readAlias(child)); });
+      forChildren(element, [&](const TiXmlElement& child, std::string_view) {
+        entries.push_back(readAlias(document, child));
+      });
     } else if (kind == "fidsegment_enum") {
-      if (auto family = readEnumFamily(element)) entries.push_back(std::move(*family));
+      if (auto family = readEnumFamily(document, element)) entries.push_back(std::move(*family));
     } else if (kind == "fidsegment_indexed") {
-      entries.push_back(readIndexedFamily(element));
+      entries.push_back(readIndexedFamily(document, element));
     }
   });
   return entries;
@@ -226,14 +226,14 @@ std::vector<Entry> readEntries(const TiXmlElement& content, FunctionSource sourc
 
 bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSource source,
                        FunctionDictionary& dictionary, const ReportProblem& report) {
-  TiXmlDocument document;
+  XmlDocument document;
   if (!loadXml(root, path, document)) {
     report("Cannot parse file: " + std::string(path));
     return false;
   }
   const TiXmlElement* content = document.FirstChildElement("mfd");
   if (content == nullptr) return true;
-  std::vector<Entry> entries = readEntries(*content, source);
+  std::vector<Entry> entries = readEntries(document, *content, source);
   // The tree is several times the file; freed first, its memory serves the expansion.
   document.Clear();
   for (Entry& entry : entries) {
@@ -249,6 +249,9 @@ void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary
       readInterfaceFile(root, kOlderFamilyInterface, FunctionSource::kOlderFamily, dictionary, report));
   static_cast<void>(readInterfaceFile(root, kPanelInterface, FunctionSource::kPanel, dictionary, report));
   dictionary.finish();
+  if (const std::size_t count = dictionary.leftOutCount(); count > 0)
+    report(format("Functions that go beyond the dictionary's bounds are left out: %zu of %zu descriptions.",
+                  count, dictionary.templateCount()));
 }
 
 }  // namespace tessaly

@@ -24,6 +24,7 @@ using ReportProblem = std::function<void(const std::string& text)>;
                                      FunctionDictionary& dictionary, const ReportProblem& report);
 
 // Both files of the site, the older family's first; a failure of one does not keep the other from being read.
+// Functions beyond the dictionary's bounds are reported once, after both.
 void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary,
                             const ReportProblem& report);
 

@@ -1,5 +1,6 @@
 #include "editors/ChoiceDialog.h"
 
+#include <QCheckBox>
 #include <QKeyEvent>
 
 #include "ui_ChoiceDialog.h"
@@ -26,6 +27,17 @@ ChoiceDialog::ChoiceDialog(const QString& title, const std::vector<std::string>&
 }
 
 ChoiceDialog::~ChoiceDialog() = default;
+
+void ChoiceDialog::mark(int row) {
+  ui_->list->selectRow(row);
+  ui_->ok->setEnabled(ui_->list->selectedRow() >= 0);
+}
+
+void ChoiceDialog::ask(QCheckBox& question) {
+  ui_->layout->insertWidget(ui_->layout->indexOf(ui_->list) + 1, &question);
+  setTabOrder(ui_->list, &question);
+  setTabOrder(&question, ui_->ok);
+}
 
 bool ChoiceDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {

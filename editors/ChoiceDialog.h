@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+class QCheckBox;
+
 namespace Ui {
 class ChoiceDialog;
 }
@@ -22,10 +24,14 @@ class ChoiceDialog : public QDialog {
 
   // The picked row; -1 unless OK was pressed.
   [[nodiscard]] int selectedRow() const { return row_; }
+  // Before the dialog is shown: selects the row that stands now; -1 none.
+  void mark(int row);
   void accept() override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  // Puts a further question under the list, between it and the buttons.
+  void ask(QCheckBox& question);
 
  private:
   std::unique_ptr<Ui::ChoiceDialog> ui_;

@@ -1,8 +1,12 @@
 #include "editors/ClassicEditorDialog.h"
 
-#include <QInputDialog>
+#include <algorithm>
 
+#include <QKeyEvent>
+
+#include "classic/ClassicDescription.h"
 #include "classic/ClipList.h"
+#include "editors/EnterTextDialog.h"
 #include "editors/EnterTimecodeDialog.h"
 #include "editors/EnterValueDialog.h"
 #include "editors/LoadClipDialog.h"
@@ -22,9 +26,7 @@ constexpr const char* kModifyTitle = "Modify selected command (Classic - Sidepan
 constexpr const char* kModifyButton = "Modify Command";
 constexpr const char* kSelectInput = "Select Input";
 constexpr int kMainframes = 4;
-constexpr int kLargestInput = 255;
-constexpr std::size_t kNamesInHint = 12;  // of an enumeration, beside its range
-constexpr QSize kStartSize{980, 620};     // pixels
+constexpr QSize kStartSize{980, 620};  // pixels
 
 // A value that a command has no room for is not taken.
 void beepUnless(bool taken) {
@@ -67,8 +69,8 @@ void ClassicEditorDialog::setUp(int destination) {
   ui_->destination->setCurrentIndex(destination >= 1 && destination <= kMainframes ? destination - 1 : 0);
   (context_.frameRate == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);
   keepSpaceWhenHidden({ui_->actionHint, ui_->functionHint});
-  for (ListBox* list : {ui_->subgroups, ui_->functions, ui_->actions})
-    list->setPlaceholder(tr("choose on the left"));
+  openedCommand_ = builder_.command();
+  openedDestination_ = this->destination();
   connectLists();
   connectButtons();
   refresh();
@@ -78,9 +80,8 @@ void ClassicEditorDialog::setUp(int destination) {
 void ClassicEditorDialog::connectLists() {
   const auto follow = [this](ListBox* list, bool (ClassicBuilder::*choose)(std::size_t)) {
     connect(list, &ListBox::chosen, this, [this, choose](int row) {
-      if (row < 0) return;
       // A refused choice changes nothing; the list then shows the earlier one again.
-      static_cast<void>((builder_.*choose)(static_cast<std::size_t>(row)));
+      if (row >= 0) static_cast<void>((builder_.*choose)(static_cast<std::size_t>(row)));
       refresh();
     });
   };
@@ -88,9 +89,28 @@ void ClassicEditorDialog::connectLists() {
   follow(ui_->subgroups, &ClassicBuilder::chooseSubgroup);
   follow(ui_->functions, &ClassicBuilder::chooseFunction);
   follow(ui_->actions, &ClassicBuilder::chooseAction);
-  connect(ui_->parameters, &ListBox::chosen, this, [this](int row) {
-    if (row >= 0) enterParameter(static_cast<std::size_t>(row));
-  });
+  // A parameter is entered by a click or by Enter; the arrows only lead from one to the next.
+  connect(ui_->parameters, &QListView::clicked, this,
+          [this](const QModelIndex& index) { enterParameter(static_cast<std::size_t>(index.row())); });
+  ui_->parameters->installEventFilter(this);
+}
+
+bool ClassicEditorDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->parameters && event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const QModelIndex current = ui_->parameters->currentIndex();
+    if (current.isValid() && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)) {
+      enterParameter(static_cast<std::size_t>(current.row()));
+      return true;
+    }
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+// A key that is held down repeats: the Esc that closed an entry dialog is none for this one.
+void ClassicEditorDialog::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && event->isAutoRepeat()) return event->accept();
+  QDialog::keyPressEvent(event);
 }
 
 void ClassicEditorDialog::connectButtons() {
@@ -108,16 +128,16 @@ void ClassicEditorDialog::connectButtons() {
 }
 
 void ClassicEditorDialog::showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
-                                   std::optional<std::size_t> chosen) {
+                                   std::optional<std::size_t> chosen, const std::string& of) {
   std::vector<ListRow> shownRows;
   shownRows.reserve(rows.size());
   for (const ClassicBuilder::Row& row : rows)
     shownRows.push_back({row.text, static_cast<int>(shownRows.size()), !row.separator && !row.text.empty()});
-  list.rows().setRows(std::move(shownRows));
+  list.rows().setRows(std::move(shownRows), true, of);
   list.selectRow(chosen ? static_cast<int>(*chosen) : -1);
 }
 
-void ClassicEditorDialog::refresh() {
+void ClassicEditorDialog::refresh(std::optional<std::size_t> parameter) {
   showRows(*ui_->mainGroups, builder_.groupRows(), builder_.chosenGroup());
   showRows(*ui_->subgroups, builder_.subgroupRows(), builder_.chosenSubgroup());
   showRows(*ui_->functions, builder_.functionRows(), builder_.chosenFunction());
@@ -127,8 +147,27 @@ void ClassicEditorDialog::refresh() {
   ui_->actions->setAllowed(!builder_.complete());
   std::vector<ClassicBuilder::Row> parameters;
   for (const std::string& text : builder_.parameterRows()) parameters.push_back({text});
-  showRows(*ui_->parameters, parameters, std::nullopt);
+  showRows(*ui_->parameters, parameters, parameter, builder_.path());
   refreshTexts();
+  tellEmptyLists();
+}
+
+// Why a list has no rows, for the eye and for a screen reader.
+void ClassicEditorDialog::tellEmptyLists() {
+  const auto tell = [](ListBox& list, const QString& why) {
+    list.setPlaceholder(why);
+    list.setAccessibleDescription(list.rows().rowCount() == 0 ? why : QString());
+  };
+  const QString left = tr("choose on the left");
+  const QString missing = shown(builder_.missingList()).section(QLatin1Char('\\'), -1);
+  tell(*ui_->subgroups, left);
+  tell(
+      *ui_->functions,
+      missing.isEmpty()
+          ? left
+          : tr("No function is known here: there is no decoding list \"%1\" that can be read.").arg(missing));
+  tell(*ui_->actions, missing.isEmpty() ? left : QString());
+  tell(*ui_->parameters, builder_.chosenAction() ? tr("This function takes no parameters.") : QString());
 }
 
 void ClassicEditorDialog::refreshTexts() {
@@ -154,10 +193,7 @@ void ClassicEditorDialog::refreshTexts() {
 }
 
 void ClassicEditorDialog::enterParameter(std::size_t row) {
-  if (!builder_.chooseParameter(row)) {
-    refresh();
-    return;
-  }
+  if (!builder_.chooseParameter(row)) return refresh(row);
   refreshTexts();
   const ParameterRange range = builder_.range(row);
   switch (range.entry) {
@@ -179,50 +215,58 @@ void ClassicEditorDialog::enterParameter(std::size_t row) {
       enterText(row);
       break;
   }
-  refresh();
+  refresh(row);
 }
 
 void ClassicEditorDialog::enterNumber(std::size_t row, const ParameterRange& range) {
-  QStringList hint{shown(range.hint)};
-  const std::vector<std::string> names = builder_.valueNames(row);
-  for (std::size_t i = 0; i < names.size() && i < kNamesInHint; ++i)
-    hint.append(QStringLiteral("%1: %2").arg(i).arg(shown(names[i])));
-  if (names.size() > kNamesInHint) hint.append(QStringLiteral(". . ."));
-  EnterValueDialog dialog(builder_.currentNumber(row), hint.join(QLatin1Char('\n')), range.minimum,
-                          range.maximum, this);
-  if (dialog.exec() == QDialog::Accepted) static_cast<void>(builder_.setNumber(row, dialog.value()));
+  // A value that no number stands for leaves the field empty; where there is none yet, one is proposed.
+  auto number = builder_.currentNumber(row);
+  if (!builder_.hasValue(row)) number = startNumber(range);
+  EnterValueDialog dialog(number, shown(range.hint), range.minimum, range.maximum, this);
+  std::vector<std::string> rows;
+  for (const EnumerationRow& known : builder_.enumeration(row))
+    rows.push_back(format("%zu\t", rows.size()) + known.longName + format("\t%u", known.value));
+  if (!rows.empty()) dialog.offerRows(rows);
+  if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setNumber(row, dialog.value()));
 }
 
 void ClassicEditorDialog::enterTimecode(std::size_t row) {
   EnterTimecodeDialog dialog(builder_.currentTimecode(row), this);
-  if (dialog.exec() == QDialog::Accepted) static_cast<void>(builder_.setTimecode(row, dialog.timecode()));
+  if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setTimecode(row, dialog.timecode()));
 }
 
 void ClassicEditorDialog::enterInput(std::size_t row) {
-  SelectInputDialog dialog(QLatin1String(kSelectInput), context_.inputSources, this);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedRow() < 0) return;
-  const auto chosen = static_cast<std::size_t>(dialog.selectedRow());
-  const std::string number = inputNumberText(context_.inputSources[chosen].panelName);
-  // A classic command holds the source in one byte; others cannot be named in it.
-  const int source = parseInt(number);
-  beepUnless(!number.empty() && source >= 0 && source <= kLargestInput && builder_.setInput(row, source));
+  const auto current = builder_.currentInput(row);
+  std::vector<ClassicSource> sources = classicInputs(context_.inputSources);
+  const auto stands = [current](const ClassicSource& source) { return source.number == current; };
+  // A number without a name is kept, and its source hold can be set.
+  if (current && std::none_of(sources.begin(), sources.end(), stands))
+    sources.push_back({*current, inputName(*current)});
+  SelectInputDialog dialog(QLatin1String(kSelectInput), sources, current, builder_.currentHold(row), this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const ClassicSource& chosen = sources[static_cast<std::size_t>(dialog.selectedRow())];
+  beepUnless(builder_.setInput(row, chosen.number, dialog.hold()));
 }
 
 void ClassicEditorDialog::enterClip(std::size_t row) {
-  LoadClipDialog dialog(clipNames(context_.site.root), this);
+  LoadClipDialog dialog(clipNames(context_.site.root), this, builder_.currentText(row));
   if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setText(row, dialog.clip()));
 }
 
 void ClassicEditorDialog::enterText(std::size_t row) {
-  bool accepted = false;
-  const QString text = QInputDialog::getText(this, tr("Enter Text"), shown(builder_.parameterRows()[row]),
-                                             QLineEdit::Normal, shown(builder_.currentText(row)), &accepted);
-  if (accepted) beepUnless(builder_.setText(row, utf8ToWindows1252(text.toStdString())));
+  EnterTextDialog dialog(builder_.currentText(row), shown(builder_.parameterRows()[row]),
+                         builder_.textRoom(row), this);
+  if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setText(row, dialog.text()));
 }
 
 int ClassicEditorDialog::destination() const { return ui_->destination->currentIndex() + 1; }
 
+bool ClassicEditorDialog::changed() const {
+  return builder_.command() != openedCommand_ || destination() != openedDestination_;
+}
+
 void ClassicEditorDialog::end(Outcome outcome) {
+  if (!context_.mayTake()) return;
   outcome_ = outcome;
   accept();
 }

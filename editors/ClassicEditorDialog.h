@@ -35,15 +35,23 @@ class ClassicEditorDialog : public QDialog {
   [[nodiscard]] Outcome outcome() const { return outcome_; }
   [[nodiscard]] const ClassicCommand& command() const { return builder_.command(); }
   [[nodiscard]] int destination() const;  // mainframe 1 to 4
+  // Whether command or destination are others than at the opening. If not there is nothing to store: a
+  // command that no text form holds would be lost by it.
+  [[nodiscard]] bool changed() const;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void setUp(int destination);
   void connectLists();
   void connectButtons();
   void showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
-                std::optional<std::size_t> chosen);
-  void refresh();
+                std::optional<std::size_t> chosen, const std::string& of = {});
+  void refresh(std::optional<std::size_t> parameter = std::nullopt);
   void refreshTexts();
+  void tellEmptyLists();
   void enterParameter(std::size_t row);
   void enterNumber(std::size_t row, const ParameterRange& range);
   void enterTimecode(std::size_t row);
@@ -56,6 +64,8 @@ class ClassicEditorDialog : public QDialog {
   ClassicBuilder builder_;
   std::unique_ptr<Ui::ClassicEditorDialog> ui_;
   Outcome outcome_ = Outcome::kCancel;
+  ClassicCommand openedCommand_;  // as the dialog was opened
+  int openedDestination_ = 1;
 };
 
 }  // namespace tessaly

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/Text.h"
 #include "values/SourceNames.h"
 
 namespace tessaly {
@@ -13,7 +12,7 @@ CommandChooser::CommandChooser(const FunctionDictionary& dictionary)
   find();
 }
 
-void CommandChooser::chooseDestination(int destination) {
+void CommandChooser::chooseDestination(Destination destination) {
   destination_ = destination;
   category_ = -1;
   subgroups_ = {};
@@ -23,6 +22,7 @@ void CommandChooser::chooseDestination(int destination) {
 }
 
 void CommandChooser::chooseCategory(int category) {
+  if (category == category_) return;
   category_ = category;
   subgroups_ = {};
   if (category >= 0 && category < kCategories) {
@@ -75,10 +75,6 @@ void CommandChooser::setIncrements(bool increments) {
   increments_ = increments;
   fillSubgroupsFrom(1);
   find();
-}
-
-std::string CommandChooser::destinationPrefix() const {
-  return onPanel() ? std::string("PANEL.") : format("QMF%d.", destination_ + 1);
 }
 
 // The second and third lists follow from the selection before them; a row that is still there stays selected.

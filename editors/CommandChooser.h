@@ -7,6 +7,7 @@
 
 #include "model/FunctionFinder.h"
 #include "model/SegmentSearch.h"
+#include "values/Destination.h"
 
 namespace tessaly {
 
@@ -17,7 +18,6 @@ class CommandChooser {
   static constexpr std::size_t kSubgroups = 3;
   static constexpr std::size_t kSearches = 5;
   static constexpr int kCategories = 7;
-  static constexpr int kPanelDestination = 4;  // before it the four mainframes
 
   struct Row {
     std::string text;     // as shown
@@ -32,16 +32,16 @@ class CommandChooser {
   explicit CommandChooser(const FunctionDictionary& dictionary);
 
   // Forgets category, subgroups and searches, also when it is the same destination again.
-  void chooseDestination(int destination);
-  void chooseCategory(int category);  // -1 for none
+  void chooseDestination(Destination destination);
+  void chooseCategory(int category);  // the one that is chosen already changes nothing
   void chooseSubgroup(std::size_t level, int row);
   void setSearchText(std::size_t search, const std::string& text);  // selects the likeliest row
   void chooseSearchRow(std::size_t search, int row);
   void setIncrements(bool increments);
 
-  [[nodiscard]] bool onPanel() const { return destination_ == kPanelDestination; }
-  [[nodiscard]] std::string destinationPrefix() const;  // "QMF1." to "QMF4.", "PANEL."
-  [[nodiscard]] int category() const { return category_; }
+  [[nodiscard]] bool onPanel() const { return destination_.isPanel(); }
+  [[nodiscard]] std::string destinationPrefix() const { return std::string(destination_.prefix()); }
+  [[nodiscard]] int category() const { return category_; }  // -1 for none
   [[nodiscard]] const List& subgroup(std::size_t level) const { return subgroups_[level]; }
   [[nodiscard]] const List& search(std::size_t search) const { return searches_[search]; }
   [[nodiscard]] const std::string& searchText(std::size_t search) const { return texts_[search]; }
@@ -57,7 +57,7 @@ class CommandChooser {
 
   FunctionFinder finder_;
   SegmentSearch segments_;
-  int destination_ = 0;
+  Destination destination_;
   int category_ = -1;
   bool increments_ = false;
   std::array<List, kSubgroups> subgroups_;

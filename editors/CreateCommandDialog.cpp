@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QShortcut>
 
+#include "editors/DataUpdate.h"
+#include "editors/PostTo.h"
 #include "ui_CreateCommandDialog.h"
 #include "widgets/DialogText.h"
 
@@ -13,8 +15,7 @@ namespace {
 constexpr const char* kWorkplace = "Workplace";
 constexpr const char* kReady = "COMMAND READY FOR INSERTION";
 constexpr const char* kMissing = "Parameters are missing...";
-constexpr const char* kNotConnected =
-    "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
+constexpr int kLineWatchMilliseconds = 250;
 
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -29,7 +30,11 @@ CreateCommandDialog::CreateCommandDialog(const EditorContext& context, int workp
       ui_(std::make_unique<Ui::CreateCommandDialog>()),
       chooser_(context.dictionary),
       found_(context.dictionary),
-      request_(context.client),
+      question_(context.client, postTo(this),
+                [this](const std::vector<PanelAnswer>& answers) {
+                  question_.cancel();  // the first answer is the one that was wanted
+                  takeValue(answers.front().value);
+                }),
       parameters_(new ParameterPanel(context.inputSources, context.frameRate, std::move(beep))) {
   layOut();
   connectChoice();
@@ -52,6 +57,7 @@ void CreateCommandDialog::layOut() {
                 {ui_->search5, ui_->clear5, ui_->results5}}};
   nameListsByLabels(*this);
   ui_->found->setModel(&found_);
+  connect(&found_, &QAbstractItemModel::modelReset, ui_->found, &QListView::scrollToTop);
   ui_->parameterRoom->addWidget(parameters_);
   setTabOrder(ui_->found, parameters_);
   keepSpaceWhenHidden({ui_->workplace});
@@ -106,12 +112,12 @@ void CreateCommandDialog::connectSearch(std::size_t search) {
 void CreateCommandDialog::connectCommand() {
   ui_->found->installEventFilter(this);
   connect(ui_->found->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          &CreateCommandDialog::chooseFunction);
+          &CreateCommandDialog::followSelection);
   connect(parameters_, &ParameterPanel::changed, this, &CreateCommandDialog::checkReady);
   connect(parameters_, &ParameterPanel::finished, this, [this] { ui_->insertEnd->setFocus(); });
   connect(ui_->updateData, &QPushButton::clicked, this, &CreateCommandDialog::updateData);
-  connect(&request_, &PanelValueRequest::answered, this,
-          [this](const std::string& text) { parameters_->setValue(askedParameter_, text); });
+  lineWatch_.setInterval(kLineWatchMilliseconds);
+  connect(&lineWatch_, &QTimer::timeout, this, &CreateCommandDialog::watchLine);
   connect(ui_->insertStart, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtStart); });
   connect(ui_->insertSelected, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtPosition); });
   connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { insert(InsertMode::kAppend); });
@@ -143,7 +149,7 @@ void CreateCommandDialog::addShortcuts() {
 
 void CreateCommandDialog::chooseDestination(int destination) {
   if (destination < 0) return;
-  chooser_.chooseDestination(destination);
+  chooser_.chooseDestination(Destination::at(destination));
   const bool panel = chooser_.onPanel();
   ui_->workplace->setVisible(panel);
   ui_->workplaceLabel->setText(panel ? QLatin1String(kWorkplace) : QString());
@@ -163,10 +169,7 @@ void CreateCommandDialog::showChoice() {
   }
   for (std::size_t i = 0; i < subgroups_.size(); ++i) {
     showList(*subgroups_[i], chooser_.subgroup(i));
-    const bool open = i == 0 || chooser_.subgroup(i - 1).selected >= 0;
-    subgroups_[i]->setPlaceholder(i == 0 ? tr("choose a category")
-                                  : open ? tr("nothing more to choose")
-                                         : tr("choose on the left"));
+    subgroups_[i]->setPlaceholder(emptyListText(i));
   }
   for (std::size_t i = 0; i < searches_.size(); ++i) {
     searches_[i].list->setPlaceholder(chooser_.searchText(i).empty() ? tr("type above")
@@ -176,6 +179,12 @@ void CreateCommandDialog::showChoice() {
     showList(*searches_[i].list, chooser_.search(i));
   }
   showFound();
+}
+
+QString CreateCommandDialog::emptyListText(std::size_t level) const {
+  if (level == 0) return tr("choose a category");
+  const bool chosenBefore = chooser_.subgroup(level - 1).selected >= 0;
+  return chosenBefore ? tr("nothing more to choose") : tr("choose on the left");
 }
 
 void CreateCommandDialog::showList(ListBox& box, const CommandChooser::List& list) {
@@ -200,14 +209,23 @@ void CreateCommandDialog::showFound() {
   chooseFunction();
 }
 
-void CreateCommandDialog::chooseFunction() {
+// A function is exchanged for another one, never taken away by hand: its parameters would go with it.
+void CreateCommandDialog::followSelection() {
   if (showing_) return;
+  if (function_ && !ui_->found->selectionModel()->hasSelection())
+    showFound();
+  else
+    chooseFunction();
+}
+
+void CreateCommandDialog::chooseFunction() {
   const QModelIndexList selected = ui_->found->selectionModel()->selectedIndexes();
   std::optional<FunctionRecord> chosen;
   if (!selected.isEmpty()) chosen = found_.function(selected.first().row());
   const bool same = chosen && function_ && chosen->index() == function_->index();
   if (!same) {
-    request_.cancel();
+    question_.cancel();
+    lineWatch_.stop();
     function_ = chosen;
     if (function_) {
       parameters_->begin(*function_, draftFor(chooser_.destinationPrefix(), *function_));
@@ -233,19 +251,29 @@ int CreateCommandDialog::workplace() const {
 }
 
 void CreateCommandDialog::updateData() {
-  if (!context_.connected || !context_.connected()) {
-    context_.site.messages.show(kNotConnected, MessageIcon::kExclamation);
-    return;
-  }
+  if (!mayAskPanel(context_)) return;
   if (!function_) return;
   const std::string sid = function_->sid();
-  if (sid.empty()) return;
-  askedParameter_ = std::max(0, parameters_->selectedParameter());
-  request_.ask(chooser_.destinationPrefix() + sid);
+  askedParameter_ = parameters_->selectedParameter();
+  if (sid.empty() || askedParameter_ < 0) return;
+  question_.cancel();
+  question_.ask({chooser_.destinationPrefix() + sid});
+  lineWatch_.start();
+}
+
+void CreateCommandDialog::takeValue(const std::string& value) {
+  lineWatch_.stop();
+  parameters_->setValue(askedParameter_, value);
+}
+
+void CreateCommandDialog::watchLine() {
+  if (!lineLost(context_)) return;
+  lineWatch_.stop();
+  tellLineLost(context_);
 }
 
 void CreateCommandDialog::insert(InsertMode mode) {
-  if (!function_ || !parameters_->complete()) return;
+  if (!function_ || !parameters_->complete() || !context_.mayTake()) return;
   draft_ = parameters_->draft();
   mode_ = mode;
   accept();

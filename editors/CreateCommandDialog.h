@@ -7,12 +7,13 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 
 #include "editors/CommandChooser.h"
 #include "editors/EditorContext.h"
 #include "editors/FoundFunctions.h"
-#include "editors/PanelValueRequest.h"
 #include "editors/ParameterPanel.h"
+#include "link/PanelQuestions.h"
 #include "model/MacroFile.h"
 #include "widgets/ListBox.h"
 
@@ -57,19 +58,23 @@ class CreateCommandDialog : public QDialog {
   void showChoice();
   void showList(ListBox& box, const CommandChooser::List& list);
   void showFound();
+  [[nodiscard]] QString emptyListText(std::size_t level) const;
+  void followSelection();
   void chooseFunction();
   void checkReady();
   void updateData();
+  void takeValue(const std::string& value);
+  void watchLine();
   void insert(InsertMode mode);
   void focusFound();
 
-  const EditorContext& context_;
+  EditorContext context_;
   int workplace_;
   bool commandSelected_;
   std::unique_ptr<Ui::CreateCommandDialog> ui_;
   CommandChooser chooser_;
   FoundFunctions found_;
-  PanelValueRequest request_;
+  PanelQuestions question_;
   ParameterPanel* parameters_;
   std::array<ListBox*, CommandChooser::kSubgroups> subgroups_;
   std::array<SearchColumn, CommandChooser::kSearches> searches_;
@@ -77,6 +82,7 @@ class CreateCommandDialog : public QDialog {
   std::optional<FunctionRecord> function_;  // the chosen one
   bool showing_ = false;                    // the list of functions is being filled by program
   int askedParameter_ = -1;                 // which one the panel was asked for
+  QTimer lineWatch_;                        // runs while the panel's answer is waited for
   CommandDraft draft_;
   InsertMode mode_ = InsertMode::kAppend;
 };

@@ -45,7 +45,7 @@ QString spokenName(const DestinationGroup& group, const DestinationButton& butto
   return shown(mixEffectNames()[static_cast<std::size_t>(button.row)]) + QLatin1Char(' ') + name;
 }
 
-QString toolTipOf(const Destination& destination) {
+QString toolTipOf(const DestinationNames& destination) {
   QString tip = shown(destination.name);
   if (!destination.firstAlternative.empty()) tip += QLatin1String(", ") + shown(destination.firstAlternative);
   return tip;

@@ -20,7 +20,7 @@ class DestinationPad : public QWidget {
   explicit DestinationPad(QWidget* parent = nullptr);
 
  signals:
-  void pressed(const Destination& destination);
+  void pressed(const DestinationNames& destination);
   void correctionPressed(const InputCorrection& correction);
 
  private:

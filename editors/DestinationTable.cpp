@@ -16,6 +16,7 @@ struct Rule {
   const char* alternative;
   int mixEffects;  // rows ME0 and following that have the button
   int first, last;
+  int offset = 0;  // what a caption counts on from the number in the name, as the dictionary's texts do
 };
 
 constexpr int kWithMeh = 5;
@@ -45,7 +46,7 @@ struct Bank {
 constexpr Bank kBanks[] = {
     {{"Auxbuses", "#", "AUX#", "", 1, 1, 48}, 24},
     {{"Machines Serial", "#", "MACHINE#", "", 1, 1, 4}, 2},
-    {{"Machines via LAN", "#", "MACHINE#", "", 1, 5, 36}, 16},
+    {{"Machines via LAN", "#", "MACHINE#", "", 1, 5, 36, -4}, 16},
     {{"Ramrecorder Channels", "#", "RAMCHAN#", "RAM#", 1, 1, 6}, 3},
     {{"eDpm Channels", "#", "CHANNEL#.EDPM", "", 1, 1, 4}, 5},
     {{"eDpm Channels", "Master", "EDPM_MASTER", "", 1, 1, 1}, 5},
@@ -68,7 +69,7 @@ DestinationGroup& groupOf(const Rule& rule, DestinationArea area, std::vector<De
 }
 
 DestinationButton buttonOf(const Rule& rule, int mixEffect, int number, int row, int column) {
-  return {filled(rule.caption, mixEffect, number),
+  return {filled(rule.caption, mixEffect, number + rule.offset),
           {filled(rule.name, mixEffect, number), filled(rule.alternative, mixEffect, number), {}},
           row,
           column};
@@ -93,7 +94,7 @@ void addBank(const Bank& bank, std::vector<DestinationGroup>& groups) {
 
 }  // namespace
 
-bool Destination::owns(std::string_view group) const {
+bool DestinationNames::owns(std::string_view group) const {
   return !group.empty() && (group == name || group == firstAlternative || group == secondAlternative);
 }
 
@@ -103,7 +104,7 @@ int DestinationGroup::columns() const {
   return columns;
 }
 
-Destination InputCorrection::forInput(std::string_view number) const {
+DestinationNames InputCorrection::forInput(std::string_view number) const {
   return {std::string(stem).append(number), {}, {}};
 }
 

@@ -9,7 +9,7 @@ namespace tessaly {
 
 // The object name by which functions are addressed, and up to two names that count as the same. An empty name
 // stands for nothing.
-struct Destination {
+struct DestinationNames {
   std::string name;
   std::string firstAlternative;
   std::string secondAlternative;  // no destination has one so far
@@ -20,7 +20,7 @@ struct Destination {
 
 struct DestinationButton {
   std::string caption;
-  Destination destination;
+  DestinationNames destination;
   int row = 0;
   int column = 0;
 };
@@ -45,7 +45,7 @@ struct InputCorrection {
   std::string_view stem;   // the destination name without the number of the source
 
   // `number` is the source's number text, such as "5".
-  [[nodiscard]] Destination forInput(std::string_view number) const;
+  [[nodiscard]] DestinationNames forInput(std::string_view number) const;
 };
 
 // Rows of the mix effects: "PP" is ME0, "MEh" is ME4.

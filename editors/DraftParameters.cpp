@@ -17,6 +17,8 @@ std::string withoutColon(std::string_view text) {
   return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
+}  // namespace
+
 bool missing(const CommandDraft::Parameter& parameter) {
   if (!parameter.value.empty()) return false;
   switch (parameter.kind) {
@@ -30,8 +32,6 @@ bool missing(const CommandDraft::Parameter& parameter) {
   }
   return true;
 }
-
-}  // namespace
 
 // Calls `visitor` with the descriptor of the parameter.
 template <typename Visitor>
@@ -67,6 +67,12 @@ void DraftParameters::begin(const FunctionRecord& function, CommandDraft draft) 
 
 bool DraftParameters::complete() const {
   return std::none_of(draft_.parameters.begin(), draft_.parameters.end(), missing);
+}
+
+bool DraftParameters::mayBeEmpty(std::size_t row) const {
+  CommandDraft::Parameter emptied = draft_.parameters[row];
+  emptied.value.clear();
+  return !missing(emptied);
 }
 
 std::string DraftParameters::label(std::size_t row) const {
@@ -148,8 +154,9 @@ FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int
       entry = filterFloat(descriptor, incremental_, text, mode_);
       value = storedFloat(descriptor, incremental_, entry.text, mode_);
     } else if constexpr (kIs<Descriptor, TimecodeParameter>) {
-      entry = filterTimecode(text, mode_ == ValueMode::kRaw ? 0 : frameRate);
-      value = storedTimecode(entry.text, mode_);
+      const int rate = mode_ == ValueMode::kRaw ? 0 : frameRate;
+      entry = filterTimecode(text, rate);
+      value = storedTimecode(entry.text, rate);
     }
     return entry;
   });

@@ -13,6 +13,9 @@
 
 namespace tessaly {
 
+// Without this parameter's value the command is not complete.
+[[nodiscard]] bool missing(const CommandDraft::Parameter& parameter);
+
 // The parameters of a command that is being put together: how they are shown, what may be typed, and whether
 // something is missing. Works on a copy of the command. Rows count the parameters in writing order.
 class DraftParameters {
@@ -38,6 +41,7 @@ class DraftParameters {
   [[nodiscard]] std::string range(std::size_t row) const;       // integers and floats
   [[nodiscard]] bool typed(std::size_t row) const;              // rather than chosen from a list
   [[nodiscard]] bool timecode(std::size_t row) const;
+  [[nodiscard]] bool mayBeEmpty(std::size_t row) const;
   [[nodiscard]] std::vector<Choice> choices(std::size_t row) const;  // enums and inputs
 
   // The user changed the field to `text`: filters it, stores what it stands for and returns what to put back.

@@ -25,7 +25,7 @@ struct EditorContext {
   // Asked at every "insert" and "OK", for behind an open dialog the macro may have gone (the panel deletes
   // it, an update ends): why what was built cannot be taken now, for the user; empty when it can. Unset in a
   // dialog of its own.
-  std::function<std::string()> refusal;
+  std::function<std::string()> refusal = {};
 
   // False after telling why; the dialog then stays open with all that was built.
   [[nodiscard]] bool mayTake() const {

@@ -1,8 +1,12 @@
 #include "editors/EnterTimecodeDialog.h"
 
-#include <QEvent>
+#include <algorithm>
 
-#include "editors/EntryCheck.h"
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+
 #include "platform/Text.h"
 #include "ui_EnterTimecodeDialog.h"
 
@@ -12,6 +16,7 @@ namespace {
 
 // Frames end at 29 whatever the frame rate: deliberate, the panel takes both kinds of timecode.
 constexpr std::array<NumberRange, 4> kRanges{{{0, 23}, {0, 59}, {0, 59}, {0, 29}}};
+constexpr int kDigits = 2;  // of a field
 
 }  // namespace
 
@@ -24,7 +29,9 @@ EnterTimecodeDialog::EnterTimecodeDialog(const Timecode& timecode, QWidget* pare
   fields_ = {ui_->hours, ui_->minutes, ui_->seconds, ui_->frames};
   const std::array numbers{timecode.hours, timecode.minutes, timecode.seconds, timecode.frames};
   for (std::size_t i = 0; i < fields_.size(); ++i) {
-    fields_[i]->setText(QString::fromStdString(format("%02d", numbers[i])));
+    const QString text = QString::fromStdString(format("%02d", numbers[i]));
+    fields_[i]->setMaxLength(std::max(kDigits, static_cast<int>(text.size())));
+    fields_[i]->setText(text);
     fields_[i]->installEventFilter(this);
     connect(fields_[i], &QLineEdit::textChanged, this, [this, i] { check(i); });
   }
@@ -37,18 +44,58 @@ EnterTimecodeDialog::EnterTimecodeDialog(const Timecode& timecode, QWidget* pare
 EnterTimecodeDialog::~EnterTimecodeDialog() = default;
 
 bool EnterTimecodeDialog::eventFilter(QObject* watched, QEvent* event) {
-  // Queued: the click that gives a field the focus would place the caret afterwards.
-  if (event->type() == QEvent::FocusIn)
-    QMetaObject::invokeMethod(static_cast<QLineEdit*>(watched), &QLineEdit::selectAll, Qt::QueuedConnection);
+  auto* field = static_cast<QLineEdit*>(watched);
+  if (event->type() == QEvent::FocusIn &&
+      static_cast<QFocusEvent*>(event)->reason() != Qt::OtherFocusReason) {
+    // Queued: the click that gives a field the focus would place the caret afterwards.
+    QMetaObject::invokeMethod(field, &QLineEdit::selectAll, Qt::QueuedConnection);
+  }
+  if (event->type() == QEvent::KeyPress) {
+    auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.matches(QKeySequence::Paste) ? paste() : typeOn(*field, key)) return true;
+  }
   return QDialog::eventFilter(watched, event);
+}
+
+// A digit behind a full field begins the next one, so that a timecode can be typed without separators.
+bool EnterTimecodeDialog::typeOn(const QLineEdit& field, QKeyEvent& key) {
+  const auto* const place = std::find(fields_.begin(), fields_.end(), &field);
+  const bool full = field.text().size() >= kDigits && field.cursorPosition() == field.text().size();
+  const QString text = key.text();
+  if (!full || field.hasSelectedText() || text.size() != 1 || !text[0].isDigit()) return false;
+  if (place == fields_.end() || place + 1 == fields_.end() || !(*(place + 1))->isEnabled()) return false;
+  QLineEdit* const next = *(place + 1);
+  next->setFocus(Qt::OtherFocusReason);
+  next->selectAll();
+  return QCoreApplication::sendEvent(next, &key);
+}
+
+// False when the clipboard has no more than a field's number, which the field takes itself.
+bool EnterTimecodeDialog::paste() {
+  const QString text = QGuiApplication::clipboard()->text().trimmed();
+  if (text.size() <= kDigits) return false;
+  const Timecode pasted = Timecode::fromText(text.toStdString());
+  const std::array numbers{pasted.hours, pasted.minutes, pasted.seconds, pasted.frames};
+  for (std::size_t i = 0; i < fields_.size() && fields_[i]->isEnabled(); ++i) {
+    fields_[i]->selectAll();
+    fields_[i]->insert(QString::fromStdString(format("%02d", numbers[i])));
+  }
+  return true;
+}
+
+EntryState EnterTimecodeDialog::state(std::size_t field) const {
+  if (!fields_[field]->isModified()) return EntryState::kValid;
+  return checkEntry(fields_[field]->text().toStdString(), kRanges[field]);
 }
 
 void EnterTimecodeDialog::check(std::size_t changed) {
   QLineEdit* field = fields_[changed];
-  const EntryState state = checkEntry(field->text().toStdString(), kRanges[changed]);
-  lockOthers(field, state == EntryState::kInvalid);
-  ui_->ok->setEnabled(state == EntryState::kValid);
-  if (state != EntryState::kInvalid) return;
+  const bool invalid = state(changed) == EntryState::kInvalid;
+  lockOthers(field, invalid);
+  bool valid = true;
+  for (std::size_t i = 0; i < fields_.size(); ++i) valid = valid && state(i) == EntryState::kValid;
+  ui_->ok->setEnabled(valid);
+  if (!invalid) return;
   beep_();
   field->selectAll();
 }
@@ -60,13 +107,11 @@ void EnterTimecodeDialog::lockOthers(const QLineEdit* field, bool locked) {
 
 void EnterTimecodeDialog::accept() {
   if (!ui_->ok->isEnabled()) return;
-  const auto number = [this](std::size_t i) {
-    return static_cast<std::uint8_t>(wholeNumber(fields_[i]->text().toStdString()));
-  };
-  timecode_.hours = number(0);
-  timecode_.minutes = number(1);
-  timecode_.seconds = number(2);
-  timecode_.frames = number(3);
+  const std::array numbers{&timecode_.hours, &timecode_.minutes, &timecode_.seconds, &timecode_.frames};
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    if (!fields_[i]->isModified()) continue;
+    *numbers[i] = static_cast<std::uint8_t>(wholeNumber(fields_[i]->text().toStdString()));
+  }
   QDialog::accept();
 }
 

@@ -6,8 +6,11 @@
 #include <QDialog>
 #include <QLineEdit>
 
+#include "editors/EntryCheck.h"
 #include "values/Timecode.h"
 #include "widgets/Beep.h"
+
+class QKeyEvent;
 
 namespace Ui {
 class EnterTimecodeDialog;
@@ -15,7 +18,9 @@ class EnterTimecodeDialog;
 
 namespace tessaly {
 
-// Asks for the four numbers of a timecode. While one is invalid the other fields are locked.
+// Asks for the four numbers of a timecode. While one is invalid the other fields are locked. A third digit
+// goes on in the next field, and a timecode that is pasted fills them all. What the dialog opens with is not
+// judged until the user changes it.
 class EnterTimecodeDialog : public QDialog {
   Q_OBJECT
 
@@ -23,7 +28,8 @@ class EnterTimecodeDialog : public QDialog {
   explicit EnterTimecodeDialog(const Timecode& timecode, QWidget* parent = nullptr, Beep beep = systemBeep());
   ~EnterTimecodeDialog() override;
 
-  // As given at the opening until OK was pressed; its marks never change.
+  // As given at the opening until OK was pressed; its marks, and numbers that the user left alone, never
+  // change.
   [[nodiscard]] const Timecode& timecode() const { return timecode_; }
   void accept() override;
 
@@ -31,7 +37,10 @@ class EnterTimecodeDialog : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  [[nodiscard]] EntryState state(std::size_t field) const;
   void check(std::size_t changed);
+  bool typeOn(const QLineEdit& field, QKeyEvent& key);
+  bool paste();
   void lockOthers(const QLineEdit* field, bool locked);
 
   std::unique_ptr<Ui::EnterTimecodeDialog> ui_;

@@ -1,10 +1,36 @@
 #include "editors/EnterValueDialog.h"
 
+#include <algorithm>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
 #include "ui_EnterValueDialog.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 
-EnterValueDialog::EnterValueDialog(std::int64_t value, const QString& hint, std::int64_t min,
+namespace {
+
+constexpr QSize kSizeWithRows{380, 440};  // pixels
+constexpr int kUnitsACharacter = 4;       // dialog units, of an average one
+constexpr int kNumberColumn = 6 * kUnitsACharacter;
+
+bool steps(int key) {
+  return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+
+// Where the third of three columns begins, so that no name of the second reaches into it.
+int thirdColumn(const std::vector<std::string>& rows) {
+  qsizetype widest = 0;
+  for (const std::string& row : rows)
+    widest = std::max(widest, shown(row).section(QLatin1Char('\t'), 1, 1).size());
+  return kNumberColumn + static_cast<int>(widest + 3) * kUnitsACharacter;
+}
+
+}  // namespace
+
+EnterValueDialog::EnterValueDialog(std::optional<std::int64_t> value, const QString& hint, std::int64_t min,
                                    std::int64_t max, QWidget* parent, Beep beep)
     : QDialog(parent),
       ui_(std::make_unique<Ui::EnterValueDialog>()),
@@ -13,10 +39,13 @@ EnterValueDialog::EnterValueDialog(std::int64_t value, const QString& hint, std:
       value_(value) {
   ui_->setupUi(this);
   ui_->hint->setText(hint);
-  ui_->value->setText(QString::number(value));
+  nameListsByLabels(*this);
+  ui_->rowsHeading->hide();
+  ui_->rows->hide();
+  if (value) ui_->value->setText(QString::number(*value));
   ui_->value->setFocus();
   ui_->value->selectAll();
-  showState();
+  ui_->ok->setEnabled(state() == EntryState::kValid);
   connect(ui_->value, &QLineEdit::textChanged, this, &EnterValueDialog::check);
   connect(ui_->ok, &QPushButton::clicked, this, &EnterValueDialog::accept);
   connect(ui_->cancel, &QPushButton::clicked, this, &EnterValueDialog::reject);
@@ -24,21 +53,57 @@ EnterValueDialog::EnterValueDialog(std::int64_t value, const QString& hint, std:
 
 EnterValueDialog::~EnterValueDialog() = default;
 
-EntryState EnterValueDialog::showState() {
-  const EntryState state = checkEntry(ui_->value->text().toStdString(), range_);
-  ui_->ok->setEnabled(state == EntryState::kValid);
-  return state;
+void EnterValueDialog::offerRows(const std::vector<std::string>& rows) {
+  std::vector<ListRow> listRows;
+  listRows.reserve(rows.size());
+  for (const std::string& row : rows) listRows.push_back({row, static_cast<int>(listRows.size())});
+  ui_->rows->setTabStops({kNumberColumn, thirdColumn(rows)});
+  ui_->rows->rows().setRows(std::move(listRows));
+  ui_->rows->selectRow(value_ ? static_cast<int>(*value_) : -1);
+  ui_->rowsHeading->show();
+  ui_->rows->show();
+  resize(kSizeWithRows);
+  ui_->value->installEventFilter(this);
+  ui_->rows->installEventFilter(this);
+  // Put in as if it was typed, so that it can be undone.
+  connect(ui_->rows, &ListBox::chosen, this, [this](int row) {
+    if (row < 0 || ui_->value->text() == QString::number(row)) return;
+    ui_->value->selectAll();
+    ui_->value->insert(QString::number(row));
+  });
+  connect(ui_->rows, &QListView::doubleClicked, this, &EnterValueDialog::accept);
+}
+
+bool EnterValueDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (watched == ui_->value && steps(key)) return QCoreApplication::sendEvent(ui_->rows, event);
+    if (watched == ui_->rows && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+      accept();
+      return true;
+    }
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+EntryState EnterValueDialog::state() const {
+  if (!ui_->value->isModified()) return value_ ? EntryState::kValid : EntryState::kEmpty;
+  return checkEntry(ui_->value->text().toStdString(), range_);
 }
 
 void EnterValueDialog::check() {
-  if (showState() != EntryState::kInvalid) return;
+  const EntryState now = state();
+  ui_->ok->setEnabled(now == EntryState::kValid);
+  const bool number = now == EntryState::kValid;
+  ui_->rows->selectRow(number ? static_cast<int>(wholeNumber(ui_->value->text().toStdString())) : -1);
+  if (now != EntryState::kInvalid) return;
   beep_();
   ui_->value->selectAll();
 }
 
 void EnterValueDialog::accept() {
-  if (showState() != EntryState::kValid) return;
-  value_ = wholeNumber(ui_->value->text().toStdString());
+  if (state() != EntryState::kValid) return;
+  if (ui_->value->isModified()) value_ = wholeNumber(ui_->value->text().toStdString());
   QDialog::accept();
 }
 

@@ -40,7 +40,7 @@ QVariant FoundFunctions::data(const QModelIndex& index, int role) const {
   const bool asTip = role == Qt::ToolTipRole;
   if (role != Qt::DisplayRole && !asTip) return {};
   const std::string name = replaceAll(std::string(record.name()), ".", " - ");
-  if (asTip) return shown(record.description() + '\n' + name);
+  if (asTip) return shownLines(record.description() + '\n' + name);
   return shown(raw_ ? name : record.description());
 }
 

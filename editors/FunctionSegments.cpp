@@ -54,6 +54,11 @@ FunctionSegments::FunctionSegments(const FunctionDictionary& dictionary, std::st
   }
 }
 
+void FunctionSegments::choose(std::size_t level, int row) {
+  const bool offered = row >= 0 && static_cast<std::size_t>(row) < levels_[level].alternatives.size();
+  if (offered) levels_[level].selected = row;
+}
+
 std::string FunctionSegments::name() const {
   std::string name;
   for (std::size_t i = 0; i < own_.size(); ++i) {

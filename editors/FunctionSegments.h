@@ -24,7 +24,8 @@ class FunctionSegments {
 
   // kLevels of them.
   [[nodiscard]] const std::vector<Level>& levels() const { return levels_; }
-  void choose(std::size_t level, int row) { levels_[level].selected = row; }
+  // A segment is never without its text: a row that is no alternative chooses nothing.
+  void choose(std::size_t level, int row);
 
   // The chosen segments; a level without a chosen one, and every level behind the fifth, keeps its own.
   [[nodiscard]] std::string name() const;

@@ -12,7 +12,9 @@ class LoadClipDialog : public ChoiceDialog {
   Q_OBJECT
 
  public:
-  explicit LoadClipDialog(std::vector<std::string> clips, QWidget* parent = nullptr);
+  // `current` is marked when it is one of them.
+  explicit LoadClipDialog(std::vector<std::string> clips, QWidget* parent = nullptr,
+                          const std::string& current = {});
 
   // The picked clip's name, as the clip list has it; empty unless OK was pressed.
   [[nodiscard]] std::string clip() const;

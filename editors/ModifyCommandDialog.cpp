@@ -1,6 +1,9 @@
 #include "editors/ModifyCommandDialog.h"
 
+#include <algorithm>
+
 #include "ui_ModifyCommandDialog.h"
+#include "values/Destination.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -12,15 +15,17 @@ constexpr const char* kMainframeLabel = "Command Destination";
 constexpr const char* kPanelLabel = "Panel";
 constexpr const char* kMainframeRow = "Mainframe-%d";
 constexpr const char* kWorkplaceRow = "Workplace-%d";
-constexpr const char* kMainframe = "QMF%d";
-constexpr std::string_view kPanel = "PANEL";
-constexpr int kDestinations = 4;
 
 // A destination that is no mainframe's shows as the first one.
 int mainframeRow(std::string_view destination) {
-  for (int row = kDestinations - 1; row > 0; --row)
-    if (destination == format(kMainframe, row + 1)) return row;
-  return 0;
+  const auto known = Destination::named(destination);
+  return known && !known->isPanel() ? known->index() : 0;
+}
+
+// A workplace without a row of its own shows as none.
+int workplaceRow(const std::string& workplace) {
+  const int number = parseInt(workplace);
+  return number <= Destination::kMainframes ? std::max(number, 0) - 1 : -1;
 }
 
 }  // namespace
@@ -30,7 +35,7 @@ ModifyCommandDialog::ModifyCommandDialog(const EditorContext& context, const Mac
     : QDialog(parent),
       context_(context),
       command_(command),
-      onPanel_(command.destination() == kPanel),
+      onPanel_(command.destination() == Destination::panel().name()),
       ui_(std::make_unique<Ui::ModifyCommandDialog>()),
       parameters_(new ParameterPanel(context.inputSources, context.frameRate, std::move(beep))),
       segments_(context.dictionary, command.functionName()) {
@@ -54,7 +59,7 @@ void ModifyCommandDialog::layOut() {
   setTabOrder(ui_->segment5, parameters_);
   keepSpaceWhenHidden({ui_->fromScratch});
   ui_->destinationLabel->setText(QLatin1String(onPanel_ ? kPanelLabel : kMainframeLabel));
-  for (int number = 1; number <= kDestinations; ++number)
+  for (int number = 1; number <= Destination::kMainframes; ++number)
     ui_->destination->addItem(shown(format(onPanel_ ? kWorkplaceRow : kMainframeRow, number)));
 }
 
@@ -88,11 +93,8 @@ void ModifyCommandDialog::startOver() {
     values_.emplace(parameter.name, parameter.value);
   function_.reset();
   destinationChosen_ = false;
-  const int number = parseInt(command_.workplace);
-  const bool known = number >= 1 && number <= kDestinations;
-  ui_->destination->setCurrentIndex(!onPanel_ ? mainframeRow(command_.destination())
-                                    : known   ? number - 1
-                                              : -1);
+  ui_->destination->setCurrentIndex(onPanel_ ? workplaceRow(command_.workplace)
+                                             : mainframeRow(command_.destination()));
   showLevels();
   lookUp();
   ui_->fromScratch->hide();
@@ -137,10 +139,10 @@ void ModifyCommandDialog::rememberValues() {
 
 // A mainframe command keeps a destination of its own until another one is chosen.
 std::string ModifyCommandDialog::destinationPrefix() const {
-  std::string destination(command_.destination());
-  if (!onPanel_ && (destinationChosen_ || destination.empty()))
-    destination = format(kMainframe, ui_->destination->currentIndex() + 1);
-  return destination + '.';
+  const std::string_view own = command_.destination();
+  if (!onPanel_ && (destinationChosen_ || own.empty()))
+    return std::string(Destination::at(ui_->destination->currentIndex()).prefix());
+  return std::string(own) + '.';
 }
 
 int ModifyCommandDialog::workplace() const {
@@ -156,7 +158,7 @@ void ModifyCommandDialog::changed() {
 void ModifyCommandDialog::checkReady() { ui_->modify->setEnabled(found_ && parameters_->complete()); }
 
 void ModifyCommandDialog::accept() {
-  if (!found_ || !parameters_->complete()) return;
+  if (!found_ || !parameters_->complete() || !context_.mayTake()) return;
   draft_ = parameters_->draft();
   draft_.fid = destinationPrefix().append(function_->name());
   QDialog::accept();

@@ -45,7 +45,7 @@ class ModifyCommandDialog : public QDialog {
   void changed();
   void checkReady();
 
-  const EditorContext& context_;
+  EditorContext context_;
   MacroCommand command_;  // as it was given
   bool onPanel_;
   std::unique_ptr<Ui::ModifyCommandDialog> ui_;

@@ -1,14 +1,15 @@
 #include "editors/MultipleCommands.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "editors/DraftParameters.h"
 #include "platform/Text.h"
 
 namespace tessaly {
 
 namespace {
 
-constexpr std::string_view kPanelPrefix = "PANEL.";
 constexpr std::string_view kDigits = "0123456789";
 
 // The grammar of these texts and the dots are meant to be as they are: operators know the lines by heart.
@@ -32,8 +33,28 @@ constexpr InsertCaptions kAllCaptions{"insert all at start", "insert all at curr
 constexpr InsertCaptions kSelectedCaptions{"insert selected at start", "insert selected at current selection",
                                            "insert selected at end"};
 
-bool takesValue(const FunctionRecord& function) {
-  return !function.sid().empty() && !draftFor({}, function).parameters.empty();
+using Parameters = std::vector<CommandDraft::Parameter>;
+
+// Functions of the panel's own file always go to the panel.
+Destination destinationOf(const FunctionRecord& function, Destination chosen) {
+  switch (function.source()) {
+    case FunctionSource::kPanel:
+      return Destination::panel();
+    case FunctionSource::kOlderFamily:
+      return chosen;
+  }
+  return chosen;
+}
+
+// Which parameter the panel's value is for. All mandatory ones are filled by hand where neither rule finds
+// one: asked for all the same, the value replaces the first.
+std::size_t placeOfValue(const Parameters& parameters) {
+  const auto first = [&parameters](auto fits) {
+    return std::find_if(parameters.begin(), parameters.end(), fits);
+  };
+  auto found = first([](const auto& parameter) { return !parameter.optional && parameter.value.empty(); });
+  if (found == parameters.end()) found = first([](const auto& parameter) { return parameter.optional; });
+  return found == parameters.end() ? 0 : static_cast<std::size_t>(found - parameters.begin());
 }
 
 // Words for a number would end up in the macro and never reach a picture.
@@ -52,7 +73,7 @@ bool holds(ParameterKind kind, const std::string& value) {
 
 }  // namespace
 
-std::vector<FunctionRecord> MultipleCommands::functionsOf(const Destination& destination) const {
+std::vector<FunctionRecord> MultipleCommands::functionsOf(const DestinationNames& destination) const {
   std::vector<FunctionRecord> functions;
   for (std::size_t i = 0; i < dictionary_.functionCount(); ++i) {
     const FunctionRecord function = dictionary_.function(i);
@@ -62,8 +83,11 @@ std::vector<FunctionRecord> MultipleCommands::functionsOf(const Destination& des
 }
 
 void MultipleCommands::append(const std::vector<FunctionRecord>& functions) {
-  for (const FunctionRecord& function : functions)
-    commands_.push_back({nextId_++, function, takesValue(function), {}});
+  for (const FunctionRecord& function : functions) {
+    const Destination destination = destinationOf(function, destination_);
+    commands_.push_back(
+        {nextId_++, function, destination, workplace_, draftFor(destination.prefix(), function)});
+  }
 }
 
 void MultipleCommands::remove(const std::vector<int>& rows) {
@@ -84,36 +108,56 @@ int MultipleCommands::missing(const std::vector<int>& rows) const {
 
 bool MultipleCommands::takeAnswer(std::size_t id, const std::string& value) {
   const auto command =
-      std::lower_bound(commands_.begin(), commands_.end(), id,
-                       [](const auto& listed, std::size_t wanted) { return listed.id < wanted; });
-  if (command == commands_.end() || command->id != id || !command->takesValue) return false;
-  if (!holds(draftFor({}, command->function).parameters.front().kind, value)) return false;
-  command->value = value;
+      std::find_if(commands_.begin(), commands_.end(), [id](const auto& listed) { return listed.id == id; });
+  if (command == commands_.end() || !command->answerable()) return false;
+  Parameters& parameters = command->draft.parameters;
+  const std::size_t place = command->fetched.value_or(placeOfValue(parameters));
+  if (!holds(parameters[place].kind, value)) return false;
+  parameters[place].value = value;
+  command->fetched = place;
   return true;
 }
 
-std::string_view prefixFor(const FunctionRecord& function, std::string_view chosenPrefix) {
-  switch (function.source()) {
-    case FunctionSource::kPanel:
-      return kPanelPrefix;
-    case FunctionSource::kOlderFamily:
-      return chosenPrefix;
+void MultipleCommands::setDestination(Destination destination) {
+  destination_ = destination;
+  for (ListedCommand& command : commands_) {
+    const Destination now = destinationOf(command.function, destination);
+    if (now == command.destination) continue;
+    command.destination = now;
+    command.draft.fid = std::string(now.prefix()).append(command.function.name());
+    if (!command.fetched) continue;
+    command.draft.parameters[*command.fetched].value.clear();
+    command.fetched.reset();
+    command.completed = false;
   }
-  return chosenPrefix;
 }
 
-std::string valueName(const FunctionRecord& function, std::string_view prefix) {
-  return std::string(prefix) + function.sid();
+void MultipleCommands::complete(int row, CommandDraft draft, int workplace) {
+  const std::size_t dot = std::min(draft.fid.find('.'), draft.fid.size());
+  const auto destination = Destination::named(std::string_view(draft.fid).substr(0, dot));
+  const auto function =
+      dictionary_.find(std::string_view(draft.fid).substr(std::min(dot + 1, draft.fid.size())));
+  if (!destination || !function) return;
+  ListedCommand& command = commands_[static_cast<std::size_t>(row)];
+  // What the user left as it was fetched still is the panel's.
+  std::optional<std::size_t> fetched = command.fetched;
+  const bool kept = fetched && function->index() == command.function.index() &&
+                    *destination == command.destination &&
+                    draft.parameters[*fetched].value == command.draft.parameters[*fetched].value;
+  if (!kept) fetched.reset();
+  command = {nextId_++, *function, *destination, workplace, std::move(draft), fetched, true};
 }
 
-CommandDraft draftOf(const ListedCommand& command, std::string_view prefix) {
-  CommandDraft draft = draftFor(prefix, command.function);
-  if (!draft.parameters.empty()) draft.parameters.front().value = command.value;
-  return draft;
+bool ListedCommand::answerable() const { return !function.sid().empty() && !draft.parameters.empty(); }
+
+bool ListedCommand::missing() const {
+  if (answerable() && !fetched && !completed) return true;
+  return std::any_of(draft.parameters.begin(), draft.parameters.end(), tessaly::missing);
 }
+
+std::string ListedCommand::valueName() const { return std::string(destination.prefix()) + function.sid(); }
 
 std::string statusText(const Chosen& chosen) {
-  if (chosen.count == 0) return {};
   if (chosen.missing == 0) return format(chosen.selection ? kSelectedReady : kReady, chosen.count);
   if (!chosen.selection) return chosen.missing == 1 ? kOneMissing : format(kMissing, chosen.missing);
   if (chosen.count == 1) return kTheSelectedMissing;

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include <QShortcut>
 
+#include "editors/DataUpdate.h"
+#include "editors/ModifyCommandDialog.h"
 #include "editors/MultipleCommandsModel.h"
 #include "editors/ParameterUpdate.h"
 #include "editors/SelectInputDialog.h"
@@ -16,10 +19,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr const char* kNotConnected =
-    "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
-// In the order of "Command Destination".
-constexpr std::string_view kPrefixes[] = {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."};
+constexpr std::size_t kPiece = 128;  // commands that are inserted between two looks at the user's clicks
 const std::vector<int> kTabStops{180, 260, 340, 420};  // dialog units
 
 }  // namespace
@@ -29,7 +29,6 @@ MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int
     : QDialog(parent),
       ui_(std::make_unique<Ui::MultipleCommandsDialog>()),
       context_(context),
-      workplace_(workplace),
       position_(position),
       inserter_(std::move(inserter)),
       model_(std::make_unique<MultipleCommandsModel>(context.dictionary, context.decodingLists, workplace)),
@@ -44,10 +43,8 @@ MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int
   chooseDestination(ui_->destination->currentIndex());
   inserting_.setInterval(0);
   connect(&inserting_, &QTimer::timeout, this, &MultipleCommandsDialog::insertNext);
-  connect(update_.get(), &ParameterUpdate::changed, this, [this] {
-    model_->refresh();
-    refresh();
-  });
+  connect(update_.get(), &ParameterUpdate::changed, this, &MultipleCommandsDialog::showUpdate);
+  ui_->status->setText(shown(statusText({})));
 }
 
 MultipleCommandsDialog::~MultipleCommandsDialog() = default;
@@ -60,9 +57,15 @@ void MultipleCommandsDialog::connectList() {
   ui_->commands->setModel(model_.get());
   connect(ui_->commands->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MultipleCommandsDialog::refresh);
-  auto* remove = new QShortcut(Qt::Key_Delete, ui_->commands);
-  remove->setContext(Qt::WidgetShortcut);
-  connect(remove, &QShortcut::activated, this, &MultipleCommandsDialog::removeSelected);
+  const auto onKey = [this](Qt::Key key, auto action) {
+    auto* shortcut = new QShortcut(key, ui_->commands);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, action);
+  };
+  onKey(Qt::Key_Delete, &MultipleCommandsDialog::removeSelected);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+    onKey(key, [this] { complete(ui_->commands->currentIndex()); });
+  connect(ui_->commands, &QListView::doubleClicked, this, &MultipleCommandsDialog::complete);
 }
 
 void MultipleCommandsDialog::connectButtons() {
@@ -88,7 +91,7 @@ void MultipleCommandsDialog::done(int result) {
   QDialog::done(result);
 }
 
-void MultipleCommandsDialog::add(const Destination& destination) {
+void MultipleCommandsDialog::add(const DestinationNames& destination) {
   model_->add(destination);
   ui_->commands->scrollToBottom();
   refresh();
@@ -109,56 +112,86 @@ void MultipleCommandsDialog::removeSelected() {
 }
 
 void MultipleCommandsDialog::chooseDestination(int index) {
-  if (index < 0 || static_cast<std::size_t>(index) >= std::size(kPrefixes)) return;
-  model_->setMainframePrefix(std::string(kPrefixes[index]));
+  if (index < 0) return;
+  model_->setDestination(Destination::at(index));
+  update_->start({}, 0);  // what is still to come is of the destination before
 }
 
 void MultipleCommandsDialog::updateParameters() {
-  if (!context_.connected()) {
-    context_.site.messages.show(kNotConnected, MessageIcon::kExclamation);
-    return;
-  }
+  if (!mayAskPanel(context_)) return;
   std::vector<ParameterUpdate::Question> questions;
   int nothingToAsk = 0;
   for (const int row : chosenRows()) {
     const ListedCommand& command = model_->commands().at(row);
-    if (command.takesValue)
-      questions.push_back({command.id, valueName(command.function, model_->prefix(row))});
+    if (command.answerable())
+      questions.push_back({command.id, command.valueName()});
     else
       ++nothingToAsk;
   }
   update_->start(questions, nothingToAsk);
 }
 
+void MultipleCommandsDialog::showUpdate() {
+  model_->refresh();
+  refresh();
+  const bool ended = std::exchange(updating_, update_->running()) && !updating_;
+  if (ended && lineLost(context_)) tellLineLost(context_);
+}
+
+void MultipleCommandsDialog::complete(const QModelIndex& index) {
+  if (!index.isValid()) return;
+  EditorContext context = context_;
+  context.refusal = {};  // into the list the command can always go
+  const int row = index.row();
+  ModifyCommandDialog dialog(context, model_->command(row), this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  model_->complete(row, dialog.draft(), dialog.workplace());
+  refresh();
+}
+
 void MultipleCommandsDialog::startInsertion(InsertMode mode) {
+  if (!context_.mayTake()) return;
   insertion_ = {chosenRows(), 0, mode};
   ui_->work->setEnabled(false);
   ui_->insertButtons->setEnabled(false);
   inserting_.start();
 }
 
-// One command a turn of the event loop, so that the progress is seen and "Cancel" works.
+std::vector<int> MultipleCommandsDialog::nextPiece() const {
+  std::vector<int> piece;
+  for (std::size_t place = insertion_.next; place < insertion_.rows.size() && piece.size() < kPiece;
+       ++place) {
+    const int row = insertion_.rows[place];
+    const MultipleCommands& commands = model_->commands();
+    if (!piece.empty() && commands.at(row).workplace != commands.at(piece.front()).workplace) break;
+    piece.push_back(row);
+  }
+  return piece;
+}
+
 void MultipleCommandsDialog::insertNext() {
-  if (insertion_.next >= insertion_.rows.size()) {
+  const std::vector<int> piece = nextPiece();
+  if (piece.empty()) {
     inserting_.stop();
     accept();
     return;
   }
-  const int place = static_cast<int>(insertion_.next);
-  const int row = insertion_.rows[insertion_.next];
-  ui_->status->setText(shown(insertingText(place + 1, static_cast<int>(insertion_.rows.size()))));
-  ui_->status->repaint();
-  // The block keeps the order of the list: each further command goes behind the one before it.
-  const bool first = place == 0 || insertion_.mode == InsertMode::kAppend;
-  const int position = place + (insertion_.mode == InsertMode::kAtPosition ? position_ : 0);
-  const bool inserted = inserter_(draftOf(model_->commands().at(row), model_->prefix(row)), workplace_,
-                                  position, first ? insertion_.mode : InsertMode::kAtPosition);
-  if (!inserted) {
-    endInsertion();
-    return;
+  const int before = static_cast<int>(insertion_.next);
+  std::vector<CommandDraft> drafts;
+  for (const int row : piece) {
+    drafts.push_back(model_->commands().at(row).draft);
+    ui_->status->setText(shown(
+        insertingText(before + static_cast<int>(drafts.size()), static_cast<int>(insertion_.rows.size()))));
+    ui_->status->repaint();
   }
-  ++insertion_.next;
-  ++insertedCount_;
+  // The block keeps the order of the list: each further piece goes behind the one before it.
+  const bool first = before == 0 || insertion_.mode == InsertMode::kAppend;
+  const int position = before + (insertion_.mode == InsertMode::kAtPosition ? position_ : 0);
+  const int inserted = inserter_(drafts, model_->commands().at(piece.front()).workplace, position,
+                                 first ? insertion_.mode : InsertMode::kAtPosition);
+  insertion_.next += static_cast<std::size_t>(inserted);
+  insertedCount_ += inserted;
+  if (static_cast<std::size_t>(inserted) < drafts.size()) endInsertion();
 }
 
 // What is in the macro already leaves the list, so that another attempt does not insert it again.

@@ -20,16 +20,18 @@ namespace tessaly {
 class MultipleCommandsModel;
 class ParameterUpdate;
 
-// Builds many commands at once and inserts them, one after the other, through the caller. Closes after the
-// last one, accepted. A command that cannot be inserted ends the insertion; the dialog stays with what is
-// left.
+// Builds many commands at once and inserts them through the caller. Closes after the last one, accepted. A
+// command that cannot be inserted ends the insertion; the dialog stays with what is left.
 class MultipleCommandsDialog : public QDialog {
   Q_OBJECT
 
  public:
-  // Puts a command into the macro, position counted as at the time of the call; false when that failed.
+  // Puts the drafts into the macro, in their order and as one block, `row` counted as at the time of the call
+  // (behind the last command when there is none). How many are in: the first ones. A run is handed over whole
+  // or, when it is long, in a few pieces, between which its progress is seen and "Cancel" works; each piece
+  // has one workplace.
   using Inserter =
-      std::function<bool(const CommandDraft& command, int workplace, int position, InsertMode mode)>;
+      std::function<int(const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode)>;
 
   // `position` is that of the macro's selected command, -1 without one.
   MultipleCommandsDialog(const EditorContext& context, int workplace, int position, Inserter inserter,
@@ -50,23 +52,25 @@ class MultipleCommandsDialog : public QDialog {
 
   void connectList();
   void connectButtons();
-  void add(const Destination& destination);
+  void add(const DestinationNames& destination);
   void addCorrection(const InputCorrection& correction);
   void removeSelected();
   void chooseDestination(int index);
   void updateParameters();
+  void showUpdate();
+  void complete(const QModelIndex& index);
   void startInsertion(InsertMode mode);
   void insertNext();
   void endInsertion();
   void showOptions();
   void refresh();
 
+  [[nodiscard]] std::vector<int> nextPiece() const;
   [[nodiscard]] std::vector<int> selectedRows() const;
   [[nodiscard]] std::vector<int> chosenRows() const;  // all without a selection
 
   std::unique_ptr<Ui::MultipleCommandsDialog> ui_;
-  const EditorContext& context_;
-  int workplace_;
+  EditorContext context_;
   int position_;
   Inserter inserter_;
   std::unique_ptr<MultipleCommandsModel> model_;
@@ -74,6 +78,7 @@ class MultipleCommandsDialog : public QDialog {
   QTimer inserting_;
   Insertion insertion_;
   int insertedCount_ = 0;
+  bool updating_ = false;  // as it was shown last
 };
 
 }  // namespace tessaly

@@ -1,5 +1,7 @@
 #include "editors/MultipleCommandsModel.h"
 
+#include <utility>
+
 #include <QFont>
 
 #include "widgets/DialogText.h"
@@ -8,13 +10,9 @@ namespace tessaly {
 
 MultipleCommandsModel::MultipleCommandsModel(const FunctionDictionary& dictionary,
                                              DecodingLists& decodingLists, int workplace)
-    : commands_(dictionary), context_{dictionary, decodingLists}, workplace_(std::to_string(workplace)) {}
+    : commands_(dictionary, workplace), context_{dictionary, decodingLists} {}
 
-std::string_view MultipleCommandsModel::prefix(int row) const {
-  return prefixFor(commands_.at(row).function, mainframePrefix_);
-}
-
-void MultipleCommandsModel::add(const Destination& destination) {
+void MultipleCommandsModel::add(const DestinationNames& destination) {
   const std::vector<FunctionRecord> functions = commands_.functionsOf(destination);
   if (functions.empty()) return;
   const int first = commands_.size();
@@ -38,14 +36,32 @@ void MultipleCommandsModel::refresh() {
   if (commands_.size() > 0) emit dataChanged(index(0), index(commands_.size() - 1));
 }
 
+void MultipleCommandsModel::complete(int row, CommandDraft draft, int workplace) {
+  commands_.complete(row, std::move(draft), workplace);
+  refresh();
+}
+
 void MultipleCommandsModel::setOptions(const LineOptions& options) {
   options_ = options;
   refresh();
 }
 
-void MultipleCommandsModel::setMainframePrefix(std::string prefix) {
-  mainframePrefix_ = std::move(prefix);
+void MultipleCommandsModel::setDestination(Destination destination) {
+  commands_.setDestination(destination);
   refresh();
+}
+
+MacroCommand MultipleCommandsModel::command(int row) const {
+  const ListedCommand& listed = commands_.at(row);
+  MacroCommand command;
+  command.fid = listed.draft.fid;
+  command.workplace = std::to_string(listed.workplace);
+  for (const CommandDraft::Parameter& parameter : listed.draft.parameters) {
+    command.parameters.emplace_back();
+    command.parameters.back().name = parameter.name;
+    command.parameters.back().value = parameter.value;
+  }
+  return command;
 }
 
 int MultipleCommandsModel::rowCount(const QModelIndex& parent) const {
@@ -54,8 +70,12 @@ int MultipleCommandsModel::rowCount(const QModelIndex& parent) const {
 
 QVariant MultipleCommandsModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= commands_.size()) return {};
-  if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return shown(line(index.row()));
-  if (role == Qt::FontRole && commands_.at(index.row()).missing()) {
+  const ListedCommand& listed = commands_.at(index.row());
+  if (role == Qt::DisplayRole) return line(index.row());
+  if (role == Qt::ToolTipRole)
+    return listed.actsAtOnce() ? tr("%1\nacts at once when the macro is run").arg(line(index.row()))
+                               : line(index.row());
+  if (role == Qt::FontRole && listed.missing()) {
     QFont font;
     font.setItalic(true);
     return font;
@@ -63,17 +83,13 @@ QVariant MultipleCommandsModel::data(const QModelIndex& index, int role) const {
   return {};
 }
 
-std::string MultipleCommandsModel::line(int row) const {
-  const CommandDraft draft = draftOf(commands_.at(row), prefix(row));
-  MacroCommand command;
-  command.fid = draft.fid;
-  command.workplace = workplace_;
-  for (const CommandDraft::Parameter& parameter : draft.parameters) {
-    // In words a parameter without a value would read as zero; the raw form shows that it is empty.
-    if (options_.raw || !parameter.value.empty())
-      command.parameters.push_back({parameter.name, parameter.value, parameter.value});
-  }
-  return commandLine(command, options_, context_);
+QString MultipleCommandsModel::line(int row) const {
+  MacroCommand shownCommand = command(row);
+  // In words a parameter without a value would read as zero; the raw form shows that it is empty.
+  if (!options_.raw)
+    std::erase_if(shownCommand.parameters, [](const auto& parameter) { return parameter.value.empty(); });
+  const QString text = shown(commandLine(shownCommand, options_, context_));
+  return commands_.at(row).actsAtOnce() ? QStringLiteral("! ") + text : text;
 }
 
 }  // namespace tessaly

@@ -18,29 +18,29 @@ class MultipleCommandsModel : public QAbstractListModel {
   MultipleCommandsModel(const FunctionDictionary& dictionary, DecodingLists& decodingLists, int workplace);
 
   [[nodiscard]] const MultipleCommands& commands() const { return commands_; }
-  // Where the command in a row goes: "QMF1." or another prefix.
-  [[nodiscard]] std::string_view prefix(int row) const;
 
-  void add(const Destination& destination);
+  void add(const DestinationNames& destination);
   void remove(const std::vector<int>& rising);
   // Rows are redrawn by refresh(), once for many answers.
   [[nodiscard]] bool takeAnswer(std::size_t id, const std::string& value);
   void refresh();
+  void complete(int row, CommandDraft draft, int workplace);
 
   void setOptions(const LineOptions& options);
-  void setMainframePrefix(std::string prefix);
+  void setDestination(Destination destination);
+
+  // As it is to be inserted; parameters without a value are there, too.
+  [[nodiscard]] MacroCommand command(int row) const;
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-  // Commands that still lack their value are in italics.
+  // Commands that are not ready are in italics, those that act at once stand behind a mark.
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
  private:
-  [[nodiscard]] std::string line(int row) const;
+  [[nodiscard]] QString line(int row) const;
 
   MultipleCommands commands_;
   LineContext context_;
-  std::string workplace_;
-  std::string mainframePrefix_;
   LineOptions options_;
 };
 

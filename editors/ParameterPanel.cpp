@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QKeyEvent>
+#include <QSignalBlocker>
 
 #include "ui_ParameterPanel.h"
 #include "widgets/DialogText.h"
@@ -61,20 +62,20 @@ void ParameterPanel::connectControls() {
 
 void ParameterPanel::begin(const FunctionRecord& function, CommandDraft draft) {
   parameters_.begin(function, std::move(draft));
-  for (QWidget* widget : {static_cast<QWidget*>(ui_->parametersLabel), static_cast<QWidget*>(ui_->parameters),
-                          static_cast<QWidget*>(ui_->valueLabel), static_cast<QWidget*>(ui_->value),
-                          static_cast<QWidget*>(ui_->range), static_cast<QWidget*>(ui_->choices)})
-    widget->show();
+  setVisibleControls(true);
   showParameters();
   selectParameter(0);
 }
 
 void ParameterPanel::clear() {
-  for (QWidget* widget : {static_cast<QWidget*>(ui_->parametersLabel), static_cast<QWidget*>(ui_->parameters),
-                          static_cast<QWidget*>(ui_->valueLabel), static_cast<QWidget*>(ui_->value),
-                          static_cast<QWidget*>(ui_->range), static_cast<QWidget*>(ui_->choices),
-                          static_cast<QWidget*>(ui_->timecodeHelp)})
-    widget->hide();
+  setVisibleControls(false);
+  ui_->timecodeHelp->hide();
+}
+
+void ParameterPanel::setVisibleControls(bool visible) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{
+           ui_->parametersLabel, ui_->parameters, ui_->valueLabel, ui_->value, ui_->range, ui_->choices})
+    widget->setVisible(visible);
 }
 
 void ParameterPanel::setRaw(bool raw) {
@@ -120,7 +121,7 @@ void ParameterPanel::showParameters() {
   std::vector<ListRow> rows;
   for (std::size_t row = 0; row < parameters_.count(); ++row)
     rows.push_back({parameters_.label(row) + '\t' + parameters_.shownValue(row), static_cast<int>(row)});
-  ui_->parameters->rows().setRows(std::move(rows));
+  ui_->parameters->rows().setRows(std::move(rows), true, parameters_.draft().fid);
   ui_->parameters->selectRow(selected);
 }
 
@@ -148,7 +149,10 @@ void ParameterPanel::showSelected() {
   ui_->choices->rows().setRows(std::move(rows), selected >= 0 && !typed);
   ui_->choices->selectRow(chosen);
   // Filled by program: the entry filter is for what the user types only.
-  ui_->value->setText(shown(value));
+  ui_->value->setText(editable(value));
+  openedText_ = ui_->value->text();
+  openedValue_ =
+      selected >= 0 ? parameters_.draft().parameters[static_cast<std::size_t>(selected)].value : "";
   ui_->value->setReadOnly(!typed);
   ui_->value->setFocusPolicy(typed ? Qt::StrongFocus : Qt::NoFocus);
   ui_->value->setEnabled(selected >= 0);
@@ -166,27 +170,45 @@ void ParameterPanel::showTimecodeHelp() {
                                 parameters_.timecode(static_cast<std::size_t>(selected)));
 }
 
-// Clearing the selection takes the value away, as of an optional parameter.
+// A click on the value that is chosen already takes it away where none is needed.
 void ParameterPanel::choose(int row) {
   const int selected = selectedParameter();
-  if (selected < 0 || row >= static_cast<int>(choices_.size())) return;
-  const DraftParameters::Choice chosen =
-      row < 0 ? DraftParameters::Choice{} : choices_[static_cast<std::size_t>(row)];
-  parameters_.setValue(static_cast<std::size_t>(selected), chosen.value);
+  if (selected < 0 || row < 0 || row >= static_cast<int>(choices_.size())) return;
+  const auto parameter = static_cast<std::size_t>(selected);
+  const DraftParameters::Choice& chosen = choices_[static_cast<std::size_t>(row)];
+  const bool again = parameters_.draft().parameters[parameter].value == chosen.value;
+  const bool away = again && parameters_.mayBeEmpty(parameter);
+  parameters_.setValue(parameter, away ? std::string() : chosen.value);
+  if (away) ui_->choices->selectRow(-1);
   showParameters();
-  ui_->value->setText(shown(chosen.text));
+  ui_->value->setText(away ? QString() : editable(chosen.text));
   emit changed();
 }
 
 void ParameterPanel::edit(const QString& text) {
   const int selected = selectedParameter();
   if (selected < 0) return;
-  const FilteredEntry entry =
-      parameters_.enter(static_cast<std::size_t>(selected), text.toStdString(), frameRate_);
-  ui_->value->setText(shown(entry.text));
-  for (int i = 0; i < entry.beeps; ++i) beep_();
+  const auto row = static_cast<std::size_t>(selected);
+  if (undoing_ && text == openedText_) {
+    parameters_.setValue(row, openedValue_);  // rather than what the shown digits come to
+  } else {
+    const FilteredEntry entry = parameters_.enter(row, text.toStdString(), frameRate_);
+    correct(editable(entry.text));
+    for (int i = 0; i < entry.beeps; ++i) beep_();
+  }
+  ui_->value->end(false);
   showParameters();
   emit changed();
+}
+
+// In place of what the user did last, so that the field's undo leads behind it.
+void ParameterPanel::correct(const QString& text) {
+  if (ui_->value->text() == text) return;
+  const QSignalBlocker quiet(ui_->value);
+  ui_->value->undo();
+  if (ui_->value->text() == text) return;
+  ui_->value->selectAll();
+  ui_->value->insert(text);
 }
 
 void ParameterPanel::finishEntry() {
@@ -220,8 +242,12 @@ void ParameterPanel::step(int rows) {
 bool ParameterPanel::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
+    undoing_ = static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
     if (isEnter(key)) {
-      watched == ui_->parameters&& selectedParameter() >= 0 ? focusEntry() : goOn();
+      if (watched == ui_->parameters && selectedParameter() >= 0)
+        focusEntry();
+      else
+        goOn();
       return true;
     }
     if (watched == ui_->value && (key == Qt::Key_Up || key == Qt::Key_Down)) {

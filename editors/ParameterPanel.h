@@ -51,11 +51,13 @@ class ParameterPanel : public QWidget {
 
  private:
   void connectControls();
+  void setVisibleControls(bool visible);
   void showParameters();
   void showSelected();
   void showTimecodeHelp();
   void choose(int row);
   void edit(const QString& text);
+  void correct(const QString& text);
   void finishEntry();
   void goOn();
   void step(int rows);
@@ -63,6 +65,9 @@ class ParameterPanel : public QWidget {
   std::unique_ptr<Ui::ParameterPanel> ui_;
   DraftParameters parameters_;
   std::vector<DraftParameters::Choice> choices_;  // of the selected parameter
+  QString openedText_;  // as the field was filled by program, and what is stored for it
+  std::string openedValue_;
+  bool undoing_ = false;  // by the key that is being handled
   int& frameRate_;
   Beep beep_;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <mutex>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -9,13 +8,12 @@
 #include <QObject>
 #include <QTimer>
 
-#include "link/PanelClient.h"
+#include "link/PanelQuestions.h"
 
 namespace tessaly {
 
-// Asks the panel for the current values of many commands. GUI thread; what comes on the panel's thread is
-// queued, however much of it, in one step, the latest value of a name only. Destroying it takes back every
-// question before it returns.
+// Asks the panel for the current values of many commands. GUI thread. Destroying it takes back every question
+// before it returns.
 class ParameterUpdate : public QObject {
   Q_OBJECT
 
@@ -28,7 +26,6 @@ class ParameterUpdate : public QObject {
   using Taker = std::function<bool(std::size_t command, const std::string& value)>;
 
   ParameterUpdate(PanelClient& client, Taker taker);
-  ~ParameterUpdate() override;
 
   // Gives up the questions of an earlier start. `alreadyDone` commands more belong to the update and need no
   // answer.
@@ -44,23 +41,16 @@ class ParameterUpdate : public QObject {
   void changed();
 
  private:
-  void askSome();
-  void arrived(const std::string& name, const ParameterValue& value);
-  void drain();
+  void take(const std::vector<PanelAnswer>& answers);
   void end();
 
-  PanelClient& client_;
+  PanelQuestions questions_;
   Taker taker_;
   std::unordered_map<std::string, std::vector<std::size_t>> waitingCommands_;  // by name
-  std::vector<std::string> unasked_;
-  QTimer asking_;
   QTimer quiet_;
   bool running_ = false;
   int done_ = 0;
   int count_ = 0;
-
-  std::mutex mutex_;
-  std::unordered_map<std::string, std::string> values_;  // guarded by mutex_; by name
 };
 
 }  // namespace tessaly

@@ -32,13 +32,14 @@ void checkRows(const ClassicBuilder& builder) {
   }
   const std::size_t parameters = builder.parameterRows().size();
   for (std::size_t row = 0; row <= parameters; ++row) {
-    const ParameterRange range = builder.range(row);
-    require(range.entry != ParameterEntry::kNumber ||
-                (builder.currentNumber(row) >= range.minimum && builder.currentNumber(row) <= range.maximum),
-            "a number that is shown is in its range");
+    const auto number = builder.currentNumber(row);
+    require(!number || builder.range(row).entry == ParameterEntry::kNumber, "a number stands for a number");
+    require(builder.enumeration(row).size() <= 1000, "an enumeration has the rows of a list");
+    static_cast<void>(builder.currentInput(row));
+    static_cast<void>(builder.currentHold(row));
+    static_cast<void>(builder.textRoom(row));
     static_cast<void>(builder.currentTimecode(row));
     static_cast<void>(builder.currentText(row));
-    static_cast<void>(builder.valueNames(row));
   }
 }
 
@@ -58,8 +59,10 @@ bool setValue(ClassicBuilder& builder, std::size_t row, FuzzInput& input) {
   switch (range.entry) {
     case ParameterEntry::kNumber: {
       const std::int64_t number = range.minimum + input.byte() - 1;
+      const bool kept = number == builder.currentNumber(row);
       const bool set = builder.setNumber(row, number);
-      require(!set || (number >= range.minimum && number <= range.maximum), "a number in its range is taken");
+      require(!set || kept || (number >= range.minimum && number <= range.maximum),
+              "a number in its range is taken");
       return set;
     }
     case ParameterEntry::kTimecode:

@@ -71,11 +71,12 @@ void checkTimecode(std::string_view typed) {
     const FilteredEntry first = filterTimecode(typed, rate);
     const FilteredEntry second = filterTimecode(first.text, rate);
     require(second.text == first.text && second.beeps == 0, "the filter takes its own timecode");
-    const std::string stored = storedTimecode(first.text, ValueMode::kDisplay);
+    const std::string stored = storedTimecode(first.text, rate);
     require(stored.empty() == first.text.empty(), "an empty timecode stays empty");
+    if (rate == 0) continue;
     const std::string shown = shownTimecode(stored, ValueMode::kDisplay);
-    require(rate == 0 || filterTimecode(shown, rate).beeps == 0, "the filter takes a shown timecode");
-    require(shownTimecode(storedTimecode(shown, ValueMode::kDisplay), ValueMode::kDisplay) == shown,
+    require(filterTimecode(shown, rate).beeps == 0, "the filter takes a shown timecode");
+    require(shownTimecode(storedTimecode(shown, rate), ValueMode::kDisplay) == shown,
             "a shown timecode is stored as it is shown");
   }
   const Timecode read = Timecode::fromStored(typed);

@@ -83,13 +83,16 @@ class ScratchSite : private Messages {
   std::size_t shown = 0;  // messages
 
  private:
+  // Whether a user may write to the memory's folder is only known by trying.
   static std::filesystem::path makeFolder() {
-    const std::filesystem::path memory = "/dev/shm";
-    const bool usable = std::getenv("TMPDIR") == nullptr && std::filesystem::is_directory(memory);
-    std::string folder =
-        ((usable ? memory : std::filesystem::temp_directory_path()) / "tessaly-fuzz-XXXXXX").string();
-    require(::mkdtemp(folder.data()) != nullptr, "there is a place for a scratch folder");
-    return folder;
+    for (const std::filesystem::path& place :
+         {std::filesystem::path("/dev/shm"), std::filesystem::temp_directory_path()}) {
+      std::string folder = (place / "tessaly-fuzz-XXXXXX").string();
+      const bool wanted = place != "/dev/shm" || std::getenv("TMPDIR") == nullptr;
+      if (wanted && ::mkdtemp(folder.data()) != nullptr) return folder;
+    }
+    require(false, "there is a place for a scratch folder");
+    return {};
   }
 
   void show(const std::string&, MessageIcon) override { ++shown; }

@@ -4,6 +4,7 @@
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
+#include "tests/support/LoadCommands.h"
 
 // A key file, its lines, and the macro that it is converted to.
 namespace tessaly {
@@ -74,7 +75,7 @@ void run(std::string_view bytes) {
 
   require(convertKeyFile(site.access(), "Key", kMacroPath, kKeyPath), "every key can be converted");
   MacroCommands commands;
-  require(loadCommands(site.access(), kMacroPath, false, commands), "a converted macro can be loaded");
+  require(loadCommands(site.access(), kMacroPath, commands), "a converted macro can be loaded");
   checkConverted(key, commands);
 }
 

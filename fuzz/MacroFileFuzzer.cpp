@@ -8,6 +8,8 @@
 #include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
 #include "platform/Text.h"
+#include "platform/XmlFile.h"
+#include "tests/support/LoadCommands.h"
 
 // A macro file, then operations on it: the file's bytes up to a NUL, and for each operation a byte that tells
 // which one, a byte for a command number, and a text. After each the file holds what a plain list of commands
@@ -38,7 +40,7 @@ Context& context() {
 
 MacroCommands commandsOf(const char* path) {
   MacroCommands commands;
-  static_cast<void>(loadCommands(context().site.access(), path, true, commands));
+  static_cast<void>(loadCommands(context().site.access(), path, commands));
   return commands;
 }
 
@@ -50,6 +52,7 @@ void checkLines(const MacroCommands& commands) {
         const std::string plain = commandLine(command, {false, raw, tabs}, lines);
         const std::string destination = commandLine(command, {true, raw, tabs}, lines);
         require(destination.ends_with(plain), "a destination only stands before a line");
+        require(isValidUtf8(destination), "a line is UTF-8 whatever the file is");
         require(commandLine(command, {false, raw, tabs}, lines, true).starts_with(plain),
                 "\"updated\" only stands behind a line");
       }
@@ -63,10 +66,9 @@ MacroCommand recordOf(const CommandDraft& draft, int workplace) {
   record.fid = draft.fid;
   record.workplace = std::to_string(workplace);
   record.group = record.module = record.widget = "0";
-  record.firstMarker = false;  // as a fresh load has it
   for (const CommandDraft::Parameter& parameter : draft.parameters) {
     if (parameter.optional && parameter.value.empty()) continue;
-    record.parameters.push_back({parameter.name, parameter.value, parameter.value});
+    record.parameters.push_back({parameter.name, parameter.value});
   }
   return record;
 }
@@ -100,9 +102,8 @@ class Run {
   void operation() {
     const std::uint8_t kind = input_.byte();
     number_ = input_.byte() % 16;
-    text_ = input_.text();
+    text_ = nextText();
     const bool usable = hasData();
-    saved_.commands.reset();
     switch (kind % 7) {
       case 0:
         insert(kind, usable);
@@ -127,23 +128,40 @@ class Run {
         break;
     }
     require(commandsOf(kPath) == expected_, "the file holds the commands that the operation leaves");
-    require(!saved_.commands || *saved_.commands == expected_, "what is told of the saved file is in it");
   }
 
  private:
   // Without a macro or its data nothing can be inserted.
   static bool hasData() {
     MacroCommands commands;
-    return loadCommands(context().site.access(), kPath, true, commands);
+    return loadCommands(context().site.access(), kPath, commands);
+  }
+
+  std::string nextText() { return displayUtf8(input_.text()); }
+
+  // Whether the file's encoding has the letters of all texts that the draft stores.
+  static bool holds(const CommandDraft& draft) {
+    bool held = holds(draft.fid);
+    for (const CommandDraft::Parameter& parameter : draft.parameters)
+      held = held && ((parameter.optional && parameter.value.empty()) ||
+                      (holds(parameter.name) && holds(parameter.value)));
+    return held;
+  }
+
+  static bool holds(const std::string& text) {
+    XmlDocument document;
+    require(parseXml(context().site.bytes(kFile), document).done(), "what was written can be parsed");
+    return document.spelling(text).has_value();
   }
 
   void insert(std::uint8_t kind, bool usable) {
     const CommandDraft draft{text_,
-                             {{ParameterKind::kEnum, std::string(input_.text()), text_, (kind & 64) != 0},
-                              {ParameterKind::kFloat, text_, std::string(input_.text()), true}}};
+                             {{ParameterKind::kEnum, nextText(), text_, (kind & 64) != 0},
+                              {ParameterKind::kFloat, text_, nextText(), true}}};
     const auto mode = static_cast<InsertMode>((kind / 7) % 3);
-    const bool done = insertCommand(context().site.access(), kPath, number_, draft, number_, mode, &saved_);
-    require(done == usable, "a command goes into every file with data");
+    const bool done = insertCommand(context().site.access(), kPath, number_, draft, number_, mode).done();
+    require(done == (usable && holds(draft)),
+            "a command goes into every file with data that holds its texts");
     if (done) insertInto(expected_, recordOf(draft, number_), number_, mode);
   }
 
@@ -152,8 +170,7 @@ class Run {
     command.build(kind, static_cast<std::uint8_t>(number_), 1, 2,
                   {reinterpret_cast<const std::uint8_t*>(text_.data()), text_.size()});
     const auto mode = static_cast<InsertMode>((kind / 7) % 3);
-    const bool done =
-        appendClassicCommand(context().site.access(), kPath, number_, command, mode, 2, &saved_);
+    const bool done = appendClassicCommand(context().site.access(), kPath, number_, command, mode, 2).done();
     require(done == usable, "a classic command goes into every file with data");
     const CommandDraft draft{"QMF2.NCSCOMMAND", {{ParameterKind::kEnum, "CMD", command.text(), false}}};
     if (done) insertInto(expected_, recordOf(draft, 1), number_, mode);
@@ -161,7 +178,7 @@ class Run {
 
   void remove() {
     const std::string before = context().site.bytes(kFile);
-    const bool done = removeCommand(context().site.access(), kPath, number_, &saved_);
+    const bool done = removeCommand(context().site.access(), kPath, number_).done();
     require(done == (static_cast<std::size_t>(number_) < expected_.size()), "exactly a command is removed");
     if (done) {
       expected_.erase(expected_.begin() + number_);
@@ -171,25 +188,29 @@ class Run {
   }
 
   void replace() {
-    const CommandDraft draft{text_, {{ParameterKind::kInteger, std::string(input_.text()), text_, true}}};
-    const bool done = replaceCommand(context().site.access(), kPath, number_, draft, 3, &saved_);
+    const CommandDraft draft{text_, {{ParameterKind::kInteger, nextText(), text_, true}}};
+    const bool done = editMacroFile(context().site.access(), kPath, ReplaceCommand{number_, draft, 3}).done();
     const auto number = static_cast<std::size_t>(number_);
-    require(done == (number < expected_.size()), "exactly a command is replaced");
+    require(done == (number < expected_.size() && holds(draft)), "exactly a command is replaced");
     if (done) expected_[number] = recordOf(draft, 3);
   }
 
   void set() {
-    const bool done = setCommandValue(context().site.access(), kPath, number_, text_);
+    const bool done = setCommandValue(context().site.access(), kPath, number_, text_).done();
     take(done);
   }
 
+  // What an edit tells of its result is what a load of it gives.
   void hold() {
-    HeldMacro held;
-    require(held.open(context().site.access(), kPath), "a loaded file can be held");
-    const bool done = held.setCommandValue(number_, text_);
-    require(held.save(context().site.access(), kPath, &saved_), "a held document is saved");
-    require(!held.save(context().site.access(), kPath), "what was saved is let go");
-    take(done);
+    const auto macro = readMacro(context().site.root, kPath);
+    require(macro.has_value(), "a loaded file can be read again");
+    const auto edited = apply(*macro, SetValues{{{number_, text_}}});
+    if (!edited) return;
+    const auto again = Macro::read(edited->bytes());
+    require(again && again->commands() == edited->commands(),
+            "the commands of an edit are those of its bytes");
+    require(saveMacro(context().site.root, kPath, *edited).done(), "an edited macro is saved");
+    take(true);
   }
 
   void take(bool done) {
@@ -206,20 +227,14 @@ class Run {
       return;
     }
     require(readMacroName(context().site.access(), kPath, name), "a renamed macro has a name");
-    require(name == text_ || name == utf8ToWindows1252(text_), "a name is read as it was given");
+    require(name == text_, "a name is read as it was given");
   }
 
   FuzzInput& input_;
   MacroCommands expected_;
   int number_ = 0;
   std::string text_;
-  SavedMacro saved_;
 };
-
-std::string withoutBlanks(std::string text) {
-  std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
-  return text;
-}
 
 // Every operation on a file that does not parse fails, says so, and leaves the file.
 void checkRefused(const std::string& bytes) {
@@ -227,7 +242,7 @@ void checkRefused(const std::string& bytes) {
   std::string name;
   MacroCommands commands(1);
   const std::size_t shown = site.shown;
-  require(!loadCommands(site.access(), kPath, true, commands) && commands.size() == 1 &&
+  require(!loadCommands(site.access(), kPath, commands) && commands.size() == 1 &&
               !readMacroName(site.access(), kPath, name) && name == "???" &&
               !renameMacro(site.access(), kPath, name) &&
               !insertCommand(site.access(), kPath, 0, {}, 1, InsertMode::kAppend) &&
@@ -235,6 +250,18 @@ void checkRefused(const std::string& bytes) {
           "nothing can be done with a file that does not parse");
   require(site.shown == shown + 6, "each failure is reported once");
   require(site.bytes(kFile) == bytes, "a file that does not parse is left alone");
+}
+
+// Nothing is written of a file that saving would change elsewhere.
+void checkNotKept(const std::string& bytes) {
+  ScratchSite& site = context().site;
+  std::string name;
+  require(!renameMacro(site.access(), kPath, name) &&
+              !insertCommand(site.access(), kPath, 0, {}, 1, InsertMode::kAppend) &&
+              !editMacroFile(site.access(), kPath, ReplaceCommand{0, {}, 1}) &&
+              !removeCommand(site.access(), kPath, 0) && !setCommandValue(site.access(), kPath, 0, "1"),
+          "no operation saves what it cannot keep");
+  require(site.bytes(kFile) == bytes, "a file that cannot be kept is left alone");
 }
 
 void run(FuzzInput input) {
@@ -246,26 +273,28 @@ void run(FuzzInput input) {
     require(readMacroName(site.access(), kPath, name) && name == *scanned,
             "the tree has the name that was seen");
   }
-  HeldMacro held;
-  if (!held.open(site.access(), kPath)) {
+  const auto macro = readMacro(site.root, kPath);
+  if (!macro) {
     checkRefused(bytes);
     return;
   }
   const MacroCommands commands = commandsOf(kPath);
   require(site.bytes(kFile) == bytes, "loading leaves the file alone");
   checkLines(commands);
-  if (!held.save(site.access(), kSecondPath)) return;  // an empty document is not written
+  const auto printed = reprint(*macro);
+  if (!printed) {
+    checkNotKept(bytes);
+    return;
+  }
+  require(saveMacro(site.root, kSecondPath, *printed).done(), "a printed macro is saved");
   require(commandsOf(kSecondPath) == commands, "saved and loaded commands are the same");
   std::string name, savedName;
   const bool named = readMacroName(site.access(), kPath, name);
   require(readMacroName(site.access(), kSecondPath, savedName) == named && savedName == name,
           "a saved name is the same");
   const std::string once = site.bytes(kSecondFile);
-  require(held.open(site.access(), kSecondPath) && held.save(site.access(), kSecondPath), "saved again");
-  // A blank of a stray text between the commands may go: what it stood beside was no entity and has gone
-  // before.
-  require(withoutBlanks(site.bytes(kSecondFile)) == withoutBlanks(once),
-          "what was saved once is saved the same again");
+  const auto again = reprint(*printed);
+  require(again && again->bytes() == once, "what was saved once is saved the same again");
   require(commandsOf(kSecondPath) == commands, "commands saved twice are the same");
 
   Run operations(input, commands);

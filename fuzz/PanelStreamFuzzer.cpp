@@ -20,14 +20,15 @@ class Transport final : public PanelTransport {
  public:
   bool connect(const std::string&, std::uint16_t, IXCTLClient*) override { return true; }
   void disconnect() override {}
-  bool subscribe(const std::string&) override { return true; }
+  bool subscribe(const std::string& name) override { return session == nullptr || session->subscribe(name); }
   bool callFunctionId(const std::string&, const ParameterList&) override { return true; }
+
+  Session* session = nullptr;  // takes the values of subscribed names only
 };
 
 class View final : public MacroNamesView {
  public:
   [[nodiscard]] bool showsPanel(Pane) const override { return true; }
-  void markCurrentFamily(Pane) override {}
   void rebuildMacros(Pane) override {}
 };
 
@@ -75,13 +76,16 @@ void run(FuzzInput input) {
   const bool greets = first % 2 == 0;
   const std::string_view stream = input.rest();
 
-  PanelClient client(std::make_unique<Transport>());
+  auto owned = std::make_unique<Transport>();
+  Transport& transport = *owned;
+  PanelClient client(std::move(owned));
   PanelSubscriptions subscriptions(client);
   View view;
   MacroNames names(client, subscriptions, view);
   Statuses statuses;
   client.addStatusListener(statuses);
   Session session(&client);
+  transport.session = &session;
   std::thread thread([&session] { session.run("127.0.0.1", listener().port()); });
   {
     Socket panel = acceptEditor();

@@ -22,11 +22,11 @@ void run(std::string_view bytes) {
     require(text->find('\0') == std::string::npos && text->size() <= bytes.size() + kDefaultPath.size(),
             "a text ends at its zero and within the file");
   }
-  require(writeSettings(site().root, settings), "settings can be written");
+  require(writeSettings(site().root, settings).done(), "settings can be written");
   const std::string written = site().bytes(kFile);
   Settings again;
   require(readSettings(site().root, again) && again == settings, "written settings are read as they were");
-  require(writeSettings(site().root, again) && site().bytes(kFile) == written, "and written the same again");
+  require(writeSettings(site().root, again).done() && site().bytes(kFile) == written, "and written the same again");
   const std::string path = derivedPath(settings.pathA);
   require(path.empty() == settings.pathA.empty() && (path.empty() || path.back() == '\\'),
           "a path that is used ends with its separator");

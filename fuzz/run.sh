@@ -29,7 +29,7 @@ dictionary() {
 }
 
 # Scratch files in memory, and none left behind by a target that ended with a finding.
-TMPDIR=$(mktemp -d -p "$([ -d /dev/shm ] && echo /dev/shm || echo /tmp)")
+TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
 export TMPDIR
 trap 'rm -rf "$TMPDIR"' EXIT
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1

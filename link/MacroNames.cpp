@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "platform/Text.h"
+#include "xctl/WireText.h"
 
 namespace tessaly {
 namespace {
@@ -17,6 +18,14 @@ constexpr DemoMacro kDemoMacros[][3] = {
     {{1, "M001"}, {35, "MyTest"}, {46, "MySurprise"}},  // pane A
     {{1, "M001"}, {13, "MyHope"}, {18, "MyDay"}},       // pane B
 };
+
+std::string keptName(std::string name) {
+  if (name.size() <= kLongestMacroName) return name;
+  std::size_t end = kLongestMacroName;
+  while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xc0U) == 0x80U) --end;  // within a character
+  name.resize(end);
+  return name + "…";
+}
 
 }  // namespace
 
@@ -45,31 +54,32 @@ void MacroNames::subscribe(int workplace) {
   if (const int old = this->workplace(); old != kNoWorkplace) subscriptions_.unsubscribeMacroNames(old);
   const bool connected = client_.state() == kPanelConnected;
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     tables_.fill(Tables{});
+    requests_.clear();
     workplace_ = connected ? workplace : kNoWorkplace;
   }
   if (connected) subscriptions_.subscribeMacroNames(workplace);
 }
 
 int MacroNames::workplace() const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return workplace_;
 }
 
 MacroNames::Names MacroNames::names(Pane pane) const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return tables_[index(pane)].current;
 }
 
 std::string MacroNames::name(Pane pane, int number) const {
   if (number < 0 || number >= kPanelMacroNumbers) return {};
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return tables_[index(pane)].current[static_cast<std::size_t>(number)];
 }
 
 void MacroNames::showDemo() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   tables_.fill(Tables{});
   for (const Pane pane : kPanes) {
     for (const DemoMacro& macro : kDemoMacros[index(pane)]) {
@@ -81,21 +91,54 @@ void MacroNames::showDemo() {
 void MacroNames::received(const std::string& valueName, const ParameterValue& value) {
   const int number = macroNumberOf(valueName);
   if (number < 0 || number >= kPanelMacroNumbers) return;
+  const std::string text = value.getAsString();
+  {
+    const MutexLock guard(mutex_);
+    const auto request = requests_.find(number);
+    if (request != requests_.end() && request->second.name == text) requests_.erase(request);
+  }
+  const std::string name = keptName(text);
   for (const Pane pane : kPanes) {
-    if (!view_.showsPanel(pane)) continue;
-    view_.markCurrentFamily(pane);
-    if (store(pane, number, value.getAsString())) view_.rebuildMacros(pane);
+    if (view_.showsPanel(pane) && store(pane, number, name)) view_.rebuildMacros(pane);
   }
 }
 
+void MacroNames::expect(int number, const std::string& name, Clock::time_point now) {
+  const std::string sent = wireText(name);
+  const MutexLock guard(mutex_);
+  requests_.erase(number);
+  if (workplace_ == kNoWorkplace || number < 0 || number >= kPanelMacroNumbers) return;
+  for (const Tables& tables : tables_)
+    if (!sent.empty() && tables.current[static_cast<std::size_t>(number)] == sent) return;
+  requests_[number] = {sent, now + kConfirmation};
+}
+
+void MacroNames::forget(int number) {
+  const MutexLock guard(mutex_);
+  requests_.erase(number);
+}
+
+std::vector<MacroNames::Request> MacroNames::takeUnconfirmed(Clock::time_point now) {
+  const bool gone = client_.state() == kPanelNotConnected;
+  std::vector<Request> unconfirmed;
+  const MutexLock guard(mutex_);
+  std::erase_if(requests_, [&, workplace = workplace_](const auto& entry) {
+    const auto& [number, expected] = entry;
+    if (!gone && now < expected.until) return false;
+    unconfirmed.push_back({workplace, number, expected.name});
+    return true;
+  });
+  return unconfirmed;
+}
+
 bool MacroNames::store(Pane pane, int number, const std::string& name) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   const auto entry = static_cast<std::size_t>(number);
   Tables& tables = tables_[index(pane)];
   tables.current[entry] = name;
   // An empty name that stays empty changes nothing. Macro 0 comes first and shows that there are none at all.
-  const bool rebuild = number == 0 || !name.empty() || !tables.previous[entry].empty();
-  tables.previous[entry] = name;
+  const bool rebuild = number == 0 || !name.empty() || tables.hadName[entry];
+  tables.hadName[entry] = !name.empty();
   return rebuild;
 }
 

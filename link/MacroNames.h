@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
-#include <mutex>
+#include <bitset>
+#include <chrono>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,10 +11,12 @@
 #include "link/Pane.h"
 #include "link/PanelClient.h"
 #include "link/PanelSubscriptions.h"
+#include "platform/ThreadAnnotations.h"
 
 namespace tessaly {
 
 inline constexpr int kNoWorkplace = -1;
+inline constexpr std::size_t kLongestMacroName = 250;  // bytes that are kept; a longer name ends in "…" there
 
 // The value that holds a macro's name: "PANEL.MACRO1.REG7.NAME", both numbers without padding.
 [[nodiscard]] std::string macroNameValue(int workplace, int number);
@@ -28,8 +32,6 @@ class MacroNamesView {
   virtual ~MacroNamesView() = default;
   // Whether the pane's source is the panel.
   [[nodiscard]] virtual bool showsPanel(Pane pane) const = 0;
-  // The pane's application is not of the older family: a panel has none such.
-  virtual void markCurrentFamily(Pane pane) = 0;
   // Rows only: this is no selection by the user.
   virtual void rebuildMacros(Pane pane) = 0;
 };
@@ -40,6 +42,16 @@ class MacroNamesView {
 class MacroNames {
  public:
   using Names = std::vector<std::string>;  // kPanelMacroNumbers entries
+  using Clock = std::chrono::steady_clock;
+
+  // A panel that has not published the name by then has not done what it was asked.
+  static constexpr std::chrono::seconds kConfirmation{5};
+
+  struct Request {
+    int workplace = kNoWorkplace;
+    int number = 0;
+    std::string name;  // that the macro was to have; empty: it was to be deleted
+  };
 
   // Takes the macro names of `subscriptions`. Observes all three.
   MacroNames(PanelClient& client, PanelSubscriptions& subscriptions, MacroNamesView& view);
@@ -54,13 +66,26 @@ class MacroNames {
   [[nodiscard]] Names names(Pane pane) const;
   [[nodiscard]] std::string name(Pane pane, int number) const;
 
+  // Notes what the panel is about to be asked for a macro of the subscribed workplace: that its name becomes
+  // `name`, or, when that is empty, that it goes. The name that the panel publishes then confirms it; one
+  // that it has already needs no confirmation. Of two requests for a macro the later one counts; another
+  // workplace's names tell nothing of it, so with the next `subscribe` it is forgotten.
+  void expect(int number, const std::string& name, Clock::time_point now);
+  void forget(int number);  // it could not be asked
+  // Each request once: that has not been confirmed in time, or never will be since the line is gone.
+  [[nodiscard]] std::vector<Request> takeUnconfirmed(Clock::time_point now);
+
   // Replaces both panes' tables by the macros of the demonstration.
   void showDemo();
 
  private:
   struct Tables {
     Names current = Names(kPanelMacroNumbers);
-    Names previous = Names(kPanelMacroNumbers);
+    std::bitset<kPanelMacroNumbers> hadName;  // before the current one came
+  };
+  struct Expected {
+    std::string name;  // as it is on the wire
+    Clock::time_point until;
   };
 
   void received(const std::string& valueName, const ParameterValue& value);
@@ -70,9 +95,10 @@ class MacroNames {
   PanelClient& client_;
   PanelSubscriptions& subscriptions_;
   MacroNamesView& view_;
-  mutable std::mutex mutex_;  // never held while calling out
-  std::array<Tables, kPanes.size()> tables_;
-  int workplace_ = kNoWorkplace;
+  mutable Mutex mutex_;  // never held while calling out
+  std::array<Tables, kPanes.size()> tables_ GUARDED_BY(mutex_);
+  int workplace_ GUARDED_BY(mutex_) = kNoWorkplace;
+  std::map<int, Expected> requests_ GUARDED_BY(mutex_);  // by number
 };
 
 }  // namespace tessaly

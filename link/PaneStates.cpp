@@ -7,54 +7,55 @@ namespace tessaly {
 using AttemptState = ConnectAttempt::State;
 
 PaneSource PaneStates::source(Pane pane) const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return panes_[index(pane)].source;
 }
 
 bool PaneStates::connected(Pane pane) const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return panes_[index(pane)].connected;
 }
 
 bool PaneStates::anyConnected() const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return std::any_of(panes_.begin(), panes_.end(), [](const State& pane) { return pane.connected; });
 }
 
 bool PaneStates::connecting(Pane pane) const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return panes_[index(pane)].attempt != nullptr;
 }
 
 WorkplaceFlags PaneStates::workplaces(Pane pane) const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return panes_[index(pane)].workplaces;
 }
 
 bool PaneStates::setSource(Pane pane, PaneSource source) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return std::exchange(panes_[index(pane)].source, source) != source;
 }
 
 void PaneStates::disconnect(Pane pane) {
-  const std::scoped_lock guard(mutex_);
-  panes_[index(pane)].connected = false;
-  panes_[index(pane)].workplaces = {};
+  const MutexLock guard(mutex_);
+  State& state = panes_[index(pane)];
+  state.connected = state.lost = false;
+  state.workplaces = {};
 }
 
 void PaneStates::join(Pane pane) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   panes_[index(pane)].workplaces = panes_[index(other(pane))].workplaces;
   panes_[index(pane)].connected = true;
 }
 
 void PaneStates::setAllWorkplaces(const WorkplaceFlags& flags) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   for (State& pane : panes_) pane.workplaces = flags;
 }
 
 void PaneStates::setWorkplace(int workplace, bool present) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   for (State& pane : panes_) {
     if (pane.connected) pane.workplaces[static_cast<std::size_t>(workplace - 1)] = present;
   }
@@ -62,24 +63,29 @@ void PaneStates::setWorkplace(int workplace, bool present) {
 
 std::shared_ptr<ConnectAttempt> PaneStates::begin(Pane pane, const std::string& address) {
   auto attempt = std::make_shared<ConnectAttempt>();
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   addressSlot_ = address;
+  for (State& state : panes_) state.lost = state.connected;
   panes_[index(pane)].attempt = attempt;
   return attempt;
 }
 
 bool PaneStates::takeSuccess(Pane pane) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   State& state = panes_[index(pane)];
   if (!state.attempt || state.attempt->state != AttemptState::kSucceeded) return false;
+  lineAddress_ = state.attempt->address;
   state.attempt = nullptr;
   state.connected = true;
-  state.workplaces = {};
+  for (State& one : panes_) {
+    one.lost = false;
+    one.workplaces = {};
+  }
   return true;
 }
 
 bool PaneStates::abandon(Pane pane) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   State& state = panes_[index(pane)];
   if (!state.attempt || state.attempt->state == AttemptState::kSucceeded) return false;
   state.attempt->state = AttemptState::kAbandoned;
@@ -88,7 +94,7 @@ bool PaneStates::abandon(Pane pane) {
 }
 
 bool PaneStates::retire() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   bool inUse = false;
   for (State& pane : panes_) {
     inUse = inUse || pane.connected || (pane.attempt && pane.attempt->state == AttemptState::kSucceeded);
@@ -99,25 +105,31 @@ bool PaneStates::retire() {
   return inUse;
 }
 
-std::string PaneStates::address() const {
-  const std::scoped_lock guard(mutex_);
-  return addressSlot_;
+std::string PaneStates::lineAddress() const {
+  const MutexLock guard(mutex_);
+  return lineAddress_;
+}
+
+std::string PaneStates::takeAddress(ConnectAttempt& attempt) const {
+  const MutexLock guard(mutex_);
+  return attempt.address = addressSlot_;
 }
 
 bool PaneStates::wanted(const ConnectAttempt& attempt) const {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return attempt.state == AttemptState::kPending;
 }
 
 bool PaneStates::keep(Pane pane, ConnectAttempt& attempt) {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   if (attempt.state == AttemptState::kPending) {
     attempt.state = AttemptState::kSucceeded;
     post_(pane);  // under the mutex: retire waits for it, so the window is still there
     return true;
   }
-  return std::any_of(panes_.begin(), panes_.end(),
-                     [](const State& state) { return state.connected || state.attempt != nullptr; });
+  return std::any_of(panes_.begin(), panes_.end(), [](const State& state) {
+    return (state.connected && !state.lost) || state.attempt != nullptr;
+  });
 }
 
 }  // namespace tessaly

@@ -3,11 +3,11 @@
 #include <array>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 
 #include "link/Pane.h"
+#include "platform/ThreadAnnotations.h"
 
 namespace tessaly {
 
@@ -20,6 +20,7 @@ using WorkplaceFlags = std::array<bool, kWorkplaces>;
 struct ConnectAttempt {
   enum class State { kPending, kSucceeded, kAbandoned };
   State state = State::kPending;  // under the mutex of PaneStates
+  std::string address;            // that the worker took from the slot; under the same
 };
 
 // What the panes' connection rules share with their workers and with the library's thread. Owned together by
@@ -46,19 +47,25 @@ class PaneStates {
   // Sets the flag of a workplace, 1 to 8, in the connected panes.
   void setWorkplace(int workplace, bool present);
 
-  // Puts the address into the one slot and gives the pane a new attempt.
+  // Puts the address into the one slot and gives the pane a new attempt. A pane that takes itself for
+  // connected now is on a line that was lost: it is on the new one when the attempt succeeds, and needs none
+  // otherwise.
   [[nodiscard]] std::shared_ptr<ConnectAttempt> begin(Pane pane, const std::string& address);
-  // The pane's success has been posted: it becomes connected, without any workplace. False when nothing was.
+  // The pane's success has been posted: it becomes connected, and no connected pane has any workplace. False
+  // when nothing was posted.
   [[nodiscard]] bool takeSuccess(Pane pane);
   // Gives the pane's attempt up. False when there is none or its success has been posted.
   [[nodiscard]] bool abandon(Pane pane);
   // Gives all up. True when a connection had been made or was about to be shown.
   bool retire();
 
-  // For the worker: what the slot holds now; whether its attempt still stands; and, once connected, its claim
-  // of the success, which posts it. A claim that comes too late says whether somebody else needs the
-  // connection.
-  [[nodiscard]] std::string address() const;
+  // The address of the line that a connected pane is on.
+  [[nodiscard]] std::string lineAddress() const;
+
+  // For the worker: what the slot holds now, noted in its attempt; whether its attempt still stands; and,
+  // once connected, its claim of the success, which posts it. A claim that comes too late says whether
+  // somebody else needs the connection.
+  [[nodiscard]] std::string takeAddress(ConnectAttempt& attempt) const;
   [[nodiscard]] bool wanted(const ConnectAttempt& attempt) const;
   [[nodiscard]] bool keep(Pane pane, ConnectAttempt& attempt);
 
@@ -66,14 +73,16 @@ class PaneStates {
   struct State {
     PaneSource source = PaneSource::kHarddisk;
     bool connected = false;
+    bool lost = false;  // on a line that was gone when the other pane began to connect anew
     WorkplaceFlags workplaces{};
     std::shared_ptr<ConnectAttempt> attempt;  // from its start until its message or its time-out
   };
 
-  mutable std::mutex mutex_;
-  std::function<void(Pane)> post_;
-  std::string addressSlot_;
-  std::array<State, kPanes.size()> panes_;
+  mutable Mutex mutex_;
+  const std::function<void(Pane)> post_;
+  std::string addressSlot_ GUARDED_BY(mutex_);
+  std::string lineAddress_ GUARDED_BY(mutex_);
+  std::array<State, kPanes.size()> panes_ GUARDED_BY(mutex_);
 };
 
 }  // namespace tessaly

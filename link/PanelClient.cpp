@@ -46,27 +46,28 @@ PanelClient::~PanelClient() {
 void PanelClient::triggerValueReceived(const std::string& name, const ParameterValue& value) {
   if (verbose_) writeLine("trigger: " + name + " value: " + value.getAsString());
   const Passage passage(gate_);
-  for (const auto& observer : observersOf(triggers_, name)) observer->deliver(name, value);
+  for (const auto& observer : observersOf(&PanelClient::triggers_, name)) observer->deliver(name, value);
 }
 
 void PanelClient::subscribedValueReceived(const std::string& name, const ParameterValue& value) {
   if (verbose_) writeLine("SID: " + name + " value: " + value.getAsString());
   const Passage passage(gate_);
   {
-    const std::scoped_lock guard(tables_);
+    const MutexLock guard(tables_);
     values_[name] = value.getAsString();
   }
-  for (const auto& observer : observersOf(subscribers_, name)) observer->deliver(name, value);
+  for (const auto& observer : observersOf(&PanelClient::subscribers_, name)) observer->deliver(name, value);
 }
 
 void PanelClient::connectionStatusChanged(int status) {
-  state_ = status;
   std::vector<StatusListener*> listeners;
   ObserverTable subscribers;
   ObserverTable triggers;
   {
     // Neither lock_ nor gate_: a status must get through while an observer is still busy.
-    const std::scoped_lock guard(tables_);
+    const MutexLock guard(tables_);
+    state_ = status;
+    if (status == kPanelConnected) ++connectionNumber_;
     listeners = statusListeners_;
     if (status == kPanelNotConnected) {
       values_.clear();
@@ -89,7 +90,7 @@ bool PanelClient::connect(const std::string& host) {
 
 bool PanelClient::connect(const std::string& host, const std::function<bool()>& wanted,
                           const std::function<bool()>& keep) {
-  const std::scoped_lock turn(connecting_);
+  const MutexLock turn(connecting_);
   if (!wanted()) return false;
   disconnect();
   setAttempt(&wanted);
@@ -103,12 +104,12 @@ bool PanelClient::connect(const std::string& host, const std::function<bool()>& 
 }
 
 void PanelClient::setAttempt(const std::function<bool()>* wanted) {
-  const std::scoped_lock guard(attempt_);
+  const MutexLock guard(attempt_);
   attempted_ = wanted;
 }
 
 void PanelClient::endUnwantedAttempt() {
-  const std::scoped_lock guard(attempt_);
+  const MutexLock guard(attempt_);
   if (attempted_ != nullptr && !(*attempted_)()) connection_->disconnect();
 }
 
@@ -124,7 +125,9 @@ bool PanelClient::subscribe(const std::string& name, std::shared_ptr<ValueObserv
   bool known = true;
   std::string text;
   {
-    const std::scoped_lock tables(tables_);
+    const MutexLock tables(tables_);
+    // The line may have gone since it was asked first.
+    if (state_ == kPanelNotConnected) return false;
     Observers& observers = subscribers_[name];
     added = std::none_of(observers.begin(), observers.end(),
                          [&observer](const auto& other) { return other->same(*observer); });
@@ -151,7 +154,7 @@ void PanelClient::unsubscribeOwner(const void* object) {
   lock_.lock();
   gate_.acquire();
   {
-    const std::scoped_lock guard(tables_);
+    const MutexLock guard(tables_);
     for (auto& [name, observers] : subscribers_) {
       std::erase_if(observers, [object](const auto& observer) { return observer->object() == object; });
     }
@@ -164,7 +167,7 @@ void PanelClient::removeFrom(const std::vector<std::string>& names, const ValueO
   lock_.lock();
   gate_.acquire();
   {
-    const std::scoped_lock guard(tables_);
+    const MutexLock guard(tables_);
     for (const std::string& name : names) {
       const auto entry = subscribers_.find(name);
       if (entry == subscribers_.end()) continue;
@@ -176,19 +179,20 @@ void PanelClient::removeFrom(const std::vector<std::string>& names, const ValueO
 }
 
 void PanelClient::addTrigger(const std::string& name, std::shared_ptr<ValueObserver> observer) {
-  const std::scoped_lock guard(tables_);
+  const MutexLock guard(tables_);
   triggers_[name].push_back(std::move(observer));
 }
 
 void PanelClient::addStatusListener(StatusListener& listener) {
-  const std::scoped_lock guard(tables_);
+  const MutexLock guard(tables_);
   statusListeners_.push_back(&listener);
 }
 
-PanelClient::Observers PanelClient::observersOf(const ObserverTable& table, const std::string& name) const {
-  const std::scoped_lock guard(tables_);
-  const auto entry = table.find(name);
-  return entry == table.end() ? Observers{} : entry->second;
+PanelClient::Observers PanelClient::observersOf(ObserverTable PanelClient::*table,
+                                                const std::string& name) const {
+  const MutexLock guard(tables_);
+  const auto entry = (this->*table).find(name);
+  return entry == (this->*table).end() ? Observers{} : entry->second;
 }
 
 void initPanelClient() {

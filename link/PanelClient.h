@@ -12,6 +12,7 @@
 
 #include "link/PanelTransport.h"
 #include "link/ValueObserver.h"
+#include "platform/ThreadAnnotations.h"
 #include "xctl/XctlLib.h"
 
 namespace tessaly {
@@ -72,8 +73,9 @@ class PanelClient : public IXCTLClient {
 
   // Calls the operation for every value of `name` from now on, and at once when a value is known. True when
   // the observer was added and the library did not refuse; false and nothing registered while the status
-  // is 1. A second subscription of the same observer delivers the known value, or an empty one, and returns
-  // false. When the library refuses, the result is false and the observer stays.
+  // is 1, also when it becomes 1 before the observer is in the table: nobody would ask for it on the next
+  // connection. A second subscription of the same observer delivers the known value, or an empty one, and
+  // returns false. When the library refuses, the result is false and the observer stays.
   template <class Owner>
   bool subscribe(const std::string& name, Owner* object, Operation<Owner> operation) {
     return subscribe(name, std::make_shared<MemberObserver<Owner>>(object, operation));
@@ -106,6 +108,12 @@ class PanelClient : public IXCTLClient {
   // The last status that the library reported; 1 at first.
   [[nodiscard]] int state() const { return state_; }
 
+  // How often the status has become 0: tells one connection from the next.
+  [[nodiscard]] unsigned connectionNumber() const { return connectionNumber_; }
+
+  // Why the last connection ended by itself, as the end of a sentence; empty when that is not known.
+  [[nodiscard]] std::string lossReason() const { return connection_->endReason(); }
+
   // Writes calls and values to the standard output, a line each.
   void setVerbose(bool verbose) { verbose_ = verbose; }
 
@@ -117,27 +125,29 @@ class PanelClient : public IXCTLClient {
   void removeFrom(const std::vector<std::string>& names, const ValueObserver& observer);
   void addTrigger(const std::string& name, std::shared_ptr<ValueObserver> observer);
   void setAttempt(const std::function<bool()>* wanted);
-  [[nodiscard]] Observers observersOf(const ObserverTable& table, const std::string& name) const;
+  [[nodiscard]] Observers observersOf(ObserverTable PanelClient::*table, const std::string& name) const;
 
   std::string text_;               // unused; part of the object's fixed layout
   std::recursive_mutex lock_;      // serialises subscribers; an observer may subscribe from its delivery
   std::binary_semaphore gate_{1};  // serialises the value callbacks; taken after lock_ where both are taken
-  std::map<std::string, std::string> values_;
-  std::vector<StatusListener*> statusListeners_;
-  ObserverTable subscribers_;
-  ObserverTable triggers_;
+  // Subscribers hold lock_, callbacks gate_, the status callback neither: the tables need a guard of their
+  // own. Held for the few lines that touch one, never while an observer or the library is called. The status
+  // changes under it, too, so that whoever looks into a table there knows of which connection it is.
+  mutable Mutex tables_;
+  std::map<std::string, std::string> values_ GUARDED_BY(tables_);
+  std::vector<StatusListener*> statusListeners_ GUARDED_BY(tables_);
+  ObserverTable subscribers_ GUARDED_BY(tables_);
+  ObserverTable triggers_ GUARDED_BY(tables_);
   std::unique_ptr<PanelTransport> connection_;
   std::atomic<int> state_{kPanelNotConnected};
+  std::atomic<unsigned> connectionNumber_{0};
   std::atomic<bool> verbose_{false};
 
-  // Subscribers hold lock_, callbacks gate_, the status callback neither: the containers above need a guard
-  // of their own. Held for the few lines that touch one, never while an observer or the library is called.
-  mutable std::mutex tables_;
-  std::mutex connecting_;  // one connect at a time; taken by worker threads only
+  Mutex connecting_;  // one connect at a time; taken by worker threads only
   // The attempt that is in the library. Held while an unwanted one is ended, so that this never hits the
   // next.
-  std::mutex attempt_;
-  const std::function<bool()>* attempted_ = nullptr;  // guarded by attempt_; whether it is wanted
+  Mutex attempt_;
+  const std::function<bool()>* attempted_ GUARDED_BY(attempt_) = nullptr;  // whether it is wanted
 };
 
 // Initialises the library and creates the one client unless it exists. Called by the start-up, before any

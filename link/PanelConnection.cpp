@@ -78,7 +78,7 @@ void PanelConnection::connectButton(Pane pane) {
     }
     states_->disconnect(pane);
     refresh(pane);
-  } else if (connected(other(pane))) {
+  } else if (connected(other(pane)) && !gone()) {
     join(pane);
   } else if (demo_) {
     startDemo();
@@ -109,7 +109,7 @@ void PanelConnection::start(Pane pane) {
     const auto wanted = [&] { return states->wanted(*attempt); };
     const auto keep = [&] { return states->keep(pane, *attempt); };
     // A failure is noticed by the time-out only.
-    static_cast<void>(client.connect(states->address(), wanted, keep));
+    static_cast<void>(client.connect(states->takeAddress(*attempt), wanted, keep));
   };
   try {
     // Nobody can end a thread that is blocked in the library without harm to the process, and the window does
@@ -135,15 +135,12 @@ void PanelConnection::chooseHarddisk(Pane pane) {
 }
 
 void PanelConnection::choosePanel(Pane pane) {
-  view_.resetMacroPosition(pane);
   const bool changed = states_->setSource(pane, PaneSource::kPanel);
   // A pane whose attempt succeeded while it showed the hard disk is connected already; the button would
   // leave.
-  if (changed && connected(other(pane)) && !connected(pane)) {
-    connectButton(pane);
-  } else {
-    refresh(pane);
-  }
+  const bool joins = changed && connected(other(pane)) && !connected(pane);
+  if (!joins || gone()) refresh(pane);
+  if (joins && (!gone() || addressAccepted(address(pane)))) connectButton(pane);
 }
 
 void PanelConnection::editText(Pane pane, const std::string& text) {
@@ -173,6 +170,8 @@ void PanelConnection::connectedMessage(Pane pane) {
   displays_[index(pane)].buttonEnabled = true;
   subscriptions_.subscribeWorkplaceCounts();
   refresh(pane);
+  // What the other pane lists came over a line that this one has taken the place of.
+  if (connected(other(pane))) refresh(other(pane));
 }
 
 // False when there is no attempt, or its success is on its way.
@@ -199,7 +198,21 @@ void PanelConnection::close() {
   client_.disconnect();
 }
 
-bool PanelConnection::lost() const { return anyConnected() && client_.state() != kPanelConnected; }
+PaneLine PanelConnection::line(Pane pane) const {
+  if (source(pane) != PaneSource::kPanel || !connected(pane)) return PaneLine::kNone;
+  return gone() ? PaneLine::kLost : PaneLine::kStands;
+}
+
+std::optional<unsigned> PanelConnection::loss() const {
+  if (!anyConnected() || !gone()) return std::nullopt;
+  return client_.connectionNumber();
+}
+
+std::optional<std::string> PanelConnection::otherAddress(Pane pane) const {
+  std::string address = states_->lineAddress();
+  if (line(pane) != PaneLine::kStands || address == this->address(pane)) return std::nullopt;
+  return address;
+}
 
 void PanelConnection::workplaceCountReceived(const std::string& name, const ParameterValue& value) {
   int count = 0;

@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "link/Pane.h"
@@ -28,6 +29,13 @@ struct PaneConnectionDisplay {
   bool buttonEnabled = true;
 };
 
+// What is behind a pane that shows the panel.
+enum class PaneLine {
+  kNone,    // it is not connected
+  kStands,  // the line that it is connected to, or has joined, stands
+  kLost     // it takes itself for connected ("disconnect"), but the panel is gone
+};
+
 // What the connection rules ask of the window.
 class PanelConnectionView {
  public:
@@ -40,8 +48,6 @@ class PanelConnectionView {
   // All lists of the pane from the start: the applications, and the workplaces by their flags when the pane
   // shows a connected panel.
   virtual void rebuildLists(Pane pane) = 0;
-  // The remembered row of the macros list becomes 0.
-  virtual void resetMacroPosition(Pane pane) = 0;
   // Both panes' workplaces from their flags, and macros from the demonstration.
   virtual void showDemoListing() = 0;
 
@@ -54,6 +60,8 @@ class PanelConnectionView {
 
 // How the two panes take up, share and leave the one connection. A pane is not connected, connecting (a
 // worker thread, a timer) or connected, with an attempt of its own or by joining the other pane's connection.
+// A connection that was lost is not joined: the pane connects anew, and the other one is on the new line,
+// too.
 //
 // Operations are for the GUI thread, except those that say "any thread". Observes client, subscriptions,
 // messages and view; the client must live until the process ends, because an attempt that was given up ends
@@ -104,8 +112,16 @@ class PanelConnection {
   [[nodiscard]] bool connected(Pane pane) const { return states_->connected(pane); }
   [[nodiscard]] bool anyConnected() const { return states_->anyConnected(); }
   [[nodiscard]] WorkplaceFlags workplaces(Pane pane) const { return states_->workplaces(pane); }
-  // A pane takes itself for connected but the panel has gone; the panes do not act on it.
-  [[nodiscard]] bool lost() const;
+  [[nodiscard]] PaneLine line(Pane pane) const;
+  [[nodiscard]] bool lost() const { return loss().has_value(); }
+  // While a pane takes itself for connected but the panel has gone: which loss that is, another number for
+  // each.
+  [[nodiscard]] std::optional<unsigned> loss() const;
+  // Why, as the end of a sentence ("the panel is gone"); empty when that is not known.
+  [[nodiscard]] std::string lossReason() const { return client_.lossReason(); }
+  // The address of the line, when the pane has joined one that was made to another address than its own. What
+  // it asks the panel to do goes over that line, its files go to its own address. GUI thread.
+  [[nodiscard]] std::optional<std::string> otherAddress(Pane pane) const;
 
  private:
   struct Texts {
@@ -114,6 +130,8 @@ class PanelConnection {
     std::string listedPath;  // what the applications list was last built from
   };
 
+  // The library has told that there is no line.
+  [[nodiscard]] bool gone() const { return client_.state() == kPanelNotConnected; }
   void join(Pane pane);
   void start(Pane pane);
   [[nodiscard]] bool giveUp(Pane pane);

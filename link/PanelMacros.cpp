@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "link/Pane.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -11,9 +12,6 @@ namespace tessaly {
 namespace {
 
 using Result = FtpClient::Result;
-
-constexpr const char* kWorkingCopies[] = {R"(c:\programme\RV48\bin\MacroFid\tempA.mac)",
-                                          R"(c:\programme\RV48\bin\MacroFid\tempB.mac)"};
 
 // Old content that has not come within this time without a byte is given up.
 constexpr std::chrono::seconds kKeepingPatience{3};
@@ -32,11 +30,12 @@ class FtpTransfer final : public MacroTransfer {
  public:
   FtpTransfer(const std::string& host, std::uint16_t port) : client_(host, port, {kFtpUser, kFtpSecret}) {}
 
-  Result get(const std::string& remotePath, const std::string& hostPath) override {
-    return client_.get(remotePath, hostPath);
+  Result get(const std::string& remotePath, const std::string& hostPath,
+             const FtpClient::Check& check) override {
+    return client_.get(remotePath, hostPath, check);
   }
   Result getSoon(const std::string& remotePath, const std::string& hostPath) override {
-    return client_.get(remotePath, hostPath, kKeepingPatience);
+    return client_.get(remotePath, hostPath, {}, kKeepingPatience);
   }
   Result put(const std::string& hostPath, const std::string& remotePath) override {
     return client_.put(hostPath, remotePath);
@@ -51,7 +50,9 @@ class FtpTransfer final : public MacroTransfer {
 bool mayLeaveAPart(Result result) {
   switch (result) {
     case Result::kStalled:
+    case Result::kTooSlow:
     case Result::kCut:
+    case Result::kPanelError:
     case Result::kFull:
     case Result::kCancelled:
       return true;
@@ -60,6 +61,7 @@ bool mayLeaveAPart(Result result) {
     case Result::kNotFound:
     case Result::kUnreachable:
     case Result::kLocalFile:
+    case Result::kUnreadable:
     case Result::kNoLibrary:
     case Result::kFailed:
       return false;
@@ -68,8 +70,6 @@ bool mayLeaveAPart(Result result) {
 }
 
 }  // namespace
-
-const char* workingCopyPath(Pane pane) { return kWorkingCopies[index(pane)]; }
 
 std::string macroNumberText(int number) {
   return number >= 0 && number < kPanelMacroNumbers ? format("%03d", number) : std::string();
@@ -87,6 +87,7 @@ std::string TransferOutcome::describe() const {
     return "the macro was sent, but the panel could not be told to read it";
   }
   std::string text = FtpClient::describe(transfer);
+  if (!detail.empty()) text += " (" + detail + ")";
   if (leavesAPart()) text += "; the panel may hold a part of the macro";
   return text;
 }
@@ -100,11 +101,11 @@ class PanelMacros::Running {
  public:
   Running(PanelMacros& macros, const std::string& address)
       : macros_(macros), transfer_(macros.transfers_(address.substr(0, address.find(':')))) {
-    const std::scoped_lock guard(macros_.mutex_);
+    const MutexLock guard(macros_.mutex_);
     macros_.running_ = transfer_.get();
   }
   ~Running() {
-    const std::scoped_lock guard(macros_.mutex_);
+    const MutexLock guard(macros_.mutex_);
     macros_.running_ = nullptr;
   }
   Running(const Running&) = delete;
@@ -117,18 +118,18 @@ class PanelMacros::Running {
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
-PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo)
-    : client_(client), root_(root), transfers_(std::move(transfers)), demo_(demo) {}
+PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo,
+                         MacroReader reader)
+    : client_(client),
+      root_(root),
+      transfers_(std::move(transfers)),
+      demo_(demo),
+      reader_(std::move(reader)) {}
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
   const Running running(*this, address);
   return fetch(*running, remoteMacroPath(workplace, number), file);
-}
-
-TransferOutcome PanelMacros::downloadToWorkingCopy(const std::string& address, int workplace,
-                                                   std::string_view number, Pane pane) {
-  return download(address, workplace, number, workingCopyPath(pane));
 }
 
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
@@ -137,31 +138,28 @@ TransferOutcome PanelMacros::upload(const std::string& address, int workplace, s
   return send(*running, file, {{}, address, workplace, std::string(number)}, change);
 }
 
-TransferOutcome PanelMacros::uploadWorkingCopy(const std::string& address, int workplace,
-                                               std::string_view number, Pane pane) {
-  return upload(address, workplace, number, workingCopyPath(pane));
-}
-
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
-                                         std::string_view target, Pane targetPane) {
+                                         std::string_view target, std::string_view buffer) {
   const Running running(*this, address);
-  const char* buffer = workingCopyPath(other(targetPane));
   const TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;
   return send(*running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
 }
 
-bool PanelMacros::remove(const std::string& address, int workplace, std::string_view number) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
-  {
+PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
+                                          OldContent old) {
+  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
+  if (old == OldContent::kKept) {
     const Running running(*this, address);
     const MacroPlace place{{}, address, workplace, std::string(number)};
-    if (keep(*running, place, MacroChange::kDelete) == Result::kCancelled) return false;
+    const Kept kept = keep(*running, place, MacroChange::kDelete);
+    if (kept.fetched == Result::kCancelled) return {};
+    if (!kept.outcome) return {false, kept.outcome};
   }
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
-  return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
+  return {client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters), {}};
 }
 
 bool PanelMacros::rename(int workplace, std::string_view number, const std::string& name) {
@@ -173,7 +171,7 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
 }
 
 void PanelMacros::cancel() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   if (running_ != nullptr) running_->cancel();
 }
 
@@ -182,22 +180,30 @@ TransferOutcome PanelMacros::fetch(MacroTransfer& transfer, const std::string& r
   if (demo_ || remotePath.empty()) return {Result::kFailed};
   const std::string hostPath = root_.resolve(file).string();
   if (hostPath.empty()) return {Result::kLocalFile};
-  return {transfer.get(remotePath, hostPath)};
+  TransferOutcome outcome;
+  const auto wanted = [&](std::string_view bytes) {
+    const Outcome read = reader_(bytes);
+    if (!read) outcome.detail = read.failure().text;
+    return read.done();
+  };
+  outcome.transfer = transfer.get(remotePath, hostPath, reader_ ? wanted : FtpClient::Check());
+  return outcome;
 }
 
-Result PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {
-  if (keeper_ == nullptr || demo_) return Result::kDone;
-  const std::string file = keeper_->fetchFile();
-  if (file.empty()) {
-    keeper_->notFetched();
-    return Result::kDone;
+PanelMacros::Kept PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {
+  if (keeper_ == nullptr || demo_) return {};
+  const auto file = keeper_->fetchFile();
+  if (!file) {
+    keeper_->notFetched(file.failure());
+    return {Result::kDone, file.failure()};
   }
-  const Result result = transfer.getSoon(remoteMacroPath(place.workplace, place.number), file);
-  if (result == Result::kDone)
-    keeper_->keepFetched(file, place, change);
-  else if (result != Result::kNotFound)
-    keeper_->notFetched();
-  return result;
+  const Result result = transfer.getSoon(remoteMacroPath(place.workplace, place.number), *file);
+  if (result == Result::kDone) return {result, keeper_->keepFetched(*file, place, change)};
+  if (result == Result::kNotFound) return {result, {}};
+  const Failure failure{Failure::Kind::kMissing,
+                        std::string("cannot be fetched: ") + FtpClient::describe(result)};
+  keeper_->notFetched(failure);
+  return {result, failure};
 }
 
 TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
@@ -208,7 +214,7 @@ TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file
   if (hostPath.empty()) return {Result::kLocalFile, true};
   // Nothing is lost where nothing can be sent. Who cannot be reached is not tried a second time: that would
   // only double the wait.
-  const Result kept = canOpen(root_, file) ? keep(transfer, place, change) : Result::kDone;
+  const Result kept = canOpen(root_, file) ? keep(transfer, place, change).fetched : Result::kDone;
   if (kept == Result::kUnreachable || kept == Result::kCancelled) return {kept};
   TransferOutcome outcome{transfer.put(hostPath, remotePath), true};
   if (outcome.transfer == Result::kDone) {

@@ -3,22 +3,19 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
 
-#include "link/Pane.h"
 #include "link/PanelClient.h"
 #include "platform/FtpClient.h"
 #include "platform/MacroKeeper.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
+#include "platform/ThreadAnnotations.h"
 
 namespace tessaly {
 
 inline constexpr std::uint16_t kFtpPort = 21;
-
-// A pane's working copy: "c:\programme\RV48\bin\MacroFid\tempA.mac" or "...\tempB.mac".
-[[nodiscard]] const char* workingCopyPath(Pane pane);
 
 // "%03d" of 0 to 999; empty for any other number.
 [[nodiscard]] std::string macroNumberText(int number);
@@ -32,6 +29,7 @@ struct TransferOutcome {
   FtpClient::Result transfer = FtpClient::Result::kDone;
   bool upload = false;     // the last thing tried was sending
   bool announced = false;  // an upload succeeded and the panel was told to read its macros again
+  std::string detail{};    // why what came is no macro; else empty
 
   [[nodiscard]] bool done() const { return transfer == FtpClient::Result::kDone && (!upload || announced); }
   // A failed upload had begun to write: the panel may hold a part of the macro.
@@ -44,11 +42,13 @@ struct TransferOutcome {
 class MacroTransfer {
  public:
   virtual ~MacroTransfer() = default;
-  [[nodiscard]] virtual FtpClient::Result get(const std::string& remotePath, const std::string& hostPath) = 0;
-  // As get, for old content that is fetched to be kept: whoever is waited for is not waited for long.
+  [[nodiscard]] virtual FtpClient::Result get(const std::string& remotePath, const std::string& hostPath,
+                                              const FtpClient::Check& check) = 0;
+  // As get, for old content that is fetched to be kept, whatever it is: whoever is waited for is not waited
+  // for long.
   [[nodiscard]] virtual FtpClient::Result getSoon(const std::string& remotePath,
                                                   const std::string& hostPath) {
-    return get(remotePath, hostPath);
+    return get(remotePath, hostPath, {});
   }
   [[nodiscard]] virtual FtpClient::Result put(const std::string& hostPath, const std::string& remotePath) = 0;
   virtual void cancel() = 0;  // from another thread
@@ -60,43 +60,51 @@ using MacroTransferFactory = std::function<std::unique_ptr<MacroTransfer>(const 
 // By FTP with the panel's login. A port in the address is that of the control service and is left out.
 [[nodiscard]] MacroTransferFactory ftpTransfers(std::uint16_t port = kFtpPort);
 
+// Whether bytes can be read as a macro; the failure's text says why not. Any thread.
+using MacroReader = std::function<Outcome(std::string_view bytes)>;
+
 // Moves macros between this computer and a panel, and has the panel delete and rename them. Files are site
 // paths, macro numbers three digits. Operations block, one at a time, on any thread; `cancel` comes from
-// another one. A failed download leaves the local file as it was; a failed upload is not announced, and what
-// a broken one leaves on the panel is the panel's affair: it may be a part of the macro. Nobody is told of
-// failures but the caller.
+// another one. A failed download leaves the local file as it was, and one that brings no macro counts as
+// failed; a failed upload is not announced, and what a broken one leaves on the panel is the panel's affair:
+// it may be a part of the macro. Nobody is told of failures but the caller.
 //
 // With a keeper, what a number holds is fetched before it is overwritten or deleted. That is an extra:
-// whatever becomes of it, the operation goes on, except that it is not tried on a panel that was just found
-// unreachable.
+// whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just found
+// unreachable. A deletion stops when its caller wants the old content kept.
 class PanelMacros {
  public:
-  // Observes client and root. With `demo` no file moves: every transfer fails.
-  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false);
+  // Observes client and root. Without a reader whatever comes is taken. With `demo` no file moves: every
+  // transfer fails.
+  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false,
+              MacroReader reader = {});
 
   // Observed. Before the first operation.
   void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
 
   [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
                                          std::string_view file);
-  [[nodiscard]] TransferOutcome downloadToWorkingCopy(const std::string& address, int workplace,
-                                                      std::string_view number, Pane pane);
 
   // Also for a macro that was just created in `file`.
   [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
                                        std::string_view file, MacroChange change = MacroChange::kSave);
-  [[nodiscard]] TransferOutcome uploadWorkingCopy(const std::string& address, int workplace,
-                                                  std::string_view number, Pane pane);
 
-  // Within one workplace of one panel, those of the target pane. The working copy of the other pane serves as
-  // the buffer and is overwritten.
+  // Within one workplace of one panel. The macro is fetched into `buffer`, which is overwritten, and sent
+  // from there.
   [[nodiscard]] TransferOutcome copyOnPanel(const std::string& address, int workplace,
                                             std::string_view source, std::string_view target,
-                                            Pane targetPane);
+                                            std::string_view buffer);
 
-  // Ask the panel; the answer is the name that it publishes then. False when it could not be asked. Nor
-  // is it asked to delete when the user cancels while the old content is fetched from `address`.
-  [[nodiscard]] bool remove(const std::string& address, int workplace, std::string_view number);
+  enum class OldContent { kKept, kLost };
+  struct Deletion {
+    bool asked = false;  // the panel, which answers by the name that it publishes then
+    Outcome kept;        // not done: there is old content that could not be kept, so it was not asked
+  };
+  // Asks the panel to delete a macro, once its old content is kept, unless that may be lost. Nor is it asked
+  // when the user cancels while the old content is fetched from `address`.
+  [[nodiscard]] Deletion remove(const std::string& address, int workplace, std::string_view number,
+                                OldContent old = OldContent::kKept);
+  // Asks the panel; as above. False when it could not be asked.
   [[nodiscard]] bool rename(int workplace, std::string_view number, const std::string& name);
 
   // Ends the running operation; without one it does nothing.
@@ -109,16 +117,22 @@ class PanelMacros {
                                       std::string_view file);
   [[nodiscard]] TransferOutcome send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
                                      MacroChange change);
-  // What became of fetching the old content; kDone when there is nobody to keep it.
-  [[nodiscard]] FtpClient::Result keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change);
+  // What became of fetching the old content, and of keeping it; done when there is nobody to keep it, or
+  // nothing.
+  struct Kept {
+    FtpClient::Result fetched = FtpClient::Result::kDone;
+    Outcome outcome;
+  };
+  [[nodiscard]] Kept keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change);
 
   PanelClient& client_;
   const SiteRoot& root_;
   MacroTransferFactory transfers_;
   bool demo_;
+  MacroReader reader_;
   MacroKeeper* keeper_ = nullptr;
-  std::mutex mutex_;                  // over running_
-  MacroTransfer* running_ = nullptr;  // of the operation under way
+  Mutex mutex_;
+  MacroTransfer* running_ GUARDED_BY(mutex_) = nullptr;  // of the operation under way
 };
 
 }  // namespace tessaly

@@ -13,6 +13,9 @@ class LibraryTransport final : public PanelTransport {
   bool callFunctionId(const std::string& functionId, const ParameterList& parameters) override {
     return connection_.callFunctionId(functionId, parameters);
   }
+#ifdef TESSALY_OPEN_XCTL
+  std::string endReason() override { return connection_.endReason(); }
+#endif
 
  private:
   XCTLConnection connection_{kXctlTransportTcp};

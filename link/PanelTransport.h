@@ -17,6 +17,8 @@ class PanelTransport {
   virtual void disconnect() = 0;
   virtual bool subscribe(const std::string& name) = 0;
   virtual bool callFunctionId(const std::string& functionId, const ParameterList& parameters) = 0;
+  // Why the last connection ended by itself, as the end of a sentence; empty when that is not known.
+  [[nodiscard]] virtual std::string endReason() { return {}; }
 };
 
 // The library's own connection, over TCP.

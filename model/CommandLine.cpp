@@ -4,6 +4,7 @@
 
 #include "classic/ClassicDescription.h"
 #include "platform/Text.h"
+#include "values/Destination.h"
 #include "values/ParameterValue.h"
 #include "values/Timecode.h"
 
@@ -18,12 +19,13 @@ constexpr std::string_view kUnknownFunction = "??? ";
 constexpr std::string_view kEmptyClassic = "empty command line, use modify to create command...";
 constexpr std::string_view kRawClassicWord = "NCSCOMMAND:  ";
 constexpr std::string_view kClassicWord = "Classic:  ";
-constexpr std::string_view kMainframe = "QMF";  // and 1 to 4
-constexpr std::string_view kPanel = "PANEL";
-constexpr std::string_view kKeyDestination = "QMF1";  // keys always go to the first mainframe
+constexpr Destination kKeyDestination = Destination::mainframe(1);  // of every key
 constexpr std::string_view kInputFamily = "INPUT_5";
 constexpr std::string_view kInputPrefix = "INPUT";
 constexpr std::size_t kUsualLength = 120;  // bytes
+// Bytes of a line; one of a damaged or hostile file may have a million parameters, and the window draws it.
+constexpr std::size_t kLongestLine = 4096;
+constexpr std::string_view kCutOff = "...";
 constexpr std::string_view kDegreeUnit = "[\xC2\xB0]";
 
 std::string_view separator(const LineOptions& options) { return options.tabs ? kTabSeparator : kSeparator; }
@@ -122,6 +124,7 @@ void appendDescriptive(std::string& line, const MacroCommand& command, const Lin
   }
   line += function->description();
   for (const MacroParameter& parameter : command.parameters) {
+    if (line.size() > kLongestLine) break;
     appendParameter(line, parameter, *function, dictionary, separator(options));
   }
 }
@@ -130,6 +133,7 @@ void appendRaw(std::string& line, const MacroCommand& command) {
   line += replaceAll(std::string(command.functionName()), ".", " - ");
   std::string_view before = " Parameter: ";
   for (const MacroParameter& parameter : command.parameters) {
+    if (line.size() > kLongestLine) break;
     line.append(before).append(parameter.name).append(": \"").append(parameter.value).append("\"");
     before = ",  ";
   }
@@ -143,6 +147,15 @@ void appendDestination(std::string& line, std::string_view destination, std::str
   } else {
     line += destinationLabel(destination, workplace);
   }
+}
+
+// No character is cut in two.
+void cutOff(std::string& line) {
+  if (line.size() <= kLongestLine) return;
+  std::size_t end = kLongestLine;
+  while (end > 0 && (static_cast<unsigned char>(line[end]) & 0xC0U) == 0x80U) --end;
+  line.resize(end);
+  line += kCutOff;
 }
 
 std::string classicText(const ClassicCommand& command, bool raw, DecodingLists& lists) {
@@ -181,6 +194,7 @@ std::string commandLine(const MacroCommand& command, const LineOptions& options,
       appendDescriptive(line, command, options, context.dictionary);
     }
   }
+  cutOff(line);
   if (updated) line.append(separator(options)).append(kUpdated);
   return line;
 }
@@ -189,17 +203,18 @@ std::string keyCommandLine(const ClassicCommand& command, const LineOptions& opt
                            const LineContext& context) {
   const std::string text = replaceAll(classicText(command, options.raw, context.decodingLists), "|", "-");
   std::string line;
-  appendClassic(line, ClassicHolder::kKeyFile, kKeyDestination, {}, text, options);
+  appendClassic(line, ClassicHolder::kKeyFile, kKeyDestination.name(), {}, text, options);
+  cutOff(line);
   return line;
 }
 
 std::string destinationLabel(std::string_view destination, std::string_view workplace) {
-  if (destination.size() == kMainframe.size() + 1 && destination.starts_with(kMainframe) &&
-      destination.back() >= '1' && destination.back() <= '4') {
-    return std::string("Mainframe").append(1, destination.back()).append(kDestinationEnd);
+  std::string label(destination);
+  if (const auto known = Destination::named(destination)) {
+    label = known->isPanel() ? std::string("Panel/Workplace").append(workplace)
+                             : "Mainframe" + std::to_string(known->index() + 1);
   }
-  if (destination == kPanel) return std::string("Panel/Workplace").append(workplace).append(kDestinationEnd);
-  return std::string(destination).append(kDestinationEnd);
+  return label.append(kDestinationEnd);
 }
 
 }  // namespace tessaly

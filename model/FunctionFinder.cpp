@@ -1,45 +1,11 @@
 #include "model/FunctionFinder.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace tessaly {
 namespace {
 
 constexpr std::string_view kIncrement = "INC";
-constexpr std::size_t kBlock = 64;  // bytes compared at once
-
-// True when `first` stands at one of the places of the block and `last`, `gap` bytes on. Without a branch
-// inside, so that compilers turn it into a few wide comparisons.
-bool mayBegin(const char* block, std::size_t gap, char first, char last) {
-  unsigned char any = 0;
-  for (std::size_t i = 0; i < kBlock; ++i) {
-    any = static_cast<unsigned char>(any | (static_cast<unsigned char>(block[i] == first) &
-                                            static_cast<unsigned char>(block[i + gap] == last)));
-  }
-  return any != 0;
-}
-
-// As hay.find(text, from), at the speed of memory for the short texts of segments.
-std::size_t findText(std::string_view hay, std::string_view text, std::size_t from) {
-  if (text.empty() || text.size() > hay.size()) return hay.find(text, from);
-  const std::size_t gap = text.size() - 1;
-  const std::size_t end = hay.size() - gap;  // of the places where the text may begin
-  const auto standsAt = [&](std::size_t place) {
-    return hay[place] == text.front() && std::memcmp(hay.data() + place, text.data(), text.size()) == 0;
-  };
-  std::size_t place = from;
-  for (; place + kBlock <= end; place += kBlock) {
-    if (!mayBegin(hay.data() + place, gap, text.front(), text.back())) continue;
-    for (std::size_t i = place; i < place + kBlock; ++i) {
-      if (standsAt(i)) return i;
-    }
-  }
-  for (; place < end; ++place) {
-    if (standsAt(place)) return place;
-  }
-  return std::string_view::npos;
-}
 
 bool isSegment(std::string_view name, std::size_t place, std::size_t length) {
   if (place > 0 && name[place - 1] != '.') return false;
@@ -55,7 +21,7 @@ void forEachNameWith(const FunctionDictionary& dictionary, std::string_view text
   const std::string_view names = dictionary.allNames();
   std::size_t function = 0;
   std::size_t end = dictionary.functionCount() == 0 ? 0 : dictionary.nameOffset(1);
-  for (std::size_t hit = findText(names, text, 0); hit < names.size(); hit = findText(names, text, end)) {
+  for (std::size_t hit = names.find(text); hit < names.size(); hit = names.find(text, end)) {
     for (std::size_t step = 0; end <= hit; ++step) {
       function = step < kNear ? function + 1 : dictionary.functionAtOffset(hit);
       end = dictionary.nameOffset(function + 1);

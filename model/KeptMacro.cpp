@@ -6,12 +6,8 @@
 #include <iterator>
 #include <utility>
 
-#include "model/MacroTree.h"
-
 namespace tessaly {
 namespace {
-
-constexpr std::size_t kBeginning = 4096;  // bytes in which a name is looked for
 
 constexpr std::pair<MacroChange, std::string_view> kWords[] = {
     {MacroChange::kSave, "save"},     {MacroChange::kCopy, "copy"},        {MacroChange::kCreate, "create"},
@@ -47,26 +43,6 @@ std::string KeptMacro::placeText() const {
   if (!place) return {};
   if (!place->file.empty()) return place->file;
   return place->address + " workplace " + std::to_string(place->workplace) + " macro " + place->number;
-}
-
-std::string macroNameNear(std::string_view bytes) {
-  const std::string start(bytes.substr(0, kBeginning));
-  for (std::size_t at = start.find("<macro"); at != std::string::npos; at = start.find("<macro", at + 1)) {
-    char quote = 0;
-    std::size_t end = at;
-    for (; end < start.size() && (quote != 0 || start[end] != '>'); ++end) {
-      const char c = start[end];
-      if (quote != 0 ? c == quote : c == '"' || c == '\'') quote = quote != 0 ? 0 : c;
-    }
-    if (end == start.size() || start.find('\0') < end) return {};
-    TiXmlDocument document;
-    std::string tag = start.substr(at, end - at);
-    if (tag.back() == '/') tag.pop_back();
-    document.Parse((tag + "/>").c_str(), nullptr, TIXML_DEFAULT_ENCODING);
-    if (document.Error()) continue;
-    if (const TiXmlElement* macro = namedMacro(document)) return macroNameOf(*macro);
-  }
-  return {};
 }
 
 }  // namespace tessaly

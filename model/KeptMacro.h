@@ -18,7 +18,7 @@ struct KeptMacro {
   // Of the record beside it; without one nothing is known but the bytes.
   std::optional<MacroPlace> place;
   MacroChange change = MacroChange::kSave;
-  std::string name;  // of the macro, bytes in its own encoding
+  std::string name;  // of the macro, UTF-8
 
   // "c:\...\macro007.mac", or "10.0.0.1 workplace 1 macro 007"; empty when unknown.
   [[nodiscard]] std::string placeText() const;
@@ -32,9 +32,5 @@ struct KeptMacro {
 
 // The word back; `kSave` for any other.
 [[nodiscard]] MacroChange changeOfWord(std::string_view word);
-
-// The name of the first `macro` that has one, found near the beginning without parsing the whole, which would
-// cost more than keeping it. Empty when there is none.
-[[nodiscard]] std::string macroNameNear(std::string_view bytes);
 
 }  // namespace tessaly

@@ -52,7 +52,7 @@ void KeyFile::load(const SiteRoot& root, std::string_view path, int index) {
 void KeyFile::parse(std::string_view bytes) {
   commands_.clear();
   lines_.clear();
-  name_ = nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view()));
+  name_ = displayUtf8(nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view())));
   std::optional<std::string_view> body = afterLineFeeds(bytes, kHeaderLines);
   if (!body) return;
   int number = 1;
@@ -77,12 +77,11 @@ const ClassicCommand* KeyFile::command(int i) const {
   return i < 0 || i > lastIndex() ? nullptr : &commands_[static_cast<std::size_t>(i)];
 }
 
-std::vector<int> KeyFile::unreadableLines() const {
-  std::vector<int> lines;
-  for (std::size_t i = 0; i < lines_.size(); ++i) {
-    if (!commands_[i].isReadBack()) lines.push_back(lines_[i]);
-  }
-  return lines;
+std::vector<int> KeyFile::unreadable() const {
+  std::vector<int> positions;
+  for (std::size_t i = 0; i < lines_.size(); ++i)
+    if (!commands_[i].readsBack()) positions.push_back(static_cast<int>(i));
+  return positions;
 }
 
 ClassicCommand* KeyFile::append() {

@@ -20,14 +20,16 @@ class KeyFile {
   void load(const SiteRoot& root, std::string_view path, int index);
   void parse(std::string_view bytes);
 
-  [[nodiscard]] const std::string& name() const { return name_; }
+  [[nodiscard]] const std::string& name() const { return name_; }                         // UTF-8
   [[nodiscard]] int lastIndex() const { return static_cast<int>(commands_.size()) - 1; }  // -1 when empty
   [[nodiscard]] const std::vector<ClassicCommand>& commands() const { return commands_; }
   [[nodiscard]] const ClassicCommand* command(int i) const;  // null outside 0..lastIndex
-
-  // The lines of the file, from 1 on, whose commands nobody can read once they stand in a macro: those that
-  // are no command (one that lost its last blank, say), and those of too many parameters.
-  [[nodiscard]] std::vector<int> unreadableLines() const;
+  // Which commands a macro made of this file does not hold as their lines tell them, in ascending order:
+  // those of 28 and more parameter bytes, and lines that are no command, as without their final blank. Once
+  // they are saved nothing reads them back.
+  [[nodiscard]] std::vector<int> unreadable() const;
+  // The line of the file that such a command was read from, from 1 on.
+  [[nodiscard]] int lineOf(int i) const { return lines_[static_cast<std::size_t>(i)]; }
 
   // A new empty command, or null at the bound.
   [[nodiscard]] ClassicCommand* append();
@@ -35,7 +37,7 @@ class KeyFile {
  private:
   std::string name_;
   std::vector<ClassicCommand> commands_;
-  std::vector<int> lines_;  // of the commands that were read from one
+  std::vector<int> lines_;  // of the commands, from 1 on; none for the empty one that stands for no line
 };
 
 // The two-digit number of "key03.upk", 0 when there is none.

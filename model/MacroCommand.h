@@ -10,18 +10,16 @@ namespace tessaly {
 
 struct MacroParameter {
   std::string name;
-  std::string value;       // as stored in the file
-  std::string shownValue;  // equal to `value` after a load
+  std::string value;
+  bool hasValue = true;  // there is a value, be it an empty one
 
   friend bool operator==(const MacroParameter&, const MacroParameter&) = default;
 };
 
-// One `cmd` of a macro file. All texts are bytes as the file holds them.
+// One `cmd` of a macro file. All texts are UTF-8, whatever the encoding of the file.
 struct MacroCommand {
   std::string fid, workplace, group, module, widget;
   std::vector<MacroParameter> parameters;
-  bool firstMarker = true;  // display markers of the record; a fresh load clears the first
-  bool secondMarker = false;
 
   // The part before the first "." of the fid; empty without a ".".
   [[nodiscard]] std::string_view destination() const;

@@ -1,90 +1,62 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
-#include <tinyxml.h>
-#include <vector>
 
 #include "classic/ClassicCommand.h"
-#include "model/MacroCommand.h"
-#include "platform/ContentCheck.h"
+#include "model/MacroEdit.h"
 #include "platform/SiteAccess.h"
 
-// Macro files (".mac", docs/macro-format.md). Each operation opens the file anew, works on the loaded tree
-// and saves the whole tree back if it changed something. Paths are site paths. All return true when done (and
-// saved). A file that does not parse is reported with "Cannot parse Macro: %s" and left alone. Names and
-// values read are bytes in the file's own encoding; a name to be written is given as UTF-8 and stored as
-// UTF-8 when the document declares it or has a declaration without encoding, else as Windows-1252. Blocking;
-// not for two threads on one file.
+// Macro files (".mac", docs/macro-format.md). Each operation reads the file, applies an edit to what it holds
+// and writes the whole file back. Paths are site paths. A file that does not parse is reported with "Cannot
+// parse Macro: %s", one that cannot be read with its reason, and both are left alone. Blocking; not for two
+// threads on one file.
 namespace tessaly {
 
 inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\MacroFid\\emptyMacro.mac";
 
-// What a file holds once an operation has changed and saved it.
-struct SavedMacro {
-  // As a fresh load would give them; nothing when only a load can tell.
-  std::optional<MacroCommands> commands;
-  ContentCheck check;  // of the bytes that were written
-};
+// Reads without a report.
+[[nodiscard]] Expected<Macro> readMacro(const SiteRoot& root, std::string_view path);
 
-enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
+// Whether bytes, wherever they came from, are a macro that takes commands.
+Outcome readsAsMacro(std::string_view bytes);
 
-// Once the file has parsed, clears `commands` and fills it; false for a parse failure (list left alone) and
-// for a file without `macro` or `data` (list left empty). `check`, when given, is that of the bytes that were
-// read.
-[[nodiscard]] bool loadCommands(const SiteAccess& site, std::string_view path, bool fresh,
-                                MacroCommands& commands, ContentCheck* check = nullptr);
+// Reads, and reports what does not parse or cannot be read.
+[[nodiscard]] Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path);
 
-// False and "???" when there is no name or the file does not parse.
+// Writes whole or not at all.
+Outcome saveMacro(const SiteRoot& root, std::string_view path, const Macro& macro);
+
+// Load, apply, save.
+Outcome editMacroFile(const SiteAccess& site, std::string_view path, const MacroEdit& edit);
+
+// The name as UTF-8. False and "???" when there is none or the file does not parse.
 [[nodiscard]] bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name);
 
-// False, nothing saved, without a `macro` that has a name. On a parse failure `name` becomes "???".
-[[nodiscard]] bool renameMacro(const SiteAccess& site, std::string_view path, std::string& name);
+// The name is UTF-8; it becomes "???" when the file does not parse.
+Outcome renameMacro(const SiteAccess& site, std::string_view path, std::string& name);
 
-[[nodiscard]] bool createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath);
+// The empty macro under a new name. An empty macro that cannot be read is reported with "Cannot create Macro:
+// %s".
+Outcome createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath);
 
-[[nodiscard]] bool insertCommand(const SiteAccess& site, std::string_view path, int position,
-                                 const CommandDraft& draft, int workplace, InsertMode mode,
-                                 SavedMacro* saved = nullptr);
+Outcome insertCommand(const SiteAccess& site, std::string_view path, int position, const CommandDraft& draft,
+                      int workplace, InsertMode mode);
 
-[[nodiscard]] bool appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
-                                        const ClassicCommand& command, InsertMode mode, int mainframe,
-                                        SavedMacro* saved = nullptr);
+// A classic command as it is stored in a macro.
+[[nodiscard]] CommandDraft classicDraft(const ClassicCommand& command, int mainframe);
+inline constexpr int kClassicWorkplace = 1;  // of every classic command
 
-// Puts the new command in the place of the one with that number, with one save: the file always holds one of
-// the two. False, nothing saved, when there is no such command.
-[[nodiscard]] bool replaceCommand(const SiteAccess& site, std::string_view path, int number,
-                                  const CommandDraft& draft, int workplace, SavedMacro* saved = nullptr);
+Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
+                             const ClassicCommand& command, InsertMode mode, int mainframe);
 
-[[nodiscard]] bool replaceClassicCommand(const SiteAccess& site, std::string_view path, int number,
-                                         const ClassicCommand& command, int mainframe,
-                                         SavedMacro* saved = nullptr);
+Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
+                       std::string_view keyPath);
 
-[[nodiscard]] bool convertKeyFile(const SiteAccess& site, const std::string& name,
-                                  std::string_view targetPath, std::string_view keyPath);
-
-[[nodiscard]] bool removeCommand(const SiteAccess& site, std::string_view path, int number,
-                                 SavedMacro* saved = nullptr);
+Outcome removeCommand(const SiteAccess& site, std::string_view path, int number);
 
 // Writes into the first parameter that has a value, of the first command at or after `number` that has one.
-// When none has, the unchanged tree is saved and the result is false.
-[[nodiscard]] bool setCommandValue(const SiteAccess& site, std::string_view path, int number,
-                                   const std::string& value);
-
-// One document held open across many value changes, each of which costs the same wherever its command stands.
-class HeldMacro {
- public:
-  // Discards the previous document. On failure (reported) an empty one is held.
-  [[nodiscard]] bool open(const SiteAccess& site, std::string_view path);
-  [[nodiscard]] bool setCommandValue(int number, const std::string& value);
-  // False, nothing written, when the held document is empty. Once it is written nothing is held any more.
-  [[nodiscard]] bool save(const SiteAccess& site, std::string_view path, SavedMacro* saved = nullptr);
-
- private:
-  TiXmlDocument document_;
-  std::vector<TiXmlElement*> commands_;  // of the document
-  bool empty_ = true;
-};
+// When none has, the unchanged macro is saved and the outcome is kNothingTaken.
+Outcome setCommandValue(const SiteAccess& site, std::string_view path, int number, const std::string& value);
 
 }  // namespace tessaly

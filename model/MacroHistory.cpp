@@ -1,14 +1,18 @@
 #include "model/MacroHistory.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cerrno>
+#include <numeric>
+#include <random>
 #include <system_error>
 #include <utility>
 
+#include "model/MacroNameScan.h"
 #include "model/RecordText.h"
 #include "platform/ContentCheck.h"
 #include "platform/Files.h"
 #include "platform/PendingFile.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -23,70 +27,46 @@ constexpr const char* kRecordEnding = ".txt";
 constexpr const char* kFetchBeginning = "incoming-";
 constexpr std::chrono::hours kFetchLeftOver{1};  // what is older was left by a program that was killed
 
+constexpr const char* kLockFile = "lock";  // its text is the number of what was kept last
+constexpr std::uint64_t kHistoryLock = 0;  // the others are odd, one for each file
+
 constexpr const char* kChange = "change";
 constexpr const char* kName = "name";
 
 constexpr std::size_t kLargestRecord = 64 * 1024;  // bytes
-constexpr std::size_t kLongestHint = 40;           // of a file name
 constexpr std::uint64_t kShareOfOne = 4;
 
-constexpr std::string_view kDayPattern = "dddd-dd-dd";
-constexpr std::string_view kTimePattern = "dddddd-ddd";
-constexpr std::size_t kKeyStart = kTimePattern.size() + 1;
-constexpr std::size_t kKeyLength = 8;
-constexpr std::size_t kSizeStart = kKeyStart + kKeyLength + 1;
-
-bool matches(std::string_view text, std::string_view pattern) {
-  return std::equal(text.begin(), text.end(), pattern.begin(), pattern.end(),
-                    [](char c, char wanted) { return wanted == 'd' ? c >= '0' && c <= '9' : c == wanted; });
+bool isOwnFolder(const fs::path& folder) {
+  std::error_code error;
+  return fs::is_directory(fs::symlink_status(folder, error));
 }
 
-int digits(std::string_view text, std::size_t start, std::size_t count) {
-  return parseInt(text.substr(start, count));
+// As far as the folder can be read.
+std::vector<fs::directory_entry> entriesOf(const fs::path& folder) {
+  std::vector<fs::directory_entry> found;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) found.push_back(*entry);
+  return found;
 }
 
-// Milliseconds since 1970 of a day folder and the beginning of a name.
-std::int64_t timeOf(const std::string& day, const std::string& stem) {
-  using namespace std::chrono;
-  const sys_days date = year(digits(day, 0, 4)) / digits(day, 5, 2) / digits(day, 8, 2);
-  const milliseconds time = hours(digits(stem, 0, 2)) + minutes(digits(stem, 2, 2)) +
-                            seconds(digits(stem, 4, 2)) + milliseconds(digits(stem, 7, 3));
-  return (sys_time<milliseconds>(date) + time).time_since_epoch().count();
+std::uint64_t freeBytes(const fs::path& folder) {
+  std::error_code error;
+  const auto bytes = fs::space(folder, error).available;
+  return error ? std::numeric_limits<std::uint64_t>::max() : bytes;
 }
 
-// The size within a name, or nothing when the name is none of ours.
-std::optional<std::uint64_t> sizeIn(std::string_view stem) {
-  if (stem.size() <= kSizeStart || !matches(stem.substr(0, kTimePattern.size()), kTimePattern))
-    return std::nullopt;
-  std::uint64_t size = 0;
-  const char* const end = stem.data() + stem.size();
-  const auto [stop, error] = std::from_chars(stem.data() + kSizeStart, end, size);
-  if (error != std::errc() || stop == end || *stop != '-') return std::nullopt;
-  return size;
-}
+Failure nearlyFull() { return {Failure::Kind::kFull, "cannot be kept: the disk is nearly full"}; }
 
-// What makes two macros the same one, short enough for a file name.
-std::string keyOf(const MacroPlace& place) {
-  RecordText record;
-  record.set(place);
-  const std::uint64_t sum = contentCheck(record.text()).sum;
-  return format("%08x", static_cast<unsigned>(sum ^ (sum >> 32)));
-}
-
-// For people who look into the folder: the file's own name, as far as it is harmless.
-std::string hintOf(const MacroPlace& place) {
-  if (place.file.empty()) return "panel" + std::to_string(place.workplace) + "-macro" + place.number;
-  std::string hint = place.file.substr(place.file.find_last_of("\\/") + 1);
-  if (endsWithNoCase(hint, kMacroEnding)) hint.resize(hint.size() - std::string_view(kMacroEnding).size());
-  for (char& c : hint) {
-    const bool plain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    if (!plain) c = '_';
-  }
-  return hint.substr(0, kLongestHint);
+// However many ways lead to it.
+std::uint64_t lockNumber(const fs::path& file) {
+  std::error_code error;
+  const fs::path plain = fs::weakly_canonical(file, error);
+  return contentCheck((error ? file : plain).string()).sum | 1U;
 }
 
 Outcome writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sync sync) {
-  PendingFile file(path);
+  PendingFile file(path, kOwnFile);
   file.write(bytes);
   return file.commit(sync);
 }
@@ -94,177 +74,237 @@ Outcome writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sy
 }  // namespace
 
 MacroHistory::MacroHistory(const SiteRoot& root, Limits limits, Clock clock)
-    : root_(root), limits_(limits), clock_(std::move(clock)) {}
+    : root_(root), folder_(root.path() / kFolder), limits_(limits), clock_(std::move(clock)) {}
 
 MacroPlace MacroHistory::placeOfFile(std::string_view path) const {
   const fs::path host = root_.resolve(path);
   const std::string inside = host.lexically_relative(root_.path()).string();
-  const bool onDrive = inside.size() > 2 && inside[1] == '/' && inside[0] >= 'a' && inside[0] <= 'z';
-  if (!onDrive) return {host.string(), {}, 0, {}};
+  if (inside.size() < 3 || inside[1] != '/' || inside[0] < 'a' || inside[0] > 'z')
+    return {host.string(), {}, 0, {}};
   return {inside.substr(0, 1) + ":" + replaceAll(inside.substr(1), "/", "\\"), {}, 0, {}};
 }
 
-// Of an entry's file, as site path.
-std::string MacroHistory::site(const Entry& entry, const char* ending) {
-  return std::string(kFolder) + '\\' + entry.day + '\\' + entry.stem + ending;
-}
+bool MacroHistory::onDrive(const MacroPlace& place) { return place.file.size() > 1 && place.file[1] == ':'; }
 
-fs::path MacroHistory::host(const Entry& entry, const char* ending) const {
-  return root_.path() / kFolder / entry.day / (entry.stem + ending);
+fs::path MacroHistory::host(const HistoryEntry& entry, const char* ending) const {
+  return folder_ / entry.day / (entry.stem + ending);
 }
 
 void MacroHistory::load() {
   entries_.clear();
-  bytes_ = 0;
-  const std::string folder = std::string(kFolder) + '\\';
-  for (const std::string& day : listFolder(root_, kFolder)) {
-    if (!matches(day, kDayPattern)) continue;
-    for (const std::string& name : listFolder(root_, folder + day, kMacroEnding)) {
-      Entry entry{day, name.substr(0, name.size() - std::string_view(kMacroEnding).size()), 0};
-      const auto size = sizeIn(entry.stem);
-      if (!size) continue;
-      entry.size = *size;
-      bytes_ += entry.size;
-      entries_.push_back(std::move(entry));
+  if (!isOwnFolder(folder_)) return;
+  std::error_code error;
+  for (const fs::directory_entry& day : entriesOf(folder_)) {
+    const std::string dayName = day.path().filename().string();
+    if (!isHistoryDay(dayName) || !isOwnFolder(day.path())) continue;
+    for (const fs::directory_entry& file : entriesOf(day.path())) {
+      if (file.path().extension() != kMacroEnding) continue;
+      auto entry = HistoryEntry::parse(dayName, file.path().stem().string());
+      if (entry && fs::is_regular_file(file.symlink_status(error))) entries_.push_back(*std::move(entry));
     }
   }
-  if (!entries_.empty()) last_ = std::max(last_, timeOf(entries_.back().day, entries_.back().stem));
-  loaded_ = true;
-}
-
-bool MacroHistory::same(const Entry& entry, std::string_view bytes, const MacroPlace& place) const {
-  if (entry.size != bytes.size() || entry.stem.compare(kKeyStart, kKeyLength, keyOf(place)) != 0)
-    return false;
-  const KeptMacro kept = read(entry);
-  return kept.place == place && readFile(root_, kept.file) == bytes;
-}
-
-std::string MacroHistory::nextName(std::string& day) {
-  using namespace std::chrono;
-  std::int64_t now = duration_cast<milliseconds>(clock_().time_since_epoch()).count();
-  // Names of one moment would be one name.
-  if (now <= last_ && last_ - now < milliseconds(seconds(1)).count()) now = last_ + 1;
-  last_ = now;
-  const sys_time<milliseconds> moment{milliseconds(now)};
-  const auto date = floor<days>(moment);
-  const year_month_day calendar(date);
-  const hh_mm_ss time(moment - date);
-  day = format("%04d-%02u-%02u", static_cast<int>(calendar.year()), static_cast<unsigned>(calendar.month()),
-               static_cast<unsigned>(calendar.day()));
-  return format("%02d%02d%02d-%03d", static_cast<int>(time.hours().count()),
-                static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()),
-                static_cast<int>(time.subseconds().count()));
-}
-
-bool MacroHistory::store(std::string_view bytes, const MacroPlace& place, MacroChange change) {
-  if (bytes.size() > limits_.bytes / kShareOfOne) return false;
-  if (!loaded_) load();
-  const std::string key = keyOf(place);
-  const auto newest = std::find_if(entries_.rbegin(), entries_.rend(), [&key](const Entry& entry) {
-    return entry.stem.compare(kKeyStart, kKeyLength, key) == 0;
+  std::sort(entries_.begin(), entries_.end(), [](const HistoryEntry& a, const HistoryEntry& b) {
+    return std::tie(a.number, a.when, a.stem) < std::tie(b.number, b.when, b.stem);
   });
-  if (newest != entries_.rend() && same(*newest, bytes, place)) return true;
+}
 
-  Entry entry;
-  entry.stem = nextName(entry.day);
-  entry.stem += '-' + key + '-' + std::to_string(bytes.size()) + '-' + hintOf(place);
-  entry.size = bytes.size();
-  if (!makeFolder(root_, std::string(kFolder) + '\\' + entry.day)) return false;
+// What killed programs have left: unfinished files, and records that no macro has followed. While the history
+// is locked nobody else is about to finish one.
+void MacroHistory::removeLeftOvers() const {
+  std::error_code ignored;
+  for (const fs::directory_entry& day : entriesOf(folder_)) {
+    if (!isHistoryDay(day.path().filename().string()) || !isOwnFolder(day.path())) continue;
+    PendingFile::sweep(day.path().string());
+    for (const fs::directory_entry& file : entriesOf(day.path())) {
+      fs::path macro = file.path();
+      if (macro.extension() != kRecordEnding || fs::exists(macro.replace_extension(kMacroEnding), ignored))
+        continue;
+      if (HistoryEntry::parse(day.path().filename().string(), macro.stem().string()))
+        fs::remove(file.path(), ignored);
+    }
+    fs::remove(day.path(), ignored);  // an empty one
+  }
+}
+
+bool MacroHistory::same(const HistoryEntry& entry, std::string_view bytes, const MacroPlace& place) const {
+  if (entry.size != bytes.size()) return false;
+  const KeptMacro kept = read(entry);
+  return kept.place == place && readOwnFile(root_, kept.file) == bytes;
+}
+
+// Its moment is its own, since it is known by that.
+HistoryEntry MacroHistory::nextEntry(std::uint64_t size, const MacroPlace& place) {
+  auto when = std::chrono::duration_cast<milliseconds>(clock_().time_since_epoch()).count();
+  const auto isTaken = [&when](const HistoryEntry& entry) { return entry.when == when; };
+  while (std::any_of(entries_.begin(), entries_.end(), isTaken)) ++when;
+  const std::uint64_t newest = entries_.empty() ? 0 : entries_.back().number;
+  const auto last = static_cast<std::uint64_t>(std::max(0, parseInt(seen_)));
+  return {when, size, std::max(newest, last) + 1, place, !place.file.empty() && !onDrive(place)};
+}
+
+Outcome MacroHistory::writeEntry(const HistoryEntry& entry, std::string_view record, std::string_view bytes) {
+  if (auto made = makeOwnFolder(folder_ / entry.day); !made) return made;
+  const fs::path recordFile = host(entry, kRecordEnding);
+  if (auto written = writeWhole(recordFile, record, PendingFile::Sync::kFileOnly); !written) return written;
+  auto written = writeWhole(host(entry, kMacroEnding), bytes, PendingFile::Sync::kFileAndFolder);
+  std::error_code ignored;
+  if (!written && written.failure().kind != Failure::Kind::kUnflushed) fs::remove(recordFile, ignored);
+  return written;
+}
+
+Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, MacroChange change) {
+  if (bytes.size() > limits_.bytes / kShareOfOne)
+    return Failure{Failure::Kind::kTooLarge, "cannot be kept: it is too large"};
+  if (auto made = makeOwnFolder(folder_); !made) return made;
+  const auto lock = FileLock::take(folder_ / kLockFile, kHistoryLock, limits_.patience);
+  if (!lock) return lock.failure();
+  // Another program may have kept something since, and a first look is needed, too.
+  if (std::string text = lock->text(); text.empty() || text != seen_) {
+    if (seen_.empty()) removeLeftOvers();
+    load();
+    seen_ = std::move(text);
+  }
+  const std::string key = historyKey(place);
+  const auto newest = std::find_if(entries_.rbegin(), entries_.rend(),
+                                   [&key](const HistoryEntry& entry) { return entry.key() == key; });
+  if (newest != entries_.rend() && same(*newest, bytes, place)) return {};
+  if (auto left = leaveReserve(bytes.size()); !left) return left;
+
+  const HistoryEntry entry = nextEntry(bytes.size(), place);
+  // First, since a number that nobody uses does no harm.
+  const std::string text = std::to_string(entry.number);
+  if (auto counted = lock->setText(text); !counted) return counted;
+  seen_ = text;
   RecordText record;
   record.set(place);
   record.set(kChange, changeWord(change));
-  record.set(kName, macroNameNear(bytes));
-  if (!writeWhole(host(entry, kRecordEnding), record.text(), PendingFile::Sync::kFileOnly)) return false;
-  if (!writeWhole(host(entry, kMacroEnding), bytes, PendingFile::Sync::kFileAndFolder)) {
-    std::error_code ignored;
-    fs::remove(host(entry, kRecordEnding), ignored);
-    return false;
+  record.set(kName, macroNameIn(bytes));
+  auto written = writeEntry(entry, record.text(), bytes);
+  if (!written && written.failure().kind != Failure::Kind::kUnflushed) return written;
+  entries_.push_back(entry);
+  makeRoom(entry.outsideRoot);
+  return written;
+}
+
+// The history gives way to what people want to save: first by what it can spare, then by not growing.
+Outcome MacroHistory::leaveReserve(std::uint64_t size) {
+  while (freeBytes(folder_) < limits_.reserve + size) {
+    auto spare = nextToGo(entries_, true, true);
+    if (!spare) spare = nextToGo(entries_, false, true);
+    if (!spare) return nearlyFull();
+    drop(*spare);
   }
-  bytes_ += entry.size;
-  entries_.push_back(std::move(entry));
-  makeRoom();
-  return true;
+  return {};
 }
 
-void MacroHistory::makeRoom() {
-  while (entries_.size() > limits_.macros || (bytes_ > limits_.bytes && entries_.size() > 1)) dropOldest();
+void MacroHistory::makeRoom(bool outsideRoot) {
+  const auto isCounted = [outsideRoot](const HistoryEntry& entry) {
+    return entry.outsideRoot == outsideRoot;
+  };
+  auto count = static_cast<std::size_t>(std::count_if(entries_.begin(), entries_.end(), isCounted));
+  std::uint64_t bytes = 0;
+  for (const HistoryEntry& entry : entries_) bytes += isCounted(entry) ? entry.size : 0;
+  while (count > limits_.macros || bytes > limits_.bytes) {
+    const auto next = nextToGo(entries_, outsideRoot, false);
+    if (!next) return;
+    --count;
+    bytes -= entries_[*next].size;
+    drop(*next);
+  }
 }
 
-void MacroHistory::dropOldest() {
-  const Entry oldest = entries_.front();
-  entries_.pop_front();
-  bytes_ -= std::min(bytes_, oldest.size);
+void MacroHistory::drop(std::size_t index) {
+  const HistoryEntry dropped = entries_[index];
+  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
   std::error_code ignored;
-  fs::remove(host(oldest, kMacroEnding), ignored);
-  fs::remove(host(oldest, kRecordEnding), ignored);
-  // Fails, and is to fail, while anything is left in it.
-  if (entries_.empty() || entries_.front().day != oldest.day)
-    fs::remove(root_.path() / kFolder / oldest.day, ignored);
+  fs::remove(host(dropped, kMacroEnding), ignored);
+  fs::remove(host(dropped, kRecordEnding), ignored);
+  fs::remove(folder_ / dropped.day, ignored);  // fails, and is to fail, while anything is left in it
 }
 
-bool MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
+void MacroHistory::noteFailure(const Failure& failure) {
   const std::scoped_lock guard(mutex_);
-  try {
-    if (store(bytes, place.file.empty() ? place : placeOfFile(place.file), change)) return true;
-  } catch (const std::exception&) {
-    // No memory, or a file system that answers out of order: what was to be done goes on without.
-  }
-  failed_ = true;
-  return false;
+  failure_ = failure;
 }
 
-bool MacroHistory::keepFile(std::string_view path, MacroChange change) {
-  if (!isRegularFile(root_, path)) return true;
+Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
+  const std::scoped_lock guard(mutex_);
+  auto stored = [&]() -> Outcome {
+    try {
+      return store(bytes, place.file.empty() ? place : placeOfFile(place.file), change);
+    } catch (const std::bad_alloc&) {
+      return systemFailure(ENOMEM, "kept");
+    } catch (const std::exception& problem) {  // a file system that answers out of order
+      return Failure{Failure::Kind::kDiskError, std::string("cannot be kept: ") + problem.what()};
+    }
+  }();
+  if (!stored) failure_ = stored.failure();
+  return stored;
+}
+
+Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
+  if (!isRegularFile(root_, path)) return {};
   const auto bytes = readFile(root_, path, limits_.bytes / kShareOfOne);
   if (bytes) return keep(*bytes, {std::string(path), {}, 0, {}}, change);
-  notFetched();
-  return false;
+  noteFailure(bytes.failure());
+  return bytes.failure();
 }
 
-std::string MacroHistory::fetchFile() {
-  const std::scoped_lock guard(mutex_);
-  if (!makeFolder(root_, kFolder)) return {};
-  const fs::path folder = root_.path() / kFolder;
-  std::error_code error;
-  for (const std::string& name : listFolder(root_, kFolder, kMacroEnding)) {
-    if (name.rfind(kFetchBeginning, 0) != 0) continue;
-    const auto written = fs::last_write_time(folder / name, error);
-    if (!error && fs::file_time_type::clock::now() - written > kFetchLeftOver)
-      fs::remove(folder / name, error);
+FileChange MacroHistory::lock(std::string_view path) {
+  FileChange begun;
+  const fs::path file = root_.resolve(path);
+  if (!file.empty() && makeOwnFolder(folder_)) {
+    auto lock = FileLock::take(folder_ / kLockFile, lockNumber(file), limits_.patience);
+    if (lock)
+      begun.lock_.emplace(*std::move(lock));
+    else if (lock.failure().kind == Failure::Kind::kChanged)
+      begun.locked = lock.failure();
   }
-  const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-  return folder / format("%s%llx-%x%s", kFetchBeginning, static_cast<unsigned long long>(now), ++fetches_,
-                         kMacroEnding);
+  return begun;
 }
 
-void MacroHistory::keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) {
-  const std::string fetched = std::string(kFolder) + '\\' + fs::path(hostPath).filename().string();
-  const auto bytes = readFile(root_, fetched, limits_.bytes / kShareOfOne);
+FileChange MacroHistory::begin(std::string_view path, MacroChange change) {
+  FileChange begun = lock(path);
+  begun.kept = keepFile(path, change);
+  return begun;
+}
+
+Expected<std::string> MacroHistory::fetchFile() {
+  if (auto made = makeOwnFolder(folder_); !made) return made.failure();
+  if (freeBytes(folder_) < limits_.reserve) return nearlyFull();
+  std::error_code error;
+  for (const fs::directory_entry& file : entriesOf(folder_)) {
+    if (!file.path().filename().string().starts_with(kFetchBeginning)) continue;
+    const auto written = file.last_write_time(error);
+    if (!error && fs::file_time_type::clock::now() - written > kFetchLeftOver) fs::remove(file.path(), error);
+  }
+  // A name that nobody foresees.
+  std::random_device random;
+  return (folder_ / format("%s%08x%08x%s", kFetchBeginning, random(), random(), kMacroEnding)).string();
+}
+
+Outcome MacroHistory::keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) {
+  const auto bytes = readOwnFile(root_, hostPath, limits_.bytes / kShareOfOne);
   std::error_code ignored;
   fs::remove(hostPath, ignored);
-  if (bytes)
-    keep(*bytes, place, change);
-  else
-    notFetched();
+  if (bytes) return keep(*bytes, place, change);
+  noteFailure(bytes.failure());
+  return bytes.failure();
 }
 
-void MacroHistory::notFetched() {
+std::optional<Failure> MacroHistory::takeFailure() {
   const std::scoped_lock guard(mutex_);
-  failed_ = true;
+  return std::exchange(failure_, std::nullopt);
 }
 
-bool MacroHistory::takeFailure() {
-  const std::scoped_lock guard(mutex_);
-  return std::exchange(failed_, false);
-}
-
-KeptMacro MacroHistory::read(const Entry& entry) const {
+KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
+  const std::string file = std::string(kFolder) + '\\' + entry.day + '\\' + entry.stem;
   KeptMacro kept;
-  kept.id = entry.day + '/' + entry.stem.substr(0, kTimePattern.size());
-  kept.when = timeOf(entry.day, entry.stem);
+  kept.id = entry.id();
+  kept.when = entry.when;
   kept.size = entry.size;
-  kept.file = site(entry, kMacroEnding);
-  const auto text = readFile(root_, site(entry, kRecordEnding), kLargestRecord);
+  kept.file = file + kMacroEnding;
+  const auto text = readOwnFile(root_, file + kRecordEnding, kLargestRecord);
   const auto record = text ? RecordText::parse(*text) : std::nullopt;
   if (!record) return kept;
   kept.place = record->place();
@@ -286,16 +326,24 @@ std::optional<KeptMacro> MacroHistory::find(std::string_view id) {
   const std::scoped_lock guard(mutex_);
   load();
   for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry)
-    if (entry->day + '/' + entry->stem.substr(0, kTimePattern.size()) == id) return read(*entry);
+    if (entry->id() == id) return read(*entry);
   return std::nullopt;
 }
 
-bool MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {
+bool MacroHistory::isOfSite(const KeptMacro& macro) const {
+  if (!macro.place || macro.place->file.empty() || !onDrive(placeOfFile(macro.place->file))) return false;
+  std::error_code error;
+  const fs::path site = fs::weakly_canonical(root_.path(), error);
+  const fs::path file = error ? fs::path() : fs::weakly_canonical(root_.resolve(macro.place->file), error);
+  return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
+}
+
+Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {
   // Read first: keeping what is there now may be what drives this one out.
-  const auto bytes = readFile(root_, macro.file);
-  if (!bytes) return false;
-  keepFile(path, MacroChange::kPutBack);
-  return writeFile(root_, path, *bytes).done();
+  const auto bytes = readOwnFile(root_, macro.file);
+  if (!bytes) return bytes.failure();
+  const FileChange begun = begin(path, MacroChange::kPutBack);
+  return begun.locked ? writeFile(root_, path, *bytes) : begun.locked;
 }
 
 }  // namespace tessaly

@@ -11,7 +11,9 @@
 #include <string_view>
 #include <vector>
 
+#include "model/HistoryEntry.h"
 #include "model/KeptMacro.h"
+#include "platform/FileLock.h"
 #include "platform/MacroKeeper.h"
 #include "platform/SiteRoot.h"
 
@@ -19,71 +21,97 @@ namespace tessaly {
 
 inline constexpr std::size_t kMostKeptMacros = 2000;
 inline constexpr std::uint64_t kMostKeptBytes = std::uint64_t{256} * 1024 * 1024;
+inline constexpr std::uint64_t kDiskReserve = std::uint64_t{16} * 1024 * 1024;
+
+// A file of the site that is about to be changed. As long as the object lives nobody else who asks like this,
+// in whatever program, changes the file, so that reading, keeping and writing are one step.
+class FileChange {
+ public:
+  // Not done (`kChanged`): somebody else was changing the file all the time that was waited. Where there can
+  // be no locks, nobody is waited for.
+  Outcome locked;
+  // Not done: there is old content, and it could not be kept.
+  Outcome kept;
+
+ private:
+  friend class MacroHistory;
+  std::optional<FileLock> lock_;
+};
 
 // Keeps what macros held before this program overwrites or deletes them: in dated folders under the root,
-// beside the drives, the oldest going first when there are too many (docs/history-format.md). Keeping is an
-// extra: a failure never stops what was to be done. Identical versions of one macro in a row are kept once.
-// Blocking, any thread. The window and the command-line twin may use one root at a time; each counts by what
-// it found.
+// beside the drives (docs/history-format.md). Keeping is an extra: a failure never stops what was to be done.
+// Identical versions of one macro in a row are kept once. When there are too many, the macro with the most
+// versions gives one, so that none drives out the last ones of another. Blocking, any thread, any number of
+// programs on one root.
 class MacroHistory : public MacroKeeper {
  public:
+  // Those of the macros of the root and the panels; files elsewhere are counted apart by the same.
   struct Limits {
     std::size_t macros = kMostKeptMacros;
     std::uint64_t bytes = kMostKeptBytes;  // a quarter of it is the largest macro that is kept
+    std::uint64_t reserve = kDiskReserve;  // bytes of the disk that are left to others
+    std::chrono::milliseconds patience{
+        500};  // with another program, once for a file and once for the history
   };
   using Clock = std::function<std::chrono::system_clock::time_point()>;
 
   // Observes the root. Touches nothing before the first use.
-  explicit MacroHistory(const SiteRoot& root, Limits limits = {kMostKeptMacros, kMostKeptBytes},
-                        Clock clock = &std::chrono::system_clock::now);
+  explicit MacroHistory(const SiteRoot& root) : MacroHistory(root, Limits()) {}
+  MacroHistory(const SiteRoot& root, Limits limits, Clock clock = &std::chrono::system_clock::now);
 
-  // False when there is a file of the site that could not be kept. No file is nothing to keep.
-  bool keepFile(std::string_view path, MacroChange change);
-  bool keep(std::string_view bytes, const MacroPlace& place, MacroChange change);
+  // Before a file of the site is overwritten, changed or deleted: locks it and keeps it. Hold the result
+  // until that is done.
+  [[nodiscard]] FileChange begin(std::string_view path, MacroChange change);
+  // The same for what is not kept, or only once it is known that it will be changed.
+  [[nodiscard]] FileChange lock(std::string_view path);
 
-  [[nodiscard]] std::string fetchFile() override;
-  void keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) override;
-  void notFetched() override;
+  // Not done when there is a file of the site that could not be kept. No file is nothing to keep.
+  Outcome keepFile(std::string_view path, MacroChange change);
+  Outcome keep(std::string_view bytes, const MacroPlace& place, MacroChange change);
 
-  // True when something could not be kept since the last call.
-  [[nodiscard]] bool takeFailure();
+  [[nodiscard]] Expected<std::string> fetchFile() override;
+  Outcome keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) override;
+  void notFetched(const Failure& why) override { noteFailure(why); }
+
+  // Why something could not be kept since the last call: the last one.
+  [[nodiscard]] std::optional<Failure> takeFailure();
 
   // Newest first, as the folder is now.
   [[nodiscard]] std::vector<KeptMacro> list();
   // By its id; nothing when it is not there.
   [[nodiscard]] std::optional<KeptMacro> find(std::string_view id);
-  // Writes a kept macro over a file of the site, whose present content is kept. False when not written.
-  [[nodiscard]] bool putBack(const KeptMacro& macro, std::string_view path);
+
+  // Whether it came from a file on a drive of the root, and no link leads out from there. A record is a file
+  // that anyone may have written: what it says decides nothing outside the site.
+  [[nodiscard]] bool isOfSite(const KeptMacro& macro) const;
+  // Writes a kept macro over a file of the site, whose present content is kept.
+  Outcome putBack(const KeptMacro& macro, std::string_view path);
 
  private:
-  struct Entry {
-    std::string day;   // "2026-11-24"
-    std::string stem;  // "175644-123-9f3a1c20-4711-macro007"
-    std::uint64_t size;
-  };
-
   // The one spelling of a file's path, however it was given.
   [[nodiscard]] MacroPlace placeOfFile(std::string_view path) const;
+  [[nodiscard]] static bool onDrive(const MacroPlace& place);
   void load();
-  bool store(std::string_view bytes, const MacroPlace& place, MacroChange change);
-  [[nodiscard]] bool same(const Entry& entry, std::string_view bytes, const MacroPlace& place) const;
-  void makeRoom();
-  void dropOldest();
-  [[nodiscard]] std::string nextName(std::string& day);
-  [[nodiscard]] static std::string site(const Entry& entry, const char* ending);
-  [[nodiscard]] std::filesystem::path host(const Entry& entry, const char* ending) const;
-  [[nodiscard]] KeptMacro read(const Entry& entry) const;
+  void removeLeftOvers() const;
+  Outcome store(std::string_view bytes, const MacroPlace& place, MacroChange change);
+  [[nodiscard]] HistoryEntry nextEntry(std::uint64_t size, const MacroPlace& place);
+  Outcome writeEntry(const HistoryEntry& entry, std::string_view record, std::string_view bytes);
+  [[nodiscard]] bool same(const HistoryEntry& entry, std::string_view bytes, const MacroPlace& place) const;
+  Outcome leaveReserve(std::uint64_t size);
+  void makeRoom(bool outsideRoot);
+  void drop(std::size_t index);
+  [[nodiscard]] std::filesystem::path host(const HistoryEntry& entry, const char* ending) const;
+  [[nodiscard]] KeptMacro read(const HistoryEntry& entry) const;
+  void noteFailure(const Failure& failure);
 
   const SiteRoot& root_;
+  std::filesystem::path folder_;
   Limits limits_;
   Clock clock_;
   std::mutex mutex_;  // over what follows
-  bool loaded_ = false;
-  bool failed_ = false;
-  std::deque<Entry> entries_;  // oldest first
-  std::uint64_t bytes_ = 0;
-  std::int64_t last_ = 0;  // when the newest was kept
-  unsigned fetches_ = 0;
+  std::optional<Failure> failure_;
+  std::deque<HistoryEntry> entries_;  // oldest first
+  std::string seen_;                  // the lock file's text when the entries were last known to be all
 };
 
 }  // namespace tessaly

@@ -4,6 +4,9 @@
 #include <array>
 #include <cstddef>
 
+#include "model/MacroTree.h"
+#include "platform/XmlFile.h"
+
 namespace tessaly {
 
 namespace {
@@ -25,7 +28,7 @@ class PlainDocument {
  public:
   explicit PlainDocument(std::string_view bytes) : rest_(bytes) {}
 
-  std::optional<std::string> name() {
+  std::optional<std::string_view> name() {
     skipSpace();
     // What a declaration says of the encoding decides how letters beyond ASCII are read.
     if (rest_.substr(0, kDeclarationStart.size()) == kDeclarationStart && !skipDeclaration())
@@ -36,7 +39,7 @@ class PlainDocument {
     } while (depth_ > 0);
     skipSpace();
     if (!rest_.empty() || !name_) return std::nullopt;
-    return std::string(*name_);
+    return name_;
   }
 
  private:
@@ -128,6 +131,18 @@ class PlainDocument {
 
 }  // namespace
 
-std::optional<std::string> scanMacroName(std::string_view bytes) { return PlainDocument(bytes).name(); }
+std::optional<std::string> scanMacroName(std::string_view bytes) {
+  const std::optional<std::string_view> name = PlainDocument(bytes).name();
+  if (!name) return std::nullopt;
+  return textOf(*name, XmlEncoding::kUndeclared);  // one that declares an encoding holds ASCII only
+}
+
+std::string macroNameIn(std::string_view bytes) {
+  if (auto name = scanMacroName(bytes)) return *std::move(name);
+  XmlDocument document;
+  if (!parseXml(std::string(bytes), document)) return {};
+  const TiXmlElement* const macro = namedMacro(document);
+  return macro ? macroNameOf(document, *macro) : std::string();
+}
 
 }  // namespace tessaly

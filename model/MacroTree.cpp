@@ -1,10 +1,7 @@
 #include "model/MacroTree.h"
 
 #include <memory>
-#include <string_view>
 #include <utility>
-
-#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -29,41 +26,31 @@ constexpr std::pair<std::string_view, std::string MacroCommand::*> kFields[] = {
     {kModule, &MacroCommand::module},
     {kWidget, &MacroCommand::widget}};
 
-// Decided as the parser decides it: a declaration that names no encoding means UTF-8 too.
-bool holdsUtf8(const TiXmlDocument& document) {
-  for (const TiXmlNode* node = document.FirstChild(); node; node = node->NextSibling()) {
-    if (const TiXmlDeclaration* declaration = node->ToDeclaration()) {
-      const std::string_view encoding = declaration->Encoding();
-      return encoding.empty() || equalNoCase(encoding, "UTF-8") || equalNoCase(encoding, "UTF8");
-    }
-  }
-  return false;
-}
-
 std::size_t countOf(const TiXmlElement& parent, const char* name) {
   std::size_t count = 0;
   for (auto* child = parent.FirstChildElement(name); child; child = child->NextSiblingElement(name)) ++count;
   return count;
 }
 
-void readParameter(const TiXmlElement& element, MacroParameter& parameter) {
+void readParameter(const XmlDocument& document, const TiXmlElement& element, MacroParameter& parameter) {
+  parameter.hasValue = false;
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
     const std::string_view name = attribute->NameTStr();
     if (name == kName) {
-      parameter.name = attribute->ValueStr();
+      parameter.name = document.text(attribute->ValueStr());
     } else if (name == kValue) {
-      parameter.value = attribute->ValueStr();
+      parameter.value = document.text(attribute->ValueStr());
+      parameter.hasValue = true;
     }
   }
-  parameter.shownValue = parameter.value;
 }
 
-void readCommand(const TiXmlElement& element, MacroCommand& command) {
+void readCommand(const XmlDocument& document, const TiXmlElement& element, MacroCommand& command) {
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
     const std::string_view attributeName = attribute->NameTStr();
     for (const auto& [name, field] : kFields) {
       if (attributeName == name) {
-        command.*field = attribute->ValueStr();
+        command.*field = document.text(attribute->ValueStr());
         break;
       }
     }
@@ -71,39 +58,39 @@ void readCommand(const TiXmlElement& element, MacroCommand& command) {
   command.parameters.reserve(countOf(element, kParameter));
   for (const TiXmlElement* child = element.FirstChildElement(kParameter); child;
        child = child->NextSiblingElement(kParameter)) {
-    readParameter(*child, command.parameters.emplace_back());
+    readParameter(document, *child, command.parameters.emplace_back());
   }
 }
 
-// Texts go in as C strings: a NUL in the file would make it unreadable.
-std::unique_ptr<TiXmlElement> buildCommand(const CommandDraft& draft, int workplace) {
-  auto command = std::make_unique<TiXmlElement>(kCommand);
-  command->SetAttribute(kFid, draft.fid.c_str());
-  command->SetAttribute(kWorkplace, workplace);
-  command->SetAttribute(kGroup, "0");
-  command->SetAttribute(kModule, "0");
-  command->SetAttribute(kWidget, "0");
+Outcome setText(const XmlDocument& document, TiXmlElement& element, const char* attribute,
+                std::string_view text) {
+  const Expected<std::string> spelling = document.spelling(text);
+  if (!spelling) return spelling.failure();
+  element.SetAttribute(attribute, spelling->c_str());
+  return {};
+}
+
+Outcome addParameter(const XmlDocument& document, TiXmlElement& command,
+                     const CommandDraft::Parameter& parameter) {
+  if (parameter.optional && parameter.value.empty()) return {};
+  auto element = std::make_unique<TiXmlElement>(kParameter);
+  Outcome set = setText(document, *element, kName, parameter.name);
+  if (set) set = setText(document, *element, kValue, parameter.value);
+  if (set) command.LinkEndChild(element.release());
+  return set;
+}
+
+Outcome fillCommand(const XmlDocument& document, TiXmlElement& command, const CommandDraft& draft,
+                    int workplace) {
+  Outcome filled = setText(document, command, kFid, draft.fid);
+  command.SetAttribute(kWorkplace, workplace);
+  command.SetAttribute(kGroup, "0");
+  command.SetAttribute(kModule, "0");
+  command.SetAttribute(kWidget, "0");
   for (const CommandDraft::Parameter& parameter : draft.parameters) {
-    if (parameter.optional && parameter.value.empty()) continue;
-    auto element = std::make_unique<TiXmlElement>(kParameter);
-    element->SetAttribute(kName, parameter.name.c_str());
-    element->SetAttribute(kValue, parameter.value.c_str());
-    command->LinkEndChild(element.release());
+    if (filled) filled = addParameter(document, command, parameter);
   }
-  return command;
-}
-
-// The `cmd` to insert before; null to append.
-TiXmlElement* insertionPoint(TiXmlElement& data, int position, InsertMode mode) {
-  switch (mode) {
-    case InsertMode::kAtStart:
-      return commandElement(data, 0);
-    case InsertMode::kAtPosition:
-      return commandElement(data, position);
-    case InsertMode::kAppend:
-      return nullptr;
-  }
-  return nullptr;
+  return filled;
 }
 
 TiXmlElement* parameterWithValue(TiXmlElement& command) {
@@ -116,32 +103,32 @@ TiXmlElement* parameterWithValue(TiXmlElement& command) {
 
 }  // namespace
 
-TiXmlElement* namedMacro(TiXmlDocument& document) {
+TiXmlElement* namedMacro(XmlDocument& document) {
   TiXmlElement* macro = document.FirstChildElement(kMacro);
   while (macro && !macro->Attribute(kName)) macro = macro->NextSiblingElement(kMacro);
   return macro;
 }
 
-const char* macroNameOf(const TiXmlElement& macro) { return macro.Attribute(kName); }
-
-void setMacroName(TiXmlDocument& document, TiXmlElement& macro, const std::string& name) {
-  const std::string stored = holdsUtf8(document) ? name : utf8ToWindows1252(name);
-  macro.SetAttribute(kName, stored.c_str());
+std::string macroNameOf(const XmlDocument& document, const TiXmlElement& macro) {
+  return document.text(macro.Attribute(kName));
 }
 
-TiXmlElement* macroData(TiXmlDocument& document) {
+Outcome setMacroName(const XmlDocument& document, TiXmlElement& macro, std::string_view name) {
+  return setText(document, macro, kName, name);
+}
+
+TiXmlElement* macroData(XmlDocument& document) {
   TiXmlElement* macro = document.FirstChildElement(kMacro);
   return macro ? macro->FirstChildElement(kData) : nullptr;
 }
 
-MacroCommands takeCommands(TiXmlElement& data, bool fresh) {
+MacroCommands takeCommands(const XmlDocument& document, TiXmlElement& data) {
   MacroCommands commands;
   commands.reserve(countOf(data, kCommand));
   TiXmlElement* element = data.FirstChildElement(kCommand);
   while (element) {
     MacroCommand& command = commands.emplace_back();
-    readCommand(*element, command);
-    command.firstMarker = !fresh;
+    readCommand(document, *element, command);
     TiXmlElement* const next = element->NextSiblingElement(kCommand);
     data.RemoveChild(element);
     element = next;
@@ -164,25 +151,39 @@ TiXmlElement* commandElement(TiXmlElement& data, int number) {
   return command;
 }
 
-bool placeCommand(TiXmlElement& data, int position, const CommandDraft& draft, int workplace,
-                  InsertMode mode) {
-  std::unique_ptr<TiXmlElement> command = buildCommand(draft, workplace);
-  if (TiXmlElement* before = insertionPoint(data, position, mode)) {
-    return data.InsertBeforeChild(before, *command) != nullptr;
+TiXmlElement* insertionPoint(TiXmlElement& data, int position, InsertMode mode) {
+  switch (mode) {
+    case InsertMode::kAtStart:
+      return commandElement(data, 0);
+    case InsertMode::kAtPosition:
+      return commandElement(data, position);
+    case InsertMode::kAppend:
+      return nullptr;
   }
-  return data.LinkEndChild(command.release()) != nullptr;
+  return nullptr;
+}
+
+Outcome placeBefore(const XmlDocument& document, TiXmlElement& data, TiXmlElement* before,
+                    const CommandDraft& draft, int workplace) {
+  auto command = std::make_unique<TiXmlElement>(kCommand);
+  Outcome filled = fillCommand(document, *command, draft, workplace);
+  if (!filled) return filled;
+  if (before) {
+    data.InsertBeforeChild(before, *command);
+  } else {
+    data.LinkEndChild(command.release());
+  }
+  return {};
 }
 
 // Only the first parameter with a value is ever changed, whatever its name, and a command without one passes
 // the value on to the next: deliberate, the value update relies on it.
-bool setValueFrom(TiXmlElement* command, const std::string& value) {
+Outcome setValueFrom(const XmlDocument& document, TiXmlElement* command, std::string_view value) {
   for (; command; command = command->NextSiblingElement(kCommand)) {
-    if (TiXmlElement* parameter = parameterWithValue(*command)) {
-      parameter->SetAttribute(kValue, value.c_str());
-      return true;
-    }
+    if (TiXmlElement* parameter = parameterWithValue(*command))
+      return setText(document, *parameter, kValue, value);
   }
-  return false;
+  return Failure{Failure::Kind::kNothingTaken, "no parameter took the value"};
 }
 
 }  // namespace tessaly

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -69,13 +70,14 @@ bool readSettings(const SiteRoot& root, Settings& settings) {
   if (!bytes) return false;
   SettingsReader reader(*bytes);
   if (!reader.readSigned(settings.format) || !reader.readSigned(settings.frameRate)) return true;
+  if (settings.frameRate != kFrameRate60Hz) settings.frameRate = kFrameRate50Hz;
   for (std::string* text : textsOf(settings)) {
     if (!reader.readText(*text)) break;
   }
   return true;
 }
 
-bool writeSettings(const SiteRoot& root, const Settings& settings) {
+Outcome writeSettings(const SiteRoot& root, const Settings& settings) {
   std::string bytes;
   appendInteger(bytes, static_cast<std::uint32_t>(settings.format));
   appendInteger(bytes, static_cast<std::uint32_t>(settings.frameRate));
@@ -84,7 +86,11 @@ bool writeSettings(const SiteRoot& root, const Settings& settings) {
     bytes += *text;
     bytes.append(kBytesAfterText, '\0');
   }
-  return writeFile(root, kSettingsFile, bytes).done();
+  return writeFile(root, kSettingsFile, bytes);
+}
+
+bool settingsHold(std::string_view utf8) {
+  return utf8.find('\0') == utf8.npos && windows1252ToUtf8(utf8ToWindows1252(utf8)) == utf8;
 }
 
 std::string derivedPath(std::string_view stored) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -29,11 +30,14 @@ struct Settings {
 [[nodiscard]] Settings defaultSettings();
 
 // False when the file cannot be opened; the defaults are then taken. A short or damaged file counts as read:
-// what it does not reach keeps its default.
+// what it does not reach keeps its default, and a frame rate that there is not is 25.
 bool readSettings(const SiteRoot& root, Settings& settings);
 
 // Writes the file whole or leaves the old one. The folder must exist.
-[[nodiscard]] bool writeSettings(const SiteRoot& root, const Settings& settings);
+Outcome writeSettings(const SiteRoot& root, const Settings& settings);
+
+// True when every character of `utf8` has a place in a text of the file.
+[[nodiscard]] bool settingsHold(std::string_view utf8);
 
 // A pane's working path: the stored one with "\" at its end, unless it is empty.
 [[nodiscard]] std::string derivedPath(std::string_view stored);

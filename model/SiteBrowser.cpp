@@ -108,7 +108,7 @@ bool readNameLine(const SiteRoot& root, std::string_view path, std::string& name
   const std::size_t mark = bytes->find(kNameMark);
   if (mark == std::string::npos) return false;
   const std::size_t begin = mark + kNameMark.size();
-  name = bytes->substr(begin, std::min(bytes->find('\n', begin), bytes->size()) - begin);
+  name = displayUtf8(bytes->substr(begin, std::min(bytes->find('\n', begin), bytes->size()) - begin));
   return true;
 }
 

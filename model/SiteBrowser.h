@@ -8,8 +8,8 @@
 
 // What the lists of a pane show of the applications on disk. A pane's path ends in "\" and holds a folder for
 // each application, with a "devices.ini" that names its control panels. Missing files and folders give empty
-// lists and are never reported. Texts are bytes as the disk gives them. A name that is not one plain path
-// component names nothing: it is left out, and the folder builders give the empty path for it.
+// lists and are never reported. Texts but the names of macros are bytes of the disk. A name that is no plain
+// path component names nothing: it is left out, and the folder builders give the empty path for it.
 namespace tessaly {
 
 inline constexpr int kMacroNumbers = 1000;  // 0 to 999
@@ -27,7 +27,7 @@ struct PanelEntry {
 struct MacroRow {
   std::string numberText;  // as the file name has it, three characters (key files two), fewer in a short name
   int number = -1;         // 0 to 999 (key files 95), -1 when the text is no such number
-  std::string name;        // "???" when it cannot be read
+  std::string name;        // UTF-8; "???" when it cannot be read
 
   // The name as it is shown: a carriage return of a key file stays in `name` alone.
   [[nodiscard]] std::string shownName() const {

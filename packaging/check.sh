@@ -3,7 +3,7 @@
 # programs run, removed, and nothing left of it. Arguments: none. The package stays in build/package.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-exec 9>/tmp/tessaly-package.lock  # one check at a time on a machine
+exec 9</usr/bin/dpkg  # one check at a time on a machine; a lock needs no file of its own
 flock 9
 . tools/packages.sh
 install_missing "${build_packages[@]}" "${run_packages[@]}" "${package_check_packages[@]}"

@@ -1,16 +1,15 @@
 #include "panelsim/CurrentValues.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 
 #include "platform/Text.h"
+#include "values/Destination.h"
 #include "values/Timecode.h"
 
 namespace tessaly {
 namespace {
 
-constexpr std::array<std::string_view, 5> kDestinations = {"QMF1", "QMF2", "QMF3", "QMF4", "PANEL"};
 constexpr std::uint64_t kFloatSteps = 1000;
 constexpr std::uint64_t kInputs = 96;
 constexpr const char* kWithoutParameter = "0";
@@ -44,16 +43,36 @@ std::string timecodeValue(std::uint64_t chance) {
   return Timecode{.hours = part(24), .minutes = part(60), .seconds = part(60), .frames = part(25)}.stored();
 }
 
+std::string valueOf(const EnumParameter& parameter, std::uint64_t chance) {
+  const auto& values = parameter.values;
+  return values.empty() ? kWithoutParameter : values[chance % values.size()].value;
+}
+std::string valueOf(const IntegerParameter& parameter, std::uint64_t chance) {
+  return integerValue(parameter, chance);
+}
+std::string valueOf(const FloatParameter& parameter, std::uint64_t chance) {
+  return floatValue(parameter, chance);
+}
+std::string valueOf(const InputParameter&, std::uint64_t chance) {
+  return std::to_string(1 + chance % kInputs);
+}
+std::string valueOf(const TimecodeParameter&, std::uint64_t chance) { return timecodeValue(chance); }
+
+// Of the first mandatory parameter, else of the first optional one.
 std::string valueFor(const FunctionTemplate& function, std::uint64_t chance) {
-  if (!function.enums.empty()) {
-    const auto& values = function.enums.front().values;
-    return values.empty() ? kWithoutParameter : values[chance % values.size()].value;
+  std::optional<std::string> value;
+  const auto look = [&](const auto& parameters, bool optional) {
+    for (const auto& parameter : parameters)
+      if (!value && parameter.optional == optional) value = valueOf(parameter, chance);
+  };
+  for (const bool optional : {false, true}) {
+    look(function.enums, optional);
+    look(function.integers, optional);
+    look(function.floats, optional);
+    look(function.inputs, optional);
+    look(function.timecodes, optional);
   }
-  if (!function.integers.empty()) return integerValue(function.integers.front(), chance);
-  if (!function.floats.empty()) return floatValue(function.floats.front(), chance);
-  if (!function.inputs.empty()) return std::to_string(1 + chance % kInputs);
-  if (!function.timecodes.empty()) return timecodeValue(chance);
-  return kWithoutParameter;
+  return value.value_or(kWithoutParameter);
 }
 
 }  // namespace
@@ -62,9 +81,7 @@ std::optional<std::string> CurrentValues::of(const std::string& name) const {
   if (const auto found = values_.find(name); found != values_.end()) return found->second;
   const std::size_t dot = name.find('.');
   if (dot == std::string::npos) return std::nullopt;
-  const std::string_view destination = std::string_view(name).substr(0, dot);
-  if (std::find(kDestinations.begin(), kDestinations.end(), destination) == kDestinations.end())
-    return std::nullopt;
+  if (!Destination::named(std::string_view(name).substr(0, dot))) return std::nullopt;
   const std::string_view sid = std::string_view(name).substr(dot + 1);
   if (sid.empty()) return std::nullopt;
   const auto function = dictionary_.findBySid(sid);

@@ -10,8 +10,9 @@
 namespace tessaly {
 
 // What a function of the panel stands at. Every value name of the dictionary, with a destination before it
-// ("QMF1." to "QMF4.", "PANEL."), has a value within the range of the function's first parameter, in the form
-// that a macro stores; it follows from the name alone and so is the same in every run. One thread at a time.
+// ("QMF1." to "QMF4.", "PANEL."), has a value within the range of the function's first mandatory parameter
+// (else its first one), in the form that a macro stores; it follows from the name alone and so is the same in
+// every run. One thread at a time.
 class CurrentValues {
  public:
   // Observes the dictionary, which must not change any more.

@@ -84,7 +84,7 @@ bool PanelTree::remove(int workplace, int number) const {
 bool PanelTree::rename(int workplace, int number, const std::string& name) const {
   NoMessages silent;
   std::string stored = name;
-  return renameMacro({host_, silent}, file(workplace, number), stored);
+  return renameMacro({host_, silent}, file(workplace, number), stored).done();
 }
 
 int PanelTree::seed(const SiteRoot& site) const {

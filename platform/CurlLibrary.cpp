@@ -26,7 +26,9 @@ bool CurlLibrary::load() {
          find(library, "curl_multi_remove_handle", multiRemoveHandle) &&
          find(library, "curl_multi_perform", multiPerform) && find(library, "curl_multi_poll", multiPoll) &&
          find(library, "curl_multi_info_read", multiInfoRead) &&
-         find(library, "curl_multi_cleanup", multiCleanup) && globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+         find(library, "curl_multi_cleanup", multiCleanup) &&
+         find(library, "curl_slist_append", slistAppend) &&
+         find(library, "curl_slist_free_all", slistFreeAll) && globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
 }
 
 const CurlLibrary* CurlLibrary::get() {

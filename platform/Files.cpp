@@ -18,6 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr mode_t kFolderMode = 0777;  // less the umask
 constexpr std::size_t kCopyBlock = std::size_t{64} * 1024;
 
 // At most `count` bytes from the start of an open file.
@@ -25,12 +26,24 @@ Expected<std::string> readStart(const RegularFile& file, std::size_t count) {
   try {
     std::string bytes(count, '\0');
     const auto got = file.read(bytes.data(), bytes.size());
-    if (!got) return systemFailure(EIO, "read");
+    if (!got) return got.failure();
     bytes.resize(*got);
     return bytes;
   } catch (const std::bad_alloc&) {
     return systemFailure(ENOMEM, "read");
   }
+}
+
+Expected<std::string> readWhole(const fs::path& host, FilePolicy policy, std::size_t limit) {
+  const auto file = RegularFile::open(host, policy);
+  if (!file) return file.failure();
+  if (file->size() > limit) return systemFailure(EFBIG, "read");
+  return readStart(*file, file->size());
+}
+
+bool isFolder(const fs::path& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace
@@ -45,10 +58,12 @@ bool canOpen(const SiteRoot& root, std::string_view path) {
 }
 
 Expected<std::string> readFile(const SiteRoot& root, std::string_view path, std::size_t limit) {
-  const auto file = RegularFile::open(root.resolve(path));
-  if (!file) return file.failure();
-  if (file->size() > limit) return systemFailure(EFBIG, "read");
-  return readStart(*file, file->size());
+  const fs::path host = root.resolve(path);
+  return readWhole(host, filePolicy(host), limit);
+}
+
+Expected<std::string> readOwnFile(const SiteRoot& root, std::string_view path, std::size_t limit) {
+  return readWhole(root.resolve(path), kOwnFile, limit);
 }
 
 std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path, std::size_t count) {
@@ -71,27 +86,47 @@ Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view t
   if (source->isAt(target)) return {};
   PendingFile copy(target);
   std::array<char, kCopyBlock> block;
-  std::optional<std::size_t> count;
-  do {
-    count = source->read(block.data(), block.size());
-    if (!count) return systemFailure(EIO, "read");
+  while (copy.good()) {
+    const auto count = source->read(block.data(), block.size());
+    if (!count) return count.failure();
+    if (*count == 0) break;
     copy.write({block.data(), *count});
-  } while (*count > 0 && copy.good());
+  }
   return copy.commit();
 }
 
 Outcome removeFile(const SiteRoot& root, std::string_view path) {
-  if (::unlink(root.resolve(path).c_str()) == 0) return {};
+  const fs::path host = root.resolve(path);
+  struct stat status {};
+  const bool users = filePolicy(host).keepsMode && ::lstat(host.c_str(), &status) == 0;
+  if (users && S_ISREG(status.st_mode) && (status.st_mode & S_IWUSR) == 0)
+    return Failure{Failure::Kind::kWriteProtected, "cannot be removed: the file is write-protected"};
+  if (::unlink(host.c_str()) == 0) return {};
   return systemFailure(errno, "removed");
 }
 
-Outcome makeFolder(const SiteRoot& root, std::string_view path) {
-  const fs::path folder = root.resolve(path);
-  std::error_code error;
-  fs::create_directories(folder, error);
-  std::error_code unknown;
-  if (!folder.empty() && fs::is_directory(folder, unknown)) return {};
-  return systemFailure(error ? error.value() : ENOTDIR, "made");
+Outcome makeFolder(const SiteRoot& root, std::string_view path) { return makeFolder(root.resolve(path)); }
+
+Outcome makeFolder(const fs::path& host) {
+  if (host.empty()) return systemFailure(ENOENT, "made");
+  fs::path folder;
+  for (const fs::path& part : host) {
+    const fs::path parent = folder;
+    folder /= part;
+    if (isFolder(folder)) continue;
+    const bool made = ::mkdir(folder.c_str(), kFolderMode) == 0;
+    // Somebody else may have been faster.
+    if (!made && !(errno == EEXIST && isFolder(folder))) return systemFailure(errno, "made");
+    if (auto flushed = flushFolder(parent.empty() ? "." : parent.string()); made && !flushed) return flushed;
+  }
+  return {};
+}
+
+Outcome makeOwnFolder(const fs::path& host) {
+  struct stat status {};
+  if (::lstat(host.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))
+    return Failure{Failure::Kind::kInTheWay, "cannot be made: " + host.string() + " is no folder of our own"};
+  return makeFolder(host);
 }
 
 std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folder, std::string_view suffix) {

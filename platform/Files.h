@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,18 +31,26 @@ inline constexpr std::size_t kLargestFile =
 [[nodiscard]] std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path,
                                                         std::size_t count);
 
-// Writes `bytes` whole or not at all; mode 0644 less the umask, whatever an old file had. The folder must
-// exist.
+// Writes `bytes` whole or not at all, a new file with mode 0644 less the umask; an old one keeps its mode,
+// and one that its owner has write-protected is not replaced (PendingFile). The folder must exist.
 Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes);
 
 // Copies whole or not at all, over an existing file. A file copied onto itself is left alone and counts as
-// done. The copy is writable whatever mode the source had.
+// done. The mode of the source does not count.
 Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view to);
 
+// As readFile, for what the program keeps for itself under other names than fixed ones: a link is refused.
+[[nodiscard]] Expected<std::string> readOwnFile(const SiteRoot& root, std::string_view path,
+                                                std::size_t limit = kLargestFile);
+
+// Not one that its owner has write-protected. A link is removed, not what it leads to.
 Outcome removeFile(const SiteRoot& root, std::string_view path);
 
-// Creates the folder and its parents.
+// Creates the folder and its parents and flushes their names.
 Outcome makeFolder(const SiteRoot& root, std::string_view path);
+Outcome makeFolder(const std::filesystem::path& host);
+// For what the program keeps for itself: a link could lead to where others want our files, and is refused.
+Outcome makeOwnFolder(const std::filesystem::path& host);
 
 // Names (not paths) in a folder, sorted without regard to case, "." and ".." left out. With a suffix such as
 // ".mac", only regular files whose name ends so, whatever the case. A missing folder gives an empty list.

@@ -1,10 +1,13 @@
 #include "platform/FtpClient.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "platform/CurlLibrary.h"
@@ -19,12 +22,15 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr long kConnectSeconds = 5;
+constexpr curl_off_t kLeastRate = 100'000 / 60;  // bytes a second, the patience aside
 constexpr int kCancelPollMs = 100;
 
 // FTP reply codes.
 constexpr std::size_t kCodeLength = 3;
+constexpr int kFileStatus = 213;  // here always the answer to SIZE
 constexpr int kFirstRefusal = 400;
 constexpr int kNotAvailable = 421;
+constexpr int kLocalError = 451;
 constexpr int kNoSpace = 452;
 constexpr int kNoSuchFile = 550;
 constexpr int kQuotaExceeded = 552;
@@ -37,9 +43,11 @@ bool isPlainHost(const std::string& host) {
   return !host.empty() && host.find_first_not_of(std::string(kNameCharacters) + ".:-") == host.npos;
 }
 
-// A trailing slash would ask for the list of a folder.
+// A trailing slash would ask for the list of a folder, a line end begin another command.
 bool isFilePath(const std::string& path) {
-  return path.size() > 1 && path.front() == '/' && path.back() != '/';
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+  return path.size() > 1 && path.front() == '/' && path.back() != '/' &&
+         std::none_of(path.begin(), path.end(), isControl);
 }
 
 std::string makeUrl(const std::string& host, std::uint16_t port, const std::string& path) {
@@ -54,6 +62,15 @@ std::string makeUrl(const std::string& host, std::uint16_t port, const std::stri
   return url;
 }
 
+// The number after a reply's code.
+std::optional<std::uint64_t> sizeIn(std::string_view reply) {
+  reply.remove_prefix(std::min(reply.size(), kCodeLength + 1));
+  std::uint64_t size = 0;
+  const auto [end, error] = std::from_chars(reply.data(), reply.data() + reply.size(), size);
+  if (error != std::errc{}) return std::nullopt;
+  return size;
+}
+
 // The library calls both of its objects `void`, so each needs a type of its own to release it.
 struct ReleaseEasy {
   const CurlLibrary& curl;
@@ -62,6 +79,11 @@ struct ReleaseEasy {
 struct ReleaseMulti {
   const CurlLibrary& curl;
   void operator()(CURLM* multi) const { curl.multiCleanup(multi); }
+};
+
+struct ReleaseList {
+  const CurlLibrary& curl;
+  void operator()(curl_slist* list) const { curl.slistFreeAll(list); }
 };
 
 // One connection with one file on it.
@@ -107,11 +129,20 @@ class Transfer {
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  Result receive(PendingFile& target) {
-    target_ = &target;
+  // The library would believe the size that the server tells, and keep no more than that. So it is asked for
+  // here, and compared.
+  Result receive(const std::string& remotePath, std::string& bytes) {
+    target_ = &bytes;
+    const std::unique_ptr<curl_slist, ReleaseList> commands(
+        curl_.slistAppend(nullptr, ("*SIZE " + remotePath).c_str()), ReleaseList{curl_});
+    set(CURLOPT_PREQUOTE, commands.get());
+    set(CURLOPT_IGNORE_CONTENT_LENGTH, 1L);
     set(CURLOPT_WRITEFUNCTION, &Transfer::take);
     set(CURLOPT_WRITEDATA, this);
-    return run();
+    const Result result = run();
+    set(CURLOPT_PREQUOTE, static_cast<curl_slist*>(nullptr));
+    const bool whole = !announced_ || *announced_ == bytes.size();
+    return result == Result::kDone && !whole ? Result::kCut : result;
   }
 
   Result send(const RegularFile& source) {
@@ -120,6 +151,9 @@ class Transfer {
     set(CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(source.size()));
     set(CURLOPT_READFUNCTION, &Transfer::give);
     set(CURLOPT_READDATA, this);
+    // The system takes a whole macro at once; that the panel has it is told by the server's answer only.
+    const auto size = static_cast<curl_off_t>(source.size());
+    set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(patience_.count() + size / kLeastRate));
     return run();
   }
 
@@ -142,7 +176,7 @@ class Transfer {
     int running = added_ ? 1 : 0;
     while (running > 0) {
       if (cancelled_) return Result::kCancelled;
-      if (isStalled()) return Result::kStalled;
+      if (const auto tooLong = takesTooLong()) return *tooLong;
       if (curl_.multiPerform(multi_.get(), &running) != CURLM_OK) return Result::kFailed;
       if (running > 0) curl_.multiPoll(multi_.get(), nullptr, 0, kCancelPollMs, nullptr);
     }
@@ -153,15 +187,21 @@ class Transfer {
 
   // The library judges by the average speed of some seconds, so it takes much longer to see that a transfer
   // stopped after its first bytes.
-  bool isStalled() {
+  std::optional<Result> takesTooLong() {
     const curl_off_t moved =
         info<curl_off_t>(CURLINFO_SIZE_DOWNLOAD_T) + info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T);
-    if (std::exchange(moved_, moved) != moved) lastMove_ = Clock::now();
-    return moved > 0 && Clock::now() - lastMove_ > patience_;
+    const auto now = Clock::now();
+    if (moved_ == 0) firstMove_ = now;
+    if (std::exchange(moved_, moved) != moved) lastMove_ = now;
+    if (moved == 0) return std::nullopt;
+    if (now - lastMove_ > patience_) return Result::kStalled;
+    if (now - firstMove_ > patience_ + std::chrono::seconds(moved / kLeastRate)) return Result::kTooSlow;
+    return std::nullopt;
   }
 
   Result result(CURLcode code) const {
     if (localFailure_) return *localFailure_;
+    if (refusal_ == kLocalError && code != CURLE_OK) return Result::kPanelError;
     const bool connected = info<curl_off_t>(CURLINFO_CONNECT_TIME_T) > 0;
     switch (static_cast<int>(code)) {
       case CURLE_OK:
@@ -200,17 +240,23 @@ class Transfer {
   // One line of the server's. The library itself keeps only the last reply, which is the one to its farewell.
   static std::size_t hear(const char* line, std::size_t one, std::size_t count, void* self) {
     const int code = parseInt({line, std::min<std::size_t>(one * count, kCodeLength)});
-    if (code >= kFirstRefusal) static_cast<Transfer*>(self)->refusal_ = code;
+    auto& transfer = *static_cast<Transfer*>(self);
+    if (code >= kFirstRefusal) transfer.refusal_ = code;
+    if (code == kFileStatus) transfer.announced_ = sizeIn({line, one * count});
     return one * count;
   }
 
   static std::size_t take(const char* bytes, std::size_t one, std::size_t count, void* self) {
     auto& transfer = *static_cast<Transfer*>(self);
-    transfer.received_ += one * count;
-    if (transfer.received_ > kLargestFile) {
-      transfer.localFailure_ = Result::kFailed;  // a panel that sends without end must not fill the disk
-    } else if (!transfer.target_->write({bytes, one * count})) {
-      transfer.localFailure_ = Result::kLocalFile;
+    std::string& target = *transfer.target_;
+    try {
+      // A panel that sends without end must not fill the memory.
+      if (target.size() + one * count <= kLargestFile)
+        target.append(bytes, one * count);
+      else
+        transfer.localFailure_ = Result::kFailed;
+    } catch (const std::bad_alloc&) {
+      transfer.localFailure_ = Result::kFailed;
     }
     return transfer.localFailure_ ? 0 : one * count;
   }
@@ -230,13 +276,13 @@ class Transfer {
   std::unique_ptr<CURLM, ReleaseMulti> multi_;
   bool added_ = false;
   bool refused_ = false;  // an option that the library does not take
-  PendingFile* target_ = nullptr;
+  std::string* target_ = nullptr;
   const RegularFile* source_ = nullptr;
-  std::size_t received_ = 0;
-  int refusal_ = 0;  // the server's last reply that was one
+  std::optional<std::uint64_t> announced_;  // bytes, by the server
+  int refusal_ = 0;                         // the server's last reply that was one
   std::optional<Result> localFailure_;
   curl_off_t moved_ = 0;
-  Clock::time_point lastMove_;
+  Clock::time_point firstMove_, lastMove_;
 };
 
 }  // namespace
@@ -245,7 +291,7 @@ FtpClient::FtpClient(std::string host, std::uint16_t port, Login login)
     : host_(std::move(host)), port_(port), login_(std::move(login)) {}
 
 FtpClient::Result FtpClient::get(const std::string& remotePath, const std::string& hostPath,
-                                 std::chrono::seconds patience) {
+                                 const Check& check, std::chrono::seconds patience) {
   if (cancelled_) return Result::kCancelled;
   if (!isPlainHost(host_)) return Result::kUnreachable;
   if (!isFilePath(remotePath)) return Result::kNotFound;
@@ -253,10 +299,12 @@ FtpClient::Result FtpClient::get(const std::string& remotePath, const std::strin
   if (!target.good()) return Result::kLocalFile;
   const CurlLibrary* curl = CurlLibrary::get();
   if (curl == nullptr) return Result::kNoLibrary;
-  const Result result =
-      Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, patience).receive(target);
+  std::string bytes;
+  const Result result = Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, patience)
+                            .receive(remotePath, bytes);
   if (result != Result::kDone) return result;
-  return target.commit() ? Result::kDone : Result::kLocalFile;
+  if (check && !check(bytes)) return Result::kUnreadable;
+  return target.write(bytes) && target.commit() ? Result::kDone : Result::kLocalFile;
 }
 
 FtpClient::Result FtpClient::put(const std::string& hostPath, const std::string& remotePath) {
@@ -284,12 +332,19 @@ const char* FtpClient::describe(Result result) {
       return "the panel cannot be reached";
     case Result::kStalled:
       return "the panel does not answer";
+    case Result::kTooSlow:
+      return "the panel is too slow";
     case Result::kCut:
       return "the connection was cut";
+    case Result::kPanelError:
+      return "the panel broke off with an error of its own (451), such as a file that it cannot read or "
+             "write";
     case Result::kFull:
       return "the panel's disk is full";
     case Result::kLocalFile:
       return "the local file cannot be read or written";
+    case Result::kUnreadable:
+      return "what the panel sent is no macro";
     case Result::kCancelled:
       return "the transfer was cancelled";
     case Result::kNoLibrary:

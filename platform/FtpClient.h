@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace tessaly {
 
 // One FTP transfer after another, each on a connection of its own: passive mode (the address in the server's
 // reply is ignored in favour of the peer's), binary, connect time-out 5 s, given up when no byte moved for 10
-// s. Blocking: call it from a worker thread when a person waits. Never throws. Thread-safe across objects.
+// s, or when it is slower, those 10 s aside, than 100 kB a minute. Blocking: call it from a worker thread
+// when a person waits. Never throws. Thread-safe across objects.
 class FtpClient {
  public:
   struct Login {
@@ -24,9 +26,12 @@ class FtpClient {
     kNotFound,
     kUnreachable,
     kStalled,
-    kCut,
+    kTooSlow,
+    kCut,         // also for another size than the panel had announced
+    kPanelError,  // reply 451: the panel broke off for a reason of its own
     kFull,
     kLocalFile,
+    kUnreadable,  // the file came whole, and the check did not want it
     kCancelled,
     kNoLibrary,  // libcurl is loaded by the first transfer
     kFailed
@@ -34,13 +39,17 @@ class FtpClient {
 
   static constexpr std::chrono::seconds kPatience{10};  // without a byte
 
+  // Looks at what came; the reason why it is not wanted stays with the one who gave the check.
+  using Check = std::function<bool(std::string_view bytes)>;
+
   // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
   FtpClient(std::string host, std::uint16_t port, Login login);
 
-  // Fetches a remote file (absolute path). The bytes go beside `hostPath` and are renamed over it only when
-  // the whole file came; otherwise the old file stays as it was. `patience` is how long it may bring nothing.
+  // Fetches a remote file (absolute path). It replaces what is at `hostPath` when it came whole, as far as
+  // the server told its size, and the check wants it; otherwise the old file stays as it was and nothing is
+  // left beside it. `patience` is how long it may bring nothing.
   [[nodiscard]] Result get(const std::string& remotePath, const std::string& hostPath,
-                           std::chrono::seconds patience = kPatience);
+                           const Check& check = {}, std::chrono::seconds patience = kPatience);
 
   // Sends a local file. Missing remote folders are not made.
   [[nodiscard]] Result put(const std::string& hostPath, const std::string& remotePath);

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/Outcome.h"
+
 namespace tessaly {
 
 // What is about to happen to a macro when its old content is kept; `kUnsaved` keeps changes that were never
@@ -23,12 +25,12 @@ class MacroKeeper {
  public:
   virtual ~MacroKeeper() = default;
 
-  // Host path to fetch the old content to; empty when it could not be written there.
-  [[nodiscard]] virtual std::string fetchFile() = 0;
+  // Host path to fetch the old content to, or why nothing can be kept now.
+  [[nodiscard]] virtual Expected<std::string> fetchFile() = 0;
   // Takes the content from there and removes the file.
-  virtual void keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) = 0;
+  virtual Outcome keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) = 0;
   // There is old content, but it did not come.
-  virtual void notFetched() = 0;
+  virtual void notFetched(const Failure& why) = 0;
 };
 
 }  // namespace tessaly

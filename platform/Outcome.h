@@ -18,6 +18,7 @@ struct Failure {
     kReadOnlyDisk,
     kFull,       // no room on the disk, or the quota is used up
     kDiskError,  // reading, writing or flushing failed
+    kUnflushed,  // it is done, but may not survive a power cut
     kTooLarge,   // beyond our own bounds
     kNoMemory,
     kNotXml,        // does not parse
@@ -43,6 +44,8 @@ class [[nodiscard]] Outcome {
 
   [[nodiscard]] bool done() const { return !failure_; }
   explicit operator bool() const { return done(); }
+  // The file is there as it was to be, even if it may not survive a power cut.
+  [[nodiscard]] bool written() const { return done() || failure_->kind == Failure::Kind::kUnflushed; }
   [[nodiscard]] const Failure& failure() const { return *failure_; }  // only when it is not done
 
  private:

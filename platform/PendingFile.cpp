@@ -9,6 +9,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <utility>
 
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
@@ -24,19 +25,44 @@ constexpr mode_t kUnfinishedMode = 0600;
 constexpr std::string_view kTemporaryStart = ".tessaly-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
 
-// Where the bytes for `target` have to go, or an empty path when they cannot.
-fs::path destination(const fs::path& target) {
-  if (target.empty() || !target.has_filename()) return {};
-  struct stat status;
-  if (::lstat(target.c_str(), &status) != 0) return target;
-  if (S_ISREG(status.st_mode)) return target;
-  if (!S_ISLNK(status.st_mode)) return {};
-  if (::stat(target.c_str(), &status) != 0) return target;  // a link to nothing is replaced
-  if (!S_ISREG(status.st_mode)) return {};
-  std::error_code error;
-  const fs::path real = fs::canonical(target, error);
-  return error ? fs::path() : real;
+constexpr mode_t kAccess = 0777;
+constexpr mode_t kGroupAccess = 070;
+
+Failure inTheWay() {
+  return {Failure::Kind::kInTheWay, "cannot be written: no regular file can stand there"};
 }
+
+// What stands at a path; nothing when that is no regular file.
+std::optional<struct stat> regularFileAt(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status)
+                                                                        : std::nullopt;
+}
+
+// Told by the mode, which also counts for who may write anything.
+bool isWriteProtected(const struct stat& status) { return (status.st_mode & S_IWUSR) == 0; }
+
+// Where the bytes for `target` have to go.
+Expected<fs::path> destination(const fs::path& target, FilePolicy policy) {
+  if (target.empty() || !target.has_filename()) return inTheWay();
+  struct stat status {};
+  if (::lstat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return target;
+  if (!S_ISLNK(status.st_mode)) return inTheWay();
+  // So is a link to nothing.
+  if (!policy.followsLinks || ::stat(target.c_str(), &status) != 0) return target;
+  if (!S_ISREG(status.st_mode)) return inTheWay();
+  std::error_code error;
+  fs::path real = fs::canonical(target, error);
+  if (error) return systemFailure(error.value(), "written");
+  return real;
+}
+
+// Some file systems have nothing to flush, or not for this kind of entry.
+bool cannotFlush(int error) {
+  return error == EINVAL || error == EROFS || error == ENOSYS || error == EOPNOTSUPP;
+}
+
+bool flush(const Descriptor& file) { return ::fsync(file.number()) == 0 || cannotFlush(errno); }
 
 // Hidden, and with an ending that no search for macros or key files finds.
 std::string temporaryName() {
@@ -51,9 +77,18 @@ std::string temporaryName() {
 
 bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK_NB) == 0; }
 
+}  // namespace
+
+Outcome flushFolder(const std::string& folder) {
+  const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (names.isOpen() ? flush(names) : errno == EACCES) return {};
+  return Failure{Failure::Kind::kUnflushed,
+                 "is there, but may not survive a power cut: " + std::generic_category().message(errno)};
+}
+
 // Removes the temporary files whose writers are gone. Where the file system has no locks, or the file is
 // another user's, it stays: nothing is removed on a guess.
-void sweep(const std::string& folder) {
+void PendingFile::sweep(const std::string& folder) {
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
   if (!entries) return;
   while (const dirent* const entry = ::readdir(entries.get())) {
@@ -65,32 +100,46 @@ void sweep(const std::string& folder) {
   }
 }
 
-// The rename is on the disk only when the folder is. Some file systems cannot do that, which is no failure:
-// the file itself is complete by then.
-void syncFolder(const std::string& folder) {
-  const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (descriptor.isOpen()) ::fsync(descriptor.number());
-}
-
-}  // namespace
-
-PendingFile::PendingFile(const fs::path& target) {
-  const fs::path real = destination(target);
-  if (real.empty()) {
-    failure_ = Failure{Failure::Kind::kInTheWay, "cannot be written: no regular file can stand there"};
+PendingFile::PendingFile(const fs::path& target, FilePolicy policy) : policy_(policy) {
+  const auto real = destination(target, policy);
+  if (!real) {
+    fail(real.failure());
     return;
   }
-  target_ = real.string();
-  folder_ = real.has_parent_path() ? real.parent_path().string() : ".";
+  target_ = real->string();
+  folder_ = real->has_parent_path() ? real->parent_path().string() : ".";
+  takeOverMode();
+  if (failure_) return;
   sweep(folder_);
   for (int attempt = 0; attempt < kAttempts && !open(); ++attempt) {
     if (errno != EEXIST && errno != EINTR) break;
   }
-  if (!file_.isOpen()) fail(errno);
+  if (!file_.isOpen()) fail(errno, "written");
 }
 
-void PendingFile::fail(int error) {
-  if (!failure_) failure_ = systemFailure(error, "written");
+void PendingFile::fail(int error, std::string_view doing) { fail(systemFailure(error, doing)); }
+
+void PendingFile::fail(Failure failure) {
+  if (!failure_) failure_ = std::move(failure);
+}
+
+// From the file that is about to be replaced; a write-protected one fails.
+void PendingFile::takeOverMode() {
+  const auto old = policy_.keepsMode ? regularFileAt(target_) : std::nullopt;
+  if (!old) return;
+  if (isWriteProtected(*old)) {
+    fail({Failure::Kind::kWriteProtected, "cannot be written: the file is write-protected"});
+    return;
+  }
+  struct stat ours {};
+  if (!finishedMode_ || ::fstat(file_.number(), &ours) != 0) return;
+  mode_t mode = old->st_mode & kAccess;
+  const bool mine = ours.st_uid == old->st_uid && ours.st_gid == old->st_gid;
+  const bool grouped = mine || ::fchown(file_.number(), old->st_uid, old->st_gid) == 0 ||
+                       ::fchown(file_.number(), static_cast<uid_t>(-1), old->st_gid) == 0;
+  // Another group gets no more than everybody.
+  if (!grouped) mode = (mode & ~kGroupAccess) | ((mode << 3) & kGroupAccess);
+  finishedMode_ = mode;
 }
 
 // False leaves no file, and its reason in errno.
@@ -122,7 +171,7 @@ bool PendingFile::write(std::string_view bytes) {
     if (written >= 0) {
       bytes.remove_prefix(static_cast<std::size_t>(written));
     } else if (errno != EINTR) {
-      fail(errno);
+      fail(errno, "written");
       discard();
     }
   }
@@ -133,18 +182,18 @@ Outcome PendingFile::commit(Sync sync) {
   if (!good()) return failure_ ? *failure_ : systemFailure(EBADF, "written");
   // The lock goes with the last descriptor, and has to last until the name is the target's.
   const Descriptor locked(::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0));
-  const bool readable = !finishedMode_ || ::fchmod(file_.number(), *finishedMode_) == 0;
-  const bool stored = locked.isOpen() && readable && ::fsync(file_.number()) == 0;
-  if (!stored) fail(errno);
-  if (!file_.close()) fail(errno);
-  if (!failure_ && std::rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno);
+  if (!locked.isOpen()) fail(errno, "written");
+  takeOverMode();
+  if (finishedMode_ && ::fchmod(file_.number(), *finishedMode_) != 0) fail(errno, "given its mode");
+  if (!failure_ && !flush(file_)) fail(errno, "flushed to the disk");
+  if (!file_.close()) fail(errno, "written");
+  if (!failure_ && std::rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno, "put in place");
   if (failure_) {
     discard();
     return *failure_;
   }
   temporary_.clear();
-  if (sync == Sync::kFileAndFolder) syncFolder(folder_);
-  return {};
+  return sync == Sync::kFileAndFolder ? flushFolder(folder_) : Outcome();
 }
 
 void PendingFile::discard() {

@@ -7,22 +7,26 @@
 #include <sys/types.h>
 
 #include "platform/Descriptor.h"
+#include "platform/FilePolicy.h"
 #include "platform/Outcome.h"
 
 namespace tessaly {
 
 // A file that comes into being whole or not at all: the bytes go to a temporary file in the target's folder,
 // and `commit` renames that over the target. Without a commit the temporary file is removed and the target
-// stays as it was. A target that is a link to a file is written where the link leads. Not thread-safe; two
-// objects, also of two programs, may aim at the same target, and the last commit wins.
+// stays as it was. A user's file that is a link to a file is written where the link leads, keeps its mode
+// and, where that is allowed, its owner and group, and is not replaced when its owner has write-protected it.
+// Not thread-safe; two objects, also of two programs, may aim at the same target, and the last commit wins.
 //
 // The temporary file (".tessaly-*.tmp") is for its writer's eyes only and locked while that lives. What a
 // killed program left behind is therefore known by its missing lock, and the next file that is written in its
 // folder removes it.
 class PendingFile {
  public:
-  // Opens the temporary file. Fails without a folder, and for a target that is there but is no regular file.
-  explicit PendingFile(const std::filesystem::path& target);
+  // Opens the temporary file. Fails without a folder, for a target that is there but is no regular file, and
+  // for a write-protected one.
+  explicit PendingFile(const std::filesystem::path& target) : PendingFile(target, filePolicy(target)) {}
+  PendingFile(const std::filesystem::path& target, FilePolicy policy);
   ~PendingFile();
   PendingFile(const PendingFile&) = delete;
   PendingFile& operator=(const PendingFile&) = delete;
@@ -33,16 +37,23 @@ class PendingFile {
   // After a failure nothing more is written and the commit fails too.
   bool write(std::string_view bytes);
 
+  // Removes what killed programs have left in a folder, as every new file in it does.
+  static void sweep(const std::string& folder);
+
   enum class Sync { kFileAndFolder, kFileOnly };
-  // Brings the bytes to the disk and the name to the target, mode 0644 less the umask. With `kFileOnly` the
-  // name is left to the next file that is committed into this folder.
+  // Brings the bytes to the disk and the name to the target, a new file with mode 0644 less the umask. With
+  // `kFileOnly` the name is left to the next file that is committed into this folder. After a failure the
+  // target is as it was, except for `kUnflushed`: it is written then.
   Outcome commit(Sync sync = Sync::kFileAndFolder);
 
  private:
   bool open();
-  void fail(int error);
+  void takeOverMode();
+  void fail(int error, std::string_view doing);
+  void fail(Failure failure);
   void discard();
 
+  FilePolicy policy_;
   std::string target_;
   std::string folder_;
   std::string temporary_;  // empty when there is none
@@ -50,5 +61,9 @@ class PendingFile {
   std::optional<mode_t> finishedMode_;
   std::optional<Failure> failure_;  // the first one
 };
+
+// Brings the names in a folder to the disk. Some file systems cannot do that, or a folder may not be read,
+// which is no failure; any other one is `kUnflushed`.
+Outcome flushFolder(const std::string& folder);
 
 }  // namespace tessaly

@@ -1,7 +1,11 @@
 #include "platform/SiteRoot.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cwchar>
+#include <cwctype>
 #include <dirent.h>
+#include <locale.h>
 #include <memory>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -42,14 +46,39 @@ bool split(std::string_view path, std::vector<std::string>& components) {
   return true;
 }
 
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// The characters of a name, in whatever encoding it was written to the disk, each in the same case.
+std::wstring withoutCase(std::string_view name) {
+  static const locale_t characters = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  const std::string utf8 = displayUtf8(name);
+  std::wstring folded(utf8.size(), L'\0');
+  const char* from = utf8.c_str();
+  std::mbstate_t state{};
+  const locale_t before = ::uselocale(characters);
+  const std::size_t count = std::mbsrtowcs(folded.data(), &from, folded.size(), &state);
+  ::uselocale(before);
+  if (count == static_cast<std::size_t>(-1)) return {utf8.begin(), utf8.end()};
+  folded.resize(count);
+  for (wchar_t& c : folded)
+    c = static_cast<wchar_t>(::towlower_l(::towupper_l(static_cast<wint_t>(c), characters), characters));
+  return folded;
+}
+
 // The entry of `folder` that equals `name` without regard to case, the first one in sorted order; else
 // nothing.
 std::string findNoCase(const std::string& folder, const std::string& name) {
   std::string best;
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
   if (!entries) return best;
+  const bool ascii = isAscii(name);
+  const std::wstring wanted = ascii ? std::wstring() : withoutCase(name);
   while (const dirent* const entry = ::readdir(entries.get())) {
-    if (equalNoCase(entry->d_name, name) && (best.empty() || entry->d_name < best)) best = entry->d_name;
+    const bool same = ascii ? equalNoCase(entry->d_name, name)
+                            : !isAscii(entry->d_name) && withoutCase(entry->d_name) == wanted;
+    if (same && (best.empty() || entry->d_name < best)) best = entry->d_name;
   }
   return best;
 }
@@ -104,7 +133,8 @@ fs::path SiteRoot::resolve(std::string_view sitePath) const {
 
   std::string exact = resolved;
   for (const std::string& component : components) exact = join(std::move(exact), component);
-  if (exists(exact)) return exact;
+  const bool ofAPerson = native && sitePath.find('\\') == std::string_view::npos;
+  if (ofAPerson || exists(exact)) return exact;
 
   bool found = true;
   for (const std::string& component : components) {

@@ -12,7 +12,8 @@ namespace tessaly {
 // path is the host path. Elsewhere the drive letter is a folder under the root (`<root>/c/...`), `\` and `/`
 // separate, runs of separators count as one, and a component that does not exist in its exact spelling is
 // matched without regard to case (the first match in sorted order wins). Components that do not exist are
-// kept as spelled. A native absolute path ("/srv/appli") is taken as it is.
+// kept as spelled. A native absolute path ("/home/me/x.mac") is what a person has named and is taken as it
+// is; with a `\` in it ("/srv/appli\Show\CP1") it is a site path that begins on this host.
 //
 // Thread-safe: immutable after construction, looks at the file system at each call.
 class SiteRoot {

@@ -27,8 +27,6 @@ Failure::Kind kindOf(int error) {
       return Failure::Kind::kFull;
     case EFBIG:
       return Failure::Kind::kTooLarge;
-    case ENOMEM:
-      return Failure::Kind::kNoMemory;
     default:
       return Failure::Kind::kDiskError;
   }
@@ -37,6 +35,7 @@ Failure::Kind kindOf(int error) {
 }  // namespace
 
 Failure systemFailure(int error, std::string_view doing) {
+  if (error == ENOMEM) return {Failure::Kind::kNoMemory, "out of memory"};
   return {kindOf(error), "cannot be " + std::string(doing) + ": " + std::generic_category().message(error)};
 }
 

@@ -7,8 +7,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <locale.h>
+#include <utility>
 
 namespace tessaly {
 namespace {
@@ -74,10 +76,21 @@ std::size_t asciiStart(std::string_view bytes) {
   return at;
 }
 
-char toCodePage(char32_t value) {
+// The ranges that visibleUtf8 replaces, rising.
+constexpr std::pair<char32_t, char32_t> kUnseen[] = {{0x0000, 0x001F}, {0x007F, 0x009F}, {0x061C, 0x061C},
+                                                     {0x200B, 0x200B}, {0x200E, 0x200F}, {0x2028, 0x202E},
+                                                     {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+
+bool unseen(char32_t value) {
+  return std::any_of(std::begin(kUnseen), std::end(kUnseen),
+                     [value](const auto& range) { return value >= range.first && value <= range.second; });
+}
+
+std::optional<char> toCodePage(char32_t value) {
   if (value < 0x80 || (value >= 0xA0 && value <= 0xFF)) return static_cast<char>(value);
   const auto* const found = std::find(kUpperControls.begin(), kUpperControls.end(), value);
-  return found == kUpperControls.end() ? '?' : static_cast<char>(0x80 + (found - kUpperControls.begin()));
+  if (found == kUpperControls.end()) return std::nullopt;
+  return static_cast<char>(0x80 + (found - kUpperControls.begin()));
 }
 
 }  // namespace
@@ -144,6 +157,11 @@ bool endsWithNoCase(std::string_view text, std::string_view suffix) {
   return text.size() >= suffix.size() && equalNoCase(text.substr(text.size() - suffix.size()), suffix);
 }
 
+bool isAscii(std::string_view bytes) {
+  bytes.remove_prefix(asciiStart(bytes));
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 bool isValidUtf8(std::string_view bytes) {
   for (bytes.remove_prefix(asciiStart(bytes)); !bytes.empty(); bytes.remove_prefix(asciiStart(bytes))) {
     const CodePoint point = decode(bytes);
@@ -153,23 +171,42 @@ bool isValidUtf8(std::string_view bytes) {
   return true;
 }
 
+void appendUtf8(std::string& text, char32_t character) {
+  const auto follows = [character](int shift) {
+    return static_cast<char>(0x80 | ((character >> shift) & 0x3F));
+  };
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+  } else if (character < 0x800) {
+    text += static_cast<char>(0xC0 | (character >> 6));
+    text += follows(0);
+  } else if (character < 0x10000) {
+    text += static_cast<char>(0xE0 | (character >> 12));
+    text += follows(6);
+    text += follows(0);
+  } else {
+    text += static_cast<char>(0xF0 | (character >> 18));
+    text += follows(12);
+    text += follows(6);
+    text += follows(0);
+  }
+}
+
+std::string beginningOf(std::string_view utf8, std::size_t bytes) {
+  if (bytes >= utf8.size()) return std::string(utf8);
+  while (bytes > 0 && (static_cast<unsigned char>(utf8[bytes]) & 0xC0) == 0x80) --bytes;
+  return std::string(utf8.substr(0, bytes));
+}
+
+char32_t windows1252Character(char byte) {
+  const auto value = static_cast<unsigned char>(byte);
+  return value >= 0x80 && value < 0xA0 ? kUpperControls[value - 0x80u] : value;
+}
+
 std::string windows1252ToUtf8(std::string_view bytes) {
   std::string result;
   result.reserve(bytes.size());
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    const unsigned value = byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80u] : byte;
-    if (value < 0x80) {
-      result += c;
-    } else if (value < 0x800) {
-      result += static_cast<char>(0xC0 | (value >> 6));
-      result += static_cast<char>(0x80 | (value & 0x3F));
-    } else {
-      result += static_cast<char>(0xE0 | (value >> 12));
-      result += static_cast<char>(0x80 | ((value >> 6) & 0x3F));
-      result += static_cast<char>(0x80 | (value & 0x3F));
-    }
-  }
+  for (const char c : bytes) appendUtf8(result, windows1252Character(c));
   return result;
 }
 
@@ -178,14 +215,44 @@ std::string utf8ToWindows1252(std::string_view utf8) {
   result.reserve(utf8.size());
   while (!utf8.empty()) {
     const CodePoint point = decode(utf8);
-    result += point.length == 0 ? '?' : toCodePage(point.value);
+    result += point.length == 0 ? '?' : toCodePage(point.value).value_or('?');
     utf8.remove_prefix(std::max<std::size_t>(point.length, 1));
+  }
+  return result;
+}
+
+std::optional<std::string> exactWindows1252(std::string_view utf8) {
+  std::string result;
+  result.reserve(utf8.size());
+  while (!utf8.empty()) {
+    const CodePoint point = decode(utf8);
+    const auto byte = point.length == 0 ? std::nullopt : toCodePage(point.value);
+    if (!byte) return std::nullopt;
+    result += *byte;
+    utf8.remove_prefix(point.length);
   }
   return result;
 }
 
 std::string displayUtf8(std::string_view bytes) {
   return isValidUtf8(bytes) ? std::string(bytes) : windows1252ToUtf8(bytes);
+}
+
+std::string visibleUtf8(std::string_view bytes, std::string_view kept) {
+  std::string text = displayUtf8(bytes);
+  const auto plain = [kept](char c) { return (c >= ' ' && c <= '~') || kept.find(c) != kept.npos; };
+  if (std::all_of(text.begin(), text.end(), plain)) return text;
+  std::string result;
+  for (std::string_view rest = text; !rest.empty();) {
+    const CodePoint point = decode(rest);
+    const std::string_view character = rest.substr(0, point.length);
+    if (unseen(point.value) && !plain(character[0]))
+      result += format("[U+%04X]", static_cast<unsigned>(point.value));
+    else
+      result += character;
+    rest.remove_prefix(point.length);
+  }
+  return result;
 }
 
 }  // namespace tessaly

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,11 +24,22 @@ namespace tessaly {
 [[nodiscard]] bool equalNoCase(std::string_view first, std::string_view second);  // ASCII letters only
 [[nodiscard]] bool endsWithNoCase(std::string_view text, std::string_view suffix);
 
+[[nodiscard]] bool isAscii(std::string_view bytes);
 [[nodiscard]] bool isValidUtf8(std::string_view bytes);
+void appendUtf8(std::string& text, char32_t character);
+// At most so many bytes of a text, none of its characters cut.
+[[nodiscard]] std::string beginningOf(std::string_view utf8, std::size_t bytes);
+[[nodiscard]] char32_t windows1252Character(char byte);
 [[nodiscard]] std::string windows1252ToUtf8(std::string_view bytes);
 // Characters without a place in the code page become "?".
 [[nodiscard]] std::string utf8ToWindows1252(std::string_view utf8);
+// Nothing when a character has no place in the code page.
+[[nodiscard]] std::optional<std::string> exactWindows1252(std::string_view utf8);
 // What to show for bytes of unknown origin: as they are when valid UTF-8, else read as Windows-1252.
 [[nodiscard]] std::string displayUtf8(std::string_view bytes);
+// The same to be read by a person who must not be deceived by it: each character that shows nothing of its
+// own but hides, breaks or turns round what stands beside it (control characters, line ends, marks of
+// direction, spaces without width) stands as its number, as in "[U+202E]". Those in `kept`, ASCII all, stay.
+[[nodiscard]] std::string visibleUtf8(std::string_view bytes, std::string_view kept = {});
 
 }  // namespace tessaly

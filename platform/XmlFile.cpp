@@ -1,19 +1,21 @@
 #include "platform/XmlFile.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <new>
-#include <string>
+#include <utility>
 
 #include "platform/Files.h"
-#include "platform/Text.h"
 #include "platform/XmlGuard.h"
 
 namespace tessaly {
 namespace {
 
+using Kind = Failure::Kind;
+
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kIndentation = 4;  // blanks a level
+
+Failure noMemory() { return {Kind::kNoMemory, "does not fit into memory"}; }
 
 // CR LF and a lone CR become LF, as they do when the parser reads a file by itself.
 void unifyLineEnds(std::string& text) {
@@ -28,78 +30,160 @@ void unifyLineEnds(std::string& text) {
   text.resize(to);
 }
 
-// In UTF-8 the parser takes a byte that begins a character together with those that should follow, whatever
-// they are, and so would run over a quote, a tag or a reference. What only claims to be UTF-8 is read byte by
-// byte.
-void parseText(const std::string& text, TiXmlDocument& document) {
-  if (isValidUtf8(text)) {
-    document.Parse(text.c_str(), nullptr, TIXML_DEFAULT_ENCODING);
-  } else {
-    const bool marked = text.starts_with(kByteOrderMark);
-    document.Parse(text.c_str() + (marked ? kByteOrderMark.size() : 0), nullptr, TIXML_ENCODING_LEGACY);
-  }
-}
-
-bool parse(std::string& text, TiXmlDocument& document) {
-  unifyLineEnds(text);
-  if (!isSafeXml(text, {kDeepestXml, kMostXmlAttributes})) return false;
+// The parser reads byte by byte, whatever the document declares: in UTF-8 it takes a byte that begins a
+// character together with those that should follow, whatever they are, and skips some characters as white
+// space.
+Outcome parseTree(const std::string& bytes, TiXmlDocument& document) {
+  // Kept in texts; the setting is the whole program's.
+  static const bool whiteSpaceStays = (TiXmlBase::SetCondenseWhiteSpace(false), true);
+  static_cast<void>(whiteSpaceStays);
   document.SetTabSize(0);  // nobody asks for lines and columns, and keeping them costs an eighth of the time
-  parseText(text, document);
-  return !document.Error();
+  document.Parse(bytes.c_str(), nullptr, TIXML_ENCODING_LEGACY);
+  if (!document.Error()) return {};
+  return Failure{Kind::kNotXml, std::string("is not well formed: ") + document.ErrorDesc()};
 }
 
-bool isPlainWord(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
-           c == '-' || c == '_';
+bool isLayout(const TiXmlText& text) {
+  return !text.CDATA() && std::all_of(text.ValueStr().begin(), text.ValueStr().end(), [](char c) {
+    return std::string_view(" \t\n\v\f").find(shownForm(c)) != std::string_view::npos;
   });
 }
 
-// Whether the printed tree is sure to be read as it was printed. Texts are printed with entities for all that
-// could end them. What does not come back as it was: a text with a numeric reference in it, which is printed
-// as it stands (so is a reference for a control character, and the two look alike), a declaration, whose
-// texts are printed as they are, and a byte order mark before what is no UTF-8.
-bool isReadAsPrinted(const TiXmlDocument& document, std::string_view bytes) {
-  constexpr std::string_view kDeclaration = "<?xml";
-  if (bytes.size() > kLargestFile || bytes.find("&#") != bytes.npos) return false;
-  const bool marked = bytes.starts_with(kByteOrderMark);
-  const TiXmlDeclaration* const declaration = document.FirstChild()->ToDeclaration();
-  if (bytes.find(kDeclaration, (marked ? kByteOrderMark.size() : 0) + (declaration ? 1 : 0)) != bytes.npos)
-    return false;
-  if (declaration && !(isPlainWord(declaration->Version()) && isPlainWord(declaration->Encoding()) &&
-                       isPlainWord(declaration->Standalone())))
-    return false;
-  return !marked || isValidUtf8(bytes);
+// White space in it is text, so nothing may be put between its children.
+bool isMixed(const TiXmlElement& element) {
+  for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
+    if (child->ToText() && !isLayout(*child->ToText())) return true;
+  }
+  return false;
 }
+
+class Printer {
+ public:
+  [[nodiscard]] std::size_t pieces() const { return pieces_; }
+  [[nodiscard]] std::string& bytes() { return bytes_; }
+
+  // Recursion is bounded by the depth that a file may have.
+  void node(const TiXmlNode& node, std::size_t depth) {
+    ++pieces_;
+    switch (node.Type()) {
+      case TiXmlNode::TINYXML_ELEMENT:
+        element(*node.ToElement(), depth);
+        break;
+      case TiXmlNode::TINYXML_COMMENT:
+        bytes_.append("<!--").append(node.ValueStr()).append("-->");
+        break;
+      case TiXmlNode::TINYXML_TEXT:
+        text(*node.ToText());
+        break;
+      case TiXmlNode::TINYXML_UNKNOWN:
+        bytes_.append("<").append(node.ValueStr()).append(">");
+        break;
+      case TiXmlNode::TINYXML_DOCUMENT:
+      case TiXmlNode::TINYXML_DECLARATION:  // hidden from the parser
+      case TiXmlNode::TINYXML_TYPECOUNT:
+        break;
+    }
+  }
+
+ private:
+  void element(const TiXmlElement& element, std::size_t depth) {
+    bytes_.append("<").append(element.ValueStr());
+    for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute;
+         attribute = attribute->Next()) {
+      ++pieces_;
+      const std::string& value = attribute->ValueStr();
+      const char quote = value.find('"') == std::string::npos ? '"' : '\'';
+      bytes_.append(" ").append(attribute->NameTStr()).append("=");
+      bytes_.append(1, quote).append(value).append(1, quote);
+    }
+    if (element.NoChildren()) {
+      bytes_ += " />";
+      return;
+    }
+    bytes_ += '>';
+    children(element, depth);
+    bytes_.append("</").append(element.ValueStr()).append(">");
+  }
+
+  void children(const TiXmlElement& element, std::size_t depth) {
+    const bool asRead = element.FirstChild()->ToText() && element.FirstChild() == element.LastChild();
+    if (asRead || isMixed(element)) {
+      for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling())
+        node(*child, depth + 1);
+      return;
+    }
+    for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
+      if (child->ToText()) continue;
+      newLine(depth + 1);
+      node(*child, depth + 1);
+    }
+    newLine(depth);
+  }
+
+  void text(const TiXmlText& text) {
+    if (text.CDATA()) {
+      bytes_.append("<![CDATA[").append(text.ValueStr()).append("]]>");
+    } else {
+      bytes_ += text.ValueStr();
+    }
+  }
+
+  void newLine(std::size_t depth) { bytes_.append(1, '\n').append(kIndentation * depth, ' '); }
+
+  std::string bytes_;
+  std::size_t pieces_ = 0;
+};
 
 }  // namespace
 
-bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document, ContentCheck* check) {
-  bool loaded = false;
+Outcome parseXml(std::string bytes, XmlDocument& document) {
+  document = XmlDocument();  // of an earlier content nothing stays
+  Outcome parsed;
   try {
-    document = TiXmlDocument();  // an earlier byte order mark and error are forgotten too
-    auto text = readFile(root, path);
-    if (text && check) *check = contentCheck(*text);
-    loaded = text && parse(*text, document);
+    document.marked_ = bytes.starts_with(kByteOrderMark);
+    if (document.marked_) bytes.erase(0, kByteOrderMark.size());
+    document.size_ = bytes.size();
+    document.encoding_ = xmlEncoding(bytes, document.marked_);
+    unifyLineEnds(bytes);
+    XmlLook look = prepareXml(bytes, {kDeepestXml, kMostXmlAttributes, kMostXmlPieces});
+    document.kept_ = std::move(look.kept);
+    parsed = look.safe ? parseTree(bytes, document) : std::move(look.safe);
   } catch (const std::bad_alloc&) {
-    loaded = false;
+    parsed = noMemory();
   }
-  if (!loaded) document.Clear();
-  return loaded;
+  if (!parsed) document.Clear();
+  return parsed;
 }
 
-bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document, SavedXml* result) {
-  if (document.NoChildren()) return false;
-  char* bytes = nullptr;
-  std::size_t size = 0;
-  std::FILE* const memory = ::open_memstream(&bytes, &size);
-  if (!memory) return false;
-  const bool printed = document.SaveFile(memory);
-  const bool whole = std::fclose(memory) == 0 && printed;
-  const bool saved = whole && writeFile(root, path, {bytes, size}).done();
-  if (result && saved) *result = {isReadAsPrinted(document, {bytes, size}), contentCheck({bytes, size})};
-  std::free(bytes);
-  return saved;
+Expected<std::string> printXml(const XmlDocument& document) try {
+  if (!document.kept()) return document.kept().failure();
+  if (document.NoChildren()) return Failure{Kind::kNotXml, "is empty"};
+  Printer printer;
+  printer.bytes().reserve(document.size_ + document.size_ / 8);
+  if (document.marked_) printer.bytes() += kByteOrderMark;
+  for (const TiXmlNode* node = document.FirstChild(); node; node = node->NextSibling()) {
+    printer.node(*node, 0);
+    printer.bytes() += '\n';
+  }
+  std::string& bytes = printer.bytes();
+  if (printer.pieces() > kMostXmlPieces || bytes.size() > kLargestFile)
+    return Failure{Kind::kTooLarge, "would grow too large"};
+  std::transform(bytes.begin(), bytes.end(), bytes.begin(), shownForm);
+  return std::move(bytes);
+} catch (const std::bad_alloc&) {
+  return noMemory();
+}
+
+Outcome loadXml(const SiteRoot& root, std::string_view path, XmlDocument& document) {
+  Expected<std::string> bytes = readFile(root, path);
+  if (bytes) return parseXml(*std::move(bytes), document);
+  document = XmlDocument();
+  return bytes.failure();
+}
+
+Outcome saveXml(const SiteRoot& root, std::string_view path, const XmlDocument& document) {
+  const Expected<std::string> bytes = printXml(document);
+  return bytes ? writeFile(root, path, *bytes) : Outcome(bytes.failure());
 }
 
 }  // namespace tessaly

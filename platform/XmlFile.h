@@ -1,36 +1,64 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <tinyxml.h>
 
-#include "platform/ContentCheck.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
+#include "platform/XmlSpelling.h"
 
-// Loading and saving TinyXML documents with the guards that the parser lacks.
+// Reading and printing TinyXML documents so that what nobody touched stays as it is.
 namespace tessaly {
 
 inline constexpr int kDeepestXml = 256;          // nested elements
 inline constexpr int kMostXmlAttributes = 1000;  // on one element
+// Elements, attributes, texts, comments and instructions together: about 1 GB of memory at the most, beside
+// the texts themselves. A macro of 100,000 commands with eight parameters each has 3 million.
+inline constexpr std::size_t kMostXmlPieces = 5'000'000;
 
-// Loads the file into `document` (cleared first). False for a file that is missing, no regular file, larger
-// than 256 MB, contains a NUL or a DOCTYPE with an internal subset, is nested deeper or carries more
-// attributes on one element than the limits above, or does not parse; `document` is then empty. `check`, when
-// given, is set as soon as the bytes were read. Never throws.
-[[nodiscard]] bool loadXml(const SiteRoot& root, std::string_view path, TiXmlDocument& document,
-                           ContentCheck* check = nullptr);
+// The parser's tree, and what the parser does not tell. Values of attributes and texts stand in the tree as
+// the file spells them (XmlSpelling.h): read them by `text`, put them in by `spelling`. Names are plain
+// bytes.
+class XmlDocument : public TiXmlDocument {
+ public:
+  // A text of the tree as UTF-8.
+  [[nodiscard]] std::string text(std::string_view spelled) const { return textOf(spelled, encoding_); }
+  // How a text stands in the tree; kTextNotHeld when the file's encoding cannot hold it.
+  [[nodiscard]] Expected<std::string> spelling(std::string_view text) const {
+    return spellingOf(text, encoding_);
+  }
+  // Whether printing gives back every text, attribute, comment and instruction that was read; kNotKept with
+  // the construct otherwise.
+  [[nodiscard]] const Outcome& kept() const { return kept_; }
 
-// What was written.
-struct SavedXml {
-  // Loading the file again is sure to give the elements and attributes of the tree; the tree has come from a
-  // file, and its element and attribute names still are such as the parser reads.
-  bool same = false;
-  ContentCheck check;
+ private:
+  friend Outcome parseXml(std::string bytes, XmlDocument& document);
+  friend Expected<std::string> printXml(const XmlDocument& document);
+
+  XmlEncoding encoding_ = XmlEncoding::kUndeclared;
+  bool marked_ = false;   // by a byte order mark
+  std::size_t size_ = 0;  // bytes that were read
+  Outcome kept_;
 };
 
-// Prints the tree to memory and writes it whole beside the target, then renames it over. False when nothing
-// was written; an old file is then as it was. An empty document is not written. `result`, when given, is set
-// when the tree was written.
-[[nodiscard]] bool saveXml(const SiteRoot& root, std::string_view path, const TiXmlDocument& document,
-                           SavedXml* result = nullptr);
+// Parses the bytes into `document`, which is empty after a failure: kNotXml with what is wrong, kTooLarge for
+// more than the limits above, kNoMemory. The text of a failure goes on from the name of the file. Never
+// throws.
+Outcome parseXml(std::string bytes, XmlDocument& document);
+
+// The bytes of the tree: each element on a line of its own, indented by four blanks a level, where it does
+// not stand beside text; everything else as it was read. What is printed can be parsed and gives the same
+// tree. A failure for a tree that would lose what was read (kNotKept), has grown beyond the limits
+// (kTooLarge) or is empty (kNotXml).
+[[nodiscard]] Expected<std::string> printXml(const XmlDocument& document);
+
+// Reads the file into `document`. A file that is missing, no regular file or larger than 256 MB fails too.
+Outcome loadXml(const SiteRoot& root, std::string_view path, XmlDocument& document);
+
+// Prints the tree and writes it whole beside the target, then renames it over. After a failure an old file is
+// as it was.
+Outcome saveXml(const SiteRoot& root, std::string_view path, const XmlDocument& document);
 
 }  // namespace tessaly

@@ -1,15 +1,20 @@
 #include "platform/XmlGuard.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string_view>
+#include <vector>
 
 #include "platform/Text.h"
+#include "platform/XmlSpelling.h"
 
 namespace tessaly {
 namespace {
 
-constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+using Kind = Failure::Kind;
+
+constexpr const char* kWhiteSpace = " \t\n\v\f\r";
 
 constexpr auto kEndsTagRun = [] {
   std::array<bool, 256> table{};
@@ -22,169 +27,203 @@ constexpr bool startsName(char c) {
          static_cast<unsigned char>(c) >= 0x7F;
 }
 
+constexpr bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
 bool startsWith(const char* text, std::string_view start) {
   return std::strncmp(text, start.data(), start.size()) == 0;
-}
-
-bool startsWithNoCase(const char* text, std::string_view start) {
-  return ::strncasecmp(text, start.data(), start.size()) == 0;
-}
-
-// True for a numeric reference that is not complete: the parser looks for its ";" anywhere behind and may
-// jump there over any markup.
-bool hasOpenReference(std::string_view text) {
-  for (std::size_t at = text.find("&#"); at != text.npos; at = text.find("&#", at)) {
-    at += 2;
-    const bool isHex = at < text.size() && text[at] == 'x';
-    if (isHex) ++at;
-    const std::size_t end = text.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789", at);
-    if (end == text.npos || end == at || text[end] != ';') return true;
-  }
-  return false;
 }
 
 // The bytes end with a NUL and have none before, so that every search stops at the end by itself.
 class Scan {
  public:
-  Scan(const std::string& bytes, const XmlLimits& limits)
-      : limits_(limits),
-        at_(bytes.c_str()),
-        end_(at_ + bytes.size()),
-        anyOpenReference_(hasOpenReference(bytes)) {}
+  Scan(std::string& bytes, const XmlLimits& limits)
+      : limits_(limits), begin_(bytes.data()), end_(begin_ + bytes.size()), at_(begin_) {}
 
-  bool run() {
-    for (;;) {
-      const char* const text = at_;
-      at_ = std::strchr(text, '<');
-      if (!isBounded(text, at_ ? at_ : end_)) return false;
-      if (!at_) return true;
-      if (!markup()) return false;
+  XmlLook run() {
+    while (look_.safe && *at_ != '\0') {
+      textRun();
+      if (*at_ == '<') markup();
     }
+    return std::move(look_);
   }
 
  private:
-  bool markup() {
+  // An open element. White space in one that holds text too is text; elsewhere it is layout, but for the
+  // blanks that are all that an element holds.
+  struct Level {
+    std::size_t firstBlank;  // in blanks_
+    bool mixed = false;
+    bool empty = true;
+  };
+
+  void refuse(Kind kind, std::string why) { look_.safe = Failure{kind, std::move(why)}; }
+
+  void doNotKeep(const char* what) {
+    if (look_.kept) look_.kept = Failure{Kind::kNotKept, what};
+  }
+
+  void count() {
+    if (++pieces_ > limits_.pieces)
+      refuse(Kind::kTooLarge, format("has more than %zu elements, attributes and texts", limits_.pieces));
+  }
+
+  void textRun() {
+    char* const start = at_;
+    at_ += std::strspn(at_, kWhiteSpace);
+    if (*at_ == '<' || *at_ == '\0') {
+      if (at_ != start && !levels_.empty()) blanks_.push_back(start);
+      return;
+    }
+    at_ += std::strcspn(at_, "<");
+    count();
+    if (levels_.empty()) {
+      doNotKeep("has text outside its root element");
+    } else {
+      levels_.back().mixed = true;
+    }
+  }
+
+  void markup() {
     const char next = at_[1];
-    if (startsName(next)) return element();
     if (next == '/') {
-      if (depth_ > 0) --depth_;
+      closeLevel();
+      skipBeyond(1, ">", "a tag");
+      return;
+    }
+    count();
+    if (!levels_.empty()) levels_.back().empty = false;
+    if (startsName(next)) {
+      element();
     } else if (startsWith(at_, "<!--")) {
-      skipBeyond(4, "-->");
-      return true;
+      skipBeyond(4, "-->", "a comment");
     } else if (startsWith(at_, "<![CDATA[")) {
-      skipBeyond(9, "]]>");
-      return true;
-    } else if (startsWithNoCase(at_, "<!DOCTYPE")) {
-      return documentType();
-    } else if (startsWithNoCase(at_, "<?xml")) {
-      return declaration();
+      if (!levels_.empty()) levels_.back().mixed = true;
+      skipBeyond(9, "]]>", "character data");
+    } else if (equalNoCase({at_, ::strnlen(at_, 9)}, "<!DOCTYPE")) {
+      documentType();
+    } else {
+      skipBeyond(1, ">", "an instruction");  // the parser ends it here, quotes or not
     }
-    skipBeyond(1, ">");  // whatever else it is, the parser ends it here, quotes or not
-    return true;
   }
 
-  // True when the parser, reading characters from `start`, stops at `delimiter` as it should.
-  bool isBounded(const char* start, const char* delimiter) const {
-    return !anyOpenReference_ || !hasOpenReference({start, static_cast<std::size_t>(delimiter - start)});
+  void skipBeyond(int offset, const char* mark, const char* what) {
+    char* const found = std::strstr(at_ + offset, mark);
+    if (!found) {
+      refuse(Kind::kNotXml, std::string("is not well formed: ") + what + " without its end");
+      return;
+    }
+    at_ = found + std::strlen(mark);
   }
 
-  void skipBeyond(int offset, const char* mark) {
-    const char* const found = std::strstr(at_ + offset, mark);
-    at_ = found ? found + std::strlen(mark) : end_;
+  void closeLevel() {
+    if (levels_.empty()) return;
+    const Level level = levels_.back();
+    levels_.pop_back();
+    for (std::size_t i = level.firstBlank; i < blanks_.size(); ++i) {
+      char* const blank = blanks_[i];
+      const bool only = level.empty && std::memchr(blank, '\n', std::strspn(blank, kWhiteSpace)) == nullptr;
+      if ((level.mixed || only) && kHideable.find(*blank) != kHideable.npos) *blank = hiddenForm(*blank);
+    }
+    blanks_.resize(level.firstBlank);
   }
 
-  bool element() {
-    if (++depth_ > limits_.depth) return false;
+  void element() {
+    if (levels_.size() == static_cast<std::size_t>(limits_.depth)) {
+      refuse(Kind::kTooLarge, format("is nested deeper than %d elements", limits_.depth));
+      return;
+    }
+    levels_.push_back({blanks_.size()});
     int attributes = 0;
-    for (++at_;; ++at_) {
+    for (++at_; look_.safe; ++at_) {
       while (!kEndsTagRun[static_cast<unsigned char>(*at_)]) ++at_;
-      if (*at_ == '\0') return true;
-      if (*at_ == '>') break;
+      if (*at_ == '\0' || *at_ == '>') break;
       if (*at_ == '=') {
-        if (++attributes > limits_.attributes) return false;
-      } else if (!quoted()) {
-        return false;
+        attribute(++attributes);
+      } else {
+        quoted();
       }
-      if (*at_ == '\0') return true;
+      if (*at_ == '\0') break;
     }
-    if (at_[-1] == '/') --depth_;
+    if (*at_ != '>') return;  // the parser says that the tag has no end
+    if (at_[-1] == '/') closeLevel();
     ++at_;
-    return true;
+  }
+
+  void attribute(int number) {
+    count();
+    if (number > limits_.attributes)
+      refuse(Kind::kTooLarge, format("has more than %d attributes on one element", limits_.attributes));
+    const char* name = at_;
+    while (isBlank(name[-1])) --name;
+    constexpr std::string_view kSpace = "xml:space";
+    if (std::string_view(begin_, static_cast<std::size_t>(name - begin_)).ends_with(kSpace))
+      doNotKeep("says by xml:space how white space counts");
+    const char* const value = at_ + 1 + std::strspn(at_ + 1, kWhiteSpace);
+    if (*value != '"' && *value != '\'') doNotKeep("has an attribute without quotes");
   }
 
   // From an opening quote to its closing one, or to the end.
-  bool quoted() {
-    const char* const start = at_ + 1;
-    at_ = std::strchr(start, *at_);
-    if (!at_) at_ = end_;
-    return isBounded(start, at_);
+  void quoted() {
+    at_ = std::strchr(at_ + 1, *at_);
+    if (!at_) {
+      at_ = end_;
+    } else if (!isBlank(at_[1]) && at_[1] != '/' && at_[1] != '>') {
+      doNotKeep("has attributes without white space between them");
+    }
   }
 
-  bool documentType() {
+  void documentType() {
     char quote = '\0';
     for (at_ += 2; *at_ != '\0' && *at_ != '>'; ++at_) {
-      if (quote == '\0' && *at_ == '[') return false;
+      if (quote == '\0' && *at_ == '[') break;
       if (quote == '\0' && (*at_ == '"' || *at_ == '\'')) {
         quote = *at_;
       } else if (*at_ == quote) {
         quote = '\0';
       }
     }
-    return quote == '\0';  // the parser would stop at a ">" within quotes too
-  }
-
-  // The parser knows three attributes here, whose quoted values may hold a ">"; it skips all else word by
-  // word.
-  bool declaration() {
-    at_ += std::string_view("<?xml").size();
-    while (*at_ != '\0' && *at_ != '>') {
-      skipWhiteSpace();
-      if (startsWithNoCase(at_, "encoding") || startsWithNoCase(at_, "version") ||
-          startsWithNoCase(at_, "standalone")) {
-        if (!declared()) return false;
-      } else {
-        for (; *at_ != '\0' && *at_ != '>' && kWhiteSpace.find(*at_) == kWhiteSpace.npos; ++at_) {
-          if (static_cast<unsigned char>(*at_) >= 0x80)
-            return false;  // the parser may take it for white space
-        }
-      }
+    // The parser would stop at a ">" within quotes too.
+    if (quote != '\0' || *at_ != '>') {
+      refuse(Kind::kNotXml, "has a document type with an internal subset or without its end");
+    } else {
+      ++at_;
     }
-    return true;
   }
-
-  // One of these attributes. Its value is written back between double quotes, and nothing in it as a
-  // reference.
-  bool declared() {
-    at_ += std::strcspn(at_, "= \t\n\v\f\r>");
-    skipWhiteSpace();
-    if (*at_ != '=') return false;
-    ++at_;
-    skipWhiteSpace();
-    const bool isQuoted = *at_ == '"' || *at_ == '\'';
-    const char* const value = isQuoted ? at_ + 1 : at_;
-    if (!isQuoted) {
-      at_ += std::strcspn(at_, "/ \t\n\v\f\r>");
-    } else if (!quoted() || *at_ == '\0') {
-      return false;
-    }
-    const std::string_view text(value, static_cast<std::size_t>(at_ - value));
-    if (isQuoted) ++at_;
-    return text.find_first_of("\"&") == text.npos;
-  }
-
-  void skipWhiteSpace() { at_ += std::strspn(at_, kWhiteSpace.data()); }
 
   const XmlLimits& limits_;
-  const char* at_;
-  const char* end_;
-  bool anyOpenReference_;  // somewhere, maybe in a comment where it does no harm
-  int depth_ = 0;
+  char* const begin_;
+  char* const end_;
+  char* at_;
+  XmlLook look_;
+  std::vector<Level> levels_;
+  std::vector<char*> blanks_;  // where white space between tags starts, in the open elements
+  std::size_t pieces_ = 0;
 };
+
+// Tab, line feed and carriage return are the only ones that XML allows. Counted, which is faster than to look
+// for the first.
+bool hasForbiddenControl(std::string_view bytes) {
+  return std::count_if(bytes.begin(), bytes.end(), [](char c) {
+           return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
+         }) > 0;
+}
+
+void hide(std::string& bytes) {
+  for (std::size_t at = bytes.find('&'); at != std::string::npos; at = bytes.find('&', at))
+    bytes[at] = kHiddenAmpersand;
+  for (std::size_t at = bytes.find("<?"); at != std::string::npos; at = bytes.find("<?", at))
+    bytes[at + 1] = kHiddenQuestion;
+}
 
 }  // namespace
 
-bool isSafeXml(const std::string& bytes, const XmlLimits& limits) {
-  return bytes.find('\0') == std::string::npos && Scan(bytes, limits).run();
+XmlLook prepareXml(std::string& bytes, const XmlLimits& limits) {
+  const bool forbidden = hasForbiddenControl(bytes);
+  if (forbidden && bytes.find('\0') != std::string::npos) return {Failure{Kind::kNotXml, "holds a NUL"}, {}};
+  hide(bytes);
+  XmlLook look = Scan(bytes, limits).run();
+  if (forbidden) look.kept = Failure{Kind::kNotKept, "holds a control character that XML does not allow"};
+  return look;
 }
 
 }  // namespace tessaly

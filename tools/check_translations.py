@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The program's own texts in its languages: check_translations.py LUPDATE SOURCE_FOLDER [--update]
 
 Fails when a text of the windows has no finished translation, when a translation's text is gone from the windows, or

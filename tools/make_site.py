@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Writes the sample site (site/c), or checks that it is sound and up to date.
 
     tools/make_site.py            writes the site

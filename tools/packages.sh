@@ -1,10 +1,10 @@
-# Sourced by run.sh, test.sh and .ci/run: installs the Debian packages that are missing.
+# Sourced by the scripts: installs the Debian packages that are missing, and builds what a script needs.
 
 build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev qt6-l10n-tools qt6-tools-dev
   qt6-tools-dev-tools qt6-translations-l10n libgl-dev libtinyxml-dev
   libcurl4-openssl-dev nlohmann-json3-dev curl libgtest-dev libgmock-dev libbenchmark-dev)
 run_packages=(python3 python3-pyftpdlib fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
-check_packages=(clang-format clang clang-tidy cppcheck openbox xdotool imagemagick)
+check_packages=(clang-format-14 clang clang-tidy cppcheck openbox xdotool imagemagick)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin
   x11-utils)
@@ -25,4 +25,10 @@ install_missing() {
   fi
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+# build_targets TARGET...: in build/release, whatever has or has not been built there before.
+build_targets() {
+  [ -f build/release/build.ninja ] || cmake --preset release >/dev/null
+  cmake --build build/release --target "$@"
 }

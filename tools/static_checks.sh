@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
-# Reads the code with clang-format, clang-tidy (and with it the warnings of clang) and cppcheck. Needs a configured
-# build folder whose generated headers are there: ./test.sh makes one.
-#   tools/static_checks.sh [BUILD]    build/release unless another is given
+# Reads the code with clang-format, clang-tidy (and with it the warnings of clang) and cppcheck, and makes the headers
+# that are generated.
+#   tools/static_checks.sh [BUILD]    build/release; another one has to be built already
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. tools/packages.sh
+install_missing "${build_packages[@]}" "${check_packages[@]}"
+[ $# -gt 0 ] || build_targets app_autogen editors_autogen widgets_autogen
 rooms=(platform xctl dictionary values classic model link panelsim cli widgets editors app)
 
-find "${rooms[@]}" bench fuzz tests -name '*.cpp' -o -name '*.h' | xargs clang-format --dry-run --Werror
+find "${rooms[@]}" bench fuzz tests -name '*.cpp' -o -name '*.h' | xargs clang-format-14 --dry-run --Werror
 /usr/bin/python3 tools/tidy_units.py "${1:-build/release}" --jobs "$(nproc)"
 # The message left out takes a pointer to a member for an object that is passed by value.
 cppcheck --std=c++20 --language=c++ --enable=warning,performance,portability --suppress=passedByValue --library=qt \

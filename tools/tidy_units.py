@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Runs clang-tidy over the rooms, several files to a compilation.
 
 Most of the time of a check goes into the headers of the libraries, so files of one room that share no file-local
@@ -13,7 +13,8 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-ROOMS = ["app", "editors", "cli", "panelsim", "link", "model", "dictionary", "platform", "xctl"]
+ROOMS = ["app", "editors", "widgets", "cli", "panelsim", "link", "model", "classic", "values", "dictionary", "platform",
+         "xctl"]
 MOST_FILES = 12  # in a unit
 # Names at the left margin that two files in one compilation could both define.
 LOCAL_NAME = re.compile(

@@ -9,6 +9,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view kTimecodeSeparators = ".:";
+constexpr std::size_t kTimecodeDigits = 8;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -99,17 +100,25 @@ FilteredEntry filterTimecode(std::string_view typed, int frameRate) {
     }
   }
   if (frameRate <= 0) return entry;
+  const bool digitsAlone = entry.text.find_first_of(kTimecodeSeparators) == entry.text.npos;
+  if (digitsAlone) {
+    for (; entry.text.size() > kTimecodeDigits; entry.text.pop_back()) ++entry.beeps;
+    if (entry.text.size() < kTimecodeDigits) return entry;
+  }
   std::size_t begin = 0;
   for (const int count : {24, 60, 60, frameRate}) {
-    const std::size_t end = std::min(entry.text.find_first_of(kTimecodeSeparators, begin), entry.text.size());
+    const std::size_t end =
+        digitsAlone ? begin + 2
+                    : std::min(entry.text.find_first_of(kTimecodeSeparators, begin), entry.text.size());
     if (parseInt(std::string_view(entry.text).substr(begin, end - begin)) >= count) {
       const std::string most = format("%02d", count - 1);
       entry.text.replace(begin, end - begin, most);
       ++entry.beeps;
-      begin += most.size() + 1;
+      begin += most.size();
     } else {
-      begin = end + 1;
+      begin = end;
     }
+    if (!digitsAlone) ++begin;
     if (begin > entry.text.size()) break;
   }
   return entry;

@@ -19,7 +19,8 @@ struct FilteredEntry {
 [[nodiscard]] FilteredEntry filterFloat(const FloatParameter& parameter, bool incremental,
                                         std::string_view typed, ValueMode mode);
 // Keeps digits, "." and ":". With a frame rate (25 or 30; 0 leaves a packed number as it is) hours, minutes,
-// seconds and frames beyond a clock's become the last ones, with a beep.
+// seconds and frames beyond a clock's become the last ones, with a beep. Digits alone are judged when all
+// eight stand there, as each further one moves those before it to the left; a ninth is refused.
 [[nodiscard]] FilteredEntry filterTimecode(std::string_view typed, int frameRate);
 
 }  // namespace tessaly

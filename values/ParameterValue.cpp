@@ -1,5 +1,6 @@
 #include "values/ParameterValue.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -75,8 +76,17 @@ std::string shownTimecode(std::string_view stored, ValueMode mode) {
   return mode == ValueMode::kRaw ? std::string(stored) : Timecode::fromStored(stored).display();
 }
 
-std::string storedTimecode(std::string_view shown, ValueMode mode) {
-  return mode == ValueMode::kRaw || shown.empty() ? std::string(shown) : Timecode::fromText(shown).stored();
+std::string storedTimecode(std::string_view shown, int frameRate) {
+  if (frameRate <= 0 || shown.empty()) return std::string(shown);
+  const auto held = [](std::uint8_t number, int count) {
+    return static_cast<std::uint8_t>(std::min<int>(number, count - 1));
+  };
+  Timecode timecode = Timecode::fromText(shown);
+  timecode.hours = held(timecode.hours, 24);
+  timecode.minutes = held(timecode.minutes, 60);
+  timecode.seconds = held(timecode.seconds, 60);
+  timecode.frames = held(timecode.frames, frameRate);
+  return timecode.stored();
 }
 
 std::string rangeText(const IntegerParameter& parameter, ValueMode mode) {

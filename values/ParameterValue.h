@@ -24,9 +24,10 @@ enum class ValueMode { kDisplay, kRaw };
                                       std::string_view shown, ValueMode mode);
 
 // A timecode is stored as the decimal packed form and shown in its display form. A shown empty text stays
-// empty.
+// empty. `frameRate` is the entry filter's (0 stores the text as it is): what digits alone stand for beyond a
+// clock's numbers is stored as the last ones.
 [[nodiscard]] std::string shownTimecode(std::string_view stored, ValueMode mode);
-[[nodiscard]] std::string storedTimecode(std::string_view shown, ValueMode mode);
+[[nodiscard]] std::string storedTimecode(std::string_view shown, int frameRate);
 
 // "min: 0   max: 255", "range: no limits" and so on.
 [[nodiscard]] std::string rangeText(const IntegerParameter& parameter, ValueMode mode);

@@ -1,8 +1,13 @@
 #include "values/SourceNames.h"
 
 #include <array>
+#include <bitset>
+#include <charconv>
+#include <optional>
 #include <string_view>
+#include <system_error>
 #include <unordered_set>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -19,45 +24,59 @@ constexpr int kFirstRamSource = 137;
 constexpr int kFirstVirtualInput = 224;
 constexpr int kVirtualInputs = 16;
 
+using ClassicSources = std::vector<ClassicSource>;
 using SourceTable = std::array<std::string, 256>;
 
-// The buses of PP, the mix effects 1 to 3 and "Meh" (bank 4, without C and D).
-void addBank(SourceTable& names, const char* bankName, int bank) {
-  const auto name = [&](int number, const char* bus) {
-    names[static_cast<std::size_t>(number)] = format("%s %s", bankName, bus);
-  };
-  name(160 + bank, "A");
-  name(208 + bank, "B");
-  if (bank < 4) {
-    name(192 + 2 * bank, "C");
-    name(193 + 2 * bank, "D");
-  }
-  name(176 + bank, "Preview1");
-  name(216 + bank, "Preview2");
+void addRow(ClassicSources& rows, int number, std::string name) {
+  rows.push_back({static_cast<std::uint8_t>(number), std::move(name)});
 }
 
-SourceTable classicSources() {
+// The buses of PP, the mix effects 1 to 3 and "Meh" (bank 4, without C and D).
+void addBank(ClassicSources& rows, const char* bankName, int bank) {
+  const auto add = [&](int number, const char* bus) { addRow(rows, number, format("%s %s", bankName, bus)); };
+  add(160 + bank, "A");
+  add(208 + bank, "B");
+  if (bank < 4) {
+    add(192 + 2 * bank, "C");
+    add(193 + 2 * bank, "D");
+  }
+  add(176 + bank, "Preview1");
+  add(216 + bank, "Preview2");
+}
+
+ClassicSources classicRows() {
+  ClassicSources rows;
+  for (int i = 1; i <= kInputs; ++i) addRow(rows, i, format("Input %02d", i));
+  for (int i = 0; i < kDpmChannels; ++i) addRow(rows, 129 + 2 * i, format("eDpm Chan%d Fill", i + 1));
+  for (int i = 0; i < kDpmChannels; ++i) addRow(rows, 130 + 2 * i, format("eDpm Chan%d Key", i + 1));
+  for (int i = 0; i < kRamChannels; ++i)
+    addRow(rows, kFirstRamSource + i, format("RamRecorder Chan%d", i + 1));
+  for (int i = 0; i < 3; ++i) addRow(rows, 144 + i, format("Color Bgnd %d", i + 1));
+  addRow(rows, 153, "Color Test");
+  addRow(rows, 0, "Black");
+  addRow(rows, 240, "White");
+  int bank = 0;
+  for (const char* bankName : {"PP", "Me1", "Me2", "Me3", "Meh"}) addBank(rows, bankName, bank++);
+  // Counted from 00, one below the inputs: deliberate, the panel's keys are labelled so.
+  for (int i = 0; i < kVirtualInputs; ++i)
+    addRow(rows, kFirstVirtualInput + i, format("Virtual Input %02d", i));
+  return rows;
+}
+
+SourceTable namesByNumber() {
   SourceTable names;
   names.fill("unknown input");
-  for (std::size_t i = 1; i <= kInputs; ++i) names[i] = format("Input %02d", static_cast<int>(i));
-  for (std::size_t i = 0; i < kDpmChannels; ++i) {
-    names[129 + 2 * i] = format("eDpm Chan%d Fill", static_cast<int>(i) + 1);
-    names[130 + 2 * i] = format("eDpm Chan%d Key", static_cast<int>(i) + 1);
-  }
-  for (std::size_t i = 0; i < kRamChannels; ++i) {
-    names[kFirstRamSource + i] = format("RamRecorder Chan%d", static_cast<int>(i) + 1);
-  }
-  for (std::size_t i = 0; i < 3; ++i) names[144 + i] = format("Color Bgnd %d", static_cast<int>(i) + 1);
-  names[153] = "Color Test";
-  names[0] = "Black";
-  names[240] = "White";
-  int bank = 0;
-  for (const char* bankName : {"PP", "Me1", "Me2", "Me3", "Meh"}) addBank(names, bankName, bank++);
-  // Counted from 00, one below the inputs: deliberate, the panel's keys are labelled so.
-  for (std::size_t i = 0; i < kVirtualInputs; ++i) {
-    names[kFirstVirtualInput + i] = format("Virtual Input %02d", static_cast<int>(i));
-  }
+  for (const ClassicSource& row : classicSources()) names[row.number] = row.name;
   return names;
+}
+
+// The number of an input's panel name when a byte holds it.
+std::optional<std::uint8_t> byteNumber(std::string_view panelName) {
+  const std::string text = inputNumberText(panelName);
+  std::uint8_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
 }
 
 PanelSource numbered(const char* display, const char* panel, int shown, int number) {
@@ -145,8 +164,13 @@ void addFamily(std::vector<PanelSource>& list, const EnumFamily& family,
 
 }  // namespace
 
+const std::vector<ClassicSource>& classicSources() {
+  static const ClassicSources kRows = classicRows();
+  return kRows;
+}
+
 const std::string& sourceName(std::uint8_t number) {
-  static const SourceTable kNames = classicSources();
+  static const SourceTable kNames = namesByNumber();
   return kNames[number];
 }
 
@@ -168,6 +192,20 @@ std::vector<PanelSource> inputSources(const FunctionDictionary& dictionary) {
     if (name.find(kInputPrefix) != std::string::npos) addFamily(list, family, &seen);
   }
   return list;
+}
+
+std::vector<ClassicSource> classicInputs(const std::vector<PanelSource>& inputs) {
+  std::vector<ClassicSource> rows;
+  std::bitset<256> listed;
+  for (const PanelSource& input : inputs) {
+    const auto number = byteNumber(input.panelName);
+    if (!number) continue;
+    rows.push_back({*number, input.displayName});
+    listed.set(*number);
+  }
+  for (const ClassicSource& source : classicSources())
+    if (!listed.test(source.number)) rows.push_back(source);
+  return rows;
 }
 
 std::string inputNumberText(std::string_view panelName) {

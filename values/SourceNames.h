@@ -9,6 +9,14 @@
 
 namespace tessaly {
 
+struct ClassicSource {
+  std::uint8_t number;
+  std::string name;
+};
+
+// The classic sources in the order in which they are offered, each number once.
+[[nodiscard]] const std::vector<ClassicSource>& classicSources();
+
 // Name of a classic source number: "Input 07", "PP A", "unknown input".
 [[nodiscard]] const std::string& sourceName(std::uint8_t number);
 
@@ -26,6 +34,10 @@ inline constexpr int kSourceCategories = 10;
 // whose name contains "INPUT", in table order, each panel name once. Rows whose panel name does not begin
 // with "INPUT" are left out.
 [[nodiscard]] std::vector<PanelSource> inputSources(const FunctionDictionary& dictionary);
+
+// What a classic command can name: of `inputs` those with a number that fits its byte, under their display
+// names, then the classic sources that they leave out.
+[[nodiscard]] std::vector<ClassicSource> classicInputs(const std::vector<PanelSource>& inputs);
 
 // "5" for "INPUT5"; empty when the name does not begin with "INPUT".
 [[nodiscard]] std::string inputNumberText(std::string_view panelName);

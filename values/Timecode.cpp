@@ -1,8 +1,10 @@
 #include "values/Timecode.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <limits>
+#include <optional>
 
 #include "platform/Text.h"
 
@@ -15,6 +17,8 @@ constexpr std::uint32_t kByteDigits = 0xFF;    // the bits of a byte that hold t
 constexpr std::uint32_t kMinuteDigits = 0x7F;
 constexpr std::uint32_t kHourDigits = 0x3F;
 constexpr std::size_t kNumbers = 4;  // hours, minutes, seconds, frames
+constexpr std::uint32_t kMostOfANumber = std::numeric_limits<std::uint8_t>::max();
+constexpr std::string_view kSpace = " \t\f\v\n\r";
 
 std::uint32_t packDigits(std::uint8_t number, std::uint32_t mask) {
   return ((static_cast<std::uint32_t>(number / 10) << 4U) | (number % 10U)) & mask;
@@ -27,10 +31,7 @@ std::uint8_t unpackDigits(std::uint32_t digits) {
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 void skipSpace(std::string_view text, std::size_t& position) {
-  while (position < text.size() &&
-         std::string_view(" \t\f\v\n\r").find(text[position]) != std::string_view::npos) {
-    ++position;
-  }
+  while (position < text.size() && kSpace.find(text[position]) != std::string_view::npos) ++position;
 }
 
 // Decimal digits at `position`, which moves past them; 0 without digits, held at `most`.
@@ -43,12 +44,38 @@ std::uint32_t readNumber(std::string_view text, std::size_t& position, std::uint
   return static_cast<std::uint32_t>(value);
 }
 
+// The numbers of a text that is nothing but digits, the hours taking what three pairs leave over; nothing for
+// another text.
+std::optional<std::array<std::uint8_t, kNumbers>> pairsOf(std::string_view text) {
+  const std::size_t first = std::min(text.find_first_not_of(kSpace), text.size());
+  std::string_view digits = text.substr(first, text.find_last_not_of(kSpace) + 1 - first);
+  if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit)) return std::nullopt;
+  std::array<std::uint8_t, kNumbers> numbers{};
+  for (std::size_t i = kNumbers; i-- > 0 && !digits.empty();) {
+    std::size_t position = i == 0 || digits.size() < 2 ? 0 : digits.size() - 2;
+    const std::size_t start = position;
+    numbers[i] = static_cast<std::uint8_t>(readNumber(digits, position, kMostOfANumber));
+    digits = digits.substr(0, start);
+  }
+  return numbers;
+}
+
 }  // namespace
 
 std::uint32_t Timecode::packed() const {
   return packDigits(frames, kByteDigits) | (packDigits(seconds, kByteDigits) << 8U) |
          ((packDigits(minutes, kMinuteDigits) | (field ? kFieldBit : 0U)) << 16U) |
          ((packDigits(hours, kHourDigits) | (dropFrame ? kDropFrameBit : 0U)) << 24U);
+}
+
+std::uint32_t Timecode::packedOver(std::uint32_t old) const {
+  const Timecode before = fromPacked(old);
+  std::uint32_t changed = 0;
+  if (frames != before.frames) changed |= kByteDigits;
+  if (seconds != before.seconds) changed |= kByteDigits << 8U;
+  if (minutes != before.minutes || field != before.field) changed |= kByteDigits << 16U;
+  if (hours != before.hours || dropFrame != before.dropFrame) changed |= kByteDigits << 24U;
+  return (old & ~changed) | (packed() & changed);
 }
 
 Timecode Timecode::fromPacked(std::uint32_t packed) {
@@ -70,13 +97,14 @@ std::string Timecode::display(bool withField) const {
 std::string Timecode::plain() const { return format("%02d:%02d:%02d:%02d", hours, minutes, seconds, frames); }
 
 Timecode Timecode::fromText(std::string_view text) {
+  if (const auto pairs = pairsOf(text))
+    return {(*pairs)[0], (*pairs)[1], (*pairs)[2], (*pairs)[3], false, false};
   std::array<std::uint8_t, kNumbers> numbers{};
   char separator = ':';
   std::size_t position = 0;
   for (std::size_t i = 0; i < kNumbers; ++i) {
     skipSpace(text, position);
-    numbers[i] =
-        static_cast<std::uint8_t>(readNumber(text, position, std::numeric_limits<std::uint8_t>::max()));
+    numbers[i] = static_cast<std::uint8_t>(readNumber(text, position, kMostOfANumber));
     skipSpace(text, position);
     if (i + 1 == kNumbers || position >= text.size()) break;
     if (text[position] != ':' && text[position] != '.') break;

@@ -15,7 +15,19 @@
 // Between the bytes of model code and the text of widgets.
 namespace tessaly {
 
+// What labels, lists and boxes show of names, values and lines: nothing in it hides or turns round what
+// stands beside it.
 [[nodiscard]] inline QString shown(const std::string& bytes) {
+  return QString::fromStdString(visibleUtf8(bytes, "\t"));
+}
+
+// The same of a text of ours that has several lines; the names in it have been made visible before.
+[[nodiscard]] inline QString shownLines(const std::string& text) {
+  return QString::fromStdString(visibleUtf8(text, "\t\n"));
+}
+
+// What a field is filled with for editing: as it is, since it is stored as the field has it.
+[[nodiscard]] inline QString editable(const std::string& bytes) {
   return QString::fromStdString(displayUtf8(bytes));
 }
 

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QShortcut>
 
-#include "widgets/ListBox.h"
+#include "widgets/RowsView.h"
 
 namespace tessaly {
 
@@ -17,7 +17,7 @@ constexpr int kMargin = 3;  // pixels around the field
 
 }  // namespace
 
-ListFinder::ListFinder(ListBox& list)
+ListFinder::ListFinder(RowsView& list)
     : QFrame(&list), list_(list), text_(new QLineEdit(this)), count_(new QLabel(this)) {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);

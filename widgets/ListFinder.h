@@ -10,7 +10,7 @@ class QLineEdit;
 
 namespace tessaly {
 
-class ListBox;
+class RowsView;
 
 // A small field over the foot of a list: what is typed leads to the next row that holds it. Nothing is
 // chosen on the way, because choosing may open a macro or fetch one; Enter chooses the row that was found.
@@ -19,7 +19,7 @@ class ListFinder : public QFrame {
   Q_OBJECT
 
  public:
-  explicit ListFinder(ListBox& list);
+  explicit ListFinder(RowsView& list);
 
   // The row that was found last, for the list to mark; none while the field is closed.
   [[nodiscard]] QModelIndex mark() const { return isVisible() ? QModelIndex(found_) : QModelIndex(); }
@@ -35,7 +35,7 @@ class ListFinder : public QFrame {
   void goOn(int step);
   void place();
 
-  ListBox& list_;
+  RowsView& list_;
   QLineEdit* text_;
   QLabel* count_;
   QPersistentModelIndex found_;

@@ -13,9 +13,9 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kOpenTime{5000};    // for the TCP connection and the greeting together
 constexpr milliseconds kGoodbyeTime{200};  // for sending what waits and for the panel to close its side
-constexpr std::size_t kMostPending = std::size_t{8} * 1024 * 1024;  // bytes of lines that wait to be sent
+constexpr std::size_t kMostUnsent = std::size_t{8} * 1024 * 1024;  // bytes of lines that wait to be sent
 constexpr std::size_t kReadSize = std::size_t{64} * 1024;
-constexpr std::size_t kMostSpellings = 100000;
+constexpr std::size_t kMostNames = 1'000'000;
 
 int millisecondsUntil(std::chrono::steady_clock::time_point deadline) {
   const auto left = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now());
@@ -32,7 +32,7 @@ void Session::run(const std::string& host, std::uint16_t port) {
   }
   close();
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     phase_ = Phase::kDone;
   }
   changed_.notify_all();
@@ -40,7 +40,7 @@ void Session::run(const std::string& host, std::uint16_t port) {
 
 void Session::close() {
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     phase_ = Phase::kEnded;
     ending_ = true;
   }
@@ -49,29 +49,36 @@ void Session::close() {
     sayGoodbye();
   } catch (...) {
   }
+  // What was called and has not arrived is dropped with the line: nothing happens on a panel later on.
+  if (linked_ && (!allSent() || socket_.hasUnconfirmed())) socket_.closeAndForget();
   socket_.close();
   linked_ = false;
   reportEnd();
 }
 
 bool Session::waitOpen() {
-  std::unique_lock guard(mutex_);
-  changed_.wait(guard, [this] { return opened_ || phase_ > Phase::kOpen; });
+  const MutexLock guard(mutex_);
+  while (!opened_ && phase_ <= Phase::kOpen) changed_.wait(mutex_);
   return phase_ == Phase::kOpen && !ending_;
 }
 
 bool Session::endReported() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return endReported_;
 }
 
 void Session::waitEnd(bool reportedOnly) {
-  std::unique_lock guard(mutex_);
-  changed_.wait(guard, [&] { return phase_ == Phase::kDone || (reportedOnly && endReported_); });
+  const MutexLock guard(mutex_);
+  while (phase_ != Phase::kDone && !(reportedOnly && endReported_)) changed_.wait(mutex_);
+}
+
+std::string Session::endReason() {
+  const MutexLock guard(mutex_);
+  return endReason_;
 }
 
 bool Session::done() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return phase_ == Phase::kDone;
 }
 
@@ -82,7 +89,7 @@ void Session::end() {
 
 void Session::reportEnd() {
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     if (std::exchange(reporting_, true)) return;
   }
   try {
@@ -90,7 +97,7 @@ void Session::reportEnd() {
   } catch (...) {
   }
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     endReported_ = true;
   }
   changed_.notify_all();
@@ -99,13 +106,14 @@ void Session::reportEnd() {
 bool Session::send(const std::string& line) {
   bool first = false;
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     if (phase_ != Phase::kOpen || ending_ || line.size() > kLongestLine ||
-        pending_.size() + line.size() > kMostPending) {
+        unsent_ + line.size() > kMostUnsent) {
       return false;
     }
     first = pending_.empty();
     pending_ += line;
+    unsent_ += line.size();
   }
   if (first) wakeUp_.wake();
   return true;
@@ -113,10 +121,11 @@ bool Session::send(const std::string& line) {
 
 bool Session::subscribe(const std::string& name) {
   std::string sent = wireText(name);
-  if (sent != name) {
-    const std::scoped_lock guard(mutex_);
-    if (spellings_.size() >= kMostSpellings) return false;
-    spellings_.insert_or_assign(sent, name);
+  {
+    const MutexLock guard(mutex_);
+    if (asked_.size() >= kMostNames) return false;
+    Asked& asked = asked_[sent];
+    if (sent != name) asked.given = name;
   }
   return send(subscribeLine(sent));
 }
@@ -147,7 +156,7 @@ bool Session::turn() {
   }
   if (!sendingFailed_) sendingFailed_ = !flush();
   if (watches[0].readable) return receive();
-  return !lastLook;
+  return !lastLook || endFor("the panel is gone");
 }
 
 int Session::waitTime() const { return greeted_ ? -1 : millisecondsUntil(deadline_); }
@@ -157,7 +166,7 @@ bool Session::flush() {
     if (allSent()) {
       outgoing_.clear();
       sent_ = 0;
-      const std::scoped_lock guard(mutex_);
+      const MutexLock guard(mutex_);
       outgoing_.swap(pending_);
     }
     if (outgoing_.empty()) return true;
@@ -165,6 +174,8 @@ bool Session::flush() {
     const Socket::Transfer result = socket_.send(std::string_view(outgoing_).substr(sent_), count);
     if (result != Socket::Transfer::kDone) return result == Socket::Transfer::kAgain;
     sent_ += count;
+    const MutexLock guard(mutex_);
+    unsent_ -= count;
   }
 }
 
@@ -172,26 +183,27 @@ bool Session::receive() {
   std::array<char, kReadSize> bytes;
   std::size_t count = 0;
   const Socket::Transfer result = socket_.receive(bytes, count);
-  if (result != Socket::Transfer::kDone) return result == Socket::Transfer::kAgain;
+  if (result == Socket::Transfer::kClosed) return endFor("the panel is gone");
+  if (result == Socket::Transfer::kAgain) return true;
   lines_.append({bytes.data(), count});
   while (const auto line = lines_.next()) {
     if (ending_ || !handle(*line)) return false;
   }
-  return !lines_.overflown();
+  return !lines_.overflown() || endFor("the panel sent a line without end");
 }
 
 bool Session::handle(std::string_view line) {
   WireMessage message;
   switch (parseLine(line, message)) {
     case LineKind::kBroken:
-      return false;
+      return endFor("the panel does not speak the protocol");
     case LineKind::kOther:
       return true;
     case LineKind::kMessage:
       break;
   }
   if (greeted_) {
-    deliver(message);
+    return deliver(message);
   } else if (message.method == kHelloMethod) {
     open();
   }
@@ -200,30 +212,47 @@ bool Session::handle(std::string_view line) {
 
 void Session::open() {
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     phase_ = Phase::kOpen;
   }
   greeted_ = true;
   client_->connectionStatusChanged(0);
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     opened_ = true;
   }
   changed_.notify_all();
 }
 
-void Session::deliver(const WireMessage& message) {
-  if (!message.name || !message.value) return;
-  std::string name = *message.name;
+bool Session::deliver(const WireMessage& message) {
+  if (!message.name || !message.value) return true;
+  if (message.value->size() > kLongestValue) return endFor("the panel sent a value of more than 64 kB");
+  if (message.method == kTriggerMethod)
+    client_->triggerValueReceived(*message.name, ParameterValue(*message.value));
+  if (message.method != kValueMethod) return true;
+  const auto name = accept(*message.name, message.value->size());
+  if (name) client_->subscribedValueReceived(*name, ParameterValue(*message.value));
+  return !ending_;
+}
+
+std::optional<std::string> Session::accept(const std::string& name, std::size_t size) {
   {
-    const std::scoped_lock guard(mutex_);
-    if (!spellings_.empty()) {
-      const auto given = spellings_.find(name);
-      if (given != spellings_.end()) name = given->second;
-    }
+    const MutexLock guard(mutex_);
+    const auto asked = asked_.find(name);
+    if (asked == asked_.end()) return std::nullopt;
+    valueBytes_ += size;
+    valueBytes_ -= std::exchange(asked->second.size, size);
+    if (valueBytes_ <= kMostValues) return asked->second.given.value_or(name);
   }
-  if (message.method == kValueMethod) client_->subscribedValueReceived(name, ParameterValue(*message.value));
-  if (message.method == kTriggerMethod) client_->triggerValueReceived(name, ParameterValue(*message.value));
+  ending_ = true;
+  endFor("the panel sent more than 64 MB of values");
+  return std::nullopt;
+}
+
+bool Session::endFor(const char* reason) {
+  const MutexLock guard(mutex_);
+  endReason_ = reason;
+  return false;
 }
 
 // A call made just before the end still reaches the panel: what waits is sent, and reading goes on until the

@@ -4,11 +4,13 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/sockios.h>
 #include <memory>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <system_error>
 #include <unistd.h>
@@ -41,6 +43,19 @@ void sendAtOnce(const Socket& socket) {
   ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
 }
 
+// A line without traffic is looked at every few seconds; either way it is given up after kLossMilliseconds.
+constexpr int kIdleSeconds = 4, kProbeSeconds = 2, kProbes = 4;
+constexpr unsigned kLossMilliseconds = 10'000;
+
+void noticeLoss(const Socket& socket) {
+  const int on = 1;
+  ::setsockopt(socket.handle(), SOL_SOCKET, SO_KEEPALIVE, &on, sizeof on);
+  ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_KEEPIDLE, &kIdleSeconds, sizeof kIdleSeconds);
+  ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_KEEPINTVL, &kProbeSeconds, sizeof kProbeSeconds);
+  ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_KEEPCNT, &kProbes, sizeof kProbes);
+  ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_USER_TIMEOUT, &kLossMilliseconds, sizeof kLossMilliseconds);
+}
+
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
 }  // namespace
@@ -66,6 +81,7 @@ Socket Socket::beginConnect(const std::string& host, std::uint16_t port) {
   Socket socket = newSocket(*address);
   if (!socket.valid()) return {};
   sendAtOnce(socket);
+  noticeLoss(socket);
   if (::connect(socket.handle(), address->ai_addr, address->ai_addrlen) != 0 && errno != EINPROGRESS)
     return {};
   return socket;
@@ -127,6 +143,17 @@ Socket::Transfer Socket::send(std::string_view bytes, std::size_t& count) const 
 }
 
 void Socket::finishSending() const { ::shutdown(handle_, SHUT_WR); }
+
+bool Socket::hasUnconfirmed() const {
+  int bytes = 0;
+  return ::ioctl(handle_, SIOCOUTQ, &bytes) == 0 && bytes > 0;
+}
+
+void Socket::closeAndForget() {
+  const linger atOnce{.l_onoff = 1, .l_linger = 0};
+  ::setsockopt(handle_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+  close();
+}
 
 WakeUp::WakeUp() {
   int pair[2];

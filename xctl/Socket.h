@@ -23,6 +23,9 @@ class Socket {
 
   // Starts connecting; wait until writable, then ask `connected`. `host` is a numeric address or "localhost":
   // other names are not looked up, since a look-up cannot be bounded in time. Not valid when refused at once.
+  // A peer that is silent is asked for a sign of life, and one that acknowledges nothing for 10 s counts as
+  // gone: at the latest 15 s after its last sign the socket has an error, whether or not anything waited to
+  // be sent.
   [[nodiscard]] static Socket beginConnect(const std::string& host, std::uint16_t port);
 
   // Listens on a numeric address; port 0 takes any free one. Not valid on failure, `reason` then says why.
@@ -36,7 +39,12 @@ class Socket {
   [[nodiscard]] Transfer receive(std::span<char> buffer, std::size_t& count) const;
   [[nodiscard]] Transfer send(std::string_view bytes, std::size_t& count) const;
   void finishSending() const;  // the peer reads the end of the stream; receiving goes on
+  // Sent, but not known to have arrived.
+  [[nodiscard]] bool hasUnconfirmed() const;
   void close();
+  // Closes, and what has not arrived yet never will: left to itself the system would go on trying behind the
+  // back of whoever has given up.
+  void closeAndForget();
 
  private:
   int release();

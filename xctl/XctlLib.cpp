@@ -5,12 +5,14 @@
 #include <cstddef>
 #include <exception>
 #include <iostream>
-#include <mutex>
 #include <thread>
 
+#include "platform/ThreadAnnotations.h"
 #include "xctl/JsonLine.h"
 #include "xctl/Session.h"
 
+using tessaly::Mutex;
+using tessaly::MutexLock;
 using tessaly::Session;
 
 // Sockets of this system need no start-up; the maker's library does.
@@ -60,21 +62,26 @@ class XCTLConnection::Impl {
   void joinEnded();
 
   const ETransport transport_;
-  std::mutex mutex_;  // guards what follows; held for these containers only
-  std::shared_ptr<Session> current_;
-  std::vector<Running> running_;  // every session whose thread has not been joined
+  Mutex mutex_;  // held for these containers only
+  std::shared_ptr<Session> current_ GUARDED_BY(mutex_);
+  std::vector<Running> running_ GUARDED_BY(mutex_);  // every session whose thread has not been joined
 };
 
 XCTLConnection::Impl::~Impl() {
   disconnect();
-  for (Running& running : running_) {
+  std::vector<Running> left;
+  {
+    const MutexLock guard(mutex_);
+    left.swap(running_);
+  }
+  for (Running& running : left) {
     running.session->end();
     running.thread.join();
   }
 }
 
 std::shared_ptr<Session> XCTLConnection::Impl::current() {
-  const std::scoped_lock guard(mutex_);
+  const MutexLock guard(mutex_);
   return current_;
 }
 
@@ -92,12 +99,12 @@ std::shared_ptr<Session> XCTLConnection::Impl::start(const std::string& host, st
   auto session = std::make_shared<Session>(client);
   std::shared_ptr<Session> earlier;
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     earlier = std::exchange(current_, session);
   }
   while (true) {
     if (earlier) finish(*earlier);
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     if (current_ != session) return nullptr;
     const auto busy = std::find_if(running_.begin(), running_.end(),
                                    [](const Running& running) { return !running.session->endReported(); });
@@ -113,7 +120,7 @@ std::shared_ptr<Session> XCTLConnection::Impl::start(const std::string& host, st
 void XCTLConnection::Impl::disconnect() {
   std::shared_ptr<Session> session;
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     session = std::exchange(current_, nullptr);
   }
   if (session) finish(*session);
@@ -127,7 +134,7 @@ void XCTLConnection::Impl::disconnect() {
 void XCTLConnection::Impl::finish(Session& session) {
   bool started = false, own = false, inCallback = false;
   {
-    const std::scoped_lock guard(mutex_);
+    const MutexLock guard(mutex_);
     for (const Running& running : running_) {
       const bool here = running.thread.get_id() == std::this_thread::get_id();
       const bool same = running.session.get() == &session;
@@ -147,11 +154,12 @@ void XCTLConnection::Impl::finish(Session& session) {
 void XCTLConnection::Impl::joinEnded() {
   std::vector<Running> ended;
   {
-    const std::scoped_lock guard(mutex_);
-    const auto first = std::partition(running_.begin(), running_.end(), [this](const Running& running) {
-      return running.session == current_ || !running.session->done() ||
-             running.thread.get_id() == std::this_thread::get_id();
-    });
+    const MutexLock guard(mutex_);
+    const auto first =
+        std::partition(running_.begin(), running_.end(), [current = current_](const auto& running) {
+          return running.session == current || !running.session->done() ||
+                 running.thread.get_id() == std::this_thread::get_id();
+        });
     std::move(first, running_.end(), std::back_inserter(ended));
     running_.erase(first, running_.end());
   }
@@ -193,6 +201,11 @@ bool XCTLConnection::subscribe(const std::string& name) {
   } catch (const std::exception&) {
     return false;
   }
+}
+
+std::string XCTLConnection::endReason() {
+  const auto session = impl_->current();
+  return session ? session->endReason() : std::string();
 }
 
 bool XCTLConnection::callFunctionId(const std::string& functionId, const ParameterList& parameters) {

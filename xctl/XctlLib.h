@@ -74,9 +74,16 @@ class XCTLConnection {
   // called afterwards.
   void disconnect();
 
-  // Both return at once; false when not connected or when too much waits to be sent (8 MB).
+  // Both return at once; false when not connected or when too much waits to be sent (8 MB). True is no
+  // promise: what has not arrived when the connection ends is dropped.
   bool subscribe(const std::string& name);
   bool callFunctionId(const std::string& functionId, const ParameterList& parameters);
+
+#ifdef TESSALY_OPEN_XCTL
+  // Of this implementation only: why the last connection ended by itself, such as "the panel is gone"; empty
+  // when it did not.
+  std::string endReason();
+#endif
 
  private:
   class Impl;

@@ -20,10 +20,10 @@ constexpr int kRestMilliseconds = 500;
 int startWindow(const char* root, bool rest) {
   toolkit();
   Application application({root, false, false, kFtpPort});
-  if (!application.claimRoot()) return 1;
+  if (application.claimRoot() != RootClaim::kOurs) return 1;
   application.start();
   const WindowDriver driver(*application.window());
-  ListBox& list = driver.list(Desk::ids(Pane::kA).applications);
+  RowsView& list = driver.list(Desk::ids(Pane::kA).applications);
   while (!application.window()->loaded())
     QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
   list.repaint();

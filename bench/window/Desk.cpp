@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "dictionary/InterfaceFile.h"
+#include "widgets/QuietToolkit.h"
 
 namespace tessaly::bench {
 
@@ -13,9 +14,11 @@ namespace {
 // Tells when a list has been painted with the rows that it has now.
 class PaintWatch : public QObject {
  public:
-  explicit PaintWatch(ListBox& list) {
+  explicit PaintWatch(RowsView& list) {
     list.viewport()->installEventFilter(this);
-    connect(&list.rows(), &ListBoxModel::rowsChanged, this, [this] { painted_ = false; });
+    const auto changed = [this] { painted_ = false; };
+    connect(&list.rows(), &QAbstractItemModel::modelReset, this, changed);
+    connect(&list.rows(), &QAbstractItemModel::layoutChanged, this, changed);
   }
   [[nodiscard]] bool painted() const { return painted_; }
 
@@ -37,6 +40,7 @@ QApplication& toolkit() {
   static char* arguments[] = {name, nullptr};
   static QApplication* application = [] {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    quietToolkit();
     return new QApplication(count, arguments);
   }();
   return *application;

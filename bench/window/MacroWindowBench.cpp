@@ -12,6 +12,7 @@
 #include "model/CommandLine.h"
 #include "model/MacroFile.h"
 #include "tests/editors/DialogDriver.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly::bench {
 namespace {
@@ -111,7 +112,7 @@ void toggleRaw() {
 void buildLines() {
   static const MacroCommands commands = [] {
     MacroCommands loaded;
-    if (!loadCommands(desk().access(), std::string(kLargeMacros) + "macro000.mac", true, loaded))
+    if (!loadCommands(desk().access(), std::string(kLargeMacros) + "macro000.mac", loaded))
       std::abort();
     return loaded;
   }();

@@ -6,9 +6,11 @@
 #include "link/PanelMacros.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
+#include "model/MacroHistory.h"
 #include "model/Settings.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -36,7 +38,7 @@ Settings settingsOf(int generation) {
 std::optional<int> macroGeneration(const SiteAccess& site, const std::string& path, int commandCount) {
   MacroCommands commands;
   const std::string bytes = readFile(site.root, path).value_or("");
-  if (!bytes.ends_with(kMacroEnd) || !loadCommands(site, path, false, commands)) return std::nullopt;
+  if (!bytes.ends_with(kMacroEnd) || !loadCommands(site, path, commands)) return std::nullopt;
   if (static_cast<int>(commands.size()) != commandCount || commands[0].parameters.empty())
     return std::nullopt;
   const std::string& value = commands[0].parameters[0].value;
@@ -50,7 +52,7 @@ std::optional<int> macroGeneration(const SiteAccess& site, const std::string& pa
 std::optional<int> convertedGeneration(const SiteAccess& site, const std::string& path) {
   std::string name;
   MacroCommands commands;
-  if (!readMacroName(site, path, name) || !loadCommands(site, path, false, commands)) return std::nullopt;
+  if (!readMacroName(site, path, name) || !loadCommands(site, path, commands)) return std::nullopt;
   const int generation = parseInt(std::string_view(name).substr(1));
   const bool whole = name == crashMacroName(generation) && commands.size() == std::size_t{kCrashKeys};
   return whole ? std::optional(generation) : std::nullopt;
@@ -62,6 +64,23 @@ std::optional<int> downloadedGeneration(const SiteRoot& root, const fs::path& tr
     if (readFile(root, remoteFile(tree, generation)) == bytes) return generation;
   }
   return std::nullopt;
+}
+
+constexpr std::size_t kMostKept = 20;
+
+MacroHistory historyOf(const SiteRoot& root) {
+  MacroHistory::Limits limits;
+  limits.macros = kMostKept;
+  return {root, limits};
+}
+
+// That of the newest, when every kept macro is whole and has its record.
+std::optional<int> keptGeneration(const SiteAccess& site) {
+  const std::vector<KeptMacro> kept = historyOf(site.root).list();
+  for (const KeptMacro& macro : kept)
+    if (!macro.place || readFile(site.root, macro.file).value_or("").size() != macro.size)
+      return std::nullopt;
+  return kept.empty() ? std::nullopt : macroGeneration(site, kept.front().file, kCrashCommands);
 }
 
 std::optional<int> settingsGeneration(const SiteRoot& root) {
@@ -95,10 +114,19 @@ bool CrashSite::prepare() const {
          writeFile(root_, kEmptyMacro, "<macro name=\"\"><data></data></macro>\n");
   for (const CrashStep step : {CrashStep::kEdit, CrashStep::kSave, CrashStep::kCopy})
     done = done && writeFile(root_, path(step), crashMacro(0, kCrashCommands));
-  return done && writeFile(root_, path(CrashStep::kDownload), crashMacro(0, downloadedCommands(0))) &&
+  return done && keep(0) &&
+         writeFile(root_, path(CrashStep::kDownload), crashMacro(0, downloadedCommands(0))) &&
          convertKeyFile(site, crashMacroName(0), path(CrashStep::kConvert), keyPath()) &&
          writeSettings(root_, settingsOf(0));
 }
+
+bool CrashSite::keep(int generation) const {
+  return historyOf(root_)
+      .keep(crashMacro(generation, kCrashCommands), {path(CrashStep::kSave), {}, 0, {}}, MacroChange::kSave)
+      .done();
+}
+
+void CrashSite::forgetHistory() const { fs::remove_all(root_.path() / "history"); }
 
 std::optional<int> CrashSite::generation(CrashStep step) const {
   CrashMessages messages;
@@ -113,6 +141,8 @@ std::optional<int> CrashSite::generation(CrashStep step) const {
       return convertedGeneration(site, file);
     case CrashStep::kDownload:
       return downloadedGeneration(root_, panelTree(), file);
+    case CrashStep::kKeep:
+      return keptGeneration(site);
     case CrashStep::kSettings:
       return settingsGeneration(root_);
   }
@@ -124,8 +154,17 @@ CrashSite::Strays CrashSite::strays(CrashStep step) const {
   std::set<std::string> known{toUpperAscii(kEmptyMacro)};
   for (const CrashStepRow& row : kCrashSteps) known.insert(toUpperAscii(path(row.step)));
   Strays strays;
+  const auto isTemporary = [](const std::string& name) { return name.starts_with(".tessaly-"); };
   for (const std::string& name : listFolder(root_, folder)) {
-    if (name.starts_with(".tessaly-")) {
+    if (step == CrashStep::kKeep) {
+      const auto inDay = listFolder(root_, folder + name);
+      strays.temporary += static_cast<int>(std::count_if(inDay.begin(), inDay.end(), isTemporary));
+      // Each has its record; a kill leaves one alone at most.
+      const auto files =
+          static_cast<std::size_t>(inDay.size()) - listFolder(root_, folder + name, ".txt").size();
+      if (inDay.size() > 2 * files + 1) ++strays.unknown;
+    }
+    if (isTemporary(name)) {
       ++strays.temporary;
     } else if (!known.contains(toUpperAscii(folder + name)) && isRegularFile(root_, folder + name)) {
       ++strays.unknown;

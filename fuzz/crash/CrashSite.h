@@ -12,7 +12,7 @@
 namespace tessaly {
 
 // What the worker does, each writing one file of its own.
-enum class CrashStep { kEdit, kSave, kCopy, kConvert, kDownload, kSettings };
+enum class CrashStep { kEdit, kSave, kCopy, kConvert, kDownload, kKeep, kSettings };
 
 struct CrashStepRow {
   CrashStep step;
@@ -28,6 +28,7 @@ inline constexpr std::array kCrashSteps{
     CrashStepRow{CrashStep::kConvert, "key conversion",
                  "c:\\programme\\RV48\\bin\\MacroFid\\tempClassic.mac"},
     CrashStepRow{CrashStep::kDownload, "download", "c:\\programme\\rv48\\appli\\Show\\CP1\\macroWP3\\x.mac"},
+    CrashStepRow{CrashStep::kKeep, "history", "history\\lock"},
     CrashStepRow{CrashStep::kSettings, "settings", ""}};
 
 inline constexpr int kCrashCommands = 600;  // in the edited macro
@@ -39,6 +40,11 @@ inline constexpr int kCrashDownloads = 6;   // macros on the panel, of very diff
 class CrashSite {
  public:
   explicit CrashSite(const std::filesystem::path& folder);
+
+  // What a macro held goes to the history, which is kept small here.
+  [[nodiscard]] bool keep(int generation) const;
+  // Removes what would make the next step find its folders ready.
+  void forgetHistory() const;
 
   // Writes every file of the site in generation 0, and what is copied, converted and downloaded.
   [[nodiscard]] bool prepare() const;

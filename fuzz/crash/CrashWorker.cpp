@@ -47,6 +47,7 @@ class CrashWorker {
         return (committed(step) + 1) % kCrashDownloads;
       case CrashStep::kEdit:
       case CrashStep::kConvert:
+      case CrashStep::kKeep:
       case CrashStep::kSettings:
         break;
     }
@@ -64,14 +65,16 @@ class CrashWorker {
       case CrashStep::kCopy:
         return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file).done();
       case CrashStep::kConvert:
-        return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath());
+        return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath()).done();
       case CrashStep::kDownload:
         return transfers_("127.0.0.1")
-                   ->get(remoteMacroPath(1, macroNumberText(generation)),
-                         site_.root().resolve(file).string()) == FtpClient::Result::kDone;
+                   ->get(remoteMacroPath(1, macroNumberText(generation)), site_.root().resolve(file).string(),
+                         {}) == FtpClient::Result::kDone;
+      case CrashStep::kKeep:
+        return site_.keep(generation);
       case CrashStep::kSettings: {
         const std::string text = crashValue(generation);
-        return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text});
+        return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text}).done();
       }
     }
     return false;
@@ -79,12 +82,9 @@ class CrashWorker {
 
   // As the value update does it.
   static bool update(const SiteAccess& site, const std::string& file, const std::string& value) {
-    HeldMacro held;
-    if (!held.open(site, file)) return false;
-    for (int command = 0; command < kCrashCommands; ++command) {
-      if (!held.setCommandValue(command, value)) return false;
-    }
-    return held.save(site, file);
+    SetValues values;
+    for (int command = 0; command < kCrashCommands; ++command) values.values.emplace_back(command, value);
+    return editMacroFile(site, file, values).done();
   }
 
   CrashSite site_;
@@ -94,6 +94,11 @@ class CrashWorker {
 };
 
 }  // namespace
+
+bool runCrashStep(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort,
+                  CrashStep step) {
+  return CrashWorker(folder, record, ftpPort).run(step);
+}
 
 bool runCrashWorker(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort,
                     unsigned seed, int steps) {

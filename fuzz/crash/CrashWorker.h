@@ -12,4 +12,8 @@ namespace tessaly {
 [[nodiscard]] bool runCrashWorker(const std::filesystem::path& folder, CrashRecord& record,
                                   std::uint16_t ftpPort, unsigned seed, int steps);
 
+// One step in this process, with its traces in the record.
+bool runCrashStep(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort,
+                  CrashStep step);
+
 }  // namespace tessaly

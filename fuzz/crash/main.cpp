@@ -18,6 +18,7 @@
 
 #include "fuzz/crash/CrashReport.h"
 #include "fuzz/crash/CrashWorker.h"
+#include "fuzz/crash/FlushWatch.h"
 #include "panelsim/FtpService.h"
 #include "platform/Text.h"
 
@@ -86,9 +87,11 @@ class CrashHarness {
       return false;
     }
     wholeRun();
+    for (const CrashStepRow& row : kCrashSteps) flushEverything(row);
     for (int i = 0; i < kills && report_.good(); ++i) killOnce();
     wholeRun();
     report_.print();
+    std::printf("%zu flushes watched, each made to fail once\n", flushes_);
     return report_.good();
   }
 
@@ -99,6 +102,29 @@ class CrashHarness {
     record_.started = 0;
     record_.step = CrashRecord::kBetweenSteps;
     return startWorker(folder_, ftpPort_, chosen(1U << 30), steps);
+  }
+
+  // Each step with every flush watched, and again with each flush failing in turn: what is done is on the
+  // disk, and what may not be is not called done. A file is whole all the same.
+  void flushEverything(const CrashStepRow& row) {
+    std::size_t flushes = 1;
+    for (std::size_t failing = 0; failing <= flushes; ++failing) {
+      if (row.step == CrashStep::kKeep) site_.forgetHistory();  // and its folders are new
+      FlushWatch::start(failing);
+      const bool done = runCrashStep(folder_, record_, ftpPort_, row.step);
+      FlushWatch::stop();
+      if (failing == 0) flushes = FlushWatch::flushes();
+      if (done != (failing == 0))
+        report_.wrong(std::string(row.name) + ": flush " + std::to_string(failing) + " has no say");
+      if (done && !FlushWatch::fault().empty()) report_.wrong(row.name + (": " + FlushWatch::fault()));
+      if (row.step == CrashStep::kKeep) continue;
+      const auto generation = site_.generation(row.step);
+      if (!generation) report_.wrong(std::string(row.name) + ": no whole file after a failed flush");
+      record_.committed.at(static_cast<std::size_t>(row.step)) = generation.value_or(0);
+    }
+    if (row.step == CrashStep::kKeep && !runCrashStep(folder_, record_, ftpPort_, row.step))
+      report_.wrong("the history does not begin anew");
+    flushes_ += flushes;
   }
 
   void wholeRun() {
@@ -131,6 +157,7 @@ class CrashHarness {
   CrashReport report_;
   std::uint16_t ftpPort_;
   std::mt19937 random_;
+  std::size_t flushes_ = 0;
 };
 
 int harnessMain(int kills, unsigned seed) {

@@ -68,7 +68,12 @@ void actConnect(Desk& desk, const Fault&) {
   desk.press(a().connectButton);
   waitConnected(desk);
 }
-void actJoin(Desk& desk, const Fault&) { desk.press(b().panel); }
+void actJoin(Desk& desk, const Fault&) {
+  desk.press(b().panel);
+  // Where the line is lost it connects anew.
+  WindowDriver::waitFor([&] { return desk.caption(b().connectButton) != "connecting"; },
+                        "the end of B's attempt");
+}
 void actWorkplace(Desk& desk, const Fault&) { desk.driver->choose(a().workplaces, "Workplace 1"); }
 void actOpen(Desk& desk, const Fault&) { desk.driver->choose(a().macros, "007"); }
 void actCreate(Desk& desk, const Fault&) {
@@ -85,8 +90,10 @@ void actCopyKey(Desk& desk, const Fault&) {
   desk.driver->clickRow(b().macros, 1);
   copyToNew(desk, a().copyMacro);
 }
-void actCopyOnPanel(Desk& desk, const Fault&) {
-  desk.press(b().panel);
+void actCopyOnPanel(Desk& desk, const Fault& fault) {
+  actJoin(desk, fault);
+  if (desk.caption(b().connectButton) != "disconnect") return;
+  WindowDriver::waitFor([&] { return desk.hasRow(b().workplaces, "Workplace 1"); }, "B's workplaces");
   desk.driver->choose(b().workplaces, "Workplace 1");
   desk.settle({});
   if (!desk.hasRow(b().macros, "000 - Zero")) return;  // the names went with the line
@@ -121,7 +128,7 @@ void actMultiple(Desk& desk, const Fault& fault) {
     const auto button = [&dialog](const char* name) {
       return dialog.findChild<QAbstractButton*>(QLatin1String(name));
     };
-    QTest::mouseClick(button("AUX1"), Qt::LeftButton);
+    QTest::mouseClick(button("PGM.ME1"), Qt::LeftButton);
     QTest::mouseClick(button("updateParameters"), Qt::LeftButton);
     if (fault.valuesCome)
       WindowDriver::waitFor([&] { return button("insertEnd")->isEnabled(); }, "the values of the commands");
@@ -235,11 +242,14 @@ void bringTo(Desk& desk, Stage stage) {
   for (const Pane pane : kPanes)
     if (desk.edited(pane)) desk.press(Desk::ids(pane).discardChanges);
   desk.press(b().harddisk);
-  desk.driver->choose(b().applications, "Evening News");
-  desk.driver->choose(b().macros, "001");
   desk.press(a().panel);
   waitConnected(desk);
   if (desk.caption(a().connectButton) == "disconnect") desk.press(a().connectButton);
+  desk.press(b().panel);
+  desk.typeAddress(Pane::kB, desk.first.addressText());
+  desk.press(b().harddisk);
+  desk.driver->choose(b().applications, "Evening News");
+  desk.driver->choose(b().macros, "001");
   desk.typeAddress(Pane::kA, desk.first.addressText());
   if (stage == Stage::kNotConnected) return;
   for (int i = 0; i < kConnectAttempts && desk.caption(a().connectButton) != "disconnect"; ++i) {

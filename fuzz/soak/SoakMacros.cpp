@@ -257,7 +257,8 @@ std::string SoakUser::newCommand() {
 std::string SoakUser::newMany() {
   if (!usable(ids().newMultiple)) return {};
   const bool connected = here().connected || there().connected;
-  const std::string bus = "AUX" + std::to_string(1 + number(48));
+  // Of functions that one value makes ready.
+  const std::string bus = "PGM.ME" + std::to_string(number(5));
   const FunctionDictionary& dictionary = deskDictionary();
   std::vector<std::string> made, asked;
   for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {

@@ -118,10 +118,9 @@ void SoakModel::chooseHarddisk(Pane pane) {
 
 void SoakModel::choosePanel(Pane pane) {
   const bool changed = !std::exchange(of(pane).panel, true);
-  if (changed && of(other(pane)).connected)
-    join(pane);
-  else
-    refresh(pane);
+  const bool joins = changed && of(other(pane)).connected;
+  if (!joins || line.panel < 0) refresh(pane);
+  if (joins) connect(pane);
 }
 
 bool SoakModel::connects(Pane pane) const {
@@ -131,7 +130,8 @@ bool SoakModel::connects(Pane pane) const {
 }
 
 void SoakModel::connect(Pane pane) {
-  if (of(other(pane)).connected) {
+  const Pane there = other(pane);
+  if (of(there).connected && line.panel >= 0) {
     join(pane);
     return;
   }
@@ -142,13 +142,19 @@ void SoakModel::connect(Pane pane) {
   }
   line.panel = panelAt(of(pane).address);
   of(pane).connected = true;
-  of(pane).flags = {};
+  of(pane).flags = of(there).flags = {};
   refresh(pane);
+  // A pane that was on a lost line is on this one, too.
+  if (of(there).connected) of(there).edited ? refreshWorkplaces(there) : refresh(there);
   std::vector<std::string> counts;
   for (int number = 1; number <= kWorkplaces; ++number) counts.push_back(countValue(number));
-  for (const auto& [name, value] : ask(counts))
-    of(pane).flags[static_cast<std::size_t>(parseInt(name.substr(8)) - 1)] = value != "0";
-  refreshWorkplaces(pane);
+  const auto answers = ask(counts);
+  for (const Pane one : kPanes) {
+    if (!of(one).connected) continue;
+    for (const auto& [name, value] : answers)
+      of(one).flags[static_cast<std::size_t>(parseInt(name.substr(8)) - 1)] = value != "0";
+    refreshWorkplaces(one);
+  }
 }
 
 void SoakModel::refreshWorkplaces(Pane pane) {

@@ -71,13 +71,13 @@ std::string SoakUser::chooseRow() {
 
 std::string SoakUser::clickBeside() {
   const int list = perhaps() ? ids().macros : ids().commands;
-  ListBox& box = desk_.driver->list(list);
+  RowsView& box = desk_.driver->list(list);
   const int last = box.rows().rowCount() - 1;
   if (!usable(list) || last < 0) return {};
   const QRect place = box.visualRect(box.rows().index(last));
   const QPoint beside(10, place.bottom() + 20);
   if (!box.viewport()->rect().contains(beside)) return {};
-  const bool changes = box.selectedRow() >= 0;
+  const bool changes = list == ids().commands && box.selectedRow() >= 0;
   QTest::mouseClick(box.viewport(), Qt::LeftButton, Qt::NoModifier, beside);
   if (changes) chosen(list, -1);
   return "clicks beside the rows";
@@ -86,7 +86,7 @@ std::string SoakUser::clickBeside() {
 std::string SoakUser::pressArrow() {
   const int lists[] = {ids().workplaces, ids().macros, ids().commands};
   const int list = lists[number(3)];
-  ListBox& box = desk_.driver->list(list);
+  RowsView& box = desk_.driver->list(list);
   const int row = box.selectedRow(), last = box.rows().rowCount() - 1;
   if (!usable(list) || row < 0) return {};
   struct Key {
@@ -111,6 +111,9 @@ std::string SoakUser::chooseSource() {
   if (!usable(ids().harddisk)) return {};
   const bool panel = number(3) != 0;
   desk_.press(panel ? ids().panel : ids().harddisk);
+  // Beside a pane on a lost line it connects.
+  WindowDriver::waitFor([this] { return desk_.caption(ids().connectButton) != "connecting"; },
+                        "the end of the attempt");
   if (panel)
     model_.choosePanel(pane_);
   else

@@ -3,6 +3,7 @@
 #include <random>
 #include <string>
 
+#include "app/PaneDescriptor.h"
 #include "fuzz/soak/Desk.h"
 #include "fuzz/soak/SoakModel.h"
 

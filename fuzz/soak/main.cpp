@@ -8,17 +8,15 @@
 #include "fuzz/soak/FaultTable.h"
 #include "fuzz/soak/Flood.h"
 #include "fuzz/soak/Soak.h"
+#include "widgets/QuietToolkit.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
-  // Without a screen the toolkit misses size hints at every dialog.
-  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
-    if (!text.contains(QLatin1String("propagateSizeHints"))) std::fprintf(stderr, "%s\n", qPrintable(text));
-  });
   initResources();
   QCommandLineParser options;
   options.addHelpOption();

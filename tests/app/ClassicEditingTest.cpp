@@ -8,6 +8,7 @@
 #include "editors/ClassicEditorDialog.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -60,8 +61,7 @@ class ClassicEditingTest : public testing::Test {
   // The text forms of the working copy's commands.
   [[nodiscard]] std::vector<std::string> stored() {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", false,
-                             commands));
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", commands));
     std::vector<std::string> result;
     for (const MacroCommand& command : commands)
       result.push_back(command.fid + " " + command.parameters.front().value);
@@ -180,6 +180,31 @@ TEST_F(ClassicEditingTest, CommandsArePlacedAndModified) {
   });
   EXPECT_EQ(stored().size(), 4U);
   EXPECT_EQ(stored()[3], "QMF2.NCSCOMMAND e3 00 20 07 ");
+  // "insert at start" puts a changed copy in front and leaves the command that it was made of.
+  driver().clickRow(a_.commands, 2);
+  driver().press(a_.modifyCommand, [](QDialog& dialog) {
+    pick(dialog, "mainGroups", "Me2");
+    WindowDriver::click(dialog, QStringLiteral("insert at start"));
+  });
+  EXPECT_THAT(stored(), ElementsAre("QMF1.NCSCOMMAND 44 02 20 02 01 ", "QMF1.NCSCOMMAND e3 00 20 07 ",
+                                    "QMF1.NCSCOMMAND e3 00 20 07 ", "QMF1.NCSCOMMAND 44 01 20 02 01 ",
+                                    "QMF2.NCSCOMMAND e3 00 20 07 "));
+}
+
+TEST_F(ClassicEditingTest, ACommandThatWasNotChangedIsNotStoredAnew) {
+  // Its text form could not be read back, or is another than the one that stands there.
+  for (const std::string value : {"3f 00 04 00 20 02 01 ", "24 00 20 02 01 1", "E3 00 20 07 "}) {
+    fixture_.site.write(macroFile(kFolder, 991),
+                        "<macro name=\"m\"><data><cmd fid=\"QMF1.NCSCOMMAND\">"
+                        "<param name=\"CMD\" value=\"" +
+                            value + "\"/></cmd></data></macro>");
+    driver().choose(a_.workplaces, "Workplace 1");
+    driver().choose(a_.macros, "991");
+    driver().clickRow(a_.commands, 0);
+    driver().press(a_.modifyCommand,
+                   [](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Modify Command")); });
+    EXPECT_THAT(stored(), ElementsAre("QMF1.NCSCOMMAND " + value));
+  }
 }
 
 TEST_F(ClassicEditingTest, WhatTheListsDoNotKnowIsRefused) {

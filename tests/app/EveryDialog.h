@@ -44,7 +44,8 @@ class EveryDialog {
         {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
         {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
         {"about", [] { return std::make_unique<AboutDialog>(); }},
-        {"history", [] { return std::make_unique<HistoryDialog>([](const KeptMacro&) { return Rows{}; }); }},
+        {"history",
+         [] { return std::make_unique<HistoryDialog>([](const KeptMacro&) { return HistoryPreview{}; }); }},
         {"recovery", [] { return recovery(); }},
         {"copy", [this] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names_); }},
         {"create", [this] { return std::make_unique<CreateMacroDialog>(7, names_); }},
@@ -53,8 +54,9 @@ class EveryDialog {
         {"modify command", [this] { return std::make_unique<ModifyCommandDialog>(context_, command_); }},
         {"multiple commands",
          [this] {
-           return std::make_unique<MultipleCommandsDialog>(context_, 1, 0,
-                                                           [](const auto&, int, int, auto) { return true; });
+           return std::make_unique<MultipleCommandsDialog>(
+               context_, 1, 0,
+               [](const auto& drafts, int, int, auto) { return static_cast<int>(drafts.size()); });
          }},
         {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, 1); }},
         {"value",
@@ -87,7 +89,7 @@ class EveryDialog {
   std::vector<PanelSource> sources_ = inputSources(sampleDictionary());
   int rate_ = 25;
   EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
-                         offlineClient(),       [] { return false; }, rate_};
+                         offlineClient(),       [] { return false; }, rate_,  {}};
   MacroCommand command_;
   const MacroNameTable names_ = MacroNameTable(kMacroNumbers);
 };

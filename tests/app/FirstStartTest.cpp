@@ -86,5 +86,26 @@ TEST_F(FirstStartTest, AnExistingInstallationIsRememberedBelowANamedRoot) {
   qunsetenv("TESSALY_ROOT");
 }
 
+TEST_F(FirstStartTest, TheChoiceCanBeMadeLaterFromTheWindow) {
+  empty_.write(kSettingsFile, "");  // as an empty start leaves it
+  QWidget window;
+  const auto later = [&](const std::function<void(QDialog&)>& answer) {
+    WindowDriver::answerNext(answer);
+    return chooseOtherRoot(empty_.root, kSample, preferences_, window);
+  };
+  const auto sample = later([](QDialog& dialog) {
+    EXPECT_FALSE(dialog.findChild<QRadioButton*>(QStringLiteral("empty"))->isVisible());
+    press(dialog, Qt::Key_Return);
+  });
+  ASSERT_TRUE(sample);
+  EXPECT_EQ(sample->path(), empty_.root.path());
+  EXPECT_TRUE(describesFunctions(empty_.root));
+  // A site that is there is never mixed with the sample.
+  EXPECT_FALSE(later([](QDialog& dialog) {
+    EXPECT_FALSE(dialog.findChild<QRadioButton*>(QStringLiteral("sample"))->isEnabled());
+    press(dialog, Qt::Key_Escape);
+  }));
+}
+
 }  // namespace
 }  // namespace tessaly

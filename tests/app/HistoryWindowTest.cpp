@@ -4,7 +4,10 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
 #include <QTreeView>
 
 #include "model/MacroFile.h"
@@ -17,7 +20,7 @@ namespace {
 using testing::HasSubstr;
 
 constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-constexpr const char* kTwo = R"(<macro name="Two"><data><cmd fid="A.B"/><cmd fid="A.C"/></data></macro>)";
+constexpr const char* kTwo = R"(<macro name="Two%5"><data><cmd fid="A.B"/><cmd fid="A.C"/></data></macro>)";
 
 class HistoryWindowTest : public testing::Test {
  protected:
@@ -57,7 +60,7 @@ class HistoryWindowTest : public testing::Test {
     driver().press(b_.connectButton);
     await(b_.workplaces, "Workplace 1");
     driver().choose(b_.workplaces, "Workplace 1");
-    await(b_.macros, "007 - Two");
+    await(b_.macros, "007 - Two%5");
     driver().choose(b_.macros, "007");
   }
   void await(int listId, const std::string& text) {
@@ -185,10 +188,80 @@ TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
   EXPECT_EQ(kept().size(), 4U) << "what was put back over can be had back, too";
   const std::vector<std::string> questions = fixture_->site.messages.take();
   ASSERT_EQ(questions.size(), 2U);
+  EXPECT_THAT(questions[0], testing::StartsWith("Put back \"Two%5\" of "));
   EXPECT_THAT(questions[0], HasSubstr("overwrites macro 007 of workplace 1 on the panel 127.0.0.1"));
   EXPECT_THAT(questions[1], HasSubstr("It overwrites \""));
   EXPECT_THAT(fixture_->status().toStdString(), HasSubstr("written to"));
-  EXPECT_THAT(driver().texts(a_.commands), testing::IsEmpty()) << "a stale working copy must not be saved";
+  EXPECT_EQ(driver().texts(a_.commands), lines) << "a pane shows what its macro holds";
+}
+
+TEST_F(HistoryWindowTest, UnsavedChangesAreToldBeforeTheirMacroIsPutBack) {
+  driver().choose(a_.macros, "001");
+  edit(a_);
+  driver().choose(a_.macros, "001");
+  driver().clickRow(a_.commands, 0);
+  driver().press(a_.deleteCommand);
+  const std::vector<std::string> lines = driver().texts(a_.commands);
+  fixture_->site.messages.take();
+  inHistory([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Put Back")); });
+  EXPECT_THAT(fixture_->site.messages.take(),
+              testing::ElementsAre(HasSubstr("A shows this macro with unsaved")));
+  EXPECT_EQ(driver().texts(a_.commands), lines) << "and they stay";
+}
+
+TEST_F(HistoryWindowTest, OnlyWhatCanBeReadIsPutBackAndAFilterKeepsTheChoice) {
+  const MacroPlace place{macroFile(kFolder, 1), {}, 0, {}};
+  for (const char* bytes :
+       {"", R"(<macro name="Good"><data/></macro>)", R"(<macro name="New"><data/></macro>)"})
+    ASSERT_TRUE(fixture_->history.keep(bytes, place, MacroChange::kSave));
+  inHistory([](QDialog& dialog) {
+    auto* list = dialog.findChild<QTreeView*>(QStringLiteral("macros"));
+    auto* putBack = dialog.findChild<QAbstractButton*>(QStringLiteral("putBack"));
+    const auto clickRow = [list](int row) {
+      QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                        list->visualRect(list->model()->index(row, 0)).center());
+    };
+    clickRow(2);
+    EXPECT_FALSE(putBack->isEnabled()) << "a broken transfer has left no bytes";
+    clickRow(1);
+    EXPECT_TRUE(putBack->isEnabled());
+    for (const char* filter : {"macro", "Good", ""}) {
+      WindowDriver::type(dialog, "filter", QLatin1String(filter));
+      EXPECT_EQ(list->currentIndex().siblingAtColumn(2).data().toString(), QStringLiteral("Good")) << filter;
+    }
+  });
+}
+
+TEST_F(HistoryWindowTest, AFileThatAPersonNamesIsThatFile) {
+  fixture_->site.write("c:\\BACKUP.MAC", "another file");
+  ASSERT_TRUE(fixture_->history.keep(kTwo, {macroFile(kFolder, 1), {}, 0, {}}, MacroChange::kSave));
+  const QString named = QString::fromStdString((fixture_->site.root.path() / "c/backup").string());
+  inHistory([&](QDialog& dialog) {
+    QTimer::singleShot(0, &dialog, [&] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_NE(menu, nullptr);
+      WindowDriver::answerNext([&](QDialog& choice) {
+        auto* name = choice.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setFocus();
+        name->selectAll();
+        QTest::keyClicks(name, named);
+        QTest::keyClick(name, Qt::Key_Return);
+      });
+      QTest::keyClick(menu, Qt::Key_Up);  // the last one
+      QTest::keyClick(menu, Qt::Key_Return);
+    });
+    WindowDriver::click(dialog, QStringLiteral("Save As..."));
+  });
+  EXPECT_EQ(read((fixture_->site.root.path() / "c/backup.mac").string()), kTwo);
+  EXPECT_EQ(read((fixture_->site.root.path() / "c/BACKUP.MAC").string()), "another file");
+}
+
+TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotDeletedUnasked) {
+  connectB();
+  fixture_->site.write("history", "in the way");
+  driver().press(b_.deleteMacro);
+  EXPECT_THAT(fixture_->site.messages.take(),
+              testing::ElementsAre(HasSubstr("Delete macro: "), HasSubstr("could not keep macro 007")));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "editors/CreateCommandDialog.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -32,7 +33,7 @@ class KeyboardTest : public testing::Test {
 
   [[nodiscard]] MacroCommands commandsIn(int number) {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), macroFile(kFolder, number), false, commands));
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), macroFile(kFolder, number), commands));
     return commands;
   }
   // Presses a key that opens a dialog; afterwards the window is in front again, as any desktop sees to it.
@@ -170,7 +171,7 @@ TEST_F(KeyboardTest, TheWheelTurnsOnlyABoxThatHasTheKeyboard) {
   std::vector<PanelSource> sources;
   int rate = 25;
   const EditorContext context{fixture_.site.access(), sampleDictionary(),   lists, sources,
-                              offlineClient(),        [] { return false; }, rate};
+                              offlineClient(),        [] { return false; }, rate,  {}};
   CreateCommandDialog dialog(context, 1, false);
   dialog.show();
   QApplication::setActiveWindow(&dialog);

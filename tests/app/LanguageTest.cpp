@@ -146,5 +146,18 @@ TEST(ChosenLanguageTest, WhatIsWantedElseWhatTheDesktopSpeaksElseEnglish) {
     EXPECT_EQ(languageToSpeak(now.wanted, now.desktop).toStdString(), now.spoken) << now.desktop.size();
 }
 
+TEST_F(LanguageTest, DatesFollowTheLanguageAndThenTheDesktopsCountry) {
+  const struct {
+    const char* language;
+    QStringList desktop;
+    const char* dates;
+  } cases[] = {{"de", {"en-US"}, "de_DE"}, {"de", {"fr-FR", "de-AT"}, "de_AT"}, {"en", {"de-DE"}, "en_US"}};
+  for (const auto& now : cases) {
+    speak(QLatin1String(now.language), now.desktop);
+    EXPECT_EQ(QLocale().name().toStdString(), now.dates);
+  }
+  QLocale::setDefault(QLocale::system());
+}
+
 }  // namespace
 }  // namespace tessaly

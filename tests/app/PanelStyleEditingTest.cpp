@@ -7,6 +7,7 @@
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -28,7 +29,7 @@ class PanelStyleEditingTest : public testing::Test {
   // fid, workplace and values of the working copy's commands.
   [[nodiscard]] std::vector<std::string> stored() {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), kTemp, false, commands));
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), kTemp, commands));
     std::vector<std::string> result;
     for (const MacroCommand& command : commands) {
       result.push_back(command.fid + " " + command.workplace);

@@ -9,6 +9,7 @@
 #include "panelsim/PanelSimulator.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -127,7 +128,7 @@ class PanelWindowTest : public testing::Test {
   [[nodiscard]] std::vector<std::string> values(const std::string& bytes) {
     fixture_.site.write("c:\\check.mac", bytes);
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\check.mac", false, commands));
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\check.mac", commands));
     std::vector<std::string> result;
     for (const MacroCommand& command : commands) result.push_back(command.parameters.front().value);
     return result;
@@ -301,9 +302,10 @@ TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
 TEST_F(PanelWindowTest, ManyCommandsAreMadeAndUpdatedAtOnce) {
   std::size_t made = 0, valued = 0;
   const FunctionDictionary& dictionary = sampleDictionary();
+  // Each of their functions is ready with the one value that the panel tells.
   std::vector<std::string> buses;
-  for (int bus = 1; made < 40; ++bus) {
-    buses.push_back("AUX" + std::to_string(bus));
+  for (int bus = 0; made < 40; ++bus) {
+    buses.push_back((bus % 2 == 0 ? "PGM.ME" : "YUV_CORR.ME") + std::to_string(bus / 2));
     for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {
       const FunctionRecord function = dictionary.function(i);
       if (function.group() != buses.back()) continue;
@@ -328,7 +330,7 @@ TEST_F(PanelWindowTest, ManyCommandsAreMadeAndUpdatedAtOnce) {
   EXPECT_EQ(driver().texts(a_.commands).size(), 3 + made);
   MacroCommands commands;
   ASSERT_TRUE(
-      loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", false, commands));
+      loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", commands));
   EXPECT_EQ(static_cast<std::size_t>(std::count_if(commands.begin(), commands.end(),
                                                    [](const MacroCommand& command) {
                                                      return !command.parameters.empty() &&

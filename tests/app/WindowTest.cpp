@@ -9,6 +9,7 @@
 
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -29,7 +30,7 @@ class WindowTest : public testing::Test {
 
   [[nodiscard]] std::size_t commandsIn(const std::string& path) {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), path, false, commands)) << path;
+    EXPECT_TRUE(loadCommands(fixture_.site.access(), path, commands)) << path;
     return commands.size();
   }
   [[nodiscard]] std::string nameIn(const std::string& path) {

@@ -82,7 +82,7 @@ TEST_F(ClassicBuilderTest, LeadsFromLeftToRight) {
   EXPECT_EQ(builder.heading(List::kParameters), "select  > Parameter <");
   ASSERT_TRUE(builder.chooseParameter(0));
   EXPECT_EQ(builder.heading(List::kParameters), "Change Parameter to");
-  EXPECT_THAT(builder.valueNames(0), ElementsAre("Std", "Tie"));
+  EXPECT_EQ(builder.enumeration(0).back().longName, "Tie");
   ASSERT_TRUE(builder.setNumber(0, 1));
 
   EXPECT_EQ(builder.stateLine(), "READY TO INSERT");
@@ -95,6 +95,7 @@ TEST_F(ClassicBuilderTest, LeadsFromLeftToRight) {
 
   ASSERT_TRUE(builder.chooseSubgroup(1));  // another key has no list
   EXPECT_TRUE(builder.functionRows().empty());
+  EXPECT_THAT(builder.missingList(), ::testing::EndsWith("\\Cd-0x00\\Cd-0x00-Co-0x20.ini"));
   EXPECT_FALSE(builder.command().valid());
   builder.startFromScratch();
   EXPECT_EQ(builder.stateLine(), "current command: under construction . . .");
@@ -219,8 +220,8 @@ std::string choose(ClassicBuilder& builder, std::size_t row, std::size_t pick) {
                                     range.minimum + (range.maximum - range.minimum) / 3};
       EXPECT_TRUE(builder.setNumber(row, picks[pick]));
       EXPECT_EQ(builder.currentNumber(row), picks[pick]);
-      const auto names = builder.valueNames(row);
-      if (!names.empty()) return names[static_cast<std::size_t>(picks[pick])];
+      const auto rows = builder.enumeration(row);
+      if (!rows.empty()) return rows[static_cast<std::size_t>(picks[pick])].longName;
       return std::to_string(picks[pick]) + (range.hint.ends_with('%') ? "%" : "");
     }
     case ParameterEntry::kInput:
@@ -343,6 +344,11 @@ TEST_F(ClassicBuilderTest, ModifyKeepsTheRestOfTheCommand) {
   EXPECT_THAT(builder.parameterRows(), ElementsAre("Value: 513", "i: Input 07 source hold on"));
   ASSERT_TRUE(builder.setInput(1, 8));
   EXPECT_EQ(builder.command().text(), "27 01 20 05 01 02 08 01 ");
+  ASSERT_TRUE(builder.setInput(1, 8, false));
+  EXPECT_EQ(builder.command().text(), "27 01 20 05 01 02 08 00 ");
+  ASSERT_TRUE(builder.setInput(1, 9, true));
+  EXPECT_TRUE(builder.currentHold(1));
+  ASSERT_TRUE(builder.setInput(1, 8));
 
   ASSERT_TRUE(builder.chooseGroup(kMeh));
   EXPECT_EQ(builder.command().text(), "27 04 20 05 01 02 08 01 ");
@@ -392,10 +398,26 @@ TEST_F(ClassicBuilderTest, LoadsCommandsThatDoNotFit) {
                         loaded("28 10 01 01 05 00 07 01 99 "));  // a byte more than the parameters take
   ASSERT_TRUE(longer.setNumber(0, 6));
   EXPECT_EQ(longer.command().text(), "28 10 01 01 06 00 07 01 99 ");
+  // An input at the end may have no source hold; once something follows, its first byte would be taken for
+  // it.
+  list(16, 3, "[0x01] 0x03 \"F\"\npt_Input \"i\"\npt_Byte \"0\"\n");
+  ClassicBuilder shorter(lists, loaded("24 10 03 01 07 "));
+  ASSERT_TRUE(shorter.setNumber(1, 5));
+  EXPECT_EQ(shorter.description(), "Set - Auxbus - Aux3 - F - i: Input 07 source hold off - 5");
   ClassicBuilder builder(lists, loaded(cases[0].text));
   EXPECT_FALSE(builder.chooseFunction(7));
   EXPECT_THAT(builder.parameterRows(), ElementsAre("wrong keyword index..."));
   EXPECT_FALSE(ClassicBuilder(lists, loaded("44 10 01 02 01 ")).chooseParameter(0));  // a step is no value
+}
+
+// "set to minimum" is about the last parameter: another one's value once ended it, too.
+TEST_F(ClassicBuilderTest, OnlyTheLastParameterEndsALimit) {
+  ClassicBuilder builder =
+      atFunctions("[0x01] 0x01 \"F\"\npt_Byte \"0\"\npt_Analog \"v\"\n:0x01 0x00 \"\"\n");
+  ASSERT_TRUE(builder.chooseFunction(0) && builder.chooseAction(1) && builder.setNumber(0, 5));
+  EXPECT_TRUE(builder.path().ends_with("set to minimum")) << builder.path();
+  ASSERT_TRUE(builder.setNumber(1, 50));
+  EXPECT_TRUE(builder.path().ends_with("set by value")) << builder.path();
 }
 
 TEST_F(ClassicBuilderTest, KeepsCommandsStorable) {
@@ -410,6 +432,21 @@ TEST_F(ClassicBuilderTest, KeepsCommandsStorable) {
   ASSERT_TRUE(builder.chooseFunction(1) && builder.chooseAction(6));
   EXPECT_FALSE(builder.complete());
   EXPECT_EQ(builder.stateLine(), "Current Command: too long to be stored");
+
+  // A string leaves room for what is still to be chosen.
+  ClassicBuilder first = atFunctions("[0x01] 0x01 \"F\"\npt_String \"s\"\n" + longs);
+  ASSERT_TRUE(first.chooseFunction(0) && first.chooseAction(0));
+  EXPECT_EQ(first.textRoom(0), 6u);
+  EXPECT_FALSE(first.setText(0, "seven77"));
+
+  // A loaded command of 28 bytes may stay as it is, but what is changed must be readable again.
+  std::string text = "3f 00 1f 10 01 01 ";
+  for (int i = 0; i < 28; ++i) text += "41 ";
+  ClassicBuilder longer(lists, loaded(text));
+  EXPECT_EQ(longer.stateLine(), "READY TO MODIFY");
+  list(18, 1, "[0x01] 0x01 \"F\"\npt_String \"s\"\n");
+  ASSERT_TRUE(longer.chooseGroup(8 + 1) && longer.chooseSubgroup(0));
+  EXPECT_FALSE(longer.complete());
 }
 
 TEST_F(ClassicBuilderTest, MarksAnExtendedInputSoThatItIsFound) {

@@ -49,6 +49,7 @@ TEST(ClassicDescription, DescribesEveryParameterType) {
       {"pt_Input \"src\"\n", {7}, " - src: Input 07"},
       {"pt_Input \"\"\npt_Byte \"0\"\n", {0, 1, 9}, " - Black source hold on - 9"},
       {"pt_Input \"\"\n", {97, 0}, " - unknown input source hold off"},
+      {"pt_Input \"\"\npt_Byte \"0\"\n", {254, 1, 9}, " - unknown input source hold on - 9"},
       {"pt_Input \"\"\npt_Byte \"0\"\n", {255, 0, 0, 0}, " - extended input"},
       {"pt_Own \"u\"\npt_Byte \"0\"\n", {4}, " - u:  - 4"},
       {"pt_Byte \"0\"\npt_Word \"0\"\npt_Word \"0\"\n", {4, 1}, " - 4- not enough params!!!"},

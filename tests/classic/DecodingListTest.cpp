@@ -51,7 +51,7 @@ TEST(DecodingList, ReadsEveryKindOfLine) {
       "[0x01]0x03 \"short\" \"long name\" 0x7f\n"
       "[0x02-0x1F,\"\";\n"
       "pt_Byte \" 12x\"\n: 0x01 0x00\n: 0x09\n: 0x08\n"
-      "pt_WordEnum \"mode\"\n: 0x34 0x12 \"a\"\n:0x01=0x00 \"b\" \"bee\"\n"
+      "pt_WordEnum \"mode\"\n: 0x34;0x12;\"a\"\n:0x01=0x00 \"b\" \"bee\"\n"
       "pt_LongEnum \"\"\n:0x01 0x02 0x03 0x84 \"c\"\n"
       "pt_Analog \"gain\"\n:0x9c 0xff \"low\"\n:0x64 0x00\"dB\"\n"
       "pt_AnalogBi \"x\"\n:0x00 0x00 \"l\"\n:0x10 0x00 \"m\"\n:0xff 0xff \"r\"\n"
@@ -193,6 +193,7 @@ TEST(DecodingList, TogglesByTheLastParameter) {
       {"pt_Input \"i\"\npt_WordEnum \"e\"\n:0x01 0x00 \"x\"", 0x40, {5, 1, 0}, true, 1},
       {"pt_Long \"0\"", 0x40, {0xfe, 0xff, 0xff, 0xff}, true, -2},
       {"pt_Analog \"v\"", 0x40, {0xff, 0xff}, false, 0},
+      {"pt_AnalogBi \"v\"", 0xC0, {0xff, 0xff}, false, 0},
       {"pt_Input \"i\"", 0x40, {0xee}, true, 0},
   };
   for (const auto& entry : cases) {

@@ -4,6 +4,7 @@
 
 #include "cli/CommandTable.h"
 #include "model/MacroFile.h"
+#include "model/MacroHistory.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -80,6 +81,20 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
     EXPECT_EQ(run(words), 2);
+  // A record that somebody has forged leads nowhere unless its path is named.
+  site.write("c:\\a.mac", old);
+  EXPECT_EQ(run({"rename", "c:\\a.mac", "Forged"}), 0);
+  const KeptMacro forged = MacroHistory(site.root).list().front();
+  const std::string outside = (site.root.path() / "outside.mac").string();
+  for (const std::string& place :
+       {outside, std::string("history\\x.mac"), std::string("c:\\..\\outside.mac")}) {
+    site.write(forged.file.substr(0, forged.file.size() - 3) + "txt", "change=save\ndisk=" + place + "\n");
+    EXPECT_EQ(run({"history", "restore", forged.id}), 1) << place;
+    EXPECT_THAT(errors.str(), HasSubstr("outside the site"));
+    EXPECT_FALSE(std::filesystem::exists(outside));
+  }
+  EXPECT_EQ(run({"history", "restore", forged.id, outside}), 0);
+  EXPECT_EQ(site.read(outside), old);
   // A folder in the way: said, and the command does what it does.
   std::filesystem::remove_all(site.root.path() / "history");
   site.write("history", "");

@@ -167,5 +167,38 @@ TEST_F(InterfaceFileTest, LoadingReadsTheOlderFileFirstAndGoesOnAfterAFailure) {
   EXPECT_TRUE(second.find("M1"));
 }
 
+TEST_F(InterfaceFileTest, FunctionsBeyondTheBoundsAreReportedOnceForBothFiles) {
+  const std::string many = "<fidsegment_indexed name='n' min='0' max='999999'/>";
+  site_.write(kOlderFamilyInterface, "<mfd>" + many + "<fid name='$n.$n'/><fid name='A'/></mfd>");
+  site_.write(kPanelInterface, "<mfd><fid name='$n.$n.$n'/><fid name='B'/></mfd>");
+  loadFunctionDictionary(site_.root, dictionary_,
+                         [this](const std::string& text) { reports_.push_back(text); });
+  EXPECT_THAT(
+      reports_,
+      ElementsAre("Functions that go beyond the dictionary's bounds are left out: 2 of 4 descriptions."));
+  EXPECT_EQ(dictionary_.summary(), "Number of FIDs: 4/2");
+}
+
+// A line joins these with texts of other files.
+TEST_F(InterfaceFileTest, TextsAreUtf8WhateverTheFileIs) {
+  const struct {
+    std::string head, bytes, text;
+  } cases[] = {{"", "K\xFC&amp;&#x2013;", "Kü&–"},
+               {"", "Kü & \xE2\x82\xAC", "Kü & €"},
+               {"<?xml version='1.0' encoding='windows-1252'?>", "\xC3\xBC\x80", "Ã¼€"},
+               {"\xEF\xBB\xBF", "Kü", "Kü"},
+               {"<?xml version='1.0'?>", "K\xFC", "Kü"}};
+  for (const auto& c : cases) {
+    FunctionDictionary dictionary;
+    site_.write("c:\\ifc.xml", c.head + "<mfd><fidsegment_enum name='" + c.bytes + "'><x fidseg='" + c.bytes +
+                                   "'/></fidsegment_enum><fid name='$" + c.bytes + "' description='" +
+                                   c.bytes + "'><int_parameter name='i' min='&#49;2'/></fid></mfd>");
+    ASSERT_TRUE(readInterfaceFile(site_.root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary, {}));
+    ASSERT_TRUE(dictionary.find(c.text)) << c.bytes;
+    EXPECT_EQ(dictionary.function(0).description(), c.text);
+    EXPECT_EQ(dictionary.function(0).definition().integers.at(0).min, 12);
+  }
+}
+
 }  // namespace
 }  // namespace tessaly

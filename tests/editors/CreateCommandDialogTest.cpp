@@ -78,15 +78,27 @@ TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
   auto& choices = create.user.control<QListView>("choices");
   QTest::mouseClick(choices.viewport(), Qt::LeftButton, Qt::NoModifier,
                     {5, choices.viewport()->height() - 2});
-  EXPECT_EQ(create.user.rows("parameters")[0], "Type\t");  // beside the rows: nothing is chosen any more
+  create.user.choose("choices", "Linear");
+  EXPECT_EQ(create.user.rows("parameters")[0], "Type\tLinear")
+      << "a click beside the rows, and one more on the row";
   create.user.choose("choices", "Luminance");
   EXPECT_EQ(create.user.label("ready"), kMissing);
+  auto& found = create.user.control<QListView>("found");
+  QTest::mouseClick(found.viewport(), Qt::LeftButton, Qt::NoModifier, {5, found.viewport()->height() - 2});
   create.user.choose("parameters", "Source");
   create.user.choose("choices", "Color 1");
   EXPECT_EQ(create.user.field("value"), "Color 1");
   create.user.click("showRaw");
   EXPECT_THAT(create.user.rows("parameters"), ElementsAre("TYPE\tLUM", "SOURCE\t144"));
   EXPECT_EQ(create.user.rows("found")[1], "ME1 - KEY2 - TYPE - SET");
+  auto& found = create.user.control<QListView>("found");
+  QTest::mouseClick(found.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                    found.visualRect(found.currentIndex()).center());
+  create.refusal = "The macro is gone";
+  create.user.click("insertSelected");
+  EXPECT_THAT(create.site.messages.take(), ElementsAre(create.refusal));
+  EXPECT_TRUE(create.dialog.isVisible());
+  create.refusal.clear();
   create.user.click("insertSelected");
   EXPECT_THAT(create.values(), ElementsAre("LUM", "144"));
   EXPECT_EQ(create.dialog.mode(), InsertMode::kAtPosition);
@@ -126,6 +138,16 @@ TEST(CreateCommandDialogTest, TypedTextIsFilteredAndStoredAtEveryKey) {
     user.click("showRaw");
   }
   user.choose("parameters", "Rate");
+  const std::pair<const char*, const char*> typed[] = {{"7", "7"}, {"1000", "999"}, {"5x", "5"}};
+  for (const auto& [keys, field] : typed) {
+    const std::string before = user.field("value");
+    user.type("value", keys);
+    EXPECT_EQ(user.field("value"), field);
+    user.key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(user.field("value"), before) << "undone: " << keys;
+    EXPECT_EQ(user.rows("parameters")[0], "Rate\t" + before);
+  }
+  create.beeps.take();
   user.type("value", "-");
   EXPECT_FALSE(user.enabled("insertSelected"));  // no command is selected
   user.key(Qt::Key_S, Qt::AltModifier);
@@ -163,7 +185,10 @@ TEST(CreateCommandDialogTest, CategoriesAndSubgroupsNarrowStepByStep) {
   user.choose("found", "ME 1");
   user.type("search5", "set");  // what was chosen is still among those found
   EXPECT_EQ(user.label("ready"), kMissing);
+  user.click("me");  // again: nothing is begun anew
+  EXPECT_EQ(user.label("ready"), kMissing);
   user.click("showIncrements");
+  EXPECT_THAT(user.rows("subgroup3"), ElementsAre("CLIP"));
   EXPECT_THAT(user.rows("found"), IsEmpty());
   EXPECT_EQ(user.label("ready"), "");
   user.click("clear5");
@@ -233,6 +258,12 @@ TEST(CreateCommandDialogTest, UpdateTakesThePanelsValue) {
   user.choose("found", "PP Key 4 Type");
   QApplication::processEvents();
   EXPECT_THAT(user.rows("parameters"), ElementsAre("Type\t", "Source\t"));
+  // Of a line that is gone nothing is waited for in silence.
+  user.click("updateData");
+  create.client.connectionStatusChanged(kPanelNotConnected);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !create.site.messages.texts.empty(); }));
+  user.click("updateData");
+  EXPECT_THAT(create.site.messages.take(), SizeIs(2));
 }
 
 TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "editors/DestinationTable.h"
+#include "tests/editors/SmallDictionary.h"
 
 namespace tessaly {
 namespace {
@@ -40,7 +41,7 @@ TEST(DestinationTableTest, GroupsHoldTheirRanges) {
 }
 
 TEST(DestinationTableTest, NamesAndPlacesAreUnique) {
-  std::map<std::string, Destination> named;
+  std::map<std::string, DestinationNames> named;
   for (const DestinationGroup& group : destinationGroups()) {
     std::set<std::pair<int, int>> places;
     for (const DestinationButton& button : group.buttons) {
@@ -57,8 +58,28 @@ TEST(DestinationTableTest, NamesAndPlacesAreUnique) {
     EXPECT_FALSE(named.contains(missing)) << missing;
 }
 
+// LAN machines were numbered as their names are, from 5.
+TEST(DestinationTableTest, NumbersAreThoseOfTheDictionarysTexts) {
+  const FunctionDictionary& dictionary = siteDictionary();
+  std::map<std::string, std::string> texts;  // of one function a destination
+  for (std::size_t i = 0; i < dictionary.functionCount(); ++i)
+    texts.emplace(dictionary.function(i).group(), dictionary.function(i).description() + ' ');
+  int looked = 0;
+  for (const DestinationGroup& group : destinationGroups()) {
+    for (const DestinationButton& button : group.buttons) {
+      const auto text = texts.find(button.destination.name);
+      if (text == texts.end() || button.caption.find_first_not_of("0123456789") != std::string::npos)
+        continue;
+      EXPECT_NE(text->second.find(' ' + button.caption + ' '), std::string::npos)
+          << group.caption << ' ' << button.caption << ": " << text->second;
+      ++looked;
+    }
+  }
+  EXPECT_GT(looked, 100);
+}
+
 TEST(DestinationTableTest, OnlyNamedGroupsAreOwned) {
-  const Destination channel{"RAMCHAN1", "RAM1", ""};
+  const DestinationNames channel{"RAMCHAN1", "RAM1", ""};
   EXPECT_TRUE(channel.owns("RAMCHAN1"));
   EXPECT_TRUE(channel.owns("RAM1"));
   for (const char* other : {"", "RAM", "RAM11", "ram1"}) EXPECT_FALSE(channel.owns(other)) << other;

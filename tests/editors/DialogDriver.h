@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -7,10 +8,12 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QTest>
+#include <QTimer>
 
 #include "widgets/Beep.h"
 
@@ -56,7 +59,10 @@ class DialogDriver {
     QLineEdit& edit = usable<QLineEdit>(name);
     edit.setFocus();
     edit.selectAll();
-    QTest::keyClicks(&edit, QString::fromUtf8(keys));
+    for (const QChar character : QString::fromUtf8(keys)) {
+      QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(character));
+      QApplication::sendEvent(&edit, &press);
+    }
   }
 
   void paste(const char* name, const char* text) const {
@@ -103,6 +109,16 @@ class DialogDriver {
       return;
     }
     throw std::runtime_error("no row " + beginning + " in " + name);
+  }
+
+  // Runs `answer` in the modal dialog that is opened next. One that is left open is cancelled.
+  static void answerNext(const std::function<void(QDialog&, const DialogDriver&)>& answer) {
+    QTimer::singleShot(0, qApp, [answer] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return answerNext(answer);
+      answer(*dialog, DialogDriver(*dialog));
+      if (dialog->isVisible()) dialog->reject();
+    });
   }
 
   // A key for whatever has the keyboard.

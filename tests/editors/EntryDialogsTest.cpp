@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <QClipboard>
+
+#include "editors/EnterTextDialog.h"
 #include "editors/EnterTimecodeDialog.h"
 #include "editors/EnterValueDialog.h"
 #include "editors/LoadClipDialog.h"
@@ -48,6 +51,75 @@ TEST(EnterValueDialogTest, ChecksTheWholeTextAtEveryKey) {
   }
 }
 
+TEST(EnterValueDialogTest, OffersEveryRowOfAnEnumeration) {
+  std::vector<std::string> rows;
+  for (int i = 0; i < 40; ++i)
+    rows.push_back(std::to_string(i) + "\tName " + std::to_string(i) + "\t" + std::to_string(100 + i));
+  BeepCount beeps;
+  EnterValueDialog dialog(3, "Range: 0 / 39", 0, 39, nullptr, beeps.sound());
+  dialog.offerRows(rows);
+  DialogDriver user(dialog);
+  EXPECT_EQ(user.selectedRow("rows"), 3);
+  user.type("value", "2");
+  EXPECT_EQ(user.selectedRow("rows"), 2);
+  user.key(Qt::Key_Down);
+  EXPECT_EQ(user.field("value"), "3");
+  user.choose("rows", "38\tName 38\t138");
+  EXPECT_EQ(user.field("value"), "38");
+  user.control<QLineEdit>("value").setFocus();
+  user.key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(user.field("value"), "3");
+  EXPECT_EQ(beeps.heard, 0);
+  user.type("value", "40");
+  EXPECT_EQ(beeps.heard, 1);
+  EXPECT_EQ(user.selectedRow("rows"), -1);
+  user.choose("rows", "38");
+  user.control<QListView>("rows").setFocus();
+  user.key(Qt::Key_Return);
+  EXPECT_EQ(dialog.value(), 38);
+}
+
+struct TextCase {
+  const char *stored, *typed;
+  std::size_t room;
+  const char *field, *result;
+  int beeps;
+};
+
+TEST(EnterTextDialogTest, RefusesAtTheKeyWhatCannotBeStored) {
+  const TextCase cases[] = {
+      {"", "Bühne €", 7, "Bühne €", "B\xFChne \x80", 0},
+      {"", "aЖb?", 9, "ab?", "ab?", 1},
+      {"", "abcd", 3, "abc", "abc", 1},
+      {"too long", nullptr, 3, "too long", "too long", 0},
+      {"\xC3\xBC", nullptr, 9, "ü", "\xC3\xBC", 0},
+  };
+  for (const TextCase& c : cases) {
+    SCOPED_TRACE(c.field);
+    BeepCount beeps;
+    EnterTextDialog dialog(c.stored, "s", c.room, nullptr, beeps.sound());
+    DialogDriver user(dialog);
+    if (c.typed != nullptr) user.type("text", c.typed);
+    EXPECT_EQ(user.field("text"), c.field);
+    EXPECT_EQ(beeps.heard, c.beeps);
+    const std::string count = std::to_string(QString(c.field).size()) + " of " + std::to_string(c.room);
+    EXPECT_EQ(user.label("count").substr(0, count.size()), count);
+    user.key(Qt::Key_Return);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(dialog.text(), c.result);
+  }
+  // A loaded text that does not fit can be shortened, and is not taken before it fits.
+  BeepCount beeps;
+  EnterTextDialog dialog("abcde", "s", 3, nullptr, beeps.sound());
+  DialogDriver user(dialog);
+  user.key(Qt::Key_End);
+  user.key(Qt::Key_Backspace);
+  EXPECT_FALSE(user.enabled("ok"));
+  user.key(Qt::Key_Backspace);
+  EXPECT_TRUE(user.enabled("ok"));
+  EXPECT_EQ(beeps.heard, 0);
+}
+
 TEST(EnterTimecodeDialogTest, LocksTheOtherFieldsUntilTheInvalidOneIsMended) {
   BeepCount beeps;
   EnterTimecodeDialog dialog({10, 20, 30, 5, true, true}, nullptr, beeps.sound());
@@ -68,16 +140,55 @@ TEST(EnterTimecodeDialogTest, LocksTheOtherFieldsUntilTheInvalidOneIsMended) {
     user.type(name, texts.second);
     EXPECT_EQ(beeps.take(), 0);
     for (const auto& [other, unused] : limits) EXPECT_TRUE(user.enabled(other));
+    // An emptied field counts whichever is edited after it.
     user.erase(name);
+    const char* const other = name == limits[0].first ? "frames" : "hours";
+    user.type(other, "07");
     EXPECT_FALSE(user.enabled("ok"));
     user.type(name, texts.second);
+    EXPECT_TRUE(user.enabled("ok"));
   }
   user.type("hours", "-1");
   EXPECT_EQ(beeps.take(), 1);
-  user.type("hours", "123");
-  EXPECT_EQ(user.field("hours"), "12");
+  user.type("hours", "12");
   user.click("ok");
   EXPECT_EQ(dialog.timecode(), (Timecode{12, 59, 59, 29, true, true}));
+}
+
+TEST(EnterTimecodeDialogTest, TakesATimecodeTypedOrPastedInOnePiece) {
+  BeepCount beeps;
+  EnterTimecodeDialog dialog({1, 2, 3, 4, true, false}, nullptr, beeps.sound());
+  DialogDriver user(dialog);
+  const auto shown = [&user] {
+    return user.field("hours") + user.field("minutes") + user.field("seconds") + user.field("frames");
+  };
+  for (const Qt::Key key :
+       {Qt::Key_1, Qt::Key_0, Qt::Key_2, Qt::Key_0, Qt::Key_3, Qt::Key_0, Qt::Key_0, Qt::Key_5})
+    user.key(key);
+  EXPECT_EQ(shown(), "10203005");
+  user.key(Qt::Key_9);  // there is no field behind the last one
+  EXPECT_EQ(shown(), "10203005");
+  user.key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(user.field("frames"), "04");
+  for (const auto& [text, result] : {std::pair{"3006", "00003006"}, {"11:22:33.08", "11223308"}}) {
+    QApplication::clipboard()->setText(QLatin1String(text));
+    user.key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(shown(), result);
+  }
+  EXPECT_EQ(beeps.heard, 0);
+  user.click("ok");
+  EXPECT_EQ(dialog.timecode(), (Timecode{11, 22, 33, 8, true, false}));
+}
+
+TEST(EnterTimecodeDialogTest, LeavesADamagedNumberAlone) {
+  BeepCount beeps;
+  const Timecode damaged{45, 85, 165, 99, false, false};
+  EnterTimecodeDialog dialog(damaged, nullptr, beeps.sound());
+  DialogDriver user(dialog);
+  user.type("minutes", "07");
+  user.key(Qt::Key_Return);
+  EXPECT_EQ(beeps.heard, 0);
+  EXPECT_EQ(dialog.timecode(), (Timecode{45, 7, 165, 99, false, false}));
 }
 
 TEST(ChoiceDialogTest, TakesASelectedRowOnly) {

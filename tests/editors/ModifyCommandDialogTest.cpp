@@ -92,6 +92,27 @@ TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
   EXPECT_EQ(user.field("value"), "0.5000");
 }
 
+// A segment that a click had emptied was written as the command had it at first.
+TEST(ModifyCommandDialogTest, NoClickEmptiesASegment) {
+  ModifyCommand modify(command("QMF1.ME1.KEY4.CLIP.SET", {{"LEVEL", "51.1", ""}}));
+  auto& list = modify.user.control<QListView>("segment1");
+  modify.user.choose("segment1", "ME h");
+  const QPoint row = list.visualRect(list.currentIndex()).center();
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, row);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, {5, list.viewport()->height() - 2});
+  EXPECT_EQ(modify.user.label("functionText"), "ME h Key 4 Clip Set");
+  modify.refusal = "The macro is gone";
+  modify.user.click("modify");
+  EXPECT_THAT(modify.site.messages.take(), ElementsAre(modify.refusal));
+  EXPECT_TRUE(modify.dialog.isVisible());
+  modify.refusal.clear();
+  modify.user.type("value", "40");
+  modify.user.key(Qt::Key_Z, Qt::ControlModifier);
+  modify.user.click("modify");
+  EXPECT_EQ(modify.dialog.draft().fid, "QMF1.ME4.KEY4.CLIP.SET");
+  EXPECT_THAT(modify.values(), ElementsAre("LEVEL=51.1")) << "undone to the value, not to its shown digits";
+}
+
 TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {
   ModifyCommand modify(command("QMF1.ME1.KEY2.TYPE.SET", {{"TYPE", "odd", ""}}));
   EXPECT_THAT(modify.user.rows("parameters"), ElementsAre("Type\todd", "Source\t"));

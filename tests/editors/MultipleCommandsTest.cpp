@@ -9,6 +9,7 @@
 #include "tests/editors/DialogDriver.h"
 #include "tests/link/FakeTransport.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
@@ -16,6 +17,8 @@ namespace {
 using testing::ElementsAre;
 
 constexpr const char* kMacro = R"(c:\macro.mac)";
+constexpr const char* kNoneReady = "0 COMMANDS READY FOR INSERTION. . .. . .";
+constexpr const char* kOneMissing = "The parameters of one command is not yet updated. . .  ( ----> )";
 
 FunctionTemplate function(const char* name, const char* sid, const char* group) {
   FunctionTemplate made;
@@ -40,7 +43,8 @@ struct MultipleCommandsTest : testing::Test {
     for (FunctionTemplate made :
          {source, function("INC.STEP", "", ""), level, function("AUX1.CUT", "AUX1.CUT", "AUX1"), ram,
           function("INPUT7.GAIN", "INPUT7.GAIN", "RGB_INP_CORR.INPUT7"),
-          function("INPUT7.LUMA", "INPUT7.LUMA", "YUV_INP_CORR.INPUT7")})
+          function("INPUT7.LUMA", "INPUT7.LUMA", "YUV_INP_CORR.INPUT7"),
+          function("ME1.AUTO", "", "ME1.TRANSI")})
       dictionary.add(std::move(made));
     panel.status(kPanelConnected);
   }
@@ -50,7 +54,7 @@ struct MultipleCommandsTest : testing::Test {
   }
   std::vector<std::string> written() {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(site.access(), kMacro, true, commands));
+    EXPECT_TRUE(loadCommands(site.access(), kMacro, commands));
     std::vector<std::string> texts;
     for (const MacroCommand& command : commands) {
       texts.push_back(command.fid + "/" + command.workplace);
@@ -60,10 +64,21 @@ struct MultipleCommandsTest : testing::Test {
     return texts;
   }
 
-  // Into the macro file; fails from call `failAt` on.
+  // Into the macro file, one by one; fails from command `failAt` on.
   MultipleCommandsDialog::Inserter inserter() {
-    return [this](const CommandDraft& draft, int workplace, int position, InsertMode mode) {
-      return calls++ < failAt && insertCommand(site.access(), kMacro, position, draft, workplace, mode);
+    return [this](const std::vector<CommandDraft>& drafts, int workplace, int position, InsertMode mode) {
+      pieces.push_back(drafts.size());
+      int in = 0;
+      for (const CommandDraft& draft : drafts) {
+        const bool behind = in > 0 && mode != InsertMode::kAppend;
+        const int at = in + (mode == InsertMode::kAtPosition ? position : 0);
+        if (inserted >= failAt || !insertCommand(site.access(), kMacro, at, draft, workplace,
+                                                 behind ? InsertMode::kAtPosition : mode))
+          break;
+        ++in;
+        ++inserted;
+      }
+      return in;
     };
   }
   std::string status() { return driver.label("status"); }
@@ -73,8 +88,10 @@ struct MultipleCommandsTest : testing::Test {
     auto& list = user.control<QListView>("commands");
     list.clearSelection();
     for (const int row : rows)
-      QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
-                        list.visualRect(list.model()->index(row, 0)).center());
+      QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, placeOf(list, row));
+  }
+  static QPoint placeOf(const QListView& list, int row) {
+    return {10, list.visualRect(list.model()->index(row, 0)).center().y()};
   }
   // Picks the last source of the dialog that is about to open, then presses `key`.
   void answerNext(QDialog& parent, Qt::Key key) {
@@ -85,6 +102,22 @@ struct MultipleCommandsTest : testing::Test {
       QTest::keyClick(list, Qt::Key_End);
       QTest::keyClick(list, key);
     });
+  }
+  // In the "Modify command" that `open` brings up: gives the source and presses the button.
+  template <class Open>
+  void completeSource(Open open, const char* button) {
+    QTimer::singleShot(0, &dialog, [this, button] {
+      auto& asking = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+      title = asking.windowTitle();
+      const DialogDriver user(asking);
+      user.choose("parameters", "Source");
+      user.choose("choices", "Seven");
+      user.click(button);
+    });
+    QApplication::setActiveWindow(&dialog);
+    auto& list = driver.control<QListView>("commands");
+    list.setFocus();
+    open(list);
   }
   // From the panel's own thread.
   void answer(const char* name, const char* value) {
@@ -103,6 +136,9 @@ struct MultipleCommandsTest : testing::Test {
       return std::count(asked.begin(), asked.end(), wanted) > 0;
     }));
   }
+  bool closed() {
+    return QTest::qWaitFor([this] { return !dialog.isVisible(); });
+  }
 
   TestSite site;
   FunctionDictionary dictionary;
@@ -110,24 +146,29 @@ struct MultipleCommandsTest : testing::Test {
   std::vector<PanelSource> sources{{"Six", "INPUT6", ""}, {"Seven", "INPUT7", ""}};
   FakePanel panel;
   bool connected = true;
-  int frameRate = 25, calls = 0, failAt = 1000;
+  int frameRate = 25, inserted = 0, failAt = 1000;
+  std::vector<std::size_t> pieces;
   std::vector<std::string> asked;
+  std::string refusal;
   QString title;
-  EditorContext context{
-      site.access(), dictionary, lists, sources, *panel.client, [this] { return connected; }, frameRate};
+  EditorContext context{site.access(), dictionary,
+                        lists,         sources,
+                        *panel.client, [this] { return connected; },
+                        frameRate,     [this] { return refusal; }};
   MultipleCommandsDialog dialog{context, 3, 1, inserter()};
   DialogDriver driver{dialog};
 };
 
 TEST_F(MultipleCommandsTest, DestinationsAddWhatTheyOwn) {
   EXPECT_EQ(caption("insertEnd"), "Insert Selected at End");
+  EXPECT_EQ(status(), kNoneReady);
   driver.click("AUX1");
   driver.click("RAMCHAN1");
   driver.click("AUX2");
   driver.click("AUX1");
   EXPECT_THAT(driver.rows("commands"),
-              ElementsAre("AUX1.SOURCE.SET", "AUX1.LEVEL.SET", "AUX1.CUT", "RAM1.LOOP.SET", "AUX1.SOURCE.SET",
-                          "AUX1.LEVEL.SET", "AUX1.CUT"));
+              ElementsAre("AUX1.SOURCE.SET", "AUX1.LEVEL.SET", "! AUX1.CUT", "RAM1.LOOP.SET",
+                          "AUX1.SOURCE.SET", "AUX1.LEVEL.SET", "! AUX1.CUT"));
   EXPECT_EQ(driver.label("total"), "Total commands: 7");
   select({0, 2, 4, 6});
   driver.click("removeSelected");
@@ -156,22 +197,63 @@ TEST_F(MultipleCommandsTest, CorrectionsAskForTheInput) {
 
 TEST(MultipleCommandTexts, StatusFollowsSelectionAndMissingValues) {
   const std::pair<Chosen, const char*> cases[] = {
-      {{false, 0, 0}, ""},
+      {{false, 0, 0}, kNoneReady},
       {{false, 40, 0}, "40 COMMANDS READY FOR INSERTION. . .. . ."},
       {{true, 2, 0}, "2 SELECTED COMMANDS READY FOR INSERTION. . .. . ."},
       {{true, 1, 1}, "The parameters of the selected command is not yet updated. . .  ( ----> )"},
       {{true, 3, 1}, "The parameters of one selected command are not yet updated. . .  ( ----> )"},
       {{true, 3, 2}, "The parameters of 2 selected commands are not yet updated. . .  ( ----> )"},
-      {{false, 1, 1}, "The parameters of one command is not yet updated. . .  ( ----> )"},
-      {{false, 3, 1}, "The parameters of one command is not yet updated. . .  ( ----> )"},
+      {{false, 1, 1}, kOneMissing},
+      {{false, 3, 1}, kOneMissing},
       {{false, 9, 7}, "The parameters of 7 commands are not yet updated. . .  ( ----> )"},
   };
   for (const auto& [chosen, text] : cases) EXPECT_EQ(statusText(chosen), text);
   EXPECT_EQ(insertingText(1, 2), "Inserting No. 1 of 2...");
 }
 
-TEST_F(MultipleCommandsTest, AnswersFillTheFirstParameter) {
-  driver.control<QComboBox>("destination").setCurrentIndex(1);
+// READY was once said with a mandatory parameter empty, since the value had gone to another one.
+TEST(MultipleCommandValues, TheFirstMandatoryParameterTakesTheAnswer) {
+  FunctionTemplate parameters[6];
+  const EnumParameter hold{"hold", "", "", false, {}}, mayHold{"hold", "", "", true, {}};
+  const IntegerParameter rate{"rate", "", "", true}, clip{"clip", "", "", false};
+  const InputParameter input{"input", "", "", false};
+  parameters[0].enums = {mayHold}, parameters[0].inputs = {input};
+  parameters[1].enums = {hold}, parameters[1].inputs = {input};
+  parameters[2].enums = {mayHold}, parameters[2].integers = {rate};
+  parameters[3].integers = {clip}, parameters[3].timecodes = {{"start", "", "", true}};
+  parameters[4].integers = {clip};
+  struct Case {
+    const char* sid;
+    std::vector<std::string> filled;  // by the answers "7" and "8"
+    bool missingBefore, missingAfter;
+  };
+  const Case cases[] = {{"SID", {"", "8"}, true, false}, {"SID", {"8", ""}, true, true},
+                        {"SID", {"8", ""}, true, false}, {"SID", {"8", ""}, true, true},
+                        {"", {""}, true, true},          {"SID", {}, false, false}};
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(i);
+    FunctionDictionary dictionary;
+    parameters[i].name = "F";
+    parameters[i].source = FunctionSource::kOlderFamily;
+    parameters[i].sid = cases[i].sid;
+    dictionary.add(parameters[i]);
+    MultipleCommands commands(dictionary, 1);
+    commands.append({dictionary.function(0)});
+    EXPECT_EQ(commands.at(0).missing(), cases[i].missingBefore);
+    const bool takes = *cases[i].sid != '\0' && !cases[i].filled.empty();
+    for (const char* value : {"7", "8"}) EXPECT_EQ(commands.takeAnswer(0, value), takes);
+    std::vector<std::string> values;
+    for (const auto& parameter : commands.at(0).draft.parameters) values.push_back(parameter.value);
+    EXPECT_EQ(values, cases[i].filled);
+    EXPECT_EQ(commands.at(0).missing(), cases[i].missingAfter);
+    commands.setDestination(Destination::mainframe(2));
+    EXPECT_EQ(commands.at(0).missing(), cases[i].missingBefore) << "what another mainframe told";
+  }
+}
+
+TEST_F(MultipleCommandsTest, AnswersAndTheUserCompleteTheCommands) {
+  auto& destination = driver.control<QComboBox>("destination");
+  destination.setCurrentIndex(1);
   driver.click("AUX1");
   driver.click("RAMCHAN1");
   EXPECT_EQ(status(), "The parameters of 3 commands are not yet updated. . .  ( ----> )");
@@ -191,19 +273,58 @@ TEST_F(MultipleCommandsTest, AnswersFillTheFirstParameter) {
   answer("PANEL.RAM1.LOOP", "");
   EXPECT_EQ(status(), "Updating No 3 of 4...");
   EXPECT_FALSE(driver.enabled("insertEnd"));
-  EXPECT_TRUE(until("The parameters of 2 commands are not yet updated. . .  ( ----> )"));
+  EXPECT_TRUE(until("The parameters of 3 commands are not yet updated. . .  ( ----> )"));
   answer("QMF2.AUX1.LEVEL", "12");  // late, still welcome
   answer("PANEL.RAM1.LOOP", "1");
+  EXPECT_EQ(status(), kOneMissing) << "the source has its shift only";
+  EXPECT_FALSE(driver.enabled("insertEnd"));
+
+  completeSource(
+      [](QListView& list) {
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(list, 0));
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(list, 0));
+      },
+      "cancel");
+  EXPECT_EQ(title, "Modify selected command  (Corvane XL Panel style)");
+  select({});
+  EXPECT_EQ(status(), kOneMissing);
+  completeSource([](QListView& list) { QTest::keyClick(&list, Qt::Key_Return); }, "modify");
   EXPECT_EQ(status(), "4 COMMANDS READY FOR INSERTION. . .. . .");
+  answer("QMF2.AUX1.SOURCE", "9");  // what the user has completed is not overwritten
   driver.click("tabs");
-  EXPECT_THAT(driver.rows("commands"), ElementsAre("AUX1.SOURCE.SET\t Third", "AUX1.LEVEL.SET\tLevel 12",
-                                                   "AUX1.CUT", "RAM1.LOOP.SET\t On"));
+  EXPECT_THAT(driver.rows("commands"), ElementsAre("AUX1.SOURCE.SET\t Third\t", "AUX1.LEVEL.SET\tLevel 12",
+                                                   "! AUX1.CUT", "RAM1.LOOP.SET\t On"));
+
+  destination.setCurrentIndex(2);
+  EXPECT_EQ(status(), "The parameters of 2 commands are not yet updated. . .  ( ----> )")
+      << "what came from another mainframe";
+  update("QMF3.AUX1.LEVEL");
+  destination.setCurrentIndex(3);
+  answer("QMF3.AUX1.LEVEL", "1");
+  EXPECT_EQ(driver.rows("commands")[1], "AUX1.LEVEL.SET") << "an answer of the destination before";
+  update("QMF4.AUX1.LEVEL");
+  answer("QMF4.AUX1.SOURCE", "3");
+  answer("QMF4.AUX1.LEVEL", "5");
   write("");
+  refusal = "The macro is gone";
   driver.click("insertEnd");
-  EXPECT_TRUE(QTest::qWaitFor([this] { return !dialog.isVisible(); }));
+  EXPECT_THAT(site.messages.take(), ElementsAre(refusal));
+  EXPECT_TRUE(driver.enabled("work"));
+  refusal.clear();
+  driver.click("insertEnd");
+  EXPECT_TRUE(closed());
   EXPECT_THAT(written(),
-              ElementsAre("QMF2.AUX1.SOURCE.SET/3 shift=3 source=", "QMF2.AUX1.LEVEL.SET/3 level=12",
-                          "QMF2.AUX1.CUT/3", "PANEL.RAM1.LOOP.SET/3 loop=1"));
+              ElementsAre("QMF4.AUX1.SOURCE.SET/3 shift=3 source=7", "QMF4.AUX1.LEVEL.SET/3 level=5",
+                          "QMF4.AUX1.CUT/3", "PANEL.RAM1.LOOP.SET/3 loop=1"));
+}
+
+TEST_F(MultipleCommandsTest, ALostLineIsTold) {
+  driver.click("AUX1");
+  update("QMF1.AUX1.LEVEL");
+  panel.status(kPanelNotConnected);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !site.messages.texts.empty(); }, 10000)) << "while it waits";
+  driver.click("updateParameters");
+  EXPECT_THAT(site.messages.take(), testing::SizeIs(2));
 }
 
 TEST_F(MultipleCommandsTest, OnlySelectedCommandsAreUpdated) {
@@ -216,24 +337,29 @@ TEST_F(MultipleCommandsTest, OnlySelectedCommandsAreUpdated) {
   answer("QMF1.AUX1.LEVEL", "5");
   EXPECT_THAT(asked, ElementsAre("subscribe QMF1.AUX1.LEVEL"));
   EXPECT_THAT(driver.rows("commands"),
-              ElementsAre("AUX1.SOURCE.SET", "AUX1.LEVEL.SET ==> Level 5", "AUX1.CUT", "AUX1.SOURCE.SET",
-                          "AUX1.LEVEL.SET", "AUX1.CUT"));
+              ElementsAre("AUX1.SOURCE.SET", "AUX1.LEVEL.SET ==> Level 5", "! AUX1.CUT", "AUX1.SOURCE.SET",
+                          "AUX1.LEVEL.SET", "! AUX1.CUT"));
   driver.click("updateParameters");
   dialog.reject();  // with questions open
   EXPECT_EQ(dialog.insertedCount(), 0);
 }
 
+// After a failure the rest goes behind what is in, and in front of what was selected all the same.
 TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
   const std::string a = "QMF1.A/1", b = "QMF1.B/1", cut = "QMF1.AUX1.CUT/3", gain = "QMF1.INPUT7.GAIN/3";
   struct Case {
     const char* button;
     const char* caption;
+    int failAt;
     std::vector<std::string> expected;
   };
-  const Case cases[] = {{"insertStart", "insert selected at start", {cut, gain, a, b}},
-                        {"insertPosition", "insert selected at current selection", {a, cut, gain, b}},
-                        {"insertEnd", "insert selected at end", {a, b, cut, gain}}};
+  const Case cases[] = {{"insertStart", "insert selected at start", 9, {cut, gain, a, b}},
+                        {"insertPosition", "insert selected at current selection", 9, {a, cut, gain, b}},
+                        {"insertPosition", "insert selected at current selection", 1, {a, cut, gain, b}},
+                        {"insertEnd", "insert selected at end", 9, {a, b, cut, gain}},
+                        {"insertEnd", "insert selected at end", 1, {a, b, cut, gain}}};
   for (const Case& chosen : cases) {
+    SCOPED_TRACE(chosen.caption);
     write(R"(<cmd fid="QMF1.A" workplace="1"/><cmd fid="QMF1.B" workplace="1"/>)");
     MultipleCommandsDialog fresh(context, 3, 1, inserter());
     const DialogDriver user(fresh);
@@ -242,31 +368,50 @@ TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
     user.click("RGB Input Correction");
     select(user, {3, 2});
     EXPECT_EQ(user.control<QPushButton>(chosen.button).text(), chosen.caption);
+    inserted = 0;
+    failAt = chosen.failAt;
     user.click(chosen.button);
+    if (failAt == 1) {
+      EXPECT_TRUE(QTest::qWaitFor([&] { return user.enabled("work"); }));
+      EXPECT_EQ(user.rows("commands").size(), 3U) << "what is in has left the list";
+      EXPECT_EQ(fresh.insertedCount(), 1);
+      failAt = 9;
+      select(user, {2});
+      user.click(chosen.button);
+    }
     EXPECT_TRUE(QTest::qWaitFor([&] { return !fresh.isVisible(); }));
     EXPECT_EQ(fresh.result(), QDialog::Accepted);
     EXPECT_EQ(fresh.insertedCount(), 2);
-    EXPECT_EQ(written(), chosen.expected) << chosen.button;
+    EXPECT_EQ(written(), chosen.expected);
   }
-}
-
-TEST_F(MultipleCommandsTest, FailedInsertionKeepsTheRest) {
-  write("");
-  driver.click("AUX1");
-  driver.click("AUX1");
-  select({2, 5});
-  EXPECT_TRUE(driver.enabled("insertPosition"));
-  failAt = 1;
-  driver.click("insertEnd");
-  EXPECT_TRUE(QTest::qWaitFor([this] { return driver.enabled("work"); }));
-  EXPECT_TRUE(dialog.isVisible());
-  EXPECT_EQ(dialog.insertedCount(), 1);
-  EXPECT_EQ(driver.rows("commands").size(), 5U);
-  EXPECT_EQ(written().size(), 1U);
   MultipleCommandsDialog unselected(context, 1, -1, inserter());
   const DialogDriver user(unselected);
-  user.click("RAMCHAN1");
+  answerNext(unselected, Qt::Key_Return);
+  user.click("RGB Input Correction");
+  EXPECT_TRUE(user.enabled("insertStart"));
   EXPECT_FALSE(user.enabled("insertPosition"));
+}
+
+TEST_F(MultipleCommandsTest, ALongRunIsHandedOverInPiecesAndCanBeCancelled) {
+  for (const bool cancelled : {false, true}) {
+    std::vector<int> positions;
+    QPushButton* cancel = nullptr;
+    MultipleCommandsDialog fresh(context, 1, -1, [&](const auto& drafts, int, int position, auto) {
+      positions.push_back(position);
+      // A click that came meanwhile.
+      if (cancelled) QMetaObject::invokeMethod(cancel, &QPushButton::click, Qt::QueuedConnection);
+      return static_cast<int>(drafts.size());
+    });
+    const DialogDriver user(fresh);
+    cancel = &user.control<QPushButton>("cancel");
+    for (int i = 0; i < 130; ++i) user.click("ME1.TRANSI");
+    user.click("insertStart");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !fresh.isVisible(); }));
+    EXPECT_EQ(fresh.insertedCount(), cancelled ? 128 : 130);
+    if (!cancelled) {
+      EXPECT_THAT(positions, ElementsAre(0, 128));
+    }
+  }
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
+#include <gtest/gtest.h>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -50,13 +52,16 @@ class FakeTransport : public PanelTransport {
     accepts_ = accepts;
     changed_.notify_all();
   }
-  // Waits for a call that has not been taken yet, and forgets it and all before it.
+  // Waits for a call that has not been taken yet, and forgets it and all before it. One that does not come is
+  // a failure.
   void await(const std::string& call) {
     std::unique_lock guard(mutex_);
     auto found = calls_.end();
-    changed_.wait(guard,
-                  [&] { return (found = std::find(calls_.begin(), calls_.end(), call)) != calls_.end(); });
-    calls_.erase(calls_.begin(), found + 1);
+    const auto came = [&] { return (found = std::find(calls_.begin(), calls_.end(), call)) != calls_.end(); };
+    if (changed_.wait_for(guard, std::chrono::seconds(10), came))
+      calls_.erase(calls_.begin(), found + 1);
+    else
+      ADD_FAILURE() << "no " << call;
   }
   std::vector<std::string> take() {
     const std::scoped_lock guard(mutex_);

@@ -27,7 +27,6 @@ TEST(MacroNumber, IsReadFromTheThirdField) {
 class MacroNamesTest : public testing::Test, public MacroNamesView {
  protected:
   bool showsPanel(Pane pane) const override { return panelPane[index(pane)]; }
-  void markCurrentFamily(Pane pane) override { log.push_back(pane == Pane::kA ? "kind A" : "kind B"); }
   void rebuildMacros(Pane pane) override { log.push_back(pane == Pane::kA ? "list A" : "list B"); }
 
   std::vector<std::string> arrives(const std::string& valueName, const std::string& text) {
@@ -45,20 +44,66 @@ class MacroNamesTest : public testing::Test, public MacroNamesView {
 TEST_F(MacroNamesTest, AListIsRebuiltOnlyWhenItsRowsCanHaveChanged) {
   panel.status(kPanelConnected);
   names.subscribe(1);
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG0.NAME", ""), ElementsAre("kind A", "list A")) << "0 always rebuilds";
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("kind A"));
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", "Opener"), ElementsAre("kind A", "list A"));
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", "Opener"), ElementsAre("kind A", "list A"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG0.NAME", ""), ElementsAre("list A")) << "0 always rebuilds";
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), IsEmpty());
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", "Opener"), ElementsAre("list A"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", "Opener"), ElementsAre("list A"));
   EXPECT_EQ(names.name(Pane::kA, 7), "Opener");
   EXPECT_EQ(names.name(Pane::kB, 7), "") << "shows the hard disk";
   panelPane = {true, true};
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("kind A", "list A", "kind B"));
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("kind A", "kind B"));
-  EXPECT_THAT(arrives("PANEL.MACRO1.REG999.NAME", "Last"),
-              ElementsAre("kind A", "list A", "kind B", "list B"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), ElementsAre("list A"));
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG7.NAME", ""), IsEmpty());
+  EXPECT_THAT(arrives("PANEL.MACRO1.REG999.NAME", "Last"), ElementsAre("list A", "list B"));
   panel.client->subscribedValueReceived("PANEL.MACRO1.REG1000.NAME", ParameterValue("wild"));
   EXPECT_EQ(names.names(Pane::kB)[999], "Last");
+  // No panel's names fill the lists' memory, and none ends within a character.
+  arrives("PANEL.MACRO1.REG8.NAME", std::string(kLongestMacroName - 1, 'x') + "\u00fcx");
+  EXPECT_EQ(names.name(Pane::kA, 8), std::string(kLongestMacroName - 1, 'x') + "\u2026");
   EXPECT_EQ(names.name(Pane::kB, 1000), "");
+}
+
+// Each row: what is asked, what the panel publishes then, and which requests are told, with their time in
+// seconds.
+TEST_F(MacroNamesTest, ARequestThatThePanelDoesNotConfirmIsToldOnce) {
+  const MacroNames::Clock::time_point start{};
+  const auto told = [&](int seconds) {
+    std::string all;
+    for (const auto& request : names.takeUnconfirmed(start + std::chrono::seconds(seconds)))
+      all += std::to_string(request.workplace) + "/" + std::to_string(request.number) + request.name + " ";
+    return all;
+  };
+  panel.status(kPanelConnected);
+  names.subscribe(1);
+  panel.value("PANEL.MACRO1.REG7.NAME", "Old");
+  struct {
+    const char* asked;
+    const char* published;  // of macro 7; null: nothing
+    const char* told;
+  } const cases[] = {
+      {"New", nullptr, "1/7New "}, {"New", "New", ""},     {"", nullptr, "1/7 "},        {"", "", ""},
+      {"New", "Other", "1/7New "}, {"Other", nullptr, ""}, {"Gr\xfcn", "Gr\u00fcn", ""},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(std::string(row.asked) + " " + row.told);
+    names.expect(7, row.asked, start);
+    panel.value("PANEL.MACRO1.REG8.NAME", row.asked);
+    if (row.published != nullptr) panel.value("PANEL.MACRO1.REG7.NAME", row.published);
+    EXPECT_EQ(told(4), "");
+    EXPECT_EQ(told(5), row.told);
+    EXPECT_EQ(told(6), "") << "once";
+  }
+  names.expect(7, "First", start);
+  names.expect(7, "Second", start + std::chrono::seconds(3));
+  EXPECT_EQ(told(5), "");
+  EXPECT_EQ(told(8), "1/7Second ");
+  names.expect(7, "Unasked", start);
+  names.forget(7);
+  names.expect(8, "Elsewhere", start);
+  names.subscribe(2);
+  EXPECT_EQ(told(9), "");
+  names.expect(9, "Lost", start);
+  panel.status(kPanelNotConnected);
+  EXPECT_EQ(told(0), "2/9Lost ") << "nothing comes any more";
 }
 
 TEST_F(MacroNamesTest, OneWorkplaceIsSubscribedForBothPanes) {

@@ -1,9 +1,13 @@
 #include <atomic>
 #include <chrono>
+#include <fstream>
 #include <functional>
 #include <future>
 #include <gmock/gmock.h>
+#include <iterator>
+#include <sys/syscall.h>
 #include <thread>
+#include <unistd.h>
 
 #include "link/PanelClient.h"
 #include "tests/link/FakeTransport.h"
@@ -20,12 +24,12 @@ struct Listener {
   void second(const std::string& name, const ParameterValue& value) { note("2", name, value); }
   void note(const std::string& which, const std::string& name, const ParameterValue& value) {
     log.push_back(which + " " + name + "=" + value.getAsString());
-    if (inside) inside();
+    if (const auto once = std::exchange(inside, nullptr)) once();
   }
   std::vector<std::string> take() { return std::exchange(log, {}); }
 
   std::vector<std::string> log;
-  std::function<void()> inside;
+  std::function<void()> inside;  // in the next delivery
 };
 
 class PanelClientTest : public testing::Test {
@@ -60,6 +64,38 @@ TEST_F(PanelClientTest, SubscriptionsAreCachedAndForgottenWithTheConnection) {
   EXPECT_TRUE(client.subscribe("A", &listener, &Listener::first));
   EXPECT_THAT(panel.transport->take(), ElementsAre("subscribe A"));
   EXPECT_THAT(listener.take(), IsEmpty());
+}
+
+// True once the thread sleeps, in the lock that it waits for.
+bool sleeps(pid_t thread) {
+  std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+  const std::string line((std::istreambuf_iterator<char>(file)), {});
+  return line.find(") S ") != std::string::npos;
+}
+
+// A name that is put in the table behind a loss would never be asked for: the next subscriber takes it for
+// known.
+TEST_F(PanelClientTest, ALossWhileASubscriberWaitsItsTurnLeavesNoNameUnasked) {
+  panel.status(kPanelConnected);
+  panel.value("A", "1");
+  std::atomic<pid_t> waiting{0};
+  std::atomic<bool> answer{true};
+  std::thread subscriber;
+  listener.inside = [&] {  // holds the subscribers' lock
+    subscriber = std::thread([&] {
+      waiting = static_cast<pid_t>(::syscall(SYS_gettid));
+      answer = client.subscribe("B", &listener, &Listener::first);
+    });
+    while (waiting == 0 || !sleeps(waiting)) std::this_thread::yield();
+    panel.status(kPanelNotConnected);
+  };
+  client.subscribe("A", &listener, &Listener::first);
+  subscriber.join();
+  EXPECT_FALSE(answer);
+  panel.status(kPanelConnected);
+  panel.transport->take();
+  EXPECT_TRUE(client.subscribe("B", &listener, &Listener::first));
+  EXPECT_THAT(panel.transport->take(), ElementsAre("subscribe B"));
 }
 
 TEST_F(PanelClientTest, ARefusedSubscriptionStaysRegistered) {
@@ -107,7 +143,6 @@ TEST_F(PanelClientTest, AnObserverMayUseTheClientOnTheSubscribingThread) {
   panel.status(kPanelConnected);
   panel.value("A", "1");
   listener.inside = [&] {
-    listener.inside = nullptr;
     client.subscribe("B", &listener, &Listener::second);
     client.unsubscribeOwner(&listener);
   };

@@ -1,4 +1,6 @@
+#include <functional>
 #include <gmock/gmock.h>
+#include <optional>
 
 #include "link/PanelConnection.h"
 #include "tests/link/FakeTransport.h"
@@ -35,7 +37,6 @@ class FakeWindow : public PanelConnectionView {
     shown[index(pane)] = display;
   }
   void rebuildLists(Pane pane) override { note("lists", pane); }
-  void resetMacroPosition(Pane pane) override { note("reset", pane); }
   void showDemoListing() override { note("demo", kA); }
   void rebuildWorkplaces(Pane pane) override { note("workplaces", pane); }
   void postConnected(Pane pane) override {
@@ -46,7 +47,10 @@ class FakeWindow : public PanelConnectionView {
 
   Pane nextMessage() {
     std::unique_lock guard(mutex_);
-    changed_.wait(guard, [this] { return !posted_.empty(); });
+    if (!changed_.wait_for(guard, std::chrono::seconds(10), [this] { return !posted_.empty(); })) {
+      ADD_FAILURE() << "no message of a worker";
+      return kA;
+    }
     const Pane pane = posted_.front();
     posted_.erase(posted_.begin());
     return pane;
@@ -128,9 +132,11 @@ TEST_F(PanelConnectionTest, APaneConnectsByItsWorkersMessage) {
   EXPECT_THAT(messages.texts, IsEmpty());
   panel.status(kPanelNotConnected);
   EXPECT_TRUE(connection.lost());
+  EXPECT_EQ(connection.line(kA), PaneLine::kLost);
   EXPECT_EQ(shown(kA), "disconnect [10.0.0.1]");
   connection.connectButton(kA);
   EXPECT_EQ(shown(kA), "connect 10.0.0.1");
+  EXPECT_EQ(connection.line(kA), PaneLine::kNone);
   EXPECT_THAT(panel.transport->take(), IsEmpty());
 }
 
@@ -165,6 +171,7 @@ TEST_F(PanelConnectionTest, AFailureIsReportedByTheTimeOutOnly) {
   panel.transport->await("connect 10.0.0.1:56662");
   EXPECT_EQ(shown(kA), "connecting! [10.0.0.1]");
   connection.timeOut(kA);
+  EXPECT_THAT(messages.icons, ElementsAre(MessageIcon::kExclamation));
   EXPECT_THAT(messages.texts, ElementsAre("Connection failed....."));
 }
 
@@ -176,6 +183,8 @@ TEST_F(PanelConnectionTest, APaneJoinsTheOthersConnectionAndTheLastOneClosesIt) 
   EXPECT_EQ(shown(kA), "connect! 10.0.0.");
   connection.connectButton(kA);
   EXPECT_EQ(shown(kA), "disconnect! [10.0.0.]") << "its own address is not used";
+  EXPECT_EQ(connection.otherAddress(kA), "10.0.0.2") << "its files go elsewhere than what it asks for";
+  EXPECT_EQ(connection.otherAddress(kB), std::nullopt);
   EXPECT_EQ(flags(kA), "00100000");
   EXPECT_EQ(window.timer[0], 0);
   EXPECT_THAT(window.take(), ElementsAre("lists A", "workplaces A"));
@@ -189,6 +198,50 @@ TEST_F(PanelConnectionTest, APaneJoinsTheOthersConnectionAndTheLastOneClosesIt) 
   EXPECT_THAT(panel.transport->take(), IsEmpty());
   connection.connectButton(kA);
   EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
+}
+
+TEST_F(PanelConnectionTest, ALostLineIsNotJoinedButMadeAnewForBoth) {
+  const auto byButton = [this] { connection.connectButton(kA); };
+  const auto byRadio = [this] {
+    connection.chooseHarddisk(kA);
+    connection.choosePanel(kA);
+  };
+  std::optional<unsigned> loss;
+  for (const std::function<void()>& act : {std::function<void()>(byButton), std::function<void()>(byRadio)}) {
+    connect(kB);
+    panel.value("PANEL.WP3.MFDCOUNT", "1");
+    panel.status(kPanelNotConnected);
+    EXPECT_EQ(connection.line(kB), PaneLine::kLost);
+    EXPECT_NE(connection.loss(), loss) << "each loss is one of its own";
+    loss = connection.loss();
+    act();
+    EXPECT_EQ(shown(kA) + window.shown[0].editLabel, "connecting! [10.0.0.1]IP-Address:");
+    window.take();
+    handleMessage();
+    EXPECT_EQ(shown(kA) + " " + shown(kB), "disconnect [10.0.0.1] disconnect [10.0.0.2]");
+    EXPECT_EQ(flags(kA) + " " + flags(kB), "00000000 00000000") << "of the old line";
+    EXPECT_THAT(window.take(), ElementsAre("lists A", "lists B"));
+    EXPECT_EQ(connection.loss(), std::nullopt);
+    EXPECT_EQ(connection.line(kB), PaneLine::kStands);
+    EXPECT_EQ(connection.otherAddress(kB), "10.0.0.1");
+    panel.value("PANEL.WP2.MFDCOUNT", "1");
+    EXPECT_EQ(flags(kA) + " " + flags(kB), "01000000 01000000");
+    connection.connectButton(kA);
+    connection.connectButton(kB);
+  }
+}
+
+TEST_F(PanelConnectionTest, ALateSuccessIsOfNoUseToAPaneOnALostLine) {
+  connect(kB);
+  panel.status(kPanelNotConnected);
+  panel.transport->hold();
+  connection.connectButton(kA);
+  panel.transport->await("connect 10.0.0.1:56662");
+  connection.timeOut(kA);
+  panel.transport->await("disconnect");  // the attempt
+  panel.transport->letGo(true);
+  panel.transport->await("disconnect");  // what became of it all the same
+  EXPECT_EQ(shown(kA) + " " + shown(kB), "connect 10.0.0.1 disconnect [10.0.0.2]");
 }
 
 TEST_F(PanelConnectionTest, APaneThatJoinsGivesItsOwnAttemptUp) {

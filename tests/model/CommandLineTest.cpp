@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "classic/ClassicGroups.h"
+#include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
+#include "model/MacroFile.h"
+#include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -51,7 +55,7 @@ struct CommandLineTest : testing::Test, TestSite {
   }
   // The line of one parameter without the function's text.
   std::string parameterLine(const char* function, const char* name, const char* value, bool tabs = false) {
-    const std::string text = line(command(function, {{name, value, value}}), tabs ? kTabs : kPlain);
+    const std::string text = line(command(function, {{name, value}}), tabs ? kTabs : kPlain);
     EXPECT_EQ(text.substr(0, 10), "Everything");
     return text.substr(10);
   }
@@ -91,10 +95,23 @@ TEST_F(CommandLineTest, ShowsEachKindOfParameter) {
   EXPECT_EQ(parameterLine("QMF1.ME1.ALL", "enum", "3", true), "\t Circle");
 }
 
+// A command of a million parameters stopped the window that draws its line.
+TEST_F(CommandLineTest, LongLinesAreCutBetweenCharacters) {
+  for (const char* value : {"1", "\xC3\xBC", "\xE2\x82\xAC"}) {
+    for (const LineOptions& options : {kRaw, kPlain}) {
+      const std::vector<MacroParameter> many(20'000, MacroParameter{"plain", value});
+      const std::string text = line(command("QMF1.ME1.ALL", many), options, true);
+      EXPECT_LT(text.size(), 5000U);
+      EXPECT_TRUE(text.ends_with("... ==> updated"));
+      EXPECT_TRUE(isValidUtf8(text));
+    }
+  }
+}
+
 TEST_F(CommandLineTest, FramesPanelCommands) {
-  const MacroCommand wipe = command("QMF2.ME1.Wipe.Pattern", {{"pattern", "3", "3"}, {"b", "", ""}});
-  const MacroCommand bare = command("ME9", {{"plain", "3", "3"}}), other = command("QMF5.ME1.ALL");
-  const MacroCommand panel = command("PANEL.ME1.ALL", {{"plain", "3", "3"}}, "2");
+  const MacroCommand wipe = command("QMF2.ME1.Wipe.Pattern", {{"pattern", "3"}, {"b", ""}});
+  const MacroCommand bare = command("ME9", {{"plain", "3"}}), other = command("QMF5.ME1.ALL");
+  const MacroCommand panel = command("PANEL.ME1.ALL", {{"plain", "3"}}, "2");
   const std::tuple<MacroCommand, LineOptions, bool, const char*> cases[] = {
       {wipe, kRawDestination, false, "QMF2 - ME1 - Wipe - Pattern Parameter: pattern: \"3\",  b: \"\""},
       {wipe, kRaw, true, "ME1 - Wipe - Pattern Parameter: pattern: \"3\",  b: \"\" ==> updated"},
@@ -114,14 +131,14 @@ TEST_F(CommandLineTest, FramesPanelCommands) {
 TEST_F(CommandLineTest, FramesClassicCommandsOfMacrosAndKeys) {
   const std::string text = "23 05 01 01 ", named = "Set - " + groupName(5, 1);
   const std::string described = named + " - Long|name";
-  const MacroCommand macro = command("QMF3.NCSCOMMAND", {{"any", text, text}}, "1");
+  const MacroCommand macro = command("QMF3.NCSCOMMAND", {{"any", text}}, "1");
   EXPECT_EQ(line(macro), "QMF3Classic:  " + described);
   EXPECT_EQ(line(macro, kDestination), "Mainframe3 - QMF3Classic:  " + described);
   EXPECT_EQ(line(macro, kRaw), "QMF3NCSCOMMAND:  " + described) << "decoded in both forms";
   EXPECT_EQ(line(macro, kRawDestination, true), "QMF3 - QMF3NCSCOMMAND:  " + described + " ==> updated");
   EXPECT_EQ(line(macro, kTabs, true), "QMF3Classic:  " + described + "\tupdated");
   EXPECT_EQ(line(command("NCSCOMMAND"), kDestination), std::string(" - Classic:  ") + kNoContent);
-  EXPECT_EQ(line(command("QMF1.x.NCSCOMMAND2", {{"CMD", "23 05", ""}}), kRaw),
+  EXPECT_EQ(line(command("QMF1.x.NCSCOMMAND2", {{"CMD", "23 05"}}), kRaw),
             std::string("QMF1NCSCOMMAND:  ") + kNoContent);
   EXPECT_EQ(line(command("NCSCOMMAND.ME9")), "??? ME9") << "only what follows the first dot makes it classic";
 
@@ -135,6 +152,33 @@ TEST_F(CommandLineTest, FramesClassicCommandsOfMacrosAndKeys) {
   EXPECT_EQ(keyLine(key, kRaw), "NCSCOMMAND:  " + text);
   EXPECT_EQ(keyLine(key, kRawDestination), "QMF1 - NCSCOMMAND:  " + text);
   EXPECT_EQ(keyLine({}, kRaw), std::string("NCSCOMMAND:  ") + kNoContent);
+}
+
+// Texts of four files in different encodings, and a unit of our own.
+TEST_F(CommandLineTest, JoinsTextsOfEveryEncoding) {
+  FunctionDictionary western;
+  write("c:\\i.xml",
+        "<mfd><fid name='K\xFC.A' sid='s' description='K\xFC'><float_parameter name='\xFC' type='degree' "
+        "max='1' "
+        "maxDisp='180'/><enum_parameter name='e'><enum value='\xFC' description='\xD6l'/></enum_parameter>"
+        "</fid></mfd>");
+  ASSERT_TRUE(readInterfaceFile(root, "c:\\i.xml", FunctionSource::kPanel, western, {}));
+  write(R"(c:\Programme\RV48\bin\MacroCdCo_Tarrow\Cd-0x05\Cd-0x05-Co-0x02.ini)",
+        "CD 0x05\nCO 0x02\n[0x01-0x01 \"x\" \"Gr\xFCn\"\npt_String \"Tür\"\n");
+  const std::string data =
+      "<data><cmd fid='ü.Kü.A'><param name='ü' value='0.5'/><param name='e' value='ü'/></cmd>"
+      "<cmd fid='ü.NCSCOMMAND'><param value='25 05 02 01 e4 00 '/></cmd></data></macro>";
+  const std::string classic = "Set - " + groupName(5, 2) + " - Grün - Tür: ä";
+  for (const bool utf8 : {true, false}) {
+    write("c:\\m.mac",
+          utf8 ? "<?xml version='1.0'?><macro>" + data
+               : "<?xml version='1.0' encoding='windows-1252'?><macro>" + utf8ToWindows1252(data));
+    MacroCommands commands;
+    ASSERT_TRUE(loadCommands(access(), "c:\\m.mac", commands));
+    EXPECT_EQ(commandLine(commands.at(0), kDestination, {western, lists}), "ü - Kü ==> 90.0[°] ==>  Öl");
+    EXPECT_EQ(commandLine(commands[0], kRaw, {western, lists}), "Kü - A Parameter: ü: \"0.5\",  e: \"ü\"");
+    EXPECT_EQ(commandLine(commands.at(1), kDestination, {western, lists}), "ü - üClassic:  " + classic);
+  }
 }
 
 }  // namespace

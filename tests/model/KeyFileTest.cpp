@@ -26,6 +26,7 @@ TEST(KeyFile, ReadsHeaderAndCommands) {
       {"#UPK\nBeginHeader\nName=no", "", ""},
       {"\n\n\nName=A=B\r", "A=B\r", ""},
       {"\n\n\nName\nx=1\n", "", ""},
+      {"\n\n\nName=K\xFC\n", "Kü", ""},
       {kHeader.substr(0, kHeader.size() - 1), "MK04", ""},
       {kHeader, "MK04", "-;"},
       {kHeader + "\r\n \t\n", "MK04", "-;"},
@@ -43,6 +44,20 @@ TEST(KeyFile, ReadsHeaderAndCommands) {
     EXPECT_EQ(key.name(), c.name);
     EXPECT_EQ(commandsOf(key), c.commands);
   }
+}
+
+TEST(KeyFile, TellsWhatASaveWouldLose) {
+  std::string bytes = "e3 10 05 01 \n";
+  // 27 parameters, the same without the final blank, and 28, which only the long form holds.
+  std::string line = "3e 10 05 01 ";
+  for (int i = 0; i < 27; ++i) line += "07 ";
+  bytes += line + "\n" + line.substr(0, line.size() - 1) + "\n";
+  bytes += "3f 00 1f" + line.substr(2) + "07 \nzz\n";
+  KeyFile key;
+  key.parse(kHeader + bytes);
+  EXPECT_EQ(key.unreadable(), (std::vector<int>{2, 3, 4}));
+  key.parse(kHeader);  // the empty command of a file without lines loses nothing
+  EXPECT_EQ(key.unreadable(), std::vector<int>());
 }
 
 TEST(KeyFile, TakesTheDefaultHeaderForAMissingFile) {

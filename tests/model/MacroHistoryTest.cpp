@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <thread>
 
 #include "model/MacroHistory.h"
 #include "model/RecordText.h"
@@ -22,9 +23,10 @@ class MacroHistoryTest : public testing::Test {
     for (const KeptMacro& kept : from.list()) result.push_back(site.read(kept.file));
     return result;
   }
-  void overwrite(MacroHistory& into, std::string_view bytes) const {
-    EXPECT_TRUE(into.keepFile(kFile, MacroChange::kSave));
-    site.write(kFile, bytes);
+  void overwrite(MacroHistory& into, std::string_view bytes) const { overwrite(into, kFile, bytes); }
+  void overwrite(MacroHistory& into, const std::string& file, std::string_view bytes) const {
+    EXPECT_TRUE(into.keepFile(file, MacroChange::kSave));
+    site.write(file, bytes);
   }
 
   TestSite site;
@@ -38,7 +40,7 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
   EXPECT_THAT(history.list(), IsEmpty());
   site.write(kFile, "<!-- <macro> --><macro  name='A &amp; &quot;B&quot;'><data/></macro>");
   for (const char* bytes : {"two", "two", "three"}) overwrite(history, bytes);
-  EXPECT_TRUE(history.keepFile((site.root.path() / "c/APPLI/macro007.mac").string(), MacroChange::kDelete));
+  EXPECT_TRUE(history.keepFile((site.root.path() / "c/appli/macro007.mac").string(), MacroChange::kDelete));
   overwrite(history, "two");  // "three" has just been kept
   EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "an older version that came back is kept again";
   EXPECT_THAT(contents(history),
@@ -77,7 +79,7 @@ TEST_F(MacroHistoryTest, TheOldestGoFirstByCountAndByBytes) {
   }
   EXPECT_THAT(contents(three), ElementsAre("3", "2", "1"));
   overwrite(three, std::string(25, 'x'));
-  EXPECT_THAT(listFolder(site.root, "history"), ElementsAre("2024-10-06", "2024-10-07", "2024-10-08"))
+  EXPECT_THAT(listFolder(site.root, "history"), ElementsAre("2024-10-06", "2024-10-07", "2024-10-08", "lock"))
       << "an empty day goes, too";
   for (const char c : {'a', 'b', 'c', 'd'}) overwrite(three, std::string(25, c));
   EXPECT_THAT(contents(three), ElementsAre(std::string(25, 'c'), std::string(25, 'b'), std::string(25, 'a')));
@@ -108,13 +110,141 @@ TEST_F(MacroHistoryTest, ADamagedRecordLeavesTheBytes) {
   }
 }
 
+// A clock that was wrong has dated what was kept, and is set right, or wrong again.
+TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
+  // Kept by an earlier version of the program, which had only the clock.
+  site.write("history\\2099-01-01\\000000-000-" + historyKey({kFile, {}, 0, {}}) + "-8-macro007.mac",
+             "no count");
+  MacroHistory four(site.root, {4}, clock);
+  site.write(kFile, "1");
+  for (const char* bytes : {"2", "3", "4", "5", "6"}) {
+    now += hours(*bytes == '3' ? 24 * 9000 : -24 * 3000);
+    overwrite(four, bytes);
+  }
+  EXPECT_THAT(contents(four), ElementsAre("5", "4", "3", "2"));
+  MacroHistory next(site.root, {4}, clock);
+  overwrite(next, "7");
+  EXPECT_THAT(contents(next), ElementsAre("6", "5", "4", "3"));
+}
+
+TEST_F(MacroHistoryTest, FilesElsewhereAreCountedApart) {
+  const std::string outside = (site.root.path() / "outside.mac").string();
+  MacroHistory three(site.root, {3}, clock);
+  for (const char* bytes : {"1", "2", "3", "4", "5"}) overwrite(three, outside, bytes);
+  for (const char* bytes : {"1", "2", "3", "4", "5"}) overwrite(three, kFile, bytes);
+  EXPECT_THAT(contents(three), ElementsAre("4", "3", "2", "4", "3", "2"));
+}
+
+// A script that changes one file in a loop meets the versions that people have made.
+TEST(NextToGo, NoMacroDrivesOutTheLastVersionsOfAnother) {
+  constexpr std::size_t kMost = 60;
+  const MacroPlace scratch{"c:\\scratch.mac", {}, 0, {}}, show{"c:\\show.mac", {}, 0, {}};
+  std::deque<HistoryEntry> entries;
+  const auto keep = [&entries](const MacroPlace& place, std::int64_t when) {
+    entries.emplace_back(when, 1, entries.empty() ? 1 : entries.back().number + 1, place, false);
+    if (entries.size() <= kMost) return;
+    const auto next = nextToGo(entries, false, false);
+    ASSERT_TRUE(next);
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(*next));
+  };
+  constexpr std::int64_t kHour = 3'600'000;
+  for (int i = 0; i < 21; ++i) keep(show, i * kHour);
+  for (int i = 0; i < 10; ++i) keep(scratch, (30 + i) * kHour);
+  for (int i = 0; i < 2000; ++i) keep(scratch, 50 * kHour + i);
+  std::vector<std::int64_t> kept;  // oldest first
+  for (const HistoryEntry& entry : entries)
+    if (entry.key() == historyKey(scratch)) kept.push_back(entry.when);
+  ASSERT_EQ(kept.size(), kMost - 21) << "each of the show's versions is there";
+  for (std::int64_t i = 0; i < 10; ++i)
+    EXPECT_EQ(kept[static_cast<std::size_t>(i)], (30 + i) * kHour) << "the dense run is what is thinned";
+  for (std::int64_t i = 0; i < 20; ++i)
+    EXPECT_EQ(*(kept.rbegin() + i), 50 * kHour + 1999 - i) << "the last ones stay";
+  EXPECT_FALSE(nextToGo(entries, true, false));
+}
+
+TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {
+  for (int i = 0; i < 23; ++i) overwrite(history, std::to_string(i));
+  ASSERT_EQ(history.list().size(), 22U);
+  MacroHistory::Limits limits;
+  limits.reserve = std::uint64_t{1} << 60;
+  MacroHistory full(site.root, limits, clock);
+  EXPECT_EQ(full.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kFull);
+  EXPECT_EQ(full.takeFailure()->kind, Failure::Kind::kFull);
+  EXPECT_EQ(full.fetchFile().failure().kind, Failure::Kind::kFull);
+  EXPECT_EQ(full.list().size(), kLastVersions) << "it gives what it can spare, and no more";
+}
+
+TEST_F(MacroHistoryTest, ChangesOfOneFileWaitForEachOther) {
+  constexpr int kWorkers = 4, kRounds = 5;
+  site.write(kFile, "0");
+  std::vector<std::thread> workers;
+  for (int i = 0; i < kWorkers; ++i)
+    workers.emplace_back([&] {
+      MacroHistory::Limits limits;
+      limits.patience = std::chrono::minutes(1);
+      MacroHistory own(site.root, limits);  // as another program has
+      for (int round = 0; round < kRounds; ++round) {
+        const FileChange begun = own.begin(kFile, MacroChange::kEdit);
+        EXPECT_TRUE(begun.locked && begun.kept);
+        EXPECT_TRUE(writeFile(site.root, kFile, std::to_string(std::stoi(site.read(kFile)) + 1)));
+      }
+    });
+  for (std::thread& worker : workers) worker.join();
+  EXPECT_EQ(site.read(kFile), std::to_string(kWorkers * kRounds));
+  std::vector<std::string> every;
+  for (int i = kWorkers * kRounds - 1; i >= 0; --i) every.push_back(std::to_string(i));
+  EXPECT_EQ(contents(history), every);
+}
+
+TEST_F(MacroHistoryTest, WaitingForAnotherProgramEnds) {
+  site.write(kFile, "held");
+  std::filesystem::create_directory_symlink(site.root.resolve("c:\\appli"), site.root.path() / "c/way");
+  MacroHistory::Limits limits;
+  limits.patience = std::chrono::milliseconds(1);
+  MacroHistory other(site.root, limits);
+  {
+    const FileChange held = history.begin(kFile, MacroChange::kSave);
+    const FileChange late = other.begin("c:\\way\\macro007.mac", MacroChange::kSave);
+    EXPECT_EQ(late.locked.failure().kind, Failure::Kind::kChanged) << "whichever way leads to the file";
+    EXPECT_TRUE(late.kept);
+    EXPECT_TRUE(other.begin("c:\\appli\\macro008.mac", MacroChange::kSave).locked);
+    EXPECT_FALSE(other.putBack(other.list().front(), kFile));
+  }
+  EXPECT_TRUE(other.begin(kFile, MacroChange::kSave).locked);
+}
+
+TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {
+  site.write(kFile, "old");
+  site.write("c:\\secret.mac", "secret");
+  site.write("elsewhere\\x", "");
+  std::filesystem::create_directory_symlink(site.root.resolve("elsewhere"), site.root.path() / "history");
+  EXPECT_EQ(history.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kInTheWay);
+  EXPECT_FALSE(history.fetchFile());
+  EXPECT_THAT(listFolder(site.root, "elsewhere"), ElementsAre("x"));
+  std::filesystem::remove(site.root.path() / "history");
+  site.write("history\\2024-10-04\\x", "");
+  std::filesystem::create_symlink(site.root.resolve("c:\\secret.mac"),
+                                  site.root.resolve("history\\2024-10-04\\000000-000-00000000-6-1-x.mac"));
+  EXPECT_THAT(history.list(), IsEmpty());
+}
+
+TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
+  site.write("history\\2024-10-04\\000000-000-00000000-6-1-x.txt", "disk=x\n");
+  site.write("history\\2024-10-04\\.tessaly-1-1-1.tmp", "half");
+  site.write("history\\2024-10-05\\mine.txt", "a stranger's");
+  overwrite(history, "first");
+  overwrite(history, "second");
+  EXPECT_THAT(listFolder(site.root, "history\\2024-10-05"), ElementsAre("mine.txt"));
+  EXPECT_THAT(listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2)) << "one macro and its record";
+}
+
 TEST_F(MacroHistoryTest, AFolderThatCannotBeWrittenIsNoHindrance) {
   site.write(kFile, "old");
   site.write("history", "in the way");
   EXPECT_FALSE(history.keepFile(kFile, MacroChange::kSave));
   EXPECT_TRUE(history.takeFailure());
   EXPECT_FALSE(history.takeFailure());
-  EXPECT_EQ(history.fetchFile(), "");
+  EXPECT_FALSE(history.fetchFile());
   EXPECT_THAT(history.list(), IsEmpty());
 }
 

@@ -8,6 +8,7 @@
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
 #include "tests/support/BuildPaths.h"
+#include "tests/support/LoadCommands.h"
 #include "tests/support/TestSite.h"
 #include "values/SourceNames.h"
 
@@ -92,8 +93,7 @@ TEST_F(SampleSiteTest, MacrosLoadAndReadWell) {
     EXPECT_TRUE(listing.reports.empty()) << folder;
     for (const MacroRow& row : listing.rows) {
       MacroCommands loaded;
-      EXPECT_TRUE(loadCommands(access, macroFile(folder, row.numberText), true, loaded))
-          << folder << row.text();
+      EXPECT_TRUE(loadCommands(access, macroFile(folder, row.numberText), loaded)) << folder << row.text();
       ++macros;
       commands += loaded.size();
       for (const MacroCommand& command : loaded)

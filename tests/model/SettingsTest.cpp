@@ -53,9 +53,7 @@ TEST_F(SettingsFile, DamageKeepsDefaultsForWhatIsNotReached) {
   const Settings defaults = defaultSettings();
   Settings onlyFormat = defaults;
   onlyFormat.format = 2;
-  Settings numbers = onlyFormat;
-  numbers.frameRate = -1;
-  Settings cut = numbers;
+  Settings cut = onlyFormat;
   cut.pathA = "c:\\lo";
   Settings early = cut;
   early.pathA = "c:";
@@ -67,12 +65,19 @@ TEST_F(SettingsFile, DamageKeepsDefaultsForWhatIsNotReached) {
       {"empty", "", defaults},
       {"half an integer", "\x02\0\0"s, defaults},
       {"no frame rate", start.substr(0, 7), onlyFormat},
-      {"half a length", start + "\x01\0\0"s, numbers},
+      {"a frame rate that there is not, and half a length", start + "\x01\0\0"s, onlyFormat},
       {"text runs over the end", start + "\x09\0\0\0c:\\lo"s, cut},
       {"huge length", start + "\xFF\xFF\xFF\xFF"s + "c:\\lo\0more"s, cut},
       {"zero inside the text", start + "\x04\0\0\0c:\0x\0\0"s, early},
   };
   for (const auto& c : cases) EXPECT_EQ(read(c.bytes), c.settings) << c.what;
+}
+
+// Else a path would be kept with "?" in it and be another one at the next start.
+TEST(Settings, HoldsWhatItsCodePageHolds) {
+  for (const char* text : {"", "c:\\appli", "/srv/K\u00fcche \u20ac"})
+    EXPECT_TRUE(settingsHold(text)) << text;
+  for (const std::string& text : {"/srv/\u0416"s, "\xff"s, "a\0b"s}) EXPECT_FALSE(settingsHold(text)) << text;
 }
 
 TEST(Settings, DerivedPathEndsInABackslash) {

@@ -15,7 +15,6 @@ class QuietWindow : public PanelConnectionView {
   void killTimer(Pane) override {}
   void showConnection(Pane, const PaneConnectionDisplay&) override {}
   void rebuildLists(Pane) override {}
-  void resetMacroPosition(Pane) override {}
   void showDemoListing() override {}
   void rebuildWorkplaces(Pane) override {}
   void postConnected(Pane) override { ++posted; }

@@ -1,11 +1,37 @@
+#include <array>
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+#include <vector>
 
 #include "TemporarySite.h"
 #include "platform/Files.h"
 #include "platform/PendingFile.h"
+
+namespace {
+
+// What is flushed, and which time it fails how.
+struct Flushes {
+  std::vector<std::string> names;
+  std::size_t failing = 0;  // counted from 1; 0 for none
+  int error = 0;
+};
+Flushes* watched = nullptr;
+
+}  // namespace
+
+// In place of the system's.
+extern "C" int fsync(int file) {
+  if (watched == nullptr) return static_cast<int>(::syscall(SYS_fsync, file));
+  watched->names.push_back(
+      std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file)).filename().string());
+  if (watched->names.size() != watched->failing) return 0;
+  errno = watched->error;
+  return -1;
+}
 
 namespace tessaly {
 namespace {
@@ -34,13 +60,14 @@ class FullDisk {
 
 TEST_F(FilesTest, WrittenBytesComeBackAndNothingElseStays) {
   const std::string content("a\0\r\n\xFF", 5);
-  ::chmod(host("c/old.mac").c_str(), 0400);
+  ::chmod(host("c/old.mac").c_str(), 0604);
   const mode_t mask = ::umask(027);
   EXPECT_TRUE(writeFile(root_, "C:\\OLD.mac", content));
+  EXPECT_TRUE(writeFile(root_, "c:\\empty", ""));
   ::umask(mask);
   EXPECT_EQ(bytes("c/old.mac"), content);
-  EXPECT_EQ(fs::status(host("c/old.mac")).permissions(), fs::perms(0640));
-  EXPECT_TRUE(writeFile(root_, "c:\\empty", ""));
+  EXPECT_EQ(fs::status(host("c/old.mac")).permissions(), fs::perms(0604)) << "the old file's mode is kept";
+  EXPECT_EQ(fs::status(host("c/empty")).permissions(), fs::perms(0640));
   EXPECT_EQ(entries("c"), 2);
   EXPECT_EQ(readFile(root_, "c:\\old.MAC"), content);
   EXPECT_EQ(readFilePrefix(root_, "c:\\old.mac", 2), content.substr(0, 2));
@@ -97,6 +124,71 @@ TEST_F(FilesTest, LinksAreWrittenWhereTheyLead) {
   EXPECT_EQ(bytes("d/real"), "1");
   EXPECT_TRUE(fs::is_symlink(host("c/link")));
   EXPECT_EQ(bytes("c/dangling"), "2");
+}
+
+// Also for root, whom no mode stops.
+TEST_F(FilesTest, AWriteProtectedFileIsNeitherReplacedNorRemoved) {
+  PendingFile pending(host("c/old.mac"));
+  ASSERT_TRUE(pending.write("new"));
+  ::chmod(host("c/old.mac").c_str(), 0444);
+  fs::create_symlink("old.mac", host("c/link"));
+  put("c/new.mac", "new");
+  for (const Outcome& outcome :
+       {writeFile(root_, "c:\\old.mac", "new"), copyFile(root_, "c:\\new.mac", "c:\\link"),
+        removeFile(root_, "c:\\old.mac"), pending.commit()}) {
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.failure().kind, Failure::Kind::kWriteProtected);
+  }
+  EXPECT_EQ(bytes("c/old.mac"), "old");
+  EXPECT_EQ(entries("c"), 3);
+}
+
+// Who may write into the folder could have put a link there, to a file that only we may read or write.
+TEST_F(FilesTest, FilesOfOurOwnAreNotReachedThroughLinks) {
+  for (const char* name : {"c/macrofid/tempA.mac", "c/MacroFid/TEMPCLASSIC.mac", "c/MacroFid/Settings.dat",
+                           "recovery/paneB.txt", "recovery/paneA.mac"}) {
+    fs::create_directories(host(name).parent_path());
+    fs::create_symlink(host("c/old.mac"), host(name));
+    EXPECT_FALSE(readFile(root_, name)) << name;
+    EXPECT_FALSE(readFilePrefix(root_, name, 1)) << name;
+    EXPECT_TRUE(writeFile(root_, name, "ours")) << name;
+    EXPECT_EQ(bytes(name), "ours");
+    EXPECT_EQ(bytes("c/old.mac"), "old") << name;
+  }
+  fs::create_directory_symlink(host("c"), host("history"));
+  EXPECT_EQ(makeOwnFolder(host("history")).failure().kind, Failure::Kind::kInTheWay);
+  EXPECT_TRUE(makeOwnFolder(host("recovery")));
+}
+
+TEST_F(FilesTest, WhatIsFlushedIsLookedAt) {
+  struct Case {
+    std::size_t failing;  // 1 is the file, 2 its folder
+    int error;
+    std::optional<Failure::Kind> kind;
+    const char* content;
+  };
+  using Kind = Failure::Kind;
+  for (const Case& one : {Case{1, EIO, Kind::kDiskError, "old"}, Case{2, EIO, Kind::kUnflushed, "new"},
+                          Case{1, EINVAL, std::nullopt, "new"}, Case{2, EINVAL, std::nullopt, "new"}}) {
+    put("c/old.mac", "old");
+    Flushes flushes{{}, one.failing, one.error};
+    watched = &flushes;
+    const Outcome outcome = writeFile(root_, "c:\\old.mac", "new");
+    watched = nullptr;
+    EXPECT_EQ(outcome ? std::nullopt : std::optional(outcome.failure().kind), one.kind) << one.failing;
+    EXPECT_EQ(bytes("c/old.mac"), one.content);
+    EXPECT_EQ(entries("c"), 1);
+  }
+  for (const std::size_t failing : {0U, 2U}) {
+    fs::remove_all(host("c/one"));
+    Flushes flushes{{}, failing, EIO};
+    watched = &flushes;
+    const Outcome made = makeFolder(root_, "c:\\one\\two");
+    watched = nullptr;
+    EXPECT_EQ(made.done(), failing == 0);
+    EXPECT_EQ(flushes.names, (std::vector<std::string>{"c", "one"}))
+        << "a new folder is a name in its parent";
+  }
 }
 
 TEST_F(FilesTest, CopiesAreWholeAndWritable) {

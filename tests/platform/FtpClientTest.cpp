@@ -2,6 +2,7 @@
 #include <csignal>
 #include <cstdio>
 #include <future>
+#include <string_view>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -50,7 +51,9 @@ class FtpClientTest : public TemporarySite {
  protected:
   FtpClientTest() {
     put("panel/flash/one #1%.mac", "abc");
-    for (const char* name : {"panel/cut.mac", "panel/stall.mac"}) put(name, std::string(5000, 'x'));
+    for (const char* name : {"cut", "stall", "drip", "broken", "more", "fewer"})
+      put(std::string("panel/") + name + ".mac", std::string(5000, 'x'));
+    put("panel/empty.mac", "");
     put("disk/old.mac", "old");
   }
 
@@ -93,6 +96,11 @@ TEST_F(FtpClientTest, AFailedTransferSaysWhyAndLeavesTheOldFile) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(get("/panel/flash/none.mac"), Result::kNotFound);
   EXPECT_EQ(get("/panel/cut.mac"), Result::kCut);
+  EXPECT_EQ(get("/panel/more.mac"), Result::kCut) << "than came was announced";
+  EXPECT_EQ(get("/panel/fewer.mac"), Result::kCut) << "not what it announces, and done";
+  EXPECT_EQ(get("/panel/broken.mac"), Result::kPanelError);
+  EXPECT_EQ(send("/panel/broken.mac"), Result::kPanelError);
+  EXPECT_EQ(get("/panel/cut.mac\r\nDELE cut.mac"), Result::kNotFound) << "no second command";
   for (const char* path : {"", "/", "/panel/flash/", "panel/flash/one.mac"})
     EXPECT_EQ(get(path), Result::kNotFound) << path;
   EXPECT_EQ(send("/panel/none/x.mac"), Result::kNotFound);
@@ -108,6 +116,15 @@ TEST_F(FtpClientTest, AFailedTransferSaysWhyAndLeavesTheOldFile) {
   EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "")
       << "neither the login nor anything else is printed";
   expectOldFile();
+}
+
+// Without SIZE nothing but the content tells that a file of no bytes is not the whole of it.
+TEST_F(FtpClientTest, WhatTheCheckDoesNotWantReplacesNothing) {
+  const auto wanted = [](std::string_view bytes) { return !bytes.empty(); };
+  EXPECT_EQ(client("plain").get("/panel/empty.mac", local_, wanted), Result::kUnreadable);
+  expectOldFile();
+  EXPECT_EQ(client("plain").get("/panel/flash/one #1%.mac", local_, wanted), Result::kDone);
+  EXPECT_EQ(bytes("disk/old.mac"), "abc");
 }
 
 TEST_F(FtpClientTest, AServerThatIsGoneOrFullCannotBeReached) {
@@ -135,10 +152,13 @@ TEST_F(FtpClientTest, CancelEndsASilentTransferAtOnce) {
   expectOldFile();
 }
 
-TEST_F(FtpClientTest, ASilentServerIsGivenUp) {
+TEST_F(FtpClientTest, ASilentOrDrippingServerIsGivenUp) {
   auto login = std::async(std::launch::async, [&] { return client("silent").put(local_, "/panel/x.mac"); });
+  auto slow = std::async(std::launch::async,
+                         [&] { return client().get("/panel/drip.mac", host("disk/slow.mac").string()); });
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(get("/panel/stall.mac"), Result::kStalled);
+  EXPECT_EQ(slow.get(), Result::kTooSlow) << "a byte a second is not enough";
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(14));
   EXPECT_EQ(login.get(), Result::kStalled);
   expectOldFile();

@@ -11,6 +11,7 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
   put("c/Programme/RV48/one.mac", "");
   put("c/Programme/RV48/Two.mac", "");
   put("c/Programme/RV48/two.MAC", "");
+  put("c/Küche/Новости/Äß.mac", "");
   put("x", "");
   const struct {
     const char* site;
@@ -23,6 +24,11 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
                {"c:\\programme\\RV48\\two.MAC", "c/Programme/RV48/two.MAC"},  // the exact name wins
                {"c:\\programme\\New\\one.mac", "c/Programme/New/one.mac"},
                {"d:\\Programme\\one.mac", "d/Programme/one.mac"},
+               {"c:\\KÜCHE\\НОВОСТИ\\äß.MAC", "c/Küche/Новости/Äß.mac"},
+               {"c:\\k\xFC"
+                "che\\новости",
+                "c/Küche/Новости"},  // as a list in the older encoding names it
+               {"c:\\Kuche", "c/Kuche"},
                {"C:", "c"},
                {"X", "x"},
                {"\\X\\y", "x/y"}};
@@ -30,6 +36,8 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
 
   const std::string native = host("c").string();
   EXPECT_EQ(root_.resolve(native + "\\PROGRAMME\\\\rv48"), native + "/Programme/RV48");
+  const std::string named = native + "/Programme/RV48/ONE.mac";
+  EXPECT_EQ(root_.resolve(named), named) << "a person has named another file than one.mac";
 }
 
 TEST_F(SiteRootTest, NothingLeadsOut) {

@@ -81,5 +81,22 @@ TEST(Text, CodePages) {
   EXPECT_EQ(utf8ToWindows1252("a\xFF"), "a?");
 }
 
+TEST(Text, WhatIsNotSeenStandsAsItsNumber) {
+  const struct {
+    std::string_view bytes, shown;
+  } cases[] = {{"K\xC3\xBC"
+                "che ~",
+                "K\xC3\xBC"
+                "che ~"},
+               {std::string_view("a\0b\x1B\n", 5), "a[U+0000]b[U+001B]\n"},
+               {"\x7F\x81", "[U+007F][U+0081]"},  // Windows-1252
+               {"\xE2\x80\xAE"
+                "cam\xE2\x80\x8F",
+                "[U+202E]cam[U+200F]"},
+               {"\xD7\x90\xE2\x80\x8D", "\xD7\x90\xE2\x80\x8D"},  // letters from right to left, and joined
+               {"\xEF\xBB\xBF\xE2\x81\xA6\xE2\x80\xA8", "[U+FEFF][U+2066][U+2028]"}};
+  for (const auto& c : cases) EXPECT_EQ(visibleUtf8(c.bytes, "\n"), c.shown);
+}
+
 }  // namespace
 }  // namespace tessaly

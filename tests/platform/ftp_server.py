@@ -11,18 +11,30 @@ from pyftpdlib.servers import FTPServer
 
 
 class Data(DTPHandler):
-    stalls = False
+    stalls, drips = False, b""
 
     def push_with_producer(self, producer):
         name = producer.file.name
         self.stalls = "stall" in name
+        self.drips = producer.more() if "drip" in name else b""
+        if self.drips:
+            self.drip()
+            return
         if self.stalls or "cut" in name:
             self.push(producer.more()[:1000])
         else:
             super().push_with_producer(producer)
 
+    def drip(self):
+        """A byte a second."""
+        if self._closed:
+            return
+        self.push(self.drips[:1])
+        self.drips = self.drips[1:]
+        self.ioloop.call_later(1, self.drip)
+
     def close_when_done(self):
-        if not self.stalls:
+        if not self.stalls and not self.drips:
             super().close_when_done()
 
 
@@ -40,16 +52,32 @@ class Control(FTPHandler):
             self.masquerade_address = "127.0.0.9"
         super().ftp_PASV(line)
 
+    def ftp_SIZE(self, path):
+        if self.username == "plain":
+            self.respond("500 Unknown command.")
+        elif "more" in path or "fewer" in path:
+            self.respond("213 %d" % (6000 if "more" in path else 40))
+        else:
+            super().ftp_SIZE(path)
+
+    def ftp_RETR(self, file):
+        if "broken" not in file:
+            return super().ftp_RETR(file)
+        self.respond("451 Local error.")
+
     def ftp_STOR(self, file, mode="w"):
-        if "full" not in file:
+        if "broken" in file:
+            self.respond("451 Local error.")
+        elif "full" in file:
+            self.respond("552 Storage exceeded.")
+        else:
             return super().ftp_STOR(file, mode)
-        self.respond("552 Storage exceeded.")
 
 
 def main():
     logging.basicConfig(level=logging.CRITICAL)
     Control.authorizer = DummyAuthorizer()
-    for user in ("target", "liar"):
+    for user in ("target", "liar", "plain"):
         Control.authorizer.add_user(user, "right", sys.argv[1], perm="elrw")
     server = FTPServer(("127.0.0.1", 0), Control)
     server.max_cons = int(sys.argv[2])

@@ -29,6 +29,7 @@
 #include "tests/screenshots/WindowPictures.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
+#include "widgets/QuietToolkit.h"
 
 namespace {
 
@@ -106,8 +107,9 @@ class Camera {
     const DialogDriver modifier(modify);
     save(modify, "modify-command.png");
 
-    MultipleCommandsDialog multiple(context_, 1, 0,
-                                    [](const CommandDraft&, int, int, InsertMode) { return true; });
+    MultipleCommandsDialog multiple(context_, 1, 0, [](const auto& drafts, int, int, InsertMode) {
+      return static_cast<int>(drafts.size());
+    });
     const DialogDriver collector(multiple);
     collector.click("ME1.KEY1.KEY");
     save(multiple, "multiple-commands.png");
@@ -177,6 +179,7 @@ QSize sizeOf(const QString& text) {
 
 int main(int argc, char** argv) {
   setScale(argc, argv);
+  tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
   QCommandLineParser parser;
   parser.addOptions({{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},

@@ -30,7 +30,7 @@ class WindowDriver {
     throw std::runtime_error("no control " + std::to_string(id));
   }
 
-  [[nodiscard]] ListBox& list(int id) const { return control<ListBox>(id); }
+  [[nodiscard]] RowsView& list(int id) const { return control<RowsView>(id); }
 
   static void waitFor(const std::function<bool()>& condition, const char* what) {
     constexpr qint64 kLongest = 10000, kLongestTurn = 100;  // milliseconds
@@ -99,7 +99,7 @@ class WindowDriver {
 
   // Clicks the first row that begins so.
   void choose(int listId, const std::string& beginning) const {
-    ListBox& box = list(listId);
+    RowsView& box = list(listId);
     for (int row = 0; row < box.rows().rowCount(); ++row) {
       if (box.rows().row(row)->text.rfind(beginning, 0) != 0) continue;
       clickRow(listId, row);
@@ -109,7 +109,7 @@ class WindowDriver {
   }
 
   void clickRow(int listId, int row) const {
-    ListBox& box = list(listId);
+    RowsView& box = list(listId);
     const QModelIndex index = box.rows().index(row);
     box.scrollTo(index);
     const QRect place = box.visualRect(index);
@@ -118,7 +118,8 @@ class WindowDriver {
 
   [[nodiscard]] std::vector<std::string> texts(int listId) const {
     std::vector<std::string> result;
-    for (const ListRow& row : list(listId).rows().rows()) result.push_back(row.text);
+    const ListRows& rows = list(listId).rows();
+    for (int row = 0; row < rows.rowCount(); ++row) result.push_back(rows.row(row)->text);
     return result;
   }
 

@@ -59,6 +59,8 @@ TEST(EntryFilter, Floats) {
       {unlimited, true, kRaw, "-3000", "-2048", 1},
       {percent, true, kDisplay, "-1", "-1", 0},  // whatever the range says
       {unlimited, false, kDisplay, "-99999,5", "-99999.5", 0},
+      {unlimited, false, kDisplay, "3", "3", 0},
+      {unlimited, false, kDisplay, "11", "11", 0},
       {unlimited, false, kRaw, "", "", 0},
       {percent, false, kDisplay, "-5", "5", 1},
       {percent, false, kDisplay, "101", "100", 1},
@@ -91,7 +93,10 @@ TEST(EntryFilter, Timecodes) {
       {"10:20:30:99", 0, "10:20:30:99", 0},
       {"270544901", 0, "270544901", 0},
       {"-1h:2", 25, "1:2", 2},
-      {"99", 25, "23", 1},
+      {"99", 25, "99", 0},  // the frames so far; more digits may follow
+      {"10203005", 25, "10203005", 0},
+      {"102030059", 25, "10203005", 1},
+      {"99203099", 25, "23203024", 2},
       {"99:", 25, "23:", 1},
       {"10:75", 25, "10:59", 1},
       {"99:99:99.99", 30, "23:59:59.29", 4},

@@ -109,6 +109,20 @@ TEST(SourceNames, InputListComesFromTheNamedFamilyFirst) {
   EXPECT_EQ(named[1].displayName, "Three");
 }
 
+TEST(SourceNames, AClassicCommandCanNameWhatTheDictionaryLeavesOut) {
+  const std::vector<ClassicSource> rows = classicInputs(
+      {{"Cam", "INPUT2", {}}, {"Far", "INPUT256", {}}, {"Odd", "INPUT3x", {}}, {"Blk", "INPUT0", {}}});
+  ASSERT_EQ(rows.size(), 2 + classicSources().size() - 2);
+  EXPECT_EQ(rows[0].name + rows[1].name + rows[2].name + rows[3].name, "CamBlkInput 01Input 03");
+  const auto named = [&rows](const char* name) {
+    return std::find_if(rows.begin(), rows.end(), [name](const auto& row) { return row.name == name; });
+  };
+  ASSERT_NE(named("eDpm Chan4 Key"), rows.end());
+  EXPECT_EQ(named("eDpm Chan4 Key")->number, 136);
+  EXPECT_EQ(named("White")->number, 240);
+  EXPECT_EQ(named("Black"), rows.end());  // under the dictionary's name
+}
+
 TEST(SourceNames, InputNumberIsWhatFollowsThePrefix) {
   EXPECT_EQ(inputNumberText("INPUT5"), "5");
   EXPECT_EQ(inputNumberText("AUX5"), "");

@@ -20,6 +20,11 @@ TEST(Timecode, PacksTwoDigitsAByteBesideTheMarks) {
     EXPECT_EQ(c.timecode.packed(), c.packed);
     EXPECT_EQ(Timecode::fromPacked(c.packed), c.timecode);
   }
+  // A number that stands in what is stored keeps its bits, as half a byte of 15 does.
+  Timecode damaged = Timecode::fromPacked(0xBF8FFF0F);
+  EXPECT_EQ(damaged.packedOver(0xBF8FFF0F), 0xBF8FFF0FU);
+  damaged.seconds = 7;
+  EXPECT_EQ(damaged.packedOver(0xBF8FFF0F), 0xBF8F070FU);
   // Hours beyond their digits leave the drop-frame mark alone.
   EXPECT_EQ((Timecode{45, 0, 0, 0, false, false}).packed(), 0x05000000U);
 }
@@ -45,6 +50,9 @@ TEST(Timecode, ReadsTexts) {
       {"1:2:3:4.9", {1, 2, 3, 4, false, false}},
       {"1:2x3:4", {1, 2, 0, 0, false, false}},
       {"999:2", {255, 2, 0, 0, false, false}},
+      {" 10203005\n", {10, 20, 30, 5, false, false}},
+      {"205", {0, 0, 2, 5, false, false}},
+      {"99910203005", {255, 20, 30, 5, false, false}},
       {"", {}},
   };
   for (const auto& c : cases) EXPECT_EQ(Timecode::fromText(c.text), c.timecode) << c.text;

@@ -98,7 +98,8 @@ TEST(ParameterValue, TellsTheRange) {
   EXPECT_EQ(rangeText(integer(false, 0, 255, -10, 100), kDisplay), "min: 0   max: 255");
   EXPECT_EQ(rangeText(decimal(0, 0, 0, 0), true, kRaw), "min: -2048   max: 2047");
   EXPECT_EQ(rangeText(decimal(0, 1, 0, 1), true, kDisplay), "min: -2.0000   max: 2.0000");
-  EXPECT_EQ(rangeText(decimal(3, 3, 0, 1), false, kRaw), "range: no limits");
+  for (const ValueMode mode : {kRaw, kDisplay})
+    EXPECT_EQ(rangeText(decimal(3, 3, 0, 100), false, mode), "range: no limits");
   EXPECT_EQ(rangeText(decimal(-0.5, 1, 0, 100), false, kRaw), "min: -0.5000   max: 1.0000");
   EXPECT_EQ(rangeText(decimal(-0.5, 1, 0, 100), false, kDisplay), "min:  0%   max: 100%");
 }
@@ -106,9 +107,20 @@ TEST(ParameterValue, TellsTheRange) {
 TEST(ParameterValue, ConvertsTimecodes) {
   EXPECT_EQ(shownTimecode("270544901", kDisplay), "10:20:30:05");
   EXPECT_EQ(shownTimecode("270544901", kRaw), "270544901");
-  EXPECT_EQ(storedTimecode("10:20:30:05", kDisplay), "270544901");
-  EXPECT_EQ(storedTimecode("77", kRaw), "77");
-  EXPECT_EQ(storedTimecode("", kDisplay), "");
+  const struct {
+    const char* shown;
+    int frameRate;
+    const char* stored;
+  } cases[] = {
+      {"10:20:30:05", 25, "270544901"},
+      {"77", 0, "77"},
+      {"", 25, ""},
+      {"10203005", 25, "270544901"},
+      {"3005", 25, "12293"},  // 30 seconds and 5 frames
+      {"99", 25, "36"},
+      {"99", 30, "41"},  // frames 24 and 29, two digits a byte
+  };
+  for (const auto& c : cases) EXPECT_EQ(storedTimecode(c.shown, c.frameRate), c.stored) << c.shown;
 }
 
 }  // namespace

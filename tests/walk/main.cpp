@@ -7,6 +7,7 @@
 
 #include "app/Application.h"
 #include "tests/support/WindowDriver.h"
+#include "widgets/QuietToolkit.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ void edit(tessaly::Application& application, const QString& screenshot) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
   QCommandLineParser parser;
   parser.addOptions({{QStringLiteral("root"), QString(), QStringLiteral("DIR")},
@@ -45,7 +47,7 @@ int main(int argc, char** argv) {
                                     false,
                                     parser.value(QStringLiteral("ftp-port")).toUShort(),
                                     {}});
-  if (!application.claimRoot()) {
+  if (application.claimRoot() != tessaly::RootClaim::kOurs) {
     std::fputs("another program runs on this root\n", stderr);
     return 1;
   }

@@ -5,6 +5,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tests/walk/person.inc.sh
+. tools/packages.sh
+install_missing "${build_packages[@]}" "${run_packages[@]}" "${check_packages[@]}"
+[ $# -gt 0 ] || build_targets tessaly tessaly-cli tessaly-panelsim
 programs=$(realpath "${1:-build/release/bin}")
 pictures=$(realpath -m "${2:-build/walk}")
 rm -rf "$pictures" && mkdir -p "$pictures"
@@ -12,6 +15,7 @@ work=$(mktemp -d)
 trap end_walk EXIT
 
 site=$work/site
+main_title="$main_title - $site"
 folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
 macro=$folder/macro010.mac
 copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac

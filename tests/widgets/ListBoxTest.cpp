@@ -1,89 +1,145 @@
 #include <gtest/gtest.h>
-#include <thread>
 
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
+#include "tests/support/Hand.h"
 #include "widgets/ListBox.h"
 
 namespace tessaly {
 namespace {
 
-std::vector<ListRow> numbered(int count) {
+std::vector<ListRow> numbered(int from, int to) {
   std::vector<ListRow> rows;
-  for (int i = 0; i < count; ++i) rows.push_back({"row " + std::to_string(i), i});
+  for (int i = from; i <= to; ++i) rows.push_back({"row " + std::to_string(i), i});
   return rows;
 }
 
-TEST(ListBoxTest, ABurstFromAnotherThreadIsOneRefresh) {
-  ListBox list;
-  QSignalSpy resets(&list.rows(), &QAbstractItemModel::modelReset);
-  std::thread writer([&list] {
-    for (int i = 1; i <= 1000; ++i) list.rows().setRows(numbered(i));
-  });
-  writer.join();
-  EXPECT_EQ(list.rows().rowCount(), 0) << "the view follows on its own thread only";
-  EXPECT_EQ(list.rows().rows().size(), 1000U) << "but the latest rows can be read at once";
-  QCoreApplication::processEvents();
-  EXPECT_EQ(list.rows().rowCount(), 1000);
-  EXPECT_EQ(resets.count(), 1);
-}
+class ListBoxTest : public testing::Test {
+ protected:
+  ListBoxTest() {
+    list_.resize(200, 200);
+    list_.show();
+    QApplication::setActiveWindow(&list_);
+    list_.setFocus();
+  }
+  // The number of the first row that is seen whole.
+  [[nodiscard]] int first() { return list_.rows().row(list_.indexAt({20, 2}).row())->number; }
 
-TEST(ListBoxTest, LinesAreMadeWhenSomebodyLooksOrTheProgramIsIdle) {
-  constexpr int kLines = 10'000, kLongest = 7'000;
-  ListBox list;
-  list.rows().setRows(numbered(3));
-  std::thread([&list] { list.rows().setRows(numbered(4)); }).join();
-  QSignalSpy widened(&list.rows(), &ListBoxModel::widened);
-  int made = 0;
-  list.rows().setLines(kLines, [&made](int row) {
-    ++made;
-    return row == kLongest ? std::string(200, 'x') : "line " + std::to_string(row);
-  });
-  EXPECT_LT(made, 200) << "what nobody can see waits";
-  EXPECT_EQ(list.rows().row(9'999)->text, "line 9999");
-  ASSERT_TRUE(QTest::qWaitFor([&made] { return made == kLines; }));
-  QCoreApplication::processEvents();
-  EXPECT_EQ(made, kLines) << "each line once, and rows from before come no more";
-  EXPECT_EQ(list.rows().rowCount(), kLines);
-  EXPECT_EQ(list.rows().longestRow(), kLongest);
-  EXPECT_EQ(widened.count(), 1);
-  list.rows().setRows(numbered(2));
-  EXPECT_EQ(list.rows().rows(), numbered(2));
-}
+  ListBox list_;
+  QSignalSpy chosen_{&list_, &ListBox::chosen};
+};
 
-TEST(ListBoxTest, ChoosingTellsUserClicksOnly) {
-  ListBox list;
-  list.resize(200, 200);
-  list.rows().setRows(numbered(5));
-  list.show();
-  QSignalSpy chosen(&list, &ListBox::chosen);
-  list.selectRow(2);
-  EXPECT_EQ(chosen.count(), 0);
-  const auto click = [&list](int row) {
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      list.visualRect(list.rows().index(row)).center());
+TEST_F(ListBoxTest, KeepsItsPlace) {
+  const auto rows = numbered(0, 99);
+  auto without = [&](int number) {
+    auto fewer = rows;
+    fewer.erase(fewer.begin() + number);
+    return fewer;
   };
-  click(3);
-  EXPECT_EQ(chosen.count(), 1);
-  click(3);
-  EXPECT_EQ(chosen.count(), 2) << "a click on the selected row runs its step again, once";
-  QTest::keyClick(&list, Qt::Key_Down);
-  EXPECT_EQ(chosen.takeLast().at(0).toInt(), 4);
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, {50, 190});
-  EXPECT_EQ(list.selectedRow(), -1);
-  EXPECT_EQ(chosen.takeLast().at(0).toInt(), -1);
+  struct Case {
+    const char* what;
+    std::function<void(ListBox&)> change;
+    int place;  // of 40 before
+  };
+  const Case cases[] = {
+      {"taking input or not", [](ListBox& list) { list.setAllowed(false); }, 40},
+      {"the same rows", [&](ListBox& list) { list.rows().setRows(rows, true, "folder"); }, 40},
+      {"a row less above", [&](ListBox& list) { list.rows().setRows(without(3), true, "folder"); }, 40},
+      {"the row itself", [&](ListBox& list) { list.rows().setRows(without(40), true, "folder"); }, 41},
+      {"a row less below", [&](ListBox& list) { list.rows().setRows(without(70), true, "folder"); }, 40},
+      {"another folder", [&](ListBox& list) { list.rows().setRows(rows, true, "another"); }, 0},
+      {"other rows", [&](ListBox& list) { list.rows().setRows(numbered(5, 99)); }, 5},
+      {"what is chosen already", [](ListBox& list) { list.selectRow(7); }, 40},
+      {"a row in sight", [](ListBox& list) { list.selectRow(42); }, 40},
+      {"a row out of sight", [](ListBox& list) { list.selectRow(20); }, 20},
+      {"nothing", [](ListBox& list) { list.selectRow(-1); }, 40}};
+  for (const Case& c : cases) {
+    list_.setAllowed(true);
+    list_.rows().clear();
+    list_.rows().setRows(rows, true, "folder");
+    list_.selectRow(7);
+    Hand::turnWheel(list_, [&] { return first() == 40; });
+    c.change(list_);
+    list_.grab();
+    EXPECT_EQ(first(), c.place) << c.what;
+  }
+  EXPECT_EQ(chosen_.count(), 0) << "the program chooses in silence";
 }
 
-TEST(ListBoxTest, RowsStayDisabledWhileThePaneForbids) {
-  ListBox list;
-  list.setAllowed(false);
-  list.rows().setRows(numbered(3), true);
-  EXPECT_FALSE(list.isEnabled());
-  list.setAllowed(true);
-  EXPECT_TRUE(list.isEnabled());
-  list.rows().setRows({{"no macros found"}}, false);
-  EXPECT_FALSE(list.isEnabled());
+TEST_F(ListBoxTest, RowsThatStayKeepWhatHoldsOnToThem) {
+  list_.rows().setRows(numbered(0, 9), true, "folder");
+  list_.selectRow(4);
+  QTest::keyClick(&list_, Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("row 8"));
+  list_.rows().setRows(numbered(2, 12), true, "folder");
+  EXPECT_EQ(list_.selected()->number, 4);
+  EXPECT_EQ(list_.rows().row(list_.found().row())->number, 8);
+  list_.rows().setRows(numbered(5, 12), true, "folder");
+  EXPECT_EQ(list_.selectedRow(), -1);
+  EXPECT_EQ(chosen_.count(), 0);
+}
+
+TEST_F(ListBoxTest, ChoosingTellsUserClicksOnly) {
+  list_.rows().setRows(numbered(0, 4));
+  const auto click = [this](int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    QTest::mouseClick(list_.viewport(), Qt::LeftButton, keys,
+                      list_.visualRect(list_.rows().index(row)).center());
+    return chosen_.count();
+  };
+  list_.selectRow(2);
+  EXPECT_EQ(click(3), 1);
+  EXPECT_EQ(click(3), 2) << "a click on the selected row runs its step again, once";
+  click(3, Qt::ControlModifier);
+  EXPECT_EQ(list_.selectedRow(), 3);
+  chosen_.clear();
+  Hand::doubleClick(list_, 1);
+  EXPECT_EQ(chosen_.count(), 1) << "a double click is one choice";
+  QTest::keyClick(&list_, Qt::Key_Down);
+  EXPECT_EQ(chosen_.takeLast().at(0).toInt(), 2);
+  chosen_.clear();
+  for (const bool clearable : {false, true}) {
+    list_.setClearable(clearable);
+    QTest::mouseClick(list_.viewport(), Qt::LeftButton, Qt::NoModifier, {50, 190});
+    EXPECT_EQ(list_.selectedRow(), clearable ? -1 : 2);
+    EXPECT_EQ(chosen_.count(), clearable ? 1 : 0);
+  }
+}
+
+TEST_F(ListBoxTest, AnyKeyOfAListChoosesWhereNothingIsChosen) {
+  const std::vector<ListRow> rows{{"Wipes", 0, false}, {"Wipe"}, {"Mix"}, {"wipe back"}, {"", 4, false}};
+  const struct {
+    int key;
+    int standing;  // where the keyboard is
+    int chosen;
+  } cases[] = {{Qt::Key_Home, 1, 1}, {Qt::Key_Home, -1, 1}, {Qt::Key_End, 3, 3}, {Qt::Key_End, -1, 3},
+               {Qt::Key_W, 1, 1},    {Qt::Key_M, 2, 2},     {Qt::Key_M, -1, 2},  {Qt::Key_Down, 2, 2}};
+  for (const auto& c : cases) {
+    ListBox list;
+    list.rows().setRows(rows);
+    list.makeCurrent(c.standing);
+    int chosen = -1;
+    QObject::connect(&list, &ListBox::chosen, [&chosen](int row) { chosen = row; });
+    QTest::keyClick(&list, static_cast<Qt::Key>(c.key));
+    EXPECT_EQ(chosen, c.chosen) << c.key << " at " << c.standing;
+    EXPECT_EQ(list.selectedRow(), c.chosen);
+  }
+}
+
+TEST_F(ListBoxTest, RowsStayDisabledWhileThePaneForbids) {
+  list_.setAllowed(false);
+  list_.rows().setRows(numbered(0, 2), true);
+  EXPECT_FALSE(list_.isEnabled());
+  list_.setAllowed(true);
+  EXPECT_TRUE(list_.isEnabled());
+  list_.rows().setRows({{"no macros found"}}, false);
+  EXPECT_FALSE(list_.isEnabled());
+}
+
+TEST_F(ListBoxTest, ANameCannotHideWhatStandsBesideIt) {
+  list_.rows().setRows({{"007 - \xE2\x80\xAEswen\nA\tB"}});
+  EXPECT_EQ(list_.rows().index(0).data().toString().toStdString(), "007 - [U+202E]swen[U+000A]A\tB");
 }
 
 }  // namespace

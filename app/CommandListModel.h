@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QTimer>
+
+#include "model/CommandLine.h"
+#include "model/MacroCommand.h"
+#include "widgets/RowsView.h"
+
+namespace tessaly {
+
+// The commands of a macro and how their lines are made. A line depends on nothing but what is given here, so
+// that it can be made at any time.
+struct CommandLines {
+  std::shared_ptr<const MacroCommands> commands;
+  std::vector<bool> updated;  // a mark a command; none where there are fewer
+  LineOptions options;
+  std::function<std::string(const MacroCommand& command, const LineOptions& options, bool updated)> line;
+};
+
+// The lines of the commands that a pane shows, each with its position as its number. Those of a macro are
+// made when they are first needed, and what nobody looks at little by little while the program has nothing
+// else to do: a long macro is there at once. `of` tells one macro from another: other commands of the same
+// one are the same list (ListRows). GUI thread.
+class CommandListModel : public ListRows {
+  Q_OBJECT
+
+ public:
+  explicit CommandListModel(QObject* parent = nullptr);
+
+  void showMacro(const std::string& of, CommandLines lines);
+  // Lines that are made already, such as a key file's.
+  void showLines(const std::string& of, std::vector<std::string> lines);
+  // One line in place of commands, which takes no input.
+  void showNotice(const std::string& of, const std::string& text);
+  void clear();
+
+  [[nodiscard]] const ListRow* row(int index) const override;
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+
+ private:
+  void show(const std::string& of, std::size_t count, const std::function<void()>& fill);
+  void makeLine(std::size_t row) const;
+  void makeLinesMeanwhile();
+
+  std::string of_;
+  CommandLines lines_;
+  mutable std::vector<ListRow> rows_;
+  mutable std::vector<bool> made_;  // a flag a row
+  std::size_t nextLine_ = 0;        // lines before it are made
+  int shownLongest_ = -1;           // as the view knows it
+  QTimer meanwhile_;
+};
+
+// The list of a pane's commands.
+class CommandList : public RowsView {
+  Q_OBJECT
+
+ public:
+  explicit CommandList(QWidget* parent = nullptr) : RowsView(parent) { take(rows_); }
+  [[nodiscard]] CommandListModel& rows() override { return rows_; }
+
+ private:
+  CommandListModel rows_;
+};
+
+}  // namespace tessaly

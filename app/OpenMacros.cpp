@@ -1,0 +1,224 @@
+#include "app/OpenMacros.h"
+
+#include "app/FailureText.h"
+#include "app/StatusStrip.h"
+#include "platform/Files.h"
+#include "widgets/DialogText.h"
+
+namespace tessaly {
+
+namespace {
+
+QString inBrackets(const Failure& failure) { return QStringLiteral(" (%1)").arg(failureText(failure)); }
+
+}  // namespace
+
+QString macroInStrip(const MacroTarget& target) {
+  return nameInStrip(target.numberText + " - " + target.name);
+}
+
+OpenMacros::OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+                       const PanelConnection& connection, MacroTransfers& transfers, bool demo)
+    : panes_(panes),
+      site_(site),
+      history_(history),
+      connection_(connection),
+      transfers_(transfers),
+      demo_(demo) {}
+
+MacroTarget OpenMacros::selectedTarget(Pane pane) const {
+  const MacroRow* row = state(pane).selectedMacro();
+  if (row == nullptr) return {};
+  return {connection_.source(pane),  browser(pane).macroFolder(),
+          connection_.address(pane), browser(pane).workplace(),
+          row->numberText,           row->name};
+}
+
+void OpenMacros::open(Pane pane) {
+  PaneState& here = state(pane);
+  emit macroChosen();
+  const MacroRow* row = here.selectedMacro();
+  if (row == nullptr)
+    static_cast<void>(here.copy.clear());
+  else if (here.olderFamily && connection_.source(pane) == PaneSource::kHarddisk)
+    showKeyFile(pane, *row);
+  else
+    static_cast<void>(openTarget(pane, selectedTarget(pane)));
+}
+
+void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
+  const std::string folder = browser(pane).keyFolder();
+  if (folder.empty()) return;
+  const std::string path = keyFile(folder, row.numberText);
+  KeyFile file;
+  file.load(site_.root, path, keyFileIndex(path));
+  if (state(pane).copy.showKeyFile(std::move(file))) emit said(tr("opened: %1").arg(nameInStrip(row.text())));
+}
+
+bool OpenMacros::openTarget(Pane pane, const MacroTarget& target) {
+  PaneState& here = state(pane);
+  const bool panel = target.source == PaneSource::kPanel;
+  if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
+  auto loan = here.copy.lend();
+  if (!loan) return false;
+  QString reason;
+  bool filled = false;
+  if (panel) {
+    filled = transfers_.download(target.address, target.workplace, target.numberText, loan->path());
+    reason = transfers_.reason();
+  } else {
+    const Outcome copied = copyFile(site_.root, target.file(), loan->path());
+    filled = copied.done();
+    if (!filled) reason = inBrackets(copied.failure());
+  }
+  // What is shown then is of no macro in the list.
+  if (!filled) here.view.macros().selectRow(-1);
+  const Outcome loaded = loan->show(target, filled);
+  const QString macro = macroInStrip(target);
+  if (!filled)
+    emit said(tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason));
+  else if (!loaded)
+    emit said(tr("NOT opened: %1%2").arg(macro, inBrackets(loaded.failure())));
+  else
+    emit said(tr("opened: %1").arg(macro));
+  return filled && loaded;
+}
+
+void OpenMacros::follow(const MacroTarget& written, std::optional<Pane> except) {
+  for (const Pane pane : kPanes) {
+    if (written.source == PaneSource::kHarddisk && pane != except)
+      browser(pane).refreshFolder(written.folder);
+    const WorkingCopy& copy = state(pane).copy;
+    if (pane == except || copy.edited() || !copy.target() || !samePlace(site_.root, *copy.target(), written))
+      continue;
+    const MacroTarget chosen = selectedTarget(pane);
+    if (samePlace(site_.root, chosen, written)) {
+      static_cast<void>(openTarget(pane, chosen));
+    } else {
+      state(pane).view.macros().selectRow(-1);
+      static_cast<void>(state(pane).copy.clear());
+    }
+  }
+}
+
+void OpenMacros::forget(const MacroTarget& changed) {
+  for (const Pane pane : kPanes) {
+    WorkingCopy& copy = state(pane).copy;
+    if (copy.edited() || !copy.target() || !samePlace(site_.root, *copy.target(), changed)) continue;
+    state(pane).view.macros().selectRow(-1);
+    static_cast<void>(copy.clear());
+  }
+}
+
+void OpenMacros::deleteCommand(Pane pane) {
+  PaneState& here = state(pane);
+  const int row = here.view.commands().selectedRow();
+  if (row < 0 || !here.hasMacro() || here.copy.content() != WorkingCopy::Content::kMacro) return;
+  const Outcome done = here.copy.apply(RemoveCommands{{row}}, row);
+  emit said(done ? tr("command %1 deleted").arg(row + 1)
+                 : tr("command %1 NOT deleted%2").arg(QString::number(row + 1), inBrackets(done.failure())));
+}
+
+bool OpenMacros::keepUnsaved(const WorkingCopy& copy) {
+  return copy.macro() && history_.keep(copy.bytes(), placeOf(*copy.target()), MacroChange::kUnsaved).done();
+}
+
+// Nobody's work is overwritten unseen.
+bool OpenMacros::mayOverwrite(const WorkingCopy& copy) {
+  const MacroTarget& target = *copy.target();
+  if (!copy.knowsTarget()) return true;
+  std::optional<std::string> present;
+  bool missing = false;
+  if (target.source == PaneSource::kPanel) {
+    present = transfers_.look(target, missing);
+  } else {
+    auto bytes = readFile(site_.root, target.file());
+    missing = !bytes && bytes.failure().kind == Failure::Kind::kMissing;
+    if (bytes) present = *std::move(bytes);
+  }
+  // What cannot be looked at is not there to be lost, or the save itself will tell.
+  if (missing ? false : !present || !copy.targetDiffers(*present)) return true;
+  const QString macro = macroInStrip(target);
+  const QString question =
+      missing
+          ? tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?").arg(macro)
+          : tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?").arg(macro);
+  return site_.messages.ask(question.toStdString(), MessageIcon::kQuestion);
+}
+
+bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
+  const MacroTarget target = *copy.target();
+  if (target.source == PaneSource::kHarddisk) {
+    const FileChange begun = history_.begin(target.file(), MacroChange::kSave);
+    const Outcome saved = copy.saveToDisk();
+    if (!saved) reason = inBrackets(saved.failure());
+    return saved.written();
+  }
+  auto loan = copy.lendToRead();
+  if (!loan) {
+    reason = inBrackets(loan.failure());
+    return false;
+  }
+  if (!transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
+                         MacroChange::kSave))
+    reason = transfers_.reason();
+  return transfers_.sent();
+}
+
+OpenMacros::Saved OpenMacros::save(Pane pane) {
+  WorkingCopy& copy = state(pane).copy;
+  const std::optional<MacroTarget> target = copy.target();
+  if (!copy.edited() && !copy.saveOwed()) return Saved::kNothing;
+  const bool panel = target && target->source == PaneSource::kPanel;
+  if (!target || (panel && target->workplace <= 0)) {
+    emit said(tr("NOT saved: this macro has not come from a place that it could go back to"));
+    return Saved::kNothing;
+  }
+  if (panel && demo_) {
+    // Nothing was saved: what an earlier run left is offered again.
+    copy.leaveEditState(WorkingCopy::Record::kKeep);
+    emit said(tr("the demonstration sends nothing"));
+    return Saved::kDone;
+  }
+  if (!mayOverwrite(copy)) {
+    emit said(tr("NOT saved: %1 is as somebody else has left it").arg(macroInStrip(*target)));
+    return Saved::kNothing;
+  }
+  const bool replaced = copy.fileChanged();
+  QString reason;
+  const bool saved = write(copy, reason);
+  // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
+  const bool kept = !saved && keepUnsaved(copy);
+  if (saved)
+    copy.noteSaved();
+  else
+    copy.leaveEditState(kept ? WorkingCopy::Record::kRemove : WorkingCopy::Record::kKeep);
+  if (saved || kept) browser(pane).catchUp();
+  QString text = saved  ? tr("saved: %1%2")
+                 : kept ? tr("NOT saved: %1%2; the history keeps the changes")
+                        : tr("NOT saved: %1%2; only this pane still holds the changes");
+  text = text.arg(macroInStrip(*target), reason);
+  if (replaced) text = tr("%1; another program had changed the working copy, which was put right").arg(text);
+  if (history_.takeFailure()) text = tr("%1; the history could not keep what was there before").arg(text);
+  if (!saved) emit saveFailed(pane, text);
+  emit said(text);
+  if (saved) follow(*target, pane);
+  return saved ? Saved::kDone : Saved::kFailed;
+}
+
+void OpenMacros::discard(Pane pane) {
+  emit macroChosen();
+  WorkingCopy& copy = state(pane).copy;
+  const std::optional<MacroTarget> noted = copy.target();
+  const MacroTarget target = noted ? *noted : selectedTarget(pane);
+  const bool kept = noted && copy.differs() && keepUnsaved(copy);
+  copy.leaveEditState();
+  const bool opened = !target.numberText.empty() && openTarget(pane, target);
+  browser(pane).catchUp();
+  const QString macro = macroInStrip(target);
+  if (opened)
+    emit said(kept ? tr("changes discarded: %1; the history keeps them").arg(macro)
+                   : tr("changes discarded: %1").arg(macro));
+}
+
+}  // namespace tessaly

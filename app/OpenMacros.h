@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include <QObject>
+
+#include "app/Browser.h"
+#include "app/MacroTransfers.h"
+#include "app/PaneState.h"
+#include "model/MacroHistory.h"
+
+namespace tessaly {
+
+// One pane as the operations see it.
+struct PaneAccess {
+  PaneState* state;
+  Browser* browser;
+};
+using PaneAccesses = std::array<PaneAccess, kPanes.size()>;
+
+// Opens macros into the panes' working copies and saves or discards what was changed there. What was done, or
+// why not, is told in one line by `said`. GUI thread.
+class OpenMacros : public QObject {
+  Q_OBJECT
+
+ public:
+  OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+             const PanelConnection& connection, MacroTransfers& transfers, bool demo);
+
+  // The macro that is chosen in the pane's list.
+  void open(Pane pane);
+  enum class Saved { kNothing, kFailed, kDone };
+  // Also a save that is owed. kNothing when there is nothing to save, nowhere to save it to, or the user
+  // would not overwrite what somebody else has written there; edit state then stays.
+  Saved save(Pane pane);
+  void discard(Pane pane);
+  void deleteCommand(Pane pane);
+
+  // Something was written to a place or taken from it: the panes that show what was there, without unsaved
+  // changes, show what is there now.
+  void follow(const MacroTarget& written, std::optional<Pane> except = std::nullopt);
+  // They show nothing: what comes there is the panel's to say, in its own time.
+  void forget(const MacroTarget& changed);
+
+  [[nodiscard]] MacroTarget selectedTarget(Pane pane) const;
+
+ signals:
+  void macroChosen();  // in either pane: a value update is no longer busy
+  void said(const QString& text);
+  void saveFailed(Pane pane, const QString& text);
+
+ private:
+  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
+  [[nodiscard]] bool openTarget(Pane pane,
+                                const MacroTarget& target);  // false: not what the target holds is shown
+  void showKeyFile(Pane pane, const MacroRow& row);
+  [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy);
+  [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
+  [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);
+
+  PaneAccesses panes_;
+  SiteAccess site_;
+  MacroHistory& history_;
+  const PanelConnection& connection_;
+  MacroTransfers& transfers_;
+  bool demo_;
+};
+
+// "007 - Name", for the strip.
+[[nodiscard]] QString macroInStrip(const MacroTarget& target);
+
+}  // namespace tessaly

@@ -1,0 +1,129 @@
+#include "model/MacroEdit.h"
+
+#include <algorithm>
+#include <new>
+
+#include "model/MacroTree.h"
+#include "platform/XmlFile.h"
+
+namespace tessaly {
+namespace {
+
+Failure noCommand() { return {Failure::Kind::kNoCommand, "there is no such command"}; }
+
+Failure noMacro() { return {Failure::Kind::kNoMacro, "it holds no macro that takes commands"}; }
+
+// Each edit on the tree of the macro.
+class Editor {
+ public:
+  explicit Editor(XmlDocument& document) : document_(document), data_(macroData(document)) {}
+
+  Outcome operator()(const InsertCommands& edit) const {
+    if (!data_) return noMacro();
+    TiXmlElement* const before = insertionPoint(*data_, edit.position, edit.mode);
+    for (const CommandDraft& draft : edit.drafts) {
+      if (Outcome placed = placeBefore(document_, *data_, before, draft, edit.workplace); !placed)
+        return placed;
+    }
+    return {};
+  }
+
+  Outcome operator()(const RemoveCommands& edit) const {
+    const auto chosen = choose(ordered(edit.numbers));
+    if (chosen.empty()) return noCommand();
+    for (TiXmlElement* const command : chosen) data_->RemoveChild(command);
+    return {};
+  }
+
+  Outcome operator()(const MoveCommands& edit) const {
+    const std::vector<int> numbers = ordered(edit.numbers);
+    const auto chosen = choose(numbers);
+    if (chosen.empty()) return noCommand();
+    // The place is that of the next command that stays.
+    int place = std::max(0, edit.before);
+    while (std::binary_search(numbers.begin(), numbers.end(), place)) ++place;
+    const bool together = numbers.back() - numbers.front() + 1 == static_cast<int>(numbers.size());
+    if (together && place == numbers.back() + 1) return {};  // they stand there
+    TiXmlElement* const before = commandElement(*data_, place);
+    for (TiXmlElement* const command : chosen) {
+      if (before ? !data_->InsertBeforeChild(before, *command) : !data_->InsertEndChild(*command))
+        return noCommand();
+      data_->RemoveChild(command);
+    }
+    return {};
+  }
+
+  Outcome operator()(const ReplaceCommand& edit) const {
+    TiXmlElement* const old = data_ ? commandElement(*data_, edit.number) : nullptr;
+    if (!old) return noCommand();
+    if (Outcome placed = placeBefore(document_, *data_, old, edit.draft, edit.workplace); !placed)
+      return placed;
+    data_->RemoveChild(old);
+    return {};
+  }
+
+  Outcome operator()(const SetValues& edit) const {
+    const auto commands = data_ ? commandElements(*data_) : std::vector<TiXmlElement*>();
+    bool taken = false;
+    for (const auto& [number, value] : edit.values) {
+      if (number < 0 || static_cast<std::size_t>(number) >= commands.size()) continue;
+      Outcome set = setValueFrom(document_, commands[static_cast<std::size_t>(number)], value);
+      if (!set && set.failure().kind != Failure::Kind::kNothingTaken) return set;
+      taken = set.done() || taken;
+    }
+    if (taken) return {};
+    return Failure{Failure::Kind::kNothingTaken, "no command from there on has a parameter with a value"};
+  }
+
+  Outcome operator()(const SetMacroName& edit) const {
+    TiXmlElement* const macro = namedMacro(document_);
+    if (!macro) return Failure{Failure::Kind::kNoMacro, "it holds no macro with a name"};
+    return setMacroName(document_, *macro, edit.name);
+  }
+
+ private:
+  [[nodiscard]] static std::vector<int> ordered(std::vector<int> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+  }
+
+  // The elements of ordered numbers; none when one of them does not exist.
+  [[nodiscard]] std::vector<TiXmlElement*> choose(const std::vector<int>& numbers) const {
+    const auto all = data_ ? commandElements(*data_) : std::vector<TiXmlElement*>();
+    std::vector<TiXmlElement*> chosen;
+    chosen.reserve(numbers.size());
+    for (const int number : numbers) {
+      if (number < 0 || static_cast<std::size_t>(number) >= all.size()) return {};
+      chosen.push_back(all[static_cast<std::size_t>(number)]);
+    }
+    return chosen;
+  }
+
+  XmlDocument& document_;
+  TiXmlElement* data_;
+};
+
+template <typename Change>
+Expected<Macro> changed(const Macro& macro, const Change& change) {
+  try {
+    XmlDocument document;
+    if (const Outcome parsed = parseXml(macro.bytes(), document); !parsed) return parsed.failure();
+    if (const Outcome done = change(document); !done) return done.failure();
+    return Macro::print(document);
+  } catch (const std::bad_alloc&) {
+    return Failure{Failure::Kind::kNoMemory, "there is not enough memory for the macro"};
+  }
+}
+
+}  // namespace
+
+Expected<Macro> apply(const Macro& macro, const MacroEdit& edit) {
+  return changed(macro, [&edit](XmlDocument& document) { return std::visit(Editor(document), edit); });
+}
+
+Expected<Macro> reprint(const Macro& macro) {
+  return changed(macro, [](XmlDocument&) { return Outcome(); });
+}
+
+}  // namespace tessaly

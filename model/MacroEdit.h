@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "model/Macro.h"
+
+namespace tessaly {
+
+enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
+
+// What can be done to a macro. Commands are numbered from 0. Texts of drafts and values, and names, are
+// UTF-8.
+
+// The drafts in their order as one block: at the start, before the command `position` (behind the last one
+// when there is none), or behind the last one.
+struct InsertCommands {
+  std::vector<CommandDraft> drafts;
+  int workplace = 1;
+  int position = -1;
+  InsertMode mode = InsertMode::kAppend;
+};
+
+struct RemoveCommands {
+  std::vector<int> numbers;
+};
+
+// The commands, in their order, before the command `before`, or behind the last one when there is none.
+struct MoveCommands {
+  std::vector<int> numbers;
+  int before = 0;
+};
+
+struct ReplaceCommand {
+  int number = 0;
+  CommandDraft draft;
+  int workplace = 1;
+};
+
+// Each value goes into the first parameter that has a value of the first command from its number on that has
+// one. A value that nothing takes is passed over; an edit of which nothing was taken fails.
+struct SetValues {
+  std::vector<std::pair<int, std::string>> values;
+};
+
+struct SetMacroName {
+  std::string name;
+};
+
+using MacroEdit =
+    std::variant<InsertCommands, RemoveCommands, MoveCommands, ReplaceCommand, SetValues, SetMacroName>;
+
+// The macro as the edit leaves it, printed whole, or why it cannot be done: kNotKept (saving would change
+// what the edit does not touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory. Parses the
+// bytes once.
+[[nodiscard]] Expected<Macro> apply(const Macro& macro, const MacroEdit& edit);
+
+// The macro printed as after an edit, without one.
+[[nodiscard]] Expected<Macro> reprint(const Macro& macro);
+
+}  // namespace tessaly

@@ -1,0 +1,143 @@
+#include "platform/SiteLock.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <pwd.h>
+#include <string_view>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tessaly {
+namespace {
+
+constexpr const char* kName = ".tessaly.lock";
+constexpr int kAttempts = 100;  // of starts that get into each other's way
+constexpr mode_t kMode = 0644;  // a second start may be another user's
+constexpr int kOpening = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+constexpr std::size_t kLongestRecord = 1024;  // bytes
+
+// The lines of a record. The first three are those of earlier versions, which wrote other things behind them.
+enum Line { kProcess, kProgram, kHost, kUser, kSince, kLines };
+constexpr const char* kProgramLine = "tessaly";
+
+std::string thisHost() {
+  char name[HOST_NAME_MAX + 1] = {};
+  return ::gethostname(name, sizeof name - 1) == 0 ? name : "";
+}
+
+std::string thisUser() {
+  const passwd* const user = ::getpwuid(::geteuid());
+  return user != nullptr && user->pw_name != nullptr ? user->pw_name : std::to_string(::geteuid());
+}
+
+LockHolder readRecord(const Descriptor& file, const struct stat& status) {
+  char bytes[kLongestRecord];
+  const ssize_t size = ::pread(file.number(), bytes, sizeof bytes, 0);
+  std::string_view left(bytes, size > 0 ? static_cast<std::size_t>(size) : 0);
+  std::array<std::string, kLines> lines;
+  for (std::string& line : lines) {
+    line = left.substr(0, left.find('\n'));
+    left.remove_prefix(std::min(left.size(), line.size() + 1));
+  }
+  LockHolder holder;
+  if (lines[kProgram] != kProgramLine) return holder;
+  holder.host = lines[kHost];
+  holder.process = std::atoll(lines[kProcess].c_str());
+  holder.since = std::atoll(lines[kSince].c_str());
+  if (holder.since > 0 && lines[kSince].find_first_not_of("0123456789") == std::string::npos)
+    holder.user = lines[kUser];
+  else
+    holder.since = status.st_mtime;  // an earlier version's
+  return holder;
+}
+
+void writeRecord(const Descriptor& file) {
+  std::array<std::string, kLines> lines;
+  lines[kProcess] = std::to_string(::getpid());
+  lines[kProgram] = kProgramLine;
+  lines[kHost] = thisHost();
+  lines[kUser] = thisUser();
+  lines[kSince] = std::to_string(std::time(nullptr));
+  std::string record;
+  for (const std::string& line : lines) record += line + '\n';
+  // On a full disk the lock holds all the same; it only does not tell whose it is.
+  static_cast<void>(!::pwrite(file.number(), record.data(), record.size(), 0));
+}
+
+// A file system without locks refuses in other ways; there the record alone tells.
+bool lockedByAnother(const Descriptor& file) {
+  return ::flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+// Another start may have replaced the file while this one waited for its turn.
+bool isStillAt(const Descriptor& file, const std::string& path) {
+  struct stat open {
+  }, named{};
+  return ::fstat(file.number(), &open) == 0 && ::lstat(path.c_str(), &named) == 0 &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
+Descriptor openLock(const std::string& path) {
+  Descriptor file(::open(path.c_str(), O_RDWR | kOpening));
+  // Another user's file, or a disk that nobody writes to. Looking at it takes no more.
+  if (!file.isOpen() && (errno == EACCES || errno == EPERM || errno == EROFS))
+    file = Descriptor(::open(path.c_str(), O_RDONLY | kOpening));
+  return file;
+}
+
+}  // namespace
+
+SiteLock::SiteLock(const SiteRoot& root) : path_((root.path() / kName).string()) {}
+
+SiteLock::~SiteLock() {
+  if (!file_.isOpen()) return;
+  // Should the file not go, its record says nothing any more.
+  static_cast<void>(!::ftruncate(file_.number(), 0));
+  if (isStillAt(file_, path_)) ::unlink(path_.c_str());
+}
+
+SiteLock::Claim SiteLock::claim() {
+  for (int attempt = 0; attempt < kAttempts; ++attempt)
+    if (const auto settled = look()) return *settled;
+  return Claim::kInUse;
+}
+
+SiteLock::Claim SiteLock::takeOver() {
+  if (::unlink(path_.c_str()) != 0 && errno != ENOENT) return Claim::kNone;
+  return claim();
+}
+
+// Nothing when somebody else moved in between.
+std::optional<SiteLock::Claim> SiteLock::look() {
+  const Descriptor file = openLock(path_);
+  if (!file.isOpen()) {
+    if (errno == ENOENT) return create();
+    return errno == ENOTDIR ? Claim::kNone : Claim::kInTheWay;
+  }
+  struct stat status {};
+  if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return Claim::kInTheWay;
+  const bool locked = lockedByAnother(file);
+  holder_ = readRecord(file, status);
+  if (locked) return Claim::kInUse;
+  if (!isStillAt(file, path_)) return std::nullopt;
+  if (!holder_.host.empty() && holder_.host != thisHost()) return Claim::kInUse;
+  if (::unlink(path_.c_str()) != 0) return Claim::kNone;
+  return std::nullopt;
+}
+
+std::optional<SiteLock::Claim> SiteLock::create() {
+  Descriptor file(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | kOpening, kMode));
+  if (!file.isOpen()) return errno == EEXIST ? std::nullopt : std::optional(Claim::kNone);
+  if (lockedByAnother(file) || !isStillAt(file, path_)) return std::nullopt;
+  writeRecord(file);
+  file_ = std::move(file);
+  return Claim::kHeld;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,141 @@
+// Lists under the hand: what is pointed at is what is chosen.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "app/CommandListModel.h"
+#include "model/MacroFile.h"
+#include "tests/app/WindowFixture.h"
+#include "tests/support/Hand.h"
+
+namespace tessaly {
+namespace {
+
+using testing::StartsWith;
+
+class ListPlaceTest : public testing::Test {
+ protected:
+  ListPlaceTest() : fixture_(offlineClient()) {
+    fixture_.window->resize(1000, 600);
+    driver().choose(a_.applications, "Evening News");
+  }
+  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
+  [[nodiscard]] RowsView& macros() { return driver().list(a_.macros); }
+  [[nodiscard]] static RowsView& list(QDialog& dialog, const char* name) {
+    return *dialog.findChild<RowsView*>(QLatin1String(name));
+  }
+
+  WindowFixture fixture_;
+  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
+  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
+};
+
+TEST_F(ListPlaceTest, AMacroIsOpenedWhereItIsSeen) {
+  Hand::doubleClickOn(macros(), QStringLiteral("040 - Roll report 1"));
+  EXPECT_EQ(macros().selected()->text, "040 - Roll report 1");
+  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("040 - Roll report 1"));
+  const std::string place = Hand::firstSeen(macros());
+  driver().choose(b_.applications, "Evening News");
+  driver().choose(b_.macros, "001");
+  EXPECT_EQ(Hand::firstSeen(macros()), place) << "a choice in the other pane";
+  driver().press(a_.createMacro, [](QDialog& dialog) {
+    WindowDriver::type(dialog, "position", QStringLiteral("004"));
+    WindowDriver::type(dialog, "name", QStringLiteral("New"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  EXPECT_THAT(driver().texts(a_.macros), testing::Contains("004 - New"));
+  driver().choose(a_.workplaces, "Workplace 2");
+  driver().choose(a_.workplaces, "Workplace 1");
+  EXPECT_THAT(Hand::firstSeen(macros()), StartsWith("000")) << "another folder begins at its top";
+}
+
+TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
+  const std::string folder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
+  std::string commands = R"(<macro name="Long"><data>)";
+  for (int i = 0; i < 200; ++i)
+    commands += R"(<cmd fid="QMF1.N)" + std::to_string(i) + R"(" workplace="1"/>)";
+  fixture_.site.write(macroFile(folder, 999), commands + "</data></macro>");
+  fixture_.site.write(macroFile(folder, 998),
+                      R"(<macro name="Short"><data><cmd fid="QMF1.N"/></data></macro>)");
+  driver().choose(a_.workplaces, "Workplace 1");
+  Hand::doubleClickOn(macros(), QStringLiteral("999"));
+  const std::string place = Hand::firstSeen(macros());
+  RowsView& lines = driver().list(a_.commands);
+  const int top = lines.verticalScrollBar()->value();
+  EXPECT_EQ(top, 0);
+  Hand::turnWheel(lines, [&] { return lines.verticalScrollBar()->value() == 120; });
+  Hand::doubleClick(lines, 123);
+  driver().press(a_.deleteCommand);
+  EXPECT_FALSE(macros().isEnabled());
+  EXPECT_EQ(Hand::firstSeen(macros()), place);
+  EXPECT_EQ(lines.verticalScrollBar()->value(), 120);
+  EXPECT_EQ(lines.selectedRow(), 123);
+  driver().press(a_.discardChanges);
+  EXPECT_EQ(lines.verticalScrollBar()->value(), 120) << "the same macro again";
+  driver().press(a_.newCorvane, [this](QDialog& dialog) { dialog.reject(); });
+  QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 5});
+  ASSERT_EQ(lines.selectedRow(), 120);
+  driver().choose(a_.macros, "998");
+  EXPECT_EQ(lines.verticalScrollBar()->value(), 0) << "another macro";
+  QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 5});
+  ASSERT_EQ(lines.selectedRow(), 0);
+  QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier, {20, lines.viewport()->height() - 3});
+  EXPECT_EQ(lines.selectedRow(), -1) << "beside the commands";
+  QTest::mouseClick(macros().viewport(), Qt::LeftButton, Qt::ControlModifier,
+                    macros().visualRect(macros().currentIndex()).center());
+  EXPECT_GT(lines.rows().rowCount(), 0) << "the macro stays open";
+}
+
+TEST_F(ListPlaceTest, TheDialogsTakeTheRowUnderTheHand) {
+  driver().choose(a_.macros, "001");
+  driver().press(a_.newCorvane, [](QDialog& dialog) {
+    QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("inputCorrection")), Qt::LeftButton);
+    RowsView& inputs = list(dialog, "subgroup1");
+    Hand::doubleClickOn(inputs, QStringLiteral("Input 64"));
+    EXPECT_EQ(inputs.selected()->text, "Input 64");
+    dialog.reject();
+  });
+  driver().press(a_.newClassic, [](QDialog& dialog) {
+    RowsView& groups = list(dialog, "mainGroups");
+    int row = 0;
+    while (groups.rows().row(row)->text != "Auxbus") ++row;
+    Hand::turnWheel(groups, [&] {
+      return groups.viewport()->rect().contains(groups.visualRect(groups.rows().index(row)).center());
+    });
+    Hand::doubleClick(groups, row);
+    Hand::doubleClickOn(list(dialog, "subgroups"), QStringLiteral("Aux43"));
+    EXPECT_EQ(list(dialog, "subgroups").selected()->text, "Aux43");
+    dialog.reject();
+  });
+}
+
+TEST(CommandListModelTest, LinesAreMadeWhenSomebodyLooksOrTheProgramIsIdle) {
+  constexpr std::size_t kLines = 10'000, kLongest = 7'000;
+  const auto commands = std::make_shared<MacroCommands>(kLines);
+  CommandList list;
+  QSignalSpy widened(&list.rows(), &ListRows::widened);
+  std::size_t made = 0;
+  const auto line = [&made, first = commands->data()](const MacroCommand& command, const LineOptions&,
+                                                      bool updated) {
+    ++made;
+    const auto at = static_cast<std::size_t>(&command - first);
+    return at == kLongest ? std::string(200, 'x') : std::to_string(at) + (updated ? " updated" : "");
+  };
+  list.rows().showMacro("macro", {commands, {false, true}, {}, line});
+  EXPECT_LT(made, 200U) << "what nobody can see waits";
+  EXPECT_EQ(list.rows().row(9'999)->text, "9999");
+  EXPECT_EQ(list.rows().row(1)->text, "1 updated");
+  ASSERT_TRUE(QTest::qWaitFor([&made] { return made == kLines; }));
+  ASSERT_TRUE(QTest::qWaitFor([&widened] { return widened.count() == 1; }));
+  EXPECT_EQ(made, kLines) << "each line once";
+  EXPECT_EQ(list.rows().longestRow(), static_cast<int>(kLongest));
+  list.rows().showMacro("macro", {commands, {}, {}, line});
+  list.rows().showNotice("macro", "empty macro");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(list.rows().rowCount(), 1) << "lines of before come no more";
+  EXPECT_FALSE(list.isEnabled());
+}
+
+}  // namespace
+}  // namespace tessaly

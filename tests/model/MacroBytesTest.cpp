@@ -1,0 +1,165 @@
+#include <functional>
+#include <gmock/gmock.h>
+
+#include "model/MacroFile.h"
+#include "platform/Text.h"
+#include "tests/support/LoadCommands.h"
+#include "tests/support/TestSite.h"
+
+// What an operation does not touch stays byte for byte, or the operation writes nothing.
+namespace tessaly {
+namespace {
+
+constexpr const char* kFile = R"(c:\work\macro007.mac)";
+constexpr const char* kKey = R"(c:\work\key03.upk)";
+
+// A macro as it is printed, with odd things in each place where there can be some.
+struct OddFile {
+  std::string head, attribute, element, text, tail;
+
+  [[nodiscard]] std::string bytes() const {
+    return head + "<macro name=\"M\"" + attribute + ">\n" + "    <note" + attribute + ">" + text +
+           "</note>\n" + "    <data>\n        " + element + "\n" + first() + "        " + element + "\n" +
+           second() + "        " + element + "\n    </data>\n    " + element + "\n</macro>\n" + tail;
+  }
+  [[nodiscard]] std::string first() const {
+    return "        <cmd fid=\"A\"" + attribute + ">\n            " + element +
+           "\n            <param name=\"p\"" + attribute + " value=\"OLD\" />\n        </cmd>\n";
+  }
+  [[nodiscard]] std::string second() const { return "        <cmd fid=\"B\"" + attribute + " />\n"; }
+};
+
+const OddFile kOddFiles[] = {
+    {"", "", "<z />", "plain", ""},
+    {"<?xml version=\"1.0\" encoding=\"windows-1252\" standalone='yes'?>\n", " x=\"&#x2013;&#8364;\xFC\"",
+     "<!-- &#x2013; \xFC -->", "&#x2013; &#xFC; \xFC", "<!-- end -->\n"},
+    {"<?XML version='1\"0' encoding='ISO-8859-1' more=\"x\"?>\n<?xml-stylesheet href=\"a.xsl\" "
+     "type='text/xsl'?>\n",
+     " x=\"a &amp; b &lt;&gt;&quot;&apos;\"", "<?xml-note  two  blanks ?>", "<?xmlx?> and text ", ""},
+    {"\xEF\xBB\xBF<!DOCTYPE macro SYSTEM \"m.dtd\">\n", " x=\"Küche\" y='\"'", "<!ELEMENT data>",
+     "  white\n\tspace   stays  ", "<?end?>\n"},
+    {"<!-- first -->\n", " x=\"a & b &uuml; &#; &#x41\"", "<z>&  & &bogus; &#</z>", "a & b",
+     "<macro name=\"N\" />\n"},
+    {"", " x=\"'>&amp;#x41;\n&#x0A;&#13;\"", "<z><![CDATA[ <a> &#x41; ]]></z>",
+     "mixed <b>bold</b>\n <i />\t<u />  ", ""},
+    {"<?xml version='1.0'?>\n", " x=\"\xC3\xE4&#0;&#1;\"", "<z>   </z>", "\xFC<!-- c -->", ""},
+};
+
+struct Operation {
+  const char* what;
+  std::function<Outcome(const SiteAccess&, const std::string&)> run;          // with a text to store
+  std::function<std::pair<std::string, std::string>(const OddFile&)> change;  // the bytes before and after
+};
+
+const char* const kNew =
+    "        <cmd fid=\"NEW\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\" />\n";
+
+const Operation kOperations[] = {
+    {"insert",
+     [](auto& site, auto& text) {
+       return insertCommand(site, kFile, 1, {text, {}}, 1, InsertMode::kAtPosition);
+     },
+     [](auto& file) { return std::pair(file.second(), kNew + file.second()); }},
+    {"insert classic",
+     [](auto& site, auto&) { return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, 2); },
+     [](auto& file) {
+       return std::pair(file.first(),
+                        replaceAll(replaceAll(kNew, "NEW", "QMF2.NCSCOMMAND"), " />",
+                                   ">\n            <param name=\"CMD\" value=\"\" />\n        </cmd>") +
+                            file.first());
+     }},
+    {"remove", [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
+     [](auto& file) { return std::pair(file.first(), std::string()); }},
+    {"replace",
+     [](auto& site, auto& text) {
+       return editMacroFile(site, kFile, ReplaceCommand{0, {text, {}}, 1});
+     },
+     [](auto& file) { return std::pair(file.first(), std::string(kNew)); }},
+    {"set value", [](auto& site, auto& text) { return setCommandValue(site, kFile, 0, text); },
+     [](auto&) { return std::pair<std::string, std::string>("\"OLD\"", "\"NEW\""); }},
+    {"move",
+     [](auto& site, auto&) {
+       return editMacroFile(site, kFile, MoveCommands{{0}, 0});
+     },
+     [](auto&) { return std::pair<std::string, std::string>("\"M\"", "\"M\""); }},
+    {"rename", [](auto& site, std::string text) { return renameMacro(site, kFile, text); },
+     [](auto&) { return std::pair<std::string, std::string>("name=\"M\"", "name=\"NEW\""); }},
+    {"create", [](auto& site, auto& text) { return createMacro(site, text, kFile); },
+     [](auto&) { return std::pair<std::string, std::string>("name=\"M\"", "name=\"NEW\""); }},
+    {"convert", [](auto& site, auto& text) { return convertKeyFile(site, text, kFile, kKey); },
+     [](auto&) { return std::pair<std::string, std::string>("name=\"M\"", "name=\"NEW\""); }},
+};
+
+struct MacroBytesTest : testing::Test, TestSite {
+  void put(const std::string& bytes) {
+    write(kFile, bytes);
+    write(kEmptyMacro, bytes);
+    write(kKey, "#UPK\n");  // no commands
+  }
+};
+
+TEST_F(MacroBytesTest, NothingChangesOutsideOfWhatAnOperationChanges) {
+  for (const OddFile& file : kOddFiles) {
+    for (const Operation& operation : kOperations) {
+      const auto [before, after] = operation.change(file);
+      std::string expected = file.bytes();
+      ASSERT_NE(expected.find(before), std::string::npos);
+      expected.replace(expected.find(before), before.size(), after);
+      put(file.bytes());
+      EXPECT_TRUE(operation.run(access(), "NEW")) << operation.what << file.bytes();
+      EXPECT_EQ(read(kFile), expected) << operation.what;
+    }
+  }
+}
+
+TEST_F(MacroBytesTest, WhatCannotBeKeptIsNotSaved) {
+  const std::string plain = kOddFiles[0].bytes();
+  for (const std::string& bytes :
+       {plain + "text", plain + "text\n" + plain, replaceAll(plain, "\"p\"", "p"), plain + "<a b='c'd='e'/>",
+        replaceAll(plain, "plain", "\x01"), replaceAll(plain, "<note", "<note xml:space='preserve'")}) {
+    for (const Operation& operation : kOperations) {
+      put(bytes);
+      EXPECT_FALSE(operation.run(access(), "NEW")) << operation.what << ": " << bytes;
+      EXPECT_EQ(read(kFile), bytes) << operation.what;
+    }
+  }
+}
+
+// Each operation stores its texts in the encoding of the file, or nothing.
+TEST_F(MacroBytesTest, TextsAreStoredInTheEncodingOfTheFileOrNotAtAll) {
+  const std::string western = "<?xml version='1.0' encoding='ISO-8859-1'?>\n";
+  const struct {
+    std::string head, text, stored;  // empty: refused
+  } cases[] = {{"", "Grün–", "Gr\xFCn\x96"},
+               {"", "Новости", ""},
+               {western, "€", "\x80"},
+               {western, "Новости", ""},
+               {"<?xml version='1.0' encoding='KOI8-R'?>\n", "Новости", ""},
+               {"<?xml version='1.0'?>\n", "Новости", "Новости"},
+               {"<?xml version='1.0' encoding='utf-8'?>\n", "ü&", "ü&amp;"},
+               {"\xEF\xBB\xBF", "Новости", "Новости"},
+               {"<?xml version='1.0'?>\n", "a\x02", ""}};
+  for (const auto& c : cases) {
+    const std::string bytes = OddFile{c.head, "", "<z />", "plain", ""}.bytes();
+    for (const Operation& operation : kOperations) {
+      const std::string change = operation.change(kOddFiles[0]).second;
+      if (change.find("NEW") == std::string::npos) continue;  // stores no text
+      put(bytes);
+      EXPECT_EQ(operation.run(access(), c.text).done(), !c.stored.empty())
+          << operation.what << c.head << c.text;
+      if (c.stored.empty()) {
+        EXPECT_EQ(read(kFile), bytes) << operation.what;
+      } else {
+        EXPECT_THAT(read(kFile), testing::HasSubstr('"' + c.stored + '"')) << operation.what << c.head;
+      }
+    }
+  }
+  write(kFile, "<macro name='\xFC'><data><cmd fid='\xFC'><param value='\xC3\xBC'/></cmd></data></macro>");
+  MacroCommands commands;
+  std::string name;
+  EXPECT_TRUE(loadCommands(access(), kFile, commands) && readMacroName(access(), kFile, name));
+  EXPECT_EQ(name + commands.at(0).fid + commands[0].parameters.at(0).value, "üüü");
+}
+
+}  // namespace
+}  // namespace tessaly
