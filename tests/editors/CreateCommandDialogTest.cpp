@@ -91,7 +91,6 @@ TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
   create.user.click("showRaw");
   EXPECT_THAT(create.user.rows("parameters"), ElementsAre("TYPE\tLUM", "SOURCE\t144"));
   EXPECT_EQ(create.user.rows("found")[1], "ME1 - KEY2 - TYPE - SET");
-  auto& found = create.user.control<QListView>("found");
   QTest::mouseClick(found.viewport(), Qt::LeftButton, Qt::ControlModifier,
                     found.visualRect(found.currentIndex()).center());
   create.refusal = "The macro is gone";

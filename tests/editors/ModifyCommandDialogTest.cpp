@@ -40,7 +40,7 @@ struct ModifyCommand : EditorFixture {
 
 TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
   ModifyCommand modify(
-      command("QMF3.ME1.KEY10.CLIP.SET", {{"LEVEL", "51.000000", ""}, {"STRAY", "1", ""}}, "7"));
+      command("QMF3.ME1.KEY10.CLIP.SET", {{"LEVEL", "51.000000"}, {"STRAY", "1"}}, "7"));
   const DialogDriver& user = modify.user;
   EXPECT_EQ(user.label("destinationLabel") + ' ' + modify.destination(), "Command Destination Mainframe-3");
   EXPECT_EQ(user.label("functionText"), "ME 1 Key 10 Clip Set");
@@ -68,7 +68,7 @@ TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
 }
 
 TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
-  ModifyCommand modify(command("QMF1.ME1.KEY5.CLIP.SET", {{"LEVEL", "51", ""}}));
+  ModifyCommand modify(command("QMF1.ME1.KEY5.CLIP.SET", {{"LEVEL", "51"}}));
   const DialogDriver& user = modify.user;
   user.choose("segment1", "ME h");  // which has no key 5
   EXPECT_EQ(user.label("functionText"), "FID not found!!!");
@@ -94,7 +94,7 @@ TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
 
 // A segment that a click had emptied was written as the command had it at first.
 TEST(ModifyCommandDialogTest, NoClickEmptiesASegment) {
-  ModifyCommand modify(command("QMF1.ME1.KEY4.CLIP.SET", {{"LEVEL", "51.1", ""}}));
+  ModifyCommand modify(command("QMF1.ME1.KEY4.CLIP.SET", {{"LEVEL", "51.1"}}));
   auto& list = modify.user.control<QListView>("segment1");
   modify.user.choose("segment1", "ME h");
   const QPoint row = list.visualRect(list.currentIndex()).center();
@@ -114,7 +114,7 @@ TEST(ModifyCommandDialogTest, NoClickEmptiesASegment) {
 }
 
 TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {
-  ModifyCommand modify(command("QMF1.ME1.KEY2.TYPE.SET", {{"TYPE", "odd", ""}}));
+  ModifyCommand modify(command("QMF1.ME1.KEY2.TYPE.SET", {{"TYPE", "odd"}}));
   EXPECT_THAT(modify.user.rows("parameters"), ElementsAre("Type\todd", "Source\t"));
   EXPECT_FALSE(modify.user.enabled("modify"));
   modify.user.choose("parameters", "Source");
@@ -130,7 +130,7 @@ TEST(ModifyCommandDialogTest, PanelCommandsChooseAWorkplace) {
     int kept;
   };
   for (const Case& test : {Case{"3", "Workplace-3", 3}, Case{"7", "", 7}, Case{"", "", 0}}) {
-    ModifyCommand modify(command("PANEL.MACRO.RUN", {{"REG", "12", ""}}, test.workplace));
+    ModifyCommand modify(command("PANEL.MACRO.RUN", {{"REG", "12"}}, test.workplace));
     EXPECT_EQ(modify.user.label("destinationLabel"), "Panel");
     EXPECT_EQ(modify.destination(), test.shown);
     EXPECT_EQ(modify.dialog.workplace(), test.kept);
@@ -144,7 +144,7 @@ TEST(ModifyCommandDialogTest, PanelCommandsChooseAWorkplace) {
 
 TEST(ModifyCommandDialogTest, OddCommandsOpenAndCancel) {
   for (const char* fid : {"QMF1.NO.SUCH.FUNCTION", "", ".", "NODOT", "QMF1.ME0.KEY1.CLIP.SET."}) {
-    ModifyCommand modify(command(fid, {{"A", "1", ""}}));
+    ModifyCommand modify(command(fid, {{"A", "1"}}));
     EXPECT_EQ(modify.user.label("functionText"), "FID not found!!!") << fid;
     EXPECT_FALSE(modify.user.enabled("modify"));
     EXPECT_FALSE(modify.user.visible("parameters"));

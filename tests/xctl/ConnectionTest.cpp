@@ -79,6 +79,7 @@ TEST(Connection, HostilePeerEndsItWithStatusOneAReasonAndNothingElse) {
           entry.connects ? entry.bytes.find(hello()) + hello().size() : entry.bytes.size();
       if (!self.send(socket, entry.bytes.substr(0, greeting)) || !entry.connects) return;
       connected.get_future().wait();
+      self.readLine(socket);  // the subscription: closing with bytes unread would throw away what is sent
       self.send(socket, entry.bytes.substr(greeting));
     });
     EXPECT_EQ(connection.connect("127.0.0.1", peer.port(), &recorder), entry.connects);
