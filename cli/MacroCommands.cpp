@@ -8,7 +8,7 @@
 #include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
 #include "model/KeyFile.h"
-#include "model/MacroChanges.h"
+#include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -23,6 +23,12 @@ constexpr std::string_view kEmptyMacroLine = "empty macro";
 constexpr std::string_view kNotChanged = "The macro cannot be changed: ";
 constexpr std::array<std::string_view, 5> kDestinations = {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."};
 
+// Where a command is put.
+struct InsertPlace {
+  InsertMode mode = InsertMode::kAppend;
+  int position = 0;
+};
+
 // Whether a key file can be read. The model takes one that cannot for a key without commands; here it is a
 // mistyped name, or nobody's to read.
 Outcome keyFileReads(const CommandSession& session, const std::string& path, const std::string& shown) {
@@ -33,10 +39,30 @@ Outcome keyFileReads(const CommandSession& session, const std::string& path, con
   return Failure{failure.kind, missing ? "No such file: " + shown : shown + ' ' + failure.text};
 }
 
+// Those whose text is a sentence; that of others is said of the file.
+bool isSentence(Failure::Kind kind) {
+  using Kind = Failure::Kind;
+  return kind == Kind::kNoMacro || kind == Kind::kNoCommand || kind == Kind::kTextNotHeld ||
+         kind == Kind::kNothingTaken || kind == Kind::kNoMemory;
+}
+
 // A failure with what could not be done in front of the cause.
 Outcome told(std::string_view what, Outcome outcome) {
-  if (outcome) return outcome;
-  return Failure{outcome.failure().kind, std::string(what) + outcome.failure().text};
+  if (outcome.written()) return outcome;
+  const Failure& failure = outcome.failure();
+  return Failure{failure.kind, std::string(what) + (isSentence(failure.kind) ? "" : "it ") + failure.text};
+}
+
+// What is stored, wherever it comes from, is UTF-8.
+Outcome isText(const std::string& word) {
+  if (isValidUtf8(word)) return {};
+  return Failure{Failure::Kind::kTextNotHeld, "this is no UTF-8: " + word};
+}
+
+// A failure of the empty macro that a new one is made from, rather than of the new one.
+Outcome ofEmpty(Outcome outcome) {
+  if (outcome.written() || outcome.failure().kind != Failure::Kind::kNoMacro) return outcome;
+  return Failure{Failure::Kind::kNoMacro, "the empty macro: " + outcome.failure().text};
 }
 
 std::vector<std::string> keyFileLines(CommandSession& session, const std::string& path,
@@ -98,13 +124,13 @@ Outcome assign(CommandSession& session, NamedDraft& named, const std::string& wo
   const std::size_t equals = word.find('=');
   const std::string name = word.substr(0, equals);
   auto& parameters = named.draft.parameters;
-  const auto parameter = std::find_if(
-      parameters.begin(), parameters.end(),
-      [&](const CommandDraft::Parameter& candidate) { return displayUtf8(candidate.name) == name; });
+  const auto parameter =
+      std::find_if(parameters.begin(), parameters.end(),
+                   [&](const CommandDraft::Parameter& candidate) { return candidate.name == name; });
   if (parameter == parameters.end())
     return Failure{Failure::Kind::kNothingTaken, "Unknown parameter: " + name};
   parameter->value = word.substr(equals + 1);
-  if (force) return {};
+  if (force) return told(kNotChanged, isText(parameter->value));
   return canHold(session.dictionary(), named.function, parameter->name, parameter->value);
 }
 
@@ -115,26 +141,31 @@ bool hasDictionary(const CommandSession& session) {
 
 // Whether the parameter that takes a value can hold it. What no function is known for is not judged.
 Outcome canTake(CommandSession& session, const std::string& path, int number, const std::string& value) {
-  const std::optional<ValueTaker> taker = takerOf(session.site(), path, number);
-  if (!taker || value.empty()) return {};
-  if (taker->command.classic()) {
+  const auto macro = readMacro(session.root(), path);
+  const int taker = macro ? macro->takerOfValue(number) : -1;
+  if (taker < 0 || value.empty()) return {};
+  const MacroCommand& command = macro->commands()[static_cast<std::size_t>(taker)];
+  const auto parameter = std::find_if(command.parameters.begin(), command.parameters.end(),
+                                      [](const MacroParameter& candidate) { return candidate.hasValue; });
+  if (command.classic()) {
     if (ClassicCommand().decodeText(value)) return {};
     return Failure{Failure::Kind::kNothingTaken, "No classic command: " + value + "; --force stores it"};
   }
   if (!hasDictionary(session)) return {};
-  const auto function = session.dictionary().find(taker->command.functionName());
-  return function ? canHold(session.dictionary(), *function, taker->parameter, value) : Outcome();
+  const auto function = session.dictionary().find(command.functionName());
+  return function ? canHold(session.dictionary(), *function, parameter->name, value) : Outcome();
 }
 
 // Says which lines of a key file are commands no more once they stand in a macro.
 void warnOfUnreadable(CommandSession& session, const FileOperand& file) {
   KeyFile key;
   key.load(session.root(), file.path(), keyFileIndex(file.path()));
-  const std::vector<int> lines = key.unreadableLines();
-  if (lines.empty()) return;
-  std::string text = std::to_string(lines.size()) + " of " + std::to_string(key.commands().size()) +
-                     " commands cannot be read in the macro: " + (lines.size() == 1 ? "line" : "lines");
-  for (std::size_t i = 0; i < lines.size(); ++i) text += (i == 0 ? " " : ", ") + std::to_string(lines[i]);
+  const std::vector<int> lost = key.unreadable();
+  if (lost.empty()) return;
+  std::string text = std::to_string(lost.size()) + " of " + std::to_string(key.commands().size()) +
+                     " commands cannot be read in the macro: " + (lost.size() == 1 ? "line" : "lines");
+  for (std::size_t i = 0; i < lost.size(); ++i)
+    text += (i == 0 ? " " : ", ") + std::to_string(key.lineOf(lost[i]));
   session.warn(text + " of " + file.shown());
 }
 
@@ -194,14 +225,18 @@ int runName(CommandSession& session, Arguments& arguments) {
 int runRename(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kRename, [&](const std::string& path) {
-    return told("The macro cannot be renamed: ", renameIn(session.site(), path, arguments[1]));
+    std::string name = arguments[1];
+    const Outcome text = isText(name);
+    return told("The macro cannot be renamed: ", text ? renameMacro(session.site(), path, name) : text);
   });
 }
 
 int runCreate(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   return session.writeTo(arguments[0], FileUse::kWrite, MacroChange::kCreate, [&](const std::string& path) {
-    return told("The macro cannot be created: ", createAt(session.site(), path, arguments[1]));
+    const Outcome text = isText(arguments[1]);
+    return told("The macro cannot be created: ",
+                text ? ofEmpty(createMacro(session.site(), arguments[1], path)) : text);
   });
 }
 
@@ -223,7 +258,8 @@ int runInsert(CommandSession& session, Arguments& arguments) {
       return session.failed(held.failure().text);
   }
   return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
-    return told(kNotChanged, insertInto(session.site(), path, *place, named->draft, *workplace));
+    return told(kNotChanged,
+                insertCommand(session.site(), path, place->position, named->draft, *workplace, place->mode));
   });
 }
 
@@ -241,8 +277,9 @@ int runInsertClassic(CommandSession& session, Arguments& arguments) {
                           " (each byte is two hexadecimal digits and a blank, the last one too)");
   }
   return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
-    Outcome done = told(kNotChanged, insertInto(session.site(), path, *place, command, *mainframe));
-    if (done && !command.isReadBack()) {
+    Outcome done = told(kNotChanged, appendClassicCommand(session.site(), path, place->position, command,
+                                                          place->mode, *mainframe));
+    if (done.written() && !command.readsBack()) {
       session.warn("1 of 1 commands cannot be read in the macro: it has " +
                    std::to_string(command.parameters().size()) + " parameter bytes");
     }
@@ -255,7 +292,7 @@ int runRemove(CommandSession& session, Arguments& arguments) {
   const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
   if (!number) return session.wrongUsage("N is the number of a command");
   return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
-    Outcome done = removeFrom(session.site(), path, *number);
+    Outcome done = removeCommand(session.site(), path, *number);
     if (!done && done.failure().kind == Failure::Kind::kNoCommand)
       return Outcome(Failure{Failure::Kind::kNoCommand, "No command " + arguments[1]});
     return told(kNotChanged, std::move(done));
@@ -267,14 +304,16 @@ int runSet(CommandSession& session, Arguments& arguments) {
   const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
   if (!number) return session.wrongUsage("N is the number of a command");
   const auto set = [&](const std::string& path) {
-    Outcome done = setIn(session.site(), path, *number, arguments[2]);
+    Outcome done = setCommandValue(session.site(), path, *number, arguments[2]);
     if (!done && done.failure().kind == Failure::Kind::kNothingTaken)
       return Outcome(Failure{Failure::Kind::kNothingTaken,
                              "No command from " + arguments[1] + " on has a parameter with a value"});
     return told(kNotChanged, std::move(done));
   };
   const auto check = [&](const std::string& path) {
-    return arguments.flag("--force") ? Outcome() : canTake(session, path, *number, arguments[2]);
+    Outcome text = told(kNotChanged, isText(arguments[2]));
+    if (!text || arguments.flag("--force")) return text;
+    return canTake(session, path, *number, arguments[2]);
   };
   return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, set, check);
 }
@@ -285,9 +324,11 @@ int runConvert(CommandSession& session, Arguments& arguments) {
     if (const Outcome reads = keyFileReads(session, key.path(), key.shown()); !reads)
       return session.failed(reads.failure().text);
     const auto convert = [&](const std::string& path) {
-      Outcome done = told("The key file cannot be converted: ",
-                          convertTo(session.site(), path, key.path(), arguments[2]));
-      if (done) warnOfUnreadable(session, key);
+      const Outcome text = isText(arguments[2]);
+      Outcome done =
+          told("The key file cannot be converted: ",
+               text ? ofEmpty(convertKeyFile(session.site(), arguments[2], path, key.path())) : text);
+      if (done.written()) warnOfUnreadable(session, key);
       return done;
     };
     return session.writeTo(arguments[1], FileUse::kWrite, MacroChange::kConvert, convert);

@@ -13,7 +13,7 @@
 #include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
 #include "link/PanelAddress.h"
-#include "model/MacroChanges.h"
+#include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -105,6 +105,15 @@ int runGet(PanelTask& task) {
   return task.session.writeTo(task.word(4), FileUse::kWrite, MacroChange::kCopy, get);
 }
 
+// A macro with a name and a place for commands.
+Outcome isMacro(CommandSession& session, const std::string& path) {
+  const auto macro = readMacro(session.root(), path);
+  if (!macro) return macro.failure();
+  if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "has no place for commands"};
+  if (!macro->name()) return Failure{Failure::Kind::kNoMacro, "has no name"};
+  return {};
+}
+
 // Sends a file that nobody else can change any more.
 int send(PanelTask& task, const std::string& path) {
   PanelLine line(task.session.root(), task.session.history(), task.place);
@@ -129,8 +138,8 @@ int runPut(PanelTask& task) {
     if (const Outcome copied = copyFile(session.root(), file.path(), path); !copied)
       return session.failed(file.shown() + ' ' + copied.failure().text);
     if (!task.force) {
-      if (const Outcome read = readsAsMacro(session.site(), path); !read)
-        return session.failed(file.shown() + " is no macro: " + read.failure().text);
+      if (const Outcome read = isMacro(session, path); !read)
+        return session.failed(file.shown() + " is no macro: it " + read.failure().text);
     }
     return send(task, path);
   });

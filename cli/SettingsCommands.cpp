@@ -1,22 +1,10 @@
-#include <optional>
+#include <utility>
 
 #include "cli/Commands.h"
 #include "model/Settings.h"
 #include "platform/Text.h"
 
 namespace tessaly {
-
-namespace {
-
-// Puts an address given as UTF-8 into its setting; false when the settings' code page lacks a character of
-// it.
-bool take(const std::optional<std::string>& given, std::string& address) {
-  if (!given) return true;
-  address = utf8ToWindows1252(*given);
-  return windows1252ToUtf8(address) == *given;
-}
-
-}  // namespace
 
 int runSettings(CommandSession& session, Arguments& arguments) {
   const bool rewrite = arguments.flag("--rewrite");
@@ -25,8 +13,12 @@ int runSettings(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(0, 0)) return session.wrongUsage(arguments.problem());
   Settings settings;
   readSettings(session.root(), settings);
-  if (!take(addressA, settings.addressA) || !take(addressB, settings.addressB))
-    return session.failed("The settings cannot hold this address");
+  for (const auto& [given, address] :
+       {std::pair{&addressA, &settings.addressA}, {&addressB, &settings.addressB}}) {
+    if (!*given) continue;
+    if (!settingsHold(**given)) return session.failed("The settings cannot hold this address");
+    *address = utf8ToWindows1252(**given);
+  }
   if ((rewrite || addressA || addressB) && !writeSettings(session.root(), settings)) {
     return session.failed("Cannot write " + std::string(kSettingsFile));
   }
