@@ -1,3 +1,4 @@
+#include <future>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -100,6 +101,22 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   site.write("history", "");
   EXPECT_EQ(run({"rename", kMacro, "Newer"}), 0);
   EXPECT_THAT(errors.str(), HasSubstr("could not keep"));
+}
+
+// Each reads, keeps and writes: without the lock most of what they insert is written over.
+TEST_F(HistoryCommands, ParallelChangesOfOneFileFollowOneAnother) {
+  site.write(kMacro, "<macro name=\"Shared\"><data/></macro>");
+  std::vector<std::future<int>> runs;
+  for (int i = 0; i < 24; ++i) {
+    runs.push_back(std::async(std::launch::async, [&] {
+      std::istringstream in;
+      std::ostringstream ignored;
+      return runCommandLine({"--root", site.root.path().string(), "insert-classic", kMacro, "23 10 05 01 "},
+                            in, ignored, ignored);
+    }));
+  }
+  for (auto& each : runs) EXPECT_EQ(each.get(), 0);
+  EXPECT_EQ(readMacro(site.root, kMacro)->commands().size(), runs.size());
 }
 
 TEST_F(HistoryCommands, RestoresOutsideTheSiteOnlyWhereItIsTold) {
