@@ -2,45 +2,92 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iterator>
 
 namespace tessaly {
+namespace {
 
-Arguments::Arguments(std::vector<std::string> words) : words_(std::move(words)) {
-  const auto end = std::find(words_.begin(), words_.end(), "--");
-  if (end == words_.end()) return;
-  literals_.assign(std::next(end), words_.end());
-  words_.erase(end, words_.end());
+constexpr std::string_view kMark = "--";
+constexpr std::string_view kHelp = "--help";
+
+}  // namespace
+
+std::vector<OptionShape> optionsOf(std::string_view usage) {
+  std::vector<OptionShape> options;
+  for (std::size_t at = usage.find(kMark); at != usage.npos; at = usage.find(kMark, at)) {
+    const std::size_t end = std::min(usage.find_first_of(" ]()|", at), usage.size());
+    const std::string_view behind = usage.substr(end, 3);
+    OptionShape option{usage.substr(at, end - at)};
+    if (behind.size() > 1 && behind[0] == ' ' && std::string_view("[]()|").find(behind[1]) == behind.npos) {
+      option.value = OptionShape::Value::kNeeded;
+    } else if (behind.starts_with(" [") && behind.back() != '-') {
+      option.value = OptionShape::Value::kOptional;
+    }
+    options.push_back(option);
+    at = end;
+  }
+  return options;
 }
 
-bool Arguments::flag(std::string_view name) { return std::erase(words_, name) > 0; }
-
-std::optional<std::string> Arguments::option(std::string_view name) {
-  std::optional<std::string> value;
-  while (true) {
-    const auto word = std::find(words_.begin(), words_.end(), name);
-    if (word == words_.end()) return value;
-    const auto next = std::next(word);
-    if (next == words_.end()) {
-      problem_ = std::string(name) + " needs a value";
-      words_.erase(word);
-      return value;
+Arguments::Arguments(const std::vector<std::string>& words, std::span<const OptionShape> options) {
+  for (std::size_t at = 0; at < words.size();) {
+    if (words[at] == kMark) {
+      words_.insert(words_.end(), words.begin() + static_cast<std::ptrdiff_t>(at) + 1, words.end());
+      return;
     }
-    value = *next;
-    words_.erase(word, std::next(next));
+    if (words[at] == "-h") {
+      given_.emplace_back(kHelp, std::string());
+      ++at;
+    } else if (words[at].starts_with(kMark)) {
+      at = takeOption(words, at, options);
+    } else {
+      words_.push_back(words[at++]);
+    }
   }
+}
+
+std::size_t Arguments::takeOption(const std::vector<std::string>& words, std::size_t at,
+                                  std::span<const OptionShape> options) {
+  const auto refuse = [this](std::string problem) {
+    if (problem_.empty()) problem_ = std::move(problem);
+  };
+  const std::string& word = words[at++];
+  const std::size_t equals = word.find('=');
+  const std::string name = word.substr(0, equals);
+  const auto option = std::find_if(options.begin(), options.end(),
+                                   [&](const OptionShape& candidate) { return candidate.name == name; });
+  if (option == options.end()) {
+    refuse("unknown option " + name);
+    return at;
+  }
+  const bool needed = option->value == OptionShape::Value::kNeeded;
+  std::string value;
+  if (equals != std::string::npos) {
+    value = word.substr(equals + 1);
+    if (option->value == OptionShape::Value::kNone) refuse(name + " takes no value");
+    if (option->value == OptionShape::Value::kOptional) words_.push_back(value);
+  } else if (needed && at < words.size() && words[at] != kMark) {
+    value = words[at++];
+  } else if (needed) {
+    refuse(name + (name == "--root" ? " needs a folder" : " needs a value"));
+    return at;
+  }
+  given_.emplace_back(option->name, std::move(value));
+  return at;
+}
+
+const Arguments::Given* Arguments::find(std::string_view name) const {
+  const auto given = std::find_if(given_.rbegin(), given_.rend(),
+                                  [&](const Given& candidate) { return candidate.first == name; });
+  return given == given_.rend() ? nullptr : &*given;
+}
+
+std::optional<std::string> Arguments::option(std::string_view name) const {
+  const Given* const given = find(name);
+  return given ? std::optional(given->second) : std::nullopt;
 }
 
 bool Arguments::complete(std::size_t least, std::size_t most) {
   if (!problem_.empty()) return false;
-  const auto unknown = std::find_if(words_.begin(), words_.end(),
-                                    [](const std::string& word) { return word.starts_with("--"); });
-  if (unknown != words_.end()) {
-    problem_ = "unknown option " + *unknown;
-    return false;
-  }
-  words_.insert(words_.end(), literals_.begin(), literals_.end());
-  literals_.clear();
   if (words_.size() < least) problem_ = "too few words";
   if (words_.size() > most) problem_ = "too many words: " + words_[most];
   return problem_.empty();

@@ -13,7 +13,7 @@ int runClassic(CommandSession& session, Arguments& arguments) {
   session.field("text", command.text());
   session.field("debug", valid ? command.debugText() : std::string());
   session.field("description", valid ? describeClassic(command, session.decodingLists()) : std::string());
-  return kExitDone;
+  return valid ? kExitDone : kExitFailed;
 }
 
 }  // namespace tessaly

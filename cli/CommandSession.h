@@ -2,13 +2,16 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "classic/DecodingList.h"
+#include "cli/FileOperand.h"
 #include "dictionary/FunctionDictionary.h"
 #include "model/MacroHistory.h"
 #include "platform/SiteAccess.h"
@@ -17,7 +20,7 @@ namespace tessaly {
 
 // Exit codes of the program.
 inline constexpr int kExitDone = 0;
-inline constexpr int kExitFailed = 1;      // the reason is on the error stream
+inline constexpr int kExitFailed = 1;      // the reason is on the error stream, or the answer is no
 inline constexpr int kExitWrongUsage = 2;  // so is the usage
 
 // Prints what the model reports, one line each; nobody can be asked, so every question is answered with no.
@@ -26,38 +29,54 @@ class StreamMessages : public Messages {
   explicit StreamMessages(std::ostream& stream) : stream_(stream) {}
   void show(const std::string& text, MessageIcon icon = MessageIcon::kExclamation) override;
   [[nodiscard]] bool ask(const std::string& text, MessageIcon icon = MessageIcon::kQuestion) override;
-  [[nodiscard]] std::size_t count() const { return count_; }
+  [[nodiscard]] std::size_t count() const { return count_; }  // of what the model has reported
+
+  // What is printed calls this path `name` from now on.
+  void call(const std::string& path, const std::string& name) { names_.emplace_back(path, name); }
+  void print(std::string text);
 
  private:
   std::ostream& stream_;
   std::size_t count_ = 0;
+  std::vector<std::pair<std::string, std::string>> names_;
 };
 
 // One run of the program: the site, where output goes, and what is loaded on first use. One thread.
 class CommandSession {
  public:
-  CommandSession(SiteRoot root, std::ostream& out, std::ostream& errors);
+  using Work = std::function<Outcome(const std::string& path)>;
+
+  CommandSession(SiteRoot root, const ProgramStreams& streams);
 
   [[nodiscard]] const SiteRoot& root() const { return root_; }
   [[nodiscard]] SiteAccess site() { return {root_, messages_}; }
+  // In what is printed the path is called `name` from now on.
+  void call(const std::string& path, const std::string& name) { messages_.call(path, name); }
   [[nodiscard]] DecodingLists& decodingLists() { return decodingLists_; }
   // Where a macro goes before a command overwrites or deletes it.
   [[nodiscard]] MacroHistory& history() { return history_; }
-  // The site path of a FILE that the command is about to overwrite, whose content is kept first. It is this
-  // program's alone from then on; an empty path, and a word, when another program does not let it go.
-  [[nodiscard]] std::string target(const std::string& file, MacroChange change);
+
+  // Runs `work` on a FILE that is only read.
+  int readFrom(const std::string& word, const std::function<int(const FileOperand& file)>& work);
+  // Runs `work` on a FILE that it changes or writes, and that nobody else changes meanwhile; one that another
+  // program does not let go is a failure. What the file holds is kept before, unless `check` refuses; the
+  // text of a failure is printed. A stream takes what `work` has done only when it succeeded.
+  int writeTo(const std::string& word, FileUse use, MacroChange change, const Work& work,
+              const Work& check = {});
 
   // Read on first use; files that cannot be parsed are then named on the error stream.
   [[nodiscard]] const FunctionDictionary& dictionary();
   // False when a file could not be parsed.
   [[nodiscard]] bool dictionaryWhole() const { return dictionaryWhole_; }
 
-  // One line of output, as UTF-8; line breaks inside become blanks, so that a row stays a line.
+  // One line of output, as UTF-8.
   void line(std::string_view bytes);
   // "name: text", or "name:" without a text.
   void field(std::string_view name, std::string_view bytes);
-  [[nodiscard]] std::ostream& out() { return out_; }
+  [[nodiscard]] std::ostream& out() { return streams_.out; }
 
+  // A line on the error stream about work that is done, but not as it should be: the exit code tells.
+  void warn(const std::string& text);
   // Prints `reason`, unless the model has reported one; kExitFailed.
   int failed(const std::string& reason);
   // Prints `reason`; kExitWrongUsage. The command table adds the usage.
@@ -67,21 +86,25 @@ class CommandSession {
   static constexpr std::chrono::seconds kPatience{30};  // with other programs
   static MacroHistory::Limits limits();
 
+  int cannotOpen(const std::string& word, const Failure& failure);
+
   SiteRoot root_;
-  std::ostream& out_;
-  std::ostream& errors_;
+  ProgramStreams streams_;
   StreamMessages messages_;
   DecodingLists decodingLists_;
   MacroHistory history_;
-  std::vector<FileChange> changes_;
   std::unique_ptr<FunctionDictionary> dictionary_;
   bool dictionaryWhole_ = true;
+  bool warned_ = false;
 };
 
-// A file given as a host path or, with a drive letter, as a site path: what the model is to be called with.
-[[nodiscard]] std::string sitePathOf(const std::string& file);
-
-// What a line of output shows for bytes of unknown origin.
+// What a line of output shows for bytes of unknown origin: UTF-8, a line break as a blank, so that a row
+// stays a line, and whatever else would steer a terminal or turn the line around spelled out ("\x1b",
+// "\u202e"). A tab stays: it parts the columns.
 [[nodiscard]] std::string outputText(std::string_view bytes);
+
+// As outputText for one name in a line, where a tab and a line break are no part of the line either ("\t",
+// "\n").
+[[nodiscard]] std::string outputName(std::string_view bytes);
 
 }  // namespace tessaly

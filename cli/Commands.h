@@ -10,14 +10,26 @@
 // The commands of the program. Each takes its words and returns an exit code; it prints to the session only.
 namespace tessaly {
 
+// What a word of a usage means, in one line.
+struct WordHelp {
+  std::string_view word;  // "FILE", "--at start|end|N"
+  std::string_view meaning;
+};
+
+// A command: its usage is what its words are read by, what help prints and what is completed from.
 struct Command {
   std::string_view name;
   std::string_view usage;    // the words after the name
   std::string_view summary;  // one line
   int (*run)(CommandSession& session, Arguments& arguments);
+  std::span<const WordHelp> words;  // every word of the usage
 };
 
 [[nodiscard]] std::span<const Command> commandTable();
+// Null for a name that is none.
+[[nodiscard]] const Command* commandNamed(std::string_view name);
+
+int runHelp(CommandSession& session, Arguments& arguments);
 
 int runDictionary(CommandSession& session, Arguments& arguments);
 
@@ -35,8 +47,8 @@ int runHistory(CommandSession& session, Arguments& arguments);
 
 // What `show` prints of a macro or key file, given by its site path.
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json);
-// Takes the flags of the pane's check boxes off.
-[[nodiscard]] LineOptions lineOptions(Arguments& arguments);
+// The flags of the pane's check boxes.
+[[nodiscard]] LineOptions lineOptions(const Arguments& arguments);
 
 int runClassic(CommandSession& session, Arguments& arguments);
 

@@ -102,11 +102,11 @@ void printRecord(CommandSession& session, const FunctionRecord& function) {
 
 Json recordJson(const FunctionRecord& function) {
   Json record;
-  for (const auto& [name, text] : fieldsOf(function)) record[name] = outputText(text);
+  for (const auto& [name, text] : fieldsOf(function)) record[name] = displayUtf8(text);
   record["parameters"] = Json::array();
   for (const ParameterFacts& parameter : parametersOf(function.definition())) {
-    Json row{{"kind", parameter.kind}, {"name", outputText(parameter.name)}};
-    for (const auto& [key, text] : parameter.facts) row[key] = outputText(text);
+    Json row{{"kind", parameter.kind}, {"name", displayUtf8(parameter.name)}};
+    for (const auto& [key, text] : parameter.facts) row[key] = displayUtf8(text);
     record["parameters"].push_back(std::move(row));
   }
   return record;
@@ -128,7 +128,7 @@ void printJson(CommandSession& session, const FunctionDictionary& dictionary,
   Json whole{{"templates", dictionary.templateCount()}, {"functions", dictionary.functionCount()}};
   if (names) {
     whole["names"] = Json::array();
-    for (const std::string_view name : *names) whole["names"].push_back(outputText(name));
+    for (const std::string_view name : *names) whole["names"].push_back(displayUtf8(name));
   }
   if (function) whole["function"] = recordJson(*function);
   session.out() << whole.dump(2) << '\n';
@@ -151,16 +151,17 @@ int runDictionary(CommandSession& session, Arguments& arguments) {
     if (!function) return session.failed("Unknown function: " + *wanted);
   }
 
+  const int result = session.dictionaryWhole() && !(names && names->empty()) ? kExitDone : kExitFailed;
   if (json) {
     printJson(session, dictionary, names, function);
-    return session.dictionaryWhole() ? kExitDone : kExitFailed;
+    return result;
   }
   session.line(dictionary.summary());
   if (names) {
     for (const std::string_view name : *names) session.line(name);
   }
   if (function) printRecord(session, *function);
-  return session.dictionaryWhole() ? kExitDone : kExitFailed;
+  return result;
 }
 
 }  // namespace tessaly

@@ -1,6 +1,8 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/Commands.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -13,31 +15,41 @@ int listHistory(CommandSession& session, bool json) {
       rows.push_back({{"id", kept.id},
                       {"when", kept.when},
                       {"change", change},
-                      {"place", outputText(kept.placeText())},
-                      {"name", outputText(kept.name)},
+                      {"place", displayUtf8(kept.placeText())},
+                      {"name", displayUtf8(kept.name)},
                       {"size", kept.size}});
       continue;
     }
-    session.line(kept.id + '\t' + localTimeText(kept.when) + '\t' + change + '\t' + kept.name + '\t' +
-                 kept.placeText());
+    session.line(kept.id + '\t' + localTimeText(kept.when) + '\t' + change + '\t' + outputName(kept.name) +
+                 '\t' + outputName(kept.placeText()));
   }
   if (json) session.out() << rows.dump(2) << '\n';
   return kExitDone;
 }
 
-int restore(CommandSession& session, const KeptMacro& kept, const Arguments& arguments) {
-  const auto putBack = [&](const std::string& path) {
-    const Outcome done = session.history().putBack(kept, path);
-    return done ? kExitDone : session.failed(path + ' ' + done.failure().text);
-  };
-  if (arguments.size() > 2) return putBack(sitePathOf(arguments[2]));
-  if (!kept.place) return session.failed("Nobody knows where it came from: name a FILE.");
-  if (kept.place->file.empty())
-    return session.failed("It came from a panel, " + kept.placeText() +
-                          ": restore it to a FILE, and send that with panel ... put.");
+// Where a kept macro goes when no FILE is named.
+Expected<std::string> placeOf(CommandSession& session, const KeptMacro& kept) {
+  const auto refused = [](std::string text) { return Failure{Failure::Kind::kMissing, std::move(text)}; };
+  if (!kept.place) return refused("Nobody knows where it came from: name a FILE.");
+  const std::string& file = kept.place->file;
+  if (file.empty())
+    return refused("It came from a panel, " + kept.placeText() +
+                   ": restore it to a FILE, and send that with panel ... put.");
   if (!session.history().isOfSite(kept))
-    return session.failed("It came from outside the site, " + kept.placeText() + ": name that FILE.");
-  return putBack(kept.place->file);
+    return refused("It came from outside the site, " + file + ": name the FILE.");
+  return file;
+}
+
+int restore(CommandSession& session, const KeptMacro& kept, const Arguments& arguments) {
+  const auto file = arguments.size() > 2 ? Expected<std::string>(arguments[2]) : placeOf(session, kept);
+  if (!file) return session.failed(file.failure().text);
+  // Read first: keeping what is there now may be what drives this one out.
+  const auto bytes = readOwnFile(session.root(), kept.file);
+  if (!bytes) return session.failed(kept.id + ' ' + bytes.failure().text);
+  return session.writeTo(*file, FileUse::kWrite, MacroChange::kPutBack, [&](const std::string& path) {
+    Outcome done = writeFile(session.root(), path, *bytes);
+    return done.written() ? done : Failure{done.failure().kind, path + ' ' + done.failure().text};
+  });
 }
 
 }  // namespace

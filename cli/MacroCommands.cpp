@@ -4,6 +4,8 @@
 #include <optional>
 
 #include "cli/Commands.h"
+#include "cli/ValueCheck.h"
+#include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
@@ -18,18 +20,53 @@ constexpr int kMostWorkplaces = 8;
 constexpr int kMainframes = 4;
 constexpr int kMostCommandNumber = 1'000'000'000;
 constexpr std::string_view kEmptyMacroLine = "empty macro";
-constexpr std::string_view kNotSaved =
-    "The macro cannot be changed: it has no commands element or cannot be written.";
+constexpr std::string_view kNotChanged = "The macro cannot be changed: ";
 constexpr std::array<std::string_view, 5> kDestinations = {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."};
 
-bool isKeyFile(std::string_view path) { return endsWithNoCase(path, ".upk"); }
+// Where a command is put.
+struct InsertPlace {
+  InsertMode mode = InsertMode::kAppend;
+  int position = 0;
+};
 
-std::string noSuchFile(const std::string& file) { return "No such file: " + file; }
+// Whether a key file can be read. The model takes one that cannot for a key without commands; here it is a
+// mistyped name, or nobody's to read.
+Outcome keyFileReads(const CommandSession& session, const std::string& path, const std::string& shown) {
+  const auto bytes = readFile(session.root(), path);
+  if (bytes) return {};
+  const Failure& failure = bytes.failure();
+  const bool missing = failure.kind == Failure::Kind::kMissing;
+  return Failure{failure.kind, missing ? "No such file: " + shown : shown + ' ' + failure.text};
+}
 
-std::optional<std::vector<std::string>> keyFileLines(CommandSession& session, const std::string& path,
-                                                     const LineOptions& options) {
-  // The model takes a missing file for a key without commands; here it is a mistyped name.
-  if (!isRegularFile(session.root(), path)) return std::nullopt;
+// Those whose text is a sentence; that of others is said of the file.
+bool isSentence(Failure::Kind kind) {
+  using Kind = Failure::Kind;
+  return kind == Kind::kNoMacro || kind == Kind::kNoCommand || kind == Kind::kTextNotHeld ||
+         kind == Kind::kNothingTaken || kind == Kind::kNoMemory;
+}
+
+// A failure with what could not be done in front of the cause.
+Outcome told(std::string_view what, Outcome outcome) {
+  if (outcome.written()) return outcome;
+  const Failure& failure = outcome.failure();
+  return Failure{failure.kind, std::string(what) + (isSentence(failure.kind) ? "" : "it ") + failure.text};
+}
+
+// What is stored, wherever it comes from, is UTF-8.
+Outcome isText(const std::string& word) {
+  if (isValidUtf8(word)) return {};
+  return Failure{Failure::Kind::kTextNotHeld, "this is no UTF-8: " + word};
+}
+
+// A failure of the empty macro that a new one is made from, rather than of the new one.
+Outcome ofEmpty(Outcome outcome) {
+  if (outcome.written() || outcome.failure().kind != Failure::Kind::kNoMacro) return outcome;
+  return Failure{Failure::Kind::kNoMacro, "the empty macro: " + outcome.failure().text};
+}
+
+std::vector<std::string> keyFileLines(CommandSession& session, const std::string& path,
+                                      const LineOptions& options) {
   KeyFile key;
   key.load(session.root(), path, keyFileIndex(path));
   const FunctionDictionary none;  // classic commands name no function
@@ -54,11 +91,6 @@ std::optional<std::vector<std::string>> macroLines(CommandSession& session, cons
   return lines;
 }
 
-struct InsertPlace {
-  InsertMode mode = InsertMode::kAppend;
-  int position = 0;
-};
-
 std::optional<InsertPlace> insertPlace(const std::optional<std::string>& at) {
   if (!at || *at == "end") return InsertPlace{};
   if (*at == "start") return InsertPlace{InsertMode::kAtStart, 0};
@@ -67,38 +99,79 @@ std::optional<InsertPlace> insertPlace(const std::optional<std::string>& at) {
   return InsertPlace{InsertMode::kAtPosition, *position};
 }
 
-// Puts a "PARAM=VALUE" word into the draft; the reason when it cannot be.
-std::optional<std::string> assign(CommandDraft& draft, const std::string& word) {
-  const std::size_t equals = word.find('=');
-  const std::string name = word.substr(0, equals);
-  const auto parameter =
-      std::find_if(draft.parameters.begin(), draft.parameters.end(),
-                   [&](const CommandDraft::Parameter& candidate) { return candidate.name == name; });
-  if (parameter == draft.parameters.end()) return "Unknown parameter: " + name;
-  parameter->value = word.substr(equals + 1);
-  return std::nullopt;
-}
+// A command to be inserted, and its function.
+struct NamedDraft {
+  CommandDraft draft;
+  FunctionRecord function;
+};
 
-// The draft of a function named with its destination prefix; `reason` when there is none.
-std::optional<CommandDraft> draftOf(CommandSession& session, const std::string& fid, std::string& reason) {
+// The draft of a function named with its destination prefix.
+Expected<NamedDraft> draftOf(CommandSession& session, const std::string& fid) {
   const auto prefix = std::find_if(kDestinations.begin(), kDestinations.end(),
                                    [&](std::string_view candidate) { return fid.starts_with(candidate); });
   if (prefix == kDestinations.end()) {
-    reason = "Unknown destination: " + fid + " (QMF1. to QMF4. or PANEL. in front of the function)";
-    return std::nullopt;
+    return Failure{Failure::Kind::kNothingTaken,
+                   "Unknown destination: " + fid + " (QMF1. to QMF4. or PANEL. in front of the function)"};
   }
   const std::string name = fid.substr(prefix->size());
   const std::optional<FunctionRecord> function = session.dictionary().find(name);
-  if (!function) {
-    reason = "Unknown function: " + name;
-    return std::nullopt;
+  if (!function) return Failure{Failure::Kind::kNothingTaken, "Unknown function: " + name};
+  return NamedDraft{draftFor(*prefix, *function), *function};
+}
+
+// Puts a "PARAM=VALUE" word into the draft.
+Outcome assign(CommandSession& session, NamedDraft& named, const std::string& word, bool force) {
+  const std::size_t equals = word.find('=');
+  const std::string name = word.substr(0, equals);
+  auto& parameters = named.draft.parameters;
+  const auto parameter =
+      std::find_if(parameters.begin(), parameters.end(),
+                   [&](const CommandDraft::Parameter& candidate) { return candidate.name == name; });
+  if (parameter == parameters.end())
+    return Failure{Failure::Kind::kNothingTaken, "Unknown parameter: " + name};
+  parameter->value = word.substr(equals + 1);
+  if (force) return told(kNotChanged, isText(parameter->value));
+  return canHold(session.dictionary(), named.function, parameter->name, parameter->value);
+}
+
+bool hasDictionary(const CommandSession& session) {
+  return isRegularFile(session.root(), kOlderFamilyInterface) ||
+         isRegularFile(session.root(), kPanelInterface);
+}
+
+// Whether the parameter that takes a value can hold it. What no function is known for is not judged.
+Outcome canTake(CommandSession& session, const std::string& path, int number, const std::string& value) {
+  const auto macro = readMacro(session.root(), path);
+  const int taker = macro ? macro->takerOfValue(number) : -1;
+  if (taker < 0 || value.empty()) return {};
+  const MacroCommand& command = macro->commands()[static_cast<std::size_t>(taker)];
+  const auto parameter = std::find_if(command.parameters.begin(), command.parameters.end(),
+                                      [](const MacroParameter& candidate) { return candidate.hasValue; });
+  if (command.classic()) {
+    if (ClassicCommand().decodeText(value)) return {};
+    return Failure{Failure::Kind::kNothingTaken, "No classic command: " + value + "; --force stores it"};
   }
-  return draftFor(*prefix, *function);
+  if (!hasDictionary(session)) return {};
+  const auto function = session.dictionary().find(command.functionName());
+  return function ? canHold(session.dictionary(), *function, parameter->name, value) : Outcome();
+}
+
+// Says which lines of a key file are commands no more once they stand in a macro.
+void warnOfUnreadable(CommandSession& session, const FileOperand& file) {
+  KeyFile key;
+  key.load(session.root(), file.path(), keyFileIndex(file.path()));
+  const std::vector<int> lost = key.unreadable();
+  if (lost.empty()) return;
+  std::string text = std::to_string(lost.size()) + " of " + std::to_string(key.commands().size()) +
+                     " commands cannot be read in the macro: " + (lost.size() == 1 ? "line" : "lines");
+  for (std::size_t i = 0; i < lost.size(); ++i)
+    text += (i == 0 ? " " : ", ") + std::to_string(key.lineOf(lost[i]));
+  session.warn(text + " of " + file.shown());
 }
 
 }  // namespace
 
-LineOptions lineOptions(Arguments& arguments) {
+LineOptions lineOptions(const Arguments& arguments) {
   LineOptions options;
   options.showDestination = arguments.flag("--destination");
   options.raw = arguments.flag("--raw");
@@ -107,19 +180,25 @@ LineOptions lineOptions(Arguments& arguments) {
 }
 
 int runShow(CommandSession& session, Arguments& arguments) {
-  const LineOptions options = lineOptions(arguments);
-  const bool json = arguments.flag("--json");
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
-  return showLines(session, sitePathOf(arguments[0]), options, json);
+  return session.readFrom(arguments[0], [&](const FileOperand& file) {
+    return showLines(session, file.path(), lineOptions(arguments), arguments.flag("--json"));
+  });
 }
 
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
-  const auto lines =
-      isKeyFile(path) ? keyFileLines(session, path, options) : macroLines(session, path, options);
-  if (!lines) return session.failed(isKeyFile(path) ? noSuchFile(path) : "No macro in the file: " + path);
+  std::optional<std::vector<std::string>> lines;
+  if (isKeyFile(path)) {
+    if (const Outcome reads = keyFileReads(session, path, path); !reads)
+      return session.failed(reads.failure().text);
+    lines = keyFileLines(session, path, options);
+  } else {
+    lines = macroLines(session, path, options);
+  }
+  if (!lines) return session.failed("No macro in the file: " + path);
   if (json) {
     auto rows = nlohmann::json::array();
-    for (const std::string& line : *lines) rows.push_back(outputText(line));
+    for (const std::string& line : *lines) rows.push_back(displayUtf8(line));
     session.out() << rows.dump(2) << '\n';
     return kExitDone;
   }
@@ -130,28 +209,35 @@ int showLines(CommandSession& session, const std::string& path, const LineOption
 
 int runName(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
-  const std::string path = sitePathOf(arguments[0]);
-  std::string name;
-  const bool read =
-      isKeyFile(path) ? readNameLine(session.root(), path, name) : readMacroName(session.site(), path, name);
-  if (!read) return session.failed("No name in the file: " + path);
-  session.line(name);
-  return kExitDone;
+  return session.readFrom(arguments[0], [&](const FileOperand& file) {
+    std::string name;
+    const bool isKey = isKeyFile(file.path());
+    const Outcome reads = isKey ? keyFileReads(session, file.path(), file.shown()) : Outcome();
+    if (!reads) return session.failed(reads.failure().text);
+    const bool read = isKey ? readNameLine(session.root(), file.path(), name)
+                            : readMacroName(session.site(), file.path(), name);
+    if (!read) return session.failed("No name in the file: " + file.shown());
+    session.line(outputName(name));
+    return kExitDone;
+  });
 }
 
 int runRename(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
-  std::string name = arguments[1];
-  if (renameMacro(session.site(), session.target(arguments[0], MacroChange::kRename), name)) return kExitDone;
-  return session.failed("The macro cannot be renamed: it has no name or cannot be written.");
+  return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kRename, [&](const std::string& path) {
+    std::string name = arguments[1];
+    const Outcome text = isText(name);
+    return told("The macro cannot be renamed: ", text ? renameMacro(session.site(), path, name) : text);
+  });
 }
 
 int runCreate(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
-  if (createMacro(session.site(), arguments[1], session.target(arguments[0], MacroChange::kCreate)))
-    return kExitDone;
-  return session.failed(
-      "The macro cannot be created: the empty macro has no name or the file cannot be written.");
+  return session.writeTo(arguments[0], FileUse::kWrite, MacroChange::kCreate, [&](const std::string& path) {
+    const Outcome text = isText(arguments[1]);
+    return told("The macro cannot be created: ",
+                text ? ofEmpty(createMacro(session.site(), arguments[1], path)) : text);
+  });
 }
 
 int runInsert(CommandSession& session, Arguments& arguments) {
@@ -165,15 +251,16 @@ int runInsert(CommandSession& session, Arguments& arguments) {
     if (arguments[i].find('=') == std::string::npos) return session.wrongUsage("no = in " + arguments[i]);
   }
 
-  std::string reason;
-  std::optional<CommandDraft> draft = draftOf(session, arguments[1], reason);
-  if (!draft) return session.failed(reason);
+  auto named = draftOf(session, arguments[1]);
+  if (!named) return session.failed(named.failure().text);
   for (std::size_t i = 2; i < arguments.size(); ++i) {
-    if (const auto refused = assign(*draft, arguments[i])) return session.failed(*refused);
+    if (const Outcome held = assign(session, *named, arguments[i], arguments.flag("--force")); !held)
+      return session.failed(held.failure().text);
   }
-  const std::string path = session.target(arguments[0], MacroChange::kEdit);
-  if (insertCommand(session.site(), path, place->position, *draft, *workplace, place->mode)) return kExitDone;
-  return session.failed(std::string(kNotSaved));
+  return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
+    return told(kNotChanged,
+                insertCommand(session.site(), path, place->position, named->draft, *workplace, place->mode));
+  });
 }
 
 int runInsertClassic(CommandSession& session, Arguments& arguments) {
@@ -189,40 +276,63 @@ int runInsertClassic(CommandSession& session, Arguments& arguments) {
     return session.failed("No classic command: " + arguments[1] +
                           " (each byte is two hexadecimal digits and a blank, the last one too)");
   }
-  const std::string path = session.target(arguments[0], MacroChange::kEdit);
-  if (appendClassicCommand(session.site(), path, place->position, command, place->mode, *mainframe))
-    return kExitDone;
-  return session.failed(std::string(kNotSaved));
+  return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
+    Outcome done = told(kNotChanged, appendClassicCommand(session.site(), path, place->position, command,
+                                                          place->mode, *mainframe));
+    if (done.written() && !command.readsBack()) {
+      session.warn("1 of 1 commands cannot be read in the macro: it has " +
+                   std::to_string(command.parameters().size()) + " parameter bytes");
+    }
+    return done;
+  });
 }
 
 int runRemove(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
   if (!number) return session.wrongUsage("N is the number of a command");
-  if (removeCommand(session.site(), session.target(arguments[0], MacroChange::kEdit), *number))
-    return kExitDone;
-  return session.failed("No command " + arguments[1] + ", or the file cannot be written.");
+  return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
+    Outcome done = removeCommand(session.site(), path, *number);
+    if (!done && done.failure().kind == Failure::Kind::kNoCommand)
+      return Outcome(Failure{Failure::Kind::kNoCommand, "No command " + arguments[1]});
+    return told(kNotChanged, std::move(done));
+  });
 }
 
 int runSet(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
   const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
   if (!number) return session.wrongUsage("N is the number of a command");
-  if (setCommandValue(session.site(), session.target(arguments[0], MacroChange::kEdit), *number,
-                      arguments[2]))
-    return kExitDone;
-  return session.failed("No command from " + arguments[1] +
-                        " on has a parameter with a value, or the file cannot be written.");
+  const auto set = [&](const std::string& path) {
+    Outcome done = setCommandValue(session.site(), path, *number, arguments[2]);
+    if (!done && done.failure().kind == Failure::Kind::kNothingTaken)
+      return Outcome(Failure{Failure::Kind::kNothingTaken,
+                             "No command from " + arguments[1] + " on has a parameter with a value"});
+    return told(kNotChanged, std::move(done));
+  };
+  const auto check = [&](const std::string& path) {
+    Outcome text = told(kNotChanged, isText(arguments[2]));
+    if (!text || arguments.flag("--force")) return text;
+    return canTake(session, path, *number, arguments[2]);
+  };
+  return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, set, check);
 }
 
 int runConvert(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
-  const std::string key = sitePathOf(arguments[0]);
-  if (!isRegularFile(session.root(), key)) return session.failed(noSuchFile(key));
-  if (convertKeyFile(session.site(), arguments[2], session.target(arguments[1], MacroChange::kConvert), key))
-    return kExitDone;
-  return session.failed(
-      "The key file cannot be converted: the empty macro is unfit or the file cannot be written.");
+  return session.readFrom(arguments[0], [&](const FileOperand& key) {
+    if (const Outcome reads = keyFileReads(session, key.path(), key.shown()); !reads)
+      return session.failed(reads.failure().text);
+    const auto convert = [&](const std::string& path) {
+      const Outcome text = isText(arguments[2]);
+      Outcome done =
+          told("The key file cannot be converted: ",
+               text ? ofEmpty(convertKeyFile(session.site(), arguments[2], path, key.path())) : text);
+      if (done.written()) warnOfUnreadable(session, key);
+      return done;
+    };
+    return session.writeTo(arguments[1], FileUse::kWrite, MacroChange::kConvert, convert);
+  });
 }
 
 }  // namespace tessaly

@@ -1,14 +1,20 @@
 #include <algorithm>
+#include <charconv>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "cli/Commands.h"
 #include "cli/PanelLine.h"
+#include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
 #include "link/PanelAddress.h"
+#include "model/MacroFile.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -28,7 +34,9 @@ struct PanelTask {
   Arguments& arguments;
   PanelPlace place{};
   bool json = false;
-  int count = 0;  // of values to watch; 0: no end
+  bool force = false;
+  int count = 0;                           // of values to watch; 0: no end
+  std::optional<milliseconds> patience{};  // how long to watch; nothing: no end
   int workplace = 0;
   int number = 0;
 
@@ -78,33 +86,63 @@ int runList(PanelTask& task) {
   if (task.json) {
     auto rows = nlohmann::ordered_json::array();
     for (const auto& [number, name] : names) {
-      rows.push_back({{"number", numberText(number)}, {"name", outputText(name)}});
+      rows.push_back({{"number", numberText(number)}, {"name", displayUtf8(name)}});
     }
     task.session.out() << rows.dump(2) << '\n';
     return kExitDone;
   }
-  for (const auto& [number, name] : names) task.session.line(numberText(number) + " - " + name);
+  for (const auto& [number, name] : names) task.session.line(numberText(number) + " - " + outputName(name));
   return kExitDone;
 }
 
 int runGet(PanelTask& task) {
-  PanelLine line(task.session.root(), task.session.history(), task.place);
-  const std::string reason =
-      line.get(task.workplace, task.number, task.session.target(task.word(4), MacroChange::kCopy));
-  return reason.empty() ? kExitDone : task.session.failed(reason);
+  const auto get = [&](const std::string& path) -> Outcome {
+    PanelLine line(task.session.root(), task.session.history(), task.place);
+    std::string reason = line.get(task.workplace, task.number, path);
+    if (reason.empty()) return {};
+    return Failure{Failure::Kind::kDiskError, std::move(reason)};
+  };
+  return task.session.writeTo(task.word(4), FileUse::kWrite, MacroChange::kCopy, get);
 }
 
-int runPut(PanelTask& task) {
+// A macro with a name and a place for commands.
+Outcome isMacro(CommandSession& session, const std::string& path) {
+  const auto macro = readMacro(session.root(), path);
+  if (!macro) return macro.failure();
+  if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "has no place for commands"};
+  if (!macro->name()) return Failure{Failure::Kind::kNoMacro, "has no name"};
+  return {};
+}
+
+// Sends a file that nobody else can change any more.
+int send(PanelTask& task, const std::string& path) {
   PanelLine line(task.session.root(), task.session.history(), task.place);
   // First, so that no macro is sent that the panel could not be told of.
   if (!line.open()) return unreachable(task);
-  const std::string reason = line.put(task.workplace, task.number, sitePathOf(task.word(4)));
+  const std::string reason = line.put(task.workplace, task.number, path);
   if (!reason.empty()) return task.session.failed(reason);
   line.subscribe(macroNameValue(task.workplace, task.number));
   const auto name = awaitText(line, isNotEmpty);
   if (!name) return unconfirmed(task, line);
-  task.session.line(numberText(task.number) + " - " + *name);
+  task.session.line(numberText(task.number) + " - " + outputName(*name));
   return kExitDone;
+}
+
+int runPut(PanelTask& task) {
+  return task.session.readFrom(task.word(4), [&](const FileOperand& file) {
+    CommandSession& session = task.session;
+    const auto copy = ScratchFile::make();
+    if (!copy) return session.failed("What is to be sent " + copy.failure().text);
+    const std::string path = copy->path("macro.mac");
+    session.call(path, file.shown());
+    if (const Outcome copied = copyFile(session.root(), file.path(), path); !copied)
+      return session.failed(file.shown() + ' ' + copied.failure().text);
+    if (!task.force) {
+      if (const Outcome read = isMacro(session, path); !read)
+        return session.failed(file.shown() + " is no macro: it " + read.failure().text);
+    }
+    return send(task, path);
+  });
 }
 
 // Subscribes the macro's name and asks for a change once it is known that there is such a macro; the name
@@ -132,6 +170,7 @@ int runDelete(PanelTask& task) {
 int runRenameOnPanel(PanelTask& task) {
   const std::string& name = task.word(4);
   if (name.empty()) return task.session.wrongUsage("a macro needs a name");
+  if (!isValidUtf8(name)) return task.session.failed("this is no UTF-8: " + name);
   return change(
       task, [&](PanelLine& line) { return line.rename(task.workplace, task.number, name); },
       [&](const std::string& text) { return text == name; });
@@ -140,16 +179,20 @@ int runRenameOnPanel(PanelTask& task) {
 int runWatch(PanelTask& task) {
   PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
+  std::set<std::string> names;
+  for (std::size_t i = 2; i < task.arguments.size(); ++i) names.insert(task.word(i));
+  ValueWatch watch(std::move(names), task.count, task.patience);
   for (std::size_t i = 2; i < task.arguments.size(); ++i) line.subscribe(task.word(i));
-  for (int shown = 0; task.count == 0 || shown < task.count;) {
-    const auto value = line.next(kAnswer);
+  while (!watch.over()) {
+    const auto value = line.next(watch.timeLeft(kAnswer));
     if (!value && !line.connected()) return task.session.failed(kLost);
     if (!value) continue;
-    task.session.field(value->name, value->text);
+    task.session.field(outputName(value->name), outputName(value->text));
     if (!task.session.out().flush()) return kExitFailed;
-    ++shown;
+    watch.count(value->name);
   }
-  return kExitDone;
+  const std::string shortfall = watch.shortfall();
+  return shortfall.empty() ? kExitDone : task.session.failed(shortfall);
 }
 
 enum class Words { kWorkplace, kMacro, kMacroAndOne, kNames };
@@ -197,6 +240,17 @@ std::string readMacroWords(PanelTask& task, Words words) {
   return {};
 }
 
+// Seconds with or without a fraction, up to a day; nothing otherwise.
+std::optional<milliseconds> secondsOf(std::string_view text) {
+  constexpr double kMostSeconds = 86'400;
+  constexpr double kMillisecondsInOne = 1000;
+  double seconds = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
+  if (error != std::errc() || stop != end || !(seconds > 0) || seconds > kMostSeconds) return std::nullopt;
+  return milliseconds(static_cast<std::int64_t>(std::ceil(seconds * kMillisecondsInOne)));
+}
+
 // A number given with an option, or `fallback`; nothing, when it is none.
 std::optional<int> numberOption(const std::optional<std::string>& text, int most, int fallback) {
   return text ? wholeNumber(*text, 1, most) : fallback;
@@ -207,10 +261,14 @@ std::optional<int> numberOption(const std::optional<std::string>& text, int most
 int runPanel(CommandSession& session, Arguments& arguments) {
   PanelTask task{session, arguments};
   task.json = arguments.flag("--json");
+  task.force = arguments.flag("--force");
   const auto ftpPort = numberOption(arguments.option("--ftp-port"), kHighestPort, kUsualFtpPort);
   const auto controlPort = numberOption(arguments.option("--control-port"), kHighestPort, kPanelPort);
   const auto count = numberOption(arguments.option("--count"), INT_MAX, 0);
+  const auto seconds = arguments.option("--for");
+  task.patience = seconds ? secondsOf(*seconds) : std::nullopt;
   if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
+  if (seconds && !task.patience) return session.wrongUsage("--for needs a number of seconds");
   if (!ftpPort || !controlPort) return session.wrongUsage("a port is 1 to 65535");
   if (!count) return session.wrongUsage("--count needs a number from 1");
   const auto verb = std::find_if(std::begin(kVerbs), std::end(kVerbs),
@@ -227,8 +285,9 @@ int runPanel(CommandSession& session, Arguments& arguments) {
 
 int runAddress(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
-  session.line(addressAccepted(arguments[0]) ? "accepted" : "refused");
-  return kExitDone;
+  const bool accepted = addressAccepted(arguments[0]);
+  session.line(accepted ? "accepted" : "refused");
+  return accepted ? kExitDone : kExitFailed;
 }
 
 }  // namespace tessaly

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "cli/Commands.h"
 #include "model/Settings.h"
 #include "platform/Text.h"
@@ -11,8 +13,12 @@ int runSettings(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(0, 0)) return session.wrongUsage(arguments.problem());
   Settings settings;
   readSettings(session.root(), settings);
-  if (addressA) settings.addressA = utf8ToWindows1252(*addressA);
-  if (addressB) settings.addressB = utf8ToWindows1252(*addressB);
+  for (const auto& [given, address] :
+       {std::pair{&addressA, &settings.addressA}, {&addressB, &settings.addressB}}) {
+    if (!*given) continue;
+    if (!settingsHold(**given)) return session.failed("The settings cannot hold this address");
+    *address = utf8ToWindows1252(**given);
+  }
   if ((rewrite || addressA || addressB) && !writeSettings(session.root(), settings)) {
     return session.failed("Cannot write " + std::string(kSettingsFile));
   }

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "cli/Commands.h"
+#include "cli/ValueCheck.h"
 #include "model/Settings.h"
 #include "values/EntryFilter.h"
 #include "values/ParameterValue.h"
@@ -75,21 +76,6 @@ std::optional<ValueAnswer> answerChoice(const std::vector<EnumValue>& choices,
   return ValueAnswer{choice->description, choice->value, {}, 0};
 }
 
-std::vector<EnumValue> inputChoices(const FunctionDictionary& dictionary) {
-  std::vector<EnumValue> choices;
-  for (const PanelSource& source : inputSources(dictionary)) {
-    choices.push_back({inputNumberText(source.panelName), source.displayName});
-  }
-  return choices;
-}
-
-template <typename Parameter>
-const Parameter* named(const std::vector<Parameter>& parameters, const std::string& name) {
-  const auto parameter = std::find_if(parameters.begin(), parameters.end(),
-                                      [&](const Parameter& candidate) { return candidate.name == name; });
-  return parameter == parameters.end() ? nullptr : &*parameter;
-}
-
 int printAnswer(CommandSession& session, const ValueAnswer& result) {
   session.field("shown", result.shown);
   session.field("stored", result.stored);
@@ -137,15 +123,17 @@ int runValue(CommandSession& session, Arguments& arguments) {
   if (!function) return session.failed("Unknown function: " + arguments[0]);
   const FunctionTemplate& definition = function->definition();
   const std::string& name = arguments[1];
-  if (named(definition.inputs, name))
+  if (parameterNamed(definition.inputs, name))
     return printChoice(session, inputChoices(session.dictionary()), question);
-  if (const auto* found = named(definition.enums, name)) return printChoice(session, found->values, question);
-  if (const auto* found = named(definition.integers, name))
+  if (const auto* found = parameterNamed(definition.enums, name))
+    return printChoice(session, found->values, question);
+  if (const auto* found = parameterNamed(definition.integers, name))
     return printAnswer(session, answer(*found, question));
-  if (const auto* found = named(definition.floats, name)) {
+  if (const auto* found = parameterNamed(definition.floats, name)) {
     return printAnswer(session, answer(*found, function->incremental(), question));
   }
-  if (named(definition.timecodes, name)) return printAnswer(session, answerTimecode(session, question));
+  if (parameterNamed(definition.timecodes, name))
+    return printAnswer(session, answerTimecode(session, question));
   return session.failed("Unknown parameter: " + name);
 }
 

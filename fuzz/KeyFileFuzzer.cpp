@@ -73,7 +73,7 @@ void run(std::string_view bytes) {
             "a key is listed by its number");
   }
 
-  require(convertKeyFile(site.access(), "Key", kMacroPath, kKeyPath), "every key can be converted");
+  require(convertKeyFile(site.access(), "Key", kMacroPath, kKeyPath).done(), "every key can be converted");
   MacroCommands commands;
   require(loadCommands(site.access(), kMacroPath, commands), "a converted macro can be loaded");
   checkConverted(key, commands);

@@ -158,13 +158,14 @@ void cutOff(std::string& line) {
   line += kCutOff;
 }
 
-std::string classicText(const ClassicCommand& command, const LineOptions& options, DecodingLists& lists) {
+std::string classicText(const ClassicCommand& command, bool raw, DecodingLists& lists) {
   if (!command.valid()) return std::string(kEmptyClassic);
-  return options.raw ? command.text() : describeClassic(command, lists);
+  return raw ? command.text() : describeClassic(command, lists);
 }
 
 // The one place that puts a classic line together. A macro file's line repeats the destination before the
-// word even when it is not shown; a key's line does not.
+// word even when it is not shown; a key's line does not. Only a key's raw line shows the bytes: in a macro
+// the command is decoded in either form.
 enum class ClassicHolder { kMacroFile, kKeyFile };
 
 void appendClassic(std::string& line, ClassicHolder holder, std::string_view destination,
@@ -184,7 +185,7 @@ std::string commandLine(const MacroCommand& command, const LineOptions& options,
     ClassicCommand decoded;
     if (!command.parameters.empty()) decoded.decodeText(command.parameters.front().value);
     appendClassic(line, ClassicHolder::kMacroFile, command.destination(), command.workplace,
-                  classicText(decoded, options, context.decodingLists), options);
+                  classicText(decoded, false, context.decodingLists), options);
   } else {
     appendDestination(line, command.destination(), command.workplace, options);
     if (options.raw) {
@@ -200,7 +201,7 @@ std::string commandLine(const MacroCommand& command, const LineOptions& options,
 
 std::string keyCommandLine(const ClassicCommand& command, const LineOptions& options,
                            const LineContext& context) {
-  const std::string text = replaceAll(classicText(command, options, context.decodingLists), "|", "-");
+  const std::string text = replaceAll(classicText(command, options.raw, context.decodingLists), "|", "-");
   std::string line;
   appendClassic(line, ClassicHolder::kKeyFile, kKeyDestination.name(), {}, text, options);
   cutOff(line);

@@ -31,6 +31,16 @@ std::string_view nameIn(std::string_view line) {
   return equals == std::string_view::npos ? std::string_view() : line.substr(equals + 1);
 }
 
+// LF, CR LF and a lone CR. The piece begins where a line does, or within one.
+int lineEnds(std::string_view piece) {
+  int count = 0;
+  for (std::size_t i = 0; i < piece.size(); ++i) {
+    const bool pair = piece[i] == '\r' && i + 1 < piece.size() && piece[i + 1] == '\n';
+    if (piece[i] == '\n' || (piece[i] == '\r' && !pair)) ++count;
+  }
+  return count;
+}
+
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 }  // namespace
@@ -41,10 +51,12 @@ void KeyFile::load(const SiteRoot& root, std::string_view path, int index) {
 
 void KeyFile::parse(std::string_view bytes) {
   commands_.clear();
-  lines_ = false;
+  lines_.clear();
   name_ = displayUtf8(nameIn(afterLineFeeds(bytes, kLinesBeforeName).value_or(std::string_view())));
   std::optional<std::string_view> body = afterLineFeeds(bytes, kHeaderLines);
   if (!body) return;
+  int number = 1;
+  std::size_t counted = 0;  // bytes whose line ends are in the number
   // White space is skipped before a line only: the blank at its end belongs to the last byte.
   while (true) {
     body->remove_prefix(std::min(body->find_first_not_of("\r\n \t"), body->size()));
@@ -52,11 +64,13 @@ void KeyFile::parse(std::string_view bytes) {
     ClassicCommand* command = append();
     if (!command) break;
     const std::string_view line = body->substr(0, body->find_first_of("\r\n"));
+    number += lineEnds(bytes.substr(counted, bytes.size() - body->size() - counted));
+    counted = bytes.size() - body->size();
+    lines_.push_back(number);
     command->decodeText(line);
     body->remove_prefix(line.size());
   }
-  lines_ = !commands_.empty();
-  if (!lines_) commands_.emplace_back();
+  if (commands_.empty()) commands_.emplace_back();
 }
 
 const ClassicCommand* KeyFile::command(int i) const {
@@ -65,9 +79,8 @@ const ClassicCommand* KeyFile::command(int i) const {
 
 std::vector<int> KeyFile::unreadable() const {
   std::vector<int> positions;
-  if (!lines_) return positions;
-  for (int i = 0; i <= lastIndex(); ++i)
-    if (!commands_[static_cast<std::size_t>(i)].readsBack()) positions.push_back(i);
+  for (std::size_t i = 0; i < lines_.size(); ++i)
+    if (!commands_[i].readsBack()) positions.push_back(static_cast<int>(i));
   return positions;
 }
 

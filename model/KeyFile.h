@@ -28,6 +28,8 @@ class KeyFile {
   // those of 28 and more parameter bytes, and lines that are no command, as without their final blank. Once
   // they are saved nothing reads them back.
   [[nodiscard]] std::vector<int> unreadable() const;
+  // The line of the file that such a command was read from, from 1 on.
+  [[nodiscard]] int lineOf(int i) const { return lines_[static_cast<std::size_t>(i)]; }
 
   // A new empty command, or null at the bound.
   [[nodiscard]] ClassicCommand* append();
@@ -35,7 +37,7 @@ class KeyFile {
  private:
   std::string name_;
   std::vector<ClassicCommand> commands_;
-  bool lines_ = false;  // the commands stand for lines; else there is one, empty, for none
+  std::vector<int> lines_;  // of the commands, from 1 on; none for the empty one that stands for no line
 };
 
 // The two-digit number of "key03.upk", 0 when there is none.

@@ -250,7 +250,7 @@ Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
   return bytes.failure();
 }
 
-FileChange MacroHistory::begin(std::string_view path, MacroChange change) {
+FileChange MacroHistory::lock(std::string_view path) {
   FileChange begun;
   const fs::path file = root_.resolve(path);
   if (!file.empty() && makeOwnFolder(folder_)) {
@@ -260,6 +260,11 @@ FileChange MacroHistory::begin(std::string_view path, MacroChange change) {
     else if (lock.failure().kind == Failure::Kind::kChanged)
       begun.locked = lock.failure();
   }
+  return begun;
+}
+
+FileChange MacroHistory::begin(std::string_view path, MacroChange change) {
+  FileChange begun = lock(path);
   begun.kept = keepFile(path, change);
   return begun;
 }
@@ -326,7 +331,11 @@ std::optional<KeptMacro> MacroHistory::find(std::string_view id) {
 }
 
 bool MacroHistory::isOfSite(const KeptMacro& macro) const {
-  return macro.place && !macro.place->file.empty() && onDrive(placeOfFile(macro.place->file));
+  if (!macro.place || macro.place->file.empty() || !onDrive(placeOfFile(macro.place->file))) return false;
+  std::error_code error;
+  const fs::path site = fs::weakly_canonical(root_.path(), error);
+  const fs::path file = error ? fs::path() : fs::weakly_canonical(root_.resolve(macro.place->file), error);
+  return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
 }
 
 Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {

@@ -62,6 +62,8 @@ class MacroHistory : public MacroKeeper {
   // Before a file of the site is overwritten, changed or deleted: locks it and keeps it. Hold the result
   // until that is done.
   [[nodiscard]] FileChange begin(std::string_view path, MacroChange change);
+  // The same for what is not kept, or only once it is known that it will be changed.
+  [[nodiscard]] FileChange lock(std::string_view path);
 
   // Not done when there is a file of the site that could not be kept. No file is nothing to keep.
   Outcome keepFile(std::string_view path, MacroChange change);
@@ -79,7 +81,8 @@ class MacroHistory : public MacroKeeper {
   // By its id; nothing when it is not there.
   [[nodiscard]] std::optional<KeptMacro> find(std::string_view id);
 
-  // Whether it came from a file on a drive of the root. What a record says is not always so.
+  // Whether it came from a file on a drive of the root, and no link leads out from there. A record is a file
+  // that anyone may have written: what it says decides nothing outside the site.
   [[nodiscard]] bool isOfSite(const KeptMacro& macro) const;
   // Writes a kept macro over a file of the site, whose present content is kept.
   Outcome putBack(const KeptMacro& macro, std::string_view path);

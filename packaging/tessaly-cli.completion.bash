@@ -10,6 +10,10 @@ _tessaly_cli_words() { # WORDS
   mapfile -t COMPREPLY < <(compgen -W "$1" -- "$cur")
 }
 
+_tessaly_cli_commands() {
+  _tessaly_cli_words "$("${program[0]}" --help | awk '/^  [a-z]/ { print $1 }')"
+}
+
 # The names that go on from the word, up to the next "." where they part.
 _tessaly_cli_functions() {
   local destination='' rest=$cur
@@ -58,7 +62,7 @@ _tessaly_cli() {
   COMPREPLY=()
   for ((i = 1; i < COMP_CWORD; ++i)); do
     word=${COMP_WORDS[i]}
-    if [[ -z $command && $word == --root && $((i + 1)) -lt $COMP_CWORD ]]; then
+    if [[ $word == --root && $((i + 1)) -lt $COMP_CWORD ]]; then
       program+=(--root "${COMP_WORDS[++i]/#\~/$HOME}")
     elif [[ -z $command && $word != -* ]]; then
       command=$word
@@ -67,18 +71,20 @@ _tessaly_cli() {
     fi
     previous=$word
   done
+  if [[ ${COMP_WORDS[COMP_CWORD - 1]} == --root ]]; then
+    _tessaly_cli_operand DIR
+    return
+  fi
   if [[ -z $command ]]; then
-    if [[ ${COMP_WORDS[COMP_CWORD - 1]} == --root ]]; then
-      _tessaly_cli_operand DIR
-    elif [[ $cur == -* ]]; then
+    if [[ $cur == -* ]]; then
       _tessaly_cli_words "--root --help --version"
     else
-      _tessaly_cli_words "$("${program[0]}" --help | awk '/^  [a-z]/ { print $1 }')"
+      _tessaly_cli_commands
     fi
     return
   fi
 
-  usage=$("${program[0]}" "$command" --help 2>/dev/null | tr -s '\n ' ' ')
+  usage=$("${program[0]}" "$command" --help 2>/dev/null | sed '/^$/q' | tr -s '\n ' ' ')
   usage=${usage#"usage: tessaly-cli $command "}
   # The value of an option that stands before the word: what the usage names after it.
   if [[ $previous == --* && $usage =~ $previous\ ([A-Za-z|]+) ]]; then
@@ -86,7 +92,7 @@ _tessaly_cli() {
     return
   fi
   if [[ $cur == -* ]]; then
-    _tessaly_cli_words "$(grep -o -e '--[a-z-]*' <<<"$usage") --help"
+    _tessaly_cli_words "$(grep -o -e '--[a-z-]*' <<<"$usage") --root --help --version"
     return
   fi
   _tessaly_cli_place
@@ -117,6 +123,10 @@ _tessaly_cli_place() {
       1) _tessaly_cli_words "$("${program[@]}" history 2>/dev/null | cut -f 1)" ;;
       2) [[ ${places[0]} == restore ]] && _tessaly_cli_operand FILE ;;
     esac
+    return
+  fi
+  if [[ $command == help ]]; then
+    [[ $place -gt 0 ]] || _tessaly_cli_commands
     return
   fi
   local -a expected=()

@@ -1,7 +1,10 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "cli/CommandTable.h"
 #include "model/MacroFile.h"
@@ -32,7 +35,7 @@ constexpr const char* kFunctions = R"(<mfd>
   </fid>
 </mfd>)";
 
-struct Outcome {
+struct Outcome {  // of a run
   int code;
   std::string out, errors;
 };
@@ -46,17 +49,18 @@ class Commands : public ::testing::Test {
     site.write("c:\\appli\\keep", "");
   }
 
-  Outcome run(std::vector<std::string> words) {
+  Outcome run(std::vector<std::string> words, const std::string& input = {}) {
     words.insert(words.begin(), {"--root", site.root.path().string()});
+    std::istringstream in(input);
     std::ostringstream out, errors;
-    const int code = runCommandLine(words, out, errors);
+    const int code = runCommandLine(words, in, out, errors);
     return {code, out.str(), errors.str()};
   }
 
   // Runs what has to succeed without a word on the error stream.
-  std::string output(std::vector<std::string> words) {
+  std::string output(std::vector<std::string> words, const std::string& input = {}) {
     const std::string name = words.front();
-    const Outcome outcome = run(std::move(words));
+    const Outcome outcome = run(std::move(words), input);
     EXPECT_EQ(outcome.code, 0) << name;
     EXPECT_EQ(outcome.errors, "") << name;
     return outcome.out;
@@ -74,7 +78,7 @@ TEST_F(Commands, MacroIsBuiltShownAndChanged) {
   output({"insert-classic", kMacro, "23 10 05 01 ", "--at", "1", "--mainframe", "4"});
   EXPECT_EQ(output({"show", kMacro, "--destination", "--raw"}),
             "PANEL - ME1 - ALL - SET Parameter: mode: \"0\",  level: \"128\",  in: \"5\",  tc: \"\"\n"
-            "QMF4 - QMF4NCSCOMMAND:  23 10 05 01 \n"
+            "QMF4 - QMF4NCSCOMMAND:  Set - Auxbus - Aux5 - kw: 01  | params:\n"
             "QMF2 - ME1 - SIZE - SET Parameter: size: \"0.25\"\n");
   output({"remove", kMacro, "1"});
   output({"set", kMacro, "1", "0.5"});
@@ -91,6 +95,8 @@ TEST_F(Commands, MacroIsBuiltShownAndChanged) {
 TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
   output({"create", kMacro, "Opener"});
   output({"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=1"});
+  site.write("c:\\appli\\flat.mac", "<macro/>");
+  site.write("c:\\appli\\folder.upk\\x", "");
   const std::string before = site.read(kMacro);
   const struct {
     std::vector<std::string> words;
@@ -106,16 +112,40 @@ TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
       {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "--at"}, 2, "--at needs a value\n"},
       {{"insert-classic", kMacro, "23 10 05 01"}, 1, "No classic command: 23 10 05 01"},
       {{"insert-classic", kMacro, "23 10 05 01 ", "--mainframe", "0"}, 2, "--mainframe takes"},
-      {{"remove", kMacro, "1"}, 1, "No command 1"},
+      {{"remove", kMacro, "1"}, 1, "No command 1\n"},
+      {{"remove", kMacro, "1x"}, 2, "N is the number"},
       {{"remove", kMacro, "-1"}, 2, "N is the number"},
-      {{"set", kMacro, "7", "x"}, 1, "No command from 7 on"},
+      {{"set", kMacro, "7", "x"}, 1, "No command from 7 on has a parameter with a value\n"},
+      {{"rename", kMacro, "\xD0\x9D"}, 1, "The macro cannot be renamed: \"\xD0\x9D\" has letters that"},
+      {{"create", kMacro, "\xD0\x9D"}, 1, "The macro cannot be created: \"\xD0\x9D\" has letters that"},
+      {{"set", kMacro, "0", "\xD0\x9D", "--force"},
+       1,
+       "The macro cannot be changed: \"\xD0\x9D\" has letters that"},
+      {{"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=\xFC", "--force"},
+       1,
+       "The macro cannot be changed: this is"},
+      {{"insert", "c:\\appli\\flat.mac", "QMF1.ME1.SIZE.SET"},
+       1,
+       "The macro cannot be changed: it holds no macro that takes commands\n"},
+      {{"rename", "c:\\appli\\flat.mac", "New"},
+       1,
+       "The macro cannot be renamed: it holds no macro with a name"},
       {{"show", kMacro, "--what"}, 2, "unknown option --what\nusage: tessaly-cli show"},
       {{"show", "c:\\none.mac"}, 1, "Cannot parse Macro: c:\\none.mac\n"},
       {{"show", "c:\\none.upk"}, 1, "No such file: c:\\none.upk\n"},
+      {{"name", "c:\\none.upk"}, 1, "No such file: c:\\none.upk\n"},
+      {{"show", "c:\\appli\\folder.upk"}, 1, "c:\\appli\\folder.upk cannot be "},
+      {{"convert", "c:\\appli\\folder.upk", kMacro, "New"}, 1, "c:\\appli\\folder.upk cannot be "},
       {{"name", "c:\\none.mac"}, 1, "Cannot parse Macro: c:\\none.mac\n"},
       {{"convert", "c:\\none.upk", kMacro, "New"}, 1, "No such file: c:\\none.upk\n"},
       {{"rename", kMacro}, 2, "too few words\n"},
-      {{"create", "c:\\no\\folder.mac", "New"}, 1, "The macro cannot be created"},
+      {{"create", "c:\\no\\folder.mac", "New"},
+       1,
+       "The macro cannot be created: it cannot be written: No such file"},
+      {{"settings", "--address-a", "\xD0\x9D"}, 1, "The settings cannot hold"},
+      {{"show", kMacro, "--raw=yes"}, 2, "--raw takes no value\n"},
+      {{"show", kMacro, "--root="}, 2, "--root needs a folder\n"},
+      {{"help", "panels"}, 2, "unknown command panels\n"},
       {{"panels"}, 2, "unknown command panels"},
       {{}, 2, "usage: tessaly-cli"},
       {{"--nothing"}, 2, "unknown option --nothing"},
@@ -136,9 +166,12 @@ TEST_F(Commands, KeyFileIsShownAndConverted) {
   EXPECT_EQ(output({"show", "c:\\k\\key03.upk", "--raw", "--destination"}),
             "QMF1 - NCSCOMMAND:  e3 10 05 01 \n"
             "QMF1 - NCSCOMMAND:  empty command line, use modify to create command...\n");
-  output({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"});
+  // The last line is no command: the conversion stands, and says so.
+  const Outcome converted = run({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"});
+  EXPECT_EQ(converted.code, 1);
+  EXPECT_EQ(converted.errors, "1 of 2 commands cannot be read in the macro: line 8 of c:\\k\\key03.upk\n");
   EXPECT_EQ(output({"show", "c:\\k\\new.mac", "--raw"}),
-            "QMF1NCSCOMMAND:  e3 10 05 01 \n"
+            "QMF1NCSCOMMAND:  Trigger - Auxbus - Aux5 - kw: 01  | params:\n"
             "QMF1NCSCOMMAND:  empty command line, use modify to create command...\n");
 }
 
@@ -216,10 +249,146 @@ TEST_F(Commands, SmallQuestions) {
   EXPECT_EQ(output({"classic", "23 63 05 01 "}),
             "valid: yes\ntext: 23 63 05 01 \ndebug: ac: 20 | cd: 63 | co: 05 | kw: 01\n"
             "description: Set - cd: 63 - co: 05 - kw: 01  | params:\n");
-  EXPECT_EQ(output({"classic", "23 10"}), "valid: no\ntext:\ndebug:\ndescription:\n");
-  EXPECT_THAT(output({"--version"}), StartsWith("tessaly-cli 1."));
-  EXPECT_THAT(output({"--help"}), HasSubstr("insert-classic FILE TEXT"));
-  EXPECT_EQ(output({"source", "--help"}), "usage: tessaly-cli source NUMBER\n");
+  const Outcome invalid = run({"classic", "23 10"});
+  EXPECT_EQ(invalid.code, 1) << "a script asks by the exit code";
+  EXPECT_EQ(invalid.out + invalid.errors, "valid: no\ntext:\ndebug:\ndescription:\n");
+  const Outcome unmatched = run({"dictionary", "--list", "none"});
+  EXPECT_EQ(unmatched.code, 1);
+  EXPECT_EQ(unmatched.out + unmatched.errors, "Number of FIDs: 2/3\n");
+}
+
+TEST_F(Commands, WordsAreReadAsTheUsageShowsThem) {
+  const std::string root = site.root.path().string();
+  const std::string help =
+      "usage: tessaly-cli source NUMBER\n\nthe name of a classic source\n\n  NUMBER  0 to 255\n";
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{"--version"}, "tessaly-cli 1."},
+      {{"show", "x", "--version"}, "tessaly-cli 1."},
+      {{"-h"}, "usage: tessaly-cli [--root DIR] COMMAND ...\n"},
+      {{"help"}, "usage: tessaly-cli [--root DIR] COMMAND ...\n"},
+      {{"source", "--help"}, help},
+      {{"source", "-h"}, help},
+      {{"help", "source"}, help},
+      {{"source", "224", "--root", root}, "Virtual Input 00\n"},
+      {{"source", "--root=" + root, "--", "224"}, "Virtual Input 00\n"},
+      {{"value", "ME1.ALL.SET", "level", "--stored=128"}, "shown: 50.2\n"},
+      {{"value", "ME1.SIZE.INC", "size", "--shown", "-0.5"}, "shown: -0.5\n"},
+      {{"dictionary", "--list=all"}, "Number of FIDs: 2/3\nME1.ALL.SET\n"},
+      {{"create", "-", "--", "--force"}, "<macro name=\"--force\""},
+  };
+  for (const auto& [words, begins] : cases) EXPECT_THAT(output(words), StartsWith(begins));
+}
+
+TEST_F(Commands, MacroGoesThroughAPipe) {
+  const std::string empty = output({"create", "-", "Opener"});
+  const std::string one = output({"insert", "-", "QMF1.ME1.SIZE.SET", "size=0.5"}, empty);
+  const std::string two = output({"insert-classic", "-", "23 10 05 01 ", "--at=start"}, one);
+  const std::string set = output({"set", "-", "1", "0.25"}, output({"rename", "-", "Closer"}, two));
+  EXPECT_EQ(output({"show", "-"}, output({"remove", "-", "0"}, set)), "Size set ==> 25.0%\n");
+  EXPECT_EQ(output({"name", "-"}, set), "Closer\n");
+  const std::string key = "#UPK\n\nFile=\nName=MK04\n\n\ne3 10 05 01 \n";
+  EXPECT_EQ(output({"name", "-"}, key), "MK04\n");
+  EXPECT_THAT(output({"show", "-"}, key), StartsWith("Classic:  Trigger - "));
+  EXPECT_THAT(output({"convert", "-", "-", "Key"}, key), HasSubstr("e3 10 05 01 "));
+
+  const Outcome broken = run({"remove", "-", "0"}, "<macro");
+  EXPECT_EQ(broken.code, 1);
+  EXPECT_EQ(broken.out, "") << "a command that fails writes nothing on";
+  EXPECT_EQ(broken.errors, "Cannot parse Macro: -\n");
+  EXPECT_EQ(run({"show", "-"}, "<macro/>").errors, "No macro in the file: -\n");
+}
+
+TEST_F(Commands, WhatIsOpenIsWrittenToAndNotReplaced) {
+  const std::filesystem::path pipe = site.root.path() / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const int reader = ::open(pipe.c_str(), O_RDWR);
+  output({"create", pipe.string(), "Opener"});
+  output({"create", "/dev/fd/" + std::to_string(reader), "Second"});
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+  std::string got(200, '\0');
+  got.resize(static_cast<std::size_t>(std::max<ssize_t>(0, ::read(reader, got.data(), got.size()))));
+  EXPECT_THAT(got, testing::AllOf(HasSubstr("Opener"), HasSubstr("Second")));
+  ::close(reader);
+  EXPECT_THAT(output({"create", "/dev/stdout", "Third"}), HasSubstr("Third"));
+  std::filesystem::create_symlink("/dev/stdout", site.root.path() / "link");
+  EXPECT_THAT(output({"create", (site.root.path() / "link").string(), "Fourth"}), HasSubstr("Fourth"));
+}
+
+TEST_F(Commands, ValuesThatTheFunctionCannotHoldAreRefused) {
+  const std::string kAll = "QMF1.ME1.ALL.SET";
+  const struct {
+    std::string fid;
+    const char* word;
+    bool held;
+  } cases[] = {
+      {kAll, "level=255", true},
+      {kAll, "level=256", false},
+      {kAll, "level=-1", false},
+      {kAll, "level=notanumber", false},
+      {kAll, "level=1x", false},
+      {kAll, "level=", true},
+      {kAll, "mode=0", true},
+      {kAll, "mode=Off", false},
+      {kAll, "in=5", true},
+      {kAll, "in=6", false},
+      {kAll, "tc=270544901", true},
+      {kAll, "tc=4294967295", false},
+      {kAll, "tc=10:20:30:05", true},
+      {kAll, "tc=25:20:30:05", false},
+      {"QMF1.ME1.SIZE.SET", "size=1.0000004", true},
+      {"QMF1.ME1.SIZE.SET", "size=1.1", false},
+      {"QMF1.ME1.SIZE.INC", "size=-2048", true},
+      {"QMF1.ME1.SIZE.INC", "size=2048", false},
+      {"QMF1.ME1.SIZE.SET", "size=0.5\u00e4", false},
+      {"QMF1.ME1.SIZE.SET", "size=inf", false},
+  };
+  for (const auto& c : cases) {
+    output({"create", kMacro, "Opener"});
+    const std::string before = site.read(kMacro);
+    EXPECT_EQ(run({"insert", kMacro, c.fid, c.word}).code, c.held ? 0 : 1) << c.word;
+    EXPECT_EQ(site.read(kMacro) == before, !c.held) << c.word;
+    if (c.fid == kAll) continue;  // its first parameter is another
+    const std::string word = c.word;
+    const std::string value = word.substr(word.find('=') + 1);
+    output({"insert", kMacro, c.fid, "size=0", "--at", "start"});
+    EXPECT_EQ(run({"set", kMacro, "0", value}).code, c.held ? 0 : 1) << c.word;
+  }
+  output({"create", kMacro, "Opener"});
+  output({"insert-classic", kMacro, "23 10 05 01 "});
+  EXPECT_THAT(run({"set", kMacro, "0", "x"}).errors, StartsWith("No classic command: x"));
+  output({"insert", "--force", kMacro, "QMF1.ME1.SIZE.SET", "size=9999"});
+  EXPECT_THAT(output({"show", kMacro, "--raw"}), HasSubstr("\"9999\""));
+}
+
+TEST_F(Commands, TextsAreStoredInTheEncodingOfTheFile) {
+  for (const auto& [declaration, stored] :
+       {std::pair{"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>", "\u00fc"}, {"", "\xFC"}}) {
+    site.write(kMacro, std::string(declaration) + "<macro name=\"\"><data></data></macro>");
+    output({"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=1\u00fc", "--force"});
+    EXPECT_THAT(site.read(kMacro), HasSubstr(std::string("value=\"1") + stored + "\""));
+    output({"set", kMacro, "0", "2\u00fc", "--force"});
+    EXPECT_THAT(site.read(kMacro), HasSubstr(std::string("value=\"2") + stored + "\""));
+  }
+}
+
+TEST_F(Commands, WhatTheSaveMakesUnreadableIsCounted) {
+  output({"create", kMacro, "Opener"});
+  std::string longest = "1f 00 1f 10 05 01 ";
+  for (int i = 0; i < 28; ++i) longest += "00 ";
+  EXPECT_EQ(run({"insert-classic", kMacro, longest}).code, 1);
+  EXPECT_THAT(output({"show", kMacro}), StartsWith("QMF1Classic:  empty command line"))
+      << "inserted as it is";
+  const std::string key = "#UPK\n\n\nName=K\n\n\n23 10 05 01 \r\n\r\n23 10 05 01\r" + longest + "\n";
+  const Outcome outcome = run({"convert", "-", "-", "Key"}, key);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.errors, "2 of 3 commands cannot be read in the macro: lines 9, 10 of -\n");
+  EXPECT_THAT(outcome.out, HasSubstr("23 10 05 01 ")) << "the conversion itself stays";
+}
+
+TEST_F(Commands, NamesCannotSteerTheTerminal) {
+  const std::string name = "<macro name=\"a\x1B[2J&#x0A;&#x09;&#x7F;\xC2\x9B\u202eb\"><data/></macro>";
+  site.write(kMacro, "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>" + name);
+  EXPECT_EQ(output({"name", kMacro}), "a\\x1b[2J\\n\\t\\x7f\\u009b\\u202eb\n");
 }
 
 TEST_F(Commands, SettingsArePrintedAndRewritten) {

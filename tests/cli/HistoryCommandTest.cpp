@@ -1,3 +1,4 @@
+#include <future>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -20,7 +21,8 @@ class HistoryCommands : public testing::Test {
     words.insert(words.begin(), {"--root", site.root.path().string()});
     out.str({});
     errors.str({});
-    return runCommandLine(words, out, errors);
+    std::istringstream in;
+    return runCommandLine(words, in, out, errors);
   }
   nlohmann::json rows() {
     EXPECT_EQ(run({"history", "--json"}), 0);
@@ -71,6 +73,11 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   EXPECT_EQ(run({"history", "restore", id}), 0);
   EXPECT_EQ(site.read(kMacro), old);
   EXPECT_THAT(rows()[0]["change"], "put-back");
+  EXPECT_EQ(run({"history", "restore", id, "-"}), 0);
+  EXPECT_EQ(out.str(), old);
+  const std::size_t kept = rows().size();
+  EXPECT_EQ(run({"set", kMacro, "0", "no classic command"}), 1);
+  EXPECT_EQ(rows().size(), kept) << "what is refused changes nothing that would have to be kept";
   EXPECT_EQ(run({"history", "restore", "2000-01-01/000000-000"}), 1);
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
@@ -94,6 +101,40 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   site.write("history", "");
   EXPECT_EQ(run({"rename", kMacro, "Newer"}), 0);
   EXPECT_THAT(errors.str(), HasSubstr("could not keep"));
+}
+
+// Each reads, keeps and writes: without the lock most of what they insert is written over.
+TEST_F(HistoryCommands, ParallelChangesOfOneFileFollowOneAnother) {
+  site.write(kMacro, "<macro name=\"Shared\"><data/></macro>");
+  std::vector<std::future<int>> runs;
+  for (int i = 0; i < 24; ++i) {
+    runs.push_back(std::async(std::launch::async, [&] {
+      std::istringstream in;
+      std::ostringstream ignored;
+      return runCommandLine({"--root", site.root.path().string(), "insert-classic", kMacro, "23 10 05 01 "},
+                            in, ignored, ignored);
+    }));
+  }
+  for (auto& each : runs) EXPECT_EQ(each.get(), 0);
+  EXPECT_EQ(readMacro(site.root, kMacro)->commands().size(), runs.size());
+}
+
+TEST_F(HistoryCommands, RestoresOutsideTheSiteOnlyWhereItIsTold) {
+  const TestSite elsewhere;
+  elsewhere.write("x.mac", "<macro name=\"Old\"><data/></macro>");
+  const std::string outside = elsewhere.root.resolve("x.mac").string();
+  // One was changed there, of the other a link leads there.
+  std::filesystem::create_directory_symlink(elsewhere.root.path(), site.root.path() / "c");
+  for (const std::string& path : {outside, std::string("c:\\x.mac")}) {
+    EXPECT_EQ(run({"rename", path, "New " + path}), 0) << errors.str();
+    const std::string changed = elsewhere.read("x.mac");
+    const std::string id = rows()[0]["id"];
+    EXPECT_EQ(run({"history", "restore", id}), 1);
+    EXPECT_THAT(errors.str(), HasSubstr("outside the site"));
+    EXPECT_EQ(elsewhere.read("x.mac"), changed);
+    EXPECT_EQ(run({"history", "restore", id, path}), 0);
+    EXPECT_NE(elsewhere.read("x.mac"), changed);
+  }
 }
 
 }  // namespace

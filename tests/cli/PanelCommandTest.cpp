@@ -44,12 +44,13 @@ class PanelCommands : public testing::Test {
     return "flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/macro" + number + ".mac";
   }
 
-  Outcome run(std::vector<std::string> words) {
+  Outcome run(std::vector<std::string> words, const std::string& input = {}) {
     words.insert(words.begin(), {"--root", site.root.path().string(), "panel", "127.0.0.1"});
     words.insert(words.end(), {"--control-port", std::to_string(panel.controlPort()), "--ftp-port",
                                std::to_string(panel.ftpPort())});
+    std::istringstream in(input);
     std::ostringstream out, errors;
-    const int code = runCommandLine(words, out, errors);
+    const int code = runCommandLine(words, in, out, errors);
     return {code, out.str(), errors.str()};
   }
 
@@ -97,6 +98,31 @@ TEST_F(PanelCommands, FailuresHaveAReasonAndChangeNothing) {
   EXPECT_THAT(run({"list", "2"}).errors, HasSubstr("cannot connect"));
 }
 
+TEST_F(PanelCommands, OnlyWhatReadsAsAMacroIsSent) {
+  const std::string before = tree.read(remote(2, "007"));
+  for (const char* bytes :
+       {"", "#!/bin/sh\n", "root:x:0:0\n", "<mfd/>", "<macro name=\"x\"/>", "<macro><data/></macro>"}) {
+    const Outcome refused = run({"put", "2", "7", "-"}, bytes);
+    EXPECT_EQ(refused.code, 1) << bytes;
+    EXPECT_NE(refused.errors, "") << bytes;
+    EXPECT_EQ(tree.read(remote(2, "007")), before) << bytes;
+  }
+  EXPECT_EQ(run({"put", "2", "7", "-"}, kOpener).out, "007 - Opener\n");
+  EXPECT_EQ(run({"get", "2", "7", "-"}).out, kOpener);
+  run({"put", "2", "7", "-", "--force"}, "<macro name=\"Forced\"/>");
+  EXPECT_EQ(tree.read(remote(2, "007")), "<macro name=\"Forced\"/>");
+}
+
+TEST_F(PanelCommands, WatchEndsThoughNothingComes) {
+  const std::string known = "PANEL.MACRO2.REG7.NAME";
+  const Outcome silent = run({"watch", "PANEL.NO.SUCH", "--for=0.1"});
+  EXPECT_EQ(silent.code, 1);
+  EXPECT_EQ(silent.errors, "no value came of PANEL.NO.SUCH\n");
+  EXPECT_EQ(run({"watch", known, "--for", "0.1", "--count", "2"}).code, 1) << "one value only";
+  EXPECT_EQ(run({"watch", known, "--for", "60", "--count", "1"}).out, known + ": Seven\n");
+  EXPECT_EQ(run({"watch", known, "--for", "2"}).code, 0);
+}
+
 TEST_F(PanelCommands, WatchPrintsValuesUntilTheEnd) {
   auto watching = std::async(std::launch::async, [&] {
     return run({"watch", "PANEL.WP1.MFDCOUNT", "PANEL.MACRO2.REG7.NAME", "--count", "3"});
@@ -131,6 +157,8 @@ TEST_F(PanelCommands, WrongWordsAreToldBeforeAnythingIsDone) {
       {"rename", "1", "1", ""},
       {"watch"},
       {"watch", "A", "--count", "0"},
+      {"watch", "A", "--for", "1x"},
+      {"watch", "A", "--for", "0"},
       {"list", "1", "--all"},
       {"melt", "1"},
   };
@@ -141,8 +169,10 @@ TEST_F(PanelCommands, WrongWordsAreToldBeforeAnythingIsDone) {
 TEST(AddressCommand, SaysWhatTheWindowWouldDo) {
   for (const auto& [text, answer] :
        {std::pair{"10.0.0.7", "accepted\n"}, std::pair{"10.0.0.", "refused\n"}}) {
+    std::istringstream in;
     std::ostringstream out, errors;
-    EXPECT_EQ(runCommandLine({"address", text}, out, errors), 0);
+    EXPECT_EQ(runCommandLine({"address", text}, in, out, errors),
+              answer == std::string("accepted\n") ? 0 : 1);
     EXPECT_EQ(out.str() + errors.str(), answer);
   }
 }

@@ -134,8 +134,8 @@ TEST_F(CommandLineTest, FramesClassicCommandsOfMacrosAndKeys) {
   const MacroCommand macro = command("QMF3.NCSCOMMAND", {{"any", text}}, "1");
   EXPECT_EQ(line(macro), "QMF3Classic:  " + described);
   EXPECT_EQ(line(macro, kDestination), "Mainframe3 - QMF3Classic:  " + described);
-  EXPECT_EQ(line(macro, kRaw), "QMF3NCSCOMMAND:  " + text);
-  EXPECT_EQ(line(macro, kRawDestination, true), "QMF3 - QMF3NCSCOMMAND:  " + text + " ==> updated");
+  EXPECT_EQ(line(macro, kRaw), "QMF3NCSCOMMAND:  " + described) << "decoded in both forms";
+  EXPECT_EQ(line(macro, kRawDestination, true), "QMF3 - QMF3NCSCOMMAND:  " + described + " ==> updated");
   EXPECT_EQ(line(macro, kTabs, true), "QMF3Classic:  " + described + "\tupdated");
   EXPECT_EQ(line(command("NCSCOMMAND"), kDestination), std::string(" - Classic:  ") + kNoContent);
   EXPECT_EQ(line(command("QMF1.x.NCSCOMMAND2", {{"CMD", "23 05"}}), kRaw),

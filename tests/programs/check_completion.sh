@@ -27,6 +27,9 @@ offers --v -- --version
 offers --root sh -- shows
 offers --root shows show --t -- --tabs
 offers show o -- one.mac
+offers show --root shows o -- one.mac
+offers help ren -- rename
+offers set one.mac 0 1 --f -- --force
 offers convert k -- key00.upk
 offers insert one.mac Q -- QMF1. QMF2. QMF3. QMF4.
 offers insert one.mac QMF3.ME1.KEY1.CL -- QMF3.ME1.KEY1.CLIP. QMF3.ME1.KEY1.CLIP_HIGH. QMF3.ME1.KEY1.CLIP_LOW.

@@ -13,7 +13,7 @@ from pathlib import Path
 WRONG = {
     "tessaly": [["--bogus"], ["word"], ["--root"], ["--ftp-port", "0"], ["--ftp-port", "port"],
                 ["--language", "xx"], ["--language", ""]],
-    "tessaly-cli": [["--bogus"], ["word"], ["--root"], [], ["show"]],
+    "tessaly-cli": [["--bogus"], ["word"], ["--root"], [], ["show"], ["show", "x", "--raw=yes"], ["help", "word"]],
     "tessaly-panelsim": [["--bogus"], ["word", "word"], ["--root"], ["--mfd", "x"]],
 }
 

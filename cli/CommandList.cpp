@@ -1,0 +1,177 @@
+#include <algorithm>
+#include <iterator>
+
+#include "cli/Commands.h"
+
+namespace tessaly {
+namespace {
+
+constexpr WordHelp kFileRead{"FILE", "a path of this host, or of the site with a drive letter; - reads it"};
+constexpr WordHelp kFileChanged{"FILE",
+                                "the macro; - reads it and writes the changed one to standard output"};
+constexpr WordHelp kFileWritten{"FILE", "the macro to write, over an old one if there is one; - prints it"};
+constexpr WordHelp kDestination{"--destination", "begin a line with where its command goes"};
+constexpr WordHelp kRaw{"--raw", "names and values as they are stored"};
+constexpr WordHelp kTabs{"--tabs", "a tab between the parts of a line"};
+constexpr WordHelp kJson{"--json", "print JSON"};
+constexpr WordHelp kAt{"--at start|end|N",
+                       "before the first command, behind the last one, or before command N"};
+constexpr WordHelp kName{"NAME", "the macro's name, in UTF-8"};
+constexpr WordHelp kNumber{"N", "the number of a command; the first one is 0"};
+constexpr WordHelp kFunction{"FID", "the name of a function; a destination prefix may stand in front"};
+
+constexpr WordHelp kDictionaryWords[] = {
+    {"--list [TEXT]", "the names of the functions, with TEXT those that contain it in any case"},
+    {"--show FID", "the record of one function"},
+    kJson,
+};
+constexpr WordHelp kShowWords[] = {kFileRead, kDestination, kRaw, kTabs, kJson};
+constexpr WordHelp kNameWords[] = {kFileRead};
+constexpr WordHelp kRenameWords[] = {kFileChanged, kName};
+constexpr WordHelp kCreateWords[] = {kFileWritten, kName};
+constexpr WordHelp kInsertWords[] = {
+    kFileChanged,
+    {"FID", "the function, with QMF1. to QMF4. or PANEL. in front"},
+    {"PARAM=VALUE", "the value of a parameter, as it is stored, in UTF-8"},
+    kAt,
+    {"--workplace W", "the workplace of a command for the panel, 1 to 8; 1 when not given"},
+    {"--force", "take values that the function cannot hold"},
+};
+constexpr WordHelp kInsertClassicWords[] = {
+    kFileChanged,
+    {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"},
+    kAt,
+    {"--mainframe M", "the mainframe that the command goes to, 1 to 4; 1 when not given"},
+};
+constexpr WordHelp kRemoveWords[] = {kFileChanged, kNumber};
+constexpr WordHelp kSetWords[] = {
+    kFileChanged,
+    kNumber,
+    {"VALUE", "the new value, as it is stored, in UTF-8"},
+    {"--force", "take a value that the function cannot hold"},
+};
+constexpr WordHelp kConvertWords[] = {
+    {"KEY.upk", "the key file; - reads it"},
+    {"FILE.mac", "the macro to write, over an old one if there is one; - prints it"},
+    kName,
+};
+constexpr WordHelp kHistoryWords[] = {
+    kJson,
+    {"show ID", "the command lines of a kept macro"},
+    {"restore ID", "write a kept macro to where it came from"},
+    {"FILE", "write it there instead; - prints it"},
+    kDestination,
+    kRaw,
+    kTabs,
+};
+constexpr WordHelp kClassicWords[] = {
+    {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"}};
+constexpr WordHelp kValueWords[] = {
+    kFunction,
+    {"PARAM", "the name of a parameter of the function"},
+    {"--shown TEXT", "what was typed into the value field"},
+    {"--stored VALUE", "what a macro holds"},
+    {"--raw", "as the field does when it shows raw values"},
+};
+constexpr WordHelp kSourceWords[] = {{"NUMBER", "0 to 255"}};
+constexpr WordHelp kTimecodeWords[] = {{"PACKED", "a 32-bit number, decimal or with 0x in front"}};
+constexpr WordHelp kSettingsWords[] = {
+    {"--rewrite", "write back what was read"},
+    {"--address-a IP", "write the panel address of pane A"},
+    {"--address-b IP", "write the panel address of pane B"},
+};
+constexpr WordHelp kAddressWords[] = {{"TEXT", "what was typed into the address field"}};
+constexpr WordHelp kPanelWords[] = {
+    {"ADDRESS", "the address of the panel"},
+    {"list W", "the macros of workplace W, 1 to 8"},
+    {"get W N FILE", "fetch macro N, 0 to 999, into FILE; - prints it"},
+    {"put W N FILE", "send FILE as macro N; - sends standard input"},
+    {"delete W N", "delete macro N"},
+    {"rename W N NAME", "give macro N another name, in UTF-8"},
+    {"watch NAME", "print the values of these names as the panel sends them"},
+    kJson,
+    {"--force", "put what cannot be read as a macro"},
+    {"--count N", "stop watching after N values"},
+    {"--for SECONDS", "stop watching after that time, and fail when a name had no value until then"},
+    {"--ftp-port P", "where the panel's files are reached; 21 when not given"},
+    {"--control-port P", "where its values and names are; 56662 when not given"},
+};
+constexpr WordHelp kHelpWords[] = {{"COMMAND", "the command to explain"}};
+
+constexpr Command kCommands[] = {
+    {"dictionary", "[--list [TEXT]] [--show FID] [--json]", "the panel functions of the site", runDictionary,
+     kDictionaryWords},
+    {"show", "FILE [--destination] [--raw] [--tabs] [--json]", "the command lines of a .mac or .upk file",
+     runShow, kShowWords},
+    {"name", "FILE", "the name of a .mac or .upk file", runName, kNameWords},
+    {"rename", "FILE NAME", "give a macro another name", runRename, kRenameWords},
+    {"create", "FILE NAME", "write an empty macro, over an old one if there is one", runCreate, kCreateWords},
+    {"insert", "FILE FID [PARAM=VALUE ...] [--at start|end|N] [--workplace W] [--force]",
+     "insert a function, named with its destination prefix; values as stored", runInsert, kInsertWords},
+    {"insert-classic", "FILE TEXT [--at start|end|N] [--mainframe M]",
+     "insert a classic command; each byte is two hexadecimal digits and a blank", runInsertClassic,
+     kInsertClassicWords},
+    {"remove", "FILE N", "remove a command; the first one is 0", runRemove, kRemoveWords},
+    {"set", "FILE N VALUE [--force]", "overwrite the first parameter value of a command", runSet, kSetWords},
+    {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert, kConvertWords},
+    {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
+     "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
+    {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},
+    {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw]",
+     "convert a parameter value as the value field does", runValue, kValueWords},
+    {"source", "NUMBER", "the name of a classic source", runSource, kSourceWords},
+    {"timecode", "PACKED", "the forms of a packed timecode", runTimecode, kTimecodeWords},
+    {"settings", "[--rewrite] [--address-a IP] [--address-b IP]",
+     "print the settings, or read and write them", runSettings, kSettingsWords},
+    {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
+    {"panel",
+     "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N |\n"
+     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS]) [--ftp-port P] [--control-port P]",
+     "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},
+    {"help", "[COMMAND]", "what a command and its words mean", runHelp, kHelpWords},
+};
+
+// Takes the next word off that needs an explanation: an option, or one in capital letters.
+constexpr std::string_view nextWord(std::string_view& usage) {
+  constexpr std::string_view kBetween = " []()|=\n";
+  while (!usage.empty()) {
+    const std::size_t begin = std::min(usage.find_first_not_of(kBetween), usage.size());
+    const std::size_t end = std::min(usage.find_first_of(kBetween, begin), usage.size());
+    const std::string_view word = usage.substr(begin, end - begin);
+    usage.remove_prefix(end);
+    if (word.starts_with("--") || (!word.empty() && word[0] >= 'A' && word[0] <= 'Z')) return word;
+  }
+  return {};
+}
+
+constexpr bool names(std::string_view words, std::string_view wanted) {
+  for (std::string_view word = nextWord(words); !word.empty(); word = nextWord(words)) {
+    if (word == wanted) return true;
+  }
+  return false;
+}
+
+constexpr bool isExplained(const Command& command) {
+  std::string_view usage = command.usage;
+  for (std::string_view word = nextWord(usage); !word.empty(); word = nextWord(usage)) {
+    if (std::none_of(command.words.begin(), command.words.end(),
+                     [&](const WordHelp& row) { return names(row.word, word); }))
+      return false;
+  }
+  return true;
+}
+
+static_assert(std::all_of(std::begin(kCommands), std::end(kCommands), isExplained),
+              "a word of a usage lacks its line of help");
+
+}  // namespace
+
+std::span<const Command> commandTable() { return kCommands; }
+
+const Command* commandNamed(std::string_view name) {
+  const auto* const command = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                           [&](const Command& candidate) { return candidate.name == name; });
+  return command == std::end(kCommands) ? nullptr : command;
+}
+
+}  // namespace tessaly
