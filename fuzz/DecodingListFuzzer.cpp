@@ -24,7 +24,9 @@ void checkNumbers(const KeywordEntry& entry, const ParameterDescriptor& descript
   for (const std::int64_t number : {range.minimum, range.maximum}) {
     const auto bytes = bytesOfNumber(entry, descriptor, number);
     require(bytes && bytes->size() == valueWidth(descriptor.type), "a limit has its bytes");
-    const std::int64_t typed = typedNumber(entry, descriptor, *bytes);
+    const std::optional<std::int64_t> shown = typedNumber(entry, descriptor, *bytes);
+    require(shown.has_value(), "a limit is shown");
+    const std::int64_t typed = *shown;
     // Rows may share a value, and percent may be coarser than the values.
     const bool exact = descriptor.rowCount == 0 && !showsPercent(descriptor);
     require(!exact || typed == number, "a limit is typed as it was read");
@@ -57,8 +59,10 @@ void checkCommand(const DecodingList& list, const ClassicCommand& command) {
     const ParameterDescriptor& descriptor = entry->parameters[i];
     const ParameterRange range = parameterRange(descriptor);
     if (range.entry == ParameterEntry::kNumber) {
-      const std::int64_t typed = typedNumber(*entry, descriptor, *cut.values[i]);
-      require(typed >= range.minimum && typed <= range.maximum, "a number that is shown is in the range");
+      // A value without a row is shown as none.
+      const std::optional<std::int64_t> typed = typedNumber(*entry, descriptor, *cut.values[i]);
+      require(!typed || (*typed >= range.minimum && *typed <= range.maximum),
+              "a number that is shown is in the range");
     }
     const auto part = command.parameters().subspan(position, cut.values[i]->size());
     require(std::equal(part.begin(), part.end(), cut.values[i]->begin()), "parameters are cut out in order");

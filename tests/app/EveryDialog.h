@@ -34,7 +34,7 @@ class EveryDialog {
     fixture.driver->clickRow(a.commands, 0);
     fixture.driver->press(a.deleteCommand);
     command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
-    command_.parameters.push_back({"VALUE", "0.48", "0.48"});
+    command_.parameters.push_back({"VALUE", "0.48"});
   }
 
   // One after the other, made anew.
