@@ -63,7 +63,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   open_ = std::make_unique<OpenMacros>(rooms, context.site, context.history, connection_, transfers_,
                                        context.demo);
   operations_ = std::make_unique<MacroOperations>(rooms, context.site, context.history, connection_,
-                                                  transfers_, *open_, this);
+                                                  transfers_, *open_, panelNames_, this);
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, context.client,
                                           context.site.messages, gate_);
   readSettingsFile();
