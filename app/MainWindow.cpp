@@ -357,9 +357,9 @@ void MainWindow::watchConnection() {
   if (loss && loss != toldLoss_) {
     toldLoss_ = loss;
     const QString reason = shown(connection_.lossReason());
-    say(reason.isEmpty() ? tr("the connection to the panel was lost")
-                         : tr("the connection to the panel was lost: %1").arg(reason));
-    update_->lineLost();
+    say(update_->lineLost() ? tr("the connection to the panel was lost, and the values of the update with it")
+        : reason.isEmpty()  ? tr("the connection to the panel was lost")
+                            : tr("the connection to the panel was lost: %1").arg(reason));
   }
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));

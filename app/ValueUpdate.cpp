@@ -196,22 +196,28 @@ void ValueUpdate::writeAhead() {
 }
 
 void ValueUpdate::drop(const QString& why) {
+  end();
+  emit said(why);
+}
+
+// Without a result.
+void ValueUpdate::end() {
   endBusy();
   quiet_.stop();
   ahead_.stop();
   static_cast<void>(copy().restoreFile());
   room().browser->showCount();
   dropQuestions();
-  emit said(why);
 }
 
 void ValueUpdate::cancel() {
   if (busy()) drop(tr("update cancelled: the values that came are gone"));
 }
 
-void ValueUpdate::lineLost() {
-  if (busy() && questions_.missing() > 0 && !quiet_.isActive())
-    drop(tr("update ended: the line to the panel is lost, the values that came are gone"));
+bool ValueUpdate::lineLost() {
+  if (!busy() || questions_.missing() == 0 || quiet_.isActive()) return false;
+  end();
+  return true;
 }
 
 void ValueUpdate::finish() {

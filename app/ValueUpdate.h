@@ -30,8 +30,9 @@ class ValueUpdate : public QObject {
   [[nodiscard]] bool busy() const { return marker_ != kIdle; }
   // Gives the waiting up, by the user: what came is dropped.
   void cancel();
-  // The line is gone: no value will come any more.
-  void lineLost();
+  // The line is gone: no value will come any more. True when there was something to wait for; what came is
+  // dropped.
+  [[nodiscard]] bool lineLost();
 
  signals:
   void said(const QString& text);
@@ -57,6 +58,7 @@ class ValueUpdate : public QObject {
   void writeAhead();
   void showWaiting();
   void drop(const QString& why);
+  void end();
   void finish();
   void finishPaneA();
   void finishPaneB();

@@ -60,7 +60,7 @@ class ClassicEditorDialog : public QDialog {
   void enterText(std::size_t row);
   void end(Outcome outcome);
 
-  const EditorContext& context_;
+  EditorContext context_;
   ClassicBuilder builder_;
   std::unique_ptr<Ui::ClassicEditorDialog> ui_;
   Outcome outcome_ = Outcome::kCancel;

@@ -61,7 +61,8 @@ class ClassicEditingTest : public testing::Test {
   // The text forms of the working copy's commands.
   [[nodiscard]] std::vector<std::string> stored() {
     MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", commands));
+    EXPECT_TRUE(
+        loadCommands(fixture_.site.access(), "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac", commands));
     std::vector<std::string> result;
     for (const MacroCommand& command : commands)
       result.push_back(command.fid + " " + command.parameters.front().value);

@@ -261,7 +261,7 @@ TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotDeletedUnasked) {
   fixture_->site.write("history", "in the way");
   driver().press(b_.deleteMacro);
   EXPECT_THAT(fixture_->site.messages.take(),
-              testing::ElementsAre(HasSubstr("Delete macro: "), HasSubstr("could not keep macro 007")));
+              testing::ElementsAre(HasSubstr("Delete macro: "), HasSubstr("could not keep 007")));
 }
 
 }  // namespace

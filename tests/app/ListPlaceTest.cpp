@@ -34,7 +34,7 @@ class ListPlaceTest : public testing::Test {
 TEST_F(ListPlaceTest, AMacroIsOpenedWhereItIsSeen) {
   Hand::doubleClickOn(macros(), QStringLiteral("040 - Roll report 1"));
   EXPECT_EQ(macros().selected()->text, "040 - Roll report 1");
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("040 - Roll report 1"));
+  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("opened: 040 - Roll report 1"));
   const std::string place = Hand::firstSeen(macros());
   driver().choose(b_.applications, "Evening News");
   driver().choose(b_.macros, "001");

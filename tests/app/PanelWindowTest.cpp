@@ -404,7 +404,7 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
   driver().choose(b_.macros, "000");
   EXPECT_EQ(driver().texts(b_.commands).size(), 2U) << "the working copy holds what it held";
-  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("could not be fetched"));
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT opened: 000"));
 }
 
 }  // namespace
