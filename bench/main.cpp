@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <cstdio>
 #include <string_view>
 #include <vector>
 
@@ -19,6 +20,9 @@ int main(int argc, char** argv) {
     if (i > 0 && std::string_view(argv[i]) == "--quick") {
       tessaly::bench::setQuick(true);
     } else {
+      // The library ends the program with its own help.
+      if (std::string_view(argv[i]) == "--help")
+        std::puts("tessaly-bench [--quick] [options of the library:]");
       arguments.push_back(argv[i]);
     }
   }

@@ -1,0 +1,201 @@
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+
+#include "app/EventGate.h"
+#include "app/PaneControls.h"
+#include "app/WorkingCopy.h"
+#include "platform/Files.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+constexpr const char* kWorking = "c:\\work\\tempA.mac";
+constexpr const char* kFolder = "c:\\macros\\";
+constexpr const char* kTwo =
+    "<macro name=\"M\"><data><cmd fid=\"QMF1.A\"><param name=\"P\" value=\"1\"/></cmd><cmd "
+    "fid=\"QMF1.B\"/></data></macro>";
+const MacroTarget kTarget{PaneSource::kHarddisk, kFolder, {}, 0, "007", "M"};
+
+struct WorkingCopyTest : testing::Test, TestSite {
+  WorkingCopyTest() {
+    write(kWorking, "");
+    write(kTarget.file(), kTwo);
+    open();
+  }
+  void open() {
+    write(kWorking, kTwo);
+    auto loan = copy.lend();
+    ASSERT_TRUE(loan);
+    EXPECT_TRUE(loan->show(kTarget, true));
+  }
+  [[nodiscard]] bool recorded() const { return copy.recovery().read().has_value(); }
+  [[nodiscard]] std::string valueIn(const char* path) {
+    const auto macro = readMacro(root, path);
+    return macro ? macro->commands().at(0).parameters.at(0).value : "none";
+  }
+
+  WorkingCopy copy{access(), kWorking, RecoveryFile(root, 'A')};
+};
+
+TEST_F(WorkingCopyTest, NothingForeignGetsInWhileThereAreUnsavedChanges) {
+  ASSERT_TRUE(copy.apply(RemoveCommands{{1}}));
+  const std::string held = copy.bytes();
+  QSignalSpy changes(&copy, &WorkingCopy::changed);
+  EXPECT_FALSE(copy.clear());
+  EXPECT_FALSE(copy.showKeyFile({}));
+  EXPECT_FALSE(copy.lend());
+  EXPECT_FALSE(copy.takeUp({}, kTwo));
+  EXPECT_EQ(changes.count(), 0);
+  EXPECT_TRUE(copy.edited() && recorded());
+  EXPECT_EQ(copy.bytes(), held);
+  EXPECT_EQ(read(kWorking), held);
+  copy.leaveEditState();
+  EXPECT_FALSE(recorded());
+  EXPECT_TRUE(copy.lend());
+  EXPECT_EQ(copy.content(), WorkingCopy::Content::kNothing)
+      << "a loan that was not filled leaves nothing shown";
+}
+
+TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
+  ASSERT_TRUE(copy.apply(RemoveCommands{{1}}));
+  {
+    const auto loan = copy.lendToRead();
+    ASSERT_TRUE(loan);
+    write(kWorking, "what a transfer has made of it");
+    EXPECT_FALSE(copy.apply(RemoveCommands{{0}}));
+    EXPECT_FALSE(copy.rewrite());
+    EXPECT_FALSE(copy.saveToDisk());
+    EXPECT_TRUE(copy.restoreFile());
+    EXPECT_FALSE(copy.lendToRead());
+    EXPECT_EQ(read(kWorking), "what a transfer has made of it");
+  }
+  EXPECT_TRUE(copy.edited()) << "reading takes nothing away";
+  EXPECT_TRUE(copy.apply(RemoveCommands{{0}}));
+}
+
+TEST_F(WorkingCopyTest, WhatIsShownIsWhatIsSavedWhateverBecameOfTheFile) {
+  for (const bool removed : {false, true}) {
+    ASSERT_TRUE(copy.apply(SetValues{{{0, removed ? "3" : "2"}}}));
+    if (removed)
+      std::filesystem::remove(root.resolve(kWorking));
+    else
+      write(kWorking, "<macro name=\"Other\"><data/></macro>");
+    EXPECT_TRUE(copy.fileChanged());
+    EXPECT_TRUE(copy.saveToDisk());
+    copy.noteSaved();
+    EXPECT_EQ(valueIn(kTarget.file().c_str()), removed ? "3" : "2");
+    EXPECT_EQ(read(kWorking), copy.bytes());
+    EXPECT_FALSE(copy.edited() || copy.differs() || recorded());
+  }
+}
+
+TEST_F(WorkingCopyTest, AnEditThatCannotBeWrittenHasNotHappened) {
+  std::filesystem::remove(root.resolve(kWorking));
+  std::filesystem::create_directory(root.resolve(kWorking));
+  const int revision = copy.revision();
+  const Outcome done = copy.apply(RemoveCommands{{0}});
+  ASSERT_FALSE(done);
+  EXPECT_EQ(done.failure().kind, Failure::Kind::kInTheWay);
+  EXPECT_EQ(copy.commandCount(), 2);
+  EXPECT_EQ(copy.revision(), revision);
+  EXPECT_FALSE(copy.edited() || recorded());
+}
+
+TEST_F(WorkingCopyTest, ASaveThatFailedIsOwedUntilItIsSettled) {
+  EXPECT_FALSE(copy.saveOwed());
+  ASSERT_TRUE(copy.apply(RemoveCommands{{1}}));
+  copy.leaveEditState(WorkingCopy::Record::kKeep);
+  EXPECT_TRUE(copy.saveOwed() && recorded());
+  ASSERT_TRUE(copy.saveToDisk());
+  copy.noteSaved();
+  EXPECT_FALSE(copy.saveOwed());
+  ASSERT_TRUE(copy.apply(RemoveCommands{{0}}));
+  copy.leaveEditState();
+  ASSERT_TRUE(copy.saveOwed());
+  open();
+  EXPECT_FALSE(copy.saveOwed()) << "another opening leaves it";
+}
+
+TEST_F(WorkingCopyTest, ValuesRunAheadInTheFileAlone) {
+  ASSERT_TRUE(copy.apply(SetValues{{{0, "5"}}}));
+  EXPECT_TRUE(copy.recovery().read()->check);
+  ASSERT_TRUE(copy.writeAhead({{{0, "6"}}}));
+  while (!copy.writeAhead({{{0, "7"}}})) QCoreApplication::processEvents();
+  EXPECT_FALSE(copy.recovery().read()->check)
+      << "a start after a crash is told that the file is not as it was left";
+  ASSERT_TRUE(copy.rewrite());
+  EXPECT_EQ(valueIn(kWorking), "5") << "the end waits for what is still being written";
+  EXPECT_EQ(copy.commands()[0].parameters[0].value, "5");
+}
+
+TEST(EventGateTest, WhatWouldChangeAPaneWaitsForTheHandler) {
+  EventGate gate;
+  std::string log;
+  const auto add = [&log](const char* what) { return [&log, what] { log += what; }; };
+  gate.whenFree("b", add("now "));
+  {
+    const EventGate::Hold box(&gate);
+    {
+      const EventGate::Hold transfer(&gate);
+      gate.whenFree("b", add("old "));
+      gate.whenFree("b", add("b "));
+      gate.whenFree("a", [&] {
+        log += "a ";
+        gate.whenFree("c", add("c "));
+      });
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(log, "now ") << "the outer loop still holds";
+  }
+  EXPECT_EQ(log, "now ") << "the handler has still to return";
+  QCoreApplication::processEvents();
+  EXPECT_EQ(log, "now a b c ");
+}
+
+// Enabled and shown: create, copy, rename, delete; new, modify, delete, update; save; the selection lists.
+TEST(PaneControlsTest, FollowTheSituation) {
+  const auto shown = [](const PaneSituation& now) {
+    const PaneControls is = paneControls(now);
+    std::string text;
+    for (const bool on :
+         {is.create, is.copy, is.rename, is.remove, is.newCommand, is.modify, is.removeCommand, is.update,
+          is.saveShown, is.selectionEnabled, is.macroButtonsShown, is.noticeShown})
+      text += on ? '1' : '0';
+    return text;
+  };
+  PaneSituation ready;
+  ready.loaded = ready.folderChosen = ready.macroSelected = ready.otherMacroSelected = ready.commandSelected =
+      true;
+  const auto with = [&ready](auto change) {
+    PaneSituation now = ready;
+    change(now);
+    return now;
+  };
+  const struct {
+    const char* what;
+    PaneSituation now;
+    const char* shown;
+  } rows[] = {{"all chosen", ready, "111111110110"},
+              {"loading", with([](auto& now) { now.loaded = false; }), "000000000010"},
+              {"edited", with([](auto& now) { now.edited = true; }), "111111111000"},
+              {"no command", with([](auto& now) { now.commandSelected = false; }), "111110010110"},
+              {"no macro", with([](auto& now) { now.macroSelected = false; }), "110000000110"},
+              {"no folder", with([](auto& now) { now.folderChosen = false; }), "001111110110"},
+              {"nothing to copy", with([](auto& now) { now.otherMacroSelected = false; }), "101111110110"},
+              {"older family", with([](auto& now) { now.olderFamily = true; }), "000000000111"},
+              {"the buffer of a copy on the panel holds edits", with([](auto& now) {
+                 now.source = PaneSource::kPanel;
+                 now.otherIsPanel = now.otherEdited = true;
+               }),
+               "101111110110"},
+              {"edits beside a disk hold no buffer", with([](auto& now) { now.otherEdited = true; }),
+               "111111110110"}};
+  for (const auto& row : rows) EXPECT_EQ(shown(row.now), row.shown) << row.what;
+}
+
+}  // namespace
+}  // namespace tessaly
