@@ -73,7 +73,7 @@ TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
   EXPECT_EQ(lines.selectedRow(), 123);
   driver().press(a_.discardChanges);
   EXPECT_EQ(lines.verticalScrollBar()->value(), 120) << "the same macro again";
-  driver().press(a_.newCorvane, [this](QDialog& dialog) { dialog.reject(); });
+  driver().press(a_.newCorvane, [](QDialog& dialog) { dialog.reject(); });
   QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 5});
   ASSERT_EQ(lines.selectedRow(), 120);
   driver().choose(a_.macros, "998");
