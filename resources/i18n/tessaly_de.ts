@@ -143,6 +143,22 @@
     </message>
 </context>
 <context>
+    <name>DataUpdate</name>
+    <message>
+        <source>The line to the panel is lost, so that no values come.
+Connect anew, then update again.</source>
+        <translation>Die Verbindung zum Bedienpult ist verloren, es kommen keine Werte.
+Neu verbinden, dann erneut aktualisieren.</translation>
+    </message>
+</context>
+<context>
+    <name>EnterTextDialog</name>
+    <message>
+        <source>Enter Text</source>
+        <translation>Text eingeben</translation>
+    </message>
+</context>
+<context>
     <name>EnterTimecodeDialog</name>
     <message>
         <source>Hours</source>
@@ -159,6 +175,84 @@
     <message>
         <source>Frames</source>
         <translation>Bilder</translation>
+    </message>
+</context>
+<context>
+    <name>EnterValueDialog</name>
+    <message>
+        <source>Number, name and panel value</source>
+        <translation>Nummer, Name und Wert am Bedienpult</translation>
+    </message>
+</context>
+<context>
+    <name>FailureText</name>
+    <message>
+        <source>the file or its folder is missing</source>
+        <translation>die Datei oder ihr Ordner fehlt</translation>
+    </message>
+    <message>
+        <source>something that is no file stands there</source>
+        <translation>dort steht etwas, das keine Datei ist</translation>
+    </message>
+    <message>
+        <source>it is not allowed here</source>
+        <translation>das ist hier nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>the file is write-protected</source>
+        <translation>die Datei ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>the disk cannot be written</source>
+        <translation>der Datenträger ist nicht beschreibbar</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>the disk reports an error</source>
+        <translation>der Datenträger meldet einen Fehler</translation>
+    </message>
+    <message>
+        <source>the file is too large</source>
+        <translation>die Datei ist zu groß</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Arbeitsspeicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>it is done, but may not survive a power cut</source>
+        <translation>es ist getan, übersteht aber vielleicht keinen Stromausfall</translation>
+    </message>
+    <message>
+        <source>the file cannot be parsed</source>
+        <translation>die Datei ist kein lesbares XML</translation>
+    </message>
+    <message>
+        <source>saving would lose a part of the file: %1</source>
+        <translation>Speichern würde einen Teil der Datei verlieren: %1</translation>
+    </message>
+    <message>
+        <source>the file holds no macro</source>
+        <translation>die Datei enthält kein Makro</translation>
+    </message>
+    <message>
+        <source>there is no such command</source>
+        <translation>diesen Befehl gibt es nicht</translation>
+    </message>
+    <message>
+        <source>the file&apos;s encoding cannot hold a text: %1</source>
+        <translation>die Kodierung der Datei kann einen Text nicht aufnehmen: %1</translation>
+    </message>
+    <message>
+        <source>no command takes the value</source>
+        <translation>kein Befehl nimmt den Wert an</translation>
+    </message>
+    <message>
+        <source>it has changed meanwhile</source>
+        <translation>es hat sich inzwischen geändert</translation>
     </message>
 </context>
 <context>
@@ -253,6 +347,29 @@
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>MacroTransfers</name>
+    <message>
+        <source>Fetching macro %1 from the panel</source>
+        <translation>Makro %1 wird vom Bedienpult geholt</translation>
+    </message>
+    <message>
+        <source>Sending macro %1 to the panel</source>
+        <translation>Makro %1 wird an das Bedienpult gesendet</translation>
+    </message>
+    <message>
+        <source>Copying macro %1 on the panel</source>
+        <translation>Makro %1 wird auf dem Bedienpult kopiert</translation>
+    </message>
+    <message>
+        <source>Deleting macro %1 on the panel</source>
+        <translation>Makro %1 wird auf dem Bedienpult gelöscht</translation>
+    </message>
+    <message>
+        <source>Looking at macro %1 on the panel</source>
+        <translation>Makro %1 auf dem Bedienpult wird angesehen</translation>
     </message>
 </context>
 <context>
@@ -386,6 +503,52 @@
     </message>
 </context>
 <context>
+    <name>RootClaim</name>
+    <message>
+        <source>Nobody can tell who it is.</source>
+        <translation>Wer es ist, lässt sich nicht sagen.</translation>
+    </message>
+    <message>
+        <source>It runs on %1, process %2, since %3.</source>
+        <translation>Es läuft auf %1, Prozess %2, seit %3.</translation>
+    </message>
+    <message>
+        <source>%1 runs it on %2, process %3, since %4.</source>
+        <translation>%1 betreibt es auf %2, Prozess %3, seit %4.</translation>
+    </message>
+    <message>
+        <source>Another Tessaly works with the site in %1.</source>
+        <translation>Ein anderes Tessaly arbeitet mit den Anlagendaten in %1.</translation>
+    </message>
+    <message>
+        <source>The lock of the site in %1 cannot be read.</source>
+        <translation>Die Sperre der Anlagendaten in %1 ist nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>Another Tessaly may work with it.</source>
+        <translation>Vielleicht arbeitet ein anderes Tessaly damit.</translation>
+    </message>
+    <message>
+        <source>If it is gone, or yours is the one that counts, take over. Two programs on one site do not spoil a file, but the later save wins.</source>
+        <translation>Ist es nicht mehr da oder zählt Ihres, dann übernehmen Sie. Zwei Programme auf denselben Daten verderben keine Datei, aber das spätere Speichern gewinnt.</translation>
+    </message>
+    <message>
+        <source>&amp;Take Over</source>
+        <translation>Ü&amp;bernehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>B&amp;eenden</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsText</name>
+    <message>
+        <source>not taken: the settings file cannot keep this character (it knows those of Windows-1252)</source>
+        <translation>nicht übernommen: die Einstellungsdatei kann dieses Zeichen nicht aufnehmen (sie kennt die von Windows-1252)</translation>
+    </message>
+</context>
+<context>
     <name>TransferText</name>
     <message>
         <source>the transfer is done</source>
@@ -439,6 +602,18 @@
         <source>%1; the panel may hold a part of the macro</source>
         <translation>%1; auf dem Bedienpult liegt vielleicht ein Teil des Makros</translation>
     </message>
+    <message>
+        <source>the panel is too slow</source>
+        <translation>das Bedienpult ist zu langsam</translation>
+    </message>
+    <message>
+        <source>the panel broke off with an error of its own (451), such as a file that it cannot read or write</source>
+        <translation>das Bedienpult brach mit einem eigenen Fehler ab (451), etwa einer Datei, die es nicht lesen oder schreiben kann</translation>
+    </message>
+    <message>
+        <source>what the panel sent is no macro</source>
+        <translation>was das Bedienpult sandte, ist kein Makro</translation>
+    </message>
 </context>
 <context>
     <name>ViewMenu</name>
@@ -464,6 +639,24 @@
     </message>
 </context>
 <context>
+    <name>tessaly::Application</name>
+    <message>
+        <source>this site describes no functions of a panel: &quot;Site...&quot; in the menu &quot;Macro&quot; sets one up</source>
+        <translation>diese Anlagendaten beschreiben keine Funktionen eines Bedienpults: „Anlagendaten...“ im Menü „Makro“ richtet welche ein</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Browser</name>
+    <message>
+        <source>gone: %1 is no longer on the panel</source>
+        <translation>verschwunden: %1 ist nicht mehr auf dem Bedienpult</translation>
+    </message>
+    <message>
+        <source>renamed: %1 has another name on the panel now</source>
+        <translation>umbenannt: %1 heißt auf dem Bedienpult jetzt anders</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::ChoiceDialog</name>
     <message>
         <source>nothing to choose from</source>
@@ -477,16 +670,16 @@
         <translation>links auswählen</translation>
     </message>
     <message>
-        <source>Enter Text</source>
-        <translation>Text eingeben</translation>
+        <source>No function is known here: there is no decoding list &quot;%1&quot; that can be read.</source>
+        <translation>Hier ist keine Funktion bekannt: es gibt keine lesbare Dekodierliste „%1“.</translation>
+    </message>
+    <message>
+        <source>This function takes no parameters.</source>
+        <translation>Diese Funktion hat keine Parameter.</translation>
     </message>
 </context>
 <context>
     <name>tessaly::CommandEditing</name>
-    <message>
-        <source>the command could not be written into the working copy</source>
-        <translation>der Befehl konnte nicht in die Arbeitskopie geschrieben werden</translation>
-    </message>
     <message>
         <source>one command inserted</source>
         <translation>ein Befehl eingefügt</translation>
@@ -502,12 +695,19 @@
         <source>command %1 modified</source>
         <translation>Befehl %1 geändert</translation>
     </message>
-    <message numerus="yes">
-        <source>; %n of them lack a parameter, see &quot;modify&quot;</source>
-        <translation>
-            <numerusform>; %n davon fehlt ein Parameter, siehe &quot;modify&quot;</numerusform>
-            <numerusform>; %n davon fehlt ein Parameter, siehe &quot;modify&quot;</numerusform>
-        </translation>
+    <message>
+        <source>The macro that this command was built for is no longer open.
+The dialog stays as it is.</source>
+        <translation>Das Makro, für das dieser Befehl gebaut wurde, ist nicht mehr geöffnet.
+Der Dialog bleibt, wie er ist.</translation>
+    </message>
+    <message>
+        <source>NOT changed: %1</source>
+        <translation>NICHT geändert: %1</translation>
+    </message>
+    <message>
+        <source>one command inserted; it cannot be read back from the macro</source>
+        <translation>ein Befehl eingefügt; er ist aus dem Makro nicht wieder lesbar</translation>
     </message>
 </context>
 <context>
@@ -538,6 +738,16 @@
     </message>
 </context>
 <context>
+    <name>tessaly::EnterTextDialog</name>
+    <message numerus="yes">
+        <source>%1 of %n characters</source>
+        <translation>
+            <numerusform>%1 von %n Zeichen</numerusform>
+            <numerusform>%1 von %n Zeichen</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tessaly::FirstStartDialog</name>
     <message>
         <source>The sample site did not come with this program.</source>
@@ -558,6 +768,26 @@
     <message>
         <source>No site is found in %1.</source>
         <translation>In %1 wurden keine Anlagendaten gefunden.</translation>
+    </message>
+    <message>
+        <source>Tessaly: Site</source>
+        <translation>Tessaly: Anlagendaten</translation>
+    </message>
+    <message>
+        <source>The window works with the site here</source>
+        <translation>Das Fenster arbeitet mit den Anlagendaten hier</translation>
+    </message>
+    <message>
+        <source>To work with another one, the window closes and opens again. It asks first what becomes of unsaved changes.</source>
+        <translation>Für andere Anlagendaten schließt das Fenster und öffnet wieder. Es fragt zuvor, was aus ungespeicherten Änderungen wird.</translation>
+    </message>
+    <message>
+        <source>There is a site here already, which is left as it is.</source>
+        <translation>Hier sind schon Anlagendaten; sie bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -637,42 +867,16 @@
 <context>
     <name>tessaly::HistoryOperations</name>
     <message>
-        <source>The macro cannot be read.</source>
-        <translation>Das Makro ist nicht lesbar.</translation>
-    </message>
-    <message>
         <source>%1; the history could not keep what was there before</source>
         <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
-    </message>
-    <message>
-        <source>Put back &quot;%1&quot; of %2?
-
-It overwrites &quot;%3&quot; in
-%4</source>
-        <translation>„%1“ vom Stand %2 wiederherstellen?
-
-Damit wird „%3“ überschrieben in
-%4</translation>
     </message>
     <message>
         <source>%1: written to %2</source>
         <translation>%1: nach %2 geschrieben</translation>
     </message>
     <message>
-        <source>%1: could not be written to %2</source>
-        <translation>%1: konnte nicht nach %2 geschrieben werden</translation>
-    </message>
-    <message>
         <source>%1: no pane is connected to the panel %2 that it came from</source>
         <translation>%1: kein Bereich ist mit dem Bedienpult %2 verbunden, von dem es kam</translation>
-    </message>
-    <message>
-        <source>Put back &quot;%1&quot; of %2?
-
-It overwrites macro %3 of workplace %4 on the panel %5.</source>
-        <translation>„%1“ vom Stand %2 wiederherstellen?
-
-Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</translation>
     </message>
     <message>
         <source>Sending macro %1 to the panel</source>
@@ -701,6 +905,42 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
     <message>
         <source>Macros (*.mac)</source>
         <translation>Makros (*.mac)</translation>
+    </message>
+    <message>
+        <source>It cannot be read as a macro: it can be saved as a file, but not put back.</source>
+        <translation>Es ist nicht als Makro lesbar: es kann als Datei gespeichert, aber nicht wiederhergestellt werden.</translation>
+    </message>
+    <message>
+        <source>%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is put back.</source>
+        <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was wiederhergestellt wird.</translation>
+    </message>
+    <message>
+        <source>Put back &quot;%1&quot; of %2?</source>
+        <translation>„%1“ vom %2 wiederherstellen?</translation>
+    </message>
+    <message>
+        <source>It overwrites &quot;%1&quot; in
+%2</source>
+        <translation>Überschrieben wird „%1“ in
+%2</translation>
+    </message>
+    <message>
+        <source>It came from outside the site and is written to
+%1</source>
+        <translation>Es kam von außerhalb der Daten und wird geschrieben nach
+%1</translation>
+    </message>
+    <message>
+        <source>%1: written to %2, but it may not survive a power cut</source>
+        <translation>%1: nach %2 geschrieben, übersteht aber vielleicht keinen Stromausfall</translation>
+    </message>
+    <message>
+        <source>%1: could not be written to %2 (%3)</source>
+        <translation>%1: konnte nicht nach %2 geschrieben werden (%3)</translation>
+    </message>
+    <message>
+        <source>It overwrites macro %1 of workplace %2 on the panel %3.</source>
+        <translation>Überschrieben wird Makro %1 von Arbeitsplatz %2 auf dem Bedienpult %3.</translation>
     </message>
 </context>
 <context>
@@ -732,132 +972,85 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
 <context>
     <name>tessaly::MacroOperations</name>
     <message>
-        <source>Fetching macro %1 from the panel</source>
-        <translation>Makro %1 wird vom Bedienpult geholt</translation>
-    </message>
-    <message>
-        <source>Sending macro %1 to the panel</source>
-        <translation>Makro %1 wird zum Bedienpult gesendet</translation>
-    </message>
-    <message>
-        <source>%1: could not be fetched%2; the working copy still holds what was open before</source>
-        <translation>%1: konnte nicht geholt werden%2; die Arbeitskopie enthält noch, was zuvor geöffnet war</translation>
-    </message>
-    <message>
-        <source>%1: cannot be read</source>
-        <translation>%1: nicht lesbar</translation>
-    </message>
-    <message>
-        <source>%1: opened</source>
-        <translation>%1: geöffnet</translation>
-    </message>
-    <message>
-        <source>%1: created</source>
-        <translation>%1: angelegt</translation>
-    </message>
-    <message>
-        <source>%1: could not be created</source>
-        <translation>%1: konnte nicht angelegt werden</translation>
-    </message>
-    <message>
-        <source>%1: could not be created on the panel%2</source>
-        <translation>%1: konnte nicht auf dem Bedienpult angelegt werden%2</translation>
-    </message>
-    <message>
-        <source>Copying macro %1 on the panel</source>
-        <translation>Makro %1 wird auf dem Bedienpult kopiert</translation>
-    </message>
-    <message>
-        <source>%1: the panel was asked to rename it</source>
-        <translation>%1: Umbenennen wurde beim Bedienpult angefordert</translation>
-    </message>
-    <message>
-        <source>%1: the panel could not be asked to rename it</source>
-        <translation>%1: Umbenennen konnte beim Bedienpult nicht angefordert werden</translation>
-    </message>
-    <message>
-        <source>%1: renamed to %2</source>
-        <translation>%1: in %2 umbenannt</translation>
-    </message>
-    <message>
-        <source>%1: could not be renamed</source>
-        <translation>%1: konnte nicht umbenannt werden</translation>
-    </message>
-    <message>
-        <source>%1: the panel was asked to delete it</source>
-        <translation>%1: Löschen wurde beim Bedienpult angefordert</translation>
-    </message>
-    <message>
-        <source>%1: the panel could not be asked to delete it</source>
-        <translation>%1: Löschen konnte beim Bedienpult nicht angefordert werden</translation>
-    </message>
-    <message>
-        <source>%1: deleted</source>
-        <translation>%1: gelöscht</translation>
-    </message>
-    <message>
-        <source>%1: could not be deleted</source>
-        <translation>%1: konnte nicht gelöscht werden</translation>
-    </message>
-    <message>
-        <source>command %1 deleted</source>
-        <translation>Befehl %1 gelöscht</translation>
-    </message>
-    <message>
-        <source>command %1 could not be deleted</source>
-        <translation>Befehl %1 konnte nicht gelöscht werden</translation>
-    </message>
-    <message>
-        <source>%1: saved</source>
-        <translation>%1: gespeichert</translation>
-    </message>
-    <message>
-        <source>%1: saved%2</source>
-        <translation>%1: gespeichert%2</translation>
-    </message>
-    <message>
-        <source>%1: changes discarded</source>
-        <translation>%1: Änderungen verworfen</translation>
-    </message>
-    <message>
         <source>%1; the history could not keep what was there before</source>
         <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
     </message>
     <message>
-        <source>Deleting macro %1 on the panel</source>
-        <translation>Makro %1 wird auf dem Bedienpult gelöscht</translation>
+        <source>created: %1</source>
+        <translation>erstellt: %1</translation>
     </message>
     <message>
-        <source>%1: created on the panel%2</source>
-        <translation>%1: auf dem Bedienpult angelegt%2</translation>
+        <source>NOT created: %1%2</source>
+        <translation>NICHT erstellt: %1%2</translation>
     </message>
     <message>
-        <source>%1: copied to %2%3</source>
-        <translation>%1: nach %2 kopiert%3</translation>
+        <source>created on the panel: %1%2</source>
+        <translation>auf dem Bedienpult erstellt: %1%2</translation>
     </message>
     <message>
-        <source>%1: could not be copied%2</source>
-        <translation>%1: konnte nicht kopiert werden%2</translation>
+        <source>NOT created on the panel: %1%2</source>
+        <translation>NICHT auf dem Bedienpult erstellt: %1%2</translation>
+    </message>
+    <message numerus="yes">
+        <source> (%n commands of the key cannot be read in a macro)</source>
+        <translation>
+            <numerusform> (%n Befehl der Taste ist in einem Makro nicht lesbar)</numerusform>
+            <numerusform> (%n Befehle der Taste sind in einem Makro nicht lesbar)</numerusform>
+        </translation>
     </message>
     <message>
-        <source>%1: saved over what another program had written there</source>
-        <translation>%1: über den Stand eines anderen Programms hinweg gespeichert</translation>
+        <source>copied: %1 to %2%3</source>
+        <translation>kopiert: %1 nach %2%3</translation>
     </message>
     <message>
-        <source>NOT saved: this macro has not come from a place that it could go back to</source>
-        <translation>NICHT gespeichert: dieses Makro kam von keinem Ort, an den es zurück könnte</translation>
+        <source>NOT copied: %1 to %2%3</source>
+        <translation>NICHT kopiert: %1 nach %2%3</translation>
     </message>
     <message>
-        <source>the demonstration sends nothing</source>
-        <translation>die Vorführung sendet nichts</translation>
+        <source>asked: the panel is to rename %1</source>
+        <translation>angefordert: das Bedienpult soll %1 umbenennen</translation>
     </message>
     <message>
-        <source>%1: NOT saved%2; the history keeps the changes</source>
-        <translation>%1: NICHT gespeichert%2; der Verlauf bewahrt die Änderungen auf</translation>
+        <source>NOT asked: the panel cannot be told to rename %1</source>
+        <translation>NICHT angefordert: dem Bedienpult ist nicht zu sagen, dass es %1 umbenennen soll</translation>
     </message>
     <message>
-        <source>%1: NOT saved%2; only this pane still holds the changes</source>
-        <translation>%1: NICHT gespeichert%2; nur dieser Bereich enthält die Änderungen noch</translation>
+        <source>renamed: %1 to %2</source>
+        <translation>umbenannt: %1 in %2</translation>
+    </message>
+    <message>
+        <source>NOT renamed: %1%2</source>
+        <translation>NICHT umbenannt: %1%2</translation>
+    </message>
+    <message>
+        <source>deleted: %1</source>
+        <translation>gelöscht: %1</translation>
+    </message>
+    <message>
+        <source>NOT deleted: %1%2</source>
+        <translation>NICHT gelöscht: %1%2</translation>
+    </message>
+    <message>
+        <source>The history could not keep %1, so that it cannot be put back:
+%2.
+
+Delete it all the same?</source>
+        <translation>Der Verlauf konnte %1 nicht aufbewahren, es ließe sich nicht wiederherstellen:
+%2.
+
+Trotzdem löschen?</translation>
+    </message>
+    <message>
+        <source>asked: the panel is to delete %1</source>
+        <translation>angefordert: das Bedienpult soll %1 löschen</translation>
+    </message>
+    <message>
+        <source>NOT asked: the panel cannot be told to delete %1</source>
+        <translation>NICHT angefordert: dem Bedienpult ist nicht zu sagen, dass es %1 löschen soll</translation>
+    </message>
+    <message>
+        <source>NOT deleted: %1</source>
+        <translation>NICHT gelöscht: %1</translation>
     </message>
 </context>
 <context>
@@ -946,16 +1139,28 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
         <source>choose a macro</source>
         <translation>Makro auswählen</translation>
     </message>
+    <message>
+        <source>line lost</source>
+        <translation>Verbindung verloren</translation>
+    </message>
+    <message>
+        <source>functions go to %1</source>
+        <translation>Funktionen gehen an %1</translation>
+    </message>
+    <message>
+        <source>The line to this panel is lost: nothing is behind the pane.</source>
+        <translation>Die Verbindung zu diesem Bedienpult ist verloren: hinter dem Bereich steht nichts.</translation>
+    </message>
+    <message>
+        <source>This pane has joined the line to %1: what the panel is asked to do goes there, macros go to the address here.</source>
+        <translation>Dieser Bereich nutzt die Verbindung zu %1 mit: Anforderungen gehen dorthin, Makros an die Adresse hier.</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MainWindow</name>
     <message>
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>the settings could not be written</source>
-        <translation>die Einstellungen konnten nicht geschrieben werden</translation>
     </message>
     <message>
         <source>the connection to the panel was lost</source>
@@ -977,12 +1182,124 @@ Damit wird Makro %3 von Arbeitsplatz %4 auf dem Bedienpult %5 überschrieben.</t
         <source>&amp;History...</source>
         <translation>&amp;Verlauf...</translation>
     </message>
+    <message>
+        <source>&amp;Site...</source>
+        <translation>&amp;Anlagendaten...</translation>
+    </message>
+    <message>
+        <source>the connection to the panel was lost, and the values of the update with it</source>
+        <translation>die Verbindung zum Bedienpult ging verloren, und mit ihr die Werte der Aktualisierung</translation>
+    </message>
+    <message>
+        <source>the connection to the panel was lost: %1</source>
+        <translation>die Verbindung zum Bedienpult ging verloren: %1</translation>
+    </message>
+    <message>
+        <source>NOT confirmed: the panel has not said that macro %1 is deleted</source>
+        <translation>NICHT bestätigt: das Bedienpult hat nicht gemeldet, dass Makro %1 gelöscht ist</translation>
+    </message>
+    <message>
+        <source>NOT confirmed: the panel has not said that macro %1 is renamed to %2</source>
+        <translation>NICHT bestätigt: das Bedienpult hat nicht gemeldet, dass Makro %1 in %2 umbenannt ist</translation>
+    </message>
+    <message>
+        <source>The settings could not be written: %1</source>
+        <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MultipleCommandsDialog</name>
     <message>
         <source>The next command could not be inserted</source>
         <translation>Der nächste Befehl konnte nicht eingefügt werden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MultipleCommandsModel</name>
+    <message>
+        <source>%1
+acts at once when the macro is run</source>
+        <translation>%1
+wirkt sofort, wenn das Makro abläuft</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::OpenMacros</name>
+    <message>
+        <source>opened: %1</source>
+        <translation>geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>NOT opened: %1%2; the working copy still holds what was open before</source>
+        <translation>NICHT geöffnet: %1%2; die Arbeitskopie enthält noch, was zuvor geöffnet war</translation>
+    </message>
+    <message>
+        <source>NOT opened: %1%2</source>
+        <translation>NICHT geöffnet: %1%2</translation>
+    </message>
+    <message>
+        <source>command %1 deleted</source>
+        <translation>Befehl %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>command %1 NOT deleted%2</source>
+        <translation>Befehl %1 NICHT gelöscht%2</translation>
+    </message>
+    <message>
+        <source>%1 has been deleted by somebody else since it was opened here.
+
+Save it anew?</source>
+        <translation>%1 wurde von jemand anderem gelöscht, seit es hier geöffnet wurde.
+
+Neu speichern?</translation>
+    </message>
+    <message>
+        <source>%1 has been changed by somebody else since it was opened here.
+
+Save over it?</source>
+        <translation>%1 wurde von jemand anderem geändert, seit es hier geöffnet wurde.
+
+Darüber speichern?</translation>
+    </message>
+    <message>
+        <source>NOT saved: this macro has not come from a place that it could go back to</source>
+        <translation>NICHT gespeichert: dieses Makro kam von keinem Ort, an den es zurück könnte</translation>
+    </message>
+    <message>
+        <source>the demonstration sends nothing</source>
+        <translation>die Demonstration sendet nichts</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1 is as somebody else has left it</source>
+        <translation>NICHT gespeichert: %1 ist, wie es jemand anderes hinterlassen hat</translation>
+    </message>
+    <message>
+        <source>saved: %1%2</source>
+        <translation>gespeichert: %1%2</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1%2; the history keeps the changes</source>
+        <translation>NICHT gespeichert: %1%2; der Verlauf bewahrt die Änderungen auf</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1%2; only this pane still holds the changes</source>
+        <translation>NICHT gespeichert: %1%2; nur dieser Bereich enthält die Änderungen noch</translation>
+    </message>
+    <message>
+        <source>%1; another program had changed the working copy, which was put right</source>
+        <translation>%1; ein anderes Programm hatte die Arbeitskopie geändert, sie wurde berichtigt</translation>
+    </message>
+    <message>
+        <source>%1; the history could not keep what was there before</source>
+        <translation>%1; der Verlauf konnte nicht aufbewahren, was vorher dort war</translation>
+    </message>
+    <message>
+        <source>changes discarded: %1; the history keeps them</source>
+        <translation>Änderungen verworfen: %1; der Verlauf bewahrt sie auf</translation>
+    </message>
+    <message>
+        <source>changes discarded: %1</source>
+        <translation>Änderungen verworfen: %1</translation>
     </message>
 </context>
 <context>
@@ -1041,16 +1358,8 @@ Bilder von 0 bis %1</translation>
         <translation>Die Datei ist nicht mehr wie zuletzt: sie wurde inzwischen anderweitig geändert.</translation>
     </message>
     <message>
-        <source>%1: the working copy cannot be written; you will be asked again</source>
-        <translation>%1: die Arbeitskopie ist nicht schreibbar; es wird erneut nachgefragt</translation>
-    </message>
-    <message>
         <source>%1: changes taken up again</source>
         <translation>%1: Änderungen wieder aufgenommen</translation>
-    </message>
-    <message>
-        <source>%1: cannot be read</source>
-        <translation>%1: nicht lesbar</translation>
     </message>
     <message>
         <source>%1: the changes stay in the history</source>
@@ -1064,13 +1373,31 @@ Bilder von 0 bis %1</translation>
         <source>%1: you will be asked again at the next start</source>
         <translation>%1: beim nächsten Start wird erneut nachgefragt</translation>
     </message>
+    <message>
+        <source>%1: NOT taken up (%2); you will be asked again</source>
+        <translation>%1: NICHT wieder aufgenommen (%2); es wird erneut gefragt</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SelectInputDialog</name>
+    <message>
+        <source>source hold</source>
+        <translation>Quelle halten</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::StatusStrip</name>
+    <message>
+        <source>Save Again</source>
+        <translation>Erneut speichern</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ValueUpdate</name>
-    <message>
-        <source>update ended: the macro was changed meanwhile</source>
-        <translation>Aktualisierung beendet: das Makro wurde inzwischen geändert</translation>
-    </message>
     <message numerus="yes">
         <source>%n commands updated</source>
         <translation>
@@ -1078,9 +1405,42 @@ Bilder von 0 bis %1</translation>
             <numerusform>%n Befehle aktualisiert</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>waiting for %n values from the panel</source>
+        <translation>
+            <numerusform>es wird auf %n Wert vom Bedienpult gewartet</numerusform>
+            <numerusform>es wird auf %n Werte vom Bedienpult gewartet</numerusform>
+        </translation>
+    </message>
     <message>
-        <source>the updated values could not be written</source>
-        <translation>die aktualisierten Werte konnten nicht geschrieben werden</translation>
+        <source>update ended: the macro was changed meanwhile, the values that came are gone</source>
+        <translation>Aktualisierung beendet: das Makro wurde inzwischen geändert, die Werte sind verworfen</translation>
+    </message>
+    <message>
+        <source>update cancelled: the values that came are gone</source>
+        <translation>Aktualisierung abgebrochen: die Werte sind verworfen</translation>
+    </message>
+    <message>
+        <source>update ended: the pane is no longer connected, the values that came are gone</source>
+        <translation>Aktualisierung beendet: der Bereich ist nicht mehr verbunden, die Werte sind verworfen</translation>
+    </message>
+    <message>
+        <source>NOT updated: %1</source>
+        <translation>NICHT aktualisiert: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of them changed</source>
+        <translation>
+            <numerusform>%n davon geändert</numerusform>
+            <numerusform>%n davon geändert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n values came; pane B shows the state before the update; use pane A</source>
+        <translation>
+            <numerusform>%n Wert kam; Bereich B zeigt den Stand vor der Aktualisierung; dafür Bereich A verwenden</numerusform>
+            <numerusform>%n Werte kamen; Bereich B zeigt den Stand vor der Aktualisierung; dafür Bereich A verwenden</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -10,11 +10,14 @@
             <numerusform>%n commands inserted</numerusform>
         </translation>
     </message>
+</context>
+<context>
+    <name>tessaly::EnterTextDialog</name>
     <message numerus="yes">
-        <source>; %n of them lack a parameter, see &quot;modify&quot;</source>
+        <source>%1 of %n characters</source>
         <translation>
-            <numerusform>; %n of them lacks a parameter, see &quot;modify&quot;</numerusform>
-            <numerusform>; %n of them lack a parameter, see &quot;modify&quot;</numerusform>
+            <numerusform>%1 of %n character</numerusform>
+            <numerusform>%1 of %n characters</numerusform>
         </translation>
     </message>
 </context>
@@ -25,6 +28,16 @@
         <translation>
             <numerusform>%n found</numerusform>
             <numerusform>%n found</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroOperations</name>
+    <message numerus="yes">
+        <source> (%n commands of the key cannot be read in a macro)</source>
+        <translation>
+            <numerusform> (%n command of the key cannot be read in a macro)</numerusform>
+            <numerusform> (%n commands of the key cannot be read in a macro)</numerusform>
         </translation>
     </message>
 </context>
@@ -45,6 +58,27 @@
         <translation>
             <numerusform>%n command updated</numerusform>
             <numerusform>%n commands updated</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>waiting for %n values from the panel</source>
+        <translation>
+            <numerusform>waiting for %n value from the panel</numerusform>
+            <numerusform>waiting for %n values from the panel</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of them changed</source>
+        <translation>
+            <numerusform>%n of them changed</numerusform>
+            <numerusform>%n of them changed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n values came; pane B shows the state before the update; use pane A</source>
+        <translation>
+            <numerusform>%n value came; pane B shows the state before the update; use pane A</numerusform>
+            <numerusform>%n values came; pane B shows the state before the update; use pane A</numerusform>
         </translation>
     </message>
 </context>
