@@ -111,7 +111,8 @@ bool ListFinder::eventFilter(QObject* watched, QEvent* event) {
   }
   if (event->type() == QEvent::FocusOut && !text_->hasFocus() && isVisible()) {
     hide();
-    list_.viewport()->update();
+    // The keyboard also goes while the list is being destroyed.
+    if (auto* list = qobject_cast<QAbstractScrollArea*>(parent())) list->viewport()->update();
     return false;
   }
   if (event->type() != QEvent::KeyPress) return false;

@@ -98,6 +98,7 @@ void actCopyOnPanel(Desk& desk, const Fault& fault) {
   desk.settle({});
   if (!desk.hasRow(b().macros, "000 - Zero")) return;  // the names went with the line
   desk.driver->choose(b().macros, "000");
+  if (!desk.enabled(a().copyMacro)) return;  // it could not be opened, so nothing is chosen
   copyToNew(desk, a().copyMacro);
 }
 void actRename(Desk& desk, const Fault&) {

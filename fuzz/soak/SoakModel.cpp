@@ -108,7 +108,9 @@ void SoakModel::leave(Pane pane) {
   refresh(pane);
 }
 
+// A click on the source that is shown already is none.
 void SoakModel::chooseHarddisk(Pane pane) {
+  if (!of(pane).panel) return;
   if (of(pane).connected && !of(other(pane)).connected) lineDown();
   of(pane).panel = false;
   of(pane).connected = false;
@@ -117,8 +119,8 @@ void SoakModel::chooseHarddisk(Pane pane) {
 }
 
 void SoakModel::choosePanel(Pane pane) {
-  const bool changed = !std::exchange(of(pane).panel, true);
-  const bool joins = changed && of(other(pane)).connected;
+  if (std::exchange(of(pane).panel, true)) return;
+  const bool joins = of(other(pane)).connected;
   if (!joins || line.panel < 0) refresh(pane);
   if (joins) connect(pane);
 }
@@ -229,7 +231,7 @@ void SoakModel::listMacros(Pane pane) {
   const std::string folder = macroFolder(here);
   if (folder.empty()) return;
   for (const auto& [number, bytes] : disk[folder])
-    here.macros.emplace_back(number, format("%03d - ", number) + nameOf(bytes));
+    here.macros.emplace_back(number, format("%03d - ", number) + displayUtf8(nameOf(bytes)));
   here.macroNotice = here.macros.empty();
 }
 
