@@ -26,7 +26,8 @@ void run(std::string_view bytes) {
   const std::string written = site().bytes(kFile);
   Settings again;
   require(readSettings(site().root, again) && again == settings, "written settings are read as they were");
-  require(writeSettings(site().root, again).done() && site().bytes(kFile) == written, "and written the same again");
+  require(writeSettings(site().root, again).done() && site().bytes(kFile) == written,
+          "and written the same again");
   const std::string path = derivedPath(settings.pathA);
   require(path.empty() == settings.pathA.empty() && (path.empty() || path.back() == '\\'),
           "a path that is used ends with its separator");

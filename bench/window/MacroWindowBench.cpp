@@ -112,8 +112,7 @@ void toggleRaw() {
 void buildLines() {
   static const MacroCommands commands = [] {
     MacroCommands loaded;
-    if (!loadCommands(desk().access(), std::string(kLargeMacros) + "macro000.mac", loaded))
-      std::abort();
+    if (!loadCommands(desk().access(), std::string(kLargeMacros) + "macro000.mac", loaded)) std::abort();
     return loaded;
   }();
   std::string buffer;

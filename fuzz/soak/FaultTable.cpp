@@ -140,7 +140,8 @@ class Cell {
       expect(failure != done || strip == kQuiet, "the strip is wrong: " + strip);
       return;
     }
-    expect(failure || startsWith(strip, "asked: the panel") || startsWith(strip, "gone: "), "the strip says: " + strip);
+    expect(failure || startsWith(strip, "asked: the panel") || startsWith(strip, "gone: "),
+           "the strip says: " + strip);
     expect(!failure || !done, "the strip is wrong: " + strip);
   }
 

@@ -274,7 +274,7 @@ std::string SoakUser::newMany() {
   desk_.press(ids().newMultiple, [&](QDialog& dialog) {
     const DialogDriver user(dialog);
     user.click(bus.c_str());
-    user.click("updateParameters");
+    if (Desk::lineUp()) user.click("updateParameters");  // else a box says that it is lost
     if (answered)
       WindowDriver::waitFor([&] { return user.enabled("insertEnd"); }, "the values of all commands");
     user.click(insert ? "insertEnd" : "cancel");

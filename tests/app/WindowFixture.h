@@ -35,7 +35,9 @@ inline PanelClient& offlineClient() {
 class WindowFixture {
  public:
   explicit WindowFixture(PanelClient& client, std::uint16_t ftpPort = kFtpPort, bool demo = false)
-      : history(site.root), lists_(site.root), macros_(client, site.root, ftpTransfers(ftpPort), demo, &readsAsMacro) {
+      : history(site.root),
+        lists_(site.root),
+        macros_(client, site.root, ftpTransfers(ftpPort), demo, &readsAsMacro) {
     const std::filesystem::path drive = sourcePath("site/c");
     std::filesystem::copy(drive, site.root.path() / "c", std::filesystem::copy_options::recursive);
     context_ = std::make_unique<WindowContext>(

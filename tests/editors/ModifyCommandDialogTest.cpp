@@ -39,8 +39,7 @@ struct ModifyCommand : EditorFixture {
 };
 
 TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
-  ModifyCommand modify(
-      command("QMF3.ME1.KEY10.CLIP.SET", {{"LEVEL", "51.000000"}, {"STRAY", "1"}}, "7"));
+  ModifyCommand modify(command("QMF3.ME1.KEY10.CLIP.SET", {{"LEVEL", "51.000000"}, {"STRAY", "1"}}, "7"));
   const DialogDriver& user = modify.user;
   EXPECT_EQ(user.label("destinationLabel") + ' ' + modify.destination(), "Command Destination Mainframe-3");
   EXPECT_EQ(user.label("functionText"), "ME 1 Key 10 Clip Set");

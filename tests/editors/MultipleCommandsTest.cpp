@@ -8,8 +8,8 @@
 #include "model/MacroFile.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/link/FakeTransport.h"
-#include "tests/support/TestSite.h"
 #include "tests/support/LoadCommands.h"
+#include "tests/support/TestSite.h"
 
 namespace tessaly {
 namespace {
