@@ -76,7 +76,7 @@ QString StatusStrip::owed(Pane pane) const { return owed_[index(pane)].text->tex
 void StatusStrip::showWaiting(const QString& text) { waiting_.show(text); }
 
 QString nameInStrip(const std::string& bytes) {
-  const QString name = shown(bytes);
+  QString name = shown(bytes);
   if (name.size() <= kLongestName) return name;
   constexpr qsizetype kEnd = 12;
   return name.left(kLongestName - kEnd - 1) + QChar(0x2026) + name.right(kEnd);

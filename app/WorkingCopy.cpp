@@ -23,7 +23,7 @@ Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled) {
   copy.lent_ = false;
   copy.empty();
   if (filled) copy.target_ = target;
-  const Outcome loaded = copy.load();
+  Outcome loaded = copy.load();
   if (filled && loaded) copy.fetched_ = copy.macro_->check();
   emit copy.changed();
   return loaded;

@@ -141,7 +141,7 @@ TransferOutcome PanelMacros::upload(const std::string& address, int workplace, s
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
                                          std::string_view target, std::string_view buffer) {
   const Running running(*this, address);
-  const TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
+  TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;
   return send(*running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);

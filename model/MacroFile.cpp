@@ -122,7 +122,7 @@ Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::str
   if (insertion.drafts.empty()) return saveMacro(site.root, targetPath, *empty);
   const auto filled = apply(*empty, insertion);
   if (filled) return saveMacro(site.root, targetPath, *filled);
-  if (const Outcome saved = saveMacro(site.root, targetPath, *empty); !saved) return saved;
+  if (Outcome saved = saveMacro(site.root, targetPath, *empty); !saved) return saved;
   return filled.failure();
 }
 
@@ -139,7 +139,7 @@ Outcome setCommandValue(const SiteAccess& site, std::string_view path, int numbe
   // The file is written even when no parameter took the value.
   const auto unchanged = reprint(*macro);
   if (!unchanged) return unchanged.failure();
-  if (const Outcome saved = saveMacro(site.root, path, *unchanged); !saved) return saved;
+  if (Outcome saved = saveMacro(site.root, path, *unchanged); !saved) return saved;
   return changed.failure();
 }
 
