@@ -127,7 +127,7 @@ bool PanelClient::subscribe(const std::string& name, std::shared_ptr<ValueObserv
   {
     const MutexLock tables(tables_);
     // The line may have gone since it was asked first.
-    if (state_ == kPanelNotConnected) return false;
+    if (state() == kPanelNotConnected) return false;
     Observers& observers = subscribers_[name];
     added = std::none_of(observers.begin(), observers.end(),
                          [&observer](const auto& other) { return other->same(*observer); });

@@ -54,7 +54,7 @@ Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path) {
     site.messages.show(format(kCannotParse, file.c_str()));
   else
     site.messages.show(format(kCannotRead, file.c_str(), macro.failure().text.c_str()));
-  return macro;
+  return macro.failure();
 }
 
 Outcome saveMacro(const SiteRoot& root, std::string_view path, const Macro& macro) {

@@ -243,14 +243,14 @@ std::string visibleUtf8(std::string_view bytes, std::string_view kept) {
   const auto plain = [kept](char c) { return (c >= ' ' && c <= '~') || kept.find(c) != kept.npos; };
   if (std::all_of(text.begin(), text.end(), plain)) return text;
   std::string result;
-  for (std::string_view rest = text; !rest.empty();) {
-    const CodePoint point = decode(rest);
-    const std::string_view character = rest.substr(0, point.length);
+  for (std::size_t at = 0; at < text.size();) {
+    const CodePoint point = decode(std::string_view(text).substr(at));
+    const std::string_view character = std::string_view(text).substr(at, point.length);
     if (unseen(point.value) && !plain(character[0]))
       result += format("[U+%04X]", static_cast<unsigned>(point.value));
     else
       result += character;
-    rest.remove_prefix(point.length);
+    at += point.length;
   }
   return result;
 }

@@ -165,11 +165,11 @@ Expected<std::string> printXml(const XmlDocument& document) try {
     printer.node(*node, 0);
     printer.bytes() += '\n';
   }
-  std::string& bytes = printer.bytes();
+  std::string bytes = std::move(printer.bytes());
   if (printer.pieces() > kMostXmlPieces || bytes.size() > kLargestFile)
     return Failure{Kind::kTooLarge, "would grow too large"};
   std::transform(bytes.begin(), bytes.end(), bytes.begin(), shownForm);
-  return std::move(bytes);
+  return bytes;
 } catch (const std::bad_alloc&) {
   return noMemory();
 }

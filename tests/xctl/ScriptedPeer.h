@@ -69,9 +69,7 @@ class ScriptedPeer {
  public:
   using Script = std::function<void(ScriptedPeer&, const Socket&)>;
 
-  explicit ScriptedPeer(Script script) : script_(std::move(script)) {
-    std::string reason;
-    listener_ = Socket::listen("127.0.0.1", 0, reason);
+  explicit ScriptedPeer(Script script) : script_(std::move(script)), listener_(onLoopback()) {
     thread_ = std::thread([this] { serve(); });
   }
   ~ScriptedPeer() {
@@ -111,6 +109,11 @@ class ScriptedPeer {
   }
 
  private:
+  static Socket onLoopback() {
+    std::string reason;
+    return Socket::listen("127.0.0.1", 0, reason);
+  }
+
   bool wait(const Socket& socket, bool forWrite) {
     std::array<Watch, 2> watches{Watch{.socket = &socket, .forRead = !forWrite, .forWrite = forWrite},
                                  Watch{.socket = &wakeUp_.socket()}};
