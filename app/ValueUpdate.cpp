@@ -160,9 +160,8 @@ void ValueUpdate::showWaiting() {
 
 void ValueUpdate::handle(const PanelAnswer& answer) {
   if (marker_ == kIdle) return;
-  if (copy().revision() != heldRevision_) {
-    // What was asked for belongs to commands that have moved or gone.
-    drop(tr("update ended: the macro was changed meanwhile, the values that came are gone"));
+  if (const QString why = obstacle(); !why.isEmpty()) {
+    drop(why);
     return;
   }
   const std::size_t dot = answer.name.find('.');
@@ -195,6 +194,16 @@ void ValueUpdate::writeAhead() {
   if (busy() && copy().revision() == heldRevision_ && !copy().writeAhead(values_)) ahead_.start();
 }
 
+// What keeps the values from their commands. A pane that leaves the panel loses its macro, too.
+QString ValueUpdate::obstacle() {
+  if (!connection_.connected(pane_))
+    return tr("update ended: the pane is no longer connected, the values that came are gone");
+  // What was asked for belongs to commands that have moved or gone.
+  if (copy().revision() != heldRevision_)
+    return tr("update ended: the macro was changed meanwhile, the values that came are gone");
+  return {};
+}
+
 void ValueUpdate::drop(const QString& why) {
   end();
   emit said(why);
@@ -223,12 +232,8 @@ bool ValueUpdate::lineLost() {
 void ValueUpdate::finish() {
   ahead_.stop();
   if (marker_ != kIdle) {
-    if (copy().revision() != heldRevision_) {
-      drop(tr("update ended: the macro was changed meanwhile, the values that came are gone"));
-      return;
-    }
-    if (!connection_.connected(pane_)) {
-      drop(tr("update ended: the pane is no longer connected, the values that came are gone"));
+    if (const QString why = obstacle(); !why.isEmpty()) {
+      drop(why);
       return;
     }
     if (pane_ == Pane::kA)

@@ -57,6 +57,7 @@ class ValueUpdate : public QObject {
   void take(std::size_t command, const std::string& text);
   void writeAhead();
   void showWaiting();
+  [[nodiscard]] QString obstacle();
   void drop(const QString& why);
   void end();
   void finish();
