@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include <QLabel>
+#include <QProgressDialog>
+
 #include "model/MacroFile.h"
 #include "panelsim/PanelSimulator.h"
 #include "tests/app/WindowFixture.h"
@@ -42,6 +45,13 @@ struct Panel {
   static std::string file(int workplace, const std::string& number) {
     return "flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/macro" + number + ".mac";
   }
+  // With commands of these functions, each with the value 0.
+  static std::string macro(const std::string& name, const std::vector<std::string>& fids) {
+    std::string text = "<macro name=\"" + name + "\"><data>";
+    for (const std::string& fid : fids)
+      text += "<cmd fid=\"" + fid + "\" workplace=\"1\"><param name=\"state\" value=\"0\"/></cmd>";
+    return text + "</data></macro>";
+  }
   [[nodiscard]] std::string read(int workplace, const std::string& number) const {
     return tree.read(file(workplace, number));
   }
@@ -68,30 +78,37 @@ class PanelWindowTest : public testing::Test {
   }
 
   [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
+  [[nodiscard]] static const PaneDescriptor::ControlIds& ids(Pane pane) { return WindowFixture::ids(pane); }
   [[nodiscard]] std::string addressOf(const Panel& panel) const {
     return panel.simulator.address() + ":" + std::to_string(panel.simulator.controlPort());
   }
 
   void choosePanel(Pane pane, const std::string& address) {
-    const auto& ids = WindowFixture::ids(pane);
-    driver().press(ids.panel);
-    auto& edit = driver().control<QLineEdit>(ids.address);
+    const auto& here = ids(pane);
+    driver().press(here.panel);
+    auto& edit = driver().control<QLineEdit>(here.address);
     if (!edit.isEnabled()) return;
     edit.setFocus();
     edit.selectAll();
     QTest::keyClicks(&edit, QString::fromStdString(address));
   }
   void connectPane(Pane pane, const Panel& panel) {
-    const auto& ids = WindowFixture::ids(pane);
+    const auto& here = ids(pane);
     choosePanel(pane, addressOf(panel));
-    driver().press(ids.connectButton);
-    awaitRow(ids.applications, "connected to " + addressOf(panel));
-    awaitRow(ids.workplaces, "Workplace 2");
+    driver().press(here.connectButton);
+    awaitRow(here.applications, "connected to " + addressOf(panel));
+    awaitRow(here.workplaces, "Workplace 2");
+  }
+  // Pane B joins the connection of pane A.
+  void connectBoth(const Panel& panel) {
+    choosePanel(Pane::kB, addressOf(panel));
+    connectPane(Pane::kA, panel);
+    driver().press(b_.connectButton);
   }
   void chooseWorkplace(Pane pane, int workplace, const std::string& expected) {
-    const auto& ids = WindowFixture::ids(pane);
-    driver().choose(ids.workplaces, "Workplace " + std::to_string(workplace));
-    awaitRow(ids.macros, expected);
+    const auto& here = ids(pane);
+    driver().choose(here.workplaces, "Workplace " + std::to_string(workplace));
+    awaitRow(here.macros, expected);
   }
   void awaitRow(int listId, const std::string& text) {
     WindowDriver::waitFor(
@@ -109,6 +126,25 @@ class PanelWindowTest : public testing::Test {
         },
         text.c_str());
   }
+  void awaitStatus(const std::string& text) {
+    WindowDriver::waitFor([&] { return fixture_.status().toStdString() == text; }, text.c_str());
+  }
+  void awaitEdited(Pane pane) {
+    WindowDriver::waitFor([this, pane] { return edited(pane); }, "edit state");
+  }
+  void awaitInFile(Pane pane, const std::vector<std::string>& expected) {
+    WindowDriver::waitFor([&] { return valuesInFile(pane) == expected; }, "the values in the file");
+  }
+  static void awaitTime(int milliseconds) {
+    bool over = false;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, qApp, [&over] { over = true; });
+    WindowDriver::waitFor([&over] { return over; }, "the time");
+  }
+  static void stallTransfers(Panel& panel) {
+    PanelFaults faults;
+    faults.ftp.stallTransfer = true;
+    ASSERT_TRUE(panel.simulator.setFaults(faults));
+  }
   void copyTo(int button, int number) {
     driver().press(button, [number](QDialog& dialog) {
       WindowDriver::type(dialog, "position", QString::number(number));
@@ -116,7 +152,22 @@ class PanelWindowTest : public testing::Test {
     });
   }
   [[nodiscard]] std::string button(Pane pane) {
-    return driver().control<QAbstractButton>(WindowFixture::ids(pane).connectButton).text().toStdString();
+    return driver().control<QAbstractButton>(ids(pane).connectButton).text().toStdString();
+  }
+  [[nodiscard]] EventGate& gate() { return fixture_.window->gate(); }
+  [[nodiscard]] bool edited(Pane pane) {
+    return driver().control<QAbstractButton>(ids(pane).saveChanges).isVisible();
+  }
+  [[nodiscard]] std::string progress(Pane pane) {
+    return driver().control<QLabel>(ids(pane).progress).text().toStdString();
+  }
+  [[nodiscard]] bool transferShown() {
+    const auto* progress = fixture_.window->findChild<QProgressDialog*>();
+    return progress != nullptr && progress->isVisible();
+  }
+  [[nodiscard]] std::vector<std::string> valuesInFile(Pane pane) {
+    return values(fixture_.site.read(std::string("c:\\programme\\RV48\\bin\\MacroFid\\temp") +
+                                     kPaneDescriptors[index(pane)].letter + ".mac"));
   }
   [[nodiscard]] std::vector<std::string> values(const std::string& bytes) {
     fixture_.site.write("c:\\check.mac", bytes);

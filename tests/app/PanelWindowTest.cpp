@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QLabel>
 
 #include "tests/app/PanelWindowFixture.h"
 #include "tests/editors/DialogDriver.h"
@@ -96,9 +95,7 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
 }
 
 TEST_F(PanelWindowTest, UnsavedChangesHoldThePaneAtItsWorkplace) {
-  choosePanel(Pane::kB, addressOf(first_));
-  connectPane(Pane::kA, first_);
-  driver().press(b_.connectButton);
+  connectBoth(first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   driver().choose(b_.macros, "007");
   copyTo(a_.copyMacro, 104);
@@ -137,10 +134,8 @@ TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
                                                          "Classic Commands will not be updated \n"));
   driver().press(a_.updateData);
   EXPECT_THAT(fixture_.site.messages.take(), ElementsAre("Update is busy... "));
-  WindowDriver::waitFor([this] { return driver().control<QAbstractButton>(a_.saveChanges).isVisible(); },
-                        "edit state");
-  const std::string temp = "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac";
-  EXPECT_THAT(values(fixture_.site.read(temp)), ElementsAre("1", "23 10 05 01 ", "1"));
+  awaitEdited(Pane::kA);
+  EXPECT_THAT(valuesInFile(Pane::kA), ElementsAre("1", "23 10 05 01 ", "1"));
   EXPECT_THAT(driver().texts(a_.commands),
               ElementsAre(testing::EndsWith(" ==> updated"), Not(testing::EndsWith("updated")),
                           testing::EndsWith(" ==> updated")));
@@ -149,21 +144,16 @@ TEST_F(PanelWindowTest, ValuesAreUpdatedInBothPanes) {
   // One command only: the total was never counted.
   driver().clickRow(a_.commands, 2);
   driver().press(a_.updateData);
-  WindowDriver::waitFor(
-      [this] {
-        return driver().control<QLabel>(a_.progress).text() == QStringLiteral("1 of 0 Commands updated...");
-      },
-      "the progress of one command");
-  WindowDriver::waitFor([this] { return driver().control<QAbstractButton>(a_.saveChanges).isVisible(); },
-                        "edit state");
-  EXPECT_THAT(values(fixture_.site.read(temp)), ElementsAre("0", "23 10 05 01 ", "1"));
+  WindowDriver::waitFor([this] { return progress(Pane::kA) == "1 of 0 Commands updated..."; },
+                        "the progress of one command");
+  awaitEdited(Pane::kA);
+  EXPECT_THAT(valuesInFile(Pane::kA), ElementsAre("0", "23 10 05 01 ", "1"));
   driver().press(a_.discardChanges);
 
   // A value that the client knows already comes at once, also after an update that was left open.
   driver().clickRow(a_.macros, 1);
   driver().press(a_.updateData);
-  WindowDriver::waitFor([this] { return driver().control<QAbstractButton>(a_.saveChanges).isVisible(); },
-                        "edit state from a known value");
+  awaitEdited(Pane::kA);
   driver().press(a_.discardChanges);
 
   // A cancelled question keeps the update busy until a macro is selected.
@@ -285,6 +275,25 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   driver().choose(b_.macros, "000");
   EXPECT_EQ(driver().texts(b_.commands).size(), 2U) << "the working copy holds what it held";
   EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT opened: 000"));
+}
+
+// Catches a window that closes under its transfer, waits until that ends by itself, or stays open after it.
+TEST_F(PanelWindowTest, ClosingCancelsATransferFirst) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  stallTransfers(first_);
+  QTimer user;
+  QObject::connect(&user, &QTimer::timeout, &user, [&] {
+    if (!transferShown()) return;
+    user.stop();
+    EXPECT_FALSE(fixture_.window->close());
+  });
+  user.start(5);
+  driver().choose(b_.macros, "007");
+  EXPECT_THAT(fixture_.status().toStdString(),
+              StartsWith("NOT opened: 007 - Two (the transfer was cancelled)"));
+  WindowDriver::waitFor([&] { return !fixture_.window->isVisible() && first_.simulator.connections() == 0; },
+                        "the end of the window and of its connection");
 }
 
 }  // namespace
