@@ -8,7 +8,7 @@
 #include "bench/Table.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/support/SampleSite.h"
 
 namespace tessaly::bench {
 
@@ -33,7 +33,7 @@ void write(const SiteRoot& root, std::string_view path, const std::string& text)
 SiteRoot makeWindowSite() {
   const SiteRoot root(scratchFolder() / "window");
   std::filesystem::create_directories(root.path());
-  std::filesystem::copy(sourcePath("site/c"), root.path() / "c", std::filesystem::copy_options::recursive);
+  copySampleSite(root);
   FunctionDictionary dictionary;
   loadFunctionDictionary(root, dictionary, [](const std::string&) { require(false); });
   const std::string folder = std::string("c:\\programme\\rv48\\appli\\") + kApplication;

@@ -12,6 +12,7 @@
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
 #include "tests/support/BuildPaths.h"
+#include "tests/support/SampleSite.h"
 
 namespace tessaly {
 namespace {
@@ -75,8 +76,7 @@ Desk::Desk(std::chrono::milliseconds connectTimeOut)
       context_{{site.root, messages_}, deskDictionary(), lists_, client(), macros_, history_} {
   macros_.keepIn(history_);
   context_.connectTimeOut = connectTimeOut;
-  std::filesystem::copy(std::filesystem::path(kSampleSite) / "c", site.root.path() / "c",
-                        std::filesystem::copy_options::recursive);
+  copySampleSite(site.root);
   openWindow();
 }
 

@@ -10,6 +10,7 @@
 #include "dictionary/InterfaceFile.h"
 #include "tests/link/FakeTransport.h"
 #include "tests/support/BuildPaths.h"
+#include "tests/support/SampleSite.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
 
@@ -38,8 +39,7 @@ class WindowFixture {
       : history(site.root),
         lists_(site.root),
         macros_(client, site.root, ftpTransfers(ftpPort), demo, &readsAsMacro) {
-    const std::filesystem::path drive = sourcePath("site/c");
-    std::filesystem::copy(drive, site.root.path() / "c", std::filesystem::copy_options::recursive);
+    copySampleSite(site.root);
     context_ = std::make_unique<WindowContext>(
         WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, history, demo});
     macros_.keepIn(history);
