@@ -155,24 +155,20 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
                       .arg(shown(place.number), QString::number(place.workplace), shown(place.address))}))
     return;
   const TransferOutcome outcome = send(macro);
-  if (outcome.transfer == FtpClient::Result::kDone) refresh(place);
+  if (outcome.sent()) refresh(place);
   tell(dialog,
        outcome.done()
            ? tr("%1: put back on the panel").arg(titleOf(macro))
            : tr("%1: could not be put back on the panel (%2)").arg(titleOf(macro), transferText(outcome)));
 }
 
-// From a copy: keeping what is on the panel now may drive the macro out of the history.
 TransferOutcome HistoryOperations::send(const KeptMacro& macro) {
   const MacroPlace& place = *macro.place;
-  const auto copy = history_.fetchFile();
-  if (!copy || !copyFile(site_.root, macro.file, *copy)) return {FtpClient::Result::kLocalFile};
-  TransferOutcome outcome =
-      panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-        return macros.upload(place.address, place.workplace, place.number, *copy, MacroChange::kPutBack);
-      });
-  static_cast<void>(removeFile(site_.root, *copy));
-  return outcome;
+  const auto bytes = readFile(site_.root, macro.file);
+  if (!bytes) return {FtpClient::Result::kLocalFile, true};
+  return panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
+    return macros.uploadBytes(place.address, place.workplace, place.number, *bytes, MacroChange::kPutBack);
+  });
 }
 
 void HistoryOperations::saveAs(HistoryDialog& dialog, const KeptMacro& macro) {

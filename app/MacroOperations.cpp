@@ -82,13 +82,14 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   auto loan = state(pane).copy.lend();
   if (!loan) return;
   const Outcome made = tessaly::createMacro(site_, target.name, loan->path());
-  const bool announced = made && transfers_.upload(target.address, target.workplace, target.numberText,
-                                                   loan->path(), MacroChange::kCreate);
+  if (made)
+    static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
+                                        MacroChange::kCreate));
   state(pane).view.macros().selectRow(-1);
   loan.reset();
   const bool there = made && transfers_.sent();
   if (there) open_.follow(target, pane);
-  const QString reason = made ? (announced ? QString() : transfers_.reason()) : inBrackets(made);
+  const QString reason = made ? transfers_.reason() : inBrackets(made);
   tellDone(there ? tr("created on the panel: %1%2").arg(macroInStrip(target), reason)
                  : tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
 }
@@ -143,8 +144,8 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   }
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
-    if (!transfers_.upload(target.address, target.workplace, target.numberText, file, change))
-      reason = transfers_.reason();
+    static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
+    reason += transfers_.reason();
     if (transfers_.sent()) open_.follow(target);
     tellCopied(source, target, transfers_.sent(), reason);
     return;
@@ -175,9 +176,9 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
   WorkingCopy& buffer = state(from).copy;
   auto loan = buffer.lend();
   if (!loan) return;  // it holds unsaved changes
-  const bool announced =
-      transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path());
-  const QString reason = announced ? QString() : transfers_.reason();
+  static_cast<void>(
+      transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path()));
+  const QString reason = transfers_.reason();
   const bool there = transfers_.sent();
   // The buffer may hold just the macro that was shown from it.
   const std::optional<MacroTarget> shownThere = buffer.target();

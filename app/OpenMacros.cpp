@@ -162,9 +162,9 @@ bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
     reason = inBrackets(loan.failure());
     return false;
   }
-  if (!transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
-                         MacroChange::kSave))
-    reason = transfers_.reason();
+  static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
+                                      MacroChange::kSave));
+  reason = transfers_.reason();
   return transfers_.sent();
 }
 

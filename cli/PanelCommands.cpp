@@ -119,8 +119,12 @@ int send(PanelTask& task, const std::string& path) {
   PanelLine line(task.session.root(), task.session.history(), task.place);
   // First, so that no macro is sent that the panel could not be told of.
   if (!line.open()) return unreachable(task);
-  const std::string reason = line.put(task.workplace, task.number, path);
-  if (!reason.empty()) return task.session.failed(reason);
+  const TransferOutcome sent = line.put(task.workplace, task.number, path);
+  if (!sent.done()) {
+    const int code = task.session.failed(sent.describe());
+    return sent.holds == PanelHolds::kUnknown ? kExitUnknown : code;
+  }
+  if (sent.holds != PanelHolds::kNew) task.session.warn(sent.describe());
   line.subscribe(macroNameValue(task.workplace, task.number));
   const auto name = awaitText(line, isNotEmpty);
   if (!name) return unconfirmed(task, line);

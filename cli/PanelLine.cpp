@@ -11,10 +11,6 @@ namespace {
 constexpr std::size_t kMostWaiting = 100'000;               // values
 constexpr std::chrono::milliseconds kLookAtTheStatus{100};  // how soon a lost connection is noticed
 
-std::string reason(const TransferOutcome& outcome) {
-  return outcome.done() ? std::string() : outcome.describe();
-}
-
 }  // namespace
 
 std::string PanelPlace::control() const {
@@ -46,12 +42,13 @@ std::optional<PanelLine::Value> PanelLine::next(std::chrono::milliseconds patien
 }
 
 std::string PanelLine::get(int workplace, int number, const std::string& file) {
-  return reason(macros_.download(place_.address, workplace, MacroNumber::textOf(number), file));
+  const TransferOutcome outcome =
+      macros_.download(place_.address, workplace, MacroNumber::textOf(number), file);
+  return outcome.done() ? std::string() : outcome.describe();
 }
 
-std::string PanelLine::put(int workplace, int number, const std::string& file) {
-  return reason(
-      macros_.upload(place_.address, workplace, MacroNumber::textOf(number), file, MacroChange::kCopy));
+TransferOutcome PanelLine::put(int workplace, int number, const std::string& file) {
+  return macros_.upload(place_.address, workplace, MacroNumber::textOf(number), file, MacroChange::kCopy);
 }
 
 bool PanelLine::remove(int workplace, int number) {

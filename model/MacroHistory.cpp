@@ -23,8 +23,6 @@ using std::chrono::milliseconds;
 constexpr const char* kFolder = "history";  // under the root, beside the drives
 constexpr const char* kMacroEnding = ".mac";
 constexpr const char* kRecordEnding = ".txt";
-constexpr const char* kFetchBeginning = "incoming-";
-constexpr std::chrono::hours kFetchLeftOver{1};  // what is older was left by a program that was killed
 
 constexpr const char* kLockFile = "lock";  // its text is the number of what was kept last
 constexpr std::uint64_t kHistoryLock = 0;  // the others are odd, one for each file
@@ -216,6 +214,7 @@ void MacroHistory::noteFailure(const Failure& failure) {
 Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
   const std::scoped_lock guard(mutex_);
   auto stored = [&]() -> Outcome {
+    if (bytes.size() > limits_.bytes / kShareOfOne) return systemFailure(EFBIG, "kept");
     try {
       return store(bytes, place.file.empty() ? place : placeOfFile(place.file), change);
     } catch (const std::bad_alloc&) {
@@ -248,29 +247,6 @@ Outcome MacroHistory::change(std::string_view path, MacroChange change, const Wo
     static_cast<void>(keepFile(path, change));  // `takeFailure` tells why not
     return work();
   });
-}
-
-Expected<std::string> MacroHistory::fetchFile() {
-  if (auto made = makeOwnFolder(folder_); !made) return made.failure();
-  if (freeBytes(folder_) < limits_.reserve) return nearlyFull();
-  std::error_code error;
-  for (const fs::directory_entry& file : entriesOf(folder_)) {
-    if (!file.path().filename().string().starts_with(kFetchBeginning)) continue;
-    const auto written = file.last_write_time(error);
-    if (!error && fs::file_time_type::clock::now() - written > kFetchLeftOver) fs::remove(file.path(), error);
-  }
-  // A name that nobody foresees.
-  std::random_device random;
-  return (folder_ / format("%s%08x%08x%s", kFetchBeginning, random(), random(), kMacroEnding)).string();
-}
-
-Outcome MacroHistory::keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) {
-  const auto bytes = readOwnFile(root_, hostPath, limits_.bytes / kShareOfOne);
-  std::error_code ignored;
-  fs::remove(hostPath, ignored);
-  if (bytes) return keep(*bytes, place, change);
-  noteFailure(bytes.failure());
-  return bytes.failure();
 }
 
 std::optional<Failure> MacroHistory::takeFailure() {

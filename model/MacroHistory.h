@@ -54,10 +54,7 @@ class MacroHistory : public MacroKeeper {
 
   // Not done when there is a file of the site that could not be kept. No file is nothing to keep.
   Outcome keepFile(std::string_view path, MacroChange change);
-  Outcome keep(std::string_view bytes, const MacroPlace& place, MacroChange change);
-
-  [[nodiscard]] Expected<std::string> fetchFile() override;
-  Outcome keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) override;
+  Outcome keep(std::string_view bytes, const MacroPlace& place, MacroChange change) override;
   void notFetched(const Failure& why) override { noteFailure(why); }
 
   // Why something could not be kept since the last call: the last one.

@@ -170,7 +170,6 @@ TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {
   MacroHistory full(site.root, limits, clock);
   EXPECT_EQ(full.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kFull);
   EXPECT_EQ(full.takeFailure()->kind, Failure::Kind::kFull);
-  EXPECT_EQ(full.fetchFile().failure().kind, Failure::Kind::kFull);
   EXPECT_EQ(full.list().size(), kLastVersions) << "it gives what it can spare, and no more";
 }
 
@@ -225,7 +224,6 @@ TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {
   site.write("elsewhere\\x", "");
   std::filesystem::create_directory_symlink(site.root.resolve("elsewhere"), site.root.path() / "history");
   EXPECT_EQ(history.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kInTheWay);
-  EXPECT_FALSE(history.fetchFile());
   EXPECT_THAT(listFolder(site.root, "elsewhere"), ElementsAre("x"));
   std::filesystem::remove(site.root.path() / "history");
   site.write("history\\2024-10-04\\x", "");
@@ -250,7 +248,6 @@ TEST_F(MacroHistoryTest, AFolderThatCannotBeWrittenIsNoHindrance) {
   EXPECT_FALSE(history.keepFile(kFile, MacroChange::kSave));
   EXPECT_TRUE(history.takeFailure());
   EXPECT_FALSE(history.takeFailure());
-  EXPECT_FALSE(history.fetchFile());
   EXPECT_THAT(history.list(), IsEmpty());
 }
 

@@ -32,7 +32,7 @@ TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
   EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 7) + "=Grün \"7\""));
   EXPECT_NE(tree.read(hostPathOfTree(1, "macro007.mac")).find("Grün &quot;7&quot;"), std::string::npos);
 
-  EXPECT_EQ(ftp().put(writtenFile(macro("Eight")), folder(1) + "macro008.mac"), FtpClient::Result::kDone);
+  EXPECT_EQ(ftp().put(macro("Eight"), folder(1) + "macro008.mac"), FtpClient::Result::kDone);
   EXPECT_TRUE(connection.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {}));
   EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 8) + "=Eight"));
 
