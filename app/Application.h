@@ -11,7 +11,6 @@
 #include "app/RootClaim.h"
 #include "app/StartOptions.h"
 #include "dictionary/InterfaceFile.h"
-#include "model/MacroHistory.h"
 #include "platform/RaiseSocket.h"
 
 namespace tessaly {

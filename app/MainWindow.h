@@ -19,6 +19,7 @@
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
 #include "app/ValueUpdate.h"
+#include "model/MacroHistory.h"
 #include "model/Settings.h"
 #include "values/SourceNames.h"
 
