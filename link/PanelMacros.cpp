@@ -1,6 +1,5 @@
 #include "link/PanelMacros.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 

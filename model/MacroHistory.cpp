@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <numeric>
 #include <random>
 #include <system_error>
 #include <utility>
