@@ -112,14 +112,12 @@ void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& 
   const bool modifies = inPlace && dialog.outcome() == End::kAtSelected;
   if (modifies && !dialog.changed()) return;
   const CommandDraft draft = classicDraft(dialog.command(), dialog.destination());
-  const QString done = modifies ? tr("command %1 modified").arg(row + 1) : tr("one command inserted");
-  const QString what =
-      dialog.command().readsBack() ? done : tr("%1; it cannot be read back from the macro").arg(done);
   if (modifies)
-    apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, what, row);
+    apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), row);
   else
     apply(pane, InsertCommands{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())},
-          what);
+          dialog.command().readsBack() ? tr("one command inserted")
+                                       : tr("one command inserted; it cannot be read back from the macro"));
 }
 
 void CommandEditing::modify(Pane pane) {
