@@ -6,12 +6,13 @@
 
 #include "app/FirstStart.h"
 #include "ui_FirstStartDialog.h"
+#include "widgets/DialogText.h"
 
 namespace tessaly {
 
 namespace {
 
-QString shownPath(const std::filesystem::path& path) { return QString::fromStdString(path.string()); }
+QString shownPath(const std::filesystem::path& path) { return shown(path.string()); }
 
 }  // namespace
 
@@ -76,7 +77,7 @@ bool FirstStartDialog::takeExisting() {
   const std::filesystem::path site = siteAround(named);
   if (site.empty()) {
     ui_->problem->setText(named.empty() ? tr("Name the folder of the installation, please.")
-                                        : tr("No site is found in %1.").arg(QString::fromStdString(named)));
+                                        : tr("No site is found in %1.").arg(shownPath(named)));
     ui_->existingFolder->setFocus();
     ui_->existingFolder->selectAll();
     return false;

@@ -5,7 +5,9 @@
 
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
+#include "app/FailureText.h"
 #include "app/PanelTransfer.h"
+#include "app/StatusStrip.h"
 #include "app/TransferText.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
@@ -18,10 +20,7 @@ namespace {
 constexpr const char* kMacroSuffix = "mac";
 constexpr const char* kNoCommands = "empty macro";
 
-QString titleOf(const KeptMacro& macro) {
-  const QString name = shown(macro.name);
-  return name.isEmpty() ? shown(macro.id) : name;
-}
+const std::string& titleBytes(const KeptMacro& macro) { return macro.name.empty() ? macro.id : macro.name; }
 
 // The three digits of "macro007.mac" or of a panel's macro; empty for any other file.
 std::string numberOf(const KeptMacro& macro) {
@@ -110,7 +109,8 @@ bool HistoryOperations::confirmed(const KeptMacro& macro, QStringList losses) co
                .arg(QLatin1String(state(pane).descriptor.title));
   }
   if (losses.isEmpty()) return true;
-  losses.prepend(tr("Put back \"%1\" of %2?").arg(titleOf(macro), shown(localTimeText(macro.when))));
+  losses.prepend(
+      tr("Put back \"%1\" of %2?").arg(shown(titleBytes(macro)), shown(localTimeText(macro.when))));
   return site_.messages.ask(losses.join(QStringLiteral("\n\n")).toStdString(), MessageIcon::kQuestion);
 }
 
@@ -132,12 +132,12 @@ void HistoryOperations::write(HistoryDialog& dialog, const KeptMacro& macro, con
   const Outcome done = history_.putBack(macro, path);
   const bool unflushed = !done && done.failure().kind == Failure::Kind::kUnflushed;
   if (done || unflushed) refresh({path, {}, 0, {}});
-  const QString name = titleOf(macro);
-  tell(dialog,
-       done ? tr("%1: written to %2").arg(name, shown(path))
-       : unflushed
-           ? tr("%1: written to %2, but it may not survive a power cut").arg(name, shown(path))
-           : tr("%1: could not be written to %2 (%3)").arg(name, shown(path), shown(done.failure().text)));
+  const QString text = done        ? tr("written: %1 to %2")
+                       : unflushed ? tr("written, but it may not survive a power cut: %1 to %2")
+                                   : tr("NOT written: %1 to %2 (%3)");
+  const QString name = nameInStrip(titleBytes(macro));
+  tell(dialog, done || unflushed ? text.arg(name, shown(path))
+                                 : text.arg(name, shown(path), failureText(done.failure())));
 }
 
 void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -146,8 +146,8 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
     return connection_.connected(pane) && connection_.address(pane) == place.address;
   });
   if (!connected) {
-    dialog.showOutcome(tr("%1: no pane is connected to the panel %2 that it came from")
-                           .arg(titleOf(macro), shown(place.address)));
+    dialog.showOutcome(tr("NOT put back: %1 (no pane is connected to the panel %2 that it came from)")
+                           .arg(nameInStrip(titleBytes(macro)), shown(place.address)));
     return;
   }
   if (!confirmed(macro,
@@ -156,10 +156,10 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
     return;
   const TransferOutcome outcome = send(macro);
   if (outcome.sent()) refresh(place);
+  const QString name = nameInStrip(titleBytes(macro));
   tell(dialog,
-       outcome.done()
-           ? tr("%1: put back on the panel").arg(titleOf(macro))
-           : tr("%1: could not be put back on the panel (%2)").arg(titleOf(macro), transferText(outcome)));
+       (outcome.done() ? tr("put back on the panel: %1 (%2)") : tr("NOT put back on the panel: %1 (%2)"))
+           .arg(name, transferText(outcome)));
 }
 
 TransferOutcome HistoryOperations::send(const KeptMacro& macro) {

@@ -36,6 +36,8 @@ class MacroTransfers {
 
   // What became of the transfer, and what the panel holds after an upload. For the strip, in brackets.
   [[nodiscard]] QString reason() const;
+  // By the user, or because the window closes.
+  [[nodiscard]] bool cancelled() const { return outcome_.transfer == FtpClient::Result::kCancelled; }
   // A macro that was sent is there, whether or not the panel could be told so.
   [[nodiscard]] bool sent() const { return outcome_.sent(); }
 

@@ -127,13 +127,18 @@ bool OpenMacros::keepUnsaved(const WorkingCopy& copy) {
 }
 
 // Nobody's work is overwritten unseen.
-bool OpenMacros::mayOverwrite(const WorkingCopy& copy) {
+bool OpenMacros::mayOverwrite(const WorkingCopy& copy, QString& refusal) {
   const MacroTarget& target = *copy.target();
   if (!copy.knowsTarget()) return true;
+  const QString macro = macroInStrip(target);
   std::optional<std::string> present;
   bool missing = false;
   if (target.source == PaneSource::kPanel) {
     present = transfers_.look(target, missing);
+    if (transfers_.cancelled()) {
+      refusal = tr("NOT saved: %1%2").arg(macro, transfers_.reason());
+      return false;
+    }
   } else {
     auto bytes = readFile(site_.root, target.file());
     missing = !bytes && bytes.failure().kind == Failure::Kind::kMissing;
@@ -141,11 +146,11 @@ bool OpenMacros::mayOverwrite(const WorkingCopy& copy) {
   }
   // What cannot be looked at is not there to be lost, or the save itself will tell.
   if (missing ? false : !present || !copy.targetDiffers(*present)) return true;
-  const QString macro = macroInStrip(target);
   const QString question =
       missing
           ? tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?").arg(macro)
           : tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?").arg(macro);
+  refusal = tr("NOT saved: %1 is as somebody else has left it").arg(macro);
   return site_.messages.ask(question.toStdString(), MessageIcon::kQuestion);
 }
 
@@ -183,8 +188,8 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said(tr("the demonstration sends nothing"));
     return Saved::kDone;
   }
-  if (!mayOverwrite(copy)) {
-    emit said(tr("NOT saved: %1 is as somebody else has left it").arg(macroInStrip(*target)));
+  if (QString refusal; !mayOverwrite(copy, refusal)) {
+    emit said(refusal);
     return Saved::kNothing;
   }
   const bool replaced = copy.fileChanged();

@@ -49,7 +49,7 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane,
                                 const MacroTarget& target);  // false: not what the target holds is shown
   void showKeyFile(Pane pane, const MacroRow& row);
-  [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy);
+  [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy, QString& refusal);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);
 

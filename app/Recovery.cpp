@@ -69,7 +69,7 @@ void Recovery::look(Pane pane) {
   if (!bytes) {
     if (!isRegularFile(site_.root, path)) file.remove();
     note(pane, tr("the unsaved changes of %1 are gone: the working copy cannot be read")
-                   .arg(macroText(record->target)));
+                   .arg(macroInStrip(record->target)));
     return;
   }
   found_[index(pane)] = Found{std::move(*record), std::move(*bytes)};
@@ -125,9 +125,9 @@ void Recovery::takeUp(Pane pane, const Found& found) {
   else
     browser.reveal(target);
   const Outcome taken = here.copy.takeUp(found.record, found.bytes);
-  note(pane, taken ? tr("%1: changes taken up again").arg(macroText(target))
-                   : tr("%1: NOT taken up (%2); you will be asked again")
-                         .arg(macroText(target), failureText(taken.failure())));
+  note(pane, taken ? tr("changes taken up again: %1").arg(macroInStrip(target))
+                   : tr("NOT taken up: %1 (%2); you will be asked again")
+                         .arg(macroInStrip(target), failureText(taken.failure())));
 }
 
 // Saving needs no more than the panel's files, but the panel reads them when it is told to over the
@@ -144,7 +144,7 @@ void Recovery::leave(Pane pane, const Found& found) {
     return;
   }
   state(pane).copy.recovery().remove();
-  note(pane, tr("%1: the changes stay in the history").arg(macroText(found.record.target)));
+  note(pane, tr("the changes stay in the history: %1").arg(macroInStrip(found.record.target)));
 }
 
 void Recovery::setAside(Pane pane, Found found) {
@@ -154,11 +154,11 @@ void Recovery::setAside(Pane pane, Found found) {
   if (!found.record.setAside) {
     found.record.setAside = true;
     if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {
-      note(pane, tr("%1: the unsaved changes could not be set aside").arg(macroText(found.record.target)));
+      note(pane, tr("the unsaved changes could NOT be set aside: %1").arg(macroInStrip(found.record.target)));
       return;
     }
   }
-  note(pane, tr("%1: you will be asked again at the next start").arg(macroText(found.record.target)));
+  note(pane, tr("you will be asked again at the next start: %1").arg(macroInStrip(found.record.target)));
 }
 
 }  // namespace tessaly

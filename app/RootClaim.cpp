@@ -41,7 +41,7 @@ QString whoAndSince(const LockHolder& holder) {
 
 // True to take over.
 bool asked(SiteLock::Claim claim, const SiteLock& lock, const SiteRoot& root) {
-  const QString folder = QDir::toNativeSeparators(QString::fromStdString(root.path().string()));
+  const QString folder = QDir::toNativeSeparators(shown(root.path().string()));
   const bool inUse = claim == SiteLock::Claim::kInUse;
   QMessageBox box(QMessageBox::Question, QLatin1String(kProgramName),
                   inUse ? Texts::tr("Another Tessaly works with the site in %1.").arg(folder)

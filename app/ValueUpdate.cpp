@@ -55,6 +55,9 @@ ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& di
   });
   connect(&patience_, &QTimer::timeout, this, &ValueUpdate::showWaiting);
   connect(&ahead_, &QTimer::timeout, this, &ValueUpdate::writeAhead);
+  // Queued, so that the last word is not that of whoever has changed the macro.
+  for (const PaneAccess& pane : panes_)
+    connect(&pane.state->copy, &WorkingCopy::changed, this, &ValueUpdate::look, Qt::QueuedConnection);
 }
 
 void ValueUpdate::endBusy() {
@@ -72,11 +75,11 @@ void ValueUpdate::start(Pane pane) {
     messages_.show(kBusy, MessageIcon::kExclamation);
     return;
   }
+  if (!values_.values.empty()) drop(gaveWay());
   marker_ = pane == Pane::kA ? 1 : 2;
   pane_ = pane;
   PaneState& state = *room().state;
   marks_.assign(static_cast<std::size_t>(state.copy.commandCount()), false);
-  values_ = {};
   selected_ = state.view.commands().selectedRow();
   dropQuestions();
   heldRevision_ = state.copy.revision();
@@ -205,6 +208,18 @@ QString ValueUpdate::obstacle() {
   return {};
 }
 
+// What was asked for is not waited for once it is of no use.
+void ValueUpdate::look() {
+  gate_.whenFree("obstacle of the value update", [this] {
+    if (!busy() || (questions_.missing() == 0 && values_.values.empty())) return;
+    if (const QString why = obstacle(); !why.isEmpty()) drop(why);
+  });
+}
+
+QString ValueUpdate::gaveWay() {
+  return tr("update ended: a macro was chosen meanwhile, the values that came are gone");
+}
+
 void ValueUpdate::drop(const QString& why) {
   end();
   emit said(why);
@@ -231,18 +246,17 @@ bool ValueUpdate::lineLost() {
 }
 
 void ValueUpdate::finish() {
+  if (values_.values.empty()) return;  // dropped while this waited
   ahead_.stop();
-  if (marker_ != kIdle) {
-    if (const QString why = obstacle(); !why.isEmpty()) {
-      drop(why);
-      return;
-    }
-    if (pane_ == Pane::kA)
-      finishPaneA();
-    else
-      finishPaneB();
-    copy().dropMarks();
+  if (const QString why = busy() ? obstacle() : gaveWay(); !why.isEmpty()) {
+    drop(why);
+    return;
   }
+  if (pane_ == Pane::kA)
+    finishPaneA();
+  else
+    finishPaneB();
+  copy().dropMarks();
   endBusy();
   dropQuestions();
 }
@@ -274,6 +288,7 @@ void ValueUpdate::finishPaneB() {
 void ValueUpdate::dropQuestions() {
   questions_.cancel();
   commandsByFid_.clear();
+  values_ = {};
   quiet_.stop();
 }
 

@@ -58,6 +58,8 @@ class ValueUpdate : public QObject {
   void writeAhead();
   void showWaiting();
   [[nodiscard]] QString obstacle();
+  void look();
+  [[nodiscard]] static QString gaveWay();
   void drop(const QString& why);
   void end();
   void finish();

@@ -24,7 +24,7 @@ bool isParseFailure(Failure::Kind kind) {
 Expected<Macro> newMacro(const SiteAccess& site, const std::string& name) {
   auto empty = readMacro(site.root, kEmptyMacro);
   if (!empty) {
-    site.messages.show(format(kCannotCreate, name.c_str()));
+    site.messages.show(format(kCannotCreate, visibleUtf8(name).c_str()));
     return empty;
   }
   return apply(*empty, SetMacroName{name});
@@ -48,7 +48,7 @@ Outcome readsAsMacro(std::string_view bytes) {
 Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path) {
   auto macro = readMacro(site.root, path);
   if (macro) return macro;
-  const std::string file(path);
+  const std::string file = visibleUtf8(path);
   if (isParseFailure(macro.failure().kind))
     site.messages.show(format(kCannotParse, file.c_str()));
   else

@@ -1,4 +1,5 @@
 // A large macro in the window: from the click until its lines are painted.
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -6,6 +7,7 @@
 
 #include <QCheckBox>
 
+#include "app/WorkingCopy.h"
 #include "bench/Table.h"
 #include "bench/window/Desk.h"
 #include "bench/window/WindowSite.h"
@@ -143,7 +145,46 @@ Figure stretch(const char* name, std::function<void()> ready, std::function<void
           }};
 }
 
+constexpr std::size_t kPiece = 128;  // commands that "new [multiple]" inserts with one save
+constexpr double kInsertBound = 1;   // seconds for as many commands as a person selects at once
+
+// Until `count` commands are in the working copy of a macro that has `present`, as a run of the creation of
+// many commands puts them there.
+double secondsOfInserting(std::size_t count, std::size_t present) {
+  const std::string command =
+      "<cmd fid=\"QMF1.ME1.KEY1.ON.SET\" workplace=\"1\" group=\"0\" module=\"0\" "
+      "widget=\"0\"><param name=\"STATE\" value=\"1\"/></cmd>";
+  std::string text = "<macro name=\"Many\"><data>";
+  for (std::size_t i = 0; i < present; ++i) text += command;
+  WorkingCopy copy(desk().access(), "c:\\bench\\many.mac", RecoveryFile(desk().root(), 'M'));
+  std::filesystem::create_directories(desk().root().resolve("c:\\bench"));
+  std::ofstream(desk().root().resolve(copy.path())) << text << "</data></macro>";
+  auto loan = copy.lend();
+  if (!loan || !loan->show({PaneSource::kHarddisk, "c:\\bench\\", {}, 0, "001", "Many"}, true)) std::abort();
+  CommandDraft draft;
+  draft.fid = "QMF1.ME1.KEY1.ON.SET";
+  draft.parameters.emplace_back().name = "STATE";
+  draft.parameters.back().value = "1";
+  const auto begun = std::chrono::steady_clock::now();
+  for (std::size_t in = 0; in < count; in += kPiece)
+    if (!copy.apply(
+            InsertCommands{std::vector(std::min(kPiece, count - in), draft), 1, 0, InsertMode::kAtStart}))
+      std::abort();
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begun;
+  if (copy.commands().size() != present + count) std::abort();
+  copy.leaveEditState();
+  return taken.count();
+}
+
+Figure insertion(const char* name, std::size_t count, std::size_t present) {
+  return {.name = name, .unit = kSeconds, .take = [=] {
+            return Figures{secondsOfInserting(count, present), kInsertBound};
+          }};
+}
+
 const bool kRegistered[] = {
+    addFigure(insertion("insert 924 commands into an empty macro", 924, 0)),
+    addFigure(insertion("insert 122 commands into a macro of 5,000", 122, 5000)),
     addPair({.name = "open a macro of 10,000 commands until painted, beside LoadFile",
              .measured = openLarge,
              .limit = bareLoad,

@@ -63,15 +63,20 @@ struct Panel {
     macro << "</data></macro>\n";
   }
 
+  void choose(const PaneDescriptor::ControlIds& ids) const {
+    desk->user().press(ids.panel);
+    auto& edit = desk->user().control<QLineEdit>(ids.address);
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClicks(&edit, QStringLiteral("127.0.0.1:%1").arg(simulator->controlPort()));
+  }
+
   void connect() const {
     const auto& ids = Desk::ids(Pane::kA);
     desk->act(
         [this, &ids] {
-          desk->user().press(ids.panel);
-          auto& edit = desk->user().control<QLineEdit>(ids.address);
-          edit.setFocus();
-          edit.selectAll();
-          QTest::keyClicks(&edit, QStringLiteral("127.0.0.1:%1").arg(simulator->controlPort()));
+          choose(Desk::ids(Pane::kB));
+          choose(ids);
           desk->user().press(ids.connectButton);
         },
         ids.workplaces, [this, &ids] { return desk->user().list(ids.workplaces).rows().rowCount() > 1; });
@@ -109,6 +114,30 @@ void openValues() {
   }
 }
 
+void joinPaneB() {
+  const WindowDriver& user = panel().desk->user();
+  const auto& b = Desk::ids(Pane::kB);
+  panel().desk->act([&] { user.press(b.connectButton); }, b.workplaces,
+                    [&] { return user.list(b.workplaces).rows().rowCount() > 1; });
+  panel().desk->act([&] { user.clickRow(b.workplaces, 1); }, b.macros,
+                    [&] { return user.texts(b.macros) == std::vector<std::string>{"000 - Values"}; });
+}
+
+// Pane B's values are written into its file while they come.
+double stretchOfPaneB() {
+  const Desk& desk = *panel().desk;
+  const auto& b = Desk::ids(Pane::kB);
+  const auto isEdited = [&] { return desk.user().control<QAbstractButton>(b.saveChanges).isVisible(); };
+  if (desk.user().list(b.workplaces).rows().rowCount() == 0) joinPaneB();
+  panel().desk->act([&] { desk.user().clickRow(b.macros, 0); }, b.commands,
+                    [&] { return desk.user().list(b.commands).rows().rowCount() == kValues; });
+  panel().desk->takeLongestStretch();
+  panel().desk->act([&] { desk.user().press(b.updateData); }, b.commands, isEdited);
+  const double longest = panel().desk->takeLongestStretch();
+  panel().desk->act([&] { desk.user().press(b.discardChanges); }, b.commands, [&] { return !isEdited(); });
+  return longest;
+}
+
 const bool kRegistered[] = {
     addPair({.name = "1,000 names from the panel until listed, beside counting the lines",
              .measured = [] { chooseWorkplace(0, kMacros); },
@@ -134,6 +163,12 @@ const bool kRegistered[] = {
                      openValues();
                      chooseWorkplace(0, kMacros);
                      return Figures{desk.takeLongestStretch(), 0.05};
+                   }}),
+    addFigure({.name = "the same: an update of 1,000 commands in pane B",
+               .unit = kSeconds,
+               .take =
+                   [] {
+                     return Figures{stretchOfPaneB(), 0.05};
                    }}),
 };
 

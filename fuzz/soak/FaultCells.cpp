@@ -90,17 +90,6 @@ void actCopyKey(Desk& desk, const Fault&) {
   desk.driver->clickRow(b().macros, 1);
   copyToNew(desk, a().copyMacro);
 }
-void actCopyOnPanel(Desk& desk, const Fault& fault) {
-  actJoin(desk, fault);
-  if (desk.caption(b().connectButton) != "disconnect") return;
-  WindowDriver::waitFor([&] { return desk.hasRow(b().workplaces, "Workplace 1"); }, "B's workplaces");
-  desk.driver->choose(b().workplaces, "Workplace 1");
-  desk.settle({});
-  if (!desk.hasRow(b().macros, "000 - Zero")) return;  // the names went with the line
-  desk.driver->choose(b().macros, "000");
-  if (!desk.enabled(a().copyMacro)) return;  // it could not be opened, so nothing is chosen
-  copyToNew(desk, a().copyMacro);
-}
 void actRename(Desk& desk, const Fault&) {
   desk.press(a().renameMacro, [](QDialog& dialog) {
     WindowDriver::type(dialog, "newName", QStringLiteral("Other"));
@@ -201,26 +190,26 @@ const std::vector<Fault>& panelFaults() {
 const std::vector<Operation>& windowOperations() {
   constexpr int kAll = kCounts + kNames;
   static const std::vector<Operation> operations = {
-      {"connect", Stage::kNotConnected, true, false, 0, kCounts / 2, "", actConnect},
-      {"join", Stage::kWorkplace, true, false, kAll, 0, "", actJoin},
-      {"choose workplace", Stage::kConnected, true, false, kCounts, kNames / 2, "", actWorkplace},
-      {"open macro", Stage::kWorkplace, false, true, kAll, 0, "", actOpen},
-      {"create", Stage::kWorkplace, true, true, kAll, 1, "panel:33", actCreate},
-      {"copy to disk", Stage::kMacro, false, true, kAll, 0, "disk:33", actCopyToDisk},
-      {"copy to panel", Stage::kMacro, true, true, kAll, 1, "panel:33", actCopyToPanel},
-      {"copy key to panel", Stage::kMacro, true, true, kAll, 1, "panel:33", actCopyKey},
-      {"copy on panel", Stage::kMacro, true, true, kAll, 1, "panel:33", actCopyOnPanel},
-      {"rename", Stage::kMacro, true, false, kAll, 1, "panel:7", actRename},
-      {"delete", Stage::kMacro, true, false, kAll, 1, "panel:7", actDelete},
-      {"save", Stage::kEdited, true, true, kAll, 0, "panel:7", actSave},
-      {"discard", Stage::kEdited, false, true, kAll, 0, "", actDiscard},
-      {"update all", Stage::kMacro, true, false, kAll, kUpdatable / 2, "", actUpdateAll},
-      {"update one", Stage::kMacro, true, false, kAll, 1, "", actUpdateOne},
-      {"values of many", Stage::kMacro, true, false, kAll, 1, "", actMultiple},
-      {"disconnect", Stage::kMacro, true, false, kAll, 0, "", actDisconnect},
-      {"to the harddisk", Stage::kMacro, true, false, kAll, 0, "", actHarddisk},
-      {"close", Stage::kMacro, true, false, kAll, 0, "", actClose},
-      {"close and save", Stage::kEdited, true, true, kAll, 0, "panel:7", actClose},
+      {"connect", Stage::kNotConnected, true, false, 0, kCounts / 2, "", "", actConnect},
+      {"join", Stage::kWorkplace, true, false, kAll, 0, "", "", actJoin},
+      {"choose workplace", Stage::kConnected, true, false, kCounts, kNames / 2, "", "", actWorkplace},
+      {"open macro", Stage::kWorkplace, false, true, kAll, 0, "", "", actOpen},
+      {"create", Stage::kWorkplace, true, true, kAll, 1, "panel:33", "created on the panel: ", actCreate},
+      {"copy to disk", Stage::kMacro, false, true, kAll, 0, "disk:33", "copied: ", actCopyToDisk},
+      {"copy to panel", Stage::kMacro, true, true, kAll, 1, "panel:33", "copied: ", actCopyToPanel},
+      {"copy key to panel", Stage::kMacro, true, true, kAll, 1, "panel:33", "copied: ", actCopyKey},
+      {"copy on panel", Stage::kBothOnPanel, true, true, kAll, 1, "panel:33", "copied: ", actCopyToPanel},
+      {"rename", Stage::kMacro, true, false, kAll, 1, "panel:7", "asked: ", actRename},
+      {"delete", Stage::kMacro, true, false, kAll, 1, "panel:7", "asked: ", actDelete},
+      {"save", Stage::kEdited, true, true, kAll, 0, "panel:7", "saved: ", actSave},
+      {"discard", Stage::kEdited, false, true, kAll, 0, "", "", actDiscard},
+      {"update all", Stage::kMacro, true, false, kAll, kUpdatable / 2, "", "", actUpdateAll},
+      {"update one", Stage::kMacro, true, false, kAll, 1, "", "", actUpdateOne},
+      {"values of many", Stage::kMacro, true, false, kAll, 1, "", "", actMultiple},
+      {"disconnect", Stage::kMacro, true, false, kAll, 0, "", "", actDisconnect},
+      {"to the harddisk", Stage::kMacro, true, false, kAll, 0, "", "", actHarddisk},
+      {"close", Stage::kMacro, true, false, kAll, 0, "", "", actClose},
+      {"close and save", Stage::kEdited, true, true, kAll, 0, "panel:7", "saved: ", actClose},
   };
   return operations;
 }
@@ -266,6 +255,14 @@ void bringTo(Desk& desk, Stage stage) {
   if (desk.driver->texts(a().commands).size() != kUpdatable)
     throw std::runtime_error("the macro does not open");
   if (stage == Stage::kMacro) return;
+  if (stage == Stage::kBothOnPanel) {
+    desk.press(b().panel);
+    WindowDriver::waitFor([&] { return desk.hasRow(b().workplaces, "Workplace 1"); }, "B's workplaces");
+    desk.driver->choose(b().workplaces, "Workplace 1");
+    WindowDriver::waitFor([&] { return desk.hasRow(b().macros, "000 - Zero"); }, "B's macros");
+    desk.driver->choose(b().macros, "000");
+    return;
+  }
   desk.driver->clickRow(a().commands, 1);
   desk.press(a().deleteCommand);
 }

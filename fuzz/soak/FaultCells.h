@@ -16,7 +16,7 @@ inline constexpr int kFirstNumber = 0, kOpenNumber = 7, kNewNumber = 33;  // mac
 inline constexpr int kUpdatable = 4;                                      // commands of the open macro
 
 // How far pane A has come with the first panel before the fault begins.
-enum class Stage { kNotConnected, kConnected, kWorkplace, kMacro, kEdited };
+enum class Stage { kNotConnected, kConnected, kWorkplace, kMacro, kBothOnPanel, kEdited };
 
 struct Fault;
 
@@ -29,6 +29,8 @@ struct Operation {
   int half;  // and that come before the line breaks in its middle
   // What it works on, as "panel:" or "disk:" and a number; empty for none.
   std::string target;
+  // What the strip begins with when that is done; when it is not, with "NOT " before it.
+  std::string verdict;
   void (*act)(Desk& desk, const Fault& fault);
 };
 
@@ -45,7 +47,8 @@ struct Fault {
 
 // Puts both panels' and the disk's macros back to the beginning.
 void layOutMacros(Desk& desk);
-// Brings pane A to the stage on the healthy first panel, and pane B to a macro of the disk.
+// Brings pane A to the stage on the healthy first panel, and pane B to a macro of the disk, or for
+// kBothOnPanel to the panel's first macro.
 void bringTo(Desk& desk, Stage stage);
 // The macro that stands open at kMacro: commands with values of their own on the panel.
 [[nodiscard]] const std::string& openMacroBytes();

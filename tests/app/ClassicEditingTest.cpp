@@ -205,6 +205,12 @@ TEST_F(ClassicEditingTest, ACommandThatWasNotChangedIsNotStoredAnew) {
     driver().press(a_.modifyCommand,
                    [](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Modify Command")); });
     EXPECT_THAT(stored(), ElementsAre("QMF1.NCSCOMMAND " + value));
+    driver().press(a_.modifyCommand,
+                   [](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("insert at start")); });
+    EXPECT_EQ(fixture_.status().toStdString(),
+              value[0] == '3' ? "one command inserted; it cannot be read back from the macro"
+                              : "one command inserted");
+    driver().press(a_.discardChanges);
   }
 }
 

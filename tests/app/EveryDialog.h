@@ -14,6 +14,7 @@
 #include "app/RenameMacroDialog.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
+#include "editors/EnterTextDialog.h"
 #include "editors/EnterTimecodeDialog.h"
 #include "editors/EnterValueDialog.h"
 #include "editors/LoadClipDialog.h"
@@ -61,6 +62,7 @@ class EveryDialog {
         {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, Destination()); }},
         {"value",
          [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0 / 100"), 0, 100); }},
+        {"text", [] { return std::make_unique<EnterTextDialog>("Opener", QStringLiteral("Text"), 27); }},
         {"timecode",
          [] {
            return std::make_unique<EnterTimecodeDialog>(Timecode{10, 20, 30, 5});

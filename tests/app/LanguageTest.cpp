@@ -21,8 +21,8 @@ using testing::IsEmpty;
 constexpr int kButtonFrame = 4;  // pixels of a push button that its caption cannot use
 
 bool cutOff(const QLabel& label) {
-  if (label.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return false;  // data of any length
   if (label.wordWrap()) return label.height() < label.heightForWidth(label.width());
+  if (label.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return false;  // data of any length
   const QSize needed = label.sizeHint();
   return label.width() < needed.width() || label.height() < needed.height();
 }
@@ -96,10 +96,28 @@ class LanguageTest : public testing::Test {
   ~LanguageTest() override { speak({}); }
 };
 
+// The strip says, in its two ways, that a macro with a very long name could not be saved.
+void failToSave(WindowFixture& fixture) {
+  const auto& b = WindowFixture::ids(Pane::kB);
+  const std::string file = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\macro003.mac";
+  fixture.site.write(
+      file, "<macro name=\"" + std::string(300, 'W') + "\"><data><cmd fid=\"QMF1.A\"/></data></macro>");
+  std::filesystem::permissions(fixture.site.root.resolve(file), std::filesystem::perms::owner_read);
+  fixture.driver->choose(b.applications, "Evening News");
+  fixture.driver->choose(b.macros, "003");
+  fixture.driver->clickRow(b.commands, 0);
+  fixture.driver->press(b.deleteCommand);
+  fixture.driver->press(b.saveChanges);
+}
+
 TEST_F(LanguageTest, NoTextIsCutOffAndNoKeyMeansTwoThings) {
   for (const QString& language : languages()) {
     speak(language);
     EveryDialog every;
+    failToSave(every.fixture);
+    EXPECT_THAT(
+        every.fixture.status().toStdString(),
+        testing::StartsWith(language == "de" ? "NICHT gespeichert: 003 - WWW" : "NOT saved: 003 - WWW"));
     EXPECT_THAT(cutOffTexts(*every.fixture.window), IsEmpty()) << language.toStdString();
     EXPECT_THAT(takenMenuKeys(*every.fixture.window), IsEmpty()) << language.toStdString();
     every.visit([&](QDialog& dialog, const char* name) {

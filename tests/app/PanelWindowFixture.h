@@ -154,13 +154,12 @@ class PanelWindowTest : public testing::Test {
   [[nodiscard]] std::string button(Pane pane) {
     return driver().control<QAbstractButton>(ids(pane).connectButton).text().toStdString();
   }
+  [[nodiscard]] std::string label(int id) { return driver().control<QLabel>(id).text().toStdString(); }
   [[nodiscard]] EventGate& gate() { return fixture_.window->gate(); }
   [[nodiscard]] bool edited(Pane pane) {
     return driver().control<QAbstractButton>(ids(pane).saveChanges).isVisible();
   }
-  [[nodiscard]] std::string progress(Pane pane) {
-    return driver().control<QLabel>(ids(pane).progress).text().toStdString();
-  }
+  [[nodiscard]] std::string progress(Pane pane) { return label(ids(pane).progress); }
   [[nodiscard]] bool transferShown() {
     const auto* progress = fixture_.window->findChild<QProgressDialog*>();
     return progress != nullptr && progress->isVisible();

@@ -1,9 +1,11 @@
 // The window against simulated panels on two loopback addresses.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <QCheckBox>
 
+#include "app/StatusStrip.h"
 #include "tests/app/PanelWindowFixture.h"
 #include "tests/editors/DialogDriver.h"
 
@@ -12,6 +14,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -73,16 +76,22 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
   EXPECT_EQ(fixture_.site.read(macroFile(kDiskFolder, 102)), kTwoFunctions);
 
   // A key file becomes a macro on the panel.
+  spoilKey(fixture_.site);
   driver().choose(a_.controlPanels, "CP7");
-  driver().clickRow(a_.macros, 1);
+  driver().clickRow(a_.macros, 0);
   const std::size_t commands = driver().texts(a_.commands).size();
   copyTo(b_.copyMacro, 103);
+  EXPECT_THAT(fixture_.status().toStdString(),
+              EndsWith(" to 103 (2 commands of the key cannot be read in a macro)"));
   EXPECT_EQ(values(first_.read(1, "103")).size(), commands);
 
   // Panel to panel: pane A joins at once, and both transfers use its own address.
   driver().press(a_.harddisk);
   choosePanel(Pane::kA, addressOf(second_));
   EXPECT_EQ(button(Pane::kA), "disconnect") << "choosing the panel joins the other pane's connection";
+  EXPECT_THAT(label(a_.sourceLabel), HasSubstr("functions go to " + addressOf(first_)))
+      << "said before anything is sent";
+  EXPECT_THAT(label(b_.sourceLabel), Not(HasSubstr("functions go")));
   driver().choose(a_.workplaces, "Workplace 1");
   awaitRow(a_.macros, "007 - Two");
   EXPECT_EQ(driver().list(b_.workplaces).selected()->text, "Workplace 1")
@@ -250,6 +259,9 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   WindowDriver::waitFor([this] { return fixture_.status().contains(QStringLiteral("lost")); },
                         "word of the loss");
   EXPECT_EQ(button(Pane::kB), "disconnect") << "the pane stays as it is until the user leaves";
+  const auto& address = driver().control<QLineEdit>(b_.address);
+  EXPECT_TRUE(address.font().strikeOut() && !address.toolTip().isEmpty());
+  EXPECT_THAT(label(b_.sourceLabel), EndsWith("line lost"));
   EXPECT_EQ(driver().texts(b_.commands).size(), 2U);
   driver().press(b_.saveChanges);
   EXPECT_THAT(values(first_.read(1, "007")).size(), 2U) << "files still travel by FTP";
@@ -258,23 +270,98 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   driver().press(b_.connectButton);
   awaitRow(b_.workplaces, "Workplace 1");
   chooseWorkplace(Pane::kB, 1, "007 - Two");
+  EXPECT_FALSE(address.font().strikeOut());
+  EXPECT_THAT(label(b_.sourceLabel), Not(EndsWith("line lost")));
 }
 
 TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   PanelFaults faults;
   faults.ftp.refuseLogin = true;
+  const auto* strip = fixture_.window->findChild<StatusStrip*>();
   connectPane(Pane::kB, first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   driver().choose(b_.macros, "007");
-  driver().clickRow(b_.commands, 0);
-  driver().press(b_.deleteCommand);
+  std::size_t left = 3;
+  const std::function<void()> again[] = {
+      [&] { QTest::mouseClick(strip->findChild<QAbstractButton*>("owed1Button"), Qt::LeftButton); },
+      [&] { QTest::keyClick(&driver().list(b_.macros), Qt::Key_S, Qt::ControlModifier); }};
+  for (const auto& saveAgain : again) {
+    driver().clickRow(b_.commands, 0);
+    driver().press(b_.deleteCommand);
+    ASSERT_TRUE(first_.simulator.setFaults(faults));
+    driver().press(b_.saveChanges);
+    EXPECT_THAT(strip->owed(Pane::kB).toStdString(), StartsWith("NOT saved: 007"));
+    EXPECT_EQ(values(first_.read(1, "007")).size(), left);
+    EXPECT_FALSE(edited(Pane::kB));
+    ASSERT_TRUE(first_.simulator.setFaults({}));
+    driver().list(b_.macros).setFocus();
+    saveAgain();
+    EXPECT_EQ(strip->owed(Pane::kB), "") << fixture_.status().toStdString();
+    EXPECT_EQ(values(first_.read(1, "007")).size(), --left);
+  }
   ASSERT_TRUE(first_.simulator.setFaults(faults));
-  driver().press(b_.saveChanges);
-  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT saved"));
-  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
   driver().choose(b_.macros, "000");
-  EXPECT_EQ(driver().texts(b_.commands).size(), 2U) << "the working copy holds what it held";
+  EXPECT_EQ(driver().texts(b_.commands).size(), 1U) << "the working copy holds what it held";
+  EXPECT_EQ(driver().list(b_.macros).selectedRow(), -1) << "which is of no macro in the list";
   EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("NOT opened: 000"));
+}
+
+// Catches a transfer that ends the program, or leaves it busy for good, where no thread is to be had.
+TEST_F(PanelWindowTest, ATransferWithoutAThreadFails) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  pthread_attr_t usual, none;
+  ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+  pthread_attr_init(&none);
+  pthread_attr_setstacksize(&none, std::size_t{1} << 47);  // more than there are addresses
+  ASSERT_EQ(pthread_setattr_default_np(&none), 0);
+  driver().choose(b_.macros, "007");
+  pthread_setattr_default_np(&usual);
+  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT opened: 007 - Two (the transfer failed)"));
+  EXPECT_TRUE(fixture_.window->close()) << "no transfer is under way";
+}
+
+// Catches work of somebody else's on the panel that is overwritten unseen, a save that goes on although the
+// user has given up the look at the panel, and a panel that is told to read its macros before one is there.
+TEST_F(PanelWindowTest, AMacroThatChangedOnThePanelIsAskedAbout) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  const std::string elsewhere = "<macro name=\"Elsewhere\"><data></data></macro>";
+  for (const bool deleted : {false, true}) {
+    first_.tree.write(Panel::file(1, "007"), kTwoFunctions);
+    driver().choose(b_.macros, "007");
+    driver().clickRow(b_.commands, 0);
+    driver().press(b_.deleteCommand);
+    stallTransfers(first_);
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, &user, [&] {
+      if (!transferShown()) return;
+      user.stop();
+      EXPECT_TRUE(first_.simulator.setFaults({}));
+      WindowDriver::click(*fixture_.window->findChild<QProgressDialog*>(), QStringLiteral("Cancel"));
+    });
+    user.start(5);
+    driver().press(b_.saveChanges);
+    EXPECT_EQ(fixture_.status().toStdString(), "NOT saved: 007 - Two (the transfer was cancelled)");
+    EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+
+    if (deleted)
+      std::filesystem::remove(first_.tree.root.resolve(Panel::file(1, "007")));
+    else
+      first_.tree.write(Panel::file(1, "007"), elsewhere);
+    first_.simulator.reload();
+    awaitGone(b_.macros, "007 - Two");
+    for (const bool over : {false, true}) {
+      fixture_.site.messages.answer = over;
+      driver().press(b_.saveChanges);
+      EXPECT_THAT(fixture_.site.messages.take(),
+                  ElementsAre(HasSubstr(deleted ? "deleted by somebody else" : "changed by somebody else")));
+      EXPECT_EQ(edited(Pane::kB), !over);
+      EXPECT_TRUE(over || first_.read(1, "007") == (deleted ? "<missing>" : elsewhere));
+    }
+    EXPECT_EQ(values(first_.read(1, "007")).size(), 2U);
+    awaitRow(b_.macros, "007 - Two");
+  }
 }
 
 // Catches a window that closes under its transfer, waits until that ends by itself, or stays open after it.

@@ -17,6 +17,7 @@ constexpr const char* kClassic = "QMF1.NCSCOMMAND";
 constexpr const char* kUnknown = "QMF1.NO.SUCH.FUNCTION.SET";
 constexpr const char* kChanged =
     "update ended: the macro was changed meanwhile, the values that came are gone";
+constexpr const char* kGaveWay = "update ended: a macro was chosen meanwhile, the values that came are gone";
 constexpr int kQuiet = 500;  // milliseconds
 
 class ValueUpdateTest : public PanelWindowTest {
@@ -125,18 +126,70 @@ TEST_F(ValueUpdateTest, CommandsWithoutValuesAreReported) {
   awaitInFile(Pane::kA, {"0", "0", "1"});
 }
 
-// Catches an end that writes values into a pane that has left the panel, or blames somebody's edit for it.
-TEST_F(ValueUpdateTest, ADisconnectedPaneGetsNoValues) {
+// Catches a strip that goes on waiting for values, a pane that goes on counting them and values that get into
+// it after their update has ended without a result, whether some had come by then or not.
+TEST_F(ValueUpdateTest, NothingWaitsForAnUpdateThatHasEnded) {
+  const auto* row = fixture_.window->findChild<QLabel*>(QStringLiteral("waiting"));
+  const struct {
+    const char* told;
+    const char* count;  // of commands
+    std::function<void(Pane)> end;
+  } ends[] = {
+      {"update cancelled: the values that came are gone", "3 commands",
+       [&](Pane) { QTest::mouseClick(row->parentWidget()->findChild<QPushButton*>(), Qt::LeftButton); }},
+      {kChanged, "2 commands",
+       [&](Pane pane) {
+         driver().clickRow(ids(pane).commands, 1);
+         driver().press(ids(pane).deleteCommand);
+       }},
+      {"the connection to the panel was lost, and the values of the update with it", "3 commands",
+       [&](Pane) {
+         awaitTime(kQuiet);  // until then the end of the update is near
+         first_.simulator.dropConnections();
+         WindowDriver::waitFor([&] { return fixture_.status().contains("lost"); }, "word of the loss");
+       }},
+      {"update ended: the pane is no longer connected, the values that came are gone", "",
+       [&](Pane pane) { driver().press(ids(pane).connectButton); }}};
+  for (const Pane pane : kPanes)
+    for (const auto& [told, count, end] : ends) {
+      SCOPED_TRACE(told);
+      const bool came = pane == Pane::kB;
+      if (fixture_.status().contains("lost")) driver().press(ids(pane).connectButton);
+      if (button(pane) != "disconnect") connectPane(pane, first_);
+      startOnKeys(pane);
+      std::optional<EventGate::Hold> behindABox(&gate());
+      if (came) tell(pane, 1, 2);
+      WindowDriver::waitFor([&] { return row->isVisible(); }, "word of the waiting");
+      EXPECT_EQ(row->text(), QStringLiteral("waiting for %1 values from the panel").arg(came ? 1 : 2));
+      end(pane);
+      behindABox.reset();
+      awaitStatus(told);
+      EXPECT_FALSE(row->isVisible());
+      EXPECT_EQ(progress(pane), count);
+      EXPECT_EQ(first_.read(1, "020"), before_);
+      EXPECT_EQ(edited(pane), told == std::string_view(kChanged));
+      if (edited(pane)) driver().press(ids(pane).discardChanges);
+      if (came) ++mixEffect_;
+    }
+}
+
+// Catches a count that stays, and values that go without a word, when another macro is chosen meanwhile.
+TEST_F(ValueUpdateTest, AnotherMacroEndsTheUpdateWithAWord) {
   connectPane(Pane::kA, first_);
-  startOnKeys(Pane::kA);
-  {
-    const EventGate::Hold untilDisconnected(&gate());
+  for (const bool another : {false, true}) {
+    ++mixEffect_;
+    driver().choose(b_.applications, "Evening News");
+    startOnKeys(Pane::kA);
     tell(Pane::kA, 1, 2);
-    driver().press(a_.connectButton);
+    driver().clickRow(b_.macros, 0);
+    if (another)
+      driver().press(a_.updateData);
+    else
+      awaitStatus(kGaveWay);
+    EXPECT_EQ(fixture_.status().toStdString(), kGaveWay);
+    EXPECT_EQ(progress(Pane::kA), "3 commands");
+    EXPECT_FALSE(edited(Pane::kA));
   }
-  awaitStatus("update ended: the pane is no longer connected, the values that came are gone");
-  EXPECT_FALSE(edited(Pane::kA));
-  EXPECT_EQ(first_.read(1, "020"), before_);
 }
 
 // Catches values that land on commands which have moved, and a count that stays, whether the update learns of

@@ -32,6 +32,14 @@ inline PanelClient& offlineClient() {
   return *client;
 }
 
+// Two commands that a macro cannot give back, at the end of the sample site's first key file.
+inline void spoilKey(const TestSite& site) {
+  const char* file = "c:\\programme\\RV48\\appli\\Evening News\\CP7\\upk\\key00.upk";
+  std::string parameters;
+  for (int i = 0; i < 28; ++i) parameters += " 07";
+  site.write(file, site.read(file) + "\ne3 10 05 01\n3f 00 1f 10 05 01" + parameters + " \n");
+}
+
 // A main window on a copy of the sample site. Message boxes are recorded.
 class WindowFixture {
  public:
