@@ -30,6 +30,8 @@ constexpr const char* kShell =
 
 Failure refused(std::string why) { return {Kind::kNoFragment, std::move(why)}; }
 
+Failure notOurs() { return refused("is no text of commands"); }
+
 Failure noMemory() { return {Kind::kNoMemory, "there is not enough memory for the commands"}; }
 
 Failure tooMany() { return refused(format("holds more than %zu commands", kMostFragmentCommands)); }
@@ -82,7 +84,7 @@ std::string lettersOf(const TiXmlElement& root) {
 
 Outcome isOurs(const XmlDocument& document) {
   const TiXmlElement* const root = document.FirstChildElement();
-  if (!root || root->ValueStr() != kRoot) return refused("is no text of commands");
+  if (!root || root->ValueStr() != kRoot) return notOurs();
   if (root->NextSiblingElement()) return refused("goes on behind its end");
   const char* const version = root->Attribute(kVersionName);
   if (!version || version != kVersion)
@@ -114,7 +116,7 @@ Outcome lettersFit(TiXmlElement& root) {
   const std::string letters = lettersOf(root);
   if (letters.empty()) return {};
   std::size_t texts = 0;
-  const Outcome counted = respellAll(root, [&](const std::string& text, bool) {
+  const Outcome counted = respellAll(*root.FirstChild(), [&](const std::string& text, bool) {
     ++texts;
     return Expected<std::string>(text);
   });
@@ -166,6 +168,7 @@ Expected<CommandFragment> CommandFragment::of(const Macro& macro, std::vector<in
 Expected<CommandFragment> CommandFragment::read(std::string text) try {
   if (text.size() > kLargestFragment)
     return refused(format("is larger than %zu MB", kLargestFragment / (1024 * 1024)));
+  if (text.find(kRoot) == text.npos) return notOurs();  // whatever else a clipboard may hold
   if (!isValidUtf8(text)) return refused("is no UTF-8");
   XmlDocument document;
   if (const Outcome parsed = parse(text, document); !parsed) return parsed.failure();
@@ -173,7 +176,7 @@ Expected<CommandFragment> CommandFragment::read(std::string text) try {
   TiXmlElement& root = *document.FirstChildElement();
   const Expected<std::size_t> count = countCommands(root);
   if (!count) return count.failure();
-  if (const Outcome fit = lettersFit(*fragmentData(document)); !fit) return fit.failure();
+  if (const Outcome fit = lettersFit(root); !fit) return fit.failure();
   return CommandFragment({std::move(text), *count});
 } catch (const std::bad_alloc&) {
   return noMemory();

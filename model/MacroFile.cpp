@@ -1,5 +1,7 @@
 #include "model/MacroFile.h"
 
+#include <utility>
+
 #include "model/KeyFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -107,18 +109,32 @@ Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int 
   return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode);
 }
 
+InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath) {
+  KeyFile key;
+  key.load(root, keyPath, keyFileIndex(keyPath));
+  InsertCommands insertion;
+  insertion.workplace = kClassicWorkplace;
+  for (const ClassicCommand& command : key.commands())
+    insertion.drafts.push_back(classicDraft(command, kKeyMainframe));
+  return insertion;
+}
+
+Expected<CommandFragment> keyFileFragment(const SiteRoot& root, std::string_view keyPath,
+                                          std::vector<int> numbers) {
+  const auto empty = Macro::read("<macro><data /></macro>");
+  if (!empty) return empty.failure();
+  const auto filled = apply(*empty, keyFileInsertion(root, keyPath));
+  if (!filled) return filled.failure();
+  return CommandFragment::of(*filled, std::move(numbers));
+}
+
 // One write, so that a conversion cut short leaves no macro without its commands. A template that takes none
 // gives the empty macro all the same.
 Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                        std::string_view keyPath) {
   const auto empty = newMacro(site, name);
   if (!empty) return empty.failure();
-  KeyFile key;
-  key.load(site.root, keyPath, keyFileIndex(keyPath));
-  InsertCommands insertion;
-  insertion.workplace = kClassicWorkplace;
-  for (const ClassicCommand& command : key.commands())
-    insertion.drafts.push_back(classicDraft(command, kKeyMainframe));
+  const InsertCommands insertion = keyFileInsertion(site.root, keyPath);
   if (insertion.drafts.empty()) return saveMacro(site.root, targetPath, *empty);
   const auto filled = apply(*empty, insertion);
   if (filled) return saveMacro(site.root, targetPath, *filled);

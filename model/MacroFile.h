@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "classic/ClassicCommand.h"
 #include "model/MacroEdit.h"
@@ -49,6 +50,13 @@ inline constexpr int kClassicWorkplace = 1;  // of every classic command
 
 Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
                              const ClassicCommand& command, InsertMode mode, int mainframe);
+
+// The commands of a key file as they stand in a macro, behind its last command; none for a file that cannot
+// be read.
+[[nodiscard]] InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath);
+// Those with these numbers, as CommandFragment::of has it.
+[[nodiscard]] Expected<CommandFragment> keyFileFragment(const SiteRoot& root, std::string_view keyPath,
+                                                        std::vector<int> numbers);
 
 Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                        std::string_view keyPath);
