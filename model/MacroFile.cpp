@@ -1,7 +1,5 @@
 #include "model/MacroFile.h"
 
-#include <utility>
-
 #include "model/KeyFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -31,6 +29,17 @@ Expected<Macro> newMacro(const SiteAccess& site, const std::string& name) {
     return empty;
   }
   return apply(*empty, SetMacroName{name});
+}
+
+// The commands of a key file as they stand in a macro.
+InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath) {
+  KeyFile key;
+  key.load(root, keyPath, keyFileIndex(keyPath));
+  InsertCommands insertion;
+  insertion.workplace = kClassicWorkplace;
+  for (const ClassicCommand& command : key.commands())
+    insertion.drafts.push_back(classicDraft(command, kKeyMainframe));
+  return insertion;
 }
 
 }  // namespace
@@ -109,23 +118,9 @@ Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int 
   return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode);
 }
 
-InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath) {
-  KeyFile key;
-  key.load(root, keyPath, keyFileIndex(keyPath));
-  InsertCommands insertion;
-  insertion.workplace = kClassicWorkplace;
-  for (const ClassicCommand& command : key.commands())
-    insertion.drafts.push_back(classicDraft(command, kKeyMainframe));
-  return insertion;
-}
-
-Expected<CommandFragment> keyFileFragment(const SiteRoot& root, std::string_view keyPath,
-                                          std::vector<int> numbers) {
+Expected<Macro> keyFileMacro(const SiteRoot& root, std::string_view keyPath) {
   const auto empty = Macro::read("<macro><data /></macro>");
-  if (!empty) return empty.failure();
-  const auto filled = apply(*empty, keyFileInsertion(root, keyPath));
-  if (!filled) return filled.failure();
-  return CommandFragment::of(*filled, std::move(numbers));
+  return empty ? apply(*empty, keyFileInsertion(root, keyPath)) : empty;
 }
 
 // One write, so that a conversion cut short leaves no macro without its commands. A template that takes none

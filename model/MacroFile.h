@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "classic/ClassicCommand.h"
 #include "model/MacroEdit.h"
@@ -51,12 +50,9 @@ inline constexpr int kClassicWorkplace = 1;  // of every classic command
 Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
                              const ClassicCommand& command, InsertMode mode, int mainframe);
 
-// The commands of a key file as they stand in a macro, behind its last command; none for a file that cannot
-// be read.
-[[nodiscard]] InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath);
-// Those with these numbers, as CommandFragment::of has it.
-[[nodiscard]] Expected<CommandFragment> keyFileFragment(const SiteRoot& root, std::string_view keyPath,
-                                                        std::vector<int> numbers);
+// The commands of a key file as a macro without a name, to be copied from; none for a file that cannot be
+// read.
+[[nodiscard]] Expected<Macro> keyFileMacro(const SiteRoot& root, std::string_view keyPath);
 
 Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                        std::string_view keyPath);
