@@ -174,7 +174,7 @@ std::string xmlEncodingName(std::string_view bytes, XmlEncoding encoding) {
     case XmlEncoding::kUnknown:
       break;
   }
-  return toUpperAscii(declaredEncoding(declarationOf(bytes)));
+  return displayUtf8(toUpperAscii(declaredEncoding(declarationOf(bytes))));
 }
 
 std::string textOf(std::string_view spelled, XmlEncoding encoding) {
