@@ -4,6 +4,7 @@
 #include "cli/MacroWords.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {

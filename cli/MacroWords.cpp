@@ -1,7 +1,7 @@
 #include "cli/MacroWords.h"
 
-#include "cli/Arguments.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {

@@ -11,9 +11,8 @@ constexpr const char* kCannotParse = "Cannot parse Macro: %s";
 constexpr const char* kCannotRead = "Cannot read Macro: %s (%s)";
 constexpr const char* kCannotCreate = "Cannot create Macro: %s";
 constexpr const char* kUnknownName = "???";
-constexpr const char* kClassicFid = "QMF%d.NCSCOMMAND";
+constexpr std::string_view kClassicFunction = "NCSCOMMAND";
 constexpr const char* kClassicParameter = "CMD";
-constexpr int kKeyMainframe = 1;  // keys of the older family always go to the first mainframe
 
 // A file that is not there, or is none, parses no more than one that holds something else.
 bool isParseFailure(Failure::Kind kind) {
@@ -38,7 +37,7 @@ InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath) 
   InsertCommands insertion;
   insertion.workplace = kClassicWorkplace;
   for (const ClassicCommand& command : key.commands())
-    insertion.drafts.push_back(classicDraft(command, kKeyMainframe));
+    insertion.drafts.push_back(classicDraft(command, kKeyDestination));
   return insertion;
 }
 
@@ -109,13 +108,14 @@ Outcome insertCommand(const SiteAccess& site, std::string_view path, int positio
   return editMacroFile(site, path, InsertCommands{{draft}, workplace, position, mode});
 }
 
-CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
-  return {format(kClassicFid, mainframe), {{ParameterKind::kEnum, kClassicParameter, command.text(), false}}};
+CommandDraft classicDraft(const ClassicCommand& command, Destination destination) {
+  return {std::string(destination.prefix()).append(kClassicFunction),
+          {{ParameterKind::kEnum, kClassicParameter, command.text(), false}}};
 }
 
 Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
-                             const ClassicCommand& command, InsertMode mode, int mainframe) {
-  return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode);
+                             const ClassicCommand& command, InsertMode mode, Destination destination) {
+  return insertCommand(site, path, position, classicDraft(command, destination), kClassicWorkplace, mode);
 }
 
 Expected<Macro> keyFileMacro(const SiteRoot& root, std::string_view keyPath) {
