@@ -18,6 +18,8 @@ constexpr WordHelp kAt{"--at start|end|N",
                        "before the first command, behind the last one, or before command N"};
 constexpr WordHelp kName{"NAME", "the macro's name, in UTF-8"};
 constexpr WordHelp kNumber{"N", "the number of a command; the first one is 0"};
+constexpr WordHelp kRange{
+    "N[-M]", "the number of a command, or of the first and the last of several; the first one is 0"};
 constexpr WordHelp kFunction{"FID", "the name of a function; a destination prefix may stand in front"};
 
 constexpr WordHelp kDictionaryWords[] = {
@@ -43,7 +45,14 @@ constexpr WordHelp kInsertClassicWords[] = {
     kAt,
     {"--mainframe M", "the mainframe that the command goes to, 1 to 4; 1 when not given"},
 };
-constexpr WordHelp kRemoveWords[] = {kFileChanged, kNumber};
+constexpr WordHelp kCopyWords[] = {kFileRead, kRange};
+constexpr WordHelp kPasteWords[] = {{"FILE", "the macro"}, kAt};
+constexpr WordHelp kMoveWords[] = {
+    kFileChanged,
+    kRange,
+    {"--to K", "before command K as it is numbered now, behind the last one when there is none"},
+};
+constexpr WordHelp kRemoveWords[] = {kFileChanged, kRange};
 constexpr WordHelp kSetWords[] = {
     kFileChanged,
     kNumber,
@@ -111,7 +120,12 @@ constexpr Command kCommands[] = {
     {"insert-classic", "FILE TEXT [--at start|end|N] [--mainframe M]",
      "insert a classic command; each byte is two hexadecimal digits and a blank", runInsertClassic,
      kInsertClassicWords},
-    {"remove", "FILE N", "remove a command; the first one is 0", runRemove, kRemoveWords},
+    {"copy", "FILE N[-M] ...", "print commands of a .mac or .upk file for paste to read", runCopy,
+     kCopyWords},
+    {"paste", "FILE [--at start|end|N]", "insert the commands that copy has printed, from standard input",
+     runPaste, kPasteWords},
+    {"move", "FILE N[-M] --to K", "move commands to another place", runMove, kMoveWords},
+    {"remove", "FILE N[-M]", "remove commands; the first one is 0", runRemove, kRemoveWords},
     {"set", "FILE N VALUE [--force]", "overwrite the first parameter value of a command", runSet, kSetWords},
     {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert, kConvertWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",

@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "cli/Arguments.h"
 #include "cli/CommandSession.h"
@@ -39,14 +40,21 @@ int runRename(CommandSession& session, Arguments& arguments);
 int runCreate(CommandSession& session, Arguments& arguments);
 int runInsert(CommandSession& session, Arguments& arguments);
 int runInsertClassic(CommandSession& session, Arguments& arguments);
-int runRemove(CommandSession& session, Arguments& arguments);
 int runSet(CommandSession& session, Arguments& arguments);
 int runConvert(CommandSession& session, Arguments& arguments);
+
+int runCopy(CommandSession& session, Arguments& arguments);
+int runPaste(CommandSession& session, Arguments& arguments);
+int runMove(CommandSession& session, Arguments& arguments);
+int runRemove(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 
 // What `show` prints of a macro or key file, given by its site path.
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json);
+// Names those of the commands taken from a key file, of all for null, that nobody can read in a macro; false
+// when there are none.
+bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const std::vector<int>* taken);
 // The flags of the pane's check boxes.
 [[nodiscard]] LineOptions lineOptions(const Arguments& arguments);
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "cli/Commands.h"
+#include "cli/MacroWords.h"
 #include "cli/ValueCheck.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
@@ -17,39 +18,7 @@
 namespace tessaly {
 namespace {
 
-constexpr int kMostCommandNumber = 1'000'000'000;
 constexpr std::string_view kEmptyMacroLine = "empty macro";
-constexpr std::string_view kNotChanged = "The macro cannot be changed: ";
-
-// Where a command is put.
-struct InsertPlace {
-  InsertMode mode = InsertMode::kAppend;
-  int position = 0;
-};
-
-// Whether a key file can be read. The model takes one that cannot for a key without commands; here it is a
-// mistyped name, or nobody's to read.
-Outcome keyFileReads(const CommandSession& session, const std::string& path, const std::string& shown) {
-  const auto bytes = readFile(session.root(), path);
-  if (bytes) return {};
-  const Failure& failure = bytes.failure();
-  const bool missing = failure.kind == Failure::Kind::kMissing;
-  return Failure{failure.kind, missing ? "No such file: " + shown : shown + ' ' + failure.text};
-}
-
-// Those whose text is a sentence; that of others is said of the file.
-bool isSentence(Failure::Kind kind) {
-  using Kind = Failure::Kind;
-  return kind == Kind::kNoMacro || kind == Kind::kNoCommand || kind == Kind::kTextNotHeld ||
-         kind == Kind::kNothingTaken || kind == Kind::kNoMemory;
-}
-
-// A failure with what could not be done in front of the cause.
-Outcome told(std::string_view what, Outcome outcome) {
-  if (outcome.written()) return outcome;
-  const Failure& failure = outcome.failure();
-  return Failure{failure.kind, std::string(what) + (isSentence(failure.kind) ? "" : "it ") + failure.text};
-}
 
 // What is stored, wherever it comes from, is UTF-8.
 Outcome isText(const std::string& word) {
@@ -87,14 +56,6 @@ std::optional<std::vector<std::string>> macroLines(CommandSession& session, cons
   std::vector<std::string> lines;
   for (const MacroCommand& command : commands) lines.push_back(commandLine(command, options, context));
   return lines;
-}
-
-std::optional<InsertPlace> insertPlace(const std::optional<std::string>& at) {
-  if (!at || *at == "end") return InsertPlace{};
-  if (*at == "start") return InsertPlace{InsertMode::kAtStart, 0};
-  const std::optional<int> position = wholeNumber(*at, 0, kMostCommandNumber);
-  if (!position) return std::nullopt;
-  return InsertPlace{InsertMode::kAtPosition, *position};
 }
 
 // A command to be inserted, and its function.
@@ -153,20 +114,25 @@ Outcome canTake(CommandSession& session, const std::string& path, int number, co
   return function ? canHold(session.dictionary(), *function, parameter->name, value) : Outcome();
 }
 
-// Says which lines of a key file are commands no more once they stand in a macro.
-void warnOfUnreadable(CommandSession& session, const FileOperand& file) {
+}  // namespace
+
+bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const std::vector<int>* taken) {
   KeyFile key;
   key.load(session.root(), file.path(), keyFileIndex(file.path()));
-  const std::vector<int> lost = key.unreadable();
-  if (lost.empty()) return;
-  std::string text = std::to_string(lost.size()) + " of " + std::to_string(key.commands().size()) +
+  std::vector<int> lost = key.unreadable();
+  const auto isLeft = [taken](int number) {
+    return taken && std::find(taken->begin(), taken->end(), number) == taken->end();
+  };
+  std::erase_if(lost, isLeft);
+  if (lost.empty()) return false;
+  std::string text = std::to_string(lost.size()) + " of " +
+                     std::to_string(taken ? taken->size() : key.commands().size()) +
                      " commands cannot be read in the macro: " + (lost.size() == 1 ? "line" : "lines");
   for (std::size_t i = 0; i < lost.size(); ++i)
     text += (i == 0 ? " " : ", ") + std::to_string(key.lineOf(lost[i]));
   session.warn(text + " of " + file.shown());
+  return true;
 }
-
-}  // namespace
 
 LineOptions lineOptions(const Arguments& arguments) {
   LineOptions options;
@@ -186,7 +152,7 @@ int runShow(CommandSession& session, Arguments& arguments) {
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
   std::optional<std::vector<std::string>> lines;
   if (isKeyFile(path)) {
-    if (const Outcome reads = keyFileReads(session, path, path); !reads)
+    if (const Outcome reads = keyFileReads(session.root(), path, path); !reads)
       return session.failed(reads.failure().text);
     lines = keyFileLines(session, path, options);
   } else {
@@ -209,7 +175,7 @@ int runName(CommandSession& session, Arguments& arguments) {
   return session.readFrom(arguments[0], [&](const FileOperand& file) {
     std::string name;
     const bool isKey = isKeyFile(file.path());
-    const Outcome reads = isKey ? keyFileReads(session, file.path(), file.shown()) : Outcome();
+    const Outcome reads = isKey ? keyFileReads(session.root(), file.path(), file.shown()) : Outcome();
     if (!reads) return session.failed(reads.failure().text);
     const bool read = isKey ? readNameLine(session.root(), file.path(), name)
                             : readMacroName(session.site(), file.path(), name);
@@ -242,7 +208,7 @@ int runInsert(CommandSession& session, Arguments& arguments) {
   const std::optional<int> workplace =
       wholeNumber(arguments.option("--workplace").value_or("1"), 1, Workplace::kCount);
   if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
-  if (!place) return session.wrongUsage("--at takes start, end or the number of a command");
+  if (!place) return session.wrongUsage(kNoPlace);
   if (!workplace) return session.wrongUsage("--workplace takes 1 to 8");
   for (std::size_t i = 2; i < arguments.size(); ++i) {
     if (arguments[i].find('=') == std::string::npos) return session.wrongUsage("no = in " + arguments[i]);
@@ -265,7 +231,7 @@ int runInsertClassic(CommandSession& session, Arguments& arguments) {
   const std::optional<int> mainframe =
       wholeNumber(arguments.option("--mainframe").value_or("1"), 1, Destination::kMainframes);
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
-  if (!place) return session.wrongUsage("--at takes start, end or the number of a command");
+  if (!place) return session.wrongUsage(kNoPlace);
   if (!mainframe) return session.wrongUsage("--mainframe takes 1 to 4");
 
   ClassicCommand command;
@@ -281,18 +247,6 @@ int runInsertClassic(CommandSession& session, Arguments& arguments) {
                    std::to_string(command.parameters().size()) + " parameter bytes");
     }
     return done;
-  });
-}
-
-int runRemove(CommandSession& session, Arguments& arguments) {
-  if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
-  const std::optional<int> number = wholeNumber(arguments[1], 0, kMostCommandNumber);
-  if (!number) return session.wrongUsage("N is the number of a command");
-  return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
-    Outcome done = removeCommand(session.site(), path, *number);
-    if (!done && done.failure().kind == Failure::Kind::kNoCommand)
-      return Outcome(Failure{Failure::Kind::kNoCommand, "No command " + arguments[1]});
-    return told(kNotChanged, std::move(done));
   });
 }
 
@@ -318,14 +272,14 @@ int runSet(CommandSession& session, Arguments& arguments) {
 int runConvert(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
   return session.readFrom(arguments[0], [&](const FileOperand& key) {
-    if (const Outcome reads = keyFileReads(session, key.path(), key.shown()); !reads)
+    if (const Outcome reads = keyFileReads(session.root(), key.path(), key.shown()); !reads)
       return session.failed(reads.failure().text);
     const auto convert = [&](const std::string& path) {
       const Outcome text = isText(arguments[2]);
       Outcome done =
           told("The key file cannot be converted: ",
                text ? ofEmpty(convertKeyFile(session.site(), arguments[2], path, key.path())) : text);
-      if (done.written()) warnOfUnreadable(session, key);
+      if (done.written()) warnOfUnreadable(session, key, nullptr);
       return done;
     };
     return session.writeTo(arguments[1], FileUse::kWrite, MacroChange::kConvert, convert);

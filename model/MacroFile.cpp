@@ -30,6 +30,17 @@ Expected<Macro> newMacro(const SiteAccess& site, const std::string& name) {
   return apply(*empty, SetMacroName{name});
 }
 
+// The commands of a key file as they stand in a macro.
+InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath) {
+  KeyFile key;
+  key.load(root, keyPath, keyFileIndex(keyPath));
+  InsertCommands insertion;
+  insertion.workplace = kClassicWorkplace;
+  for (const ClassicCommand& command : key.commands())
+    insertion.drafts.push_back(classicDraft(command, kKeyDestination));
+  return insertion;
+}
+
 }  // namespace
 
 Expected<Macro> readMacro(const SiteRoot& root, std::string_view path) {
@@ -107,18 +118,18 @@ Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int 
   return insertCommand(site, path, position, classicDraft(command, destination), kClassicWorkplace, mode);
 }
 
+Expected<Macro> keyFileMacro(const SiteRoot& root, std::string_view keyPath) {
+  const auto empty = Macro::read("<macro><data /></macro>");
+  return empty ? apply(*empty, keyFileInsertion(root, keyPath)) : empty;
+}
+
 // One write, so that a conversion cut short leaves no macro without its commands. A template that takes none
 // gives the empty macro all the same.
 Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                        std::string_view keyPath) {
   const auto empty = newMacro(site, name);
   if (!empty) return empty.failure();
-  KeyFile key;
-  key.load(site.root, keyPath, keyFileIndex(keyPath));
-  InsertCommands insertion;
-  insertion.workplace = kClassicWorkplace;
-  for (const ClassicCommand& command : key.commands())
-    insertion.drafts.push_back(classicDraft(command, kKeyDestination));
+  const InsertCommands insertion = keyFileInsertion(site.root, keyPath);
   if (insertion.drafts.empty()) return saveMacro(site.root, targetPath, *empty);
   const auto filled = apply(*empty, insertion);
   if (filled) return saveMacro(site.root, targetPath, *filled);

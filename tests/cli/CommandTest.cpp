@@ -66,6 +66,16 @@ class Commands : public ::testing::Test {
     return outcome.out;
   }
 
+  // All values of the macro, in their order.
+  std::string values(const std::string& path) {
+    std::string all;
+    const auto macro = readMacro(site.root, path);
+    for (const MacroCommand& command : macro->commands()) {
+      for (const MacroParameter& parameter : command.parameters) all += parameter.value + ',';
+    }
+    return all;
+  }
+
   TestSite site;
 };
 
@@ -114,6 +124,16 @@ TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
       {{"insert-classic", kMacro, "23 10 05 01 ", "--mainframe", "0"}, 2, "--mainframe takes"},
       {{"remove", kMacro, "1"}, 1, "No command 1\n"},
       {{"remove", kMacro, "1x"}, 2, "N is the number"},
+      {{"remove", kMacro, "0-1"}, 1, "No command 1\n"},
+      {{"remove", kMacro, "1-0"}, 2, "N is the number"},
+      {{"move", kMacro, "0"}, 2, "--to takes"},
+      {{"move", kMacro, "0-3", "--to", "0"}, 1, "No command 1\n"},
+      {{"copy", kMacro}, 2, "too few words"},
+      {{"copy", kMacro, "0", "2-1000000000"}, 1, "No command 2\n"},
+      {{"copy", "c:\\none.upk", "0"}, 1, "No such file: c:\\none.upk\n"},
+      {{"copy", "c:\\appli\\flat.mac", "0"}, 1, "No macro in the file: c:\\appli\\flat.mac\n"},
+      {{"paste", "-"}, 2, "the commands come from standard input"},
+      {{"paste", kMacro}, 1, "Standard input is no text of commands\n"},
       {{"remove", kMacro, "-1"}, 2, "N is the number"},
       {{"set", kMacro, "7", "x"}, 1, "No command from 7 on has a parameter with a value\n"},
       {{"rename", kMacro, "\xD0\x9D"}, 1, "The macro cannot be renamed: \"\xD0\x9D\" has letters that"},
@@ -296,6 +316,39 @@ TEST_F(Commands, MacroGoesThroughAPipe) {
   EXPECT_EQ(broken.out, "") << "a command that fails writes nothing on";
   EXPECT_EQ(broken.errors, "Cannot parse Macro: -\n");
   EXPECT_EQ(run({"show", "-"}, "<macro/>").errors, "No macro in the file: -\n");
+}
+
+TEST_F(Commands, CommandsGoFromMacroToMacro) {
+  output({"create", kMacro, "Opener"});
+  for (const char* size : {"size=0.1", "size=0.2", "size=0.3"})
+    output({"insert", kMacro, "QMF1.ME1.SIZE.SET", size});
+  const std::string other = "c:\\appli\\macro008.mac";
+  output({"create", other, "Closer"});
+  output({"insert-classic", other, "e3 10 05 01 "});
+  output({"paste", other, "--at", "start"}, output({"copy", kMacro, "2", "0-1"}));
+  EXPECT_EQ(values(other), "0.1,0.2,0.3,e3 10 05 01 ,");
+  output({"move", other, "1-2", "--to", "9"});
+  EXPECT_EQ(values(other), "0.1,e3 10 05 01 ,0.2,0.3,");
+  output({"move", other, "2-3", "--to", "1"});
+  EXPECT_EQ(values(other), "0.1,0.2,0.3,e3 10 05 01 ,");
+  output({"remove", other, "0-2"});
+  output({"paste", other}, output({"copy", "-", "0"}, site.read(kMacro)));
+  EXPECT_EQ(values(other), "e3 10 05 01 ,0.1,");
+
+  const std::string before = site.read(other);
+  site.write(kMacro, "<?xml version='1.0'?><macro><data><cmd fid='\xD0\x9D' /></data></macro>");
+  const Outcome lacking = run({"paste", other}, output({"copy", kMacro, "0"}));
+  EXPECT_EQ(lacking.code, 1);
+  EXPECT_THAT(lacking.errors, StartsWith("The macro cannot be changed: \"\xD0\x9D\" has letters that"));
+  EXPECT_EQ(site.read(other), before);
+
+  // A line of a key file that no macro can hold goes along as what it becomes, and is named.
+  const std::string key = "#UPK\n\nFile=\nName=MK04\n\n\ne3 10 05 01 \nx\n";
+  output({"paste", other, "--at", "0"}, output({"copy", "-", "0"}, key));
+  EXPECT_EQ(values(other), "e3 10 05 01 ,e3 10 05 01 ,0.1,");
+  const Outcome lost = run({"copy", "-", "0-1"}, key);
+  EXPECT_EQ(lost.code, 1);
+  EXPECT_EQ(lost.errors, "1 of 2 commands cannot be read in the macro: line 8 of -\n");
 }
 
 TEST_F(Commands, WhatIsOpenIsWrittenToAndNotReplaced) {

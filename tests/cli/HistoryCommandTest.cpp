@@ -39,6 +39,8 @@ TEST_F(HistoryCommands, EveryCommandThatOverwritesAFileKeepsIt) {
   const std::pair<std::vector<std::string>, const char*> cases[] = {
       {{"insert-classic", kMacro, "23 10 05 01 "}, "edit"},
       {{"set", kMacro, "0", "23 10 05 02 "}, "edit"},
+      {{"insert-classic", kMacro, "e3 10 05 01 "}, "edit"},
+      {{"move", kMacro, "0", "--to", "2"}, "edit"},
       {{"remove", kMacro, "0"}, "edit"},
       {{"rename", kMacro, "Renamed"}, "rename"},
       {{"create", kMacro, "Anew"}, "create"},

@@ -3,6 +3,7 @@
 
 #include "model/MacroFile.h"
 #include "platform/Text.h"
+#include "tests/model/OddFiles.h"
 #include "tests/support/LoadCommands.h"
 #include "tests/support/TestSite.h"
 
@@ -12,38 +13,6 @@ namespace {
 
 constexpr const char* kFile = R"(c:\work\macro007.mac)";
 constexpr const char* kKey = R"(c:\work\key03.upk)";
-
-// A macro as it is printed, with odd things in each place where there can be some.
-struct OddFile {
-  std::string head, attribute, element, text, tail;
-
-  [[nodiscard]] std::string bytes() const {
-    return head + "<macro name=\"M\"" + attribute + ">\n" + "    <note" + attribute + ">" + text +
-           "</note>\n" + "    <data>\n        " + element + "\n" + first() + "        " + element + "\n" +
-           second() + "        " + element + "\n    </data>\n    " + element + "\n</macro>\n" + tail;
-  }
-  [[nodiscard]] std::string first() const {
-    return "        <cmd fid=\"A\"" + attribute + ">\n            " + element +
-           "\n            <param name=\"p\"" + attribute + " value=\"OLD\" />\n        </cmd>\n";
-  }
-  [[nodiscard]] std::string second() const { return "        <cmd fid=\"B\"" + attribute + " />\n"; }
-};
-
-const OddFile kOddFiles[] = {
-    {"", "", "<z />", "plain", ""},
-    {"<?xml version=\"1.0\" encoding=\"windows-1252\" standalone='yes'?>\n", " x=\"&#x2013;&#8364;\xFC\"",
-     "<!-- &#x2013; \xFC -->", "&#x2013; &#xFC; \xFC", "<!-- end -->\n"},
-    {"<?XML version='1\"0' encoding='ISO-8859-1' more=\"x\"?>\n<?xml-stylesheet href=\"a.xsl\" "
-     "type='text/xsl'?>\n",
-     " x=\"a &amp; b &lt;&gt;&quot;&apos;\"", "<?xml-note  two  blanks ?>", "<?xmlx?> and text ", ""},
-    {"\xEF\xBB\xBF<!DOCTYPE macro SYSTEM \"m.dtd\">\n", " x=\"Küche\" y='\"'", "<!ELEMENT data>",
-     "  white\n\tspace   stays  ", "<?end?>\n"},
-    {"<!-- first -->\n", " x=\"a & b &uuml; &#; &#x41\"", "<z>&  & &bogus; &#</z>", "a & b",
-     "<macro name=\"N\" />\n"},
-    {"", " x=\"'>&amp;#x41;\n&#x0A;&#13;\"", "<z><![CDATA[ <a> &#x41; ]]></z>",
-     "mixed <b>bold</b>\n <i />\t<u />  ", ""},
-    {"<?xml version='1.0'?>\n", " x=\"\xC3\xE4&#0;&#1;\"", "<z>   </z>", "\xFC<!-- c -->", ""},
-};
 
 struct Operation {
   const char* what;
@@ -70,6 +39,15 @@ const Operation kOperations[] = {
                                    ">\n            <param name=\"CMD\" value=\"\" />\n        </cmd>") +
                             file.first());
      }},
+    {"paste",
+     [](auto& site, auto& text) {
+       const auto empty = Macro::read("<?xml version='1.0'?><macro name=''><data/></macro>");
+       const auto macro = apply(*empty, InsertCommands{{{text, {}}}});
+       if (!macro) return Outcome(macro.failure());
+       return editMacroFile(site, kFile,
+                            InsertFragment{*CommandFragment::of(*macro, {0}), 1, InsertMode::kAtPosition});
+     },
+     [](auto& file) { return std::pair(file.second(), kNew + file.second()); }},
     {"remove", [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
      [](auto& file) { return std::pair(file.first(), std::string()); }},
     {"replace",

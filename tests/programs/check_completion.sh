@@ -31,6 +31,9 @@ offers show --root shows o -- one.mac
 offers help ren -- rename
 offers set one.mac 0 1 --f -- --force
 offers convert k -- key00.upk
+offers copy o -- one.mac
+offers paste one.mac --at '' -- end start
+offers move one.mac 0-3 --t -- --to
 offers insert one.mac Q -- QMF1. QMF2. QMF3. QMF4.
 offers insert one.mac QMF3.ME1.KEY1.CL -- QMF3.ME1.KEY1.CLIP. QMF3.ME1.KEY1.CLIP_HIGH. QMF3.ME1.KEY1.CLIP_LOW.
 offers value ME1.KEY1.CLIP.S -- ME1.KEY1.CLIP.SET
