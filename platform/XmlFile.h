@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <tinyxml.h>
@@ -25,10 +26,18 @@ class XmlDocument : public TiXmlDocument {
  public:
   // A text of the tree as UTF-8.
   [[nodiscard]] std::string text(std::string_view spelled) const { return textOf(spelled, encoding_); }
+  // A comment, an instruction or a name of the tree as UTF-8.
+  [[nodiscard]] std::string plainText(std::string_view stored) const {
+    return plainTextOf(stored, encoding_);
+  }
   // How a text stands in the tree; kTextNotHeld when the file's encoding cannot hold it.
   [[nodiscard]] Expected<std::string> spelling(std::string_view text) const {
     return spellingOf(text, encoding_);
   }
+  // The element of another document with all that it holds, spelled as this one's encoding has it;
+  // kTextNotHeld when that lacks one of its characters.
+  [[nodiscard]] Expected<std::unique_ptr<TiXmlElement>> copyOf(const TiXmlElement& element,
+                                                               const XmlDocument& from) const;
   // Whether printing gives back every text, attribute, comment and instruction that was read; kNotKept with
   // the construct otherwise.
   [[nodiscard]] const Outcome& kept() const { return kept_; }
@@ -42,6 +51,9 @@ class XmlDocument : public TiXmlDocument {
   std::size_t size_ = 0;  // bytes that were read
   Outcome kept_;
 };
+
+// Whether the element holds text beside white space: its white space is then text too, and no layout.
+[[nodiscard]] bool isMixed(const TiXmlElement& element);
 
 // Parses the bytes into `document`, which is empty after a failure: kNotXml with what is wrong, kTooLarge for
 // more than the limits above, kNoMemory. The text of a failure goes on from the name of the file. Never

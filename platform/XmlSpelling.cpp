@@ -108,15 +108,17 @@ std::string withReferences(std::string_view bytes) {
   return spelled;
 }
 
-// UTF-8 into the bytes of the encoding.
-Expected<std::string> encoded(const std::string& text, XmlEncoding encoding) {
+// UTF-8 into the bytes of the encoding. Bytes of a document without one that would be taken for UTF-8 are
+// given to `ambiguous`.
+template <typename Ambiguous>
+Expected<std::string> encoded(const std::string& text, XmlEncoding encoding, const Ambiguous& ambiguous) {
   if (encoding == XmlEncoding::kUtf8 || encoding == XmlEncoding::kOnlyUtf8Said || isAscii(text)) return text;
   if (encoding == XmlEncoding::kUnknown)
     return notHeld(text,
                    "has letters that cannot be stored: the file declares an encoding that is not known");
   std::optional<std::string> bytes = exactWindows1252(text);
   if (!bytes) return notHeld(text, "has letters that the file's encoding, Windows-1252, lacks");
-  if (encoding == XmlEncoding::kUndeclared && isValidUtf8(*bytes)) return withReferences(*bytes);
+  if (encoding == XmlEncoding::kUndeclared && isValidUtf8(*bytes)) return ambiguous(*bytes);
   return *std::move(bytes);
 }
 
@@ -176,12 +178,22 @@ Expected<std::string> spellingOf(std::string_view given, XmlEncoding encoding) {
   };
   if (std::any_of(text.begin(), text.end(), isForbidden))
     return notHeld(text, "has a control character, which an XML file cannot hold");
-  Expected<std::string> bytes = encoded(text, encoding);
+  Expected<std::string> bytes = encoded(text, encoding, withReferences);
   if (!bytes) return bytes;
   std::string spelled;
   spelled.reserve(bytes->size());
   for (const char c : *bytes) appendSpelled(spelled, c);
   return spelled;
+}
+
+std::string plainTextOf(std::string_view stored, XmlEncoding encoding) {
+  std::string shown(stored);
+  std::transform(shown.begin(), shown.end(), shown.begin(), shownForm);
+  return decoded(shown, encoding);
+}
+
+Expected<std::string> plainSpellingOf(const std::string& text, XmlEncoding encoding) {
+  return encoded(text, encoding, [&text](const std::string&) { return text; });
 }
 
 }  // namespace tessaly

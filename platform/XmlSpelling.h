@@ -51,4 +51,9 @@ enum class XmlEncoding {
 // its characters, or XML does. Given as UTF-8; what is none counts as Windows-1252.
 [[nodiscard]] Expected<std::string> spellingOf(std::string_view text, XmlEncoding encoding);
 
+// A comment, an instruction or a name as UTF-8, and how it stands in a document: without references, which
+// mean nothing there.
+[[nodiscard]] std::string plainTextOf(std::string_view stored, XmlEncoding encoding);
+[[nodiscard]] Expected<std::string> plainSpellingOf(const std::string& text, XmlEncoding encoding);
+
 }  // namespace tessaly
