@@ -23,6 +23,7 @@ struct Command {
   std::string_view summary;  // one line
   int (*run)(CommandSession& session, Arguments& arguments);
   std::span<const WordHelp> words;  // every word of the usage
+  int broken = kExitFailed;         // the exit code when the output cannot be written, or memory is short
 };
 
 [[nodiscard]] std::span<const Command> commandTable();
@@ -42,6 +43,8 @@ int runInsertClassic(CommandSession& session, Arguments& arguments);
 int runRemove(CommandSession& session, Arguments& arguments);
 int runSet(CommandSession& session, Arguments& arguments);
 int runConvert(CommandSession& session, Arguments& arguments);
+
+int runDiff(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 
