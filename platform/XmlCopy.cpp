@@ -1,60 +1,48 @@
-#include <memory>
+#include "platform/XmlCopy.h"
 
-#include "platform/XmlFile.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
 
-// Spells a copied tree anew. Recursion is bounded by the depth that a file may have.
-class Respelling {
- public:
-  Respelling(XmlEncoding from, XmlEncoding to) : from_(from), to_(to) {}
-
-  Outcome node(TiXmlNode& node) const {
-    TiXmlElement* const element = node.ToElement();
-    const TiXmlText* const text = node.ToText();
-    auto value = text && !text->CDATA() ? spelled(node.ValueStr()) : plain(node.ValueStr());
-    if (!value) return value.failure();
-    node.SetValue(*value);
-    if (element) {
-      if (Outcome done = attributes(*element); !done) return done;
-    }
-    for (TiXmlNode* child = node.FirstChild(); child; child = child->NextSibling()) {
-      if (Outcome done = this->node(*child); !done) return done;
-    }
-    return {};
-  }
-
- private:
-  [[nodiscard]] Expected<std::string> spelled(std::string_view stored) const {
-    return spellingOf(textOf(stored, from_), to_);
-  }
-  [[nodiscard]] Expected<std::string> plain(std::string_view stored) const {
-    return plainSpellingOf(plainTextOf(stored, from_), to_);
-  }
-
-  Outcome attributes(TiXmlElement& element) const {
-    for (TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
-      const auto name = plain(attribute->NameTStr());
-      if (!name) return name.failure();
-      const auto value = spelled(attribute->ValueStr());
-      if (!value) return value.failure();
-      attribute->SetName(*name);
-      attribute->SetValue(*value);
-    }
-    return {};
-  }
-
-  XmlEncoding from_, to_;
-};
+template <typename Set>
+Outcome respellOne(const std::string& text, bool references, const XmlRespell& respell, const Set& set) {
+  if (isAscii(text)) return {};
+  const Expected<std::string> spelled = respell(text, references);
+  if (!spelled) return spelled.failure();
+  set(*spelled);
+  return {};
+}
 
 }  // namespace
 
-Expected<std::unique_ptr<TiXmlElement>> XmlDocument::copyOf(const TiXmlElement& element,
-                                                            const XmlDocument& from) const {
+// Recursion is bounded by the depth that a file may have.
+Outcome respellXml(TiXmlNode& node, const XmlRespell& respell) {
+  const TiXmlText* const text = node.ToText();
+  Outcome done = respellOne(node.ValueStr(), text && !text->CDATA(), respell,
+                            [&](const std::string& spelled) { node.SetValue(spelled); });
+  TiXmlElement* const element = node.ToElement();
+  for (TiXmlAttribute* attribute = element ? element->FirstAttribute() : nullptr; attribute && done;
+       attribute = attribute->Next()) {
+    done = respellOne(attribute->NameTStr(), false, respell,
+                      [&](const std::string& spelled) { attribute->SetName(spelled); });
+    if (!done) break;
+    done = respellOne(attribute->ValueStr(), true, respell,
+                      [&](const std::string& spelled) { attribute->SetValue(spelled); });
+  }
+  for (TiXmlNode* child = node.FirstChild(); child && done; child = child->NextSibling())
+    done = respellXml(*child, respell);
+  return done;
+}
+
+Expected<std::unique_ptr<TiXmlElement>> copyFor(const XmlDocument& target, const TiXmlElement& element,
+                                                const XmlDocument& from) {
   std::unique_ptr<TiXmlElement> copy(element.Clone()->ToElement());
-  if (from.encoding_ == encoding_) return copy;
-  if (Outcome spelled = Respelling(from.encoding_, encoding_).node(*copy); !spelled) return spelled.failure();
+  if (from.encoding() == target.encoding() && from.encodingName() == target.encodingName()) return copy;
+  const auto respell = [&](const std::string& text, bool references) {
+    return spellingOfUtf8(utf8Spelling(text, from.encoding()), target.encoding(), references);
+  };
+  if (Outcome spelled = respellXml(*copy, respell); !spelled) return spelled.failure();
   return copy;
 }
 

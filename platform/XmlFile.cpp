@@ -128,6 +128,12 @@ class Printer {
 
 }  // namespace
 
+std::string XmlDocument::plainText(std::string_view stored) const {
+  std::string text = utf8Spelling(stored, encoding_);
+  std::transform(text.begin(), text.end(), text.begin(), shownForm);
+  return text;
+}
+
 bool isMixed(const TiXmlElement& element) {
   for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
     if (child->ToText() && !isLayout(*child->ToText())) return true;
@@ -143,6 +149,7 @@ Outcome parseXml(std::string bytes, XmlDocument& document) {
     if (document.marked_) bytes.erase(0, kByteOrderMark.size());
     document.size_ = bytes.size();
     document.encoding_ = xmlEncoding(bytes, document.marked_);
+    document.encodingName_ = xmlEncodingName(bytes, document.encoding_);
     unifyLineEnds(bytes);
     XmlLook look = prepareXml(bytes, {kDeepestXml, kMostXmlAttributes, kMostXmlPieces});
     document.kept_ = std::move(look.kept);

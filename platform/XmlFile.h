@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <tinyxml.h>
@@ -26,18 +25,14 @@ class XmlDocument : public TiXmlDocument {
  public:
   // A text of the tree as UTF-8.
   [[nodiscard]] std::string text(std::string_view spelled) const { return textOf(spelled, encoding_); }
-  // A comment, an instruction or a name of the tree as UTF-8.
-  [[nodiscard]] std::string plainText(std::string_view stored) const {
-    return plainTextOf(stored, encoding_);
-  }
+  // A comment, an instruction or a name of the tree as UTF-8: nothing in it is a reference.
+  [[nodiscard]] std::string plainText(std::string_view stored) const;
   // How a text stands in the tree; kTextNotHeld when the file's encoding cannot hold it.
   [[nodiscard]] Expected<std::string> spelling(std::string_view text) const {
     return spellingOf(text, encoding_);
   }
-  // The element of another document with all that it holds, spelled as this one's encoding has it;
-  // kTextNotHeld when that lacks one of its characters.
-  [[nodiscard]] Expected<std::unique_ptr<TiXmlElement>> copyOf(const TiXmlElement& element,
-                                                               const XmlDocument& from) const;
+  [[nodiscard]] XmlEncoding encoding() const { return encoding_; }
+  [[nodiscard]] const std::string& encodingName() const { return encodingName_; }  // see xmlEncodingName
   // Whether printing gives back every text, attribute, comment and instruction that was read; kNotKept with
   // the construct otherwise.
   [[nodiscard]] const Outcome& kept() const { return kept_; }
@@ -47,6 +42,7 @@ class XmlDocument : public TiXmlDocument {
   friend Expected<std::string> printXml(const XmlDocument& document);
 
   XmlEncoding encoding_ = XmlEncoding::kUndeclared;
+  std::string encodingName_;
   bool marked_ = false;   // by a byte order mark
   std::size_t size_ = 0;  // bytes that were read
   Outcome kept_;
