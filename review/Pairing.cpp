@@ -42,8 +42,10 @@ class Pairer {
       if (alignment.partners[i] >= 0) pair(i, static_cast<std::size_t>(alignment.partners[i]), How::kSame);
     }
     pairMoved(2);
-    pairChanged(identifierOf);
-    pairChanged(functionOf);
+    findElsewhere();
+    pairChanged(identifierOf, true);
+    pairChanged(identifierOf, false);
+    pairChanged(functionOf, false);
     pairMoved(1);
     return std::move(pairing_);
   }
@@ -61,6 +63,7 @@ class Pairer {
     };
     read(a_, meaningsA_);
     read(b_, meaningsB_);
+    meaningCount_ = numbers.size();
   }
 
   void pair(std::size_t inA, std::size_t inB, How how, int block = -1) {
@@ -108,15 +111,33 @@ class Pairer {
     return best;
   }
 
-  // Between each two pairs that follow each other.
+  // Meanings that stand alone in both macros: a command that has one may be a moved one rather than a change.
+  void findElsewhere() {
+    std::vector<bool> inA(meaningCount_, false);
+    elsewhere_.assign(meaningCount_, false);
+    for (const std::size_t i : aloneIn(pairing_.a, 0, a_.size())) inA[meaningsA_[i]] = true;
+    for (const std::size_t j : aloneIn(pairing_.b, 0, b_.size()))
+      elsewhere_[meaningsB_[j]] = inA[meaningsB_[j]];
+  }
+
+  [[nodiscard]] std::vector<std::size_t> changeable(const std::vector<Mate>& mates, const Numbers& meanings,
+                                                    std::size_t begin, std::size_t end,
+                                                    bool nowhereElse) const {
+    std::vector<std::size_t> places = aloneIn(mates, begin, end);
+    if (nowhereElse) std::erase_if(places, [&](std::size_t place) { return elsewhere_[meanings[place]]; });
+    return places;
+  }
+
+  // Between each two pairs that follow each other; only commands that stand nowhere else, or any.
   template <typename Key>
-  void pairChanged(const Key& keyOf) {
+  void pairChanged(const Key& keyOf, bool nowhereElse) {
     std::size_t beginA = 0, beginB = 0;
     for (std::size_t i = 0; i <= a_.size(); ++i) {
       if (i < a_.size() && !pairing_.a[i].inOrder()) continue;
       const std::size_t endB = i < a_.size() ? static_cast<std::size_t>(pairing_.a[i].other) : b_.size();
       if (i > beginA && endB > beginB) {
-        pairBetween(aloneIn(pairing_.a, beginA, i), aloneIn(pairing_.b, beginB, endB), keyOf);
+        pairBetween(changeable(pairing_.a, meaningsA_, beginA, i, nowhereElse),
+                    changeable(pairing_.b, meaningsB_, beginB, endB, nowhereElse), keyOf);
       }
       beginA = i + 1;
       beginB = endB + 1;
@@ -156,6 +177,8 @@ class Pairer {
 
   const MacroCommands &a_, &b_;
   Numbers meaningsA_, meaningsB_;  // equal for equal meanings
+  std::size_t meaningCount_ = 0;
+  std::vector<bool> elsewhere_;  // by meaning
   Pairing pairing_;
   int blocks_ = 0;
 };
