@@ -103,7 +103,9 @@ class MacroPairs {
       const char* const value = oneOf({"0.5", "0.50", "5", "05", "1:2:3:4", "16909060", "x", ""});
       command += std::string("<param name=\"") + oneOf({"p", "p", "q"}) + "\" value=\"" + value + "\"/>";
     }
-    if (below(8) == 0) command += oneOf({"<param name=\"p\"/>", "<!-- c -->", "<param/>", "<z>t</z>"});
+    if (below(8) == 0)
+      command += oneOf(
+          {"<param name=\"p\"/>", "<!-- c -->", "<param/>", "<z> <b/> t</z>", " t\n ", "<![CDATA[ x&]]>"});
     return command + "</cmd>";
   }
 
