@@ -17,7 +17,8 @@ TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
   tree.write(hostPathOfTree(1, "macro007.mac"), macro("Seven"));
   start();
   ASSERT_TRUE(connect());
-  for (int number = 0; number < kPanelMacros; ++number) ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
+  for (int number = 0; number < MacroNumber::kCount; ++number)
+    ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
   ASSERT_TRUE(connection.subscribe("PANEL.WP3.MFDCOUNT"));
   EXPECT_TRUE(recorder.waitFor("value PANEL.WP3.MFDCOUNT=2"));
   const auto events = recorder.events();
