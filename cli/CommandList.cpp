@@ -64,6 +64,11 @@ constexpr WordHelp kConvertWords[] = {
     {"FILE.mac", "the macro to write, over an old one if there is one; - prints it"},
     kName,
 };
+constexpr WordHelp kDiffWords[] = {
+    {"A", "a macro; - reads it"},
+    {"B", "the macro to set beside it; - reads it"},
+    kJson,
+};
 constexpr WordHelp kHistoryWords[] = {
     kJson,
     {"show ID", "the command lines of a kept macro"},
@@ -128,6 +133,8 @@ constexpr Command kCommands[] = {
     {"remove", "FILE N[-M]", "remove commands; the first one is 0", runRemove, kRemoveWords},
     {"set", "FILE N VALUE [--force]", "overwrite the first parameter value of a command", runSet, kSetWords},
     {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert, kConvertWords},
+    {"diff", "A B [--json]", "what differs between two macros; exit code 0 nothing, 1 something, 2 trouble",
+     runDiff, kDiffWords, kExitTrouble},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
     {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},

@@ -165,6 +165,7 @@ int CommandSession::failed(const std::string& reason) {
 }
 
 int CommandSession::wrongUsage(const std::string& reason) {
+  usageIsWrong_ = true;
   messages_.print(reason);
   return kExitWrongUsage;
 }

@@ -23,6 +23,9 @@ inline constexpr int kExitDone = 0;
 inline constexpr int kExitFailed = 1;      // the reason is on the error stream, or the answer is no
 inline constexpr int kExitWrongUsage = 2;  // so is the usage
 inline constexpr int kExitUnknown = 3;     // something was sent to a panel, and what it holds now is unknown
+// Those of a comparison.
+inline constexpr int kExitDifferent = 1;
+inline constexpr int kExitTrouble = 2;  // one of the two cannot be read; the reason is on the error stream
 
 // Prints what the model reports, one line each; nobody can be asked, so every question is answered with no.
 class StreamMessages : public Messages {
@@ -82,6 +85,7 @@ class CommandSession {
   int failed(const std::string& reason);
   // Prints `reason`; kExitWrongUsage. The command table adds the usage.
   int wrongUsage(const std::string& reason);
+  [[nodiscard]] bool usageIsWrong() const { return usageIsWrong_; }
 
  private:
   static constexpr std::chrono::seconds kPatience{30};  // with other programs
@@ -97,6 +101,7 @@ class CommandSession {
   std::unique_ptr<FunctionDictionary> dictionary_;
   bool dictionaryWhole_ = true;
   bool warned_ = false;
+  bool usageIsWrong_ = false;
 };
 
 // What a line of output shows for bytes of unknown origin: UTF-8, a line break as a blank, so that a row

@@ -32,7 +32,7 @@ void printHelp(std::ostream& stream) {
   }
   stream << "\nFILE is a path of this host, or a site path with a drive letter; - is standard input or\n"
          << "output. A value may follow its option with a = or a blank; words after -- are no options.\n"
-         << "Exit code: 0 done, 1 failed or answered with no, 2 wrong usage.\n";
+         << "Exit code: 0 done, 1 failed or answered with no, 2 wrong usage; diff has its own.\n";
 }
 
 void printHelp(std::ostream& stream, const Command& command) {
@@ -69,7 +69,7 @@ int runCommand(const Command& command, const std::string& root, Arguments& argum
   // Keeping is an extra, and does not count for the exit code.
   if (const auto failure = session.history().takeFailure())
     streams.errors << "the history could not keep what was there before: " << failure->text << '\n';
-  if (result == kExitWrongUsage) printUsage(streams.errors, command);
+  if (session.usageIsWrong()) printUsage(streams.errors, command);
   return result;
 }
 
@@ -80,7 +80,8 @@ std::size_t placeOfCommand(const std::vector<std::string>& words) {
   return std::min(at, words.size());
 }
 
-int run(const std::vector<std::string>& words, const ProgramStreams& streams) {
+// `broken` becomes the command's.
+int run(const std::vector<std::string>& words, const ProgramStreams& streams, int& broken) {
   const auto at = words.begin() + static_cast<std::ptrdiff_t>(placeOfCommand(words));
   std::vector<OptionShape> options = optionsOf(kEverywhere);
   Arguments before({words.begin(), at}, options);
@@ -101,6 +102,7 @@ int run(const std::vector<std::string>& words, const ProgramStreams& streams) {
   }
   const Command* const command = commandNamed(*at);
   if (!command) return unknownCommand(streams.errors, *at);
+  broken = command->broken;
   const auto own = optionsOf(command->usage);
   options.insert(options.end(), own.begin(), own.end());
   Arguments arguments({at + 1, words.end()}, options);
@@ -130,14 +132,15 @@ int runHelp(CommandSession& session, Arguments& arguments) {
 
 int runCommandLine(const std::vector<std::string>& words, std::istream& in, std::ostream& out,
                    std::ostream& errors) {
+  int broken = kExitFailed;
   try {
-    const int result = run(words, {in, out, errors});
+    const int result = run(words, {in, out, errors}, broken);
     if (out.flush()) return result;
     errors << "the output cannot be written\n";
   } catch (const std::exception& problem) {
     errors << problem.what() << '\n';
   }
-  return kExitFailed;
+  return broken;
 }
 
 }  // namespace tessaly

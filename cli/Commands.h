@@ -24,6 +24,7 @@ struct Command {
   std::string_view summary;  // one line
   int (*run)(CommandSession& session, Arguments& arguments);
   std::span<const WordHelp> words;  // every word of the usage
+  int broken = kExitFailed;         // the exit code when the output cannot be written, or memory is short
 };
 
 [[nodiscard]] std::span<const Command> commandTable();
@@ -47,6 +48,8 @@ int runCopy(CommandSession& session, Arguments& arguments);
 int runPaste(CommandSession& session, Arguments& arguments);
 int runMove(CommandSession& session, Arguments& arguments);
 int runRemove(CommandSession& session, Arguments& arguments);
+
+int runDiff(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 

@@ -15,15 +15,6 @@ namespace tessaly {
 Outcome canHold(const FunctionDictionary& dictionary, const FunctionRecord& function,
                 std::string_view parameter, const std::string& value);
 
-// The parameter of that name, or null.
-template <typename Parameter>
-const Parameter* parameterNamed(const std::vector<Parameter>& parameters, std::string_view name) {
-  for (const Parameter& parameter : parameters) {
-    if (parameter.name == name) return &parameter;
-  }
-  return nullptr;
-}
-
 // The inputs that an input parameter can hold, by their stored numbers, with their display names.
 [[nodiscard]] std::vector<EnumValue> inputChoices(const FunctionDictionary& dictionary);
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -48,6 +49,15 @@ struct TimecodeParameter {
   std::string name, description, sid;
   bool optional = false;
 };
+
+// The parameter of that name, or null.
+template <typename Parameter>
+const Parameter* parameterNamed(const std::vector<Parameter>& parameters, std::string_view name) {
+  for (const Parameter& parameter : parameters) {
+    if (parameter.name == name) return &parameter;
+  }
+  return nullptr;
+}
 
 // One "fid" element: a name template whose "$" segments stand for families, and the texts and parameters that
 // all its concrete functions share. Texts are UTF-8, as read, before substitution.

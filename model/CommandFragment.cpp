@@ -1,13 +1,13 @@
 #include "model/CommandFragment.h"
 
 #include <algorithm>
-#include <functional>
 #include <new>
 #include <optional>
 
 #include "model/Macro.h"
 #include "model/MacroTree.h"
 #include "platform/Text.h"
+#include "platform/XmlCopy.h"
 #include "platform/XmlFile.h"
 
 namespace tessaly {
@@ -35,38 +35,6 @@ Failure notOurs() { return refused("is no text of commands"); }
 Failure noMemory() { return {Kind::kNoMemory, "there is not enough memory for the commands"}; }
 
 Failure tooMany() { return refused(format("holds more than %zu commands", kMostFragmentCommands)); }
-
-// What becomes of a text with letters beyond ASCII; `references` says whether one may stand in it.
-using Respell = std::function<Expected<std::string>(const std::string& text, bool references)>;
-
-template <typename Set>
-Outcome respellOne(const std::string& text, bool references, const Respell& respell, const Set& set) {
-  if (isAscii(text)) return {};
-  const Expected<std::string> spelled = respell(text, references);
-  if (!spelled) return spelled.failure();
-  set(*spelled);
-  return {};
-}
-
-// All texts, names too, in the order in which they stand in the file. Recursion is bounded by the depth that
-// a file may have.
-Outcome respellAll(TiXmlNode& node, const Respell& respell) {
-  const TiXmlText* const text = node.ToText();
-  Outcome done = respellOne(node.ValueStr(), text && !text->CDATA(), respell,
-                            [&](const std::string& spelled) { node.SetValue(spelled); });
-  TiXmlElement* const element = node.ToElement();
-  for (TiXmlAttribute* attribute = element ? element->FirstAttribute() : nullptr; attribute && done;
-       attribute = attribute->Next()) {
-    done = respellOne(attribute->NameTStr(), false, respell,
-                      [&](const std::string& spelled) { attribute->SetName(spelled); });
-    if (!done) break;
-    done = respellOne(attribute->ValueStr(), true, respell,
-                      [&](const std::string& spelled) { attribute->SetValue(spelled); });
-  }
-  for (TiXmlNode* child = node.FirstChild(); child && done; child = child->NextSibling())
-    done = respellAll(*child, respell);
-  return done;
-}
 
 // In such a file UTF-8 and Windows-1252 can stand beside each other.
 bool readsEachTextByItself(XmlEncoding encoding) {
@@ -116,7 +84,7 @@ Outcome lettersFit(TiXmlElement& root) {
   const std::string letters = lettersOf(root);
   if (letters.empty()) return {};
   std::size_t texts = 0;
-  const Outcome counted = respellAll(*root.FirstChild(), [&](const std::string& text, bool) {
+  const Outcome counted = respellXml(*root.FirstChild(), [&](const std::string& text, bool) {
     ++texts;
     return Expected<std::string>(text);
   });
@@ -144,14 +112,14 @@ Expected<CommandFragment> CommandFragment::of(const Macro& macro, std::vector<in
   if (const Outcome parsed = parseXml(kShell, document); !parsed) return parsed.failure();
   TiXmlElement& data = *fragmentData(document);
   std::string letters;
-  const Respell toUtf8 = [&](const std::string& text, bool) {
+  const XmlRespell toUtf8 = [&](const std::string& text, bool) {
     letters += isValidUtf8(text) ? kUtf8Letters : kWesternLetters;
     return Expected<std::string>(utf8Spelling(text, source.encoding()));
   };
   for (const TiXmlElement* const command : chosen) {
     TiXmlNode* const copy = data.InsertEndChild(*command);
     if (!copy) throw std::bad_alloc();
-    if (const Outcome spelled = respellAll(*copy, toUtf8); !spelled) return spelled.failure();
+    if (const Outcome spelled = respellXml(*copy, toUtf8); !spelled) return spelled.failure();
   }
   TiXmlElement& root = *document.FirstChildElement();
   const Expected<std::string> encoding = document.spelling(source.encodingName());
@@ -192,7 +160,7 @@ Outcome CommandFragment::placeInto(const XmlDocument& target, TiXmlElement& data
       readsEachTextByItself(target.encoding()) && source && document.text(source) == target.encodingName();
   const std::string letters = lettersOf(root);
   std::size_t at = 0;
-  const Respell toTarget = [&](const std::string& text, bool references) -> Expected<std::string> {
+  const XmlRespell toTarget = [&](const std::string& text, bool references) -> Expected<std::string> {
     const char letter = letters.empty() ? kUtf8Letters : letters[at++];
     if (asItWas && letter == kUtf8Letters) return text;
     if (asItWas) {
@@ -202,7 +170,7 @@ Outcome CommandFragment::placeInto(const XmlDocument& target, TiXmlElement& data
     return spellingOfUtf8(text, target.encoding(), references);
   };
   TiXmlElement& commands = *fragmentData(document);
-  if (Outcome spelled = respellAll(commands, toTarget); !spelled) return spelled;
+  if (Outcome spelled = respellXml(commands, toTarget); !spelled) return spelled;
   for (const TiXmlElement* command = commands.FirstChildElement(); command;
        command = command->NextSiblingElement()) {
     if (!(before ? data.InsertBeforeChild(before, *command) : data.InsertEndChild(*command)))

@@ -30,14 +30,6 @@ constexpr std::string_view kDegreeUnit = "[\xC2\xB0]";
 
 std::string_view separator(const LineOptions& options) { return options.tabs ? kTabSeparator : kSeparator; }
 
-template <typename Parameter>
-const Parameter* named(const std::vector<Parameter>& parameters, std::string_view name) {
-  for (const Parameter& parameter : parameters) {
-    if (parameter.name == name) return &parameter;
-  }
-  return nullptr;
-}
-
 std::string_view inputDisplayName(const FunctionDictionary& dictionary, std::string_view stored) {
   const EnumFamily* family = dictionary.enumFamily(kInputFamily);
   if (!family) return {};
@@ -102,15 +94,15 @@ void appendParameter(std::string& line, const MacroParameter& parameter, const F
                      const FunctionDictionary& dictionary, std::string_view separatorText) {
   const FunctionTemplate& definition = function.definition();
   const std::string& stored = parameter.value;
-  if (named(definition.inputs, parameter.name)) {
+  if (parameterNamed(definition.inputs, parameter.name)) {
     line.append(separatorText).append(inputDisplayName(dictionary, stored));
-  } else if (const EnumParameter* choice = named(definition.enums, parameter.name)) {
+  } else if (const EnumParameter* choice = parameterNamed(definition.enums, parameter.name)) {
     line.append(separatorText).append(" ").append(enumDescription(*choice, stored));
-  } else if (const IntegerParameter* whole = named(definition.integers, parameter.name)) {
+  } else if (const IntegerParameter* whole = parameterNamed(definition.integers, parameter.name)) {
     appendInteger(line.append(separatorText), *whole, stored);
-  } else if (const FloatParameter* real = named(definition.floats, parameter.name)) {
+  } else if (const FloatParameter* real = parameterNamed(definition.floats, parameter.name)) {
     appendFloat(line.append(separatorText), *real, function.incremental(), stored);
-  } else if (named(definition.timecodes, parameter.name)) {
+  } else if (parameterNamed(definition.timecodes, parameter.name)) {
     line.append(separatorText).append(Timecode::fromStored(stored).display());
   }
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "model/MacroTree.h"
+#include "model/Unread.h"
 #include "platform/XmlFile.h"
 
 namespace tessaly {
@@ -23,11 +24,13 @@ Macro Macro::take(XmlDocument& document, std::string bytes) {
   auto content = std::make_shared<Content>();
   content->check = contentCheck(bytes);
   content->bytes = std::move(bytes);
-  if (const TiXmlElement* const named = namedMacro(document)) content->name = macroNameOf(document, *named);
+  const TiXmlElement* const named = namedMacro(document);
+  if (named) content->name = macroNameOf(document, *named);
   if (TiXmlElement* const data = macroData(document)) {
     content->hasData = true;
-    content->commands = takeCommands(document, *data);
+    content->commands = takeCommands(document, *data, content->unread);
   }
+  appendUnread(document, document, content->unread, named);
   return Macro(std::move(content));
 }
 

@@ -34,6 +34,8 @@ class Macro {
   [[nodiscard]] bool hasData() const { return content_->hasData; }
   // Of the first `macro` that has one; UTF-8.
   [[nodiscard]] const std::optional<std::string>& name() const { return content_->name; }
+  // What stands in the document beside that name and the commands, and where between the commands (Unread.h).
+  [[nodiscard]] const std::string& unread() const { return content_->unread; }
 
   // The number of the command that takes a value given to `number`: the first from there on that has a
   // parameter with a value; -1 when there is none.
@@ -45,6 +47,7 @@ class Macro {
     MacroCommands commands;
     ContentCheck check;
     std::optional<std::string> name;
+    std::string unread;
     bool hasData = false;
   };
 

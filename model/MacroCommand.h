@@ -20,6 +20,8 @@ struct MacroParameter {
 struct MacroCommand {
   std::string fid, workplace, group, module, widget;
   std::vector<MacroParameter> parameters;
+  // What else stands in the element: unknown attributes, other children, comments (Unread.h).
+  std::string unread = {};
 
   // The part before the first "." of the fid; empty without a ".".
   [[nodiscard]] std::string_view destination() const;

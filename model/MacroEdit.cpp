@@ -4,6 +4,7 @@
 #include <new>
 
 #include "model/MacroTree.h"
+#include "platform/XmlCopy.h"
 #include "platform/XmlFile.h"
 
 namespace tessaly {
@@ -80,6 +81,20 @@ class Editor {
     return Failure{Failure::Kind::kNothingTaken, "no command from there on has a parameter with a value"};
   }
 
+  Outcome operator()(const TakeCommands& edit) const {
+    if (!data_) return noMacro();
+    XmlDocument from;
+    if (Outcome parsed = parseXml(edit.from.bytes(), from); !parsed) return parsed;
+    if (!from.kept()) return from.kept();
+    TiXmlElement* const source = macroData(from);
+    const auto theirs = source ? commandElements(*source) : std::vector<TiXmlElement*>();
+    const auto ours = commandElements(*data_);
+    for (const TakeCommands::Piece& piece : edit.pieces) {
+      if (Outcome taken = take(piece, ours, theirs, from); !taken) return taken;
+    }
+    return {};
+  }
+
   Outcome operator()(const SetMacroName& edit) const {
     TiXmlElement* const macro = namedMacro(document_);
     if (!macro) return Failure{Failure::Kind::kNoMacro, "it holds no macro with a name"};
@@ -87,6 +102,27 @@ class Editor {
   }
 
  private:
+  using Elements = std::vector<TiXmlElement*>;
+
+  Outcome take(const TakeCommands::Piece& piece, const Elements& ours, const Elements& theirs,
+               const XmlDocument& from) const {
+    const auto at = static_cast<std::size_t>(piece.at), removed = static_cast<std::size_t>(piece.removed);
+    if (piece.at < 0 || piece.removed < 0 || at > ours.size() || removed > ours.size() - at)
+      return noCommand();
+    for (const int number : piece.taken) {
+      if (number < 0 || static_cast<std::size_t>(number) >= theirs.size()) return noCommand();
+      auto copy = copyFor(document_, *theirs[static_cast<std::size_t>(number)], from);
+      if (!copy) return copy.failure();
+      if (at == ours.size()) {
+        data_->LinkEndChild(copy->release());
+      } else {
+        data_->InsertBeforeChild(ours[at], **copy);
+      }
+    }
+    for (std::size_t i = 0; i < removed; ++i) data_->RemoveChild(ours[at + i]);
+    return {};
+  }
+
   XmlDocument& document_;
   TiXmlElement* data_;
 };

@@ -54,12 +54,24 @@ struct SetValues {
   std::vector<std::pair<int, std::string>> values;
 };
 
+// Commands of another macro, with all that stands in them, in the place of some. The edit fails when the
+// encoding of the macro lacks one of their characters.
+struct TakeCommands {
+  struct Piece {
+    int at = 0;              // the place in the macro as it was: before this command, or behind the last one
+    int removed = 0;         // so many commands from there on give way
+    std::vector<int> taken;  // numbers in `from`
+  };
+  Macro from;
+  std::vector<Piece> pieces;  // apart from each other, in the order of the macro
+};
+
 struct SetMacroName {
   std::string name;
 };
 
 using MacroEdit = std::variant<InsertCommands, InsertFragment, RemoveCommands, MoveCommands, ReplaceCommand,
-                               SetValues, SetMacroName>;
+                               SetValues, TakeCommands, SetMacroName>;
 
 // The macro as the edit leaves it, printed whole, or why it cannot be done: kNotKept (saving would change
 // what the edit does not touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory. Parses the

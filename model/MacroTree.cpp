@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "model/Unread.h"
+
 namespace tessaly {
 namespace {
 
@@ -33,7 +35,28 @@ std::size_t countOf(const TiXmlElement& parent, const char* name) {
   return count;
 }
 
-void readParameter(const XmlDocument& document, const TiXmlElement& element, MacroParameter& parameter) {
+// What `element` holds beside its attributes and the children that `read` takes.
+template <typename Read>
+void readChildren(const XmlDocument& document, const TiXmlElement& element, std::string& unread,
+                  const Read& read) {
+  bool looked = false, mixed = false;  // most elements hold no text, and are not looked through for it
+  int taken = 0;
+  for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
+    if (child->ToElement() && read(*child->ToElement())) {
+      ++taken;
+      continue;
+    }
+    const TiXmlText* const text = child->ToText();
+    if (text && !looked) mixed = isMixed(element);
+    looked = looked || text;
+    if (text && !mixed && !text->CDATA()) continue;
+    if (taken > 0) unread.append(" after ").append(std::to_string(taken)).append(": ");
+    appendUnread(document, *child, unread);
+  }
+}
+
+void readParameter(const XmlDocument& document, const TiXmlElement& element, MacroParameter& parameter,
+                   std::string& unread) {
   parameter.hasValue = false;
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
     const std::string_view name = attribute->NameTStr();
@@ -43,24 +66,35 @@ void readParameter(const XmlDocument& document, const TiXmlElement& element, Mac
       parameter.value = document.text(attribute->ValueStr());
       parameter.hasValue = true;
     }
+    // An empty name is none in the record.
+    if (name != kValue && (name != kName || parameter.name.empty()))
+      appendUnread(document, *attribute, unread);
   }
+  readChildren(document, element, unread, [](const TiXmlElement&) { return false; });
 }
 
 void readCommand(const XmlDocument& document, const TiXmlElement& element, MacroCommand& command) {
   for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
     const std::string_view attributeName = attribute->NameTStr();
+    bool read = false;
     for (const auto& [name, field] : kFields) {
-      if (attributeName == name) {
-        command.*field = document.text(attribute->ValueStr());
-        break;
-      }
+      if (attributeName != name) continue;
+      command.*field = document.text(attribute->ValueStr());
+      read = !(command.*field).empty();  // an empty one is none in the record
+      break;
     }
+    if (!read) appendUnread(document, *attribute, command.unread);
   }
   command.parameters.reserve(countOf(element, kParameter));
-  for (const TiXmlElement* child = element.FirstChildElement(kParameter); child;
-       child = child->NextSiblingElement(kParameter)) {
-    readParameter(document, *child, command.parameters.emplace_back());
-  }
+  readChildren(document, element, command.unread, [&](const TiXmlElement& child) {
+    if (child.ValueStr() != kParameter) return false;
+    std::string unread;
+    readParameter(document, child, command.parameters.emplace_back(), unread);
+    if (unread.empty()) return true;
+    const std::string number = std::to_string(command.parameters.size());
+    command.unread.append(" parameter ").append(number).append(":").append(unread);
+    return true;
+  });
 }
 
 Outcome setText(const XmlDocument& document, TiXmlElement& element, const char* attribute,
@@ -123,16 +157,20 @@ TiXmlElement* macroData(XmlDocument& document) {
   return macro ? macro->FirstChildElement(kData) : nullptr;
 }
 
-MacroCommands takeCommands(const XmlDocument& document, TiXmlElement& data) {
+MacroCommands takeCommands(const XmlDocument& document, TiXmlElement& data, std::string& places) {
   MacroCommands commands;
   commands.reserve(countOf(data, kCommand));
-  TiXmlElement* element = data.FirstChildElement(kCommand);
-  while (element) {
-    MacroCommand& command = commands.emplace_back();
-    readCommand(document, *element, command);
-    TiXmlElement* const next = element->NextSiblingElement(kCommand);
-    data.RemoveChild(element);
-    element = next;
+  const bool mixed = isMixed(data);
+  for (TiXmlNode *child = data.FirstChild(), *next = nullptr; child; child = next) {
+    next = child->NextSibling();
+    if (child->ToElement() && child->ValueStr() == kCommand) {
+      readCommand(document, *child->ToElement(), commands.emplace_back());
+      data.RemoveChild(child);
+    } else if (!mixed && child->ToText() && !child->ToText()->CDATA()) {
+      data.RemoveChild(child);
+    } else {
+      places.append(std::to_string(commands.size())).append(" ");
+    }
   }
   return commands;
 }

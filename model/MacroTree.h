@@ -23,8 +23,9 @@ Outcome setMacroName(const XmlDocument& document, TiXmlElement& macro, std::stri
 
 // One record a `cmd`, in document order. Each `cmd` is dropped from the tree once it was read: while it is
 // still in the processor's cache that costs half of what it costs later, and its memory serves the
-// records.
-[[nodiscard]] MacroCommands takeCommands(const XmlDocument& document, TiXmlElement& data);
+// records. `places` gets the number of the command that each other child stands before; layout is dropped.
+[[nodiscard]] MacroCommands takeCommands(const XmlDocument& document, TiXmlElement& data,
+                                         std::string& places);
 
 [[nodiscard]] std::vector<TiXmlElement*> commandElements(TiXmlElement& data);
 

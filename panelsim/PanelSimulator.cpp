@@ -209,7 +209,10 @@ std::vector<std::pair<int, std::string>> PanelSimulator::macros(int workplace) {
 
 bool PanelSimulator::call(const std::string& function, const ParameterList& parameters) {
   if (function == kReload) {
-    reload();
+    if (faults().loseReload)
+      log_("the call to read the macros is lost");
+    else
+      reload();
     return true;
   }
   const int number = macroNumber(parameters);

@@ -24,6 +24,7 @@ inline constexpr std::uint16_t kUnprivilegedFtpPort = 2121;  // a panel's own is
 struct PanelFaults {
   ControlFaults control = {};
   FtpFaults ftp = {};
+  bool loseReload = false;  // the call to read the macros is answered and not carried out
 };
 
 struct PanelOptions {

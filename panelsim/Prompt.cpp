@@ -20,7 +20,9 @@ rename W N NAME        rename a macro in its file and publish
 delete W N             remove a macro's file and publish
 reload                 read the tree again and publish what changed
 fault NAME [N|off]     never-answer, answer-after MS, drop-after N, refuse-login,
-                       cut-transfer N, stall-transfer, disk-full; "fault off" ends all
+                       cut-transfer N, stall-transfer, disk-full, flip-byte N, cut-silent N,
+                       swap-after-upload, slow-transfer BYTES_PER_S, dead-line, garble N,
+                       lose-reload; "fault off" ends all
 drop                   close the editors' connections
 restart [MS]           go away, and come back after MS milliseconds (0)
 wait MS                for scripts

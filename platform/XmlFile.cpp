@@ -49,14 +49,6 @@ bool isLayout(const TiXmlText& text) {
   });
 }
 
-// White space in it is text, so nothing may be put between its children.
-bool isMixed(const TiXmlElement& element) {
-  for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
-    if (child->ToText() && !isLayout(*child->ToText())) return true;
-  }
-  return false;
-}
-
 class Printer {
  public:
   [[nodiscard]] std::size_t pieces() const { return pieces_; }
@@ -135,6 +127,19 @@ class Printer {
 };
 
 }  // namespace
+
+std::string XmlDocument::plainText(std::string_view stored) const {
+  std::string text = utf8Spelling(stored, encoding_);
+  std::transform(text.begin(), text.end(), text.begin(), shownForm);
+  return text;
+}
+
+bool isMixed(const TiXmlElement& element) {
+  for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
+    if (child->ToText() && !isLayout(*child->ToText())) return true;
+  }
+  return false;
+}
 
 Outcome parseXml(std::string bytes, XmlDocument& document) {
   document = XmlDocument();  // of an earlier content nothing stays

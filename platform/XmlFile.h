@@ -25,6 +25,8 @@ class XmlDocument : public TiXmlDocument {
  public:
   // A text of the tree as UTF-8.
   [[nodiscard]] std::string text(std::string_view spelled) const { return textOf(spelled, encoding_); }
+  // A comment, an instruction or a name of the tree as UTF-8: nothing in it is a reference.
+  [[nodiscard]] std::string plainText(std::string_view stored) const;
   // How a text stands in the tree; kTextNotHeld when the file's encoding cannot hold it.
   [[nodiscard]] Expected<std::string> spelling(std::string_view text) const {
     return spellingOf(text, encoding_);
@@ -45,6 +47,9 @@ class XmlDocument : public TiXmlDocument {
   std::size_t size_ = 0;  // bytes that were read
   Outcome kept_;
 };
+
+// Whether the element holds text beside white space: its white space is then text too, and no layout.
+[[nodiscard]] bool isMixed(const TiXmlElement& element);
 
 // Parses the bytes into `document`, which is empty after a failure: kNotXml with what is wrong, kTooLarge for
 // more than the limits above, kNoMemory. The text of a failure goes on from the name of the file. Never

@@ -19,10 +19,11 @@ ROOMS = {
     "classic": {"values", "dictionary", "platform"},
     "model": BELOW_MODEL,
     "link": {"xctl", "platform"},
+    "review": {"model", "link"} | BELOW_MODEL,
     "widgets": {"platform"},
     "editors": {"widgets", "model", "link"} | BELOW_MODEL,
-    "app": {"editors", "widgets", "model", "link"} | BELOW_MODEL,
-    "cli": {"model", "link"} | BELOW_MODEL,
+    "app": {"editors", "widgets", "review", "model", "link"} | BELOW_MODEL,
+    "cli": {"review", "model", "link"} | BELOW_MODEL,
     "panelsim": {"xctl", "model"} | BELOW_MODEL,
 }
 # Headers that know no room and may be included from every one.

@@ -59,7 +59,8 @@ TEST_F(MacroFileTest, ReadsCommandsAndNothingElse) {
   MacroCommands commands(3);
   ASSERT_TRUE(loadCommands(access(), kFile, commands));
   ASSERT_EQ(commands.size(), 2u);
-  const auto& [fid, workplace, group, module, widget, parameters] = commands[0];
+  const auto& [fid, workplace, group, module, widget, parameters, unread] = commands[0];
+  EXPECT_EQ(unread, " color=\"red\"<other name=\"x\"></other>");
   EXPECT_EQ(fid + workplace + group + module + widget, "QMF1.A2345");
   ASSERT_EQ(parameters.size(), 2u);
   EXPECT_EQ(parameters[0].name + parameters[0].value, "p7");

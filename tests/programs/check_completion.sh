@@ -29,6 +29,7 @@ offers --root shows show --t -- --tabs
 offers show o -- one.mac
 offers show --root shows o -- one.mac
 offers help ren -- rename
+offers diff one.mac o -- one.mac
 offers set one.mac 0 1 --f -- --force
 offers convert k -- key00.upk
 offers copy o -- one.mac

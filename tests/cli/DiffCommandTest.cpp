@@ -1,0 +1,107 @@
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "cli/CommandTable.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kA = "c:\\a.mac";
+constexpr const char* kB = "c:\\b.mac";
+constexpr const char* kPanelFunctions = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
+
+std::string size(const char* value, const char* destination = "QMF1") {
+  return std::string("<cmd fid=\"") + destination + ".SIZE\"><param name=\"size\" value=\"" + value +
+         "\"/></cmd>";
+}
+std::string macro(const std::string& commands, const char* name = "M") {
+  return std::string("<macro name=\"") + name + "\"><data>" + commands + "</data></macro>";
+}
+
+class DiffCommand : public testing::Test {
+ protected:
+  DiffCommand() {
+    site.write(
+        kPanelFunctions,
+        R"(<mfd><fid name="SIZE" sid="S" description="Size"><float_parameter name="size" min="0" max="1")"
+        R"( minDisp="0" maxDisp="100"/></fid></mfd>)");
+    site.write("c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml", "<mfd/>");
+  }
+  int run(std::vector<std::string> words, const std::string& input = {}) {
+    words.insert(words.begin(), {"--root", site.root.path().string(), "diff"});
+    std::istringstream in(input);
+    out.str({});
+    errors.str({});
+    return runCommandLine(words, in, out, errors);
+  }
+
+  TestSite site;
+  std::ostringstream out, errors;
+};
+
+TEST_F(DiffCommand, ExitCodeTellsSameDifferentAndTrouble) {
+  site.write(kA, macro(size("0.5")));
+  site.write("c:\\no.mac", "no macro");
+  const struct {
+    std::vector<std::string> words;
+    std::string input;
+    int code;
+    const char *out, *errors;
+  } cases[] = {
+      {{kA, "-"}, macro(size("0.5")), 0, "", ""},
+      {{kA, "-"},
+       macro(size("0.6")),
+       1,
+       "!-\t0\t0\tMainframe1 - Size ==> 50.0\n!+\t0\t0\tMainframe1 - Size",
+       ""},
+      {{kA, "-"}, macro(size("0.5", "QMF2")), 1, "?\t\t\tdestination: \"QMF1\" | \"QMF2\"\n", ""},
+      {{kA, "-"}, macro(size("0.50")), 1, "parameter size: \"0.5\" | \"0.50\" (the same value)\n", ""},
+      {{"-", kA}, macro(size("0.5"), "N"), 1, "#\tname: \"N\" | \"M\"\n", ""},
+      {{kA, "-"}, macro(size("0.5") + "<!-- c -->"), 1, "#\tcomments", ""},
+      {{kA, "-"}, macro(" " + size("0.5")), 1, "#\tonly the layout differs", ""},
+      {{kA, "c:\\none.mac"}, "", 2, "", "Cannot parse Macro: c:\\none.mac\n"},
+      {{"c:\\no.mac", kA}, "", 2, "", "Cannot parse Macro: c:\\no.mac\n"},
+      {{kA}, "", 2, "", "usage: tessaly-cli diff"},
+      {{"-", "-"}, macro(""), 2, "", "only one of the two"},
+  };
+  for (const auto& [words, input, code, printed, reason] : cases) {
+    EXPECT_EQ(run(words, input), code) << input;
+    EXPECT_THAT(out.str(), HasSubstr(printed));
+    EXPECT_THAT(errors.str(), HasSubstr(reason));
+    EXPECT_TRUE(code != 0 || out.str().empty()) << out.str();
+    const bool usage = errors.str().find("usage:") != std::string::npos;
+    EXPECT_EQ(usage, code == 2 && words != std::vector<std::string>({kA, "c:\\none.mac"}) &&
+                         words[0] != "c:\\no.mac");
+  }
+  // Trouble with the output is none of "different".
+  std::istringstream in;
+  std::ostringstream closed;
+  closed.setstate(std::ios::badbit);
+  EXPECT_EQ(runCommandLine({"--root", site.root.path().string(), "diff", kA, kA}, in, closed, errors), 2);
+}
+
+TEST_F(DiffCommand, JsonHasEveryRowThatDiffers) {
+  site.write(kA, macro(size("0.1") + size("0.2") + size("0.3") + "<cmd fid=\"X\"/>" + size("0.7")));
+  site.write(kB, macro(size("0.3") + size("0.1") + size("0.2") + "<cmd fid=\"Y\"/>" + size("0.8")));
+  EXPECT_EQ(run({kA, kB, "--json"}), 1);
+  const auto json = nlohmann::json::parse(out.str());
+  EXPECT_EQ(json["counts"],
+            nlohmann::json::parse(R"({"same":2,"sameMeaning":0,"changed":1,"onlyA":1,"onlyB":1,"moved":1})"));
+  std::string kinds;
+  for (const auto& row : json["rows"]) kinds += row["kind"].get<std::string>() + ' ';
+  EXPECT_EQ(kinds, "moved-to moved-from only-a only-b changed ");
+  EXPECT_EQ(json["rows"][2]["b"], nullptr);
+  EXPECT_EQ(json["rows"][4]["lineB"], "Mainframe1 - Size ==> 80.0");
+  EXPECT_EQ(
+      json["rows"][4]["changes"][0],
+      nlohmann::json::parse(R"({"what":"parameter","name":"size","a":"0.7","b":"0.8","sameInUnit":false})"));
+  EXPECT_EQ(run({kA, kA, "--json"}), 0);
+  EXPECT_EQ(nlohmann::json::parse(out.str())["same"], true);
+}
+
+}  // namespace
+}  // namespace tessaly
