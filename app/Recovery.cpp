@@ -7,6 +7,7 @@
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/OpenMacros.h"
 #include "link/PanelAddress.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"

@@ -67,10 +67,13 @@ class CrashWorker {
         return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file).done();
       case CrashStep::kConvert:
         return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath()).done();
-      case CrashStep::kDownload:
+      case CrashStep::kDownload: {
+        std::string bytes;
         return transfers_("127.0.0.1")
-                   ->get(remoteMacroPath(1, MacroNumber::textOf(generation)),
-                         site_.root().resolve(file).string(), {}) == FtpClient::Result::kDone;
+                       ->get(remoteMacroPath(1, MacroNumber::textOf(generation)), bytes,
+                             FtpClient::kPatience) == FtpClient::Result::kDone &&
+               writeFile(site_.root(), file, bytes).done();
+      }
       case CrashStep::kKeep:
         return site_.keep(generation);
       case CrashStep::kSettings: {
