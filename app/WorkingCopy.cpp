@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "app/StepNames.h"
 #include "platform/Files.h"
 
 namespace tessaly {
@@ -18,13 +19,16 @@ WorkingCopy::Loan::~Loan() {
   if (!keeps_) static_cast<void>(copy_->clear());
 }
 
-Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled) {
+Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step) {
   WorkingCopy& copy = *std::exchange(copy_, nullptr);
   copy.lent_ = false;
+  const bool again = filled && copy.target_ && samePlace(copy.site_.root, *copy.target_, target);
+  const std::optional<Macro> before = again ? copy.macro_ : std::nullopt;
   copy.empty();
   if (filled) copy.target_ = target;
   Outcome loaded = copy.load();
   if (filled && loaded) copy.fetched_ = copy.macro_->check();
+  copy.beginSteps(before, step);
   emit copy.changed();
   return loaded;
 }
@@ -63,7 +67,7 @@ void WorkingCopy::empty() {
   macro_.reset();
   keyFile_ = {};
   marks_.clear();
-  select_ = -1;
+  selected_.clear();
   target_.reset();
   fetched_.reset();
 }
@@ -71,6 +75,7 @@ void WorkingCopy::empty() {
 Outcome WorkingCopy::clear() {
   if (Outcome allowed = free(false); !allowed) return allowed;
   empty();
+  beginSteps(std::nullopt, {});
   emit changed();
   return {};
 }
@@ -80,6 +85,7 @@ Outcome WorkingCopy::showKeyFile(KeyFile keyFile) {
   empty();
   keyFile_ = std::move(keyFile);
   content_ = Content::kKeyFile;
+  beginSteps(std::nullopt, {});
   emit changed();
   return {};
 }
@@ -93,29 +99,98 @@ Outcome WorkingCopy::load() {
   return {};
 }
 
-Outcome WorkingCopy::take(Expected<Macro> changed, int select, Marks marks) {
+// What the macro that was shown before has become, or the beginning of another one's steps.
+void WorkingCopy::beginSteps(const std::optional<Macro>& before, const std::string& step) {
+  if (!macro_) {
+    row_ = EditHistory();
+    return;
+  }
+  const bool held = before && row_.check() == before->check();
+  if (held && !step.empty()) {
+    if (auto made = stepTo(*before, *macro_, {step, {}})) row_.add(*std::move(made));
+  } else if (!held || row_.check() != macro_->check()) {
+    row_ = EditHistory(macro_->check());
+  }
+  row_.setSaved(fetched_);
+}
+
+// None when not a byte differs.
+std::optional<EditStep> WorkingCopy::stepTo(const Macro& before, const Macro& after, StepNote note) const {
+  if (before.bytes() == after.bytes()) return std::nullopt;
+  return EditStep{std::move(note.name), selection_ ? selection_() : std::vector<int>(),
+                  std::move(note.selected), byteChange(before.bytes(), after.bytes()), after.check()};
+}
+
+// Every change of the macro comes through here, and is a step.
+Outcome WorkingCopy::take(Expected<Macro> changed, StepNote note, Marks marks) {
   if (!changed) return changed.failure();
-  settleAhead();
-  if (Outcome written = writeFile(site_.root, path_, changed->bytes()); !written.written()) return written;
-  ++revision_;
-  macro_ = *std::move(changed);
+  std::vector<int> selected = note.selected;
+  auto step = stepTo(*macro_, *changed, std::move(note));
+  if (Outcome written = install(*std::move(changed), std::move(selected)); !written.written()) return written;
+  if (step) row_.add(*std::move(step));
   marks_ = std::move(marks);
-  select_ = select;
   noteEdit();
   emit this->changed();
   return {};
 }
 
-Outcome WorkingCopy::apply(const MacroEdit& edit, int select, Marks marks) {
-  if (Outcome allowed = free(true); !allowed) return allowed;
-  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  return take(tessaly::apply(*macro_, edit), select, std::move(marks));
+Outcome WorkingCopy::install(Macro macro, std::vector<int> selected) {
+  settleAhead();
+  Outcome written = writeFile(site_.root, path_, macro.bytes());
+  if (!written.written()) return written;
+  ++revision_;
+  macro_ = std::move(macro);
+  marks_.clear();
+  selected_ = std::move(selected);
+  return written;
 }
 
-Outcome WorkingCopy::rewrite() {
+Outcome WorkingCopy::apply(const MacroEdit& edit, StepNote note, Marks marks) {
   if (Outcome allowed = free(true); !allowed) return allowed;
   if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  return take(reprint(*macro_), -1, {});
+  if (note.name.empty()) note.name = stepName(edit);
+  return take(tessaly::apply(*macro_, edit), std::move(note), std::move(marks));
+}
+
+Outcome WorkingCopy::apply(const MacroEdit& edit, int select, Marks marks) {
+  return apply(edit, StepNote{{}, select < 0 ? std::vector<int>() : std::vector<int>{select}},
+               std::move(marks));
+}
+
+Outcome WorkingCopy::rewrite(StepNote note) {
+  if (Outcome allowed = free(true); !allowed) return allowed;
+  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (note.name.empty()) note.name = rewriteStepName();
+  return take(reprint(*macro_), std::move(note), {});
+}
+
+Outcome WorkingCopy::undo() {
+  return row_.canUndo() ? jumpTo(row_.position() - 1)
+                        : Outcome(Failure{Failure::Kind::kNoCommand, "there is nothing to undo"});
+}
+
+Outcome WorkingCopy::redo() { return jumpTo(row_.position() + 1); }
+
+Outcome WorkingCopy::jumpTo(std::size_t position) {
+  if (Outcome allowed = free(true); !allowed) return allowed;
+  if (!macro_ || position > row_.size()) return Failure{Failure::Kind::kNoCommand, "there is no such step"};
+  if (position == row_.position()) return {};
+  auto bytes = row_.bytesAt(position, macro_->bytes());
+  if (!bytes) return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
+  auto macro = Macro::read(*std::move(bytes));
+  if (!macro) return macro.failure();
+  if (macro->check() != row_.checkAt(position))
+    return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
+  if (Outcome written = install(*std::move(macro), row_.selectedAt(position)); !written.written())
+    return written;
+  row_.moveTo(position);
+  if (differs()) {
+    noteEdit();
+    emit changed();
+  } else {
+    leaveEditState();
+  }
+  return {};
 }
 
 Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
@@ -133,6 +208,7 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   record_->setAside = false;
   record_->check = macro_->check();
   static_cast<void>(recovery_.write(*record_));
+  beginSteps(std::nullopt, {});
   emit changed();
   return {};
 }
@@ -166,6 +242,7 @@ Outcome WorkingCopy::saveToDisk() {
 
 void WorkingCopy::noteSaved() {
   fetched_ = macro_->check();
+  row_.setSaved(fetched_);
   leaveEditState();
 }
 
