@@ -141,7 +141,9 @@ void Recovery::leave(Pane pane, const Found& found) {
     setAside(pane, found);
     return;
   }
-  state(pane).copy.recovery().remove();
+  const RecoveryFile& file = state(pane).copy.recovery();
+  file.remove();
+  if (!found.record.setAside) static_cast<void>(removeFile(site_.root, file.stepsPath()));
   note(pane, tr("%1: the changes stay in the history").arg(macroText(found.record.target)));
 }
 
@@ -155,6 +157,7 @@ void Recovery::setAside(Pane pane, Found found) {
       note(pane, tr("%1: the unsaved changes could not be set aside").arg(macroText(found.record.target)));
       return;
     }
+    file.setStepsAside();
   }
   note(pane, tr("%1: you will be asked again at the next start").arg(macroText(found.record.target)));
 }

@@ -29,6 +29,27 @@ class StepNames {
   static QString update(int values) { return tr("update of %n values", nullptr, values); }
   static QString rewrite() { return tr("write the macro anew"); }
   static QString discard() { return tr("discard changes"); }
+
+  static QString fault(StepsFault fault) {
+    switch (fault) {
+      case StepsFault::kUnreadable:
+        return tr("they cannot be read");
+      case StepsFault::kTooLarge:
+        return tr("the file is too large");
+      case StepsFault::kDamaged:
+        return tr("the file is damaged");
+      case StepsFault::kOtherVersion:
+        return tr("another version of the program has written them");
+      case StepsFault::kOtherBytes:
+        return tr("they do not lead to what the macro holds");
+    }
+    return {};
+  }
+  static QString with(const QString& text, const StepsTrouble& trouble) {
+    return trouble.found
+               ? tr("%1; the steps of an earlier run were put aside: %2").arg(text, fault(*trouble.found))
+               : tr("%1; it cannot be undone after a restart").arg(text);
+  }
 };
 
 }  // namespace
@@ -38,6 +59,10 @@ std::string stepName(const MacroEdit& edit) { return std::visit(StepNames(), edi
 std::string updateStepName(int values) { return StepNames::update(values).toStdString(); }
 
 std::string rewriteStepName() { return StepNames::rewrite().toStdString(); }
+
+QString withTrouble(const QString& text, const StepsTrouble& trouble) {
+  return StepNames::with(text, trouble);
+}
 
 std::string discardStepName() { return StepNames::discard().toStdString(); }
 

@@ -2,7 +2,10 @@
 
 #include <string>
 
+#include <QString>
+
 #include "model/MacroEdit.h"
+#include "model/StepsFile.h"
 
 namespace tessaly {
 
@@ -11,5 +14,8 @@ namespace tessaly {
 [[nodiscard]] std::string updateStepName(int values);
 [[nodiscard]] std::string rewriteStepName();
 [[nodiscard]] std::string discardStepName();
+
+// What the strip says of steps that do not, or did not, survive; behind what was done.
+[[nodiscard]] QString withTrouble(const QString& text, const StepsTrouble& trouble);
 
 }  // namespace tessaly

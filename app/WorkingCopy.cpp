@@ -9,7 +9,10 @@
 namespace tessaly {
 
 WorkingCopy::WorkingCopy(SiteAccess site, std::string path, RecoveryFile recovery)
-    : site_(site), path_(std::move(path)), recovery_(std::move(recovery)) {}
+    : site_(site),
+      path_(std::move(path)),
+      recovery_(std::move(recovery)),
+      steps_(site.root, recovery_.stepsPath()) {}
 
 WorkingCopy::~WorkingCopy() { settleAhead(); }
 
@@ -28,7 +31,7 @@ Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const st
   if (filled) copy.target_ = target;
   Outcome loaded = copy.load();
   if (filled && loaded) copy.fetched_ = copy.macro_->check();
-  copy.beginSteps(before, step);
+  copy.goOn(before, step);
   emit copy.changed();
   return loaded;
 }
@@ -75,7 +78,7 @@ void WorkingCopy::empty() {
 Outcome WorkingCopy::clear() {
   if (Outcome allowed = free(false); !allowed) return allowed;
   empty();
-  beginSteps(std::nullopt, {});
+  steps_.end();
   emit changed();
   return {};
 }
@@ -85,7 +88,7 @@ Outcome WorkingCopy::showKeyFile(KeyFile keyFile) {
   empty();
   keyFile_ = std::move(keyFile);
   content_ = Content::kKeyFile;
-  beginSteps(std::nullopt, {});
+  steps_.end();
   emit changed();
   return {};
 }
@@ -99,19 +102,22 @@ Outcome WorkingCopy::load() {
   return {};
 }
 
-// What the macro that was shown before has become, or the beginning of another one's steps.
-void WorkingCopy::beginSteps(const std::optional<Macro>& before, const std::string& step) {
+// From the macro that was shown before, if it was of the same place.
+void WorkingCopy::goOn(const std::optional<Macro>& before, const std::string& step) {
   if (!macro_) {
-    row_ = EditHistory();
+    steps_.end();
     return;
   }
-  const bool held = before && row_.check() == before->check();
-  if (held && !step.empty()) {
-    if (auto made = stepTo(*before, *macro_, {step, {}})) row_.add(*std::move(made));
-  } else if (!held || row_.check() != macro_->check()) {
-    row_ = EditHistory(macro_->check());
+  std::optional<EditStep> made;
+  if (before && !step.empty() && steps().check() == before->check())
+    made = stepTo(*before, *macro_, {step, {}});
+  if (made) {
+    steps_.announce(*std::move(made));
+    steps_.settle(true);
+  } else {
+    steps_.begin(target_ ? std::optional(placeOf(*target_)) : std::nullopt, macro_->check());
   }
-  row_.setSaved(fetched_);
+  steps_.noteSaved(fetched_);
 }
 
 // None when not a byte differs.
@@ -126,8 +132,10 @@ Outcome WorkingCopy::take(Expected<Macro> changed, StepNote note, Marks marks) {
   if (!changed) return changed.failure();
   std::vector<int> selected = note.selected;
   auto step = stepTo(*macro_, *changed, std::move(note));
-  if (Outcome written = install(*std::move(changed), std::move(selected)); !written.written()) return written;
-  if (step) row_.add(*std::move(step));
+  if (step) steps_.announce(*std::move(step));
+  const Outcome written = install(*std::move(changed), std::move(selected));
+  steps_.settle(written.written());
+  if (!written.written()) return written;
   marks_ = std::move(marks);
   noteEdit();
   emit this->changed();
@@ -165,25 +173,28 @@ Outcome WorkingCopy::rewrite(StepNote note) {
 }
 
 Outcome WorkingCopy::undo() {
-  return row_.canUndo() ? jumpTo(row_.position() - 1)
-                        : Outcome(Failure{Failure::Kind::kNoCommand, "there is nothing to undo"});
+  return steps().canUndo() ? jumpTo(steps().position() - 1)
+                           : Outcome(Failure{Failure::Kind::kNoCommand, "there is nothing to undo"});
 }
 
-Outcome WorkingCopy::redo() { return jumpTo(row_.position() + 1); }
+Outcome WorkingCopy::redo() { return jumpTo(steps().position() + 1); }
 
 Outcome WorkingCopy::jumpTo(std::size_t position) {
   if (Outcome allowed = free(true); !allowed) return allowed;
-  if (!macro_ || position > row_.size()) return Failure{Failure::Kind::kNoCommand, "there is no such step"};
-  if (position == row_.position()) return {};
-  auto bytes = row_.bytesAt(position, macro_->bytes());
+  const EditHistory& row = steps();
+  if (!macro_ || position > row.size()) return Failure{Failure::Kind::kNoCommand, "there is no such step"};
+  if (position == row.position()) return {};
+  auto bytes = row.bytesAt(position, macro_->bytes());
   if (!bytes) return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
   auto macro = Macro::read(*std::move(bytes));
   if (!macro) return macro.failure();
-  if (macro->check() != row_.checkAt(position))
+  if (macro->check() != row.checkAt(position))
     return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
-  if (Outcome written = install(*std::move(macro), row_.selectedAt(position)); !written.written())
-    return written;
-  row_.moveTo(position);
+  const auto by = static_cast<std::ptrdiff_t>(position) - static_cast<std::ptrdiff_t>(row.position());
+  steps_.announce(StepsMove{static_cast<int>(by)});
+  const Outcome written = install(*std::move(macro), row.selectedAt(position));
+  steps_.settle(written.written());
+  if (!written.written()) return written;
   if (differs()) {
     noteEdit();
     emit changed();
@@ -207,8 +218,10 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   record_ = record;
   record_->setAside = false;
   record_->check = macro_->check();
+  if (record.setAside) recovery_.bringStepsBack();
   static_cast<void>(recovery_.write(*record_));
-  beginSteps(std::nullopt, {});
+  steps_.begin(placeOf(*target_), macro_->check());
+  fetched_ = steps().saved();
   emit changed();
   return {};
 }
@@ -242,7 +255,7 @@ Outcome WorkingCopy::saveToDisk() {
 
 void WorkingCopy::noteSaved() {
   fetched_ = macro_->check();
-  row_.setSaved(fetched_);
+  steps_.noteSaved(fetched_);
   leaveEditState();
 }
 
@@ -252,6 +265,11 @@ void WorkingCopy::leaveEditState(Record record) {
   if (record_ && record == Record::kRemove) recovery_.remove();
   record_.reset();
   emit changed();
+}
+
+void WorkingCopy::close() {
+  leaveEditState();
+  if (differs() && !recovery_.exists()) steps_.end();
 }
 
 void WorkingCopy::noteEdit() {
@@ -269,7 +287,7 @@ bool WorkingCopy::fileChanged() const {
 }
 
 bool WorkingCopy::targetDiffers(const std::string& bytes) const {
-  return fetched_ && contentCheck(bytes) != *fetched_;
+  return fetched_ && contentCheck(bytes) != *fetched_ && !(macro_ && bytes == macro_->bytes());
 }
 
 bool WorkingCopy::differs() const { return macro_ && (!fetched_ || macro_->check() != *fetched_); }

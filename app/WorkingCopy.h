@@ -10,9 +10,9 @@
 #include <QObject>
 
 #include "app/RecoveryFile.h"
-#include "model/EditHistory.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
+#include "model/StepsFile.h"
 
 namespace tessaly {
 
@@ -78,8 +78,11 @@ class WorkingCopy : public QObject {
   // Writes the macro as after an edit, and enters edit state.
   Outcome rewrite(StepNote note = {});
 
-  // The steps of the macro that is shown. Another macro begins with none.
-  [[nodiscard]] const EditHistory& steps() const { return row_; }
+  // The steps of the macro that is shown. Another macro begins with none, and so does the next start, unless
+  // it shows the same macro with the bytes that they have led to.
+  [[nodiscard]] const EditHistory& steps() const { return steps_.row(); }
+  // Why they do not survive, or have not survived, the end of the program; since it was last asked.
+  [[nodiscard]] std::optional<StepsTrouble> takeStepsTrouble() { return steps_.takeTrouble(); }
   // Each goes to another position of the steps (kNoCommand when there is none), selects what was selected
   // there, and enters edit state, or leaves it where the macro is what its target holds. Refused (kChanged)
   // while the file is lent. Nothing has changed when it fails.
@@ -107,11 +110,13 @@ class WorkingCopy : public QObject {
   // for the next start.
   enum class Record { kRemove, kKeep };
   void leaveEditState(Record record = Record::kRemove);
+  // The program ends in order: what is neither saved nor kept for the next start is discarded.
+  void close();
 
   // Whether something else has replaced or removed the file since it was written here.
   [[nodiscard]] bool fileChanged() const;
-  // Whether bytes are not those that the target held when it was opened or last saved here; false when that
-  // is unknown.
+  // Whether bytes are neither those that the target held when it was opened or last saved here nor those that
+  // a save would write; false when the former are unknown.
   [[nodiscard]] bool targetDiffers(const std::string& bytes) const;
   [[nodiscard]] bool knowsTarget() const { return fetched_.has_value(); }
 
@@ -128,6 +133,8 @@ class WorkingCopy : public QObject {
   [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
   [[nodiscard]] const std::vector<int>& selectedAfterChange() const { return selected_; }
   [[nodiscard]] int selectAfterChange() const { return selected_.empty() ? -1 : selected_.front(); }
+
+  [[nodiscard]] bool lent() const { return lent_; }
 
   // Edit state, as told by the pane's controls.
   [[nodiscard]] bool edited() const { return edited_; }
@@ -152,7 +159,7 @@ class WorkingCopy : public QObject {
   Outcome take(Expected<Macro> changed, StepNote note, Marks marks);
   [[nodiscard]] std::optional<EditStep> stepTo(const Macro& before, const Macro& after, StepNote note) const;
   Outcome install(Macro macro, std::vector<int> selected);
-  void beginSteps(const std::optional<Macro>& before, const std::string& step);
+  void goOn(const std::optional<Macro>& before, const std::string& step);
   void settleAhead();
   void noteEdit();
   Outcome load();
@@ -167,7 +174,7 @@ class WorkingCopy : public QObject {
   Marks marks_;
   std::vector<int> selected_;
   std::function<std::vector<int>()> selection_;
-  EditHistory row_;
+  StepsFile steps_;
   std::optional<MacroTarget> target_;
   std::optional<ContentCheck>
       fetched_;  // of the target, when it was opened or last saved; unknown when taken up
