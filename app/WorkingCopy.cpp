@@ -52,6 +52,7 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToRead() {
   if (Outcome allowed = free(true); !allowed) return allowed.failure();
   if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   if (Outcome right = restoreFile(); !right.written()) return right.failure();
+  steps_.noteSaving();
   return Loan(*this, true);
 }
 
@@ -117,7 +118,7 @@ void WorkingCopy::goOn(const std::optional<Macro>& before, const std::string& st
   } else {
     steps_.begin(target_ ? std::optional(placeOf(*target_)) : std::nullopt, macro_->check());
   }
-  steps_.noteSaved(fetched_);
+  if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
 }
 
 // None when not a byte differs.
@@ -250,6 +251,7 @@ Outcome WorkingCopy::saveToDisk() {
   if (Outcome allowed = free(true); !allowed) return allowed;
   if (!target_ || !macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   static_cast<void>(restoreFile());  // a mirror only: the save does not hang on it
+  steps_.noteSaving();
   return writeFile(site_.root, target_->file(), macro_->bytes());
 }
 

@@ -63,7 +63,7 @@ class WorkingCopy : public QObject {
 
   // To be filled; none while there are unsaved changes or another loan.
   [[nodiscard]] std::optional<Loan> lend();
-  // To be sent; the file is that of the macro by then. The failure is that of writing it.
+  // To be sent to the target; the file is that of the macro by then. The failure is that of writing it.
   [[nodiscard]] Expected<Loan> lendToRead();
 
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.

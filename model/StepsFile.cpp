@@ -88,8 +88,12 @@ void StepsFile::settle(bool done) {
 }
 
 void StepsFile::noteSaved(const std::optional<ContentCheck>& saved) {
-  if (saved && row_.saved() != saved && size_ > 0) write(StepsSaved{*saved});
+  if (size_ > 0) write(StepsSaved{saved});
   row_.setSaved(saved);
+}
+
+void StepsFile::noteSaving() {
+  if (size_ > 0) write(StepsSaved{});
 }
 
 // Behind what is there, or the whole row with it.

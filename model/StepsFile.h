@@ -38,8 +38,10 @@ class StepsFile {
   void announce(StepsChange change);
   // Whether what was announced has happened.
   void settle(bool done);
-  // The macro's place holds the present bytes, or something unknown.
+  // What the macro's place holds, if that is known. It is not while the place is being written: a start after
+  // a program that died then must not take the old content for what is there.
   void noteSaved(const std::optional<ContentCheck>& saved);
+  void noteSaving();
 
   // Since it was last asked.
   [[nodiscard]] std::optional<StepsTrouble> takeTrouble() { return std::exchange(trouble_, std::nullopt); }

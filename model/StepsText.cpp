@@ -118,8 +118,7 @@ std::optional<StepsChange> changeOf(const Record& record) {
   const std::string& kind = record.keys.get(kKind);
   if (kind == kStep) return stepOf(record);
   if (kind == kSaved) {
-    const auto check = checkOf(record.keys);
-    return check ? std::optional<StepsChange>(StepsSaved{*check}) : std::nullopt;
+    return StepsSaved{checkOf(record.keys)};
   }
   const auto count = record.keys.number(kCount);
   if ((kind != kUndo && kind != kRedo) || !count || *count == 0 || *count > EditHistory::kMostSteps)
@@ -179,7 +178,7 @@ std::string stepsRecord(const StepsChange& change) {
     keys.set(kCount, static_cast<std::uint64_t>(move->by < 0 ? -move->by : move->by));
   } else if (const auto* saved = std::get_if<StepsSaved>(&change)) {
     keys.set(kKind, std::string_view(kSaved));
-    set(keys, saved->check);
+    if (saved->check) set(keys, *saved->check);
   }
   return framed(keys);
 }

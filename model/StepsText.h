@@ -17,9 +17,9 @@ struct StepsMove {
   int by = 0;  // positions; negative where steps are undone
 };
 
-// The macro's place holds these bytes now.
+// The macro's place holds these bytes now; none while it is being written.
 struct StepsSaved {
-  ContentCheck check;
+  std::optional<ContentCheck> check;
 };
 
 // What can happen to a row of steps.
