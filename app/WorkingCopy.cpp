@@ -151,6 +151,7 @@ Outcome WorkingCopy::install(Macro macro, std::vector<int> selected) {
   macro_ = std::move(macro);
   marks_.clear();
   selected_ = std::move(selected);
+  std::erase_if(selected_, [this](int number) { return number < 0 || number >= commandCount(); });
   return written;
 }
 
@@ -161,24 +162,12 @@ Outcome WorkingCopy::apply(const MacroEdit& edit, StepNote note, Marks marks) {
   return take(tessaly::apply(*macro_, edit), std::move(note), std::move(marks));
 }
 
-Outcome WorkingCopy::apply(const MacroEdit& edit, int select, Marks marks) {
-  return apply(edit, StepNote{{}, select < 0 ? std::vector<int>() : std::vector<int>{select}},
-               std::move(marks));
-}
-
 Outcome WorkingCopy::rewrite(StepNote note) {
   if (Outcome allowed = free(true); !allowed) return allowed;
   if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   if (note.name.empty()) note.name = rewriteStepName();
   return take(reprint(*macro_), std::move(note), {});
 }
-
-Outcome WorkingCopy::undo() {
-  return steps().canUndo() ? jumpTo(steps().position() - 1)
-                           : Outcome(Failure{Failure::Kind::kNoCommand, "there is nothing to undo"});
-}
-
-Outcome WorkingCopy::redo() { return jumpTo(steps().position() + 1); }
 
 Outcome WorkingCopy::jumpTo(std::size_t position) {
   if (Outcome allowed = free(true); !allowed) return allowed;

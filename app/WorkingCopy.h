@@ -72,7 +72,6 @@ class WorkingCopy : public QObject {
   // Changes the macro and its file, as one step, and enters edit state. `marks` are shown until the next
   // change. Nothing has changed when it fails.
   Outcome apply(const MacroEdit& edit, StepNote note = {}, Marks marks = {});
-  Outcome apply(const MacroEdit& edit, int select, Marks marks = {});
   // They are shown until the list is drawn anew.
   void dropMarks() { marks_.clear(); }
   // Writes the macro as after an edit, and enters edit state.
@@ -86,8 +85,8 @@ class WorkingCopy : public QObject {
   // Each goes to another position of the steps (kNoCommand when there is none), selects what was selected
   // there, and enters edit state, or leaves it where the macro is what its target holds. Refused (kChanged)
   // while the file is lent. Nothing has changed when it fails.
-  Outcome undo();
-  Outcome redo();
+  Outcome undo() { return jumpTo(steps().position() - 1); }
+  Outcome redo() { return jumpTo(steps().position() + 1); }
   Outcome jumpTo(std::size_t position);
   // Asked what is selected when a change begins.
   void setSelection(std::function<std::vector<int>()> selection) { selection_ = std::move(selection); }
@@ -131,6 +130,7 @@ class WorkingCopy : public QObject {
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
   [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
+  // Commands that there are.
   [[nodiscard]] const std::vector<int>& selectedAfterChange() const { return selected_; }
   [[nodiscard]] int selectAfterChange() const { return selected_.empty() ? -1 : selected_.front(); }
 

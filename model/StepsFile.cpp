@@ -81,10 +81,12 @@ void StepsFile::announce(StepsChange change) {
 
 void StepsFile::settle(bool done) {
   auto change = std::exchange(announced_, std::nullopt);
-  if (done && change) make(row_, *std::move(change));
+  if (!change) return;
   // What has not happened is overwritten by the next record, and passed over by a start before that.
-  if (!done && size_ > 0) size_ -= announcedSize_;
-  announcedSize_ = 0;
+  if (done)
+    make(row_, *std::move(change));
+  else if (size_ > 0)
+    size_ -= lastSize_;
 }
 
 void StepsFile::noteSaved(const std::optional<ContentCheck>& saved) {
@@ -99,7 +101,7 @@ void StepsFile::noteSaving() {
 // Behind what is there, or the whole row with it.
 void StepsFile::write(const StepsChange& change) {
   const std::string record = stepsRecord(change);
-  announcedSize_ = record.size();
+  lastSize_ = record.size();
   const std::size_t most = std::min(kLargest, kMostTimes * row_.weight() + kMegabyte);
   if (size_ > 0 && size_ + record.size() <= most && appendToOwnFile(root_, path_, size_, record)) {
     size_ += record.size();

@@ -56,8 +56,8 @@ class StepsFile {
   std::optional<MacroPlace> place_;  // of the row; none is kept without
   EditHistory row_;
   std::optional<StepsChange> announced_;
-  std::size_t size_ = 0;  // of the file as far as it counts; 0 when it is to be written whole
-  std::size_t announcedSize_ = 0;
+  std::size_t size_ = 0;      // of the file as far as it counts; 0 when it is to be written whole
+  std::size_t lastSize_ = 0;  // of its last record
   std::optional<StepsTrouble> trouble_;
 };
 
