@@ -48,6 +48,8 @@ class FailureText {
         return tr("no command takes the value");
       case Failure::Kind::kChanged:
         return tr("it has changed meanwhile");
+      case Failure::Kind::kInUse:
+        return tr("another program is changing it");
     }
     return {};
   }

@@ -3,9 +3,11 @@
 #include <QFileDialog>
 #include <QMenu>
 
+#include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
-#include "app/SilentMessages.h"
+#include "app/PanelTransfer.h"
 #include "app/TransferText.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
@@ -23,14 +25,11 @@ QString titleOf(const KeptMacro& macro) {
 
 // The three digits of "macro007.mac" or of a panel's macro; empty for any other file.
 std::string numberOf(const KeptMacro& macro) {
-  constexpr std::string_view kBefore = "macro";
-  constexpr std::size_t kDigits = 3;
   if (!macro.place) return {};
   if (macro.place->file.empty()) return macro.place->number;
-  const std::string name = macro.place->file.substr(macro.place->file.find_last_of("\\/") + 1);
-  const std::string digits =
-      name.rfind(kBefore, 0) == 0 ? name.substr(kBefore.size(), kDigits) : std::string();
-  return macroNumberText(parseInt(digits)) == digits ? digits : std::string();
+  const std::string& file = macro.place->file;
+  const auto number = MacroNumber::ofFile(std::string_view(file).substr(file.find_last_of("\\/") + 1));
+  return number ? number->text() : std::string();
 }
 
 // The macro's own number if it is free, else the first free one from there on, and from 0 again.
@@ -156,24 +155,20 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
                       .arg(shown(place.number), QString::number(place.workplace), shown(place.address))}))
     return;
   const TransferOutcome outcome = send(macro);
-  if (outcome.transfer == FtpClient::Result::kDone) refresh(place);
+  if (outcome.sent()) refresh(place);
   tell(dialog,
        outcome.done()
            ? tr("%1: put back on the panel").arg(titleOf(macro))
            : tr("%1: could not be put back on the panel (%2)").arg(titleOf(macro), transferText(outcome)));
 }
 
-// From a copy: keeping what is on the panel now may drive the macro out of the history.
 TransferOutcome HistoryOperations::send(const KeptMacro& macro) {
   const MacroPlace& place = *macro.place;
-  const auto copy = history_.fetchFile();
-  if (!copy || !copyFile(site_.root, macro.file, *copy)) return {FtpClient::Result::kLocalFile};
-  TransferOutcome outcome =
-      panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-        return macros.upload(place.address, place.workplace, place.number, *copy, MacroChange::kPutBack);
-      });
-  static_cast<void>(removeFile(site_.root, *copy));
-  return outcome;
+  const auto bytes = readFile(site_.root, macro.file);
+  if (!bytes) return {FtpClient::Result::kLocalFile, true};
+  return panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
+    return macros.uploadBytes(place.address, place.workplace, place.number, *bytes, MacroChange::kPutBack);
+  });
 }
 
 void HistoryOperations::saveAs(HistoryDialog& dialog, const KeptMacro& macro) {

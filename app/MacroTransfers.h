@@ -34,10 +34,10 @@ class MacroTransfers {
   // none.
   [[nodiscard]] std::optional<std::string> look(const MacroTarget& target, bool& missing);
 
-  // For the strip, in brackets.
+  // What became of the transfer, and what the panel holds after an upload. For the strip, in brackets.
   [[nodiscard]] QString reason() const;
   // A macro that was sent is there, whether or not the panel could be told so.
-  [[nodiscard]] bool sent() const { return outcome_.transfer == FtpClient::Result::kDone; }
+  [[nodiscard]] bool sent() const { return outcome_.sent(); }
 
  private:
   [[nodiscard]] bool run(const QString& label, const PanelTransfer::Operation& operation);

@@ -1,8 +1,11 @@
 #include "app/OpenMacros.h"
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/MacroTransfers.h"
 #include "app/StatusStrip.h"
 #include "app/StepNames.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
@@ -150,8 +153,8 @@ bool OpenMacros::mayOverwrite(const WorkingCopy& copy) {
 bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
   const MacroTarget target = *copy.target();
   if (target.source == PaneSource::kHarddisk) {
-    const FileChange begun = history_.begin(target.file(), MacroChange::kSave);
-    const Outcome saved = copy.saveToDisk();
+    const Outcome saved =
+        history_.change(target.file(), MacroChange::kSave, [&copy] { return copy.saveToDisk(); });
     if (!saved) reason = inBrackets(saved.failure());
     return saved.written();
   }
@@ -160,9 +163,9 @@ bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
     reason = inBrackets(loan.failure());
     return false;
   }
-  if (!transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
-                         MacroChange::kSave))
-    reason = transfers_.reason();
+  static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
+                                      MacroChange::kSave));
+  reason = transfers_.reason();
   return transfers_.sent();
 }
 

@@ -36,6 +36,8 @@ class TransferText {
         return tr("the local file cannot be read or written");
       case FtpClient::Result::kUnreadable:
         return tr("what the panel sent is no macro");
+      case FtpClient::Result::kAltered:
+        return tr("the panel stored something else than what was sent");
       case FtpClient::Result::kCancelled:
         return tr("the transfer was cancelled");
       case FtpClient::Result::kNoLibrary:
@@ -47,10 +49,26 @@ class TransferText {
   }
 
   static QString of(const TransferOutcome& outcome) {
-    if (outcome.transfer == FtpClient::Result::kDone && outcome.upload && !outcome.announced)
-      return tr("the macro was sent, but the panel could not be told to read it");
-    const QString text = of(outcome.transfer);
-    return outcome.leavesAPart() ? tr("%1; the panel may hold a part of the macro").arg(text) : text;
+    switch (outcome.holds) {
+      case PanelHolds::kAsBefore:
+        return of(outcome.transfer);
+      case PanelHolds::kNew:
+        return outcome.announced ? tr("verified") : unannounced();
+      case PanelHolds::kNewUnread:
+        return outcome.announced ? tr("not verified: %1").arg(of(outcome.reading))
+                                 : tr("%1; not verified: %2").arg(unannounced(), of(outcome.reading));
+      case PanelHolds::kOld:
+        return tr("%1; the panel holds again what it held before, verified").arg(of(outcome.transfer));
+      case PanelHolds::kUnknown:
+        return tr("%1; what the panel holds now is unknown: %2")
+            .arg(of(outcome.transfer), of(outcome.reading));
+    }
+    return {};
+  }
+
+ private:
+  static QString unannounced() {
+    return tr("the macro was sent, but the panel could not be told to read it");
   }
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/StepNames.h"
 #include "editors/PostTo.h"

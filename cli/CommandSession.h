@@ -22,6 +22,7 @@ namespace tessaly {
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitFailed = 1;      // the reason is on the error stream, or the answer is no
 inline constexpr int kExitWrongUsage = 2;  // so is the usage
+inline constexpr int kExitUnknown = 3;     // something was sent to a panel, and what it holds now is unknown
 
 // Prints what the model reports, one line each; nobody can be asked, so every question is answered with no.
 class StreamMessages : public Messages {

@@ -48,9 +48,9 @@ class PanelLine {
   // many that nobody fetched, the oldest are dropped.
   [[nodiscard]] std::optional<Value> next(std::chrono::milliseconds patience);
 
-  // Fetching needs no open line. The result is empty, or the reason why it failed.
+  // Fetching needs no open line. The result of `get` is empty, or the reason why it failed.
   [[nodiscard]] std::string get(int workplace, int number, const std::string& file);
-  [[nodiscard]] std::string put(int workplace, int number, const std::string& file);
+  [[nodiscard]] TransferOutcome put(int workplace, int number, const std::string& file);
   // False when the panel could not be asked.
   [[nodiscard]] bool remove(int workplace, int number);
   [[nodiscard]] bool rename(int workplace, int number, const std::string& name);

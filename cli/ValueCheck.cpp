@@ -1,11 +1,11 @@
 #include "cli/ValueCheck.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <optional>
 
+#include "platform/Text.h"
 #include "values/ParameterValue.h"
 #include "values/SourceNames.h"
 #include "values/Timecode.h"
@@ -19,26 +19,18 @@ constexpr double kFixedPointMax = 2047;
 constexpr int kHours = 24;
 constexpr int kSixty = 60;
 
-template <typename Number>
-std::optional<Number> wholeText(std::string_view text) {
-  Number number{};
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-}
-
 bool within(double number, double first, double second, double slack = 0) {
   return number >= std::min(first, second) - slack && number <= std::max(first, second) + slack;
 }
 
 bool holds(const IntegerParameter& parameter, const std::string& value) {
-  const auto number = wholeText<std::int32_t>(value);
+  const auto number = exactNumber<std::int32_t>(value);
   // Equal limits are those that an interface file leaves out.
   return number && (parameter.min == parameter.max || within(*number, parameter.min, parameter.max));
 }
 
 bool holds(const FloatParameter& parameter, bool incremental, const std::string& value) {
-  const auto number = wholeText<double>(value);
+  const auto number = exactNumber<double>(value);
   if (!number || !std::isfinite(*number)) return false;
   if (incremental) return within(*number, kFixedPointMin, kFixedPointMax);
   return parameter.min == parameter.max || within(*number, parameter.min, parameter.max, kLastDigit);
@@ -49,7 +41,7 @@ bool holdsTimecode(const std::string& value) {
   const bool clock = timecode.hours < kHours && timecode.minutes < kSixty && timecode.seconds < kSixty;
   if (value.find(':') != value.npos)
     return clock && (value == timecode.display() || value == timecode.plain());
-  const auto packed = wholeText<std::uint32_t>(value);
+  const auto packed = exactNumber<std::uint32_t>(value);
   return packed && clock && timecode.packed() == *packed;
 }
 

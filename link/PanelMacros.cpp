@@ -6,7 +6,9 @@
 
 #include "link/Pane.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 namespace {
@@ -16,94 +18,17 @@ using Result = FtpClient::Result;
 // Old content that has not come within this time without a byte is given up.
 constexpr std::chrono::seconds kKeepingPatience{3};
 
-constexpr const char* kFtpUser = "target";
-constexpr const char* kFtpSecret = "vintrosa";
-
-bool isMacroNumber(std::string_view number) {
-  return number.size() == 3 &&
-         std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-bool isWorkplace(int workplace) { return workplace >= 1 && workplace <= kWorkplaces; }
-
-class FtpTransfer final : public MacroTransfer {
- public:
-  FtpTransfer(const std::string& host, std::uint16_t port) : client_(host, port, {kFtpUser, kFtpSecret}) {}
-
-  Result get(const std::string& remotePath, const std::string& hostPath,
-             const FtpClient::Check& check) override {
-    return client_.get(remotePath, hostPath, check);
-  }
-  Result getSoon(const std::string& remotePath, const std::string& hostPath) override {
-    return client_.get(remotePath, hostPath, {}, kKeepingPatience);
-  }
-  Result put(const std::string& hostPath, const std::string& remotePath) override {
-    return client_.put(hostPath, remotePath);
-  }
-  void cancel() override { client_.cancel(); }
-
- private:
-  FtpClient client_;
-};
-
-// Whether a failed upload had begun to write.
-bool mayLeaveAPart(Result result) {
-  switch (result) {
-    case Result::kStalled:
-    case Result::kTooSlow:
-    case Result::kCut:
-    case Result::kPanelError:
-    case Result::kFull:
-    case Result::kCancelled:
-      return true;
-    case Result::kDone:
-    case Result::kRefusedLogin:
-    case Result::kNotFound:
-    case Result::kUnreachable:
-    case Result::kLocalFile:
-    case Result::kUnreadable:
-    case Result::kNoLibrary:
-    case Result::kFailed:
-      return false;
-  }
-  return false;
-}
-
 }  // namespace
 
-std::string macroNumberText(int number) {
-  return number >= 0 && number < kPanelMacroNumbers ? format("%03d", number) : std::string();
-}
-
 std::string remoteMacroPath(int workplace, std::string_view number) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
-  return format("/flash/data/PANEL/macro/workplace%d/macro%s.mac", workplace, std::string(number).c_str());
-}
-
-bool TransferOutcome::leavesAPart() const { return upload && mayLeaveAPart(transfer); }
-
-std::string TransferOutcome::describe() const {
-  if (transfer == Result::kDone && upload && !announced) {
-    return "the macro was sent, but the panel could not be told to read it";
-  }
-  std::string text = FtpClient::describe(transfer);
-  if (!detail.empty()) text += " (" + detail + ")";
-  if (leavesAPart()) text += "; the panel may hold a part of the macro";
-  return text;
-}
-
-MacroTransferFactory ftpTransfers(std::uint16_t port) {
-  return [port](const std::string& host) { return std::make_unique<FtpTransfer>(host, port); };
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
+  return format("/flash/data/PANEL/macro/workplace%d/", workplace) + macroFileName(number);
 }
 
 // The operation under way: its transfer, within reach of cancel.
 class PanelMacros::Running {
  public:
-  Running(PanelMacros& macros, const std::string& address)
-      : macros_(macros), transfer_(macros.transfers_(address.substr(0, address.find(':')))) {
-    const MutexLock guard(macros_.mutex_);
-    macros_.running_ = transfer_.get();
-  }
+  Running(PanelMacros& macros, const std::string& address) : macros_(macros), address_(address) { renew(); }
   ~Running() {
     const MutexLock guard(macros_.mutex_);
     macros_.running_ = nullptr;
@@ -111,10 +36,19 @@ class PanelMacros::Running {
   Running(const Running&) = delete;
   Running& operator=(const Running&) = delete;
 
+  // A cancelled transfer stays cancelled.
+  void renew() {
+    auto transfer = macros_.transfers_(address_);
+    const MutexLock guard(macros_.mutex_);
+    transfer_.swap(transfer);
+    macros_.running_ = transfer_.get();
+  }
   MacroTransfer& operator*() const { return *transfer_; }
+  MacroTransfer* operator->() const { return transfer_.get(); }
 
  private:
   PanelMacros& macros_;
+  const std::string address_;
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
@@ -128,42 +62,52 @@ PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransfe
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
-  const Running running(*this, address);
-  return fetch(*running, remoteMacroPath(workplace, number), file);
+  Running running(*this, address);
+  return fetch(running, remoteMacroPath(workplace, number), file);
 }
 
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
                                     std::string_view file, MacroChange change) {
-  const Running running(*this, address);
-  return send(*running, file, {{}, address, workplace, std::string(number)}, change);
+  Running running(*this, address);
+  return sendFile(running, file, {{}, address, workplace, std::string(number)}, change);
+}
+
+TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workplace, std::string_view number,
+                                         std::string_view bytes, MacroChange change) {
+  Running running(*this, address);
+  return send(running, bytes, {{}, address, workplace, std::string(number)}, change);
 }
 
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
                                          std::string_view target, std::string_view buffer) {
-  const Running running(*this, address);
-  TransferOutcome fetched = fetch(*running, remoteMacroPath(workplace, source), buffer);
+  Running running(*this, address);
+  TransferOutcome fetched = fetch(running, remoteMacroPath(workplace, source), buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;
-  return send(*running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
+  return sendFile(running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
 }
 
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
                                           OldContent old) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
   if (old == OldContent::kKept) {
-    const Running running(*this, address);
+    Running running(*this, address);
     const MacroPlace place{{}, address, workplace, std::string(number)};
-    const Kept kept = keep(*running, place, MacroChange::kDelete);
-    if (kept.fetched == Result::kCancelled) return {};
+    const Kept kept = keep(running, place, MacroChange::kDelete);
+    if (kept.old.fetched == Result::kCancelled) return {};
     if (!kept.outcome) return {false, kept.outcome};
   }
+  return {askToDelete(workplace, number), {}};
+}
+
+bool PanelMacros::askToDelete(int workplace, std::string_view number) {
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
-  return {client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters), {}};
+  return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
 }
 
 bool PanelMacros::rename(int workplace, std::string_view number, const std::string& name) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return false;
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
   parameters.addString("NAME", name);
@@ -175,52 +119,59 @@ void PanelMacros::cancel() {
   if (running_ != nullptr) running_->cancel();
 }
 
-TransferOutcome PanelMacros::fetch(MacroTransfer& transfer, const std::string& remotePath,
-                                   std::string_view file) {
+TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePath, std::string_view file) {
   if (demo_ || remotePath.empty()) return {Result::kFailed};
-  const std::string hostPath = root_.resolve(file).string();
-  if (hostPath.empty()) return {Result::kLocalFile};
+  if (root_.resolve(file).empty()) return {Result::kLocalFile};
   TransferOutcome outcome;
-  const auto wanted = [&](std::string_view bytes) {
-    const Outcome read = reader_(bytes);
-    if (!read) outcome.detail = read.failure().text;
-    return read.done();
-  };
-  outcome.transfer = transfer.get(remotePath, hostPath, reader_ ? wanted : FtpClient::Check());
+  std::string bytes;
+  outcome.transfer = running->get(remotePath, bytes, FtpClient::kPatience);
+  if (outcome.transfer != Result::kDone) return outcome;
+  if (const Outcome read = reader_ ? reader_(bytes) : Outcome(); !read) {
+    outcome.transfer = Result::kUnreadable;
+    outcome.detail = read.failure().text;
+  } else if (!writeFile(root_, file, bytes).written()) {
+    outcome.transfer = Result::kLocalFile;
+  }
   return outcome;
 }
 
-PanelMacros::Kept PanelMacros::keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change) {
-  if (keeper_ == nullptr || demo_) return {};
-  const auto file = keeper_->fetchFile();
-  if (!file) {
-    keeper_->notFetched(file.failure());
-    return {Result::kDone, file.failure()};
+PanelMacros::Kept PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
+  Kept kept;
+  VerifiedSend::Old& old = kept.old;
+  old.fetched = running->get(remoteMacroPath(place.workplace, place.number), old.bytes, kKeepingPatience);
+  if (keeper_ == nullptr || old.fetched == Result::kNotFound) return kept;
+  if (old.fetched == Result::kDone) {
+    kept.outcome = keeper_->keep(old.bytes, place, change);
+    return kept;
   }
-  const Result result = transfer.getSoon(remoteMacroPath(place.workplace, place.number), *file);
-  if (result == Result::kDone) return {result, keeper_->keepFetched(*file, place, change)};
-  if (result == Result::kNotFound) return {result, {}};
   const Failure failure{Failure::Kind::kMissing,
-                        std::string("cannot be fetched: ") + FtpClient::describe(result)};
+                        std::string("cannot be fetched: ") + FtpClient::describe(old.fetched)};
   keeper_->notFetched(failure);
-  return {result, failure};
+  kept.outcome = failure;
+  return kept;
 }
 
-TransferOutcome PanelMacros::send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
+TransferOutcome PanelMacros::sendFile(Running& running, std::string_view file, const MacroPlace& place,
+                                      MacroChange change) {
+  const auto bytes = readFile(root_, file);
+  if (!bytes) return {Result::kLocalFile, true};
+  return send(running, *bytes, place, change);
+}
+
+TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, const MacroPlace& place,
                                   MacroChange change) {
   const std::string remotePath = remoteMacroPath(place.workplace, place.number);
   if (demo_ || remotePath.empty()) return {Result::kFailed, true};
-  const std::string hostPath = root_.resolve(file).string();
-  if (hostPath.empty()) return {Result::kLocalFile, true};
-  // Nothing is lost where nothing can be sent. Who cannot be reached is not tried a second time: that would
-  // only double the wait.
-  const Result kept = canOpen(root_, file) ? keep(transfer, place, change).fetched : Result::kDone;
-  if (kept == Result::kUnreachable || kept == Result::kCancelled) return {kept};
-  TransferOutcome outcome{transfer.put(hostPath, remotePath), true};
-  if (outcome.transfer == Result::kDone) {
-    outcome.announced = client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList());
-  }
-  return outcome;
+  const VerifiedSend::Old old = keep(running, place, change).old;
+  // Who cannot be reached is not tried a second time: that would only double the wait.
+  if (old.fetched == Result::kUnreachable || old.fetched == Result::kCancelled) return {old.fetched};
+  VerifiedSend verified(
+      {.transfer = [&]() -> MacroTransfer& { return *running; },
+       .renew = [&] { running.renew(); },
+       .load = [&] { return client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList()); },
+       .remove = [&] { return askToDelete(place.workplace, place.number); }},
+      remotePath, patience_);
+  return verified.send(bytes, old);
 }
 
 }  // namespace tessaly

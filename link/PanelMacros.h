@@ -6,8 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "link/MacroTransfer.h"
 #include "link/PanelClient.h"
-#include "platform/FtpClient.h"
+#include "link/VerifiedSend.h"
 #include "platform/MacroKeeper.h"
 #include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
@@ -15,50 +16,9 @@
 
 namespace tessaly {
 
-inline constexpr std::uint16_t kFtpPort = 21;
-
-// "%03d" of 0 to 999; empty for any other number.
-[[nodiscard]] std::string macroNumberText(int number);
-
-// Where a macro lies on the panel, or an empty text unless the workplace is 1 to 8 and the number three
-// digits, so that no text leads out of the macro folders.
+// Where a macro lies on the panel, or an empty text unless there are such a workplace and number, so that no
+// text leads out of the macro folders.
 [[nodiscard]] std::string remoteMacroPath(int workplace, std::string_view number);
-
-// What became of an operation that moves files.
-struct TransferOutcome {
-  FtpClient::Result transfer = FtpClient::Result::kDone;
-  bool upload = false;     // the last thing tried was sending
-  bool announced = false;  // an upload succeeded and the panel was told to read its macros again
-  std::string detail{};    // why what came is no macro; else empty
-
-  [[nodiscard]] bool done() const { return transfer == FtpClient::Result::kDone && (!upload || announced); }
-  // A failed upload had begun to write: the panel may hold a part of the macro.
-  [[nodiscard]] bool leavesAPart() const;
-  // One line for standard error; the window has it in its user's language.
-  [[nodiscard]] std::string describe() const;
-};
-
-// One operation's way to the panel's files. As FtpClient, which it is outside of tests.
-class MacroTransfer {
- public:
-  virtual ~MacroTransfer() = default;
-  [[nodiscard]] virtual FtpClient::Result get(const std::string& remotePath, const std::string& hostPath,
-                                              const FtpClient::Check& check) = 0;
-  // As get, for old content that is fetched to be kept, whatever it is: whoever is waited for is not waited
-  // for long.
-  [[nodiscard]] virtual FtpClient::Result getSoon(const std::string& remotePath,
-                                                  const std::string& hostPath) {
-    return get(remotePath, hostPath, {});
-  }
-  [[nodiscard]] virtual FtpClient::Result put(const std::string& hostPath, const std::string& remotePath) = 0;
-  virtual void cancel() = 0;  // from another thread
-};
-
-// A way to the host of a panel address.
-using MacroTransferFactory = std::function<std::unique_ptr<MacroTransfer>(const std::string& host)>;
-
-// By FTP with the panel's login. A port in the address is that of the control service and is left out.
-[[nodiscard]] MacroTransferFactory ftpTransfers(std::uint16_t port = kFtpPort);
 
 // Whether bytes can be read as a macro; the failure's text says why not. Any thread.
 using MacroReader = std::function<Outcome(std::string_view bytes)>;
@@ -66,12 +26,12 @@ using MacroReader = std::function<Outcome(std::string_view bytes)>;
 // Moves macros between this computer and a panel, and has the panel delete and rename them. Files are site
 // paths, macro numbers three digits. Operations block, one at a time, on any thread; `cancel` comes from
 // another one. A failed download leaves the local file as it was, and one that brings no macro counts as
-// failed; a failed upload is not announced, and what a broken one leaves on the panel is the panel's affair:
-// it may be a part of the macro. Nobody is told of failures but the caller.
+// failed; an upload is verified (VerifiedSend), and one that failed is not announced. Nobody is told of
+// failures but the caller.
 //
-// With a keeper, what a number holds is fetched before it is overwritten or deleted. That is an extra:
-// whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just found
-// unreachable. A deletion stops when its caller wants the old content kept.
+// What a number holds is fetched before it is overwritten or deleted, and goes to the keeper. That is an
+// extra: whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just
+// found unreachable. A deletion stops when its caller wants the old content kept.
 class PanelMacros {
  public:
   // Observes client and root. Without a reader whatever comes is taken. With `demo` no file moves: every
@@ -81,6 +41,7 @@ class PanelMacros {
 
   // Observed. Before the first operation.
   void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
+  void waitFor(PutBackPatience patience) { patience_ = patience; }
 
   [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
                                          std::string_view file);
@@ -88,6 +49,9 @@ class PanelMacros {
   // Also for a macro that was just created in `file`.
   [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
                                        std::string_view file, MacroChange change = MacroChange::kSave);
+  [[nodiscard]] TransferOutcome uploadBytes(const std::string& address, int workplace,
+                                            std::string_view number, std::string_view bytes,
+                                            MacroChange change);
 
   // Within one workplace of one panel. The macro is fetched into `buffer`, which is overwritten, and sent
   // from there.
@@ -113,17 +77,18 @@ class PanelMacros {
  private:
   class Running;
 
-  [[nodiscard]] TransferOutcome fetch(MacroTransfer& transfer, const std::string& remotePath,
-                                      std::string_view file);
-  [[nodiscard]] TransferOutcome send(MacroTransfer& transfer, std::string_view file, const MacroPlace& place,
+  [[nodiscard]] TransferOutcome fetch(Running& running, const std::string& remotePath, std::string_view file);
+  [[nodiscard]] TransferOutcome sendFile(Running& running, std::string_view file, const MacroPlace& place,
+                                         MacroChange change);
+  [[nodiscard]] TransferOutcome send(Running& running, std::string_view bytes, const MacroPlace& place,
                                      MacroChange change);
-  // What became of fetching the old content, and of keeping it; done when there is nobody to keep it, or
-  // nothing.
+  // The old content, and what became of keeping it: done when there is nobody to keep it, or nothing.
   struct Kept {
-    FtpClient::Result fetched = FtpClient::Result::kDone;
+    VerifiedSend::Old old;
     Outcome outcome;
   };
-  [[nodiscard]] Kept keep(MacroTransfer& transfer, const MacroPlace& place, MacroChange change);
+  [[nodiscard]] Kept keep(Running& running, const MacroPlace& place, MacroChange change);
+  [[nodiscard]] bool askToDelete(int workplace, std::string_view number);
 
   PanelClient& client_;
   const SiteRoot& root_;
@@ -131,6 +96,7 @@ class PanelMacros {
   bool demo_;
   MacroReader reader_;
   MacroKeeper* keeper_ = nullptr;
+  PutBackPatience patience_;
   Mutex mutex_;
   MacroTransfer* running_ GUARDED_BY(mutex_) = nullptr;  // of the operation under way
 };

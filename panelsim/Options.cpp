@@ -1,10 +1,10 @@
 #include "panelsim/Options.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
 #include "platform/SiteRoot.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -40,11 +40,11 @@ Exit code: 0 done, 1 failed, 2 wrong usage.
 constexpr int kMost = std::numeric_limits<int>::max();
 constexpr int kMostModules = 1000;
 
-bool readModules(std::string_view text, std::array<int, kPanelWorkplaces>& modules) {
+bool readModules(std::string_view text, std::array<int, Workplace::kCount>& modules) {
   modules.fill(0);
   for (int& count : modules) {
     const std::size_t comma = text.find(',');
-    const auto number = readCount(text.substr(0, comma), kMostModules);
+    const auto number = wholeNumber(text.substr(0, comma), 0, kMostModules);
     if (!number) return false;
     count = *number;
     if (comma == std::string_view::npos) return true;
@@ -54,7 +54,7 @@ bool readModules(std::string_view text, std::array<int, kPanelWorkplaces>& modul
 }
 
 bool setPort(std::string_view text, std::uint16_t& port) {
-  const auto number = readCount(text, std::numeric_limits<std::uint16_t>::max());
+  const auto number = wholeNumber(text, 0, std::numeric_limits<std::uint16_t>::max());
   if (number) port = static_cast<std::uint16_t>(*number);
   return number.has_value();
 }
@@ -74,7 +74,7 @@ bool setValue(std::string_view name, const std::string& value, ProgramOptions& o
   if (name == "control-port") return setPort(value, panel.controlPort);
   if (name == "ftp-port") return setPort(value, panel.ftpPort);
   if (name == "mfd") return readModules(value, panel.modules);
-  if (takesCount(name)) return readCount(value, kMost) && applyFault(name, value, panel.faults);
+  if (takesCount(name)) return wholeNumber(value, 0, kMost) && applyFault(name, value, panel.faults);
   std::string* text = name == "address"  ? &panel.address
                       : name == "root"   ? &panel.root
                       : name == "site"   ? &panel.site
@@ -89,18 +89,10 @@ bool setValue(std::string_view name, const std::string& value, ProgramOptions& o
 
 std::string_view optionsHelp() { return kHelp; }
 
-std::optional<int> readCount(std::string_view text, int most) {
-  int number = -1;
-  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || stop != text.data() + text.size() || number < 0 || number > most)
-    return std::nullopt;
-  return number;
-}
-
 bool applyFault(std::string_view name, std::string_view value, PanelFaults& faults) {
   const bool off = value == "off";
   if (takesCount(name)) {
-    const auto count = readCount(value, kMost);
+    const auto count = wholeNumber(value, 0, kMost);
     if (!off && !count) return false;
     const std::optional<std::size_t> limit =
         off ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(*count));

@@ -12,8 +12,6 @@
 
 #include "platform/CurlLibrary.h"
 #include "platform/Files.h"
-#include "platform/PendingFile.h"
-#include "platform/RegularFile.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -145,14 +143,14 @@ class Transfer {
     return result == Result::kDone && !whole ? Result::kCut : result;
   }
 
-  Result send(const RegularFile& source) {
-    source_ = &source;
+  Result send(std::string_view bytes) {
+    source_ = bytes;
     set(CURLOPT_UPLOAD, 1L);
-    set(CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(source.size()));
+    set(CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(bytes.size()));
     set(CURLOPT_READFUNCTION, &Transfer::give);
     set(CURLOPT_READDATA, this);
     // The system takes a whole macro at once; that the panel has it is told by the server's answer only.
-    const auto size = static_cast<curl_off_t>(source.size());
+    const auto size = static_cast<curl_off_t>(bytes.size());
     set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(patience_.count() + size / kLeastRate));
     return run();
   }
@@ -200,7 +198,7 @@ class Transfer {
   }
 
   Result result(CURLcode code) const {
-    if (localFailure_) return *localFailure_;
+    if (tooLarge_) return Result::kFailed;
     if (refusal_ == kLocalError && code != CURLE_OK) return Result::kPanelError;
     const bool connected = info<curl_off_t>(CURLINFO_CONNECT_TIME_T) > 0;
     switch (static_cast<int>(code)) {
@@ -254,19 +252,18 @@ class Transfer {
       if (target.size() + one * count <= kLargestFile)
         target.append(bytes, one * count);
       else
-        transfer.localFailure_ = Result::kFailed;
+        transfer.tooLarge_ = true;
     } catch (const std::bad_alloc&) {
-      transfer.localFailure_ = Result::kFailed;
+      transfer.tooLarge_ = true;
     }
-    return transfer.localFailure_ ? 0 : one * count;
+    return transfer.tooLarge_ ? 0 : one * count;
   }
 
   static std::size_t give(char* space, std::size_t one, std::size_t count, void* self) {
-    auto& transfer = *static_cast<Transfer*>(self);
-    const auto got = transfer.source_->read(space, one * count);
-    if (got) return *got;
-    transfer.localFailure_ = Result::kLocalFile;
-    return CURL_READFUNC_ABORT;
+    std::string_view& source = static_cast<Transfer*>(self)->source_;
+    const std::size_t given = source.copy(space, one * count);
+    source.remove_prefix(given);
+    return given;
   }
 
   const CurlLibrary& curl_;
@@ -277,10 +274,10 @@ class Transfer {
   bool added_ = false;
   bool refused_ = false;  // an option that the library does not take
   std::string* target_ = nullptr;
-  const RegularFile* source_ = nullptr;
+  std::string_view source_;                 // what is still to be sent
   std::optional<std::uint64_t> announced_;  // bytes, by the server
   int refusal_ = 0;                         // the server's last reply that was one
-  std::optional<Result> localFailure_;
+  bool tooLarge_ = false;                   // for the memory
   curl_off_t moved_ = 0;
   Clock::time_point firstMove_, lastMove_;
 };
@@ -290,32 +287,26 @@ class Transfer {
 FtpClient::FtpClient(std::string host, std::uint16_t port, Login login)
     : host_(std::move(host)), port_(port), login_(std::move(login)) {}
 
-FtpClient::Result FtpClient::get(const std::string& remotePath, const std::string& hostPath,
-                                 const Check& check, std::chrono::seconds patience) {
-  if (cancelled_) return Result::kCancelled;
-  if (!isPlainHost(host_)) return Result::kUnreachable;
-  if (!isFilePath(remotePath)) return Result::kNotFound;
-  PendingFile target(hostPath);
-  if (!target.good()) return Result::kLocalFile;
-  const CurlLibrary* curl = CurlLibrary::get();
-  if (curl == nullptr) return Result::kNoLibrary;
-  std::string bytes;
-  const Result result = Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, patience)
-                            .receive(remotePath, bytes);
-  if (result != Result::kDone) return result;
-  if (check && !check(bytes)) return Result::kUnreadable;
-  return target.write(bytes) && target.commit() ? Result::kDone : Result::kLocalFile;
+FtpClient::Result FtpClient::get(const std::string& remotePath, std::string& bytes,
+                                 std::chrono::seconds patience) {
+  bytes.clear();
+  return run(remotePath, patience, [&](auto& transfer) { return transfer.receive(remotePath, bytes); });
 }
 
-FtpClient::Result FtpClient::put(const std::string& hostPath, const std::string& remotePath) {
+FtpClient::Result FtpClient::put(std::string_view bytes, const std::string& remotePath) {
+  return run(remotePath, kPatience, [&](auto& transfer) { return transfer.send(bytes); });
+}
+
+template <class Use>
+FtpClient::Result FtpClient::run(const std::string& remotePath, std::chrono::seconds patience,
+                                 const Use& use) const {
   if (cancelled_) return Result::kCancelled;
   if (!isPlainHost(host_)) return Result::kUnreachable;
   if (!isFilePath(remotePath)) return Result::kNotFound;
-  const auto source = RegularFile::open(hostPath);
-  if (!source) return Result::kLocalFile;
   const CurlLibrary* curl = CurlLibrary::get();
   if (curl == nullptr) return Result::kNoLibrary;
-  return Transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, kPatience).send(*source);
+  Transfer transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, patience);
+  return use(transfer);
 }
 
 void FtpClient::cancel() { cancelled_ = true; }
@@ -345,6 +336,8 @@ const char* FtpClient::describe(Result result) {
       return "the local file cannot be read or written";
     case Result::kUnreadable:
       return "what the panel sent is no macro";
+    case Result::kAltered:
+      return "the panel stored something else than what was sent";
     case Result::kCancelled:
       return "the transfer was cancelled";
     case Result::kNoLibrary:

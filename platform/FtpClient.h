@@ -3,7 +3,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -30,8 +29,9 @@ class FtpClient {
     kCut,         // also for another size than the panel had announced
     kPanelError,  // reply 451: the panel broke off for a reason of its own
     kFull,
-    kLocalFile,
-    kUnreadable,  // the file came whole, and the check did not want it
+    kLocalFile,   // cannot be read or written; told by who has the file
+    kUnreadable,  // the file came whole, and is not what was wanted; as above
+    kAltered,     // the panel stored something else than what was sent; as above
     kCancelled,
     kNoLibrary,  // libcurl is loaded by the first transfer
     kFailed
@@ -39,20 +39,16 @@ class FtpClient {
 
   static constexpr std::chrono::seconds kPatience{10};  // without a byte
 
-  // Looks at what came; the reason why it is not wanted stays with the one who gave the check.
-  using Check = std::function<bool(std::string_view bytes)>;
-
   // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
   FtpClient(std::string host, std::uint16_t port, Login login);
 
-  // Fetches a remote file (absolute path). It replaces what is at `hostPath` when it came whole, as far as
-  // the server told its size, and the check wants it; otherwise the old file stays as it was and nothing is
-  // left beside it. `patience` is how long it may bring nothing.
-  [[nodiscard]] Result get(const std::string& remotePath, const std::string& hostPath,
-                           const Check& check = {}, std::chrono::seconds patience = kPatience);
+  // Fetches a remote file (absolute path) whole, as far as the server told its size; else `bytes` is what
+  // came. `patience` is how long it may bring nothing.
+  [[nodiscard]] Result get(const std::string& remotePath, std::string& bytes,
+                           std::chrono::seconds patience = kPatience);
 
-  // Sends a local file. Missing remote folders are not made.
-  [[nodiscard]] Result put(const std::string& hostPath, const std::string& remotePath);
+  // Sends a file. Missing remote folders are not made.
+  [[nodiscard]] Result put(std::string_view bytes, const std::string& remotePath);
 
   // Ends a running transfer from another thread within a second; later transfers of this object fail at once.
   void cancel();
@@ -61,6 +57,10 @@ class FtpClient {
   [[nodiscard]] static const char* describe(Result result);
 
  private:
+  template <class Use>
+  [[nodiscard]] Result run(const std::string& remotePath, std::chrono::seconds patience,
+                           const Use& use) const;
+
   std::string host_;
   std::uint16_t port_;
   Login login_;

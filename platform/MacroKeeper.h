@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/Outcome.h"
 
@@ -25,10 +26,8 @@ class MacroKeeper {
  public:
   virtual ~MacroKeeper() = default;
 
-  // Host path to fetch the old content to, or why nothing can be kept now.
-  [[nodiscard]] virtual Expected<std::string> fetchFile() = 0;
-  // Takes the content from there and removes the file.
-  virtual Outcome keepFetched(const std::string& hostPath, const MacroPlace& place, MacroChange change) = 0;
+  // Not done when it could not be kept.
+  virtual Outcome keep(std::string_view bytes, const MacroPlace& place, MacroChange change) = 0;
   // There is old content, but it did not come.
   virtual void notFetched(const Failure& why) = 0;
 };

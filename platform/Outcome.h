@@ -28,6 +28,7 @@ struct Failure {
     kTextNotHeld,   // the file's encoding lacks a character
     kNothingTaken,  // no parameter took the value
     kChanged,       // somebody else has changed or taken away what was to be used
+    kInUse,         // another program is changing it
   };
   Kind kind;
   std::string text;

@@ -75,6 +75,7 @@ Desk::Desk(std::chrono::milliseconds connectTimeOut)
       macros_(client(), site.root, ftpTransfers(first.simulator.ftpPort())),
       context_{{site.root, messages_}, deskDictionary(), lists_, client(), macros_, history_} {
   macros_.keepIn(history_);
+  macros_.waitFor({std::chrono::seconds(2), std::chrono::seconds(1), std::chrono::milliseconds(100)});
   context_.connectTimeOut = connectTimeOut;
   copySampleSite(site.root);
   openWindow();

@@ -599,10 +599,6 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>das Makro wurde gesendet, aber das Bedienpult konnte nicht zum Einlesen aufgefordert werden</translation>
     </message>
     <message>
-        <source>%1; the panel may hold a part of the macro</source>
-        <translation>%1; auf dem Bedienpult liegt vielleicht ein Teil des Makros</translation>
-    </message>
-    <message>
         <source>the panel is too slow</source>
         <translation>das Bedienpult ist zu langsam</translation>
     </message>
@@ -613,6 +609,30 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>what the panel sent is no macro</source>
         <translation>was das Bedienpult sandte, ist kein Makro</translation>
+    </message>
+    <message>
+        <source>the panel stored something else than what was sent</source>
+        <translation>das Bedienpult hat etwas anderes gespeichert als gesendet wurde</translation>
+    </message>
+    <message>
+        <source>verified</source>
+        <translation>geprüft</translation>
+    </message>
+    <message>
+        <source>not verified: %1</source>
+        <translation>nicht geprüft: %1</translation>
+    </message>
+    <message>
+        <source>%1; not verified: %2</source>
+        <translation>%1; nicht geprüft: %2</translation>
+    </message>
+    <message>
+        <source>%1; the panel holds again what it held before, verified</source>
+        <translation>%1; auf dem Bedienpult steht wieder, was vorher da war, geprüft</translation>
+    </message>
+    <message>
+        <source>%1; what the panel holds now is unknown: %2</source>
+        <translation>%1; was auf dem Bedienpult jetzt steht, ist unbekannt: %2</translation>
     </message>
 </context>
 <context>

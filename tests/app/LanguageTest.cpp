@@ -125,8 +125,18 @@ TEST_F(LanguageTest, OwnTextsAreTranslatedAndTheSystemsStay) {
 }
 
 TEST_F(LanguageTest, TransfersAreToldAsOnTheCommandLineAndInGerman) {
-  for (int result = 0; result <= static_cast<int>(FtpClient::Result::kFailed); ++result) {
-    const TransferOutcome outcome{static_cast<FtpClient::Result>(result), true};
+  std::vector<TransferOutcome> outcomes;
+  for (int result = 0; result <= static_cast<int>(FtpClient::Result::kFailed); ++result)
+    outcomes.push_back({static_cast<FtpClient::Result>(result), true});
+  for (int holds = 0; holds <= static_cast<int>(PanelHolds::kUnknown); ++holds)
+    for (const bool announced : {false, true})
+      outcomes.push_back({FtpClient::Result::kCut,
+                          true,
+                          announced,
+                          {},
+                          static_cast<PanelHolds>(holds),
+                          FtpClient::Result::kRefusedLogin});
+  for (const TransferOutcome& outcome : outcomes) {
     speak({});
     EXPECT_EQ(transferText(outcome).toStdString(), outcome.describe());
     speak(QStringLiteral("de"));

@@ -229,7 +229,9 @@ const std::function<Outcome(const SiteAccess&, std::string&)> kOperations[] = {
     [](auto& site, auto&) {
       return insertCommand(site, kFile, 0, {"x", {}}, 1, InsertMode::kAppend);
     },
-    [](auto& site, auto&) { return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, 4); },
+    [](auto& site, auto&) {
+      return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, Destination::mainframe(4));
+    },
     [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
     [](auto& site, auto&) {
       return editMacroFile(site, kFile, ReplaceCommand{0, {"x", {}}, 1});

@@ -17,7 +17,8 @@ TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
   tree.write(hostPathOfTree(1, "macro007.mac"), macro("Seven"));
   start();
   ASSERT_TRUE(connect());
-  for (int number = 0; number < kPanelMacros; ++number) ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
+  for (int number = 0; number < MacroNumber::kCount; ++number)
+    ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
   ASSERT_TRUE(connection.subscribe("PANEL.WP3.MFDCOUNT"));
   EXPECT_TRUE(recorder.waitFor("value PANEL.WP3.MFDCOUNT=2"));
   const auto events = recorder.events();
@@ -31,7 +32,7 @@ TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
   EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 7) + "=Grün \"7\""));
   EXPECT_NE(tree.read(hostPathOfTree(1, "macro007.mac")).find("Grün &quot;7&quot;"), std::string::npos);
 
-  EXPECT_EQ(ftp().put(writtenFile(macro("Eight")), folder(1) + "macro008.mac"), FtpClient::Result::kDone);
+  EXPECT_EQ(ftp().put(macro("Eight"), folder(1) + "macro008.mac"), FtpClient::Result::kDone);
   EXPECT_TRUE(connection.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {}));
   EXPECT_TRUE(recorder.waitFor("value " + nameOf(1, 8) + "=Eight"));
 

@@ -12,7 +12,7 @@ using Result = FtpClient::Result;
 TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
   start();
   const std::string big(300000, 'b'), remote = folder(3) + "macro003.mac", inTree = "/" + remote.substr(1);
-  const std::string local = writtenFile(big), target = hostPath("/got");
+  std::string got;
   struct Case {
     const char* what;
     FtpFaults faults;
@@ -30,16 +30,15 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
   for (const Case& entry : table) {
     SCOPED_TRACE(entry.what);
     ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = entry.faults}));
-    EXPECT_EQ(ftp().put(local, remote), entry.put.front());
+    EXPECT_EQ(ftp().put(big, remote), entry.put.front());
     EXPECT_TRUE(soon([&] { return std::filesystem::file_size(hostPath(inTree)) == entry.left; }));
     // What is to be fetched is whole again, whatever the upload left.
     std::ofstream(hostPath(inTree), std::ios::trunc) << big;
-    EXPECT_EQ(ftp().get(remote, target), entry.get.front());
+    EXPECT_EQ(ftp().get(remote, got), entry.get.front());
   }
-  EXPECT_EQ(ftp("wrong").get(remote, target), Result::kRefusedLogin);
-  EXPECT_EQ(ftp().get(folder(3) + "macro004.mac", target), Result::kNotFound);
-  EXPECT_EQ(ftp().get("/../../../../../etc/passwd", target), Result::kNotFound)
-      << "the tree is the whole world";
+  EXPECT_EQ(ftp("wrong").get(remote, got), Result::kRefusedLogin);
+  EXPECT_EQ(ftp().get(folder(3) + "macro004.mac", got), Result::kNotFound);
+  EXPECT_EQ(ftp().get("/../../../../../etc/passwd", got), Result::kNotFound) << "the tree is the whole world";
 
   ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = {.stallTransfer = true}}));
   FtpClient stalled = ftp();
@@ -47,10 +46,10 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
     EXPECT_TRUE(soon([&] { return logged("ftp: login target", 11); }));
     stalled.cancel();
   });
-  EXPECT_EQ(stalled.get(remote, target), Result::kCancelled);
+  EXPECT_EQ(stalled.get(remote, got), Result::kCancelled);
   canceller.join();
   panel->stop();
-  EXPECT_EQ(ftp().get(remote, target), Result::kUnreachable);
+  EXPECT_EQ(ftp().get(remote, got), Result::kUnreachable);
 }
 
 TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {
@@ -66,7 +65,7 @@ TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {
   const std::string mark = " ftp 127.0.0.1:";
   const int port = std::stoi(ready.substr(ready.find(mark) + mark.size()));
   FtpClient client("127.0.0.1", static_cast<std::uint16_t>(port), {.user = "target", .secret = "vintrosa"});
-  const std::string local = writtenFile(macro("By FTP"));
+  const std::string local = macro("By FTP");
   EXPECT_EQ(client.put(local, folder(8) + "macro005.mac"), Result::kDone);
   const auto answerTo = [&](const std::string& command, const std::string& start) {
     EXPECT_TRUE(program.writeLine(command));

@@ -54,11 +54,6 @@ class PanelTest : public testing::Test {
   std::string hostPathOfTree(int workplace, const std::string& file) const {
     return tree.root.path().string() + folder(workplace) + file;
   }
-  // A file with these bytes outside of the tree.
-  std::string writtenFile(const std::string& bytes) {
-    site.write("c:\\sent", bytes);
-    return site.root.resolve("c:\\sent").string();
-  }
   bool logged(const std::string& line, std::ptrdiff_t times) {
     const std::scoped_lock guard(mutex_);
     return std::count(log_.begin(), log_.end(), line) >= times;
