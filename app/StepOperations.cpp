@@ -1,8 +1,10 @@
 #include "app/StepOperations.h"
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/StatusStrip.h"
 #include "app/StepsDialog.h"
+#include "app/ValueUpdate.h"
 
 namespace tessaly {
 

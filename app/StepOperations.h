@@ -3,10 +3,11 @@
 #include <QObject>
 #include <QWidget>
 
-#include "app/OpenMacros.h"
-#include "app/ValueUpdate.h"
+#include "app/PaneState.h"
 
 namespace tessaly {
+
+class ValueUpdate;
 
 // Goes back and forth over the steps of a pane's macro, and tells in one line what was undone or redone, or
 // why not. GUI thread.

@@ -278,7 +278,7 @@ bool WorkingCopy::fileChanged() const {
 }
 
 bool WorkingCopy::targetDiffers(const std::string& bytes) const {
-  return fetched_ && contentCheck(bytes) != *fetched_ && !(macro_ && bytes == macro_->bytes());
+  return fetched_ && contentCheck(bytes) != *fetched_;
 }
 
 bool WorkingCopy::differs() const { return macro_ && (!fetched_ || macro_->check() != *fetched_); }

@@ -114,8 +114,8 @@ class WorkingCopy : public QObject {
 
   // Whether something else has replaced or removed the file since it was written here.
   [[nodiscard]] bool fileChanged() const;
-  // Whether bytes are neither those that the target held when it was opened or last saved here nor those that
-  // a save would write; false when the former are unknown.
+  // Whether bytes are not those that the target held when it was opened or last saved here; false when that
+  // is unknown.
   [[nodiscard]] bool targetDiffers(const std::string& bytes) const;
   [[nodiscard]] bool knowsTarget() const { return fetched_.has_value(); }
 

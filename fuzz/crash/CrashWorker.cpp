@@ -71,9 +71,7 @@ class CrashWorker {
       case CrashStep::kConvert:
         return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath()).done();
       case CrashStep::kDownload:
-        return transfers_("127.0.0.1")
-                   ->get(remoteMacroPath(1, MacroNumber::textOf(generation)),
-                         site_.root().resolve(file).string(), {}) == FtpClient::Result::kDone;
+        return download(remoteMacroPath(1, MacroNumber::textOf(generation)), file);
       case CrashStep::kKeep:
         return site_.keep(generation);
       case CrashStep::kSteps:
@@ -84,6 +82,12 @@ class CrashWorker {
       }
     }
     return false;
+  }
+
+  [[nodiscard]] bool download(const std::string& remote, const std::string& file) const {
+    std::string bytes;
+    return transfers_("127.0.0.1")->get(remote, bytes, {}) == FtpClient::Result::kDone &&
+           writeFile(site_.root(), file, bytes).done();
   }
 
   // As the value update does it.
