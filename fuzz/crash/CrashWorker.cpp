@@ -86,7 +86,7 @@ class CrashWorker {
 
   [[nodiscard]] bool download(const std::string& remote, const std::string& file) const {
     std::string bytes;
-    return transfers_("127.0.0.1")->get(remote, bytes, {}) == FtpClient::Result::kDone &&
+    return transfers_("127.0.0.1")->get(remote, bytes, FtpClient::kPatience) == FtpClient::Result::kDone &&
            writeFile(site_.root(), file, bytes).done();
   }
 
