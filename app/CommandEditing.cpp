@@ -58,8 +58,8 @@ int CommandEditing::workplace(Pane pane) const {
   return std::max(kFirstWorkplace, browser(pane).workplace());
 }
 
-void CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what, int selected) {
-  const Outcome done = state(pane).copy.apply(edit, selected);
+void CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected) {
+  const Outcome done = state(pane).copy.apply(edit, {{}, std::move(selected)});
   emit said(done ? what : tr("NOT changed: %1").arg(failureText(done.failure())));
 }
 
@@ -106,7 +106,7 @@ void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& 
   if (modifies && !dialog.changed()) return;
   const CommandDraft draft = classicDraft(dialog.command(), dialog.destination());
   if (modifies)
-    apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), row);
+    apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), {row});
   else
     apply(pane, InsertCommands{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())},
           dialog.command().readsBack() ? tr("one command inserted")
@@ -128,7 +128,7 @@ void CommandEditing::modifyPanelStyle(Pane pane, int row) {
   ModifyCommandDialog dialog(contextFor(pane, row), command, window_);
   if (dialog.exec() != QDialog::Accepted) return;
   apply(pane, ReplaceCommand{row, dialog.draft(), dialog.workplace()}, tr("command %1 modified").arg(row + 1),
-        row);
+        {row});
 }
 
 void CommandEditing::modifyClassic(Pane pane, int row) {

@@ -39,7 +39,7 @@ class CommandEditing : public QObject {
   void modifyClassic(Pane pane, int row);
   // Applies what the editor returned; `inPlace` takes the place of the command at `row`.
   void takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
-  void apply(Pane pane, const MacroEdit& edit, const QString& what, int selected = -1);
+  void apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected = {});
 
   PaneAccesses panes_;
   EditorContext context_;

@@ -10,6 +10,7 @@
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
 #include "app/SettingsText.h"
+#include "app/StepNames.h"
 #include "app/ViewMenu.h"
 #include "platform/MacroNumber.h"
 #include "ui_MainWindow.h"
@@ -67,6 +68,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                                   transfers_, *open_, panelNames_, this);
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, context.client,
                                           context.site.messages, gate_);
+  steps_ = std::make_unique<StepOperations>(rooms, *update_, this);
   readSettingsFile();
   editing_ = std::make_unique<CommandEditing>(rooms,
                                               EditorContext{context.site,
@@ -99,6 +101,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
 MainWindow::~MainWindow() {
   // Nothing may arrive while the parts that take it go, one after the other.
   subscriptions_.dropAll();
+  disconnect(qApp, nullptr, this, nullptr);
 }
 
 void MainWindow::layOut() {
@@ -147,12 +150,29 @@ void MainWindow::switchPane() {
   room(inA ? Pane::kB : Pane::kA).view->takeFocus();
 }
 
+void MainWindow::followKeyboard(const QWidget* to) {
+  for (const Pane pane : kPanes)
+    if (room(pane).view->isAncestorOf(to)) keyboardPane_ = pane;
+  showSteps();
+}
+
+void MainWindow::showSteps() {
+  if (loaded_) editMenu_->showSteps(room(keyboardPane_).state->copy.steps());
+}
+
 void MainWindow::addMenu() {
   QMenu* macro = menuBar()->addMenu(tr("Ma&cro"));
   connect(macro->addAction(tr("&History...")), &QAction::triggered, this, [this] {
     if (loaded_) historyOperations_->open();
   });
   connect(macro->addAction(tr("&Site...")), &QAction::triggered, this, &MainWindow::siteWanted);
+  editMenu_ = new EditMenu(this);
+  menuBar()->addMenu(editMenu_);
+  connect(editMenu_, &EditMenu::undoPressed, this, [this] { steps_->undo(keyboardPane_); });
+  connect(editMenu_, &EditMenu::redoPressed, this, [this] { steps_->redo(keyboardPane_); });
+  connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget*, const QWidget* now) { followKeyboard(now); });
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -223,6 +243,7 @@ void MainWindow::connectStrip() {
   connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
+  connect(steps_.get(), &StepOperations::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::waiting, ui_->strip, &StatusStrip::showWaiting);
   connect(ui_->strip, &StatusStrip::cancelPressed, update_.get(), &ValueUpdate::cancel);
@@ -344,6 +365,7 @@ void MainWindow::updateControls() {
     room(pane).view->showControls(paneControls(situation(pane)));
     if (!room(pane).state->copy.saveOwed()) ui_->strip->showOwed(pane, {});
   }
+  showSteps();
 }
 
 void MainWindow::showDemo() {
@@ -373,7 +395,14 @@ void MainWindow::watchConnection() {
   }
 }
 
-void MainWindow::say(const QString& text) { ui_->strip->say(text); }
+void MainWindow::say(const QString& text) {
+  QString whole = text;
+  for (const PaneRoom& here : rooms_) {
+    const auto trouble = here.state ? here.state->copy.takeStepsTrouble() : std::nullopt;
+    if (trouble) whole = withTrouble(whole, *trouble);
+  }
+  ui_->strip->say(whole);
+}
 
 bool MainWindow::mayClose() {
   for (const Pane pane : kPanes) {
@@ -413,7 +442,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   // Saved or discarded by now: nothing is to be offered at the next start.
-  for (const Pane pane : kPanes) room(pane).state->copy.leaveEditState();
+  for (const Pane pane : kPanes) room(pane).state->copy.close();
   if (const Outcome written = writeSettingsFile(); !written)
     context_.site.messages.show(
         tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());

@@ -8,6 +8,7 @@
 
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
+#include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
 #include "app/MacroOperations.h"
@@ -18,6 +19,7 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "model/MacroHistory.h"
 #include "model/Settings.h"
@@ -86,6 +88,8 @@ class MainWindow : public QMainWindow {
   void restorePlaces();
   void keepPlaces();
   void switchPane();
+  void followKeyboard(const QWidget* to);
+  void showSteps();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void connectPanel();
@@ -112,6 +116,8 @@ class MainWindow : public QMainWindow {
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
   QLabel* loadingNotice_ = nullptr;
+  EditMenu* editMenu_ = nullptr;
+  Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
   EventGate gate_;
   PanelBridge bridge_;
@@ -124,6 +130,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<OpenMacros> open_;
   std::unique_ptr<MacroOperations> operations_;
   std::unique_ptr<ValueUpdate> update_;
+  std::unique_ptr<StepOperations> steps_;
   std::unique_ptr<CommandEditing> editing_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;

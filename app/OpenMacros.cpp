@@ -4,6 +4,7 @@
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
 #include "app/StatusStrip.h"
+#include "app/StepNames.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
@@ -58,7 +59,7 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
   if (state(pane).copy.showKeyFile(std::move(file))) emit said(tr("opened: %1").arg(nameInStrip(row.text())));
 }
 
-bool OpenMacros::openTarget(Pane pane, const MacroTarget& target) {
+bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::string& step) {
   PaneState& here = state(pane);
   const bool panel = target.source == PaneSource::kPanel;
   if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
@@ -76,7 +77,7 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target) {
   }
   // What is shown then is of no macro in the list.
   if (!filled) here.view.macros().selectRow(-1);
-  const Outcome loaded = loan->show(target, filled);
+  const Outcome loaded = loan->show(target, filled, step);
   const QString macro = macroInStrip(target);
   if (!filled)
     emit said(tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason));
@@ -117,7 +118,7 @@ void OpenMacros::deleteCommand(Pane pane) {
   PaneState& here = state(pane);
   const int row = here.view.commands().selectedRow();
   if (row < 0 || !here.hasMacro() || here.copy.content() != WorkingCopy::Content::kMacro) return;
-  const Outcome done = here.copy.apply(RemoveCommands{{row}}, row);
+  const Outcome done = here.copy.apply(RemoveCommands{{row}}, {{}, {row}});
   emit said(done ? tr("command %1 deleted").arg(row + 1)
                  : tr("command %1 NOT deleted%2").arg(QString::number(row + 1), inBrackets(done.failure())));
 }
@@ -221,7 +222,7 @@ void OpenMacros::discard(Pane pane) {
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
   const bool kept = noted && copy.differs() && keepUnsaved(copy);
   copy.leaveEditState();
-  const bool opened = !target.numberText.empty() && openTarget(pane, target);
+  const bool opened = !target.numberText.empty() && openTarget(pane, target, discardStepName());
   browser(pane).catchUp();
   const QString macro = macroInStrip(target);
   if (opened)

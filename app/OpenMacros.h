@@ -46,8 +46,8 @@ class OpenMacros : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  [[nodiscard]] bool openTarget(Pane pane,
-                                const MacroTarget& target);  // false: not what the target holds is shown
+  // False: not what the target holds is shown. With the name of a step the steps of the macro go on over it.
+  [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   void showKeyFile(Pane pane, const MacroRow& row);
   [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy, QString& refusal);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);

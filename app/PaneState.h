@@ -19,7 +19,12 @@ struct PaneState {
   PaneState(const PaneDescriptor& paneDescriptor, MacroPane& paneView, SiteAccess site)
       : descriptor(paneDescriptor),
         view(paneView),
-        copy(site, workingCopyPath(paneDescriptor.pane), RecoveryFile(site.root, paneDescriptor.letter)) {}
+        copy(site, workingCopyPath(paneDescriptor.pane), RecoveryFile(site.root, paneDescriptor.letter)) {
+    copy.setSelection([&paneView] {
+      const int row = paneView.commands().selectedRow();
+      return row < 0 ? std::vector<int>() : std::vector<int>{row};
+    });
+  }
 
   const PaneDescriptor& descriptor;
   MacroPane& view;

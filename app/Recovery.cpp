@@ -144,7 +144,9 @@ void Recovery::leave(Pane pane, const Found& found) {
     setAside(pane, found);
     return;
   }
-  state(pane).copy.recovery().remove();
+  const RecoveryFile& file = state(pane).copy.recovery();
+  file.remove();
+  if (!found.record.setAside) static_cast<void>(removeFile(site_.root, file.stepsPath()));
   note(pane, tr("the changes stay in the history: %1").arg(macroInStrip(found.record.target)));
 }
 
@@ -158,6 +160,7 @@ void Recovery::setAside(Pane pane, Found found) {
       note(pane, tr("the unsaved changes could NOT be set aside: %1").arg(macroInStrip(found.record.target)));
       return;
     }
+    file.setStepsAside();
   }
   note(pane, tr("you will be asked again at the next start: %1").arg(macroInStrip(found.record.target)));
 }

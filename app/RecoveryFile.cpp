@@ -46,7 +46,9 @@ RecoveryFile::RecoveryFile(const SiteRoot& root, char letter)
     : root_(root),
       folder_(kFolder),
       record_(folder_ + "\\pane" + letter + ".txt"),
-      beside_(folder_ + "\\pane" + letter + ".mac") {}
+      beside_(folder_ + "\\pane" + letter + ".mac"),
+      steps_(folder_ + "\\pane" + letter + ".steps"),
+      besideSteps_(folder_ + "\\pane" + letter + "-aside.steps") {}
 
 Outcome RecoveryFile::write(const RecoveryRecord& record) const {
   RecordText text;
@@ -61,14 +63,23 @@ Outcome RecoveryFile::write(const RecoveryRecord& record) const {
   if (record.setAside) text.set(kAside, std::string_view("yes"));
   if (auto made = makeOwnFolder(root_.resolve(folder_)); !made) return made;
   auto written = writeFile(root_, record_, text.text());
-  if (written && !record.setAside) static_cast<void>(removeFile(root_, beside_));
+  if (written && !record.setAside) removeBeside();
   return written;
 }
 
 void RecoveryFile::remove() const {
   static_cast<void>(removeFile(root_, record_));
-  static_cast<void>(removeFile(root_, beside_));
+  removeBeside();
 }
+
+void RecoveryFile::removeBeside() const {
+  static_cast<void>(removeFile(root_, beside_));
+  static_cast<void>(removeFile(root_, besideSteps_));
+}
+
+void RecoveryFile::setStepsAside() const { static_cast<void>(moveOwnFile(root_, steps_, besideSteps_)); }
+
+void RecoveryFile::bringStepsBack() const { static_cast<void>(moveOwnFile(root_, besideSteps_, steps_)); }
 
 bool RecoveryFile::exists() const { return isRegularFile(root_, record_); }
 

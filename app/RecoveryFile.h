@@ -38,9 +38,16 @@ class RecoveryFile {
   // Where bytes are set aside; site path.
   [[nodiscard]] const std::string& besidePath() const { return beside_; }
 
+  // Where the steps of the working copy lie; site path. They are set aside with the bytes, and go with them.
+  [[nodiscard]] const std::string& stepsPath() const { return steps_; }
+  void setStepsAside() const;
+  void bringStepsBack() const;
+
  private:
+  void removeBeside() const;
+
   const SiteRoot& root_;
-  std::string folder_, record_, beside_;  // site paths
+  std::string folder_, record_, beside_, steps_, besideSteps_;  // site paths
 };
 
 [[nodiscard]] std::int64_t millisecondsNow();

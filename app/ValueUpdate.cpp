@@ -4,6 +4,7 @@
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/StepNames.h"
 #include "editors/PostTo.h"
 #include "widgets/DialogText.h"
 
@@ -263,7 +264,7 @@ void ValueUpdate::finish() {
 
 void ValueUpdate::finishPaneA() {
   const std::shared_ptr<const MacroCommands> before = copy().sharedCommands();
-  const Outcome done = copy().apply(values_, -1, marks_);
+  const Outcome done = copy().apply(values_, {updateStepName(updated_)}, marks_);
   if (!done) {
     emit said(tr("NOT updated: %1").arg(failureText(done.failure())));
     return;
@@ -279,7 +280,7 @@ void ValueUpdate::finishPaneA() {
 // The macro from before the first value is written over what the values have made of the file: kept exactly
 // so.
 void ValueUpdate::finishPaneB() {
-  const Outcome done = copy().rewrite();
+  const Outcome done = copy().rewrite({updateStepName(updated_)});
   emit said(
       done ? tr("%n values came; pane B shows the state before the update; use pane A", nullptr, updated_)
            : tr("NOT updated: %1").arg(failureText(done.failure())));

@@ -28,6 +28,10 @@ class ValueUpdate : public QObject {
   // A macro was selected in a pane: another update may start. What is registered goes when the timer fires.
   void endBusy();
   [[nodiscard]] bool busy() const { return marker_ != kIdle; }
+  // Values for this pane are waited for, or are about to become its edit.
+  [[nodiscard]] bool holds(Pane pane) const {
+    return busy() && pane_ == pane && (questions_.missing() > 0 || quiet_.isActive());
+  }
   // Gives the waiting up, by the user: what came is dropped.
   void cancel();
   // The line is gone: no value will come any more. True when there was something to wait for; what came is

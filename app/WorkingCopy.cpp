@@ -3,12 +3,16 @@
 #include <chrono>
 #include <utility>
 
+#include "app/StepNames.h"
 #include "platform/Files.h"
 
 namespace tessaly {
 
 WorkingCopy::WorkingCopy(SiteAccess site, std::string path, RecoveryFile recovery)
-    : site_(site), path_(std::move(path)), recovery_(std::move(recovery)) {}
+    : site_(site),
+      path_(std::move(path)),
+      recovery_(std::move(recovery)),
+      steps_(site.root, recovery_.stepsPath()) {}
 
 WorkingCopy::~WorkingCopy() { settleAhead(); }
 
@@ -18,13 +22,16 @@ WorkingCopy::Loan::~Loan() {
   if (!keeps_) static_cast<void>(copy_->clear());
 }
 
-Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled) {
+Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step) {
   WorkingCopy& copy = *std::exchange(copy_, nullptr);
   copy.lent_ = false;
+  const bool again = filled && copy.target_ && samePlace(copy.site_.root, *copy.target_, target);
+  const std::optional<Macro> before = again ? copy.macro_ : std::nullopt;
   copy.empty();
   if (filled) copy.target_ = target;
   Outcome loaded = copy.load();
   if (filled && loaded) copy.fetched_ = copy.macro_->check();
+  copy.goOn(before, step);
   emit copy.changed();
   return loaded;
 }
@@ -45,6 +52,7 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToRead() {
   if (Outcome allowed = free(true); !allowed) return allowed.failure();
   if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   if (Outcome right = restoreFile(); !right.written()) return right.failure();
+  steps_.noteSaving();
   return Loan(*this, true);
 }
 
@@ -63,7 +71,7 @@ void WorkingCopy::empty() {
   macro_.reset();
   keyFile_ = {};
   marks_.clear();
-  select_ = -1;
+  selected_.clear();
   target_.reset();
   fetched_.reset();
 }
@@ -71,6 +79,7 @@ void WorkingCopy::empty() {
 Outcome WorkingCopy::clear() {
   if (Outcome allowed = free(false); !allowed) return allowed;
   empty();
+  steps_.end();
   emit changed();
   return {};
 }
@@ -80,6 +89,7 @@ Outcome WorkingCopy::showKeyFile(KeyFile keyFile) {
   empty();
   keyFile_ = std::move(keyFile);
   content_ = Content::kKeyFile;
+  steps_.end();
   emit changed();
   return {};
 }
@@ -93,29 +103,95 @@ Outcome WorkingCopy::load() {
   return {};
 }
 
-Outcome WorkingCopy::take(Expected<Macro> changed, int select, Marks marks) {
+// From the macro that was shown before, if it was of the same place.
+void WorkingCopy::goOn(const std::optional<Macro>& before, const std::string& step) {
+  if (!macro_) {
+    steps_.end();
+    return;
+  }
+  std::optional<EditStep> made;
+  if (before && !step.empty() && steps().check() == before->check())
+    made = stepTo(*before, *macro_, {step, {}});
+  if (made) {
+    steps_.announce(*std::move(made));
+    steps_.settle(true);
+  } else {
+    steps_.begin(target_ ? std::optional(placeOf(*target_)) : std::nullopt, macro_->check());
+  }
+  if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
+}
+
+// None when not a byte differs.
+std::optional<EditStep> WorkingCopy::stepTo(const Macro& before, const Macro& after, StepNote note) const {
+  if (before.bytes() == after.bytes()) return std::nullopt;
+  return EditStep{std::move(note.name), selection_ ? selection_() : std::vector<int>(),
+                  std::move(note.selected), byteChange(before.bytes(), after.bytes()), after.check()};
+}
+
+// Every change of the macro comes through here, and is a step.
+Outcome WorkingCopy::take(Expected<Macro> changed, StepNote note, Marks marks) {
   if (!changed) return changed.failure();
-  settleAhead();
-  if (Outcome written = writeFile(site_.root, path_, changed->bytes()); !written.written()) return written;
-  ++revision_;
-  macro_ = *std::move(changed);
+  std::vector<int> selected = note.selected;
+  auto step = stepTo(*macro_, *changed, std::move(note));
+  if (step) steps_.announce(*std::move(step));
+  const Outcome written = install(*std::move(changed), std::move(selected));
+  steps_.settle(written.written());
+  if (!written.written()) return written;
   marks_ = std::move(marks);
-  select_ = select;
   noteEdit();
   emit this->changed();
   return {};
 }
 
-Outcome WorkingCopy::apply(const MacroEdit& edit, int select, Marks marks) {
-  if (Outcome allowed = free(true); !allowed) return allowed;
-  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  return take(tessaly::apply(*macro_, edit), select, std::move(marks));
+Outcome WorkingCopy::install(Macro macro, std::vector<int> selected) {
+  settleAhead();
+  Outcome written = writeFile(site_.root, path_, macro.bytes());
+  if (!written.written()) return written;
+  ++revision_;
+  macro_ = std::move(macro);
+  marks_.clear();
+  selected_ = std::move(selected);
+  std::erase_if(selected_, [this](int number) { return number < 0 || number >= commandCount(); });
+  return written;
 }
 
-Outcome WorkingCopy::rewrite() {
+Outcome WorkingCopy::apply(const MacroEdit& edit, StepNote note, Marks marks) {
   if (Outcome allowed = free(true); !allowed) return allowed;
   if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  return take(reprint(*macro_), -1, {});
+  if (note.name.empty()) note.name = stepName(edit);
+  return take(tessaly::apply(*macro_, edit), std::move(note), std::move(marks));
+}
+
+Outcome WorkingCopy::rewrite(StepNote note) {
+  if (Outcome allowed = free(true); !allowed) return allowed;
+  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (note.name.empty()) note.name = rewriteStepName();
+  return take(reprint(*macro_), std::move(note), {});
+}
+
+Outcome WorkingCopy::jumpTo(std::size_t position) {
+  if (Outcome allowed = free(true); !allowed) return allowed;
+  const EditHistory& row = steps();
+  if (!macro_ || position > row.size()) return Failure{Failure::Kind::kNoCommand, "there is no such step"};
+  if (position == row.position()) return {};
+  auto bytes = row.bytesAt(position, macro_->bytes());
+  if (!bytes) return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
+  auto macro = Macro::read(*std::move(bytes));
+  if (!macro) return macro.failure();
+  if (macro->check() != row.checkAt(position))
+    return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
+  const auto by = static_cast<std::ptrdiff_t>(position) - static_cast<std::ptrdiff_t>(row.position());
+  steps_.announce(StepsMove{static_cast<int>(by)});
+  const Outcome written = install(*std::move(macro), row.selectedAt(position));
+  steps_.settle(written.written());
+  if (!written.written()) return written;
+  if (differs()) {
+    noteEdit();
+    emit changed();
+  } else {
+    leaveEditState();
+  }
+  return {};
 }
 
 Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
@@ -132,7 +208,10 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   record_ = record;
   record_->setAside = false;
   record_->check = macro_->check();
+  if (record.setAside) recovery_.bringStepsBack();
   static_cast<void>(recovery_.write(*record_));
+  steps_.begin(placeOf(*target_), macro_->check());
+  fetched_ = steps().saved();
   emit changed();
   return {};
 }
@@ -161,11 +240,13 @@ Outcome WorkingCopy::saveToDisk() {
   if (Outcome allowed = free(true); !allowed) return allowed;
   if (!target_ || !macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   static_cast<void>(restoreFile());  // a mirror only: the save does not hang on it
+  steps_.noteSaving();
   return writeFile(site_.root, target_->file(), macro_->bytes());
 }
 
 void WorkingCopy::noteSaved() {
   fetched_ = macro_->check();
+  steps_.noteSaved(fetched_);
   leaveEditState();
 }
 
@@ -175,6 +256,11 @@ void WorkingCopy::leaveEditState(Record record) {
   if (record_ && record == Record::kRemove) recovery_.remove();
   record_.reset();
   emit changed();
+}
+
+void WorkingCopy::close() {
+  leaveEditState();
+  if (differs() && !recovery_.exists()) steps_.end();
 }
 
 void WorkingCopy::noteEdit() {

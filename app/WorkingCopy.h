@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <future>
 #include <memory>
 #include <optional>
@@ -11,8 +12,15 @@
 #include "app/RecoveryFile.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
+#include "model/StepsFile.h"
 
 namespace tessaly {
+
+// What people are told of a change, which is one step of the working copy.
+struct StepNote {
+  std::string name = {};           // UTF-8: "delete 3 commands"; without one the edit is named by what it is
+  std::vector<int> selected = {};  // the commands to be selected afterwards; numbers from 0
+};
 
 // The working copy of one pane: the macro that is shown, the file that mirrors it, where it belongs, and
 // whether it has unsaved changes. The macro in memory is what counts; nobody else writes the file, and what
@@ -41,8 +49,9 @@ class WorkingCopy : public QObject {
 
     [[nodiscard]] const std::string& path() const { return copy_->path_; }
     // Ends the loan: shows what the file holds now as the macro of `target`, or, when it was not filled, as
-    // that of none. The failure is that of reading it.
-    Outcome show(const MacroTarget& target, bool filled);
+    // that of none. With the name of a step it is one more step of the macro that was shown, if that is of
+    // the same place. The failure is that of reading it.
+    Outcome show(const MacroTarget& target, bool filled, const std::string& step = {});
 
    private:
     friend class WorkingCopy;
@@ -54,19 +63,34 @@ class WorkingCopy : public QObject {
 
   // To be filled; none while there are unsaved changes or another loan.
   [[nodiscard]] std::optional<Loan> lend();
-  // To be sent; the file is that of the macro by then. The failure is that of writing it.
+  // To be sent to the target; the file is that of the macro by then. The failure is that of writing it.
   [[nodiscard]] Expected<Loan> lendToRead();
 
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
   Outcome clear();
   Outcome showKeyFile(KeyFile keyFile);
-  // Changes the macro and its file, and enters edit state. `select` is the command to be selected afterwards,
-  // `marks` are shown until the next change. Nothing has changed when it fails.
-  Outcome apply(const MacroEdit& edit, int select = -1, Marks marks = {});
+  // Changes the macro and its file, as one step, and enters edit state. `marks` are shown until the next
+  // change. Nothing has changed when it fails.
+  Outcome apply(const MacroEdit& edit, StepNote note = {}, Marks marks = {});
   // They are shown until the list is drawn anew.
   void dropMarks() { marks_.clear(); }
   // Writes the macro as after an edit, and enters edit state.
-  Outcome rewrite();
+  Outcome rewrite(StepNote note = {});
+
+  // The steps of the macro that is shown. Another macro begins with none, and so does the next start, unless
+  // it shows the same macro with the bytes that they have led to.
+  [[nodiscard]] const EditHistory& steps() const { return steps_.row(); }
+  // Why they do not survive, or have not survived, the end of the program; since it was last asked.
+  [[nodiscard]] std::optional<StepsTrouble> takeStepsTrouble() { return steps_.takeTrouble(); }
+  // Each goes to another position of the steps (kNoCommand when there is none), selects what was selected
+  // there, and enters edit state, or leaves it where the macro is what its target holds. Refused (kChanged)
+  // while the file is lent. Nothing has changed when it fails.
+  Outcome undo() { return jumpTo(steps().position() - 1); }
+  Outcome redo() { return jumpTo(steps().position() + 1); }
+  Outcome jumpTo(std::size_t position);
+  // Asked what is selected when a change begins.
+  void setSelection(std::function<std::vector<int>()> selection) { selection_ = std::move(selection); }
+
   // Brings back what an earlier run left unsaved.
   Outcome takeUp(const RecoveryRecord& record, std::string bytes);
 
@@ -85,6 +109,8 @@ class WorkingCopy : public QObject {
   // for the next start.
   enum class Record { kRemove, kKeep };
   void leaveEditState(Record record = Record::kRemove);
+  // The program ends in order: what is neither saved nor kept for the next start is discarded.
+  void close();
 
   // Whether something else has replaced or removed the file since it was written here.
   [[nodiscard]] bool fileChanged() const;
@@ -104,7 +130,11 @@ class WorkingCopy : public QObject {
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
   [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
-  [[nodiscard]] int selectAfterChange() const { return select_; }
+  // Commands that there are.
+  [[nodiscard]] const std::vector<int>& selectedAfterChange() const { return selected_; }
+  [[nodiscard]] int selectAfterChange() const { return selected_.empty() ? -1 : selected_.front(); }
+
+  [[nodiscard]] bool lent() const { return lent_; }
 
   // Edit state, as told by the pane's controls.
   [[nodiscard]] bool edited() const { return edited_; }
@@ -126,7 +156,10 @@ class WorkingCopy : public QObject {
  private:
   Outcome free(bool evenEdited) const;
   void empty();
-  Outcome take(Expected<Macro> changed, int select, Marks marks);
+  Outcome take(Expected<Macro> changed, StepNote note, Marks marks);
+  [[nodiscard]] std::optional<EditStep> stepTo(const Macro& before, const Macro& after, StepNote note) const;
+  Outcome install(Macro macro, std::vector<int> selected);
+  void goOn(const std::optional<Macro>& before, const std::string& step);
   void settleAhead();
   void noteEdit();
   Outcome load();
@@ -139,7 +172,9 @@ class WorkingCopy : public QObject {
   std::optional<Macro> macro_;  // while the content is one
   KeyFile keyFile_;
   Marks marks_;
-  int select_ = -1;
+  std::vector<int> selected_;
+  std::function<std::vector<int>()> selection_;
+  StepsFile steps_;
   std::optional<MacroTarget> target_;
   std::optional<ContentCheck>
       fetched_;  // of the target, when it was opened or last saved; unknown when taken up

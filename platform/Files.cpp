@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
 #include <limits>
 #include <new>
 #include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
+#include "platform/Descriptor.h"
 #include "platform/PendingFile.h"
 #include "platform/RegularFile.h"
 #include "platform/SystemFailure.h"
@@ -40,6 +43,12 @@ Expected<std::string> readWhole(const fs::path& host, FilePolicy policy, std::si
   if (!file) return file.failure();
   if (file->size() > limit) return systemFailure(EFBIG, "read");
   return readStart(*file, file->size());
+}
+
+Outcome writeWhole(const fs::path& host, FilePolicy policy, std::string_view bytes) {
+  PendingFile file(host, policy);
+  file.write(bytes);
+  return file.commit();
 }
 
 bool isFolder(const fs::path& path) {
@@ -75,9 +84,12 @@ std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view
 }
 
 Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
-  PendingFile file(root.resolve(path));
-  file.write(bytes);
-  return file.commit();
+  const fs::path host = root.resolve(path);
+  return writeWhole(host, filePolicy(host), bytes);
+}
+
+Outcome writeOwnFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
+  return writeWhole(root.resolve(path), kOwnFile, bytes);
 }
 
 Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view to) {
@@ -94,6 +106,34 @@ Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view t
     copy.write({block.data(), *count});
   }
   return copy.commit();
+}
+
+Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t size,
+                        std::string_view bytes) {
+  const Descriptor file(::open(root.resolve(path).c_str(), O_WRONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+  struct stat status {};
+  if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return systemFailure(errno, "written");
+  if (!S_ISREG(status.st_mode) || static_cast<std::size_t>(status.st_size) < size)
+    return Failure{Failure::Kind::kChanged, "cannot be written: it is not as it was left"};
+  const auto end = static_cast<off_t>(size);
+  bool good = status.st_size == end || ::ftruncate(file.number(), end) == 0;
+  for (std::size_t done = 0; good && done < bytes.size();) {
+    const ssize_t written =
+        ::pwrite(file.number(), bytes.data() + done, bytes.size() - done, end + static_cast<off_t>(done));
+    if (written >= 0)
+      done += static_cast<std::size_t>(written);
+    else
+      good = errno == EINTR;
+  }
+  if (good && ::fsync(file.number()) == 0) return {};
+  const int error = errno;
+  if (::ftruncate(file.number(), end) != 0) errno = error;  // its reader knows a part from a whole
+  return systemFailure(error, "written");
+}
+
+Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to) {
+  if (::rename(root.resolve(from).c_str(), root.resolve(to).c_str()) == 0) return {};
+  return systemFailure(errno, "moved");
 }
 
 Outcome removeFile(const SiteRoot& root, std::string_view path) {

@@ -36,6 +36,9 @@ inline constexpr std::size_t kLargestFile =
 // and one that its owner has write-protected is not replaced (PendingFile). The folder must exist.
 Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes);
 
+// As writeFile, for what the program keeps for itself under other names than fixed ones: a link is replaced.
+Outcome writeOwnFile(const SiteRoot& root, std::string_view path, std::string_view bytes);
+
 // Copies whole or not at all, over an existing file. A file copied onto itself is left alone and counts as
 // done. The mode of the source does not count.
 Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view to);
@@ -43,6 +46,15 @@ Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view t
 // As readFile, for what the program keeps for itself under other names than fixed ones: a link is refused.
 [[nodiscard]] Expected<std::string> readOwnFile(const SiteRoot& root, std::string_view path,
                                                 std::size_t limit = kLargestFile);
+
+// Puts bytes behind the first `size` of a file that the program keeps for itself, in place of what stands
+// there, and flushes them; kChanged when it has fewer. A failure leaves those `size`, and perhaps a part of
+// the bytes.
+Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t size,
+                        std::string_view bytes);
+
+// Gives a file that the program keeps for itself another name in its folder, whatever stands there.
+Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to);
 
 // Not one that its owner has write-protected. A link is removed, not what it leads to.
 Outcome removeFile(const SiteRoot& root, std::string_view path);

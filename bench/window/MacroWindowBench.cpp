@@ -5,6 +5,7 @@
 #include <iterator>
 #include <tinyxml.h>
 
+#include <QAction>
 #include <QCheckBox>
 
 #include "app/WorkingCopy.h"
@@ -104,6 +105,26 @@ void modifyCommand() {
         });
       },
       ids().commands, [] { return desk().user().control<QAbstractButton>(ids().saveChanges).isVisible(); });
+}
+
+// The macro with a command deleted, and another one selected.
+void showDeleted() {
+  showLarge();
+  deleteCommand();
+}
+
+void deleteAnother() {
+  desk().act([] { desk().user().press(ids().deleteCommand); }, ids().commands,
+             [] { return commandsShown() == kCommands - 2; });
+}
+
+void undoDelete() {
+  desk().act(
+      [] {
+        for (QAction* action : desk().window().findChildren<QAction*>())
+          if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z)) action->trigger();
+      },
+      ids().commands, [] { return commandsShown() == kCommands; });
 }
 
 void toggleRaw() {
@@ -208,6 +229,12 @@ const bool kRegistered[] = {
              .goal = 1.5,
              .prepare = showLarge,
              .reset = showLarge}),
+    addPair({.name = "undo its deletion until painted, beside deleting one more",
+             .measured = undoDelete,
+             .limit = deleteAnother,
+             .goal = 1.3,
+             .prepare = showLarge,
+             .reset = showDeleted}),
     addPair({.name = "toggle raw commands, 10,000 lines, beside building their bytes",
              .measured = toggleRaw,
              .limit = buildLines,

@@ -12,6 +12,7 @@ namespace tessaly {
 struct CrashRecord {
   static constexpr int kBetweenSteps = -1;
 
+  std::atomic<int> only{-1};             // a CrashStep when nothing else is to be done
   std::atomic<int> step{kBetweenSteps};  // a CrashStep while one runs
   std::atomic<int> pending{0};           // the generation that it writes
   std::atomic<int> started{0};           // steps of the present worker

@@ -113,7 +113,9 @@ bool CrashSite::prepare() const {
     done = writeFile(root_, remoteFile(panelTree(), i), crashMacro(i, downloadedCommands(i))).done();
   done = done && writeFile(root_, keyPath(), key) &&
          writeFile(root_, kEmptyMacro, "<macro name=\"\"><data></data></macro>\n");
-  for (const CrashStep step : {CrashStep::kEdit, CrashStep::kSave, CrashStep::kCopy})
+  done = done && makeFolder(root_, folderOf(std::string(kCrashStepsTarget))) &&
+         writeFile(root_, kCrashStepsTarget, crashMacro(0, kCrashCommands));
+  for (const CrashStep step : {CrashStep::kEdit, CrashStep::kSave, CrashStep::kCopy, CrashStep::kSteps})
     done = done && writeFile(root_, path(step), crashMacro(0, kCrashCommands));
   return done && keep(0) &&
          writeFile(root_, path(CrashStep::kDownload), crashMacro(0, downloadedCommands(0))) &&
@@ -137,6 +139,7 @@ std::optional<int> CrashSite::generation(CrashStep step) const {
     case CrashStep::kEdit:
     case CrashStep::kSave:
     case CrashStep::kCopy:
+    case CrashStep::kSteps:
       return macroGeneration(site, file, kCrashCommands);
     case CrashStep::kConvert:
       return convertedGeneration(site, file);

@@ -12,7 +12,7 @@
 namespace tessaly {
 
 // What the worker does, each writing one file of its own.
-enum class CrashStep { kEdit, kSave, kCopy, kConvert, kDownload, kKeep, kSettings };
+enum class CrashStep { kEdit, kSave, kCopy, kConvert, kDownload, kKeep, kSettings, kSteps };
 
 struct CrashStepRow {
   CrashStep step;
@@ -29,7 +29,12 @@ inline constexpr std::array kCrashSteps{
                  "c:\\programme\\RV48\\bin\\MacroFid\\tempClassic.mac"},
     CrashStepRow{CrashStep::kDownload, "download", "c:\\programme\\rv48\\appli\\Show\\CP1\\macroWP3\\x.mac"},
     CrashStepRow{CrashStep::kKeep, "history", "history\\lock"},
-    CrashStepRow{CrashStep::kSettings, "settings", ""}};
+    CrashStepRow{CrashStep::kSettings, "settings", ""},
+    CrashStepRow{CrashStep::kSteps, "steps", "c:\\programme\\RV48\\bin\\MacroFid\\tempB.mac"}};
+
+// What the steps' working copy is of.
+inline constexpr std::string_view kCrashStepsTarget =
+    "c:\\programme\\rv48\\appli\\Show\\CP1\\macroWP4\\macro001.mac";
 
 inline constexpr int kCrashCommands = 600;  // in the edited macro
 inline constexpr int kCrashKeys = 400;      // commands in the key file

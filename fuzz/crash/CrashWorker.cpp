@@ -3,6 +3,7 @@
 #include <chrono>
 #include <random>
 
+#include "fuzz/crash/StepsUser.h"
 #include "link/PanelMacros.h"
 #include "model/MacroFile.h"
 #include "model/Settings.h"
@@ -46,6 +47,8 @@ class CrashWorker {
         return committed(CrashStep::kSave);
       case CrashStep::kDownload:
         return (committed(step) + 1) % kCrashDownloads;
+      case CrashStep::kSteps:
+        return steps_.decide(++record_.generation);
       case CrashStep::kEdit:
       case CrashStep::kConvert:
       case CrashStep::kKeep:
@@ -67,21 +70,24 @@ class CrashWorker {
         return copyFile(site_.root(), CrashSite::path(CrashStep::kSave), file).done();
       case CrashStep::kConvert:
         return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath()).done();
-      case CrashStep::kDownload: {
-        std::string bytes;
-        return transfers_("127.0.0.1")
-                       ->get(remoteMacroPath(1, MacroNumber::textOf(generation)), bytes,
-                             FtpClient::kPatience) == FtpClient::Result::kDone &&
-               writeFile(site_.root(), file, bytes).done();
-      }
+      case CrashStep::kDownload:
+        return download(remoteMacroPath(1, MacroNumber::textOf(generation)), file);
       case CrashStep::kKeep:
         return site_.keep(generation);
+      case CrashStep::kSteps:
+        return steps_.act();
       case CrashStep::kSettings: {
         const std::string text = crashValue(generation);
         return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text}).done();
       }
     }
     return false;
+  }
+
+  [[nodiscard]] bool download(const std::string& remote, const std::string& file) const {
+    std::string bytes;
+    return transfers_("127.0.0.1")->get(remote, bytes, FtpClient::kPatience) == FtpClient::Result::kDone &&
+           writeFile(site_.root(), file, bytes).done();
   }
 
   // As the value update does it.
@@ -94,6 +100,7 @@ class CrashWorker {
   CrashSite site_;
   CrashRecord& record_;
   CrashMessages messages_;
+  CrashStepsUser steps_{{site_.root(), messages_}};
   MacroTransferFactory transfers_;
 };
 
@@ -111,8 +118,9 @@ bool runCrashWorker(const std::filesystem::path& folder, CrashRecord& record, st
   for (int i = 0; i < steps; ++i) {
     // The first round does everything once, so that every step is known by its time.
     const auto first = static_cast<unsigned>(i) + seed;
-    const unsigned chosen =
-        i < static_cast<int>(kCrashSteps.size()) ? first : static_cast<unsigned>(random());
+    const unsigned chosen = record.only >= 0 ? static_cast<unsigned>(record.only.load())
+                            : i < static_cast<int>(kCrashSteps.size()) ? first
+                                                                       : static_cast<unsigned>(random());
     if (!worker.run(static_cast<CrashStep>(chosen % kCrashSteps.size()))) ++record.failed;
   }
   return record.failed == 0;

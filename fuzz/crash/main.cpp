@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 using std::chrono::microseconds;
 using std::chrono::seconds;
 
-constexpr const char* kUsage = "usage: tessaly-crash-harness [--kills N] [--seed N]\n";
+constexpr const char* kUsage = "usage: tessaly-crash-harness [--kills N] [--seed N] [--only STEP]\n";
 constexpr const char* kWorkerOption = "--worker";
 constexpr const char* kRecordFile = "record";
 constexpr int kEndless = 1000000;   // steps of a worker that is going to be killed
@@ -87,7 +87,9 @@ class CrashHarness {
       return false;
     }
     wholeRun();
-    for (const CrashStepRow& row : kCrashSteps) flushEverything(row);
+    // Steps that cannot be flushed stop no edit.
+    for (const CrashStepRow& row : kCrashSteps)
+      if (row.step != CrashStep::kSteps) flushEverything(row);
     for (int i = 0; i < kills && report_.good(); ++i) killOnce();
     wholeRun();
     report_.print();
@@ -160,7 +162,8 @@ class CrashHarness {
   std::size_t flushes_ = 0;
 };
 
-int harnessMain(int kills, unsigned seed) {
+// `only` is the number of a step, from 0; -1 for all.
+int harnessMain(int kills, unsigned seed, int only) {
   std::string name = (fs::temp_directory_path() / "tessaly-crash-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) return 1;
   const fs::path folder = name;
@@ -172,6 +175,7 @@ int harnessMain(int kills, unsigned seed) {
     std::fprintf(stderr, "cannot start: %s\n", reason.c_str());
     return 1;
   }
+  record->only = only;
   const bool good = CrashHarness(folder, *record, ftp.port(), seed).run(kills);
   ftp.stop();
   if (good) {
@@ -189,9 +193,11 @@ int main(int argc, char** argv) {
   if (argc == 6 && std::strcmp(argv[1], tessaly::kWorkerOption) == 0) return tessaly::workerMain(argv + 2);
   int kills = 100;
   int seed = 1;
+  int only = -1;
   for (int i = 1; i < argc; i += 2) {
     int* const value = std::strcmp(argv[i], "--kills") == 0  ? &kills
                        : std::strcmp(argv[i], "--seed") == 0 ? &seed
+                       : std::strcmp(argv[i], "--only") == 0 ? &only
                                                              : nullptr;
     if (value == nullptr || i + 1 == argc) {
       std::fputs(tessaly::kUsage, stderr);
@@ -199,5 +205,5 @@ int main(int argc, char** argv) {
     }
     *value = tessaly::parseInt(argv[i + 1]);
   }
-  return tessaly::harnessMain(kills, static_cast<unsigned>(seed));
+  return tessaly::harnessMain(kills, static_cast<unsigned>(seed), only);
 }

@@ -12,6 +12,7 @@
 #include "app/HistoryDialog.h"
 #include "app/RecoveryDialog.h"
 #include "app/RenameMacroDialog.h"
+#include "app/StepsDialog.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
 #include "editors/EnterTextDialog.h"
@@ -36,6 +37,7 @@ class EveryDialog {
     fixture.driver->press(a.deleteCommand);
     command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
     command_.parameters.push_back({"VALUE", "0.48"});
+    row_.add({"delete 3 commands", {}, {}, {}, {}});
   }
 
   // One after the other, made anew.
@@ -48,6 +50,7 @@ class EveryDialog {
         {"history",
          [] { return std::make_unique<HistoryDialog>([](const KeptMacro&) { return HistoryPreview{}; }); }},
         {"recovery", [] { return recovery(); }},
+        {"steps", [this] { return std::make_unique<StepsDialog>(row_); }},
         {"copy", [this] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names_); }},
         {"create", [this] { return std::make_unique<CreateMacroDialog>(7, names_); }},
         {"rename", [] { return std::make_unique<RenameMacroDialog>("Titles"); }},
@@ -93,6 +96,7 @@ class EveryDialog {
   EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
                          offlineClient(),       [] { return false; }, rate_,  {}};
   MacroCommand command_;
+  EditHistory row_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
 };
 

@@ -68,6 +68,7 @@ TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
     write(kWorking, "what a transfer has made of it");
     EXPECT_FALSE(copy.apply(RemoveCommands{{0}}));
     EXPECT_FALSE(copy.rewrite());
+    EXPECT_FALSE(copy.undo());
     EXPECT_FALSE(copy.saveToDisk());
     EXPECT_TRUE(copy.restoreFile());
     EXPECT_FALSE(copy.lendToRead());

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QMenuBar>
+
+#include "model/EditHistory.h"
+
+namespace tessaly {
+
+// The menu "Edit": undo, redo and the steps of the pane that has the keyboard. A field for text that has the
+// keyboard takes the keys for itself.
+class EditMenu : public QMenu {
+  Q_OBJECT
+
+ public:
+  explicit EditMenu(QWidget* parent);
+
+  // Of the pane that has the keyboard.
+  void showSteps(const EditHistory& row);
+
+ signals:
+  void undoPressed();
+  void redoPressed();
+  void stepsPressed();
+
+ private:
+  QAction* undo_;
+  QAction* redo_;
+  QAction* steps_;
+};
+
+}  // namespace tessaly

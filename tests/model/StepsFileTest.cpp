@@ -1,0 +1,204 @@
+// The steps on the disk: what a start finds again, and what it puts aside.
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include "model/StepsFile.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kPath = "recovery\\paneA.steps";
+constexpr const char* kDamaged = "recovery\\paneA-damaged.steps";
+const MacroPlace kPlace{"c:\\macros\\macro007.mac", {}, 0, {}};
+
+// A working copy of one line of text.
+class Copy {
+ public:
+  Copy(const SiteRoot& root, std::string start) : file(root, kPath), bytes(std::move(start)) {
+    file.begin(kPlace, contentCheck(bytes));
+  }
+  void step(const std::string& after, bool done = true) {
+    file.announce(EditStep{"to " + after, {1}, {2, 3}, byteChange(bytes, after), contentCheck(after)});
+    file.settle(done);
+    if (done) bytes = after;
+  }
+  void go(std::size_t position) {
+    const auto there = file.row().bytesAt(position, bytes);
+    ASSERT_TRUE(there);
+    file.announce(StepsMove{static_cast<int>(position) - static_cast<int>(file.row().position())});
+    file.settle(true);
+    bytes = *there;
+  }
+
+  StepsFile file;
+  std::string bytes;
+};
+
+std::string rowText(const EditHistory& row) { return stepsText(kPlace, row); }
+
+struct StepsFileTest : testing::Test, TestSite {
+  // Steps over "a", "ab", "abc" and back to "ab"; "a" is saved.
+  Copy worked() {
+    fs::remove_all(root.resolve("recovery"));
+    Copy copy(root, "a");
+    copy.file.noteSaved(contentCheck("a"));
+    copy.step("ab");
+    copy.step("abc");
+    copy.go(1);
+    return copy;
+  }
+};
+
+TEST_F(StepsFileTest, AStartFindsTheRowWhereItWas) {
+  Copy copy = worked();
+  copy.step("abX", false);  // that could not be written
+  EXPECT_EQ(Copy(root, "ab").file.row().size(), 2U) << "one change more on the disk is passed over";
+  copy.step("aY");
+  copy.go(0);
+  Copy again(root, "a");
+  EXPECT_EQ(rowText(again.file.row()), rowText(copy.file.row()));
+  EXPECT_EQ(again.file.row().size(), 2U) << "what was undone before another change is gone";
+  EXPECT_TRUE(again.file.row().savedAt(0));
+  again.go(2);
+  EXPECT_EQ(again.bytes, "aY");
+  again.file.noteSaved(contentCheck("aY"));
+  EXPECT_TRUE(Copy(root, "aY").file.row().savedAt(2)) << "a file goes on over a start";
+  again.file.begin(MacroPlace{{}, "10.0.0.1", 1, "007"}, contentCheck("aY"));
+  EXPECT_EQ(again.file.row().size(), 0U);
+  EXPECT_EQ(read(kPath), "<missing>") << "another macro ends the row";
+}
+
+TEST_F(StepsFileTest, WhatCannotBeUsedIsPutAsideAndNoWrongBytesComeOfIt) {
+  static_cast<void>(worked());
+  const std::string whole = read(kPath);
+  const std::size_t lastRecord = whole.size() - stepsRecord(StepsMove{-1}).size();
+  const auto replaced = [&](const char* what, const char* by) {
+    std::string text = whole;
+    return text.replace(text.find(what), std::string(what).size(), by);
+  };
+  // A head of another version, whose sum is right.
+  const std::string inside = "kind=steps\nversion=2\n\n";
+  const std::string other = std::to_string(inside.size()) + ' ' + std::to_string(contentCheck(inside).sum) +
+                            '\n' + inside + '\n' + whole;
+  const struct {
+    const char* what;
+    std::string text;
+    const char* held;
+    std::size_t steps;                // that are there again
+    std::optional<StepsFault> fault;  // why not
+  } rows[] = {
+      {"whole", whole, "ab", 2, {}},
+      {"torn in the last record", whole.substr(0, whole.size() - 3), "abc", 2, {}},
+      {"torn in the last but one", whole.substr(0, lastRecord - 3), "ab", 1, {}},
+      {"cut off further than what is held", whole.substr(0, lastRecord - 3), "abc", 0,
+       StepsFault::kOtherBytes},
+      {"other bytes are held", whole, "a?", 0, StepsFault::kOtherBytes},
+      {"a byte of a step has changed", replaced("to abc", "to abd"), "abc", 0, StepsFault::kOtherBytes},
+      {"rubbish behind", whole + "rubbish", "ab", 2, {}},
+      {"cut off in its head", whole.substr(0, 40), "ab", 0, StepsFault::kDamaged},
+      {"empty", "", "ab", 0, StepsFault::kDamaged},
+      {"zeros", std::string(1000, '\0'), "ab", 0, StepsFault::kDamaged},
+      {"a length beyond all", "99999999999999999999 1\n" + whole, "ab", 0, StepsFault::kDamaged},
+      {"another version", other, "ab", 0, StepsFault::kOtherVersion},
+  };
+  for (const auto& row : rows) {
+    write(kPath, row.text);
+    fs::remove(root.resolve(kDamaged));
+    Copy copy(root, row.held);
+    EXPECT_EQ(copy.file.row().size(), row.steps) << row.what;
+    const auto trouble = copy.file.takeTrouble();
+    EXPECT_EQ(trouble ? trouble->found : std::nullopt, row.fault) << row.what;
+    EXPECT_EQ(read(kDamaged), row.fault ? row.text : "<missing>") << row.what;
+    copy.step("new");
+    EXPECT_EQ(Copy(root, "new").file.row().size(), copy.file.row().size()) << row.what;
+  }
+}
+
+TEST_F(StepsFileTest, WhatIsNoSmallFileIsPutAsideUnread) {
+  const std::string victim = root.resolve("victim").string();
+  const struct {
+    const char* what;
+    std::function<void(const fs::path&)> put;
+    StepsFault fault;
+  } rows[] = {
+      {"1 GB",
+       [](const fs::path& path) {
+         std::ofstream(path) << "1 1\n";
+         fs::resize_file(path, std::uintmax_t{1} << 30);
+       },
+       StepsFault::kTooLarge},
+      {"a folder", [](const fs::path& path) { fs::create_directory(path); }, StepsFault::kUnreadable},
+      {"a link", [&](const fs::path& path) { fs::create_symlink(victim, path); }, StepsFault::kUnreadable}};
+  write("victim", "theirs");
+  for (const auto& row : rows) {
+    static_cast<void>(worked());
+    fs::remove(root.resolve(kPath));
+    row.put(root.resolve(kPath));
+    Copy copy(root, "ab");
+    const auto trouble = copy.file.takeTrouble();
+    ASSERT_TRUE(trouble) << row.what;
+    EXPECT_EQ(trouble->found, row.fault) << row.what;
+    copy.step("abc");
+    EXPECT_FALSE(copy.file.takeTrouble()) << row.what;
+    EXPECT_EQ(Copy(root, "abc").file.row().size(), 1U) << row.what;
+  }
+  EXPECT_EQ(read("victim"), "theirs");
+}
+
+TEST_F(StepsFileTest, AFullDiskTakesTheFileAndNotTheSteps) {
+  Copy copy = worked();
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  ::getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit none{read(kPath).size() + 20, before.rlim_max};
+  ::setrlimit(RLIMIT_FSIZE, &none);
+  copy.step("full");
+  ::setrlimit(RLIMIT_FSIZE, &before);
+  const auto trouble = copy.file.takeTrouble();
+  ASSERT_TRUE(trouble);
+  EXPECT_FALSE(trouble->found);
+  EXPECT_EQ(copy.file.row().size(), 2U);
+  EXPECT_EQ(Copy(root, "full").file.row().size(), 0U) << "no row that lacks a step";
+  copy.step("room again");
+  EXPECT_FALSE(copy.file.takeTrouble());
+  EXPECT_EQ(Copy(root, "room again").file.row().size(), 3U);
+}
+
+TEST_F(StepsFileTest, TheRowAndItsFileAreBounded) {
+  EditHistory full(contentCheck("0"));
+  for (std::size_t number = 1; number <= EditHistory::kMostSteps; ++number)
+    full.add({{},
+              {},
+              {},
+              {0, std::to_string(number - 1), std::to_string(number)},
+              contentCheck(std::to_string(number))});
+  write(kPath, rowText(full));
+  Copy copy(root, std::to_string(full.size()));
+  copy.step("one more");
+  EXPECT_EQ(copy.file.row().size(), EditHistory::kMostSteps);
+  EXPECT_TRUE(copy.file.row().cut());
+  EXPECT_EQ(rowText(Copy(root, copy.bytes).file.row()), rowText(copy.file.row()));
+  copy.go(0);
+  EXPECT_EQ(copy.bytes, "1") << "the oldest went";
+
+  // What is undone and done anew leaves nothing behind for good.
+  constexpr std::size_t kHeavy = 300'000;
+  for (char letter = 'a'; letter <= 'z'; ++letter) {
+    copy.step(std::string(kHeavy, letter));
+    EXPECT_LT(fs::file_size(root.resolve(kPath)), 20 * kHeavy);
+    copy.go(0);
+  }
+  EXPECT_EQ(rowText(Copy(root, "1").file.row()), rowText(copy.file.row()));
+  // One step that is heavier than all may be.
+  copy.step(std::string(EditHistory::kMostBytes, 'x'));
+  EXPECT_EQ(copy.file.row().size(), 0U);
+  EXPECT_EQ(Copy(root, copy.bytes).file.row().size(), 0U);
+}
+
+}  // namespace
+}  // namespace tessaly
