@@ -60,6 +60,11 @@ constexpr WordHelp kDiffWords[] = {
     {"B", "the macro to set beside it; - reads it"},
     kJson,
 };
+constexpr WordHelp kCheckWords[] = {
+    {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
+    {"--severity S", "tell findings from there on: note, warning or error; note when not given"},
+    kJson,
+};
 constexpr WordHelp kHistoryWords[] = {
     kJson,
     {"show ID", "the command lines of a kept macro"},
@@ -121,6 +126,8 @@ constexpr Command kCommands[] = {
     {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert, kConvertWords},
     {"diff", "A B [--json]", "what differs between two macros; exit code 0 nothing, 1 something, 2 trouble",
      runDiff, kDiffWords, kExitTrouble},
+    {"check", "PATH ... [--severity S] [--json]",
+     "what is wrong in macros and key files; exit code 1 with errors", runCheck, kCheckWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
     {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},

@@ -45,6 +45,7 @@ int runSet(CommandSession& session, Arguments& arguments);
 int runConvert(CommandSession& session, Arguments& arguments);
 
 int runDiff(CommandSession& session, Arguments& arguments);
+int runCheck(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 

@@ -43,8 +43,9 @@ ValueJudgement judgeInteger(const IntegerParameter& parameter, const std::string
   std::int64_t number = 0;
   const Reading reading = readWhole(value, number);
   if (reading == Reading::kNone) return {ValueFault::kNumber, range()};
-  const auto [low, high] = parameter.min == parameter.max ? std::pair(INT32_MIN, INT32_MAX)
-                                                          : std::minmax(parameter.min, parameter.max);
+  const bool bound = parameter.min != parameter.max;
+  const std::int64_t low = bound ? std::min(parameter.min, parameter.max) : INT32_MIN;
+  const std::int64_t high = bound ? std::max(parameter.min, parameter.max) : INT32_MAX;
   if (reading == Reading::kWhole && number >= low && number <= high) return {};
   const bool below = reading == Reading::kWhole ? number < low : value.starts_with('-');
   return {ValueFault::kLimits, range(), std::to_string(below ? low : high)};
