@@ -47,9 +47,11 @@ void judgeNumber(const KeywordEntry& entry, const ParameterDescriptor& descripto
   }
   if (!descriptor.minimum.known || !descriptor.maximum.known) return;
   const std::int64_t value = meantValue(descriptor, raw);
-  const auto [low, high] =
-      std::minmax(meantValue(descriptor, static_cast<std::uint32_t>(descriptor.minimum.value)),
-                  meantValue(descriptor, static_cast<std::uint32_t>(descriptor.maximum.value)));
+  const auto meant = [&](const ParameterLimit& limit) {
+    return meantValue(descriptor, static_cast<std::uint32_t>(limit.value));
+  };
+  const std::int64_t low = std::min(meant(descriptor.minimum), meant(descriptor.maximum));
+  const std::int64_t high = std::max(meant(descriptor.minimum), meant(descriptor.maximum));
   if (low == high || (value >= low && value <= high)) return;
   faults.push_back({kLimits, descriptor.name, std::to_string(value) + " is beyond the limits",
                     "min: " + std::to_string(low) + "   max: " + std::to_string(high)});

@@ -47,11 +47,14 @@ class SequenceRules {
   void repeated(const LookedCommand& looked, Told& told);
   void setAgain(const LookedCommand& looked, Told& told);
   [[nodiscard]] int takerFrom(int number);
+  [[nodiscard]] int& lastSet(const LookedCommand& looked);
 
   const MacroCommands& commands_;
-  int taker_ = 0;  // the first command from `taker_` on that takes a value
-  std::unordered_map<std::string_view, int> standing_;  // what was set since something acted, and where
-  std::unordered_map<std::string, int> classicStanding_;
+  int taker_ = 0;                                      // the first command from there on that takes a value
+  int lastActed_ = -1;                                 // the last command that does more than set values
+  std::unordered_map<std::string_view, int> actedOn_;  // the same for what shares a beginning of the name
+  std::unordered_map<std::string_view, int> set_;      // by fid, where it was set last
+  std::unordered_map<std::string, int> classicSet_;
 };
 
 }  // namespace tessaly

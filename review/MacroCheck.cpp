@@ -87,7 +87,12 @@ Findings MacroCheck::check(const KeyFile& keys) {
   Findings findings;
   Told told(findings, off());
   knowledge_->begin();
-  if (keys.lastIndex() < 0) told.add(kEmptyMacro, -1, "there are no commands");
+  // A file without a line of a command holds an empty one that stands for none.
+  if (keys.lastIndex() < 0 ||
+      (keys.lastIndex() == 0 && !keys.commands()[0].valid() && keys.unreadable().empty())) {
+    told.add(kEmptyMacro, -1, "there are no commands");
+    return findings;
+  }
   int number = 0;
   for (const ClassicCommand& command : keys.commands()) {
     const ClassicJudgement judgement =

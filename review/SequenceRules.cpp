@@ -1,4 +1,7 @@
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <utility>
 
 #include "review/CommandRules.h"
 #include "values/Destination.h"
@@ -13,6 +16,12 @@ bool sets(const ClassicCommand& command) {
 }
 
 bool goesToPanel(const MacroCommand& command) { return command.destination() == Destination::panel().name(); }
+
+// The fid without what is set: "QMF1.ME1.KEY1" of "QMF1.ME1.KEY1.CLIP.SET".
+std::string_view stemOf(std::string_view fid) {
+  for (int i = 0; i < 2; ++i) fid = fid.substr(0, std::min(fid.find_last_of('.'), fid.size()));
+  return fid;
+}
 
 bool sameCommand(const MacroCommand& a, const MacroCommand& b) {
   return a.fid == b.fid && a.workplace == b.workplace && a.parameters == b.parameters;
@@ -66,25 +75,21 @@ void SequenceRules::repeated(const LookedCommand& looked, Told& told) {
   }
 }
 
-// Only commands of one value are looked at: of several one may say which thing the others are set for.
+// Only commands of one value are looked at: of several one may say which thing the others are set for, or
+// have all that was set beside it stored, as a key frame does.
 void SequenceRules::setAgain(const LookedCommand& looked, Told& told) {
   if (!looked.setsOnly()) {
-    standing_.clear();
-    classicStanding_.clear();
+    lastActed_ = looked.number;
     return;
   }
-  if (looked.command.parameters.size() != 1 || (looked.classic && !looked.classic->oneValue)) return;
-  int* earlier = nullptr;
-  if (looked.classic) {
-    const ClassicCommand& classic = looked.classic->command;
-    const std::uint8_t codes[] = {classic.cd(), classic.co(), classic.kw()};
-    std::string key(std::begin(codes), std::end(codes));
-    earlier = &classicStanding_.try_emplace(key.append(looked.command.fid), -1).first->second;
-  } else {
-    earlier = &standing_.try_emplace(looked.command.fid, -1).first->second;
+  const std::string_view stem = stemOf(looked.command.fid);
+  if (looked.command.parameters.size() != 1 || (looked.classic && !looked.classic->oneValue)) {
+    actedOn_[stem] = looked.number;
+    return;
   }
-  const int before = std::exchange(*earlier, looked.number);
-  if (before < 0) return;
+  const int before = std::exchange(lastSet(looked), looked.number);
+  if (before <= lastActed_) return;
+  if (const auto acted = actedOn_.find(stem); acted != actedOn_.end() && before < acted->second) return;
   const MacroCommand& set = commands_[static_cast<std::size_t>(before)];
   if ((goesToPanel(set) && set.workplace != looked.command.workplace) ||
       set.parameters.front().name != looked.command.parameters.front().name ||
@@ -93,6 +98,15 @@ void SequenceRules::setAgain(const LookedCommand& looked, Told& told) {
   told.add(kSetAgain, before,
            "command " + std::to_string(looked.number) + " sets it again before anything acts",
            "one of the two");
+}
+
+int& SequenceRules::lastSet(const LookedCommand& looked) {
+  constexpr int kNever = -1;
+  if (!looked.classic) return set_.try_emplace(looked.command.fid, kNever).first->second;
+  const ClassicCommand& classic = looked.classic->command;
+  const std::uint8_t codes[] = {classic.cd(), classic.co(), classic.kw()};
+  std::string key(std::begin(codes), std::end(codes));
+  return classicSet_.try_emplace(key.append(looked.command.fid), kNever).first->second;
 }
 
 }  // namespace tessaly
