@@ -20,7 +20,7 @@ constexpr std::array<CheckRuleInfo, kCheckRules> kRules{{
     {kNoName, "no-name", Severity::kWarning, "the macro has no name"},
     {kNameTwice, "name-twice", Severity::kWarning, "another macro of the workplace has the same name"},
     {kFileName, "file-name", Severity::kWarning, "the file is not named by a number, as macro007.mac"},
-    {kEmptyMacro, "empty-macro", Severity::kNote, "there are no commands"},
+    {kNoCommands, "empty-macro", Severity::kNote, "there are no commands"},
     {kDestination, "destination", Severity::kError, "the destination is unknown or missing"},
     {kWorkplace, "workplace", Severity::kError, "a command for the panel has no workplace 1 to 8"},
     {kUnknownFunction, "unknown-function", Severity::kError, "no interface description has the function"},

@@ -26,7 +26,7 @@ enum class CheckRule {
   kNoName,
   kNameTwice,
   kFileName,
-  kEmptyMacro,
+  kNoCommands,
   // Of a command.
   kDestination,
   kWorkplace,

@@ -38,7 +38,7 @@ std::string encodingFault(std::string_view bytes) {
 }
 
 void checkCommands(CheckKnowledge& knowledge, const MacroCommands& commands, Told& told) {
-  if (commands.empty()) told.add(kEmptyMacro, -1, "there are no commands");
+  if (commands.empty()) told.add(kNoCommands, -1, "there are no commands");
   SequenceRules sequence(commands);
   int number = 0;
   for (const MacroCommand& command : commands) {
@@ -90,7 +90,7 @@ Findings MacroCheck::check(const KeyFile& keys) {
   // A file without a line of a command holds an empty one that stands for none.
   if (keys.lastIndex() < 0 ||
       (keys.lastIndex() == 0 && !keys.commands()[0].valid() && keys.unreadable().empty())) {
-    told.add(kEmptyMacro, -1, "there are no commands");
+    told.add(kNoCommands, -1, "there are no commands");
     return findings;
   }
   int number = 0;
