@@ -46,6 +46,7 @@ int runConvert(CommandSession& session, Arguments& arguments);
 
 int runDiff(CommandSession& session, Arguments& arguments);
 int runCheck(CommandSession& session, Arguments& arguments);
+int runFind(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 

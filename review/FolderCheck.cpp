@@ -79,8 +79,8 @@ void checkFolder(const SiteRoot& root, const MacroFolder& folder, MacroCheck& ch
       own.push_back(
           finding(kFileName, "the file is not named by its number", key ? "key07.upk" : "macro007.mac"));
     if (!key && !checked.name.empty()) {
-      const auto [first, unused] = names.emplace(checked.name, file);
-      if (!unused && !check.off().contains(kNameTwice))
+      const auto [first, fresh] = names.emplace(checked.name, file);
+      if (!fresh && !check.off().contains(kNameTwice))
         own.push_back(finding(kNameTwice, first->second + " has the same name"));
     }
     checked.findings.insert(checked.findings.begin(), own.begin(), own.end());
