@@ -132,6 +132,8 @@ _tessaly_cli_place() {
   fi
   local -a expected=()
   read -r -a expected < <(sed -e 's/\[[^]]*\]*//g; s/([^)]*)//g' <<<"$usage")
+  # "PATH ..." stands for one and more.
+  while [[ $place -gt 0 && ${expected[place]:-...} == ... && " ${expected[*]} " == *" ... "* ]]; do ((place--)); done
   if [[ $command == insert && $place -ge 2 ]]; then
     _tessaly_cli_parameters "${places[1]}" =
   elif [[ $command == value && $place -eq 1 ]]; then
