@@ -11,6 +11,7 @@
 #include "app/RootClaim.h"
 #include "app/StartOptions.h"
 #include "dictionary/InterfaceFile.h"
+#include "model/MacroHistory.h"
 #include "platform/RaiseSocket.h"
 
 namespace tessaly {

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include "app/PaneState.h"
 #include "app/StatusStrip.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 
@@ -135,7 +138,7 @@ void Browser::fillWorkplaces() {
   std::vector<ListRow> rows;
   if (onPanel()) {
     const WorkplaceFlags flags = connection_.workplaces(pane_.descriptor.pane);
-    for (int number = 1; number <= kWorkplaces; ++number)
+    for (int number = 1; number <= Workplace::kCount; ++number)
       if (flags[static_cast<std::size_t>(number - 1)]) rows.push_back({format(kWorkplace, number), number});
     list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
     return;
@@ -247,7 +250,7 @@ void Browser::listPanelMacros() {
   const MacroNameTable names = panelNames_.names(pane_.descriptor.pane);
   int number = 0;
   for (const std::string& name : names) {
-    if (!name.empty()) pane_.macroRows.push_back({format("%03d", number), number, name});
+    if (!name.empty()) pane_.macroRows.push_back({MacroNumber::textOf(number), number, name});
     ++number;
   }
   showMacroRows();

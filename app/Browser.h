@@ -6,12 +6,17 @@
 
 #include <QObject>
 
-#include "app/PaneState.h"
+#include "app/MacroTarget.h"
 #include "app/PositionCheck.h"
 #include "link/MacroNames.h"
 #include "link/PanelConnection.h"
+#include "model/CommandLine.h"
+#include "model/SiteBrowser.h"
+#include "platform/SiteAccess.h"
 
 namespace tessaly {
+
+struct PaneState;
 
 // Fills the five lists of one pane, left to right. Each list empties those to its right. GUI thread.
 class Browser : public QObject {

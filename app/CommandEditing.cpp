@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "classic/ClassicGroups.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
 #include "editors/ModifyCommandDialog.h"
 #include "editors/MultipleCommandsDialog.h"
-#include "platform/Text.h"
 
 namespace tessaly {
 
@@ -19,14 +19,7 @@ constexpr const char* kMultipleNeedsPanel =
 constexpr const char* kNotInDecodingList =
     "This command is not in the command decoding list.\nModification is not possible - sorry...";
 constexpr const char* kMenuCommandNotValid = "This Menu Command is not valid";
-constexpr std::string_view kMainframePrefix = "QMF";
 constexpr int kFirstWorkplace = 1;
-
-int mainframeOf(const MacroCommand& command) {
-  const std::string_view destination = command.destination();
-  return destination.rfind(kMainframePrefix, 0) == 0 ? parseInt(destination.substr(kMainframePrefix.size()))
-                                                     : 1;
-}
 
 bool inGroupTable(const ClassicCommand& command) {
   const ClassicGroup* group = classicGroup(command.cd());
@@ -101,7 +94,7 @@ void CommandEditing::newMultiple(Pane pane) {
 void CommandEditing::newClassic(Pane pane) {
   if (!editable(pane)) return;
   const int row = position(pane);
-  ClassicEditorDialog dialog(contextFor(pane), row >= 0, 1, window_);
+  ClassicEditorDialog dialog(contextFor(pane), row >= 0, Destination(), window_);
   dialog.exec();
   takeClassic(pane, row, dialog, false);
 }
@@ -140,7 +133,7 @@ void CommandEditing::modifyPanelStyle(Pane pane, int row) {
 
 void CommandEditing::modifyClassic(Pane pane, int row) {
   const MacroCommand stored = state(pane).copy.commands()[static_cast<std::size_t>(row)];
-  const int mainframe = mainframeOf(stored);
+  const auto mainframe = Destination::mainframeOf(stored.destination());
   ClassicCommand command;
   if (stored.parameters.empty() || !command.decodeText(stored.parameters.front().value)) {
     // An empty line is filled in its place.

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QWidget>
 
-#include "app/OpenMacros.h"
+#include "app/PaneState.h"
 #include "editors/EditorContext.h"
 
 namespace tessaly {

@@ -50,6 +50,8 @@ class FailureText {
         return tr("the commands cannot be taken over: %1").arg(shown(failure.text));
       case Failure::Kind::kChanged:
         return tr("it has changed meanwhile");
+      case Failure::Kind::kInUse:
+        return tr("another program is changing it");
     }
     return {};
   }

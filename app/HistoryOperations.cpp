@@ -3,9 +3,11 @@
 #include <QFileDialog>
 #include <QMenu>
 
+#include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
-#include "app/SilentMessages.h"
+#include "app/PanelTransfer.h"
 #include "app/TransferText.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
@@ -23,14 +25,11 @@ QString titleOf(const KeptMacro& macro) {
 
 // The three digits of "macro007.mac" or of a panel's macro; empty for any other file.
 std::string numberOf(const KeptMacro& macro) {
-  constexpr std::string_view kBefore = "macro";
-  constexpr std::size_t kDigits = 3;
   if (!macro.place) return {};
   if (macro.place->file.empty()) return macro.place->number;
-  const std::string name = macro.place->file.substr(macro.place->file.find_last_of("\\/") + 1);
-  const std::string digits =
-      name.rfind(kBefore, 0) == 0 ? name.substr(kBefore.size(), kDigits) : std::string();
-  return macroNumberText(parseInt(digits)) == digits ? digits : std::string();
+  const std::string& file = macro.place->file;
+  const auto number = MacroNumber::ofFile(std::string_view(file).substr(file.find_last_of("\\/") + 1));
+  return number ? number->text() : std::string();
 }
 
 // The macro's own number if it is free, else the first free one from there on, and from 0 again.

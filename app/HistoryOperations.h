@@ -7,9 +7,12 @@
 #include <QWidget>
 
 #include "app/HistoryDialog.h"
-#include "app/OpenMacros.h"
+#include "app/PaneState.h"
 
 namespace tessaly {
+
+class MacroHistory;
+class PanelTransfer;
 
 // Opens the history and puts macros back from it. What a macro held before that is kept, too. GUI thread.
 class HistoryOperations : public QObject {

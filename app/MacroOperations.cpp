@@ -1,12 +1,17 @@
 #include "app/MacroOperations.h"
 
+#include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
 #include "app/FailureText.h"
+#include "app/MacroTransfers.h"
+#include "app/OpenMacros.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
 #include "model/KeyFile.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -41,7 +46,7 @@ void MacroOperations::tellDone(const QString& text) {
 // Without a folder or a workplace when the pane has none chosen.
 MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
   return {connection_.source(pane),  browser(pane).macroFolder(), connection_.address(pane),
-          browser(pane).workplace(), macroNumberText(number),     name};
+          browser(pane).workplace(), MacroNumber::textOf(number), name};
 }
 
 void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool done) {
@@ -64,8 +69,9 @@ void MacroOperations::createMacro(Pane pane) {
 }
 
 void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
-  const FileChange begun = history_.begin(target.file(), MacroChange::kCreate);
-  const Outcome done = tessaly::createMacro(site_, target.name, target.file());
+  const Outcome done = history_.change(target.file(), MacroChange::kCreate, [&] {
+    return tessaly::createMacro(site_, target.name, target.file());
+  });
   finishOnDisk(pane, target, done.done());
   tellDone(done ? tr("created: %1").arg(macroInStrip(target))
                 : tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
@@ -143,8 +149,8 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     tellCopied(source, target, transfers_.sent(), reason);
     return;
   }
-  const FileChange begun = history_.begin(target.file(), change);
-  const Outcome copied = copyFile(site_.root, file, target.file());
+  const Outcome copied =
+      history_.change(target.file(), change, [&] { return copyFile(site_.root, file, target.file()); });
   finishOnDisk(to, target, copied.done());
   tellCopied(source, target, copied.done(), copied ? reason : inBrackets(copied));
 }
@@ -152,11 +158,14 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
   const Pane from = other(to);
   if (browser(from).workplace() <= 0) return;
-  const FileChange begun = history_.begin(target.file(), MacroChange::kCopy);
-  const bool came = transfers_.download(connection_.address(from), browser(from).workplace(),
-                                        source.numberText, target.file());
+  bool came = false;
+  const Outcome tried = history_.change(target.file(), MacroChange::kCopy, [&]() -> Outcome {
+    came = transfers_.download(connection_.address(from), browser(from).workplace(), source.numberText,
+                               target.file());
+    return {};
+  });
   finishOnDisk(to, target, came);
-  tellCopied(source, target, came, came ? QString() : transfers_.reason());
+  tellCopied(source, target, came, !tried ? inBrackets(tried) : came ? QString() : transfers_.reason());
 }
 
 // Within the target's workplace, and through the other pane's working copy: deliberate.
@@ -212,9 +221,9 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
 }
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
-  const FileChange begun = history_.begin(target.file(), MacroChange::kRename);
   std::string given = name;
-  const Outcome done = tessaly::renameMacro(site_, target.file(), given);
+  const Outcome done = history_.change(target.file(), MacroChange::kRename,
+                                       [&] { return tessaly::renameMacro(site_, target.file(), given); });
   finishOnDisk(pane, target, done.done());
   tellDone(done ? tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name))
                 : tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
@@ -234,8 +243,8 @@ void MacroOperations::deleteMacro(Pane pane) {
 
 void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const int row = state(pane).view.macros().selectedRow();
-  const FileChange begun = history_.begin(target.file(), MacroChange::kDelete);
-  const Outcome done = removeFile(site_.root, target.file());
+  const Outcome done = history_.change(target.file(), MacroChange::kDelete,
+                                       [&] { return removeFile(site_.root, target.file()); });
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done) open_.follow(target, pane);

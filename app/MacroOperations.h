@@ -5,9 +5,14 @@
 #include <QObject>
 #include <QWidget>
 
-#include "app/OpenMacros.h"
+#include "app/PaneState.h"
 
 namespace tessaly {
+
+class MacroHistory;
+class MacroNames;
+class MacroTransfers;
+class OpenMacros;
 
 // What the macro buttons of the panes do to macro files. A missing selection ends an operation silently; what
 // was done, or why not, is told in one line by `said`. What a macro held before goes to the history first,

@@ -198,8 +198,6 @@ LineOptions MacroPane::lineOptions() const {
 
 QLineEdit& MacroPane::address() { return *ui_->address; }
 
-QString MacroPane::addressText() const { return ui_->address->text(); }
-
 void MacroPane::showSource(PaneSource source) {
   source_ = source;
   const bool panel = source == PaneSource::kPanel;

@@ -41,7 +41,6 @@ class MacroPane : public QGroupBox {
 
   [[nodiscard]] LineOptions lineOptions() const;
   [[nodiscard]] QLineEdit& address();
-  [[nodiscard]] QString addressText() const;
 
   void showSource(PaneSource source);
   void showConnection(const PaneConnectionDisplay& display);

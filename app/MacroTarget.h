@@ -4,6 +4,7 @@
 
 #include "link/PaneStates.h"
 #include "platform/MacroKeeper.h"
+#include "platform/MacroNumber.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -22,7 +23,7 @@ struct MacroTarget {
   [[nodiscard]] bool complete() const {
     return !numberText.empty() && (source == PaneSource::kPanel ? workplace > 0 : !folder.empty());
   }
-  [[nodiscard]] std::string file() const { return folder + "macro" + numberText + ".mac"; }
+  [[nodiscard]] std::string file() const { return folder + macroFileName(numberText); }
   friend bool operator==(const MacroTarget&, const MacroTarget&) = default;
 };
 

@@ -11,6 +11,7 @@
 #include "app/MessageBoxes.h"
 #include "app/SettingsText.h"
 #include "app/ViewMenu.h"
+#include "platform/MacroNumber.h"
 #include "ui_MainWindow.h"
 #include "widgets/DialogText.h"
 
@@ -364,7 +365,7 @@ void MainWindow::watchConnection() {
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
-    const QString number = shown(macroNumberText(request.number));
+    const QString number = shown(MacroNumber::textOf(request.number));
     say(request.name.empty()
             ? tr("NOT confirmed: the panel has not said that macro %1 is deleted").arg(number)
             : tr("NOT confirmed: the panel has not said that macro %1 is renamed to %2")

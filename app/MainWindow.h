@@ -12,6 +12,8 @@
 #include "app/HistoryOperations.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
+#include "app/MacroTransfers.h"
+#include "app/OpenMacros.h"
 #include "app/PaneState.h"
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"

@@ -1,7 +1,10 @@
 #include "app/OpenMacros.h"
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/MacroTransfers.h"
 #include "app/StatusStrip.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
@@ -149,8 +152,8 @@ bool OpenMacros::mayOverwrite(const WorkingCopy& copy) {
 bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
   const MacroTarget target = *copy.target();
   if (target.source == PaneSource::kHarddisk) {
-    const FileChange begun = history_.begin(target.file(), MacroChange::kSave);
-    const Outcome saved = copy.saveToDisk();
+    const Outcome saved =
+        history_.change(target.file(), MacroChange::kSave, [&copy] { return copy.saveToDisk(); });
     if (!saved) reason = inBrackets(saved.failure());
     return saved.written();
   }

@@ -1,23 +1,16 @@
 #pragma once
 
-#include <array>
 #include <optional>
 
 #include <QObject>
 
-#include "app/Browser.h"
-#include "app/MacroTransfers.h"
 #include "app/PaneState.h"
-#include "model/MacroHistory.h"
+#include "link/PanelConnection.h"
 
 namespace tessaly {
 
-// One pane as the operations see it.
-struct PaneAccess {
-  PaneState* state;
-  Browser* browser;
-};
-using PaneAccesses = std::array<PaneAccess, kPanes.size()>;
+class MacroHistory;
+class MacroTransfers;
 
 // Opens macros into the panes' working copies and saves or discards what was changed there. What was done, or
 // why not, is told in one line by `said`. GUI thread.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/WorkingCopy.h"
+#include "link/PaneStates.h"
 
 namespace tessaly {
 

@@ -11,12 +11,20 @@ namespace tessaly {
 struct PaneDescriptor {
   // Numbers by which the controls of the main window are known.
   struct ControlIds {
-    int harddisk, panel, sourceLabel, addressLabel, address, connectButton;
-    int applications, controlPanels, workplaces, macros, commands;
-    int createMacro, deleteMacro, renameMacro, copyMacro;
-    int newClassic, newCorvane, newMultiple, modifyCommand, deleteCommand, updateData;
-    int showDestination, showRaw, useTabs;
-    int saveChanges, discardChanges, progress, notice;
+    Pane pane;
+    int harddisk = of(1048, 1061), panel = of(1049, 1062), sourceLabel = of(1058, 1059);
+    int addressLabel = of(1050, 1060), address = of(1051, 1066), connectButton = of(1052, 1067);
+    int applications = of(1055, 1063), controlPanels = of(1089, 1091), workplaces = of(1090, 1092);
+    int macros = of(1056, 1064), commands = of(1057, 1065), createMacro = of(1047, 1068);
+    int deleteMacro = of(1071, 1080), renameMacro = of(1072, 1081), copyMacro = of(1053, 1069);
+    int newClassic = of(1074, 1083), newCorvane = of(1093, 1095), newMultiple = of(1094, 1096);
+    int modifyCommand = of(1075, 1084), deleteCommand = of(1076, 1085), updateData = of(1087, 1088);
+    int showDestination = of(1098, 1100), showRaw = of(1099, 1101), useTabs = of(1127, 1128);
+    int saveChanges = of(1355, 1357), discardChanges = of(1356, 1358), progress = of(1396, 1397);
+    int notice = of(1373, 1374);
+
+    // A control's number in each of the panes.
+    [[nodiscard]] constexpr int of(int a, int b) const { return pane == Pane::kA ? a : b; }
   };
 
   Pane pane;
@@ -25,22 +33,12 @@ struct PaneDescriptor {
   const char* copyText;        // caption of the button that copies from the other pane
   const char* newClassicText;  // pane B's caption names the wrong editor; its users know the button by it
   bool harddiskHiddenAtStart;  // only pane A's radio appears with the end of loading
-  ControlIds ids;
+  ControlIds ids{pane};
 };
 
 inline constexpr std::array<PaneDescriptor, kPanes.size()> kPaneDescriptors{{
-    {Pane::kA, 'A', "Macro Overview A", "copy from B", "new [classic]", true, {1048, 1049, 1058, 1050, 1051,
-                                                                               1052, 1055, 1089, 1090, 1056,
-                                                                               1057, 1047, 1071, 1072, 1053,
-                                                                               1074, 1093, 1094, 1075, 1076,
-                                                                               1087, 1098, 1099, 1127, 1355,
-                                                                               1356, 1396, 1373}},
-    {Pane::kB, 'B', "Macro Overview B", "copy from A", "new [multiple]", false, {1061, 1062, 1059, 1060, 1066,
-                                                                                 1067, 1063, 1091, 1092, 1064,
-                                                                                 1065, 1068, 1080, 1081, 1069,
-                                                                                 1083, 1095, 1096, 1084, 1085,
-                                                                                 1088, 1100, 1101, 1128, 1357,
-                                                                                 1358, 1397, 1374}},
+    {Pane::kA, 'A', "Macro Overview A", "copy from B", "new [classic]", true},
+    {Pane::kB, 'B', "Macro Overview B", "copy from A", "new [multiple]", false},
 }};
 
 [[nodiscard]] constexpr const char* workingCopyPath(Pane pane) {

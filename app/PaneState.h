@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@
 #include "model/SiteBrowser.h"
 
 namespace tessaly {
+
+class Browser;
 
 // What the program holds for one pane beside its controls and its connection. GUI thread.
 struct PaneState {
@@ -36,5 +39,12 @@ struct PaneState {
     return selectedMacro() != nullptr || (copy.edited() && copy.target());
   }
 };
+
+// One pane as the operations see it.
+struct PaneAccess {
+  PaneState* state;
+  Browser* browser;
+};
+using PaneAccesses = std::array<PaneAccess, kPanes.size()>;
 
 }  // namespace tessaly

@@ -1,6 +1,6 @@
 #include "app/PositionCheck.h"
 
-#include "model/SiteBrowser.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -17,7 +17,7 @@ PositionCheck checkPosition(std::string_view typed, const MacroNameTable& names)
     return check;
   }
   const int number = parseInt(typed);
-  if (number < 0 || number >= kMacroNumbers) {
+  if (!MacroNumber::of(number)) {
     check.unchanged = true;
     return check;
   }

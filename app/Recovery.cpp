@@ -5,8 +5,10 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "link/PanelAddress.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 

@@ -7,10 +7,12 @@
 #include <QStringList>
 #include <QWidget>
 
-#include "app/OpenMacros.h"
+#include "app/PaneState.h"
 #include "app/RecoveryDialog.h"
 
 namespace tessaly {
+
+class MacroHistory;
 
 // Offers the unsaved changes that a program which died has left, once the dictionary is there. Nothing is
 // lost whatever the answer: what is left goes to the history, and what is to be asked again is set aside so

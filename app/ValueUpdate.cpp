@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "editors/PostTo.h"
 #include "widgets/DialogText.h"

@@ -8,7 +8,7 @@
 #include <QTimer>
 
 #include "app/EventGate.h"
-#include "app/OpenMacros.h"
+#include "app/PaneState.h"
 #include "link/PanelQuestions.h"
 
 namespace tessaly {

@@ -1,7 +1,6 @@
 #include "cli/Arguments.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace tessaly {
 namespace {
@@ -91,14 +90,6 @@ bool Arguments::complete(std::size_t least, std::size_t most) {
   if (words_.size() < least) problem_ = "too few words";
   if (words_.size() > most) problem_ = "too many words: " + words_[most];
   return problem_.empty();
-}
-
-std::optional<int> wholeNumber(std::string_view text, int least, int most) {
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || number < least || number > most) return std::nullopt;
-  return number;
 }
 
 }  // namespace tessaly

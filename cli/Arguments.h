@@ -56,7 +56,4 @@ class Arguments {
   std::string problem_;
 };
 
-// A whole number within the bounds, digits and a sign only; nothing otherwise.
-[[nodiscard]] std::optional<int> wholeNumber(std::string_view text, int least, int most);
-
 }  // namespace tessaly

@@ -128,15 +128,19 @@ int CommandSession::writeTo(const std::string& word, FileUse use, MacroChange ch
   const auto file = FileOperand::open(root_, streams_, word, use);
   if (!file) return cannotOpen(word, file.failure());
   if (file->isStream()) call(file->path(), file->shown());
-  const FileChange begun = file->isStream() ? FileChange() : history_.lock(file->path());
-  if (!begun.locked) return cannotOpen(word, begun.locked.failure());
-  if (check) {
-    if (const Outcome checked = check(file->path()); !checked) return failed(checked.failure().text);
+  const auto write = [&]() -> Outcome {
+    if (check) {
+      if (Outcome checked = check(file->path()); !checked) return checked;
+    }
+    if (!file->isStream())
+      static_cast<void>(history_.keepFile(file->path(), change));  // the history notes why not
+    return work(file->path());
+  };
+  const Outcome done = file->isStream() ? write() : history_.whileLocked(file->path(), write);
+  if (!done.written()) {
+    const bool inUse = done.failure().kind == Failure::Kind::kInUse;
+    return inUse ? cannotOpen(word, done.failure()) : failed(done.failure().text);
   }
-  if (!file->isStream())
-    static_cast<void>(history_.keepFile(file->path(), change));  // the history notes why not
-  const Outcome done = work(file->path());
-  if (!done.written()) return failed(done.failure().text);
   if (!done && !file->isStream()) warn(file->shown() + ' ' + done.failure().text);
   if (const Outcome out = file->deliver(root_, streams_); !out) return cannotOpen(word, out.failure());
   return warned_ ? kExitFailed : kExitDone;

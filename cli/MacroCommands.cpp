@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
 #include <optional>
 
@@ -12,16 +11,15 @@
 #include "model/SiteBrowser.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
+#include "values/Destination.h"
 
 namespace tessaly {
 namespace {
 
-constexpr int kMostWorkplaces = 8;
-constexpr int kMainframes = 4;
 constexpr int kMostCommandNumber = 1'000'000'000;
 constexpr std::string_view kEmptyMacroLine = "empty macro";
 constexpr std::string_view kNotChanged = "The macro cannot be changed: ";
-constexpr std::array<std::string_view, 5> kDestinations = {"QMF1.", "QMF2.", "QMF3.", "QMF4.", "PANEL."};
 
 // Where a command is put.
 struct InsertPlace {
@@ -107,16 +105,15 @@ struct NamedDraft {
 
 // The draft of a function named with its destination prefix.
 Expected<NamedDraft> draftOf(CommandSession& session, const std::string& fid) {
-  const auto prefix = std::find_if(kDestinations.begin(), kDestinations.end(),
-                                   [&](std::string_view candidate) { return fid.starts_with(candidate); });
-  if (prefix == kDestinations.end()) {
+  const auto destination = Destination::ofFid(fid);
+  if (!destination) {
     return Failure{Failure::Kind::kNothingTaken,
                    "Unknown destination: " + fid + " (QMF1. to QMF4. or PANEL. in front of the function)"};
   }
-  const std::string name = fid.substr(prefix->size());
+  const std::string name = fid.substr(destination->prefix().size());
   const std::optional<FunctionRecord> function = session.dictionary().find(name);
   if (!function) return Failure{Failure::Kind::kNothingTaken, "Unknown function: " + name};
-  return NamedDraft{draftFor(*prefix, *function), *function};
+  return NamedDraft{draftFor(destination->prefix(), *function), *function};
 }
 
 // Puts a "PARAM=VALUE" word into the draft.
@@ -243,7 +240,7 @@ int runCreate(CommandSession& session, Arguments& arguments) {
 int runInsert(CommandSession& session, Arguments& arguments) {
   const std::optional<InsertPlace> place = insertPlace(arguments.option("--at"));
   const std::optional<int> workplace =
-      wholeNumber(arguments.option("--workplace").value_or("1"), 1, kMostWorkplaces);
+      wholeNumber(arguments.option("--workplace").value_or("1"), 1, Workplace::kCount);
   if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
   if (!place) return session.wrongUsage("--at takes start, end or the number of a command");
   if (!workplace) return session.wrongUsage("--workplace takes 1 to 8");
@@ -266,7 +263,7 @@ int runInsert(CommandSession& session, Arguments& arguments) {
 int runInsertClassic(CommandSession& session, Arguments& arguments) {
   const std::optional<InsertPlace> place = insertPlace(arguments.option("--at"));
   const std::optional<int> mainframe =
-      wholeNumber(arguments.option("--mainframe").value_or("1"), 1, kMainframes);
+      wholeNumber(arguments.option("--mainframe").value_or("1"), 1, Destination::kMainframes);
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   if (!place) return session.wrongUsage("--at takes start, end or the number of a command");
   if (!mainframe) return session.wrongUsage("--mainframe takes 1 to 4");
@@ -278,7 +275,7 @@ int runInsertClassic(CommandSession& session, Arguments& arguments) {
   }
   return session.writeTo(arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
     Outcome done = told(kNotChanged, appendClassicCommand(session.site(), path, place->position, command,
-                                                          place->mode, *mainframe));
+                                                          place->mode, Destination::mainframe(*mainframe)));
     if (done.written() && !command.readsBack()) {
       session.warn("1 of 1 commands cannot be read in the macro: it has " +
                    std::to_string(command.parameters().size()) + " parameter bytes");

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <cmath>
 #include <cstdint>
@@ -15,7 +14,9 @@
 #include "link/PanelAddress.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 namespace {
@@ -43,8 +44,6 @@ struct PanelTask {
   [[nodiscard]] const std::string& word(std::size_t i) const { return arguments[i]; }
 };
 
-std::string numberText(int number) { return format("%03d", number); }
-
 int unreachable(const PanelTask& task) {
   return task.session.failed("cannot connect to the panel at " + task.place.control());
 }
@@ -71,11 +70,11 @@ int unconfirmed(const PanelTask& task, const PanelLine& line) {
 int runList(PanelTask& task) {
   PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
-  for (int number = 0; number < kPanelMacroNumbers; ++number) {
+  for (int number = 0; number < MacroNumber::kCount; ++number) {
     line.subscribe(macroNameValue(task.workplace, number));
   }
   std::map<int, std::string> names;
-  while (names.size() < static_cast<std::size_t>(kPanelMacroNumbers)) {
+  while (names.size() < static_cast<std::size_t>(MacroNumber::kCount)) {
     const auto value = line.next(names.empty() ? kAnswer : kQuiet);
     if (!value) break;
     names[macroNumberOf(value->name)] = value->text;
@@ -86,12 +85,13 @@ int runList(PanelTask& task) {
   if (task.json) {
     auto rows = nlohmann::ordered_json::array();
     for (const auto& [number, name] : names) {
-      rows.push_back({{"number", numberText(number)}, {"name", displayUtf8(name)}});
+      rows.push_back({{"number", MacroNumber::textOf(number)}, {"name", displayUtf8(name)}});
     }
     task.session.out() << rows.dump(2) << '\n';
     return kExitDone;
   }
-  for (const auto& [number, name] : names) task.session.line(numberText(number) + " - " + outputName(name));
+  for (const auto& [number, name] : names)
+    task.session.line(MacroNumber::textOf(number) + " - " + outputName(name));
   return kExitDone;
 }
 
@@ -124,7 +124,7 @@ int send(PanelTask& task, const std::string& path) {
   line.subscribe(macroNameValue(task.workplace, task.number));
   const auto name = awaitText(line, isNotEmpty);
   if (!name) return unconfirmed(task, line);
-  task.session.line(numberText(task.number) + " - " + outputName(*name));
+  task.session.line(MacroNumber::textOf(task.number) + " - " + outputName(*name));
   return kExitDone;
 }
 
@@ -155,7 +155,8 @@ int change(PanelTask& task, const std::function<bool(PanelLine&)>& ask,
   const auto before = awaitText(line, anyText);
   if (!before) return unconfirmed(task, line);
   if (before->empty()) {
-    return task.session.failed("workplace " + task.word(2) + " has no macro " + numberText(task.number));
+    return task.session.failed("workplace " + task.word(2) + " has no macro " +
+                               MacroNumber::textOf(task.number));
   }
   if (changed(*before)) return kExitDone;
   if (!ask(line)) return task.session.failed(kLost);
@@ -230,11 +231,11 @@ std::pair<std::size_t, std::size_t> wordCount(Words words) {
 // Reads workplace and number; the problem, or an empty text.
 std::string readMacroWords(PanelTask& task, Words words) {
   if (words == Words::kNames) return {};
-  const auto workplace = wholeNumber(task.word(2), 1, kWorkplaces);
+  const auto workplace = wholeNumber(task.word(2), 1, Workplace::kCount);
   if (!workplace) return "a workplace is 1 to 8";
   task.workplace = *workplace;
   if (words == Words::kWorkplace) return {};
-  const auto number = wholeNumber(task.word(3), 0, kPanelMacroNumbers - 1);
+  const auto number = wholeNumber(task.word(3), 0, MacroNumber::kCount - 1);
   if (!number) return "a macro number is 0 to 999";
   task.number = *number;
   return {};
@@ -244,11 +245,9 @@ std::string readMacroWords(PanelTask& task, Words words) {
 std::optional<milliseconds> secondsOf(std::string_view text) {
   constexpr double kMostSeconds = 86'400;
   constexpr double kMillisecondsInOne = 1000;
-  double seconds = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
-  if (error != std::errc() || stop != end || !(seconds > 0) || seconds > kMostSeconds) return std::nullopt;
-  return milliseconds(static_cast<std::int64_t>(std::ceil(seconds * kMillisecondsInOne)));
+  const auto seconds = exactNumber<double>(text, std::chars_format::fixed);
+  if (!seconds || !(*seconds > 0) || *seconds > kMostSeconds) return std::nullopt;
+  return milliseconds(static_cast<std::int64_t>(std::ceil(*seconds * kMillisecondsInOne)));
 }
 
 // A number given with an option, or `fallback`; nothing, when it is none.

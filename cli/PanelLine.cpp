@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/MacroNumber.h"
+
 namespace tessaly {
 namespace {
 
@@ -44,15 +46,16 @@ std::optional<PanelLine::Value> PanelLine::next(std::chrono::milliseconds patien
 }
 
 std::string PanelLine::get(int workplace, int number, const std::string& file) {
-  return reason(macros_.download(place_.address, workplace, macroNumberText(number), file));
+  return reason(macros_.download(place_.address, workplace, MacroNumber::textOf(number), file));
 }
 
 std::string PanelLine::put(int workplace, int number, const std::string& file) {
-  return reason(macros_.upload(place_.address, workplace, macroNumberText(number), file, MacroChange::kCopy));
+  return reason(
+      macros_.upload(place_.address, workplace, MacroNumber::textOf(number), file, MacroChange::kCopy));
 }
 
 bool PanelLine::remove(int workplace, int number) {
-  const std::string text = macroNumberText(number);
+  const std::string text = MacroNumber::textOf(number);
   const PanelMacros::Deletion deletion = macros_.remove(place_.address, workplace, text);
   // Nobody can be asked; the session tells what was not kept.
   if (deletion.kept) return deletion.asked;
@@ -60,7 +63,7 @@ bool PanelLine::remove(int workplace, int number) {
 }
 
 bool PanelLine::rename(int workplace, int number, const std::string& name) {
-  return macros_.rename(workplace, macroNumberText(number), name);
+  return macros_.rename(workplace, MacroNumber::textOf(number), name);
 }
 
 void PanelLine::received(const std::string& name, const ParameterValue& value) {

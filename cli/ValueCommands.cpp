@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "cli/Commands.h"
 #include "cli/ValueCheck.h"
 #include "model/Settings.h"
+#include "platform/Text.h"
 #include "values/EntryFilter.h"
 #include "values/ParameterValue.h"
 #include "values/SourceNames.h"
@@ -100,11 +100,7 @@ std::optional<FunctionRecord> functionOf(const FunctionDictionary& dictionary, c
 std::optional<std::uint32_t> packedNumber(std::string_view text) {
   const bool hexadecimal = text.starts_with("0x");
   if (hexadecimal) text.remove_prefix(2);
-  std::uint32_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number, hexadecimal ? 16 : 10);
-  if (error != std::errc() || stop != end) return std::nullopt;
-  return number;
+  return exactNumber<std::uint32_t>(text, hexadecimal ? 16 : 10);
 }
 
 }  // namespace

@@ -38,10 +38,6 @@ class FunctionRecord {
   [[nodiscard]] FunctionSource source() const { return definition().source; }
   [[nodiscard]] const FunctionTemplate& definition() const;
 
-  // A text of the template, such as a parameter's sid, with the values chosen for this function's name put
-  // in.
-  [[nodiscard]] std::string withChosenValues(std::string_view text) const;
-
   // True when the sid is empty, whatever the reason: float values are then fixed point (value × 1024).
   [[nodiscard]] bool incremental() const;
 

@@ -23,10 +23,6 @@ std::string FunctionRecord::description() const {
   return chosen.substitute(chosen.from.definition.description, Text::kDisplay);
 }
 
-std::string FunctionRecord::withChosenValues(std::string_view text) const {
-  return dictionary_->store_->chosenIn(index_).substitute(text, Text::kFid);
-}
-
 bool FunctionRecord::incremental() const {
   const auto chosen = dictionary_->store_->chosenIn(index_);
   return chosen.from.definition.sid.empty() || chosen.sid().empty();

@@ -25,7 +25,6 @@ constexpr const char* kCreateTitle = "Create new command (Classic - Sidepanel/Ta
 constexpr const char* kModifyTitle = "Modify selected command (Classic - Sidepanel/Tarrow panel style)";
 constexpr const char* kModifyButton = "Modify Command";
 constexpr const char* kSelectInput = "Select Input";
-constexpr int kMainframes = 4;
 constexpr QSize kStartSize{980, 620};  // pixels
 
 // A value that a command has no room for is not taken.
@@ -35,8 +34,8 @@ void beepUnless(bool taken) {
 
 }  // namespace
 
-ClassicEditorDialog::ClassicEditorDialog(const EditorContext& context, bool commandSelected, int destination,
-                                         QWidget* parent)
+ClassicEditorDialog::ClassicEditorDialog(const EditorContext& context, bool commandSelected,
+                                         Destination destination, QWidget* parent)
     : QDialog(parent),
       context_(context),
       builder_(context.decodingLists, commandSelected),
@@ -45,7 +44,7 @@ ClassicEditorDialog::ClassicEditorDialog(const EditorContext& context, bool comm
 }
 
 ClassicEditorDialog::ClassicEditorDialog(const EditorContext& context, const ClassicCommand& command,
-                                         int destination, QWidget* parent)
+                                         Destination destination, QWidget* parent)
     : QDialog(parent),
       context_(context),
       builder_(context.decodingLists, command),
@@ -55,7 +54,7 @@ ClassicEditorDialog::ClassicEditorDialog(const EditorContext& context, const Cla
 
 ClassicEditorDialog::~ClassicEditorDialog() = default;
 
-void ClassicEditorDialog::setUp(int destination) {
+void ClassicEditorDialog::setUp(Destination destination) {
   ui_->setupUi(this);
   resize(kStartSize);
   const bool modify = builder_.mode() == ClassicBuilder::Mode::kModify;
@@ -64,9 +63,9 @@ void ClassicEditorDialog::setUp(int destination) {
     ui_->insertSelected->setText(QLatin1String(kModifyButton));
     ui_->insertEnd->hide();
   }
-  for (int mainframe = 1; mainframe <= kMainframes; ++mainframe)
+  for (int mainframe = 1; mainframe <= Destination::kMainframes; ++mainframe)
     ui_->destination->addItem(QStringLiteral("MFrame-%1").arg(mainframe));
-  ui_->destination->setCurrentIndex(destination >= 1 && destination <= kMainframes ? destination - 1 : 0);
+  ui_->destination->setCurrentIndex(destination.index());
   (context_.frameRate == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);
   keepSpaceWhenHidden({ui_->actionHint, ui_->functionHint});
   openedCommand_ = builder_.command();
@@ -259,7 +258,9 @@ void ClassicEditorDialog::enterText(std::size_t row) {
   if (dialog.exec() == QDialog::Accepted) beepUnless(builder_.setText(row, dialog.text()));
 }
 
-int ClassicEditorDialog::destination() const { return ui_->destination->currentIndex() + 1; }
+Destination ClassicEditorDialog::destination() const {
+  return Destination::at(ui_->destination->currentIndex());
+}
 
 bool ClassicEditorDialog::changed() const {
   return builder_.command() != openedCommand_ || destination() != openedDestination_;

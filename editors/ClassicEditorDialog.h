@@ -6,6 +6,7 @@
 
 #include "classic/ClassicBuilder.h"
 #include "editors/EditorContext.h"
+#include "values/Destination.h"
 
 namespace Ui {
 class ClassicEditorDialog;
@@ -23,18 +24,18 @@ class ClassicEditorDialog : public QDialog {
  public:
   enum class Outcome { kAtStart = 0, kAtSelected = 1, kAtEnd = 2, kCancel = 3 };
 
-  // Create mode. `commandSelected` enables "insert at selected command". A destination outside 1 to 4 counts
-  // as 1.
-  ClassicEditorDialog(const EditorContext& context, bool commandSelected, int destination,
+  // Create mode. `commandSelected` enables "insert at selected command". Destinations are
+  // mainframes.
+  ClassicEditorDialog(const EditorContext& context, bool commandSelected, Destination destination,
                       QWidget* parent = nullptr);
   // Modify mode on a copy of `command`.
-  ClassicEditorDialog(const EditorContext& context, const ClassicCommand& command, int destination,
+  ClassicEditorDialog(const EditorContext& context, const ClassicCommand& command, Destination destination,
                       QWidget* parent = nullptr);
   ~ClassicEditorDialog() override;
 
   [[nodiscard]] Outcome outcome() const { return outcome_; }
   [[nodiscard]] const ClassicCommand& command() const { return builder_.command(); }
-  [[nodiscard]] int destination() const;  // mainframe 1 to 4
+  [[nodiscard]] Destination destination() const;
   // Whether command or destination are others than at the opening. If not there is nothing to store: a
   // command that no text form holds would be lost by it.
   [[nodiscard]] bool changed() const;
@@ -44,7 +45,7 @@ class ClassicEditorDialog : public QDialog {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void setUp(int destination);
+  void setUp(Destination destination);
   void connectLists();
   void connectButtons();
   void showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
@@ -65,7 +66,7 @@ class ClassicEditorDialog : public QDialog {
   std::unique_ptr<Ui::ClassicEditorDialog> ui_;
   Outcome outcome_ = Outcome::kCancel;
   ClassicCommand openedCommand_;  // as the dialog was opened
-  int openedDestination_ = 1;
+  Destination openedDestination_;
 };
 
 }  // namespace tessaly

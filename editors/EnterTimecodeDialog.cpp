@@ -110,7 +110,7 @@ void EnterTimecodeDialog::accept() {
   const std::array numbers{&timecode_.hours, &timecode_.minutes, &timecode_.seconds, &timecode_.frames};
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     if (!fields_[i]->isModified()) continue;
-    *numbers[i] = static_cast<std::uint8_t>(wholeNumber(fields_[i]->text().toStdString()));
+    *numbers[i] = static_cast<std::uint8_t>(parseLong(fields_[i]->text().toStdString()));
   }
   QDialog::accept();
 }

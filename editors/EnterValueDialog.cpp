@@ -95,7 +95,7 @@ void EnterValueDialog::check() {
   const EntryState now = state();
   ui_->ok->setEnabled(now == EntryState::kValid);
   const bool number = now == EntryState::kValid;
-  ui_->rows->selectRow(number ? static_cast<int>(wholeNumber(ui_->value->text().toStdString())) : -1);
+  ui_->rows->selectRow(number ? static_cast<int>(parseLong(ui_->value->text().toStdString())) : -1);
   if (now != EntryState::kInvalid) return;
   beep_();
   ui_->value->selectAll();
@@ -103,7 +103,7 @@ void EnterValueDialog::check() {
 
 void EnterValueDialog::accept() {
   if (state() != EntryState::kValid) return;
-  if (ui_->value->isModified()) value_ = wholeNumber(ui_->value->text().toStdString());
+  if (ui_->value->isModified()) value_ = parseLong(ui_->value->text().toStdString());
   QDialog::accept();
 }
 

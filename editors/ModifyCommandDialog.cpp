@@ -16,12 +16,6 @@ constexpr const char* kPanelLabel = "Panel";
 constexpr const char* kMainframeRow = "Mainframe-%d";
 constexpr const char* kWorkplaceRow = "Workplace-%d";
 
-// A destination that is no mainframe's shows as the first one.
-int mainframeRow(std::string_view destination) {
-  const auto known = Destination::named(destination);
-  return known && !known->isPanel() ? known->index() : 0;
-}
-
 // A workplace without a row of its own shows as none.
 int workplaceRow(const std::string& workplace) {
   const int number = parseInt(workplace);
@@ -94,7 +88,7 @@ void ModifyCommandDialog::startOver() {
   function_.reset();
   destinationChosen_ = false;
   ui_->destination->setCurrentIndex(onPanel_ ? workplaceRow(command_.workplace)
-                                             : mainframeRow(command_.destination()));
+                                             : Destination::mainframeOf(command_.destination()).index());
   showLevels();
   lookUp();
   ui_->fromScratch->hide();

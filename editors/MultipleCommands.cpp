@@ -133,11 +133,10 @@ void MultipleCommands::setDestination(Destination destination) {
 }
 
 void MultipleCommands::complete(int row, CommandDraft draft, int workplace) {
-  const std::size_t dot = std::min(draft.fid.find('.'), draft.fid.size());
-  const auto destination = Destination::named(std::string_view(draft.fid).substr(0, dot));
-  const auto function =
-      dictionary_.find(std::string_view(draft.fid).substr(std::min(dot + 1, draft.fid.size())));
-  if (!destination || !function) return;
+  const auto destination = Destination::ofFid(draft.fid);
+  if (!destination) return;
+  const auto function = dictionary_.find(std::string_view(draft.fid).substr(destination->prefix().size()));
+  if (!function) return;
   ListedCommand& command = commands_[static_cast<std::size_t>(row)];
   // What the user left as it was fetched still is the panel's.
   std::optional<std::size_t> fetched = command.fetched;

@@ -170,7 +170,9 @@ class Run {
     command.build(kind, static_cast<std::uint8_t>(number_), 1, 2,
                   {reinterpret_cast<const std::uint8_t*>(text_.data()), text_.size()});
     const auto mode = static_cast<InsertMode>((kind / 7) % 3);
-    const bool done = appendClassicCommand(context().site.access(), kPath, number_, command, mode, 2).done();
+    const bool done = appendClassicCommand(context().site.access(), kPath, number_, command, mode,
+                                           Destination::mainframe(2))
+                          .done();
     require(done == usable, "a classic command goes into every file with data");
     const CommandDraft draft{"QMF2.NCSCOMMAND", {{ParameterKind::kEnum, "CMD", command.text(), false}}};
     if (done) insertInto(expected_, recordOf(draft, 1), number_, mode);

@@ -107,7 +107,7 @@ void run(FuzzInput input) {
   require(session.done() && client.state() == kPanelNotConnected, "nothing is connected afterwards");
   require(!client.callFunction("A", {}) || !session.send(subscribeLine("A")), "nothing is sent afterwards");
   for (const Pane pane : kPanes) {
-    require(names.names(pane).size() == static_cast<std::size_t>(kPanelMacroNumbers),
+    require(names.names(pane).size() == static_cast<std::size_t>(MacroNumber::kCount),
             "the tables keep their size");
   }
 }

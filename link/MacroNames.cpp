@@ -73,9 +73,10 @@ MacroNames::Names MacroNames::names(Pane pane) const {
 }
 
 std::string MacroNames::name(Pane pane, int number) const {
-  if (number < 0 || number >= kPanelMacroNumbers) return {};
+  const auto known = MacroNumber::of(number);
+  if (!known) return {};
   const MutexLock guard(mutex_);
-  return tables_[index(pane)].current[static_cast<std::size_t>(number)];
+  return tables_[index(pane)].current[known->index()];
 }
 
 void MacroNames::showDemo() {
@@ -90,7 +91,7 @@ void MacroNames::showDemo() {
 
 void MacroNames::received(const std::string& valueName, const ParameterValue& value) {
   const int number = macroNumberOf(valueName);
-  if (number < 0 || number >= kPanelMacroNumbers) return;
+  if (!MacroNumber::of(number)) return;
   const std::string text = value.getAsString();
   {
     const MutexLock guard(mutex_);
@@ -107,7 +108,7 @@ void MacroNames::expect(int number, const std::string& name, Clock::time_point n
   const std::string sent = wireText(name);
   const MutexLock guard(mutex_);
   requests_.erase(number);
-  if (workplace_ == kNoWorkplace || number < 0 || number >= kPanelMacroNumbers) return;
+  if (workplace_ == kNoWorkplace || !MacroNumber::of(number)) return;
   for (const Tables& tables : tables_)
     if (!sent.empty() && tables.current[static_cast<std::size_t>(number)] == sent) return;
   requests_[number] = {sent, now + kConfirmation};

@@ -11,6 +11,7 @@
 #include "link/Pane.h"
 #include "link/PanelClient.h"
 #include "link/PanelSubscriptions.h"
+#include "platform/MacroNumber.h"
 #include "platform/ThreadAnnotations.h"
 
 namespace tessaly {
@@ -41,7 +42,7 @@ class MacroNamesView {
 // on any thread.
 class MacroNames {
  public:
-  using Names = std::vector<std::string>;  // kPanelMacroNumbers entries
+  using Names = std::vector<std::string>;  // MacroNumber::kCount entries
   using Clock = std::chrono::steady_clock;
 
   // A panel that has not published the name by then has not done what it was asked.
@@ -80,8 +81,8 @@ class MacroNames {
 
  private:
   struct Tables {
-    Names current = Names(kPanelMacroNumbers);
-    std::bitset<kPanelMacroNumbers> hadName;  // before the current one came
+    Names current = Names(MacroNumber::kCount);
+    std::bitset<MacroNumber::kCount> hadName;  // before the current one came
   };
   struct Expected {
     std::string name;  // as it is on the wire

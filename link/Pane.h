@@ -5,9 +5,6 @@
 
 namespace tessaly {
 
-inline constexpr int kWorkplaces = 8;            // of a panel, numbered from 1
-inline constexpr int kPanelMacroNumbers = 1000;  // of a workplace, numbered from 0
-
 // The two macro overview panes.
 enum class Pane : int { kA = 0, kB = 1 };
 

@@ -8,13 +8,14 @@
 
 #include "link/Pane.h"
 #include "platform/ThreadAnnotations.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 
 enum class PaneSource { kHarddisk = 0, kPanel = 1 };
 
 // Whether the panel reports macros for workplaces 1 to 8, by workplace - 1.
-using WorkplaceFlags = std::array<bool, kWorkplaces>;
+using WorkplaceFlags = std::array<bool, Workplace::kCount>;
 
 // One attempt to connect. Its worker and its pane's time-out race for it; the first to claim it wins.
 struct ConnectAttempt {

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 namespace {
@@ -16,8 +17,7 @@ std::optional<int> workplaceOf(std::string_view name) {
   const std::size_t start = name.find(kWorkplace);
   if (start == std::string_view::npos) return std::nullopt;
   const int number = parseInt(name.substr(start + kWorkplace.size()));
-  if (number < 1 || number > kWorkplaces) return std::nullopt;
-  return number;
+  return Workplace::of(number) ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace

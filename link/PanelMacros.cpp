@@ -6,7 +6,9 @@
 
 #include "link/Pane.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 namespace {
@@ -18,13 +20,6 @@ constexpr std::chrono::seconds kKeepingPatience{3};
 
 constexpr const char* kFtpUser = "target";
 constexpr const char* kFtpSecret = "vintrosa";
-
-bool isMacroNumber(std::string_view number) {
-  return number.size() == 3 &&
-         std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-bool isWorkplace(int workplace) { return workplace >= 1 && workplace <= kWorkplaces; }
 
 class FtpTransfer final : public MacroTransfer {
  public:
@@ -71,13 +66,9 @@ bool mayLeaveAPart(Result result) {
 
 }  // namespace
 
-std::string macroNumberText(int number) {
-  return number >= 0 && number < kPanelMacroNumbers ? format("%03d", number) : std::string();
-}
-
 std::string remoteMacroPath(int workplace, std::string_view number) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
-  return format("/flash/data/PANEL/macro/workplace%d/macro%s.mac", workplace, std::string(number).c_str());
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
+  return format("/flash/data/PANEL/macro/workplace%d/", workplace) + macroFileName(number);
 }
 
 bool TransferOutcome::leavesAPart() const { return upload && mayLeaveAPart(transfer); }
@@ -149,7 +140,7 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
 
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
                                           OldContent old) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return {};
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
   if (old == OldContent::kKept) {
     const Running running(*this, address);
     const MacroPlace place{{}, address, workplace, std::string(number)};
@@ -163,7 +154,7 @@ PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workpl
 }
 
 bool PanelMacros::rename(int workplace, std::string_view number, const std::string& name) {
-  if (!isWorkplace(workplace) || !isMacroNumber(number)) return false;
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return false;
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
   parameters.addString("NAME", name);

@@ -17,11 +17,8 @@ namespace tessaly {
 
 inline constexpr std::uint16_t kFtpPort = 21;
 
-// "%03d" of 0 to 999; empty for any other number.
-[[nodiscard]] std::string macroNumberText(int number);
-
-// Where a macro lies on the panel, or an empty text unless the workplace is 1 to 8 and the number three
-// digits, so that no text leads out of the macro folders.
+// Where a macro lies on the panel, or an empty text unless there are such a workplace and number, so that no
+// text leads out of the macro folders.
 [[nodiscard]] std::string remoteMacroPath(int workplace, std::string_view number);
 
 // What became of an operation that moves files.

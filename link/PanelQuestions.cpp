@@ -66,7 +66,6 @@ PanelQuestions::~PanelQuestions() {
 }
 
 void PanelQuestions::ask(const std::vector<std::string>& names) {
-  if (answered_.empty()) connection_ = client_.connectionNumber();
   const bool asking = !unasked_.empty();
   std::vector<std::string> added;
   for (const std::string& name : names)
@@ -99,10 +98,6 @@ void PanelQuestions::cancel() {
   answered_.clear();
   unasked_.clear();
   missing_ = 0;
-}
-
-bool PanelQuestions::answerable() const {
-  return client_.state() != kPanelNotConnected && client_.connectionNumber() == connection_;
 }
 
 }  // namespace tessaly

@@ -42,8 +42,6 @@ class PanelQuestions {
 
   // Names that have not been answered yet.
   [[nodiscard]] std::size_t missing() const { return missing_; }
-  // Answers can still come: the line that the first question went out on stands.
-  [[nodiscard]] bool answerable() const;
 
  private:
   class Inbox;
@@ -57,7 +55,6 @@ class PanelQuestions {
   std::unordered_map<std::string, bool> answered_;  // every name that was asked for
   std::vector<std::string> unasked_;  // those that the client has still to be given, the next one last
   std::size_t missing_ = 0;
-  unsigned connection_ = 0;
 };
 
 }  // namespace tessaly

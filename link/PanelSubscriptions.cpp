@@ -2,6 +2,8 @@
 
 #include "link/MacroNames.h"
 #include "link/Pane.h"
+#include "platform/MacroNumber.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 
@@ -11,7 +13,7 @@ PanelSubscriptions::~PanelSubscriptions() {
 
 void PanelSubscriptions::subscribeWorkplaceCounts() {
   registered_ = true;
-  for (int workplace = 1; workplace <= kWorkplaces; ++workplace) {
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     client_.subscribe("PANEL.WP" + std::to_string(workplace) + ".MFDCOUNT", this,
                       &PanelSubscriptions::workplaceCountReceived);
   }
@@ -19,26 +21,17 @@ void PanelSubscriptions::subscribeWorkplaceCounts() {
 
 void PanelSubscriptions::subscribeMacroNames(int workplace) {
   registered_ = true;
-  for (int number = 0; number < kPanelMacroNumbers; ++number) {
+  for (int number = 0; number < MacroNumber::kCount; ++number) {
     client_.subscribe(macroNameValue(workplace, number), this, &PanelSubscriptions::macroNameReceived);
   }
 }
 
 void PanelSubscriptions::unsubscribeMacroNames(int workplace) {
   std::vector<std::string> names;
-  names.reserve(kPanelMacroNumbers);
-  for (int number = 0; number < kPanelMacroNumbers; ++number)
+  names.reserve(MacroNumber::kCount);
+  for (int number = 0; number < MacroNumber::kCount; ++number)
     names.push_back(macroNameValue(workplace, number));
   client_.unsubscribe(names, this, &PanelSubscriptions::macroNameReceived);
-}
-
-bool PanelSubscriptions::subscribeCommandValue(const std::string& name) {
-  registered_ = true;
-  return client_.subscribe(name, this, &PanelSubscriptions::commandValueReceived);
-}
-
-void PanelSubscriptions::unsubscribeCommandValues(const std::vector<std::string>& names) {
-  client_.unsubscribe(names, this, &PanelSubscriptions::commandValueReceived);
 }
 
 void PanelSubscriptions::dropAll() {
@@ -52,10 +45,6 @@ void PanelSubscriptions::workplaceCountReceived(const std::string& name, const P
 
 void PanelSubscriptions::macroNameReceived(const std::string& name, const ParameterValue& value) {
   macroName_(name, value);
-}
-
-void PanelSubscriptions::commandValueReceived(const std::string& name, const ParameterValue& value) {
-  commandValue_(name, value);
 }
 
 }  // namespace tessaly

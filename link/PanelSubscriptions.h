@@ -3,7 +3,6 @@
 #include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "link/PanelClient.h"
 
@@ -26,7 +25,6 @@ class PanelSubscriptions {
 
   void onWorkplaceCount(Handler handler) { workplaceCount_ = std::move(handler); }
   void onMacroName(Handler handler) { macroName_ = std::move(handler); }
-  void onCommandValue(Handler handler) { commandValue_ = std::move(handler); }
 
   // "PANEL.WP1.MFDCOUNT" to "PANEL.WP8.MFDCOUNT", in this order.
   void subscribeWorkplaceCounts();
@@ -35,22 +33,16 @@ class PanelSubscriptions {
   void subscribeMacroNames(int workplace);
   void unsubscribeMacroNames(int workplace);
 
-  // The current value of a function; the result is PanelClient's.
-  bool subscribeCommandValue(const std::string& name);
-  void unsubscribeCommandValues(const std::vector<std::string>& names);
-
-  // Removes everything, of all three kinds. Afterwards no handler runs any more.
+  // Removes everything, of both kinds. Afterwards no handler runs any more.
   void dropAll();
 
  private:
   void workplaceCountReceived(const std::string& name, const ParameterValue& value);
   void macroNameReceived(const std::string& name, const ParameterValue& value);
-  void commandValueReceived(const std::string& name, const ParameterValue& value);
 
   PanelClient& client_;
   Handler workplaceCount_ = [](const auto&, const auto&) {};
   Handler macroName_ = [](const auto&, const auto&) {};
-  Handler commandValue_ = [](const auto&, const auto&) {};
   bool registered_ = false;  // something may be registered
 };
 

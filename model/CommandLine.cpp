@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "classic/ClassicDescription.h"
+#include "model/KeyFile.h"
 #include "platform/Text.h"
 #include "values/Destination.h"
 #include "values/ParameterValue.h"
@@ -19,7 +20,6 @@ constexpr std::string_view kUnknownFunction = "??? ";
 constexpr std::string_view kEmptyClassic = "empty command line, use modify to create command...";
 constexpr std::string_view kRawClassicWord = "NCSCOMMAND:  ";
 constexpr std::string_view kClassicWord = "Classic:  ";
-constexpr Destination kKeyDestination = Destination::mainframe(1);  // of every key
 constexpr std::string_view kInputFamily = "INPUT_5";
 constexpr std::string_view kInputPrefix = "INPUT";
 constexpr std::size_t kUsualLength = 120;  // bytes

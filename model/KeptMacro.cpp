@@ -6,6 +6,9 @@
 #include <iterator>
 #include <utility>
 
+#include "model/MacroNameScan.h"
+#include "model/RecordText.h"
+
 namespace tessaly {
 namespace {
 
@@ -15,18 +18,22 @@ constexpr std::pair<MacroChange, std::string_view> kWords[] = {
     {MacroChange::kEdit, "edit"},     {MacroChange::kPutBack, "put-back"}, {MacroChange::kUnsaved, "unsaved"},
 };
 
+constexpr const char* kChange = "change";
+constexpr const char* kName = "name";
+
+// `kSave` for any other word.
+MacroChange changeOfWord(std::string_view word) {
+  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
+                                         [word](const auto& row) { return row.second == word; });
+  return found == std::end(kWords) ? MacroChange::kSave : found->first;
+}
+
 }  // namespace
 
 std::string_view changeWord(MacroChange change) {
   const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
                                          [change](const auto& word) { return word.first == change; });
   return found == std::end(kWords) ? std::string_view() : found->second;
-}
-
-MacroChange changeOfWord(std::string_view word) {
-  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
-                                         [word](const auto& row) { return row.second == word; });
-  return found == std::end(kWords) ? MacroChange::kSave : found->first;
 }
 
 std::string localTimeText(std::int64_t milliseconds) {
@@ -37,6 +44,22 @@ std::string localTimeText(std::int64_t milliseconds) {
       std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local) == 0)
     return {};
   return text.data();
+}
+
+std::string historyRecord(std::string_view bytes, const MacroPlace& place, MacroChange change) {
+  RecordText record;
+  record.set(place);
+  record.set(kChange, changeWord(change));
+  record.set(kName, macroNameIn(bytes));
+  return record.text();
+}
+
+void KeptMacro::takeRecord(std::string_view text) {
+  const auto record = RecordText::parse(text);
+  if (!record) return;
+  place = record->place();
+  name = record->get(kName);
+  change = changeOfWord(record->get(kChange));
 }
 
 std::string KeptMacro::placeText() const {

@@ -20,6 +20,9 @@ struct KeptMacro {
   MacroChange change = MacroChange::kSave;
   std::string name;  // of the macro, UTF-8
 
+  // Takes what the record tells; of one that is none nothing.
+  void takeRecord(std::string_view record);
+
   // "c:\...\macro007.mac", or "10.0.0.1 workplace 1 macro 007"; empty when unknown.
   [[nodiscard]] std::string placeText() const;
 };
@@ -27,10 +30,10 @@ struct KeptMacro {
 // The words of a record and of the command line ("save", "put-back" ...).
 [[nodiscard]] std::string_view changeWord(MacroChange change);
 
+// The record beside a kept macro of these bytes (docs/history-format.md).
+[[nodiscard]] std::string historyRecord(std::string_view bytes, const MacroPlace& place, MacroChange change);
+
 // "2026-11-24 18:56:44" in local time.
 [[nodiscard]] std::string localTimeText(std::int64_t milliseconds);
-
-// The word back; `kSave` for any other.
-[[nodiscard]] MacroChange changeOfWord(std::string_view word);
 
 }  // namespace tessaly

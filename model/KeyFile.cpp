@@ -41,8 +41,6 @@ int lineEnds(std::string_view piece) {
   return count;
 }
 
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
-
 }  // namespace
 
 void KeyFile::load(const SiteRoot& root, std::string_view path, int index) {
@@ -73,10 +71,6 @@ void KeyFile::parse(std::string_view bytes) {
   if (commands_.empty()) commands_.emplace_back();
 }
 
-const ClassicCommand* KeyFile::command(int i) const {
-  return i < 0 || i > lastIndex() ? nullptr : &commands_[static_cast<std::size_t>(i)];
-}
-
 std::vector<int> KeyFile::unreadable() const {
   std::vector<int> positions;
   for (std::size_t i = 0; i < lines_.size(); ++i)
@@ -92,8 +86,7 @@ int keyFileIndex(std::string_view path) {
   const std::string_view name = path.substr(path.find_last_of("\\/") + 1);
   if (name.size() < kKeyPrefix.size() + 2 || !equalNoCase(name.substr(0, kKeyPrefix.size()), kKeyPrefix))
     return 0;
-  const std::string_view number = name.substr(kKeyPrefix.size(), 2);
-  return isDigit(number[0]) && isDigit(number[1]) ? parseInt(number) : 0;
+  return exactNumber<std::uint8_t>(name.substr(kKeyPrefix.size(), 2)).value_or(0);
 }
 
 }  // namespace tessaly

@@ -7,8 +7,11 @@
 
 #include "classic/ClassicCommand.h"
 #include "platform/SiteRoot.h"
+#include "values/Destination.h"
 
 namespace tessaly {
+
+inline constexpr Destination kKeyDestination = Destination::mainframe(1);  // of every key
 
 // A key file (".upk"): a six-line header, then one classic command a line (docs/key-file-format.md).
 class KeyFile {
@@ -23,7 +26,6 @@ class KeyFile {
   [[nodiscard]] const std::string& name() const { return name_; }                         // UTF-8
   [[nodiscard]] int lastIndex() const { return static_cast<int>(commands_.size()) - 1; }  // -1 when empty
   [[nodiscard]] const std::vector<ClassicCommand>& commands() const { return commands_; }
-  [[nodiscard]] const ClassicCommand* command(int i) const;  // null outside 0..lastIndex
   // Which commands a macro made of this file does not hold as their lines tell them, in ascending order:
   // those of 28 and more parameter bytes, and lines that are no command, as without their final blank. Once
   // they are saved nothing reads them back.
@@ -31,10 +33,10 @@ class KeyFile {
   // The line of the file that such a command was read from, from 1 on.
   [[nodiscard]] int lineOf(int i) const { return lines_[static_cast<std::size_t>(i)]; }
 
+ private:
   // A new empty command, or null at the bound.
   [[nodiscard]] ClassicCommand* append();
 
- private:
   std::string name_;
   std::vector<ClassicCommand> commands_;
   std::vector<int> lines_;  // of the commands, from 1 on; none for the empty one that stands for no line

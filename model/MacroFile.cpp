@@ -11,9 +11,8 @@ constexpr const char* kCannotParse = "Cannot parse Macro: %s";
 constexpr const char* kCannotRead = "Cannot read Macro: %s (%s)";
 constexpr const char* kCannotCreate = "Cannot create Macro: %s";
 constexpr const char* kUnknownName = "???";
-constexpr const char* kClassicFid = "QMF%d.NCSCOMMAND";
+constexpr std::string_view kClassicFunction = "NCSCOMMAND";
 constexpr const char* kClassicParameter = "CMD";
-constexpr int kKeyMainframe = 1;  // keys of the older family always go to the first mainframe
 
 // A file that is not there, or is none, parses no more than one that holds something else.
 bool isParseFailure(Failure::Kind kind) {
@@ -98,13 +97,14 @@ Outcome insertCommand(const SiteAccess& site, std::string_view path, int positio
   return editMacroFile(site, path, InsertCommands{{draft}, workplace, position, mode});
 }
 
-CommandDraft classicDraft(const ClassicCommand& command, int mainframe) {
-  return {format(kClassicFid, mainframe), {{ParameterKind::kEnum, kClassicParameter, command.text(), false}}};
+CommandDraft classicDraft(const ClassicCommand& command, Destination destination) {
+  return {std::string(destination.prefix()).append(kClassicFunction),
+          {{ParameterKind::kEnum, kClassicParameter, command.text(), false}}};
 }
 
 Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
-                             const ClassicCommand& command, InsertMode mode, int mainframe) {
-  return insertCommand(site, path, position, classicDraft(command, mainframe), kClassicWorkplace, mode);
+                             const ClassicCommand& command, InsertMode mode, Destination destination) {
+  return insertCommand(site, path, position, classicDraft(command, destination), kClassicWorkplace, mode);
 }
 
 // One write, so that a conversion cut short leaves no macro without its commands. A template that takes none
@@ -118,7 +118,7 @@ Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::str
   InsertCommands insertion;
   insertion.workplace = kClassicWorkplace;
   for (const ClassicCommand& command : key.commands())
-    insertion.drafts.push_back(classicDraft(command, kKeyMainframe));
+    insertion.drafts.push_back(classicDraft(command, kKeyDestination));
   if (insertion.drafts.empty()) return saveMacro(site.root, targetPath, *empty);
   const auto filled = apply(*empty, insertion);
   if (filled) return saveMacro(site.root, targetPath, *filled);

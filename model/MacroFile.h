@@ -6,6 +6,7 @@
 #include "classic/ClassicCommand.h"
 #include "model/MacroEdit.h"
 #include "platform/SiteAccess.h"
+#include "values/Destination.h"
 
 // Macro files (".mac", docs/macro-format.md). Each operation reads the file, applies an edit to what it holds
 // and writes the whole file back. Paths are site paths. A file that does not parse is reported with "Cannot
@@ -43,12 +44,12 @@ Outcome createMacro(const SiteAccess& site, const std::string& name, std::string
 Outcome insertCommand(const SiteAccess& site, std::string_view path, int position, const CommandDraft& draft,
                       int workplace, InsertMode mode);
 
-// A classic command as it is stored in a macro.
-[[nodiscard]] CommandDraft classicDraft(const ClassicCommand& command, int mainframe);
+// A classic command as it is stored in a macro, for a mainframe.
+[[nodiscard]] CommandDraft classicDraft(const ClassicCommand& command, Destination destination);
 inline constexpr int kClassicWorkplace = 1;  // of every classic command
 
 Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
-                             const ClassicCommand& command, InsertMode mode, int mainframe);
+                             const ClassicCommand& command, InsertMode mode, Destination destination);
 
 Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                        std::string_view keyPath);

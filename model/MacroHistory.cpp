@@ -7,9 +7,8 @@
 #include <system_error>
 #include <utility>
 
-#include "model/MacroNameScan.h"
-#include "model/RecordText.h"
 #include "platform/ContentCheck.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/PendingFile.h"
 #include "platform/SystemFailure.h"
@@ -30,9 +29,6 @@ constexpr std::chrono::hours kFetchLeftOver{1};  // what is older was left by a 
 constexpr const char* kLockFile = "lock";  // its text is the number of what was kept last
 constexpr std::uint64_t kHistoryLock = 0;  // the others are odd, one for each file
 
-constexpr const char* kChange = "change";
-constexpr const char* kName = "name";
-
 constexpr std::size_t kLargestRecord = 64 * 1024;  // bytes
 constexpr std::uint64_t kShareOfOne = 4;
 
@@ -48,12 +44,6 @@ std::vector<fs::directory_entry> entriesOf(const fs::path& folder) {
   fs::directory_iterator entry(folder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) found.push_back(*entry);
   return found;
-}
-
-std::uint64_t freeBytes(const fs::path& folder) {
-  std::error_code error;
-  const auto bytes = fs::space(folder, error).available;
-  return error ? std::numeric_limits<std::uint64_t>::max() : bytes;
 }
 
 Failure nearlyFull() { return {Failure::Kind::kFull, "cannot be kept: the disk is nearly full"}; }
@@ -175,11 +165,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   const std::string text = std::to_string(entry.number);
   if (auto counted = lock->setText(text); !counted) return counted;
   seen_ = text;
-  RecordText record;
-  record.set(place);
-  record.set(kChange, changeWord(change));
-  record.set(kName, macroNameIn(bytes));
-  auto written = writeEntry(entry, record.text(), bytes);
+  auto written = writeEntry(entry, historyRecord(bytes, place, change), bytes);
   if (!written && written.failure().kind != Failure::Kind::kUnflushed) return written;
   entries_.push_back(entry);
   makeRoom(entry.outsideRoot);
@@ -250,23 +236,18 @@ Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
   return bytes.failure();
 }
 
-FileChange MacroHistory::lock(std::string_view path) {
-  FileChange begun;
+Outcome MacroHistory::whileLocked(std::string_view path, const Work& work) {
   const fs::path file = root_.resolve(path);
-  if (!file.empty() && makeOwnFolder(folder_)) {
-    auto lock = FileLock::take(folder_ / kLockFile, lockNumber(file), limits_.patience);
-    if (lock)
-      begun.lock_.emplace(*std::move(lock));
-    else if (lock.failure().kind == Failure::Kind::kChanged)
-      begun.locked = lock.failure();
-  }
-  return begun;
+  if (file.empty() || !makeOwnFolder(folder_)) return work();
+  const auto lock = FileLock::take(folder_ / kLockFile, lockNumber(file), limits_.patience);
+  return lock || lock.failure().kind != Failure::Kind::kInUse ? work() : lock.failure();
 }
 
-FileChange MacroHistory::begin(std::string_view path, MacroChange change) {
-  FileChange begun = lock(path);
-  begun.kept = keepFile(path, change);
-  return begun;
+Outcome MacroHistory::change(std::string_view path, MacroChange change, const Work& work) {
+  return whileLocked(path, [&] {
+    static_cast<void>(keepFile(path, change));  // `takeFailure` tells why not
+    return work();
+  });
 }
 
 Expected<std::string> MacroHistory::fetchFile() {
@@ -305,11 +286,7 @@ KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
   kept.size = entry.size;
   kept.file = file + kMacroEnding;
   const auto text = readOwnFile(root_, file + kRecordEnding, kLargestRecord);
-  const auto record = text ? RecordText::parse(*text) : std::nullopt;
-  if (!record) return kept;
-  kept.place = record->place();
-  kept.name = record->get(kName);
-  kept.change = changeOfWord(record->get(kChange));
+  if (text) kept.takeRecord(*text);
   return kept;
 }
 
@@ -342,8 +319,7 @@ Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {
   // Read first: keeping what is there now may be what drives this one out.
   const auto bytes = readOwnFile(root_, macro.file);
   if (!bytes) return bytes.failure();
-  const FileChange begun = begin(path, MacroChange::kPutBack);
-  return begun.locked ? writeFile(root_, path, *bytes) : begun.locked;
+  return change(path, MacroChange::kPutBack, [&] { return writeFile(root_, path, *bytes); });
 }
 
 }  // namespace tessaly

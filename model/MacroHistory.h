@@ -13,7 +13,6 @@
 
 #include "model/HistoryEntry.h"
 #include "model/KeptMacro.h"
-#include "platform/FileLock.h"
 #include "platform/MacroKeeper.h"
 #include "platform/SiteRoot.h"
 
@@ -22,21 +21,6 @@ namespace tessaly {
 inline constexpr std::size_t kMostKeptMacros = 2000;
 inline constexpr std::uint64_t kMostKeptBytes = std::uint64_t{256} * 1024 * 1024;
 inline constexpr std::uint64_t kDiskReserve = std::uint64_t{16} * 1024 * 1024;
-
-// A file of the site that is about to be changed. As long as the object lives nobody else who asks like this,
-// in whatever program, changes the file, so that reading, keeping and writing are one step.
-class FileChange {
- public:
-  // Not done (`kChanged`): somebody else was changing the file all the time that was waited. Where there can
-  // be no locks, nobody is waited for.
-  Outcome locked;
-  // Not done: there is old content, and it could not be kept.
-  Outcome kept;
-
- private:
-  friend class MacroHistory;
-  std::optional<FileLock> lock_;
-};
 
 // Keeps what macros held before this program overwrites or deletes them: in dated folders under the root,
 // beside the drives (docs/history-format.md). Keeping is an extra: a failure never stops what was to be done.
@@ -53,17 +37,20 @@ class MacroHistory : public MacroKeeper {
     std::chrono::milliseconds patience{
         500};  // with another program, once for a file and once for the history
   };
+  using Work = std::function<Outcome()>;
   using Clock = std::function<std::chrono::system_clock::time_point()>;
 
   // Observes the root. Touches nothing before the first use.
   explicit MacroHistory(const SiteRoot& root) : MacroHistory(root, Limits()) {}
   MacroHistory(const SiteRoot& root, Limits limits, Clock clock = &std::chrono::system_clock::now);
 
-  // Before a file of the site is overwritten, changed or deleted: locks it and keeps it. Hold the result
-  // until that is done.
-  [[nodiscard]] FileChange begin(std::string_view path, MacroChange change);
+  // Runs `work`, which overwrites, changes or deletes a file of the site, after what it holds is kept.
+  // Meanwhile nobody else who asks like this, in whatever program, changes the file, so that keeping, reading
+  // and writing are one step. Not done (`kInUse`), and `work` not run, when somebody else was changing it all
+  // the time that was waited; else what `work` says. Where there can be no locks, nobody is waited for.
+  Outcome change(std::string_view path, MacroChange change, const Work& work);
   // The same for what is not kept, or only once it is known that it will be changed.
-  [[nodiscard]] FileChange lock(std::string_view path);
+  Outcome whileLocked(std::string_view path, const Work& work);
 
   // Not done when there is a file of the site that could not be kept. No file is nothing to keep.
   Outcome keepFile(std::string_view path, MacroChange change);

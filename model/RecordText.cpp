@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 namespace {
@@ -56,19 +57,14 @@ const std::string& RecordText::get(const std::string& key) const {
 }
 
 std::optional<std::uint64_t> RecordText::number(const std::string& key) const {
-  const std::string& text = get(key);
-  std::uint64_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
+  return exactNumber<std::uint64_t>(get(key));
 }
 
 std::optional<MacroPlace> RecordText::place() const {
-  constexpr std::uint64_t kMostWorkplaces = 8;
   if (!get(kDisk).empty()) return MacroPlace{get(kDisk), {}, 0, {}};
   const auto workplace = number(kWorkplace);
   if (get(kPanel).empty() || get(kNumber).empty()) return std::nullopt;
-  if (!workplace || *workplace < 1 || *workplace > kMostWorkplaces) return std::nullopt;
+  if (!workplace || *workplace < 1 || *workplace > std::uint64_t{Workplace::kCount}) return std::nullopt;
   return MacroPlace{{}, get(kPanel), static_cast<int>(*workplace), get(kNumber)};
 }
 

@@ -9,6 +9,7 @@
 #include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -24,8 +25,7 @@ constexpr std::string_view kNameMark = "Name=";
 constexpr std::string_view kKeyFileStart = "key";
 constexpr std::size_t kNameBytes = 254;                          // of a file that are searched for its name
 constexpr std::size_t kMostDevicesBytes = std::size_t{1} << 20;  // a real one has a few lines
-constexpr std::size_t kMacroNumberBegin = 5, kMacroNumberSize = 3;  // "macro007.mac"
-constexpr std::size_t kKeyNumberBegin = 3, kKeyNumberSize = 2;      // "key03.upk"
+constexpr std::size_t kKeyNumberBegin = 3, kKeyNumberSize = 2;   // "key03.upk"
 
 std::string joined(std::string_view folder, std::string_view rest) {
   return std::string(folder).append(rest);
@@ -193,11 +193,11 @@ std::string keyFolder(std::string_view path, std::string_view application, std::
 }
 
 std::string macroFile(std::string_view folder, std::string_view numberText) {
-  return joined(folder, "macro").append(numberText).append(".mac");
+  return joined(folder, macroFileName(numberText));
 }
 
 std::string macroFile(std::string_view folder, int number) {
-  return macroFile(folder, format("%03d", number));
+  return macroFile(folder, MacroNumber::textOf(number));
 }
 
 std::string keyFile(std::string_view folder, std::string_view numberText) {
@@ -210,11 +210,11 @@ MacroListing listMacros(const SiteRoot& root, std::string_view folder) {
   const SiteAccess site{root, messages};
   // Looked for once: the files of a folder share the search for its spelling on disk.
   const std::string place = root.resolve(folder).string();
-  for (const std::string& file : listFolder(root, folder, ".mac")) {
+  for (const std::string& file : listFolder(root, folder, kMacroFileEnd)) {
     if (!isPlainName(file)) continue;
     MacroRow row;
-    row.numberText = middle(file, kMacroNumberBegin, kMacroNumberSize);
-    row.number = tableNumber(row.numberText, kMacroNumbers);
+    row.numberText = middle(file, kMacroFileStart.size(), MacroNumber::kDigits);
+    row.number = tableNumber(row.numberText, MacroNumber::kCount);
     const auto bytes = readFile(root, place + "/" + file);
     if (const auto name = bytes ? scanMacroName(*bytes) : std::nullopt)
       row.name = *name;
@@ -240,7 +240,7 @@ std::vector<MacroRow> listKeyFiles(const SiteRoot& root, std::string_view folder
 }
 
 std::vector<std::string> macroNames(const std::vector<MacroRow>& rows) {
-  std::vector<std::string> names(kMacroNumbers);
+  std::vector<std::string> names(MacroNumber::kCount);
   for (const MacroRow& row : rows) {
     if (row.number >= 0) names[static_cast<std::size_t>(row.number)] = row.name;
   }

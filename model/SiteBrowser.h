@@ -12,8 +12,7 @@
 // path component names nothing: it is left out, and the folder builders give the empty path for it.
 namespace tessaly {
 
-inline constexpr int kMacroNumbers = 1000;  // 0 to 999
-inline constexpr int kKeyNumbers = 96;      // 0 to 95
+inline constexpr int kKeyNumbers = 96;  // 0 to 95
 
 // A control panel of an application.
 struct PanelEntry {

@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t kReadSize = std::size_t{64} * 1024;
 constexpr std::size_t kMostHeld =
     std::size_t{64} * 1024 * 1024;  // bytes for one editor: unsent, or of its names
+constexpr std::string_view kNonsense = "\x7F{\xFF\"}[ nonsense\n";
 
 }  // namespace
 
@@ -18,6 +19,16 @@ ControlClient::ControlClient(Socket socket, std::size_t number, ControlledPanel&
 std::optional<ControlClient::Clock::time_point> ControlClient::due() const {
   if (delayed_.empty()) return std::nullopt;
   return delayed_.front().due;
+}
+
+void ControlClient::heed(const ControlFaults& faults) {
+  if (dead_ && !faults.deadLine) end("ended: its line was dead");
+  dead_ = faults.deadLine;
+  if (!dead_) return;
+  outgoing_.clear();
+  sent_ = 0;
+  delayed_.clear();
+  delayedBytes_ = 0;
 }
 
 void ControlClient::greet(const ControlFaults& faults) {
@@ -37,6 +48,7 @@ void ControlClient::receive(const ControlFaults& faults) {
     case Socket::Transfer::kDone:
       break;
   }
+  if (dead_) return;
   lines_.append({bytes.data(), count});
   while (const auto line = lines_.next()) {
     if (!ended_) handle(*line, faults);
@@ -95,8 +107,9 @@ void ControlClient::publish(std::string_view method, const std::string& name, co
 void ControlClient::queueValue(std::string_view method, const std::string& name, const std::string& value,
                                const ControlFaults& faults) {
   if (faults.dropAfter && values_ >= *faults.dropAfter) return;
+  const bool garbled = faults.garbleAfter && values_ >= *faults.garbleAfter;
   ++values_;
-  queue(valueLine(method, name, value), faults);
+  queue(garbled ? std::string(kNonsense) : valueLine(method, name, value), faults);
 }
 
 void ControlClient::answer(const WireMessage& message, int error, std::string_view text,
@@ -106,7 +119,7 @@ void ControlClient::answer(const WireMessage& message, int error, std::string_vi
 }
 
 void ControlClient::queue(std::string line, const ControlFaults& faults) {
-  if (faults.neverAnswer || ended_) return;
+  if (faults.neverAnswer || dead_ || ended_) return;
   if (delayed_.empty() && faults.delay.count() <= 0) {
     outgoing_ += line;
   } else {

@@ -24,9 +24,11 @@ class ControlledPanel {
 };
 
 struct ControlFaults {
-  bool neverAnswer = false;                             // connections are taken and stay silent
-  std::chrono::milliseconds delay{0};                   // of everything that is sent
-  std::optional<std::size_t> dropAfter = std::nullopt;  // values sent, after which a connection is closed
+  bool neverAnswer = false;                               // connections are taken and stay silent
+  std::chrono::milliseconds delay{0};                     // of everything that is sent
+  std::optional<std::size_t> dropAfter = std::nullopt;    // values sent, after which a connection is closed
+  std::optional<std::size_t> garbleAfter = std::nullopt;  // values sent, after which nonsense comes
+  bool deadLine = false;  // nothing is read or sent, and no connection ends until the fault does
 };
 
 // One editor's connection, on the service's thread.
@@ -41,6 +43,8 @@ class ControlClient {
   [[nodiscard]] bool wantsToSend() const { return sent_ < outgoing_.size(); }
   [[nodiscard]] std::optional<Clock::time_point> due() const;  // when a line that is held back is to go
 
+  // What changed faults do to the connection; before anything else that is done under them.
+  void heed(const ControlFaults& faults);
   void greet(const ControlFaults& faults);
   void receive(const ControlFaults& faults);
   void send();  // what is due
@@ -69,6 +73,7 @@ class ControlClient {
   ControlledPanel& panel_;
   const Log& log_;
   bool ended_ = false;
+  bool dead_ = false;  // the line is gone, though nobody has been told
   LineBuffer lines_;
   std::unordered_set<std::string> subscribed_;
   std::size_t subscribedBytes_ = 0;

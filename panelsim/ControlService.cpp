@@ -113,6 +113,7 @@ void ControlService::takeRequests() {
     active_ = faults_;
   }
   for (const auto& client : clients_) {
+    client->heed(active_);
     for (const Publication& publication : publications) {
       client->publish(publication.method, publication.name, publication.value, active_);
     }
@@ -128,6 +129,7 @@ void ControlService::acceptClients() {
     listensAgain_.reset();
     if (clients_.size() >= kMostClients) continue;
     clients_.push_back(std::make_unique<ControlClient>(std::move(socket), ++accepted_, panel_, log_));
+    clients_.back()->heed(active_);
     clients_.back()->greet(active_);
   }
   connections_ = clients_.size();

@@ -79,10 +79,9 @@ std::string valueFor(const FunctionTemplate& function, std::uint64_t chance) {
 
 std::optional<std::string> CurrentValues::of(const std::string& name) const {
   if (const auto found = values_.find(name); found != values_.end()) return found->second;
-  const std::size_t dot = name.find('.');
-  if (dot == std::string::npos) return std::nullopt;
-  if (!Destination::named(std::string_view(name).substr(0, dot))) return std::nullopt;
-  const std::string_view sid = std::string_view(name).substr(dot + 1);
+  const auto destination = Destination::ofFid(name);
+  if (!destination) return std::nullopt;
+  const std::string_view sid = std::string_view(name).substr(destination->prefix().size());
   if (sid.empty()) return std::nullopt;
   const auto function = dictionary_.findBySid(sid);
   if (!function) return std::nullopt;

@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <string_view>
+#include <utility>
 
 #include "FtpServerText.h"
 #include "platform/Text.h"
@@ -15,7 +16,19 @@ constexpr int kStartTimeMs = 15000;
 constexpr std::chrono::seconds kAnswerTime{5};
 constexpr std::string_view kReady = "ready ", kFailed = "failed ", kEvent = "event ";
 
-std::string onOff(bool on) { return on ? "on" : "off"; }
+// As the server calls them.
+constexpr std::pair<const char*, bool FtpFaults::*> kSwitches[] = {
+    {"refuse-login", &FtpFaults::refuseLogin},
+    {"disk-full", &FtpFaults::diskFull},
+    {"stall-transfer", &FtpFaults::stallTransfer},
+    {"swap-after-upload", &FtpFaults::swapAfterUpload},
+    {"dead-line", &FtpFaults::deadLine}};
+constexpr std::pair<const char*, FtpFaults::Count FtpFaults::*> kCounts[] = {
+    {"cut-transfer", &FtpFaults::cutAfter},
+    {"flip-byte", &FtpFaults::flipByte},
+    {"cut-silent", &FtpFaults::cutSilent},
+    {"slow-transfer", &FtpFaults::bytesPerSecond},
+    {"garble", &FtpFaults::garbleAfter}};
 
 }  // namespace
 
@@ -65,10 +78,13 @@ void FtpService::readEvents() {
 }
 
 bool FtpService::setFaults(const FtpFaults& faults) {
-  return command("refuse-login " + onOff(faults.refuseLogin)) &&
-         command("disk-full " + onOff(faults.diskFull)) &&
-         command("stall-transfer " + onOff(faults.stallTransfer)) &&
-         command("cut-transfer " + (faults.cutAfter ? std::to_string(*faults.cutAfter) : "off"));
+  bool taken = true;
+  for (const auto& [name, on] : kSwitches)
+    taken = taken && command(std::string(name) + (faults.*on ? " on" : " off"));
+  for (const auto& [name, count] : kCounts)
+    taken = taken &&
+            command(std::string(name) + ' ' + (faults.*count ? std::to_string(*(faults.*count)) : "off"));
+  return taken;
 }
 
 bool FtpService::command(const std::string& line) {

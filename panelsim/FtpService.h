@@ -15,11 +15,18 @@
 namespace tessaly {
 
 struct FtpFaults {
+  using Count = std::optional<std::size_t>;
+
   bool refuseLogin = false;
-  bool diskFull = false;       // uploads are refused
-  bool stallTransfer = false;  // transfers begin and move no byte
-  std::optional<std::size_t> cutAfter =
-      std::nullopt;  // bytes of a transfer after which its connection breaks
+  bool diskFull = false;         // uploads are refused
+  bool stallTransfer = false;    // transfers begin and move no byte
+  bool swapAfterUpload = false;  // another editor's macro takes the place of what was uploaded
+  bool deadLine = false;         // nothing moves or is answered, and no connection ends
+  Count cutAfter = {};           // bytes of a transfer after which its connection breaks
+  Count flipByte = {};           // the byte of an upload that is stored wrong; the first one is 0
+  Count cutSilent = {};          // bytes of an upload that are stored; the panel says that all are
+  Count bytesPerSecond = {};     // of a transfer, at least 1
+  Count garbleAfter = {};        // bytes of a download after which nonsense comes
 };
 
 // The FTP service of a panel: a server of its own in a child process, with the panel's login and the panel's

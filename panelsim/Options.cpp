@@ -1,10 +1,11 @@
 #include "panelsim/Options.h"
 
 #include <algorithm>
-#include <charconv>
+#include <iterator>
 #include <limits>
 
 #include "platform/SiteRoot.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -33,18 +34,27 @@ Faults to begin with:
   --cut-transfer N   the line of a transfer breaks after N bytes
   --stall-transfer   transfers begin and move no byte
   --disk-full        uploads are refused
+  --flip-byte N      byte N of an upload, from 0, is stored wrong
+  --cut-silent N     N bytes of an upload are stored, and all is said to be well
+  --swap-after-upload  another editor's macro takes the place of an upload
+  --slow-transfer B  transfers move B bytes a second
+  --dead-line        nothing is answered any more, and no line ends
+  --garble N         nonsense comes after N values, or N bytes of a download
+  --lose-reload      the call to read the macros is answered and not carried out
 
 Exit code: 0 done, 1 failed, 2 wrong usage.
 )";
 
 constexpr int kMost = std::numeric_limits<int>::max();
 constexpr int kMostModules = 1000;
+constexpr std::string_view kOff = "off";
+constexpr std::string_view kSlowTransfer = "slow-transfer";  // at 0 it would be a stall
 
-bool readModules(std::string_view text, std::array<int, kPanelWorkplaces>& modules) {
+bool readModules(std::string_view text, std::array<int, Workplace::kCount>& modules) {
   modules.fill(0);
   for (int& count : modules) {
     const std::size_t comma = text.find(',');
-    const auto number = readCount(text.substr(0, comma), kMostModules);
+    const auto number = wholeNumber(text.substr(0, comma), 0, kMostModules);
     if (!number) return false;
     count = *number;
     if (comma == std::string_view::npos) return true;
@@ -54,18 +64,50 @@ bool readModules(std::string_view text, std::array<int, kPanelWorkplaces>& modul
 }
 
 bool setPort(std::string_view text, std::uint16_t& port) {
-  const auto number = readCount(text, std::numeric_limits<std::uint16_t>::max());
+  const auto number = wholeNumber(text, 0, std::numeric_limits<std::uint16_t>::max());
   if (number) port = static_cast<std::uint16_t>(*number);
   return number.has_value();
 }
 
-bool takesCount(std::string_view fault) {
-  return fault == "answer-after" || fault == "drop-after" || fault == "cut-transfer";
-}
+using Count = FtpFaults::Count;
 
-bool isSwitch(std::string_view fault) {
-  return fault == "never-answer" || fault == "refuse-login" || fault == "stall-transfer" ||
-         fault == "disk-full";
+struct CountedFault {
+  std::string_view name;
+  void (*set)(PanelFaults& faults, Count count);
+};
+
+constexpr CountedFault kCounted[] = {
+    {"answer-after",
+     [](PanelFaults& faults, Count count) {
+       faults.control.delay = std::chrono::milliseconds(count.value_or(0));
+     }},
+    {"drop-after", [](PanelFaults& faults, Count count) { faults.control.dropAfter = count; }},
+    {"cut-transfer", [](PanelFaults& faults, Count count) { faults.ftp.cutAfter = count; }},
+    {"flip-byte", [](PanelFaults& faults, Count count) { faults.ftp.flipByte = count; }},
+    {"cut-silent", [](PanelFaults& faults, Count count) { faults.ftp.cutSilent = count; }},
+    {kSlowTransfer, [](PanelFaults& faults, Count count) { faults.ftp.bytesPerSecond = count; }},
+    {"garble",
+     [](PanelFaults& faults, Count count) { faults.control.garbleAfter = faults.ftp.garbleAfter = count; }}};
+
+struct SwitchedFault {
+  std::string_view name;
+  void (*set)(PanelFaults& faults, bool on);
+};
+
+constexpr SwitchedFault kSwitched[] = {
+    {"never-answer", [](PanelFaults& faults, bool on) { faults.control.neverAnswer = on; }},
+    {"refuse-login", [](PanelFaults& faults, bool on) { faults.ftp.refuseLogin = on; }},
+    {"stall-transfer", [](PanelFaults& faults, bool on) { faults.ftp.stallTransfer = on; }},
+    {"disk-full", [](PanelFaults& faults, bool on) { faults.ftp.diskFull = on; }},
+    {"swap-after-upload", [](PanelFaults& faults, bool on) { faults.ftp.swapAfterUpload = on; }},
+    {"dead-line", [](PanelFaults& faults, bool on) { faults.control.deadLine = faults.ftp.deadLine = on; }},
+    {"lose-reload", [](PanelFaults& faults, bool on) { faults.loseReload = on; }}};
+
+template <typename Fault, std::size_t N>
+const Fault* named(const Fault (&faults)[N], std::string_view name) {
+  const auto* const found = std::find_if(std::begin(faults), std::end(faults),
+                                         [&](const Fault& fault) { return fault.name == name; });
+  return found == std::end(faults) ? nullptr : found;
 }
 
 // An option with a value; false when there is no such option or the value is wrong.
@@ -74,7 +116,7 @@ bool setValue(std::string_view name, const std::string& value, ProgramOptions& o
   if (name == "control-port") return setPort(value, panel.controlPort);
   if (name == "ftp-port") return setPort(value, panel.ftpPort);
   if (name == "mfd") return readModules(value, panel.modules);
-  if (takesCount(name)) return readCount(value, kMost) && applyFault(name, value, panel.faults);
+  if (named(kCounted, name)) return value != kOff && applyFault(name, value, panel.faults);
   std::string* text = name == "address"  ? &panel.address
                       : name == "root"   ? &panel.root
                       : name == "site"   ? &panel.site
@@ -89,31 +131,17 @@ bool setValue(std::string_view name, const std::string& value, ProgramOptions& o
 
 std::string_view optionsHelp() { return kHelp; }
 
-std::optional<int> readCount(std::string_view text, int most) {
-  int number = -1;
-  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || stop != text.data() + text.size() || number < 0 || number > most)
-    return std::nullopt;
-  return number;
-}
-
 bool applyFault(std::string_view name, std::string_view value, PanelFaults& faults) {
-  const bool off = value == "off";
-  if (takesCount(name)) {
-    const auto count = readCount(value, kMost);
+  const bool off = value == kOff;
+  if (const CountedFault* const fault = named(kCounted, name)) {
+    const auto count = wholeNumber(value, name == kSlowTransfer ? 1 : 0, kMost);
     if (!off && !count) return false;
-    const std::optional<std::size_t> limit =
-        off ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(*count));
-    if (name == "answer-after") faults.control.delay = std::chrono::milliseconds(off ? 0 : *count);
-    if (name == "drop-after") faults.control.dropAfter = limit;
-    if (name == "cut-transfer") faults.ftp.cutAfter = limit;
+    fault->set(faults, off ? Count() : Count(static_cast<std::size_t>(*count)));
     return true;
   }
-  if (!isSwitch(name) || !(off || value.empty())) return false;
-  if (name == "never-answer") faults.control.neverAnswer = !off;
-  if (name == "refuse-login") faults.ftp.refuseLogin = !off;
-  if (name == "stall-transfer") faults.ftp.stallTransfer = !off;
-  if (name == "disk-full") faults.ftp.diskFull = !off;
+  const SwitchedFault* const fault = named(kSwitched, name);
+  if (!fault || !(off || value.empty())) return false;
+  fault->set(faults, !off);
   return true;
 }
 
@@ -128,7 +156,7 @@ std::optional<ProgramOptions> readOptions(const std::vector<std::string>& argume
       options.version = true;
     } else if (name == "seed") {
       options.panel.seed = true;
-    } else if (isSwitch(name)) {
+    } else if (named(kSwitched, name)) {
       if (!applyFault(name, "", options.panel.faults)) return std::nullopt;
     } else if (i + 1 == arguments.size()) {
       reason = "wrong option, or one without its value: " + argument;

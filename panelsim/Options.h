@@ -25,7 +25,4 @@ struct ProgramOptions {
 // else empty, or "off". False when that is no fault.
 [[nodiscard]] bool applyFault(std::string_view name, std::string_view value, PanelFaults& faults);
 
-// A whole number from 0 to `most`, digits only.
-[[nodiscard]] std::optional<int> readCount(std::string_view text, int most);
-
 }  // namespace tessaly

@@ -27,8 +27,9 @@ const std::string* parameter(const ParameterList& parameters, std::string_view n
 // The macro number of the parameter REG; -1 unless it is one to three digits.
 int macroNumber(const ParameterList& parameters) {
   const std::string* text = parameter(parameters, "REG");
-  if (text == nullptr || text->empty() || text->size() > 3) return -1;
-  return text->find_first_not_of("0123456789") == std::string::npos ? parseInt(*text) : -1;
+  if (text == nullptr || text->size() > MacroNumber::kDigits) return -1;
+  const auto number = exactNumber<std::uint16_t>(*text);
+  return number ? *number : -1;
 }
 
 }  // namespace
@@ -41,8 +42,8 @@ PanelSimulator::PanelSimulator(PanelOptions options, Log log)
       faults_(options_.faults),
       control_(*this, log_),
       ftp_(log_) {
-  for (auto& names : names_) names.resize(kPanelMacros);
-  for (int i = 0; i < kPanelWorkplaces; ++i) {
+  for (auto& names : names_) names.resize(MacroNumber::kCount);
+  for (int i = 0; i < Workplace::kCount; ++i) {
     values_.set(format(kModuleCount, i + 1), std::to_string(options_.modules[static_cast<std::size_t>(i)]));
   }
 }
@@ -64,7 +65,7 @@ bool PanelSimulator::prepare(std::string& reason) {
   loadFunctionDictionary(site, dictionary_, log_);
   log_("values for " + dictionary_.summary());
   bool empty = true;
-  for (int workplace = 1; workplace <= kPanelWorkplaces; ++workplace) {
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     empty = empty && tree_.names(workplace).empty();
   }
   if (options_.seed && empty)
@@ -112,11 +113,12 @@ bool PanelSimulator::restart(std::chrono::milliseconds pause, std::string& reaso
 }
 
 std::string* PanelSimulator::macroName(const std::string& name) {
-  int workplace = 0, number = 0;
-  if (std::sscanf(name.c_str(), kMacroName, &workplace, &number) != 2) return nullptr;
-  if (workplace < 1 || workplace > kPanelWorkplaces || number < 0 || number >= kPanelMacros) return nullptr;
-  if (macroValueName(workplace, number) != name) return nullptr;
-  return &names_[static_cast<std::size_t>(workplace - 1)][static_cast<std::size_t>(number)];
+  int place = 0, macro = 0;
+  if (std::sscanf(name.c_str(), kMacroName, &place, &macro) != 2) return nullptr;
+  const auto workplace = Workplace::of(place);
+  const auto number = MacroNumber::of(macro);
+  if (!workplace || !number || macroValueName(place, macro) != name) return nullptr;
+  return &names_[workplace->index()][number->index()];
 }
 
 std::optional<std::string> PanelSimulator::currentValue(const std::string& name) {
@@ -138,7 +140,8 @@ void PanelSimulator::set(const std::string& name, const std::string& value) {
 }
 
 void PanelSimulator::setMacroName(int workplace, int number, const std::string& name) {
-  log_(format("workplace %d, macro %03d: ", workplace, number) + (name.empty() ? "no macro" : name));
+  log_(format("workplace %d, macro ", workplace) + MacroNumber::textOf(number) + ": " +
+       (name.empty() ? "no macro" : name));
   set(macroValueName(workplace, number), name);
 }
 
@@ -151,11 +154,11 @@ void PanelSimulator::readTree(bool first) {
   int count = 0;
   {
     const std::scoped_lock guard(mutex_);
-    for (int workplace = 1; workplace <= kPanelWorkplaces; ++workplace) {
+    for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
       std::map<int, std::string> found = tree_.names(workplace);
       count += static_cast<int>(found.size());
       const auto& published = names_[static_cast<std::size_t>(workplace - 1)];
-      for (int number = 0; number < kPanelMacros; ++number) {
+      for (int number = 0; number < MacroNumber::kCount; ++number) {
         std::string& name = found[number];
         if (name != published[static_cast<std::size_t>(number)]) changes.push_back({workplace, number, name});
       }
@@ -193,10 +196,11 @@ bool PanelSimulator::renameMacro(int workplace, int number, const std::string& n
 
 std::vector<std::pair<int, std::string>> PanelSimulator::macros(int workplace) {
   std::vector<std::pair<int, std::string>> rows;
-  if (workplace < 1 || workplace > kPanelWorkplaces) return rows;
+  const auto known = Workplace::of(workplace);
+  if (!known) return rows;
   const std::scoped_lock guard(mutex_);
-  const auto& names = names_[static_cast<std::size_t>(workplace - 1)];
-  for (int number = 0; number < kPanelMacros; ++number) {
+  const auto& names = names_[known->index()];
+  for (int number = 0; number < MacroNumber::kCount; ++number) {
     const std::string& name = names[static_cast<std::size_t>(number)];
     if (!name.empty()) rows.emplace_back(number, name);
   }
@@ -205,13 +209,16 @@ std::vector<std::pair<int, std::string>> PanelSimulator::macros(int workplace) {
 
 bool PanelSimulator::call(const std::string& function, const ParameterList& parameters) {
   if (function == kReload) {
-    reload();
+    if (faults().loseReload)
+      log_("the call to read the macros is lost");
+    else
+      reload();
     return true;
   }
   const int number = macroNumber(parameters);
   const std::string* name = parameter(parameters, "NAME");
   bool done = false;
-  for (int workplace = 1; workplace <= kPanelWorkplaces && number >= 0; ++workplace) {
+  for (int workplace = 1; workplace <= Workplace::kCount && number >= 0; ++workplace) {
     if (function == format(kDelete, workplace)) done = removeMacro(workplace, number);
     if (function == format(kRename, workplace) && name != nullptr)
       done = renameMacro(workplace, number, *name);

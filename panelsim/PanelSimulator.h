@@ -24,6 +24,7 @@ inline constexpr std::uint16_t kUnprivilegedFtpPort = 2121;  // a panel's own is
 struct PanelFaults {
   ControlFaults control = {};
   FtpFaults ftp = {};
+  bool loseReload = false;  // the call to read the macros is answered and not carried out
 };
 
 struct PanelOptions {
@@ -34,7 +35,7 @@ struct PanelOptions {
   std::string root;   // folder of the panel's tree, made when missing
   std::string site;   // root of the site whose dictionary gives the current values; empty: none
   bool seed = false;  // fill an empty tree with macros of the site
-  std::array<int, kPanelWorkplaces> modules = {4, 4, 2, 1, 0, 0, 0, 0};  // counts of the workplaces 1 to 8
+  std::array<int, Workplace::kCount> modules = {4, 4, 2, 1, 0, 0, 0, 0};  // counts of the workplaces 1 to 8
   PanelFaults faults;
 };
 
@@ -94,7 +95,7 @@ class PanelSimulator : private ControlledPanel {
   std::mutex mutex_;  // guards what follows; never held while a service or the log is called
   PanelTree tree_;
   CurrentValues values_;
-  std::array<std::vector<std::string>, kPanelWorkplaces> names_;  // as published; empty without macro
+  std::array<std::vector<std::string>, Workplace::kCount> names_;  // as published; empty without macro
   PanelFaults faults_;
 
   ControlService control_;

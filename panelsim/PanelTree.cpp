@@ -13,26 +13,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view kApplications = "c:\\programme\\RV48\\appli\\";
-constexpr std::string_view kMacroStart = "macro", kMacroEnd = ".mac";
 constexpr std::chrono::seconds kSettleTime{2};  // longer than the grain of any file system's times
-
-// A panel has nobody to tell; a file that does not parse shows itself by its name.
-class NoMessages final : public Messages {
- public:
-  void show(const std::string&, MessageIcon) override {}
-  bool ask(const std::string&, MessageIcon) override { return false; }
-};
-
-// The number of "macroNNN.mac", -1 for another name.
-int numberOf(std::string_view name) {
-  if (name.size() != kMacroStart.size() + 3 + kMacroEnd.size() || !name.starts_with(kMacroStart)) return -1;
-  int number = 0;
-  for (const char digit : name.substr(kMacroStart.size(), 3)) {
-    if (digit < '0' || digit > '9') return -1;
-    number = number * 10 + (digit - '0');
-  }
-  return number;
-}
 
 }  // namespace
 
@@ -43,11 +24,11 @@ std::string PanelTree::folder(int workplace) const {
 }
 
 std::string PanelTree::file(int workplace, int number) const {
-  return folder(workplace) + format("/macro%03d.mac", number);
+  return folder(workplace) + '/' + macroFileName(MacroNumber::textOf(number));
 }
 
 bool PanelTree::prepare() const {
-  for (int workplace = 1; workplace <= kPanelWorkplaces; ++workplace) {
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     if (!makeFolder(host_, folder(workplace))) return false;
   }
   return true;
@@ -56,8 +37,8 @@ bool PanelTree::prepare() const {
 std::map<int, std::string> PanelTree::names(int workplace) {
   std::map<int, std::string> names;
   const std::string where = folder(workplace);
-  for (const std::string& entry : listFolder(host_, where, kMacroEnd)) {
-    if (const int number = numberOf(entry); number >= 0) names[number] = nameOf(where + "/" + entry);
+  for (const std::string& entry : listFolder(host_, where, kMacroFileEnd)) {
+    if (const auto number = MacroNumber::ofFile(entry)) names[number->value()] = nameOf(where + "/" + entry);
   }
   return names;
 }
@@ -68,7 +49,7 @@ const std::string& PanelTree::nameOf(const std::string& path) {
   const auto time = std::filesystem::last_write_time(path, error);
   const auto size = std::filesystem::file_size(path, error);
   if (!error && known.settled && known.time == time && known.size == size) return known.name;
-  NoMessages silent;
+  SilentMessages silent;
   known = {.time = time,
            .size = size,
            .settled = !error && time + kSettleTime < std::filesystem::file_time_type::clock::now(),
@@ -82,7 +63,7 @@ bool PanelTree::remove(int workplace, int number) const {
 }
 
 bool PanelTree::rename(int workplace, int number, const std::string& name) const {
-  NoMessages silent;
+  SilentMessages silent;
   std::string stored = name;
   return renameMacro({host_, silent}, file(workplace, number), stored).done();
 }
@@ -91,11 +72,11 @@ int PanelTree::seed(const SiteRoot& site) const {
   int copied = 0;
   for (const std::string& application : applications(site, kApplications)) {
     for (const PanelEntry& panel : controlPanels(site, kApplications, application)) {
-      for (int workplace = 1; workplace <= kPanelWorkplaces && !panel.olderFamily; ++workplace) {
+      for (int workplace = 1; workplace <= Workplace::kCount && !panel.olderFamily; ++workplace) {
         const std::string from = macroFolder(kApplications, application, panel.name, workplace);
-        for (const std::string& entry : listFolder(site, from, kMacroEnd)) {
-          const int number = numberOf(entry);
-          if (number >= 0 && copyFile(site, from + entry, file(workplace, number))) ++copied;
+        for (const std::string& entry : listFolder(site, from, kMacroFileEnd)) {
+          const auto number = MacroNumber::ofFile(entry);
+          if (number && copyFile(site, from + entry, file(workplace, number->value()))) ++copied;
         }
       }
       if (copied > 0) return copied;

@@ -5,13 +5,12 @@
 #include <map>
 #include <string>
 
+#include "platform/MacroNumber.h"
 #include "platform/Messages.h"
 #include "platform/SiteRoot.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
-
-inline constexpr int kPanelWorkplaces = 8;  // 1 to 8
-inline constexpr int kPanelMacros = 1000;   // 0 to 999 in each
 
 // The macro files of a simulated panel: <root>/flash/data/PANEL/macro/workplace1..8/macroNNN.mac. Blocking,
 // never throws. One thread at a time.

@@ -20,7 +20,9 @@ rename W N NAME        rename a macro in its file and publish
 delete W N             remove a macro's file and publish
 reload                 read the tree again and publish what changed
 fault NAME [N|off]     never-answer, answer-after MS, drop-after N, refuse-login,
-                       cut-transfer N, stall-transfer, disk-full; "fault off" ends all
+                       cut-transfer N, stall-transfer, disk-full, flip-byte N, cut-silent N,
+                       swap-after-upload, slow-transfer BYTES_PER_S, dead-line, garble N,
+                       lose-reload; "fault off" ends all
 drop                   close the editors' connections
 restart [MS]           go away, and come back after MS milliseconds (0)
 wait MS                for scripts
@@ -52,11 +54,11 @@ PromptAnswer wrong(const std::string& why) { return {.text = why, .known = false
 
 PromptAnswer list(PanelSimulator& panel, const std::string& only) {
   PromptAnswer answer;
-  for (int workplace = 1; workplace <= kPanelWorkplaces; ++workplace) {
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     if (!only.empty() && only != std::to_string(workplace)) continue;
     for (const auto& [number, name] : panel.macros(workplace)) {
       if (!answer.text.empty()) answer.text += '\n';
-      answer.text += format("workplace %d: %03d - ", workplace, number) + name;
+      answer.text += format("workplace %d: ", workplace) + MacroNumber::textOf(number) + " - " + name;
     }
   }
   return answer;
@@ -74,7 +76,7 @@ PromptAnswer setFault(PanelSimulator& panel, const std::string& name, const std:
 }
 
 PromptAnswer restart(PanelSimulator& panel, const std::string& pause) {
-  const auto time = pause.empty() ? 0 : readCount(pause, kLongestWaitMs);
+  const auto time = pause.empty() ? 0 : wholeNumber(pause, 0, kLongestWaitMs);
   if (!time) return wrong("restart [MS]");
   std::string reason;
   return panel.restart(std::chrono::milliseconds(*time), reason) ? PromptAnswer{} : wrong(reason);
@@ -82,9 +84,9 @@ PromptAnswer restart(PanelSimulator& panel, const std::string& pause) {
 
 // Commands on one macro or workplace: W and N stand before the rest.
 PromptAnswer runNumbered(PanelSimulator& panel, const std::string& command, std::string_view rest) {
-  const auto workplace = readCount(nextWord(rest), kPanelWorkplaces);
-  const auto number = readCount(nextWord(rest), kPanelMacros - 1);
-  if (!workplace || *workplace == 0 || !number) return wrong(command + " W N, W 1 to 8 and N 0 to 999");
+  const auto workplace = wholeNumber(nextWord(rest), 1, Workplace::kCount);
+  const auto number = wholeNumber(nextWord(rest), 0, MacroNumber::kCount - 1);
+  if (!workplace || !number) return wrong(command + " W N, W 1 to 8 and N 0 to 999");
   if (command == "mfd") {
     panel.set(format("PANEL.WP%d.MFDCOUNT", *workplace), std::to_string(*number));
     return {};
@@ -124,7 +126,7 @@ PromptAnswer runPromptLine(PanelSimulator& panel, const std::string& line) {
   if (command == "restart") return restart(panel, word);
   if (command == "fault") return setFault(panel, word, nextWord(rest));
   if (command == "wait") {
-    const auto time = readCount(word, kLongestWaitMs);
+    const auto time = wholeNumber(word, 0, kLongestWaitMs);
     if (!time) return wrong("wait MS");
     std::this_thread::sleep_for(std::chrono::milliseconds(*time));
     return {};

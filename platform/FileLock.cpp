@@ -45,7 +45,7 @@ Expected<FileLock> FileLock::take(const std::filesystem::path& file, std::uint64
   while (!lockByte(lock.file_, number)) {
     if (errno != EAGAIN && errno != EACCES && errno != EINTR) return systemFailure(errno, "locked");
     if (steady_clock::now() >= latest)
-      return Failure{Failure::Kind::kChanged, "is being changed by another program"};
+      return Failure{Failure::Kind::kInUse, "is being changed by another program"};
     std::this_thread::sleep_for(kLookAgain);
   }
   return lock;

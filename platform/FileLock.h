@@ -15,7 +15,7 @@ namespace tessaly {
 // never removed; it may hold a short text that belongs to the holder of some agreed number.
 class FileLock {
  public:
-  // Waits for the lock, at most `patience`; `kChanged` when somebody else still holds it then. Any other
+  // Waits for the lock, at most `patience`; `kInUse` when somebody else still holds it then. Any other
   // failure says that there can be no lock: no folder, or the file is another user's or no file of ours.
   static Expected<FileLock> take(const std::filesystem::path& file, std::uint64_t number,
                                  std::chrono::milliseconds patience);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <filesystem>
+#include <limits>
 #include <new>
 #include <sys/stat.h>
 #include <system_error>
@@ -151,6 +152,12 @@ std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folde
   names.reserve(rows.size());
   for (Row& row : rows) names.push_back(std::move(row.name));
   return names;
+}
+
+std::uint64_t freeBytes(const fs::path& folder) {
+  std::error_code error;
+  const auto bytes = fs::space(folder, error).available;
+  return error ? std::numeric_limits<std::uint64_t>::max() : bytes;
 }
 
 }  // namespace tessaly

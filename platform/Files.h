@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -56,5 +57,8 @@ Outcome makeOwnFolder(const std::filesystem::path& host);
 // ".mac", only regular files whose name ends so, whatever the case. A missing folder gives an empty list.
 [[nodiscard]] std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folder,
                                                   std::string_view suffix = {});
+
+// On the disk that a folder is on, for this user; very many when that is not known.
+[[nodiscard]] std::uint64_t freeBytes(const std::filesystem::path& folder);
 
 }  // namespace tessaly

@@ -20,4 +20,11 @@ class Messages {
   [[nodiscard]] virtual bool ask(const std::string& text, MessageIcon icon = MessageIcon::kQuestion) = 0;
 };
 
+// For reading what may well be unreadable, which the caller tells in its own way.
+class SilentMessages final : public Messages {
+ public:
+  void show(const std::string&, MessageIcon) override {}
+  [[nodiscard]] bool ask(const std::string&, MessageIcon) override { return false; }
+};
+
 }  // namespace tessaly

@@ -29,6 +29,7 @@ struct Failure {
     kNothingTaken,  // no parameter took the value
     kNoFragment,    // no commands that can be carried from one macro to another
     kChanged,       // somebody else has changed or taken away what was to be used
+    kInUse,         // another program is changing it
   };
   Kind kind;
   std::string text;

@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/Text.h"
+
 namespace tessaly {
 namespace {
 
@@ -49,8 +51,8 @@ LockHolder readRecord(const Descriptor& file, const struct stat& status) {
   if (lines[kProgram] != kProgramLine) return holder;
   holder.host = lines[kHost];
   holder.process = std::atoll(lines[kProcess].c_str());
-  holder.since = std::atoll(lines[kSince].c_str());
-  if (holder.since > 0 && lines[kSince].find_first_not_of("0123456789") == std::string::npos)
+  holder.since = exactNumber<std::int64_t>(lines[kSince]).value_or(0);
+  if (holder.since > 0)
     holder.user = lines[kUser];
   else
     holder.since = status.st_mtime;  // an earlier version's

@@ -96,13 +96,23 @@ std::optional<char> toCodePage(char32_t value) {
 }  // namespace
 
 std::int32_t parseInt(std::string_view text) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(parseLong(text), Limits::min(), Limits::max()));
+}
+
+std::int64_t parseLong(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
   // A plus sign counts only before a digit: "+-1" holds no number.
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-  std::int32_t value = 0;
+  std::int64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;
-  return text[0] == '-' ? std::numeric_limits<std::int32_t>::min() : std::numeric_limits<std::int32_t>::max();
+  return text[0] == '-' ? std::numeric_limits<std::int64_t>::min() : std::numeric_limits<std::int64_t>::max();
+}
+
+std::optional<int> wholeNumber(std::string_view text, int least, int most) {
+  const auto number = exactNumber<int>(text);
+  return number && *number >= least && *number <= most ? number : std::nullopt;
 }
 
 double parseDouble(std::string_view text) {

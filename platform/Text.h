@@ -1,18 +1,32 @@
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 // Number and text conversions of the C library's rules, free of the locale.
 namespace tessaly {
 
-// As atoi: leading white space, a sign, decimal digits; 0 without digits; clamped to 32 bits.
+// As atoi: leading white space, a sign, decimal digits; 0 without digits; clamped to 32 and 64 bits.
 [[nodiscard]] std::int32_t parseInt(std::string_view text);
+[[nodiscard]] std::int64_t parseLong(std::string_view text);
 
 // As atof, but always with "." as the decimal point; 0 when no number stands at the start.
 [[nodiscard]] double parseDouble(std::string_view text);
+
+// The number that is the whole text, digits with at most a "-" before them, where the type holds it.
+template <typename Number, typename... Base>
+[[nodiscard]] std::optional<Number> exactNumber(std::string_view text, Base... base) {
+  Number number{};
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number, base...);
+  return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+// The same within bounds.
+[[nodiscard]] std::optional<int> wholeNumber(std::string_view text, int least, int most);
 
 // printf into a string; "." is the decimal point whatever the locale. The format is always a literal of ours.
 [[nodiscard]] std::string format(const char* pattern, ...) __attribute__((format(printf, 1, 2)));

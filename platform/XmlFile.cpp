@@ -187,9 +187,4 @@ Outcome loadXml(const SiteRoot& root, std::string_view path, XmlDocument& docume
   return bytes.failure();
 }
 
-Outcome saveXml(const SiteRoot& root, std::string_view path, const XmlDocument& document) {
-  const Expected<std::string> bytes = printXml(document);
-  return bytes ? writeFile(root, path, *bytes) : Outcome(bytes.failure());
-}
-
 }  // namespace tessaly

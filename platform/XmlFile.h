@@ -65,8 +65,4 @@ Outcome parseXml(std::string bytes, XmlDocument& document);
 // Reads the file into `document`. A file that is missing, no regular file or larger than 256 MB fails too.
 Outcome loadXml(const SiteRoot& root, std::string_view path, XmlDocument& document);
 
-// Prints the tree and writes it whole beside the target, then renames it over. After a failure an old file is
-// as it was.
-Outcome saveXml(const SiteRoot& root, std::string_view path, const XmlDocument& document);
-
 }  // namespace tessaly

@@ -16,7 +16,7 @@ struct Alignment {
 // Aligns two rows of numbers below about the sum of their lengths, equal ones to equal ones.
 //
 // A longest common subsequence, by rows of bits: at most n × m / 32 steps of a few instructions, whatever
-// stands in the rows, so 10,000 beside 10,000 take some 5 ms at the worst and 100,000 beside 100,000 half a
+// stands in the rows, so 10,000 beside 10,000 take some 10 ms at the worst and 100,000 beside 100,000 half a
 // second; what only one row holds, and a common start or end, cost nothing. Memory is linear: about 40 bytes
 // a member. Beyond kMostCells both rows are cut into as many parts of equal share, and part is aligned with
 // part: what the result pairs is equal all the same, but there may be longer ones. Any thread.

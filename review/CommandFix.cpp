@@ -1,6 +1,6 @@
 #include "review/CommandFix.h"
 
-#include <charconv>
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -8,11 +8,9 @@ namespace {
 // The command as a draft that is written as it stands; nothing when it would be written otherwise.
 std::optional<ReplaceCommand> replacing(const MacroCommand& command, int number) {
   constexpr const char* kAlways = "0";
-  ReplaceCommand edit{.number = number, .draft = {command.fid, {}}};
-  const char* const end = command.workplace.data() + command.workplace.size();
-  const auto [stop, error] = std::from_chars(command.workplace.data(), end, edit.workplace);
-  if (error != std::errc() || stop != end || std::to_string(edit.workplace) != command.workplace)
-    return std::nullopt;
+  const auto workplace = exactNumber<int>(command.workplace);
+  if (!workplace || std::to_string(*workplace) != command.workplace) return std::nullopt;
+  ReplaceCommand edit{.number = number, .draft = {command.fid, {}}, .workplace = *workplace};
   if (!command.unread.empty() || command.group != kAlways || command.module != kAlways ||
       command.widget != kAlways)
     return std::nullopt;

@@ -9,6 +9,8 @@
 
 namespace tessaly {
 
+struct Pairing;
+
 enum class Side { kA, kB };
 
 // A row of two macros set beside each other. Commands are numbered from 0.
@@ -88,7 +90,7 @@ class MacroDiff {
   [[nodiscard]] TakeCommands takingAll(Side into) const;
 
  private:
-  void addRows(const class Pairing& pairing);
+  void addRows(const Pairing& pairing);
   void addRow(DiffRow row);
 
   Macro a_, b_;

@@ -1,7 +1,6 @@
 #include "review/MacroSearch.h"
 
 #include <algorithm>
-#include <charconv>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -40,12 +39,8 @@ bool fitsName(const std::string& wanted, std::string_view name) {
 }
 
 bool sameNumber(std::string_view a, std::string_view b) {
-  double first = 0, second = 0;
-  const auto whole = [](std::string_view text, double& number) {
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && stop == text.data() + text.size();
-  };
-  return whole(a, first) && whole(b, second) && first == second;
+  const auto first = exactNumber<double>(a), second = exactNumber<double>(b);
+  return first && second && *first == *second;
 }
 
 bool isNumber(std::string_view text) { return text.find_first_not_of("0123456789") == text.npos; }

@@ -1,9 +1,10 @@
 #!/usr/bin/python3
-"""Fails when a room includes a room, or a library, that it must not know.
+"""Fails when a room includes a room, or a library, that it must not know, or stacks its headers too high.
 
 A folder is a layer: it may include its own headers, those of the rooms listed for it below, and the outside
 libraries listed for it. Everything else in quotes or angle brackets that belongs to a room or a guarded library
-is reported with file and line.
+is reported with file and line; so is a file whose room's own headers, one included by the other, stand higher than
+DEEPEST, and a circle of headers.
 """
 import re
 import sys
@@ -37,6 +38,7 @@ GUARDED = [
     ("system", re.compile(r"^(sys/|arpa/|netinet/|poll\.h|unistd\.h|fcntl\.h|netdb\.h|pthread\.h|windows\.h)"),
      {"platform", "xctl"}),
 ]
+DEEPEST = 8  # files of one room in a row, each included by the one before
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]')
 
 
@@ -59,9 +61,41 @@ def violations(root):
                         yield f"{path.relative_to(root)}:{number}: {room} may not use {library} ({name})"
 
 
+def stacks(root):
+    """The deepest stack of files of its own room that each file begins."""
+    found = {}
+
+    def stack(name):
+        if name in found:
+            if not found[name]:
+                raise RecursionError(f"{name} includes itself by way of others")
+            return found[name]
+        found[name] = []
+        lines = (root / name).read_text(encoding="utf-8").splitlines()
+        below = [match.group(1) for match in map(INCLUDE.match, lines) if match]
+        below = [stack(other) for other in below if (root / other).is_file() and other.split("/")[0] in ROOMS]
+        own = [other for other in below if other[0].split("/")[0] == name.split("/")[0]]
+        found[name] = [name] + max(own, key=len, default=[])
+        return found[name]
+
+    for room in ROOMS:
+        for path in sorted((root / room).rglob("*")):
+            if path.suffix in {".h", ".cpp"}:
+                yield stack(str(path.relative_to(root)))
+
+
+def heights(root):
+    try:
+        for files in stacks(root):
+            if len(files) > DEEPEST:
+                yield f"{files[0]}: {len(files)} files deep, {DEEPEST} at most: {' > '.join(files)}"
+    except RecursionError as circle:
+        yield str(circle)
+
+
 def main():
     root = Path(sys.argv[1] if len(sys.argv) > 1 else ".").resolve()
-    found = list(violations(root))
+    found = [*violations(root), *heights(root)]
     print("\n".join(found) if found else "include directions hold")
     return 1 if found else 0
 

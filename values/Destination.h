@@ -28,6 +28,17 @@ class Destination {
     return std::nullopt;
   }
 
+  // The mainframe of that name, or the first one.
+  [[nodiscard]] static constexpr Destination mainframeOf(std::string_view name) {
+    const auto known = named(name);
+    return known && !known->isPanel() ? *known : Destination();
+  }
+  // Of a fid that begins with a prefix.
+  [[nodiscard]] static constexpr std::optional<Destination> ofFid(std::string_view fid) {
+    const std::size_t dot = fid.find('.');
+    return dot == fid.npos ? std::nullopt : named(fid.substr(0, dot));
+  }
+
   // What a fid begins with: "QMF1." to "QMF4.", "PANEL.".
   [[nodiscard]] constexpr std::string_view prefix() const {
     return kPrefixes[static_cast<std::size_t>(index_)];

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <bitset>
-#include <charconv>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -72,11 +71,7 @@ SourceTable namesByNumber() {
 
 // The number of an input's panel name when a byte holds it.
 std::optional<std::uint8_t> byteNumber(std::string_view panelName) {
-  const std::string text = inputNumberText(panelName);
-  std::uint8_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return number;
+  return exactNumber<std::uint8_t>(inputNumberText(panelName));
 }
 
 PanelSource numbered(const char* display, const char* panel, int shown, int number) {

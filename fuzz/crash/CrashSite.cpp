@@ -9,6 +9,7 @@
 #include "model/MacroHistory.h"
 #include "model/Settings.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
 #include "tests/support/LoadCommands.h"
 
@@ -26,7 +27,7 @@ std::string folderOf(const std::string& path) { return path.substr(0, path.find_
 int downloadedCommands(int generation) { return 40 << (2 * generation); }
 
 std::string remoteFile(const fs::path& tree, int number) {
-  return tree.string() + remoteMacroPath(1, macroNumberText(number));
+  return tree.string() + remoteMacroPath(1, MacroNumber::textOf(number));
 }
 
 Settings settingsOf(int generation) {

@@ -7,6 +7,7 @@
 #include "model/MacroFile.h"
 #include "model/Settings.h"
 #include "platform/Files.h"
+#include "platform/MacroNumber.h"
 
 namespace tessaly {
 namespace {
@@ -68,8 +69,8 @@ class CrashWorker {
         return convertKeyFile(site, crashMacroName(generation), file, CrashSite::keyPath()).done();
       case CrashStep::kDownload:
         return transfers_("127.0.0.1")
-                   ->get(remoteMacroPath(1, macroNumberText(generation)), site_.root().resolve(file).string(),
-                         {}) == FtpClient::Result::kDone;
+                   ->get(remoteMacroPath(1, MacroNumber::textOf(generation)),
+                         site_.root().resolve(file).string(), {}) == FtpClient::Result::kDone;
       case CrashStep::kKeep:
         return site_.keep(generation);
       case CrashStep::kSettings: {

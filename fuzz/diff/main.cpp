@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/support/MacroPairs.h"
+#include "fuzz/diff/MacroPairs.h"
 
 // tessaly-diff-pairs [PAIRS [FIRST]]: random pairs of macros, and of rows across the words of the alignment,
 // against plain comparisons. Each is made from its number alone.

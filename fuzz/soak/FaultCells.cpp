@@ -14,9 +14,9 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds kSlow{100}, kTooLate{60000};
-constexpr int kCounts = kWorkplaces;        // values that a new connection brings
-constexpr int kNames = kPanelMacroNumbers;  // and those of a workplace
-constexpr milliseconds kNoAnswer{150};      // in which an answer would have come
+constexpr int kCounts = Workplace::kCount;   // values that a new connection brings
+constexpr int kNames = MacroNumber::kCount;  // and those of a workplace
+constexpr milliseconds kNoAnswer{150};       // in which an answer would have come
 constexpr int kConnectAttempts = 10;
 
 const PaneDescriptor::ControlIds& a() { return Desk::ids(Pane::kA); }
@@ -235,7 +235,7 @@ void layOutMacros(Desk& desk) {
   desk.first.tree.write(DeskPanel::file(1, kFirstNumber), "<macro name=\"Zero\"><data/></macro>");
   desk.first.tree.write(DeskPanel::file(1, kOpenNumber), openMacroBytes());
   // Its name is the last one to come.
-  desk.first.tree.write(DeskPanel::file(1, kPanelMacroNumbers - 1), "<macro name=\"Last\"><data/></macro>");
+  desk.first.tree.write(DeskPanel::file(1, MacroNumber::kCount - 1), "<macro name=\"Last\"><data/></macro>");
   desk.first.simulator.reload();
 }
 

@@ -157,7 +157,7 @@ void begin(Desk& desk, SoakModel& model) {
       for (const auto& [number, bytes] : readMacroFiles(desk.site, source + std::to_string(workplace) + "\\"))
         if (number % 2 == panel) desked.tree.write(DeskPanel::file(workplace, number), bytes);
     desked.simulator.reload();
-    for (int workplace = 1; workplace <= kWorkplaces; ++workplace)
+    for (int workplace = 1; workplace <= Workplace::kCount; ++workplace)
       model.panels[static_cast<std::size_t>(panel)].files[static_cast<std::size_t>(workplace - 1)] =
           readMacroFiles(desked.tree, panelFolder(workplace));
     model.readAgain(panel);

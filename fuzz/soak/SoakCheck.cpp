@@ -8,6 +8,7 @@
 #include "app/PaneDescriptor.h"
 #include "fuzz/soak/ControlRules.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 namespace {
@@ -136,7 +137,7 @@ std::string SoakCheck::fileDifference() {
     if (readMacroFiles(desk_.site, folder) != files) return "the files of " + folder;
   for (std::size_t i = 0; i < model_.panels.size(); ++i) {
     const DeskPanel& panel = i == 0 ? desk_.first : desk_.second;
-    for (int workplace = 1; workplace <= kWorkplaces; ++workplace)
+    for (int workplace = 1; workplace <= Workplace::kCount; ++workplace)
       if (readMacroFiles(panel.tree, panelFolder(workplace)) !=
           model_.panels[i].files[static_cast<std::size_t>(workplace - 1)])
         return format("the files of panel %d, workplace %d", static_cast<int>(i) + 1, workplace);

@@ -91,7 +91,7 @@ void SoakModel::refresh(Pane pane) {
 void SoakModel::fillWorkplaces(Pane pane) {
   PaneModel& here = of(pane);
   here.workplaces.clear();
-  for (int number = 1; number <= kWorkplaces; ++number)
+  for (int number = 1; number <= Workplace::kCount; ++number)
     if (here.flags[static_cast<std::size_t>(number - 1)]) here.workplaces.push_back(number);
 }
 
@@ -149,7 +149,7 @@ void SoakModel::connect(Pane pane) {
   // A pane that was on a lost line is on this one, too.
   if (of(there).connected) of(there).edited ? refreshWorkplaces(there) : refresh(there);
   std::vector<std::string> counts;
-  for (int number = 1; number <= kWorkplaces; ++number) counts.push_back(countValue(number));
+  for (int number = 1; number <= Workplace::kCount; ++number) counts.push_back(countValue(number));
   const auto answers = ask(counts);
   for (const Pane one : kPanes) {
     if (!of(one).connected) continue;
@@ -241,7 +241,7 @@ void SoakModel::refreshMacros(Pane pane) {
   here.macros.clear();
   here.macroNotice = false;
   if (here.workplace > 0) {
-    for (int number = 0; number < kPanelMacroNumbers; ++number)
+    for (int number = 0; number < MacroNumber::kCount; ++number)
       if (const std::string& name = here.names[static_cast<std::size_t>(number)]; !name.empty())
         here.macros.emplace_back(number, format("%03d - ", number) + name);
     here.macroNotice = here.macros.empty();
@@ -254,11 +254,11 @@ void SoakModel::refreshMacros(Pane pane) {
 }
 
 void SoakModel::followNames(int workplace) {
-  for (PaneModel& pane : panes) pane.names = pane.previous = std::vector<std::string>(kPanelMacroNumbers);
+  for (PaneModel& pane : panes) pane.names = pane.previous = std::vector<std::string>(MacroNumber::kCount);
   followed = line.workplace = line.panel < 0 ? 0 : workplace;
   if (line.workplace == 0) return;
   std::vector<std::string> names;
-  for (int number = 0; number < kPanelMacroNumbers; ++number)
+  for (int number = 0; number < MacroNumber::kCount; ++number)
     names.push_back(modelNameValue(workplace, number));
   std::array<bool, 2> changed{};
   for (const auto& [name, value] : ask(names)) {
@@ -333,9 +333,9 @@ void SoakModel::publish(int panel, const std::string& name, const std::string& v
 
 void SoakModel::readAgain(int panel) {
   PanelModel& from = panels[static_cast<std::size_t>(panel)];
-  for (int workplace = 1; workplace <= kWorkplaces; ++workplace) {
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     const auto at = static_cast<std::size_t>(workplace - 1);
-    for (int number = 0; number < kPanelMacroNumbers; ++number) {
+    for (int number = 0; number < MacroNumber::kCount; ++number) {
       const auto file = from.files[at].find(number);
       // On the connection all texts are UTF-8.
       const std::string name = file == from.files[at].end() ? "" : displayUtf8(nameOf(file->second));
@@ -432,7 +432,7 @@ void SoakModel::closeAndOpen() {
     PaneModel fresh;
     fresh.address = of(pane).address;
     fresh.copy = of(pane).copy;
-    fresh.names = fresh.previous = std::vector<std::string>(kPanelMacroNumbers);
+    fresh.names = fresh.previous = std::vector<std::string>(MacroNumber::kCount);
     of(pane) = fresh;
     refresh(pane);
   }

@@ -11,6 +11,8 @@
 #include "fuzz/soak/MacroText.h"
 #include "link/Pane.h"
 #include "panelsim/PanelSimulator.h"
+#include "platform/MacroNumber.h"
+#include "platform/Workplace.h"
 
 namespace tessaly {
 
@@ -32,7 +34,7 @@ struct PaneModel {
 
   bool panel = false, connected = false, edited = false;
   std::string address;
-  std::array<bool, kWorkplaces> flags{};
+  std::array<bool, Workplace::kCount> flags{};
 
   std::vector<std::string> applications, controlPanels;  // rows
   int application = -1, controlPanel = -1;               // chosen rows
@@ -56,8 +58,8 @@ struct PaneModel {
 struct PanelModel {
   bool running = true;
   PanelFaults faults;
-  std::array<ModelFiles, kWorkplaces> files;
-  std::array<std::map<int, std::string>, kWorkplaces> names;  // as published
+  std::array<ModelFiles, Workplace::kCount> files;
+  std::array<std::map<int, std::string>, Workplace::kCount> names;  // as published
 
   [[nodiscard]] bool silent() const { return faults.control.neverAnswer; }
   [[nodiscard]] bool moves(std::size_t bytes) const {
@@ -85,7 +87,7 @@ class SoakModel {
   };
 
   explicit SoakModel(World world) : world_(std::move(world)) {
-    for (PaneModel& pane : panes) pane.names = pane.previous = std::vector<std::string>(kPanelMacroNumbers);
+    for (PaneModel& pane : panes) pane.names = pane.previous = std::vector<std::string>(MacroNumber::kCount);
   }
 
   // What the user does. Preconditions are those of the buttons.

@@ -58,7 +58,7 @@ class EveryDialog {
                context_, 1, 0,
                [](const auto& drafts, int, int, auto) { return static_cast<int>(drafts.size()); });
          }},
-        {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, 1); }},
+        {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, Destination()); }},
         {"value",
          [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0 / 100"), 0, 100); }},
         {"timecode",
@@ -91,7 +91,7 @@ class EveryDialog {
   EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
                          offlineClient(),       [] { return false; }, rate_,  {}};
   MacroCommand command_;
-  const MacroNameTable names_ = MacroNameTable(kMacroNumbers);
+  const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
 };
 
 }  // namespace tessaly

@@ -101,38 +101,41 @@ class FileFaultTest : public testing::Test {
     });
   }
 
-  WindowFixture fixture_;
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
-  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
-};
-
-TEST_F(FileFaultTest, AMacroFolderThatFailsLosesNothing) {
   struct Operation {
     const char* told;
     std::function<void()> run;
     bool needsSpace = true;
   };
-  const Operation operations[] = {{"NOT saved", [this] { driver().press(a_.saveChanges); }},
-                                  {"NOT created",
-                                   [this] {
-                                     driver().press(a_.createMacro, [](QDialog& dialog) {
-                                       WindowDriver::type(dialog, "position", QStringLiteral("888"));
-                                       WindowDriver::type(dialog, "name", QStringLiteral("New"));
-                                       WindowDriver::click(dialog, QStringLiteral("OK"));
-                                     });
-                                   }},
-                                  {"NOT copied", [this] { pressWith(a_.copyMacro, "position", "888"); }},
-                                  {"NOT renamed", [this] { pressWith(a_.renameMacro, "newName", "New"); }},
-                                  {"NOT deleted", [this] { driver().press(a_.deleteMacro); }, false}};
+
+  WindowFixture fixture_;
+  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
+  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
+  // All that write a macro of the folder: 001, or 888, which is new.
+  const std::vector<Operation> operations_ = {
+      {"NOT saved", [this] { driver().press(a_.saveChanges); }},
+      {"NOT created",
+       [this] {
+         driver().press(a_.createMacro, [](QDialog& dialog) {
+           WindowDriver::type(dialog, "position", QStringLiteral("888"));
+           WindowDriver::type(dialog, "name", QStringLiteral("New"));
+           WindowDriver::click(dialog, QStringLiteral("OK"));
+         });
+       }},
+      {"NOT copied", [this] { pressWith(a_.copyMacro, "position", "888"); }},
+      {"NOT renamed", [this] { pressWith(a_.renameMacro, "newName", "New"); }},
+      {"NOT deleted", [this] { driver().press(a_.deleteMacro); }, false}};
+};
+
+TEST_F(FileFaultTest, AMacroFolderThatFailsLosesNothing) {
   const auto before = files(kMacros);
   const fs::path folder = fixture_.site.root.resolve(kMacros);
   for (const Kind kind : {Kind::kFull, Kind::kFolderGone, Kind::kFileInPlaceOfFolder, Kind::kFolderForbidden,
                           Kind::kFolderInPlaceOfFile}) {
-    for (const Operation& operation : operations) {
+    for (const Operation& operation : operations_) {
       if (kind == Kind::kFull && !operation.needsSpace) continue;
       SCOPED_TRACE(std::string(operation.told) + ", fault " + std::to_string(static_cast<int>(kind)));
       open();
-      if (&operation == operations) {
+      if (&operation == &operations_.front()) {
         driver().clickRow(a_.commands, 0);
         driver().press(a_.deleteCommand);
       }
@@ -147,6 +150,28 @@ TEST_F(FileFaultTest, AMacroFolderThatFailsLosesNothing) {
     }
   }
   open();
+}
+
+TEST_F(FileFaultTest, AMacroThatAnotherProgramIsChangingIsLeftAlone) {
+  const auto before = files(kMacros);
+  open();
+  driver().clickRow(a_.commands, 0);
+  driver().press(a_.deleteCommand);
+  MacroHistory other(fixture_.site.root);
+  const auto whileHeld = [&](const char* name, const MacroHistory::Work& work) {
+    return other.whileLocked(std::string(kMacros) + name, work);
+  };
+  for (const Operation& operation : operations_) {
+    EXPECT_TRUE(whileHeld("\\macro001.mac", [&] {
+      return whileHeld("\\macro888.mac", [&]() -> Outcome {
+        operation.run();
+        return {};
+      });
+    }));
+    EXPECT_THAT(told(), testing::AllOf(HasSubstr(operation.told), HasSubstr("another program")));
+    EXPECT_EQ(files(kMacros), before) << operation.told;
+  }
+  EXPECT_FALSE(fixture_.history.takeFailure());
 }
 
 // Nobody's work is overwritten unseen: what somebody else has written there is told before, and stays unless

@@ -307,7 +307,7 @@ TEST_F(WindowTest, EveryControlHasItsNumberOnce) {
 }
 
 TEST(PositionCheckTest, TellsWhatANumberMeans) {
-  MacroNameTable names(kMacroNumbers);
+  MacroNameTable names(MacroNumber::kCount);
   names[7] = "Titles";
   struct Case {
     const char* typed;

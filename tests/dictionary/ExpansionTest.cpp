@@ -101,7 +101,6 @@ TEST(Expansion, TextsTakeTheChosenValuesInOnePass) {
     const FunctionRecord record = dictionary.function(twice ? 1 : 0);
     EXPECT_EQ(record.sid(), row.fidForm);
     EXPECT_EQ(record.group(), row.fidForm);
-    EXPECT_EQ(record.withChosenValues(row.text), row.fidForm);
     EXPECT_EQ(record.description(), row.displayForm);
     EXPECT_EQ(record.longDescription(), row.text);
   }

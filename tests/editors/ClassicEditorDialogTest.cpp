@@ -28,7 +28,7 @@ class ClassicEditorDialogTest : public testing::Test {
     ClassicCommand command;
     const std::string head = format("%02x 11 01 01 ", static_cast<unsigned>(0x23 + bytes.size() / 3));
     EXPECT_TRUE(command.decodeText(head + bytes)) << bytes;
-    return std::make_unique<ClassicEditorDialog>(*context_, command, 1);
+    return std::make_unique<ClassicEditorDialog>(*context_, command, Destination());
   }
   static std::string bytesOf(const ClassicEditorDialog& dialog) { return dialog.command().text().substr(12); }
 
@@ -112,7 +112,7 @@ TEST_F(ClassicEditorDialogTest, ArrowsLeadThroughTheParametersAndEscClosesOneDia
 
 TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNothing) {
   list("[0x01] 0x04 \"Cut\"\n");
-  ClassicEditorDialog editor(*context_, true, 1);
+  ClassicEditorDialog editor(*context_, true, Destination());
   const DialogDriver user(editor);
   for (const auto& [name, row] :
        {std::pair{"mainGroups", "Video"}, {"subgroups", "Input1"}, {"functions", "Cut"}})
@@ -133,7 +133,7 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
 
 TEST_F(ClassicEditorDialogTest, AnEmptyListTellsWhy) {
   list("[0x01] 0x01 \"F\"\n");
-  ClassicEditorDialog editor(*context_, true, 1);
+  ClassicEditorDialog editor(*context_, true, Destination());
   const DialogDriver user(editor);
   const auto why = [&user](const char* name) {
     return user.control<ListBox>(name).accessibleDescription().toStdString();

@@ -127,7 +127,7 @@ TEST_F(MacroNamesTest, OneWorkplaceIsSubscribedForBothPanes) {
   panel.status(7);
   names.subscribe(4);
   EXPECT_EQ(names.workplace(), kNoWorkplace) << "only status 0 is connected";
-  EXPECT_EQ(names.names(Pane::kB), MacroNames::Names(kPanelMacroNumbers));
+  EXPECT_EQ(names.names(Pane::kB), MacroNames::Names(MacroNumber::kCount));
 }
 
 TEST_F(MacroNamesTest, TheDemonstrationReplacesBothTables) {
@@ -137,7 +137,7 @@ TEST_F(MacroNamesTest, TheDemonstrationReplacesBothTables) {
   names.showDemo();
   std::string all;
   for (const Pane pane : kPanes) {
-    for (int number = 0; number < kPanelMacroNumbers; ++number) {
+    for (int number = 0; number < MacroNumber::kCount; ++number) {
       if (const auto name = names.name(pane, number); !name.empty())
         all += std::to_string(number) + name + " ";
     }

@@ -79,7 +79,7 @@ std::string controls(const PaneConnectionDisplay& display) {
 class PanelConnectionTest : public testing::Test {
  protected:
   PanelConnectionTest() {
-    subscriptions.onCommandValue([this](const auto&, const auto&) { ++commandValues; });
+    subscriptions.onMacroName([this](const auto&, const auto&) { ++macroNames; });
     for (const Pane pane : kPanes) {
       connection.setTexts(pane, "c:\\appli", pane == kA ? "10.0.0.1" : "10.0.0.2");
       connection.choosePanel(pane);
@@ -106,7 +106,7 @@ class PanelConnectionTest : public testing::Test {
   RecordingMessages messages;
   FakeWindow window;
   PanelConnection connection{*panel.client, subscriptions, messages, window};
-  int commandValues = 0;
+  int macroNames = 0;  // that have come
 };
 
 TEST_F(PanelConnectionTest, APaneConnectsByItsWorkersMessage) {
@@ -262,16 +262,16 @@ TEST_F(PanelConnectionTest, TheButtonDropsTheSubscriptionsTheRadioDoesNot) {
   for (const bool byButton : {true, false}) {
     panel.status(kPanelNotConnected);
     connect(kA);
-    subscriptions.subscribeCommandValue("QMF1.X");
+    subscriptions.subscribeMacroNames(1);
     panel.transport->take();
     window.take();
-    commandValues = 0;
+    macroNames = 0;
     byButton ? connection.connectButton(kA) : connection.chooseHarddisk(kA);
     EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
     EXPECT_EQ(shown(kA), byButton ? "connect 10.0.0.1" : "hidden c:\\appli");
-    panel.value("QMF1.X", "1");
+    panel.value("PANEL.MACRO1.REG7.NAME", "Fade");
     panel.value("PANEL.WP1.MFDCOUNT", "1");
-    EXPECT_EQ(commandValues, byButton ? 0 : 1);
+    EXPECT_EQ(macroNames, byButton ? 0 : 1);
     EXPECT_THAT(window.take(), ElementsAre("lists A"));
     EXPECT_EQ(flags(kA), "00000000");
   }
@@ -355,13 +355,13 @@ TEST_F(PanelConnectionTest, ClosingTouchesThePanelOnlyWhenAPaneIsConnected) {
   EXPECT_THAT(panel.transport->take(), IsEmpty());
   panel.status(kPanelNotConnected);
   connect(kA);
-  subscriptions.subscribeCommandValue("QMF1.X");
+  subscriptions.subscribeMacroNames(1);
   panel.transport->statusIsLate = true;
   panel.transport->take();
   connection.close();
   EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
-  panel.value("QMF1.X", "1");
-  EXPECT_EQ(commandValues, 0);
+  panel.value("PANEL.MACRO1.REG7.NAME", "Fade");
+  EXPECT_EQ(macroNames, 0);
 }
 
 TEST_F(PanelConnectionTest, AWindowThatClosesLeavesItsWorkerBehind) {

@@ -101,17 +101,5 @@ TEST_F(PanelQuestionsTest, ManyAreAskedInPieces) {
   EXPECT_THAT(panel.transport->take(), IsEmpty()) << "the rest was taken back";
 }
 
-TEST_F(PanelQuestionsTest, ALossTakesTheAnswers) {
-  one->ask({"A"});
-  EXPECT_TRUE(one->answerable());
-  panel.status(kPanelNotConnected);
-  EXPECT_FALSE(one->answerable());
-  panel.status(kPanelConnected);
-  EXPECT_FALSE(one->answerable()) << "the new line was not asked";
-  one->cancel();
-  one->ask({"A"});
-  EXPECT_TRUE(one->answerable());
-}
-
 }  // namespace
 }  // namespace tessaly

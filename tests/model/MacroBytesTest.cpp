@@ -61,7 +61,9 @@ const Operation kOperations[] = {
      },
      [](auto& file) { return std::pair(file.second(), kNew + file.second()); }},
     {"insert classic",
-     [](auto& site, auto&) { return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, 2); },
+     [](auto& site, auto&) {
+       return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, Destination::mainframe(2));
+     },
      [](auto& file) {
        return std::pair(file.first(),
                         replaceAll(replaceAll(kNew, "NEW", "QMF2.NCSCOMMAND"), " />",

@@ -59,7 +59,8 @@ TEST_F(MacroFileTest, ReadsCommandsAndNothingElse) {
   MacroCommands commands(3);
   ASSERT_TRUE(loadCommands(access(), kFile, commands));
   ASSERT_EQ(commands.size(), 2u);
-  const auto& [fid, workplace, group, module, widget, parameters] = commands[0];
+  const auto& [fid, workplace, group, module, widget, parameters, unread] = commands[0];
+  EXPECT_EQ(unread, " color=\"red\"<other name=\"x\"></other>");
   EXPECT_EQ(fid + workplace + group + module + widget, "QMF1.A2345");
   ASSERT_EQ(parameters.size(), 2u);
   EXPECT_EQ(parameters[0].name + parameters[0].value, "p7");
@@ -229,7 +230,9 @@ const std::function<Outcome(const SiteAccess&, std::string&)> kOperations[] = {
     [](auto& site, auto&) {
       return insertCommand(site, kFile, 0, {"x", {}}, 1, InsertMode::kAppend);
     },
-    [](auto& site, auto&) { return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, 4); },
+    [](auto& site, auto&) {
+      return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, Destination::mainframe(4));
+    },
     [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
     [](auto& site, auto&) {
       return editMacroFile(site, kFile, ReplaceCommand{0, {"x", {}}, 1});

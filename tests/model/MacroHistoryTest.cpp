@@ -184,9 +184,9 @@ TEST_F(MacroHistoryTest, ChangesOfOneFileWaitForEachOther) {
       limits.patience = std::chrono::minutes(1);
       MacroHistory own(site.root, limits);  // as another program has
       for (int round = 0; round < kRounds; ++round) {
-        const FileChange begun = own.begin(kFile, MacroChange::kEdit);
-        EXPECT_TRUE(begun.locked && begun.kept);
-        EXPECT_TRUE(writeFile(site.root, kFile, std::to_string(std::stoi(site.read(kFile)) + 1)));
+        EXPECT_TRUE(own.change(kFile, MacroChange::kEdit, [&] {
+          return writeFile(site.root, kFile, std::to_string(std::stoi(site.read(kFile)) + 1));
+        }));
       }
     });
   for (std::thread& worker : workers) worker.join();
@@ -202,15 +202,21 @@ TEST_F(MacroHistoryTest, WaitingForAnotherProgramEnds) {
   MacroHistory::Limits limits;
   limits.patience = std::chrono::milliseconds(1);
   MacroHistory other(site.root, limits);
-  {
-    const FileChange held = history.begin(kFile, MacroChange::kSave);
-    const FileChange late = other.begin("c:\\way\\macro007.mac", MacroChange::kSave);
-    EXPECT_EQ(late.locked.failure().kind, Failure::Kind::kChanged) << "whichever way leads to the file";
-    EXPECT_TRUE(late.kept);
-    EXPECT_TRUE(other.begin("c:\\appli\\macro008.mac", MacroChange::kSave).locked);
+  int done = 0;
+  const auto work = [&done]() -> Outcome {
+    ++done;
+    return {};
+  };
+  EXPECT_TRUE(history.change(kFile, MacroChange::kSave, [&]() -> Outcome {
+    const Outcome late = other.change("c:\\way\\macro007.mac", MacroChange::kSave, work);
+    EXPECT_EQ(late.failure().kind, Failure::Kind::kInUse) << "whichever way leads to the file";
+    EXPECT_EQ(done, 0) << "what somebody else is changing is left alone";
+    EXPECT_TRUE(other.change("c:\\appli\\macro008.mac", MacroChange::kSave, work));
     EXPECT_FALSE(other.putBack(other.list().front(), kFile));
-  }
-  EXPECT_TRUE(other.begin(kFile, MacroChange::kSave).locked);
+    return {};
+  }));
+  EXPECT_TRUE(other.change(kFile, MacroChange::kSave, work));
+  EXPECT_EQ(done, 2);
 }
 
 TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {

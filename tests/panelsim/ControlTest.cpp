@@ -3,6 +3,7 @@
 
 #include "PanelFixture.h"
 #include "dictionary/InterfaceFile.h"
+#include "panelsim/Prompt.h"
 
 namespace tessaly {
 namespace {
@@ -17,7 +18,8 @@ TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
   tree.write(hostPathOfTree(1, "macro007.mac"), macro("Seven"));
   start();
   ASSERT_TRUE(connect());
-  for (int number = 0; number < kPanelMacros; ++number) ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
+  for (int number = 0; number < MacroNumber::kCount; ++number)
+    ASSERT_TRUE(connection.subscribe(nameOf(1, number)));
   ASSERT_TRUE(connection.subscribe("PANEL.WP3.MFDCOUNT"));
   EXPECT_TRUE(recorder.waitFor("value PANEL.WP3.MFDCOUNT=2"));
   const auto events = recorder.events();
@@ -128,6 +130,38 @@ TEST_F(PanelTest, ControlFaultsDoWhatTheySay) {
   EXPECT_TRUE(connect());
   panel->dropConnections();
   EXPECT_TRUE(soon([&] { return panel->connections() == 0; }));
+}
+
+TEST_F(PanelTest, NonsenseADeadLineAndALostCallDoWhatTheySay) {
+  start();
+  const auto count = [&](const std::string& start) {
+    const auto events = recorder.events();
+    return std::count_if(events.begin(), events.end(),
+                         [&](const std::string& event) { return event.starts_with(start); });
+  };
+  ASSERT_TRUE(panel->setFaults({.control = {.garbleAfter = 2}}));
+  ASSERT_TRUE(connect());
+  for (int number = 0; number < 100; ++number) (void)connection.subscribe(nameOf(1, number));
+  EXPECT_TRUE(soon([&] { return count("status 1") == 1; }));
+  EXPECT_EQ(count("value "), 2);
+
+  tree.write(hostPathOfTree(1, "macro001.mac"), macro("New"));
+  ASSERT_TRUE(panel->setFaults({}));
+  ASSERT_TRUE(connect());
+  ASSERT_TRUE(runPromptLine(*panel, "fault dead-line").known);
+  EXPECT_TRUE(connection.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {}));
+  EXPECT_NE(ftp().get(folder(1) + "macro001.mac", hostPath("/got"), {}, std::chrono::seconds(1)),
+            FtpClient::Result::kDone);
+  EXPECT_EQ(count("status 1"), 1) << "nobody is told";
+  ASSERT_TRUE(runPromptLine(*panel, "fault off").known);
+  EXPECT_TRUE(soon([&] { return count("status 1") == 2; }));
+  EXPECT_TRUE(panel->macros(1).empty()) << "what was sent on a dead line is carried out";
+
+  ASSERT_TRUE(runPromptLine(*panel, "fault lose-reload").known);
+  ASSERT_TRUE(connect());
+  EXPECT_TRUE(connection.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {}));
+  EXPECT_TRUE(soon([&] { return logged("the call to read the macros is lost", 1); }));
+  EXPECT_TRUE(panel->macros(1).empty());
 }
 
 TEST_F(PanelTest, PanelsShareAPortOnAddressesOfTheirOwnAndSayWhenItIsTaken) {

@@ -1,6 +1,7 @@
 #include <fstream>
 
 #include "PanelFixture.h"
+#include "panelsim/Prompt.h"
 #include "platform/ChildProcess.h"
 #include "tests/support/BuildPaths.h"
 
@@ -51,6 +52,49 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
   canceller.join();
   panel->stop();
   EXPECT_EQ(ftp().get(remote, target), Result::kUnreachable);
+}
+
+TEST_F(PanelTest, APanelThatLiesStoresAndSendsAsTheFaultSays) {
+  start();
+  const std::string sent(100000, 'b'), remote = folder(3) + "macro003.mac", target = hostPath("/got");
+  const auto put = [&] { return ftp().put(writtenFile(sent), remote); };
+  const auto fetched = [&] {
+    EXPECT_EQ(ftp().get(remote, target), Result::kDone);
+    return tree.read(target);
+  };
+  const auto nonsense = [&](std::size_t from) {
+    std::string bytes = sent;
+    for (std::size_t i = from; i < bytes.size(); ++i) bytes[i] = static_cast<char>(bytes[i] ^ 0x5A);
+    return bytes;
+  };
+  std::string flipped = sent;
+  flipped[70000] ^= 1;  // in the second block that comes
+  const struct {
+    const char* fault;
+    std::string stored, fetched;
+  } cases[] = {
+      {"flip-byte 70000", flipped, flipped},
+      {"flip-byte 100000", sent, sent},  // beyond the end
+      {"cut-silent 70000", sent.substr(0, 70000), sent.substr(0, 70000)},
+      {"garble 70000", sent, nonsense(70000)},
+      {"swap-after-upload", "<macro name=\"Another editor\"><data></data></macro>\n",
+       "<macro name=\"Another editor\"><data></data></macro>\n"},
+      {"slow-transfer 1000000", sent, sent},
+  };
+  for (const auto& [fault, stored, got] : cases) {
+    SCOPED_TRACE(fault);
+    ASSERT_TRUE(runPromptLine(*panel, "fault off").known);
+    ASSERT_TRUE(runPromptLine(*panel, std::string("fault ") + fault).known);
+    EXPECT_EQ(put(), Result::kDone) << "the panel says that all is well";
+    EXPECT_TRUE(fetched() == got);
+    EXPECT_TRUE(tree.read(hostPath("/" + remote.substr(1))) == stored);
+  }
+
+  ASSERT_TRUE(runPromptLine(*panel, "fault off").known &&
+              runPromptLine(*panel, "fault slow-transfer 200000").known);
+  const auto begun = std::chrono::steady_clock::now();
+  EXPECT_EQ(put(), Result::kDone);
+  EXPECT_GE(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(300));
 }
 
 TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {

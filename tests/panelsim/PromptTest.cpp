@@ -7,10 +7,28 @@ namespace {
 
 TEST_F(PanelTest, WrongPromptLinesAreRefusedAndChangeNothing) {
   start();
-  for (const char* line :
-       {"dance", "set", "get", "get QMF1.NOTHING", "rename 1", "rename 9 1 x", "rename 1 1000 x",
-        "rename 1 5 x", "delete 1 5", "delete 0 5", "mfd 1 x", "fault", "fault smell", "fault cut-transfer",
-        "fault cut-transfer -1", "fault never-answer 5", "wait", "wait x", "restart -1"}) {
+  for (const char* line : {"dance",
+                           "set",
+                           "get",
+                           "get QMF1.NOTHING",
+                           "rename 1",
+                           "rename 9 1 x",
+                           "rename 1 1000 x",
+                           "rename 1 5 x",
+                           "delete 1 5",
+                           "delete 0 5",
+                           "mfd 1 x",
+                           "fault",
+                           "fault smell",
+                           "fault cut-transfer",
+                           "fault cut-transfer -1",
+                           "fault never-answer 5",
+                           "fault flip-byte",
+                           "fault slow-transfer 0",
+                           "fault dead-line 1",
+                           "wait",
+                           "wait x",
+                           "restart -1"}) {
     EXPECT_FALSE(runPromptLine(*panel, line).known) << line;
   }
   for (const char* line :
@@ -35,10 +53,10 @@ TEST(Options, TableOfCommandLines) {
                                              {"address", "::1"}}) {
     EXPECT_FALSE(readOptions(wrong, reason)) << wrong.front();
   }
-  const auto options =
-      readOptions({"--address", "127.0.0.5", "--site", "/srv/site", "--control-port", "0", "--mfd", "1,0,3",
-                   "--refuse-login", "--cut-transfer", "10", "--answer-after", "250"},
-                  reason);
+  const auto options = readOptions(
+      {"--address", "127.0.0.5", "--site", "/srv/site", "--control-port", "0", "--mfd", "1,0,3",
+       "--refuse-login", "--cut-transfer", "10", "--answer-after", "250", "--garble", "7", "--lose-reload"},
+      reason);
   ASSERT_TRUE(options);
   EXPECT_EQ(options->panel.root, "/srv/site/panel-127.0.0.5");
   EXPECT_TRUE(options->panel.seed);
@@ -46,6 +64,8 @@ TEST(Options, TableOfCommandLines) {
   EXPECT_TRUE(options->panel.faults.ftp.refuseLogin);
   EXPECT_EQ(options->panel.faults.ftp.cutAfter, 10U);
   EXPECT_EQ(options->panel.faults.control.delay.count(), 250);
+  EXPECT_EQ(options->panel.faults.control.garbleAfter, 7U);
+  EXPECT_TRUE(options->panel.faults.loseReload);
   EXPECT_FALSE(options->panel.faults.control.dropAfter);
 }
 

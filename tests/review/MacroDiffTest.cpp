@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
+#include "fuzz/diff/MacroPairs.h"
 #include "review/LineChanges.h"
-#include "tests/support/MacroPairs.h"
 
 namespace tessaly {
 namespace {
@@ -44,7 +44,7 @@ TEST(MacroDiff, ValuesAreComparedInTheirUnit) {
       {"NCSCOMMAND", "p", "1", "01", false},
   };
   for (const auto& [function, parameter, a, b, same] : cases) {
-    const auto command = [&](const char* value) {
+    const auto command = [function = function, parameter = parameter](const char* value) {
       MacroCommand made;
       made.fid = std::string("QMF1.") + function;
       made.parameters.push_back({parameter, value});

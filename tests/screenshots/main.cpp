@@ -116,7 +116,7 @@ class Camera {
   }
 
   void takeClassic() {
-    ClassicEditorDialog classic(context_, true, 1);
+    ClassicEditorDialog classic(context_, true, Destination());
     const DialogDriver user(classic);
     user.choose("mainGroups", "Me1");
     user.choose("subgroups", "Key2");
@@ -135,7 +135,7 @@ class Camera {
     SelectInputDialog input(QStringLiteral("Select Input"), sources_);
     const DialogDriver source(input);
     save(input, "select-input.png");
-    std::vector<std::string> names(kMacroNumbers);
+    std::vector<std::string> names(MacroNumber::kCount);
     names[7] = "Clock and logo on";
     CopyMacroDialog copy("001", "Opening titles", 7, names);
     const DialogDriver copier(copy);

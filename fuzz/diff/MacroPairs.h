@@ -1,7 +1,7 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdlib>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -65,6 +65,15 @@ class MacroPairs {
       row.resize(static_cast<std::size_t>(below(most + 1)));
       for (auto& number : row) number = static_cast<std::uint32_t>(below(alphabet));
     }
+    if (below(4) == 0) {  // long stretches elsewhere
+      std::iota(rows[0].begin(), rows[0].end(), 0U);
+      rows[1] = rows[0];
+      for (int i = below(4); i >= 0; --i) {
+        const auto end = rows[1].begin() + below(static_cast<int>(rows[1].size()) + 1);
+        std::rotate(rows[1].begin(), rows[1].begin() + below(static_cast<int>(end - rows[1].begin()) + 1),
+                    end);
+      }
+    }
     const Alignment found = align(rows[0], rows[1]);
     int last = -1;
     std::size_t pairs = 0;
@@ -103,7 +112,9 @@ class MacroPairs {
       const char* const value = oneOf({"0.5", "0.50", "5", "05", "1:2:3:4", "16909060", "x", ""});
       command += std::string("<param name=\"") + oneOf({"p", "p", "q"}) + "\" value=\"" + value + "\"/>";
     }
-    if (below(8) == 0) command += oneOf({"<param name=\"p\"/>", "<!-- c -->", "<param/>", "<z>t</z>"});
+    if (below(8) == 0)
+      command += oneOf(
+          {"<param name=\"p\"/>", "<!-- c -->", "<param/>", "<z> <b/> t</z>", " t\n ", "<![CDATA[ x&]]>"});
     return command + "</cmd>";
   }
 
