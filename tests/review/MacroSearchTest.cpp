@@ -28,8 +28,8 @@ TEST(MacroSearchTest, AnswersByWordsThatAllHold) {
     const char *query, *commands;
   } cases[] = {
       {"source:5", "03"},  // the rate is no source, and nobody knows what INPUT is of an unknown function
-      {"source:\"input 5\"", "0"},    // as the site calls it
-      {"source:\"Input 05\"", "03"},  // as a classic command does
+      {"source:\"input 5\"", "03"},   // as the site calls it
+      {"source:\"Input 05\"", "03"},  // as the classic table does
       {"function:key1.fill", "0"},
       {"function:EY1.FILL", ""},
       {"function:*EY1.FILL*", "0"},
