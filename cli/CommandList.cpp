@@ -69,6 +69,16 @@ constexpr WordHelp kDiffWords[] = {
     {"B", "the macro to set beside it; - reads it"},
     kJson,
 };
+constexpr WordHelp kCheckWords[] = {
+    {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
+    {"--severity S", "tell findings from there on: note, warning or error; note when not given"},
+    kJson,
+};
+constexpr WordHelp kFindWords[] = {
+    {"QUERY", "words that a command must have, as \"function:ME1.* source:5 clip\"; see docs/find.md"},
+    {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
+    kJson,
+};
 constexpr WordHelp kHistoryWords[] = {
     kJson,
     {"show ID", "the command lines of a kept macro"},
@@ -135,6 +145,10 @@ constexpr Command kCommands[] = {
     {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert, kConvertWords},
     {"diff", "A B [--json]", "what differs between two macros; exit code 0 nothing, 1 something, 2 trouble",
      runDiff, kDiffWords, kExitTrouble},
+    {"check", "PATH ... [--severity S] [--json]",
+     "what is wrong in macros and key files; exit code 1 with errors", runCheck, kCheckWords},
+    {"find", "QUERY PATH ... [--json]",
+     "where something is used in macros and key files; exit code 1 nowhere", runFind, kFindWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
     {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},

@@ -50,6 +50,8 @@ int runMove(CommandSession& session, Arguments& arguments);
 int runRemove(CommandSession& session, Arguments& arguments);
 
 int runDiff(CommandSession& session, Arguments& arguments);
+int runCheck(CommandSession& session, Arguments& arguments);
+int runFind(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 

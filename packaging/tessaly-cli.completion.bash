@@ -47,11 +47,12 @@ _tessaly_cli_parameters() { # FID, what follows a name
 # What may stand at the place of a usage word, such as FILE.
 _tessaly_cli_operand() {
   case $1 in
-    A | B | FILE* | KEY*) _tessaly_cli_files ;;
+    A | B | FILE* | KEY* | PATH) _tessaly_cli_files ;;
     DIR) _tessaly_cli_files -d ;;
     FID) _tessaly_cli_functions "${2:-}" ;;
     W) _tessaly_cli_words "1 2 3 4 5 6 7 8" ;;
     M) _tessaly_cli_words "1 2 3 4" ;;
+    S) _tessaly_cli_words "note warning error" ;;
     *'|'*) _tessaly_cli_words "$(tr '|' '\n' <<<"$1" | grep '^[a-z]')" ;;
   esac
 }
@@ -131,6 +132,8 @@ _tessaly_cli_place() {
   fi
   local -a expected=()
   read -r -a expected < <(sed -e 's/\[[^]]*\]*//g; s/([^)]*)//g' <<<"$usage")
+  # "PATH ..." stands for one and more.
+  while [[ $place -gt 0 && ${expected[place]:-...} == ... && " ${expected[*]} " == *" ... "* ]]; do ((place--)); done
   if [[ $command == insert && $place -ge 2 ]]; then
     _tessaly_cli_parameters "${places[1]}" =
   elif [[ $command == value && $place -eq 1 ]]; then

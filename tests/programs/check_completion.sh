@@ -30,6 +30,9 @@ offers show o -- one.mac
 offers show --root shows o -- one.mac
 offers help ren -- rename
 offers diff one.mac o -- one.mac
+offers check --severity w -- warning
+offers check one.mac o -- one.mac
+offers find clip o -- one.mac
 offers set one.mac 0 1 --f -- --force
 offers convert k -- key00.upk
 offers copy o -- one.mac

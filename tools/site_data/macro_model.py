@@ -87,10 +87,6 @@ class Macro:
         text = command_text(action, cd, co, kw, bytes(parameters))
         self.commands.append((f"QMF{self.mainframe}.NCSCOMMAND", 1, [("CMD", text)]))
 
-    def foreign(self, fid, **parameters):
-        """A command as it stands, such as one of a newer panel release."""
-        self.commands.append((fid, self.workplace, list(parameters.items())))
-
     def snapshot(self, *destinations):
         """Every value of some destinations, as the multiple command dialog inserts them."""
         rnd = random.Random(self.name)

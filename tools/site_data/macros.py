@@ -24,7 +24,7 @@ def takes_names(recipe, arguments):
 
 
 def lower_third(name, key_number, fill, alpha):
-    return macro(name, (r.key, "ME0", key_number, fill, alpha, {"on": False}),
+    return macro(name, (r.key, "ME0", key_number, fill, alpha, {"on": False, "mask": None}),
                  (r.key_mask, "ME0", key_number, -50, 50, -20, -50),
                  (r.transition, "ME0", "Mix", 12, (f"NEXT_KEY{key_number}",), {"run": True}))
 
@@ -49,10 +49,11 @@ def roll(name, machine, clip, *timecode):
 
 
 def joined(name, macros):
-    """A whole programme in one macro, as rehearsals record it."""
+    """A whole programme in one macro, as rehearsals record it: each part ends with its relay."""
     result = Macro(name)
-    for part in macros:
+    for number, part in enumerate(macros, 1):
         result.commands += part.commands
+        r.relay(result, number)
     return result
 
 
@@ -65,7 +66,7 @@ def longest():
 
 
 def every_kind():
-    """One command of each kind, for training; some that this panel release does not know."""
+    """One command of each kind, for training."""
     m = Macro("Training: every kind of command", encoding="UTF-8")
     for mainframe in (1, 2, 3, 4):
         r.on_mainframe(m, mainframe, r.key, "ME1", mainframe, 10, 11, "LUM")
@@ -97,14 +98,6 @@ def every_kind():
     m.mainframe = 2
     r.classic_machine(m, 2, 5, 30, 20, 10)
     m.classic(READ, 16, 7, 0x01)
-    m.classic(SET, 16, 7, 0x7E, 1, 2, 3)
-    m.mainframe = 1
-    m.foreign("QMF1.NCSCOMMAND", CMD="")
-    m.foreign("QMF1.ME1.KEY1.HOLOGRAM.SET", DEPTH="0.5")
-    m.foreign("QMF3.ME4.KEY6.CLIP.SET", VALUE="0.300000")
-    m.foreign("PANEL.MOOD.SET", MOOD="7", STATE="1")
-    m.foreign("VTR.REMOTE.PLAY")
-    m.foreign("QMF1.ME0.KEY1.TYPE.SET", TYPE="LIN", COLOR="3")
     return m
 
 

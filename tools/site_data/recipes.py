@@ -11,7 +11,7 @@ def take(m, me, program, preset=None):
         m.call(f"{me}.PST.SOURCE.SET", preset)
 
 
-def key(m, me, number, fill, alpha, kind="LIN", clip=48.0, gain=62.5, on=True):
+def key(m, me, number, fill, alpha, kind="LIN", clip=48.0, gain=62.5, on=True, mask="Off"):
     stem = f"{me}.KEY{number}"
     m.call(f"{stem}.TYPE.SET", kind)
     m.call(f"{stem}.FILL.SET", fill)
@@ -19,7 +19,8 @@ def key(m, me, number, fill, alpha, kind="LIN", clip=48.0, gain=62.5, on=True):
     m.call(f"{stem}.CLIP.SET", clip)
     m.call(f"{stem}.GAIN.SET", gain)
     m.call(f"{stem}.TRANSPARENCY.SET", 0)
-    m.call(f"{stem}.MASK_ENABLE.SET", "Off")
+    if mask:
+        m.call(f"{stem}.MASK_ENABLE.SET", mask)
     m.call(f"{stem}.ON.SET", "On" if on else "Off")
 
 

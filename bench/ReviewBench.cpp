@@ -1,0 +1,110 @@
+#include <cstdio>
+#include <cstdlib>
+
+#include "bench/InterfaceSample.h"
+#include "bench/Table.h"
+#include "dictionary/InterfaceFile.h"
+#include "model/MacroFile.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "review/MacroCheck.h"
+#include "review/MacroSearch.h"
+
+namespace tessaly::bench {
+namespace {
+
+constexpr int kCommands = 100;  // a macro
+constexpr int kMostMacros = 3'000;
+
+void require(bool done) {
+  if (done) return;
+  std::fprintf(stderr, "cannot make the sample macros\n");
+  std::exit(1);
+}
+
+// A studio's macros: 3,000 of 100 commands, of some thousand functions at several destinations with one value
+// each.
+struct Sample {
+  SiteRoot root = siteWithInterface(100'000, 5'200'000);
+  FunctionDictionary dictionary;
+  DecodingLists lists{root};
+  int macros = quick() ? kMostMacros / 10 : kMostMacros;
+
+  Sample() {
+    require(readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary,
+                              [](const std::string&) {}));
+    require(makeFolder(root, "c:\\review").done());
+    for (int number = 0; number < macros; ++number)
+      require(writeFile(root, path(number), text(number)).done());
+  }
+
+  static std::string path(int number) { return format("c:\\review\\macro%04d.mac", number); }
+
+  std::string text(int number) const {
+    std::string text = format("<macro name=\"Macro %d\">\n    <data>\n", number);
+    for (int i = 0; i < kCommands; ++i) {
+      const auto index = static_cast<std::size_t>(number % 60 * 997 + i) % dictionary.functionCount();
+      text += format(
+          "        <cmd fid=\"QMF%d.%s\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\">\n"
+          "            <param name=\"level\" value=\"0.%d\" />\n        </cmd>\n",
+          number % 4 + 1, std::string(dictionary.name(index)).c_str(), number * 7 + i);
+    }
+    return text + "    </data>\n</macro>\n";
+  }
+
+  template <typename Use>
+  void load(const Use& use) const {
+    for (int number = 0; number < macros; ++number) {
+      const auto macro = readMacro(root, path(number));
+      require(macro.has_value());
+      use(*macro);
+    }
+  }
+};
+
+Sample& sample() {
+  static Sample made;
+  return made;
+}
+
+void prepare() { static_cast<void>(sample()); }
+
+void loadAll() {
+  sample().load([](const Macro& macro) { keep(&macro); });
+}
+
+void checkAll() {
+  MacroCheck check({sample().dictionary, sample().lists});
+  std::size_t findings = 0;
+  sample().load([&](const Macro& macro) { findings += check.check(macro).size(); });
+  keep(&findings);
+}
+
+void findAll(const char* text) {
+  auto query = MacroQuery::parse(text);
+  require(query.has_value());
+  MacroSearch search(*std::move(query), {sample().dictionary, sample().lists});
+  std::size_t hits = 0;
+  sample().load([&](const Macro& macro) { hits += search.find(macro).size(); });
+  keep(&hits);
+}
+
+Pair beside(const char* name, std::function<void()> measured, double goal) {
+  return {.name = name,
+          .measured = std::move(measured),
+          .limit = loadAll,
+          .goal = goal,
+          .prepare = prepare,
+          .oneThread = true};
+}
+
+const bool kRegistered[] = {
+    addPair(beside("read and check 3,000 macros of 100 commands, reading as limit", checkAll, 1.5)),
+    addPair(beside(
+        "read and search them for a function and a source", [] { findAll("function:ME1.* source:5"); }, 1.2)),
+    addPair(beside(
+        "read and search them for a text of the lines", [] { findAll("no such text"); }, 1.2)),
+};
+
+}  // namespace
+}  // namespace tessaly::bench

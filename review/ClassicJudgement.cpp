@@ -1,0 +1,163 @@
+#include "review/ClassicJudgement.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <utility>
+
+#include "classic/ClassicDescription.h"
+#include "classic/ClassicParameter.h"
+#include "classic/ClassicValue.h"
+#include "platform/Text.h"
+#include "review/ValueJudgement.h"
+#include "values/SourceNames.h"
+
+namespace tessaly {
+namespace {
+
+using enum CheckRule;
+using Faults = std::vector<ClassicFault>;
+
+bool knownAction(const ClassicCommand& command) {
+  for (const ClassicAction action :
+       {ClassicAction::kSet, ClassicAction::kSetAlso, ClassicAction::kIncrement,
+        ClassicAction::kIncrementAlso, ClassicAction::kRead, ClassicAction::kTrigger})
+    if (command.does(action)) return true;
+  return false;
+}
+
+// Only what is set has a value: an increment has a step, which no limit binds.
+bool sets(const ClassicCommand& command) {
+  return command.does(ClassicAction::kSet) || command.does(ClassicAction::kSetAlso);
+}
+
+bool hasSource(std::uint8_t number) {
+  const auto& sources = classicSources();
+  return std::any_of(sources.begin(), sources.end(),
+                     [&](const ClassicSource& source) { return source.number == number; });
+}
+
+void judgeNumber(const KeywordEntry& entry, const ParameterDescriptor& descriptor, std::uint32_t raw,
+                 Faults& faults) {
+  if (isEnumerated(descriptor.type)) {
+    if (!enumerationRow(entry, descriptor, raw))
+      faults.push_back(
+          {kChoice, descriptor.name, std::to_string(raw) + " has no entry in the decoding list"});
+    return;
+  }
+  if (!descriptor.minimum.known || !descriptor.maximum.known) return;
+  const std::int64_t value = meantValue(descriptor, raw);
+  const auto meant = [&](const ParameterLimit& limit) {
+    return meantValue(descriptor, static_cast<std::uint32_t>(limit.value));
+  };
+  const std::int64_t low = std::min(meant(descriptor.minimum), meant(descriptor.maximum));
+  const std::int64_t high = std::max(meant(descriptor.minimum), meant(descriptor.maximum));
+  if (low == high || (value >= low && value <= high)) return;
+  faults.push_back({kLimits, descriptor.name, std::to_string(value) + " is beyond the limits",
+                    "min: " + std::to_string(low) + "   max: " + std::to_string(high)});
+}
+
+void judgeParameter(const ClassicCommand& command, const KeywordEntry& entry,
+                    const ParameterDescriptor& descriptor, std::size_t position, int frameRate,
+                    Faults& faults) {
+  if (descriptor.type == ParameterType::kInput) {
+    const std::uint8_t number = command.parameter(position);
+    if (number != kExtendedInput && !hasSource(number))
+      faults.push_back({kSource, descriptor.name, std::to_string(number) + " is no source"});
+    return;
+  }
+  const auto raw = readValue(command.parameters(), position, valueWidth(descriptor.type));
+  if (!raw || valueWidth(descriptor.type) == 0) return;
+  if (descriptor.type != ParameterType::kTimecode) return judgeNumber(entry, descriptor, *raw, faults);
+  const Timecode timecode = Timecode::fromPacked(*raw);
+  if (timecode.packed() != *raw || !onTheClock(timecode, frameRate))
+    faults.push_back({kTimecode, descriptor.name,
+                      timecode.display() + " is no timecode of a clock with " + std::to_string(frameRate) +
+                          " frames a second"});
+}
+
+void judgeParameters(const ClassicCommand& command, const KeywordEntry& entry, int frameRate,
+                     Faults& faults) {
+  std::size_t position = 0;
+  for (const ParameterDescriptor& descriptor : entry.parameters) {
+    const std::size_t begin = position;
+    const bool last =
+        descriptor.type == ParameterType::kInput && command.parameter(position) == kExtendedInput;
+    if (!parameterText(command, entry, descriptor, position)) {
+      faults.push_back({kClassicShort, descriptor.name,
+                        "the bytes end before " +
+                            (descriptor.name.empty() ? std::string("the last parameter") : descriptor.name)});
+      return;
+    }
+    if (sets(command)) judgeParameter(command, entry, descriptor, begin, frameRate, faults);
+    if (last) return;
+  }
+}
+
+// A look-up that finds an entry for the keyword, but none that the bytes fit, has too few of them, or one
+// whose value no entry has.
+void judgeKeyword(const DecodingList& list, int frameRate, ClassicJudgement& judgement) {
+  const ClassicCommand& command = judgement.command;
+  Faults& faults = judgement.faults;
+  if (const auto entry = list.find(command)) {
+    judgement.oneValue = entry->parameters.size() == 1;
+    if (!command.does(ClassicAction::kRead)) judgeParameters(command, *entry, frameRate, faults);
+    return;
+  }
+  const auto& entries = list.entries();
+  Faults fewest;
+  bool known = false;
+  for (const KeywordEntry& entry : entries) {
+    if (entry.keyword != command.kw()) continue;
+    Faults own;
+    judgeParameters(command, entry, frameRate, own);
+    if (!known || own.size() < fewest.size()) fewest = std::move(own);
+    known = true;
+  }
+  if (fewest.empty())
+    fewest.push_back({kClassicKeyword, {}, format("the keyword %02x is in no decoding list", command.kw())});
+  std::move(fewest.begin(), fewest.end(), std::back_inserter(faults));
+}
+
+}  // namespace
+
+ClassicJudgement judgeClassic(std::string_view text, DecodingLists& lists, int frameRate) {
+  ClassicCommand command;
+  static_cast<void>(command.decodeText(text));
+  ClassicJudgement judgement = judgeClassic(std::move(command), lists, frameRate);
+  if (judgement.command.valid()) return judgement;
+  judgement.faults.front().wrong = text.empty() ? "there is no command text" : "the text does not decode";
+  ClassicCommand ended;
+  if (!text.empty() && !text.ends_with(' ') && ended.decodeText(std::string(text) + ' '))
+    judgement.faults.front().right = std::string(text) + ' ';
+  return judgement;
+}
+
+ClassicJudgement judgeClassic(ClassicCommand command, DecodingLists& lists, int frameRate) {
+  ClassicJudgement judgement{.command = std::move(command), .faults = {}};
+  const ClassicCommand& judged = judgement.command;
+  Faults& faults = judgement.faults;
+  if (!judged.valid()) {
+    faults.push_back({kClassicText, {}, "the line does not decode"});
+    return judgement;
+  }
+  if (!judged.readsBack())
+    faults.push_back(
+        {kClassicReadBack,
+         {},
+         std::to_string(judged.parameters().size()) + " parameter bytes would not be read back after a save",
+         "27 at the most"});
+  if (!knownAction(judged))
+    faults.push_back({kClassicAction, {}, format("the action %02x is unknown", judged.action())});
+  const auto list = lists.list(judged.cd(), judged.co());
+  if (list) {
+    judgeKeyword(*list, frameRate, judgement);
+  } else {
+    faults.push_back({kClassicList,
+                      {},
+                      format("there is no decoding list for cd %02x, co %02x", judged.cd(), judged.co())});
+  }
+  return judgement;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "classic/ClassicCommand.h"
+#include "classic/DecodingList.h"
+#include "review/CheckRules.h"
+
+namespace tessaly {
+
+// What can be wrong with a classic command: each fault with the rule that it breaks.
+struct ClassicFault {
+  CheckRule rule;
+  std::string parameter = {};
+  std::string wrong, right = {};
+};
+
+struct ClassicJudgement {
+  ClassicCommand command;  // invalid when the text does not decode
+  std::vector<ClassicFault> faults;
+  bool oneValue = false;  // its keyword has one parameter
+};
+
+// A command as a macro stores it.
+[[nodiscard]] ClassicJudgement judgeClassic(std::string_view text, DecodingLists& lists, int frameRate);
+// A command of a key file; an invalid one does not decode.
+[[nodiscard]] ClassicJudgement judgeClassic(ClassicCommand command, DecodingLists& lists, int frameRate);
+
+}  // namespace tessaly

@@ -1,0 +1,108 @@
+#include "review/MacroCheck.h"
+
+#include <algorithm>
+
+#include "platform/Text.h"
+#include "platform/XmlSpelling.h"
+#include "review/CommandRules.h"
+
+namespace tessaly {
+namespace {
+
+using enum CheckRule;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kNoWindows1252 = "\x81\x8D\x8F\x90\x9D";  // bytes that are no character of it
+
+// What of the file's text its encoding cannot hold; empty for a sound file.
+std::string encodingFault(std::string_view bytes) {
+  if (isAscii(bytes)) return {};
+  const bool marked = bytes.starts_with(kByteOrderMark);
+  if (marked) bytes.remove_prefix(kByteOrderMark.size());
+  const XmlEncoding encoding = xmlEncoding(bytes, marked);
+  switch (encoding) {
+    case XmlEncoding::kUtf8:
+      return {};
+    case XmlEncoding::kOnlyUtf8Said:
+      return "the file says UTF-8, but its bytes are none";
+    case XmlEncoding::kUndeclared:
+      if (isValidUtf8(bytes)) return {};
+      [[fallthrough]];
+    case XmlEncoding::kWindows1252:
+      if (bytes.find_first_of(kNoWindows1252) == bytes.npos) return {};
+      return "the file has bytes that are no character of Windows-1252";
+    case XmlEncoding::kUnknown:
+      return "the file says " + xmlEncodingName(bytes, encoding) + ", of which only ASCII is understood";
+  }
+  return {};
+}
+
+void checkCommands(CheckKnowledge& knowledge, const MacroCommands& commands, Told& told) {
+  if (commands.empty()) told.add(kNoCommands, -1, "there are no commands");
+  SequenceRules sequence(commands);
+  int number = 0;
+  for (const MacroCommand& command : commands) {
+    static const std::string kNoText;
+    LookedCommand looked{command, number++};
+    if (command.classic()) {
+      looked.classic =
+          &knowledge.classic(command.parameters.empty() ? kNoText : command.parameters.front().value);
+    } else {
+      looked.function = knowledge.function(command.functionName());
+    }
+    for (const CommandRule rule : commandRules()) rule(knowledge, looked, told);
+    sequence.look(looked, told);
+  }
+}
+
+void putInOrder(Findings& findings) {
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const Finding& a, const Finding& b) { return a.command < b.command; });
+}
+
+}  // namespace
+
+MacroCheck::MacroCheck(const CheckContext& context) : knowledge_(std::make_unique<CheckKnowledge>(context)) {}
+MacroCheck::~MacroCheck() = default;
+
+const RulesOff& MacroCheck::off() const { return knowledge_->context.off; }
+
+Findings MacroCheck::check(const Macro& macro) {
+  Findings findings;
+  Told told(findings, off());
+  knowledge_->begin();
+  if (!macro.hasData()) {
+    told.add(kUnreadable, -1, "there is no macro with data in the file");
+    return findings;
+  }
+  if (std::string fault = encodingFault(macro.bytes()); !fault.empty())
+    told.add(kEncoding, -1, std::move(fault), "UTF-8 or Windows-1252");
+  if (!macro.name() || macro.name()->empty()) told.add(kNoName, -1, "the macro has no name");
+  checkCommands(*knowledge_, macro.commands(), told);
+  putInOrder(findings);
+  return findings;
+}
+
+Findings MacroCheck::check(const KeyFile& keys) {
+  Findings findings;
+  Told told(findings, off());
+  knowledge_->begin();
+  // A file without a line of a command holds an empty one that stands for none.
+  if (keys.lastIndex() < 0 ||
+      (keys.lastIndex() == 0 && !keys.commands()[0].valid() && keys.unreadable().empty())) {
+    told.add(kNoCommands, -1, "there are no commands");
+    return findings;
+  }
+  int number = 0;
+  for (const ClassicCommand& command : keys.commands()) {
+    const ClassicJudgement judgement =
+        judgeClassic(command, knowledge_->context.decodingLists, knowledge_->context.frameRate);
+    for (const ClassicFault& fault : judgement.faults)
+      if (Finding* const finding = told.add(fault.rule, number, fault.wrong, fault.right))
+        finding->parameter = fault.parameter;
+    ++number;
+  }
+  return findings;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,165 @@
+#include <gmock/gmock.h>
+
+#include "dictionary/InterfaceFile.h"
+#include "tests/support/BuildPaths.h"
+#include "tests/support/PlantedFaults.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string macroOf(const std::string& commands) {
+  return "<macro name=\"M\"><data>" + commands + "</data></macro>";
+}
+
+std::string command(const std::string& fid, const std::string& parameters = {},
+                    const std::string& workplace = "1") {
+  return "<cmd fid=\"" + fid + "\" workplace=\"" + workplace + "\" group=\"0\" module=\"0\" widget=\"0\">" +
+         parameters + "</cmd>";
+}
+
+std::string parameter(const std::string& name, const std::string& value) {
+  return "<param name=\"" + name + "\" value=\"" + value + "\"/>";
+}
+
+// The sample site's dictionary, lists and macros.
+struct MacroCheckTest : testing::Test {
+  static void SetUpTestSuite() { loadFunctionDictionary(root(), dictionary(), {}); }
+  static const SiteRoot& root() {
+    static const SiteRoot root{sourcePath("site")};
+    return root;
+  }
+  static FunctionDictionary& dictionary() {
+    static FunctionDictionary dictionary;
+    return dictionary;
+  }
+  // "limits 1" for a finding at the second command.
+  static std::vector<std::string> told(const Findings& findings) {
+    std::vector<std::string> lines;
+    for (const Finding& finding : findings)
+      lines.push_back(std::string(infoOf(finding.rule).name) + ' ' + std::to_string(finding.command));
+    return lines;
+  }
+
+  DecodingLists lists{root()};
+  MacroCheck check{{dictionary(), lists}};
+};
+
+// A fix is an edit after which the finding is gone and nothing else is there.
+TEST_F(MacroCheckTest, CertainFixesMend) {
+  const std::string clip = "QMF1.ME1.KEY1.CLIP.SET", half = parameter("VALUE", "0.5");
+  const struct {
+    std::string commands, rule, right;
+  } cases[] = {
+      {command(clip, parameter("VALUE", "7")), "limits 0", command(clip, parameter("VALUE", "1"))},
+      {command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2049")), "limits 0",
+       command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2048"))},
+      {command("QMF1.ME1.KEY1.CLIPP.SET", half), "unknown-function 0", command(clip, half)},
+      {command("PANNEL.LIGHT.DIMMER.SET", half), "destination 0", command("PANEL.LIGHT.DIMMER.SET", half)},
+      {command(clip, parameter("VALEU", "0.5")), "unknown-parameter 0", command(clip, half)},
+      {command("QMF1.ME1.TRANSI.TYPE.SET", parameter("TYPE", "Wipe")), "choice 0",
+       command("QMF1.ME1.TRANSI.TYPE.SET", parameter("TYPE", "WIPE"))},
+      {command("QMF1.ME2.TRANSI.DURATION.SET", parameter("TIMECODE", "00:00:01:27")), "timecode 0",
+       command("QMF1.ME2.TRANSI.DURATION.SET", parameter("TIMECODE", "00:00:01:24"))},
+      {command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02")), "classic-text 0",
+       command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02 "))},
+      {command(clip, half) + command(clip, half), "repeated 1", command(clip, half)},
+      {command("QMF1.ME1.KEY1.BORDER_MODE.SET", parameter("MODE", "2") + parameter("DIRECTION", "8")),
+       "limits 0",
+       command("QMF1.ME1.KEY1.BORDER_MODE.SET", parameter("MODE", "2") + parameter("DIRECTION", "7"))},
+  };
+  for (const auto& [commands, rule, right] : cases) {
+    const auto macro = Macro::read(macroOf(commands));
+    Findings findings = check.check(*macro);
+    std::erase_if(findings,
+                  [](const Finding& finding) { return finding.rule == CheckRule::kEmptyParameter; });
+    ASSERT_THAT(told(findings), ElementsAre(rule)) << commands;
+    ASSERT_TRUE(findings[0].fix) << commands;
+    const auto mended = tessaly::apply(*macro, *findings[0].fix);
+    ASSERT_TRUE(mended) << commands;
+    EXPECT_EQ(mended->commands(), Macro::read(macroOf(right))->commands()) << commands;
+    EXPECT_THAT(check.check(*mended), IsEmpty()) << right;
+  }
+}
+
+// What could be a fault by the letter, and is none; and what must not be mended by guess.
+TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
+  const std::string x = "QMF1.CHANNEL1.EDPM.POSITION_X.SET";
+  const auto set = [](const std::string& fid, const char* value) {
+    return command(fid, parameter("VALUE", value));
+  };
+  const std::string clip = "QMF1.ME1.KEY1.CLIP.SET";
+  const struct {
+    std::string commands;
+    std::vector<std::string> told;
+  } cases[] = {
+      {set(clip, "0.1") + command("QMF1.ME1.KEY1.CUT_ON") + set(clip, "0.2"), {}},
+      {set(clip, "0.1") + set("QMF2.ME1.KEY1.CLIP.SET", "0.2"), {}},
+      {set(clip, "0.1") + set("QMF1.ME1.KEY1.GAIN.SET", "0.1") + set(clip, "0.2"), {"set-again 0"}},
+      {command("PANEL.LIGHT.DIMMER.SET", parameter("VALUE", "0.1"), "1") +
+           command("PANEL.LIGHT.DIMMER.SET", parameter("VALUE", "0.2"), "2"),
+       {}},
+      {command(clip) + command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02 ")),
+       {"empty-parameter 0", "spill 0"}},
+      {command(clip), {"empty-parameter 0"}},
+      {command("QMF5.ME1.KEY1.CLIP.SET", parameter("VALUE", "0.5")), {"destination 0"}},
+  };
+  for (const auto& [commands, expected] : cases) {
+    const Findings findings = check.check(*Macro::read(macroOf(commands)));
+    EXPECT_EQ(told(findings), expected) << commands;
+    for (const Finding& finding : findings) EXPECT_FALSE(finding.fix) << commands;
+  }
+}
+
+TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
+  const TestSite site;
+  const std::string sound = macroOf(command("QMF1.ME1.KEY1.CUT_OFF"));
+  site.write("c:\\w\\macro001.mac", sound);
+  site.write("c:\\w\\macro002.mac", sound);
+  site.write("c:\\w\\macro03.mac", "<macro><data/></macro>");
+  site.write("c:\\w\\macro004.mac", "<macro name='x'>");
+  site.write("c:\\w\\deep\\key00.upk",
+             "#UPK\nBeginHeader\nFile=key00.upk\nName=K\nVersion=1.0\nEndHeader\n24 00 20 08 02\n");
+  site.write("c:\\w\\MacroFid\\macro001.mac", "not ours");
+  std::vector<std::string> problems;
+  const RulesOff off = RulesOff::parse("# why\r\noff file-name\r\n\noff nothing\non limits", problems);
+  EXPECT_THAT(off.names(), ElementsAre("file-name"));
+  EXPECT_EQ(problems.size(), 2U);
+  for (const bool switched : {false, true}) {
+    MacroCheck own({dictionary(), lists, 25, switched ? off : RulesOff()});
+    std::vector<std::string> lines;
+    for (const MacroFolder& folder : macroFoldersUnder(site.root, "c:\\w"))
+      checkFolder(site.root, folder, own, [&](const CheckedFile& file) {
+        for (const std::string& line : told(file.findings))
+          lines.push_back(std::string(fileNameOf(file.path)) + ' ' + line);
+      });
+    std::vector<std::string> expected = {"macro002.mac name-twice -1", "macro004.mac unreadable -1",
+                                         "macro03.mac file-name -1",   "macro03.mac no-name -1",
+                                         "macro03.mac empty-macro -1", "key00.upk classic-text 0"};
+    if (switched) expected.erase(expected.begin() + 2);
+    EXPECT_EQ(lines, expected);
+  }
+}
+
+TEST_F(MacroCheckTest, FindsPlantedFaultsInSoundMacros) {
+  std::size_t planted = 0, serious = 0;
+  for (const MacroFolder& folder : macroFoldersUnder(root(), "c:\\programme\\RV48\\appli"))
+    checkFolder(root(), folder, check, [&](const CheckedFile& file) {
+      for (const Finding& finding : file.findings) serious += finding.severity != Severity::kNote;
+    });
+  EXPECT_EQ(serious, 0U) << "in the sample site";
+  PlantedFaults faults(root(), "c:\\programme\\RV48\\appli", dictionary(), lists);
+  for (unsigned number = 0; number < 4 * kCheckRules; ++number) {
+    const auto result = faults.plant(number);
+    if (!result) continue;
+    ++planted;
+    EXPECT_TRUE(result->found) << number << ": " << infoOf(result->rule).name << ' ' << result->where;
+  }
+  EXPECT_EQ(planted, 4 * (kCheckRules - 2));  // two are of folders
+}
+
+}  // namespace
+}  // namespace tessaly
