@@ -46,6 +46,8 @@ class FailureText {
         return tr("the file's encoding cannot hold a text: %1").arg(shown(failure.text));
       case Failure::Kind::kNothingTaken:
         return tr("no command takes the value");
+      case Failure::Kind::kNoFragment:
+        return tr("the commands cannot be taken over: %1").arg(shown(failure.text));
       case Failure::Kind::kChanged:
         return tr("it has changed meanwhile");
     }

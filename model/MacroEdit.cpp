@@ -28,16 +28,21 @@ class Editor {
     return {};
   }
 
+  Outcome operator()(const InsertFragment& edit) const {
+    if (!data_) return noMacro();
+    return edit.fragment.placeInto(document_, *data_, insertionPoint(*data_, edit.position, edit.mode));
+  }
+
   Outcome operator()(const RemoveCommands& edit) const {
-    const auto chosen = choose(ordered(edit.numbers));
+    const auto chosen = chosenCommands(data_, orderedNumbers(edit.numbers));
     if (chosen.empty()) return noCommand();
     for (TiXmlElement* const command : chosen) data_->RemoveChild(command);
     return {};
   }
 
   Outcome operator()(const MoveCommands& edit) const {
-    const std::vector<int> numbers = ordered(edit.numbers);
-    const auto chosen = choose(numbers);
+    const std::vector<int> numbers = orderedNumbers(edit.numbers);
+    const auto chosen = chosenCommands(data_, numbers);
     if (chosen.empty()) return noCommand();
     // The place is that of the next command that stays.
     int place = std::max(0, edit.before);
@@ -82,24 +87,6 @@ class Editor {
   }
 
  private:
-  [[nodiscard]] static std::vector<int> ordered(std::vector<int> numbers) {
-    std::sort(numbers.begin(), numbers.end());
-    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
-    return numbers;
-  }
-
-  // The elements of ordered numbers; none when one of them does not exist.
-  [[nodiscard]] std::vector<TiXmlElement*> choose(const std::vector<int>& numbers) const {
-    const auto all = data_ ? commandElements(*data_) : std::vector<TiXmlElement*>();
-    std::vector<TiXmlElement*> chosen;
-    chosen.reserve(numbers.size());
-    for (const int number : numbers) {
-      if (number < 0 || static_cast<std::size_t>(number) >= all.size()) return {};
-      chosen.push_back(all[static_cast<std::size_t>(number)]);
-    }
-    return chosen;
-  }
-
   XmlDocument& document_;
   TiXmlElement* data_;
 };
@@ -120,6 +107,19 @@ Expected<Macro> changed(const Macro& macro, const Change& change) {
 
 Expected<Macro> apply(const Macro& macro, const MacroEdit& edit) {
   return changed(macro, [&edit](XmlDocument& document) { return std::visit(Editor(document), edit); });
+}
+
+int insertedAt(const Macro& macro, int position, InsertMode mode) {
+  const int count = static_cast<int>(macro.commands().size());
+  switch (mode) {
+    case InsertMode::kAtStart:
+      return 0;
+    case InsertMode::kAtPosition:
+      return position >= 0 && position < count ? position : count;
+    case InsertMode::kAppend:
+      break;
+  }
+  return count;
 }
 
 Expected<Macro> reprint(const Macro& macro) {

@@ -5,6 +5,7 @@
 #include <variant>
 #include <vector>
 
+#include "model/CommandFragment.h"
 #include "model/Macro.h"
 
 namespace tessaly {
@@ -19,6 +20,14 @@ enum class InsertMode { kAtStart = 0, kAtPosition = 1, kAppend = 2 };
 struct InsertCommands {
   std::vector<CommandDraft> drafts;
   int workplace = 1;
+  int position = -1;
+  InsertMode mode = InsertMode::kAppend;
+};
+
+// The commands of a fragment as one block at such a place. Unknown parts travel along; a text that the
+// macro's encoding cannot hold is kTextNotHeld.
+struct InsertFragment {
+  CommandFragment fragment;
   int position = -1;
   InsertMode mode = InsertMode::kAppend;
 };
@@ -49,13 +58,16 @@ struct SetMacroName {
   std::string name;
 };
 
-using MacroEdit =
-    std::variant<InsertCommands, RemoveCommands, MoveCommands, ReplaceCommand, SetValues, SetMacroName>;
+using MacroEdit = std::variant<InsertCommands, InsertFragment, RemoveCommands, MoveCommands, ReplaceCommand,
+                               SetValues, SetMacroName>;
 
 // The macro as the edit leaves it, printed whole, or why it cannot be done: kNotKept (saving would change
 // what the edit does not touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory. Parses the
 // bytes once.
 [[nodiscard]] Expected<Macro> apply(const Macro& macro, const MacroEdit& edit);
+
+// The number that the first command gets which is inserted so; those behind it follow.
+[[nodiscard]] int insertedAt(const Macro& macro, int position, InsertMode mode);
 
 // The macro printed as after an edit, without one.
 [[nodiscard]] Expected<Macro> reprint(const Macro& macro);

@@ -1,5 +1,6 @@
 #include "model/MacroTree.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -142,6 +143,23 @@ std::vector<TiXmlElement*> commandElements(TiXmlElement& data) {
        command = command->NextSiblingElement(kCommand))
     commands.push_back(command);
   return commands;
+}
+
+std::vector<int> orderedNumbers(std::vector<int> numbers) {
+  std::sort(numbers.begin(), numbers.end());
+  numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+  return numbers;
+}
+
+std::vector<TiXmlElement*> chosenCommands(TiXmlElement* data, const std::vector<int>& numbers) {
+  const auto all = data ? commandElements(*data) : std::vector<TiXmlElement*>();
+  std::vector<TiXmlElement*> chosen;
+  chosen.reserve(numbers.size());
+  for (const int number : numbers) {
+    if (number < 0 || static_cast<std::size_t>(number) >= all.size()) return {};
+    chosen.push_back(all[static_cast<std::size_t>(number)]);
+  }
+  return chosen;
 }
 
 TiXmlElement* commandElement(TiXmlElement& data, int number) {

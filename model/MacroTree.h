@@ -28,6 +28,12 @@ Outcome setMacroName(const XmlDocument& document, TiXmlElement& macro, std::stri
 
 [[nodiscard]] std::vector<TiXmlElement*> commandElements(TiXmlElement& data);
 
+// In rising order, each once.
+[[nodiscard]] std::vector<int> orderedNumbers(std::vector<int> numbers);
+
+// The commands with these ordered numbers; none when one of them does not exist. `data` may be null.
+[[nodiscard]] std::vector<TiXmlElement*> chosenCommands(TiXmlElement* data, const std::vector<int>& numbers);
+
 // The `cmd` with that number, or null (also for a number below 0).
 [[nodiscard]] TiXmlElement* commandElement(TiXmlElement& data, int number);
 

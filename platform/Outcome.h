@@ -27,6 +27,7 @@ struct Failure {
     kNoCommand,     // no command has that number
     kTextNotHeld,   // the file's encoding lacks a character
     kNothingTaken,  // no parameter took the value
+    kNoFragment,    // no commands that can be carried from one macro to another
     kChanged,       // somebody else has changed or taken away what was to be used
   };
   Kind kind;

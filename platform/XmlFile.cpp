@@ -144,6 +144,7 @@ Outcome parseXml(std::string bytes, XmlDocument& document) {
     if (document.marked_) bytes.erase(0, kByteOrderMark.size());
     document.size_ = bytes.size();
     document.encoding_ = xmlEncoding(bytes, document.marked_);
+    document.encodingName_ = xmlEncodingName(bytes, document.encoding_);
     unifyLineEnds(bytes);
     XmlLook look = prepareXml(bytes, {kDeepestXml, kMostXmlAttributes, kMostXmlPieces});
     document.kept_ = std::move(look.kept);

@@ -29,6 +29,8 @@ class XmlDocument : public TiXmlDocument {
   [[nodiscard]] Expected<std::string> spelling(std::string_view text) const {
     return spellingOf(text, encoding_);
   }
+  [[nodiscard]] XmlEncoding encoding() const { return encoding_; }
+  [[nodiscard]] const std::string& encodingName() const { return encodingName_; }  // see xmlEncodingName
   // Whether printing gives back every text, attribute, comment and instruction that was read; kNotKept with
   // the construct otherwise.
   [[nodiscard]] const Outcome& kept() const { return kept_; }
@@ -38,6 +40,7 @@ class XmlDocument : public TiXmlDocument {
   friend Expected<std::string> printXml(const XmlDocument& document);
 
   XmlEncoding encoding_ = XmlEncoding::kUndeclared;
+  std::string encodingName_;
   bool marked_ = false;   // by a byte order mark
   std::size_t size_ = 0;  // bytes that were read
   Outcome kept_;

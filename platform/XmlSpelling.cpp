@@ -33,6 +33,15 @@ std::string_view declaredEncoding(std::string_view declaration) {
   return rest.substr(0, rest.find_first_of("\"'?> \t\n\r"));
 }
 
+// Empty when there is none.
+std::string_view declarationOf(std::string_view bytes) {
+  const std::string_view start = skipWhiteSpace(bytes);
+  const bool declares = start.size() > kDeclaration.size() &&
+                        equalNoCase(start.substr(0, kDeclaration.size()), kDeclaration) &&
+                        kWhiteSpace.find(start[kDeclaration.size()]) != kWhiteSpace.npos;
+  return declares ? start.substr(0, start.find('>')) : std::string_view();
+}
+
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
   return std::any_of(names.begin(), names.end(), [name](auto known) { return equalNoCase(name, known); });
 }
@@ -108,16 +117,22 @@ std::string withReferences(std::string_view bytes) {
   return spelled;
 }
 
+std::string shownText(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), shownForm);
+  return text;
+}
+
 // UTF-8 into the bytes of the encoding.
-Expected<std::string> encoded(const std::string& text, XmlEncoding encoding) {
+Expected<std::string> encoded(const std::string& text, XmlEncoding encoding, bool references) {
   if (encoding == XmlEncoding::kUtf8 || encoding == XmlEncoding::kOnlyUtf8Said || isAscii(text)) return text;
   if (encoding == XmlEncoding::kUnknown)
-    return notHeld(text,
+    return notHeld(shownText(text),
                    "has letters that cannot be stored: the file declares an encoding that is not known");
   std::optional<std::string> bytes = exactWindows1252(text);
-  if (!bytes) return notHeld(text, "has letters that the file's encoding, Windows-1252, lacks");
-  if (encoding == XmlEncoding::kUndeclared && isValidUtf8(*bytes)) return withReferences(*bytes);
-  return *std::move(bytes);
+  if (!bytes) return notHeld(shownText(text), "has letters that the file's encoding, Windows-1252, lacks");
+  if (encoding != XmlEncoding::kUndeclared || !isValidUtf8(*bytes)) return *std::move(bytes);
+  if (references) return withReferences(*bytes);
+  return notHeld(shownText(text), "would have other letters in the file, which declares no encoding");
 }
 
 // As the parser's own printing has it.
@@ -137,17 +152,29 @@ void appendSpelled(std::string& spelled, char c) {
 }  // namespace
 
 XmlEncoding xmlEncoding(std::string_view bytes, bool marked) {
-  const std::string_view start = skipWhiteSpace(bytes);
-  const bool declares = start.size() > kDeclaration.size() &&
-                        equalNoCase(start.substr(0, kDeclaration.size()), kDeclaration) &&
-                        kWhiteSpace.find(start[kDeclaration.size()]) != kWhiteSpace.npos;
-  if (!marked && !declares) return XmlEncoding::kUndeclared;
-  const std::string_view name = declares ? declaredEncoding(start.substr(0, start.find('>'))) : "";
+  const std::string_view declaration = declarationOf(bytes);
+  if (!marked && declaration.empty()) return XmlEncoding::kUndeclared;
+  const std::string_view name = declaredEncoding(declaration);
   if (marked || name.empty() || isOneOf(name, {"UTF-8", "UTF8"}))
     return isValidUtf8(bytes) ? XmlEncoding::kUtf8 : XmlEncoding::kOnlyUtf8Said;
   return isOneOf(name, {"windows-1252", "cp1252", "cp-1252", "ISO-8859-1", "ISO8859-1", "latin1"})
              ? XmlEncoding::kWindows1252
              : XmlEncoding::kUnknown;
+}
+
+std::string xmlEncodingName(std::string_view bytes, XmlEncoding encoding) {
+  switch (encoding) {
+    case XmlEncoding::kUtf8:
+    case XmlEncoding::kOnlyUtf8Said:
+      return "UTF-8";
+    case XmlEncoding::kWindows1252:
+      return "windows-1252";
+    case XmlEncoding::kUndeclared:
+      return "none";
+    case XmlEncoding::kUnknown:
+      break;
+  }
+  return toUpperAscii(declaredEncoding(declarationOf(bytes)));
 }
 
 std::string textOf(std::string_view spelled, XmlEncoding encoding) {
@@ -176,12 +203,20 @@ Expected<std::string> spellingOf(std::string_view given, XmlEncoding encoding) {
   };
   if (std::any_of(text.begin(), text.end(), isForbidden))
     return notHeld(text, "has a control character, which an XML file cannot hold");
-  Expected<std::string> bytes = encoded(text, encoding);
+  Expected<std::string> bytes = encoded(text, encoding, true);
   if (!bytes) return bytes;
   std::string spelled;
   spelled.reserve(bytes->size());
   for (const char c : *bytes) appendSpelled(spelled, c);
   return spelled;
+}
+
+std::string utf8Spelling(std::string_view spelled, XmlEncoding encoding) {
+  return decoded(spelled, encoding);
+}
+
+Expected<std::string> spellingOfUtf8(const std::string& spelled, XmlEncoding encoding, bool references) {
+  return encoded(spelled, encoding, references);
 }
 
 }  // namespace tessaly

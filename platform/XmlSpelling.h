@@ -42,6 +42,10 @@ enum class XmlEncoding {
 // The encoding of a document without its byte order mark.
 [[nodiscard]] XmlEncoding xmlEncoding(std::string_view bytes, bool marked);
 
+// How we call the encoding of a document: "UTF-8", "windows-1252" for its subset too, "none", or the declared
+// name in capital letters.
+[[nodiscard]] std::string xmlEncodingName(std::string_view bytes, XmlEncoding encoding);
+
 // A text of the tree as UTF-8, references resolved. One that names no character stands as it is spelled, so
 // does a "&" that begins none. Where the encoding is not certain each text is taken as UTF-8 when it is
 // valid, else as Windows-1252.
@@ -50,5 +54,13 @@ enum class XmlEncoding {
 // The spelling of a text, up to a NUL, which reads as that text; kTextNotHeld when the encoding lacks one of
 // its characters, or XML does. Given as UTF-8; what is none counts as Windows-1252.
 [[nodiscard]] Expected<std::string> spellingOf(std::string_view text, XmlEncoding encoding);
+
+// A text of the tree with its letters in UTF-8 and all else spelled as it is.
+[[nodiscard]] std::string utf8Spelling(std::string_view spelled, XmlEncoding encoding);
+
+// Back from there into an encoding, be it another one; kTextNotHeld when it lacks a letter. Where references
+// count letters may become some.
+[[nodiscard]] Expected<std::string> spellingOfUtf8(const std::string& spelled, XmlEncoding encoding,
+                                                   bool references);
 
 }  // namespace tessaly
