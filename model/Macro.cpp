@@ -23,6 +23,7 @@ Macro Macro::take(XmlDocument& document, std::string bytes) {
   auto content = std::make_shared<Content>();
   content->check = contentCheck(bytes);
   content->bytes = std::move(bytes);
+  content->kept = document.kept();
   if (const TiXmlElement* const named = namedMacro(document)) content->name = macroNameOf(document, *named);
   if (TiXmlElement* const data = macroData(document)) {
     content->hasData = true;
