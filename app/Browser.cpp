@@ -44,7 +44,7 @@ Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
 
 void Browser::followCopy() {
   // Edit state alone changes no line.
-  if (pane_.copy.revision() != shownRevision_) showCommands(pane_.copy.selectAfterChange());
+  if (pane_.copy.revision() != shownRevision_) showCommands(pane_.copy.selectedAfterChange());
 }
 
 std::string Browser::path() const { return connection_.path(pane_.descriptor.pane); }
@@ -256,7 +256,7 @@ void Browser::listPanelMacros() {
   showMacroRows();
 }
 
-void Browser::showCommands(int selected) {
+void Browser::showCommands(const std::vector<int>& selected) {
   shownRevision_ = pane_.copy.revision();
   CommandList& list = pane_.view.commands();
   const WorkingCopy& copy = pane_.copy;
@@ -267,7 +267,7 @@ void Browser::showCommands(int selected) {
     list.rows().showNotice(commandsOf(), kEmptyMacroRow);
   else
     showLines();
-  list.selectRow(selected < count ? selected : -1);
+  list.selectRows(count > 0 ? selected : std::vector<int>());
   showCount();
   emit changed();
 }

@@ -33,8 +33,8 @@ class Browser : public QObject {
   void chooseWorkplace();
   // The macros of the chosen workplace or older-family panel, anew; nothing is selected afterwards.
   void listMacros();
-  // The lines of what the working copy holds, with `selected` (-1 for none) selected.
-  void showCommands(int selected = -1);
+  // The lines of what the working copy holds, with these selected as far as they are there.
+  void showCommands(const std::vector<int>& selected = {});
   // How many there are, in the pane's progress line.
   void showCount();
   // The other pane has turned to another workplace of the panel, and this one goes along, unless unsaved

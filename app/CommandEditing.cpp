@@ -1,6 +1,8 @@
 #include "app/CommandEditing.h"
 
 #include <algorithm>
+#include <numeric>
+#include <optional>
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
@@ -42,16 +44,12 @@ EditorContext CommandEditing::contextFor(Pane pane, int row) const {
   };
   context.refusal = [this, pane, row, &copy, opening = copy.opening(), fid = fidAt(row),
                      fidAt]() -> std::string {
-    if (!editable(pane) || copy.opening() != opening || fidAt(row) != fid)
+    if (!state(pane).editable() || copy.opening() != opening || fidAt(row) != fid)
       return tr("The macro that this command was built for is no longer open.\nThe dialog stays as it is.")
           .toStdString();
     return {};
   };
   return context;
-}
-
-bool CommandEditing::editable(Pane pane) const {
-  return state(pane).hasMacro() && state(pane).copy.content() == WorkingCopy::Content::kMacro;
 }
 
 int CommandEditing::workplace(Pane pane) const {
@@ -63,13 +61,41 @@ void CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what
   emit said(done ? what : tr("NOT changed: %1").arg(failureText(done.failure())));
 }
 
+bool CommandEditing::insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what) {
+  WorkingCopy& copy = state(pane).copy;
+  if (!copy.macro()) return false;
+  std::vector<int> numbers(commands.drafts.size());
+  std::iota(numbers.begin(), numbers.end(), insertedAt(*copy.macro(), commands.position, commands.mode));
+  const Outcome done = copy.apply(commands, {{}, selects ? numbers : std::vector<int>()});
+  if (done) state(pane).view.commands().bringIntoSight(numbers);
+  emit said(done ? what : tr("NOT changed: %1").arg(failureText(done.failure())));
+  return done.done();
+}
+
+// A command of this dialog alone leaves nothing selected: "update data" then asks for all of them.
 void CommandEditing::newCorvane(Pane pane) {
-  if (!editable(pane)) return;
+  if (!state(pane).editable()) return;
   const int row = position(pane);
   CreateCommandDialog dialog(contextFor(pane), workplace(pane), row >= 0, window_);
+  // Those that are inserted by the same button follow one another.
+  std::optional<InsertMode> last;
+  int next = row;  // where the next one of the same button goes, if that is not the end
+  int selected = row;
+  connect(&dialog, &CreateCommandDialog::insertPressed, this, [&] {
+    const InsertMode mode = dialog.mode();
+    if (mode != last && mode != InsertMode::kAppend) next = mode == InsertMode::kAtStart ? 0 : selected;
+    const bool atEnd = mode == InsertMode::kAppend || next >= state(pane).copy.commandCount();
+    const InsertCommands one{
+        {dialog.draft()}, dialog.workplace(), next, atEnd ? InsertMode::kAppend : InsertMode::kAtPosition};
+    if (!insert(pane, one, true, tr("one command inserted"))) return;
+    last = mode;
+    if (mode == InsertMode::kAppend) return dialog.goOn();
+    if (next <= selected) ++selected;
+    ++next;
+    dialog.goOn();
+  });
   if (dialog.exec() != QDialog::Accepted) return;
-  apply(pane, InsertCommands{{dialog.draft()}, dialog.workplace(), row, dialog.mode()},
-        tr("one command inserted"));
+  insert(pane, {{dialog.draft()}, dialog.workplace(), row, dialog.mode()}, false, tr("one command inserted"));
 }
 
 void CommandEditing::newMultiple(Pane pane) {
@@ -77,22 +103,21 @@ void CommandEditing::newMultiple(Pane pane) {
     context_.site.messages.show(kMultipleNeedsPanel, MessageIcon::kExclamation);
     return;
   }
-  if (!editable(pane)) return;
-  WorkingCopy& copy = state(pane).copy;
+  if (!state(pane).editable()) return;
   MultipleCommandsDialog dialog(
       contextFor(pane), workplace(pane), position(pane),
-      [&copy](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
-        const bool done = copy.apply(InsertCommands{drafts, workplace, row, mode}).done();
-        return done ? static_cast<int>(drafts.size()) : 0;
+      [this, pane](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
+        const int count = static_cast<int>(drafts.size());
+        const bool done =
+            insert(pane, {drafts, workplace, row, mode}, true, tr("%n commands inserted", nullptr, count));
+        return done ? count : 0;
       },
       window_);
   dialog.exec();
-  if (dialog.insertedCount() == 0) return;
-  emit said(tr("%n commands inserted", nullptr, dialog.insertedCount()));
 }
 
 void CommandEditing::newClassic(Pane pane) {
-  if (!editable(pane)) return;
+  if (!state(pane).editable()) return;
   const int row = position(pane);
   ClassicEditorDialog dialog(contextFor(pane), row >= 0, Destination(), window_);
   dialog.exec();
@@ -108,14 +133,14 @@ void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& 
   if (modifies)
     apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), {row});
   else
-    apply(pane, InsertCommands{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())},
-          dialog.command().readsBack() ? tr("one command inserted")
-                                       : tr("one command inserted; it cannot be read back from the macro"));
+    insert(pane, {{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())}, true,
+           dialog.command().readsBack() ? tr("one command inserted")
+                                        : tr("one command inserted; it cannot be read back from the macro"));
 }
 
 void CommandEditing::modify(Pane pane) {
   const int row = position(pane);
-  if (!editable(pane) || row < 0 || row >= state(pane).copy.commandCount()) return;
+  if (!state(pane).editable() || row < 0 || row >= state(pane).copy.commandCount()) return;
   if (state(pane).copy.commands()[static_cast<std::size_t>(row)].classic())
     modifyClassic(pane, row);
   else

@@ -29,7 +29,6 @@ class CommandEditing : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  [[nodiscard]] bool editable(Pane pane) const;
   [[nodiscard]] int position(Pane pane) const { return state(pane).view.commands().selectedRow(); }
   [[nodiscard]] int workplace(Pane pane) const;
   // The editors' context for the macro that is open in the pane now; `row` is the command that is to be
@@ -40,6 +39,8 @@ class CommandEditing : public QObject {
   // Applies what the editor returned; `inPlace` takes the place of the command at `row`.
   void takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
   void apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected = {});
+  // As one block, which is brought into sight and, if wanted, selected; false after telling why not.
+  bool insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what);
 
   PaneAccesses panes_;
   EditorContext context_;

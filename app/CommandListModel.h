@@ -9,7 +9,7 @@
 
 #include "model/CommandLine.h"
 #include "model/MacroCommand.h"
-#include "widgets/RowsView.h"
+#include "widgets/ListRows.h"
 
 namespace tessaly {
 
@@ -54,18 +54,6 @@ class CommandListModel : public ListRows {
   std::size_t nextLine_ = 0;        // lines before it are made
   int shownLongest_ = -1;           // as the view knows it
   QTimer meanwhile_;
-};
-
-// The list of a pane's commands.
-class CommandList : public RowsView {
-  Q_OBJECT
-
- public:
-  explicit CommandList(QWidget* parent = nullptr) : RowsView(parent) { take(rows_); }
-  [[nodiscard]] CommandListModel& rows() override { return rows_; }
-
- private:
-  CommandListModel rows_;
 };
 
 }  // namespace tessaly

@@ -25,6 +25,7 @@ EditMenu::EditMenu(QWidget* parent)
   connect(undo_, &QAction::triggered, this, &EditMenu::undoPressed);
   connect(redo_, &QAction::triggered, this, &EditMenu::redoPressed);
   connect(steps_, &QAction::triggered, this, &EditMenu::stepsPressed);
+  addSeparator();
   showSteps(EditHistory());
 }
 
@@ -36,6 +37,13 @@ void EditMenu::showSteps(const EditHistory& row) {
   undo_->setEnabled(row.canUndo());
   redo_->setEnabled(row.canRedo());
   steps_->setEnabled(row.size() > 0);
+}
+
+void EditMenu::showActions(const QList<QAction*>& actions) {
+  if (actions == shown_) return;
+  for (QAction* action : shown_) removeAction(action);
+  addActions(actions);
+  shown_ = actions;
 }
 
 }  // namespace tessaly

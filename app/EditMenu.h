@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-// The menu "Edit": undo, redo and the steps of the pane that has the keyboard. A field for text that has the
-// keyboard takes the keys for itself.
+// The menu "Edit": undo, redo and the steps of the pane that has the keyboard, and what can be done there. A
+// field for text that has the keyboard takes the keys for itself.
 class EditMenu : public QMenu {
   Q_OBJECT
 
@@ -16,6 +16,7 @@ class EditMenu : public QMenu {
 
   // Of the pane that has the keyboard.
   void showSteps(const EditHistory& row);
+  void showActions(const QList<QAction*>& actions);
 
  signals:
   void undoPressed();
@@ -26,6 +27,7 @@ class EditMenu : public QMenu {
   QAction* undo_;
   QAction* redo_;
   QAction* steps_;
+  QList<QAction*> shown_;
 };
 
 }  // namespace tessaly

@@ -47,7 +47,7 @@ class FailureText {
       case Failure::Kind::kNothingTaken:
         return tr("no command takes the value");
       case Failure::Kind::kNoFragment:
-        return tr("the commands cannot be taken over: %1").arg(shown(failure.text));
+        return tr("what is to be taken over %1").arg(shown(failure.text));
       case Failure::Kind::kChanged:
         return tr("it has changed meanwhile");
       case Failure::Kind::kInUse:

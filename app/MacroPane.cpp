@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include <QDropEvent>
 #include <QEvent>
+#include <QFileInfo>
+#include <QMenu>
 #include <QShortcut>
 
 #include "app/PaneKeys.h"
@@ -26,10 +29,20 @@ constexpr int kHalf = 1000;  // both halves of the browse area are alike at the 
 constexpr std::array kPlainTabStops{230, 310};
 constexpr std::array kDestinationTabStops{255, 335};
 
+// The macro file that is carried; empty for anything else.
+QString macroFile(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  const QString file = urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
+  return QFileInfo(file).suffix().compare(QLatin1String("mac"), Qt::CaseInsensitive) == 0 ? file : QString();
+}
+
 }  // namespace
 
 MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
-    : QGroupBox(parent), descriptor_(descriptor), ui_(std::make_unique<Ui::MacroPane>()) {
+    : QGroupBox(parent),
+      descriptor_(descriptor),
+      ui_(std::make_unique<Ui::MacroPane>()),
+      actions_(new CommandActions(*this)) {
   ui_->setupUi(this);
   setTitle(QLatin1String(descriptor.title));
   ui_->copyMacro->setText(QLatin1String(descriptor.copyText));
@@ -43,13 +56,13 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
                        ui_->renameMacro, ui_->deleteMacro});
   for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
     list->setTextElideMode(Qt::ElideRight);
-  ui_->commands->setClearable(true);
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
   placeNotice();
   numberControls();
   connectControls();
   addShortcuts();
+  setAcceptDrops(true);
   addDeleteKey(ui_->macros, ui_->deleteMacro);
   addDeleteKey(ui_->commands, ui_->deleteCommand);
   applyTabStops();
@@ -136,6 +149,13 @@ void MacroPane::connectControls() {
   };
   chooses(ui_->harddisk, PaneSource::kHarddisk);
   chooses(ui_->panel, PaneSource::kPanel);
+  connect(ui_->commands, &CommandList::opened, ui_->modifyCommand, &QPushButton::click);
+  ui_->commands->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(ui_->commands, &QWidget::customContextMenuRequested, this, &MacroPane::openCommandMenu);
+  connect(actions_, &CommandActions::chosen, this, [this](CommandAct act) {
+    leaveAddress();
+    emit commandActChosen(act);
+  });
   connect(ui_->address, &QLineEdit::textEdited, this, &MacroPane::addressEdited);
   connect(ui_->address, &QLineEdit::returnPressed, this, [this] { emit addressFinished(true); });
   connect(ui_->address, &QLineEdit::editingFinished, this, [this] { emit addressFinished(false); });
@@ -159,8 +179,8 @@ void MacroPane::addShortcuts() {
       {ui_->newClassic, tr("new [classic]: build a classic command"), {alt(Qt::Key_L)}},
       {ui_->newCorvane, tr("Build a panel-style command from the function dictionary"), {alt(Qt::Key_O)}},
       {ui_->newMultiple, tr("Build many panel-style commands at once"), {alt(Qt::Key_U)}},
-      {ui_->modifyCommand, tr("Change the selected command"), {alt(Qt::Key_M)}},
-      {ui_->deleteCommand, tr("Delete the selected command; in the list: Del"), {alt(Qt::Key_E)}},
+      {ui_->modifyCommand, tr("Change the selected command; in the list: Enter"), {alt(Qt::Key_M)}},
+      {ui_->deleteCommand, tr("Delete the selected commands; in the list: Del"), {alt(Qt::Key_E)}},
       {ui_->updateData,
        tr("Fetch the current values of the commands from the panel"),
        {QKeySequence(Qt::Key_F5), alt(Qt::Key_P)}},
@@ -173,17 +193,59 @@ void MacroPane::addShortcuts() {
       {ui_->showRaw, tr("Show the commands as they are stored"), {alt(Qt::Key_W)}},
       {ui_->useTabs, tr("Show names and values in columns"), {alt(Qt::Key_B)}},
       {ui_->connectButton, tr("Connect to the panel, or leave it"), {alt(Qt::Key_K)}}};
-  // Leaving the path first commits it: the button must not act on lists of another path.
-  addPaneKeys(*this, table, [this] {
-    if (ui_->address->hasFocus()) ui_->commands->setFocus();
-  });
+  addPaneKeys(*this, table, [this] { leaveAddress(); });
   addListKeys(*this, {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros, ui_->commands});
 }
 
 void MacroPane::addDeleteKey(QWidget* list, QPushButton* button) {
   auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Delete), list);
   shortcut->setContext(Qt::WidgetShortcut);
+  shortcut->setAutoRepeat(false);
   connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+}
+
+// Leaving the path first commits it: what is done must not act on lists of another path.
+void MacroPane::leaveAddress() {
+  if (ui_->address->hasFocus()) ui_->commands->setFocus();
+}
+
+// The list of an empty macro takes no input, and so no drop.
+bool MacroPane::takesIntoEmptyList(const QMimeData& carried) const {
+  return !ui_->commands->isEnabled() && ui_->commands->takes(carried);
+}
+
+void MacroPane::dragEnterEvent(QDragEnterEvent* event) {
+  const QMimeData& carried = *event->mimeData();
+  if (macroFile(carried).isEmpty() && !takesIntoEmptyList(carried)) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void MacroPane::dropEvent(QDropEvent* event) {
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  const QMimeData& carried = *event->mimeData();
+  if (const QString file = macroFile(carried); !file.isEmpty())
+    emit fileDropped(file);
+  else if (takesIntoEmptyList(carried))
+    emit ui_->commands->dropped({carried, 0, nullptr, false});
+}
+
+// What the buttons do to the selection, with the keys that do the same in the list, and all else.
+void MacroPane::openCommandMenu(const QPoint& at) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const std::pair<QPushButton*, Qt::Key> entries[] = {{ui_->modifyCommand, Qt::Key_Return},
+                                                      {ui_->deleteCommand, Qt::Key_Delete},
+                                                      {ui_->updateData, Qt::Key_F5}};
+  for (const auto& [button, key] : entries) {
+    QAction* action = menu->addAction(button->text(), button, &QPushButton::click);
+    action->setShortcut(key);
+    action->setEnabled(button->isEnabled());
+  }
+  menu->addSeparator();
+  menu->addActions(actions_->all());
+  menu->popup(ui_->commands->viewport()->mapToGlobal(at));
 }
 
 ListBox& MacroPane::applications() { return *ui_->applications; }
@@ -283,6 +345,7 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->modifyCommand->setEnabled(controls.modify);
   ui_->deleteCommand->setEnabled(controls.removeCommand);
   ui_->updateData->setEnabled(controls.update);
+  actions_->show(controls);
   for (QCheckBox* box : {ui_->showDestination, ui_->showRaw, ui_->useTabs})
     box->setEnabled(controls.optionsEnabled);
   ui_->useTabs->setVisible(!ui_->showRaw->isChecked());  // the raw form has no separators

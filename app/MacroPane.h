@@ -8,7 +8,8 @@
 #include <QPointer>
 #include <QPushButton>
 
-#include "app/CommandListModel.h"
+#include "app/CommandActions.h"
+#include "app/CommandList.h"
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
 #include "app/Preferences.h"
@@ -38,6 +39,8 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] ListBox& workplaces();
   [[nodiscard]] ListBox& macros();
   [[nodiscard]] CommandList& commands();
+
+  [[nodiscard]] const QList<QAction*>& commandActions() const { return actions_->all(); }
 
   [[nodiscard]] LineOptions lineOptions() const;
   [[nodiscard]] QLineEdit& address();
@@ -72,23 +75,31 @@ class MacroPane : public QGroupBox {
   void newMultiplePressed();
   void modifyPressed();
   void deleteCommandPressed();
+  void commandActChosen(tessaly::CommandAct act);
+  void fileDropped(const QString& file);
   void updatePressed();
   void savePressed();
   void discardPressed();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void numberControls();
   void connectControls();
   void addShortcuts();
   void addDeleteKey(QWidget* list, QPushButton* button);
+  void leaveAddress();
+  [[nodiscard]] bool takesIntoEmptyList(const QMimeData& carried) const;
+  void openCommandMenu(const QPoint& at);
   void placeNotice();
   [[nodiscard]] QString placeName(const char* splitter) const;
 
   const PaneDescriptor& descriptor_;
   std::unique_ptr<Ui::MacroPane> ui_;
+  CommandActions* actions_;
   QLabel* notice_;
   void showSourceLabel();
 

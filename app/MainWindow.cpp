@@ -80,6 +80,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                                             settings_.frameRate,
                                                             {}},
                                               this);
+  runs_ = std::make_unique<CommandRuns>(rooms);
+  loose_ = std::make_unique<LooseMacros>(rooms, context.site, context.history, *open_, this);
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, connection_,
                                                            transfer_, lines_, this);
@@ -89,6 +91,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     connectOperations(pane);
     connection_.refresh(pane);
   }
+  connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(historyOperations_.get(), &HistoryOperations::reopened, open_.get(), &OpenMacros::open);
@@ -157,13 +160,20 @@ void MainWindow::followKeyboard(const QWidget* to) {
 }
 
 void MainWindow::showSteps() {
-  if (loaded_) editMenu_->showSteps(room(keyboardPane_).state->copy.steps());
+  if (!loaded_) return;
+  editMenu_->showSteps(room(keyboardPane_).state->copy.steps());
+  editMenu_->showActions(room(keyboardPane_).view->commandActions());
 }
 
 void MainWindow::addMenu() {
   QMenu* macro = menuBar()->addMenu(tr("Ma&cro"));
   connect(macro->addAction(tr("&History...")), &QAction::triggered, this, [this] {
     if (loaded_) historyOperations_->open();
+  });
+  QAction* saveAs = macro->addAction(tr("Save &As..."));
+  saveAs->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+  connect(saveAs, &QAction::triggered, this, [this] {
+    if (loaded_) loose_->saveAs(keyboardPane_);
   });
   connect(macro->addAction(tr("&Site...")), &QAction::triggered, this, &MainWindow::siteWanted);
   editMenu_ = new EditMenu(this);
@@ -192,7 +202,7 @@ void MainWindow::connectPane(Pane pane) {
   connect(&view.commands(), &ListBox::chosen, this, &MainWindow::updateControls);
   connect(&room(pane).state->copy, &WorkingCopy::changed, this, &MainWindow::updateControls);
   connect(&view, &MacroPane::optionsChanged, &browser,
-          [&view, &browser] { browser.showCommands(view.commands().selectedRow()); });
+          [&view, &browser] { browser.showCommands(view.commands().selectedRows()); });
   connect(&browser, &Browser::changed, this, &MainWindow::updateControls);
   connect(&browser, &Browser::said, this, &MainWindow::say);
   connect(&browser, &Browser::panelWorkplaceChosen, this,
@@ -225,15 +235,22 @@ void MainWindow::connectOperations(Pane pane) {
           [operations, pane] { operations->renameMacro(pane); });
   connect(&view, &MacroPane::deletePressed, operations,
           [operations, pane] { operations->deleteMacro(pane); });
-  connect(&view, &MacroPane::deleteCommandPressed, open, [open, pane] { open->deleteCommand(pane); });
   connect(&view, &MacroPane::updatePressed, update_.get(), [this, pane] { update_->start(pane); });
   connect(&view, &MacroPane::newCorvanePressed, editing_.get(), [this, pane] { editing_->newCorvane(pane); });
   connect(&view, &MacroPane::newMultiplePressed, editing_.get(),
           [this, pane] { editing_->newMultiple(pane); });
   connect(&view, &MacroPane::newClassicPressed, editing_.get(), [this, pane] { editing_->newClassic(pane); });
   connect(&view, &MacroPane::modifyPressed, editing_.get(), [this, pane] { editing_->modify(pane); });
-  connect(&view, &MacroPane::savePressed, open, [open, pane] { open->save(pane); });
+  connect(&view, &MacroPane::savePressed, open, [this, pane] { save(pane); });
   connect(&view, &MacroPane::discardPressed, open, [open, pane] { open->discard(pane); });
+}
+
+// A macro without a place is asked for one.
+void MainWindow::save(Pane pane) {
+  if (room(pane).state->copy.loose())
+    loose_->saveAs(pane);
+  else
+    open_->save(pane);
 }
 
 // Whoever has something to say, and what the strip can be told to do.
@@ -241,6 +258,8 @@ void MainWindow::connectStrip() {
   connect(open_.get(), &OpenMacros::said, this, &MainWindow::say);
   connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
   connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
+  connect(runs_.get(), &CommandRuns::said, this, &MainWindow::say);
+  connect(loose_.get(), &LooseMacros::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(steps_.get(), &StepOperations::said, this, &MainWindow::say);
@@ -353,9 +372,10 @@ PaneSituation MainWindow::situation(Pane pane) const {
                                                       : !room(pane).browser->macroFolder().empty();
   now.macroSelected = here.hasMacro();
   now.otherMacroSelected = there.selectedMacro() != nullptr;
-  now.commandSelected = here.view.commands().selectedRow() >= 0 &&
-                        here.copy.content() == WorkingCopy::Content::kMacro && here.copy.commandCount() > 0;
+  now.keepable = here.copy.macro() && here.copy.macro()->kept().done();
   now.commandCount = here.copy.commandCount();
+  if (now.commandCount > 0)
+    now.commandsSelected = static_cast<int>(here.view.commands().selectedRows().size());
   return now;
 }
 

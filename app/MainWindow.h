@@ -8,9 +8,11 @@
 
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
+#include "app/CommandRuns.h"
 #include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
+#include "app/LooseMacros.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
 #include "app/MacroTransfers.h"
@@ -92,6 +94,7 @@ class MainWindow : public QMainWindow {
   void showSteps();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
+  void save(Pane pane);
   void connectPanel();
   void connectStrip();
   void readSettingsFile();
@@ -132,6 +135,8 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<ValueUpdate> update_;
   std::unique_ptr<StepOperations> steps_;
   std::unique_ptr<CommandEditing> editing_;
+  std::unique_ptr<CommandRuns> runs_;
+  std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"

@@ -114,15 +114,6 @@ void OpenMacros::forget(const MacroTarget& changed) {
   }
 }
 
-void OpenMacros::deleteCommand(Pane pane) {
-  PaneState& here = state(pane);
-  const int row = here.view.commands().selectedRow();
-  if (row < 0 || !here.hasMacro() || here.copy.content() != WorkingCopy::Content::kMacro) return;
-  const Outcome done = here.copy.apply(RemoveCommands{{row}}, {{}, {row}});
-  emit said(done ? tr("command %1 deleted").arg(row + 1)
-                 : tr("command %1 NOT deleted%2").arg(QString::number(row + 1), inBrackets(done.failure())));
-}
-
 bool OpenMacros::keepUnsaved(const WorkingCopy& copy) {
   return copy.macro() && history_.keep(copy.bytes(), placeOf(*copy.target()), MacroChange::kUnsaved).done();
 }
@@ -180,7 +171,9 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
   if (!copy.edited() && !copy.saveOwed()) return Saved::kNothing;
   const bool panel = target && target->source == PaneSource::kPanel;
   if (!target || (panel && target->workplace <= 0)) {
-    emit said(tr("NOT saved: this macro has not come from a place that it could go back to"));
+    emit said(
+        tr("NOT saved: this macro has not come from a place that it could go back to; \"Save As...\" gives "
+           "it one"));
     return Saved::kNothing;
   }
   if (panel && demo_) {
@@ -218,6 +211,12 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
 void OpenMacros::discard(Pane pane) {
   emit macroChosen();
   WorkingCopy& copy = state(pane).copy;
+  if (copy.loose()) {
+    copy.leaveEditState();
+    const Outcome again = copy.showLooseAgain(discardStepName());
+    emit said(again ? tr("changes discarded") : tr("NOT discarded%1").arg(inBrackets(again.failure())));
+    return;
+  }
   const std::optional<MacroTarget> noted = copy.target();
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
   const bool kept = noted && copy.differs() && keepUnsaved(copy);

@@ -28,7 +28,6 @@ class OpenMacros : public QObject {
   // would not overwrite what somebody else has written there; edit state then stays.
   Saved save(Pane pane);
   void discard(Pane pane);
-  void deleteCommand(Pane pane);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.

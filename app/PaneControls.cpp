@@ -21,10 +21,15 @@ PaneControls paneControls(const PaneSituation& now) {
   controls.rename = macro;
   controls.remove = macro;
   controls.newCommand = macro;
-  controls.modify = macro && now.commandSelected;
-  controls.removeCommand = macro && now.commandSelected;
+  controls.modify = macro && now.commandsSelected == 1;
+  controls.removeCommand = macro && now.commandsSelected > 0;
   controls.update = macro;
   controls.optionsEnabled = now.commandCount > 0;
+  // A key file and a macro that cannot be saved whole are there to be copied from.
+  controls.selectCommands = now.commandCount > 0;
+  controls.copyCommands = now.commandsSelected > 0;
+  controls.pasteCommands = macro && now.keepable;
+  controls.moveCommands = controls.pasteCommands && now.commandsSelected > 0;
   return controls;
 }
 

@@ -16,8 +16,9 @@ struct PaneSituation {
   bool folderChosen = false;  // application, panel and workplace, or a workplace of the panel
   bool macroSelected = false;
   bool otherMacroSelected = false;
-  bool commandSelected = false;
-  int commandCount = 0;  // of the shown macro
+  bool keepable = false;     // saving the shown macro loses nothing of it
+  int commandsSelected = 0;  // of a macro or a key file
+  int commandCount = 0;      // of the shown macro
 };
 
 // Enabled and shown states, decided in one place; the handlers behind the buttons check again and end
@@ -28,6 +29,8 @@ struct PaneControls {
   bool connectAllowed = true;  // the connect button, where the source has one
   bool create = false, copy = false, rename = false, remove = false;
   bool newCommand = false, modify = false, removeCommand = false, update = false;
+  bool selectCommands = false, copyCommands = false, pasteCommands = false;
+  bool moveCommands = false;  // and to cut or duplicate them
   bool optionsEnabled = false;
   bool saveShown = false;
   bool noticeShown = false;  // "Macros from Tarrow Control Panels can only be viewed"

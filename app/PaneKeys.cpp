@@ -10,6 +10,7 @@ namespace {
 QShortcut* paneShortcut(QWidget& pane, const QKeySequence& keys) {
   auto* shortcut = new QShortcut(keys, &pane);
   shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  shortcut->setAutoRepeat(false);
   return shortcut;
 }
 

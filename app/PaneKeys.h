@@ -17,8 +17,9 @@ struct PaneKey {
   std::function<void()> otherwise = {};  // what the keys do while the button cannot be pressed
 };
 
-// The keys press a button while the keyboard is in the pane, so that one key serves the same button of both
-// panes; `before` is run first. Each button gets a tool tip that tells what it does and its keys.
+// The keys press a button, once however long they are held, while the keyboard is in the pane, so that one
+// key serves the same button of both panes; `before` is run first. Each button gets a tool tip that tells
+// what it does and its keys.
 void addPaneKeys(QWidget& pane, const std::vector<PaneKey>& table, const std::function<void()>& before);
 
 // Ctrl+1 and following lead to the lists in their order.

@@ -20,10 +20,7 @@ struct PaneState {
       : descriptor(paneDescriptor),
         view(paneView),
         copy(site, workingCopyPath(paneDescriptor.pane), RecoveryFile(site.root, paneDescriptor.letter)) {
-    copy.setSelection([&paneView] {
-      const int row = paneView.commands().selectedRow();
-      return row < 0 ? std::vector<int>() : std::vector<int>{row};
-    });
+    copy.setSelection([&paneView] { return paneView.commands().selectedRows(); });
   }
 
   const PaneDescriptor& descriptor;
@@ -39,9 +36,11 @@ struct PaneState {
     return row >= 0 && row < static_cast<int>(macroRows.size()) ? &macroRows[static_cast<std::size_t>(row)]
                                                                 : nullptr;
   }
-  // A macro is chosen in the list, or is being edited whatever the list shows by now.
+  // There are commands that editors may change.
+  [[nodiscard]] bool editable() const { return hasMacro() && copy.content() == WorkingCopy::Content::kMacro; }
+  // A macro is chosen in the list, or is being edited whatever the list shows by now, or is in none.
   [[nodiscard]] bool hasMacro() const {
-    return selectedMacro() != nullptr || (copy.edited() && copy.target());
+    return selectedMacro() != nullptr || (copy.edited() && copy.target()) || copy.loose();
   }
 };
 

@@ -1,5 +1,6 @@
 #include "app/StatusStrip.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -67,6 +68,8 @@ void StatusStrip::Row::show(const QString& what) const {
 void StatusStrip::say(const QString& text) {
   said_->setText(text);
   said_->setToolTip(text.toHtmlEscaped());
+  QAccessibleEvent told(said_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&told);
 }
 
 void StatusStrip::showOwed(Pane pane, const QString& text) { owed_[index(pane)].show(text); }

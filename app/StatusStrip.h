@@ -10,9 +10,9 @@
 
 namespace tessaly {
 
-// The line at the foot of the window. What was done, or why not, begins with its verdict and wraps where the
-// window is narrow. A save that is still owed has a line of its own above it, with a button, until it is
-// settled; so has work that can be cancelled.
+// The line at the foot of the window. What was done, or why not, begins with its verdict, is told to screen
+// readers, and wraps where the window is narrow. A save that is still owed has a line of its own above it,
+// with a button, until it is settled; so has work that can be cancelled.
 class StatusStrip : public QFrame {
   Q_OBJECT
 

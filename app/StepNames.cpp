@@ -14,6 +14,9 @@ class StepNames {
   QString operator()(const InsertCommands& edit) const {
     return tr("insert %n commands", nullptr, static_cast<int>(edit.drafts.size()));
   }
+  QString operator()(const InsertFragment& edit) const {
+    return tr("insert %n commands", nullptr, static_cast<int>(edit.fragment.size()));
+  }
   QString operator()(const RemoveCommands& edit) const {
     return tr("delete %n commands", nullptr, static_cast<int>(edit.numbers.size()));
   }
@@ -26,6 +29,9 @@ class StepNames {
   QString operator()(const SetValues& edit) const { return update(static_cast<int>(edit.values.size())); }
   QString operator()(const SetMacroName&) const { return tr("rename the macro"); }
 
+  static QString cut(int commands) { return tr("cut %n commands", nullptr, commands); }
+  static QString paste(int commands) { return tr("paste %n commands", nullptr, commands); }
+  static QString duplicate(int commands) { return tr("duplicate %n commands", nullptr, commands); }
   static QString update(int values) { return tr("update of %n values", nullptr, values); }
   static QString rewrite() { return tr("write the macro anew"); }
   static QString discard() { return tr("discard changes"); }
@@ -55,6 +61,12 @@ class StepNames {
 }  // namespace
 
 std::string stepName(const MacroEdit& edit) { return std::visit(StepNames(), edit).toStdString(); }
+
+std::string cutStepName(int commands) { return StepNames::cut(commands).toStdString(); }
+
+std::string pasteStepName(int commands) { return StepNames::paste(commands).toStdString(); }
+
+std::string duplicateStepName(int commands) { return StepNames::duplicate(commands).toStdString(); }
 
 std::string updateStepName(int values) { return StepNames::update(values).toStdString(); }
 

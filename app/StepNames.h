@@ -11,6 +11,9 @@ namespace tessaly {
 
 // What a step is called in the menu and in the list of steps; in the program's language, UTF-8.
 [[nodiscard]] std::string stepName(const MacroEdit& edit);
+[[nodiscard]] std::string cutStepName(int commands);
+[[nodiscard]] std::string pasteStepName(int commands);
+[[nodiscard]] std::string duplicateStepName(int commands);
 [[nodiscard]] std::string updateStepName(int values);
 [[nodiscard]] std::string rewriteStepName();
 [[nodiscard]] std::string discardStepName();

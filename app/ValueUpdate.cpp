@@ -1,6 +1,7 @@
 #include "app/ValueUpdate.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
@@ -81,30 +82,31 @@ void ValueUpdate::start(Pane pane) {
   pane_ = pane;
   PaneState& state = *room().state;
   marks_.assign(static_cast<std::size_t>(state.copy.commandCount()), false);
-  selected_ = state.view.commands().selectedRow();
+  selected_ = state.view.commands().selectedRows();
   dropQuestions();
   heldRevision_ = state.copy.revision();
   // The marker stays set after this and every later early return, until a macro is selected: users know it
   // so.
-  if (selected_ < 0 && !messages_.ask(format(kUpdateAll, state.descriptor.letter), MessageIcon::kQuestion))
+  if (selected_.empty() &&
+      !messages_.ask(format(kUpdateAll, state.descriptor.letter), MessageIcon::kQuestion))
     return;
   const std::vector<std::size_t> chosen = chosenCommands();
   toUpdate_ = 0;
   const Survey result = survey(chosen);
   if (result.broken) return;
-  if (selected_ < 0) report(result);
+  if (!one()) report(result);
   updated_ = 0;
   if (state.copy.revision() == heldRevision_) request(chosen);
 }
 
 std::vector<std::size_t> ValueUpdate::chosenCommands() {
   const std::size_t count = room().state->copy.commands().size();
-  std::vector<std::size_t> chosen;
-  if (selected_ >= 0) {
-    if (static_cast<std::size_t>(selected_) < count) chosen.push_back(static_cast<std::size_t>(selected_));
-    return chosen;
+  std::vector<std::size_t> chosen(selected_.begin(), selected_.end());
+  if (selected_.empty()) {
+    chosen.resize(count);
+    std::iota(chosen.begin(), chosen.end(), 0);
   }
-  for (std::size_t i = 0; i < count; ++i) chosen.push_back(i);
+  chosen.erase(std::lower_bound(chosen.begin(), chosen.end(), count), chosen.end());
   return chosen;
 }
 
@@ -124,7 +126,7 @@ ValueUpdate::Survey ValueUpdate::survey(const std::vector<std::size_t>& chosen) 
     const auto function = dictionary_.find(command.functionName());
     if (!function || function->incremental())
       ++result.withoutValue;
-    else if (selected_ < 0)
+    else if (!one())
       ++toUpdate_;
   }
   return result;
@@ -142,8 +144,13 @@ void ValueUpdate::report(const Survey& result) {
 void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
   const MacroCommands& commands = room().state->copy.commands();
   commandsByFid_.clear();
-  for (std::size_t i = static_cast<std::size_t>(std::max(0, selected_)); i < commands.size(); ++i)
-    commandsByFid_[commands[i].fid].push_back(i);
+  if (one()) {
+    // Its value goes to the first of its kind from there on, whichever function that is.
+    for (auto i = static_cast<std::size_t>(selected_.front()); i < commands.size(); ++i)
+      commandsByFid_[commands[i].fid].push_back(i);
+  } else {
+    for (const std::size_t i : chosen) commandsByFid_[commands[i].fid].push_back(i);
+  }
   std::vector<std::string> names;
   for (const std::size_t i : chosen) {
     const MacroCommand& command = commands[i];
@@ -178,7 +185,7 @@ void ValueUpdate::handle(const PanelAnswer& answer) {
   if (commands == commandsByFid_.end()) return;
   for (const std::size_t command : commands->second) {
     take(command, answer.value);
-    if (selected_ >= 0) break;
+    if (one()) break;
   }
 }
 

@@ -54,6 +54,7 @@ class ValueUpdate : public QObject {
   [[nodiscard]] PaneAccess& room() { return panes_[index(pane_)]; }
   [[nodiscard]] WorkingCopy& copy() { return room().state->copy; }
   [[nodiscard]] std::vector<std::size_t> chosenCommands();
+  [[nodiscard]] bool one() const { return selected_.size() == 1; }
   [[nodiscard]] Survey survey(const std::vector<std::size_t>& chosen);
   void report(const Survey& survey);
   void request(const std::vector<std::size_t>& chosen);
@@ -79,7 +80,7 @@ class ValueUpdate : public QObject {
 
   int marker_ = kIdle;  // 1 while pane A is updated, 2 for pane B
   Pane pane_ = Pane::kA;
-  int selected_ = -1;  // as noted at the start; -1 updates all
+  std::vector<int> selected_;  // as noted at the start; none updates all
   int toUpdate_ = 0;
   int updated_ = 0;
   int heldRevision_ = -1;  // of the working copy when the values were asked for

@@ -73,6 +73,7 @@ void WorkingCopy::empty() {
   marks_.clear();
   selected_.clear();
   target_.reset();
+  loose_.reset();
   fetched_.reset();
 }
 
@@ -90,6 +91,32 @@ Outcome WorkingCopy::showKeyFile(KeyFile keyFile) {
   keyFile_ = std::move(keyFile);
   content_ = Content::kKeyFile;
   steps_.end();
+  emit changed();
+  return {};
+}
+
+Outcome WorkingCopy::showLoose(std::string bytes) {
+  if (Outcome allowed = free(false); !allowed) return allowed;
+  auto macro = Macro::read(std::move(bytes));
+  if (!macro) return macro.failure();
+  if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "it holds no macro that takes commands"};
+  if (Outcome written = writeFile(site_.root, path_, macro->bytes()); !written.written()) return written;
+  empty();
+  loose_ = *macro;
+  macro_ = *std::move(macro);
+  content_ = Content::kMacro;
+  fetched_ = macro_->check();
+  goOn(std::nullopt, {});
+  emit changed();
+  return {};
+}
+
+Outcome WorkingCopy::showLooseAgain(const std::string& step) {
+  if (Outcome allowed = free(false); !allowed) return allowed;
+  if (!loose_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  const Macro before = *macro_;
+  if (Outcome written = install(*loose_, {}); !written.written()) return written;
+  goOn(before, step);
   emit changed();
   return {};
 }
@@ -248,6 +275,16 @@ void WorkingCopy::noteSaved() {
   fetched_ = macro_->check();
   steps_.noteSaved(fetched_);
   leaveEditState();
+}
+
+void WorkingCopy::noteSavedAs(std::optional<MacroTarget> target) {
+  if (target) {
+    loose_.reset();
+    target_ = std::move(target);
+  } else if (loose_) {
+    loose_ = macro_;
+  }
+  noteSaved();
 }
 
 void WorkingCopy::leaveEditState(Record record) {

@@ -69,6 +69,8 @@ class WorkingCopy : public QObject {
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
   Outcome clear();
   Outcome showKeyFile(KeyFile keyFile);
+  // A macro that has no place of its own yet, of bytes from anywhere; also refused when they are no macro.
+  Outcome showLoose(std::string bytes);
   // Changes the macro and its file, as one step, and enters edit state. `marks` are shown until the next
   // change. Nothing has changed when it fails.
   Outcome apply(const MacroEdit& edit, StepNote note = {}, Marks marks = {});
@@ -105,6 +107,11 @@ class WorkingCopy : public QObject {
   Outcome saveToDisk();
   // The target holds the macro now.
   void noteSaved();
+  // The macro has been saved to a place, which is its own from now on; without one it was saved to a file
+  // that can be none.
+  void noteSavedAs(std::optional<MacroTarget> target);
+  // Back to what was shown of a loose macro, as one step; edit state has ended.
+  Outcome showLooseAgain(const std::string& step);
   // As the user has decided, or as a save that failed leaves it. With `kKeep` the record of the changes stays
   // for the next start.
   enum class Record { kRemove, kKeep };
@@ -129,6 +136,7 @@ class WorkingCopy : public QObject {
   [[nodiscard]] const KeyFile& keyFile() const { return keyFile_; }
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
+  [[nodiscard]] bool loose() const { return loose_.has_value(); }
   [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
   // Commands that there are.
   [[nodiscard]] const std::vector<int>& selectedAfterChange() const { return selected_; }
@@ -176,6 +184,7 @@ class WorkingCopy : public QObject {
   std::function<std::vector<int>()> selection_;
   StepsFile steps_;
   std::optional<MacroTarget> target_;
+  std::optional<Macro> loose_;  // what its file held, of a macro that has no place of its own
   std::optional<ContentCheck>
       fetched_;  // of the target, when it was opened or last saved; unknown when taken up
   bool edited_ = false;

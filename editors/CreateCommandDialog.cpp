@@ -129,13 +129,15 @@ void CreateCommandDialog::connectCommand() {
 void CreateCommandDialog::addShortcuts() {
   const auto add = [this](Qt::Key key, QWidget* told, auto action) {
     auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+    shortcut->setAutoRepeat(false);  // one press is one command
     connect(shortcut, &QShortcut::activated, this, action);
     const QString name = shortcut->key().toString(QKeySequence::NativeText);
     told->setToolTip(told->toolTip().isEmpty() ? name : tr("%1 (%2)").arg(told->toolTip(), name));
   };
   const std::pair<Qt::Key, QAbstractButton*> buttons[] = {
       {Qt::Key_R, ui_->showRaw},     {Qt::Key_I, ui_->showIncrements}, {Qt::Key_U, ui_->updateData},
-      {Qt::Key_S, ui_->insertStart}, {Qt::Key_M, ui_->insertSelected}, {Qt::Key_E, ui_->insertEnd}};
+      {Qt::Key_S, ui_->insertStart}, {Qt::Key_M, ui_->insertSelected}, {Qt::Key_E, ui_->insertEnd},
+      {Qt::Key_K, ui_->keepOpen}};
   for (const auto& [key, button] : buttons) add(key, button, [button = button] { button->click(); });
   const std::pair<Qt::Key, QWidget*> rooms[] = {
       {Qt::Key_D, ui_->destination}, {Qt::Key_W, ui_->workplace}, {Qt::Key_1, ui_->search1},
@@ -276,8 +278,13 @@ void CreateCommandDialog::insert(InsertMode mode) {
   if (!function_ || !parameters_->complete() || !context_.mayTake()) return;
   draft_ = parameters_->draft();
   mode_ = mode;
-  accept();
+  if (ui_->keepOpen->isChecked())
+    emit insertPressed();
+  else
+    accept();
 }
+
+void CreateCommandDialog::goOn() { ui_->inserted->setText(tr("%n inserted", nullptr, ++inserted_)); }
 
 void CreateCommandDialog::focusFound() {
   ui_->found->setFocus();
@@ -292,7 +299,7 @@ bool CreateCommandDialog::eventFilter(QObject* watched, QEvent* event) {
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (isEnter(key)) {
     if (auto* button = qobject_cast<QAbstractButton*>(watched)) {
-      button->click();
+      if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) button->click();
     } else if (watched == ui_->found && function_) {
       parameters_->focusEntry();
     } else {

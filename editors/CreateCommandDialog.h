@@ -24,7 +24,8 @@ class CreateCommandDialog;
 namespace tessaly {
 
 // Builds a panel-style command: destination, function, parameters, and where it is to be inserted. The
-// command stands in draft(), mode() and workplace() once the dialog was accepted.
+// command stands in draft(), mode() and workplace() once the dialog was accepted, or, with "keep open", when
+// `insertPressed` comes: the dialog then stays as it is.
 class CreateCommandDialog : public QDialog {
   Q_OBJECT
 
@@ -37,6 +38,11 @@ class CreateCommandDialog : public QDialog {
   [[nodiscard]] const CommandDraft& draft() const { return draft_; }
   [[nodiscard]] InsertMode mode() const { return mode_; }
   [[nodiscard]] int workplace() const;
+  // One more command has been inserted from the dialog that stays open.
+  void goOn();
+
+ signals:
+  void insertPressed();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -85,6 +91,7 @@ class CreateCommandDialog : public QDialog {
   QTimer lineWatch_;                        // runs while the panel's answer is waited for
   CommandDraft draft_;
   InsertMode mode_ = InsertMode::kAppend;
+  int inserted_ = 0;  // with the dialog kept open
 };
 
 }  // namespace tessaly

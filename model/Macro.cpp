@@ -24,6 +24,7 @@ Macro Macro::take(XmlDocument& document, std::string bytes) {
   auto content = std::make_shared<Content>();
   content->check = contentCheck(bytes);
   content->bytes = std::move(bytes);
+  content->kept = document.kept();
   const TiXmlElement* const named = namedMacro(document);
   if (named) content->name = macroNameOf(document, *named);
   if (TiXmlElement* const data = macroData(document)) {

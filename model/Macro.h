@@ -32,6 +32,8 @@ class Macro {
   [[nodiscard]] ContentCheck check() const { return content_->check; }
   // There is a `data` in the first `macro`: an empty macro rather than none.
   [[nodiscard]] bool hasData() const { return content_->hasData; }
+  // Whether saving gives back all that was read; kNotKept otherwise, and every edit fails with it.
+  [[nodiscard]] const Outcome& kept() const { return content_->kept; }
   // Of the first `macro` that has one; UTF-8.
   [[nodiscard]] const std::optional<std::string>& name() const { return content_->name; }
   // What stands in the document beside that name and the commands, and where between the commands (Unread.h).
@@ -46,6 +48,7 @@ class Macro {
     std::string bytes;
     MacroCommands commands;
     ContentCheck check;
+    Outcome kept;
     std::optional<std::string> name;
     std::string unread;
     bool hasData = false;

@@ -33,8 +33,17 @@ void RowsView::take(ListRows& rows) {
 }
 
 int RowsView::selectedRow() const {
-  const QModelIndexList selected = selectionModel()->selectedIndexes();
-  return selected.isEmpty() ? -1 : selected.first().row();
+  int first = -1;
+  for (const QItemSelectionRange& range : selectionModel()->selection())
+    if (first < 0 || range.top() < first) first = range.top();
+  return first;
+}
+
+std::vector<int> RowsView::selectedRows() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : selectionModel()->selectedIndexes()) rows.push_back(index.row());
+  std::sort(rows.begin(), rows.end());
+  return rows;
 }
 
 const ListRow* RowsView::selected() const { return rows_->row(selectedRow()); }
@@ -59,17 +68,20 @@ void RowsView::keepPlace() {
   quiet_ = true;
   firstRow_ = verticalScrollBar()->value();
   first_ = rows_->index(firstRow_);
-  selected_ = rows_->index(selectedRow());
+  selected_.clear();
+  for (const int row : selectedRows()) selected_.append(rows_->index(row));
 }
 
 void RowsView::restorePlace() {
-  if (selected_.isValid())
-    selectionModel()->select(selected_, QItemSelectionModel::ClearAndSelect);
-  else
-    clearSelection();
+  std::vector<int> rows;
+  for (const QPersistentModelIndex& index : selected_)
+    if (index.isValid()) rows.push_back(index.row());
+  std::sort(rows.begin(), rows.end());
+  select(rows);
   quiet_ = false;
   const int first = first_.isValid() ? first_.row() : firstRow_;
-  first_ = selected_ = QPersistentModelIndex();
+  first_ = QPersistentModelIndex();
+  selected_.clear();
   if (first == verticalScrollBar()->value()) return;
   executeDelayedItemsLayout();
   verticalScrollBar()->setValue(first);
@@ -83,17 +95,38 @@ void RowsView::makeCurrent(int row) {
   scrollTo(index);
 }
 
-void RowsView::selectRow(int row) {
+void RowsView::selectRow(int row) { selectRows({row}); }
+
+void RowsView::selectRows(const std::vector<int>& rows) {
+  std::vector<int> present;
+  for (const int row : rows)
+    if (rows_->index(row).isValid()) present.push_back(row);
   // What is chosen already is where the user put it.
-  if (row == selectedRow()) return;
+  if (present == selectedRows()) return;
   const QScopedValueRollback quiet(quiet_, true);
-  const QModelIndex index = rows_->index(row);
-  if (!index.isValid()) {
+  if (present.empty()) {
     selectionModel()->clear();
     return;
   }
-  setCurrentIndex(index);
-  scrollTo(index);
+  selectionModel()->setCurrentIndex(rows_->index(present.front()), QItemSelectionModel::NoUpdate);
+  select(present);
+  bringIntoSight(present);
+}
+
+// Rows that follow one another are one range: the model works on ranges.
+void RowsView::select(const std::vector<int>& rows) {
+  QItemSelection selection;
+  for (std::size_t begin = 0, end = 0; begin < rows.size(); begin = end) {
+    for (end = begin + 1; end < rows.size() && rows[end] == rows[end - 1] + 1;) ++end;
+    selection.append(QItemSelectionRange(rows_->index(rows[begin]), rows_->index(rows[end - 1])));
+  }
+  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void RowsView::bringIntoSight(const std::vector<int>& rows) {
+  if (rows.empty()) return;
+  scrollTo(rows_->index(rows.back()));
+  scrollTo(rows_->index(rows.front()));
 }
 
 void RowsView::setTabStops(std::vector<int> dialogUnits) {

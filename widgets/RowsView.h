@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <QListView>
 #include <QPersistentModelIndex>
 
@@ -11,9 +13,9 @@ namespace tessaly {
 
 class ListFinder;
 
-// A list of one choice (KeptChoice) over rows of any kind, which the class derived from it owns. Ctrl+F finds
-// in it. With an elide mode (QAbstractItemView) long rows are cut to the width of the list and told by a tool
-// tip; without one the list scrolls sideways.
+// A list of one choice (KeptChoice), or of many where the class derived from it allows them, over rows of any
+// kind, which that class owns. Ctrl+F finds in it. With an elide mode (QAbstractItemView) long rows are cut
+// to the width of the list and told by a tool tip; without one the list scrolls sideways.
 //
 // A list keeps its place: beside the user only a selection by program that would be out of sight, or another
 // list (ListRows), moves it. When rows come or go, the first visible one stays.
@@ -24,11 +26,16 @@ class RowsView : public KeptChoice<QListView> {
   explicit RowsView(QWidget* parent = nullptr);
 
   [[nodiscard]] virtual ListRows& rows() = 0;
-  [[nodiscard]] int selectedRow() const;  // -1 when none
+  [[nodiscard]] int selectedRow() const;                // the first one; -1 when none
+  [[nodiscard]] std::vector<int> selectedRows() const;  // in ascending order
   [[nodiscard]] const ListRow* selected() const;
 
   // Selects without telling `chosen`; -1 selects nothing.
   void selectRow(int row);
+  // The same for many, in ascending order; those beyond the rows are left out.
+  void selectRows(const std::vector<int>& rows);
+  // As many of them as fit, the first one in any case, whoever scrolled them away.
+  void bringIntoSight(const std::vector<int>& rows);
   // The list takes clicks and keys while it is allowed to and its rows are enabled.
   void setAllowed(bool allowed);
   // Where the keyboard goes on from, without selecting; the last row when the list has become shorter.
@@ -67,6 +74,7 @@ class RowsView : public KeptChoice<QListView> {
   void followEnabled();
   void keepPlace();
   void restorePlace();
+  void select(const std::vector<int>& rows);
   [[nodiscard]] QModelIndex firstChoice(int key) const;
   [[nodiscard]] QSize sizeOfRows(int rows) const;
 
@@ -74,8 +82,9 @@ class RowsView : public KeptChoice<QListView> {
   ListBoxDelegate* delegate_;
   ListFinder* finder_;
   QString placeholder_;
-  // While rows come and go: the first visible one, the row it was, and the selected one.
-  QPersistentModelIndex first_, selected_;
+  // While rows come and go: the first visible one, the row it was, and those that are selected.
+  QPersistentModelIndex first_;
+  QList<QPersistentModelIndex> selected_;
   int firstRow_ = 0;
   bool allowed_ = true;
   bool quiet_ = false;      // the program changes the selection

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <tinyxml.h>
 
 #include <QAction>
@@ -22,6 +23,7 @@ namespace {
 
 constexpr double kFrameBound = 0.05;  // seconds that the GUI thread may work without painting
 constexpr int kMiddle = kCommands / 2;
+constexpr int kRun = 1000;  // commands that are moved or pasted at once
 
 Desk& desk() {
   static auto* desk = new Desk(windowSite());
@@ -125,6 +127,37 @@ void undoDelete() {
           if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z)) action->trigger();
       },
       ids().commands, [] { return commandsShown() == kCommands; });
+}
+
+RowsView& commandList() { return desk().user().list(ids().commands); }
+
+void press(Qt::Key key, Qt::KeyboardModifier modifier) {
+  QApplication::setActiveWindow(&desk().window());
+  commandList().setFocus();
+  QTest::keyClick(&commandList(), key, modifier);
+}
+
+// The large macro with a thousand commands from its middle on selected.
+void selectThousand() {
+  showLarge();
+  std::vector<int> rows(kRun);
+  std::iota(rows.begin(), rows.end(), kMiddle);
+  commandList().selectRows(rows);
+}
+
+void copyThousand() {
+  selectThousand();
+  press(Qt::Key_C, Qt::ControlModifier);
+}
+
+void moveCommands() {
+  desk().act([] { press(Qt::Key_Up, Qt::AltModifier); }, ids().commands,
+             [] { return commandList().selectedRow() == kMiddle - 1; });
+}
+
+void pasteCommands() {
+  desk().act([] { press(Qt::Key_V, Qt::ControlModifier); }, ids().commands,
+             [] { return commandsShown() == kCommands + kRun; });
 }
 
 void toggleRaw() {
@@ -235,6 +268,18 @@ const bool kRegistered[] = {
              .goal = 1.3,
              .prepare = showLarge,
              .reset = showDeleted}),
+    addPair({.name = "move 1,000 commands of it until painted, beside LoadFile + SaveFile",
+             .measured = moveCommands,
+             .limit = loadAndSave,
+             .goal = 2,
+             .prepare = showLarge,
+             .reset = selectThousand}),
+    addPair({.name = "paste 1,000 commands into it until painted, beside LoadFile + SaveFile",
+             .measured = pasteCommands,
+             .limit = loadAndSave,
+             .goal = 2,
+             .prepare = showLarge,
+             .reset = copyThousand}),
     addPair({.name = "toggle raw commands, 10,000 lines, beside building their bytes",
              .measured = toggleRaw,
              .limit = buildLines,

@@ -4,7 +4,7 @@
 
 #include <QSignalSpy>
 
-#include "app/CommandListModel.h"
+#include "app/CommandList.h"
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/support/Hand.h"
@@ -65,7 +65,8 @@ TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
   const int top = lines.verticalScrollBar()->value();
   EXPECT_EQ(top, 0);
   Hand::turnWheel(lines, [&] { return lines.verticalScrollBar()->value() == 120; });
-  Hand::doubleClick(lines, 123);
+  QTest::mouseClick(lines.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    {20, lines.visualRect(lines.rows().index(123)).center().y()});
   driver().press(a_.deleteCommand);
   EXPECT_FALSE(macros().isEnabled());
   EXPECT_EQ(Hand::firstSeen(macros()), place);

@@ -157,20 +157,22 @@ TEST(EventGateTest, WhatWouldChangeAPaneWaitsForTheHandler) {
   EXPECT_EQ(log, "now a b c ");
 }
 
-// Enabled and shown: create, copy, rename, delete; new, modify, delete, update; save; the selection lists.
+// Enabled and shown: create, copy, rename, delete; new, modify, delete, update; save; the selection lists;
+// copy, move, paste commands.
 TEST(PaneControlsTest, FollowTheSituation) {
   const auto shown = [](const PaneSituation& now) {
     const PaneControls is = paneControls(now);
     std::string text;
     for (const bool on :
          {is.create, is.copy, is.rename, is.remove, is.newCommand, is.modify, is.removeCommand, is.update,
-          is.saveShown, is.selectionEnabled, is.macroButtonsShown, is.noticeShown})
+          is.saveShown, is.selectionEnabled, is.macroButtonsShown, is.noticeShown, is.copyCommands,
+          is.moveCommands, is.pasteCommands})
       text += on ? '1' : '0';
     return text;
   };
   PaneSituation ready;
-  ready.loaded = ready.folderChosen = ready.macroSelected = ready.otherMacroSelected = ready.commandSelected =
-      true;
+  ready.loaded = ready.folderChosen = ready.macroSelected = ready.otherMacroSelected = ready.keepable = true;
+  ready.commandsSelected = 1;
   const auto with = [&ready](auto change) {
     PaneSituation now = ready;
     change(now);
@@ -180,21 +182,23 @@ TEST(PaneControlsTest, FollowTheSituation) {
     const char* what;
     PaneSituation now;
     const char* shown;
-  } rows[] = {{"all chosen", ready, "111111110110"},
-              {"loading", with([](auto& now) { now.loaded = false; }), "000000000010"},
-              {"edited", with([](auto& now) { now.edited = true; }), "111111111000"},
-              {"no command", with([](auto& now) { now.commandSelected = false; }), "111110010110"},
-              {"no macro", with([](auto& now) { now.macroSelected = false; }), "110000000110"},
-              {"no folder", with([](auto& now) { now.folderChosen = false; }), "001111110110"},
-              {"nothing to copy", with([](auto& now) { now.otherMacroSelected = false; }), "101111110110"},
-              {"older family", with([](auto& now) { now.olderFamily = true; }), "000000000111"},
+  } rows[] = {{"all chosen", ready, "111111110110111"},
+              {"loading", with([](auto& now) { now.loaded = false; }), "000000000010000"},
+              {"edited", with([](auto& now) { now.edited = true; }), "111111111000111"},
+              {"no command", with([](auto& now) { now.commandsSelected = 0; }), "111110010110001"},
+              {"two commands", with([](auto& now) { now.commandsSelected = 2; }), "111110110110111"},
+              {"saving would lose a part", with([](auto& now) { now.keepable = false; }), "111111110110100"},
+              {"no macro", with([](auto& now) { now.macroSelected = false; }), "110000000110100"},
+              {"no folder", with([](auto& now) { now.folderChosen = false; }), "001111110110111"},
+              {"nothing to copy", with([](auto& now) { now.otherMacroSelected = false; }), "101111110110111"},
+              {"older family", with([](auto& now) { now.olderFamily = true; }), "000000000111100"},
               {"the buffer of a copy on the panel holds edits", with([](auto& now) {
                  now.source = PaneSource::kPanel;
                  now.otherIsPanel = now.otherEdited = true;
                }),
-               "101111110110"},
+               "101111110110111"},
               {"edits beside a disk hold no buffer", with([](auto& now) { now.otherEdited = true; }),
-               "111111110110"}};
+               "111111110110111"}};
   for (const auto& row : rows) EXPECT_EQ(shown(row.now), row.shown) << row.what;
 }
 

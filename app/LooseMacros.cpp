@@ -1,0 +1,114 @@
+#include "app/LooseMacros.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+
+#include "app/CopyMacroDialog.h"
+#include "app/FailureText.h"
+#include "app/StatusStrip.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "widgets/DialogText.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kSuffix = "mac";
+
+// The first number that no macro has; -1 when all are taken.
+int freeNumber(const MacroNameTable& names) {
+  for (std::size_t number = 0; number < names.size(); ++number)
+    if (names[number].empty()) return static_cast<int>(number);
+  return -1;
+}
+
+}  // namespace
+
+LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, OpenMacros& open,
+                         QWidget* window)
+    : panes_(panes), site_(site), history_(history), open_(open), window_(window) {
+  for (const Pane pane : kPanes)
+    connect(&state(pane).view, &MacroPane::fileDropped, this,
+            [this, pane](const QString& file) { LooseMacros::open(pane, file); });
+}
+
+void LooseMacros::open(Pane pane, const QString& file) {
+  WorkingCopy& copy = state(pane).copy;
+  const QString name = nameInStrip(QFileInfo(file).fileName().toStdString());
+  if (copy.edited()) {
+    emit said(tr("NOT opened: %1 (the pane has unsaved changes)").arg(name));
+    return;
+  }
+  auto bytes = readFile(site_.root, file.toStdString());
+  const Outcome shown = bytes ? copy.showLoose(*std::move(bytes)) : Outcome(bytes.failure());
+  if (shown) state(pane).view.macros().selectRow(-1);
+  emit said(shown ? tr("opened: %1; \"Save As...\" gives it a place").arg(name)
+                  : tr("NOT opened: %1 (%2)").arg(name, failureText(shown.failure())));
+  emit changed();
+}
+
+void LooseMacros::saveAs(Pane pane) {
+  if (!state(pane).copy.macro() || !state(pane).hasMacro()) {
+    emit said(tr("there is no macro to be saved"));
+    return;
+  }
+  auto* menu = new QMenu(window_);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const Pane folderOf : kPanes) {
+    QAction* action = menu->addAction(tr("In %1...").arg(QLatin1String(state(folderOf).descriptor.title)));
+    action->setEnabled(!browser(folderOf).macroFolder().empty() && !state(folderOf).olderFamily);
+    connect(action, &QAction::triggered, this, [this, pane, folderOf] { saveInFolder(pane, folderOf); });
+  }
+  connect(menu->addAction(tr("In a File...")), &QAction::triggered, this, [this, pane] { saveInFile(pane); });
+  menu->popup(state(pane).view.mapToGlobal(state(pane).view.rect().topLeft()));
+}
+
+bool LooseMacros::write(Pane pane, const std::string& path) {
+  const FileChange begun = history_.begin(path, MacroChange::kSave);
+  const Outcome written = writeFile(site_.root, path, state(pane).copy.bytes());
+  if (!written.written())
+    emit said(tr("NOT saved: %1 (%2)").arg(shown(path), failureText(written.failure())));
+  return written.written();
+}
+
+void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
+  WorkingCopy& copy = state(pane).copy;
+  const std::string folder = browser(folderOf).macroFolder();
+  const MacroNameTable names = browser(folderOf).names();
+  const std::string name = copy.macro()->name().value_or("");
+  const std::string number = copy.target() ? copy.target()->numberText : std::string();
+  const int opening = copy.opening();
+  CopyMacroDialog position(number, name, freeNumber(names), names, window_);
+  if (position.exec() != QDialog::Accepted || copy.opening() != opening) return;
+  const MacroTarget target{PaneSource::kHarddisk,
+                           folder,
+                           {},
+                           browser(folderOf).workplace(),
+                           macroNumberText(position.number()),
+                           name};
+  if (!write(pane, target.file())) return;
+  copy.noteSavedAs(target);
+  open_.follow(target, pane);
+  browser(pane).refreshFolder(folder);
+  ListBox& list = state(pane).view.macros();
+  list.selectRow(browser(pane).macroFolder() == folder ? list.rows().rowOfNumber(position.number()) : -1);
+  emit said(tr("saved: %1").arg(macroInStrip(target)));
+  emit changed();
+}
+
+void LooseMacros::saveInFile(Pane pane) {
+  QFileDialog choice(window_, tr("Save As"), QString(), tr("Macros (*.mac)"));
+  choice.setAcceptMode(QFileDialog::AcceptSave);
+  choice.setDefaultSuffix(QLatin1String(kSuffix));
+  const int opening = state(pane).copy.opening();
+  if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
+  const std::string file = choice.selectedFiles().constFirst().toStdString();
+  if (state(pane).copy.opening() != opening || !write(pane, file)) return;
+  if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
+  emit said(tr("saved: %1").arg(shown(file)));
+  emit changed();
+}
+
+}  // namespace tessaly

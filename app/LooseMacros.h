@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+
+#include "app/OpenMacros.h"
+
+namespace tessaly {
+
+// Opens a macro file from anywhere in a pane, where it has no place of its own, and saves the macro of a pane
+// to a place that the user chooses, which is its own from then on. GUI thread.
+class LooseMacros : public QObject {
+  Q_OBJECT
+
+ public:
+  LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, OpenMacros& open,
+              QWidget* window);
+
+  // Under a number of the folder that a pane shows, or, with a macro file of any name, without a place.
+  void saveAs(Pane pane);
+
+ signals:
+  void said(const QString& text);
+  void changed();
+
+ private:
+  void open(Pane pane, const QString& file);
+  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
+  void saveInFolder(Pane pane, Pane folderOf);
+  void saveInFile(Pane pane);
+  [[nodiscard]] bool write(Pane pane, const std::string& path);
+
+  PaneAccesses panes_;
+  SiteAccess site_;
+  MacroHistory& history_;
+  OpenMacros& open_;
+  QWidget* window_;
+};
+
+}  // namespace tessaly
