@@ -276,6 +276,47 @@ TEST_F(ManyCommandsTest, ADragGoesToTheExactPlace) {
   }
 }
 
+// Catches a file that takes another macro's place, a save that goes nowhere, and edits that a drop replaces.
+TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
+  const QString file = QString::fromStdString((fixture_.site.root.path() / "loose.mac").string());
+  fixture_.site.write(file.toStdString(), macroOf("xyz"));
+  const auto drop = [&] {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file)});
+    QWidget* pane = &list(Pane::kA);
+    while (qobject_cast<MacroPane*>(pane) == nullptr) pane = pane->parentWidget();
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(pane, &enter);
+    QDropEvent dropped({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    if (enter.isAccepted()) QApplication::sendEvent(pane, &dropped);
+  };
+  drop();
+  EXPECT_EQ(letters(Pane::kA), "xyz") << told();
+  EXPECT_EQ(list(Pane::kA).rows().rowCount(), 3);
+  EXPECT_EQ(driver().list(a_.macros).selectedRow(), -1);
+  select(Pane::kA, "y");
+  press(Pane::kA, Qt::Key_Delete, {});
+  drop();
+  EXPECT_THAT(told(), StartsWith("NOT opened"));
+  driver().press(a_.discardChanges);
+  EXPECT_EQ(letters(Pane::kA), "xyz");
+  select(Pane::kA, "y");
+  press(Pane::kA, Qt::Key_Delete, {});
+  driver().press(a_.saveChanges);
+  auto* places = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(places, nullptr) << told();
+  WindowDriver::answerNext([](QDialog& dialog) {
+    WindowDriver::type(dialog, "position", QStringLiteral("995"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  QTest::keyClick(places, Qt::Key_Down);
+  QTest::keyClick(places, Qt::Key_Return);
+  EXPECT_THAT(told(), StartsWith("saved: 995"));
+  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 995)), fixture_.site.read(kTemp[0]));
+  EXPECT_EQ(driver().list(a_.macros).selected()->text, "995 - m");
+  EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+}
+
 // Catches a key file, or a macro that cannot be saved whole, that is offered more than to be copied from.
 TEST_F(ManyCommandsTest, WhatCannotBeEditedOffersCopyOnly) {
   fixture_.site.write(macroFile(kFolder, 993),
