@@ -93,6 +93,10 @@ const ListRow* CommandListModel::row(int index) const {
   return &rows_[at];
 }
 
+Qt::ItemFlags CommandListModel::flags(const QModelIndex& index) const {
+  return index.isValid() ? ListRows::flags(index) | Qt::ItemIsDragEnabled : ListRows::flags(index);
+}
+
 int CommandListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }

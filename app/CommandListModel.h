@@ -40,6 +40,8 @@ class CommandListModel : public ListRows {
   void clear();
 
   [[nodiscard]] const ListRow* row(int index) const override;
+  // They can be dragged, too.
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
 
  private:
