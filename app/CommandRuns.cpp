@@ -15,7 +15,6 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kNoCommands = "<macro><data></data></macro>";
-constexpr int kKeyFileMainframe = 1;
 
 std::vector<int> run(int first, std::size_t count) {
   std::vector<int> numbers(count);
@@ -32,7 +31,7 @@ Expected<Macro> macroOf(const KeyFile& keyFile) {
   InsertCommands commands;
   commands.workplace = kClassicWorkplace;
   for (const ClassicCommand& command : keyFile.commands())
-    commands.drafts.push_back(classicDraft(command, kKeyFileMainframe));
+    commands.drafts.push_back(classicDraft(command, Destination()));
   return apply(*macro, commands);
 }
 

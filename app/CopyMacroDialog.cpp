@@ -1,5 +1,7 @@
 #include "app/CopyMacroDialog.h"
 
+#include <algorithm>
+
 #include <QRegularExpressionValidator>
 #include <QTimer>
 
@@ -8,6 +10,15 @@
 #include "widgets/DialogText.h"
 
 namespace tessaly {
+
+int freeNumber(const MacroNameTable& names, int wanted) {
+  const int count = static_cast<int>(names.size());
+  for (int i = 0; i < count; ++i) {
+    const int number = (std::max(0, wanted) + i) % count;
+    if (names[static_cast<std::size_t>(number)].empty()) return number;
+  }
+  return -1;
+}
 
 CopyMacroDialog::CopyMacroDialog(const std::string& sourceNumber, const std::string& sourceName,
                                  int preselected, MacroNameTable names, QWidget* parent)

@@ -12,6 +12,10 @@ class CopyMacroDialog;
 
 namespace tessaly {
 
+// The wanted number if it is free, else the first free one from there on, and from 0 again; -1 when all are
+// taken.
+[[nodiscard]] int freeNumber(const MacroNameTable& names, int wanted);
+
 // Asks for the position that a macro is copied to. Names are shown as bytes of their files.
 class CopyMacroDialog : public QDialog {
   Q_OBJECT

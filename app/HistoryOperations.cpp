@@ -31,16 +31,6 @@ std::string numberOf(const KeptMacro& macro) {
   return number ? number->text() : std::string();
 }
 
-// The macro's own number if it is free, else the first free one from there on, and from 0 again.
-int freeNumber(const MacroNameTable& names, int wanted) {
-  const int count = static_cast<int>(names.size());
-  for (int i = 0; i < count; ++i) {
-    const int number = (std::max(0, wanted) + i) % count;
-    if (names[static_cast<std::size_t>(number)].empty()) return number;
-  }
-  return -1;
-}
-
 }  // namespace
 
 HistoryOperations::HistoryOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,

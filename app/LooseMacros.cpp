@@ -4,11 +4,12 @@
 #include <QFileInfo>
 #include <QMenu>
 
+#include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/FailureText.h"
 #include "app/StatusStrip.h"
+#include "model/MacroHistory.h"
 #include "platform/Files.h"
-#include "platform/Text.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -16,13 +17,6 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kSuffix = "mac";
-
-// The first number that no macro has; -1 when all are taken.
-int freeNumber(const MacroNameTable& names) {
-  for (std::size_t number = 0; number < names.size(); ++number)
-    if (names[number].empty()) return static_cast<int>(number);
-  return -1;
-}
 
 }  // namespace
 
@@ -66,8 +60,8 @@ void LooseMacros::saveAs(Pane pane) {
 }
 
 bool LooseMacros::write(Pane pane, const std::string& path) {
-  const FileChange begun = history_.begin(path, MacroChange::kSave);
-  const Outcome written = writeFile(site_.root, path, state(pane).copy.bytes());
+  const Outcome written = history_.change(
+      path, MacroChange::kSave, [&] { return writeFile(site_.root, path, state(pane).copy.bytes()); });
   if (!written.written())
     emit said(tr("NOT saved: %1 (%2)").arg(shown(path), failureText(written.failure())));
   return written.written();
@@ -80,13 +74,13 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   const std::string name = copy.macro()->name().value_or("");
   const std::string number = copy.target() ? copy.target()->numberText : std::string();
   const int opening = copy.opening();
-  CopyMacroDialog position(number, name, freeNumber(names), names, window_);
+  CopyMacroDialog position(number, name, freeNumber(names, 0), names, window_);
   if (position.exec() != QDialog::Accepted || copy.opening() != opening) return;
   const MacroTarget target{PaneSource::kHarddisk,
                            folder,
                            {},
                            browser(folderOf).workplace(),
-                           macroNumberText(position.number()),
+                           MacroNumber::textOf(position.number()),
                            name};
   if (!write(pane, target.file())) return;
   copy.noteSavedAs(target);

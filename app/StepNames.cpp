@@ -28,6 +28,9 @@ class StepNames {
   }
   QString operator()(const SetValues& edit) const { return update(static_cast<int>(edit.values.size())); }
   QString operator()(const SetMacroName&) const { return tr("rename the macro"); }
+  QString operator()(const TakeCommands& edit) const {
+    return tr("take %n differences", nullptr, static_cast<int>(edit.pieces.size()));
+  }
 
   static QString cut(int commands) { return tr("cut %n commands", nullptr, commands); }
   static QString paste(int commands) { return tr("paste %n commands", nullptr, commands); }

@@ -102,7 +102,7 @@ class Camera {
     MacroCommand command;
     command.fid = "QMF2.ME1.KEY1.CLIP.SET";
     command.workplace = "1";
-    command.parameters.push_back({"VALUE", "0.48", "0.48"});
+    command.parameters.push_back({"VALUE", "0.48"});
     ModifyCommandDialog modify(context_, command);
     const DialogDriver modifier(modify);
     save(modify, "modify-command.png");
