@@ -145,7 +145,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
-    reason = (transfers_.sent() ? reason : QString()) + transfers_.reason();
+    reason = transfers_.reason() + (transfers_.sent() ? reason : QString());
     if (transfers_.sent()) open_.follow(target);
     tellCopied(source, target, transfers_.sent(), reason);
     return;
