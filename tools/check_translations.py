@@ -49,7 +49,8 @@ def faults_of(message, menu):
 def check(ts):
     contexts = ElementTree.parse(ts).getroot().findall("context")
     return [f"{ts.name}: {context.findtext('name')}: {fault}" for context in contexts
-            for message in context.findall("message") for fault in faults_of(message, context.findtext("name").endswith("Menu"))]
+            for message in context.findall("message")
+            for fault in faults_of(message, context.findtext("name").endswith("Menu"))]
 
 
 files = sorted((source / "resources/i18n").glob("tessaly_*.ts"))
