@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QDrag>
 #include <QDropEvent>
+#include <QLabel>
 #include <QMenu>
 
 #include "model/MacroFile.h"
@@ -298,8 +299,31 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   press(Pane::kA, Qt::Key_Delete, {});
   drop();
   EXPECT_THAT(told(), StartsWith("NOT opened"));
-  driver().press(a_.discardChanges);
-  EXPECT_EQ(letters(Pane::kA), "xyz");
+  const auto startAgain = [&] {
+    fixture_.open();
+    WindowDriver::waitFor([] { return QApplication::activeModalWidget() == nullptr; }, "no offer");
+    QApplication::setActiveWindow(fixture_.window.get());
+  };
+  std::string place;
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    for (const auto* label : dialog.findChildren<QLabel*>()) place += label->text().toStdString() + '\n';
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  startAgain();
+  WindowDriver::waitFor([&] { return !place.empty(); }, "the offer");
+  EXPECT_THAT(place, HasSubstr(file.toStdString())) << "a crash takes nothing";
+  EXPECT_EQ(letters(Pane::kA), "xz");
+  for (const char* const left : {"xyz", "xz", "xyz"}) {
+    if (letters(Pane::kA) == "xz")
+      driver().press(a_.discardChanges);
+    else
+      press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(letters(Pane::kA), left) << told();
+    list(Pane::kA).setFocus();
+  }
+  EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  driver().choose(a_.applications, "Evening News");
+  drop();
   select(Pane::kA, "y");
   press(Pane::kA, Qt::Key_Delete, {});
   driver().press(a_.saveChanges);
@@ -315,6 +339,12 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 995)), fixture_.site.read(kTemp[0]));
   EXPECT_EQ(driver().list(a_.macros).selected()->text, "995 - m");
   EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  startAgain();
+  driver().choose(a_.applications, "Evening News");
+  open(Pane::kA, "995");
+  list(Pane::kA).setFocus();
+  press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(letters(Pane::kA), "xyz") << "the steps go with the macro to its new place";
 }
 
 // Catches a key file, or a macro that cannot be saved whole, that is offered more than to be copied from.
