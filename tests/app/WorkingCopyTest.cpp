@@ -61,12 +61,15 @@ TEST_F(WorkingCopyTest, NothingForeignGetsInWhileThereAreUnsavedChanges) {
 }
 
 TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
-  ASSERT_TRUE(copy.apply(RemoveCommands{{1}}));
+  const auto commands = CommandFragment::of(*copy.macro(), {0});
+  ASSERT_TRUE(copy.apply(SetValues{{{0, "2"}}}));
   {
     const auto loan = copy.lendToRead();
     ASSERT_TRUE(loan);
     write(kWorking, "what a transfer has made of it");
-    EXPECT_FALSE(copy.apply(RemoveCommands{{0}}));
+    const MacroEdit edits[] = {RemoveCommands{{0}}, MoveCommands{{1}, 0},
+                               InsertFragment{*commands, 0, InsertMode::kAppend}};
+    for (const MacroEdit& edit : edits) EXPECT_FALSE(copy.apply(edit)) << edit.index();
     EXPECT_FALSE(copy.rewrite());
     EXPECT_FALSE(copy.undo());
     EXPECT_FALSE(copy.saveToDisk());
