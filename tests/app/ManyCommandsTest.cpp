@@ -94,6 +94,7 @@ class ManyCommandsTest : public testing::Test {
     auto* held = list(from).findChild<QDrag*>();
     QTest::mouseRelease(source, Qt::LeftButton, Qt::NoModifier, start);
     if (held == nullptr) return Qt::IgnoreAction;
+    if (meanwhile_) meanwhile_();
     const Qt::DropActions both = Qt::CopyAction | Qt::MoveAction;
     QWidget* target = list(to).viewport();
     const QPoint at(20, before == 0 ? 1 : middle(to, before - 1).y() + 5);
@@ -108,6 +109,7 @@ class ManyCommandsTest : public testing::Test {
   }
 
   WindowFixture fixture_;
+  std::function<void()> meanwhile_;  // between a drag and its drop
   const PaneDescriptor::ControlIds& a_ = ids(Pane::kA);
   const PaneDescriptor::ControlIds& b_ = ids(Pane::kB);
 };
@@ -275,6 +277,10 @@ TEST_F(ManyCommandsTest, ADragGoesToTheExactPlace) {
     }
     EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "abcdefghuvwx") << "one step a pane";
   }
+  meanwhile_ = [this] { press(Pane::kA, Qt::Key_Delete, {}); };
+  select(Pane::kA, "bc");
+  drag(Pane::kA, 1, Pane::kB, 1, Qt::ShiftModifier);
+  EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "adefghuvwx") << "others stand there now";
 }
 
 // Catches a file that takes another macro's place, a save that goes nowhere, and edits that a drop replaces.
@@ -386,21 +392,21 @@ TEST_F(ManyCommandsTest, TheDialogThatIsKeptOpenGoesOnBehindTheLastOne) {
     user.choose("results2", "ON");
     for (const auto& [key, button] :
          {std::pair("ME 2 Key 1 On", "insertSelected"), std::pair("ME 2 Key 2 On", "insertSelected"),
-          std::pair("ME 2 Key 3 On", "insertEnd")}) {
+          std::pair("ME 2 Key 3 On", "insertEnd"), std::pair("ME 2 Key 4 On", "insertSelected")}) {
       user.choose("found", key);
       user.choose("choices", "On");
       user.click(button);
       EXPECT_TRUE(dialog.isVisible());
       EXPECT_EQ(user.field("search2"), "ON");
     }
-    EXPECT_EQ(list(Pane::kA).selectedRows(), std::vector<int>{10});
+    EXPECT_EQ(list(Pane::kA).selectedRows(), std::vector<int>{4});
     dialog.reject();
   });
   MacroCommands commands;
   ASSERT_TRUE(loadCommands(fixture_.site.access(), kTemp[0], commands));
-  ASSERT_EQ(commands.size(), 11U);
-  EXPECT_EQ(commands[2].fid + commands[3].fid + commands[4].fid + commands[10].fid,
-            "QMF1.ME2.KEY1.ON.SETQMF1.ME2.KEY2.ON.SETQMF1.cQMF1.ME2.KEY3.ON.SET");
+  ASSERT_EQ(commands.size(), 12U);
+  EXPECT_EQ(commands[2].fid + commands[3].fid + commands[4].fid + commands[5].fid + commands[11].fid,
+            "QMF1.ME2.KEY1.ON.SETQMF1.ME2.KEY2.ON.SETQMF1.ME2.KEY4.ON.SETQMF1.cQMF1.ME2.KEY3.ON.SET");
 }
 
 // Catches work that a mouse is needed for, and a move that only eyes are told.

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -134,6 +135,38 @@ TEST_F(WorkingCopyTest, ValuesRunAheadInTheFileAlone) {
   ASSERT_TRUE(copy.rewrite());
   EXPECT_EQ(valueIn(kWorking), "5") << "the end waits for what is still being written";
   EXPECT_EQ(copy.commands()[0].parameters[0].value, "5");
+}
+
+// Catches a start that takes the old content for what the target holds, after a save that was cut off.
+TEST_F(WorkingCopyTest, WhatIsSavedIsUnknownWhileItIsBeingSaved) {
+  const auto known = [this] {
+    StepsFile start(root, copy.recovery().stepsPath());
+    start.begin(placeOf(kTarget), copy.macro()->check());
+    return start.row().saved().has_value();
+  };
+  const std::function<bool()> saves[] = {[this] { return copy.saveToDisk().done(); },
+                                         [this] { return copy.lendToRead().has_value(); }};
+  for (const auto& save : saves) {
+    ASSERT_TRUE(copy.apply(RemoveCommands{{copy.commandCount() - 1}}, {{}, {copy.commandCount() - 1}}));
+    EXPECT_TRUE(copy.selectedAfterChange().empty()) << "that command has gone";
+    EXPECT_TRUE(known());
+    EXPECT_TRUE(save());
+    EXPECT_FALSE(known());
+    copy.noteSaved();
+    EXPECT_TRUE(known());
+  }
+}
+
+// Catches a discard that goes back behind the last save.
+TEST_F(WorkingCopyTest, ALooseMacroGoesBackToWhatWasSavedLast) {
+  ASSERT_TRUE(copy.showLoose(kTwo, "c:\\elsewhere.mac"));
+  ASSERT_TRUE(copy.apply(RemoveCommands{{0}}));
+  copy.noteSavedAs(std::nullopt);
+  const std::string saved = copy.bytes();
+  ASSERT_TRUE(copy.apply(RemoveCommands{{0}}));
+  copy.leaveEditState();
+  ASSERT_TRUE(copy.showLooseAgain("discard"));
+  EXPECT_EQ(copy.bytes(), saved);
 }
 
 TEST(EventGateTest, WhatWouldChangeAPaneWaitsForTheHandler) {
