@@ -36,7 +36,8 @@ void LooseMacros::open(Pane pane, const QString& file) {
     return;
   }
   auto bytes = readFile(site_.root, file.toStdString());
-  const Outcome shown = bytes ? copy.showLoose(*std::move(bytes)) : Outcome(bytes.failure());
+  const Outcome shown =
+      bytes ? copy.showLoose(*std::move(bytes), file.toStdString()) : Outcome(bytes.failure());
   if (shown) state(pane).view.macros().selectRow(-1);
   emit said(shown ? tr("opened: %1; \"Save As...\" gives it a place").arg(name)
                   : tr("NOT opened: %1 (%2)").arg(name, failureText(shown.failure())));

@@ -20,7 +20,7 @@ QString inBrackets(const Failure& failure) { return QStringLiteral(" (%1)").arg(
 }  // namespace
 
 QString macroInStrip(const MacroTarget& target) {
-  return nameInStrip(target.numberText + " - " + target.name);
+  return nameInStrip(target.numberText.empty() ? target.name : target.numberText + " - " + target.name);
 }
 
 OpenMacros::OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,

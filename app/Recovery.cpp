@@ -21,7 +21,9 @@ QString timeText(std::int64_t milliseconds) {
   return QLocale().toString(QDateTime::fromMSecsSinceEpoch(milliseconds), QLocale::ShortFormat);
 }
 
-QString macroText(const MacroTarget& target) { return shown(target.numberText + " - " + target.name); }
+QString macroText(const MacroTarget& target) {
+  return shown(target.numberText.empty() ? target.name : target.numberText + " - " + target.name);
+}
 
 }  // namespace
 
@@ -88,7 +90,7 @@ RecoveryOffer Recovery::describe(Pane pane) const {
   offer.macro = macroText(target);
   offer.place =
       target.source == PaneSource::kHarddisk
-          ? shown(target.file())
+          ? shown(placeOf(found.record).file)
           : tr("panel %1, workplace %2").arg(shown(target.address), QString::number(target.workplace));
   const auto macro = Macro::read(found.bytes);
   offer.readable = macro && macro->hasData();
@@ -123,7 +125,7 @@ void Recovery::takeUp(Pane pane, const Found& found) {
   const MacroTarget& target = found.record.target;
   if (target.source == PaneSource::kPanel)
     goToPanel(pane, target);
-  else
+  else if (found.record.loose.empty())
     browser.reveal(target);
   const Outcome taken = here.copy.takeUp(found.record, found.bytes);
   note(pane, taken ? tr("changes taken up again: %1").arg(macroInStrip(target))
@@ -140,7 +142,7 @@ void Recovery::goToPanel(Pane pane, const MacroTarget& target) {
 }
 
 void Recovery::leave(Pane pane, const Found& found) {
-  if (!history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved)) {
+  if (!history_.keep(found.bytes, placeOf(found.record), MacroChange::kUnsaved)) {
     setAside(pane, found);
     return;
   }
@@ -153,7 +155,7 @@ void Recovery::leave(Pane pane, const Found& found) {
 void Recovery::setAside(Pane pane, Found found) {
   const RecoveryFile& file = state(pane).copy.recovery();
   // New changes in this pane will take the place of what is set aside.
-  static_cast<void>(history_.keep(found.bytes, placeOf(found.record.target), MacroChange::kUnsaved));
+  static_cast<void>(history_.keep(found.bytes, placeOf(found.record), MacroChange::kUnsaved));
   if (!found.record.setAside) {
     found.record.setAside = true;
     if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {

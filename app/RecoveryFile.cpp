@@ -20,6 +20,7 @@ constexpr const char* kEdited = "edited";
 constexpr const char* kSize = "size";
 constexpr const char* kSum = "sum";
 constexpr const char* kAside = "aside";
+constexpr const char* kLoose = "loose";
 
 constexpr std::string_view kBeforeNumber = "macro";  // of a macro's file name
 constexpr std::string_view kAfterNumber = ".mac";
@@ -37,6 +38,10 @@ bool splitFile(const std::string& file, MacroTarget& target) {
 
 }  // namespace
 
+MacroPlace placeOf(const RecoveryRecord& record) {
+  return record.loose.empty() ? placeOf(record.target) : MacroPlace{record.loose, {}, 0, {}};
+}
+
 std::int64_t millisecondsNow() {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
@@ -52,7 +57,7 @@ RecoveryFile::RecoveryFile(const SiteRoot& root, char letter)
 
 Outcome RecoveryFile::write(const RecoveryRecord& record) const {
   RecordText text;
-  text.set(placeOf(record.target));
+  text.set(placeOf(record));
   text.set(kName, record.target.name);
   text.set(kSince, static_cast<std::uint64_t>(record.since));
   text.set(kEdited, static_cast<std::uint64_t>(record.edited));
@@ -61,6 +66,7 @@ Outcome RecoveryFile::write(const RecoveryRecord& record) const {
     text.set(kSum, record.check->sum);
   }
   if (record.setAside) text.set(kAside, std::string_view("yes"));
+  if (!record.loose.empty()) text.set(kLoose, std::string_view("yes"));
   if (auto made = makeOwnFolder(root_.resolve(folder_)); !made) return made;
   auto written = writeFile(root_, record_, text.text());
   if (written && !record.setAside) removeBeside();
@@ -97,6 +103,8 @@ std::optional<RecoveryRecord> RecoveryFile::read() const {
     record.target.numberText = place->number;
     // As every text that names a macro of a panel.
     if (remoteMacroPath(place->workplace, place->number).empty()) return std::nullopt;
+  } else if (!text->get(kLoose).empty()) {
+    record.loose = place->file;
   } else if (!splitFile(place->file, record.target)) {
     return std::nullopt;
   }

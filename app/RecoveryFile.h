@@ -19,7 +19,13 @@ struct RecoveryRecord {
   // Of the working file after the last change; none while values are being written straight into it.
   std::optional<ContentCheck> check;
   bool setAside = false;  // the bytes lie beside the record, and the working file may be used again
+  // The file that a macro without a place of its own was opened from; the target has no more than a name
+  // then.
+  std::string loose = {};
 };
+
+// Whose the changes are, as the history knows it.
+[[nodiscard]] MacroPlace placeOf(const RecoveryRecord& record);
 
 // The record of one pane, under the root beside the drives (docs/history-format.md). Written whole.
 class RecoveryFile {

@@ -95,7 +95,7 @@ Outcome WorkingCopy::showKeyFile(KeyFile keyFile) {
   return {};
 }
 
-Outcome WorkingCopy::showLoose(std::string bytes) {
+Outcome WorkingCopy::showLoose(std::string bytes, std::string file) {
   if (Outcome allowed = free(false); !allowed) return allowed;
   auto macro = Macro::read(std::move(bytes));
   if (!macro) return macro.failure();
@@ -103,6 +103,7 @@ Outcome WorkingCopy::showLoose(std::string bytes) {
   if (Outcome written = writeFile(site_.root, path_, macro->bytes()); !written.written()) return written;
   empty();
   loose_ = *macro;
+  looseFile_ = std::move(file);
   macro_ = *std::move(macro);
   content_ = Content::kMacro;
   fetched_ = macro_->check();
@@ -113,7 +114,7 @@ Outcome WorkingCopy::showLoose(std::string bytes) {
 
 Outcome WorkingCopy::showLooseAgain(const std::string& step) {
   if (Outcome allowed = free(false); !allowed) return allowed;
-  if (!loose_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (!loose_ || !fetched_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   const Macro before = *macro_;
   if (Outcome written = install(*loose_, {}); !written.written()) return written;
   goOn(before, step);
@@ -130,6 +131,12 @@ Outcome WorkingCopy::load() {
   return {};
 }
 
+// Whose the steps are.
+std::optional<MacroPlace> WorkingCopy::place() const {
+  if (target_) return placeOf(*target_);
+  return loose_ ? std::optional(MacroPlace{looseFile_, {}, 0, {}}) : std::nullopt;
+}
+
 // From the macro that was shown before, if it was of the same place.
 void WorkingCopy::goOn(const std::optional<Macro>& before, const std::string& step) {
   if (!macro_) {
@@ -143,7 +150,7 @@ void WorkingCopy::goOn(const std::optional<Macro>& before, const std::string& st
     steps_.announce(*std::move(made));
     steps_.settle(true);
   } else {
-    steps_.begin(target_ ? std::optional(placeOf(*target_)) : std::nullopt, macro_->check());
+    steps_.begin(place(), macro_->check());
   }
   if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
 }
@@ -230,15 +237,23 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   empty();
   macro_ = *std::move(macro);
   content_ = Content::kMacro;
-  target_ = record.target;
+  if (record.loose.empty()) {
+    target_ = record.target;
+  } else {
+    looseFile_ = record.loose;
+    auto file = loadMacro(site_, looseFile_);
+    if (file) fetched_ = file->check();
+    loose_ = file ? *std::move(file) : *macro_;
+  }
   edited_ = true;
   record_ = record;
   record_->setAside = false;
   record_->check = macro_->check();
   if (record.setAside) recovery_.bringStepsBack();
   static_cast<void>(recovery_.write(*record_));
-  steps_.begin(placeOf(*target_), macro_->check());
-  fetched_ = steps().saved();
+  steps_.begin(place(), macro_->check());
+  if (target_) fetched_ = steps().saved();
+  if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
   emit changed();
   return {};
 }
@@ -281,6 +296,7 @@ void WorkingCopy::noteSavedAs(std::optional<MacroTarget> target) {
   if (target) {
     loose_.reset();
     target_ = std::move(target);
+    steps_.follow(placeOf(*target_));
   } else if (loose_) {
     loose_ = macro_;
   }
@@ -302,9 +318,17 @@ void WorkingCopy::close() {
 
 void WorkingCopy::noteEdit() {
   edited_ = true;
-  if (!target_) return;
   const std::int64_t now = millisecondsNow();
-  record_ = RecoveryRecord{*target_, record_ ? record_->since : now, now, macro_->check(), false};
+  RecoveryRecord record{{}, record_ ? record_->since : now, now, macro_->check(), false};
+  if (target_) {
+    record.target = *target_;
+  } else if (loose_) {
+    record.loose = looseFile_;
+    record.target.name = looseFile_.substr(looseFile_.find_last_of("\\/") + 1);
+  } else {
+    return;
+  }
+  record_ = std::move(record);
   // Nothing is lost without a record, so a folder that cannot be written stops no edit.
   static_cast<void>(recovery_.write(*record_));
 }

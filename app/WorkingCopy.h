@@ -69,8 +69,9 @@ class WorkingCopy : public QObject {
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
   Outcome clear();
   Outcome showKeyFile(KeyFile keyFile);
-  // A macro that has no place of its own yet, of bytes from anywhere; also refused when they are no macro.
-  Outcome showLoose(std::string bytes);
+  // A macro that has no place of its own yet, of the bytes of a file anywhere; also refused when they are no
+  // macro.
+  Outcome showLoose(std::string bytes, std::string file);
   // Changes the macro and its file, as one step, and enters edit state. `marks` are shown until the next
   // change. Nothing has changed when it fails.
   Outcome apply(const MacroEdit& edit, StepNote note = {}, Marks marks = {});
@@ -110,7 +111,8 @@ class WorkingCopy : public QObject {
   // The macro has been saved to a place, which is its own from now on; without one it was saved to a file
   // that can be none.
   void noteSavedAs(std::optional<MacroTarget> target);
-  // Back to what was shown of a loose macro, as one step; edit state has ended.
+  // Back to what was shown of a loose macro, as one step; edit state has ended. Refused when its file could
+  // not be read after a crash.
   Outcome showLooseAgain(const std::string& step);
   // As the user has decided, or as a save that failed leaves it. With `kKeep` the record of the changes stays
   // for the next start.
@@ -166,6 +168,7 @@ class WorkingCopy : public QObject {
   void empty();
   Outcome take(Expected<Macro> changed, StepNote note, Marks marks);
   [[nodiscard]] std::optional<EditStep> stepTo(const Macro& before, const Macro& after, StepNote note) const;
+  [[nodiscard]] std::optional<MacroPlace> place() const;
   Outcome install(Macro macro, std::vector<int> selected);
   void goOn(const std::optional<Macro>& before, const std::string& step);
   void settleAhead();
@@ -185,6 +188,7 @@ class WorkingCopy : public QObject {
   StepsFile steps_;
   std::optional<MacroTarget> target_;
   std::optional<Macro> loose_;  // what its file held, of a macro that has no place of its own
+  std::string looseFile_;       // of such a macro
   std::optional<ContentCheck>
       fetched_;  // of the target, when it was opened or last saved; unknown when taken up
   bool edited_ = false;

@@ -34,6 +34,13 @@ void StepsFile::begin(const std::optional<MacroPlace>& place, const ContentCheck
   if (place_) takeUp(held);
 }
 
+void StepsFile::follow(const MacroPlace& place) {
+  if (place_ && samePlace(root_, *place_, place)) return;
+  place_ = place;
+  size_ = 0;
+  if (row_.size() > 0) write(StepsSaved{});
+}
+
 void StepsFile::end() {
   if (place_) static_cast<void>(removeFile(root_, path_));
   place_.reset();

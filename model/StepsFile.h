@@ -32,6 +32,8 @@ class StepsFile {
   // The macro at `place`, nowhere without one, is shown with these bytes. Its row goes on when it was shown
   // with them before; else it is what an earlier run has left, when that led to them. Any other row ends.
   void begin(const std::optional<MacroPlace>& place, const ContentCheck& held);
+  // The macro that is shown belongs to that place from now on, and its row with it.
+  void follow(const MacroPlace& place);
   // Nothing is shown any more.
   void end();
 

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QDrag>
 #include <QDropEvent>
+#include <QLabel>
 #include <QMenu>
 
 #include "model/MacroFile.h"
@@ -93,6 +94,7 @@ class ManyCommandsTest : public testing::Test {
     auto* held = list(from).findChild<QDrag*>();
     QTest::mouseRelease(source, Qt::LeftButton, Qt::NoModifier, start);
     if (held == nullptr) return Qt::IgnoreAction;
+    if (meanwhile_) meanwhile_();
     const Qt::DropActions both = Qt::CopyAction | Qt::MoveAction;
     QWidget* target = list(to).viewport();
     const QPoint at(20, before == 0 ? 1 : middle(to, before - 1).y() + 5);
@@ -107,6 +109,7 @@ class ManyCommandsTest : public testing::Test {
   }
 
   WindowFixture fixture_;
+  std::function<void()> meanwhile_;  // between a drag and its drop
   const PaneDescriptor::ControlIds& a_ = ids(Pane::kA);
   const PaneDescriptor::ControlIds& b_ = ids(Pane::kB);
 };
@@ -274,6 +277,10 @@ TEST_F(ManyCommandsTest, ADragGoesToTheExactPlace) {
     }
     EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "abcdefghuvwx") << "one step a pane";
   }
+  meanwhile_ = [this] { press(Pane::kA, Qt::Key_Delete, {}); };
+  select(Pane::kA, "bc");
+  drag(Pane::kA, 1, Pane::kB, 1, Qt::ShiftModifier);
+  EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "adefghuvwx") << "others stand there now";
 }
 
 // Catches a file that takes another macro's place, a save that goes nowhere, and edits that a drop replaces.
@@ -298,8 +305,31 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   press(Pane::kA, Qt::Key_Delete, {});
   drop();
   EXPECT_THAT(told(), StartsWith("NOT opened"));
-  driver().press(a_.discardChanges);
-  EXPECT_EQ(letters(Pane::kA), "xyz");
+  const auto startAgain = [&] {
+    fixture_.open();
+    WindowDriver::waitFor([] { return QApplication::activeModalWidget() == nullptr; }, "no offer");
+    QApplication::setActiveWindow(fixture_.window.get());
+  };
+  std::string place;
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    for (const auto* label : dialog.findChildren<QLabel*>()) place += label->text().toStdString() + '\n';
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  startAgain();
+  WindowDriver::waitFor([&] { return !place.empty(); }, "the offer");
+  EXPECT_THAT(place, HasSubstr(file.toStdString())) << "a crash takes nothing";
+  EXPECT_EQ(letters(Pane::kA), "xz");
+  for (const char* const left : {"xyz", "xz", "xyz"}) {
+    if (letters(Pane::kA) == "xz")
+      driver().press(a_.discardChanges);
+    else
+      press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(letters(Pane::kA), left) << told();
+    list(Pane::kA).setFocus();
+  }
+  EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  driver().choose(a_.applications, "Evening News");
+  drop();
   select(Pane::kA, "y");
   press(Pane::kA, Qt::Key_Delete, {});
   driver().press(a_.saveChanges);
@@ -315,6 +345,12 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 995)), fixture_.site.read(kTemp[0]));
   EXPECT_EQ(driver().list(a_.macros).selected()->text, "995 - m");
   EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  startAgain();
+  driver().choose(a_.applications, "Evening News");
+  open(Pane::kA, "995");
+  list(Pane::kA).setFocus();
+  press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(letters(Pane::kA), "xyz") << "the steps go with the macro to its new place";
 }
 
 // Catches a key file, or a macro that cannot be saved whole, that is offered more than to be copied from.
@@ -356,21 +392,21 @@ TEST_F(ManyCommandsTest, TheDialogThatIsKeptOpenGoesOnBehindTheLastOne) {
     user.choose("results2", "ON");
     for (const auto& [key, button] :
          {std::pair("ME 2 Key 1 On", "insertSelected"), std::pair("ME 2 Key 2 On", "insertSelected"),
-          std::pair("ME 2 Key 3 On", "insertEnd")}) {
+          std::pair("ME 2 Key 3 On", "insertEnd"), std::pair("ME 2 Key 4 On", "insertSelected")}) {
       user.choose("found", key);
       user.choose("choices", "On");
       user.click(button);
       EXPECT_TRUE(dialog.isVisible());
       EXPECT_EQ(user.field("search2"), "ON");
     }
-    EXPECT_EQ(list(Pane::kA).selectedRows(), std::vector<int>{10});
+    EXPECT_EQ(list(Pane::kA).selectedRows(), std::vector<int>{4});
     dialog.reject();
   });
   MacroCommands commands;
   ASSERT_TRUE(loadCommands(fixture_.site.access(), kTemp[0], commands));
-  ASSERT_EQ(commands.size(), 11U);
-  EXPECT_EQ(commands[2].fid + commands[3].fid + commands[4].fid + commands[10].fid,
-            "QMF1.ME2.KEY1.ON.SETQMF1.ME2.KEY2.ON.SETQMF1.cQMF1.ME2.KEY3.ON.SET");
+  ASSERT_EQ(commands.size(), 12U);
+  EXPECT_EQ(commands[2].fid + commands[3].fid + commands[4].fid + commands[5].fid + commands[11].fid,
+            "QMF1.ME2.KEY1.ON.SETQMF1.ME2.KEY2.ON.SETQMF1.ME2.KEY4.ON.SETQMF1.cQMF1.ME2.KEY3.ON.SET");
 }
 
 // Catches work that a mouse is needed for, and a move that only eyes are told.

@@ -22,18 +22,23 @@ class RecoveryFileTest : public testing::Test {
     return {{PaneSource::kPanel, {}, "10.0.0.1:5", 8, "999", ""}, 5, 6, std::nullopt, true};
   }
 
+  static RecoveryRecord loose() {
+    return {{PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"}, 7, 8, ContentCheck{3, 4}, false, "/tmp/a.mac"};
+  }
+
   TestSite site;
   RecoveryFile file{site.root, 'B'};
 };
 
 TEST_F(RecoveryFileTest, WhatIsWrittenIsReadAgain) {
   EXPECT_FALSE(file.exists());
-  for (const RecoveryRecord& record : {onDisk(), onPanel()}) {
+  for (const RecoveryRecord& record : {onDisk(), onPanel(), loose()}) {
     site.write(file.besidePath(), "set aside");
     ASSERT_TRUE(file.write(record));
     const auto read = file.read();
     ASSERT_TRUE(read);
     EXPECT_EQ(read->target, record.target);
+    EXPECT_EQ(read->loose, record.loose);
     EXPECT_EQ(read->since, record.since);
     EXPECT_EQ(read->edited, record.edited);
     EXPECT_EQ(read->check, record.check);

@@ -90,6 +90,20 @@ TEST_F(ValueUpdateTest, PaneAHoldsTheValues) {
   EXPECT_THAT(values(first_.read(1, "020")), ElementsAre("1", "0", "0"));
 }
 
+// Catches a question that is asked of those who have chosen already, and values that go beyond what they
+// chose.
+TEST_F(ValueUpdateTest, SeveralSelectedAreUpdatedAlone) {
+  connectPane(Pane::kA, first_);
+  open(Pane::kA, {setter(1), setter(2), setter(1)});
+  for (const int number : {1, 2}) first_.simulator.set(key(number), "1");
+  driver().clickRow(a_.commands, 1);
+  QTest::keyClick(&driver().list(a_.commands), Qt::Key_Down, Qt::ShiftModifier);
+  driver().press(a_.updateData);
+  EXPECT_THAT(fixture_.site.messages.take(), testing::IsEmpty());
+  awaitStatus("2 commands updated; 2 of them changed");
+  EXPECT_THAT(valuesInFile(Pane::kA), ElementsAre("0", "1", "1"));
+}
+
 // Catches a wait that the next value, 400 ms later, does not begin anew.
 TEST_F(ValueUpdateTest, EachValueBeginsTheWaitAnew) {
   connectPane(Pane::kA, first_);

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -61,12 +62,15 @@ TEST_F(WorkingCopyTest, NothingForeignGetsInWhileThereAreUnsavedChanges) {
 }
 
 TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
-  ASSERT_TRUE(copy.apply(RemoveCommands{{1}}));
+  const auto commands = CommandFragment::of(*copy.macro(), {0});
+  ASSERT_TRUE(copy.apply(SetValues{{{0, "2"}}}));
   {
     const auto loan = copy.lendToRead();
     ASSERT_TRUE(loan);
     write(kWorking, "what a transfer has made of it");
-    EXPECT_FALSE(copy.apply(RemoveCommands{{0}}));
+    const MacroEdit edits[] = {RemoveCommands{{0}}, MoveCommands{{1}, 0},
+                               InsertFragment{*commands, 0, InsertMode::kAppend}};
+    for (const MacroEdit& edit : edits) EXPECT_FALSE(copy.apply(edit)) << edit.index();
     EXPECT_FALSE(copy.rewrite());
     EXPECT_FALSE(copy.undo());
     EXPECT_FALSE(copy.saveToDisk());
@@ -131,6 +135,38 @@ TEST_F(WorkingCopyTest, ValuesRunAheadInTheFileAlone) {
   ASSERT_TRUE(copy.rewrite());
   EXPECT_EQ(valueIn(kWorking), "5") << "the end waits for what is still being written";
   EXPECT_EQ(copy.commands()[0].parameters[0].value, "5");
+}
+
+// Catches a start that takes the old content for what the target holds, after a save that was cut off.
+TEST_F(WorkingCopyTest, WhatIsSavedIsUnknownWhileItIsBeingSaved) {
+  const auto known = [this] {
+    StepsFile start(root, copy.recovery().stepsPath());
+    start.begin(placeOf(kTarget), copy.macro()->check());
+    return start.row().saved().has_value();
+  };
+  const std::function<bool()> saves[] = {[this] { return copy.saveToDisk().done(); },
+                                         [this] { return copy.lendToRead().has_value(); }};
+  for (const auto& save : saves) {
+    ASSERT_TRUE(copy.apply(RemoveCommands{{copy.commandCount() - 1}}, {{}, {copy.commandCount() - 1}}));
+    EXPECT_TRUE(copy.selectedAfterChange().empty()) << "that command has gone";
+    EXPECT_TRUE(known());
+    EXPECT_TRUE(save());
+    EXPECT_FALSE(known());
+    copy.noteSaved();
+    EXPECT_TRUE(known());
+  }
+}
+
+// Catches a discard that goes back behind the last save.
+TEST_F(WorkingCopyTest, ALooseMacroGoesBackToWhatWasSavedLast) {
+  ASSERT_TRUE(copy.showLoose(kTwo, "c:\\elsewhere.mac"));
+  ASSERT_TRUE(copy.apply(RemoveCommands{{0}}));
+  copy.noteSavedAs(std::nullopt);
+  const std::string saved = copy.bytes();
+  ASSERT_TRUE(copy.apply(RemoveCommands{{0}}));
+  copy.leaveEditState();
+  ASSERT_TRUE(copy.showLooseAgain("discard"));
+  EXPECT_EQ(copy.bytes(), saved);
 }
 
 TEST(EventGateTest, WhatWouldChangeAPaneWaitsForTheHandler) {

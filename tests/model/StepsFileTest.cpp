@@ -70,9 +70,19 @@ TEST_F(StepsFileTest, AStartFindsTheRowWhereItWas) {
   EXPECT_TRUE(Copy(root, "aY").file.row().savedAt(2)) << "a file goes on over a start";
   again.file.noteSaving();
   EXPECT_FALSE(Copy(root, "aY").file.row().saved()) << "a save that was cut off may or may not have happened";
-  again.file.begin(MacroPlace{{}, "10.0.0.1", 1, "007"}, contentCheck("aY"));
+  EXPECT_FALSE(again.file.row().bytesAt(0, "zz")) << "no wrong bytes";
+  const MacroPlace other{{}, "10.0.0.1", 1, "007"};
+  StepsFile start(root, kPath);
+  start.begin(other, contentCheck("aY"));
+  EXPECT_EQ(start.row().size(), 0U) << "another macro of the same bytes";
+  EXPECT_FALSE(start.takeTrouble());
+  again.step("aYZ");
+  again.file.begin(other, contentCheck("aYZ"));
   EXPECT_EQ(again.file.row().size(), 0U);
   EXPECT_EQ(read(kPath), "<missing>") << "another macro ends the row";
+  Copy anew = worked();
+  anew.file.begin(kPlace, contentCheck("zz"));
+  EXPECT_EQ(anew.file.row().size(), 0U) << "something else has written the macro";
 }
 
 TEST_F(StepsFileTest, WhatCannotBeUsedIsPutAsideAndNoWrongBytesComeOfIt) {
