@@ -6,12 +6,11 @@ namespace tessaly {
 
 namespace {
 
-// An ampersand in a name is no key.
-QString nameInMenu(const std::string& name) {
-  return nameInStrip(name).replace(QLatin1Char('&'), QLatin1String("&&"));
-}
+QString nameInMenu(const std::string& name) { return textInMenu(nameInStrip(name)); }
 
 }  // namespace
+
+QString textInMenu(QString text) { return text.replace(QLatin1Char('&'), QLatin1String("&&")); }
 
 // All letters of its title are keys of the panes.
 EditMenu::EditMenu(QWidget* parent)

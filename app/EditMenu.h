@@ -6,6 +6,9 @@
 
 namespace tessaly {
 
+// An ampersand in a name is no key.
+[[nodiscard]] QString textInMenu(QString text);
+
 // The menu "Edit": undo, redo and the steps of the pane that has the keyboard, and what can be done there. A
 // field for text that has the keyboard takes the keys for itself.
 class EditMenu : public QMenu {

@@ -6,9 +6,10 @@
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/FailureText.h"
-#include "app/PanelTransfer.h"
+#include "app/MacroTransfers.h"
+#include "app/MacroUndo.h"
+#include "app/OpenMacros.h"
 #include "app/StatusStrip.h"
-#include "app/TransferText.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
@@ -31,16 +32,23 @@ std::string numberOf(const KeptMacro& macro) {
   return number ? number->text() : std::string();
 }
 
+QString puttingBack(const KeptMacro& macro) {
+  const std::string number = numberOf(macro);
+  return HistoryOperations::tr("put back %1")
+      .arg(nameInStrip(number.empty() ? titleBytes(macro) : number + " - " + titleBytes(macro)));
+}
+
 }  // namespace
 
 HistoryOperations::HistoryOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
-                                     const PanelConnection& connection, PanelTransfer& panel,
+                                     MacroTransfers& transfers, OpenMacros& open, MacroUndo& undo,
                                      const LineContext& lines, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
-      connection_(connection),
-      panel_(panel),
+      transfers_(transfers),
+      open_(open),
+      undo_(undo),
       lines_(lines),
       window_(window) {}
 
@@ -66,9 +74,8 @@ HistoryPreview HistoryOperations::preview(const KeptMacro& macro) const {
   return preview;
 }
 
-void HistoryOperations::tell(HistoryDialog& dialog, const QString& text) {
-  const QString whole =
-      history_.takeFailure() ? tr("%1; the history could not keep what was there before").arg(text) : text;
+void HistoryOperations::tell(HistoryDialog& dialog, const QString& text, bool kept) {
+  const QString whole = kept ? text : tr("%1; the history could not keep what was there before").arg(text);
   dialog.setMacros(history_.list());
   dialog.showOutcome(whole);
   emit said(whole);
@@ -82,22 +89,8 @@ void HistoryOperations::putBack(HistoryDialog& dialog, const KeptMacro& macro) {
     putBackOnDisk(dialog, macro);
 }
 
-bool HistoryOperations::shows(Pane pane, const MacroPlace& place) const {
-  const std::optional<MacroTarget>& target = state(pane).copy.target();
-  if (!target) return false;
-  const MacroPlace shown = placeOf(*target);
-  if (place.file.empty() || shown.file.empty()) return shown == place;
-  return site_.root.same(shown.file, place.file);
-}
-
 bool HistoryOperations::confirmed(const KeptMacro& macro, QStringList losses) const {
-  for (const Pane pane : kPanes) {
-    if (!shows(pane, *macro.place) || !state(pane).copy.edited()) continue;
-    losses
-        << tr("%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is "
-              "put back.")
-               .arg(QLatin1String(state(pane).descriptor.title));
-  }
+  losses << open_.unsavedAt(*macro.place);
   if (losses.isEmpty()) return true;
   losses.prepend(
       tr("Put back \"%1\" of %2?").arg(shown(titleBytes(macro)), shown(localTimeText(macro.when))));
@@ -119,23 +112,25 @@ void HistoryOperations::putBackOnDisk(HistoryDialog& dialog, const KeptMacro& ma
 }
 
 void HistoryOperations::write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path) {
+  const MacroPlace place{path, {}, 0, {}};
+  undo_.begin(puttingBack(macro), place);
   const Outcome done = history_.putBack(macro, path);
   const bool unflushed = !done && done.failure().kind == Failure::Kind::kUnflushed;
-  if (done || unflushed) refresh({path, {}, 0, {}});
+  if (done.written()) follow(place);
+  const bool kept = done.written() ? undo_.finishOnDisk() : !history_.takeFailure();
   const QString text = done        ? tr("written: %1 to %2")
                        : unflushed ? tr("written, but it may not survive a power cut: %1 to %2")
                                    : tr("NOT written: %1 to %2 (%3)");
   const QString name = nameInStrip(titleBytes(macro));
-  tell(dialog, done || unflushed ? text.arg(name, shown(path))
-                                 : text.arg(name, shown(path), failureText(done.failure())));
+  tell(
+      dialog,
+      done.written() ? text.arg(name, shown(path)) : text.arg(name, shown(path), failureText(done.failure())),
+      kept);
 }
 
 void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& macro) {
   const MacroPlace& place = *macro.place;
-  const bool connected = std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) {
-    return connection_.connected(pane) && connection_.address(pane) == place.address;
-  });
-  if (!connected) {
+  if (!open_.reaches(place.address)) {
     dialog.showOutcome(tr("NOT put back: %1 (no pane is connected to the panel %2 that it came from)")
                            .arg(nameInStrip(titleBytes(macro)), shown(place.address)));
     return;
@@ -144,21 +139,26 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
                  {tr("It overwrites macro %1 of workplace %2 on the panel %3.")
                       .arg(shown(place.number), QString::number(place.workplace), shown(place.address))}))
     return;
-  const TransferOutcome outcome = send(macro);
-  if (outcome.sent()) refresh(place);
   const QString name = nameInStrip(titleBytes(macro));
+  const auto bytes = readFile(site_.root, macro.file);
+  if (!bytes) {
+    tell(dialog, tr("NOT put back on the panel: %1 (%2)").arg(name, failureText(bytes.failure())), true);
+    return;
+  }
+  undo_.begin(puttingBack(macro), place);
+  const bool done = transfers_.putBack(place, *bytes);
+  const QString outcome = transfers_.outcomeText();
+  const bool sent = transfers_.sent();
+  if (sent) follow(place);
   tell(dialog,
-       (outcome.done() ? tr("put back on the panel: %1 (%2)") : tr("NOT put back on the panel: %1 (%2)"))
-           .arg(name, transferText(outcome)));
+       (done ? tr("put back on the panel: %1 (%2)") : tr("NOT put back on the panel: %1 (%2)"))
+           .arg(name, outcome),
+       sent ? undo_.finish(*bytes) : !history_.takeFailure());
 }
 
-TransferOutcome HistoryOperations::send(const KeptMacro& macro) {
-  const MacroPlace& place = *macro.place;
-  const auto bytes = readFile(site_.root, macro.file);
-  if (!bytes) return {FtpClient::Result::kLocalFile, true};
-  return panel_.run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-    return macros.uploadBytes(place.address, place.workplace, place.number, *bytes, MacroChange::kPutBack);
-  });
+void HistoryOperations::follow(const MacroPlace& place) {
+  open_.follow(place);
+  emit changed();
 }
 
 void HistoryOperations::saveAs(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -189,22 +189,6 @@ void HistoryOperations::saveInFile(HistoryDialog& dialog, const KeptMacro& macro
   choice.setDefaultSuffix(QLatin1String(kMacroSuffix));
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
   write(dialog, macro, choice.selectedFiles().constFirst().toStdString());
-}
-
-void HistoryOperations::refresh(const MacroPlace& place) {
-  for (const Pane pane : kPanes) {
-    if (state(pane).copy.edited()) continue;  // its list is filled when they end
-    const std::string number = shows(pane, place) ? state(pane).copy.target()->numberText : std::string();
-    const std::string folder = browser(pane).macroFolder();
-    if (!place.file.empty() && !folder.empty() &&
-        site_.root.resolve(folder) == site_.root.resolve(place.file).parent_path())
-      browser(pane).listMacros();
-    if (number.empty()) continue;
-    ListBox& list = state(pane).view.macros();
-    list.selectRow(list.rows().rowOfNumber(parseInt(number)));
-    emit reopened(pane);
-  }
-  emit changed();
 }
 
 }  // namespace tessaly

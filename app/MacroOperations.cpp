@@ -5,6 +5,7 @@
 #include "app/CreateMacroDialog.h"
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
+#include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
@@ -24,24 +25,29 @@ QString inBrackets(const Outcome& outcome) {
   return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
 }
 
+QString renaming(const MacroTarget& target, const std::string& name) {
+  return MacroOperations::tr("rename %1 to %2").arg(macroInStrip(target), nameInStrip(name));
+}
+
 }  // namespace
 
 MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                                  const PanelConnection& connection, MacroTransfers& transfers,
-                                 OpenMacros& open, MacroNames& names, QWidget* window)
+                                 OpenMacros& open, MacroUndo& undo, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
       connection_(connection),
       transfers_(transfers),
       open_(open),
-      names_(names),
+      undo_(undo),
       window_(window) {}
 
-void MacroOperations::tellDone(const QString& text) {
-  const bool unkept = history_.takeFailure().has_value();
-  emit said(unkept ? tr("%1; the history could not keep what was there before").arg(text) : text);
+void MacroOperations::tellDone(const QString& text, bool kept) {
+  emit said(kept ? text : tr("%1; the history could not keep what was there before").arg(text));
 }
+
+void MacroOperations::tellNotDone(const QString& text) { tellDone(text, !history_.takeFailure()); }
 
 // Without a folder or a workplace when the pane has none chosen.
 MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
@@ -62,10 +68,16 @@ void MacroOperations::createMacro(Pane pane) {
   if (state(pane).olderFamily || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
   if (!target.complete()) return;
+  undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
   else
     createOnDisk(pane, target);
+}
+
+std::optional<std::string> MacroOperations::bytesOf(const std::string& file) const {
+  const auto bytes = readFile(site_.root, file);
+  return bytes ? std::optional(*bytes) : std::nullopt;
 }
 
 void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
@@ -73,8 +85,10 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
     return tessaly::createMacro(site_, target.name, target.file());
   });
   finishOnDisk(pane, target, done.done());
-  tellDone(done ? tr("created: %1").arg(macroInStrip(target))
-                : tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  if (done)
+    tellDone(tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
+  else
+    tellNotDone(tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 // The new macro goes through this pane's working copy, which then no longer holds what was shown.
@@ -85,13 +99,16 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   if (made)
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
                                         MacroChange::kCreate));
+  const std::optional<std::string> sent = bytesOf(loan->path());
   state(pane).view.macros().selectRow(-1);
   loan.reset();
   const bool there = made && transfers_.sent();
   if (there) open_.follow(target, pane);
   const QString reason = made ? transfers_.reason() : inBrackets(made);
-  tellDone(there ? tr("created on the panel: %1%2").arg(macroInStrip(target), reason)
-                 : tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
+  if (there)
+    tellDone(tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent));
+  else
+    tellNotDone(tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -106,6 +123,8 @@ void MacroOperations::copyMacro(Pane pane) {
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
   if (!target.complete()) return;
+  undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
+              placeOf(target));
   if (!onPanel(from))
     copyFromDisk(pane, source, target);
   else if (onPanel(pane))
@@ -139,21 +158,34 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   QString reason;
   const std::string file = sourceFile(from, source, reason);
   if (file.empty()) {
-    tellCopied(source, target, false, reason);
+    tellNotCopied(source, target, reason);
     return;
   }
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
+<<<<<<< HEAD
     reason = transfers_.reason() + (transfers_.sent() ? reason : QString());
     if (transfers_.sent()) open_.follow(target);
     tellCopied(source, target, transfers_.sent(), reason);
+=======
+    reason = (transfers_.sent() ? reason : QString()) + transfers_.reason();
+    if (!transfers_.sent()) {
+      tellNotCopied(source, target, reason);
+      return;
+    }
+    open_.follow(target);
+    tellCopied(source, target, reason, undo_.finish(bytesOf(file)));
+>>>>>>> macroundo
     return;
   }
   const Outcome copied =
       history_.change(target.file(), change, [&] { return copyFile(site_.root, file, target.file()); });
   finishOnDisk(to, target, copied.done());
-  tellCopied(source, target, copied.done(), copied ? reason : inBrackets(copied));
+  if (copied)
+    tellCopied(source, target, reason, undo_.finishOnDisk());
+  else
+    tellNotCopied(source, target, inBrackets(copied));
 }
 
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
@@ -166,7 +198,10 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const Macro
     return {};
   });
   finishOnDisk(to, target, came);
-  tellCopied(source, target, came, !tried ? inBrackets(tried) : came ? QString() : transfers_.reason());
+  if (came)
+    tellCopied(source, target, {}, undo_.finishOnDisk());
+  else
+    tellNotCopied(source, target, tried ? transfers_.reason() : inBrackets(tried));
 }
 
 // Within the target's workplace, and through the other pane's working copy: deliberate.
@@ -180,6 +215,7 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
       transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path()));
   const QString reason = transfers_.reason();
   const bool there = transfers_.sent();
+  const std::optional<std::string> sent = bytesOf(loan->path());
   // The buffer may hold just the macro that was shown from it.
   const std::optional<MacroTarget> shownThere = buffer.target();
   const bool held = shownThere && shownThere->address == target.address &&
@@ -187,16 +223,24 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
   if (!held) state(from).view.macros().selectRow(-1);
   if (held) static_cast<void>(loan->show(*shownThere, true));
   loan.reset();
-  if (there) open_.follow(target);
-  tellCopied(source, target, there, reason);
+  if (!there) {
+    tellNotCopied(source, target, reason);
+    return;
+  }
+  open_.follow(target);
+  tellCopied(source, target, reason, undo_.finish(sent));
 }
 
-void MacroOperations::tellCopied(const MacroRow& source, const MacroTarget& target, bool done,
-                                 const QString& reason) {
-  const QString macro = nameInStrip(source.text());
+void MacroOperations::tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason,
+                                 bool kept) {
   const QString number = QString::fromStdString(target.numberText);
-  tellDone(done ? tr("copied: %1 to %2%3").arg(macro, number, reason)
-                : tr("NOT copied: %1 to %2%3").arg(macro, number, reason));
+  tellDone(tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason), kept);
+}
+
+void MacroOperations::tellNotCopied(const MacroRow& source, const MacroTarget& target,
+                                    const QString& reason) {
+  const QString number = QString::fromStdString(target.numberText);
+  tellNotDone(tr("NOT copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason));
 }
 
 void MacroOperations::renameMacro(Pane pane) {
@@ -204,6 +248,7 @@ void MacroOperations::renameMacro(Pane pane) {
   if (!target.complete() || state(pane).olderFamily) return;
   RenameMacroDialog dialog(target.name, window_);
   if (dialog.exec() != QDialog::Accepted) return;
+  undo_.begin(renaming(target, dialog.newName()), placeOf(target));
   if (target.source == PaneSource::kPanel)
     renameOnPanel(target, dialog.newName());
   else
@@ -211,10 +256,8 @@ void MacroOperations::renameMacro(Pane pane) {
 }
 
 void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string& name) {
-  const int number = parseInt(target.numberText);
-  names_.expect(number, name, MacroNames::Clock::now());
   const bool asked = transfers_.rename(target, name);
-  if (!asked) names_.forget(number);
+  if (asked) undo_.noteRename(renaming(target, name), target, name);
   // A working copy with the old name would undo the new one at its next save.
   if (asked) open_.forget(target);
   emit said(asked ? tr("asked: the panel is to rename %1").arg(macroInStrip(target))
@@ -226,8 +269,11 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
   const Outcome done = history_.change(target.file(), MacroChange::kRename,
                                        [&] { return tessaly::renameMacro(site_, target.file(), given); });
   finishOnDisk(pane, target, done.done());
-  tellDone(done ? tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name))
-                : tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  if (done)
+    tellDone(tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
+             undo_.finishOnDisk());
+  else
+    tellNotDone(tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
@@ -236,6 +282,7 @@ void MacroOperations::deleteMacro(Pane pane) {
   const std::string entry = target.numberText + " - " + target.name;
   if (!site_.messages.ask(format(kDeleteQuestion, visibleUtf8(entry).c_str()), MessageIcon::kQuestion))
     return;
+  undo_.begin(tr("delete %1").arg(macroInStrip(target)), placeOf(target));
   if (target.source == PaneSource::kPanel)
     deleteOnPanel(target);
   else
@@ -249,31 +296,27 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done) open_.follow(target, pane);
-  tellDone(done ? tr("deleted: %1").arg(macroInStrip(target))
-                : tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  if (done)
+    tellDone(tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
+  else
+    tellNotDone(tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
-  const int number = parseInt(target.numberText);
-  const auto remove = [&](PanelMacros::OldContent old) {
-    // What comes of it is the panel's to say, by the name that it publishes.
-    names_.expect(number, {}, MacroNames::Clock::now());
-    PanelMacros::Deletion deletion = transfers_.remove(target, old);
-    if (!deletion.asked) names_.forget(number);
-    return deletion;
-  };
-  PanelMacros::Deletion deletion = remove(PanelMacros::OldContent::kKept);
+  PanelMacros::Deletion deletion = transfers_.remove(target, PanelMacros::OldContent::kKept);
   const QString macro = macroInStrip(target);
   if (!deletion.kept) {
     const QString question =
         tr("The history could not keep %1, so that it cannot be put back:\n%2.\n\nDelete it all the same?")
             .arg(macro, failureText(deletion.kept.failure()));
     if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion))
-      deletion = remove(PanelMacros::OldContent::kLost);
+      deletion = transfers_.remove(target, PanelMacros::OldContent::kLost);
   }
-  tellDone(deletion.asked  ? tr("asked: the panel is to delete %1").arg(macro)
-           : deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
-                           : tr("NOT deleted: %1").arg(macro));
+  if (deletion.asked)
+    tellDone(tr("asked: the panel is to delete %1").arg(macro), undo_.finish(std::nullopt));
+  else
+    tellNotDone(deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
+                              : tr("NOT deleted: %1").arg(macro));
 }
 
 }  // namespace tessaly

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <QObject>
@@ -10,8 +11,8 @@
 namespace tessaly {
 
 class MacroHistory;
-class MacroNames;
 class MacroTransfers;
+class MacroUndo;
 class OpenMacros;
 
 // What the macro buttons of the panes do to macro files. A missing selection ends an operation silently; what
@@ -23,7 +24,7 @@ class MacroOperations : public QObject {
  public:
   MacroOperations(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                   const PanelConnection& connection, MacroTransfers& transfers, OpenMacros& open,
-                  MacroNames& names, QWidget* window);
+                  MacroUndo& undo, QWidget* window);
 
   void createMacro(Pane pane);
   void copyMacro(Pane pane);  // from the other pane into this one
@@ -40,7 +41,10 @@ class MacroOperations : public QObject {
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   [[nodiscard]] bool onPanel(Pane pane) const { return connection_.source(pane) == PaneSource::kPanel; }
   // What was done, with a word when the old content could not be kept.
-  void tellDone(const QString& text);
+  void tellDone(const QString& text, bool kept);
+  void tellNotDone(const QString& text);
+  // What was sent to a panel.
+  [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
   // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
   void finishOnDisk(Pane pane, const MacroTarget& changed, bool done);
   void createOnDisk(Pane pane, const MacroTarget& target);
@@ -51,7 +55,8 @@ class MacroOperations : public QObject {
   // Where the source's macro is on disk; a key file is converted first. Empty, with a reason, when there is
   // none.
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source, QString& reason);
-  void tellCopied(const MacroRow& source, const MacroTarget& target, bool done, const QString& reason);
+  void tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason, bool kept);
+  void tellNotCopied(const MacroRow& source, const MacroTarget& target, const QString& reason);
   void renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name);
   void renameOnPanel(const MacroTarget& target, const std::string& name);
   void deleteOnDisk(Pane pane, const MacroTarget& target);
@@ -63,7 +68,7 @@ class MacroOperations : public QObject {
   const PanelConnection& connection_;
   MacroTransfers& transfers_;
   OpenMacros& open_;
-  MacroNames& names_;
+  MacroUndo& undo_;
   QWidget* window_;
 };
 

@@ -27,17 +27,18 @@ struct MacroTarget {
   friend bool operator==(const MacroTarget&, const MacroTarget&) = default;
 };
 
-// Whether both are one place, whatever name the macro has there.
-[[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroTarget& a, const MacroTarget& b) {
-  if (a.source != b.source) return false;
-  if (a.source == PaneSource::kHarddisk) return root.same(a.file(), b.file());
-  return a.address == b.address && a.workplace == b.workplace && a.numberText == b.numberText;
-}
-
 // As the history knows it.
 [[nodiscard]] inline MacroPlace placeOf(const MacroTarget& target) {
   if (target.source == PaneSource::kHarddisk) return {target.file(), {}, 0, {}};
   return {{}, target.address, target.workplace, target.numberText};
+}
+
+// Whether both are one place, whatever name the macro has there.
+[[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroPlace& a, const MacroPlace& b) {
+  return a.file.empty() || b.file.empty() ? a == b : root.same(a.file, b.file);
+}
+[[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroTarget& a, const MacroTarget& b) {
+  return samePlace(root, placeOf(a), placeOf(b));
 }
 
 }  // namespace tessaly

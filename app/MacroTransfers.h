@@ -12,18 +12,24 @@
 
 namespace tessaly {
 
+class MacroNames;
+
 // What the panes do with macros on a panel, each with its words for the progress. One outcome is remembered:
 // that of the last transfer. GUI thread; blocks in PanelTransfer's loop.
 class MacroTransfers {
   Q_DECLARE_TR_FUNCTIONS(MacroTransfers)
 
  public:
-  MacroTransfers(PanelTransfer& panel, SiteAccess site) : panel_(panel), site_(site) {}
+  // Notes with `names` what the panel is asked for, so that a missing answer is told. Observes all.
+  MacroTransfers(PanelTransfer& panel, SiteAccess site, MacroNames& names)
+      : panel_(panel), site_(site), names_(names) {}
 
   [[nodiscard]] bool download(const std::string& address, int workplace, const std::string& number,
                               const std::string& file);
   [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,
                             const std::string& file, MacroChange change);
+  // What the history holds.
+  [[nodiscard]] bool putBack(const MacroPlace& place, const std::string& bytes);
   // Within a workplace, through the buffer file.
   [[nodiscard]] bool copy(const std::string& address, int workplace, const std::string& source,
                           const std::string& number, const std::string& buffer);
@@ -34,18 +40,22 @@ class MacroTransfers {
   // none.
   [[nodiscard]] std::optional<std::string> look(const MacroTarget& target, bool& missing);
 
-  // What became of the transfer, and what the panel holds after an upload. For the strip, in brackets.
-  [[nodiscard]] QString reason() const;
+  // What became of the transfer, and what the panel holds after an upload. For the strip.
+  [[nodiscard]] QString outcomeText() const;
+  [[nodiscard]] QString reason() const;  // the same in brackets
   // By the user, or because the window closes.
   [[nodiscard]] bool cancelled() const { return outcome_.transfer == FtpClient::Result::kCancelled; }
   // A macro that was sent is there, whether or not the panel could be told so.
   [[nodiscard]] bool sent() const { return outcome_.sent(); }
 
  private:
+  void expect(const MacroTarget& target, const std::string& name);
+  void forget(const MacroTarget& target);
   [[nodiscard]] bool run(const QString& label, const PanelTransfer::Operation& operation);
 
   PanelTransfer& panel_;
   SiteAccess site_;
+  MacroNames& names_;
   TransferOutcome outcome_;
 };
 

@@ -49,7 +49,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
       connection_(context.client, subscriptions_, context.site.messages, bridge_),
       panelNames_(context.client, subscriptions_, bridge_),
       transfer_(context.panelMacros, gate_, this),
-      transfers_(transfer_, context.site) {
+      transfers_(transfer_, context.site, panelNames_) {
   layOut();
   addMenu();
   bridge_.setSource([this](Pane pane) { return connection_.source(pane) == PaneSource::kPanel; });
@@ -64,8 +64,9 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                            PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
   open_ = std::make_unique<OpenMacros>(rooms, context.site, context.history, connection_, transfers_,
                                        context.demo);
+  macroUndo_ = std::make_unique<MacroUndo>(context.site, context.history, transfers_, *open_);
   operations_ = std::make_unique<MacroOperations>(rooms, context.site, context.history, connection_,
-                                                  transfers_, *open_, panelNames_, this);
+                                                  transfers_, *open_, *macroUndo_, this);
   update_ = std::make_unique<ValueUpdate>(rooms, context.dictionary, connection_, context.client,
                                           context.site.messages, gate_);
   steps_ = std::make_unique<StepOperations>(rooms, *update_, this);
@@ -83,8 +84,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   runs_ = std::make_unique<CommandRuns>(rooms);
   loose_ = std::make_unique<LooseMacros>(rooms, context.site, context.history, *open_, this);
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
-  historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, connection_,
-                                                           transfer_, lines_, this);
+  historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
+                                                           *open_, *macroUndo_, lines_, this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -94,7 +95,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
-  connect(historyOperations_.get(), &HistoryOperations::reopened, open_.get(), &OpenMacros::open);
+  connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
+    macroMenu_->showUndo(macroUndo_->next());
+    updateControls();
+  });
   connectStrip();
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
   connectionWatch_.start(kConnectionWatchMilliseconds);
@@ -166,16 +170,16 @@ void MainWindow::showSteps() {
 }
 
 void MainWindow::addMenu() {
-  QMenu* macro = menuBar()->addMenu(tr("Ma&cro"));
-  connect(macro->addAction(tr("&History...")), &QAction::triggered, this, [this] {
+  macroMenu_ = new MacroMenu(this);
+  menuBar()->addMenu(macroMenu_);
+  connect(macroMenu_, &MacroMenu::undoPressed, this, [this] { macroUndo_->undo(); });
+  connect(macroMenu_, &MacroMenu::historyPressed, this, [this] {
     if (loaded_) historyOperations_->open();
   });
-  QAction* saveAs = macro->addAction(tr("Save &As..."));
-  saveAs->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
-  connect(saveAs, &QAction::triggered, this, [this] {
+  connect(macroMenu_, &MacroMenu::saveAsPressed, this, [this] {
     if (loaded_) loose_->saveAs(keyboardPane_);
   });
-  connect(macro->addAction(tr("&Site...")), &QAction::triggered, this, &MainWindow::siteWanted);
+  connect(macroMenu_, &MacroMenu::sitePressed, this, &MainWindow::siteWanted);
   editMenu_ = new EditMenu(this);
   menuBar()->addMenu(editMenu_);
   connect(editMenu_, &EditMenu::undoPressed, this, [this] { steps_->undo(keyboardPane_); });
@@ -257,6 +261,7 @@ void MainWindow::save(Pane pane) {
 void MainWindow::connectStrip() {
   connect(open_.get(), &OpenMacros::said, this, &MainWindow::say);
   connect(operations_.get(), &MacroOperations::said, this, &MainWindow::say);
+  connect(macroUndo_.get(), &MacroUndo::said, this, &MainWindow::say);
   connect(editing_.get(), &CommandEditing::said, this, &MainWindow::say);
   connect(runs_.get(), &CommandRuns::said, this, &MainWindow::say);
   connect(loose_.get(), &LooseMacros::said, this, &MainWindow::say);

@@ -13,9 +13,11 @@
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
 #include "app/LooseMacros.h"
+#include "app/MacroMenu.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
 #include "app/MacroTransfers.h"
+#include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
 #include "app/PaneState.h"
 #include "app/PanelBridge.h"
@@ -119,6 +121,7 @@ class MainWindow : public QMainWindow {
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
   QLabel* loadingNotice_ = nullptr;
+  MacroMenu* macroMenu_ = nullptr;
   EditMenu* editMenu_ = nullptr;
   Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
@@ -131,6 +134,7 @@ class MainWindow : public QMainWindow {
   MacroTransfers transfers_;
   std::array<PaneRoom, kPanes.size()> rooms_;
   std::unique_ptr<OpenMacros> open_;
+  std::unique_ptr<MacroUndo> macroUndo_;
   std::unique_ptr<MacroOperations> operations_;
   std::unique_ptr<ValueUpdate> update_;
   std::unique_ptr<StepOperations> steps_;

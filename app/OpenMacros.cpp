@@ -1,5 +1,7 @@
 #include "app/OpenMacros.h"
 
+#include <algorithm>
+
 #include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
@@ -88,15 +90,14 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
   return filled && loaded;
 }
 
-void OpenMacros::follow(const MacroTarget& written, std::optional<Pane> except) {
+void OpenMacros::follow(const MacroPlace& written, std::optional<Pane> except) {
+  const std::string folder = written.file.substr(0, written.file.find_last_of("\\/") + 1);
   for (const Pane pane : kPanes) {
-    if (written.source == PaneSource::kHarddisk && pane != except)
-      browser(pane).refreshFolder(written.folder);
+    if (!folder.empty() && pane != except) browser(pane).refreshFolder(folder);
     const WorkingCopy& copy = state(pane).copy;
-    if (pane == except || copy.edited() || !copy.target() || !samePlace(site_.root, *copy.target(), written))
-      continue;
+    if (pane == except || copy.edited() || !shows(pane, written)) continue;
     const MacroTarget chosen = selectedTarget(pane);
-    if (samePlace(site_.root, chosen, written)) {
+    if (samePlace(site_.root, placeOf(chosen), written)) {
       static_cast<void>(openTarget(pane, chosen));
     } else {
       state(pane).view.macros().selectRow(-1);
@@ -105,10 +106,33 @@ void OpenMacros::follow(const MacroTarget& written, std::optional<Pane> except) 
   }
 }
 
+bool OpenMacros::shows(Pane pane, const MacroPlace& place) const {
+  const std::optional<MacroTarget>& target = state(pane).copy.target();
+  return target && samePlace(site_.root, placeOf(*target), place);
+}
+
+QStringList OpenMacros::unsavedAt(const MacroPlace& place) const {
+  QStringList told;
+  for (const Pane pane : kPanes) {
+    if (!shows(pane, place) || !state(pane).copy.edited()) continue;
+    told
+        << tr("%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is "
+              "put back.")
+               .arg(QLatin1String(state(pane).descriptor.title));
+  }
+  return told;
+}
+
+bool OpenMacros::reaches(const std::string& address) const {
+  return std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) {
+    return connection_.connected(pane) && connection_.address(pane) == address;
+  });
+}
+
 void OpenMacros::forget(const MacroTarget& changed) {
   for (const Pane pane : kPanes) {
     WorkingCopy& copy = state(pane).copy;
-    if (copy.edited() || !copy.target() || !samePlace(site_.root, *copy.target(), changed)) continue;
+    if (copy.edited() || !shows(pane, placeOf(changed))) continue;
     state(pane).view.macros().selectRow(-1);
     static_cast<void>(copy.clear());
   }

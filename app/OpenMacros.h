@@ -3,6 +3,7 @@
 #include <optional>
 
 #include <QObject>
+#include <QStringList>
 
 #include "app/PaneState.h"
 #include "link/PanelConnection.h"
@@ -31,9 +32,17 @@ class OpenMacros : public QObject {
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
-  void follow(const MacroTarget& written, std::optional<Pane> except = std::nullopt);
+  void follow(const MacroPlace& written, std::optional<Pane> except = std::nullopt);
+  void follow(const MacroTarget& written, std::optional<Pane> except = std::nullopt) {
+    follow(placeOf(written), except);
+  }
   // They show nothing: what comes there is the panel's to say, in its own time.
   void forget(const MacroTarget& changed);
+
+  // What people are told before a macro is put back to where panes show it with unsaved changes.
+  [[nodiscard]] QStringList unsavedAt(const MacroPlace& place) const;
+  // Whether a pane is connected to the panel.
+  [[nodiscard]] bool reaches(const std::string& address) const;
 
   [[nodiscard]] MacroTarget selectedTarget(Pane pane) const;
 
@@ -47,6 +56,7 @@ class OpenMacros : public QObject {
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   // False: not what the target holds is shown. With the name of a step the steps of the macro go on over it.
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
+  [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
   [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy, QString& refusal);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);

@@ -154,7 +154,10 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   const std::string key = historyKey(place);
   const auto newest = std::find_if(entries_.rbegin(), entries_.rend(),
                                    [&key](const HistoryEntry& entry) { return entry.key() == key; });
-  if (newest != entries_.rend() && same(*newest, bytes, place)) return {};
+  if (newest != entries_.rend() && same(*newest, bytes, place)) {
+    kept_ = newest->id();
+    return {};
+  }
   if (auto left = leaveReserve(bytes.size()); !left) return left;
 
   const HistoryEntry entry = nextEntry(bytes.size(), place);
@@ -165,6 +168,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   auto written = writeEntry(entry, historyRecord(bytes, place, change), bytes);
   if (!written && written.failure().kind != Failure::Kind::kUnflushed) return written;
   entries_.push_back(entry);
+  kept_ = entry.id();
   makeRoom(entry.outsideRoot);
   return written;
 }
@@ -212,6 +216,7 @@ void MacroHistory::noteFailure(const Failure& failure) {
 
 Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
   const std::scoped_lock guard(mutex_);
+  kept_.reset();
   auto stored = [&]() -> Outcome {
     if (bytes.size() > limits_.bytes / kShareOfOne) return systemFailure(EFBIG, "kept");
     try {
@@ -251,6 +256,11 @@ Outcome MacroHistory::change(std::string_view path, MacroChange change, const Wo
 std::optional<Failure> MacroHistory::takeFailure() {
   const std::scoped_lock guard(mutex_);
   return std::exchange(failure_, std::nullopt);
+}
+
+std::optional<std::string> MacroHistory::takeKept() {
+  const std::scoped_lock guard(mutex_);
+  return std::exchange(kept_, std::nullopt);
 }
 
 KeptMacro MacroHistory::read(const HistoryEntry& entry) const {

@@ -60,6 +60,10 @@ class MacroHistory : public MacroKeeper {
   // Why something could not be kept since the last call: the last one.
   [[nodiscard]] std::optional<Failure> takeFailure();
 
+  // The id of what was kept last, or was kept already, since the last call. Nothing when there was nothing to
+  // keep, or when it could not be kept.
+  [[nodiscard]] std::optional<std::string> takeKept();
+
   // Newest first, as the folder is now.
   [[nodiscard]] std::vector<KeptMacro> list();
   // By its id; nothing when it is not there.
@@ -94,6 +98,7 @@ class MacroHistory : public MacroKeeper {
   Clock clock_;
   std::mutex mutex_;  // over what follows
   std::optional<Failure> failure_;
+  std::optional<std::string> kept_;
   std::deque<HistoryEntry> entries_;  // oldest first
   std::string seen_;                  // the lock file's text when the entries were last known to be all
 };

@@ -1,0 +1,23 @@
+#include "app/MacroMenu.h"
+
+#include "app/EditMenu.h"
+
+namespace tessaly {
+
+MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAction(QString())) {
+  undo_->setShortcut(Qt::CTRL | Qt::ALT | Qt::Key_U);
+  connect(undo_, &QAction::triggered, this, &MacroMenu::undoPressed);
+  connect(addAction(tr("&History...")), &QAction::triggered, this, &MacroMenu::historyPressed);
+  QAction* saveAs = addAction(tr("Save &As..."));
+  saveAs->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+  connect(saveAs, &QAction::triggered, this, &MacroMenu::saveAsPressed);
+  connect(addAction(tr("&Site...")), &QAction::triggered, this, &MacroMenu::sitePressed);
+  showUndo({});
+}
+
+void MacroMenu::showUndo(const QString& name) {
+  undo_->setText(name.isEmpty() ? tr("&Undo") : tr("&Undo \"%1\"").arg(textInMenu(name)));
+  undo_->setEnabled(!name.isEmpty());
+}
+
+}  // namespace tessaly

@@ -1,0 +1,182 @@
+#include "app/MacroUndo.h"
+
+#include "app/FailureText.h"
+#include "app/MacroTransfers.h"
+#include "app/OpenMacros.h"
+#include "app/StatusStrip.h"
+#include "link/MacroNames.h"
+#include "model/Macro.h"
+#include "model/MacroHistory.h"
+#include "platform/Files.h"
+#include "widgets/DialogText.h"
+
+namespace tessaly {
+
+namespace {
+
+bool onPanel(const MacroPlace& place) { return place.file.empty(); }
+
+MacroTarget panelTarget(const MacroPlace& place) {
+  return {PaneSource::kPanel, {}, place.address, place.workplace, place.number, {}};
+}
+
+}  // namespace
+
+MacroUndo::MacroUndo(SiteAccess site, MacroHistory& history, MacroTransfers& transfers, OpenMacros& open)
+    : site_(site), history_(history), transfers_(transfers), open_(open) {}
+
+void MacroUndo::begin(const QString& name, const MacroPlace& place) {
+  pending_ = {name, place};
+  static_cast<void>(history_.takeKept());
+  static_cast<void>(history_.takeFailure());
+}
+
+bool MacroUndo::finish(const std::optional<std::string>& left) {
+  if (history_.takeFailure()) return false;
+  pending_.kept = history_.takeKept();
+  if (left) pending_.left = contentCheck(*left);
+  if (pending_.kept || pending_.left) add(pending_);
+  return true;
+}
+
+bool MacroUndo::finishOnDisk() {
+  const auto bytes = readFile(site_.root, pending_.place.file);
+  return finish(bytes ? std::optional(*bytes) : std::nullopt);
+}
+
+void MacroUndo::noteRename(const QString& name, const MacroTarget& target, const std::string& newName) {
+  // A longer name is not known whole.
+  if (target.name.size() < kLongestMacroName) add({name, placeOf(target), {}, {}, target.name, newName});
+}
+
+void MacroUndo::add(Entry entry) {
+  row_.push_back(std::move(entry));
+  if (row_.size() > kMostUndoableOperations) row_.pop_front();
+  emit changed();
+}
+
+void MacroUndo::undo() {
+  if (row_.empty()) return;
+  const Entry entry = row_.back();
+  static_cast<void>(history_.takeFailure());
+  const Result result = run(entry);
+  if (result.over) row_.pop_back();
+  emit changed();
+  emit said(result.text);
+}
+
+MacroUndo::Result MacroUndo::notDone(const Entry& entry, const QString& reason, bool over) {
+  return {tr("NOT undone: %1 (%2)").arg(entry.name, reason), over};
+}
+
+QString MacroUndo::done(const QString& text) {
+  return history_.takeFailure() ? tr("%1; the history could not keep what was there before").arg(text) : text;
+}
+
+std::optional<std::string> MacroUndo::look(const MacroPlace& place, QString& trouble) {
+  if (onPanel(place)) {
+    bool missing = false;
+    auto bytes = transfers_.look(panelTarget(place), missing);
+    if (!bytes && !missing) trouble = transfers_.outcomeText();
+    return bytes;
+  }
+  auto bytes = readFile(site_.root, place.file);
+  if (bytes) return *std::move(bytes);
+  if (bytes.failure().kind != Failure::Kind::kMissing) trouble = failureText(bytes.failure());
+  return std::nullopt;
+}
+
+bool MacroUndo::confirmed(const Entry& entry, bool altered, bool missing) {
+  QStringList losses = open_.unsavedAt(entry.place);
+  if (altered)
+    losses.prepend(missing
+                       ? tr("The macro there has been deleted since.")
+                       : tr("The macro there has been changed since. The history keeps what it holds now."));
+  if (losses.isEmpty()) return true;
+  losses.prepend(tr("Undo \"%1\"?").arg(entry.name));
+  return site_.messages.ask(losses.join(QStringLiteral("\n\n")).toStdString(), MessageIcon::kQuestion);
+}
+
+MacroUndo::Result MacroUndo::run(const Entry& entry) {
+  if (onPanel(entry.place) && !open_.reaches(entry.place.address))
+    return notDone(entry, tr("no pane is connected to the panel %1").arg(shown(entry.place.address)));
+  std::string before;
+  if (entry.kept) {
+    const auto macro = history_.find(*entry.kept);
+    auto bytes = macro ? readOwnFile(site_.root, macro->file) : Expected<std::string>(Failure{});
+    if (!bytes) return notDone(entry, tr("the history no longer has what was there before"), true);
+    before = *std::move(bytes);
+  }
+  QString trouble;
+  const std::optional<std::string> present = look(entry.place, trouble);
+  if (!trouble.isEmpty()) return notDone(entry, trouble);
+  if (!entry.newName.empty())
+    return present ? renameBack(entry, *present)
+                   : notDone(entry, tr("there is no such macro any more"), true);
+  if (!entry.kept && !present) return notDone(entry, tr("there is no such macro any more"), true);
+  const bool same =
+      present ? entry.left == contentCheck(*present) || (entry.kept && *present == before) : !entry.left;
+  if (!confirmed(entry, !same, !present)) return notDone(entry, tr("nothing has been changed"));
+  return entry.kept ? putBack(entry, before) : remove(entry);
+}
+
+MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& bytes) {
+  const MacroPlace& place = entry.place;
+  if (!onPanel(place)) {
+    const Outcome written = history_.change(place.file, MacroChange::kPutBack,
+                                            [&] { return writeFile(site_.root, place.file, bytes); });
+    if (!written.written()) return notDone(entry, failureText(written.failure()));
+    open_.follow(place);
+    return {done(tr("undone: %1; what was there before is back in %2").arg(entry.name, shown(place.file))),
+            true};
+  }
+  static_cast<void>(transfers_.putBack(place, bytes));
+  const QString outcome = transfers_.outcomeText();
+  if (!transfers_.sent()) return notDone(entry, outcome);
+  open_.follow(place);
+  return {
+      done(tr("undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)")
+               .arg(entry.name, shown(place.number), QString::number(place.workplace), shown(place.address),
+                    outcome)),
+      true};
+}
+
+MacroUndo::Result MacroUndo::remove(const Entry& entry) {
+  const MacroPlace& place = entry.place;
+  if (!onPanel(place)) {
+    const Outcome removed =
+        history_.change(place.file, MacroChange::kDelete, [&] { return removeFile(site_.root, place.file); });
+    if (!removed.written()) return notDone(entry, failureText(removed.failure()));
+    open_.follow(place);
+    return {
+        done(tr("undone: %1; %2 is deleted, as there was none before").arg(entry.name, shown(place.file))),
+        true};
+  }
+  const PanelMacros::Deletion deletion =
+      transfers_.remove(panelTarget(place), PanelMacros::OldContent::kKept);
+  if (!deletion.kept) return notDone(entry, failureText(deletion.kept.failure()));
+  if (!deletion.asked) return notDone(entry, tr("the panel cannot be told to delete it"));
+  open_.forget(panelTarget(place));
+  return {
+      tr("asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before")
+          .arg(entry.name, shown(place.address), shown(place.number), QString::number(place.workplace)),
+      true};
+}
+
+MacroUndo::Result MacroUndo::renameBack(const Entry& entry, const std::string& present) {
+  const auto macro = Macro::read(present);
+  const std::string name = macro ? displayUtf8(macro->name().value_or("")) : std::string();
+  const bool same = name == displayUtf8(entry.newName) || name == displayUtf8(entry.oldName);
+  if (!confirmed(entry, !same, false)) return notDone(entry, tr("nothing has been changed"));
+  const MacroTarget target = panelTarget(entry.place);
+  if (!transfers_.rename(target, entry.oldName))
+    return notDone(entry, tr("the panel cannot be told to rename it"));
+  // A working copy with the other name would undo this one at its next save.
+  open_.forget(target);
+  return {tr("asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5")
+              .arg(entry.name, shown(entry.place.address), shown(entry.place.number),
+                   QString::number(entry.place.workplace), nameInStrip(entry.oldName)),
+          true};
+}
+
+}  // namespace tessaly
