@@ -10,6 +10,7 @@
 
 #include "app/Appearance.h"
 #include "app/FirstStart.h"
+#include "app/MainWindow.h"
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/MacroFile.h"

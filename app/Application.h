@@ -5,15 +5,20 @@
 #include <QObject>
 #include <QSocketNotifier>
 
-#include "app/MainWindow.h"
 #include "app/MessageBoxes.h"
 #include "app/OrderlyEnd.h"
 #include "app/RootClaim.h"
 #include "app/StartOptions.h"
+#include "classic/DecodingList.h"
 #include "dictionary/InterfaceFile.h"
+#include "model/MacroHistory.h"
 #include "platform/RaiseSocket.h"
 
 namespace tessaly {
+
+class MainWindow;
+class PanelMacros;
+class Preferences;
 
 // Owns everything that lives as long as the program, and starts it: one program a root, the loader thread,
 // the main window.

@@ -91,7 +91,16 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   progress.setMinimumDuration(INT_MAX);  // shown by our own timer
   progress.setAutoClose(false);
   progress.setAutoReset(false);
-  QObject::connect(&progress, &QProgressDialog::canceled, &loop, [this] { macros_.cancel(); });
+  // What was sent in part is taken back, which may take its time and can be cancelled, too.
+  QObject::connect(&progress, &QProgressDialog::canceled, &loop, [&] {
+    macros_.cancel();
+    QTimer::singleShot(kQuietMilliseconds, &progress, [&] {
+      if (finished) return;
+      progress.reset();
+      progress.setLabelText(tr("Putting back what the panel held before"));
+      progress.show();
+    });
+  });
   QTimer late;
   late.setSingleShot(true);
   QObject::connect(&late, &QTimer::timeout, &loop, &QEventLoop::quit);

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "app/Application.h"
+#include "app/MainWindow.h"
 #include "bench/window/Desk.h"
 #include "bench/window/Ready.h"
 #include "dictionary/InterfaceFile.h"

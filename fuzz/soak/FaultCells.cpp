@@ -183,6 +183,14 @@ const std::vector<Fault>& panelFaults() {
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.stallTransfer = true; }); }},
       {"disk-full", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.diskFull = true; }); }},
+      {"flip-byte", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.flipByte = 20; }); }},
+      {"cut-silent", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.cutSilent = 40; }); }},
+      {"swap-after-upload", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.swapAfterUpload = true; }); }},
+      {"slow-transfer", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.bytesPerSecond = 100'000; }); }},
   };
   return table;
 }

@@ -44,6 +44,37 @@
     </message>
 </context>
 <context>
+    <name>CommandActions</name>
+    <message>
+        <source>C&amp;ut</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Duplicate</source>
+        <translation>&amp;Duplizieren</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move Do&amp;wn</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>A&amp;lle auswählen</translation>
+    </message>
+</context>
+<context>
     <name>CreateCommandDialog</name>
     <message>
         <source>Where the command goes to</source>
@@ -140,6 +171,14 @@
     <message>
         <source>Put the command behind all others</source>
         <translation>Befehl hinter allen anderen einfügen</translation>
+    </message>
+    <message>
+        <source>After an insertion go on here; the next command of the same button goes behind it</source>
+        <translation>Nach dem Einfügen hier weitermachen; der nächste Befehl derselben Schaltfläche kommt dahinter</translation>
+    </message>
+    <message>
+        <source>keep open</source>
+        <translation>offen lassen</translation>
     </message>
 </context>
 <context>
@@ -254,6 +293,14 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <source>it has changed meanwhile</source>
         <translation>es hat sich inzwischen geändert</translation>
     </message>
+    <message>
+        <source>what is to be taken over %1</source>
+        <translation>was übernommen werden soll, taugt nicht: %1</translation>
+    </message>
+    <message>
+        <source>another program is changing it</source>
+        <translation>ein anderes Programm ändert es gerade</translation>
+    </message>
 </context>
 <context>
     <name>FirstStartDialog</name>
@@ -279,7 +326,7 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
     <message>
         <source>Use the site of an &amp;existing installation</source>
-        <translation>Daten einer &amp;vorhandenen Installation verwenden</translation>
+        <translation>Anlagendaten einer &amp;vorhandenen Installation verwenden</translation>
     </message>
     <message>
         <source>folder of the installation</source>
@@ -530,7 +577,7 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
     <message>
         <source>If it is gone, or yours is the one that counts, take over. Two programs on one site do not spoil a file, but the later save wins.</source>
-        <translation>Ist es nicht mehr da oder zählt Ihres, dann übernehmen Sie. Zwei Programme auf denselben Daten verderben keine Datei, aber das spätere Speichern gewinnt.</translation>
+        <translation>Ist es nicht mehr da oder zählt Ihres, dann übernehmen Sie. Zwei Programme auf denselben Anlagendaten verderben keine Datei, aber das spätere Speichern gewinnt.</translation>
     </message>
     <message>
         <source>&amp;Take Over</source>
@@ -546,6 +593,136 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>not taken: the settings file cannot keep this character (it knows those of Windows-1252)</source>
         <translation>nicht übernommen: die Einstellungsdatei kann dieses Zeichen nicht aufnehmen (sie kennt die von Windows-1252)</translation>
+    </message>
+</context>
+<context>
+    <name>StepNames</name>
+    <message numerus="yes">
+        <source>insert %n commands</source>
+        <translation>
+            <numerusform>%n Befehl einfügen</numerusform>
+            <numerusform>%n Befehle einfügen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>delete %n commands</source>
+        <translation>
+            <numerusform>%n Befehl löschen</numerusform>
+            <numerusform>%n Befehle löschen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>move %n commands</source>
+        <translation>
+            <numerusform>%n Befehl verschieben</numerusform>
+            <numerusform>%n Befehle verschieben</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>modify command %1</source>
+        <translation>Befehl %1 ändern</translation>
+    </message>
+    <message>
+        <source>rename the macro</source>
+        <translation>Makro umbenennen</translation>
+    </message>
+    <message numerus="yes">
+        <source>take %n differences</source>
+        <translation>
+            <numerusform>%n Unterschied übernehmen</numerusform>
+            <numerusform>%n Unterschiede übernehmen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>cut %n commands</source>
+        <translation>
+            <numerusform>%n Befehl ausschneiden</numerusform>
+            <numerusform>%n Befehle ausschneiden</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>paste %n commands</source>
+        <translation>
+            <numerusform>%n Befehl aus der Zwischenablage einfügen</numerusform>
+            <numerusform>%n Befehle aus der Zwischenablage einfügen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>duplicate %n commands</source>
+        <translation>
+            <numerusform>%n Befehl duplizieren</numerusform>
+            <numerusform>%n Befehle duplizieren</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>update of %n values</source>
+        <translation>
+            <numerusform>%n Wert aktualisieren</numerusform>
+            <numerusform>%n Werte aktualisieren</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>write the macro anew</source>
+        <translation>Makro neu schreiben</translation>
+    </message>
+    <message>
+        <source>discard changes</source>
+        <translation>Änderungen verwerfen</translation>
+    </message>
+    <message>
+        <source>they cannot be read</source>
+        <translation>sie sind nicht lesbar</translation>
+    </message>
+    <message>
+        <source>the file is too large</source>
+        <translation>die Datei ist zu groß</translation>
+    </message>
+    <message>
+        <source>the file is damaged</source>
+        <translation>die Datei ist beschädigt</translation>
+    </message>
+    <message>
+        <source>another version of the program has written them</source>
+        <translation>eine andere Version des Programms hat sie geschrieben</translation>
+    </message>
+    <message>
+        <source>they do not lead to what the macro holds</source>
+        <translation>sie führen nicht zu dem, was das Makro enthält</translation>
+    </message>
+    <message>
+        <source>%1; the steps of an earlier run were put aside: %2</source>
+        <translation>%1; die Schritte eines früheren Laufs wurden beiseitegelegt: %2</translation>
+    </message>
+    <message>
+        <source>%1; it cannot be undone after a restart</source>
+        <translation>%1; nach einem Neustart lässt es sich nicht rückgängig machen</translation>
+    </message>
+</context>
+<context>
+    <name>StepsDialog</name>
+    <message>
+        <source>Steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>&amp;Steps of this macro, the first on top:</source>
+        <translation>&amp;Schritte dieses Makros, der erste zuoberst:</translation>
+    </message>
+    <message>
+        <source>Steps of this macro</source>
+        <translation>Schritte dieses Makros</translation>
+    </message>
+    <message>
+        <source>&amp;Go There</source>
+        <translation>&amp;Dorthin gehen</translation>
+    </message>
+    <message>
+        <source>Undo or redo everything up to the chosen step</source>
+        <translation>Alles bis zum ausgewählten Schritt rückgängig machen oder wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
     </message>
 </context>
 <context>
@@ -731,6 +908,123 @@ Der Dialog bleibt, wie er ist.</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::CommandList</name>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CommandRuns</name>
+    <message>
+        <source>a transfer is using the macro</source>
+        <translation>eine Übertragung benutzt das Makro</translation>
+    </message>
+    <message>
+        <source>command %1 NOT deleted</source>
+        <translation>Befehl %1 NICHT gelöscht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands NOT deleted</source>
+        <translation>
+            <numerusform>%n Befehl NICHT gelöscht</numerusform>
+            <numerusform>%n Befehle NICHT gelöscht</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>command %1 deleted</source>
+        <translation>Befehl %1 gelöscht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands deleted</source>
+        <translation>
+            <numerusform>%n Befehl gelöscht</numerusform>
+            <numerusform>%n Befehle gelöscht</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT copied</source>
+        <translation>NICHT kopiert</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands copied</source>
+        <translation>
+            <numerusform>%n Befehl kopiert</numerusform>
+            <numerusform>%n Befehle kopiert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT cut</source>
+        <translation>NICHT ausgeschnitten</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands cut</source>
+        <translation>
+            <numerusform>%n Befehl ausgeschnitten</numerusform>
+            <numerusform>%n Befehle ausgeschnitten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT pasted</source>
+        <translation>NICHT eingefügt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands pasted</source>
+        <translation>
+            <numerusform>%n Befehl aus der Zwischenablage eingefügt</numerusform>
+            <numerusform>%n Befehle aus der Zwischenablage eingefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT duplicated</source>
+        <translation>NICHT dupliziert</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands duplicated</source>
+        <translation>
+            <numerusform>%n Befehl dupliziert</numerusform>
+            <numerusform>%n Befehle dupliziert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT moved</source>
+        <translation>NICHT verschoben</translation>
+    </message>
+    <message>
+        <source>command %1 moved; it is command %2 now</source>
+        <translation>Befehl %1 verschoben; er ist jetzt Befehl %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands moved; they are commands %1 to %2 now</source>
+        <translation>
+            <numerusform>%n Befehl verschoben; er ist jetzt Befehl %1 bis %2</numerusform>
+            <numerusform>%n Befehle verschoben; sie sind jetzt die Befehle %1 bis %2</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>the macro was changed meanwhile</source>
+        <translation>das Makro wurde inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>the commands cannot be taken away where they are</source>
+        <translation>die Befehle können dort, wo sie sind, nicht weggenommen werden</translation>
+    </message>
+    <message>
+        <source>copied, but NOT taken away where they were</source>
+        <translation>kopiert, aber am alten Ort NICHT weggenommen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands moved to the other pane</source>
+        <translation>
+            <numerusform>%n Befehl in den anderen Bereich verschoben</numerusform>
+            <numerusform>%n Befehle in den anderen Bereich verschoben</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tessaly::CreateCommandDialog</name>
     <message>
         <source>%1 (%2)</source>
@@ -755,6 +1049,40 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>nothing found</source>
         <translation>nichts gefunden</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n inserted</source>
+        <translation>
+            <numerusform>%n eingefügt</numerusform>
+            <numerusform>%n eingefügt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::EditMenu</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeitun&amp;g</translation>
+    </message>
+    <message>
+        <source>&amp;Steps...</source>
+        <translation>&amp;Schritte...</translation>
+    </message>
+    <message>
+        <source>&amp;Undo &quot;%1&quot;</source>
+        <translation>&amp;Rückgängig: „%1“</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo &quot;%1&quot;</source>
+        <translation>&amp;Wiederholen: „%1“</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
     </message>
 </context>
 <context>
@@ -891,24 +1219,8 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
     </message>
     <message>
-        <source>%1: written to %2</source>
-        <translation>%1: nach %2 geschrieben</translation>
-    </message>
-    <message>
-        <source>%1: no pane is connected to the panel %2 that it came from</source>
-        <translation>%1: kein Bereich ist mit dem Bedienpult %2 verbunden, von dem es kam</translation>
-    </message>
-    <message>
         <source>Sending macro %1 to the panel</source>
-        <translation>Makro %1 wird zum Bedienpult gesendet</translation>
-    </message>
-    <message>
-        <source>%1: put back on the panel</source>
-        <translation>%1: auf dem Bedienpult wiederhergestellt</translation>
-    </message>
-    <message>
-        <source>%1: could not be put back on the panel (%2)</source>
-        <translation>%1: konnte nicht auf dem Bedienpult wiederhergestellt werden (%2)</translation>
+        <translation>Makro %1 wird an das Bedienpult gesendet</translation>
     </message>
     <message>
         <source>In %1...</source>
@@ -947,20 +1259,36 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>It came from outside the site and is written to
 %1</source>
-        <translation>Es kam von außerhalb der Daten und wird geschrieben nach
+        <translation>Es kam von außerhalb der Anlagendaten und wird geschrieben nach
 %1</translation>
-    </message>
-    <message>
-        <source>%1: written to %2, but it may not survive a power cut</source>
-        <translation>%1: nach %2 geschrieben, übersteht aber vielleicht keinen Stromausfall</translation>
-    </message>
-    <message>
-        <source>%1: could not be written to %2 (%3)</source>
-        <translation>%1: konnte nicht nach %2 geschrieben werden (%3)</translation>
     </message>
     <message>
         <source>It overwrites macro %1 of workplace %2 on the panel %3.</source>
         <translation>Überschrieben wird Makro %1 von Arbeitsplatz %2 auf dem Bedienpult %3.</translation>
+    </message>
+    <message>
+        <source>written: %1 to %2</source>
+        <translation>geschrieben: %1 nach %2</translation>
+    </message>
+    <message>
+        <source>written, but it may not survive a power cut: %1 to %2</source>
+        <translation>geschrieben, übersteht aber vielleicht keinen Stromausfall: %1 nach %2</translation>
+    </message>
+    <message>
+        <source>NOT written: %1 to %2 (%3)</source>
+        <translation>NICHT geschrieben: %1 nach %2 (%3)</translation>
+    </message>
+    <message>
+        <source>NOT put back: %1 (no pane is connected to the panel %2 that it came from)</source>
+        <translation>NICHT wiederhergestellt: %1 (kein Bereich ist mit dem Bedienpult %2 verbunden, von dem es kam)</translation>
+    </message>
+    <message>
+        <source>put back on the panel: %1 (%2)</source>
+        <translation>auf dem Bedienpult wiederhergestellt: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>NOT put back on the panel: %1 (%2)</source>
+        <translation>NICHT auf dem Bedienpult wiederhergestellt: %1 (%2)</translation>
     </message>
 </context>
 <context>
@@ -987,6 +1315,49 @@ Der Dialog bleibt, wie er ist.</translation>
             <numerusform>%n Treffer</numerusform>
             <numerusform>%n Treffer</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::LooseMacros</name>
+    <message>
+        <source>NOT opened: %1 (the pane has unsaved changes)</source>
+        <translation>NICHT geöffnet: %1 (der Bereich enthält ungespeicherte Änderungen)</translation>
+    </message>
+    <message>
+        <source>opened: %1; &quot;Save As...&quot; gives it a place</source>
+        <translation>geöffnet: %1; „Speichern unter...“ gibt ihm einen Ort</translation>
+    </message>
+    <message>
+        <source>NOT opened: %1 (%2)</source>
+        <translation>NICHT geöffnet: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>there is no macro to be saved</source>
+        <translation>es gibt kein Makro, das zu speichern wäre</translation>
+    </message>
+    <message>
+        <source>In %1...</source>
+        <translation>In %1...</translation>
+    </message>
+    <message>
+        <source>In a File...</source>
+        <translation>In eine Datei...</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1 (%2)</source>
+        <translation>NICHT gespeichert: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>saved: %1</source>
+        <translation>gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Macros (*.mac)</source>
+        <translation>Makros (*.mac)</translation>
     </message>
 </context>
 <context>
@@ -1032,7 +1403,7 @@ Der Dialog bleibt, wie er ist.</translation>
     </message>
     <message>
         <source>NOT asked: the panel cannot be told to rename %1</source>
-        <translation>NICHT angefordert: dem Bedienpult ist nicht zu sagen, dass es %1 umbenennen soll</translation>
+        <translation>NICHT angefordert: das Bedienpult lässt sich nicht auffordern, %1 umzubenennen</translation>
     </message>
     <message>
         <source>renamed: %1 to %2</source>
@@ -1066,7 +1437,7 @@ Trotzdem löschen?</translation>
     </message>
     <message>
         <source>NOT asked: the panel cannot be told to delete %1</source>
-        <translation>NICHT angefordert: dem Bedienpult ist nicht zu sagen, dass es %1 löschen soll</translation>
+        <translation>NICHT angefordert: das Bedienpult lässt sich nicht auffordern, %1 zu löschen</translation>
     </message>
     <message>
         <source>NOT deleted: %1</source>
@@ -1102,14 +1473,6 @@ Trotzdem löschen?</translation>
     <message>
         <source>Build many panel-style commands at once</source>
         <translation>Viele Pultbefehle auf einmal aufbauen</translation>
-    </message>
-    <message>
-        <source>Change the selected command</source>
-        <translation>Ausgewählten Befehl ändern</translation>
-    </message>
-    <message>
-        <source>Delete the selected command; in the list: Del</source>
-        <translation>Ausgewählten Befehl löschen; in der Liste: Entf</translation>
     </message>
     <message>
         <source>Fetch the current values of the commands from the panel</source>
@@ -1175,6 +1538,14 @@ Trotzdem löschen?</translation>
         <source>This pane has joined the line to %1: what the panel is asked to do goes there, macros go to the address here.</source>
         <translation>Dieser Bereich nutzt die Verbindung zu %1 mit: Anforderungen gehen dorthin, Makros an die Adresse hier.</translation>
     </message>
+    <message>
+        <source>Change the selected command; in the list: Enter</source>
+        <translation>Ausgewählten Befehl ändern; in der Liste: Eingabe</translation>
+    </message>
+    <message>
+        <source>Delete the selected commands; in the list: Del</source>
+        <translation>Ausgewählte Befehle löschen; in der Liste: Entf</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MainWindow</name>
@@ -1226,6 +1597,10 @@ Trotzdem löschen?</translation>
         <source>The settings could not be written: %1</source>
         <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
     </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MultipleCommandsDialog</name>
@@ -1258,14 +1633,6 @@ wirkt sofort, wenn das Makro abläuft</translation>
         <translation>NICHT geöffnet: %1%2</translation>
     </message>
     <message>
-        <source>command %1 deleted</source>
-        <translation>Befehl %1 gelöscht</translation>
-    </message>
-    <message>
-        <source>command %1 NOT deleted%2</source>
-        <translation>Befehl %1 NICHT gelöscht%2</translation>
-    </message>
-    <message>
         <source>%1 has been deleted by somebody else since it was opened here.
 
 Save it anew?</source>
@@ -1280,10 +1647,6 @@ Save over it?</source>
         <translation>%1 wurde von jemand anderem geändert, seit es hier geöffnet wurde.
 
 Darüber speichern?</translation>
-    </message>
-    <message>
-        <source>NOT saved: this macro has not come from a place that it could go back to</source>
-        <translation>NICHT gespeichert: dieses Makro kam von keinem Ort, an den es zurück könnte</translation>
     </message>
     <message>
         <source>the demonstration sends nothing</source>
@@ -1311,7 +1674,7 @@ Darüber speichern?</translation>
     </message>
     <message>
         <source>%1; the history could not keep what was there before</source>
-        <translation>%1; der Verlauf konnte nicht aufbewahren, was vorher dort war</translation>
+        <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
     </message>
     <message>
         <source>changes discarded: %1; the history keeps them</source>
@@ -1320,6 +1683,22 @@ Darüber speichern?</translation>
     <message>
         <source>changes discarded: %1</source>
         <translation>Änderungen verworfen: %1</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1%2</source>
+        <translation>NICHT gespeichert: %1%2</translation>
+    </message>
+    <message>
+        <source>NOT saved: this macro has not come from a place that it could go back to; &quot;Save As...&quot; gives it one</source>
+        <translation>NICHT gespeichert: dieses Makro kam von keinem Ort, an den es zurück könnte; „Speichern unter...“ gibt ihm einen</translation>
+    </message>
+    <message>
+        <source>changes discarded</source>
+        <translation>Änderungen verworfen</translation>
+    </message>
+    <message>
+        <source>NOT discarded%1</source>
+        <translation>NICHT verworfen%1</translation>
     </message>
 </context>
 <context>
@@ -1378,24 +1757,24 @@ Bilder von 0 bis %1</translation>
         <translation>Die Datei ist nicht mehr wie zuletzt: sie wurde inzwischen anderweitig geändert.</translation>
     </message>
     <message>
-        <source>%1: changes taken up again</source>
-        <translation>%1: Änderungen wieder aufgenommen</translation>
+        <source>changes taken up again: %1</source>
+        <translation>Änderungen wieder aufgenommen: %1</translation>
     </message>
     <message>
-        <source>%1: the changes stay in the history</source>
-        <translation>%1: die Änderungen bleiben im Verlauf</translation>
+        <source>NOT taken up: %1 (%2); you will be asked again</source>
+        <translation>NICHT wieder aufgenommen: %1 (%2); es wird erneut gefragt</translation>
     </message>
     <message>
-        <source>%1: the unsaved changes could not be set aside</source>
-        <translation>%1: die ungespeicherten Änderungen konnten nicht beiseitegelegt werden</translation>
+        <source>the changes stay in the history: %1</source>
+        <translation>die Änderungen bleiben im Verlauf: %1</translation>
     </message>
     <message>
-        <source>%1: you will be asked again at the next start</source>
-        <translation>%1: beim nächsten Start wird erneut nachgefragt</translation>
+        <source>the unsaved changes could NOT be set aside: %1</source>
+        <translation>die ungespeicherten Änderungen konnten NICHT beiseitegelegt werden: %1</translation>
     </message>
     <message>
-        <source>%1: NOT taken up (%2); you will be asked again</source>
-        <translation>%1: NICHT wieder aufgenommen (%2); es wird erneut gefragt</translation>
+        <source>you will be asked again at the next start: %1</source>
+        <translation>beim nächsten Start wird erneut gefragt: %1</translation>
     </message>
 </context>
 <context>
@@ -1414,6 +1793,78 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::StepOperations</name>
+    <message>
+        <source>undone: %1</source>
+        <translation>rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>redone: %1</source>
+        <translation>wiederholt: %1</translation>
+    </message>
+    <message>
+        <source>NOT gone to another step: the macro was changed meanwhile</source>
+        <translation>NICHT zu einem anderen Schritt gegangen: das Makro wurde inzwischen geändert</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n steps undone</source>
+        <translation>
+            <numerusform>%n Schritt rückgängig gemacht</numerusform>
+            <numerusform>%n Schritte rückgängig gemacht</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n steps redone</source>
+        <translation>
+            <numerusform>%n Schritt wiederholt</numerusform>
+            <numerusform>%n Schritte wiederholt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>values are still coming from the panel; wait for them, or cancel the update</source>
+        <translation>es kommen noch Werte vom Bedienpult; darauf warten oder die Aktualisierung abbrechen</translation>
+    </message>
+    <message>
+        <source>a transfer is using the macro</source>
+        <translation>eine Übertragung benutzt das Makro</translation>
+    </message>
+    <message>
+        <source>NOT undone: %1</source>
+        <translation>NICHT rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>NOT redone: %1</source>
+        <translation>NICHT wiederholt: %1</translation>
+    </message>
+    <message>
+        <source>%1; nothing is unsaved any more</source>
+        <translation>%1; nichts ist mehr ungespeichert</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::StepsDialog</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>before the oldest step that is kept</source>
+        <translation>vor dem ältesten Schritt, der aufbewahrt ist</translation>
+    </message>
+    <message>
+        <source>as it was opened</source>
+        <translation>wie es geöffnet wurde</translation>
+    </message>
+    <message>
+        <source>%1 (saved)</source>
+        <translation>%1 (gespeichert)</translation>
+    </message>
+    <message>
+        <source>%1 (now)</source>
+        <translation>%1 (jetzt)</translation>
     </message>
 </context>
 <context>
@@ -1461,6 +1912,10 @@ Bilder von 0 bis %1</translation>
             <numerusform>%n Wert kam; Bereich B zeigt den Stand vor der Aktualisierung; dafür Bereich A verwenden</numerusform>
             <numerusform>%n Werte kamen; Bereich B zeigt den Stand vor der Aktualisierung; dafür Bereich A verwenden</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>update ended: a macro was chosen meanwhile, the values that came are gone</source>
+        <translation>Aktualisierung beendet: inzwischen wurde ein Makro ausgewählt, die Werte sind verworfen</translation>
     </message>
 </context>
 </TS>

@@ -2,12 +2,150 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>StepNames</name>
+    <message numerus="yes">
+        <source>insert %n commands</source>
+        <translation>
+            <numerusform>insert %n command</numerusform>
+            <numerusform>insert %n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>delete %n commands</source>
+        <translation>
+            <numerusform>delete %n command</numerusform>
+            <numerusform>delete %n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>move %n commands</source>
+        <translation>
+            <numerusform>move %n command</numerusform>
+            <numerusform>move %n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>take %n differences</source>
+        <translation>
+            <numerusform>take %n difference</numerusform>
+            <numerusform>take %n differences</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>cut %n commands</source>
+        <translation>
+            <numerusform>cut %n command</numerusform>
+            <numerusform>cut %n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>paste %n commands</source>
+        <translation>
+            <numerusform>paste %n command</numerusform>
+            <numerusform>paste %n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>duplicate %n commands</source>
+        <translation>
+            <numerusform>duplicate %n command</numerusform>
+            <numerusform>duplicate %n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>update of %n values</source>
+        <translation>
+            <numerusform>update of %n value</numerusform>
+            <numerusform>update of %n values</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tessaly::CommandEditing</name>
     <message numerus="yes">
         <source>%n commands inserted</source>
         <translation>
             <numerusform>%n command inserted</numerusform>
             <numerusform>%n commands inserted</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CommandList</name>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n command</numerusform>
+            <numerusform>%n commands</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CommandRuns</name>
+    <message numerus="yes">
+        <source>%n commands NOT deleted</source>
+        <translation>
+            <numerusform>%n command NOT deleted</numerusform>
+            <numerusform>%n commands NOT deleted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands deleted</source>
+        <translation>
+            <numerusform>%n command deleted</numerusform>
+            <numerusform>%n commands deleted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands copied</source>
+        <translation>
+            <numerusform>%n command copied</numerusform>
+            <numerusform>%n commands copied</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands cut</source>
+        <translation>
+            <numerusform>%n command cut</numerusform>
+            <numerusform>%n commands cut</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands pasted</source>
+        <translation>
+            <numerusform>%n command pasted</numerusform>
+            <numerusform>%n commands pasted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands duplicated</source>
+        <translation>
+            <numerusform>%n command duplicated</numerusform>
+            <numerusform>%n commands duplicated</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands moved; they are commands %1 to %2 now</source>
+        <translation>
+            <numerusform>%n command moved; it is command %1 to %2 now</numerusform>
+            <numerusform>%n commands moved; they are commands %1 to %2 now</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands moved to the other pane</source>
+        <translation>
+            <numerusform>%n command moved to the other pane</numerusform>
+            <numerusform>%n commands moved to the other pane</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CreateCommandDialog</name>
+    <message numerus="yes">
+        <source>%n inserted</source>
+        <translation>
+            <numerusform>%n inserted</numerusform>
+            <numerusform>%n inserted</numerusform>
         </translation>
     </message>
 </context>
@@ -48,6 +186,23 @@
         <translation>
             <numerusform>%n command; changed from %1 to %2</numerusform>
             <numerusform>%n commands; changed from %1 to %2</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::StepOperations</name>
+    <message numerus="yes">
+        <source>%n steps undone</source>
+        <translation>
+            <numerusform>%n step undone</numerusform>
+            <numerusform>%n steps undone</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n steps redone</source>
+        <translation>
+            <numerusform>%n step redone</numerusform>
+            <numerusform>%n steps redone</numerusform>
         </translation>
     </message>
 </context>

@@ -82,7 +82,7 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
   const std::size_t commands = driver().texts(a_.commands).size();
   copyTo(b_.copyMacro, 103);
   EXPECT_THAT(fixture_.status().toStdString(),
-              EndsWith(" to 103 (2 commands of the key cannot be read in a macro)"));
+              EndsWith(" to 103 (verified) (2 commands of the key cannot be read in a macro)"));
   EXPECT_EQ(values(first_.read(1, "103")).size(), commands);
 
   // Panel to panel: pane A joins at once, and both transfers use its own address.

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "app/Application.h"
+#include "app/MainWindow.h"
 #include "tests/app/WindowFixture.h"
 
 namespace tessaly {

@@ -6,6 +6,7 @@
 #include <QPixmap>
 
 #include "app/Application.h"
+#include "app/MainWindow.h"
 #include "tests/support/WindowDriver.h"
 #include "widgets/QuietToolkit.h"
 
