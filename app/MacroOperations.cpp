@@ -164,19 +164,13 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
-<<<<<<< HEAD
     reason = transfers_.reason() + (transfers_.sent() ? reason : QString());
-    if (transfers_.sent()) open_.follow(target);
-    tellCopied(source, target, transfers_.sent(), reason);
-=======
-    reason = (transfers_.sent() ? reason : QString()) + transfers_.reason();
     if (!transfers_.sent()) {
       tellNotCopied(source, target, reason);
       return;
     }
     open_.follow(target);
     tellCopied(source, target, reason, undo_.finish(bytesOf(file)));
->>>>>>> macroundo
     return;
   }
   const Outcome copied =
