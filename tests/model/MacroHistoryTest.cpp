@@ -42,6 +42,8 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
   for (const char* bytes : {"two", "two", "three"}) overwrite(history, bytes);
   EXPECT_TRUE(history.keepFile((site.root.path() / "c/appli/macro007.mac").string(), MacroChange::kDelete));
   overwrite(history, "two");  // "three" has just been kept
+  EXPECT_EQ(history.takeKept(), history.list().front().id) << "kept before, but there";
+  EXPECT_FALSE(history.takeKept());
   EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "an older version that came back is kept again";
   EXPECT_THAT(contents(history),
               ElementsAre("two", "three", "two",
