@@ -1219,10 +1219,6 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
     </message>
     <message>
-        <source>Sending macro %1 to the panel</source>
-        <translation>Makro %1 wird an das Bedienpult gesendet</translation>
-    </message>
-    <message>
         <source>In %1...</source>
         <translation>In %1...</translation>
     </message>
@@ -1241,10 +1237,6 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>It cannot be read as a macro: it can be saved as a file, but not put back.</source>
         <translation>Es ist nicht als Makro lesbar: es kann als Datei gespeichert, aber nicht wiederhergestellt werden.</translation>
-    </message>
-    <message>
-        <source>%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is put back.</source>
-        <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was wiederhergestellt wird.</translation>
     </message>
     <message>
         <source>Put back &quot;%1&quot; of %2?</source>
@@ -1289,6 +1281,10 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>NOT put back on the panel: %1 (%2)</source>
         <translation>NICHT auf dem Bedienpult wiederhergestellt: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>put back %1</source>
+        <translation>%1 zurückholen</translation>
     </message>
 </context>
 <context>
@@ -1443,6 +1439,22 @@ Trotzdem löschen?</translation>
         <source>NOT deleted: %1</source>
         <translation>NICHT gelöscht: %1</translation>
     </message>
+    <message>
+        <source>rename %1 to %2</source>
+        <translation>%1 in %2 umbenennen</translation>
+    </message>
+    <message>
+        <source>create %1</source>
+        <translation>%1 anlegen</translation>
+    </message>
+    <message>
+        <source>copy %1 to %2</source>
+        <translation>%1 nach %2 kopieren</translation>
+    </message>
+    <message>
+        <source>delete %1</source>
+        <translation>%1 löschen</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MacroPane</name>
@@ -1566,18 +1578,6 @@ Trotzdem löschen?</translation>
         <translation>%1: „%2“ enthält ungespeicherte Änderungen.</translation>
     </message>
     <message>
-        <source>Ma&amp;cro</source>
-        <translation>M&amp;akro</translation>
-    </message>
-    <message>
-        <source>&amp;History...</source>
-        <translation>&amp;Verlauf...</translation>
-    </message>
-    <message>
-        <source>&amp;Site...</source>
-        <translation>&amp;Anlagendaten...</translation>
-    </message>
-    <message>
         <source>the connection to the panel was lost, and the values of the update with it</source>
         <translation>die Verbindung zum Bedienpult ging verloren, und mit ihr die Werte der Aktualisierung</translation>
     </message>
@@ -1596,10 +1596,6 @@ Trotzdem löschen?</translation>
     <message>
         <source>The settings could not be written: %1</source>
         <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
-    </message>
-    <message>
-        <source>Save &amp;As...</source>
-        <translation>Speichern &amp;unter...</translation>
     </message>
 </context>
 <context>
@@ -1700,12 +1696,20 @@ Darüber speichern?</translation>
         <source>NOT discarded%1</source>
         <translation>NICHT verworfen%1</translation>
     </message>
+    <message>
+        <source>%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is put back.</source>
+        <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was wiederhergestellt wird.</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::PanelTransfer</name>
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Putting back what the panel held before</source>
+        <translation>Auf dem Bedienpult wird wiederhergestellt, was vorher da war</translation>
     </message>
 </context>
 <context>
@@ -1916,6 +1920,100 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>update ended: a macro was chosen meanwhile, the values that came are gone</source>
         <translation>Aktualisierung beendet: inzwischen wurde ein Makro ausgewählt, die Werte sind verworfen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroMenu</name>
+    <message>
+        <source>Ma&amp;cro</source>
+        <translation>M&amp;akro</translation>
+    </message>
+    <message>
+        <source>&amp;History...</source>
+        <translation>&amp;Verlauf...</translation>
+    </message>
+    <message>
+        <source>&amp;Site...</source>
+        <translation>&amp;Anlagendaten...</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Undo &quot;%1&quot;</source>
+        <translation>&amp;Rückgängig: „%1“</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroUndo</name>
+    <message>
+        <source>NOT undone: %1 (%2)</source>
+        <translation>NICHT rückgängig gemacht: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1; the history could not keep what was there before</source>
+        <translation>%1; der Verlauf konnte nicht aufheben, was vorher da war</translation>
+    </message>
+    <message>
+        <source>The macro there has been deleted since.</source>
+        <translation>Das Makro dort ist seither gelöscht worden.</translation>
+    </message>
+    <message>
+        <source>The macro there has been changed since. The history keeps what it holds now.</source>
+        <translation>Das Makro dort ist seither geändert worden. Der Verlauf hebt auf, was es jetzt enthält.</translation>
+    </message>
+    <message>
+        <source>Undo &quot;%1&quot;?</source>
+        <translation>„%1“ rückgängig machen?</translation>
+    </message>
+    <message>
+        <source>no pane is connected to the panel %1</source>
+        <translation>keine Seite ist mit dem Bedienpult %1 verbunden</translation>
+    </message>
+    <message>
+        <source>the history no longer has what was there before</source>
+        <translation>der Verlauf hat nicht mehr, was vorher da war</translation>
+    </message>
+    <message>
+        <source>there is no such macro any more</source>
+        <translation>dieses Makro gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>nothing has been changed</source>
+        <translation>nichts ist geändert worden</translation>
+    </message>
+    <message>
+        <source>undone: %1; what was there before is back in %2</source>
+        <translation>rückgängig gemacht: %1; was vorher da war, steht wieder in %2</translation>
+    </message>
+    <message>
+        <source>undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)</source>
+        <translation>rückgängig gemacht: %1; was vorher da war, steht wieder in Makro %2 von Arbeitsplatz %3 auf dem Bedienpult %4 (%5)</translation>
+    </message>
+    <message>
+        <source>undone: %1; %2 is deleted, as there was none before</source>
+        <translation>rückgängig gemacht: %1; %2 ist gelöscht, denn vorher gab es dort keines</translation>
+    </message>
+    <message>
+        <source>the panel cannot be told to delete it</source>
+        <translation>das Bedienpult lässt sich nicht auffordern, es zu löschen</translation>
+    </message>
+    <message>
+        <source>asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before</source>
+        <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 löschen, denn vorher gab es dort keines</translation>
+    </message>
+    <message>
+        <source>the panel cannot be told to rename it</source>
+        <translation>das Bedienpult lässt sich nicht auffordern, es umzubenennen</translation>
+    </message>
+    <message>
+        <source>asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5</source>
+        <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 in %5 umbenennen</translation>
     </message>
 </context>
 </TS>
