@@ -96,6 +96,10 @@ TEST_F(MacroNamesTest, ARequestThatThePanelDoesNotConfirmIsToldOnce) {
   names.expect(7, "Second", start + std::chrono::seconds(3));
   EXPECT_EQ(told(5), "");
   EXPECT_EQ(told(8), "1/7Second ");
+  const std::string now = names.name(Pane::kA, 7);
+  names.expect(7, "First", start);
+  names.expect(7, now, start);
+  EXPECT_EQ(told(5), "") << "the name that it has was asked for last";
   names.expect(7, "Unasked", start);
   names.forget(7);
   names.expect(8, "Elsewhere", start);

@@ -277,6 +277,16 @@ TEST_F(PanelConnectionTest, TheButtonDropsTheSubscriptionsTheRadioDoesNot) {
   }
 }
 
+TEST_F(PanelConnectionTest, TheRadioLeavesTheOthersConnectionAlone) {
+  connect(kA);
+  connection.connectButton(kB);
+  panel.transport->take();
+  connection.chooseHarddisk(kA);
+  EXPECT_THAT(panel.transport->take(), IsEmpty()) << "the line is pane B's, too";
+  EXPECT_TRUE(connection.connected(kB));
+  EXPECT_FALSE(connection.connected(kA));
+}
+
 TEST_F(PanelConnectionTest, ASuccessWhileTheHarddiskIsShownCounts) {
   panel.transport->hold();
   connection.connectButton(kA);

@@ -57,6 +57,20 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
   EXPECT_FALSE(history.takeFailure());
 }
 
+// Two programs at one site, and two versions within one tick of the clock.
+TEST_F(MacroHistoryTest, WhatAnotherProgramKeptCountsHere) {
+  MacroHistory other{site.root, {}, clock};
+  site.write(kFile, "one");
+  EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave));
+  site.write(kFile, "two");
+  EXPECT_TRUE(other.keepFile(kFile, MacroChange::kSave));
+  now += hours(1);
+  EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "the other has just kept it";
+  EXPECT_THAT(contents(history), ElementsAre("two", "one"));
+  const std::vector<KeptMacro> kept = history.list();
+  EXPECT_NE(kept[0].id, kept[1].id) << "each can be named";
+}
+
 TEST_F(MacroHistoryTest, OddNamesAndHostileBytesStayWhatTheyAre) {
   const MacroPlace places[] = {{"c:\\a%\n=b\x7F\xFC\\" + std::string(300, 'x') + ".mac", {}, 0, {}},
                                {"/srv/a=b/%41.mac", {}, 0, {}},
