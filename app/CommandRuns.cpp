@@ -213,7 +213,12 @@ std::unique_ptr<QMimeData> CommandRuns::carry(Pane pane) {
 }
 
 bool CommandRuns::takes(Pane pane, const QMimeData& data) const {
-  return holdsCommands(data) && state(pane).editable() && !state(pane).copy.lent();
+  return holdsCommands(data) && changeable(pane);
+}
+
+bool CommandRuns::changeable(Pane pane) const {
+  const WorkingCopy& copy = state(pane).copy;
+  return state(pane).editable() && !copy.lent() && copy.macro()->kept().done();
 }
 
 void CommandRuns::drop(Pane pane, const CommandDrop& drop) {
@@ -235,7 +240,7 @@ void CommandRuns::dropFrom(Pane from, Pane pane, const CommandDrop& drop) {
     refuse(refused, tr("the macro was changed meanwhile"));
   } else if (from == pane) {
     move(pane, carried_.numbers, drop.before);
-  } else if (!state(from).editable() || state(from).copy.lent()) {
+  } else if (!changeable(from)) {
     refuse(refused, tr("the commands cannot be taken away where they are"));
   } else {
     const Carried carried = carried_;

@@ -377,6 +377,11 @@ TEST_F(ManyCommandsTest, WhatCannotBeEditedOffersCopyOnly) {
   open(Pane::kA, "993");
   driver().clickRow(a_.commands, 0);
   EXPECT_THAT(offered(), HasSubstr("data,Copy,Select All,"));
+  drag(Pane::kA, 0, Pane::kB, 1, Qt::ShiftModifier);
+  EXPECT_THAT(told(), StartsWith("NOT moved"));
+  EXPECT_EQ(letters(Pane::kB), "uvwx") << "refused before anything changes";
+  select(Pane::kB, "v");
+  EXPECT_EQ(drag(Pane::kB, 1, Pane::kA, 0), Qt::IgnoreAction);
 }
 
 // Catches a dialog that closes, forgets what was chosen, or reverses what one button inserts one after
