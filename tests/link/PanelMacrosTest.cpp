@@ -262,8 +262,9 @@ TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {
   EXPECT_FALSE(demo.download("10.0.0.1", 1, "001", "c:\\x.mac").done());
   EXPECT_FALSE(demo.upload("10.0.0.1", 1, "001", "c:\\x.mac").done());
   EXPECT_FALSE(demo.copyOnPanel("10.0.0.1", 1, "001", "002", "c:\\x.mac").done());
-  EXPECT_THAT(log, IsEmpty());
   EXPECT_THAT(panel.transport->take(), IsEmpty());
+  EXPECT_TRUE(demo.remove("10.0.0.1", 1, "001").asked) << "a call, and no file";
+  EXPECT_THAT(log, IsEmpty());
 }
 
 // The second cancel is one of the putting back.
