@@ -1,6 +1,5 @@
 #include "link/VerifiedSend.h"
 
-#include <algorithm>
 #include <thread>
 
 namespace tessaly {
@@ -63,15 +62,10 @@ TransferOutcome VerifiedSend::taken(TransferOutcome outcome, PanelHolds holds) c
 TransferOutcome VerifiedSend::send(std::string_view bytes, const Old& old) {
   TransferOutcome outcome;
   outcome.upload = true;
-  bool written = false;
   for (int sending = 0; sending < kSendings; ++sending) {
     outcome.transfer = way_.transfer().put(bytes, remotePath_);
-    if (!mayHaveWritten(outcome.transfer)) {
-      if (!written) return outcome;
-      break;
-    }
-    written = true;
-    if (outcome.transfer == Result::kCancelled) break;
+    if (!mayHaveWritten(outcome.transfer) && sending == 0) return outcome;
+    if (!mayHaveWritten(outcome.transfer) || outcome.transfer == Result::kCancelled) break;
     const Stored stored = read(bytes, outcome);
     if (stored == Stored::kSame) return taken(outcome, PanelHolds::kNew);
     if (outcome.transfer == Result::kDone && refuses(outcome.reading, old))

@@ -33,7 +33,7 @@ class VerifiedSend {
   // What it needs of the operation that it is a part of.
   struct Way {
     std::function<MacroTransfer&()> transfer;
-    // After a cancel: transfers again, until the next one. False when there is none to be had.
+    // After a cancel: transfers again, until the next one.
     std::function<void()> renew;
     std::function<bool()> load;    // tells the panel to read its macros again
     std::function<bool()> remove;  // asks the panel to delete the macro
