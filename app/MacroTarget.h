@@ -34,9 +34,6 @@ struct MacroTarget {
 }
 
 // Whether both are one place, whatever name the macro has there.
-[[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroPlace& a, const MacroPlace& b) {
-  return a.file.empty() || b.file.empty() ? a == b : root.same(a.file, b.file);
-}
 [[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroTarget& a, const MacroTarget& b) {
   return samePlace(root, placeOf(a), placeOf(b));
 }

@@ -13,10 +13,6 @@ constexpr std::size_t kLargest = 96 * kMegabyte;  // of a file; a whole row is s
 // What has gone from the row stays in the file until it is this many times as large.
 constexpr std::size_t kMostTimes = 4;
 
-bool samePlace(const SiteRoot& root, const MacroPlace& a, const MacroPlace& b) {
-  return a.file.empty() || b.file.empty() ? a == b : root.same(a.file, b.file);
-}
-
 // "recovery\paneA.steps" gives "recovery\paneA-damaged.steps".
 std::string damagedPath(const std::string& path) {
   std::string damaged = path;

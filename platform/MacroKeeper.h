@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/Outcome.h"
+#include "platform/SiteRoot.h"
 
 namespace tessaly {
 
@@ -20,6 +21,11 @@ struct MacroPlace {
 
   friend bool operator==(const MacroPlace&, const MacroPlace&) = default;
 };
+
+// Whether both are one place, however the file's path is spelled.
+[[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroPlace& a, const MacroPlace& b) {
+  return a.file.empty() || b.file.empty() ? a == b : root.same(a.file, b.file);
+}
 
 // How the code that works on a panel keeps what it is about to overwrite or delete there. Any thread.
 class MacroKeeper {
