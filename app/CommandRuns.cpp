@@ -14,8 +14,6 @@ namespace tessaly {
 
 namespace {
 
-constexpr const char* kNoCommands = "<macro><data></data></macro>";
-
 std::vector<int> run(int first, std::size_t count) {
   std::vector<int> numbers(count);
   std::iota(numbers.begin(), numbers.end(), first);
@@ -23,17 +21,6 @@ std::vector<int> run(int first, std::size_t count) {
 }
 
 int size(const std::vector<int>& numbers) { return static_cast<int>(numbers.size()); }
-
-// The macro that a key file's commands would be copied into.
-Expected<Macro> macroOf(const KeyFile& keyFile) {
-  auto macro = Macro::read(kNoCommands);
-  if (!macro) return macro;
-  InsertCommands commands;
-  commands.workplace = kClassicWorkplace;
-  for (const ClassicCommand& command : keyFile.commands())
-    commands.drafts.push_back(classicDraft(command, Destination()));
-  return apply(*macro, commands);
-}
 
 }  // namespace
 
@@ -74,12 +61,15 @@ std::vector<int> CommandRuns::selected(Pane pane) const {
   return state(pane).copy.commandCount() > 0 ? list(pane).selectedRows() : std::vector<int>();
 }
 
-Expected<CommandFragment> CommandRuns::fragment(Pane pane, std::vector<int> numbers) const {
+Expected<Macro> CommandRuns::source(Pane pane) const {
   const WorkingCopy& copy = state(pane).copy;
-  if (copy.content() != WorkingCopy::Content::kKeyFile)
-    return copy.macro() ? CommandFragment::of(*copy.macro(), std::move(numbers))
-                        : Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  const auto macro = macroOf(copy.keyFile());
+  if (copy.content() == WorkingCopy::Content::kKeyFile) return keyFileMacro(copy.keyFile());
+  return copy.macro() ? Expected<Macro>(*copy.macro())
+                      : Failure{Failure::Kind::kNoMacro, "there is no macro"};
+}
+
+Expected<CommandFragment> CommandRuns::fragment(Pane pane, std::vector<int> numbers) const {
+  const auto macro = source(pane);
   return macro ? CommandFragment::of(*macro, std::move(numbers)) : Expected<CommandFragment>(macro.failure());
 }
 
@@ -204,11 +194,10 @@ void CommandRuns::move(Pane pane, const std::vector<int>& numbers, int before) {
 
 std::unique_ptr<QMimeData> CommandRuns::carry(Pane pane) {
   const std::vector<int> numbers = selected(pane);
-  const WorkingCopy& copy = state(pane).copy;
   if (numbers.empty()) return nullptr;
-  const auto macro = copy.macro() ? Expected<Macro>(*copy.macro()) : macroOf(copy.keyFile());
+  const auto macro = source(pane);
   if (!macro) return nullptr;
-  carried_ = {pane, copy.revision(), numbers};
+  carried_ = {pane, state(pane).copy.revision(), numbers};
   return mimeData(*macro, numbers);
 }
 

@@ -31,6 +31,8 @@ class CommandRuns : public QObject {
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] CommandList& list(Pane pane) const { return state(pane).view.commands(); }
   [[nodiscard]] std::vector<int> selected(Pane pane) const;
+  // What is copied from: the pane's macro, or its key file's commands as one.
+  [[nodiscard]] Expected<Macro> source(Pane pane) const;
   [[nodiscard]] Expected<CommandFragment> fragment(Pane pane, std::vector<int> numbers) const;
   // Takes the commands away from the pane; false after telling why not with `refused`.
   bool take(Pane pane, const std::vector<int>& numbers, const std::string& step, const QString& refused);

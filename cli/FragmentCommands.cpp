@@ -29,7 +29,10 @@ int editRange(CommandSession& session, const std::string& word, const CommandRan
 Expected<Macro> macroIn(CommandSession& session, const FileOperand& file) {
   if (isKeyFile(file.path())) {
     const Outcome reads = keyFileReads(session.root(), file.path(), file.shown());
-    return reads ? keyFileMacro(session.root(), file.path()) : reads.failure();
+    if (!reads) return reads.failure();
+    KeyFile key;
+    key.load(session.root(), file.path(), keyFileIndex(file.path()));
+    return keyFileMacro(key);
   }
   auto macro = loadMacro(session.site(), file.path());
   if (!macro || macro->hasData()) return macro;

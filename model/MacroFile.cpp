@@ -1,6 +1,5 @@
 #include "model/MacroFile.h"
 
-#include "model/KeyFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -31,9 +30,7 @@ Expected<Macro> newMacro(const SiteAccess& site, const std::string& name) {
 }
 
 // The commands of a key file as they stand in a macro.
-InsertCommands keyFileInsertion(const SiteRoot& root, std::string_view keyPath) {
-  KeyFile key;
-  key.load(root, keyPath, keyFileIndex(keyPath));
+InsertCommands insertionOf(const KeyFile& key) {
   InsertCommands insertion;
   insertion.workplace = kClassicWorkplace;
   for (const ClassicCommand& command : key.commands())
@@ -118,9 +115,9 @@ Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int 
   return insertCommand(site, path, position, classicDraft(command, destination), kClassicWorkplace, mode);
 }
 
-Expected<Macro> keyFileMacro(const SiteRoot& root, std::string_view keyPath) {
+Expected<Macro> keyFileMacro(const KeyFile& key) {
   const auto empty = Macro::read("<macro><data /></macro>");
-  return empty ? apply(*empty, keyFileInsertion(root, keyPath)) : empty;
+  return empty ? apply(*empty, insertionOf(key)) : empty;
 }
 
 // One write, so that a conversion cut short leaves no macro without its commands. A template that takes none
@@ -129,7 +126,9 @@ Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::str
                        std::string_view keyPath) {
   const auto empty = newMacro(site, name);
   if (!empty) return empty.failure();
-  const InsertCommands insertion = keyFileInsertion(site.root, keyPath);
+  KeyFile key;
+  key.load(site.root, keyPath, keyFileIndex(keyPath));
+  const InsertCommands insertion = insertionOf(key);
   if (insertion.drafts.empty()) return saveMacro(site.root, targetPath, *empty);
   const auto filled = apply(*empty, insertion);
   if (filled) return saveMacro(site.root, targetPath, *filled);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "classic/ClassicCommand.h"
+#include "model/KeyFile.h"
 #include "model/MacroEdit.h"
 #include "platform/SiteAccess.h"
 #include "values/Destination.h"
@@ -51,9 +52,8 @@ inline constexpr int kClassicWorkplace = 1;  // of every classic command
 Outcome appendClassicCommand(const SiteAccess& site, std::string_view path, int position,
                              const ClassicCommand& command, InsertMode mode, Destination destination);
 
-// The commands of a key file as a macro without a name, to be copied from; none for a file that cannot be
-// read.
-[[nodiscard]] Expected<Macro> keyFileMacro(const SiteRoot& root, std::string_view keyPath);
+// The commands of a key file as a macro without a name, to be copied from.
+[[nodiscard]] Expected<Macro> keyFileMacro(const KeyFile& key);
 
 Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::string_view targetPath,
                        std::string_view keyPath);
