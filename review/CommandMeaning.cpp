@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/Text.h"
 #include "values/Timecode.h"
 
 namespace tessaly {
@@ -26,19 +27,9 @@ constexpr std::pair<What, std::string MacroCommand::*> kFields[] = {
     {What::kWidget, &MacroCommand::widget},
     {What::kUnread, &MacroCommand::unread}};
 
-// The whole text as a number.
-template <typename Number>
-std::optional<Number> numberOf(std::string_view text) {
-  Number number{};
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || text.empty()) return std::nullopt;
-  return number;
-}
-
 // What is no timecode, or one whose packed form is another one, is nothing.
 std::optional<std::uint32_t> packedTimecode(std::string_view text) {
-  if (text.find(':') == text.npos) return numberOf<std::uint32_t>(text);
+  if (text.find(':') == text.npos) return exactNumber<std::uint32_t>(text);
   int numbers = 1;
   std::size_t digits = 0;
   for (const char c : text) {
@@ -71,9 +62,9 @@ bool appendInUnit(std::string& text, const FunctionTemplate& function, std::stri
                   std::string_view value) {
   if (parameterNamed(function.inputs, parameter) || parameterNamed(function.enums, parameter)) return false;
   if (parameterNamed(function.integers, parameter))
-    return appendIfNumber(text, numberOf<std::int64_t>(value));
+    return appendIfNumber(text, exactNumber<std::int64_t>(value));
   if (parameterNamed(function.floats, parameter)) {
-    const auto number = numberOf<double>(value);
+    const auto number = exactNumber<double>(value);
     if (!number || !std::isfinite(*number)) return false;
     appendNumber(text, *number == 0 ? 0.0 : *number);  // there is one zero
     return true;
