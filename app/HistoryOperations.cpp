@@ -12,6 +12,7 @@
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -27,8 +28,7 @@ const std::string& titleBytes(const KeptMacro& macro) { return macro.name.empty(
 std::string numberOf(const KeptMacro& macro) {
   if (!macro.place) return {};
   if (macro.place->file.empty()) return macro.place->number;
-  const std::string& file = macro.place->file;
-  const auto number = MacroNumber::ofFile(std::string_view(file).substr(file.find_last_of("\\/") + 1));
+  const auto number = MacroNumber::ofFile(fileNameOf(macro.place->file));
   return number ? number->text() : std::string();
 }
 

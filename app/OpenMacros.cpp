@@ -9,6 +9,7 @@
 #include "app/StepNames.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -91,7 +92,7 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
 }
 
 void OpenMacros::follow(const MacroPlace& written, std::optional<Pane> except) {
-  const std::string folder = written.file.substr(0, written.file.find_last_of("\\/") + 1);
+  const std::string folder = written.file.substr(0, written.file.size() - fileNameOf(written.file).size());
   for (const Pane pane : kPanes) {
     if (!folder.empty() && pane != except) browser(pane).refreshFolder(folder);
     const WorkingCopy& copy = state(pane).copy;

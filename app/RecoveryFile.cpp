@@ -5,6 +5,7 @@
 #include "link/PanelMacros.h"
 #include "model/RecordText.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 
@@ -22,17 +23,13 @@ constexpr const char* kSum = "sum";
 constexpr const char* kAside = "aside";
 constexpr const char* kLoose = "loose";
 
-constexpr std::string_view kBeforeNumber = "macro";  // of a macro's file name
-constexpr std::string_view kAfterNumber = ".mac";
-
 // The target of a macro on disk is its folder and number.
 bool splitFile(const std::string& file, MacroTarget& target) {
-  const std::size_t name = file.find_last_of("\\/") + 1;
-  const std::string last = file.substr(name);
-  if (last.size() <= kBeforeNumber.size() + kAfterNumber.size()) return false;
-  target.folder = file.substr(0, name);
+  const std::string last(fileNameOf(file));
+  if (last.size() <= kMacroFileStart.size() + kMacroFileEnd.size()) return false;
+  target.folder = file.substr(0, file.size() - last.size());
   target.numberText =
-      last.substr(kBeforeNumber.size(), last.size() - kBeforeNumber.size() - kAfterNumber.size());
+      last.substr(kMacroFileStart.size(), last.size() - kMacroFileStart.size() - kMacroFileEnd.size());
   return !target.folder.empty() && target.file() == file;
 }
 

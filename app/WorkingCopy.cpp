@@ -5,6 +5,7 @@
 
 #include "app/StepNames.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 
@@ -324,7 +325,7 @@ void WorkingCopy::noteEdit() {
     record.target = *target_;
   } else if (loose_) {
     record.loose = looseFile_;
-    record.target.name = looseFile_.substr(looseFile_.find_last_of("\\/") + 1);
+    record.target.name = fileNameOf(looseFile_);
   } else {
     return;
   }

@@ -4,6 +4,7 @@
 
 #include "cli/Commands.h"
 #include "model/Settings.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 #include "review/FolderCheck.h"
 

@@ -59,7 +59,7 @@ std::optional<std::uint64_t> takeNumber(std::string_view& text, bool& marked) {
 // For people who look into the folder: the file's own name, as far as it is harmless.
 std::string hintOf(const MacroPlace& place) {
   if (place.file.empty()) return "panel" + std::to_string(place.workplace) + "-macro" + place.number;
-  std::string hint = place.file.substr(place.file.find_last_of("\\/") + 1);
+  std::string hint = std::string(fileNameOf(place.file));
   if (endsWithNoCase(hint, kMacroEnding)) hint.resize(hint.size() - kMacroEnding.size());
   for (char& c : hint) {
     const bool plain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');

@@ -83,7 +83,7 @@ ClassicCommand* KeyFile::append() {
 }
 
 int keyFileIndex(std::string_view path) {
-  const std::string_view name = path.substr(path.find_last_of("\\/") + 1);
+  const std::string_view name = fileNameOf(path);
   if (name.size() < kKeyPrefix.size() + 2 || !equalNoCase(name.substr(0, kKeyPrefix.size()), kKeyPrefix))
     return 0;
   return exactNumber<std::uint8_t>(name.substr(kKeyPrefix.size(), 2)).value_or(0);

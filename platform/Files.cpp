@@ -63,6 +63,8 @@ bool isRegularFile(const SiteRoot& root, std::string_view path) {
   return ::stat(root.resolve(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+bool isFolder(const SiteRoot& root, std::string_view path) { return isFolder(root.resolve(path)); }
+
 bool canOpen(const SiteRoot& root, std::string_view path) {
   return RegularFile::open(root.resolve(path)).has_value();
 }

@@ -21,6 +21,8 @@ inline constexpr std::size_t kLargestFile =
 
 [[nodiscard]] bool isRegularFile(const SiteRoot& root, std::string_view path);
 
+[[nodiscard]] bool isFolder(const SiteRoot& root, std::string_view path);
+
 // True when the path can be opened for reading as a file.
 [[nodiscard]] bool canOpen(const SiteRoot& root, std::string_view path);
 

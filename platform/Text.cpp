@@ -152,6 +152,8 @@ std::string replaceAll(std::string text, std::string_view from, std::string_view
   return result.append(text, start);
 }
 
+std::string_view fileNameOf(std::string_view path) { return path.substr(path.find_last_of("\\/") + 1); }
+
 std::string toUpperAscii(std::string_view text) {
   std::string result(text);
   std::transform(result.begin(), result.end(), result.begin(), upper);

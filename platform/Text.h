@@ -34,6 +34,9 @@ template <typename Number, typename... Base>
 // `text` with every occurrence of `from` (not empty) replaced.
 [[nodiscard]] std::string replaceAll(std::string text, std::string_view from, std::string_view to);
 
+// The part of a path behind its last separator, "/" or "\\".
+[[nodiscard]] std::string_view fileNameOf(std::string_view path);
+
 [[nodiscard]] std::string toUpperAscii(std::string_view text);
 [[nodiscard]] bool equalNoCase(std::string_view first, std::string_view second);  // ASCII letters only
 [[nodiscard]] bool endsWithNoCase(std::string_view text, std::string_view suffix);

@@ -33,32 +33,23 @@ bool hasPlainName(std::string_view file, bool key) {
          isDigits(file.substr(begin.size(), file.size() - begin.size() - kEnd), key ? 2 : 3);
 }
 
+CheckedFile unreadable(const std::string& path, const Failure& why, const MacroCheck& check) {
+  if (check.off().contains(kUnreadable)) return {path, {}, {}};
+  return {path, {}, {finding(kUnreadable, why.text)}};
+}
+
 CheckedFile checkKeys(const SiteRoot& root, const std::string& path, MacroCheck& check) {
-  CheckedFile checked{path, {}, {}};
   const auto bytes = readFile(root, path);
-  if (!bytes) {
-    if (!check.off().contains(kUnreadable))
-      checked.findings.push_back(finding(kUnreadable, bytes.failure().text));
-    return checked;
-  }
+  if (!bytes) return unreadable(path, bytes.failure(), check);
   KeyFile keys;
   keys.parse(*bytes);
-  checked.name = keys.name();
-  checked.findings = check.check(keys);
-  return checked;
+  return {path, keys.name(), check.check(keys)};
 }
 
 CheckedFile checkMacro(const SiteRoot& root, const std::string& path, MacroCheck& check) {
-  CheckedFile checked{path, {}, {}};
   const auto macro = readMacro(root, path);
-  if (!macro) {
-    if (!check.off().contains(kUnreadable))
-      checked.findings.push_back(finding(kUnreadable, macro.failure().text));
-    return checked;
-  }
-  checked.name = macro->name().value_or("");
-  checked.findings = check.check(*macro);
-  return checked;
+  if (!macro) return unreadable(path, macro.failure(), check);
+  return {path, macro->name().value_or(""), check.check(*macro)};
 }
 
 }  // namespace

@@ -12,8 +12,6 @@ namespace {
 constexpr std::string_view kOwnFolder = "MacroFid";
 constexpr int kDeepest = 40;
 
-bool isFile(const SiteRoot& root, const std::string& path) { return isRegularFile(root, path); }
-
 // Not by a link, which may lead back to where we are.
 bool isRealFolder(const SiteRoot& root, const std::string& path) {
   std::error_code error;
@@ -27,7 +25,7 @@ void addFolder(const SiteRoot& root, const std::string& folder, int depth, std::
   std::vector<std::string> below;
   for (const std::string& name : listFolder(root, folder)) {
     std::string path = folder + (ended ? std::string() : std::string(1, separator)) + name;
-    if ((endsWithNoCase(name, ".mac") || endsWithNoCase(name, ".upk")) && isFile(root, path)) {
+    if ((endsWithNoCase(name, ".mac") || endsWithNoCase(name, ".upk")) && isRegularFile(root, path)) {
       here.files.push_back(std::move(path));
     } else if (!equalNoCase(name, kOwnFolder) && isRealFolder(root, path)) {
       below.push_back(std::move(path));
@@ -44,16 +42,6 @@ std::vector<MacroFolder> macroFoldersUnder(const SiteRoot& root, const std::stri
   std::vector<MacroFolder> found;
   addFolder(root, folder, 0, found);
   return found;
-}
-
-bool isFolder(const SiteRoot& root, std::string_view path) {
-  std::error_code error;
-  return std::filesystem::is_directory(root.resolve(path), error);
-}
-
-std::string_view fileNameOf(std::string_view path) {
-  const std::size_t separator = path.find_last_of("/\\");
-  return separator == path.npos ? path : path.substr(separator + 1);
 }
 
 }  // namespace tessaly

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/SiteRoot.h"
@@ -18,10 +17,5 @@ struct MacroFolder {
 // itself (the template, the working copies, the history) is no macro of the site: its folder is left out
 // unless it is given. Paths go on as they begin: with "\" from a site path, with "/" from one of this host.
 [[nodiscard]] std::vector<MacroFolder> macroFoldersUnder(const SiteRoot& root, const std::string& folder);
-
-[[nodiscard]] bool isFolder(const SiteRoot& root, std::string_view path);
-
-// The part behind the last separator.
-[[nodiscard]] std::string_view fileNameOf(std::string_view path);
 
 }  // namespace tessaly
