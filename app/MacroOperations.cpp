@@ -250,10 +250,10 @@ void MacroOperations::renameMacro(Pane pane) {
 }
 
 void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string& name) {
-  const bool asked = transfers_.rename(target, name);
+  const bool asked = transfers_.rename(placeOf(target), name);
   if (asked) undo_.noteRename(renaming(target, name), target, name);
   // A working copy with the old name would undo the new one at its next save.
-  if (asked) open_.forget(target);
+  if (asked) open_.forget(placeOf(target));
   emit said(asked ? tr("asked: the panel is to rename %1").arg(macroInStrip(target))
                   : tr("NOT asked: the panel cannot be told to rename %1").arg(macroInStrip(target)));
 }
@@ -297,14 +297,14 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
-  PanelMacros::Deletion deletion = transfers_.remove(target, PanelMacros::OldContent::kKept);
+  PanelMacros::Deletion deletion = transfers_.remove(placeOf(target), PanelMacros::OldContent::kKept);
   const QString macro = macroInStrip(target);
   if (!deletion.kept) {
     const QString question =
         tr("The history could not keep %1, so that it cannot be put back:\n%2.\n\nDelete it all the same?")
             .arg(macro, failureText(deletion.kept.failure()));
     if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion))
-      deletion = transfers_.remove(target, PanelMacros::OldContent::kLost);
+      deletion = transfers_.remove(placeOf(target), PanelMacros::OldContent::kLost);
   }
   if (deletion.asked)
     tellDone(tr("asked: the panel is to delete %1").arg(macro), undo_.finish(std::nullopt));

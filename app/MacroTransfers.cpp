@@ -1,5 +1,6 @@
 #include "app/MacroTransfers.h"
 
+#include "app/FailureText.h"
 #include "app/TransferText.h"
 #include "link/MacroNames.h"
 #include "platform/Files.h"
@@ -51,46 +52,56 @@ bool MacroTransfers::putBack(const MacroPlace& place, const std::string& bytes) 
 }
 
 // What comes of it is the panel's to say, by the names of the one workplace that are known.
-void MacroTransfers::expect(const MacroTarget& target, const std::string& name) {
-  if (names_.workplace() == target.workplace)
-    names_.expect(parseInt(target.numberText), name, MacroNames::Clock::now());
+void MacroTransfers::expect(const MacroPlace& place, const std::string& name) {
+  if (names_.workplace() == place.workplace)
+    names_.expect(parseInt(place.number), name, MacroNames::Clock::now());
 }
 
-void MacroTransfers::forget(const MacroTarget& target) {
-  if (names_.workplace() == target.workplace) names_.forget(parseInt(target.numberText));
+void MacroTransfers::forget(const MacroPlace& place) {
+  if (names_.workplace() == place.workplace) names_.forget(parseInt(place.number));
 }
 
-PanelMacros::Deletion MacroTransfers::remove(const MacroTarget& target, PanelMacros::OldContent old) {
+PanelMacros::Deletion MacroTransfers::remove(const MacroPlace& place, PanelMacros::OldContent old) {
   PanelMacros::Deletion deletion;
-  expect(target, {});
+  expect(place, {});
   static_cast<void>(
-      run(tr("Deleting macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
-        deletion = macros.remove(target.address, target.workplace, target.numberText, old);
+      run(tr("Deleting macro %1 on the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
+        deletion = macros.remove(place.address, place.workplace, place.number, old);
         return TransferOutcome{};
       }));
-  if (!deletion.asked) forget(target);
+  if (!deletion.asked) forget(place);
   return deletion;
 }
 
-bool MacroTransfers::rename(const MacroTarget& target, const std::string& name) {
-  expect(target, name);
-  const bool asked = panel_.macros().rename(target.workplace, target.numberText, name);
-  if (!asked) forget(target);
+bool MacroTransfers::rename(const MacroPlace& place, const std::string& name) {
+  expect(place, name);
+  const bool asked = panel_.macros().rename(place.workplace, place.number, name);
+  if (!asked) forget(place);
   return asked;
 }
 
-std::optional<std::string> MacroTransfers::look(const MacroTarget& target, bool& missing) {
-  missing = false;
-  if (!makeFolder(site_.root, kLookFolder)) return std::nullopt;
+MacroTransfers::Present MacroTransfers::lookOnPanel(const MacroPlace& place) {
+  if (const Outcome made = makeFolder(site_.root, kLookFolder); !made)
+    return {.trouble = failureText(made.failure())};
   const bool came =
-      run(tr("Looking at macro %1 on the panel").arg(shown(target.numberText)), [&](PanelMacros& macros) {
-        return macros.download(target.address, target.workplace, target.numberText, kLookFile);
+      run(tr("Looking at macro %1 on the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
+        return macros.download(place.address, place.workplace, place.number, kLookFile);
       });
-  missing = outcome_.transfer == FtpClient::Result::kNotFound;
-  if (!came) return std::nullopt;
+  if (outcome_.transfer == FtpClient::Result::kNotFound) return {.missing = true};
+  if (!came)
+    return {.cancelled = outcome_.transfer == FtpClient::Result::kCancelled, .trouble = outcomeText()};
   auto bytes = readFile(site_.root, kLookFile);
   static_cast<void>(removeFile(site_.root, kLookFile));
-  return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
+  if (!bytes) return {.trouble = failureText(bytes.failure())};
+  return {.bytes = *std::move(bytes)};
+}
+
+MacroTransfers::Present MacroTransfers::look(const MacroPlace& place) {
+  if (place.file.empty()) return lookOnPanel(place);
+  auto bytes = readFile(site_.root, place.file);
+  if (bytes) return {.bytes = *std::move(bytes)};
+  if (bytes.failure().kind == Failure::Kind::kMissing) return {.missing = true};
+  return {.trouble = failureText(bytes.failure())};
 }
 
 }  // namespace tessaly

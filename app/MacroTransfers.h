@@ -6,8 +6,8 @@
 #include <QCoreApplication>
 #include <QString>
 
-#include "app/MacroTarget.h"
 #include "app/PanelTransfer.h"
+#include "platform/MacroKeeper.h"
 #include "platform/SiteAccess.h"
 
 namespace tessaly {
@@ -33,24 +33,28 @@ class MacroTransfers {
   // Within a workplace, through the buffer file.
   [[nodiscard]] bool copy(const std::string& address, int workplace, const std::string& source,
                           const std::string& number, const std::string& buffer);
-  [[nodiscard]] PanelMacros::Deletion remove(const MacroTarget& target, PanelMacros::OldContent old);
+  [[nodiscard]] PanelMacros::Deletion remove(const MacroPlace& place, PanelMacros::OldContent old);
   // Whether the panel could be asked.
-  [[nodiscard]] bool rename(const MacroTarget& target, const std::string& name);
-  // What the panel holds there now; nothing when it did not come, of which `missing` tells that there is
-  // none.
-  [[nodiscard]] std::optional<std::string> look(const MacroTarget& target, bool& missing);
+  [[nodiscard]] bool rename(const MacroPlace& place, const std::string& name);
+  // What a place on the disk or on a panel holds now.
+  struct Present {
+    std::optional<std::string> bytes = {};  // nothing when they did not come
+    bool missing = false;                   // because there is no macro
+    bool cancelled = false;                 // by the user, or because the window closes
+    QString trouble = {};                   // why not, but for a missing one
+  };
+  [[nodiscard]] Present look(const MacroPlace& place);
 
   // What became of the transfer, and what the panel holds after an upload. For the strip.
   [[nodiscard]] QString outcomeText() const;
   [[nodiscard]] QString reason() const;  // the same in brackets
-  // By the user, or because the window closes.
-  [[nodiscard]] bool cancelled() const { return outcome_.transfer == FtpClient::Result::kCancelled; }
   // A macro that was sent is there, whether or not the panel could be told so.
   [[nodiscard]] bool sent() const { return outcome_.sent(); }
 
  private:
-  void expect(const MacroTarget& target, const std::string& name);
-  void forget(const MacroTarget& target);
+  void expect(const MacroPlace& place, const std::string& name);
+  void forget(const MacroPlace& place);
+  [[nodiscard]] Present lookOnPanel(const MacroPlace& place);
   [[nodiscard]] bool run(const QString& label, const PanelTransfer::Operation& operation);
 
   PanelTransfer& panel_;

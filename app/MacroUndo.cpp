@@ -16,10 +16,6 @@ namespace {
 
 bool onPanel(const MacroPlace& place) { return place.file.empty(); }
 
-MacroTarget panelTarget(const MacroPlace& place) {
-  return {PaneSource::kPanel, {}, place.address, place.workplace, place.number, {}};
-}
-
 }  // namespace
 
 MacroUndo::MacroUndo(SiteAccess site, MacroHistory& history, MacroTransfers& transfers, OpenMacros& open)
@@ -73,19 +69,6 @@ QString MacroUndo::done(const QString& text) {
   return history_.takeFailure() ? tr("%1; the history could not keep what was there before").arg(text) : text;
 }
 
-std::optional<std::string> MacroUndo::look(const MacroPlace& place, QString& trouble) {
-  if (onPanel(place)) {
-    bool missing = false;
-    auto bytes = transfers_.look(panelTarget(place), missing);
-    if (!bytes && !missing) trouble = transfers_.outcomeText();
-    return bytes;
-  }
-  auto bytes = readFile(site_.root, place.file);
-  if (bytes) return *std::move(bytes);
-  if (bytes.failure().kind != Failure::Kind::kMissing) trouble = failureText(bytes.failure());
-  return std::nullopt;
-}
-
 bool MacroUndo::confirmed(const Entry& entry, bool altered, bool missing) {
   QStringList losses = open_.unsavedAt(entry.place);
   if (altered)
@@ -107,9 +90,9 @@ MacroUndo::Result MacroUndo::run(const Entry& entry) {
     if (!bytes) return notDone(entry, tr("the history no longer has what was there before"), true);
     before = *std::move(bytes);
   }
-  QString trouble;
-  const std::optional<std::string> present = look(entry.place, trouble);
-  if (!trouble.isEmpty()) return notDone(entry, trouble);
+  const MacroTransfers::Present looked = transfers_.look(entry.place);
+  if (!looked.trouble.isEmpty()) return notDone(entry, looked.trouble);
+  const std::optional<std::string>& present = looked.bytes;
   if (!entry.newName.empty())
     return present ? renameBack(entry, *present)
                    : notDone(entry, tr("there is no such macro any more"), true);
@@ -152,11 +135,10 @@ MacroUndo::Result MacroUndo::remove(const Entry& entry) {
         done(tr("undone: %1; %2 is deleted, as there was none before").arg(entry.name, shown(place.file))),
         true};
   }
-  const PanelMacros::Deletion deletion =
-      transfers_.remove(panelTarget(place), PanelMacros::OldContent::kKept);
+  const PanelMacros::Deletion deletion = transfers_.remove(place, PanelMacros::OldContent::kKept);
   if (!deletion.kept) return notDone(entry, failureText(deletion.kept.failure()));
   if (!deletion.asked) return notDone(entry, tr("the panel cannot be told to delete it"));
-  open_.forget(panelTarget(place));
+  open_.forget(place);
   return {
       tr("asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before")
           .arg(entry.name, shown(place.address), shown(place.number), QString::number(place.workplace)),
@@ -168,11 +150,10 @@ MacroUndo::Result MacroUndo::renameBack(const Entry& entry, const std::string& p
   const std::string name = macro ? displayUtf8(macro->name().value_or("")) : std::string();
   const bool same = name == displayUtf8(entry.newName) || name == displayUtf8(entry.oldName);
   if (!confirmed(entry, !same, false)) return notDone(entry, tr("nothing has been changed"));
-  const MacroTarget target = panelTarget(entry.place);
-  if (!transfers_.rename(target, entry.oldName))
+  if (!transfers_.rename(entry.place, entry.oldName))
     return notDone(entry, tr("the panel cannot be told to rename it"));
   // A working copy with the other name would undo this one at its next save.
-  open_.forget(target);
+  open_.forget(entry.place);
   return {tr("asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5")
               .arg(entry.name, shown(entry.place.address), shown(entry.place.number),
                    QString::number(entry.place.workplace), nameInStrip(entry.oldName)),

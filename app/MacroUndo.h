@@ -66,8 +66,6 @@ class MacroUndo : public QObject {
   [[nodiscard]] Result putBack(const Entry& entry, const std::string& bytes);
   [[nodiscard]] Result remove(const Entry& entry);
   [[nodiscard]] Result renameBack(const Entry& entry, const std::string& present);
-  // What stands there now, or why that is unknown.
-  [[nodiscard]] std::optional<std::string> look(const MacroPlace& place, QString& trouble);
   // Asks unless nothing is lost by it.
   [[nodiscard]] bool confirmed(const Entry& entry, bool altered, bool missing);
   [[nodiscard]] static Result notDone(const Entry& entry, const QString& reason, bool over = false);

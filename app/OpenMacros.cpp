@@ -130,10 +130,10 @@ bool OpenMacros::reaches(const std::string& address) const {
   });
 }
 
-void OpenMacros::forget(const MacroTarget& changed) {
+void OpenMacros::forget(const MacroPlace& changed) {
   for (const Pane pane : kPanes) {
     WorkingCopy& copy = state(pane).copy;
-    if (copy.edited() || !shows(pane, placeOf(changed))) continue;
+    if (copy.edited() || !shows(pane, changed)) continue;
     state(pane).view.macros().selectRow(-1);
     static_cast<void>(copy.clear());
   }
@@ -148,23 +148,15 @@ bool OpenMacros::mayOverwrite(const WorkingCopy& copy, QString& refusal) {
   const MacroTarget& target = *copy.target();
   if (!copy.knowsTarget()) return true;
   const QString macro = macroInStrip(target);
-  std::optional<std::string> present;
-  bool missing = false;
-  if (target.source == PaneSource::kPanel) {
-    present = transfers_.look(target, missing);
-    if (transfers_.cancelled()) {
-      refusal = tr("NOT saved: %1%2").arg(macro, transfers_.reason());
-      return false;
-    }
-  } else {
-    auto bytes = readFile(site_.root, target.file());
-    missing = !bytes && bytes.failure().kind == Failure::Kind::kMissing;
-    if (bytes) present = *std::move(bytes);
+  const MacroTransfers::Present present = transfers_.look(placeOf(target));
+  if (present.cancelled) {
+    refusal = tr("NOT saved: %1%2").arg(macro, transfers_.reason());
+    return false;
   }
   // What cannot be looked at is not there to be lost, or the save itself will tell.
-  if (missing ? false : !present || !copy.targetDiffers(*present)) return true;
+  if (!present.missing && !(present.bytes && copy.targetDiffers(*present.bytes))) return true;
   const QString question =
-      missing
+      present.missing
           ? tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?").arg(macro)
           : tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?").arg(macro);
   refusal = tr("NOT saved: %1 is as somebody else has left it").arg(macro);

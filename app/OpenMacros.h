@@ -37,7 +37,7 @@ class OpenMacros : public QObject {
     follow(placeOf(written), except);
   }
   // They show nothing: what comes there is the panel's to say, in its own time.
-  void forget(const MacroTarget& changed);
+  void forget(const MacroPlace& changed);
 
   // What people are told before a macro is put back to where panes show it with unsaved changes.
   [[nodiscard]] QStringList unsavedAt(const MacroPlace& place) const;
