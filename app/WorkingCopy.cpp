@@ -43,6 +43,13 @@ Outcome WorkingCopy::free(bool evenEdited) const {
   return {};
 }
 
+// There is a macro, and nobody else is at it.
+Outcome WorkingCopy::changeable() const {
+  if (Outcome allowed = free(true); !allowed) return allowed;
+  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  return {};
+}
+
 std::optional<WorkingCopy::Loan> WorkingCopy::lend() {
   if (!free(false)) return std::nullopt;
   settleAhead();
@@ -50,8 +57,7 @@ std::optional<WorkingCopy::Loan> WorkingCopy::lend() {
 }
 
 Expected<WorkingCopy::Loan> WorkingCopy::lendToRead() {
-  if (Outcome allowed = free(true); !allowed) return allowed.failure();
-  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (Outcome allowed = changeable(); !allowed) return allowed.failure();
   if (Outcome right = restoreFile(); !right.written()) return right.failure();
   steps_.noteSaving();
   return Loan(*this, true);
@@ -98,15 +104,9 @@ Outcome WorkingCopy::showKeyFile(KeyFile keyFile) {
 
 Outcome WorkingCopy::showLoose(std::string bytes, std::string file) {
   if (Outcome allowed = free(false); !allowed) return allowed;
-  auto macro = Macro::read(std::move(bytes));
-  if (!macro) return macro.failure();
-  if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "it holds no macro that takes commands"};
-  if (Outcome written = writeFile(site_.root, path_, macro->bytes()); !written.written()) return written;
-  empty();
-  loose_ = *macro;
+  if (Outcome filled = fill(std::move(bytes)); !filled.written()) return filled;
+  loose_ = macro_;
   looseFile_ = std::move(file);
-  macro_ = *std::move(macro);
-  content_ = Content::kMacro;
   fetched_ = macro_->check();
   goOn(std::nullopt, {});
   emit changed();
@@ -123,10 +123,21 @@ Outcome WorkingCopy::showLooseAgain(const std::string& step) {
   return {};
 }
 
-Outcome WorkingCopy::load() {
-  auto macro = loadMacro(site_, path_);
+// The file and what is shown, by bytes from elsewhere, of no place yet. Nothing has changed when it fails.
+Outcome WorkingCopy::fill(std::string bytes) {
+  auto macro = takingCommands(Macro::read(std::move(bytes)));
   if (!macro) return macro.failure();
-  if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "it holds no macro that takes commands"};
+  Outcome written = writeFile(site_.root, path_, macro->bytes());
+  if (!written.written()) return written;
+  empty();
+  macro_ = *std::move(macro);
+  content_ = Content::kMacro;
+  return written;
+}
+
+Outcome WorkingCopy::load() {
+  auto macro = takingCommands(loadMacro(site_, path_));
+  if (!macro) return macro.failure();
   macro_ = *std::move(macro);
   content_ = Content::kMacro;
   return {};
@@ -191,23 +202,21 @@ Outcome WorkingCopy::install(Macro macro, std::vector<int> selected) {
 }
 
 Outcome WorkingCopy::apply(const MacroEdit& edit, StepNote note, Marks marks) {
-  if (Outcome allowed = free(true); !allowed) return allowed;
-  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (Outcome allowed = changeable(); !allowed) return allowed;
   if (note.name.empty()) note.name = stepName(edit);
   return take(tessaly::apply(*macro_, edit), std::move(note), std::move(marks));
 }
 
 Outcome WorkingCopy::rewrite(StepNote note) {
-  if (Outcome allowed = free(true); !allowed) return allowed;
-  if (!macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (Outcome allowed = changeable(); !allowed) return allowed;
   if (note.name.empty()) note.name = rewriteStepName();
   return take(reprint(*macro_), std::move(note), {});
 }
 
 Outcome WorkingCopy::jumpTo(std::size_t position) {
-  if (Outcome allowed = free(true); !allowed) return allowed;
+  if (Outcome allowed = changeable(); !allowed) return allowed;
   const EditHistory& row = steps();
-  if (!macro_ || position > row.size()) return Failure{Failure::Kind::kNoCommand, "there is no such step"};
+  if (position > row.size()) return Failure{Failure::Kind::kNoCommand, "there is no such step"};
   if (position == row.position()) return {};
   auto bytes = row.bytesAt(position, macro_->bytes());
   if (!bytes) return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
@@ -231,13 +240,7 @@ Outcome WorkingCopy::jumpTo(std::size_t position) {
 
 Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   if (Outcome allowed = free(false); !allowed) return allowed;
-  auto macro = Macro::read(std::move(bytes));
-  if (!macro) return macro.failure();
-  if (!macro->hasData()) return Failure{Failure::Kind::kNoMacro, "it holds no macro that takes commands"};
-  if (Outcome written = writeFile(site_.root, path_, macro->bytes()); !written.written()) return written;
-  empty();
-  macro_ = *std::move(macro);
-  content_ = Content::kMacro;
+  if (Outcome filled = fill(std::move(bytes)); !filled.written()) return filled;
   if (record.loose.empty()) {
     target_ = record.target;
   } else {
@@ -280,8 +283,8 @@ void WorkingCopy::settleAhead() {
 }
 
 Outcome WorkingCopy::saveToDisk() {
-  if (Outcome allowed = free(true); !allowed) return allowed;
-  if (!target_ || !macro_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  if (Outcome allowed = changeable(); !allowed) return allowed;
+  if (!target_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   static_cast<void>(restoreFile());  // a mirror only: the save does not hang on it
   steps_.noteSaving();
   return writeFile(site_.root, target_->file(), macro_->bytes());

@@ -165,6 +165,7 @@ class WorkingCopy : public QObject {
 
  private:
   Outcome free(bool evenEdited) const;
+  Outcome changeable() const;
   void empty();
   Outcome take(Expected<Macro> changed, StepNote note, Marks marks);
   [[nodiscard]] std::optional<EditStep> stepTo(const Macro& before, const Macro& after, StepNote note) const;
@@ -174,6 +175,7 @@ class WorkingCopy : public QObject {
   void settleAhead();
   void noteEdit();
   Outcome load();
+  Outcome fill(std::string bytes);
 
   SiteAccess site_;
   std::string path_;

@@ -46,11 +46,14 @@ Expected<Macro> readMacro(const SiteRoot& root, std::string_view path) {
   return Macro::read(*std::move(bytes));
 }
 
+Expected<Macro> takingCommands(Expected<Macro> macro) {
+  if (!macro || macro->hasData()) return macro;
+  return Failure{Failure::Kind::kNoMacro, "it holds no macro that takes commands"};
+}
+
 Outcome readsAsMacro(std::string_view bytes) {
-  const auto macro = Macro::read(std::string(bytes));
-  if (!macro) return macro.failure();
-  if (macro->hasData()) return {};
-  return Failure{Failure::Kind::kNoMacro, "holds no macro that takes commands"};
+  const auto macro = takingCommands(Macro::read(std::string(bytes)));
+  return macro ? Outcome() : macro.failure();
 }
 
 Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path) {

@@ -20,6 +20,9 @@ inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\Macro
 // Reads without a report.
 [[nodiscard]] Expected<Macro> readMacro(const SiteRoot& root, std::string_view path);
 
+// The same macro, or kNoMacro when it takes no commands.
+[[nodiscard]] Expected<Macro> takingCommands(Expected<Macro> macro);
+
 // Whether bytes, wherever they came from, are a macro that takes commands.
 Outcome readsAsMacro(std::string_view bytes);
 
