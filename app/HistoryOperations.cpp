@@ -1,6 +1,5 @@
 #include "app/HistoryOperations.h"
 
-#include <QFileDialog>
 #include <QMenu>
 
 #include "app/Browser.h"
@@ -9,6 +8,7 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
@@ -19,7 +19,6 @@ namespace tessaly {
 
 namespace {
 
-constexpr const char* kMacroSuffix = "mac";
 constexpr const char* kNoCommands = "empty macro";
 
 const std::string& titleBytes(const KeptMacro& macro) { return macro.name.empty() ? macro.id : macro.name; }
@@ -163,15 +162,10 @@ void HistoryOperations::follow(const MacroPlace& place) {
 
 void HistoryOperations::saveAs(HistoryDialog& dialog, const KeptMacro& macro) {
   QMenu menu(&dialog);
-  const bool readable = preview(macro).readable;
-  for (const Pane pane : kPanes) {
-    QAction* action = menu.addAction(tr("In %1...").arg(QLatin1String(state(pane).descriptor.title)));
-    action->setEnabled(readable && !browser(pane).macroFolder().empty() && !state(pane).olderFamily);
-    connect(action, &QAction::triggered, &dialog,
-            [this, &dialog, macro, pane] { saveInPane(dialog, macro, pane); });
-  }
-  connect(menu.addAction(tr("In a File...")), &QAction::triggered, &dialog,
-          [this, &dialog, macro] { saveInFile(dialog, macro); });
+  offerSavePlaces(
+      menu, panes_, preview(macro).readable,
+      [this, &dialog, macro](Pane pane) { saveInPane(dialog, macro, pane); },
+      [this, &dialog, macro] { saveInFile(dialog, macro); });
   menu.exec(dialog.menuPlace());
 }
 
@@ -184,11 +178,8 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
 }
 
 void HistoryOperations::saveInFile(HistoryDialog& dialog, const KeptMacro& macro) {
-  QFileDialog choice(&dialog, tr("Save As"), QString(), tr("Macros (*.mac)"));
-  choice.setAcceptMode(QFileDialog::AcceptSave);
-  choice.setDefaultSuffix(QLatin1String(kMacroSuffix));
-  if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
-  write(dialog, macro, choice.selectedFiles().constFirst().toStdString());
+  const std::string file = askForMacroFile(&dialog);
+  if (!file.empty()) write(dialog, macro, file);
 }
 
 }  // namespace tessaly

@@ -33,7 +33,6 @@ class HistoryOperations : public QObject {
   void said(const QString& text);
 
  private:
-  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   [[nodiscard]] HistoryPreview preview(const KeptMacro& macro) const;
   // Asks unless nothing is lost by it; `loss` says what is overwritten.

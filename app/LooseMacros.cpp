@@ -1,24 +1,18 @@
 #include "app/LooseMacros.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
 
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/FailureText.h"
+#include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
-
-namespace {
-
-constexpr const char* kSuffix = "mac";
-
-}  // namespace
 
 LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, OpenMacros& open,
                          QWidget* window)
@@ -51,12 +45,9 @@ void LooseMacros::saveAs(Pane pane) {
   }
   auto* menu = new QMenu(window_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  for (const Pane folderOf : kPanes) {
-    QAction* action = menu->addAction(tr("In %1...").arg(QLatin1String(state(folderOf).descriptor.title)));
-    action->setEnabled(!browser(folderOf).macroFolder().empty() && !state(folderOf).olderFamily);
-    connect(action, &QAction::triggered, this, [this, pane, folderOf] { saveInFolder(pane, folderOf); });
-  }
-  connect(menu->addAction(tr("In a File...")), &QAction::triggered, this, [this, pane] { saveInFile(pane); });
+  offerSavePlaces(
+      *menu, panes_, true, [this, pane](Pane folderOf) { saveInFolder(pane, folderOf); },
+      [this, pane] { saveInFile(pane); });
   menu->popup(state(pane).view.mapToGlobal(state(pane).view.rect().topLeft()));
 }
 
@@ -94,13 +85,9 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
 }
 
 void LooseMacros::saveInFile(Pane pane) {
-  QFileDialog choice(window_, tr("Save As"), QString(), tr("Macros (*.mac)"));
-  choice.setAcceptMode(QFileDialog::AcceptSave);
-  choice.setDefaultSuffix(QLatin1String(kSuffix));
   const int opening = state(pane).copy.opening();
-  if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
-  const std::string file = choice.selectedFiles().constFirst().toStdString();
-  if (state(pane).copy.opening() != opening || !write(pane, file)) return;
+  const std::string file = askForMacroFile(window_);
+  if (file.empty() || state(pane).copy.opening() != opening || !write(pane, file)) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
   emit said(tr("saved: %1").arg(shown(file)));
   emit changed();

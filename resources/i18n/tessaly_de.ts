@@ -1219,22 +1219,6 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>%1; der Verlauf konnte den früheren Stand nicht aufbewahren</translation>
     </message>
     <message>
-        <source>In %1...</source>
-        <translation>In %1...</translation>
-    </message>
-    <message>
-        <source>In a File...</source>
-        <translation>In eine Datei...</translation>
-    </message>
-    <message>
-        <source>Save As</source>
-        <translation>Speichern unter</translation>
-    </message>
-    <message>
-        <source>Macros (*.mac)</source>
-        <translation>Makros (*.mac)</translation>
-    </message>
-    <message>
         <source>It cannot be read as a macro: it can be saved as a file, but not put back.</source>
         <translation>Es ist nicht als Makro lesbar: es kann als Datei gespeichert, aber nicht wiederhergestellt werden.</translation>
     </message>
@@ -1332,28 +1316,12 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>es gibt kein Makro, das zu speichern wäre</translation>
     </message>
     <message>
-        <source>In %1...</source>
-        <translation>In %1...</translation>
-    </message>
-    <message>
-        <source>In a File...</source>
-        <translation>In eine Datei...</translation>
-    </message>
-    <message>
         <source>NOT saved: %1 (%2)</source>
         <translation>NICHT gespeichert: %1 (%2)</translation>
     </message>
     <message>
         <source>saved: %1</source>
         <translation>gespeichert: %1</translation>
-    </message>
-    <message>
-        <source>Save As</source>
-        <translation>Speichern unter</translation>
-    </message>
-    <message>
-        <source>Macros (*.mac)</source>
-        <translation>Makros (*.mac)</translation>
     </message>
 </context>
 <context>
@@ -2014,6 +1982,25 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5</source>
         <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 in %5 umbenennen</translation>
+    </message>
+</context>
+<context>
+    <name>SavePlaces</name>
+    <message>
+        <source>In %1...</source>
+        <translation>In %1...</translation>
+    </message>
+    <message>
+        <source>In a File...</source>
+        <translation>In eine Datei...</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Macros (*.mac)</source>
+        <translation>Makros (*.mac)</translation>
     </message>
 </context>
 </TS>
