@@ -1,12 +1,9 @@
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 #include <tinyxml.h>
 
 #include "bench/InterfaceSample.h"
 #include "bench/Table.h"
-#include "dictionary/InterfaceFile.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -22,21 +19,10 @@ constexpr const char* kEdited = "c:\\edited.mac";
 constexpr const char* kShuffled = "c:\\shuffled.mac";
 constexpr double kMostSeconds = 0.1;
 
-void require(bool done) {
-  if (done) return;
-  std::fprintf(stderr, "cannot make the sample macros\n");
-  std::exit(1);
-}
-
 // 10,000 commands of 10,000 functions; the same with a hundred of them changed, taken out, put in and moved;
 // and in an order by chance, which no alignment can shorten.
-struct Sample {
-  SiteRoot root = siteWithInterface(100'000, 5'200'000);
-  FunctionDictionary dictionary;
-
+struct Sample : FunctionSample {
   Sample() {
-    require(readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary,
-                              [](const std::string&) {}));
     std::vector<std::string> commands;
     for (int number = 0; number < kCommands; ++number) commands.push_back(command(number, number % 100));
     write(kBase, commands);
@@ -55,11 +41,7 @@ struct Sample {
   }
 
   std::string command(int number, int value) const {
-    const auto index = static_cast<std::size_t>(number) * 7 % dictionary.functionCount();
-    return format(
-        "        <cmd fid=\"QMF%d.%s\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\">\n"
-        "            <param name=\"level\" value=\"0.%d\" />\n        </cmd>\n",
-        number % 4 + 1, std::string(dictionary.name(index)).c_str(), value);
+    return FunctionSample::command(static_cast<std::size_t>(number) * 7, number % 4 + 1, value);
   }
 
   void write(const char* path, const std::vector<std::string>& commands) const {

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "bench/Table.h"
+#include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
 
 namespace tessaly::bench {
@@ -57,6 +58,24 @@ SiteRoot siteWithInterface(std::size_t functions, std::size_t bytes) {
     }
   }
   return SiteRoot(folder);
+}
+
+void require(bool done) {
+  if (done) return;
+  std::fprintf(stderr, "cannot make the sample in %s\n", scratchFolder().c_str());
+  std::exit(1);
+}
+
+FunctionSample::FunctionSample() {
+  require(
+      readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary, [](const std::string&) {}));
+}
+
+std::string FunctionSample::command(std::size_t index, int mainframe, int tenths) const {
+  return format(
+      "        <cmd fid=\"QMF%d.%s\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\">\n"
+      "            <param name=\"level\" value=\"0.%d\" />\n        </cmd>\n",
+      mainframe, std::string(dictionary.name(index % dictionary.functionCount())).c_str(), tenths);
 }
 
 }  // namespace tessaly::bench

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "dictionary/FunctionDictionary.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly::bench {
@@ -17,5 +18,19 @@ inline constexpr std::size_t kFunctionsPerTemplate = 50;
 // A site root in the scratch folder that holds the sample as "c:\ifc.xml"; written by the first call of its
 // kind.
 [[nodiscard]] SiteRoot siteWithInterface(std::size_t functions, std::size_t bytes);
+
+// Ends the run when a sample could not be made.
+void require(bool done);
+
+// The sample's functions, and commands of them.
+struct FunctionSample {
+  FunctionSample();
+
+  // Of the function at `index`, counted round; the mainframe is 1 to 4.
+  [[nodiscard]] std::string command(std::size_t index, int mainframe, int tenths) const;
+
+  SiteRoot root = siteWithInterface(100'000, 5'200'000);
+  FunctionDictionary dictionary;
+};
 
 }  // namespace tessaly::bench

@@ -45,12 +45,6 @@ struct Sample {
     require(writeFile(root, kMacro, macroText()).done());
   }
 
-  static void require(bool done) {
-    if (done) return;
-    std::fprintf(stderr, "cannot make the sample macro\n");
-    std::exit(1);
-  }
-
   // Every keyword has two entries that differ in their values, so that a look-up has to try both.
   void writeList(std::uint8_t code) const {
     const std::string folder = "c:\\Programme\\RV48\\bin\\MacroCdCo_Tarrow\\Cd-0x05";
@@ -105,7 +99,7 @@ Sample& sample() {
 void loadAndShow() {
   StandardError messages;
   MacroCommands commands;
-  Sample::require(loadCommands({sample().root, messages}, kMacro, commands) && commands.size() == kCommands);
+  require(loadCommands({sample().root, messages}, kMacro, commands) && commands.size() == kCommands);
   for (const MacroCommand& command : commands) {
     const std::string line =
         commandLine(command, {.showDestination = true}, {sample().dictionary, sample().lists});
@@ -115,7 +109,7 @@ void loadAndShow() {
 
 void bareLoad() {
   TiXmlDocument document;
-  Sample::require(document.LoadFile(sample().root.resolve(kMacro).c_str()));
+  require(document.LoadFile(sample().root.resolve(kMacro).c_str()));
   keep(&document);
 }
 
@@ -134,7 +128,7 @@ void describeWithSite() {
 
 void describeWithListInHand() {
   const auto list = DecodingList::load(sample().root, kDevice, kFirstCode);
-  Sample::require(list.has_value());
+  require(list.has_value());
   describeAll([&](const ClassicCommand& command) { return describeClassic(command, &*list); });
 }
 

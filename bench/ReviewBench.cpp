@@ -1,9 +1,6 @@
-#include <cstdio>
-#include <cstdlib>
 
 #include "bench/InterfaceSample.h"
 #include "bench/Table.h"
-#include "dictionary/InterfaceFile.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -16,23 +13,13 @@ namespace {
 constexpr int kCommands = 100;  // a macro
 constexpr int kMostMacros = 3'000;
 
-void require(bool done) {
-  if (done) return;
-  std::fprintf(stderr, "cannot make the sample macros\n");
-  std::exit(1);
-}
-
 // A studio's macros: 3,000 of 100 commands, of some thousand functions at several destinations with one value
 // each.
-struct Sample {
-  SiteRoot root = siteWithInterface(100'000, 5'200'000);
-  FunctionDictionary dictionary;
+struct Sample : FunctionSample {
   DecodingLists lists{root};
   int macros = quick() ? kMostMacros / 10 : kMostMacros;
 
   Sample() {
-    require(readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary,
-                              [](const std::string&) {}));
     require(makeFolder(root, "c:\\review").done());
     for (int number = 0; number < macros; ++number)
       require(writeFile(root, path(number), text(number)).done());
@@ -42,13 +29,8 @@ struct Sample {
 
   std::string text(int number) const {
     std::string text = format("<macro name=\"Macro %d\">\n    <data>\n", number);
-    for (int i = 0; i < kCommands; ++i) {
-      const auto index = static_cast<std::size_t>(number % 60 * 997 + i) % dictionary.functionCount();
-      text += format(
-          "        <cmd fid=\"QMF%d.%s\" workplace=\"1\" group=\"0\" module=\"0\" widget=\"0\">\n"
-          "            <param name=\"level\" value=\"0.%d\" />\n        </cmd>\n",
-          number % 4 + 1, std::string(dictionary.name(index)).c_str(), number * 7 + i);
-    }
+    for (int i = 0; i < kCommands; ++i)
+      text += command(static_cast<std::size_t>(number % 60 * 997 + i), number % 4 + 1, number * 7 + i);
     return text + "    </data>\n</macro>\n";
   }
 

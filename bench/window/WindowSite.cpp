@@ -17,12 +17,6 @@ namespace {
 constexpr int kSmallCommands = 20;
 constexpr std::size_t kStep = 7;  // so that neighbours are of different templates
 
-void require(bool done) {
-  if (done) return;
-  std::fprintf(stderr, "cannot make the sample in %s\n", scratchFolder().c_str());
-  std::exit(1);
-}
-
 // Without the care that the program takes with files: a sample need not outlive a power cut.
 void write(const SiteRoot& root, std::string_view path, const std::string& text) {
   const auto file = root.resolve(path);
