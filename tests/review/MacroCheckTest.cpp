@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "dictionary/InterfaceFile.h"
+#include "platform/Text.h"
 #include "tests/support/BuildPaths.h"
 #include "tests/support/PlantedFaults.h"
 #include "tests/support/TestSite.h"
