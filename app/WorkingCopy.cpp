@@ -180,7 +180,7 @@ Outcome WorkingCopy::take(Expected<Macro> changed, StepNote note, Marks marks) {
   std::vector<int> selected = note.selected;
   auto step = stepTo(*macro_, *changed, std::move(note));
   if (step) steps_.announce(*std::move(step));
-  const Outcome written = install(*std::move(changed), std::move(selected));
+  Outcome written = install(*std::move(changed), std::move(selected));
   steps_.settle(written.written());
   if (!written.written()) return written;
   marks_ = std::move(marks);
@@ -226,7 +226,7 @@ Outcome WorkingCopy::jumpTo(std::size_t position) {
     return Failure{Failure::Kind::kChanged, "the steps belong to other bytes"};
   const auto by = static_cast<std::ptrdiff_t>(position) - static_cast<std::ptrdiff_t>(row.position());
   steps_.announce(StepsMove{static_cast<int>(by)});
-  const Outcome written = install(*std::move(macro), row.selectedAt(position));
+  Outcome written = install(*std::move(macro), row.selectedAt(position));
   steps_.settle(written.written());
   if (!written.written()) return written;
   if (differs()) {

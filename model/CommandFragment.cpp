@@ -94,7 +94,7 @@ Outcome lettersFit(TiXmlElement& root) {
 }
 
 Outcome parse(const std::string& text, XmlDocument& document) {
-  const Outcome parsed = parseXml(text, document);
+  Outcome parsed = parseXml(text, document);
   if (parsed || parsed.failure().kind == Kind::kNoMemory) return parsed;
   return refused(parsed.failure().text);
 }
