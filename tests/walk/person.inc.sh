@@ -62,7 +62,9 @@ active_title() { xdotool getactivewindow getwindowname 2>/dev/null || true; }
 has_window() { [ "$(active_title)" = "$1" ]; }
 await_window() { await "the window \"$1\"" has_window "$1"; }
 same_file() { cmp -s "$1" "$2"; }
-panel_said() { grep -q -- "$1" "$work/panel.log"; }
+heard=0  # lines of the panel that are over
+hear_panel_anew() { heard=$(wc -l <"$work/panel.log"); }
+panel_said() { tail -n "+$((heard + 1))" "$work/panel.log" | grep -- "$1" >/dev/null; }
 ended() { ! kill -0 "$1" 2>/dev/null; }
 cli() { "$programs/tessaly-cli" --root "$site" "$@"; }
 commands_in() { cli show "$1" | wc -l; }

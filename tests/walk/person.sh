@@ -53,6 +53,10 @@ await_window "$main_title"
 await "the command in the working copy" commands_number "$copy_a" $((before + 1))
 same_number "$macro" "$before" || fail "the macro was written before it was saved"
 picture command-inserted
+keys ctrl+z
+await "the macro without the command" commands_number "$copy_a" "$before"
+keys ctrl+shift+z
+await "the command again" commands_number "$copy_a" $((before + 1))
 keys ctrl+s
 await "the saved macro" same_file "$copy_a" "$macro"
 [ "$(command_at "$macro" $((before + 1)))" = "ME 1 Key 2 Clip Set ==> 48.0%" ] ||
@@ -76,6 +80,7 @@ keys Return
 await_window "$main_title"
 await "the macro on the panel" same_file "$macro" "$on_panel"
 await "the announcement" panel_said "calls PANEL.APPLICATION.LOAD.FINISH"
+hear_panel_anew  # what was sent was also read back
 
 say "opens it on the panel in pane A, fetches the value of the new command, saves"
 keys F6 ctrl+1 shift+Tab shift+Tab space Right
