@@ -50,6 +50,12 @@ class FailureText {
         return tr("what is to be taken over %1").arg(shown(failure.text));
       case Failure::Kind::kChanged:
         return tr("it has changed meanwhile");
+      case Failure::Kind::kPanel:
+        return tr("the panel: %1").arg(shown(failure.text));
+      case Failure::Kind::kCancelled:
+        return tr("it was cancelled");
+      case Failure::Kind::kNoSnapshot:
+        return tr("the snapshot: %1").arg(shown(failure.text));
       case Failure::Kind::kInUse:
         return tr("another program is changing it");
     }

@@ -30,6 +30,9 @@ struct Failure {
     kNoFragment,    // no commands that can be carried from one macro to another
     kChanged,       // somebody else has changed or taken away what was to be used
     kInUse,         // another program is changing it
+    kPanel,         // a panel could not be reached, or refused; `text` says which
+    kCancelled,     // the user has ended it
+    kNoSnapshot,    // no snapshot, or a damaged one
   };
   Kind kind;
   std::string text;

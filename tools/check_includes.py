@@ -22,7 +22,8 @@ ROOMS = {
     "review": {"model", "link"} | BELOW_MODEL,
     "widgets": {"platform"},
     "editors": {"widgets", "model", "link"} | BELOW_MODEL,
-    "app": {"editors", "widgets", "review", "model", "link"} | BELOW_MODEL,
+    "windows": {"widgets", "review", "model", "link"} | BELOW_MODEL,
+    "app": {"windows", "editors", "widgets", "review", "model", "link"} | BELOW_MODEL,
     "cli": {"review", "model", "link"} | BELOW_MODEL,
     "panelsim": {"xctl", "model"} | BELOW_MODEL,
 }
@@ -30,7 +31,7 @@ ROOMS = {
 ANYWHERE = {"platform/ThreadAnnotations.h"}
 # Libraries that are kept to some rooms: name, pattern of the included file, rooms that may include it.
 GUARDED = [
-    ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"widgets", "editors", "app"}),
+    ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"widgets", "editors", "windows", "app"}),
     ("curl", re.compile(r"^curl/"), {"platform"}),
     ("TinyXML", re.compile(r"^tinyxml\.h$"), {"platform", "dictionary", "model"}),
     ("JSON", re.compile(r"^nlohmann/"), {"xctl", "cli", "panelsim"}),

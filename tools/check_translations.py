@@ -25,7 +25,7 @@ def renew(ts, keep_obsolete):
     """The texts that stand in the sources now, with the translations that the file has of them."""
     plurals = ["-pluralonly"] if ts.stem.split("_")[1] in PLURALS_ONLY else []
     subprocess.run([lupdate, "-silent", "-I", ".", "-locations", "none", *([] if keep_obsolete else ["-no-obsolete"]),
-                    *plurals, "app", "editors", "widgets", "resources", "-ts", ts], cwd=source, check=True)
+                    *plurals, "app", "editors", "windows", "widgets", "resources", "-ts", ts], cwd=source, check=True)
 
 
 def marks_of(text, but=None):

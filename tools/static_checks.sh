@@ -6,8 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh
 install_missing "${build_packages[@]}" "${check_packages[@]}"
-[ $# -gt 0 ] || build_targets app_autogen editors_autogen widgets_autogen
-rooms=(platform xctl dictionary values classic model link review panelsim cli widgets editors app)
+[ $# -gt 0 ] || build_targets app_autogen editors_autogen windows_autogen widgets_autogen
+rooms=(platform xctl dictionary values classic model link review panelsim cli widgets editors windows app)
 
 find "${rooms[@]}" bench fuzz tests -name '*.cpp' -o -name '*.h' | xargs clang-format-14 --dry-run --Werror
 /usr/bin/python3 tools/tidy_units.py "${1:-build/release}" --jobs "$(nproc)"

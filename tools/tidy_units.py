@@ -13,7 +13,7 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-ROOMS = ["app", "editors", "widgets", "cli", "panelsim", "review", "link", "model", "classic", "values", "dictionary", "platform",
+ROOMS = ["app", "editors", "windows", "widgets", "cli", "panelsim", "review", "link", "model", "classic", "values", "dictionary", "platform",
          "xctl"]
 MOST_FILES = 12  # in a unit
 # Names at the left margin that two files in one compilation could both define.

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/MacroKeeper.h"
+#include "platform/MacroNumber.h"
+#include "platform/Outcome.h"
+
+namespace tessaly {
+
+// What became of a macro that was to be written to a shelf.
+struct ShelfWrite {
+  enum class State {
+    kWritten,     // the new bytes are there, verified
+    kUnverified,  // the new bytes were taken by a panel that does not let them be read
+    kAsBefore,    // what stood there stands there still, or again
+    kUnknown      // what stands there could not be found out
+  };
+  State state = State::kAsBefore;
+  Failure why = {};       // unless the new bytes are there
+  std::string note = {};  // what else a person is to know, such as a panel that was not told; else empty
+
+  [[nodiscard]] bool written() const { return state == State::kWritten || state == State::kUnverified; }
+};
+
+// A place for a thousand numbered macros, wherever it lies: a folder of the disk, a workplace of a panel, a
+// workplace in a snapshot. Whole macros only are read and written. Calls block, one at a time, on any thread;
+// `cancel` comes from another one, and whatever is called after it fails at once (kCancelled).
+class MacroShelf {
+ public:
+  struct Held {
+    MacroNumber number;
+    std::string name;  // UTF-8, may be empty
+  };
+
+  virtual ~MacroShelf() = default;
+
+  // Where it is, for people; UTF-8, as "workplace 2 of 10.0.0.5".
+  [[nodiscard]] virtual std::string title() const = 0;
+  // Where a macro of it belongs; for the history and for what is told of it.
+  [[nodiscard]] virtual MacroPlace place(MacroNumber number) const = 0;
+  // In the order of their numbers.
+  [[nodiscard]] virtual Expected<std::vector<Held>> list() = 0;
+  // The bytes as they are stored, whether or not they are a macro; kMissing where there is none.
+  [[nodiscard]] virtual Expected<std::string> read(MacroNumber number) = 0;
+  // The reason why nothing can be written at all; done where it can.
+  [[nodiscard]] virtual Outcome writable() const = 0;
+  // Replaces what stands there, which goes to the history first.
+  [[nodiscard]] virtual ShelfWrite write(MacroNumber number, std::string_view bytes, MacroChange change) = 0;
+  // Deletes what stands there, which goes to the history first. kMissing where there is nothing.
+  [[nodiscard]] virtual ShelfWrite remove(MacroNumber number) = 0;
+  virtual void cancel() = 0;
+};
+
+}  // namespace tessaly
