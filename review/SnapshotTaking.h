@@ -1,0 +1,66 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "review/MacroShelf.h"
+#include "review/Snapshot.h"
+
+namespace tessaly {
+
+// Reads all macros of a panel or a folder into a snapshot: whole, or not at all. What is listed but gone when
+// it is to be read is absent; whatever else cannot be read ends it, with a reason that says which macro. A
+// line that is lost is tried again. Blocking, once; any thread.
+class SnapshotTaking {
+ public:
+  using ShelfOf = std::function<std::unique_ptr<MacroShelf>(int workplace)>;
+
+  struct Progress {
+    int workplace;          // as in a snapshot
+    std::size_t place;      // of the workplace among those that are read, from 0
+    std::size_t done, all;  // macros of it
+  };
+  using Tell = std::function<void(const Progress&)>;
+
+  // How often a macro is tried when a panel does not give it, and what lies between two tries.
+  struct Patience {
+    int tries = 4;
+    std::chrono::milliseconds pause{1000};
+  };
+
+  // A shelf is used on the thread of `take`, one at a time.
+  SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf)
+      : SnapshotTaking(std::move(origin), std::move(workplaces), std::move(shelfOf), Patience{}) {}
+  SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf, Patience patience);
+
+  // `tell` is called on this thread, before the first macro of a workplace and after each.
+  [[nodiscard]] Expected<Snapshot> take(std::chrono::sys_seconds time, const Tell& tell);
+
+  // From another thread; what is taken then, or later, fails with kCancelled.
+  void cancel();
+
+ private:
+  [[nodiscard]] Outcome takeWorkplace(std::size_t place, Snapshot& snapshot, const Tell& tell);
+  [[nodiscard]] Outcome takeMacro(MacroShelf& shelf, int workplace, const MacroShelf::Held& held,
+                                  Snapshot& snapshot);
+  template <class T>
+  [[nodiscard]] Expected<T> tried(const std::function<Expected<T>()>& read);
+  [[nodiscard]] bool pause();  // false once it is cancelled
+
+  Snapshot::Origin origin_;
+  std::vector<int> workplaces_;
+  ShelfOf shelfOf_;
+  Patience patience_;
+  std::size_t bytes_ = 0;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  MacroShelf* shelf_ = nullptr;  // the one in use; under the mutex, as the flag
+  bool cancelled_ = false;
+};
+
+}  // namespace tessaly
