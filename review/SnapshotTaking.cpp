@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "model/MacroNameScan.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -39,48 +40,50 @@ Expected<Snapshot> SnapshotTaking::take(std::chrono::sys_seconds time, const Tel
 void SnapshotTaking::cancel() {
   const std::scoped_lock guard(mutex_);
   cancelled_ = true;
-  if (shelf_ != nullptr) shelf_->cancel();
+  if (shelf_) shelf_->cancel();
   changed_.notify_all();
 }
 
+void SnapshotTaking::setShelf(std::unique_ptr<MacroShelf> shelf) {
+  const std::scoped_lock guard(mutex_);
+  shelf_.swap(shelf);
+  if (shelf_ && cancelled_) shelf_->cancel();
+}
+
 template <class T>
-Expected<T> SnapshotTaking::tried(const std::function<Expected<T>()>& read) {
-  auto result = read();
-  for (int tries = 1; tries < patience_.tries; ++tries) {
-    if (result || result.failure().kind != Failure::Kind::kPanel || !pause()) break;
-    result = read();
+Expected<T> SnapshotTaking::tried(int workplace, const std::function<Expected<T>(MacroShelf&)>& read) {
+  Failure why{Failure::Kind::kPanel, "the panel cannot be reached"};
+  for (int tries = 0; tries < patience_.tries; ++tries) {
+    if (tries > 0 && !pause()) return cancelled();
+    if (!shelf_) setShelf(shelfOf_(workplace));
+    if (!shelf_) continue;
+    auto result = read(*shelf_);
+    if (result || result.failure().kind != Failure::Kind::kPanel) return result;
+    why = result.failure();
+    setShelf(nullptr);
   }
-  return result;
+  return why;
 }
 
 Outcome SnapshotTaking::takeWorkplace(std::size_t place, Snapshot& snapshot, const Tell& tell) {
   const int workplace = workplaces_[place];
-  const std::unique_ptr<MacroShelf> shelf = shelfOf_(workplace);
-  const auto use = [this](MacroShelf* used) {
-    const std::scoped_lock guard(mutex_);
-    shelf_ = used;
-    return !cancelled_;
-  };
-  if (!use(shelf.get())) return cancelled();
-  const Outcome taken = [&]() -> Outcome {
-    const auto list = tried<std::vector<MacroShelf::Held>>([&] { return shelf->list(); });
-    if (!list) return unread("the list of " + whereIn(workplace), list.failure());
-    Progress progress{workplace, place, 0, list->size()};
+  setShelf(nullptr);  // that of the workplace before
+  const auto list =
+      tried<std::vector<MacroShelf::Held>>(workplace, [](MacroShelf& shelf) { return shelf.list(); });
+  if (!list) return unread("the list of " + whereIn(workplace), list.failure());
+  Progress progress{workplace, place, 0, list->size()};
+  tell(progress);
+  for (const MacroShelf::Held& held : *list) {
+    if (const Outcome taken = takeMacro(workplace, held, snapshot); !taken) return taken;
+    ++progress.done;
     tell(progress);
-    for (const MacroShelf::Held& held : *list) {
-      if (const Outcome one = takeMacro(*shelf, workplace, held, snapshot); !one) return one;
-      ++progress.done;
-      tell(progress);
-    }
-    return {};
-  }();
-  return use(nullptr) ? taken : cancelled();
+  }
+  return {};
 }
 
-Outcome SnapshotTaking::takeMacro(MacroShelf& shelf, int workplace, const MacroShelf::Held& held,
-                                  Snapshot& snapshot) {
+Outcome SnapshotTaking::takeMacro(int workplace, const MacroShelf::Held& held, Snapshot& snapshot) {
   const std::string what = "macro " + held.number.text() + " of " + whereIn(workplace);
-  auto bytes = tried<std::string>([&] { return shelf.read(held.number); });
+  auto bytes = tried<std::string>(workplace, [&](MacroShelf& shelf) { return shelf.read(held.number); });
   if (!bytes) {
     const bool absent = bytes.failure().kind == Failure::Kind::kMissing;
     return absent ? Outcome() : unread(what, bytes.failure());
@@ -88,7 +91,8 @@ Outcome SnapshotTaking::takeMacro(MacroShelf& shelf, int workplace, const MacroS
   bytes_ += bytes->size();
   if (bytes_ > kLargestFile)
     return unread(what, {Failure::Kind::kTooLarge, "with it the macros are more than a snapshot may hold"});
-  snapshot.macros.push_back({workplace, held.number, held.name, *std::move(bytes)});
+  std::string name = held.name.empty() ? macroNameIn(*bytes) : held.name;
+  snapshot.macros.push_back({workplace, held.number, std::move(name), *std::move(bytes)});
   return {};
 }
 

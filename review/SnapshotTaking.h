@@ -14,10 +14,12 @@
 namespace tessaly {
 
 // Reads all macros of a panel or a folder into a snapshot: whole, or not at all. What is listed but gone when
-// it is to be read is absent; whatever else cannot be read ends it, with a reason that says which macro. A
-// line that is lost is tried again. Blocking, once; any thread.
+// it is to be read is absent; whatever else cannot be read ends it, with a reason that says which macro. What
+// a panel does not give, as when its line is lost, is tried again on another shelf. Blocking, once; any
+// thread.
 class SnapshotTaking {
  public:
+  // Null where there is none now, as while a panel cannot be reached.
   using ShelfOf = std::function<std::unique_ptr<MacroShelf>(int workplace)>;
 
   struct Progress {
@@ -33,7 +35,7 @@ class SnapshotTaking {
     std::chrono::milliseconds pause{1000};
   };
 
-  // A shelf is used on the thread of `take`, one at a time.
+  // Shelves are made and used on the thread of `take`, one at a time.
   SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf)
       : SnapshotTaking(std::move(origin), std::move(workplaces), std::move(shelfOf), Patience{}) {}
   SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf, Patience patience);
@@ -46,10 +48,10 @@ class SnapshotTaking {
 
  private:
   [[nodiscard]] Outcome takeWorkplace(std::size_t place, Snapshot& snapshot, const Tell& tell);
-  [[nodiscard]] Outcome takeMacro(MacroShelf& shelf, int workplace, const MacroShelf::Held& held,
-                                  Snapshot& snapshot);
+  [[nodiscard]] Outcome takeMacro(int workplace, const MacroShelf::Held& held, Snapshot& snapshot);
   template <class T>
-  [[nodiscard]] Expected<T> tried(const std::function<Expected<T>()>& read);
+  [[nodiscard]] Expected<T> tried(int workplace, const std::function<Expected<T>(MacroShelf&)>& read);
+  void setShelf(std::unique_ptr<MacroShelf> shelf);
   [[nodiscard]] bool pause();  // false once it is cancelled
 
   Snapshot::Origin origin_;
@@ -59,7 +61,7 @@ class SnapshotTaking {
   std::size_t bytes_ = 0;
   std::mutex mutex_;
   std::condition_variable changed_;
-  MacroShelf* shelf_ = nullptr;  // the one in use; under the mutex, as the flag
+  std::unique_ptr<MacroShelf> shelf_;  // of the workplace that is read; changed under the mutex, as the flag
   bool cancelled_ = false;
 };
 

@@ -166,6 +166,7 @@ struct Panel {
   std::map<std::pair<int, int>, std::string> macros;
   std::map<std::pair<int, int>, int> lost;  // so many reads fail
   Failure::Kind how = Failure::Kind::kPanel;
+  int unreachable = 0;  // so many shelves are not to be had
   std::function<void()> onRead = [] {};
   std::set<std::pair<int, int>> gone;  // listed, but not there
 };
@@ -178,7 +179,7 @@ class PanelShelf final : public MacroShelf {
   Expected<std::vector<Held>> list() override {
     std::vector<Held> held;
     for (const auto& [key, bytes] : panel_.macros)
-      if (key.first == workplace_) held.push_back({number(key.second), "N"});
+      if (key.first == workplace_) held.push_back({number(key.second), ""});
     return held;
   }
   Expected<std::string> read(MacroNumber number) override {
@@ -204,7 +205,7 @@ class SnapshotTakingTest : public testing::Test {
  protected:
   SnapshotTakingTest() {
     for (int workplace : {1, 3})
-      for (int at : {0, 7, 999}) panel_.macros[{workplace, at}] = "bytes";
+      for (int at : {0, 7, 999}) panel_.macros[{workplace, at}] = "<macro name=\"N\"/>";
   }
 
   Expected<Snapshot> take() {
@@ -216,17 +217,22 @@ class SnapshotTakingTest : public testing::Test {
   std::size_t told_ = 0;
   SnapshotTaking taking_{{"10.0.0.5", {}},
                          {1, 2, 3},
-                         [this](int workplace) { return std::make_unique<PanelShelf>(panel_, workplace); },
+                         [this](int workplace) {
+                           const bool reached = panel_.unreachable-- <= 0;
+                           return reached ? std::make_unique<PanelShelf>(panel_, workplace) : nullptr;
+                         },
                          {3, std::chrono::milliseconds{1}}};
 };
 
 TEST_F(SnapshotTakingTest, GoesOnAfterALostLineAndLeavesOutWhatIsGone) {
+  panel_.unreachable = 2;
   panel_.lost[{1, 7}] = 2;
   panel_.gone.insert({3, 0});
   const auto taken = take();
   ASSERT_TRUE(taken);
   EXPECT_EQ(taken->of(1).size(), 3U);
   EXPECT_EQ(taken->of(3).size(), 2U);
+  EXPECT_EQ(taken->of(1)[2].name, "N");
   EXPECT_EQ(told_, 6U);
   EXPECT_TRUE(packSnapshot(*taken));
 }
