@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -22,11 +23,11 @@ Failure unread(const std::string& what, const Failure& why) {
 }  // namespace
 
 SnapshotTaking::SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf,
-                               Patience patience)
+                               Rules rules)
     : origin_(std::move(origin)),
       workplaces_(std::move(workplaces)),
       shelfOf_(std::move(shelfOf)),
-      patience_(patience) {}
+      rules_(rules) {}
 
 Expected<Snapshot> SnapshotTaking::take(std::chrono::sys_seconds time, const Tell& tell) {
   Snapshot snapshot{origin_, time, workplaces_, {}};
@@ -53,7 +54,7 @@ void SnapshotTaking::setShelf(std::unique_ptr<MacroShelf> shelf) {
 template <class T>
 Expected<T> SnapshotTaking::tried(int workplace, const std::function<Expected<T>(MacroShelf&)>& read) {
   Failure why{Failure::Kind::kPanel, "the panel cannot be reached"};
-  for (int tries = 0; tries < patience_.tries; ++tries) {
+  for (int tries = 0; tries < rules_.tries; ++tries) {
     if (tries > 0 && !pause()) return cancelled();
     if (!shelf_) setShelf(shelfOf_(workplace));
     if (!shelf_) continue;
@@ -83,7 +84,12 @@ Outcome SnapshotTaking::takeWorkplace(std::size_t place, Snapshot& snapshot, con
 
 Outcome SnapshotTaking::takeMacro(int workplace, const MacroShelf::Held& held, Snapshot& snapshot) {
   const std::string what = "macro " + held.number.text() + " of " + whereIn(workplace);
-  auto bytes = tried<std::string>(workplace, [&](MacroShelf& shelf) { return shelf.read(held.number); });
+  auto bytes = tried<std::string>(workplace, [&](MacroShelf& shelf) -> Expected<std::string> {
+    auto came = shelf.read(held.number);
+    const Outcome macro = came && rules_.onlyMacros ? readsAsMacro(*came) : Outcome();
+    if (macro) return came;
+    return Failure{Failure::Kind::kPanel, "what came is no macro: it " + macro.failure().text};
+  });
   if (!bytes) {
     const bool absent = bytes.failure().kind == Failure::Kind::kMissing;
     return absent ? Outcome() : unread(what, bytes.failure());
@@ -98,7 +104,7 @@ Outcome SnapshotTaking::takeMacro(int workplace, const MacroShelf::Held& held, S
 
 bool SnapshotTaking::pause() {
   std::unique_lock guard(mutex_);
-  return !changed_.wait_for(guard, patience_.pause, [this] { return cancelled_; });
+  return !changed_.wait_for(guard, rules_.pause, [this] { return cancelled_; });
 }
 
 }  // namespace tessaly

@@ -29,16 +29,15 @@ class SnapshotTaking {
   };
   using Tell = std::function<void(const Progress&)>;
 
-  // How often a macro is tried when a panel does not give it, and what lies between two tries.
-  struct Patience {
-    int tries = 4;
-    std::chrono::milliseconds pause{1000};
+  struct Rules {
+    // What cannot be read as a macro is nonsense on the line, and tried again as what does not come.
+    bool onlyMacros = false;
+    int tries = 4;                          // of a macro that a panel does not give
+    std::chrono::milliseconds pause{1000};  // between two of them
   };
 
   // Shelves are made and used on the thread of `take`, one at a time.
-  SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf)
-      : SnapshotTaking(std::move(origin), std::move(workplaces), std::move(shelfOf), Patience{}) {}
-  SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf, Patience patience);
+  SnapshotTaking(Snapshot::Origin origin, std::vector<int> workplaces, ShelfOf shelfOf, Rules rules);
 
   // `tell` is called on this thread, before the first macro of a workplace and after each.
   [[nodiscard]] Expected<Snapshot> take(std::chrono::sys_seconds time, const Tell& tell);
@@ -57,7 +56,7 @@ class SnapshotTaking {
   Snapshot::Origin origin_;
   std::vector<int> workplaces_;
   ShelfOf shelfOf_;
-  Patience patience_;
+  Rules rules_;
   std::size_t bytes_ = 0;
   std::mutex mutex_;
   std::condition_variable changed_;

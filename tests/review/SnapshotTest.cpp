@@ -205,7 +205,7 @@ class SnapshotTakingTest : public testing::Test {
  protected:
   SnapshotTakingTest() {
     for (int workplace : {1, 3})
-      for (int at : {0, 7, 999}) panel_.macros[{workplace, at}] = "<macro name=\"N\"/>";
+      for (int at : {0, 7, 999}) panel_.macros[{workplace, at}] = "<macro name=\"N\"><data/></macro>";
   }
 
   Expected<Snapshot> take() {
@@ -221,7 +221,7 @@ class SnapshotTakingTest : public testing::Test {
                            const bool reached = panel_.unreachable-- <= 0;
                            return reached ? std::make_unique<PanelShelf>(panel_, workplace) : nullptr;
                          },
-                         {3, std::chrono::milliseconds{1}}};
+                         {.onlyMacros = true, .tries = 3, .pause = std::chrono::milliseconds{1}}};
 };
 
 TEST_F(SnapshotTakingTest, GoesOnAfterALostLineAndLeavesOutWhatIsGone) {
@@ -244,6 +244,9 @@ TEST_F(SnapshotTakingTest, EndsWithTheMacroThatCannotBeRead) {
   panel_.lost[{3, 7}] = 3;
   panel_.how = Failure::Kind::kPanel;
   EXPECT_EQ(take().failure().text, "macro 007 of workplace 3: the connection was cut");
+  const std::string whole = std::exchange(panel_.macros[{1, 999}], "<macro name=\"N\">#~#");
+  EXPECT_THAT(take().failure().text, HasSubstr("macro 999 of workplace 1: what came is no macro"));
+  panel_.macros[{1, 999}] = whole;
   EXPECT_TRUE(take());
 }
 
