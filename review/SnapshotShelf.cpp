@@ -47,10 +47,12 @@ Outcome SnapshotShelf::writable() const {
   return Failure{Failure::Kind::kNoSnapshot, "is never changed once it is made"};
 }
 
-ShelfWrite SnapshotShelf::write(MacroNumber, std::string_view, MacroChange) {
+ShelfWrite SnapshotShelf::write(MacroNumber, std::string_view, MacroChange, const BeforeWrite&) {
   return {ShelfWrite::State::kAsBefore, writable().failure()};
 }
 
-ShelfWrite SnapshotShelf::remove(MacroNumber) { return {ShelfWrite::State::kAsBefore, writable().failure()}; }
+ShelfWrite SnapshotShelf::remove(MacroNumber, const BeforeWrite&) {
+  return {ShelfWrite::State::kAsBefore, writable().failure()};
+}
 
 }  // namespace tessaly

@@ -20,8 +20,9 @@ class SnapshotShelf final : public MacroShelf {
   [[nodiscard]] Expected<std::vector<Held>> list() override;
   [[nodiscard]] Expected<std::string> read(MacroNumber number) override;
   [[nodiscard]] Outcome writable() const override;
-  [[nodiscard]] ShelfWrite write(MacroNumber number, std::string_view bytes, MacroChange change) override;
-  [[nodiscard]] ShelfWrite remove(MacroNumber number) override;
+  [[nodiscard]] ShelfWrite write(MacroNumber number, std::string_view bytes, MacroChange change,
+                                 const BeforeWrite& before) override;
+  [[nodiscard]] ShelfWrite remove(MacroNumber number, const BeforeWrite& before) override;
   void cancel() override { cancelled_ = true; }
 
  private:

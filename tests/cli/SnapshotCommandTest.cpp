@@ -34,13 +34,13 @@ TEST_F(SnapshotCommands, APanelIsStoredAndRestored) {
   const std::string seven = put(2, "007", macro("Other"));
   const std::string last = put(2, "999", macro("Other"));
   std::filesystem::remove(tree.root.path() / remote(8, "000"));
-  const Outcome told = run({"restore", kFile, "--dry-run"});
+  const Ran told = run({"restore", kFile, "--dry-run"});
   EXPECT_EQ(told.out, "2 007 - Seven\tchanged\n2 999 - Last & least\tchanged\n8 000 - First\tnew\n");
   EXPECT_EQ(tree.read(remote(2, "007")), macro("Other"));
 
   EXPECT_EQ(run({"restore", kFile, "2", "7"}).out, "2 007 - Seven\trestored\n");
   EXPECT_EQ(tree.read(remote(2, "999")), macro("Other"));
-  const Outcome all = run({"restore", kFile});
+  const Ran all = run({"restore", kFile});
   EXPECT_EQ(all.code, 0) << all.errors;
   EXPECT_EQ(all.out, "2 007 - Seven\tsame\n2 999 - Last & least\trestored\n8 000 - First\trestored\n");
   EXPECT_EQ(tree.read(remote(2, "007")), seven);
@@ -62,7 +62,7 @@ TEST_F(SnapshotCommands, NothingIsStoredOrSentOnTrust) {
   faults = {};
   faults.ftp.flipByte = 3;
   ASSERT_TRUE(panel.setFaults(faults));
-  const Outcome flipped = run({"restore", kFile, "2", "7"});
+  const Ran flipped = run({"restore", kFile, "2", "7"});
   EXPECT_NE(flipped.code, 0);
   EXPECT_THAT(flipped.out, testing::Not(HasSubstr("restored")));
   ASSERT_TRUE(panel.setFaults({}));
@@ -71,7 +71,7 @@ TEST_F(SnapshotCommands, NothingIsStoredOrSentOnTrust) {
   std::string bad = good;
   bad[bad.find("Seven")] = 's';
   site.write(kFile, bad);
-  const Outcome refused = run({"restore", kFile});
+  const Ran refused = run({"restore", kFile});
   EXPECT_EQ(refused.code, 1);
   EXPECT_THAT(refused.errors, HasSubstr("damaged"));
   EXPECT_EQ(tree.read(remote(2, "007")), macro("Other"));
@@ -81,7 +81,7 @@ TEST_F(SnapshotCommands, GoOnAfterALostLine) {
   PanelFaults faults;
   faults.control.dropAfter = 2500;  // in the middle of the third list of a connection
   ASSERT_TRUE(panel.setFaults(faults));
-  const Outcome stored = run({"snapshot", kFile});
+  const Ran stored = run({"snapshot", kFile});
   EXPECT_EQ(stored.code, 0) << stored.errors;
   EXPECT_EQ(openSnapshot(site.root, kFile)->macros.size(), 3U);
 }
@@ -92,7 +92,7 @@ TEST_F(SnapshotCommands, AFolderIsStoredAndRestored) {
     std::istringstream in;
     std::ostringstream out, errors;
     const int code = runCommandLine(words, in, out, errors);
-    return Outcome{code, out.str(), errors.str()};
+    return Ran{code, out.str(), errors.str()};
   };
   const std::string file = std::string(kFolder) + "macro012.mac";
   site.write(file, macro("Twelve"));

@@ -155,8 +155,8 @@ TEST(SnapshotShelfTest, ShowsOneWorkplaceAndTakesNothing) {
   EXPECT_EQ(shelf.read(number(999)), std::string("\0\xff", 2));
   EXPECT_EQ(shelf.read(number(0)).failure().kind, Failure::Kind::kMissing);  // that is workplace 1's
   EXPECT_FALSE(shelf.writable());
-  EXPECT_EQ(shelf.write(number(999), "x", MacroChange::kCopy).state, ShelfWrite::State::kAsBefore);
-  EXPECT_EQ(shelf.remove(number(999)).state, ShelfWrite::State::kAsBefore);
+  EXPECT_EQ(shelf.write(number(999), "x", MacroChange::kCopy, {}).state, ShelfWrite::State::kAsBefore);
+  EXPECT_EQ(shelf.remove(number(999), {}).state, ShelfWrite::State::kAsBefore);
   shelf.cancel();
   EXPECT_EQ(shelf.read(number(999)).failure().kind, Failure::Kind::kCancelled);
 }
@@ -191,8 +191,8 @@ class PanelShelf final : public MacroShelf {
     return panel_.macros[key];
   }
   Outcome writable() const override { return {}; }
-  ShelfWrite write(MacroNumber, std::string_view, MacroChange) override { return {}; }
-  ShelfWrite remove(MacroNumber) override { return {}; }
+  ShelfWrite write(MacroNumber, std::string_view, MacroChange, const BeforeWrite&) override { return {}; }
+  ShelfWrite remove(MacroNumber, const BeforeWrite&) override { return {}; }
   void cancel() override { cancelled_ = true; }
 
  private:
