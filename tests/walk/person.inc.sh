@@ -1,4 +1,4 @@
-# Sourced by person.sh: the screen, the programs, the hands and the eyes of the person.
+# Sourced by person.sh and hands.sh: the screen, the programs, the hands and the eyes of the person.
 
 main_title="Corvane XL Macro Viewer / Editor"
 longest=30  # seconds that a condition may take on a busy machine
