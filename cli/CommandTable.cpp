@@ -67,7 +67,9 @@ bool answered(const Arguments& arguments, const Command* command, std::ostream& 
 int runCommand(const Command& command, const std::string& root, Arguments& arguments,
                const ProgramStreams& streams) {
   CommandSession session(SiteRoot::fromEnvironment(root), streams);
+  session.recoverBatches();
   const int result = command.run(session, arguments);
+  for (const std::string& waiting : session.waitingBatches()) streams.errors << outputText(waiting) << '\n';
   // Keeping is an extra, and does not count for the exit code.
   if (const auto failure = session.history().takeFailure())
     streams.errors << "the history could not keep what was there before: " << failure->text << '\n';
