@@ -59,6 +59,10 @@ void BatchPlaces::cancel() {
   if (busy_ != nullptr) busy_->cancel();
 }
 
+bool isTorn(const Expected<std::string>& found, std::string_view bytes) {
+  return found && found->size() < bytes.size() && bytes.starts_with(*found);
+}
+
 std::string placeInWords(const MacroPlace& place) {
   KeptMacro named;
   named.place = place;

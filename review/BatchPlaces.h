@@ -73,6 +73,10 @@ class BatchPlaces {
   MacroShelf* busy_ = nullptr;  // while it reads or writes; under mutex_
 };
 
+// Whether what was found is what a panel may hold of `bytes` when sending them was cut short: their
+// beginning.
+[[nodiscard]] bool isTorn(const Expected<std::string>& found, std::string_view bytes);
+
 // "c:\...\macro007.mac", or "10.0.0.1 workplace 1 macro 007".
 [[nodiscard]] std::string placeInWords(const MacroPlace& place);
 

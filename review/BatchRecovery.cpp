@@ -15,11 +15,6 @@ constexpr std::size_t kMostNamed = 5;  // places in a line
 
 Failure foreign() { return {Failure::Kind::kChanged, "holds what the batch has neither found nor written"}; }
 
-// What a program that died while it sent `bytes` may have left.
-bool isTorn(const std::string& found, const std::optional<std::string>& bytes) {
-  return bytes && found.size() < bytes->size() && bytes->starts_with(found);
-}
-
 class Recovery {
  public:
   Recovery(BatchPlaces& places, BatchJournal& journal, BatchRecord& record, BatchRecovery& told)
@@ -56,8 +51,8 @@ class Recovery {
     const auto& begun = *record_.begun;
     if (held == begun.old) return true;
     if (!BatchPlaces::onPanel(item.place)) return false;
-    return begun.old.kind == Kind::kUnknown ||
-           (found && (isTorn(*found, item.bytes) || isTorn(*found, begun.oldBytes)));
+    return begun.old.kind == Kind::kUnknown || isTorn(found, item.bytes.value_or("")) ||
+           isTorn(found, begun.oldBytes);
   }
 
   // The queue goes on where it was; what was settled before is.

@@ -70,7 +70,7 @@ Outcome MacroBatch::run(const Progress& progress) {
   std::vector<std::size_t> open;
   for (std::size_t i = 0; i < rows_.size(); ++i) {
     if (rows_[i].done()) continue;
-    rows_[i] = {};
+    if (rows_[i].state != State::kUnknown) rows_[i] = {};
     open.push_back(i);
   }
   if (open.empty()) return {};
@@ -93,21 +93,36 @@ std::size_t MacroBatch::doneCount() const {
 void MacroBatch::write(std::size_t index, const BeforeWrite& before) {
   const BatchItem& item = items_[index];
   Row& row = rows_[index];
+  const auto tried = torn_.find(index);
+  std::string old = tried == torn_.end() ? std::string() : tried->second;
   const ShelfWrite written =
       places_.write(item.place, item.bytes, change_, [&](const ShelfStanding& standing) -> Outcome {
-        if (!fits(item.expected, standing.bytes)) return changedFailure();
-        row.before = HeldContent::asRead(standing.bytes);
-        row.kept = standing.kept;
+        // A part of what this row has tried to write is its own; what stood there before that counts.
+        const bool own =
+            tried != torn_.end() &&
+            (isTorn(standing.bytes, item.bytes.value_or("")) || isTorn(standing.bytes, tried->second) ||
+             HeldContent::asRead(standing.bytes) == HeldContent::after(item.bytes));
+        if (!own && !fits(item.expected, standing.bytes)) return changedFailure();
+        if (!own) {
+          row.before = HeldContent::asRead(standing.bytes);
+          row.kept = standing.kept;
+          old = standing.bytes.value_or("");
+        }
         return before(standing);
       });
   row.state = stateOf(written);
   row.why = written.why;
   row.note = written.note;
+  torn_.erase(index);
+  if (row.state == State::kUnknown) torn_[index] = std::move(old);
 }
 
 Outcome MacroBatch::runEach(const std::vector<std::size_t>& open, const Progress& progress) {
   BatchRecord record{title_, mode_, change_, {}, {}, {}, false};
-  for (const std::size_t index : open) record.items.push_back(items_[index]);
+  for (const std::size_t index : open) {
+    record.items.push_back(items_[index]);
+    if (torn_.contains(index)) record.items.back().expected = {};  // a part of it may be there
+  }
   auto journal = BatchJournal::begin(places_.root(), record);
   if (!journal) return journal.failure();
   for (std::size_t i = 0; i < open.size(); ++i) {

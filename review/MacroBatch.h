@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -76,6 +77,7 @@ class MacroBatch {
   Mode mode_;
   std::vector<BatchItem> items_;
   std::vector<Row> rows_;
+  std::map<std::size_t, std::string> torn_;  // of rows that are unknown: what a part may be left of
   std::atomic<bool> cancelled_{false};
 };
 
