@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <utility>
 
 #include "cli/BatchRows.h"
@@ -91,23 +92,18 @@ Outcome sendable(const std::string& bytes) {
   return macro->name() ? Outcome() : Failure{Failure::Kind::kNoMacro, "has no name"};
 }
 
-// The numbers that are asked for, all of the folder without any, in their order; empty after telling why not.
-std::vector<MacroNumber> numbersOf(CommandSession& session, DiskShelf& shelf,
-                                   const std::vector<std::string>& words) {
-  const auto held = shelf.list();
-  if (!held) {
-    static_cast<void>(session.failed(shelf.title() + ": " + held.failure().text));
-    return {};
-  }
-  std::vector<MacroNumber> numbers;
+// The numbers that are asked for, all of the folder without any; empty after telling why.
+std::set<int> numbersOf(CommandSession& session, DiskShelf& shelf, const std::vector<std::string>& words) {
+  std::set<int> numbers;
   for (const std::string& word : words)
-    if (const auto number = MacroNumber::of(wholeNumber(word, 0, MacroNumber::kCount - 1).value_or(-1)))
-      numbers.push_back(*number);
-  if (words.empty())
-    for (const MacroShelf::Held& macro : *held) numbers.push_back(macro.number);
-  if (numbers.empty()) static_cast<void>(session.failed(shelf.title() + " holds no macros"));
-  std::ranges::sort(numbers, {}, &MacroNumber::value);
-  numbers.erase(std::ranges::unique(numbers, {}, &MacroNumber::value).begin(), numbers.end());
+    numbers.insert(wholeNumber(word, 0, MacroNumber::kCount - 1).value_or(0));
+  if (!words.empty()) return numbers;
+  const auto held = shelf.list();
+  if (held)
+    for (const MacroShelf::Held& macro : *held) numbers.insert(macro.number.value());
+  if (numbers.empty())
+    static_cast<void>(
+        session.failed(shelf.title() + ": " + (held ? "there are no macros" : held.failure().text)));
   return numbers;
 }
 
@@ -139,20 +135,22 @@ int sendFolder(CommandSession& session, const PanelPlace& place, int workplace, 
   std::vector<BatchItem> items;
   std::vector<std::string> names;
   int code = kExitDone;
-  const std::vector<MacroNumber> numbers = numbersOf(session, disk, words);
+  const std::set<int> numbers = numbersOf(session, disk, words);
   if (numbers.empty()) return kExitFailed;
   PanelShelves shelves(session.root(), session.history(), place);
   if (!shelves.open()) return unreachable(session, place);
-  for (const MacroNumber number : numbers) {
-    auto bytes = disk.read(number);
+  for (const int value : numbers) {
+    const auto number = MacroNumber::of(value);
+    if (!number) continue;
+    auto bytes = disk.read(*number);
     const Outcome macro = !bytes ? Outcome(bytes.failure()) : force ? Outcome() : sendable(*bytes);
     if (!macro) {
-      session.line(number.text() + "\tas before: the file " + outputName(macro.failure().text));
+      session.line(number->text() + "\tas before: the file " + outputName(macro.failure().text));
       code = kExitFailed;
       continue;
     }
-    names.push_back(number.text() + " - " + outputName(macroNameIn(*bytes)));
-    items.push_back({{{}, place.address, workplace, number.text()}, *std::move(bytes)});
+    names.push_back(number->text() + " - " + outputName(macroNameIn(*bytes)));
+    items.push_back({{{}, place.address, workplace, number->text()}, *std::move(bytes)});
   }
   BatchPlaces places(session.root(), session.history(),
                      [&](const MacroPlace& to) { return shelves.shelf(to.workplace); });

@@ -16,6 +16,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "fuzz/crash/BatchUser.h"
 #include "fuzz/crash/CrashReport.h"
 #include "fuzz/crash/CrashWorker.h"
 #include "fuzz/crash/FlushWatch.h"
@@ -120,6 +121,8 @@ class CrashHarness {
         report_.wrong(std::string(row.name) + ": flush " + std::to_string(failing) + " has no say");
       if (done && !FlushWatch::fault().empty()) report_.wrong(row.name + (": " + FlushWatch::fault()));
       if (row.step == CrashStep::kKeep) continue;
+      // What could not be put back is put back, or ended, by the next start.
+      if (row.step == CrashStep::kBatch) static_cast<void>(CrashBatchUser(folder_, ftpPort_).recover());
       const auto generation = site_.generation(row.step);
       if (!generation) report_.wrong(std::string(row.name) + ": no whole file after a failed flush");
       record_.committed.at(static_cast<std::size_t>(row.step)) = generation.value_or(0);
@@ -150,6 +153,7 @@ class CrashHarness {
     std::this_thread::sleep_for(microseconds(random_() % static_cast<unsigned>(average)));
     ::kill(worker, SIGKILL);
     ::waitpid(worker, nullptr, 0);
+    if (!CrashBatchUser(folder_, ftpPort_).recover()) report_.wrong("a batch is neither ended nor undone");
     report_.lookAtKilled();
   }
 
