@@ -109,7 +109,7 @@ Outcome PanelShelf::writable() const {
 Outcome PanelShelf::ask(const PanelStanding& standing, const BeforeWrite& before) {
   const ShelfStanding found{bytesOf(standing.old), history_.takeKept()};
   // What cannot even be fetched is all the same sent over, as every save does it; that is told.
-  if (found.bytes && !standing.kept.written()) return standing.kept;
+  if (found.bytes && !standing.kept) return standing.kept;
   if (cancelled_) return failureOf(Result::kCancelled);
   return before ? before(found) : Outcome();
 }
