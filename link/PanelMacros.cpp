@@ -51,13 +51,13 @@ class PanelMacros::Running {
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
-PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo,
-                         MacroReader reader)
+PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers,
+                         MacroReader reader, bool demo)
     : client_(client),
       root_(root),
       transfers_(std::move(transfers)),
-      demo_(demo),
-      reader_(std::move(reader)) {}
+      reader_(std::move(reader)),
+      demo_(demo) {}
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
@@ -125,7 +125,7 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   std::string bytes;
   outcome.transfer = running->get(remotePath, bytes, FtpClient::kPatience);
   if (outcome.transfer != Result::kDone) return outcome;
-  if (const Outcome read = reader_ ? reader_(bytes) : Outcome(); !read) {
+  if (const Outcome read = reader_(bytes); !read) {
     outcome.transfer = Result::kUnreadable;
     outcome.detail = read.failure().text;
   } else if (!writeFile(root_, file, bytes).written()) {
@@ -134,17 +134,34 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   return outcome;
 }
 
+VerifiedSend::Old PanelMacros::fetchOld(Running& running, const std::string& remotePath) const {
+  VerifiedSend::Old old;
+  std::string bytes;
+  old.fetched = running->get(remotePath, bytes, kKeepingPatience);
+  if (old.fetched != Result::kDone) return old;
+  if (reader_(bytes)) {
+    old.bytes = std::move(bytes);
+    return old;
+  }
+  std::string again;
+  old.fetched = running->get(remotePath, again, kKeepingPatience);
+  if (old.fetched != Result::kDone) return old;
+  if (!reader_(again)) old.fetched = Result::kUnreadable;
+  if (old.fetched == Result::kDone || again == bytes) old.bytes = std::move(again);
+  return old;
+}
+
 PanelMacros::Kept PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
   Kept kept;
   if (demo_) return kept;
   VerifiedSend::Old& old = kept.old;
-  old.fetched = running->get(remoteMacroPath(place.workplace, place.number), old.bytes, kKeepingPatience);
+  old = fetchOld(running, remoteMacroPath(place.workplace, place.number));
   if (keeper_ == nullptr || old.fetched == Result::kNotFound) return kept;
-  if (old.fetched == Result::kDone) {
-    kept.outcome = keeper_->keep(old.bytes, place, change);
+  if (old.bytes) {
+    kept.outcome = keeper_->keep(*old.bytes, place, change);
     return kept;
   }
-  const Failure failure{Failure::Kind::kMissing,
+  const Failure failure{Failure::Kind::kPanel,
                         std::string("cannot be fetched: ") + FtpClient::describe(old.fetched)};
   keeper_->notFetched(failure);
   kept.outcome = failure;
