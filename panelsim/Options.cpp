@@ -34,6 +34,7 @@ Faults to begin with:
   --cut-transfer N   the line of a transfer breaks after N bytes
   --stall-transfer   transfers begin and move no byte
   --disk-full        uploads are refused
+  --refuse-download  files are taken and not given back
   --flip-byte N      byte N of an upload, from 0, is stored wrong
   --cut-silent N     N bytes of an upload are stored, and all is said to be well
   --swap-after-upload  another editor's macro takes the place of an upload
@@ -99,6 +100,7 @@ constexpr SwitchedFault kSwitched[] = {
     {"refuse-login", [](PanelFaults& faults, bool on) { faults.ftp.refuseLogin = on; }},
     {"stall-transfer", [](PanelFaults& faults, bool on) { faults.ftp.stallTransfer = on; }},
     {"disk-full", [](PanelFaults& faults, bool on) { faults.ftp.diskFull = on; }},
+    {"refuse-download", [](PanelFaults& faults, bool on) { faults.ftp.refuseDownload = on; }},
     {"swap-after-upload", [](PanelFaults& faults, bool on) { faults.ftp.swapAfterUpload = on; }},
     {"dead-line", [](PanelFaults& faults, bool on) { faults.control.deadLine = faults.ftp.deadLine = on; }},
     {"lose-reload", [](PanelFaults& faults, bool on) { faults.loseReload = on; }}};

@@ -22,7 +22,7 @@ reload                 read the tree again and publish what changed
 fault NAME [N|off]     never-answer, answer-after MS, drop-after N, refuse-login,
                        cut-transfer N, stall-transfer, disk-full, flip-byte N, cut-silent N,
                        swap-after-upload, slow-transfer BYTES_PER_S, dead-line, garble N,
-                       lose-reload; "fault off" ends all
+                       refuse-download, lose-reload; "fault off" ends all
 drop                   close the editors' connections
 restart [MS]           go away, and come back after MS milliseconds (0)
 wait MS                for scripts

@@ -91,6 +91,10 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
     EXPECT_EQ(run(words), 2);
+  // Without the interface files nothing is known of a function, and nobody is told so at each value.
+  site.write("c:\\b.mac", "<macro><data><cmd fid='QMF1.A'><param name='P' value='1'/></cmd></data></macro>");
+  EXPECT_EQ(run({"set", "c:\\b.mac", "0", "any"}), 0);
+  EXPECT_EQ(errors.str(), "");
   // A record that somebody has forged leads nowhere unless its path is named.
   site.write("c:\\a.mac", old);
   EXPECT_EQ(run({"rename", "c:\\a.mac", "Forged"}), 0);

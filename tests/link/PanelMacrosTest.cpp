@@ -345,13 +345,13 @@ TEST_F(PanelMacrosTest, CancelEndsTheTransferAndThenThePuttingBack) {
   using std::chrono::milliseconds;
   macros.cancel();
   EXPECT_EQ(cancels, 0) << "nothing runs";
-  macros.waitFor({std::chrono::hours(1), milliseconds(20), milliseconds(1)});
+  macros.waitFor({milliseconds(5000), milliseconds(20), milliseconds(1)});
   std::vector<Result> away(100'000, Result::kUnreachable);
   away[0] = Result::kDone;
   away[1] = Result::kCancelled;
   EXPECT_EQ(upload(away).holds, PanelHolds::kUnknown);
-  macros.waitFor({std::chrono::hours(1), std::chrono::hours(1), milliseconds(1)});
-  take();
+  EXPECT_LT(take().size(), 100U);
+  macros.waitFor({milliseconds(5000), milliseconds(5000), milliseconds(1)});
   during = [&] {
     if (log.size() >= 2) macros.cancel();
   };

@@ -222,6 +222,15 @@ TEST_F(MacroFileTest, EditsLeaveWhatStandsBetweenTheCommands) {
   }
 }
 
+TEST(ReadsAsMacro, IsWhatTakesCommands) {
+  for (const auto& [bytes, reads] : {std::pair("<macro><data/></macro>", true),
+                                     {"<macro name='x'/>", false},
+                                     {"<mfd><data/></mfd>", false},
+                                     {"<macro><data>", false},
+                                     {"", false}})
+    EXPECT_EQ(readsAsMacro(bytes).done(), reads) << bytes;
+}
+
 // An edit that changes nothing is none: not even the layout of the file changes, and it is not written.
 TEST_F(MacroFileTest, WhatChangesNothingLeavesEachByte) {
   const std::string bytes =
