@@ -27,25 +27,34 @@ std::string remoteMacroPath(int workplace, std::string_view number) {
 // The operation under way: its transfer, within reach of cancel.
 class PanelMacros::Running {
  public:
-  Running(PanelMacros& macros, const std::string& address) : macros_(macros), address_(address) { renew(); }
+  Running(PanelMacros& macros, const std::string& address) : macros_(macros), address_(address) {
+    start(macros_.leftTo_ == address ? std::move(macros_.left_) : nullptr);
+    macros_.left_.reset();
+  }
   ~Running() {
     const MutexLock guard(macros_.mutex_);
     macros_.running_ = nullptr;
+    if (!macros_.staysConnected_ || macros_.cancelled_) return;
+    macros_.left_ = std::move(transfer_);
+    macros_.leftTo_ = address_;
   }
   Running(const Running&) = delete;
   Running& operator=(const Running&) = delete;
 
   // A cancelled transfer stays cancelled.
-  void renew() {
-    auto transfer = macros_.transfers_(address_);
-    const MutexLock guard(macros_.mutex_);
-    transfer_.swap(transfer);
-    macros_.running_ = transfer_.get();
-  }
+  void renew() { start(nullptr); }
   MacroTransfer& operator*() const { return *transfer_; }
   MacroTransfer* operator->() const { return transfer_.get(); }
 
  private:
+  void start(std::unique_ptr<MacroTransfer> transfer) {
+    if (!transfer) transfer = macros_.transfers_(address_);
+    const MutexLock guard(macros_.mutex_);
+    transfer_.swap(transfer);
+    macros_.running_ = transfer_.get();
+    macros_.cancelled_ = false;
+  }
+
   PanelMacros& macros_;
   const std::string address_;
   std::unique_ptr<MacroTransfer> transfer_;
@@ -65,6 +74,15 @@ TransferOutcome PanelMacros::download(const std::string& address, int workplace,
   return fetch(running, remoteMacroPath(workplace, number), file);
 }
 
+VerifiedSend::Old PanelMacros::read(const std::string& address, int workplace, std::string_view number) {
+  VerifiedSend::Old held{Result::kFailed, {}};
+  const std::string remotePath = remoteMacroPath(workplace, number);
+  if (demo_ || remotePath.empty()) return held;
+  Running running(*this, address);
+  held.fetched = running->get(remotePath, held.bytes, FtpClient::kPatience);
+  return held;
+}
+
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
                                     std::string_view file, MacroChange change) {
   Running running(*this, address);
@@ -72,9 +90,10 @@ TransferOutcome PanelMacros::upload(const std::string& address, int workplace, s
 }
 
 TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workplace, std::string_view number,
-                                         std::string_view bytes, MacroChange change) {
+                                         std::string_view bytes, MacroChange change,
+                                         const BeforePanelWrite& before) {
   Running running(*this, address);
-  return send(running, bytes, {{}, address, workplace, std::string(number)}, change);
+  return send(running, bytes, {{}, address, workplace, std::string(number)}, change, before);
 }
 
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
@@ -87,14 +106,14 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
 }
 
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
-                                          OldContent old) {
+                                          OldContent old, const BeforePanelWrite& before) {
   if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
   if (old == OldContent::kKept) {
     Running running(*this, address);
     const MacroPlace place{{}, address, workplace, std::string(number)};
-    const Kept kept = keep(running, place, MacroChange::kDelete);
-    if (kept.old.fetched == Result::kCancelled) return {};
-    if (!kept.outcome) return {false, kept.outcome};
+    const PanelStanding standing = keep(running, place, MacroChange::kDelete);
+    if (standing.old.fetched == Result::kCancelled || (before && !before(standing))) return {};
+    if (!standing.kept) return {false, standing.kept};
   }
   return {askToDelete(workplace, number), {}};
 }
@@ -115,7 +134,9 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
 
 void PanelMacros::cancel() {
   const MutexLock guard(mutex_);
-  if (running_ != nullptr) running_->cancel();
+  if (running_ == nullptr) return;
+  running_->cancel();
+  cancelled_ = true;
 }
 
 TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePath, std::string_view file) {
@@ -134,21 +155,21 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   return outcome;
 }
 
-PanelMacros::Kept PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
-  Kept kept;
-  if (demo_) return kept;
-  VerifiedSend::Old& old = kept.old;
+PanelStanding PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
+  PanelStanding standing;
+  if (demo_) return standing;
+  VerifiedSend::Old& old = standing.old;
   old.fetched = running->get(remoteMacroPath(place.workplace, place.number), old.bytes, kKeepingPatience);
-  if (keeper_ == nullptr || old.fetched == Result::kNotFound) return kept;
+  if (keeper_ == nullptr || old.fetched == Result::kNotFound) return standing;
   if (old.fetched == Result::kDone) {
-    kept.outcome = keeper_->keep(old.bytes, place, change);
-    return kept;
+    standing.kept = keeper_->keep(old.bytes, place, change);
+    return standing;
   }
   const Failure failure{Failure::Kind::kMissing,
                         std::string("cannot be fetched: ") + FtpClient::describe(old.fetched)};
   keeper_->notFetched(failure);
-  kept.outcome = failure;
-  return kept;
+  standing.kept = failure;
+  return standing;
 }
 
 TransferOutcome PanelMacros::sendFile(Running& running, std::string_view file, const MacroPlace& place,
@@ -159,12 +180,14 @@ TransferOutcome PanelMacros::sendFile(Running& running, std::string_view file, c
 }
 
 TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, const MacroPlace& place,
-                                  MacroChange change) {
+                                  MacroChange change, const BeforePanelWrite& before) {
   const std::string remotePath = remoteMacroPath(place.workplace, place.number);
   if (demo_ || remotePath.empty()) return {Result::kFailed, true};
-  const VerifiedSend::Old old = keep(running, place, change).old;
+  const PanelStanding standing = keep(running, place, change);
+  const VerifiedSend::Old& old = standing.old;
   // Who cannot be reached is not tried a second time: that would only double the wait.
   if (old.fetched == Result::kUnreachable || old.fetched == Result::kCancelled) return {old.fetched};
+  if (before && !before(standing)) return {Result::kCancelled};
   VerifiedSend verified(
       {.transfer = [&]() -> MacroTransfer& { return *running; },
        .renew = [&] { running.renew(); },

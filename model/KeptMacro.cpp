@@ -21,19 +21,18 @@ constexpr std::pair<MacroChange, std::string_view> kWords[] = {
 constexpr const char* kChange = "change";
 constexpr const char* kName = "name";
 
-// `kSave` for any other word.
-MacroChange changeOfWord(std::string_view word) {
-  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
-                                         [word](const auto& row) { return row.second == word; });
-  return found == std::end(kWords) ? MacroChange::kSave : found->first;
-}
-
 }  // namespace
 
 std::string_view changeWord(MacroChange change) {
   const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
                                          [change](const auto& word) { return word.first == change; });
   return found == std::end(kWords) ? std::string_view() : found->second;
+}
+
+MacroChange changeOfWord(std::string_view word) {
+  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
+                                         [word](const auto& row) { return row.second == word; });
+  return found == std::end(kWords) ? MacroChange::kSave : found->first;
 }
 
 std::string localTimeText(std::int64_t milliseconds) {
