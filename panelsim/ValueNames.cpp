@@ -60,20 +60,20 @@ std::vector<std::string> nearNames(const FunctionDictionary& dictionary, const s
   if (!destination) return {};
   const std::string prefix(destination->prefix()), wanted = name.substr(prefix.size());
   std::set<std::pair<std::size_t, std::string>> close;  // by edits
-  std::vector<std::string> further;
+  std::vector<std::string> names;
   for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {
     const std::string sid = dictionary.function(i).sid();
     if (sid.empty()) continue;
     if (const std::size_t edits = editsBetween(wanted, sid, kMostEdits); edits <= kMostEdits)
       close.emplace(edits, prefix + sid);
-    if (further.size() < kMostNames && !wanted.empty() && sid.starts_with(wanted) &&
-        std::find(further.begin(), further.end(), prefix + sid) == further.end())
-      further.push_back(prefix + sid);
+    if (names.size() < kMostNames && !wanted.empty() && sid.starts_with(wanted) &&
+        std::find(names.begin(), names.end(), prefix + sid) == names.end())
+      names.push_back(prefix + sid);
   }
-  std::vector<std::string> names;
   for (const auto& [edits, known] : close)
-    if (names.size() < kMostNames) names.push_back(known);
-  return names.empty() ? further : names;
+    if (names.size() < kMostNames && std::find(names.begin(), names.end(), known) == names.end())
+      names.push_back(known);
+  return names;
 }
 
 std::string cannotHold(const FunctionDictionary& dictionary, const std::string& name,

@@ -8,8 +8,8 @@
 // What is typed for a value of a simulated panel.
 namespace tessaly {
 
-// Names of values that may have been meant, the closest first, five at the most: a few letters away, else
-// those that go on where the name ends. Looks at the whole dictionary.
+// Names of values that may have been meant, five at the most: those that go on where the name ends, then
+// those that are a few letters away, the closest first. Looks at the whole dictionary.
 [[nodiscard]] std::vector<std::string> nearNames(const FunctionDictionary& dictionary,
                                                  const std::string& name);
 
