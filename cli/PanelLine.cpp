@@ -64,6 +64,8 @@ bool PanelLine::rename(int workplace, int number, const std::string& name) {
   return macros_.rename(workplace, MacroNumber::textOf(number), name);
 }
 
+bool PanelLine::run(int workplace, int number) { return macros_.run(workplace, MacroNumber::textOf(number)); }
+
 void PanelLine::received(const std::string& name, const ParameterValue& value) {
   const std::scoped_lock guard(mutex_);
   if (values_.size() == kMostWaiting) values_.pop_front();

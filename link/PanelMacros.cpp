@@ -130,6 +130,13 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
   return client_.callFunction(format("PANEL.MACRO%d.NAME.SET", workplace), parameters);
 }
 
+bool PanelMacros::run(int workplace, std::string_view number) {
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return false;
+  ParameterList parameters;
+  parameters.addString("REG", std::string(number));
+  return client_.callFunction(format("PANEL.MACRO%d.RUN", workplace), parameters);
+}
+
 void PanelMacros::cancel() {
   const MutexLock guard(mutex_);
   if (running_ == nullptr) return;

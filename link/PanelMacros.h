@@ -88,6 +88,9 @@ class PanelMacros {
   // No file moves.
   [[nodiscard]] bool demo() const { return demo_; }
 
+  // Asks the panel to carry out a macro, which it tells of by PANEL.MACRO1.RUNNING. False as above.
+  [[nodiscard]] bool run(int workplace, std::string_view number);
+
   // Ends the running operation; without one it does nothing.
   void cancel();
 

@@ -38,6 +38,13 @@ TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
   EXPECT_EQ(panel.connections(), 0U);
 }
 
+TEST_F(PanelCommands, AMacroRunsToItsEnd) {
+  EXPECT_EQ(run({"run", "2", "7"}).out, "007 - Seven runs\n007 has run\n");
+  EXPECT_THAT(run({"run", "2", "8"}).errors, HasSubstr("has no macro 008"));
+  tree.write(remote(2, "007"), "<macro name=");
+  EXPECT_THAT(run({"run", "2", "7"}).errors, HasSubstr("did not say"));
+}
+
 TEST_F(PanelCommands, FailuresHaveAReasonAndChangeNothing) {
   const Ran missing = run({"get", "2", "8", kLocal});
   EXPECT_EQ(missing.code, 1);
