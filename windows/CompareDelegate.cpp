@@ -99,7 +99,7 @@ void CompareDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   if (line)
     paintLine(*painter, style, index.row(), column == CompareModel::kLineA ? Side::kA : Side::kB);
   else if ((column == CompareModel::kTakeA || column == CompareModel::kTakeB) && model_.begins(index.row()))
-    paintArrow(*painter, style, index.row(), column == CompareModel::kTakeA ? Side::kA : Side::kB);
+    paintArrow(*painter, style, column == CompareModel::kTakeA ? Side::kA : Side::kB);
   painter->restore();
 }
 
@@ -133,14 +133,12 @@ void CompareDelegate::paintLine(QPainter& painter, const QStyleOptionViewItem& s
     if (piece.marked && !selected) painter.fillRect(place, compareGround(style.palette, here.kind, true));
     painter.setFont(piece.marked ? bold : style.font);
     painter.drawText(place.adjusted(0, 0, kMargin, 0), Qt::AlignVCenter | Qt::TextSingleLine, text);
-    if (text.size() < piece.text.size() || text != piece.text) break;
+    if (text != piece.text) break;  // cut
     x += place.width();
   }
 }
 
-void CompareDelegate::paintArrow(QPainter& painter, const QStyleOptionViewItem& style, int row,
-                                 Side side) const {
-  Q_UNUSED(row);
+void CompareDelegate::paintArrow(QPainter& painter, const QStyleOptionViewItem& style, Side side) const {
   const QStyle& look = style.widget != nullptr ? *style.widget->style() : *QApplication::style();
   QStyleOption button;
   button.palette = style.palette;

@@ -24,7 +24,7 @@ class CompareDelegate : public QStyledItemDelegate {
 
  private:
   void paintLine(QPainter& painter, const QStyleOptionViewItem& style, int row, Side side) const;
-  void paintArrow(QPainter& painter, const QStyleOptionViewItem& style, int row, Side side) const;
+  void paintArrow(QPainter& painter, const QStyleOptionViewItem& style, Side side) const;
 
   const CompareModel& model_;
 };

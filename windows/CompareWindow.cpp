@@ -195,7 +195,7 @@ void CompareWindow::showSides() {
   setWindowTitle(tr("Compare %1 with %2").arg(sides_[0].name, sides_[1].name));
   ui_->headingA->setText(sides_[0].heading);
   ui_->headingB->setText(sides_[1].heading);
-  model_.setRefusals({sides_[0].refusal, sides_[1].refusal});
+  model_.setRefusals({refusal(Side::kA), refusal(Side::kB)});
   QTableView& table = *ui_->table;
   const MacroDiff* diff = model_.diff();
   QFontMetrics metrics(table.font());
@@ -213,6 +213,13 @@ void CompareWindow::showSides() {
                                         {CompareModel::kSign, sign + 4 * CompareDelegate::kMargin}};
   for (const auto& [column, width] : widths) table.setColumnWidth(column, width);
   showTakes();
+}
+
+// For tool tips; empty where something can be taken.
+QString CompareWindow::refusal(Side side) const {
+  const CompareSide& here = sides_[sideIndex(side)];
+  return here.refusal.isEmpty() ? QString()
+                                : tr("Nothing can be taken into %1: %2.").arg(here.name, here.refusal);
 }
 
 void CompareWindow::showCounts() {
@@ -263,9 +270,10 @@ void CompareWindow::showTakes() {
     QPushButton& all = *takeAll_[sideIndex(side)];
     take.setText(tr("Take into %1").arg(here.name));
     all.setText(tr("Take All into %1").arg(here.name));
-    take.setToolTip((allowed ? tr("Take what is selected into %1 (%2)").arg(here.name, keys) : here.refusal)
+    take.setToolTip((allowed ? tr("Take what is selected into %1 (%2)").arg(here.name, keys) : refusal(side))
                         .toHtmlEscaped());
-    all.setToolTip((allowed ? tr("Take all commands into %1").arg(here.name) : here.refusal).toHtmlEscaped());
+    all.setToolTip(
+        (allowed ? tr("Take all commands into %1").arg(here.name) : refusal(side)).toHtmlEscaped());
     take.setEnabled(allowed && differs && ui_->table->selectionModel()->hasSelection());
     all.setEnabled(allowed && differs);
   }

@@ -65,6 +65,7 @@ class CompareWindow : public ReviewWindow {
                                      const FunctionDictionary& dictionary);
   void showResult();
   void showSides();
+  [[nodiscard]] QString refusal(Side side) const;
   void showCounts();
   void showDetails();
   void showTakes();
