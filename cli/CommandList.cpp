@@ -123,6 +123,7 @@ constexpr WordHelp kPanelWords[] = {
     {"put W N FILE", "send FILE as macro N; - sends standard input"},
     {"delete W N", "delete macro N"},
     {"rename W N NAME", "give macro N another name, in UTF-8"},
+    {"run W N", "have the panel carry out macro N, and wait until it has"},
     {"watch NAME", "print the values of these names as the panel sends them"},
     {"compare W FOLDER",
      "what differs between workplace W and a folder; exit code 0 nothing, 1 something, 2 trouble"},
@@ -181,7 +182,7 @@ constexpr Command kCommands[] = {
      "print the settings, or read and write them", runSettings, kSettingsWords},
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",
-     "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N |\n"
+     "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
      "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | compare W FOLDER [--json] |\n"
      "      send W FOLDER [N ...] [--force] | snapshot FILE [--force] |\n"
      "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",

@@ -10,6 +10,7 @@
 #include "cli/Commands.h"
 #include "cli/PanelBatchCommands.h"
 #include "cli/PanelLine.h"
+#include "cli/PanelRun.h"
 #include "cli/SnapshotCommands.h"
 #include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
@@ -238,6 +239,8 @@ constexpr PanelVerb kVerbs[] = {
     {"delete", Words::kMacro, runDelete},
     {"rename", Words::kMacroAndOne, runRenameOnPanel},
     {"watch", Words::kOneAndMore, runWatch},
+    {"run", Words::kMacro,
+     [](PanelTask& task) { return runOnPanel(task.session, task.place, task.workplace, task.number); }},
     {"compare", Words::kFolder, runCompare},
     {"send", Words::kFolderAndMore, runSend},
     {"snapshot", Words::kOne, runSnapshotOfPanel},

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "model/MacroFile.h"
 #include "review/PanelShelf.h"
 
 namespace tessaly {
@@ -9,7 +10,7 @@ namespace tessaly {
 PanelShelves::PanelShelves(const SiteRoot& root, MacroHistory& history, PanelPlace place)
     : place_(std::move(place)),
       history_(history),
-      macros_(client_, root, ftpTransfers(place_.ftpPort, FtpClient::Connections::kKept)) {
+      macros_(client_, root, ftpTransfers(place_.ftpPort, FtpClient::Connections::kKept), &readsAsMacro) {
   macros_.keepIn(history);
   macros_.stayConnected();
   xctlInit();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "fuzz/crash/CrashSite.h"
+#include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "review/BatchRecovery.h"
@@ -66,7 +67,7 @@ CrashBatchUser::CrashBatchUser(const fs::path& folder, std::uint16_t ftpPort)
       macros_(folder / "site"),
       history_(root_, limits()),
       client_(std::make_unique<Listening>()),
-      panel_(client_, root_, ftpTransfers(ftpPort, FtpClient::Connections::kKept)),
+      panel_(client_, root_, ftpTransfers(ftpPort, FtpClient::Connections::kKept), &readsAsMacro),
       places_(root_, history_, [this](const MacroPlace&) { return shelf_.get(); }) {
   panel_.keepIn(history_);
   panel_.stayConnected();

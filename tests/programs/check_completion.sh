@@ -50,7 +50,7 @@ offers snapshot sh -- shows
 offers restore o -- one.mac
 offers restore one.mac sh -- shows
 offers restore one.mac shows --workplace 3 --d -- --dry-run
-offers panel 127.0.0.1 re -- rename restore
+offers panel 127.0.0.1 r -- rename restore run
 offers panel 127.0.0.1 s -- send snapshot
 offers panel 127.0.0.1 send 1 sh -- shows
 offers panel 127.0.0.1 snapshot o -- one.mac
