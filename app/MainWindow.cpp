@@ -88,6 +88,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                                            *open_, *macroUndo_, lines_, this);
   comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
   comparisons_->connectTo(*open_, *historyOperations_);
+  workplaces_ = std::make_unique<Workplaces>(
+      Workplaces::Surroundings{rooms, context.site, connection_, transfer_, gate_, *open_, *macroUndo_,
+                               lines_},
+      Shelves(context.site.root, context.client, context.batchTransfers, context.demo), this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -96,6 +100,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
+  connect(workplaces_.get(), &Workplaces::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
     macroMenu_->showUndo(macroUndo_->next());
@@ -189,8 +194,10 @@ void MainWindow::addMenu() {
   connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
-  addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
-                              [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
+  QMenu* const compare =
+      addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
+                                  [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
+  addWorkplacesAction(*compare, [this] { return loaded_ ? workplaces_.get() : nullptr; });
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -324,8 +331,8 @@ void MainWindow::keepState() {
 }
 
 bool MainWindow::end() {
-  transfer_.macros().cancel();
-  if (transfer_.busy()) return false;
+  transfer_.cancel();
+  if (const bool ended = workplaces_->end(); !ended || transfer_.busy()) return false;
   keepState();
   connection_.close();
   return true;
@@ -364,6 +371,7 @@ void MainWindow::dictionaryLoaded() {
   updateControls();
   room(Pane::kA).view->applications().setFocus();
   recovery_->offer();
+  workplaces_->start();
 }
 
 PaneSituation MainWindow::situation(Pane pane) const {
@@ -413,6 +421,7 @@ void MainWindow::watchConnection() {
         : reason.isEmpty()  ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason));
   }
+  workplaces_->look();
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
@@ -459,9 +468,9 @@ bool MainWindow::mayClose() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (transfer_.busy()) {
-    // The transfer is given up first; the window closes as soon as its handler has returned.
-    transfer_.macros().cancel();
+  if (const bool ended = workplaces_->end(); !ended || transfer_.busy()) {
+    // What runs is given up first; the window closes as soon as its handler has returned.
+    transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
     event->ignore();
     return;

@@ -62,15 +62,27 @@ class InputGuard : public QObject {
 }  // namespace
 
 TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
+  TransferOutcome outcome;
+  if (work(
+          label, [&] { outcome = operation(macros_); }, [this] { macros_.cancel(); }))
+    return outcome;
+  return {FtpClient::Result::kFailed};
+}
+
+void PanelTransfer::cancel() {
+  if (cancel_) cancel_();
+}
+
+bool PanelTransfer::work(const QString& label, const std::function<void()>& job,
+                         const std::function<void()>& giveUp) {
   const EventGate::Hold hold(&gate_);
   busy_ = true;
-  TransferOutcome outcome;
   QEventLoop loop;
   bool finished = false;  // GUI thread
   std::thread worker;
   try {
     worker = std::thread([&] {
-      outcome = operation(macros_);
+      job();
       QMetaObject::invokeMethod(
           &loop,
           [&] {
@@ -82,8 +94,9 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   } catch (const std::system_error&) {
     // No thread to be had.
     busy_ = false;
-    return {FtpClient::Result::kFailed};
+    return false;
   }
+  cancel_ = giveUp;
 
   QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
   progress.setWindowModality(Qt::NonModal);  // see InputGuard
@@ -93,7 +106,7 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   progress.setAutoReset(false);
   // What was sent in part is taken back, which may take its time and can be cancelled, too.
   QObject::connect(&progress, &QProgressDialog::canceled, &loop, [&] {
-    macros_.cancel();
+    giveUp();
     QTimer::singleShot(kQuietMilliseconds, &progress, [&] {
       if (finished) return;
       progress.reset();
@@ -115,7 +128,8 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   }
   worker.join();
   busy_ = false;
-  return outcome;
+  cancel_ = {};
+  return true;
 }
 
 }  // namespace tessaly

@@ -22,10 +22,16 @@ class PanelTransfer : public QObject {
   PanelTransfer(PanelMacros& macros, EventGate& gate, QWidget* window)
       : macros_(macros), gate_(gate), window_(window) {}
 
+  // The same for any work beside the event loop; `giveUp` is called on the GUI thread, and the work then ends
+  // soon. False when it could not be begun.
+  [[nodiscard]] bool work(const QString& label, const std::function<void()>& job,
+                          const std::function<void()>& giveUp);
   // `operation` runs on a thread of its own and touches nothing of the window.
   [[nodiscard]] TransferOutcome run(const QString& label, Operation operation);
 
   [[nodiscard]] PanelMacros& macros() { return macros_; }
+  // Gives up what is under way.
+  void cancel();
   // A transfer is under way: the window must not be closed.
   [[nodiscard]] bool busy() const { return busy_; }
 
@@ -34,6 +40,7 @@ class PanelTransfer : public QObject {
   EventGate& gate_;
   QWidget* window_;
   bool busy_ = false;
+  std::function<void()> cancel_;  // of what is under way
 };
 
 }  // namespace tessaly

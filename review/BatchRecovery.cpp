@@ -151,12 +151,14 @@ std::vector<BatchRecovery> recoverBatches(BatchPlaces& places) {
     if (!found) {
       const Failure& why = found.failure();
       if (why.kind != Kind::kInUse && why.kind != Kind::kMissing)
-        all.push_back({name, How::kRefused, 0, {}, {}, why.text});
+        all.push_back({name, How::kRefused, {}, {}, {}, why.text});
       continue;
     }
-    BatchRecovery told{found->record.title, How::kEnded, found->record.items.size()};
+    BatchRecovery told{found->record.title};
     const bool reached = std::ranges::all_of(
         found->record.items, [&](const BatchItem& item) { return places.reaches(item.place); });
+    if (reached)
+      for (const BatchItem& item : found->record.items) told.written.push_back(item.place);
     if (reached)
       Recovery(places, found->journal, found->record, told).run();
     else
