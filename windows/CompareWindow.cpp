@@ -212,6 +212,9 @@ void CompareWindow::showSides() {
                                         {CompareModel::kTakeB, arrow},
                                         {CompareModel::kSign, sign + 4 * CompareDelegate::kMargin}};
   for (const auto& [column, width] : widths) table.setColumnWidth(column, width);
+  // Each heading stands over its column.
+  ui_->headingGap->changeSize(2 * arrow + table.columnWidth(CompareModel::kSign), 0, QSizePolicy::Fixed);
+  ui_->headingLayout->invalidate();
   showTakes();
 }
 

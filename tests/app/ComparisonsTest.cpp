@@ -129,7 +129,8 @@ TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
   driver().press(a_.saveChanges);
   for (const bool changed : {false, true}) {
     driver().choose(a_.macros, "001");
-    driver().choose(b_.macros, "007");
+    if (changed) awaitRow(b_.macros, "007 - Opening titles");
+    if (changed) driver().choose(b_.macros, "007");
     if (changed) fixture_.site.write(onDisk, kElsewhere);
     if (changed) first_.tree.write(onPanel, kElsewhere);
     for (const bool panel : {false, true}) {
