@@ -67,7 +67,7 @@ void MacroOperations::createMacro(Pane pane) {
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
   if (state(pane).olderFamily || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
-  if (!target.complete()) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -122,7 +122,7 @@ void MacroOperations::copyMacro(Pane pane) {
                          window_);
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete() || !open_.mayCopyTo(pane, target)) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
               placeOf(target));
   if (!onPanel(from))

@@ -14,7 +14,7 @@ using Kind = DiffRow::Kind;
 constexpr float kRowTint = 0.14F;  // of the hue; the rest is the palette's ground
 constexpr float kMarkTint = 0.34F;
 constexpr float kHatchInk = 0.35F;  // of the text colour, in a gap
-constexpr int kArrowMargin = 3;  // pixels between the frame of an arrow and the arrow
+constexpr int kArrowMargin = 3;     // pixels between the frame of an arrow and the arrow
 const QString kEllipsis = QStringLiteral("\u2026");
 
 QColor hue(Kind kind) {

@@ -9,6 +9,7 @@
 
 #include "app/Appearance.h"
 #include "tests/app/EveryDialog.h"
+#include "windows/CompareDelegate.h"
 
 namespace tessaly {
 namespace {
@@ -99,6 +100,11 @@ TEST(AppearanceTest, TextStandsOutInBothPalettes) {
       for (const auto& [ink, ground] : pairs)
         EXPECT_GE(contrast(palette.color(group, ink), palette.color(group, ground)), 4.5)
             << paletteName(choice).toStdString() << ' ' << group << ' ' << ink << " on " << ground;
+    for (const auto kind : {DiffRow::Kind::kSameMeaning, DiffRow::Kind::kChanged, DiffRow::Kind::kOnlyA,
+                            DiffRow::Kind::kMovedTo})
+      for (const bool marked : {false, true})
+        EXPECT_GE(contrast(palette.color(QPalette::Text), compareGround(palette, kind, marked)), 4.5)
+            << paletteName(choice).toStdString() << ' ' << static_cast<int>(kind) << marked;
     const auto disabled = [&](Role role) { return palette.color(QPalette::Disabled, role); };
     EXPECT_GE(contrast(disabled(QPalette::HighlightedText), disabled(QPalette::Highlight)), 4.5);
     EXPECT_GE(contrast(disabled(QPalette::ButtonText), disabled(QPalette::Button)), 2.5);

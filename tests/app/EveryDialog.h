@@ -23,6 +23,7 @@
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
+#include "windows/CompareWindow.h"
 
 namespace tessaly {
 
@@ -42,7 +43,6 @@ class EveryDialog {
 
   // One after the other, made anew.
   void visit(const std::function<void(QDialog& dialog, const char* name)>& look) {
-    using Made = std::unique_ptr<QDialog>;
     const std::pair<const char*, std::function<Made()>> makers[] = {
         {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
         {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
@@ -72,6 +72,7 @@ class EveryDialog {
          }},
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+        {"compare", [this] { return comparison(); }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
     for (const auto& [name, make] : makers) look(*make(), name);
@@ -80,6 +81,7 @@ class EveryDialog {
   WindowFixture fixture{offlineClient()};
 
  private:
+  using Made = std::unique_ptr<QDialog>;
   using Rows = std::vector<std::string>;
 
   static std::unique_ptr<QDialog> recovery() {
@@ -95,6 +97,22 @@ class EveryDialog {
   int rate_ = 25;
   EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
                          offlineClient(),       [] { return false; }, rate_,  {}};
+  // Of a macro with itself.
+  Made comparison() {
+    const auto side = [this](Side) {
+      return CompareSide{QStringLiteral("A"),
+                         QStringLiteral("a place"),
+                         {},
+                         {},
+                         [held = fixture.site.read(workingCopyPath(Pane::kA))] { return Macro::read(held); }};
+    };
+    auto window = std::make_unique<CompareWindow>(
+        CompareWays{side, {}, [] {}, {}}, LineContext{sampleDictionary(), lists_}, LineOptions(), pool_);
+    pool_.waitForDone();
+    return window;
+  }
+
+  QThreadPool pool_;
   MacroCommand command_;
   EditHistory row_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
