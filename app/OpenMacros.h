@@ -34,6 +34,22 @@ class OpenMacros : public QObject {
   // `from` shows can be compared with it. `said` tells otherwise.
   [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
 
+  // Something was written to a place or taken from it: the panes that show what was there, without unsaved
+  // changes, show what is there now.
+  void follow(const MacroPlace& written, std::optional<Pane> except = std::nullopt);
+  void follow(const MacroTarget& written, std::optional<Pane> except = std::nullopt) {
+    follow(placeOf(written), except);
+  }
+  // They show nothing: what comes there is the panel's to say, in its own time.
+  void forget(const MacroPlace& changed);
+
+  // What people are told before a macro is put back to where panes show it with unsaved changes.
+  [[nodiscard]] QStringList unsavedAt(const MacroPlace& place) const;
+  // Whether a pane is connected to the panel.
+  [[nodiscard]] bool reaches(const std::string& address) const;
+
+  [[nodiscard]] MacroTarget selectedTarget(Pane pane) const;
+
  signals:
   void macroChosen();  // in either pane: a value update is no longer busy
   void said(const QString& text);
