@@ -1,5 +1,7 @@
 #include "windows/CheckWindow.h"
 
+#include <algorithm>
+
 #include <QHeaderView>
 #include <QMenu>
 #include <QShortcut>
@@ -165,16 +167,34 @@ QString CheckWindow::summary() const {
 
 void CheckWindow::follow(const ReviewedPlace& place, ContentCheck content, const Findings& findings) {
   const auto told = [&](const FindingRow& row) { return samePlace(surroundings_.root, *row.place, place); };
-  bool any = false;
-  ReviewedPlace as = place;
-  for (int row = 0; row < model_.rowCount() && !any; ++row) {
-    any = told(*model_.row(row));
-    if (any) as = *model_.row(row)->place;
+  std::shared_ptr<const ReviewedPlace> as;
+  bool same = true;
+  for (int i = 0; i < model_.rowCount(); ++i) {
+    const FindingRow& row = *model_.row(i);
+    if (!told(row)) continue;
+    as = row.place;
+    same = same && row.content == content;
   }
-  if (!any) return;
+  if (!as || same) return;
+  const int before = ui_->findings->currentIndex().row();
+  const FindingRow chosen = before >= 0 ? *model_.row(before) : FindingRow();
   model_.replace([&](const FindingRow& row) { return told(row) && !ofFile(row.finding.rule); },
-                 rowsOf(as, content, findings));
+                 rowsOf(*as, content, findings));
+  chooseAgain(chosen, before);
   if (!work_.running()) tell(summary());
+}
+
+// The same finding, or the one that has come to stand where it stood.
+void CheckWindow::chooseAgain(const FindingRow& chosen, int before) {
+  int now = std::min(before, model_.rowCount() - 1);
+  for (int i = 0; chosen.place && i < model_.rowCount(); ++i) {
+    const FindingRow& row = *model_.row(i);
+    if (row.finding.rule == chosen.finding.rule && row.finding.command == chosen.finding.command &&
+        samePlace(surroundings_.root, *row.place, *chosen.place))
+      now = i;
+  }
+  ui_->findings->setCurrentIndex(model_.index(now, 0));
+  showCurrent();
 }
 
 void CheckWindow::tell(const QString& text) { ui_->outcome->setText(text); }

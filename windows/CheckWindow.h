@@ -52,6 +52,7 @@ class CheckWindow : public ReviewWindow {
   void start();
   void take(std::vector<FindingRow> found, Work::Progress progress);
   void end(const Outcome& outcome);
+  void chooseAgain(const FindingRow& chosen, int before);
   void openCurrent();
   void fixCurrent();
   void showCurrent();

@@ -20,15 +20,16 @@ using testing::Not;
 using testing::StartsWith;
 
 constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-constexpr const char* kClip =
-    R"(<cmd fid="QMF1.ME1.KEY1.CLIP.SET" workplace="1" group="0" module="0" widget="0"><param name="VALUE" value=")";
-
-std::string clip(const char* value) { return kClip + std::string(value) + "\"/></cmd>"; }
+std::string clip(int key, const char* value) {
+  return "<cmd fid=\"QMF1.ME1.KEY" + std::to_string(key) +
+         ".CLIP.SET\" workplace=\"1\" group=\"0\" module=\"0\"" +
+         " widget=\"0\"><param name=\"VALUE\" value=\"" + value + "\"/></cmd>";
+}
 
 // A value beyond its limits, a command twice and a function that there is not, after a sound command.
 std::string faulty(const char* name) {
-  return "<macro name=\"" + std::string(name) + "\"><data>" + clip("0.25") + clip("7") + clip("0.5") +
-         clip("0.5") +
+  return "<macro name=\"" + std::string(name) + "\"><data>" + clip(1, "0.25") + clip(2, "7") +
+         clip(3, "0.5") + clip(3, "0.5") +
          R"(<cmd fid="QMF1.NOWHERE.TO.GO" workplace="1" group="0" module="0" widget="0"/></data></macro>)";
 }
 
@@ -155,6 +156,7 @@ TEST_F(CheckingTest, ListOpensWhatLiesOnTheDiskUnlessThePaneHasUnsavedChanges) {
   list.look(ReviewScope::Kind::kFolder);
   EXPECT_THAT(list.rows(), testing::Contains("error 2 limits"));
   list.choose("error 2 limits");
+  QApplication::setActiveWindow(fixture_.window.get());
   driver().clickRow(a_.commands, 0);
   press(&driver().list(a_.commands), Qt::Key_Delete);
   ASSERT_TRUE(edited());
