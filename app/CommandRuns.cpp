@@ -206,8 +206,7 @@ bool CommandRuns::takes(Pane pane, const QMimeData& data) const {
 }
 
 bool CommandRuns::changeable(Pane pane) const {
-  const WorkingCopy& copy = state(pane).copy;
-  return state(pane).editable() && !copy.lent() && copy.macro()->kept().done();
+  return state(pane).editable() && state(pane).copy.macro()->kept().done();
 }
 
 void CommandRuns::drop(Pane pane, const CommandDrop& drop) {

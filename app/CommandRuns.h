@@ -42,7 +42,7 @@ class CommandRuns : public QObject {
   [[nodiscard]] std::unique_ptr<QMimeData> carry(Pane pane);
   // Whether it could be dropped on the pane.
   [[nodiscard]] bool takes(Pane pane, const QMimeData& data) const;
-  // Whether commands can come and go: not in a key file, a macro that cannot be saved whole, or a lent one.
+  // Whether commands can come and go: not in a key file, or a macro that cannot be saved whole.
   [[nodiscard]] bool changeable(Pane pane) const;
   void drop(Pane pane, const CommandDrop& drop);
   bool insert(Pane pane, const Expected<CommandFragment>& commands, int before, const std::string& step,

@@ -12,6 +12,7 @@
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/LocalTime.h"
 #include "platform/Text.h"
 #include "widgets/DialogText.h"
 

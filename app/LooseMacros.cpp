@@ -59,6 +59,12 @@ bool LooseMacros::write(Pane pane, const std::string& path) {
   return written.written();
 }
 
+bool LooseMacros::isAnother(Pane pane, int opening) {
+  const bool another = state(pane).copy.opening() != opening;
+  if (another) emit said(tr("NOT saved: the pane shows another macro meanwhile"));
+  return another;
+}
+
 void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   WorkingCopy& copy = state(pane).copy;
   const std::string folder = browser(folderOf).macroFolder();
@@ -67,7 +73,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   const std::string number = copy.target() ? copy.target()->numberText : std::string();
   const int opening = copy.opening();
   CopyMacroDialog position(number, name, freeNumber(names, 0), names, window_);
-  if (position.exec() != QDialog::Accepted || copy.opening() != opening) return;
+  if (position.exec() != QDialog::Accepted || isAnother(pane, opening)) return;
   const MacroTarget target{PaneSource::kHarddisk,
                            folder,
                            {},
@@ -87,7 +93,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
 void LooseMacros::saveInFile(Pane pane) {
   const int opening = state(pane).copy.opening();
   const std::string file = askForMacroFile(window_);
-  if (file.empty() || state(pane).copy.opening() != opening || !write(pane, file)) return;
+  if (file.empty() || isAnother(pane, opening) || !write(pane, file)) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
   emit said(tr("saved: %1").arg(shown(file)));
   emit changed();

@@ -28,6 +28,8 @@ class LooseMacros : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
+  // Whether the pane shows another macro than at that opening, after saying so.
+  [[nodiscard]] bool isAnother(Pane pane, int opening);
   void saveInFolder(Pane pane, Pane folderOf);
   void saveInFile(Pane pane);
   [[nodiscard]] bool write(Pane pane, const std::string& path);

@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "review/MacroCheck.h"
+#include "review/MacroEffect.h"
 #include "review/MacroSearch.h"
 
 namespace tessaly::bench {
@@ -71,6 +72,32 @@ void findAll(const char* text) {
   keep(&hits);
 }
 
+// One long macro, in which every command is of another function, and its lines.
+constexpr std::size_t kManyCommands = 10'000;
+
+const MacroCommands& manyCommands() {
+  static const Macro made = [] {
+    std::string text = "<macro name=\"Many\"><data>";
+    for (std::size_t i = 0; i < kManyCommands; ++i) text += sample().command(i, 1, static_cast<int>(i % 10));
+    auto macro = Macro::read(text + "</data></macro>");
+    require(macro.has_value());
+    return *std::move(macro);
+  }();
+  return made.commands();
+}
+
+void buildLines() {
+  for (const MacroCommand& command : manyCommands()) {
+    const std::string line = commandLine(command, {}, {sample().dictionary, sample().lists});
+    keep(&line);
+  }
+}
+
+void replayAll() {
+  const MacroEffect effect(manyCommands(), {sample().dictionary, sample().lists});
+  keep(&effect);
+}
+
 Pair beside(const char* name, std::function<void()> measured, double goal) {
   return {.name = name,
           .measured = std::move(measured),
@@ -82,6 +109,12 @@ Pair beside(const char* name, std::function<void()> measured, double goal) {
 
 const bool kRegistered[] = {
     addPair(beside("read and check 3,000 macros of 100 commands, reading as limit", checkAll, 1.5)),
+    addPair({.name = "effect of 10,000 commands, building their lines as limit",
+             .measured = replayAll,
+             .limit = buildLines,
+             .goal = 2,
+             .prepare = [] { static_cast<void>(manyCommands()); },
+             .oneThread = true}),
     addPair(beside(
         "read and search them for a function and a source", [] { findAll("function:ME1.* source:5"); }, 1.2)),
     addPair(beside(

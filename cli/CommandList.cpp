@@ -88,6 +88,17 @@ constexpr WordHelp kHistoryWords[] = {
     kRaw,
     kTabs,
 };
+constexpr WordHelp kSnapshotWords[] = {
+    {"FOLDER", "a folder with macros"},
+    {"FILE", "the snapshot to write, over an old one if there is one"},
+};
+constexpr WordHelp kRestoreWords[] = {
+    {"FILE", "the snapshot"},
+    {"FOLDER", "the folder that its macros go to"},
+    {"N", "the number of a macro, 0 to 999; all when not given"},
+    {"--workplace W", "of a panel's snapshot: the workplace whose macros are taken, 1 to 8"},
+    {"--dry-run", "only tell what would be written"},
+};
 constexpr WordHelp kClassicWords[] = {
     {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"}};
 constexpr WordHelp kValueWords[] = {
@@ -113,8 +124,11 @@ constexpr WordHelp kPanelWords[] = {
     {"delete W N", "delete macro N"},
     {"rename W N NAME", "give macro N another name, in UTF-8"},
     {"watch NAME", "print the values of these names as the panel sends them"},
+    {"snapshot FILE", "store the macros of all workplaces in FILE, over an old one if there is one"},
+    {"restore FILE", "send the macros of a snapshot that the panel does not hold as they are there"},
     kJson,
-    {"--force", "put what cannot be read as a macro"},
+    {"--force", "send or store what cannot be read as a macro, too"},
+    {"--dry-run", "only tell what would be restored"},
     {"--count N", "stop watching after N values"},
     {"--for SECONDS", "stop watching after that time, and fail when a name had no value until then"},
     {"--ftp-port P", "where the panel's files are reached; 21 when not given"},
@@ -151,6 +165,10 @@ constexpr Command kCommands[] = {
      "where something is used in macros and key files; exit code 1 nowhere", runFind, kFindWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
+    {"snapshot", "FOLDER FILE", "store the macros of a folder in one file", runSnapshot, kSnapshotWords},
+    {"restore", "FILE FOLDER [N ...] [--workplace W] [--dry-run]",
+     "put the macros of a snapshot into a folder, those that are not there as they were", runRestore,
+     kRestoreWords},
     {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},
     {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw]",
      "convert a parameter value as the value field does", runValue, kValueWords},
@@ -161,7 +179,8 @@ constexpr Command kCommands[] = {
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",
      "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N |\n"
-     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS]) [--ftp-port P] [--control-port P]",
+     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | snapshot FILE [--force] |\n"
+     "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",
      "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},
     {"help", "[COMMAND]", "what a command and its words mean", runHelp, kHelpWords},
 };

@@ -55,6 +55,9 @@ int runFind(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 
+int runSnapshot(CommandSession& session, Arguments& arguments);
+int runRestore(CommandSession& session, Arguments& arguments);
+
 // What `show` prints of a macro or key file, given by its site path.
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json);
 // Names those of the commands taken from a key file, of all for null, that nobody can read in a macro; false

@@ -9,6 +9,7 @@
 
 #include "cli/Commands.h"
 #include "cli/PanelLine.h"
+#include "cli/SnapshotCommands.h"
 #include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
 #include "link/PanelAddress.h"
@@ -36,6 +37,7 @@ struct PanelTask {
   PanelPlace place{};
   bool json = false;
   bool force = false;
+  bool dryRun = false;
   int count = 0;                           // of values to watch; 0: no end
   std::optional<milliseconds> patience{};  // how long to watch; nothing: no end
   int workplace = 0;
@@ -200,7 +202,17 @@ int runWatch(PanelTask& task) {
   return shortfall.empty() ? kExitDone : task.session.failed(shortfall);
 }
 
-enum class Words { kWorkplace, kMacro, kMacroAndOne, kNames };
+int runSnapshotOfPanel(PanelTask& task) {
+  return takePanelSnapshot(task.session, task.place, task.word(2), task.force);
+}
+
+int runRestoreOnPanel(PanelTask& task) {
+  std::vector<std::string> words;
+  for (std::size_t i = 3; i < task.arguments.size(); ++i) words.push_back(task.word(i));
+  return restoreToPanel(task.session, task.place, task.word(2), words, {task.dryRun, task.force});
+}
+
+enum class Words { kWorkplace, kMacro, kMacroAndOne, kOne, kOneAndMore };
 
 struct PanelVerb {
   std::string_view name;
@@ -214,7 +226,9 @@ constexpr PanelVerb kVerbs[] = {
     {"put", Words::kMacroAndOne, runPut},
     {"delete", Words::kMacro, runDelete},
     {"rename", Words::kMacroAndOne, runRenameOnPanel},
-    {"watch", Words::kNames, runWatch},
+    {"watch", Words::kOneAndMore, runWatch},
+    {"snapshot", Words::kOne, runSnapshotOfPanel},
+    {"restore", Words::kOneAndMore, runRestoreOnPanel},
 };
 
 // How many words stand with the address and the verb: the least, and the most that are read.
@@ -226,7 +240,9 @@ std::pair<std::size_t, std::size_t> wordCount(Words words) {
       return {4, 4};
     case Words::kMacroAndOne:
       return {5, 5};
-    case Words::kNames:
+    case Words::kOne:
+      return {3, 3};
+    case Words::kOneAndMore:
       return {3, SIZE_MAX};
   }
   return {0, 0};
@@ -234,7 +250,7 @@ std::pair<std::size_t, std::size_t> wordCount(Words words) {
 
 // Reads workplace and number; the problem, or an empty text.
 std::string readMacroWords(PanelTask& task, Words words) {
-  if (words == Words::kNames) return {};
+  if (words == Words::kOne || words == Words::kOneAndMore) return {};
   const auto workplace = wholeNumber(task.word(2), 1, Workplace::kCount);
   if (!workplace) return "a workplace is 1 to 8";
   task.workplace = *workplace;
@@ -265,6 +281,7 @@ int runPanel(CommandSession& session, Arguments& arguments) {
   PanelTask task{session, arguments};
   task.json = arguments.flag("--json");
   task.force = arguments.flag("--force");
+  task.dryRun = arguments.flag("--dry-run");
   const auto ftpPort = numberOption(arguments.option("--ftp-port"), kHighestPort, kUsualFtpPort);
   const auto controlPort = numberOption(arguments.option("--control-port"), kHighestPort, kPanelPort);
   const auto count = numberOption(arguments.option("--count"), INT_MAX, 0);

@@ -23,7 +23,7 @@ fi
 dictionary() {
   case $1 in
     XmlFile | MacroFile | InterfaceFile | CommandFragment) echo -dict=fuzz/dictionaries/xml.dict ;;
-    JsonLine | PanelStream | EditorStream) echo -dict=fuzz/dictionaries/json.dict ;;
+    JsonLine | PanelStream | EditorStream | Snapshot) echo -dict=fuzz/dictionaries/json.dict ;;
     DecodingList | SiteNames | KeyFile) echo -dict=fuzz/dictionaries/ini.dict ;;
   esac
 }

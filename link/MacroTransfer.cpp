@@ -10,7 +10,8 @@ constexpr const char* kFtpSecret = "vintrosa";
 
 class FtpTransfer final : public MacroTransfer {
  public:
-  FtpTransfer(const std::string& host, std::uint16_t port) : client_(host, port, {kFtpUser, kFtpSecret}) {}
+  FtpTransfer(const std::string& host, std::uint16_t port, FtpClient::Connections connections)
+      : client_(host, port, {kFtpUser, kFtpSecret}, connections) {}
 
   Result get(const std::string& remotePath, std::string& bytes, std::chrono::seconds patience) override {
     return client_.get(remotePath, bytes, patience);
@@ -26,9 +27,9 @@ class FtpTransfer final : public MacroTransfer {
 
 }  // namespace
 
-MacroTransferFactory ftpTransfers(std::uint16_t port) {
-  return [port](const std::string& address) {
-    return std::make_unique<FtpTransfer>(address.substr(0, address.find(':')), port);
+MacroTransferFactory ftpTransfers(std::uint16_t port, FtpClient::Connections connections) {
+  return [port, connections](const std::string& address) {
+    return std::make_unique<FtpTransfer>(address.substr(0, address.find(':')), port, connections);
   };
 }
 

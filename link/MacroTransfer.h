@@ -13,7 +13,8 @@ namespace tessaly {
 
 inline constexpr std::uint16_t kFtpPort = 21;
 
-// One operation's way to the panel's files. As FtpClient, which it is outside of tests.
+// The way to the panel's files, of one operation or of several in a row. As FtpClient, which it is outside of
+// tests.
 class MacroTransfer {
  public:
   virtual ~MacroTransfer() = default;
@@ -27,7 +28,8 @@ class MacroTransfer {
 using MacroTransferFactory = std::function<std::unique_ptr<MacroTransfer>(const std::string& host)>;
 
 // By FTP with the panel's login. A port in the address is that of the control service and is left out.
-[[nodiscard]] MacroTransferFactory ftpTransfers(std::uint16_t port = kFtpPort);
+[[nodiscard]] MacroTransferFactory ftpTransfers(
+    std::uint16_t port = kFtpPort, FtpClient::Connections connections = FtpClient::Connections::kOneEach);
 
 // What a panel holds under a number once something was sent there.
 enum class PanelHolds {

@@ -27,42 +27,58 @@ std::string remoteMacroPath(int workplace, std::string_view number) {
 // The operation under way: its transfer, within reach of cancel.
 class PanelMacros::Running {
  public:
-  Running(PanelMacros& macros, const std::string& address) : macros_(macros), address_(address) { renew(); }
+  Running(PanelMacros& macros, const std::string& address) : macros_(macros), address_(address) {
+    start(macros_.leftTo_ == address ? std::move(macros_.left_) : nullptr);
+    macros_.left_.reset();
+  }
   ~Running() {
     const MutexLock guard(macros_.mutex_);
     macros_.running_ = nullptr;
+    if (!macros_.staysConnected_ || macros_.cancelled_) return;
+    macros_.left_ = std::move(transfer_);
+    macros_.leftTo_ = address_;
   }
   Running(const Running&) = delete;
   Running& operator=(const Running&) = delete;
 
   // A cancelled transfer stays cancelled.
-  void renew() {
-    auto transfer = macros_.transfers_(address_);
-    const MutexLock guard(macros_.mutex_);
-    transfer_.swap(transfer);
-    macros_.running_ = transfer_.get();
-  }
+  void renew() { start(nullptr); }
   MacroTransfer& operator*() const { return *transfer_; }
   MacroTransfer* operator->() const { return transfer_.get(); }
 
  private:
+  void start(std::unique_ptr<MacroTransfer> transfer) {
+    if (!transfer) transfer = macros_.transfers_(address_);
+    const MutexLock guard(macros_.mutex_);
+    transfer_.swap(transfer);
+    macros_.running_ = transfer_.get();
+    macros_.cancelled_ = false;
+  }
+
   PanelMacros& macros_;
   const std::string address_;
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
-PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo,
-                         MacroReader reader)
+PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers,
+                         MacroReader reader, bool demo)
     : client_(client),
       root_(root),
       transfers_(std::move(transfers)),
-      demo_(demo),
-      reader_(std::move(reader)) {}
+      reader_(std::move(reader)),
+      demo_(demo) {}
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
   Running running(*this, address);
   return fetch(running, remoteMacroPath(workplace, number), file);
+}
+
+VerifiedSend::Old PanelMacros::read(const std::string& address, int workplace, std::string_view number) {
+  const std::string remotePath = remoteMacroPath(workplace, number);
+  if (demo_ || remotePath.empty()) return {Result::kFailed, {}};
+  Running running(*this, address);
+  return fetchOld(running, remotePath, FtpClient::kPatience);
 }
 
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
@@ -72,9 +88,10 @@ TransferOutcome PanelMacros::upload(const std::string& address, int workplace, s
 }
 
 TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workplace, std::string_view number,
-                                         std::string_view bytes, MacroChange change) {
+                                         std::string_view bytes, MacroChange change,
+                                         const BeforePanelWrite& before) {
   Running running(*this, address);
-  return send(running, bytes, {{}, address, workplace, std::string(number)}, change);
+  return send(running, bytes, {{}, address, workplace, std::string(number)}, change, before);
 }
 
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
@@ -87,14 +104,14 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
 }
 
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
-                                          OldContent old) {
+                                          OldContent old, const BeforePanelWrite& before) {
   if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
   if (old == OldContent::kKept) {
     Running running(*this, address);
     const MacroPlace place{{}, address, workplace, std::string(number)};
-    const Kept kept = keep(running, place, MacroChange::kDelete);
-    if (kept.old.fetched == Result::kCancelled) return {};
-    if (!kept.outcome) return {false, kept.outcome};
+    const PanelStanding standing = keep(running, place, MacroChange::kDelete);
+    if (standing.old.fetched == Result::kCancelled || (before && !before(standing))) return {};
+    if (!standing.kept) return {false, standing.kept};
   }
   return {askToDelete(workplace, number), {}};
 }
@@ -115,7 +132,9 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
 
 void PanelMacros::cancel() {
   const MutexLock guard(mutex_);
-  if (running_ != nullptr) running_->cancel();
+  if (running_ == nullptr) return;
+  running_->cancel();
+  cancelled_ = true;
 }
 
 TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePath, std::string_view file) {
@@ -125,7 +144,7 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   std::string bytes;
   outcome.transfer = running->get(remotePath, bytes, FtpClient::kPatience);
   if (outcome.transfer != Result::kDone) return outcome;
-  if (const Outcome read = reader_ ? reader_(bytes) : Outcome(); !read) {
+  if (const Outcome read = reader_(bytes); !read) {
     outcome.transfer = Result::kUnreadable;
     outcome.detail = read.failure().text;
   } else if (!writeFile(root_, file, bytes).written()) {
@@ -134,21 +153,39 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   return outcome;
 }
 
-PanelMacros::Kept PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
-  Kept kept;
-  if (demo_) return kept;
-  VerifiedSend::Old& old = kept.old;
-  old.fetched = running->get(remoteMacroPath(place.workplace, place.number), old.bytes, kKeepingPatience);
-  if (keeper_ == nullptr || old.fetched == Result::kNotFound) return kept;
-  if (old.fetched == Result::kDone) {
-    kept.outcome = keeper_->keep(old.bytes, place, change);
-    return kept;
+VerifiedSend::Old PanelMacros::fetchOld(Running& running, const std::string& remotePath,
+                                        std::chrono::seconds patience) const {
+  VerifiedSend::Old old;
+  std::string bytes;
+  old.fetched = running->get(remotePath, bytes, patience);
+  if (old.fetched != Result::kDone) return old;
+  if (reader_(bytes)) {
+    old.bytes = std::move(bytes);
+    return old;
   }
-  const Failure failure{Failure::Kind::kMissing,
+  std::string again;
+  old.fetched = running->get(remotePath, again, patience);
+  if (old.fetched != Result::kDone) return old;
+  if (!reader_(again)) old.fetched = Result::kUnreadable;
+  if (old.fetched == Result::kDone || again == bytes) old.bytes = std::move(again);
+  return old;
+}
+
+PanelStanding PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
+  PanelStanding standing;
+  if (demo_) return standing;
+  VerifiedSend::Old& old = standing.old;
+  old = fetchOld(running, remoteMacroPath(place.workplace, place.number), kKeepingPatience);
+  if (keeper_ == nullptr || old.fetched == Result::kNotFound) return standing;
+  if (old.bytes) {
+    standing.kept = keeper_->keep(*old.bytes, place, change);
+    return standing;
+  }
+  const Failure failure{Failure::Kind::kPanel,
                         std::string("cannot be fetched: ") + FtpClient::describe(old.fetched)};
   keeper_->notFetched(failure);
-  kept.outcome = failure;
-  return kept;
+  standing.kept = failure;
+  return standing;
 }
 
 TransferOutcome PanelMacros::sendFile(Running& running, std::string_view file, const MacroPlace& place,
@@ -159,12 +196,14 @@ TransferOutcome PanelMacros::sendFile(Running& running, std::string_view file, c
 }
 
 TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, const MacroPlace& place,
-                                  MacroChange change) {
+                                  MacroChange change, const BeforePanelWrite& before) {
   const std::string remotePath = remoteMacroPath(place.workplace, place.number);
   if (demo_ || remotePath.empty()) return {Result::kFailed, true};
-  const VerifiedSend::Old old = keep(running, place, change).old;
+  const PanelStanding standing = keep(running, place, change);
+  const VerifiedSend::Old& old = standing.old;
   // Who cannot be reached is not tried a second time: that would only double the wait.
   if (old.fetched == Result::kUnreachable || old.fetched == Result::kCancelled) return {old.fetched};
+  if (before && !before(standing)) return {Result::kCancelled};
   VerifiedSend verified(
       {.transfer = [&]() -> MacroTransfer& { return *running; },
        .renew = [&] { running.renew(); },

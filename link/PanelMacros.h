@@ -23,6 +23,14 @@ namespace tessaly {
 // Whether bytes can be read as a macro; the failure's text says why not. Any thread.
 using MacroReader = std::function<Outcome(std::string_view bytes)>;
 
+// What stands under a number that is about to be overwritten or deleted, and whether it is kept.
+struct PanelStanding {
+  VerifiedSend::Old old;
+  Outcome kept;  // done also when there is nothing to keep, or nobody to keep it
+};
+// Asked once that is known; false: nothing is written.
+using BeforePanelWrite = std::function<bool(const PanelStanding& standing)>;
+
 // Moves macros between this computer and a panel, and has the panel delete and rename them. Files are site
 // paths, macro numbers three digits. Operations block, one at a time, on any thread; `cancel` comes from
 // another one. A failed download leaves the local file as it was, and one that brings no macro counts as
@@ -31,27 +39,33 @@ using MacroReader = std::function<Outcome(std::string_view bytes)>;
 //
 // What a number holds is fetched before it is overwritten or deleted, and goes to the keeper. That is an
 // extra: whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just
-// found unreachable. A deletion stops when its caller wants the old content kept.
+// found unreachable. A deletion stops when its caller wants the old content kept. Old content that is
+// no macro is fetched twice: what comes the same again stands there, and is kept, but never put back
+// (VerifiedSend); what does not was garbled on its way, and counts as not fetched.
 class PanelMacros {
  public:
-  // Observes client and root. Without a reader whatever comes is taken. With `demo` no file moves: every
-  // transfer fails.
-  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false,
-              MacroReader reader = {});
+  // Observes client and root. With `demo` no file moves: every transfer fails.
+  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, MacroReader reader,
+              bool demo = false);
 
   // Observed. Before the first operation.
   void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
   void waitFor(PutBackPatience patience) { patience_ = patience; }
+  // The way to the files goes on from one operation to the next, until one is cancelled.
+  void stayConnected() { staysConnected_ = true; }
 
   [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
                                          std::string_view file);
+
+  // What the panel holds, whether or not it is a macro.
+  [[nodiscard]] VerifiedSend::Old read(const std::string& address, int workplace, std::string_view number);
 
   // Also for a macro that was just created in `file`.
   [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
                                        std::string_view file, MacroChange change = MacroChange::kSave);
   [[nodiscard]] TransferOutcome uploadBytes(const std::string& address, int workplace,
                                             std::string_view number, std::string_view bytes,
-                                            MacroChange change);
+                                            MacroChange change, const BeforePanelWrite& before = {});
 
   // Within one workplace of one panel. The macro is fetched into `buffer`, which is overwritten, and sent
   // from there.
@@ -67,9 +81,12 @@ class PanelMacros {
   // Asks the panel to delete a macro, once its old content is kept, unless that may be lost. Nor is it asked
   // when the user cancels while the old content is fetched from `address`.
   [[nodiscard]] Deletion remove(const std::string& address, int workplace, std::string_view number,
-                                OldContent old = OldContent::kKept);
+                                OldContent old = OldContent::kKept, const BeforePanelWrite& before = {});
   // Asks the panel; as above. False when it could not be asked.
   [[nodiscard]] bool rename(int workplace, std::string_view number, const std::string& name);
+
+  // No file moves.
+  [[nodiscard]] bool demo() const { return demo_; }
 
   // Ends the running operation; without one it does nothing.
   void cancel();
@@ -81,24 +98,25 @@ class PanelMacros {
   [[nodiscard]] TransferOutcome sendFile(Running& running, std::string_view file, const MacroPlace& place,
                                          MacroChange change);
   [[nodiscard]] TransferOutcome send(Running& running, std::string_view bytes, const MacroPlace& place,
-                                     MacroChange change);
-  // The old content, and what became of keeping it: done when there is nobody to keep it, or nothing.
-  struct Kept {
-    VerifiedSend::Old old;
-    Outcome outcome;
-  };
-  [[nodiscard]] Kept keep(Running& running, const MacroPlace& place, MacroChange change);
+                                     MacroChange change, const BeforePanelWrite& before = {});
+  [[nodiscard]] PanelStanding keep(Running& running, const MacroPlace& place, MacroChange change);
+  [[nodiscard]] VerifiedSend::Old fetchOld(Running& running, const std::string& remotePath,
+                                           std::chrono::seconds patience) const;
   [[nodiscard]] bool askToDelete(int workplace, std::string_view number);
 
   PanelClient& client_;
   const SiteRoot& root_;
   MacroTransferFactory transfers_;
-  bool demo_;
   MacroReader reader_;
+  bool demo_;
   MacroKeeper* keeper_ = nullptr;
   PutBackPatience patience_;
+  bool staysConnected_ = false;
+  std::unique_ptr<MacroTransfer> left_;  // by the operation before, to the host of `leftTo_`
+  std::string leftTo_;
   Mutex mutex_;
   MacroTransfer* running_ GUARDED_BY(mutex_) = nullptr;  // of the operation under way
+  bool cancelled_ GUARDED_BY(mutex_) = false;            // what runs
 };
 
 }  // namespace tessaly

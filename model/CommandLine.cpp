@@ -200,6 +200,16 @@ std::string keyCommandLine(const ClassicCommand& command, const LineOptions& opt
   return line;
 }
 
+std::string shownValue(const FunctionRecord& function, std::string_view parameter, std::string_view stored,
+                       const FunctionDictionary& dictionary) {
+  const IntegerParameter* const whole = parameterNamed(function.definition().integers, parameter);
+  if (whole && !whole->scaled) return std::string(stored);
+  std::string text;
+  appendParameter(text, {std::string(parameter), std::string(stored)}, function, dictionary, {});
+  if (parameterNamed(function.definition().enums, parameter) && !text.empty()) text.erase(0, 1);
+  return text.empty() ? std::string(stored) : text;
+}
+
 std::string destinationLabel(std::string_view destination, std::string_view workplace) {
   std::string label(destination);
   if (const auto known = Destination::named(destination)) {

@@ -30,6 +30,11 @@ struct LineContext {
 [[nodiscard]] std::string keyCommandLine(const ClassicCommand& command, const LineOptions& options,
                                          const LineContext& context);
 
+// What a line shows for one value of a function: "50.0%", "Off", "Input 05"; of a whole number the number
+// alone. The stored value where the dictionary knows nothing else.
+[[nodiscard]] std::string shownValue(const FunctionRecord& function, std::string_view parameter,
+                                     std::string_view stored, const FunctionDictionary& dictionary);
+
 // "Mainframe1 - " for "QMF1", "Panel/Workplace2 - " for "PANEL", else the destination and " - ".
 [[nodiscard]] std::string destinationLabel(std::string_view destination, std::string_view workplace);
 

@@ -29,11 +29,9 @@ struct KeptMacro {
 
 // The words of a record and of the command line ("save", "put-back" ...).
 [[nodiscard]] std::string_view changeWord(MacroChange change);
+[[nodiscard]] MacroChange changeOfWord(std::string_view word);  // `kSave` for any other word
 
 // The record beside a kept macro of these bytes (docs/history-format.md).
 [[nodiscard]] std::string historyRecord(std::string_view bytes, const MacroPlace& place, MacroChange change);
-
-// "2026-11-24 18:56:44" in local time.
-[[nodiscard]] std::string localTimeText(std::int64_t milliseconds);
 
 }  // namespace tessaly

@@ -64,11 +64,7 @@ MacroHistory::MacroHistory(const SiteRoot& root, Limits limits, Clock clock)
     : root_(root), folder_(root.path() / kFolder), limits_(limits), clock_(std::move(clock)) {}
 
 MacroPlace MacroHistory::placeOfFile(std::string_view path) const {
-  const fs::path host = root_.resolve(path);
-  const std::string inside = host.lexically_relative(root_.path()).string();
-  if (inside.size() < 3 || inside[1] != '/' || inside[0] < 'a' || inside[0] > 'z')
-    return {host.string(), {}, 0, {}};
-  return {inside.substr(0, 1) + ":" + replaceAll(inside.substr(1), "/", "\\"), {}, 0, {}};
+  return {root_.sitePathOf(root_.resolve(path)), {}, 0, {}};
 }
 
 bool MacroHistory::onDrive(const MacroPlace& place) { return place.file.size() > 1 && place.file[1] == ':'; }

@@ -1,17 +1,15 @@
 #include "model/StepsText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <utility>
 
-#include "model/RecordText.h"
+#include "model/FramedRecord.h"
 
 namespace tessaly {
 namespace {
 
 constexpr std::uint64_t kVersion = 1;
-constexpr std::size_t kLongestFrame = 48;  // "LENGTH SUM", both at their longest
 
 constexpr const char* kKind = "kind";
 constexpr const char* kHead = "steps";
@@ -22,8 +20,6 @@ constexpr const char* kSaved = "saved";
 
 constexpr const char* kVersionKey = "version";
 constexpr const char* kCut = "cut";
-constexpr const char* kSize = "size";
-constexpr const char* kSum = "sum";
 constexpr const char* kName = "name";
 constexpr const char* kSelectedBefore = "before";
 constexpr const char* kSelectedAfter = "after";
@@ -31,15 +27,6 @@ constexpr const char* kAt = "at";
 constexpr const char* kRemoved = "removed";
 constexpr const char* kAdded = "added";
 constexpr const char* kCount = "count";
-
-// Takes a decimal number and the character behind it from the front.
-std::optional<std::uint64_t> takeNumber(std::string_view& text, char behind) {
-  std::uint64_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end == text.data() + text.size() || *end != behind) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()) + 1);
-  return value;
-}
 
 std::string numbersText(const std::vector<int>& numbers) {
   std::string text;
@@ -57,52 +44,12 @@ std::optional<std::vector<int>> numbersOf(std::string_view text) {
   return numbers;
 }
 
-void set(RecordText& text, const ContentCheck& check) {
-  text.set(kSize, check.size);
-  text.set(kSum, check.sum);
-}
-
-std::optional<ContentCheck> checkOf(const RecordText& text) {
-  const auto size = text.number(kSize), sum = text.number(kSum);
-  return size && sum ? std::optional(ContentCheck{*size, *sum}) : std::nullopt;
-}
-
-// A record: its keys, an empty line and bytes as they are, in a frame.
-struct Record {
-  RecordText keys;
-  std::string_view bytes;
-};
-
-std::string framed(const RecordText& keys, std::string_view removed = {}, std::string_view added = {}) {
-  std::string inside = keys.text() + '\n';
-  inside.append(removed).append(added);
-  return std::to_string(inside.size()) + ' ' + std::to_string(contentCheck(inside).sum) + '\n' + inside +
-         '\n';
-}
-
-// Takes a record from the front; nothing, and nothing taken, when no whole one stands there.
-std::optional<Record> takeRecord(std::string_view& text) {
-  std::string_view frame = text.substr(0, kLongestFrame);
-  const auto length = takeNumber(frame, ' ');
-  const auto sum = length ? takeNumber(frame, '\n') : std::nullopt;
-  if (!sum) return std::nullopt;
-  const std::string_view rest = text.substr(std::min(text.size(), kLongestFrame) - frame.size());
-  if (*length >= rest.size() || rest[*length] != '\n') return std::nullopt;
-  const std::string_view inside = rest.substr(0, *length);
-  if (contentCheck(inside).sum != *sum) return std::nullopt;
-  const std::size_t keys = inside.find("\n\n");
-  auto read = keys == std::string_view::npos ? std::nullopt : RecordText::parse(inside.substr(0, keys + 1));
-  if (!read) return std::nullopt;
-  text = rest.substr(*length + 1);
-  return Record{*std::move(read), inside.substr(keys + 2)};
-}
-
-std::optional<StepsChange> stepOf(const Record& record) {
+std::optional<StepsChange> stepOf(const FramedRecord& record) {
   const auto at = record.keys.number(kAt), removed = record.keys.number(kRemoved),
              added = record.keys.number(kAdded);
   const auto before = numbersOf(record.keys.get(kSelectedBefore)),
              after = numbersOf(record.keys.get(kSelectedAfter));
-  const auto check = checkOf(record.keys);
+  const auto check = checkIn(record.keys);
   const std::size_t size = record.bytes.size();
   if (!at || !removed || !added || !before || !after || !check) return std::nullopt;
   if (*removed > size || *added != size - *removed) return std::nullopt;
@@ -114,11 +61,11 @@ std::optional<StepsChange> stepOf(const Record& record) {
       *check};
 }
 
-std::optional<StepsChange> changeOf(const Record& record) {
+std::optional<StepsChange> changeOf(const FramedRecord& record) {
   const std::string& kind = record.keys.get(kKind);
   if (kind == kStep) return stepOf(record);
   if (kind == kSaved) {
-    return StepsSaved{checkOf(record.keys)};
+    return StepsSaved{checkIn(record.keys)};
   }
   const auto count = record.keys.number(kCount);
   if ((kind != kUndo && kind != kRedo) || !count || *count == 0 || *count > EditHistory::kMostSteps)
@@ -170,17 +117,17 @@ std::string stepsRecord(const StepsChange& change) {
     keys.set(kAt, static_cast<std::uint64_t>(step->change.at));
     keys.set(kRemoved, static_cast<std::uint64_t>(step->change.removed.size()));
     keys.set(kAdded, static_cast<std::uint64_t>(step->change.added.size()));
-    set(keys, step->after);
-    return framed(keys, step->change.removed, step->change.added);
+    setCheck(keys, step->after);
+    return framedRecord(keys, step->change.removed, step->change.added);
   }
   if (const auto* move = std::get_if<StepsMove>(&change)) {
     keys.set(kKind, std::string_view(move->by < 0 ? kUndo : kRedo));
     keys.set(kCount, static_cast<std::uint64_t>(move->by < 0 ? -move->by : move->by));
   } else if (const auto* saved = std::get_if<StepsSaved>(&change)) {
     keys.set(kKind, std::string_view(kSaved));
-    if (saved->check) set(keys, *saved->check);
+    if (saved->check) setCheck(keys, *saved->check);
   }
-  return framed(keys);
+  return framedRecord(keys);
 }
 
 std::string stepsText(const MacroPlace& place, const EditHistory& row) {
@@ -189,8 +136,8 @@ std::string stepsText(const MacroPlace& place, const EditHistory& row) {
   head.set(kVersionKey, kVersion);
   head.set(place);
   if (row.cut()) head.set(kCut, std::string_view("yes"));
-  set(head, row.checkAt(0));
-  std::string text = framed(head);
+  setCheck(head, row.checkAt(0));
+  std::string text = framedRecord(head);
   if (row.saved()) text += stepsRecord(StepsSaved{*row.saved()});
   for (std::size_t number = 0; number < row.size(); ++number) text += stepsRecord(row.step(number));
   if (row.canRedo()) text += stepsRecord(StepsMove{-static_cast<int>(row.size() - row.position())});
@@ -199,11 +146,11 @@ std::string stepsText(const MacroPlace& place, const EditHistory& row) {
 
 std::variant<StepsHead, StepsFault> readStepsHead(std::string_view text) {
   const std::size_t size = text.size();
-  const auto record = takeRecord(text);
+  const auto record = takeFramedRecord(text);
   if (!record || record->keys.get(kKind) != kHead) return StepsFault::kDamaged;
   if (record->keys.number(kVersionKey) != kVersion) return StepsFault::kOtherVersion;
   const auto place = record->keys.place();
-  const auto check = checkOf(record->keys);
+  const auto check = checkIn(record->keys);
   if (!place || !check) return StepsFault::kDamaged;
   return StepsHead{*place, EditHistory(*check, !record->keys.get(kCut).empty()), size - text.size()};
 }
@@ -214,7 +161,7 @@ std::optional<StepsRead> readSteps(StepsHead head, std::string_view text, const 
   std::size_t end = head.end;       // of what has been made
   std::optional<StepsChange> last;  // is held back
   std::size_t lastEnd = end;
-  while (const auto record = takeRecord(rest)) {
+  while (const auto record = takeFramedRecord(rest)) {
     auto change = changeOf(*record);
     if (!change) break;
     if (last) make(row, *std::exchange(last, std::nullopt));

@@ -48,7 +48,7 @@ _tessaly_cli_parameters() { # FID, what follows a name
 _tessaly_cli_operand() {
   case $1 in
     A | B | FILE* | KEY* | PATH) _tessaly_cli_files ;;
-    DIR) _tessaly_cli_files -d ;;
+    DIR | FOLDER) _tessaly_cli_files -d ;;
     FID) _tessaly_cli_functions "${2:-}" ;;
     W) _tessaly_cli_words "1 2 3 4 5 6 7 8" ;;
     M) _tessaly_cli_words "1 2 3 4" ;;
@@ -112,8 +112,9 @@ _tessaly_cli_place() {
   done
   if [[ $command == panel ]]; then
     case $place in
-      1) _tessaly_cli_words "list get put delete rename watch" ;;
-      2) _tessaly_cli_operand W ;;
+      1) _tessaly_cli_words "list get put delete rename watch snapshot restore" ;;
+      2) _tessaly_cli_operand "$([[ ${places[1]} == snapshot || ${places[1]} == restore ]] && echo FILE || echo W)" ;;
+      3) [[ ${places[1]} == restore ]] && _tessaly_cli_operand W ;;
       4) [[ ${places[1]} == [gp]?t ]] && _tessaly_cli_operand FILE ;;
     esac
     return

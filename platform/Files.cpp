@@ -133,6 +133,12 @@ Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t
   return systemFailure(error, "written");
 }
 
+bool isThisUsers(const SiteRoot& root, std::string_view path) {
+  struct stat status {};
+  return ::lstat(root.resolve(path).c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+         status.st_uid == ::geteuid();
+}
+
 Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to) {
   if (::rename(root.resolve(from).c_str(), root.resolve(to).c_str()) == 0) return {};
   return systemFailure(errno, "moved");

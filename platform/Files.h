@@ -55,6 +55,9 @@ Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view t
 Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t size,
                         std::string_view bytes);
 
+// Whether it is a file, no link, and this user's: what another one has written there decides nothing for us.
+[[nodiscard]] bool isThisUsers(const SiteRoot& root, std::string_view path);
+
 // Gives a file that the program keeps for itself another name in its folder, whatever stands there.
 Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to);
 

@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 #include <string_view>
+#include <sys/socket.h>
 #include <system_error>
 #include <utility>
 
@@ -84,19 +85,48 @@ struct ReleaseList {
   void operator()(curl_slist* list) const { curl.slistFreeAll(list); }
 };
 
-// One connection with one file on it.
+}  // namespace
+
+// Where transfers run, and the connection that the last one has left for the next.
+class FtpClient::Line {
+ public:
+  explicit Line(const CurlLibrary& curl) : curl_(curl), multi_(curl.multiInit(), ReleaseMulti{curl}) {}
+  // The library would say farewell and wait for the answer, minutes long where the panel has gone silent.
+  ~Line() {
+    if (isOpen()) ::shutdown(control_, SHUT_RDWR);
+  }
+  Line(const Line&) = delete;
+  Line& operator=(const Line&) = delete;
+
+  [[nodiscard]] const CurlLibrary& curl() const { return curl_; }
+  [[nodiscard]] CURLM* multi() const { return multi_.get(); }
+  [[nodiscard]] bool isOpen() const { return control_ != CURL_SOCKET_BAD; }
+  void keep(curl_socket_t control) { control_ = control; }
+
+ private:
+  const CurlLibrary& curl_;
+  curl_socket_t control_ = CURL_SOCKET_BAD;
+  std::unique_ptr<CURLM, ReleaseMulti> multi_;
+};
+
+namespace {
+
+// One file on a connection.
+template <class Line>
 class Transfer {
  public:
   using Result = FtpClient::Result;
 
-  Transfer(const CurlLibrary& curl, const std::string& url, const FtpClient::Login& login,
+  Transfer(Line& line, bool kept, const std::string& url, const FtpClient::Login& login,
            const std::atomic<bool>& cancelled, std::chrono::seconds patience)
-      : curl_(curl),
+      : line_(line),
+        curl_(line.curl()),
+        kept_(kept),
+        wasOpen_(line.isOpen()),
         cancelled_(cancelled),
         patience_(patience),
-        easy_(curl.easyInit(), ReleaseEasy{curl}),
-        multi_(curl.multiInit(), ReleaseMulti{curl}) {
-    if (!easy_ || !multi_) return;
+        easy_(curl_.easyInit(), ReleaseEasy{curl_}) {
+    if (!easy_ || line_.multi() == nullptr) return;
     set(CURLOPT_URL, url.c_str());
     set(CURLOPT_PROTOCOLS_STR, "ftp");
     set(CURLOPT_PROXY, "");
@@ -104,8 +134,8 @@ class Transfer {
     set(CURLOPT_PASSWORD, login.secret.c_str());
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_QUICK_EXIT, 1L);  // giving up must not wait for a name server
-    set(CURLOPT_FRESH_CONNECT, 1L);
-    set(CURLOPT_FORBID_REUSE, 1L);
+    set(CURLOPT_FRESH_CONNECT, kept ? 0L : 1L);
+    set(CURLOPT_FORBID_REUSE, kept ? 0L : 1L);
     set(CURLOPT_FTP_USE_EPSV, 0L);
     set(CURLOPT_FTP_SKIP_PASV_IP, 1L);
     set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
@@ -122,10 +152,14 @@ class Transfer {
   }
 
   ~Transfer() {
-    if (added_) curl_.multiRemoveHandle(multi_.get(), easy_.get());
+    if (added_) curl_.multiRemoveHandle(line_.multi(), easy_.get());
   }
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
+
+  // The connection was left by the transfer before, and nothing has come or gone over it: it may have ended
+  // since, which is no failure of this one.
+  [[nodiscard]] bool neverBegan() const { return reused() && moved_ == 0 && !tooLarge_; }
 
   // The library would believe the size that the server tells, and keep no more than that. So it is asked for
   // here, and compared.
@@ -169,19 +203,26 @@ class Transfer {
   }
 
   Result run() {
-    if (!easy_ || !multi_ || refused_) return Result::kFailed;
-    added_ = curl_.multiAddHandle(multi_.get(), easy_.get()) == CURLM_OK;
+    if (!easy_ || line_.multi() == nullptr || refused_) return Result::kFailed;
+    added_ = curl_.multiAddHandle(line_.multi(), easy_.get()) == CURLM_OK;
     int running = added_ ? 1 : 0;
     while (running > 0) {
       if (cancelled_) return Result::kCancelled;
       if (const auto tooLong = takesTooLong()) return *tooLong;
-      if (curl_.multiPerform(multi_.get(), &running) != CURLM_OK) return Result::kFailed;
-      if (running > 0) curl_.multiPoll(multi_.get(), nullptr, 0, kCancelPollMs, nullptr);
+      if (curl_.multiPerform(line_.multi(), &running) != CURLM_OK) return Result::kFailed;
+      if (running > 0) curl_.multiPoll(line_.multi(), nullptr, 0, kCancelPollMs, nullptr);
+    }
+    if (kept_) {
+      curl_socket_t control = CURL_SOCKET_BAD;
+      curl_.easyGetinfo(easy_.get(), CURLINFO_ACTIVESOCKET, &control);
+      line_.keep(control);
     }
     int left = 0;
-    const CURLMsg* const message = curl_.multiInfoRead(multi_.get(), &left);
+    const CURLMsg* const message = curl_.multiInfoRead(line_.multi(), &left);
     return message && message->msg == CURLMSG_DONE ? result(message->data.result) : Result::kFailed;
   }
+
+  [[nodiscard]] bool reused() const { return wasOpen_ && info<long>(CURLINFO_NUM_CONNECTS) == 0; }
 
   // The library judges by the average speed of some seconds, so it takes much longer to see that a transfer
   // stopped after its first bytes.
@@ -200,7 +241,7 @@ class Transfer {
   Result result(CURLcode code) const {
     if (tooLarge_) return Result::kFailed;
     if (refusal_ == kLocalError && code != CURLE_OK) return Result::kPanelError;
-    const bool connected = info<curl_off_t>(CURLINFO_CONNECT_TIME_T) > 0;
+    const bool connected = reused() || info<curl_off_t>(CURLINFO_CONNECT_TIME_T) > 0;
     switch (static_cast<int>(code)) {
       case CURLE_OK:
         return Result::kDone;
@@ -266,11 +307,13 @@ class Transfer {
     return given;
   }
 
+  Line& line_;
   const CurlLibrary& curl_;
+  const bool kept_;     // the connection is left for the next one
+  const bool wasOpen_;  // it may be that of the one before
   const std::atomic<bool>& cancelled_;
   const std::chrono::seconds patience_;
   std::unique_ptr<CURL, ReleaseEasy> easy_;
-  std::unique_ptr<CURLM, ReleaseMulti> multi_;
   bool added_ = false;
   bool refused_ = false;  // an option that the library does not take
   std::string* target_ = nullptr;
@@ -284,8 +327,10 @@ class Transfer {
 
 }  // namespace
 
-FtpClient::FtpClient(std::string host, std::uint16_t port, Login login)
-    : host_(std::move(host)), port_(port), login_(std::move(login)) {}
+FtpClient::FtpClient(std::string host, std::uint16_t port, Login login, Connections connections)
+    : host_(std::move(host)), port_(port), login_(std::move(login)), connections_(connections) {}
+
+FtpClient::~FtpClient() = default;
 
 FtpClient::Result FtpClient::get(const std::string& remotePath, std::string& bytes,
                                  std::chrono::seconds patience) {
@@ -299,14 +344,26 @@ FtpClient::Result FtpClient::put(std::string_view bytes, const std::string& remo
 
 template <class Use>
 FtpClient::Result FtpClient::run(const std::string& remotePath, std::chrono::seconds patience,
-                                 const Use& use) const {
+                                 const Use& use) {
   if (cancelled_) return Result::kCancelled;
   if (!isPlainHost(host_)) return Result::kUnreachable;
   if (!isFilePath(remotePath)) return Result::kNotFound;
   const CurlLibrary* curl = CurlLibrary::get();
   if (curl == nullptr) return Result::kNoLibrary;
-  Transfer transfer(*curl, makeUrl(host_, port_, remotePath), login_, cancelled_, patience);
-  return use(transfer);
+  const bool kept = connections_ == Connections::kKept;
+  while (true) {
+    if (!line_) line_ = std::make_unique<Line>(*curl);
+    bool again = false;
+    Result result = Result::kFailed;
+    {
+      Transfer transfer(*line_, kept, makeUrl(host_, port_, remotePath), login_, cancelled_, patience);
+      result = use(transfer);
+      again = (result == Result::kCut || result == Result::kFailed) && transfer.neverBegan();
+    }
+    // What has gone wrong once is not built upon.
+    if (!kept || (result != Result::kDone && result != Result::kNotFound)) line_.reset();
+    if (!again) return result;
+  }
 }
 
 void FtpClient::cancel() { cancelled_ = true; }

@@ -3,15 +3,16 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace tessaly {
 
-// One FTP transfer after another, each on a connection of its own: passive mode (the address in the server's
-// reply is ignored in favour of the peer's), binary, connect time-out 5 s, given up when no byte moved for 10
-// s, or when it is slower, those 10 s aside, than 100 kB a minute. Blocking: call it from a worker thread
-// when a person waits. Never throws. Thread-safe across objects.
+// One FTP transfer after another, each on a connection of its own or all on one: passive mode (the address in
+// the server's reply is ignored in favour of the peer's), binary, connect time-out 5 s, given up when no byte
+// moved for 10 s, or when it is slower, those 10 s aside, than 100 kB a minute. Blocking: call it from a
+// worker thread when a person waits. Never throws. Thread-safe across objects.
 class FtpClient {
  public:
   struct Login {
@@ -39,8 +40,17 @@ class FtpClient {
 
   static constexpr std::chrono::seconds kPatience{10};  // without a byte
 
+  enum class Connections {
+    kOneEach,  // a new one for every transfer
+    kKept      // for many in a row: one, for as long as it serves and this object lives
+  };
+
   // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
-  FtpClient(std::string host, std::uint16_t port, Login login);
+  FtpClient(std::string host, std::uint16_t port, Login login,
+            Connections connections = Connections::kOneEach);
+  ~FtpClient();
+  FtpClient(const FtpClient&) = delete;
+  FtpClient& operator=(const FtpClient&) = delete;
 
   // Fetches a remote file (absolute path) whole, as far as the server told its size; else `bytes` is what
   // came. `patience` is how long it may bring nothing.
@@ -57,13 +67,16 @@ class FtpClient {
   [[nodiscard]] static const char* describe(Result result);
 
  private:
+  class Line;
+
   template <class Use>
-  [[nodiscard]] Result run(const std::string& remotePath, std::chrono::seconds patience,
-                           const Use& use) const;
+  [[nodiscard]] Result run(const std::string& remotePath, std::chrono::seconds patience, const Use& use);
 
   std::string host_;
   std::uint16_t port_;
   Login login_;
+  Connections connections_;
+  std::unique_ptr<Line> line_;  // that is kept; else none
   std::atomic<bool> cancelled_{false};
 };
 

@@ -33,8 +33,10 @@ ANYWHERE = {"platform/ThreadAnnotations.h"}
 GUARDED = [
     ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"widgets", "editors", "windows", "app"}),
     ("curl", re.compile(r"^curl/"), {"platform"}),
+    ("libzip", re.compile(r"^zip\.h$"), {"platform"}),
+    ("OpenSSL", re.compile(r"^openssl/"), {"platform"}),
     ("TinyXML", re.compile(r"^tinyxml\.h$"), {"platform", "dictionary", "model"}),
-    ("JSON", re.compile(r"^nlohmann/"), {"xctl", "cli", "panelsim"}),
+    ("JSON", re.compile(r"^nlohmann/"), {"xctl", "review", "cli", "panelsim"}),
     # Only these rooms may depend on the operating system.
     ("system", re.compile(r"^(sys/|arpa/|netinet/|poll\.h|unistd\.h|fcntl\.h|netdb\.h|pthread\.h|windows\.h)"),
      {"platform", "xctl"}),

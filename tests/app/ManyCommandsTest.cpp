@@ -353,6 +353,25 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   EXPECT_EQ(letters(Pane::kA), "xyz") << "the steps go with the macro to its new place";
 }
 
+// Catches the bytes of one macro saved under the place that was chosen for another.
+TEST_F(ManyCommandsTest, APlaceThatIsChosenForAnotherMacroIsNotUsed) {
+  driver().choose(a_.applications, "Evening News");
+  open(Pane::kA, "990");
+  const std::string before = fixture_.site.read(macroFile(kFolder, 995));
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    open(Pane::kA, "991");
+    WindowDriver::type(dialog, "position", QStringLiteral("995"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  press(Pane::kA, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* places = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(places, nullptr) << told();
+  QTest::keyClick(places, Qt::Key_Down);
+  QTest::keyClick(places, Qt::Key_Return);
+  EXPECT_THAT(told(), StartsWith("NOT saved: the pane shows another macro"));
+  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 995)), before);
+}
+
 // Catches a key file, or a macro that cannot be saved whole, that is offered more than to be copied from.
 TEST_F(ManyCommandsTest, WhatCannotBeEditedOffersCopyOnly) {
   fixture_.site.write(macroFile(kFolder, 993),

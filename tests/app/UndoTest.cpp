@@ -156,6 +156,23 @@ TEST_F(UndoTest, TheListOfStepsIsWorkedByKeysAndToldToAScreenReader) {
   EXPECT_FALSE(edited());
 }
 
+// Catches a place that is counted in another row of steps than the one that the list shows.
+TEST_F(UndoTest, AListThatIsOutOfDateLeadsNowhere) {
+  open();
+  removeFirst();
+  std::string changed;
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    driver().press(a_.deleteCommand);
+    changed = held();
+    dialog.findChild<QListWidget*>()->setFocus();
+    press(Qt::Key_Home);
+    press(Qt::Key_Return);
+  });
+  press(Qt::Key_Z, Qt::ControlModifier | Qt::AltModifier);
+  EXPECT_THAT(told(), StartsWith("NOT gone to another step"));
+  EXPECT_EQ(held(), changed);
+}
+
 TEST_F(UndoTest, AFieldForTextHasItsOwn) {
   open();
   removeFirst();
@@ -264,6 +281,21 @@ TEST_F(PanelUndoTest, AnUpdateIsOneStepAndADiscardGoesOverThePanel) {
   undo();
   EXPECT_THAT(fixture_.status().toStdString(), StartsWith("undone: update of 1 value"));
   EXPECT_FALSE(edited(Pane::kA));
+}
+
+// Catches the names of one workplace beside another one, which a save would go to.
+TEST_F(PanelUndoTest, WhatIsUndoneToTheEndFollowsTheOtherPane) {
+  connectBoth(first_);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  driver().choose(a_.macros, "007");
+  driver().clickRow(a_.commands, 0);
+  driver().press(a_.deleteCommand);
+  chooseWorkplace(Pane::kB, 2, "500 - Elsewhere");
+  EXPECT_EQ(driver().list(a_.workplaces).selected()->text, "Workplace 1") << "while there are changes";
+  driver().list(a_.commands).setFocus();
+  undo();
+  EXPECT_FALSE(edited(Pane::kA));
+  EXPECT_EQ(driver().list(a_.workplaces).selected()->text, "Workplace 2");
 }
 
 }  // namespace

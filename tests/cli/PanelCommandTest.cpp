@@ -2,62 +2,14 @@
 #include <future>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <thread>
 
-#include "cli/CommandTable.h"
-#include "panelsim/PanelSimulator.h"
-#include "tests/support/TestSite.h"
+#include "tests/cli/PanelCommandFixture.h"
 
 namespace tessaly {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr const char* kLocal = "c:\\macros\\macro001.mac";
-constexpr const char* kOpener = R"(<macro name="Opener"><data></data></macro>)";
-
-struct Outcome {
-  int code;
-  std::string out, errors;
-};
-
-// The program against a panel of this process, with both of its services.
-class PanelCommands : public testing::Test {
- protected:
-  PanelCommands() : panel(options(tree.root.path().string()), [](const std::string&) {}) {
-    site.write(kLocal, kOpener);
-    tree.write(remote(2, "007"), R"(<macro name="Seven"><data></data></macro>)");
-    tree.write(remote(2, "999"), R"(<macro name="Last &amp; least"><data></data></macro>)");
-    std::string reason;
-    EXPECT_TRUE(panel.start(reason)) << reason;
-  }
-
-  static PanelOptions options(const std::string& root) {
-    PanelOptions options;
-    options.controlPort = 0;
-    options.ftpPort = 0;
-    options.root = root;
-    return options;
-  }
-  static std::string remote(int workplace, const std::string& number) {
-    return "flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/macro" + number + ".mac";
-  }
-
-  Outcome run(std::vector<std::string> words, const std::string& input = {}) {
-    words.insert(words.begin(), {"--root", site.root.path().string(), "panel", "127.0.0.1"});
-    words.insert(words.end(), {"--control-port", std::to_string(panel.controlPort()), "--ftp-port",
-                               std::to_string(panel.ftpPort())});
-    std::istringstream in(input);
-    std::ostringstream out, errors;
-    const int code = runCommandLine(words, in, out, errors);
-    return {code, out.str(), errors.str()};
-  }
-
-  TestSite tree;
-  TestSite site;
-  PanelSimulator panel;
-};
 
 TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
   EXPECT_EQ(run({"list", "2"}).out, "007 - Seven\n999 - Last & least\n");
@@ -65,7 +17,7 @@ TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
   EXPECT_EQ(rows.at(1).at("number"), "999");
   EXPECT_EQ(run({"list", "3"}).code, 0);
 
-  const Outcome put = run({"put", "2", "12", kLocal});
+  const Ran put = run({"put", "2", "12", kLocal});
   EXPECT_EQ(put.out + put.errors, "012 - Opener\n");
   EXPECT_EQ(run({"get", "2", "12", "c:\\macros\\back.mac"}).code, 0);
   EXPECT_EQ(site.read("c:\\macros\\back.mac"), kOpener);
@@ -82,7 +34,7 @@ TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
 }
 
 TEST_F(PanelCommands, FailuresHaveAReasonAndChangeNothing) {
-  const Outcome missing = run({"get", "2", "8", kLocal});
+  const Ran missing = run({"get", "2", "8", kLocal});
   EXPECT_EQ(missing.code, 1);
   EXPECT_THAT(missing.errors, HasSubstr("no such file"));
   EXPECT_EQ(site.read(kLocal), kOpener) << "the old file stays";
@@ -102,7 +54,7 @@ TEST_F(PanelCommands, OnlyWhatReadsAsAMacroIsSent) {
   const std::string before = tree.read(remote(2, "007"));
   for (const char* bytes :
        {"", "#!/bin/sh\n", "root:x:0:0\n", "<mfd/>", "<macro name=\"x\"/>", "<macro><data/></macro>"}) {
-    const Outcome refused = run({"put", "2", "7", "-"}, bytes);
+    const Ran refused = run({"put", "2", "7", "-"}, bytes);
     EXPECT_EQ(refused.code, 1) << bytes;
     EXPECT_NE(refused.errors, "") << bytes;
     EXPECT_EQ(tree.read(remote(2, "007")), before) << bytes;
@@ -115,7 +67,7 @@ TEST_F(PanelCommands, OnlyWhatReadsAsAMacroIsSent) {
 
 TEST_F(PanelCommands, WatchEndsThoughNothingComes) {
   const std::string known = "PANEL.MACRO2.REG7.NAME";
-  const Outcome silent = run({"watch", "PANEL.NO.SUCH", "--for=0.1"});
+  const Ran silent = run({"watch", "PANEL.NO.SUCH", "--for=0.1"});
   EXPECT_EQ(silent.code, 1);
   EXPECT_EQ(silent.errors, "no value came of PANEL.NO.SUCH\n");
   EXPECT_EQ(run({"watch", known, "--for", "0.1", "--count", "2"}).code, 1) << "one value only";
@@ -130,7 +82,7 @@ TEST_F(PanelCommands, WatchPrintsValuesUntilTheEnd) {
   for (int i = 0; watching.wait_for(std::chrono::milliseconds(5)) == std::future_status::timeout; ++i) {
     panel.set("PANEL.WP1.MFDCOUNT", std::to_string(i));
   }
-  const Outcome outcome = watching.get();
+  const Ran outcome = watching.get();
   EXPECT_EQ(outcome.code, 0);
   EXPECT_THAT(outcome.out, HasSubstr("PANEL.WP1.MFDCOUNT: "));
   EXPECT_THAT(outcome.out, HasSubstr("PANEL.MACRO2.REG7.NAME: Seven\n"));
@@ -139,7 +91,7 @@ TEST_F(PanelCommands, WatchPrintsValuesUntilTheEnd) {
   PanelFaults faults;
   faults.control.dropAfter = 1;
   EXPECT_TRUE(panel.setFaults(faults));
-  const Outcome lost = run({"watch", "PANEL.WP1.MFDCOUNT"});
+  const Ran lost = run({"watch", "PANEL.WP1.MFDCOUNT"});
   EXPECT_EQ(lost.code, 1);
   EXPECT_THAT(lost.errors, HasSubstr("lost"));
 }

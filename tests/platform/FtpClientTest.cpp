@@ -115,6 +115,29 @@ TEST_F(FtpClientTest, AServerThatIsGoneOrFullCannotBeReached) {
   EXPECT_EQ(FtpClient("127.0.0.1", port, {}).get("/panel/cut.mac", got_), Result::kUnreachable);
 }
 
+// A batch of many macros must not pay for a connection each, nor fail because one has ended meanwhile.
+TEST_F(FtpClientTest, AKeptConnectionServesUntilItEnds) {
+  constexpr const char* kOne = "/panel/flash/one #1%.mac";
+  constexpr const char* kNew = "/panel/flash/new.mac";
+  constexpr auto kKept = FtpClient::Connections::kKept;
+  {
+    FtpClient kept("127.0.0.1", server_.port(), {"target", "right"}, kKept);
+    EXPECT_EQ(kept.get(kOne, got_), Result::kDone);
+    EXPECT_EQ(kept.put("new", kNew), Result::kDone);
+    EXPECT_EQ(kept.get("/panel/none.mac", got_), Result::kNotFound);
+    EXPECT_EQ(kept.get(kNew, got_), Result::kDone);
+    EXPECT_EQ(got_, "new");
+    EXPECT_EQ(bytes("connections"), "c");
+    EXPECT_EQ(kept.get("/panel/cut.mac", got_), Result::kCut);
+    EXPECT_EQ(kept.get(kOne, got_), Result::kDone) << "what failed is not built upon";
+    EXPECT_EQ(bytes("connections"), "cc");
+  }
+  FtpClient brief("127.0.0.1", server_.port(), {"brief", "right"}, kKept);
+  EXPECT_EQ(brief.get(kOne, got_), Result::kDone);
+  EXPECT_EQ(brief.put("newer", kNew), Result::kDone) << "it was closed before anything was sent";
+  EXPECT_EQ(bytes("connections"), "cccc");
+}
+
 TEST_F(FtpClientTest, CancelEndsASilentTransferAtOnce) {
   for (const char* user : {"target", "silent"}) {
     FtpClient client = this->client(user);

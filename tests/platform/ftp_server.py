@@ -42,6 +42,13 @@ class Control(FTPHandler):
     auth_failed_timeout = 0
     dtp_handler = Data
     use_sendfile = False
+    count, transfers = 0, 0
+
+    def on_connect(self):
+        """A byte a connection, in a file."""
+        Control.count += 1
+        with open(sys.argv[1] + "/connections", "w") as file:
+            file.write("c" * Control.count)
 
     def ftp_PASS(self, line):
         if self.username != "silent":
@@ -50,7 +57,11 @@ class Control(FTPHandler):
     def ftp_PASV(self, line):
         if self.username == "liar":
             self.masquerade_address = "127.0.0.9"
-        super().ftp_PASV(line)
+        self.transfers += 1
+        if self.username == "brief" and self.transfers > 1:
+            self.close()
+        else:
+            super().ftp_PASV(line)
 
     def ftp_SIZE(self, path):
         if self.username == "plain":
@@ -77,7 +88,7 @@ class Control(FTPHandler):
 def main():
     logging.basicConfig(level=logging.CRITICAL)
     Control.authorizer = DummyAuthorizer()
-    for user in ("target", "liar", "plain"):
+    for user in ("target", "liar", "plain", "brief"):
         Control.authorizer.add_user(user, "right", sys.argv[1], perm="elrw")
     server = FTPServer(("127.0.0.1", 0), Control)
     server.max_cons = int(sys.argv[2])

@@ -24,6 +24,7 @@
 #include "editors/ModifyCommandDialog.h"
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
+#include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/screenshots/WindowPictures.h"
@@ -62,7 +63,7 @@ class Camera {
 
   // Pane A with unsaved changes, pane B with nothing chosen yet but its application.
   void takeMain() {
-    PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), false);
+    PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), &readsAsMacro);
     MacroHistory history(root_);
     MainWindow window({{root_, messages_}, dictionary_, lists_, client_, macros, history});
     if (!size_.isEmpty()) window.resize(size_);

@@ -1,0 +1,43 @@
+#include "platform/Sha256.h"
+
+#include <openssl/evp.h>
+
+#include "platform/LoadedLibrary.h"
+
+namespace tessaly {
+namespace {
+
+constexpr const char* kLibrary = "libcrypto.so.3";
+
+struct Digests {
+  Digests() {
+    const LoadedLibrary library(kLibrary);
+    there = library.find("EVP_sha256", sha256) && library.find("EVP_Digest", digest);
+  }
+
+  decltype(&EVP_sha256) sha256 = nullptr;
+  decltype(&EVP_Digest) digest = nullptr;
+  bool there = false;
+};
+
+}  // namespace
+
+Expected<std::string> sha256Text(std::string_view bytes) {
+  static const Digests digests;
+  unsigned char sum[EVP_MAX_MD_SIZE];
+  unsigned size = 0;
+  if (!digests.there ||
+      digests.digest(bytes.data(), bytes.size(), sum, &size, digests.sha256(), nullptr) != 1 ||
+      size * 2 != kSha256Digits)
+    return Failure{Failure::Kind::kNoSnapshot,
+                   "cannot be summed: the library for SHA-256 (libssl3) is not installed"};
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text;
+  for (unsigned i = 0; i < size; ++i) {
+    text += kDigits[sum[i] >> 4];
+    text += kDigits[sum[i] & 0xF];
+  }
+  return text;
+}
+
+}  // namespace tessaly

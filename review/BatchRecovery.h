@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "review/BatchPlaces.h"
+
+namespace tessaly {
+
+// What became of a batch that a program has not lived to end.
+struct BatchRecovery {
+  enum class How {
+    kEnded,   // what it was to write is there
+    kUndone,  // what was there before is there again
+    kWaits,   // its panel is not connected, or did not take all of it
+    kRefused  // its journal cannot be used; `reason`
+  };
+  std::string title;  // of the batch, UTF-8; without one the name of its journal
+  How how = How::kEnded;
+  std::size_t items = 0;
+  std::vector<std::string> letAlone = {};  // places that hold what the batch has neither found nor written
+  std::vector<std::string> failed = {};    // places that could not be written
+  std::string reason = {};                 // of the last one of them, or of a refusal
+
+  // One line, in English; the window has it in its user's language.
+  [[nodiscard]] std::string describe() const;
+};
+
+// Ends every batch in the root that no living program is busy with, or undoes it, and tells which. With
+// places on panels that are not connected it waits. Blocking; whatever goes wrong stays for the next start.
+[[nodiscard]] std::vector<BatchRecovery> recoverBatches(BatchPlaces& places);
+
+}  // namespace tessaly

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/CommandTable.h"
+#include "panelsim/PanelSimulator.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+
+inline constexpr const char* kLocal = "c:\\macros\\macro001.mac";
+inline constexpr const char* kOpener = R"(<macro name="Opener"><data></data></macro>)";
+
+// Of one run of the program.
+struct Ran {
+  int code;
+  std::string out, errors;
+};
+
+// The program against a panel of this process, with both of its services.
+class PanelCommands : public testing::Test {
+ protected:
+  PanelCommands() : panel(options(tree.root.path().string()), [](const std::string&) {}) {
+    site.write(kLocal, kOpener);
+    tree.write(remote(2, "007"), R"(<macro name="Seven"><data></data></macro>)");
+    tree.write(remote(2, "999"), R"(<macro name="Last &amp; least"><data></data></macro>)");
+    std::string reason;
+    EXPECT_TRUE(panel.start(reason)) << reason;
+  }
+
+  static PanelOptions options(const std::string& root) {
+    PanelOptions options;
+    options.controlPort = 0;
+    options.ftpPort = 0;
+    options.root = root;
+    return options;
+  }
+  static std::string remote(int workplace, const std::string& number) {
+    return "flash/data/PANEL/macro/workplace" + std::to_string(workplace) + "/macro" + number + ".mac";
+  }
+
+  Ran run(std::vector<std::string> words, const std::string& input = {}) {
+    words.insert(words.begin(), {"--root", site.root.path().string(), "panel", "127.0.0.1"});
+    words.insert(words.end(), {"--control-port", std::to_string(panel.controlPort()), "--ftp-port",
+                               std::to_string(panel.ftpPort())});
+    std::istringstream in(input);
+    std::ostringstream out, errors;
+    const int code = runCommandLine(words, in, out, errors);
+    return {code, out.str(), errors.str()};
+  }
+
+  TestSite tree;
+  TestSite site;
+  PanelSimulator panel;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,325 @@
+#include <gmock/gmock.h>
+#include <map>
+#include <sys/stat.h>
+
+#include "platform/Files.h"
+#include "review/BatchJournal.h"
+#include "review/BatchRecovery.h"
+#include "review/BatchText.h"
+#include "review/DiskShelf.h"
+#include "review/MacroBatch.h"
+#include "tests/support/TestSite.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Mode = MacroBatch::Mode;
+using State = MacroBatch::Row::State;
+using How = BatchRecovery::How;
+
+constexpr const char* kOld = "<old/>";
+constexpr const char* kNew = "<new/>";
+
+// A workplace that holds files, and refuses those that a test says.
+class FakeShelf final : public MacroShelf {
+ public:
+  std::string title() const override { return "fake"; }
+  MacroPlace place(MacroNumber number) const override { return {{}, "10.0.0.1", 1, number.text()}; }
+  Expected<std::vector<Held>> list() override { return std::vector<Held>(); }
+  Expected<std::string> read(MacroNumber number) override {
+    const auto file = files.find(number.value());
+    if (file == files.end()) return Failure{Failure::Kind::kMissing, "is not there"};
+    return file->second;
+  }
+  Outcome writable() const override { return {}; }
+  ShelfWrite write(MacroNumber number, std::string_view bytes, MacroChange,
+                   const BeforeWrite& before) override {
+    if (Outcome asked = before({read(number), {}}); !asked)
+      return {ShelfWrite::State::kAsBefore, asked.failure()};
+    if (refused == number.value())
+      return {ShelfWrite::State::kAsBefore, {Failure::Kind::kPanel, "the disk is full"}};
+    files[number.value()] = bytes;
+    return {ShelfWrite::State::kWritten};
+  }
+  ShelfWrite remove(MacroNumber number, const BeforeWrite&) override {
+    files.erase(number.value());
+    return {ShelfWrite::State::kWritten};
+  }
+  void cancel() override {}
+
+  std::map<int, std::string> files;
+  int refused = -1;
+};
+
+class MacroBatchTest : public testing::Test {
+ protected:
+  MacroBatchTest() {
+    for (const int number : {0, 1, 2}) site.write(file(number), kOld);
+  }
+  static std::string file(int number) { return "c:\\wp\\" + macroFileName(MacroNumber::textOf(number)); }
+  static MacroPlace disk(int number) { return {file(number), {}, 0, {}}; }
+  static MacroPlace onPanel(int number) { return {{}, "10.0.0.1", 1, MacroNumber::textOf(number)}; }
+  static BatchItem item(int number, std::optional<std::string> bytes = kNew,
+                        HeldContent expected = HeldContent::of(kOld)) {
+    return {disk(number), std::move(bytes), expected};
+  }
+  static std::vector<State> statesOf(const MacroBatch& batch) {
+    std::vector<State> states;
+    for (const MacroBatch::Row& row : batch.rows()) states.push_back(row.state);
+    return states;
+  }
+  std::vector<std::string> disk() const {
+    std::vector<std::string> held;
+    for (const int number : {0, 1, 2, 3}) held.push_back(site.read(file(number)));
+    return held;
+  }
+  void protect(int number, bool on) const {
+    ::chmod(site.root.resolve(file(number)).c_str(), on ? 0444 : 0644);
+  }
+
+  TestSite site;
+  MacroHistory history{site.root};
+  FakeShelf panel;
+  bool connected = true;
+  BatchPlaces places{site.root, history, [this](const MacroPlace&) { return connected ? &panel : nullptr; }};
+};
+
+// Copy and restore: a row that cannot go holds up no other; a second run takes it up; one undo takes all of
+// it back, but not what somebody has changed since.
+TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
+  site.write(file(1), "<foreign/>");
+  MacroBatch batch(places, "copy of 4 macros", MacroChange::kCopy, Mode::kAsManyAsGo,
+                   {item(0), item(1), item(2, std::nullopt), item(3, kNew, HeldContent::nothing())});
+  EXPECT_TRUE(batch.run());
+  EXPECT_THAT(statesOf(batch), ElementsAre(State::kDone, State::kAsBefore, State::kDone, State::kDone));
+  EXPECT_EQ(batch.rows()[1].why.kind, Failure::Kind::kChanged);
+  EXPECT_THAT(disk(), ElementsAre(kNew, "<foreign/>", "<missing>", kNew));
+  site.write(file(1), kOld);
+  EXPECT_TRUE(batch.run());
+  EXPECT_EQ(batch.doneCount(), 4U);
+  EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
+
+  site.write(file(0), "<later/>");
+  std::size_t lost = 0;
+  MacroBatch undo(places, "undo", MacroChange::kPutBack, Mode::kAsManyAsGo,
+                  undoing(tracesOf(batch), site.root, history, lost));
+  EXPECT_TRUE(undo.run());
+  EXPECT_EQ(lost, 0U);
+  EXPECT_THAT(disk(), ElementsAre("<later/>", kOld, kOld, "<missing>"));
+}
+
+// Replacement on the disk: whatever stops it, nothing of it stays, nor a journal.
+TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
+  enum class Stop { kProtected, kCancel, kForeign, kChangedBefore, kPanel };
+  for (const Stop stop :
+       {Stop::kProtected, Stop::kCancel, Stop::kForeign, Stop::kChangedBefore, Stop::kPanel}) {
+    SCOPED_TRACE(static_cast<int>(stop));
+    for (const int number : {0, 1, 2}) site.write(file(number), kOld);
+    std::vector<BatchItem> items{item(0), item(3, kNew, HeldContent::nothing()), item(1, std::nullopt),
+                                 item(2)};
+    if (stop == Stop::kPanel) items.push_back({onPanel(1), kNew});
+    if (stop == Stop::kChangedBefore) items[3].expected = HeldContent::of("<other/>");
+    protect(2, stop == Stop::kProtected);
+    MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, std::move(items));
+    int told = 0;
+    const Outcome ran = batch.run([&](std::size_t index, const MacroBatch::Row&) {
+      if (++told > 3) return;
+      if (stop == Stop::kCancel && index == 2) batch.cancel();
+      if (stop == Stop::kForeign && index == 2) site.write(file(2), "<foreign/>");
+    });
+    EXPECT_EQ(ran.done(), stop != Stop::kChangedBefore && stop != Stop::kPanel);
+    EXPECT_EQ(batch.doneCount(), 0U);
+    const char* const last = stop == Stop::kForeign ? "<foreign/>" : kOld;
+    EXPECT_THAT(disk(), ElementsAre(kOld, kOld, last, "<missing>"));
+    EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
+    protect(2, false);
+  }
+  MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
+  EXPECT_TRUE(batch.run());
+  EXPECT_THAT(disk(), ElementsAre(kNew, kNew, kOld, "<missing>"));
+}
+
+// What the next start makes of each state that a program may have died in.
+TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
+  using Held = HeldContent;
+  const auto begun = [](std::size_t item, const char* old) {
+    return BatchRecord::Begun{item, old ? Held::of(old) : Held::nothing(), old ? old : ""};
+  };
+  struct Case {
+    const char* what;
+    Mode mode;
+    std::vector<MacroPlace> places;
+    std::optional<BatchRecord::Begun> begun;
+    bool undoing;
+    std::vector<const char*> found, left;  // null: nothing
+    How how;
+    std::size_t letAlone;
+  };
+  const std::vector<MacroPlace> files{disk(0), disk(1), disk(2)};
+  const std::vector<MacroPlace> macros{onPanel(0), onPanel(1), onPanel(2)};
+  const Case cases[] = {
+      {"just begun",
+       Mode::kAllOrNone,
+       files,
+       {},
+       false,
+       {kOld, kOld, kOld},
+       {kNew, kNew, kNew},
+       How::kEnded,
+       0},
+      {"half way",
+       Mode::kAllOrNone,
+       files,
+       {},
+       false,
+       {kNew, kOld, kOld},
+       {kNew, kNew, kNew},
+       How::kEnded,
+       0},
+      {"undoing", Mode::kAllOrNone, files, {}, true, {kNew, kNew, kOld}, {kOld, kOld, kOld}, How::kUndone, 0},
+      {"foreign",
+       Mode::kAllOrNone,
+       files,
+       {},
+       false,
+       {kNew, "<x/>", kOld},
+       {kNew, "<x/>", kNew},
+       How::kEnded,
+       1},
+      {"queue",
+       Mode::kAsManyAsGo,
+       files,
+       begun(1, kOld),
+       false,
+       {"<later/>", kOld, kOld},
+       {"<later/>", kNew, kNew},
+       How::kEnded,
+       0},
+      {"foreign in the queue",
+       Mode::kAsManyAsGo,
+       files,
+       begun(1, kOld),
+       false,
+       {kNew, "<n", kOld},
+       {kNew, "<n", kNew},
+       How::kEnded,
+       1},
+      {"half a new macro",
+       Mode::kAsManyAsGo,
+       macros,
+       begun(1, kOld),
+       false,
+       {kNew, "<n", kOld},
+       {kNew, kNew, kNew},
+       How::kEnded,
+       0},
+      {"half an old macro",
+       Mode::kAsManyAsGo,
+       macros,
+       begun(1, kOld),
+       false,
+       {kNew, "<ol", kOld},
+       {kNew, kNew, kNew},
+       How::kEnded,
+       0},
+      {"foreign on the panel",
+       Mode::kAsManyAsGo,
+       macros,
+       begun(1, kOld),
+       false,
+       {kNew, "<x/>", kOld},
+       {kNew, "<x/>", kNew},
+       How::kEnded,
+       1},
+      {"no panel",
+       Mode::kAsManyAsGo,
+       macros,
+       begun(1, kOld),
+       false,
+       {kNew, "<n", kOld},
+       {kNew, "<n", kOld},
+       How::kWaits,
+       0},
+  };
+  for (const Case& state : cases) {
+    SCOPED_TRACE(state.what);
+    BatchRecord record{"copy", state.mode, MacroChange::kCopy, {}, {}, {}, false};
+    for (const MacroPlace& place : state.places) {
+      record.items.push_back({place, kNew, Held::of(kOld)});
+      record.olds.emplace_back(kOld);
+    }
+    const auto put = [&](std::size_t i, const char* bytes) {
+      BatchPlaces::onPanel(state.places[i]) ? void(panel.files[static_cast<int>(i)] = bytes)
+                                            : site.write(state.places[i].file, bytes);
+    };
+    for (std::size_t i = 0; i < state.found.size(); ++i) put(i, state.found[i]);
+    {
+      auto journal = BatchJournal::begin(site.root, record);
+      ASSERT_TRUE(journal);
+      EXPECT_TRUE(!state.begun || journal->noteBegun(state.begun->item, std::string(kOld), true));
+      EXPECT_TRUE(!state.undoing || journal->noteUndoing());
+      EXPECT_THAT(recoverBatches(places), IsEmpty()) << "its program lives";
+    }
+    connected = state.how != How::kWaits;
+    const auto told = recoverBatches(places);
+    ASSERT_THAT(told, SizeIs(1));
+    EXPECT_EQ(told[0].how, state.how) << told[0].describe();
+    EXPECT_THAT(told[0].letAlone, SizeIs(state.letAlone));
+    connected = true;
+    for (std::size_t i = 0; i < state.left.size(); ++i)
+      EXPECT_EQ(places.read(state.places[i]), state.left[i]) << i;
+    static_cast<void>(recoverBatches(places));
+    EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
+  }
+  panel.refused = 1;
+  for (int number : {0, 1, 2}) panel.files[number] = kOld;
+  BatchRecord record{"copy", Mode::kAsManyAsGo, MacroChange::kCopy, {}, {}, {}, false};
+  for (const MacroPlace& place : macros) record.items.push_back({place, kNew, {}});
+  ASSERT_TRUE(BatchJournal::begin(site.root, record));
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kWaits);
+  panel.refused = -1;
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kEnded);
+  EXPECT_EQ(panel.files[2], kNew);
+}
+
+// A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.
+TEST_F(MacroBatchTest, AJournalIsReadAsFarAsItIsWhole) {
+  BatchRecord record{"copy \n of",
+                     Mode::kAllOrNone,
+                     MacroChange::kCopy,
+                     {item(0), item(1, std::nullopt)},
+                     {std::string(kOld), std::nullopt},
+                     {},
+                     false};
+  const std::string whole = batchText(record);
+  const std::string text = whole + batchBegunText({1, HeldContent::of("x"), "x"}) + batchUndoingText();
+  std::size_t end = 0;
+  const auto read = readBatch(text, end);
+  ASSERT_TRUE(read && read->begun);
+  EXPECT_EQ(end, text.size());
+  EXPECT_TRUE(read->undoing);
+  EXPECT_EQ(read->begun->oldBytes, "x");
+  EXPECT_EQ(batchText(*read), whole);
+  for (std::size_t size = 0; size < text.size(); ++size) {
+    const auto part = readBatch(text.substr(0, size), end);
+    EXPECT_EQ(part.has_value(), size >= whole.size()) << size;
+    EXPECT_TRUE(!part || end <= size);
+    std::string altered = text;
+    altered[size] = static_cast<char>(altered[size] ^ 1);
+    EXPECT_EQ(readBatch(altered, end).has_value(), size >= whole.size()) << size;
+  }
+  // A link could lead to what only we may read, or name places that only we may write.
+  ASSERT_TRUE(BatchJournal::begin(site.root, record));
+  const std::string name = BatchJournal::namesIn(site.root).at(0);
+  const auto folder = site.root.path() / "batches";
+  std::filesystem::rename(folder / name, folder / "moved");
+  std::filesystem::create_symlink(folder / "moved", folder / name);
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kRefused);
+  EXPECT_THAT(disk(), ElementsAre(kOld, kOld, kOld, "<missing>"));
+}
+
+}  // namespace
+}  // namespace tessaly
