@@ -7,8 +7,10 @@
 #include <QMainWindow>
 
 #include "app/Browser.h"
+#include "app/Checking.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
+#include "app/Comparisons.h"
 #include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
@@ -23,6 +25,8 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/ReviewMenu.h"
+#include "app/ReviewPlaces.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "model/MacroHistory.h"
@@ -94,6 +98,8 @@ class MainWindow : public QMainWindow {
   void switchPane();
   void followKeyboard(const QWidget* to);
   void showSteps();
+  void showFinding();
+  void connectReview();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
@@ -123,6 +129,7 @@ class MainWindow : public QMainWindow {
   QLabel* loadingNotice_ = nullptr;
   MacroMenu* macroMenu_ = nullptr;
   EditMenu* editMenu_ = nullptr;
+  QMenu* viewMenu_ = nullptr;
   Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
   EventGate gate_;
@@ -143,6 +150,9 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
+  std::unique_ptr<Comparisons> comparisons_;
+  std::unique_ptr<ReviewPlaces> places_;
+  std::unique_ptr<Checking> checking_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -1,17 +1,18 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QObject>
 #include <QStringList>
 
+#include "app/MacroTransfers.h"
 #include "app/PaneState.h"
 #include "link/PanelConnection.h"
 
 namespace tessaly {
 
 class MacroHistory;
-class MacroTransfers;
 
 // Opens macros into the panes' working copies and saves or discards what was changed there. What was done, or
 // why not, is told in one line by `said`. GUI thread.
@@ -22,13 +23,24 @@ class OpenMacros : public QObject {
   OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
              const PanelConnection& connection, MacroTransfers& transfers, bool demo);
 
+  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it.
+  using SendQuestion = std::function<bool(const Macro& macro, const QString& name, Pane pane)>;
+  void setSendQuestion(SendQuestion question) { maySend_ = std::move(question); }
+  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane) const {
+    return !maySend_ || maySend_(macro, name, pane);
+  }
+
   // The macro that is chosen in the pane's list.
   void open(Pane pane);
   enum class Saved { kNothing, kFailed, kDone };
   // Also a save that is owed. kNothing when there is nothing to save, nowhere to save it to, or the user
-  // would not overwrite what somebody else has written there; edit state then stays.
+  // would not overwrite what somebody else has written there, or not send errors; edit state then stays.
   Saved save(Pane pane);
   void discard(Pane pane);
+  // Before the macro that is chosen in the other pane is copied to a place of this one: whether what stands
+  // there is what the pane's list or a pane has read, or may be overwritten all the same. `said` tells
+  // otherwise.
+  [[nodiscard]] bool mayCopyTo(Pane pane, const MacroTarget& target);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -50,6 +62,9 @@ class OpenMacros : public QObject {
   void macroChosen();  // in either pane: a value update is no longer busy
   void said(const QString& text);
   void saveFailed(Pane pane, const QString& text);
+  // Instead of overwriting a place the user wants to see what stands there beside what the pane shows.
+  void compareWanted(Pane pane, const tessaly::MacroTarget& place,
+                     const tessaly::MacroTransfers::Present& present);
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
@@ -58,7 +73,10 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
-  [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy, QString& refusal);
+  [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
+  // Whether a place holds something that neither the pane's list nor a pane has read.
+  [[nodiscard]] bool unseen(Pane pane, const MacroTarget& target, const std::string& bytes) const;
+  void noteListed(Pane pane, const MacroTarget& saved);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);
 
@@ -68,6 +86,7 @@ class OpenMacros : public QObject {
   const PanelConnection& connection_;
   MacroTransfers& transfers_;
   bool demo_;
+  SendQuestion maySend_;
 };
 
 // "007 - Name", for the strip.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/MacroFile.h"
 #include "platform/MacroNumber.h"
 
 namespace tessaly {
@@ -18,7 +19,7 @@ std::string PanelPlace::control() const {
 }
 
 PanelLine::PanelLine(const SiteRoot& root, MacroKeeper& keeper, PanelPlace place)
-    : place_(std::move(place)), macros_(client_, root, ftpTransfers(place_.ftpPort)) {
+    : place_(std::move(place)), macros_(client_, root, ftpTransfers(place_.ftpPort), &readsAsMacro) {
   macros_.keepIn(keeper);
   xctlInit();
 }

@@ -35,6 +35,7 @@ Faults to begin with:
   --cut-transfer N   the line of a transfer breaks after N bytes
   --stall-transfer   transfers begin and move no byte
   --disk-full        uploads are refused
+  --refuse-download  files are taken and not given back
   --flip-byte N      byte N of an upload, from 0, is stored wrong
   --cut-silent N     N bytes of an upload are stored, and all is said to be well
   --swap-after-upload  another editor's macro takes the place of an upload
@@ -112,6 +113,7 @@ constexpr SwitchedFault kSwitched[] = {
     {"refuse-login", [](PanelFaults& faults) -> bool& { return faults.ftp.refuseLogin; }},
     {"stall-transfer", [](PanelFaults& faults) -> bool& { return faults.ftp.stallTransfer; }},
     {"disk-full", [](PanelFaults& faults) -> bool& { return faults.ftp.diskFull; }},
+    {"refuse-download", [](PanelFaults& faults) -> bool& { return faults.ftp.refuseDownload; }},
     {"swap-after-upload", [](PanelFaults& faults) -> bool& { return faults.ftp.swapAfterUpload; }},
     {"dead-line", [](PanelFaults& faults) -> bool& { return faults.control.deadLine; }, &FtpFaults::deadLine},
     {"lose-reload", [](PanelFaults& faults) -> bool& { return faults.loseReload; }}};

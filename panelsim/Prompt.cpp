@@ -229,7 +229,7 @@ constexpr PromptCommand kCommands[] = {
     {"fault NAME [N|off]",
      "never-answer, answer-after MS, drop-after N, refuse-login, cut-transfer N, stall-transfer,\n"
      "disk-full, flip-byte N, cut-silent N, swap-after-upload, slow-transfer BYTES_PER_S,\n"
-     "dead-line, garble N, lose-reload; \"fault off\" ends all",
+     "dead-line, garble N, refuse-download, lose-reload; \"fault off\" ends all",
      setFault},
     {"drop", "close the editors' connections", drop},
     {"restart [MS]", "go away, and come back after MS milliseconds (0)", restart},

@@ -91,6 +91,11 @@ TEST_F(PanelTest, APanelThatLiesStoresAndSendsAsTheFaultSays) {
   }
 
   ASSERT_TRUE(runPromptLine(*panel, "fault off").known &&
+              runPromptLine(*panel, "fault refuse-download").known);
+  std::string none;
+  EXPECT_EQ(put(), Result::kDone);
+  EXPECT_EQ(ftp().get(remote, none), Result::kPanelError);
+  ASSERT_TRUE(runPromptLine(*panel, "fault off").known &&
               runPromptLine(*panel, "fault slow-transfer 200000").known);
   const auto begun = std::chrono::steady_clock::now();
   EXPECT_EQ(put(), Result::kDone);
