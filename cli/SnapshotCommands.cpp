@@ -215,7 +215,7 @@ int takePanelSnapshot(CommandSession& session, const PanelPlace& place, const st
 
 int restoreToPanel(CommandSession& session, const PanelPlace& place, const std::string& file,
                    const std::vector<std::string>& words, RestoreHow how) {
-  const auto workplace = words.empty() ? std::nullopt : wholeNumber(words[0], 1, Workplace::kCount);
+  const auto workplace = wholeNumber(words.empty() ? std::string() : words[0], 1, Workplace::kCount);
   if (!words.empty() && !workplace) return session.wrongUsage("a workplace is 1 to 8");
   const auto numbers = numbersOf(words, 1);
   if (!numbers) return session.wrongUsage("a macro number is 0 to 999");
