@@ -23,6 +23,9 @@
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
+#include "windows/CheckRulesDialog.h"
+#include "windows/CheckWindow.h"
+#include "windows/SearchWindow.h"
 
 namespace tessaly {
 
@@ -72,6 +75,17 @@ class EveryDialog {
          }},
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+        {"check",
+         [this] {
+           return std::make_unique<CheckWindow>(
+               CheckSurroundings{fixture.site.root, sampleDictionary(), lists_, rate_, &noScopes, {}});
+         }},
+        {"check rules", [] { return std::make_unique<CheckRulesDialog>(RulesOff()); }},
+        {"search",
+         [this] {
+           return std::make_unique<SearchWindow>(
+               SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
+         }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
     for (const auto& [name, make] : makers) look(*make(), name);
@@ -82,6 +96,7 @@ class EveryDialog {
  private:
   using Rows = std::vector<std::string>;
 
+  static std::vector<ReviewScope> noScopes() { return {}; }
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
