@@ -7,8 +7,12 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/ReviewMenu.h"
+#include "app/ReviewPlaces.h"
+#include "app/Searching.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
 #include "app/ViewMenu.h"
@@ -91,6 +95,11 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   places_ = std::make_unique<ReviewPlaces>(rooms, context_.site, connection_, *open_, *loose_, gate_, this);
   checking_ =
       std::make_unique<Checking>(rooms, context_.site, lines_, settings_.frameRate, *places_, gate_, this);
+  searching_ = std::make_unique<Searching>(context_.site, lines_, *places_, this);
+  if (!context_.demo)
+    places_->setPanelReader([this](const std::string& address, int workplace) {
+      return readingShelf(context_.panelMacros, context_.client, context_.history, address, workplace);
+    });
   connectReview();
   connectPanel();
   for (const Pane pane : kPanes) {
@@ -181,10 +190,38 @@ void MainWindow::connectReview() {
   connect(menu, &ReviewMenu::checkPressed, checking_.get(), [this] {
     if (loaded_) checking_->open();
   });
+  connect(menu, &ReviewMenu::searchPressed, searching_.get(), [this] {
+    if (loaded_) searching_->open();
+  });
+  connect(menu, &ReviewMenu::whereUsedPressed, this, &MainWindow::openWhereUsed);
+  for (const Pane pane : kPanes)
+    connect(room(pane).view, &MacroPane::commandMenuOpens, searching_.get(), [this, pane](QMenu* all) {
+      if (const MacroCommand* command = room(pane).state->selectedCommand())
+        searching_->addWhereUsed(*all->addMenu(tr("&Where Used")), *command);
+    });
   connect(places_.get(), &ReviewPlaces::said, this, &MainWindow::say);
   connect(places_.get(), &ReviewPlaces::changed, this, &MainWindow::updateControls);
   connect(checking_.get(), &Checking::said, this, &MainWindow::say);
   connect(checking_.get(), &Checking::findingsChanged, this, &MainWindow::showFinding);
+  connectSends();
+}
+
+// The choice at the command that is selected in the pane with the keyboard.
+void MainWindow::openWhereUsed() {
+  const PaneRoom& here = room(keyboardPane_);
+  const MacroCommand* command = loaded_ ? here.state->selectedCommand() : nullptr;
+  if (command == nullptr) {
+    say(tr("\"Where Used\" looks for what a command names: select one first"));
+    return;
+  }
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  searching_->addWhereUsed(*menu, *command);
+  menu->popup(here.view->placeOfSelected());
+  menu->setActiveAction(menu->actions().constFirst());
+}
+
+void MainWindow::connectSends() {
   open_->setSendQuestion([this](const Macro& macro, const QString& name, Pane pane) {
     return checking_->maySend(macro, name, pane);
   });

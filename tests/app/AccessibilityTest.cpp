@@ -10,6 +10,7 @@
 #include "app/Appearance.h"
 #include "tests/app/EveryDialog.h"
 #include "windows/CompareDelegate.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 namespace {
@@ -71,7 +72,12 @@ std::vector<std::string> nameless(QWidget& window) {
 TEST(AccessibilityTest, EveryControlOfEveryWindowHasNameAndRole) {
   EveryDialog every;
   EXPECT_THAT(nameless(*every.fixture.window), IsEmpty());
-  every.visit([](QDialog& dialog, const char* name) { EXPECT_THAT(nameless(dialog), IsEmpty()) << name; });
+  every.visit([](QDialog& dialog, const char* name) {
+    EXPECT_THAT(nameless(dialog), IsEmpty()) << name;
+    for (const QAbstractItemView* list : dialog.findChildren<QAbstractItemView*>())
+      EXPECT_TRUE(list->window() != &dialog || list->findChild<ListFinder*>() != nullptr)
+          << name << ": no Ctrl+F in " << list->objectName().toStdString();
+  });
 }
 
 double luminance(const QColor& colour) {

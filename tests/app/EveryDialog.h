@@ -24,6 +24,9 @@
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
 #include "windows/CompareWindow.h"
+#include "windows/CheckRulesDialog.h"
+#include "windows/CheckWindow.h"
+#include "windows/SearchWindow.h"
 
 namespace tessaly {
 
@@ -73,6 +76,17 @@ class EveryDialog {
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
         {"compare", [this] { return comparison(); }},
+        {"check",
+         [this] {
+           return std::make_unique<CheckWindow>(
+               CheckSurroundings{fixture.site.root, sampleDictionary(), lists_, rate_, &noScopes, {}});
+         }},
+        {"check rules", [] { return std::make_unique<CheckRulesDialog>(RulesOff()); }},
+        {"search",
+         [this] {
+           return std::make_unique<SearchWindow>(
+               SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
+         }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
     for (const auto& [name, make] : makers) look(*make(), name);
@@ -84,6 +98,7 @@ class EveryDialog {
   using Made = std::unique_ptr<QDialog>;
   using Rows = std::vector<std::string>;
 
+  static std::vector<ReviewScope> noScopes() { return {}; }
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
