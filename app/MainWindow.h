@@ -23,6 +23,7 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "model/MacroHistory.h"
@@ -143,6 +144,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
+  std::unique_ptr<Snapshots> snapshots_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -58,6 +58,8 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
+  // A macro of the disk, or of the snapshot that the pane shows, into a file of our own.
+  Outcome fetch(Pane pane, const MacroTarget& target, const std::string& file) const;
   [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy, QString& refusal);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);

@@ -68,6 +68,12 @@ PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransfe
       demo_(demo),
       reader_(std::move(reader)) {}
 
+std::unique_ptr<PanelMacros> PanelMacros::forMany() const {
+  auto macros = std::make_unique<PanelMacros>(client_, root_, transfers_, demo_, reader_);
+  macros->stayConnected();
+  return macros;
+}
+
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
   Running running(*this, address);

@@ -47,6 +47,10 @@ class PanelMacros {
   PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false,
               MacroReader reader = {});
 
+  // Another one with the same client, root, transfers and reader, for many macros in a row: it stays
+  // connected. Keeps nowhere.
+  [[nodiscard]] std::unique_ptr<PanelMacros> forMany() const;
+
   // Observed. Before the first operation.
   void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
   void waitFor(PutBackPatience patience) { patience_ = patience; }
