@@ -42,7 +42,7 @@ SnapshotRestoreDialog::~SnapshotRestoreDialog() = default;
 void SnapshotRestoreDialog::showCount() {
   const auto count = static_cast<int>(rows_.ticked().size());
   ui_->outcome->setText(tr("%1 of %n macros are ticked", nullptr, rows_.rowCount()).arg(count));
-  ui_->restore->setEnabled(count > 0);
+  ui_->restore->setEnabled(count > 0 && !cancelled_);
 }
 
 void SnapshotRestoreDialog::restoreTicked() {
@@ -53,6 +53,7 @@ void SnapshotRestoreDialog::restoreTicked() {
     outcome = restore_.write(
         ticked, [&](std::size_t) { tell(static_cast<int>(++done * kThousandths / ticked.size())); });
   });
+  cancelled_ = !outcome && outcome.failure().kind == Failure::Kind::kCancelled;
   rows_.setRows(restore_.rows());
   showOutcome(ticked, outcome);
   std::vector<MacroPlace> places;

@@ -44,6 +44,7 @@ class SnapshotRestoreDialog : public QDialog {
   Run run_;
   SnapshotRows::Words words_;
   SnapshotRows rows_;
+  bool cancelled_ = false;  // the restore takes nothing more
 };
 
 }  // namespace tessaly

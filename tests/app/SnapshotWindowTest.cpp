@@ -3,6 +3,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QProgressDialog>
 
 #include "review/Snapshot.h"
 #include "tests/app/PanelWindowFixture.h"
@@ -69,6 +70,13 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
   chooseWorkplace(Pane::kA, 1, "000 - Zero");
   copyTo(a_.copyMacro, 8);
   EXPECT_EQ(first_.read(1, "008"), kTwoFunctions);
+
+  choose(Pane::kB, "&Restore Snapshot...", [](QDialog& dialog) {
+    WindowDriver::click(dialog, QStringLiteral("Restore"));
+    WindowDriver::click(dialog, QStringLiteral("Close"));
+  });
+  EXPECT_EQ(status(), "1 macros are restored");
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
 
   // A next start begins without it.
   fixture_.window->keepState();
