@@ -23,6 +23,7 @@
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
+#include "windows/SnapshotRestoreDialog.h"
 
 namespace tessaly {
 
@@ -37,6 +38,7 @@ class EveryDialog {
     fixture.driver->press(a.deleteCommand);
     command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
     command_.parameters.push_back({"VALUE", "0.48"});
+    static_cast<void>(restore_.add(2, 2));
     row_.add({"delete 3 commands", {}, {}, {}, {}});
   }
 
@@ -72,6 +74,12 @@ class EveryDialog {
          }},
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+        {"restore",
+         [this] {
+           return std::make_unique<SnapshotRestoreDialog>(
+               QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
+               [](const Failure&) { return QString(); });
+         }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
     for (const auto& [name, make] : makers) look(*make(), name);
@@ -98,6 +106,12 @@ class EveryDialog {
   MacroCommand command_;
   EditHistory row_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
+  SnapshotRestore restore_{std::make_shared<const Snapshot>(Snapshot{
+                               {"10.0.0.5", {}}, {}, {2}, {{2, *MacroNumber::of(7), "Titles", "x"}}}),
+                           fixture.site.root,
+                           fixture.history,
+                           [](int) { return nullptr; },
+                           {}};
 };
 
 }  // namespace tessaly
