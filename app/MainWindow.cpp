@@ -90,6 +90,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);
+  snapshots_ = std::make_unique<Snapshots>(rooms, context.site, context.history, connection_, transfer_,
+                                           *open_, context.client, this);
   comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
   comparisons_->connectTo(*open_, *historyOperations_);
   places_ = std::make_unique<ReviewPlaces>(rooms, context_.site, connection_, *open_, *loose_, gate_, this);
@@ -231,6 +233,8 @@ void MainWindow::showSteps() {
   if (!loaded_) return;
   editMenu_->showSteps(room(keyboardPane_).state->copy.steps());
   editMenu_->showActions(room(keyboardPane_).view->commandActions());
+  macroMenu_->showSnapshot(connection_.source(keyboardPane_) == PaneSource::kPanel,
+                           room(keyboardPane_).state->snapshot.has_value());
 }
 
 void MainWindow::addMenu() {
@@ -243,6 +247,15 @@ void MainWindow::addMenu() {
   connect(macroMenu_, &MacroMenu::saveAsPressed, this, [this] {
     if (loaded_) loose_->saveAs(keyboardPane_);
   });
+  connect(macroMenu_, &MacroMenu::saveSnapshotPressed, this, [this] {
+    if (loaded_) snapshots_->save(keyboardPane_);
+  });
+  connect(macroMenu_, &MacroMenu::openSnapshotPressed, this, [this] {
+    if (loaded_) snapshots_->open(keyboardPane_);
+  });
+  connect(macroMenu_, &MacroMenu::restoreSnapshotPressed, this,
+          [this] { snapshots_->restore(keyboardPane_); });
+  connect(macroMenu_, &MacroMenu::closeSnapshotPressed, this, [this] { snapshots_->close(keyboardPane_); });
   connect(macroMenu_, &MacroMenu::sitePressed, this, &MainWindow::siteWanted);
   editMenu_ = new EditMenu(this);
   menuBar()->addMenu(editMenu_);
@@ -332,6 +345,7 @@ void MainWindow::connectStrip() {
   connect(runs_.get(), &CommandRuns::said, this, &MainWindow::say);
   connect(loose_.get(), &LooseMacros::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
+  connect(snapshots_.get(), &Snapshots::said, this, &MainWindow::say);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(steps_.get(), &StepOperations::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
@@ -373,8 +387,8 @@ void MainWindow::readSettingsFile() {
 }
 
 Outcome MainWindow::writeSettingsFile() {
-  settings_.pathA = utf8ToWindows1252(connection_.storedPath(Pane::kA));
-  settings_.pathB = utf8ToWindows1252(connection_.storedPath(Pane::kB));
+  settings_.pathA = utf8ToWindows1252(room(Pane::kA).browser->pathWithoutSnapshot());
+  settings_.pathB = utf8ToWindows1252(room(Pane::kB).browser->pathWithoutSnapshot());
   settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
   settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
   return writeSettings(context_.site.root, settings_);
@@ -386,7 +400,7 @@ void MainWindow::keepState() {
 }
 
 bool MainWindow::end() {
-  transfer_.macros().cancel();
+  transfer_.cancel();
   if (transfer_.busy()) return false;
   keepState();
   connection_.close();
@@ -437,6 +451,7 @@ PaneSituation MainWindow::situation(Pane pane) const {
   now.source = connection_.source(pane);
   now.connected = connection_.connected(pane);
   now.olderFamily = here.olderFamily;
+  now.snapshot = here.snapshot.has_value();
   now.edited = here.copy.edited();
   now.otherEdited = there.copy.edited();
   now.otherIsPanel = connection_.source(other(pane)) == PaneSource::kPanel;
@@ -525,7 +540,7 @@ bool MainWindow::mayClose() {
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (transfer_.busy()) {
     // The transfer is given up first; the window closes as soon as its handler has returned.
-    transfer_.macros().cancel();
+    transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
     event->ignore();
     return;

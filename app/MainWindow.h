@@ -24,6 +24,7 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "model/MacroHistory.h"
@@ -154,6 +155,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
+  std::unique_ptr<Snapshots> snapshots_;
   std::unique_ptr<Comparisons> comparisons_;
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Checking> checking_;

@@ -38,7 +38,7 @@ OpenMacros::OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory&
 MacroTarget OpenMacros::selectedTarget(Pane pane) const {
   const MacroRow* row = state(pane).selectedMacro();
   if (row == nullptr) return {};
-  return {connection_.source(pane),  browser(pane).macroFolder(),
+  return {connection_.source(pane),  browser(pane).sourceFolder(),
           connection_.address(pane), browser(pane).workplace(),
           row->numberText,           row->name};
 }
@@ -76,7 +76,7 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
     filled = transfers_.download(target.address, target.workplace, target.numberText, loan->path());
     reason = transfers_.reason();
   } else {
-    const Outcome copied = copyFile(site_.root, target.file(), loan->path());
+    const Outcome copied = fetch(pane, target, loan->path());
     filled = copied.done();
     if (!filled) reason = inBrackets(copied.failure());
   }
@@ -91,6 +91,14 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
   else
     emit said(tr("opened: %1").arg(macro));
   return filled && loaded;
+}
+
+Outcome OpenMacros::fetch(Pane pane, const MacroTarget& target, const std::string& file) const {
+  const bool inSnapshot = state(pane).snapshot && target.folder == browser(pane).sourceFolder();
+  if (!inSnapshot) return copyFile(site_.root, target.file(), file);
+  const auto bytes = browser(pane).snapshotBytes(target.numberText);
+  return bytes ? writeFile(site_.root, file, *bytes)
+               : Outcome(Failure{Failure::Kind::kMissing, "is not in the snapshot"});
 }
 
 void OpenMacros::follow(const MacroPlace& written, std::optional<Pane> except) {

@@ -73,6 +73,8 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
+  // A macro of the disk, or of the snapshot that the pane shows, into a file of our own.
+  Outcome fetch(Pane pane, const MacroTarget& target, const std::string& file) const;
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
   // Whether a place holds something that neither the list nor a pane has read.
   [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;

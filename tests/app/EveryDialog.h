@@ -27,6 +27,7 @@
 #include "windows/CheckRulesDialog.h"
 #include "windows/CheckWindow.h"
 #include "windows/SearchWindow.h"
+#include "windows/SnapshotRestoreDialog.h"
 
 namespace tessaly {
 
@@ -41,6 +42,7 @@ class EveryDialog {
     fixture.driver->press(a.deleteCommand);
     command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
     command_.parameters.push_back({"VALUE", "0.48"});
+    static_cast<void>(restore_.add(2, 2));
     row_.add({"delete 3 commands", {}, {}, {}, {}});
   }
 
@@ -87,6 +89,12 @@ class EveryDialog {
            return std::make_unique<SearchWindow>(
                SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
          }},
+        {"restore",
+         [this] {
+           return std::make_unique<SnapshotRestoreDialog>(
+               QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
+               [](const Failure&) { return QString(); });
+         }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
     for (const auto& [name, make] : makers) look(*make(), name);
@@ -131,6 +139,12 @@ class EveryDialog {
   MacroCommand command_;
   EditHistory row_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
+  SnapshotRestore restore_{std::make_shared<const Snapshot>(Snapshot{
+                               {"10.0.0.5", {}}, {}, {2}, {{2, *MacroNumber::of(7), "Titles", "x"}}}),
+                           fixture.site.root,
+                           fixture.history,
+                           [](int) { return nullptr; },
+                           {}};
 };
 
 }  // namespace tessaly
