@@ -78,8 +78,9 @@ BatchUndo::Result BatchUndo::undo(const QString& name, const std::vector<BatchTr
   if (!confirmed(name, traces)) return notDone(tr("nothing has been changed"));
   RunningBatch running(shelves_, connected_());
   const std::string title = tr("undo of %1").arg(name).toStdString();
-  if (!transfer_.work(
-          tr("Undoing %1").arg(name), [&] { running.run(title, traces); }, [&] { running.cancel(); }))
+  if (!transfer_.runLong(
+          tr("Undoing %1").arg(name), [&](const PanelTransfer::Tell&) { running.run(title, traces); },
+          [&] { running.cancel(); }))
     return notDone(tr("there is not enough memory"));
   if (!running.outcome()) return notDone(failureText(running.outcome().failure()));
   const MacroBatch& batch = running.batch();

@@ -7,12 +7,15 @@
 #include "platform/MacroNumber.h"
 #include "platform/Text.h"
 #include "platform/Workplace.h"
+#include "review/SnapshotShelf.h"
 
 namespace tessaly {
 
 namespace {
 
 constexpr const char* kConnectedTo = "connected to %s";
+constexpr const char* kSnapshotOf = "%s, %s";  // where it is from, and when
+constexpr const char* kSnapshotFolder = "Folder";
 constexpr const char* kNotConnected = "not connected";
 constexpr const char* kNoApplications = "no applications found";
 constexpr const char* kNoDevicesFile = "- - - - - - -";
@@ -69,8 +72,25 @@ void Browser::showConnectedPanel() {
       {{connected ? format(kConnectedTo, connection_.address(pane).c_str()) : kNotConnected}}, false);
 }
 
+void Browser::setSnapshot(ShownSnapshot snapshot) {
+  pathBefore_ = pathWithoutSnapshot();
+  snapshot_ = std::move(snapshot);
+}
+
+std::string Browser::pathWithoutSnapshot() const {
+  const std::string& stored = connection_.storedPath(pane_.descriptor.pane);
+  return snapshot_ && snapshot_->file == stored ? pathBefore_ : stored;
+}
+
+// Another path that was typed is the end of the snapshot, another source is not.
+void Browser::findSnapshot() {
+  if (snapshot_ && snapshot_->file != connection_.storedPath(pane_.descriptor.pane)) snapshot_.reset();
+  pane_.snapshot = onPanel() ? std::nullopt : snapshot_;
+}
+
 void Browser::fillApplications() {
   clearFrom(kControlPanelList);
+  findSnapshot();
   ListBoxModel& rows = pane_.view.applications().rows();
   pane_.view.applications().selectRow(-1);
   pane_.olderFamily = false;
@@ -82,6 +102,12 @@ void Browser::fillApplications() {
       fillWorkplaces();
     else
       pane_.view.workplaces().rows().clear(false);
+  } else if (pane_.snapshot) {
+    const Snapshot& snapshot = *pane_.snapshot->snapshot;
+    const std::string origin = snapshot.origin.address + snapshot.origin.folder;
+    rows.setRows({{format(kSnapshotOf, origin.c_str(), utcText(snapshot.time).c_str())}}, false);
+    pane_.view.controlPanels().rows().clear(false);
+    fillWorkplaces();
   } else {
     std::vector<ListRow> found;
     for (std::string& name : applications(site_.root, path())) found.push_back({std::move(name)});
@@ -101,7 +127,7 @@ void Browser::chooseApplication() {
     return;
   }
   ListBox& list = pane_.view.controlPanels();
-  if (!hasDevicesFile(site_.root, applicationFolder(path(), application))) {
+  if (!hasDevicesFile(site_.root, tessaly::applicationFolder(path(), application))) {
     pane_.olderFamily = false;
     list.rows().setRows({ListRow{kNoDevicesFile}}, false);
     emit changed();
@@ -141,6 +167,16 @@ void Browser::fillWorkplaces() {
     for (int number = 1; number <= Workplace::kCount; ++number)
       if (flags[static_cast<std::size_t>(number - 1)]) rows.push_back({format(kWorkplace, number), number});
     list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
+    return;
+  }
+  if (pane_.snapshot) {
+    for (const int number : pane_.snapshot->snapshot->workplaces)
+      rows.push_back(number == Snapshot::kFolder ? ListRow{kSnapshotFolder, 1}
+                                                 : ListRow{format(kWorkplace, number), number});
+    const bool one = rows.size() == 1;
+    list.rows().setRows(std::move(rows), true, pane_.snapshot->file);
+    list.selectRow(one ? 0 : -1);
+    if (one) chooseWorkplace();
     return;
   }
   const std::string entry = selectedText(pane_.view.controlPanels());
@@ -189,6 +225,8 @@ void Browser::listMacros() {
   pane_.view.macros().selectRow(-1);
   if (onPanel())
     listPanelMacros();
+  else if (pane_.snapshot)
+    listSnapshotMacros();
   else if (pane_.olderFamily)
     listKeyFiles();
   else
@@ -207,7 +245,7 @@ void Browser::showMacroRows() {
 
 std::string Browser::macrosOf() const {
   if (onPanel()) return connection_.address(pane_.descriptor.pane) + '\n' + std::to_string(workplace());
-  return pane_.olderFamily ? keyFolder() : macroFolder();
+  return pane_.olderFamily ? keyFolder() : sourceFolder();
 }
 
 std::string Browser::commandsOf() const {
@@ -254,6 +292,22 @@ void Browser::listPanelMacros() {
     ++number;
   }
   showMacroRows();
+}
+
+void Browser::listSnapshotMacros() {
+  const auto workplace = snapshotWorkplace();
+  if (!workplace) {
+    pane_.view.macros().rows().clear();
+    return;
+  }
+  for (const Snapshot::Macro& macro : pane_.snapshot->snapshot->of(*workplace))
+    pane_.macroRows.push_back({macro.number.text(), macro.number.value(), macro.name});
+  showMacroRows();
+}
+
+std::optional<int> Browser::snapshotWorkplace() const {
+  if (!pane_.snapshot || workplace() <= 0) return std::nullopt;
+  return pane_.snapshot->snapshot->workplaces.front() == Snapshot::kFolder ? Snapshot::kFolder : workplace();
 }
 
 void Browser::showCommands(const std::vector<int>& selected) {
@@ -360,46 +414,99 @@ void Browser::refreshPanel() {
 }
 
 void Browser::reveal(const MacroTarget& target) {
-  const auto choose = [](ListBox& list, const auto& wanted) {
-    const std::vector<ListRow> rows = list.rows().rows();
-    const auto row = std::find_if(rows.begin(), rows.end(), wanted);
-    if (row == rows.end() || !list.rows().enabled()) return false;
-    list.selectRow(static_cast<int>(row - rows.begin()));
-    return true;
-  };
-  MacroPane& view = pane_.view;
-  std::string application, panel;
-  if (onPanel() || !choose(view.applications(), [&](const ListRow& row) {
-        application = row.text;
-        const std::string folder = applicationFolder(path(), application);
-        return !folder.empty() && target.folder.rfind(folder, 0) == 0;
-      }))
-    return;
-  chooseApplication();
+  std::string panel;
   const auto inPanel = [&](int workplace) {
-    return tessaly::macroFolder(path(), application, panel, workplace) == target.folder;
+    return site_.root.same(
+        tessaly::macroFolder(path(), selectedText(pane_.view.applications()), panel, workplace),
+        target.folder);
   };
-  if (!choose(view.controlPanels(), [&](const ListRow& row) {
+  if (onPanel() || pane_.snapshot || !chooseApplicationOf(target.folder) ||
+      !chooseRow(pane_.view.controlPanels(), [&](const ListRow& row) {
         panel = beforeHyphen(row.text);
         return inPanel(1) || inPanel(kDiskWorkplaces);
       }))
     return;
   chooseControlPanel();
-  if (!choose(view.workplaces(), [&](const ListRow& row) { return inPanel(row.number); })) return;
+  if (!chooseRow(pane_.view.workplaces(), [&](const ListRow& row) { return inPanel(row.number); })) return;
   chooseWorkplace();
+  static_cast<void>(chooseMacro(target.numberText));
+}
+
+void Browser::revealKey(const std::string& folder, const std::string& numberText) {
+  const auto holds = [&](const ListRow& row) {
+    return site_.root.same(
+        tessaly::keyFolder(path(), selectedText(pane_.view.applications()), beforeHyphen(row.text)), folder);
+  };
+  if (onPanel() || pane_.snapshot || !chooseApplicationOf(folder) ||
+      !chooseRow(pane_.view.controlPanels(), holds))
+    return;
+  chooseControlPanel();
+  if (pane_.olderFamily) static_cast<void>(chooseMacro(numberText));
+}
+
+bool Browser::revealOnPanel(int number, const std::string& numberText) {
+  if (!onPanel()) return false;
+  if (workplace() != number) {
+    if (!chooseRow(pane_.view.workplaces(), [&](const ListRow& row) { return row.number == number; }))
+      return false;
+    chooseWorkplace();
+  }
+  return showsPanelNames() && chooseMacro(numberText);
+}
+
+// As by a click, but that nothing follows from it.
+bool Browser::chooseRow(ListBox& list, const std::function<bool(const ListRow& row)>& wanted) {
+  const std::vector<ListRow> rows = list.rows().rows();
+  const auto row = std::find_if(rows.begin(), rows.end(), wanted);
+  if (row == rows.end() || !list.rows().enabled()) return false;
+  list.selectRow(static_cast<int>(row - rows.begin()));
+  return true;
+}
+
+bool Browser::chooseApplicationOf(const std::string& folder) {
+  const auto holds = [&](const ListRow& row) {
+    const std::string own = tessaly::applicationFolder(path(), row.text);
+    return !own.empty() && equalNoCase(std::string_view(folder).substr(0, own.size()), own);
+  };
+  if (!chooseRow(pane_.view.applications(), holds)) return false;
+  chooseApplication();
+  return true;
+}
+
+bool Browser::chooseMacro(const std::string& numberText) {
   const auto macro = std::find_if(pane_.macroRows.begin(), pane_.macroRows.end(),
-                                  [&](const MacroRow& row) { return row.numberText == target.numberText; });
-  if (macro != pane_.macroRows.end())
-    view.macros().selectRow(static_cast<int>(macro - pane_.macroRows.begin()));
+                                  [&](const MacroRow& row) { return row.numberText == numberText; });
+  if (macro == pane_.macroRows.end()) return false;
+  pane_.view.macros().selectRow(static_cast<int>(macro - pane_.macroRows.begin()));
   emit changed();
+  return true;
+}
+
+std::string Browser::applicationFolder() const {
+  const std::string application = selectedText(pane_.view.applications());
+  return onPanel() || application.empty() ? std::string() : tessaly::applicationFolder(path(), application);
 }
 
 std::string Browser::macroFolder() const {
-  if (onPanel() || workplace() <= 0) return {};
+  if (onPanel() || pane_.snapshot || workplace() <= 0) return {};
   const std::string application = selectedText(pane_.view.applications());
   const std::string panel = beforeHyphen(selectedText(pane_.view.controlPanels()));
   if (application.empty() || panel.empty()) return {};
   return tessaly::macroFolder(path(), application, panel, workplace());
+}
+
+std::string Browser::sourceFolder() const {
+  const auto workplace = snapshotWorkplace();
+  return workplace ? pane_.snapshot->file + '/' + snapshotFolderOf(*workplace) : macroFolder();
+}
+
+std::optional<std::string> Browser::snapshotBytes(std::string_view numberText) const {
+  const auto workplace = snapshotWorkplace();
+  const auto number = MacroNumber::parse(numberText);
+  if (!workplace || !number) return std::nullopt;
+  SnapshotShelf shelf(pane_.snapshot->snapshot, *workplace, pane_.snapshot->file);
+  auto bytes = shelf.read(*number);
+  return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
 }
 
 std::string Browser::keyFolder() const {

@@ -24,6 +24,7 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "app/Workplaces.h"
@@ -36,6 +37,10 @@ class MainWindow;
 }
 
 namespace tessaly {
+
+class Checking;
+class ReviewPlaces;
+class Searching;
 
 // What the window works with; owned by the application, which outlives the window.
 struct WindowContext {
@@ -98,6 +103,11 @@ class MainWindow : public QMainWindow {
   void switchPane();
   void followKeyboard(const QWidget* to);
   void showSteps();
+  void showFinding();
+  void connectReview();
+  void openWhereUsed();
+  void connectSends();
+  void connectSends();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
@@ -127,6 +137,7 @@ class MainWindow : public QMainWindow {
   QLabel* loadingNotice_ = nullptr;
   MacroMenu* macroMenu_ = nullptr;
   EditMenu* editMenu_ = nullptr;
+  QMenu* viewMenu_ = nullptr;
   Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
   EventGate gate_;
@@ -147,8 +158,12 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
+  std::unique_ptr<Snapshots> snapshots_;
   std::unique_ptr<Workplaces> workplaces_;
   std::unique_ptr<Comparisons> comparisons_;
+  std::unique_ptr<ReviewPlaces> places_;
+  std::unique_ptr<Checking> checking_;
+  std::unique_ptr<Searching> searching_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -18,6 +18,8 @@ namespace {
 
 constexpr int kQuietMilliseconds = 300;  // a transfer that is over by then shows nothing
 
+constexpr int kThousandths = 1000;
+
 // Takes the user's input from every window but one. A modal window would keep the window manager's close
 // button from the others, too.
 class InputGuard : public QObject {
@@ -63,26 +65,46 @@ class InputGuard : public QObject {
 
 TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   TransferOutcome outcome;
-  if (work(
-          label, [&] { outcome = operation(macros_); }, [this] { macros_.cancel(); }))
-    return outcome;
-  return {FtpClient::Result::kFailed};
+  // What was sent in part is taken back, which may take its time and can be cancelled, too.
+  const bool ran =
+      runBeside(label, {[&](const Tell&) { outcome = operation(macros_); }, [this] { macros_.cancel(); },
+                        tr("Putting back what the panel held before")});
+  return ran ? outcome : TransferOutcome{FtpClient::Result::kFailed};
+}
+
+bool PanelTransfer::runLong(const QString& label, const std::function<void(const Tell& tell)>& work,
+                            const std::function<void()>& cancel) {
+  return runBeside(label, {work, cancel, {}});
 }
 
 void PanelTransfer::cancel() {
-  if (cancel_) cancel_();
+  if (running_ != nullptr && running_->cancel) running_->cancel();
 }
 
-bool PanelTransfer::work(const QString& label, const std::function<void()>& job,
-                         const std::function<void()>& giveUp) {
+bool PanelTransfer::runBeside(const QString& label, const Work& work) {
   const EventGate::Hold hold(&gate_);
-  busy_ = true;
   QEventLoop loop;
   bool finished = false;  // GUI thread
+  QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
+  progress.setWindowModality(Qt::NonModal);  // see InputGuard
+  progress.setWindowTitle(QLatin1String(kProgramName));
+  progress.setMinimumDuration(INT_MAX);  // shown by our own timer
+  progress.setAutoClose(false);
+  progress.setAutoReset(false);
+  if (!work.cancel) progress.setCancelButton(nullptr);
+  const Tell tell = [&progress](int thousandths) {
+    QMetaObject::invokeMethod(
+        &progress,
+        [&progress, thousandths] {
+          progress.setMaximum(kThousandths);
+          progress.setValue(thousandths);
+        },
+        Qt::QueuedConnection);
+  };
   std::thread worker;
   try {
     worker = std::thread([&] {
-      job();
+      work.run(tell);
       QMetaObject::invokeMethod(
           &loop,
           [&] {
@@ -92,25 +114,16 @@ bool PanelTransfer::work(const QString& label, const std::function<void()>& job,
           Qt::QueuedConnection);
     });
   } catch (const std::system_error&) {
-    // No thread to be had.
-    busy_ = false;
-    return false;
+    return false;  // no thread to be had
   }
-  cancel_ = giveUp;
+  running_ = &work;
 
-  QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
-  progress.setWindowModality(Qt::NonModal);  // see InputGuard
-  progress.setWindowTitle(QLatin1String(kProgramName));
-  progress.setMinimumDuration(INT_MAX);  // shown by our own timer
-  progress.setAutoClose(false);
-  progress.setAutoReset(false);
-  // What was sent in part is taken back, which may take its time and can be cancelled, too.
   QObject::connect(&progress, &QProgressDialog::canceled, &loop, [&] {
-    giveUp();
+    cancel();
     QTimer::singleShot(kQuietMilliseconds, &progress, [&] {
-      if (finished) return;
+      if (finished || work.cancelling.isEmpty()) return;
       progress.reset();
-      progress.setLabelText(tr("Putting back what the panel held before"));
+      progress.setLabelText(work.cancelling);
       progress.show();
     });
   });
@@ -119,7 +132,7 @@ bool PanelTransfer::work(const QString& label, const std::function<void()>& job,
   QObject::connect(&late, &QTimer::timeout, &loop, &QEventLoop::quit);
   late.start(kQuietMilliseconds);
 
-  // Input of the first moments is not lost: it is handled once the transfer is over or the progress is shown.
+  // Input of the first moments is not lost: it is handled once the work is over or the progress is shown.
   loop.exec(QEventLoop::ExcludeUserInputEvents);
   if (!finished) {
     const InputGuard guard(progress);
@@ -127,8 +140,7 @@ bool PanelTransfer::work(const QString& label, const std::function<void()>& job,
     while (!finished) loop.exec();
   }
   worker.join();
-  busy_ = false;
-  cancel_ = {};
+  running_ = nullptr;
   return true;
 }
 

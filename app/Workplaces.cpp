@@ -155,16 +155,16 @@ std::optional<WorkplaceChoice> Workplaces::askForSnapshot(QWidget* owner) const 
   const std::string path = file.toStdString();
   auto snapshot = std::make_shared<const Snapshot>();
   Outcome read;
-  const bool begun = around_.transfer.work(
-      tr("Reading %1").arg(shown(path)),
-      [&] {
-        auto opened = openSnapshot(shelves_.root(), path);
-        if (opened)
-          snapshot = std::make_shared<const Snapshot>(*std::move(opened));
-        else
-          read = opened.failure();
-      },
-      [] {});
+  const bool begun = around_.transfer.runLong(tr("Reading %1").arg(shown(path)),
+                                              [&](const PanelTransfer::Tell&) {
+                                                auto opened = openSnapshot(shelves_.root(), path);
+                                                if (opened)
+                                                  snapshot =
+                                                      std::make_shared<const Snapshot>(*std::move(opened));
+                                                else
+                                                  read = opened.failure();
+                                              },
+                                              {});
   if (!begun || !read) {
     const QString why = read ? tr("there is not enough memory") : failureText(read.failure());
     around_.site.messages.show(tr("%1 cannot be read: %2").arg(shown(path), why).toStdString());

@@ -4,10 +4,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "classic/ClassicDescription.h"
-#include "classic/ClassicGroups.h"
-#include "classic/ClassicParameter.h"
 #include "platform/Text.h"
+#include "review/ClassicFacts.h"
 #include "values/SourceNames.h"
 
 namespace tessaly {
@@ -44,30 +42,6 @@ bool sameNumber(std::string_view a, std::string_view b) {
 }
 
 bool isNumber(std::string_view text) { return text.find_first_not_of("0123456789") == text.npos; }
-
-// What a classic command names.
-struct ClassicFacts {
-  std::string group;
-  std::vector<std::string> sources;  // numbers
-};
-
-ClassicFacts factsOf(const ClassicCommand& command, DecodingLists& lists) {
-  ClassicFacts facts;
-  if (!command.valid()) return facts;
-  facts.group = groupName(command.cd(), command.co());
-  const auto list = lists.list(command.cd(), command.co());
-  const auto entry = list ? list->find(command) : std::nullopt;
-  if (!entry) return facts;
-  std::size_t position = 0;
-  for (const ParameterDescriptor& descriptor : entry->parameters) {
-    const std::size_t begin = position;
-    if (!parameterText(command, *entry, descriptor, position)) break;
-    if (descriptor.type != ParameterType::kInput) continue;
-    if (command.parameter(begin) == kExtendedInput) break;
-    facts.sources.push_back(std::to_string(command.parameter(begin)));
-  }
-  return facts;
-}
 
 }  // namespace
 
@@ -168,9 +142,7 @@ class MacroSearch::Asking {
     const std::string& text = command.parameters.empty() ? kNone : command.parameters.front().value;
     const auto known = facts_.find(text);
     if (known != facts_.end()) return known->second;
-    ClassicCommand decoded;
-    static_cast<void>(decoded.decodeText(text));
-    return facts_.emplace(text, tessaly::factsOf(decoded, context_.decodingLists)).first->second;
+    return facts_.emplace(text, classicFacts(text, context_.decodingLists)).first->second;
   }
 
   std::vector<Word> words_;
