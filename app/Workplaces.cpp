@@ -199,7 +199,7 @@ void Workplaces::compare(const WorkplaceChoice& left, const WorkplaceChoice& rig
     return made;
   };
   const CompareSide leftSide = side(left, tr("the left one")), rightSide = side(right, tr("the right one"));
-  CompareWindow::Ways ways;
+  CompareWays ways;
   ways.side = [leftSide, rightSide](Side which) { return which == Side::kA ? leftSide : rightSide; };
   ways.take = [leftSide](const CompareTake&) { return leftSide.refusal; };
   ways.failureText = &failureText;
