@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 
+#include "model/MacroTexts.h"
 #include "model/MacroTree.h"
 #include "platform/XmlCopy.h"
 #include "platform/XmlFile.h"
@@ -127,22 +128,38 @@ class Editor {
   TiXmlElement* data_;
 };
 
-template <typename Change>
-Expected<Macro> changed(const Macro& macro, const Change& change) {
+template <typename Work>
+Expected<Macro> withinMemory(const Work& work) {
   try {
-    XmlDocument document;
-    if (const Outcome parsed = parseXml(macro.bytes(), document); !parsed) return parsed.failure();
-    if (const Outcome done = change(document); !done) return done.failure();
-    return Macro::print(document);
+    return work();
   } catch (const std::bad_alloc&) {
     return Failure{Failure::Kind::kNoMemory, "there is not enough memory for the macro"};
   }
 }
 
+template <typename Change>
+Expected<Macro> changed(const Macro& macro, const Change& change) {
+  XmlDocument document;
+  if (const Outcome parsed = parseXml(macro.bytes(), document); !parsed) return parsed.failure();
+  if (const Outcome done = change(document); !done) return done.failure();
+  return Macro::print(document);
+}
+
+// On the tree, but for what keeps the bytes.
+struct Applying {
+  const Macro& macro;
+
+  Expected<Macro> operator()(const SetTexts& edit) const { return withTexts(macro, edit); }
+  template <typename Edit>
+  Expected<Macro> operator()(const Edit& edit) const {
+    return changed(macro, [&edit](XmlDocument& document) { return Editor(document)(edit); });
+  }
+};
+
 }  // namespace
 
 Expected<Macro> apply(const Macro& macro, const MacroEdit& edit) {
-  return changed(macro, [&edit](XmlDocument& document) { return std::visit(Editor(document), edit); });
+  return withinMemory([&] { return std::visit(Applying{macro}, edit); });
 }
 
 int insertedAt(const Macro& macro, int position, InsertMode mode) {
@@ -159,7 +176,7 @@ int insertedAt(const Macro& macro, int position, InsertMode mode) {
 }
 
 Expected<Macro> reprint(const Macro& macro) {
-  return changed(macro, [](XmlDocument&) { return Outcome(); });
+  return withinMemory([&] { return changed(macro, [](XmlDocument&) { return Outcome(); }); });
 }
 
 }  // namespace tessaly
