@@ -111,8 +111,8 @@ void Application::start() {
   initPanelClient();
   PanelClient& client = *panelClient();
   client.setVerbose(options_.verbose);
-  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), options_.demo,
-                                               &readsAsMacro);
+  panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), &readsAsMacro,
+                                               options_.demo);
   panelMacros_->keepIn(history_);
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,

@@ -35,6 +35,9 @@ HistoryDialog::HistoryDialog(Preview preview, QWidget* parent)
   connect(ui_->saveAs, &QPushButton::clicked, this, [this] {
     if (const KeptMacro* macro = current()) emit saveAsPressed(KeptMacro(*macro));
   });
+  connect(ui_->compare, &QPushButton::clicked, this, [this] {
+    if (const KeptMacro* macro = current()) emit comparePressed(KeptMacro(*macro));
+  });
   connect(ui_->close, &QPushButton::clicked, this, &HistoryDialog::accept);
   ui_->macros->setFocus();
 }
@@ -52,6 +55,10 @@ void HistoryDialog::setMacros(std::vector<KeptMacro> macros) {
 void HistoryDialog::showOutcome(const QString& text) { ui_->outcome->setText(text); }
 
 QPoint HistoryDialog::menuPlace() const { return ui_->saveAs->mapToGlobal(QPoint(0, ui_->saveAs->height())); }
+
+QPoint HistoryDialog::compareMenuPlace() const {
+  return ui_->compare->mapToGlobal(QPoint(0, ui_->compare->height()));
+}
 
 void HistoryDialog::fill(const std::function<void()>& change) {
   const std::string id = current() != nullptr ? current()->id : std::string();
@@ -73,6 +80,7 @@ void HistoryDialog::showCurrent() {
   const KeptMacro* macro = current();
   HistoryPreview preview = macro != nullptr ? preview_(*macro) : HistoryPreview();
   ui_->putBack->setEnabled(macro != nullptr && macro->place && preview.readable);
+  ui_->compare->setEnabled(preview.readable);
   ui_->saveAs->setEnabled(macro != nullptr);
   std::vector<ListRow> rows;
   for (std::string& line : preview.rows) rows.push_back({std::move(line)});

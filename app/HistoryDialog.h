@@ -34,12 +34,14 @@ class HistoryDialog : public QDialog {
 
   void setMacros(std::vector<KeptMacro> macros);
   void showOutcome(const QString& text);
-  // Where the choices of "Save As..." appear; global.
+  // Where the choices of "Save As..." and of "Compare..." appear; global.
   [[nodiscard]] QPoint menuPlace() const;
+  [[nodiscard]] QPoint compareMenuPlace() const;
 
  signals:
   void putBackPressed(const tessaly::KeptMacro& macro);
   void saveAsPressed(const tessaly::KeptMacro& macro);
+  void comparePressed(const tessaly::KeptMacro& macro);
 
  private:
   [[nodiscard]] const KeptMacro* current() const;

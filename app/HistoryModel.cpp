@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "platform/LocalTime.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {

@@ -12,6 +12,7 @@
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/LocalTime.h"
 #include "platform/Text.h"
 #include "widgets/DialogText.h"
 
@@ -58,7 +59,23 @@ void HistoryOperations::open() {
           [this, &dialog](const KeptMacro& macro) { putBack(dialog, macro); });
   connect(&dialog, &HistoryDialog::saveAsPressed, this,
           [this, &dialog](const KeptMacro& macro) { saveAs(dialog, macro); });
+  connect(&dialog, &HistoryDialog::comparePressed, this,
+          [this, &dialog](const KeptMacro& macro) { compare(dialog, macro); });
   dialog.exec();
+}
+
+void HistoryOperations::compare(HistoryDialog& dialog, const KeptMacro& macro) {
+  QMenu menu(&dialog);
+  for (const Pane pane : kPanes) {
+    const PaneState& state = *panes_[index(pane)].state;
+    QAction* const with = menu.addAction(tr("With %1").arg(QLatin1String(state.descriptor.title)));
+    with->setEnabled(state.copy.content() != WorkingCopy::Content::kNothing);
+    connect(with, &QAction::triggered, &dialog, [this, &dialog, pane, macro] {
+      dialog.accept();
+      emit compareWanted(pane, macro);
+    });
+  }
+  menu.exec(dialog.compareMenuPlace());
 }
 
 HistoryPreview HistoryOperations::preview(const KeptMacro& macro) const {

@@ -31,6 +31,8 @@ class HistoryOperations : public QObject {
  signals:
   void changed();
   void said(const QString& text);
+  // The dialog, which would be in front, is closed then.
+  void compareWanted(Pane pane, const tessaly::KeptMacro& version);
 
  private:
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
@@ -41,6 +43,7 @@ class HistoryOperations : public QObject {
   void putBackOnDisk(HistoryDialog& dialog, const KeptMacro& macro);
   void putBackOnPanel(HistoryDialog& dialog, const KeptMacro& macro);
   void saveAs(HistoryDialog& dialog, const KeptMacro& macro);
+  void compare(HistoryDialog& dialog, const KeptMacro& macro);
   void saveInPane(HistoryDialog& dialog, const KeptMacro& macro, Pane pane);
   void saveInFile(HistoryDialog& dialog, const KeptMacro& macro);
   void write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path);

@@ -122,7 +122,7 @@ void MacroOperations::copyMacro(Pane pane) {
                          window_);
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete()) return;
+  if (!target.complete() || !open_.mayCopyTo(pane, target)) return;
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
               placeOf(target));
   if (!onPanel(from))

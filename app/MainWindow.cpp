@@ -86,6 +86,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);
+  comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
+  comparisons_->connectTo(*open_, *historyOperations_);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -187,6 +189,8 @@ void MainWindow::addMenu() {
   connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
+  addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
+                              [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));

@@ -9,6 +9,7 @@
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
+#include "app/Comparisons.h"
 #include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
@@ -143,6 +144,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
+  std::unique_ptr<Comparisons> comparisons_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

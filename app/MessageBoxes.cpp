@@ -1,6 +1,7 @@
 #include "app/MessageBoxes.h"
 
 #include <QMessageBox>
+#include <QPushButton>
 #include <QThread>
 
 #include "widgets/DialogText.h"
@@ -23,14 +24,17 @@ QMessageBox::Icon boxIcon(MessageIcon icon) {
 
 }  // namespace
 
-bool MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons buttons) {
+MessageChoice MessageBoxes::run(const QString& text, MessageIcon icon, MessageButtons buttons,
+                                const QString& other) {
   const EventGate::Hold hold(gate_);
   QMessageBox box(boxIcon(icon), QLatin1String(kProgramName), text,
                   buttons == MessageButtons::kOk ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel,
                   window_);
+  const QPushButton* third = other.isEmpty() ? nullptr : box.addButton(other, QMessageBox::ActionRole);
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(QMessageBox::Ok);
-  return box.exec() == QMessageBox::Ok;
+  if (box.exec() == QMessageBox::Ok) return MessageChoice::kOk;
+  return third != nullptr && box.clickedButton() == third ? MessageChoice::kOther : MessageChoice::kCancel;
 }
 
 void MessageBoxes::show(const std::string& text, MessageIcon icon) {
@@ -51,13 +55,22 @@ void MessageBoxes::show(const std::string& text, MessageIcon icon) {
       Qt::QueuedConnection);
 }
 
-bool MessageBoxes::ask(const std::string& text, MessageIcon icon) {
+MessageChoice MessageBoxes::askAnywhere(const std::string& text, MessageIcon icon, const QString& other) {
   const QString shownText = shownLines(text);
-  if (QThread::currentThread() == thread()) return run(shownText, icon, MessageButtons::kOkCancel);
-  bool answer = false;
+  if (QThread::currentThread() == thread()) return run(shownText, icon, MessageButtons::kOkCancel, other);
+  MessageChoice answer = MessageChoice::kCancel;
   QMetaObject::invokeMethod(
-      this, [&] { answer = run(shownText, icon, MessageButtons::kOkCancel); }, Qt::BlockingQueuedConnection);
+      this, [&] { answer = run(shownText, icon, MessageButtons::kOkCancel, other); },
+      Qt::BlockingQueuedConnection);
   return answer;
+}
+
+bool MessageBoxes::ask(const std::string& text, MessageIcon icon) {
+  return askAnywhere(text, icon, {}) == MessageChoice::kOk;
+}
+
+MessageChoice MessageBoxes::choose(const std::string& text, const std::string& other) {
+  return askAnywhere(text, MessageIcon::kQuestion, QString::fromStdString(other));
 }
 
 }  // namespace tessaly

@@ -10,9 +10,9 @@ namespace tessaly {
 
 inline constexpr const char* kProgramName = "Tessaly";  // caption of boxes
 
-// Modal message boxes with the program's name as caption. `ask` and `show` may be called from any thread:
-// from the GUI thread they return when the box is closed; `show` from another thread queues the box and
-// returns at once.
+// Modal message boxes with the program's name as caption. `ask`, `choose` and `show` may be called from any
+// thread: from the GUI thread they return when the box is closed; `show` from another thread queues the box
+// and returns at once.
 class MessageBoxes : public QObject, public Messages {
   Q_OBJECT
 
@@ -26,9 +26,11 @@ class MessageBoxes : public QObject, public Messages {
 
   void show(const std::string& text, MessageIcon icon) override;
   [[nodiscard]] bool ask(const std::string& text, MessageIcon icon) override;
+  [[nodiscard]] MessageChoice choose(const std::string& text, const std::string& other) override;
 
  private:
-  bool run(const QString& text, MessageIcon icon, MessageButtons buttons);
+  MessageChoice run(const QString& text, MessageIcon icon, MessageButtons buttons, const QString& other = {});
+  [[nodiscard]] MessageChoice askAnywhere(const std::string& text, MessageIcon icon, const QString& other);
 
   QPointer<QWidget> window_;
   QPointer<EventGate> gate_;

@@ -143,9 +143,11 @@ bool OpenMacros::keepUnsaved(const WorkingCopy& copy) {
   return copy.macro() && history_.keep(copy.bytes(), placeOf(*copy.target()), MacroChange::kUnsaved).done();
 }
 
-// Nobody's work is overwritten unseen.
-bool OpenMacros::mayOverwrite(const WorkingCopy& copy, QString& refusal) {
-  const MacroTarget& target = *copy.target();
+// Nobody's work is overwritten unseen. Who compares has not decided: the save ends as by a cancel, so that
+// differences can be taken over, and is begun anew then.
+bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
+  const WorkingCopy& copy = state(pane).copy;
+  const MacroTarget target = *copy.target();
   if (!copy.knowsTarget()) return true;
   const QString macro = macroInStrip(target);
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
@@ -155,12 +157,64 @@ bool OpenMacros::mayOverwrite(const WorkingCopy& copy, QString& refusal) {
   }
   // What cannot be looked at is not there to be lost, or the save itself will tell.
   if (!present.missing && !(present.bytes && copy.targetDiffers(*present.bytes))) return true;
-  const QString question =
-      present.missing
-          ? tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?").arg(macro)
-          : tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?").arg(macro);
   refusal = tr("NOT saved: %1 is as somebody else has left it").arg(macro);
-  return site_.messages.ask(question.toStdString(), MessageIcon::kQuestion);
+  if (present.missing)
+    return site_.messages.ask(
+        tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?")
+            .arg(macro)
+            .toStdString(),
+        MessageIcon::kQuestion);
+  const MessageChoice choice = site_.messages.choose(
+      tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
+          .arg(macro)
+          .toStdString(),
+      tr("Co&mpare").toStdString());
+  if (choice == MessageChoice::kOther) emit compareWanted(pane, target, present);
+  return choice == MessageChoice::kOk;
+}
+
+bool OpenMacros::unseen(Pane pane, const MacroTarget& target, const std::string& bytes) const {
+  bool known = false;
+  for (const Pane other : kPanes) {
+    const WorkingCopy& copy = state(other).copy;
+    if (!shows(other, placeOf(target)) || !copy.knowsTarget()) continue;
+    if (copy.targetDiffers(bytes)) return true;
+    known = true;
+  }
+  if (known || target.source == PaneSource::kPanel) return false;  // a panel's list tells names only
+  const std::vector<MacroRow>& rows = state(pane).macroRows;
+  return std::none_of(rows.begin(), rows.end(), [&](const MacroRow& row) {
+    return row.numberText == target.numberText && row.check == contentCheck(bytes);
+  });
+}
+
+bool OpenMacros::mayCopyTo(Pane pane, const MacroTarget& target) {
+  const bool shown =
+      std::any_of(kPanes.begin(), kPanes.end(), [&](Pane each) { return shows(each, placeOf(target)); });
+  if (target.source == PaneSource::kPanel && (demo_ || !shown)) return true;
+  const MacroTransfers::Present present = transfers_.look(placeOf(target));
+  const QString number = QString::fromStdString(target.numberText);
+  if (present.cancelled) {
+    emit said(tr("NOT copied to %1%2").arg(number, transfers_.reason()));
+    return false;
+  }
+  if (!present.bytes || !unseen(pane, target, *present.bytes)) return true;
+  const MessageChoice choice = site_.messages.choose(
+      tr("What stands at %1 has been changed by somebody else since it was read here.\n\nCopy over it?")
+          .arg(number)
+          .toStdString(),
+      tr("Co&mpare").toStdString());
+  if (choice == MessageChoice::kOk) return true;
+  emit said(tr("NOT copied to %1: it is as somebody else has left it").arg(number));
+  if (choice == MessageChoice::kOther) emit compareWanted(other(pane), target, present);
+  return false;
+}
+
+// The pane's list is not read anew by a save that it knows of.
+void OpenMacros::noteListed(Pane pane, const MacroTarget& saved) {
+  if (saved.source != PaneSource::kHarddisk || browser(pane).macroFolder() != saved.folder) return;
+  for (MacroRow& row : state(pane).macroRows)
+    if (row.numberText == saved.numberText) row.check = contentCheck(state(pane).copy.bytes());
 }
 
 bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
@@ -199,7 +253,7 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said(tr("the demonstration sends nothing"));
     return Saved::kDone;
   }
-  if (QString refusal; !mayOverwrite(copy, refusal)) {
+  if (QString refusal; !mayOverwrite(pane, refusal)) {
     emit said(refusal);
     return Saved::kNothing;
   }
@@ -221,7 +275,10 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
   if (history_.takeFailure()) text = tr("%1; the history could not keep what was there before").arg(text);
   if (!saved) emit saveFailed(pane, text);
   emit said(text);
-  if (saved) follow(*target, pane);
+  if (saved) {
+    noteListed(pane, *target);
+    follow(*target, pane);
+  }
   return saved ? Saved::kDone : Saved::kFailed;
 }
 

@@ -5,13 +5,13 @@
 #include <QObject>
 #include <QStringList>
 
+#include "app/MacroTransfers.h"
 #include "app/PaneState.h"
 #include "link/PanelConnection.h"
 
 namespace tessaly {
 
 class MacroHistory;
-class MacroTransfers;
 
 // Opens macros into the panes' working copies and saves or discards what was changed there. What was done, or
 // why not, is told in one line by `said`. GUI thread.
@@ -29,6 +29,10 @@ class OpenMacros : public QObject {
   // would not overwrite what somebody else has written there; edit state then stays.
   Saved save(Pane pane);
   void discard(Pane pane);
+  // Before the macro that is chosen in the other pane is copied to a place of this one: whether what stands
+  // there is what the pane's list or a pane has read, or may be overwritten all the same. `said` tells
+  // otherwise.
+  [[nodiscard]] bool mayCopyTo(Pane pane, const MacroTarget& target);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -50,6 +54,9 @@ class OpenMacros : public QObject {
   void macroChosen();  // in either pane: a value update is no longer busy
   void said(const QString& text);
   void saveFailed(Pane pane, const QString& text);
+  // Instead of overwriting a place the user wants to see what stands there beside what the pane shows.
+  void compareWanted(Pane pane, const tessaly::MacroTarget& place,
+                     const tessaly::MacroTransfers::Present& present);
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
@@ -58,7 +65,10 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
-  [[nodiscard]] bool mayOverwrite(const WorkingCopy& copy, QString& refusal);
+  [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
+  // Whether a place holds something that neither the pane's list nor a pane has read.
+  [[nodiscard]] bool unseen(Pane pane, const MacroTarget& target, const std::string& bytes) const;
+  void noteListed(Pane pane, const MacroTarget& saved);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);
 

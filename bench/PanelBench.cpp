@@ -10,6 +10,7 @@
 #include "bench/Table.h"
 #include "link/MacroNames.h"
 #include "link/PanelMacros.h"
+#include "model/MacroFile.h"
 #include "panelsim/PanelSimulator.h"
 
 namespace tessaly::bench {
@@ -75,7 +76,7 @@ void countLines() {
 // One macro sent, and the panel told to read its macros again.
 void upload() {
   const SiteRoot root(scratchFolder());
-  PanelMacros macros(line->client, root, ftpTransfers(line->panel->ftpPort()));
+  PanelMacros macros(line->client, root, ftpTransfers(line->panel->ftpPort()), &readsAsMacro);
   if (macros.upload("127.0.0.1", 2, "007", kFile).transfer != FtpClient::Result::kDone) std::abort();
 }
 

@@ -123,6 +123,7 @@ constexpr WordHelp kPanelWords[] = {
     {"put W N FILE", "send FILE as macro N; - sends standard input"},
     {"delete W N", "delete macro N"},
     {"rename W N NAME", "give macro N another name, in UTF-8"},
+    {"run W N", "have the panel carry out macro N, and wait until it has"},
     {"watch NAME", "print the values of these names as the panel sends them"},
     {"snapshot FILE", "store the macros of all workplaces in FILE, over an old one if there is one"},
     {"restore FILE", "send the macros of a snapshot that the panel does not hold as they are there"},
@@ -178,7 +179,7 @@ constexpr Command kCommands[] = {
      "print the settings, or read and write them", runSettings, kSettingsWords},
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",
-     "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N |\n"
+     "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
      "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | snapshot FILE [--force] |\n"
      "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",
      "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},

@@ -8,20 +8,10 @@
 namespace tessaly {
 namespace {
 
-// Characters of several bytes that steer instead of being shown: the upper control characters, marks of the
-// writing direction, and line and paragraph separators.
-constexpr std::pair<std::string_view, std::string_view> kSteering[] = {
-    {"\xD8\x9C", "\\u061c"},     {"\xE2\x80\x8E", "\\u200e"}, {"\xE2\x80\x8F", "\\u200f"},
-    {"\xE2\x80\xA8", "\\u2028"}, {"\xE2\x80\xA9", "\\u2029"}, {"\xE2\x80\xAA", "\\u202a"},
-    {"\xE2\x80\xAB", "\\u202b"}, {"\xE2\x80\xAC", "\\u202c"}, {"\xE2\x80\xAD", "\\u202d"},
-    {"\xE2\x80\xAE", "\\u202e"}, {"\xE2\x81\xA6", "\\u2066"}, {"\xE2\x81\xA7", "\\u2067"},
-    {"\xE2\x81\xA8", "\\u2068"}, {"\xE2\x81\xA9", "\\u2069"},
-};
-constexpr unsigned char kDelete = 0x7F;
-constexpr unsigned char kFirstPrinted = 0x20;
-
-std::string controlEscape(char c) {
-  switch (c) {
+// As a program's text would have it.
+std::string escaped(char32_t character) {
+  constexpr char32_t kDelete = 0x7F;
+  switch (character) {
     case '\n':
       return "\\n";
     case '\r':
@@ -29,45 +19,8 @@ std::string controlEscape(char c) {
     case '\t':
       return "\\t";
     default:
-      return format("\\x%02x", static_cast<unsigned>(static_cast<unsigned char>(c)));
+      return format(character <= kDelete ? "\\x%02x" : "\\u%04x", static_cast<unsigned>(character));
   }
-}
-
-// Takes the character at the start of valid UTF-8 off when it steers, and gives its spelling; empty
-// otherwise.
-std::string takeSteering(std::string_view& text) {
-  const auto first = static_cast<unsigned char>(text[0]);
-  if (first < kFirstPrinted || first == kDelete) {
-    text.remove_prefix(1);
-    return controlEscape(static_cast<char>(first));
-  }
-  if (first == 0xC2 && static_cast<unsigned char>(text[1]) < 0xA0) {
-    std::string spelled = format("\\u%04x", static_cast<unsigned>(static_cast<unsigned char>(text[1])));
-    text.remove_prefix(2);
-    return spelled;
-  }
-  for (const auto& [character, spelled] : kSteering) {
-    if (!text.starts_with(character)) continue;
-    text.remove_prefix(character.size());
-    return std::string(spelled);
-  }
-  return {};
-}
-
-// Characters of `kept` stay as they are.
-std::string spelledOut(std::string_view utf8, std::string_view kept) {
-  std::string result;
-  result.reserve(utf8.size());
-  while (!utf8.empty()) {
-    std::string spelled;
-    if (kept.find(utf8[0]) == kept.npos) spelled = takeSteering(utf8);
-    if (spelled.empty()) {
-      result += utf8[0];
-      utf8.remove_prefix(1);
-    }
-    result += spelled;
-  }
-  return result;
 }
 
 }  // namespace
@@ -132,9 +85,14 @@ int CommandSession::writeTo(const std::string& word, FileUse use, MacroChange ch
     if (check) {
       if (Outcome checked = check(file->path()); !checked) return checked;
     }
-    if (!file->isStream())
-      static_cast<void>(history_.keepFile(file->path(), change));  // the history notes why not
-    return work(file->path());
+    // The history notes why not.
+    const auto keep = [&] { static_cast<void>(history_.keepFile(file->path(), change)); };
+    if (file->isStream()) return work(file->path());
+    if (use == FileUse::kWrite) keep();
+    if (use == FileUse::kChange) beforeChange_ = keep;
+    Outcome done = work(file->path());
+    beforeChange_ = nullptr;
+    return done;
   };
   const Outcome done = file->isStream() ? write() : history_.whileLocked(file->path(), write);
   if (!done.written()) {
@@ -171,12 +129,12 @@ int CommandSession::wrongUsage(const std::string& reason) {
 }
 
 std::string outputText(std::string_view bytes) {
-  std::string text = displayUtf8(bytes);
+  std::string text(bytes);
   std::replace_if(
       text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-  return spelledOut(text, "\t");
+  return visibleUtf8(text, "\t", &escaped);
 }
 
-std::string outputName(std::string_view bytes) { return spelledOut(displayUtf8(bytes), {}); }
+std::string outputName(std::string_view bytes) { return visibleUtf8(bytes, {}, &escaped); }
 
 }  // namespace tessaly

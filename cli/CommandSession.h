@@ -53,7 +53,7 @@ class CommandSession {
   CommandSession(SiteRoot root, const ProgramStreams& streams);
 
   [[nodiscard]] const SiteRoot& root() const { return root_; }
-  [[nodiscard]] SiteAccess site() { return {root_, messages_}; }
+  [[nodiscard]] SiteAccess site() { return {root_, messages_, beforeChange_}; }
   // In what is printed the path is called `name` from now on.
   void call(const std::string& path, const std::string& name) { messages_.call(path, name); }
   [[nodiscard]] DecodingLists& decodingLists() { return decodingLists_; }
@@ -63,8 +63,9 @@ class CommandSession {
   // Runs `work` on a FILE that is only read.
   int readFrom(const std::string& word, const std::function<int(const FileOperand& file)>& work);
   // Runs `work` on a FILE that it changes or writes, and that nobody else changes meanwhile; one that another
-  // program does not let go is a failure. What the file holds is kept before, unless `check` refuses; the
-  // text of a failure is printed. A stream takes what `work` has done only when it succeeded.
+  // program does not let go is a failure. What the file holds is kept before, unless `check` refuses, or what
+  // `work` changes by way of `site` stays as it is; the text of a failure is printed. A stream takes what
+  // `work` has done only when it succeeded.
   int writeTo(const std::string& word, FileUse use, MacroChange change, const Work& work,
               const Work& check = {});
 
@@ -98,6 +99,7 @@ class CommandSession {
   StreamMessages messages_;
   DecodingLists decodingLists_;
   MacroHistory history_;
+  std::function<void()> beforeChange_;  // of the work under way
   std::unique_ptr<FunctionDictionary> dictionary_;
   bool dictionaryWhole_ = true;
   bool warned_ = false;

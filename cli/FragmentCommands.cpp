@@ -16,12 +16,14 @@ constexpr std::string_view kInput = "-";
 int editRange(CommandSession& session, const std::string& word, const CommandRange& range,
               const std::function<MacroEdit(std::vector<int> numbers)>& edit) {
   return session.writeTo(word, FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) -> Outcome {
-    const auto macro = loadMacro(session.site(), path);
-    if (!macro) return told(kNotChanged, macro.failure());
-    auto numbers = numbersIn({range}, macro->commands().size());
-    if (!numbers) return numbers.failure();
-    const auto edited = tessaly::apply(*macro, edit(*std::move(numbers)));
-    return told(kNotChanged, edited ? saveMacro(session.root(), path, *edited) : Outcome(edited.failure()));
+    Outcome inRange;
+    Outcome done = changeMacroFile(session.site(), path, [&](const Macro& macro) -> Expected<Macro> {
+      auto numbers = numbersIn({range}, macro.commands().size());
+      if (numbers) return tessaly::apply(macro, edit(*std::move(numbers)));
+      inRange = numbers.failure();
+      return numbers.failure();
+    });
+    return inRange ? told(kNotChanged, std::move(done)) : inRange;
   });
 }
 

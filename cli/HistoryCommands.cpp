@@ -2,6 +2,7 @@
 
 #include "cli/Commands.h"
 #include "platform/Files.h"
+#include "platform/LocalTime.h"
 #include "platform/Text.h"
 
 namespace tessaly {

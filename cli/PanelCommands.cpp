@@ -9,6 +9,7 @@
 
 #include "cli/Commands.h"
 #include "cli/PanelLine.h"
+#include "cli/PanelRun.h"
 #include "cli/SnapshotCommands.h"
 #include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
@@ -227,6 +228,8 @@ constexpr PanelVerb kVerbs[] = {
     {"delete", Words::kMacro, runDelete},
     {"rename", Words::kMacroAndOne, runRenameOnPanel},
     {"watch", Words::kOneAndMore, runWatch},
+    {"run", Words::kMacro,
+     [](PanelTask& task) { return runOnPanel(task.session, task.place, task.workplace, task.number); }},
     {"snapshot", Words::kOne, runSnapshotOfPanel},
     {"restore", Words::kOneAndMore, runRestoreOnPanel},
 };

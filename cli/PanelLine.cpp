@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/MacroFile.h"
 #include "platform/MacroNumber.h"
 
 namespace tessaly {
@@ -18,7 +19,7 @@ std::string PanelPlace::control() const {
 }
 
 PanelLine::PanelLine(const SiteRoot& root, MacroKeeper& keeper, PanelPlace place)
-    : place_(std::move(place)), macros_(client_, root, ftpTransfers(place_.ftpPort)) {
+    : place_(std::move(place)), macros_(client_, root, ftpTransfers(place_.ftpPort), &readsAsMacro) {
   macros_.keepIn(keeper);
   xctlInit();
 }
@@ -62,6 +63,8 @@ bool PanelLine::remove(int workplace, int number) {
 bool PanelLine::rename(int workplace, int number, const std::string& name) {
   return macros_.rename(workplace, MacroNumber::textOf(number), name);
 }
+
+bool PanelLine::run(int workplace, int number) { return macros_.run(workplace, MacroNumber::textOf(number)); }
 
 void PanelLine::received(const std::string& name, const ParameterValue& value) {
   const std::scoped_lock guard(mutex_);

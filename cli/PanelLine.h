@@ -54,6 +54,7 @@ class PanelLine {
   // False when the panel could not be asked.
   [[nodiscard]] bool remove(int workplace, int number);
   [[nodiscard]] bool rename(int workplace, int number, const std::string& name);
+  [[nodiscard]] bool run(int workplace, int number);
 
  private:
   void received(const std::string& name, const ParameterValue& value);

@@ -2,12 +2,13 @@
 
 #include <utility>
 
+#include "model/MacroFile.h"
 #include "review/PanelShelf.h"
 
 namespace tessaly {
 
 PanelShelves::PanelShelves(const SiteRoot& root, MacroHistory& history, PanelPlace place)
-    : place_(std::move(place)), history_(history), macros_(client_, root, ftpTransfers(place_.ftpPort)) {
+    : place_(std::move(place)), history_(history), macros_(client_, root, ftpTransfers(place_.ftpPort), &readsAsMacro) {
   macros_.keepIn(history);
   macros_.stayConnected();
   xctlInit();

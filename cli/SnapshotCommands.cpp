@@ -215,16 +215,16 @@ int takePanelSnapshot(CommandSession& session, const PanelPlace& place, const st
 
 int restoreToPanel(CommandSession& session, const PanelPlace& place, const std::string& file,
                    const std::vector<std::string>& words, RestoreHow how) {
-  const auto workplace = words.empty() ? std::nullopt : wholeNumber(words[0], 1, Workplace::kCount);
-  if (!words.empty() && !workplace) return session.wrongUsage("a workplace is 1 to 8");
+  const int workplace = words.empty() ? 0 : wholeNumber(words[0], 1, Workplace::kCount).value_or(0);
+  if (!words.empty() && workplace == 0) return session.wrongUsage("a workplace is 1 to 8");
   const auto numbers = numbersOf(words, 1);
   if (!numbers) return session.wrongUsage("a macro number is 0 to 999");
   const auto snapshot = opened(session, file);
   if (!snapshot) return kExitFailed;
   std::vector<RestoreItem> items;
-  if (workplace) {
-    const auto some = chosen(session, *snapshot, isOfFolder(*snapshot) ? Snapshot::kFolder : *workplace,
-                             *workplace, *numbers);
+  if (workplace > 0) {
+    const auto some = chosen(session, *snapshot, isOfFolder(*snapshot) ? Snapshot::kFolder : workplace,
+                             workplace, *numbers);
     if (!some) return kExitFailed;
     items = *some;
   } else if (isOfFolder(*snapshot)) {

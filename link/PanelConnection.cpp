@@ -151,7 +151,6 @@ void PanelConnection::editText(Pane pane, const std::string& text) {
     return;
   }
   texts_[index(pane)].address = text;
-  if (states_->connecting(pane)) return;
   display.buttonEnabled = addressAccepted(text);
   view_.showConnection(pane, display);
 }

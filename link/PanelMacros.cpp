@@ -60,13 +60,13 @@ class PanelMacros::Running {
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
-PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo,
-                         MacroReader reader)
+PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers,
+                         MacroReader reader, bool demo)
     : client_(client),
       root_(root),
       transfers_(std::move(transfers)),
-      demo_(demo),
-      reader_(std::move(reader)) {}
+      reader_(std::move(reader)),
+      demo_(demo) {}
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
@@ -75,12 +75,10 @@ TransferOutcome PanelMacros::download(const std::string& address, int workplace,
 }
 
 VerifiedSend::Old PanelMacros::read(const std::string& address, int workplace, std::string_view number) {
-  VerifiedSend::Old held{Result::kFailed, {}};
   const std::string remotePath = remoteMacroPath(workplace, number);
-  if (demo_ || remotePath.empty()) return held;
+  if (demo_ || remotePath.empty()) return {Result::kFailed, {}};
   Running running(*this, address);
-  held.fetched = running->get(remotePath, held.bytes, FtpClient::kPatience);
-  return held;
+  return fetchOld(running, remotePath, FtpClient::kPatience);
 }
 
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
@@ -132,6 +130,13 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
   return client_.callFunction(format("PANEL.MACRO%d.NAME.SET", workplace), parameters);
 }
 
+bool PanelMacros::run(int workplace, std::string_view number) {
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return false;
+  ParameterList parameters;
+  parameters.addString("REG", std::string(number));
+  return client_.callFunction(format("PANEL.MACRO%d.RUN", workplace), parameters);
+}
+
 void PanelMacros::cancel() {
   const MutexLock guard(mutex_);
   if (running_ == nullptr) return;
@@ -146,7 +151,7 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   std::string bytes;
   outcome.transfer = running->get(remotePath, bytes, FtpClient::kPatience);
   if (outcome.transfer != Result::kDone) return outcome;
-  if (const Outcome read = reader_ ? reader_(bytes) : Outcome(); !read) {
+  if (const Outcome read = reader_(bytes); !read) {
     outcome.transfer = Result::kUnreadable;
     outcome.detail = read.failure().text;
   } else if (!writeFile(root_, file, bytes).written()) {
@@ -155,17 +160,35 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
   return outcome;
 }
 
+VerifiedSend::Old PanelMacros::fetchOld(Running& running, const std::string& remotePath,
+                                        std::chrono::seconds patience) const {
+  VerifiedSend::Old old;
+  std::string bytes;
+  old.fetched = running->get(remotePath, bytes, patience);
+  if (old.fetched != Result::kDone) return old;
+  if (reader_(bytes)) {
+    old.bytes = std::move(bytes);
+    return old;
+  }
+  std::string again;
+  old.fetched = running->get(remotePath, again, patience);
+  if (old.fetched != Result::kDone) return old;
+  if (!reader_(again)) old.fetched = Result::kUnreadable;
+  if (old.fetched == Result::kDone || again == bytes) old.bytes = std::move(again);
+  return old;
+}
+
 PanelStanding PanelMacros::keep(Running& running, const MacroPlace& place, MacroChange change) {
   PanelStanding standing;
   if (demo_) return standing;
   VerifiedSend::Old& old = standing.old;
-  old.fetched = running->get(remoteMacroPath(place.workplace, place.number), old.bytes, kKeepingPatience);
+  old = fetchOld(running, remoteMacroPath(place.workplace, place.number), kKeepingPatience);
   if (keeper_ == nullptr || old.fetched == Result::kNotFound) return standing;
-  if (old.fetched == Result::kDone) {
-    standing.kept = keeper_->keep(old.bytes, place, change);
+  if (old.bytes) {
+    standing.kept = keeper_->keep(*old.bytes, place, change);
     return standing;
   }
-  const Failure failure{Failure::Kind::kMissing,
+  const Failure failure{Failure::Kind::kPanel,
                         std::string("cannot be fetched: ") + FtpClient::describe(old.fetched)};
   keeper_->notFetched(failure);
   standing.kept = failure;

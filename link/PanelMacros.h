@@ -39,13 +39,14 @@ using BeforePanelWrite = std::function<bool(const PanelStanding& standing)>;
 //
 // What a number holds is fetched before it is overwritten or deleted, and goes to the keeper. That is an
 // extra: whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just
-// found unreachable. A deletion stops when its caller wants the old content kept.
+// found unreachable. A deletion stops when its caller wants the old content kept. Old content that is
+// no macro is fetched twice: what comes the same again stands there, and is kept, but never put back
+// (VerifiedSend); what does not was garbled on its way, and counts as not fetched.
 class PanelMacros {
  public:
-  // Observes client and root. Without a reader whatever comes is taken. With `demo` no file moves: every
-  // transfer fails.
-  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, bool demo = false,
-              MacroReader reader = {});
+  // Observes client and root. With `demo` no file moves: every transfer fails.
+  PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, MacroReader reader,
+              bool demo = false);
 
   // Observed. Before the first operation.
   void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
@@ -87,6 +88,9 @@ class PanelMacros {
   // No file moves.
   [[nodiscard]] bool demo() const { return demo_; }
 
+  // Asks the panel to carry out a macro, which it tells of by PANEL.MACRO1.RUNNING. False as above.
+  [[nodiscard]] bool run(int workplace, std::string_view number);
+
   // Ends the running operation; without one it does nothing.
   void cancel();
 
@@ -99,13 +103,15 @@ class PanelMacros {
   [[nodiscard]] TransferOutcome send(Running& running, std::string_view bytes, const MacroPlace& place,
                                      MacroChange change, const BeforePanelWrite& before = {});
   [[nodiscard]] PanelStanding keep(Running& running, const MacroPlace& place, MacroChange change);
+  [[nodiscard]] VerifiedSend::Old fetchOld(Running& running, const std::string& remotePath,
+                                           std::chrono::seconds patience) const;
   [[nodiscard]] bool askToDelete(int workplace, std::string_view number);
 
   PanelClient& client_;
   const SiteRoot& root_;
   MacroTransferFactory transfers_;
-  bool demo_;
   MacroReader reader_;
+  bool demo_;
   MacroKeeper* keeper_ = nullptr;
   PutBackPatience patience_;
   bool staysConnected_ = false;

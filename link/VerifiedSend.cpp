@@ -36,20 +36,23 @@ bool mayHaveWritten(Result result) {
   return false;
 }
 
-// A panel that answers, and does not give the file. One that gave the old macro does not refuse: then the
-// new one is not there.
+// A panel that answers, and does not give the file. One that gave the old macro, garbled or not, does not
+// refuse: then the new one is not there.
 bool refuses(Result reading, const VerifiedSend::Old& old) {
   return reading == Result::kRefusedLogin || reading == Result::kFailed || reading == Result::kPanelError ||
-         (reading == Result::kNotFound && old.fetched != Result::kDone);
+         (reading == Result::kNotFound && old.fetched != Result::kDone && old.fetched != Result::kUnreadable);
 }
 
 }  // namespace
 
-VerifiedSend::Stored VerifiedSend::read(std::string_view bytes, TransferOutcome& outcome) const {
+VerifiedSend::Stored VerifiedSend::look(std::string_view bytes, const Old& old, std::chrono::seconds patience,
+                                        TransferOutcome& outcome) const {
   std::string back;
-  outcome.reading = way_.transfer().get(remotePath_, back, FtpClient::kPatience);
+  outcome.reading = way_.transfer().get(remotePath_, back, patience);
+  if (outcome.reading == Result::kNotFound && old.fetched == Result::kNotFound) return Stored::kOld;
   if (outcome.reading != Result::kDone) return Stored::kUnread;
-  return back == bytes ? Stored::kSame : Stored::kOther;
+  if (back == bytes) return Stored::kNew;
+  return back == old.bytes ? Stored::kOld : Stored::kOther;
 }
 
 TransferOutcome VerifiedSend::taken(TransferOutcome outcome, PanelHolds holds) const {
@@ -66,43 +69,43 @@ TransferOutcome VerifiedSend::send(std::string_view bytes, const Old& old) {
     outcome.transfer = way_.transfer().put(bytes, remotePath_);
     if (!mayHaveWritten(outcome.transfer) && sending == 0) return outcome;
     if (!mayHaveWritten(outcome.transfer) || outcome.transfer == Result::kCancelled) break;
-    const Stored stored = read(bytes, outcome);
-    if (stored == Stored::kSame) return taken(outcome, PanelHolds::kNew);
+    const Stored stored = look(bytes, old, FtpClient::kPatience, outcome);
+    if (stored == Stored::kNew) return taken(outcome, PanelHolds::kNew);
     if (outcome.transfer == Result::kDone && refuses(outcome.reading, old))
       return taken(outcome, PanelHolds::kNewUnread);
     if (outcome.transfer == Result::kDone)
-      outcome.transfer = stored == Stored::kOther ? Result::kAltered : outcome.reading;
+      outcome.transfer = outcome.reading == Result::kDone ? Result::kAltered : outcome.reading;
     // Sending again helps where the panel answers and took something else; with its disk full it does not.
-    if (stored == Stored::kUnread || outcome.transfer == Result::kFull) break;
+    if (outcome.reading != Result::kDone || outcome.transfer == Result::kFull) break;
   }
   return putBack(bytes, old, outcome);
 }
 
-VerifiedSend::Stored VerifiedSend::tryPutBack(std::string_view bytes, bool nothing,
+// Who cannot be reached, or is no longer to be waited for, is not written to.
+VerifiedSend::Stored VerifiedSend::tryPutBack(std::string_view bytes, const Old& old,
                                               TransferOutcome& outcome) const {
-  if (!nothing) {
-    const Result put = way_.transfer().put(bytes, remotePath_);
-    if (put == Result::kDone) return read(bytes, outcome);
-    outcome.reading = put;
-    return Stored::kUnread;
+  const Stored stands = look(bytes, old, kPutBackReading, outcome);
+  if (stands == Stored::kOld || stands == Stored::kNew) return stands;
+  if (outcome.reading == Result::kUnreachable || outcome.reading == Result::kCancelled) return stands;
+  if (old.fetched == Result::kNotFound) {
+    static_cast<void>(way_.remove());
+    return look(bytes, old, kPutBackReading, outcome);
   }
-  static_cast<void>(way_.remove());
-  std::string back;
-  outcome.reading = way_.transfer().get(remotePath_, back, kPutBackReading);
-  if (outcome.reading == Result::kNotFound) return Stored::kSame;
-  return outcome.reading == Result::kDone ? Stored::kOther : Stored::kUnread;
+  const std::string_view wanted = old.fetched == Result::kDone ? std::string_view(*old.bytes) : bytes;
+  const Result put = way_.transfer().put(wanted, remotePath_);
+  if (put == Result::kDone) return look(bytes, old, FtpClient::kPatience, outcome);
+  outcome.reading = put;
+  return Stored::kUnread;
 }
 
 TransferOutcome VerifiedSend::putBack(std::string_view bytes, const Old& old, TransferOutcome outcome) {
-  const bool known = old.fetched == Result::kDone || old.fetched == Result::kNotFound;
-  const std::string_view wanted = known ? std::string_view(old.bytes) : bytes;
   const bool cancelled = outcome.transfer == Result::kCancelled || outcome.reading == Result::kCancelled;
   if (cancelled) way_.renew();
   const auto deadline = Clock::now() + (cancelled ? patience_.afterCancel : patience_.total);
   for (int wrong = 0; wrong < kPuttingsBack;) {
-    const Stored stored = tryPutBack(wanted, old.fetched == Result::kNotFound, outcome);
-    if (stored == Stored::kSame) {
-      if (!known) return taken(outcome, PanelHolds::kNew);
+    const Stored stored = tryPutBack(bytes, old, outcome);
+    if (stored == Stored::kNew) return taken(outcome, PanelHolds::kNew);
+    if (stored == Stored::kOld) {
       static_cast<void>(way_.load());  // its names are those of its files again
       outcome.holds = PanelHolds::kOld;
       return outcome;

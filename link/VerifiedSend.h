@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,16 +19,20 @@ struct PutBackPatience {
 
 // Sends a macro to a panel, and believes nothing but what comes back: what was sent is read and compared byte
 // by byte before the panel is told to load it. A difference is sent once more; then what stood there before
-// is put back, and read in its turn. Where that is not known, the new macro is what is tried on with.
-// Blocking.
+// is put back, and read in its turn: but only where a look has found neither the old macro nor the new one,
+// so that a panel that takes nothing more is not written to in vain. Where the old macro is not known, the
+// new one is what is tried on with. Blocking.
 class VerifiedSend {
  public:
   using Result = FtpClient::Result;
 
-  // What stands there before: `kDone` with the bytes, `kNotFound`, or why it could not be fetched.
+  // What stands there before: `kDone` with the bytes, `kNotFound`, or why it is not known. `kUnreadable` is
+  // no macro; its bytes are there when they came the same twice, so that they are known again, but they are
+  // never written: a line that garbles all alike would spoil the panel by them, and nobody can use them
+  // anyway.
   struct Old {
     Result fetched = Result::kNotFound;
-    std::string bytes;
+    std::optional<std::string> bytes{};
   };
 
   // What it needs of the operation that it is a part of.
@@ -45,12 +50,13 @@ class VerifiedSend {
   [[nodiscard]] TransferOutcome send(std::string_view bytes, const Old& old);
 
  private:
-  enum class Stored { kSame, kOther, kUnread };
+  enum class Stored { kOld, kNew, kOther, kUnread };
 
-  [[nodiscard]] Stored read(std::string_view bytes, TransferOutcome& outcome) const;
+  [[nodiscard]] Stored look(std::string_view bytes, const Old& old, std::chrono::seconds patience,
+                            TransferOutcome& outcome) const;
   [[nodiscard]] TransferOutcome taken(TransferOutcome outcome, PanelHolds holds) const;
   [[nodiscard]] TransferOutcome putBack(std::string_view bytes, const Old& old, TransferOutcome outcome);
-  [[nodiscard]] Stored tryPutBack(std::string_view bytes, bool nothing, TransferOutcome& outcome) const;
+  [[nodiscard]] Stored tryPutBack(std::string_view bytes, const Old& old, TransferOutcome& outcome) const;
 
   Way way_;
   std::string remotePath_;

@@ -15,8 +15,7 @@ namespace {
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-constexpr milliseconds kFirst{3000};     // a panel that has not answered by then does not answer
-constexpr milliseconds kFurther{500};    // without a further name, this was the last one
+constexpr milliseconds kPatience{3000};  // without a name, or a further one, the panel has no more to tell
 constexpr milliseconds kLookAround{50};  // how soon a cancel or a lost line is noticed
 
 // What arrives on the library's thread, for the one that waits.
@@ -35,11 +34,11 @@ class Names {
   [[nodiscard]] bool wait(const std::atomic<bool>& cancelled) {
     std::unique_lock guard(mutex_);
     std::size_t seen = 0;
-    auto deadline = Clock::now() + kFirst;
+    auto deadline = Clock::now() + kPatience;
     while (names_.size() < static_cast<std::size_t>(MacroNumber::kCount) && Clock::now() < deadline) {
       if (cancelled || client_.state() != kPanelConnected) return false;
       changed_.wait_until(guard, std::min(deadline, Clock::now() + kLookAround));
-      if (names_.size() > seen) deadline = Clock::now() + kFurther;
+      if (names_.size() > seen) deadline = Clock::now() + kPatience;
       seen = names_.size();
     }
     return true;

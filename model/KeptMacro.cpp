@@ -1,8 +1,6 @@
 #include "model/KeptMacro.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
 #include <iterator>
 #include <utility>
 
@@ -33,16 +31,6 @@ MacroChange changeOfWord(std::string_view word) {
   const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
                                          [word](const auto& row) { return row.second == word; });
   return found == std::end(kWords) ? MacroChange::kSave : found->first;
-}
-
-std::string localTimeText(std::int64_t milliseconds) {
-  const auto seconds = static_cast<std::time_t>(milliseconds / 1000);
-  std::tm local{};
-  std::array<char, 32> text{};
-  if (::localtime_r(&seconds, &local) == nullptr ||
-      std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local) == 0)
-    return {};
-  return text.data();
 }
 
 std::string historyRecord(std::string_view bytes, const MacroPlace& place, MacroChange change) {

@@ -34,7 +34,4 @@ struct KeptMacro {
 // The record beside a kept macro of these bytes (docs/history-format.md).
 [[nodiscard]] std::string historyRecord(std::string_view bytes, const MacroPlace& place, MacroChange change);
 
-// "2026-11-24 18:56:44" in local time.
-[[nodiscard]] std::string localTimeText(std::int64_t milliseconds);
-
 }  // namespace tessaly

@@ -36,8 +36,9 @@ class Editor {
   }
 
   Outcome operator()(const RemoveCommands& edit) const {
-    const auto chosen = chosenCommands(data_, orderedNumbers(edit.numbers));
-    if (chosen.empty()) return noCommand();
+    const std::vector<int> numbers = orderedNumbers(edit.numbers);
+    const auto chosen = chosenCommands(data_, numbers);
+    if (chosen.size() != numbers.size()) return noCommand();
     for (TiXmlElement* const command : chosen) data_->RemoveChild(command);
     return {};
   }
@@ -45,12 +46,14 @@ class Editor {
   Outcome operator()(const MoveCommands& edit) const {
     const std::vector<int> numbers = orderedNumbers(edit.numbers);
     const auto chosen = chosenCommands(data_, numbers);
-    if (chosen.empty()) return noCommand();
+    if (chosen.size() != numbers.size()) return noCommand();
+    if (chosen.empty()) return {};
     // The place is that of the next command that stays.
     int place = std::max(0, edit.before);
     while (std::binary_search(numbers.begin(), numbers.end(), place)) ++place;
     const bool together = numbers.back() - numbers.front() + 1 == static_cast<int>(numbers.size());
-    if (together && place == numbers.back() + 1) return {};  // they stand there
+    // They stand there, and no comment in front of the next command trades its place with them.
+    if (together && place == numbers.back() + 1) return {};
     TiXmlElement* const before = commandElement(*data_, place);
     for (TiXmlElement* const command : chosen) {
       if (before ? !data_->InsertBeforeChild(before, *command) : !data_->InsertEndChild(*command))
@@ -156,10 +159,16 @@ struct Applying {
   }
 };
 
+bool sameContent(const Macro& first, const Macro& second) {
+  return first.hasData() == second.hasData() && first.name() == second.name() &&
+         first.unread() == second.unread() && first.commands() == second.commands();
+}
+
 }  // namespace
 
 Expected<Macro> apply(const Macro& macro, const MacroEdit& edit) {
-  return withinMemory([&] { return std::visit(Applying{macro}, edit); });
+  auto edited = withinMemory([&] { return std::visit(Applying{macro}, edit); });
+  return edited && sameContent(*edited, macro) ? macro : edited;
 }
 
 int insertedAt(const Macro& macro, int position, InsertMode mode) {

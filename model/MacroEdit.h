@@ -86,9 +86,10 @@ struct SetMacroName {
 using MacroEdit = std::variant<InsertCommands, InsertFragment, RemoveCommands, MoveCommands, ReplaceCommand,
                                SetValues, SetTexts, TakeCommands, SetMacroName>;
 
-// The macro as the edit leaves it, printed whole but for SetTexts, or why it cannot be done: kNotKept (saving
-// would change what the edit does not touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory.
-// Parses the bytes once.
+// The macro as the edit leaves it, printed whole but for SetTexts, or the very same one when that is what the
+// edit leaves, so that its layout stays, too; or why it cannot be done: kNotKept (saving would change what
+// the edit does not touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory. Parses the bytes
+// once.
 [[nodiscard]] Expected<Macro> apply(const Macro& macro, const MacroEdit& edit);
 
 // The number that the first command gets which is inserted so; those behind it follow.

@@ -71,12 +71,18 @@ Outcome saveMacro(const SiteRoot& root, std::string_view path, const Macro& macr
   return writeFile(root, path, macro.bytes());
 }
 
-Outcome editMacroFile(const SiteAccess& site, std::string_view path, const MacroEdit& edit) {
+Outcome changeMacroFile(const SiteAccess& site, std::string_view path, const MacroChanger& change) {
   const auto macro = loadMacro(site, path);
   if (!macro) return macro.failure();
-  const auto edited = apply(*macro, edit);
-  if (!edited) return edited.failure();
-  return saveMacro(site.root, path, *edited);
+  const auto changed = change(*macro);
+  if (!changed) return changed.failure();
+  if (changed->bytes() == macro->bytes()) return {};
+  if (site.beforeChange) site.beforeChange();
+  return saveMacro(site.root, path, *changed);
+}
+
+Outcome editMacroFile(const SiteAccess& site, std::string_view path, const MacroEdit& edit) {
+  return changeMacroFile(site, path, [&edit](const Macro& macro) { return apply(macro, edit); });
 }
 
 bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name) {
@@ -87,14 +93,13 @@ bool readMacroName(const SiteAccess& site, std::string_view path, std::string& n
 }
 
 Outcome renameMacro(const SiteAccess& site, std::string_view path, std::string& name) {
-  const auto macro = loadMacro(site, path);
-  if (!macro) {
-    name = kUnknownName;
-    return macro.failure();
-  }
-  const auto renamed = apply(*macro, SetMacroName{name});
-  if (!renamed) return renamed.failure();
-  return saveMacro(site.root, path, *renamed);
+  bool loaded = false;
+  Outcome renamed = changeMacroFile(site, path, [&](const Macro& macro) {
+    loaded = true;
+    return apply(macro, SetMacroName{name});
+  });
+  if (!loaded) name = kUnknownName;
+  return renamed;
 }
 
 Outcome createMacro(const SiteAccess& site, const std::string& name, std::string_view targetPath) {
@@ -144,16 +149,15 @@ Outcome removeCommand(const SiteAccess& site, std::string_view path, int number)
 }
 
 Outcome setCommandValue(const SiteAccess& site, std::string_view path, int number, const std::string& value) {
-  const auto macro = loadMacro(site, path);
-  if (!macro) return macro.failure();
-  const auto changed = apply(*macro, SetValues{{{number, value}}});
-  if (changed) return saveMacro(site.root, path, *changed);
-  if (changed.failure().kind != Failure::Kind::kNothingTaken || !macro->hasData()) return changed.failure();
-  // The file is written even when no parameter took the value.
-  const auto unchanged = reprint(*macro);
-  if (!unchanged) return unchanged.failure();
-  if (Outcome saved = saveMacro(site.root, path, *unchanged); !saved) return saved;
-  return changed.failure();
+  Outcome taken;
+  Outcome saved = changeMacroFile(site, path, [&](const Macro& macro) {
+    auto changed = apply(macro, SetValues{{{number, value}}});
+    if (changed || changed.failure().kind != Failure::Kind::kNothingTaken || !macro.hasData()) return changed;
+    // The file is written even when no parameter took the value.
+    taken = changed.failure();
+    return reprint(macro);
+  });
+  return saved ? taken : saved;
 }
 
 }  // namespace tessaly

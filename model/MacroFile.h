@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -32,7 +33,9 @@ Outcome readsAsMacro(std::string_view bytes);
 // Writes whole or not at all.
 Outcome saveMacro(const SiteRoot& root, std::string_view path, const Macro& macro);
 
-// Load, apply, save.
+// Load, change, save. What is the same as before is not written.
+using MacroChanger = std::function<Expected<Macro>(const Macro& macro)>;
+Outcome changeMacroFile(const SiteAccess& site, std::string_view path, const MacroChanger& change);
 Outcome editMacroFile(const SiteAccess& site, std::string_view path, const MacroEdit& edit);
 
 // The name as UTF-8. False and "???" when there is none or the file does not parse.

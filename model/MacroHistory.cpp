@@ -64,11 +64,7 @@ MacroHistory::MacroHistory(const SiteRoot& root, Limits limits, Clock clock)
     : root_(root), folder_(root.path() / kFolder), limits_(limits), clock_(std::move(clock)) {}
 
 MacroPlace MacroHistory::placeOfFile(std::string_view path) const {
-  const fs::path host = root_.resolve(path);
-  const std::string inside = host.lexically_relative(root_.path()).string();
-  if (inside.size() < 3 || inside[1] != '/' || inside[0] < 'a' || inside[0] > 'z')
-    return {host.string(), {}, 0, {}};
-  return {inside.substr(0, 1) + ":" + replaceAll(inside.substr(1), "/", "\\"), {}, 0, {}};
+  return {root_.sitePathOf(root_.resolve(path)), {}, 0, {}};
 }
 
 bool MacroHistory::onDrive(const MacroPlace& place) { return place.file.size() > 1 && place.file[1] == ':'; }
@@ -130,19 +126,22 @@ HistoryEntry MacroHistory::nextEntry(std::uint64_t size, const MacroPlace& place
 }
 
 Outcome MacroHistory::writeEntry(const HistoryEntry& entry, std::string_view record, std::string_view bytes) {
-  if (auto made = makeOwnFolder(folder_ / entry.day); !made) return made;
+  Outcome made = makeOwnFolder(folder_ / entry.day);
+  if (!made.written()) return made;
   const fs::path recordFile = host(entry, kRecordEnding);
   if (auto written = writeWhole(recordFile, record, PendingFile::Sync::kFileOnly); !written) return written;
   auto written = writeWhole(host(entry, kMacroEnding), bytes, PendingFile::Sync::kFileAndFolder);
   std::error_code ignored;
-  if (!written && written.failure().kind != Failure::Kind::kUnflushed) fs::remove(recordFile, ignored);
-  return written;
+  if (!written.written()) fs::remove(recordFile, ignored);
+  return written ? made : written;
 }
 
 Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, MacroChange change) {
   if (bytes.size() > limits_.bytes / kShareOfOne)
     return Failure{Failure::Kind::kTooLarge, "cannot be kept: it is too large"};
-  if (auto made = makeOwnFolder(folder_); !made) return made;
+  // A folder that may not survive a power cut is no reason to keep nothing, and is told in the end.
+  Outcome made = makeOwnFolder(folder_);
+  if (!made.written()) return made;
   const auto lock = FileLock::take(folder_ / kLockFile, kHistoryLock, limits_.patience);
   if (!lock) return lock.failure();
   // Another program may have kept something since, and a first look is needed, too.
@@ -166,11 +165,11 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   if (auto counted = lock->setText(text); !counted) return counted;
   seen_ = text;
   auto written = writeEntry(entry, historyRecord(bytes, place, change), bytes);
-  if (!written && written.failure().kind != Failure::Kind::kUnflushed) return written;
+  if (!written.written()) return written;
   entries_.push_back(entry);
   kept_ = entry.id();
   makeRoom(entry.outsideRoot);
-  return written;
+  return written ? made : written;
 }
 
 // The history gives way to what people want to save: first by what it can spare, then by not growing.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/ContentCheck.h"
 #include "platform/SiteRoot.h"
 
 // What the lists of a pane show of the applications on disk. A pane's path ends in "\" and holds a folder for
@@ -27,6 +29,7 @@ struct MacroRow {
   std::string numberText;  // as the file name has it, three characters (key files two), fewer in a short name
   int number = -1;         // 0 to 999 (key files 95), -1 when the text is no such number
   std::string name;        // UTF-8; "???" when it cannot be read
+  std::optional<ContentCheck> check = {};  // of a macro on the disk, as it was listed
 
   // The name as it is shown: a carriage return of a key file stays in `name` alone.
   [[nodiscard]] std::string shownName() const {

@@ -18,11 +18,9 @@ constexpr std::string_view kReady = "ready ", kFailed = "failed ", kEvent = "eve
 
 // As the server calls them.
 constexpr std::pair<const char*, bool FtpFaults::*> kSwitches[] = {
-    {"refuse-login", &FtpFaults::refuseLogin},
-    {"disk-full", &FtpFaults::diskFull},
-    {"stall-transfer", &FtpFaults::stallTransfer},
-    {"swap-after-upload", &FtpFaults::swapAfterUpload},
-    {"dead-line", &FtpFaults::deadLine}};
+    {"refuse-login", &FtpFaults::refuseLogin},          {"disk-full", &FtpFaults::diskFull},
+    {"refuse-download", &FtpFaults::refuseDownload},    {"stall-transfer", &FtpFaults::stallTransfer},
+    {"swap-after-upload", &FtpFaults::swapAfterUpload}, {"dead-line", &FtpFaults::deadLine}};
 constexpr std::pair<const char*, FtpFaults::Count FtpFaults::*> kCounts[] = {
     {"cut-transfer", &FtpFaults::cutAfter},
     {"flip-byte", &FtpFaults::flipByte},

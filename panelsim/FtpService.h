@@ -19,6 +19,7 @@ struct FtpFaults {
 
   bool refuseLogin = false;
   bool diskFull = false;         // uploads are refused
+  bool refuseDownload = false;   // what was uploaded is not given back
   bool stallTransfer = false;    // transfers begin and move no byte
   bool swapAfterUpload = false;  // another editor's macro takes the place of what was uploaded
   bool deadLine = false;         // nothing moves or is answered, and no connection ends

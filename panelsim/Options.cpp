@@ -22,6 +22,7 @@ A panel to work against. Type "help" at its prompt.
   --site DIR         root of the site that gives values and first macros (as for tessaly)
   --seed             fill an empty tree with macros of the site (so with --site)
   --mfd N,N,...      modules of the workplaces 1 to 8 (4,4,2,1,0,0,0,0)
+  --pace MS          from command to command of a macro that runs (40)
   --script FILE      prompt commands to begin with
   --help             this text
   --version          the program's version
@@ -34,6 +35,7 @@ Faults to begin with:
   --cut-transfer N   the line of a transfer breaks after N bytes
   --stall-transfer   transfers begin and move no byte
   --disk-full        uploads are refused
+  --refuse-download  files are taken and not given back
   --flip-byte N      byte N of an upload, from 0, is stored wrong
   --cut-silent N     N bytes of an upload are stored, and all is said to be well
   --swap-after-upload  another editor's macro takes the place of an upload
@@ -74,34 +76,47 @@ using Count = FtpFaults::Count;
 struct CountedFault {
   std::string_view name;
   void (*set)(PanelFaults& faults, Count count);
+  Count (*get)(const PanelFaults& faults);
 };
 
 constexpr CountedFault kCounted[] = {
     {"answer-after",
      [](PanelFaults& faults, Count count) {
        faults.control.delay = std::chrono::milliseconds(count.value_or(0));
+     },
+     [](const PanelFaults& faults) {
+       const auto delay = static_cast<std::size_t>(faults.control.delay.count());
+       return delay == 0 ? Count() : Count(delay);
      }},
-    {"drop-after", [](PanelFaults& faults, Count count) { faults.control.dropAfter = count; }},
-    {"cut-transfer", [](PanelFaults& faults, Count count) { faults.ftp.cutAfter = count; }},
-    {"flip-byte", [](PanelFaults& faults, Count count) { faults.ftp.flipByte = count; }},
-    {"cut-silent", [](PanelFaults& faults, Count count) { faults.ftp.cutSilent = count; }},
-    {kSlowTransfer, [](PanelFaults& faults, Count count) { faults.ftp.bytesPerSecond = count; }},
+    {"drop-after", [](PanelFaults& faults, Count count) { faults.control.dropAfter = count; },
+     [](const PanelFaults& faults) { return faults.control.dropAfter; }},
+    {"cut-transfer", [](PanelFaults& faults, Count count) { faults.ftp.cutAfter = count; },
+     [](const PanelFaults& faults) { return faults.ftp.cutAfter; }},
+    {"flip-byte", [](PanelFaults& faults, Count count) { faults.ftp.flipByte = count; },
+     [](const PanelFaults& faults) { return faults.ftp.flipByte; }},
+    {"cut-silent", [](PanelFaults& faults, Count count) { faults.ftp.cutSilent = count; },
+     [](const PanelFaults& faults) { return faults.ftp.cutSilent; }},
+    {kSlowTransfer, [](PanelFaults& faults, Count count) { faults.ftp.bytesPerSecond = count; },
+     [](const PanelFaults& faults) { return faults.ftp.bytesPerSecond; }},
     {"garble",
-     [](PanelFaults& faults, Count count) { faults.control.garbleAfter = faults.ftp.garbleAfter = count; }}};
+     [](PanelFaults& faults, Count count) { faults.control.garbleAfter = faults.ftp.garbleAfter = count; },
+     [](const PanelFaults& faults) { return faults.control.garbleAfter; }}};
 
 struct SwitchedFault {
   std::string_view name;
-  void (*set)(PanelFaults& faults, bool on);
+  bool& (*of)(PanelFaults& faults);
+  bool FtpFaults::*alsoOfFtp = nullptr;
 };
 
 constexpr SwitchedFault kSwitched[] = {
-    {"never-answer", [](PanelFaults& faults, bool on) { faults.control.neverAnswer = on; }},
-    {"refuse-login", [](PanelFaults& faults, bool on) { faults.ftp.refuseLogin = on; }},
-    {"stall-transfer", [](PanelFaults& faults, bool on) { faults.ftp.stallTransfer = on; }},
-    {"disk-full", [](PanelFaults& faults, bool on) { faults.ftp.diskFull = on; }},
-    {"swap-after-upload", [](PanelFaults& faults, bool on) { faults.ftp.swapAfterUpload = on; }},
-    {"dead-line", [](PanelFaults& faults, bool on) { faults.control.deadLine = faults.ftp.deadLine = on; }},
-    {"lose-reload", [](PanelFaults& faults, bool on) { faults.loseReload = on; }}};
+    {"never-answer", [](PanelFaults& faults) -> bool& { return faults.control.neverAnswer; }},
+    {"refuse-login", [](PanelFaults& faults) -> bool& { return faults.ftp.refuseLogin; }},
+    {"stall-transfer", [](PanelFaults& faults) -> bool& { return faults.ftp.stallTransfer; }},
+    {"disk-full", [](PanelFaults& faults) -> bool& { return faults.ftp.diskFull; }},
+    {"refuse-download", [](PanelFaults& faults) -> bool& { return faults.ftp.refuseDownload; }},
+    {"swap-after-upload", [](PanelFaults& faults) -> bool& { return faults.ftp.swapAfterUpload; }},
+    {"dead-line", [](PanelFaults& faults) -> bool& { return faults.control.deadLine; }, &FtpFaults::deadLine},
+    {"lose-reload", [](PanelFaults& faults) -> bool& { return faults.loseReload; }}};
 
 template <typename Fault, std::size_t N>
 const Fault* named(const Fault (&faults)[N], std::string_view name) {
@@ -115,6 +130,11 @@ bool setValue(std::string_view name, const std::string& value, ProgramOptions& o
   PanelOptions& panel = options.panel;
   if (name == "control-port") return setPort(value, panel.controlPort);
   if (name == "ftp-port") return setPort(value, panel.ftpPort);
+  if (name == "pace") {
+    const auto pace = wholeNumber(value, 0, kLongestPaceMs);
+    panel.pace = MacroRuns::Pace(pace.value_or(0));
+    return pace.has_value();
+  }
   if (name == "mfd") return readModules(value, panel.modules);
   if (named(kCounted, name)) return value != kOff && applyFault(name, value, panel.faults);
   std::string* text = name == "address"  ? &panel.address
@@ -141,8 +161,20 @@ bool applyFault(std::string_view name, std::string_view value, PanelFaults& faul
   }
   const SwitchedFault* const fault = named(kSwitched, name);
   if (!fault || !(off || value.empty())) return false;
-  fault->set(faults, !off);
+  fault->of(faults) = !off;
+  if (fault->alsoOfFtp) faults.ftp.*fault->alsoOfFtp = !off;
   return true;
+}
+
+std::vector<std::string> faultsInForce(const PanelFaults& faults) {
+  std::vector<std::string> names;
+  for (const CountedFault& fault : kCounted)
+    if (const Count count = fault.get(faults))
+      names.push_back(std::string(fault.name) + ' ' + std::to_string(*count));
+  PanelFaults copy = faults;
+  for (const SwitchedFault& fault : kSwitched)
+    if (fault.of(copy)) names.emplace_back(fault.name);
+  return names;
 }
 
 std::optional<ProgramOptions> readOptions(const std::vector<std::string>& arguments, std::string& reason) {

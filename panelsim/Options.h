@@ -25,4 +25,7 @@ struct ProgramOptions {
 // else empty, or "off". False when that is no fault.
 [[nodiscard]] bool applyFault(std::string_view name, std::string_view value, PanelFaults& faults);
 
+// Those that are switched on, as they are typed: "cut-transfer 10", "disk-full".
+[[nodiscard]] std::vector<std::string> faultsInForce(const PanelFaults& faults);
+
 }  // namespace tessaly

@@ -13,6 +13,8 @@ constexpr std::string_view kReload = "PANEL.APPLICATION.LOAD.FINISH";
 constexpr const char* kModuleCount = "PANEL.WP%d.MFDCOUNT";
 constexpr const char* kMacroName = "PANEL.MACRO%d.REG%d.NAME";
 constexpr const char* kDelete = "PANEL.MACRO%d.DELETE";
+constexpr const char* kRun = "PANEL.MACRO%d.RUN";
+constexpr const char* kStop = "PANEL.MACRO%d.STOP";
 constexpr const char* kRename = "PANEL.MACRO%d.NAME.SET";
 
 std::string macroValueName(int workplace, int number) { return format(kMacroName, workplace, number); }
@@ -37,14 +39,23 @@ int macroNumber(const ParameterList& parameters) {
 PanelSimulator::PanelSimulator(PanelOptions options, Log log)
     : options_(std::move(options)),
       log_(std::move(log)),
+      site_(options_.site.empty() ? options_.root : options_.site),
+      lists_(site_),
       tree_(options_.root),
       values_(dictionary_),
+      commands_(dictionary_, lists_, values_),
       faults_(options_.faults),
       control_(*this, log_),
-      ftp_(log_) {
+      ftp_(log_),
+      runs_({[this](int workplace, int number, std::size_t command, const MacroCommand& what) {
+               carryOut(workplace, number, command, what);
+             },
+             [this](int workplace, std::optional<int> number) { tellRun(workplace, number); }}) {
+  runs_.setPace(options_.pace);
   for (auto& names : names_) names.resize(MacroNumber::kCount);
   for (int i = 0; i < Workplace::kCount; ++i) {
     values_.set(format(kModuleCount, i + 1), std::to_string(options_.modules[static_cast<std::size_t>(i)]));
+    values_.set(runningName(i + 1), "");
   }
 }
 
@@ -61,15 +72,14 @@ bool PanelSimulator::prepare(std::string& reason) {
     return false;
   }
   if (options_.site.empty()) return true;
-  const SiteRoot site(options_.site);
-  loadFunctionDictionary(site, dictionary_, log_);
+  loadFunctionDictionary(site_, dictionary_, log_);
   log_("values for " + dictionary_.summary());
   bool empty = true;
   for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     empty = empty && tree_.names(workplace).empty();
   }
   if (options_.seed && empty)
-    log_(format("filled the empty tree with %d macros of the site", tree_.seed(site)));
+    log_(format("filled the empty tree with %d macros of the site", tree_.seed(site_)));
   return true;
 }
 
@@ -98,6 +108,7 @@ bool PanelSimulator::startServices(std::string& reason) {
 }
 
 void PanelSimulator::stop() {
+  runs_.stopAll();
   control_.stop();
   const std::scoped_lock guard(ftpMutex_);
   ftp_.stop();
@@ -136,7 +147,17 @@ void PanelSimulator::set(const std::string& name, const std::string& value) {
       values_.set(name, value);
     }
   }
+  publish(name, value);
+}
+
+void PanelSimulator::publish(const std::string& name, const std::string& value) {
   control_.publish(name, value);
+  bool tells = false;
+  {
+    const std::scoped_lock guard(mutex_);
+    tells = watched_.contains(name);
+  }
+  if (tells) log_(name + " = " + value);
 }
 
 void PanelSimulator::setMacroName(int workplace, int number, const std::string& name) {
@@ -215,10 +236,16 @@ bool PanelSimulator::call(const std::string& function, const ParameterList& para
       reload();
     return true;
   }
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
+    if (function != format(kStop, workplace)) continue;
+    stopRun(workplace);
+    return true;
+  }
   const int number = macroNumber(parameters);
   const std::string* name = parameter(parameters, "NAME");
   bool done = false;
   for (int workplace = 1; workplace <= Workplace::kCount && number >= 0; ++workplace) {
+    if (function == format(kRun, workplace)) done = run(workplace, number).done();
     if (function == format(kDelete, workplace)) done = removeMacro(workplace, number);
     if (function == format(kRename, workplace) && name != nullptr)
       done = renameMacro(workplace, number, *name);

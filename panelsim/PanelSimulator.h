@@ -5,15 +5,18 @@
 #include <cstdint>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "dictionary/FunctionDictionary.h"
+#include "panelsim/CommandRun.h"
 #include "panelsim/ControlService.h"
 #include "panelsim/CurrentValues.h"
 #include "panelsim/FtpService.h"
 #include "panelsim/Log.h"
+#include "panelsim/MacroRuns.h"
 #include "panelsim/PanelTree.h"
 
 namespace tessaly {
@@ -37,6 +40,7 @@ struct PanelOptions {
   bool seed = false;  // fill an empty tree with macros of the site
   std::array<int, Workplace::kCount> modules = {4, 4, 2, 1, 0, 0, 0, 0};  // counts of the workplaces 1 to 8
   PanelFaults faults;
+  MacroRuns::Pace pace = MacroRuns::kUsualPace;  // from command to command of a macro that runs
 };
 
 // A panel to work against: the control service and the FTP service over one tree of macro files. One thread
@@ -71,6 +75,20 @@ class PanelSimulator : private ControlledPanel {
   bool renameMacro(int workplace, int number, const std::string& name);
   [[nodiscard]] std::vector<std::pair<int, std::string>> macros(int workplace);
 
+  // Begins to carry out a macro, which the log tells of; PANEL.MACRO1.RUNNING holds its number meanwhile.
+  [[nodiscard]] Outcome run(int workplace, int number);
+  void stopRun(int workplace) { runs_.stop(workplace); }
+  void setPace(MacroRuns::Pace pace) { runs_.setPace(pace); }
+  [[nodiscard]] bool waitForRuns(std::chrono::milliseconds patience) { return runs_.waitForEnd(patience); }
+
+  // Values whose changes are logged, from now on.
+  void watch(const std::vector<std::string>& names);
+  void watchNothing();
+  [[nodiscard]] std::vector<std::string> watched();
+  // What a name and a value typed for it may be; without a site whatever is typed. Done, or why not.
+  [[nodiscard]] Outcome knows(const std::string& name);
+  [[nodiscard]] Outcome canSet(const std::string& name, const std::string& value);
+
   [[nodiscard]] PanelFaults faults();
   [[nodiscard]] bool setFaults(const PanelFaults& faults);  // false when the FTP server is gone
   void dropConnections() { control_.dropConnections(); }
@@ -83,24 +101,33 @@ class PanelSimulator : private ControlledPanel {
 
   [[nodiscard]] bool prepare(std::string& reason);
   [[nodiscard]] bool startServices(std::string& reason);
+  [[nodiscard]] static std::string runningName(int workplace);
+  void carryOut(int workplace, int number, std::size_t command, const MacroCommand& what);
+  void tellRun(int workplace, std::optional<int> number);
+  void publish(const std::string& name, const std::string& value);
   void readTree(bool first);
   void setMacroName(int workplace, int number, const std::string& name);
   [[nodiscard]] std::string* macroName(const std::string& name);
 
   PanelOptions options_;
   const Log log_;
+  const SiteRoot site_;
   FunctionDictionary dictionary_;
+  DecodingLists lists_;
   bool prepared_ = false;
 
   std::mutex mutex_;  // guards what follows; never held while a service or the log is called
   PanelTree tree_;
   CurrentValues values_;
+  CommandRun commands_;
+  std::set<std::string> watched_;
   std::array<std::vector<std::string>, Workplace::kCount> names_;  // as published; empty without macro
   PanelFaults faults_;
 
   ControlService control_;
   std::mutex ftpMutex_;  // held while the FTP service is used
   FtpService ftp_;
+  MacroRuns runs_;  // ends before what it changes
 };
 
 }  // namespace tessaly

@@ -58,6 +58,10 @@ const std::string& PanelTree::nameOf(const std::string& path) {
   return known.name;
 }
 
+Expected<Macro> PanelTree::read(int workplace, int number) const {
+  return readMacro(host_, file(workplace, number));
+}
+
 bool PanelTree::remove(int workplace, int number) const {
   return removeFile(host_, file(workplace, number)).done();
 }

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "model/Macro.h"
 #include "platform/MacroNumber.h"
 #include "platform/Messages.h"
 #include "platform/SiteRoot.h"
@@ -28,6 +29,8 @@ class PanelTree {
   [[nodiscard]] std::map<int, std::string> names(int workplace);
   [[nodiscard]] std::string name(int workplace, int number) { return nameOf(file(workplace, number)); }
 
+  // kMissing where there is none.
+  [[nodiscard]] Expected<Macro> read(int workplace, int number) const;
   [[nodiscard]] bool remove(int workplace, int number) const;
   [[nodiscard]] bool rename(int workplace, int number, const std::string& name) const;
 

@@ -35,6 +35,7 @@ class Faults:
 
     refuse_login = False
     disk_full = False
+    refuse_download = False
     stall_transfer = False
     swap_after_upload = False
     dead_line = False
@@ -160,6 +161,12 @@ class Session(FTPHandler):
             self._in_buffer, self._in_buffer_len = [], 0
         else:
             super().found_terminator()
+
+    def ftp_RETR(self, file):
+        if Faults.refuse_download:
+            self.respond("451 Not to be read.")
+            return None
+        return super().ftp_RETR(file)
 
     def _told(self, what, path):
         size = os.path.getsize(path) if os.path.exists(path) else 0

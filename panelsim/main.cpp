@@ -1,4 +1,5 @@
 #include <chrono>
+#include <ctime>
 #include <fstream>
 #include <iostream>
 #include <mutex>
@@ -8,6 +9,7 @@
 #include "panelsim/PanelSimulator.h"
 #include "panelsim/Prompt.h"
 #include "platform/Installation.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -15,10 +17,25 @@ constexpr int kDone = 0, kFailed = 1, kWrongUsage = 2;
 
 std::mutex outputMutex;  // a line is written whole, whichever thread it comes from
 
+// In UTF-8, whatever bytes a file or a peer has given.
+void printLocked(const std::string& text) { std::cout << tessaly::visibleUtf8(text, "\n\t") << std::endl; }
+
 void print(const std::string& text) {
   if (text.empty()) return;
   const std::scoped_lock guard(outputMutex);
-  std::cout << text << std::endl;
+  printLocked(text);
+}
+
+// "14:03:07.250 " and what happened then.
+void log(const std::string& text) {
+  const auto now = std::chrono::system_clock::now();
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+  const auto part = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()) % 1000;
+  char clock[16] = "";
+  const std::scoped_lock guard(outputMutex);  // also over what std::localtime gives
+  if (const std::tm* const local = std::localtime(&seconds))
+    std::strftime(clock, sizeof clock, "%H:%M:%S", local);
+  printLocked(tessaly::format("%s.%03d ", clock, static_cast<int>(part.count())) + text);
 }
 
 enum class Obeyed { kAll, kQuit, kWrong };  // a script stops at a wrong line
@@ -50,7 +67,7 @@ int main(int argc, char** argv) {
     std::cout << "tessaly-panelsim " << tessaly::programVersion() << "\n";
     return kDone;
   }
-  tessaly::PanelSimulator panel(options->panel, print);
+  tessaly::PanelSimulator panel(options->panel, log);
   if (!panel.start(reason)) {
     std::cerr << "tessaly-panelsim: " << reason << std::endl;
     return kFailed;

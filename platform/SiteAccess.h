@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/Messages.h"
 #include "platform/SiteRoot.h"
 
@@ -10,6 +12,8 @@ namespace tessaly {
 struct SiteAccess {
   const SiteRoot& root;
   Messages& messages;
+  // Run before a file is overwritten with other content; may be none.
+  std::function<void()> beforeChange = {};
 };
 
 }  // namespace tessaly

@@ -149,6 +149,12 @@ fs::path SiteRoot::resolve(std::string_view sitePath) const {
   return resolved;
 }
 
+std::string SiteRoot::sitePathOf(const fs::path& host) const {
+  const std::string inside = host.lexically_relative(root_).string();
+  if (inside.size() < 3 || inside[1] != '/' || inside[0] < 'a' || inside[0] > 'z') return host.string();
+  return inside.substr(0, 1) + ":" + replaceAll(inside.substr(1), "/", "\\");
+}
+
 bool SiteRoot::same(std::string_view first, std::string_view second) const {
   const fs::path a = resolve(first);
   const fs::path b = resolve(second);

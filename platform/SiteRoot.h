@@ -29,6 +29,9 @@ class SiteRoot {
   // empty, and every file operation on it fails.
   [[nodiscard]] std::filesystem::path resolve(std::string_view sitePath) const;
 
+  // The site path of a file of this host: that of its drive when it lies under the root, else its own.
+  [[nodiscard]] std::string sitePathOf(const std::filesystem::path& host) const;
+
   // True when both site paths name the same place on this host.
   [[nodiscard]] bool same(std::string_view first, std::string_view second) const;
 

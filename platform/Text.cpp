@@ -250,7 +250,11 @@ std::string displayUtf8(std::string_view bytes) {
   return isValidUtf8(bytes) ? std::string(bytes) : windows1252ToUtf8(bytes);
 }
 
-std::string visibleUtf8(std::string_view bytes, std::string_view kept) {
+std::string spelledByNumber(char32_t character) {
+  return format("[U+%04X]", static_cast<unsigned>(character));
+}
+
+std::string visibleUtf8(std::string_view bytes, std::string_view kept, std::string (*spelling)(char32_t)) {
   std::string text = displayUtf8(bytes);
   const auto plain = [kept](char c) { return (c >= ' ' && c <= '~') || kept.find(c) != kept.npos; };
   if (std::all_of(text.begin(), text.end(), plain)) return text;
@@ -259,7 +263,7 @@ std::string visibleUtf8(std::string_view bytes, std::string_view kept) {
     const CodePoint point = decode(std::string_view(text).substr(at));
     const std::string_view character = std::string_view(text).substr(at, point.length);
     if (unseen(point.value) && !plain(character[0]))
-      result += format("[U+%04X]", static_cast<unsigned>(point.value));
+      result += spelling(point.value);
     else
       result += character;
     at += point.length;

@@ -54,9 +54,13 @@ void appendUtf8(std::string& text, char32_t character);
 [[nodiscard]] std::optional<std::string> exactWindows1252(std::string_view utf8);
 // What to show for bytes of unknown origin: as they are when valid UTF-8, else read as Windows-1252.
 [[nodiscard]] std::string displayUtf8(std::string_view bytes);
+// "[U+202E]".
+[[nodiscard]] std::string spelledByNumber(char32_t character);
 // The same to be read by a person who must not be deceived by it: each character that shows nothing of its
 // own but hides, breaks or turns round what stands beside it (control characters, line ends, marks of
-// direction, spaces without width) stands as its number, as in "[U+202E]". Those in `kept`, ASCII all, stay.
-[[nodiscard]] std::string visibleUtf8(std::string_view bytes, std::string_view kept = {});
+// direction, spaces without width) is spelled out, by its number as in "[U+202E]" unless told otherwise.
+// Those in `kept`, ASCII all, stay.
+[[nodiscard]] std::string visibleUtf8(std::string_view bytes, std::string_view kept = {},
+                                      std::string (*spelling)(char32_t character) = &spelledByNumber);
 
 }  // namespace tessaly

@@ -1,6 +1,6 @@
 #include "review/CheckKnowledge.h"
 
-#include "review/CloseName.h"
+#include "platform/CloseName.h"
 
 namespace tessaly {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "review/CloseName.h"
+#include "platform/CloseName.h"
 #include "review/CommandFix.h"
 #include "values/Destination.h"
 

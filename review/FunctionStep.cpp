@@ -37,13 +37,19 @@ std::string_view unitOf(FloatUnit unit) {
 }  // namespace
 
 bool isStep(const FunctionRecord& function) {
-  const std::string name = "." + std::string(function.name()) + ".";
-  return name.find("." + std::string(kIncrement) + ".") != name.npos;
+  std::string_view rest = function.name();
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find('.'), rest.size());
+    if (rest.substr(0, end) == kIncrement) return true;
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return false;
 }
 
-std::optional<FunctionRecord> setterOf(const FunctionDictionary& dictionary, const FunctionRecord& step) {
+std::optional<SteppedValue> steppedBy(const FunctionDictionary& dictionary, const FunctionRecord& step) {
   const std::string_view name = step.name(), pattern = step.definition().name;
   std::size_t at = 0, patternAt = 0;
+  std::string other;
   while (at <= name.size() && patternAt <= pattern.size()) {
     const std::size_t end = std::min(name.find('.', at), name.size());
     const std::size_t patternEnd = std::min(pattern.find('.', patternAt), pattern.size());
@@ -51,12 +57,11 @@ std::optional<FunctionRecord> setterOf(const FunctionDictionary& dictionary, con
     const EnumFamily* const members = name.substr(at, end - at) == kIncrement && family.starts_with('$')
                                           ? dictionary.enumFamily(family.substr(1))
                                           : nullptr;
-    if (members) {
-      for (const SegmentAlternative& member : members->members) {
-        std::string other(name);
-        const auto found = dictionary.find(other.replace(at, end - at, member.fidText));
-        if (found && &found->definition() == &step.definition() && !found->incremental()) return found;
-      }
+    for (std::size_t i = 0; members && i < members->members.size(); ++i) {
+      const auto found =
+          dictionary.find(other.assign(name).replace(at, end - at, members->members[i].fidText));
+      if (!found || &found->definition() != &step.definition()) continue;
+      if (std::string sid = found->sid(); !sid.empty()) return SteppedValue{*found, std::move(sid)};
     }
     at = end + 1;
     patternAt = patternEnd + 1;

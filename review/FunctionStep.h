@@ -13,11 +13,16 @@ namespace tessaly {
 // A segment of its name is "INC".
 [[nodiscard]] bool isStep(const FunctionRecord& function);
 
-// The function that sets what an incremental one steps: of the same template, with another member of the
-// family that "INC" was taken from. Nothing for a step that no function sets, which the panel tells no value
-// of.
-[[nodiscard]] std::optional<FunctionRecord> setterOf(const FunctionDictionary& dictionary,
-                                                     const FunctionRecord& step);
+struct SteppedValue {
+  FunctionRecord setter;
+  std::string sid;  // its value
+};
+
+// What an incremental function steps is set by the function of the same template that has another member of
+// the family that "INC" was taken from. Nothing for a step that no function sets, which the panel tells no
+// value of.
+[[nodiscard]] std::optional<SteppedValue> steppedBy(const FunctionDictionary& dictionary,
+                                                    const FunctionRecord& step);
 
 // What a parameter of an incremental function adds, in the unit of the stored value; nothing when that is no
 // number.

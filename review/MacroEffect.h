@@ -1,13 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/CommandLine.h"
 
@@ -83,7 +83,7 @@ class MacroEffect {
   [[nodiscard]] const ValueState& before(const ValueChange& change) const;
 
   // Every value that a command changes, in the order of their first changes.
-  [[nodiscard]] const std::vector<EffectValue>& values() const;
+  [[nodiscard]] const std::deque<EffectValue>& values() const;
   // After so many commands: 0 is the start, commandCount() the end. Costs the logarithm of the value's
   // changes.
   [[nodiscard]] const ValueState& at(int value, int step) const;
@@ -98,6 +98,9 @@ class MacroEffect {
  private:
   struct Told;
   class Replay;
+
+  void replay(const MacroCommands& commands, DecodingLists& lists, const Start& start);
+
   std::unique_ptr<Told> told_;
 };
 

@@ -26,7 +26,7 @@ Failure failureOf(Result result) {
 
 // What was fetched, as far as it was.
 Expected<std::string> bytesOf(const VerifiedSend::Old& held) {
-  if (held.fetched == Result::kDone) return held.bytes;
+  if (held.bytes) return *held.bytes;
   return failureOf(held.fetched);
 }
 
@@ -112,7 +112,7 @@ ShelfWrite PanelShelf::remove(MacroNumber number, const BeforeWrite& before) {
   const PanelMacros::Deletion deletion =
       macros_.remove(address_, workplace_, number.text(), PanelMacros::OldContent::kKept,
                      [&](const PanelStanding& standing) {
-                       if (standing.old.fetched != Result::kDone)
+                       if (!standing.old.bytes)
                          asked = failureOf(standing.old.fetched);
                        else
                          asked = ask(standing, before);
@@ -128,9 +128,9 @@ ShelfWrite PanelShelf::remove(MacroNumber number, const BeforeWrite& before) {
 ShelfWrite PanelShelf::awaitDeletion(MacroNumber number) {
   const auto deadline = std::chrono::steady_clock::now() + deletion_;
   while (true) {
-    const Result result = macros_.read(address_, workplace_, number.text()).fetched;
-    if (result == Result::kNotFound) return {State::kWritten};
-    if (result != Result::kDone) return {State::kUnknown, failureOf(result)};
+    const VerifiedSend::Old held = macros_.read(address_, workplace_, number.text());
+    if (held.fetched == Result::kNotFound) return {State::kWritten};
+    if (!held.bytes) return {State::kUnknown, failureOf(held.fetched)};
     if (std::chrono::steady_clock::now() > deadline)
       return {State::kUnknown, {Failure::Kind::kPanel, "the panel has not deleted the macro"}};
     std::this_thread::sleep_for(kLookAgain);

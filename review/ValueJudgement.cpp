@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "platform/CloseName.h"
 #include "platform/Text.h"
-#include "review/CloseName.h"
 #include "values/ParameterValue.h"
 #include "values/SourceNames.h"
 

@@ -15,7 +15,6 @@ constexpr milliseconds kOpenTime{5000};    // for the TCP connection and the gre
 constexpr milliseconds kGoodbyeTime{200};  // for sending what waits and for the panel to close its side
 constexpr std::size_t kMostUnsent = std::size_t{8} * 1024 * 1024;  // bytes of lines that wait to be sent
 constexpr std::size_t kReadSize = std::size_t{64} * 1024;
-constexpr std::size_t kMostNames = 1'000'000;
 
 int millisecondsUntil(std::chrono::steady_clock::time_point deadline) {
   const auto left = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now());
@@ -123,7 +122,6 @@ bool Session::subscribe(const std::string& name) {
   std::string sent = wireText(name);
   {
     const MutexLock guard(mutex_);
-    if (asked_.size() >= kMostNames) return false;
     Asked& asked = asked_[sent];
     if (sent != name) asked.given = name;
   }

@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "dictionary/InterfaceFile.h"
+#include "model/MacroFile.h"
 #include "widgets/QuietToolkit.h"
 
 namespace tessaly::bench {
@@ -51,7 +52,7 @@ Desk::Desk(SiteRoot root, std::uint16_t ftpPort)
       dictionary_(std::make_unique<FunctionDictionary>()),
       lists_(root_),
       history_(root_),
-      macros_(client_, root_, ftpTransfers(ftpPort)) {
+      macros_(client_, root_, ftpTransfers(ftpPort), &readsAsMacro) {
   toolkit();
   macros_.keepIn(history_);
   loadFunctionDictionary(root_, *dictionary_,

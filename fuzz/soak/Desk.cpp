@@ -10,6 +10,7 @@
 
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
+#include "model/MacroFile.h"
 #include "platform/Text.h"
 #include "tests/support/BuildPaths.h"
 #include "tests/support/SampleSite.h"
@@ -72,7 +73,7 @@ Desk::Desk(std::chrono::milliseconds connectTimeOut)
       second("127.0.0.2", first.simulator.controlPort(), first.simulator.ftpPort()),
       history_(site.root),
       lists_(site.root),
-      macros_(client(), site.root, ftpTransfers(first.simulator.ftpPort())),
+      macros_(client(), site.root, ftpTransfers(first.simulator.ftpPort()), &readsAsMacro),
       context_{{site.root, messages_}, deskDictionary(), lists_, client(), macros_, history_} {
   macros_.keepIn(history_);
   macros_.waitFor({std::chrono::seconds(2), std::chrono::seconds(1), std::chrono::milliseconds(100)});

@@ -46,7 +46,7 @@ class WindowFixture {
   explicit WindowFixture(PanelClient& client, std::uint16_t ftpPort = kFtpPort, bool demo = false)
       : history(site.root),
         lists_(site.root),
-        macros_(client, site.root, ftpTransfers(ftpPort), demo, &readsAsMacro) {
+        macros_(client, site.root, ftpTransfers(ftpPort), &readsAsMacro, demo) {
     copySampleSite(site.root);
     context_ = std::make_unique<WindowContext>(
         WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, history, demo});

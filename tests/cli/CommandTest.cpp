@@ -439,9 +439,10 @@ TEST_F(Commands, WhatTheSaveMakesUnreadableIsCounted) {
 }
 
 TEST_F(Commands, NamesCannotSteerTheTerminal) {
-  const std::string name = "<macro name=\"a\x1B[2J&#x0A;&#x09;&#x7F;\xC2\x9B\u202eb\"><data/></macro>";
+  const std::string name =
+      "<macro name=\"a\x1B[2J&#x0A;&#x09;&#x7F;\xC2\x9B\u202e\u200b\ufeffb\"><data/></macro>";
   site.write(kMacro, "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>" + name);
-  EXPECT_EQ(output({"name", kMacro}), "a\\x1b[2J\\n\\t\\x7f\\u009b\\u202eb\n");
+  EXPECT_EQ(output({"name", kMacro}), "a\\x1b[2J\\n\\t\\x7f\\u009b\\u202e\\u200b\\ufeffb\n");
 }
 
 TEST_F(Commands, SettingsArePrintedAndRewritten) {

@@ -80,10 +80,21 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   const std::size_t kept = rows().size();
   EXPECT_EQ(run({"set", kMacro, "0", "no classic command"}), 1);
   EXPECT_EQ(rows().size(), kept) << "what is refused changes nothing that would have to be kept";
+  site.write(kMacro, old + "<!--another layout-->");
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"move", kMacro, "0", "--to", "0"},
+                                                {"set", kMacro, "0", ""},
+                                                {"rename", kMacro, "Old"}})
+    EXPECT_EQ(run(words), 0) << words.front();
+  EXPECT_EQ(site.read(kMacro), old + "<!--another layout-->");
+  EXPECT_EQ(rows().size(), kept) << "nor does what changes nothing";
   EXPECT_EQ(run({"history", "restore", "2000-01-01/000000-000"}), 1);
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"history", "melt"}, {"history", "show"}, {"history", "show", id, "x"}})
     EXPECT_EQ(run(words), 2);
+  // Without the interface files nothing is known of a function, and nobody is told so at each value.
+  site.write("c:\\b.mac", "<macro><data><cmd fid='QMF1.A'><param name='P' value='1'/></cmd></data></macro>");
+  EXPECT_EQ(run({"set", "c:\\b.mac", "0", "any"}), 0);
+  EXPECT_EQ(errors.str(), "");
   // A record that somebody has forged leads nowhere unless its path is named.
   site.write("c:\\a.mac", old);
   EXPECT_EQ(run({"rename", "c:\\a.mac", "Forged"}), 0);

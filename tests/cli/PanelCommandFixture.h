@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
@@ -23,7 +24,10 @@ struct Ran {
 // The program against a panel of this process, with both of its services.
 class PanelCommands : public testing::Test {
  protected:
-  PanelCommands() : panel(options(tree.root.path().string()), [](const std::string&) {}) {
+  PanelCommands()
+      : panel(options(tree.root.path().string()), [this](const std::string& line) {
+          if (line.find(" calls ") != std::string::npos) ++calls;
+        }) {
     site.write(kLocal, kOpener);
     tree.write(remote(2, "007"), R"(<macro name="Seven"><data></data></macro>)");
     tree.write(remote(2, "999"), R"(<macro name="Last &amp; least"><data></data></macro>)");
@@ -52,6 +56,7 @@ class PanelCommands : public testing::Test {
     return {code, out.str(), errors.str()};
   }
 
+  std::atomic<int> calls{0};
   TestSite tree;
   TestSite site;
   PanelSimulator panel;

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <gmock/gmock.h>
@@ -23,6 +24,10 @@ TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
   EXPECT_EQ(site.read("c:\\macros\\back.mac"), kOpener);
 
   EXPECT_EQ(run({"rename", "2", "12", "Closer"}).code, 0);
+  const int before = calls;
+  EXPECT_EQ(run({"rename", "2", "12", "Closer"}).code, 0);
+  EXPECT_EQ(calls, before) << "it has that name";
+  EXPECT_THAT(run({"rename", "2", "12", "K\xFC"}).errors, HasSubstr("no UTF-8"));
   EXPECT_EQ(run({"delete", "2", "7"}).code, 0);
   EXPECT_EQ(run({"list", "2"}).out, "012 - Closer\n999 - Last & least\n");
   // Every run ends its connection; the panel hears of the last end on its own thread.
@@ -31,6 +36,13 @@ TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
     std::this_thread::yield();
   }
   EXPECT_EQ(panel.connections(), 0U);
+}
+
+TEST_F(PanelCommands, AMacroRunsToItsEnd) {
+  EXPECT_EQ(run({"run", "2", "7"}).out, "007 - Seven runs\n007 has run\n");
+  EXPECT_THAT(run({"run", "2", "8"}).errors, HasSubstr("has no macro 008"));
+  tree.write(remote(2, "007"), "<macro name=");
+  EXPECT_THAT(run({"run", "2", "7"}).errors, HasSubstr("did not say"));
 }
 
 TEST_F(PanelCommands, FailuresHaveAReasonAndChangeNothing) {
@@ -63,6 +75,21 @@ TEST_F(PanelCommands, OnlyWhatReadsAsAMacroIsSent) {
   EXPECT_EQ(run({"get", "2", "7", "-"}).out, kOpener);
   run({"put", "2", "7", "-", "--force"}, "<macro name=\"Forced\"/>");
   EXPECT_EQ(tree.read(remote(2, "007")), "<macro name=\"Forced\"/>");
+}
+
+TEST_F(PanelCommands, WhatIsNotKnownOfThePanelIsSaid) {
+  PanelFaults faults;
+  faults.ftp.refuseDownload = true;
+  EXPECT_TRUE(panel.setFaults(faults));
+  const Ran unread = run({"put", "2", "12", kLocal});
+  EXPECT_EQ(unread.code, 0);
+  EXPECT_EQ(unread.out, "012 - Opener\n");
+  EXPECT_THAT(unread.errors, HasSubstr("not verified"));
+  faults.ftp = {.flipByte = 10};  // whatever is sent
+  EXPECT_TRUE(panel.setFaults(faults));
+  const Ran unknown = run({"put", "2", "12", kLocal});
+  EXPECT_EQ(unknown.code, 3);
+  EXPECT_THAT(unknown.errors, HasSubstr("is unknown"));
 }
 
 TEST_F(PanelCommands, WatchEndsThoughNothingComes) {

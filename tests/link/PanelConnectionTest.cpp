@@ -111,6 +111,7 @@ class PanelConnectionTest : public testing::Test {
 
 TEST_F(PanelConnectionTest, APaneConnectsByItsWorkersMessage) {
   EXPECT_EQ(shown(kA), "connect 10.0.0.1");
+  EXPECT_FALSE(connection.lost()) << "there was no line yet";
   panel.transport->hold();
   connection.connectButton(kA);
   EXPECT_EQ(shown(kA), "connecting! [10.0.0.1]");
@@ -137,6 +138,7 @@ TEST_F(PanelConnectionTest, APaneConnectsByItsWorkersMessage) {
   connection.connectButton(kA);
   EXPECT_EQ(shown(kA), "connect 10.0.0.1");
   EXPECT_EQ(connection.line(kA), PaneLine::kNone);
+  EXPECT_FALSE(connection.lost()) << "nobody is on it any more";
   EXPECT_THAT(panel.transport->take(), IsEmpty());
 }
 
@@ -226,9 +228,21 @@ TEST_F(PanelConnectionTest, ALostLineIsNotJoinedButMadeAnewForBoth) {
     EXPECT_EQ(connection.otherAddress(kB), "10.0.0.1");
     panel.value("PANEL.WP2.MFDCOUNT", "1");
     EXPECT_EQ(flags(kA) + " " + flags(kB), "01000000 01000000");
+    panel.status(kPanelNotConnected);
+    EXPECT_EQ(connection.otherAddress(kB), std::nullopt) << "nothing goes over a line that is gone";
     connection.connectButton(kA);
     connection.connectButton(kB);
   }
+}
+
+TEST_F(PanelConnectionTest, TheRadioConnectsAnewOnlyToAnAddress) {
+  connect(kB);
+  panel.status(kPanelNotConnected);
+  connection.editText(kA, "10.0.0.");
+  connection.chooseHarddisk(kA);
+  connection.choosePanel(kA);
+  EXPECT_EQ(shown(kA), "connect! 10.0.0.");
+  EXPECT_EQ(window.timer[0], 0);
 }
 
 TEST_F(PanelConnectionTest, ALateSuccessIsOfNoUseToAPaneOnALostLine) {

@@ -206,14 +206,11 @@ TEST_F(MacroFileTest, EditsLeaveWhatStandsBetweenTheCommands) {
        "1NMazb2cd"},
       {"and before a command", InsertCommands{{n, m}, 1, 2, InsertMode::kAtPosition}, "1azb2NMcd"},
       {"and where there is none", InsertCommands{{n, m}, 1, 9, InsertMode::kAtPosition}, "1azb2cdNM"},
-      {"nothing is inserted", InsertCommands{}, "1azb2cd"},
       {"many go at once, however they are named", RemoveCommands{{3, 0, 3}}, "1zb2c"},
       {"none goes when one is missing", RemoveCommands{{0, 4}}, ""},
-      {"none is none", RemoveCommands{}, ""},
       {"down", MoveCommands{{0, 1}, 3}, "1z2cabd"},
       {"up", MoveCommands{{3, 2}, 0}, "1cdazb2"},
       {"to the end", MoveCommands{{1}, 9}, "1az2cdb"},
-      {"onto itself", MoveCommands{{1, 2}, 2}, "1azb2cd"},
       {"a move of what is not there", MoveCommands{{4}, 0}, ""},
       {"in its place", ReplaceCommand{1, n, 1}, "1azN2cd"},
       {"in no place", ReplaceCommand{-1, n, 1}, ""}};
@@ -223,6 +220,46 @@ TEST_F(MacroFileTest, EditsLeaveWhatStandsBetweenTheCommands) {
     EXPECT_EQ(editMacroFile(access(), kFile, edit).done(), *after != 0);
     EXPECT_EQ(*after == 0 ? read(kFile) : nodes(), *after == 0 ? before : after);
   }
+}
+
+TEST(ReadsAsMacro, IsWhatTakesCommands) {
+  for (const auto& [bytes, reads] : {std::pair("<macro><data/></macro>", true),
+                                     {"<macro name='x'/>", false},
+                                     {"<mfd><data/></mfd>", false},
+                                     {"<macro><data>", false},
+                                     {"", false}})
+    EXPECT_EQ(readsAsMacro(bytes).done(), reads) << bytes;
+}
+
+// An edit that changes nothing is none: not even the layout of the file changes, and it is not written.
+TEST_F(MacroFileTest, WhatChangesNothingLeavesEachByte) {
+  const std::string bytes =
+      "<?xml version='1.0' encoding='ISO-8859-1'?><macro name='\xFC' ><data>\n"
+      "<cmd fid='A'   workplace='1' group='0' module='0' widget='0'><param name='P' value='&#xE4;'/></cmd>"
+      "<!--c--><cmd fid='B' note='x'/><cmd fid='B' note='x'/></data></macro>";
+  const auto macro = Macro::read(bytes);
+  ASSERT_TRUE(macro);
+  const CommandDraft same{"A", {{ParameterKind::kEnum, "P", "ä", false}}};
+  const std::pair<const char*, MacroEdit> cases[] = {
+      {"moved to its place", MoveCommands{{1, 2}, 1}},
+      {"moved behind an equal one", MoveCommands{{1}, 9}},
+      {"none moved", MoveCommands{{}, 1}},
+      {"none removed", RemoveCommands{}},
+      {"none inserted", InsertCommands{}},
+      {"replaced by an equal one", ReplaceCommand{0, same, 1}},
+      {"taken from itself", TakeCommands{*macro, {{0, 1, {0}}}}},
+      {"set to its value", SetValues{{{0, "ä"}}}},
+      {"renamed to its name", SetMacroName{"ü"}},
+  };
+  for (const auto& [what, edit] : cases) {
+    const auto edited = apply(*macro, edit);
+    EXPECT_EQ(edited ? edited->bytes() : edited.failure().text, bytes) << what;
+  }
+  const auto unlike = apply(*macro, ReplaceCommand{1, {"B", {}}, 1});
+  EXPECT_NE(unlike->bytes(), bytes) << "its unknown attribute goes";
+  write(kFile, bytes);
+  std::filesystem::permissions(root.resolve(kFile), std::filesystem::perms::owner_read);
+  EXPECT_TRUE(editMacroFile(access(), kFile, MoveCommands{{0}, 0})) << "it cannot be written, and is not";
 }
 
 // Every operation that reads a macro file.

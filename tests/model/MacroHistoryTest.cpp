@@ -5,6 +5,7 @@
 #include "model/RecordText.h"
 #include "platform/Files.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/WatchedFlushes.h"
 
 namespace tessaly {
 namespace {
@@ -143,6 +144,64 @@ TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
   EXPECT_THAT(contents(next), ElementsAre("6", "5", "4", "3"));
 }
 
+// The count stands in the lock file and in the names; either may be lost, and it goes on.
+TEST_F(MacroHistoryTest, TheCountGoesOnWhateverIsLost) {
+  site.write(kFile, "1");
+  for (const char* bytes : {"2", "3"}) overwrite(history, bytes);
+  std::filesystem::remove(site.root.path() / "history/lock");
+  now -= hours(1);
+  MacroHistory other(site.root, {}, clock);
+  overwrite(other, "4");
+  EXPECT_THAT(contents(other), ElementsAre("3", "2", "1")) << "the lock file";
+  for (const auto& file : std::filesystem::directory_iterator(site.root.path() / "history/2024-10-04"))
+    if (file.path().string().find("-3-macro007") != std::string::npos) std::filesystem::remove(file.path());
+  overwrite(history, "5");
+  overwrite(other, "5");
+  EXPECT_THAT(contents(history), ElementsAre("5", "4", "2", "1")) << "the newest version, and no two are one";
+}
+
+TEST(HistoryEntry, NamesThatAreNotOursAreNone) {
+  const struct {
+    const char* end;
+    bool ours;
+    std::uint64_t number;
+    bool outside;
+  } cases[] = {{"6-1-x", true, 1, false},           {"6-1x-x", true, 1, true},
+               {"6x-1-x", false, 0, false},         {"6-2147483647-x", true, 2147483647, false},
+               {"6-2147483648-x", false, 0, false}, {"6-macro007", true, 0, false},  // of an earlier version
+               {"6-0x-x", true, 0, false},          {"-1-x", false, 0, false}};
+  for (const auto& c : cases) {
+    const auto entry = HistoryEntry::parse("2024-10-04", std::string("230000-000-00000000-") + c.end);
+    ASSERT_EQ(entry.has_value(), c.ours) << c.end;
+    if (!entry) continue;
+    EXPECT_EQ(entry->number, c.number) << c.end;
+    EXPECT_EQ(entry->outsideRoot, c.outside) << c.end;
+  }
+}
+
+// Whatever cannot be brought to the disk: a macro has its record, and a record its macro.
+TEST_F(MacroHistoryTest, WhatIsKeptIsKeptWithItsRecordOrNotAtAll) {
+  std::size_t flushed = 1;
+  bool unflushed = false;
+  for (std::size_t failing = 1; failing <= flushed; ++failing) {
+    site.write(kFile, std::to_string(failing));
+    Flushes flushes{{}, failing, EIO};
+    watched = &flushes;
+    const Outcome kept = history.keepFile(kFile, MacroChange::kSave);
+    watched = nullptr;
+    flushed = std::max(flushed, flushes.names.size());
+    unflushed = unflushed || (!kept && kept.written());
+    const std::vector<KeptMacro> all = history.list();
+    ASSERT_FALSE(kept.written() && all.empty()) << failing;
+    for (const KeptMacro& macro : all) EXPECT_TRUE(macro.place) << failing;
+    if (kept.written()) {
+      EXPECT_EQ(site.read(all.front().file), std::to_string(failing));
+    }
+    EXPECT_EQ(listFolder(site.root, "history\\2024-10-04").size(), 2 * all.size()) << failing;
+  }
+  EXPECT_TRUE(unflushed);
+}
+
 TEST_F(MacroHistoryTest, FilesElsewhereAreCountedApart) {
   const std::string outside = (site.root.path() / "outside.mac").string();
   MacroHistory three(site.root, {3}, clock);
@@ -176,6 +235,10 @@ TEST(NextToGo, NoMacroDrivesOutTheLastVersionsOfAnother) {
   for (std::int64_t i = 0; i < 20; ++i)
     EXPECT_EQ(*(kept.rbegin() + i), 50 * kHour + 1999 - i) << "the last ones stay";
   EXPECT_FALSE(nextToGo(entries, true, false));
+  for (const auto& [first, second] : {std::pair(scratch, show), std::pair(show, scratch)}) {
+    const std::deque<HistoryEntry> two = {{0, 1, 1, first, false}, {1, 1, 2, second, false}};
+    EXPECT_EQ(nextToGo(two, false, false), 0U) << "of as many, the oldest";
+  }
 }
 
 TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {

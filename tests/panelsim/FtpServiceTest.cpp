@@ -91,6 +91,11 @@ TEST_F(PanelTest, APanelThatLiesStoresAndSendsAsTheFaultSays) {
   }
 
   ASSERT_TRUE(runPromptLine(*panel, "fault off").known &&
+              runPromptLine(*panel, "fault refuse-download").known);
+  std::string none;
+  EXPECT_EQ(put(), Result::kDone);
+  EXPECT_EQ(ftp().get(remote, none), Result::kPanelError);
+  ASSERT_TRUE(runPromptLine(*panel, "fault off").known &&
               runPromptLine(*panel, "fault slow-transfer 200000").known);
   const auto begun = std::chrono::steady_clock::now();
   EXPECT_EQ(put(), Result::kDone);
@@ -114,8 +119,14 @@ TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {
   EXPECT_EQ(client.put(local, folder(8) + "macro005.mac"), Result::kDone);
   const auto answerTo = [&](const std::string& command, const std::string& start) {
     EXPECT_TRUE(program.writeLine(command));
-    std::optional<std::string> line = program.readLine(10000);
-    while (line && !line->starts_with(start)) line = program.readLine(10000);
+    // What the panel does is told with the time in front.
+    const auto next = [&]() -> std::optional<std::string> {
+      auto line = program.readLine(10000);
+      if (line && line->size() > 13 && (*line)[2] == ':' && (*line)[8] == '.') line->erase(0, 13);
+      return line;
+    };
+    std::optional<std::string> line = next();
+    while (line && !line->starts_with(start)) line = next();
     return line.value_or("no answer");
   };
   EXPECT_EQ(answerTo("reload", "workplace"), "workplace 8, macro 005: By FTP");

@@ -1,11 +1,13 @@
 #include "PanelFixture.h"
 #include "panelsim/Options.h"
 #include "panelsim/Prompt.h"
+#include "tests/support/BuildPaths.h"
 
 namespace tessaly {
 namespace {
 
 TEST_F(PanelTest, WrongPromptLinesAreRefusedAndChangeNothing) {
+  tree.write(hostPathOfTree(1, "macro007.mac"), macro("Seven"));
   start();
   for (const char* line : {"dance",
                            "set",
@@ -15,6 +17,15 @@ TEST_F(PanelTest, WrongPromptLinesAreRefusedAndChangeNothing) {
                            "rename 9 1 x",
                            "rename 1 1000 x",
                            "rename 1 5 x",
+                           "rename 1 7",
+                           "rename 1 7  ",
+                           "list 9",
+                           "list x",
+                           "run 1 5",
+                           "run 9 7",
+                           "stop 0",
+                           "pace -1",
+                           "pace",
                            "delete 1 5",
                            "delete 0 5",
                            "mfd 1 x",
@@ -32,11 +43,90 @@ TEST_F(PanelTest, WrongPromptLinesAreRefusedAndChangeNothing) {
     EXPECT_FALSE(runPromptLine(*panel, line).known) << line;
   }
   for (const char* line :
-       {"", "  ", "# note", "help", "list", "status", "wait 0", "set QMF1.A  two  words\r"}) {
+       {"", "  ", "# note", "help", "list", "status", "wait 0", "wait run", "set QMF1.A  two  words\r"}) {
     EXPECT_TRUE(runPromptLine(*panel, line).known) << line;
   }
   EXPECT_EQ(runPromptLine(*panel, "get QMF1.A").text, " two  words");
+  EXPECT_EQ(panel->macros(1), (std::vector<std::pair<int, std::string>>{{7, "Seven"}}));
   EXPECT_TRUE(runPromptLine(*panel, "quit").quit);
+}
+
+TEST_F(PanelTest, StatusNamesTheFaultsInForce) {
+  start();
+  EXPECT_TRUE(runPromptLine(*panel, "status").text.ends_with("\nfaults: none"));
+  for (const char* fault : {"answer-after 5", "drop-after 0", "cut-transfer 1", "flip-byte 0", "cut-silent 2",
+                            "slow-transfer 3", "garble 4", "never-answer", "refuse-login", "stall-transfer",
+                            "disk-full", "refuse-download", "swap-after-upload", "dead-line",
+                            "lose-reload"}) {
+    PanelFaults faults;
+    const std::string words = fault;
+    const std::size_t blank = words.find(' ');
+    ASSERT_TRUE(
+        applyFault(words.substr(0, blank), blank == words.npos ? "" : words.substr(blank + 1), faults));
+    EXPECT_EQ(faultsInForce(faults), std::vector<std::string>{fault});
+  }
+  ASSERT_TRUE(runPromptLine(*panel, "fault lose-reload").known);
+  ASSERT_TRUE(runPromptLine(*panel, "fault drop-after 7").known);
+  EXPECT_TRUE(runPromptLine(*panel, "status").text.ends_with("\nfaults: drop-after 7, lose-reload"));
+}
+
+// A panel of the sample site, whose macro 7 sets, steps and cuts.
+TEST_F(PanelTest, AMacroIsCarriedOutAndWhatIsTypedIsChecked) {
+  const std::string clip = "QMF1.ME1.KEY1.CLIP";
+  tree.write(hostPathOfTree(1, "macro007.mac"), "<macro name=\"Seven\"><data><cmd fid=\"" + clip +
+                                                    ".SET\"><param name=\"VALUE\" value=\"0.25\"/></cmd>"
+                                                    "<cmd fid=\"" +
+                                                    clip +
+                                                    ".INC\"><param name=\"VALUE\" value=\"512\"/></cmd>"
+                                                    "<cmd fid=\"QMF1.ME1.TRANSI.CUT\"/></data></macro>");
+  PanelOptions withSite = options();
+  withSite.site = sourcePath("site");
+  withSite.pace = MacroRuns::Pace(0);
+  start(withSite);
+  ASSERT_TRUE(connect());
+  for (const std::string& name : {clip, std::string("PANEL.MACRO1.RUNNING")})
+    ASSERT_TRUE(connection.subscribe(name));
+  ASSERT_TRUE(runPromptLine(*panel, "watch " + clip).known);
+  ParameterList macro;
+  macro.addString("REG", "007");
+  ASSERT_TRUE(connection.callFunctionId("PANEL.MACRO1.RUN", macro));
+  const std::vector<std::string> wanted = {"value PANEL.MACRO1.RUNNING=007", "value " + clip + "=0.25",
+                                           "value " + clip + "=0.750000", "value PANEL.MACRO1.RUNNING="};
+  ASSERT_TRUE(soon([&] { return recorder.events().size() == 7; })) << "status 0, two values, what followed";
+  const auto events = recorder.events();
+  EXPECT_EQ(std::vector<std::string>(events.end() - 4, events.end()), wanted);
+  EXPECT_TRUE(logged("workplace 1, macro 007, command 2: QMF1.ME1.TRANSI.CUT, acts", 1));
+  EXPECT_TRUE(logged(clip + " = 0.750000", 1)) << "it is watched";
+
+  // A run that is stopped, and one that gives way, do no more.
+  panel->setPace(MacroRuns::Pace(kLongestPaceMs));
+  ASSERT_TRUE(runPromptLine(*panel, "run 1 7").known);
+  ASSERT_TRUE(runPromptLine(*panel, "run 2 7").text.starts_with("macro 007 ")) << "there is none";
+  EXPECT_TRUE(soon([&] { return panel->value(clip) == "0.25"; }));
+  ASSERT_TRUE(runPromptLine(*panel, "stop 1").known);
+  EXPECT_TRUE(runPromptLine(*panel, "wait run").known);
+  EXPECT_EQ(panel->value(clip), "0.25");
+  EXPECT_EQ(panel->value("PANEL.MACRO1.RUNNING"), "");
+
+  const struct {
+    const char *line, *says;
+  } refused[] = {
+      {"set QMF1.ME1.KEY1.CLIPP 0.5", "no such value: QMF1.ME1.KEY1.CLIPP; near: QMF1.ME1.KEY1.CLIP"},
+      {"get QMF1.ME1.KEY1.WIPE.ROT", "QMF1.ME1.KEY1.WIPE.ROTATION"},
+      {"watch QMF1.ME1.KEY1.CLIP NOTHING", "a name begins with QMF1. to QMF4. or PANEL."},
+      {"set QMF1.ME1.KEY1.CLIP 1.5", "cannot hold 1.5: it is a number, min: 0.0000   max: 1.0000"},
+      {"set QMF1.ME1.TRANSI.TYPE Wipe", "one of "},
+      {"set QMF1.ME1.KEY1.RATE fast", "a whole number"},
+      {"set PANEL.WP1.MFDCOUNT 13", "max: 12"},
+  };
+  for (const auto& [line, says] : refused) {
+    const PromptAnswer answer = runPromptLine(*panel, line);
+    EXPECT_FALSE(answer.known) << line;
+    EXPECT_NE(answer.text.find(says), std::string::npos) << answer.text;
+  }
+  EXPECT_EQ(panel->value(clip), "0.25");
+  EXPECT_TRUE(runPromptLine(*panel, "set " + clip + " 1").known);
+  EXPECT_EQ(runPromptLine(*panel, "watch").text, clip + " = 1");
 }
 
 TEST(Options, TableOfCommandLines) {

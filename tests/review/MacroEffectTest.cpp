@@ -2,6 +2,7 @@
 #include <map>
 
 #include "dictionary/InterfaceFile.h"
+#include "fuzz/effect/RandomMacros.h"
 #include "review/MacroEffect.h"
 #include "tests/support/BuildPaths.h"
 
@@ -219,6 +220,15 @@ TEST_F(MacroEffectTest, EveryStepIsWhatAShorterReplayEndsWith) {
   EXPECT_EQ(whole.values()[0].destination(), "QMF1");
   EXPECT_EQ(whole.values()[0].section(), "ME1");
   EXPECT_EQ(whole.label(0), "ME 1 Key 1 Clip Set");
+}
+
+// The panel's own code comes to the same values, at the end of each macro and, of some, at every step.
+TEST(EffectOfRandomMacros, IsWhatTheSimulatedPanelMakesOfItsValues) {
+  const SampleDictionary sample;
+  RandomMacros::Seen seen;
+  for (unsigned number = 0; number < 10'000; ++number)
+    ASSERT_EQ(RandomMacros(sample, number).check(number % 20 == 0, seen), "") << number;
+  EXPECT_GT(std::min({seen.sets, seen.steps, seen.acts}), 30'000U) << "most is told";
 }
 
 }  // namespace

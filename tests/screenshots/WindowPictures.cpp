@@ -8,6 +8,7 @@
 #include <QMenuBar>
 
 #include "app/PaneDescriptor.h"
+#include "model/MacroFile.h"
 #include "model/Settings.h"
 
 namespace tessaly {
@@ -43,7 +44,7 @@ WindowPictures::WindowPictures(const SiteRoot& root, const FunctionDictionary& d
   if (!writeSettings(site_.root, settings)) throw std::runtime_error("no settings");
   std::string reason;
   if (!panel_.start(reason)) throw std::runtime_error("no panel: " + reason);
-  macros_ = std::make_unique<PanelMacros>(client_, site_.root, ftpTransfers(panel_.ftpPort()), false);
+  macros_ = std::make_unique<PanelMacros>(client_, site_.root, ftpTransfers(panel_.ftpPort()), &readsAsMacro);
   macros_->keepIn(history_);
   makeWindow_ = [this, &dictionary, &lists] {
     return std::make_unique<MainWindow>(

@@ -2,11 +2,13 @@
 //   tessaly-screenshots [--palette light|dark] [--language de|en] [--scale FACTOR]
 //                       [--size WIDTHxHEIGHT] SITE-ROOT FOLDER
 #include <cstdio>
+#include <cstring>
 #include <exception>
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QTableView>
 
 #include "app/Appearance.h"
 #include "app/CopyMacroDialog.h"
@@ -24,12 +26,15 @@
 #include "editors/ModifyCommandDialog.h"
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
+#include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
+#include "platform/Files.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/screenshots/WindowPictures.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
 #include "widgets/QuietToolkit.h"
+#include "windows/CompareWindow.h"
 
 namespace {
 
@@ -62,7 +67,7 @@ class Camera {
 
   // Pane A with unsaved changes, pane B with nothing chosen yet but its application.
   void takeMain() {
-    PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), false);
+    PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), &readsAsMacro);
     MacroHistory history(root_);
     MainWindow window({{root_, messages_}, dictionary_, lists_, client_, macros, history});
     if (!size_.isEmpty()) window.resize(size_);
@@ -86,6 +91,30 @@ class Camera {
     user.clickRow(a.commands, 2);
     user.press(a.deleteCommand);
     save(window, "main-editing.png");
+    takeComparison(window, user);
+  }
+
+  // Pane A beside its file, which somebody has changed since.
+  void takeComparison(MainWindow& window, const WindowDriver& user) const {
+    const auto& a = kPaneDescriptors[0].ids;
+    user.clickRow(a.commands, 1);
+    QTest::keyClick(&user.list(a.commands), Qt::Key_Down, Qt::AltModifier);
+    QTest::keyClick(&user.list(a.commands), Qt::Key_Down, Qt::AltModifier);
+    const std::string file = macroFile("c:\\programme\\RV48\\appli\\Evening News\\CP1\\macroWP1\\",
+                                       user.list(a.macros).selected()->text.substr(0, 3));
+    const std::string before = *readFile(root_, file);
+    std::string after = before;
+    for (const auto& [from, to] : {std::pair("0.48", "0.50"), std::pair("0.625000", "0.625")})
+      if (const auto at = after.find(from); at != std::string::npos) after.replace(at, std::strlen(from), to);
+    static_cast<void>(writeFile(root_, file, after));
+    QApplication::setActiveWindow(&window);
+    QTest::keyClick(&window, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    auto* comparison = window.findChild<CompareWindow*>();
+    WindowDriver::waitFor([&] { return comparison->findChild<QTableView*>()->model()->rowCount() > 0; },
+                          "rows");
+    QApplication::setActiveWindow(comparison);
+    save(*comparison, "compare.png");
+    static_cast<void>(writeFile(root_, file, before));
   }
 
   void takeEditors() {

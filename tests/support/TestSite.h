@@ -26,6 +26,10 @@ class RecordingMessages : public Messages {
     record(text, icon);
     return answer;
   }
+  MessageChoice choose(const std::string& text, const std::string& other) override {
+    return chooseOther ? (record(text, MessageIcon::kQuestion), MessageChoice::kOther)
+                       : Messages::choose(text, other);
+  }
   // The texts so far, which are then forgotten.
   std::vector<std::string> take() {
     const std::lock_guard guard(mutex_);
@@ -36,6 +40,7 @@ class RecordingMessages : public Messages {
   std::vector<std::string> texts;
   std::vector<MessageIcon> icons;
   bool answer = true;
+  bool chooseOther = false;  // where there is a third button
 
  private:
   void record(const std::string& text, MessageIcon icon) {

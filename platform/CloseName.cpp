@@ -1,4 +1,4 @@
-#include "review/CloseName.h"
+#include "platform/CloseName.h"
 
 #include <algorithm>
 #include <array>

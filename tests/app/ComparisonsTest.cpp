@@ -1,0 +1,184 @@
+// Comparing from the main window: what the panes hold, what stands where it belongs, and the history.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTableView>
+
+#include "tests/app/PanelWindowFixture.h"
+#include "windows/CompareWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
+const std::string kElsewhere = Panel::macro("Else", {"QMF1.ME1.KEY1.ON.SET"});
+
+class ComparisonsTest : public PanelWindowTest {
+ protected:
+  ComparisonsTest() {
+    driver().choose(a_.applications, "Evening News");
+    driver().choose(a_.macros, "001");
+  }
+
+  // The one window that compares, once it has.
+  CompareWindow& compared() {
+    CompareWindow* found = nullptr;
+    WindowDriver::waitFor(
+        [&] {
+          found = fixture_.window->findChild<CompareWindow*>();
+          return found != nullptr && !told("counts").starts_with("Comparing");
+        },
+        "the comparison");
+    QApplication::setActiveWindow(found);
+    return *found;
+  }
+  [[nodiscard]] std::string told(const char* label) const {
+    return fixture_.window->findChild<CompareWindow*>()
+        ->findChild<QLabel*>(QLatin1String(label))
+        ->text()
+        .toStdString();
+  }
+  void awaitTold(const char* label, const std::string& text) {
+    WindowDriver::waitFor([&] { return told(label).find(text) != std::string::npos; },
+                          (text + " in " + label).c_str());
+  }
+  void key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QApplication::setActiveWindow(&window);
+    QTest::keyClick(&window, key, modifiers);
+  }
+  void deleteFirstCommand(const PaneDescriptor::ControlIds& ids) {
+    driver().clickRow(ids.commands, 0);
+    driver().press(ids.deleteCommand);
+  }
+  [[nodiscard]] std::string copyOf(char pane) {
+    return fixture_.site.read(std::string("c:\\programme\\RV48\\bin\\MacroFid\\temp") + pane + ".mac");
+  }
+  [[nodiscard]] std::string count(const PaneDescriptor::ControlIds& ids) {
+    return std::to_string(driver().texts(ids.commands).size());
+  }
+};
+
+// Catches a take that writes a file, cannot be undone in the pane or comes to the wrong pane, and a window
+// that goes on showing what a pane held before.
+TEST_F(ComparisonsTest, PanesAreComparedAndFollowed) {
+  driver().choose(b_.applications, "Evening News");
+  driver().choose(b_.macros, "001");
+  deleteFirstCommand(b_);
+  const std::string before = copyOf('B'), onDisk = fixture_.site.read(macroFile(kFolder, 1));
+  key(*fixture_.window, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  CompareWindow& window = compared();
+  EXPECT_THAT(told("counts"), StartsWith("1 only in A"));
+  EXPECT_THAT(told("headingB"), AllOf(HasSubstr("Macro Overview B: 001"), HasSubstr("unsaved")));
+  key(window, Qt::Key_Right, Qt::AltModifier);
+  awaitTold("counts", "alike");
+  EXPECT_EQ(told("outcome"), "1 differences taken into B; nothing is saved yet");
+  EXPECT_EQ(count(b_), count(a_));
+  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 1)), onDisk);
+  driver().list(b_.commands).setFocus();
+  key(*fixture_.window, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(copyOf('B'), before);
+  awaitTold("counts", "1 only in A");
+  driver().choose(a_.macros, "002");
+  awaitTold("headingA", "002");
+}
+
+// Catches a comparison with what the target held once, and a save that overwrites unseen, or after "Compare".
+TEST_F(ComparisonsTest, WhatHaveIChangedAndCompareBeforeASave) {
+  const std::string file = macroFile(kFolder, 1);
+  deleteFirstCommand(a_);
+  key(*fixture_.window, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+  CompareWindow* window = &compared();
+  EXPECT_THAT(told("counts"), StartsWith("1 only in the target"));
+  fixture_.site.write(file, kElsewhere);
+  key(*window, Qt::Key_F5);
+  awaitTold("counts", "only in A");
+  key(*window, Qt::Key_Escape);
+  WindowDriver::waitFor([&] { return fixture_.window->findChild<CompareWindow*>() == nullptr; }, "its end");
+
+  fixture_.site.messages.chooseOther = true;
+  driver().press(a_.saveChanges);
+  EXPECT_THAT(fixture_.site.messages.take(), ElementsAre(HasSubstr("changed by somebody else")));
+  EXPECT_EQ(fixture_.site.read(file), kElsewhere);
+  EXPECT_TRUE(edited(Pane::kA));
+  window = &compared();
+  EXPECT_THAT(told("headingB"), StartsWith("Now on the disk: 001"));
+  QTest::mouseClick(window->findChild<QPushButton*>("takeAllA"), Qt::LeftButton);
+  awaitTold("counts", "1 alike");
+  fixture_.site.messages.chooseOther = false;
+  driver().press(a_.saveChanges);
+  EXPECT_FALSE(edited(Pane::kA));
+  awaitTold("counts", "No difference: both hold the same bytes.");
+}
+
+// Catches a copy over what nobody has seen, on disk and on a panel, and a question about what this window has
+// written itself.
+TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
+  connectPane(Pane::kB, first_);
+  chooseWorkplace(Pane::kB, 1, "007 - Two");
+  driver().choose(b_.macros, "007");
+  const std::string onPanel = Panel::file(1, "007"), onDisk = macroFile(kFolder, 2);
+  driver().choose(a_.macros, "002");
+  deleteFirstCommand(a_);
+  driver().press(a_.saveChanges);
+  for (const bool changed : {false, true}) {
+    driver().choose(a_.macros, "001");
+    driver().choose(b_.macros, "007");
+    if (changed) fixture_.site.write(onDisk, kElsewhere);
+    if (changed) first_.tree.write(onPanel, kElsewhere);
+    for (const bool panel : {false, true}) {
+      fixture_.site.messages.chooseOther = changed;
+      copyTo(panel ? b_.copyMacro : a_.copyMacro, panel ? 7 : 2);
+      EXPECT_EQ(fixture_.site.messages.take().size(), changed ? 1U : 0U) << panel;
+      if (!changed) driver().choose(a_.macros, "001");
+      if (!changed) continue;
+      EXPECT_EQ(panel ? first_.read(1, "007") : fixture_.site.read(onDisk), kElsewhere);
+      EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT copied to 00"));
+      CompareWindow& window = compared();
+      EXPECT_THAT(told(panel ? "headingB" : "headingA"),
+                  StartsWith(panel ? "Now on the panel" : "Now on the disk"));
+      delete &window;
+    }
+  }
+}
+
+// Catches a key file that a difference is taken into, and a version that is compared with another pane.
+TEST_F(ComparisonsTest, KeyFilesAndVersionsAreOnlyTakenFrom) {
+  deleteFirstCommand(a_);
+  driver().press(a_.saveChanges);
+  driver().choose(b_.applications, "Evening News");
+  driver().choose(b_.controlPanels, "CP7");
+  driver().clickRow(b_.macros, 0);
+  key(*fixture_.window, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  CompareWindow* window = &compared();
+  key(*window, Qt::Key_Right, Qt::AltModifier);
+  EXPECT_EQ(told("outcome"), "NOT taken into B: a key file cannot be changed");
+  delete window;
+
+  WindowDriver::answerNext([](QDialog& history) {
+    QTimer::singleShot(0, &history, [] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_NE(menu, nullptr);
+      QTest::keyClick(menu, Qt::Key_Down);
+      QTest::keyClick(menu, Qt::Key_Return);
+    });
+    WindowDriver::click(history, "Compare...");
+  });
+  for (QAction* action : fixture_.window->findChildren<QAction*>())
+    if (action->text() == QStringLiteral("&History...")) action->trigger();
+  window = &compared();
+  EXPECT_THAT(told("headingB"), StartsWith("Version of "));
+  EXPECT_THAT(told("counts"), StartsWith("1 only in the version"));
+  key(*window, Qt::Key_Left, Qt::AltModifier);
+  awaitTold("counts", "No difference");
+  EXPECT_TRUE(edited(Pane::kA));
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+
+#include <QFutureWatcher>
+#include <QThreadPool>
+#include <QTimer>
+
+#include "windows/CompareModel.h"
+#include "windows/CompareSide.h"
+#include "windows/ReviewWindow.h"
+
+class QPushButton;
+
+namespace Ui {
+class CompareWindow;
+}
+
+namespace tessaly {
+
+// Two macros beside each other: what differs, and taking it over from one into the other. It is handed what
+// the sides hold, and asks for it again whenever it is told that one may have changed; it keeps its place
+// then. Nothing that is read or compared holds the GUI thread up, and what comes of sides that have changed
+// meanwhile is dropped. GUI thread.
+class CompareWindow : public ReviewWindow {
+  Q_OBJECT
+
+ public:
+  struct Ways {
+    std::function<CompareSide(Side)> side;            // as it is now
+    std::function<QString(const CompareTake&)> take;  // gives the reason when nothing was taken, else nothing
+    std::function<void()> readAgain;                  // may be missing; ends in `follow`
+    std::function<QString(const Failure&)> failureText;  // for people
+  };
+
+  // Reads and compares in `pool`; what is under way there holds on to nothing of the window. The dictionary
+  // and the lists of `lines` outlive both.
+  CompareWindow(Ways ways, const LineContext& lines, const LineOptions& options, QThreadPool& pool,
+                QWidget* owner = nullptr);
+  ~CompareWindow() override;
+
+ public slots:
+  // A side may have changed: it is compared anew once the handlers that run now are through.
+  void follow();
+
+ private:
+  struct Result {
+    std::array<std::optional<Failure>, 2> failures;
+    std::shared_ptr<const MacroDiff> diff;  // none after a failure
+  };
+  // Where the view stands: in a row, and how far below its top.
+  struct Place {
+    std::array<std::size_t, 2> commands{};  // of each side, in front of the row
+    int y = 0;                              // pixels
+    int column = 0;
+  };
+
+  void setUpTable();
+  void setUpKeys();
+  void setUpTakes();
+  void compare();
+  [[nodiscard]] static Result result(const std::array<CompareSide, 2>& sides,
+                                     const FunctionDictionary& dictionary);
+  void showResult();
+  void showSides();
+  [[nodiscard]] QString refusal(Side side) const;
+  void showCounts();
+  void showDetails();
+  void showTakes();
+  [[nodiscard]] std::optional<Place> place() const;
+  // Goes back to it in other macros, of which `kept` is the same one.
+  void restore(const Place& place, Side kept);
+  void setOnlyDifferences(bool only);
+  void goTo(const DiffRange& difference);
+  void goBy(int step);
+  [[nodiscard]] const DiffRange* differenceBy(int step) const;
+  void takeAt(const QModelIndex& arrow);
+  void takeSelected(Side into);
+  void take(Side into, const std::vector<std::size_t>& rows);
+
+  Ways ways_;
+  const FunctionDictionary& dictionary_;
+  QThreadPool& pool_;
+  std::unique_ptr<Ui::CompareWindow> ui_;
+  CompareModel model_;
+  LineOptions options_;
+  std::array<CompareSide, 2> sides_;
+  std::array<QPushButton*, 2> take_{}, takeAll_{};
+  QFutureWatcher<Result> watcher_;
+  QTimer due_;   // until it is compared anew
+  QTimer long_;  // until it is told that this takes a while
+};
+
+}  // namespace tessaly
