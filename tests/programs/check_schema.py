@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Holds what "check --json" prints against its schema: check_schema.py SOURCE_FOLDER PROGRAM_FOLDER"""
+"""Holds what "check --json" and "replace --json" print against their schemas: check_schema.py SOURCE_FOLDER PROGRAM_FOLDER"""
 import json
 import re
 import subprocess
@@ -36,5 +36,17 @@ with tempfile.TemporaryDirectory() as name:
     (folder / "other.mac").write_text("no macro")
     spoilt = check(folder)
     assert (spoilt["files"], spoilt["errors"], spoilt["warnings"]) == (2, 3, 1), spoilt
+    replacing = json.loads((source / "docs/replace.schema.json").read_text())
+    jsonschema.Draft7Validator.check_schema(replacing)
+    resolver = jsonschema.RefResolver("", replacing, store={"check.schema.json": schema})
+    for rule, counts in {"destination:Workplace1->Workplace2": (0, 0), "segment:ME1->ME7": (0, 1),
+                         "value:2->0.5": (1, 0), "value:0.5->2": (1, 0)}.items():
+        (folder / "macro001.mac").write_text(
+            f'<macro name="A">\n<data>{command if "->2" not in rule else command.replace(chr(34) + "2", chr(34) + "0.5")}</data></macro>')
+        told = subprocess.run([programs / "tessaly-cli", "--root", source / "site", "replace", rule,
+                               folder / "macro001.mac", "--dry-run", "--json"], text=True, capture_output=True)
+        report = json.loads(told.stdout)
+        jsonschema.validate(report, replacing, resolver=resolver)
+        assert (report["possible"], report["impossible"], report["written"]) == (*counts, False), report
 sample = check("--severity", "warning", source / "site")
 assert not sample["checked"] and sample["files"] > 150, sample
