@@ -88,6 +88,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                                            *open_, *macroUndo_, lines_, this);
   comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
   comparisons_->connectTo(*open_, *historyOperations_);
+  places_ = std::make_unique<ReviewPlaces>(rooms, context_.site, connection_, *open_, *loose_, gate_, this);
+  checking_ =
+      std::make_unique<Checking>(rooms, context_.site, lines_, settings_.frameRate, *places_, gate_, this);
+  connectReview();
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -162,7 +166,28 @@ void MainWindow::switchPane() {
 void MainWindow::followKeyboard(const QWidget* to) {
   for (const Pane pane : kPanes)
     if (room(pane).view->isAncestorOf(to)) keyboardPane_ = pane;
+  if (places_) places_->setActive(keyboardPane_);
   showSteps();
+  showFinding();
+}
+
+void MainWindow::showFinding() {
+  if (checking_) ui_->strip->showFinding(checking_->selectedText());
+}
+
+void MainWindow::connectReview() {
+  auto* menu = new ReviewMenu(this);
+  menuBar()->insertMenu(viewMenu_->menuAction(), menu);
+  connect(menu, &ReviewMenu::checkPressed, checking_.get(), [this] {
+    if (loaded_) checking_->open();
+  });
+  connect(places_.get(), &ReviewPlaces::said, this, &MainWindow::say);
+  connect(places_.get(), &ReviewPlaces::changed, this, &MainWindow::updateControls);
+  connect(checking_.get(), &Checking::said, this, &MainWindow::say);
+  connect(checking_.get(), &Checking::findingsChanged, this, &MainWindow::showFinding);
+  open_->setSendQuestion([this](const Macro& macro, const QString& name, Pane pane) {
+    return checking_->maySend(macro, name, pane);
+  });
 }
 
 void MainWindow::showSteps() {
@@ -191,7 +216,7 @@ void MainWindow::addMenu() {
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
   addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
                               [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
-  addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
+  viewMenu_ = addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
   about->setData(kAboutCommandId);
@@ -361,6 +386,7 @@ void MainWindow::dictionaryLoaded() {
       room(pane).browser->showCommands();
   }
   room(Pane::kA).view->revealHarddiskButton();
+  checking_->begin();
   updateControls();
   room(Pane::kA).view->applications().setFocus();
   recovery_->offer();
@@ -395,6 +421,7 @@ void MainWindow::updateControls() {
     if (!room(pane).state->copy.saveOwed()) ui_->strip->showOwed(pane, {});
   }
   showSteps();
+  showFinding();
 }
 
 void MainWindow::showDemo() {

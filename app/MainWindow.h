@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 #include "app/Browser.h"
+#include "app/Checking.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
 #include "app/Comparisons.h"
@@ -24,6 +25,8 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/ReviewMenu.h"
+#include "app/ReviewPlaces.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "model/MacroHistory.h"
@@ -95,6 +98,8 @@ class MainWindow : public QMainWindow {
   void switchPane();
   void followKeyboard(const QWidget* to);
   void showSteps();
+  void showFinding();
+  void connectReview();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
@@ -124,6 +129,7 @@ class MainWindow : public QMainWindow {
   QLabel* loadingNotice_ = nullptr;
   MacroMenu* macroMenu_ = nullptr;
   EditMenu* editMenu_ = nullptr;
+  QMenu* viewMenu_ = nullptr;
   Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
   EventGate gate_;
@@ -145,6 +151,8 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
   std::unique_ptr<Comparisons> comparisons_;
+  std::unique_ptr<ReviewPlaces> places_;
+  std::unique_ptr<Checking> checking_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

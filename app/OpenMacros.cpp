@@ -253,6 +253,10 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said(tr("the demonstration sends nothing"));
     return Saved::kDone;
   }
+  if (panel && !maySend(*copy.macro(), macroInStrip(*target), pane)) {
+    emit said(tr("NOT sent: %1; its changes are still unsaved").arg(macroInStrip(*target)));
+    return Saved::kNothing;
+  }
   if (QString refusal; !mayOverwrite(pane, refusal)) {
     emit said(refusal);
     return Saved::kNothing;

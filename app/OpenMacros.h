@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QObject>
@@ -22,11 +23,18 @@ class OpenMacros : public QObject {
   OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
              const PanelConnection& connection, MacroTransfers& transfers, bool demo);
 
+  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it.
+  using SendQuestion = std::function<bool(const Macro& macro, const QString& name, Pane pane)>;
+  void setSendQuestion(SendQuestion question) { maySend_ = std::move(question); }
+  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane) const {
+    return !maySend_ || maySend_(macro, name, pane);
+  }
+
   // The macro that is chosen in the pane's list.
   void open(Pane pane);
   enum class Saved { kNothing, kFailed, kDone };
   // Also a save that is owed. kNothing when there is nothing to save, nowhere to save it to, or the user
-  // would not overwrite what somebody else has written there; edit state then stays.
+  // would not overwrite what somebody else has written there, or not send errors; edit state then stays.
   Saved save(Pane pane);
   void discard(Pane pane);
   // Before the macro that is chosen in the other pane is copied to a place of this one: whether what stands
@@ -78,6 +86,7 @@ class OpenMacros : public QObject {
   const PanelConnection& connection_;
   MacroTransfers& transfers_;
   bool demo_;
+  SendQuestion maySend_;
 };
 
 // "007 - Name", for the strip.

@@ -23,7 +23,7 @@ constexpr PaletteEntry kPalettes[] = {
 
 }  // namespace
 
-void addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<void()>& switchPane) {
+QMenu* addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<void()>& switchPane) {
   QMenu* view = bar.addMenu(translated(QT_TRANSLATE_NOOP("ViewMenu", "&View")));
   QAction* other = view->addAction(translated(QT_TRANSLATE_NOOP("ViewMenu", "&Other Pane")));
   other->setShortcut(Qt::Key_F6);
@@ -39,6 +39,7 @@ void addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<vo
       if (preferences != nullptr) preferences->setPalette(paletteName(choice));
     });
   }
+  return view;
 }
 
 }  // namespace tessaly

@@ -12,6 +12,7 @@
 #include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
 #include "model/MacroEdit.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 // What a check looks for, and what it finds.
@@ -85,7 +86,7 @@ inline constexpr std::string_view kCheckFile = "c:\\Programme\\RV48\\bin\\MacroF
 
 class RulesOff {
  public:
-  void set(CheckRule rule) { off_.set(static_cast<std::size_t>(rule)); }
+  void set(CheckRule rule, bool off = true) { off_.set(static_cast<std::size_t>(rule), off); }
   [[nodiscard]] bool contains(CheckRule rule) const { return off_.test(static_cast<std::size_t>(rule)); }
   [[nodiscard]] std::vector<std::string_view> names() const;
 
@@ -94,6 +95,10 @@ class RulesOff {
   [[nodiscard]] static RulesOff parse(std::string_view bytes, std::vector<std::string>& problems);
   // Nothing is off without the file.
   [[nodiscard]] static RulesOff load(const SiteRoot& root, std::vector<std::string>& problems);
+  // Makes the file tell the same. What else stands in it stays as it is: remarks, and lines that say nothing.
+  [[nodiscard]] Outcome store(const SiteRoot& root) const;
+
+  friend bool operator==(const RulesOff&, const RulesOff&) = default;
 
  private:
   std::bitset<kCheckRules> off_;

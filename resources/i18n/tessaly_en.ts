@@ -2,6 +2,30 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>FindingText</name>
+    <message numerus="yes">
+        <source>%n errors</source>
+        <translation>
+            <numerusform>%n error</numerusform>
+            <numerusform>%n errors</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warnings</source>
+        <translation>
+            <numerusform>%n warning</numerusform>
+            <numerusform>%n warnings</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n notes</source>
+        <translation>
+            <numerusform>%n note</numerusform>
+            <numerusform>%n notes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StepNames</name>
     <message numerus="yes">
         <source>insert %n commands</source>
@@ -57,6 +81,37 @@
         <translation>
             <numerusform>update of %n value</numerusform>
             <numerusform>update of %n values</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CheckWindow</name>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n macro looked at</numerusform>
+            <numerusform>%n macros looked at</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n errors</source>
+        <translation>
+            <numerusform>%n error</numerusform>
+            <numerusform>%n errors</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warnings</source>
+        <translation>
+            <numerusform>%n warning</numerusform>
+            <numerusform>%n warnings</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n notes</source>
+        <translation>
+            <numerusform>%n note</numerusform>
+            <numerusform>%n notes</numerusform>
         </translation>
     </message>
 </context>
@@ -136,6 +191,30 @@
         <translation>
             <numerusform>%n command moved to the other pane</numerusform>
             <numerusform>%n commands moved to the other pane</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CompareWindow</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>take %n differences from %1</source>
+        <translation>
+            <numerusform>take %n difference from %1</numerusform>
+            <numerusform>take %n differences from %1</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n differences taken into %1; nothing is saved yet</source>
+        <translation>
+            <numerusform>%n difference taken into %1; nothing is saved yet</numerusform>
+            <numerusform>%n differences taken into %1; nothing is saved yet</numerusform>
         </translation>
     </message>
 </context>

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QMenuBar>
+
+namespace tessaly {
+
+// The menu "Review": what looks at macros from above.
+class ReviewMenu : public QMenu {
+  Q_OBJECT
+
+ public:
+  explicit ReviewMenu(QWidget* parent);
+
+ signals:
+  void checkPressed();
+};
+
+}  // namespace tessaly
