@@ -79,7 +79,7 @@ class Replacing {
     if (!macro) return trouble(path, macro.failure());
     RetargetProposals proposals = retarget_.propose(*macro);
     if (proposals.empty()) return;
-    macros_.emplace_back(MacroPlace{.file = path}, *std::move(macro), std::move(proposals));
+    macros_.emplace_back(MacroPlace{path, {}, 0, {}}, *std::move(macro), std::move(proposals));
   }
 
   // Why it is none is said by the row that failed, and again by all that were put back.
