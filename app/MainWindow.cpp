@@ -91,6 +91,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   places_ = std::make_unique<ReviewPlaces>(rooms, context_.site, connection_, *open_, *loose_, gate_, this);
   checking_ =
       std::make_unique<Checking>(rooms, context_.site, lines_, settings_.frameRate, *places_, gate_, this);
+  replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
+                                                 gate_, this);
   connectReview();
   connectPanel();
   for (const Pane pane : kPanes) {
@@ -180,6 +182,9 @@ void MainWindow::connectReview() {
   menuBar()->insertMenu(viewMenu_->menuAction(), menu);
   connect(menu, &ReviewMenu::checkPressed, checking_.get(), [this] {
     if (loaded_) checking_->open();
+  });
+  connect(menu, &ReviewMenu::replacePressed, replacements_.get(), [this] {
+    if (loaded_) replacements_->open();
   });
   connect(places_.get(), &ReviewPlaces::said, this, &MainWindow::say);
   connect(places_.get(), &ReviewPlaces::changed, this, &MainWindow::updateControls);

@@ -25,6 +25,7 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/Replacements.h"
 #include "app/ReviewMenu.h"
 #include "app/ReviewPlaces.h"
 #include "app/StepOperations.h"
@@ -153,6 +154,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<Comparisons> comparisons_;
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Checking> checking_;
+  std::unique_ptr<Replacements> replacements_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -13,6 +13,7 @@ class ReviewMenu : public QMenu {
 
  signals:
   void checkPressed();
+  void replacePressed();
 };
 
 }  // namespace tessaly

@@ -6,7 +6,6 @@
 #include "platform/Text.h"
 #include "ui_ReplaceWindow.h"
 #include "widgets/DialogText.h"
-#include "widgets/ListFinder.h"
 #include "windows/ReplaceDelegate.h"
 #include "windows/ReviewWalk.h"
 
@@ -124,7 +123,6 @@ void ReplaceWindow::setUpFields() {
 }
 
 void ReplaceWindow::setUpTable() {
-  new ListFinder(*ui_->changes);
   ui_->changes->setModel(&model_);
   ui_->changes->setItemDelegate(new ReplaceDelegate(this));
   QHeaderView& header = *ui_->changes->header();
@@ -132,6 +130,13 @@ void ReplaceWindow::setUpTable() {
   header.resizeSection(ReplaceModel::kBefore, kLineWidth);
   header.resizeSection(ReplaceModel::kAfter, kLineWidth);
   connect(ui_->changes, &QTreeView::activated, this, &ReplaceWindow::openCurrent);
+  // Whatever column was clicked last.
+  connect(new QShortcut(Qt::Key_Space, ui_->changes, nullptr, nullptr, Qt::WidgetShortcut),
+          &QShortcut::activated, this, [this] {
+            const QModelIndex tick = ui_->changes->currentIndex().siblingAtColumn(ReplaceModel::kCommand);
+            const bool on = model_.data(tick, Qt::CheckStateRole).toInt() == Qt::Checked;
+            model_.setData(tick, on ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+          });
 }
 
 // The rule as the fields tell it.
