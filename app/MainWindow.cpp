@@ -102,6 +102,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     places_->setPanelReader([this](const std::string& address, int workplace) {
       return readingShelf(context_.panelMacros, context_.client, context_.history, address, workplace);
     });
+  replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
+                                                 gate_, this);
   connectReview();
   workplaces_ = std::make_unique<Workplaces>(
       Workplaces::Surroundings{rooms, context.site, connection_, transfer_, gate_, *open_, *macroUndo_,
@@ -206,6 +208,9 @@ void MainWindow::connectReview() {
       if (const MacroCommand* command = room(pane).state->selectedCommand())
         searching_->addWhereUsed(*all->addMenu(tr("&Where Used")), *command);
     });
+  connect(menu, &ReviewMenu::replacePressed, replacements_.get(), [this] {
+    if (loaded_) replacements_->open();
+  });
   connect(places_.get(), &ReviewPlaces::said, this, &MainWindow::say);
   connect(places_.get(), &ReviewPlaces::changed, this, &MainWindow::updateControls);
   connect(checking_.get(), &Checking::said, this, &MainWindow::say);

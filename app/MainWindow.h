@@ -24,6 +24,9 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
+#include "app/Replacements.h"
+#include "app/ReviewMenu.h"
+#include "app/ReviewPlaces.h"
 #include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
@@ -164,6 +167,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Checking> checking_;
   std::unique_ptr<Searching> searching_;
+  std::unique_ptr<Replacements> replacements_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -12,6 +12,7 @@ ReviewMenu::ReviewMenu(QWidget* parent) : QMenu(tr("Review"), parent) {
   add(tr("&Check..."), Qt::Key_F7, &ReviewMenu::checkPressed);
   add(tr("&Search..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F, &ReviewMenu::searchPressed);
   add(tr("&Where Used..."), Qt::CTRL | Qt::SHIFT | Qt::Key_U, &ReviewMenu::whereUsedPressed);
+  add(tr("&Replace in Macros..."), Qt::CTRL | Qt::SHIFT | Qt::Key_H, &ReviewMenu::replacePressed);
 }
 
 }  // namespace tessaly

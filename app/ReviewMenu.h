@@ -15,6 +15,7 @@ class ReviewMenu : public QMenu {
   void checkPressed();
   void searchPressed();
   void whereUsedPressed();
+  void replacePressed();
 };
 
 }  // namespace tessaly

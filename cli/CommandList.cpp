@@ -81,6 +81,12 @@ constexpr WordHelp kFindWords[] = {
     {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
     kJson,
 };
+constexpr WordHelp kReplaceWords[] = {
+    {"RULE", "what is replaced by what, as \"segment:ME1->ME2 where source:5\"; see docs/replace.md"},
+    {"PATH", "a macro, or a folder with all macros below it"},
+    {"--dry-run", "only tell what would be changed"},
+    kJson,
+};
 constexpr WordHelp kHistoryWords[] = {
     kJson,
     {"show ID", "the command lines of a kept macro"},
@@ -172,6 +178,9 @@ constexpr Command kCommands[] = {
      "what is wrong in macros and key files; exit code 1 with errors", runCheck, kCheckWords},
     {"find", "QUERY PATH ... [--json]",
      "where something is used in macros and key files; exit code 1 nowhere", runFind, kFindWords},
+    {"replace", "RULE PATH ... [--dry-run] [--json]",
+     "change commands in many macros, all or none; exit code 1 when not all that is found was changed",
+     runReplace, kReplaceWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
     {"snapshot", "FOLDER FILE", "store the macros of a folder in one file", runSnapshot, kSnapshotWords},

@@ -53,6 +53,7 @@ int runRemove(CommandSession& session, Arguments& arguments);
 int runDiff(CommandSession& session, Arguments& arguments);
 int runCheck(CommandSession& session, Arguments& arguments);
 int runFind(CommandSession& session, Arguments& arguments);
+int runReplace(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 

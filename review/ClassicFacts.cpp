@@ -1,8 +1,7 @@
 #include "review/ClassicFacts.h"
 
-#include "classic/ClassicDescription.h"
 #include "classic/ClassicGroups.h"
-#include "classic/ClassicParameter.h"
+#include "review/NamedSources.h"
 
 namespace tessaly {
 
@@ -10,17 +9,8 @@ ClassicFacts classicFacts(const ClassicCommand& command, DecodingLists& lists) {
   ClassicFacts facts;
   if (!command.valid()) return facts;
   facts.group = groupName(command.cd(), command.co());
-  const auto list = lists.list(command.cd(), command.co());
-  const auto entry = list ? list->find(command) : std::nullopt;
-  if (!entry) return facts;
-  std::size_t position = 0;
-  for (const ParameterDescriptor& descriptor : entry->parameters) {
-    const std::size_t begin = position;
-    if (!parameterText(command, *entry, descriptor, position)) break;
-    if (descriptor.type != ParameterType::kInput) continue;
-    if (command.parameter(begin) == kExtendedInput) break;
-    facts.sources.push_back(std::to_string(command.parameter(begin)));
-  }
+  for (const std::size_t place : classicSourcePlaces(command, lists))
+    facts.sources.push_back(std::to_string(command.parameter(place)));
   return facts;
 }
 

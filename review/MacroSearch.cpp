@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "platform/Text.h"
 #include "review/ClassicFacts.h"
-#include "values/SourceNames.h"
+#include "review/NamedSources.h"
 
 namespace tessaly {
 namespace {
@@ -21,7 +20,7 @@ bool fits(const std::string& wanted, std::string_view text) {
 }
 
 // As a whole.
-bool equals(const std::string& wanted, std::string_view text) {
+bool equals(std::string_view wanted, std::string_view text) {
   return fitsPattern(wanted, toUpperAscii(text));
 }
 
@@ -40,8 +39,6 @@ bool sameNumber(std::string_view a, std::string_view b) {
   const auto first = exactNumber<double>(a), second = exactNumber<double>(b);
   return first && second && *first == *second;
 }
-
-bool isNumber(std::string_view text) { return text.find_first_not_of("0123456789") == text.npos; }
 
 }  // namespace
 
@@ -72,20 +69,10 @@ class MacroSearch::Asking {
   }
 
  private:
-  using Numbers = std::unordered_set<std::string>;
+  using Numbers = SourceNumbers;
 
   [[nodiscard]] Numbers sourcesOf(const Word& word) const {
-    Numbers numbers;
-    if (word.field != Field::kSource) return numbers;
-    if (isNumber(word.text)) {
-      numbers.insert(word.text.substr(std::min(word.text.find_first_not_of('0'), word.text.size() - 1)));
-      return numbers;
-    }
-    for (const PanelSource& source : inputSources(context_.dictionary))
-      if (equals(word.text, source.displayName)) numbers.insert(inputNumberText(source.panelName));
-    for (const ClassicSource& source : classicSources())
-      if (equals(word.text, source.name)) numbers.insert(std::to_string(source.number));
-    return numbers;
+    return word.field == Field::kSource ? sourcesNamed(word.text, context_.dictionary) : Numbers();
   }
 
   bool holds(const Word& word, const Numbers& sources, const MacroCommand& command,

@@ -92,5 +92,15 @@ with tempfile.TemporaryDirectory() as name:
     (folder / "other.mac").write_text("no macro")
     spoilt = check(folder)
     assert (spoilt["files"], spoilt["errors"], spoilt["warnings"]) == (2, 3, 1), spoilt
+    replacing = json.loads((source / "docs/replace.schema.json").read_text())
+    jsonschema.Draft7Validator.check_schema(replacing)
+    resolver = jsonschema.RefResolver((source / "docs/replace.schema.json").as_uri(), replacing)
+    for rule, counts in {"value:2->0.5": (1, 0), "segment:ME1->ME7": (0, 1), "value:3->4": (0, 0)}.items():
+        (folder / "macro001.mac").write_text(f'<macro name="A">\n<data>{command}</data></macro>')
+        told = subprocess.run([programs / "tessaly-cli", "--root", source / "site", "replace", rule,
+                               folder / "macro001.mac", "--dry-run", "--json"], text=True, capture_output=True)
+        report = json.loads(told.stdout)
+        jsonschema.validate(report, replacing, resolver=resolver)
+        assert (report["possible"], report["impossible"], report["written"]) == (*counts, False), report
 sample = check("--severity", "warning", source / "site")
 assert not sample["checked"] and sample["files"] > 150, sample
