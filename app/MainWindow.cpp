@@ -105,10 +105,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
                                                  gate_, this);
   connectReview();
-  workplaces_ = std::make_unique<Workplaces>(
-      Workplaces::Surroundings{rooms, context.site, connection_, transfer_, gate_, *open_, *macroUndo_,
-                               lines_},
-      Shelves(context.site.root, context.client, context.batchTransfers, context.demo), this);
+  workplaces_ =
+      std::make_unique<Workplaces>(Workplaces::Surroundings{rooms, context.site, connection_, transfer_,
+                                                            gate_, *open_, *macroUndo_, lines_},
+                                   Shelves(context.site.root, context.client, context.panelMacros), this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
