@@ -118,6 +118,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(workplaces_.get(), &Workplaces::said, this, &MainWindow::say);
+  connect(replacements_.get(), &Replacements::replaced, macroUndo_.get(), &MacroUndo::noteBatch);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
     macroMenu_->showUndo(macroUndo_->next());
