@@ -9,6 +9,49 @@
     </message>
 </context>
 <context>
+    <name>BatchUndo</name>
+    <message>
+        <source>Undo &quot;%1&quot;?</source>
+        <translation>„%1“ rückgängig machen?</translation>
+    </message>
+    <message>
+        <source>NOT undone: %1 (%2)</source>
+        <translation>NICHT rückgängig gemacht: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>nothing has been changed</source>
+        <translation>nichts ist geändert worden</translation>
+    </message>
+    <message>
+        <source>undo of %1</source>
+        <translation>Rücknahme: %1</translation>
+    </message>
+    <message>
+        <source>Undoing %1</source>
+        <translation>%1 wird rückgängig gemacht</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>NOT undone: %1</source>
+        <translation>NICHT rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>undone: %1</source>
+        <translation>rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>%1; %2 of %3 macros are not as they were before (%4)</source>
+        <translation>%1; %2 von %3 Makros sind nicht wie vorher (%4)</translation>
+    </message>
+    <message>
+        <source>the history no longer has what was there before</source>
+        <translation>der Verlauf hat nicht mehr, was vorher da war</translation>
+    </message>
+</context>
+<context>
     <name>CheckRulesDialog</name>
     <message>
         <source>Rules</source>
@@ -425,6 +468,14 @@
         <source>keep open</source>
         <translation>offen lassen</translation>
     </message>
+    <message>
+        <source>Words of the command</source>
+        <translation>Wörter des Befehls</translation>
+    </message>
+    <message>
+        <source>Alt+6: in words, as key 2 clip</source>
+        <translation>Alt+6: in Wörtern, wie key 2 clip</translation>
+    </message>
 </context>
 <context>
     <name>DataUpdate</name>
@@ -810,6 +861,28 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>HitRows</name>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>could not be read: %1</source>
+        <translation>nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+</context>
+<context>
     <name>MacroTransfers</name>
     <message>
         <source>Fetching macro %1 from the panel</source>
@@ -918,6 +991,13 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>OpenMacros</name>
+    <message>
+        <source>Co&amp;mpare</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
+</context>
+<context>
     <name>PaneKeys</name>
     <message>
         <source>%1 (%2)</source>
@@ -960,6 +1040,93 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>Ask Again Next Time</source>
         <translation>Nächstes Mal wieder fragen</translation>
+    </message>
+</context>
+<context>
+    <name>ReplaceWindow</name>
+    <message>
+        <source>&amp;What:</source>
+        <translation>&amp;Was:</translation>
+    </message>
+    <message>
+        <source>&amp;Parameter:</source>
+        <translation>&amp;Parameter:</translation>
+    </message>
+    <message>
+        <source>any</source>
+        <translation>beliebig</translation>
+    </message>
+    <message>
+        <source>&amp;From:</source>
+        <translation>V&amp;on:</translation>
+    </message>
+    <message>
+        <source>ME1, QMF1, 5</source>
+        <translation>ME1, QMF1, 5</translation>
+    </message>
+    <message>
+        <source>&amp;To:</source>
+        <translation>&amp;Nach:</translation>
+    </message>
+    <message>
+        <source>ME2, QMF2, 7</source>
+        <translation>ME2, QMF2, 7</translation>
+    </message>
+    <message>
+        <source>W&amp;here:</source>
+        <translation>&amp;Wo:</translation>
+    </message>
+    <message>
+        <source>everywhere; or a query, such as function:ME1.*</source>
+        <translation>überall; oder eine Suche wie function:ME1.*</translation>
+    </message>
+    <message>
+        <source>&amp;Rule:</source>
+        <translation>&amp;Regel:</translation>
+    </message>
+    <message>
+        <source>segment:ME1-&gt;ME2 where source:5; the fields above put it together</source>
+        <translation>segment:ME1-&gt;ME2 where source:5; die Felder darüber setzen sie zusammen</translation>
+    </message>
+    <message>
+        <source>Pre&amp;view</source>
+        <translation>&amp;Vorschau</translation>
+    </message>
+    <message>
+        <source>Look anew at what would be changed (F5)</source>
+        <translation>Neu ansehen, was geändert würde (F5)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>End what is under way</source>
+        <translation>Beenden, was gerade läuft</translation>
+    </message>
+    <message>
+        <source>&amp;Look at:</source>
+        <translation>&amp;Ansehen:</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>R&amp;eplace</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+    <message>
+        <source>Write what is ticked, in all macros or in none</source>
+        <translation>Schreiben, was angehakt ist, in allen Makros oder in keinem</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -1021,10 +1188,140 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>SearchWindow</name>
+    <message>
+        <source>&amp;Query:</source>
+        <translation>S&amp;uche:</translation>
+    </message>
+    <message>
+        <source>function:ME1.* source:5, or words of the line; the fields below put it together</source>
+        <translation>function:ME1.* source:5 oder Wörter der Zeile; die Felder darunter setzen sie zusammen</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>Search anew (F5)</source>
+        <translation>Neu suchen (F5)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>End the search; what was found stays in the list</source>
+        <translation>Die Suche beenden; was gefunden wurde, bleibt in der Liste</translation>
+    </message>
+    <message>
+        <source>&amp;Function:</source>
+        <translation>&amp;Funktion:</translation>
+    </message>
+    <message>
+        <source>ME1.KEY1 or ME1.*</source>
+        <translation>ME1.KEY1 oder ME1.*</translation>
+    </message>
+    <message>
+        <source>&amp;Destination:</source>
+        <translation>&amp;Ziel:</translation>
+    </message>
+    <message>
+        <source>Mainframe2</source>
+        <translation>Mainframe2</translation>
+    </message>
+    <message>
+        <source>So&amp;urce:</source>
+        <translation>&amp;Quelle:</translation>
+    </message>
+    <message>
+        <source>5 or its name</source>
+        <translation>5 oder ihr Name</translation>
+    </message>
+    <message>
+        <source>&amp;Value:</source>
+        <translation>&amp;Wert:</translation>
+    </message>
+    <message>
+        <source>0.5 or PARAM=0.5</source>
+        <translation>0.5 oder PARAM=0.5</translation>
+    </message>
+    <message>
+        <source>Classic &amp;group:</source>
+        <translation>Klassische &amp;Gruppe:</translation>
+    </message>
+    <message>
+        <source>Me3 - Key2</source>
+        <translation>Me3 - Key2</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Text:</translation>
+    </message>
+    <message>
+        <source>part of the line</source>
+        <translation>ein Teil der Zeile</translation>
+    </message>
+    <message>
+        <source>&amp;Look at:</source>
+        <translation>&amp;Ansehen:</translation>
+    </message>
+    <message>
+        <source>Commands found</source>
+        <translation>Gefundene Befehle</translation>
+    </message>
+    <message>
+        <source>Progress of the search</source>
+        <translation>Fortschritt der Suche</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Show the command in its macro (Enter)</source>
+        <translation>Den Befehl in seinem Makro zeigen (Eingabetaste)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>SettingsText</name>
     <message>
         <source>not taken: the settings file cannot keep this character (it knows those of Windows-1252)</source>
         <translation>nicht übernommen: die Einstellungsdatei kann dieses Zeichen nicht aufnehmen (sie kennt die von Windows-1252)</translation>
+    </message>
+</context>
+<context>
+    <name>SnapshotRestoreDialog</name>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Macros of the snapshot</source>
+        <translation>Makros des Abzugs</translation>
+    </message>
+    <message>
+        <source>Tick &amp;All</source>
+        <translation>&amp;Alle anhaken</translation>
+    </message>
+    <message>
+        <source>Tick &amp;None</source>
+        <translation>&amp;Keines anhaken</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Write the ticked macros; what stands there is kept first, and each is verified</source>
+        <translation>Die angehakten Makros schreiben; was dort steht, wird erst aufgehoben, und jedes wird geprüft</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -1128,6 +1425,13 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>%1; it cannot be undone after a restart</source>
         <translation>%1; nach einem Neustart lässt es sich nicht rückgängig machen</translation>
+    </message>
+    <message numerus="yes">
+        <source>change %n texts</source>
+        <translation>
+            <numerusform>%n Text ändern</numerusform>
+            <numerusform>%n Texte ändern</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1268,10 +1572,92 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>WorkplacesWindow</name>
+    <message>
+        <source>&amp;Left:</source>
+        <translation>&amp;Links:</translation>
+    </message>
+    <message>
+        <source>&amp;Right:</source>
+        <translation>&amp;Rechts:</translation>
+    </message>
+    <message>
+        <source>Read &amp;again</source>
+        <translation>Neu &amp;lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Differences only</source>
+        <translation>Nur &amp;Unterschiede</translation>
+    </message>
+    <message>
+        <source>&amp;Tick all that differ</source>
+        <translation>Alles &amp;Verschiedene anhaken</translation>
+    </message>
+    <message>
+        <source>&amp;Compare</source>
+        <translation>Ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>What differs between the two macros of the current row (Enter)</source>
+        <translation>Was sich zwischen den beiden Makros der Zeile unterscheidet (Eingabetaste)</translation>
+    </message>
+    <message>
+        <source>Macros of both workplaces</source>
+        <translation>Makros beider Arbeitsplätze</translation>
+    </message>
+    <message>
+        <source>← Copy to the le&amp;ft</source>
+        <translation>← Nach lin&amp;ks kopieren</translation>
+    </message>
+    <message>
+        <source>Copy to the ri&amp;ght →</source>
+        <translation>Nach r&amp;echts kopieren →</translation>
+    </message>
+    <message>
+        <source>Try &amp;what failed again</source>
+        <translation>&amp;Fehlgeschlagenes erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::Application</name>
     <message>
         <source>this site describes no functions of a panel: &quot;Site...&quot; in the menu &quot;Macro&quot; sets one up</source>
         <translation>diese Anlagendaten beschreiben keine Funktionen eines Bedienpults: „Anlagendaten...“ im Menü „Makro“ richtet welche ein</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::BatchRecoveries</name>
+    <message>
+        <source>&quot;%1&quot; was cut short, and has been ended</source>
+        <translation>„%1“ war unterbrochen und ist zu Ende geführt worden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was cut short, and has been undone</source>
+        <translation>„%1“ war unterbrochen und ist zurückgenommen worden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was cut short; it goes on once its panel is connected</source>
+        <translation>„%1“ war unterbrochen; es geht weiter, sobald das Bedienpult verbunden ist</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was cut short, and is let alone: %2</source>
+        <translation>„%1“ war unterbrochen und bleibt, wie es ist: %2</translation>
+    </message>
+    <message>
+        <source>%1; let alone, since somebody else has written there: %2</source>
+        <translation>%1; in Ruhe gelassen, weil dort jemand anderes geschrieben hat: %2</translation>
+    </message>
+    <message>
+        <source>%1; NOT written: %2 (%3)</source>
+        <translation>%1; NICHT geschrieben: %2 (%3)</translation>
     </message>
 </context>
 <context>
@@ -1759,12 +2145,16 @@ Der Dialog bleibt, wie er ist.</translation>
 %2</translation>
     </message>
     <message>
-        <source>the panel has not been asked yet</source>
-        <translation>das Bedienpult ist noch nicht gefragt worden</translation>
-    </message>
-    <message>
         <source>there is no macro any more</source>
         <translation>das Makro gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>the panel is being asked</source>
+        <translation>das Bedienpult wird gerade gefragt</translation>
+    </message>
+    <message>
+        <source>the panel is about to be asked</source>
+        <translation>das Bedienpult wird gleich gefragt</translation>
     </message>
 </context>
 <context>
@@ -1871,6 +2261,17 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>
             <numerusform>%n eingefügt</numerusform>
             <numerusform>%n eingefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Clear the words</source>
+        <translation>Die Wörter löschen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n found</source>
+        <translation>
+            <numerusform>%n gefunden</numerusform>
+            <numerusform>%n gefunden</numerusform>
         </translation>
     </message>
 </context>
@@ -2174,6 +2575,26 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>&amp;Undo &quot;%1&quot;</source>
         <translation>&amp;Rückgängig: „%1“</translation>
     </message>
+    <message>
+        <source>&amp;Open Snapshot...</source>
+        <translation>Abzug ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Restore Snapshot...</source>
+        <translation>Abzug &amp;wiederherstellen...</translation>
+    </message>
+    <message>
+        <source>&amp;Close Snapshot</source>
+        <translation>Abzug s&amp;chließen</translation>
+    </message>
+    <message>
+        <source>Save &amp;Panel As...</source>
+        <translation>&amp;Bedienpult speichern unter...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Folder As...</source>
+        <translation>&amp;Ordner speichern unter...</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MacroOperations</name>
@@ -2381,6 +2802,12 @@ Trotzdem löschen?</translation>
         <source>Delete the selected commands; in the list: Del</source>
         <translation>Ausgewählte Befehle löschen; in der Liste: Entf</translation>
     </message>
+    <message>
+        <source>Macros in a snapshot can only be viewed
+or copied from</source>
+        <translation>Makros in einem Abzug lassen sich nur ansehen
+oder von dort kopieren</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MacroUndo</name>
@@ -2487,6 +2914,14 @@ Trotzdem löschen?</translation>
         <source>The settings could not be written: %1</source>
         <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
     </message>
+    <message>
+        <source>&amp;Where Used</source>
+        <translation>&amp;Wo verwendet</translation>
+    </message>
+    <message>
+        <source>&quot;Where Used&quot; looks for what a command names: select one first</source>
+        <translation>„Wo verwendet“ sucht, was ein Befehl nennt: erst einen wählen</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MultipleCommandsDialog</name>
@@ -2591,28 +3026,24 @@ Darüber speichern?</translation>
         <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was wiederhergestellt wird.</translation>
     </message>
     <message>
-        <source>Co&amp;mpare</source>
-        <translation>&amp;Vergleichen</translation>
+        <source>NOT sent: %1; its changes are still unsaved</source>
+        <translation>NICHT gesendet: %1; seine Änderungen sind noch ungespeichert</translation>
     </message>
     <message>
-        <source>NOT copied to %1%2</source>
-        <translation>NICHT nach %1 kopiert%2</translation>
+        <source>NOT written to %1%2</source>
+        <translation>NICHT nach %1 geschrieben%2</translation>
     </message>
     <message>
         <source>What stands at %1 has been changed by somebody else since it was read here.
 
-Copy over it?</source>
+Overwrite it?</source>
         <translation>Was bei %1 steht, hat jemand anderes geändert, seit es hier gelesen wurde.
 
-Darüber kopieren?</translation>
+Überschreiben?</translation>
     </message>
     <message>
-        <source>NOT copied to %1: it is as somebody else has left it</source>
-        <translation>NICHT nach %1 kopiert: es ist so, wie jemand anderes es hinterlassen hat</translation>
-    </message>
-    <message>
-        <source>NOT sent: %1; its changes are still unsaved</source>
-        <translation>NICHT gesendet: %1; seine Änderungen sind noch ungespeichert</translation>
+        <source>NOT written to %1: it is as somebody else has left it</source>
+        <translation>NICHT nach %1 geschrieben: es ist so, wie jemand anderes es hinterlassen hat</translation>
     </message>
 </context>
 <context>
@@ -2696,6 +3127,157 @@ Bilder von 0 bis %1</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::ReplaceModel</name>
+    <message>
+        <source>makes in command %2: %1</source>
+        <translation>bringt in Befehl %2 mit: %1</translation>
+    </message>
+    <message>
+        <source>mends in command %2: %1</source>
+        <translation>behebt in Befehl %2: %1</translation>
+    </message>
+    <message>
+        <source>stays: %1</source>
+        <translation>bleibt: %1</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+    <message>
+        <source>Findings, when all are changed</source>
+        <translation>Befunde, wenn alle geändert werden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ReplaceWindow</name>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>Replace in macros</source>
+        <translation>In Makros ersetzen</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Segment</source>
+        <translation>Segment</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>There is nothing to look at: choose a macro or a folder in a pane first.</source>
+        <translation>Es gibt nichts anzusehen: erst in einer Seite ein Makro oder einen Ordner wählen.</translation>
+    </message>
+    <message>
+        <source>left out: it has no place of its own yet</source>
+        <translation>ausgelassen: es hat noch keinen eigenen Ort</translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation>Abgebrochen. %1</translation>
+    </message>
+    <message>
+        <source>NOT looked at: %1 (%2)</source>
+        <translation>NICHT angesehen: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n Makro angesehen</numerusform>
+            <numerusform>%n Makros angesehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing found: %1 in %2.</source>
+        <translation>Nichts gefunden: %1 in %2.</translation>
+    </message>
+    <message>
+        <source>%1 can be changed; %2 in %3.</source>
+        <translation>%1 änderbar; %2 in %3.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands cannot.</source>
+        <translation>
+            <numerusform>%n Befehl nicht.</numerusform>
+            <numerusform>%n Befehle nicht.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOTHING was replaced: %1 (%2)</source>
+        <translation>NICHTS wurde ersetzt: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>Writing %n macros...</source>
+        <translation>
+            <numerusform>%n Makro wird geschrieben...</numerusform>
+            <numerusform>%n Makros werden geschrieben...</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>replaced</source>
+        <translation>ersetzt</translation>
+    </message>
+    <message>
+        <source>NOT replaced: %1</source>
+        <translation>NICHT ersetzt: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>Replaced in %n macros; &quot;Undo&quot; in the menu Macro takes all of it back.</source>
+        <translation>
+            <numerusform>In %n Makro ersetzt; „Rückgängig“ im Menü Makro nimmt alles zurück.</numerusform>
+            <numerusform>In %n Makros ersetzt; „Rückgängig“ im Menü Makro nimmt alles zurück.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOTHING was replaced: %1</source>
+        <translation>NICHTS wurde ersetzt: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>replacement in %n macros</source>
+        <translation>
+            <numerusform>Ersetzung in %n Makro</numerusform>
+            <numerusform>Ersetzung in %n Makros</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Replacements</name>
+    <message>
+        <source>left out: a pane shows it with unsaved changes</source>
+        <translation>ausgelassen: eine Seite zeigt es mit ungespeicherten Änderungen</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::ReviewMenu</name>
     <message>
         <source>Review</source>
@@ -2704,6 +3286,18 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>&amp;Check...</source>
         <translation>&amp;Prüfen...</translation>
+    </message>
+    <message>
+        <source>&amp;Search...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Where Used...</source>
+        <translation>&amp;Wo verwendet...</translation>
+    </message>
+    <message>
+        <source>&amp;Replace in Macros...</source>
+        <translation>&amp;In Makros ersetzen...</translation>
     </message>
 </context>
 <context>
@@ -2756,12 +3350,267 @@ Bilder von 0 bis %1</translation>
         <source>no list shows it</source>
         <translation>keine Liste zeigt es</translation>
     </message>
+    <message>
+        <source>workplace %1 on the panel %2</source>
+        <translation>Arbeitsplatz %1 auf dem Bedienpult %2</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SearchWindow</name>
+    <message>
+        <source>Search</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>Clear the query</source>
+        <translation>Die Suche löschen</translation>
+    </message>
+    <message>
+        <source>There is nothing to be searched: choose a macro or a folder in a pane first.</source>
+        <translation>Es gibt nichts zu durchsuchen: erst in einer Seite ein Makro oder einen Ordner wählen.</translation>
+    </message>
+    <message>
+        <source>There are no macros in %1.</source>
+        <translation>In %1 gibt es keine Makros.</translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation>Abgebrochen. %1</translation>
+    </message>
+    <message>
+        <source>NOT searched: %1 (%2)</source>
+        <translation>NICHT durchsucht: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n Makro angesehen</numerusform>
+            <numerusform>%n Makros angesehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing found: %1 in %2.</source>
+        <translation>Nichts gefunden: %1 in %2.</translation>
+    </message>
+    <message>
+        <source>%1 in %2; %3 in %4.</source>
+        <translation>%1 in %2; %3 in %4.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros</source>
+        <translation>
+            <numerusform>%n Makro</numerusform>
+            <numerusform>%n Makros</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n files could not be read.</source>
+        <translation>
+            <numerusform>%n Datei war nicht lesbar.</numerusform>
+            <numerusform>%n Dateien waren nicht lesbar.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Searching</name>
+    <message>
+        <source>&amp;Function %1</source>
+        <translation>&amp;Funktion %1</translation>
+    </message>
+    <message>
+        <source>&amp;Destination %1</source>
+        <translation>&amp;Ziel %1</translation>
+    </message>
+    <message>
+        <source>&amp;Source %1</source>
+        <translation>&amp;Quelle %1</translation>
+    </message>
+    <message>
+        <source>Classic &amp;Group %1</source>
+        <translation>Klassische &amp;Gruppe %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::SelectInputDialog</name>
     <message>
         <source>source hold</source>
         <translation>Quelle halten</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SnapshotRestoreDialog</name>
+    <message numerus="yes">
+        <source>%1 of %n macros are ticked</source>
+        <translation>
+            <numerusform>%1 von %n Makro ist angehakt</numerusform>
+            <numerusform>%1 von %n Makros sind angehakt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Restoring macros</source>
+        <translation>Makros werden wiederhergestellt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros are restored</source>
+        <translation>
+            <numerusform>%n Makro ist wiederhergestellt</numerusform>
+            <numerusform>%n Makros sind wiederhergestellt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1; %n macros are NOT</source>
+        <translation>
+            <numerusform>%1; %n Makro ist es NICHT</numerusform>
+            <numerusform>%1; %n Makros sind es NICHT</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SnapshotRows</name>
+    <message>
+        <source>same: it stands there as it is in the snapshot</source>
+        <translation>gleich: es steht dort wie im Abzug</translation>
+    </message>
+    <message>
+        <source>new: nothing stands there</source>
+        <translation>neu: dort steht nichts</translation>
+    </message>
+    <message>
+        <source>changed: something else stands there</source>
+        <translation>geändert: dort steht etwas anderes</translation>
+    </message>
+    <message>
+        <source>unknown: %1</source>
+        <translation>unbekannt: %1</translation>
+    </message>
+    <message>
+        <source>RESTORED and verified</source>
+        <translation>WIEDERHERGESTELLT und geprüft</translation>
+    </message>
+    <message>
+        <source>RESTORED, not verified</source>
+        <translation>WIEDERHERGESTELLT, nicht geprüft</translation>
+    </message>
+    <message>
+        <source>NOT restored: %1</source>
+        <translation>NICHT wiederhergestellt: %1</translation>
+    </message>
+    <message>
+        <source>UNKNOWN what stands there now: %1</source>
+        <translation>UNBEKANNT, was jetzt dort steht: %1</translation>
+    </message>
+    <message>
+        <source>Workplace</source>
+        <translation>Arbeitsplatz</translation>
+    </message>
+    <message>
+        <source>Macro</source>
+        <translation>Makro</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Snapshots</name>
+    <message>
+        <source>Snapshots (*.zip)</source>
+        <translation>Abzüge (*.zip)</translation>
+    </message>
+    <message>
+        <source>NOT saved: the pane shows no folder with macros</source>
+        <translation>NICHT gespeichert: die Seite zeigt keinen Ordner mit Makros</translation>
+    </message>
+    <message>
+        <source>NOT saved: the pane is not connected to a panel</source>
+        <translation>NICHT gespeichert: die Seite ist mit keinem Bedienpult verbunden</translation>
+    </message>
+    <message>
+        <source>Saving the panel</source>
+        <translation>Das Bedienpult wird gespeichert</translation>
+    </message>
+    <message>
+        <source>Saving the folder</source>
+        <translation>Der Ordner wird gespeichert</translation>
+    </message>
+    <message>
+        <source>macros</source>
+        <translation>Makros</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message numerus="yes">
+        <source>saved and verified: %n macros in %1</source>
+        <translation>
+            <numerusform>gespeichert und geprüft: %n Makro in %1</numerusform>
+            <numerusform>gespeichert und geprüft: %n Makros in %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT saved: %1 (%2)</source>
+        <translation>NICHT gespeichert: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>NOT opened: the pane has unsaved changes</source>
+        <translation>NICHT geöffnet: die Seite hat ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Open Snapshot</source>
+        <translation>Abzug öffnen</translation>
+    </message>
+    <message>
+        <source>Reading the snapshot</source>
+        <translation>Der Abzug wird gelesen</translation>
+    </message>
+    <message>
+        <source>NOT opened: %1 (%2)</source>
+        <translation>NICHT geöffnet: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>opened: %1; its macros can be viewed and copied from</source>
+        <translation>geöffnet: %1; seine Makros lassen sich ansehen und von dort kopieren</translation>
+    </message>
+    <message>
+        <source>NOT restored: the other pane is not connected to a panel</source>
+        <translation>NICHT wiederhergestellt: die andere Seite ist mit keinem Bedienpult verbunden</translation>
+    </message>
+    <message>
+        <source>To the panel %1</source>
+        <translation>Auf das Bedienpult %1</translation>
+    </message>
+    <message>
+        <source>NOT restored: the other pane shows no folder for macros</source>
+        <translation>NICHT wiederhergestellt: die andere Seite zeigt keinen Ordner für Makros</translation>
+    </message>
+    <message>
+        <source>To the folder %1</source>
+        <translation>In den Ordner %1</translation>
+    </message>
+    <message>
+        <source>NOT restored: no workplace with macros is chosen</source>
+        <translation>NICHT wiederhergestellt: kein Arbeitsplatz mit Makros ist gewählt</translation>
+    </message>
+    <message>
+        <source>Comparing macros</source>
+        <translation>Makros werden verglichen</translation>
+    </message>
+    <message>
+        <source>NOT restored: %1</source>
+        <translation>NICHT wiederhergestellt: %1</translation>
     </message>
 </context>
 <context>
@@ -2896,6 +3745,205 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>update ended: a macro was chosen meanwhile, the values that came are gone</source>
         <translation>Aktualisierung beendet: inzwischen wurde ein Makro ausgewählt, die Werte sind verworfen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Workplaces</name>
+    <message>
+        <source>the folder</source>
+        <translation>der Ordner</translation>
+    </message>
+    <message>
+        <source>workplace %1</source>
+        <translation>Arbeitsplatz %1</translation>
+    </message>
+    <message>
+        <source>A snapshot</source>
+        <translation>Ein Abzug</translation>
+    </message>
+    <message>
+        <source>Workplace of the snapshot:</source>
+        <translation>Arbeitsplatz des Abzugs:</translation>
+    </message>
+    <message>
+        <source>Snapshot %1: %2</source>
+        <translation>Abzug %1: %2</translation>
+    </message>
+    <message>
+        <source>Folder...</source>
+        <translation>Ordner...</translation>
+    </message>
+    <message>
+        <source>Snapshot...</source>
+        <translation>Abzug...</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Panel %1, workplace %2</source>
+        <translation>Bedienpult %1, Arbeitsplatz %2</translation>
+    </message>
+    <message>
+        <source>A folder with macros</source>
+        <translation>Ein Ordner mit Makros</translation>
+    </message>
+    <message>
+        <source>Snapshots (*.zip);;All files (*)</source>
+        <translation>Abzüge (*.zip);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 lässt sich nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>A pane shows what would be written over here with unsaved changes:
+%1
+
+The changes stay there, and saving them writes over what is copied now. Copy all the same?</source>
+        <translation>Eine Seite zeigt mit ungespeicherten Änderungen, was hier überschrieben würde:
+%1
+
+Die Änderungen bleiben dort, und wer sie speichert, überschreibt, was jetzt kopiert wird. Trotzdem kopieren?</translation>
+    </message>
+    <message>
+        <source>%1, macro %2</source>
+        <translation>%1, Makro %2</translation>
+    </message>
+    <message>
+        <source>workplaces are only compared here</source>
+        <translation>Arbeitsplätze werden hier nur verglichen</translation>
+    </message>
+    <message>
+        <source>the left one</source>
+        <translation>das linke</translation>
+    </message>
+    <message>
+        <source>the right one</source>
+        <translation>das rechte</translation>
+    </message>
+    <message>
+        <source>Work&amp;places...</source>
+        <translation>A&amp;rbeitsplätze...</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::WorkplacesModel</name>
+    <message>
+        <source>= same</source>
+        <translation>= gleich</translation>
+    </message>
+    <message>
+        <source>≈ renamed only</source>
+        <translation>≈ nur umbenannt</translation>
+    </message>
+    <message>
+        <source>≠ different</source>
+        <translation>≠ verschieden</translation>
+    </message>
+    <message>
+        <source>← only left</source>
+        <translation>← nur links</translation>
+    </message>
+    <message>
+        <source>→ only right</source>
+        <translation>→ nur rechts</translation>
+    </message>
+    <message>
+        <source>? unreadable</source>
+        <translation>? nicht lesbar</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Ergebnis</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::WorkplacesWindow</name>
+    <message>
+        <source>Workplaces</source>
+        <translation>Arbeitsplätze</translation>
+    </message>
+    <message>
+        <source>Choose what is to stand on the left and on the right.</source>
+        <translation>Wählen, was links und was rechts stehen soll.</translation>
+    </message>
+    <message>
+        <source>Reading...</source>
+        <translation>Wird gelesen...</translation>
+    </message>
+    <message>
+        <source>NOT read to the end: %1</source>
+        <translation>NICHT zu Ende gelesen: %1</translation>
+    </message>
+    <message>
+        <source>%1 macros: %2 the same, %3 not the same</source>
+        <translation>%1 Makros: %2 gleich, %3 nicht gleich</translation>
+    </message>
+    <message>
+        <source>not copied: there is nothing to be copied</source>
+        <translation>nicht kopiert: es gibt nichts zu kopieren</translation>
+    </message>
+    <message>
+        <source>Nothing is ticked that differs and can be copied this way.</source>
+        <translation>Nichts ist angehakt, das verschieden ist und sich so kopieren lässt.</translation>
+    </message>
+    <message>
+        <source>copy of %1 macros to %2</source>
+        <translation>Kopie von %1 Makros nach %2</translation>
+    </message>
+    <message>
+        <source>waits</source>
+        <translation>wartet</translation>
+    </message>
+    <message>
+        <source>Copying...</source>
+        <translation>Wird kopiert...</translation>
+    </message>
+    <message>
+        <source>copied, verified</source>
+        <translation>kopiert, geprüft</translation>
+    </message>
+    <message>
+        <source>copied, NOT verified</source>
+        <translation>kopiert, NICHT geprüft</translation>
+    </message>
+    <message>
+        <source>NOT copied: %1</source>
+        <translation>NICHT kopiert: %1</translation>
+    </message>
+    <message>
+        <source>UNKNOWN what stands there: %1</source>
+        <translation>UNBEKANNT, was dort steht: %1</translation>
+    </message>
+    <message>
+        <source>%1 macros copied</source>
+        <translation>%1 Makros kopiert</translation>
+    </message>
+    <message>
+        <source>%1 macros copied, %2 NOT copied</source>
+        <translation>%1 Makros kopiert, %2 NICHT kopiert</translation>
+    </message>
+    <message>
+        <source>Ending what is being read or copied...</source>
+        <translation>Was gelesen oder kopiert wird, wird beendet...</translation>
     </message>
 </context>
 </TS>
