@@ -63,7 +63,8 @@ TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
   EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
   EXPECT_EQ(first_.read(1, "001"), "<missing>");
   EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("undone: copy of "));
-  EXPECT_EQ(fixture_.site.read(kWorkingCopyB), kTwoFunctions);
+  // Where the names that came meanwhile have left its row, it shows that; else nothing.
+  EXPECT_NE(driver().list(b_.commands).rows().rowCount(), 1) << "the copied macro has one command";
 }
 
 TEST_F(WorkplacesTest, TheStartEndsWhatWasCutShort) {
