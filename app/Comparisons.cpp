@@ -5,6 +5,7 @@
 #include "app/OpenMacros.h"
 #include "app/StatusStrip.h"
 #include "model/MacroFile.h"
+#include "platform/LocalTime.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
