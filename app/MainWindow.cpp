@@ -133,6 +133,8 @@ MainWindow::~MainWindow() {
   // Nothing may arrive while the parts that take it go, one after the other.
   subscriptions_.dropAll();
   disconnect(qApp, nullptr, this, nullptr);
+  // A path that has the keyboard tells that it was left when its field goes, which is after all of them.
+  for (const Pane pane : kPanes) room(pane).view->disconnect();
 }
 
 void MainWindow::layOut() {
