@@ -183,18 +183,24 @@ TEST_F(CheckingTest, RuleThatIsSwitchedOffIsOffForTheSiteAndNamed) {
   open();
   const CheckList list = this->list();
   EXPECT_EQ(list.text("off"), "All rules count.");
-  WindowDriver::answerNext([](QDialog& dialog) {
-    auto* rules = dialog.findChild<QTreeWidget*>();
-    rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
-    press(rules, Qt::Key_Space);
-    press(&dialog, Qt::Key_Return);
-  });
-  WindowDriver::click(list.window, QStringLiteral("Rules..."));
+  const auto turn = [&] {
+    WindowDriver::answerNext([](QDialog& dialog) {
+      auto* rules = dialog.findChild<QTreeWidget*>();
+      rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
+      press(rules, Qt::Key_Space);
+      press(&dialog, Qt::Key_Return);
+    });
+    WindowDriver::click(list.window, QStringLiteral("Rules..."));
+  };
+  turn();
   WindowDriver::waitFor([&] { return list.rows().size() == 2; }, "the list");
   EXPECT_EQ(list.text("off"), "Off for this site: limits");
   EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark + std::string("off limits\n"));
   awaitMark(4, RowMark::kError);
   EXPECT_EQ(mark(1).toInt(), static_cast<int>(RowMark::kNone));
+  turn();
+  awaitMark(1, RowMark::kError);
+  EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark);
 }
 
 TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {
