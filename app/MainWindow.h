@@ -102,7 +102,6 @@ class MainWindow : public QMainWindow {
   void connectReview();
   void openWhereUsed();
   void connectSends();
-  void connectSends();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
