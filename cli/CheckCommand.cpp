@@ -70,7 +70,7 @@ class Report {
     if (finding.command >= 0) line += std::to_string(finding.command);
     line.append("\t").append(severityName(finding.severity)).append("\t").append(infoOf(finding.rule).name);
     line += '\t' + (finding.parameter.empty() ? std::string() : outputName(finding.parameter) + ": ") +
-            outputName(finding.wrong);
+            outputName(wrongText(finding));
     return finding.right.empty() ? line : line + "; right: " + outputName(finding.right);
   }
 
@@ -82,7 +82,7 @@ class Report {
             {"severity", severityName(finding.severity)},
             {"command", finding.command < 0 ? Json() : Json(finding.command)},
             {"parameter", text(finding.parameter)},
-            {"wrong", displayUtf8(finding.wrong)},
+            {"wrong", displayUtf8(wrongText(finding))},
             {"right", text(finding.right)},
             {"fix", finding.fix.has_value()}};
   }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
 

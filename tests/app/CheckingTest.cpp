@@ -118,6 +118,9 @@ TEST_F(CheckingTest, MarksLinesAndForgetsWhatAChangeHasOutdated) {
   const std::string opened = fixture_.status().toStdString();
   driver().clickRow(a_.commands, 1);
   EXPECT_THAT(finding(), AllOf(StartsWith("error: VALUE: "), HasSubstr("right: 1")));
+  EXPECT_THAT(mark(3, Qt::AccessibleDescriptionRole).toString().toStdString(),
+              HasSubstr("the same command as 3;"))
+      << "numbers as the window counts them";
   EXPECT_EQ(fixture_.status().toStdString(), opened) << "the finding has taken the place of a message";
   // Above the wrong command: until the macro has been looked at again, no line has the mark of another.
   driver().clickRow(a_.commands, 0);
