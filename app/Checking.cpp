@@ -121,8 +121,8 @@ bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
       break;
     }
     lines << (finding.command < 0
-                  ? wrongText(finding)
-                  : tr("command %1: %2").arg(QString::number(finding.command + 1), wrongText(finding)));
+                  ? wrongInWindow(finding)
+                  : tr("command %1: %2").arg(QString::number(finding.command + 1), wrongInWindow(finding)));
   }
   const EventGate::Hold hold(&gate_);
   QMessageBox box(QMessageBox::Warning, QLatin1String(kProgramName), lines.join(QLatin1Char('\n')),

@@ -118,6 +118,9 @@ TEST_F(CheckingTest, MarksLinesAndForgetsWhatAChangeHasOutdated) {
   const std::string opened = fixture_.status().toStdString();
   driver().clickRow(a_.commands, 1);
   EXPECT_THAT(finding(), AllOf(StartsWith("error: VALUE: "), HasSubstr("right: 1")));
+  EXPECT_THAT(mark(3, Qt::AccessibleDescriptionRole).toString().toStdString(),
+              HasSubstr("the same command as 3;"))
+      << "numbers as the window counts them";
   EXPECT_EQ(fixture_.status().toStdString(), opened) << "the finding has taken the place of a message";
   // Above the wrong command: until the macro has been looked at again, no line has the mark of another.
   driver().clickRow(a_.commands, 0);
@@ -183,18 +186,24 @@ TEST_F(CheckingTest, RuleThatIsSwitchedOffIsOffForTheSiteAndNamed) {
   open();
   const CheckList list = this->list();
   EXPECT_EQ(list.text("off"), "All rules count.");
-  WindowDriver::answerNext([](QDialog& dialog) {
-    auto* rules = dialog.findChild<QTreeWidget*>();
-    rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
-    press(rules, Qt::Key_Space);
-    press(&dialog, Qt::Key_Return);
-  });
-  WindowDriver::click(list.window, QStringLiteral("Rules..."));
+  const auto turn = [&] {
+    WindowDriver::answerNext([](QDialog& dialog) {
+      auto* rules = dialog.findChild<QTreeWidget*>();
+      rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
+      press(rules, Qt::Key_Space);
+      press(&dialog, Qt::Key_Return);
+    });
+    WindowDriver::click(list.window, QStringLiteral("Rules..."));
+  };
+  turn();
   WindowDriver::waitFor([&] { return list.rows().size() == 2; }, "the list");
   EXPECT_EQ(list.text("off"), "Off for this site: limits");
   EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark + std::string("off limits\n"));
   awaitMark(4, RowMark::kError);
   EXPECT_EQ(mark(1).toInt(), static_cast<int>(RowMark::kNone));
+  turn();
+  awaitMark(1, RowMark::kError);
+  EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark);
 }
 
 TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {
