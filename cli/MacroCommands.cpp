@@ -153,8 +153,11 @@ int runShow(CommandSession& session, Arguments& arguments) {
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
   if (json) {
     const auto macro = macroAt(session, path, path);
-    return macro ? printJson(session, commandsJson(session, *macro, options))
-                 : session.failed(macro.failure().text);
+    if (!macro) return session.failed(macro.failure().text);
+    auto data = commandsJson(session, *macro, options);
+    if (std::string name; isKeyFile(path) && readNameLine(session.root(), path, name))
+      data["name"] = displayUtf8(name);
+    return printJson(session, data);
   }
   std::optional<std::vector<std::string>> lines;
   if (isKeyFile(path)) {
