@@ -10,6 +10,7 @@
 
 #include "app/PanelTransfer.h"
 #include "app/Shelves.h"
+#include "platform/Messages.h"
 #include "review/MacroBatch.h"
 
 namespace tessaly {

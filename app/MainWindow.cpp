@@ -105,10 +105,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
                                                  gate_, this);
   connectReview();
-  workplaces_ = std::make_unique<Workplaces>(
-      Workplaces::Surroundings{rooms, context.site, connection_, transfer_, gate_, *open_, *macroUndo_,
-                               lines_},
-      Shelves(context.site.root, context.client, context.batchTransfers, context.demo), this);
+  workplaces_ =
+      std::make_unique<Workplaces>(Workplaces::Surroundings{rooms, context.site, connection_, transfer_,
+                                                            gate_, *open_, *macroUndo_, lines_},
+                                   Shelves(context.site.root, context.client, context.panelMacros), this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -118,6 +118,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
   connect(workplaces_.get(), &Workplaces::said, this, &MainWindow::say);
+  connect(replacements_.get(), &Replacements::replaced, macroUndo_.get(), &MacroUndo::noteBatch);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
     macroMenu_->showUndo(macroUndo_->next());

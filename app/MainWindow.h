@@ -56,8 +56,6 @@ struct WindowContext {
   bool demo = false;
   Preferences* preferences = nullptr;  // of the user; may be missing
   std::chrono::milliseconds connectTimeOut = kConnectTimeOut;
-  // For many macros in a row.
-  MacroTransferFactory batchTransfers = ftpTransfers(kFtpPort, FtpClient::Connections::kKept);
 };
 
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the

@@ -1,6 +1,5 @@
 #include "app/Shelves.h"
 
-#include "model/MacroFile.h"
 #include "review/DiskShelf.h"
 #include "review/PanelShelf.h"
 #include "review/SnapshotShelf.h"
@@ -17,18 +16,17 @@ struct FolderShelf {
 };
 
 struct OwnPanelShelf {
-  OwnPanelShelf(const SiteRoot& site, PanelClient& client, const MacroTransferFactory& transfers, bool demo,
+  OwnPanelShelf(const SiteRoot& site, PanelClient& client, const PanelMacros& panel,
                 const std::string& address, int workplace)
       : root(site),
         history(root),
-        macros(client, root, transfers, &readsAsMacro, demo),
-        shelf(macros, client, history, address, workplace) {
-    macros.keepIn(history);
-    macros.stayConnected();
+        macros(panel.forMany()),
+        shelf(*macros, client, history, address, workplace) {
+    macros->keepIn(history);
   }
   SiteRoot root;
   MacroHistory history;
-  PanelMacros macros;
+  std::unique_ptr<PanelMacros> macros;
   PanelShelf shelf;
 };
 
@@ -43,7 +41,7 @@ WorkplaceCopy::MakeShelf Shelves::folder(const std::string& path) const {
 
 WorkplaceCopy::MakeShelf Shelves::panel(const std::string& address, int workplace) const {
   return [*this, address, workplace]() -> std::shared_ptr<MacroShelf> {
-    const auto made = std::make_shared<OwnPanelShelf>(root_, *client_, transfers_, demo_, address, workplace);
+    const auto made = std::make_shared<OwnPanelShelf>(root_, *client_, *macros_, address, workplace);
     return {made, &made->shelf};
   };
 }

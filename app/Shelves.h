@@ -15,12 +15,12 @@
 namespace tessaly {
 
 // Makes shelves for work on a thread of its own: each has its own way to a panel's files and its own hand in
-// the history, and keeps alive what it needs but the client. A plain value; any thread.
+// the history, and keeps alive what it needs but what is observed. A plain value; any thread.
 class Shelves {
  public:
-  // `transfers` keep their connections. Observes the client, which is never freed.
-  Shelves(SiteRoot root, PanelClient& client, MacroTransferFactory transfers, bool demo)
-      : root_(std::move(root)), client_(&client), transfers_(std::move(transfers)), demo_(demo) {}
+  // Observes both; `macros` gives each the way that is its own.
+  Shelves(SiteRoot root, PanelClient& client, const PanelMacros& macros)
+      : root_(std::move(root)), client_(&client), macros_(&macros) {}
 
   [[nodiscard]] const SiteRoot& root() const { return root_; }
   [[nodiscard]] WorkplaceCopy::MakeShelf folder(const std::string& path) const;
@@ -31,8 +31,7 @@ class Shelves {
  private:
   SiteRoot root_;
   PanelClient* client_;
-  MacroTransferFactory transfers_;
-  bool demo_;
+  const PanelMacros* macros_;
 };
 
 // Where a batch reads and writes that is no copy between two shelves: files, and the panels at the addresses

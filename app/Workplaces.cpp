@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/MacroUndo.h"
 #include "app/MessageBoxes.h"
@@ -186,19 +187,19 @@ bool Workplaces::mayWrite(const std::vector<MacroPlace>& places) const {
 
 void Workplaces::compare(const WorkplaceChoice& left, const WorkplaceChoice& right, MacroNumber number) {
   const auto side = [number](const WorkplaceChoice& choice, const QString& name) {
-    CompareSide side;
-    side.name = name;
-    side.heading = tr("%1, macro %2").arg(choice.text, QString::fromStdString(number.text()));
-    side.refusal = tr("workplaces are only compared here");
-    side.content = [make = choice.make, number]() -> Expected<Macro> {
+    CompareSide made;
+    made.name = name;
+    made.heading = tr("%1, macro %2").arg(choice.text, QString::fromStdString(number.text()));
+    made.refusal = tr("workplaces are only compared here");
+    made.content = [make = choice.make, number]() -> Expected<Macro> {
       auto bytes = make()->read(number);
       if (!bytes) return bytes.failure();
       return Macro::read(*std::move(bytes));
     };
-    return side;
+    return made;
   };
   const CompareSide leftSide = side(left, tr("the left one")), rightSide = side(right, tr("the right one"));
-  CompareWindow::Ways ways;
+  CompareWays ways;
   ways.side = [leftSide, rightSide](Side which) { return which == Side::kA ? leftSide : rightSide; };
   ways.take = [leftSide](const CompareTake&) { return leftSide.refusal; };
   ways.failureText = &failureText;
