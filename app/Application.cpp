@@ -114,6 +114,7 @@ void Application::start() {
   panelMacros_ = std::make_unique<PanelMacros>(client, root_, ftpTransfers(options_.ftpPort), &readsAsMacro,
                                                options_.demo);
   panelMacros_->keepIn(history_);
+  panelMacros_->takeForMany(ftpTransfers(options_.ftpPort, FtpClient::Connections::kKept));
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,
                                                        decodingLists_,

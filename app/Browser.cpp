@@ -7,12 +7,15 @@
 #include "platform/MacroNumber.h"
 #include "platform/Text.h"
 #include "platform/Workplace.h"
+#include "review/SnapshotShelf.h"
 
 namespace tessaly {
 
 namespace {
 
 constexpr const char* kConnectedTo = "connected to %s";
+constexpr const char* kSnapshotOf = "%s, %s";  // where it is from, and when
+constexpr const char* kSnapshotFolder = "Folder";
 constexpr const char* kNotConnected = "not connected";
 constexpr const char* kNoApplications = "no applications found";
 constexpr const char* kNoDevicesFile = "- - - - - - -";
@@ -69,8 +72,25 @@ void Browser::showConnectedPanel() {
       {{connected ? format(kConnectedTo, connection_.address(pane).c_str()) : kNotConnected}}, false);
 }
 
+void Browser::setSnapshot(ShownSnapshot snapshot) {
+  pathBefore_ = pathWithoutSnapshot();
+  snapshot_ = std::move(snapshot);
+}
+
+std::string Browser::pathWithoutSnapshot() const {
+  const std::string& stored = connection_.storedPath(pane_.descriptor.pane);
+  return snapshot_ && snapshot_->file == stored ? pathBefore_ : stored;
+}
+
+// Another path that was typed is the end of the snapshot, another source is not.
+void Browser::findSnapshot() {
+  if (snapshot_ && snapshot_->file != connection_.storedPath(pane_.descriptor.pane)) snapshot_.reset();
+  pane_.snapshot = onPanel() ? std::nullopt : snapshot_;
+}
+
 void Browser::fillApplications() {
   clearFrom(kControlPanelList);
+  findSnapshot();
   ListBoxModel& rows = pane_.view.applications().rows();
   pane_.view.applications().selectRow(-1);
   pane_.olderFamily = false;
@@ -82,6 +102,12 @@ void Browser::fillApplications() {
       fillWorkplaces();
     else
       pane_.view.workplaces().rows().clear(false);
+  } else if (pane_.snapshot) {
+    const Snapshot& snapshot = *pane_.snapshot->snapshot;
+    const std::string origin = snapshot.origin.address + snapshot.origin.folder;
+    rows.setRows({{format(kSnapshotOf, origin.c_str(), utcText(snapshot.time).c_str())}}, false);
+    pane_.view.controlPanels().rows().clear(false);
+    fillWorkplaces();
   } else {
     std::vector<ListRow> found;
     for (std::string& name : applications(site_.root, path())) found.push_back({std::move(name)});
@@ -143,6 +169,16 @@ void Browser::fillWorkplaces() {
     list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
     return;
   }
+  if (pane_.snapshot) {
+    for (const int number : pane_.snapshot->snapshot->workplaces)
+      rows.push_back(number == Snapshot::kFolder ? ListRow{kSnapshotFolder, 1}
+                                                 : ListRow{format(kWorkplace, number), number});
+    const bool one = rows.size() == 1;
+    list.rows().setRows(std::move(rows), true, pane_.snapshot->file);
+    list.selectRow(one ? 0 : -1);
+    if (one) chooseWorkplace();
+    return;
+  }
   const std::string entry = selectedText(pane_.view.controlPanels());
   if (entry.empty()) return;
   if (!hasWorkplaces(entry)) {
@@ -189,6 +225,8 @@ void Browser::listMacros() {
   pane_.view.macros().selectRow(-1);
   if (onPanel())
     listPanelMacros();
+  else if (pane_.snapshot)
+    listSnapshotMacros();
   else if (pane_.olderFamily)
     listKeyFiles();
   else
@@ -207,7 +245,7 @@ void Browser::showMacroRows() {
 
 std::string Browser::macrosOf() const {
   if (onPanel()) return connection_.address(pane_.descriptor.pane) + '\n' + std::to_string(workplace());
-  return pane_.olderFamily ? keyFolder() : macroFolder();
+  return pane_.olderFamily ? keyFolder() : sourceFolder();
 }
 
 std::string Browser::commandsOf() const {
@@ -254,6 +292,22 @@ void Browser::listPanelMacros() {
     ++number;
   }
   showMacroRows();
+}
+
+void Browser::listSnapshotMacros() {
+  const auto workplace = snapshotWorkplace();
+  if (!workplace) {
+    pane_.view.macros().rows().clear();
+    return;
+  }
+  for (const Snapshot::Macro& macro : pane_.snapshot->snapshot->of(*workplace))
+    pane_.macroRows.push_back({macro.number.text(), macro.number.value(), macro.name});
+  showMacroRows();
+}
+
+std::optional<int> Browser::snapshotWorkplace() const {
+  if (!pane_.snapshot || workplace() <= 0) return std::nullopt;
+  return pane_.snapshot->snapshot->workplaces.front() == Snapshot::kFolder ? Snapshot::kFolder : workplace();
 }
 
 void Browser::showCommands(const std::vector<int>& selected) {
@@ -366,7 +420,7 @@ void Browser::reveal(const MacroTarget& target) {
         tessaly::macroFolder(path(), selectedText(pane_.view.applications()), panel, workplace),
         target.folder);
   };
-  if (onPanel() || !chooseApplicationOf(target.folder) ||
+  if (onPanel() || pane_.snapshot || !chooseApplicationOf(target.folder) ||
       !chooseRow(pane_.view.controlPanels(), [&](const ListRow& row) {
         panel = beforeHyphen(row.text);
         return inPanel(1) || inPanel(kDiskWorkplaces);
@@ -432,11 +486,25 @@ std::string Browser::applicationFolder() const {
 }
 
 std::string Browser::macroFolder() const {
-  if (onPanel() || workplace() <= 0) return {};
+  if (onPanel() || pane_.snapshot || workplace() <= 0) return {};
   const std::string application = selectedText(pane_.view.applications());
   const std::string panel = beforeHyphen(selectedText(pane_.view.controlPanels()));
   if (application.empty() || panel.empty()) return {};
   return tessaly::macroFolder(path(), application, panel, workplace());
+}
+
+std::string Browser::sourceFolder() const {
+  const auto workplace = snapshotWorkplace();
+  return workplace ? pane_.snapshot->file + '/' + snapshotFolderOf(*workplace) : macroFolder();
+}
+
+std::optional<std::string> Browser::snapshotBytes(std::string_view numberText) const {
+  const auto workplace = snapshotWorkplace();
+  const auto number = MacroNumber::parse(numberText);
+  if (!workplace || !number) return std::nullopt;
+  SnapshotShelf shelf(pane_.snapshot->snapshot, *workplace, pane_.snapshot->file);
+  auto bytes = shelf.read(*number);
+  return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
 }
 
 std::string Browser::keyFolder() const {

@@ -9,6 +9,7 @@
 
 #include "app/MacroTarget.h"
 #include "app/PositionCheck.h"
+#include "app/ShownSnapshot.h"
 #include "link/MacroNames.h"
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
@@ -53,6 +54,10 @@ class Browser : public QObject {
   void refreshFolder(const std::string& folder);
   // The rows of a panel that was connected while unsaved changes hold the pane.
   void refreshPanel();
+  // To be shown from when the path of the pane is that of its file, and until it is another one.
+  void setSnapshot(ShownSnapshot snapshot);
+  // The path that the pane had before a snapshot, or has without one.
+  [[nodiscard]] std::string pathWithoutSnapshot() const;
   // Selects a macro of the harddisk in all lists, as far as they show it; the working copy is left empty.
   void reveal(const MacroTarget& target);
   // The same of a key file, by the folder that it lies in.
@@ -65,6 +70,12 @@ class Browser : public QObject {
   [[nodiscard]] std::string macroFolder() const;
   [[nodiscard]] std::string keyFolder() const;
   [[nodiscard]] std::string applicationFolder() const;
+  // Where the listed macros of the disk lie: the macro folder, or the place in a snapshot.
+  [[nodiscard]] std::string sourceFolder() const;
+  // Of the snapshot that is shown: the chosen workplace, as there; nothing without one.
+  [[nodiscard]] std::optional<int> snapshotWorkplace() const;
+  // A macro of it.
+  [[nodiscard]] std::optional<std::string> snapshotBytes(std::string_view numberText) const;
   [[nodiscard]] int workplace() const;  // chosen number, 0 for none
   [[nodiscard]] MacroNameTable names() const;
 
@@ -86,6 +97,8 @@ class Browser : public QObject {
   void listDiskMacros();
   void listKeyFiles();
   void listPanelMacros();
+  void listSnapshotMacros();
+  void findSnapshot();
   void showMacroRows();
   // What the macros list is a list of, and what the list of commands shows; known again when it is filled
   // anew.
@@ -101,8 +114,10 @@ class Browser : public QObject {
   const LineContext& lines_;
   const PanelConnection& connection_;
   MacroNames& panelNames_;
-  int shownRevision_ = -1;  // of the working copy, as the list of commands shows it
-  bool demo_ = false;       // the demonstration is shown
+  int shownRevision_ = -1;                 // of the working copy, as the list of commands shows it
+  bool demo_ = false;                      // the demonstration is shown
+  std::optional<ShownSnapshot> snapshot_;  // shown or, while the source is the panel, to be shown again
+  std::string pathBefore_;                 // the stored one, before it
 };
 
 }  // namespace tessaly

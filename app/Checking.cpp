@@ -7,8 +7,10 @@
 
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/ReviewPlaces.h"
 #include "app/StatusStrip.h"
 #include "widgets/DialogText.h"
+#include "windows/CheckWindow.h"
 #include "windows/FindingText.h"
 
 namespace tessaly {

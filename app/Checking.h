@@ -6,10 +6,14 @@
 #include <QPointer>
 
 #include "app/CheckMarks.h"
-#include "app/ReviewPlaces.h"
-#include "windows/CheckWindow.h"
+#include "app/EventGate.h"
+#include "windows/ReviewScope.h"
 
 namespace tessaly {
+
+class CheckWindow;
+class ReviewPlaces;
+struct FindingRow;
 
 // Checks macros in the window: the marks of the panes, the list "Check", its fixes, and the question before a
 // macro with errors goes to a panel. GUI thread.

@@ -5,7 +5,9 @@
 #include "app/OpenMacros.h"
 #include "app/StatusStrip.h"
 #include "model/MacroFile.h"
+#include "platform/LocalTime.h"
 #include "widgets/DialogText.h"
+#include "windows/CompareWindow.h"
 
 namespace tessaly {
 
@@ -60,7 +62,7 @@ void Comparisons::connectTo(const OpenMacros& open, const HistoryOperations& his
 }
 
 void Comparisons::comparePanes() {
-  CompareWindow::Ways ways;
+  CompareWays ways;
   ways.side = [this](Side side) { return sideOf(paneOf(side)); };
   ways.take = [this](const CompareTake& taken) { return take(paneOf(taken.into), taken); };
   CompareWindow* window = open("panes", Pane::kA, std::move(ways));
@@ -114,7 +116,7 @@ void Comparisons::compareWithVersion(Pane pane, const KeptMacro& version) {
 
 CompareWindow* Comparisons::open(const std::string& key, Pane pane, std::function<CompareSide()> beside,
                                  std::function<void()> readAgain) {
-  CompareWindow::Ways ways;
+  CompareWays ways;
   ways.side = [this, pane, beside = std::move(beside)](Side side) {
     return side == columnOf(pane) ? sideOf(pane) : beside();
   };
@@ -125,7 +127,8 @@ CompareWindow* Comparisons::open(const std::string& key, Pane pane, std::functio
   return open(key, pane, std::move(ways));
 }
 
-CompareWindow* Comparisons::open(const std::string& key, Pane pane, CompareWindow::Ways ways) {
+CompareWindow* Comparisons::open(const std::string& key, Pane pane, CompareWays ways) {
+  std::erase_if(opened_, [](const auto& entry) { return entry.second.window.isNull(); });
   QPointer<CompareWindow>& window = opened_[key].window;
   if (window.isNull()) {
     ways.failureText = failureText;

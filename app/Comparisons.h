@@ -8,10 +8,11 @@
 #include "app/ComparedPlace.h"
 #include "model/CommandLine.h"
 #include "model/KeptMacro.h"
-#include "windows/CompareWindow.h"
+#include "windows/CompareSide.h"
 
 namespace tessaly {
 
+class CompareWindow;
 class HistoryOperations;
 class OpenMacros;
 
@@ -50,7 +51,7 @@ class Comparisons : public QObject {
   // A window for the pane beside another side.
   CompareWindow* open(const std::string& key, Pane pane, std::function<CompareSide()> beside,
                       std::function<void()> readAgain = {});
-  CompareWindow* open(const std::string& key, Pane pane, CompareWindow::Ways ways);
+  CompareWindow* open(const std::string& key, Pane pane, CompareWays ways);
 
   PaneAccesses panes_;
   SiteAccess site_;

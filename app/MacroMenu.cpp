@@ -11,8 +11,20 @@ MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAc
   QAction* saveAs = addAction(tr("Save &As..."));
   saveAs->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
   connect(saveAs, &QAction::triggered, this, &MacroMenu::saveAsPressed);
+  saveSnapshot_ = addAction(QString(), this, &MacroMenu::saveSnapshotPressed);
+  openSnapshot_ = addAction(tr("&Open Snapshot..."), this, &MacroMenu::openSnapshotPressed);
+  restoreSnapshot_ = addAction(tr("&Restore Snapshot..."), this, &MacroMenu::restoreSnapshotPressed);
+  closeSnapshot_ = addAction(tr("&Close Snapshot"), this, &MacroMenu::closeSnapshotPressed);
   connect(addAction(tr("&Site...")), &QAction::triggered, this, &MacroMenu::sitePressed);
   showUndo({});
+  showSnapshot(false, false);
+}
+
+void MacroMenu::showSnapshot(bool ofPanel, bool open) {
+  saveSnapshot_->setText(ofPanel ? tr("Save &Panel As...") : tr("Save &Folder As..."));
+  saveSnapshot_->setEnabled(!open);
+  restoreSnapshot_->setEnabled(open);
+  closeSnapshot_->setEnabled(open);
 }
 
 void MacroMenu::showUndo(const QString& name) {

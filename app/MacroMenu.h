@@ -13,15 +13,22 @@ class MacroMenu : public QMenu {
 
   // The operation on a macro that would be undone; empty for none.
   void showUndo(const QString& name);
+  // What a snapshot is made of, and whether the pane with the keyboard shows one.
+  void showSnapshot(bool ofPanel, bool open);
 
  signals:
   void undoPressed();
   void historyPressed();
   void saveAsPressed();
+  void saveSnapshotPressed();
+  void openSnapshotPressed();
+  void restoreSnapshotPressed();
+  void closeSnapshotPressed();
   void sitePressed();
 
  private:
   QAction* undo_;
+  QAction *saveSnapshot_, *openSnapshot_, *restoreSnapshot_, *closeSnapshot_;
 };
 
 }  // namespace tessaly

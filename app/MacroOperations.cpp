@@ -65,9 +65,9 @@ void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool d
 void MacroOperations::createMacro(Pane pane) {
   const MacroRow* row = state(pane).selectedMacro();
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
-  if (state(pane).olderFamily || dialog.exec() != QDialog::Accepted) return;
+  if (state(pane).viewOnly() || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
-  if (!target.complete()) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -114,7 +114,7 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
 void MacroOperations::copyMacro(Pane pane) {
   const Pane from = other(pane);
   const MacroRow* selected = state(from).selectedMacro();
-  if (selected == nullptr || state(pane).olderFamily) return;
+  if (selected == nullptr || state(pane).viewOnly()) return;
   const MacroRow source = *selected;
   const MacroRow* chosen = state(pane).selectedMacro();
   CopyMacroDialog dialog(source.numberText, source.shownName(),
@@ -122,7 +122,7 @@ void MacroOperations::copyMacro(Pane pane) {
                          window_);
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete() || !open_.mayCopyTo(pane, target)) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
   if (onPanel(pane) && !maySend(from, source)) {
     emit said(tr("NOT sent: %1").arg(nameInStrip(source.text())));
     return;
@@ -149,6 +149,13 @@ bool MacroOperations::maySend(Pane from, const MacroRow& source) const {
 }
 
 std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QString& reason) {
+  if (state(from).snapshot) {
+    const auto bytes = browser(from).snapshotBytes(source.numberText);
+    const Outcome written =
+        bytes ? writeFile(site_.root, kClassicWorkingCopy, *bytes) : Failure{Failure::Kind::kMissing, {}};
+    reason = inBrackets(written);
+    return written ? std::string(kClassicWorkingCopy) : std::string();
+  }
   if (!state(from).olderFamily) {
     const std::string folder = browser(from).macroFolder();
     return folder.empty() ? std::string() : macroFile(folder, source.numberText);
@@ -254,7 +261,7 @@ void MacroOperations::tellNotCopied(const MacroRow& source, const MacroTarget& t
 
 void MacroOperations::renameMacro(Pane pane) {
   const MacroTarget target = open_.selectedTarget(pane);
-  if (!target.complete() || state(pane).olderFamily) return;
+  if (!target.complete() || state(pane).viewOnly()) return;
   RenameMacroDialog dialog(target.name, window_);
   if (dialog.exec() != QDialog::Accepted) return;
   undo_.begin(renaming(target, dialog.newName()), placeOf(target));
@@ -287,7 +294,7 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
 
 void MacroOperations::deleteMacro(Pane pane) {
   const MacroTarget target = open_.selectedTarget(pane);
-  if (!target.complete() || state(pane).olderFamily) return;
+  if (!target.complete() || state(pane).viewOnly()) return;
   const std::string entry = target.numberText + " - " + target.name;
   if (!site_.messages.ask(format(kDeleteQuestion, visibleUtf8(entry).c_str()), MessageIcon::kQuestion))
     return;

@@ -245,7 +245,14 @@ void MacroPane::openCommandMenu(const QPoint& at) {
   }
   menu->addSeparator();
   menu->addActions(actions_->all());
+  menu->addSeparator();
+  emit commandMenuOpens(menu);
   menu->popup(ui_->commands->viewport()->mapToGlobal(at));
+}
+
+QPoint MacroPane::placeOfSelected() {
+  const QModelIndex row = ui_->commands->rows().index(ui_->commands->selectedRow());
+  return ui_->commands->viewport()->mapToGlobal(ui_->commands->visualRect(row).bottomLeft());
 }
 
 ListBox& MacroPane::applications() { return *ui_->applications; }
@@ -353,7 +360,10 @@ void MacroPane::showControls(const PaneControls& controls) {
   ui_->connectButton->setVisible(connectShown_ && connectAllowed_);
   ui_->saveChanges->setVisible(controls.saveShown);
   ui_->discardChanges->setVisible(controls.saveShown);
-  notice_->setVisible(controls.noticeShown);
+  notice_->setText(controls.snapshotShown ? QStringLiteral("\n\n\n\n\n\n") +
+                                                tr("Macros in a snapshot can only be viewed\nor copied from")
+                                          : QLatin1String(kNotice));
+  notice_->setVisible(controls.noticeShown || controls.snapshotShown);
   if (here && (!focus->isEnabled() || !focus->isVisibleTo(this)))
     (ui_->commands->isEnabled() ? static_cast<QWidget*>(ui_->commands) : ui_->macros)->setFocus();
 }

@@ -7,8 +7,13 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/Replacements.h"
+#include "app/ReviewMenu.h"
+#include "app/ReviewPlaces.h"
+#include "app/Searching.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
 #include "app/ViewMenu.h"
@@ -86,11 +91,18 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);
+  snapshots_ = std::make_unique<Snapshots>(rooms, context.site, context.history, connection_, transfer_,
+                                           *open_, context.client, this);
   comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
   comparisons_->connectTo(*open_, *historyOperations_);
   places_ = std::make_unique<ReviewPlaces>(rooms, context_.site, connection_, *open_, *loose_, gate_, this);
   checking_ =
       std::make_unique<Checking>(rooms, context_.site, lines_, settings_.frameRate, *places_, gate_, this);
+  searching_ = std::make_unique<Searching>(context_.site, lines_, *places_, this);
+  if (!context_.demo)
+    places_->setPanelReader([this](const std::string& address, int workplace) {
+      return readingShelf(context_.panelMacros, context_.client, context_.history, address, workplace);
+    });
   replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
                                                  gate_, this);
   connectReview();
@@ -183,6 +195,15 @@ void MainWindow::connectReview() {
   connect(menu, &ReviewMenu::checkPressed, checking_.get(), [this] {
     if (loaded_) checking_->open();
   });
+  connect(menu, &ReviewMenu::searchPressed, searching_.get(), [this] {
+    if (loaded_) searching_->open();
+  });
+  connect(menu, &ReviewMenu::whereUsedPressed, this, &MainWindow::openWhereUsed);
+  for (const Pane pane : kPanes)
+    connect(room(pane).view, &MacroPane::commandMenuOpens, searching_.get(), [this, pane](QMenu* all) {
+      if (const MacroCommand* command = room(pane).state->selectedCommand())
+        searching_->addWhereUsed(*all->addMenu(tr("&Where Used")), *command);
+    });
   connect(menu, &ReviewMenu::replacePressed, replacements_.get(), [this] {
     if (loaded_) replacements_->open();
   });
@@ -190,6 +211,25 @@ void MainWindow::connectReview() {
   connect(places_.get(), &ReviewPlaces::changed, this, &MainWindow::updateControls);
   connect(checking_.get(), &Checking::said, this, &MainWindow::say);
   connect(checking_.get(), &Checking::findingsChanged, this, &MainWindow::showFinding);
+  connectSends();
+}
+
+// The choice at the command that is selected in the pane with the keyboard.
+void MainWindow::openWhereUsed() {
+  const PaneRoom& here = room(keyboardPane_);
+  const MacroCommand* command = loaded_ ? here.state->selectedCommand() : nullptr;
+  if (command == nullptr) {
+    say(tr("\"Where Used\" looks for what a command names: select one first"));
+    return;
+  }
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  searching_->addWhereUsed(*menu, *command);
+  menu->popup(here.view->placeOfSelected());
+  menu->setActiveAction(menu->actions().constFirst());
+}
+
+void MainWindow::connectSends() {
   open_->setSendQuestion([this](const Macro& macro, const QString& name, Pane pane) {
     return checking_->maySend(macro, name, pane);
   });
@@ -199,6 +239,8 @@ void MainWindow::showSteps() {
   if (!loaded_) return;
   editMenu_->showSteps(room(keyboardPane_).state->copy.steps());
   editMenu_->showActions(room(keyboardPane_).view->commandActions());
+  macroMenu_->showSnapshot(connection_.source(keyboardPane_) == PaneSource::kPanel,
+                           room(keyboardPane_).state->snapshot.has_value());
 }
 
 void MainWindow::addMenu() {
@@ -211,6 +253,15 @@ void MainWindow::addMenu() {
   connect(macroMenu_, &MacroMenu::saveAsPressed, this, [this] {
     if (loaded_) loose_->saveAs(keyboardPane_);
   });
+  connect(macroMenu_, &MacroMenu::saveSnapshotPressed, this, [this] {
+    if (loaded_) snapshots_->save(keyboardPane_);
+  });
+  connect(macroMenu_, &MacroMenu::openSnapshotPressed, this, [this] {
+    if (loaded_) snapshots_->open(keyboardPane_);
+  });
+  connect(macroMenu_, &MacroMenu::restoreSnapshotPressed, this,
+          [this] { snapshots_->restore(keyboardPane_); });
+  connect(macroMenu_, &MacroMenu::closeSnapshotPressed, this, [this] { snapshots_->close(keyboardPane_); });
   connect(macroMenu_, &MacroMenu::sitePressed, this, &MainWindow::siteWanted);
   editMenu_ = new EditMenu(this);
   menuBar()->addMenu(editMenu_);
@@ -300,6 +351,7 @@ void MainWindow::connectStrip() {
   connect(runs_.get(), &CommandRuns::said, this, &MainWindow::say);
   connect(loose_.get(), &LooseMacros::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
+  connect(snapshots_.get(), &Snapshots::said, this, &MainWindow::say);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(steps_.get(), &StepOperations::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
@@ -341,8 +393,8 @@ void MainWindow::readSettingsFile() {
 }
 
 Outcome MainWindow::writeSettingsFile() {
-  settings_.pathA = utf8ToWindows1252(connection_.storedPath(Pane::kA));
-  settings_.pathB = utf8ToWindows1252(connection_.storedPath(Pane::kB));
+  settings_.pathA = utf8ToWindows1252(room(Pane::kA).browser->pathWithoutSnapshot());
+  settings_.pathB = utf8ToWindows1252(room(Pane::kB).browser->pathWithoutSnapshot());
   settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
   settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
   return writeSettings(context_.site.root, settings_);
@@ -354,7 +406,7 @@ void MainWindow::keepState() {
 }
 
 bool MainWindow::end() {
-  transfer_.macros().cancel();
+  transfer_.cancel();
   if (transfer_.busy()) return false;
   keepState();
   connection_.close();
@@ -405,6 +457,7 @@ PaneSituation MainWindow::situation(Pane pane) const {
   now.source = connection_.source(pane);
   now.connected = connection_.connected(pane);
   now.olderFamily = here.olderFamily;
+  now.snapshot = here.snapshot.has_value();
   now.edited = here.copy.edited();
   now.otherEdited = there.copy.edited();
   now.otherIsPanel = connection_.source(other(pane)) == PaneSource::kPanel;
@@ -493,7 +546,7 @@ bool MainWindow::mayClose() {
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (transfer_.busy()) {
     // The transfer is given up first; the window closes as soon as its handler has returned.
-    transfer_.macros().cancel();
+    transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
     event->ignore();
     return;

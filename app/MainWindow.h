@@ -7,7 +7,6 @@
 #include <QMainWindow>
 
 #include "app/Browser.h"
-#include "app/Checking.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
 #include "app/Comparisons.h"
@@ -25,9 +24,7 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
-#include "app/Replacements.h"
-#include "app/ReviewMenu.h"
-#include "app/ReviewPlaces.h"
+#include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
 #include "model/MacroHistory.h"
@@ -39,6 +36,11 @@ class MainWindow;
 }
 
 namespace tessaly {
+
+class Checking;
+class Replacements;
+class ReviewPlaces;
+class Searching;
 
 // What the window works with; owned by the application, which outlives the window.
 struct WindowContext {
@@ -101,6 +103,9 @@ class MainWindow : public QMainWindow {
   void showSteps();
   void showFinding();
   void connectReview();
+  void openWhereUsed();
+  void connectSends();
+  void connectSends();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
@@ -151,9 +156,11 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
+  std::unique_ptr<Snapshots> snapshots_;
   std::unique_ptr<Comparisons> comparisons_;
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Checking> checking_;
+  std::unique_ptr<Searching> searching_;
   std::unique_ptr<Replacements> replacements_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };

@@ -37,10 +37,10 @@ class OpenMacros : public QObject {
   // would not overwrite what somebody else has written there, or not send errors; edit state then stays.
   Saved save(Pane pane);
   void discard(Pane pane);
-  // Before the macro that is chosen in the other pane is copied to a place of this one: whether what stands
-  // there is what the pane's list or a pane has read, or may be overwritten all the same. `said` tells
-  // otherwise.
-  [[nodiscard]] bool mayCopyTo(Pane pane, const MacroTarget& target);
+  // Before something is written to a place of the folder or workplace that the pane's list shows: whether
+  // what stands there is what that list or a pane has read, or may be overwritten all the same. What the pane
+  // `from` shows can be compared with it. `said` tells otherwise.
+  [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -73,9 +73,11 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
+  // A macro of the disk, or of the snapshot that the pane shows, into a file of our own.
+  Outcome fetch(Pane pane, const MacroTarget& target, const std::string& file) const;
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
-  // Whether a place holds something that neither the pane's list nor a pane has read.
-  [[nodiscard]] bool unseen(Pane pane, const MacroTarget& target, const std::string& bytes) const;
+  // Whether a place holds something that neither the list nor a pane has read.
+  [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;
   void noteListed(Pane pane, const MacroTarget& saved);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);

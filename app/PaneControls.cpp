@@ -9,9 +9,10 @@ PaneControls paneControls(const PaneSituation& now) {
   controls.connectAllowed = !now.edited || (now.source == PaneSource::kPanel && !now.connected);
   controls.saveShown = now.edited;
   controls.noticeShown = now.olderFamily && now.source == PaneSource::kHarddisk;
+  controls.snapshotShown = now.snapshot;
   if (!now.loaded) return controls;
 
-  const bool current = !now.olderFamily;
+  const bool current = !now.olderFamily && !now.snapshot;
   const bool macro = now.macroSelected && current;
   // A copy between two panel panes goes through the other pane's working copy, which must not hold edits.
   const bool bufferFree = !(now.source == PaneSource::kPanel && now.otherIsPanel && now.otherEdited);

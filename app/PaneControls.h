@@ -10,6 +10,7 @@ struct PaneSituation {
   PaneSource source = PaneSource::kHarddisk;
   bool connected = false;
   bool olderFamily = false;
+  bool snapshot = false;     // shown in place of the disk
   bool edited = false;       // this pane
   bool otherEdited = false;  // the other pane
   bool otherIsPanel = false;
@@ -33,7 +34,8 @@ struct PaneControls {
   bool moveCommands = false;  // and to cut or duplicate them
   bool optionsEnabled = false;
   bool saveShown = false;
-  bool noticeShown = false;  // "Macros from Tarrow Control Panels can only be viewed"
+  bool noticeShown = false;    // "Macros from Tarrow Control Panels can only be viewed"
+  bool snapshotShown = false;  // the same of the macros in a snapshot
 };
 
 [[nodiscard]] PaneControls paneControls(const PaneSituation& situation);

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/MacroPane.h"
 #include "app/PaneDescriptor.h"
+#include "app/ShownSnapshot.h"
 #include "app/WorkingCopy.h"
 #include "link/PanelMacros.h"
 #include "model/SiteBrowser.h"
@@ -26,7 +28,8 @@ struct PaneState {
   const PaneDescriptor& descriptor;
   MacroPane& view;
 
-  bool olderFamily = false;         // kind of the selected control panel
+  bool olderFamily = false;  // kind of the selected control panel
+  std::optional<ShownSnapshot> snapshot;
   std::vector<MacroRow> macroRows;  // of the shown macros list, row by row; empty under a notice row
 
   WorkingCopy copy;
@@ -36,8 +39,19 @@ struct PaneState {
     return row >= 0 && row < static_cast<int>(macroRows.size()) ? &macroRows[static_cast<std::size_t>(row)]
                                                                 : nullptr;
   }
+  // The one command of a macro that is selected; null for none, for several, and for one of a key file.
+  [[nodiscard]] const MacroCommand* selectedCommand() const {
+    const std::vector<int> rows = view.commands().selectedRows();
+    const auto& macro = copy.macro();
+    if (rows.size() != 1 || !macro || rows.front() >= copy.commandCount()) return nullptr;
+    return &macro->commands()[static_cast<std::size_t>(rows.front())];
+  }
   // There are commands that editors may change.
-  [[nodiscard]] bool editable() const { return hasMacro() && copy.content() == WorkingCopy::Content::kMacro; }
+  [[nodiscard]] bool editable() const {
+    return hasMacro() && copy.content() == WorkingCopy::Content::kMacro && (!snapshot || copy.loose());
+  }
+  // Nothing can be written where the macros of the list are.
+  [[nodiscard]] bool viewOnly() const { return olderFamily || snapshot; }
   // A macro is chosen in the list, or is being edited whatever the list shows by now, or is in none.
   [[nodiscard]] bool hasMacro() const {
     return selectedMacro() != nullptr || (copy.edited() && copy.target()) || copy.loose();

@@ -18,6 +18,8 @@ namespace {
 
 constexpr int kQuietMilliseconds = 300;  // a transfer that is over by then shows nothing
 
+constexpr int kThousandths = 1000;
+
 // Takes the user's input from every window but one. A modal window would keep the window manager's close
 // button from the others, too.
 class InputGuard : public QObject {
@@ -62,15 +64,47 @@ class InputGuard : public QObject {
 }  // namespace
 
 TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
-  const EventGate::Hold hold(&gate_);
-  busy_ = true;
   TransferOutcome outcome;
+  // What was sent in part is taken back, which may take its time and can be cancelled, too.
+  const bool ran =
+      runBeside(label, {[&](const Tell&) { outcome = operation(macros_); }, [this] { macros_.cancel(); },
+                        tr("Putting back what the panel held before")});
+  return ran ? outcome : TransferOutcome{FtpClient::Result::kFailed};
+}
+
+bool PanelTransfer::runLong(const QString& label, const std::function<void(const Tell& tell)>& work,
+                            const std::function<void()>& cancel) {
+  return runBeside(label, {work, cancel, {}});
+}
+
+void PanelTransfer::cancel() {
+  if (running_ != nullptr && running_->cancel) running_->cancel();
+}
+
+bool PanelTransfer::runBeside(const QString& label, const Work& work) {
+  const EventGate::Hold hold(&gate_);
   QEventLoop loop;
   bool finished = false;  // GUI thread
+  QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
+  progress.setWindowModality(Qt::NonModal);  // see InputGuard
+  progress.setWindowTitle(QLatin1String(kProgramName));
+  progress.setMinimumDuration(INT_MAX);  // shown by our own timer
+  progress.setAutoClose(false);
+  progress.setAutoReset(false);
+  if (!work.cancel) progress.setCancelButton(nullptr);
+  const Tell tell = [&progress](int thousandths) {
+    QMetaObject::invokeMethod(
+        &progress,
+        [&progress, thousandths] {
+          progress.setMaximum(kThousandths);
+          progress.setValue(thousandths);
+        },
+        Qt::QueuedConnection);
+  };
   std::thread worker;
   try {
     worker = std::thread([&] {
-      outcome = operation(macros_);
+      work.run(tell);
       QMetaObject::invokeMethod(
           &loop,
           [&] {
@@ -80,24 +114,16 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
           Qt::QueuedConnection);
     });
   } catch (const std::system_error&) {
-    // No thread to be had.
-    busy_ = false;
-    return {FtpClient::Result::kFailed};
+    return false;  // no thread to be had
   }
+  running_ = &work;
 
-  QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
-  progress.setWindowModality(Qt::NonModal);  // see InputGuard
-  progress.setWindowTitle(QLatin1String(kProgramName));
-  progress.setMinimumDuration(INT_MAX);  // shown by our own timer
-  progress.setAutoClose(false);
-  progress.setAutoReset(false);
-  // What was sent in part is taken back, which may take its time and can be cancelled, too.
   QObject::connect(&progress, &QProgressDialog::canceled, &loop, [&] {
-    macros_.cancel();
+    cancel();
     QTimer::singleShot(kQuietMilliseconds, &progress, [&] {
-      if (finished) return;
+      if (finished || work.cancelling.isEmpty()) return;
       progress.reset();
-      progress.setLabelText(tr("Putting back what the panel held before"));
+      progress.setLabelText(work.cancelling);
       progress.show();
     });
   });
@@ -106,7 +132,7 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
   QObject::connect(&late, &QTimer::timeout, &loop, &QEventLoop::quit);
   late.start(kQuietMilliseconds);
 
-  // Input of the first moments is not lost: it is handled once the transfer is over or the progress is shown.
+  // Input of the first moments is not lost: it is handled once the work is over or the progress is shown.
   loop.exec(QEventLoop::ExcludeUserInputEvents);
   if (!finished) {
     const InputGuard guard(progress);
@@ -114,8 +140,8 @@ TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
     while (!finished) loop.exec();
   }
   worker.join();
-  busy_ = false;
-  return outcome;
+  running_ = nullptr;
+  return true;
 }
 
 }  // namespace tessaly

@@ -25,15 +25,31 @@ class PanelTransfer : public QObject {
   // `operation` runs on a thread of its own and touches nothing of the window.
   [[nodiscard]] TransferOutcome run(const QString& label, Operation operation);
 
+  // The same for other long work. `work` runs on a thread of its own, and may tell from there how far it is,
+  // in thousandths; `cancel` is called here, and empty where there is no way back. False when there was no
+  // thread to be had.
+  using Tell = std::function<void(int thousandths)>;
+  [[nodiscard]] bool runLong(const QString& label, const std::function<void(const Tell& tell)>& work,
+                             const std::function<void()>& cancel);
+  // Ends what runs, as the user does who presses Cancel.
+  void cancel();
+
   [[nodiscard]] PanelMacros& macros() { return macros_; }
-  // A transfer is under way: the window must not be closed.
-  [[nodiscard]] bool busy() const { return busy_; }
+  // Something is under way: the window must not be closed.
+  [[nodiscard]] bool busy() const { return running_ != nullptr; }
 
  private:
+  struct Work {
+    std::function<void(const Tell& tell)> run;
+    std::function<void()> cancel;
+    QString cancelling;  // shown while a cancel takes its time; empty: nothing is
+  };
+  [[nodiscard]] bool runBeside(const QString& label, const Work& work);
+
   PanelMacros& macros_;
   EventGate& gate_;
   QWidget* window_;
-  bool busy_ = false;
+  const Work* running_ = nullptr;
 };
 
 }  // namespace tessaly

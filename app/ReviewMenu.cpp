@@ -4,12 +4,15 @@ namespace tessaly {
 
 // All letters of its title are keys of the panes, or of another menu.
 ReviewMenu::ReviewMenu(QWidget* parent) : QMenu(tr("Review"), parent) {
-  QAction* check = addAction(tr("&Check..."));
-  check->setShortcut(Qt::Key_F7);
-  connect(check, &QAction::triggered, this, &ReviewMenu::checkPressed);
-  QAction* replace = addAction(tr("&Replace in Macros..."));
-  replace->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_H);
-  connect(replace, &QAction::triggered, this, &ReviewMenu::replacePressed);
+  const auto add = [this](const QString& text, const QKeySequence& keys, auto signal) {
+    QAction* action = addAction(text);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, signal);
+  };
+  add(tr("&Check..."), Qt::Key_F7, &ReviewMenu::checkPressed);
+  add(tr("&Search..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F, &ReviewMenu::searchPressed);
+  add(tr("&Where Used..."), Qt::CTRL | Qt::SHIFT | Qt::Key_U, &ReviewMenu::whereUsedPressed);
+  add(tr("&Replace in Macros..."), Qt::CTRL | Qt::SHIFT | Qt::Key_H, &ReviewMenu::replacePressed);
 }
 
 }  // namespace tessaly

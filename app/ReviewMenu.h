@@ -13,6 +13,8 @@ class ReviewMenu : public QMenu {
 
  signals:
   void checkPressed();
+  void searchPressed();
+  void whereUsedPressed();
   void replacePressed();
 };
 

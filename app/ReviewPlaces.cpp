@@ -6,6 +6,7 @@
 #include "app/StatusStrip.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "review/PanelShelf.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -15,6 +16,12 @@ namespace {
 constexpr int kNamesMilliseconds = 5000;  // for a panel to tell the names of a workplace
 constexpr std::string_view kKeyEnd = ".upk";
 
+// With what it works with.
+struct ReadingShelf {
+  std::unique_ptr<PanelMacros> macros;
+  PanelShelf shelf;
+};
+
 QString paneLetter(const PaneState& state) { return QString(QLatin1Char(state.descriptor.letter)); }
 
 std::string folderOf(const std::string& file) {
@@ -22,6 +29,17 @@ std::string folderOf(const std::string& file) {
 }
 
 }  // namespace
+
+ShelfContent readingShelf(const PanelMacros& macros, PanelClient& client, MacroHistory& history,
+                          const std::string& address, int workplace) {
+  return {[&macros, &client, &history, address, workplace] {
+    auto many = macros.forMany();
+    PanelMacros& used = *many;
+    const std::shared_ptr<ReadingShelf> whole(
+        new ReadingShelf{std::move(many), PanelShelf(used, client, history, address, workplace)});
+    return std::shared_ptr<MacroShelf>(whole, &whole->shelf);
+  }};
+}
 
 ReviewPlaces::ReviewPlaces(const PaneAccesses& panes, SiteAccess site, const PanelConnection& connection,
                            OpenMacros& open, LooseMacros& loose, EventGate& gate, QWidget* window)
@@ -73,6 +91,14 @@ std::vector<ReviewScope> ReviewPlaces::scopes() const {
     const QString title = shown(open->place.title());
     scopes.push_back({Kind::kPane, tr("%1, as pane %2 shows it").arg(title, paneLetter(state(active_))),
                       *std::move(open)});
+  }
+  const Pane panel = onPanel(active_) ? active_ : other(active_);
+  if (panelReader_ && onPanel(panel) && connection_.connected(panel) && browser(panel).workplace() > 0) {
+    const std::string& address = connection_.address(panel);
+    const int workplace = browser(panel).workplace();
+    scopes.push_back({Kind::kPanel,
+                      tr("workplace %1 on the panel %2").arg(QString::number(workplace), shown(address)),
+                      panelReader_(address, workplace)});
   }
   addDiskScopes(onPanel(active_) && !onPanel(other(active_)) ? other(active_) : active_, scopes);
   return scopes;

@@ -15,6 +15,13 @@
 
 namespace tessaly {
 
+class MacroHistory;
+class PanelClient;
+
+// A workplace of a panel to be read beside what the panes do there, by a connection of its own. Observes all.
+[[nodiscard]] ShelfContent readingShelf(const PanelMacros& macros, PanelClient& client, MacroHistory& history,
+                                        const std::string& address, int workplace);
+
 // Between the panes and the windows that look at macros from above: what can be looked at just now, as seen
 // from the pane that has the keyboard, and the way from there to a command in a pane. GUI thread.
 class ReviewPlaces : public QObject {
@@ -22,10 +29,13 @@ class ReviewPlaces : public QObject {
 
  public:
   using Then = std::function<void(Pane pane)>;
+  // A workplace of a panel, to be read on another thread.
+  using PanelReader = std::function<ShelfContent(const std::string& address, int workplace)>;
 
   ReviewPlaces(const PaneAccesses& panes, SiteAccess site, const PanelConnection& connection,
                OpenMacros& open, LooseMacros& loose, EventGate& gate, QWidget* window);
 
+  void setPanelReader(PanelReader reader) { panelReader_ = std::move(reader); }
   // That has the keyboard, or had it last.
   void setActive(Pane pane) { active_ = pane; }
   [[nodiscard]] Pane active() const { return active_; }
@@ -69,6 +79,7 @@ class ReviewPlaces : public QObject {
   LooseMacros& loose_;
   EventGate& gate_;
   QWidget* window_;
+  PanelReader panelReader_;
   Pane active_ = Pane::kA;
   std::optional<Wanted> awaited_;  // of a panel whose names are still to come
   Pane awaiting_ = Pane::kA;       // the pane that it is to be shown in

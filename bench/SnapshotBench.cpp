@@ -54,7 +54,7 @@ void prepare() {
 void snapshot() {
   const SiteRoot root(scratchFolder());
   MacroHistory history(root);
-  PanelMacros macros(full->client, root, ftpTransfers(full->panel->ftpPort()));
+  PanelMacros macros(full->client, root, ftpTransfers(full->panel->ftpPort(), FtpClient::Connections::kKept));
   macros.stayConnected();
   SnapshotTaking taking({kAddress, {}}, {1},
                         [&](int workplace) {

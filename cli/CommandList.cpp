@@ -30,7 +30,8 @@ constexpr WordHelp kDictionaryWords[] = {
 constexpr WordHelp kShowWords[] = {kFileRead, kDestination, kRaw, kTabs, kJson};
 constexpr WordHelp kNameWords[] = {kFileRead};
 constexpr WordHelp kRenameWords[] = {kFileChanged, kName};
-constexpr WordHelp kCreateWords[] = {kFileWritten, kName};
+constexpr WordHelp kJsonRead{"--json", "with the commands on standard input, as show --json prints them"};
+constexpr WordHelp kCreateWords[] = {kFileWritten, kName, kJsonRead};
 constexpr WordHelp kInsertWords[] = {
     kFileChanged,
     {"FID", "the function, with QMF1. to QMF4. or PANEL. in front"},
@@ -38,6 +39,7 @@ constexpr WordHelp kInsertWords[] = {
     kAt,
     {"--workplace W", "the workplace of a command for the panel, 1 to 8; 1 when not given"},
     {"--force", "take values that the function cannot hold"},
+    kJsonRead,
 };
 constexpr WordHelp kInsertClassicWords[] = {
     kFileChanged,
@@ -106,20 +108,22 @@ constexpr WordHelp kRestoreWords[] = {
     {"--dry-run", "only tell what would be written"},
 };
 constexpr WordHelp kClassicWords[] = {
-    {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"}};
+    {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"}, kJson};
 constexpr WordHelp kValueWords[] = {
     kFunction,
     {"PARAM", "the name of a parameter of the function"},
     {"--shown TEXT", "what was typed into the value field"},
     {"--stored VALUE", "what a macro holds"},
     {"--raw", "as the field does when it shows raw values"},
+    kJson,
 };
 constexpr WordHelp kSourceWords[] = {{"NUMBER", "0 to 255"}};
-constexpr WordHelp kTimecodeWords[] = {{"PACKED", "a 32-bit number, decimal or with 0x in front"}};
+constexpr WordHelp kTimecodeWords[] = {{"PACKED", "a 32-bit number, decimal or with 0x in front"}, kJson};
 constexpr WordHelp kSettingsWords[] = {
     {"--rewrite", "write back what was read"},
     {"--address-a IP", "write the panel address of pane A"},
     {"--address-b IP", "write the panel address of pane B"},
+    kJson,
 };
 constexpr WordHelp kAddressWords[] = {{"TEXT", "what was typed into the address field"}};
 constexpr WordHelp kPanelWords[] = {
@@ -150,16 +154,17 @@ constexpr Command kCommands[] = {
      runShow, kShowWords},
     {"name", "FILE", "the name of a .mac or .upk file", runName, kNameWords},
     {"rename", "FILE NAME", "give a macro another name", runRename, kRenameWords},
-    {"create", "FILE NAME", "write an empty macro, over an old one if there is one", runCreate, kCreateWords},
-    {"insert", "FILE FID [PARAM=VALUE ...] [--at start|end|N] [--workplace W] [--force]",
+    {"create", "FILE [NAME] [--json]", "write an empty macro, over an old one if there is one", runCreate,
+     kCreateWords},
+    {"insert", "FILE (FID [PARAM=VALUE ...] [--workplace W] | --json) [--at start|end|N] [--force]",
      "insert a function, named with its destination prefix; values as stored", runInsert, kInsertWords},
     {"insert-classic", "FILE TEXT [--at start|end|N] [--mainframe M]",
      "insert a classic command; each byte is two hexadecimal digits and a blank", runInsertClassic,
      kInsertClassicWords},
     {"copy", "FILE N[-M] ...", "print commands of a .mac or .upk file for paste to read", runCopy,
      kCopyWords},
-    {"paste", "FILE [--at start|end|N]", "insert the commands that copy has printed, from standard input",
-     runPaste, kPasteWords},
+    {"paste", "FILE [--at start|end|N]",
+     "insert the commands that copy or show --json has printed, from standard input", runPaste, kPasteWords},
     {"move", "FILE N[-M] --to K", "move commands to another place", runMove, kMoveWords},
     {"remove", "FILE N[-M]", "remove commands; the first one is 0", runRemove, kRemoveWords},
     {"set", "FILE N VALUE [--force]", "overwrite the first parameter value of a command", runSet, kSetWords},
@@ -179,12 +184,12 @@ constexpr Command kCommands[] = {
     {"restore", "FILE FOLDER [N ...] [--workplace W] [--dry-run]",
      "put the macros of a snapshot into a folder, those that are not there as they were", runRestore,
      kRestoreWords},
-    {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},
-    {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw]",
+    {"classic", "TEXT [--json]", "decode and describe a classic command", runClassic, kClassicWords},
+    {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw] [--json]",
      "convert a parameter value as the value field does", runValue, kValueWords},
     {"source", "NUMBER", "the name of a classic source", runSource, kSourceWords},
-    {"timecode", "PACKED", "the forms of a packed timecode", runTimecode, kTimecodeWords},
-    {"settings", "[--rewrite] [--address-a IP] [--address-b IP]",
+    {"timecode", "PACKED [--json]", "the forms of a packed timecode", runTimecode, kTimecodeWords},
+    {"settings", "[--rewrite] [--address-a IP] [--address-b IP] [--json]",
      "print the settings, or read and write them", runSettings, kSettingsWords},
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",

@@ -79,6 +79,7 @@ class CommandSession {
   // "name: text", or "name:" without a text.
   void field(std::string_view name, std::string_view bytes);
   [[nodiscard]] std::ostream& out() { return streams_.out; }
+  [[nodiscard]] const ProgramStreams& streams() const { return streams_; }
 
   // A line on the error stream about work that is done, but not as it should be: the exit code tells.
   void warn(const std::string& text);

@@ -1,9 +1,10 @@
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 
+#include "cli/CommandJson.h"
 #include "cli/Commands.h"
 #include "cli/MacroWords.h"
+#include "cli/PrintJson.h"
 #include "cli/ValueCheck.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
@@ -150,6 +151,11 @@ int runShow(CommandSession& session, Arguments& arguments) {
 }
 
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
+  if (json) {
+    const auto macro = macroAt(session, path, path);
+    return macro ? printJson(session, commandsJson(session, *macro, options))
+                 : session.failed(macro.failure().text);
+  }
   std::optional<std::vector<std::string>> lines;
   if (isKeyFile(path)) {
     if (const Outcome reads = keyFileReads(session.root(), path, path); !reads)
@@ -159,12 +165,6 @@ int showLines(CommandSession& session, const std::string& path, const LineOption
     lines = macroLines(session, path, options);
   }
   if (!lines) return session.failed("No macro in the file: " + path);
-  if (json) {
-    auto rows = nlohmann::json::array();
-    for (const std::string& line : *lines) rows.push_back(displayUtf8(line));
-    session.out() << rows.dump(2) << '\n';
-    return kExitDone;
-  }
   for (const std::string& line : *lines) session.line(line);
   if (lines->empty()) session.line(kEmptyMacroLine);
   return kExitDone;
@@ -195,11 +195,21 @@ int runRename(CommandSession& session, Arguments& arguments) {
 }
 
 int runCreate(CommandSession& session, Arguments& arguments) {
-  if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
+  const bool json = arguments.flag("--json");
+  if (!arguments.complete(json ? 1 : 2, 2)) return session.wrongUsage(arguments.problem());
+  CommandsRead read;
+  if (json) {
+    auto given = commandsOnInput(session, arguments[0]);
+    if (!given) return session.failed(given.failure().text);
+    read = *std::move(given);
+  }
+  if (arguments.size() == 2) read.name = arguments[1];
+  if (!read.name) return session.failed("Standard input gives the macro no name, nor does the command");
   return session.writeTo(arguments[0], FileUse::kWrite, MacroChange::kCreate, [&](const std::string& path) {
-    const Outcome text = isText(arguments[1]);
-    return told("The macro cannot be created: ",
-                text ? ofEmpty(createMacro(session.site(), arguments[1], path)) : text);
+    Outcome text = isText(*read.name);
+    if (text) text = ofEmpty(createMacro(session.site(), *read.name, path));
+    if (text && !read.commands.empty()) text = insertCommands(session, path, read.commands, {});
+    return told("The macro cannot be created: ", text);
   });
 }
 
@@ -207,8 +217,11 @@ int runInsert(CommandSession& session, Arguments& arguments) {
   const std::optional<InsertPlace> place = insertPlace(arguments.option("--at"));
   const std::optional<int> workplace =
       wholeNumber(arguments.option("--workplace").value_or("1"), 1, Workplace::kCount);
-  if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
+  const bool json = arguments.flag("--json");
+  if (!(json ? arguments.complete(1, 1) : arguments.complete(2, SIZE_MAX)))
+    return session.wrongUsage(arguments.problem());
   if (!place) return session.wrongUsage(kNoPlace);
+  if (json) return insertData(session, arguments[0], *place, arguments.flag("--force"));
   if (!workplace) return session.wrongUsage("--workplace takes 1 to 8");
   for (std::size_t i = 2; i < arguments.size(); ++i) {
     if (arguments[i].find('=') == std::string::npos) return session.wrongUsage("no = in " + arguments[i]);

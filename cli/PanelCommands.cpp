@@ -88,7 +88,7 @@ int runList(PanelTask& task) {
   if (task.json) {
     auto rows = nlohmann::ordered_json::array();
     for (const auto& [number, name] : names) {
-      rows.push_back({{"number", MacroNumber::textOf(number)}, {"name", displayUtf8(name)}});
+      rows.push_back({{"number", number}, {"name", displayUtf8(name)}});
     }
     task.session.out() << rows.dump(2) << '\n';
     return kExitDone;

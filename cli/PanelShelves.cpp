@@ -8,7 +8,9 @@
 namespace tessaly {
 
 PanelShelves::PanelShelves(const SiteRoot& root, MacroHistory& history, PanelPlace place)
-    : place_(std::move(place)), history_(history), macros_(client_, root, ftpTransfers(place_.ftpPort), &readsAsMacro) {
+    : place_(std::move(place)),
+      history_(history),
+      macros_(client_, root, ftpTransfers(place_.ftpPort, FtpClient::Connections::kKept), &readsAsMacro) {
   macros_.keepIn(history);
   macros_.stayConnected();
   xctlInit();

@@ -42,12 +42,18 @@ class Replacing {
     if (items.empty()) return;
     BatchPlaces places(session_.root(), session_.history());
     MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone, std::move(items));
-    if (const Outcome ran = batch.run(); !ran) {
+    // The first row that was not done is why none is; those before it are put back later.
+    std::optional<std::size_t> failed;
+    const Outcome ran = batch.run([&failed](std::size_t index, const MacroBatch::Row& row) {
+      if (!failed && !row.done()) failed = index;
+    });
+    if (!ran) {
       session_.warn(ran.failure().text);
       whole_ = false;
       return;
     }
-    written_ = batch.doneCount() == batch.rows().size();
+    written_ = !failed;
+    if (failed) trouble(batch.items()[*failed].place.file, batch.rows()[*failed].why);
     tellRows(batch);
   }
 
@@ -82,15 +88,13 @@ class Replacing {
     macros_.emplace_back(MacroPlace{path, {}, 0, {}}, *std::move(macro), std::move(proposals));
   }
 
-  // Why it is none is said by the row that failed, and again by all that were put back.
+  // What a person is to know of them beside that: a file that could not be put back.
   void tellRows(const MacroBatch& batch) {
-    std::set<std::string> told;
     for (std::size_t i = 0; i < batch.rows().size(); ++i) {
       const MacroBatch::Row& row = batch.rows()[i];
       if (!row.note.empty()) session_.warn(row.note);
-      if (written_ || (row.state == MacroBatch::Row::State::kAsBefore && !told.insert(row.why.text).second))
-        continue;
-      trouble(batch.items()[i].place.file, row.why);
+      const bool asItShould = row.done() == written_ && row.state != MacroBatch::Row::State::kUnknown;
+      if (!asItShould) trouble(batch.items()[i].place.file, row.why);
     }
   }
 

@@ -12,21 +12,16 @@
 
 #include "cli/Commands.h"
 #include "cli/PanelShelves.h"
-#include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "platform/Workplace.h"
 #include "review/DiskShelf.h"
-#include "review/MacroBatch.h"
+#include "review/SnapshotRestore.h"
 #include "review/SnapshotTaking.h"
 
 namespace tessaly {
 namespace {
 
-constexpr int kTries = 4;                          // of a macro that a panel does not take
-constexpr std::chrono::milliseconds kPause{1000};  // between two tries
-const std::string kAsBefore = "as before: ";
-const std::string kUnknown = "unknown: ";
 constexpr const char* kNoStream = "a snapshot is a file, not a stream";
 
 int take(CommandSession& session, SnapshotTaking& taking, const std::string& file) {
@@ -45,146 +40,72 @@ int take(CommandSession& session, SnapshotTaking& taking, const std::string& fil
   return kExitDone;
 }
 
-// What of a snapshot goes where.
-struct RestoreItem {
-  const Snapshot::Macro* macro;
-  int workplace;  // that it goes to
-  MacroPlace place = {};
-  Expected<std::string> standing = std::string();
-
-  [[nodiscard]] bool same() const { return standing == macro->bytes; }
-  [[nodiscard]] bool missing() const {
-    return !standing && standing.failure().kind == Failure::Kind::kMissing;
-  }
-};
-
-// Puts macros of a snapshot back, row by row.
-class Restoring {
- public:
-  // The shelf of a workplace; null while it cannot be reached.
-  using ShelfOf = std::function<MacroShelf*(int workplace)>;
-
-  Restoring(CommandSession& session, ShelfOf shelfOf) : session_(session), shelfOf_(std::move(shelfOf)) {}
-
-  // Looks at what stands there, and writes what is another unless it is only to be told.
-  int run(std::vector<RestoreItem> items, RestoreHow how) {
-    items_ = std::move(items);
-    for (RestoreItem& item : items_) {
-      MacroShelf* const shelf = shelfOf_(item.workplace);
-      if (shelf == nullptr) return session_.failed("the panel cannot be reached");
-      item.place = shelf->place(item.macro->number);
-      item.standing = shelf->read(item.macro->number);
+// "2 007 - Name<tab>restored"; without a workplace for a folder.
+void printRow(CommandSession& session, const RestoreRow& row) {
+  using State = RestoreRow::State;
+  const auto text = [&]() -> std::string {
+    switch (row.state) {
+      case State::kNotLooked:
+        return "not looked at";
+      case State::kSame:
+        return "same";
+      case State::kNew:
+        return "new";
+      case State::kChanged:
+        return "changed";
+      case State::kUnread:
+      case State::kUnknown:
+        return "unknown: " + row.why.text;
+      case State::kRestored:
+        return "restored";
+      case State::kUnverified:
+        return "restored, not verified";
+      case State::kAsBefore:
+        return "as before: " + row.why.text;
     }
-    return how.dryRun ? tell() : write(how.force);
-  }
-
- private:
-  void row(const RestoreItem& item, const std::string& state) {
-    const std::string where = item.workplace == Snapshot::kFolder ? "" : std::to_string(item.workplace) + ' ';
-    session_.line(where + item.macro->number.text() + " - " + outputName(item.macro->name) + '\t' + state);
-  }
-
-  int tell() {
-    bool known = true;
-    for (const RestoreItem& item : items_) {
-      const bool read = item.standing || item.missing();
-      row(item, item.same()      ? "same"
-                : item.missing() ? "new"
-                : read           ? "changed"
-                                 : kUnknown + item.standing.failure().text);
-      known = known && read;
-    }
-    return known ? kExitDone : kExitFailed;
-  }
-
-  int write(bool force) {
-    std::vector<const RestoreItem*> written;
-    std::vector<BatchItem> batchItems;
-    for (const RestoreItem& item : items_) {
-      if (item.same()) {
-        row(item, "same");
-        continue;
-      }
-      const Outcome macro = force ? Outcome() : readsAsMacro(item.macro->bytes);
-      if (!macro) {
-        row(item, kAsBefore + ("it is no macro: " + macro.failure().text));
-        code_ = kExitFailed;
-        continue;
-      }
-      written.push_back(&item);
-      batchItems.push_back({item.place, item.macro->bytes, HeldContent::asRead(item.standing)});
-    }
-    if (written.empty()) return code_;
-    BatchPlaces places(session_.root(), session_.history(),
-                       [this](const MacroPlace& place) { return shelfOf_(place.workplace); });
-    MacroBatch batch(places, "restore of " + std::to_string(written.size()) + " macros",
-                     MacroChange::kPutBack, MacroBatch::Mode::kAsManyAsGo, std::move(batchItems));
-    return run(batch, written);
-  }
-
-  // Those that failed are tried again: a line that was lost may stand again.
-  int run(MacroBatch& batch, const std::vector<const RestoreItem*>& written) {
-    for (int tries = 0; tries < kTries; ++tries) {
-      if (tries > 0) std::this_thread::sleep_for(kPause);
-      const Outcome ran = batch.run([&](std::size_t index, const MacroBatch::Row& done) {
-        if (done.done())
-          row(*written[index],
-              done.state == MacroBatch::Row::State::kUnverified ? "restored, not verified" : "restored");
-        if (done.done() && !done.note.empty()) session_.warn(done.note);
-      });
-      if (!ran) return session_.failed(ran.failure().text);
-      const auto again = [](const MacroBatch::Row& row) {
-        return !row.done() && row.why.kind == Failure::Kind::kPanel;
-      };
-      if (std::none_of(batch.rows().begin(), batch.rows().end(), again)) break;
-    }
-    return judge(batch, written);
-  }
-
-  int judge(const MacroBatch& batch, const std::vector<const RestoreItem*>& written) {
-    for (std::size_t i = 0; i < written.size(); ++i) {
-      const MacroBatch::Row& now = batch.rows()[i];
-      if (now.done()) continue;
-      const bool unknown = now.state == MacroBatch::Row::State::kUnknown;
-      row(*written[i], (unknown ? kUnknown : kAsBefore) + now.why.text);
-      code_ = std::max(code_, unknown ? kExitUnknown : kExitFailed);
-    }
-    if (code_ != kExitDone) session_.warn("not every macro was restored");
-    return code_;
-  }
-
-  CommandSession& session_;
-  ShelfOf shelfOf_;
-  std::vector<RestoreItem> items_;
-  int code_ = kExitDone;
-};
-
-std::optional<Snapshot> opened(CommandSession& session, const std::string& file) {
-  const std::string path = sitePathOf(file);
-  auto snapshot = openSnapshot(session.root(), path);
-  if (snapshot) return *std::move(snapshot);
-  static_cast<void>(session.failed(path + ' ' + snapshot.failure().text));
-  return std::nullopt;
+    return {};
+  };
+  const std::string where = row.workplace == Snapshot::kFolder ? "" : std::to_string(row.workplace) + ' ';
+  session.line(where + row.macro->number.text() + " - " + outputName(row.macro->name) + '\t' + text());
+  if (!row.note.empty()) session.warn(row.note);
 }
 
-// The numbers of one workplace in the snapshot, all without a word. Nothing when one is not there.
-std::optional<std::vector<RestoreItem>> chosen(CommandSession& session, const Snapshot& snapshot, int from,
-                                               int to, const std::vector<int>& numbers) {
-  std::vector<RestoreItem> items;
-  const auto macros = snapshot.of(from);
-  for (const int number : numbers) {
-    const auto found = std::ranges::find_if(
-        macros, [number](const Snapshot::Macro& macro) { return macro.number.value() == number; });
-    if (found == macros.end()) {
-      static_cast<void>(
-          session.failed("the snapshot has no macro " + MacroNumber::textOf(number) + " there"));
-      return std::nullopt;
-    }
-    items.push_back({&*found, to});
+// The worst of what became of the rows.
+int exitCodeOf(const std::vector<RestoreRow>& rows) {
+  int code = kExitDone;
+  for (const RestoreRow& row : rows) {
+    using State = RestoreRow::State;
+    const bool failed = row.state == State::kAsBefore || row.state == State::kUnread;
+    code = std::max(code, row.state == State::kUnknown ? kExitUnknown : failed ? kExitFailed : kExitDone);
   }
-  if (!numbers.empty()) return items;
-  for (const Snapshot::Macro& macro : macros) items.push_back({&macro, to});
-  return items;
+  return code;
+}
+
+// Looks at what stands there, and writes what is another unless it is only to be told.
+int run(CommandSession& session, SnapshotRestore& restore, bool dryRun) {
+  const auto print = [&](std::size_t i) { printRow(session, restore.rows()[i]); };
+  std::vector<std::size_t> others;
+  const Outcome looked = restore.look([&](std::size_t i) {
+    if (dryRun || restore.rows()[i].state == RestoreRow::State::kSame)
+      print(i);
+    else
+      others.push_back(i);
+  });
+  if (!looked) return session.failed(looked.failure().text);
+  if (dryRun) return exitCodeOf(restore.rows());
+  if (const Outcome written = restore.write(others, print); !written)
+    return session.failed(written.failure().text);
+  const int code = exitCodeOf(restore.rows());
+  if (code != kExitDone) session.warn("not every macro was restored");
+  return code;
+}
+
+std::shared_ptr<const Snapshot> opened(CommandSession& session, const std::string& file) {
+  const std::string path = sitePathOf(file);
+  auto snapshot = openSnapshot(session.root(), path);
+  if (snapshot) return std::make_shared<const Snapshot>(*std::move(snapshot));
+  static_cast<void>(session.failed(path + ' ' + snapshot.failure().text));
+  return nullptr;
 }
 
 // Each once, in their order; nothing for a word that is no number of a macro.
@@ -221,20 +142,22 @@ int restoreToPanel(CommandSession& session, const PanelPlace& place, const std::
   if (!numbers) return session.wrongUsage("a macro number is 0 to 999");
   const auto snapshot = opened(session, file);
   if (!snapshot) return kExitFailed;
-  std::vector<RestoreItem> items;
-  if (workplace > 0) {
-    const auto some = chosen(session, *snapshot, isOfFolder(*snapshot) ? Snapshot::kFolder : workplace,
-                             workplace, *numbers);
-    if (!some) return kExitFailed;
-    items = *some;
-  } else if (isOfFolder(*snapshot)) {
+  const bool there = workplace == 0 || isOfFolder(*snapshot) ||
+                     std::ranges::find(snapshot->workplaces, workplace) != snapshot->workplaces.end();
+  if (!there) return session.failed("the snapshot has no workplace " + std::to_string(workplace));
+  if (workplace == 0 && isOfFolder(*snapshot))
     return session.wrongUsage("a folder's macros need the workplace that they are to go to");
-  } else {
-    for (const Snapshot::Macro& macro : snapshot->macros) items.push_back({&macro, macro.workplace});
-  }
   PanelShelves shelves(session.root(), session.history(), place);
+  SnapshotRestore restore(snapshot, session.root(), session.history(),
+                          [&](int to) { return shelves.shelf(to); }, {.anyBytes = how.force});
+  for (const int from : snapshot->workplaces) {
+    if (workplace > 0 && from != workplace && from != Snapshot::kFolder) continue;
+    const int to = workplace > 0 ? workplace : from;
+    if (const Outcome added = restore.add(from, to, *numbers); !added)
+      return session.failed(added.failure().text);
+  }
   if (!shelves.open()) return session.failed("cannot connect to the panel at " + place.control());
-  return Restoring(session, [&](int to) { return shelves.shelf(to); }).run(std::move(items), how);
+  return run(session, restore, how.dryRun);
 }
 
 int runSnapshot(CommandSession& session, Arguments& arguments) {
@@ -265,11 +188,13 @@ int runRestore(CommandSession& session, Arguments& arguments) {
                                         : "--workplace tells which of the panel's is to be restored");
   const std::string folder = sitePathOf(arguments[1]);
   if (!isFolder(session.root(), folder)) return session.failed(folder + " is no folder");
-  auto items = chosen(session, *snapshot, workplace.value_or(Snapshot::kFolder), Snapshot::kFolder, *numbers);
-  if (!items) return kExitFailed;
   DiskShelf shelf(session.root(), session.history(), folder);
-  return Restoring(session, [&](int) { return &shelf; })
-      .run(*std::move(items), {.dryRun = dryRun, .force = true});
+  SnapshotRestore restore(snapshot, session.root(), session.history(), [&](int) { return &shelf; },
+                          {.anyBytes = true});
+  if (const Outcome added = restore.add(workplace.value_or(Snapshot::kFolder), Snapshot::kFolder, *numbers);
+      !added)
+    return session.failed(added.failure().text);
+  return run(session, restore, dryRun);
 }
 
 }  // namespace tessaly

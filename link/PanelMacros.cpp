@@ -68,6 +68,13 @@ PanelMacros::PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransfe
       reader_(std::move(reader)),
       demo_(demo) {}
 
+std::unique_ptr<PanelMacros> PanelMacros::forMany() const {
+  auto macros = std::make_unique<PanelMacros>(client_, root_, manyTransfers_ ? manyTransfers_ : transfers_,
+                                              reader_, demo_);
+  macros->stayConnected();
+  return macros;
+}
+
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
   Running running(*this, address);

@@ -48,6 +48,12 @@ class PanelMacros {
   PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, MacroReader reader,
               bool demo = false);
 
+  // Another one with the same client, root and reader, for many macros in a row: it stays connected. Keeps
+  // nowhere.
+  [[nodiscard]] std::unique_ptr<PanelMacros> forMany() const;
+  // The way that it takes; without one the same as this one's. Before the first operation.
+  void takeForMany(MacroTransferFactory transfers) { manyTransfers_ = std::move(transfers); }
+
   // Observed. Before the first operation.
   void keepIn(MacroKeeper& keeper) { keeper_ = &keeper; }
   void waitFor(PutBackPatience patience) { patience_ = patience; }
@@ -110,6 +116,7 @@ class PanelMacros {
   PanelClient& client_;
   const SiteRoot& root_;
   MacroTransferFactory transfers_;
+  MacroTransferFactory manyTransfers_;
   MacroReader reader_;
   bool demo_;
   MacroKeeper* keeper_ = nullptr;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "classic/ClassicGroups.h"
 #include "platform/Text.h"
+#include "review/ClassicFacts.h"
 #include "review/NamedSources.h"
 
 namespace tessaly {
@@ -38,21 +38,6 @@ bool fitsName(const std::string& wanted, std::string_view name) {
 bool sameNumber(std::string_view a, std::string_view b) {
   const auto first = exactNumber<double>(a), second = exactNumber<double>(b);
   return first && second && *first == *second;
-}
-
-// What a classic command names.
-struct ClassicFacts {
-  std::string group;
-  std::vector<std::string> sources;  // numbers
-};
-
-ClassicFacts factsOf(const ClassicCommand& command, DecodingLists& lists) {
-  ClassicFacts facts;
-  if (!command.valid()) return facts;
-  facts.group = groupName(command.cd(), command.co());
-  for (const std::size_t place : classicSourcePlaces(command, lists))
-    facts.sources.push_back(std::to_string(command.parameter(place)));
-  return facts;
 }
 
 }  // namespace
@@ -144,9 +129,7 @@ class MacroSearch::Asking {
     const std::string& text = command.parameters.empty() ? kNone : command.parameters.front().value;
     const auto known = facts_.find(text);
     if (known != facts_.end()) return known->second;
-    ClassicCommand decoded;
-    static_cast<void>(decoded.decodeText(text));
-    return facts_.emplace(text, tessaly::factsOf(decoded, context_.decodingLists)).first->second;
+    return facts_.emplace(text, classicFacts(text, context_.decodingLists)).first->second;
   }
 
   std::vector<Word> words_;

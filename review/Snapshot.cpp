@@ -61,9 +61,12 @@ Expected<Snapshot::Macro> takeMacro(const SnapshotManifest::Row& row,
 
 }  // namespace
 
+std::string snapshotFolderOf(int workplace) {
+  return workplace == Snapshot::kFolder ? "folder/" : format("workplace%d/", workplace);
+}
+
 std::string snapshotFileOf(int workplace, MacroNumber number) {
-  const std::string folder = workplace == Snapshot::kFolder ? "folder" : format("workplace%d", workplace);
-  return folder + '/' + macroFileName(number.text());
+  return snapshotFolderOf(workplace) + macroFileName(number.text());
 }
 
 std::string utcText(std::chrono::sys_seconds time) {

@@ -39,6 +39,7 @@ struct Snapshot {
 };
 
 // Where a macro lies in the archive: "workplace2/macro007.mac", or "folder/macro007.mac".
+[[nodiscard]] std::string snapshotFolderOf(int workplace);  // with the separator at its end
 [[nodiscard]] std::string snapshotFileOf(int workplace, MacroNumber number);
 
 inline constexpr std::size_t kLongestSnapshotName = 250;  // bytes of a macro's name; a longer one is cut

@@ -42,6 +42,8 @@ class SnapshotTaking {
   // `tell` is called on this thread, before the first macro of a workplace and after each.
   [[nodiscard]] Expected<Snapshot> take(std::chrono::sys_seconds time, const Tell& tell);
 
+  [[nodiscard]] std::size_t workplaces() const { return workplaces_.size(); }
+
   // From another thread; what is taken then, or later, fails with kCancelled.
   void cancel();
 

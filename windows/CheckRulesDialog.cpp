@@ -1,6 +1,7 @@
 #include "windows/CheckRulesDialog.h"
 
 #include "ui_CheckRulesDialog.h"
+#include "widgets/ListFinder.h"
 #include "windows/FindingText.h"
 
 namespace tessaly {
@@ -8,6 +9,7 @@ namespace tessaly {
 CheckRulesDialog::CheckRulesDialog(const RulesOff& off, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::CheckRulesDialog>()) {
   ui_->setupUi(this);
+  new ListFinder(*ui_->rules);
   for (const CheckRuleInfo& info : checkRules()) {
     auto* row = new QTreeWidgetItem(ui_->rules, {QString::fromStdString(std::string(info.name)),
                                                  severityText(info.severity), ruleText(info.rule)});

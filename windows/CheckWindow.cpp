@@ -9,6 +9,7 @@
 #include "review/FolderCheck.h"
 #include "ui_CheckWindow.h"
 #include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
 #include "windows/CheckRulesDialog.h"
 #include "windows/FindingText.h"
 #include "windows/ReviewWalk.h"
@@ -82,6 +83,7 @@ CheckWindow::CheckWindow(CheckSurroundings surroundings, QWidget* owner)
             [this](const Outcome& outcome) { end(outcome); }) {
   ui_->setupUi(this);
   ui_->scope->setSource(surroundings_.scopes);
+  new ListFinder(*ui_->findings);
   ui_->findings->setModel(&model_);
   QHeaderView& header = *ui_->findings->header();
   header.resizeSection(CheckModel::kMacro, kMacroWidth);

@@ -6,6 +6,7 @@
 #include "platform/Text.h"
 #include "ui_ReplaceWindow.h"
 #include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
 #include "windows/ReplaceDelegate.h"
 #include "windows/ReviewWalk.h"
 
@@ -123,6 +124,7 @@ void ReplaceWindow::setUpFields() {
 }
 
 void ReplaceWindow::setUpTable() {
+  new ListFinder(*ui_->changes);
   ui_->changes->setModel(&model_);
   ui_->changes->setItemDelegate(new ReplaceDelegate(this));
   QHeaderView& header = *ui_->changes->header();

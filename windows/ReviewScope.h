@@ -47,7 +47,7 @@ struct FolderContent {
 
 // A workplace of a panel or of a snapshot. Made and used on the thread that looks at it.
 struct ShelfContent {
-  std::function<std::unique_ptr<MacroShelf>()> open;
+  std::function<std::shared_ptr<MacroShelf>()> open;
 };
 
 struct ReviewScope {

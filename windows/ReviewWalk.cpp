@@ -49,7 +49,7 @@ Outcome walkFolder(const SiteRoot& root, const std::string& path, const ReviewTa
 }
 
 Outcome walkShelf(const ShelfContent& content, const ReviewTaker& taker, const std::stop_token& stop) {
-  const std::unique_ptr<MacroShelf> shelf = content.open();
+  const std::shared_ptr<MacroShelf> shelf = content.open();
   const std::stop_callback cancel(stop, [&shelf] { shelf->cancel(); });
   const auto held = shelf->list();
   if (!held) return stop.stop_requested() ? endOf(stop) : Outcome(held.failure());

@@ -23,6 +23,11 @@
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
+#include "windows/CompareWindow.h"
+#include "windows/CheckRulesDialog.h"
+#include "windows/CheckWindow.h"
+#include "windows/SearchWindow.h"
+#include "windows/SnapshotRestoreDialog.h"
 
 namespace tessaly {
 
@@ -37,12 +42,12 @@ class EveryDialog {
     fixture.driver->press(a.deleteCommand);
     command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
     command_.parameters.push_back({"VALUE", "0.48"});
+    static_cast<void>(restore_.add(2, 2));
     row_.add({"delete 3 commands", {}, {}, {}, {}});
   }
 
   // One after the other, made anew.
   void visit(const std::function<void(QDialog& dialog, const char* name)>& look) {
-    using Made = std::unique_ptr<QDialog>;
     const std::pair<const char*, std::function<Made()>> makers[] = {
         {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
         {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
@@ -72,6 +77,24 @@ class EveryDialog {
          }},
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+        {"compare", [this] { return comparison(); }},
+        {"check",
+         [this] {
+           return std::make_unique<CheckWindow>(
+               CheckSurroundings{fixture.site.root, sampleDictionary(), lists_, rate_, &noScopes, {}});
+         }},
+        {"check rules", [] { return std::make_unique<CheckRulesDialog>(RulesOff()); }},
+        {"search",
+         [this] {
+           return std::make_unique<SearchWindow>(
+               SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
+         }},
+        {"restore",
+         [this] {
+           return std::make_unique<SnapshotRestoreDialog>(
+               QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
+               [](const Failure&) { return QString(); });
+         }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
     for (const auto& [name, make] : makers) look(*make(), name);
@@ -80,8 +103,10 @@ class EveryDialog {
   WindowFixture fixture{offlineClient()};
 
  private:
+  using Made = std::unique_ptr<QDialog>;
   using Rows = std::vector<std::string>;
 
+  static std::vector<ReviewScope> noScopes() { return {}; }
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
@@ -95,9 +120,31 @@ class EveryDialog {
   int rate_ = 25;
   EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
                          offlineClient(),       [] { return false; }, rate_,  {}};
+  // Of a macro with itself.
+  Made comparison() {
+    const auto side = [this](Side) {
+      return CompareSide{QStringLiteral("A"),
+                         QStringLiteral("a place"),
+                         {},
+                         {},
+                         [held = fixture.site.read(workingCopyPath(Pane::kA))] { return Macro::read(held); }};
+    };
+    auto window = std::make_unique<CompareWindow>(
+        CompareWays{side, {}, [] {}, {}}, LineContext{sampleDictionary(), lists_}, LineOptions(), pool_);
+    pool_.waitForDone();
+    return window;
+  }
+
+  QThreadPool pool_;
   MacroCommand command_;
   EditHistory row_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
+  SnapshotRestore restore_{std::make_shared<const Snapshot>(Snapshot{
+                               {"10.0.0.5", {}}, {}, {2}, {{2, *MacroNumber::of(7), "Titles", "x"}}}),
+                           fixture.site.root,
+                           fixture.history,
+                           [](int) { return nullptr; },
+                           {}};
 };
 
 }  // namespace tessaly

@@ -51,6 +51,7 @@ class WindowFixture {
     context_ = std::make_unique<WindowContext>(
         WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, history, demo});
     macros_.keepIn(history);
+    macros_.takeForMany(ftpTransfers(ftpPort, FtpClient::Connections::kKept));
     open();
   }
 

@@ -1,0 +1,231 @@
+#include "app/Snapshots.h"
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+
+#include <QDate>
+#include <QFileDialog>
+
+#include "app/Browser.h"
+#include "app/FailureText.h"
+#include "app/OpenMacros.h"
+#include "app/PanelTransfer.h"
+#include "app/StatusStrip.h"
+#include "platform/Text.h"
+#include "review/DiskShelf.h"
+#include "review/PanelShelf.h"
+#include "widgets/DialogText.h"
+#include "windows/SnapshotRestoreDialog.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr const char* kSuffix = "zip";
+constexpr int kThousandths = 1000;
+
+int thousandthsOf(const SnapshotTaking::Progress& now, std::size_t workplaces) {
+  const double part = now.all == 0 ? 1.0 : static_cast<double>(now.done) / static_cast<double>(now.all);
+  return static_cast<int>((static_cast<double>(now.place) + part) * kThousandths /
+                          static_cast<double>(workplaces));
+}
+
+QString nameOf(const std::string& file) { return nameInStrip(std::string(fileNameOf(file))); }
+
+QString filesToChoose() { return Snapshots::tr("Snapshots (*.zip)"); }
+
+}  // namespace
+
+Snapshots::Snapshots(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+                     PanelConnection& connection, PanelTransfer& transfer, OpenMacros& open,
+                     PanelClient& client, QWidget* window)
+    : panes_(panes),
+      site_(site),
+      history_(history),
+      connection_(connection),
+      transfer_(transfer),
+      open_(open),
+      client_(client),
+      window_(window) {}
+
+void Snapshots::save(Pane pane) {
+  if (connection_.source(pane) == PaneSource::kPanel) {
+    savePanel(pane);
+    return;
+  }
+  const std::string folder = browser(pane).macroFolder();
+  if (folder.empty() || state(pane).olderFamily)
+    emit said(tr("NOT saved: the pane shows no folder with macros"));
+  else
+    saveFolder(folder);
+}
+
+void Snapshots::savePanel(Pane pane) {
+  if (!connection_.connected(pane)) {
+    emit said(tr("NOT saved: the pane is not connected to a panel"));
+    return;
+  }
+  const std::string address = connection_.address(pane);
+  std::vector<int> workplaces(Workplace::kCount);
+  std::iota(workplaces.begin(), workplaces.end(), 1);
+  const std::unique_ptr<PanelMacros> macros = transfer_.macros().forMany();
+  SnapshotTaking taking({address, {}}, workplaces,
+                        [&](int workplace) {
+                          return std::make_unique<PanelShelf>(*macros, client_, history_, address, workplace);
+                        },
+                        {.onlyMacros = true});
+  save(taking, tr("Saving the panel"), shown(address));
+}
+
+void Snapshots::saveFolder(const std::string& folder) {
+  SnapshotTaking taking({{}, folder}, {Snapshot::kFolder},
+                        [&](int) { return std::make_unique<DiskShelf>(site_.root, history_, folder); }, {});
+  save(taking, tr("Saving the folder"), tr("macros"));
+}
+
+void Snapshots::save(SnapshotTaking& taking, const QString& label, const QString& suggested) {
+  QFileDialog choice(window_, tr("Save As"), QString(), filesToChoose());
+  choice.setAcceptMode(QFileDialog::AcceptSave);
+  choice.setDefaultSuffix(QLatin1String(kSuffix));
+  QString name = suggested;
+  name.replace(QLatin1Char(':'), QLatin1Char('-'));
+  choice.selectFile(QStringLiteral("%1 %2.zip").arg(name, QDate::currentDate().toString(Qt::ISODate)));
+  if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
+  const std::string file = choice.selectedFiles().constFirst().toStdString();
+  std::size_t count = 0;
+  Outcome saved = Failure{Failure::Kind::kNoMemory, {}};
+  static_cast<void>(transfer_.runLong(
+      label,
+      [&](const PanelTransfer::Tell& tell) {
+        const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+        const auto snapshot = taking.take(now, [&](const SnapshotTaking::Progress& progress) {
+          tell(thousandthsOf(progress, taking.workplaces()));
+        });
+        saved = snapshot ? saveSnapshot(site_.root, file, *snapshot) : Outcome(snapshot.failure());
+        if (snapshot) count = snapshot->macros.size();
+      },
+      [&] { taking.cancel(); }));
+  if (saved.written())
+    emit said(tr("saved and verified: %n macros in %1", nullptr, static_cast<int>(count)).arg(nameOf(file)));
+  else
+    emit said(tr("NOT saved: %1 (%2)").arg(nameOf(file), failureText(saved.failure())));
+}
+
+void Snapshots::open(Pane pane) {
+  if (state(pane).copy.edited()) {
+    emit said(tr("NOT opened: the pane has unsaved changes"));
+    return;
+  }
+  QFileDialog choice(window_, tr("Open Snapshot"), QString(), filesToChoose());
+  choice.setFileMode(QFileDialog::ExistingFile);
+  if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
+  const std::string file = choice.selectedFiles().constFirst().toStdString();
+  Expected<Snapshot> read = Failure{Failure::Kind::kNoMemory, {}};
+  static_cast<void>(
+      transfer_.runLong(tr("Reading the snapshot"),
+                        [&](const PanelTransfer::Tell&) { read = openSnapshot(site_.root, file); }, {}));
+  if (!read) {
+    emit said(tr("NOT opened: %1 (%2)").arg(nameOf(file), failureText(read.failure())));
+    return;
+  }
+  browser(pane).setSnapshot({std::make_shared<const Snapshot>(*std::move(read)), file});
+  setPath(pane, file);
+  emit said(tr("opened: %1; its macros can be viewed and copied from").arg(nameOf(file)));
+}
+
+void Snapshots::restore(Pane pane) {
+  if (!state(pane).snapshot) return;
+  const Pane to = other(pane);
+  if (connection_.source(to) == PaneSource::kPanel)
+    restoreToPanel(pane, to);
+  else
+    restoreToFolder(pane, to);
+}
+
+void Snapshots::restoreToPanel(Pane pane, Pane to) {
+  if (!connection_.connected(to)) {
+    emit said(tr("NOT restored: the other pane is not connected to a panel"));
+    return;
+  }
+  const std::string address = connection_.address(to);
+  const std::shared_ptr<const Snapshot> snapshot = state(pane).snapshot->snapshot;
+  const std::unique_ptr<PanelMacros> macros = transfer_.macros().forMany();
+  macros->keepIn(history_);
+  std::map<int, std::unique_ptr<PanelShelf>> shelves;
+  SnapshotRestore rows(snapshot, site_.root, history_,
+                       [&](int workplace) {
+                         auto& shelf = shelves[workplace];
+                         if (!shelf)
+                           shelf =
+                               std::make_unique<PanelShelf>(*macros, client_, history_, address, workplace);
+                         return shelf.get();
+                       },
+                       {});
+  for (const int from : snapshot->workplaces) {
+    const int workplace = from == Snapshot::kFolder ? browser(to).workplace() : from;
+    if (workplace > 0) static_cast<void>(rows.add(from, workplace));
+  }
+  restore(rows, tr("To the panel %1").arg(shown(address)));
+}
+
+void Snapshots::restoreToFolder(Pane pane, Pane to) {
+  const std::string folder = browser(to).macroFolder();
+  if (folder.empty() || state(to).viewOnly()) {
+    emit said(tr("NOT restored: the other pane shows no folder for macros"));
+    return;
+  }
+  DiskShelf shelf(site_.root, history_, folder);
+  SnapshotRestore rows(state(pane).snapshot->snapshot, site_.root, history_, [&](int) { return &shelf; },
+                       {.anyBytes = true});
+  if (const auto from = browser(pane).snapshotWorkplace())
+    static_cast<void>(rows.add(*from, Snapshot::kFolder));
+  restore(rows, tr("To the folder %1").arg(shown(folder)));
+}
+
+void Snapshots::restore(SnapshotRestore& rows, const QString& title) {
+  if (rows.rows().empty()) {
+    emit said(tr("NOT restored: no workplace with macros is chosen"));
+    return;
+  }
+  const auto run = [&](const QString& label, const SnapshotRestoreDialog::Work& work) {
+    static_cast<void>(transfer_.runLong(label, work, [&] { rows.cancel(); }));
+  };
+  Outcome looked = Failure{Failure::Kind::kNoMemory, {}};
+  run(tr("Comparing macros"), [&](const PanelTransfer::Tell& tell) {
+    looked = rows.look(
+        [&](std::size_t row) { tell(static_cast<int>((row + 1) * kThousandths / rows.rows().size())); });
+  });
+  if (!looked) {
+    emit said(tr("NOT restored: %1").arg(failureText(looked.failure())));
+    return;
+  }
+  SnapshotRestoreDialog dialog(title, rows, run, &failureText, window_);
+  connect(&dialog, &SnapshotRestoreDialog::written, this, &Snapshots::follow);
+  connect(&dialog, &SnapshotRestoreDialog::said, this, &Snapshots::said);
+  dialog.exec();
+}
+
+// The panes that show one of these macros, or the folder that they lie in.
+void Snapshots::follow(const std::vector<MacroPlace>& written) {
+  if (written.empty()) return;
+  const std::string& file = written.front().file;
+  for (const Pane pane : kPanes) {
+    if (!file.empty()) browser(pane).refreshFolder(file.substr(0, file.size() - fileNameOf(file).size()));
+    const auto target = state(pane).copy.target();
+    const auto isIt = [&](const MacroPlace& place) { return samePlace(site_.root, place, placeOf(*target)); };
+    if (target && std::ranges::any_of(written, isIt)) open_.follow(*target);
+  }
+}
+
+void Snapshots::close(Pane pane) {
+  if (state(pane).snapshot) setPath(pane, browser(pane).pathWithoutSnapshot());
+}
+
+void Snapshots::setPath(Pane pane, const std::string& path) {
+  if (connection_.source(pane) == PaneSource::kPanel) connection_.chooseHarddisk(pane);
+  connection_.editText(pane, path);
+  connection_.refresh(pane);
+}
+
+}  // namespace tessaly

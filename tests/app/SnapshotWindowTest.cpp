@@ -1,0 +1,128 @@
+// A panel in one file: saved, shown in a pane and copied from.
+#include <gmock/gmock.h>
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QProgressDialog>
+
+#include "review/Snapshot.h"
+#include "tests/app/PanelWindowFixture.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class SnapshotWindowTest : public PanelWindowTest {
+ protected:
+  SnapshotWindowTest() { fixture_.site.write("c:\\saved\\x", ""); }
+
+  [[nodiscard]] std::string file() const {
+    return (fixture_.site.root.path() / "c/saved/panel.zip").string();
+  }
+
+  // The entry of the menu "Macro", with the keyboard in the pane.
+  void choose(Pane pane, const char* entry, const std::function<void(QDialog&)>& answer = {}) {
+    driver().list(ids(pane).workplaces).setFocus();
+    if (answer) WindowDriver::answerNext(answer);
+    for (QAction* menu : fixture_.window->menuBar()->actions())
+      for (QAction* action : menu->menu()->actions())
+        if (action->text() == QLatin1String(entry) && action->isEnabled()) return action->trigger();
+    throw std::runtime_error(std::string("no entry ") + entry);
+  }
+  [[nodiscard]] std::function<void(QDialog&)> named() const {
+    return [name = file()](QDialog& dialog) {
+      WindowDriver::type(dialog, "fileNameEdit", QString::fromStdString(name));
+      QTest::keyClick(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+    };
+  }
+  [[nodiscard]] std::string status() { return fixture_.status().toStdString(); }
+  [[nodiscard]] std::string path(Pane pane) {
+    return driver().control<QLineEdit>(ids(pane).address).text().toStdString();
+  }
+};
+
+TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
+  connectPane(Pane::kA, first_);
+  choose(Pane::kA, "Save &Panel As...", named());
+  ASSERT_EQ(status(), "saved and verified: 3 macros in panel.zip");
+  first_.tree.write(Panel::file(1, "007"), "<macro name=\"Other\"><data></data></macro>");
+
+  const std::string before = path(Pane::kB);
+  choose(Pane::kB, "&Open Snapshot...", named());
+  EXPECT_EQ(path(Pane::kB), file());
+  EXPECT_EQ(driver().texts(b_.workplaces).size(), 8U);
+  driver().choose(b_.workplaces, "Workplace 1");
+  EXPECT_THAT(driver().texts(b_.macros), ElementsAre("000 - Zero", "007 - Two"));
+  driver().choose(b_.macros, "007");
+  EXPECT_EQ(driver().texts(b_.commands).size(), 3U);
+
+  // It is there to be viewed, whatever is pressed.
+  driver().clickRow(b_.commands, 0);
+  for (const int button : {b_.createMacro, b_.copyMacro, b_.renameMacro, b_.deleteMacro, b_.newCorvane,
+                           b_.newClassic, b_.newMultiple, b_.modifyCommand, b_.deleteCommand, b_.updateData})
+    EXPECT_FALSE(driver().control<QAbstractButton>(button).isEnabled()) << button;
+  QTest::keyClick(&driver().list(b_.commands), Qt::Key_Delete);
+  EXPECT_FALSE(edited(Pane::kB));
+  EXPECT_TRUE(driver().control<QLabel>(b_.notice).isVisible());
+
+  chooseWorkplace(Pane::kA, 1, "000 - Zero");
+  copyTo(a_.copyMacro, 8);
+  EXPECT_EQ(first_.read(1, "008"), kTwoFunctions);
+
+  choose(Pane::kB, "&Restore Snapshot...", [](QDialog& dialog) {
+    WindowDriver::click(dialog, QStringLiteral("Restore"));
+    WindowDriver::click(dialog, QStringLiteral("Close"));
+  });
+  EXPECT_EQ(status(), "1 macros are restored");
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+
+  // A next start begins without it.
+  fixture_.window->keepState();
+  EXPECT_EQ(windows1252ToUtf8(fixture_.window->settings().pathB), before);
+  choose(Pane::kB, "&Close Snapshot");
+  EXPECT_EQ(path(Pane::kB), before);
+  EXPECT_THAT(driver().texts(b_.applications), testing::Contains("Evening News"));
+}
+
+TEST_F(SnapshotWindowTest, AFolderIsSaved) {
+  driver().choose(a_.applications, "Evening News");
+  const std::size_t count = driver().texts(a_.macros).size();
+  choose(Pane::kA, "Save &Folder As...", named());
+  choose(Pane::kB, "&Open Snapshot...", named());
+  EXPECT_EQ(driver().texts(b_.workplaces), std::vector<std::string>{"Folder"});
+  EXPECT_EQ(driver().texts(b_.macros), driver().texts(a_.macros));
+  EXPECT_GT(count, 1U);
+}
+
+TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
+  connectPane(Pane::kA, first_);
+  choose(Pane::kA, "Save &Panel As...", named());
+  const std::string good = fixture_.site.read("c:\\saved\\panel.zip");
+  stallTransfers(first_);
+  bool cancelled = false;
+  QTimer looking;
+  QObject::connect(&looking, &QTimer::timeout, [&] {
+    auto* progress = fixture_.window->findChild<QProgressDialog*>();
+    if (cancelled || progress == nullptr || !progress->isVisible()) return;
+    cancelled = true;
+    WindowDriver::click(*progress, QStringLiteral("Cancel"));
+  });
+  looking.start(5);
+  choose(Pane::kA, "Save &Panel As...", [this](QDialog& dialog) {
+    WindowDriver::answerNext([](QDialog& question) { WindowDriver::click(question, QStringLiteral("Yes")); });
+    named()(dialog);
+  });
+  EXPECT_EQ(status(), "NOT saved: panel.zip (it was cancelled)");
+  EXPECT_EQ(fixture_.site.read("c:\\saved\\panel.zip"), good);
+
+  const auto shown = driver().texts(b_.applications);
+  fixture_.site.write("c:\\saved\\panel.zip", good.substr(0, good.size() / 2));
+  choose(Pane::kB, "&Open Snapshot...", named());
+  EXPECT_THAT(status(), HasSubstr("NOT opened: panel.zip (the snapshot: is no archive"));
+  EXPECT_EQ(driver().texts(b_.applications), shown);
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,78 @@
+#include "windows/SnapshotRestoreDialog.h"
+
+#include <algorithm>
+
+#include <QHeaderView>
+
+#include "ui_SnapshotRestoreDialog.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kThousandths = 1000;
+constexpr int kMacroWidth = 260;  // pixels, to start with
+
+}  // namespace
+
+SnapshotRestoreDialog::SnapshotRestoreDialog(const QString& title, SnapshotRestore& restore, Run run,
+                                             SnapshotRows::Words words, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::SnapshotRestoreDialog>()),
+      restore_(restore),
+      run_(std::move(run)),
+      words_(words),
+      rows_(std::move(words)) {
+  ui_->setupUi(this);
+  ui_->from->setText(title);
+  ui_->macros->setModel(&rows_);
+  ui_->macros->header()->resizeSection(SnapshotRows::kMacro, kMacroWidth);
+  connect(&rows_, &SnapshotRows::tickChanged, this, &SnapshotRestoreDialog::showCount);
+  connect(ui_->tickAll, &QPushButton::clicked, this, [this] { rows_.tickAll(true); });
+  connect(ui_->tickNone, &QPushButton::clicked, this, [this] { rows_.tickAll(false); });
+  connect(ui_->restore, &QPushButton::clicked, this, &SnapshotRestoreDialog::restoreTicked);
+  connect(ui_->close, &QPushButton::clicked, this, &QDialog::accept);
+  rows_.setRows(restore_.rows());
+  ui_->macros->setCurrentIndex(rows_.index(0, 0));
+  ui_->macros->setFocus();
+}
+
+SnapshotRestoreDialog::~SnapshotRestoreDialog() = default;
+
+void SnapshotRestoreDialog::showCount() {
+  const auto count = static_cast<int>(rows_.ticked().size());
+  ui_->outcome->setText(tr("%1 of %n macros are ticked", nullptr, rows_.rowCount()).arg(count));
+  ui_->restore->setEnabled(count > 0 && !cancelled_);
+}
+
+void SnapshotRestoreDialog::restoreTicked() {
+  const std::vector<std::size_t> ticked = rows_.ticked();
+  Outcome outcome;
+  run_(tr("Restoring macros"), [&](const std::function<void(int)>& tell) {
+    std::size_t done = 0;
+    outcome = restore_.write(
+        ticked, [&](std::size_t) { tell(static_cast<int>(++done * kThousandths / ticked.size())); });
+  });
+  cancelled_ = !outcome && outcome.failure().kind == Failure::Kind::kCancelled;
+  rows_.setRows(restore_.rows());
+  showOutcome(ticked, outcome);
+  std::vector<MacroPlace> places;
+  for (const std::size_t row : ticked) places.push_back(restore_.rows()[row].place);
+  emit written(places);
+}
+
+void SnapshotRestoreDialog::showOutcome(const std::vector<std::size_t>& tried, const Outcome& outcome) {
+  using State = RestoreRow::State;
+  const auto restored = std::ranges::count_if(tried, [this](std::size_t row) {
+    const State state = restore_.rows()[row].state;
+    return state == State::kRestored || state == State::kUnverified;
+  });
+  const auto missing = static_cast<int>(tried.size()) - static_cast<int>(restored);
+  QString text = tr("%n macros are restored", nullptr, static_cast<int>(restored));
+  if (missing > 0) text = tr("%1; %n macros are NOT", nullptr, missing).arg(text);
+  if (!outcome) text = QStringLiteral("%1 (%2)").arg(text, words_(outcome.failure()));
+  ui_->outcome->setText(text);
+  emit said(text);
+}
+
+}  // namespace tessaly
