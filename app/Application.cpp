@@ -115,14 +115,17 @@ void Application::start() {
                                                options_.demo);
   panelMacros_->keepIn(history_);
   panelMacros_->takeForMany(ftpTransfers(options_.ftpPort, FtpClient::Connections::kKept));
-  window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
-                                                       dictionary_,
-                                                       decodingLists_,
-                                                       client,
-                                                       *panelMacros_,
-                                                       history_,
-                                                       options_.demo,
-                                                       preferences_});
+  window_ = std::make_unique<MainWindow>(
+      WindowContext{{root_, messages_},
+                    dictionary_,
+                    decodingLists_,
+                    client,
+                    *panelMacros_,
+                    history_,
+                    options_.demo,
+                    preferences_,
+                    kConnectTimeOut,
+                    ftpTransfers(options_.ftpPort, FtpClient::Connections::kKept)});
   window_->setWindowTitle(titleOn(root_, window_->windowTitle()));
   connect(window_.get(), &MainWindow::siteWanted, this, &Application::chooseSite);
   orderlyEnd_ = std::make_unique<OrderlyEnd>(OrderlyEnd::Steps{

@@ -437,7 +437,9 @@ void Browser::revealKey(const std::string& folder, const std::string& numberText
     return site_.root.same(
         tessaly::keyFolder(path(), selectedText(pane_.view.applications()), beforeHyphen(row.text)), folder);
   };
-  if (onPanel() || !chooseApplicationOf(folder) || !chooseRow(pane_.view.controlPanels(), holds)) return;
+  if (onPanel() || pane_.snapshot || !chooseApplicationOf(folder) ||
+      !chooseRow(pane_.view.controlPanels(), holds))
+    return;
   chooseControlPanel();
   if (pane_.olderFamily) static_cast<void>(chooseMacro(numberText));
 }

@@ -196,7 +196,7 @@ QString Comparisons::take(Pane pane, const CompareTake& take) {
   return done.written() ? QString() : failureText(done.failure());
 }
 
-void addCompareMenu(QMenuBar& bar, const CompareChoices& choices) {
+QMenu* addCompareMenu(QMenuBar& bar, const CompareChoices& choices) {
   // The letters before are keys of the panes or of other menus.
   QMenu* menu = bar.addMenu(Comparisons::tr("Comp&are"));
   const auto add = [&](const QString& text, const QKeySequence& keys,
@@ -213,6 +213,7 @@ void addCompareMenu(QMenuBar& bar, const CompareChoices& choices) {
       [](Comparisons& ready) { ready.comparePanes(); });
   add(Comparisons::tr("With a &Version of the History..."), {},
       [history = choices.history](Comparisons&) { history(); });
+  return menu;
 }
 
 }  // namespace tessaly

@@ -69,6 +69,6 @@ struct CompareChoices {
   std::function<Pane()> keyboardPane;
   std::function<void()> history;
 };
-void addCompareMenu(QMenuBar& bar, const CompareChoices& choices);
+QMenu* addCompareMenu(QMenuBar& bar, const CompareChoices& choices);
 
 }  // namespace tessaly

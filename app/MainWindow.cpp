@@ -103,9 +103,15 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     places_->setPanelReader([this](const std::string& address, int workplace) {
       return readingShelf(context_.panelMacros, context_.client, context_.history, address, workplace);
     });
-  replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
-                                                 gate_, this);
+  replacements_ = std::make_unique<Replacements>(
+      Replacements::Surroundings{context.site, lines_, settings_.frameRate, connection_, *places_, *open_,
+                                 *macroUndo_, gate_},
+      Shelves(context.site.root, context.client, context.batchTransfers, context.demo), this);
   connectReview();
+  workplaces_ = std::make_unique<Workplaces>(
+      Workplaces::Surroundings{rooms, context.site, connection_, transfer_, gate_, *open_, *macroUndo_,
+                               lines_},
+      Shelves(context.site.root, context.client, context.batchTransfers, context.demo), this);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -114,6 +120,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
+  connect(workplaces_.get(), &Workplaces::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
     macroMenu_->showUndo(macroUndo_->next());
@@ -270,8 +277,10 @@ void MainWindow::addMenu() {
   connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
-  addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
-                              [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
+  QMenu* const compare =
+      addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
+                                  [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
+  addWorkplacesAction(*compare, [this] { return loaded_ ? workplaces_.get() : nullptr; });
   viewMenu_ = addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -405,9 +414,14 @@ void MainWindow::keepState() {
   keepPlaces();
 }
 
+bool MainWindow::endBatches() {
+  const bool workplaces = workplaces_->end(), replacements = replacements_->end();
+  return workplaces && replacements;
+}
+
 bool MainWindow::end() {
   transfer_.cancel();
-  if (transfer_.busy()) return false;
+  if (const bool ended = endBatches(); !ended || transfer_.busy()) return false;
   keepState();
   connection_.close();
   return true;
@@ -447,6 +461,7 @@ void MainWindow::dictionaryLoaded() {
   updateControls();
   room(Pane::kA).view->applications().setFocus();
   recovery_->offer();
+  workplaces_->start();
 }
 
 PaneSituation MainWindow::situation(Pane pane) const {
@@ -498,6 +513,7 @@ void MainWindow::watchConnection() {
         : reason.isEmpty()  ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason));
   }
+  workplaces_->look();
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
@@ -544,8 +560,8 @@ bool MainWindow::mayClose() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (transfer_.busy()) {
-    // The transfer is given up first; the window closes as soon as its handler has returned.
+  if (const bool ended = endBatches(); !ended || transfer_.busy()) {
+    // What runs is given up first; the window closes as soon as its handler has returned.
     transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
     event->ignore();

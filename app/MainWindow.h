@@ -27,6 +27,7 @@
 #include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
+#include "app/Workplaces.h"
 #include "model/MacroHistory.h"
 #include "model/Settings.h"
 #include "values/SourceNames.h"
@@ -53,6 +54,8 @@ struct WindowContext {
   bool demo = false;
   Preferences* preferences = nullptr;  // of the user; may be missing
   std::chrono::milliseconds connectTimeOut = kConnectTimeOut;
+  // For many macros in a row.
+  MacroTransferFactory batchTransfers = ftpTransfers(kFtpPort, FtpClient::Connections::kKept);
 };
 
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
@@ -99,6 +102,7 @@ class MainWindow : public QMainWindow {
   void restorePlaces();
   void keepPlaces();
   void switchPane();
+  [[nodiscard]] bool endBatches();
   void followKeyboard(const QWidget* to);
   void showSteps();
   void showFinding();
@@ -157,6 +161,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
   std::unique_ptr<Snapshots> snapshots_;
+  std::unique_ptr<Workplaces> workplaces_;
   std::unique_ptr<Comparisons> comparisons_;
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Checking> checking_;

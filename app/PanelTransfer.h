@@ -22,6 +22,10 @@ class PanelTransfer : public QObject {
   PanelTransfer(PanelMacros& macros, EventGate& gate, QWidget* window)
       : macros_(macros), gate_(gate), window_(window) {}
 
+  // The same for any work beside the event loop; `giveUp` is called on the GUI thread, and the work then ends
+  // soon. False when it could not be begun.
+  [[nodiscard]] bool work(const QString& label, const std::function<void()>& job,
+                          const std::function<void()>& giveUp);
   // `operation` runs on a thread of its own and touches nothing of the window.
   [[nodiscard]] TransferOutcome run(const QString& label, Operation operation);
 

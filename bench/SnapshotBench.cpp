@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bench/Table.h"
+#include "model/MacroFile.h"
 #include "model/MacroHistory.h"
 #include "panelsim/PanelSimulator.h"
 #include "review/PanelShelf.h"
@@ -54,7 +55,8 @@ void prepare() {
 void snapshot() {
   const SiteRoot root(scratchFolder());
   MacroHistory history(root);
-  PanelMacros macros(full->client, root, ftpTransfers(full->panel->ftpPort(), FtpClient::Connections::kKept));
+  PanelMacros macros(full->client, root, ftpTransfers(full->panel->ftpPort(), FtpClient::Connections::kKept),
+                     &readsAsMacro);
   macros.stayConnected();
   SnapshotTaking taking({kAddress, {}}, {1},
                         [&](int workplace) {

@@ -135,6 +135,9 @@ constexpr WordHelp kPanelWords[] = {
     {"rename W N NAME", "give macro N another name, in UTF-8"},
     {"run W N", "have the panel carry out macro N, and wait until it has"},
     {"watch NAME", "print the values of these names as the panel sends them"},
+    {"compare W FOLDER",
+     "what differs between workplace W and a folder; exit code 0 nothing, 1 something, 2 trouble"},
+    {"send W FOLDER", "send the macros of a folder, or those with the numbers N, as one batch"},
     {"snapshot FILE", "store the macros of all workplaces in FILE, over an old one if there is one"},
     {"restore FILE", "send the macros of a snapshot that the panel does not hold as they are there"},
     kJson,
@@ -194,7 +197,8 @@ constexpr Command kCommands[] = {
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",
      "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
-     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | snapshot FILE [--force] |\n"
+     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | compare W FOLDER [--json] |\n"
+     "      send W FOLDER [N ...] [--force] | snapshot FILE [--force] |\n"
      "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",
      "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},
     {"help", "[COMMAND]", "what a command and its words mean", runHelp, kHelpWords},

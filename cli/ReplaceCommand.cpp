@@ -42,19 +42,14 @@ class Replacing {
     if (items.empty()) return;
     BatchPlaces places(session_.root(), session_.history());
     MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone, std::move(items));
-    // The first row that was not done is why none is; those before it are put back later.
-    std::optional<std::size_t> failed;
-    const Outcome ran = batch.run([&failed](std::size_t index, const MacroBatch::Row& row) {
-      if (!failed && !row.done()) failed = index;
-    });
-    if (!ran) {
-      session_.warn(ran.failure().text);
+    const auto replaced = replacedBy(batch);
+    if (!replaced) {
+      session_.warn(replaced.failure().text);
       whole_ = false;
       return;
     }
-    written_ = !failed;
-    if (failed) trouble(batch.items()[*failed].place.file, batch.rows()[*failed].why);
-    tellRows(batch);
+    written_ = !replaced->failed;
+    tellRows(batch, replaced->failed);
   }
 
   [[nodiscard]] bool whole() const { return whole_; }  // nothing went wrong so far
@@ -88,13 +83,13 @@ class Replacing {
     macros_.emplace_back(MacroPlace{path, {}, 0, {}}, *std::move(macro), std::move(proposals));
   }
 
-  // What a person is to know of them beside that: a file that could not be put back.
-  void tellRows(const MacroBatch& batch) {
+  // Why it is none says the row that failed; beside it a file is told that could not be put back.
+  void tellRows(const MacroBatch& batch, std::optional<std::size_t> failed) {
     for (std::size_t i = 0; i < batch.rows().size(); ++i) {
       const MacroBatch::Row& row = batch.rows()[i];
       if (!row.note.empty()) session_.warn(row.note);
-      const bool asItShould = row.done() == written_ && row.state != MacroBatch::Row::State::kUnknown;
-      if (!asItShould) trouble(batch.items()[i].place.file, row.why);
+      const bool asBefore = row.state == MacroBatch::Row::State::kAsBefore;
+      if (failed && (i == *failed || !asBefore)) trouble(batch.items()[i].place.file, row.why);
     }
   }
 
