@@ -11,6 +11,7 @@
 #include "app/EventGate.h"
 #include "app/Shelves.h"
 #include "link/PanelConnection.h"
+#include "model/CommandLine.h"
 #include "platform/SiteAccess.h"
 #include "windows/ReplaceWindow.h"
 
