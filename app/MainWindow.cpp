@@ -10,6 +10,7 @@
 #include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/Replacements.h"
 #include "app/ReviewMenu.h"
 #include "app/ReviewPlaces.h"
 #include "app/Searching.h"
@@ -102,8 +103,10 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
     places_->setPanelReader([this](const std::string& address, int workplace) {
       return readingShelf(context_.panelMacros, context_.client, context_.history, address, workplace);
     });
-  replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
-                                                 gate_, this);
+  replacements_ = std::make_unique<Replacements>(
+      Replacements::Surroundings{context.site, lines_, settings_.frameRate, connection_, *places_, *open_,
+                                 *macroUndo_, gate_},
+      Shelves(context.site.root, context.client, context.batchTransfers, context.demo), this);
   connectReview();
   workplaces_ =
       std::make_unique<Workplaces>(Workplaces::Surroundings{rooms, context.site, connection_, transfer_,
@@ -414,9 +417,14 @@ void MainWindow::keepState() {
   keepPlaces();
 }
 
+bool MainWindow::endBatches() {
+  const bool workplaces = workplaces_->end(), replacements = replacements_->end();
+  return workplaces && replacements;
+}
+
 bool MainWindow::end() {
   transfer_.cancel();
-  if (const bool ended = workplaces_->end(); !ended || transfer_.busy()) return false;
+  if (const bool ended = endBatches(); !ended || transfer_.busy()) return false;
   keepState();
   connection_.close();
   return true;
@@ -555,7 +563,7 @@ bool MainWindow::mayClose() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (const bool ended = workplaces_->end(); !ended || transfer_.busy()) {
+  if (const bool ended = endBatches(); !ended || transfer_.busy()) {
     // What runs is given up first; the window closes as soon as its handler has returned.
     transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);

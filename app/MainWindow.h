@@ -24,9 +24,6 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
-#include "app/Replacements.h"
-#include "app/ReviewMenu.h"
-#include "app/ReviewPlaces.h"
 #include "app/Snapshots.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
@@ -42,6 +39,7 @@ class MainWindow;
 namespace tessaly {
 
 class Checking;
+class Replacements;
 class ReviewPlaces;
 class Searching;
 
@@ -102,6 +100,7 @@ class MainWindow : public QMainWindow {
   void restorePlaces();
   void keepPlaces();
   void switchPane();
+  [[nodiscard]] bool endBatches();
   void followKeyboard(const QWidget* to);
   void showSteps();
   void showFinding();

@@ -47,14 +47,13 @@ class ReplaceWindowTest : public testing::Test {
                    ReviewScope{ReviewScope::Kind::kFolder, "the folder", FolderContent{"c:\\w"}}};
              },
          .leftOut = [](const MacroPlace& place) { return place.file == kOpen ? "unsaved" : QString(); },
-         .write = [this](const std::string& title, std::vector<BatchItem> items,
-                         const std::stop_token&) -> Expected<ReplacedBatch> {
-           MacroHistory history(site_.root);
-           BatchPlaces places(site_.root, history);
-           MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone,
-                            std::move(items));
-           if (const Outcome ran = batch.run(); !ran) return ran.failure();
-           return ReplacedBatch{batch.rows(), tracesOf(batch)};
+         .job = [this](const std::string& title, std::vector<BatchItem> items) -> ReplaceJob {
+           return [this, title, items](const std::stop_token&) {
+             MacroHistory history(site_.root);
+             BatchPlaces places(site_.root, history);
+             MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone, items);
+             return replacedBy(batch);
+           };
          },
          .failureText = [](const Failure& failure) { return QString::fromStdString(failure.text); }});
     window_->show();
