@@ -30,6 +30,7 @@ class ReplaceWindowTest : public testing::Test {
   ReplaceWindowTest() {
     FunctionTemplate definition;
     definition.name = "A.SET";
+    definition.description = "Size";
     definition.integers.emplace_back().name = "P";
     dictionary_.add(std::move(definition));
     dictionary_.finish();
@@ -93,7 +94,7 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   preview("QMF1", "QMF2");
   ASSERT_EQ(tree_->model()->rowCount(), 4) << "with the file that cannot be read";
   EXPECT_TRUE(told().startsWith("4 ")) << told().toStdString();
-  EXPECT_EQ(command(0, 0, 2).data().toString(), "Mainframe2 - A.SET ==> 5");
+  EXPECT_EQ(command(0, 0, 2).data().toString(), "Mainframe2 - Size ==> 5");
   EXPECT_FALSE(command(2, 0).data(Qt::CheckStateRole).isValid()) << "what has unsaved changes is left out";
   if (qEnvironmentVariableIsSet("TESSALY_PICTURE")) window_->grab().save(qgetenv("TESSALY_PICTURE"));
   tree_->setFocus();
