@@ -27,8 +27,8 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
                                            around.transfer, around.open, context.client, window);
   comparisons_ = std::make_unique<Comparisons>(panes_, context.site, around.transfers, around.gate,
                                                around.lines, window);
-  checking_ = std::make_unique<Checking>(panes_, context.site, around.lines, around.frameRate, *places_,
-                                         around.gate, window);
+  checking_ =
+      std::make_unique<Checking>(panes_, context.site, around.lines, around.frameRate, *places_, window);
   searching_ = std::make_unique<Searching>(context.site, around.lines, *places_, window);
   replacements_ = std::make_unique<Replacements>(
       Replacements::Surroundings{context.site, around.lines, around.frameRate, around.connection, *places_,

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QMessageBox>
 #include <QTreeView>
 #include <QTreeWidget>
 
@@ -224,20 +223,22 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   driver().choose(a_.macros, "007");
   driver().clickRow(a_.commands, 0);
   driver().press(a_.deleteCommand);
-  std::string asked;
-  driver().press(a_.saveChanges, [&](QDialog& dialog) {
-    asked = dynamic_cast<QMessageBox&>(dialog).text().toStdString();
-    press(&dialog, Qt::Key_Escape);
-  });
-  EXPECT_THAT(asked, AllOf(StartsWith("007 - Two has 2 errors."), HasSubstr("command 1: VALUE: ")));
+  RecordingMessages& messages = fixture_.site.messages;
+  messages.take();
+  messages.answer = false;
+  driver().press(a_.saveChanges);
+  EXPECT_THAT(messages.take(),
+              ElementsAre(AllOf(StartsWith("007 - Two has 2 errors."), HasSubstr("command 1: VALUE: "))));
   EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT sent: 007 - Two"));
   EXPECT_TRUE(edited());
   EXPECT_EQ(first_.read(1, "007"), before);
-  driver().press(a_.saveChanges,
-                 [](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Show")); });
+  messages.chooseOther = true;
+  driver().press(a_.saveChanges);
   ASSERT_NE(fixture_.window->findChild<CheckWindow*>(), nullptr);
   EXPECT_EQ(first_.read(1, "007"), before);
-  driver().press(a_.saveChanges, [](QDialog& dialog) { press(&dialog, Qt::Key_Return); });
+  messages.chooseOther = false;
+  messages.answer = true;
+  driver().press(a_.saveChanges);
   EXPECT_THAT(fixture_.status().toStdString(), StartsWith("saved: 007 - Two"));
   EXPECT_NE(first_.read(1, "007"), before);
 }
