@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bench/Table.h"
+#include "model/MacroFile.h"
 #include "model/MacroHistory.h"
 #include "panelsim/PanelSimulator.h"
 #include "review/PanelShelf.h"
@@ -54,7 +55,8 @@ void prepare() {
 void snapshot() {
   const SiteRoot root(scratchFolder());
   MacroHistory history(root);
-  PanelMacros macros(full->client, root, ftpTransfers(full->panel->ftpPort(), FtpClient::Connections::kKept));
+  PanelMacros macros(full->client, root, ftpTransfers(full->panel->ftpPort(), FtpClient::Connections::kKept),
+                     &readsAsMacro);
   macros.stayConnected();
   SnapshotTaking taking({kAddress, {}}, {1},
                         [&](int workplace) {
@@ -68,10 +70,11 @@ void snapshot() {
 }
 
 void fetchByCurl() {
-  const std::string command = "curl --silent --fail --disable-epsv -u target:vintrosa 'ftp://127.0.0.1:" +
-                              std::to_string(full->panel->ftpPort()) +
-                              "/%2Fflash/data/PANEL/macro/workplace1/macro[000-999].mac' -o '" +
-                              (scratchFolder() / "fetched/#1.mac").string() + "'";
+  const std::string command =
+      "curl --silent --fail --disable-epsv --ftp-method nocwd -u target:vintrosa 'ftp://127.0.0.1:" +
+      std::to_string(full->panel->ftpPort()) +
+      "/%2Fflash/data/PANEL/macro/workplace1/macro[000-999].mac' -o '" +
+      (scratchFolder() / "fetched/#1.mac").string() + "'";
   if (std::system(command.c_str()) != 0) std::abort();
 }
 
