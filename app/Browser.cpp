@@ -127,7 +127,7 @@ void Browser::chooseApplication() {
     return;
   }
   ListBox& list = pane_.view.controlPanels();
-  if (!hasDevicesFile(site_.root, applicationFolder(path(), application))) {
+  if (!hasDevicesFile(site_.root, tessaly::applicationFolder(path(), application))) {
     pane_.olderFamily = false;
     list.rows().setRows({ListRow{kNoDevicesFile}}, false);
     emit changed();
@@ -414,38 +414,77 @@ void Browser::refreshPanel() {
 }
 
 void Browser::reveal(const MacroTarget& target) {
-  const auto choose = [](ListBox& list, const auto& wanted) {
-    const std::vector<ListRow> rows = list.rows().rows();
-    const auto row = std::find_if(rows.begin(), rows.end(), wanted);
-    if (row == rows.end() || !list.rows().enabled()) return false;
-    list.selectRow(static_cast<int>(row - rows.begin()));
-    return true;
-  };
-  MacroPane& view = pane_.view;
-  std::string application, panel;
-  if (onPanel() || pane_.snapshot || !choose(view.applications(), [&](const ListRow& row) {
-        application = row.text;
-        const std::string folder = applicationFolder(path(), application);
-        return !folder.empty() && target.folder.rfind(folder, 0) == 0;
-      }))
-    return;
-  chooseApplication();
+  std::string panel;
   const auto inPanel = [&](int workplace) {
-    return tessaly::macroFolder(path(), application, panel, workplace) == target.folder;
+    return site_.root.same(
+        tessaly::macroFolder(path(), selectedText(pane_.view.applications()), panel, workplace),
+        target.folder);
   };
-  if (!choose(view.controlPanels(), [&](const ListRow& row) {
+  if (onPanel() || pane_.snapshot || !chooseApplicationOf(target.folder) ||
+      !chooseRow(pane_.view.controlPanels(), [&](const ListRow& row) {
         panel = beforeHyphen(row.text);
         return inPanel(1) || inPanel(kDiskWorkplaces);
       }))
     return;
   chooseControlPanel();
-  if (!choose(view.workplaces(), [&](const ListRow& row) { return inPanel(row.number); })) return;
+  if (!chooseRow(pane_.view.workplaces(), [&](const ListRow& row) { return inPanel(row.number); })) return;
   chooseWorkplace();
+  static_cast<void>(chooseMacro(target.numberText));
+}
+
+void Browser::revealKey(const std::string& folder, const std::string& numberText) {
+  const auto holds = [&](const ListRow& row) {
+    return site_.root.same(
+        tessaly::keyFolder(path(), selectedText(pane_.view.applications()), beforeHyphen(row.text)), folder);
+  };
+  if (onPanel() || pane_.snapshot || !chooseApplicationOf(folder) ||
+      !chooseRow(pane_.view.controlPanels(), holds))
+    return;
+  chooseControlPanel();
+  if (pane_.olderFamily) static_cast<void>(chooseMacro(numberText));
+}
+
+bool Browser::revealOnPanel(int number, const std::string& numberText) {
+  if (!onPanel()) return false;
+  if (workplace() != number) {
+    if (!chooseRow(pane_.view.workplaces(), [&](const ListRow& row) { return row.number == number; }))
+      return false;
+    chooseWorkplace();
+  }
+  return showsPanelNames() && chooseMacro(numberText);
+}
+
+// As by a click, but that nothing follows from it.
+bool Browser::chooseRow(ListBox& list, const std::function<bool(const ListRow& row)>& wanted) {
+  const std::vector<ListRow> rows = list.rows().rows();
+  const auto row = std::find_if(rows.begin(), rows.end(), wanted);
+  if (row == rows.end() || !list.rows().enabled()) return false;
+  list.selectRow(static_cast<int>(row - rows.begin()));
+  return true;
+}
+
+bool Browser::chooseApplicationOf(const std::string& folder) {
+  const auto holds = [&](const ListRow& row) {
+    const std::string own = tessaly::applicationFolder(path(), row.text);
+    return !own.empty() && equalNoCase(std::string_view(folder).substr(0, own.size()), own);
+  };
+  if (!chooseRow(pane_.view.applications(), holds)) return false;
+  chooseApplication();
+  return true;
+}
+
+bool Browser::chooseMacro(const std::string& numberText) {
   const auto macro = std::find_if(pane_.macroRows.begin(), pane_.macroRows.end(),
-                                  [&](const MacroRow& row) { return row.numberText == target.numberText; });
-  if (macro != pane_.macroRows.end())
-    view.macros().selectRow(static_cast<int>(macro - pane_.macroRows.begin()));
+                                  [&](const MacroRow& row) { return row.numberText == numberText; });
+  if (macro == pane_.macroRows.end()) return false;
+  pane_.view.macros().selectRow(static_cast<int>(macro - pane_.macroRows.begin()));
   emit changed();
+  return true;
+}
+
+std::string Browser::applicationFolder() const {
+  const std::string application = selectedText(pane_.view.applications());
+  return onPanel() || application.empty() ? std::string() : tessaly::applicationFolder(path(), application);
 }
 
 std::string Browser::macroFolder() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "model/CommandLine.h"
 #include "model/SiteBrowser.h"
 #include "platform/SiteAccess.h"
+#include "widgets/ListBox.h"
 
 namespace tessaly {
 
@@ -58,10 +60,16 @@ class Browser : public QObject {
   [[nodiscard]] std::string pathWithoutSnapshot() const;
   // Selects a macro of the harddisk in all lists, as far as they show it; the working copy is left empty.
   void reveal(const MacroTarget& target);
+  // The same of a key file, by the folder that it lies in.
+  void revealKey(const std::string& folder, const std::string& numberText);
+  // The same of a panel's macro in this workplace; the names may have to come first, which `changed` tells.
+  // False while it is not listed.
+  [[nodiscard]] bool revealOnPanel(int workplace, const std::string& numberText);
 
   // Site path of the chosen macro or key file folder; empty unless everything is chosen.
   [[nodiscard]] std::string macroFolder() const;
   [[nodiscard]] std::string keyFolder() const;
+  [[nodiscard]] std::string applicationFolder() const;
   // Where the listed macros of the disk lie: the macro folder, or the place in a snapshot.
   [[nodiscard]] std::string sourceFolder() const;
   // Of the snapshot that is shown: the chosen workplace, as there; nothing without one.
@@ -77,6 +85,9 @@ class Browser : public QObject {
   void said(const QString& text);
 
  private:
+  [[nodiscard]] static bool chooseRow(ListBox& list, const std::function<bool(const ListRow& row)>& wanted);
+  [[nodiscard]] bool chooseApplicationOf(const std::string& folder);
+  [[nodiscard]] bool chooseMacro(const std::string& numberText);
   void followCopy();
   void clearFrom(int list);
   void chooseAgain(const std::optional<MacroRow>& before);

@@ -1,6 +1,8 @@
 #include "app/CommandActions.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 
 namespace tessaly {
 
@@ -33,6 +35,7 @@ const ActionEntry kEntries[] = {{CommandAct::kCut, QT_TRANSLATE_NOOP("CommandAct
 }  // namespace
 
 CommandActions::CommandActions(QWidget& pane) : QObject(&pane) {
+  pane.installEventFilter(this);
   for (const ActionEntry& entry : kEntries) {
     if (entry.begins) {
       all_.append(new QAction(this));
@@ -46,6 +49,17 @@ CommandActions::CommandActions(QWidget& pane) : QObject(&pane) {
     pane.addAction(action);
     all_.append(action);
   }
+}
+
+// What is typed into a field, such as that of a finder, must not change commands that nobody looks at.
+bool CommandActions::eventFilter(QObject* pane, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr) {
+    const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
+    for (const QAction* action : all_)
+      if (!keys.isEmpty() && action->shortcut() == keys) event->accept();
+  }
+  return QObject::eventFilter(pane, event);
 }
 
 void CommandActions::show(const PaneControls& controls) {

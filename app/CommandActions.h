@@ -12,7 +12,8 @@ namespace tessaly {
 // What can be done to the commands of a pane beside its buttons.
 enum class CommandAct { kCut, kCopy, kPaste, kDuplicate, kMoveUp, kMoveDown, kSelectAll };
 
-// Their actions, for menus. The keys act while the keyboard is in the pane. GUI thread.
+// Their actions, for menus. The keys act while the keyboard is in the pane, but for a field for text. GUI
+// thread.
 class CommandActions : public QObject {
   Q_OBJECT
 
@@ -25,6 +26,9 @@ class CommandActions : public QObject {
 
  signals:
   void chosen(tessaly::CommandAct act);
+
+ protected:
+  bool eventFilter(QObject* pane, QEvent* event) override;
 
  private:
   QList<QAction*> all_;

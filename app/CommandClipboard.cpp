@@ -15,11 +15,12 @@ class CarriedCommands : public QMimeData {
       : macro_(std::move(macro)), numbers_(std::move(numbers)) {}
 
   [[nodiscard]] QStringList formats() const override { return {kType}; }
+  [[nodiscard]] Expected<CommandFragment> fragment() const { return CommandFragment::of(macro_, numbers_); }
 
  protected:
   [[nodiscard]] QVariant retrieveData(const QString& type, QMetaType) const override {
     if (type != kType) return {};
-    const auto commands = CommandFragment::of(macro_, numbers_);
+    const auto commands = fragment();
     return commands ? QByteArray::fromStdString(commands->text()) : QByteArray();
   }
 
@@ -44,6 +45,8 @@ std::unique_ptr<QMimeData> mimeData(Macro macro, std::vector<int> numbers) {
 bool holdsCommands(const QMimeData& data) { return data.hasFormat(kType); }
 
 Expected<CommandFragment> commandsIn(const QMimeData* data) {
+  // Bytes could not tell why there are none.
+  if (const auto* carried = dynamic_cast<const CarriedCommands*>(data)) return carried->fragment();
   if (data != nullptr && holdsCommands(*data)) return CommandFragment::read(data->data(kType).toStdString());
   if (data != nullptr && data->hasText()) return CommandFragment::read(data->text().toStdString());
   return Failure{Failure::Kind::kNoFragment, "holds no commands"};

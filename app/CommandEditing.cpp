@@ -31,7 +31,9 @@ bool inGroupTable(const ClassicCommand& command) {
 }  // namespace
 
 CommandEditing::CommandEditing(const PaneAccesses& panes, EditorContext context, QWidget* window)
-    : panes_(panes), context_(std::move(context)), window_(window) {}
+    : panes_(panes), context_(std::move(context)), window_(window) {
+  context_.words = std::make_shared<std::optional<FunctionSearch>>();
+}
 
 // Behind an open dialog the panel may take the macro away, and a value update may end. What its buttons had
 // promised is looked at again.

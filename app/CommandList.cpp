@@ -36,6 +36,8 @@ QPixmap dragPicture(const QWidget& list, const QString& text) {
 CommandList::CommandList(QWidget* parent) : RowsView(parent) {
   take(rows_);
   setSelectionMode(QAbstractItemView::ExtendedSelection);
+  leaveRoomForMarks();
+  connect(&rows_, &CommandListModel::marked, this, [this] { viewport()->update(); });
   setClearable(true);
   setDragEnabled(true);
   setAcceptDrops(true);

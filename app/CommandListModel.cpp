@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "widgets/DialogText.h"
+
 namespace tessaly {
 
 namespace {
@@ -91,6 +93,23 @@ const ListRow* CommandListModel::row(int index) const {
   const auto at = static_cast<std::size_t>(index);
   makeLine(at);
   return &rows_[at];
+}
+
+void CommandListModel::setMarks(std::map<int, CommandMark> marks) {
+  if (marks.empty() && marks_.empty()) return;
+  marks_ = std::move(marks);
+  emit marked();
+}
+
+QVariant CommandListModel::data(const QModelIndex& index, int role) const {
+  const bool describes = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+  if (role != kRowMarkRole && !describes) return ListRows::data(index, role);
+  const auto found = marks_.find(index.row());
+  if (found == marks_.end()) return ListRows::data(index, role);
+  if (!describes) return static_cast<int>(found->second.mark);
+  const QString text = shownLines(found->second.text);
+  if (role == Qt::AccessibleDescriptionRole) return text;
+  return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
 }
 
 Qt::ItemFlags CommandListModel::flags(const QModelIndex& index) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "model/CommandLine.h"
 #include "model/MacroCommand.h"
 #include "widgets/ListRows.h"
+#include "widgets/RowMark.h"
 
 namespace tessaly {
 
@@ -20,6 +22,12 @@ struct CommandLines {
   std::vector<bool> updated;  // a mark a command; none where there are fewer
   LineOptions options;
   std::function<std::string(const MacroCommand& command, const LineOptions& options, bool updated)> line;
+};
+
+// What a command is marked with, and why; UTF-8, one line a finding.
+struct CommandMark {
+  RowMark mark = RowMark::kNone;
+  std::string text;
 };
 
 // The lines of the commands that a pane shows, each with its position as its number. Those of a macro are
@@ -39,16 +47,25 @@ class CommandListModel : public ListRows {
   void showNotice(const std::string& of, const std::string& text);
   void clear();
 
+  // By the position of the command; they stay until others are given.
+  void setMarks(std::map<int, CommandMark> marks);
+
   [[nodiscard]] const ListRow* row(int index) const override;
+  // A mark as a role of its own, and its text for the tool tip and for screen readers.
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
   // They can be dragged, too.
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+
+ signals:
+  void marked();
 
  private:
   void show(const std::string& of, std::size_t count, const std::function<void()>& fill);
   void makeLine(std::size_t row) const;
   void makeLinesMeanwhile();
 
+  std::map<int, CommandMark> marks_;
   std::string of_;
   CommandLines lines_;
   mutable std::vector<ListRow> rows_;

@@ -25,7 +25,7 @@ ComparedPlace::ComparedPlace(const WorkingCopy& copy, std::optional<MacroTarget>
 void ComparedPlace::look() {
   const std::optional<MacroTarget> here = place();
   seen_ = here;
-  present_ = {};
+  present_ = {.trouble = tr("the panel is being asked")};
   // The transfer lets events through: the window may be closed, or the pane show another macro, meanwhile.
   const QPointer<ComparedPlace> self(this);
   if (here && here->source == PaneSource::kPanel) {
@@ -68,7 +68,7 @@ CompareSide ComparedPlace::side() const {
   if (!panel) {
     side.content = [&root = site_.root, file = here->file()] { return readMacro(root, file); };
   } else if (seen_ != here) {
-    side.trouble = tr("the panel has not been asked yet");
+    side.trouble = tr("the panel is about to be asked");
   } else if (present_.bytes) {
     side.content = [bytes = *present_.bytes] { return Macro::read(bytes); };
   } else {

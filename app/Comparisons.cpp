@@ -7,6 +7,7 @@
 #include "model/MacroFile.h"
 #include "platform/LocalTime.h"
 #include "widgets/DialogText.h"
+#include "windows/CompareWindow.h"
 
 namespace tessaly {
 
@@ -61,7 +62,7 @@ void Comparisons::connectTo(const OpenMacros& open, const HistoryOperations& his
 }
 
 void Comparisons::comparePanes() {
-  CompareWindow::Ways ways;
+  CompareWays ways;
   ways.side = [this](Side side) { return sideOf(paneOf(side)); };
   ways.take = [this](const CompareTake& taken) { return take(paneOf(taken.into), taken); };
   CompareWindow* window = open("panes", Pane::kA, std::move(ways));
@@ -115,7 +116,7 @@ void Comparisons::compareWithVersion(Pane pane, const KeptMacro& version) {
 
 CompareWindow* Comparisons::open(const std::string& key, Pane pane, std::function<CompareSide()> beside,
                                  std::function<void()> readAgain) {
-  CompareWindow::Ways ways;
+  CompareWays ways;
   ways.side = [this, pane, beside = std::move(beside)](Side side) {
     return side == columnOf(pane) ? sideOf(pane) : beside();
   };
@@ -126,7 +127,8 @@ CompareWindow* Comparisons::open(const std::string& key, Pane pane, std::functio
   return open(key, pane, std::move(ways));
 }
 
-CompareWindow* Comparisons::open(const std::string& key, Pane pane, CompareWindow::Ways ways) {
+CompareWindow* Comparisons::open(const std::string& key, Pane pane, CompareWays ways) {
+  std::erase_if(opened_, [](const auto& entry) { return entry.second.window.isNull(); });
   QPointer<CompareWindow>& window = opened_[key].window;
   if (window.isNull()) {
     ways.failureText = failureText;
@@ -192,25 +194,6 @@ QString Comparisons::take(Pane pane, const CompareTake& take) {
   if (copy.macro()->check() != take.shown.check()) return tr("the macro was changed meanwhile");
   const Outcome done = copy.apply(take.edit, {take.step.toStdString(), selectedAfter(take.edit)});
   return done.written() ? QString() : failureText(done.failure());
-}
-
-void addCompareMenu(QMenuBar& bar, const CompareChoices& choices) {
-  // The letters before are keys of the panes or of other menus.
-  QMenu* menu = bar.addMenu(Comparisons::tr("Comp&are"));
-  const auto add = [&](const QString& text, const QKeySequence& keys,
-                       const std::function<void(Comparisons&)>& compare) {
-    QAction* const entry = menu->addAction(text);
-    entry->setShortcut(keys);
-    QObject::connect(entry, &QAction::triggered, menu, [compare, comparisons = choices.comparisons] {
-      if (Comparisons* const ready = comparisons()) compare(*ready);
-    });
-  };
-  add(Comparisons::tr("&What Have I Changed?"), Qt::CTRL | Qt::SHIFT | Qt::Key_D,
-      [pane = choices.keyboardPane](Comparisons& ready) { ready.compareWithTarget(pane()); });
-  add(Comparisons::tr("&Both Panes"), Qt::CTRL | Qt::SHIFT | Qt::Key_B,
-      [](Comparisons& ready) { ready.comparePanes(); });
-  add(Comparisons::tr("With a &Version of the History..."), {},
-      [history = choices.history](Comparisons&) { history(); });
 }
 
 }  // namespace tessaly

@@ -2,16 +2,17 @@
 
 #include <map>
 
-#include <QMenuBar>
+#include <QPointer>
 #include <QThreadPool>
 
 #include "app/ComparedPlace.h"
 #include "model/CommandLine.h"
 #include "model/KeptMacro.h"
-#include "windows/CompareWindow.h"
+#include "windows/CompareSide.h"
 
 namespace tessaly {
 
+class CompareWindow;
 class HistoryOperations;
 class OpenMacros;
 
@@ -50,7 +51,7 @@ class Comparisons : public QObject {
   // A window for the pane beside another side.
   CompareWindow* open(const std::string& key, Pane pane, std::function<CompareSide()> beside,
                       std::function<void()> readAgain = {});
-  CompareWindow* open(const std::string& key, Pane pane, CompareWindow::Ways ways);
+  CompareWindow* open(const std::string& key, Pane pane, CompareWays ways);
 
   PaneAccesses panes_;
   SiteAccess site_;
@@ -61,13 +62,5 @@ class Comparisons : public QObject {
   std::map<std::string, Opened> opened_;  // by what they compare
   QThreadPool pool_;
 };
-
-// The menu "Compare".
-struct CompareChoices {
-  std::function<Comparisons*()> comparisons;  // null while nothing can be compared
-  std::function<Pane()> keyboardPane;
-  std::function<void()> history;
-};
-void addCompareMenu(QMenuBar& bar, const CompareChoices& choices);
 
 }  // namespace tessaly

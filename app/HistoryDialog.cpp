@@ -4,6 +4,7 @@
 #include <QToolButton>
 
 #include "ui_HistoryDialog.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 
@@ -19,6 +20,7 @@ HistoryDialog::HistoryDialog(Preview preview, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::HistoryDialog>()), preview_(std::move(preview)) {
   ui_->setupUi(this);
   ui_->filter->findChild<QToolButton*>()->setAccessibleName(tr("Clear the filter"));
+  new ListFinder(*ui_->macros);
   ui_->macros->setModel(&model_);
   ui_->macros->header()->resizeSection(HistoryModel::kName, kNameWidth);
   ui_->splitter->setStretchFactor(0, kListShare);

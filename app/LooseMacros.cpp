@@ -80,7 +80,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
                            browser(folderOf).workplace(),
                            MacroNumber::textOf(position.number()),
                            name};
-  if (!write(pane, target.file())) return;
+  if (!open_.mayPutAt(folderOf, target, pane) || !write(pane, target.file())) return;
   copy.noteSavedAs(target);
   open_.follow(target, pane);
   browser(pane).refreshFolder(folder);

@@ -18,13 +18,14 @@ class LooseMacros : public QObject {
 
   // Under a number of the folder that a pane shows, or, with a macro file of any name, without a place.
   void saveAs(Pane pane);
+  // Not while the pane has unsaved changes.
+  void open(Pane pane, const QString& file);
 
  signals:
   void said(const QString& text);
   void changed();
 
  private:
-  void open(Pane pane, const QString& file);
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   // Whether the pane shows another macro than at that opening, after saying so.

@@ -67,7 +67,7 @@ void MacroOperations::createMacro(Pane pane) {
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
   if (state(pane).viewOnly() || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
-  if (!target.complete()) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -122,7 +122,11 @@ void MacroOperations::copyMacro(Pane pane) {
                          window_);
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete() || !open_.mayCopyTo(pane, target)) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
+  if (onPanel(pane) && !maySend(from, source)) {
+    emit said(tr("NOT sent: %1").arg(nameInStrip(source.text())));
+    return;
+  }
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
               placeOf(target));
   if (!onPanel(from))
@@ -131,6 +135,17 @@ void MacroOperations::copyMacro(Pane pane) {
     copyOnPanel(pane, source, target);
   else
     copyFromPanel(pane, source, target);
+}
+
+// What the other pane has on the disk, or shows of a panel.
+bool MacroOperations::maySend(Pane from, const MacroRow& source) const {
+  const std::string folder = browser(from).macroFolder();
+  const auto macro = onPanel(from) || state(from).olderFamily || folder.empty()
+                         ? Expected<Macro>(Failure{Failure::Kind::kMissing, {}})
+                         : readMacro(site_.root, macroFile(folder, source.numberText));
+  const auto& shown = state(from).copy.macro();
+  if (!macro && !(onPanel(from) && shown)) return true;
+  return open_.maySend(macro ? *macro : *shown, nameInStrip(source.text()), from);
 }
 
 std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QString& reason) {

@@ -52,6 +52,7 @@ class MacroOperations : public QObject {
   void copyFromDisk(Pane to, const MacroRow& source, const MacroTarget& target);
   void copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target);
   void copyOnPanel(Pane to, const MacroRow& source, const MacroTarget& target);
+  [[nodiscard]] bool maySend(Pane from, const MacroRow& source) const;
   // Where the source's macro is on disk; a key file is converted first. Empty, with a reason, when there is
   // none.
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source, QString& reason);

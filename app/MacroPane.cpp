@@ -245,7 +245,14 @@ void MacroPane::openCommandMenu(const QPoint& at) {
   }
   menu->addSeparator();
   menu->addActions(actions_->all());
+  menu->addSeparator();
+  emit commandMenuOpens(menu);
   menu->popup(ui_->commands->viewport()->mapToGlobal(at));
+}
+
+QPoint MacroPane::placeOfSelected() {
+  const QModelIndex row = ui_->commands->rows().index(ui_->commands->selectedRow());
+  return ui_->commands->viewport()->mapToGlobal(ui_->commands->visualRect(row).bottomLeft());
 }
 
 ListBox& MacroPane::applications() { return *ui_->applications; }

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 
@@ -56,6 +57,8 @@ class MacroPane : public QGroupBox {
   void revealHarddiskButton();
   // Gives the keyboard to the control of this pane that had it last.
   void takeFocus();
+  // Below the row of the first command that is selected; global.
+  [[nodiscard]] QPoint placeOfSelected();
   // Where the borders between the lists stand.
   void restorePlaces(const Preferences& preferences);
   void keepPlaces(Preferences& preferences) const;
@@ -77,6 +80,7 @@ class MacroPane : public QGroupBox {
   void deleteCommandPressed();
   void commandActChosen(tessaly::CommandAct act);
   void fileDropped(const QString& file);
+  void commandMenuOpens(QMenu* menu);  // for others to add to it
   void updatePressed();
   void savePressed();
   void discardPressed();

@@ -1,5 +1,6 @@
 #include "app/MacroUndo.h"
 
+#include "app/BatchUndo.h"
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
 #include "app/OpenMacros.h"
@@ -45,6 +46,13 @@ void MacroUndo::noteRename(const QString& name, const MacroTarget& target, const
   if (target.name.size() < kLongestMacroName) add({name, placeOf(target), {}, {}, target.name, newName});
 }
 
+void MacroUndo::noteBatch(const QString& name, std::vector<BatchTrace> traces) {
+  Entry entry;
+  entry.name = name;
+  entry.batch = std::move(traces);
+  add(std::move(entry));
+}
+
 void MacroUndo::add(Entry entry) {
   row_.push_back(std::move(entry));
   if (row_.size() > kMostUndoableOperations) row_.pop_front();
@@ -55,7 +63,14 @@ void MacroUndo::undo() {
   if (row_.empty()) return;
   const Entry entry = row_.back();
   static_cast<void>(history_.takeFailure());
-  const Result result = run(entry);
+  Result result;
+  if (entry.batch.empty()) {
+    result = run(entry);
+  } else {
+    BatchUndo::Result undone = batches_->undo(entry.name, entry.batch);
+    result = {undone.text, undone.left.empty()};
+    row_.back().batch = std::move(undone.left);
+  }
   if (result.over) row_.pop_back();
   emit changed();
   emit said(result.text);

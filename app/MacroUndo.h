@@ -3,15 +3,18 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QObject>
 
 #include "app/MacroTarget.h"
 #include "platform/ContentCheck.h"
 #include "platform/SiteAccess.h"
+#include "review/MacroBatch.h"
 
 namespace tessaly {
 
+class BatchUndo;
 class MacroHistory;
 class MacroTransfers;
 class OpenMacros;
@@ -39,6 +42,11 @@ class MacroUndo : public QObject {
   // The panel has been asked to rename a macro.
   void noteRename(const QString& name, const MacroTarget& target, const std::string& newName);
 
+  // A batch has written what it leaves traces of: one entry.
+  void noteBatch(const QString& name, std::vector<BatchTrace> traces);
+  // What undoes a batch. Observed; before the first one.
+  void undoBatchesBy(BatchUndo& batches) { batches_ = &batches; }
+
   // What is undone next; empty when there is nothing.
   [[nodiscard]] QString next() const { return row_.empty() ? QString() : row_.back().name; }
   // Asks before anything is lost that the operation has not left. Stays undoable when it could not be tried.
@@ -55,10 +63,11 @@ class MacroUndo : public QObject {
     std::optional<std::string> kept = {};    // id of what stood there before; without one nothing did
     std::optional<ContentCheck> left = {};   // without it the operation has left nothing
     std::string oldName = {}, newName = {};  // of a renaming on a panel, which keeps nothing
+    std::vector<BatchTrace> batch = {};      // of one; then nothing of the above counts but the name
   };
   struct Result {
     QString text;
-    bool over;  // the entry goes
+    bool over = false;  // the entry goes
   };
 
   void add(Entry entry);
@@ -76,6 +85,7 @@ class MacroUndo : public QObject {
   MacroTransfers& transfers_;
   OpenMacros& open_;
   Entry pending_;
+  BatchUndo* batches_ = nullptr;
   std::deque<Entry> row_;  // oldest first
 };
 

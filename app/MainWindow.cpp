@@ -9,6 +9,7 @@
 #include "app/AboutDialog.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/Replacements.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
 #include "app/ViewMenu.h"
@@ -51,7 +52,6 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
       transfer_(context.panelMacros, gate_, this),
       transfers_(transfer_, context.site, panelNames_) {
   layOut();
-  addMenu();
   bridge_.setSource([this](Pane pane) { return connection_.source(pane) == PaneSource::kPanel; });
   connection_.setDemo(context.demo);
   connection_.setConnectTimeOut(context.connectTimeOut);
@@ -86,10 +86,11 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);
-  snapshots_ = std::make_unique<Snapshots>(rooms, context.site, context.history, connection_, transfer_,
-                                           *open_, context.client, this);
-  comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
-  comparisons_->connectTo(*open_, *historyOperations_);
+  desk_ = std::make_unique<ReviewDesk>(
+      ReviewDesk::Surroundings{context_, rooms, lines_, settings_.frameRate, connection_, transfer_,
+                               transfers_, gate_, *open_, *loose_, *macroUndo_, *historyOperations_},
+      this);
+  addMenu();
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -98,6 +99,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
+  connect(desk_.get(), &ReviewDesk::changed, this, &MainWindow::updateControls);
+  connect(desk_.get(), &ReviewDesk::findingsChanged, this, &MainWindow::showFinding);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
     macroMenu_->showUndo(macroUndo_->next());
@@ -166,8 +169,12 @@ void MainWindow::switchPane() {
 void MainWindow::followKeyboard(const QWidget* to) {
   for (const Pane pane : kPanes)
     if (room(pane).view->isAncestorOf(to)) keyboardPane_ = pane;
+  desk_->setActive(keyboardPane_);
   showSteps();
+  showFinding();
 }
+
+void MainWindow::showFinding() { ui_->strip->showFinding(desk_->findingText()); }
 
 void MainWindow::showSteps() {
   if (!loaded_) return;
@@ -187,15 +194,6 @@ void MainWindow::addMenu() {
   connect(macroMenu_, &MacroMenu::saveAsPressed, this, [this] {
     if (loaded_) loose_->saveAs(keyboardPane_);
   });
-  connect(macroMenu_, &MacroMenu::saveSnapshotPressed, this, [this] {
-    if (loaded_) snapshots_->save(keyboardPane_);
-  });
-  connect(macroMenu_, &MacroMenu::openSnapshotPressed, this, [this] {
-    if (loaded_) snapshots_->open(keyboardPane_);
-  });
-  connect(macroMenu_, &MacroMenu::restoreSnapshotPressed, this,
-          [this] { snapshots_->restore(keyboardPane_); });
-  connect(macroMenu_, &MacroMenu::closeSnapshotPressed, this, [this] { snapshots_->close(keyboardPane_); });
   connect(macroMenu_, &MacroMenu::sitePressed, this, &MainWindow::siteWanted);
   editMenu_ = new EditMenu(this);
   menuBar()->addMenu(editMenu_);
@@ -204,8 +202,7 @@ void MainWindow::addMenu() {
   connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
-  addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
-                              [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
+  desk_->addMenus(*menuBar(), *macroMenu_);
   addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
@@ -285,7 +282,7 @@ void MainWindow::connectStrip() {
   connect(runs_.get(), &CommandRuns::said, this, &MainWindow::say);
   connect(loose_.get(), &LooseMacros::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
-  connect(snapshots_.get(), &Snapshots::said, this, &MainWindow::say);
+  connect(desk_.get(), &ReviewDesk::said, this, &MainWindow::say);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(steps_.get(), &StepOperations::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
@@ -341,7 +338,7 @@ void MainWindow::keepState() {
 
 bool MainWindow::end() {
   transfer_.cancel();
-  if (transfer_.busy()) return false;
+  if (const bool ended = desk_->end(); !ended || transfer_.busy()) return false;
   keepState();
   connection_.close();
   return true;
@@ -377,9 +374,11 @@ void MainWindow::dictionaryLoaded() {
       room(pane).browser->showCommands();
   }
   room(Pane::kA).view->revealHarddiskButton();
+  desk_->begin();
   updateControls();
   room(Pane::kA).view->applications().setFocus();
   recovery_->offer();
+  desk_->endUnfinished();
 }
 
 PaneSituation MainWindow::situation(Pane pane) const {
@@ -412,6 +411,7 @@ void MainWindow::updateControls() {
     if (!room(pane).state->copy.saveOwed()) ui_->strip->showOwed(pane, {});
   }
   showSteps();
+  showFinding();
 }
 
 void MainWindow::showDemo() {
@@ -430,6 +430,7 @@ void MainWindow::watchConnection() {
         : reason.isEmpty()  ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason));
   }
+  desk_->look();
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
@@ -476,8 +477,8 @@ bool MainWindow::mayClose() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (transfer_.busy()) {
-    // The transfer is given up first; the window closes as soon as its handler has returned.
+  if (const bool ended = desk_->end(); !ended || transfer_.busy()) {
+    // What runs is given up first; the window closes as soon as its handler has returned.
     transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
     event->ignore();

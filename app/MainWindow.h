@@ -9,7 +9,6 @@
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
-#include "app/Comparisons.h"
 #include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
@@ -24,9 +23,10 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
-#include "app/Snapshots.h"
+#include "app/ReviewDesk.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
+#include "app/WindowContext.h"
 #include "model/MacroHistory.h"
 #include "model/Settings.h"
 #include "values/SourceNames.h"
@@ -36,19 +36,6 @@ class MainWindow;
 }
 
 namespace tessaly {
-
-// What the window works with; owned by the application, which outlives the window.
-struct WindowContext {
-  SiteAccess site;
-  const FunctionDictionary& dictionary;  // read only after the 0x401 message
-  DecodingLists& decodingLists;
-  PanelClient& client;
-  PanelMacros& panelMacros;
-  MacroHistory& history;
-  bool demo = false;
-  Preferences* preferences = nullptr;  // of the user; may be missing
-  std::chrono::milliseconds connectTimeOut = kConnectTimeOut;
-};
 
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
 // rules are those of Browser, MacroOperations and the connection.
@@ -96,6 +83,7 @@ class MainWindow : public QMainWindow {
   void switchPane();
   void followKeyboard(const QWidget* to);
   void showSteps();
+  void showFinding();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
@@ -145,8 +133,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
-  std::unique_ptr<Snapshots> snapshots_;
-  std::unique_ptr<Comparisons> comparisons_;
+  std::unique_ptr<ReviewDesk> desk_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -18,6 +18,8 @@ namespace {
 
 QString inBrackets(const Failure& failure) { return QStringLiteral(" (%1)").arg(failureText(failure)); }
 
+std::string compareButton() { return OpenMacros::tr("Co&mpare").toStdString(); }
+
 }  // namespace
 
 QString macroInStrip(const MacroTarget& target) {
@@ -176,45 +178,48 @@ bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
       tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
           .arg(macro)
           .toStdString(),
-      tr("Co&mpare").toStdString());
+      compareButton());
   if (choice == MessageChoice::kOther) emit compareWanted(pane, target, present);
   return choice == MessageChoice::kOk;
 }
 
-bool OpenMacros::unseen(Pane pane, const MacroTarget& target, const std::string& bytes) const {
+bool OpenMacros::unseen(Pane list, const MacroTarget& target, const std::string& bytes) const {
   bool known = false;
-  for (const Pane other : kPanes) {
-    const WorkingCopy& copy = state(other).copy;
-    if (!shows(other, placeOf(target)) || !copy.knowsTarget()) continue;
+  for (const Pane pane : kPanes) {
+    const WorkingCopy& copy = state(pane).copy;
+    if (!shows(pane, placeOf(target)) || !copy.knowsTarget()) continue;
     if (copy.targetDiffers(bytes)) return true;
     known = true;
   }
   if (known || target.source == PaneSource::kPanel) return false;  // a panel's list tells names only
-  const std::vector<MacroRow>& rows = state(pane).macroRows;
+  const std::vector<MacroRow>& rows = state(list).macroRows;
   return std::none_of(rows.begin(), rows.end(), [&](const MacroRow& row) {
     return row.numberText == target.numberText && row.check == contentCheck(bytes);
   });
 }
 
-bool OpenMacros::mayCopyTo(Pane pane, const MacroTarget& target) {
-  const bool shown =
-      std::any_of(kPanes.begin(), kPanes.end(), [&](Pane each) { return shows(each, placeOf(target)); });
-  if (target.source == PaneSource::kPanel && (demo_ || !shown)) return true;
+bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from) {
+  const bool shownHere =
+      std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) { return shows(pane, placeOf(target)); });
+  if (target.source == PaneSource::kPanel && (demo_ || !shownHere)) return true;
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   const QString number = QString::fromStdString(target.numberText);
   if (present.cancelled) {
-    emit said(tr("NOT copied to %1%2").arg(number, transfers_.reason()));
+    emit said(tr("NOT written to %1%2").arg(number, transfers_.reason()));
     return false;
   }
-  if (!present.bytes || !unseen(pane, target, *present.bytes)) return true;
-  const MessageChoice choice = site_.messages.choose(
-      tr("What stands at %1 has been changed by somebody else since it was read here.\n\nCopy over it?")
+  if (!present.bytes || !unseen(list, target, *present.bytes)) return true;
+  const std::string question =
+      tr("What stands at %1 has been changed by somebody else since it was read here.\n\nOverwrite it?")
           .arg(number)
-          .toStdString(),
-      tr("Co&mpare").toStdString());
+          .toStdString();
+  const MessageChoice choice = from ? site_.messages.choose(question, compareButton())
+                               : site_.messages.ask(question, MessageIcon::kQuestion)
+                                   ? MessageChoice::kOk
+                                   : MessageChoice::kCancel;
   if (choice == MessageChoice::kOk) return true;
-  emit said(tr("NOT copied to %1: it is as somebody else has left it").arg(number));
-  if (choice == MessageChoice::kOther) emit compareWanted(other(pane), target, present);
+  emit said(tr("NOT written to %1: it is as somebody else has left it").arg(number));
+  if (choice == MessageChoice::kOther) emit compareWanted(*from, target, present);
   return false;
 }
 
@@ -260,6 +265,10 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     copy.leaveEditState(WorkingCopy::Record::kKeep);
     emit said(tr("the demonstration sends nothing"));
     return Saved::kDone;
+  }
+  if (panel && !maySend(*copy.macro(), macroInStrip(*target), pane)) {
+    emit said(tr("NOT sent: %1; its changes are still unsaved").arg(macroInStrip(*target)));
+    return Saved::kNothing;
   }
   if (QString refusal; !mayOverwrite(pane, refusal)) {
     emit said(refusal);

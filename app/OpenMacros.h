@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QObject>
@@ -22,17 +23,24 @@ class OpenMacros : public QObject {
   OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
              const PanelConnection& connection, MacroTransfers& transfers, bool demo);
 
+  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it.
+  using SendQuestion = std::function<bool(const Macro& macro, const QString& name, Pane pane)>;
+  void setSendQuestion(SendQuestion question) { maySend_ = std::move(question); }
+  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane) const {
+    return !maySend_ || maySend_(macro, name, pane);
+  }
+
   // The macro that is chosen in the pane's list.
   void open(Pane pane);
   enum class Saved { kNothing, kFailed, kDone };
   // Also a save that is owed. kNothing when there is nothing to save, nowhere to save it to, or the user
-  // would not overwrite what somebody else has written there; edit state then stays.
+  // would not overwrite what somebody else has written there, or not send errors; edit state then stays.
   Saved save(Pane pane);
   void discard(Pane pane);
-  // Before the macro that is chosen in the other pane is copied to a place of this one: whether what stands
-  // there is what the pane's list or a pane has read, or may be overwritten all the same. `said` tells
-  // otherwise.
-  [[nodiscard]] bool mayCopyTo(Pane pane, const MacroTarget& target);
+  // Before something is written to a place of the folder or workplace that the pane's list shows: whether
+  // what stands there is what that list or a pane has read, or may be overwritten all the same. What the pane
+  // `from` shows can be compared with it. `said` tells otherwise.
+  [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -68,8 +76,8 @@ class OpenMacros : public QObject {
   // A macro of the disk, or of the snapshot that the pane shows, into a file of our own.
   Outcome fetch(Pane pane, const MacroTarget& target, const std::string& file) const;
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
-  // Whether a place holds something that neither the pane's list nor a pane has read.
-  [[nodiscard]] bool unseen(Pane pane, const MacroTarget& target, const std::string& bytes) const;
+  // Whether a place holds something that neither the list nor a pane has read.
+  [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;
   void noteListed(Pane pane, const MacroTarget& saved);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);
@@ -80,6 +88,7 @@ class OpenMacros : public QObject {
   const PanelConnection& connection_;
   MacroTransfers& transfers_;
   bool demo_;
+  SendQuestion maySend_;
 };
 
 // "007 - Name", for the strip.

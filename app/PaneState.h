@@ -39,6 +39,13 @@ struct PaneState {
     return row >= 0 && row < static_cast<int>(macroRows.size()) ? &macroRows[static_cast<std::size_t>(row)]
                                                                 : nullptr;
   }
+  // The one command of a macro that is selected; null for none, for several, and for one of a key file.
+  [[nodiscard]] const MacroCommand* selectedCommand() const {
+    const std::vector<int> rows = view.commands().selectedRows();
+    const auto& macro = copy.macro();
+    if (rows.size() != 1 || !macro || rows.front() >= copy.commandCount()) return nullptr;
+    return &macro->commands()[static_cast<std::size_t>(rows.front())];
+  }
   // There are commands that editors may change.
   [[nodiscard]] bool editable() const {
     return hasMacro() && copy.content() == WorkingCopy::Content::kMacro && (!snapshot || copy.loose());

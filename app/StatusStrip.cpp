@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include "widgets/DialogText.h"
@@ -27,6 +28,14 @@ QLabel* textLabel(QWidget* parent, const QString& name) {
 
 }  // namespace
 
+QSize ElidedLabel::minimumSizeHint() const { return {0, fontMetrics().height()}; }
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+}
+
 StatusStrip::StatusStrip(QWidget* parent) : QFrame(parent) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins({});
@@ -38,6 +47,11 @@ StatusStrip::StatusStrip(QWidget* parent) : QFrame(parent) {
   }
   waiting_ = addRow(QStringLiteral("waiting"), tr("Cancel"));
   connect(waiting_.button, &QPushButton::clicked, this, &StatusStrip::cancelPressed);
+  finding_ = new ElidedLabel(this);
+  finding_->setObjectName(QStringLiteral("finding"));
+  finding_->setTextFormat(Qt::PlainText);
+  finding_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  column->addWidget(finding_);
   said_ = textLabel(this, QStringLiteral("statusStrip"));
   column->addWidget(said_);
 }
@@ -70,6 +84,12 @@ void StatusStrip::say(const QString& text) {
   said_->setToolTip(text.toHtmlEscaped());
   QAccessibleEvent told(said_, QAccessible::Alert);
   QAccessible::updateAccessibility(&told);
+}
+
+void StatusStrip::showFinding(const QString& text) {
+  if (text == finding_->text()) return;
+  finding_->setText(text);
+  finding_->setToolTip(text.toHtmlEscaped());
 }
 
 void StatusStrip::showOwed(Pane pane, const QString& text) { owed_[index(pane)].show(text); }

@@ -10,6 +10,18 @@
 
 namespace tessaly {
 
+// One line that ends in dots where it is too long, with the whole text as its tool tip.
+class ElidedLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  using QLabel::QLabel;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
 // The line at the foot of the window. What was done, or why not, begins with its verdict, is told to screen
 // readers, and wraps where the window is narrow. A save that is still owed has a line of its own above it,
 // with a button, until it is settled; so has work that can be cancelled.
@@ -23,6 +35,8 @@ class StatusStrip : public QFrame {
   // What a failed save of the pane was told as; empty when nothing is owed any more.
   void showOwed(Pane pane, const QString& text);
   [[nodiscard]] QString owed(Pane pane) const;
+  // What a check has found of what is selected; its line is always there, so that nothing moves.
+  void showFinding(const QString& text);
   // What is being waited for; empty when nothing is.
   void showWaiting(const QString& text);
 
@@ -42,6 +56,7 @@ class StatusStrip : public QFrame {
 
   std::array<Row, kPanes.size()> owed_;
   Row waiting_;
+  ElidedLabel* finding_;
   QLabel* said_;
 };
 

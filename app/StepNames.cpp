@@ -27,6 +27,9 @@ class StepNames {
     return tr("modify command %1").arg(edit.number + 1);
   }
   QString operator()(const SetValues& edit) const { return update(static_cast<int>(edit.values.size())); }
+  QString operator()(const SetTexts& edit) const {
+    return tr("change %n texts", nullptr, static_cast<int>(edit.texts.size()));
+  }
   QString operator()(const SetMacroName&) const { return tr("rename the macro"); }
   QString operator()(const TakeCommands& edit) const {
     return tr("take %n differences", nullptr, static_cast<int>(edit.pieces.size()));

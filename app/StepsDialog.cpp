@@ -2,12 +2,14 @@
 
 #include "ui_StepsDialog.h"
 #include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 
 StepsDialog::StepsDialog(const EditHistory& row, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::StepsDialog>()) {
   ui_->setupUi(this);
+  new ListFinder(*ui_->steps);
   for (std::size_t position = 0; position <= row.size(); ++position) {
     QString text = position > 0
                        ? tr("%1: %2").arg(QString::number(position), shown(row.step(position - 1).name))

@@ -82,6 +82,7 @@ void WorkingCopy::empty() {
   target_.reset();
   loose_.reset();
   fetched_.reset();
+  record_.reset();
 }
 
 Outcome WorkingCopy::clear() {
@@ -309,14 +310,16 @@ void WorkingCopy::noteSavedAs(std::optional<MacroTarget> target) {
 
 void WorkingCopy::leaveEditState(Record record) {
   edited_ = false;
-  // A record that an earlier run left is not this one's to remove.
-  if (record_ && record == Record::kRemove) recovery_.remove();
-  record_.reset();
+  if (record == Record::kRemove) {
+    // A record that an earlier run left is not this one's to remove.
+    if (record_) recovery_.remove();
+    record_.reset();
+  }
   emit changed();
 }
 
 void WorkingCopy::close() {
-  leaveEditState();
+  if (edited_) leaveEditState();
   if (differs() && !recovery_.exists()) steps_.end();
 }
 

@@ -9,6 +9,7 @@
 #include "dictionary/FunctionDictionary.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/FunctionFinder.h"
+#include "model/FunctionSearch.h"
 #include "model/SegmentSearch.h"
 
 namespace tessaly::bench {
@@ -23,6 +24,9 @@ struct Finding {
   FunctionDictionary dictionary;
   std::unique_ptr<FunctionFinder> finder;
   std::unique_ptr<SegmentSearch> search;
+  std::unique_ptr<FunctionSearch> words;
+  FunctionSearch::Functions all;
+  std::string displayTexts;  // of all functions
 };
 
 Finding& finding() {
@@ -34,6 +38,11 @@ Finding& finding() {
       std::exit(1);
     made->finder = std::make_unique<FunctionFinder>(made->dictionary);
     made->search = std::make_unique<SegmentSearch>(made->dictionary);
+    made->words = std::make_unique<FunctionSearch>(made->dictionary);
+    for (std::uint32_t i = 0; i < made->dictionary.functionCount(); ++i) {
+      made->all.push_back(i);
+      made->displayTexts += made->dictionary.function(i).description() + '\n';
+    }
     return made;
   }();
   return *kFinding;
@@ -41,8 +50,7 @@ Finding& finding() {
 
 void prepare() { static_cast<void>(finding()); }
 
-void barePass(std::string_view text) {
-  const std::string_view names = finding().dictionary.allNames();
+void barePass(std::string_view text, std::string_view names) {
   std::size_t hits = 0;
   const char* end = names.data() + names.size();
   const char* place = names.data();
@@ -52,6 +60,8 @@ void barePass(std::string_view text) {
   }
   keep(&hits);
 }
+
+void barePass(std::string_view text) { barePass(text, finding().dictionary.allNames()); }
 
 void filter(const char* text) {
   FinderFilters filters;
@@ -91,6 +101,20 @@ void barePasses() {
   for (const char* text : {"Wipe1", "Wipe16", "Wipe168", "Mask7"}) barePass(text);
 }
 
+// Keystrokes of who types words of display texts, and the plain passes over those texts.
+constexpr const char* kWords[] = {"Wipe", "Wipe 1", "Wipe 16", "Mask 7 W"};
+
+void wordKeystrokes() {
+  for (const char* text : kWords) {
+    const auto found = finding().words->find(text, finding().all);
+    keep(found.data());
+  }
+}
+
+void displayPasses() {
+  for (const char* text : kWords) barePass(text, finding().displayTexts);
+}
+
 const bool kRegistered[] = {
     addPair(filterPair("filter 100,000 functions, 20,000 hits", "ME3")),
     addPair(filterPair("filter 100,000 functions, 100 hits", "Wipe160")),
@@ -98,6 +122,12 @@ const bool kRegistered[] = {
              .measured = keystrokes,
              .limit = barePasses,
              .goal = 4,
+             .prepare = prepare,
+             .oneThread = true}),
+    addPair({.name = "a keystroke in the field for words, 100,000 functions",
+             .measured = wordKeystrokes,
+             .limit = displayPasses,
+             .goal = 2,
              .prepare = prepare,
              .oneThread = true}),
 };

@@ -1,9 +1,8 @@
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "cli/Commands.h"
-#include "model/Settings.h"
+#include "cli/FindingOutput.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "review/FolderCheck.h"
@@ -28,7 +27,7 @@ class Report {
       if (finding.severity < least_) continue;
       ++counts_[static_cast<std::size_t>(finding.severity)];
       if (json_) {
-        findings.push_back(jsonOf(finding));
+        findings.push_back(findingJson(finding));
       } else {
         session_.line(lineOf(finding, shown));
       }
@@ -66,25 +65,8 @@ class Report {
 
  private:
   static std::string lineOf(const Finding& finding, const std::string& shown) {
-    std::string line = outputName(shown) + '\t';
-    if (finding.command >= 0) line += std::to_string(finding.command);
-    line.append("\t").append(severityName(finding.severity)).append("\t").append(infoOf(finding.rule).name);
-    line += '\t' + (finding.parameter.empty() ? std::string() : outputName(finding.parameter) + ": ") +
-            outputName(finding.wrong);
-    return finding.right.empty() ? line : line + "; right: " + outputName(finding.right);
-  }
-
-  static Json jsonOf(const Finding& finding) {
-    const auto text = [](const std::string& value) {
-      return value.empty() ? Json() : Json(displayUtf8(value));
-    };
-    return {{"rule", infoOf(finding.rule).name},
-            {"severity", severityName(finding.severity)},
-            {"command", finding.command < 0 ? Json() : Json(finding.command)},
-            {"parameter", text(finding.parameter)},
-            {"wrong", displayUtf8(finding.wrong)},
-            {"right", text(finding.right)},
-            {"fix", finding.fix.has_value()}};
+    const std::string number = finding.command < 0 ? std::string() : std::to_string(finding.command);
+    return outputName(shown) + '\t' + number + '\t' + findingColumns(finding);
   }
 
   CommandSession& session_;
@@ -94,16 +76,6 @@ class Report {
   std::size_t counts_[3] = {};
   Json list_ = Json::array();
 };
-
-CheckContext contextOf(CommandSession& session) {
-  Settings settings;
-  static_cast<void>(readSettings(session.root(), settings));
-  std::vector<std::string> problems;
-  CheckContext context{session.dictionary(), session.decodingLists(), settings.frameRate,
-                       RulesOff::load(session.root(), problems)};
-  for (const std::string& problem : problems) session.warn(std::string(kCheckFile) + ' ' + problem);
-  return context;
-}
 
 // False when the path cannot be read; the reason is told.
 bool checkPath(CommandSession& session, const std::string& word, MacroCheck& check, Report& report) {
@@ -129,7 +101,7 @@ int runCheck(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(1, kMostPaths)) return session.wrongUsage(arguments.problem());
   const auto severity = severityNamed(least);
   if (!severity) return session.wrongUsage("--severity is note, warning or error");
-  MacroCheck check(contextOf(session));
+  MacroCheck check(checkContextOf(session));
   Report report(session, *severity, json);
   bool read = true;
   for (std::size_t i = 0; i < arguments.size(); ++i)

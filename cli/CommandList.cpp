@@ -30,7 +30,8 @@ constexpr WordHelp kDictionaryWords[] = {
 constexpr WordHelp kShowWords[] = {kFileRead, kDestination, kRaw, kTabs, kJson};
 constexpr WordHelp kNameWords[] = {kFileRead};
 constexpr WordHelp kRenameWords[] = {kFileChanged, kName};
-constexpr WordHelp kCreateWords[] = {kFileWritten, kName};
+constexpr WordHelp kJsonRead{"--json", "with the commands on standard input, as show --json prints them"};
+constexpr WordHelp kCreateWords[] = {kFileWritten, kName, kJsonRead};
 constexpr WordHelp kInsertWords[] = {
     kFileChanged,
     {"FID", "the function, with QMF1. to QMF4. or PANEL. in front"},
@@ -38,6 +39,7 @@ constexpr WordHelp kInsertWords[] = {
     kAt,
     {"--workplace W", "the workplace of a command for the panel, 1 to 8; 1 when not given"},
     {"--force", "take values that the function cannot hold"},
+    kJsonRead,
 };
 constexpr WordHelp kInsertClassicWords[] = {
     kFileChanged,
@@ -79,6 +81,12 @@ constexpr WordHelp kFindWords[] = {
     {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
     kJson,
 };
+constexpr WordHelp kReplaceWords[] = {
+    {"RULE", "what is replaced by what, as \"segment:ME1->ME2 where source:5\"; see docs/replace.md"},
+    {"PATH", "a macro, or a folder with all macros below it"},
+    {"--dry-run", "only tell what would be changed"},
+    kJson,
+};
 constexpr WordHelp kHistoryWords[] = {
     kJson,
     {"show ID", "the command lines of a kept macro"},
@@ -100,20 +108,22 @@ constexpr WordHelp kRestoreWords[] = {
     {"--dry-run", "only tell what would be written"},
 };
 constexpr WordHelp kClassicWords[] = {
-    {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"}};
+    {"TEXT", "the bytes, each of two hexadecimal digits and a blank, the last one too"}, kJson};
 constexpr WordHelp kValueWords[] = {
     kFunction,
     {"PARAM", "the name of a parameter of the function"},
     {"--shown TEXT", "what was typed into the value field"},
     {"--stored VALUE", "what a macro holds"},
     {"--raw", "as the field does when it shows raw values"},
+    kJson,
 };
 constexpr WordHelp kSourceWords[] = {{"NUMBER", "0 to 255"}};
-constexpr WordHelp kTimecodeWords[] = {{"PACKED", "a 32-bit number, decimal or with 0x in front"}};
+constexpr WordHelp kTimecodeWords[] = {{"PACKED", "a 32-bit number, decimal or with 0x in front"}, kJson};
 constexpr WordHelp kSettingsWords[] = {
     {"--rewrite", "write back what was read"},
     {"--address-a IP", "write the panel address of pane A"},
     {"--address-b IP", "write the panel address of pane B"},
+    kJson,
 };
 constexpr WordHelp kAddressWords[] = {{"TEXT", "what was typed into the address field"}};
 constexpr WordHelp kPanelWords[] = {
@@ -125,6 +135,9 @@ constexpr WordHelp kPanelWords[] = {
     {"rename W N NAME", "give macro N another name, in UTF-8"},
     {"run W N", "have the panel carry out macro N, and wait until it has"},
     {"watch NAME", "print the values of these names as the panel sends them"},
+    {"compare W FOLDER",
+     "what differs between workplace W and a folder; exit code 0 nothing, 1 something, 2 trouble"},
+    {"send W FOLDER", "send the macros of a folder, or those with the numbers N, as one batch"},
     {"snapshot FILE", "store the macros of all workplaces in FILE, over an old one if there is one"},
     {"restore FILE", "send the macros of a snapshot that the panel does not hold as they are there"},
     kJson,
@@ -144,16 +157,17 @@ constexpr Command kCommands[] = {
      runShow, kShowWords},
     {"name", "FILE", "the name of a .mac or .upk file", runName, kNameWords},
     {"rename", "FILE NAME", "give a macro another name", runRename, kRenameWords},
-    {"create", "FILE NAME", "write an empty macro, over an old one if there is one", runCreate, kCreateWords},
-    {"insert", "FILE FID [PARAM=VALUE ...] [--at start|end|N] [--workplace W] [--force]",
+    {"create", "FILE [NAME] [--json]", "write an empty macro, over an old one if there is one", runCreate,
+     kCreateWords},
+    {"insert", "FILE FID [PARAM=VALUE ...] [--at start|end|N] [--workplace W] [--force] | FILE --json",
      "insert a function, named with its destination prefix; values as stored", runInsert, kInsertWords},
     {"insert-classic", "FILE TEXT [--at start|end|N] [--mainframe M]",
      "insert a classic command; each byte is two hexadecimal digits and a blank", runInsertClassic,
      kInsertClassicWords},
     {"copy", "FILE N[-M] ...", "print commands of a .mac or .upk file for paste to read", runCopy,
      kCopyWords},
-    {"paste", "FILE [--at start|end|N]", "insert the commands that copy has printed, from standard input",
-     runPaste, kPasteWords},
+    {"paste", "FILE [--at start|end|N]",
+     "insert the commands that copy or show --json has printed, from standard input", runPaste, kPasteWords},
     {"move", "FILE N[-M] --to K", "move commands to another place", runMove, kMoveWords},
     {"remove", "FILE N[-M]", "remove commands; the first one is 0", runRemove, kRemoveWords},
     {"set", "FILE N VALUE [--force]", "overwrite the first parameter value of a command", runSet, kSetWords},
@@ -164,23 +178,27 @@ constexpr Command kCommands[] = {
      "what is wrong in macros and key files; exit code 1 with errors", runCheck, kCheckWords},
     {"find", "QUERY PATH ... [--json]",
      "where something is used in macros and key files; exit code 1 nowhere", runFind, kFindWords},
+    {"replace", "RULE PATH ... [--dry-run] [--json]",
+     "change commands in many macros, all or none; exit code 1 when not all that is found was changed",
+     runReplace, kReplaceWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
     {"snapshot", "FOLDER FILE", "store the macros of a folder in one file", runSnapshot, kSnapshotWords},
     {"restore", "FILE FOLDER [N ...] [--workplace W] [--dry-run]",
      "put the macros of a snapshot into a folder, those that are not there as they were", runRestore,
      kRestoreWords},
-    {"classic", "TEXT", "decode and describe a classic command", runClassic, kClassicWords},
-    {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw]",
+    {"classic", "TEXT [--json]", "decode and describe a classic command", runClassic, kClassicWords},
+    {"value", "FID PARAM (--shown TEXT | --stored VALUE) [--raw] [--json]",
      "convert a parameter value as the value field does", runValue, kValueWords},
     {"source", "NUMBER", "the name of a classic source", runSource, kSourceWords},
-    {"timecode", "PACKED", "the forms of a packed timecode", runTimecode, kTimecodeWords},
-    {"settings", "[--rewrite] [--address-a IP] [--address-b IP]",
+    {"timecode", "PACKED [--json]", "the forms of a packed timecode", runTimecode, kTimecodeWords},
+    {"settings", "[--rewrite] [--address-a IP] [--address-b IP] [--json]",
      "print the settings, or read and write them", runSettings, kSettingsWords},
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",
      "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
-     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | snapshot FILE [--force] |\n"
+     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | compare W FOLDER [--json] |\n"
+     "      send W FOLDER [N ...] [--force] | snapshot FILE [--force] |\n"
      "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",
      "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},
     {"help", "[COMMAND]", "what a command and its words mean", runHelp, kHelpWords},

@@ -4,6 +4,7 @@
 
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
+#include "review/BatchRecovery.h"
 
 namespace tessaly {
 namespace {
@@ -62,6 +63,17 @@ const FunctionDictionary& CommandSession::dictionary() {
     });
   }
   return *dictionary_;
+}
+
+void CommandSession::recoverBatches(const BatchPlaces::PanelShelves& panels) {
+  waitingBatches_.clear();
+  BatchPlaces places(root_, history_, panels);
+  for (const BatchRecovery& recovered : tessaly::recoverBatches(places)) {
+    if (recovered.how == BatchRecovery::How::kWaits)
+      waitingBatches_.push_back(recovered.describe());
+    else
+      messages_.print(recovered.describe());
+  }
 }
 
 int CommandSession::cannotOpen(const std::string& word, const Failure& failure) {

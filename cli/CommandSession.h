@@ -15,6 +15,7 @@
 #include "dictionary/FunctionDictionary.h"
 #include "model/MacroHistory.h"
 #include "platform/SiteAccess.h"
+#include "review/BatchPlaces.h"
 
 namespace tessaly {
 
@@ -60,6 +61,12 @@ class CommandSession {
   // Where a macro goes before a command overwrites or deletes it.
   [[nodiscard]] MacroHistory& history() { return history_; }
 
+  // Ends or undoes the batches that a program has not lived to end, as far as their places are within reach;
+  // says so on the error stream, a line each.
+  void recoverBatches(const BatchPlaces::PanelShelves& panels = {});
+  // What then waits for a panel, in words.
+  [[nodiscard]] const std::vector<std::string>& waitingBatches() const { return waitingBatches_; }
+
   // Runs `work` on a FILE that is only read.
   int readFrom(const std::string& word, const std::function<int(const FileOperand& file)>& work);
   // Runs `work` on a FILE that it changes or writes, and that nobody else changes meanwhile; one that another
@@ -79,6 +86,7 @@ class CommandSession {
   // "name: text", or "name:" without a text.
   void field(std::string_view name, std::string_view bytes);
   [[nodiscard]] std::ostream& out() { return streams_.out; }
+  [[nodiscard]] const ProgramStreams& streams() const { return streams_; }
 
   // A line on the error stream about work that is done, but not as it should be: the exit code tells.
   void warn(const std::string& text);
@@ -101,6 +109,7 @@ class CommandSession {
   MacroHistory history_;
   std::function<void()> beforeChange_;  // of the work under way
   std::unique_ptr<FunctionDictionary> dictionary_;
+  std::vector<std::string> waitingBatches_;
   bool dictionaryWhole_ = true;
   bool warned_ = false;
   bool usageIsWrong_ = false;

@@ -34,7 +34,7 @@ void printHelp(std::ostream& stream) {
       << "\nFILE is a path of this host, or a site path with a drive letter; - is standard input or\n"
       << "output. A value may follow its option with a = or a blank; words after -- are no options.\n"
       << "Exit code: 0 done, 1 failed or answered with no, 2 wrong usage, 3 what a panel holds is unknown;\n"
-      << "diff has its own.\n";
+      << "diff and panel compare have their own.\n";
 }
 
 void printHelp(std::ostream& stream, const Command& command) {
@@ -67,7 +67,9 @@ bool answered(const Arguments& arguments, const Command* command, std::ostream& 
 int runCommand(const Command& command, const std::string& root, Arguments& arguments,
                const ProgramStreams& streams) {
   CommandSession session(SiteRoot::fromEnvironment(root), streams);
+  session.recoverBatches();
   const int result = command.run(session, arguments);
+  for (const std::string& waiting : session.waitingBatches()) streams.errors << outputText(waiting) << '\n';
   // Keeping is an extra, and does not count for the exit code.
   if (const auto failure = session.history().takeFailure())
     streams.errors << "the history could not keep what was there before: " << failure->text << '\n';

@@ -7,6 +7,7 @@
 #include "cli/Arguments.h"
 #include "cli/CommandSession.h"
 #include "model/CommandLine.h"
+#include "model/Macro.h"
 
 // The commands of the program. Each takes its words and returns an exit code; it prints to the session only.
 namespace tessaly {
@@ -52,6 +53,7 @@ int runRemove(CommandSession& session, Arguments& arguments);
 int runDiff(CommandSession& session, Arguments& arguments);
 int runCheck(CommandSession& session, Arguments& arguments);
 int runFind(CommandSession& session, Arguments& arguments);
+int runReplace(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 
@@ -60,6 +62,9 @@ int runRestore(CommandSession& session, Arguments& arguments);
 
 // What `show` prints of a macro or key file, given by its site path.
 int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json);
+// What can be copied from: a macro or a key file, called `shown`. The text of a failure is a sentence.
+[[nodiscard]] Expected<Macro> macroAt(CommandSession& session, const std::string& path,
+                                      const std::string& shown);
 // Names those of the commands taken from a key file, of all for null, that nobody can read in a macro; false
 // when there are none.
 bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const std::vector<int>* taken);

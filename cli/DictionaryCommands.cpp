@@ -14,13 +14,18 @@ struct ParameterFacts {
   const char* kind;
   std::string name;
   std::vector<std::pair<const char*, std::string>> facts;
+  Json json = {};  // the same with their types
 };
 
 template <typename Parameter>
 ParameterFacts factsOf(const char* kind, const Parameter& parameter) {
   return {kind,
           parameter.name,
-          {{"description", parameter.description}, {"optional", parameter.optional ? "yes" : "no"}}};
+          {{"description", parameter.description}, {"optional", parameter.optional ? "yes" : "no"}},
+          {{"kind", kind},
+           {"name", displayUtf8(parameter.name)},
+           {"description", displayUtf8(parameter.description)},
+           {"optional", parameter.optional}}};
 }
 
 std::string whole(double value) { return format("%.0f", value); }
@@ -28,7 +33,10 @@ std::string fraction(double value) { return format("%.10g", value); }
 
 template <typename Parameter>
 void addRanges(ParameterFacts& row, const Parameter& parameter, std::string (*text)(double)) {
-  const auto add = [&](const char* key, double value) { row.facts.emplace_back(key, text(value)); };
+  const auto add = [&](const char* key, auto value) {
+    row.facts.emplace_back(key, text(value));
+    row.json[key] = value;
+  };
   add("min", parameter.min);
   add("max", parameter.max);
   add("minDisp", parameter.minDisplay);
@@ -61,15 +69,21 @@ std::vector<ParameterFacts> parametersOf(const FunctionTemplate& definition) {
   for (const EnumParameter& parameter : definition.enums) {
     rows.push_back(factsOf("enum", parameter));
     rows.back().facts.emplace_back("values", valueList(parameter.values));
+    rows.back().json["values"] = Json::array();
+    for (const EnumValue& value : parameter.values)
+      rows.back().json["values"].push_back(
+          {{"stored", displayUtf8(value.value)}, {"shown", displayUtf8(value.description)}});
   }
   for (const IntegerParameter& parameter : definition.integers) {
     rows.push_back(factsOf("integer", parameter));
     rows.back().facts.emplace_back("scaled", parameter.scaled ? "yes" : "no");
+    rows.back().json["scaled"] = parameter.scaled;
     addRanges(rows.back(), parameter, whole);
   }
   for (const FloatParameter& parameter : definition.floats) {
     rows.push_back(factsOf("float", parameter));
     rows.back().facts.emplace_back("unit", unitName(parameter.unit));
+    rows.back().json["unit"] = unitName(parameter.unit);
     addRanges(rows.back(), parameter, fraction);
   }
   for (const InputParameter& parameter : definition.inputs) rows.push_back(factsOf("input", parameter));
@@ -103,12 +117,11 @@ void printRecord(CommandSession& session, const FunctionRecord& function) {
 Json recordJson(const FunctionRecord& function) {
   Json record;
   for (const auto& [name, text] : fieldsOf(function)) record[name] = displayUtf8(text);
+  record["source"] = static_cast<int>(function.source());
+  record["incremental"] = function.incremental();
   record["parameters"] = Json::array();
-  for (const ParameterFacts& parameter : parametersOf(function.definition())) {
-    Json row{{"kind", parameter.kind}, {"name", displayUtf8(parameter.name)}};
-    for (const auto& [key, text] : parameter.facts) row[key] = displayUtf8(text);
-    record["parameters"].push_back(std::move(row));
-  }
+  for (ParameterFacts& parameter : parametersOf(function.definition()))
+    record["parameters"].push_back(std::move(parameter.json));
   return record;
 }
 
@@ -125,13 +138,13 @@ std::vector<std::string_view> namesWith(const FunctionDictionary& dictionary, co
 void printJson(CommandSession& session, const FunctionDictionary& dictionary,
                const std::optional<std::vector<std::string_view>>& names,
                const std::optional<FunctionRecord>& function) {
-  Json whole{{"templates", dictionary.templateCount()}, {"functions", dictionary.functionCount()}};
+  Json report{{"templates", dictionary.templateCount()}, {"functions", dictionary.functionCount()}};
   if (names) {
-    whole["names"] = Json::array();
-    for (const std::string_view name : *names) whole["names"].push_back(displayUtf8(name));
+    report["names"] = Json::array();
+    for (const std::string_view name : *names) report["names"].push_back(displayUtf8(name));
   }
-  if (function) whole["function"] = recordJson(*function);
-  session.out() << whole.dump(2) << '\n';
+  if (function) report["function"] = recordJson(*function);
+  session.out() << report.dump(2) << '\n';
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <functional>
 
+#include "cli/CommandJson.h"
 #include "cli/Commands.h"
 #include "cli/MacroWords.h"
 #include "model/MacroFile.h"
@@ -27,21 +28,20 @@ int editRange(CommandSession& session, const std::string& word, const CommandRan
   });
 }
 
-// What can be copied from: a macro or a key file. The text of a failure is a sentence.
-Expected<Macro> macroIn(CommandSession& session, const FileOperand& file) {
-  if (isKeyFile(file.path())) {
-    const Outcome reads = keyFileReads(session.root(), file.path(), file.shown());
+}  // namespace
+
+Expected<Macro> macroAt(CommandSession& session, const std::string& path, const std::string& shown) {
+  if (isKeyFile(path)) {
+    const Outcome reads = keyFileReads(session.root(), path, shown);
     if (!reads) return reads.failure();
     KeyFile key;
-    key.load(session.root(), file.path(), keyFileIndex(file.path()));
+    key.load(session.root(), path, keyFileIndex(path));
     return keyFileMacro(key);
   }
-  auto macro = loadMacro(session.site(), file.path());
+  auto macro = loadMacro(session.site(), path);
   if (!macro || macro->hasData()) return macro;
-  return Failure{Failure::Kind::kNoMacro, "No macro in the file: " + file.shown()};
+  return Failure{Failure::Kind::kNoMacro, "No macro in the file: " + shown};
 }
-
-}  // namespace
 
 int runCopy(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
@@ -52,7 +52,7 @@ int runCopy(CommandSession& session, Arguments& arguments) {
     ranges.push_back(*range);
   }
   return session.readFrom(arguments[0], [&](const FileOperand& file) {
-    const auto macro = macroIn(session, file);
+    const auto macro = macroAt(session, file.path(), file.shown());
     if (!macro) return session.failed(macro.failure().text);
     const auto numbers = numbersIn(ranges, macro->commands().size());
     if (!numbers) return session.failed(numbers.failure().text);
@@ -72,6 +72,14 @@ int runPaste(CommandSession& session, Arguments& arguments) {
     return session.wrongUsage("the commands come from standard input, so FILE must be a file");
   return session.readFrom(std::string(kInput), [&](const FileOperand& input) {
     auto text = readFile(session.root(), input.path());
+    if (text && looksLikeJson(*text)) {
+      const auto read = readCommands(session, *text);
+      if (!read) return session.failed(read.failure().text);
+      return session.writeTo(
+          arguments[0], FileUse::kChange, MacroChange::kEdit, [&](const std::string& path) {
+            return told(kNotChanged, insertCommands(session, path, read->commands, *place));
+          });
+    }
     const auto fragment =
         text ? CommandFragment::read(*std::move(text)) : Expected<CommandFragment>(text.failure());
     if (!fragment) return session.failed("Standard input " + fragment.failure().text);

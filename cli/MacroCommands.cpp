@@ -1,12 +1,11 @@
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 
+#include "cli/CommandJson.h"
 #include "cli/Commands.h"
 #include "cli/MacroWords.h"
 #include "cli/ValueCheck.h"
 #include "dictionary/InterfaceFile.h"
-#include "model/CommandLine.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
@@ -18,8 +17,6 @@
 namespace tessaly {
 namespace {
 
-constexpr std::string_view kEmptyMacroLine = "empty macro";
-
 // What is stored, wherever it comes from, is UTF-8.
 Outcome isText(const std::string& word) {
   if (isValidUtf8(word)) return {};
@@ -30,32 +27,6 @@ Outcome isText(const std::string& word) {
 Outcome ofEmpty(Outcome outcome) {
   if (outcome.written() || outcome.failure().kind != Failure::Kind::kNoMacro) return outcome;
   return Failure{Failure::Kind::kNoMacro, "the empty macro: " + outcome.failure().text};
-}
-
-std::vector<std::string> keyFileLines(CommandSession& session, const std::string& path,
-                                      const LineOptions& options) {
-  KeyFile key;
-  key.load(session.root(), path, keyFileIndex(path));
-  const FunctionDictionary none;  // classic commands name no function
-  const LineContext context{none, session.decodingLists()};
-  std::vector<std::string> lines;
-  for (const ClassicCommand& command : key.commands())
-    lines.push_back(keyCommandLine(command, options, context));
-  return lines;
-}
-
-std::optional<std::vector<std::string>> macroLines(CommandSession& session, const std::string& path,
-                                                   const LineOptions& options) {
-  const auto macro = loadMacro(session.site(), path);
-  if (!macro || !macro->hasData()) return std::nullopt;
-  const MacroCommands& commands = macro->commands();
-  const bool described = std::any_of(commands.begin(), commands.end(),
-                                     [](const MacroCommand& command) { return !command.classic(); });
-  const FunctionDictionary none;
-  const LineContext context{options.raw || !described ? none : session.dictionary(), session.decodingLists()};
-  std::vector<std::string> lines;
-  for (const MacroCommand& command : commands) lines.push_back(commandLine(command, options, context));
-  return lines;
 }
 
 // A command to be inserted, and its function.
@@ -134,42 +105,6 @@ bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const st
   return true;
 }
 
-LineOptions lineOptions(const Arguments& arguments) {
-  LineOptions options;
-  options.showDestination = arguments.flag("--destination");
-  options.raw = arguments.flag("--raw");
-  options.tabs = arguments.flag("--tabs");
-  return options;
-}
-
-int runShow(CommandSession& session, Arguments& arguments) {
-  if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
-  return session.readFrom(arguments[0], [&](const FileOperand& file) {
-    return showLines(session, file.path(), lineOptions(arguments), arguments.flag("--json"));
-  });
-}
-
-int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
-  std::optional<std::vector<std::string>> lines;
-  if (isKeyFile(path)) {
-    if (const Outcome reads = keyFileReads(session.root(), path, path); !reads)
-      return session.failed(reads.failure().text);
-    lines = keyFileLines(session, path, options);
-  } else {
-    lines = macroLines(session, path, options);
-  }
-  if (!lines) return session.failed("No macro in the file: " + path);
-  if (json) {
-    auto rows = nlohmann::json::array();
-    for (const std::string& line : *lines) rows.push_back(displayUtf8(line));
-    session.out() << rows.dump(2) << '\n';
-    return kExitDone;
-  }
-  for (const std::string& line : *lines) session.line(line);
-  if (lines->empty()) session.line(kEmptyMacroLine);
-  return kExitDone;
-}
-
 int runName(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
   return session.readFrom(arguments[0], [&](const FileOperand& file) {
@@ -195,11 +130,21 @@ int runRename(CommandSession& session, Arguments& arguments) {
 }
 
 int runCreate(CommandSession& session, Arguments& arguments) {
-  if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
+  const bool json = arguments.flag("--json");
+  if (!arguments.complete(json ? 1 : 2, 2)) return session.wrongUsage(arguments.problem());
+  CommandsRead read;
+  if (json) {
+    auto given = commandsOnInput(session, arguments[0]);
+    if (!given) return session.failed(given.failure().text);
+    read = *std::move(given);
+  }
+  if (arguments.size() == 2) read.name = arguments[1];
+  if (!read.name) return session.failed("Standard input gives the macro no name, nor does the command");
   return session.writeTo(arguments[0], FileUse::kWrite, MacroChange::kCreate, [&](const std::string& path) {
-    const Outcome text = isText(arguments[1]);
-    return told("The macro cannot be created: ",
-                text ? ofEmpty(createMacro(session.site(), arguments[1], path)) : text);
+    Outcome text = isText(*read.name);
+    if (text) text = ofEmpty(createMacro(session.site(), *read.name, path));
+    if (text && !read.commands.empty()) text = insertCommands(session, path, read.commands, {});
+    return told("The macro cannot be created: ", text);
   });
 }
 
@@ -207,8 +152,11 @@ int runInsert(CommandSession& session, Arguments& arguments) {
   const std::optional<InsertPlace> place = insertPlace(arguments.option("--at"));
   const std::optional<int> workplace =
       wholeNumber(arguments.option("--workplace").value_or("1"), 1, Workplace::kCount);
-  if (!arguments.complete(2, SIZE_MAX)) return session.wrongUsage(arguments.problem());
+  const bool json = arguments.flag("--json");
+  if (!(json ? arguments.complete(1, 1) : arguments.complete(2, SIZE_MAX)))
+    return session.wrongUsage(arguments.problem());
   if (!place) return session.wrongUsage(kNoPlace);
+  if (json) return insertData(session, arguments[0], *place, arguments.flag("--force"));
   if (!workplace) return session.wrongUsage("--workplace takes 1 to 8");
   for (std::size_t i = 2; i < arguments.size(); ++i) {
     if (arguments[i].find('=') == std::string::npos) return session.wrongUsage("no = in " + arguments[i]);

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "cli/Commands.h"
+#include "cli/PanelBatchCommands.h"
 #include "cli/PanelLine.h"
 #include "cli/PanelRun.h"
 #include "cli/SnapshotCommands.h"
@@ -88,7 +89,7 @@ int runList(PanelTask& task) {
   if (task.json) {
     auto rows = nlohmann::ordered_json::array();
     for (const auto& [number, name] : names) {
-      rows.push_back({{"number", MacroNumber::textOf(number)}, {"name", displayUtf8(name)}});
+      rows.push_back({{"number", number}, {"name", displayUtf8(name)}});
     }
     task.session.out() << rows.dump(2) << '\n';
     return kExitDone;
@@ -213,7 +214,17 @@ int runRestoreOnPanel(PanelTask& task) {
   return restoreToPanel(task.session, task.place, task.word(2), words, {task.dryRun, task.force});
 }
 
-enum class Words { kWorkplace, kMacro, kMacroAndOne, kOne, kOneAndMore };
+int runCompare(PanelTask& task) {
+  return comparePanel(task.session, task.place, task.workplace, task.word(3), task.json);
+}
+
+int runSend(PanelTask& task) {
+  std::vector<std::string> words;
+  for (std::size_t i = 4; i < task.arguments.size(); ++i) words.push_back(task.word(i));
+  return sendFolder(task.session, task.place, task.workplace, task.word(3), words, task.force);
+}
+
+enum class Words { kWorkplace, kFolder, kFolderAndMore, kMacro, kMacroAndOne, kOne, kOneAndMore };
 
 struct PanelVerb {
   std::string_view name;
@@ -230,6 +241,8 @@ constexpr PanelVerb kVerbs[] = {
     {"watch", Words::kOneAndMore, runWatch},
     {"run", Words::kMacro,
      [](PanelTask& task) { return runOnPanel(task.session, task.place, task.workplace, task.number); }},
+    {"compare", Words::kFolder, runCompare},
+    {"send", Words::kFolderAndMore, runSend},
     {"snapshot", Words::kOne, runSnapshotOfPanel},
     {"restore", Words::kOneAndMore, runRestoreOnPanel},
 };
@@ -239,8 +252,11 @@ std::pair<std::size_t, std::size_t> wordCount(Words words) {
   switch (words) {
     case Words::kWorkplace:
       return {3, 3};
+    case Words::kFolder:
     case Words::kMacro:
       return {4, 4};
+    case Words::kFolderAndMore:
+      return {4, SIZE_MAX};
     case Words::kMacroAndOne:
       return {5, 5};
     case Words::kOne:
@@ -257,7 +273,7 @@ std::string readMacroWords(PanelTask& task, Words words) {
   const auto workplace = wholeNumber(task.word(2), 1, Workplace::kCount);
   if (!workplace) return "a workplace is 1 to 8";
   task.workplace = *workplace;
-  if (words == Words::kWorkplace) return {};
+  if (words != Words::kMacro && words != Words::kMacroAndOne) return {};
   const auto number = wholeNumber(task.word(3), 0, MacroNumber::kCount - 1);
   if (!number) return "a macro number is 0 to 999";
   task.number = *number;
@@ -303,6 +319,7 @@ int runPanel(CommandSession& session, Arguments& arguments) {
   if (!problem.empty()) return session.wrongUsage(problem);
   task.place = {task.word(0), static_cast<std::uint16_t>(*controlPort), static_cast<std::uint16_t>(*ftpPort)};
   task.count = *count;
+  recoverOnPanel(session, task.place);
   return verb->run(task);
 }
 

@@ -1,93 +1,29 @@
-#include <algorithm>
+#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "cli/Commands.h"
-#include "cli/ValueCheck.h"
-#include "model/Settings.h"
+#include "cli/PrintJson.h"
+#include "cli/ValueAnswer.h"
 #include "platform/Text.h"
-#include "values/EntryFilter.h"
-#include "values/ParameterValue.h"
 #include "values/SourceNames.h"
 #include "values/Timecode.h"
 
 namespace tessaly {
 namespace {
 
-struct ValueAnswer {
-  std::string shown, stored, range;
-  int beeps = 0;
-};
+using Json = nlohmann::ordered_json;
 
-// What is asked about one parameter: exactly one of the two texts is given.
-struct ValueQuestion {
-  std::optional<std::string> shown, stored;
-  ValueMode mode = ValueMode::kDisplay;
-};
-
-// Answers from a filter and the two conversions of a parameter kind.
-template <typename Filter, typename ToStored, typename ToShown>
-ValueAnswer converted(const ValueQuestion& question, const Filter& filter, const ToStored& toStored,
-                      const ToShown& toShown) {
-  if (question.stored) return {toShown(*question.stored), *question.stored, {}, 0};
-  const FilteredEntry entry = filter(*question.shown);
-  return {entry.text, toStored(entry.text), {}, entry.beeps};
-}
-
-ValueAnswer answer(const IntegerParameter& parameter, const ValueQuestion& question) {
-  const ValueMode mode = question.mode;
-  ValueAnswer result = converted(
-      question, [&](const std::string& typed) { return filterInteger(parameter, typed, mode); },
-      [&](const std::string& shown) { return storedInteger(parameter, shown, mode); },
-      [&](const std::string& stored) { return shownInteger(parameter, stored, mode); });
-  result.range = rangeText(parameter, mode);
-  return result;
-}
-
-ValueAnswer answer(const FloatParameter& parameter, bool incremental, const ValueQuestion& question) {
-  const ValueMode mode = question.mode;
-  ValueAnswer result = converted(
-      question, [&](const std::string& typed) { return filterFloat(parameter, incremental, typed, mode); },
-      [&](const std::string& shown) { return storedFloat(parameter, incremental, shown, mode); },
-      [&](const std::string& stored) { return shownFloat(parameter, incremental, stored, mode); });
-  result.range = rangeText(parameter, incremental, mode);
-  return result;
-}
-
-ValueAnswer answerTimecode(CommandSession& session, const ValueQuestion& question) {
-  Settings settings;
-  readSettings(session.root(), settings);
-  const int frameRate = question.mode == ValueMode::kRaw ? 0 : settings.frameRate;
-  return converted(
-      question, [&](const std::string& typed) { return filterTimecode(typed, frameRate); },
-      [&](const std::string& shown) { return storedTimecode(shown, frameRate); },
-      [&](const std::string& stored) { return shownTimecode(stored, question.mode); });
-}
-
-// Kinds whose values are chosen from a list: pairs of stored and shown text. Nothing when the text is not in
-// it.
-std::optional<ValueAnswer> answerChoice(const std::vector<EnumValue>& choices,
-                                        const ValueQuestion& question) {
-  const std::string& text = question.stored ? *question.stored : *question.shown;
-  if (question.mode == ValueMode::kRaw) return ValueAnswer{text, text, {}, 0};
-  const auto choice = std::find_if(choices.begin(), choices.end(), [&](const EnumValue& candidate) {
-    return (question.stored ? candidate.value : candidate.description) == text;
-  });
-  if (choice == choices.end()) return std::nullopt;
-  return ValueAnswer{choice->description, choice->value, {}, 0};
-}
-
-int printAnswer(CommandSession& session, const ValueAnswer& result) {
+int printAnswer(CommandSession& session, const ValueAnswer& result, bool json) {
+  if (json)
+    return printJson(session, {{"shown", displayUtf8(result.shown)},
+                               {"stored", displayUtf8(result.stored)},
+                               {"range", result.range.empty() ? Json() : Json(displayUtf8(result.range))},
+                               {"beeps", result.beeps}});
   session.field("shown", result.shown);
   session.field("stored", result.stored);
   session.field("range", result.range);
   session.field("beeps", std::to_string(result.beeps));
   return kExitDone;
-}
-
-int printChoice(CommandSession& session, const std::vector<EnumValue>& choices,
-                const ValueQuestion& question) {
-  if (const auto result = answerChoice(choices, question)) return printAnswer(session, *result);
-  return session.failed("Unknown value: " + (question.stored ? *question.stored : *question.shown));
 }
 
 // By the name alone, or with a destination prefix in front.
@@ -103,12 +39,19 @@ std::optional<std::uint32_t> packedNumber(std::string_view text) {
   return exactNumber<std::uint32_t>(text, hexadecimal ? 16 : 10);
 }
 
+Json jsonOf(std::uint32_t packed, const Timecode& timecode) {
+  return {{"packed", packed},          {"display", timecode.display(true)}, {"plain", timecode.plain()},
+          {"hours", timecode.hours},   {"minutes", timecode.minutes},       {"seconds", timecode.seconds},
+          {"frames", timecode.frames}, {"dropFrame", timecode.dropFrame},   {"field", timecode.field}};
+}
+
 }  // namespace
 
 int runValue(CommandSession& session, Arguments& arguments) {
   ValueQuestion question;
   question.shown = arguments.option("--shown");
   question.stored = arguments.option("--stored");
+  const bool json = arguments.flag("--json");
   if (arguments.flag("--raw")) question.mode = ValueMode::kRaw;
   if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
   if (question.shown.has_value() == question.stored.has_value()) {
@@ -117,20 +60,8 @@ int runValue(CommandSession& session, Arguments& arguments) {
 
   const std::optional<FunctionRecord> function = functionOf(session.dictionary(), arguments[0]);
   if (!function) return session.failed("Unknown function: " + arguments[0]);
-  const FunctionTemplate& definition = function->definition();
-  const std::string& name = arguments[1];
-  if (parameterNamed(definition.inputs, name))
-    return printChoice(session, inputChoices(session.dictionary()), question);
-  if (const auto* found = parameterNamed(definition.enums, name))
-    return printChoice(session, found->values, question);
-  if (const auto* found = parameterNamed(definition.integers, name))
-    return printAnswer(session, answer(*found, question));
-  if (const auto* found = parameterNamed(definition.floats, name)) {
-    return printAnswer(session, answer(*found, function->incremental(), question));
-  }
-  if (parameterNamed(definition.timecodes, name))
-    return printAnswer(session, answerTimecode(session, question));
-  return session.failed("Unknown parameter: " + name);
+  const auto result = answerValue(session, *function, arguments[1], question);
+  return result ? printAnswer(session, *result, json) : session.failed(result.failure().text);
 }
 
 int runSource(CommandSession& session, Arguments& arguments) {
@@ -142,10 +73,12 @@ int runSource(CommandSession& session, Arguments& arguments) {
 }
 
 int runTimecode(CommandSession& session, Arguments& arguments) {
+  const bool json = arguments.flag("--json");
   if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
   const std::optional<std::uint32_t> packed = packedNumber(arguments[0]);
   if (!packed) return session.wrongUsage("PACKED is a 32-bit number, decimal or with 0x in front");
   const Timecode timecode = Timecode::fromPacked(*packed);
+  if (json) return printJson(session, jsonOf(*packed, timecode));
   session.field("display", timecode.display(true));
   session.field("plain", timecode.plain());
   return kExitDone;

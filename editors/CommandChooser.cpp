@@ -7,8 +7,11 @@
 
 namespace tessaly {
 
-CommandChooser::CommandChooser(const FunctionDictionary& dictionary)
-    : finder_(dictionary), segments_(dictionary) {
+CommandChooser::CommandChooser(const FunctionDictionary& dictionary, Words words)
+    : finder_(dictionary),
+      segments_(dictionary),
+      dictionary_(dictionary),
+      search_(words ? std::move(words) : std::make_shared<std::optional<FunctionSearch>>()) {
   find();
 }
 
@@ -71,6 +74,11 @@ void CommandChooser::chooseSearchRow(std::size_t search, int row) {
   find();
 }
 
+void CommandChooser::setWords(const std::string& text) {
+  words_ = text;
+  find();
+}
+
 void CommandChooser::setIncrements(bool increments) {
   increments_ = increments;
   fillSubgroupsFrom(1);
@@ -104,7 +112,14 @@ FinderFilters CommandChooser::filters() const {
 }
 
 void CommandChooser::find() {
-  found_ = onPanel() ? &finder_.panelFunctions() : &finder_.find(filters(), increments_);
+  const FinderFilters chosen = filters();
+  found_ = onPanel() ? &finder_.panelFunctions() : &finder_.find(chosen, increments_);
+  if (!FunctionSearch::hasWords(words_)) return;
+  const bool all = !onPanel() && std::none_of(chosen.begin(), chosen.end(),
+                                              [](const auto& filter) { return filter.has_value(); });
+  if (!*search_) search_->emplace(dictionary_);
+  foundByWords_ = (*search_)->find(words_, all ? finder_.otherFunctions(increments_) : *found_);
+  found_ = &foundByWords_;
 }
 
 }  // namespace tessaly

@@ -2,10 +2,13 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "model/FunctionFinder.h"
+#include "model/FunctionSearch.h"
 #include "model/SegmentSearch.h"
 #include "values/Destination.h"
 
@@ -28,8 +31,11 @@ class CommandChooser {
     int selected = -1;
   };
 
+  // Made when it is first needed, and kept by who opens one dialog after another.
+  using Words = std::shared_ptr<std::optional<FunctionSearch>>;
+
   // Observes a dictionary that is complete.
-  explicit CommandChooser(const FunctionDictionary& dictionary);
+  explicit CommandChooser(const FunctionDictionary& dictionary, Words words = {});
 
   // Forgets category, subgroups and searches, also when it is the same destination again.
   void chooseDestination(Destination destination);
@@ -38,6 +44,9 @@ class CommandChooser {
   void setSearchText(std::size_t search, const std::string& text);  // selects the likeliest row
   void chooseSearchRow(std::size_t search, int row);
   void setIncrements(bool increments);
+  // Words of what the functions are called: they narrow what is chosen, or, with nothing chosen, all that the
+  // destination has. They stay when another destination is chosen.
+  void setWords(const std::string& text);
 
   [[nodiscard]] bool onPanel() const { return destination_.isPanel(); }
   [[nodiscard]] std::string destinationPrefix() const { return std::string(destination_.prefix()); }
@@ -46,7 +55,7 @@ class CommandChooser {
   [[nodiscard]] const List& search(std::size_t search) const { return searches_[search]; }
   [[nodiscard]] const std::string& searchText(std::size_t search) const { return texts_[search]; }
 
-  // Places in registration order, rising. Valid until the next change.
+  // Places in registration order, rising, or, with words, the best first. Valid until the next change.
   [[nodiscard]] const FunctionFinder::Functions& found() const { return *found_; }
 
  private:
@@ -63,6 +72,10 @@ class CommandChooser {
   std::array<List, kSubgroups> subgroups_;
   std::array<List, kSearches> searches_;
   std::array<std::string, kSearches> texts_;
+  const FunctionDictionary& dictionary_;
+  Words search_;
+  std::string words_;
+  FunctionFinder::Functions foundByWords_;
   const FunctionFinder::Functions* found_ = nullptr;
 };
 

@@ -2,11 +2,13 @@
 
 #include <QKeyEvent>
 #include <QShortcut>
+#include <QToolButton>
 
 #include "editors/DataUpdate.h"
 #include "editors/PostTo.h"
 #include "ui_CreateCommandDialog.h"
 #include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 
@@ -28,7 +30,7 @@ CreateCommandDialog::CreateCommandDialog(const EditorContext& context, int workp
       workplace_(workplace),
       commandSelected_(commandSelected),
       ui_(std::make_unique<Ui::CreateCommandDialog>()),
-      chooser_(context.dictionary),
+      chooser_(context.dictionary, context.words),
       found_(context.dictionary),
       question_(context.client, postTo(this),
                 [this](const std::vector<PanelAnswer>& answers) {
@@ -56,8 +58,10 @@ void CreateCommandDialog::layOut() {
                 {ui_->search4, ui_->clear4, ui_->results4},
                 {ui_->search5, ui_->clear5, ui_->results5}}};
   nameListsByLabels(*this);
+  new ListFinder(*ui_->found);
   ui_->found->setModel(&found_);
   connect(&found_, &QAbstractItemModel::modelReset, ui_->found, &QListView::scrollToTop);
+  ui_->words->findChild<QToolButton*>()->setAccessibleName(tr("Clear the words"));
   ui_->parameterRoom->addWidget(parameters_);
   setTabOrder(ui_->found, parameters_);
   keepSpaceWhenHidden({ui_->workplace});
@@ -110,6 +114,11 @@ void CreateCommandDialog::connectSearch(std::size_t search) {
 }
 
 void CreateCommandDialog::connectCommand() {
+  ui_->words->installEventFilter(this);
+  connect(ui_->words, &QLineEdit::textChanged, this, [this](const QString& text) {
+    chooser_.setWords(text.toStdString());
+    showFound();
+  });
   ui_->found->installEventFilter(this);
   connect(ui_->found->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &CreateCommandDialog::followSelection);
@@ -139,10 +148,11 @@ void CreateCommandDialog::addShortcuts() {
       {Qt::Key_S, ui_->insertStart}, {Qt::Key_M, ui_->insertSelected}, {Qt::Key_E, ui_->insertEnd},
       {Qt::Key_K, ui_->keepOpen}};
   for (const auto& [key, button] : buttons) add(key, button, [button = button] { button->click(); });
-  const std::pair<Qt::Key, QWidget*> rooms[] = {
-      {Qt::Key_D, ui_->destination}, {Qt::Key_W, ui_->workplace}, {Qt::Key_1, ui_->search1},
-      {Qt::Key_2, ui_->search2},     {Qt::Key_3, ui_->search3},   {Qt::Key_4, ui_->search4},
-      {Qt::Key_5, ui_->search5},     {Qt::Key_G, ui_->subgroup1}, {Qt::Key_F, ui_->found}};
+  const std::pair<Qt::Key, QWidget*> rooms[] = {{Qt::Key_D, ui_->destination}, {Qt::Key_W, ui_->workplace},
+                                                {Qt::Key_1, ui_->search1},     {Qt::Key_2, ui_->search2},
+                                                {Qt::Key_3, ui_->search3},     {Qt::Key_4, ui_->search4},
+                                                {Qt::Key_5, ui_->search5},     {Qt::Key_6, ui_->words},
+                                                {Qt::Key_G, ui_->subgroup1},   {Qt::Key_F, ui_->found}};
   for (const auto& [key, room] : rooms)
     add(key, room, [room = room] { room->setFocus(Qt::ShortcutFocusReason); });
   add(Qt::Key_P, parameters_, [this] { parameters_->focusList(); });
@@ -208,6 +218,11 @@ void CreateCommandDialog::showFound() {
     ui_->found->selectionModel()->clear();
   }
   showing_ = false;
+  const int count = found_.rowCount();
+  ui_->foundCount->setText(ui_->words->text().isEmpty() ? QString()
+                           : count == 0                 ? tr("nothing found")
+                                                        : tr("%n found", nullptr, count));
+  ui_->words->setAccessibleDescription(ui_->foundCount->text());
   chooseFunction();
 }
 
@@ -305,6 +320,10 @@ bool CreateCommandDialog::eventFilter(QObject* watched, QEvent* event) {
     } else {
       focusFound();
     }
+    return true;
+  }
+  if (watched == ui_->words && key == Qt::Key_Down) {
+    focusFound();
     return true;
   }
   for (const SearchColumn& column : searches_) {

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
 #include "link/PanelClient.h"
+#include "model/FunctionSearch.h"
 #include "platform/SiteAccess.h"
 #include "values/SourceNames.h"
 
@@ -26,6 +29,8 @@ struct EditorContext {
   // it, an update ends): why what was built cannot be taken now, for the user; empty when it can. Unset in a
   // dialog of its own.
   std::function<std::string()> refusal = {};
+  // For one dialog after another: the words of all functions are put together when they are first asked for.
+  std::shared_ptr<std::optional<FunctionSearch>> words = {};
 
   // False after telling why; the dialog then stays open with all that was built.
   [[nodiscard]] bool mayTake() const {

@@ -26,8 +26,8 @@ FunctionRecord FoundFunctions::function(int row) const {
 }
 
 int FoundFunctions::rowOf(std::size_t function) const {
-  const auto found = std::lower_bound(functions_.begin(), functions_.end(), function);
-  return found == functions_.end() || *found != function ? -1 : static_cast<int>(found - functions_.begin());
+  const auto found = std::find(functions_.begin(), functions_.end(), function);
+  return found == functions_.end() ? -1 : static_cast<int>(found - functions_.begin());
 }
 
 int FoundFunctions::rowCount(const QModelIndex& parent) const {

@@ -14,7 +14,7 @@ class FoundFunctions : public QAbstractListModel {
  public:
   explicit FoundFunctions(const FunctionDictionary& dictionary, QObject* parent = nullptr);
 
-  void setFunctions(const FunctionFinder::Functions& functions);  // rising places in registration order
+  void setFunctions(const FunctionFinder::Functions& functions);  // places in registration order
   void setRaw(bool raw);
 
   [[nodiscard]] FunctionRecord function(int row) const;

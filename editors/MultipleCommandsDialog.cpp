@@ -14,6 +14,7 @@
 #include "ui_MultipleCommandsDialog.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListBox.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 
@@ -37,6 +38,7 @@ MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int
                                                   return model_->takeAnswer(command, value);
                                                 })) {
   ui_->setupUi(this);
+  new ListFinder(*ui_->commands);
   nameListsByLabels(*this);
   connectList();
   connectButtons();

@@ -59,6 +59,18 @@ const FunctionFinder::Functions& FunctionFinder::panelFunctions() {
   return *panel_;
 }
 
+const FunctionFinder::Functions& FunctionFinder::otherFunctions(bool increments) {
+  std::optional<Functions>& others = others_[increments ? 1 : 0];
+  if (!others) {
+    others.emplace();
+    for (std::uint32_t i = 0; i < dictionary_.functionCount(); ++i) {
+      if (increment_[i] == increments && dictionary_.function(i).source() != FunctionSource::kPanel)
+        others->push_back(i);
+    }
+  }
+  return *others;
+}
+
 const FunctionFinder::Functions& FunctionFinder::find(const FinderFilters& filters, bool increments) {
   static const Functions kNone;
   if (stagesForIncrements_ != increments) stages_.clear();

@@ -35,6 +35,9 @@ class FunctionFinder {
   // Every function of the panel's own file.
   [[nodiscard]] const Functions& panelFunctions();
 
+  // All others that are, or are not, increment functions.
+  [[nodiscard]] const Functions& otherFunctions(bool increments);
+
   // Those that pass all active filters: only increment functions, or only the others. None without an active
   // filter. Valid until the next call.
   [[nodiscard]] const Functions& find(const FinderFilters& filters, bool increments);
@@ -60,7 +63,8 @@ class FunctionFinder {
   const FunctionDictionary& dictionary_;
   std::vector<bool> increment_;  // by function
   std::optional<Functions> panel_;
-  std::vector<Stage> stages_;  // of the last search, one an active filter
+  std::array<std::optional<Functions>, 2> others_;  // without increment functions, and those
+  std::vector<Stage> stages_;                       // of the last search, one an active filter
   bool stagesForIncrements_ = false;
 };
 

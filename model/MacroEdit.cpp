@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 
+#include "model/MacroTexts.h"
 #include "model/MacroTree.h"
 #include "platform/XmlCopy.h"
 #include "platform/XmlFile.h"
@@ -130,17 +131,33 @@ class Editor {
   TiXmlElement* data_;
 };
 
-template <typename Change>
-Expected<Macro> changed(const Macro& macro, const Change& change) {
+template <typename Work>
+Expected<Macro> withinMemory(const Work& work) {
   try {
-    XmlDocument document;
-    if (const Outcome parsed = parseXml(macro.bytes(), document); !parsed) return parsed.failure();
-    if (const Outcome done = change(document); !done) return done.failure();
-    return Macro::print(document);
+    return work();
   } catch (const std::bad_alloc&) {
     return Failure{Failure::Kind::kNoMemory, "there is not enough memory for the macro"};
   }
 }
+
+template <typename Change>
+Expected<Macro> changed(const Macro& macro, const Change& change) {
+  XmlDocument document;
+  if (const Outcome parsed = parseXml(macro.bytes(), document); !parsed) return parsed.failure();
+  if (const Outcome done = change(document); !done) return done.failure();
+  return Macro::print(document);
+}
+
+// On the tree, but for what keeps the bytes.
+struct Applying {
+  const Macro& macro;
+
+  Expected<Macro> operator()(const SetTexts& edit) const { return withTexts(macro, edit); }
+  template <typename Edit>
+  Expected<Macro> operator()(const Edit& edit) const {
+    return changed(macro, [&edit](XmlDocument& document) { return Editor(document)(edit); });
+  }
+};
 
 bool sameContent(const Macro& first, const Macro& second) {
   return first.hasData() == second.hasData() && first.name() == second.name() &&
@@ -150,7 +167,7 @@ bool sameContent(const Macro& first, const Macro& second) {
 }  // namespace
 
 Expected<Macro> apply(const Macro& macro, const MacroEdit& edit) {
-  auto edited = changed(macro, [&edit](XmlDocument& document) { return std::visit(Editor(document), edit); });
+  auto edited = withinMemory([&] { return std::visit(Applying{macro}, edit); });
   return edited && sameContent(*edited, macro) ? macro : edited;
 }
 
@@ -168,7 +185,7 @@ int insertedAt(const Macro& macro, int position, InsertMode mode) {
 }
 
 Expected<Macro> reprint(const Macro& macro) {
-  return changed(macro, [](XmlDocument&) { return Outcome(); });
+  return withinMemory([&] { return changed(macro, [](XmlDocument&) { return Outcome(); }); });
 }
 
 }  // namespace tessaly

@@ -54,6 +54,19 @@ struct SetValues {
   std::vector<std::pair<int, std::string>> values;
 };
 
+// Other texts for attributes that are there, each put where the old one stands: every byte beside them stays
+// as it is, layout included.
+struct SetTexts {
+  enum class Part { kFid, kWorkplace, kValue };
+  struct Text {
+    int command = 0;
+    Part part = Part::kFid;
+    int parameter = -1;  // of a value, from 0
+    std::string text = {};
+  };
+  std::vector<Text> texts;
+};
+
 // Commands of another macro, with all that stands in them, in the place of some. The edit fails when the
 // encoding of the macro lacks one of their characters.
 struct TakeCommands {
@@ -71,11 +84,12 @@ struct SetMacroName {
 };
 
 using MacroEdit = std::variant<InsertCommands, InsertFragment, RemoveCommands, MoveCommands, ReplaceCommand,
-                               SetValues, TakeCommands, SetMacroName>;
+                               SetValues, SetTexts, TakeCommands, SetMacroName>;
 
-// The macro as the edit leaves it, printed whole, or the very same one when that is what the edit leaves, so
-// that its layout stays, too; or why it cannot be done: kNotKept (saving would change what the edit does not
-// touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory. Parses the bytes once.
+// The macro as the edit leaves it, printed whole but for SetTexts, or the very same one when that is what the
+// edit leaves, so that its layout stays, too; or why it cannot be done: kNotKept (saving would change what
+// the edit does not touch), kNoMacro, kNoCommand, kTextNotHeld, kNothingTaken, kNoMemory. Parses the bytes
+// once.
 [[nodiscard]] Expected<Macro> apply(const Macro& macro, const MacroEdit& edit);
 
 // The number that the first command gets which is inserted so; those behind it follow.

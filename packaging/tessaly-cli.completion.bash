@@ -53,6 +53,10 @@ _tessaly_cli_operand() {
     W) _tessaly_cli_words "1 2 3 4 5 6 7 8" ;;
     M) _tessaly_cli_words "1 2 3 4" ;;
     S) _tessaly_cli_words "note warning error" ;;
+    RULE)
+      compopt -o nospace 2>/dev/null
+      _tessaly_cli_words "destination: segment: source: value:"
+      ;;
     *'|'*) _tessaly_cli_words "$(tr '|' '\n' <<<"$1" | grep '^[a-z]')" ;;
   esac
 }
@@ -112,9 +116,12 @@ _tessaly_cli_place() {
   done
   if [[ $command == panel ]]; then
     case $place in
-      1) _tessaly_cli_words "list get put delete rename watch snapshot restore" ;;
+      1) _tessaly_cli_words "list get put delete rename run watch compare send snapshot restore" ;;
       2) _tessaly_cli_operand "$([[ ${places[1]} == snapshot || ${places[1]} == restore ]] && echo FILE || echo W)" ;;
-      3) [[ ${places[1]} == restore ]] && _tessaly_cli_operand W ;;
+      3)
+        [[ ${places[1]} == restore ]] && _tessaly_cli_operand W
+        [[ ${places[1]} == compare || ${places[1]} == send ]] && _tessaly_cli_operand FOLDER
+        ;;
       4) [[ ${places[1]} == [gp]?t ]] && _tessaly_cli_operand FILE ;;
     esac
     return

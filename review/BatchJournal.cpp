@@ -46,11 +46,14 @@ Expected<BatchJournal> BatchJournal::begin(const SiteRoot& root, const BatchReco
   const std::string text = batchText(record);
   if (text.size() > kLargestFile)
     return Failure{Failure::Kind::kTooLarge, "the macros are too many, or too large, for one batch"};
-  if (Outcome made = makeOwnFolder(root.path() / kFolder); !made.written()) return made.failure();
+  if (Outcome made = makeOwnFolder(root.path() / kFolder); !made) return made.failure();
   const std::string name = newName();
   auto lock = lockOf(root, name);
   if (!lock) return lock.failure();
-  if (Outcome written = writeOwnFile(root, pathOf(name), text); !written.written()) return written.failure();
+  if (Outcome written = writeOwnFile(root, pathOf(name), text); !written) {
+    static_cast<void>(removeFile(root, pathOf(name)));  // what a cut of the power may take is no journal
+    return written.failure();
+  }
   return BatchJournal(root, pathOf(name), *std::move(lock), text.size());
 }
 

@@ -28,19 +28,22 @@ class Recovery {
   }
 
  private:
-  // False: it could not be written, and may be later.
-  bool put(const BatchItem& item, MacroChange change, const BeforeWrite& before) {
+  enum class Put { kSettled, kFailed, kLater };  // kLater: its panel may take it yet
+
+  Put put(const BatchItem& item, MacroChange change, const BeforeWrite& before) {
     const Expected<std::string> found = places_.read(item.place);
-    if (HeldContent::asRead(found) == HeldContent::after(item.bytes)) return true;
+    if (HeldContent::asRead(found) == HeldContent::after(item.bytes)) return Put::kSettled;
     const ShelfWrite written = places_.write(item.place, item.bytes, change, before);
-    if (written.written()) return true;
+    if (written.written()) return Put::kSettled;
     told_.reason = written.why.text;
-    if (written.why.kind == Failure::Kind::kChanged) {
+    if (written.why.kind == Failure::Kind::kChanged && written.state == ShelfWrite::State::kAsBefore) {
       told_.letAlone.push_back(placeInWords(item.place));
-      return true;
+      return Put::kSettled;
     }
     told_.failed.push_back(placeInWords(item.place));
-    return false;
+    const bool later =
+        written.why.kind == Failure::Kind::kPanel || written.state == ShelfWrite::State::kUnknown;
+    return BatchPlaces::onPanel(item.place) && later ? Put::kLater : Put::kFailed;
   }
 
   [[nodiscard]] bool mayReplace(std::size_t i, const Expected<std::string>& found) const {
@@ -60,12 +63,12 @@ class Recovery {
     const std::size_t first = record_.begun ? record_.begun->item : 0;
     for (std::size_t i = first; i < record_.items.size(); ++i) {
       const BatchItem& item = record_.items[i];
-      const bool settled = put(item, record_.change, [&](const ShelfStanding& standing) -> Outcome {
+      const Put settled = put(item, record_.change, [&](const ShelfStanding& standing) -> Outcome {
         if (!mayReplace(i, standing.bytes)) return foreign();
         return journal_.noteBegun(i, standing.bytes, BatchPlaces::onPanel(item.place));
       });
-      // What a panel holds of it is for the next start; a disk that refuses will refuse again.
-      if (!settled && BatchPlaces::onPanel(item.place)) {
+      // A disk that refuses will refuse again.
+      if (settled == Put::kLater) {
         told_.how = How::kWaits;
         return;
       }
@@ -75,7 +78,8 @@ class Recovery {
 
   void endAll() {
     for (std::size_t i = 0; i < record_.items.size(); ++i) {
-      if (put(record_.items[i], record_.change, from(record_.items[i].expected))) continue;
+      const BatchItem& item = record_.items[i];
+      if (put(item, record_.change, from(item.expected)) == Put::kSettled) continue;
       if (journal_.noteUndoing()) undo();
       return;
     }
@@ -89,9 +93,9 @@ class Recovery {
     bool whole = true;
     for (std::size_t i = record_.items.size(); i-- > 0;) {
       const BatchItem& item = record_.items[i];
-      whole = put({item.place, record_.olds[i], {}}, MacroChange::kPutBack,
-                  from(HeldContent::after(item.bytes))) &&
-              whole;
+      const Put put = this->put({item.place, record_.olds[i], {}}, MacroChange::kPutBack,
+                                from(HeldContent::after(item.bytes)));
+      whole = whole && put == Put::kSettled;
     }
     if (whole) journal_.end();
   }
@@ -147,12 +151,14 @@ std::vector<BatchRecovery> recoverBatches(BatchPlaces& places) {
     if (!found) {
       const Failure& why = found.failure();
       if (why.kind != Kind::kInUse && why.kind != Kind::kMissing)
-        all.push_back({name, How::kRefused, 0, {}, {}, why.text});
+        all.push_back({name, How::kRefused, {}, {}, {}, why.text});
       continue;
     }
-    BatchRecovery told{found->record.title, How::kEnded, found->record.items.size()};
+    BatchRecovery told{found->record.title};
     const bool reached = std::ranges::all_of(
         found->record.items, [&](const BatchItem& item) { return places.reaches(item.place); });
+    if (reached)
+      for (const BatchItem& item : found->record.items) told.written.push_back(item.place);
     if (reached)
       Recovery(places, found->journal, found->record, told).run();
     else

@@ -17,7 +17,7 @@ struct BatchRecovery {
   };
   std::string title;  // of the batch, UTF-8; without one the name of its journal
   How how = How::kEnded;
-  std::size_t items = 0;
+  std::vector<MacroPlace> written = {};    // places of its items, as far as they may have been written
   std::vector<std::string> letAlone = {};  // places that hold what the batch has neither found nor written
   std::vector<std::string> failed = {};    // places that could not be written
   std::string reason = {};                 // of the last one of them, or of a refusal

@@ -12,7 +12,7 @@ using enum CheckRule;
 
 constexpr std::size_t kMostBytes = std::size_t{64} * 1024;
 constexpr std::string_view kOff = "off";
-constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kBlanks = " \t\r\n";
 
 constexpr std::array<CheckRuleInfo, kCheckRules> kRules{{
     {kUnreadable, "unreadable", Severity::kError, "the file cannot be read, or holds no macro"},
@@ -59,6 +59,27 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
+// The rule that a line switches off, or why it does not: it says nothing, or is none that is understood.
+struct RulesLine {
+  const CheckRuleInfo* off = nullptr;
+  bool empty = false;
+};
+
+RulesLine readLine(std::string_view line) {
+  line = trimmed(line);
+  if (line.empty() || line.starts_with('#')) return {.empty = true};
+  const std::size_t blank = std::min(line.find_first_of(kBlanks), line.size());
+  if (line.substr(0, blank) != kOff) return {};
+  return {.off = checkRuleNamed(trimmed(line.substr(blank)))};
+}
+
+// Cuts the first line off, with what ends it.
+std::string_view takeLine(std::string_view& bytes) {
+  const std::string_view line = bytes.substr(0, std::min(bytes.find('\n'), bytes.size() - 1) + 1);
+  bytes.remove_prefix(line.size());
+  return line;
+}
+
 }  // namespace
 
 std::span<const CheckRuleInfo, kCheckRules> checkRules() { return kRules; }
@@ -79,6 +100,10 @@ std::optional<Severity> severityNamed(std::string_view name) {
   return std::nullopt;
 }
 
+std::string wrongText(const Finding& finding, int first) {
+  return finding.other < 0 ? finding.wrong : finding.wrong + ' ' + std::to_string(finding.other + first);
+}
+
 std::vector<std::string_view> RulesOff::names() const {
   std::vector<std::string_view> names;
   for (const CheckRuleInfo& info : kRules)
@@ -89,17 +114,11 @@ std::vector<std::string_view> RulesOff::names() const {
 RulesOff RulesOff::parse(std::string_view bytes, std::vector<std::string>& problems) {
   RulesOff off;
   for (int number = 1; !bytes.empty(); ++number) {
-    const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-    const std::string_view line = trimmed(bytes.substr(0, end));
-    bytes.remove_prefix(std::min(end + 1, bytes.size()));
-    if (line.empty() || line.starts_with('#')) continue;
-    const std::size_t blank = std::min(line.find_first_of(kBlanks), line.size());
-    const CheckRuleInfo* const info = checkRuleNamed(trimmed(line.substr(blank)));
-    if (line.substr(0, blank) == kOff && info) {
-      off.set(info->rule);
-    } else {
+    const RulesLine line = readLine(takeLine(bytes));
+    if (line.off != nullptr)
+      off.set(line.off->rule);
+    else if (!line.empty)
       problems.push_back("line " + std::to_string(number) + " is no \"off RULE\"");
-    }
   }
   return off;
 }
@@ -109,6 +128,27 @@ RulesOff RulesOff::load(const SiteRoot& root, std::vector<std::string>& problems
   if (bytes) return parse(*bytes, problems);
   if (bytes.failure().kind != Failure::Kind::kMissing) problems.push_back(bytes.failure().text);
   return {};
+}
+
+Outcome RulesOff::store(const SiteRoot& root) const {
+  const auto present = readFile(root, kCheckFile, kMostBytes);
+  if (!present && present.failure().kind != Failure::Kind::kMissing) return present.failure();
+  const std::string before = present.value_or("");
+  std::string after;
+  RulesOff told;
+  for (std::string_view rest = before; !rest.empty();) {
+    const std::string_view line = takeLine(rest);
+    const RulesLine read = readLine(line);
+    if (read.off != nullptr && !contains(read.off->rule)) continue;
+    if (read.off != nullptr) told.set(read.off->rule);
+    after += line;
+  }
+  for (const CheckRuleInfo& info : kRules) {
+    if (!contains(info.rule) || told.contains(info.rule)) continue;
+    if (!after.empty() && !after.ends_with('\n')) after += '\n';
+    after.append(kOff).append(" ").append(info.name).append("\n");
+  }
+  return after == before ? Outcome() : writeFile(root, kCheckFile, after);
 }
 
 }  // namespace tessaly

@@ -12,6 +12,7 @@
 #include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
 #include "model/MacroEdit.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 // What a check looks for, and what it finds.
@@ -77,7 +78,10 @@ struct Finding {
   std::string right = {};  // what would be right; empty where nothing better can be said
   // What mends it, for the macro as it was checked; only where one thing is certainly meant.
   std::optional<MacroEdit> fix = {};
+  int other = -1;  // the other command that it is about, from 0; `wrong` ends in front of its number
 };
+// What is wrong, whole; a program tells numbers of commands from `first` on.
+[[nodiscard]] std::string wrongText(const Finding& finding, int first = 0);
 using Findings = std::vector<Finding>;
 
 // The rules that do not count, told by a file of the site (docs/check.md).
@@ -85,7 +89,7 @@ inline constexpr std::string_view kCheckFile = "c:\\Programme\\RV48\\bin\\MacroF
 
 class RulesOff {
  public:
-  void set(CheckRule rule) { off_.set(static_cast<std::size_t>(rule)); }
+  void set(CheckRule rule, bool off = true) { off_.set(static_cast<std::size_t>(rule), off); }
   [[nodiscard]] bool contains(CheckRule rule) const { return off_.test(static_cast<std::size_t>(rule)); }
   [[nodiscard]] std::vector<std::string_view> names() const;
 
@@ -94,6 +98,10 @@ class RulesOff {
   [[nodiscard]] static RulesOff parse(std::string_view bytes, std::vector<std::string>& problems);
   // Nothing is off without the file.
   [[nodiscard]] static RulesOff load(const SiteRoot& root, std::vector<std::string>& problems);
+  // Makes the file tell the same. What else stands in it stays as it is: remarks, and lines that say nothing.
+  [[nodiscard]] Outcome store(const SiteRoot& root) const;
+
+  friend bool operator==(const RulesOff&, const RulesOff&) = default;
 
  private:
   std::bitset<kCheckRules> off_;

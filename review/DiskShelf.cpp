@@ -38,7 +38,7 @@ ShelfWrite writeMacroFile(const SiteRoot& root, MacroHistory& history, std::stri
     if (!standing.bytes && (!missing || !bytes)) return standing.bytes.failure();
     if (standing.bytes) {
       const Outcome kept = history.keep(*standing.bytes, {std::string(file), {}, 0, {}}, change);
-      if (!kept.written()) return kept;
+      if (!kept) return kept;
       standing.kept = history.takeKept();
     }
     if (Outcome wanted = before ? before(standing) : Outcome(); !wanted) return wanted;

@@ -1,7 +1,6 @@
 #include "review/FolderCheck.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 #include "model/MacroFile.h"
@@ -38,45 +37,46 @@ CheckedFile unreadable(const std::string& path, const Failure& why, const MacroC
   return {path, {}, {finding(kUnreadable, why.text)}};
 }
 
-CheckedFile checkKeys(const SiteRoot& root, const std::string& path, MacroCheck& check) {
-  const auto bytes = readFile(root, path);
-  if (!bytes) return unreadable(path, bytes.failure(), check);
-  KeyFile keys;
-  keys.parse(*bytes);
-  return {path, keys.name(), check.check(keys)};
-}
-
-CheckedFile checkMacro(const SiteRoot& root, const std::string& path, MacroCheck& check) {
-  const auto macro = readMacro(root, path);
+CheckedFile checkMacro(const std::string& path, const Expected<Macro>& macro, MacroCheck& check) {
   if (!macro) return unreadable(path, macro.failure(), check);
-  return {path, macro->name().value_or(""), check.check(*macro)};
+  return {path, macro->name().value_or(""), check.check(*macro), macro->check()};
 }
 
 }  // namespace
 
 CheckedFile checkFile(const SiteRoot& root, const std::string& path, MacroCheck& check) {
-  return endsWithNoCase(path, kKeyEnd) ? checkKeys(root, path, check) : checkMacro(root, path, check);
+  return checkBytes(path, readFile(root, path), check);
+}
+
+CheckedFile checkBytes(const std::string& path, Expected<std::string> bytes, MacroCheck& check) {
+  if (!bytes) return unreadable(path, bytes.failure(), check);
+  if (!endsWithNoCase(path, kKeyEnd)) return checkMacro(path, Macro::read(*std::move(bytes)), check);
+  KeyFile keys;
+  keys.parse(*bytes);
+  return {path, keys.name(), check.check(keys)};
+}
+
+CheckedFile FolderCheck::next(const std::string& path, Expected<std::string> bytes) {
+  CheckedFile checked = checkBytes(path, std::move(bytes), check_);
+  const bool key = endsWithNoCase(path, kKeyEnd);
+  const std::string file(fileNameOf(path));
+  Findings own;
+  if (!hasPlainName(file, key) && !check_.off().contains(kFileName))
+    own.push_back(
+        finding(kFileName, "the file is not named by its number", key ? "key07.upk" : "macro007.mac"));
+  if (!key && !checked.name.empty()) {
+    const auto [first, fresh] = names_.emplace(checked.name, file);
+    if (!fresh && !check_.off().contains(kNameTwice))
+      own.push_back(finding(kNameTwice, first->second + " has the same name"));
+  }
+  checked.findings.insert(checked.findings.begin(), own.begin(), own.end());
+  return checked;
 }
 
 void checkFolder(const SiteRoot& root, const MacroFolder& folder, MacroCheck& check,
                  const std::function<void(CheckedFile)>& take) {
-  std::unordered_map<std::string, std::string> names;  // and the first file of that name
-  for (const std::string& path : folder.files) {
-    CheckedFile checked = checkFile(root, path, check);
-    const bool key = endsWithNoCase(path, kKeyEnd);
-    const std::string file(fileNameOf(path));
-    Findings own;
-    if (!hasPlainName(file, key) && !check.off().contains(kFileName))
-      own.push_back(
-          finding(kFileName, "the file is not named by its number", key ? "key07.upk" : "macro007.mac"));
-    if (!key && !checked.name.empty()) {
-      const auto [first, fresh] = names.emplace(checked.name, file);
-      if (!fresh && !check.off().contains(kNameTwice))
-        own.push_back(finding(kNameTwice, first->second + " has the same name"));
-    }
-    checked.findings.insert(checked.findings.begin(), own.begin(), own.end());
-    take(std::move(checked));
-  }
+  FolderCheck files(check);
+  for (const std::string& path : folder.files) take(files.next(path, readFile(root, path)));
 }
 
 }  // namespace tessaly

@@ -206,12 +206,14 @@ void MacroBatch::putBack(const std::vector<std::size_t>& open, std::size_t count
   }
 }
 
+BatchTrace traceOf(const BatchItem& item, const MacroBatch::Row& row) {
+  return {item.place, row.before, row.kept, HeldContent::after(item.bytes)};
+}
+
 std::vector<BatchTrace> tracesOf(const MacroBatch& batch) {
   std::vector<BatchTrace> traces;
   for (std::size_t i = 0; i < batch.rows().size(); ++i) {
-    const MacroBatch::Row& row = batch.rows()[i];
-    const BatchItem& item = batch.items()[i];
-    if (row.done()) traces.push_back({item.place, row.before, row.kept, HeldContent::after(item.bytes)});
+    if (batch.rows()[i].done()) traces.push_back(traceOf(batch.items()[i], batch.rows()[i]));
   }
   return traces;
 }

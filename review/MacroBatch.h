@@ -88,6 +88,7 @@ struct BatchTrace {
   std::optional<std::string> kept;  // id of what stood there
   HeldContent left;
 };
+[[nodiscard]] BatchTrace traceOf(const BatchItem& item, const MacroBatch::Row& row);  // of one that is done
 [[nodiscard]] std::vector<BatchTrace> tracesOf(const MacroBatch& batch);
 
 // The items of the batch that undoes it, as far as the history holds what stood there; what it does not is

@@ -2,13 +2,10 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
-#include "classic/ClassicDescription.h"
-#include "classic/ClassicGroups.h"
-#include "classic/ClassicParameter.h"
 #include "platform/Text.h"
-#include "values/SourceNames.h"
+#include "review/ClassicFacts.h"
+#include "review/NamedSources.h"
 
 namespace tessaly {
 namespace {
@@ -23,7 +20,7 @@ bool fits(const std::string& wanted, std::string_view text) {
 }
 
 // As a whole.
-bool equals(const std::string& wanted, std::string_view text) {
+bool equals(std::string_view wanted, std::string_view text) {
   return fitsPattern(wanted, toUpperAscii(text));
 }
 
@@ -41,32 +38,6 @@ bool fitsName(const std::string& wanted, std::string_view name) {
 bool sameNumber(std::string_view a, std::string_view b) {
   const auto first = exactNumber<double>(a), second = exactNumber<double>(b);
   return first && second && *first == *second;
-}
-
-bool isNumber(std::string_view text) { return text.find_first_not_of("0123456789") == text.npos; }
-
-// What a classic command names.
-struct ClassicFacts {
-  std::string group;
-  std::vector<std::string> sources;  // numbers
-};
-
-ClassicFacts factsOf(const ClassicCommand& command, DecodingLists& lists) {
-  ClassicFacts facts;
-  if (!command.valid()) return facts;
-  facts.group = groupName(command.cd(), command.co());
-  const auto list = lists.list(command.cd(), command.co());
-  const auto entry = list ? list->find(command) : std::nullopt;
-  if (!entry) return facts;
-  std::size_t position = 0;
-  for (const ParameterDescriptor& descriptor : entry->parameters) {
-    const std::size_t begin = position;
-    if (!parameterText(command, *entry, descriptor, position)) break;
-    if (descriptor.type != ParameterType::kInput) continue;
-    if (command.parameter(begin) == kExtendedInput) break;
-    facts.sources.push_back(std::to_string(command.parameter(begin)));
-  }
-  return facts;
 }
 
 }  // namespace
@@ -98,20 +69,10 @@ class MacroSearch::Asking {
   }
 
  private:
-  using Numbers = std::unordered_set<std::string>;
+  using Numbers = SourceNumbers;
 
   [[nodiscard]] Numbers sourcesOf(const Word& word) const {
-    Numbers numbers;
-    if (word.field != Field::kSource) return numbers;
-    if (isNumber(word.text)) {
-      numbers.insert(word.text.substr(std::min(word.text.find_first_not_of('0'), word.text.size() - 1)));
-      return numbers;
-    }
-    for (const PanelSource& source : inputSources(context_.dictionary))
-      if (equals(word.text, source.displayName)) numbers.insert(inputNumberText(source.panelName));
-    for (const ClassicSource& source : classicSources())
-      if (equals(word.text, source.name)) numbers.insert(std::to_string(source.number));
-    return numbers;
+    return word.field == Field::kSource ? sourcesNamed(word.text, context_.dictionary) : Numbers();
   }
 
   bool holds(const Word& word, const Numbers& sources, const MacroCommand& command,
@@ -168,9 +129,7 @@ class MacroSearch::Asking {
     const std::string& text = command.parameters.empty() ? kNone : command.parameters.front().value;
     const auto known = facts_.find(text);
     if (known != facts_.end()) return known->second;
-    ClassicCommand decoded;
-    static_cast<void>(decoded.decodeText(text));
-    return facts_.emplace(text, tessaly::factsOf(decoded, context_.decodingLists)).first->second;
+    return facts_.emplace(text, classicFacts(text, context_.decodingLists)).first->second;
   }
 
   std::vector<Word> words_;

@@ -16,13 +16,36 @@ using State = ShelfWrite::State;
 constexpr std::chrono::milliseconds kLookAgain{100};  // whether a macro is deleted
 constexpr const char* kNotTold = "the panel could not be told to read its macros again";
 
-Failure failureOf(Result result) {
+// kPanel for what another try may mend, as when the line was lost.
+Failure::Kind kindOf(Result result) {
   using Kind = Failure::Kind;
-  const Kind kind = result == Result::kCancelled  ? Kind::kCancelled
-                    : result == Result::kNotFound ? Kind::kMissing
-                                                  : Kind::kPanel;
-  return {kind, FtpClient::describe(result)};
+  switch (result) {
+    case Result::kCancelled:
+      return Kind::kCancelled;
+    case Result::kNotFound:
+      return Kind::kMissing;
+    case Result::kRefusedLogin:
+      return Kind::kNoPermission;
+    case Result::kFull:
+      return Kind::kFull;
+    case Result::kAltered:
+      return Kind::kDiskError;
+    case Result::kDone:
+    case Result::kUnreachable:
+    case Result::kStalled:
+    case Result::kTooSlow:
+    case Result::kCut:
+    case Result::kPanelError:
+    case Result::kLocalFile:
+    case Result::kUnreadable:
+    case Result::kNoLibrary:
+    case Result::kFailed:
+      return Kind::kPanel;
+  }
+  return Kind::kPanel;
 }
+
+Failure failureOf(Result result) { return {kindOf(result), FtpClient::describe(result)}; }
 
 // What was fetched, as far as it was.
 Expected<std::string> bytesOf(const VerifiedSend::Old& held) {
@@ -38,9 +61,9 @@ ShelfWrite writeOf(const TransferOutcome& sent) {
       return {State::kUnverified, {}, sent.describe()};
     case PanelHolds::kAsBefore:
     case PanelHolds::kOld:
-      return {State::kAsBefore, {failureOf(sent.transfer).kind, sent.describe()}};
+      return {State::kAsBefore, {kindOf(sent.transfer), sent.describe()}};
     case PanelHolds::kUnknown:
-      return {State::kUnknown, {failureOf(sent.transfer).kind, sent.describe()}};
+      return {State::kUnknown, {kindOf(sent.transfer), sent.describe()}};
   }
   return {};
 }
@@ -86,7 +109,7 @@ Outcome PanelShelf::writable() const {
 Outcome PanelShelf::ask(const PanelStanding& standing, const BeforeWrite& before) {
   const ShelfStanding found{bytesOf(standing.old), history_.takeKept()};
   // What cannot even be fetched is all the same sent over, as every save does it; that is told.
-  if (found.bytes && !standing.kept.written()) return standing.kept;
+  if (found.bytes && !standing.kept) return standing.kept;
   if (cancelled_) return failureOf(Result::kCancelled);
   return before ? before(found) : Outcome();
 }

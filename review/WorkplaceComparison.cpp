@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "model/MacroNameScan.h"
+#include "platform/Text.h"
 
 namespace tessaly {
 namespace {
@@ -31,10 +32,26 @@ Expected<std::string> readIf(const Listed& listed, MacroShelf& shelf, MacroNumbe
   return listed.contains(number.value()) ? shelf.read(number) : missing();
 }
 
+// The name that stands at the very beginning, where nearly every macro has it: reading all of a file for the
+// sake of a row's name would take longer than fetching it. Empty when it does not, or may mean something
+// else.
+std::string nameAtBeginning(std::string_view bytes) {
+  constexpr std::string_view kDeclaration = "<?xml", kName = "<macro name=\"";
+  constexpr std::string_view kBlanks = " \t\r\n";
+  if (bytes.starts_with(kDeclaration)) bytes.remove_prefix(std::min(bytes.find("?>"), bytes.size() - 2) + 2);
+  bytes.remove_prefix(std::min(bytes.find_first_not_of(kBlanks), bytes.size()));
+  if (!bytes.starts_with(kName)) return {};
+  bytes.remove_prefix(kName.size());
+  const std::string_view name = bytes.substr(0, bytes.find_first_of("\"&<"));
+  const bool plain = name.size() < bytes.size() && bytes[name.size()] == '"' && isAscii(name);
+  return plain ? std::string(name) : std::string();
+}
+
 // That of the macro; where it has none, or cannot be read, what the list says.
 std::string nameOf(const Expected<std::string>& read, const Listed& listed, MacroNumber number) {
   if (isMissing(read)) return {};
-  std::string name = read ? macroNameIn(*read) : std::string();
+  std::string name = read ? nameAtBeginning(*read) : std::string();
+  if (name.empty() && read) name = macroNameIn(*read);
   return name.empty() ? listed.at(number.value()) : name;
 }
 

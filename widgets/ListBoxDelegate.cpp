@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "widgets/RowMark.h"
 #include "widgets/RowsView.h"
 
 namespace tessaly {
@@ -12,6 +13,7 @@ namespace tessaly {
 namespace {
 
 constexpr float kDimmedInk = 0.7F;   // of the text colour; the rest is the ground's
+constexpr int kMarkMargin = 2;       // pixels left and right of a row's mark
 constexpr float kMarkAlpha = 0.35F;  // of the highlight behind a found row
 
 }  // namespace
@@ -52,7 +54,7 @@ QSize ListBoxDelegate::sizeHint(const QStyleOptionViewItem& option, const QModel
 }
 
 int ListBoxDelegate::textWidth(const QString& text, const QFontMetrics& metrics) const {
-  return layOut(text, metrics, [](int, const QString&) {}) + 2 * kTextMargin;
+  return markRoom(metrics) + layOut(text, metrics, [](int, const QString&) {}) + 2 * kTextMargin;
 }
 
 void ListBoxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -83,8 +85,13 @@ void ListBoxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
                             : dimmed(style.palette));
   painter->setFont(style.font);
   const QFontMetrics metrics(style.font);
+  const int before = markRoom(metrics);
+  const auto mark = static_cast<RowMark>(index.data(kRowMarkRole).toInt());
+  const QRect markPlace(style.rect.left() + kMarkMargin, style.rect.top(), before - 2 * kMarkMargin,
+                        style.rect.height());
+  if (marks_) drawRowMark(*painter, mark, markPlace, painter->pen().color());
   layOut(text, metrics, [&](int x, const QString& cell) {
-    const QRect room = style.rect.adjusted(kTextMargin + x, 0, -kTextMargin, 0);
+    const QRect room = style.rect.adjusted(before + kTextMargin + x, 0, -kTextMargin, 0);
     const QString fitting = style.textElideMode == Qt::ElideNone
                                 ? cell
                                 : metrics.elidedText(cell, style.textElideMode, room.width());

@@ -20,7 +20,9 @@ class ListBoxDelegate : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   void setTabStops(std::vector<int> dialogUnits) { tabStops_ = std::move(dialogUnits); }
-  // Pixels that a row's text needs.
+  // Leaves room before the text of each row for its mark (RowMark), whether or not it has one.
+  void leaveRoomForMarks() { marks_ = true; }
+  // Pixels that a row's text needs, with what stands before it.
   [[nodiscard]] int textWidth(const QString& text, const QFontMetrics& metrics) const;
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -30,7 +32,10 @@ class ListBoxDelegate : public QStyledItemDelegate {
   int layOut(const QString& text, const QFontMetrics& metrics,
              const std::function<void(int x, const QString& text)>& cell) const;
 
+  [[nodiscard]] int markRoom(const QFontMetrics& metrics) const { return marks_ ? metrics.height() : 0; }
+
   std::vector<int> tabStops_;
+  bool marks_ = false;
 };
 
 }  // namespace tessaly

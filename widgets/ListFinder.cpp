@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QShortcut>
 
 #include "widgets/RowsView.h"
@@ -13,11 +14,21 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kMargin = 3;  // pixels around the field
+constexpr int kMargin = 3;           // pixels around the field
+constexpr float kMarkAlpha = 0.35F;  // of the highlight over a found row
+
+// Of the view; nothing over the keyboard and the mouse.
+QWidget* markOver(QAbstractItemView& list) {
+  auto* mark = new QWidget(list.viewport());
+  mark->setAttribute(Qt::WA_TransparentForMouseEvents);
+  mark->setAutoFillBackground(true);
+  mark->hide();
+  return mark;
+}
 
 }  // namespace
 
-ListFinder::ListFinder(RowsView& list)
+ListFinder::ListFinder(QAbstractItemView& list)
     : QFrame(&list), list_(list), text_(new QLineEdit(this)), count_(new QLabel(this)) {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -40,6 +51,10 @@ ListFinder::ListFinder(RowsView& list)
   key(QKeySequence(Qt::Key_F3), [this] { goOn(1); });
   key(Qt::SHIFT | Qt::Key_F3, [this] { goOn(-1); });
   hide();
+  if (qobject_cast<RowsView*>(&list_) != nullptr) return;
+  mark_ = markOver(list_);
+  for (const QScrollBar* bar : {list_.verticalScrollBar(), list_.horizontalScrollBar()})
+    connect(bar, &QScrollBar::valueChanged, this, &ListFinder::placeMark);
 }
 
 void ListFinder::open() {
@@ -67,7 +82,9 @@ void ListFinder::find(int start, int step) {
   const int rows = model.rowCount();
   const QString wanted = text_->text();
   const auto holds = [&](int row) {
-    return model.index(row, 0).data().toString().contains(wanted, Qt::CaseInsensitive);
+    for (int column = 0; column < model.columnCount(); ++column)
+      if (model.index(row, column).data().toString().contains(wanted, Qt::CaseInsensitive)) return true;
+    return false;
   };
   found_ = QModelIndex();
   int count = 0;
@@ -82,6 +99,17 @@ void ListFinder::find(int start, int step) {
                                    : tr("%n found", nullptr, count));
   if (found_.isValid()) list_.scrollTo(found_, QAbstractItemView::PositionAtCenter);
   list_.viewport()->update();
+  placeMark();
+}
+
+void ListFinder::placeMark() {
+  if (mark_ == nullptr) return;
+  const QRect row = mark().isValid() ? list_.visualRect(found_) : QRect();
+  QColor colour = list_.palette().color(QPalette::Active, QPalette::Highlight);
+  colour.setAlphaF(kMarkAlpha);
+  mark_->setPalette(colour);
+  mark_->setGeometry(0, row.top(), list_.viewport()->width(), row.height());
+  mark_->setVisible(row.isValid());
 }
 
 void ListFinder::close(bool choose) {
@@ -90,11 +118,15 @@ void ListFinder::close(bool choose) {
   list_.setFocus(Qt::OtherFocusReason);
   hide();
   list_.viewport()->update();
+  placeMark();
   if (!found.isValid()) return;
-  if (choose && found.row() != list_.selectedRow())
+  const QModelIndexList selected = list_.selectionModel()->selectedRows();
+  if (choose && (selected.size() != 1 || selected.front().row() != found.row())) {
     list_.setCurrentIndex(found);
-  else
-    list_.makeCurrent(found.row());
+  } else {
+    list_.selectionModel()->setCurrentIndex(found, QItemSelectionModel::NoUpdate);
+    list_.scrollTo(found);
+  }
 }
 
 void ListFinder::place() {
@@ -105,12 +137,16 @@ void ListFinder::place() {
 
 bool ListFinder::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &list_) {
-    if (event->type() == QEvent::Resize && isVisible()) place();
+    if (event->type() == QEvent::Resize && isVisible()) {
+      place();
+      placeMark();
+    }
     if (event->type() == QEvent::EnabledChange && !list_.isEnabled()) hide();
     return false;
   }
   if (event->type() == QEvent::FocusOut && !text_->hasFocus() && isVisible()) {
     hide();
+    if (mark_ != nullptr) mark_->hide();
     // The keyboard also goes while the list is being destroyed.
     if (auto* list = qobject_cast<QAbstractScrollArea*>(parent())) list->viewport()->update();
     return false;

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include <QAbstractItemView>
 #include <QFrame>
 #include <QPersistentModelIndex>
 
@@ -10,16 +11,15 @@ class QLineEdit;
 
 namespace tessaly {
 
-class RowsView;
-
 // A small field over the foot of a list: what is typed leads to the next row that holds it. Nothing is
 // chosen on the way, because choosing may open a macro or fetch one; Enter chooses the row that was found.
-// Ctrl+F opens it on the list that has the keyboard, F3 and Shift+F3 go on, Escape leaves.
+// Ctrl+F opens it on the list that has the keyboard, F3 and Shift+F3 go on, Escape leaves. A list of rows
+// (RowsView) marks what was found itself; over any other view a mark is laid.
 class ListFinder : public QFrame {
   Q_OBJECT
 
  public:
-  explicit ListFinder(RowsView& list);
+  explicit ListFinder(QAbstractItemView& list);
 
   // The row that was found last, for the list to mark; none while the field is closed.
   [[nodiscard]] QModelIndex mark() const { return isVisible() ? QModelIndex(found_) : QModelIndex(); }
@@ -34,11 +34,13 @@ class ListFinder : public QFrame {
   void find(int start, int step);
   void goOn(int step);
   void place();
+  void placeMark();
 
-  RowsView& list_;
+  QAbstractItemView& list_;
   QLineEdit* text_;
   QLabel* count_;
   QPersistentModelIndex found_;
+  QWidget* mark_ = nullptr;  // over the row, unless the list marks it itself
 };
 
 }  // namespace tessaly

@@ -9,6 +9,7 @@
 #include <QScrollBar>
 
 #include "widgets/ListFinder.h"
+#include "widgets/RowMark.h"
 
 namespace tessaly {
 
@@ -153,11 +154,12 @@ void RowsView::paintEvent(QPaintEvent* event) {
 }
 
 bool RowsView::viewportEvent(QEvent* event) {
-  // A row that is seen whole needs no tool tip.
+  // A row that is seen whole, and has no mark, needs no tool tip.
   if (event->type() == QEvent::ToolTip) {
     const QModelIndex index = indexAt(static_cast<QHelpEvent*>(event)->pos());
     const int needed = delegate_->textWidth(index.data().toString(), QFontMetrics(font()));
-    if (index.isValid() && needed <= viewport()->width()) {
+    const bool marked = index.data(kRowMarkRole).toInt() != static_cast<int>(RowMark::kNone);
+    if (index.isValid() && !marked && needed <= viewport()->width()) {
       event->ignore();
       return true;
     }

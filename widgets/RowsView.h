@@ -45,6 +45,8 @@ class RowsView : public KeptChoice<QListView> {
   [[nodiscard]] QSize minimumSizeHint() const override;
   // Columns start at these dialog units; the list gets a horizontal scroll bar when its rows are wider.
   void setTabStops(std::vector<int> dialogUnits);
+  // Leaves room for marks before the text of each row.
+  void leaveRoomForMarks() { delegate_->leaveRoomForMarks(); }
   // Shown in grey while the list has no rows.
   void setPlaceholder(const QString& text);
   // The row that the finder stands on; it is marked without being selected.

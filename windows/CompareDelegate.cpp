@@ -13,7 +13,8 @@ using Kind = DiffRow::Kind;
 
 constexpr float kRowTint = 0.14F;  // of the hue; the rest is the palette's ground
 constexpr float kMarkTint = 0.34F;
-constexpr int kArrowMargin = 3;  // pixels between the frame of an arrow and the arrow
+constexpr float kHatchInk = 0.35F;  // of the text colour, in a gap
+constexpr int kArrowMargin = 3;     // pixels between the frame of an arrow and the arrow
 const QString kEllipsis = QStringLiteral("\u2026");
 
 QColor hue(Kind kind) {
@@ -109,7 +110,9 @@ void CompareDelegate::paintLine(QPainter& painter, const QStyleOptionViewItem& s
   const bool selected = (style.state & QStyle::State_Selected) != 0;
   const DiffRow& here = model_.at(row);
   if (!here.shows(side)) {
-    painter.fillRect(style.rect, QBrush(style.palette.color(group, QPalette::Mid), Qt::BDiagPattern));
+    QColor hatch = style.palette.color(group, QPalette::Text);
+    hatch.setAlphaF(kHatchInk);
+    painter.fillRect(style.rect, QBrush(hatch, Qt::BDiagPattern));
     return;
   }
   const QString line =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 
 #include <QString>
@@ -30,6 +31,15 @@ struct CompareTake {
   QString step;
 };
 
+// What a window that compares is handed. All but `content` is called on the GUI thread.
+struct CompareWays {
+  std::function<CompareSide(Side)> side;            // as it is now
+  std::function<QString(const CompareTake&)> take;  // gives the reason when nothing was taken, else nothing
+  std::function<void()> readAgain;                  // may be missing; ends in `CompareWindow::follow`
+  std::function<QString(const Failure&)> failureText;  // for people
+};
+
+inline constexpr std::array kSides{Side::kA, Side::kB};
 [[nodiscard]] constexpr Side otherSide(Side side) { return side == Side::kA ? Side::kB : Side::kA; }
 [[nodiscard]] constexpr std::size_t sideIndex(Side side) { return side == Side::kA ? 0 : 1; }
 

@@ -4,7 +4,6 @@
 #include <set>
 
 #include <QHeaderView>
-#include <QPromise>
 #include <QScrollBar>
 #include <QShortcut>
 
@@ -19,7 +18,6 @@ constexpr int kPatienceMilliseconds =
     100;                         // until a comparison that is shown already is said to be under way
 constexpr int kRowGap = 6;       // pixels between the text lines of two rows
 constexpr int kMostChanges = 4;  // told of a row below the table
-constexpr std::array kSides{Side::kA, Side::kB};
 
 // The commands of a side in front of a row.
 std::size_t commandsBefore(const MacroDiff& diff, std::size_t row, Side side) {
@@ -39,15 +37,14 @@ std::size_t rowOfCommand(const MacroDiff& diff, std::size_t number, Side side) {
 
 }  // namespace
 
-CompareWindow::CompareWindow(Ways ways, const LineContext& lines, const LineOptions& options,
+CompareWindow::CompareWindow(CompareWays ways, const LineContext& lines, const LineOptions& options,
                              QThreadPool& pool, QWidget* owner)
     : ReviewWindow({}, owner),
       ways_(std::move(ways)),
-      dictionary_(lines.dictionary),
-      pool_(pool),
       ui_(std::make_unique<Ui::CompareWindow>()),
       model_(lines, options, this),
-      options_(options) {
+      options_(options),
+      work_(pool, lines.dictionary) {
   ui_->setupUi(this);
   setUpTable();
   setUpKeys();
@@ -63,7 +60,7 @@ CompareWindow::CompareWindow(Ways ways, const LineContext& lines, const LineOpti
   connect(ui_->showRaw, &QCheckBox::clicked, this, showLines);
   connect(ui_->onlyDifferences, &QCheckBox::clicked, this, &CompareWindow::setOnlyDifferences);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
-  connect(&watcher_, &QFutureWatcherBase::finished, this, &CompareWindow::showResult);
+  connect(&work_, &CompareWork::ready, this, &CompareWindow::showResult);
   due_.setSingleShot(true);
   connect(&due_, &QTimer::timeout, this, &CompareWindow::compare);
   long_.setSingleShot(true);
@@ -73,7 +70,7 @@ CompareWindow::CompareWindow(Ways ways, const LineContext& lines, const LineOpti
   compare();
 }
 
-CompareWindow::~CompareWindow() { watcher_.future().cancel(); }
+CompareWindow::~CompareWindow() = default;
 
 void CompareWindow::setUpTable() {
   QTableView& table = *ui_->table;
@@ -142,39 +139,12 @@ void CompareWindow::follow() {
 void CompareWindow::compare() {
   for (const Side side : kSides) sides_[sideIndex(side)] = ways_.side(side);
   showSides();
-  watcher_.future().cancel();
   long_.start();
-  auto promise = std::make_shared<QPromise<Result>>();
-  watcher_.setFuture(promise->future());
-  pool_.start([promise, sides = sides_, &dictionary = dictionary_] {
-    promise->start();
-    if (!promise->isCanceled()) promise->addResult(result(sides, dictionary));
-    promise->finish();
-  });
+  work_.begin(sides_);
 }
 
-CompareWindow::Result CompareWindow::result(const std::array<CompareSide, 2>& sides,
-                                            const FunctionDictionary& dictionary) {
-  Result result;
-  std::array<std::optional<Macro>, 2> macros;
-  for (const Side side : kSides) {
-    if (!sides[sideIndex(side)].content) continue;
-    auto content = sides[sideIndex(side)].content();
-    if (content)
-      macros[sideIndex(side)] = *std::move(content);
-    else
-      result.failures[sideIndex(side)] = content.failure();
-  }
-  if (macros[0] && macros[1])
-    result.diff =
-        std::make_shared<const MacroDiff>(*std::move(macros[0]), *std::move(macros[1]), &dictionary);
-  return result;
-}
-
-void CompareWindow::showResult() {
-  if (watcher_.future().isCanceled() || watcher_.future().resultCount() == 0) return;
+void CompareWindow::showResult(const CompareWork::Result& result) {
   long_.stop();
-  const Result result = watcher_.result();
   for (const Side side : kSides)
     if (const auto& failure = result.failures[sideIndex(side)])
       sides_[sideIndex(side)].trouble = ways_.failureText(*failure);
@@ -212,6 +182,9 @@ void CompareWindow::showSides() {
                                         {CompareModel::kTakeB, arrow},
                                         {CompareModel::kSign, sign + 4 * CompareDelegate::kMargin}};
   for (const auto& [column, width] : widths) table.setColumnWidth(column, width);
+  // Each heading stands over its column.
+  ui_->headingGap->changeSize(2 * arrow + table.columnWidth(CompareModel::kSign), 0, QSizePolicy::Fixed);
+  ui_->headingLayout->invalidate();
   showTakes();
 }
 

@@ -4,12 +4,10 @@
 #include <memory>
 #include <optional>
 
-#include <QFutureWatcher>
-#include <QThreadPool>
 #include <QTimer>
 
 #include "windows/CompareModel.h"
-#include "windows/CompareSide.h"
+#include "windows/CompareWork.h"
 #include "windows/ReviewWindow.h"
 
 class QPushButton;
@@ -28,16 +26,9 @@ class CompareWindow : public ReviewWindow {
   Q_OBJECT
 
  public:
-  struct Ways {
-    std::function<CompareSide(Side)> side;            // as it is now
-    std::function<QString(const CompareTake&)> take;  // gives the reason when nothing was taken, else nothing
-    std::function<void()> readAgain;                  // may be missing; ends in `follow`
-    std::function<QString(const Failure&)> failureText;  // for people
-  };
-
   // Reads and compares in `pool`; what is under way there holds on to nothing of the window. The dictionary
   // and the lists of `lines` outlive both.
-  CompareWindow(Ways ways, const LineContext& lines, const LineOptions& options, QThreadPool& pool,
+  CompareWindow(CompareWays ways, const LineContext& lines, const LineOptions& options, QThreadPool& pool,
                 QWidget* owner = nullptr);
   ~CompareWindow() override;
 
@@ -46,10 +37,6 @@ class CompareWindow : public ReviewWindow {
   void follow();
 
  private:
-  struct Result {
-    std::array<std::optional<Failure>, 2> failures;
-    std::shared_ptr<const MacroDiff> diff;  // none after a failure
-  };
   // Where the view stands: in a row, and how far below its top.
   struct Place {
     std::array<std::size_t, 2> commands{};  // of each side, in front of the row
@@ -61,9 +48,7 @@ class CompareWindow : public ReviewWindow {
   void setUpKeys();
   void setUpTakes();
   void compare();
-  [[nodiscard]] static Result result(const std::array<CompareSide, 2>& sides,
-                                     const FunctionDictionary& dictionary);
-  void showResult();
+  void showResult(const CompareWork::Result& result);
   void showSides();
   [[nodiscard]] QString refusal(Side side) const;
   void showCounts();
@@ -80,15 +65,13 @@ class CompareWindow : public ReviewWindow {
   void takeSelected(Side into);
   void take(Side into, const std::vector<std::size_t>& rows);
 
-  Ways ways_;
-  const FunctionDictionary& dictionary_;
-  QThreadPool& pool_;
+  CompareWays ways_;
   std::unique_ptr<Ui::CompareWindow> ui_;
   CompareModel model_;
   LineOptions options_;
   std::array<CompareSide, 2> sides_;
   std::array<QPushButton*, 2> take_{}, takeAll_{};
-  QFutureWatcher<Result> watcher_;
+  CompareWork work_;
   QTimer due_;   // until it is compared anew
   QTimer long_;  // until it is told that this takes a while
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "fuzz/crash/BatchUser.h"
 #include "link/PanelMacros.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
@@ -117,7 +118,7 @@ bool CrashSite::prepare() const {
          writeFile(root_, kCrashStepsTarget, crashMacro(0, kCrashCommands));
   for (const CrashStep step : {CrashStep::kEdit, CrashStep::kSave, CrashStep::kCopy, CrashStep::kSteps})
     done = done && writeFile(root_, path(step), crashMacro(0, kCrashCommands));
-  return done && keep(0) &&
+  return done && keep(0) && CrashBatchUser::prepare(folder_) &&
          writeFile(root_, path(CrashStep::kDownload), crashMacro(0, downloadedCommands(0))) &&
          convertKeyFile(site, crashMacroName(0), path(CrashStep::kConvert), keyPath()) &&
          writeSettings(root_, settingsOf(0));
@@ -149,6 +150,8 @@ std::optional<int> CrashSite::generation(CrashStep step) const {
       return keptGeneration(site);
     case CrashStep::kSettings:
       return settingsGeneration(root_);
+    case CrashStep::kBatch:
+      return CrashBatchUser::generation(folder_);
   }
   return std::nullopt;
 }
@@ -170,7 +173,8 @@ CrashSite::Strays CrashSite::strays(CrashStep step) const {
     }
     if (isTemporary(name)) {
       ++strays.temporary;
-    } else if (!known.contains(toUpperAscii(folder + name)) && isRegularFile(root_, folder + name)) {
+    } else if (!known.contains(toUpperAscii(folder + name)) && !CrashBatchUser::isOurs(folder + name) &&
+               isRegularFile(root_, folder + name)) {
       ++strays.unknown;
     }
   }

@@ -11,8 +11,8 @@
 
 namespace tessaly {
 
-// What the worker does, each writing one file of its own.
-enum class CrashStep { kEdit, kSave, kCopy, kConvert, kDownload, kKeep, kSettings, kSteps };
+// What the worker does, each writing one file of its own, or several as one.
+enum class CrashStep { kEdit, kSave, kCopy, kConvert, kDownload, kKeep, kSettings, kSteps, kBatch };
 
 struct CrashStepRow {
   CrashStep step;
@@ -30,7 +30,9 @@ inline constexpr std::array kCrashSteps{
     CrashStepRow{CrashStep::kDownload, "download", "c:\\programme\\rv48\\appli\\Show\\CP1\\macroWP3\\x.mac"},
     CrashStepRow{CrashStep::kKeep, "history", "history\\lock"},
     CrashStepRow{CrashStep::kSettings, "settings", ""},
-    CrashStepRow{CrashStep::kSteps, "steps", "c:\\programme\\RV48\\bin\\MacroFid\\tempB.mac"}};
+    CrashStepRow{CrashStep::kSteps, "steps", "c:\\programme\\RV48\\bin\\MacroFid\\tempB.mac"},
+    CrashStepRow{CrashStep::kBatch, "batch",
+                 "c:\\programme\\rv48\\appli\\Show\\CP1\\macroWP5\\macro000.mac"}};
 
 // What the steps' working copy is of.
 inline constexpr std::string_view kCrashStepsTarget =

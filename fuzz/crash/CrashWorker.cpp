@@ -3,6 +3,7 @@
 #include <chrono>
 #include <random>
 
+#include "fuzz/crash/BatchUser.h"
 #include "fuzz/crash/StepsUser.h"
 #include "link/PanelMacros.h"
 #include "model/MacroFile.h"
@@ -18,7 +19,7 @@ using Clock = std::chrono::steady_clock;
 class CrashWorker {
  public:
   CrashWorker(const std::filesystem::path& folder, CrashRecord& record, std::uint16_t ftpPort)
-      : site_(folder), record_(record), transfers_(ftpTransfers(ftpPort)) {}
+      : site_(folder), record_(record), batches_(folder, ftpPort), transfers_(ftpTransfers(ftpPort)) {}
 
   bool run(CrashStep step) {
     record_.pending = pendingGeneration(step);
@@ -53,6 +54,7 @@ class CrashWorker {
       case CrashStep::kConvert:
       case CrashStep::kKeep:
       case CrashStep::kSettings:
+      case CrashStep::kBatch:
         break;
     }
     return ++record_.generation;
@@ -76,6 +78,8 @@ class CrashWorker {
         return site_.keep(generation);
       case CrashStep::kSteps:
         return steps_.act();
+      case CrashStep::kBatch:
+        return batches_.write(generation);
       case CrashStep::kSettings: {
         const std::string text = crashValue(generation);
         return writeSettings(site_.root(), {generation, kFrameRate50Hz, text, text, text, text}).done();
@@ -101,6 +105,7 @@ class CrashWorker {
   CrashRecord& record_;
   CrashMessages messages_;
   CrashStepsUser steps_{{site_.root(), messages_}};
+  CrashBatchUser batches_;
   MacroTransferFactory transfers_;
 };
 

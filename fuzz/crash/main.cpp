@@ -16,6 +16,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "fuzz/crash/BatchUser.h"
 #include "fuzz/crash/CrashReport.h"
 #include "fuzz/crash/CrashWorker.h"
 #include "fuzz/crash/FlushWatch.h"
@@ -112,14 +113,19 @@ class CrashHarness {
     std::size_t flushes = 1;
     for (std::size_t failing = 0; failing <= flushes; ++failing) {
       if (row.step == CrashStep::kKeep) site_.forgetHistory();  // and its folders are new
+      if (row.step == CrashStep::kBatch) record_.generation |= 1;  // the next one is all or none
       FlushWatch::start(failing);
       const bool done = runCrashStep(folder_, record_, ftpPort_, row.step);
       FlushWatch::stop();
       if (failing == 0) flushes = FlushWatch::flushes();
-      if (done != (failing == 0))
+      // A batch keeps what the one before has kept already only once, and has fewer then.
+      const bool failed = failing > 0 && FlushWatch::flushes() >= failing;
+      if (done == failed)
         report_.wrong(std::string(row.name) + ": flush " + std::to_string(failing) + " has no say");
       if (done && !FlushWatch::fault().empty()) report_.wrong(row.name + (": " + FlushWatch::fault()));
       if (row.step == CrashStep::kKeep) continue;
+      // What could not be put back is put back, or ended, by the next start.
+      if (row.step == CrashStep::kBatch) static_cast<void>(CrashBatchUser(folder_, ftpPort_).recover());
       const auto generation = site_.generation(row.step);
       if (!generation) report_.wrong(std::string(row.name) + ": no whole file after a failed flush");
       record_.committed.at(static_cast<std::size_t>(row.step)) = generation.value_or(0);
@@ -150,6 +156,7 @@ class CrashHarness {
     std::this_thread::sleep_for(microseconds(random_() % static_cast<unsigned>(average)));
     ::kill(worker, SIGKILL);
     ::waitpid(worker, nullptr, 0);
+    if (!CrashBatchUser(folder_, ftpPort_).recover()) report_.wrong("a batch is neither ended nor undone");
     report_.lookAtKilled();
   }
 

@@ -9,6 +9,131 @@
     </message>
 </context>
 <context>
+    <name>BatchUndo</name>
+    <message>
+        <source>Undo &quot;%1&quot;?</source>
+        <translation>„%1“ rückgängig machen?</translation>
+    </message>
+    <message>
+        <source>NOT undone: %1 (%2)</source>
+        <translation>NICHT rückgängig gemacht: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>nothing has been changed</source>
+        <translation>nichts ist geändert worden</translation>
+    </message>
+    <message>
+        <source>undo of %1</source>
+        <translation>Rücknahme: %1</translation>
+    </message>
+    <message>
+        <source>Undoing %1</source>
+        <translation>%1 wird rückgängig gemacht</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>NOT undone: %1</source>
+        <translation>NICHT rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>undone: %1</source>
+        <translation>rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>%1; %2 of %3 macros are not as they were before (%4)</source>
+        <translation>%1; %2 von %3 Makros sind nicht wie vorher (%4)</translation>
+    </message>
+    <message>
+        <source>the history no longer has what was there before</source>
+        <translation>der Verlauf hat nicht mehr, was vorher da war</translation>
+    </message>
+</context>
+<context>
+    <name>CheckRulesDialog</name>
+    <message>
+        <source>Rules</source>
+        <translation>Regeln</translation>
+    </message>
+    <message>
+        <source>What a check &amp;looks for. A rule without a tick is off for this site, for everybody who works on it.</source>
+        <translation>&amp;Wonach eine Prüfung sucht. Eine Regel ohne Haken ist für diesen Standort aus, für alle, die an ihm arbeiten.</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>Regel</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>Schwere</translation>
+    </message>
+    <message>
+        <source>What it tells</source>
+        <translation>Was sie meldet</translation>
+    </message>
+</context>
+<context>
+    <name>CheckWindow</name>
+    <message>
+        <source>&amp;Look at:</source>
+        <translation>&amp;Ansehen:</translation>
+    </message>
+    <message>
+        <source>&amp;Check</source>
+        <translation>&amp;Prüfen</translation>
+    </message>
+    <message>
+        <source>Look at it anew (F5)</source>
+        <translation>Neu ansehen (F5)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>End the check; what was found stays in the list</source>
+        <translation>Die Prüfung beenden; was gefunden wurde, bleibt in der Liste</translation>
+    </message>
+    <message>
+        <source>Findings</source>
+        <translation>Befunde</translation>
+    </message>
+    <message>
+        <source>Progress of the check</source>
+        <translation>Fortschritt der Prüfung</translation>
+    </message>
+    <message>
+        <source>&amp;Rules...</source>
+        <translation>&amp;Regeln...</translation>
+    </message>
+    <message>
+        <source>Switch rules on and off for this site</source>
+        <translation>Regeln für diesen Standort ein- und ausschalten</translation>
+    </message>
+    <message>
+        <source>&amp;Fix</source>
+        <translation>&amp;Beheben</translation>
+    </message>
+    <message>
+        <source>Put in what would be right, as a step that &quot;Undo&quot; takes back</source>
+        <translation>Das Richtige einsetzen, als Schritt, den „Rückgängig“ zurücknimmt</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Show the command in its macro (Enter)</source>
+        <translation>Den Befehl in seinem Makro zeigen (Eingabetaste)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>ClassicEditorDialog</name>
     <message>
         <source>Description:</source>
@@ -72,6 +197,169 @@
     <message>
         <source>Select &amp;All</source>
         <translation>A&amp;lle auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>CompareTexts</name>
+    <message>
+        <source>only in %1</source>
+        <translation>nur in %1</translation>
+    </message>
+    <message>
+        <source>moved to %1</source>
+        <translation>verschoben nach %1</translation>
+    </message>
+    <message>
+        <source>moved from %1</source>
+        <translation>verschoben von %1</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>geändert</translation>
+    </message>
+    <message>
+        <source>other spelling</source>
+        <translation>andere Schreibweise</translation>
+    </message>
+    <message>
+        <source>unknown parts</source>
+        <translation>unbekannte Teile</translation>
+    </message>
+    <message>
+        <source>destination</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>workplace</source>
+        <translation>Arbeitsplatz</translation>
+    </message>
+    <message>
+        <source>group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>module</source>
+        <translation>Modul</translation>
+    </message>
+    <message>
+        <source>widget</source>
+        <translation>Bedienelement</translation>
+    </message>
+    <message>
+        <source>order of the parameters</source>
+        <translation>Reihenfolge der Parameter</translation>
+    </message>
+    <message>
+        <source>what the program does not know of</source>
+        <translation>was das Programm nicht kennt</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <comment>value</comment>
+        <translation>keiner</translation>
+    </message>
+    <message>
+        <source>%1 (the same value)</source>
+        <translation>%1 (derselbe Wert)</translation>
+    </message>
+    <message>
+        <source>The names differ: %1 | %2.</source>
+        <translation>Die Namen sind verschieden: %1 | %2.</translation>
+    </message>
+    <message>
+        <source>Comments, attributes or something else beside the commands differ.</source>
+        <translation>Kommentare, Attribute oder anderes neben den Befehlen sind verschieden.</translation>
+    </message>
+    <message>
+        <source>Only the layout differs: white space, quotes, references or the encoding.</source>
+        <translation>Nur die Form ist verschieden: Leerraum, Anführungszeichen, Zeichenverweise oder die Kodierung.</translation>
+    </message>
+    <message>
+        <source>The macros are so unlike that there may be a shorter way to tell it.</source>
+        <translation>Die Makros sind so verschieden, dass es sich vielleicht kürzer sagen ließe.</translation>
+    </message>
+    <message>
+        <source>No difference: both hold the same bytes.</source>
+        <translation>Kein Unterschied: beide enthalten dieselben Bytes.</translation>
+    </message>
+    <message>
+        <source>%1 changed</source>
+        <translation>%1 geändert</translation>
+    </message>
+    <message>
+        <source>%1 only in %2</source>
+        <translation>%1 nur in %2</translation>
+    </message>
+    <message>
+        <source>%1 moved</source>
+        <translation>%1 verschoben</translation>
+    </message>
+    <message>
+        <source>%1 of the same meaning, written differently</source>
+        <translation>%1 gleichbedeutend, anders geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 alike</source>
+        <translation>%1 gleich</translation>
+    </message>
+    <message>
+        <source>No commands in either.</source>
+        <translation>Auf beiden Seiten keine Befehle.</translation>
+    </message>
+</context>
+<context>
+    <name>CompareWindow</name>
+    <message>
+        <source>&amp;Previous</source>
+        <translation>&amp;Voriger</translation>
+    </message>
+    <message>
+        <source>To the difference before (F7)</source>
+        <translation>Zum vorigen Unterschied (F7)</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation>&amp;Nächster</translation>
+    </message>
+    <message>
+        <source>To the next difference (F8)</source>
+        <translation>Zum nächsten Unterschied (F8)</translation>
+    </message>
+    <message>
+        <source>&amp;Differences only</source>
+        <translation>Nur &amp;Unterschiede</translation>
+    </message>
+    <message>
+        <source>Leave out what is alike</source>
+        <translation>Gleiches weglassen</translation>
+    </message>
+    <message>
+        <source>Show Command Dest&amp;ination</source>
+        <translation>Befehlsz&amp;iel zeigen</translation>
+    </message>
+    <message>
+        <source>Show Ra&amp;w Command</source>
+        <translation>Befehl im Roh&amp;format zeigen</translation>
+    </message>
+    <message>
+        <source>Read &amp;Again</source>
+        <translation>Neu &amp;lesen</translation>
+    </message>
+    <message>
+        <source>Look again at what stands there now (F5)</source>
+        <translation>Neu ansehen, was jetzt dort steht (F5)</translation>
+    </message>
+    <message>
+        <source>Commands beside each other</source>
+        <translation>Befehle nebeneinander</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -179,6 +467,14 @@
     <message>
         <source>keep open</source>
         <translation>offen lassen</translation>
+    </message>
+    <message>
+        <source>Words of the command</source>
+        <translation>Wörter des Befehls</translation>
+    </message>
+    <message>
+        <source>Alt+6: in words, as key 2 clip</source>
+        <translation>Alt+6: in Wörtern, wie key 2 clip</translation>
     </message>
 </context>
 <context>
@@ -301,6 +597,166 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <source>another program is changing it</source>
         <translation>ein anderes Programm ändert es gerade</translation>
     </message>
+    <message>
+        <source>the panel: %1</source>
+        <translation>das Bedienpult: %1</translation>
+    </message>
+    <message>
+        <source>it was cancelled</source>
+        <translation>es wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>the snapshot: %1</source>
+        <translation>der Abzug: %1</translation>
+    </message>
+</context>
+<context>
+    <name>FindingText</name>
+    <message>
+        <source>the file cannot be read, or holds no macro</source>
+        <translation>die Datei lässt sich nicht lesen oder enthält kein Makro</translation>
+    </message>
+    <message>
+        <source>the file&apos;s encoding cannot hold its text</source>
+        <translation>die Kodierung der Datei kann ihren Text nicht fassen</translation>
+    </message>
+    <message>
+        <source>the macro has no name</source>
+        <translation>das Makro hat keinen Namen</translation>
+    </message>
+    <message>
+        <source>another macro of the workplace has the same name</source>
+        <translation>ein anderes Makro des Arbeitsplatzes hat denselben Namen</translation>
+    </message>
+    <message>
+        <source>the file is not named by a number, as macro007.mac</source>
+        <translation>die Datei ist nicht nach einer Nummer benannt wie macro007.mac</translation>
+    </message>
+    <message>
+        <source>there are no commands</source>
+        <translation>es gibt keine Befehle</translation>
+    </message>
+    <message>
+        <source>the destination is unknown or missing</source>
+        <translation>das Ziel ist unbekannt oder fehlt</translation>
+    </message>
+    <message>
+        <source>a command for the panel has no workplace 1 to 8</source>
+        <translation>ein Befehl für das Bedienpult hat keinen Arbeitsplatz 1 bis 8</translation>
+    </message>
+    <message>
+        <source>no interface description has the function</source>
+        <translation>keine Schnittstellenbeschreibung kennt die Funktion</translation>
+    </message>
+    <message>
+        <source>the function has no such parameter</source>
+        <translation>die Funktion hat keinen solchen Parameter</translation>
+    </message>
+    <message>
+        <source>a parameter stands there twice</source>
+        <translation>ein Parameter steht doppelt da</translation>
+    </message>
+    <message>
+        <source>a parameter that must have a value has none</source>
+        <translation>ein Pflichtparameter hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>a value does not read whole as a number</source>
+        <translation>ein Wert ist nicht als Ganzes eine Zahl</translation>
+    </message>
+    <message>
+        <source>a value lies beyond its limits</source>
+        <translation>ein Wert liegt außerhalb seiner Grenzen</translation>
+    </message>
+    <message>
+        <source>a value is none of those that are listed</source>
+        <translation>ein Wert ist keiner der aufgeführten</translation>
+    </message>
+    <message>
+        <source>the site has no such source</source>
+        <translation>der Standort hat keine solche Quelle</translation>
+    </message>
+    <message>
+        <source>a value is no timecode at the site&apos;s frame rate</source>
+        <translation>ein Wert ist bei der Bildrate des Standorts kein Timecode</translation>
+    </message>
+    <message>
+        <source>the text of a classic command does not decode</source>
+        <translation>der Text eines klassischen Befehls lässt sich nicht entschlüsseln</translation>
+    </message>
+    <message>
+        <source>a classic command could not be read back once it is saved</source>
+        <translation>ein klassischer Befehl ließe sich nach dem Speichern nicht wieder lesen</translation>
+    </message>
+    <message>
+        <source>the action of a classic command is unknown</source>
+        <translation>die Aktion eines klassischen Befehls ist unbekannt</translation>
+    </message>
+    <message>
+        <source>no decoding list tells what a classic command means</source>
+        <translation>keine Dekodierliste sagt, was ein klassischer Befehl bedeutet</translation>
+    </message>
+    <message>
+        <source>the keyword of a classic command is unknown</source>
+        <translation>das Schlüsselwort eines klassischen Befehls ist unbekannt</translation>
+    </message>
+    <message>
+        <source>a classic command has too few parameters</source>
+        <translation>ein klassischer Befehl hat zu wenige Parameter</translation>
+    </message>
+    <message>
+        <source>an update would put the value into another command</source>
+        <translation>eine Aktualisierung setzte den Wert in einen anderen Befehl ein</translation>
+    </message>
+    <message>
+        <source>the same command stands there twice in a row</source>
+        <translation>derselbe Befehl steht zweimal hintereinander da</translation>
+    </message>
+    <message>
+        <source>a value is set again before anything acts</source>
+        <translation>ein Wert wird neu gesetzt, bevor etwas wirkt</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2; right: %3</source>
+        <translation>%1: %2; richtig: %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n errors</source>
+        <translation>
+            <numerusform>%n Fehler</numerusform>
+            <numerusform>%n Fehler</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warnings</source>
+        <translation>
+            <numerusform>%n Warnung</numerusform>
+            <numerusform>%n Warnungen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n notes</source>
+        <translation>
+            <numerusform>%n Hinweis</numerusform>
+            <numerusform>%n Hinweise</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>FirstStartDialog</name>
@@ -394,6 +850,36 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Compare...</source>
+        <translation>&amp;Vergleichen...</translation>
+    </message>
+    <message>
+        <source>Close the history and set the chosen macro beside that of a pane</source>
+        <translation>Den Verlauf schließen und das gewählte Makro neben das einer Seite stellen</translation>
+    </message>
+</context>
+<context>
+    <name>HitRows</name>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>could not be read: %1</source>
+        <translation>nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
     </message>
 </context>
 <context>
@@ -505,6 +991,13 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>OpenMacros</name>
+    <message>
+        <source>Co&amp;mpare</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
+</context>
+<context>
     <name>PaneKeys</name>
     <message>
         <source>%1 (%2)</source>
@@ -550,6 +1043,93 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>ReplaceWindow</name>
+    <message>
+        <source>&amp;What:</source>
+        <translation>&amp;Was:</translation>
+    </message>
+    <message>
+        <source>&amp;Parameter:</source>
+        <translation>&amp;Parameter:</translation>
+    </message>
+    <message>
+        <source>any</source>
+        <translation>beliebig</translation>
+    </message>
+    <message>
+        <source>&amp;From:</source>
+        <translation>V&amp;on:</translation>
+    </message>
+    <message>
+        <source>ME1, QMF1, 5</source>
+        <translation>ME1, QMF1, 5</translation>
+    </message>
+    <message>
+        <source>&amp;To:</source>
+        <translation>&amp;Nach:</translation>
+    </message>
+    <message>
+        <source>ME2, QMF2, 7</source>
+        <translation>ME2, QMF2, 7</translation>
+    </message>
+    <message>
+        <source>W&amp;here:</source>
+        <translation>&amp;Wo:</translation>
+    </message>
+    <message>
+        <source>everywhere; or a query, such as function:ME1.*</source>
+        <translation>überall; oder eine Suche wie function:ME1.*</translation>
+    </message>
+    <message>
+        <source>&amp;Rule:</source>
+        <translation>&amp;Regel:</translation>
+    </message>
+    <message>
+        <source>segment:ME1-&gt;ME2 where source:5; the fields above put it together</source>
+        <translation>segment:ME1-&gt;ME2 where source:5; die Felder darüber setzen sie zusammen</translation>
+    </message>
+    <message>
+        <source>Pre&amp;view</source>
+        <translation>&amp;Vorschau</translation>
+    </message>
+    <message>
+        <source>Look anew at what would be changed (F5)</source>
+        <translation>Neu ansehen, was geändert würde (F5)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>End what is under way</source>
+        <translation>Beenden, was gerade läuft</translation>
+    </message>
+    <message>
+        <source>&amp;Look at:</source>
+        <translation>&amp;Ansehen:</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>R&amp;eplace</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+    <message>
+        <source>Write what is ticked, in all macros or in none</source>
+        <translation>Schreiben, was angehakt ist, in allen Makros oder in keinem</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>RootClaim</name>
     <message>
         <source>Nobody can tell who it is.</source>
@@ -589,10 +1169,159 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>SavePlaces</name>
+    <message>
+        <source>In %1...</source>
+        <translation>In %1...</translation>
+    </message>
+    <message>
+        <source>In a File...</source>
+        <translation>In eine Datei...</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Macros (*.mac)</source>
+        <translation>Makros (*.mac)</translation>
+    </message>
+</context>
+<context>
+    <name>SearchWindow</name>
+    <message>
+        <source>&amp;Query:</source>
+        <translation>S&amp;uche:</translation>
+    </message>
+    <message>
+        <source>function:ME1.* source:5, or words of the line; the fields below put it together</source>
+        <translation>function:ME1.* source:5 oder Wörter der Zeile; die Felder darunter setzen sie zusammen</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>Search anew (F5)</source>
+        <translation>Neu suchen (F5)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>End the search; what was found stays in the list</source>
+        <translation>Die Suche beenden; was gefunden wurde, bleibt in der Liste</translation>
+    </message>
+    <message>
+        <source>&amp;Function:</source>
+        <translation>&amp;Funktion:</translation>
+    </message>
+    <message>
+        <source>ME1.KEY1 or ME1.*</source>
+        <translation>ME1.KEY1 oder ME1.*</translation>
+    </message>
+    <message>
+        <source>&amp;Destination:</source>
+        <translation>&amp;Ziel:</translation>
+    </message>
+    <message>
+        <source>Mainframe2</source>
+        <translation>Mainframe2</translation>
+    </message>
+    <message>
+        <source>So&amp;urce:</source>
+        <translation>&amp;Quelle:</translation>
+    </message>
+    <message>
+        <source>5 or its name</source>
+        <translation>5 oder ihr Name</translation>
+    </message>
+    <message>
+        <source>&amp;Value:</source>
+        <translation>&amp;Wert:</translation>
+    </message>
+    <message>
+        <source>0.5 or PARAM=0.5</source>
+        <translation>0.5 oder PARAM=0.5</translation>
+    </message>
+    <message>
+        <source>Classic &amp;group:</source>
+        <translation>Klassische &amp;Gruppe:</translation>
+    </message>
+    <message>
+        <source>Me3 - Key2</source>
+        <translation>Me3 - Key2</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Text:</translation>
+    </message>
+    <message>
+        <source>part of the line</source>
+        <translation>ein Teil der Zeile</translation>
+    </message>
+    <message>
+        <source>&amp;Look at:</source>
+        <translation>&amp;Ansehen:</translation>
+    </message>
+    <message>
+        <source>Commands found</source>
+        <translation>Gefundene Befehle</translation>
+    </message>
+    <message>
+        <source>Progress of the search</source>
+        <translation>Fortschritt der Suche</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Show the command in its macro (Enter)</source>
+        <translation>Den Befehl in seinem Makro zeigen (Eingabetaste)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>SettingsText</name>
     <message>
         <source>not taken: the settings file cannot keep this character (it knows those of Windows-1252)</source>
         <translation>nicht übernommen: die Einstellungsdatei kann dieses Zeichen nicht aufnehmen (sie kennt die von Windows-1252)</translation>
+    </message>
+</context>
+<context>
+    <name>SnapshotRestoreDialog</name>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Macros of the snapshot</source>
+        <translation>Makros des Abzugs</translation>
+    </message>
+    <message>
+        <source>Tick &amp;All</source>
+        <translation>&amp;Alle anhaken</translation>
+    </message>
+    <message>
+        <source>Tick &amp;None</source>
+        <translation>&amp;Keines anhaken</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Write the ticked macros; what stands there is kept first, and each is verified</source>
+        <translation>Die angehakten Makros schreiben; was dort steht, wird erst aufgehoben, und jedes wird geprüft</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -696,6 +1425,13 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>%1; it cannot be undone after a restart</source>
         <translation>%1; nach einem Neustart lässt es sich nicht rückgängig machen</translation>
+    </message>
+    <message numerus="yes">
+        <source>change %n texts</source>
+        <translation>
+            <numerusform>%n Text ändern</numerusform>
+            <numerusform>%n Texte ändern</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -836,10 +1572,92 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>WorkplacesWindow</name>
+    <message>
+        <source>&amp;Left:</source>
+        <translation>&amp;Links:</translation>
+    </message>
+    <message>
+        <source>&amp;Right:</source>
+        <translation>&amp;Rechts:</translation>
+    </message>
+    <message>
+        <source>Read &amp;again</source>
+        <translation>Neu &amp;lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Differences only</source>
+        <translation>Nur &amp;Unterschiede</translation>
+    </message>
+    <message>
+        <source>&amp;Tick all that differ</source>
+        <translation>Alles &amp;Verschiedene anhaken</translation>
+    </message>
+    <message>
+        <source>&amp;Compare</source>
+        <translation>Ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>What differs between the two macros of the current row (Enter)</source>
+        <translation>Was sich zwischen den beiden Makros der Zeile unterscheidet (Eingabetaste)</translation>
+    </message>
+    <message>
+        <source>Macros of both workplaces</source>
+        <translation>Makros beider Arbeitsplätze</translation>
+    </message>
+    <message>
+        <source>← Copy to the le&amp;ft</source>
+        <translation>← Nach lin&amp;ks kopieren</translation>
+    </message>
+    <message>
+        <source>Copy to the ri&amp;ght →</source>
+        <translation>Nach r&amp;echts kopieren →</translation>
+    </message>
+    <message>
+        <source>Try &amp;what failed again</source>
+        <translation>&amp;Fehlgeschlagenes erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::Application</name>
     <message>
         <source>this site describes no functions of a panel: &quot;Site...&quot; in the menu &quot;Macro&quot; sets one up</source>
         <translation>diese Anlagendaten beschreiben keine Funktionen eines Bedienpults: „Anlagendaten...“ im Menü „Makro“ richtet welche ein</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::BatchRecoveries</name>
+    <message>
+        <source>&quot;%1&quot; was cut short, and has been ended</source>
+        <translation>„%1“ war unterbrochen und ist zu Ende geführt worden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was cut short, and has been undone</source>
+        <translation>„%1“ war unterbrochen und ist zurückgenommen worden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was cut short; it goes on once its panel is connected</source>
+        <translation>„%1“ war unterbrochen; es geht weiter, sobald das Bedienpult verbunden ist</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was cut short, and is let alone: %2</source>
+        <translation>„%1“ war unterbrochen und bleibt, wie es ist: %2</translation>
+    </message>
+    <message>
+        <source>%1; let alone, since somebody else has written there: %2</source>
+        <translation>%1; in Ruhe gelassen, weil dort jemand anderes geschrieben hat: %2</translation>
+    </message>
+    <message>
+        <source>%1; NOT written: %2 (%3)</source>
+        <translation>%1; NICHT geschrieben: %2 (%3)</translation>
     </message>
 </context>
 <context>
@@ -851,6 +1669,159 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>renamed: %1 has another name on the panel now</source>
         <translation>umbenannt: %1 heißt auf dem Bedienpult jetzt anders</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CheckModel</name>
+    <message>
+        <source>Severity</source>
+        <translation>Schwere</translation>
+    </message>
+    <message>
+        <source>Macro</source>
+        <translation>Makro</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>Regel</translation>
+    </message>
+    <message>
+        <source>What is wrong</source>
+        <translation>Was falsch ist</translation>
+    </message>
+    <message>
+        <source>What would be right</source>
+        <translation>Was richtig wäre</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CheckWindow</name>
+    <message>
+        <source>Check</source>
+        <translation>Prüfung</translation>
+    </message>
+    <message>
+        <source>There is nothing to be checked: choose a macro or a folder in a pane first.</source>
+        <translation>Es gibt nichts zu prüfen: erst in einer Seite ein Makro oder einen Ordner wählen.</translation>
+    </message>
+    <message>
+        <source>There are no macros in %1.</source>
+        <translation>In %1 gibt es keine Makros.</translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation>Abgebrochen. %1</translation>
+    </message>
+    <message>
+        <source>NOT checked: %1 (%2)</source>
+        <translation>NICHT geprüft: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n Makro angesehen</numerusform>
+            <numerusform>%n Makros angesehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing found: %1 in %2.</source>
+        <translation>Nichts gefunden: %1 in %2.</translation>
+    </message>
+    <message>
+        <source>%1 in %2: %3, %4, %5.</source>
+        <translation>%1 in %2: %3, %4, %5.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n errors</source>
+        <translation>
+            <numerusform>%n Fehler</numerusform>
+            <numerusform>%n Fehler</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warnings</source>
+        <translation>
+            <numerusform>%n Warnung</numerusform>
+            <numerusform>%n Warnungen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n notes</source>
+        <translation>
+            <numerusform>%n Hinweis</numerusform>
+            <numerusform>%n Hinweise</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>All rules count.</source>
+        <translation>Alle Regeln gelten.</translation>
+    </message>
+    <message>
+        <source>Off for this site: %1</source>
+        <translation>Aus für diesen Standort: %1</translation>
+    </message>
+    <message>
+        <source>The rules could not be written: %1</source>
+        <translation>Die Regeln ließen sich nicht schreiben: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Fix</source>
+        <translation>&amp;Beheben</translation>
+    </message>
+    <message>
+        <source>&amp;Switch Off &quot;%1&quot;</source>
+        <translation>„%1“ &amp;ausschalten</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Checking</name>
+    <message>
+        <source>%1 in this macro; F7 lists them</source>
+        <translation>%1 in diesem Makro; F7 führt sie auf</translation>
+    </message>
+    <message>
+        <source>NOT fixed: %1 has changed since it was checked</source>
+        <translation>NICHT behoben: %1 hat sich seit der Prüfung geändert</translation>
+    </message>
+    <message>
+        <source>fix command %1</source>
+        <translation>Befehl %1 beheben</translation>
+    </message>
+    <message>
+        <source>fixed: command %1 (%2)</source>
+        <translation>behoben: Befehl %1 (%2)</translation>
+    </message>
+    <message>
+        <source>NOT fixed: %1</source>
+        <translation>NICHT behoben: %1</translation>
+    </message>
+    <message>
+        <source>%1 has %2.</source>
+        <translation>%1 hat %2.</translation>
+    </message>
+    <message>
+        <source>...</source>
+        <translation>...</translation>
+    </message>
+    <message>
+        <source>command %1: %2</source>
+        <translation>Befehl %1: %2</translation>
+    </message>
+    <message>
+        <source>Send Anyway</source>
+        <translation>Trotzdem senden</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
     </message>
 </context>
 <context>
@@ -1025,6 +1996,225 @@ Der Dialog bleibt, wie er ist.</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::CompareModel</name>
+    <message>
+        <source>%1; nothing here</source>
+        <translation>%1; hier nichts</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>take into %1</source>
+        <translation>nach %1 übernehmen</translation>
+    </message>
+    <message>
+        <source>alike</source>
+        <translation>gleich</translation>
+    </message>
+    <message>
+        <source>Take this difference into %1; of what is selected: Alt+Left</source>
+        <translation>Diesen Unterschied nach %1 übernehmen; für das Gewählte: Alt+Links</translation>
+    </message>
+    <message>
+        <source>Take this difference into %1; of what is selected: Alt+Right</source>
+        <translation>Diesen Unterschied nach %1 übernehmen; für das Gewählte: Alt+Rechts</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>difference</source>
+        <translation>Unterschied</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CompareWindow</name>
+    <message>
+        <source>Comparing...</source>
+        <translation>Vergleiche...</translation>
+    </message>
+    <message>
+        <source>Compare %1 with %2</source>
+        <translation>%1 mit %2 vergleichen</translation>
+    </message>
+    <message>
+        <source>Nothing can be taken into %1: %2.</source>
+        <translation>Nach %1 lässt sich nichts übernehmen: %2.</translation>
+    </message>
+    <message>
+        <source>There is nothing to compare in %1: %2.</source>
+        <translation>In %1 gibt es nichts zu vergleichen: %2.</translation>
+    </message>
+    <message>
+        <source>%1 – difference %2 of %3</source>
+        <translation>%1 – Unterschied %2 von %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und noch einer (%n)</numerusform>
+            <numerusform>und noch %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Alt+Left</source>
+        <translation>Alt+Links</translation>
+    </message>
+    <message>
+        <source>Alt+Right</source>
+        <translation>Alt+Rechts</translation>
+    </message>
+    <message>
+        <source>Take into %1</source>
+        <translation>Nach %1 übernehmen</translation>
+    </message>
+    <message>
+        <source>Take All into %1</source>
+        <translation>Alles nach %1 übernehmen</translation>
+    </message>
+    <message>
+        <source>Take what is selected into %1 (%2)</source>
+        <translation>Das Gewählte nach %1 übernehmen (%2)</translation>
+    </message>
+    <message>
+        <source>Take all commands into %1</source>
+        <translation>Alle Befehle nach %1 übernehmen</translation>
+    </message>
+    <message>
+        <source>There is no further difference.</source>
+        <translation>Es gibt keinen weiteren Unterschied.</translation>
+    </message>
+    <message>
+        <source>There is no difference before.</source>
+        <translation>Davor gibt es keinen Unterschied.</translation>
+    </message>
+    <message>
+        <source>no difference is selected</source>
+        <translation>kein Unterschied ist gewählt</translation>
+    </message>
+    <message numerus="yes">
+        <source>take %n differences from %1</source>
+        <translation>
+            <numerusform>%n Unterschied von %1 übernehmen</numerusform>
+            <numerusform>%n Unterschiede von %1 übernehmen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n differences taken into %1; nothing is saved yet</source>
+        <translation>
+            <numerusform>%n Unterschied nach %1 übernommen; noch ist nichts gespeichert</numerusform>
+            <numerusform>%n Unterschiede nach %1 übernommen; noch ist nichts gespeichert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT taken into %1: %2</source>
+        <translation>NICHT nach %1 übernommen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ComparedPlace</name>
+    <message>
+        <source>the target</source>
+        <translation>das Ziel</translation>
+    </message>
+    <message>
+        <source>only what a pane holds can be changed here</source>
+        <translation>hier lässt sich nur ändern, was eine Seite enthält</translation>
+    </message>
+    <message>
+        <source>There is no place that the pane&apos;s macro belongs to.</source>
+        <translation>Das Makro der Seite gehört zu keinem Ort.</translation>
+    </message>
+    <message>
+        <source>the pane&apos;s macro has come from no place</source>
+        <translation>das Makro der Seite kommt von keinem Ort</translation>
+    </message>
+    <message>
+        <source>Now on the panel: %1
+%2, workplace %3</source>
+        <translation>Jetzt auf dem Bedienpult: %1
+%2, Arbeitsplatz %3</translation>
+    </message>
+    <message>
+        <source>Now on the disk: %1
+%2</source>
+        <translation>Jetzt auf der Platte: %1
+%2</translation>
+    </message>
+    <message>
+        <source>there is no macro any more</source>
+        <translation>das Makro gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>the panel is being asked</source>
+        <translation>das Bedienpult wird gerade gefragt</translation>
+    </message>
+    <message>
+        <source>the panel is about to be asked</source>
+        <translation>das Bedienpult wird gleich gefragt</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Comparisons</name>
+    <message>
+        <source>%1, workplace %2</source>
+        <translation>%1, Arbeitsplatz %2</translation>
+    </message>
+    <message>
+        <source>the version</source>
+        <translation>die Fassung</translation>
+    </message>
+    <message>
+        <source>Version of %1: %2
+%3</source>
+        <translation>Fassung vom %1: %2
+%3</translation>
+    </message>
+    <message>
+        <source>only what a pane holds can be changed here</source>
+        <translation>hier lässt sich nur ändern, was eine Seite enthält</translation>
+    </message>
+    <message>
+        <source>the pane shows no macro</source>
+        <translation>die Seite zeigt kein Makro</translation>
+    </message>
+    <message>
+        <source>a key file, as a copy of it would be</source>
+        <translation>eine Tastendatei, wie eine Kopie von ihr wäre</translation>
+    </message>
+    <message>
+        <source>without a place of its own yet</source>
+        <translation>noch ohne eigenen Ort</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (unsaved changes)</source>
+        <translation>%1 (ungespeicherte Änderungen)</translation>
+    </message>
+    <message>
+        <source>a key file cannot be changed</source>
+        <translation>eine Tastendatei lässt sich nicht ändern</translation>
+    </message>
+    <message>
+        <source>a transfer is using the macro</source>
+        <translation>eine Übertragung benutzt das Makro</translation>
+    </message>
+    <message>
+        <source>no macro is chosen in the pane</source>
+        <translation>in der Seite ist kein Makro gewählt</translation>
+    </message>
+    <message>
+        <source>the macro was changed meanwhile</source>
+        <translation>das Makro wurde inzwischen geändert</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::CreateCommandDialog</name>
     <message>
         <source>%1 (%2)</source>
@@ -1055,6 +2245,17 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>
             <numerusform>%n eingefügt</numerusform>
             <numerusform>%n eingefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Clear the words</source>
+        <translation>Die Wörter löschen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n found</source>
+        <translation>
+            <numerusform>%n gefunden</numerusform>
+            <numerusform>%n gefunden</numerusform>
         </translation>
     </message>
 </context>
@@ -1270,6 +2471,10 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>put back %1</source>
         <translation>%1 zurückholen</translation>
     </message>
+    <message>
+        <source>With %1</source>
+        <translation>Mit %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ListFinder</name>
@@ -1322,6 +2527,57 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>saved: %1</source>
         <translation>gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>NOT saved: the pane shows another macro meanwhile</source>
+        <translation>NICHT gespeichert: die Seite zeigt inzwischen ein anderes Makro</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroMenu</name>
+    <message>
+        <source>Ma&amp;cro</source>
+        <translation>M&amp;akro</translation>
+    </message>
+    <message>
+        <source>&amp;History...</source>
+        <translation>&amp;Verlauf...</translation>
+    </message>
+    <message>
+        <source>&amp;Site...</source>
+        <translation>&amp;Anlagendaten...</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Undo &quot;%1&quot;</source>
+        <translation>&amp;Rückgängig: „%1“</translation>
+    </message>
+    <message>
+        <source>&amp;Open Snapshot...</source>
+        <translation>Abzug ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Restore Snapshot...</source>
+        <translation>Abzug &amp;wiederherstellen...</translation>
+    </message>
+    <message>
+        <source>&amp;Close Snapshot</source>
+        <translation>Abzug s&amp;chließen</translation>
+    </message>
+    <message>
+        <source>Save &amp;Panel As...</source>
+        <translation>&amp;Bedienpult speichern unter...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Folder As...</source>
+        <translation>&amp;Ordner speichern unter...</translation>
     </message>
 </context>
 <context>
@@ -1422,6 +2678,10 @@ Trotzdem löschen?</translation>
     <message>
         <source>delete %1</source>
         <translation>%1 löschen</translation>
+    </message>
+    <message>
+        <source>NOT sent: %1</source>
+        <translation>NICHT gesendet: %1</translation>
     </message>
 </context>
 <context>
@@ -1525,6 +2785,79 @@ Trotzdem löschen?</translation>
     <message>
         <source>Delete the selected commands; in the list: Del</source>
         <translation>Ausgewählte Befehle löschen; in der Liste: Entf</translation>
+    </message>
+    <message>
+        <source>Macros in a snapshot can only be viewed
+or copied from</source>
+        <translation>Makros in einem Abzug lassen sich nur ansehen
+oder von dort kopieren</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MacroUndo</name>
+    <message>
+        <source>NOT undone: %1 (%2)</source>
+        <translation>NICHT rückgängig gemacht: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1; the history could not keep what was there before</source>
+        <translation>%1; der Verlauf konnte nicht aufheben, was vorher da war</translation>
+    </message>
+    <message>
+        <source>The macro there has been deleted since.</source>
+        <translation>Das Makro dort ist seither gelöscht worden.</translation>
+    </message>
+    <message>
+        <source>The macro there has been changed since. The history keeps what it holds now.</source>
+        <translation>Das Makro dort ist seither geändert worden. Der Verlauf hebt auf, was es jetzt enthält.</translation>
+    </message>
+    <message>
+        <source>Undo &quot;%1&quot;?</source>
+        <translation>„%1“ rückgängig machen?</translation>
+    </message>
+    <message>
+        <source>no pane is connected to the panel %1</source>
+        <translation>keine Seite ist mit dem Bedienpult %1 verbunden</translation>
+    </message>
+    <message>
+        <source>the history no longer has what was there before</source>
+        <translation>der Verlauf hat nicht mehr, was vorher da war</translation>
+    </message>
+    <message>
+        <source>there is no such macro any more</source>
+        <translation>dieses Makro gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>nothing has been changed</source>
+        <translation>nichts ist geändert worden</translation>
+    </message>
+    <message>
+        <source>undone: %1; what was there before is back in %2</source>
+        <translation>rückgängig gemacht: %1; was vorher da war, steht wieder in %2</translation>
+    </message>
+    <message>
+        <source>undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)</source>
+        <translation>rückgängig gemacht: %1; was vorher da war, steht wieder in Makro %2 von Arbeitsplatz %3 auf dem Bedienpult %4 (%5)</translation>
+    </message>
+    <message>
+        <source>undone: %1; %2 is deleted, as there was none before</source>
+        <translation>rückgängig gemacht: %1; %2 ist gelöscht, denn vorher gab es dort keines</translation>
+    </message>
+    <message>
+        <source>the panel cannot be told to delete it</source>
+        <translation>das Bedienpult lässt sich nicht auffordern, es zu löschen</translation>
+    </message>
+    <message>
+        <source>asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before</source>
+        <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 löschen, denn vorher gab es dort keines</translation>
+    </message>
+    <message>
+        <source>the panel cannot be told to rename it</source>
+        <translation>das Bedienpult lässt sich nicht auffordern, es umzubenennen</translation>
+    </message>
+    <message>
+        <source>asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5</source>
+        <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 in %5 umbenennen</translation>
     </message>
 </context>
 <context>
@@ -1668,6 +3001,26 @@ Darüber speichern?</translation>
         <source>%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is put back.</source>
         <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was wiederhergestellt wird.</translation>
     </message>
+    <message>
+        <source>NOT sent: %1; its changes are still unsaved</source>
+        <translation>NICHT gesendet: %1; seine Änderungen sind noch ungespeichert</translation>
+    </message>
+    <message>
+        <source>NOT written to %1%2</source>
+        <translation>NICHT nach %1 geschrieben%2</translation>
+    </message>
+    <message>
+        <source>What stands at %1 has been changed by somebody else since it was read here.
+
+Overwrite it?</source>
+        <translation>Was bei %1 steht, hat jemand anderes geändert, seit es hier gelesen wurde.
+
+Überschreiben?</translation>
+    </message>
+    <message>
+        <source>NOT written to %1: it is as somebody else has left it</source>
+        <translation>NICHT nach %1 geschrieben: es ist so, wie jemand anderes es hinterlassen hat</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::PanelTransfer</name>
@@ -1750,10 +3103,526 @@ Bilder von 0 bis %1</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::ReplaceModel</name>
+    <message>
+        <source>makes in command %2: %1</source>
+        <translation>bringt in Befehl %2 mit: %1</translation>
+    </message>
+    <message>
+        <source>mends in command %2: %1</source>
+        <translation>behebt in Befehl %2: %1</translation>
+    </message>
+    <message>
+        <source>stays: %1</source>
+        <translation>bleibt: %1</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+    <message>
+        <source>Findings, when all are changed</source>
+        <translation>Befunde, wenn alle geändert werden</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ReplaceWindow</name>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>Replace in macros</source>
+        <translation>In Makros ersetzen</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Segment</source>
+        <translation>Segment</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>There is nothing to look at: choose a macro or a folder in a pane first.</source>
+        <translation>Es gibt nichts anzusehen: erst in einer Seite ein Makro oder einen Ordner wählen.</translation>
+    </message>
+    <message>
+        <source>left out: it has no place of its own yet</source>
+        <translation>ausgelassen: es hat noch keinen eigenen Ort</translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation>Abgebrochen. %1</translation>
+    </message>
+    <message>
+        <source>NOT looked at: %1 (%2)</source>
+        <translation>NICHT angesehen: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n Makro angesehen</numerusform>
+            <numerusform>%n Makros angesehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing found: %1 in %2.</source>
+        <translation>Nichts gefunden: %1 in %2.</translation>
+    </message>
+    <message>
+        <source>%1 can be changed; %2 in %3.</source>
+        <translation>%1 änderbar; %2 in %3.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands cannot.</source>
+        <translation>
+            <numerusform>%n Befehl nicht.</numerusform>
+            <numerusform>%n Befehle nicht.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOTHING was replaced: %1 (%2)</source>
+        <translation>NICHTS wurde ersetzt: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>Writing %n macros...</source>
+        <translation>
+            <numerusform>%n Makro wird geschrieben...</numerusform>
+            <numerusform>%n Makros werden geschrieben...</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>replaced</source>
+        <translation>ersetzt</translation>
+    </message>
+    <message>
+        <source>NOT replaced: %1</source>
+        <translation>NICHT ersetzt: %1</translation>
+    </message>
+    <message>
+        <source>NOTHING was replaced: %1</source>
+        <translation>NICHTS wurde ersetzt: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>replacement in %n macros</source>
+        <translation>
+            <numerusform>Ersetzung in %n Makro</numerusform>
+            <numerusform>Ersetzung in %n Makros</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>as before</source>
+        <translation>wie vorher</translation>
+    </message>
+    <message numerus="yes">
+        <source>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</source>
+        <translation>
+            <numerusform>In %n Makro ersetzt; „Rückgängig“ im Menü „Makro“ nimmt es zurück.</numerusform>
+            <numerusform>In %n Makros ersetzt; „Rückgängig“ im Menü „Makro“ nimmt es zurück.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 NOT in the others: %2</source>
+        <translation>%1 In den anderen NICHT: %2</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Replacements</name>
+    <message>
+        <source>left out: a pane shows it with unsaved changes</source>
+        <translation>ausgelassen: eine Seite zeigt es mit ungespeicherten Änderungen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ReviewDesk</name>
+    <message>
+        <source>&amp;Where Used</source>
+        <translation>&amp;Wo verwendet</translation>
+    </message>
+    <message>
+        <source>Comp&amp;are</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
+    <message>
+        <source>Review</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;What Have I Changed?</source>
+        <translation>&amp;Was habe ich geändert?</translation>
+    </message>
+    <message>
+        <source>&amp;Both Panes</source>
+        <translation>&amp;Beide Seiten</translation>
+    </message>
+    <message>
+        <source>With a &amp;Version of the History...</source>
+        <translation>Mit einer &amp;Fassung des Verlaufs...</translation>
+    </message>
+    <message>
+        <source>Work&amp;places...</source>
+        <translation>A&amp;rbeitsplätze...</translation>
+    </message>
+    <message>
+        <source>&amp;Check...</source>
+        <translation>&amp;Prüfen...</translation>
+    </message>
+    <message>
+        <source>&amp;Search...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Where Used...</source>
+        <translation>&amp;Wo verwendet...</translation>
+    </message>
+    <message>
+        <source>&amp;Replace in Macros...</source>
+        <translation>&amp;In Makros ersetzen...</translation>
+    </message>
+    <message>
+        <source>&quot;Where Used&quot; looks for what a command names: select one first</source>
+        <translation>„Wo verwendet“ sucht, was ein Befehl nennt: erst einen wählen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ReviewPlaces</name>
+    <message>
+        <source>the panel does not list it</source>
+        <translation>das Bedienpult führt es nicht auf</translation>
+    </message>
+    <message>
+        <source>%1, as pane %2 shows it</source>
+        <translation>%1, wie Seite %2 es zeigt</translation>
+    </message>
+    <message>
+        <source>key files: %1</source>
+        <translation>Tastendateien: %1</translation>
+    </message>
+    <message>
+        <source>workplace: %1</source>
+        <translation>Arbeitsplatz: %1</translation>
+    </message>
+    <message>
+        <source>application: %1</source>
+        <translation>Anwendung: %1</translation>
+    </message>
+    <message>
+        <source>all applications: %1</source>
+        <translation>alle Anwendungen: %1</translation>
+    </message>
+    <message>
+        <source>NOT opened: %1 (%2)</source>
+        <translation>NICHT geöffnet: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>no pane shows it any more</source>
+        <translation>keine Seite zeigt es mehr</translation>
+    </message>
+    <message>
+        <source>no pane is connected to the panel %1</source>
+        <translation>keine Seite ist mit dem Bedienpult %1 verbunden</translation>
+    </message>
+    <message>
+        <source>no pane shows the harddisk</source>
+        <translation>keine Seite zeigt die Festplatte</translation>
+    </message>
+    <message>
+        <source>pane %1 has unsaved changes</source>
+        <translation>Seite %1 hat ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>no list shows it</source>
+        <translation>keine Liste zeigt es</translation>
+    </message>
+    <message>
+        <source>workplace %1 on the panel %2</source>
+        <translation>Arbeitsplatz %1 auf dem Bedienpult %2</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SearchWindow</name>
+    <message>
+        <source>Search</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>Clear the query</source>
+        <translation>Die Suche löschen</translation>
+    </message>
+    <message>
+        <source>There is nothing to be searched: choose a macro or a folder in a pane first.</source>
+        <translation>Es gibt nichts zu durchsuchen: erst in einer Seite ein Makro oder einen Ordner wählen.</translation>
+    </message>
+    <message>
+        <source>There are no macros in %1.</source>
+        <translation>In %1 gibt es keine Makros.</translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation>Abgebrochen. %1</translation>
+    </message>
+    <message>
+        <source>NOT searched: %1 (%2)</source>
+        <translation>NICHT durchsucht: %1 (%2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n Makro angesehen</numerusform>
+            <numerusform>%n Makros angesehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing found: %1 in %2.</source>
+        <translation>Nichts gefunden: %1 in %2.</translation>
+    </message>
+    <message>
+        <source>%1 in %2; %3 in %4.</source>
+        <translation>%1 in %2; %3 in %4.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n Befehl</numerusform>
+            <numerusform>%n Befehle</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros</source>
+        <translation>
+            <numerusform>%n Makro</numerusform>
+            <numerusform>%n Makros</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n files could not be read.</source>
+        <translation>
+            <numerusform>%n Datei war nicht lesbar.</numerusform>
+            <numerusform>%n Dateien waren nicht lesbar.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Searching</name>
+    <message>
+        <source>&amp;Function %1</source>
+        <translation>&amp;Funktion %1</translation>
+    </message>
+    <message>
+        <source>&amp;Destination %1</source>
+        <translation>&amp;Ziel %1</translation>
+    </message>
+    <message>
+        <source>&amp;Source %1</source>
+        <translation>&amp;Quelle %1</translation>
+    </message>
+    <message>
+        <source>Classic &amp;Group %1</source>
+        <translation>Klassische &amp;Gruppe %1</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::SelectInputDialog</name>
     <message>
         <source>source hold</source>
         <translation>Quelle halten</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SnapshotRestoreDialog</name>
+    <message numerus="yes">
+        <source>%1 of %n macros are ticked</source>
+        <translation>
+            <numerusform>%1 von %n Makro ist angehakt</numerusform>
+            <numerusform>%1 von %n Makros sind angehakt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Restoring macros</source>
+        <translation>Makros werden wiederhergestellt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros are restored</source>
+        <translation>
+            <numerusform>%n Makro ist wiederhergestellt</numerusform>
+            <numerusform>%n Makros sind wiederhergestellt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1; %n macros are NOT</source>
+        <translation>
+            <numerusform>%1; %n Makro ist es NICHT</numerusform>
+            <numerusform>%1; %n Makros sind es NICHT</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SnapshotRows</name>
+    <message>
+        <source>same: it stands there as it is in the snapshot</source>
+        <translation>gleich: es steht dort wie im Abzug</translation>
+    </message>
+    <message>
+        <source>new: nothing stands there</source>
+        <translation>neu: dort steht nichts</translation>
+    </message>
+    <message>
+        <source>changed: something else stands there</source>
+        <translation>geändert: dort steht etwas anderes</translation>
+    </message>
+    <message>
+        <source>unknown: %1</source>
+        <translation>unbekannt: %1</translation>
+    </message>
+    <message>
+        <source>RESTORED and verified</source>
+        <translation>WIEDERHERGESTELLT und geprüft</translation>
+    </message>
+    <message>
+        <source>RESTORED, not verified</source>
+        <translation>WIEDERHERGESTELLT, nicht geprüft</translation>
+    </message>
+    <message>
+        <source>NOT restored: %1</source>
+        <translation>NICHT wiederhergestellt: %1</translation>
+    </message>
+    <message>
+        <source>UNKNOWN what stands there now: %1</source>
+        <translation>UNBEKANNT, was jetzt dort steht: %1</translation>
+    </message>
+    <message>
+        <source>Workplace</source>
+        <translation>Arbeitsplatz</translation>
+    </message>
+    <message>
+        <source>Macro</source>
+        <translation>Makro</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Snapshots</name>
+    <message>
+        <source>Snapshots (*.zip)</source>
+        <translation>Abzüge (*.zip)</translation>
+    </message>
+    <message>
+        <source>NOT saved: the pane shows no folder with macros</source>
+        <translation>NICHT gespeichert: die Seite zeigt keinen Ordner mit Makros</translation>
+    </message>
+    <message>
+        <source>NOT saved: the pane is not connected to a panel</source>
+        <translation>NICHT gespeichert: die Seite ist mit keinem Bedienpult verbunden</translation>
+    </message>
+    <message>
+        <source>Saving the panel</source>
+        <translation>Das Bedienpult wird gespeichert</translation>
+    </message>
+    <message>
+        <source>Saving the folder</source>
+        <translation>Der Ordner wird gespeichert</translation>
+    </message>
+    <message>
+        <source>macros</source>
+        <translation>Makros</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message numerus="yes">
+        <source>saved and verified: %n macros in %1</source>
+        <translation>
+            <numerusform>gespeichert und geprüft: %n Makro in %1</numerusform>
+            <numerusform>gespeichert und geprüft: %n Makros in %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOT saved: %1 (%2)</source>
+        <translation>NICHT gespeichert: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>NOT opened: the pane has unsaved changes</source>
+        <translation>NICHT geöffnet: die Seite hat ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Open Snapshot</source>
+        <translation>Abzug öffnen</translation>
+    </message>
+    <message>
+        <source>Reading the snapshot</source>
+        <translation>Der Abzug wird gelesen</translation>
+    </message>
+    <message>
+        <source>NOT opened: %1 (%2)</source>
+        <translation>NICHT geöffnet: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>opened: %1; its macros can be viewed and copied from</source>
+        <translation>geöffnet: %1; seine Makros lassen sich ansehen und von dort kopieren</translation>
+    </message>
+    <message>
+        <source>NOT restored: the other pane is not connected to a panel</source>
+        <translation>NICHT wiederhergestellt: die andere Seite ist mit keinem Bedienpult verbunden</translation>
+    </message>
+    <message>
+        <source>To the panel %1</source>
+        <translation>Auf das Bedienpult %1</translation>
+    </message>
+    <message>
+        <source>NOT restored: the other pane shows no folder for macros</source>
+        <translation>NICHT wiederhergestellt: die andere Seite zeigt keinen Ordner für Makros</translation>
+    </message>
+    <message>
+        <source>To the folder %1</source>
+        <translation>In den Ordner %1</translation>
+    </message>
+    <message>
+        <source>NOT restored: no workplace with macros is chosen</source>
+        <translation>NICHT wiederhergestellt: kein Arbeitsplatz mit Makros ist gewählt</translation>
+    </message>
+    <message>
+        <source>Comparing macros</source>
+        <translation>Makros werden verglichen</translation>
+    </message>
+    <message>
+        <source>NOT restored: %1</source>
+        <translation>NICHT wiederhergestellt: %1</translation>
     </message>
 </context>
 <context>
@@ -1891,116 +3760,198 @@ Bilder von 0 bis %1</translation>
     </message>
 </context>
 <context>
-    <name>tessaly::MacroMenu</name>
+    <name>tessaly::Workplaces</name>
     <message>
-        <source>Ma&amp;cro</source>
-        <translation>M&amp;akro</translation>
+        <source>the folder</source>
+        <translation>der Ordner</translation>
     </message>
     <message>
-        <source>&amp;History...</source>
-        <translation>&amp;Verlauf...</translation>
+        <source>workplace %1</source>
+        <translation>Arbeitsplatz %1</translation>
     </message>
     <message>
-        <source>&amp;Site...</source>
-        <translation>&amp;Anlagendaten...</translation>
+        <source>A snapshot</source>
+        <translation>Ein Abzug</translation>
     </message>
     <message>
-        <source>Save &amp;As...</source>
-        <translation>Speichern &amp;unter...</translation>
+        <source>Workplace of the snapshot:</source>
+        <translation>Arbeitsplatz des Abzugs:</translation>
     </message>
     <message>
-        <source>&amp;Undo</source>
-        <translation>&amp;Rückgängig</translation>
+        <source>Snapshot %1: %2</source>
+        <translation>Abzug %1: %2</translation>
     </message>
     <message>
-        <source>&amp;Undo &quot;%1&quot;</source>
-        <translation>&amp;Rückgängig: „%1“</translation>
-    </message>
-</context>
-<context>
-    <name>tessaly::MacroUndo</name>
-    <message>
-        <source>NOT undone: %1 (%2)</source>
-        <translation>NICHT rückgängig gemacht: %1 (%2)</translation>
+        <source>Folder...</source>
+        <translation>Ordner...</translation>
     </message>
     <message>
-        <source>%1; the history could not keep what was there before</source>
-        <translation>%1; der Verlauf konnte nicht aufheben, was vorher da war</translation>
+        <source>Snapshot...</source>
+        <translation>Abzug...</translation>
     </message>
     <message>
-        <source>The macro there has been deleted since.</source>
-        <translation>Das Makro dort ist seither gelöscht worden.</translation>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
     <message>
-        <source>The macro there has been changed since. The history keeps what it holds now.</source>
-        <translation>Das Makro dort ist seither geändert worden. Der Verlauf hebt auf, was es jetzt enthält.</translation>
+        <source>Panel %1, workplace %2</source>
+        <translation>Bedienpult %1, Arbeitsplatz %2</translation>
     </message>
     <message>
-        <source>Undo &quot;%1&quot;?</source>
-        <translation>„%1“ rückgängig machen?</translation>
+        <source>A folder with macros</source>
+        <translation>Ein Ordner mit Makros</translation>
     </message>
     <message>
-        <source>no pane is connected to the panel %1</source>
-        <translation>keine Seite ist mit dem Bedienpult %1 verbunden</translation>
+        <source>Snapshots (*.zip);;All files (*)</source>
+        <translation>Abzüge (*.zip);;Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>the history no longer has what was there before</source>
-        <translation>der Verlauf hat nicht mehr, was vorher da war</translation>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
     </message>
     <message>
-        <source>there is no such macro any more</source>
-        <translation>dieses Makro gibt es nicht mehr</translation>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
     </message>
     <message>
-        <source>nothing has been changed</source>
-        <translation>nichts ist geändert worden</translation>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 lässt sich nicht lesen: %2</translation>
     </message>
     <message>
-        <source>undone: %1; what was there before is back in %2</source>
-        <translation>rückgängig gemacht: %1; was vorher da war, steht wieder in %2</translation>
+        <source>A pane shows what would be written over here with unsaved changes:
+%1
+
+The changes stay there, and saving them writes over what is copied now. Copy all the same?</source>
+        <translation>Eine Seite zeigt mit ungespeicherten Änderungen, was hier überschrieben würde:
+%1
+
+Die Änderungen bleiben dort, und wer sie speichert, überschreibt, was jetzt kopiert wird. Trotzdem kopieren?</translation>
     </message>
     <message>
-        <source>undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)</source>
-        <translation>rückgängig gemacht: %1; was vorher da war, steht wieder in Makro %2 von Arbeitsplatz %3 auf dem Bedienpult %4 (%5)</translation>
+        <source>%1, macro %2</source>
+        <translation>%1, Makro %2</translation>
     </message>
     <message>
-        <source>undone: %1; %2 is deleted, as there was none before</source>
-        <translation>rückgängig gemacht: %1; %2 ist gelöscht, denn vorher gab es dort keines</translation>
+        <source>workplaces are only compared here</source>
+        <translation>Arbeitsplätze werden hier nur verglichen</translation>
     </message>
     <message>
-        <source>the panel cannot be told to delete it</source>
-        <translation>das Bedienpult lässt sich nicht auffordern, es zu löschen</translation>
+        <source>the left one</source>
+        <translation>das linke</translation>
     </message>
     <message>
-        <source>asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before</source>
-        <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 löschen, denn vorher gab es dort keines</translation>
-    </message>
-    <message>
-        <source>the panel cannot be told to rename it</source>
-        <translation>das Bedienpult lässt sich nicht auffordern, es umzubenennen</translation>
-    </message>
-    <message>
-        <source>asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5</source>
-        <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 in %5 umbenennen</translation>
+        <source>the right one</source>
+        <translation>das rechte</translation>
     </message>
 </context>
 <context>
-    <name>SavePlaces</name>
+    <name>tessaly::WorkplacesModel</name>
     <message>
-        <source>In %1...</source>
-        <translation>In %1...</translation>
+        <source>= same</source>
+        <translation>= gleich</translation>
     </message>
     <message>
-        <source>In a File...</source>
-        <translation>In eine Datei...</translation>
+        <source>≈ renamed only</source>
+        <translation>≈ nur umbenannt</translation>
     </message>
     <message>
-        <source>Save As</source>
-        <translation>Speichern unter</translation>
+        <source>≠ different</source>
+        <translation>≠ verschieden</translation>
     </message>
     <message>
-        <source>Macros (*.mac)</source>
-        <translation>Makros (*.mac)</translation>
+        <source>← only left</source>
+        <translation>← nur links</translation>
+    </message>
+    <message>
+        <source>→ only right</source>
+        <translation>→ nur rechts</translation>
+    </message>
+    <message>
+        <source>? unreadable</source>
+        <translation>? nicht lesbar</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Ergebnis</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::WorkplacesWindow</name>
+    <message>
+        <source>Workplaces</source>
+        <translation>Arbeitsplätze</translation>
+    </message>
+    <message>
+        <source>Choose what is to stand on the left and on the right.</source>
+        <translation>Wählen, was links und was rechts stehen soll.</translation>
+    </message>
+    <message>
+        <source>Reading...</source>
+        <translation>Wird gelesen...</translation>
+    </message>
+    <message>
+        <source>NOT read to the end: %1</source>
+        <translation>NICHT zu Ende gelesen: %1</translation>
+    </message>
+    <message>
+        <source>%1 macros: %2 the same, %3 not the same</source>
+        <translation>%1 Makros: %2 gleich, %3 nicht gleich</translation>
+    </message>
+    <message>
+        <source>not copied: there is nothing to be copied</source>
+        <translation>nicht kopiert: es gibt nichts zu kopieren</translation>
+    </message>
+    <message>
+        <source>Nothing is ticked that differs and can be copied this way.</source>
+        <translation>Nichts ist angehakt, das verschieden ist und sich so kopieren lässt.</translation>
+    </message>
+    <message>
+        <source>copy of %1 macros to %2</source>
+        <translation>Kopie von %1 Makros nach %2</translation>
+    </message>
+    <message>
+        <source>waits</source>
+        <translation>wartet</translation>
+    </message>
+    <message>
+        <source>Copying...</source>
+        <translation>Wird kopiert...</translation>
+    </message>
+    <message>
+        <source>copied, verified</source>
+        <translation>kopiert, geprüft</translation>
+    </message>
+    <message>
+        <source>copied, NOT verified</source>
+        <translation>kopiert, NICHT geprüft</translation>
+    </message>
+    <message>
+        <source>NOT copied: %1</source>
+        <translation>NICHT kopiert: %1</translation>
+    </message>
+    <message>
+        <source>UNKNOWN what stands there: %1</source>
+        <translation>UNBEKANNT, was dort steht: %1</translation>
+    </message>
+    <message>
+        <source>%1 macros copied</source>
+        <translation>%1 Makros kopiert</translation>
+    </message>
+    <message>
+        <source>%1 macros copied, %2 NOT copied</source>
+        <translation>%1 Makros kopiert, %2 NICHT kopiert</translation>
+    </message>
+    <message>
+        <source>Ending what is being read or copied...</source>
+        <translation>Was gelesen oder kopiert wird, wird beendet...</translation>
     </message>
 </context>
 </TS>

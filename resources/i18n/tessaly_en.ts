@@ -2,6 +2,40 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>FindingText</name>
+    <message numerus="yes">
+        <source>%n errors</source>
+        <translation>
+            <numerusform>%n error</numerusform>
+            <numerusform>%n errors</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warnings</source>
+        <translation>
+            <numerusform>%n warning</numerusform>
+            <numerusform>%n warnings</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n notes</source>
+        <translation>
+            <numerusform>%n note</numerusform>
+            <numerusform>%n notes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>HitRows</name>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n command</numerusform>
+            <numerusform>%n commands</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StepNames</name>
     <message numerus="yes">
         <source>insert %n commands</source>
@@ -57,6 +91,44 @@
         <translation>
             <numerusform>update of %n value</numerusform>
             <numerusform>update of %n values</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>change %n texts</source>
+        <translation>
+            <numerusform>change %n text</numerusform>
+            <numerusform>change %n texts</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CheckWindow</name>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n macro looked at</numerusform>
+            <numerusform>%n macros looked at</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n errors</source>
+        <translation>
+            <numerusform>%n error</numerusform>
+            <numerusform>%n errors</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warnings</source>
+        <translation>
+            <numerusform>%n warning</numerusform>
+            <numerusform>%n warnings</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n notes</source>
+        <translation>
+            <numerusform>%n note</numerusform>
+            <numerusform>%n notes</numerusform>
         </translation>
     </message>
 </context>
@@ -140,12 +212,43 @@
     </message>
 </context>
 <context>
+    <name>tessaly::CompareWindow</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>take %n differences from %1</source>
+        <translation>
+            <numerusform>take %n difference from %1</numerusform>
+            <numerusform>take %n differences from %1</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n differences taken into %1; nothing is saved yet</source>
+        <translation>
+            <numerusform>%n difference taken into %1; nothing is saved yet</numerusform>
+            <numerusform>%n differences taken into %1; nothing is saved yet</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tessaly::CreateCommandDialog</name>
     <message numerus="yes">
         <source>%n inserted</source>
         <translation>
             <numerusform>%n inserted</numerusform>
             <numerusform>%n inserted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n found</source>
+        <translation>
+            <numerusform>%n found</numerusform>
+            <numerusform>%n found</numerusform>
         </translation>
     </message>
 </context>
@@ -186,6 +289,116 @@
         <translation>
             <numerusform>%n command; changed from %1 to %2</numerusform>
             <numerusform>%n commands; changed from %1 to %2</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::ReplaceWindow</name>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n macro looked at</numerusform>
+            <numerusform>%n macros looked at</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n command</numerusform>
+            <numerusform>%n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands cannot.</source>
+        <translation>
+            <numerusform>%n command cannot.</numerusform>
+            <numerusform>%n commands cannot.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Writing %n macros...</source>
+        <translation>
+            <numerusform>Writing %n macro...</numerusform>
+            <numerusform>Writing %n macros...</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>replacement in %n macros</source>
+        <translation>
+            <numerusform>replacement in %n macro</numerusform>
+            <numerusform>replacement in %n macros</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</source>
+        <translation>
+            <numerusform>Replaced in %n macro; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</numerusform>
+            <numerusform>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SearchWindow</name>
+    <message numerus="yes">
+        <source>%n macros looked at</source>
+        <translation>
+            <numerusform>%n macro looked at</numerusform>
+            <numerusform>%n macros looked at</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands</source>
+        <translation>
+            <numerusform>%n command</numerusform>
+            <numerusform>%n commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros</source>
+        <translation>
+            <numerusform>%n macro</numerusform>
+            <numerusform>%n macros</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n files could not be read.</source>
+        <translation>
+            <numerusform>%n file could not be read.</numerusform>
+            <numerusform>%n files could not be read.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SnapshotRestoreDialog</name>
+    <message numerus="yes">
+        <source>%1 of %n macros are ticked</source>
+        <translation>
+            <numerusform>%1 of %n macro is ticked</numerusform>
+            <numerusform>%1 of %n macros are ticked</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros are restored</source>
+        <translation>
+            <numerusform>%n macro is restored</numerusform>
+            <numerusform>%n macros are restored</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1; %n macros are NOT</source>
+        <translation>
+            <numerusform>%1; %n macro is NOT</numerusform>
+            <numerusform>%1; %n macros are NOT</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Snapshots</name>
+    <message numerus="yes">
+        <source>saved and verified: %n macros in %1</source>
+        <translation>
+            <numerusform>saved and verified: %n macro in %1</numerusform>
+            <numerusform>saved and verified: %n macros in %1</numerusform>
         </translation>
     </message>
 </context>

@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
 
 #include "app/Appearance.h"
 #include "tests/app/EveryDialog.h"
+#include "windows/CompareDelegate.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 namespace {
@@ -70,7 +73,13 @@ std::vector<std::string> nameless(QWidget& window) {
 TEST(AccessibilityTest, EveryControlOfEveryWindowHasNameAndRole) {
   EveryDialog every;
   EXPECT_THAT(nameless(*every.fixture.window), IsEmpty());
-  every.visit([](QDialog& dialog, const char* name) { EXPECT_THAT(nameless(dialog), IsEmpty()) << name; });
+  every.visit([](QDialog& dialog, const char* name) {
+    EXPECT_THAT(nameless(dialog), IsEmpty()) << name;
+    for (const QAbstractItemView* list : dialog.findChildren<QAbstractItemView*>())
+      EXPECT_TRUE(qobject_cast<const QHeaderView*>(list) != nullptr || list->window() != &dialog ||
+                  list->findChild<ListFinder*>() != nullptr)
+          << name << ": no Ctrl+F in " << list->objectName().toStdString();
+  });
 }
 
 double luminance(const QColor& colour) {
@@ -99,6 +108,11 @@ TEST(AppearanceTest, TextStandsOutInBothPalettes) {
       for (const auto& [ink, ground] : pairs)
         EXPECT_GE(contrast(palette.color(group, ink), palette.color(group, ground)), 4.5)
             << paletteName(choice).toStdString() << ' ' << group << ' ' << ink << " on " << ground;
+    for (const auto kind : {DiffRow::Kind::kSameMeaning, DiffRow::Kind::kChanged, DiffRow::Kind::kOnlyA,
+                            DiffRow::Kind::kMovedTo})
+      for (const bool marked : {false, true})
+        EXPECT_GE(contrast(palette.color(QPalette::Text), compareGround(palette, kind, marked)), 4.5)
+            << paletteName(choice).toStdString() << ' ' << static_cast<int>(kind) << marked;
     const auto disabled = [&](Role role) { return palette.color(QPalette::Disabled, role); };
     EXPECT_GE(contrast(disabled(QPalette::HighlightedText), disabled(QPalette::Highlight)), 4.5);
     EXPECT_GE(contrast(disabled(QPalette::ButtonText), disabled(QPalette::Button)), 2.5);

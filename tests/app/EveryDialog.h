@@ -23,6 +23,11 @@
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
+#include "windows/CheckRulesDialog.h"
+#include "windows/CheckWindow.h"
+#include "windows/CompareWindow.h"
+#include "windows/ReplaceWindow.h"
+#include "windows/SearchWindow.h"
 #include "windows/SnapshotRestoreDialog.h"
 
 namespace tessaly {
@@ -44,7 +49,6 @@ class EveryDialog {
 
   // One after the other, made anew.
   void visit(const std::function<void(QDialog& dialog, const char* name)>& look) {
-    using Made = std::unique_ptr<QDialog>;
     const std::pair<const char*, std::function<Made()>> makers[] = {
         {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
         {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
@@ -74,6 +78,30 @@ class EveryDialog {
          }},
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
+        {"compare", [this] { return comparison(); }},
+        {"check",
+         [this] {
+           return std::make_unique<CheckWindow>(
+               CheckSurroundings{fixture.site.root, sampleDictionary(), lists_, rate_, &noScopes, {}});
+         }},
+        {"check rules", [] { return std::make_unique<CheckRulesDialog>(RulesOff()); }},
+        {"search",
+         [this] {
+           return std::make_unique<SearchWindow>(
+               SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
+         }},
+        {"replace",
+         [this] {
+           return std::make_unique<ReplaceWindow>(
+               ReplaceSurroundings{fixture.site.root,
+                                   [this] {
+                                     return CheckContext{sampleDictionary(), lists_};
+                                   },
+                                   &noScopes,
+                                   {},
+                                   {},
+                                   {}});
+         }},
         {"restore",
          [this] {
            return std::make_unique<SnapshotRestoreDialog>(
@@ -88,8 +116,10 @@ class EveryDialog {
   WindowFixture fixture{offlineClient()};
 
  private:
+  using Made = std::unique_ptr<QDialog>;
   using Rows = std::vector<std::string>;
 
+  static std::vector<ReviewScope> noScopes() { return {}; }
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
@@ -103,6 +133,22 @@ class EveryDialog {
   int rate_ = 25;
   EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
                          offlineClient(),       [] { return false; }, rate_,  {}};
+  // Of a macro with itself.
+  Made comparison() {
+    const auto side = [this](Side) {
+      return CompareSide{QStringLiteral("A"),
+                         QStringLiteral("a place"),
+                         {},
+                         {},
+                         [held = fixture.site.read(workingCopyPath(Pane::kA))] { return Macro::read(held); }};
+    };
+    auto window = std::make_unique<CompareWindow>(
+        CompareWays{side, {}, [] {}, {}}, LineContext{sampleDictionary(), lists_}, LineOptions(), pool_);
+    pool_.waitForDone();
+    return window;
+  }
+
+  QThreadPool pool_;
   MacroCommand command_;
   EditHistory row_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);

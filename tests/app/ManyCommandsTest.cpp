@@ -283,6 +283,33 @@ TEST_F(ManyCommandsTest, ADragGoesToTheExactPlace) {
   EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "adefghuvwx") << "others stand there now";
 }
 
+// Catches commands that change while somebody looks for others.
+TEST_F(ManyCommandsTest, KeysInAFieldForTextAreNotForTheCommands) {
+  select(Pane::kA, "b");
+  press(Pane::kA, Qt::Key_F, Qt::ControlModifier);
+  QWidget* const field = QApplication::focusWidget();
+  ASSERT_NE(field, &list(Pane::kA));
+  const std::pair<Qt::Key, Qt::KeyboardModifier> keys[] = {{Qt::Key_D, Qt::ControlModifier},
+                                                           {Qt::Key_Up, Qt::AltModifier},
+                                                           {Qt::Key_Down, Qt::AltModifier},
+                                                           {Qt::Key_X, Qt::ControlModifier}};
+  for (const auto& [key, modifiers] : keys) QTest::keyClick(field, key, modifiers);
+  EXPECT_EQ(letters(Pane::kA), "abcdefgh") << told();
+}
+
+// Catches a refusal that does not tell why.
+TEST_F(ManyCommandsTest, MoreThanCanBeCarriedIsSaidToBeTooMany) {
+  fixture_.site.write(macroFile(kFolder, 994), macroOf(std::string(5001, 'n')));
+  driver().choose(a_.workplaces, "Workplace 1");
+  open(Pane::kA, "994");
+  press(Pane::kA, Qt::Key_A, Qt::ControlModifier);
+  press(Pane::kA, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_THAT(told(), HasSubstr("more than 5000 commands"));
+  drag(Pane::kA, 0, Pane::kB, 0);
+  EXPECT_THAT(told(), testing::AllOf(StartsWith("NOT copied"), HasSubstr("more than 5000 commands")));
+  EXPECT_EQ(letters(Pane::kB), "uvwx");
+}
+
 // Catches a file that takes another macro's place, a save that goes nowhere, and edits that a drop replaces.
 TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   const QString file = QString::fromStdString((fixture_.site.root.path() / "loose.mac").string());

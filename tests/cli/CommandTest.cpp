@@ -96,7 +96,8 @@ TEST_F(Commands, MacroIsBuiltShownAndChanged) {
             "Panel/Workplace3 - All ==>  Off ==> 50.2% ==> Camera 5 ==> 00:00:00:00\n"
             "Mainframe2 - Size set ==> 50.0%\n");
   EXPECT_EQ(output({"show", kMacro, "--tabs"}), "All\t Off\t50.2%\tCamera 5\t00:00:00:00\nSize set\t50.0%\n");
-  EXPECT_EQ(nlohmann::json::parse(output({"show", kMacro, "--json"}))[1], "Size set ==> 50.0%");
+  EXPECT_EQ(nlohmann::json::parse(output({"show", kMacro, "--json"}))["commands"][1]["line"],
+            "Size set ==> 50.0%");
 
   output({"rename", kMacro, "Zwölf"});
   EXPECT_EQ(output({"name", kMacro}), "Zwölf\n");
@@ -457,6 +458,61 @@ TEST_F(Commands, SettingsArePrintedAndRewritten) {
   EXPECT_THAT(output({"settings"}), testing::HasSubstr("address A: 192.168.1.10\naddress B: 127.0.0.1\n"));
   EXPECT_EQ(output({"settings", "--address-b", "192.168.1.10"}), defaults);
   EXPECT_EQ(site.read(kSettingsFile).size(), 8U + 2 * (6 + 24) + 2 * (6 + 12));
+}
+
+// What is written as data is read whole, or nothing is changed.
+TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
+  site.write(kMacro, R"(<macro name="A"><data></data></macro>)");
+  const std::string good = R"({"function": "ME1.SIZE.SET", "destination": "QMF1", "parameters": [)";
+  const struct {
+    std::string given, says;
+  } cases[] = {
+      {"[", "is no JSON"},
+      {R"({"schema": 2, "commands": []})", "another schema"},
+      {R"({"command": []})", "unknown member"},
+      {R"([{"fid": "QMF1.ME1.SIZE.SET"}])", "commands[0] has an unknown member \"fid\""},
+      {R"([{"destination": "QMF1"}])", "commands[0] has no function"},
+      {R"([{"function": 1}])", "a function that is no text"},
+      {R"([{"function": "ME1.SIZE.SET", "more": true}])", "copy and paste keep"},
+      {"[" + good + R"({"name": "size", "stored": 0.5}]}])", "parameters[0] has a stored that is no text"},
+      {"[" + good + R"({"name": "size", "stored": "0.5", "number": 0.7}]}])",
+       "two values, stored and number"},
+      {"[" + good + R"({"name": "size", "stored": "0.5", "shown": "70.0"}]}])",
+       "two values, one of them shown"},
+      {"[" + good + R"({"name": "size", "shown": "170"}]}])", "cannot be 170, but 100"},
+      {"[" + good + R"({"name": "none", "shown": "1"}]}])", "Unknown parameter: none"},
+      {"[" + good + R"({"name": "size", "stored": "0.5"}]},)" + good +
+           R"({"name": "size", "stored": "\u0001"}]}])",
+       "control character"},
+  };
+  for (const auto& [given, says] : cases) {
+    const Outcome refused = run({"paste", kMacro}, given);
+    EXPECT_EQ(refused.code, 1) << given;
+    EXPECT_THAT(refused.errors, HasSubstr(says)) << given;
+    EXPECT_EQ(output({"show", kMacro}), "empty macro\n");
+  }
+  // What paste takes as it is, insert holds against the functions.
+  for (const std::string& given : {"[" + good + R"({"name": "size", "number": 7}]}])",
+                                   std::string(R"([{"function": "NONE", "destination": "QMF1"}])"),
+                                   std::string(R"([{"function": "ME1.SIZE.SET"}])")}) {
+    EXPECT_EQ(run({"insert", kMacro, "--json"}, given).code, 1) << given;
+    EXPECT_EQ(run({"insert", kMacro, "--json", "--force"}, given).code, 0) << given;
+    EXPECT_EQ(run({"paste", kMacro}, given).code, 0) << given;
+  }
+  EXPECT_EQ(run({"create", kMacro, "--json"}, "[]").errors,
+            "Standard input gives the macro no name, nor does the command\n");
+  EXPECT_EQ(run({"insert", "-", "--json"}, "[]").code, 1);
+
+  // More than one text of commands can hold, in their order, at the place.
+  std::string many = "[";
+  for (int i = 0; i < 5'200; ++i)
+    many += (i == 0 ? "" : ",") + good + R"({"name": "size", "stored": ")" + std::to_string(i) + "\"}]}";
+  output({"create", kMacro, "Many"});
+  output({"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=1"});
+  EXPECT_EQ(run({"paste", kMacro, "--at", "start"}, many + "]").code, 0);
+  const auto rows = nlohmann::json::parse(output({"show", kMacro, "--json"}))["commands"];
+  ASSERT_EQ(rows.size(), 5'201U);
+  for (std::size_t i = 0; i < 5'200; ++i) ASSERT_EQ(rows[i]["parameters"][0]["number"], i);
 }
 
 }  // namespace

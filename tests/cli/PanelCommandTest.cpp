@@ -15,7 +15,7 @@ using testing::HasSubstr;
 TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
   EXPECT_EQ(run({"list", "2"}).out, "007 - Seven\n999 - Last & least\n");
   const auto rows = nlohmann::json::parse(run({"list", "2", "--json"}).out);
-  EXPECT_EQ(rows.at(1).at("number"), "999");
+  EXPECT_EQ(rows.at(1).at("number"), 999);
   EXPECT_EQ(run({"list", "3"}).code, 0);
 
   const Ran put = run({"put", "2", "12", kLocal});

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -69,6 +70,52 @@ TEST(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
   EXPECT_EQ(nlohmann::json::parse(out.str())["off"], nlohmann::json({"limits"}));
   EXPECT_EQ(run({"find", "size", "c:\\w", "--json"}, ""), 0);
   EXPECT_EQ(nlohmann::json::parse(out.str())["hits"], 2);
+}
+
+// All or none: what one file makes impossible must not be half done in the others.
+TEST(ReviewCommand, ReplacesInAllMacrosOrInNone) {
+  TestSite site;
+  site.write(
+      kFunctions,
+      R"(<mfd><fid name="A.SET" sid="A" description="Size"><int_parameter name="P" min="0" max="9"/></fid></mfd>)");
+  site.write(kOlderFunctions, "<mfd/>");
+  const auto macro = [](const char* goal, const char* value = "12") {
+    return std::string("<macro name='M'><data>\r\n<cmd workplace='1' fid='") + goal +
+           ".A.SET' mine='1'><param name=\"P\" value=\"" + value + "\"/></cmd></data></macro>";
+  };
+  std::ostringstream out, errors;
+  const auto run = [&](std::vector<std::string> words) {
+    words.insert(words.begin(), {"--root", site.root.path().string(), "replace"});
+    std::istringstream in;
+    out.str({});
+    errors.str({});
+    return runCommandLine(words, in, out, errors);
+  };
+  const std::string rule = "destination:QMF1->QMF2", one = "c:\\w\\macro001.mac", two = "c:\\w\\macro002.mac";
+  site.write(one, macro("QMF1"));
+  site.write(two, macro("QMF1"));
+  EXPECT_EQ(run({rule, "c:\\w", one, "--dry-run"}), 0);
+  EXPECT_THAT(out.str(), HasSubstr(two + "\t0\t-\tMainframe1 - Size ==> 12\n" + two +
+                                   "\t0\t+\tMainframe2 - Size ==> 12\n#\tcommands: 2, "));
+  EXPECT_EQ(site.read(one), macro("QMF1"));
+  site.write("c:\\w\\macro003.mac", "no macro");
+  EXPECT_EQ(run({rule, "c:\\w"}), 1);
+  EXPECT_THAT(errors.str(), HasSubstr("macro003.mac"));
+  EXPECT_EQ(site.read(one), macro("QMF1")) << "a file does not parse";
+  std::filesystem::permissions(site.root.resolve(two), std::filesystem::perms::owner_read);
+  EXPECT_EQ(run({rule, one, two}), 1);
+  EXPECT_THAT(errors.str(), HasSubstr("macro002.mac"));
+  EXPECT_EQ(site.read(one), macro("QMF1")) << "put back, for the other one is protected";
+  std::filesystem::permissions(site.root.resolve(two), std::filesystem::perms::owner_all);
+  EXPECT_EQ(run({rule, one, two, one}), 0) << errors.str();
+  EXPECT_EQ(site.read(one) + site.read(two), macro("QMF2") + macro("QMF2"));
+  EXPECT_EQ(run({rule, one, two}), 1) << "there is nothing left";
+  EXPECT_EQ(run({"value:P=12->7", one}), 0);
+  EXPECT_THAT(out.str(), HasSubstr("\tmends\t0\terror\tlimits\tP: "));
+  EXPECT_EQ(run({"segment:SET->INC", one, "--json"}), 1);
+  EXPECT_THAT(out.str(), HasSubstr("there is no function"));
+  EXPECT_EQ(run({rule, "-"}), 2);
+  EXPECT_EQ(run({"destination:QMF1", one}), 2);
 }
 
 }  // namespace

@@ -45,6 +45,26 @@ struct CreateCommand : EditorFixture {
   DialogDriver user;
 };
 
+// Beside the five fields, which stay empty; of a destination's functions alone.
+TEST(CreateCommandDialogTest, WordsFindFunctionsAndTellPlainlyThatThereIsNone) {
+  CreateCommand create;
+  const DialogDriver& user = create.user;
+  user.type("words", "clip key 3");
+  ASSERT_THAT(user.rows("found"), testing::Not(IsEmpty()));
+  EXPECT_EQ(user.rows("found").front(), "PP Key 3 Clip Set");
+  EXPECT_EQ(user.field("search1"), "");
+  user.key(Qt::Key_Return);
+  EXPECT_EQ(user.focus(), "found");
+  EXPECT_EQ(user.label("ready"), kMissing);
+  user.type("words", "clip key 3 zzz");
+  EXPECT_THAT(user.rows("found"), IsEmpty());
+  EXPECT_EQ(user.label("foundCount"), "nothing found");
+  user.type("words", "run");
+  EXPECT_THAT(user.rows("found"), IsEmpty()) << "a function of the panel, for a mainframe";
+  create.chooseDestination(4);
+  EXPECT_THAT(user.rows("found"), ElementsAre("Macro Run"));
+}
+
 TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
   CreateCommand create;
   const DialogDriver& user = create.user;

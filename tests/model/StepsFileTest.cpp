@@ -93,10 +93,14 @@ TEST_F(StepsFileTest, WhatCannotBeUsedIsPutAsideAndNoWrongBytesComeOfIt) {
     std::string text = whole;
     return text.replace(text.find(what), std::string(what).size(), by);
   };
-  // A head of another version, whose sum is right.
-  const std::string inside = "kind=steps\nversion=2\n\n";
-  const std::string other = std::to_string(inside.size()) + ' ' + std::to_string(contentCheck(inside).sum) +
-                            '\n' + inside + '\n' + whole;
+  // Records whose sums are right.
+  const auto record = [](const std::string& inside) {
+    return std::to_string(inside.size()) + ' ' + std::to_string(contentCheck(inside).sum) + '\n' + inside +
+           '\n';
+  };
+  const std::string other = record("kind=steps\nversion=2\n\n") + whole;
+  const std::string beyond =
+      record("kind=step\nat=0\nremoved=9\nadded=18446744073709551609\nsize=2\nsum=1\n\nab");
   const struct {
     const char* what;
     std::string text;
@@ -116,6 +120,7 @@ TEST_F(StepsFileTest, WhatCannotBeUsedIsPutAsideAndNoWrongBytesComeOfIt) {
       {"empty", "", "ab", 0, StepsFault::kDamaged},
       {"zeros", std::string(1000, '\0'), "ab", 0, StepsFault::kDamaged},
       {"a length beyond all", "99999999999999999999 1\n" + whole, "ab", 0, StepsFault::kDamaged},
+      {"more bytes than there are", whole + beyond, "ab", 2, {}},
       {"another version", other, "ab", 0, StepsFault::kOtherVersion},
   };
   for (const auto& row : rows) {

@@ -50,7 +50,9 @@ offers snapshot sh -- shows
 offers restore o -- one.mac
 offers restore one.mac sh -- shows
 offers restore one.mac shows --workplace 3 --d -- --dry-run
-offers panel 127.0.0.1 re -- rename restore
+offers panel 127.0.0.1 r -- rename restore run
+offers panel 127.0.0.1 s -- send snapshot
+offers panel 127.0.0.1 send 1 sh -- shows
 offers panel 127.0.0.1 snapshot o -- one.mac
 offers panel 127.0.0.1 restore one.mac '' -- 1 2 3 4 5 6 7 8
 offers panel --ftp-port 2121 127.0.0.1 get 1 7 o -- one.mac

@@ -8,6 +8,7 @@
 #include "review/BatchText.h"
 #include "review/DiskShelf.h"
 #include "review/MacroBatch.h"
+#include "review/WorkplaceComparison.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -283,6 +284,61 @@ TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   panel.refused = -1;
   EXPECT_EQ(recoverBatches(places)[0].how, How::kEnded);
   EXPECT_EQ(panel.files[2], kNew);
+}
+
+// The name of a file alone may differ where it is told so; any other byte is a difference.
+TEST(WorkplaceComparisonTest, OnlyANewNameIsARenaming) {
+  const std::string whole =
+      R"(<?xml version="1.0"?><macro name="One" x="1"><data><cmd fid="A" /></data></macro>)";
+  struct Case {
+    const char *from, *to;
+    bool renamed;
+  };
+  const Case cases[] = {{"One", "Two &amp; more", true},
+                        {"One", "", true},
+                        {"\" x", "\"  x", false},
+                        {"x=\"1", "x=\"2", false},
+                        {"\"A", "\"B", false},
+                        {"name=", "nome=", false},
+                        {" />", "/>", false},
+                        {"One", "a\" b=\"c", false}};
+  for (const Case& row : cases) {
+    std::string other = whole;
+    const std::size_t at = other.find(row.from);
+    ASSERT_NE(at, other.npos) << row.from;
+    other.replace(at, std::string(row.from).size(), row.to);
+    EXPECT_EQ(differInNameOnly(whole, other), row.renamed) << row.to;
+    EXPECT_EQ(differInNameOnly(other, whole), row.renamed) << row.to;
+  }
+}
+
+// A row for each number of either side, with what is known of it.
+TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
+  using Row = WorkplaceRow::State;
+  DiskShelf left(site.root, history, "c:\\wp"), right(site.root, history, "c:\\other\\");
+  const std::string one = "<macro name=\"One\"><data/></macro>", two = "<macro name=\"Two\"><data/></macro>";
+  site.write(file(0), one);
+  site.write(file(1), one);
+  site.write(file(2), one);
+  site.write("c:\\other\\MACRO000.MAC", one);
+  site.write("c:\\other\\macro001.mac", two);
+  site.write("c:\\other\\macro003.mac", two);
+  site.write("c:\\other\\macro1000.mac", two);
+  std::filesystem::create_directory(site.root.resolve("c:\\other\\macro002.mac"));
+  std::vector<std::pair<int, Row>> rows;
+  WorkplaceComparison comparison(left, right);
+  EXPECT_TRUE(comparison.run([&](const WorkplaceRow& row, std::size_t all) {
+    rows.emplace_back(row.number.value(), row.state);
+    EXPECT_EQ(all, 4U);
+    EXPECT_EQ(row.left + row.right, row.state == Row::kSame       ? "OneOne"
+                                    : row.state == Row::kRenamed  ? "OneTwo"
+                                    : row.state == Row::kOnlyLeft ? "One"
+                                                                  : "Two");
+  }));
+  EXPECT_THAT(rows, ElementsAre(std::pair(0, Row::kSame), std::pair(1, Row::kRenamed),
+                                std::pair(2, Row::kOnlyLeft), std::pair(3, Row::kOnlyRight)));
+  comparison.cancel();
+  EXPECT_EQ(comparison.run({}).failure().kind, Failure::Kind::kCancelled);
 }
 
 // A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.

@@ -1,0 +1,99 @@
+#include "app/CheckMarks.h"
+
+#include <algorithm>
+#include <map>
+
+#include "windows/FindingText.h"
+
+namespace tessaly {
+
+namespace {
+
+std::map<int, CommandMark> marksOf(const Findings& findings) {
+  std::map<int, CommandMark> marks;
+  for (const Finding& finding : findings) {
+    if (finding.command < 0) continue;
+    CommandMark& mark = marks[finding.command];
+    mark.mark = std::max(mark.mark, markOf(finding.severity));
+    if (!mark.text.empty()) mark.text += '\n';
+    mark.text += findingText(finding).toStdString();
+  }
+  return marks;
+}
+
+}  // namespace
+
+CheckMarks::CheckMarks(const PaneAccesses& panes) : panes_(panes) {
+  for (const Pane pane : kPanes)
+    connect(&state(pane).copy, &WorkingCopy::changed, this, [this, pane] { look(pane); });
+}
+
+void CheckMarks::begin(const CheckContext& context) {
+  {
+    const std::lock_guard guard(mutex_);
+    context_.emplace(context);
+  }
+  begun_ = true;
+  if (!worker_.joinable()) worker_ = std::jthread([this](const std::stop_token& stop) { work(stop); });
+  for (const Pane pane : kPanes) ask(pane);
+}
+
+const Findings* CheckMarks::findings(Pane pane) const {
+  const auto& known = found_[index(pane)].findings;
+  return known ? &*known : nullptr;
+}
+
+void CheckMarks::look(Pane pane) {
+  if (begun_ && found_[index(pane)].revision != state(pane).copy.revision()) ask(pane);
+}
+
+void CheckMarks::ask(Pane pane) {
+  const WorkingCopy& copy = state(pane).copy;
+  found_[index(pane)] = {copy.revision(), std::nullopt};
+  state(pane).view.commands().rows().setMarks({});
+  std::optional<Wanted> wanted;
+  if (copy.content() == WorkingCopy::Content::kMacro)
+    wanted = Wanted{copy.revision(), *copy.macro()};
+  else if (copy.content() == WorkingCopy::Content::kKeyFile)
+    wanted = Wanted{copy.revision(), copy.keyFile()};
+  {
+    const std::lock_guard guard(mutex_);
+    wanted_[index(pane)] = std::move(wanted);
+  }
+  asked_.notify_one();
+  emit found(pane);
+}
+
+void CheckMarks::take(Pane pane, int revision, Findings findings) {
+  if (revision != found_[index(pane)].revision) return;
+  state(pane).view.commands().rows().setMarks(marksOf(findings));
+  found_[index(pane)].findings = std::move(findings);
+  emit found(pane);
+}
+
+// On the worker's thread. What was learnt by one check serves the next.
+void CheckMarks::work(const std::stop_token& stop) {
+  std::optional<MacroCheck> check;
+  while (true) {
+    std::optional<Wanted> next;
+    Pane pane = Pane::kA;
+    {
+      std::unique_lock lock(mutex_);
+      const auto waiting = [this] { return wanted_[0].has_value() || wanted_[1].has_value(); };
+      if (!asked_.wait(lock, stop, waiting)) return;
+      if (context_) check.emplace(*context_);
+      context_.reset();
+      pane = wanted_[0] ? Pane::kA : Pane::kB;
+      next.swap(wanted_[index(pane)]);
+    }
+    Findings findings = std::visit([&](const auto& content) { return check->check(content); }, next->content);
+    QMetaObject::invokeMethod(
+        this,
+        [this, pane, revision = next->revision, findings = std::move(findings)]() mutable {
+          take(pane, revision, std::move(findings));
+        },
+        Qt::QueuedConnection);
+  }
+}
+
+}  // namespace tessaly

@@ -1,0 +1,142 @@
+#include "app/Checking.h"
+
+#include <algorithm>
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "app/FailureText.h"
+#include "app/MessageBoxes.h"
+#include "app/ReviewPlaces.h"
+#include "app/StatusStrip.h"
+#include "widgets/DialogText.h"
+#include "windows/CheckWindow.h"
+#include "windows/FindingText.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kErrorsTold = 5;  // in the question before a send
+
+}  // namespace
+
+Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, int frameRate,
+                   ReviewPlaces& places, EventGate& gate, QWidget* window)
+    : panes_(panes),
+      site_(site),
+      knowledge_(knowledge),
+      frameRate_(frameRate),
+      places_(places),
+      gate_(gate),
+      window_(window),
+      marks_(panes) {
+  connect(&marks_, &CheckMarks::found, this, &Checking::follow);
+}
+
+Checking::~Checking() { delete list_; }
+
+CheckContext Checking::context() {
+  std::vector<std::string> problems;  // told by the list
+  return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, RulesOff::load(site_.root, problems)};
+}
+
+void Checking::begin() { marks_.begin(context()); }
+
+void Checking::open() {
+  if (list_)
+    list_->present();
+  else
+    list(ReviewScope::Kind::kPane);
+}
+
+void Checking::list(ReviewScope::Kind kind) {
+  if (!list_) {
+    list_ = new CheckWindow({site_.root, knowledge_.dictionary, knowledge_.decodingLists, frameRate_,
+                             [this] { return places_.scopes(); }, &failureText},
+                            window_);
+    connect(list_, &CheckWindow::openWanted, this,
+            [this](const ReviewedPlace& place, int command) { places_.show(place, command); });
+    connect(list_, &CheckWindow::fixWanted, this, &Checking::fix);
+    connect(list_, &CheckWindow::rulesChanged, this, &Checking::begin);
+    connect(&places_, &ReviewPlaces::said, list_, &CheckWindow::tell);
+  }
+  list_->check(kind);
+  list_->present();
+}
+
+void Checking::follow(Pane pane) {
+  const Findings* findings = marks_.findings(pane);
+  const auto open = places_.shownIn(pane);
+  if (list_ && findings != nullptr && open) {
+    const auto* macro = std::get_if<Macro>(&open->content);
+    list_->follow(open->place, macro != nullptr ? macro->check() : ContentCheck(), *findings);
+  }
+  emit findingsChanged();
+}
+
+QString Checking::selectedText() const {
+  const Pane pane = places_.active();
+  const Findings* findings = marks_.findings(pane);
+  if (findings == nullptr || findings->empty()) return {};
+  const int selected = state(pane).view.commands().selectedRow();
+  QStringList told;
+  for (const Finding& finding : *findings)
+    if (selected >= 0 && finding.command == selected) told << findingText(finding);
+  if (!told.isEmpty()) return told.join(QStringLiteral(" / "));
+  return tr("%1 in this macro; F7 lists them").arg(countText(*findings));
+}
+
+void Checking::tell(const QString& text) {
+  if (list_) list_->tell(text);
+  emit said(text);
+}
+
+void Checking::fix(const FindingRow& row) {
+  places_.show(*row.place, row.finding.command, [this, row](Pane pane) { applyFix(pane, row); });
+}
+
+void Checking::applyFix(Pane pane, const FindingRow& row) {
+  WorkingCopy& copy = state(pane).copy;
+  const QString what = findingText(row.finding);
+  if (!state(pane).editable() || copy.macro()->check() != row.content) {
+    tell(tr("NOT fixed: %1 has changed since it was checked").arg(nameInStrip(row.place->title())));
+    return;
+  }
+  const int number = row.finding.command;
+  const Outcome done = copy.apply(
+      *row.finding.fix, {tr("fix command %1").arg(number + 1).toStdString(), std::vector<int>{number}});
+  tell(done ? tr("fixed: command %1 (%2)").arg(QString::number(number + 1), what)
+            : tr("NOT fixed: %1").arg(failureText(done.failure())));
+}
+
+bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
+  Findings findings = MacroCheck(context()).check(macro);
+  std::erase_if(findings, [](const Finding& finding) { return finding.severity != Severity::kError; });
+  if (findings.empty()) return true;
+  QStringList lines{tr("%1 has %2.").arg(name, countText(findings)), QString()};
+  for (const Finding& finding : findings) {
+    if (lines.size() == kErrorsTold + 2) {
+      lines << tr("...");
+      break;
+    }
+    lines << (finding.command < 0
+                  ? wrongInWindow(finding)
+                  : tr("command %1: %2").arg(QString::number(finding.command + 1), wrongInWindow(finding)));
+  }
+  const EventGate::Hold hold(&gate_);
+  QMessageBox box(QMessageBox::Warning, QLatin1String(kProgramName), lines.join(QLatin1Char('\n')),
+                  QMessageBox::Cancel, window_);
+  box.setTextFormat(Qt::PlainText);
+  auto* send = box.addButton(tr("Send Anyway"), QMessageBox::AcceptRole);
+  const auto* look = box.addButton(tr("Show"), QMessageBox::ActionRole);
+  box.setDefaultButton(send);
+  box.exec();
+  if (box.clickedButton() == look) {
+    places_.setActive(pane);
+    list(ReviewScope::Kind::kPane);
+  }
+  return box.clickedButton() == send;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+
+#include <QObject>
+#include <QPointer>
+
+#include "app/CheckMarks.h"
+#include "app/EventGate.h"
+#include "windows/ReviewScope.h"
+
+namespace tessaly {
+
+class CheckWindow;
+class ReviewPlaces;
+struct FindingRow;
+
+// Checks macros in the window: the marks of the panes, the list "Check", its fixes, and the question before a
+// macro with errors goes to a panel. GUI thread.
+class Checking : public QObject {
+  Q_OBJECT
+
+ public:
+  // Observes all; `frameRate` in frames a second.
+  Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, int frameRate,
+           ReviewPlaces& places, EventGate& gate, QWidget* window);
+  ~Checking() override;
+
+  // Once the dictionary is there.
+  void begin();
+  // The list, for what the active pane shows; brought before the others when it is open already.
+  void open();
+  // What was found of the command that is selected in the active pane, or how much of its macro.
+  [[nodiscard]] QString selectedText() const;
+  // Before anything of a transfer begins. False: it is not to be sent. `pane` shows the macro, for who wants
+  // to look.
+  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane);
+
+ signals:
+  void said(const QString& text);
+  void findingsChanged();
+
+ private:
+  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  [[nodiscard]] CheckContext context();
+  void list(ReviewScope::Kind kind);
+  void follow(Pane pane);
+  void fix(const FindingRow& row);
+  void applyFix(Pane pane, const FindingRow& row);
+  void tell(const QString& text);
+
+  PaneAccesses panes_;
+  SiteAccess site_;
+  LineContext knowledge_;
+  int frameRate_;
+  ReviewPlaces& places_;
+  EventGate& gate_;
+  QWidget* window_;
+  CheckMarks marks_;
+  QPointer<CheckWindow> list_;
+};
+
+}  // namespace tessaly

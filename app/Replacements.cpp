@@ -1,0 +1,87 @@
+#include "app/Replacements.h"
+
+#include <algorithm>
+
+#include "app/FailureText.h"
+#include "app/MacroUndo.h"
+#include "app/OpenMacros.h"
+#include "app/ReviewPlaces.h"
+
+namespace tessaly {
+
+Replacements::Replacements(const Surroundings& surroundings, Shelves shelves, QWidget* window)
+    : around_(surroundings), shelves_(std::move(shelves)), owner_(window) {}
+
+Replacements::~Replacements() { delete window_; }
+
+CheckContext Replacements::context() const {
+  std::vector<std::string> problems;  // told by the list of the check
+  return {around_.lines.dictionary, around_.lines.decodingLists, around_.frameRate,
+          RulesOff::load(around_.site.root, problems)};
+}
+
+QString Replacements::leftOut(const MacroPlace& place) const {
+  return around_.open.unsavedAt(place).isEmpty() ? QString()
+                                                 : tr("left out: a pane shows it with unsaved changes");
+}
+
+// What is on a panel cannot be written all or none.
+ReplaceJob Replacements::job(const std::string& title, std::vector<BatchItem> items) const {
+  std::set<std::string> connected;
+  for (const Pane pane : kPanes)
+    if (around_.connection.line(pane) == PaneLine::kStands)
+      connected.insert(around_.connection.address(pane));
+  const bool panel =
+      std::ranges::any_of(items, [](const BatchItem& item) { return BatchPlaces::onPanel(item.place); });
+  const auto mode = panel ? MacroBatch::Mode::kAsManyAsGo : MacroBatch::Mode::kAllOrNone;
+  return [shelves = shelves_, connected, title, items = std::move(items),
+          mode](const std::stop_token& stop) -> Expected<ReplacedBatch> {
+    BatchRoom room(shelves, connected);
+    MacroBatch batch(room.places(), title, MacroChange::kEdit, mode, items);
+    const std::stop_callback cancel(stop, [&batch] { batch.cancel(); });
+    return replacedBy(batch);
+  };
+}
+
+void Replacements::open() {
+  if (!window_) {
+    window_ = new ReplaceWindow(
+        {.root = around_.site.root,
+         .knowledge = [this] { return context(); },
+         .scopes = [this] { return around_.places.scopes(); },
+         .leftOut = [this](const MacroPlace& place) { return leftOut(place); },
+         .job = [this](const std::string& title,
+                       std::vector<BatchItem> items) { return job(title, std::move(items)); },
+         .failureText = &failureText},
+        owner_);
+    connect(window_, &ReplaceWindow::openWanted, this,
+            [this](const ReviewedPlace& place, int command) { around_.places.show(place, command); });
+    connect(&around_.places, &ReviewPlaces::said, window_, &ReplaceWindow::tell);
+    connect(window_, &ReplaceWindow::replaced, this, &Replacements::follow);
+  }
+  window_->present();
+}
+
+bool Replacements::end() {
+  if (window_) window_->cancel();
+  return !(window_ && window_->writing());
+}
+
+// From the event loop: a pane that reads a macro of a panel runs one of its own, in which more may be
+// written.
+void Replacements::follow(const QString& name, const std::vector<BatchTrace>& traces) {
+  done_.emplace_back(name, traces);
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        around_.gate.whenFree("replacements", [this] {
+          for (auto& [title, written] : std::exchange(done_, {})) {
+            around_.undo.noteBatch(title, written);
+            for (const BatchTrace& trace : written) around_.open.follow(trace.place);
+          }
+        });
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace tessaly

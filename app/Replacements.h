@@ -1,0 +1,63 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <QObject>
+#include <QPointer>
+
+#include "app/EventGate.h"
+#include "app/Shelves.h"
+#include "link/PanelConnection.h"
+#include "model/CommandLine.h"
+#include "platform/SiteAccess.h"
+#include "windows/ReplaceWindow.h"
+
+namespace tessaly {
+
+class MacroUndo;
+class OpenMacros;
+class ReviewPlaces;
+
+// Replaces in many macros in the window: what the panes show follows, and macros that they show with unsaved
+// changes are left out. GUI thread.
+class Replacements : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Surroundings {
+    SiteAccess site;
+    LineContext lines;
+    int frameRate;  // frames a second
+    const PanelConnection& connection;
+    ReviewPlaces& places;
+    OpenMacros& open;
+    MacroUndo& undo;
+    EventGate& gate;
+  };
+
+  // Observes what surrounds it.
+  Replacements(const Surroundings& surroundings, Shelves shelves, QWidget* window);
+  ~Replacements() override;
+
+  // Brought before the others when it is open already.
+  void open();
+  // Gives up what is under way; false while that goes on.
+  [[nodiscard]] bool end();
+
+ private:
+  [[nodiscard]] CheckContext context() const;
+  [[nodiscard]] QString leftOut(const MacroPlace& place) const;
+  [[nodiscard]] ReplaceJob job(const std::string& title, std::vector<BatchItem> items) const;
+  void follow(const QString& name, const std::vector<BatchTrace>& traces);
+
+  Surroundings around_;
+  Shelves shelves_;
+  QWidget* owner_;
+  QPointer<ReplaceWindow> window_;
+  std::vector<std::pair<QString, std::vector<BatchTrace>>> done_;  // that the panes have not followed yet
+};
+
+}  // namespace tessaly

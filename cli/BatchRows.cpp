@@ -1,0 +1,45 @@
+#include "cli/BatchRows.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace tessaly {
+namespace {
+
+using Row = MacroBatch::Row;
+
+constexpr int kTries = 4;                          // of a macro that a panel does not take
+constexpr std::chrono::milliseconds kPause{1000};  // between two tries
+
+bool mayGoYet(const Row& row) { return !row.done() && row.why.kind == Failure::Kind::kPanel; }
+
+}  // namespace
+
+int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
+             const std::function<std::string(std::size_t index)>& nameOf) {
+  const auto print = [&](std::size_t index, const std::string& state) {
+    session.line(nameOf(index) + '\t' + state);
+  };
+  const auto tell = [&](std::size_t index, const Row& row) {
+    if (!row.done()) return;
+    print(index, std::string(done) + (row.state == Row::State::kUnverified ? ", not verified" : ""));
+    if (!row.note.empty()) session.warn(nameOf(index) + ": " + row.note);
+  };
+  for (int tries = 0; tries < kTries; ++tries) {
+    if (tries > 0) std::this_thread::sleep_for(kPause);
+    if (const Outcome ran = batch.run(tell); !ran) return session.failed(ran.failure().text);
+    if (std::ranges::none_of(batch.rows(), mayGoYet)) break;
+  }
+  int code = kExitDone;
+  for (std::size_t i = 0; i < batch.rows().size(); ++i) {
+    const Row& row = batch.rows()[i];
+    if (row.done()) continue;
+    const bool unknown = row.state == Row::State::kUnknown;
+    print(i, (unknown ? "unknown: " : "as before: ") + row.why.text);
+    code = std::max(code, unknown ? kExitUnknown : kExitFailed);
+  }
+  return code;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "cli/CommandSession.h"
+#include "review/MacroBatch.h"
+
+namespace tessaly {
+
+// Runs a batch and prints a row for each of its macros: what `nameOf` calls it, a tab, and `done` ("sent"),
+// "as before: " or "unknown: " with the reason. What a panel did not take is tried three times more, a second
+// apart: a line that was lost may stand again. An exit code.
+int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
+             const std::function<std::string(std::size_t index)>& nameOf);
+
+}  // namespace tessaly

@@ -1,0 +1,70 @@
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "review/BatchJournal.h"
+#include "tests/cli/PanelCommandFixture.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data></data></macro>"; }
+
+TEST_F(PanelCommands, AFolderIsComparedAndSent) {
+  constexpr const char* kFolder = "c:\\macros";
+  site.write("c:\\macros\\macro007.mac", macro("New &amp; seven"));
+  site.write("c:\\macros\\macro999.mac", tree.read(remote(2, "999")));
+  const Ran compared = run({"compare", "2", kFolder});
+  EXPECT_EQ(compared.code, 1);
+  EXPECT_EQ(compared.out,
+            "001\tonly-folder\t\tOpener\n007\trenamed\tSeven\tNew & seven\n#\tsame: 1, not the same: 2\n");
+  EXPECT_EQ(run({"compare", "2", "c:\\none"}).code, 2);
+
+  PanelFaults faults;
+  faults.ftp.flipByte = 3;
+  EXPECT_TRUE(panel.setFaults(faults));
+  const Ran flipped = run({"send", "2", kFolder, "7"});
+  EXPECT_EQ(flipped.code, 3) << "it stores what is put back as wrongly";
+  EXPECT_THAT(flipped.out, HasSubstr("007 - New & seven\tunknown: "));
+  EXPECT_TRUE(panel.setFaults({}));
+  site.write("c:\\macros\\macro010.mac", "<mfd/>");
+  const Ran sent = run({"send", "2", kFolder});
+  EXPECT_EQ(sent.code, 1);
+  EXPECT_EQ(sent.out,
+            "010\tas before: the file it holds no macro that takes commands\n001 - Opener\tsent\n"
+            "007 - New & seven\tsent\n999 - Last & least\tsent\n");
+  std::filesystem::remove(site.root.resolve("c:\\macros\\macro010.mac"));
+  const auto json = nlohmann::json::parse(run({"compare", "2", kFolder, "--json"}).out);
+  EXPECT_EQ(json.at("same"), true);
+  EXPECT_EQ(json.at("sameCount"), 3);
+  EXPECT_EQ(run({"list", "2"}).out, "001 - Opener\n007 - New & seven\n999 - Last & least\n");
+}
+
+// A program was killed while it sent the second of three macros.
+TEST_F(PanelCommands, TheNextCommandAtThePanelEndsWhatWasCutShort) {
+  BatchRecord record{"copy", MacroBatch::Mode::kAsManyAsGo, MacroChange::kCopy, {}, {}, {}, false};
+  for (const char* number : {"001", "002", "003"})
+    record.items.push_back({{{}, "127.0.0.1", 2, number}, macro(number), HeldContent::nothing()});
+  {
+    auto journal = BatchJournal::begin(site.root, record);
+    ASSERT_TRUE(journal);
+    EXPECT_TRUE(journal->noteBegun(1, Failure{Failure::Kind::kMissing, ""}, true));
+  }
+  tree.write(remote(2, "001"), macro("later"));
+  tree.write(remote(2, "002"), macro("002").substr(0, 9));
+  std::ostringstream out, errors;
+  std::istringstream in;
+  EXPECT_EQ(runCommandLine({"--root", site.root.path().string(), "name", kLocal}, in, out, errors), 0);
+  EXPECT_THAT(errors.str(), HasSubstr("\"copy\", which was cut short, waits for its panel"));
+  EXPECT_THAT(run({"list", "2"}).errors, HasSubstr("has been ended"));
+  EXPECT_EQ(tree.read(remote(2, "001")), macro("later")) << "it was settled before";
+  EXPECT_EQ(tree.read(remote(2, "002")), macro("002"));
+  EXPECT_EQ(tree.read(remote(2, "003")), macro("003"));
+  EXPECT_EQ(run({"list", "2"}).errors, "");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,156 @@
+#include <gmock/gmock.h>
+
+#include "dictionary/InterfaceFile.h"
+#include "fuzz/retarget/RetargetModel.h"
+#include "review/MacroRetarget.h"
+#include "tests/support/BuildPaths.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+class MacroRetargetTest : public testing::Test {
+ protected:
+  MacroRetargetTest() { loadFunctionDictionary(root_, dictionary_, {}); }
+
+  [[nodiscard]] CheckContext context() { return {dictionary_, lists_}; }
+
+  SiteRoot root_{sourcePath("site")};
+  FunctionDictionary dictionary_;
+  DecodingLists lists_{root_};
+};
+
+std::string macroOf(const std::string& commands) {
+  return "<macro name=\"M\"><data>" + commands + "</data></macro>";
+}
+std::string function(const char* fid, const char* parameter, const char* value, const char* workplace = "1") {
+  return std::string("<cmd fid=\"") + fid + "\" workplace=\"" + workplace +
+         "\" group=\"0\" module=\"0\" widget=\"0\"><param name=\"" + parameter + "\" value=\"" + value +
+         "\"/></cmd>";
+}
+std::string classic(const char* text) { return function("QMF1.NCSCOMMAND", "CMD", text); }
+
+// Each row would be changed wrongly, or silently not, by a rule that looks at texts alone.
+TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
+  const std::string key = function("QMF1.ME1.KEY1.FILL.SET", "INPUT", "5");
+  const struct {
+    const char* rule;
+    std::string before, after;
+    const char* reason = "";  // of the only proposal
+  } cases[] = {
+      {"destination:Mainframe 1->QMF3", key, function("QMF3.ME1.KEY1.FILL.SET", "INPUT", "5")},
+      {"destination:QMF1->QMF2", classic("25 03 21 09 05 00 "),
+       function("QMF2.NCSCOMMAND", "CMD", "25 03 21 09 05 00 ")},
+      {"destination:Panel/Workplace3->Workplace 5", function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.5", "3"),
+       function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.5", "5")},
+      {"destination:Workplace1->Workplace2", key, key},  // a mainframe's command has a workplace, too
+      {"segment:ME1->me 2", key, function("QMF1.ME2.KEY1.FILL.SET", "INPUT", "5")},
+      {"segment:ME1.KEY1->PP.KEY3", key, function("QMF1.ME0.KEY3.FILL.SET", "INPUT", "5")},
+      {"segment:E1->E2", key, key},
+      {"segment:KEY1->KEY77", key, key, "no function \"ME1.KEY77.FILL.SET\""},
+      {"segment:FILL.SET->CLIP.SET", key, key, "other parameters"},
+      {"segment:X->Y", function("QMF1.X.SET", "A", "1"), function("QMF1.X.SET", "A", "1"), "not known"},
+      {"segment:ME3->ME1", classic("25 03 21 09 05 00 "), classic("25 01 21 09 05 00 ")},
+      {"segment:ME3.KEY2->PP.KEY4", classic("25 03 21 09 05 00 "), classic("25 00 23 09 05 00 ")},
+      {"segment:KEY2->KEY7", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "), "no counterpart"},
+      {"segment:ME1->ME4", classic("24 01 10 01 01 "), classic("24 01 10 01 01 "), "no counterpart"},
+      {"source:5->7", key + classic("25 03 21 09 05 00 "),
+       function("QMF1.ME1.KEY1.FILL.SET", "INPUT", "7") + classic("25 03 21 09 07 00 ")},
+      {"source:Input 5->input 12", classic("25 03 21 09 05 FF "), classic("25 03 21 09 0c FF ")},
+      {"source:5->300", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "), "0 to 254"},
+      {"source:5->7", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5"),
+       function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5")},
+      {"value:.5->0.25", function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.500000"),
+       function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.25")},
+      {"value:input=05->6", key, key},  // an input is no number
+      {"value:RATE=05->6 where function:ME1", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5") + key,
+       function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "6") + key},
+      {"value:RATE=5->6 where function:ME2", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5"),
+       function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5")},
+      {"value:5->\xE2\x86\x92", key, key, "lacks"},
+  };
+  for (const auto& [text, before, after, reason] : cases) {
+    const auto rule = RetargetRule::parse(text);
+    ASSERT_TRUE(rule) << text;
+    auto retarget = MacroRetarget::make(*rule, context());
+    ASSERT_TRUE(retarget) << text << ": " << retarget.failure().text;
+    const auto macro = Macro::read(macroOf(before));
+    const RetargetProposals proposals = retarget->propose(*macro);
+    const auto made = apply(*macro, MacroRetarget::editOf(proposals, std::vector(proposals.size(), true)));
+    ASSERT_TRUE(made) << text;
+    EXPECT_EQ(made->bytes(), macroOf(after)) << text;
+    EXPECT_EQ(proposals.size() - static_cast<std::size_t>(
+                                     std::count_if(proposals.begin(), proposals.end(),
+                                                   [](const RetargetProposal& p) { return p.possible(); })),
+              *reason ? 1U : 0U)
+        << text;
+    if (!proposals.empty()) {
+      EXPECT_THAT(proposals[0].reason, HasSubstr(reason)) << text;
+    }
+  }
+}
+
+// A finding at a command that is not changed itself must not be lost, and ticks change what is told.
+TEST_F(MacroRetargetTest, TellsWhatIsMadeWrongAndWhatIsMended) {
+  const auto macro = Macro::read(macroOf(function("QMF1.ME1.KEY1.FILL.SET", "INPUT", "5") +
+                                         function("QMF2.ME1.KEY1.FILL.SET", "INPUT", "5") +
+                                         function("QMF1.ME1.KEY1.CLIP.SET", "VALUE", "7")));
+  auto retarget = MacroRetarget::make(*RetargetRule::parse("destination:QMF1->QMF2"), context());
+  RetargetProposals proposals = retarget->propose(*macro);
+  ASSERT_EQ(proposals.size(), 2U);
+  ASSERT_EQ(proposals[0].made.size(), 1U) << "command 1 repeats command 0 now";
+  EXPECT_EQ(proposals[0].made[0].rule, CheckRule::kRepeated);
+  EXPECT_EQ(proposals[0].made[0].command, 1);
+  retarget->judge(*macro, proposals, {false, true});
+  EXPECT_TRUE(proposals[0].made.empty());
+  auto mending = MacroRetarget::make(*RetargetRule::parse("value:VALUE=7->0.7"), context());
+  proposals = mending->propose(*macro);
+  ASSERT_EQ(proposals.size(), 1U);
+  ASSERT_EQ(proposals[0].mended.size(), 1U);
+  EXPECT_EQ(proposals[0].mended[0].rule, CheckRule::kLimits);
+}
+
+TEST_F(MacroRetargetTest, HostileRulesEndWithAReason) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"", "begins with"},
+      {"colour:1->2", "begins with"},
+      {"source:5", "\"->\""},
+      {"source:5->6->7", "one \"->\""},
+      {"source:\"5->7", "no end"},
+      {"source:->7", "replaced is empty"},
+      {"value:=5->7", "parameter is empty"},
+      {"source:5->", "place is empty"},
+      {"source:5->5", "is there"},
+      {"source:5->\"Input 5\"", "is there"},
+      {"source:Nobody->7", "no source \"Nobody\""},
+      {"source:*->7", "\"*\""},
+      {"segment:ME1.->ME2", "segment of the rule is empty"},
+      {"destination:QMF5->QMF1", "neither"},
+      {"destination:QMF1->Workplace1", "gives way"},
+      {"source:5->7 where", "followed by a query"},
+      {"source:5->7 where a:b", "no field \"a\""},
+      {std::string("source:5->7\0", 12), "control"},
+      {"source:5->\xFF", "UTF-8"},
+      {"value:1->" + std::string(RetargetRule::kLongest, 'x'), "2000 bytes"},
+  };
+  for (const auto& [text, reason] : cases) {
+    const auto rule = RetargetRule::parse(text);
+    const auto made = rule ? MacroRetarget::make(*rule, context()) : Expected<MacroRetarget>(rule.failure());
+    ASSERT_FALSE(made) << text;
+    EXPECT_THAT(made.failure().text, HasSubstr(reason)) << text;
+  }
+  const auto typed = RetargetRule::parse(R"(value:"A B"="x->y = where z"->"" where "a where b")");
+  ASSERT_TRUE(typed);
+  EXPECT_EQ(typed->from, "x->y = where z");
+  EXPECT_EQ(RetargetRule::parse(typed->text()), *typed);
+  const RetargetRule built{.kind = RetargetRule::Kind::kValue, .from = "a\nb", .to = "c"};
+  EXPECT_FALSE(MacroRetarget::make(built, context())) << "what cannot be typed is no rule";
+}
+
+TEST(RetargetModelTest, ChangesExactlyTheTickedCommands) {
+  for (unsigned number = 0; number < 500; ++number) ASSERT_EQ(RetargetModel(number).check(), "") << number;
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,207 @@
+// Two workplaces beside each other, worked by keys and clicks as a person does it.
+#include <atomic>
+#include <condition_variable>
+#include <gmock/gmock.h>
+#include <mutex>
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include "review/DiskShelf.h"
+#include "tests/support/TestSite.h"
+#include "windows/WorkplacesWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data></data></macro>"; }
+
+// A folder that, while the test says so, is read by nobody before a cancel.
+class HangingShelf final : public MacroShelf {
+ public:
+  HangingShelf(const SiteRoot& root, MacroHistory& history, const std::atomic<bool>& hangs)
+      : disk_(root, history, "c:\\left"), hangs_(hangs) {}
+  std::string title() const override { return disk_.title(); }
+  MacroPlace place(MacroNumber number) const override { return disk_.place(number); }
+  Expected<std::vector<Held>> list() override { return disk_.list(); }
+  Expected<std::string> read(MacroNumber number) override {
+    if (hangs_) {
+      std::unique_lock guard(mutex_);
+      changed_.wait(guard, [this] { return cancelled_; });
+    }
+    return disk_.read(number);
+  }
+  Outcome writable() const override { return disk_.writable(); }
+  ShelfWrite write(MacroNumber number, std::string_view bytes, MacroChange change,
+                   const BeforeWrite& before) override {
+    return disk_.write(number, bytes, change, before);
+  }
+  ShelfWrite remove(MacroNumber number, const BeforeWrite& before) override {
+    return disk_.remove(number, before);
+  }
+  void cancel() override {
+    disk_.cancel();
+    const std::scoped_lock guard(mutex_);
+    cancelled_ = true;
+    changed_.notify_all();
+  }
+
+ private:
+  DiskShelf disk_;
+  const std::atomic<bool>& hangs_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool cancelled_ = false;
+};
+
+class WorkplacesWindowTest : public testing::Test {
+ protected:
+  WorkplacesWindowTest() {
+    write("left", 1, "One");
+    write("left", 2, "Two");
+    write("left", 3, "Three");
+    write("right", 1, "One");
+    write("right", 2, "Zwei");
+    write("right", 4, "Vier");
+    std::filesystem::create_directories(site_.root.resolve("c:\\right"));
+  }
+  ~WorkplacesWindowTest() override { delete window_; }
+
+  void write(const std::string& folder, int number, const std::string& name) const {
+    site_.write(file(folder, number), macro(name));
+  }
+  static std::string file(const std::string& folder, int number) {
+    return "c:\\" + folder + "\\" + macroFileName(MacroNumber::textOf(number));
+  }
+  std::vector<WorkplaceChoice> choices() {
+    return {{"left", [this] { return std::make_shared<HangingShelf>(site_.root, history_, hangs_); }},
+            {"right", [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\right"); }}};
+  }
+  void open() {
+    window_ =
+        new WorkplacesWindow({site_.root, [this] { return choices(); },
+                              [this](const std::vector<MacroPlace>& places) {
+                                asked_ = places.size();
+                                return mayWrite_;
+                              },
+                              [](const Failure& failure) { return QString::fromStdString(failure.text); }});
+    QObject::connect(window_, &WorkplacesWindow::written,
+                     [this](const MacroPlace& place) { written_.push_back(place.file); });
+    QObject::connect(window_, &WorkplacesWindow::copied,
+                     [this](const QString&, const std::vector<BatchTrace>& traces) { traces_ = traces; });
+    QObject::connect(window_, &WorkplacesWindow::compareWanted,
+                     [this](const WorkplaceChoice&, const WorkplaceChoice&, MacroNumber number) {
+                       compared_ = number.value();
+                     });
+    window_->present();
+    QApplication::setActiveWindow(window_);
+    settle();
+  }
+  void settle() const {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->busy(); }, 20'000));
+  }
+  template <class Widget>
+  Widget& find(const char* name) const {
+    return *window_->findChild<Widget*>(QLatin1String(name));
+  }
+  void click(const char* name) const { QTest::mouseClick(&find<QPushButton>(name), Qt::LeftButton); }
+  void check(const char* name) const {
+    auto& box = find<QCheckBox>(name);
+    QTest::mouseClick(&box, Qt::LeftButton, {}, {10, box.height() / 2});
+  }
+  std::vector<std::string> rows() const {
+    std::vector<std::string> texts;
+    const QAbstractItemModel& model = *find<QTableView>("table").model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      QStringList cells;
+      for (int column = 0; column < model.columnCount(); ++column)
+        cells << model.index(row, column).data().toString();
+      texts.push_back(cells.join('|').toStdString());
+    }
+    return texts;
+  }
+  // Presses a key in the row.
+  void press(int row, Qt::Key key) const {
+    auto& table = find<QTableView>("table");
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                      table.visualRect(table.model()->index(row, WorkplacesModel::kState)).center());
+    QTest::keyClick(&table, key);
+  }
+
+  TestSite site_;
+  MacroHistory history_{site_.root}, other_{site_.root};
+  std::atomic<bool> hangs_ = false;
+  bool mayWrite_ = true;
+  std::size_t asked_ = 0;
+  std::vector<std::string> written_;
+  std::vector<BatchTrace> traces_;
+  int compared_ = -1;
+  QPointer<WorkplacesWindow> window_;
+};
+
+TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
+  open();
+  EXPECT_THAT(rows(), ElementsAre("001|One|= same|One|", "002|Two|≈ renamed only|Zwei|",
+                                  "003|Three|← only left||", "004||→ only right|Vier|"));
+  check("onlyDifferences");
+  EXPECT_THAT(rows(), SizeIs(3));
+  press(0, Qt::Key_Return);
+  EXPECT_EQ(compared_, 2);
+  EXPECT_FALSE(find<QPushButton>("toRight").isEnabled());
+  press(1, Qt::Key_Space);
+  mayWrite_ = false;
+  click("toRight");
+  settle();
+  EXPECT_EQ(asked_, 1U);
+  EXPECT_EQ(site_.read(file("right", 3)), "<missing>") << "the user said no";
+  mayWrite_ = true;
+  click("tickDifferent");
+  write("right", 2, "Changed since");
+  click("toRight");
+  settle();
+  EXPECT_EQ(site_.read(file("right", 3)), macro("Three"));
+  EXPECT_EQ(site_.read(file("right", 2)), macro("Changed since"));
+  EXPECT_EQ(site_.read(file("right", 4)), macro("Vier")) << "what is only there stays";
+  EXPECT_THAT(written_, ElementsAre(file("right", 3)));
+  EXPECT_THAT(traces_, SizeIs(1));
+  EXPECT_THAT(find<QLabel>("told").text().toStdString(), HasSubstr("1 macros copied, 1 NOT copied"));
+  write("right", 2, "Zwei");
+  click("retry");
+  settle();
+  EXPECT_EQ(site_.read(file("right", 2)), macro("Two"));
+  EXPECT_THAT(traces_, SizeIs(1)) << "what was written before is an entry of its own";
+  click("again");
+  settle();
+  EXPECT_THAT(rows(), ElementsAre("004||→ only right|Vier|"));
+}
+
+// Whatever hangs in a thread: the window neither waits for it nor stays, and nothing of it is written.
+TEST_F(WorkplacesWindowTest, ClosingEndsWhatRunsFirst) {
+  open();
+  hangs_ = true;
+  click("again");
+  EXPECT_TRUE(window_->busy());
+  click("again");  // in place of what runs
+  hangs_ = false;
+  settle();
+  EXPECT_THAT(rows(), SizeIs(4));
+  click("tickDifferent");
+  hangs_ = true;
+  click("toRight");
+  EXPECT_TRUE(window_->busy());
+  window_->close();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isNull(); }, 20'000));
+  EXPECT_EQ(site_.read(file("right", 2)), macro("Zwei"));
+  EXPECT_EQ(site_.read(file("right", 3)), "<missing>");
+}
+
+}  // namespace
+}  // namespace tessaly

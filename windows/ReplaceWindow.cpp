@@ -1,0 +1,305 @@
+#include "windows/ReplaceWindow.h"
+
+#include <QHeaderView>
+#include <QShortcut>
+
+#include "platform/Text.h"
+#include "ui_ReplaceWindow.h"
+#include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
+#include "windows/ReplaceDelegate.h"
+#include "windows/ReviewWalk.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kCommandWidth = 170, kLineWidth = 310;  // pixels, to start with
+constexpr std::string_view kKeyEnd = ".upk";
+
+using Kind = RetargetRule::Kind;
+
+// On the worker's thread.
+class PreviewJob {
+ public:
+  PreviewJob(const SiteRoot& root, ReviewScope scope, MacroRetarget retarget)
+      : root_(root), scope_(std::move(scope)), retarget_(std::move(retarget)) {}
+
+  Outcome run(ReviewWork<FoundReplacement>::Report& report) {
+    return walkScope(root_, scope_,
+                     {.open =
+                          [&](const OpenContent& open) {
+                            if (const auto* macro = std::get_if<Macro>(&open.content))
+                              add(report, open.place, *macro);
+                          },
+                      .folder = [] {},
+                      .stored =
+                          [&](ReviewedPlace place, const std::string& file, Expected<std::string> bytes) {
+                            if (!endsWithNoCase(file, kKeyEnd))
+                              look(report, std::move(place), std::move(bytes));
+                          },
+                      .progress = [&](std::size_t done, std::size_t of) { report.progress(done, of); }},
+                     report.stop());
+  }
+
+ private:
+  using Report = ReviewWork<FoundReplacement>::Report;
+
+  void look(Report& report, ReviewedPlace place, Expected<std::string> bytes) {
+    const auto macro = bytes ? Macro::read(*std::move(bytes)) : Expected<Macro>(bytes.failure());
+    if (!macro) {
+      const QString why = ReplaceWindow::tr("cannot be read: %1").arg(shown(macro.failure().text));
+      report.add({std::move(place), std::nullopt, why});
+      return;
+    }
+    if (place.name.empty()) place.name = macro->name().value_or("");
+    add(report, std::move(place), *macro);
+  }
+
+  void add(Report& report, ReviewedPlace place, const Macro& macro) {
+    RetargetProposals proposals = retarget_.propose(macro);
+    if (proposals.empty()) return;
+    RetargetedMacro changed(place.place, macro, std::move(proposals));
+    report.add({std::move(place), std::move(changed), {}});
+  }
+
+  const SiteRoot& root_;
+  const ReviewScope scope_;
+  MacroRetarget retarget_;
+};
+
+}  // namespace
+
+ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
+    : ReviewWindow(tr("Replace in macros"), owner),
+      surroundings_(std::move(surroundings)),
+      ui_(std::make_unique<Ui::ReplaceWindow>()),
+      reading_([this](std::vector<FoundReplacement> found,
+                      Reading::Progress progress) { take(std::move(found), progress); },
+               [this](const Outcome& outcome) { endReading(outcome); }),
+      writing_(
+          [this](std::vector<ReplacedBatch> done, Writing::Progress) {
+            for (ReplacedBatch& batch : done) written_ = std::move(batch);
+          },
+          [this](const Outcome& outcome) { endWriting(outcome); }) {
+  ui_->setupUi(this);
+  setUpFields();
+  setUpTable();
+  ui_->scope->setSource(surroundings_.scopes);
+  ui_->scope->choose(ReviewScope::Kind::kApplication);
+  keepSpaceWhenHidden({ui_->progress, ui_->cancel});
+  connect(ui_->preview, &QPushButton::clicked, this, &ReplaceWindow::preview);
+  connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this,
+          &ReplaceWindow::preview);
+  connect(ui_->cancel, &QPushButton::clicked, this, &ReplaceWindow::cancel);
+  connect(ui_->replace, &QPushButton::clicked, this, &ReplaceWindow::replace);
+  connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
+  connect(&model_, &ReplaceModel::tickedChanged, this, &ReplaceWindow::showControls);
+  showControls();
+  ui_->from->setFocus();
+}
+
+ReplaceWindow::~ReplaceWindow() = default;
+
+void ReplaceWindow::setUpFields() {
+  ui_->kind->addItem(tr("Destination"), static_cast<int>(Kind::kDestination));
+  ui_->kind->addItem(tr("Segment"), static_cast<int>(Kind::kSegment));
+  ui_->kind->addItem(tr("Source"), static_cast<int>(Kind::kSource));
+  ui_->kind->addItem(tr("Value"), static_cast<int>(Kind::kValue));
+  connect(ui_->kind, &QComboBox::currentIndexChanged, this, [this] { compose(); });
+  for (QLineEdit* field : {ui_->parameter, ui_->from, ui_->to, ui_->where}) {
+    connect(field, &QLineEdit::textEdited, this, &ReplaceWindow::compose);
+    connect(field, &QLineEdit::returnPressed, this, &ReplaceWindow::preview);
+  }
+  // What is typed there is no longer what the fields put together.
+  connect(ui_->rule, &QLineEdit::textEdited, this, [this] {
+    for (QLineEdit* field : {ui_->parameter, ui_->from, ui_->to, ui_->where}) field->clear();
+    ui_->problem->clear();
+  });
+  connect(ui_->rule, &QLineEdit::returnPressed, this, &ReplaceWindow::preview);
+  compose();
+}
+
+void ReplaceWindow::setUpTable() {
+  new ListFinder(*ui_->changes);
+  ui_->changes->setModel(&model_);
+  ui_->changes->setItemDelegate(new ReplaceDelegate(this));
+  QHeaderView& header = *ui_->changes->header();
+  header.resizeSection(ReplaceModel::kCommand, kCommandWidth);
+  header.resizeSection(ReplaceModel::kBefore, kLineWidth);
+  header.resizeSection(ReplaceModel::kAfter, kLineWidth);
+  connect(ui_->changes, &QTreeView::activated, this, &ReplaceWindow::openCurrent);
+  // Whatever column was clicked last.
+  connect(new QShortcut(Qt::Key_Space, ui_->changes, nullptr, nullptr, Qt::WidgetShortcut),
+          &QShortcut::activated, this, [this] {
+            const QModelIndex tick = ui_->changes->currentIndex().siblingAtColumn(ReplaceModel::kCommand);
+            const bool on = model_.data(tick, Qt::CheckStateRole).toInt() == Qt::Checked;
+            model_.setData(tick, on ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+          });
+}
+
+// The rule as the fields tell it.
+void ReplaceWindow::compose() {
+  const auto kind = static_cast<Kind>(ui_->kind->currentData().toInt());
+  ui_->parameter->setEnabled(kind == Kind::kValue);
+  const auto text = [](const QLineEdit* field) { return field->text().trimmed().toStdString(); };
+  const RetargetRule rule{.kind = kind,
+                          .parameter = kind == Kind::kValue ? text(ui_->parameter) : std::string(),
+                          .from = text(ui_->from),
+                          .to = text(ui_->to),
+                          .where = text(ui_->where)};
+  const bool empty = rule.from.empty() && rule.to.empty();
+  ui_->rule->setText(empty ? QString() : QString::fromStdString(rule.text()));
+  ui_->problem->clear();
+}
+
+Expected<MacroRetarget> ReplaceWindow::retarget() const {
+  const auto rule = RetargetRule::parse(ui_->rule->text().toStdString());
+  if (!rule) return rule.failure();
+  return MacroRetarget::make(*rule, surroundings_.knowledge());
+}
+
+void ReplaceWindow::preview() {
+  if (writing()) return;
+  auto made = retarget();
+  ui_->problem->setText(made ? QString() : shown(made.failure().text));
+  if (!made) return;
+  model_.clear();
+  seen_ = 0;
+  const auto scope = ui_->scope->current();
+  if (!scope) {
+    tell(tr("There is nothing to look at: choose a macro or a folder in a pane first."));
+    return;
+  }
+  what_ = scope->title;
+  rule_ = ui_->rule->text().toStdString();
+  tell({});
+  const auto job = std::make_shared<PreviewJob>(surroundings_.root, *scope, *std::move(made));
+  ui_->progress->setRange(0, 0);
+  reading_.start([job](Reading::Report& report) { return job->run(report); });
+  showControls();
+}
+
+void ReplaceWindow::take(std::vector<FoundReplacement> found, Reading::Progress progress) {
+  const int before = model_.rowCount();
+  for (FoundReplacement& one : found) {
+    if (!one.macro) continue;
+    const bool somewhere = !one.place.place.file.empty() || !one.place.place.address.empty();
+    one.leftOut =
+        somewhere ? surroundings_.leftOut(one.place.place) : tr("left out: it has no place of its own yet");
+  }
+  model_.add(std::move(found));
+  for (int row = before; row < model_.rowCount(); ++row) ui_->changes->expand(model_.index(row, 0));
+  seen_ = progress.done;
+  ui_->progress->setMaximum(static_cast<int>(progress.of));
+  ui_->progress->setValue(static_cast<int>(progress.done));
+}
+
+void ReplaceWindow::endReading(const Outcome& outcome) {
+  showControls();
+  if (!ui_->changes->currentIndex().isValid()) ui_->changes->setCurrentIndex(model_.index(0, 0));
+  if (outcome)
+    tell(summary());
+  else if (outcome.failure().kind == Failure::Kind::kCancelled)
+    tell(tr("Cancelled. %1").arg(summary()));
+  else
+    tell(tr("NOT looked at: %1 (%2)").arg(what_, surroundings_.failureText(outcome.failure())));
+}
+
+QString ReplaceWindow::summary() const {
+  const QString seen = tr("%n macros looked at", nullptr, static_cast<int>(seen_));
+  if (model_.rowCount() == 0) return tr("Nothing found: %1 in %2.").arg(seen, what_);
+  QString text =
+      tr("%1 can be changed; %2 in %3.").arg(tr("%n commands", nullptr, model_.ticked()), seen, what_);
+  if (const int count = model_.impossible(); count > 0)
+    text = tr("%1 %2").arg(text, tr("%n commands cannot.", nullptr, count));
+  return text;
+}
+
+void ReplaceWindow::replace() {
+  if (reading_.running() || writing() || model_.ticked() == 0) return;
+  std::vector<BatchItem> batch;
+  items_.clear();
+  for (std::size_t i = 0; i < model_.macros().size(); ++i) {
+    const FoundReplacement& one = model_.macros()[i];
+    if (!one.macro || one.macro->tickedCount() == 0) continue;
+    // The panes may show more than they did for the preview.
+    const QString leftOut = surroundings_.leftOut(one.place.place);
+    auto item = one.macro->item();
+    if (!leftOut.isEmpty() || !item) {
+      tell(tr("NOTHING was replaced: %1 (%2)")
+               .arg(shown(one.place.title()),
+                    leftOut.isEmpty() ? surroundings_.failureText(item.failure()) : leftOut));
+      return;
+    }
+    batch.push_back(*std::move(item));
+    items_.push_back(i);
+  }
+  written_ = {};
+  tell(tr("Writing %n macros...", nullptr, static_cast<int>(batch.size())));
+  ui_->progress->setRange(0, 0);
+  writing_.start(
+      [job = surroundings_.job("replace " + rule_, std::move(batch))](Writing::Report& report) -> Outcome {
+        auto done = job(report.stop());
+        if (!done) return done.failure();
+        report.add(*std::move(done));
+        return {};
+      });
+  showControls();
+}
+
+void ReplaceWindow::endWriting(const Outcome& outcome) {
+  const auto why = [&]() -> std::optional<Failure> {
+    if (!outcome) return outcome.failure();
+    return written_.failed ? std::optional(written_.rows[*written_.failed].why) : std::nullopt;
+  }();
+  for (std::size_t i = 0; i < written_.rows.size(); ++i) {
+    const MacroBatch::Row& row = written_.rows[i];
+    const bool putBack = row.state == MacroBatch::Row::State::kAsBefore && written_.failed != i;
+    model_.setOutcome(items_[i], row.done() ? tr("replaced")
+                                 : putBack  ? tr("as before")
+                                            : tr("NOT replaced: %1").arg(surroundings_.failureText(row.why)));
+  }
+  const int count = static_cast<int>(written_.traces.size());
+  const QString done =
+      tr("Replaced in %n macros; \"Undo\" in the menu \"Macro\" takes it back.", nullptr, count);
+  if (!why)
+    tell(done);
+  else if (count > 0)
+    tell(tr("%1 NOT in the others: %2").arg(done, surroundings_.failureText(*why)));
+  else
+    tell(tr("NOTHING was replaced: %1").arg(surroundings_.failureText(*why)));
+  if (count > 0) emit replaced(tr("replacement in %n macros", nullptr, count), written_.traces);
+  showControls();
+  if (closing_) close();
+}
+
+void ReplaceWindow::cancel() {
+  reading_.cancel();
+  writing_.cancel();
+}
+
+void ReplaceWindow::reject() {
+  cancel();
+  closing_ = writing();
+  if (!closing_) ReviewWindow::reject();
+}
+
+void ReplaceWindow::openCurrent() {
+  const QModelIndex index = ui_->changes->currentIndex();
+  const auto macro = model_.macroOf(index);
+  const RetargetProposal* proposal = model_.proposal(index);
+  if (macro) emit openWanted(ReviewedPlace(model_.macros()[*macro].place), proposal ? proposal->command : -1);
+}
+
+void ReplaceWindow::tell(const QString& text) { ui_->outcome->setText(text); }
+
+void ReplaceWindow::showControls() {
+  const bool working = reading_.running() || writing();
+  ui_->progress->setVisible(working);
+  ui_->cancel->setVisible(working);
+  ui_->changes->setEnabled(!writing());
+  ui_->replace->setEnabled(!working && model_.ticked() > 0);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <utility>
+#include <vector>
+
+#include <QLineEdit>
+
+#include "windows/ReplaceModel.h"
+#include "windows/ReviewWindow.h"
+#include "windows/ReviewWork.h"
+
+namespace Ui {
+class ReplaceWindow;
+}
+
+namespace tessaly {
+
+// Writes a batch on another thread. What is to stop is put back as far as it was written.
+using ReplaceJob = std::function<Expected<ReplacedBatch>(const std::stop_token& stop)>;
+
+// What the window works with; the reference outlives it.
+struct ReplaceSurroundings {
+  const SiteRoot& root;
+  std::function<CheckContext()> knowledge;  // what it refers to outlives the window
+  std::function<std::vector<ReviewScope>()> scopes;
+  // Why a macro is left out just now, as one that a pane shows with unsaved changes; empty otherwise.
+  std::function<QString(const MacroPlace& place)> leftOut;
+  // To write them: files all or none.
+  std::function<ReplaceJob(const std::string& title, std::vector<BatchItem> items)> job;
+  std::function<QString(const Failure& failure)> failureText;
+};
+
+// Replaces in many macros by a rule (docs/replace.md), which is typed or put together from fields: first a
+// preview with a tick a command, and then one batch. Reads and writes on threads of its own; while it writes
+// it does not close, but cancels. GUI thread.
+class ReplaceWindow : public ReviewWindow {
+  Q_OBJECT
+
+ public:
+  explicit ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner = nullptr);
+  ~ReplaceWindow() override;
+
+  // What became of what the user wanted.
+  void tell(const QString& text);
+  [[nodiscard]] bool writing() const { return writing_.running(); }
+  // Gives up what is under way.
+  void cancel();
+
+ public slots:
+  void reject() override;
+
+ signals:
+  void openWanted(const tessaly::ReviewedPlace& place, int command);
+  // A batch has written these, and can be undone as one.
+  void replaced(const QString& name, const std::vector<tessaly::BatchTrace>& traces);
+
+ private:
+  using Reading = ReviewWork<FoundReplacement>;
+  using Writing = ReviewWork<ReplacedBatch>;
+
+  void setUpFields();
+  void setUpTable();
+  void compose();
+  [[nodiscard]] Expected<MacroRetarget> retarget() const;
+  void preview();
+  void take(std::vector<FoundReplacement> found, Reading::Progress progress);
+  void endReading(const Outcome& outcome);
+  void replace();
+  void endWriting(const Outcome& outcome);
+  void openCurrent();
+  void showControls();
+  [[nodiscard]] QString summary() const;
+
+  const ReplaceSurroundings surroundings_;
+  std::unique_ptr<Ui::ReplaceWindow> ui_;
+  ReplaceModel model_;
+  QString what_;  // was looked at
+  std::string rule_;
+  std::size_t seen_ = 0;
+  std::vector<std::size_t> items_;  // the macros that are being written
+  ReplacedBatch written_;
+  bool closing_ = false;  // once nothing is written any more
+  Reading reading_;
+  Writing writing_;
+};
+
+}  // namespace tessaly
