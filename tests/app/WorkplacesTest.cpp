@@ -1,0 +1,86 @@
+// Copying many macros from the main window: the panes, the undo and the next start go along.
+#include <gmock/gmock.h>
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+
+#include "review/BatchJournal.h"
+#include "tests/app/PanelWindowFixture.h"
+#include "windows/WorkplacesWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
+constexpr const char* kWorkingCopyB = "c:\\programme\\RV48\\bin\\MacroFid\\tempB.mac";
+
+// Pane A on the harddisk, pane B on the panel, with macro 7 open.
+class WorkplacesTest : public PanelWindowTest {
+ protected:
+  WorkplacesTest() {
+    fixture_.site.write(macroFile(kFolder, 7), kCopied);
+    driver().choose(a_.applications, "Evening News");
+    driver().choose(a_.macros, "001");
+    connectPane(Pane::kB, first_);
+    chooseWorkplace(Pane::kB, 1, "007 - Two");
+    driver().choose(b_.macros, "007");
+  }
+
+  WorkplacesWindow& open() {
+    QApplication::setActiveWindow(fixture_.window.get());
+    QTest::keyClick(fixture_.window.get(), Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    auto* const window = fixture_.window->findChild<WorkplacesWindow*>();
+    if (window == nullptr) throw std::runtime_error("no window of workplaces");
+    settle(*window);
+    return *window;
+  }
+  static void settle(const WorkplacesWindow& window) {
+    WindowDriver::waitFor([&] { return !window.busy(); }, "the workplaces");
+  }
+  static void click(const WorkplacesWindow& window, const char* name) {
+    QTest::mouseClick(window.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+    settle(window);
+  }
+
+  const std::string kCopied = Panel::macro("Copied", {"QMF1.ME1.KEY1.ON.SET"});
+};
+
+TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
+  const WorkplacesWindow& window = open();
+  click(window, "tickDifferent");
+  click(window, "toRight");
+  EXPECT_EQ(first_.read(1, "007"), kCopied);
+  EXPECT_EQ(first_.read(1, "001"), fixture_.site.read(macroFile(kFolder, 1)));
+  WindowDriver::waitFor([&] { return fixture_.site.read(kWorkingCopyB) == kCopied; }, "pane B to follow");
+
+  const QAction* const undo = fixture_.window->menuBar()->actions().front()->menu()->actions().front();
+  EXPECT_THAT(undo->text().toStdString(), HasSubstr("copy of "));
+  QApplication::setActiveWindow(fixture_.window.get());
+  QTest::keyClick(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+  EXPECT_EQ(first_.read(1, "001"), "<missing>");
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("undone: copy of "));
+  EXPECT_EQ(fixture_.site.read(kWorkingCopyB), kTwoFunctions);
+}
+
+TEST_F(WorkplacesTest, TheStartEndsWhatWasCutShort) {
+  BatchRecord record{"replacement", MacroBatch::Mode::kAllOrNone, MacroChange::kEdit, {}, {}, {}, false};
+  const std::string before = fixture_.site.read(macroFile(kFolder, 1));
+  record.items.push_back({{macroFile(kFolder, 1), {}, 0, {}}, kCopied, HeldContent::of(before)});
+  record.olds.emplace_back(before);
+  ASSERT_TRUE(BatchJournal::begin(fixture_.site.root, record));
+  fixture_.open();
+  WindowDriver::waitFor(
+      [&] {
+        return fixture_.status().contains(
+            QStringLiteral("\"replacement\" was cut short, and has been ended"));
+      },
+      "the recovery to be told");
+  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 1)), kCopied);
+}
+
+}  // namespace
+}  // namespace tessaly
