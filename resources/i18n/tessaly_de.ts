@@ -1816,12 +1816,12 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>Befehl %1: %2</translation>
     </message>
     <message>
-        <source>Send Anyway</source>
-        <translation>Trotzdem senden</translation>
-    </message>
-    <message>
         <source>Show</source>
         <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Send it all the same?</source>
+        <translation>Trotzdem senden?</translation>
     </message>
 </context>
 <context>
