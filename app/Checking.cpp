@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <QMessageBox>
-#include <QPushButton>
 
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
@@ -22,13 +20,12 @@ constexpr int kErrorsTold = 5;  // in the question before a send
 }  // namespace
 
 Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, int frameRate,
-                   ReviewPlaces& places, EventGate& gate, QWidget* window)
+                   ReviewPlaces& places, QWidget* window)
     : panes_(panes),
       site_(site),
       knowledge_(knowledge),
       frameRate_(frameRate),
       places_(places),
-      gate_(gate),
       window_(window),
       marks_(panes) {
   connect(&marks_, &CheckMarks::found, this, &Checking::follow);
@@ -121,22 +118,17 @@ bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
       break;
     }
     lines << (finding.command < 0
-                  ? wrongText(finding)
-                  : tr("command %1: %2").arg(QString::number(finding.command + 1), wrongText(finding)));
+                  ? wrongInWindow(finding)
+                  : tr("command %1: %2").arg(QString::number(finding.command + 1), wrongInWindow(finding)));
   }
-  const EventGate::Hold hold(&gate_);
-  QMessageBox box(QMessageBox::Warning, QLatin1String(kProgramName), lines.join(QLatin1Char('\n')),
-                  QMessageBox::Cancel, window_);
-  box.setTextFormat(Qt::PlainText);
-  auto* send = box.addButton(tr("Send Anyway"), QMessageBox::AcceptRole);
-  const auto* look = box.addButton(tr("Show"), QMessageBox::ActionRole);
-  box.setDefaultButton(send);
-  box.exec();
-  if (box.clickedButton() == look) {
+  lines << QString() << tr("Send it all the same?");
+  const MessageChoice choice =
+      site_.messages.choose(lines.join(QLatin1Char('\n')).toStdString(), tr("Show").toStdString());
+  if (choice == MessageChoice::kOther) {
     places_.setActive(pane);
     list(ReviewScope::Kind::kPane);
   }
-  return box.clickedButton() == send;
+  return choice == MessageChoice::kOk;
 }
 
 }  // namespace tessaly

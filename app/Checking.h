@@ -6,7 +6,6 @@
 #include <QPointer>
 
 #include "app/CheckMarks.h"
-#include "app/EventGate.h"
 #include "windows/ReviewScope.h"
 
 namespace tessaly {
@@ -23,7 +22,7 @@ class Checking : public QObject {
  public:
   // Observes all; `frameRate` in frames a second.
   Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, int frameRate,
-           ReviewPlaces& places, EventGate& gate, QWidget* window);
+           ReviewPlaces& places, QWidget* window);
   ~Checking() override;
 
   // Once the dictionary is there.
@@ -54,7 +53,6 @@ class Checking : public QObject {
   LineContext knowledge_;
   int frameRate_;
   ReviewPlaces& places_;
-  EventGate& gate_;
   QWidget* window_;
   CheckMarks marks_;
   QPointer<CheckWindow> list_;

@@ -196,24 +196,4 @@ QString Comparisons::take(Pane pane, const CompareTake& take) {
   return done.written() ? QString() : failureText(done.failure());
 }
 
-QMenu* addCompareMenu(QMenuBar& bar, const CompareChoices& choices) {
-  // The letters before are keys of the panes or of other menus.
-  QMenu* menu = bar.addMenu(Comparisons::tr("Comp&are"));
-  const auto add = [&](const QString& text, const QKeySequence& keys,
-                       const std::function<void(Comparisons&)>& compare) {
-    QAction* const entry = menu->addAction(text);
-    entry->setShortcut(keys);
-    QObject::connect(entry, &QAction::triggered, menu, [compare, comparisons = choices.comparisons] {
-      if (Comparisons* const ready = comparisons()) compare(*ready);
-    });
-  };
-  add(Comparisons::tr("&What Have I Changed?"), Qt::CTRL | Qt::SHIFT | Qt::Key_D,
-      [pane = choices.keyboardPane](Comparisons& ready) { ready.compareWithTarget(pane()); });
-  add(Comparisons::tr("&Both Panes"), Qt::CTRL | Qt::SHIFT | Qt::Key_B,
-      [](Comparisons& ready) { ready.comparePanes(); });
-  add(Comparisons::tr("With a &Version of the History..."), {},
-      [history = choices.history](Comparisons&) { history(); });
-  return menu;
-}
-
 }  // namespace tessaly

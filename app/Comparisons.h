@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include <QMenuBar>
+#include <QPointer>
 #include <QThreadPool>
 
 #include "app/ComparedPlace.h"
@@ -62,13 +62,5 @@ class Comparisons : public QObject {
   std::map<std::string, Opened> opened_;  // by what they compare
   QThreadPool pool_;
 };
-
-// The menu "Compare".
-struct CompareChoices {
-  std::function<Comparisons*()> comparisons;  // null while nothing can be compared
-  std::function<Pane()> keyboardPane;
-  std::function<void()> history;
-};
-QMenu* addCompareMenu(QMenuBar& bar, const CompareChoices& choices);
 
 }  // namespace tessaly

@@ -7,12 +7,9 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
-#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
-#include "app/ReviewMenu.h"
-#include "app/ReviewPlaces.h"
-#include "app/Searching.h"
+#include "app/Replacements.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
 #include "app/ViewMenu.h"
@@ -55,7 +52,6 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
       transfer_(context.panelMacros, gate_, this),
       transfers_(transfer_, context.site, panelNames_) {
   layOut();
-  addMenu();
   bridge_.setSource([this](Pane pane) { return connection_.source(pane) == PaneSource::kPanel; });
   connection_.setDemo(context.demo);
   connection_.setConnectTimeOut(context.connectTimeOut);
@@ -90,25 +86,11 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);
-  snapshots_ = std::make_unique<Snapshots>(rooms, context.site, context.history, connection_, transfer_,
-                                           *open_, context.client, this);
-  comparisons_ = std::make_unique<Comparisons>(rooms, context.site, transfers_, gate_, lines_, this);
-  comparisons_->connectTo(*open_, *historyOperations_);
-  places_ = std::make_unique<ReviewPlaces>(rooms, context_.site, connection_, *open_, *loose_, gate_, this);
-  checking_ =
-      std::make_unique<Checking>(rooms, context_.site, lines_, settings_.frameRate, *places_, gate_, this);
-  searching_ = std::make_unique<Searching>(context_.site, lines_, *places_, this);
-  if (!context_.demo)
-    places_->setPanelReader([this](const std::string& address, int workplace) {
-      return readingShelf(context_.panelMacros, context_.client, context_.history, address, workplace);
-    });
-  replacements_ = std::make_unique<Replacements>(context_.site, lines_, settings_.frameRate, *places_, *open_,
-                                                 gate_, this);
-  connectReview();
-  workplaces_ =
-      std::make_unique<Workplaces>(Workplaces::Surroundings{rooms, context.site, connection_, transfer_,
-                                                            gate_, *open_, *macroUndo_, lines_},
-                                   Shelves(context.site.root, context.client, context.panelMacros), this);
+  desk_ = std::make_unique<ReviewDesk>(
+      ReviewDesk::Surroundings{context_, rooms, lines_, settings_.frameRate, connection_, transfer_,
+                               transfers_, gate_, *open_, *loose_, *macroUndo_, *historyOperations_},
+      this);
+  addMenu();
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -117,8 +99,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   }
   connect(loose_.get(), &LooseMacros::changed, this, &MainWindow::updateControls);
   connect(open_.get(), &OpenMacros::macroChosen, update_.get(), &ValueUpdate::endBusy);
-  connect(workplaces_.get(), &Workplaces::said, this, &MainWindow::say);
-  connect(replacements_.get(), &Replacements::replaced, macroUndo_.get(), &MacroUndo::noteBatch);
+  connect(desk_.get(), &ReviewDesk::changed, this, &MainWindow::updateControls);
+  connect(desk_.get(), &ReviewDesk::findingsChanged, this, &MainWindow::showFinding);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
   connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
     macroMenu_->showUndo(macroUndo_->next());
@@ -134,6 +116,8 @@ MainWindow::~MainWindow() {
   // Nothing may arrive while the parts that take it go, one after the other.
   subscriptions_.dropAll();
   disconnect(qApp, nullptr, this, nullptr);
+  // A path that has the keyboard tells that it was left when its field goes, which is after all of them.
+  for (const Pane pane : kPanes) room(pane).view->disconnect();
 }
 
 void MainWindow::layOut() {
@@ -185,60 +169,12 @@ void MainWindow::switchPane() {
 void MainWindow::followKeyboard(const QWidget* to) {
   for (const Pane pane : kPanes)
     if (room(pane).view->isAncestorOf(to)) keyboardPane_ = pane;
-  if (places_) places_->setActive(keyboardPane_);
+  desk_->setActive(keyboardPane_);
   showSteps();
   showFinding();
 }
 
-void MainWindow::showFinding() {
-  if (checking_) ui_->strip->showFinding(checking_->selectedText());
-}
-
-void MainWindow::connectReview() {
-  auto* menu = new ReviewMenu(this);
-  menuBar()->insertMenu(viewMenu_->menuAction(), menu);
-  connect(menu, &ReviewMenu::checkPressed, checking_.get(), [this] {
-    if (loaded_) checking_->open();
-  });
-  connect(menu, &ReviewMenu::searchPressed, searching_.get(), [this] {
-    if (loaded_) searching_->open();
-  });
-  connect(menu, &ReviewMenu::whereUsedPressed, this, &MainWindow::openWhereUsed);
-  for (const Pane pane : kPanes)
-    connect(room(pane).view, &MacroPane::commandMenuOpens, searching_.get(), [this, pane](QMenu* all) {
-      if (const MacroCommand* command = room(pane).state->selectedCommand())
-        searching_->addWhereUsed(*all->addMenu(tr("&Where Used")), *command);
-    });
-  connect(menu, &ReviewMenu::replacePressed, replacements_.get(), [this] {
-    if (loaded_) replacements_->open();
-  });
-  connect(places_.get(), &ReviewPlaces::said, this, &MainWindow::say);
-  connect(places_.get(), &ReviewPlaces::changed, this, &MainWindow::updateControls);
-  connect(checking_.get(), &Checking::said, this, &MainWindow::say);
-  connect(checking_.get(), &Checking::findingsChanged, this, &MainWindow::showFinding);
-  connectSends();
-}
-
-// The choice at the command that is selected in the pane with the keyboard.
-void MainWindow::openWhereUsed() {
-  const PaneRoom& here = room(keyboardPane_);
-  const MacroCommand* command = loaded_ ? here.state->selectedCommand() : nullptr;
-  if (command == nullptr) {
-    say(tr("\"Where Used\" looks for what a command names: select one first"));
-    return;
-  }
-  auto* menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  searching_->addWhereUsed(*menu, *command);
-  menu->popup(here.view->placeOfSelected());
-  menu->setActiveAction(menu->actions().constFirst());
-}
-
-void MainWindow::connectSends() {
-  open_->setSendQuestion([this](const Macro& macro, const QString& name, Pane pane) {
-    return checking_->maySend(macro, name, pane);
-  });
-}
+void MainWindow::showFinding() { ui_->strip->showFinding(desk_->findingText()); }
 
 void MainWindow::showSteps() {
   if (!loaded_) return;
@@ -258,15 +194,6 @@ void MainWindow::addMenu() {
   connect(macroMenu_, &MacroMenu::saveAsPressed, this, [this] {
     if (loaded_) loose_->saveAs(keyboardPane_);
   });
-  connect(macroMenu_, &MacroMenu::saveSnapshotPressed, this, [this] {
-    if (loaded_) snapshots_->save(keyboardPane_);
-  });
-  connect(macroMenu_, &MacroMenu::openSnapshotPressed, this, [this] {
-    if (loaded_) snapshots_->open(keyboardPane_);
-  });
-  connect(macroMenu_, &MacroMenu::restoreSnapshotPressed, this,
-          [this] { snapshots_->restore(keyboardPane_); });
-  connect(macroMenu_, &MacroMenu::closeSnapshotPressed, this, [this] { snapshots_->close(keyboardPane_); });
   connect(macroMenu_, &MacroMenu::sitePressed, this, &MainWindow::siteWanted);
   editMenu_ = new EditMenu(this);
   menuBar()->addMenu(editMenu_);
@@ -275,11 +202,8 @@ void MainWindow::addMenu() {
   connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
-  QMenu* const compare =
-      addCompareMenu(*menuBar(), {[this] { return loaded_ ? comparisons_.get() : nullptr; },
-                                  [this] { return keyboardPane_; }, [this] { historyOperations_->open(); }});
-  addWorkplacesAction(*compare, [this] { return loaded_ ? workplaces_.get() : nullptr; });
-  viewMenu_ = addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
+  desk_->addMenus(*menuBar(), *macroMenu_);
+  addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   QAction* about = help->addAction(QLatin1String(kAboutCommand));
   about->setData(kAboutCommandId);
@@ -358,7 +282,7 @@ void MainWindow::connectStrip() {
   connect(runs_.get(), &CommandRuns::said, this, &MainWindow::say);
   connect(loose_.get(), &LooseMacros::said, this, &MainWindow::say);
   connect(historyOperations_.get(), &HistoryOperations::said, this, &MainWindow::say);
-  connect(snapshots_.get(), &Snapshots::said, this, &MainWindow::say);
+  connect(desk_.get(), &ReviewDesk::said, this, &MainWindow::say);
   connect(recovery_.get(), &Recovery::said, this, &MainWindow::say);
   connect(steps_.get(), &StepOperations::said, this, &MainWindow::say);
   connect(update_.get(), &ValueUpdate::said, this, &MainWindow::say);
@@ -414,7 +338,7 @@ void MainWindow::keepState() {
 
 bool MainWindow::end() {
   transfer_.cancel();
-  if (const bool ended = workplaces_->end(); !ended || transfer_.busy()) return false;
+  if (const bool ended = desk_->end(); !ended || transfer_.busy()) return false;
   keepState();
   connection_.close();
   return true;
@@ -450,11 +374,11 @@ void MainWindow::dictionaryLoaded() {
       room(pane).browser->showCommands();
   }
   room(Pane::kA).view->revealHarddiskButton();
-  checking_->begin();
+  desk_->begin();
   updateControls();
   room(Pane::kA).view->applications().setFocus();
   recovery_->offer();
-  workplaces_->start();
+  desk_->endUnfinished();
 }
 
 PaneSituation MainWindow::situation(Pane pane) const {
@@ -506,7 +430,7 @@ void MainWindow::watchConnection() {
         : reason.isEmpty()  ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason));
   }
-  workplaces_->look();
+  desk_->look();
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
@@ -553,7 +477,7 @@ bool MainWindow::mayClose() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (const bool ended = workplaces_->end(); !ended || transfer_.busy()) {
+  if (const bool ended = desk_->end(); !ended || transfer_.busy()) {
     // What runs is given up first; the window closes as soon as its handler has returned.
     transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);

@@ -9,7 +9,6 @@
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
-#include "app/Comparisons.h"
 #include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
@@ -24,13 +23,10 @@
 #include "app/PanelBridge.h"
 #include "app/PanelTransfer.h"
 #include "app/Recovery.h"
-#include "app/Replacements.h"
-#include "app/ReviewMenu.h"
-#include "app/ReviewPlaces.h"
-#include "app/Snapshots.h"
+#include "app/ReviewDesk.h"
 #include "app/StepOperations.h"
 #include "app/ValueUpdate.h"
-#include "app/Workplaces.h"
+#include "app/WindowContext.h"
 #include "model/MacroHistory.h"
 #include "model/Settings.h"
 #include "values/SourceNames.h"
@@ -40,23 +36,6 @@ class MainWindow;
 }
 
 namespace tessaly {
-
-class Checking;
-class ReviewPlaces;
-class Searching;
-
-// What the window works with; owned by the application, which outlives the window.
-struct WindowContext {
-  SiteAccess site;
-  const FunctionDictionary& dictionary;  // read only after the 0x401 message
-  DecodingLists& decodingLists;
-  PanelClient& client;
-  PanelMacros& panelMacros;
-  MacroHistory& history;
-  bool demo = false;
-  Preferences* preferences = nullptr;  // of the user; may be missing
-  std::chrono::milliseconds connectTimeOut = kConnectTimeOut;
-};
 
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
 // rules are those of Browser, MacroOperations and the connection.
@@ -105,9 +84,6 @@ class MainWindow : public QMainWindow {
   void followKeyboard(const QWidget* to);
   void showSteps();
   void showFinding();
-  void connectReview();
-  void openWhereUsed();
-  void connectSends();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
@@ -137,7 +113,6 @@ class MainWindow : public QMainWindow {
   QLabel* loadingNotice_ = nullptr;
   MacroMenu* macroMenu_ = nullptr;
   EditMenu* editMenu_ = nullptr;
-  QMenu* viewMenu_ = nullptr;
   Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
   EventGate gate_;
@@ -158,13 +133,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<LooseMacros> loose_;
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
-  std::unique_ptr<Snapshots> snapshots_;
-  std::unique_ptr<Workplaces> workplaces_;
-  std::unique_ptr<Comparisons> comparisons_;
-  std::unique_ptr<ReviewPlaces> places_;
-  std::unique_ptr<Checking> checking_;
-  std::unique_ptr<Searching> searching_;
-  std::unique_ptr<Replacements> replacements_;
+  std::unique_ptr<ReviewDesk> desk_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

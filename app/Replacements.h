@@ -1,14 +1,24 @@
 #pragma once
 
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include <QObject>
 #include <QPointer>
 
 #include "app/EventGate.h"
-#include "app/OpenMacros.h"
+#include "app/Shelves.h"
+#include "link/PanelConnection.h"
+#include "model/CommandLine.h"
+#include "platform/SiteAccess.h"
 #include "windows/ReplaceWindow.h"
 
 namespace tessaly {
 
+class MacroUndo;
+class OpenMacros;
 class ReviewPlaces;
 
 // Replaces in many macros in the window: what the panes show follows, and macros that they show with unsaved
@@ -17,30 +27,34 @@ class Replacements : public QObject {
   Q_OBJECT
 
  public:
-  // Observes all; `frameRate` in frames a second.
-  Replacements(SiteAccess site, const LineContext& knowledge, int frameRate, ReviewPlaces& places,
-               OpenMacros& open, EventGate& gate, QWidget* window);
+  struct Surroundings {
+    SiteAccess site;
+    LineContext lines;
+    int frameRate;  // frames a second
+    const PanelConnection& connection;
+    ReviewPlaces& places;
+    OpenMacros& open;
+    MacroUndo& undo;
+    EventGate& gate;
+  };
+
+  // Observes what surrounds it.
+  Replacements(const Surroundings& surroundings, Shelves shelves, QWidget* window);
   ~Replacements() override;
 
   // Brought before the others when it is open already.
   void open();
-
- signals:
-  // A batch was written, and can be undone as one.
-  void replaced(const QString& name, const std::vector<tessaly::BatchTrace>& traces);
+  // Gives up what is under way; false while that goes on.
+  [[nodiscard]] bool end();
 
  private:
   [[nodiscard]] CheckContext context() const;
-  [[nodiscard]] std::vector<ReviewScope> scopes() const;
   [[nodiscard]] QString leftOut(const MacroPlace& place) const;
+  [[nodiscard]] ReplaceJob job(const std::string& title, std::vector<BatchItem> items) const;
   void follow(const QString& name, const std::vector<BatchTrace>& traces);
 
-  SiteAccess site_;
-  LineContext knowledge_;
-  int frameRate_;
-  ReviewPlaces& places_;
-  OpenMacros& open_;
-  EventGate& gate_;
+  Surroundings around_;
+  Shelves shelves_;
   QWidget* owner_;
   QPointer<ReplaceWindow> window_;
   std::vector<std::pair<QString, std::vector<BatchTrace>>> done_;  // that the panes have not followed yet

@@ -23,7 +23,7 @@ constexpr PaletteEntry kPalettes[] = {
 
 }  // namespace
 
-QMenu* addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<void()>& switchPane) {
+void addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<void()>& switchPane) {
   QMenu* view = bar.addMenu(translated(QT_TRANSLATE_NOOP("ViewMenu", "&View")));
   QAction* other = view->addAction(translated(QT_TRANSLATE_NOOP("ViewMenu", "&Other Pane")));
   other->setShortcut(Qt::Key_F6);
@@ -39,7 +39,6 @@ QMenu* addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<
       if (preferences != nullptr) preferences->setPalette(paletteName(choice));
     });
   }
-  return view;
 }
 
 }  // namespace tessaly

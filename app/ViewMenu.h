@@ -10,6 +10,6 @@ namespace tessaly {
 
 // Adds "View": the way to the other pane and the colours of the program, which are kept in the preferences
 // where there are any.
-QMenu* addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<void()>& switchPane);
+void addViewMenu(QMenuBar& bar, Preferences* preferences, const std::function<void()>& switchPane);
 
 }  // namespace tessaly

@@ -210,12 +210,4 @@ void Workplaces::compare(const WorkplaceChoice& left, const WorkplaceChoice& rig
   window->present();
 }
 
-void addWorkplacesAction(QMenu& menu, const std::function<Workplaces*()>& workplaces) {
-  QAction* const entry = menu.addAction(Workplaces::tr("Work&places..."));
-  entry->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_W);
-  QObject::connect(entry, &QAction::triggered, &menu, [workplaces] {
-    if (Workplaces* const ready = workplaces()) ready->openWindow();
-  });
-}
-
 }  // namespace tessaly

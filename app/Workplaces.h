@@ -83,7 +83,4 @@ class Workplaces : public QObject {
   QList<QPointer<CompareWindow>> comparisons_;
 };
 
-// "Workplaces..." in the menu "Compare"; nothing while they are null.
-void addWorkplacesAction(QMenu& menu, const std::function<Workplaces*()>& workplaces);
-
 }  // namespace tessaly

@@ -70,10 +70,11 @@ void snapshot() {
 }
 
 void fetchByCurl() {
-  const std::string command = "curl --silent --fail --disable-epsv -u target:vintrosa 'ftp://127.0.0.1:" +
-                              std::to_string(full->panel->ftpPort()) +
-                              "/%2Fflash/data/PANEL/macro/workplace1/macro[000-999].mac' -o '" +
-                              (scratchFolder() / "fetched/#1.mac").string() + "'";
+  const std::string command =
+      "curl --silent --fail --disable-epsv --ftp-method nocwd -u target:vintrosa 'ftp://127.0.0.1:" +
+      std::to_string(full->panel->ftpPort()) +
+      "/%2Fflash/data/PANEL/macro/workplace1/macro[000-999].mac' -o '" +
+      (scratchFolder() / "fetched/#1.mac").string() + "'";
   if (std::system(command.c_str()) != 0) std::abort();
 }
 

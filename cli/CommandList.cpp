@@ -159,7 +159,7 @@ constexpr Command kCommands[] = {
     {"rename", "FILE NAME", "give a macro another name", runRename, kRenameWords},
     {"create", "FILE [NAME] [--json]", "write an empty macro, over an old one if there is one", runCreate,
      kCreateWords},
-    {"insert", "FILE (FID [PARAM=VALUE ...] [--workplace W] | --json) [--at start|end|N] [--force]",
+    {"insert", "FILE FID [PARAM=VALUE ...] [--at start|end|N] [--workplace W] [--force] | FILE --json",
      "insert a function, named with its destination prefix; values as stored", runInsert, kInsertWords},
     {"insert-classic", "FILE TEXT [--at start|end|N] [--mainframe M]",
      "insert a classic command; each byte is two hexadecimal digits and a blank", runInsertClassic,

@@ -21,7 +21,7 @@ std::string findingColumns(const Finding& finding) {
   std::string text(severityName(finding.severity));
   text.append("\t").append(infoOf(finding.rule).name).append("\t");
   text += (finding.parameter.empty() ? std::string() : outputName(finding.parameter) + ": ") +
-          outputName(finding.wrong);
+          outputName(wrongText(finding));
   return finding.right.empty() ? text : text + "; right: " + outputName(finding.right);
 }
 
@@ -33,7 +33,7 @@ Json findingJson(const Finding& finding) {
           {"severity", severityName(finding.severity)},
           {"command", finding.command < 0 ? Json() : Json(finding.command)},
           {"parameter", text(finding.parameter)},
-          {"wrong", displayUtf8(finding.wrong)},
+          {"wrong", displayUtf8(wrongText(finding))},
           {"right", text(finding.right)},
           {"fix", finding.fix.has_value()}};
 }

@@ -4,10 +4,8 @@
 #include "cli/CommandJson.h"
 #include "cli/Commands.h"
 #include "cli/MacroWords.h"
-#include "cli/PrintJson.h"
 #include "cli/ValueCheck.h"
 #include "dictionary/InterfaceFile.h"
-#include "model/CommandLine.h"
 #include "model/KeyFile.h"
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
@@ -19,8 +17,6 @@
 namespace tessaly {
 namespace {
 
-constexpr std::string_view kEmptyMacroLine = "empty macro";
-
 // What is stored, wherever it comes from, is UTF-8.
 Outcome isText(const std::string& word) {
   if (isValidUtf8(word)) return {};
@@ -31,32 +27,6 @@ Outcome isText(const std::string& word) {
 Outcome ofEmpty(Outcome outcome) {
   if (outcome.written() || outcome.failure().kind != Failure::Kind::kNoMacro) return outcome;
   return Failure{Failure::Kind::kNoMacro, "the empty macro: " + outcome.failure().text};
-}
-
-std::vector<std::string> keyFileLines(CommandSession& session, const std::string& path,
-                                      const LineOptions& options) {
-  KeyFile key;
-  key.load(session.root(), path, keyFileIndex(path));
-  const FunctionDictionary none;  // classic commands name no function
-  const LineContext context{none, session.decodingLists()};
-  std::vector<std::string> lines;
-  for (const ClassicCommand& command : key.commands())
-    lines.push_back(keyCommandLine(command, options, context));
-  return lines;
-}
-
-std::optional<std::vector<std::string>> macroLines(CommandSession& session, const std::string& path,
-                                                   const LineOptions& options) {
-  const auto macro = loadMacro(session.site(), path);
-  if (!macro || !macro->hasData()) return std::nullopt;
-  const MacroCommands& commands = macro->commands();
-  const bool described = std::any_of(commands.begin(), commands.end(),
-                                     [](const MacroCommand& command) { return !command.classic(); });
-  const FunctionDictionary none;
-  const LineContext context{options.raw || !described ? none : session.dictionary(), session.decodingLists()};
-  std::vector<std::string> lines;
-  for (const MacroCommand& command : commands) lines.push_back(commandLine(command, options, context));
-  return lines;
 }
 
 // A command to be inserted, and its function.
@@ -133,41 +103,6 @@ bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const st
     text += (i == 0 ? " " : ", ") + std::to_string(key.lineOf(lost[i]));
   session.warn(text + " of " + file.shown());
   return true;
-}
-
-LineOptions lineOptions(const Arguments& arguments) {
-  LineOptions options;
-  options.showDestination = arguments.flag("--destination");
-  options.raw = arguments.flag("--raw");
-  options.tabs = arguments.flag("--tabs");
-  return options;
-}
-
-int runShow(CommandSession& session, Arguments& arguments) {
-  if (!arguments.complete(1, 1)) return session.wrongUsage(arguments.problem());
-  return session.readFrom(arguments[0], [&](const FileOperand& file) {
-    return showLines(session, file.path(), lineOptions(arguments), arguments.flag("--json"));
-  });
-}
-
-int showLines(CommandSession& session, const std::string& path, const LineOptions& options, bool json) {
-  if (json) {
-    const auto macro = macroAt(session, path, path);
-    return macro ? printJson(session, commandsJson(session, *macro, options))
-                 : session.failed(macro.failure().text);
-  }
-  std::optional<std::vector<std::string>> lines;
-  if (isKeyFile(path)) {
-    if (const Outcome reads = keyFileReads(session.root(), path, path); !reads)
-      return session.failed(reads.failure().text);
-    lines = keyFileLines(session, path, options);
-  } else {
-    lines = macroLines(session, path, options);
-  }
-  if (!lines) return session.failed("No macro in the file: " + path);
-  for (const std::string& line : *lines) session.line(line);
-  if (lines->empty()) session.line(kEmptyMacroLine);
-  return kExitDone;
 }
 
 int runName(CommandSession& session, Arguments& arguments) {

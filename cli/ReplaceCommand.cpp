@@ -42,13 +42,14 @@ class Replacing {
     if (items.empty()) return;
     BatchPlaces places(session_.root(), session_.history());
     MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone, std::move(items));
-    if (const Outcome ran = batch.run(); !ran) {
-      session_.warn(ran.failure().text);
+    const auto replaced = replacedBy(batch);
+    if (!replaced) {
+      session_.warn(replaced.failure().text);
       whole_ = false;
       return;
     }
-    written_ = batch.doneCount() == batch.rows().size();
-    tellRows(batch);
+    written_ = !replaced->failed;
+    tellRows(batch, replaced->failed);
   }
 
   [[nodiscard]] bool whole() const { return whole_; }  // nothing went wrong so far
@@ -82,15 +83,13 @@ class Replacing {
     macros_.emplace_back(MacroPlace{path, {}, 0, {}}, *std::move(macro), std::move(proposals));
   }
 
-  // Why it is none is said by the row that failed, and again by all that were put back.
-  void tellRows(const MacroBatch& batch) {
-    std::set<std::string> told;
+  // Why it is none says the row that failed; beside it a file is told that could not be put back.
+  void tellRows(const MacroBatch& batch, std::optional<std::size_t> failed) {
     for (std::size_t i = 0; i < batch.rows().size(); ++i) {
       const MacroBatch::Row& row = batch.rows()[i];
       if (!row.note.empty()) session_.warn(row.note);
-      if (written_ || (row.state == MacroBatch::Row::State::kAsBefore && !told.insert(row.why.text).second))
-        continue;
-      trouble(batch.items()[i].place.file, row.why);
+      const bool asBefore = row.state == MacroBatch::Row::State::kAsBefore;
+      if (failed && (i == *failed || !asBefore)) trouble(batch.items()[i].place.file, row.why);
     }
   }
 

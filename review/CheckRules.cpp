@@ -100,6 +100,10 @@ std::optional<Severity> severityNamed(std::string_view name) {
   return std::nullopt;
 }
 
+std::string wrongText(const Finding& finding, int first) {
+  return finding.other < 0 ? finding.wrong : finding.wrong + ' ' + std::to_string(finding.other + first);
+}
+
 std::vector<std::string_view> RulesOff::names() const {
   std::vector<std::string_view> names;
   for (const CheckRuleInfo& info : kRules)

@@ -78,7 +78,10 @@ struct Finding {
   std::string right = {};  // what would be right; empty where nothing better can be said
   // What mends it, for the macro as it was checked; only where one thing is certainly meant.
   std::optional<MacroEdit> fix = {};
+  int other = -1;  // the other command that it is about, from 0; `wrong` ends in front of its number
 };
+// What is wrong, whole; a program tells numbers of commands from `first` on.
+[[nodiscard]] std::string wrongText(const Finding& finding, int first = 0);
 using Findings = std::vector<Finding>;
 
 // The rules that do not count, told by a file of the site (docs/check.md).

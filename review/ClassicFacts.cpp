@@ -1,9 +1,26 @@
 #include "review/ClassicFacts.h"
 
+#include "classic/ClassicDescription.h"
 #include "classic/ClassicGroups.h"
-#include "review/NamedSources.h"
+#include "classic/ClassicParameter.h"
 
 namespace tessaly {
+
+std::vector<std::size_t> classicSourcePlaces(const ClassicCommand& command, DecodingLists& lists) {
+  std::vector<std::size_t> places;
+  const auto list = lists.list(command.cd(), command.co());
+  const auto entry = list ? list->find(command) : std::nullopt;
+  if (!entry) return places;
+  std::size_t position = 0;
+  for (const ParameterDescriptor& descriptor : entry->parameters) {
+    const std::size_t begin = position;
+    if (!parameterText(command, *entry, descriptor, position)) break;
+    if (descriptor.type != ParameterType::kInput) continue;
+    if (command.parameter(begin) == kExtendedInput) break;
+    places.push_back(begin);
+  }
+  return places;
+}
 
 ClassicFacts classicFacts(const ClassicCommand& command, DecodingLists& lists) {
   ClassicFacts facts;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,10 @@ struct ClassicFacts {
   std::string group;                 // "Me3 - Key2"; empty where there is none
   std::vector<std::string> sources;  // numbers, of whatever parameter
 };
+
+// Where among its parameter bytes a classic command holds the number of a source.
+[[nodiscard]] std::vector<std::size_t> classicSourcePlaces(const ClassicCommand& command,
+                                                           DecodingLists& lists);
 
 [[nodiscard]] ClassicFacts classicFacts(const ClassicCommand& command, DecodingLists& lists);
 // Of the text that a macro stores.

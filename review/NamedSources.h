@@ -1,13 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <vector>
 
-#include "classic/ClassicCommand.h"
-#include "classic/DecodingList.h"
 #include "dictionary/FunctionDictionary.h"
 
 namespace tessaly {
@@ -17,9 +13,5 @@ using SourceNumbers = std::unordered_set<std::string>;  // as macros hold them, 
 // The numbers that a text in capital letters stands for: a number itself, else all sources whose whole name
 // it is, or its pattern with "*" fits: the inputs of the site and the classic sources.
 [[nodiscard]] SourceNumbers sourcesNamed(std::string_view text, const FunctionDictionary& dictionary);
-
-// Where among its parameter bytes a classic command holds the number of a source.
-[[nodiscard]] std::vector<std::size_t> classicSourcePlaces(const ClassicCommand& command,
-                                                           DecodingLists& lists);
 
 }  // namespace tessaly

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/Text.h"
+#include "review/ClassicFacts.h"
 #include "review/CommandMeaning.h"
 #include "review/NamedSources.h"
 #include "review/RetargetClassic.h"

@@ -20,4 +20,13 @@ Expected<BatchItem> RetargetedMacro::item() const {
   return BatchItem{place, changed->bytes(), HeldContent::of(macro.bytes())};
 }
 
+Expected<ReplacedBatch> replacedBy(MacroBatch& batch) {
+  std::optional<std::size_t> failed;
+  const Outcome ran = batch.run([&failed](std::size_t index, const MacroBatch::Row& row) {
+    if (!failed && !row.done()) failed = index;
+  });
+  if (!ran) return ran.failure();
+  return ReplacedBatch{batch.rows(), tracesOf(batch), failed};
+}
+
 }  // namespace tessaly

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "review/MacroBatch.h"
@@ -20,5 +21,15 @@ struct RetargetedMacro {
   // What is to stand there: written only when the place still holds what was read. As `apply` fails.
   [[nodiscard]] Expected<BatchItem> item() const;
 };
+
+// What became of a batch of replacements.
+struct ReplacedBatch {
+  std::vector<MacroBatch::Row> rows;  // in the order of its items
+  std::vector<BatchTrace> traces;     // of what was written
+  std::optional<std::size_t> failed;  // the row that was not written first; those before it may be put back
+};
+
+// Runs the batch, and gives what became of it; as the batch when nothing was tried at all.
+[[nodiscard]] Expected<ReplacedBatch> replacedBy(MacroBatch& batch);
 
 }  // namespace tessaly

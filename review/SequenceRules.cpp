@@ -57,17 +57,18 @@ void SequenceRules::spill(const LookedCommand& looked, Told& told) {
   if (!looked.function || looked.function->incremental || taker == looked.number ||
       taker == static_cast<int>(commands_.size()))
     return;
-  told.add(kSpill, looked.number, "an update would put its value into command " + std::to_string(taker),
-           "a parameter with a value");
+  if (Finding* const finding = told.add(kSpill, looked.number, "an update would put its value into command",
+                                        "a parameter with a value"))
+    finding->other = taker;
 }
 
 void SequenceRules::repeated(const LookedCommand& looked, Told& told) {
   if (looked.number == 0 ||
       !sameCommand(commands_[static_cast<std::size_t>(looked.number) - 1], looked.command))
     return;
-  Finding* const finding = told.add(
-      kRepeated, looked.number, "the same command as " + std::to_string(looked.number - 1), "one of the two");
+  Finding* const finding = told.add(kRepeated, looked.number, "the same command as", "one of the two");
   if (!finding) return;
+  finding->other = looked.number - 1;
   if (looked.setsOnly()) {
     finding->fix = RemoveCommands{{looked.number}};
   } else {
@@ -95,9 +96,9 @@ void SequenceRules::setAgain(const LookedCommand& looked, Told& told) {
       set.parameters.front().name != looked.command.parameters.front().name ||
       (before == looked.number - 1 && sameCommand(set, looked.command)))
     return;
-  told.add(kSetAgain, before,
-           "command " + std::to_string(looked.number) + " sets it again before anything acts",
-           "one of the two");
+  if (Finding* const finding =
+          told.add(kSetAgain, before, "it is set again before anything acts, by command", "one of the two"))
+    finding->other = looked.number;
 }
 
 int& SequenceRules::lastSet(const LookedCommand& looked) {

@@ -82,7 +82,7 @@ QString CheckModel::text(const FindingRow& row, int column) {
     case kRule:
       return QString::fromStdString(std::string(infoOf(finding.rule).name));
     case kWrong:
-      return wrongText(finding);
+      return wrongInWindow(finding);
     case kRight:
       return shown(finding.right);
     default:

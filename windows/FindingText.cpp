@@ -72,17 +72,17 @@ QString severityText(Severity severity) {
 
 QString ruleText(CheckRule rule) { return translated(kRules[static_cast<std::size_t>(rule)]); }
 
-QString wrongText(const Finding& finding) {
-  return finding.parameter.empty() ? shown(finding.wrong)
-                                   : shown(finding.parameter) + QStringLiteral(": ") + shown(finding.wrong);
+QString wrongInWindow(const Finding& finding) {
+  const QString wrong = shown(wrongText(finding, 1));
+  return finding.parameter.empty() ? wrong : shown(finding.parameter) + QStringLiteral(": ") + wrong;
 }
 
 QString findingText(const Finding& finding) {
   const QString severity = severityText(finding.severity);
   if (finding.right.empty())
-    return translated(QT_TRANSLATE_NOOP("FindingText", "%1: %2")).arg(severity, wrongText(finding));
+    return translated(QT_TRANSLATE_NOOP("FindingText", "%1: %2")).arg(severity, wrongInWindow(finding));
   return translated(QT_TRANSLATE_NOOP("FindingText", "%1: %2; right: %3"))
-      .arg(severity, wrongText(finding), shown(finding.right));
+      .arg(severity, wrongInWindow(finding), shown(finding.right));
 }
 
 QString countText(const Findings& findings) {

@@ -9,9 +9,9 @@
 namespace tessaly {
 
 [[nodiscard]] RowMark markOf(Severity severity);
-[[nodiscard]] QString severityText(Severity severity);    // "error"
-[[nodiscard]] QString ruleText(CheckRule rule);           // what the rule looks for, in the window's language
-[[nodiscard]] QString wrongText(const Finding& finding);  // with the name of the parameter in front
+[[nodiscard]] QString severityText(Severity severity);  // "error"
+[[nodiscard]] QString ruleText(CheckRule rule);         // what the rule looks for, in the window's language
+[[nodiscard]] QString wrongInWindow(const Finding& finding);  // with the name of the parameter in front
 // "error: what is wrong; right: what would be right"
 [[nodiscard]] QString findingText(const Finding& finding);
 // "2 errors, 1 warning"; empty without any.

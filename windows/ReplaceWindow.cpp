@@ -6,6 +6,7 @@
 #include "platform/Text.h"
 #include "ui_ReplaceWindow.h"
 #include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
 #include "windows/ReplaceDelegate.h"
 #include "windows/ReviewWalk.h"
 
@@ -90,10 +91,7 @@ ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
   connect(ui_->preview, &QPushButton::clicked, this, &ReplaceWindow::preview);
   connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this,
           &ReplaceWindow::preview);
-  connect(ui_->cancel, &QPushButton::clicked, this, [this] {
-    reading_.cancel();
-    writing_.cancel();
-  });
+  connect(ui_->cancel, &QPushButton::clicked, this, &ReplaceWindow::cancel);
   connect(ui_->replace, &QPushButton::clicked, this, &ReplaceWindow::replace);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
   connect(&model_, &ReplaceModel::tickedChanged, this, &ReplaceWindow::showControls);
@@ -123,6 +121,7 @@ void ReplaceWindow::setUpFields() {
 }
 
 void ReplaceWindow::setUpTable() {
+  new ListFinder(*ui_->changes);
   ui_->changes->setModel(&model_);
   ui_->changes->setItemDelegate(new ReplaceDelegate(this));
   QHeaderView& header = *ui_->changes->header();
@@ -239,41 +238,51 @@ void ReplaceWindow::replace() {
   written_ = {};
   tell(tr("Writing %n macros...", nullptr, static_cast<int>(batch.size())));
   ui_->progress->setRange(0, 0);
-  writing_.start([write = surroundings_.write, title = "replace " + rule_,
-                  batch = std::move(batch)](Writing::Report& report) -> Outcome {
-    auto done = write(title, batch, report.stop());
-    if (!done) return done.failure();
-    report.add(*std::move(done));
-    return {};
-  });
+  writing_.start(
+      [job = surroundings_.job("replace " + rule_, std::move(batch))](Writing::Report& report) -> Outcome {
+        auto done = job(report.stop());
+        if (!done) return done.failure();
+        report.add(*std::move(done));
+        return {};
+      });
   showControls();
 }
 
 void ReplaceWindow::endWriting(const Outcome& outcome) {
-  const Failure* why = outcome ? nullptr : &outcome.failure();
+  const auto why = [&]() -> std::optional<Failure> {
+    if (!outcome) return outcome.failure();
+    return written_.failed ? std::optional(written_.rows[*written_.failed].why) : std::nullopt;
+  }();
   for (std::size_t i = 0; i < written_.rows.size(); ++i) {
     const MacroBatch::Row& row = written_.rows[i];
-    if (!row.done() && why == nullptr) why = &row.why;
+    const bool putBack = row.state == MacroBatch::Row::State::kAsBefore && written_.failed != i;
     model_.setOutcome(items_[i], row.done() ? tr("replaced")
+                                 : putBack  ? tr("as before")
                                             : tr("NOT replaced: %1").arg(surroundings_.failureText(row.why)));
   }
   const int count = static_cast<int>(written_.traces.size());
-  tell(why == nullptr
-           ? tr("Replaced in %n macros; \"Undo\" in the menu Macro takes all of it back.", nullptr, count)
-           : tr("NOTHING was replaced: %1").arg(surroundings_.failureText(*why)));
+  const QString done =
+      tr("Replaced in %n macros; \"Undo\" in the menu \"Macro\" takes it back.", nullptr, count);
+  if (!why)
+    tell(done);
+  else if (count > 0)
+    tell(tr("%1 NOT in the others: %2").arg(done, surroundings_.failureText(*why)));
+  else
+    tell(tr("NOTHING was replaced: %1").arg(surroundings_.failureText(*why)));
   if (count > 0) emit replaced(tr("replacement in %n macros", nullptr, count), written_.traces);
   showControls();
   if (closing_) close();
 }
 
-void ReplaceWindow::reject() {
+void ReplaceWindow::cancel() {
   reading_.cancel();
-  if (writing()) {
-    closing_ = true;
-    writing_.cancel();
-    return;
-  }
-  ReviewWindow::reject();
+  writing_.cancel();
+}
+
+void ReplaceWindow::reject() {
+  cancel();
+  closing_ = writing();
+  if (!closing_) ReviewWindow::reject();
 }
 
 void ReplaceWindow::openCurrent() {

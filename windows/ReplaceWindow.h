@@ -2,13 +2,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <utility>
 #include <vector>
 
 #include <QLineEdit>
 
-#include "review/MacroBatch.h"
 #include "windows/ReplaceModel.h"
 #include "windows/ReviewWindow.h"
 #include "windows/ReviewWork.h"
@@ -19,11 +19,8 @@ class ReplaceWindow;
 
 namespace tessaly {
 
-// What became of a batch of replacements.
-struct ReplacedBatch {
-  std::vector<MacroBatch::Row> rows;  // in the order of its items
-  std::vector<BatchTrace> traces;     // of what was written
-};
+// Writes a batch on another thread. What is to stop is put back as far as it was written.
+using ReplaceJob = std::function<Expected<ReplacedBatch>(const std::stop_token& stop)>;
 
 // What the window works with; the reference outlives it.
 struct ReplaceSurroundings {
@@ -32,10 +29,8 @@ struct ReplaceSurroundings {
   std::function<std::vector<ReviewScope>()> scopes;
   // Why a macro is left out just now, as one that a pane shows with unsaved changes; empty otherwise.
   std::function<QString(const MacroPlace& place)> leftOut;
-  // Writes them, all or none; on another thread, and put back once it is to stop.
-  std::function<Expected<ReplacedBatch>(const std::string& title, std::vector<BatchItem> items,
-                                        const std::stop_token& stop)>
-      write;
+  // To write them: files all or none.
+  std::function<ReplaceJob(const std::string& title, std::vector<BatchItem> items)> job;
   std::function<QString(const Failure& failure)> failureText;
 };
 
@@ -52,6 +47,8 @@ class ReplaceWindow : public ReviewWindow {
   // What became of what the user wanted.
   void tell(const QString& text);
   [[nodiscard]] bool writing() const { return writing_.running(); }
+  // Gives up what is under way.
+  void cancel();
 
  public slots:
   void reject() override;

@@ -1816,12 +1816,12 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>Befehl %1: %2</translation>
     </message>
     <message>
-        <source>Send Anyway</source>
-        <translation>Trotzdem senden</translation>
-    </message>
-    <message>
         <source>Show</source>
         <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Send it all the same?</source>
+        <translation>Trotzdem senden?</translation>
     </message>
 </context>
 <context>
@@ -2212,22 +2212,6 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>the macro was changed meanwhile</source>
         <translation>das Makro wurde inzwischen geändert</translation>
-    </message>
-    <message>
-        <source>Comp&amp;are</source>
-        <translation>&amp;Vergleichen</translation>
-    </message>
-    <message>
-        <source>&amp;What Have I Changed?</source>
-        <translation>&amp;Was habe ich geändert?</translation>
-    </message>
-    <message>
-        <source>&amp;Both Panes</source>
-        <translation>&amp;Beide Seiten</translation>
-    </message>
-    <message>
-        <source>With a &amp;Version of the History...</source>
-        <translation>Mit einer &amp;Fassung des Verlaufs...</translation>
     </message>
 </context>
 <context>
@@ -2914,14 +2898,6 @@ oder von dort kopieren</translation>
         <source>The settings could not be written: %1</source>
         <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
     </message>
-    <message>
-        <source>&amp;Where Used</source>
-        <translation>&amp;Wo verwendet</translation>
-    </message>
-    <message>
-        <source>&quot;Where Used&quot; looks for what a command names: select one first</source>
-        <translation>„Wo verwendet“ sucht, was ein Befehl nennt: erst einen wählen</translation>
-    </message>
 </context>
 <context>
     <name>tessaly::MultipleCommandsDialog</name>
@@ -3251,13 +3227,6 @@ Bilder von 0 bis %1</translation>
         <source>NOT replaced: %1</source>
         <translation>NICHT ersetzt: %1</translation>
     </message>
-    <message numerus="yes">
-        <source>Replaced in %n macros; &quot;Undo&quot; in the menu Macro takes all of it back.</source>
-        <translation>
-            <numerusform>In %n Makro ersetzt; „Rückgängig“ im Menü Makro nimmt alles zurück.</numerusform>
-            <numerusform>In %n Makros ersetzt; „Rückgängig“ im Menü Makro nimmt alles zurück.</numerusform>
-        </translation>
-    </message>
     <message>
         <source>NOTHING was replaced: %1</source>
         <translation>NICHTS wurde ersetzt: %1</translation>
@@ -3269,6 +3238,21 @@ Bilder von 0 bis %1</translation>
             <numerusform>Ersetzung in %n Makros</numerusform>
         </translation>
     </message>
+    <message>
+        <source>as before</source>
+        <translation>wie vorher</translation>
+    </message>
+    <message numerus="yes">
+        <source>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</source>
+        <translation>
+            <numerusform>In %n Makro ersetzt; „Rückgängig“ im Menü „Makro“ nimmt es zurück.</numerusform>
+            <numerusform>In %n Makros ersetzt; „Rückgängig“ im Menü „Makro“ nimmt es zurück.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 NOT in the others: %2</source>
+        <translation>%1 In den anderen NICHT: %2</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::Replacements</name>
@@ -3278,10 +3262,34 @@ Bilder von 0 bis %1</translation>
     </message>
 </context>
 <context>
-    <name>tessaly::ReviewMenu</name>
+    <name>tessaly::ReviewDesk</name>
+    <message>
+        <source>&amp;Where Used</source>
+        <translation>&amp;Wo verwendet</translation>
+    </message>
+    <message>
+        <source>Comp&amp;are</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
     <message>
         <source>Review</source>
         <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;What Have I Changed?</source>
+        <translation>&amp;Was habe ich geändert?</translation>
+    </message>
+    <message>
+        <source>&amp;Both Panes</source>
+        <translation>&amp;Beide Seiten</translation>
+    </message>
+    <message>
+        <source>With a &amp;Version of the History...</source>
+        <translation>Mit einer &amp;Fassung des Verlaufs...</translation>
+    </message>
+    <message>
+        <source>Work&amp;places...</source>
+        <translation>A&amp;rbeitsplätze...</translation>
     </message>
     <message>
         <source>&amp;Check...</source>
@@ -3298,6 +3306,10 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>&amp;Replace in Macros...</source>
         <translation>&amp;In Makros ersetzen...</translation>
+    </message>
+    <message>
+        <source>&quot;Where Used&quot; looks for what a command names: select one first</source>
+        <translation>„Wo verwendet“ sucht, was ein Befehl nennt: erst einen wählen</translation>
     </message>
 </context>
 <context>
@@ -3830,10 +3842,6 @@ Die Änderungen bleiben dort, und wer sie speichert, überschreibt, was jetzt ko
     <message>
         <source>the right one</source>
         <translation>das rechte</translation>
-    </message>
-    <message>
-        <source>Work&amp;places...</source>
-        <translation>A&amp;rbeitsplätze...</translation>
     </message>
 </context>
 <context>

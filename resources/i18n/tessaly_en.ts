@@ -323,17 +323,17 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>Replaced in %n macros; &quot;Undo&quot; in the menu Macro takes all of it back.</source>
-        <translation>
-            <numerusform>Replaced in %n macro; &quot;Undo&quot; in the menu Macro takes all of it back.</numerusform>
-            <numerusform>Replaced in %n macros; &quot;Undo&quot; in the menu Macro takes all of it back.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>replacement in %n macros</source>
         <translation>
             <numerusform>replacement in %n macro</numerusform>
             <numerusform>replacement in %n macros</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</source>
+        <translation>
+            <numerusform>Replaced in %n macro; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</numerusform>
+            <numerusform>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</numerusform>
         </translation>
     </message>
 </context>

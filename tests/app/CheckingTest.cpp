@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QMessageBox>
 #include <QTreeView>
 #include <QTreeWidget>
 
@@ -118,6 +117,9 @@ TEST_F(CheckingTest, MarksLinesAndForgetsWhatAChangeHasOutdated) {
   const std::string opened = fixture_.status().toStdString();
   driver().clickRow(a_.commands, 1);
   EXPECT_THAT(finding(), AllOf(StartsWith("error: VALUE: "), HasSubstr("right: 1")));
+  EXPECT_THAT(mark(3, Qt::AccessibleDescriptionRole).toString().toStdString(),
+              HasSubstr("the same command as 3;"))
+      << "numbers as the window counts them";
   EXPECT_EQ(fixture_.status().toStdString(), opened) << "the finding has taken the place of a message";
   // Above the wrong command: until the macro has been looked at again, no line has the mark of another.
   driver().clickRow(a_.commands, 0);
@@ -183,18 +185,24 @@ TEST_F(CheckingTest, RuleThatIsSwitchedOffIsOffForTheSiteAndNamed) {
   open();
   const CheckList list = this->list();
   EXPECT_EQ(list.text("off"), "All rules count.");
-  WindowDriver::answerNext([](QDialog& dialog) {
-    auto* rules = dialog.findChild<QTreeWidget*>();
-    rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
-    press(rules, Qt::Key_Space);
-    press(&dialog, Qt::Key_Return);
-  });
-  WindowDriver::click(list.window, QStringLiteral("Rules..."));
+  const auto turn = [&] {
+    WindowDriver::answerNext([](QDialog& dialog) {
+      auto* rules = dialog.findChild<QTreeWidget*>();
+      rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
+      press(rules, Qt::Key_Space);
+      press(&dialog, Qt::Key_Return);
+    });
+    WindowDriver::click(list.window, QStringLiteral("Rules..."));
+  };
+  turn();
   WindowDriver::waitFor([&] { return list.rows().size() == 2; }, "the list");
   EXPECT_EQ(list.text("off"), "Off for this site: limits");
   EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark + std::string("off limits\n"));
   awaitMark(4, RowMark::kError);
   EXPECT_EQ(mark(1).toInt(), static_cast<int>(RowMark::kNone));
+  turn();
+  awaitMark(1, RowMark::kError);
+  EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark);
 }
 
 TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {
@@ -215,20 +223,22 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   driver().choose(a_.macros, "007");
   driver().clickRow(a_.commands, 0);
   driver().press(a_.deleteCommand);
-  std::string asked;
-  driver().press(a_.saveChanges, [&](QDialog& dialog) {
-    asked = dynamic_cast<QMessageBox&>(dialog).text().toStdString();
-    press(&dialog, Qt::Key_Escape);
-  });
-  EXPECT_THAT(asked, AllOf(StartsWith("007 - Two has 2 errors."), HasSubstr("command 1: VALUE: ")));
+  RecordingMessages& messages = fixture_.site.messages;
+  messages.take();
+  messages.answer = false;
+  driver().press(a_.saveChanges);
+  EXPECT_THAT(messages.take(),
+              ElementsAre(AllOf(StartsWith("007 - Two has 2 errors."), HasSubstr("command 1: VALUE: "))));
   EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT sent: 007 - Two"));
   EXPECT_TRUE(edited());
   EXPECT_EQ(first_.read(1, "007"), before);
-  driver().press(a_.saveChanges,
-                 [](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Show")); });
+  messages.chooseOther = true;
+  driver().press(a_.saveChanges);
   ASSERT_NE(fixture_.window->findChild<CheckWindow*>(), nullptr);
   EXPECT_EQ(first_.read(1, "007"), before);
-  driver().press(a_.saveChanges, [](QDialog& dialog) { press(&dialog, Qt::Key_Return); });
+  messages.chooseOther = false;
+  messages.answer = true;
+  driver().press(a_.saveChanges);
   EXPECT_THAT(fixture_.status().toStdString(), StartsWith("saved: 007 - Two"));
   EXPECT_NE(first_.read(1, "007"), before);
 }

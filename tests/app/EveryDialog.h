@@ -23,9 +23,10 @@
 #include "editors/MultipleCommandsDialog.h"
 #include "editors/SelectInputDialog.h"
 #include "tests/app/WindowFixture.h"
-#include "windows/CompareWindow.h"
 #include "windows/CheckRulesDialog.h"
 #include "windows/CheckWindow.h"
+#include "windows/CompareWindow.h"
+#include "windows/ReplaceWindow.h"
 #include "windows/SearchWindow.h"
 #include "windows/SnapshotRestoreDialog.h"
 
@@ -88,6 +89,18 @@ class EveryDialog {
          [this] {
            return std::make_unique<SearchWindow>(
                SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
+         }},
+        {"replace",
+         [this] {
+           return std::make_unique<ReplaceWindow>(
+               ReplaceSurroundings{fixture.site.root,
+                                   [this] {
+                                     return CheckContext{sampleDictionary(), lists_};
+                                   },
+                                   &noScopes,
+                                   {},
+                                   {},
+                                   {}});
          }},
         {"restore",
          [this] {

@@ -5,6 +5,7 @@
 #include <QMenuBar>
 #include <QProgressDialog>
 
+#include "platform/Text.h"
 #include "review/Snapshot.h"
 #include "tests/app/PanelWindowFixture.h"
 
@@ -24,7 +25,8 @@ class SnapshotWindowTest : public PanelWindowTest {
 
   // The entry of the menu "Macro", with the keyboard in the pane.
   void choose(Pane pane, const char* entry, const std::function<void(QDialog&)>& answer = {}) {
-    driver().list(ids(pane).workplaces).setFocus();
+    QApplication::setActiveWindow(fixture_.window.get());  // a dialog may have been it
+    driver().control<QLineEdit>(ids(pane).address).setFocus();
     if (answer) WindowDriver::answerNext(answer);
     for (QAction* menu : fixture_.window->menuBar()->actions())
       for (QAction* action : menu->menu()->actions())
@@ -33,8 +35,10 @@ class SnapshotWindowTest : public PanelWindowTest {
   }
   [[nodiscard]] std::function<void(QDialog&)> named() const {
     return [name = file()](QDialog& dialog) {
-      WindowDriver::type(dialog, "fileNameEdit", QString::fromStdString(name));
-      QTest::keyClick(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+      auto* edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      edit->setText(
+          QString::fromStdString(name));  // typed, it would open a list of names that takes the Enter
+      QTest::keyClick(edit, Qt::Key_Return);
     };
   }
   [[nodiscard]] std::string status() { return fixture_.status().toStdString(); }

@@ -57,6 +57,8 @@ with tempfile.TemporaryDirectory() as name:
     sample, copy = workplace / "macro900.mac", root / "copy.mac"
     for macro in [*sorted(workplace.glob("*.mac")), *sorted(workplace.parent.parent.glob("CP7/upk/*.upk"))]:
         hold("show", "show", macro, "--json")
+    keys = root / "c/programme/RV48/appli/Evening News/CP7/upk/key00.upk"
+    assert hold("show", "show", keys, "--json")["name"] in keys.read_text("windows-1252")
     told = hold("show", "show", sample, "--json")
     assert {parameter["kind"] for command in told["commands"] for parameter in command["parameters"]} == {
         "enum", "integer", "float", "input", "timecode", "classic"}

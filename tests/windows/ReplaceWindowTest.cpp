@@ -30,6 +30,7 @@ class ReplaceWindowTest : public testing::Test {
   ReplaceWindowTest() {
     FunctionTemplate definition;
     definition.name = "A.SET";
+    definition.description = "Size";
     definition.integers.emplace_back().name = "P";
     dictionary_.add(std::move(definition));
     dictionary_.finish();
@@ -47,14 +48,13 @@ class ReplaceWindowTest : public testing::Test {
                    ReviewScope{ReviewScope::Kind::kFolder, "the folder", FolderContent{"c:\\w"}}};
              },
          .leftOut = [](const MacroPlace& place) { return place.file == kOpen ? "unsaved" : QString(); },
-         .write = [this](const std::string& title, std::vector<BatchItem> items,
-                         const std::stop_token&) -> Expected<ReplacedBatch> {
-           MacroHistory history(site_.root);
-           BatchPlaces places(site_.root, history);
-           MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone,
-                            std::move(items));
-           if (const Outcome ran = batch.run(); !ran) return ran.failure();
-           return ReplacedBatch{batch.rows(), tracesOf(batch)};
+         .job = [this](const std::string& title, std::vector<BatchItem> items) -> ReplaceJob {
+           return [this, title, items](const std::stop_token&) {
+             MacroHistory history(site_.root);
+             BatchPlaces places(site_.root, history);
+             MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone, items);
+             return replacedBy(batch);
+           };
          },
          .failureText = [](const Failure& failure) { return QString::fromStdString(failure.text); }});
     window_->show();
@@ -94,9 +94,8 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   preview("QMF1", "QMF2");
   ASSERT_EQ(tree_->model()->rowCount(), 4) << "with the file that cannot be read";
   EXPECT_TRUE(told().startsWith("4 ")) << told().toStdString();
-  EXPECT_EQ(command(0, 0, 2).data().toString(), "Mainframe2 - A.SET ==> 5");
+  EXPECT_EQ(command(0, 0, 2).data().toString(), "Mainframe2 - Size ==> 5");
   EXPECT_FALSE(command(2, 0).data(Qt::CheckStateRole).isValid()) << "what has unsaved changes is left out";
-  if (qEnvironmentVariableIsSet("TESSALY_PICTURE")) window_->grab().save(qgetenv("TESSALY_PICTURE"));
   tree_->setFocus();
   QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier,
                     tree_->visualRect(command(0, 1, 1)).center());

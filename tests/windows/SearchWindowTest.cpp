@@ -150,7 +150,7 @@ TEST_F(SearchWindowTest, ShowsWhatItHasWhileItReadsAndCanBeCancelled) {
     QTest::mouseClick(&child<QPushButton>("cancel"), Qt::LeftButton);
     awaitEnd();
     EXPECT_THAT(said("outcome"), StartsWith("Cancelled. 1 command"));
-    EXPECT_THAT(rows(), ElementsAre(HasSubstr("workplace 1 of 127.0.0.1"), HasSubstr("CLIP")));
+    EXPECT_THAT(rows(), ElementsAre(HasSubstr("workplace 1 of 127.0.0.1"), HasSubstr("Clip Set")));
   }
 }
 

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <memory>
+
+#include <QMenuBar>
+#include <QObject>
+
+#include "app/PaneState.h"
+#include "app/WindowContext.h"
+#include "model/CommandLine.h"
+
+namespace tessaly {
+
+class Checking;
+class Comparisons;
+class EventGate;
+class HistoryOperations;
+class LooseMacros;
+class MacroMenu;
+class MacroTransfers;
+class MacroUndo;
+class OpenMacros;
+class PanelTransfer;
+class Replacements;
+class ReviewPlaces;
+class Searching;
+class Snapshots;
+class Workplaces;
+
+// Everything that looks at macros from above, as one part of the window: comparison, workplaces beside each
+// other, snapshots, check, search and replacement, with their menus. GUI thread.
+class ReviewDesk : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Surroundings {
+    const WindowContext& context;
+    PaneAccesses panes;
+    LineContext lines;
+    int frameRate;  // frames a second
+    PanelConnection& connection;
+    PanelTransfer& transfer;
+    MacroTransfers& transfers;
+    EventGate& gate;
+    OpenMacros& open;
+    LooseMacros& loose;
+    MacroUndo& undo;
+    HistoryOperations& history;
+  };
+
+  // Observes what surrounds it.
+  ReviewDesk(const Surroundings& surroundings, QWidget* window);
+  ~ReviewDesk() override;
+
+  // Its own menus, at the end of the bar, and its entries in the menu "Macro".
+  void addMenus(QMenuBar& bar, MacroMenu& macroMenu);
+  // The dictionary is there; before, its menus do nothing.
+  void begin();
+  // The panes can be used: what an earlier program has not ended is ended.
+  void endUnfinished();
+  // The connection may have changed.
+  void look();
+  // Gives up what is under way; false while that goes on.
+  [[nodiscard]] bool end();
+
+  // That has the keyboard, or had it last.
+  void setActive(Pane pane);
+  // What was found of the command that is selected there, or how much of its macro.
+  [[nodiscard]] QString findingText() const;
+
+ signals:
+  void said(const QString& text);
+  void changed();
+  void findingsChanged();
+
+ private:
+  [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  void connectParts(const Surroundings& around);
+  void addCompareEntries(QMenu& menu);
+  void addReviewEntries(QMenu& menu);
+  // The entry calls the part only once the dictionary is there.
+  void add(QMenu& menu, const QString& text, const QKeySequence& keys, const std::function<void()>& act);
+  void openWhereUsed();
+
+  PaneAccesses panes_;
+  HistoryOperations& history_;
+  QWidget* window_;
+  bool begun_ = false;
+  Pane active_ = Pane::kA;
+  std::unique_ptr<ReviewPlaces> places_;
+  std::unique_ptr<Snapshots> snapshots_;
+  std::unique_ptr<Comparisons> comparisons_;
+  std::unique_ptr<Checking> checking_;
+  std::unique_ptr<Searching> searching_;
+  std::unique_ptr<Replacements> replacements_;
+  std::unique_ptr<Workplaces> workplaces_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,50 @@
+// A replacement in many macros, as the panes see it.
+#include <gmock/gmock.h>
+
+#include <QPushButton>
+
+#include "tests/app/WindowFixture.h"
+#include "windows/ReplaceWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
+
+TEST(Replacements, PanesFollowUnsavedChangesStayAndOneUndoTakesAllBack) {
+  WindowFixture fixture{offlineClient()};
+  const auto &a = WindowFixture::ids(Pane::kA), &b = WindowFixture::ids(Pane::kB);
+  for (const auto& ids : {a, b}) fixture.driver->choose(ids.applications, "Evening News");
+  fixture.driver->choose(a.macros, "001");
+  fixture.driver->choose(b.macros, "002");
+  fixture.driver->clickRow(b.commands, 0);
+  fixture.driver->press(b.deleteCommand);
+  const auto read = [&](int number) { return fixture.site.read(macroFile(kFolder, number)); };
+  const std::string before[] = {read(0), read(1), read(2)};
+  const auto line = [&] { return fixture.driver->list(a.commands).rows().row(0)->text; };
+  const std::string shown = line();
+  QTest::keyClick(fixture.window.get(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
+  auto& window = *fixture.window->findChild<ReplaceWindow*>();
+  const auto field = [&](const char* name) { return window.findChild<QLineEdit*>(name); };
+  QTest::keyClicks(field("from"), "QMF1");
+  QTest::keyClicks(field("to"), "QMF4");
+  QTest::keyClick(field("to"), Qt::Key_Return);
+  auto& replace = *window.findChild<QPushButton*>("replace");
+  WindowDriver::waitFor([&] { return replace.isEnabled(); }, "the preview");
+  QTest::mouseClick(&replace, Qt::LeftButton);
+  WindowDriver::waitFor([&] { return line() != shown; }, "the pane to follow");
+  EXPECT_THAT(read(0), HasSubstr("QMF4."));
+  EXPECT_THAT(read(1), Not(HasSubstr("QMF1.")));
+  EXPECT_EQ(read(2), before[2]) << "pane B has unsaved changes of it";
+  window.close();
+  QApplication::setActiveWindow(fixture.window.get());
+  QTest::keyClick(fixture.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
+  WindowDriver::waitFor([&] { return line() == shown; }, "the pane to follow the undo");
+  for (int number = 0; number < 3; ++number) EXPECT_EQ(read(number), before[number]) << number;
+}
+
+}  // namespace
+}  // namespace tessaly
