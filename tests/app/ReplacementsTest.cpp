@@ -22,6 +22,7 @@ TEST(Replacements, PanesFollowUnsavedChangesStayAndOneUndoTakesAllBack) {
   fixture.driver->choose(b.macros, "002");
   fixture.driver->clickRow(b.commands, 0);
   fixture.driver->press(b.deleteCommand);
+  fixture.driver->press(a.showDestination);
   const auto read = [&](int number) { return fixture.site.read(macroFile(kFolder, number)); };
   const std::string before[] = {read(0), read(1), read(2)};
   const auto line = [&] { return fixture.driver->list(a.commands).rows().row(0)->text; };
