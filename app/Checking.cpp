@@ -127,6 +127,7 @@ bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
   const EventGate::Hold hold(&gate_);
   QMessageBox box(QMessageBox::Warning, QLatin1String(kProgramName), lines.join(QLatin1Char('\n')),
                   QMessageBox::Cancel, window_);
+  box.setObjectName(QStringLiteral("sendQuestion"));
   box.setTextFormat(Qt::PlainText);
   auto* send = box.addButton(tr("Send Anyway"), QMessageBox::AcceptRole);
   const auto* look = box.addButton(tr("Show"), QMessageBox::ActionRole);

@@ -219,6 +219,7 @@ TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {
 TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   first_.tree.write(Panel::file(1, "007"), faulty("Two"));
   const std::string before = first_.read(1, "007");
+  driver().leaveSendQuestions();
   connectPane(Pane::kA, first_);
   chooseWorkplace(Pane::kA, 1, "007 - Two");
   driver().choose(a_.macros, "007");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -16,6 +17,24 @@
 #include "widgets/ListBox.h"
 
 namespace tessaly {
+
+// Sends macros with errors all the same, as the box that tells of them offers: most tests are not about what
+// their macros hold.
+class SendAnyway : public QObject {
+ public:
+  SendAnyway() { qApp->installEventFilter(this); }
+
+  bool answers = true;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (answers && event->type() == QEvent::Show && watched->objectName() == QLatin1String("sendQuestion"))
+      QTimer::singleShot(0, watched, [box = static_cast<QDialog*>(watched)] {
+        if (box->isVisible()) QTest::keyClick(box, Qt::Key_Return);
+      });
+    return false;
+  }
+};
 
 // Works the main window as a person does: finds controls by their numbers, clicks, types, answers dialogs.
 // Throws when something that a person would look for is not there.
@@ -43,6 +62,9 @@ class WindowDriver {
       QTest::qWait(1);
     }
   }
+
+  // For a test that answers the question before a send itself.
+  void leaveSendQuestions() const { sends_->answers = false; }
 
   void waitUntilLoaded() const {
     waitFor([this] { return window_.loaded(); }, "the function dictionary");
@@ -127,6 +149,7 @@ class WindowDriver {
   inline static std::string problem_;  // of the last dialog that was answered
 
   MainWindow& window_;
+  std::shared_ptr<SendAnyway> sends_ = std::make_shared<SendAnyway>();
 };
 
 }  // namespace tessaly
