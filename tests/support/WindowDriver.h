@@ -30,9 +30,7 @@ class SendAnyway : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (answers && event->type() == QEvent::Show && watched->objectName() == QLatin1String("sendQuestion"))
       QTimer::singleShot(0, watched, [box = static_cast<QDialog*>(watched)] {
-        if (!box->isVisible()) return;
-        QTest::keyClick(box, Qt::Key_Return);
-        QApplication::setActiveWindow(box->parentWidget()->window());  // no window manager does it here
+        if (box->isVisible()) QTest::keyClick(box, Qt::Key_Return);
       });
     return false;
   }
