@@ -145,13 +145,15 @@ void CheckWindow::take(std::vector<FindingRow> found, Work::Progress progress) {
   seen_ = progress.done;
   ui_->progress->setMaximum(static_cast<int>(progress.of));
   ui_->progress->setValue(static_cast<int>(progress.done));
-  if (model_.rowCount() > 0) tell(summary());
+  if (model_.rowCount() > 0) told_ = tellSummary();
 }
 
 void CheckWindow::end(const Outcome& outcome) {
   showWorking(false);
-  if (outcome)
-    tell(seen_ == 0 ? tr("There are no macros in %1.").arg(what_) : summary());
+  if (outcome && seen_ > 0)
+    told_ = tellSummary();
+  else if (outcome)
+    tell(tr("There are no macros in %1.").arg(what_));
   else if (outcome.failure().kind == Failure::Kind::kCancelled)
     tell(tr("Cancelled. %1").arg(summary()));
   else
@@ -183,7 +185,8 @@ void CheckWindow::follow(const ReviewedPlace& place, ContentCheck content, const
   model_.replace([&](const FindingRow& row) { return told(row) && !ofFile(row.finding.rule); },
                  rowsOf(*as, content, findings));
   chooseAgain(chosen, before);
-  if (!work_.running()) tell(summary());
+  // What somebody was just told stays.
+  if (!work_.running() && ui_->outcome->text() == told_) told_ = tellSummary();
 }
 
 // The same finding, or the one that has come to stand where it stood.
@@ -197,6 +200,11 @@ void CheckWindow::chooseAgain(const FindingRow& chosen, int before) {
   }
   ui_->findings->setCurrentIndex(model_.index(now, 0));
   showCurrent();
+}
+
+QString CheckWindow::tellSummary() {
+  tell(summary());
+  return ui_->outcome->text();
 }
 
 void CheckWindow::tell(const QString& text) { ui_->outcome->setText(text); }

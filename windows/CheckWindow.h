@@ -64,12 +64,14 @@ class CheckWindow : public ReviewWindow {
   void openMenu(const QPoint& at);
   [[nodiscard]] const FindingRow* current() const;
   [[nodiscard]] QString summary() const;
+  [[nodiscard]] QString tellSummary();
 
   const CheckSurroundings surroundings_;
   std::unique_ptr<Ui::CheckWindow> ui_;
   CheckModel model_;
   RulesOff off_;  // as the last check took them
   QString what_;  // it looked at
+  QString told_;  // the summary that was told last
   std::size_t seen_ = 0;
   Work work_;
 };

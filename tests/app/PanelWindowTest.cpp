@@ -294,6 +294,7 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
     EXPECT_EQ(values(first_.read(1, "007")).size(), left);
     EXPECT_FALSE(edited(Pane::kB));
     ASSERT_TRUE(first_.simulator.setFaults({}));
+    QApplication::setActiveWindow(fixture_.window.get());
     driver().list(b_.macros).setFocus();
     saveAgain();
     EXPECT_EQ(strip->owed(Pane::kB), "") << fixture_.status().toStdString();
