@@ -52,9 +52,16 @@ Outcome WorkplaceCopy::readAll(const Progress& progress) {
 }
 
 Outcome WorkplaceCopy::run(const Progress& progress) {
+  Outcome ran = runOnce(progress);
+  // A cancel counts for the run that it was meant for, also when it came before that had begun.
+  const std::scoped_lock guard(mutex_);
+  cancelled_ = false;
+  return ran;
+}
+
+Outcome WorkplaceCopy::runOnce(const Progress& progress) {
   {
     const std::scoped_lock guard(mutex_);
-    cancelled_ = false;
     source_ = from_();
     target_ = to_();
   }

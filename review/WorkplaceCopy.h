@@ -29,13 +29,14 @@ class WorkplaceCopy {
 
   // Again: what has failed to be written. `progress` is told of each row on this thread.
   Outcome run(const Progress& progress);
-  // Once: what comes after it needs another run.
+  // Ends the run that is under way, or the next one.
   void cancel();
 
   // What the last run has written, to be undone as one. While it does not run.
   [[nodiscard]] const std::vector<BatchTrace>& traces() const { return traces_; }
 
  private:
+  Outcome runOnce(const Progress& progress);
   Outcome readAll(const Progress& progress);
   [[nodiscard]] bool isCancelled();
 

@@ -8,6 +8,7 @@
 #include <QShortcut>
 
 #include "ui_CompareWindow.h"
+#include "widgets/ListFinder.h"
 #include "windows/CompareDelegate.h"
 
 namespace tessaly {
@@ -74,6 +75,7 @@ CompareWindow::~CompareWindow() = default;
 
 void CompareWindow::setUpTable() {
   QTableView& table = *ui_->table;
+  new ListFinder(table);
   table.setModel(&model_);
   table.setItemDelegate(new CompareDelegate(model_, &table));
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 
 #include "ui_SnapshotRestoreDialog.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 
@@ -26,6 +27,7 @@ SnapshotRestoreDialog::SnapshotRestoreDialog(const QString& title, SnapshotResto
   ui_->setupUi(this);
   ui_->from->setText(title);
   ui_->macros->setModel(&rows_);
+  new ListFinder(*ui_->macros);
   ui_->macros->header()->resizeSection(SnapshotRows::kMacro, kMacroWidth);
   connect(&rows_, &SnapshotRows::tickChanged, this, &SnapshotRestoreDialog::showCount);
   connect(ui_->tickAll, &QPushButton::clicked, this, [this] { rows_.tickAll(true); });

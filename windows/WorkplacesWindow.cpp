@@ -9,6 +9,7 @@
 
 #include "ui_WorkplacesWindow.h"
 #include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
 
 namespace tessaly {
 
@@ -62,6 +63,7 @@ WorkplacesWindow::~WorkplacesWindow() { cancel(); }
 
 void WorkplacesWindow::setUpTable() {
   ui_->table->setModel(&model_);
+  new ListFinder(*ui_->table);
   ui_->table->installEventFilter(this);
   QHeaderView& header = *ui_->table->horizontalHeader();
   header.resizeSection(WorkplacesModel::kNumber, kNumberWidth);

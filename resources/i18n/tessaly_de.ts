@@ -58,10 +58,6 @@
         <translation>Regeln</translation>
     </message>
     <message>
-        <source>What a check &amp;looks for. A rule without a tick is off for this site, for everybody who works on it.</source>
-        <translation>&amp;Wonach eine Prüfung sucht. Eine Regel ohne Haken ist für diesen Standort aus, für alle, die an ihm arbeiten.</translation>
-    </message>
-    <message>
         <source>Rule</source>
         <translation>Regel</translation>
     </message>
@@ -72,6 +68,10 @@
     <message>
         <source>What it tells</source>
         <translation>Was sie meldet</translation>
+    </message>
+    <message>
+        <source>&amp;Rules without a tick are off for this site, for everybody.</source>
+        <translation>&amp;Regeln ohne Haken sind an diesem Standort aus.</translation>
     </message>
 </context>
 <context>

@@ -10,8 +10,8 @@
 
 #include "app/Appearance.h"
 #include "tests/app/EveryDialog.h"
-#include "windows/CompareDelegate.h"
 #include "widgets/ListFinder.h"
+#include "windows/CompareDelegate.h"
 
 namespace tessaly {
 namespace {

@@ -225,7 +225,7 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   driver().press(a_.deleteCommand);
   RecordingMessages& messages = fixture_.site.messages;
   messages.take();
-  messages.answer = false;
+  messages.sendsAnyway = messages.answer = false;
   driver().press(a_.saveChanges);
   EXPECT_THAT(messages.take(),
               ElementsAre(AllOf(StartsWith("007 - Two has 2 errors."), HasSubstr("command 1: VALUE: "))));

@@ -27,6 +27,7 @@ class RecordingMessages : public Messages {
     return answer;
   }
   MessageChoice choose(const std::string& text, const std::string& other) override {
+    if (other == "Show" && sendsAnyway) return MessageChoice::kOk;
     return chooseOther ? (record(text, MessageIcon::kQuestion), MessageChoice::kOther)
                        : Messages::choose(text, other);
   }
@@ -41,6 +42,7 @@ class RecordingMessages : public Messages {
   std::vector<MessageIcon> icons;
   bool answer = true;
   bool chooseOther = false;  // where there is a third button
+  bool sendsAnyway = true;   // macros with errors, unasked: most tests are not about what they hold
 
  private:
   void record(const std::string& text, MessageIcon icon) {
