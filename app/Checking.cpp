@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
 #include "app/ReviewPlaces.h"

@@ -112,7 +112,7 @@ class CrashHarness {
   void flushEverything(const CrashStepRow& row) {
     std::size_t flushes = 1;
     for (std::size_t failing = 0; failing <= flushes; ++failing) {
-      if (row.step == CrashStep::kKeep) site_.forgetHistory();  // and its folders are new
+      if (row.step == CrashStep::kKeep) site_.forgetHistory();     // and its folders are new
       if (row.step == CrashStep::kBatch) record_.generation |= 1;  // the next one is all or none
       FlushWatch::start(failing);
       const bool done = runCrashStep(folder_, record_, ftpPort_, row.step);

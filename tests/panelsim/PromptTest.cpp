@@ -54,10 +54,10 @@ TEST_F(PanelTest, WrongPromptLinesAreRefusedAndChangeNothing) {
 TEST_F(PanelTest, StatusNamesTheFaultsInForce) {
   start();
   EXPECT_TRUE(runPromptLine(*panel, "status").text.ends_with("\nfaults: none"));
-  for (const char* fault : {"answer-after 5", "drop-after 0", "cut-transfer 1", "flip-byte 0", "cut-silent 2",
-                            "slow-transfer 3", "garble 4", "never-answer", "refuse-login", "stall-transfer",
-                            "disk-full", "refuse-download", "swap-after-upload", "dead-line",
-                            "lose-reload"}) {
+  for (const char* fault :
+       {"answer-after 5", "drop-after 0", "cut-transfer 1", "flip-byte 0", "cut-silent 2", "slow-transfer 3",
+        "garble 4", "never-answer", "refuse-login", "stall-transfer", "disk-full", "refuse-download",
+        "swap-after-upload", "dead-line", "lose-reload"}) {
     PanelFaults faults;
     const std::string words = fault;
     const std::size_t blank = words.find(' ');
