@@ -189,7 +189,7 @@ QString Comparisons::refusalOf(Pane pane) const {
 }
 
 QString Comparisons::take(Pane pane, const CompareTake& take) {
-  if (const QString refusal = refusalOf(pane); !refusal.isEmpty()) return refusal;
+  if (QString refusal = refusalOf(pane); !refusal.isEmpty()) return refusal;
   WorkingCopy& copy = state(pane).copy;
   if (copy.macro()->check() != take.shown.check()) return tr("the macro was changed meanwhile");
   const Outcome done = copy.apply(take.edit, {take.step.toStdString(), selectedAfter(take.edit)});

@@ -61,7 +61,7 @@ Outcome PanelSimulator::knows(const std::string& name) {
 }
 
 Outcome PanelSimulator::canSet(const std::string& name, const std::string& value) {
-  if (const Outcome known = knows(name); !known) return known;
+  if (Outcome known = knows(name); !known) return known;
   const std::string could = cannotHold(dictionary_, name, value);
   if (could.empty()) return {};
   return Failure{Failure::Kind::kNothingTaken, name + " cannot hold " + value + ": it is " + could};

@@ -147,10 +147,9 @@ std::vector<BatchRecovery> recoverBatches(BatchPlaces& places) {
   std::vector<BatchRecovery> all;
   for (const std::string& name : BatchJournal::namesIn(places.root())) {
     auto found = BatchJournal::open(places.root(), name);
-    using Kind = Failure::Kind;
     if (!found) {
       const Failure& why = found.failure();
-      if (why.kind != Kind::kInUse && why.kind != Kind::kMissing)
+      if (why.kind != Failure::Kind::kInUse && why.kind != Failure::Kind::kMissing)
         all.push_back({name, How::kRefused, {}, {}, {}, why.text});
       continue;
     }

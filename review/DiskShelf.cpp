@@ -74,8 +74,10 @@ Expected<std::vector<MacroShelf::Held>> DiskShelf::list() {
   }
   const auto value = [](const Held& macro) { return macro.number.value(); };
   std::ranges::sort(held, {}, value);
-  const auto twice = std::ranges::unique(held, {}, value);  // that differ in case alone are one place
-  held.erase(twice.begin(), twice.end());
+  // Those that differ in case alone are one place.
+  held.erase(std::unique(held.begin(), held.end(),
+                         [&](const Held& a, const Held& b) { return value(a) == value(b); }),
+             held.end());
   return held;
 }
 

@@ -80,8 +80,8 @@ std::string utcText(std::chrono::sys_seconds time) {
 }
 
 std::span<const Snapshot::Macro> Snapshot::of(int workplace) const {
-  const auto range = std::ranges::equal_range(macros, workplace, {}, &Macro::workplace);
-  return {range.begin(), range.end()};
+  return {std::ranges::lower_bound(macros, workplace, {}, &Macro::workplace),
+          std::ranges::upper_bound(macros, workplace, {}, &Macro::workplace)};
 }
 
 Expected<std::string> packSnapshot(const Snapshot& snapshot) {

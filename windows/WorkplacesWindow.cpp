@@ -230,7 +230,7 @@ void WorkplacesWindow::startCopy() {
     if (model_.rows()[row].failed || model_.rows()[row].result.isEmpty())
       model_.setResult(row, tr("waits"), true);
   say(tr("Copying..."));
-  copying_.start([this, copy = copy_.get()](auto& report) {
+  copying_.start([copy = copy_.get()](auto& report) {
     const std::stop_callback cancelled(report.stop(), [copy] { copy->cancel(); });
     std::size_t done = 0;
     return copy->run([&](std::size_t index, const MacroBatch::Row& row) {

@@ -1,5 +1,6 @@
 #include "tests/screenshots/WindowPictures.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -131,7 +132,11 @@ void WindowPictures::takeHistory() const {
     save_(dialog, "history.png");
     dialog.reject();
   });
-  window_->menuBar()->actions().constFirst()->menu()->actions().constFirst()->trigger();
+  const QList<QAction*> entries = window_->menuBar()->actions().constFirst()->menu()->actions();
+  const auto history = std::find_if(entries.begin(), entries.end(), [](const QAction* entry) {
+    return entry->text().remove(QLatin1Char('&')).startsWith(QLatin1String("History"));
+  });
+  (*history)->trigger();
 }
 
 // The window is dropped with unsaved changes, as by a crash, and the next one makes its offer.
