@@ -1,13 +1,9 @@
 #include "tests/screenshots/WindowPictures.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
-#include <QAction>
-#include <QMenu>
-#include <QMenuBar>
-
+#include "app/MacroMenu.h"
 #include "app/PaneDescriptor.h"
 #include "model/MacroFile.h"
 #include "model/Settings.h"
@@ -132,11 +128,7 @@ void WindowPictures::takeHistory() const {
     save_(dialog, "history.png");
     dialog.reject();
   });
-  const QList<QAction*> entries = window_->menuBar()->actions().constFirst()->menu()->actions();
-  const auto history = std::find_if(entries.begin(), entries.end(), [](const QAction* entry) {
-    return entry->text().remove(QLatin1Char('&')).startsWith(QLatin1String("History"));
-  });
-  (*history)->trigger();
+  emit window_->findChild<MacroMenu*>()->historyPressed();
 }
 
 // The window is dropped with unsaved changes, as by a crash, and the next one makes its offer.
