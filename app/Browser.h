@@ -85,6 +85,10 @@ class Browser : public QObject {
   void said(const QString& text);
 
  private:
+  static constexpr int kDiskWorkplaces = 2;
+  // Of the selected row; empty for none.
+  [[nodiscard]] static std::string selectedText(const ListBox& list);
+
   [[nodiscard]] static bool chooseRow(ListBox& list, const std::function<bool(const ListRow& row)>& wanted);
   [[nodiscard]] bool chooseApplicationOf(const std::string& folder);
   [[nodiscard]] bool chooseMacro(const std::string& numberText);

@@ -1,14 +1,11 @@
 #include "app/MainWindow.h"
 
-#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 
 #include "app/AboutDialog.h"
-#include "app/FailureText.h"
-#include "app/MessageBoxes.h"
 #include "app/Replacements.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
@@ -23,7 +20,6 @@ namespace {
 
 constexpr const char* kLoadingNotice = "L O A D I N G   D A T A ,       please wait.....";
 constexpr const char* kAboutCommand = "&About Tessaly...";
-constexpr int kCloseAgainMilliseconds = 100;
 constexpr int kConnectionWatchMilliseconds = 1000;
 constexpr QSize kStartSize{1180, 820};  // pixels
 const QString kWindowPlace = QStringLiteral("window");
@@ -331,19 +327,6 @@ Outcome MainWindow::writeSettingsFile() {
   return writeSettings(context_.site.root, settings_);
 }
 
-void MainWindow::keepState() {
-  static_cast<void>(writeSettingsFile());
-  keepPlaces();
-}
-
-bool MainWindow::end() {
-  transfer_.cancel();
-  if (const bool ended = desk_->end(); !ended || transfer_.busy()) return false;
-  keepState();
-  connection_.close();
-  return true;
-}
-
 bool MainWindow::event(QEvent* event) {
   switch (static_cast<int>(event->type())) {
     case kDictionaryLoadedMessage:
@@ -449,53 +432,6 @@ void MainWindow::say(const QString& text) {
     if (trouble) whole = withTrouble(whole, *trouble);
   }
   ui_->strip->say(whole);
-}
-
-bool MainWindow::mayClose() {
-  for (const Pane pane : kPanes) {
-    const PaneState& here = *room(pane).state;
-    if (!here.copy.edited()) continue;
-    const auto& target = here.copy.target();
-    const QString macro = target ? shown(target->numberText + " - " + target->name) : tr("the open macro");
-    const EventGate::Hold hold(&gate_);
-    QMessageBox box(QMessageBox::Question, QLatin1String(kProgramName),
-                    tr("%1: \"%2\" has unsaved changes.").arg(QLatin1String(here.descriptor.title), macro),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::Save);
-    switch (box.exec()) {
-      case QMessageBox::Save:
-        if (open_->save(pane) != OpenMacros::Saved::kDone) return false;
-        break;
-      case QMessageBox::Discard:
-        break;
-      default:
-        return false;
-    }
-  }
-  return true;
-}
-
-void MainWindow::closeEvent(QCloseEvent* event) {
-  if (const bool ended = desk_->end(); !ended || transfer_.busy()) {
-    // What runs is given up first; the window closes as soon as its handler has returned.
-    transfer_.cancel();
-    QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
-    event->ignore();
-    return;
-  }
-  if (!mayClose()) {
-    event->ignore();
-    return;
-  }
-  // Saved or discarded by now: nothing is to be offered at the next start.
-  for (const Pane pane : kPanes) room(pane).state->copy.close();
-  if (const Outcome written = writeSettingsFile(); !written)
-    context_.site.messages.show(
-        tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());
-  keepPlaces();
-  connection_.close();
-  event->accept();
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event) {

@@ -54,6 +54,11 @@ class WindowFixture {
     macros_.takeForMany(ftpTransfers(ftpPort, FtpClient::Connections::kKept));
     open();
   }
+  // Its threads read what stands here.
+  ~WindowFixture() {
+    driver.reset();
+    window.reset();
+  }
 
   // Opens the window anew, as another start of the program would.
   void open() {

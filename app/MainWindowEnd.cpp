@@ -1,0 +1,78 @@
+#include <QCloseEvent>
+#include <QMessageBox>
+
+#include "app/FailureText.h"
+#include "app/MainWindow.h"
+#include "app/MessageBoxes.h"
+#include "widgets/DialogText.h"
+
+// How the window ends: what is under way is given up, what is unsaved is asked about, what is kept is
+// written.
+namespace tessaly {
+namespace {
+
+constexpr int kCloseAgainMilliseconds = 100;
+
+}  // namespace
+
+void MainWindow::keepState() {
+  static_cast<void>(writeSettingsFile());
+  keepPlaces();
+}
+
+bool MainWindow::end() {
+  transfer_.cancel();
+  if (const bool ended = desk_->end(); !ended || transfer_.busy()) return false;
+  keepState();
+  connection_.close();
+  return true;
+}
+
+bool MainWindow::mayClose() {
+  for (const Pane pane : kPanes) {
+    const PaneState& here = *room(pane).state;
+    if (!here.copy.edited()) continue;
+    const auto& target = here.copy.target();
+    const QString macro = target ? shown(target->numberText + " - " + target->name) : tr("the open macro");
+    const EventGate::Hold hold(&gate_);
+    QMessageBox box(QMessageBox::Question, QLatin1String(kProgramName),
+                    tr("%1: \"%2\" has unsaved changes.").arg(QLatin1String(here.descriptor.title), macro),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+      case QMessageBox::Save:
+        if (open_->save(pane) != OpenMacros::Saved::kDone) return false;
+        break;
+      case QMessageBox::Discard:
+        break;
+      default:
+        return false;
+    }
+  }
+  return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (const bool ended = desk_->end(); !ended || transfer_.busy()) {
+    // What runs is given up first; the window closes as soon as its handler has returned.
+    transfer_.cancel();
+    QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
+    event->ignore();
+    return;
+  }
+  if (!mayClose()) {
+    event->ignore();
+    return;
+  }
+  // Saved or discarded by now: nothing is to be offered at the next start.
+  for (const Pane pane : kPanes) room(pane).state->copy.close();
+  if (const Outcome written = writeSettingsFile(); !written)
+    context_.site.messages.show(
+        tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());
+  keepPlaces();
+  connection_.close();
+  event->accept();
+}
+
+}  // namespace tessaly
