@@ -79,7 +79,7 @@ ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
                [this](const Outcome& outcome) { endReading(outcome); }),
       writing_(
           [this](std::vector<ReplacedBatch> done, Writing::Progress) {
-            for (ReplacedBatch& batch : done) written_ = std::move(batch);
+            if (!done.empty()) written_ = std::move(done.back());
           },
           [this](const Outcome& outcome) { endWriting(outcome); }) {
   ui_->setupUi(this);

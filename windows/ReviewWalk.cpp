@@ -56,8 +56,7 @@ Outcome walkShelf(const ShelfContent& content, const ReviewTaker& taker, const s
   taker.folder();
   std::size_t done = 0;
   for (const MacroShelf::Held& macro : *held) {
-    if (stop.stop_requested()) return endOf(stop);
-    auto bytes = shelf->read(macro.number);
+    auto bytes = shelf->read(macro.number);  // fails at once after a cancel
     if (stop.stop_requested()) return endOf(stop);
     taker.stored({.place = shelf->place(macro.number),
                   .shown = shelf->title(),
