@@ -12,8 +12,6 @@ using Row = MacroBatch::Row;
 constexpr int kTries = 4;                          // of a macro that a panel does not take
 constexpr std::chrono::milliseconds kPause{1000};  // between two tries
 
-bool mayGoYet(const Row& row) { return !row.done() && row.why.kind == Failure::Kind::kPanel; }
-
 }  // namespace
 
 int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
@@ -29,7 +27,7 @@ int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
   for (int tries = 0; tries < kTries; ++tries) {
     if (tries > 0) std::this_thread::sleep_for(kPause);
     if (const Outcome ran = batch.run(tell); !ran) return session.failed(ran.failure().text);
-    if (std::ranges::none_of(batch.rows(), mayGoYet)) break;
+    if (std::ranges::none_of(batch.rows(), &Row::mayGoYet)) break;
   }
   int code = kExitDone;
   for (std::size_t i = 0; i < batch.rows().size(); ++i) {

@@ -44,6 +44,8 @@ class MacroBatch {
     HeldContent before = {};               // what stood there when it was written over
     std::optional<std::string> kept = {};  // its id in the history
     [[nodiscard]] bool done() const { return state == State::kDone || state == State::kUnverified; }
+    // It failed at the panel, which may take it at another try.
+    [[nodiscard]] bool mayGoYet() const { return !done() && why.kind == Failure::Kind::kPanel; }
   };
   using Progress = std::function<void(std::size_t index, const Row& row)>;
 

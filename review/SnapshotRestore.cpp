@@ -28,10 +28,6 @@ State stateOf(const MacroBatch::Row& row) {
   return State::kUnknown;
 }
 
-bool worthAnotherTry(const MacroBatch::Row& row) {
-  return !row.done() && row.why.kind == Failure::Kind::kPanel;
-}
-
 }  // namespace
 
 // How a cancel reaches what runs; it is told at once when there has been one.
@@ -148,10 +144,10 @@ Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told&
       row.state = stateOf(now);
       row.why = now.why;
       row.note = now.note;
-      if (last || !worthAnotherTry(now)) told(written[index]);
+      if (last || !now.mayGoYet()) told(written[index]);
     });
     if (!ran) return ran;
-    if (std::ranges::none_of(batch.rows(), worthAnotherTry)) return {};
+    if (std::ranges::none_of(batch.rows(), &MacroBatch::Row::mayGoYet)) return {};
   }
   return wanted() ? Outcome() : cancelled();
 }

@@ -6,78 +6,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "cli/CommandTable.h"
-#include "model/MacroFile.h"
 #include "model/Settings.h"
-#include "tests/support/TestSite.h"
+#include "tests/cli/CommandFixture.h"
 
 namespace tessaly {
 namespace {
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
-
-constexpr const char* kMacro = "c:\\appli\\macro007.mac";
-constexpr const char* kOlder = "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
-constexpr const char* kPanel = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
-
-constexpr const char* kFunctions = R"(<mfd>
-  <fidsegment_enum name="INPUT_5"><v fidseg="INPUT5" displayname="Camera 5"/></fidsegment_enum>
-  <fidsegment_enum name="dir"><v fidseg="SET" displayname="set"/><v fidseg="INC" displayname="step"/></fidsegment_enum>
-  <fid name="ME1.SIZE.$dir" sid="ME1.SIZE" group="ME1.WIPE" description="Size $dir">
-    <float_parameter name="size" description="size" type="percent" min="0" max="1" minDisp="0" maxDisp="100"/>
-  </fid>
-  <fid name="ME1.ALL.SET" sid="ME1.ALL" group="ME1" description="All">
-    <enum_parameter name="mode" description="Mode"><enum value="0" description="Off"/></enum_parameter>
-    <int_parameter name="level" description="level: " scaler="yes" min="0" max="255" minDisp="0" maxDisp="100"/>
-    <input_parameter name="in" description="Input" use="optional"/>
-    <timecode_parameter name="tc" description="At"/>
-  </fid>
-</mfd>)";
-
-struct Outcome {  // of a run
-  int code;
-  std::string out, errors;
-};
-
-class Commands : public ::testing::Test {
- protected:
-  Commands() {
-    site.write(kEmptyMacro, R"(<macro name=""><data></data></macro>)");
-    site.write(kOlder, kFunctions);
-    site.write(kPanel, "<mfd/>");
-    site.write("c:\\appli\\keep", "");
-  }
-
-  Outcome run(std::vector<std::string> words, const std::string& input = {}) {
-    words.insert(words.begin(), {"--root", site.root.path().string()});
-    std::istringstream in(input);
-    std::ostringstream out, errors;
-    const int code = runCommandLine(words, in, out, errors);
-    return {code, out.str(), errors.str()};
-  }
-
-  // Runs what has to succeed without a word on the error stream.
-  std::string output(std::vector<std::string> words, const std::string& input = {}) {
-    const std::string name = words.front();
-    const Outcome outcome = run(std::move(words), input);
-    EXPECT_EQ(outcome.code, 0) << name;
-    EXPECT_EQ(outcome.errors, "") << name;
-    return outcome.out;
-  }
-
-  // All values of the macro, in their order.
-  std::string values(const std::string& path) {
-    std::string all;
-    const auto macro = readMacro(site.root, path);
-    for (const MacroCommand& command : macro->commands()) {
-      for (const MacroParameter& parameter : command.parameters) all += parameter.value + ',';
-    }
-    return all;
-  }
-
-  TestSite site;
-};
 
 TEST_F(Commands, MacroIsBuiltShownAndChanged) {
   output({"create", kMacro, "Opener"});
@@ -172,7 +108,7 @@ TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
       {{"--nothing"}, 2, "unknown option --nothing"},
   };
   for (const auto& c : cases) {
-    const Outcome outcome = run(c.words);
+    const Ran outcome = run(c.words);
     EXPECT_EQ(outcome.code, c.code) << c.reason;
     EXPECT_THAT(outcome.errors, StartsWith(c.reason));
     EXPECT_EQ(outcome.out, "") << c.reason;
@@ -188,7 +124,7 @@ TEST_F(Commands, KeyFileIsShownAndConverted) {
             "QMF1 - NCSCOMMAND:  e3 10 05 01 \n"
             "QMF1 - NCSCOMMAND:  empty command line, use modify to create command...\n");
   // The last line is no command: the conversion stands, and says so.
-  const Outcome converted = run({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"});
+  const Ran converted = run({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"});
   EXPECT_EQ(converted.code, 1);
   EXPECT_EQ(converted.errors, "1 of 2 commands cannot be read in the macro: line 8 of c:\\k\\key03.upk\n");
   EXPECT_EQ(output({"show", "c:\\k\\new.mac", "--raw"}),
@@ -202,80 +138,6 @@ TEST_F(Commands, HostPathsReachTheSameFile) {
   EXPECT_EQ(output({"name", host}), "Opener\n");
   const std::string relative = std::filesystem::relative(host).string();
   EXPECT_EQ(output({"name", relative}), "Opener\n");
-}
-
-TEST_F(Commands, DictionaryIsListedAndShown) {
-  EXPECT_EQ(output({"dictionary"}), "Number of FIDs: 2/3\n");
-  EXPECT_EQ(output({"dictionary", "--list"}),
-            "Number of FIDs: 2/3\nME1.SIZE.SET\nME1.SIZE.INC\nME1.ALL.SET\n");
-  EXPECT_EQ(output({"dictionary", "--list", "all"}), "Number of FIDs: 2/3\nME1.ALL.SET\n");
-  EXPECT_EQ(output({"dictionary", "--show", "ME1.ALL.SET"}),
-            "Number of FIDs: 2/3\nname: ME1.ALL.SET\nsid: ME1.ALL\ngroup: ME1\ndescription: All\nsource: 1\n"
-            "template: ME1.ALL.SET\n"
-            "parameter: enum mode description=\"Mode\" optional=no values=\"0:Off\"\n"
-            "parameter: integer level description=\"level: \" optional=no scaled=yes min=0 max=255 minDisp=0 "
-            "maxDisp=100\n"
-            "parameter: input in description=\"Input\" optional=yes\n"
-            "parameter: timecode tc description=\"At\" optional=no\n");
-  EXPECT_THAT(output({"dictionary", "--show", "ME1.SIZE.INC"}),
-              HasSubstr("\nsid:\ngroup:\ndescription: Size step\n"));
-  const auto json =
-      nlohmann::json::parse(output({"dictionary", "--list", "inc", "--show", "ME1.SIZE.SET", "--json"}));
-  EXPECT_EQ(json["names"], nlohmann::json::array({"ME1.SIZE.INC"}));
-  EXPECT_EQ(json["function"]["parameters"][0]["unit"], "percent");
-  EXPECT_EQ(run({"dictionary", "--show", "ME1"}).errors, "Unknown function: ME1\n");
-  EXPECT_EQ(run({"dictionary", "word"}).code, 2);
-
-  site.write(kPanel, "<mfd");
-  const Outcome broken = run({"dictionary"});
-  EXPECT_EQ(broken.code, 1);
-  EXPECT_EQ(broken.out, "Number of FIDs: 2/3\n");
-  EXPECT_EQ(broken.errors, std::string("Cannot parse file: ") + kPanel + "\n");
-}
-
-TEST_F(Commands, ValuesAreConvertedAsTheFieldDoes) {
-  const struct {
-    std::vector<std::string> words;
-    const char* out;
-  } cases[] = {
-      {{"ME1.ALL.SET", "level", "--shown", "5,0x"},
-       "shown: 5.0\nstored: 13\nrange: min: 0%   max: 100%\nbeeps: 1\n"},
-      {{"ME1.ALL.SET", "level", "--stored", "128"},
-       "shown: 50.2\nstored: 128\nrange: min: 0%   max: 100%\nbeeps: 0\n"},
-      {{"ME1.ALL.SET", "level", "--shown", "300", "--raw"},
-       "shown: 255\nstored: 255\nrange: min: 0   max: 255\nbeeps: 1\n"},
-      {{"QMF1.ME1.SIZE.INC", "size", "--shown", "-0.5"},
-       "shown: -0.5\nstored: -511\nrange: min: -2.0000   max: 2.0000\nbeeps: 0\n"},
-      {{"ME1.ALL.SET", "tc", "--shown", "10:20:30:25"},
-       "shown: 10:20:30:24\nstored: 270544932\nrange:\nbeeps: 1\n"},
-      {{"ME1.ALL.SET", "in", "--stored", "5"}, "shown: Camera 5\nstored: 5\nrange:\nbeeps: 0\n"},
-      {{"ME1.ALL.SET", "mode", "--shown", "Off"}, "shown: Off\nstored: 0\nrange:\nbeeps: 0\n"},
-  };
-  for (const auto& c : cases) {
-    std::vector<std::string> words = c.words;
-    words.insert(words.begin(), "value");
-    EXPECT_EQ(output(words), c.out);
-  }
-  EXPECT_EQ(run({"value", "ME1.ALL.SET", "mode", "--stored", "7"}).errors, "Unknown value: 7\n");
-  EXPECT_EQ(run({"value", "ME1.ALL.SET", "gone", "--stored", "7"}).errors, "Unknown parameter: gone\n");
-  EXPECT_EQ(run({"value", "ME1.ALL.SET", "mode"}).code, 2);
-}
-
-TEST_F(Commands, SmallQuestions) {
-  EXPECT_EQ(output({"source", "224"}), "Virtual Input 00\n");
-  EXPECT_EQ(run({"source", "256"}).code, 2);
-  EXPECT_EQ(output({"timecode", "270544901"}), "display: 10:20:30:05\nplain: 10:20:30:05\n");
-  EXPECT_EQ(output({"timecode", "0x50a03005"}), "display: 10:20:30.05*\nplain: 10:20:30:05\n");
-  EXPECT_EQ(run({"timecode", "4294967296"}).code, 2);
-  EXPECT_EQ(output({"classic", "23 63 05 01 "}),
-            "valid: yes\ntext: 23 63 05 01 \ndebug: ac: 20 | cd: 63 | co: 05 | kw: 01\n"
-            "description: Set - cd: 63 - co: 05 - kw: 01  | params:\n");
-  const Outcome invalid = run({"classic", "23 10"});
-  EXPECT_EQ(invalid.code, 1) << "a script asks by the exit code";
-  EXPECT_EQ(invalid.out + invalid.errors, "valid: no\ntext:\ndebug:\ndescription:\n");
-  const Outcome unmatched = run({"dictionary", "--list", "none"});
-  EXPECT_EQ(unmatched.code, 1);
-  EXPECT_EQ(unmatched.out + unmatched.errors, "Number of FIDs: 2/3\n");
 }
 
 TEST_F(Commands, WordsAreReadAsTheUsageShowsThem) {
@@ -312,7 +174,7 @@ TEST_F(Commands, MacroGoesThroughAPipe) {
   EXPECT_THAT(output({"show", "-"}, key), StartsWith("Classic:  Trigger - "));
   EXPECT_THAT(output({"convert", "-", "-", "Key"}, key), HasSubstr("e3 10 05 01 "));
 
-  const Outcome broken = run({"remove", "-", "0"}, "<macro");
+  const Ran broken = run({"remove", "-", "0"}, "<macro");
   EXPECT_EQ(broken.code, 1);
   EXPECT_EQ(broken.out, "") << "a command that fails writes nothing on";
   EXPECT_EQ(broken.errors, "Cannot parse Macro: -\n");
@@ -338,7 +200,7 @@ TEST_F(Commands, CommandsGoFromMacroToMacro) {
 
   const std::string before = site.read(other);
   site.write(kMacro, "<?xml version='1.0'?><macro><data><cmd fid='\xD0\x9D' /></data></macro>");
-  const Outcome lacking = run({"paste", other}, output({"copy", kMacro, "0"}));
+  const Ran lacking = run({"paste", other}, output({"copy", kMacro, "0"}));
   EXPECT_EQ(lacking.code, 1);
   EXPECT_THAT(lacking.errors, StartsWith("The macro cannot be changed: \"\xD0\x9D\" has letters that"));
   EXPECT_EQ(site.read(other), before);
@@ -347,7 +209,7 @@ TEST_F(Commands, CommandsGoFromMacroToMacro) {
   const std::string key = "#UPK\n\nFile=\nName=MK04\n\n\ne3 10 05 01 \nx\n";
   output({"paste", other, "--at", "0"}, output({"copy", "-", "0"}, key));
   EXPECT_EQ(values(other), "e3 10 05 01 ,e3 10 05 01 ,0.1,");
-  const Outcome lost = run({"copy", "-", "0-1"}, key);
+  const Ran lost = run({"copy", "-", "0-1"}, key);
   EXPECT_EQ(lost.code, 1);
   EXPECT_EQ(lost.errors, "1 of 2 commands cannot be read in the macro: line 8 of -\n");
 }
@@ -433,7 +295,7 @@ TEST_F(Commands, WhatTheSaveMakesUnreadableIsCounted) {
   EXPECT_THAT(output({"show", kMacro}), StartsWith("QMF1Classic:  empty command line"))
       << "inserted as it is";
   const std::string key = "#UPK\n\n\nName=K\n\n\n23 10 05 01 \r\n\r\n23 10 05 01\r" + longest + "\n";
-  const Outcome outcome = run({"convert", "-", "-", "Key"}, key);
+  const Ran outcome = run({"convert", "-", "-", "Key"}, key);
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.errors, "2 of 3 commands cannot be read in the macro: lines 9, 10 of -\n");
   EXPECT_THAT(outcome.out, HasSubstr("23 10 05 01 ")) << "the conversion itself stays";
@@ -486,7 +348,7 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
        "control character"},
   };
   for (const auto& [given, says] : cases) {
-    const Outcome refused = run({"paste", kMacro}, given);
+    const Ran refused = run({"paste", kMacro}, given);
     EXPECT_EQ(refused.code, 1) << given;
     EXPECT_THAT(refused.errors, HasSubstr(says)) << given;
     EXPECT_EQ(output({"show", kMacro}), "empty macro\n");

@@ -6,14 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tests/walk/person.inc.sh
-. tools/packages.sh
-install_missing "${build_packages[@]}" "${run_packages[@]}" "${check_packages[@]}"
-[ $# -gt 0 ] || build_targets tessaly tessaly-cli tessaly-panelsim
-programs=$(realpath "${1:-build/release/bin}")
-pictures=$(realpath -m "${2:-build/hands}")
-rm -rf "$pictures" && mkdir -p "$pictures"
-work=$(mktemp -d)
-trap end_walk EXIT
+begin_walk build/hands "$@"
 
 site=$work/site
 mkdir "$site" && cp -R site/c "$site/"

@@ -4,6 +4,18 @@ main_title="Corvane XL Macro Viewer / Editor"
 longest=30  # seconds that a condition may take on a busy machine
 step=0
 
+# begin_walk PICTURES_UNLESS_NAMED [PROGRAMS [PICTURES]]: what the walk needs is there, and goes again at its end.
+begin_walk() {
+  . tools/packages.sh
+  install_missing "${build_packages[@]}" "${run_packages[@]}" "${check_packages[@]}"
+  [ $# -gt 1 ] || build_targets tessaly tessaly-cli tessaly-panelsim
+  programs=$(realpath "${2:-build/release/bin}")
+  pictures=$(realpath -m "${3:-$1}")
+  rm -rf "$pictures" && mkdir -p "$pictures"
+  work=$(mktemp -d)
+  trap end_walk EXIT
+}
+
 say() { echo "walk: $*"; }
 
 fail() {
