@@ -7,6 +7,7 @@
 
 #include "cli/CommandTable.h"
 #include "model/MacroFile.h"
+#include "tests/cli/Ran.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
@@ -28,12 +29,6 @@ inline constexpr const char* kFunctions = R"(<mfd>
     <timecode_parameter name="tc" description="At"/>
   </fid>
 </mfd>)";
-
-// Of one run of the program.
-struct Ran {
-  int code;
-  std::string out, errors;
-};
 
 class Commands : public ::testing::Test {
  protected:

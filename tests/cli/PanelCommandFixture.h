@@ -8,18 +8,13 @@
 
 #include "cli/CommandTable.h"
 #include "panelsim/PanelSimulator.h"
+#include "tests/cli/Ran.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {
 
 inline constexpr const char* kLocal = "c:\\macros\\macro001.mac";
 inline constexpr const char* kOpener = R"(<macro name="Opener"><data></data></macro>)";
-
-// Of one run of the program.
-struct Ran {
-  int code;
-  std::string out, errors;
-};
 
 // The program against a panel of this process, with both of its services.
 class PanelCommands : public testing::Test {
