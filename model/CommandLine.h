@@ -7,7 +7,7 @@
 #include "dictionary/FunctionDictionary.h"
 #include "model/MacroCommand.h"
 
-// The one line of text that shows a command (docs/command-line.md): UTF-8, of texts that are UTF-8.
+// The one line of text that shows a command (docs/command-text.md): UTF-8, of texts that are UTF-8.
 namespace tessaly {
 
 struct LineOptions {

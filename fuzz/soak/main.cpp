@@ -1,4 +1,4 @@
-// The window against misbehaving panels; see docs/reliability.md.
+// The window against misbehaving panels; see docs/development/reliability.md.
 #include <clocale>
 #include <cstdio>
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tries the command lines of the documents: check_documents.py SOURCE_FOLDER PROGRAM_FOLDER
+"""Tries the command lines and the links of the documents: check_documents.py SOURCE_FOLDER PROGRAM_FOLDER
 
 A line counts in whatever order it is typed, so each build folder is configured as the scripts do it and then asked
 for every target that a document names. Programs are asked for their options, scripts are only parsed.
@@ -15,7 +15,7 @@ from pathlib import Path
 
 source, programs = Path(sys.argv[1]), Path(sys.argv[2])
 HANDBOOKS = ["README.md", "CONTRIBUTING.md", "SECURITY.md", "site/README.md"]  # every block of theirs is commands
-PAGES = sorted(str(page.relative_to(source)) for page in (source / "docs").glob("*.md"))
+PAGES = sorted(str(page.relative_to(source)) for page in (source / "docs").rglob("*.md"))
 OUTSIDE = {"sudo", "cp", "cd", "cpack", "git"}
 COMMAND = re.compile(r"^(\./|cmake |ctest |tessaly|build/|tools/|tests/|fuzz/|packaging/|\.ci/|[A-Z]+=\S+ )")
 faults = []
@@ -92,10 +92,36 @@ def check(words, names, targets):
     return head in OUTSIDE or ("/" in head and check_script(words))
 
 
+def anchors(page):
+    """What a link may name behind #: the page's headings in small letters, hyphens for blanks."""
+    headings = re.findall(r"^#+ (.*)", page.read_text(), re.M)
+    return {re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-") for heading in headings}
+
+
+def broken_links(page):
+    for link in re.findall(r"\]\(([^)\s]+)\)", (source / page).read_text()):
+        path, _, anchor = link.partition("#")
+        there = (source / page).parent / path if path else source / page
+        if "://" not in link and not (there.exists() and (not anchor or anchor in anchors(there))):
+            yield link
+
+
+def strangers():
+    """Pages that a file of the repository names by their place, and that are not there."""
+    told = subprocess.run(["git", "grep", "-noP", r"(?<![\w/])docs/[\w/.-]+\.(md|json|dot|svg|png)", "--", ".", ":!CHANGELOG.md"],
+                          cwd=source, capture_output=True, text=True).stdout
+    for line in told.splitlines():
+        file, number, path = line.split(":", 2)
+        if not (source / path).exists():
+            yield f"{file}:{number}: names {path}"
+
+
 names = presets()
 targets = set.intersection(*configured_targets())
 tried = 0
+faults += strangers()
 for page in HANDBOOKS + PAGES:
+    faults += [f"{page}: leads nowhere: {link}" for link in broken_links(page)]
     for words in commands_of(page):
         tried += 1
         if not check(words, names, targets):
