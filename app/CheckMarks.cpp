@@ -1,13 +1,18 @@
 #include "app/CheckMarks.h"
 
 #include <algorithm>
+#include <chrono>
 #include <map>
+#include <utility>
 
 #include "windows/FindingText.h"
 
 namespace tessaly {
 
 namespace {
+
+// Longer than what an edit or an opened macro takes until it is painted.
+constexpr std::chrono::milliseconds kRest{150};
 
 std::map<int, CommandMark> marksOf(const Findings& findings) {
   std::map<int, CommandMark> marks;
@@ -24,6 +29,9 @@ std::map<int, CommandMark> marksOf(const Findings& findings) {
 }  // namespace
 
 CheckMarks::CheckMarks(const PaneAccesses& panes) : panes_(panes) {
+  rest_.setSingleShot(true);
+  rest_.setInterval(kRest);
+  connect(&rest_, &QTimer::timeout, this, &CheckMarks::hand);
   for (const Pane pane : kPanes)
     connect(&state(pane).copy, &WorkingCopy::changed, this, [this, pane] { look(pane); });
 }
@@ -48,20 +56,26 @@ void CheckMarks::look(Pane pane) {
 }
 
 void CheckMarks::ask(Pane pane) {
-  const WorkingCopy& copy = state(pane).copy;
-  found_[index(pane)] = {copy.revision(), std::nullopt};
+  found_[index(pane)] = {state(pane).copy.revision(), std::nullopt};
+  due_[index(pane)] = true;
   state(pane).view.commands().rows().setMarks({});
-  std::optional<Wanted> wanted;
-  if (copy.content() == WorkingCopy::Content::kMacro)
-    wanted = Wanted{copy.revision(), *copy.macro()};
-  else if (copy.content() == WorkingCopy::Content::kKeyFile)
-    wanted = Wanted{copy.revision(), copy.keyFile()};
+  rest_.start();
+  emit found(pane);
+}
+
+void CheckMarks::hand() {
   {
     const std::lock_guard guard(mutex_);
-    wanted_[index(pane)] = std::move(wanted);
+    for (const Pane pane : kPanes)
+      if (std::exchange(due_[index(pane)], false)) wanted_[index(pane)] = wanted(state(pane).copy);
   }
   asked_.notify_one();
-  emit found(pane);
+}
+
+std::optional<CheckMarks::Wanted> CheckMarks::wanted(const WorkingCopy& copy) {
+  if (copy.content() == WorkingCopy::Content::kMacro) return Wanted{copy.revision(), *copy.macro()};
+  if (copy.content() == WorkingCopy::Content::kKeyFile) return Wanted{copy.revision(), copy.keyFile()};
+  return std::nullopt;
 }
 
 void CheckMarks::take(Pane pane, int revision, Findings findings) {

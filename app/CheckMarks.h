@@ -9,6 +9,7 @@
 #include <variant>
 
 #include <QObject>
+#include <QTimer>
 
 #include "app/PaneState.h"
 #include "review/MacroCheck.h"
@@ -16,8 +17,8 @@
 namespace tessaly {
 
 // What a check finds in the macros that the panes show: looked for on a thread of its own whenever one
-// changes, and marked at the lines of the commands. What was found before a change is forgotten with it. GUI
-// thread.
+// has changed and rests, so that a check costs no edit its time, and marked at the lines of the commands.
+// What was found before a change is forgotten with it. GUI thread.
 class CheckMarks : public QObject {
   Q_OBJECT
 
@@ -45,12 +46,16 @@ class CheckMarks : public QObject {
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   void look(Pane pane);
   void ask(Pane pane);
+  void hand();
+  [[nodiscard]] static std::optional<Wanted> wanted(const WorkingCopy& copy);
   void take(Pane pane, int revision, Findings findings);
   void work(const std::stop_token& stop);
 
   PaneAccesses panes_;
   std::array<Found, kPanes.size()> found_;
   bool begun_ = false;
+  std::array<bool, kPanes.size()> due_{};  // asked for, and not handed to the worker
+  QTimer rest_;
 
   std::mutex mutex_;  // guards what follows, up to the thread
   std::condition_variable_any asked_;
