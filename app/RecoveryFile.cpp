@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "link/PanelMacros.h"
+#include "model/FramedRecord.h"
 #include "model/RecordText.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -18,8 +19,6 @@ constexpr std::size_t kLargestRecord = 64 * 1024;  // bytes
 constexpr const char* kName = "name";
 constexpr const char* kSince = "since";
 constexpr const char* kEdited = "edited";
-constexpr const char* kSize = "size";
-constexpr const char* kSum = "sum";
 constexpr const char* kAside = "aside";
 constexpr const char* kLoose = "loose";
 
@@ -58,10 +57,7 @@ Outcome RecoveryFile::write(const RecoveryRecord& record) const {
   text.set(kName, record.target.name);
   text.set(kSince, static_cast<std::uint64_t>(record.since));
   text.set(kEdited, static_cast<std::uint64_t>(record.edited));
-  if (record.check) {
-    text.set(kSize, record.check->size);
-    text.set(kSum, record.check->sum);
-  }
+  if (record.check) setCheck(text, *record.check);
   if (record.setAside) text.set(kAside, std::string_view("yes"));
   if (!record.loose.empty()) text.set(kLoose, std::string_view("yes"));
   if (auto made = makeOwnFolder(root_.resolve(folder_)); !made) return made;
@@ -110,9 +106,7 @@ std::optional<RecoveryRecord> RecoveryFile::read() const {
   if (!since || !edited) return std::nullopt;
   record.since = static_cast<std::int64_t>(*since);
   record.edited = static_cast<std::int64_t>(*edited);
-  const auto size = text->number(kSize);
-  const auto sum = text->number(kSum);
-  if (size && sum) record.check = ContentCheck{*size, *sum};
+  record.check = checkIn(*text);
   record.setAside = !text->get(kAside).empty();
   return record;
 }

@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t kLongestFrame = 48;  // "LENGTH SUM", both at their longest
 
 constexpr const char* kSize = "size";
-constexpr const char* kSum = "sum";
+constexpr const char* kCheck = "check";
 
 }  // namespace
 
@@ -25,7 +25,7 @@ std::optional<std::uint64_t> takeNumber(std::string_view& text, char behind) {
 std::string framedRecord(const RecordText& keys, std::string_view first, std::string_view second) {
   std::string inside = keys.text() + '\n';
   inside.append(first).append(second);
-  return std::to_string(inside.size()) + ' ' + std::to_string(contentCheck(inside).sum) + '\n' + inside +
+  return std::to_string(inside.size()) + ' ' + std::to_string(textSum(inside)) + '\n' + inside +
          '\n';
 }
 
@@ -37,7 +37,7 @@ std::optional<FramedRecord> takeFramedRecord(std::string_view& text) {
   const std::string_view rest = text.substr(std::min(text.size(), kLongestFrame) - frame.size());
   if (*length >= rest.size() || rest[*length] != '\n') return std::nullopt;
   const std::string_view inside = rest.substr(0, *length);
-  if (contentCheck(inside).sum != *sum) return std::nullopt;
+  if (textSum(inside) != *sum) return std::nullopt;
   const std::size_t keys = inside.find("\n\n");
   auto read = keys == std::string_view::npos ? std::nullopt : RecordText::parse(inside.substr(0, keys + 1));
   if (!read) return std::nullopt;
@@ -47,11 +47,11 @@ std::optional<FramedRecord> takeFramedRecord(std::string_view& text) {
 
 void setCheck(RecordText& text, const ContentCheck& check) {
   text.set(kSize, check.size);
-  text.set(kSum, check.sum);
+  text.set(kCheck, check.sum);
 }
 
 std::optional<ContentCheck> checkIn(const RecordText& text) {
-  const auto size = text.number(kSize), sum = text.number(kSum);
+  const auto size = text.number(kSize), sum = text.number(kCheck);
   return size && sum ? std::optional(ContentCheck{*size, *sum}) : std::nullopt;
 }
 

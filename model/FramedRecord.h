@@ -22,7 +22,7 @@ struct FramedRecord {
 // Takes a record from the front; nothing, and nothing taken, when no whole one stands there.
 [[nodiscard]] std::optional<FramedRecord> takeFramedRecord(std::string_view& text);
 
-// The keys "size" and "sum".
+// The keys "size" and "check".
 void setCheck(RecordText& text, const ContentCheck& check);
 [[nodiscard]] std::optional<ContentCheck> checkIn(const RecordText& text);
 

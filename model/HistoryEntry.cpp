@@ -127,7 +127,7 @@ std::string_view HistoryEntry::key() const { return std::string_view(stem).subst
 std::string historyKey(const MacroPlace& place) {
   RecordText record;
   record.set(place);
-  const std::uint64_t sum = contentCheck(record.text()).sum;
+  const std::uint64_t sum = textSum(record.text());
   return format("%08x", static_cast<unsigned>(sum ^ (sum >> 32)));
 }
 

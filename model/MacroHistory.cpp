@@ -49,7 +49,7 @@ Failure nearlyFull() { return {Failure::Kind::kFull, "cannot be kept: the disk i
 std::uint64_t lockNumber(const fs::path& file) {
   std::error_code error;
   const fs::path plain = fs::weakly_canonical(file, error);
-  return contentCheck((error ? file : plain).string()).sum | 1U;
+  return textSum((error ? file : plain).string()) | 1U;
 }
 
 Outcome writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sync sync) {

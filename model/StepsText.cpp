@@ -9,7 +9,7 @@
 namespace tessaly {
 namespace {
 
-constexpr std::uint64_t kVersion = 1;
+constexpr std::uint64_t kVersion = 2;
 
 constexpr const char* kKind = "kind";
 constexpr const char* kHead = "steps";

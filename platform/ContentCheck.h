@@ -5,8 +5,8 @@
 
 namespace tessaly {
 
-// Tells whether a file still holds what it held: its size and a checksum (FNV-1a, 64 bits). Against chance
-// and other programs, not against a forger.
+// Tells whether a file still holds what it held: its size and a checksum (XXH3, 64 bits), which costs less
+// than reading it. Against chance and other programs, not against a forger.
 struct ContentCheck {
   std::uint64_t size = 0;
   std::uint64_t sum = 0;
@@ -14,12 +14,9 @@ struct ContentCheck {
   friend bool operator==(const ContentCheck&, const ContentCheck&) = default;
 };
 
-[[nodiscard]] inline ContentCheck contentCheck(std::string_view bytes) {
-  constexpr std::uint64_t kStart = 0xCBF29CE484222325;
-  constexpr std::uint64_t kPrime = 0x100000001B3;
-  std::uint64_t sum = kStart;
-  for (const char c : bytes) sum = (sum ^ static_cast<unsigned char>(c)) * kPrime;
-  return {bytes.size(), sum};
-}
+[[nodiscard]] ContentCheck contentCheck(std::string_view bytes);
+
+// The sum of short texts: of a record's lines, of a name (FNV-1a, 64 bits).
+[[nodiscard]] std::uint64_t textSum(std::string_view text);
 
 }  // namespace tessaly

@@ -102,6 +102,7 @@ class Scan {
     } else if (equalNoCase({at_, ::strnlen(at_, 9)}, "<!DOCTYPE")) {
       documentType();
     } else {
+      if (next == '?') at_[1] = kHiddenQuestion;
       skipBeyond(1, ">", "an instruction");  // the parser ends it here, quotes or not
     }
   }
@@ -208,11 +209,9 @@ bool hasForbiddenControl(std::string_view bytes) {
          }) > 0;
 }
 
-void hide(std::string& bytes) {
-  for (std::size_t at = bytes.find('&'); at != std::string::npos; at = bytes.find('&', at))
+void hideAmpersands(std::string& bytes) {
+  for (std::size_t at = bytes.find('&'); at != std::string::npos; at = bytes.find('&', at + 1))
     bytes[at] = kHiddenAmpersand;
-  for (std::size_t at = bytes.find("<?"); at != std::string::npos; at = bytes.find("<?", at))
-    bytes[at + 1] = kHiddenQuestion;
 }
 
 }  // namespace
@@ -220,7 +219,7 @@ void hide(std::string& bytes) {
 XmlLook prepareXml(std::string& bytes, const XmlLimits& limits) {
   const bool forbidden = hasForbiddenControl(bytes);
   if (forbidden && bytes.find('\0') != std::string::npos) return {Failure{Kind::kNotXml, "holds a NUL"}, {}};
-  hide(bytes);
+  hideAmpersands(bytes);
   XmlLook look = Scan(bytes, limits).run();
   if (forbidden) look.kept = Failure{Kind::kNotKept, "holds a control character that XML does not allow"};
   return look;

@@ -12,7 +12,7 @@ namespace {
 using Kind = HeldContent::Kind;
 using Mode = MacroBatch::Mode;
 
-constexpr std::uint64_t kVersion = 1;
+constexpr std::uint64_t kVersion = 2;
 
 constexpr const char* kKind = "kind";
 constexpr const char* kBatch = "batch";
