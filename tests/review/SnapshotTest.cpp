@@ -221,7 +221,7 @@ class SnapshotTakingTest : public testing::Test {
                            const bool reached = panel_.unreachable-- <= 0;
                            return reached ? std::make_unique<PanelShelf>(panel_, workplace) : nullptr;
                          },
-                         {.onlyMacros = true, .tries = 3, .pause = std::chrono::milliseconds{1}}};
+                         {.onlyMacros = true, .tries = {3, std::chrono::milliseconds{1}}}};
 };
 
 TEST_F(SnapshotTakingTest, GoesOnAfterALostLineAndLeavesOutWhatIsGone) {
