@@ -166,11 +166,11 @@ void actRestore(Desk& desk, const Fault&) {
   });
   const std::string told = desk.strip();
   desk.choose(Pane::kB, "&Close Snapshot");
-  desk.window->say(QString::fromStdString(told));
+  desk.window->say(QString::fromStdString(told[0] == '0' ? "NOT restored: " + told : told));
 }
 // The disk's macro 001 to the panel. What the window tells is put into the strip, to be judged there.
 void actCopyWorkplace(Desk& desk, const Fault& fault) {
-  desk.choose(Pane::kA, "&Workplaces...");
+  desk.choose(Pane::kA, "Work&places...");
   QPointer<WorkplacesWindow> window = desk.window->findChild<WorkplacesWindow*>();
   const auto settled = [&](bool stands) {
     if (stands) desk.settle(kNoAnswer);
@@ -296,7 +296,7 @@ const std::vector<Operation>& windowOperations() {
       {"save panel", Stage::kMacro, true, true, kAll, kNames / 2, "", "saved and verified: ", actSavePanel,
        "NOT saved: "},
       {"restore", Stage::kMacro, true, true, kAll, 0, "panel:7", "1 macros are restored", actRestore,
-       "0 macros are restored"},
+       "NOT restored: "},
       {"close and save", Stage::kEdited, true, true, kAll, 0, "panel:7", "saved: ", actClose},
   };
   return operations;
