@@ -257,6 +257,8 @@ const std::vector<Fault>& panelFaults() {
        true},
       {"disk-full", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.diskFull = true; }); }},
+      {"refuse-download", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.refuseDownload = true; }); }},
       {"flip-byte", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.flipByte = 20; }); }},
       {"cut-silent", false, true, false, true,

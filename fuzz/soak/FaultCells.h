@@ -41,11 +41,11 @@ struct Operation {
 struct Fault {
   const char* name;
   bool ofControl, ofFiles;
-  bool losesLine;          // the connection ends
-  bool valuesCome;         // all values, in time
+  bool losesLine;   // the connection ends
+  bool valuesCome;  // all values, in time
+  void (*begin)(Desk& desk, const Operation& operation);
   bool breaksOff = false;  // it ends in the middle of an operation's values
   bool stands = false;     // nothing would ever end a transfer but its cancel
-  void (*begin)(Desk& desk, const Operation& operation);
 };
 
 [[nodiscard]] const std::vector<Fault>& panelFaults();

@@ -66,6 +66,22 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
     EXPECT_EQ(panel.files[0], done ? kNew : found);
     EXPECT_EQ(batch.rows()[0].before, HeldContent::of(kOld));
   }
+  // Also by the next start, when the program ends before the second try has begun anything.
+  panel.files[0] = kOld;
+  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
+                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
+  panel.tears = true;
+  EXPECT_TRUE(batch.run());
+  panel.onAsked = [] { throw 1; };
+  EXPECT_ANY_THROW(static_cast<void>(batch.run()));
+  panel.onAsked = {};
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kWaits) << "the panel holds a part yet";
+  panel.tears = false;
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kEnded);
+  EXPECT_EQ(panel.files[0], kNew);
+  MacroBatch twice(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
+                   {item(0), {{"C:/wp/MACRO000.mac", {}, 0, {}}, kNew}});
+  EXPECT_EQ(twice.run().failure().kind, Failure::Kind::kInTheWay);
 }
 
 // Replacement on the disk: whatever stops it, nothing of it stays, nor a journal.
@@ -231,6 +247,14 @@ TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
     static_cast<void>(recoverBatches(places));
     EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
   }
+  BatchRecord torn{"replacement", Mode::kAllOrNone, MacroChange::kEdit, {item(0)}, {kOld}, {}, false};
+  site.write(file(0), kNew);
+  ASSERT_TRUE(BatchJournal::begin(site.root, torn)->noteUndoing());
+  protect(0, true);
+  EXPECT_THAT(recoverBatches(places)[0].failed, SizeIs(1));
+  protect(0, false);
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kUndone) << "what could not be undone is undone another time";
+  EXPECT_EQ(site.read(file(0)), kOld);
   panel.refused = 1;
   for (int number : {0, 1, 2}) panel.files[number] = kOld;
   BatchRecord record{"copy", Mode::kAsManyAsGo, MacroChange::kCopy, {}, {}, {}, false};
@@ -295,6 +319,28 @@ TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
                                 std::pair(2, Row::kOnlyLeft), std::pair(3, Row::kOnlyRight)));
   comparison.cancel();
   EXPECT_EQ(comparison.run({}).failure().kind, Failure::Kind::kCancelled);
+}
+
+// Catches two unreadable macros that are called the same, a reason of the wrong side, and a macro that has
+// gone.
+TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
+  FakeShelf other;
+  panel.listed = other.listed = {0, 1, 2, 3, 4};
+  const std::string one = "<macro  name='One'/>", chips = "<macro name=\"Fish &amp; chips\"/>";
+  panel.files = {{1, one}, {3, one}, {4, chips}};
+  other.files = {{1, one}, {3, one}, {4, chips}};
+  panel.unreadable = 1;
+  other.unreadable = 2;
+  std::vector<std::string> told;
+  EXPECT_TRUE(WorkplaceComparison(panel, other).run([&](const WorkplaceRow& row, std::size_t) {
+    const bool unreadable = row.state == WorkplaceRow::State::kUnreadable;
+    told.push_back(row.number.text() + (unreadable ? ' ' + row.trouble : ' ' + row.left));
+  }));
+  EXPECT_THAT(told, ElementsAre("001 cannot be read", "002 cannot be read", "003 One", "004 Fish & chips"));
+  WorkplaceComparison ended(panel, other);
+  panel.onRead = [&] { ended.cancel(); };
+  EXPECT_EQ(ended.run([](const WorkplaceRow&, std::size_t) { ADD_FAILURE(); }).failure().kind,
+            Failure::Kind::kCancelled);
 }
 
 // A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.

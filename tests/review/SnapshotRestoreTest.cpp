@@ -99,6 +99,14 @@ TEST_F(SnapshotRestoreTest, ACopyOfAWorkplaceWritesWhatWasCompared) {
   EXPECT_TRUE(copy.run(tell));
   EXPECT_EQ(panel.files[2], kOld);
   EXPECT_THAT(copy.traces(), SizeIs(1)) << "what was written before is an entry of its own";
+
+  // A cancel under the last thing that is read.
+  panel.writes = 0;
+  const auto shelf = [this] { return std::shared_ptr<MacroShelf>(std::shared_ptr<MacroShelf>(), &panel); };
+  WorkplaceCopy ended(site.root, shelf, shelf, "copy", {{number(2), of(kOld), of(kOld)}});
+  panel.onRead = [&] { ended.cancel(); };
+  EXPECT_EQ(ended.run(tell).failure().kind, Failure::Kind::kCancelled);
+  EXPECT_EQ(panel.writes, 0);
 }
 
 }  // namespace

@@ -215,9 +215,11 @@ class SnapshotTakingTest : public testing::Test {
 
   Panel panel_;
   std::size_t told_ = 0;
+  int made_ = 0;
   SnapshotTaking taking_{{"10.0.0.5", {}},
                          {1, 2, 3},
                          [this](int workplace) {
+                           ++made_;
                            const bool reached = panel_.unreachable-- <= 0;
                            return reached ? std::make_unique<PanelShelf>(panel_, workplace) : nullptr;
                          },
@@ -234,6 +236,7 @@ TEST_F(SnapshotTakingTest, GoesOnAfterALostLineAndLeavesOutWhatIsGone) {
   EXPECT_EQ(taken->of(3).size(), 2U);
   EXPECT_EQ(taken->of(1)[2].name, "N");
   EXPECT_EQ(told_, 6U);
+  EXPECT_EQ(made_, 7) << "a shelf whose line was lost is not used again";
   EXPECT_TRUE(packSnapshot(*taken));
 }
 
