@@ -47,7 +47,7 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
   const std::string huge(20'000'000, 'h');  // more than lies on the way to a panel that does not read
   const FtpFaults stall{.stallTransfer = true}, slow{.bytesPerSecond = 1000}, dead{.deadLine = true};
   for (const auto& [faults, bytes] : std::vector<std::pair<FtpFaults, const std::string*>>{
-           {stall, nullptr}, {stall, &huge}, {stall, &big}, {slow, nullptr}, {slow, &huge}, {dead, &big}}) {
+           {stall, nullptr}, {slow, nullptr}, {stall, &huge}, {stall, &big}, {slow, &huge}, {dead, &big}}) {
     ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = faults}));
     FtpClient held = ftp();
     auto result = std::async(std::launch::async, [&held, &got, sent = bytes, &remote] {

@@ -122,6 +122,7 @@ TEST(SnapshotTest, RefusesWhatIsNoWholeSnapshot) {
        "list that cannot be read"},
       {"workplace 9", withList("\"workplace\": 2", "\"workplace\": 9"), "list that cannot be read"},
       {"workplace not read", withList("\"workplace\": 2", "\"workplace\": 4"), "list that cannot be read"},
+      {"workplaces in wrong order", withList("  1,\n  2,", "  2,\n  1,"), "list that cannot be read"},
       {"wrong order", withList("\"workplace\": 1", "\"workplace\": 3"), "list that cannot be read"},
       {"number", withList("\"999\"", "\"../\""), "list that cannot be read"},
       {"sum", withList("\"sha256\": \"", "\"sha256\": \"" + sum + "\",\"x\":\""), "is not what was stored"},
