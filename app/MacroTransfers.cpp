@@ -9,14 +9,6 @@
 
 namespace tessaly {
 
-namespace {
-
-// Holds what a panel has while it is looked at.
-constexpr const char* kLookFolder = "recovery";
-constexpr const char* kLookFile = "recovery\\look.mac";
-
-}  // namespace
-
 bool MacroTransfers::run(const QString& label, const PanelTransfer::Operation& operation) {
   outcome_ = panel_.run(label, operation);
   return outcome_.done();
@@ -81,19 +73,15 @@ bool MacroTransfers::rename(const MacroPlace& place, const std::string& name) {
 }
 
 MacroTransfers::Present MacroTransfers::lookOnPanel(const MacroPlace& place) {
-  if (const Outcome made = makeFolder(site_.root, kLookFolder); !made)
-    return {.trouble = failureText(made.failure())};
+  VerifiedSend::Old found{FtpClient::Result::kFailed, {}};
   const bool came =
       run(tr("Looking at macro %1 on the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-        return macros.download(place.address, place.workplace, place.number, kLookFile);
+        found = macros.read(place.address, place.workplace, place.number);
+        return TransferOutcome{found.fetched};
       });
-  if (outcome_.transfer == FtpClient::Result::kNotFound) return {.missing = true};
-  if (!came)
-    return {.cancelled = outcome_.transfer == FtpClient::Result::kCancelled, .trouble = outcomeText()};
-  auto bytes = readFile(site_.root, kLookFile);
-  static_cast<void>(removeFile(site_.root, kLookFile));
-  if (!bytes) return {.trouble = failureText(bytes.failure())};
-  return {.bytes = *std::move(bytes)};
+  if (came) return {.bytes = std::move(found.bytes)};
+  if (found.fetched == FtpClient::Result::kNotFound) return {.missing = true};
+  return {.cancelled = found.fetched == FtpClient::Result::kCancelled, .trouble = outcomeText()};
 }
 
 MacroTransfers::Present MacroTransfers::look(const MacroPlace& place) {

@@ -44,6 +44,10 @@ class MacroTransfers {
     QString trouble = {};                   // why not, but for a missing one
   };
   [[nodiscard]] Present look(const MacroPlace& place);
+  // What this program has last fetched from a place on a panel, or sent there.
+  [[nodiscard]] std::optional<ContentCheck> seen(const MacroPlace& place) const {
+    return panel_.macros().seen().of(place);
+  }
 
   // What became of the transfer, and what the panel holds after an upload. For the strip.
   [[nodiscard]] QString outcomeText() const;

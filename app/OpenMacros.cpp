@@ -191,17 +191,19 @@ bool OpenMacros::unseen(Pane list, const MacroTarget& target, const std::string&
     if (copy.targetDiffers(bytes)) return true;
     known = true;
   }
-  if (known || target.source == PaneSource::kPanel) return false;  // a panel's list tells names only
+  if (known) return false;
   const std::vector<MacroRow>& rows = state(list).macroRows;
-  return std::none_of(rows.begin(), rows.end(), [&](const MacroRow& row) {
-    return row.numberText == target.numberText && row.check == contentCheck(bytes);
-  });
+  const auto row = std::find_if(rows.begin(), rows.end(),
+                                [&](const MacroRow& each) { return each.numberText == target.numberText; });
+  const bool listed = row != rows.end();
+  if (target.source == PaneSource::kHarddisk) return !listed || row->check != contentCheck(bytes);
+  // A panel's list tells names only: what was never read is at least known to be there.
+  const auto seen = transfers_.seen(placeOf(target));
+  return seen ? *seen != contentCheck(bytes) : !listed;
 }
 
 bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from) {
-  const bool shownHere =
-      std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) { return shows(pane, placeOf(target)); });
-  if (target.source == PaneSource::kPanel && (demo_ || !shownHere)) return true;
+  if (target.source == PaneSource::kPanel && demo_) return true;
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   const QString number = QString::fromStdString(target.numberText);
   if (present.cancelled) {

@@ -38,8 +38,8 @@ class OpenMacros : public QObject {
   Saved save(Pane pane);
   void discard(Pane pane);
   // Before something is written to a place of the folder or workplace that the pane's list shows: whether
-  // what stands there is what that list or a pane has read, or may be overwritten all the same. What the pane
-  // `from` shows can be compared with it. `said` tells otherwise.
+  // what stands there is what this program has read or put there, or may be overwritten all the same. What
+  // the pane `from` shows can be compared with it. `said` tells otherwise.
   [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
@@ -76,7 +76,7 @@ class OpenMacros : public QObject {
   // A macro of the disk, or of the snapshot that the pane shows, into a file of our own.
   Outcome fetch(Pane pane, const MacroTarget& target, const std::string& file) const;
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
-  // Whether a place holds something that neither the list nor a pane has read.
+  // Whether a place holds something that neither the list nor a pane nor a transfer has read or written.
   [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;
   void noteListed(Pane pane, const MacroTarget& saved);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);

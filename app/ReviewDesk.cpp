@@ -24,7 +24,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
       return readingShelf(context.panelMacros, context.client, context.history, address, workplace);
     });
   snapshots_ = std::make_unique<Snapshots>(panes_, context.site, context.history, around.connection,
-                                           around.transfer, around.open, context.client, window);
+                                           around.transfer, around.open, around.undo, context.client, window);
   comparisons_ = std::make_unique<Comparisons>(panes_, context.site, around.transfers, around.gate,
                                                around.lines, window);
   checking_ =

@@ -9,8 +9,8 @@
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
-#include "app/PanelTransfer.h"
 #include "app/StatusStrip.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
@@ -38,7 +38,7 @@ QString filesToChoose() { return Snapshots::tr("Snapshots (*.zip)"); }
 }  // namespace
 
 Snapshots::Snapshots(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
-                     PanelConnection& connection, PanelTransfer& transfer, OpenMacros& open,
+                     PanelConnection& connection, PanelTransfer& transfer, OpenMacros& open, MacroUndo& undo,
                      PanelClient& client, QWidget* window)
     : panes_(panes),
       site_(site),
@@ -46,6 +46,7 @@ Snapshots::Snapshots(const PaneAccesses& panes, SiteAccess site, MacroHistory& h
       connection_(connection),
       transfer_(transfer),
       open_(open),
+      undo_(undo),
       client_(client),
       window_(window) {}
 
@@ -71,7 +72,8 @@ void Snapshots::savePanel(Pane pane) {
   std::iota(workplaces.begin(), workplaces.end(), 1);
   const std::unique_ptr<PanelMacros> macros = transfer_.macros().forMany();
   SnapshotTaking taking({address, {}}, workplaces,
-                        [&](int workplace) {
+                        [&](int workplace) -> std::unique_ptr<MacroShelf> {
+                          if (!reached()) return nullptr;
                           return std::make_unique<PanelShelf>(*macros, client_, history_, address, workplace);
                         },
                         {.onlyMacros = true});
@@ -95,7 +97,7 @@ void Snapshots::save(SnapshotTaking& taking, const QString& label, const QString
   const std::string file = choice.selectedFiles().constFirst().toStdString();
   std::size_t count = 0;
   Outcome saved = Failure{Failure::Kind::kNoMemory, {}};
-  static_cast<void>(transfer_.runLong(
+  runBeside(
       label,
       [&](const PanelTransfer::Tell& tell) {
         const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
@@ -105,7 +107,7 @@ void Snapshots::save(SnapshotTaking& taking, const QString& label, const QString
         saved = snapshot ? saveSnapshot(site_.root, file, *snapshot) : Outcome(snapshot.failure());
         if (snapshot) count = snapshot->macros.size();
       },
-      [&] { taking.cancel(); }));
+      [&] { taking.cancel(); });
   if (saved.written())
     emit said(tr("saved and verified: %n macros in %1", nullptr, static_cast<int>(count)).arg(nameOf(file)));
   else
@@ -154,7 +156,8 @@ void Snapshots::restoreToPanel(Pane pane, Pane to) {
   macros->keepIn(history_);
   std::map<int, std::unique_ptr<PanelShelf>> shelves;
   SnapshotRestore rows(snapshot, site_.root, history_,
-                       [&](int workplace) {
+                       [&](int workplace) -> MacroShelf* {
+                         if (!reached()) return nullptr;
                          auto& shelf = shelves[workplace];
                          if (!shelf)
                            shelf =
@@ -189,7 +192,7 @@ void Snapshots::restore(SnapshotRestore& rows, const QString& title) {
     return;
   }
   const auto run = [&](const QString& label, const SnapshotRestoreDialog::Work& work) {
-    static_cast<void>(transfer_.runLong(label, work, [&] { rows.cancel(); }));
+    runBeside(label, work, [&] { rows.cancel(); });
   };
   Outcome looked = Failure{Failure::Kind::kNoMemory, {}};
   run(tr("Comparing macros"), [&](const PanelTransfer::Tell& tell) {
@@ -201,9 +204,33 @@ void Snapshots::restore(SnapshotRestore& rows, const QString& title) {
     return;
   }
   SnapshotRestoreDialog dialog(title, rows, run, &failureText, window_);
-  connect(&dialog, &SnapshotRestoreDialog::written, this, &Snapshots::follow);
+  connect(&dialog, &SnapshotRestoreDialog::written, this,
+          [&](const std::vector<MacroPlace>& written) { noteRestored(rows, written); });
   connect(&dialog, &SnapshotRestoreDialog::said, this, &Snapshots::said);
   dialog.exec();
+}
+
+bool Snapshots::reached() {
+  return connection_.renewLine([this] { return wanted_.load(); });
+}
+
+void Snapshots::runBeside(const QString& label,
+                          const std::function<void(const PanelTransfer::Tell& tell)>& work,
+                          const std::function<void()>& cancel) {
+  wanted_ = true;
+  static_cast<void>(transfer_.runLong(label, work, [&] {
+    wanted_ = false;
+    cancel();
+    client_.endUnwantedAttempt();
+  }));
+  connection_.lineRenewed();
+}
+
+void Snapshots::noteRestored(const SnapshotRestore& rows, const std::vector<MacroPlace>& written) {
+  const auto& traces = rows.traces();
+  if (!traces.empty())
+    undo_.noteBatch(tr("restore of %n macros", nullptr, static_cast<int>(traces.size())), traces);
+  follow(written);
 }
 
 // The panes that show one of these macros, or the folder that they lie in.

@@ -1,16 +1,11 @@
 #include "cli/BatchRows.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace tessaly {
 namespace {
 
 using Row = MacroBatch::Row;
-
-constexpr int kTries = 4;                          // of a macro that a panel does not take
-constexpr std::chrono::milliseconds kPause{1000};  // between two tries
 
 }  // namespace
 
@@ -24,11 +19,8 @@ int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
     print(index, std::string(done) + (row.state == Row::State::kUnverified ? ", not verified" : ""));
     if (!row.note.empty()) session.warn(nameOf(index) + ": " + row.note);
   };
-  for (int tries = 0; tries < kTries; ++tries) {
-    if (tries > 0) std::this_thread::sleep_for(kPause);
-    if (const Outcome ran = batch.run(tell); !ran) return session.failed(ran.failure().text);
-    if (std::ranges::none_of(batch.rows(), &Row::mayGoYet)) break;
-  }
+  Tries tries({});
+  if (const Outcome ran = runTrying(batch, tries, tell); !ran) return session.failed(ran.failure().text);
   int code = kExitDone;
   for (std::size_t i = 0; i < batch.rows().size(); ++i) {
     const Row& row = batch.rows()[i];

@@ -202,6 +202,22 @@ PaneLine PanelConnection::line(Pane pane) const {
   return gone() ? PaneLine::kLost : PaneLine::kStands;
 }
 
+bool PanelConnection::renewLine(const std::function<bool()>& wanted) {
+  if (!gone()) return true;
+  const auto needed = [&] { return wanted() && anyConnected(); };
+  if (!client_.connect(states_->lineAddress(), needed, needed)) return false;
+  renewed_ = true;
+  return true;
+}
+
+void PanelConnection::lineRenewed() {
+  if (!renewed_.exchange(false)) return;
+  subscriptions_.subscribeWorkplaceCounts();
+  for (const Pane pane : kPanes) {
+    if (connected(pane)) refresh(pane);
+  }
+}
+
 std::optional<unsigned> PanelConnection::loss() const {
   if (!anyConnected() || !gone()) return std::nullopt;
   return client_.connectionNumber();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -101,6 +103,9 @@ class PanelConnection {
   void connectedMessage(Pane pane);
   void timeOut(Pane pane);
 
+  // The connected panes are on the line that renewLine has made, if it has: all of them list anew.
+  void lineRenewed();
+
   // When the window closes: drops the subscriptions and the connection if a pane is connected, and gives up
   // attempts.
   void close();
@@ -114,6 +119,10 @@ class PanelConnection {
   [[nodiscard]] WorkplaceFlags workplaces(Pane pane) const { return states_->workplaces(pane); }
   [[nodiscard]] PaneLine line(Pane pane) const;
   [[nodiscard]] bool lost() const { return loss().has_value(); }
+  // Work that goes on when the line is lost in its middle makes it anew, to the panel that it was to; true at
+  // once while it stands. Blocks until connected, failed, or no longer `wanted` (endUnwantedAttempt). The GUI
+  // thread calls `lineRenewed` after such work.
+  [[nodiscard]] bool renewLine(const std::function<bool()>& wanted);
   // While a pane takes itself for connected but the panel has gone: which loss that is, another number for
   // each.
   [[nodiscard]] std::optional<unsigned> loss() const;
@@ -142,6 +151,7 @@ class PanelConnection {
   Messages& messages_;
   PanelConnectionView& view_;
   bool demo_ = false;
+  std::atomic<bool> renewed_{false};
   std::chrono::milliseconds connectTimeOut_ = kConnectTimeOut;
   std::array<Texts, kPanes.size()> texts_;
   std::array<PaneConnectionDisplay, kPanes.size()> displays_;

@@ -72,13 +72,14 @@ std::unique_ptr<PanelMacros> PanelMacros::forMany() const {
   auto macros = std::make_unique<PanelMacros>(client_, root_, manyTransfers_ ? manyTransfers_ : transfers_,
                                               reader_, demo_);
   macros->stayConnected();
+  macros->seen_ = seen_;
   return macros;
 }
 
 TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
                                       std::string_view file) {
   Running running(*this, address);
-  return fetch(running, remoteMacroPath(workplace, number), file);
+  return fetch(running, {{}, address, workplace, std::string(number)}, file);
 }
 
 VerifiedSend::Old PanelMacros::read(const std::string& address, int workplace, std::string_view number) {
@@ -104,7 +105,7 @@ TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workpla
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
                                          std::string_view target, std::string_view buffer) {
   Running running(*this, address);
-  TransferOutcome fetched = fetch(running, remoteMacroPath(workplace, source), buffer);
+  TransferOutcome fetched = fetch(running, {{}, address, workplace, std::string(source)}, buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;
   return sendFile(running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
@@ -134,6 +135,7 @@ bool PanelMacros::rename(int workplace, std::string_view number, const std::stri
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
   parameters.addString("NAME", name);
+  seen_->forget(workplace, number);
   return client_.callFunction(format("PANEL.MACRO%d.NAME.SET", workplace), parameters);
 }
 
@@ -151,7 +153,8 @@ void PanelMacros::cancel() {
   cancelled_ = true;
 }
 
-TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePath, std::string_view file) {
+TransferOutcome PanelMacros::fetch(Running& running, const MacroPlace& place, std::string_view file) {
+  const std::string remotePath = remoteMacroPath(place.workplace, place.number);
   if (demo_ || remotePath.empty()) return {Result::kFailed};
   if (root_.resolve(file).empty()) return {Result::kLocalFile};
   TransferOutcome outcome;
@@ -163,6 +166,8 @@ TransferOutcome PanelMacros::fetch(Running& running, const std::string& remotePa
     outcome.detail = read.failure().text;
   } else if (!writeFile(root_, file, bytes).written()) {
     outcome.transfer = Result::kLocalFile;
+  } else {
+    seen_->note(place, bytes);
   }
   return outcome;
 }
@@ -224,7 +229,9 @@ TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, cons
        .load = [&] { return client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList()); },
        .remove = [&] { return askToDelete(place.workplace, place.number); }},
       remotePath, patience_);
-  return verified.send(bytes, old);
+  TransferOutcome sent = verified.send(bytes, old);
+  if (sent.sent()) seen_->note(place, bytes);
+  return sent;
 }
 
 }  // namespace tessaly

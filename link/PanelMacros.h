@@ -8,6 +8,7 @@
 
 #include "link/MacroTransfer.h"
 #include "link/PanelClient.h"
+#include "link/SeenOnPanel.h"
 #include "link/VerifiedSend.h"
 #include "platform/MacroKeeper.h"
 #include "platform/Outcome.h"
@@ -48,8 +49,8 @@ class PanelMacros {
   PanelMacros(PanelClient& client, const SiteRoot& root, MacroTransferFactory transfers, MacroReader reader,
               bool demo = false);
 
-  // Another one with the same client, root and reader, for many macros in a row: it stays connected. Keeps
-  // nowhere.
+  // Another one with the same client, root, reader and memory of what was seen, for many macros in a row: it
+  // stays connected. Keeps nowhere.
   [[nodiscard]] std::unique_ptr<PanelMacros> forMany() const;
   // The way that it takes; without one the same as this one's. Before the first operation.
   void takeForMany(MacroTransferFactory transfers) { manyTransfers_ = std::move(transfers); }
@@ -63,8 +64,11 @@ class PanelMacros {
   [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
                                          std::string_view file);
 
-  // What the panel holds, whether or not it is a macro.
+  // What the panel holds, whether or not it is a macro. Does not count as seen.
   [[nodiscard]] VerifiedSend::Old read(const std::string& address, int workplace, std::string_view number);
+
+  // What of the panel was last downloaded or sent, by this one or one made of it.
+  [[nodiscard]] const SeenOnPanel& seen() const { return *seen_; }
 
   // Also for a macro that was just created in `file`.
   [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
@@ -103,7 +107,7 @@ class PanelMacros {
  private:
   class Running;
 
-  [[nodiscard]] TransferOutcome fetch(Running& running, const std::string& remotePath, std::string_view file);
+  [[nodiscard]] TransferOutcome fetch(Running& running, const MacroPlace& place, std::string_view file);
   [[nodiscard]] TransferOutcome sendFile(Running& running, std::string_view file, const MacroPlace& place,
                                          MacroChange change);
   [[nodiscard]] TransferOutcome send(Running& running, std::string_view bytes, const MacroPlace& place,
@@ -121,6 +125,7 @@ class PanelMacros {
   bool demo_;
   MacroKeeper* keeper_ = nullptr;
   PutBackPatience patience_;
+  std::shared_ptr<SeenOnPanel> seen_ = std::make_shared<SeenOnPanel>();
   bool staysConnected_ = false;
   std::unique_ptr<MacroTransfer> left_;  // by the operation before, to the host of `leftTo_`
   std::string leftTo_;

@@ -15,7 +15,6 @@ namespace {
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-constexpr milliseconds kPatience{3000};  // without a name, or a further one, the panel has no more to tell
 constexpr milliseconds kLookAround{50};  // how soon a cancel or a lost line is noticed
 
 // What arrives on the library's thread, for the one that waits.
@@ -31,14 +30,14 @@ class Names {
   Names& operator=(const Names&) = delete;
 
   // False when the line has gone or the user has cancelled.
-  [[nodiscard]] bool wait(const std::atomic<bool>& cancelled) {
+  [[nodiscard]] bool wait(const std::atomic<bool>& cancelled, milliseconds patience) {
     std::unique_lock guard(mutex_);
     std::size_t seen = 0;
-    auto deadline = Clock::now() + kPatience;
+    auto deadline = Clock::now() + patience;
     while (names_.size() < static_cast<std::size_t>(MacroNumber::kCount) && Clock::now() < deadline) {
       if (cancelled || client_.state() != kPanelConnected) return false;
       changed_.wait_until(guard, std::min(deadline, Clock::now() + kLookAround));
-      if (names_.size() > seen) deadline = Clock::now() + kPatience;
+      if (names_.size() > seen) deadline = Clock::now() + patience;
       seen = names_.size();
     }
     return true;
@@ -68,15 +67,21 @@ class Names {
 }  // namespace
 
 Expected<std::map<int, std::string>> readWorkplaceNames(PanelClient& client, int workplace,
-                                                        const std::atomic<bool>& cancelled) {
+                                                        const std::atomic<bool>& cancelled,
+                                                        milliseconds patience) {
   Names arriving(client, workplace);
-  const bool stood = arriving.wait(cancelled);
+  const bool stood = arriving.wait(cancelled, patience);
   if (cancelled) return Failure{Failure::Kind::kCancelled, "was cancelled"};
   if (!stood) return Failure{Failure::Kind::kPanel, "the connection to the panel was lost"};
   auto names = arriving.take();
   if (names.empty()) return Failure{Failure::Kind::kPanel, "the panel sent no macro names"};
-  std::erase_if(names, [](const auto& entry) { return entry.second.empty(); });
-  return names;
+  std::map<int, std::string> known;
+  for (int number = 0; number < MacroNumber::kCount; ++number) {
+    const auto name = names.find(number);
+    if (name == names.end() || !name->second.empty())
+      known[number] = name == names.end() ? std::string() : std::move(name->second);
+  }
+  return known;
 }
 
 }  // namespace tessaly

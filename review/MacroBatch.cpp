@@ -206,6 +206,20 @@ void MacroBatch::putBack(const std::vector<std::size_t>& open, std::size_t count
   }
 }
 
+Outcome runTrying(MacroBatch& batch, Tries& tries, const MacroBatch::Progress& progress) {
+  std::vector<bool> givenUp(batch.rows().size(), false);  // each run tries these, too
+  for (int tried = 0; tries.again(tried); ++tried) {
+    const Outcome ran = batch.run([&](std::size_t index, const MacroBatch::Row& row) {
+      if (!row.done() && (givenUp[index] || (row.mayGoYet() && !tries.last(tried)))) return;
+      givenUp[index] = !row.done();
+      progress(index, row);
+    });
+    if (!ran) return ran;
+    if (std::ranges::none_of(batch.rows(), &MacroBatch::Row::mayGoYet)) break;
+  }
+  return {};
+}
+
 BatchTrace traceOf(const BatchItem& item, const MacroBatch::Row& row) {
   return {item.place, row.before, row.kept, HeldContent::after(item.bytes)};
 }

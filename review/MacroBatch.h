@@ -10,6 +10,7 @@
 #include "platform/MacroKeeper.h"
 #include "platform/Outcome.h"
 #include "review/BatchPlaces.h"
+#include "review/Tries.h"
 
 namespace tessaly {
 
@@ -82,6 +83,10 @@ class MacroBatch {
   std::map<std::size_t, std::string> torn_;  // of rows that are unknown: what a part may be left of
   std::atomic<bool> cancelled_{false};
 };
+
+// Runs a batch again while rows of it failed at the panel, which may take them yet. `progress` is told once
+// of each row that is done or given up; a cancel of the tries begins no run, that of the batch ends one.
+Outcome runTrying(MacroBatch& batch, Tries& tries, const MacroBatch::Progress& progress);
 
 // What a batch has left, to be undone by another one.
 struct BatchTrace {

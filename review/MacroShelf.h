@@ -52,7 +52,8 @@ class MacroShelf {
   [[nodiscard]] virtual std::string title() const = 0;
   // Where a macro of it belongs; for the history and for what is told of it.
   [[nodiscard]] virtual MacroPlace place(MacroNumber number) const = 0;
-  // In the order of their numbers; the names where they are known without reading the macros.
+  // In the order of their numbers; the names where they are known without reading the macros. Without a name
+  // there may turn out to be none under a number: none that is there is left out.
   [[nodiscard]] virtual Expected<std::vector<Held>> list() = 0;
   // The bytes as they are stored, whether or not they are a macro; kMissing where there is none.
   [[nodiscard]] virtual Expected<std::string> read(MacroNumber number) = 0;

@@ -28,6 +28,13 @@ State stateOf(const MacroBatch::Row& row) {
   return State::kUnknown;
 }
 
+void note(RestoreRow& row, const MacroBatch::Row& now) {
+  if (now.state == MacroBatch::Row::State::kWaiting) return;
+  row.state = stateOf(now);
+  row.why = now.why;
+  row.note = now.note;
+}
+
 }  // namespace
 
 // How a cancel reaches what runs; it is told at once when there has been one.
@@ -35,7 +42,7 @@ class SnapshotRestore::Running {
  public:
   Running(SnapshotRestore& restore, std::function<void()> end) : restore_(restore) {
     const std::scoped_lock guard(restore_.mutex_);
-    if (restore_.cancelled_) end();
+    if (restore_.tries_.cancelled()) end();
     restore_.end_ = std::move(end);
   }
   ~Running() {
@@ -55,7 +62,8 @@ SnapshotRestore::SnapshotRestore(std::shared_ptr<const Snapshot> snapshot, const
       root_(root),
       history_(history),
       shelfOf_(std::move(shelfOf)),
-      rules_(rules) {}
+      anyBytes_(rules.anyBytes),
+      tries_(rules.tries) {}
 
 Outcome SnapshotRestore::add(int from, int to, const std::vector<int>& numbers) {
   const auto macros = snapshot_->of(from);
@@ -76,12 +84,11 @@ Outcome SnapshotRestore::add(int from, int to, const std::vector<int>& numbers) 
 
 Outcome SnapshotRestore::look(const Told& told) {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
-    for (int tries = 0; tries < rules_.tries; ++tries) {
-      if (tries > 0 && !pause()) break;
+    for (int tried = 0; tries_.again(tried); ++tried) {
       lookAt(rows_[i]);
       if (rows_[i].state != State::kUnread || rows_[i].why.kind != Failure::Kind::kPanel) break;
     }
-    if (!wanted()) return cancelled();
+    if (tries_.cancelled()) return cancelled();
     told(i);
     const bool gone = rows_[i].state == State::kUnread && rows_[i].why.kind == Failure::Kind::kPanel;
     if (!gone) continue;
@@ -113,12 +120,13 @@ void SnapshotRestore::lookAt(RestoreRow& row) {
 }
 
 Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told& told) {
+  traces_.clear();
   std::vector<std::size_t> written;
   for (const std::size_t i : rows) {
     RestoreRow& row = rows_[i];
     if (row.state == State::kSame || row.state == State::kRestored || row.state == State::kUnverified)
       continue;
-    const Outcome macro = rules_.anyBytes ? Outcome() : readsAsMacro(row.macro->bytes);
+    const Outcome macro = anyBytes_ ? Outcome() : readsAsMacro(row.macro->bytes);
     if (macro && row.place == MacroPlace{}) lookAt(row);  // it could not be reached before
     if (macro && row.place != MacroPlace{}) {
       written.push_back(i);
@@ -128,7 +136,7 @@ Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told&
     if (!macro) row.why = {macro.failure().kind, "it is no macro: it " + macro.failure().text};
     told(i);
   }
-  if (!wanted()) return cancelled();
+  if (tries_.cancelled()) return cancelled();
   std::vector<BatchItem> items;
   for (const std::size_t i : written)
     items.push_back({rows_[i].place, rows_[i].macro->bytes, rows_[i].standing});
@@ -137,36 +145,20 @@ Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told&
   MacroBatch batch(places, "restore of " + std::to_string(items.size()) + " macros", MacroChange::kPutBack,
                    MacroBatch::Mode::kAsManyAsGo, std::move(items));
   const Running running(*this, [&batch] { batch.cancel(); });
-  for (int tries = 0; tries < rules_.tries && (tries == 0 || pause()); ++tries) {
-    const bool last = tries + 1 == rules_.tries;
-    const Outcome ran = batch.run([&](std::size_t index, const MacroBatch::Row& now) {
-      RestoreRow& row = rows_[written[index]];
-      row.state = stateOf(now);
-      row.why = now.why;
-      row.note = now.note;
-      if (last || !now.mayGoYet()) told(written[index]);
-    });
-    if (!ran) return ran;
-    if (std::ranges::none_of(batch.rows(), &MacroBatch::Row::mayGoYet)) return {};
-  }
-  return wanted() ? Outcome() : cancelled();
+  const Outcome ran = runTrying(batch, tries_, [&](std::size_t index, const MacroBatch::Row& now) {
+    note(rows_[written[index]], now);
+    told(written[index]);
+  });
+  for (std::size_t i = 0; i < written.size(); ++i) note(rows_[written[i]], batch.rows()[i]);
+  traces_ = tracesOf(batch);
+  if (!ran) return ran;
+  return tries_.cancelled() && traces_.size() < written.size() ? cancelled() : Outcome();
 }
 
 void SnapshotRestore::cancel() {
+  tries_.cancel();
   const std::scoped_lock guard(mutex_);
-  cancelled_ = true;
   if (end_) end_();
-  changed_.notify_all();
-}
-
-bool SnapshotRestore::wanted() const {
-  const std::scoped_lock guard(mutex_);
-  return !cancelled_;
-}
-
-bool SnapshotRestore::pause() {
-  std::unique_lock guard(mutex_);
-  return !changed_.wait_for(guard, rules_.pause, [this] { return cancelled_; });
 }
 
 }  // namespace tessaly

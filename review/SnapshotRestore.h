@@ -1,7 +1,5 @@
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -13,6 +11,7 @@
 #include "review/MacroBatch.h"
 #include "review/MacroShelf.h"
 #include "review/Snapshot.h"
+#include "review/Tries.h"
 
 namespace tessaly {
 
@@ -51,8 +50,7 @@ class SnapshotRestore {
 
   struct Rules {
     bool anyBytes = false;  // also what is no macro is written
-    int tries = 4;
-    std::chrono::milliseconds pause{1000};  // between two of them
+    Tries::Rules tries = {};
   };
 
   // Observes root and history.
@@ -68,6 +66,8 @@ class SnapshotRestore {
   Outcome look(const Told& told);
   // Writes these rows, those that are the same left out; told of each that is done or given up.
   Outcome write(const std::vector<std::size_t>& rows, const Told& told);
+  // What the last write has written, to be undone as one. While nothing runs.
+  [[nodiscard]] const std::vector<BatchTrace>& traces() const { return traces_; }
   // What runs ends; so does what is begun later.
   void cancel();
 
@@ -75,19 +75,17 @@ class SnapshotRestore {
   class Running;
 
   void lookAt(RestoreRow& row);
-  [[nodiscard]] bool wanted() const;
-  [[nodiscard]] bool pause();  // false once it is cancelled
 
   std::shared_ptr<const Snapshot> snapshot_;
   const SiteRoot& root_;
   MacroHistory& history_;
   ShelfOf shelfOf_;
-  Rules rules_;
+  bool anyBytes_;
+  Tries tries_;
   std::vector<RestoreRow> rows_;
-  mutable std::mutex mutex_;  // over what follows
-  std::condition_variable changed_;
+  std::vector<BatchTrace> traces_;
+  std::mutex mutex_;           // over what follows
   std::function<void()> end_;  // ends what runs
-  bool cancelled_ = false;
 };
 
 }  // namespace tessaly

@@ -27,7 +27,8 @@ SnapshotTaking::SnapshotTaking(Snapshot::Origin origin, std::vector<int> workpla
     : origin_(std::move(origin)),
       workplaces_(std::move(workplaces)),
       shelfOf_(std::move(shelfOf)),
-      rules_(rules) {}
+      onlyMacros_(rules.onlyMacros),
+      tries_(rules.tries) {}
 
 Expected<Snapshot> SnapshotTaking::take(std::chrono::sys_seconds time, const Tell& tell) {
   Snapshot snapshot{origin_, time, workplaces_, {}};
@@ -39,23 +40,21 @@ Expected<Snapshot> SnapshotTaking::take(std::chrono::sys_seconds time, const Tel
 }
 
 void SnapshotTaking::cancel() {
+  tries_.cancel();
   const std::scoped_lock guard(mutex_);
-  cancelled_ = true;
   if (shelf_) shelf_->cancel();
-  changed_.notify_all();
 }
 
 void SnapshotTaking::setShelf(std::unique_ptr<MacroShelf> shelf) {
   const std::scoped_lock guard(mutex_);
   shelf_.swap(shelf);
-  if (shelf_ && cancelled_) shelf_->cancel();
+  if (shelf_ && tries_.cancelled()) shelf_->cancel();
 }
 
 template <class T>
 Expected<T> SnapshotTaking::tried(int workplace, const std::function<Expected<T>(MacroShelf&)>& read) {
   Failure why{Failure::Kind::kPanel, "the panel cannot be reached"};
-  for (int tries = 0; tries < rules_.tries; ++tries) {
-    if (tries > 0 && !pause()) return cancelled();
+  for (int tried = 0; tries_.again(tried); ++tried) {
     if (!shelf_) setShelf(shelfOf_(workplace));
     if (!shelf_) continue;
     auto result = read(*shelf_);
@@ -63,7 +62,7 @@ Expected<T> SnapshotTaking::tried(int workplace, const std::function<Expected<T>
     why = result.failure();
     setShelf(nullptr);
   }
-  return why;
+  return tries_.cancelled() ? cancelled() : why;
 }
 
 Outcome SnapshotTaking::takeWorkplace(std::size_t place, Snapshot& snapshot, const Tell& tell) {
@@ -86,7 +85,7 @@ Outcome SnapshotTaking::takeMacro(int workplace, const MacroShelf::Held& held, S
   const std::string what = "macro " + held.number.text() + " of " + whereIn(workplace);
   auto bytes = tried<std::string>(workplace, [&](MacroShelf& shelf) -> Expected<std::string> {
     auto came = shelf.read(held.number);
-    const Outcome macro = came && rules_.onlyMacros ? readsAsMacro(*came) : Outcome();
+    const Outcome macro = came && onlyMacros_ ? readsAsMacro(*came) : Outcome();
     if (macro) return came;
     return Failure{Failure::Kind::kPanel, "what came is no macro: it " + macro.failure().text};
   });
@@ -100,11 +99,6 @@ Outcome SnapshotTaking::takeMacro(int workplace, const MacroShelf::Held& held, S
   std::string name = held.name.empty() ? macroNameIn(*bytes) : held.name;
   snapshot.macros.push_back({workplace, held.number, std::move(name), *std::move(bytes)});
   return {};
-}
-
-bool SnapshotTaking::pause() {
-  std::unique_lock guard(mutex_);
-  return !changed_.wait_for(guard, rules_.pause, [this] { return cancelled_; });
 }
 
 }  // namespace tessaly

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -10,6 +9,7 @@
 
 #include "review/MacroShelf.h"
 #include "review/Snapshot.h"
+#include "review/Tries.h"
 
 namespace tessaly {
 
@@ -32,8 +32,7 @@ class SnapshotTaking {
   struct Rules {
     // What cannot be read as a macro is nonsense on the line, and tried again as what does not come.
     bool onlyMacros = false;
-    int tries = 4;                          // of a macro that a panel does not give
-    std::chrono::milliseconds pause{1000};  // between two of them
+    Tries::Rules tries = {};  // of a macro that a panel does not give
   };
 
   // Shelves are made and used on the thread of `take`, one at a time.
@@ -53,17 +52,15 @@ class SnapshotTaking {
   template <class T>
   [[nodiscard]] Expected<T> tried(int workplace, const std::function<Expected<T>(MacroShelf&)>& read);
   void setShelf(std::unique_ptr<MacroShelf> shelf);
-  [[nodiscard]] bool pause();  // false once it is cancelled
 
   Snapshot::Origin origin_;
   std::vector<int> workplaces_;
   ShelfOf shelfOf_;
-  Rules rules_;
+  bool onlyMacros_;
+  Tries tries_;
   std::size_t bytes_ = 0;
   std::mutex mutex_;
-  std::condition_variable changed_;
-  std::unique_ptr<MacroShelf> shelf_;  // of the workplace that is read; changed under the mutex, as the flag
-  bool cancelled_ = false;
+  std::unique_ptr<MacroShelf> shelf_;  // of the workplace that is read; changed under the mutex
 };
 
 }  // namespace tessaly

@@ -58,6 +58,8 @@ Outcome walkShelf(const ShelfContent& content, const ReviewTaker& taker, const s
   for (const MacroShelf::Held& macro : *held) {
     auto bytes = shelf->read(macro.number);  // fails at once after a cancel
     if (stop.stop_requested()) return endOf(stop);
+    const bool none = !bytes && bytes.failure().kind == Failure::Kind::kMissing && macro.name.empty();
+    if (none) continue;
     taker.stored({.place = shelf->place(macro.number),
                   .shown = shelf->title(),
                   .number = macro.number.text(),

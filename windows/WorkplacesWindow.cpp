@@ -208,6 +208,11 @@ void WorkplacesWindow::copy(Way way) {
       model_.setResult(i, tr("not copied: there is nothing to be copied"), false);
       continue;
     }
+    // Whatever it is, nobody has seen it.
+    if (held.kind == HeldContent::Kind::kUnknown) {
+      model_.setResult(i, tr("not copied: what stands there could not be read; read again"), false);
+      continue;
+    }
     copied_.push_back(i);
     targets_.push_back(target->place(compared.number));
     wanted.push_back({compared.number, source, held});

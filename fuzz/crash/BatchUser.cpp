@@ -1,13 +1,17 @@
 #include "fuzz/crash/BatchUser.h"
 
 #include <algorithm>
+#include <memory>
+#include <numeric>
 
 #include "fuzz/crash/CrashSite.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "review/BatchRecovery.h"
+#include "review/DiskShelf.h"
 #include "review/MacroBatch.h"
+#include "review/SnapshotRestore.h"
 
 namespace tessaly {
 namespace {
@@ -17,6 +21,7 @@ namespace fs = std::filesystem;
 constexpr int kFiles = 5;
 constexpr int kWorkplace = 2;
 constexpr std::size_t kMostKept = 200;
+constexpr const char* kSnapshot = "taken.zip";
 constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Show\\CP1\\macroWP5\\";
 
 // A panel whose names nobody asks for: what it is told to do it takes.
@@ -77,7 +82,7 @@ CrashBatchUser::CrashBatchUser(const fs::path& folder, std::uint16_t ftpPort)
 
 CrashBatchUser::~CrashBatchUser() = default;
 
-bool CrashBatchUser::write(int generation) {
+bool CrashBatchUser::writeBatch(int generation) {
   std::vector<BatchItem> items;
   for (int number = 0; number < kFiles; ++number) {
     items.push_back({{macros_.resolve(diskFile(number)).string(), {}, 0, {}}, content(number, generation)});
@@ -89,6 +94,31 @@ bool CrashBatchUser::write(int generation) {
   MacroBatch batch(places_, "crash", MacroChange::kEdit, mode, std::move(items));
   return batch.run() && batch.doneCount() == batch.rows().size() &&
          std::ranges::all_of(batch.rows(), [](const MacroBatch::Row& row) { return row.note.empty(); });
+}
+
+bool CrashBatchUser::restore(int generation) {
+  Snapshot taken{{"127.0.0.1", {}}, {}, {kWorkplace}, {}};
+  for (int number = 0; number < kFiles; ++number)
+    taken.macros.push_back({kWorkplace, *MacroNumber::of(number), "K", content(number, generation)});
+  if (!saveSnapshot(root_, kSnapshot, taken).written()) return false;
+  auto snapshot = openSnapshot(root_, kSnapshot);
+  if (!snapshot) return false;
+  DiskShelf disk(root_, history_, macros_.resolve(kFolder).string());
+  const auto shelfOf = [&](int workplace) -> MacroShelf* {
+    if (workplace == Snapshot::kFolder) return &disk;
+    return shelf_.get();
+  };
+  SnapshotRestore restore(std::make_shared<const Snapshot>(*std::move(snapshot)), root_, history_, shelfOf,
+                          {});
+  std::vector<std::size_t> rows(std::size_t{2} * kFiles);
+  std::iota(rows.begin(), rows.end(), 0);
+  const auto quiet = [](std::size_t) {};
+  return restore.add(kWorkplace, Snapshot::kFolder) && restore.add(kWorkplace, kWorkplace) &&
+         restore.look(quiet) && restore.write(rows, quiet) &&
+         std::ranges::all_of(restore.rows(), [](const RestoreRow& row) {
+           return row.note.empty() &&
+                  (row.state == RestoreRow::State::kRestored || row.state == RestoreRow::State::kSame);
+         });
 }
 
 bool CrashBatchUser::recover() {
@@ -119,6 +149,9 @@ std::optional<int> CrashBatchUser::generation(const fs::path& folder) {
       commonGeneration([&](int number) { return readFile(macros, diskFile(number)).value_or(""); });
   const auto onPanel =
       commonGeneration([&](int number) { return readFile(macros, panelFile(folder, number)).value_or(""); });
+  const SiteRoot batches(folder / "batches");
+  const auto snapshot = openSnapshot(batches, kSnapshot);
+  if (!snapshot && snapshot.failure().kind != Failure::Kind::kMissing) return std::nullopt;
   if (!onDisk || !onPanel || (*onDisk % 2 != 0 && *onDisk != *onPanel)) return std::nullopt;
   return onDisk;
 }

@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 
 #include "app/PaneDescriptor.h"
 #include "dictionary/InterfaceFile.h"
@@ -120,6 +122,21 @@ void Desk::activate() const {
 void Desk::press(int button, const DialogAnswers::Answer& answer) {
   dialogs.answer = answer;
   driver->press(button);
+  dialogs.answer = {};
+  if (const std::string problem = dialogs.takeProblem(); !problem.empty())
+    throw std::runtime_error("in a dialog: " + problem);
+}
+
+void Desk::choose(Pane pane, const char* entry, const DialogAnswers::Answer& answer) {
+  activate();
+  driver->list(ids(pane).macros).setFocus();
+  QAction* chosen = nullptr;
+  for (const QAction* menu : window->menuBar()->actions())
+    for (QAction* action : menu->menu()->actions())
+      if (action->text() == QLatin1String(entry) && action->isEnabled()) chosen = action;
+  if (chosen == nullptr) throw std::runtime_error(std::string("no entry ") + entry);
+  dialogs.answer = answer;
+  chosen->trigger();
   dialogs.answer = {};
   if (const std::string problem = dialogs.takeProblem(); !problem.empty())
     throw std::runtime_error("in a dialog: " + problem);

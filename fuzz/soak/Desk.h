@@ -57,6 +57,8 @@ class Desk {
   void activate() const;
   // Presses a button and answers what opens; throws what an answer threw.
   void press(int button, const DialogAnswers::Answer& answer = {});
+  // The same with an entry of a menu, the keyboard being in the pane.
+  void choose(Pane pane, const char* entry, const DialogAnswers::Answer& answer = {});
   void typeAddress(Pane pane, const std::string& text);
   // Until everything that is queued has run, and whatever comes within `time`.
   void settle(std::chrono::milliseconds time) const;

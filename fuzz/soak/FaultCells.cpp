@@ -3,10 +3,17 @@
 #include <filesystem>
 
 #include <QAbstractButton>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QTableView>
 
 #include "app/PaneDescriptor.h"
 #include "model/MacroCommand.h"
 #include "platform/Text.h"
+#include "review/Snapshot.h"
+#include "windows/WorkplacesWindow.h"
 
 namespace tessaly {
 namespace {
@@ -18,6 +25,7 @@ constexpr int kCounts = Workplace::kCount;   // values that a new connection bri
 constexpr int kNames = MacroNumber::kCount;  // and those of a workplace
 constexpr milliseconds kNoAnswer{150};       // in which an answer would have come
 constexpr int kConnectAttempts = 10;
+constexpr const char* kOther = "c:\\saved\\other.zip";  // that is restored
 
 const PaneDescriptor::ControlIds& a() { return Desk::ids(Pane::kA); }
 const PaneDescriptor::ControlIds& b() { return Desk::ids(Pane::kB); }
@@ -102,8 +110,7 @@ void actDiscard(Desk& desk, const Fault&) { desk.press(a().discardChanges); }
 void update(Desk& desk, const Fault& fault) {
   desk.press(a().updateData);
   // Some values come even when the line breaks in the middle, and the update then ends by itself.
-  const bool ends = fault.valuesCome || std::string_view(fault.name) == "drop-after";
-  if (ends)
+  if (fault.valuesCome || fault.breaksOff)
     WindowDriver::waitFor([&] { return desk.edited(Pane::kA); }, "the end of the update");
   else
     desk.settle(kNoAnswer);
@@ -137,6 +144,55 @@ void actClose(Desk& desk, const Fault&) {
   if (!closed && desk.edited(Pane::kA)) desk.press(a().discardChanges);
 }
 
+// The file whose name is typed.
+bool named(const Desk& desk, const char* file, QDialog& dialog) {
+  if (qobject_cast<QFileDialog*>(&dialog) == nullptr) return false;
+  auto* edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  edit->setText(QString::fromStdString(desk.site.root.resolve(file).string()));
+  QTest::keyClick(edit, Qt::Key_Return);
+  return true;
+}
+void actSavePanel(Desk& desk, const Fault&) {
+  desk.choose(Pane::kA, "Save &Panel As...", [&](QDialog& dialog) { named(desk, kSnapshot, dialog); });
+}
+void actRestore(Desk& desk, const Fault&) {
+  const Snapshot snapshot{
+      {"10.0.0.5", {}}, {}, {1}, {{1, *MacroNumber::of(kOpenNumber), "Restored", kRestored}}};
+  if (!saveSnapshot(desk.site.root, kOther, snapshot)) throw std::runtime_error("no snapshot");
+  desk.choose(Pane::kB, "&Open Snapshot...", [&](QDialog& dialog) { named(desk, kOther, dialog); });
+  desk.choose(Pane::kB, "&Restore Snapshot...", [](QDialog& dialog) {
+    WindowDriver::click(dialog, QStringLiteral("Restore"));
+    WindowDriver::click(dialog, QStringLiteral("Close"));
+  });
+  const std::string told = desk.strip();
+  desk.choose(Pane::kB, "&Close Snapshot");
+  desk.window->say(QString::fromStdString(told[0] == '0' ? "NOT restored: " + told : told));
+}
+// The disk's macro 001 to the panel. What the window tells is put into the strip, to be judged there.
+void actCopyWorkplace(Desk& desk, const Fault& fault) {
+  desk.choose(Pane::kA, "Work&places...");
+  QPointer<WorkplacesWindow> window = desk.window->findChild<WorkplacesWindow*>();
+  const auto settled = [&](bool stands) {
+    if (stands) desk.settle(kNoAnswer);
+    if (stands) window->cancel();
+    WindowDriver::waitFor([&] { return !window->busy(); }, "the workplaces");
+  };
+  settled(fault.stands);
+  auto& table = *window->findChild<QTableView*>(QStringLiteral("table"));
+  const QModelIndexList found =
+      table.model()->match(table.model()->index(0, 0), Qt::DisplayRole, QStringLiteral("001"));
+  if (!found.isEmpty()) {
+    table.selectRow(found.front().row());
+    QTest::keyClick(&table, Qt::Key_Space);
+    QTest::mouseClick(window->findChild<QAbstractButton*>(QStringLiteral("toLeft")), Qt::LeftButton);
+    settled(fault.stands);
+  }
+  const QString told = window->findChild<QLabel*>(QStringLiteral("told"))->text();
+  window->close();
+  WindowDriver::waitFor([&] { return window.isNull(); }, "the end of the window");
+  desk.window->say(found.isEmpty() ? QStringLiteral("0 macros copied: ") + told : told);
+}
+
 void setFaults(Desk& desk, void (*change)(PanelFaults& faults)) {
   PanelFaults faults;
   change(faults);
@@ -160,7 +216,24 @@ const std::vector<Fault>& panelFaults() {
          PanelFaults faults;
          faults.control.dropAfter = static_cast<std::size_t>(operation.sent + operation.half);
          desk.first.setFaults(faults);
-       }},
+       },
+       true},
+      {"garble-line", true, false, true, false,
+       [](Desk& desk, O operation) {
+         PanelFaults faults;
+         faults.control.garbleAfter = static_cast<std::size_t>(operation.sent + operation.half);
+         desk.first.setFaults(faults);
+       },
+       true},
+      {"dead-line", true, true, false, false,
+       [](Desk& desk, O) {
+         setFaults(desk, [](PanelFaults& f) { f.control.deadLine = f.ftp.deadLine = true; });
+       },
+       false, true},
+      {"lose-reload", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.loseReload = true; }); }},
+      {"garble-transfer", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.garbleAfter = 40; }); }},
       {"line-lost", true, false, true, false,
        [](Desk& desk, O) {
          desk.first.simulator.dropConnections();
@@ -180,9 +253,12 @@ const std::vector<Fault>& panelFaults() {
       {"cut-transfer-40", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.cutAfter = 40; }); }},
       {"stall-transfer", false, true, false, true,
-       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.stallTransfer = true; }); }},
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.stallTransfer = true; }); }, false,
+       true},
       {"disk-full", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.diskFull = true; }); }},
+      {"refuse-download", false, true, false, true,
+       [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.refuseDownload = true; }); }},
       {"flip-byte", false, true, false, true,
        [](Desk& desk, O) { setFaults(desk, [](PanelFaults& f) { f.ftp.flipByte = 20; }); }},
       {"cut-silent", false, true, false, true,
@@ -217,6 +293,12 @@ const std::vector<Operation>& windowOperations() {
       {"disconnect", Stage::kMacro, true, false, kAll, 0, "", "", actDisconnect},
       {"to the harddisk", Stage::kMacro, true, false, kAll, 0, "", "", actHarddisk},
       {"close", Stage::kMacro, true, false, kAll, 0, "", "", actClose},
+      {"copy workplace", Stage::kMacro, true, true, kAll, 0, "panel:1", "1 macros copied", actCopyWorkplace,
+       "0 macros copied"},
+      {"save panel", Stage::kMacro, true, true, kAll, kNames / 2, "", "saved and verified: ", actSavePanel,
+       "NOT saved: "},
+      {"restore", Stage::kMacro, true, true, kAll, 0, "panel:7", "1 macros are restored", actRestore,
+       "NOT restored: "},
       {"close and save", Stage::kEdited, true, true, kAll, 0, "panel:7", "saved: ", actClose},
   };
   return operations;
@@ -229,6 +311,8 @@ void layOutMacros(Desk& desk) {
     fs::remove(entry.path());
   }
   fs::remove(desk.site.root.resolve(kDiskFolder + std::string("macro033.mac")));
+  fs::create_directories(desk.site.root.resolve("c:\\saved"));
+  fs::remove(desk.site.root.resolve(kSnapshot));
   desk.first.tree.write(DeskPanel::file(1, kFirstNumber), "<macro name=\"Zero\"><data/></macro>");
   desk.first.tree.write(DeskPanel::file(1, kOpenNumber), openMacroBytes());
   // Its name is the last one to come.

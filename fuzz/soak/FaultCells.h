@@ -11,9 +11,12 @@
 namespace tessaly {
 
 inline constexpr std::chrono::milliseconds kCellConnectTime{600};
+inline constexpr const char* kSnapshot = "c:\\saved\\panel.zip";  // that is made
 inline constexpr const char* kDiskFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
 inline constexpr int kFirstNumber = 0, kOpenNumber = 7, kNewNumber = 33;  // macros of the panel's workplace 1
-inline constexpr int kUpdatable = 4;                                      // commands of the open macro
+inline constexpr const char* kRestored =
+    "<macro name=\"Restored\"><data></data></macro>";  // macro 7, of a snapshot
+inline constexpr int kUpdatable = 4;                   // commands of the open macro
 
 // How far pane A has come with the first panel before the fault begins.
 enum class Stage { kNotConnected, kConnected, kWorkplace, kMacro, kBothOnPanel, kEdited };
@@ -29,9 +32,10 @@ struct Operation {
   int half;  // and that come before the line breaks in its middle
   // What it works on, as "panel:" or "disk:" and a number; empty for none.
   std::string target;
-  // What the strip begins with when that is done; when it is not, with "NOT " before it.
+  // What the strip begins with when that is done; when it is not, with `failed`, or "NOT " and the same.
   std::string verdict;
   void (*act)(Desk& desk, const Fault& fault);
+  std::string failed = "NOT " + verdict;
 };
 
 struct Fault {
@@ -40,6 +44,8 @@ struct Fault {
   bool losesLine;   // the connection ends
   bool valuesCome;  // all values, in time
   void (*begin)(Desk& desk, const Operation& operation);
+  bool breaksOff = false;  // it ends in the middle of an operation's values
+  bool stands = false;     // nothing would ever end a transfer but its cancel
 };
 
 [[nodiscard]] const std::vector<Fault>& panelFaults();

@@ -10,6 +10,7 @@
 #include "fuzz/soak/FaultCells.h"
 #include "fuzz/soak/SoakCheck.h"
 #include "platform/Text.h"
+#include "review/Snapshot.h"
 
 namespace tessaly {
 namespace {
@@ -50,7 +51,7 @@ class Cell {
       before_ = allFiles(desk_);
       static_cast<void>(desk_.dialogs.takeTexts());
       desk_.window->say(QLatin1String(kQuiet));
-      desk_.dialogs.cancelProgress = startsWith(fault_.name, "stall");
+      desk_.dialogs.cancelProgress = fault_.stands;
       fault_.begin(desk_, operation_);
       operation_.act(desk_, fault_);
       desk_.settle({});
@@ -73,6 +74,7 @@ class Cell {
     checkStripAndFiles();
     checkWorkingCopies();
     checkUpdate();
+    checkSnapshot();
     const bool silent = desk_.strip() == kQuiet;
     const bool connected =
         desk_.visible(a().connectButton) && desk_.caption(a().connectButton) == "disconnect";
@@ -90,8 +92,8 @@ class Cell {
     const bool failed = (connects && !reached) || (anew && desk_.caption(b().connectButton) != "disconnect");
     expect(failures == (failed ? 1 : 0), std::to_string(failures) + " boxes of a failed connection");
     if (connects)
-      expect(reached == (fault_.valuesCome || desk_.first.simulator.faults().control.dropAfter ||
-                         startsWith(fault_.name, "line") || startsWith(fault_.name, "gone-")),
+      expect(reached == (fault_.valuesCome || fault_.breaksOff || startsWith(fault_.name, "line") ||
+                         startsWith(fault_.name, "gone-")),
              "connected");
     for (const std::string& text : texts)
       expect(text == kFailed || startsWith(text, "Delete macro: 007") || startsWith(text, "Update ALL") ||
@@ -119,7 +121,7 @@ class Cell {
   // line stood when the panel was asked it surely is; looked at before, the files are in the middle of it, or
   // it would come upon the files of the next cell.
   void awaitPanel() {
-    const bool reached = !fault_.losesLine || startsWith(fault_.name, "drop-after");
+    const bool reached = (!fault_.losesLine && !startsWith(fault_.name, "dead")) || fault_.breaksOff;
     if (operation_.usesFiles || operation_.target.empty() || !reached) return;
     const auto done = [this] {
       const std::string now = allFiles(desk_)[operation_.target];
@@ -130,7 +132,8 @@ class Cell {
 
   void checkStrip(bool done) {
     const std::string strip = desk_.strip();
-    const bool failure = startsWith(strip, ("NOT " + operation_.verdict).c_str());
+    const bool failure = startsWith(strip, operation_.failed.c_str()) ||
+                         startsWith(strip, ("NOT " + operation_.verdict).c_str());
     const bool success = startsWith(strip, operation_.verdict.c_str());
     if (contains(strip, "was lost") && !Desk::lineUp()) return;
     if (operation_.usesFiles) {
@@ -151,6 +154,8 @@ class Cell {
     if (name == "copy on panel") return desk_.first.tree.read(DeskPanel::file(1, kFirstNumber));
     if (name == "create" || name == "save" || name == "close and save")
       return desk_.site.read(workingCopyPath(Pane::kA));
+    if (name == "copy workplace") return desk_.site.read(kDiskFolder + std::string("macro001.mac"));
+    if (name == "restore") return kRestored;
     if (name == "delete") return "";
     if (name == "rename") {
       const auto macro = seeMacro(now);
@@ -183,16 +188,30 @@ class Cell {
     }
     const bool all = startsWith(operation_.name, "update all");
     const std::size_t asked = all ? kUpdatable : 1;
-    const bool broken = startsWith(fault_.name, "drop-after");
-    const std::size_t expected = fault_.valuesCome ? asked
-                                 : broken          ? static_cast<std::size_t>(operation_.half)
-                                                   : 0;
+    const std::size_t expected = fault_.valuesCome  ? asked
+                                 : fault_.breaksOff ? static_cast<std::size_t>(operation_.half)
+                                                    : 0;
     expect(updated == expected, std::to_string(updated) + " commands updated");
     expect(desk_.edited(Pane::kA) == (expected > 0), "edit state");
     if (expected > 0)
       expect(contains(desk_.strip(), format("%d commands updated", static_cast<int>(expected)).c_str()) ||
                  (contains(desk_.strip(), "was lost") && !Desk::lineUp()),
              "the strip says: " + desk_.strip());
+  }
+
+  // A snapshot is there when it is said to be, and it holds what the panel does.
+  void checkSnapshot() {
+    if (operation_.name != std::string_view("save panel")) return;
+    const bool saved = startsWith(desk_.strip(), operation_.verdict.c_str());
+    expect(saved || startsWith(desk_.strip(), operation_.failed.c_str()), "the strip says: " + desk_.strip());
+    const auto snapshot = openSnapshot(desk_.site.root, kSnapshot);
+    expect(snapshot.has_value() == saved, "the strip is wrong: " + desk_.strip());
+    if (!snapshot) return;
+    FileBytes held;
+    for (const Snapshot::Macro& macro : snapshot->of(1))
+      held["panel:" + std::to_string(macro.number.value())] = macro.bytes;
+    expect(held == filesOf(desk_.first.tree, "flash/data/PANEL/macro/workplace1/", "panel:"),
+           "the snapshot is not what the panel holds");
   }
 
   // The panel is well again: a new connection works and opens the macro, and nothing is left of what was.

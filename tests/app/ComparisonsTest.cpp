@@ -117,8 +117,8 @@ TEST_F(ComparisonsTest, WhatHaveIChangedAndCompareBeforeASave) {
   awaitTold("counts", "No difference: both hold the same bytes.");
 }
 
-// Catches a copy over what nobody has seen, on disk and on a panel, and a question about what this window has
-// written itself.
+// Catches a copy over what nobody has seen, on disk and on a panel, also where no pane shows it, and a
+// question about what this window has written itself.
 TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
   connectPane(Pane::kB, first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
@@ -146,6 +146,19 @@ TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
                   StartsWith(panel ? "Now on the panel" : "Now on the disk"));
       delete &window;
     }
+  }
+  // The list tells of nothing at 008; what was sent to 009 has been changed since.
+  fixture_.site.messages.chooseOther = false;
+  copyTo(b_.copyMacro, 9);
+  copyTo(b_.copyMacro, 9);
+  EXPECT_TRUE(fixture_.site.messages.take().empty());
+  fixture_.site.messages.chooseOther = true;
+  for (const char* number : {"008", "009"}) {
+    first_.tree.write(Panel::file(1, number), kElsewhere);
+    copyTo(b_.copyMacro, std::stoi(number));
+    EXPECT_EQ(fixture_.site.messages.take().size(), 1U) << number;
+    EXPECT_EQ(first_.read(1, number), kElsewhere);
+    delete &compared();
   }
 }
 

@@ -75,12 +75,21 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
   copyTo(a_.copyMacro, 8);
   EXPECT_EQ(first_.read(1, "008"), kTwoFunctions);
 
-  choose(Pane::kB, "&Restore Snapshot...", [](QDialog& dialog) {
+  // A line that is lost meanwhile is made anew, and the other pane is on it.
+  const std::string other = first_.read(1, "007");
+  choose(Pane::kB, "&Restore Snapshot...", [this](QDialog& dialog) {
+    first_.simulator.dropConnections();
+    WindowDriver::waitFor([] { return client().state() == kPanelNotConnected; }, "the loss");
     WindowDriver::click(dialog, QStringLiteral("Restore"));
     WindowDriver::click(dialog, QStringLiteral("Close"));
   });
   EXPECT_EQ(status(), "1 macros are restored");
   EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  QApplication::setActiveWindow(fixture_.window.get());
+  QTest::keyClick(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
+  EXPECT_EQ(first_.read(1, "007"), other);
+  EXPECT_EQ(status(), "undone: restore of 1 macros");
 
   // A next start begins without it.
   fixture_.window->keepState();

@@ -1,6 +1,8 @@
+#include <future>
 #include <gmock/gmock.h>
 
 #include "link/MacroNames.h"
+#include "link/WorkplaceNames.h"
 #include "tests/link/FakeTransport.h"
 
 namespace tessaly {
@@ -147,6 +149,25 @@ TEST_F(MacroNamesTest, TheDemonstrationReplacesBothTables) {
     }
   }
   EXPECT_EQ(all, "1M001 35MyTest 46MySurprise 1M001 13MyHope 18MyDay ");
+}
+
+// Catches a snapshot that is called whole although the line died in the middle of the names.
+TEST(WorkplaceNames, WhatDidNotComeIsNotTakenForNothing) {
+  FakePanel panel;
+  ASSERT_TRUE(panel.client->connect("10.0.0.1"));
+  const std::atomic<bool> cancelled{false};
+  auto names = std::async(std::launch::async, [&] {
+    return readWorkplaceNames(*panel.client, 1, cancelled, std::chrono::seconds(1));
+  });
+  panel.transport->await("subscribe " + macroNameValue(1, 999));
+  panel.value(macroNameValue(1, 7), "Seven");
+  panel.value(macroNameValue(1, 8), "");
+  const auto came = names.get();
+  ASSERT_TRUE(came);
+  EXPECT_EQ(came->size(), 999U);
+  EXPECT_EQ(came->at(7), "Seven");
+  EXPECT_EQ(came->at(9), "");
+  EXPECT_FALSE(came->contains(8));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <fstream>
+#include <future>
 
 #include "PanelFixture.h"
 #include "panelsim/Prompt.h"
@@ -41,14 +42,25 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
   EXPECT_EQ(ftp().get(folder(3) + "macro004.mac", got), Result::kNotFound);
   EXPECT_EQ(ftp().get("/../../../../../etc/passwd", got), Result::kNotFound) << "the tree is the whole world";
 
-  ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = {.stallTransfer = true}}));
-  FtpClient stalled = ftp();
-  std::thread canceller([&] {
-    EXPECT_TRUE(soon([&] { return logged("ftp: login target", 11); }));
-    stalled.cancel();
-  });
-  EXPECT_EQ(stalled.get(remote, got), Result::kCancelled);
-  canceller.join();
+  // A cancel ends what the panel holds up, whatever it leaves out: sending, reading, or the answer at the
+  // end.
+  const std::string huge(20'000'000, 'h');  // more than lies on the way to a panel that does not read
+  const FtpFaults stall{.stallTransfer = true}, slow{.bytesPerSecond = 1000}, dead{.deadLine = true};
+  for (const auto& [faults, bytes] : std::vector<std::pair<FtpFaults, const std::string*>>{
+           {stall, nullptr}, {slow, nullptr}, {stall, &huge}, {stall, &big}, {slow, &huge}, {dead, &big}}) {
+    ASSERT_TRUE(panel->setFaults({.control = {}, .ftp = faults}));
+    FtpClient held = ftp();
+    auto result = std::async(std::launch::async, [&held, &got, sent = bytes, &remote] {
+      return sent != nullptr ? held.put(*sent, remote) : held.get(remote, got);
+    });
+    EXPECT_EQ(result.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
+    const auto start = std::chrono::steady_clock::now();
+    held.cancel();
+    EXPECT_EQ(result.get(), Result::kCancelled);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+  }
+  ASSERT_TRUE(panel->setFaults({}));
+  EXPECT_EQ(ftp().put(big, remote), Result::kDone) << "what was cut off is in nobody's way";
   panel->stop();
   EXPECT_EQ(ftp().get(remote, got), Result::kUnreachable);
 }

@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <map>
 #include <sys/stat.h>
 
 #include "platform/Files.h"
@@ -9,7 +8,7 @@
 #include "review/DiskShelf.h"
 #include "review/MacroBatch.h"
 #include "review/WorkplaceComparison.h"
-#include "tests/support/TestSite.h"
+#include "tests/review/BatchFixture.h"
 
 namespace tessaly {
 namespace {
@@ -20,73 +19,6 @@ using testing::SizeIs;
 using Mode = MacroBatch::Mode;
 using State = MacroBatch::Row::State;
 using How = BatchRecovery::How;
-
-constexpr const char* kOld = "<old/>";
-constexpr const char* kNew = "<new/>";
-
-// A workplace that holds files, and refuses those that a test says.
-class FakeShelf final : public MacroShelf {
- public:
-  std::string title() const override { return "fake"; }
-  MacroPlace place(MacroNumber number) const override { return {{}, "10.0.0.1", 1, number.text()}; }
-  Expected<std::vector<Held>> list() override { return std::vector<Held>(); }
-  Expected<std::string> read(MacroNumber number) override {
-    const auto file = files.find(number.value());
-    if (file == files.end()) return Failure{Failure::Kind::kMissing, "is not there"};
-    return file->second;
-  }
-  Outcome writable() const override { return {}; }
-  ShelfWrite write(MacroNumber number, std::string_view bytes, MacroChange,
-                   const BeforeWrite& before) override {
-    if (Outcome asked = before({read(number), {}}); !asked)
-      return {ShelfWrite::State::kAsBefore, asked.failure()};
-    if (refused == number.value())
-      return {ShelfWrite::State::kAsBefore, {Failure::Kind::kPanel, "the disk is full"}};
-    files[number.value()] = bytes;
-    return {ShelfWrite::State::kWritten};
-  }
-  ShelfWrite remove(MacroNumber number, const BeforeWrite&) override {
-    files.erase(number.value());
-    return {ShelfWrite::State::kWritten};
-  }
-  void cancel() override {}
-
-  std::map<int, std::string> files;
-  int refused = -1;
-};
-
-class MacroBatchTest : public testing::Test {
- protected:
-  MacroBatchTest() {
-    for (const int number : {0, 1, 2}) site.write(file(number), kOld);
-  }
-  static std::string file(int number) { return "c:\\wp\\" + macroFileName(MacroNumber::textOf(number)); }
-  static MacroPlace disk(int number) { return {file(number), {}, 0, {}}; }
-  static MacroPlace onPanel(int number) { return {{}, "10.0.0.1", 1, MacroNumber::textOf(number)}; }
-  static BatchItem item(int number, std::optional<std::string> bytes = kNew,
-                        HeldContent expected = HeldContent::of(kOld)) {
-    return {disk(number), std::move(bytes), expected};
-  }
-  static std::vector<State> statesOf(const MacroBatch& batch) {
-    std::vector<State> states;
-    for (const MacroBatch::Row& row : batch.rows()) states.push_back(row.state);
-    return states;
-  }
-  std::vector<std::string> disk() const {
-    std::vector<std::string> held;
-    for (const int number : {0, 1, 2, 3}) held.push_back(site.read(file(number)));
-    return held;
-  }
-  void protect(int number, bool on) const {
-    ::chmod(site.root.resolve(file(number)).c_str(), on ? 0444 : 0644);
-  }
-
-  TestSite site;
-  MacroHistory history{site.root};
-  FakeShelf panel;
-  bool connected = true;
-  BatchPlaces places{site.root, history, [this](const MacroPlace&) { return connected ? &panel : nullptr; }};
-};
 
 // Copy and restore: a row that cannot go holds up no other; a second run takes it up; one undo takes all of
 // it back, but not what somebody has changed since.
@@ -110,6 +42,46 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
   EXPECT_TRUE(undo.run());
   EXPECT_EQ(lost, 0U);
   EXPECT_THAT(disk(), ElementsAre("<later/>", kOld, kOld, "<missing>"));
+}
+
+// What a cut line has left of this batch's own is written over, what somebody else has put there is not; and
+// the old macro is what an undo brings back.
+TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
+  struct Case {
+    const char* found;  // at the second try; null: the part as it was left
+    bool done;
+  };
+  for (const auto& [found, done] : {Case{nullptr, true}, {"<ol", true}, {kOld, true}, {"<x/>", false}}) {
+    SCOPED_TRACE(found ? found : "its own part");
+    panel.files[0] = kOld;
+    MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
+                     {{onPanel(0), kNew, HeldContent::of(kOld)}});
+    panel.tears = true;
+    EXPECT_TRUE(batch.run());
+    EXPECT_EQ(batch.rows()[0].state, State::kUnknown);
+    panel.tears = false;
+    if (found) panel.files[0] = found;
+    EXPECT_TRUE(batch.run());
+    EXPECT_EQ(batch.rows()[0].done(), done);
+    EXPECT_EQ(panel.files[0], done ? kNew : found);
+    EXPECT_EQ(batch.rows()[0].before, HeldContent::of(kOld));
+  }
+  // Also by the next start, when the program ends before the second try has begun anything.
+  panel.files[0] = kOld;
+  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
+                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
+  panel.tears = true;
+  EXPECT_TRUE(batch.run());
+  panel.onAsked = [] { throw 1; };
+  EXPECT_ANY_THROW(static_cast<void>(batch.run()));
+  panel.onAsked = {};
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kWaits) << "the panel holds a part yet";
+  panel.tears = false;
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kEnded);
+  EXPECT_EQ(panel.files[0], kNew);
+  MacroBatch twice(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
+                   {item(0), {{"C:/wp/MACRO000.mac", {}, 0, {}}, kNew}});
+  EXPECT_EQ(twice.run().failure().kind, Failure::Kind::kInTheWay);
 }
 
 // Replacement on the disk: whatever stops it, nothing of it stays, nor a journal.
@@ -275,6 +247,14 @@ TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
     static_cast<void>(recoverBatches(places));
     EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
   }
+  BatchRecord torn{"replacement", Mode::kAllOrNone, MacroChange::kEdit, {item(0)}, {kOld}, {}, false};
+  site.write(file(0), kNew);
+  ASSERT_TRUE(BatchJournal::begin(site.root, torn)->noteUndoing());
+  protect(0, true);
+  EXPECT_THAT(recoverBatches(places)[0].failed, SizeIs(1));
+  protect(0, false);
+  EXPECT_EQ(recoverBatches(places)[0].how, How::kUndone) << "what could not be undone is undone another time";
+  EXPECT_EQ(site.read(file(0)), kOld);
   panel.refused = 1;
   for (int number : {0, 1, 2}) panel.files[number] = kOld;
   BatchRecord record{"copy", Mode::kAsManyAsGo, MacroChange::kCopy, {}, {}, {}, false};
@@ -339,6 +319,28 @@ TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
                                 std::pair(2, Row::kOnlyLeft), std::pair(3, Row::kOnlyRight)));
   comparison.cancel();
   EXPECT_EQ(comparison.run({}).failure().kind, Failure::Kind::kCancelled);
+}
+
+// Catches two unreadable macros that are called the same, a reason of the wrong side, and a macro that has
+// gone.
+TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
+  FakeShelf other;
+  panel.listed = other.listed = {0, 1, 2, 3, 4};
+  const std::string one = "<macro  name='One'/>", chips = "<macro name=\"Fish &amp; chips\"/>";
+  panel.files = {{1, one}, {3, one}, {4, chips}};
+  other.files = {{1, one}, {3, one}, {4, chips}};
+  panel.unreadable = 1;
+  other.unreadable = 2;
+  std::vector<std::string> told;
+  EXPECT_TRUE(WorkplaceComparison(panel, other).run([&](const WorkplaceRow& row, std::size_t) {
+    const bool unreadable = row.state == WorkplaceRow::State::kUnreadable;
+    told.push_back(row.number.text() + (unreadable ? ' ' + row.trouble : ' ' + row.left));
+  }));
+  EXPECT_THAT(told, ElementsAre("001 cannot be read", "002 cannot be read", "003 One", "004 Fish & chips"));
+  WorkplaceComparison ended(panel, other);
+  panel.onRead = [&] { ended.cancel(); };
+  EXPECT_EQ(ended.run([](const WorkplaceRow&, std::size_t) { ADD_FAILURE(); }).failure().kind,
+            Failure::Kind::kCancelled);
 }
 
 // A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.

@@ -88,7 +88,8 @@ TEST(MacroDiff, ChangesStandBesideTheirOldLinesAndBlocksAreMoved) {
       {"A1A2", "A3", "!-", 1},
       {"X1Y1A1B1C1", "A1B1C1X1Y1", "<<===>>", 2},               // a block
       {"A1B1", "B1A1", ">=<", 2},                               // a single one
-      {"X1Y1A1B1C1D1E1", "X2A1B1X1Y1C1D1E1", "+>>==<<===", 3},  // a moved block is no change
+      {"X1Y1A1B1C1D1E1", "X2A1B1C1X1Y1D1E1", "<<+===>>==", 3},  // a moved block is no change
+      {"X1X3A1B1C1", "X2A1B1C1X1", "<!===>", 3},                // what stands elsewhere is not the old one
       {"X1A1B1C1", "X2A1B1X1C1", "!==+=", 2},                   // but a single one is
       {"A1B1C1D1", "D1C1B1A1", ">>>=<<<", 6},
   };
@@ -96,7 +97,14 @@ TEST(MacroDiff, ChangesStandBesideTheirOldLinesAndBlocksAreMoved) {
     const MacroDiff diff(macroOf(a), macroOf(b), nullptr);
     EXPECT_EQ(rowsOf(diff), rows) << a << ' ' << b;
     EXPECT_EQ(diff.differences().size(), differences) << a << ' ' << b;
+    EXPECT_EQ(diff.counts().moved, static_cast<std::size_t>(std::ranges::count(std::string_view(rows), '<')));
   }
+  const auto of = [](const char* fid) {
+    return *Macro::read(std::string("<macro><data><cmd fid=\"") + fid + "\"/></data></macro>");
+  };
+  EXPECT_EQ(rowsOf(MacroDiff(of("QMF1.A"), of("QMF2.A"), nullptr)), "!")
+      << "the function of another mainframe";
+  EXPECT_TRUE(MacroDiff(of("A"), of("A"), nullptr).taking({0, 7}, Side::kA).pieces.empty());
 }
 
 TEST(MacroDiff, WhatStandsBesideTheCommandsIsTold) {

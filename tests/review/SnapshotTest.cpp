@@ -122,6 +122,7 @@ TEST(SnapshotTest, RefusesWhatIsNoWholeSnapshot) {
        "list that cannot be read"},
       {"workplace 9", withList("\"workplace\": 2", "\"workplace\": 9"), "list that cannot be read"},
       {"workplace not read", withList("\"workplace\": 2", "\"workplace\": 4"), "list that cannot be read"},
+      {"workplaces in wrong order", withList("  1,\n  2,", "  2,\n  1,"), "list that cannot be read"},
       {"wrong order", withList("\"workplace\": 1", "\"workplace\": 3"), "list that cannot be read"},
       {"number", withList("\"999\"", "\"../\""), "list that cannot be read"},
       {"sum", withList("\"sha256\": \"", "\"sha256\": \"" + sum + "\",\"x\":\""), "is not what was stored"},
@@ -215,13 +216,15 @@ class SnapshotTakingTest : public testing::Test {
 
   Panel panel_;
   std::size_t told_ = 0;
+  int made_ = 0;
   SnapshotTaking taking_{{"10.0.0.5", {}},
                          {1, 2, 3},
                          [this](int workplace) {
+                           ++made_;
                            const bool reached = panel_.unreachable-- <= 0;
                            return reached ? std::make_unique<PanelShelf>(panel_, workplace) : nullptr;
                          },
-                         {.onlyMacros = true, .tries = 3, .pause = std::chrono::milliseconds{1}}};
+                         {.onlyMacros = true, .tries = {3, std::chrono::milliseconds{1}}}};
 };
 
 TEST_F(SnapshotTakingTest, GoesOnAfterALostLineAndLeavesOutWhatIsGone) {
@@ -234,6 +237,7 @@ TEST_F(SnapshotTakingTest, GoesOnAfterALostLineAndLeavesOutWhatIsGone) {
   EXPECT_EQ(taken->of(3).size(), 2U);
   EXPECT_EQ(taken->of(1)[2].name, "N");
   EXPECT_EQ(told_, 6U);
+  EXPECT_EQ(made_, 7) << "a shelf whose line was lost is not used again";
   EXPECT_TRUE(packSnapshot(*taken));
 }
 

@@ -24,11 +24,12 @@ using testing::SizeIs;
 
 std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data></data></macro>"; }
 
-// A folder that, while the test says so, is read by nobody before a cancel.
+// A folder that, while the test says so, is read by nobody before a cancel, or not at one number.
 class HangingShelf final : public MacroShelf {
  public:
-  HangingShelf(const SiteRoot& root, MacroHistory& history, const std::atomic<bool>& hangs)
-      : disk_(root, history, "c:\\left"), hangs_(hangs) {}
+  HangingShelf(const SiteRoot& root, MacroHistory& history, const std::atomic<bool>& hangs,
+               const std::atomic<int>& unreadable)
+      : disk_(root, history, "c:\\left"), hangs_(hangs), unreadable_(unreadable) {}
   std::string title() const override { return disk_.title(); }
   MacroPlace place(MacroNumber number) const override { return disk_.place(number); }
   Expected<std::vector<Held>> list() override { return disk_.list(); }
@@ -37,6 +38,7 @@ class HangingShelf final : public MacroShelf {
       std::unique_lock guard(mutex_);
       changed_.wait(guard, [this] { return cancelled_; });
     }
+    if (number.value() == unreadable_) return Failure{Failure::Kind::kPanel, "the line was lost"};
     return disk_.read(number);
   }
   Outcome writable() const override { return disk_.writable(); }
@@ -57,6 +59,7 @@ class HangingShelf final : public MacroShelf {
  private:
   DiskShelf disk_;
   const std::atomic<bool>& hangs_;
+  const std::atomic<int>& unreadable_;
   std::mutex mutex_;
   std::condition_variable changed_;
   bool cancelled_ = false;
@@ -82,7 +85,8 @@ class WorkplacesWindowTest : public testing::Test {
     return "c:\\" + folder + "\\" + macroFileName(MacroNumber::textOf(number));
   }
   std::vector<WorkplaceChoice> choices() {
-    return {{"left", [this] { return std::make_shared<HangingShelf>(site_.root, history_, hangs_); }},
+    return {{"left",
+             [this] { return std::make_shared<HangingShelf>(site_.root, history_, hangs_, unreadable_); }},
             {"right", [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\right"); }}};
   }
   void open() {
@@ -139,6 +143,7 @@ class WorkplacesWindowTest : public testing::Test {
   TestSite site_;
   MacroHistory history_{site_.root}, other_{site_.root};
   std::atomic<bool> hangs_ = false;
+  std::atomic<int> unreadable_ = -1;
   bool mayWrite_ = true;
   std::size_t asked_ = 0;
   std::vector<std::string> written_;
@@ -181,6 +186,24 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
   click("again");
   settle();
   EXPECT_THAT(rows(), ElementsAre("004||→ only right|Vier|"));
+}
+
+// Catches a copy over what could not be read when the workplaces were compared, and can by now.
+TEST_F(WorkplacesWindowTest, WhatCouldNotBeReadIsNotWrittenOver) {
+  unreadable_ = 2;
+  open();
+  press(1, Qt::Key_Space);
+  unreadable_ = -1;
+  click("toLeft");
+  settle();
+  EXPECT_EQ(site_.read(file("left", 2)), macro("Two"));
+  EXPECT_THAT(rows()[1], HasSubstr("could not be read"));
+  click("again");
+  settle();
+  press(1, Qt::Key_Space);
+  click("toLeft");
+  settle();
+  EXPECT_EQ(site_.read(file("left", 2)), macro("Zwei"));
 }
 
 // Whatever hangs in a thread: the window neither waits for it nor stays, and nothing of it is written.
