@@ -6,13 +6,8 @@
 
 namespace tessaly {
 
-namespace {
-
-constexpr int kPatienceMilliseconds = 5000;
-
-}  // namespace
-
-RehearseNow::RehearseNow(PanelClient& client, std::function<QString()> panel)
+RehearseNow::RehearseNow(PanelClient& client, std::function<QString()> panel,
+                         std::chrono::milliseconds patience)
     : client_(client),
       name_(std::move(panel)),
       questions_(
@@ -22,7 +17,7 @@ RehearseNow::RehearseNow(PanelClient& client, std::function<QString()> panel)
           },
           [this](const std::vector<PanelAnswer>& answers) { take(answers); }) {
   patience_.setSingleShot(true);
-  patience_.setInterval(kPatienceMilliseconds);
+  patience_.setInterval(patience);
   connect(&patience_, &QTimer::timeout, this, [this] {
     settle();
     emit changed();

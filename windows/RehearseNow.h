@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,10 +15,12 @@
 
 namespace tessaly {
 
+inline constexpr std::chrono::milliseconds kPanelPatience{5000};  // until values are told as missing
+
 // What a panel has now of the values that a macro changes. It is asked for all of them as soon as there is a
-// panel, and goes on telling what becomes of them. What has not come after five seconds is told as missing,
-// and still taken when it comes. When the line is lost nothing is known any more; on another line all is
-// asked for anew. GUI thread.
+// panel, and goes on telling what becomes of them. What has not come when the patience is at its end is told
+// as missing, and still taken when it comes. When the line is lost nothing is known any more; on another line
+// all is asked for anew. GUI thread.
 class RehearseNow : public QObject {
   Q_OBJECT
 
@@ -31,7 +34,7 @@ class RehearseNow : public QObject {
   };
 
   // `panel` gives the name of the panel whose line stands, or nothing. Observes the client.
-  RehearseNow(PanelClient& client, std::function<QString()> panel);
+  RehearseNow(PanelClient& client, std::function<QString()> panel, std::chrono::milliseconds patience);
 
   // Whose values are wanted from now on.
   void want(std::vector<std::string> names);

@@ -34,7 +34,7 @@ RehearseWindow::RehearseWindow(RehearseWays ways, PanelClient& client, const Lin
       ui_(std::make_unique<Ui::RehearseWindow>()),
       lines_(lines),
       options_(options),
-      now_(client, ways_.panel),
+      now_(client, ways_.panel, ways_.patience),
       values_(RehearseModel::Shows::kStep, lines, options, now_, this),
       after_(RehearseModel::Shows::kAfter, lines, options, now_, this),
       grid_(values_, lines, options, this),

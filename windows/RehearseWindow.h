@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -36,6 +37,7 @@ struct RehearseWays {
   std::function<RehearseSource()> source;
   std::function<QString()> panel;  // the name of the panel whose line stands; empty for none
   std::function<QString(const Failure&)> failureText;  // for people
+  std::chrono::milliseconds patience = kPanelPatience;
 };
 
 // Plays a macro through without a panel: which value each command changes, and what they all are at any step
