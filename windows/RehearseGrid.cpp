@@ -120,13 +120,16 @@ QVariant RehearseGrid::headerData(int section, Qt::Orientation orientation, int 
 void RehearseGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const {
   QStyledItemDelegate::paint(painter, option, index);
-  if (index.column() != grid_.step() - 1) return;
   const QColor ink = option.palette.color(QPalette::Active, QPalette::Highlight);
-  QRect edge = option.rect;
-  edge.setWidth(kFrame);
-  painter->fillRect(edge, ink);
-  edge.moveRight(option.rect.right());
-  painter->fillRect(edge, ink);
+  const QRect& cell = option.rect;
+  if (index.column() == grid_.step() - 1) {
+    painter->fillRect(cell.left(), cell.top(), kFrame, cell.height(), ink);
+    painter->fillRect(cell.right() - kFrame + 1, cell.top(), kFrame, cell.height(), ink);
+  }
+  if (index.row() == grid_.row()) {
+    painter->fillRect(cell.left(), cell.top(), cell.width(), 1, ink);
+    painter->fillRect(cell.left(), cell.bottom(), cell.width(), 1, ink);
+  }
 }
 
 }  // namespace tessaly

@@ -23,6 +23,9 @@ class RehearseGrid : public QAbstractTableModel {
   void show(std::shared_ptr<const Rehearsal> rehearsal);
   void setStep(int step);
   [[nodiscard]] int step() const { return step_; }
+  // That is chosen; -1 for none.
+  void setRow(int row) { row_ = row; }
+  [[nodiscard]] int row() const { return row_; }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -42,9 +45,10 @@ class RehearseGrid : public QAbstractTableModel {
   LineOptions options_;
   std::shared_ptr<const Rehearsal> rehearsal_;
   int step_ = 0;
+  int row_ = -1;
 };
 
-// Draws the cells of a grid, and frames the column of its step.
+// Draws the cells of a grid, and frames the column of its step and the row that is chosen.
 class RehearseGridDelegate : public QStyledItemDelegate {
  public:
   RehearseGridDelegate(const RehearseGrid& grid, QObject* parent)

@@ -107,10 +107,11 @@ QString RehearseModel::text(const RehearsalRow& row, int column) const {
   switch (row.kind) {
     case Kind::kHeading:
       return column == kName ? shown(row.heading) : QString();
-    case Kind::kCommand:
-      return column == kName    ? line(row.index)
-             : column == kState ? RehearseTexts::why(effect.effect(row.index).why)
-                                : QString();
+    case Kind::kCommand: {
+      if (column != kName) return {};
+      const QString why = RehearseTexts::why(effect.effect(row.index).why);
+      return why.isEmpty() ? line(row.index) : tr("%1 \u2013 %2").arg(line(row.index), why);
+    }
     case Kind::kValue:
       break;
   }

@@ -11,7 +11,7 @@ namespace {
 using Kind = ValueState::Kind;
 using What = CommandEffect::What;
 
-constexpr float kTint = 0.16F;      // of the hue; the rest is the palette's ground
+constexpr float kTint = 0.22F;      // of the hue; the rest is the palette's ground
 constexpr float kHatchInk = 0.22F;  // of the text colour, over what is unknown
 constexpr QRgb kChangedHue = 0xFFE0A000, kSameHue = 0xFF808080, kOtherThanNowHue = 0xFF2090D0;
 constexpr std::size_t kMostChanges = 3;  // told of one command
@@ -108,6 +108,14 @@ QString RehearseTexts::state(const MacroEffect& effect, int value, const ValueSt
   return {};
 }
 
+QString RehearseTexts::widestState() { return tr("changed by %1").arg(QStringLiteral("+100.0%")); }
+
+QString RehearseTexts::start(bool fromNow, const RehearseNow& now) {
+  return fromNow && !now.values().empty()
+             ? tr("The values are what the panel has now, as far as they have come.")
+             : tr("Nothing is known of the values.");
+}
+
 QString RehearseTexts::why(const std::string& why) {
   for (const char* reason : kReasons)
     if (why == reason) return tr(reason);
@@ -118,7 +126,6 @@ QString RehearseTexts::why(const std::string& why) {
 }
 
 QString RehearseTexts::done(const Rehearsal& rehearsal, int step) {
-  if (step == 0) return tr("Before the first command.");
   const MacroEffect& effect = rehearsal.effect();
   const CommandEffect& told = effect.effect(step - 1);
   QStringList parts;

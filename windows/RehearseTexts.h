@@ -36,8 +36,12 @@ class RehearseTexts {
                                          int step);
   // What a value is there: "50.0%", "changed by +25.0%", "unknown".
   [[nodiscard]] static QString state(const MacroEffect& effect, int value, const ValueState& state);
-  // Of a step: what its command does.
+  // As long as such texts usually are.
+  [[nodiscard]] static QString widestState();
+  // What the command of a step does; `step` is at least 1.
   [[nodiscard]] static QString done(const Rehearsal& rehearsal, int step);
+  // What is known before the first one.
+  [[nodiscard]] static QString start(bool fromNow, const RehearseNow& now);
   [[nodiscard]] static QString why(const std::string& why);
   // Where the values of the panel are.
   [[nodiscard]] static QString now(const RehearseNow& now);

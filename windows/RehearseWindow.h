@@ -4,18 +4,15 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 
 #include <QTimer>
 
 #include "model/Macro.h"
-#include "windows/RehearseGrid.h"
 #include "windows/RehearseModel.h"
 #include "windows/RehearseNow.h"
+#include "windows/RehearseSteps.h"
 #include "windows/ReviewWindow.h"
 #include "windows/ReviewWork.h"
-
-class QTableView;
 
 namespace Ui {
 class RehearseWindow;
@@ -68,21 +65,16 @@ class RehearseWindow : public ReviewWindow {
     int opening = 0;
   };
 
-  void setUpTable(QTableView& table, QAbstractItemModel& model);
   void setUpTables();
-  void setUpGrid();
   void setUpKeys();
   void replay();
   void take(const Result& result);
   void showMacro(const Result& result);
-  void restoreRow(const std::optional<std::string>& name, int y);
   void tellTrouble(const QString& trouble);
   void showNow();
   void goTo(int step);
   void goBy(int direction);
   void showStep();
-  void showColumns();
-  void scrollToStep();
   [[nodiscard]] std::optional<int> stepFor(int key) const;
   [[nodiscard]] int lastStep() const;
 
@@ -91,8 +83,8 @@ class RehearseWindow : public ReviewWindow {
   LineContext lines_;
   LineOptions options_;
   RehearseNow now_;
-  RehearseModel values_, after_;
-  RehearseGrid grid_;
+  RehearseModel after_;
+  RehearseSteps steps_;
   std::shared_ptr<const Rehearsal> shown_;
   Rehearsal::Start start_;  // of the last replay
   int opening_ = 0;
