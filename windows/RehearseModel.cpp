@@ -42,6 +42,9 @@ void RehearseModel::list() {
   step_ = 0;
   if (!rehearsal_) return;
   rows_ = rehearsal_->rows();
+  rowOfValue_.assign(rehearsal_->effect().values().size(), -1);
+  for (int place = 0; place < rowCount(); ++place)
+    if (row(place)->kind == Kind::kValue) rowOfValue_[static_cast<std::size_t>(row(place)->index)] = place;
   if (shows_ == Shows::kStep) return;
   step_ = rehearsal_->effect().commandCount();
   const auto add = [this](const QString& heading, const std::vector<int>& commands) {

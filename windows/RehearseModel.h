@@ -35,6 +35,8 @@ class RehearseModel : public QAbstractTableModel {
   // The first row of a value of that name; -1 for none.
   [[nodiscard]] int rowOf(const std::string& name) const;
   [[nodiscard]] const std::string* nameOf(int row) const;
+  // The row of a value of the rehearsal.
+  [[nodiscard]] int rowOf(int value) const { return rowOfValue_[static_cast<std::size_t>(value)]; }
   // What the signs of a row stand for; empty in a row that has none.
   [[nodiscard]] std::optional<RehearseCell> cell(int row) const;
 
@@ -57,6 +59,7 @@ class RehearseModel : public QAbstractTableModel {
   const RehearseNow& now_;
   std::shared_ptr<const Rehearsal> rehearsal_;
   std::vector<RehearsalRow> rows_;
+  std::vector<int> rowOfValue_;
   int step_ = 0;
 };
 

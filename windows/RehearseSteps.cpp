@@ -104,6 +104,7 @@ void RehearseSteps::show(const std::shared_ptr<const Rehearsal>& rehearsal) {
   const std::string* const name = valueModel_.nameOf(current.row());
   const auto value = name != nullptr ? std::optional(*name) : std::nullopt;
   const int y = values_.visualRect(current).top();
+  rehearsal_ = rehearsal;
   valueModel_.show(rehearsal);
   gridModel_.show(rehearsal);
   if (value && !values_.currentIndex().isValid()) goToRow(valueModel_.rowOf(*value), y);
@@ -114,6 +115,13 @@ void RehearseSteps::setStep(int step) {
   valueModel_.setStep(step);
   gridModel_.setStep(step);
   scrollTo(step);
+}
+
+void RehearseSteps::seekChange() {
+  const int step = gridModel_.step();
+  if (!rehearsal_ || step == 0 || rehearsal_->effect().changes(step - 1).empty()) return;
+  const int value = rehearsal_->effect().changes(step - 1).front().value;
+  values_.scrollTo(valueModel_.index(valueModel_.rowOf(value), RehearseModel::kName));
 }
 
 void RehearseSteps::tellNow() {

@@ -32,6 +32,8 @@ class RehearseSteps : public QSplitter {
   void setStep(int step);
   // The panel has told something, or is another one.
   void tellNow();
+  // Brings the first value that the command of the step comes to into sight.
+  void seekChange();
   void goToValue(const std::string& name);
 
   // That takes the keyboard.
@@ -46,6 +48,7 @@ class RehearseSteps : public QSplitter {
   void scrollTo(int step);
 
   const RehearseNow& now_;
+  std::shared_ptr<const Rehearsal> rehearsal_;
   RehearseModel valueModel_;
   RehearseGrid gridModel_;
   QTableView &values_, &grid_;

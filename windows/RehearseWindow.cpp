@@ -183,7 +183,7 @@ void RehearseWindow::showMacro(const Result& result) {
     ui_->slider->setRange(0, lastStep());
   }
   tellTrouble(!shown_ || !shown_->commands()->empty() ? QString() : tr("The macro has no command."));
-  goTo(step);
+  standAt(step);
   now_.want(shown_ ? shown_->publishedNames() : std::vector<std::string>());
   showNow();
 }
@@ -216,6 +216,11 @@ void RehearseWindow::showNow() {
 }
 
 void RehearseWindow::goTo(int step) {
+  standAt(step);
+  steps_.seekChange();
+}
+
+void RehearseWindow::standAt(int step) {
   step_ = std::clamp(step, 0, lastStep());
   steps_.setStep(step_);
   showStep();

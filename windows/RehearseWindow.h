@@ -73,6 +73,7 @@ class RehearseWindow : public ReviewWindow {
   void tellTrouble(const QString& trouble);
   void showNow();
   void goTo(int step);
+  void standAt(int step);
   void goBy(int direction);
   void showStep();
   [[nodiscard]] std::optional<int> stepFor(int key) const;

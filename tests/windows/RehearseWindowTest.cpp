@@ -217,6 +217,32 @@ TEST_F(RehearseWindowTest, KeysSliderAndClicksLeadToAnyStep) {
   EXPECT_EQ(step(), 15) << "keys of the rows";
 }
 
+// Catches a change of a step that is out of sight.
+TEST_F(RehearseWindowTest, BringsWhatChangesIntoSight) {
+  std::vector<Command> commands;
+  for (int key = 0; key < 40; ++key)
+    commands.push_back({"ME" + std::to_string(key % 4 + 1) + ".KEY" + std::to_string(key / 4 % 4 + 1) +
+                            (key < 16   ? ".CLIP.SET"
+                             : key < 32 ? ".GAIN.SET"
+                                        : ".BORDER.WIDTH.SET"),
+                        "0.5"});
+  open(commands);
+  auto& table = child<QTableView>("values");
+  const int last = grid().columnCount() - 1;
+  int row = values().rowCount() - 1;
+  ASSERT_FALSE(table.viewport()->rect().contains(table.visualRect(values().index(row, 0))));
+  for (int command = 0; command <= last; ++command) {
+    press(Qt::Key_Right);
+    for (row = 0; row < values().rowCount(); ++row)
+      if (text(values(), row, RehearseModel::kSigns).starts_with("●")) break;
+    if (row == values().rowCount()) continue;
+    EXPECT_TRUE(table.viewport()->rect().contains(table.visualRect(values().index(row, 0)))) << command;
+  }
+  const int at = table.verticalScrollBar()->value();
+  ASSERT_GT(at, 0);
+  EXPECT_EQ(child<QTableView>("grid").verticalScrollBar()->value(), at) << "one table";
+}
+
 // Catches values that are asked for twice or of the wrong names, a wait without an end, values that come late
 // and are dropped, and old values that are told as now once the line is gone.
 TEST_F(RehearseWindowTest, AsksThePanelForWhatItHasNow) {
