@@ -1,6 +1,8 @@
 // A macro played through without a panel and beside one, worked by keys, clicks and the slider.
+#include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <semaphore>
 
 #include <QCheckBox>
 #include <QHeaderView>
@@ -74,7 +76,11 @@ class RehearseWindowTest : public testing::Test {
   }
   RehearseSource source() {
     if (!commands_) return {"A", "The pane shows no macro.", opening_};
-    return {"A", {}, opening_, [macro = macroOf(*commands_)] { return Expected<Macro>(macro); }};
+    return {"A", {}, opening_, [this, macro = macroOf(*commands_)] {
+              begun_ = true;
+              if (held_) held_->acquire();
+              return Expected<Macro>(macro);
+            }};
   }
   void change(const std::vector<Command>& commands) {
     commands_ = commands;
@@ -129,6 +135,8 @@ class RehearseWindowTest : public testing::Test {
   DecodingLists lists_{root()};
   std::optional<std::vector<Command>> commands_;
   int opening_ = 1;
+  std::atomic<bool> begun_ = false;              // a replay
+  std::optional<std::binary_semaphore> held_{};  // that it waits for
   std::chrono::milliseconds patience_ = kPanelPatience;
   std::unique_ptr<RehearseWindow> window_;
 };
@@ -176,7 +184,14 @@ TEST_F(RehearseWindowTest, EveryStepTellsWhatItDoes) {
   QTest::mouseClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(untold).center());
   QTest::mouseDClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(untold).center());
   EXPECT_EQ(step(), 6);
-  EXPECT_TRUE(child<QTableView>("values").isVisible());
+  ASSERT_TRUE(child<QTableView>("values").isVisible());
+  QTest::keyClick(window_.get(), Qt::Key_A, Qt::AltModifier);
+  const QModelIndex value = after.model()->index(3, 0);
+  QTest::mouseClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(value).center());
+  QTest::mouseDClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(value).center());
+  EXPECT_EQ(child<QTableView>("values").currentIndex().row(), 3);
+  change({kClip, {"NCSCOMMAND", "25 01 08 02 64 00 "}, kOther});
+  EXPECT_EQ(values().rowCount(), 5) << "a classic command has the heading of its mix effect";
 }
 
 // Catches a key that is lost in a table, a step beyond the ends, a jump to a step that changes nothing, and a
@@ -213,8 +228,11 @@ TEST_F(RehearseWindowTest, KeysSliderAndClicksLeadToAnyStep) {
   slider.setFocus();
   QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(2, slider.height() / 2));
   EXPECT_EQ(step(), 15) << "a page of the slider";
+  QTest::mouseClick(columns.viewport(), Qt::LeftButton, {}, columns.visualRect(grid().index(0, 14)).center());
+  const QImage framed = columns.viewport()->grab().toImage();
   press(Qt::Key_Down);
   EXPECT_EQ(step(), 15) << "keys of the rows";
+  EXPECT_NE(framed, columns.viewport()->grab().toImage()) << "the row is framed there, too";
 }
 
 // Catches a change of a step that is out of sight.
@@ -284,6 +302,13 @@ TEST_F(RehearseWindowTest, AsksThePanelForWhatItHasNow) {
   await([&] { return told("now").starts_with("The panel is gone") && atStep()[0] == "±|changed by +25.0%"; });
   EXPECT_TRUE(child<QTableView>("values").isColumnHidden(RehearseModel::kNow));
   connectPanel();
+  await([&] { return told("now").starts_with("the desk has told 0 of 2"); });
+  panel_.value(kClipName, "");
+  panel_.value(kOtherName, "0.25");
+  await([&] { return told("now").starts_with("the desk has told 1 of 2"); });
+  panel_.status(kPanelNotConnected);
+  panel_.status(kPanelConnected);
+  window_->look();
   await([&] { return told("now").starts_with("Asking the desk: 0 of 2"); });
 }
 
@@ -332,6 +357,19 @@ TEST_F(RehearseWindowTest, FollowsTheMacroAndKeepsItsPlace) {
     EXPECT_EQ(this->step(), step) << what;
     EXPECT_EQ(row(), "ME 1 Key 1 Clip Set") << what;
   }
+  held_.emplace(0);
+  begun_ = false;
+  commands_ = {{kMore}};
+  window_->follow();
+  await([&] { return begun_.load(); });
+  commands_ = {{kOther, kClip}};
+  window_->follow();
+  QApplication::processEvents();
+  held_->release(1);
+  await([&] { return grid().columnCount() == 1; });
+  held_->release(1);
+  awaitCommands();
+  held_.reset();
   connectPanel();
   panel_.transport->take();
   ++opening_;
