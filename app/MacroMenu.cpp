@@ -11,6 +11,8 @@ MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAc
   QAction* saveAs = addAction(tr("Save &As..."));
   saveAs->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
   connect(saveAs, &QAction::triggered, this, &MacroMenu::saveAsPressed);
+  QAction* rehearse = addAction(tr("R&ehearse..."), this, &MacroMenu::rehearsePressed);
+  rehearse->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_R);
   saveSnapshot_ = addAction(QString(), this, &MacroMenu::saveSnapshotPressed);
   openSnapshot_ = addAction(tr("&Open Snapshot..."), this, &MacroMenu::openSnapshotPressed);
   restoreSnapshot_ = addAction(tr("&Restore Snapshot..."), this, &MacroMenu::restoreSnapshotPressed);

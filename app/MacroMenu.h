@@ -20,6 +20,7 @@ class MacroMenu : public QMenu {
   void undoPressed();
   void historyPressed();
   void saveAsPressed();
+  void rehearsePressed();
   void saveSnapshotPressed();
   void openSnapshotPressed();
   void restoreSnapshotPressed();

@@ -4,6 +4,7 @@
 #include "app/Comparisons.h"
 #include "app/HistoryOperations.h"
 #include "app/MacroMenu.h"
+#include "app/Rehearsals.h"
 #include "app/Replacements.h"
 #include "app/ReviewPlaces.h"
 #include "app/Searching.h"
@@ -38,6 +39,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
       Workplaces::Surroundings{panes_, context.site, around.connection, around.transfer, around.gate,
                                around.open, around.undo, around.lines},
       shelves, window);
+  rehearsals_ = std::make_unique<Rehearsals>(panes_, context, around.connection, around.lines, window);
   connectParts(around);
 }
 
@@ -74,6 +76,9 @@ void ReviewDesk::addMenus(QMenuBar& bar, MacroMenu& macroMenu) {
   // The letters before are keys of the panes or of other menus.
   addCompareEntries(*bar.addMenu(tr("Comp&are")));
   addReviewEntries(*bar.addMenu(tr("Review")));
+  connect(&macroMenu, &MacroMenu::rehearsePressed, this, [this] {
+    if (begun_) rehearsals_->open(active_);
+  });
   connect(&macroMenu, &MacroMenu::saveSnapshotPressed, this, [this] {
     if (begun_) snapshots_->save(active_);
   });
@@ -120,7 +125,10 @@ void ReviewDesk::begin() {
 
 void ReviewDesk::endUnfinished() { workplaces_->start(); }
 
-void ReviewDesk::look() { workplaces_->look(); }
+void ReviewDesk::look() {
+  workplaces_->look();
+  rehearsals_->look();
+}
 
 bool ReviewDesk::end() {
   const bool workplaces = workplaces_->end(), replacements = replacements_->end();

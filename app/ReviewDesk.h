@@ -21,6 +21,7 @@ class MacroTransfers;
 class MacroUndo;
 class OpenMacros;
 class PanelTransfer;
+class Rehearsals;
 class Replacements;
 class ReviewPlaces;
 class Searching;
@@ -28,7 +29,7 @@ class Snapshots;
 class Workplaces;
 
 // Everything that looks at macros from above, as one part of the window: comparison, workplaces beside each
-// other, snapshots, check, search and replacement, with their menus. GUI thread.
+// other, snapshots, check, search, replacement and rehearsal, with their menus. GUI thread.
 class ReviewDesk : public QObject {
   Q_OBJECT
 
@@ -94,6 +95,7 @@ class ReviewDesk : public QObject {
   std::unique_ptr<Searching> searching_;
   std::unique_ptr<Replacements> replacements_;
   std::unique_ptr<Workplaces> workplaces_;
+  std::unique_ptr<Rehearsals> rehearsals_;
 };
 
 }  // namespace tessaly

@@ -155,6 +155,15 @@ void appendComparedValue(std::string& text, const FunctionTemplate* function, st
   text += value;
 }
 
+bool equalInUnit(const FunctionTemplate& function, std::string_view parameter, std::string_view a,
+                 std::string_view b) {
+  if (a == b) return true;
+  std::string first, second;
+  appendComparedValue(first, &function, parameter, a);
+  appendComparedValue(second, &function, parameter, b);
+  return first == second;
+}
+
 std::string meaningOf(const MacroCommand& command, const FunctionDictionary* dictionary) {
   const auto function = functionOf(command, dictionary);
   const FunctionTemplate* const definition = definitionOf(function);

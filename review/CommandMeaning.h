@@ -18,6 +18,9 @@ namespace tessaly {
 void appendComparedValue(std::string& text, const FunctionTemplate* function, std::string_view parameter,
                          std::string_view value);
 
+[[nodiscard]] bool equalInUnit(const FunctionTemplate& function, std::string_view parameter,
+                               std::string_view a, std::string_view b);
+
 // What is equal for two commands exactly when identifier, workplace, group, module, widget and parameters,
 // in their order, are. What records leave out (MacroCommand::unread) is not looked at.
 [[nodiscard]] std::string meaningOf(const MacroCommand& command, const FunctionDictionary* dictionary);

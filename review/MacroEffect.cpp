@@ -5,6 +5,7 @@
 #include "classic/ClassicGroups.h"
 #include "platform/Text.h"
 #include "review/ClassicEffect.h"
+#include "review/CommandMeaning.h"
 #include "review/EffectTold.h"
 #include "review/FunctionStep.h"
 
@@ -66,6 +67,11 @@ const ValueState& MacroEffect::at(int value, int step) const {
   });
   return after == changes.begin() ? told_->sources[place].start
                                   : told_->changes[static_cast<std::size_t>(*(after - 1))].after;
+}
+
+bool MacroEffect::equal(int value, std::string_view a, std::string_view b) const {
+  const Told::Source& source = told_->sources[static_cast<std::size_t>(value)];
+  return source.function ? equalInUnit(source.function->definition(), source.parameter, a, b) : a == b;
 }
 
 std::string MacroEffect::label(int value) const {

@@ -88,6 +88,9 @@ class MacroEffect {
   // changes.
   [[nodiscard]] const ValueState& at(int value, int step) const;
 
+  // Two stored values are one in the unit of the value: "0.5" and "0.500000".
+  [[nodiscard]] bool equal(int value, std::string_view a, std::string_view b) const;
+
   // What the value is called in the lines: "ME 1 Key 1 Level Set".
   [[nodiscard]] std::string label(int value) const;
   // What is shown for a stored value: "50.0%"; as it is stored where nothing else is known.

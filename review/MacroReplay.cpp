@@ -50,15 +50,6 @@ const MacroParameter* firstWithValue(const MacroCommand& command) {
   return found == parameters.end() ? nullptr : &*found;
 }
 
-bool equalInUnit(const FunctionTemplate& function, std::string_view parameter, std::string_view a,
-                 std::string_view b) {
-  if (a == b) return true;
-  std::string first, second;
-  appendComparedValue(first, &function, parameter, a);
-  appendComparedValue(second, &function, parameter, b);
-  return first == second;
-}
-
 }  // namespace
 
 class MacroEffect::Replay {

@@ -26,6 +26,7 @@
 #include "windows/CheckRulesDialog.h"
 #include "windows/CheckWindow.h"
 #include "windows/CompareWindow.h"
+#include "windows/RehearseWindow.h"
 #include "windows/ReplaceWindow.h"
 #include "windows/SearchWindow.h"
 #include "windows/SnapshotRestoreDialog.h"
@@ -79,6 +80,15 @@ class EveryDialog {
         {"input",
          [this] { return std::make_unique<SelectInputDialog>(QStringLiteral("Select Input"), sources_); }},
         {"compare", [this] { return comparison(); }},
+        {"rehearse",
+         [this] {
+           return std::make_unique<RehearseWindow>(
+               RehearseWays{[] {
+                              return RehearseSource{QStringLiteral("A"), QStringLiteral("none")};
+                            },
+                            [] { return QString(); }, [](const Failure&) { return QString(); }},
+               offlineClient(), LineContext{sampleDictionary(), lists_}, LineOptions());
+         }},
         {"check",
          [this] {
            return std::make_unique<CheckWindow>(

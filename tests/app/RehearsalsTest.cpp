@@ -1,0 +1,62 @@
+// Rehearsing from the main window: the macro of a pane, followed, beside a simulated panel.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTableView>
+
+#include "tests/app/PanelWindowFixture.h"
+#include "windows/RehearseWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::StartsWith;
+
+class RehearsalsTest : public PanelWindowTest {
+ protected:
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QApplication::setActiveWindow(fixture_.window.get());
+    QTest::keyClick(fixture_.window.get(), key, modifiers);
+  }
+  [[nodiscard]] std::vector<RehearseWindow*> windows() const {
+    std::vector<RehearseWindow*> open;
+    for (auto* window : fixture_.window->findChildren<RehearseWindow*>()) open.push_back(window);
+    return open;
+  }
+  void await(const char* label, const std::string& text) {
+    const auto& window = *windows().front();
+    WindowDriver::waitFor(
+        [&] {
+          return window.findChild<QLabel*>(QLatin1String(label))->text().toStdString().find(text) !=
+                 std::string::npos;
+        },
+        text.c_str());
+  }
+};
+
+// Catches a window that shows what the pane held, opens twice, asks no panel or the one that is gone, and a
+// "now" that is not the panel's.
+TEST_F(RehearsalsTest, FollowsItsPaneAndItsPanel) {
+  connectPane(Pane::kA, first_);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  driver().choose(a_.macros, "007");
+  driver().clickRow(a_.commands, 0);
+  first_.simulator.set("QMF1.ME1.KEY1.ON", "1");
+  for (int time = 0; time < 2; ++time) {
+    press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_EQ(windows().size(), 1U);
+  }
+  EXPECT_THAT(windows().front()->windowTitle().toStdString(), StartsWith("Rehearse 007"));
+  await("place", "step 0 of 3");
+  await("now", addressOf(first_) + " has told all 1 values. After this macro: 1 not as now");
+  driver().press(a_.deleteCommand);
+  await("place", "step 0 of 2");
+  first_.simulator.dropConnections();
+  await("now", "The panel is gone");
+  windows().front()->close();
+  WindowDriver::waitFor([&] { return windows().empty(); }, "its end");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,402 @@
+// A macro played through without a panel and beside one, worked by keys, clicks and the slider.
+#include <atomic>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <semaphore>
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+
+#include "dictionary/InterfaceFile.h"
+#include "tests/link/FakeTransport.h"
+#include "tests/support/BuildPaths.h"
+#include "windows/RehearseWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
+
+struct Command {
+  std::string function, value;
+};
+
+const Command kClip{"ME1.KEY1.CLIP.SET", "0.25"}, kClipAgain{"ME1.KEY1.CLIP.SET", "0.250000"},
+    kMore{"ME1.KEY1.CLIP.INC", "256"}, kOther{"ME2.KEY1.CLIP.INC", "256"}, kNothing{"NO.SUCH.FUNCTION", "1"};
+constexpr const char* kClipName = "QMF1.ME1.KEY1.CLIP";
+constexpr const char* kOtherName = "QMF1.ME2.KEY1.CLIP";
+
+Macro macroOf(const std::vector<Command>& commands) {
+  std::string text = "<macro name=\"M\"><data>";
+  for (const Command& command : commands)
+    text += "<cmd fid=\"QMF1." + command.function + "\" workplace=\"1\"><param name=\"VALUE\" value=\"" +
+            command.value + "\"/></cmd>";
+  return *Macro::read(text + "</data></macro>");
+}
+
+class RehearseWindowTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { loadFunctionDictionary(root(), dictionary(), {}); }
+  static const SiteRoot& root() {
+    static const SiteRoot root{sourcePath("site")};
+    return root;
+  }
+  static FunctionDictionary& dictionary() {
+    static FunctionDictionary dictionary;
+    return dictionary;
+  }
+  ~RehearseWindowTest() override {
+    window_.reset();
+    if (panel_.client->state() == kPanelConnected) panel_.client->disconnect();
+  }
+
+  void open(const std::vector<Command>& commands) {
+    commands_ = commands;
+    window_ = std::make_unique<RehearseWindow>(
+        RehearseWays{
+            [this] { return source(); },
+            [this] { return panel_.client->state() == kPanelConnected ? QString("the desk") : QString(); },
+            [](const Failure& failure) { return QString::fromStdString(failure.text); }, patience_},
+        *panel_.client, LineContext{dictionary(), lists_}, LineOptions());
+    window_->present();
+    QApplication::setActiveWindow(window_.get());
+    awaitCommands();
+  }
+  RehearseSource source() {
+    if (!commands_) return {"A", "The pane shows no macro.", opening_};
+    return {"A", {}, opening_, [this, macro = macroOf(*commands_)] {
+              begun_ = true;
+              if (held_) held_->acquire();
+              return Expected<Macro>(macro);
+            }};
+  }
+  void change(const std::vector<Command>& commands) {
+    commands_ = commands;
+    window_->follow();
+    awaitCommands();
+  }
+  void awaitCommands() {
+    const QString all = QString("of %1").arg(commands_->size());
+    await([&] {
+      return grid().columnCount() == static_cast<int>(commands_->size()) &&
+             told("place").ends_with(all.toStdString());
+    });
+  }
+  void await(const std::function<bool()>& condition) {
+    ASSERT_TRUE(QTest::qWaitFor(condition)) << told("now");
+  }
+  void connectPanel() {
+    ASSERT_TRUE(panel_.client->connect("10.0.0.1"));
+    window_->look();
+  }
+
+  template <class Widget>
+  [[nodiscard]] Widget& child(const char* name) const {
+    return *window_->findChild<Widget*>(QLatin1String(name));
+  }
+  [[nodiscard]] QAbstractItemModel& values() const { return *child<QTableView>("values").model(); }
+  [[nodiscard]] QAbstractItemModel& grid() const { return *child<QTableView>("grid").model(); }
+  [[nodiscard]] std::string told(const char* label) const {
+    return child<QLabel>(label).text().toStdString();
+  }
+  void press(Qt::Key key, QWidget* on = nullptr) {
+    QTest::keyClick(on != nullptr ? on : &child<QTableView>("values"), key);
+  }
+  [[nodiscard]] static std::string text(const QAbstractItemModel& model, int row, int column,
+                                        int role = Qt::DisplayRole) {
+    return model.index(row, column).data(role).toString().toStdString();
+  }
+  // Of each value at the step: its signs and what it is.
+  [[nodiscard]] std::vector<std::string> atStep() const {
+    std::vector<std::string> rows;
+    for (int row = 0; row < values().rowCount(); ++row) {
+      const std::string signs = text(values(), row, RehearseModel::kSigns);
+      const std::string state = text(values(), row, RehearseModel::kState);
+      if (!state.empty()) rows.push_back(signs + '|' + state);
+    }
+    return rows;
+  }
+  [[nodiscard]] std::string now(int row) const { return text(values(), row, RehearseModel::kNow); }
+  [[nodiscard]] int step() const { return child<QSlider>("slider").value(); }
+
+  FakePanel panel_;
+  DecodingLists lists_{root()};
+  std::optional<std::vector<Command>> commands_;
+  int opening_ = 1;
+  std::atomic<bool> begun_ = false;              // a replay
+  std::optional<std::binary_semaphore> held_{};  // that it waits for
+  std::chrono::milliseconds patience_ = kPanelPatience;
+  std::unique_ptr<RehearseWindow> window_;
+};
+
+// Catches a sign or a value of the wrong step, row or command, a group torn apart, and an end that forgets
+// what only acts or cannot be told.
+TEST_F(RehearseWindowTest, EveryStepTellsWhatItDoes) {
+  open({kOther, kMore, kClip, kClipAgain, kOther, kNothing, kMore});
+  EXPECT_EQ(window_->windowTitle(), "Rehearse A");
+  std::vector<std::string> names;
+  for (int row = 0; row < values().rowCount(); ++row)
+    names.push_back(text(values(), row, RehearseModel::kName));
+  EXPECT_THAT(names, ElementsAre("Mainframe1 - ME2", "ME 2 Key 1 Clip Set", "Mainframe1 - ME1",
+                                 "ME 1 Key 1 Clip Set"));
+  const struct {
+    const char *me2, *me1, *cell, *done;
+  } steps[] = {
+      {"?|unknown", "?|unknown", "", "Nothing is known of the values."},
+      {"● ±|changed by +25.0%", "?|unknown", "", "ME 2 Key 1 Clip Set: unknown → changed by +25.0%"},
+      {"±|changed by +25.0%", "● ±|changed by +25.0%", "● ± +25.0%",
+       "ME 1 Key 1 Clip Set: unknown → changed by +25.0%"},
+      {"±|changed by +25.0%", "●|25.0%", "● 25.0%", "ME 1 Key 1 Clip Set: changed by +25.0% → 25.0%"},
+      {"±|changed by +25.0%", "=|25.0%", "= 25.0%", "ME 1 Key 1 Clip Set is 25.0% already"},
+      {"● ±|changed by +50.0%", "|25.0%", "", "ME 2 Key 1 Clip Set: changed by +25.0% → changed by +50.0%"},
+      {"±|changed by +50.0%", "|25.0%", "",
+       "what it does cannot be told: the function is not in the dictionary"},
+      {"±|changed by +50.0%", "●|50.0%", "● 50.0%", "ME 1 Key 1 Clip Set: 25.0% → 50.0%"},
+  };
+  for (int step = 0; step < static_cast<int>(std::size(steps)); ++step) {
+    if (step > 0) press(Qt::Key_Right);
+    EXPECT_THAT(atStep(), ElementsAre(steps[step].me2, steps[step].me1)) << step;
+    EXPECT_EQ(told("done"), steps[step].done) << step;
+    EXPECT_EQ(told("line").substr(0, 2), step == 0 ? "Be" : std::to_string(step) + ":");
+    EXPECT_EQ(text(grid(), 3, step - 1), steps[step].cell) << step;
+  }
+  QTest::keyClick(window_.get(), Qt::Key_A, Qt::AltModifier);
+  auto& after = child<QTableView>("after");
+  ASSERT_TRUE(after.isVisible());
+  EXPECT_EQ(after.model()->rowCount(), 6);
+  EXPECT_EQ(text(*after.model(), 4, RehearseModel::kName), "What it does cannot be told");
+  EXPECT_THAT(text(*after.model(), 5, RehearseModel::kName),
+              AllOf(StartsWith("6: "), HasSubstr("NO.SUCH.FUNCTION"), EndsWith("not in the dictionary")));
+  EXPECT_EQ(text(*after.model(), 3, RehearseModel::kState), "50.0%");
+  const QModelIndex untold = after.model()->index(5, 0);
+  QTest::mouseClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(untold).center());
+  QTest::mouseDClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(untold).center());
+  EXPECT_EQ(step(), 6);
+  ASSERT_TRUE(child<QTableView>("values").isVisible());
+  QTest::keyClick(window_.get(), Qt::Key_A, Qt::AltModifier);
+  const QModelIndex value = after.model()->index(3, 0);
+  QTest::mouseClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(value).center());
+  QTest::mouseDClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(value).center());
+  EXPECT_EQ(child<QTableView>("values").currentIndex().row(), 3);
+  change({kClip, {"NCSCOMMAND", "25 01 08 02 64 00 "}, kOther});
+  EXPECT_EQ(values().rowCount(), 5) << "a classic command has the heading of its mix effect";
+}
+
+// Catches a key that is lost in a table, a step beyond the ends, a jump to a step that changes nothing, and a
+// column that is not brought into sight.
+TEST_F(RehearseWindowTest, KeysSliderAndClicksLeadToAnyStep) {
+  std::vector<Command> commands(40, kClip);
+  commands[9] = commands[25] = kMore;
+  open(commands);
+  auto& slider = child<QSlider>("slider");
+  auto& columns = child<QTableView>("grid");
+  const struct {
+    Qt::Key key;
+    int step;
+  } keys[] = {{Qt::Key_Left, 0},      {Qt::Key_Right, 1},     {Qt::Key_F8, 10},  {Qt::Key_F8, 11},
+              {Qt::Key_F8, 26},       {Qt::Key_F8, 27},       {Qt::Key_F8, 27},  {Qt::Key_F7, 26},
+              {Qt::Key_PageDown, 36}, {Qt::Key_PageDown, 40}, {Qt::Key_F7, 27},  {Qt::Key_PageUp, 17},
+              {Qt::Key_Home, 0},      {Qt::Key_F7, 0},        {Qt::Key_End, 40}, {Qt::Key_Right, 40},
+              {Qt::Key_F7, 27},       {Qt::Key_Left, 26}};
+  for (QWidget* on : {static_cast<QWidget*>(&child<QTableView>("values")), static_cast<QWidget*>(&slider)}) {
+    press(Qt::Key_Home, on);
+    for (const auto& [key, step] : keys) {
+      press(key, on);
+      EXPECT_EQ(told("place"), "step " + std::to_string(step) + " of 40") << key;
+      EXPECT_EQ(slider.value(), step);
+      if (step > 0) {
+        const int x = columns.columnViewportPosition(step - 1);
+        EXPECT_TRUE(x >= 0 && x + columns.columnWidth(step - 1) <= columns.viewport()->width()) << step;
+      }
+    }
+  }
+  QTest::mouseClick(columns.viewport(), Qt::LeftButton, {}, columns.visualRect(grid().index(1, 24)).center());
+  EXPECT_EQ(step(), 25);
+  EXPECT_EQ(child<QTableView>("values").currentIndex().row(), 1);
+  slider.setFocus();
+  QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(2, slider.height() / 2));
+  EXPECT_EQ(step(), 15) << "a page of the slider";
+  QTest::mouseClick(columns.viewport(), Qt::LeftButton, {}, columns.visualRect(grid().index(0, 14)).center());
+  const QImage framed = columns.viewport()->grab().toImage();
+  press(Qt::Key_Down);
+  EXPECT_EQ(step(), 15) << "keys of the rows";
+  EXPECT_NE(framed, columns.viewport()->grab().toImage()) << "the row is framed there, too";
+}
+
+// Catches a change of a step that is out of sight.
+TEST_F(RehearseWindowTest, BringsWhatChangesIntoSight) {
+  std::vector<Command> commands;
+  for (int key = 0; key < 40; ++key)
+    commands.push_back({"ME" + std::to_string(key % 4 + 1) + ".KEY" + std::to_string(key / 4 % 4 + 1) +
+                            (key < 16   ? ".CLIP.SET"
+                             : key < 32 ? ".GAIN.SET"
+                                        : ".BORDER.WIDTH.SET"),
+                        "0.5"});
+  open(commands);
+  auto& table = child<QTableView>("values");
+  const int last = grid().columnCount() - 1;
+  int row = values().rowCount() - 1;
+  ASSERT_FALSE(table.viewport()->rect().contains(table.visualRect(values().index(row, 0))));
+  for (int command = 0; command <= last; ++command) {
+    press(Qt::Key_Right);
+    for (row = 0; row < values().rowCount(); ++row)
+      if (text(values(), row, RehearseModel::kSigns).starts_with("●")) break;
+    if (row == values().rowCount()) continue;
+    EXPECT_TRUE(table.viewport()->rect().contains(table.visualRect(values().index(row, 0)))) << command;
+  }
+  const int at = table.verticalScrollBar()->value();
+  ASSERT_GT(at, 0);
+  EXPECT_EQ(child<QTableView>("grid").verticalScrollBar()->value(), at) << "one table";
+}
+
+// Catches values that are asked for twice or of the wrong names, a wait without an end, values that come late
+// and are dropped, and old values that are told as now once the line is gone.
+TEST_F(RehearseWindowTest, AsksThePanelForWhatItHasNow) {
+  patience_ = std::chrono::milliseconds(500);
+  open({kMore, kOther});
+  EXPECT_TRUE(child<QTableView>("values").isColumnHidden(RehearseModel::kNow));
+  EXPECT_THAT(told("now"), StartsWith("No panel is connected"));
+  connectPanel();
+  EXPECT_THAT(panel_.transport->take(),
+              UnorderedElementsAre("connect 10.0.0.1:56662", std::string("subscribe ") + kClipName,
+                                   std::string("subscribe ") + kOtherName));
+  await([&] { return told("now").starts_with("Asking the desk: 0 of 2"); });
+  EXPECT_FALSE(child<QTableView>("values").isColumnHidden(RehearseModel::kNow));
+  EXPECT_FALSE(child<QPushButton>("askAgain").isEnabled());
+  panel_.value(kClipName, "0.5");
+  await([&] { return now(1) == "50.0%"; });
+  press(Qt::Key_End);
+  await([&] { return atStep() == std::vector<std::string>{"≠|75.0%", "● ±|changed by +25.0%"}; });
+  EXPECT_EQ(now(3), "–");
+  await([&] { return told("now").starts_with("the desk has told 1 of 2 values"); });
+  EXPECT_TRUE(child<QTableView>("values").isVisible());
+  press(Qt::Key_F5);
+  panel_.transport->await(std::string("subscribe ") + kOtherName);
+  await([&] { return told("now").starts_with("Asking the desk: 1 of 2"); });
+  panel_.value(kOtherName, "0.25");
+  await([&] {
+    return told("now") == "the desk has told all 2 values. After this macro: 2 not as now (≠), 0 as now.";
+  });
+  await([&] { return atStep() == std::vector<std::string>{"≠|75.0%", "● ≠|50.0%"}; });
+  panel_.value(kClipName, "0.1");
+  await([&] { return atStep()[0] == "≠|35.0%"; });
+  child<QCheckBox>("startFromNow").click();
+  await([&] { return atStep()[0] == "±|changed by +25.0%"; });
+  EXPECT_EQ(now(1), "10.0%");
+  child<QCheckBox>("startFromNow").click();
+  await([&] { return atStep()[0] == "≠|35.0%"; });
+  panel_.status(kPanelNotConnected);
+  window_->look();
+  await([&] { return told("now").starts_with("The panel is gone") && atStep()[0] == "±|changed by +25.0%"; });
+  EXPECT_TRUE(child<QTableView>("values").isColumnHidden(RehearseModel::kNow));
+  connectPanel();
+  await([&] { return told("now").starts_with("the desk has told 0 of 2"); });
+  panel_.value(kClipName, "");
+  panel_.value(kOtherName, "0.25");
+  await([&] { return told("now").starts_with("the desk has told 1 of 2"); });
+  panel_.status(kPanelNotConnected);
+  panel_.status(kPanelConnected);
+  window_->look();
+  await([&] { return told("now").starts_with("Asking the desk: 0 of 2"); });
+}
+
+// Catches a mark where only the spelling differs, and a macro that leaves a value as it is marked as changing
+// it.
+TEST_F(RehearseWindowTest, MarksWhatTheMacroWouldMakeDifferent) {
+  open({{"ME1.KEY1.CLIP.SET", "0.250000"}, {"ME2.KEY1.CLIP.SET", "0.5"}});
+  connectPanel();
+  panel_.value(kClipName, "0.25");
+  panel_.value(kOtherName, "0.25");
+  await([&] { return told("now").ends_with("After this macro: 1 not as now (≠), 1 as now."); });
+  press(Qt::Key_End);
+  await([&] { return atStep() == std::vector<std::string>{"|25.0%", "● ≠|50.0%"}; });
+  await([&] { return told("done") == "ME 2 Key 1 Clip Set: 25.0% → 50.0%"; });
+  EXPECT_THAT(text(values(), 3, RehearseModel::kSigns, Qt::AccessibleTextRole),
+              HasSubstr("not as the panel has it now"));
+  EXPECT_TRUE(values().index(3, RehearseModel::kState).data(Qt::FontRole).value<QFont>().bold());
+  press(Qt::Key_Left);
+  EXPECT_THAT(atStep(), ElementsAre("=|25.0%", "|25.0%"));
+}
+
+// Catches a step that slides off its command when others come or go, a row that is lost, a step of another
+// macro that is taken for this one's, values that nobody asks for, and an old macro that stays.
+TEST_F(RehearseWindowTest, FollowsTheMacroAndKeepsItsPlace) {
+  open({kOther, kClip, kMore, kOther});
+  press(Qt::Key_Down);
+  press(Qt::Key_Down);
+  press(Qt::Key_Down);
+  press(Qt::Key_Down);
+  const auto row = [&] {
+    return text(values(), child<QTableView>("values").currentIndex().row(), RehearseModel::kName);
+  };
+  ASSERT_EQ(row(), "ME 1 Key 1 Clip Set");
+  for (int i = 0; i < 3; ++i) press(Qt::Key_Right);
+  const struct {
+    const char* what;
+    std::vector<Command> commands;
+    int step;
+  } changes[] = {{"inserted in front", {kNothing, kClipAgain, kOther, kClip, kMore, kOther}, 5},
+                 {"removed in front", {kOther, kClip, kMore, kOther}, 3},
+                 {"added behind", {kOther, kClip, kMore, kOther, kClip}, 3},
+                 {"itself replaced", {kOther, kClip, kClip, kOther, kClip}, 3},
+                 {"nearly all removed", {kOther, kClip}, 2}};
+  for (const auto& [what, commands, step] : changes) {
+    change(commands);
+    EXPECT_EQ(this->step(), step) << what;
+    EXPECT_EQ(row(), "ME 1 Key 1 Clip Set") << what;
+  }
+  held_.emplace(0);
+  begun_ = false;
+  commands_ = {{kMore}};
+  window_->follow();
+  await([&] { return begun_.load(); });
+  commands_ = {{kOther, kClip}};
+  window_->follow();
+  QApplication::processEvents();
+  held_->release(1);
+  await([&] { return grid().columnCount() == 1; });
+  held_->release(1);
+  awaitCommands();
+  held_.reset();
+  connectPanel();
+  panel_.transport->take();
+  ++opening_;
+  change({kMore, {"ME3.KEY1.CLIP.SET", "0.5"}, kMore});
+  EXPECT_EQ(step(), 0);
+  panel_.transport->await("subscribe QMF1.ME3.KEY1.CLIP");
+}
+
+// Catches a window that is empty without a word, or goes on showing what is gone.
+TEST_F(RehearseWindowTest, SaysWhyThereIsNothing) {
+  open({kClip});
+  const auto notice = [&](const char* expected, bool tabs) {
+    await([&] { return told("notice") == expected; });
+    EXPECT_EQ(child<QTabWidget>("tabs").isVisible(), tabs);
+    EXPECT_EQ(child<QSlider>("slider").isEnabled(), tabs);
+  };
+  notice("", true);
+  change({});
+  notice("The macro has no command.", false);
+  change({kNothing});
+  notice("No command changes a value that could be told: \"After This Macro\" lists what they do.", true);
+  commands_.reset();
+  window_->follow();
+  notice("The pane shows no macro.", false);
+  press(Qt::Key_Right, &child<QSlider>("slider"));
+  EXPECT_EQ(told("place"), "step 0 of 0");
+}
+
+}  // namespace
+}  // namespace tessaly

@@ -1,0 +1,35 @@
+#include "windows/ElidedLine.h"
+
+#include <QEvent>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace tessaly {
+
+ElidedLine::ElidedLine(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+QSize ElidedLine::minimumSizeHint() const { return {0, fontMetrics().height()}; }
+
+QString ElidedLine::elided() const {
+  return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+}
+
+bool ElidedLine::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || elided() == text()) return QLabel::event(event);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                     QStringLiteral("<p>%1</p>").arg(text().toHtmlEscaped()), this);
+  return true;
+}
+
+void ElidedLine::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setFont(font());
+  painter.setPen(palette().color(foregroundRole()));
+  painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, elided());
+}
+
+}  // namespace tessaly
