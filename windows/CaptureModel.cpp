@@ -34,6 +34,7 @@ std::vector<std::size_t> CaptureModel::wanted() const {
 void CaptureModel::refresh() {
   std::vector<std::size_t> rows = wanted();
   if (rows != shown_) {
+    emit rowsAboutToChange();
     beginResetModel();
     shown_ = std::move(rows);
     endResetModel();

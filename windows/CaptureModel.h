@@ -45,6 +45,8 @@ class CaptureModel : public QAbstractTableModel {
 
  signals:
   void changed();
+  // Other rows of the same capture will be shown: a view still knows its place.
+  void rowsAboutToChange();
 
  private:
   [[nodiscard]] std::vector<std::size_t> wanted() const;

@@ -45,7 +45,7 @@ void CaptureWindow::setUpTable() {
   header.resizeSection(CaptureModel::kOld, kValueWidth);
   header.resizeSection(CaptureModel::kNew, kValueWidth);
   header.resizeSection(CaptureModel::kState, kStateWidth);
-  connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, &CaptureWindow::keepPlace);
+  connect(&model_, &CaptureModel::rowsAboutToChange, this, &CaptureWindow::keepPlace);
   connect(&model_, &QAbstractItemModel::modelReset, this, &CaptureWindow::returnToPlace);
   connect(&model_, &CaptureModel::changed, this, &CaptureWindow::showControls);
   // Whatever column was clicked last.

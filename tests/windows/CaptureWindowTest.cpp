@@ -1,10 +1,10 @@
 // The window of a capture by its own events, over a panel that answers when the test lets it.
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTest>
 #include <QTreeView>
 
@@ -14,7 +14,6 @@
 namespace tessaly {
 namespace {
 
-using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -101,7 +100,7 @@ class CaptureWindowTest : public testing::Test {
       texts.push_back(tree_->model()->index(row, column).data().toString().toStdString());
     return texts;
   }
-  // "x" ticked, "-" not, "" without a box.
+  // "x" ticked, "-" not, "." without a box.
   [[nodiscard]] std::string ticks() const {
     std::string text;
     for (int row = 0; row < tree_->model()->rowCount(); ++row) {
@@ -127,7 +126,7 @@ class CaptureWindowTest : public testing::Test {
     QTest::keyClick(tree_, Qt::Key_Space);
   }
   void await(const std::function<bool()>& condition) const { ASSERT_TRUE(QTest::qWaitFor(condition, 10000)); }
-  [[nodiscard]] Strings subscribed() { return panel_.transport->take(); }
+  Strings subscribed() { return panel_.transport->take(); }
 
   FunctionDictionary dictionary_;
   SiteRoot root_{"/nowhere"};
