@@ -24,7 +24,8 @@ Capture::Obstacle obstacleOf(ValueQuestion::Kind kind) {
 
 // But for the value itself.
 bool sameCommand(const MacroCommand& asked, const MacroCommand& now, std::size_t parameter) {
-  if (asked.parameters.size() != now.parameters.size()) return false;
+  if (asked == now) return true;
+  if (asked.fid != now.fid || asked.parameters.size() != now.parameters.size()) return false;
   MacroCommand other = now;
   other.parameters[parameter].value = asked.parameters[parameter].value;
   return other == asked;
@@ -115,7 +116,6 @@ bool Capture::answer(const std::string& name, const std::string& value) {
     Row& row = rows_[number];
     if (row.now) continue;
     row.now = value;
-    row.ticked = value != row.old;
     if (row.state != State::kChanged) settle(row);
     any = true;
   }

@@ -65,7 +65,7 @@ class Capture {
   [[nodiscard]] std::vector<std::string> ask();
   // What has not come is missing.
   void giveUp();
-  // True when a row was waiting for it. It is ticked where it differs.
+  // True when a row was waiting for it.
   bool answer(const std::string& name, const std::string& value);
   // False for a row that cannot be taken over.
   bool tick(std::size_t row, bool on);

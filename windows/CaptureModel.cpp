@@ -77,6 +77,9 @@ QVariant CaptureModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::CheckStateRole && (flags(index) & Qt::ItemIsUserCheckable) != 0)
     return row.ticked ? Qt::Checked : Qt::Unchecked;
   if (role == Qt::DisplayRole) return text(number, index.column());
+  // Beside rows without a box.
+  if (role == Qt::TextAlignmentRole && index.column() == kStep)
+    return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
   if (role == Qt::ToolTipRole) return text(number, index.column()).toHtmlEscaped();
   return {};
 }

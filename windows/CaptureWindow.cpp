@@ -12,7 +12,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kStepWidth = 90, kValueWidth = 120, kStateWidth = 190;  // pixels, to start with
+constexpr int kStepWidth = 80, kValueWidth = 100, kStateWidth = 250;  // pixels, to start with
 
 }  // namespace
 
