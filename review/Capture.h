@@ -39,7 +39,7 @@ class Capture {
     int parameter = -1;  // that takes the value, from 0; -1 for none
     Obstacle obstacle = Obstacle::kNone;
     State state = State::kCannot;
-    bool ticked = false;                  // counts while it differs
+    bool ticked = true;                   // counts while it differs
     std::string name = {};                // of the panel's value
     std::string old = {};                 // stored, as the macro has it now
     std::optional<std::string> now = {};  // stored, as it came from the panel
