@@ -8,6 +8,16 @@
 
 namespace tessaly {
 
+namespace {
+
+std::string placeText(const WorkingCopy& copy) {
+  if (!copy.target()) return std::to_string(copy.opening());
+  const MacroPlace at = placeOf(*copy.target());
+  return at.file + '\n' + at.address + '\n' + std::to_string(at.workplace) + '\n' + at.number;
+}
+
+}  // namespace
+
 Captures::Captures(const PaneAccesses& panes, const PanelConnection& connection, PanelClient& client,
                    const LineContext& lines, QWidget* window)
     : panes_(panes), connection_(connection), client_(client), lines_(lines), owner_(window) {}
@@ -39,7 +49,7 @@ CaptureWindow* Captures::make(Pane pane) {
   ways.subject = [this, pane] {
     const WorkingCopy& copy = state(pane).copy;
     const CompareSide side = Comparisons::sideOf(state(pane));
-    return CaptureSubject{side.heading, side.refusal, copy.macro(), copy.opening()};
+    return CaptureSubject{side.heading, side.refusal, copy.macro(), placeText(copy)};
   };
   ways.selected = [this, pane] { return state(pane).view.commands().selectedRows(); };
   ways.line = [this, pane] {

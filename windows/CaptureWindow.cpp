@@ -70,7 +70,7 @@ void CaptureWindow::beginIfOther() {
   std::vector<int> selected = ways_.selected();
   if (selected.size() < 2) selected.clear();
   const CaptureSubject now = ways_.subject();
-  if (selected != selected_ || now.opening != subject_.opening || model_.capture().counts().changed > 0)
+  if (selected != selected_ || now.place != subject_.place || model_.capture().counts().changed > 0)
     beginWith(std::move(selected));
 }
 
@@ -136,8 +136,8 @@ void CaptureWindow::giveUp() {
 
 void CaptureWindow::follow() {
   const CaptureSubject now = ways_.subject();
-  const bool other = now.opening != subject_.opening;
-  subject_.refusal = other ? tr("another macro was opened in the pane") : now.refusal;
+  const bool other = now.place != subject_.place;
+  subject_.refusal = other && now.macro ? tr("another macro was opened in the pane") : now.refusal;
   if (!other) ui_->heading->setText(now.heading);
   model_.change([&](Capture& capture) { capture.follow(other ? std::nullopt : now.macro); });
 }

@@ -26,7 +26,7 @@ struct CaptureSubject {
   QString heading;
   QString refusal;             // why nothing can be taken over into it; empty where it can
   std::optional<Macro> macro;  // none while the pane shows none
-  int opening = 0;             // another number for every macro that is opened
+  std::string place = {};      // where it belongs: the same for the same macro when it is opened again
 };
 
 // The way to the panel as it is now.

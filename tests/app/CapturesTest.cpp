@@ -106,7 +106,9 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   EXPECT_EQ(state(window, 1), "differs");
   QApplication::setActiveWindow(fixture_.window.get());
   driver().press(b_.connectButton);
-  WindowDriver::waitFor([&] { return button(window, "askAgain").isEnabled(); }, "the new line");
+  awaitRow(a_.macros, "020 - Values");
+  driver().choose(a_.macros, "020");
+  WindowDriver::waitFor([&] { return button(window, "askAgain").isEnabled(); }, "the same macro again");
   set(2, "1");
   QTest::mouseClick(&button(window, "askAgain"), Qt::LeftButton);
   awaitState(window, 2, "differs");

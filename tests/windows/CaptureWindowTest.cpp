@@ -241,7 +241,7 @@ TEST_F(CaptureWindowTest, CommandsThatHaveChangedAreToldAndLeftAlone) {
   change(macroOf(edited[2]));
   press("takeOver");
   EXPECT_THAT(taken_, ElementsAre(ElementsAre(std::pair(1, std::string("9")))));
-  ++now_.opening;
+  now_.place = "another";
   change(before);
   EXPECT_EQ(ticks(), "...");
   EXPECT_FALSE(button("takeOver").isEnabled());
