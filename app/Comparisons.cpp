@@ -63,7 +63,7 @@ void Comparisons::connectTo(const OpenMacros& open, const HistoryOperations& his
 
 void Comparisons::comparePanes() {
   CompareWays ways;
-  ways.side = [this](Side side) { return sideOf(paneOf(side)); };
+  ways.side = [this](Side side) { return sideOf(state(paneOf(side))); };
   ways.take = [this](const CompareTake& taken) { return take(paneOf(taken.into), taken); };
   CompareWindow* window = open("panes", Pane::kA, std::move(ways));
   connect(&state(Pane::kB).copy, &WorkingCopy::changed, window, &CompareWindow::follow, Qt::UniqueConnection);
@@ -118,7 +118,7 @@ CompareWindow* Comparisons::open(const std::string& key, Pane pane, std::functio
                                  std::function<void()> readAgain) {
   CompareWays ways;
   ways.side = [this, pane, beside = std::move(beside)](Side side) {
-    return side == columnOf(pane) ? sideOf(pane) : beside();
+    return side == columnOf(pane) ? sideOf(state(pane)) : beside();
   };
   ways.take = [this, pane](const CompareTake& taken) {
     return taken.into == columnOf(pane) ? take(pane, taken) : QString();
@@ -143,12 +143,11 @@ CompareWindow* Comparisons::open(const std::string& key, Pane pane, CompareWays 
   return window;
 }
 
-CompareSide Comparisons::sideOf(Pane pane) const {
-  const PaneState& here = state(pane);
+CompareSide Comparisons::sideOf(const PaneState& here) {
   const WorkingCopy& copy = here.copy;
   CompareSide side;
-  side.name = letter(pane);
-  side.refusal = refusalOf(pane);
+  side.name = letter(here.descriptor.pane);
+  side.refusal = refusalOf(here);
   QString macro, place;
   switch (copy.content()) {
     case WorkingCopy::Content::kNothing:
@@ -173,8 +172,7 @@ CompareSide Comparisons::sideOf(Pane pane) const {
   return side;
 }
 
-QString Comparisons::refusalOf(Pane pane) const {
-  const PaneState& here = state(pane);
+QString Comparisons::refusalOf(const PaneState& here) {
   switch (here.copy.content()) {
     case WorkingCopy::Content::kNothing:
       return tr("the pane shows no macro");
@@ -189,7 +187,7 @@ QString Comparisons::refusalOf(Pane pane) const {
 }
 
 QString Comparisons::take(Pane pane, const CompareTake& take) {
-  if (QString refusal = refusalOf(pane); !refusal.isEmpty()) return refusal;
+  if (QString refusal = refusalOf(state(pane)); !refusal.isEmpty()) return refusal;
   WorkingCopy& copy = state(pane).copy;
   if (copy.macro()->check() != take.shown.check()) return tr("the macro was changed meanwhile");
   const Outcome done = copy.apply(take.edit, {take.step.toStdString(), selectedAfter(take.edit)});

@@ -36,6 +36,9 @@ class Comparisons : public QObject {
   void compareWithPlace(Pane pane, const MacroTarget& place, const MacroTransfers::Present& known);
   void compareWithVersion(Pane pane, const KeptMacro& version);
 
+  // What a pane holds now, for whoever takes something over into it.
+  [[nodiscard]] static CompareSide sideOf(const PaneState& here);
+
  private:
   struct Opened {
     QPointer<CompareWindow> window;
@@ -43,8 +46,7 @@ class Comparisons : public QObject {
   };
 
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
-  [[nodiscard]] CompareSide sideOf(Pane pane) const;
-  [[nodiscard]] QString refusalOf(Pane pane) const;
+  [[nodiscard]] static QString refusalOf(const PaneState& here);
   [[nodiscard]] QString take(Pane pane, const CompareTake& take);
   void compareBesidePlace(Pane pane, const std::string& key, std::optional<MacroTarget> place,
                           std::optional<MacroTransfers::Present> known);

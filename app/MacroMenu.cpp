@@ -13,6 +13,8 @@ MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAc
   connect(saveAs, &QAction::triggered, this, &MacroMenu::saveAsPressed);
   QAction* rehearse = addAction(tr("R&ehearse..."), this, &MacroMenu::rehearsePressed);
   rehearse->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_R);
+  capture_ = addAction(tr("Ca&pture..."), this, &MacroMenu::capturePressed);
+  capture_->setShortcut(Qt::SHIFT | Qt::Key_F5);
   saveSnapshot_ = addAction(QString(), this, &MacroMenu::saveSnapshotPressed);
   openSnapshot_ = addAction(tr("&Open Snapshot..."), this, &MacroMenu::openSnapshotPressed);
   restoreSnapshot_ = addAction(tr("&Restore Snapshot..."), this, &MacroMenu::restoreSnapshotPressed);
@@ -20,7 +22,10 @@ MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAc
   connect(addAction(tr("&Site...")), &QAction::triggered, this, &MacroMenu::sitePressed);
   showUndo({});
   showSnapshot(false, false);
+  showCapture(false);
 }
+
+void MacroMenu::showCapture(bool possible) { capture_->setEnabled(possible); }
 
 void MacroMenu::showSnapshot(bool ofPanel, bool open) {
   saveSnapshot_->setText(ofPanel ? tr("Save &Panel As...") : tr("Save &Folder As..."));

@@ -15,12 +15,15 @@ class MacroMenu : public QMenu {
   void showUndo(const QString& name);
   // What a snapshot is made of, and whether the pane with the keyboard shows one.
   void showSnapshot(bool ofPanel, bool open);
+  // Whether the values of the pane with the keyboard can be captured.
+  void showCapture(bool possible);
 
  signals:
   void undoPressed();
   void historyPressed();
   void saveAsPressed();
   void rehearsePressed();
+  void capturePressed();
   void saveSnapshotPressed();
   void openSnapshotPressed();
   void restoreSnapshotPressed();
@@ -29,6 +32,7 @@ class MacroMenu : public QMenu {
 
  private:
   QAction* undo_;
+  QAction* capture_;
   QAction *saveSnapshot_, *openSnapshot_, *restoreSnapshot_, *closeSnapshot_;
 };
 

@@ -178,6 +178,7 @@ void MainWindow::showSteps() {
   editMenu_->showActions(room(keyboardPane_).view->commandActions());
   macroMenu_->showSnapshot(connection_.source(keyboardPane_) == PaneSource::kPanel,
                            room(keyboardPane_).state->snapshot.has_value());
+  macroMenu_->showCapture(desk_->mayCapture());
 }
 
 void MainWindow::addMenu() {

@@ -1,5 +1,6 @@
 #include "app/ReviewDesk.h"
 
+#include "app/Captures.h"
 #include "app/Checking.h"
 #include "app/Comparisons.h"
 #include "app/HistoryOperations.h"
@@ -28,6 +29,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
                                            around.transfer, around.open, around.undo, context.client, window);
   comparisons_ = std::make_unique<Comparisons>(panes_, context.site, around.transfers, around.gate,
                                                around.lines, window);
+  captures_ = std::make_unique<Captures>(panes_, around.connection, context.client, around.lines, window);
   checking_ =
       std::make_unique<Checking>(panes_, context.site, around.lines, around.frameRate, *places_, window);
   searching_ = std::make_unique<Searching>(context.site, around.lines, *places_, window);
@@ -52,6 +54,7 @@ void ReviewDesk::connectParts(const Surroundings& around) {
   });
   connect(places_.get(), &ReviewPlaces::said, this, &ReviewDesk::said);
   connect(places_.get(), &ReviewPlaces::changed, this, &ReviewDesk::changed);
+  connect(captures_.get(), &Captures::said, this, &ReviewDesk::said);
   connect(snapshots_.get(), &Snapshots::said, this, &ReviewDesk::said);
   connect(checking_.get(), &Checking::said, this, &ReviewDesk::said);
   connect(checking_.get(), &Checking::findingsChanged, this, &ReviewDesk::findingsChanged);
@@ -78,6 +81,9 @@ void ReviewDesk::addMenus(QMenuBar& bar, MacroMenu& macroMenu) {
   addReviewEntries(*bar.addMenu(tr("Review")));
   connect(&macroMenu, &MacroMenu::rehearsePressed, this, [this] {
     if (begun_) rehearsals_->open(active_);
+  });
+  connect(&macroMenu, &MacroMenu::capturePressed, this, [this] {
+    if (begun_) captures_->open(active_);
   });
   connect(&macroMenu, &MacroMenu::saveSnapshotPressed, this, [this] {
     if (begun_) snapshots_->save(active_);
@@ -128,7 +134,10 @@ void ReviewDesk::endUnfinished() { workplaces_->start(); }
 void ReviewDesk::look() {
   workplaces_->look();
   rehearsals_->look();
+  captures_->look();
 }
+
+bool ReviewDesk::mayCapture() const { return captures_->possible(active_); }
 
 bool ReviewDesk::end() {
   const bool workplaces = workplaces_->end(), replacements = replacements_->end();

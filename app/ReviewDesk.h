@@ -11,6 +11,7 @@
 
 namespace tessaly {
 
+class Captures;
 class Checking;
 class Comparisons;
 class EventGate;
@@ -66,6 +67,8 @@ class ReviewDesk : public QObject {
 
   // That has the keyboard, or had it last.
   void setActive(Pane pane);
+  // The values of that pane can be captured.
+  [[nodiscard]] bool mayCapture() const;
   // What was found of the command that is selected there, or how much of its macro.
   [[nodiscard]] QString findingText() const;
 
@@ -91,6 +94,7 @@ class ReviewDesk : public QObject {
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Snapshots> snapshots_;
   std::unique_ptr<Comparisons> comparisons_;
+  std::unique_ptr<Captures> captures_;
   std::unique_ptr<Checking> checking_;
   std::unique_ptr<Searching> searching_;
   std::unique_ptr<Replacements> replacements_;

@@ -39,6 +39,7 @@ class StepNames {
   static QString paste(int commands) { return tr("paste %n commands", nullptr, commands); }
   static QString duplicate(int commands) { return tr("duplicate %n commands", nullptr, commands); }
   static QString update(int values) { return tr("update of %n values", nullptr, values); }
+  static QString capture(int values) { return tr("capture of %n values", nullptr, values); }
   static QString rewrite() { return tr("write the macro anew"); }
   static QString discard() { return tr("discard changes"); }
 
@@ -75,6 +76,8 @@ std::string pasteStepName(int commands) { return StepNames::paste(commands).toSt
 std::string duplicateStepName(int commands) { return StepNames::duplicate(commands).toStdString(); }
 
 std::string updateStepName(int values) { return StepNames::update(values).toStdString(); }
+
+std::string captureStepName(int values) { return StepNames::capture(values).toStdString(); }
 
 std::string rewriteStepName() { return StepNames::rewrite().toStdString(); }
 

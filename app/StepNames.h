@@ -15,6 +15,7 @@ namespace tessaly {
 [[nodiscard]] std::string pasteStepName(int commands);
 [[nodiscard]] std::string duplicateStepName(int commands);
 [[nodiscard]] std::string updateStepName(int values);
+[[nodiscard]] std::string captureStepName(int values);
 [[nodiscard]] std::string rewriteStepName();
 [[nodiscard]] std::string discardStepName();
 

@@ -7,6 +7,7 @@
 #include "app/FailureText.h"
 #include "app/StepNames.h"
 #include "editors/PostTo.h"
+#include "review/ValueQuestion.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -16,7 +17,6 @@ namespace {
 constexpr int kQuietMilliseconds = 500;
 constexpr int kPatienceMilliseconds = 300;
 constexpr int kAheadMilliseconds = 20;
-constexpr std::string_view kClassicMark = "NCSCOMMAND";
 constexpr const char* kNotConnected =
     "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
 constexpr const char* kBusy = "Update is busy... ";
@@ -27,8 +27,6 @@ constexpr const char* kClassicAndSome =
 constexpr const char* kClassicOnly = "Classic Commands will not be updated \n";
 constexpr const char* kSomeOnly = "%d commands do not have a value which can be updated ";
 constexpr const char* kProgress = "%d of %d Commands updated...";
-
-bool isClassic(const MacroCommand& command) { return command.fid.find(kClassicMark) != std::string::npos; }
 
 }  // namespace
 
@@ -113,21 +111,20 @@ std::vector<std::size_t> ValueUpdate::chosenCommands() {
 ValueUpdate::Survey ValueUpdate::survey(const std::vector<std::size_t>& chosen) {
   Survey result;
   for (const std::size_t i : chosen) {
-    const MacroCommand& command = room().state->copy.commands()[i];
-    if (isClassic(command)) {
-      result.classic = true;
-      continue;
+    switch (valueQuestion(room().state->copy.commands()[i], dictionary_).kind) {
+      case ValueQuestion::Kind::kClassic:
+        result.classic = true;
+        break;
+      case ValueQuestion::Kind::kNoDestination:
+        result.broken = true;
+        return result;
+      case ValueQuestion::Kind::kNoValue:
+        ++result.withoutValue;
+        break;
+      case ValueQuestion::Kind::kAsked:
+        if (!one()) ++toUpdate_;
+        break;
     }
-    const std::size_t dot = command.fid.find('.');
-    if (dot == std::string::npos || dot == 0) {
-      result.broken = true;
-      return result;
-    }
-    const auto function = dictionary_.find(command.functionName());
-    if (!function || function->incremental())
-      ++result.withoutValue;
-    else if (!one())
-      ++toUpdate_;
   }
   return result;
 }
@@ -152,13 +149,9 @@ void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
     for (const std::size_t i : chosen) commandsByFid_[commands[i].fid].push_back(i);
   }
   std::vector<std::string> names;
-  for (const std::size_t i : chosen) {
-    const MacroCommand& command = commands[i];
-    if (isClassic(command)) continue;
-    const auto function = dictionary_.find(command.functionName());
-    if (!function || function->incremental()) continue;
-    names.push_back(std::string(command.destination()) + "." + function->sid());
-  }
+  for (const std::size_t i : chosen)
+    if (ValueQuestion question = valueQuestion(commands[i], dictionary_); !question.name.empty())
+      names.push_back(std::move(question.name));
   if (!names.empty()) patience_.start();
   questions_.ask(names);
 }
@@ -176,12 +169,10 @@ void ValueUpdate::handle(const PanelAnswer& answer) {
     drop(why);
     return;
   }
-  const std::size_t dot = answer.name.find('.');
-  if (dot == std::string::npos) return;
-  const auto function = dictionary_.findBySid(std::string_view(answer.name).substr(dot + 1));
-  if (!function) return;
+  const std::string fid = fidOfValue(answer.name, dictionary_);
+  if (fid.empty()) return;
   showWaiting();
-  const auto commands = commandsByFid_.find(answer.name.substr(0, dot + 1) + std::string(function->name()));
+  const auto commands = commandsByFid_.find(fid);
   if (commands == commandsByFid_.end()) return;
   for (const std::size_t command : commands->second) {
     take(command, answer.value);
@@ -288,9 +279,11 @@ void ValueUpdate::finishPaneA() {
 // so.
 void ValueUpdate::finishPaneB() {
   const Outcome done = copy().rewrite({updateStepName(updated_)});
-  emit said(
-      done ? tr("%n values came; pane B shows the state before the update; use pane A", nullptr, updated_)
-           : tr("NOT updated: %1").arg(failureText(done.failure())));
+  emit said(done ? tr("%n values came; pane B shows the state before the update; use pane A, or "
+                      "\"Capture...\" in the "
+                      "menu \"Macro\"",
+                      nullptr, updated_)
+                 : tr("NOT updated: %1").arg(failureText(done.failure())));
 }
 
 void ValueUpdate::dropQuestions() {

@@ -3,14 +3,17 @@
 #include <fstream>
 #include <set>
 
+#include <QLabel>
 #include <QLineEdit>
 
+#include "app/MacroMenu.h"
 #include "bench/BareLine.h"
 #include "bench/Table.h"
 #include "bench/window/Desk.h"
 #include "bench/window/WindowSite.h"
 #include "dictionary/InterfaceFile.h"
 #include "panelsim/PanelSimulator.h"
+#include "windows/CaptureWindow.h"
 
 namespace tessaly::bench {
 namespace {
@@ -103,6 +106,17 @@ void updateAll() {
   panel().desk->act([] { panel().desk->user().press(ids().updateData); }, ids().commands, edited);
 }
 
+// Until the window has every value.
+void capture() {
+  MainWindow& window = panel().desk->window();
+  panel().desk->act([&window] { emit window.findChild<MacroMenu*>()->capturePressed(); }, ids().commands,
+                    [&window] {
+                      const auto* opened = window.findChild<CaptureWindow*>();
+                      return opened != nullptr &&
+                             opened->findChild<QLabel*>("counts")->text().startsWith("1000 of 1000 ");
+                    });
+}
+
 void openValues() {
   if (edited())
     panel().desk->act([] { panel().desk->user().press(ids().discardChanges); }, ids().commands,
@@ -152,6 +166,16 @@ const bool kRegistered[] = {
              .prepare = [] { panel(); },
              .reset = openValues,
              .measuredWait = kQuiet}),
+    addPair({.name = "capture of 1,000 commands until shown",
+             .measured = capture,
+             .limit = [] { subscribeAndCount(panel().simulator->controlPort(), panel().values); },
+             .goal = 2,
+             .prepare = [] { panel(); },
+             .reset =
+                 [] {
+                   delete panel().desk->window().findChild<CaptureWindow*>();
+                   openValues();
+                 }}),
     addFigure({.name = "longest stretch of the GUI thread: 1,000 names, an update",
                .unit = kSeconds,
                .take =

@@ -68,7 +68,9 @@ TEST_F(ValueUpdateTest, PaneBShowsTheStateFromBefore) {
     EXPECT_THAT(fixture_.site.messages.take(), ElementsAre("Update is busy... "));
     EXPECT_FALSE(edited(Pane::kB));
   }
-  awaitStatus("3 values came; pane B shows the state before the update; use pane A");
+  awaitStatus(
+      "3 values came; pane B shows the state before the update; use pane A, or \"Capture...\" in the "
+      "menu \"Macro\"");
   EXPECT_TRUE(edited(Pane::kB));
   EXPECT_EQ(driver().texts(b_.commands), lines);
   EXPECT_THAT(valuesInFile(Pane::kB), ElementsAre("0", "0", "0"));

@@ -1,0 +1,219 @@
+#include "windows/CaptureWindow.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QShortcut>
+
+#include "ui_CaptureWindow.h"
+#include "widgets/DialogText.h"
+#include "widgets/ListFinder.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr int kStepWidth = 80, kValueWidth = 100, kStateWidth = 250;  // pixels, to start with
+
+}  // namespace
+
+CaptureWindow::CaptureWindow(CaptureWays ways, const LineContext& lines, const LineOptions& options,
+                             QWidget* owner)
+    : ReviewWindow(tr("Capture"), owner),
+      ways_(std::move(ways)),
+      ui_(std::make_unique<Ui::CaptureWindow>()),
+      model_(lines, options),
+      questions_(ways_.questions([this](const std::vector<PanelAnswer>& answers) { take(answers); })) {
+  ui_->setupUi(this);
+  setUpTable();
+  setUpButtons();
+  patience_.setSingleShot(true);
+  patience_.setInterval(ways_.patience);
+  connect(&patience_, &QTimer::timeout, this, &CaptureWindow::giveUp);
+  beginWith(ways_.selected());
+  ui_->values->setFocus();
+}
+
+CaptureWindow::~CaptureWindow() = default;
+
+void CaptureWindow::setUpTable() {
+  new ListFinder(*ui_->values);
+  ui_->values->setModel(&model_);
+  QHeaderView& header = *ui_->values->header();
+  header.setStretchLastSection(false);
+  header.resizeSection(CaptureModel::kStep, kStepWidth);
+  header.setSectionResizeMode(CaptureModel::kCommand, QHeaderView::Stretch);
+  header.resizeSection(CaptureModel::kOld, kValueWidth);
+  header.resizeSection(CaptureModel::kNew, kValueWidth);
+  header.resizeSection(CaptureModel::kState, kStateWidth);
+  connect(&model_, &CaptureModel::rowsAboutToChange, this, &CaptureWindow::keepPlace);
+  connect(&model_, &QAbstractItemModel::modelReset, this, &CaptureWindow::returnToPlace);
+  connect(&model_, &CaptureModel::changed, this, &CaptureWindow::showControls);
+  // Whatever column was clicked last.
+  connect(new QShortcut(Qt::Key_Space, ui_->values, nullptr, nullptr, Qt::WidgetShortcut),
+          &QShortcut::activated, this, &CaptureWindow::toggleCurrent);
+}
+
+void CaptureWindow::setUpButtons() {
+  connect(ui_->scope, &QComboBox::activated, this, &CaptureWindow::begin);
+  connect(ui_->onlyDifferences, &QCheckBox::toggled, &model_, &CaptureModel::setOnlyDifferences);
+  const auto tickAll = [this](bool on) { model_.change([on](Capture& capture) { capture.tickAll(on); }); };
+  connect(ui_->selectAll, &QPushButton::clicked, this, [tickAll] { tickAll(true); });
+  connect(ui_->selectNone, &QPushButton::clicked, this, [tickAll] { tickAll(false); });
+  connect(ui_->askAgain, &QPushButton::clicked, this, &CaptureWindow::ask);
+  connect(ui_->anew, &QPushButton::clicked, this, &CaptureWindow::begin);
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, &CaptureWindow::begin);
+  connect(ui_->takeOver, &QPushButton::clicked, this, &CaptureWindow::takeOver);
+  connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void CaptureWindow::beginIfOther() {
+  std::vector<int> selected = ways_.selected();
+  if (selected.size() < 2) selected.clear();
+  const CaptureSubject now = ways_.subject();
+  if (selected != selected_ || now.place != subject_.place || model_.capture().counts().changed > 0)
+    beginWith(std::move(selected));
+}
+
+void CaptureWindow::beginWith(std::vector<int> selected) {
+  selected_ = selected.size() > 1 ? std::move(selected) : std::vector<int>();
+  ui_->scope->clear();
+  if (!selected_.empty())
+    ui_->scope->addItem(tr("the %n selected commands", nullptr, static_cast<int>(selected_.size())), true);
+  ui_->scope->addItem(tr("all commands"), false);
+  ui_->scope->setEnabled(!selected_.empty());
+  begin();
+}
+
+void CaptureWindow::begin() {
+  questions_->cancel();
+  subject_ = ways_.subject();
+  ui_->heading->setText(subject_.heading);
+  const std::vector<int> commands = ui_->scope->currentData().toBool() ? selected_ : std::vector<int>();
+  address_ = ways_.line().address;
+  model_.begin(subject_.macro ? Capture(*subject_.macro, commands, model_.lines().dictionary) : Capture());
+  current_ = top_ = std::nullopt;
+  if (model_.rowCount() > 0) ui_->values->setCurrentIndex(model_.index(0, 0));
+  ask();
+}
+
+CaptureLine CaptureWindow::line() const {
+  CaptureLine line = ways_.line();
+  if (line.trouble.isEmpty() && line.address != address_) line.trouble = tr("the pane is on another panel");
+  return line;
+}
+
+// For what has no value yet; what has come stays.
+void CaptureWindow::ask() {
+  tell({});
+  questions_->cancel();
+  const CaptureLine now = line();
+  connection_ = now.connection;
+  std::vector<std::string> names;
+  model_.change([&names](Capture& capture) { names = capture.ask(); });
+  if (!now.trouble.isEmpty()) {
+    giveUp();
+  } else if (!names.empty()) {
+    patience_.start();
+    questions_->ask(names);
+  }
+}
+
+void CaptureWindow::take(const std::vector<PanelAnswer>& answers) {
+  bool any = false;
+  model_.change([&](Capture& capture) {
+    for (const PanelAnswer& answer : answers) any = capture.answer(answer.name, answer.value) || any;
+  });
+  if (questions_->missing() > 0) return;
+  patience_.stop();
+  questions_->cancel();
+}
+
+// Late answers are taken all the same.
+void CaptureWindow::giveUp() {
+  patience_.stop();
+  model_.change([](Capture& capture) { capture.giveUp(); });
+}
+
+void CaptureWindow::follow() {
+  const CaptureSubject now = ways_.subject();
+  const bool other = now.place != subject_.place;
+  subject_.refusal = other && now.macro ? tr("another macro was opened in the pane") : now.refusal;
+  if (!other) ui_->heading->setText(now.heading);
+  model_.change([&](Capture& capture) { capture.follow(other ? std::nullopt : now.macro); });
+}
+
+void CaptureWindow::look() {
+  const CaptureLine now = line();
+  if (patience_.isActive() && (!now.trouble.isEmpty() || now.connection != connection_)) {
+    questions_->cancel();
+    giveUp();
+  }
+  showControls();
+}
+
+void CaptureWindow::takeOver() {
+  follow();
+  const SetValues edit = model_.capture().edit();
+  if (edit.values.empty()) return;
+  const QString why = subject_.refusal.isEmpty() ? ways_.take(edit) : subject_.refusal;
+  if (why.isEmpty())
+    tell(tr("%n values taken over; \"Undo\" in the pane takes them back.", nullptr,
+            static_cast<int>(edit.values.size())));
+  else
+    tell(tr("NOTHING was taken over: %1").arg(why));
+}
+
+void CaptureWindow::toggleCurrent() {
+  const QModelIndex tick = ui_->values->currentIndex().siblingAtColumn(CaptureModel::kStep);
+  const bool on = model_.data(tick, Qt::CheckStateRole).toInt() == Qt::Checked;
+  model_.setData(tick, on ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+void CaptureWindow::keepPlace() {
+  const QModelIndex current = ui_->values->currentIndex(), top = ui_->values->indexAt({1, 1});
+  if (current.isValid()) current_ = model_.captured(current.row());
+  if (top.isValid()) top_ = model_.captured(top.row());
+}
+
+void CaptureWindow::returnToPlace() {
+  if (model_.rowCount() == 0) return;
+  if (top_) ui_->values->scrollTo(model_.index(model_.placeOf(*top_), 0), QAbstractItemView::PositionAtTop);
+  if (!current_) return;
+  const bool scrolls = ui_->values->hasAutoScroll();
+  ui_->values->setAutoScroll(false);  // the place that was looked at counts
+  ui_->values->setCurrentIndex(model_.index(model_.placeOf(*current_), 0));
+  ui_->values->setAutoScroll(scrolls);
+}
+
+void CaptureWindow::tell(const QString& text) { ui_->outcome->setText(text); }
+
+QString CaptureWindow::countsText(const Capture::Counts& counts) const {
+  const auto number = [](std::size_t count) { return static_cast<int>(count); };
+  if (model_.capture().rows().empty()) return tr("There is no command to ask for.");
+  QStringList texts{tr("%1 of %2 values have come; %3 differ, %4 are ticked.")
+                        .arg(QString::number(counts.came), QString::number(counts.asked),
+                             QString::number(counts.differ), QString::number(counts.ticked))};
+  if (counts.waiting > 0) texts << tr("Waiting for the others.");
+  if (counts.missing > 0)
+    texts << tr("%n did not come; \"Ask Again\" asks for them.", nullptr, number(counts.missing));
+  if (counts.changed > 0)
+    texts << tr(
+        "%n commands were changed meanwhile and stay as they are; \"Capture Anew\" begins with the "
+        "macro as it is now.",
+        nullptr, number(counts.changed));
+  if (const QString trouble = line().trouble; !trouble.isEmpty())
+    texts << tr("The panel cannot be asked: %1.").arg(trouble);
+  if (!subject_.refusal.isEmpty()) texts << tr("Nothing can be taken over: %1.").arg(subject_.refusal);
+  return texts.join(QLatin1Char(' '));
+}
+
+void CaptureWindow::showControls() {
+  const Capture::Counts counts = model_.capture().counts();
+  ui_->counts->setText(countsText(counts));
+  ui_->askAgain->setEnabled(counts.missing > 0 && line().trouble.isEmpty());
+  ui_->takeOver->setEnabled(counts.ticked > 0);
+  ui_->selectAll->setEnabled(counts.ticked < counts.differ);
+  ui_->selectNone->setEnabled(counts.ticked > 0);
+}
+
+}  // namespace tessaly

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QTimer>
+
+#include "link/PanelQuestions.h"
+#include "windows/CaptureModel.h"
+#include "windows/ReviewWindow.h"
+
+namespace Ui {
+class CaptureWindow;
+}
+
+namespace tessaly {
+
+inline constexpr std::chrono::milliseconds kCapturePatience{5000};
+
+// The pane's macro as it is now. Texts are plain.
+struct CaptureSubject {
+  QString heading;
+  QString refusal;             // why nothing can be taken over into it; empty where it can
+  std::optional<Macro> macro;  // none while the pane shows none
+  std::string place = {};      // where it belongs: the same for the same macro when it is opened again
+};
+
+// The way to the panel as it is now.
+struct CaptureLine {
+  QString trouble;  // why it cannot be asked; empty where it can
+  std::string address = {};
+  unsigned connection = 0;  // another number for every connection: what was asked on one is lost with it
+};
+
+// What the window is handed; all is called on the GUI thread.
+struct CaptureWays {
+  std::function<CaptureSubject()> subject;
+  std::function<std::vector<int>()> selected;  // commands, in their order
+  std::function<CaptureLine()> line;
+  // Made once; its answers come on the GUI thread.
+  std::function<std::unique_ptr<PanelQuestions>(PanelQuestions::Taker taker)> questions;
+  // Into the macro that it was handed last, as one step; gives the reason when nothing was taken, else
+  // nothing.
+  std::function<QString(const SetValues& edit)> take;
+  std::chrono::milliseconds patience = kCapturePatience;  // until what has not come is told
+};
+
+// The panel's current values beside those of a pane's macro, and taking over those that are ticked. Nothing
+// changes before that, and nothing that the panel or its line does holds the window up: what has not come is
+// told, is taken when it comes late, and can be asked for again. GUI thread.
+class CaptureWindow : public ReviewWindow {
+  Q_OBJECT
+
+ public:
+  // The dictionary and the lists of `lines` outlive it.
+  CaptureWindow(CaptureWays ways, const LineContext& lines, const LineOptions& options,
+                QWidget* owner = nullptr);
+  ~CaptureWindow() override;
+
+  // Begins anew with the selected commands when several are, else with all; unless it shows just those and
+  // none of them has changed.
+  void beginIfOther();
+
+ public slots:
+  // The macro may have changed.
+  void follow();
+  // The line may have gone, or come back.
+  void look();
+
+ private:
+  void setUpTable();
+  void setUpButtons();
+  void beginWith(std::vector<int> selected);
+  void begin();
+  void ask();
+  void take(const std::vector<PanelAnswer>& answers);
+  void giveUp();
+  void takeOver();
+  void toggleCurrent();
+  void keepPlace();
+  void returnToPlace();
+  void tell(const QString& text);
+  [[nodiscard]] CaptureLine line() const;
+  [[nodiscard]] QString countsText(const Capture::Counts& counts) const;
+  void showControls();
+
+  const CaptureWays ways_;
+  std::unique_ptr<Ui::CaptureWindow> ui_;
+  CaptureModel model_;
+  CaptureSubject subject_;
+  std::vector<int> selected_;                 // when it was opened; what the choice offers
+  std::string address_;                       // of the panel that was asked first
+  unsigned connection_ = 0;                   // that was asked last
+  std::optional<std::size_t> current_, top_;  // rows of the capture, while the list is made anew
+  QTimer patience_;
+  std::unique_ptr<PanelQuestions> questions_;
+};
+
+}  // namespace tessaly
