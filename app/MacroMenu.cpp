@@ -11,6 +11,9 @@ MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAc
   QAction* saveAs = addAction(tr("Save &As..."));
   saveAs->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
   connect(saveAs, &QAction::triggered, this, &MacroMenu::saveAsPressed);
+  QAction* print = addAction(tr("Pr&int..."), this, &MacroMenu::printPressed);
+  print->setShortcut(QKeySequence::Print);
+  addAction(tr("&Export..."), this, &MacroMenu::exportPressed);
   saveSnapshot_ = addAction(QString(), this, &MacroMenu::saveSnapshotPressed);
   openSnapshot_ = addAction(tr("&Open Snapshot..."), this, &MacroMenu::openSnapshotPressed);
   restoreSnapshot_ = addAction(tr("&Restore Snapshot..."), this, &MacroMenu::restoreSnapshotPressed);

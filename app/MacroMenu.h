@@ -20,6 +20,8 @@ class MacroMenu : public QMenu {
   void undoPressed();
   void historyPressed();
   void saveAsPressed();
+  void printPressed();
+  void exportPressed();
   void saveSnapshotPressed();
   void openSnapshotPressed();
   void restoreSnapshotPressed();

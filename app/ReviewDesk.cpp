@@ -7,6 +7,7 @@
 #include "app/Replacements.h"
 #include "app/ReviewPlaces.h"
 #include "app/Searching.h"
+#include "app/Sheets.h"
 #include "app/Shelves.h"
 #include "app/Snapshots.h"
 #include "app/Workplaces.h"
@@ -30,6 +31,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
   checking_ =
       std::make_unique<Checking>(panes_, context.site, around.lines, around.frameRate, *places_, window);
   searching_ = std::make_unique<Searching>(context.site, around.lines, *places_, window);
+  sheets_ = std::make_unique<Sheets>(context.site, around.lines, around.frameRate, *places_, window);
   replacements_ = std::make_unique<Replacements>(
       Replacements::Surroundings{context.site, around.lines, around.frameRate, around.connection, *places_,
                                  around.open, around.undo, around.gate},
@@ -74,6 +76,12 @@ void ReviewDesk::addMenus(QMenuBar& bar, MacroMenu& macroMenu) {
   // The letters before are keys of the panes or of other menus.
   addCompareEntries(*bar.addMenu(tr("Comp&are")));
   addReviewEntries(*bar.addMenu(tr("Review")));
+  connect(&macroMenu, &MacroMenu::printPressed, this, [this] {
+    if (begun_) sheets_->print();
+  });
+  connect(&macroMenu, &MacroMenu::exportPressed, this, [this] {
+    if (begun_) sheets_->write();
+  });
   connect(&macroMenu, &MacroMenu::saveSnapshotPressed, this, [this] {
     if (begun_) snapshots_->save(active_);
   });

@@ -47,7 +47,9 @@ SheetFlow::SheetFlow(const SheetLook& look, const LetterWidths& widths,
 
 double SheetFlow::leading() const { return look_.size * kLeading; }
 double SheetFlow::bottom() const { return look_.height - look_.margin - kFoot; }
-double SheetFlow::headingHeight() const { return kBeforeHeading + leading() + kAfterHeading; }
+double SheetFlow::headingHeight(std::size_t lines) const {
+  return kBeforeHeading + static_cast<double>(lines) * leading() + kAfterHeading;
+}
 
 void SheetFlow::put(const std::string& text, double x, double y, double size, PdfFace face, double gray) {
   if (!text.empty())
@@ -96,7 +98,8 @@ void SheetFlow::newPage() {
   pages_.back().rules.push_back({look_.margin, y_, room(), kHeadRule, 0});
   y_ += kAfterHead;
   firstY_ = y_;
-  if (!heading_.empty() && !headingDue_) putHeading(continued_(heading_));
+  if (!heading_.empty() && !headingDue_)
+    putHeading({letters_.elided(continued_(heading_), PdfFace::kBold, look_.size, room())});
 }
 
 void SheetFlow::heading(const std::string& text) {
@@ -104,12 +107,19 @@ void SheetFlow::heading(const std::string& text) {
   headingDue_ = !text.empty();
 }
 
-void SheetFlow::putHeading(const std::string& text) {
-  headingDue_ = false;
+void SheetFlow::putHeading(const std::vector<std::string>& lines) {
   if (y_ > firstY_) y_ += kBeforeHeading;
-  const std::string line = letters_.elided(text, PdfFace::kBold, look_.size, room());
-  put(line, 0, y_ + look_.size * kBase, look_.size, PdfFace::kBold, 0);
-  y_ += leading() + kAfterHeading;
+  for (const std::string& line : lines) {
+    if (!fits(leading())) newPage();
+    put(line, 0, y_ + look_.size * kBase, look_.size, PdfFace::kBold, 0);
+    y_ += leading();
+  }
+  y_ += kAfterHeading;
+  headingDue_ = false;  // now only: the pages that it has begun itself do not go on with it
+}
+
+std::vector<std::string> SheetFlow::headingLines() const {
+  return letters_.lines(heading_, PdfFace::kBold, look_.size, room());
 }
 
 void SheetFlow::putRow(const std::vector<Lines>& row, std::size_t count) {
@@ -138,10 +148,12 @@ void SheetFlow::rows(const std::vector<SheetCells>& cells, bool ruled) {
     count += most;
   }
   const double height = static_cast<double>(count) * leading();
-  const bool parted = height > bottom() - firstY_ - headingHeight();
-  const double needed = (parted ? leading() : height) + (headingDue_ ? headingHeight() : 0);
+  const auto heading = headingDue_ ? headingLines() : std::vector<std::string>();
+  const double above = headingHeight(std::max<std::size_t>(heading.size(), 1));
+  const bool parted = height > bottom() - firstY_ - above;
+  const double needed = (parted ? leading() : height) + (headingDue_ ? above : 0);
   if (!fits(needed) && y_ > firstY_) newPage();
-  if (headingDue_) putHeading(heading_);
+  if (headingDue_) putHeading(heading);
   for (const auto& [lines, most] : all) putRow(lines, most);
   y_ += kAfterRow;
   if (ruled) pages_.back().rules.push_back({look_.margin, y_ - kAfterRow / 2, room(), kThinRule, kLightGray});
@@ -149,8 +161,8 @@ void SheetFlow::rows(const std::vector<SheetCells>& cells, bool ruled) {
 
 void SheetFlow::lines(const std::string& heading) {
   this->heading(heading);
-  if (!fits(headingHeight() + kFewestNotes * look_.notes)) newPage();
-  putHeading(heading);
+  if (!fits(headingHeight(1) + kFewestNotes * look_.notes)) newPage();
+  putHeading(headingLines());
   for (; fits(look_.notes); y_ += look_.notes)
     pages_.back().rules.push_back({look_.margin, y_ + look_.notes, room(), kThinRule, kGray});
   heading_.clear();

@@ -59,10 +59,11 @@ class SheetFlow {
 
   [[nodiscard]] double leading() const;
   [[nodiscard]] double bottom() const;
-  [[nodiscard]] double headingHeight() const;
+  [[nodiscard]] double headingHeight(std::size_t lines) const;
+  [[nodiscard]] std::vector<std::string> headingLines() const;
   void newPage();
   void put(const std::string& text, double x, double y, double size, PdfFace face, double gray);
-  void putHeading(const std::string& text);
+  void putHeading(const std::vector<std::string>& lines);
   void putRow(const std::vector<Lines>& row, std::size_t count);
   [[nodiscard]] bool fits(double height) const { return y_ + height <= bottom(); }
 

@@ -121,7 +121,8 @@ std::vector<SheetPage> tableOf(const Sheet& sheet, const SheetOptions& options, 
   const std::string* place = nullptr;
   for (std::size_t i = 0; i < sheet.macros.size(); ++i) {
     const SheetMacro& macro = sheet.macros[i];
-    if (place == nullptr || *place != macro.place) flow.heading(letters(macro.place));
+    if (macro.place != sheet.title && (place == nullptr || *place != macro.place))
+      flow.heading(letters(macro.place));
     place = &macro.place;
     row(letters(macro.number), letters(macro.name), std::to_string(itself + first[i] + 1), PdfFace::kPlain,
         0);
