@@ -90,7 +90,7 @@ constexpr WordHelp kReplaceWords[] = {
 constexpr WordHelp kSheetWords[] = {
     {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
     {"--format F", "pdf, html or csv"},
-    {"--paper P", "a4, a5 or letter; a4 when not given"},
+    {"--paper SIZE", "a4, a5 or letter; a4 when not given"},
     {"--date DAY", "the date on the sheet, as 2026-11-25; today when not given"},
     {"--output FILE", "the file to write, over an old one if there is one; standard output when not given"},
 };
@@ -188,7 +188,7 @@ constexpr Command kCommands[] = {
     {"replace", "RULE PATH ... [--dry-run] [--json]",
      "change commands in many macros, all or none; exit code 1 when not all that is found was changed",
      runReplace, kReplaceWords},
-    {"sheet", "PATH ... --format F [--paper P] [--date DAY] [--output FILE]",
+    {"sheet", "PATH ... --format F [--paper SIZE] [--date DAY] [--output FILE]",
      "macros on paper: commands, what the values are afterwards, findings, lines for notes", runSheet,
      kSheetWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
