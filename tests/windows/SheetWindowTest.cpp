@@ -85,23 +85,23 @@ struct SheetWindowTest : testing::Test {
   // Writes to that file through the dialog; what is asked there is answered so.
   void exportTo(const std::string& name, QMessageBox::StandardButton answer = QMessageBox::NoButton) {
     bool typed = false;
-    QTimer hand;
-    QObject::connect(&hand, &QTimer::timeout, &hand, [&] {
+    QObject life;  // of the answers
+    // A timer does not go off within its own answer, in which a box may be open: each answer has a new one.
+    std::function<void()> hand = [&] {
+      QTimer::singleShot(20, &life, hand);
       QWidget* modal = QApplication::activeModalWidget();
       if (auto* box = qobject_cast<QMessageBox*>(modal)) {
         asked = box->text().toStdString();
-        if (auto* button = box->button(answer)) return QTest::mouseClick(button, Qt::LeftButton);
-        return QTest::keyClick(box, Qt::Key_Escape);
+        QTest::mouseClick(box->button(answer), Qt::LeftButton);
+      } else if (modal != nullptr && modal->isVisible()) {
+        auto* field = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (std::exchange(typed, true)) return QTest::keyClick(modal, Qt::Key_Escape);
+        field->setText(QString::fromStdString(site.root.resolve("c:\\" + name).string()));
+        QTest::keyClick(field, Qt::Key_Return);
       }
-      if (modal == nullptr || !modal->isVisible()) return;
-      auto* field = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-      if (std::exchange(typed, true)) return QTest::keyClick(modal, Qt::Key_Escape);
-      field->setText(QString::fromStdString(site.root.resolve("c:\\" + name).string()));
-      QTest::keyClick(field, Qt::Key_Return);
-    });
-    hand.start(20);
+    };
+    QTimer::singleShot(0, &life, hand);
     click("write");
-    hand.stop();
     awaitEnd();
   }
 
