@@ -57,7 +57,7 @@ struct SheetWords {
   std::string macros = "Macros", number = "Number", name = "Name", pageColumn = "Page";
   std::string command = "Command", value = "Value";
   std::string empty = "empty macro", none = "no macros";
-  std::string unread = "cannot be read: %1";
+  std::string unread = "cannot be read (%1)";
   std::string findings = "Findings", after = "After this macro", notes = "Notes";
   std::string nothing = "no value that could be told is changed";
   std::string unknown = "unknown";

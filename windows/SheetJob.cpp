@@ -39,7 +39,7 @@ SheetWords sheetWords() {
   words.value = translated(QT_TRANSLATE_NOOP("SheetWords", "Value"));
   words.empty = translated(QT_TRANSLATE_NOOP("SheetWords", "empty macro"));
   words.none = translated(QT_TRANSLATE_NOOP("SheetWords", "no macros"));
-  words.unread = translated(QT_TRANSLATE_NOOP("SheetWords", "cannot be read: %1"));
+  words.unread = translated(QT_TRANSLATE_NOOP("SheetWords", "cannot be read (%1)"));
   words.findings = translated(QT_TRANSLATE_NOOP("SheetWords", "Findings"));
   words.after = translated(QT_TRANSLATE_NOOP("SheetWords", "After this macro"));
   words.notes = translated(QT_TRANSLATE_NOOP("SheetWords", "Notes"));

@@ -190,10 +190,10 @@ TEST(Sheet, HtmlAndCsvAreSafeWhateverTheMacrosSay) {
   const Sheet many{"c:\\m", true, {macroOf(0), {"c:\\m", "008", "", {}, {}, {}, {}, "no reason"}}};
   EXPECT_THAT(*writeSheet(many, {}, {}, SheetFormat::kHtml),
               AllOf(HasSubstr("<a href=\"#m2\">008</a>"), HasSubstr("<section id=\"m2\""),
-                    HasSubstr("empty macro"), HasSubstr("cannot be read: no reason")));
+                    HasSubstr("empty macro"), HasSubstr("cannot be read (no reason)")));
   EXPECT_EQ(*writeSheet(many, {}, {}, SheetFormat::kCsv),
             "place,number,name,step,destination,line,findings\r\nc:\\m\\macroWP1,007,Opening,,,,\r\n"
-            "c:\\m,008,,,,,cannot be read: no reason\r\n");
+            "c:\\m,008,,,,,cannot be read (no reason)\r\n");
 }
 
 TEST(Sheet, TellsWhatAMacroDoesAndWhatIsWrongWithIt) {
