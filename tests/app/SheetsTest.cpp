@@ -26,6 +26,7 @@ TEST(Sheets, MenuPutsThePanesMacroOnPaper) {
   WindowDriver::waitFor([&] { return preview.pageCount() > 0; }, "the pages");
   EXPECT_THAT(window->findChild<ScopeBox*>()->currentText().toStdString(), HasSubstr("001 - "));
   window->close();
+  WindowDriver::waitFor([&] { return fixture.window->findChild<SheetWindow*>() == nullptr; }, "its end");
   // The other entry asks for a file once the pages are there.
   bool asked = false;
   WindowDriver::answerNext([&](QDialog& dialog) {
