@@ -15,6 +15,9 @@ MacroMenu::MacroMenu(QWidget* parent) : QMenu(tr("Ma&cro"), parent), undo_(addAc
   rehearse->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_R);
   capture_ = addAction(tr("Ca&pture..."), this, &MacroMenu::capturePressed);
   capture_->setShortcut(Qt::SHIFT | Qt::Key_F5);
+  QAction* print = addAction(tr("Pr&int..."), this, &MacroMenu::printPressed);
+  print->setShortcut(QKeySequence::Print);
+  addAction(tr("&Export..."), this, &MacroMenu::exportPressed);
   saveSnapshot_ = addAction(QString(), this, &MacroMenu::saveSnapshotPressed);
   openSnapshot_ = addAction(tr("&Open Snapshot..."), this, &MacroMenu::openSnapshotPressed);
   restoreSnapshot_ = addAction(tr("&Restore Snapshot..."), this, &MacroMenu::restoreSnapshotPressed);

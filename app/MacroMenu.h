@@ -24,6 +24,8 @@ class MacroMenu : public QMenu {
   void saveAsPressed();
   void rehearsePressed();
   void capturePressed();
+  void printPressed();
+  void exportPressed();
   void saveSnapshotPressed();
   void openSnapshotPressed();
   void restoreSnapshotPressed();

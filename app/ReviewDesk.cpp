@@ -9,6 +9,7 @@
 #include "app/Replacements.h"
 #include "app/ReviewPlaces.h"
 #include "app/Searching.h"
+#include "app/Sheets.h"
 #include "app/Shelves.h"
 #include "app/Snapshots.h"
 #include "app/Workplaces.h"
@@ -33,6 +34,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
   checking_ =
       std::make_unique<Checking>(panes_, context.site, around.lines, around.frameRate, *places_, window);
   searching_ = std::make_unique<Searching>(context.site, around.lines, *places_, window);
+  sheets_ = std::make_unique<Sheets>(context.site, around.lines, around.frameRate, *places_, window);
   replacements_ = std::make_unique<Replacements>(
       Replacements::Surroundings{context.site, around.lines, around.frameRate, around.connection, *places_,
                                  around.open, around.undo, around.gate},
@@ -84,6 +86,12 @@ void ReviewDesk::addMenus(QMenuBar& bar, MacroMenu& macroMenu) {
   });
   connect(&macroMenu, &MacroMenu::capturePressed, this, [this] {
     if (begun_) captures_->open(active_);
+  });
+  connect(&macroMenu, &MacroMenu::printPressed, this, [this] {
+    if (begun_) sheets_->print();
+  });
+  connect(&macroMenu, &MacroMenu::exportPressed, this, [this] {
+    if (begun_) sheets_->write();
   });
   connect(&macroMenu, &MacroMenu::saveSnapshotPressed, this, [this] {
     if (begun_) snapshots_->save(active_);

@@ -26,11 +26,12 @@ class Rehearsals;
 class Replacements;
 class ReviewPlaces;
 class Searching;
+class Sheets;
 class Snapshots;
 class Workplaces;
 
 // Everything that looks at macros from above, as one part of the window: comparison, workplaces beside each
-// other, snapshots, check, search, replacement and rehearsal, with their menus. GUI thread.
+// other, snapshots, check, search, replacement, rehearsal, capture and sheets, with their menus. GUI thread.
 class ReviewDesk : public QObject {
   Q_OBJECT
 
@@ -97,6 +98,7 @@ class ReviewDesk : public QObject {
   std::unique_ptr<Captures> captures_;
   std::unique_ptr<Checking> checking_;
   std::unique_ptr<Searching> searching_;
+  std::unique_ptr<Sheets> sheets_;
   std::unique_ptr<Replacements> replacements_;
   std::unique_ptr<Workplaces> workplaces_;
   std::unique_ptr<Rehearsals> rehearsals_;

@@ -7,6 +7,7 @@
 #include "review/MacroCheck.h"
 #include "review/MacroEffect.h"
 #include "review/MacroSearch.h"
+#include "review/SheetReading.h"
 
 namespace tessaly::bench {
 namespace {
@@ -98,6 +99,22 @@ void replayAll() {
   keep(&effect);
 }
 
+// From the macro's bytes to those of its sheet, findings and effect included; a second at the most.
+Figures sheetOfThousand() {
+  constexpr std::size_t kThousand = 1'000;
+  std::string text = "<macro name=\"Thousand\"><data>";
+  for (std::size_t i = 0; i < kThousand; ++i) text += sample().command(i, 1, static_cast<int>(i % 10));
+  text += "</data></macro>";
+  return {secondsOf([&] {
+            SheetReading reading({sample().dictionary, sample().lists}, {});
+            const Sheet sheet{"Thousand", false, {reading.read({}, "macro007.mac", text)}};
+            const auto bytes = writeSheet(sheet, {}, {}, SheetFormat::kPdf);
+            require(bytes && sheet.macros[0].commands.size() == kThousand);
+            keep(&*bytes);
+          }),
+          1};
+}
+
 Pair beside(const char* name, std::function<void()> measured, double goal) {
   return {.name = name,
           .measured = std::move(measured),
@@ -115,6 +132,9 @@ const bool kRegistered[] = {
              .goal = 2,
              .prepare = [] { static_cast<void>(manyCommands()); },
              .oneThread = true}),
+    addFigure({.name = "sheet of 1,000 commands as PDF, a second as limit",
+               .unit = kSeconds,
+               .take = sheetOfThousand}),
     addPair(beside(
         "read and search them for a function and a source", [] { findAll("function:ME1.* source:5"); }, 1.2)),
     addPair(beside(

@@ -87,6 +87,13 @@ constexpr WordHelp kReplaceWords[] = {
     {"--dry-run", "only tell what would be changed"},
     kJson,
 };
+constexpr WordHelp kSheetWords[] = {
+    {"PATH", "a macro or key file, or a folder with all that is below it; - reads a macro"},
+    {"--format F", "pdf, html or csv"},
+    {"--paper SIZE", "a4, a5 or letter; a4 when not given"},
+    {"--date DAY", "the date on the sheet, as 2026-11-25; today when not given"},
+    {"--output FILE", "the file to write, over an old one if there is one; standard output when not given"},
+};
 constexpr WordHelp kHistoryWords[] = {
     kJson,
     {"show ID", "the command lines of a kept macro"},
@@ -181,6 +188,9 @@ constexpr Command kCommands[] = {
     {"replace", "RULE PATH ... [--dry-run] [--json]",
      "change commands in many macros, all or none; exit code 1 when not all that is found was changed",
      runReplace, kReplaceWords},
+    {"sheet", "PATH ... --format F [--paper SIZE] [--date DAY] [--output FILE]",
+     "macros on paper: commands, what the values are afterwards, findings, lines for notes", runSheet,
+     kSheetWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
     {"snapshot", "FOLDER FILE", "store the macros of a folder in one file", runSnapshot, kSnapshotWords},

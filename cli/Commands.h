@@ -54,6 +54,7 @@ int runDiff(CommandSession& session, Arguments& arguments);
 int runCheck(CommandSession& session, Arguments& arguments);
 int runFind(CommandSession& session, Arguments& arguments);
 int runReplace(CommandSession& session, Arguments& arguments);
+int runSheet(CommandSession& session, Arguments& arguments);
 
 int runHistory(CommandSession& session, Arguments& arguments);
 

@@ -53,6 +53,8 @@ _tessaly_cli_operand() {
     W) _tessaly_cli_words "1 2 3 4 5 6 7 8" ;;
     M) _tessaly_cli_words "1 2 3 4" ;;
     S) _tessaly_cli_words "note warning error" ;;
+    F) _tessaly_cli_words "pdf html csv" ;;
+    SIZE) _tessaly_cli_words "a4 a5 letter" ;;
     RULE)
       compopt -o nospace 2>/dev/null
       _tessaly_cli_words "destination: segment: source: value:"

@@ -34,6 +34,7 @@ GUARDED = [
     ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"widgets", "editors", "windows", "app"}),
     ("curl", re.compile(r"^curl/"), {"platform"}),
     ("libzip", re.compile(r"^zip\.h$"), {"platform"}),
+    ("libharu", re.compile(r"^hpdf"), {"platform"}),
     ("OpenSSL", re.compile(r"^openssl/"), {"platform"}),
     ("TinyXML", re.compile(r"^tinyxml\.h$"), {"platform", "dictionary", "model"}),
     ("JSON", re.compile(r"^nlohmann/"), {"xctl", "review", "cli", "panelsim"}),

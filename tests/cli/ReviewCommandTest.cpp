@@ -51,6 +51,20 @@ TEST(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
       {{"find", "other", "c:\\w"}, "", 1, "", ""},
       {{"find", "size", "c:\\none.mac"}, "", 1, "", "c:\\none.mac"},
       {{"find", "a:b", "c:\\w"}, "", 2, "", "no field \"a\""},
+      {{"sheet", "c:\\w", "--format", "csv", "--date", "2026-11-25"},
+       "",
+       0,
+       "c:\\w,002,M,1,Mainframe1,Size ==> 10,\"error: P: \"\"10\"\" is beyond",
+       ""},
+      {{"sheet", "-", "--format", "HTML"}, macro("7"), 0, "<td>Size ==&gt; 7</td>", ""},
+      {{"sheet", "c:\\w\\macro003.mac", "--format", "pdf", "--paper", "a5"}, "", 0, "[ 0 0 419.53", ""},
+      {{"sheet", "-", "--format", "csv"}, "none", 1, "cannot be read (is not well", "- is not well formed"},
+      {{"sheet", "c:\\none.mac", "--format", "csv"}, "", 1, "", "c:\\none.mac"},
+      {{"sheet", "c:\\w", "--format", "csv", "--output", "/dev/full"}, "", 1, "", "/dev/full"},
+      {{"sheet", "c:\\w", "--format", "csv", "--output", "c:\\none\\x"}, "", 1, "", "c:\\none\\x"},
+      {{"sheet", "c:\\w"}, "", 2, "", "--format is"},
+      {{"sheet", "c:\\w", "--format", "csv", "--paper", "a3"}, "", 2, "", "--paper is"},
+      {{"sheet", "c:\\w", "--format", "csv", "--date", "2026-02-29"}, "", 2, "", "--date is"},
   };
   std::ostringstream out, errors;
   const auto run = [&](std::vector<std::string> words, const std::string& input) {

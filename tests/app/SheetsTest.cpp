@@ -1,0 +1,42 @@
+// "Print..." and "Export..." of the menu "Macro", for what the pane with the keyboard shows.
+#include <gmock/gmock.h>
+
+#include <QFileDialog>
+#include <QLabel>
+
+#include "tests/app/WindowFixture.h"
+#include "windows/ScopeBox.h"
+#include "windows/SheetPreview.h"
+#include "windows/SheetWindow.h"
+
+namespace tessaly {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(Sheets, MenuPutsThePanesMacroOnPaper) {
+  WindowFixture fixture{offlineClient()};
+  const auto& a = WindowFixture::ids(Pane::kA);
+  fixture.driver->choose(a.applications, "Evening News");
+  fixture.driver->choose(a.macros, "001");
+  QTest::keyClick(fixture.window.get(), Qt::Key_P, Qt::ControlModifier);
+  auto* window = fixture.window->findChild<SheetWindow*>();
+  ASSERT_NE(window, nullptr);
+  auto& preview = *window->findChild<SheetPreview*>();
+  WindowDriver::waitFor([&] { return preview.pageCount() > 0; }, "the pages");
+  EXPECT_THAT(window->findChild<ScopeBox*>()->currentText().toStdString(), HasSubstr("001 - "));
+  window->close();
+  WindowDriver::waitFor([&] { return fixture.window->findChild<SheetWindow*>() == nullptr; }, "its end");
+  // The other entry asks for a file once the pages are there.
+  bool asked = false;
+  WindowDriver::answerNext([&](QDialog& dialog) {
+    asked = qobject_cast<QFileDialog*>(&dialog) != nullptr;
+    dialog.reject();
+  });
+  for (QAction* action : fixture.window->findChildren<QAction*>())
+    if (action->text() == QStringLiteral("&Export...")) action->trigger();
+  WindowDriver::waitFor([&] { return asked; }, "the question for a file");
+}
+
+}  // namespace
+}  // namespace tessaly
