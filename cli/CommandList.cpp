@@ -118,7 +118,7 @@ constexpr WordHelp kHistoryWords[] = {
 };
 constexpr WordHelp kSnapshotWords[] = {
     {"FOLDER", "a folder with macros"},
-    {"FILE", "the snapshot to write, over an old one if there is one"},
+    {"FILE", "the snapshot to write, over an old one if there is one; alone: to list the macros of"},
 };
 constexpr WordHelp kRestoreWords[] = {
     {"FILE", "the snapshot"},
@@ -215,7 +215,8 @@ constexpr Command kCommands[] = {
      runReplace, kReplaceWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
-    {"snapshot", "FOLDER FILE", "store the macros of a folder in one file", runSnapshot, kSnapshotWords},
+    {"snapshot", "FOLDER FILE | FILE",
+     "store the macros of a folder in one file, or list those of a snapshot", runSnapshot, kSnapshotWords},
     {"restore", "FILE FOLDER [N ...] [--workplace W] [--dry-run]",
      "put the macros of a snapshot into a folder, those that are not there as they were", runRestore,
      kRestoreWords},
