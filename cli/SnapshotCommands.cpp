@@ -165,9 +165,9 @@ int listSnapshot(CommandSession& session, const std::string& file) {
   const auto snapshot = opened(session, file);
   if (!snapshot) return kExitFailed;
   for (const int workplace : snapshot->workplaces)
-    for (const auto* macro : snapshot->of(workplace))
+    for (const Snapshot::Macro& macro : snapshot->of(workplace))
       session.line((workplace == Snapshot::kFolder ? "" : std::to_string(workplace) + ' ') +
-                   macro->number.text() + " - " + outputName(macro->name));
+                   macro.number.text() + " - " + outputName(macro.name));
   return kExitDone;
 }
 
