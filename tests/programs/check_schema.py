@@ -98,7 +98,7 @@ with tempfile.TemporaryDirectory() as name:
         hold(words[0], *words, "--json")
     hold("classic", "classic", "none", "--json", code=1)
     assert hold("history", "history", "--json")
-    appli = workplace.parent.parent.parent
+    appli = workplace.parent.parent
     for words in ([], [appli.name], [appli.name, "CP1"], [appli.name, "CP1", "1"], [appli.name, "CP7"]):
         assert list(hold("list", "list", appli.parent, *words, "--json"))[1:] == [
             ["applications", "panels", "workplaces", "macros"][len(words) if "CP7" not in words else 3]]
