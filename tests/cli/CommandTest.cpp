@@ -376,6 +376,9 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
   EXPECT_EQ(run({"create", kMacro, "--json"}, "[]").errors,
             "Standard input gives the macro no name, nor does the command\n");
   EXPECT_EQ(run({"insert", "-", "--json"}, "[]").code, 1);
+  output({"create", kMacro, "--json"},
+         R"({"commands": [{"function": "A", "parameters": [{"name": "P"}]}], "name": "Outside"})");
+  EXPECT_EQ(output({"name", kMacro}), "Outside\n") << "a member inside has the same name, and is another";
 
   // More than one text of commands can hold, in their order, at the place.
   std::string many = "[";

@@ -88,7 +88,9 @@ TEST_F(PanelCommands, AMacroIsFilledWithWhatThePanelHolds) {
     EXPECT_EQ(told.out, out);
     EXPECT_THAT(told.errors, HasSubstr(errors));
   }
-  EXPECT_EQ(valuesIn(run({"update", "-"}, macro).out), "78547");
+  const Ran piped = run({"update", "-"}, macro);
+  EXPECT_EQ(valuesIn(piped.out), "78547");
+  EXPECT_THAT(piped.out, testing::StartsWith("<macro")) << "the macro alone";
   site.write(kLocal, "<macro name=\"M\"><data>" + command("QMF1.B.SET", "1") + command("QMF1.A.SET", "1") +
                          "</data></macro>");
   const Ran partly = run({"update", kLocal});

@@ -94,6 +94,13 @@ TEST_F(SiteCommands, MacrosAreCopiedAndDeletedAndKept) {
       {{"copy-macro", key, folder}, 1, "Only macros go into a folder", one, before, "", ""},
       {{"copy-macro", one, two, folder}, 0, "", folder + "\\macro007.mac", before, "copy", old},
       {{"copy-macro", one, folder + "\\"}, 0, "", folder + "\\macro008.mac", before, "copy", before},
+      {{"copy-macro", "c:\\none.mac", one, folder},
+       1,
+       "No such file",
+       folder + "\\macro007.mac",
+       before,
+       "copy",
+       before},
       {{"delete-macro", "-"}, 2, "a stream cannot be deleted\n", one, before, "copy", before},
       {{"delete-macro", key}, 1, "Only macros are deleted, not ", one, before, "copy", before},
       {{"delete-macro", "c:\\none.mac", "c:\\none2.mac", two},
@@ -143,12 +150,14 @@ TEST_F(SiteCommands, TheEffectIsThatOfTheWholeMacro) {
   output({"insert", one, "QMF2.ME1.SIZE.SET", "size=0.25"});
   output({"insert", one, "QMF2.ME1.SIZE.SET", "size=0.75"});
   output({"insert-classic", one, "23 63 05 01 "});
+  output({"insert-classic", one, "e3 10 05 01 "});
   const auto json = nlohmann::json::parse(output({"effect", one, "--json"}));
   EXPECT_EQ(json["values"][0]["stored"], "0.75");
   EXPECT_EQ(json["commands"][0]["what"], "steps");
   EXPECT_EQ(json["commands"][2]["what"], "sets");
   EXPECT_THAT(output({"effect", one}), HasSubstr("\t75.0%\tQMF2.ME1.SIZE\n"));
-  EXPECT_THAT(output({"effect", one}), HasSubstr("\n#\t3\t")) << "what cannot be told is not left out";
+  EXPECT_THAT(output({"effect", one}), HasSubstr("\n#\t3\tuntold\t"));
+  EXPECT_THAT(output({"effect", one}), HasSubstr("\n#\t4\tacts\t\n")) << "though nothing is to be said of it";
   EXPECT_EQ(run({"effect", "c:\\none.mac"}).code, 1);
 }
 
