@@ -85,7 +85,6 @@ class Browser : public QObject {
   void said(const QString& text);
 
  private:
-  static constexpr int kDiskWorkplaces = 2;
   // Of the selected row; empty for none.
   [[nodiscard]] static std::string selectedText(const ListBox& list);
 

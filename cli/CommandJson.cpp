@@ -8,6 +8,7 @@
 #include "cli/ValueCheck.h"
 #include "model/MacroFile.h"
 #include "platform/Text.h"
+#include "platform/Workplace.h"
 #include "values/Destination.h"
 
 namespace tessaly {
@@ -112,7 +113,10 @@ Outcome canHold(CommandSession& session, const MacroCommands& commands) {
     const auto wrong = [&](const std::string& text) {
       return Failure{Failure::Kind::kNothingTaken, "commands[" + std::to_string(i) + "]: " + text};
     };
-    if (!Destination::named(command.destination())) return wrong("Unknown destination: " + command.fid);
+    const auto destination = Destination::named(command.destination());
+    if (!destination) return wrong("Unknown destination: " + command.fid);
+    if (destination->isPanel() && !wholeNumber(command.workplace, 1, Workplace::kCount))
+      return wrong("A command for the panel needs a workplace, 1 to 8");
     if (command.classic()) {
       const bool decodes =
           !command.parameters.empty() && ClassicCommand().decodeText(command.parameters.front().value);

@@ -24,7 +24,15 @@ constexpr WordHelp kFunction{"FID", "the name of a function; a destination prefi
 
 constexpr WordHelp kDictionaryWords[] = {
     {"--list [TEXT]", "the names of the functions, with TEXT those that contain it in any case"},
+    {"--find WORDS", "the names of the functions that have these words, in any order, the best first"},
     {"--show FID", "the record of one function"},
+    kJson,
+};
+constexpr WordHelp kListWords[] = {
+    {"PATH", "a folder with applications; that of pane A when not given"},
+    {"APPLICATION", "an application there: its control panels"},
+    {"CP", "one of those: its workplaces, or its keys"},
+    {"W", "the workplace whose macros are listed, 1 or 2"},
     kJson,
 };
 constexpr WordHelp kShowWords[] = {kFileRead, kDestination, kRaw, kTabs, kJson};
@@ -66,6 +74,18 @@ constexpr WordHelp kConvertWords[] = {
     {"FILE.mac", "the macro to write, over an old one if there is one; - prints it"},
     kName,
 };
+constexpr WordHelp kCopyMacroWords[] = {
+    {"SOURCE", "a macro, or a key file, which becomes a macro of its name; - reads it"},
+    {"FILE", "the macro to write, over an old one if there is one; - prints it"},
+    {"FOLDER", "a folder that takes macros under their own file names"},
+};
+constexpr WordHelp kDeleteMacroWords[] = {{"FILE", "the macro"}};
+constexpr WordHelp kCompareWords[] = {
+    {"A", "a folder with macros"},
+    {"B", "the folder to set beside it"},
+    kJson,
+};
+constexpr WordHelp kEffectWords[] = {{"FILE", "a macro; - reads it"}, kJson};
 constexpr WordHelp kDiffWords[] = {
     {"A", "a macro; - reads it"},
     {"B", "the macro to set beside it; - reads it"},
@@ -105,7 +125,7 @@ constexpr WordHelp kHistoryWords[] = {
 };
 constexpr WordHelp kSnapshotWords[] = {
     {"FOLDER", "a folder with macros"},
-    {"FILE", "the snapshot to write, over an old one if there is one"},
+    {"FILE", "the snapshot to write, over an old one if there is one; alone: to list the macros of"},
 };
 constexpr WordHelp kRestoreWords[] = {
     {"FILE", "the snapshot"},
@@ -135,12 +155,14 @@ constexpr WordHelp kSettingsWords[] = {
 constexpr WordHelp kAddressWords[] = {{"TEXT", "what was typed into the address field"}};
 constexpr WordHelp kPanelWords[] = {
     {"ADDRESS", "the address of the panel"},
-    {"list W", "the macros of workplace W, 1 to 8"},
+    {"list [W]", "the macros of workplace W, 1 to 8; without it the workplaces that the panel has"},
     {"get W N FILE", "fetch macro N, 0 to 999, into FILE; - prints it"},
     {"put W N FILE", "send FILE as macro N; - sends standard input"},
     {"delete W N", "delete macro N"},
     {"rename W N NAME", "give macro N another name, in UTF-8"},
     {"run W N", "have the panel carry out macro N, and wait until it has"},
+    {"update FILE", "write the present values of the panel into the commands of FILE"},
+    {"N[-M]", "only into these; the first one is 0"},
     {"watch NAME", "print the values of these names as the panel sends them"},
     {"compare W FOLDER",
      "what differs between workplace W and a folder; exit code 0 nothing, 1 something, 2 trouble"},
@@ -158,8 +180,11 @@ constexpr WordHelp kPanelWords[] = {
 constexpr WordHelp kHelpWords[] = {{"COMMAND", "the command to explain"}};
 
 constexpr Command kCommands[] = {
-    {"dictionary", "[--list [TEXT]] [--show FID] [--json]", "the panel functions of the site", runDictionary,
-     kDictionaryWords},
+    {"dictionary", "[--list [TEXT] | --find WORDS] [--show FID] [--json]", "the panel functions of the site",
+     runDictionary, kDictionaryWords},
+    {"list", "[PATH [APPLICATION [CP [W]]]] [--json]",
+     "the applications, control panels, workplaces or macros of the disk, each with its path", runList,
+     kListWords},
     {"show", "FILE [--destination] [--raw] [--tabs] [--json]", "the command lines of a .mac or .upk file",
      runShow, kShowWords},
     {"name", "FILE", "the name of a .mac or .upk file", runName, kNameWords},
@@ -179,6 +204,13 @@ constexpr Command kCommands[] = {
     {"remove", "FILE N[-M]", "remove commands; the first one is 0", runRemove, kRemoveWords},
     {"set", "FILE N VALUE [--force]", "overwrite the first parameter value of a command", runSet, kSetWords},
     {"convert", "KEY.upk FILE.mac NAME", "make a macro of a key file", runConvert, kConvertWords},
+    {"copy-macro", "SOURCE FILE | SOURCE ... FOLDER",
+     "copy macros to other numbers or folders, over what is there", runCopyMacro, kCopyMacroWords},
+    {"delete-macro", "FILE ...", "delete macros, which the history keeps", runDeleteMacro, kDeleteMacroWords},
+    {"effect", "FILE [--json]", "what a macro leaves behind it, value by value", runEffect, kEffectWords},
+    {"compare", "A B [--json]",
+     "which macros two folders do not have alike; exit code 0 none, 1 some, 2 trouble", runCompare,
+     kCompareWords, kExitTrouble},
     {"diff", "A B [--json]", "what differs between two macros; exit code 0 nothing, 1 something, 2 trouble",
      runDiff, kDiffWords, kExitTrouble},
     {"check", "PATH ... [--severity S] [--json]",
@@ -193,7 +225,8 @@ constexpr Command kCommands[] = {
      kSheetWords},
     {"history", "[--json] | show ID [--destination] [--raw] [--tabs] [--json] | restore ID [FILE]",
      "what macros held before they were overwritten or deleted, newest first", runHistory, kHistoryWords},
-    {"snapshot", "FOLDER FILE", "store the macros of a folder in one file", runSnapshot, kSnapshotWords},
+    {"snapshot", "FOLDER FILE | FILE",
+     "store the macros of a folder in one file, or list those of a snapshot", runSnapshot, kSnapshotWords},
     {"restore", "FILE FOLDER [N ...] [--workplace W] [--dry-run]",
      "put the macros of a snapshot into a folder, those that are not there as they were", runRestore,
      kRestoreWords},
@@ -206,8 +239,9 @@ constexpr Command kCommands[] = {
      "print the settings, or read and write them", runSettings, kSettingsWords},
     {"address", "TEXT", "whether the window would connect to this panel address", runAddress, kAddressWords},
     {"panel",
-     "ADDRESS (list W [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
-     "      rename W N NAME | watch NAME ... [--count N] [--for SECONDS] | compare W FOLDER [--json] |\n"
+     "ADDRESS (list [W] [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
+     "      rename W N NAME | update FILE [N[-M] ...] | watch NAME ... [--count N] [--for SECONDS] | compare "
+     "W FOLDER [--json] |\n"
      "      send W FOLDER [N ...] [--force] | snapshot FILE [--force] |\n"
      "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",
      "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},

@@ -34,7 +34,7 @@ void printHelp(std::ostream& stream) {
       << "\nFILE is a path of this host, or a site path with a drive letter; - is standard input or\n"
       << "output. A value may follow its option with a = or a blank; words after -- are no options.\n"
       << "Exit code: 0 done, 1 failed or answered with no, 2 wrong usage, 3 what a panel holds is unknown;\n"
-      << "diff and panel compare have their own.\n";
+      << "diff, compare and panel compare have their own.\n";
 }
 
 void printHelp(std::ostream& stream, const Command& command) {

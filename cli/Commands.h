@@ -35,6 +35,7 @@ struct Command {
 int runHelp(CommandSession& session, Arguments& arguments);
 
 int runDictionary(CommandSession& session, Arguments& arguments);
+int runList(CommandSession& session, Arguments& arguments);
 
 int runShow(CommandSession& session, Arguments& arguments);
 int runName(CommandSession& session, Arguments& arguments);
@@ -44,6 +45,8 @@ int runInsert(CommandSession& session, Arguments& arguments);
 int runInsertClassic(CommandSession& session, Arguments& arguments);
 int runSet(CommandSession& session, Arguments& arguments);
 int runConvert(CommandSession& session, Arguments& arguments);
+int runCopyMacro(CommandSession& session, Arguments& arguments);
+int runDeleteMacro(CommandSession& session, Arguments& arguments);
 
 int runCopy(CommandSession& session, Arguments& arguments);
 int runPaste(CommandSession& session, Arguments& arguments);
@@ -51,6 +54,8 @@ int runMove(CommandSession& session, Arguments& arguments);
 int runRemove(CommandSession& session, Arguments& arguments);
 
 int runDiff(CommandSession& session, Arguments& arguments);
+int runCompare(CommandSession& session, Arguments& arguments);
+int runEffect(CommandSession& session, Arguments& arguments);
 int runCheck(CommandSession& session, Arguments& arguments);
 int runFind(CommandSession& session, Arguments& arguments);
 int runReplace(CommandSession& session, Arguments& arguments);

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <initializer_list>
+#include <set>
 
 #include "cli/CommandJson.h"
 #include "cli/ValueAnswer.h"
@@ -196,6 +197,27 @@ Expected<CommandFragment> fragmentOf(std::span<const MacroCommand> commands) {
 
 }  // namespace
 
+namespace {
+
+// Of two members of one name nobody knows which is meant, so the first such name is told.
+Expected<Json> parsed(const std::string& text) {
+  std::vector<std::set<std::string>> names;  // of the objects around
+  std::optional<std::string> twice;
+  const auto look = [&](int, Json::parse_event_t event, Json& value) {
+    if (event == Json::parse_event_t::object_start) names.emplace_back();
+    if (event == Json::parse_event_t::object_end) names.pop_back();
+    if (event == Json::parse_event_t::key && !names.back().insert(value.get<std::string>()).second && !twice)
+      twice = value.get<std::string>();
+    return true;
+  };
+  Json json = Json::parse(text, look, false);
+  if (json.is_discarded()) return wrong("The text", "is no JSON");
+  if (twice) return wrong("The text", "has the member \"" + *twice + "\" twice in one place");
+  return json;
+}
+
+}  // namespace
+
 bool looksLikeJson(std::string_view text) {
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -203,12 +225,12 @@ bool looksLikeJson(std::string_view text) {
 }
 
 Expected<CommandsRead> readCommands(CommandSession& session, const std::string& text) {
-  const Json json = Json::parse(text, nullptr, false);
-  if (json.is_discarded()) return wrong("The text", "is no JSON");
+  const auto json = parsed(text);
+  if (!json) return json.failure();
   CommandsRead read;
-  const Json* list = &json;
-  if (!json.is_array()) {
-    Members members(json, "The text", {"schema", "name", "commands"});
+  const Json* list = &*json;
+  if (!json->is_array()) {
+    Members members(*json, "The text", {"schema", "name", "commands"});
     read.name = members.text("name");
     list = members.find("commands");
     if (!list || !list->is_array()) members.fail("has no list of commands");

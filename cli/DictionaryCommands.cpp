@@ -1,7 +1,9 @@
 #include <nlohmann/json.hpp>
+#include <numeric>
 #include <optional>
 
 #include "cli/Commands.h"
+#include "model/FunctionSearch.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -135,6 +137,16 @@ std::vector<std::string_view> namesWith(const FunctionDictionary& dictionary, co
   return names;
 }
 
+// As the finder of the editors has them.
+std::vector<std::string_view> namesFound(const FunctionDictionary& dictionary, const std::string& words) {
+  FunctionSearch::Functions all(dictionary.functionCount());
+  std::iota(all.begin(), all.end(), 0U);
+  std::vector<std::string_view> names;
+  for (const std::uint32_t found : FunctionSearch(dictionary).find(words, all))
+    names.push_back(dictionary.name(found));
+  return names;
+}
+
 void printJson(CommandSession& session, const FunctionDictionary& dictionary,
                const std::optional<std::vector<std::string_view>>& names,
                const std::optional<FunctionRecord>& function) {
@@ -153,11 +165,15 @@ int runDictionary(CommandSession& session, Arguments& arguments) {
   const bool list = arguments.flag("--list");
   const bool json = arguments.flag("--json");
   const std::optional<std::string> wanted = arguments.option("--show");
+  const std::optional<std::string> words = arguments.option("--find");
   if (!arguments.complete(0, list ? 1 : 0)) return session.wrongUsage(arguments.problem());
+  if (list && words) return session.wrongUsage("either --list or --find");
+  if (words && !FunctionSearch::hasWords(*words)) return session.wrongUsage("--find takes words");
 
   const FunctionDictionary& dictionary = session.dictionary();
   std::optional<std::vector<std::string_view>> names;
   if (list) names = namesWith(dictionary, arguments.size() > 0 ? arguments[0] : std::string());
+  if (words) names = namesFound(dictionary, *words);
   std::optional<FunctionRecord> function;
   if (wanted) {
     function = dictionary.find(*wanted);

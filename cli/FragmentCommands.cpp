@@ -10,7 +10,6 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* kNoRange = "N is the number of a command, N-M those from one to another";
 constexpr std::string_view kInput = "-";
 
 // Applies to a macro file what `edit` makes of the commands in the range.

@@ -15,6 +15,7 @@ namespace tessaly {
 
 inline constexpr int kMostCommandNumber = 1'000'000'000;
 inline constexpr std::string_view kNotChanged = "The macro cannot be changed: ";
+inline constexpr const char* kNoRange = "N is the number of a command, N-M those from one to another";
 inline constexpr const char* kNoPlace = "--at takes start, end or the number of a command";
 
 // Where a command is put.

@@ -1,85 +1,19 @@
 #include "cli/PanelBatchCommands.h"
 
 #include <algorithm>
-#include <map>
-#include <nlohmann/json.hpp>
 #include <set>
 #include <utility>
 
 #include "cli/BatchRows.h"
+#include "cli/ComparisonReport.h"
 #include "cli/PanelShelves.h"
 #include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
-#include "review/WorkplaceComparison.h"
 
 namespace tessaly {
 namespace {
-
-using State = WorkplaceRow::State;
-
-std::string_view stateName(State state) {
-  switch (state) {
-    case State::kSame:
-      return "same";
-    case State::kRenamed:
-      return "renamed";
-    case State::kDifferent:
-      return "different";
-    case State::kOnlyLeft:
-      return "only-panel";
-    case State::kOnlyRight:
-      return "only-folder";
-    case State::kUnreadable:
-      return "unreadable";
-  }
-  return {};
-}
-
-// A comparison on its way out: what is not the same, row by row, and the counts.
-class Report {
- public:
-  Report(CommandSession& session, bool json) : session_(session), json_(json) {}
-
-  void add(const WorkplaceRow& row) {
-    ++counts_[row.state];
-    if (row.state == State::kSame) return;
-    if (json_) {
-      rows_.push_back({{"number", row.number.text()},
-                       {"state", stateName(row.state)},
-                       {"panel", displayUtf8(row.left)},
-                       {"folder", displayUtf8(row.right)},
-                       {"reason", displayUtf8(row.trouble)}});
-      return;
-    }
-    std::string line = row.number.text() + '\t' + std::string(stateName(row.state)) + '\t' +
-                       outputName(row.left) + '\t' + outputName(row.right);
-    if (!row.trouble.empty()) line += '\t' + outputName(row.trouble);
-    session_.line(line);
-  }
-
-  int end() {
-    const int same = counts_[State::kSame];
-    int all = 0;
-    for (const auto& [state, count] : counts_) all += count;
-    if (json_) {
-      session_.out()
-          << nlohmann::ordered_json{{"same", same == all}, {"sameCount", same}, {"rows", rows_}}.dump(2)
-          << '\n';
-    } else if (same != all) {
-      session_.line("#\tsame: " + std::to_string(same) + ", not the same: " + std::to_string(all - same));
-    }
-    if (counts_[State::kUnreadable] > 0) return kExitTrouble;
-    return same == all ? kExitDone : kExitDifferent;
-  }
-
- private:
-  CommandSession& session_;
-  bool json_;
-  std::map<State, int> counts_;
-  nlohmann::ordered_json rows_ = nlohmann::ordered_json::array();
-};
 
 int unreachable(CommandSession& session, const PanelPlace& place) {
   return session.failed("cannot connect to the panel at " + place.control());
@@ -118,12 +52,7 @@ int comparePanel(CommandSession& session, const PanelPlace& place, int workplace
     return kExitTrouble;
   }
   DiskShelf disk(session.root(), session.history(), sitePathOf(folder));
-  Report report(session, json);
-  WorkplaceComparison comparison(*panel, disk);
-  const Outcome compared = comparison.run([&](const WorkplaceRow& row, std::size_t) { report.add(row); });
-  if (compared) return report.end();
-  static_cast<void>(session.failed(compared.failure().text));
-  return kExitTrouble;
+  return printComparison(session, *panel, disk, {"panel", "folder"}, json);
 }
 
 int sendFolder(CommandSession& session, const PanelPlace& place, int workplace, const std::string& folder,

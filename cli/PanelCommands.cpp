@@ -11,6 +11,8 @@
 #include "cli/PanelBatchCommands.h"
 #include "cli/PanelLine.h"
 #include "cli/PanelRun.h"
+#include "cli/PanelUpdate.h"
+#include "cli/PrintJson.h"
 #include "cli/SnapshotCommands.h"
 #include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
@@ -71,7 +73,34 @@ int unconfirmed(const PanelTask& task, const PanelLine& line) {
   return task.session.failed(line.connected() ? "the panel did not confirm" : kLost);
 }
 
+// Those whose count of keys is not 0.
+int listWorkplaces(PanelTask& task) {
+  PanelLine line(task.session.root(), task.session.history(), task.place);
+  if (!line.open()) return unreachable(task);
+  std::map<std::string, int> counts;
+  std::vector<std::string> names;
+  for (int number = 1; number <= Workplace::kCount; ++number) {
+    names.push_back(format("PANEL.WP%d.MFDCOUNT", number));
+    line.subscribe(names.back());
+  }
+  while (counts.size() < names.size()) {
+    const auto value = line.next(counts.empty() ? kAnswer : kQuiet);
+    if (!value) break;
+    counts[value->name] = parseInt(value->text);
+  }
+  if (!line.connected()) return task.session.failed(kLost);
+  if (counts.empty()) return task.session.failed("the panel did not say which workplaces it has");
+  auto rows = nlohmann::ordered_json::array();
+  for (int number = 1; number <= Workplace::kCount; ++number) {
+    if (counts[names[static_cast<std::size_t>(number - 1)]] == 0) continue;
+    rows.push_back(number);
+    if (!task.json) task.session.line(std::to_string(number));
+  }
+  return task.json ? printJson(task.session, rows) : kExitDone;
+}
+
 int runList(PanelTask& task) {
+  if (task.workplace == 0) return listWorkplaces(task);
   PanelLine line(task.session.root(), task.session.history(), task.place);
   if (!line.open()) return unreachable(task);
   for (int number = 0; number < MacroNumber::kCount; ++number) {
@@ -91,8 +120,7 @@ int runList(PanelTask& task) {
     for (const auto& [number, name] : names) {
       rows.push_back({{"number", number}, {"name", displayUtf8(name)}});
     }
-    task.session.out() << rows.dump(2) << '\n';
-    return kExitDone;
+    return printJson(task.session, rows);
   }
   for (const auto& [number, name] : names)
     task.session.line(MacroNumber::textOf(number) + " - " + outputName(name));
@@ -204,6 +232,16 @@ int runWatch(PanelTask& task) {
   return shortfall.empty() ? kExitDone : task.session.failed(shortfall);
 }
 
+int runUpdate(PanelTask& task) {
+  std::vector<CommandRange> ranges;
+  for (std::size_t i = 3; i < task.arguments.size(); ++i) {
+    const auto range = commandRange(task.word(i));
+    if (!range) return task.session.wrongUsage(kNoRange);
+    ranges.push_back(*range);
+  }
+  return updateFromPanel(task.session, task.place, task.word(2), ranges);
+}
+
 int runSnapshotOfPanel(PanelTask& task) {
   return takePanelSnapshot(task.session, task.place, task.word(2), task.force);
 }
@@ -224,7 +262,7 @@ int runSend(PanelTask& task) {
   return sendFolder(task.session, task.place, task.workplace, task.word(3), words, task.force);
 }
 
-enum class Words { kWorkplace, kFolder, kFolderAndMore, kMacro, kMacroAndOne, kOne, kOneAndMore };
+enum class Words { kPerhapsWorkplace, kFolder, kFolderAndMore, kMacro, kMacroAndOne, kOne, kOneAndMore };
 
 struct PanelVerb {
   std::string_view name;
@@ -233,11 +271,12 @@ struct PanelVerb {
 };
 
 constexpr PanelVerb kVerbs[] = {
-    {"list", Words::kWorkplace, runList},
+    {"list", Words::kPerhapsWorkplace, runList},
     {"get", Words::kMacroAndOne, runGet},
     {"put", Words::kMacroAndOne, runPut},
     {"delete", Words::kMacro, runDelete},
     {"rename", Words::kMacroAndOne, runRenameOnPanel},
+    {"update", Words::kOneAndMore, runUpdate},
     {"watch", Words::kOneAndMore, runWatch},
     {"run", Words::kMacro,
      [](PanelTask& task) { return runOnPanel(task.session, task.place, task.workplace, task.number); }},
@@ -250,8 +289,8 @@ constexpr PanelVerb kVerbs[] = {
 // How many words stand with the address and the verb: the least, and the most that are read.
 std::pair<std::size_t, std::size_t> wordCount(Words words) {
   switch (words) {
-    case Words::kWorkplace:
-      return {3, 3};
+    case Words::kPerhapsWorkplace:
+      return {2, 3};
     case Words::kFolder:
     case Words::kMacro:
       return {4, 4};
@@ -269,7 +308,7 @@ std::pair<std::size_t, std::size_t> wordCount(Words words) {
 
 // Reads workplace and number; the problem, or an empty text.
 std::string readMacroWords(PanelTask& task, Words words) {
-  if (words == Words::kOne || words == Words::kOneAndMore) return {};
+  if (words == Words::kOne || words == Words::kOneAndMore || task.arguments.size() < 3) return {};
   const auto workplace = wholeNumber(task.word(2), 1, Workplace::kCount);
   if (!workplace) return "a workplace is 1 to 8";
   task.workplace = *workplace;

@@ -160,8 +160,20 @@ int restoreToPanel(CommandSession& session, const PanelPlace& place, const std::
   return run(session, restore, how.dryRun);
 }
 
+// "2 007 - Name"; without a workplace for a folder.
+int listSnapshot(CommandSession& session, const std::string& file) {
+  const auto snapshot = opened(session, file);
+  if (!snapshot) return kExitFailed;
+  for (const int workplace : snapshot->workplaces)
+    for (const Snapshot::Macro& macro : snapshot->of(workplace))
+      session.line((workplace == Snapshot::kFolder ? "" : std::to_string(workplace) + ' ') +
+                   macro.number.text() + " - " + outputName(macro.name));
+  return kExitDone;
+}
+
 int runSnapshot(CommandSession& session, Arguments& arguments) {
-  if (!arguments.complete(2, 2)) return session.wrongUsage(arguments.problem());
+  if (!arguments.complete(1, 2)) return session.wrongUsage(arguments.problem());
+  if (arguments.size() == 1) return listSnapshot(session, arguments[0]);
   const std::string folder = sitePathOf(arguments[0]);
   if (arguments[1] == "-") return session.wrongUsage(kNoStream);
   if (!isFolder(session.root(), folder)) return session.failed(folder + " is no folder");

@@ -14,7 +14,8 @@
 // path component names nothing: it is left out, and the folder builders give the empty path for it.
 namespace tessaly {
 
-inline constexpr int kKeyNumbers = 96;  // 0 to 95
+inline constexpr int kKeyNumbers = 96;     // 0 to 95
+inline constexpr int kDiskWorkplaces = 2;  // of every control panel that has workplaces
 
 // A control panel of an application.
 struct PanelEntry {

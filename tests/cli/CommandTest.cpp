@@ -330,6 +330,16 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
     std::string given, says;
   } cases[] = {
       {"[", "is no JSON"},
+      {std::string(100'000, '['), "is no JSON"},
+      {"[" + std::string(100'000, '[') + std::string(100'000, ']') + "]", "commands[0] is no object"},
+      {"{\"commands\": [{\"function\": \"\xFC\"}]}", "is no JSON"},
+      {"[1e999]", "is no JSON"},
+      {"[null]", "commands[0] is no object"},
+      {R"({"commands": {}})", "has no list of commands"},
+      {R"([{"function": "A", "function": "B"}])", "has the member \"function\" twice"},
+      {R"([{"function": "A", "parameters": [[]]}])", "parameters[0] is no object"},
+      {R"([{"function": "A", "workplace": 1.5}])", "a workplace that is no text"},
+      {R"([{"function": "A", "parameters": [{"name": "P", "number": "1"}]}])", "a number that is none"},
       {R"({"schema": 2, "commands": []})", "another schema"},
       {R"({"command": []})", "unknown member"},
       {R"([{"fid": "QMF1.ME1.SIZE.SET"}])", "commands[0] has an unknown member \"fid\""},
@@ -354,9 +364,11 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
     EXPECT_EQ(output({"show", kMacro}), "empty macro\n");
   }
   // What paste takes as it is, insert holds against the functions.
-  for (const std::string& given : {"[" + good + R"({"name": "size", "number": 7}]}])",
-                                   std::string(R"([{"function": "NONE", "destination": "QMF1"}])"),
-                                   std::string(R"([{"function": "ME1.SIZE.SET"}])")}) {
+  for (const std::string& given :
+       {"[" + good + R"({"name": "size", "number": 7}]}])",
+        std::string(R"([{"function": "NONE", "destination": "QMF1"}])"),
+        std::string(R"([{"function": "ME1.SIZE.SET"}])"),
+        std::string(R"([{"function": "ME1.SIZE.SET", "destination": "PANEL", "workplace": 9}])")}) {
     EXPECT_EQ(run({"insert", kMacro, "--json"}, given).code, 1) << given;
     EXPECT_EQ(run({"insert", kMacro, "--json", "--force"}, given).code, 0) << given;
     EXPECT_EQ(run({"paste", kMacro}, given).code, 0) << given;
@@ -364,6 +376,9 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
   EXPECT_EQ(run({"create", kMacro, "--json"}, "[]").errors,
             "Standard input gives the macro no name, nor does the command\n");
   EXPECT_EQ(run({"insert", "-", "--json"}, "[]").code, 1);
+  output({"create", kMacro, "--json"},
+         R"({"commands": [{"function": "A", "parameters": [{"name": "P"}]}], "name": "Outside"})");
+  EXPECT_EQ(output({"name", kMacro}), "Outside\n") << "a member inside has the same name, and is another";
 
   // More than one text of commands can hold, in their order, at the place.
   std::string many = "[";

@@ -38,6 +38,69 @@ TEST_F(PanelCommands, WorkOnTheMacrosOfAWorkplace) {
   EXPECT_EQ(panel.connections(), 0U);
 }
 
+TEST_F(PanelCommands, WorkplacesAreThoseThatThePanelReports) {
+  for (int workplace = 1; workplace <= 8; ++workplace)
+    panel.set("PANEL.WP" + std::to_string(workplace) + ".MFDCOUNT", workplace % 3 == 0 ? "2" : "0");
+  EXPECT_EQ(run({"list"}).out, "3\n6\n");
+  EXPECT_EQ(run({"list", "--json"}).out, "[\n  3,\n  6\n]\n");
+}
+
+// The values of a macro's text, in their order.
+std::string valuesIn(const std::string& xml) {
+  std::string values;
+  for (std::size_t at = xml.find("value="); at != xml.npos; at = xml.find("value=", at + 1))
+    values += xml[at + 7];
+  return values;
+}
+
+TEST_F(PanelCommands, AMacroIsFilledWithWhatThePanelHolds) {
+  constexpr const char* kFid = R"(<fid name="A.$dir" sid="A"><int_parameter name="P" min="0" max="9"/></fid>)"
+                               R"(<fid name="B.SET" sid="B"><int_parameter name="P" min="0" max="9"/></fid>)";
+  site.write("c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml",
+             std::string(
+                 R"(<mfd><fidsegment_enum name="dir"><v fidseg="SET"/><v fidseg="INC"/></fidsegment_enum>)") +
+                 kFid + "</mfd>");
+  site.write("c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml", "<mfd/>");
+  const auto command = [](const std::string& fid, const std::string& value) {
+    return "<cmd fid=\"" + fid + "\"><param name=\"P\" value=\"" + value + "\"/></cmd>";
+  };
+  const std::string macro = "<macro name=\"M\"><data>" + command("QMF1.A.SET", "1") +
+                            command("QMF2.A.SET", "2") + command("QMF1.NCSCOMMAND", "5") +
+                            command("QMF1.A.INC", "4") + command("QMF1.A.SET", "3") + "</data></macro>";
+  panel.set("QMF1.A", "7");
+  panel.set("QMF2.A", "8");
+  const struct {
+    std::vector<std::string> ranges;
+    int code;
+    std::string after, out, errors;
+  } cases[] = {
+      {{}, 0, "78547", "3 of 3 commands updated\n", ""},
+      {{"1", "3-4"}, 0, "18547", "2 of 2 commands updated\n", ""},
+      {{"2"}, 0, "12543", "0 of 0 commands updated\n", ""},
+      {{"5"}, 1, "12543", "", "No command 5\n"},
+  };
+  for (auto [words, code, after, out, errors] : cases) {
+    site.write(kLocal, macro);
+    words.insert(words.begin(), {"update", kLocal});
+    const Ran told = run(words);
+    EXPECT_EQ(told.code, code) << words.back();
+    EXPECT_EQ(valuesIn(site.read(kLocal)), after) << words.back();
+    EXPECT_EQ(told.out, out);
+    EXPECT_THAT(told.errors, HasSubstr(errors));
+  }
+  const Ran piped = run({"update", "-"}, macro);
+  EXPECT_EQ(valuesIn(piped.out), "78547");
+  EXPECT_THAT(piped.out, testing::StartsWith("<macro")) << "the macro alone";
+  site.write(kLocal, "<macro name=\"M\"><data>" + command("QMF1.B.SET", "1") + command("QMF1.A.SET", "1") +
+                         "</data></macro>");
+  const Ran partly = run({"update", kLocal});
+  EXPECT_EQ(partly.code, 1);
+  EXPECT_EQ(partly.out + partly.errors, "1 of 2 commands updated\nthe panel sent no value for QMF1.B\n");
+  EXPECT_EQ(valuesIn(site.read(kLocal)), "17") << "what came is not lost";
+  panel.stop();
+  EXPECT_THAT(run({"update", kLocal}).errors, HasSubstr("cannot connect"));
+}
+
 TEST_F(PanelCommands, AMacroRunsToItsEnd) {
   EXPECT_EQ(run({"run", "2", "7"}).out, "007 - Seven runs\n007 has run\n");
   EXPECT_THAT(run({"run", "2", "8"}).errors, HasSubstr("has no macro 008"));
@@ -125,7 +188,8 @@ TEST_F(PanelCommands, WatchPrintsValuesUntilTheEnd) {
 
 TEST_F(PanelCommands, WrongWordsAreToldBeforeAnythingIsDone) {
   const std::vector<std::string> cases[] = {
-      {"list"},
+      {"update", "x.mac", "1-0"},
+      {"update"},
       {"list", "0"},
       {"list", "9"},
       {"list", "1", "2"},

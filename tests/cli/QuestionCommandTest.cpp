@@ -30,7 +30,13 @@ TEST_F(Commands, DictionaryIsListedAndShown) {
   EXPECT_EQ(json["names"], nlohmann::json::array({"ME1.SIZE.INC"}));
   EXPECT_EQ(json["function"]["parameters"][0]["unit"], "percent");
   EXPECT_EQ(run({"dictionary", "--show", "ME1"}).errors, "Unknown function: ME1\n");
-  EXPECT_EQ(run({"dictionary", "word"}).code, 2);
+  EXPECT_EQ(output({"dictionary", "--find", "step size"}), "Number of FIDs: 2/3\nME1.SIZE.INC\n");
+  for (const char* words : {"word", "--find=+", "--find=size --list"}) {
+    std::istringstream each(words);
+    std::vector<std::string> given{"dictionary"};
+    for (std::string word; each >> word;) given.push_back(word);
+    EXPECT_EQ(run(given).code, 2) << words;
+  }
 
   site.write(kPanel, "<mfd");
   const Ran broken = run({"dictionary"});

@@ -49,7 +49,7 @@ TEST(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
       {{"find", "size value:10", "c:\\w"}, "", 0, "c:\\w\\macro002.mac\t0\tMainframe1 - Size ==> 10\n", ""},
       {{"find", "size", "-"}, macro("7"), 0, "-\t0\tMainframe1", ""},
       {{"find", "other", "c:\\w"}, "", 1, "", ""},
-      {{"find", "size", "c:\\none.mac"}, "", 1, "", "c:\\none.mac"},
+      {{"find", "size", "c:\\w", "c:\\none.mac"}, "", 1, "\t0\tMainframe1", "c:\\none.mac"},
       {{"find", "a:b", "c:\\w"}, "", 2, "", "no field \"a\""},
       {{"sheet", "c:\\w", "--format", "csv", "--date", "2026-11-25"},
        "",

@@ -3,7 +3,7 @@
 set -uo pipefail
 PATH=$1:$PATH
 export TESSALY_ROOT=$2/site
-. "$2/packaging/tessaly-cli.completion.bash"
+. "$2/packaging/tessaly.completion.bash"
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder" || exit 1
@@ -15,6 +15,7 @@ offers() { # WORDS OF THE LINE -- EXPECTED...: the last word of the line is the 
   COMP_WORDS=(tessaly-cli)
   while [ "$1" != -- ]; do COMP_WORDS+=("$1"); shift; done
   shift
+  COMP_LINE=${COMP_WORDS[*]}
   COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
   _tessaly_cli
   local got
@@ -50,7 +51,11 @@ offers snapshot sh -- shows
 offers restore o -- one.mac
 offers restore one.mac sh -- shows
 offers restore one.mac shows --workplace 3 --d -- --dry-run
+offers copy-macro one.mac o -- one.mac
+offers list c:/programme/RV48/appli S -- 'Studio Talk'
+offers list c:/programme/RV48/appli "'Evening News'" CP -- CP1 CP2 CP7
 offers panel 127.0.0.1 r -- rename restore run
+offers panel 127.0.0.1 update o -- one.mac
 offers panel 127.0.0.1 s -- send snapshot
 offers panel 127.0.0.1 send 1 sh -- shows
 offers panel 127.0.0.1 snapshot o -- one.mac

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """Holds what "--json" prints against the schemas: check_schema.py SOURCE_FOLDER PROGRAM_FOLDER"""
+import contextlib
 import json
 import re
 import shutil
@@ -32,7 +33,19 @@ def check(*words):
 
 forms = json.loads((source / "docs/json.schema.json").read_text())
 jsonschema.Draft7Validator.check_schema(forms)
-covered = {"parameter", "command", "givenParameter", "givenCommand", "panelList"}  # in others; in the test of panels
+covered = {"parameter", "command", "givenParameter", "givenCommand"}  # in others
+
+
+@contextlib.contextmanager
+def simulated_panel():
+    """The words behind a command of the panel."""
+    panel = subprocess.Popen([programs / "tessaly-panelsim", "--site", source / "site", "--root", root / "panel",
+                              "--control-port", "0", "--ftp-port", "0"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    try:
+        ports = next(re.search(r":(\d+) ftp .*:(\d+) tree", line) for line in panel.stdout if line.startswith("ready"))
+        yield ["--control-port", ports[1], "--ftp-port", ports[2], "--json"]
+    finally:
+        panel.communicate("quit\n", timeout=60)
 
 
 def hold(form, *words, given=None, code=0):
@@ -85,6 +98,16 @@ with tempfile.TemporaryDirectory() as name:
         hold(words[0], *words, "--json")
     hold("classic", "classic", "none", "--json", code=1)
     assert hold("history", "history", "--json")
+    appli = workplace.parent.parent
+    for words in ([], [appli.name], [appli.name, "CP1"], [appli.name, "CP1", "1"], [appli.name, "CP7"]):
+        assert list(hold("list", "list", appli.parent, *words, "--json"))[1:] == [
+            ["applications", "panels", "workplaces", "macros"][len(words) if "CP7" not in words else 3]]
+    hold("effect", "effect", sample, "--json")
+    assert hold("compare", "compare", workplace, workplace.parent / "macroWP2", "--json", code=1)["rows"]
+    with simulated_panel() as ports:
+        assert hold("panelWorkplaces", "panel", "127.0.0.1", "list", *ports)
+        assert hold("panelList", "panel", "127.0.0.1", "list", "1", *ports)
+        hold("panelCompare", "panel", "127.0.0.1", "compare", "1", workplace.parent / "macroWP2", *ports, code=1)
 assert covered == set(forms["definitions"]), covered ^ set(forms["definitions"])
 
 with tempfile.TemporaryDirectory() as name:

@@ -1,0 +1,131 @@
+// What the window can do, and what the command-line twin has for it.
+#include <algorithm>
+#include <set>
+
+#include <QAbstractButton>
+#include <QMenuBar>
+
+#include "cli/Commands.h"
+#include "tests/app/WindowFixture.h"
+
+namespace tessaly {
+namespace {
+
+// An act that its part is being made for is still missing in the window, or in the twin.
+enum class Is { kThere, kComing };
+
+struct TwinRow {
+  const char* act;      // a menu and its entry, or a button of a pane
+  const char* command;  // of the twin, with the verb of one that has verbs; empty where there is none
+  const char* why;      // then
+  Is is = Is::kThere;
+};
+
+constexpr const char* kSelection =
+    "a selection and what is seen is the window's; a command names what it takes";
+constexpr const char* kWhole =
+    "a command changes the file itself, so nothing is left to be saved or discarded";
+
+constexpr TwinRow kRows[] = {
+    {"Macro/Undo", "history restore", ""},
+    {"Macro/History...", "history show", ""},
+    {"Macro/Save As...", "copy-macro", ""},
+    {"Macro/Save Folder As...", "snapshot", ""},
+    {"Macro/Open Snapshot...", "snapshot", ""},
+    {"Macro/Restore Snapshot...", "panel restore", ""},
+    {"Macro/Close Snapshot", "", kSelection},
+    {"Macro/Site...", "", "a site is a folder, which --root names and cp makes"},
+    {"Macro/Rehearse...", "effect", "", Is::kComing},
+    {"Macro/Capture...", "panel update", "", Is::kComing},
+    {"Macro/Print...", "sheet", "", Is::kComing},
+    {"Macro/Export...", "sheet", "", Is::kComing},
+    {"Edit/Undo", "history restore", ""},
+    {"Edit/Redo", "history restore", ""},
+    {"Edit/Steps...", "history", ""},
+    {"Edit/Cut", "remove", ""},
+    {"Edit/Copy", "copy", ""},
+    {"Edit/Paste", "paste", ""},
+    {"Edit/Duplicate", "paste", ""},
+    {"Edit/Move Up", "move", ""},
+    {"Edit/Move Down", "move", ""},
+    {"Edit/Select All", "", kSelection},
+    {"Compare/What Have I Changed?", "diff", ""},
+    {"Compare/Both Panes", "diff", ""},
+    {"Compare/With a Version of the History...", "diff", ""},
+    {"Compare/Workplaces...", "compare", ""},
+    {"Review/Check...", "check", ""},
+    {"Review/Search...", "find", ""},
+    {"Review/Where Used...", "find", ""},
+    {"Review/Replace in Macros...", "replace", ""},
+    {"View/Other Pane", "", kSelection},
+    {"View/Colours of the Desktop", "", kSelection},
+    {"View/Light", "", kSelection},
+    {"View/Dark, for the Night", "", kSelection},
+    {"Help/About Tessaly...", "help", ""},
+    {"harddisk", "list", ""},
+    {"panel", "panel list", ""},
+    {"connectButton", "", "each panel command connects, and leaves again"},
+    {"createMacro", "create", ""},
+    {"copyMacro", "copy-macro", ""},
+    {"renameMacro", "rename", ""},
+    {"deleteMacro", "delete-macro", ""},
+    {"newClassic", "insert-classic", ""},
+    {"newCorvane", "insert", ""},
+    {"newMultiple", "insert", ""},
+    {"modifyCommand", "set", ""},
+    {"deleteCommand", "remove", ""},
+    {"updateData", "panel update", ""},
+    {"showDestination", "show", ""},
+    {"showRaw", "show", ""},
+    {"useTabs", "show", ""},
+    {"saveChanges", "", kWhole},
+    {"discardChanges", "", kWhole},
+};
+
+void collect(const QMenu& menu, const QString& place, std::set<std::string>& acts) {
+  for (const QAction* action : menu.actions()) {
+    const QString act = place + QLatin1Char('/') + action->text().remove(QLatin1Char('&'));
+    if (action->menu() != nullptr)
+      collect(*action->menu(), act, acts);
+    else if (!action->isSeparator())
+      acts.insert(act.toStdString());
+  }
+}
+
+// Every entry of the menus and every button of a pane, as they stand in the window that runs.
+std::set<std::string> actsOf(const MainWindow& window) {
+  std::set<std::string> acts;
+  for (const QAction* title : window.menuBar()->actions())
+    collect(*title->menu(), title->text().remove(QLatin1Char('&')), acts);
+  for (const auto* pane : window.findChildren<MacroPane*>())
+    for (const auto* button : pane->findChildren<QAbstractButton*>())
+      if (!button->objectName().startsWith(QLatin1String("qt_")))
+        acts.insert(button->objectName().toStdString());
+  return acts;
+}
+
+// "panel update": the command, and the verb in its usage.
+bool hasTwin(const std::string& words) {
+  const std::size_t blank = words.find(' ');
+  const Command* const command = commandNamed(words.substr(0, blank));
+  if (command == nullptr || blank == std::string::npos) return command != nullptr;
+  const std::string usage = " " + std::string(command->usage), verb = words.substr(blank + 1) + ' ';
+  return usage.find(' ' + verb) != std::string::npos || usage.find('(' + verb) != std::string::npos;
+}
+
+// Catches an act that is added to the window and forgotten in the twin, and a command that is renamed away.
+TEST(TwinTest, EveryActHasACommandOrAReason) {
+  WindowFixture fixture(offlineClient());
+  std::set<std::string> acts = actsOf(*fixture.window);
+  for (const auto& [act, command, why, is] : kRows) {
+    const bool there = acts.erase(act) > 0;
+    EXPECT_TRUE(there || is == Is::kComing) << act << " is no act of the window";
+    EXPECT_NE(*command == '\0', *why == '\0') << act << ": a command or a reason";
+    EXPECT_TRUE(*command == '\0' || hasTwin(command) || !there) << act << ": there is no command " << command;
+  }
+  for (const std::string& act : acts)
+    ADD_FAILURE() << act << " has no row: which command is its twin, or why none?";
+}
+
+}  // namespace
+}  // namespace tessaly
