@@ -183,13 +183,6 @@ void appendClassic(std::string& line, ClassicHolder holder, std::string_view des
 std::string commandLine(const MacroCommand& command, const LineOptions& options, const LineContext& context,
                         bool updated) {
   std::string line;
-  putCommandLine(line, command, options, context, updated);
-  return line;
-}
-
-void putCommandLine(std::string& line, const MacroCommand& command, const LineOptions& options,
-                    const LineContext& context, bool updated) {
-  line.clear();
   line.reserve(kUsualLength);
   if (command.classic()) {
     ClassicCommand decoded;
@@ -206,6 +199,7 @@ void putCommandLine(std::string& line, const MacroCommand& command, const LineOp
   }
   cutOff(line);
   if (updated) line.append(separator(options)).append(kUpdated);
+  return line;
 }
 
 std::string keyCommandLine(const ClassicCommand& command, const LineOptions& options,

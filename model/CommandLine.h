@@ -25,9 +25,6 @@ struct LineContext {
 // A command of a macro file. `updated` appends the separator and "updated".
 [[nodiscard]] std::string commandLine(const MacroCommand& command, const LineOptions& options,
                                       const LineContext& context, bool updated = false);
-// The same in a text that has served for another line already, whose memory is used again.
-void putCommandLine(std::string& line, const MacroCommand& command, const LineOptions& options,
-                    const LineContext& context, bool updated = false);
 
 // A command of a key file.
 [[nodiscard]] std::string keyCommandLine(const ClassicCommand& command, const LineOptions& options,

@@ -38,7 +38,7 @@ void refuse(RetargetProposal& proposal, std::string reason) {
 // Those of `some` that are not among `others`.
 Findings beyond(const Findings& some, const Findings& others) {
   const auto keyOf = [](const Finding& finding) {
-    return std::tuple(finding.command, finding.rule, finding.parameter, finding.wrong);
+    return std::tuple(finding.command, finding.rule, finding.parameter, inEnglish(finding.wrong));
   };
   std::map<decltype(keyOf(some.front())), int> counts;
   for (const Finding& finding : others) ++counts[keyOf(finding)];

@@ -61,13 +61,13 @@ class MacroSearch::Asking {
     bool told = false;
     for (std::size_t i = 0; i < words_.size(); ++i) {
       if (words_[i].field == Field::kLine && !std::exchange(told, true)) {
-        putCommandLine(line_, command, kOptions, context_);
+        line_ = commandLine(command, kOptions, context_);
         upperLine_.resize(line_.size());
         std::transform(line_.begin(), line_.end(), upperLine_.begin(), upperAscii);
       }
       if (!holds(words_[i], sources_[i], command)) return nullptr;
     }
-    if (!told) putCommandLine(line_, command, kOptions, context_);
+    if (!told) line_ = commandLine(command, kOptions, context_);
     return &line_;
   }
 
