@@ -12,6 +12,7 @@ namespace {
 using enum CheckRule;
 
 constexpr int kMostWorkplaces = 8;
+constexpr std::size_t kMostParameters = 64;  // no function has as many, a hostile command may have a million
 
 // Sentences have the quotes around it.
 Said of(Saying saying, std::string_view value) { return {saying, {std::string(value)}}; }
@@ -52,7 +53,7 @@ void workplace(CheckKnowledge&, const LookedCommand& looked, Told& told) {
   const std::string& text = looked.command.workplace;
   if (text.size() == 1 && text[0] >= '1' && text[0] <= '0' + kMostWorkplaces) return;
   told.add(kWorkplace, looked.number,
-           text.empty() ? Said{Saying::kWorkplaceMissing} : of(Saying::kNoWorkplace, text),
+           text.empty() ? Said{Saying::kWorkplaceMissing} : of(Saying::kWorkplaceUnknown, text),
            {Saying::kWorkplaces});
 }
 
@@ -86,14 +87,13 @@ void unknownParameter(CheckKnowledge&, const LookedCommand& looked, Told& told) 
     finding->meant = close.found().value_or("");
     if (!finding->meant.empty())
       finding->fix = withParameterName(looked.command, looked.number, i, finding->meant);
-    return;  // a hostile command may have a million of them
+    return;
   }
 }
 
 void parameterTwice(CheckKnowledge&, const LookedCommand& looked, Told& told) {
   const auto& parameters = looked.command.parameters;
-  constexpr std::size_t kMost = 64;  // no function has as many
-  for (std::size_t i = 1; i < std::min(parameters.size(), kMost); ++i) {
+  for (std::size_t i = 1; i < std::min(parameters.size(), kMostParameters); ++i) {
     const auto here = parameters.begin() + static_cast<std::ptrdiff_t>(i);
     if (std::none_of(parameters.begin(), here,
                      [&](const MacroParameter& earlier) { return earlier.name == here->name; }))
@@ -148,7 +148,7 @@ FaultText textOf(ValueFault fault) {
 void value(CheckKnowledge& knowledge, const LookedCommand& looked, Told& told) {
   if (!looked.function) return;
   const auto& parameters = looked.command.parameters;
-  for (std::size_t i = 0; i < parameters.size(); ++i) {
+  for (std::size_t i = 0; i < std::min(parameters.size(), kMostParameters); ++i) {
     const ValueJudgement judgement = judge(looked.function->definition, looked.function->incremental,
                                            parameters[i].name, parameters[i].value, knowledge.bounds);
     if (judgement.fault == ValueFault::kNone) continue;

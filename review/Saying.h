@@ -18,7 +18,7 @@ enum class Saying {
   kDestinationMissing,
   kDestinationUnknown,
   kWorkplaceMissing,
-  kNoWorkplace,
+  kWorkplaceUnknown,
   kNoFunction,
   kNoParameter,
   kTwice,

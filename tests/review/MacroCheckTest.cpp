@@ -115,6 +115,13 @@ TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
   }
 }
 
+// A finding for each of them would take a gigabyte.
+TEST_F(MacroCheckTest, HostileCommandGivesFewFindings) {
+  std::string many;
+  for (int i = 0; i < 20'000; ++i) many += parameter("VALUE", "7") + parameter("OTHER", "7");
+  EXPECT_LT(check.check(*Macro::read(macroOf(command("QMF1.ME1.KEY1.CLIP.SET", many)))).size(), 100U);
+}
+
 TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
   const TestSite site;
   const std::string sound = macroOf(command("QMF1.ME1.KEY1.CUT_OFF"));
