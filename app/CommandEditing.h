@@ -18,6 +18,8 @@ class CommandEditing : public QObject {
  public:
   CommandEditing(const PaneAccesses& panes, EditorContext context, QWidget* window);
 
+  // Until then the dialogs offer no search.
+  void setWhereUsed(decltype(EditorContext::addWhereUsed) add) { context_.addWhereUsed = std::move(add); }
   void newCorvane(Pane pane);
   void newMultiple(Pane pane);
   void newClassic(Pane pane);

@@ -86,6 +86,9 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
       ReviewDesk::Surroundings{context_, rooms, lines_, settings_.frameRate, connection_, transfer_,
                                transfers_, gate_, *open_, *loose_, *macroUndo_, *historyOperations_},
       this);
+  editing_->setWhereUsed([this](QMenu& menu, const MacroCommand& command, QDialog& dialog) {
+    desk_->addWhereUsed(menu, command, dialog);
+  });
   addMenu();
   connectPanel();
   for (const Pane pane : kPanes) {

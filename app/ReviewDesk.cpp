@@ -132,6 +132,10 @@ void ReviewDesk::openWhereUsed() {
   menu->setActiveAction(menu->actions().constFirst());
 }
 
+void ReviewDesk::addWhereUsed(QMenu& menu, const MacroCommand& command, QDialog& dialog) {
+  searching_->addWhereUsed(menu, command, &dialog);
+}
+
 void ReviewDesk::begin() {
   begun_ = true;
   checking_->begin();

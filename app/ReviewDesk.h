@@ -55,6 +55,8 @@ class ReviewDesk : public QObject {
   ReviewDesk(const Surroundings& surroundings, QWidget* window);
   ~ReviewDesk() override;
 
+  // For the menu of a dialog that builds a command.
+  void addWhereUsed(QMenu& menu, const MacroCommand& command, QDialog& dialog);
   // Its own menus, at the end of the bar, and its entries in the menu "Macro".
   void addMenus(QMenuBar& bar, MacroMenu& macroMenu);
   // The dictionary is there; before, its menus do nothing.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+
+#include <QDialog>
 #include <QMenu>
 #include <QObject>
 #include <QPointer>
@@ -24,17 +27,26 @@ class Searching : public QObject {
 
   // Brought before the others when it is open already.
   void open();
-  // Adds to a menu what the one command that is selected in a pane names; nothing without one.
-  void addWhereUsed(QMenu& menu, const MacroCommand& command);
+  // Adds to a menu what a command names. A search from a dialog that holds up all other windows is a window
+  // of that dialog; what is opened from there is shown once the dialog has gone.
+  void addWhereUsed(QMenu& menu, const MacroCommand& command, QDialog* dialog = nullptr);
 
  private:
+  struct Wanted {
+    ReviewedPlace place;
+    int command;
+  };
+
+  [[nodiscard]] SearchWindow* make(QWidget* owner);
   [[nodiscard]] SearchWindow& window();
+  [[nodiscard]] SearchWindow& windowOver(QDialog& dialog);
 
   SiteAccess site_;
   LineContext knowledge_;
   ReviewPlaces& places_;
   QWidget* owner_;
   QPointer<SearchWindow> window_;
+  std::optional<Wanted> later_;  // behind a dialog
 };
 
 }  // namespace tessaly

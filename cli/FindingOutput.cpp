@@ -22,7 +22,8 @@ std::string findingColumns(const Finding& finding) {
   text.append("\t").append(infoOf(finding.rule).name).append("\t");
   text += (finding.parameter.empty() ? std::string() : outputName(finding.parameter) + ": ") +
           outputName(wrongText(finding));
-  return finding.right.empty() ? text : text + "; right: " + outputName(finding.right);
+  const std::string right = rightText(finding);
+  return right.empty() ? text : text + "; right: " + outputName(right);
 }
 
 Json findingJson(const Finding& finding) {
@@ -34,7 +35,7 @@ Json findingJson(const Finding& finding) {
           {"command", finding.command < 0 ? Json() : Json(finding.command)},
           {"parameter", text(finding.parameter)},
           {"wrong", displayUtf8(wrongText(finding))},
-          {"right", text(finding.right)},
+          {"right", text(rightText(finding))},
           {"fix", finding.fix.has_value()}};
 }
 

@@ -19,7 +19,7 @@ Outcome canHold(const FunctionDictionary& dictionary, const FunctionRecord& func
       judge(function.definition(), function.incremental(), parameter, value, bounds);
   if (judgement.fault == ValueFault::kNone) return {};
   return Failure{Failure::Kind::kNothingTaken, std::string(parameter) + " cannot hold " + value + " (" +
-                                                   judgement.can + "); --force stores it"};
+                                                   inEnglish(judgement.can) + "); --force stores it"};
 }
 
 }  // namespace tessaly

@@ -25,7 +25,9 @@ std::string FunctionRecord::description() const {
 
 bool FunctionRecord::incremental() const {
   const auto chosen = dictionary_->store_->chosenIn(index_);
-  return chosen.from.definition.sid.empty() || chosen.sid().empty();
+  const std::string& sid = chosen.from.definition.sid;
+  if (sid.empty() || chosen.increment()) return true;
+  return sid.front() == '$' && chosen.sid().empty();  // only a chosen text can leave it empty
 }
 
 }  // namespace tessaly

@@ -1,6 +1,7 @@
 #include "editors/CreateCommandDialog.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -120,6 +121,10 @@ void CreateCommandDialog::connectCommand() {
     showFound();
   });
   ui_->found->installEventFilter(this);
+  if (context_.addWhereUsed) {
+    ui_->found->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ui_->found, &QWidget::customContextMenuRequested, this, &CreateCommandDialog::openWhereUsed);
+  }
   connect(ui_->found->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &CreateCommandDialog::followSelection);
   connect(parameters_, &ParameterPanel::changed, this, &CreateCommandDialog::checkReady);
@@ -155,6 +160,12 @@ void CreateCommandDialog::addShortcuts() {
                                                 {Qt::Key_G, ui_->subgroup1},   {Qt::Key_F, ui_->found}};
   for (const auto& [key, room] : rooms)
     add(key, room, [room = room] { room->setFocus(Qt::ShortcutFocusReason); });
+  // As in the main window.
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U), this), &QShortcut::activated, this,
+          [this] {
+            const QRect row = ui_->found->visualRect(ui_->found->currentIndex());
+            openWhereUsed(row.isValid() ? row.bottomLeft() : QPoint());
+          });
   add(Qt::Key_P, parameters_, [this] { parameters_->focusList(); });
   add(Qt::Key_V, parameters_, [this] { parameters_->focusEntry(); });
 }
@@ -300,6 +311,19 @@ void CreateCommandDialog::insert(InsertMode mode) {
 }
 
 void CreateCommandDialog::goOn() { ui_->inserted->setText(tr("%n inserted", nullptr, ++inserted_)); }
+
+void CreateCommandDialog::openWhereUsed(const QPoint& at) {
+  if (!function_ || !context_.addWhereUsed) return;
+  const CommandDraft draft = parameters_->draft();
+  MacroCommand command{draft.fid, std::to_string(workplace()), "0", "0", "0", {}};
+  for (const auto& parameter : draft.parameters)
+    command.parameters.push_back({parameter.name, parameter.value, true});
+  auto* menu = new QMenu(tr("Where Used"), this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  context_.addWhereUsed(*menu, command, *this);
+  menu->popup(ui_->found->viewport()->mapToGlobal(at));
+  menu->setActiveAction(menu->actions().constFirst());
+}
 
 void CreateCommandDialog::focusFound() {
   ui_->found->setFocus();

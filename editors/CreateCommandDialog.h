@@ -73,6 +73,8 @@ class CreateCommandDialog : public QDialog {
   void watchLine();
   void insert(InsertMode mode);
   void focusFound();
+  // What the chosen function, with the values that it has so far, can be looked for by.
+  void openWhereUsed(const QPoint& at);
 
   EditorContext context_;
   int workplace_;

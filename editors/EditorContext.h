@@ -9,8 +9,12 @@
 #include "dictionary/FunctionDictionary.h"
 #include "link/PanelClient.h"
 #include "model/FunctionSearch.h"
+#include "model/MacroCommand.h"
 #include "platform/SiteAccess.h"
 #include "values/SourceNames.h"
+
+class QDialog;
+class QMenu;
 
 namespace tessaly {
 
@@ -31,6 +35,9 @@ struct EditorContext {
   std::function<std::string()> refusal = {};
   // For one dialog after another: the words of all functions are put together when they are first asked for.
   std::shared_ptr<std::optional<FunctionSearch>> words = {};
+  // Adds to a menu of a dialog what a command names, each entry looking for where that is used. Unset where
+  // nobody can look.
+  std::function<void(QMenu& menu, const MacroCommand& command, QDialog& dialog)> addWhereUsed = {};
 
   // False after telling why; the dialog then stays open with all that was built.
   [[nodiscard]] bool mayTake() const {

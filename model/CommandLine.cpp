@@ -131,13 +131,24 @@ void appendRaw(std::string& line, const MacroCommand& command) {
   }
 }
 
+void appendDestinationLabel(std::string& line, std::string_view destination, std::string_view workplace) {
+  if (const auto known = Destination::named(destination); !known) {
+    line += destination;
+  } else if (known->isPanel()) {
+    line.append("Panel/Workplace").append(workplace);
+  } else {
+    line.append("Mainframe").append(std::to_string(known->index() + 1));
+  }
+  line += kDestinationEnd;
+}
+
 void appendDestination(std::string& line, std::string_view destination, std::string_view workplace,
                        const LineOptions& options) {
   if (!options.showDestination) return;
   if (options.raw) {
     line.append(destination).append(kDestinationEnd);
   } else {
-    line += destinationLabel(destination, workplace);
+    appendDestinationLabel(line, destination, workplace);
   }
 }
 
@@ -211,12 +222,9 @@ std::string shownValue(const FunctionRecord& function, std::string_view paramete
 }
 
 std::string destinationLabel(std::string_view destination, std::string_view workplace) {
-  std::string label(destination);
-  if (const auto known = Destination::named(destination)) {
-    label = known->isPanel() ? std::string("Panel/Workplace").append(workplace)
-                             : "Mainframe" + std::to_string(known->index() + 1);
-  }
-  return label.append(kDestinationEnd);
+  std::string label;
+  appendDestinationLabel(label, destination, workplace);
+  return label;
 }
 
 }  // namespace tessaly

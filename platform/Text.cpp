@@ -116,6 +116,8 @@ std::optional<int> wholeNumber(std::string_view text, int least, int most) {
 }
 
 double parseDouble(std::string_view text) {
+  // A plain number needs none of the C library's rules.
+  if (const auto plain = exactNumber<double>(text)) return *plain;
   const std::string terminated(text);
   return strtod_l(terminated.c_str(), nullptr, plainLocale());
 }

@@ -100,8 +100,18 @@ std::optional<Severity> severityNamed(std::string_view name) {
   return std::nullopt;
 }
 
-std::string wrongText(const Finding& finding, int first) {
-  return finding.other < 0 ? finding.wrong : finding.wrong + ' ' + std::to_string(finding.other + first);
+Said wrongOf(const Finding& finding, int first) {
+  Said wrong = finding.wrong;
+  if (finding.other >= 0) wrong.values.push_back(std::to_string(finding.other + first));
+  return wrong;
+}
+
+std::string wrongText(const Finding& finding) { return inEnglish(wrongOf(finding, 0)); }
+
+std::string rightText(const Finding& finding) {
+  const std::string right = inEnglish(finding.right);
+  if (finding.meant.empty() || right.empty()) return finding.meant + right;
+  return finding.meant + " (" + right + ')';
 }
 
 std::vector<std::string_view> RulesOff::names() const {

@@ -14,6 +14,7 @@
 #include "model/MacroEdit.h"
 #include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
+#include "review/Saying.h"
 
 // What a check looks for, and what it finds.
 namespace tessaly {
@@ -68,20 +69,24 @@ struct CheckRuleInfo {
 [[nodiscard]] std::string_view severityName(Severity severity);  // "error"
 [[nodiscard]] std::optional<Severity> severityNamed(std::string_view name);
 
-// One thing that is wrong. Texts are UTF-8, in English; a program translates by the rule.
+// One thing that is wrong. Values are UTF-8.
 struct Finding {
   CheckRule rule = CheckRule::kUnreadable;
   Severity severity = Severity::kError;
   int command = -1;            // from 0; -1 for the macro as a whole
   std::string parameter = {};  // its name, where the finding is about one
-  std::string wrong = {};
-  std::string right = {};  // what would be right; empty where nothing better can be said
+  Said wrong = {};
+  Said right = {};         // what would be right; empty where nothing better can be said
+  std::string meant = {};  // the one value or name that certainly is meant; empty without one
   // What mends it, for the macro as it was checked; only where one thing is certainly meant.
   std::optional<MacroEdit> fix = {};
-  int other = -1;  // the other command that it is about, from 0; `wrong` ends in front of its number
+  int other = -1;  // the other command that it is about, from 0; `wrong` lacks its number
 };
 // What is wrong, whole; a program tells numbers of commands from `first` on.
-[[nodiscard]] std::string wrongText(const Finding& finding, int first = 0);
+[[nodiscard]] Said wrongOf(const Finding& finding, int first);
+// In English, numbers from 0; what would be right is empty where nothing better can be said.
+[[nodiscard]] std::string wrongText(const Finding& finding);
+[[nodiscard]] std::string rightText(const Finding& finding);
 using Findings = std::vector<Finding>;
 
 // The rules that do not count, told by a file of the site (docs/check.md).

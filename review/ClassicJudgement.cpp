@@ -41,8 +41,7 @@ void judgeNumber(const KeywordEntry& entry, const ParameterDescriptor& descripto
                  Faults& faults) {
   if (isEnumerated(descriptor.type)) {
     if (!enumerationRow(entry, descriptor, raw))
-      faults.push_back(
-          {kChoice, descriptor.name, std::to_string(raw) + " has no entry in the decoding list"});
+      faults.push_back({kChoice, descriptor.name, {Saying::kNoRow, {std::to_string(raw)}}});
     return;
   }
   if (!descriptor.minimum.known || !descriptor.maximum.known) return;
@@ -53,8 +52,10 @@ void judgeNumber(const KeywordEntry& entry, const ParameterDescriptor& descripto
   const std::int64_t low = std::min(meant(descriptor.minimum), meant(descriptor.maximum));
   const std::int64_t high = std::max(meant(descriptor.minimum), meant(descriptor.maximum));
   if (low == high || (value >= low && value <= high)) return;
-  faults.push_back({kLimits, descriptor.name, std::to_string(value) + " is beyond the limits",
-                    "min: " + std::to_string(low) + "   max: " + std::to_string(high)});
+  faults.push_back({kLimits,
+                    descriptor.name,
+                    {Saying::kNumberBeyond, {std::to_string(value)}},
+                    {Saying::kRange, {std::to_string(low), std::to_string(high)}}});
 }
 
 void judgeParameter(const ClassicCommand& command, const KeywordEntry& entry,
@@ -63,7 +64,7 @@ void judgeParameter(const ClassicCommand& command, const KeywordEntry& entry,
   if (descriptor.type == ParameterType::kInput) {
     const std::uint8_t number = command.parameter(position);
     if (number != kExtendedInput && !hasSource(number))
-      faults.push_back({kSource, descriptor.name, std::to_string(number) + " is no source"});
+      faults.push_back({kSource, descriptor.name, {Saying::kNoSource, {std::to_string(number)}}});
     return;
   }
   const auto raw = readValue(command.parameters(), position, valueWidth(descriptor.type));
@@ -71,9 +72,8 @@ void judgeParameter(const ClassicCommand& command, const KeywordEntry& entry,
   if (descriptor.type != ParameterType::kTimecode) return judgeNumber(entry, descriptor, *raw, faults);
   const Timecode timecode = Timecode::fromPacked(*raw);
   if (timecode.packed() != *raw || !onTheClock(timecode, frameRate))
-    faults.push_back({kTimecode, descriptor.name,
-                      timecode.display() + " is no timecode of a clock with " + std::to_string(frameRate) +
-                          " frames a second"});
+    faults.push_back(
+        {kTimecode, descriptor.name, {Saying::kNotOnClock, {timecode.display(), std::to_string(frameRate)}}});
 }
 
 void judgeParameters(const ClassicCommand& command, const KeywordEntry& entry, int frameRate,
@@ -85,8 +85,8 @@ void judgeParameters(const ClassicCommand& command, const KeywordEntry& entry, i
         descriptor.type == ParameterType::kInput && command.parameter(position) == kExtendedInput;
     if (!parameterText(command, entry, descriptor, position)) {
       faults.push_back({kClassicShort, descriptor.name,
-                        "the bytes end before " +
-                            (descriptor.name.empty() ? std::string("the last parameter") : descriptor.name)});
+                        descriptor.name.empty() ? Said{Saying::kEndsBeforeLast}
+                                                : Said{Saying::kEndsBefore, {descriptor.name}}});
       return;
     }
     if (sets(command)) judgeParameter(command, entry, descriptor, begin, frameRate, faults);
@@ -115,7 +115,7 @@ void judgeKeyword(const DecodingList& list, int frameRate, ClassicJudgement& jud
     known = true;
   }
   if (fewest.empty())
-    fewest.push_back({kClassicKeyword, {}, format("the keyword %02x is in no decoding list", command.kw())});
+    fewest.push_back({kClassicKeyword, {}, {Saying::kNoKeyword, {format("%02x", command.kw())}}});
   std::move(fewest.begin(), fewest.end(), std::back_inserter(faults));
 }
 
@@ -126,10 +126,10 @@ ClassicJudgement judgeClassic(std::string_view text, DecodingLists& lists, int f
   static_cast<void>(command.decodeText(text));
   ClassicJudgement judgement = judgeClassic(std::move(command), lists, frameRate);
   if (judgement.command.valid()) return judgement;
-  judgement.faults.front().wrong = text.empty() ? "there is no command text" : "the text does not decode";
+  judgement.faults.front().wrong = {text.empty() ? Saying::kNoText : Saying::kTextUndecoded};
   ClassicCommand ended;
   if (!text.empty() && !text.ends_with(' ') && ended.decodeText(std::string(text) + ' '))
-    judgement.faults.front().right = std::string(text) + ' ';
+    judgement.faults.front().meant = std::string(text) + ' ';
   return judgement;
 }
 
@@ -138,24 +138,22 @@ ClassicJudgement judgeClassic(ClassicCommand command, DecodingLists& lists, int 
   const ClassicCommand& judged = judgement.command;
   Faults& faults = judgement.faults;
   if (!judged.valid()) {
-    faults.push_back({kClassicText, {}, "the line does not decode"});
+    faults.push_back({kClassicText, {}, {Saying::kLineUndecoded}});
     return judgement;
   }
   if (!judged.readsBack())
-    faults.push_back(
-        {kClassicReadBack,
-         {},
-         std::to_string(judged.parameters().size()) + " parameter bytes would not be read back after a save",
-         "27 at the most"});
+    faults.push_back({kClassicReadBack,
+                      {},
+                      {Saying::kNotReadBack, {std::to_string(judged.parameters().size())}},
+                      {Saying::kMostBytes}});
   if (!knownAction(judged))
-    faults.push_back({kClassicAction, {}, format("the action %02x is unknown", judged.action())});
+    faults.push_back({kClassicAction, {}, {Saying::kNoAction, {format("%02x", judged.action())}}});
   const auto list = lists.list(judged.cd(), judged.co());
   if (list) {
     judgeKeyword(*list, frameRate, judgement);
   } else {
-    faults.push_back({kClassicList,
-                      {},
-                      format("there is no decoding list for cd %02x, co %02x", judged.cd(), judged.co())});
+    faults.push_back(
+        {kClassicList, {}, {Saying::kNoList, {format("%02x", judged.cd()), format("%02x", judged.co())}}});
   }
   return judgement;
 }

@@ -15,7 +15,8 @@ namespace tessaly {
 struct ClassicFault {
   CheckRule rule;
   std::string parameter = {};
-  std::string wrong, right = {};
+  Said wrong, right = {};
+  std::string meant = {};  // the text that certainly is meant
 };
 
 struct ClassicJudgement {

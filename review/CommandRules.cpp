@@ -12,8 +12,10 @@ namespace {
 using enum CheckRule;
 
 constexpr int kMostWorkplaces = 8;
+constexpr std::size_t kMostParameters = 64;  // no function has as many, a hostile command may have a million
 
-std::string inQuotes(std::string_view text) { return '"' + std::string(text) + '"'; }
+// Sentences have the quotes around it.
+Said of(Saying saying, std::string_view value) { return {saying, {std::string(value)}}; }
 
 // In the order in which they are written.
 template <typename Use>
@@ -34,10 +36,10 @@ bool hasParameter(const FunctionTemplate& definition, std::string_view name) {
 void destination(CheckKnowledge&, const LookedCommand& looked, Told& told) {
   const std::string_view name = looked.command.destination();
   if (Destination::named(name)) return;
-  Finding* const finding = told.add(
-      kDestination, looked.number,
-      name.empty() ? "the destination is missing" : "the destination " + inQuotes(name) + " is unknown",
-      "QMF1 to QMF4, or PANEL");
+  Finding* const finding =
+      told.add(kDestination, looked.number,
+               name.empty() ? Said{Saying::kDestinationMissing} : of(Saying::kDestinationUnknown, name),
+               {Saying::kDestinations});
   // Two mainframes are as close to each other as either is to what was meant.
   CloseName close(name);
   for (int index = 0; index < Destination::kCount; ++index) close.offer(Destination::at(index).name());
@@ -51,20 +53,20 @@ void workplace(CheckKnowledge&, const LookedCommand& looked, Told& told) {
   const std::string& text = looked.command.workplace;
   if (text.size() == 1 && text[0] >= '1' && text[0] <= '0' + kMostWorkplaces) return;
   told.add(kWorkplace, looked.number,
-           text.empty() ? "the workplace is missing" : inQuotes(text) + " is no workplace", "1 to 8");
+           text.empty() ? Said{Saying::kWorkplaceMissing} : of(Saying::kWorkplaceUnknown, text),
+           {Saying::kWorkplaces});
 }
 
 void unknownFunction(CheckKnowledge& knowledge, const LookedCommand& looked, Told& told) {
   if (looked.function || looked.classic) return;
   const std::string_view name = looked.command.functionName();
-  Finding* const finding =
-      told.add(kUnknownFunction, looked.number, "no function is called " + inQuotes(name));
+  Finding* const finding = told.add(kUnknownFunction, looked.number, of(Saying::kNoFunction, name));
   if (!finding) return;
-  finding->right = knowledge.closeFunction(name);
+  finding->meant = knowledge.closeFunction(name);
   const std::string& fid = looked.command.fid;
-  if (!finding->right.empty())
+  if (!finding->meant.empty())
     finding->fix =
-        withFid(looked.command, looked.number, fid.substr(0, fid.size() - name.size()) + finding->right);
+        withFid(looked.command, looked.number, fid.substr(0, fid.size() - name.size()) + finding->meant);
 }
 
 void unknownParameter(CheckKnowledge&, const LookedCommand& looked, Told& told) {
@@ -73,8 +75,7 @@ void unknownParameter(CheckKnowledge&, const LookedCommand& looked, Told& told) 
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const std::string& name = parameters[i].name;
     if (hasParameter(looked.function->definition, name)) continue;
-    Finding* const finding =
-        told.add(kUnknownParameter, looked.number, "the function has no parameter " + inQuotes(name));
+    Finding* const finding = told.add(kUnknownParameter, looked.number, of(Saying::kNoParameter, name));
     if (!finding) return;
     finding->parameter = name;
     CloseName close(name);
@@ -83,23 +84,22 @@ void unknownParameter(CheckKnowledge&, const LookedCommand& looked, Told& told) 
                        [&](const MacroParameter& other) { return other.name == parameter.name; }))
         close.offer(parameter.name);
     });
-    finding->right = close.found().value_or("");
-    if (!finding->right.empty())
-      finding->fix = withParameterName(looked.command, looked.number, i, finding->right);
-    return;  // a hostile command may have a million of them
+    finding->meant = close.found().value_or("");
+    if (!finding->meant.empty())
+      finding->fix = withParameterName(looked.command, looked.number, i, finding->meant);
+    return;
   }
 }
 
 void parameterTwice(CheckKnowledge&, const LookedCommand& looked, Told& told) {
   const auto& parameters = looked.command.parameters;
-  constexpr std::size_t kMost = 64;  // no function has as many
-  for (std::size_t i = 1; i < std::min(parameters.size(), kMost); ++i) {
+  for (std::size_t i = 1; i < std::min(parameters.size(), kMostParameters); ++i) {
     const auto here = parameters.begin() + static_cast<std::ptrdiff_t>(i);
     if (std::none_of(parameters.begin(), here,
                      [&](const MacroParameter& earlier) { return earlier.name == here->name; }))
       continue;
     if (Finding* const finding =
-            told.add(kParameterTwice, looked.number, inQuotes(here->name) + " stands there twice", "once"))
+            told.add(kParameterTwice, looked.number, of(Saying::kTwice, here->name), {Saying::kOnce}))
       finding->parameter = here->name;
     return;
   }
@@ -116,49 +116,49 @@ void emptyParameter(CheckKnowledge&, const LookedCommand& looked, Told& told) {
     if (found != stored.end() && !found->value.empty()) return;
     if (Finding* const finding =
             told.add(kEmptyParameter, looked.number,
-                     inQuotes(parameter.name) + (found == stored.end() ? " is missing" : " has no value"),
-                     "a value: the parameter is not optional"))
+                     of(found == stored.end() ? Saying::kMissing : Saying::kNoValue, parameter.name),
+                     {Saying::kSomeValue}))
       finding->parameter = parameter.name;
   });
 }
 
 struct FaultText {
   CheckRule rule;
-  std::string_view text;
+  Saying saying;
 };
 
 FaultText textOf(ValueFault fault) {
   switch (fault) {
     case ValueFault::kNone:
     case ValueFault::kNumber:
-      return {kNumber, " is no number"};
+      return {kNumber, Saying::kNoNumber};
     case ValueFault::kLimits:
-      return {kLimits, " is beyond the limits"};
+      return {kLimits, Saying::kBeyond};
     case ValueFault::kChoice:
-      return {kChoice, " is none of the values"};
+      return {kChoice, Saying::kNoChoice};
     case ValueFault::kSource:
-      return {kSource, " is no source of the site"};
+      return {kSource, Saying::kNoSiteSource};
     case ValueFault::kTimecode:
-      return {kTimecode, " is no timecode"};
+      return {kTimecode, Saying::kNoTimecode};
   }
-  return {kNumber, {}};
+  return {kNumber, Saying::kNothing};
 }
 
 // Number, limits, choice, source and timecode: a value breaks one of them at the most.
 void value(CheckKnowledge& knowledge, const LookedCommand& looked, Told& told) {
   if (!looked.function) return;
   const auto& parameters = looked.command.parameters;
-  for (std::size_t i = 0; i < parameters.size(); ++i) {
+  for (std::size_t i = 0; i < std::min(parameters.size(), kMostParameters); ++i) {
     const ValueJudgement judgement = judge(looked.function->definition, looked.function->incremental,
                                            parameters[i].name, parameters[i].value, knowledge.bounds);
     if (judgement.fault == ValueFault::kNone) continue;
     const FaultText fault = textOf(judgement.fault);
     Finding* const finding =
-        told.add(fault.rule, looked.number, inQuotes(parameters[i].value).append(fault.text), judgement.can);
+        told.add(fault.rule, looked.number, of(fault.saying, parameters[i].value), judgement.can);
     if (!finding) continue;
     finding->parameter = parameters[i].name;
     if (judgement.nearest.empty()) continue;
-    finding->right = judgement.nearest + " (" + judgement.can + ')';
+    finding->meant = judgement.nearest;
     finding->fix = withValue(looked.command, looked.number, i, judgement.nearest);
   }
 }
@@ -169,8 +169,8 @@ void classic(CheckKnowledge&, const LookedCommand& looked, Told& told) {
     Finding* const finding = told.add(fault.rule, looked.number, fault.wrong, fault.right);
     if (!finding) continue;
     finding->parameter = fault.parameter;
-    if (fault.rule == kClassicText && !fault.right.empty())
-      finding->fix = withValue(looked.command, looked.number, 0, fault.right);
+    finding->meant = fault.meant;
+    if (!fault.meant.empty()) finding->fix = withValue(looked.command, looked.number, 0, fault.meant);
   }
 }
 
@@ -181,7 +181,7 @@ constexpr CommandRule kCommandRules[] = {destination,    workplace,      unknown
 
 std::span<const CommandRule> commandRules() { return kCommandRules; }
 
-Finding* Told::add(CheckRule rule, int command, std::string wrong, std::string right) {
+Finding* Told::add(CheckRule rule, int command, Said wrong, Said right) {
   if (off_.contains(rule)) return nullptr;
   findings_.push_back({.rule = rule,
                        .severity = infoOf(rule).severity,

@@ -23,7 +23,7 @@ class Told {
  public:
   Told(Findings& findings, const RulesOff& off) : findings_(findings), off_(off) {}
   // Null when the rule is off.
-  Finding* add(CheckRule rule, int command, std::string wrong, std::string right = {});
+  Finding* add(CheckRule rule, int command, Said wrong, Said right = {});
 
  private:
   Findings& findings_;

@@ -14,9 +14,9 @@ using enum CheckRule;
 
 constexpr std::string_view kKeyEnd = ".upk";
 
-Finding finding(CheckRule rule, std::string wrong, std::string right = {}) {
+Finding finding(CheckRule rule, Said wrong, std::string meant = {}) {
   return {
-      .rule = rule, .severity = infoOf(rule).severity, .wrong = std::move(wrong), .right = std::move(right)};
+      .rule = rule, .severity = infoOf(rule).severity, .wrong = std::move(wrong), .meant = std::move(meant)};
 }
 
 bool isDigits(std::string_view text, std::size_t count) {
@@ -34,7 +34,7 @@ bool hasPlainName(std::string_view file, bool key) {
 
 CheckedFile unreadable(const std::string& path, const Failure& why, const MacroCheck& check) {
   if (check.off().contains(kUnreadable)) return {path, {}, {}};
-  return {path, {}, {finding(kUnreadable, why.text)}};
+  return {path, {}, {finding(kUnreadable, {Saying::kPlain, {why.text}})}};
 }
 
 CheckedFile checkMacro(const std::string& path, const Expected<Macro>& macro, MacroCheck& check) {
@@ -62,12 +62,11 @@ CheckedFile FolderCheck::next(const std::string& path, Expected<std::string> byt
   const std::string file(fileNameOf(path));
   Findings own;
   if (!hasPlainName(file, key) && !check_.off().contains(kFileName))
-    own.push_back(
-        finding(kFileName, "the file is not named by its number", key ? "key07.upk" : "macro007.mac"));
+    own.push_back(finding(kFileName, {Saying::kNoNumberedName}, key ? "key07.upk" : "macro007.mac"));
   if (!key && !checked.name.empty()) {
     const auto [first, fresh] = names_.emplace(checked.name, file);
     if (!fresh && !check_.off().contains(kNameTwice))
-      own.push_back(finding(kNameTwice, first->second + " has the same name"));
+      own.push_back(finding(kNameTwice, {Saying::kSameName, {first->second}}));
   }
   checked.findings.insert(checked.findings.begin(), own.begin(), own.end());
   return checked;

@@ -15,7 +15,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kNoWindows1252 = "\x81\x8D\x8F\x90\x9D";  // bytes that are no character of it
 
 // What of the file's text its encoding cannot hold; empty for a sound file.
-std::string encodingFault(std::string_view bytes) {
+Said encodingFault(std::string_view bytes) {
   if (isAscii(bytes)) return {};
   const bool marked = bytes.starts_with(kByteOrderMark);
   if (marked) bytes.remove_prefix(kByteOrderMark.size());
@@ -24,21 +24,21 @@ std::string encodingFault(std::string_view bytes) {
     case XmlEncoding::kUtf8:
       return {};
     case XmlEncoding::kOnlyUtf8Said:
-      return "the file says UTF-8, but its bytes are none";
+      return {Saying::kNoUtf8};
     case XmlEncoding::kUndeclared:
       if (isValidUtf8(bytes)) return {};
       [[fallthrough]];
     case XmlEncoding::kWindows1252:
       if (bytes.find_first_of(kNoWindows1252) == bytes.npos) return {};
-      return "the file has bytes that are no character of Windows-1252";
+      return {Saying::kNoWindows1252};
     case XmlEncoding::kUnknown:
-      return "the file says " + xmlEncodingName(bytes, encoding) + ", of which only ASCII is understood";
+      return {Saying::kOnlyAscii, {xmlEncodingName(bytes, encoding)}};
   }
   return {};
 }
 
 void checkCommands(CheckKnowledge& knowledge, const MacroCommands& commands, Told& told) {
-  if (commands.empty()) told.add(kNoCommands, -1, "there are no commands");
+  if (commands.empty()) told.add(kNoCommands, -1, {Saying::kNoCommands});
   SequenceRules sequence(commands);
   int number = 0;
   for (const MacroCommand& command : commands) {
@@ -72,12 +72,12 @@ Findings MacroCheck::check(const Macro& macro) {
   Told told(findings, off());
   knowledge_->begin();
   if (!macro.hasData()) {
-    told.add(kUnreadable, -1, "there is no macro with data in the file");
+    told.add(kUnreadable, -1, {Saying::kNoMacro});
     return findings;
   }
-  if (std::string fault = encodingFault(macro.bytes()); !fault.empty())
-    told.add(kEncoding, -1, std::move(fault), "UTF-8 or Windows-1252");
-  if (!macro.name() || macro.name()->empty()) told.add(kNoName, -1, "the macro has no name");
+  if (Said fault = encodingFault(macro.bytes()); !fault.empty())
+    told.add(kEncoding, -1, std::move(fault), {Saying::kEncodings});
+  if (!macro.name() || macro.name()->empty()) told.add(kNoName, -1, {Saying::kNoName});
   checkCommands(*knowledge_, macro.commands(), told);
   putInOrder(findings);
   return findings;
@@ -90,7 +90,7 @@ Findings MacroCheck::check(const KeyFile& keys) {
   // A file without a line of a command holds an empty one that stands for none.
   if (keys.lastIndex() < 0 ||
       (keys.lastIndex() == 0 && !keys.commands()[0].valid() && keys.unreadable().empty())) {
-    told.add(kNoCommands, -1, "there are no commands");
+    told.add(kNoCommands, -1, {Saying::kNoCommands});
     return findings;
   }
   int number = 0;

@@ -6,7 +6,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "model/MacroTexts.h"
 #include "review/MacroCheck.h"
 #include "review/MacroSearch.h"
 #include "review/RetargetStep.h"
@@ -38,7 +37,7 @@ void refuse(RetargetProposal& proposal, std::string reason) {
 // Those of `some` that are not among `others`.
 Findings beyond(const Findings& some, const Findings& others) {
   const auto keyOf = [](const Finding& finding) {
-    return std::tuple(finding.command, finding.rule, finding.parameter, finding.wrong);
+    return std::tuple(finding.command, finding.rule, finding.parameter, inEnglish(finding.wrong));
   };
   std::map<decltype(keyOf(some.front())), int> counts;
   for (const Finding& finding : others) ++counts[keyOf(finding)];
@@ -132,15 +131,6 @@ class MacroRetarget::Work {
 
   // What the bytes of the macro cannot take is told now, and not when it is to be written.
   static void settle(const Macro& macro, RetargetProposals& proposals) {
-    const MacroSpelling spelling(macro);
-    for (RetargetProposal& proposal : proposals) {
-      for (const SetTexts::Text& text : proposal.edit.texts) {
-        const auto held = spelling.of(text.text);
-        if (held) continue;
-        refuse(proposal, held.failure().text);
-        break;
-      }
-    }
     if (const auto made = apply(macro, editOf(proposals, all(proposals))); !made) {
       for (RetargetProposal& proposal : proposals)
         if (proposal.possible()) refuse(proposal, made.failure().text);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/Text.h"
 #include "review/ClassicFacts.h"
@@ -14,8 +15,7 @@ constexpr LineOptions kOptions{.showDestination = true};
 constexpr std::size_t kMostClassics = 20'000;
 
 // A text with "*" fits a pattern, one without is looked for anywhere.
-bool fits(const std::string& wanted, std::string_view text) {
-  const std::string upper = toUpperAscii(text);
+bool fits(const std::string& wanted, const std::string& upper) {
   return wanted.find('*') == wanted.npos ? upper.find(wanted) != upper.npos : fitsPattern(wanted, upper);
 }
 
@@ -34,6 +34,8 @@ bool fitsName(const std::string& wanted, std::string_view name) {
   }
   return false;
 }
+
+char upperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool sameNumber(std::string_view a, std::string_view b) {
   const auto first = exactNumber<double>(a), second = exactNumber<double>(b);
@@ -54,14 +56,19 @@ class MacroSearch::Asking {
     for (const Word& word : words_) sources_.push_back(sourcesOf(word));
   }
 
-  // The line when every word holds; none otherwise.
-  std::optional<std::string> ask(const MacroCommand& command) {
-    std::optional<std::string> line;
+  // The line when every word holds; null otherwise. Stays until the next call.
+  const std::string* ask(const MacroCommand& command) {
+    bool told = false;
     for (std::size_t i = 0; i < words_.size(); ++i) {
-      if (words_[i].field == Field::kLine && !line) line = commandLine(command, kOptions, context_);
-      if (!holds(words_[i], sources_[i], command, line)) return std::nullopt;
+      if (words_[i].field == Field::kLine && !std::exchange(told, true)) {
+        line_ = commandLine(command, kOptions, context_);
+        upperLine_.resize(line_.size());
+        std::transform(line_.begin(), line_.end(), upperLine_.begin(), upperAscii);
+      }
+      if (!holds(words_[i], sources_[i], command)) return nullptr;
     }
-    return line ? std::move(line) : commandLine(command, kOptions, context_);
+    if (!told) line_ = commandLine(command, kOptions, context_);
+    return &line_;
   }
 
   void begin() {
@@ -75,11 +82,10 @@ class MacroSearch::Asking {
     return word.field == Field::kSource ? sourcesNamed(word.text, context_.dictionary) : Numbers();
   }
 
-  bool holds(const Word& word, const Numbers& sources, const MacroCommand& command,
-             const std::optional<std::string>& line) {
+  bool holds(const Word& word, const Numbers& sources, const MacroCommand& command) {
     switch (word.field) {
       case Field::kLine:
-        return line && fits(word.text, *line);
+        return fits(word.text, upperLine_);
       case Field::kFunction:
         return fitsName(word.text, command.functionName());
       case Field::kDestination:
@@ -90,7 +96,7 @@ class MacroSearch::Asking {
         return std::any_of(command.parameters.begin(), command.parameters.end(),
                            [&](const MacroParameter& parameter) { return hasValue(word, parameter); });
       case Field::kGroup:
-        return command.classic() && fits(word.text, factsOf(command).group);
+        return command.classic() && fits(word.text, toUpperAscii(factsOf(command).group));
     }
     return false;
   }
@@ -135,6 +141,7 @@ class MacroSearch::Asking {
   std::vector<Word> words_;
   std::vector<Numbers> sources_;  // of each word
   LineContext context_;
+  std::string line_, upperLine_;                         // of the command that is asked about
   std::unordered_map<std::string, ClassicFacts> facts_;  // by the stored text
 };
 
@@ -147,7 +154,7 @@ std::vector<SearchHit> MacroSearch::find(const Macro& macro) {
   asking_->begin();
   int number = 0;
   for (const MacroCommand& command : macro.commands()) {
-    if (auto line = asking_->ask(command)) hits.push_back({number, *std::move(line)});
+    if (const std::string* const line = asking_->ask(command)) hits.push_back({number, *line});
     ++number;
   }
   return hits;
@@ -165,7 +172,7 @@ std::vector<SearchHit> MacroSearch::find(const KeyFile& keys) {
                               .module = "0",
                               .widget = "0",
                               .parameters = {{"CMD", command.text(), true}}};
-    if (auto line = asking_->ask(stored)) hits.push_back({number, *std::move(line)});
+    if (const std::string* const line = asking_->ask(stored)) hits.push_back({number, *line});
     ++number;
   }
   return hits;

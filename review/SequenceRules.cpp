@@ -57,8 +57,7 @@ void SequenceRules::spill(const LookedCommand& looked, Told& told) {
   if (!looked.function || looked.function->incremental || taker == looked.number ||
       taker == static_cast<int>(commands_.size()))
     return;
-  if (Finding* const finding = told.add(kSpill, looked.number, "an update would put its value into command",
-                                        "a parameter with a value"))
+  if (Finding* const finding = told.add(kSpill, looked.number, {Saying::kSpills}, {Saying::kSomeParameter}))
     finding->other = taker;
 }
 
@@ -66,7 +65,7 @@ void SequenceRules::repeated(const LookedCommand& looked, Told& told) {
   if (looked.number == 0 ||
       !sameCommand(commands_[static_cast<std::size_t>(looked.number) - 1], looked.command))
     return;
-  Finding* const finding = told.add(kRepeated, looked.number, "the same command as", "one of the two");
+  Finding* const finding = told.add(kRepeated, looked.number, {Saying::kSameAs}, {Saying::kOneOfTwo});
   if (!finding) return;
   finding->other = looked.number - 1;
   if (looked.setsOnly()) {
@@ -96,8 +95,7 @@ void SequenceRules::setAgain(const LookedCommand& looked, Told& told) {
       set.parameters.front().name != looked.command.parameters.front().name ||
       (before == looked.number - 1 && sameCommand(set, looked.command)))
     return;
-  if (Finding* const finding =
-          told.add(kSetAgain, before, "it is set again before anything acts, by command", "one of the two"))
+  if (Finding* const finding = told.add(kSetAgain, before, {Saying::kSetAgainBy}, {Saying::kOneOfTwo}))
     finding->other = looked.number;
 }
 

@@ -39,7 +39,7 @@ std::string realText(double limit) {
 }
 
 ValueJudgement judgeInteger(const IntegerParameter& parameter, const std::string& value) {
-  const auto range = [&] { return "a whole number, " + rangeText(parameter, ValueMode::kRaw); };
+  const auto range = [&] { return Said{Saying::kWholeNumber, {rangeText(parameter, ValueMode::kRaw)}}; };
   std::int64_t number = 0;
   const Reading reading = readWhole(value, number);
   if (reading == Reading::kNone) return {ValueFault::kNumber, range()};
@@ -52,7 +52,9 @@ ValueJudgement judgeInteger(const IntegerParameter& parameter, const std::string
 }
 
 ValueJudgement judgeFloat(const FloatParameter& parameter, bool incremental, const std::string& value) {
-  const auto range = [&] { return "a number, " + rangeText(parameter, incremental, ValueMode::kRaw); };
+  const auto range = [&] {
+    return Said{Saying::kNumber, {rangeText(parameter, incremental, ValueMode::kRaw)}};
+  };
   double number = 0;
   const Reading reading = readWhole(value, number);
   if (reading == Reading::kNone || (reading == Reading::kWhole && !std::isfinite(number)))
@@ -74,15 +76,15 @@ ValueJudgement judgeChoice(const EnumParameter& parameter, const std::string& va
                                      [&](const EnumValue& choice) { return choice.value == value; }))
     return {};
   constexpr std::size_t kMost = 12;
-  ValueJudgement judgement{ValueFault::kChoice, {}, {}};
+  std::string first;
   CloseName close(value);
   for (std::size_t i = 0; i < choices.size(); ++i) {
     close.offer(choices[i].value);
-    if (i < kMost) judgement.can += (i == 0 ? "one of " : ", ") + choices[i].value;
+    if (i < kMost) first += (i == 0 ? "" : ", ") + choices[i].value;
   }
-  if (choices.size() > kMost) judgement.can += " ...";
-  judgement.nearest = close.found().value_or("");
-  return judgement;
+  return {ValueFault::kChoice,
+          {choices.size() > kMost ? Saying::kOneOfAndMore : Saying::kOneOf, {std::move(first)}},
+          std::string(close.found().value_or(""))};
 }
 
 ValueJudgement judgeTimecode(const std::string& value, int frameRate) {
@@ -92,8 +94,8 @@ ValueJudgement judgeTimecode(const std::string& value, int frameRate) {
   const bool spelled = text ? value == timecode.display() || value == timecode.plain()
                             : readWhole(value, packed) == Reading::kWhole && timecode.packed() == packed;
   if (spelled && onTheClock(timecode, frameRate)) return {};
-  ValueJudgement judgement{ValueFault::kTimecode, "a packed timecode of a clock", {}};
-  if (frameRate > 0) judgement.can += " with " + std::to_string(frameRate) + " frames a second";
+  ValueJudgement judgement{ValueFault::kTimecode, {Saying::kTimecode}, {}};
+  if (frameRate > 0) judgement.can = {Saying::kTimecodeAtRate, {std::to_string(frameRate)}};
   if (!spelled || !onTheClock(timecode, 0)) return judgement;
   Timecode last = timecode;
   last.frames = static_cast<std::uint8_t>(frameRate - 1);
@@ -121,8 +123,7 @@ ValueJudgement judge(const FunctionTemplate& function, bool incremental, std::st
   if (parameterNamed(function.inputs, parameter)) {
     if (bounds.inputs.empty() || bounds.inputs.contains(value)) return {};
     const auto& inputs = bounds.inputs;
-    return {ValueFault::kSource,
-            "an input of the site, such as " + *std::min_element(inputs.begin(), inputs.end())};
+    return {ValueFault::kSource, {Saying::kSuchInput, {*std::min_element(inputs.begin(), inputs.end())}}};
   }
   if (const auto* choice = parameterNamed(function.enums, parameter)) return judgeChoice(*choice, value);
   if (const auto* whole = parameterNamed(function.integers, parameter)) return judgeInteger(*whole, value);

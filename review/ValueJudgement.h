@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "dictionary/FunctionDictionary.h"
+#include "review/Saying.h"
 #include "values/Timecode.h"
 
 // Whether a function can hold a value as it is stored.
@@ -30,7 +31,7 @@ struct ValueBounds {
 
 struct ValueJudgement {
   ValueFault fault = ValueFault::kNone;
-  std::string can = {};      // what could be held, as told to a person; only with a fault
+  Said can = {};             // what could be held, as told to a person; only with a fault
   std::string nearest = {};  // the one value that is certainly meant, as stored; empty without one
 };
 

@@ -84,7 +84,7 @@ QString CheckModel::text(const FindingRow& row, int column) {
     case kWrong:
       return wrongInWindow(finding);
     case kRight:
-      return shown(finding.right);
+      return rightInWindow(finding);
     default:
       return {};
   }

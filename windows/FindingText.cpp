@@ -44,6 +44,82 @@ constexpr const char* kRules[] = {
 };
 static_assert(std::size(kRules) == kCheckRules);
 
+// As Saying.h has them, to a letter: a sentence that is not told here does not compile.
+constexpr const char* kSentences[] = {
+    "",
+    "%1",
+    QT_TRANSLATE_NOOP("FindingText", "the destination is missing"),
+    QT_TRANSLATE_NOOP("FindingText", "the destination \"%1\" is unknown"),
+    QT_TRANSLATE_NOOP("FindingText", "the workplace is missing"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is no workplace"),
+    QT_TRANSLATE_NOOP("FindingText", "no function is called \"%1\""),
+    QT_TRANSLATE_NOOP("FindingText", "the function has no parameter \"%1\""),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" stands there twice"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is missing"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" has no value"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is no number"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is beyond the limits"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is none of the values"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is no source of the site"),
+    QT_TRANSLATE_NOOP("FindingText", "\"%1\" is no timecode"),
+    QT_TRANSLATE_NOOP("FindingText", "an update would put its value into command %1"),
+    QT_TRANSLATE_NOOP("FindingText", "the same command as %1"),
+    QT_TRANSLATE_NOOP("FindingText", "it is set again before anything acts, by command %1"),
+    QT_TRANSLATE_NOOP("FindingText", "the macro has no name"),
+    QT_TRANSLATE_NOOP("FindingText", "there are no commands"),
+    QT_TRANSLATE_NOOP("FindingText", "there is no macro with data in the file"),
+    QT_TRANSLATE_NOOP("FindingText", "the file says UTF-8, but its bytes are none"),
+    QT_TRANSLATE_NOOP("FindingText", "the file has bytes that are no character of Windows-1252"),
+    QT_TRANSLATE_NOOP("FindingText", "the file says %1, of which only ASCII is understood"),
+    QT_TRANSLATE_NOOP("FindingText", "the file is not named by its number"),
+    QT_TRANSLATE_NOOP("FindingText", "%1 has the same name"),
+    QT_TRANSLATE_NOOP("FindingText", "there is no command text"),
+    QT_TRANSLATE_NOOP("FindingText", "the text does not decode"),
+    QT_TRANSLATE_NOOP("FindingText", "the line does not decode"),
+    QT_TRANSLATE_NOOP("FindingText", "%1 parameter bytes would not be read back after a save"),
+    QT_TRANSLATE_NOOP("FindingText", "the action %1 is unknown"),
+    QT_TRANSLATE_NOOP("FindingText", "there is no decoding list for cd %1, co %2"),
+    QT_TRANSLATE_NOOP("FindingText", "%1 has no entry in the decoding list"),
+    QT_TRANSLATE_NOOP("FindingText", "%1 is beyond the limits"),
+    QT_TRANSLATE_NOOP("FindingText", "%1 is no source"),
+    QT_TRANSLATE_NOOP("FindingText", "%1 is no timecode of a clock with %2 frames a second"),
+    QT_TRANSLATE_NOOP("FindingText", "the bytes end before %1"),
+    QT_TRANSLATE_NOOP("FindingText", "the bytes end before the last parameter"),
+    QT_TRANSLATE_NOOP("FindingText", "the keyword %1 is in no decoding list"),
+    QT_TRANSLATE_NOOP("FindingText", "QMF1 to QMF4, or PANEL"),
+    QT_TRANSLATE_NOOP("FindingText", "1 to 8"),
+    QT_TRANSLATE_NOOP("FindingText", "once"),
+    QT_TRANSLATE_NOOP("FindingText", "a value: the parameter is not optional"),
+    QT_TRANSLATE_NOOP("FindingText", "a parameter with a value"),
+    QT_TRANSLATE_NOOP("FindingText", "one of the two"),
+    QT_TRANSLATE_NOOP("FindingText", "UTF-8 or Windows-1252"),
+    QT_TRANSLATE_NOOP("FindingText", "an input of the site, such as %1"),
+    QT_TRANSLATE_NOOP("FindingText", "one of %1"),
+    QT_TRANSLATE_NOOP("FindingText", "one of %1 ..."),
+    QT_TRANSLATE_NOOP("FindingText", "a whole number, %1"),
+    QT_TRANSLATE_NOOP("FindingText", "a number, %1"),
+    QT_TRANSLATE_NOOP("FindingText", "a packed timecode of a clock"),
+    QT_TRANSLATE_NOOP("FindingText", "a packed timecode of a clock with %1 frames a second"),
+    QT_TRANSLATE_NOOP("FindingText", "27 at the most"),
+    QT_TRANSLATE_NOOP("FindingText", "min: %1   max: %2"),
+};
+static_assert(std::equal(kSayings.begin(), kSayings.end(), std::begin(kSentences), std::end(kSentences),
+                         [](std::string_view a, std::string_view b) { return a == b; }));
+
+// Values go in at once: one may hold the mark of another.
+QString inWindow(const Said& said) {
+  const char* const sentence = kSentences[static_cast<std::size_t>(said.saying)];
+  const QString text = *sentence == '\0' ? QString() : translated(sentence);
+  switch (said.values.size()) {
+    case 0:
+      return text;
+    case 1:
+      return text.arg(shown(said.values[0]));
+    default:
+      return text.arg(shown(said.values[0]), shown(said.values[1]));
+  }
+}
+
 }  // namespace
 
 RowMark markOf(Severity severity) {
@@ -73,16 +149,22 @@ QString severityText(Severity severity) {
 QString ruleText(CheckRule rule) { return translated(kRules[static_cast<std::size_t>(rule)]); }
 
 QString wrongInWindow(const Finding& finding) {
-  const QString wrong = shown(wrongText(finding, 1));
+  const QString wrong = inWindow(wrongOf(finding, 1));
   return finding.parameter.empty() ? wrong : shown(finding.parameter) + QStringLiteral(": ") + wrong;
 }
 
+QString rightInWindow(const Finding& finding) {
+  const QString meant = shown(finding.meant), right = inWindow(finding.right);
+  if (meant.isEmpty() || right.isEmpty()) return meant + right;
+  return translated(QT_TRANSLATE_NOOP("FindingText", "%1 (%2)")).arg(meant, right);
+}
+
 QString findingText(const Finding& finding) {
-  const QString severity = severityText(finding.severity);
-  if (finding.right.empty())
+  const QString severity = severityText(finding.severity), right = rightInWindow(finding);
+  if (right.isEmpty())
     return translated(QT_TRANSLATE_NOOP("FindingText", "%1: %2")).arg(severity, wrongInWindow(finding));
   return translated(QT_TRANSLATE_NOOP("FindingText", "%1: %2; right: %3"))
-      .arg(severity, wrongInWindow(finding), shown(finding.right));
+      .arg(severity, wrongInWindow(finding), right);
 }
 
 QString countText(const Findings& findings) {

@@ -1,6 +1,7 @@
 #include "fuzz/steps/StepRow.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <random>
 #include <utility>
@@ -63,8 +64,15 @@ std::vector<int> someNumbers(Chance& chance) {
   return numbers;
 }
 
+SetTexts::Text someText(Chance& chance) {
+  using Part = SetTexts::Part;
+  constexpr Part kParts[] = {Part::kFid, Part::kWorkplace, Part::kValue};
+  const Part part = kParts[chance.below(std::size(kParts))];
+  return {chance.number(7), part, part == Part::kValue ? chance.number(2) : -1, chance.oneOf(kWords)};
+}
+
 MacroEdit someEdit(Chance& chance) {
-  switch (chance.below(6)) {
+  switch (chance.below(7)) {
     case 0:
       return InsertCommands{{someDraft(chance), someDraft(chance)},
                             1,
@@ -78,6 +86,8 @@ MacroEdit someEdit(Chance& chance) {
       return ReplaceCommand{chance.number(8), someDraft(chance), 1};
     case 4:
       return SetValues{{{chance.number(8), chance.oneOf(kWords)}, {chance.number(8), chance.oneOf(kWords)}}};
+    case 5:
+      return SetTexts{{someText(chance), someText(chance)}};
     default:
       return SetMacroName{chance.oneOf(kWords)};
   }

@@ -205,6 +205,16 @@ TEST_F(CheckingTest, RuleThatIsSwitchedOffIsOffForTheSiteAndNamed) {
   EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark);
 }
 
+TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
+  first_.tree.write(Panel::file(1, "007"), faulty("Two"));
+  connectPane(Pane::kA, first_);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  const CheckList list = this->list();
+  list.look(ReviewScope::Kind::kPanel);
+  EXPECT_THAT(list.text("outcome"), HasSubstr("workplace 1 on the panel " + addressOf(first_)));
+  EXPECT_THAT(list.rows(), testing::Contains("error 2 limits"));
+}
+
 TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {
   DecodingLists lists(fixture_.site.root);
   const CheckList list{*new CheckWindow(

@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QLabel>
+#include <QMenu>
 
 #include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/support/LoadCommands.h"
+#include "windows/HitList.h"
+#include "windows/SearchWindow.h"
 
 namespace tessaly {
 namespace {
@@ -41,6 +45,31 @@ class PanelStyleEditingTest : public testing::Test {
   WindowFixture fixture_;
   const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
 };
+
+// A search that opened what it found at once would take away the macro that the command is built for.
+TEST_F(PanelStyleEditingTest, WhereUsedIsAskedFromTheDialogAndOpensBehindIt) {
+  driver().press(a_.newCorvane, [&](QDialog& dialog) {
+    const DialogDriver user(dialog);
+    user.type("words", "ME1.KEY1.CLIP.SET");
+    user.key(Qt::Key_Return);
+    QTest::keyClick(&dialog, Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr) throw std::runtime_error("no menu");
+    QTest::keyClick(menu, Qt::Key_Return);
+    auto* search = dialog.findChild<SearchWindow*>();
+    if (search == nullptr) throw std::runtime_error("no search");
+    EXPECT_EQ(search->findChild<QLineEdit*>("query")->text(), "function:ME1.KEY1.CLIP.SET");
+    auto& hits = *search->findChild<HitList*>();
+    WindowDriver::waitFor([&] { return hits.rows().hits() > 0; }, "the search");
+    QTest::keyClick(&hits, Qt::Key_Return);
+    EXPECT_EQ(search->findChild<QLabel*>("outcome")->text(), "It is opened once the dialog is closed.");
+    QApplication::processEvents();
+    EXPECT_EQ(driver().list(a_.macros).selected()->text.substr(0, 3), "990");
+    dialog.reject();
+  });
+  WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() >= 0; }, "the command");
+  EXPECT_THAT(driver().list(a_.commands).selected()->text, testing::HasSubstr("Clip"));
+}
 
 TEST_F(PanelStyleEditingTest, CommandsAreFoundFilledAndPlaced) {
   driver().clickRow(a_.commands, 0);

@@ -53,6 +53,12 @@ TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
       {"segment:X->Y", function("QMF1.X.SET", "A", "1"), function("QMF1.X.SET", "A", "1"), "not known"},
       {"segment:ME3->ME1", classic("25 03 21 09 05 00 "), classic("25 01 21 09 05 00 ")},
       {"segment:ME3.KEY2->PP.KEY4", classic("25 03 21 09 05 00 "), classic("25 00 23 09 05 00 ")},
+      {"segment:ME3->PP.KEY1", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "),
+       "no counterpart"},
+      {"segment:SET->INC", function("QMF1.ME1.KEY1.CLIP.SET", "VALUE", "0.5"),
+       function("QMF1.ME1.KEY1.CLIP.SET", "VALUE", "0.5"), "other parameters"},  // of another unit
+      {"value:.5->0.50", function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.50"),
+       function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.50")},
       {"segment:KEY2->KEY7", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "), "no counterpart"},
       {"segment:ME1->ME4", classic("24 01 10 01 01 "), classic("24 01 10 01 01 "), "no counterpart"},
       {"source:5->7", key + classic("25 03 21 09 05 00 "),
@@ -132,6 +138,8 @@ TEST_F(MacroRetargetTest, HostileRulesEndWithAReason) {
       {"source:5->7 where a:b", "no field \"a\""},
       {std::string("source:5->7\0", 12), "control"},
       {"source:5->\xFF", "UTF-8"},
+      {"value:5->5", "what is there"},
+      {"segment:me 1->ME1", "what is there"},
       {"value:1->" + std::string(RetargetRule::kLongest, 'x'), "2000 bytes"},
   };
   for (const auto& [text, reason] : cases) {
@@ -144,6 +152,7 @@ TEST_F(MacroRetargetTest, HostileRulesEndWithAReason) {
   ASSERT_TRUE(typed);
   EXPECT_EQ(typed->from, "x->y = where z");
   EXPECT_EQ(RetargetRule::parse(typed->text()), *typed);
+  EXPECT_EQ(RetargetRule::parse("value:a->b wherever")->to, "b wherever");
   const RetargetRule built{.kind = RetargetRule::Kind::kValue, .from = "a\nb", .to = "c"};
   EXPECT_FALSE(MacroRetarget::make(built, context())) << "what cannot be typed is no rule";
 }

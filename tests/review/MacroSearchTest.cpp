@@ -32,6 +32,7 @@ TEST(MacroSearchTest, AnswersByWordsThatAllHold) {
       {"source:\"Input 05\"", "03"},  // as the classic table does
       {"function:key1.fill", "0"},
       {"function:EY1.FILL", ""},
+      {"function:KEY1.FIL", ""},
       {"function:*EY1.FILL*", "0"},
       {"function:ME1.*", "01"},
       {"function:ME1.* source:5", "0"},
@@ -43,6 +44,8 @@ TEST(MacroSearchTest, AnswersByWordsThatAllHold) {
       {"value:INPUT=5", "04"},
       {"group:\"me3 - key2\"", "3"},
       {"group:Me1", ""},
+      {"group:*", "3"},
+      {"value:\"25 03*\"", "3"},
       {"\"transition rate\"", "1"},
       {"rate transition", "1"},
       {"source:05", "03"},

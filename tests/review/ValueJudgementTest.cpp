@@ -1,0 +1,48 @@
+// What a function can hold where an interface file says little, and what is meant by a value that it cannot.
+#include <gtest/gtest.h>
+
+#include "review/ValueJudgement.h"
+
+namespace tessaly {
+namespace {
+
+TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
+  FunctionTemplate function;
+  function.enums.emplace_back().name = "FREE";
+  function.integers.emplace_back().name = "WHOLE";
+  FloatParameter& real = function.floats.emplace_back();
+  real.name = "REAL";
+  real.max = 1;
+  function.inputs.emplace_back().name = "INPUT";
+  function.timecodes.emplace_back().name = "TIME";
+  using enum ValueFault;
+  const struct {
+    const char *parameter, *value;
+    ValueFault fault = kNone;
+    const char* nearest = "";
+  } cases[] = {
+      {"FREE", "anything"},
+      {"WHOLE", "-5"},
+      {"WHOLE", "99999999999", kLimits, "2147483647"},
+      {"WHOLE", "-99999999999999999999", kLimits, "-2147483648"},
+      {"WHOLE", "5 ", kNumber},
+      {"REAL", "1.0000005"},  // as it is rounded
+      {"REAL", "1.0001", kLimits, "1"},
+      {"REAL", "nan", kNumber},
+      {"REAL", "inf", kNumber},
+      {"REAL", ""},
+      {"INPUT", "5"},  // a site without inputs
+      {"TIME", "00:00:01:27", kTimecode, "00:00:01:24"},
+      {"TIME", "24:00:01:27", kTimecode},  // nobody knows which hour
+      {"OTHER", "x"},
+  };
+  for (const auto& [parameter, value, fault, nearest] : cases) {
+    const ValueJudgement judgement = judge(function, false, parameter, value, {{}, 25});
+    EXPECT_EQ(judgement.fault, fault) << parameter << ' ' << value;
+    EXPECT_EQ(judgement.nearest, nearest) << parameter << ' ' << value;
+  }
+  EXPECT_EQ(judge(function, true, "REAL", "2047.5", {}).nearest, "2047");
+}
+
+}  // namespace
+}  // namespace tessaly
