@@ -57,10 +57,10 @@ void SnapshotRestoreDialog::restoreTicked() {
   });
   cancelled_ = !outcome && outcome.failure().kind == Failure::Kind::kCancelled;
   rows_.setRows(restore_.rows());
-  showOutcome(ticked, outcome);
   std::vector<MacroPlace> places;
   for (const std::size_t row : ticked) places.push_back(restore_.rows()[row].place);
   emit written(places);
+  showOutcome(ticked, outcome);  // the last word: who follows what was written tells of it, too
 }
 
 void SnapshotRestoreDialog::showOutcome(const std::vector<std::size_t>& tried, const Outcome& outcome) {

@@ -190,7 +190,8 @@ void actCopyWorkplace(Desk& desk, const Fault& fault) {
   const QString told = window->findChild<QLabel*>(QStringLiteral("told"))->text();
   window->close();
   WindowDriver::waitFor([&] { return window.isNull(); }, "the end of the window");
-  desk.window->say(found.isEmpty() ? QStringLiteral("0 macros copied: ") + told : told);
+  const bool copied = !found.isEmpty() && told.front().isDigit();
+  desk.window->say(copied ? told : QStringLiteral("0 macros copied: ") + told);
 }
 
 void setFaults(Desk& desk, void (*change)(PanelFaults& faults)) {

@@ -132,8 +132,10 @@ class Cell {
 
   void checkStrip(bool done) {
     const std::string strip = desk_.strip();
+    // Before something is put anywhere what stands there is looked at, which can be cancelled as well.
     const bool failure = startsWith(strip, operation_.failed.c_str()) ||
-                         startsWith(strip, ("NOT " + operation_.verdict).c_str());
+                         startsWith(strip, ("NOT " + operation_.verdict).c_str()) ||
+                         startsWith(strip, "NOT written to ");
     const bool success = startsWith(strip, operation_.verdict.c_str());
     if (contains(strip, "was lost") && !Desk::lineUp()) return;
     if (operation_.usesFiles) {
