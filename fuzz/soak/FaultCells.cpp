@@ -141,7 +141,10 @@ void actClose(Desk& desk, const Fault&) {
   const bool closed = desk.window->close();
   desk.dialogs.boxButtons = {QStringLiteral("OK")};
   // Unsaved work that could not be saved keeps the window; that is for the person to settle.
-  if (!closed && desk.edited(Pane::kA)) desk.press(a().discardChanges);
+  if (closed || !desk.edited(Pane::kA)) return;
+  const std::string told = desk.strip();
+  desk.press(a().discardChanges);
+  desk.window->say(QString::fromStdString(told));  // of the closing, which is judged
 }
 
 // The file whose name is typed.
