@@ -57,10 +57,10 @@ void SnapshotRestoreDialog::restoreTicked() {
   });
   cancelled_ = !outcome && outcome.failure().kind == Failure::Kind::kCancelled;
   rows_.setRows(restore_.rows());
-  showOutcome(ticked, outcome);
   std::vector<MacroPlace> places;
   for (const std::size_t row : ticked) places.push_back(restore_.rows()[row].place);
   emit written(places);
+  showOutcome(ticked, outcome);  // the last word: who follows what was written tells of it, too
 }
 
 void SnapshotRestoreDialog::showOutcome(const std::vector<std::size_t>& tried, const Outcome& outcome) {
@@ -72,6 +72,11 @@ void SnapshotRestoreDialog::showOutcome(const std::vector<std::size_t>& tried, c
   const auto missing = static_cast<int>(tried.size()) - static_cast<int>(restored);
   QString text = tr("%n macros are restored", nullptr, static_cast<int>(restored));
   if (missing > 0) text = tr("%1; %n macros are NOT", nullptr, missing).arg(text);
+  const auto unknown = std::ranges::count_if(
+      tried, [this](std::size_t row) { return restore_.rows()[row].state == State::kUnknown; });
+  if (unknown > 0)
+    text = tr("%1; of %n of them what the panel holds now is unknown", nullptr, static_cast<int>(unknown))
+               .arg(text);
   if (!outcome) text = QStringLiteral("%1 (%2)").arg(text, words_(outcome.failure()));
   ui_->outcome->setText(text);
   emit said(text);

@@ -13,6 +13,7 @@ namespace tessaly {
 namespace {
 
 constexpr int kLookMilliseconds = 2;
+constexpr const char* kPressed = "pressed";
 
 void pressIn(QMessageBox& box, const std::vector<QString>& captions) {
   for (const QString& caption : captions) {
@@ -23,6 +24,17 @@ void pressIn(QMessageBox& box, const std::vector<QString>& captions) {
     }
   }
   throw std::runtime_error("no button to press in: " + box.text().toStdString());
+}
+
+// Each once. It is no modal window.
+void pressCancel() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    auto* const progress = qobject_cast<QProgressDialog*>(window);
+    auto* const button = progress != nullptr ? progress->findChild<QPushButton*>() : nullptr;
+    if (button == nullptr || !button->isVisible() || progress->property(kPressed).toBool()) continue;
+    progress->setProperty(kPressed, true);
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
 }
 
 }  // namespace
@@ -37,6 +49,7 @@ std::vector<std::string> DialogAnswers::takeTexts() { return std::exchange(texts
 std::string DialogAnswers::takeProblem() { return std::exchange(problem_, {}); }
 
 void DialogAnswers::look() {
+  if (cancelProgress) pressCancel();
   auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
   if (dialog == nullptr || !dialog->isVisible()) return;
   if (std::find(answering_.begin(), answering_.end(), dialog) != answering_.end()) return;
@@ -52,10 +65,7 @@ void DialogAnswers::look() {
 }
 
 void DialogAnswers::answerOne(QDialog& dialog) {
-  if (qobject_cast<QProgressDialog*>(&dialog) != nullptr) {
-    if (cancelProgress) QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
-    return;
-  }
+  if (qobject_cast<QProgressDialog*>(&dialog) != nullptr) return;
   if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
     texts_.push_back(box->text().toStdString());
     pressIn(*box, boxButtons);

@@ -141,7 +141,10 @@ void actClose(Desk& desk, const Fault&) {
   const bool closed = desk.window->close();
   desk.dialogs.boxButtons = {QStringLiteral("OK")};
   // Unsaved work that could not be saved keeps the window; that is for the person to settle.
-  if (!closed && desk.edited(Pane::kA)) desk.press(a().discardChanges);
+  if (closed || !desk.edited(Pane::kA)) return;
+  const std::string told = desk.strip();
+  desk.press(a().discardChanges);
+  desk.window->say(QString::fromStdString(told));  // of the closing, which is judged
 }
 
 // The file whose name is typed.
@@ -190,7 +193,8 @@ void actCopyWorkplace(Desk& desk, const Fault& fault) {
   const QString told = window->findChild<QLabel*>(QStringLiteral("told"))->text();
   window->close();
   WindowDriver::waitFor([&] { return window.isNull(); }, "the end of the window");
-  desk.window->say(found.isEmpty() ? QStringLiteral("0 macros copied: ") + told : told);
+  const bool copied = !found.isEmpty() && told.front().isDigit();
+  desk.window->say(copied ? told : QStringLiteral("0 macros copied: ") + told);
 }
 
 void setFaults(Desk& desk, void (*change)(PanelFaults& faults)) {
