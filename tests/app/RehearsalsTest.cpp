@@ -38,16 +38,21 @@ class RehearsalsTest : public PanelWindowTest {
 // Catches a window that shows what the pane held, opens twice, asks no panel or the one that is gone, and a
 // "now" that is not the panel's.
 TEST_F(RehearsalsTest, FollowsItsPaneAndItsPanel) {
+  const std::string clip =
+      R"(<cmd fid="QMF1.ME1.KEY1.CLIP.SET" workplace="1"><param name="VALUE" value="0.5"/></cmd>)";
+  first_.tree.write(Panel::file(1, "020"),
+                    "<macro name=\"Clips\"><data>" + clip + clip + clip + "</data></macro>");
+  first_.simulator.reload();
   connectPane(Pane::kA, first_);
-  chooseWorkplace(Pane::kA, 1, "007 - Two");
-  driver().choose(a_.macros, "007");
+  chooseWorkplace(Pane::kA, 1, "020 - Clips");
+  driver().choose(a_.macros, "020");
   driver().clickRow(a_.commands, 0);
-  first_.simulator.set("QMF1.ME1.KEY1.ON", "1");
+  first_.simulator.set("QMF1.ME1.KEY1.CLIP", "0.25");
   for (int time = 0; time < 2; ++time) {
     press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
     ASSERT_EQ(windows().size(), 1U);
   }
-  EXPECT_THAT(windows().front()->windowTitle().toStdString(), StartsWith("Rehearse 007"));
+  EXPECT_THAT(windows().front()->windowTitle().toStdString(), StartsWith("Rehearse 020"));
   await("place", "step 0 of 3");
   await("now", addressOf(first_) + " has told all 1 values. After this macro: 1 not as now");
   driver().press(a_.deleteCommand);
