@@ -106,7 +106,8 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   EXPECT_EQ(state(window, 1), "differs");
   QApplication::setActiveWindow(fixture_.window.get());
   driver().press(b_.connectButton);
-  awaitRow(a_.macros, "020 - Values");
+  awaitGone(a_.macros, "020 - Values");  // both panes begin anew on the new line
+  chooseWorkplace(Pane::kA, 1, "020 - Values");
   driver().choose(a_.macros, "020");
   WindowDriver::waitFor([&] { return button(window, "askAgain").isEnabled(); }, "the same macro again");
   set(2, "1");
