@@ -32,7 +32,8 @@ class Rows {
   }
   void add(const SheetMacro& macro) {
     std::string of = told(macro.findings);
-    if (!macro.unread.empty()) of = filled(words_.unread, macro.unread) + (of.empty() ? of : kBetween() + of);
+    if (!macro.unread.empty())
+      of = filled(words_.unread, macro.unread) + (of.empty() ? of : std::string(kBetweenFindings) + of);
     if (!of.empty() || macro.commands.empty()) add(macro, {}, {}, {}, of);
     for (std::size_t i = 0; i < macro.commands.size(); ++i) {
       const SheetCommand& command = macro.commands[i];
@@ -46,7 +47,6 @@ class Rows {
   [[nodiscard]] std::string take() { return std::move(text_); }
 
  private:
-  static std::string kBetween() { return std::string(kBetweenFindings); }
   [[nodiscard]] std::string told(const Findings& findings) const {
     std::string text;
     for (const Finding& finding : findings) {

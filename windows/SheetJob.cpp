@@ -82,7 +82,7 @@ Outcome layOutSheet(std::shared_ptr<const Sheet> sheet, const SheetOptions& opti
                     ReviewWork<MadeSheet>::Report& report) {
   auto pages = layOut(*sheet, options, sheetWords());
   if (!pages) return pages.failure();
-  report.add({std::move(sheet), std::make_shared<const SheetPages>(*std::move(pages))});
+  report.add({std::move(sheet), std::make_shared<const SheetPages>(*std::move(pages)), options});
   return {};
 }
 

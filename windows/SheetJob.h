@@ -17,6 +17,7 @@ namespace tessaly {
 struct MadeSheet {
   std::shared_ptr<const Sheet> sheet;
   std::shared_ptr<const SheetPages> pages;
+  SheetOptions options;  // of the pages
 };
 
 // Reads what the scope has, on the worker's thread, and lays it out; reports it whole or not at all.

@@ -1,5 +1,8 @@
 #include "windows/SheetWindow.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPageSize>
@@ -119,10 +122,9 @@ void SheetWindow::start() {
   }
   what_ = scope->title;
   reading_ = true;
-  madeWith_ = options();
   tell({});
   const auto context = std::make_shared<const CheckContext>(surroundings_.knowledge());
-  making_.start([&root = surroundings_.root, scope = *scope, context, how = madeWith_](
+  making_.start([&root = surroundings_.root, scope = *scope, context, how = options()](
                     Making::Report& report) { return readSheet(root, scope, *context, how, report); });
   showState();
 }
@@ -130,8 +132,7 @@ void SheetWindow::start() {
 // What is read is not read anew, and not while it is: then the end of the reading lays it out as is wanted.
 void SheetWindow::layOutAgain() {
   if (reading_ || !made_.sheet) return;
-  madeWith_ = options();
-  making_.start([sheet = made_.sheet, how = madeWith_](Making::Report& report) {
+  making_.start([sheet = made_.sheet, how = options()](Making::Report& report) {
     return layOutSheet(sheet, how, report);
   });
   showState();
@@ -146,8 +147,10 @@ void SheetWindow::take(std::vector<MadeSheet> made, Making::Progress progress) {
 }
 
 void SheetWindow::end(const Outcome& outcome) {
-  reading_ = false;
-  if (outcome) {
+  const bool read = std::exchange(reading_, false);
+  if (outcome && !read) {
+    // What was told of the reading stays.
+  } else if (outcome) {
     const auto& macros = made_.sheet->macros;
     const auto unread =
         std::ranges::count_if(macros, [](const SheetMacro& one) { return !one.unread.empty(); });
@@ -160,10 +163,10 @@ void SheetWindow::end(const Outcome& outcome) {
     tell(tr("NOT put on paper: %1 (%2)").arg(what_, surroundings_.failureText(outcome.failure())));
   }
   showState();
-  const SheetOptions now = options();
-  const bool asWanted = now.paper == madeWith_.paper && now.after == madeWith_.after &&
-                        now.findings == madeWith_.findings && now.notes == madeWith_.notes;
-  if (outcome && !asWanted)
+  const SheetOptions now = options(), then = made_.options;
+  const bool asWanted = now.paper == then.paper && now.after == then.after && now.findings == then.findings &&
+                        now.notes == then.notes;
+  if (read && made_.sheet && !asWanted)
     layOutAgain();
   else if (std::exchange(writeDue_, false) && outcome)
     write();
@@ -206,9 +209,9 @@ void SheetWindow::write() {
     return;
   }
   put(tr("written: %1").arg(shown(file.toStdString())),
-      [made, how = madeWith_, format = *format, root = surroundings_.root,
+      [made, format = *format, root = surroundings_.root,
        path = file.toStdString()](Putting::Report& report) -> Outcome {
-        const auto bytes = writeSheet(*made.sheet, how, sheetWords(), format);
+        const auto bytes = writeSheet(*made.sheet, made.options, sheetWords(), format);
         if (!bytes) return bytes.failure();
         if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "cancelled"};
         return writeFile(root, path, *bytes);

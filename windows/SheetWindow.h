@@ -65,7 +65,6 @@ class SheetWindow : public ReviewWindow {
   const SheetSurroundings surroundings_;
   std::unique_ptr<Ui::SheetWindow> ui_;
   MadeSheet made_;
-  SheetOptions madeWith_;
   QString what_;     // is read
   QString putTold_;  // once it is there
   bool reading_ = false;
