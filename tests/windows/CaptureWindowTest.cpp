@@ -182,6 +182,9 @@ TEST_F(CaptureWindowTest, WhatDoesNotComeIsToldTakenLateAndAskedForAgain) {
   tell("QMF1.b", "4");
   await([&] { return column(Column::kState)[0] == "did not come"; });
   EXPECT_THAT(column(Column::kState), ElementsAre("did not come", "differs", "did not come"));
+  const Macro before = *now_.macro;
+  change(macroOf({}));
+  change(before);
   EXPECT_THAT(label("counts"), HasSubstr("2 did not come"));
   EXPECT_TRUE(button("takeOver").isEnabled()) << "what came can be taken meanwhile";
   press("askAgain");
