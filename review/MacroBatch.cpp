@@ -95,6 +95,7 @@ void MacroBatch::write(std::size_t index, const BeforeWrite& before) {
   Row& row = rows_[index];
   const auto tried = torn_.find(index);
   std::string old = tried == torn_.end() ? std::string() : tried->second;
+  bool stays = tried != torn_.end();  // what an earlier try has left is there yet, as far as is known
   const ShelfWrite written =
       places_.write(item.place, item.bytes, change_, [&](const ShelfStanding& standing) -> Outcome {
         // A part of what this row has tried to write is its own; what stood there before that counts.
@@ -102,6 +103,7 @@ void MacroBatch::write(std::size_t index, const BeforeWrite& before) {
             tried != torn_.end() &&
             (isTorn(standing.bytes, item.bytes.value_or("")) || isTorn(standing.bytes, tried->second) ||
              HeldContent::asRead(standing.bytes) == HeldContent::after(item.bytes));
+        stays = stays && (own || HeldContent::asRead(standing.bytes).kind == HeldContent::Kind::kUnknown);
         if (!own && !fits(item.expected, standing.bytes)) return changedFailure();
         if (!own) {
           row.before = HeldContent::asRead(standing.bytes);
@@ -111,6 +113,7 @@ void MacroBatch::write(std::size_t index, const BeforeWrite& before) {
         return before(standing);
       });
   row.state = stateOf(written);
+  if (row.state == State::kAsBefore && stays) row.state = State::kUnknown;
   row.why = written.why;
   row.note = written.note;
   torn_.erase(index);

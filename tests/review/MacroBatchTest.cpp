@@ -66,6 +66,22 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
     EXPECT_EQ(panel.files[0], done ? kNew : found);
     EXPECT_EQ(batch.rows()[0].before, HeldContent::of(kOld));
   }
+  // What cannot be read at the second try is still not known, rather than as before.
+  panel.files[0] = kOld;
+  MacroBatch blind(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
+                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
+  panel.tears = true;
+  EXPECT_TRUE(blind.run());
+  panel.tears = false;
+  for (const bool read : {false, true}) {
+    panel.unreadable = read ? -1 : 0;
+    panel.refused = read ? 0 : -1;
+    EXPECT_TRUE(blind.run());
+    EXPECT_EQ(blind.rows()[0].state, State::kUnknown) << read;
+  }
+  panel.refused = -1;
+  EXPECT_TRUE(blind.run());
+  EXPECT_EQ(panel.files[0], kNew);
   // Also by the next start, when the program ends before the second try has begun anything.
   panel.files[0] = kOld;
   MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
