@@ -189,8 +189,8 @@ QString Comparisons::refusalOf(const PaneState& here) {
 QString Comparisons::take(Pane pane, const CompareTake& take) {
   if (QString refusal = refusalOf(state(pane)); !refusal.isEmpty()) return refusal;
   WorkingCopy& copy = state(pane).copy;
-  if (copy.macro()->check() != take.shown.check()) return tr("the macro was changed meanwhile");
-  const Outcome done = copy.apply(take.edit, {take.step.toStdString(), selectedAfter(take.edit)});
+  const Outcome done =
+      copy.apply(take.shown, take.taken, {take.step.toStdString(), selectedAfter(take.edit)});
   return done.written() ? QString() : failureText(done.failure());
 }
 

@@ -203,11 +203,11 @@ void ReviewPlaces::openFromDisk(Pane pane, const Wanted& wanted) {
 
 void ReviewPlaces::openFromPanel() {
   if (!awaited_ || gate_.held()) return;
-  const MacroPlace& place = awaited_->place.place;
   const Pane pane = awaiting_;
   // Taken first: what is chosen now tells of changes again.
   const Wanted wanted = *std::exchange(awaited_, std::nullopt);
   if (state(pane).copy.edited() || !onPanel(pane)) return;
+  const MacroPlace& place = wanted.place.place;
   if (!browser(pane).revealOnPanel(place.workplace, place.number)) {
     awaited_ = wanted;
     return;

@@ -75,6 +75,9 @@ class WorkingCopy : public QObject {
   // Changes the macro and its file, as one step, and enters edit state. `marks` are shown until the next
   // change. Nothing has changed when it fails.
   Outcome apply(const MacroEdit& edit, StepNote note = {}, Marks marks = {});
+  // The same of an edit that was applied to the macro elsewhere; refused (kChanged) when that is no longer
+  // the one that is shown.
+  Outcome apply(const Macro& shown, Expected<Macro> changed, StepNote note);
   // They are shown until the list is drawn anew.
   void dropMarks() { marks_.clear(); }
   // Writes the macro as after an edit, and enters edit state.

@@ -72,6 +72,7 @@ std::unique_ptr<PanelMacros> PanelMacros::forMany() const {
   auto macros = std::make_unique<PanelMacros>(client_, root_, manyTransfers_ ? manyTransfers_ : transfers_,
                                               reader_, demo_);
   macros->stayConnected();
+  macros->waitFor(patience_);
   macros->seen_ = seen_;
   return macros;
 }

@@ -11,8 +11,9 @@ std::string englishOf(const Finding& finding) {
   std::string text(severityName(finding.severity));
   text += ": ";
   if (!finding.parameter.empty()) text += finding.parameter + ": ";
-  text += wrongText(finding, 1);
-  return finding.right.empty() ? text : text + "; right: " + finding.right;
+  text += inEnglish(wrongOf(finding, 1));
+  const std::string right = rightText(finding);
+  return right.empty() ? text : text + "; right: " + right;
 }
 
 template <class Values>

@@ -23,12 +23,13 @@ struct CompareSide {
 };
 
 // What is to be taken into a side, as one step of that name. `shown` is what the side held when it was
-// compared: when it holds something else by now nothing is taken.
+// compared, and `taken` what the edit makes of it: when it holds something else by now nothing is taken.
 struct CompareTake {
   Side into = Side::kA;
   TakeCommands edit;
   Macro shown;
   QString step;
+  Expected<Macro> taken;
 };
 
 // What a window that compares is handed. All but `content` is called on the GUI thread.

@@ -62,6 +62,7 @@ CompareWindow::CompareWindow(CompareWays ways, const LineContext& lines, const L
   connect(ui_->onlyDifferences, &QCheckBox::clicked, this, &CompareWindow::setOnlyDifferences);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
   connect(&work_, &CompareWork::ready, this, &CompareWindow::showResult);
+  connect(&work_, &CompareWork::taken, this, &CompareWindow::handOver);
   due_.setSingleShot(true);
   connect(&due_, &QTimer::timeout, this, &CompareWindow::compare);
   long_.setSingleShot(true);
@@ -354,13 +355,22 @@ void CompareWindow::take(Side into, const std::vector<std::size_t>& rows) {
   const auto count = static_cast<int>(differences.size());
   QString reason = sides_[sideIndex(into)].refusal;
   if (reason.isEmpty() && count == 0) reason = tr("no difference is selected");
-  if (reason.isEmpty())
-    reason = ways_.take(
-        {into, diff->taking(rows, into), diff->of(into),
-         tr("take %n differences from %1", nullptr, count).arg(sides_[sideIndex(otherSide(into))].name)});
-  ui_->outcome->setText(
-      reason.isEmpty() ? tr("%n differences taken into %1; nothing is saved yet", nullptr, count).arg(name)
-                       : tr("NOT taken into %1: %2").arg(name, reason));
+  if (reason.isEmpty() && work_.taking()) reason = tr("the one before is still being taken");
+  if (!reason.isEmpty()) {
+    ui_->outcome->setText(tr("NOT taken into %1: %2").arg(name, reason));
+    return;
+  }
+  const QString step =
+      tr("take %n differences from %1", nullptr, count).arg(sides_[sideIndex(otherSide(into))].name);
+  toldTaken_ = tr("%n differences taken into %1; nothing is saved yet", nullptr, count).arg(name);
+  work_.take({into, diff->taking(rows, into), diff->of(into), step, diff->of(into)});
+}
+
+void CompareWindow::handOver(const CompareTake& take) {
+  const QString reason = ways_.take(take);
+  ui_->outcome->setText(reason.isEmpty()
+                            ? toldTaken_
+                            : tr("NOT taken into %1: %2").arg(sides_[sideIndex(take.into)].name, reason));
 }
 
 }  // namespace tessaly

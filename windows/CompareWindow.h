@@ -64,6 +64,7 @@ class CompareWindow : public ReviewWindow {
   void takeAt(const QModelIndex& arrow);
   void takeSelected(Side into);
   void take(Side into, const std::vector<std::size_t>& rows);
+  void handOver(const CompareTake& take);
 
   CompareWays ways_;
   std::unique_ptr<Ui::CompareWindow> ui_;
@@ -72,8 +73,9 @@ class CompareWindow : public ReviewWindow {
   std::array<CompareSide, 2> sides_;
   std::array<QPushButton*, 2> take_{}, takeAll_{};
   CompareWork work_;
-  QTimer due_;   // until it is compared anew
-  QTimer long_;  // until it is told that this takes a while
+  QString toldTaken_;  // of the take that is under way, once it is done
+  QTimer due_;         // until it is compared anew
+  QTimer long_;        // until it is told that this takes a while
 };
 
 }  // namespace tessaly

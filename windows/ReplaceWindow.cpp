@@ -7,6 +7,7 @@
 #include "ui_ReplaceWindow.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListFinder.h"
+#include "windows/FindingText.h"
 #include "windows/ReplaceDelegate.h"
 #include "windows/ReviewWalk.h"
 
@@ -153,10 +154,12 @@ void ReplaceWindow::compose() {
   ui_->problem->clear();
 }
 
-Expected<MacroRetarget> ReplaceWindow::retarget() const {
+Expected<MacroRetarget> ReplaceWindow::retarget() {
   const auto rule = RetargetRule::parse(ui_->rule->text().toStdString());
   if (!rule) return rule.failure();
-  return MacroRetarget::make(*rule, surroundings_.knowledge());
+  const CheckContext knowledge = surroundings_.knowledge();
+  off_ = offText(knowledge.off);
+  return MacroRetarget::make(*rule, knowledge);
 }
 
 void ReplaceWindow::preview() {
@@ -213,6 +216,7 @@ QString ReplaceWindow::summary() const {
       tr("%1 can be changed; %2 in %3.").arg(tr("%n commands", nullptr, model_.ticked()), seen, what_);
   if (const int count = model_.impossible(); count > 0)
     text = tr("%1 %2").arg(text, tr("%n commands cannot.", nullptr, count));
+  if (!off_.isEmpty()) text = tr("%1 Off for this site: %2").arg(text, off_);
   return text;
 }
 

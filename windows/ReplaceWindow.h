@@ -65,7 +65,7 @@ class ReplaceWindow : public ReviewWindow {
   void setUpFields();
   void setUpTable();
   void compose();
-  [[nodiscard]] Expected<MacroRetarget> retarget() const;
+  [[nodiscard]] Expected<MacroRetarget> retarget();
   void preview();
   void take(std::vector<FoundReplacement> found, Reading::Progress progress);
   void endReading(const Outcome& outcome);
@@ -79,6 +79,7 @@ class ReplaceWindow : public ReviewWindow {
   std::unique_ptr<Ui::ReplaceWindow> ui_;
   ReplaceModel model_;
   QString what_;  // was looked at
+  QString off_;   // the rules that do not count in the preview
   std::string rule_;
   std::size_t seen_ = 0;
   std::vector<std::size_t> items_;  // the macros that are being written

@@ -212,7 +212,10 @@ TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
   const CheckList list = this->list();
   list.look(ReviewScope::Kind::kPanel);
   EXPECT_THAT(list.text("outcome"), HasSubstr("workplace 1 on the panel " + addressOf(first_)));
-  EXPECT_THAT(list.rows(), testing::Contains("error 2 limits"));
+  list.choose("error 2 limits");
+  press(&list.view(), Qt::Key_Return);
+  WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() == 1; }, "the command");
+  EXPECT_EQ(driver().list(a_.macros).selected()->text, "007 - Two");
 }
 
 TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {

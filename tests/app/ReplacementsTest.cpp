@@ -3,8 +3,9 @@
 
 #include <QPushButton>
 
-#include "tests/app/WindowFixture.h"
+#include "tests/app/PanelWindowFixture.h"
 #include "windows/ReplaceWindow.h"
+#include "windows/ScopeBox.h"
 
 namespace tessaly {
 namespace {
@@ -45,6 +46,50 @@ TEST(Replacements, PanesFollowUnsavedChangesStayAndOneUndoTakesAllBack) {
   QTest::keyClick(fixture.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
   WindowDriver::waitFor([&] { return line() == shown; }, "the pane to follow the undo");
   for (int number = 0; number < 3; ++number) EXPECT_EQ(read(number), before[number]) << number;
+}
+
+// What the panel has refused is not called replaced, and one undo takes back what it took.
+TEST_F(PanelWindowTest, AReplacementOnAPanelIsVerifiedToldAndUndone) {
+  const auto macros = [](const std::string& goal) {
+    const std::string line = goal + ".ME1.KEY1.ON.SET";
+    return std::pair(Panel::macro("Zero", {line}), Panel::macro("Two", std::vector(12, line)));
+  };
+  const auto [shorter, longer] = macros("QMF1");
+  const auto [shorterAfter, longerAfter] = macros("QMF4");
+  first_.tree.write(Panel::file(1, "000"), shorter);
+  first_.tree.write(Panel::file(1, "007"), longer);
+  connectPane(Pane::kA, first_);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  QApplication::setActiveWindow(fixture_.window.get());
+  QTest::keyClick(fixture_.window.get(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
+  auto& window = *fixture_.window->findChild<ReplaceWindow*>();
+  static_cast<ScopeBox*>(window.findChild<QComboBox*>("scope"))->choose(ReviewScope::Kind::kPanel);
+  QTest::keyClicks(window.findChild<QLineEdit*>("rule"), "destination:QMF1->QMF4");
+  const auto replace = [&](bool away) {
+    QTest::keyClick(window.findChild<QLineEdit*>("rule"), Qt::Key_Return);
+    auto& button = *window.findChild<QPushButton*>("replace");
+    WindowDriver::waitFor([&] { return button.isEnabled(); }, "the preview");
+    PanelFaults faults;
+    faults.ftp.refuseLogin = away;
+    ASSERT_TRUE(first_.simulator.setFaults(faults));
+    QTest::mouseClick(&button, Qt::LeftButton);
+    WindowDriver::waitFor([&] { return !window.writing(); }, "the replacement");
+    ASSERT_TRUE(first_.simulator.setFaults({}));
+  };
+  const auto told = [&] { return window.findChild<QLabel*>("outcome")->text().toStdString(); };
+  replace(true);
+  EXPECT_THAT(told(), HasSubstr("NOTHING was replaced: "));
+  EXPECT_EQ(first_.read(1, "000"), shorter);
+  EXPECT_EQ(first_.read(1, "007"), longer);
+  replace(false);
+  EXPECT_THAT(told(), Not(HasSubstr("NOT")));
+  EXPECT_EQ(first_.read(1, "000"), shorterAfter);
+  EXPECT_EQ(first_.read(1, "007"), longerAfter);
+  window.close();
+  QApplication::setActiveWindow(fixture_.window.get());
+  QTest::keyClick(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
+  WindowDriver::waitFor([&] { return first_.read(1, "000") == shorter; }, "the undo of both");
+  EXPECT_EQ(first_.read(1, "007"), longer);
 }
 
 }  // namespace

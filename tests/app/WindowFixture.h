@@ -51,6 +51,9 @@ class WindowFixture {
     context_ = std::make_unique<WindowContext>(
         WindowContext{site.access(), sampleDictionary(), lists_, client, macros_, history, demo});
     macros_.keepIn(history);
+    // What a fault keeps from being put back is not tried for as long as on a panel that may come back.
+    macros_.waitFor(
+        {std::chrono::milliseconds(500), std::chrono::milliseconds(500), std::chrono::milliseconds(20)});
     macros_.takeForMany(ftpTransfers(ftpPort, FtpClient::Connections::kKept));
     open();
   }

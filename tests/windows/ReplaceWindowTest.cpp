@@ -40,7 +40,9 @@ class ReplaceWindowTest : public testing::Test {
         {.root = site_.root,
          .knowledge =
              [this] {
-               return CheckContext{dictionary_, lists_};
+               RulesOff off;
+               off.set(CheckRule::kRepeated);
+               return CheckContext{dictionary_, lists_, 25, off};
              },
          .scopes =
              [] {
@@ -93,7 +95,8 @@ class ReplaceWindowTest : public testing::Test {
 TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   preview("QMF1", "QMF2");
   ASSERT_EQ(tree_->model()->rowCount(), 4) << "with the file that cannot be read";
-  EXPECT_TRUE(told().startsWith("4 ")) << told().toStdString();
+  EXPECT_TRUE(told().startsWith("4 ") && told().endsWith("Off for this site: repeated"))
+      << told().toStdString();
   EXPECT_EQ(command(0, 0, 2).data().toString(), "Mainframe2 - Size ==> 5");
   EXPECT_FALSE(command(2, 0).data(Qt::CheckStateRole).isValid()) << "what has unsaved changes is left out";
   tree_->setFocus();
