@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "platform/FixedPoint.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -87,7 +88,7 @@ std::optional<std::string> stepped(const FunctionTemplate& function, std::string
     const bool bound = whole->min != whole->max;
     const double low = bound ? std::min(whole->min, whole->max) : std::numeric_limits<std::int32_t>::min();
     const double high = bound ? std::max(whole->min, whole->max) : std::numeric_limits<std::int32_t>::max();
-    return format("%.0f", std::clamp(*number + step, low, high));
+    return fixedPoint(std::clamp(*number + step, low, high), 0);
   }
   const auto* const real = parameterNamed(function.floats, parameter);
   const auto number = exactNumber<double>(stored);
@@ -95,7 +96,7 @@ std::optional<std::string> stepped(const FunctionTemplate& function, std::string
   double value = *number + step;
   if (real->min != real->max)
     value = std::clamp(value, std::min(real->min, real->max), std::max(real->min, real->max));
-  return format("%f", value);
+  return fixedPoint(value, 6);
 }
 
 std::string shownStep(const FunctionTemplate& function, std::string_view parameter, double step) {

@@ -1,11 +1,10 @@
 #include "values/ParameterValue.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstdint>
 #include <limits>
 
+#include "platform/FixedPoint.h"
 #include "platform/Text.h"
 #include "values/Timecode.h"
 
@@ -21,14 +20,6 @@ std::string asItStands(std::string_view shown) { return shown.empty() ? "0" : st
 // `value` moved from one range to another; differences in double, as the limits may span all of 32 bits.
 double rescaled(double value, double fromMin, double fromMax, double toMin, double toMax) {
   return (toMax - toMin) * ((value - fromMin) / (fromMax - fromMin)) + toMin;
-}
-
-// As printf with "%.*f", which takes four times as long and counts where a thousand macros are searched.
-std::string fixedPoint(double number, int decimals) {
-  std::array<char, 64> buffer;
-  const auto [stop, error] =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, decimals);
-  return error == std::errc() ? std::string(buffer.data(), stop) : format("%.*f", decimals, number);
 }
 
 // Adds 0.5 and cuts towards zero, so -511.5 becomes -511: deliberate, stored macros and panels agree on it.
