@@ -52,6 +52,65 @@
     </message>
 </context>
 <context>
+    <name>CaptureWindow</name>
+    <message>
+        <source>&amp;Of:</source>
+        <translation>&amp;Von:</translation>
+    </message>
+    <message>
+        <source>&amp;Differences only</source>
+        <translation>Nur &amp;Unterschiede</translation>
+    </message>
+    <message>
+        <source>As&amp;k Again</source>
+        <translation>&amp;Erneut fragen</translation>
+    </message>
+    <message>
+        <source>Ask the panel for what did not come; what has come stays</source>
+        <translation>Das Pult nach dem fragen, was nicht gekommen ist; was gekommen ist, bleibt</translation>
+    </message>
+    <message>
+        <source>Capture &amp;Anew</source>
+        <translation>Neu &amp;aufnehmen</translation>
+    </message>
+    <message>
+        <source>Ask for all values again, for the macro as it is now (F5)</source>
+        <translation>Alle Werte noch einmal erfragen, für das Makro, wie es jetzt ist (F5)</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>Werte</translation>
+    </message>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>A&amp;lle wählen</translation>
+    </message>
+    <message>
+        <source>Tick all that differ</source>
+        <translation>Alle ankreuzen, die abweichen</translation>
+    </message>
+    <message>
+        <source>Select &amp;None</source>
+        <translation>&amp;Keine wählen</translation>
+    </message>
+    <message>
+        <source>Tick nothing</source>
+        <translation>Nichts ankreuzen</translation>
+    </message>
+    <message>
+        <source>&amp;Take Over</source>
+        <translation>&amp;Übernehmen</translation>
+    </message>
+    <message>
+        <source>Write what is ticked into the macro, as one step</source>
+        <translation>Was angekreuzt ist, als einen Schritt in das Makro schreiben</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>CheckRulesDialog</name>
     <message>
         <source>Rules</source>
@@ -757,6 +816,218 @@ Neu verbinden, dann erneut aktualisieren.</translation>
             <numerusform>%n Hinweise</numerusform>
         </translation>
     </message>
+    <message>
+        <source>the destination is missing</source>
+        <translation>das Ziel fehlt</translation>
+    </message>
+    <message>
+        <source>the destination &quot;%1&quot; is unknown</source>
+        <translation>das Ziel „%1“ ist unbekannt</translation>
+    </message>
+    <message>
+        <source>the workplace is missing</source>
+        <translation>der Arbeitsplatz fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no workplace</source>
+        <translation>„%1“ ist kein Arbeitsplatz</translation>
+    </message>
+    <message>
+        <source>no function is called &quot;%1&quot;</source>
+        <translation>keine Funktion heißt „%1“</translation>
+    </message>
+    <message>
+        <source>the function has no parameter &quot;%1&quot;</source>
+        <translation>die Funktion hat keinen Parameter „%1“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands there twice</source>
+        <translation>„%1“ steht zweimal da</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>„%1“ fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no value</source>
+        <translation>„%1“ hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number</source>
+        <translation>„%1“ ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is beyond the limits</source>
+        <translation>„%1“ liegt außerhalb der Grenzen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is none of the values</source>
+        <translation>„%1“ ist keiner der Werte</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no source of the site</source>
+        <translation>„%1“ ist keine Quelle der Anlage</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no timecode</source>
+        <translation>„%1“ ist kein Timecode</translation>
+    </message>
+    <message>
+        <source>an update would put its value into command %1</source>
+        <translation>eine Aktualisierung würde ihren Wert in Befehl %1 schreiben</translation>
+    </message>
+    <message>
+        <source>the same command as %1</source>
+        <translation>derselbe Befehl wie %1</translation>
+    </message>
+    <message>
+        <source>it is set again before anything acts, by command %1</source>
+        <translation>er wird wieder gesetzt, bevor etwas wirkt, durch Befehl %1</translation>
+    </message>
+    <message>
+        <source>there is no macro with data in the file</source>
+        <translation>in der Datei ist kein Makro mit Daten</translation>
+    </message>
+    <message>
+        <source>the file says UTF-8, but its bytes are none</source>
+        <translation>die Datei nennt UTF-8, ihre Bytes sind aber keines</translation>
+    </message>
+    <message>
+        <source>the file has bytes that are no character of Windows-1252</source>
+        <translation>die Datei hat Bytes, die kein Zeichen von Windows-1252 sind</translation>
+    </message>
+    <message>
+        <source>the file says %1, of which only ASCII is understood</source>
+        <translation>die Datei nennt %1, wovon nur ASCII verstanden wird</translation>
+    </message>
+    <message>
+        <source>the file is not named by its number</source>
+        <translation>die Datei heißt nicht nach ihrer Nummer</translation>
+    </message>
+    <message>
+        <source>%1 has the same name</source>
+        <translation>%1 hat denselben Namen</translation>
+    </message>
+    <message>
+        <source>there is no command text</source>
+        <translation>es gibt keinen Befehlstext</translation>
+    </message>
+    <message>
+        <source>the text does not decode</source>
+        <translation>der Text lässt sich nicht entschlüsseln</translation>
+    </message>
+    <message>
+        <source>the line does not decode</source>
+        <translation>die Zeile lässt sich nicht entschlüsseln</translation>
+    </message>
+    <message>
+        <source>%1 parameter bytes would not be read back after a save</source>
+        <translation>%1 Parameterbytes würden nach dem Speichern nicht zurückgelesen</translation>
+    </message>
+    <message>
+        <source>the action %1 is unknown</source>
+        <translation>die Aktion %1 ist unbekannt</translation>
+    </message>
+    <message>
+        <source>there is no decoding list for cd %1, co %2</source>
+        <translation>es gibt keine Dekodierliste für cd %1, co %2</translation>
+    </message>
+    <message>
+        <source>%1 has no entry in the decoding list</source>
+        <translation>%1 hat keinen Eintrag in der Dekodierliste</translation>
+    </message>
+    <message>
+        <source>%1 is beyond the limits</source>
+        <translation>%1 liegt außerhalb der Grenzen</translation>
+    </message>
+    <message>
+        <source>%1 is no source</source>
+        <translation>%1 ist keine Quelle</translation>
+    </message>
+    <message>
+        <source>%1 is no timecode of a clock with %2 frames a second</source>
+        <translation>%1 ist kein Timecode einer Uhr mit %2 Bildern je Sekunde</translation>
+    </message>
+    <message>
+        <source>the bytes end before %1</source>
+        <translation>die Bytes enden vor %1</translation>
+    </message>
+    <message>
+        <source>the bytes end before the last parameter</source>
+        <translation>die Bytes enden vor dem letzten Parameter</translation>
+    </message>
+    <message>
+        <source>the keyword %1 is in no decoding list</source>
+        <translation>das Schlüsselwort %1 steht in keiner Dekodierliste</translation>
+    </message>
+    <message>
+        <source>QMF1 to QMF4, or PANEL</source>
+        <translation>QMF1 bis QMF4, oder PANEL</translation>
+    </message>
+    <message>
+        <source>1 to 8</source>
+        <translation>1 bis 8</translation>
+    </message>
+    <message>
+        <source>once</source>
+        <translation>einmal</translation>
+    </message>
+    <message>
+        <source>a value: the parameter is not optional</source>
+        <translation>ein Wert: der Parameter ist nicht wahlfrei</translation>
+    </message>
+    <message>
+        <source>a parameter with a value</source>
+        <translation>ein Parameter mit einem Wert</translation>
+    </message>
+    <message>
+        <source>one of the two</source>
+        <translation>einer von beiden</translation>
+    </message>
+    <message>
+        <source>UTF-8 or Windows-1252</source>
+        <translation>UTF-8 oder Windows-1252</translation>
+    </message>
+    <message>
+        <source>an input of the site, such as %1</source>
+        <translation>ein Eingang der Anlage, wie %1</translation>
+    </message>
+    <message>
+        <source>one of %1</source>
+        <translation>einer von %1</translation>
+    </message>
+    <message>
+        <source>one of %1 ...</source>
+        <translation>einer von %1 ...</translation>
+    </message>
+    <message>
+        <source>a whole number, %1</source>
+        <translation>eine ganze Zahl, %1</translation>
+    </message>
+    <message>
+        <source>a number, %1</source>
+        <translation>eine Zahl, %1</translation>
+    </message>
+    <message>
+        <source>a packed timecode of a clock</source>
+        <translation>ein gepackter Timecode einer Uhr</translation>
+    </message>
+    <message>
+        <source>a packed timecode of a clock with %1 frames a second</source>
+        <translation>ein gepackter Timecode einer Uhr mit %1 Bildern je Sekunde</translation>
+    </message>
+    <message>
+        <source>27 at the most</source>
+        <translation>höchstens 27</translation>
+    </message>
+    <message>
+        <source>min: %1   max: %2</source>
+        <translation>min: %1   max: %2</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
 </context>
 <context>
     <name>FirstStartDialog</name>
@@ -1043,6 +1314,231 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>RehearseTexts</name>
+    <message>
+        <source>the function is not in the dictionary</source>
+        <translation>die Funktion steht nicht im Wörterbuch</translation>
+    </message>
+    <message>
+        <source>its destination is unknown</source>
+        <translation>sein Ziel ist unbekannt</translation>
+    </message>
+    <message>
+        <source>the panel tells no value that it steps</source>
+        <translation>das Pult nennt keinen Wert, den er verstellt</translation>
+    </message>
+    <message>
+        <source>its value is missing</source>
+        <translation>sein Wert fehlt</translation>
+    </message>
+    <message>
+        <source>its step is no number</source>
+        <translation>sein Schritt ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>its value was no number before</source>
+        <translation>sein Wert war zuvor keine Zahl</translation>
+    </message>
+    <message>
+        <source>its value was none of its list before</source>
+        <translation>sein Wert war zuvor keiner seiner Liste</translation>
+    </message>
+    <message>
+        <source>its text does not decode</source>
+        <translation>sein Text lässt sich nicht entschlüsseln</translation>
+    </message>
+    <message>
+        <source>its action is unknown</source>
+        <translation>seine Aktion ist unbekannt</translation>
+    </message>
+    <message>
+        <source>its last parameter holds no step</source>
+        <translation>sein letzter Parameter hat keinen Schritt</translation>
+    </message>
+    <message>
+        <source>its decoding list knows the step, not what it leads to</source>
+        <translation>seine Dekodierliste kennt den Schritt, nicht wohin er führt</translation>
+    </message>
+    <message>
+        <source>its bytes end before the last parameter</source>
+        <translation>seine Bytes enden vor dem letzten Parameter</translation>
+    </message>
+    <message>
+        <source>it gives no value</source>
+        <translation>er nennt keinen Wert</translation>
+    </message>
+    <message>
+        <source>it has no step</source>
+        <translation>er hat keinen Schritt</translation>
+    </message>
+    <message>
+        <source>the function has no parameter </source>
+        <translation>die Funktion hat keinen Parameter </translation>
+    </message>
+    <message>
+        <source>no value tells </source>
+        <translation>kein Wert nennt </translation>
+    </message>
+    <message>
+        <source>there is no decoding list for </source>
+        <translation>es gibt keine Dekodierliste für </translation>
+    </message>
+    <message>
+        <source>its decoding list has no entry for keyword </source>
+        <translation>seine Dekodierliste hat keinen Eintrag für das Schlüsselwort </translation>
+    </message>
+    <message>
+        <source>changed by this command</source>
+        <translation>von diesem Befehl geändert</translation>
+    </message>
+    <message>
+        <source>was so already</source>
+        <translation>war schon so</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>known only by how much it has changed</source>
+        <translation>nur bekannt, um wie viel es sich geändert hat</translation>
+    </message>
+    <message>
+        <source>not as the panel has it now</source>
+        <translation>nicht so, wie das Pult es jetzt hat</translation>
+    </message>
+    <message>
+        <source>as the panel has it now</source>
+        <translation>so, wie das Pult es jetzt hat</translation>
+    </message>
+    <message>
+        <source>changed by %1</source>
+        <translation>geändert um %1</translation>
+    </message>
+    <message>
+        <source>The values are what the panel has now, as far as they have come.</source>
+        <translation>Die Werte sind, was das Pult jetzt hat, soweit sie gekommen sind.</translation>
+    </message>
+    <message>
+        <source>Nothing is known of the values.</source>
+        <translation>Von den Werten ist nichts bekannt.</translation>
+    </message>
+    <message>
+        <source>%1 is %2 already</source>
+        <translation>%1 ist schon %2</translation>
+    </message>
+    <message>
+        <source>%1: %2 → %3</source>
+        <translation>%1: %2 → %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weiterer</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>acts, and changes no value that could be asked for</source>
+        <translation>wirkt, und ändert keinen Wert, der erfragt werden könnte</translation>
+    </message>
+    <message>
+        <source>what it does cannot be told: %1</source>
+        <translation>was er bewirkt, lässt sich nicht sagen: %1</translation>
+    </message>
+    <message>
+        <source>No panel is connected: what the values are now is not known.</source>
+        <translation>Kein Pult ist verbunden: die jetzigen Werte sind nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>The panel is gone: what the values are now is no longer known.</source>
+        <translation>Das Pult ist fort: die jetzigen Werte sind nicht mehr bekannt.</translation>
+    </message>
+    <message>
+        <source>Asking %1: %2 of %3 values have come...</source>
+        <translation>Frage %1: %2 von %3 Werten sind gekommen...</translation>
+    </message>
+    <message>
+        <source>%1 has told %2 of %3 values, the others have not come: they can be asked for again.</source>
+        <translation>%1 hat %2 von %3 Werten genannt, die anderen sind nicht gekommen: sie können erneut erfragt werden.</translation>
+    </message>
+    <message>
+        <source>%1 tells none of these values.</source>
+        <translation>%1 nennt keinen dieser Werte.</translation>
+    </message>
+    <message>
+        <source>%1 has told all %2 values.</source>
+        <translation>%1 hat alle %2 Werte genannt.</translation>
+    </message>
+    <message>
+        <source>After this macro: %1 not as now (≠), %2 as now.</source>
+        <translation>Nach diesem Makro: %1 nicht wie jetzt (≠), %2 wie jetzt.</translation>
+    </message>
+</context>
+<context>
+    <name>RehearseWindow</name>
+    <message>
+        <source>&amp;Previous Change</source>
+        <translation>&amp;Vorige Änderung</translation>
+    </message>
+    <message>
+        <source>To the step before that changes something (F7)</source>
+        <translation>Zum vorigen Schritt, der etwas ändert (F7)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Change</source>
+        <translation>&amp;Nächste Änderung</translation>
+    </message>
+    <message>
+        <source>To the next step that changes something (F8)</source>
+        <translation>Zum nächsten Schritt, der etwas ändert (F8)</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>The step: Left and Right, Page Up and Page Down, Home and End</source>
+        <translation>Der Schritt: Links und Rechts, Bild auf und Bild ab, Pos1 und Ende</translation>
+    </message>
+    <message>
+        <source>&amp;Step by Step</source>
+        <translation>&amp;Schritt für Schritt</translation>
+    </message>
+    <message>
+        <source>&amp;After This Macro</source>
+        <translation>N&amp;ach diesem Makro</translation>
+    </message>
+    <message>
+        <source>After this macro</source>
+        <translation>Nach diesem Makro</translation>
+    </message>
+    <message>
+        <source>● changed   = so already   ? unknown   ± changed from an unknown value   ≠ not as now</source>
+        <translation>● geändert   = schon so   ? unbekannt   ± von einem unbekannten Wert aus geändert   ≠ nicht wie jetzt</translation>
+    </message>
+    <message>
+        <source>Start from what the panel has n&amp;ow</source>
+        <translation>V&amp;on den jetzigen Werten des Pults ausgehen</translation>
+    </message>
+    <message>
+        <source>Otherwise nothing is known of the values before the first command</source>
+        <translation>Sonst ist vor dem ersten Befehl nichts von den Werten bekannt</translation>
+    </message>
+    <message>
+        <source>Ask A&amp;gain</source>
+        <translation>Erneut fra&amp;gen</translation>
+    </message>
+    <message>
+        <source>Ask the panel again for what has not come (F5)</source>
+        <translation>Das Pult noch einmal nach dem fragen, was nicht gekommen ist (F5)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>ReplaceWindow</name>
     <message>
         <source>&amp;What:</source>
@@ -1294,6 +1790,157 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>SheetWindow</name>
+    <message>
+        <source>&amp;What:</source>
+        <translation>&amp;Was:</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>End the reading; the sheet stays as it was</source>
+        <translation>Das Lesen beenden; das Blatt bleibt, wie es war</translation>
+    </message>
+    <message>
+        <source>&amp;Paper:</source>
+        <translation>&amp;Papier:</translation>
+    </message>
+    <message>
+        <source>&amp;After this macro</source>
+        <translation>N&amp;ach diesem Makro</translation>
+    </message>
+    <message>
+        <source>List what the values are after the macro</source>
+        <translation>Auflisten, welche Werte nach dem Makro gelten</translation>
+    </message>
+    <message>
+        <source>&amp;Findings</source>
+        <translation>&amp;Befunde</translation>
+    </message>
+    <message>
+        <source>Tell what the check finds</source>
+        <translation>Sagen, was die Prüfung findet</translation>
+    </message>
+    <message>
+        <source>&amp;Notes</source>
+        <translation>&amp;Notizen</translation>
+    </message>
+    <message>
+        <source>Lines for notes behind each macro</source>
+        <translation>Zeilen für Notizen hinter jedem Makro</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom:</source>
+        <translation>&amp;Zoom:</translation>
+    </message>
+    <message>
+        <source>Preview of the sheet</source>
+        <translation>Vorschau des Blatts</translation>
+    </message>
+    <message>
+        <source>Progress of the sheet</source>
+        <translation>Fortschritt des Blatts</translation>
+    </message>
+    <message>
+        <source>P&amp;rint...</source>
+        <translation>D&amp;rucken...</translation>
+    </message>
+    <message>
+        <source>Print the sheet (Ctrl+P)</source>
+        <translation>Das Blatt drucken (Strg+P)</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>&amp;Exportieren...</translation>
+    </message>
+    <message>
+        <source>Write the sheet to a file: PDF, HTML or CSV (Ctrl+E)</source>
+        <translation>Das Blatt in eine Datei schreiben: PDF, HTML oder CSV (Strg+E)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>SheetWords</name>
+    <message>
+        <source>en</source>
+        <comment>the code of this language</comment>
+        <translation>de</translation>
+    </message>
+    <message>
+        <source>Macros</source>
+        <translation>Makros</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>empty macro</source>
+        <translation>leeres Makro</translation>
+    </message>
+    <message>
+        <source>no macros</source>
+        <translation>keine Makros</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>kann nicht gelesen werden (%1)</translation>
+    </message>
+    <message>
+        <source>Findings</source>
+        <translation>Befunde</translation>
+    </message>
+    <message>
+        <source>After this macro</source>
+        <translation>Nach diesem Makro</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notizen</translation>
+    </message>
+    <message>
+        <source>no value that could be told is changed</source>
+        <translation>kein Wert, der sich nennen ließe, wird geändert</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>What these commands do, or a part of it, cannot be told: %1</source>
+        <translation>Was diese Befehle bewirken, oder ein Teil davon, lässt sich nicht sagen: %1</translation>
+    </message>
+    <message>
+        <source>%1 (continued)</source>
+        <translation>%1 (Fortsetzung)</translation>
+    </message>
+    <message>
+        <source>page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
+    </message>
+</context>
+<context>
     <name>SnapshotRestoreDialog</name>
     <message>
         <source>Restore</source>
@@ -1431,6 +2078,13 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>
             <numerusform>%n Text ändern</numerusform>
             <numerusform>%n Texte ändern</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>capture of %n values</source>
+        <translation>
+            <numerusform>Aufnahme von %n Wert</numerusform>
+            <numerusform>Aufnahme von %n Werten</numerusform>
         </translation>
     </message>
 </context>
@@ -1669,6 +2323,155 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>renamed: %1 has another name on the panel now</source>
         <translation>umbenannt: %1 heißt auf dem Bedienpult jetzt anders</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CaptureModel</name>
+    <message>
+        <source>waiting</source>
+        <translation>wartet</translation>
+    </message>
+    <message>
+        <source>did not come</source>
+        <translation>nicht gekommen</translation>
+    </message>
+    <message>
+        <source>same</source>
+        <translation>gleich</translation>
+    </message>
+    <message>
+        <source>differs</source>
+        <translation>weicht ab</translation>
+    </message>
+    <message>
+        <source>changed in the macro meanwhile</source>
+        <translation>inzwischen im Makro geändert</translation>
+    </message>
+    <message>
+        <source>cannot be asked: a classic command</source>
+        <translation>nicht zu erfragen: ein klassischer Befehl</translation>
+    </message>
+    <message>
+        <source>cannot be asked: no destination</source>
+        <translation>nicht zu erfragen: kein Ziel</translation>
+    </message>
+    <message>
+        <source>cannot be asked: the function has no value</source>
+        <translation>nicht zu erfragen: die Funktion hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>cannot be asked: the value is that of another function</source>
+        <translation>nicht zu erfragen: der Wert gehört einer anderen Funktion</translation>
+    </message>
+    <message>
+        <source>cannot be asked: the command has no value</source>
+        <translation>nicht zu erfragen: der Befehl hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>In the macro</source>
+        <translation>Im Makro</translation>
+    </message>
+    <message>
+        <source>On the panel</source>
+        <translation>Auf dem Pult</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CaptureWindow</name>
+    <message>
+        <source>Capture</source>
+        <translation>Aufnehmen</translation>
+    </message>
+    <message numerus="yes">
+        <source>the %n selected commands</source>
+        <translation>
+            <numerusform>der %n gewählte Befehl</numerusform>
+            <numerusform>die %n gewählten Befehle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>all commands</source>
+        <translation>alle Befehle</translation>
+    </message>
+    <message>
+        <source>the pane is on another panel</source>
+        <translation>der Bereich ist auf einem anderen Pult</translation>
+    </message>
+    <message>
+        <source>another macro was opened in the pane</source>
+        <translation>im Bereich wurde ein anderes Makro geöffnet</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n values taken over; &quot;Undo&quot; in the pane takes them back.</source>
+        <translation>
+            <numerusform>%n Wert übernommen; „Rückgängig“ im Bereich nimmt ihn zurück.</numerusform>
+            <numerusform>%n Werte übernommen; „Rückgängig“ im Bereich nimmt sie zurück.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NOTHING was taken over: %1</source>
+        <translation>NICHTS wurde übernommen: %1</translation>
+    </message>
+    <message>
+        <source>There is no command to ask for.</source>
+        <translation>Es gibt keinen Befehl zu erfragen.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 values have come; %3 differ, %4 are ticked.</source>
+        <translation>%1 von %2 Werten sind gekommen; %3 weichen ab, %4 sind angekreuzt.</translation>
+    </message>
+    <message>
+        <source>Waiting for the others.</source>
+        <translation>Warte auf die anderen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n did not come; &quot;Ask Again&quot; asks for them.</source>
+        <translation>
+            <numerusform>%n ist nicht gekommen; „Erneut fragen“ erfragt ihn.</numerusform>
+            <numerusform>%n sind nicht gekommen; „Erneut fragen“ erfragt sie.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands were changed meanwhile and stay as they are; &quot;Capture Anew&quot; begins with the macro as it is now.</source>
+        <translation>
+            <numerusform>%n Befehl wurde inzwischen geändert und bleibt, wie er ist; „Neu aufnehmen“ beginnt mit dem Makro, wie es jetzt ist.</numerusform>
+            <numerusform>%n Befehle wurden inzwischen geändert und bleiben, wie sie sind; „Neu aufnehmen“ beginnt mit dem Makro, wie es jetzt ist.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The panel cannot be asked: %1.</source>
+        <translation>Das Pult kann nicht gefragt werden: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing can be taken over: %1.</source>
+        <translation>Nichts kann übernommen werden: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Captures</name>
+    <message>
+        <source>&quot;Capture&quot; needs a pane that is connected to a panel, and a macro in it</source>
+        <translation>„Aufnehmen“ braucht einen Bereich, der mit einem Pult verbunden ist, und ein Makro darin</translation>
+    </message>
+    <message>
+        <source>the pane is not connected to a panel</source>
+        <translation>der Bereich ist mit keinem Pult verbunden</translation>
+    </message>
+    <message>
+        <source>the connection to the panel was lost</source>
+        <translation>die Verbindung zum Pult ging verloren</translation>
     </message>
 </context>
 <context>
@@ -2113,6 +2916,10 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>NOT taken into %1: %2</source>
         <translation>NICHT nach %1 übernommen: %2</translation>
     </message>
+    <message>
+        <source>the one before is still being taken</source>
+        <translation>das vorige wird noch übernommen</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ComparedPlace</name>
@@ -2209,10 +3016,6 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>no macro is chosen in the pane</source>
         <translation>in der Seite ist kein Makro gewählt</translation>
     </message>
-    <message>
-        <source>the macro was changed meanwhile</source>
-        <translation>das Makro wurde inzwischen geändert</translation>
-    </message>
 </context>
 <context>
     <name>tessaly::CreateCommandDialog</name>
@@ -2257,6 +3060,10 @@ Der Dialog bleibt, wie er ist.</translation>
             <numerusform>%n gefunden</numerusform>
             <numerusform>%n gefunden</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Where Used</source>
+        <translation>Wo benutzt</translation>
     </message>
 </context>
 <context>
@@ -2578,6 +3385,22 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>Save &amp;Folder As...</source>
         <translation>&amp;Ordner speichern unter...</translation>
+    </message>
+    <message>
+        <source>R&amp;ehearse...</source>
+        <translation>Prob&amp;en...</translation>
+    </message>
+    <message>
+        <source>Ca&amp;pture...</source>
+        <translation>Au&amp;fnehmen...</translation>
+    </message>
+    <message>
+        <source>Pr&amp;int...</source>
+        <translation>&amp;Drucken...</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>&amp;Exportieren...</translation>
     </message>
 </context>
 <context>
@@ -3103,6 +3926,109 @@ Bilder von 0 bis %1</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::Rehearsals</name>
+    <message>
+        <source>The pane shows no macro.</source>
+        <translation>Der Bereich zeigt kein Makro.</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::RehearseGrid</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::RehearseModel</name>
+    <message>
+        <source>Acts, and changes no value that could be asked for</source>
+        <translation>Wirkt, und ändert keinen Wert, der erfragt werden könnte</translation>
+    </message>
+    <message>
+        <source>What it does cannot be told</source>
+        <translation>Was er bewirkt, lässt sich nicht sagen</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 – %2</source>
+        <translation>%1 – %2</translation>
+    </message>
+    <message>
+        <source>A panel tells no values of classic commands.</source>
+        <translation>Ein Pult nennt keine Werte klassischer Befehle.</translation>
+    </message>
+    <message>
+        <source>It has not come.</source>
+        <translation>Er ist nicht gekommen.</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>Jetzt</translation>
+    </message>
+    <message>
+        <source>After this macro</source>
+        <translation>Nach diesem Makro</translation>
+    </message>
+    <message>
+        <source>At the start</source>
+        <translation>Am Anfang</translation>
+    </message>
+    <message>
+        <source>At step %1</source>
+        <translation>Bei Schritt %1</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::RehearseSteps</name>
+    <message>
+        <source>Values at this step</source>
+        <translation>Werte bei diesem Schritt</translation>
+    </message>
+    <message>
+        <source>What each command does</source>
+        <translation>Was jeder Befehl bewirkt</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::RehearseWindow</name>
+    <message>
+        <source>Replaying...</source>
+        <translation>Spiele ab...</translation>
+    </message>
+    <message>
+        <source>Rehearse %1</source>
+        <translation>%1 proben</translation>
+    </message>
+    <message>
+        <source>The macro has no command.</source>
+        <translation>Das Makro hat keinen Befehl.</translation>
+    </message>
+    <message>
+        <source>No command changes a value that could be told: &quot;After This Macro&quot; lists what they do.</source>
+        <translation>Kein Befehl ändert einen Wert, der sich nennen ließe: „Nach diesem Makro“ zählt auf, was sie bewirken.</translation>
+    </message>
+    <message>
+        <source>step %1 of %2</source>
+        <translation>Schritt %1 von %2</translation>
+    </message>
+    <message>
+        <source>Before the first command</source>
+        <translation>Vor dem ersten Befehl</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::ReplaceModel</name>
     <message>
         <source>makes in command %2: %1</source>
@@ -3252,6 +4178,10 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>%1 NOT in the others: %2</source>
         <translation>%1 In den anderen NICHT: %2</translation>
+    </message>
+    <message>
+        <source>%1 Off for this site: %2</source>
+        <translation>%1 Für diese Anlage abgeschaltet: %2</translation>
     </message>
 </context>
 <context>
@@ -3452,12 +4382,113 @@ Bilder von 0 bis %1</translation>
         <source>Classic &amp;Group %1</source>
         <translation>Klassische &amp;Gruppe %1</translation>
     </message>
+    <message>
+        <source>It is opened once the dialog is closed.</source>
+        <translation>Es wird geöffnet, sobald der Dialog geschlossen ist.</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::SelectInputDialog</name>
     <message>
         <source>source hold</source>
         <translation>Quelle halten</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SheetPreview</name>
+    <message>
+        <source>page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::SheetWindow</name>
+    <message>
+        <source>macros</source>
+        <translation>Makros</translation>
+    </message>
+    <message>
+        <source>Sheet</source>
+        <translation>Blatt</translation>
+    </message>
+    <message>
+        <source>Cancelled.</source>
+        <translation>Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>NOT done: %1</source>
+        <translation>NICHT getan: %1</translation>
+    </message>
+    <message>
+        <source>A4</source>
+        <translation>A4</translation>
+    </message>
+    <message>
+        <source>A5</source>
+        <translation>A5</translation>
+    </message>
+    <message>
+        <source>Letter</source>
+        <translation>Letter</translation>
+    </message>
+    <message>
+        <source>Width of the window</source>
+        <translation>Fensterbreite</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>There is nothing to be put on paper: choose a macro or a folder in a pane first.</source>
+        <translation>Es gibt nichts für das Papier: zuerst in einem Bereich ein Makro oder einen Ordner wählen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n macros could not be read; the sheet says why.</source>
+        <translation>
+            <numerusform>%n Makro konnte nicht gelesen werden; das Blatt sagt, warum.</numerusform>
+            <numerusform>%n Makros konnten nicht gelesen werden; das Blatt sagt, warum.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cancelled: %1</source>
+        <translation>Abgebrochen: %1</translation>
+    </message>
+    <message>
+        <source>NOT put on paper: %1 (%2)</source>
+        <translation>NICHT auf Papier: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>printed: %1</source>
+        <translation>gedruckt: %1</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>PDF (*.pdf)</source>
+        <translation>PDF (*.pdf)</translation>
+    </message>
+    <message>
+        <source>HTML (*.html)</source>
+        <translation>HTML (*.html)</translation>
+    </message>
+    <message>
+        <source>CSV (*.csv)</source>
+        <translation>CSV (*.csv)</translation>
+    </message>
+    <message>
+        <source>NOT written: %1 (the name ends in .pdf, .html or .csv)</source>
+        <translation>NICHT geschrieben: %1 (der Name endet auf .pdf, .html oder .csv)</translation>
+    </message>
+    <message>
+        <source>written: %1</source>
+        <translation>geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
     </message>
 </context>
 <context>
@@ -3485,6 +4516,13 @@ Bilder von 0 bis %1</translation>
         <translation>
             <numerusform>%1; %n Makro ist es NICHT</numerusform>
             <numerusform>%1; %n Makros sind es NICHT</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1; of %n of them what the panel holds now is unknown</source>
+        <translation>
+            <numerusform>%1; von %n davon ist unbekannt, was das Pult jetzt hat</numerusform>
+            <numerusform>%1; von %n davon ist unbekannt, was das Pult jetzt hat</numerusform>
         </translation>
     </message>
 </context>
@@ -3624,6 +4662,13 @@ Bilder von 0 bis %1</translation>
         <source>NOT restored: %1</source>
         <translation>NICHT wiederhergestellt: %1</translation>
     </message>
+    <message numerus="yes">
+        <source>restore of %n macros</source>
+        <translation>
+            <numerusform>Wiederherstellung von %n Makro</numerusform>
+            <numerusform>Wiederherstellung von %n Makros</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::StatusStrip</name>
@@ -3747,16 +4792,16 @@ Bilder von 0 bis %1</translation>
             <numerusform>%n davon geändert</numerusform>
         </translation>
     </message>
-    <message numerus="yes">
-        <source>%n values came; pane B shows the state before the update; use pane A</source>
-        <translation>
-            <numerusform>%n Wert kam; Bereich B zeigt den Stand vor der Aktualisierung; dafür Bereich A verwenden</numerusform>
-            <numerusform>%n Werte kamen; Bereich B zeigt den Stand vor der Aktualisierung; dafür Bereich A verwenden</numerusform>
-        </translation>
-    </message>
     <message>
         <source>update ended: a macro was chosen meanwhile, the values that came are gone</source>
         <translation>Aktualisierung beendet: inzwischen wurde ein Makro ausgewählt, die Werte sind verworfen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n values came; pane B shows the state before the update; use pane A, or &quot;Capture...&quot; in the menu &quot;Macro&quot;</source>
+        <translation>
+            <numerusform>%n Wert kam; Bereich B zeigt den Stand vor der Aktualisierung; Bereich A nehmen oder „Aufnehmen...“ im Menü „Makro“</numerusform>
+            <numerusform>%n Werte kamen; Bereich B zeigt den Stand vor der Aktualisierung; Bereich A nehmen oder „Aufnehmen...“ im Menü „Makro“</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -3952,6 +4997,10 @@ Die Änderungen bleiben dort, und wer sie speichert, überschreibt, was jetzt ko
     <message>
         <source>Ending what is being read or copied...</source>
         <translation>Was gelesen oder kopiert wird, wird beendet...</translation>
+    </message>
+    <message>
+        <source>not copied: what stands there could not be read; read again</source>
+        <translation>nicht kopiert: was dort steht, konnte nicht gelesen werden; erneut lesen</translation>
     </message>
 </context>
 </TS>

@@ -36,6 +36,16 @@
     </message>
 </context>
 <context>
+    <name>RehearseTexts</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StepNames</name>
     <message numerus="yes">
         <source>insert %n commands</source>
@@ -98,6 +108,44 @@
         <translation>
             <numerusform>change %n text</numerusform>
             <numerusform>change %n texts</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>capture of %n values</source>
+        <translation>
+            <numerusform>capture of %n value</numerusform>
+            <numerusform>capture of %n values</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::CaptureWindow</name>
+    <message numerus="yes">
+        <source>the %n selected commands</source>
+        <translation>
+            <numerusform>the %n selected command</numerusform>
+            <numerusform>the %n selected commands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n values taken over; &quot;Undo&quot; in the pane takes them back.</source>
+        <translation>
+            <numerusform>%n value taken over; &quot;Undo&quot; in the pane takes it back.</numerusform>
+            <numerusform>%n values taken over; &quot;Undo&quot; in the pane takes them back.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n did not come; &quot;Ask Again&quot; asks for them.</source>
+        <translation>
+            <numerusform>%n did not come; &quot;Ask Again&quot; asks for it.</numerusform>
+            <numerusform>%n did not come; &quot;Ask Again&quot; asks for them.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n commands were changed meanwhile and stay as they are; &quot;Capture Anew&quot; begins with the macro as it is now.</source>
+        <translation>
+            <numerusform>%n command was changed meanwhile and stays as it is; &quot;Capture Anew&quot; begins with the macro as it is now.</numerusform>
+            <numerusform>%n commands were changed meanwhile and stay as they are; &quot;Capture Anew&quot; begins with the macro as it is now.</numerusform>
         </translation>
     </message>
 </context>
@@ -369,6 +417,16 @@
     </message>
 </context>
 <context>
+    <name>tessaly::SheetWindow</name>
+    <message numerus="yes">
+        <source>%n macros could not be read; the sheet says why.</source>
+        <translation>
+            <numerusform>%n macro could not be read; the sheet says why.</numerusform>
+            <numerusform>%n macros could not be read; the sheet says why.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tessaly::SnapshotRestoreDialog</name>
     <message numerus="yes">
         <source>%1 of %n macros are ticked</source>
@@ -391,6 +449,13 @@
             <numerusform>%1; %n macros are NOT</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%1; of %n of them what the panel holds now is unknown</source>
+        <translation>
+            <numerusform>%1; of %n of them what the panel holds now is unknown</numerusform>
+            <numerusform>%1; of %n of them what the panel holds now is unknown</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::Snapshots</name>
@@ -399,6 +464,13 @@
         <translation>
             <numerusform>saved and verified: %n macro in %1</numerusform>
             <numerusform>saved and verified: %n macros in %1</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>restore of %n macros</source>
+        <translation>
+            <numerusform>restore of %n macro</numerusform>
+            <numerusform>restore of %n macros</numerusform>
         </translation>
     </message>
 </context>
@@ -443,10 +515,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n values came; pane B shows the state before the update; use pane A</source>
+        <source>%n values came; pane B shows the state before the update; use pane A, or &quot;Capture...&quot; in the menu &quot;Macro&quot;</source>
         <translation>
-            <numerusform>%n value came; pane B shows the state before the update; use pane A</numerusform>
-            <numerusform>%n values came; pane B shows the state before the update; use pane A</numerusform>
+            <numerusform>%n value came; pane B shows the state before the update; use pane A, or &quot;Capture...&quot; in the menu &quot;Macro&quot;</numerusform>
+            <numerusform>%n values came; pane B shows the state before the update; use pane A, or &quot;Capture...&quot; in the menu &quot;Macro&quot;</numerusform>
         </translation>
     </message>
 </context>
