@@ -25,8 +25,7 @@ std::optional<std::uint64_t> takeNumber(std::string_view& text, char behind) {
 std::string framedRecord(const RecordText& keys, std::string_view first, std::string_view second) {
   std::string inside = keys.text() + '\n';
   inside.append(first).append(second);
-  return std::to_string(inside.size()) + ' ' + std::to_string(textSum(inside)) + '\n' + inside +
-         '\n';
+  return std::to_string(inside.size()) + ' ' + std::to_string(textSum(inside)) + '\n' + inside + '\n';
 }
 
 std::optional<FramedRecord> takeFramedRecord(std::string_view& text) {

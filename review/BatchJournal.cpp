@@ -22,8 +22,7 @@ constexpr std::string_view kNameCharacters = "0123456789abcdef-";
 std::string pathOf(const std::string& name) { return std::string(kFolder) + '\\' + name; }
 
 Expected<FileLock> lockOf(const SiteRoot& root, const std::string& name) {
-  return FileLock::take(root.path() / kFolder / kLockFile, textSum(name),
-                        std::chrono::milliseconds(0));
+  return FileLock::take(root.path() / kFolder / kLockFile, textSum(name), std::chrono::milliseconds(0));
 }
 
 // "20261125-131834-9f3a1c20.batch", in UTC.
