@@ -112,8 +112,9 @@ void capture() {
   panel().desk->act([&window] { emit window.findChild<MacroMenu*>()->capturePressed(); }, ids().commands,
                     [&window] {
                       const auto* opened = window.findChild<CaptureWindow*>();
-                      return opened != nullptr &&
-                             opened->findChild<QLabel*>("counts")->text().startsWith("1000 of 1000 ");
+                      if (opened == nullptr) return false;
+                      const QStringList told = opened->findChild<QLabel*>("counts")->text().split(' ');
+                      return told.size() > 2 && told[0] == told[2] && told[0] != "0";  // "1000 of 1000"
                     });
 }
 
