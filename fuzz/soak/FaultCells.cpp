@@ -298,11 +298,11 @@ const std::vector<Operation>& windowOperations() {
       {"to the harddisk", Stage::kMacro, true, false, kAll, 0, "", "", actHarddisk},
       {"close", Stage::kMacro, true, false, kAll, 0, "", "", actClose},
       {"copy workplace", Stage::kMacro, true, true, kAll, 0, "panel:1", "1 macros copied", actCopyWorkplace,
-       "0 macros copied"},
+       "0 macros copied", true},
       {"save panel", Stage::kMacro, true, true, kAll, kNames / 2, "", "saved and verified: ", actSavePanel,
-       "NOT saved: "},
+       "NOT saved: ", true},
       {"restore", Stage::kMacro, true, true, kAll, 0, "panel:7", "1 macros are restored", actRestore,
-       "NOT restored: "},
+       "NOT restored: ", true},
       {"close and save", Stage::kEdited, true, true, kAll, 0, "panel:7", "saved: ", actClose},
   };
   return operations;

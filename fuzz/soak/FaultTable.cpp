@@ -251,7 +251,8 @@ bool meets(const Fault& fault, const Operation& operation) {
 bool isChosen(FaultCells which, std::size_t number, const Fault& fault, const Operation& operation) {
   switch (which) {
     case FaultCells::kSome:
-      return meets(fault, operation) && (number % 6 == 0 || fault.name == std::string("drop-after"));
+      return meets(fault, operation) && !operation.ofMany &&
+             (number % 6 == 0 || fault.name == std::string("drop-after"));
     case FaultCells::kMet:
       return meets(fault, operation);
     case FaultCells::kAll:
