@@ -49,6 +49,8 @@ std::vector<std::string> DialogAnswers::takeTexts() { return std::exchange(texts
 std::string DialogAnswers::takeProblem() { return std::exchange(problem_, {}); }
 
 void DialogAnswers::look() {
+  timer_.start(
+      kLookMilliseconds);  // anew: one that is being handled does not ring for a box within an answer
   if (cancelProgress) pressCancel();
   auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
   if (dialog == nullptr || !dialog->isVisible()) return;
