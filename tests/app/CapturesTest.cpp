@@ -107,6 +107,7 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   QApplication::setActiveWindow(fixture_.window.get());
   driver().press(b_.connectButton);
   awaitGone(a_.macros, "020 - Values");  // both panes begin anew on the new line
+  awaitRow(a_.workplaces, "Workplace 1");
   chooseWorkplace(Pane::kA, 1, "020 - Values");
   driver().choose(a_.macros, "020");
   WindowDriver::waitFor([&] { return button(window, "askAgain").isEnabled(); }, "the same macro again");
