@@ -54,8 +54,9 @@ TEST_F(PanelWindowTest, AReplacementOnAPanelIsVerifiedToldAndUndone) {
     const std::string line = goal + ".ME1.KEY1.ON.SET";
     return std::pair(Panel::macro("Zero", {line}), Panel::macro("Two", std::vector(12, line)));
   };
-  const auto [shorter, longer] = macros("QMF1");
-  const auto [shorterAfter, longerAfter] = macros("QMF4");
+  const auto before = macros("QMF1"), after = macros("QMF4");
+  const std::string &shorter = before.first, &longer = before.second;
+  const std::string &shorterAfter = after.first, &longerAfter = after.second;
   first_.tree.write(Panel::file(1, "000"), shorter);
   first_.tree.write(Panel::file(1, "007"), longer);
   connectPane(Pane::kA, first_);
