@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace tessaly {
 namespace {
@@ -140,12 +141,14 @@ void SheetFlow::rows(const std::vector<SheetCells>& cells, bool ruled) {
   std::vector<std::pair<std::vector<Lines>, std::size_t>> all;
   std::size_t count = 0;
   for (const SheetCells& row : cells) {
-    auto& [lines, most] = all.emplace_back();
+    std::vector<Lines> lines;
+    std::size_t most = 0;
     for (const SheetCell& cell : row) {
       lines.push_back({cell, letters_.lines(cell.text, cell.face, look_.size, cell.width)});
       most = std::max(most, lines.back().texts.size());
     }
     count += most;
+    all.emplace_back(std::move(lines), most);
   }
   const double height = static_cast<double>(count) * leading();
   const auto heading = headingDue_ ? headingLines() : std::vector<std::string>();
