@@ -273,10 +273,11 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   EXPECT_FALSE(address.font().strikeOut());
   EXPECT_THAT(label(b_.sourceLabel), Not(EndsWith("line lost")));
 
-  const auto heading = [this] {
-    return fixture_.window->findChildren<QLabel*>("subject").last()->accessibleName().toStdString();
+  const QObject& frame = *driver().control<QWidget>(b_.commands).parent();
+  const auto heading = [&frame] {
+    return frame.findChild<QLabel*>("subject")->accessibleName().toStdString();
   };
-  auto* again = driver().control<QWidget>(b_.commands).parent()->findChild<QPushButton*>("connectAgain");
+  auto* again = frame.findChild<QPushButton*>("connectAgain");
   driver().choose(b_.macros, "007");
   EXPECT_THAT(heading(), StartsWith("007 - Two, On the panel, workplace 1 on 127.0.0.1:"));
   EXPECT_FALSE(again->isVisible());
