@@ -20,6 +20,7 @@
 
 namespace tessaly {
 
+class Checking;
 class CompareWindow;
 class MacroUndo;
 class OpenMacros;
@@ -39,6 +40,7 @@ class Workplaces : public QObject {
     EventGate& gate;
     OpenMacros& open;
     MacroUndo& undo;
+    Checking& checking;
     LineContext lines;
   };
 
