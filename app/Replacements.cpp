@@ -54,7 +54,8 @@ void Replacements::open() {
                                 owner_);
     connect(window_, &ReplaceWindow::openWanted, this,
             [this](const ReviewedPlace& place, int command) { around_.places.show(place, command); });
-    connect(&around_.places, &ReviewPlaces::said, window_, &ReplaceWindow::tell);
+    connect(&around_.places, &ReviewPlaces::said, window_,
+            [window = window_](const Message& message) { window->tell(message.text); });
     connect(window_, &ReplaceWindow::replaced, this,
             [this](const QString& name, const std::vector<BatchTrace>& traces) {
               done_.emplace_back(name, traces);
