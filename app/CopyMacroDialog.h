@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "app/PositionCheck.h"
+#include "app/OverwriteWarning.h"
 
 namespace Ui {
 class CopyMacroDialog;
@@ -25,6 +25,9 @@ class CopyMacroDialog : public QDialog {
   CopyMacroDialog(const std::string& sourceNumber, const std::string& sourceName, int preselected,
                   MacroNameTable names, QWidget* parent = nullptr);
   ~CopyMacroDialog() override;
+
+  // What is told beside the name of a macro that would be overwritten.
+  void setAbout(OverwriteWarning::About about);
 
   [[nodiscard]] int number() const { return number_; }
   void accept() override;

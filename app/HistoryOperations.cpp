@@ -191,6 +191,7 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
   const MacroNameTable names = browser(pane).names();
   const std::string number = numberOf(macro);
   CopyMacroDialog position(number, macro.name, freeNumber(names, parseInt(number)), names, &dialog);
+  position.setAbout([this, pane](int at) { return browser(pane).aboutMacro(at); });
   if (position.exec() == QDialog::Accepted) write(dialog, macro, macroFile(folder, position.number()));
 }
 

@@ -73,6 +73,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   const std::string number = copy.target() ? copy.target()->numberText : std::string();
   const int opening = copy.opening();
   CopyMacroDialog position(number, name, freeNumber(names, 0), names, window_);
+  position.setAbout([this, folderOf](int at) { return browser(folderOf).aboutMacro(at); });
   if (position.exec() != QDialog::Accepted || isAnother(pane, opening)) return;
   const MacroTarget target{PaneSource::kHarddisk,
                            folder,
@@ -80,7 +81,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
                            browser(folderOf).workplace(),
                            MacroNumber::textOf(position.number()),
                            name};
-  if (!open_.mayPutAt(folderOf, target, pane) || !write(pane, target.file())) return;
+  if (!open_.mayPutAt(folderOf, target, pane, MacroChange::kSave) || !write(pane, target.file())) return;
   copy.noteSavedAs(target);
   open_.follow(target, pane);
   browser(pane).refreshFolder(folder);

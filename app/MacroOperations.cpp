@@ -58,16 +58,21 @@ MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& n
 void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool done) {
   browser(pane).listMacros();
   ListBox& list = state(pane).view.macros();
-  list.makeCurrent(list.rows().rowOfNumber(parseInt(changed.numberText)));
-  if (done) open_.follow(changed, pane);
+  const int row = list.rows().rowOfNumber(parseInt(changed.numberText));
+  list.makeCurrent(row);
+  if (!done) return;
+  open_.follow(changed, pane);
+  list.selectRow(row);
+  open_.open(pane);
 }
 
 void MacroOperations::createMacro(Pane pane) {
   const MacroRow* row = state(pane).selectedMacro();
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
+  dialog.setAbout([this, pane](int number) { return browser(pane).aboutMacro(number); });
   if (state(pane).viewOnly() || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
-  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt, MacroChange::kCreate)) return;
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -120,9 +125,11 @@ void MacroOperations::copyMacro(Pane pane) {
   CopyMacroDialog dialog(source.numberText, source.shownName(),
                          chosen != nullptr ? parseInt(chosen->numberText) : -1, browser(pane).names(),
                          window_);
+  dialog.setAbout([this, pane](int number) { return browser(pane).aboutMacro(number); });
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
+  const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
+  if (!target.complete() || !open_.mayPutAt(pane, target, from, change)) return;
   if (onPanel(pane) && !maySend(from, source)) {
     emit said(tr("NOT sent: %1").arg(nameInStrip(source.text())));
     return;
