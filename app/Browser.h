@@ -78,8 +78,6 @@ class Browser : public QObject {
   [[nodiscard]] std::optional<std::string> snapshotBytes(std::string_view numberText) const;
   [[nodiscard]] int workplace() const;  // chosen number, 0 for none
   [[nodiscard]] MacroNameTable names() const;
-  // Where the macro of the list with that number stands and, as far as it is known, how large it is.
-  [[nodiscard]] QString aboutMacro(int number) const;
 
  signals:
   void panelWorkplaceChosen(int number);

@@ -2,11 +2,9 @@
 
 #include "app/Browser.h"
 #include "app/PaneState.h"
-#include "model/MacroFile.h"
 #include "platform/MacroNumber.h"
 #include "platform/Text.h"
 #include "review/SnapshotShelf.h"
-#include "widgets/DialogText.h"
 
 // Where a pane stands, and how it is led to another place.
 namespace tessaly {
@@ -126,23 +124,6 @@ int Browser::workplace() const {
 
 MacroNameTable Browser::names() const {
   return onPanel() ? panelNames_.names(pane_.descriptor.pane) : tessaly::macroNames(pane_.macroRows);
-}
-
-// What a panel holds is not fetched for this.
-QString Browser::aboutMacro(int number) const {
-  const std::string numberText = MacroNumber::textOf(number);
-  const QString shownNumber = QString::fromStdString(numberText);
-  if (onPanel())
-    return tr("%1 of workplace %2 on the panel %3")
-        .arg(shownNumber, QString::number(workplace()), shown(connection_.address(pane_.descriptor.pane)));
-  const QString place = QStringList{shown(selectedText(pane_.view.applications())),
-                                    shown(selectedText(pane_.view.controlPanels())),
-                                    shown(selectedText(pane_.view.workplaces()))}
-                            .join(QStringLiteral(", "));
-  const auto macro = readMacro(site_.root, macroFile(macroFolder(), numberText));
-  return macro ? tr("%1 in %2: %n commands", nullptr, static_cast<int>(macro->commands().size()))
-                     .arg(shownNumber, place)
-               : tr("%1 in %2: it cannot be read").arg(shownNumber, place);
 }
 
 }  // namespace tessaly

@@ -51,6 +51,7 @@ void CopyMacroDialog::check() {
   const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
   if (result.unchanged) return;
   number_ = result.number;
+  overwrites_ = !result.existing.empty();
   ui_->ok->setEnabled(result.number >= 0);
   ui_->overwrite->tell(result);
   ui_->position->setAccessibleDescription(ui_->overwrite->spoken());

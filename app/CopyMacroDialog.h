@@ -30,6 +30,8 @@ class CopyMacroDialog : public QDialog {
   void setAbout(OverwriteWarning::About about);
 
   [[nodiscard]] int number() const { return number_; }
+  // There is a macro at that number.
+  [[nodiscard]] bool overwrites() const { return overwrites_; }
   void accept() override;
 
  private:
@@ -38,6 +40,7 @@ class CopyMacroDialog : public QDialog {
   std::unique_ptr<Ui::CopyMacroDialog> ui_;
   MacroNameTable names_;
   int number_ = -1;
+  bool overwrites_ = false;
 };
 
 }  // namespace tessaly

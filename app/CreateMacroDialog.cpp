@@ -40,6 +40,7 @@ void CreateMacroDialog::checkNumber() {
   const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
   if (result.unchanged) return;
   number_ = result.number;
+  overwrites_ = !result.existing.empty();
   ui_->overwrite->tell(result);
   ui_->position->setAccessibleDescription(ui_->overwrite->spoken());
   ui_->targetName->setText(shown(result.label));

@@ -25,6 +25,8 @@ class CreateMacroDialog : public QDialog {
 
   [[nodiscard]] int number() const { return number_; }
   [[nodiscard]] std::string name() const;  // UTF-8
+  // There is a macro at that number.
+  [[nodiscard]] bool overwrites() const { return overwrites_; }
   void accept() override;
 
  private:
@@ -36,6 +38,7 @@ class CreateMacroDialog : public QDialog {
   MacroNameTable names_;
   QString ownName_;  // as the user typed it
   int number_ = -1;
+  bool overwrites_ = false;
 };
 
 }  // namespace tessaly

@@ -7,6 +7,7 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/Overwriting.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
 #include "model/KeyFile.h"
@@ -24,6 +25,8 @@ constexpr const char* kDeleteQuestion = "Delete macro: %s ?   ";
 QString inBrackets(const Outcome& outcome) {
   return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
 }
+
+QString notToBeLost() { return MacroOperations::tr(" (the history could not keep what stands there)"); }
 
 QString renaming(const MacroTarget& target, const std::string& name) {
   return MacroOperations::tr("rename %1 to %2").arg(macroInStrip(target), nameInStrip(name));
@@ -69,10 +72,15 @@ void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool d
 void MacroOperations::createMacro(Pane pane) {
   const MacroRow* row = state(pane).selectedMacro();
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
-  dialog.setAbout([this, pane](int number) { return browser(pane).aboutMacro(number); });
+  const Overwriting overwriting(site_, history_);
+  dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
   if (state(pane).viewOnly() || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
-  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt, MacroChange::kCreate)) return;
+  if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
+  if (dialog.overwrites() && !overwriting.mayLose(target, MacroChange::kCreate, transfers_)) {
+    emit said(tr("NOT created: %1%2").arg(macroInStrip(target), notToBeLost()));
+    return;
+  }
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -125,11 +133,16 @@ void MacroOperations::copyMacro(Pane pane) {
   CopyMacroDialog dialog(source.numberText, source.shownName(),
                          chosen != nullptr ? parseInt(chosen->numberText) : -1, browser(pane).names(),
                          window_);
-  dialog.setAbout([this, pane](int number) { return browser(pane).aboutMacro(number); });
+  const Overwriting overwriting(site_, history_);
+  dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
+  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
-  if (!target.complete() || !open_.mayPutAt(pane, target, from, change)) return;
+  if (dialog.overwrites() && !overwriting.mayLose(target, change, transfers_)) {
+    tellNotCopied(source, target, notToBeLost());
+    return;
+  }
   if (onPanel(pane) && !maySend(from, source)) {
     emit said(tr("NOT sent: %1").arg(nameInStrip(source.text())));
     return;

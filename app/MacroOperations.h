@@ -45,8 +45,7 @@ class MacroOperations : public QObject {
   void tellNotDone(const QString& text);
   // What was sent to a panel.
   [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
-  // After a change in the pane's folder on disk: its list anew, with the keyboard at a number, which is
-  // opened when it was done.
+  // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
   void finishOnDisk(Pane pane, const MacroTarget& changed, bool done);
   void createOnDisk(Pane pane, const MacroTarget& target);
   void createOnPanel(Pane pane, const MacroTarget& target);

@@ -202,27 +202,7 @@ bool OpenMacros::unseen(Pane list, const MacroTarget& target, const std::string&
   return seen ? *seen != contentCheck(bytes) : !listed;
 }
 
-// What nothing could bring back is overwritten only when the user says so once more.
-bool OpenMacros::mayLose(const MacroTarget& target, const MacroTransfers::Present& present,
-                         MacroChange change) {
-  const bool onDisk = target.source == PaneSource::kHarddisk;
-  if (!onDisk && !present.bytes) return true;
-  const Outcome kept = onDisk ? history_.keepFile(target.file(), change)
-                              : history_.keep(*present.bytes, placeOf(target), change);
-  if (kept) return true;
-  const QString number = QString::fromStdString(target.numberText);
-  const QString question =
-      tr("The history could not keep what stands at %1, so that it cannot be put back:\n%2.\n\n"
-         "Overwrite it all the same?")
-          .arg(number, failureText(kept.failure()));
-  if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion)) return true;
-  static_cast<void>(history_.takeFailure());  // nothing is lost
-  emit said(tr("NOT written to %1: the history could not keep what stands there").arg(number));
-  return false;
-}
-
-bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from,
-                          MacroChange change) {
+bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from) {
   if (target.source == PaneSource::kPanel && demo_) return true;
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   const QString number = QString::fromStdString(target.numberText);
@@ -230,7 +210,7 @@ bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pa
     emit said(tr("NOT written to %1%2").arg(number, transfers_.reason()));
     return false;
   }
-  if (!present.bytes || !unseen(list, target, *present.bytes)) return mayLose(target, present, change);
+  if (!present.bytes || !unseen(list, target, *present.bytes)) return true;
   const std::string question =
       tr("What stands at %1 has been changed by somebody else since it was read here.\n\nOverwrite it?")
           .arg(number)
@@ -239,7 +219,7 @@ bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pa
                                : site_.messages.ask(question, MessageIcon::kQuestion)
                                    ? MessageChoice::kOk
                                    : MessageChoice::kCancel;
-  if (choice == MessageChoice::kOk) return mayLose(target, present, change);
+  if (choice == MessageChoice::kOk) return true;
   emit said(tr("NOT written to %1: it is as somebody else has left it").arg(number));
   if (choice == MessageChoice::kOther) emit compareWanted(*from, target, present);
   return false;

@@ -38,10 +38,9 @@ class OpenMacros : public QObject {
   Saved save(Pane pane);
   void discard(Pane pane);
   // Before something is written to a place of the folder or workplace that the pane's list shows: whether
-  // what stands there is what this program has read or put there and is kept by the history, or may be
-  // overwritten all the same. What the pane `from` shows can be compared with it. `said` tells otherwise.
-  [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from,
-                              MacroChange change);
+  // what stands there is what this program has read or put there, or may be overwritten all the same. What
+  // the pane `from` shows can be compared with it. `said` tells otherwise.
+  [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -79,8 +78,6 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
   // Whether a place holds something that neither the list nor a pane nor a transfer has read or written.
   [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;
-  [[nodiscard]] bool mayLose(const MacroTarget& target, const MacroTransfers::Present& present,
-                             MacroChange change);
   void noteListed(Pane pane, const MacroTarget& saved);
   [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
   [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);

@@ -37,7 +37,10 @@ ModifyCommandDialog::ModifyCommandDialog(const EditorContext& context, const Mac
   startOver();
   connectControls();
   // The value is what is changed most; without one the first level that offers a choice.
-  if (parameters_->selectedParameter() >= 0) return parameters_->focusEntry();
+  if (parameters_->selectedParameter() >= 0) {
+    parameters_->focusEntry();
+    return;
+  }
   for (ListBox* list : lists_) {
     if (list->rows().rowCount() < 2) continue;
     list->setFocus();

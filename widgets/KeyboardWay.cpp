@@ -32,15 +32,16 @@ constexpr const char* kOwnDialogs = "tessaly::";
 
 QString plain(QString caption) { return caption.remove(QLatin1Char('&')); }
 
+template <class... Kinds>
+bool isOneOf(const QWidget& widget) {
+  return (... || (qobject_cast<const Kinds*>(&widget) != nullptr));
+}
+
 // Buttons of a pad are too many for keys of their own; Tab and the arrows lead to them.
 bool takesKey(const QWidget& widget) {
-  const auto is = [&widget](auto* type) { return qobject_cast<decltype(type)>(&widget) != nullptr; };
-  if (is(static_cast<const QToolButton*>(nullptr)) || is(static_cast<const QScrollBar*>(nullptr)))
-    return false;
-  return is(static_cast<const QAbstractButton*>(nullptr)) || is(static_cast<const QLineEdit*>(nullptr)) ||
-         is(static_cast<const QComboBox*>(nullptr)) || is(static_cast<const QAbstractItemView*>(nullptr)) ||
-         is(static_cast<const QAbstractSpinBox*>(nullptr)) ||
-         is(static_cast<const QAbstractSlider*>(nullptr));
+  return !isOneOf<QToolButton, QScrollBar>(widget) &&
+         isOneOf<QAbstractButton, QLineEdit, QComboBox, QAbstractItemView, QAbstractSpinBox, QAbstractSlider>(
+             widget);
 }
 
 // What stands in another control, such as the field of a finder, is a part of that.
