@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QSplitter>
 #include <QToolButton>
 #include <QToolTip>
 
@@ -28,7 +29,7 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kKey = "keyboardWay";  // property of a control, in portable text
-constexpr const char* kOwnDialogs = "tessaly::";
+constexpr const char* kOwn = "tessaly::";
 
 QString plain(QString caption) { return caption.remove(QLatin1Char('&')); }
 
@@ -192,6 +193,18 @@ class DialogKeys {
   QList<QKeySequence> taken_;
 };
 
+bool ownWindow(const QWidget& widget) {
+  return widget.isWindow() && QByteArrayView(widget.metaObject()->className()).startsWith(kOwn);
+}
+
+// A splitter puts each further part in front of the others; a screen reader is to find the left one first.
+void orderSplitters(const QObject& window) {
+  for (const QSplitter* splitter : window.findChildren<QSplitter*>()) {
+    for (int part = 0; part < splitter->count(); ++part) splitter->widget(part)->raise();
+    for (int part = 0; part < splitter->count(); ++part) splitter->handle(part)->raise();
+  }
+}
+
 void nameKeyInTip(QWidget& control) {
   const QString name = KeyboardWay::keyOf(control).toString(QKeySequence::NativeText);
   const QString tip = control.toolTip();
@@ -232,9 +245,10 @@ bool KeyboardWay::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyPress:
       return pressesButton(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::Show:
-      if (auto* dialog = qobject_cast<QDialog*>(watched);
-          dialog != nullptr && QByteArrayView(dialog->metaObject()->className()).startsWith(kOwnDialogs))
-        DialogKeys(*dialog).give();
+      if (watched->isWidgetType() && ownWindow(*static_cast<QWidget*>(watched))) {
+        orderSplitters(*watched);
+        if (auto* dialog = qobject_cast<QDialog*>(watched)) DialogKeys(*dialog).give();
+      }
       return false;
     case QEvent::ToolTipChange:
       nameKeyInTip(*static_cast<QWidget*>(watched));
