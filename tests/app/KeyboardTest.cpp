@@ -109,7 +109,7 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   EXPECT_EQ(driver().list(a_.macros).selected()->text, "321 - Late news") << "a new macro is open";
 
   // Found, but not opened before Enter.
-  for (const char* found : {"Anchor wide", "NEWS"}) {
+  for (const char* found : {"Anchor wide", "Late news"}) {
     const std::string before = driver().list(a_.macros).selected()->text;
     press(Qt::Key_F, Qt::ControlModifier);
     type(found);
@@ -179,9 +179,9 @@ TEST_F(KeyboardTest, WhatIsDoneMostTakesFewKeys) {
   });
   press(Qt::Key_S, Qt::ControlModifier);
   const MacroCommands commands = commandsIn(10);
-  for (std::size_t i = before; i < commands.size(); ++i) std::printf("%s\n", commands[i].fid.c_str());
-  EXPECT_EQ(commands.size(), before + 12);
-  EXPECT_LE(pressed, 110);
+  ASSERT_EQ(commands.size(), before + 12);
+  EXPECT_THAT(commands.back().fid, EndsWith("KEY4.TRANSPARENCY.SET"));
+  EXPECT_LE(pressed, 110) << pressed;
 }
 
 TEST_F(KeyboardTest, ShiftAndTabGoesBackTheWayThatTabCame) {
@@ -216,7 +216,7 @@ std::vector<std::string> faultyKeys(QDialog& dialog) {
   QList<QWidget*> controls;
   for (QComboBox* box : dialog.findChildren<QComboBox*>()) controls << box;
   for (QAbstractButton* button : buttons)
-    if (qobject_cast<QToolButton*>(button) == nullptr) controls << button;
+    if (qobject_cast<QToolButton*>(button) == nullptr && !button->objectName().isEmpty()) controls << button;
   for (QWidget* control : controls) {
     const QKeySequence key = KeyboardWay::keyOf(*control);
     if (key.isEmpty() || keys.count(key.toString()) != 1) fault(control, " shares its key or has none: ");
@@ -225,7 +225,8 @@ std::vector<std::string> faultyKeys(QDialog& dialog) {
     if (box == nullptr || !box->isVisible() || !box->isEnabled()) continue;
     const bool before = box->isChecked();
     QTest::keyClick(&dialog, key[0].key(), key[0].keyboardModifiers());
-    if (box->isChecked() == before) fault(box, " is not pressed by ");
+    // A key of the caption itself presses slowly, to be seen.
+    if (!QTest::qWaitFor([&] { return box->isChecked() != before; }, 2000)) fault(box, " is not pressed by ");
   }
   return faults;
 }

@@ -95,8 +95,9 @@ def check_order(main):
     """What is on the left comes first: pane A before pane B, and in each the lists in their order."""
     wanted = [f"{name} {pane}" for pane in "AB"
               for name in ("Applications", "Control Panels", "Workplaces", "Macros", "Macro Commands")]
-    found = [f"{node.name} {pane.name[-1]}" for pane in below(main) if pane.name.startswith("Macro Overview")
-             for node in below(pane) if node.getRoleName() == "list"]
+    panes = [node for node in below(main)
+             if node.getRoleName() == "panel" and node.name.startswith("Macro Overview")]
+    found = [f"{node.name} {pane.name[-1]}" for pane in panes for node in below(pane) if node.getRoleName() == "list"]
     if found != wanted:
         raise SystemExit(f"atspi: the lists come as {found}")
 
@@ -134,9 +135,6 @@ def main():
     check_order(top)
     change_a_value(top)
     take_over(top)
-    if len(sys.argv) > 1:
-        for node in below(top):
-            print(node.getRoleName(), repr(node.name))
     return 0
 
 
