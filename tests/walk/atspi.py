@@ -106,7 +106,7 @@ def change_a_value(main):
     say("changes a value of macro 010 and saves it")
     pane = named(main, "panel", "Macro Overview A")
     commands = open_macro(pane, "010")
-    command = next(text for text in commands if text.split("==>")[-1].strip().endswith("%"))
+    command = next(text for text in commands if "Wash Size" in text)
     choose(pane, "Macro Commands", command)
     press(pane, "modify")
     dialog = window("Modify selected command")
