@@ -34,12 +34,12 @@ def awaited(what, look):
     raise SystemExit(f"atspi: waited in vain for {what}")
 
 
-def named(room, role, name):
-    """The first one whose name is so, or begins so."""
+def named(room, role, name, showing=True):
+    """The first one whose name is so, or begins so; what a closed menu holds does not show."""
     def look():
         return next((node for node in below(room)
                      if node.getRoleName() == role and node.name.startswith(name)
-                     and node.getState().contains(pyatspi.STATE_SHOWING)), None)
+                     and (not showing or node.getState().contains(pyatspi.STATE_SHOWING))), None)
     return awaited(f'the {role} "{name}"', look)
 
 
@@ -112,7 +112,7 @@ def change_a_value(main):
     dialog = window("Modify selected command")
     value = named(dialog, "text", "Value")
     value.queryEditableText().setTextContents("37")
-    press(dialog, "Modify")
+    press(dialog, "Modify Command")
     awaited("the changed line", lambda: any("37.0%" in text for text in rows(pane, "Macro Commands")))
     press(pane, "Save")
 
@@ -121,7 +121,7 @@ def take_over(main):
     say("compares it with macro 003, takes all of it over and saves")
     pane = named(main, "panel", "Macro Overview B")
     open_macro(pane, "003")
-    act(named(main, "menu item", "Both Panes"), "Press", "press")
+    act(named(main, "menu item", "Both Panes", showing=False), "Press", "press")
     comparison = window("Compare")
     press(comparison, "Take All into B")
     press(pane, "Save")
