@@ -1,5 +1,7 @@
 #include "app/MacroOperations.h"
 
+#include <algorithm>
+
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
@@ -8,6 +10,7 @@
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
 #include "app/Overwriting.h"
+#include "app/PlaceText.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
 #include "model/KeyFile.h"
@@ -46,11 +49,15 @@ MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, Mac
       undo_(undo),
       window_(window) {}
 
-void MacroOperations::tellDone(const QString& text, bool kept) {
-  emit said(kept ? text : tr("%1; the history could not keep what was there before").arg(text));
+void MacroOperations::tellDone(const MacroTarget& target, const QString& text, bool kept, Grade grade) {
+  emit said({kept ? grade : std::max(grade, Grade::kWarning),
+             kept ? text : tr("%1; the history could not keep what was there before").arg(text),
+             placeInWindow(target)});
 }
 
-void MacroOperations::tellNotDone(const QString& text) { tellDone(text, !history_.takeFailure()); }
+void MacroOperations::tellNotDone(const MacroTarget& target, const QString& text) {
+  tellDone(target, text, !history_.takeFailure(), Grade::kFailure);
+}
 
 // Without a folder or a workplace when the pane has none chosen.
 MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
@@ -78,7 +85,7 @@ void MacroOperations::createMacro(Pane pane) {
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
   if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
   if (dialog.overwrites() && !overwriting.mayLose(target, MacroChange::kCreate, transfers_)) {
-    emit said(tr("NOT created: %1%2").arg(macroInStrip(target), notToBeLost()));
+    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), notToBeLost()));
     return;
   }
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
@@ -99,9 +106,9 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
   });
   finishOnDisk(pane, target, done.done());
   if (done)
-    tellDone(tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
+    tellDone(target, tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
   else
-    tellNotDone(tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
+    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 // The new macro goes through this pane's working copy, which then no longer holds what was shown.
@@ -116,12 +123,14 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   state(pane).view.macros().selectRow(-1);
   loan.reset();
   const bool there = made && transfers_.sent();
+  const Grade grade = transfers_.sentGrade();
   if (there) open_.follow(target, pane);
   const QString reason = made ? transfers_.reason() : inBrackets(made);
   if (there)
-    tellDone(tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent));
+    tellDone(target, tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent),
+             grade);
   else
-    tellNotDone(tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
+    tellNotDone(target, tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -144,7 +153,7 @@ void MacroOperations::copyMacro(Pane pane) {
     return;
   }
   if (onPanel(pane) && !maySend(from, source)) {
-    emit said(tr("NOT sent: %1").arg(nameInStrip(source.text())));
+    emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
     return;
   }
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
@@ -203,6 +212,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     tellNotCopied(source, target, reason);
     return;
   }
+  const Grade grade = reason.isEmpty() ? Grade::kDone : Grade::kWarning;
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
@@ -211,15 +221,16 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
       tellNotCopied(source, target, reason);
       return;
     }
+    const Grade sent = std::max(grade, transfers_.sentGrade());
     open_.follow(target);
-    tellCopied(source, target, reason, undo_.finish(bytesOf(file)));
+    tellCopied(source, target, reason, undo_.finish(bytesOf(file)), sent);
     return;
   }
   const Outcome copied =
       history_.change(target.file(), change, [&] { return copyFile(site_.root, file, target.file()); });
   finishOnDisk(to, target, copied.done());
   if (copied)
-    tellCopied(source, target, reason, undo_.finishOnDisk());
+    tellCopied(source, target, reason, undo_.finishOnDisk(), grade);
   else
     tellNotCopied(source, target, inBrackets(copied));
 }
@@ -250,6 +261,7 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
   static_cast<void>(
       transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path()));
   const QString reason = transfers_.reason();
+  const Grade grade = transfers_.sentGrade();
   const bool there = transfers_.sent();
   const std::optional<std::string> sent = bytesOf(loan->path());
   // The buffer may hold just the macro that was shown from it.
@@ -264,19 +276,19 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
     return;
   }
   open_.follow(target);
-  tellCopied(source, target, reason, undo_.finish(sent));
+  tellCopied(source, target, reason, undo_.finish(sent), grade);
 }
 
 void MacroOperations::tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason,
-                                 bool kept) {
+                                 bool kept, Grade grade) {
   const QString number = QString::fromStdString(target.numberText);
-  tellDone(tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason), kept);
+  tellDone(target, tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason), kept, grade);
 }
 
 void MacroOperations::tellNotCopied(const MacroRow& source, const MacroTarget& target,
                                     const QString& reason) {
   const QString number = QString::fromStdString(target.numberText);
-  tellNotDone(tr("NOT copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason));
+  tellNotDone(target, tr("NOT copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason));
 }
 
 void MacroOperations::renameMacro(Pane pane) {
@@ -296,8 +308,9 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
   if (asked) undo_.noteRename(renaming(target, name), target, name);
   // A working copy with the old name would undo the new one at its next save.
   if (asked) open_.forget(placeOf(target));
-  emit said(asked ? tr("asked: the panel is to rename %1").arg(macroInStrip(target))
-                  : tr("NOT asked: the panel cannot be told to rename %1").arg(macroInStrip(target)));
+  const QString text =
+      asked ? tr("asked: the panel is to rename %1") : tr("NOT asked: the panel cannot be told to rename %1");
+  emit said({asked ? Grade::kDone : Grade::kFailure, text.arg(macroInStrip(target)), placeInWindow(target)});
 }
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
@@ -306,10 +319,10 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
                                        [&] { return tessaly::renameMacro(site_, target.file(), given); });
   finishOnDisk(pane, target, done.done());
   if (done)
-    tellDone(tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
+    tellDone(target, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
              undo_.finishOnDisk());
   else
-    tellNotDone(tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
+    tellNotDone(target, tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
@@ -333,9 +346,9 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   state(pane).view.macros().makeCurrent(row);
   if (done) open_.follow(target, pane);
   if (done)
-    tellDone(tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
+    tellDone(target, tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
   else
-    tellNotDone(tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
+    tellNotDone(target, tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
@@ -349,10 +362,10 @@ void MacroOperations::deleteOnPanel(const MacroTarget& target) {
       deletion = transfers_.remove(placeOf(target), PanelMacros::OldContent::kLost);
   }
   if (deletion.asked)
-    tellDone(tr("asked: the panel is to delete %1").arg(macro), undo_.finish(std::nullopt));
+    tellDone(target, tr("asked: the panel is to delete %1").arg(macro), undo_.finish(std::nullopt));
   else
-    tellNotDone(deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
-                              : tr("NOT deleted: %1").arg(macro));
+    tellNotDone(target, deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
+                                      : tr("NOT deleted: %1").arg(macro));
 }
 
 }  // namespace tessaly

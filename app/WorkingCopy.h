@@ -142,6 +142,7 @@ class WorkingCopy : public QObject {
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
   [[nodiscard]] bool loose() const { return loose_.has_value(); }
+  [[nodiscard]] const std::string& looseFile() const { return looseFile_; }  // of a loose macro
   [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
   // Commands that there are.
   [[nodiscard]] const std::vector<int>& selectedAfterChange() const { return selected_; }
