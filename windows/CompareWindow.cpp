@@ -91,6 +91,7 @@ void CompareWindow::setUpTable() {
   for (const int column : {CompareModel::kLineA, CompareModel::kLineB})
     table.horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
   connect(&table, &QTableView::clicked, this, &CompareWindow::takeAt);
+  table.setFocus();
   connect(table.selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     showCounts();
     showTakes();
