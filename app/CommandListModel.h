@@ -56,6 +56,7 @@ class CommandListModel : public ListRows {
   // Whether each command has a stripe of the colour of its destination, which its tool tip names. Off at
   // first.
   void showDestinations(bool on);
+  [[nodiscard]] bool showsDestinations() const { return destinations_; }
 
   [[nodiscard]] const ListRow* row(int index) const override;
   // A mark as a role of its own, and its text for the tool tip and for screen readers.
