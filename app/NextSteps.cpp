@@ -28,7 +28,7 @@ class NextSteps {
   [[nodiscard]] QString ofWorkplaces() const {
     if (onPanel_)
       return connected_ ? tr("wait until the panel tells its workplaces") : tr("connect to the panel");
-    if (pane_.olderFamily) return {};
+    if (pane_.olderFamily) return tr("choose a macro");
     return chosen(pane_.view.controlPanels()) ? tr("choose another control panel")
                                               : tr("choose a control panel");
   }

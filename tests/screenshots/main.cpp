@@ -91,7 +91,10 @@ class Camera {
     EveryDialog every;
     every.visit([this](QDialog& dialog, const char* name) {
       dialog.show();
-      save(dialog, (QLatin1String(name) + QStringLiteral(".png")).replace(' ', '-').toStdString().c_str());
+      save(dialog, (QLatin1String(name) + QStringLiteral(".png"))
+                       .replace(QLatin1Char(' '), QLatin1Char('-'))
+                       .toStdString()
+                       .c_str());
     });
   }
 
