@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "app/MacroMenu.h"
 #include "bench/BareLine.h"
 #include "bench/Table.h"
 #include "bench/window/Desk.h"
@@ -109,7 +108,7 @@ void updateAll() {
 // Until the window has every value.
 void capture() {
   MainWindow& window = panel().desk->window();
-  panel().desk->act([&window] { emit window.findChild<MacroMenu*>()->capturePressed(); }, ids().commands,
+  panel().desk->act([&window] { window.findChild<QAction*>("capture")->trigger(); }, ids().commands,
                     [&window] {
                       const auto* opened = window.findChild<CaptureWindow*>();
                       if (opened == nullptr) return false;
