@@ -73,7 +73,7 @@ void ActFinder::collect(const QMainWindow& window) {
     }
 }
 
-// Those that are called so, then those that are meant.
+// Those that are called so, then those that are meant; the first one that is possible is chosen.
 void ActFinder::list(const QString& typed) {
   ui_->acts->clear();
   const QStringList parts = wordsOf(typed);
@@ -81,6 +81,9 @@ void ActFinder::list(const QString& typed) {
     for (const Row& row : rows_)
       if (allFound(parts, row.names) == called && (called || allFound(parts, row.words))) add(row);
   ui_->acts->setCurrentItem(ui_->acts->topLevelItem(0));
+  for (int row = 0; row < ui_->acts->topLevelItemCount(); ++row)
+    if (const QAction* const action = actionOf(*ui_->acts->topLevelItem(row)); action->isEnabled())
+      return ui_->acts->setCurrentItem(ui_->acts->topLevelItem(row));
 }
 
 void ActFinder::add(const Row& row) {
@@ -94,10 +97,13 @@ void ActFinder::add(const Row& row) {
   for (const Column column : {kActColumn, kKeysColumn, kWhyNotColumn}) item->setForeground(column, grey);
 }
 
+QAction* ActFinder::actionOf(const QTreeWidgetItem& item) const {
+  return rows_[static_cast<std::size_t>(item.data(kActColumn, kPlaceOfRow).toLongLong())].action;
+}
+
 QAction* ActFinder::chosen() const {
   const QTreeWidgetItem* const item = ui_->acts->currentItem();
-  if (item == nullptr) return nullptr;
-  return rows_[static_cast<std::size_t>(item->data(kActColumn, kPlaceOfRow).toLongLong())].action;
+  return item == nullptr ? nullptr : actionOf(*item);
 }
 
 void ActFinder::choose() {

@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QMainWindow>
 #include <QStringList>
+#include <QTreeWidgetItem>
 
 namespace Ui {
 class ActFinder;
@@ -40,6 +41,7 @@ class ActFinder : public QDialog {
   void collect(const QMainWindow& window);
   void list(const QString& typed);
   void add(const Row& row);
+  [[nodiscard]] QAction* actionOf(const QTreeWidgetItem& item) const;
   void choose();
 
   std::unique_ptr<Ui::ActFinder> ui_;

@@ -102,7 +102,8 @@ void keepPane(Preferences& preferences, MacroPane& pane, PaneSource source) {
     lines << (row == nullptr ? QByteArray() : QByteArray::fromStdString(row->text).replace('\n', ' '));
   }
   lines.last().truncate(kNumberLength);
-  preferences.setPlace(placeOf(pane), source == PaneSource::kPanel ? kPanelSource : lines.join('\n'));
+  preferences.setPlace(placeOf(pane),
+                       source == PaneSource::kPanel ? QByteArray(kPanelSource) : lines.join('\n'));
 }
 
 void restorePane(const Preferences& preferences, MacroPane& pane) {

@@ -6,6 +6,7 @@ Writes OUT/guide.qrc with a page for each DOCS/*.md and all its pictures. Unders
 """
 import html
 import re
+import struct
 import sys
 from pathlib import Path
 
@@ -13,12 +14,21 @@ docs, out = Path(sys.argv[1]), Path(sys.argv[2])
 
 STYLE = """body { margin: 8px; } h1 { font-size: x-large; } h2 { margin-top: 24px; } table { margin: 8px 0; }
 th { text-align: left; } td, th { padding: 3px 10px 3px 0; } pre { margin: 8px 16px; }"""
+WIDEST_PICTURE = 760  # pixels
 ITEM = re.compile(r"( *)(?:[-*]|(\d+)\.) +(.*)")
 
 
 def anchor_of(heading):
     plain = re.sub(r"[`*_]|\[|\]\([^)]*\)", "", heading).lower()
     return re.sub(r"[^\w\- ]", "", plain).replace(" ", "-")
+
+
+def picture(match):
+    """As wide as it is, but no wider than a page."""
+    text, name = match.groups()
+    header = (docs / name).read_bytes()[:24]
+    width = min(WIDEST_PICTURE, struct.unpack(">I", header[16:20])[0])
+    return f'<img src="{name}" alt="{text}" width="{width}">'
 
 
 def link(match):
@@ -36,7 +46,7 @@ def inline(text):
         return f"\0{len(codes) - 1}\0"
 
     text = html.escape(re.sub(r"`([^`]+)`", keep, text), quote=False)
-    text = re.sub(r"!\[([^\]]*)\]\(([^)]+)\)", r'<img src="\2" alt="\1">', text)
+    text = re.sub(r"!\[([^\]]*)\]\(([^)]+)\)", picture, text)
     text = re.sub(r"\[((?:[^\[\]]|<[^>]*>)*)\]\(([^)]+)\)", link, text)
     text = re.sub(r"\*\*([^*]+)\*\*", r"<b>\1</b>", text)
     text = re.sub(r"(?<![\w*])\*([^*\s][^*]*)\*", r"<i>\1</i>", text)

@@ -66,9 +66,9 @@ TEST_F(ActsTest, AnActIsFoundByItsWordsAndRunOnlyWhenItIsPossible) {
   const std::pair<const char*, const char*> cases[] = {{"sa as", "saveAs"},
                                                        {"as sav", "saveAs"},
                                                        {"all macros find", "search"},
-                                                       {"verlauf", "history"},
+
                                                        {"what changed", "whatChanged"},
-                                                       {"proben", "rehearse"},
+
                                                        {"edit undo", "undo"},
                                                        {"macro undo", "undoMacro"}};
   for (const auto& [typed, name] : cases) {
