@@ -63,7 +63,7 @@ TEST(StartTest, AnEmptySiteIsOneLineAtItsFootAndItsRootStandsInTheTitle) {
   QApplication::processEvents();
   EXPECT_EQ(boxes, 0);
   EXPECT_THAT(application.window()->findChild<QLabel*>(QStringLiteral("statusStrip"))->text().toStdString(),
-              HasSubstr("Site..."));
+              HasSubstr("Choose..."));
   EXPECT_THAT(application.window()->windowTitle().toStdString(), HasSubstr(site.root.path().string()));
 }
 
