@@ -68,6 +68,17 @@ constexpr HelpTopic kTopics[] = {{"applications", "guide.html#find-a-macro-on-th
 
 constexpr const char* kBeginning = "guide.html";
 
+QString kindOf(const QWidget& window) {
+  return QString::fromLatin1(window.metaObject()->className()).section(QLatin1String("::"), -1);
+}
+
+// Null where nothing is told.
+const char* placeOf(const QString& about) {
+  const auto* const found = std::ranges::find_if(
+      kTopics, [&](const HelpTopic& topic) { return about == QLatin1String(topic.about); });
+  return found == std::end(kTopics) ? nullptr : found->place;
+}
+
 QString textOf(const QWidget& control) {
   return control.toolTip().isEmpty() ? control.accessibleName() : control.toolTip();
 }
@@ -76,16 +87,12 @@ QString textOf(const QWidget& control) {
 
 std::span<const HelpTopic> helpTopics() { return kTopics; }
 
+// The windows but the main one are told of as a whole: names of their controls may be those of others.
 QString helpFor(const QWidget* control) {
-  for (; control != nullptr; control = control->parentWidget()) {
-    const QString name = control->objectName();
-    const QString kind =
-        QString::fromLatin1(control->metaObject()->className()).section(QLatin1String("::"), -1);
-    for (const HelpTopic& topic : kTopics)
-      if (name == QLatin1String(topic.about) || kind == QLatin1String(topic.about))
-        return QLatin1String(topic.place);
-    if (control->isWindow()) break;
-  }
+  if (control == nullptr) return QLatin1String(kBeginning);
+  if (const char* const place = placeOf(kindOf(*control->window()))) return QLatin1String(place);
+  for (; !control->isWindow(); control = control->parentWidget())
+    if (const char* const place = placeOf(control->objectName())) return QLatin1String(place);
   return QLatin1String(kBeginning);
 }
 

@@ -16,7 +16,8 @@ struct HelpTopic {
 
 [[nodiscard]] std::span<const HelpTopic> helpTopics();
 
-// Where the guide tells of a control: of itself, else of what it lies in; the beginning for none of them.
+// Where the guide tells of a control: of its window, in the main one of itself or what it lies in; else the
+// beginning.
 [[nodiscard]] QString helpFor(const QWidget* control);
 
 // In all windows, while it lives: F1 opens the guide at what has the keyboard, Shift+F1 asks for a control,

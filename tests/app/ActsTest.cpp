@@ -94,6 +94,9 @@ TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
   ASSERT_NE(guide, nullptr);
   auto& pages = *guide->findChild<QTextBrowser*>();
   EXPECT_TRUE(pages.toPlainText().startsWith(QLatin1String("Keys")));
+  EXPECT_EQ(helpFor(&fixture_.driver->list(a_.commands)),
+            QStringLiteral("guide.html#delete-move-and-copy-commands"));
+  EXPECT_EQ(helpFor(guide->focusWidget()), QStringLiteral("guide.html"));
   std::map<QString, QString> texts;
   for (const QString& page : QDir(QStringLiteral(":/guide")).entryList({QStringLiteral("*.html")})) {
     QFile file(QStringLiteral(":/guide/") + page);
@@ -144,7 +147,7 @@ TEST_F(ActsTest, ThePanesComeBackWhereTheyWereLeft) {
   fixture_.driver->choose(a_.macros, "002");
   const auto lines = fixture_.driver->texts(a_.commands);
   fixture_.driver->press(b_.panel);
-  EXPECT_TRUE(fixture_.window->close());
+  WindowDriver::waitFor([&] { return fixture_.window->close(); }, "the end of what the start looks after");
   fixture_.open();
   EXPECT_EQ(fixture_.driver->texts(a_.commands), lines);
   EXPECT_TRUE(fixture_.driver->control<QAbstractButton>(b_.panel).isChecked());
