@@ -49,7 +49,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
   ui_->newClassic->setText(QLatin1String(descriptor.newClassicText));
   ui_->connectButton->setVisible(false);
   ui_->harddisk->setVisible(!descriptor.harddiskHiddenAtStart);
-  ui_->paneSplitter->setStretchFactor(1, 1);
+  ui_->paneSplitter->setStretchFactor(0, kBrowseHeight);
+  ui_->paneSplitter->setStretchFactor(1, kCommandsHeight);
   ui_->paneSplitter->setSizes({kBrowseHeight, kCommandsHeight});
   ui_->browseSplitter->setSizes({kHalf, kHalf});
   keepSpaceWhenHidden({ui_->saveChanges, ui_->discardChanges, ui_->createMacro, ui_->copyMacro,

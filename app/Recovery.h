@@ -27,6 +27,8 @@ class Recovery : public QObject {
 
   // Opens the dialog when there is something to offer, and returns at once.
   void offer();
+  // The offer is still to be answered.
+  [[nodiscard]] bool offering() const { return found_[0] || found_[1]; }
 
  signals:
   void said(const tessaly::Message& message);
