@@ -63,7 +63,7 @@ void goToAddress(Hands hands, Pane pane) {
 }
 
 QString leavePanel(Now now) {
-  return now.pane.connected ? actText(QT_TRANSLATE_NOOP("Acts", "&Disconnect")) : QString();
+  return now.pane.connected ? actText(QT_TRANSLATE_NOOP("Acts", "Disco&nnect")) : QString();
 }
 
 std::vector<Act> macroActs() {
@@ -199,7 +199,7 @@ std::vector<Act> panelActs() {
   list.ofWindow("address", QT_TRANSLATE_NOOP("Acts", "&Address or Path"), {}, {kLoaded, kUnchanged},
                 goToAddress, QT_TRANSLATE_NOOP("Acts", "IP type go"));
   list.beginPart();
-  list.ofPane("connectButton", QT_TRANSLATE_NOOP("Acts", "&Connect"), Qt::ALT | Qt::Key_K, {kLoaded, kPanel},
+  list.ofPane("connectButton", QT_TRANSLATE_NOOP("Acts", "Co&nnect"), Qt::ALT | Qt::Key_K, {kLoaded, kPanel},
               QT_TRANSLATE_NOOP("Acts", "line address leave"))
       .called = leavePanel;
   list.ofPane("updateData", QT_TRANSLATE_NOOP("Acts", "&Update Values"), Qt::Key_F5,
@@ -214,7 +214,7 @@ std::vector<Act> panelActs() {
                 review<ReviewAct::kOpenSnapshot>, QT_TRANSLATE_NOOP("Acts", "backup show"));
   list.ofWindow("restoreSnapshot", QT_TRANSLATE_NOOP("Acts", "&Restore Snapshot..."), {}, {kSnapshot},
                 review<ReviewAct::kRestoreSnapshot>, QT_TRANSLATE_NOOP("Acts", "backup put back panel"));
-  list.ofWindow("closeSnapshot", QT_TRANSLATE_NOOP("Acts", "C&lose Snapshot"), {}, {kSnapshot},
+  list.ofWindow("closeSnapshot", QT_TRANSLATE_NOOP("Acts", "&Close Snapshot"), {}, {kSnapshot},
                 review<ReviewAct::kCloseSnapshot>);
   return list.take();
 }
