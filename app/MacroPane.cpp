@@ -59,6 +59,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
     list->setTextElideMode(Qt::ElideRight);
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
+  setTabOrder(ui_->deleteMacro, &ui_->heading->connectAgain());
+  setTabOrder(&ui_->heading->connectAgain(), ui_->showDestination);
   placeNotice();
   numberControls();
   connectControls();

@@ -99,6 +99,7 @@ constexpr TwinRow kRows[] = {
     {"harddisk", "list", ""},
     {"panel", "panel list", ""},
     {"connectButton", "", kLine},
+    {"connectAgain", "", kLine},
     {"createMacro", "create", ""},
     {"copyMacro", "copy-macro", ""},
     {"renameMacro", "rename", ""},
