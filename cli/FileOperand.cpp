@@ -153,7 +153,7 @@ std::string sitePathOf(const std::string& file) {
   std::error_code error;
   const fs::path whole = fs::absolute(file, error);
   const fs::path plain = fs::weakly_canonical(whole, error);
-  return error ? whole.string() : plain.string();
+  return SiteRoot::nativePath(error ? whole : plain);
 }
 
 bool isKeyFile(std::string_view path) { return endsWithNoCase(path, kKeyFileEnd); }

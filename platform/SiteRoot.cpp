@@ -155,6 +155,8 @@ std::string SiteRoot::sitePathOf(const fs::path& host) const {
   return inside.substr(0, 1) + ":" + replaceAll(inside.substr(1), "/", "\\");
 }
 
+std::string SiteRoot::nativePath(const fs::path& host) { return host.string(); }
+
 bool SiteRoot::same(std::string_view first, std::string_view second) const {
   const fs::path a = resolve(first);
   const fs::path b = resolve(second);

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <random>
 #include <string>
 
 #include "platform/SiteRoot.h"
@@ -14,7 +14,7 @@ namespace tessaly {
 // A private root, removed at the end. `put` and `bytes` bypass the code under test.
 class TemporarySite : public testing::Test {
  protected:
-  TemporarySite() : folder_(makeFolderName()), root_(folder_) {}
+  TemporarySite() : folder_(makeFolder()), root_(folder_) {}
   ~TemporarySite() override { std::filesystem::remove_all(folder_); }
 
   std::filesystem::path host(const std::string& relative) const { return folder_ / relative; }
@@ -35,9 +35,13 @@ class TemporarySite : public testing::Test {
   }
 
  private:
-  static std::string makeFolderName() {
-    std::string name = (std::filesystem::temp_directory_path() / "tessaly-test-XXXXXX").string();
-    return ::mkdtemp(name.data());
+  static std::filesystem::path makeFolder() {
+    std::random_device random;
+    std::filesystem::path folder;
+    do {
+      folder = std::filesystem::temp_directory_path() / ("tessaly-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder));
+    return folder;
   }
 
   std::filesystem::path folder_;
