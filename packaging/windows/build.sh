@@ -2,7 +2,7 @@
 # Builds Tessaly for 64 bit Windows by Debian's cross compiler, and proves it under wine: packaging/windows/build.sh
 # [--plain]. The libraries are built once, and kept in ~/.cache/tessaly-windows (TESSALY_WINDOWS_CACHE) by their
 # versions; what is built stays in build/windows. With --plain the rooms that need no toolkit, the command-line twin and
-# their tests; else the window too, and the installer and the ZIP in build/windows-package.
+# their tests; else the window too. The installer and the ZIP with what there is are put into build/windows-package.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 here=$PWD/packaging/windows
@@ -19,7 +19,10 @@ echo "== programs"
 build=build/windows
 cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DTESSALY_WERROR=ON -DTESSALY_BENCH=OFF \
   -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DTESSALY_WINDOWS_LIBRARIES="$libraries" \
-  ${toolkit:+-DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DQT_HOST_PATH=/usr} -DTESSALY_WINDOW=$([ -n "$plain" ] && echo OFF || echo ON) \
+  ${toolkit:+-DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DQT_HOST_PATH=/usr
+  -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
+  -DQt6LinguistTools_DIR=/usr/lib/x86_64-linux-gnu/cmake/Qt6LinguistTools} \
+  -DTESSALY_WINDOW="$([ -n "$plain" ] && echo OFF || echo ON)" \
   >$build.log || { cat $build.log; exit 1; }
 cmake --build $build
 cp "$libraries"/bin/*.dll $build/bin
@@ -29,5 +32,7 @@ echo "== tests under wine"
 
 echo "== the twin here and there"
 "$here/twin.py" $build/bin
-if [ -z "$plain" ]; then "$here/package.sh" $build/bin build/windows-package; fi
+
+echo "== installer and ZIP"
+"$here/package.sh" $build/bin build/windows-package
 echo "windows: done in $((SECONDS - began)) s"

@@ -1,5 +1,5 @@
 # Sourced by build.sh: the libraries for Windows, made from Debian's source packages and kept in a folder that is named
-# after their versions. Sets `libraries` and, with_toolkit, `toolkit`.
+# after their versions. prepare_libraries sets `libraries`, prepare_toolkit `toolkit`.
 
 launcher=$(command -v ccache || true)
 triple=x86_64-w64-mingw32
@@ -145,4 +145,31 @@ prepare_libraries() {
   mv "$libraries.part" "$libraries"
   rm -rf "$work"
   echo "windows: libraries built in $((SECONDS - began)) s: $libraries"
+}
+
+# The same of the toolkit. Without what the window does not use; the graphics that it does not use either have to stay,
+# because the part that knows the system does not link without.
+prepare_toolkit() {
+  local key name options=()
+  key=$( (version_of qt6-base && cat "$here/toolchain.cmake" && declare -f prepare_toolkit) | sha256sum | cut -c 1-16)
+  toolkit=$cache/toolkit-$key
+  [ -f "$toolkit/complete" ] && return
+  local began=$SECONDS
+  echo "windows: building the toolkit (20 to 60 minutes on two cores, once)"
+  for name in sql dbus vulkan openssl schannel ssl icu xml concurrent tabletevent system_zlib system_png system_jpeg \
+    system_pcre2 system_doubleconversion system_freetype system_harfbuzz; do
+    options+=("-DFEATURE_$name=OFF")
+  done
+  work=$(mktemp -d)
+  fetch qt6-base
+  rm -rf "$toolkit"
+  cmake -S "$work/qt6-base" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" \
+    -DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DCMAKE_INSTALL_PREFIX="$toolkit" -DCMAKE_BUILD_TYPE=Release \
+    ${launcher:+-DCMAKE_C_COMPILER_LAUNCHER=$launcher -DCMAKE_CXX_COMPILER_LAUNCHER=$launcher} -DQT_HOST_PATH=/usr \
+    -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF \
+    -DQT_BUILD_TESTS=OFF -DINPUT_opengl=desktop "${options[@]}" >"$work/toolkit.log" &&
+    ninja -C "$work/build" install >>"$work/toolkit.log" || { tail -n 40 "$work/toolkit.log" >&2; return 1; }
+  touch "$toolkit/complete"
+  rm -rf "$work"
+  echo "windows: toolkit built in $((SECONDS - began)) s: $toolkit"
 }

@@ -14,7 +14,7 @@ namespace tessaly {
 // A private root, removed at the end. `put` and `bytes` bypass the code under test.
 class TemporarySite : public testing::Test {
  protected:
-  TemporarySite() : folder_(makeFolder()), root_(folder_) {}
+  TemporarySite() : folder_(newFolder()), root_(folder_) {}
   ~TemporarySite() override { std::filesystem::remove_all(folder_); }
 
   std::filesystem::path host(const std::string& relative) const { return folder_ / relative; }
@@ -35,7 +35,7 @@ class TemporarySite : public testing::Test {
   }
 
  private:
-  static std::filesystem::path makeFolder() {
+  static std::filesystem::path newFolder() {
     std::random_device random;
     std::filesystem::path folder;
     do {
