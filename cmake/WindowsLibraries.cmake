@@ -21,6 +21,6 @@ set_target_properties(nlohmann_json::nlohmann_json PROPERTIES
 target_compile_definitions(tessaly_settings INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00
   _POSIX_THREAD_SAFE_FUNCTIONS __USE_MINGW_ANSI_STDIO=1 _FILE_OFFSET_BITS=64)
 # The compiler checks formats by the rules of the system's own printing, which is not used.
-target_compile_options(tessaly_settings INTERFACE -Wno-format)
+target_compile_options(tessaly_settings INTERFACE -Wno-format-security -Wno-format)
 # One file a program, but for the libraries above.
 target_link_options(tessaly_settings INTERFACE -static)

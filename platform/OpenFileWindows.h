@@ -7,13 +7,13 @@
 #include "platform/Descriptor.h"
 #include "platform/FilePolicy.h"
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
+// The others build upon the first.
+// clang-format off
 #include <windows.h>
+#include <aclapi.h>
+#include <bcrypt.h>
+#include <shellapi.h>
+// clang-format on
 
 // Paths and open files of this system, for the twins in this room.
 namespace tessaly {

@@ -1,4 +1,3 @@
-#include <aclapi.h>
 #include <algorithm>
 #include <array>
 #include <atomic>

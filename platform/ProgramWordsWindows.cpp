@@ -1,12 +1,9 @@
-#include "platform/ProgramWords.h"
-
 #include <cstdio>
 #include <fcntl.h>
 #include <io.h>
 
 #include "platform/OpenFileWindows.h"
-
-#include <shellapi.h>
+#include "platform/ProgramWords.h"
 
 namespace tessaly {
 

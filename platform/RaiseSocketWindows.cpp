@@ -1,5 +1,4 @@
 #include <array>
-#include <bcrypt.h>
 #include <cstring>
 #include <memory>
 #include <optional>

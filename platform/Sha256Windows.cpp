@@ -1,4 +1,3 @@
-#include <bcrypt.h>
 
 #include "platform/OpenFileWindows.h"
 #include "platform/Sha256.h"

@@ -59,6 +59,13 @@ void writeRecord(const Descriptor& file) {
   ::WriteFile(handleOf(file), record.data(), static_cast<DWORD>(record.size()), &written, nullptr);
 }
 
+// Once all who have it open have closed it.
+bool removed(const Descriptor& file) {
+  FILE_DISPOSITION_INFO gone{TRUE};
+  return file.isOpen() &&
+         ::SetFileInformationByHandle(handleOf(file), FileDispositionInfo, &gone, sizeof gone) != 0;
+}
+
 // Gives what stands there a name that the next file written into the folder removes, once nobody has it open.
 bool moveAside(const std::string& path) {
   const fs::path place(path);
@@ -84,8 +91,9 @@ SiteLock::Claim SiteLock::claim() {
 SiteLock::Claim SiteLock::takeOver() {
   WIN32_FIND_DATAW entry{};
   const bool there = findEntry(widePath(path_), entry);
-  const bool folder = there && (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isLink(entry);
-  if (folder || (there && !moveAside(path_))) return Claim::kNone;
+  if (there && (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isLink(entry))
+    return Claim::kNone;
+  if (there && !removed(openFile(path_, kTrying)) && !moveAside(path_)) return Claim::kNone;
   return claim();
 }
 
@@ -108,10 +116,7 @@ std::optional<SiteLock::Claim> SiteLock::look() {
   if (error == EBUSY) return Claim::kInUse;
   if (!holder_.host.empty() && holder_.host != thisHost()) return Claim::kInUse;
   if (error != 0) return Claim::kNone;
-  FILE_DISPOSITION_INFO gone{TRUE};
-  if (::SetFileInformationByHandle(handleOf(file), FileDispositionInfo, &gone, sizeof gone) == 0)
-    return Claim::kNone;
-  return std::nullopt;
+  return removed(file) ? std::nullopt : std::optional(Claim::kNone);
 }
 
 std::optional<SiteLock::Claim> SiteLock::create() {

@@ -157,6 +157,13 @@ std::string SiteRoot::sitePathOf(const fs::path& host) const {
 
 std::string SiteRoot::nativePath(const fs::path& host) { return host.string(); }
 
+bool SiteRoot::holds(std::string_view sitePath) const {
+  std::error_code error;
+  const fs::path site = fs::weakly_canonical(root_, error);
+  const fs::path file = error ? fs::path() : fs::weakly_canonical(resolve(sitePath), error);
+  return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
+}
+
 bool SiteRoot::same(std::string_view first, std::string_view second) const {
   const fs::path a = resolve(first);
   const fs::path b = resolve(second);

@@ -41,6 +41,10 @@ class SiteRoot {
   // As `resolve` takes a file of this host under any root, wherever it is.
   [[nodiscard]] static std::string nativePath(const std::filesystem::path& host);
 
+  // True when what the path leads to lies under the root, links followed; without a named root all of this
+  // host does.
+  [[nodiscard]] bool holds(std::string_view sitePath) const;
+
   // True when both site paths name the same place on this host.
   [[nodiscard]] bool same(std::string_view first, std::string_view second) const;
 

@@ -95,8 +95,8 @@ fs::path asOnDisk(std::string path, const std::vector<std::string>& components) 
   return path;
 }
 
-// Where a path of this host begins, and the rest of it; the beginning is empty when it names nothing, as the place of
-// the devices, which looks like a computer of the name ".", does.
+// Where a path of this host begins, and the rest of it; the beginning is empty when it names nothing, as the
+// place of the devices, which looks like a computer of the name ".", does.
 std::pair<std::string, std::string_view> hostStart(std::string_view path) {
   if (hasDrive(path)) return {std::string{static_cast<char>(path[0] | 0x20), ':', '\\'}, path.substr(2)};
   std::string start = "\\";
@@ -168,6 +168,12 @@ std::string SiteRoot::sitePathOf(const fs::path& host) const {
 std::string SiteRoot::nativePath(const fs::path& host) {
   const std::string path = anchored(host).string();
   return isShare(path) ? path : std::string(kVerbatim) + path;
+}
+
+bool SiteRoot::holds(std::string_view sitePath) const {
+  std::error_code error;
+  const fs::path file = fs::weakly_canonical(resolve(sitePath), error);
+  return !error && (isHost_ || inside(root_.string(), file.string()));
 }
 
 bool SiteRoot::same(std::string_view first, std::string_view second) const {

@@ -2,17 +2,17 @@
 
 // As many as a panel has editors: the system's own number is too small, and counts only sockets.
 #define FD_SETSIZE 1024
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
+// The others build upon the first.
+// clang-format off
+#include <winsock2.h>
+#include <ws2tcpip.h>
+#include <mstcpip.h>
+// clang-format on
+
 #include <array>
 #include <memory>
 #include <system_error>
 #include <utility>
-#include <winsock2.h>
-
-#include <mstcpip.h>
-#include <ws2tcpip.h>
 
 // Not in every version of the system's headers.
 #ifndef TCP_KEEPCNT

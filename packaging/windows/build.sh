@@ -17,7 +17,8 @@ prepare_libraries
 
 echo "== programs"
 build=build/windows
-cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DTESSALY_WERROR=ON -DTESSALY_BENCH=OFF \
+# What only proves the rooms is compiled faster.
+cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O$([ -n "$plain" ] && echo 1 || echo 2)" -DTESSALY_WERROR=ON -DTESSALY_BENCH=OFF \
   -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DTESSALY_WINDOWS_LIBRARIES="$libraries" \
   ${toolkit:+-DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DQT_HOST_PATH=/usr
   -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake

@@ -127,7 +127,7 @@ prepare_libraries() {
     versions+="$package $(version_of "$package")"$'\n'
   done
   local key
-  key=$( (echo "$versions" && cat "$here/libraries.sh" "$here/toolchain.cmake") | sha256sum | cut -c 1-16)
+  key=$( (echo "$versions" && cat "$here/toolchain.cmake" && declare -f cmake_library build_{tinyxml,curl,libzip,libharu,headers_and_gtest}) | sha256sum | cut -c 1-16)
   libraries=$cache/libraries-$key
   [ -d "$libraries" ] && return
   local began=$SECONDS
