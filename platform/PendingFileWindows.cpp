@@ -8,6 +8,7 @@
 
 #include "platform/OpenFileWindows.h"
 #include "platform/PendingFile.h"
+#include "platform/SiteRoot.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
@@ -89,7 +90,7 @@ void takeOverAccess(const std::string& file, const std::string& old) {
   PSECURITY_DESCRIPTOR whole = nullptr;
   SECURITY_DESCRIPTOR_CONTROL control = 0;
   DWORD revision = 0;
-  std::wstring name = widePath(old), newName = widePath(file);
+  std::wstring name = widePath(hostPath(old)), newName = widePath(hostPath(file));
   if (::GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list,
                               nullptr, &whole) != ERROR_SUCCESS)
     return;
@@ -104,7 +105,7 @@ void takeOverAccess(const std::string& file, const std::string& old) {
 }
 
 // Atomic, and on the disk when it returns. 0, or the error number.
-int replace(const std::string& temporary, const std::string& target) {
+int replace(const fs::path& temporary, const fs::path& target) {
   const std::wstring from = widePath(temporary), to = widePath(target);
   for (int attempt = 0;; ++attempt) {
     if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
@@ -127,7 +128,7 @@ Outcome flushFolder(const std::string&) { return {}; }
 // Removes the temporary files whose writers are gone: nobody has them open.
 void PendingFile::sweep(const std::string& folder) {
   WIN32_FIND_DATAW entry{};
-  const fs::path place = folder;
+  const fs::path place = hostPath(folder);
   const std::wstring pattern =
       widePath(place / (std::string(kTemporaryStart) + '*' + std::string(kTemporaryEnd)));
   const HANDLE search = ::FindFirstFileW(pattern.c_str(), &entry);
@@ -139,7 +140,7 @@ void PendingFile::sweep(const std::string& folder) {
         isLink(entry))
       continue;
     static_cast<void>(openFile(
-        place / name,
+        place / entry.cFileName,
         {.access = DELETE, .sharing = 0, .flags = FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_DELETE_ON_CLOSE}));
   } while (::FindNextFileW(search, &entry) != 0);
   ::FindClose(search);
@@ -170,7 +171,8 @@ void PendingFile::fail(Failure failure) {
 // From the file that is about to be replaced; a write-protected one fails.
 void PendingFile::takeOverMode() {
   WIN32_FIND_DATAW old{};
-  if (!policy_.keepsMode || !findEntry(widePath(target_), old) || isFolder(old) || isLink(old)) return;
+  if (!policy_.keepsMode || !findEntry(widePath(hostPath(target_)), old) || isFolder(old) || isLink(old))
+    return;
   if ((old.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0) {
     fail({Failure::Kind::kWriteProtected, "cannot be written: the file is write-protected"});
     return;
@@ -188,11 +190,11 @@ void PendingFile::takeOverMode() {
 // False leaves no file, and its reason in errno. Nobody else may write to it; a living writer's cannot be
 // removed, because whoever removes leftovers shares nothing.
 bool PendingFile::open() {
-  temporary_ = (fs::path(folder_) / temporaryName()).string();
-  file_ = openFile(temporary_, {.access = GENERIC_WRITE | DELETE,
-                                .sharing = FILE_SHARE_READ | FILE_SHARE_DELETE,
-                                .creation = CREATE_NEW,
-                                .flags = FILE_ATTRIBUTE_NORMAL});
+  temporary_ = (hostPath(folder_) / temporaryName()).string();
+  file_ = openFile(hostPath(temporary_), {.access = GENERIC_WRITE | DELETE,
+                                          .sharing = FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                          .creation = CREATE_NEW,
+                                          .flags = FILE_ATTRIBUTE_NORMAL});
   if (file_.isOpen()) return true;
   const int error = errno;
   temporary_.clear();
@@ -222,7 +224,7 @@ Outcome PendingFile::commit(Sync) {
   if (!failure_ && !flush(file_)) fail(errno, "flushed to the disk");
   // While it is open, so that nobody takes it for a leftover.
   if (!failure_) {
-    if (const int error = replace(temporary_, target_)) fail(error, "put in place");
+    if (const int error = replace(hostPath(temporary_), hostPath(target_))) fail(error, "put in place");
   }
   if (failure_) {
     discard();
@@ -235,7 +237,7 @@ Outcome PendingFile::commit(Sync) {
 
 void PendingFile::discard() {
   file_ = Descriptor();
-  if (!temporary_.empty()) ::DeleteFileW(widePath(temporary_).c_str());
+  if (!temporary_.empty()) ::DeleteFileW(widePath(hostPath(temporary_)).c_str());
   temporary_.clear();
 }
 

@@ -68,7 +68,7 @@ bool removed(const Descriptor& file) {
 
 // Gives what stands there a name that the next file written into the folder removes, once nobody has it open.
 bool moveAside(const std::string& path) {
-  const fs::path place(path);
+  const fs::path place = hostPath(path);
   LARGE_INTEGER now{};
   ::QueryPerformanceCounter(&now);
   const std::string name =
@@ -90,23 +90,24 @@ SiteLock::Claim SiteLock::claim() {
 
 SiteLock::Claim SiteLock::takeOver() {
   WIN32_FIND_DATAW entry{};
-  const bool there = findEntry(widePath(path_), entry);
+  const bool there = findEntry(widePath(hostPath(path_)), entry);
   if (there && (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isLink(entry))
     return Claim::kNone;
-  if (there && !removed(openFile(path_, kTrying)) && !moveAside(path_)) return Claim::kNone;
+  if (there && !removed(openFile(hostPath(path_), kTrying)) && !moveAside(path_)) return Claim::kNone;
   return claim();
 }
 
 // Nothing when somebody else moved in between.
 std::optional<SiteLock::Claim> SiteLock::look() {
-  const Descriptor file = openFile(path_, kTrying);
+  const Descriptor file = openFile(hostPath(path_), kTrying);
   const int error = file.isOpen() ? 0 : errno;
   if (error == ENOENT) {
     WIN32_FIND_DATAW folder{};
-    const bool there = findEntry(widePath(fs::path(path_).parent_path()), folder);
+    const bool there = findEntry(widePath(hostPath(path_).parent_path()), folder);
     return there && (folder.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? create() : Claim::kNone;
   }
-  const Descriptor reading = openFile(path_, {.sharing = kEverything, .flags = FILE_FLAG_OPEN_REPARSE_POINT});
+  const Descriptor reading =
+      openFile(hostPath(path_), {.sharing = kEverything, .flags = FILE_FLAG_OPEN_REPARSE_POINT});
   if (!reading.isOpen()) {
     if (errno == ENOENT) return std::nullopt;
     return error == EBUSY ? Claim::kInUse : Claim::kInTheWay;
@@ -120,7 +121,7 @@ std::optional<SiteLock::Claim> SiteLock::look() {
 }
 
 std::optional<SiteLock::Claim> SiteLock::create() {
-  Descriptor file = openFile(path_, kHolding);
+  Descriptor file = openFile(hostPath(path_), kHolding);
   if (!file.isOpen()) return errno == EEXIST || errno == EBUSY ? std::nullopt : std::optional(Claim::kNone);
   writeRecord(file);
   file_ = std::move(file);

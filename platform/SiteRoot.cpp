@@ -173,6 +173,8 @@ bool SiteRoot::same(std::string_view first, std::string_view second) const {
   return a.filename() == b.filename() && fs::equivalent(a.parent_path(), b.parent_path(), error);
 }
 
+fs::path hostPath(std::string_view bytes) { return bytes; }
+
 bool isPlainName(std::string_view name) {
   constexpr std::string_view kForbidden("\\/:\0", 4);
   return !name.empty() && name != "." && name != ".." && name.find_first_of(kForbidden) == name.npos;

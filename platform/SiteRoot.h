@@ -53,6 +53,10 @@ class SiteRoot {
   bool isHost_ = false;  // no root is named, and site paths are this host's
 };
 
+// The path of this host that bytes spell: UTF-8 where it has characters. (The library's own conversion takes
+// those bytes for another code there.)
+[[nodiscard]] std::filesystem::path hostPath(std::string_view bytes);
+
 // True when `name`, taken from a file, a panel or an ini file, may be used as one path component: not empty,
 // not
 // "." or "..", and without separators, a drive colon or NUL.

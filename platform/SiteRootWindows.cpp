@@ -66,7 +66,7 @@ fs::path anchored(fs::path path) {
   std::string whole = (error ? path : result).lexically_normal().make_preferred().string();
   if (hasDrive(whole)) whole[0] = static_cast<char>(whole[0] | 0x20);
   while (whole.size() > 3 && whole.back() == '\\') whole.pop_back();
-  return whole;
+  return hostPath(whole);
 }
 
 // `path` less the folder and the separator behind it, when it lies in the folder or is it.
@@ -89,10 +89,10 @@ fs::path asOnDisk(std::string path, const std::vector<std::string>& components) 
   for (const std::string& component : components) {
     if (!path.ends_with('\\')) path += '\\';
     WIN32_FIND_DATAW entry{};
-    found = found && findEntry(widePath(fs::path(path + component)), entry);
+    found = found && findEntry(widePath(hostPath(path + component)), entry);
     path += found ? utf8Of(entry.cFileName) : component;
   }
-  return path;
+  return hostPath(path);
 }
 
 // Where a path of this host begins, and the rest of it; the beginning is empty when it names nothing, as the
@@ -121,7 +121,7 @@ SiteRoot::SiteRoot(fs::path root) : root_(anchored(std::move(root))) {}
 
 SiteRoot SiteRoot::fromEnvironment(const std::string& option) {
   const std::string named = option.empty() ? variableOf(L"TESSALY_ROOT") : option;
-  SiteRoot root(named.empty() ? ownFolder() : named);
+  SiteRoot root(hostPath(named.empty() ? ownFolder() : named));
   root.isHost_ = named.empty();
   return root;
 }
@@ -184,6 +184,8 @@ bool SiteRoot::same(std::string_view first, std::string_view second) const {
   std::error_code error;  // folders that are links lead to the same place too
   return a.filename() == b.filename() && fs::equivalent(a.parent_path(), b.parent_path(), error);
 }
+
+fs::path hostPath(std::string_view bytes) { return wideOf(bytes); }
 
 bool isPlainName(std::string_view name) {
   return !name.empty() && name != "." && name != ".." &&

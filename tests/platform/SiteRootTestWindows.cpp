@@ -24,7 +24,8 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
                {"\\X\\y", "x/y"},
                {host("c/programme").string() + "\\rv48", "c/Programme/RV48"}};
   for (const auto& c : cases)
-    EXPECT_EQ(root_.resolve(c.site).string(), (root_.path() / c.host).make_preferred().string()) << c.site;
+    EXPECT_EQ(root_.resolve(c.site).string(), (root_.path() / hostPath(c.host)).make_preferred().string())
+        << c.site;
   EXPECT_EQ(root_.sitePathOf(root_.resolve("C:\\programme\\rv48\\one.mac")), "c:\\Programme\\RV48\\one.mac");
   const std::string outside = SiteRoot::nativePath("C:\\No such\\x.mac");
   EXPECT_EQ(outside, "\\\\?\\c:\\No such\\x.mac");

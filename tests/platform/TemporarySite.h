@@ -17,7 +17,7 @@ class TemporarySite : public testing::Test {
   TemporarySite() : folder_(newFolder()), root_(folder_) {}
   ~TemporarySite() override { std::filesystem::remove_all(folder_); }
 
-  std::filesystem::path host(const std::string& relative) const { return folder_ / relative; }
+  std::filesystem::path host(const std::string& relative) const { return folder_ / hostPath(relative); }
 
   void put(const std::string& relative, const std::string& content) const {
     std::filesystem::create_directories(host(relative).parent_path());
@@ -30,7 +30,7 @@ class TemporarySite : public testing::Test {
   }
 
   // How many entries a folder has, left-over temporary files included.
-  long entries(const std::string& relative) const {
+  std::ptrdiff_t entries(const std::string& relative) const {
     return std::distance(std::filesystem::directory_iterator(host(relative)), {});
   }
 
