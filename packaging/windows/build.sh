@@ -32,7 +32,7 @@ echo "== tests under wine"
 "$here/test.sh" $build/bin
 
 echo "== the twin here and there"
-build_targets tessaly-cli
+build_targets tessaly-cli tessaly-panelsim
 "$here/twin.py" $build/bin
 
 echo "== installer and ZIP"

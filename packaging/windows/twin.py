@@ -2,7 +2,8 @@
 """The command-line twin on this system and on Windows, set against each other: twin.py FOLDER_OF_THE_WINDOWS_PROGRAMS
 
 Each of some 200 commands runs on a copy of the sample site here, and under wine on another; output, errors and exit
-code have to be the same, and at the end all files, byte for byte. What a command says of its own root or of the time
+code have to be the same, and at the end all files, byte for byte; then both talk to a simulated panel, each to its own,
+over the network. What a command says of its own root or of the time
 of day is left out of the comparison, and so is the history, whose files are named after the time.
 """
 import filecmp
@@ -11,6 +12,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -63,6 +65,31 @@ def changing(macros, keys):
     yield ["compare", "c:\\work\\macroWP1", f"{APPLI}\\Evening News\\CP2\\macroWP1", "--json"]
 
 
+def talking(macro):
+    yield from (["list"], ["list", "1"], ["get", "1", "0", "c:\\work\\fetched.mac"], ["put", "2", "17", spelled(macro)],
+                ["get", "2", "17", "c:\\work\\back.mac"], ["rename", "2", "17", "Gr\u00fc\u00dfe"], ["list", "2"], ["delete", "2", "17"],
+                ["get", "2", "17", "c:\\work\\gone.mac"], ["update", "c:\\work\\fetched.mac"],
+                ["compare", "1", f"{APPLI}\\Evening News\\CP2\\macroWP1"])
+
+
+class Panel:
+    """A simulated panel over its own copy of a site."""
+
+    def __init__(self, program, site, folder):
+        self.process = subprocess.Popen([program, "--site", site, "--root", folder / "panel", "--control-port", "0",
+                                         "--ftp-port", "0"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        for line in self.process.stdout:
+            ready = re.match(r"ready control \S+:(\d+) ftp \S+:(\d+)", line)
+            if ready:
+                self.ports = ["--control-port", ready[1], "--ftp-port", ready[2]]
+                break
+        threading.Thread(target=self.process.stdout.read, daemon=True).start()
+
+    def end(self):
+        self.process.terminate()
+        self.process.wait()
+
+
 class Side:
     """One program and its copy of the site."""
 
@@ -80,7 +107,31 @@ class Side:
 
     def files(self):
         return {path.relative_to(self.root) for path in self.root.rglob("*")
-                if path.is_file() and path.relative_to(self.root).parts[0] != "history"}
+                if path.is_file() and path.relative_to(self.root).parts[0] == "c"}
+
+
+def differences(sides, commands):
+    for words in commands:
+        ours, theirs = (side.run(words) for side in sides)
+        if ours != theirs:
+            yield f"{' '.join(words)}\n  here  {ours}\n  there {theirs}"[:1500]
+
+
+def panel_differences(sides, panelsim, scratch, macro):
+    panels = [Panel(panelsim, side.root, scratch / name) for side, name in zip(sides, "ab")]
+    for words in talking(macro):
+        ours, theirs = (side.run(["panel", "127.0.0.1", *words, *panel.ports]) for side, panel in zip(sides, panels))
+        if ours != theirs:
+            yield f"panel {' '.join(words)}\n  here  {ours}\n  there {theirs}"[:1500]
+    for panel in panels:
+        panel.end()
+    trees = [{path.relative_to(scratch / name): path.read_bytes() for path in (scratch / name / "panel").rglob("*.mac")}
+             for name in "ab"]
+    if trees[0] != trees[1]:
+        yield "the panels hold different macros"
+    ours, theirs = (side.run(["panel", "127.0.0.1", "list", "1", *panel.ports]) for side, panel in zip(sides, panels))
+    if ours[0] == 0 or ours != theirs:
+        yield f"a panel that is gone\n  here  {ours}\n  there {theirs}"
 
 
 def main():
@@ -94,16 +145,14 @@ def main():
         sides = Side([here], scratch / "a"), Side(["wine", there], scratch / "b")
         for side in sides:
             (side.root / "c/work/macroWP1").mkdir(parents=True)
-        for words in commands:
-            ours, theirs = (side.run(words) for side in sides)
-            if ours != theirs:
-                faults.append(f"{' '.join(words)}\n  here  {ours}\n  there {theirs}"[:1500])
+        faults += differences(sides, commands)
+        faults += panel_differences(sides, here.with_name("tessaly-panelsim"), scratch, macros[0])
         names = [side.files() for side in sides]
         faults += [f"only on one side: {name}" for name in sorted(names[0] ^ names[1])]
         faults += [f"differs: {name}" for name in sorted(names[0] & names[1])
                    if not filecmp.cmp(sides[0].root / name, sides[1].root / name, shallow=False)]
         written = sum(1 for name in names[0] if "work" in name.parts)
-    print("\n".join([*faults, f"twin: {len(commands)} commands, {len(names[0])} files, {written} of them written, "
+    print("\n".join([*faults, f"twin: {len(commands)} commands and a panel, {len(names[0])} files, {written} of them written, "
                               f"{len(faults)} differences"]))
     return 1 if faults or len(commands) < 200 or written < 20 else 0
 
