@@ -46,7 +46,7 @@ void moveDrives(const fs::path& from, const fs::path& to) {
 
 std::optional<SiteRoot> ask(FirstStartDialog& dialog, const SiteRoot& root, Preferences& preferences) {
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  if (dialog.folder() != root.path())
+  if (dialog.folder() != root.path() || root.option().empty())
     preferences.setSiteFolder(QString::fromStdString(dialog.folder().string()));
   return SiteRoot(dialog.folder());
 }

@@ -99,7 +99,7 @@ int main(int argc, char** argv) {
   const tessaly::WindowPlaces places(preferences);
   const auto site = tessaly::chooseRoot(options->root, tessaly::installedSiteFolder(), preferences);
   if (!site) return kNotStarted;
-  options->root = site->path().string();
+  options->root = site->option();
   std::string nextRoot;
   const int result = runOn(*options, preferences, nextRoot);
   return nextRoot.empty() ? result : startAnew(arguments, nextRoot);

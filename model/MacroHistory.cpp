@@ -297,11 +297,8 @@ std::optional<KeptMacro> MacroHistory::find(std::string_view id) {
 }
 
 bool MacroHistory::isOfSite(const KeptMacro& macro) const {
-  if (!macro.place || macro.place->file.empty() || !onDrive(placeOfFile(macro.place->file))) return false;
-  std::error_code error;
-  const fs::path site = fs::weakly_canonical(root_.path(), error);
-  const fs::path file = error ? fs::path() : fs::weakly_canonical(root_.resolve(macro.place->file), error);
-  return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
+  return macro.place && !macro.place->file.empty() && onDrive(placeOfFile(macro.place->file)) &&
+         root_.holds(macro.place->file);
 }
 
 Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {

@@ -58,7 +58,7 @@ TEST_F(FilesTest, AFailedWriteLeavesTheOldFile) {
   fs::create_directory(host("c/folder"));
   ::mkfifo(host("c/pipe").c_str(), 0600);
   fs::create_symlink("folder", host("c/toFolder"));
-  const long before = entries("c");
+  const auto before = entries("c");
   for (const char* target :
        {"c:\\folder", "c:\\pipe", "c:\\toFolder", "c:\\none\\x", "c:\\old.mac\\x", "c:\\..\\x", ""}) {
     EXPECT_FALSE(writeFile(root_, target, "new")) << target;
