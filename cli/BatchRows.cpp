@@ -24,6 +24,7 @@ int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
   int code = kExitDone;
   for (std::size_t i = 0; i < batch.rows().size(); ++i) {
     const Row& row = batch.rows()[i];
+    if (unflushed(row)) code = std::max(code, kExitFailed);
     if (row.done()) continue;
     const bool unknown = row.state == Row::State::kUnknown;
     print(i, (unknown ? "unknown: " : "as before: ") + row.why.text);

@@ -147,11 +147,14 @@ Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_vie
 Outcome removeFile(const SiteRoot& root, std::string_view path) {
   const fs::path host = root.resolve(path);
   struct stat status {};
-  const bool users = filePolicy(host).keepsMode && ::lstat(host.c_str(), &status) == 0;
-  if (users && S_ISREG(status.st_mode) && (status.st_mode & S_IWUSR) == 0)
+  const bool users = filePolicy(host).keepsMode;
+  const bool isFile = users && ::lstat(host.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  if (isFile && (status.st_mode & S_IWUSR) == 0)
     return Failure{Failure::Kind::kWriteProtected, "cannot be removed: the file is write-protected"};
-  if (::unlink(host.c_str()) == 0) return {};
-  return systemFailure(errno, "removed");
+  if (::unlink(host.c_str()) != 0) return systemFailure(errno, "removed");
+  if (!users) return {};
+  const fs::path folder = host.has_parent_path() ? host.parent_path() : ".";
+  return flushFolder(folder.string(), "is removed, but a power cut may bring it back");
 }
 
 Outcome makeFolder(const SiteRoot& root, std::string_view path) { return makeFolder(root.resolve(path)); }

@@ -50,8 +50,7 @@ ShelfWrite writeMacroFile(const SiteRoot& root, MacroHistory& history, std::stri
                : Failure{Failure::Kind::kChanged, "holds something else than was written"};
   });
   if (done) return {state};
-  if (state == State::kWritten) return {state, {}, done.failure().text};
-  return {state, done.failure()};
+  return {state, done.failure(), state == State::kWritten ? done.failure().text : std::string()};
 }
 
 DiskShelf::DiskShelf(const SiteRoot& root, MacroHistory& history, std::string folder, std::string title)
