@@ -90,7 +90,7 @@ Outcome canTake(CommandSession& session, const std::string& path, int number, co
 bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const std::vector<int>* taken) {
   const auto key = keyAt(session.root(), file.path(), file.shown());
   if (!key) {
-    session.warn(key.failure().text);
+    session.warn("which commands cannot be read in the macro is not known: " + key.failure().text);
     return true;
   }
   std::vector<int> lost = key->unreadable();

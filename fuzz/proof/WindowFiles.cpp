@@ -31,9 +31,9 @@ std::string firstValue(const std::string& bytes) {
   return bytes.substr(begin, bytes.find('"', begin) - begin);
 }
 
-class Pane {
+class PaneFiles {
  public:
-  explicit Pane(const std::string& folder) : root_(folder) {}
+  explicit PaneFiles(const std::string& folder) : root_(folder) {}
 
   [[nodiscard]] bool act(const std::string& act) {
     if (act == "start") return start();
@@ -89,9 +89,10 @@ class Pane {
     const EditHistory& row = copy_.steps();
     for (std::size_t position = 0; position <= row.size(); ++position) {
       const auto content = row.bytesAt(position, copy_.bytes());
-      const bool right = content && contentCheck(*content) == row.checkAt(position);
-      std::printf(" %s%s%s", right ? firstValue(*content).c_str() : "WRONG",
-                  position == row.position() ? "*" : "", row.savedAt(position) ? " (saved)" : "");
+      const bool right = content && contentCheck(*content) == row.checkAt(position) &&
+                         (!row.savedAt(position) || readFile(root_, target().file()) == *content);
+      std::printf(" %s%s", right ? firstValue(*content).c_str() : "WRONG",
+                  position == row.position() ? "*" : "");
     }
     std::printf("%s\n", copy_.takeStepsTrouble() ? ", steps lost" : "");
     return true;
@@ -110,7 +111,7 @@ int main(int count, char** words) {
     std::fputs(tessaly::kUsage, stderr);
     return 2;
   }
-  tessaly::Pane pane(words[1]);
+  tessaly::PaneFiles pane(words[1]);
   for (int i = 2; i < count; ++i) {
     if (pane.act(words[i])) continue;
     std::fprintf(stderr, "%s failed\n", words[i]);

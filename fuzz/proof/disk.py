@@ -8,7 +8,7 @@ import itertools
 import os
 import random
 
-BLOCK = 4096
+SECTOR = 512
 MOST_NAMES = 7        # unflushed names of a folder of which every choice is laid out; of more a sample is
 MOST_OF_A_POINT = 4000  # states of one point in time
 
@@ -155,16 +155,16 @@ def lay_out(frozen_tree, folder):
 
 
 def _torn(before, after):
-    """A write that came in part: cut anywhere, its size without its bytes, its blocks in any order. What stood there
+    """A write that came in part: cut anywhere, its size without its bytes, its sectors in any order. What stood there
     before, and is the same behind it, stays."""
     if before == after or len(after) < len(before):
         return []
     same = len(os.path.commonprefix([before, after]))
-    sizes = {same + 1, (same + len(after)) // 2, len(after) - 1} | set(range(0, len(after), BLOCK))
+    sizes = {same + 1, (same + len(after)) // 2, len(after) - 1} | set(range(0, len(after), SECTOR))
     found = [after[:size] + before[size:] for size in sizes if size > same]
     filled = before.ljust(len(after), b"\0")
-    for start in range(0, len(after), BLOCK):
-        end = start + BLOCK
+    for start in range(0, len(after), SECTOR):
+        end = start + SECTOR
         found += [after[:start] + filled[start:end] + after[end:], filled[:start] + after[start:end] + filled[end:]]
     return [torn for torn in found if torn not in (before, after)]
 

@@ -218,7 +218,7 @@ class StepsFile(Format):
         done = self.bench.run(["window", "look"])
         line = done.stdout.decode().strip()
         lost = line.endswith(", steps lost")
-        words = line.removesuffix(", steps lost").replace(" (saved)", "").replace(", foreign", "").split(" ")[1:]
+        words = line.removesuffix(", steps lost").replace(", foreign", "").split(" ")[1:]
         return words, lost
 
 

@@ -48,6 +48,10 @@ def site_tree():
     return tree
 
 
+def folder_of(path):
+    return path[:path.rindex("\\") + 1]
+
+
 class Operation:
     """Commands, one after the other, that write `targets`; `prepare` are others before them. Of several targets each is
     done for itself when `each`, else all or none. `cut_short` is a command that is killed before them, at a call."""
@@ -56,15 +60,10 @@ class Operation:
         self.name, self.commands, self.targets, self.prepare = name, commands, targets, prepare
         self.each, self.cut_short = each, cut_short
         self.look = look or ["show", targets[0]]  # the bytes tell of the others
-
-
-def next_one(target):
-    """Has to work, whatever happened, and leaves nothing over in the target's folder and in the history."""
-    return ["rename", folder_of(target) + NEXT, "Next one"]
-
-
-def folder_of(path):
-    return path[:path.rindex("\\") + 1]
+        # Has to work, whatever happened, and leaves nothing over in the folders that were written.
+        self.next = ["rename", folder_of(targets[-1]) + NEXT, "Next one"]
+        if commands[0][0] == "window":
+            self.next = ["window", "start", "edit=0.8", "save"]
 
 
 ONE, TWO, NEW = MACROS + "macro001.mac", OTHERS + "macro002.mac", MACROS + "macro500.mac"
@@ -191,6 +190,7 @@ class Tried:
         self.calls, self.commands = [], []
         for words in operation.commands:
             self.commands.append([next(iter(bench.history())) if word == "{kept}" else word for word in words])
+            self.before = disk.read_tree(bench.root)
             done, made = self.run(self.commands[-1])
             assert done.returncode == 0, (words, done.stderr)
             self.calls += made
@@ -239,7 +239,7 @@ class Tried:
         return found, wrongs + self.judged_next()
 
     def judged_next(self):
-        done = self.bench.run(next_one(self.operation.targets[-1]))
+        done = self.bench.run(self.operation.next)
         wrongs = ["the next one: " + done.stderr.decode().strip()] if done.returncode or done.stderr else []
         return wrongs + [f"left over: {name}" for name in self.bench.leftovers()]
 
@@ -280,7 +280,7 @@ class Panel:
 
     def __init__(self, bench):
         control, ftp = free_port(), free_port()
-        self.ports = [f"--control-port={control}", f"--ftp-port={ftp}"]
+        self.ports = ["--control-port", str(control), "--ftp-port", str(ftp)]
         tree = os.path.join(bench.folder, "panel")
         os.makedirs(os.path.join(tree, PANEL_MACRO[:PANEL_MACRO.rindex("/")]))
         with open(os.path.join(tree, PANEL_MACRO), "wb") as file:
@@ -289,6 +289,7 @@ class Panel:
                                         env=bench.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         for port in (control, ftp):
             while socket.socket().connect_ex(("127.0.0.1", port)) != 0:
+                assert self.process.poll() is None, "the panel does not start"
                 time.sleep(0.05)
 
     def close(self):
