@@ -62,6 +62,9 @@ class Format:
     def clean(self):
         pass
 
+    def damage(self, content):
+        return damaged(self.chance, content)
+
     def rows(self, files):
         """What is in it, where that is kept in a damaged file, too."""
         return None
@@ -109,7 +112,27 @@ class KeyFile(Format):
                           "commands": [command["parameters"][0]["stored"] for command in found["commands"]]}
 
 
-class MacroFile(Format):
+class XmlFile(Format):
+    PIECE = re.compile(rb"<[A-Za-z][^<>]*/>|\s\w+\s*=\s*(?:\"[^\"]*\"|'[^']*')")
+
+    def damage(self, content):
+        """Seldom so that it is no longer well formed, of which the documents tell little."""
+        pieces = list(self.PIECE.finditer(content))
+        if not pieces or self.chance.random() < 0.2:
+            return damaged(self.chance, content)
+        one, other = self.chance.choice(pieces), self.chance.choice(pieces)
+        inside = one[0]
+        if not inside.startswith(b"<") and self.chance.random() < 0.7:
+            at = self.chance.randrange(inside.index(b"=") + 2, len(inside))
+            inside = inside[:at] + self.chance.choice([b"&#xE4;", b"&bad;", b"\xe4", b"\xc3", b".", b"$", b"9", b"NCSCOMMAND"]) + inside[at:]
+        elif inside.startswith(b"<") and other[0].startswith(b"<"):
+            inside = self.chance.choice([b"", inside * 2, other[0]])
+        else:
+            inside = b""
+        return content[:one.start()] + inside + content[one.end():]
+
+
+class MacroFile(XmlFile):
     def make(self):
         chance = self.chance
         encoding = chance.choice(["utf-8", "cp1252"])
@@ -182,7 +205,7 @@ class HistoryRecord(Format):
         except readers.Refused:
             return found
         change = keys.get("change", b"").decode("latin-1")
-        return {**found, "change": change if change in self.WORDS else "save",
+        return {**found, "change": "" if not keys.get("disk") else change if change in self.WORDS else "save",
                 "place": readers.utf8_or_windows_1252(keys.get("disk", b"")),
                 "name": readers.utf8_or_windows_1252(keys.get("name", b""))}
 
@@ -197,14 +220,23 @@ class StepsFile(Format):
 
     def make(self):
         self.bench.lay_out(disk.frozen(site_tree()))
-        acts = ["start", "edit=first"]
-        for _ in range(self.chance.randrange(1, 7)):
-            acts.append(self.chance.choice(["edit=" + str(self.chance.randrange(100)), "undo", "redo"]))
-        self.bench.run(["window", *acts])
-        return {path: self.bench.bytes_of([path])[0] for path in (self.PATH, self.WORKING)}
+        self.checks = {}
+        for number in range(self.chance.randrange(1, 6)):
+            act = self.chance.choice(["edit", "edit", "undo", "redo"]) if number else "edit"
+            self.bench.run(["window", "start", f"edit={self.chance.randrange(100)}" if act == "edit" else act])
+            self.learn()
+        return dict(zip([self.PATH, self.WORKING], self.bench.bytes_of([self.PATH, self.WORKING])))
+
+    def learn(self):
+        """The checksums of contents, which are of a kind that nothing here can work out."""
+        steps, working, first = self.bench.bytes_of([self.PATH, self.WORKING, ONE])
+        head, *rows = [keys for keys, _ in readers.frames(steps)]
+        self.checks[first] = head["check"]
+        if rows[-1]["kind"] == b"step":
+            self.checks[working] = rows[-1]["check"]
 
     def read(self, files):
-        found = readers.steps(files[self.PATH], files[self.WORKING], ONE.encode())
+        found = readers.steps(files[self.PATH], files[self.WORKING], ONE.encode(), self.checks.get)
         if found is None:
             return [self.value(files[self.WORKING]) + "*"], True
         contents, position = found
@@ -215,11 +247,9 @@ class StepsFile(Format):
         return re.search(rb' value="([^"]*)"', content)[1].decode()
 
     def told(self, files):
-        done = self.bench.run(["window", "look"])
-        line = done.stdout.decode().strip()
+        line = self.bench.run(["window", "look"]).stdout.decode().strip()
         lost = line.endswith(", steps lost")
-        words = line.removesuffix(", steps lost").replace(", foreign", "").split(" ")[1:]
-        return words, lost
+        return line.removesuffix(", steps lost").replace(", foreign", "").split(" ")[1:], lost
 
 
 class BatchJournal(Format):
@@ -300,7 +330,7 @@ class SnapshotFile(Format):
         return done.stdout.decode().splitlines() if done.returncode == 0 else None
 
 
-class InterfaceFile(Format):
+class InterfaceFile(XmlFile):
     FILES = [OWN + "TarrowMFDIfc.xml", OWN + "CorvaneXLPanel.xml"]
 
     def make(self):
@@ -369,7 +399,7 @@ class Comparison:
             self.sound = self.form.rows(files)
             first, content = next(iter(files.items()))
             for number in range(DAMAGED + 1):
-                self.compare({**files, first: damaged(self.form.chance, content) if number else content})
+                self.compare({**files, first: self.form.damage(content) if number else content})
 
     def compare(self, files):
         self.files += 1

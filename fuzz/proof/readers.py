@@ -243,56 +243,42 @@ def number(text):
     return int(text)
 
 
-def steps(content, working, place):
-    """Every content from the oldest to the newest and the position among them; None when the steps cannot be used."""
+def steps(content, working, place, check_of):
+    """Every content from the oldest to the newest and the position among them; None when the steps cannot be used. The
+    checksum of a content is asked of `check_of`."""
     rows = list(frames(content))
     if not rows or rows[0][0].get("kind") != b"steps" or rows[0][0].get("version") != b"2":
         return None
     if rows[0][0].get("disk", b"").lower() != place.lower():
         raise Untold("steps of another macro")
-    for left_out in (0, 1):
-        found = followed(rows[1:len(rows) - left_out], working)
+    for left_out in range(min(2, len(rows))):
+        found = followed(rows[0][0]["check"], rows[1:len(rows) - left_out], working, check_of)
         if found:
             return found
     return None
 
 
-def followed(rows, working):
-    done, undone = [], []
+def followed(first, rows, working, check_of):
+    done, undone = [], []  # steps, the last one to be undone or redone behind
     for keys, held in rows:
         kind = keys.get("kind")
         if kind == b"step":
-            removed, added = number(keys["removed"]), number(keys["added"])
-            if len(held) != removed + added:
-                raise Untold("a step of another length")
-            done.append((number(keys["at"]), held[:removed], held[removed:], number(keys["size"])))
+            removed = number(keys["removed"])
+            done.append((number(keys["at"]), held[:removed], held[removed:], keys["check"]))
             undone = []
         elif kind in (b"undo", b"redo"):
             source, target = (done, undone) if kind == b"undo" else (undone, done)
-            count = number(keys["count"])
-            if count > len(source):
-                raise Untold("more than there are")
-            for _ in range(count):
+            for _ in range(number(keys["count"])):
                 target.append(source.pop())
-        elif kind != b"saved":
-            raise Untold("another kind")
-    return unrolled(done, list(reversed(undone)), working)
-
-
-def unrolled(done, undone, working):
+    if check_of(working) != (done[-1][3] if done else first):
+        return None
     before, now = [], working
-    for at, removed, added, size in reversed(done):
-        if len(now) != size or now[at:at + len(added)] != added:
-            return None
+    for at, removed, added, _ in reversed(done):
         now = now[:at] + removed + now[at + len(added):]
         before.insert(0, now)
     after, now = [], working
-    for at, removed, added, size in undone:
-        if now[at:at + len(removed)] != removed:
-            return None
+    for at, removed, added, _ in reversed(undone):
         now = now[:at] + added + now[at + len(removed):]
-        if len(now) != size:
-            return None
         after.append(now)
     return before + [working] + after, len(before)
 
