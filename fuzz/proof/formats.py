@@ -71,7 +71,7 @@ class Format:
 
     def json(self, *words):
         done = self.bench.run([*words, "--json"])
-        return json.loads(done.stdout) if done.returncode == 0 else None
+        return json.loads(done.stdout) if done.stdout else None
 
 
 class SettingsFile(Format):

@@ -62,7 +62,10 @@ class Operation:
         self.look = look or ["show", targets[0]]  # the bytes tell of the others
         # Has to work, whatever happened, and leaves nothing over in the folders that were written.
         self.next = ["rename", folder_of(targets[-1]) + NEXT, "Next one"]
-        if commands[0][0] == "window":
+        self.of_window = commands[0][0] == "window"
+        if cut_short or commands[0][0] in ("replace", "restore"):
+            self.next = ["replace", "value:VALUE=0.1->0.2", self.next[1]]
+        elif self.of_window:
             self.next = ["window", "start", "edit=0.8", "save"]
 
 
@@ -88,9 +91,9 @@ OPERATIONS = [
     Operation("put back", [["history", "restore", "{kept}"]], [ONE], [KEPT]),
     Operation("replace", [["replace", RULE, MACROS]], ALL),
     Operation("replace, put back", [["replace", RULE, ONE], ["history", "restore", "{kept}"]], [ONE]),
-    Operation("replace, cut short", [["show", ONE]], ALL, cut_short=(["replace", RULE, MACROS], "rename", 6)),
+    Operation("replace, cut short", [["settings"]], ALL, cut_short=(["replace", RULE, MACROS], "rename", 6)),
     Operation("restore", [["restore", SNAPSHOT, OTHERS]], THEIRS, [["snapshot", MACROS, SNAPSHOT]]),
-    Operation("restore, cut short", [["show", ONE]], THEIRS, [["snapshot", MACROS, SNAPSHOT]],
+    Operation("restore, cut short", [["settings"]], THEIRS, [["snapshot", MACROS, SNAPSHOT]],
               cut_short=(["restore", SNAPSHOT, OTHERS], "rename", 6)),
     Operation("snapshot", [["snapshot", MACROS, SNAPSHOT]], [SNAPSHOT], look=["snapshot", SNAPSHOT]),
     Operation("snapshot over", [["snapshot", OTHERS, SNAPSHOT]], [SNAPSHOT], [["snapshot", MACROS, SNAPSHOT]],

@@ -103,6 +103,7 @@ REFERENCE = re.compile(rb"&(?:(amp|lt|gt|quot|apos)|#(\d{1,7})|#x([0-9a-fA-F]{1,
 
 def macro(content):
     """The name or None, and the commands, or None without a place for them: fid and parameters."""
+    content = line_feeds(content)
     decode, roots = macro_texts(content), elements(content)
     macros = [root for root in roots if root[0] == b"macro"]
     name = next((decode(attributes[b"name"]) for _, attributes, _ in macros if b"name" in attributes), None)
@@ -115,6 +116,10 @@ def macro(content):
                 for tag, given, _ in children if tag == b"param"]
     return name, [(decode(attributes.get(b"fid", b"")), params(children))
                   for tag, attributes, children in data[2] if tag == b"cmd"]
+
+
+def line_feeds(content):
+    return content.replace(b"\r\n", b"\n").replace(b"\r", b"\n")
 
 
 def macro_texts(content):
@@ -371,8 +376,12 @@ def functions(contents):
     """The names of all functions in their order, and the record of each name."""
     families, order, records = {}, [], {}
     for source, content in contents:
+        content = line_feeds(content)
         decode = macro_texts(content)
-        mfd = next((root for root in elements(content) if root[0] == b"mfd"), (b"", {}, []))
+        try:
+            mfd = next((root for root in elements(content) if root[0] == b"mfd"), (b"", {}, []))
+        except Refused:  # the other one is read all the same
+            continue
         for tag, attributes, children in mfd[2]:
             found = texts_of(attributes, decode)
             if tag == b"fidsegment_indexed":
