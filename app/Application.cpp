@@ -139,7 +139,8 @@ void Application::start() {
   else {
     // Whoever began empty knows it, and is not to be stopped by a box for each file at every start.
     window_->say(
-        tr("this site describes no functions of a panel: \"Site...\" in the menu \"Macro\" sets one up"));
+        {Grade::kWarning,
+         tr("this site describes no functions of a panel: \"Site...\" in the menu \"Macro\" sets one up")});
     startLoader([](const std::string&) {});
   }
   window_->show();

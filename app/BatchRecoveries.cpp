@@ -1,5 +1,7 @@
 #include "app/BatchRecoveries.h"
 
+#include <algorithm>
+
 #include <QStringList>
 
 #include "widgets/DialogText.h"
@@ -16,6 +18,11 @@ QString named(const std::vector<std::string>& places) {
   for (const std::string& place : places) names << shown(place);
   return names.size() > kMost ? names.mid(0, kMost).join(QStringLiteral(", ")) + QStringLiteral(", ...")
                               : names.join(QStringLiteral(", "));
+}
+
+Grade gradeOf(const BatchRecovery& recovery) {
+  if (recovery.how == How::kRefused || !recovery.failed.empty()) return Grade::kFailure;
+  return recovery.how == How::kWaits || !recovery.letAlone.empty() ? Grade::kWarning : Grade::kNote;
 }
 
 QString lineOf(const BatchRecovery& recovery) {
@@ -52,7 +59,7 @@ BatchRecoveries::BatchRecoveries(Shelves shelves, Connected connected, QObject* 
       connected_(std::move(connected)),
       work_([this](const std::vector<BatchRecovery>& found, auto) { take(found); },
             [this](const Outcome&) {
-              if (!lines_.isEmpty()) emit said(lines_.join(QStringLiteral("; ")));
+              if (!lines_.isEmpty()) emit said({grade_, lines_.join(QStringLiteral("; "))});
             }) {}
 
 void BatchRecoveries::start() {
@@ -60,6 +67,7 @@ void BatchRecoveries::start() {
   tried_ = connected_();
   waiting_ = false;
   lines_.clear();
+  grade_ = Grade::kNote;
   work_.start([shelves = shelves_, connected = tried_](auto& report) -> Outcome {
     BatchRoom room(shelves, connected);
     const std::stop_callback cancelled(report.stop(), [&room] { room.cancel(); });
@@ -76,6 +84,7 @@ void BatchRecoveries::take(const std::vector<BatchRecovery>& found) {
   for (const BatchRecovery& recovery : found) {
     waiting_ = waiting_ || recovery.how == How::kWaits;
     lines_ << lineOf(recovery);
+    grade_ = std::max(grade_, gradeOf(recovery));
     for (const MacroPlace& place : recovery.written) emit written(place);
   }
 }

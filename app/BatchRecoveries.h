@@ -8,6 +8,7 @@
 
 #include "app/Shelves.h"
 #include "review/BatchRecovery.h"
+#include "widgets/Message.h"
 #include "windows/ReviewWork.h"
 
 namespace tessaly {
@@ -29,7 +30,7 @@ class BatchRecoveries : public QObject {
   [[nodiscard]] bool busy() const { return work_.running(); }
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   void written(const tessaly::MacroPlace& place);  // or it may have been
 
  private:
@@ -40,6 +41,7 @@ class BatchRecoveries : public QObject {
   std::set<std::string> tried_;  // addresses that were connected when it was last tried
   bool waiting_ = false;         // for another panel
   QStringList lines_;
+  Grade grade_ = Grade::kNote;  // the heaviest of theirs
   ReviewWork<BatchRecovery> work_;
 };
 

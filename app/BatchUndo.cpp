@@ -4,6 +4,7 @@
 
 #include "app/FailureText.h"
 #include "app/OpenMacros.h"
+#include "app/PlaceText.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -73,7 +74,7 @@ bool BatchUndo::confirmed(const QString& name, const std::vector<BatchTrace>& tr
 
 BatchUndo::Result BatchUndo::undo(const QString& name, const std::vector<BatchTrace>& traces) {
   const auto notDone = [&](const QString& why) {
-    return Result{tr("NOT undone: %1 (%2)").arg(name, why), traces};
+    return Result{{Grade::kFailure, tr("NOT undone: %1 (%2)").arg(name, why)}, traces};
   };
   if (!confirmed(name, traces)) return notDone(tr("nothing has been changed"));
   RunningBatch running(shelves_, connected_());
@@ -94,15 +95,17 @@ BatchUndo::Result BatchUndo::undo(const QString& name, const std::vector<BatchTr
     if (trace != traces.end()) result.left.push_back(*trace);
   }
   const std::size_t done = batch.doneCount(), missed = batch.rows().size() - done + running.lost();
-  result.text = done == 0 && missed > 0 ? tr("NOT undone: %1").arg(name) : tr("undone: %1").arg(name);
+  if (!traces.empty()) result.message.where = placeInWindow(traces.front().place);
+  QString& text = result.message.text;
+  text = done == 0 && missed > 0 ? tr("NOT undone: %1").arg(name) : tr("undone: %1").arg(name);
+  result.message.grade = missed > 0 ? Grade::kFailure : Grade::kDone;
   if (missed > 0) {
     const auto failed =
         std::ranges::find_if(batch.rows(), [](const MacroBatch::Row& row) { return !row.done(); });
-    result.text =
-        tr("%1; %2 of %3 macros are not as they were before (%4)")
-            .arg(result.text, QString::number(missed), QString::number(traces.size()),
-                 failed == batch.rows().end() ? tr("the history no longer has what was there before")
-                                              : failureText(failed->why));
+    text = tr("%1; %2 of %3 macros are not as they were before (%4)")
+               .arg(text, QString::number(missed), QString::number(traces.size()),
+                    failed == batch.rows().end() ? tr("the history no longer has what was there before")
+                                                 : failureText(failed->why));
   }
   return result;
 }

@@ -12,6 +12,7 @@
 #include "app/Shelves.h"
 #include "platform/Messages.h"
 #include "review/MacroBatch.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -30,7 +31,7 @@ class BatchUndo {
             OpenMacros& open);
 
   struct Result {
-    QString text;                  // for the strip
+    Message message;
     std::vector<BatchTrace> left;  // what could not be tried, and may be again
   };
   [[nodiscard]] Result undo(const QString& name, const std::vector<BatchTrace>& traces);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/PaneState.h"
+#include "app/PlaceText.h"
 #include "app/StatusStrip.h"
 #include "platform/MacroNumber.h"
 #include "platform/Text.h"
@@ -384,8 +385,10 @@ void Browser::chooseAgain(const std::optional<MacroRow>& before) {
   list.selectRow(same || (row >= 0 && pane_.copy.edited()) ? row : -1);
   if (same || pane_.copy.edited()) return;
   clearFrom(kCommandList);
-  emit said(row < 0 ? tr("gone: %1 is no longer on the panel").arg(nameInStrip(before->text()))
-                    : tr("renamed: %1 has another name on the panel now").arg(nameInStrip(before->text())));
+  const QString text = row < 0 ? tr("gone: %1 is no longer on the panel")
+                               : tr("renamed: %1 has another name on the panel now");
+  emit said({Grade::kWarning, text.arg(nameInStrip(before->text())),
+             placeInWindow(MacroPlace{{}, connection_.address(pane_.descriptor.pane), workplace(), {}})});
 }
 
 void Browser::refreshFolder(const std::string& folder) {

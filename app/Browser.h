@@ -16,6 +16,7 @@
 #include "model/SiteBrowser.h"
 #include "platform/SiteAccess.h"
 #include "widgets/ListBox.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -82,7 +83,7 @@ class Browser : public QObject {
  signals:
   void panelWorkplaceChosen(int number);
   void changed();  // lists or selection changed by program: enabled states are to be looked at again
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   // Of the selected row; empty for none.

@@ -2,6 +2,7 @@
 
 #include "app/Comparisons.h"
 #include "app/FailureText.h"
+#include "app/PlaceText.h"
 #include "app/StepNames.h"
 #include "editors/PostTo.h"
 #include "windows/CaptureWindow.h"
@@ -33,7 +34,8 @@ bool Captures::possible(Pane pane) const {
 
 void Captures::open(Pane pane) {
   if (!possible(pane)) {
-    emit said(tr("\"Capture\" needs a pane that is connected to a panel, and a macro in it"));
+    emit said({Grade::kNote, tr("\"Capture\" needs a pane that is connected to a panel, and a macro in it"),
+               placeInWindow(state(pane))});
     return;
   }
   QPointer<CaptureWindow>& window = windows_[index(pane)];

@@ -8,6 +8,7 @@
 #include "app/PaneState.h"
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -32,7 +33,7 @@ class Captures : public QObject {
   void look();
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }

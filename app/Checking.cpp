@@ -4,6 +4,7 @@
 
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
+#include "app/PlaceText.h"
 #include "app/ReviewPlaces.h"
 #include "app/StatusStrip.h"
 #include "widgets/DialogText.h"
@@ -55,7 +56,8 @@ void Checking::list(ReviewScope::Kind kind) {
             [this](const ReviewedPlace& place, int command) { places_.show(place, command); });
     connect(list_, &CheckWindow::fixWanted, this, &Checking::fix);
     connect(list_, &CheckWindow::rulesChanged, this, &Checking::begin);
-    connect(&places_, &ReviewPlaces::said, list_, &CheckWindow::tell);
+    connect(&places_, &ReviewPlaces::said, list_,
+            [list = list_](const Message& message) { list->tell(message.text); });
   }
   list_->check(kind);
   list_->present();
@@ -83,9 +85,9 @@ QString Checking::selectedText() const {
   return tr("%1 in this macro; F7 lists them").arg(countText(*findings));
 }
 
-void Checking::tell(const QString& text) {
-  if (list_) list_->tell(text);
-  emit said(text);
+void Checking::tell(const Message& message) {
+  if (list_) list_->tell(message.text);
+  emit said(message);
 }
 
 void Checking::fix(const FindingRow& row) {
@@ -96,14 +98,18 @@ void Checking::applyFix(Pane pane, const FindingRow& row) {
   WorkingCopy& copy = state(pane).copy;
   const QString what = findingText(row.finding);
   if (!state(pane).editable() || copy.macro()->check() != row.content) {
-    tell(tr("NOT fixed: %1 has changed since it was checked").arg(nameInStrip(row.place->title())));
+    tell({Grade::kFailure,
+          tr("NOT fixed: %1 has changed since it was checked").arg(nameInStrip(row.place->title())),
+          placeInWindow(state(pane))});
     return;
   }
   const int number = row.finding.command;
   const Outcome done = copy.apply(
       *row.finding.fix, {tr("fix command %1").arg(number + 1).toStdString(), std::vector<int>{number}});
-  tell(done ? tr("fixed: command %1 (%2)").arg(QString::number(number + 1), what)
-            : tr("NOT fixed: %1").arg(failureText(done.failure())));
+  tell({done ? Grade::kDone : Grade::kFailure,
+        done ? tr("fixed: command %1 (%2)").arg(QString::number(number + 1), what)
+             : tr("NOT fixed: %1").arg(failureText(done.failure())),
+        placeInWindow(state(pane))});
 }
 
 bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {

@@ -6,6 +6,7 @@
 #include <QPointer>
 
 #include "app/CheckMarks.h"
+#include "widgets/Message.h"
 #include "windows/ReviewScope.h"
 
 namespace tessaly {
@@ -36,7 +37,7 @@ class Checking : public QObject {
   [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   void findingsChanged();
 
  private:
@@ -46,7 +47,7 @@ class Checking : public QObject {
   void follow(Pane pane);
   void fix(const FindingRow& row);
   void applyFix(Pane pane, const FindingRow& row);
-  void tell(const QString& text);
+  void tell(const Message& message);
 
   PaneAccesses panes_;
   SiteAccess site_;

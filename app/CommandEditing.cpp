@@ -6,6 +6,7 @@
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/PlaceText.h"
 #include "classic/ClassicGroups.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
@@ -59,8 +60,12 @@ int CommandEditing::workplace(Pane pane) const {
 }
 
 void CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected) {
-  const Outcome done = state(pane).copy.apply(edit, {{}, std::move(selected)});
-  emit said(done ? what : tr("NOT changed: %1").arg(failureText(done.failure())));
+  tell(pane, state(pane).copy.apply(edit, {{}, std::move(selected)}), what);
+}
+
+void CommandEditing::tell(Pane pane, const Outcome& done, const QString& what) {
+  const QString text = done ? what : tr("NOT changed: %1").arg(failureText(done.failure()));
+  emit said({done ? Grade::kDone : Grade::kFailure, text, placeInWindow(state(pane))});
 }
 
 bool CommandEditing::insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what) {
@@ -70,7 +75,7 @@ bool CommandEditing::insert(Pane pane, const InsertCommands& commands, bool sele
   std::iota(numbers.begin(), numbers.end(), insertedAt(*copy.macro(), commands.position, commands.mode));
   const Outcome done = copy.apply(commands, {{}, selects ? numbers : std::vector<int>()});
   if (done) state(pane).view.commands().bringIntoSight(numbers);
-  emit said(done ? what : tr("NOT changed: %1").arg(failureText(done.failure())));
+  tell(pane, done, what);
   return done.done();
 }
 

@@ -5,6 +5,7 @@
 
 #include "app/PaneState.h"
 #include "editors/EditorContext.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -26,7 +27,7 @@ class CommandEditing : public QObject {
   void modify(Pane pane);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
@@ -41,6 +42,7 @@ class CommandEditing : public QObject {
   // Applies what the editor returned; `inPlace` takes the place of the command at `row`.
   void takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
   void apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected = {});
+  void tell(Pane pane, const Outcome& done, const QString& what);
   // As one block, which is brought into sight and, if wanted, selected; false after telling why not.
   bool insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what);
 

@@ -7,6 +7,7 @@
 
 #include "app/CommandClipboard.h"
 #include "app/FailureText.h"
+#include "app/PlaceText.h"
 #include "app/StepNames.h"
 #include "widgets/DialogText.h"
 
@@ -80,15 +81,19 @@ QString CommandRuns::reasonOf(Pane pane, const Failure& failure) const {
              : failureText(failure);
 }
 
-void CommandRuns::refuse(const QString& refused, const QString& reason) {
-  emit said(QStringLiteral("%1 (%2)").arg(refused, reason));
+void CommandRuns::tell(Pane pane, const QString& done) {
+  emit said({Grade::kDone, done, placeInWindow(state(pane))});
+}
+
+void CommandRuns::refuse(Pane pane, const QString& refused, const QString& reason) {
+  emit said({Grade::kFailure, QStringLiteral("%1 (%2)").arg(refused, reason), placeInWindow(state(pane))});
 }
 
 bool CommandRuns::take(Pane pane, const std::vector<int>& numbers, const std::string& step,
                        const QString& refused) {
   // The line at which they stood stays the selected one.
   const Outcome done = state(pane).copy.apply(RemoveCommands{numbers}, {step, {numbers.front()}});
-  if (!done) refuse(refused, reasonOf(pane, done.failure()));
+  if (!done) refuse(pane, refused, reasonOf(pane, done.failure()));
   return done.done();
 }
 
@@ -100,14 +105,15 @@ void CommandRuns::remove(Pane pane) {
   if (take(pane, numbers, {},
            one ? tr("command %1 NOT deleted").arg(number)
                : tr("%n commands NOT deleted", nullptr, size(numbers))))
-    emit said(one ? tr("command %1 deleted").arg(number) : tr("%n commands deleted", nullptr, size(numbers)));
+    tell(pane,
+         one ? tr("command %1 deleted").arg(number) : tr("%n commands deleted", nullptr, size(numbers)));
 }
 
 bool CommandRuns::insert(Pane pane, const Expected<CommandFragment>& commands, int before,
                          const std::string& step, const QString& refused) {
   WorkingCopy& copy = state(pane).copy;
   if (!commands) {
-    refuse(refused, reasonOf(pane, commands.failure()));
+    refuse(pane, refused, reasonOf(pane, commands.failure()));
     return false;
   }
   const auto mode =
@@ -117,7 +123,7 @@ bool CommandRuns::insert(Pane pane, const Expected<CommandFragment>& commands, i
   if (done)
     list(pane).bringIntoSight(numbers);
   else
-    refuse(refused, reasonOf(pane, done.failure()));
+    refuse(pane, refused, reasonOf(pane, done.failure()));
   return done.done();
 }
 
@@ -126,11 +132,11 @@ void CommandRuns::copy(Pane pane) {
   if (numbers.empty()) return;
   const auto commands = fragment(pane, numbers);
   if (!commands) {
-    refuse(tr("NOT copied"), reasonOf(pane, commands.failure()));
+    refuse(pane, tr("NOT copied"), reasonOf(pane, commands.failure()));
     return;
   }
   QGuiApplication::clipboard()->setMimeData(mimeData(*commands).release());
-  emit said(tr("%n commands copied", nullptr, size(numbers)));
+  tell(pane, tr("%n commands copied", nullptr, size(numbers)));
 }
 
 void CommandRuns::cut(Pane pane) {
@@ -138,12 +144,12 @@ void CommandRuns::cut(Pane pane) {
   if (numbers.empty() || !state(pane).editable()) return;
   const auto commands = fragment(pane, numbers);
   if (!commands) {
-    refuse(tr("NOT cut"), reasonOf(pane, commands.failure()));
+    refuse(pane, tr("NOT cut"), reasonOf(pane, commands.failure()));
     return;
   }
   if (!take(pane, numbers, cutStepName(size(numbers)), tr("NOT cut"))) return;
   QGuiApplication::clipboard()->setMimeData(mimeData(*commands).release());
-  emit said(tr("%n commands cut", nullptr, size(numbers)));
+  tell(pane, tr("%n commands cut", nullptr, size(numbers)));
 }
 
 void CommandRuns::paste(Pane pane) {
@@ -152,7 +158,7 @@ void CommandRuns::paste(Pane pane) {
   const int count = commands ? static_cast<int>(commands->size()) : 0;
   const std::vector<int> numbers = selected(pane);
   if (insert(pane, commands, numbers.empty() ? -1 : numbers.front(), pasteStepName(count), tr("NOT pasted")))
-    emit said(tr("%n commands pasted", nullptr, count));
+    tell(pane, tr("%n commands pasted", nullptr, count));
 }
 
 void CommandRuns::duplicate(Pane pane) {
@@ -160,7 +166,7 @@ void CommandRuns::duplicate(Pane pane) {
   if (numbers.empty() || !state(pane).editable()) return;
   if (insert(pane, fragment(pane, numbers), numbers.back() + 1, duplicateStepName(size(numbers)),
              tr("NOT duplicated")))
-    emit said(tr("%n commands duplicated", nullptr, size(numbers)));
+    tell(pane, tr("%n commands duplicated", nullptr, size(numbers)));
 }
 
 // Commands that do not follow one another gather first.
@@ -180,16 +186,16 @@ void CommandRuns::move(Pane pane, const std::vector<int>& numbers, int before) {
   if (places == numbers) return;  // where they are
   const Outcome done = state(pane).copy.apply(MoveCommands{numbers, before}, {{}, places});
   if (!done) {
-    refuse(tr("NOT moved"), reasonOf(pane, done.failure()));
+    refuse(pane, tr("NOT moved"), reasonOf(pane, done.failure()));
     return;
   }
   list(pane).bringIntoSight(places);
   const QString first = QString::number(places.front() + 1);
-  emit said(
-      places.size() == 1
-          ? tr("command %1 moved; it is command %2 now").arg(QString::number(numbers.front() + 1), first)
-          : tr("%n commands moved; they are commands %1 to %2 now", nullptr, size(places))
-                .arg(first, QString::number(places.back() + 1)));
+  tell(pane,
+       places.size() == 1
+           ? tr("command %1 moved; it is command %2 now").arg(QString::number(numbers.front() + 1), first)
+           : tr("%n commands moved; they are commands %1 to %2 now", nullptr, size(places))
+                 .arg(first, QString::number(places.back() + 1)));
 }
 
 std::unique_ptr<QMimeData> CommandRuns::carry(Pane pane) {
@@ -218,23 +224,23 @@ void CommandRuns::drop(Pane pane, const CommandDrop& drop) {
   const auto commands = commandsIn(&drop.data);
   const int count = commands ? static_cast<int>(commands->size()) : 0;
   if (insert(pane, commands, before, {}, tr("NOT copied")))
-    emit said(tr("%n commands copied", nullptr, count));
+    tell(pane, tr("%n commands copied", nullptr, count));
 }
 
 // What was under the hand may have changed on the way: the panel may have deleted it.
 void CommandRuns::dropFrom(Pane from, Pane pane, const CommandDrop& drop) {
   const QString refused = tr("NOT moved");
   if (carried_.pane != from || carried_.revision != state(from).copy.revision()) {
-    refuse(refused, tr("the macro was changed meanwhile"));
+    refuse(pane, refused, tr("the macro was changed meanwhile"));
   } else if (from == pane) {
     move(pane, carried_.numbers, drop.before);
   } else if (!changeable(from)) {
-    refuse(refused, tr("the commands cannot be taken away where they are"));
+    refuse(pane, refused, tr("the commands cannot be taken away where they are"));
   } else {
     const Carried carried = carried_;
     if (!insert(pane, commandsIn(&drop.data), drop.before, {}, refused)) return;
     if (take(from, carried.numbers, {}, tr("copied, but NOT taken away where they were")))
-      emit said(tr("%n commands moved to the other pane", nullptr, size(carried.numbers)));
+      tell(pane, tr("%n commands moved to the other pane", nullptr, size(carried.numbers)));
   }
 }
 

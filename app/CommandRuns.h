@@ -4,6 +4,7 @@
 
 #include "app/CommandActions.h"
 #include "app/OpenMacros.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -18,7 +19,7 @@ class CommandRuns : public QObject {
   explicit CommandRuns(const PaneAccesses& panes);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   // Who gives away what is under the hand.
@@ -54,7 +55,8 @@ class CommandRuns : public QObject {
   void moveBy(Pane pane, int step);
   void move(Pane pane, const std::vector<int>& numbers, int before);
   void dropFrom(Pane from, Pane pane, const CommandDrop& drop);
-  void refuse(const QString& refused, const QString& reason);
+  void tell(Pane pane, const QString& done);
+  void refuse(Pane pane, const QString& refused, const QString& reason);
   [[nodiscard]] QString reasonOf(Pane pane, const Failure& failure) const;
 
   PaneAccesses panes_;

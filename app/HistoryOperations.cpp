@@ -1,5 +1,7 @@
 #include "app/HistoryOperations.h"
 
+#include <algorithm>
+
 #include <QMenu>
 
 #include "app/Browser.h"
@@ -8,6 +10,7 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
@@ -90,11 +93,14 @@ HistoryPreview HistoryOperations::preview(const KeptMacro& macro) const {
   return preview;
 }
 
-void HistoryOperations::tell(HistoryDialog& dialog, const QString& text, bool kept) {
-  const QString whole = kept ? text : tr("%1; the history could not keep what was there before").arg(text);
+void HistoryOperations::tell(HistoryDialog& dialog, Message message, bool kept) {
+  if (!kept) {
+    message.text = tr("%1; the history could not keep what was there before").arg(message.text);
+    message.grade = std::max(message.grade, Grade::kWarning);
+  }
   dialog.setMacros(history_.list());
-  dialog.showOutcome(whole);
-  emit said(whole);
+  dialog.showOutcome(message.text);
+  emit said(message);
 }
 
 void HistoryOperations::putBack(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -138,10 +144,11 @@ void HistoryOperations::write(HistoryDialog& dialog, const KeptMacro& macro, con
                        : unflushed ? tr("written, but it may not survive a power cut: %1 to %2")
                                    : tr("NOT written: %1 to %2 (%3)");
   const QString name = nameInStrip(titleBytes(macro));
-  tell(
-      dialog,
-      done.written() ? text.arg(name, shown(path)) : text.arg(name, shown(path), failureText(done.failure())),
-      kept);
+  const Grade grade = done ? Grade::kDone : unflushed ? Grade::kWarning : Grade::kFailure;
+  tell(dialog,
+       {grade, done.written() ? text.arg(name, shown(path))
+                              : text.arg(name, shown(path), failureText(done.failure()))},
+       kept);
 }
 
 void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -158,17 +165,23 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
   const QString name = nameInStrip(titleBytes(macro));
   const auto bytes = readFile(site_.root, macro.file);
   if (!bytes) {
-    tell(dialog, tr("NOT put back on the panel: %1 (%2)").arg(name, failureText(bytes.failure())), true);
+    tell(dialog,
+         {Grade::kFailure, tr("NOT put back on the panel: %1 (%2)").arg(name, failureText(bytes.failure())),
+          placeInWindow(place)},
+         true);
     return;
   }
   undo_.begin(puttingBack(macro), place);
   const bool done = transfers_.putBack(place, *bytes);
   const QString outcome = transfers_.outcomeText();
   const bool sent = transfers_.sent();
+  const Grade grade = done ? transfers_.sentGrade() : Grade::kFailure;
   if (sent) follow(place);
   tell(dialog,
-       (done ? tr("put back on the panel: %1 (%2)") : tr("NOT put back on the panel: %1 (%2)"))
-           .arg(name, outcome),
+       {grade,
+        (done ? tr("put back on the panel: %1 (%2)") : tr("NOT put back on the panel: %1 (%2)"))
+            .arg(name, outcome),
+        placeInWindow(place)},
        sent ? undo_.finish(*bytes) : !history_.takeFailure());
 }
 

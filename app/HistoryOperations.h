@@ -8,6 +8,7 @@
 
 #include "app/HistoryDialog.h"
 #include "app/PaneState.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -30,7 +31,7 @@ class HistoryOperations : public QObject {
 
  signals:
   void changed();
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   // The dialog, which would be in front, is closed then.
   void compareWanted(Pane pane, const tessaly::KeptMacro& version);
 
@@ -49,7 +50,7 @@ class HistoryOperations : public QObject {
   void write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path);
   void follow(const MacroPlace& place);
   // `kept`: what was there before.
-  void tell(HistoryDialog& dialog, const QString& text, bool kept);
+  void tell(HistoryDialog& dialog, Message message, bool kept);
 
   PaneAccesses panes_;
   SiteAccess site_;

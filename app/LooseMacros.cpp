@@ -6,6 +6,7 @@
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/FailureText.h"
+#include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
@@ -26,21 +27,24 @@ void LooseMacros::open(Pane pane, const QString& file) {
   WorkingCopy& copy = state(pane).copy;
   const QString name = nameInStrip(QFileInfo(file).fileName().toStdString());
   if (copy.edited()) {
-    emit said(tr("NOT opened: %1 (the pane has unsaved changes)").arg(name));
+    emit said({Grade::kFailure, tr("NOT opened: %1 (the pane has unsaved changes)").arg(name),
+               placeInWindow(state(pane))});
     return;
   }
   auto bytes = readFile(site_.root, file.toStdString());
   const Outcome shown =
       bytes ? copy.showLoose(*std::move(bytes), file.toStdString()) : Outcome(bytes.failure());
   if (shown) state(pane).view.macros().selectRow(-1);
-  emit said(shown ? tr("opened: %1; \"Save As...\" gives it a place").arg(name)
-                  : tr("NOT opened: %1 (%2)").arg(name, failureText(shown.failure())));
+  emit said({shown ? Grade::kDone : Grade::kFailure,
+             shown ? tr("opened: %1; \"Save As...\" gives it a place").arg(name)
+                   : tr("NOT opened: %1 (%2)").arg(name, failureText(shown.failure())),
+             placeInWindow(state(pane))});
   emit changed();
 }
 
 void LooseMacros::saveAs(Pane pane) {
   if (!state(pane).copy.macro() || !state(pane).hasMacro()) {
-    emit said(tr("there is no macro to be saved"));
+    emit said({Grade::kNote, tr("there is no macro to be saved"), placeInWindow(state(pane))});
     return;
   }
   auto* menu = new QMenu(window_);
@@ -55,13 +59,15 @@ bool LooseMacros::write(Pane pane, const std::string& path) {
   const Outcome written = history_.change(
       path, MacroChange::kSave, [&] { return writeFile(site_.root, path, state(pane).copy.bytes()); });
   if (!written.written())
-    emit said(tr("NOT saved: %1 (%2)").arg(shown(path), failureText(written.failure())));
+    emit said({Grade::kFailure, tr("NOT saved: %1 (%2)").arg(shown(path), failureText(written.failure()))});
   return written.written();
 }
 
 bool LooseMacros::isAnother(Pane pane, int opening) {
   const bool another = state(pane).copy.opening() != opening;
-  if (another) emit said(tr("NOT saved: the pane shows another macro meanwhile"));
+  if (another)
+    emit said({Grade::kFailure, tr("NOT saved: the pane shows another macro meanwhile"),
+               placeInWindow(state(pane))});
   return another;
 }
 
@@ -86,7 +92,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   browser(pane).refreshFolder(folder);
   ListBox& list = state(pane).view.macros();
   list.selectRow(browser(pane).macroFolder() == folder ? list.rows().rowOfNumber(position.number()) : -1);
-  emit said(tr("saved: %1").arg(macroInStrip(target)));
+  emit said({Grade::kDone, tr("saved: %1").arg(macroInStrip(target)), placeInWindow(target)});
   emit changed();
 }
 
@@ -95,7 +101,7 @@ void LooseMacros::saveInFile(Pane pane) {
   const std::string file = askForMacroFile(window_);
   if (file.empty() || isAnother(pane, opening) || !write(pane, file)) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
-  emit said(tr("saved: %1").arg(shown(file)));
+  emit said({Grade::kDone, tr("saved: %1").arg(shown(file))});
   emit changed();
 }
 

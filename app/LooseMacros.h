@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "app/OpenMacros.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -22,7 +23,7 @@ class LooseMacros : public QObject {
   void open(Pane pane, const QString& file);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   void changed();
 
  private:

@@ -1,5 +1,7 @@
 #include "app/MacroOperations.h"
 
+#include <algorithm>
+
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
@@ -7,6 +9,7 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/PlaceText.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
 #include "model/KeyFile.h"
@@ -43,11 +46,15 @@ MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, Mac
       undo_(undo),
       window_(window) {}
 
-void MacroOperations::tellDone(const QString& text, bool kept) {
-  emit said(kept ? text : tr("%1; the history could not keep what was there before").arg(text));
+void MacroOperations::tellDone(const MacroTarget& target, const QString& text, bool kept, Grade grade) {
+  emit said({kept ? grade : std::max(grade, Grade::kWarning),
+             kept ? text : tr("%1; the history could not keep what was there before").arg(text),
+             placeInWindow(target)});
 }
 
-void MacroOperations::tellNotDone(const QString& text) { tellDone(text, !history_.takeFailure()); }
+void MacroOperations::tellNotDone(const MacroTarget& target, const QString& text) {
+  tellDone(target, text, !history_.takeFailure(), Grade::kFailure);
+}
 
 // Without a folder or a workplace when the pane has none chosen.
 MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
@@ -86,9 +93,9 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
   });
   finishOnDisk(pane, target, done.done());
   if (done)
-    tellDone(tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
+    tellDone(target, tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
   else
-    tellNotDone(tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
+    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 // The new macro goes through this pane's working copy, which then no longer holds what was shown.
@@ -103,12 +110,14 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   state(pane).view.macros().selectRow(-1);
   loan.reset();
   const bool there = made && transfers_.sent();
+  const Grade grade = transfers_.sentGrade();
   if (there) open_.follow(target, pane);
   const QString reason = made ? transfers_.reason() : inBrackets(made);
   if (there)
-    tellDone(tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent));
+    tellDone(target, tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent),
+             grade);
   else
-    tellNotDone(tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
+    tellNotDone(target, tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -124,7 +133,7 @@ void MacroOperations::copyMacro(Pane pane) {
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
   if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
   if (onPanel(pane) && !maySend(from, source)) {
-    emit said(tr("NOT sent: %1").arg(nameInStrip(source.text())));
+    emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
     return;
   }
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
@@ -183,6 +192,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     tellNotCopied(source, target, reason);
     return;
   }
+  const Grade grade = reason.isEmpty() ? Grade::kDone : Grade::kWarning;
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
@@ -191,15 +201,16 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
       tellNotCopied(source, target, reason);
       return;
     }
+    const Grade sent = std::max(grade, transfers_.sentGrade());
     open_.follow(target);
-    tellCopied(source, target, reason, undo_.finish(bytesOf(file)));
+    tellCopied(source, target, reason, undo_.finish(bytesOf(file)), sent);
     return;
   }
   const Outcome copied =
       history_.change(target.file(), change, [&] { return copyFile(site_.root, file, target.file()); });
   finishOnDisk(to, target, copied.done());
   if (copied)
-    tellCopied(source, target, reason, undo_.finishOnDisk());
+    tellCopied(source, target, reason, undo_.finishOnDisk(), grade);
   else
     tellNotCopied(source, target, inBrackets(copied));
 }
@@ -230,6 +241,7 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
   static_cast<void>(
       transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path()));
   const QString reason = transfers_.reason();
+  const Grade grade = transfers_.sentGrade();
   const bool there = transfers_.sent();
   const std::optional<std::string> sent = bytesOf(loan->path());
   // The buffer may hold just the macro that was shown from it.
@@ -244,19 +256,19 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
     return;
   }
   open_.follow(target);
-  tellCopied(source, target, reason, undo_.finish(sent));
+  tellCopied(source, target, reason, undo_.finish(sent), grade);
 }
 
 void MacroOperations::tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason,
-                                 bool kept) {
+                                 bool kept, Grade grade) {
   const QString number = QString::fromStdString(target.numberText);
-  tellDone(tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason), kept);
+  tellDone(target, tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason), kept, grade);
 }
 
 void MacroOperations::tellNotCopied(const MacroRow& source, const MacroTarget& target,
                                     const QString& reason) {
   const QString number = QString::fromStdString(target.numberText);
-  tellNotDone(tr("NOT copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason));
+  tellNotDone(target, tr("NOT copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason));
 }
 
 void MacroOperations::renameMacro(Pane pane) {
@@ -276,8 +288,9 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
   if (asked) undo_.noteRename(renaming(target, name), target, name);
   // A working copy with the old name would undo the new one at its next save.
   if (asked) open_.forget(placeOf(target));
-  emit said(asked ? tr("asked: the panel is to rename %1").arg(macroInStrip(target))
-                  : tr("NOT asked: the panel cannot be told to rename %1").arg(macroInStrip(target)));
+  const QString text =
+      asked ? tr("asked: the panel is to rename %1") : tr("NOT asked: the panel cannot be told to rename %1");
+  emit said({asked ? Grade::kDone : Grade::kFailure, text.arg(macroInStrip(target)), placeInWindow(target)});
 }
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
@@ -286,10 +299,10 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
                                        [&] { return tessaly::renameMacro(site_, target.file(), given); });
   finishOnDisk(pane, target, done.done());
   if (done)
-    tellDone(tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
+    tellDone(target, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
              undo_.finishOnDisk());
   else
-    tellNotDone(tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
+    tellNotDone(target, tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
@@ -313,9 +326,9 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);
   if (done)
-    tellDone(tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
+    tellDone(target, tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
   else
-    tellNotDone(tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
+    tellNotDone(target, tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
@@ -329,10 +342,10 @@ void MacroOperations::deleteOnPanel(const MacroTarget& target) {
       deletion = transfers_.remove(placeOf(target), PanelMacros::OldContent::kLost);
   }
   if (deletion.asked)
-    tellDone(tr("asked: the panel is to delete %1").arg(macro), undo_.finish(std::nullopt));
+    tellDone(target, tr("asked: the panel is to delete %1").arg(macro), undo_.finish(std::nullopt));
   else
-    tellNotDone(deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
-                              : tr("NOT deleted: %1").arg(macro));
+    tellNotDone(target, deletion.kept ? tr("NOT asked: the panel cannot be told to delete %1").arg(macro)
+                                      : tr("NOT deleted: %1").arg(macro));
 }
 
 }  // namespace tessaly

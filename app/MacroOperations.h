@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "app/PaneState.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -32,7 +33,7 @@ class MacroOperations : public QObject {
   void deleteMacro(Pane pane);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   // Where an operation puts a macro.
@@ -41,8 +42,8 @@ class MacroOperations : public QObject {
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   [[nodiscard]] bool onPanel(Pane pane) const { return connection_.source(pane) == PaneSource::kPanel; }
   // What was done, with a word when the old content could not be kept.
-  void tellDone(const QString& text, bool kept);
-  void tellNotDone(const QString& text);
+  void tellDone(const MacroTarget& target, const QString& text, bool kept, Grade grade = Grade::kDone);
+  void tellNotDone(const MacroTarget& target, const QString& text);
   // What was sent to a panel.
   [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
   // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
@@ -56,7 +57,8 @@ class MacroOperations : public QObject {
   // Where the source's macro is on disk; a key file is converted first. Empty, with a reason, when there is
   // none.
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source, QString& reason);
-  void tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason, bool kept);
+  void tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason, bool kept,
+                  Grade grade = Grade::kDone);
   void tellNotCopied(const MacroRow& source, const MacroTarget& target, const QString& reason);
   void renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name);
   void renameOnPanel(const MacroTarget& target, const std::string& name);

@@ -129,6 +129,11 @@ void MacroPane::connectControls() {
     connect(button, &QPushButton::clicked, this, signal);
   };
   pressed(ui_->connectButton, &MacroPane::connectPressed);
+  connect(ui_->heading, &PaneHeading::connectAgainPressed, this, [this] {
+    // The button that has the keyboard goes; the one that tells of the attempt stays, if it is there.
+    (connectAllowed_ ? static_cast<QWidget*>(ui_->connectButton) : ui_->commands)->setFocus();
+    emit connectAgainPressed();
+  });
   pressed(ui_->createMacro, &MacroPane::createPressed);
   pressed(ui_->copyMacro, &MacroPane::copyPressed);
   pressed(ui_->renameMacro, &MacroPane::renamePressed);
@@ -260,6 +265,7 @@ ListBox& MacroPane::controlPanels() { return *ui_->controlPanels; }
 ListBox& MacroPane::workplaces() { return *ui_->workplaces; }
 ListBox& MacroPane::macros() { return *ui_->macros; }
 CommandList& MacroPane::commands() { return *ui_->commands; }
+PaneHeading& MacroPane::heading() { return *ui_->heading; }
 
 LineOptions MacroPane::lineOptions() const {
   return {ui_->showDestination->isChecked(), ui_->showRaw->isChecked(), ui_->useTabs->isChecked()};
@@ -330,6 +336,7 @@ void MacroPane::showLine(PaneLine line, const QString& elsewhere) {
   ui_->address->setFont(font);
   ui_->address->setToolTip(why.toHtmlEscaped());
   ui_->address->setAccessibleDescription(why);
+  emit lineChanged();
 }
 
 void MacroPane::showControls(const PaneControls& controls) {

@@ -13,6 +13,7 @@
 #include "app/CommandList.h"
 #include "app/PaneControls.h"
 #include "app/PaneDescriptor.h"
+#include "app/PaneHeading.h"
 #include "app/Preferences.h"
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
@@ -40,6 +41,7 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] ListBox& workplaces();
   [[nodiscard]] ListBox& macros();
   [[nodiscard]] CommandList& commands();
+  [[nodiscard]] PaneHeading& heading();
 
   [[nodiscard]] const QList<QAction*>& commandActions() const { return actions_->all(); }
 
@@ -68,6 +70,8 @@ class MacroPane : public QGroupBox {
   void addressEdited(const QString& text);
   void addressFinished(bool confirmed);  // by Enter, or by going elsewhere
   void connectPressed();
+  void connectAgainPressed();
+  void lineChanged();  // as showLine tells
   void optionsChanged();
   void createPressed();
   void copyPressed();

@@ -18,6 +18,11 @@ QString MacroTransfers::outcomeText() const { return transferText(outcome_); }
 
 QString MacroTransfers::reason() const { return QStringLiteral(" (%1)").arg(outcomeText()); }
 
+Grade MacroTransfers::sentGrade() const {
+  if (!sent()) return Grade::kFailure;
+  return outcome_.done() && outcome_.holds == PanelHolds::kNew ? Grade::kDone : Grade::kWarning;
+}
+
 bool MacroTransfers::download(const std::string& address, int workplace, const std::string& number,
                               const std::string& file) {
   return run(tr("Fetching macro %1 from the panel").arg(shown(number)),

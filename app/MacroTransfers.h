@@ -52,6 +52,9 @@ class MacroTransfers {
   // What became of the transfer, and what the panel holds after an upload. For the strip.
   [[nodiscard]] QString outcomeText() const;
   [[nodiscard]] QString reason() const;  // the same in brackets
+  // Of what is told of a macro that was to be sent: one that was not read back, or not announced, is there
+  // with a warning.
+  [[nodiscard]] Grade sentGrade() const;
   // A macro that was sent is there, whether or not the panel could be told so.
   [[nodiscard]] bool sent() const { return outcome_.sent(); }
 

@@ -4,6 +4,7 @@
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
 #include "app/OpenMacros.h"
+#include "app/PlaceText.h"
 #include "app/StatusStrip.h"
 #include "link/MacroNames.h"
 #include "model/Macro.h"
@@ -68,20 +69,22 @@ void MacroUndo::undo() {
     result = run(entry);
   } else {
     BatchUndo::Result undone = batches_->undo(entry.name, entry.batch);
-    result = {undone.text, undone.left.empty()};
+    result = {undone.message, undone.left.empty()};
     row_.back().batch = std::move(undone.left);
   }
   if (result.over) row_.pop_back();
   emit changed();
-  emit said(result.text);
+  emit said(result.message);
 }
 
 MacroUndo::Result MacroUndo::notDone(const Entry& entry, const QString& reason, bool over) {
-  return {tr("NOT undone: %1 (%2)").arg(entry.name, reason), over};
+  return {{Grade::kFailure, tr("NOT undone: %1 (%2)").arg(entry.name, reason), placeInWindow(entry.place)},
+          over};
 }
 
-QString MacroUndo::done(const QString& text) {
-  return history_.takeFailure() ? tr("%1; the history could not keep what was there before").arg(text) : text;
+MacroUndo::Result MacroUndo::done(const QString& text, Grade grade) {
+  if (!history_.takeFailure()) return {{grade, text}, true};
+  return {{Grade::kWarning, tr("%1; the history could not keep what was there before").arg(text)}, true};
 }
 
 bool MacroUndo::confirmed(const Entry& entry, bool altered, bool missing) {
@@ -125,18 +128,17 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
                                             [&] { return writeFile(site_.root, place.file, bytes); });
     if (!written.written()) return notDone(entry, failureText(written.failure()));
     open_.follow(place);
-    return {done(tr("undone: %1; what was there before is back in %2").arg(entry.name, shown(place.file))),
-            true};
+    return done(tr("undone: %1; what was there before is back in %2").arg(entry.name, shown(place.file)));
   }
   static_cast<void>(transfers_.putBack(place, bytes));
   const QString outcome = transfers_.outcomeText();
+  const Grade grade = transfers_.sentGrade();
   if (!transfers_.sent()) return notDone(entry, outcome);
   open_.follow(place);
-  return {
-      done(tr("undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)")
-               .arg(entry.name, shown(place.number), QString::number(place.workplace), shown(place.address),
-                    outcome)),
-      true};
+  return done(tr("undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)")
+                  .arg(entry.name, shown(place.number), QString::number(place.workplace),
+                       shown(place.address), outcome),
+              grade);
 }
 
 MacroUndo::Result MacroUndo::remove(const Entry& entry) {
@@ -146,17 +148,16 @@ MacroUndo::Result MacroUndo::remove(const Entry& entry) {
         history_.change(place.file, MacroChange::kDelete, [&] { return removeFile(site_.root, place.file); });
     if (!removed.written()) return notDone(entry, failureText(removed.failure()));
     open_.follow(place);
-    return {
-        done(tr("undone: %1; %2 is deleted, as there was none before").arg(entry.name, shown(place.file))),
-        true};
+    return done(tr("undone: %1; %2 is deleted, as there was none before").arg(entry.name, shown(place.file)));
   }
   const PanelMacros::Deletion deletion = transfers_.remove(place, PanelMacros::OldContent::kKept);
   if (!deletion.kept) return notDone(entry, failureText(deletion.kept.failure()));
   if (!deletion.asked) return notDone(entry, tr("the panel cannot be told to delete it"));
   open_.forget(place);
   return {
-      tr("asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before")
-          .arg(entry.name, shown(place.address), shown(place.number), QString::number(place.workplace)),
+      {Grade::kDone,
+       tr("asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before")
+           .arg(entry.name, shown(place.address), shown(place.number), QString::number(place.workplace))},
       true};
 }
 
@@ -169,9 +170,9 @@ MacroUndo::Result MacroUndo::renameBack(const Entry& entry, const std::string& p
     return notDone(entry, tr("the panel cannot be told to rename it"));
   // A working copy with the other name would undo this one at its next save.
   open_.forget(entry.place);
-  return {tr("asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5")
-              .arg(entry.name, shown(entry.place.address), shown(entry.place.number),
-                   QString::number(entry.place.workplace), nameInStrip(entry.oldName)),
+  return {{Grade::kDone, tr("asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5")
+                             .arg(entry.name, shown(entry.place.address), shown(entry.place.number),
+                                  QString::number(entry.place.workplace), nameInStrip(entry.oldName))},
           true};
 }
 

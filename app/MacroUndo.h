@@ -11,6 +11,7 @@
 #include "platform/ContentCheck.h"
 #include "platform/SiteAccess.h"
 #include "review/MacroBatch.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -54,7 +55,7 @@ class MacroUndo : public QObject {
 
  signals:
   void changed();
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   struct Entry {
@@ -66,7 +67,7 @@ class MacroUndo : public QObject {
     std::vector<BatchTrace> batch = {};      // of one; then nothing of the above counts but the name
   };
   struct Result {
-    QString text;
+    Message message;
     bool over = false;  // the entry goes
   };
 
@@ -78,7 +79,7 @@ class MacroUndo : public QObject {
   // Asks unless nothing is lost by it.
   [[nodiscard]] bool confirmed(const Entry& entry, bool altered, bool missing);
   [[nodiscard]] static Result notDone(const Entry& entry, const QString& reason, bool over = false);
-  [[nodiscard]] QString done(const QString& text);
+  [[nodiscard]] Result done(const QString& text, Grade grade = Grade::kDone);
 
   SiteAccess site_;
   MacroHistory& history_;

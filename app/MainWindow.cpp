@@ -1,11 +1,14 @@
 #include "app/MainWindow.h"
 
+#include <algorithm>
+
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/PlaceText.h"
 #include "app/Replacements.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
@@ -237,10 +240,14 @@ void MainWindow::connectPane(Pane pane) {
   connect(&view, &MacroPane::addressEdited, this,
           [this, pane](const QString& text) { connection_.editText(pane, text.toStdString()); });
   keepToSettingsText(view.address());
-  connect(&view.address(), &QLineEdit::inputRejected, this, [this] { say(settingsTextRefused()); });
+  connect(&view.address(), &QLineEdit::inputRejected, this, [this, pane] {
+    say({Grade::kWarning, settingsTextRefused(), placeInWindow(*room(pane).state)});
+  });
   connect(&view, &MacroPane::addressFinished, this,
           [this, pane](bool confirmed) { connection_.editFinished(pane, confirmed); });
   connect(&view, &MacroPane::connectPressed, this, [this, pane] { connection_.connectButton(pane); });
+  connect(&view, &MacroPane::connectAgainPressed, this, [this, pane] { connection_.connectAgain(pane); });
+  view.heading().follow(*room(pane).state, browser, connection_, bridge_, context_.history);
 }
 
 void MainWindow::connectOperations(Pane pane) {
@@ -413,27 +420,34 @@ void MainWindow::watchConnection() {
   if (loss && loss != toldLoss_) {
     toldLoss_ = loss;
     const QString reason = shown(connection_.lossReason());
-    say(update_->lineLost() ? tr("the connection to the panel was lost, and the values of the update with it")
-        : reason.isEmpty()  ? tr("the connection to the panel was lost")
-                            : tr("the connection to the panel was lost: %1").arg(reason));
+    say({Grade::kWarning,
+         update_->lineLost()
+             ? tr("the connection to the panel was lost, and the values of the update with it")
+         : reason.isEmpty() ? tr("the connection to the panel was lost")
+                            : tr("the connection to the panel was lost: %1").arg(reason),
+         shown(connection_.lineAddress())});
   }
   desk_->look();
   for (const Pane pane : kPanes)
     room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
     const QString number = shown(MacroNumber::textOf(request.number));
-    say(request.name.empty()
-            ? tr("NOT confirmed: the panel has not said that macro %1 is deleted").arg(number)
-            : tr("NOT confirmed: the panel has not said that macro %1 is renamed to %2")
-                  .arg(number, nameInStrip(request.name)));
+    say({Grade::kFailure,
+         request.name.empty()
+             ? tr("NOT confirmed: the panel has not said that macro %1 is deleted").arg(number)
+             : tr("NOT confirmed: the panel has not said that macro %1 is renamed to %2")
+                   .arg(number, nameInStrip(request.name)),
+         shown(connection_.lineAddress())});
   }
 }
 
-void MainWindow::say(const QString& text) {
-  QString whole = text;
+void MainWindow::say(const Message& message) {
+  Message whole = message;
   for (const PaneRoom& here : rooms_) {
     const auto trouble = here.state ? here.state->copy.takeStepsTrouble() : std::nullopt;
-    if (trouble) whole = withTrouble(whole, *trouble);
+    if (!trouble) continue;
+    whole.text = withTrouble(whole.text, *trouble);
+    whole.grade = std::max(whole.grade, Grade::kWarning);
   }
   ui_->strip->say(whole);
 }

@@ -58,7 +58,7 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] bool end();
 
  public slots:
-  void say(const QString& text);
+  void say(const tessaly::Message& message);
 
  signals:
   void siteWanted();  // the user wants to choose another site

@@ -5,6 +5,7 @@
 #include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
+#include "app/PlaceText.h"
 #include "app/StatusStrip.h"
 #include "app/StepNames.h"
 #include "model/MacroHistory.h"
@@ -61,7 +62,9 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
   const std::string path = keyFile(folder, row.numberText);
   KeyFile file;
   file.load(site_.root, path, keyFileIndex(path));
-  if (state(pane).copy.showKeyFile(std::move(file))) emit said(tr("opened: %1").arg(nameInStrip(row.text())));
+  if (state(pane).copy.showKeyFile(std::move(file)))
+    emit said({Grade::kDone, tr("opened: %1").arg(nameInStrip(row.text())),
+               placeInWindow(MacroPlace{path, {}, 0, {}})});
 }
 
 bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::string& step) {
@@ -84,12 +87,11 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
   if (!filled) here.view.macros().selectRow(-1);
   const Outcome loaded = loan->show(target, filled, step);
   const QString macro = macroInStrip(target);
-  if (!filled)
-    emit said(tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason));
-  else if (!loaded)
-    emit said(tr("NOT opened: %1%2").arg(macro, inBrackets(loaded.failure())));
-  else
-    emit said(tr("opened: %1").arg(macro));
+  const QString text =
+      !filled   ? tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason)
+      : !loaded ? tr("NOT opened: %1%2").arg(macro, inBrackets(loaded.failure()))
+                : tr("opened: %1").arg(macro);
+  emit said({filled && loaded ? Grade::kDone : Grade::kFailure, text, placeInWindow(target)});
   return filled && loaded;
 }
 
@@ -207,7 +209,8 @@ bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pa
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   const QString number = QString::fromStdString(target.numberText);
   if (present.cancelled) {
-    emit said(tr("NOT written to %1%2").arg(number, transfers_.reason()));
+    emit said(
+        {Grade::kFailure, tr("NOT written to %1%2").arg(number, transfers_.reason()), placeInWindow(target)});
     return false;
   }
   if (!present.bytes || !unseen(list, target, *present.bytes)) return true;
@@ -220,7 +223,8 @@ bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pa
                                    ? MessageChoice::kOk
                                    : MessageChoice::kCancel;
   if (choice == MessageChoice::kOk) return true;
-  emit said(tr("NOT written to %1: it is as somebody else has left it").arg(number));
+  emit said({Grade::kFailure, tr("NOT written to %1: it is as somebody else has left it").arg(number),
+             placeInWindow(target)});
   if (choice == MessageChoice::kOther) emit compareWanted(*from, target, present);
   return false;
 }
@@ -258,22 +262,25 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
   const bool panel = target && target->source == PaneSource::kPanel;
   if (!target || (panel && target->workplace <= 0)) {
     emit said(
-        tr("NOT saved: this macro has not come from a place that it could go back to; \"Save As...\" gives "
-           "it one"));
+        {Grade::kFailure,
+         tr("NOT saved: this macro has not come from a place that it could go back to; \"Save As...\" gives "
+            "it one"),
+         placeInWindow(state(pane))});
     return Saved::kNothing;
   }
   if (panel && demo_) {
     // Nothing was saved: what an earlier run left is offered again.
     copy.leaveEditState(WorkingCopy::Record::kKeep);
-    emit said(tr("the demonstration sends nothing"));
+    emit said({Grade::kNote, tr("the demonstration sends nothing"), placeInWindow(*target)});
     return Saved::kDone;
   }
   if (panel && !maySend(*copy.macro(), macroInStrip(*target), pane)) {
-    emit said(tr("NOT sent: %1; its changes are still unsaved").arg(macroInStrip(*target)));
+    emit said({Grade::kFailure, tr("NOT sent: %1; its changes are still unsaved").arg(macroInStrip(*target)),
+               placeInWindow(*target)});
     return Saved::kNothing;
   }
   if (QString refusal; !mayOverwrite(pane, refusal)) {
-    emit said(refusal);
+    emit said({Grade::kFailure, refusal, placeInWindow(*target)});
     return Saved::kNothing;
   }
   const bool replaced = copy.fileChanged();
@@ -291,9 +298,12 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
                         : tr("NOT saved: %1%2; only this pane still holds the changes");
   text = text.arg(macroInStrip(*target), reason);
   if (replaced) text = tr("%1; another program had changed the working copy, which was put right").arg(text);
-  if (history_.takeFailure()) text = tr("%1; the history could not keep what was there before").arg(text);
+  const bool unkept = history_.takeFailure().has_value();
+  if (unkept) text = tr("%1; the history could not keep what was there before").arg(text);
   if (!saved) emit saveFailed(pane, text);
-  emit said(text);
+  const Grade sent = panel ? transfers_.sentGrade() : Grade::kDone;
+  const Grade grade = !saved ? Grade::kFailure : replaced || unkept ? Grade::kWarning : sent;
+  emit said({grade, text, placeInWindow(*target)});
   if (saved) {
     noteListed(pane, *target);
     follow(*target, pane);
@@ -307,7 +317,9 @@ void OpenMacros::discard(Pane pane) {
   if (copy.loose()) {
     copy.leaveEditState();
     const Outcome again = copy.showLooseAgain(discardStepName());
-    emit said(again ? tr("changes discarded") : tr("NOT discarded%1").arg(inBrackets(again.failure())));
+    emit said({again ? Grade::kDone : Grade::kFailure,
+               again ? tr("changes discarded") : tr("NOT discarded%1").arg(inBrackets(again.failure())),
+               placeInWindow(state(pane))});
     return;
   }
   const std::optional<MacroTarget> noted = copy.target();
@@ -318,8 +330,10 @@ void OpenMacros::discard(Pane pane) {
   browser(pane).catchUp();
   const QString macro = macroInStrip(target);
   if (opened)
-    emit said(kept ? tr("changes discarded: %1; the history keeps them").arg(macro)
-                   : tr("changes discarded: %1").arg(macro));
+    emit said({Grade::kDone,
+               kept ? tr("changes discarded: %1; the history keeps them").arg(macro)
+                    : tr("changes discarded: %1").arg(macro),
+               placeInWindow(target)});
 }
 
 }  // namespace tessaly

@@ -9,6 +9,7 @@
 #include "app/MacroTransfers.h"
 #include "app/PaneState.h"
 #include "link/PanelConnection.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -60,7 +61,7 @@ class OpenMacros : public QObject {
 
  signals:
   void macroChosen();  // in either pane: a value update is no longer busy
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   void saveFailed(Pane pane, const QString& text);
   // Instead of overwriting a place the user wants to see what stands there beside what the pane shows.
   void compareWanted(Pane pane, const tessaly::MacroTarget& place,

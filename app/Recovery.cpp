@@ -31,13 +31,15 @@ Recovery::Recovery(const PaneAccesses& panes, SiteAccess site, MacroHistory& his
                    PanelConnection& connection, QWidget* window)
     : panes_(panes), site_(site), history_(history), connection_(connection), window_(window) {}
 
-void Recovery::note(Pane pane, const QString& text) {
+void Recovery::note(Pane pane, Grade grade, const QString& text) {
+  grade_ = std::max(grade_, grade);
   notes_ << QLatin1String(state(pane).descriptor.title) + QStringLiteral(": ") + text;
 }
 
 void Recovery::tell() {
-  if (!notes_.isEmpty()) emit said(notes_.join(QStringLiteral("; ")));
+  if (!notes_.isEmpty()) emit said({grade_, notes_.join(QStringLiteral("; "))});
   notes_.clear();
+  grade_ = {};
 }
 
 void Recovery::offer() {
@@ -63,16 +65,18 @@ void Recovery::look(Pane pane) {
     const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved).done() &&
                       history_.keepFile(file.besidePath(), MacroChange::kUnsaved).done();
     if (kept) file.remove();
-    note(pane, kept ? tr("the record of unsaved changes is damaged; the history keeps the working copy")
-                    : tr("the record of unsaved changes is damaged"));
+    note(pane, kept ? Grade::kWarning : Grade::kFailure,
+         kept ? tr("the record of unsaved changes is damaged; the history keeps the working copy")
+              : tr("the record of unsaved changes is damaged"));
     return;
   }
   const std::string path = fileOf(pane, *record);
   auto bytes = readFile(site_.root, path);
   if (!bytes) {
     if (!isRegularFile(site_.root, path)) file.remove();
-    note(pane, tr("the unsaved changes of %1 are gone: the working copy cannot be read")
-                   .arg(macroInStrip(record->target)));
+    note(pane, Grade::kFailure,
+         tr("the unsaved changes of %1 are gone: the working copy cannot be read")
+             .arg(macroInStrip(record->target)));
     return;
   }
   const RecoveredBytes how = judgeRecovered(site_.root, file, *record, *bytes);
@@ -132,9 +136,10 @@ void Recovery::takeUp(Pane pane, const Found& found) {
   else if (found.record.loose.empty())
     browser.reveal(target);
   const Outcome taken = here.copy.takeUp(found.record, found.bytes);
-  note(pane, taken ? tr("changes taken up again: %1").arg(macroInStrip(target))
-                   : tr("NOT taken up: %1 (%2); you will be asked again")
-                         .arg(macroInStrip(target), failureText(taken.failure())));
+  note(pane, taken ? Grade::kDone : Grade::kFailure,
+       taken ? tr("changes taken up again: %1").arg(macroInStrip(target))
+             : tr("NOT taken up: %1 (%2); you will be asked again")
+                   .arg(macroInStrip(target), failureText(taken.failure())));
 }
 
 // Saving needs no more than the panel's files, but the panel reads them when it is told to over the
@@ -153,7 +158,7 @@ void Recovery::leave(Pane pane, const Found& found) {
   const RecoveryFile& file = state(pane).copy.recovery();
   file.remove();
   if (!found.record.setAside) static_cast<void>(removeFile(site_.root, file.stepsPath()));
-  note(pane, tr("the changes stay in the history: %1").arg(macroInStrip(found.record.target)));
+  note(pane, Grade::kDone, tr("the changes stay in the history: %1").arg(macroInStrip(found.record.target)));
 }
 
 void Recovery::setAside(Pane pane, Found found) {
@@ -163,12 +168,14 @@ void Recovery::setAside(Pane pane, Found found) {
   if (!found.record.setAside) {
     found.record.setAside = true;
     if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {
-      note(pane, tr("the unsaved changes could NOT be set aside: %1").arg(macroInStrip(found.record.target)));
+      note(pane, Grade::kFailure,
+           tr("the unsaved changes could NOT be set aside: %1").arg(macroInStrip(found.record.target)));
       return;
     }
     file.setStepsAside();
   }
-  note(pane, tr("you will be asked again at the next start: %1").arg(macroInStrip(found.record.target)));
+  note(pane, Grade::kNote,
+       tr("you will be asked again at the next start: %1").arg(macroInStrip(found.record.target)));
 }
 
 }  // namespace tessaly

@@ -10,6 +10,7 @@
 #include "app/PaneState.h"
 #include "app/RecoveredBytes.h"
 #include "app/RecoveryDialog.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -29,7 +30,7 @@ class Recovery : public QObject {
   void offer();
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   // What was found for a pane.
@@ -48,7 +49,7 @@ class Recovery : public QObject {
   void goToPanel(Pane pane, const MacroTarget& target);
   void leave(Pane pane, const Found& found);
   void setAside(Pane pane, Found found);
-  void note(Pane pane, const QString& text);
+  void note(Pane pane, Grade grade, const QString& text);
   void tell();
 
   PaneAccesses panes_;
@@ -58,6 +59,7 @@ class Recovery : public QObject {
   QWidget* window_;
   std::array<std::optional<Found>, kPanes.size()> found_;
   QStringList notes_;  // for the strip, in one line
+  Grade grade_{};      // the heaviest of theirs
 };
 
 }  // namespace tessaly

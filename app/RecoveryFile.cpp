@@ -21,6 +21,8 @@ constexpr const char* kSince = "since";
 constexpr const char* kEdited = "edited";
 constexpr const char* kAside = "aside";
 constexpr const char* kLoose = "loose";
+constexpr const char* kHeldSize = "held-size";
+constexpr const char* kHeldCheck = "held-check";
 
 // The target of a macro on disk is its folder and number.
 bool splitFile(const std::string& file, MacroTarget& target) {
@@ -58,6 +60,10 @@ Outcome RecoveryFile::write(const RecoveryRecord& record) const {
   text.set(kSince, static_cast<std::uint64_t>(record.since));
   text.set(kEdited, static_cast<std::uint64_t>(record.edited));
   if (record.check) setCheck(text, *record.check);
+  if (record.held) {
+    text.set(kHeldSize, record.held->size);
+    text.set(kHeldCheck, record.held->sum);
+  }
   if (record.setAside) text.set(kAside, std::string_view("yes"));
   if (!record.loose.empty()) text.set(kLoose, std::string_view("yes"));
   if (auto made = makeOwnFolder(root_.resolve(folder_)); !made) return made;
@@ -107,6 +113,8 @@ std::optional<RecoveryRecord> RecoveryFile::read() const {
   record.since = static_cast<std::int64_t>(*since);
   record.edited = static_cast<std::int64_t>(*edited);
   record.check = checkIn(*text);
+  if (const auto size = text->number(kHeldSize), sum = text->number(kHeldCheck); size && sum)
+    record.held = ContentCheck{*size, *sum};
   record.setAside = !text->get(kAside).empty();
   return record;
 }

@@ -22,6 +22,8 @@ struct RecoveryRecord {
   // The file that a macro without a place of its own was opened from; the target has no more than a name
   // then.
   std::string loose = {};
+  // Of what the target held when the macro was opened or last saved there; none when that is unknown.
+  std::optional<ContentCheck> held = {};
 };
 
 // Whose the changes are, as the history knows it.

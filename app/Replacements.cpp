@@ -56,7 +56,8 @@ void Replacements::open() {
         owner_);
     connect(window_, &ReplaceWindow::openWanted, this,
             [this](const ReviewedPlace& place, int command) { around_.places.show(place, command); });
-    connect(&around_.places, &ReviewPlaces::said, window_, &ReplaceWindow::tell);
+    connect(&around_.places, &ReviewPlaces::said, window_,
+            [window = window_](const Message& message) { window->tell(message.text); });
     connect(window_, &ReplaceWindow::replaced, this, &Replacements::follow);
   }
   window_->present();

@@ -5,6 +5,7 @@
 #include "app/Comparisons.h"
 #include "app/HistoryOperations.h"
 #include "app/MacroMenu.h"
+#include "app/PlaceText.h"
 #include "app/Rehearsals.h"
 #include "app/Replacements.h"
 #include "app/ReviewPlaces.h"
@@ -122,7 +123,8 @@ void ReviewDesk::addReviewEntries(QMenu& menu) {
 void ReviewDesk::openWhereUsed() {
   const MacroCommand* command = state(active_).selectedCommand();
   if (command == nullptr) {
-    emit said(tr("\"Where Used\" looks for what a command names: select one first"));
+    emit said({Grade::kNote, tr("\"Where Used\" looks for what a command names: select one first"),
+               placeInWindow(state(active_))});
     return;
   }
   auto* menu = new QMenu(window_);

@@ -8,6 +8,7 @@
 #include "app/PaneState.h"
 #include "app/WindowContext.h"
 #include "model/CommandLine.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -76,7 +77,7 @@ class ReviewDesk : public QObject {
   [[nodiscard]] QString findingText() const;
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   void changed();
   void findingsChanged();
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/Browser.h"
+#include "app/PlaceText.h"
 #include "app/StatusStrip.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -137,7 +138,9 @@ std::optional<Pane> ReviewPlaces::paneFor(const ReviewedPlace& place) const {
 }
 
 void ReviewPlaces::refuse(const ReviewedPlace& place, const QString& reason) {
-  emit said(tr("NOT opened: %1 (%2)").arg(nameInStrip(place.title()), reason));
+  const bool known = !place.place.file.empty() || !place.place.address.empty();
+  emit said({Grade::kFailure, tr("NOT opened: %1 (%2)").arg(nameInStrip(place.title()), reason),
+             known ? placeInWindow(place.place) : QString()});
 }
 
 // Not within the event of the window that wants it: a transfer runs a loop in which that window may go.

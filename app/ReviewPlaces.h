@@ -11,6 +11,7 @@
 #include "app/LooseMacros.h"
 #include "app/OpenMacros.h"
 #include "app/PaneState.h"
+#include "widgets/Message.h"
 #include "windows/ReviewScope.h"
 
 namespace tessaly {
@@ -50,7 +51,7 @@ class ReviewPlaces : public QObject {
   void show(const ReviewedPlace& place, int command, const Then& then = {});
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   void changed();
 
  private:

@@ -38,7 +38,8 @@ Searching::~Searching() { delete window_; }
 SearchWindow* Searching::make(QWidget* owner) {
   auto* const window =
       new SearchWindow({site_.root, knowledge_, [this] { return places_.scopes(); }, &failureText}, owner);
-  connect(&places_, &ReviewPlaces::said, window, &SearchWindow::tell);
+  connect(&places_, &ReviewPlaces::said, window,
+          [window](const Message& message) { window->tell(message.text); });
   return window;
 }
 

@@ -11,6 +11,7 @@
 #include "app/FailureText.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/PlaceText.h"
 #include "app/StatusStrip.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
@@ -57,14 +58,16 @@ void Snapshots::save(Pane pane) {
   }
   const std::string folder = browser(pane).macroFolder();
   if (folder.empty() || state(pane).olderFamily)
-    emit said(tr("NOT saved: the pane shows no folder with macros"));
+    emit said(
+        {Grade::kFailure, tr("NOT saved: the pane shows no folder with macros"), placeInWindow(state(pane))});
   else
     saveFolder(folder);
 }
 
 void Snapshots::savePanel(Pane pane) {
   if (!connection_.connected(pane)) {
-    emit said(tr("NOT saved: the pane is not connected to a panel"));
+    emit said(
+        {Grade::kFailure, tr("NOT saved: the pane is not connected to a panel"), placeInWindow(state(pane))});
     return;
   }
   const std::string address = connection_.address(pane);
@@ -108,15 +111,16 @@ void Snapshots::save(SnapshotTaking& taking, const QString& label, const QString
         if (snapshot) count = snapshot->macros.size();
       },
       [&] { taking.cancel(); });
-  if (saved.written())
-    emit said(tr("saved and verified: %n macros in %1", nullptr, static_cast<int>(count)).arg(nameOf(file)));
-  else
-    emit said(tr("NOT saved: %1 (%2)").arg(nameOf(file), failureText(saved.failure())));
+  const QString text =
+      saved.written()
+          ? tr("saved and verified: %n macros in %1", nullptr, static_cast<int>(count)).arg(nameOf(file))
+          : tr("NOT saved: %1 (%2)").arg(nameOf(file), failureText(saved.failure()));
+  emit said({saved.written() ? Grade::kDone : Grade::kFailure, text, shown(file)});
 }
 
 void Snapshots::open(Pane pane) {
   if (state(pane).copy.edited()) {
-    emit said(tr("NOT opened: the pane has unsaved changes"));
+    emit said({Grade::kFailure, tr("NOT opened: the pane has unsaved changes"), placeInWindow(state(pane))});
     return;
   }
   QFileDialog choice(window_, tr("Open Snapshot"), QString(), filesToChoose());
@@ -128,12 +132,14 @@ void Snapshots::open(Pane pane) {
       transfer_.runLong(tr("Reading the snapshot"),
                         [&](const PanelTransfer::Tell&) { read = openSnapshot(site_.root, file); }, {}));
   if (!read) {
-    emit said(tr("NOT opened: %1 (%2)").arg(nameOf(file), failureText(read.failure())));
+    emit said({Grade::kFailure, tr("NOT opened: %1 (%2)").arg(nameOf(file), failureText(read.failure())),
+               shown(file)});
     return;
   }
   browser(pane).setSnapshot({std::make_shared<const Snapshot>(*std::move(read)), file});
   setPath(pane, file);
-  emit said(tr("opened: %1; its macros can be viewed and copied from").arg(nameOf(file)));
+  emit said({Grade::kDone, tr("opened: %1; its macros can be viewed and copied from").arg(nameOf(file)),
+             shown(file)});
 }
 
 void Snapshots::restore(Pane pane) {
@@ -147,7 +153,8 @@ void Snapshots::restore(Pane pane) {
 
 void Snapshots::restoreToPanel(Pane pane, Pane to) {
   if (!connection_.connected(to)) {
-    emit said(tr("NOT restored: the other pane is not connected to a panel"));
+    emit said({Grade::kFailure, tr("NOT restored: the other pane is not connected to a panel"),
+               placeInWindow(state(to))});
     return;
   }
   const std::string address = connection_.address(to);
@@ -175,7 +182,8 @@ void Snapshots::restoreToPanel(Pane pane, Pane to) {
 void Snapshots::restoreToFolder(Pane pane, Pane to) {
   const std::string folder = browser(to).macroFolder();
   if (folder.empty() || state(to).viewOnly()) {
-    emit said(tr("NOT restored: the other pane shows no folder for macros"));
+    emit said({Grade::kFailure, tr("NOT restored: the other pane shows no folder for macros"),
+               placeInWindow(state(to))});
     return;
   }
   DiskShelf shelf(site_.root, history_, folder);
@@ -188,7 +196,7 @@ void Snapshots::restoreToFolder(Pane pane, Pane to) {
 
 void Snapshots::restore(SnapshotRestore& rows, const QString& title) {
   if (rows.rows().empty()) {
-    emit said(tr("NOT restored: no workplace with macros is chosen"));
+    emit said({Grade::kFailure, tr("NOT restored: no workplace with macros is chosen"), title});
     return;
   }
   const auto run = [&](const QString& label, const SnapshotRestoreDialog::Work& work) {
@@ -200,7 +208,7 @@ void Snapshots::restore(SnapshotRestore& rows, const QString& title) {
         [&](std::size_t row) { tell(static_cast<int>((row + 1) * kThousandths / rows.rows().size())); });
   });
   if (!looked) {
-    emit said(tr("NOT restored: %1").arg(failureText(looked.failure())));
+    emit said({Grade::kFailure, tr("NOT restored: %1").arg(failureText(looked.failure())), title});
     return;
   }
   SnapshotRestoreDialog dialog(title, rows, run, &failureText, window_);

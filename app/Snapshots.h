@@ -13,6 +13,7 @@
 #include "link/PanelConnection.h"
 #include "review/SnapshotRestore.h"
 #include "review/SnapshotTaking.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -43,7 +44,7 @@ class Snapshots : public QObject {
   void close(Pane pane);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }

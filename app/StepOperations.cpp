@@ -2,6 +2,7 @@
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/PlaceText.h"
 #include "app/StatusStrip.h"
 #include "app/StepsDialog.h"
 #include "app/ValueUpdate.h"
@@ -32,7 +33,8 @@ void StepOperations::choose(Pane pane) {
   StepsDialog dialog(row, window_);
   if (dialog.exec() != QDialog::Accepted) return;
   if (copy(pane).revision() != revision) {
-    emit said(tr("NOT gone to another step: the macro was changed meanwhile"));
+    emit said({Grade::kFailure, tr("NOT gone to another step: the macro was changed meanwhile"),
+               placeInWindow(*panes_[index(pane)].state)});
     return;
   }
   const int by = static_cast<int>(dialog.position()) - static_cast<int>(row.position());
@@ -50,17 +52,19 @@ QString StepOperations::obstacle(Pane pane) const {
 
 void StepOperations::go(Pane pane, std::size_t position, const QString& done) {
   const bool edited = copy(pane).edited();
+  const QString where = placeInWindow(*panes_[index(pane)].state);
   QString reason = obstacle(pane);
   if (reason.isEmpty()) {
     if (const Outcome gone = copy(pane).jumpTo(position); !gone) reason = failureText(gone.failure());
   }
   if (!reason.isEmpty()) {
-    emit said(position < copy(pane).steps().position() ? tr("NOT undone: %1").arg(reason)
-                                                       : tr("NOT redone: %1").arg(reason));
+    const QString text = position < copy(pane).steps().position() ? tr("NOT undone: %1").arg(reason)
+                                                                  : tr("NOT redone: %1").arg(reason);
+    emit said({Grade::kFailure, text, where});
     return;
   }
   const bool settled = edited && !copy(pane).edited();
-  emit said(settled ? tr("%1; nothing is unsaved any more").arg(done) : done);
+  emit said({Grade::kDone, settled ? tr("%1; nothing is unsaved any more").arg(done) : done, where});
   if (settled) panes_[index(pane)].browser->catchUp();
 }
 

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "app/PaneState.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -24,7 +25,7 @@ class StepOperations : public QObject {
   void choose(Pane pane);
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   [[nodiscard]] WorkingCopy& copy(Pane pane) const { return panes_[index(pane)].state->copy; }

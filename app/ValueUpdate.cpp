@@ -5,6 +5,7 @@
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
+#include "app/PlaceText.h"
 #include "app/StepNames.h"
 #include "editors/PostTo.h"
 #include "review/ValueQuestion.h"
@@ -221,7 +222,7 @@ QString ValueUpdate::gaveWay() {
 
 void ValueUpdate::drop(const QString& why) {
   end();
-  emit said(why);
+  emit said({Grade::kWarning, why, placeInWindow(*room().state)});
 }
 
 // Without a result.
@@ -264,26 +265,37 @@ void ValueUpdate::finishPaneA() {
   const std::shared_ptr<const MacroCommands> before = copy().sharedCommands();
   const Outcome done = copy().apply(values_, {updateStepName(updated_)}, marks_);
   if (!done) {
-    emit said(tr("NOT updated: %1").arg(failureText(done.failure())));
+    tellNotDone(done.failure());
     return;
   }
   const MacroCommands& after = copy().commands();
   int changes = 0;
   for (std::size_t i = 0; i < after.size(); ++i)
     if (!(after[i] == (*before)[i])) ++changes;
-  emit said(tr("%n commands updated", nullptr, updated_) + QStringLiteral("; ") +
-            tr("%n of them changed", nullptr, changes));
+  emit said({Grade::kDone,
+             tr("%n commands updated", nullptr, updated_) + QStringLiteral("; ") +
+                 tr("%n of them changed", nullptr, changes),
+             placeInWindow(*room().state)});
+}
+
+void ValueUpdate::tellNotDone(const Failure& failure) {
+  emit said({Grade::kFailure, tr("NOT updated: %1").arg(failureText(failure)), placeInWindow(*room().state)});
 }
 
 // The macro from before the first value is written over what the values have made of the file: kept exactly
 // so.
 void ValueUpdate::finishPaneB() {
   const Outcome done = copy().rewrite({updateStepName(updated_)});
-  emit said(done ? tr("%n values came; pane B shows the state before the update; use pane A, or "
-                      "\"Capture...\" in the "
-                      "menu \"Macro\"",
-                      nullptr, updated_)
-                 : tr("NOT updated: %1").arg(failureText(done.failure())));
+  if (!done) {
+    tellNotDone(done.failure());
+    return;
+  }
+  emit said({Grade::kWarning,
+             tr("%n values came; pane B shows the state before the update; use pane A, or "
+                "\"Capture...\" in the "
+                "menu \"Macro\"",
+                nullptr, updated_),
+             placeInWindow(*room().state)});
 }
 
 void ValueUpdate::dropQuestions() {

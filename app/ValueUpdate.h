@@ -10,6 +10,7 @@
 #include "app/EventGate.h"
 #include "app/PaneState.h"
 #include "link/PanelQuestions.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 
@@ -39,7 +40,7 @@ class ValueUpdate : public QObject {
   [[nodiscard]] bool lineLost();
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
   // For how many values is being waited, once that takes a while; empty when it is over.
   void waiting(const QString& text);
 
@@ -70,6 +71,7 @@ class ValueUpdate : public QObject {
   void finish();
   void finishPaneA();
   void finishPaneB();
+  void tellNotDone(const Failure& failure);
   void dropQuestions();
 
   PaneAccesses panes_;

@@ -264,7 +264,7 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   if (record.setAside) recovery_.bringStepsBack();
   static_cast<void>(recovery_.write(*record_));
   steps_.begin(place(), macro_->check());
-  if (target_) fetched_ = steps().saved();
+  if (target_) fetched_ = record.held;
   if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
   emit changed();
   return {};
@@ -342,6 +342,7 @@ void WorkingCopy::noteEdit() {
   } else {
     return;
   }
+  record.held = fetched_;
   record_ = std::move(record);
   // Nothing is lost without a record, so a folder that cannot be written stops no edit.
   static_cast<void>(recovery_.write(*record_));

@@ -142,6 +142,7 @@ class WorkingCopy : public QObject {
   [[nodiscard]] int commandCount() const;
   [[nodiscard]] const std::optional<MacroTarget>& target() const { return target_; }
   [[nodiscard]] bool loose() const { return loose_.has_value(); }
+  [[nodiscard]] const std::string& looseFile() const { return looseFile_; }  // of a loose macro
   [[nodiscard]] const Marks& updatedMarks() const { return marks_; }
   // Commands that there are.
   [[nodiscard]] const std::vector<int>& selectedAfterChange() const { return selected_; }
@@ -194,8 +195,7 @@ class WorkingCopy : public QObject {
   std::optional<MacroTarget> target_;
   std::optional<Macro> loose_;  // what its file held, of a macro that has no place of its own
   std::string looseFile_;       // of such a macro
-  std::optional<ContentCheck>
-      fetched_;  // of the target, when it was opened or last saved; unknown when taken up
+  std::optional<ContentCheck> fetched_;  // of the target, when it was opened or last saved
   bool edited_ = false;
   bool lent_ = false;
   int opening_ = 0;

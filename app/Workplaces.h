@@ -16,6 +16,7 @@
 #include "app/Shelves.h"
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
+#include "widgets/Message.h"
 #include "windows/WorkplacesWindow.h"
 
 namespace tessaly {
@@ -55,7 +56,7 @@ class Workplaces : public QObject {
   [[nodiscard]] bool end();
 
  signals:
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   [[nodiscard]] std::vector<WorkplaceChoice> choices() const;

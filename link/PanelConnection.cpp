@@ -87,6 +87,12 @@ void PanelConnection::connectButton(Pane pane) {
   }
 }
 
+void PanelConnection::connectAgain(Pane pane) {
+  if (line(pane) != PaneLine::kLost) return;
+  connectButton(pane);
+  if (displays_[index(pane)].buttonEnabled) connectButton(pane);
+}
+
 // The connection stays where it is, whatever address this pane shows.
 void PanelConnection::join(Pane pane) {
   // An attempt of the pane's own that still goes on must neither take the connection away nor report a

@@ -93,6 +93,8 @@ class PanelConnection {
 
   // What the user does.
   void connectButton(Pane pane);
+  // The button twice, when the line was lost: to leave it, and to connect anew.
+  void connectAgain(Pane pane);
   void chooseHarddisk(Pane pane);
   void choosePanel(Pane pane);
   void editText(Pane pane, const std::string& text);  // at every change by the user
@@ -126,6 +128,8 @@ class PanelConnection {
   // While a pane takes itself for connected but the panel has gone: which loss that is, another number for
   // each.
   [[nodiscard]] std::optional<unsigned> loss() const;
+  // Of the line that stands, or stood last.
+  [[nodiscard]] std::string lineAddress() const { return states_->lineAddress(); }
   // Why, as the end of a sentence ("the panel is gone"); empty when that is not known.
   [[nodiscard]] std::string lossReason() const { return client_.lossReason(); }
   // The address of the line, when the pane has joined one that was made to another address than its own. What

@@ -67,6 +67,11 @@ MacroPlace MacroHistory::placeOfFile(std::string_view path) const {
   return {root_.sitePathOf(root_.resolve(path)), {}, 0, {}};
 }
 
+bool MacroHistory::holds(std::string_view path) const {
+  const fs::path way = path.empty() ? fs::path() : root_.resolve(path).lexically_relative(folder_);
+  return !way.empty() && *way.begin() != "..";
+}
+
 bool MacroHistory::onDrive(const MacroPlace& place) { return place.file.size() > 1 && place.file[1] == ':'; }
 
 fs::path MacroHistory::host(const HistoryEntry& entry, const char* ending) const {

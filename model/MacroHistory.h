@@ -72,6 +72,8 @@ class MacroHistory : public MacroKeeper {
   // Whether it came from a file on a drive of the root, and no link leads out from there. A record is a file
   // that anyone may have written: what it says decides nothing outside the site.
   [[nodiscard]] bool isOfSite(const KeptMacro& macro) const;
+  // Whether a file, which need not be there, is one of its own.
+  [[nodiscard]] bool holds(std::string_view path) const;
   // Writes a kept macro over a file of the site, whose present content is kept.
   Outcome putBack(const KeptMacro& macro, std::string_view path);
 

@@ -1,6 +1,7 @@
 #include "panelsim/PanelSimulator.h"
 
 #include <cstdio>
+#include <random>
 #include <thread>
 
 #include "dictionary/InterfaceFile.h"
@@ -9,6 +10,10 @@
 namespace tessaly {
 namespace {
 
+// Below those that programs get for their own connections, so that a panel that goes and comes back finds its
+// own still free.
+constexpr std::uint16_t kLowestFreePort = 20'000, kHighestFreePort = 32'700;
+constexpr int kPortsTried = 20;
 constexpr std::string_view kReload = "PANEL.APPLICATION.LOAD.FINISH";
 constexpr const char* kModuleCount = "PANEL.WP%d.MFDCOUNT";
 constexpr const char* kMacroName = "PANEL.MACRO%d.REG%d.NAME";
@@ -24,6 +29,17 @@ const std::string* parameter(const ParameterList& parameters, std::string_view n
     if (known == name) return &value;
   }
   return nullptr;
+}
+
+// Starts on a port, or on any free one when it is 0.
+template <typename Start>
+bool startOn(std::uint16_t port, const Start& start) {
+  if (port != 0) return start(port);
+  std::random_device random;
+  std::uniform_int_distribution<int> ports(kLowestFreePort, kHighestFreePort);
+  for (int tried = 0; tried < kPortsTried; ++tried)
+    if (start(static_cast<std::uint16_t>(ports(random)))) return true;
+  return false;
 }
 
 // The macro number of the parameter REG; -1 unless it is one to three digits.
@@ -86,7 +102,8 @@ bool PanelSimulator::prepare(std::string& reason) {
 bool PanelSimulator::startServices(std::string& reason) {
   control_.setFaults(faults().control);
   std::string why;
-  if (!control_.start(options_.address, options_.controlPort, why)) {
+  if (!startOn(options_.controlPort,
+               [&](std::uint16_t port) { return control_.start(options_.address, port, why); })) {
     reason = format("cannot listen on %s port %d: %s", options_.address.c_str(), options_.controlPort,
                     why.c_str());
     if (options_.controlPort == kControlPort) {
@@ -96,7 +113,10 @@ bool PanelSimulator::startServices(std::string& reason) {
     return false;
   }
   const std::scoped_lock guard(ftpMutex_);
-  if (!ftp_.start(options_.address, options_.ftpPort, tree_.root(), faults().ftp, why)) {
+  const FtpFaults faultsOfTransfers = faults().ftp;
+  if (!startOn(options_.ftpPort, [&](std::uint16_t port) {
+        return ftp_.start(options_.address, port, tree_.root(), faultsOfTransfers, why);
+      })) {
     reason =
         format("no FTP service on %s port %d: %s", options_.address.c_str(), options_.ftpPort, why.c_str());
     control_.stop();

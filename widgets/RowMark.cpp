@@ -37,6 +37,12 @@ void drawNote(QPainter& painter, const QPen& outline) {
   painter.drawEllipse(QRectF(0.22, 0.22, 0.56, 0.56));
 }
 
+void drawDone(QPainter& painter, const QPen& outline) {
+  painter.setPen(QPen(outline.color(), 0.15, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPolyline(QPolygonF({{0.16, 0.54}, {0.4, 0.8}, {0.86, 0.22}}));
+}
+
 }  // namespace
 
 void drawRowMark(QPainter& painter, RowMark mark, const QRectF& room, const QColor& ink) {
@@ -58,6 +64,9 @@ void drawRowMark(QPainter& painter, RowMark mark, const QRectF& room, const QCol
       break;
     case RowMark::kError:
       drawError(painter, outline);
+      break;
+    case RowMark::kDone:
+      drawDone(painter, outline);
       break;
   }
   painter.restore();

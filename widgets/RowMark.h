@@ -9,8 +9,8 @@ class QPainter;
 namespace tessaly {
 
 // A sign beside a row that says that something about it is worth a look. The kinds differ by their shape:
-// a ring, a triangle with an exclamation mark, a filled square with a cross.
-enum class RowMark { kNone, kNote, kWarning, kError };
+// a ring, a triangle with an exclamation mark, a filled square with a cross, a tick.
+enum class RowMark { kNone, kNote, kWarning, kError, kDone };
 
 // Role of models; an int of the above.
 inline constexpr int kRowMarkRole = Qt::UserRole + 1;

@@ -29,7 +29,7 @@ void ElidedLine::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setFont(font());
   painter.setPen(palette().color(foregroundRole()));
-  painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, elided());
+  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, elided());
 }
 
 }  // namespace tessaly

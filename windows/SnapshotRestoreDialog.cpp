@@ -79,7 +79,8 @@ void SnapshotRestoreDialog::showOutcome(const std::vector<std::size_t>& tried, c
                .arg(text);
   if (!outcome) text = QStringLiteral("%1 (%2)").arg(text, words_(outcome.failure()));
   ui_->outcome->setText(text);
-  emit said(text);
+  const Grade grade = missing > 0 ? Grade::kFailure : outcome ? Grade::kDone : Grade::kWarning;
+  emit said({grade, text, ui_->from->text()});
 }
 
 }  // namespace tessaly

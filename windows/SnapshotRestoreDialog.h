@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+#include "widgets/Message.h"
 #include "windows/SnapshotRows.h"
 
 namespace Ui {
@@ -32,7 +33,7 @@ class SnapshotRestoreDialog : public QDialog {
  signals:
   // What stands at these places may be another by now.
   void written(const std::vector<tessaly::MacroPlace>& places);
-  void said(const QString& text);
+  void said(const tessaly::Message& message);
 
  private:
   void restoreTicked();

@@ -114,6 +114,11 @@ TEST(AppearanceTest, TextStandsOutInBothPalettes) {
       for (const bool marked : {false, true})
         EXPECT_GE(contrast(palette.color(QPalette::Text), compareGround(palette, kind, marked)), 4.5)
             << paletteName(choice).toStdString() << ' ' << static_cast<int>(kind) << marked;
+    for (const auto where :
+         {PaneSubject::Where::kDisk, PaneSubject::Where::kPanel, PaneSubject::Where::kLost})
+      EXPECT_GE(contrast(headingColours(palette, where).ink, headingColours(palette, where).ground), 4.5);
+    for (const Grade grade : {Grade::kDone, Grade::kNote, Grade::kWarning, Grade::kFailure})
+      EXPECT_GE(contrast(gradeInk(palette, grade), palette.color(QPalette::Window)), 4.5);
     const auto disabled = [&](Role role) { return palette.color(QPalette::Disabled, role); };
     EXPECT_GE(contrast(disabled(QPalette::HighlightedText), disabled(QPalette::Highlight)), 4.5);
     EXPECT_GE(contrast(disabled(QPalette::ButtonText), disabled(QPalette::Button)), 2.5);

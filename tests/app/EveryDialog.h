@@ -10,6 +10,8 @@
 #include "app/CreateMacroDialog.h"
 #include "app/FirstStartDialog.h"
 #include "app/HistoryDialog.h"
+#include "app/MessageLog.h"
+#include "app/MessagesDialog.h"
 #include "app/RecoveryDialog.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StepsDialog.h"
@@ -57,6 +59,7 @@ class EveryDialog {
         {"history",
          [] { return std::make_unique<HistoryDialog>([](const KeptMacro&) { return HistoryPreview{}; }); }},
         {"recovery", [] { return recovery(); }},
+        {"messages", [this] { return std::make_unique<MessagesDialog>(log_); }},
         {"steps", [this] { return std::make_unique<StepsDialog>(row_); }},
         {"copy", [this] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names_); }},
         {"create", [this] { return std::make_unique<CreateMacroDialog>(7, names_); }},
@@ -161,6 +164,7 @@ class EveryDialog {
   QThreadPool pool_;
   MacroCommand command_;
   EditHistory row_;
+  MessageLog log_;
   const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
   SnapshotRestore restore_{std::make_shared<const Snapshot>(Snapshot{
                                {"10.0.0.5", {}}, {}, {2}, {{2, *MacroNumber::of(7), "Titles", "x"}}}),

@@ -272,6 +272,25 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   EXPECT_FALSE(address.font().strikeOut());
   EXPECT_THAT(label(b_.sourceLabel), Not(EndsWith("line lost")));
+
+  const QObject& frame = *driver().control<QWidget>(b_.commands).parent();
+  const auto heading = [&frame] {
+    return frame.findChild<QLabel*>("subject")->accessibleName().toStdString();
+  };
+  auto* again = frame.findChild<QPushButton*>("connectAgain");
+  driver().choose(b_.macros, "007");
+  EXPECT_THAT(heading(), StartsWith("007 - Two, On the panel, workplace 1 on 127.0.0.1:"));
+  EXPECT_FALSE(again->isVisible());
+  driver().clickRow(b_.commands, 0);
+  driver().press(b_.deleteCommand);
+  first_.simulator.dropConnections();
+  WindowDriver::waitFor([&] { return again->isVisible(); }, "the button");
+  EXPECT_THAT(heading(), StartsWith("007 - Two, Line lost, "));
+  QTest::mouseClick(again, Qt::LeftButton);
+  WindowDriver::waitFor([&] { return heading().starts_with("007 - Two, On the panel, "); }, "the line");
+  EXPECT_THAT(heading(), HasSubstr("unsaved changes, last change: delete 1 command"));
+  driver().press(b_.saveChanges);
+  EXPECT_THAT(values(first_.read(1, "007")).size(), 1U);
 }
 
 TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {

@@ -23,7 +23,7 @@ class RecoveryFileTest : public testing::Test {
   }
 
   static RecoveryRecord loose() {
-    return {{PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"}, 7, 8, ContentCheck{3, 4}, false, "/tmp/a.mac"};
+    return {{PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"}, 7, 8, ContentCheck{3, 4}, false, "/tmp/a.mac", ContentCheck{5, 6}};
   }
 
   TestSite site;
@@ -42,6 +42,7 @@ TEST_F(RecoveryFileTest, WhatIsWrittenIsReadAgain) {
     EXPECT_EQ(read->since, record.since);
     EXPECT_EQ(read->edited, record.edited);
     EXPECT_EQ(read->check, record.check);
+    EXPECT_EQ(read->held, record.held);
     EXPECT_EQ(read->setAside, record.setAside);
     EXPECT_EQ(isRegularFile(site.root, file.besidePath()), record.setAside) << "what nobody tells of goes";
   }

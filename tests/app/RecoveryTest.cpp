@@ -231,5 +231,18 @@ TEST(PanelRecoveryTest, ChangesOfAPanelsMacroFindTheirPanel) {
   client->disconnect();
 }
 
+// Catches a save of recovered changes that overwrites what came to their place since, also without the steps.
+TEST_F(RecoveryTest, WhatCameMeanwhileIsNotOverwrittenUnseen) {
+  edit(Pane::kA);
+  fixture_.window.reset();
+  std::filesystem::remove(fixture_.site.root.resolve("recovery\\paneA.steps"));
+  fixture_.site.write(macroFile(kFolder, 1), "<macro name=\"Else\"><data></data></macro>");
+  startAgain(ok);
+  fixture_.site.messages.chooseOther = true;
+  driver().press(WindowFixture::ids(Pane::kA).saveChanges);
+  EXPECT_THAT(fixture_.site.messages.take(), testing::ElementsAre(HasSubstr("changed by somebody else")));
+  EXPECT_THAT(read(macroFile(kFolder, 1)), HasSubstr("Else"));
+}
+
 }  // namespace
 }  // namespace tessaly
