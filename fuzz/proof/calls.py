@@ -54,6 +54,14 @@ def run_recorded(command, environment, stdin=None, inject=None, timeout=120):
         return done, list(parsed(log))
 
 
+def may_trace():
+    """Whether this machine lets a program be traced, as some sandboxes do not."""
+    try:
+        return subprocess.run(["strace", "-o", os.devnull, "true"], capture_output=True, check=False).returncode == 0
+    except FileNotFoundError:
+        return False
+
+
 def parsed(lines):
     waiting = {}
     for line in lines:

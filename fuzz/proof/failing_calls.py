@@ -14,8 +14,8 @@ import sys
 import time
 
 import disk
-from calls import Replay
-from crash_states import MOST_TOLD
+from calls import Replay, may_trace
+from crash_states import MOST_TOLD, SKIPPED
 from operations import OPERATIONS, Bench, Tried
 
 ERRORS = {
@@ -148,6 +148,9 @@ def files_of(tree):
 
 
 def main(programs, names):
+    if not may_trace():
+        print("strace may not trace here")
+        return SKIPPED
     bench = Bench(programs)
     print(f"{'operation':24}{'cases':>8}{'told':>8}{'warned':>8}{'unharmed':>10}{'wrong':>8}")
     cases, wrong, began = 0, 0, time.monotonic()

@@ -18,6 +18,7 @@ import zipfile
 import calls
 import disk
 import readers
+from crash_states import SKIPPED
 from operations import ALL, KEY, MACROS, ONE, OTHERS, OWN, RULE, SNAPSHOT, Bench, macro, site_tree
 
 DAMAGED = 4  # of each generated file
@@ -438,6 +439,9 @@ def main():
     parser.add_argument("--rounds", type=int, default=200)
     parser.add_argument("--seed", type=int, default=1)
     given = parser.parse_intermixed_args()
+    if not calls.may_trace():
+        print("strace may not trace here")
+        return SKIPPED
     bench = Bench(given.programs)
     print(f"{'format':16}{'files':>8}{'same':>8}{'refused':>10}{'untold':>8}{'differ':>8}")
     began, different = time.monotonic(), 0

@@ -80,6 +80,7 @@ SHARED = ["insert-classic", ONE, "23 10 05 01 "]
 OPERATIONS = [
     Operation("rename", [["rename", ONE, "Changed"]], [ONE]),
     Operation("edit", [SHARED], [ONE], [KEPT]),
+    Operation("edit, long", [["insert-classic", TWO, "23 10 05 01 "]], [TWO]),
     Operation("remove", [["remove", ONE, "0"]], [ONE], [KEPT, SHARED]),
     Operation("create", [["create", NEW, "Fresh"]], [NEW]),
     Operation("create over", [["create", ONE, "Fresh"]], [ONE], [KEPT]),
@@ -89,6 +90,7 @@ OPERATIONS = [
     Operation("delete", [["delete-macro", ONE]], [ONE]),
     Operation("delete many", [["delete-macro", *ALL]], ALL, [KEPT], each=True),
     Operation("put back", [["history", "restore", "{kept}"]], [ONE], [KEPT]),
+    Operation("put back, long", [["history", "restore", "{kept}"]], [TWO], [["rename", TWO, "Kept"]]),
     Operation("replace", [["replace", RULE, MACROS]], ALL),
     Operation("replace, put back", [["replace", RULE, ONE], ["history", "restore", "{kept}"]], [ONE]),
     Operation("replace, cut short", [["settings"]], ALL, cut_short=(["replace", RULE, MACROS], "rename", 6)),
@@ -235,8 +237,8 @@ class Tried:
         found = self.look()
         wrongs = [] if self.is_right(found, finished) else [self.told(found, finished)]
         for line in self.batches:
-            if ("has been ended" in line and found != self.new) or ("has been undone" in line and found != self.old) or \
-                    "let alone" in line or "could not write" in line:
+            said = self.stages[1] if "has been ended" in line else self.old if "has been undone" in line else None
+            if found != said or "let alone" in line or "could not write" in line:
                 wrongs.append("said falsely: " + line)
         wrongs += self.judged_history(finished)
         return found, wrongs + self.judged_next()
