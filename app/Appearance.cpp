@@ -9,6 +9,7 @@
 #include <QStyle>
 
 #include "app/OwnStyle.h"
+#include "widgets/KeyboardWay.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
 
@@ -101,6 +102,7 @@ void dressToolkit() {
        QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
     icon.addFile(picture.filePath());
   QApplication::setWindowIcon(icon);
+  KeyboardWay::open();
 }
 
 }  // namespace tessaly

@@ -8,6 +8,7 @@
 #include <QScreen>
 
 #include "app/AboutDialog.h"
+#include "app/PaneKeys.h"
 #include "app/PlaceText.h"
 #include "app/Replacements.h"
 #include "app/SettingsText.h"
@@ -171,6 +172,7 @@ void MainWindow::switchPane() {
 void MainWindow::followKeyboard(const QWidget* to) {
   for (const Pane pane : kPanes)
     if (room(pane).view->isAncestorOf(to)) keyboardPane_ = pane;
+  for (const Pane pane : kPanes) setPaneKeysLive(*room(pane).view, pane == keyboardPane_);
   desk_->setActive(keyboardPane_);
   showSteps();
   showFinding();

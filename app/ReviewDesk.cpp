@@ -42,7 +42,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
       shelves, window);
   workplaces_ = std::make_unique<Workplaces>(
       Workplaces::Surroundings{panes_, context.site, around.connection, around.transfer, around.gate,
-                               around.open, around.undo, around.lines},
+                               around.open, around.undo, *checking_, around.lines},
       shelves, window);
   rehearsals_ = std::make_unique<Rehearsals>(panes_, context, around.connection, around.lines, window);
   connectParts(around);

@@ -10,8 +10,10 @@ using Row = MacroBatch::Row;
 }  // namespace
 
 int runBatch(CommandSession& session, MacroBatch& batch, std::string_view done,
-             const std::function<std::string(std::size_t index)>& nameOf) {
+             const std::function<std::string(std::size_t index)>& nameOf,
+             const std::function<void(std::size_t index, const std::string& state)>& take) {
   const auto print = [&](std::size_t index, const std::string& state) {
+    if (take) return take(index, state);
     session.line(nameOf(index) + '\t' + state);
   };
   const auto tell = [&](std::size_t index, const Row& row) {

@@ -326,7 +326,7 @@ std::string SoakUser::update() {
   if (!usable(ids().updateData)) return {};
   const bool accept = number(4) != 0;
   desk_.dialogs.boxButtons = {accept ? QStringLiteral("OK") : QStringLiteral("Cancel"), QStringLiteral("OK")};
-  desk_.window->say(QString());
+  desk_.window->say({});
   desk_.press(ids().updateData);
   desk_.dialogs.boxButtons = {QStringLiteral("OK")};
   updated(accept);

@@ -167,6 +167,7 @@ class Camera {
     std::vector<std::string> names(MacroNumber::kCount);
     names[7] = "Clock and logo on";
     CopyMacroDialog copy("001", "Opening titles", 7, names);
+    copy.setAbout([](int) { return QStringLiteral("007 in Evening News, CP1, Workplace 1: 3 commands"); });
     const DialogDriver copier(copy);
     save(copy, "copy-macro.png");
     CreateMacroDialog create(8, names);
