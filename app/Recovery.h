@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include "app/PaneState.h"
+#include "app/RecoveredBytes.h"
 #include "app/RecoveryDialog.h"
 #include "widgets/Message.h"
 
@@ -38,6 +39,7 @@ class Recovery : public QObject {
   struct Found {
     RecoveryRecord record;
     std::string bytes;
+    RecoveredBytes how;
   };
 
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
