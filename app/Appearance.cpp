@@ -1,10 +1,12 @@
 #include "app/Appearance.h"
 
+#include <algorithm>
 #include <clocale>
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QFont>
 #include <QIcon>
 #include <QStyle>
 
@@ -20,6 +22,7 @@ namespace {
 const QString kLight = QStringLiteral("light");
 const QString kDark = QStringLiteral("dark");
 const QString kDesktop = QStringLiteral("desktop");
+const QString kTextSizePlace = QStringLiteral("textSize");
 const QString kPlainStyle = QStringLiteral("fusion");  // what there is without a desktop
 
 struct Colours {
@@ -32,6 +35,9 @@ constexpr Colours kDarkColours{0xff2b2b2b, 0xff1e1e1e, 0xff262626, 0xff3a3a3a, 0
                                0xffa8a8a8, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
 
 PaletteChoice current = PaletteChoice::kDesktop;
+
+constexpr int kLeastTextSize = 50, kGreatestTextSize = 300;  // per cent
+int currentTextSize = kUsualTextSize;
 
 }  // namespace
 
@@ -93,6 +99,25 @@ void applyPalette(PaletteChoice choice) {
 }
 
 PaletteChoice currentPalette() { return current; }
+
+void applyTextSize(int percent) {
+  static const QFont desktopFont = QApplication::font();
+  currentTextSize = std::clamp(percent, kLeastTextSize, kGreatestTextSize);
+  QFont font = desktopFont;
+  font.setPointSizeF(desktopFont.pointSizeF() * currentTextSize / kUsualTextSize);
+  QApplication::setFont(font);
+}
+
+int textSize() { return currentTextSize; }
+
+void restoreTextSize(const Preferences& preferences) {
+  const QByteArray kept = preferences.place(kTextSizePlace);
+  applyTextSize(kept.isEmpty() ? kUsualTextSize : kept.toInt());
+}
+
+void keepTextSize(Preferences& preferences) {
+  preferences.setPlace(kTextSizePlace, QByteArray::number(currentTextSize));
+}
 
 void dressToolkit() {
   initResources();

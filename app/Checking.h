@@ -31,6 +31,8 @@ class Checking : public QObject {
   void begin();
   // The list, for what the active pane shows; brought before the others when it is open already.
   void open();
+  // The same for what is named.
+  void list(ReviewScope::Kind kind);
   // What was found of the command that is selected in the active pane, or how much of its macro.
   [[nodiscard]] QString selectedText() const;
   // Before anything of a transfer begins. False: it is not to be sent. `pane` shows the macro, for who wants
@@ -47,7 +49,6 @@ class Checking : public QObject {
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
-  void list(ReviewScope::Kind kind);
   void follow(Pane pane);
   void fix(const FindingRow& row);
   void applyFix(Pane pane, const FindingRow& row);

@@ -1,5 +1,6 @@
 #include "app/LooseMacros.h"
 
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
 
@@ -22,6 +23,12 @@ LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistor
   for (const Pane pane : kPanes)
     connect(&state(pane).view, &MacroPane::fileDropped, this,
             [this, pane](const QString& file) { LooseMacros::open(pane, file); });
+}
+
+void LooseMacros::choose(Pane pane) {
+  const QString file = QFileDialog::getOpenFileName(window_, tr("Open a Macro File"), {},
+                                                    tr("Macro files") + QStringLiteral(" (*.mac *.MAC)"));
+  if (!file.isEmpty()) open(pane, file);
 }
 
 void LooseMacros::open(Pane pane, const QString& file) {

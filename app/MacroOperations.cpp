@@ -344,7 +344,7 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
                                        [&] { return removeFile(site_.root, target.file()); });
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
-  if (done) open_.follow(target, pane);
+  if (done.written()) open_.follow(target, pane);
   if (done)
     tellDone(target, tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
   else

@@ -49,7 +49,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
   ui_->newClassic->setText(QLatin1String(descriptor.newClassicText));
   ui_->connectButton->setVisible(false);
   ui_->harddisk->setVisible(!descriptor.harddiskHiddenAtStart);
-  ui_->paneSplitter->setStretchFactor(1, 1);
+  ui_->paneSplitter->setStretchFactor(0, kBrowseHeight);
+  ui_->paneSplitter->setStretchFactor(1, kCommandsHeight);
   ui_->paneSplitter->setSizes({kBrowseHeight, kCommandsHeight});
   ui_->browseSplitter->setSizes({kHalf, kHalf});
   keepSpaceWhenHidden({ui_->saveChanges, ui_->discardChanges, ui_->createMacro, ui_->copyMacro,
@@ -58,6 +59,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
     list->setTextElideMode(Qt::ElideRight);
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
+  setTabOrder(ui_->deleteMacro, &ui_->heading->connectAgain());
+  setTabOrder(&ui_->heading->connectAgain(), ui_->showDestination);
   placeNotice();
   numberControls();
   connectControls();

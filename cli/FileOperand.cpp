@@ -151,9 +151,9 @@ std::string sitePathOf(const std::string& file) {
       file.size() >= 2 && file[1] == ':' && std::isalpha(static_cast<unsigned char>(file[0])) != 0;
   if (drive || file.empty() || file.front() == '/') return file;
   std::error_code error;
-  const fs::path whole = fs::absolute(file, error);
+  const fs::path whole = fs::absolute(hostPath(file), error);
   const fs::path plain = fs::weakly_canonical(whole, error);
-  return error ? whole.string() : plain.string();
+  return SiteRoot::nativePath(error ? whole : plain);
 }
 
 bool isKeyFile(std::string_view path) { return endsWithNoCase(path, kKeyFileEnd); }

@@ -152,7 +152,7 @@ class Replacing {
   void tellRows(const MacroBatch& batch, std::optional<std::size_t> failed) {
     for (std::size_t i = 0; i < batch.rows().size(); ++i) {
       const MacroBatch::Row& row = batch.rows()[i];
-      if (!row.note.empty()) session_.warn(row.note);
+      if (unflushed(row)) trouble(batch.items()[i].place.file, row.why);
       const bool asBefore = row.state == MacroBatch::Row::State::kAsBefore;
       if (failed && (i == *failed || !asBefore)) trouble(batch.items()[i].place.file, row.why);
     }

@@ -4,10 +4,13 @@
 
 #include "cli/CommandTable.h"
 #include "platform/Memory.h"
+#include "platform/ProgramWords.h"
 
 int main(int count, char** words) {
   tessaly::setUpMemory();
+  tessaly::openStandardStreams();
   std::ios::sync_with_stdio(false);
-  return tessaly::runCommandLine(std::vector<std::string>(words + (count > 0 ? 1 : 0), words + count),
-                                 std::cin, std::cout, std::cerr);
+  std::vector<std::string> given = tessaly::programWords(count, words);
+  if (!given.empty()) given.erase(given.begin());
+  return tessaly::runCommandLine(given, std::cin, std::cout, std::cerr);
 }

@@ -1,6 +1,8 @@
 # What makes a fault in memory end the program rather than run somebody else's code. tests/hardening.sh checks that
 # the programs have it. The sanitizers see more, and do not go with it.
-if(NOT TESSALY_SANITIZE)
+if(WIN32)
+  target_link_options(tessaly_settings INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+elseif(NOT TESSALY_SANITIZE)
   include(CheckCXXCompilerFlag)
   check_cxx_compiler_flag(-fcf-protection TESSALY_HAS_CF_PROTECTION)
   check_cxx_compiler_flag(-fstack-clash-protection TESSALY_HAS_STACK_CLASH_PROTECTION)

@@ -16,10 +16,28 @@ if(TESSALY_SANITIZE)
 endif()
 target_include_directories(tessaly_settings INTERFACE ${CMAKE_SOURCE_DIR})
 
+# tessaly_of_this_system(LIST): of a source and its twin, XWindows.cpp beside X.cpp, the one for the system that is
+# built for.
+function(tessaly_of_this_system list)
+  set(chosen ${${list}})
+  if(WIN32)
+    foreach(twin ${chosen})
+      if(twin MATCHES "Windows\\.cpp$")
+        string(REGEX REPLACE "Windows\\.cpp$" ".cpp" other ${twin})
+        list(REMOVE_ITEM chosen ${other})
+      endif()
+    endforeach()
+  else()
+    list(FILTER chosen EXCLUDE REGEX "Windows\\.(cpp|h)$")
+  endif()
+  set(${list} ${chosen} PARENT_SCOPE)
+endfunction()
+
 # tessaly_room(NAME LINKS...): one static library of all sources in the calling folder.
 function(tessaly_room name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  tessaly_of_this_system(sources)
   if(NOT sources)
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE tessaly_settings ${ARGN})

@@ -105,8 +105,9 @@ void MacroHistory::removeLeftOvers() const {
     PendingFile::sweep(day.path().string());
     for (const fs::directory_entry& file : entriesOf(day.path())) {
       fs::path macro = file.path();
-      if (macro.extension() != kRecordEnding || fs::exists(macro.replace_extension(kMacroEnding), ignored))
-        continue;
+      if (macro.extension() != kRecordEnding) continue;
+      std::error_code unknown;
+      if (fs::exists(macro.replace_extension(kMacroEnding), unknown) || unknown) continue;
       if (HistoryEntry::parse(day.path().filename().string(), macro.stem().string()))
         fs::remove(file.path(), ignored);
     }
@@ -236,9 +237,11 @@ Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, Macr
 }
 
 Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
-  if (!isRegularFile(root_, path)) return {};
   const auto bytes = readFile(root_, path, limits_.bytes / kShareOfOne);
   if (bytes) return keep(*bytes, {std::string(path), {}, 0, {}}, change);
+  const Failure::Kind why = bytes.failure().kind;
+  const bool isNone = why == Failure::Kind::kInTheWay && !isRegularFile(root_, path);
+  if (why == Failure::Kind::kMissing || isNone) return {};
   noteFailure(bytes.failure());
   return bytes.failure();
 }
@@ -297,11 +300,8 @@ std::optional<KeptMacro> MacroHistory::find(std::string_view id) {
 }
 
 bool MacroHistory::isOfSite(const KeptMacro& macro) const {
-  if (!macro.place || macro.place->file.empty() || !onDrive(placeOfFile(macro.place->file))) return false;
-  std::error_code error;
-  const fs::path site = fs::weakly_canonical(root_.path(), error);
-  const fs::path file = error ? fs::path() : fs::weakly_canonical(root_.resolve(macro.place->file), error);
-  return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
+  return macro.place && !macro.place->file.empty() && onDrive(placeOfFile(macro.place->file)) &&
+         root_.holds(macro.place->file);
 }
 
 Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {

@@ -3,7 +3,6 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -40,11 +39,8 @@ int spawn(const std::vector<std::string>& command, int channel) {
 
 bool ChildProcess::start(const std::vector<std::string>& command) {
   if (command.empty() || running()) return false;
-  int pair[2];
-  // A socket, unlike a pipe, tells of a gone reader by an error and not by a signal.
-  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair) != 0) return false;
-  Descriptor ours(pair[0]);
-  const Descriptor theirs(pair[1]);
+  auto [ours, theirs] = Channel::pair();
+  if (!ours.isOpen()) return false;
   pid_ = spawn(command, theirs.number());
   if (pid_ < 0) return false;
   channel_ = std::move(ours);

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Descriptor.h"
+#include "platform/Channel.h"
 
 namespace tessaly {
 
@@ -37,7 +37,7 @@ class ChildProcess {
 
  private:
   std::mutex mutex_;  // of the writers
-  Descriptor channel_;
+  Channel channel_;
   int pid_ = -1;
   std::string received_;
 };

@@ -4,14 +4,8 @@
 
 namespace tessaly {
 
-namespace {
-
-constexpr const char* kLibrary = "libcurl.so.4";  // the name of its stable interface
-
-}  // namespace
-
 bool CurlLibrary::load() {
-  const LoadedLibrary library(kLibrary);
+  const LoadedLibrary library(Library::kCurl);
   return library.find("curl_global_init", globalInit) && library.find("curl_easy_init", easyInit) &&
          library.find("curl_easy_setopt", easySetopt) && library.find("curl_easy_getinfo", easyGetinfo) &&
          library.find("curl_easy_cleanup", easyCleanup) && library.find("curl_multi_init", multiInit) &&

@@ -37,8 +37,8 @@ void setHandlers(void (*handler)(int), void (*instead)(int)) {
 EndSignals::EndSignals() {
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
-  reading_ = Descriptor(ends[0]);
-  writing_ = Descriptor(ends[1]);
+  reading_ = Channel(ends[0]);
+  writing_ = Channel(ends[1]);
   wakeUp = writing_.number();
   setHandlers(&noteSignal, SIG_DFL);
 }

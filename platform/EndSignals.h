@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Descriptor.h"
+#include "platform/Channel.h"
 
 namespace tessaly {
 
@@ -19,7 +19,7 @@ class EndSignals {
   [[nodiscard]] int descriptor() const { return reading_.number(); }
 
  private:
-  Descriptor reading_, writing_;
+  Channel reading_, writing_;
 };
 
 }  // namespace tessaly

@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
 #include <limits>
 #include <new>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
+#include <utility>
 
-#include "platform/Descriptor.h"
+#include "platform/FolderEntries.h"
 #include "platform/PendingFile.h"
 #include "platform/RegularFile.h"
 #include "platform/SystemFailure.h"
@@ -22,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr mode_t kFolderMode = 0777;  // less the umask
 constexpr std::size_t kCopyBlock = std::size_t{64} * 1024;
 
 // At most `count` bytes from the start of an open file.
@@ -51,16 +48,16 @@ Outcome writeWhole(const fs::path& host, FilePolicy policy, std::string_view byt
   return file.commit();
 }
 
-bool isFolder(const fs::path& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+Outcome outcomeOf(int error, std::string_view doing) {
+  return error == 0 ? Outcome() : systemFailure(error, doing);
 }
+
+bool isFolder(const fs::path& path) { return kindAt(path) == EntryKind::kFolder; }
 
 }  // namespace
 
 bool isRegularFile(const SiteRoot& root, std::string_view path) {
-  struct stat status;
-  return ::stat(root.resolve(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  return kindAt(root.resolve(path)) == EntryKind::kFile;
 }
 
 bool isFolder(const SiteRoot& root, std::string_view path) { return isFolder(root.resolve(path)); }
@@ -112,46 +109,27 @@ Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view t
 
 Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t size,
                         std::string_view bytes) {
-  const Descriptor file(::open(root.resolve(path).c_str(), O_WRONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-  struct stat status {};
-  if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return systemFailure(errno, "written");
-  if (!S_ISREG(status.st_mode) || static_cast<std::size_t>(status.st_size) < size)
-    return Failure{Failure::Kind::kChanged, "cannot be written: it is not as it was left"};
-  const auto end = static_cast<off_t>(size);
-  bool good = status.st_size == end || ::ftruncate(file.number(), end) == 0;
-  for (std::size_t done = 0; good && done < bytes.size();) {
-    const ssize_t written =
-        ::pwrite(file.number(), bytes.data() + done, bytes.size() - done, end + static_cast<off_t>(done));
-    if (written >= 0)
-      done += static_cast<std::size_t>(written);
-    else
-      good = errno == EINTR;
-  }
-  if (good && ::fsync(file.number()) == 0) return {};
-  const int error = errno;
-  if (::ftruncate(file.number(), end) != 0) errno = error;  // its reader knows a part from a whole
-  return systemFailure(error, "written");
+  return appendAt(root.resolve(path), size, bytes);
 }
 
 bool isThisUsers(const SiteRoot& root, std::string_view path) {
-  struct stat status {};
-  return ::lstat(root.resolve(path).c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
-         status.st_uid == ::geteuid();
+  const FolderEntry entry = entryAt(root.resolve(path));
+  return entry.kind == EntryKind::kFile && entry.thisUsers;
 }
 
 Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to) {
-  if (::rename(root.resolve(from).c_str(), root.resolve(to).c_str()) == 0) return {};
-  return systemFailure(errno, "moved");
+  return outcomeOf(moveEntry(root.resolve(from), root.resolve(to)), "moved");
 }
 
 Outcome removeFile(const SiteRoot& root, std::string_view path) {
   const fs::path host = root.resolve(path);
-  struct stat status {};
-  const bool users = filePolicy(host).keepsMode && ::lstat(host.c_str(), &status) == 0;
-  if (users && S_ISREG(status.st_mode) && (status.st_mode & S_IWUSR) == 0)
+  const bool users = filePolicy(host).keepsMode;
+  const FolderEntry entry = users ? entryAt(host) : FolderEntry{};
+  if (entry.kind == EntryKind::kFile && entry.writeProtected)
     return Failure{Failure::Kind::kWriteProtected, "cannot be removed: the file is write-protected"};
-  if (::unlink(host.c_str()) == 0) return {};
-  return systemFailure(errno, "removed");
+  if (auto removed = outcomeOf(removeEntry(host), "removed"); !removed || !users) return removed;
+  const fs::path folder = host.has_parent_path() ? host.parent_path() : ".";
+  return flushFolder(folder.string(), "is removed, but a power cut may bring it back");
 }
 
 Outcome makeFolder(const SiteRoot& root, std::string_view path) { return makeFolder(root.resolve(path)); }
@@ -162,18 +140,19 @@ Outcome makeFolder(const fs::path& host) {
   for (const fs::path& part : host) {
     const fs::path parent = folder;
     folder /= part;
-    if (isFolder(folder)) continue;
-    const bool made = ::mkdir(folder.c_str(), kFolderMode) == 0;
+    if (!folder.has_relative_path() || isFolder(folder)) continue;
+    const int error = makeEntry(folder);
     // Somebody else may have been faster.
-    if (!made && !(errno == EEXIST && isFolder(folder))) return systemFailure(errno, "made");
-    if (auto flushed = flushFolder(parent.empty() ? "." : parent.string()); made && !flushed) return flushed;
+    if (error != 0 && !(error == EEXIST && isFolder(folder))) return systemFailure(error, "made");
+    if (auto flushed = flushFolder(parent.empty() ? "." : parent.string()); error == 0 && !flushed)
+      return flushed;
   }
   return {};
 }
 
 Outcome makeOwnFolder(const fs::path& host) {
-  struct stat status {};
-  if (::lstat(host.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))
+  const EntryKind kind = entryAt(host).kind;
+  if (kind != EntryKind::kNone && kind != EntryKind::kFolder)
     return Failure{Failure::Kind::kInTheWay, "cannot be made: " + host.string() + " is no folder of our own"};
   return makeFolder(host);
 }
@@ -186,15 +165,8 @@ std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folde
     auto operator<=>(const Row&) const = default;
   };
   std::vector<Row> rows;
-  std::error_code error;
-  fs::directory_iterator entry(root.resolve(folder), error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    std::string name = entry->path().filename().string();
-    std::error_code unknown;
-    if (!endsWithNoCase(name, suffix)) continue;
-    if (!suffix.empty() && !entry->is_regular_file(unknown)) continue;
+  for (std::string& name : namesIn(root.resolve(folder), suffix))
     rows.push_back({toUpperAscii(name), std::move(name)});
-  }
   std::sort(rows.begin(), rows.end());
   std::vector<std::string> names;
   names.reserve(rows.size());

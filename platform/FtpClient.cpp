@@ -7,10 +7,10 @@
 #include <new>
 #include <optional>
 #include <string_view>
-#include <sys/socket.h>
 #include <system_error>
 #include <utility>
 
+#include "platform/Channel.h"
 #include "platform/CurlLibrary.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -93,7 +93,7 @@ class FtpClient::Line {
   explicit Line(const CurlLibrary& curl) : curl_(curl), multi_(curl.multiInit(), ReleaseMulti{curl}) {}
   // The library would say farewell and wait for the answer, minutes long where the panel has gone silent.
   ~Line() {
-    if (isOpen()) ::shutdown(control_, SHUT_RDWR);
+    if (isOpen()) cutChannel(static_cast<int>(control_));
   }
   Line(const Line&) = delete;
   Line& operator=(const Line&) = delete;

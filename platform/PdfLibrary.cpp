@@ -4,14 +4,8 @@
 
 namespace tessaly {
 
-namespace {
-
-constexpr const char* kLibrary = "libhpdf-2.3.0.so";
-
-}  // namespace
-
 bool PdfLibrary::load() {
-  const LoadedLibrary library(kLibrary);
+  const LoadedLibrary library(Library::kHaru);
   return library.find("HPDF_New", begin) && library.find("HPDF_Free", free) &&
          library.find("HPDF_GetError", error) && library.find("HPDF_SetCompressionMode", setCompression) &&
          library.find("HPDF_SetPagesConfiguration", setPagesOfNode) &&

@@ -40,12 +40,10 @@ Address addressOf(const SiteRoot& root) {
 
 const sockaddr* generic(const Address& address) { return reinterpret_cast<const sockaddr*>(&address.bytes); }
 
-Descriptor localSocket() {
-  return Descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-}
+Channel localSocket() { return Channel(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0)); }
 
 // Anybody on the machine can take a name or knock at it.
-bool isSameUser(const Descriptor& connected) {
+bool isSameUser(const Channel& connected) {
   ucred peer{};
   socklen_t size = sizeof peer;
   return ::getsockopt(connected.number(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
@@ -56,7 +54,7 @@ bool isSameUser(const Descriptor& connected) {
 
 RaiseSocket::RaiseSocket(const SiteRoot& root) {
   const Address address = addressOf(root);
-  Descriptor socket = localSocket();
+  Channel socket = localSocket();
   if (address.size == 0 || !socket.isOpen() || ::bind(socket.number(), generic(address), address.size) != 0 ||
       ::listen(socket.number(), kWaiting) != 0)
     return;
@@ -66,7 +64,7 @@ RaiseSocket::RaiseSocket(const SiteRoot& root) {
 bool RaiseSocket::answer() const {
   bool asked = false;
   while (true) {
-    const Descriptor peer(::accept4(listening_.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    const Channel peer(::accept4(listening_.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
     if (!peer.isOpen()) return asked;
     if (isSameUser(peer)) asked = ::send(peer.number(), &kAnswer, 1, MSG_NOSIGNAL) == 1 || asked;
   }
@@ -74,7 +72,7 @@ bool RaiseSocket::answer() const {
 
 bool askToRaise(const SiteRoot& root, std::chrono::milliseconds patience) {
   const Address address = addressOf(root);
-  const Descriptor socket = localSocket();
+  const Channel socket = localSocket();
   if (address.size == 0 || !socket.isOpen()) return false;
   if (::connect(socket.number(), generic(address), address.size) != 0 || !isSameUser(socket)) return false;
   pollfd answer{socket.number(), POLLIN, 0};

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 
-#include "platform/Descriptor.h"
+#include "platform/Channel.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly {
@@ -22,7 +23,8 @@ class RaiseSocket {
   [[nodiscard]] bool answer() const;
 
  private:
-  Descriptor listening_;
+  Channel listening_;
+  std::shared_ptr<void> door_;  // what tells others of it, where such a socket has no name
 };
 
 // True when a program of this user works with the site and has answered within the time.

@@ -7,11 +7,9 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* kLibrary = "libcrypto.so.3";
-
 struct Digests {
   Digests() {
-    const LoadedLibrary library(kLibrary);
+    const LoadedLibrary library(Library::kCrypto);
     there = library.find("EVP_sha256", sha256) && library.find("EVP_Digest", digest);
   }
 
@@ -31,13 +29,7 @@ Expected<std::string> sha256Text(std::string_view bytes) {
       size * 2 != kSha256Digits)
     return Failure{Failure::Kind::kNoSnapshot,
                    "cannot be summed: the library for SHA-256 (libssl3) is not installed"};
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string text;
-  for (unsigned i = 0; i < size; ++i) {
-    text += kDigits[sum[i] >> 4];
-    text += kDigits[sum[i] & 0xF];
-  }
-  return text;
+  return hexText({sum, size});
 }
 
 }  // namespace tessaly

@@ -1,19 +1,16 @@
 #include "platform/SiteLock.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <pwd.h>
-#include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/Text.h"
+#include "platform/LockRecord.h"
 
 namespace tessaly {
 namespace {
@@ -22,11 +19,6 @@ constexpr const char* kName = ".tessaly.lock";
 constexpr int kAttempts = 100;  // of starts that get into each other's way
 constexpr mode_t kMode = 0644;  // a second start may be another user's
 constexpr int kOpening = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-constexpr std::size_t kLongestRecord = 1024;  // bytes
-
-// The lines of a record. The first three are those of earlier versions, which wrote other things behind them.
-enum Line { kProcess, kProgram, kHost, kUser, kSince, kLines };
-constexpr const char* kProgramLine = "tessaly";
 
 std::string thisHost() {
   char name[HOST_NAME_MAX + 1] = {};
@@ -39,35 +31,13 @@ std::string thisUser() {
 }
 
 LockHolder readRecord(const Descriptor& file, const struct stat& status) {
-  char bytes[kLongestRecord];
-  const ssize_t size = ::pread(file.number(), bytes, sizeof bytes, 0);
-  std::string_view left(bytes, size > 0 ? static_cast<std::size_t>(size) : 0);
-  std::array<std::string, kLines> lines;
-  for (std::string& line : lines) {
-    line = left.substr(0, left.find('\n'));
-    left.remove_prefix(std::min(left.size(), line.size() + 1));
-  }
-  LockHolder holder;
-  if (lines[kProgram] != kProgramLine) return holder;
-  holder.host = lines[kHost];
-  holder.process = std::atoll(lines[kProcess].c_str());
-  holder.since = exactNumber<std::int64_t>(lines[kSince]).value_or(0);
-  if (holder.since > 0)
-    holder.user = lines[kUser];
-  else
-    holder.since = status.st_mtime;  // an earlier version's
-  return holder;
+  std::array<char, kLongestLockRecord> bytes;
+  const ssize_t size = ::pread(file.number(), bytes.data(), bytes.size(), 0);
+  return lockHolder({bytes.data(), size > 0 ? static_cast<std::size_t>(size) : 0}, status.st_mtime);
 }
 
 void writeRecord(const Descriptor& file) {
-  std::array<std::string, kLines> lines;
-  lines[kProcess] = std::to_string(::getpid());
-  lines[kProgram] = kProgramLine;
-  lines[kHost] = thisHost();
-  lines[kUser] = thisUser();
-  lines[kSince] = std::to_string(std::time(nullptr));
-  std::string record;
-  for (const std::string& line : lines) record += line + '\n';
+  const std::string record = lockRecord({thisHost(), thisUser(), ::getpid(), std::time(nullptr)});
   // On a full disk the lock holds all the same; it only does not tell whose it is.
   static_cast<void>(!::pwrite(file.number(), record.data(), record.size(), 0));
 }

@@ -155,6 +155,15 @@ std::string SiteRoot::sitePathOf(const fs::path& host) const {
   return inside.substr(0, 1) + ":" + replaceAll(inside.substr(1), "/", "\\");
 }
 
+std::string SiteRoot::nativePath(const fs::path& host) { return host.string(); }
+
+bool SiteRoot::holds(std::string_view sitePath) const {
+  std::error_code error;
+  const fs::path site = fs::weakly_canonical(root_, error);
+  const fs::path file = error ? fs::path() : fs::weakly_canonical(resolve(sitePath), error);
+  return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
+}
+
 bool SiteRoot::same(std::string_view first, std::string_view second) const {
   const fs::path a = resolve(first);
   const fs::path b = resolve(second);
@@ -163,6 +172,8 @@ bool SiteRoot::same(std::string_view first, std::string_view second) const {
   std::error_code error;  // folders that are links lead to the same place too
   return a.filename() == b.filename() && fs::equivalent(a.parent_path(), b.parent_path(), error);
 }
+
+fs::path hostPath(std::string_view bytes) { return bytes; }
 
 bool isPlainName(std::string_view name) {
   constexpr std::string_view kForbidden("\\/:\0", 4);

@@ -23,7 +23,9 @@ Failure::Kind kindOf(int error) {
     case EROFS:
       return Failure::Kind::kReadOnlyDisk;
     case ENOSPC:
+#ifdef EDQUOT
     case EDQUOT:
+#endif
       return Failure::Kind::kFull;
     case EFBIG:
       return Failure::Kind::kTooLarge;
@@ -36,6 +38,8 @@ Failure::Kind kindOf(int error) {
 
 Failure systemFailure(int error, std::string_view doing) {
   if (error == ENOMEM) return {Failure::Kind::kNoMemory, "out of memory"};
+  if (error == EBUSY)
+    return {Failure::Kind::kInUse, "cannot be " + std::string(doing) + ": another program has it open"};
   return {kindOf(error), "cannot be " + std::string(doing) + ": " + std::generic_category().message(error)};
 }
 

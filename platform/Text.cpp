@@ -9,8 +9,9 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
-#include <locale.h>
 #include <utility>
+
+#include "platform/PlainLocale.h"
 
 namespace tessaly {
 namespace {
@@ -23,22 +24,6 @@ constexpr std::array<std::uint16_t, 32> kUpperControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-locale_t plainLocale() {
-  static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-  return plain;
-}
-
-class PlainLocaleScope {
- public:
-  PlainLocaleScope() : previous_(uselocale(plainLocale())) {}
-  ~PlainLocaleScope() { uselocale(previous_); }
-  PlainLocaleScope(const PlainLocaleScope&) = delete;
-  PlainLocaleScope& operator=(const PlainLocaleScope&) = delete;
-
- private:
-  locale_t previous_;
-};
 
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -119,11 +104,12 @@ double parseDouble(std::string_view text) {
   // A plain number needs none of the C library's rules.
   if (const auto plain = exactNumber<double>(text)) return *plain;
   const std::string terminated(text);
-  return strtod_l(terminated.c_str(), nullptr, plainLocale());
+  const PlainLocale plain;
+  return std::strtod(terminated.c_str(), nullptr);
 }
 
 std::string format(const char* pattern, ...) {
-  const PlainLocaleScope scope;
+  const PlainLocale plain;
   std::array<char, 256> buffer;
   va_list arguments;
   va_list again;

@@ -4,14 +4,8 @@
 
 namespace tessaly {
 
-namespace {
-
-constexpr const char* kLibrary = "libzip.so.4";
-
-}  // namespace
-
 bool ZipLibrary::load() {
-  const LoadedLibrary library(kLibrary);
+  const LoadedLibrary library(Library::kZip);
   return library.find("zip_source_buffer_create", sourceOfBytes) &&
          library.find("zip_source_keep", sourceKeep) && library.find("zip_source_free", sourceFree) &&
          library.find("zip_source_open", sourceOpen) && library.find("zip_source_stat", sourceStat) &&

@@ -2,7 +2,7 @@
 """Fails when a room includes a room, or a library, that it must not know, or stacks its headers too high.
 
 A folder is a layer: it may include its own headers, those of the rooms listed for it below, and the outside
-libraries listed for it. Everything else in quotes or angle brackets that belongs to a room or a guarded library
+libraries listed for it, and ask which system it runs on only where that is its business. Everything else in quotes or angle brackets that belongs to a room or a guarded library
 is reported with file and line; so is a file whose room's own headers, one included by the other, stand higher than
 DEEPEST, and a circle of headers.
 """
@@ -29,6 +29,7 @@ ROOMS = {
 }
 # Headers that know no room and may be included from every one.
 ANYWHERE = {"platform/ThreadAnnotations.h"}
+SYSTEM_ROOMS = {"platform", "xctl"}
 # Libraries that are kept to some rooms: name, pattern of the included file, rooms that may include it.
 GUARDED = [
     ("Qt", re.compile(r"^(Q[A-Z]\w*(/.*)?|Qt\w*/.*|ui_\w+\.h|moc_\w+\.cpp|\w+\.moc)$"), {"widgets", "editors", "windows", "app"}),
@@ -39,9 +40,10 @@ GUARDED = [
     ("TinyXML", re.compile(r"^tinyxml\.h$"), {"platform", "dictionary", "model"}),
     ("JSON", re.compile(r"^nlohmann/"), {"xctl", "review", "cli", "panelsim"}),
     # Only these rooms may depend on the operating system.
-    ("system", re.compile(r"^(sys/|arpa/|netinet/|poll\.h|unistd\.h|fcntl\.h|netdb\.h|pthread\.h|windows\.h)"),
-     {"platform", "xctl"}),
+    ("system", re.compile(r"^(sys/|linux/|arpa/|netinet/|(poll|unistd|fcntl|netdb|pthread|dlfcn|dirent|pwd|signal|spawn|"
+                          r"locale|io|windows|winsock2|ws2tcpip)\.h)"), SYSTEM_ROOMS),
 ]
+SYSTEM_NAME = re.compile(r"\b(_WIN32|_WIN64|WIN32|__MINGW32__|__linux__|__unix__|__APPLE__|__GLIBC__|Q_OS_\w+)\b")
 DEEPEST = 8  # files of one room in a row, each included by the one before
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]')
 
@@ -52,6 +54,9 @@ def violations(root):
             if path.suffix not in {".h", ".cpp"}:
                 continue
             for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+                asked = SYSTEM_NAME.search(line)
+                if asked and room not in SYSTEM_ROOMS:
+                    yield f"{path.relative_to(root)}:{number}: {room} may not know the system ({asked.group()})"
                 found = INCLUDE.match(line)
                 if not found:
                     continue

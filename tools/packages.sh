@@ -1,11 +1,15 @@
 # Sourced by the scripts: installs the Debian packages that are missing, and builds what a script needs.
 
+# Of packaging/windows/build.sh; without them everything else is built as ever.
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 nsis dpkg-dev libgtest-dev libgmock-dev
+  nlohmann-json3-dev libxxhash-dev)
 build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev qt6-l10n-tools qt6-tools-dev
   qt6-tools-dev-tools qt6-translations-l10n libgl-dev libtinyxml-dev
   libcurl4-openssl-dev libssl-dev libzip-dev libhpdf-dev libxxhash-dev
   nlohmann-json3-dev curl libgtest-dev libgmock-dev libbenchmark-dev)
 run_packages=(python3 python3-pyftpdlib python3-jsonschema jq poppler-utils fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
-check_packages=(clang-format-14 clang clang-tidy cppcheck openbox xdotool imagemagick at-spi2-core python3-pyatspi)
+check_packages=(clang-format-14 clang clang-tidy cppcheck openbox xdotool imagemagick python3-pyatspi at-spi2-core dbus-daemon
+  strace)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin
   x11-utils)

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QTreeView>
 
-#include "app/MacroMenu.h"
 #include "bench/BareLine.h"
 #include "bench/Table.h"
 #include "bench/window/Desk.h"
@@ -111,7 +110,7 @@ void updateAll() {
 void capture() {
   MainWindow& window = panel().desk->window();
   const auto opened = [&window] { return window.findChild<CaptureWindow*>(); };
-  panel().desk->act([&window] { emit window.findChild<MacroMenu*>()->capturePressed(); },
+  panel().desk->act([&window] { window.findChild<QAction*>("capture")->trigger(); },
                     [&opened]() -> QAbstractItemView* {
                       return opened() ? opened()->findChild<QTreeView*>("values") : nullptr;
                     },

@@ -58,7 +58,7 @@ TEST_F(FilesTest, AFailedWriteLeavesTheOldFile) {
   fs::create_directory(host("c/folder"));
   ::mkfifo(host("c/pipe").c_str(), 0600);
   fs::create_symlink("folder", host("c/toFolder"));
-  const long before = entries("c");
+  const auto before = entries("c");
   for (const char* target :
        {"c:\\folder", "c:\\pipe", "c:\\toFolder", "c:\\none\\x", "c:\\old.mac\\x", "c:\\..\\x", ""}) {
     EXPECT_FALSE(writeFile(root_, target, "new")) << target;
@@ -157,6 +157,11 @@ TEST_F(FilesTest, WhatIsFlushedIsLookedAt) {
     EXPECT_EQ(bytes("c/old.mac"), one.content);
     EXPECT_EQ(entries("c"), 1);
   }
+  Flushes removal{{}, 1, EIO};
+  watched = &removal;
+  EXPECT_EQ(removeFile(root_, "c:\\old.mac").failure().kind, Kind::kUnflushed);
+  watched = nullptr;
+  EXPECT_EQ(removal.names, std::vector<std::string>{"c"});
   for (const std::size_t failing : {0U, 2U}) {
     fs::remove_all(host("c/one"));
     Flushes flushes{{}, failing, EIO};

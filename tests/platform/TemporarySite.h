@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <random>
 #include <string>
 
 #include "platform/SiteRoot.h"
@@ -14,10 +14,10 @@ namespace tessaly {
 // A private root, removed at the end. `put` and `bytes` bypass the code under test.
 class TemporarySite : public testing::Test {
  protected:
-  TemporarySite() : folder_(makeFolderName()), root_(folder_) {}
+  TemporarySite() : folder_(newFolder()), root_(folder_) {}
   ~TemporarySite() override { std::filesystem::remove_all(folder_); }
 
-  std::filesystem::path host(const std::string& relative) const { return folder_ / relative; }
+  std::filesystem::path host(const std::string& relative) const { return folder_ / hostPath(relative); }
 
   void put(const std::string& relative, const std::string& content) const {
     std::filesystem::create_directories(host(relative).parent_path());
@@ -30,14 +30,18 @@ class TemporarySite : public testing::Test {
   }
 
   // How many entries a folder has, left-over temporary files included.
-  long entries(const std::string& relative) const {
+  std::ptrdiff_t entries(const std::string& relative) const {
     return std::distance(std::filesystem::directory_iterator(host(relative)), {});
   }
 
  private:
-  static std::string makeFolderName() {
-    std::string name = (std::filesystem::temp_directory_path() / "tessaly-test-XXXXXX").string();
-    return ::mkdtemp(name.data());
+  static std::filesystem::path newFolder() {
+    std::random_device random;
+    std::filesystem::path folder;
+    do {
+      folder = std::filesystem::temp_directory_path() / ("tessaly-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder));
+    return folder;
   }
 
   std::filesystem::path folder_;

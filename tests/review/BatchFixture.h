@@ -3,7 +3,6 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
-#include <sys/stat.h>
 
 #include "model/MacroHistory.h"
 #include "review/MacroBatch.h"
@@ -86,7 +85,9 @@ class MacroBatchTest : public testing::Test {
     return held;
   }
   void protect(int number, bool on) const {
-    ::chmod(site.root.resolve(file(number)).c_str(), on ? 0444 : 0644);
+    using std::filesystem::perm_options, std::filesystem::perms;
+    std::filesystem::permissions(site.root.resolve(file(number)), perms::owner_write,
+                                 on ? perm_options::remove : perm_options::add);
   }
 
   TestSite site;

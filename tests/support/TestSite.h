@@ -1,14 +1,13 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <mutex>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -87,9 +86,12 @@ class TestSite {
 
  private:
   static std::filesystem::path makeRoot() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tessaly-site-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make " + pattern);
-    return pattern;
+    std::random_device random;
+    std::filesystem::path folder;
+    do {
+      folder = std::filesystem::temp_directory_path() / ("tessaly-site-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder));
+    return folder;
   }
 };
 

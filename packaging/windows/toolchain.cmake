@@ -1,0 +1,16 @@
+# Debian's cross compiler for 64 bit Windows.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(triple x86_64-w64-mingw32)
+set(CMAKE_C_COMPILER ${triple}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
+set(CMAKE_RC_COMPILER ${triple}-windres)
+
+# Only what is built for that system is found there; programs that the build runs are this machine's.
+set(CMAKE_FIND_ROOT_PATH /usr/${triple} ${TESSALY_WINDOWS_LIBRARIES} ${TESSALY_WINDOWS_TOOLKIT})
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TESSALY_WINDOWS_LIBRARIES TESSALY_WINDOWS_TOOLKIT)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(CMAKE_CROSSCOMPILING_EMULATOR wine)
