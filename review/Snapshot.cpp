@@ -96,7 +96,7 @@ Expected<std::string> packSnapshot(const Snapshot& snapshot) {
   return archive;
 }
 
-Expected<Snapshot> unpackSnapshot(std::string_view archive) {
+Expected<Snapshot> unpackSnapshot(std::string_view archive, const std::function<bool()>& wanted) {
   auto unpacked = unpackZip(archive, kMostFiles);
   if (!unpacked) return unpacked.failure();
   std::map<std::string, std::string> files;
@@ -107,6 +107,7 @@ Expected<Snapshot> unpackSnapshot(std::string_view archive) {
   if (!manifest) return manifest.failure();
   Snapshot snapshot{manifest->origin, manifest->time, manifest->workplaces, {}};
   for (const SnapshotManifest::Row& row : manifest->rows) {
+    if (wanted && !wanted()) return Failure{Failure::Kind::kCancelled, {}};
     auto macro = takeMacro(row, files);
     if (!macro) return macro.failure();
     snapshot.macros.push_back(*std::move(macro));
@@ -131,10 +132,11 @@ Outcome saveSnapshot(const SiteRoot& root, std::string_view path, const Snapshot
   return written;
 }
 
-Expected<Snapshot> openSnapshot(const SiteRoot& root, std::string_view path) {
+Expected<Snapshot> openSnapshot(const SiteRoot& root, std::string_view path,
+                                const std::function<bool()>& wanted) {
   const auto archive = readFile(root, path);
   if (!archive) return archive.failure();
-  return unpackSnapshot(*archive);
+  return unpackSnapshot(*archive, wanted);
 }
 
 }  // namespace tessaly
