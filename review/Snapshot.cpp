@@ -124,7 +124,9 @@ Outcome saveSnapshot(const SiteRoot& root, std::string_view path, const Snapshot
   const Outcome written = writeFile(root, path, *archive);
   if (!written.written()) return written;
   const auto again = readFile(root, path);
-  if (!again) return again.failure();
+  if (!again)
+    return Failure{again.failure().kind,
+                   "was written, but cannot be compared with what was to be: it " + again.failure().text};
   if (*again != *archive)
     return refused("was written, but reads as something else: the disk cannot be relied on");
   return written;
