@@ -53,6 +53,16 @@ void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
   painter->restore();
 }
 
+QRect OwnStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                               const QWidget* widget) const {
+  const QRect usual = QProxyStyle::subControlRect(control, option, part, widget);
+  const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+  const bool flat = group != nullptr && group->features.testFlag(QStyleOptionFrame::Flat);
+  if (!flat || part != SC_GroupBoxContents) return usual;
+  const int margin = usual.left() - option->rect.left();
+  return usual.adjusted(-margin, -margin, margin, margin);
+}
+
 int OwnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                         QStyleHintReturn* returned) const {
   return hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_Widget_Animation_Duration

@@ -28,8 +28,9 @@ PanelOptions WindowPictures::panelOptions(const SiteRoot& root) {
 }
 
 WindowPictures::WindowPictures(const SiteRoot& root, const FunctionDictionary& dictionary,
-                               DecodingLists& lists, Save save)
-    : save_(std::move(save)),
+                               DecodingLists& lists, QSize size, Save save)
+    : size_(size),
+      save_(std::move(save)),
       panel_(panelOptions(site_.root), [](const std::string&) {}),
       history_(site_.root) {
   std::filesystem::copy(root.path() / "c", site_.root.path() / "c", std::filesystem::copy_options::recursive);
@@ -63,6 +64,7 @@ void WindowPictures::open() {
   window_.reset();
   window_ = makeWindow_();
   window_->show();
+  window_->resize(size_);
   QCoreApplication::postEvent(window_.get(), new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
   user_ = std::make_unique<WindowDriver>(*window_);
   user_->waitUntilLoaded();

@@ -20,7 +20,8 @@ class WindowPictures {
  public:
   using Save = std::function<void(QWidget&, const char*)>;
 
-  WindowPictures(const SiteRoot& root, const FunctionDictionary& dictionary, DecodingLists& lists, Save save);
+  WindowPictures(const SiteRoot& root, const FunctionDictionary& dictionary, DecodingLists& lists, QSize size,
+                 Save save);
 
   void take();
 
@@ -37,6 +38,7 @@ class WindowPictures {
   void takeUnsavedChanges();
 
   TestSite site_;
+  QSize size_;  // of the window
   Save save_;
   PanelSimulator panel_;
   PanelClient client_;

@@ -66,7 +66,7 @@ class Camera {
     takeEditors();
     takeClassic();
     takeSmall();
-    WindowPictures(root_, dictionary_, lists_, [this](QWidget& window, const char* name) {
+    WindowPictures(root_, dictionary_, lists_, size_, [this](QWidget& window, const char* name) {
       save(window, name);
     }).take();
     if (kept_ != nullptr) takeOthers();
@@ -92,7 +92,7 @@ class Camera {
     EveryDialog every;
     every.visit([this](QDialog& dialog, const char* name) {
       dialog.show();
-      std::string file = std::string(name) + ".png";
+      std::string file = "dialog " + std::string(name) + ".png";
       std::replace(file.begin(), file.end(), ' ', '-');
       save(dialog, file.c_str());
     });
@@ -103,8 +103,8 @@ class Camera {
     PanelMacros macros(client_, root_, ftpTransfers(kFtpPort), &readsAsMacro);
     MacroHistory history(root_);
     MainWindow window({{root_, messages_}, dictionary_, lists_, client_, macros, history});
-    if (!size_.isEmpty()) window.resize(size_);
     window.show();
+    window.resize(size_);
     QCoreApplication::postEvent(&window, new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
     const WindowDriver user(window);
     user.waitUntilLoaded();
@@ -217,7 +217,7 @@ class Camera {
   TestSite site_;
   SiteRoot root_;
   QString folder_;
-  QSize size_;          // of the main window; empty for its own
+  QSize size_;          // of the main window
   KeptPictures* kept_;  // null for pictures of the documents
   int others_ = 0;
   FunctionDictionary dictionary_;
@@ -262,12 +262,13 @@ int main(int argc, char** argv) {
   tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
   QCommandLineParser parser;
-  parser.addOptions({{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},
-                     {QStringLiteral("language"), QString(), QStringLiteral("NAME"), QStringLiteral("en")},
-                     {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
-                     {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT")},
-                     {kKeep, QString(), QStringLiteral("KEPT")},
-                     {kAgainst, QString(), QStringLiteral("KEPT")}});
+  parser.addOptions(
+      {{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},
+       {QStringLiteral("language"), QString(), QStringLiteral("NAME"), QStringLiteral("en")},
+       {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
+       {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT"), QStringLiteral("1000x800")},
+       {kKeep, QString(), QStringLiteral("KEPT")},
+       {kAgainst, QString(), QStringLiteral("KEPT")}});
   parser.process(toolkit);
   if (parser.positionalArguments().size() != 2) parser.showHelp(2);
   tessaly::dressToolkit();
