@@ -1,14 +1,17 @@
 #include "app/Appearance.h"
 
+#include <algorithm>
 #include <clocale>
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QFont>
 #include <QIcon>
 #include <QStyle>
 
 #include "app/OwnStyle.h"
+#include "widgets/KeyboardWay.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
 
@@ -19,6 +22,7 @@ namespace {
 const QString kLight = QStringLiteral("light");
 const QString kDark = QStringLiteral("dark");
 const QString kDesktop = QStringLiteral("desktop");
+const QString kTextSizePlace = QStringLiteral("textSize");
 const QString kPlainStyle = QStringLiteral("fusion");  // what there is without a desktop
 
 struct Colours {
@@ -26,11 +30,14 @@ struct Colours {
 };
 
 constexpr Colours kLightColours{0xfff0f0f0, 0xffffffff, 0xfff6f6f6, 0xffe8e8e8, 0xff1a1a1a,
-                                0xff858585, 0xff5f5f5f, 0xff1f6cad, 0xff5a6b7a, 0xff0b5cad};
+                                0xff646464, 0xff5f5f5f, 0xff1f6cad, 0xff5a6b7a, 0xff0b5cad};
 constexpr Colours kDarkColours{0xff2b2b2b, 0xff1e1e1e, 0xff262626, 0xff3a3a3a, 0xffe4e4e4,
-                               0xff8a8a8a, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
+                               0xffa8a8a8, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
 
 PaletteChoice current = PaletteChoice::kDesktop;
+
+constexpr int kLeastTextSize = 50, kGreatestTextSize = 300;  // per cent
+int currentTextSize = kUsualTextSize;
 
 }  // namespace
 
@@ -93,6 +100,25 @@ void applyPalette(PaletteChoice choice) {
 
 PaletteChoice currentPalette() { return current; }
 
+void applyTextSize(int percent) {
+  static const QFont desktopFont = QApplication::font();
+  currentTextSize = std::clamp(percent, kLeastTextSize, kGreatestTextSize);
+  QFont font = desktopFont;
+  font.setPointSizeF(desktopFont.pointSizeF() * currentTextSize / kUsualTextSize);
+  QApplication::setFont(font);
+}
+
+int textSize() { return currentTextSize; }
+
+void restoreTextSize(const Preferences& preferences) {
+  const QByteArray kept = preferences.place(kTextSizePlace);
+  applyTextSize(kept.isEmpty() ? kUsualTextSize : kept.toInt());
+}
+
+void keepTextSize(Preferences& preferences) {
+  preferences.setPlace(kTextSizePlace, QByteArray::number(currentTextSize));
+}
+
 void dressToolkit() {
   initResources();
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
@@ -101,6 +127,7 @@ void dressToolkit() {
        QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
     icon.addFile(picture.filePath());
   QApplication::setWindowIcon(icon);
+  KeyboardWay::open();
 }
 
 }  // namespace tessaly

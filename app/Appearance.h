@@ -3,6 +3,8 @@
 #include <QPalette>
 #include <QString>
 
+#include "app/Preferences.h"
+
 namespace tessaly {
 
 enum class PaletteChoice { kDesktop, kLight, kDark };
@@ -11,8 +13,7 @@ enum class PaletteChoice { kDesktop, kLight, kDark };
 [[nodiscard]] PaletteChoice paletteNamed(const QString& name);
 [[nodiscard]] QString paletteName(PaletteChoice choice);
 
-// The program's own colours, which hold a contrast of 4.5 to 1 for all text that can be worked with. Not for
-// kDesktop.
+// The program's own colours, which hold a contrast of 4.5 to 1 for all text. Not for kDesktop.
 [[nodiscard]] QPalette ownPalette(PaletteChoice choice);
 
 // Colours the whole program, at once. kDesktop leaves style and colours to the desktop; where there is none
@@ -21,6 +22,17 @@ void applyPalette(PaletteChoice choice);
 
 // What was applied last; kDesktop at the start.
 [[nodiscard]] PaletteChoice currentPalette();
+
+inline constexpr int kUsualTextSize = 100;  // per cent of the desktop's
+inline constexpr int kTextSizeStep = 10;
+
+// Texts of all windows, at once: per cent of the desktop's size, kept between half and three times of it.
+void applyTextSize(int percent);
+// What was applied last; the usual one at the start.
+[[nodiscard]] int textSize();
+// As the user left it.
+void restoreTextSize(const Preferences& preferences);
+void keepTextSize(Preferences& preferences);
 
 // Compiled-in resources, the window icon and the number format of the C library. May be called again.
 void dressToolkit();

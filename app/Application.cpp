@@ -92,11 +92,28 @@ void Application::raiseWindow() {
   window_->activateWindow();
 }
 
-void Application::chooseSite() {
-  if (preferences_ == nullptr) return;
-  const auto chosen = chooseOtherRoot(root_, installedSiteFolder(), *preferences_, *window_);
+void Application::leaveForSite(SiteWish wish) {
+  const auto chosen = siteFor(wish);
   // Unsaved changes may keep the window, and the site with it.
   if (chosen && window_->close()) nextRoot_ = chosen->path().string();
+}
+
+std::optional<SiteRoot> Application::siteFor(SiteWish wish) {
+  if (preferences_ == nullptr) return std::nullopt;
+  switch (wish) {
+    case SiteWish::kOpen:
+      return openSite(*preferences_, *window_);
+    case SiteWish::kSample: {
+      const auto sample = sampleToWorkOn(installedSiteFolder());
+      if (!sample)
+        window_->say(
+            {Grade::kFailure, tr("NOT opened: the sample site (there is none, or no room for a copy)")});
+      return sample;
+    }
+    case SiteWish::kChoose:
+      break;
+  }
+  return chooseOtherRoot(root_, installedSiteFolder(), *preferences_, *window_);
 }
 
 void Application::prepareRoot() {
@@ -124,7 +141,7 @@ void Application::start() {
                                                        options_.demo,
                                                        preferences_});
   window_->setWindowTitle(titleOn(root_, window_->windowTitle()));
-  connect(window_.get(), &MainWindow::siteWanted, this, &Application::chooseSite);
+  connect(window_.get(), &MainWindow::siteWanted, this, &Application::leaveForSite);
   orderlyEnd_ = std::make_unique<OrderlyEnd>(OrderlyEnd::Steps{
       [this] { window_->keepState(); }, [this] { return !window_->isVisible() || window_->end(); }});
   messages_.setWindow(window_.get());
@@ -140,7 +157,7 @@ void Application::start() {
     // Whoever began empty knows it, and is not to be stopped by a box for each file at every start.
     window_->say(
         {Grade::kWarning,
-         tr("this site describes no functions of a panel: \"Site...\" in the menu \"Macro\" sets one up")});
+         tr("this site describes no functions of a panel: \"Choose...\" in the menu \"Site\" sets one up")});
     startLoader([](const std::string&) {});
   }
   window_->show();

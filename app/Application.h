@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -17,6 +18,7 @@
 namespace tessaly {
 
 class MainWindow;
+enum class SiteWish;
 class PanelMacros;
 class Preferences;
 
@@ -47,7 +49,9 @@ class Application : public QObject {
   void prepareRoot();
   void startLoader(const ReportProblem& report);
   void raiseWindow();
-  void chooseSite();
+  void leaveForSite(SiteWish wish);
+  // Where the wish leads; nothing when the user stays.
+  [[nodiscard]] std::optional<SiteRoot> siteFor(SiteWish wish);
 
   StartOptions options_;
   Preferences* preferences_;

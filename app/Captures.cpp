@@ -61,7 +61,8 @@ CaptureWindow* Captures::make(Pane pane) {
   ways.questions = [this](PanelQuestions::Taker taker) {
     return std::make_unique<PanelQuestions>(client_, postTo(this), std::move(taker));
   };
-  ways.take = [this, pane](const SetValues& edit) { return take(pane, edit); };
+  ways.take = [this, pane](const CaptureTake& taken) { return take(pane, taken); };
+  ways.failureText = &failureText;
   LineOptions options = state(pane).view.lineOptions();
   options.tabs = false;  // the column has no room for columns of its own
   auto* window = new CaptureWindow(std::move(ways), lines_, options, owner_);
@@ -75,10 +76,11 @@ QString Captures::lineTrouble(Pane pane) const {
   return connection_.line(pane) == PaneLine::kLost ? tr("the connection to the panel was lost") : QString();
 }
 
-QString Captures::take(Pane pane, const SetValues& edit) {
-  StepNote note{captureStepName(static_cast<int>(edit.values.size())), {}};
-  for (const auto& [number, value] : edit.values) note.selected.push_back(number);
-  const Outcome done = state(pane).copy.apply(edit, std::move(note));
+QString Captures::take(Pane pane, const CaptureTake& take) {
+  const auto& values = take.edit.values;
+  StepNote note{captureStepName(static_cast<int>(values.size())), {}};
+  for (const auto& [number, value] : values) note.selected.push_back(number);
+  const Outcome done = state(pane).copy.apply(take.shown, take.taken, std::move(note));
   return done.written() ? QString() : failureText(done.failure());
 }
 

@@ -13,6 +13,7 @@
 namespace tessaly {
 
 class CaptureWindow;
+struct CaptureTake;
 
 // Opens the windows that set the panel's values beside those of the panes' macros, one a pane, and keeps them
 // up to date. GUI thread.
@@ -38,7 +39,7 @@ class Captures : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] QString lineTrouble(Pane pane) const;
-  [[nodiscard]] QString take(Pane pane, const SetValues& edit);
+  [[nodiscard]] QString take(Pane pane, const CaptureTake& take);
   [[nodiscard]] CaptureWindow* make(Pane pane);
 
   PaneAccesses panes_;

@@ -10,12 +10,13 @@
 #include "widgets/DialogText.h"
 #include "windows/CheckWindow.h"
 #include "windows/FindingText.h"
+#include "windows/WorkplacesWindow.h"
 
 namespace tessaly {
 
 namespace {
 
-constexpr int kErrorsTold = 5;  // in the question before a send
+constexpr int kErrorsTold = 5, kMacrosTold = 10;  // in the questions before a send
 
 }  // namespace
 
@@ -33,12 +34,12 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
 
 Checking::~Checking() { delete list_; }
 
-CheckContext Checking::context() {
+CheckContext Checking::knowledge() const {
   std::vector<std::string> problems;  // told by the list
   return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, RulesOff::load(site_.root, problems)};
 }
 
-void Checking::begin() { marks_.begin(context()); }
+void Checking::begin() { marks_.begin(knowledge()); }
 
 void Checking::open() {
   if (list_)
@@ -113,7 +114,7 @@ void Checking::applyFix(Pane pane, const FindingRow& row) {
 }
 
 bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
-  Findings findings = MacroCheck(context()).check(macro);
+  Findings findings = MacroCheck(knowledge()).check(macro);
   std::erase_if(findings, [](const Finding& finding) { return finding.severity != Severity::kError; });
   if (findings.empty()) return true;
   QStringList lines{tr("%1 has %2.").arg(name, countText(findings)), QString()};
@@ -134,6 +135,20 @@ bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
     list(ReviewScope::Kind::kPane);
   }
   return choice == MessageChoice::kOk;
+}
+
+bool Checking::maySend(const std::vector<FaultyMacro>& faulty, std::size_t of) const {
+  QStringList lines{tr("%1 of %n macros have errors:", nullptr, static_cast<int>(of)).arg(faulty.size()),
+                    QString()};
+  for (const FaultyMacro& macro : faulty) {
+    if (lines.size() == kMacrosTold + 2) {
+      lines << tr("...");
+      break;
+    }
+    lines << tr("%1: %2").arg(shown(macro.title), countText(macro.errors));
+  }
+  lines << QString() << tr("Send all of them all the same?");
+  return site_.messages.ask(lines.join(QLatin1Char('\n')).toStdString(), MessageIcon::kQuestion);
 }
 
 }  // namespace tessaly

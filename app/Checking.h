@@ -13,6 +13,7 @@ namespace tessaly {
 
 class CheckWindow;
 class ReviewPlaces;
+struct FaultyMacro;
 struct FindingRow;
 
 // Checks macros in the window: the marks of the panes, the list "Check", its fixes, and the question before a
@@ -30,11 +31,17 @@ class Checking : public QObject {
   void begin();
   // The list, for what the active pane shows; brought before the others when it is open already.
   void open();
+  // The same for what is named.
+  void list(ReviewScope::Kind kind);
   // What was found of the command that is selected in the active pane, or how much of its macro.
   [[nodiscard]] QString selectedText() const;
   // Before anything of a transfer begins. False: it is not to be sent. `pane` shows the macro, for who wants
   // to look.
   [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane);
+  // The same of many, `of` with those that have no errors.
+  [[nodiscard]] bool maySend(const std::vector<FaultyMacro>& faulty, std::size_t of) const;
+  // What macros are checked against now.
+  [[nodiscard]] CheckContext knowledge() const;
 
  signals:
   void said(const tessaly::Message& message);
@@ -42,8 +49,6 @@ class Checking : public QObject {
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
-  [[nodiscard]] CheckContext context();
-  void list(ReviewScope::Kind kind);
   void follow(Pane pane);
   void fix(const FindingRow& row);
   void applyFix(Pane pane, const FindingRow& row);

@@ -4,48 +4,43 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+#include "app/Act.h"
+
 namespace tessaly {
 
 namespace {
 
 struct ActionEntry {
   CommandAct act;
-  const char* text;
-  QKeySequence keys;
+  const char* name;  // in the table of acts
   bool PaneControls::*enabled;
   bool repeats = false;  // while the key is held down
-  bool begins = false;   // a part of the menu
 };
 
-const ActionEntry kEntries[] = {{CommandAct::kCut, QT_TRANSLATE_NOOP("CommandActions", "C&ut"),
-                                 Qt::CTRL | Qt::Key_X, &PaneControls::moveCommands},
-                                {CommandAct::kCopy, QT_TRANSLATE_NOOP("CommandActions", "&Copy"),
-                                 Qt::CTRL | Qt::Key_C, &PaneControls::copyCommands},
-                                {CommandAct::kPaste, QT_TRANSLATE_NOOP("CommandActions", "&Paste"),
-                                 Qt::CTRL | Qt::Key_V, &PaneControls::pasteCommands},
-                                {CommandAct::kDuplicate, QT_TRANSLATE_NOOP("CommandActions", "&Duplicate"),
-                                 Qt::CTRL | Qt::Key_D, &PaneControls::moveCommands},
-                                {CommandAct::kMoveUp, QT_TRANSLATE_NOOP("CommandActions", "Move &Up"),
-                                 Qt::ALT | Qt::Key_Up, &PaneControls::moveCommands, true, true},
-                                {CommandAct::kMoveDown, QT_TRANSLATE_NOOP("CommandActions", "Move Do&wn"),
-                                 Qt::ALT | Qt::Key_Down, &PaneControls::moveCommands, true},
-                                {CommandAct::kSelectAll, QT_TRANSLATE_NOOP("CommandActions", "Select &All"),
-                                 Qt::CTRL | Qt::Key_A, &PaneControls::selectCommands, false, true}};
+constexpr ActionEntry kEntries[] = {{CommandAct::kCut, "cut", &PaneControls::moveCommands},
+                                    {CommandAct::kCopy, "copy", &PaneControls::copyCommands},
+                                    {CommandAct::kPaste, "paste", &PaneControls::pasteCommands},
+                                    {CommandAct::kDuplicate, "duplicate", &PaneControls::moveCommands},
+                                    {CommandAct::kMoveUp, "moveUp", &PaneControls::moveCommands, true},
+                                    {CommandAct::kMoveDown, "moveDown", &PaneControls::moveCommands, true},
+                                    {CommandAct::kSelectAll, "selectAll", &PaneControls::selectCommands}};
 
 }  // namespace
 
 CommandActions::CommandActions(QWidget& pane) : QObject(&pane) {
   pane.installEventFilter(this);
   for (const ActionEntry& entry : kEntries) {
-    if (entry.begins) {
+    const Act& act = actNamed(entry.name);
+    if (act.begins && !all_.isEmpty()) {
       all_.append(new QAction(this));
       all_.back()->setSeparator(true);
     }
-    auto* action = new QAction(QCoreApplication::translate("CommandActions", entry.text), this);
-    action->setShortcut(entry.keys);
+    auto* action = new QAction(actText(act.text), this);
+    action->setObjectName(QLatin1String(entry.name));
+    action->setShortcut(act.keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     action->setAutoRepeat(entry.repeats);
-    connect(action, &QAction::triggered, this, [this, act = entry.act] { emit chosen(act); });
+    connect(action, &QAction::triggered, this, [this, does = entry.act] { emit chosen(does); });
     pane.addAction(action);
     all_.append(action);
   }

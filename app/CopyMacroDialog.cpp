@@ -29,26 +29,32 @@ CopyMacroDialog::CopyMacroDialog(const std::string& sourceNumber, const std::str
   ui_->sourceName->setToolTip(shown(sourceName).toHtmlEscaped());
   ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
   connect(ui_->position, &QLineEdit::inputRejected, this, systemBeep());
-  keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
   connect(ui_->position, &QLineEdit::textChanged, this, &CopyMacroDialog::check);
   connect(ui_->ok, &QPushButton::clicked, this, &CopyMacroDialog::accept);
   connect(ui_->cancel, &QPushButton::clicked, this, &CopyMacroDialog::reject);
   if (preselected >= 0) ui_->position->setText(QString::number(preselected));
   check();
-  QTimer::singleShot(0, ui_->position, [this] { ui_->position->setFocus(); });
+  QTimer::singleShot(0, ui_->position, [this] {
+    ui_->position->setFocus();
+    ui_->position->selectAll();
+  });
 }
 
 CopyMacroDialog::~CopyMacroDialog() = default;
+
+void CopyMacroDialog::setAbout(OverwriteWarning::About about) {
+  ui_->overwrite->setAbout(std::move(about));
+  check();
+}
 
 void CopyMacroDialog::check() {
   const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
   if (result.unchanged) return;
   number_ = result.number;
-  const bool taken = !result.existing.empty();
+  overwrites_ = !result.existing.empty();
   ui_->ok->setEnabled(result.number >= 0);
-  ui_->overwriteLabel->setVisible(taken);
-  ui_->overwriteName->setVisible(taken);
-  ui_->overwriteName->setText(quoted(result.existing));
+  ui_->overwrite->tell(result);
+  ui_->position->setAccessibleDescription(ui_->overwrite->spoken());
   ui_->targetName->setText(shown(result.label));
   ui_->targetName->setToolTip(shown(result.label).toHtmlEscaped());
 }

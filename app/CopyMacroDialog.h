@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "app/PositionCheck.h"
+#include "app/OverwriteWarning.h"
 
 namespace Ui {
 class CopyMacroDialog;
@@ -26,7 +26,12 @@ class CopyMacroDialog : public QDialog {
                   MacroNameTable names, QWidget* parent = nullptr);
   ~CopyMacroDialog() override;
 
+  // What is told beside the name of a macro that would be overwritten.
+  void setAbout(OverwriteWarning::About about);
+
   [[nodiscard]] int number() const { return number_; }
+  // There is a macro at that number.
+  [[nodiscard]] bool overwrites() const { return overwrites_; }
   void accept() override;
 
  private:
@@ -35,6 +40,7 @@ class CopyMacroDialog : public QDialog {
   std::unique_ptr<Ui::CopyMacroDialog> ui_;
   MacroNameTable names_;
   int number_ = -1;
+  bool overwrites_ = false;
 };
 
 }  // namespace tessaly

@@ -14,7 +14,6 @@ CreateMacroDialog::CreateMacroDialog(int preselected, MacroNameTable names, QWid
   ui_->setupUi(this);
   ui_->position->setValidator(new QRegularExpressionValidator(digitsOnly(), this));
   connect(ui_->position, &QLineEdit::inputRejected, this, systemBeep());
-  keepSpaceWhenHidden({ui_->overwriteLabel, ui_->overwriteName});
   connect(ui_->position, &QLineEdit::textChanged, this, &CreateMacroDialog::checkNumber);
   connect(ui_->name, &QLineEdit::textChanged, this, &CreateMacroDialog::checkName);
   connect(ui_->ok, &QPushButton::clicked, this, &CreateMacroDialog::accept);
@@ -30,24 +29,33 @@ CreateMacroDialog::CreateMacroDialog(int preselected, MacroNameTable names, QWid
 
 CreateMacroDialog::~CreateMacroDialog() = default;
 
+void CreateMacroDialog::setAbout(OverwriteWarning::About about) {
+  ui_->overwrite->setAbout(std::move(about));
+  checkNumber();
+}
+
 std::string CreateMacroDialog::name() const { return ui_->name->text().toStdString(); }
 
 void CreateMacroDialog::checkNumber() {
   const PositionCheck result = checkPosition(ui_->position->text().toStdString(), names_);
   if (result.unchanged) return;
   number_ = result.number;
-  const bool taken = !result.existing.empty();
-  ui_->overwriteLabel->setVisible(taken);
-  ui_->overwriteName->setVisible(taken);
-  ui_->overwriteName->setText(quoted(result.existing));
+  overwrites_ = !result.existing.empty();
+  ui_->overwrite->tell(result);
+  ui_->position->setAccessibleDescription(ui_->overwrite->spoken());
   ui_->targetName->setText(shown(result.label));
   ui_->targetName->setToolTip(shown(result.label).toHtmlEscaped());
-  // Proposed when the number changes only, so that the user's own name is never typed over.
-  if (taken) {
-    ui_->name->setText(editable(result.existing));
-    ui_->name->selectAll();
-  }
+  proposeName(result.existing);
   checkName();
+}
+
+// Proposed when the number changes only, so that the user's own name is never typed over. A name that was but
+// passed on the way to another number does not stay; the user's own one comes back.
+void CreateMacroDialog::proposeName(const std::string& existing) {
+  if (ui_->name->isModified()) ownName_ = ui_->name->text();
+  const QString name = existing.empty() ? ownName_ : editable(existing);
+  if (ui_->name->text() != name) ui_->name->setText(name);
+  if (!existing.empty()) ui_->name->selectAll();
 }
 
 void CreateMacroDialog::checkName() { ui_->ok->setEnabled(number_ >= 0 && !ui_->name->text().isEmpty()); }

@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "app/PositionCheck.h"
+#include "app/OverwriteWarning.h"
 
 namespace Ui {
 class CreateMacroDialog;
@@ -20,17 +20,25 @@ class CreateMacroDialog : public QDialog {
   CreateMacroDialog(int preselected, MacroNameTable names, QWidget* parent = nullptr);
   ~CreateMacroDialog() override;
 
+  // What is told beside the name of a macro that would be overwritten.
+  void setAbout(OverwriteWarning::About about);
+
   [[nodiscard]] int number() const { return number_; }
   [[nodiscard]] std::string name() const;  // UTF-8
+  // There is a macro at that number.
+  [[nodiscard]] bool overwrites() const { return overwrites_; }
   void accept() override;
 
  private:
   void checkNumber();
+  void proposeName(const std::string& existing);
   void checkName();
 
   std::unique_ptr<Ui::CreateMacroDialog> ui_;
   MacroNameTable names_;
+  QString ownName_;  // as the user typed it
   int number_ = -1;
+  bool overwrites_ = false;
 };
 
 }  // namespace tessaly

@@ -3,7 +3,13 @@
 #include <cstdlib>
 #include <system_error>
 
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QStandardPaths>
+
 #include "app/FirstStartDialog.h"
+#include "app/MessageBoxes.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/Settings.h"
 #include "model/SiteBrowser.h"
@@ -16,6 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kRootVariable = "TESSALY_ROOT";
+constexpr const char* kSampleFolder = "/tessaly-sample";
 constexpr const char* kHalfCopied = ".tessaly-sample";  // beside the drives until all is copied
 
 bool rootIsNamed(const std::string& option) {
@@ -96,6 +103,27 @@ std::optional<SiteRoot> chooseOtherRoot(const SiteRoot& current, const fs::path&
   FirstStartDialog dialog(current.path(), sample, &window);
   dialog.askAgain(describesFunctions(current));
   return ask(dialog, current, preferences);
+}
+
+std::optional<SiteRoot> openSite(Preferences& preferences, QWidget& window) {
+  const QString named = QFileDialog::getExistingDirectory(
+      &window, QCoreApplication::translate("FirstStart", "Open a Site"), preferences.siteFolder());
+  if (named.isEmpty()) return std::nullopt;
+  const fs::path folder = siteAround(named.toStdString());
+  if (folder.empty()) {
+    QMessageBox::information(&window, QLatin1String(kProgramName),
+                             QCoreApplication::translate("FirstStart", "There is no site in this folder."));
+    return std::nullopt;
+  }
+  preferences.setSiteFolder(QString::fromStdString(folder.string()));
+  return SiteRoot(folder);
+}
+
+std::optional<SiteRoot> sampleToWorkOn(const fs::path& sample) {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  const fs::path folder = (data + QLatin1String(kSampleFolder)).toStdString();
+  if (sample.empty() || !copySampleSite(sample, folder)) return std::nullopt;
+  return SiteRoot(folder);
 }
 
 }  // namespace tessaly

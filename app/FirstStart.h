@@ -40,4 +40,12 @@ namespace tessaly {
                                                       const std::filesystem::path& sample,
                                                       Preferences& preferences, QWidget& window);
 
+// A folder that the user names, or the site around it, which is remembered. Nothing, after saying so, when
+// there is none.
+[[nodiscard]] std::optional<SiteRoot> openSite(Preferences& preferences, QWidget& window);
+
+// A copy of the sample site to practise on, in a folder of its own in the user's data; the same one each
+// time. Nothing when it cannot be made.
+[[nodiscard]] std::optional<SiteRoot> sampleToWorkOn(const std::filesystem::path& sample);
+
 }  // namespace tessaly

@@ -10,12 +10,14 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/Overwriting.h"
 #include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "platform/LocalTime.h"
+#include "platform/MacroNumber.h"
 #include "platform/Text.h"
 #include "widgets/DialogText.h"
 
@@ -204,6 +206,11 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
   const MacroNameTable names = browser(pane).names();
   const std::string number = numberOf(macro);
   CopyMacroDialog position(number, macro.name, freeNumber(names, parseInt(number)), names, &dialog);
+  const Overwriting overwriting(site_, history_);
+  position.setAbout([&](int at) {
+    return overwriting.about(*panes_[index(pane)].state,
+                             {PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), {}});
+  });
   if (position.exec() == QDialog::Accepted) write(dialog, macro, macroFile(folder, position.number()));
 }
 

@@ -15,6 +15,7 @@ namespace tessaly {
 namespace {
 
 const QString kEnglish = QStringLiteral("en");
+const QString kLanguagePlace = QStringLiteral("language");
 const QString kOwnTexts = QStringLiteral("tessaly_");
 const QString kToolkitTexts = QStringLiteral("qtbase_");
 
@@ -37,6 +38,14 @@ QString languageToSpeak(const std::string& wanted, const QStringList& desktop) {
   for (const QString& tag : desktop)
     if (languages().contains(languageOf(tag))) return languageOf(tag);
   return kEnglish;
+}
+
+QString keptLanguage(const Preferences& preferences) {
+  return QString::fromLatin1(preferences.place(kLanguagePlace));
+}
+
+void keepLanguage(Preferences& preferences, const QString& language) {
+  preferences.setPlace(kLanguagePlace, language.toLatin1());
 }
 
 void speak(const QString& language, const QStringList& desktop) {

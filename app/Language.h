@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include "app/Preferences.h"
+
 namespace tessaly {
 
 // The languages that the program's own texts exist in, by their two letters. English is what stands in the
@@ -18,5 +20,9 @@ namespace tessaly {
 // dates and numbers are written as is usual in it: as in the desktop's country if the desktop (tags as above)
 // speaks it too. To be called once, before the first window, by whoever holds the application object.
 void speak(const QString& language, const QStringList& desktop = {});
+
+// The language that the user chose; empty for the desktop's.
+[[nodiscard]] QString keptLanguage(const Preferences& preferences);
+void keepLanguage(Preferences& preferences, const QString& language);
 
 }  // namespace tessaly

@@ -1,11 +1,13 @@
 #include "app/LooseMacros.h"
 
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
 
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/FailureText.h"
+#include "app/Overwriting.h"
 #include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
@@ -21,6 +23,12 @@ LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistor
   for (const Pane pane : kPanes)
     connect(&state(pane).view, &MacroPane::fileDropped, this,
             [this, pane](const QString& file) { LooseMacros::open(pane, file); });
+}
+
+void LooseMacros::choose(Pane pane) {
+  const QString file = QFileDialog::getOpenFileName(window_, tr("Open a Macro File"), {},
+                                                    tr("Macro files") + QStringLiteral(" (*.mac *.MAC)"));
+  if (!file.isEmpty()) open(pane, file);
 }
 
 void LooseMacros::open(Pane pane, const QString& file) {
@@ -79,13 +87,14 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   const std::string number = copy.target() ? copy.target()->numberText : std::string();
   const int opening = copy.opening();
   CopyMacroDialog position(number, name, freeNumber(names, 0), names, window_);
+  const Overwriting overwriting(site_, history_);
+  const auto placeAt = [&](int at) {
+    return MacroTarget{PaneSource::kHarddisk,   folder, {}, browser(folderOf).workplace(),
+                       MacroNumber::textOf(at), name};
+  };
+  position.setAbout([&](int at) { return overwriting.about(state(folderOf), placeAt(at)); });
   if (position.exec() != QDialog::Accepted || isAnother(pane, opening)) return;
-  const MacroTarget target{PaneSource::kHarddisk,
-                           folder,
-                           {},
-                           browser(folderOf).workplace(),
-                           MacroNumber::textOf(position.number()),
-                           name};
+  const MacroTarget target = placeAt(position.number());
   if (!open_.mayPutAt(folderOf, target, pane) || !write(pane, target.file())) return;
   copy.noteSavedAs(target);
   open_.follow(target, pane);

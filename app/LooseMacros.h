@@ -19,6 +19,8 @@ class LooseMacros : public QObject {
 
   // Under a number of the folder that a pane shows, or, with a macro file of any name, without a place.
   void saveAs(Pane pane);
+  // A file that the user names.
+  void choose(Pane pane);
   // Not while the pane has unsaved changes.
   void open(Pane pane, const QString& file);
 

@@ -9,6 +9,7 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
+#include "app/Overwriting.h"
 #include "app/PlaceText.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
@@ -27,6 +28,8 @@ constexpr const char* kDeleteQuestion = "Delete macro: %s ?   ";
 QString inBrackets(const Outcome& outcome) {
   return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
 }
+
+QString notToBeLost() { return MacroOperations::tr(" (the history could not keep what stands there)"); }
 
 QString renaming(const MacroTarget& target, const std::string& name) {
   return MacroOperations::tr("rename %1 to %2").arg(macroInStrip(target), nameInStrip(name));
@@ -65,16 +68,26 @@ MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& n
 void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool done) {
   browser(pane).listMacros();
   ListBox& list = state(pane).view.macros();
-  list.makeCurrent(list.rows().rowOfNumber(parseInt(changed.numberText)));
-  if (done) open_.follow(changed, pane);
+  const int row = list.rows().rowOfNumber(parseInt(changed.numberText));
+  list.makeCurrent(row);
+  if (!done) return;
+  open_.follow(changed, pane);
+  list.selectRow(row);
+  open_.open(pane);
 }
 
 void MacroOperations::createMacro(Pane pane) {
   const MacroRow* row = state(pane).selectedMacro();
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
+  const Overwriting overwriting(site_, history_);
+  dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
   if (state(pane).viewOnly() || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
   if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
+  if (dialog.overwrites() && !overwriting.mayLose(target, MacroChange::kCreate, transfers_)) {
+    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), notToBeLost()));
+    return;
+  }
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -129,9 +142,16 @@ void MacroOperations::copyMacro(Pane pane) {
   CopyMacroDialog dialog(source.numberText, source.shownName(),
                          chosen != nullptr ? parseInt(chosen->numberText) : -1, browser(pane).names(),
                          window_);
+  const Overwriting overwriting(site_, history_);
+  dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
   if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
+  const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
+  if (dialog.overwrites() && !overwriting.mayLose(target, change, transfers_)) {
+    tellNotCopied(source, target, notToBeLost());
+    return;
+  }
   if (onPanel(pane) && !maySend(from, source)) {
     emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
     return;
@@ -324,7 +344,7 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
                                        [&] { return removeFile(site_.root, target.file()); });
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
-  if (done) open_.follow(target, pane);
+  if (done.written()) open_.follow(target, pane);
   if (done)
     tellDone(target, tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
   else

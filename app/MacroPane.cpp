@@ -49,7 +49,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
   ui_->newClassic->setText(QLatin1String(descriptor.newClassicText));
   ui_->connectButton->setVisible(false);
   ui_->harddisk->setVisible(!descriptor.harddiskHiddenAtStart);
-  ui_->paneSplitter->setStretchFactor(1, 1);
+  ui_->paneSplitter->setStretchFactor(0, kBrowseHeight);
+  ui_->paneSplitter->setStretchFactor(1, kCommandsHeight);
   ui_->paneSplitter->setSizes({kBrowseHeight, kCommandsHeight});
   ui_->browseSplitter->setSizes({kHalf, kHalf});
   keepSpaceWhenHidden({ui_->saveChanges, ui_->discardChanges, ui_->createMacro, ui_->copyMacro,
@@ -58,6 +59,8 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
     list->setTextElideMode(Qt::ElideRight);
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
+  setTabOrder(ui_->deleteMacro, &ui_->heading->connectAgain());
+  setTabOrder(&ui_->heading->connectAgain(), ui_->showDestination);
   placeNotice();
   numberControls();
   connectControls();
@@ -275,12 +278,7 @@ QLineEdit& MacroPane::address() { return *ui_->address; }
 
 void MacroPane::showSource(PaneSource source) {
   source_ = source;
-  const bool panel = source == PaneSource::kPanel;
-  (panel ? ui_->panel : ui_->harddisk)->setChecked(true);
-  ui_->controlPanels->setPlaceholder(panel ? QString() : tr("choose an application"));
-  ui_->workplaces->setPlaceholder(panel ? tr("connect to the panel") : tr("choose a control panel"));
-  ui_->macros->setPlaceholder(tr("choose a workplace"));
-  ui_->commands->setPlaceholder(tr("choose a macro"));
+  (source == PaneSource::kPanel ? ui_->panel : ui_->harddisk)->setChecked(true);
 }
 
 void MacroPane::takeFocus() {
@@ -385,6 +383,7 @@ void MacroPane::applyTabStops() {
 void MacroPane::restorePlaces(const Preferences& preferences) {
   ui_->paneSplitter->restoreState(preferences.place(placeName("commands")));
   ui_->browseSplitter->restoreState(preferences.place(placeName("macros")));
+  ui_->commands->rows().showDestinations(preferences.destinationStripes());
 }
 
 void MacroPane::keepPlaces(Preferences& preferences) const {

@@ -9,6 +9,7 @@
 #include "app/PanelTransfer.h"
 #include "platform/MacroKeeper.h"
 #include "platform/SiteAccess.h"
+#include "widgets/Message.h"
 
 namespace tessaly {
 

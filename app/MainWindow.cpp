@@ -7,12 +7,13 @@
 #include <QPushButton>
 #include <QScreen>
 
-#include "app/AboutDialog.h"
+#include "app/GuideWindow.h"
+#include "app/HelpTopics.h"
+#include "app/PaneKeys.h"
 #include "app/PlaceText.h"
-#include "app/Replacements.h"
 #include "app/SettingsText.h"
 #include "app/StepNames.h"
-#include "app/ViewMenu.h"
+#include "app/WindowPlaces.h"
 #include "platform/MacroNumber.h"
 #include "ui_MainWindow.h"
 #include "widgets/DialogText.h"
@@ -22,7 +23,6 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kLoadingNotice = "L O A D I N G   D A T A ,       please wait.....";
-constexpr const char* kAboutCommand = "&About Tessaly...";
 constexpr int kConnectionWatchMilliseconds = 1000;
 constexpr QSize kStartSize{1180, 820};  // pixels
 const QString kWindowPlace = QStringLiteral("window");
@@ -92,7 +92,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   editing_->setWhereUsed([this](QMenu& menu, const MacroCommand& command, QDialog& dialog) {
     desk_->addWhereUsed(menu, command, dialog);
   });
-  addMenu();
+  addActs(rooms);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -104,10 +104,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connect(desk_.get(), &ReviewDesk::changed, this, &MainWindow::updateControls);
   connect(desk_.get(), &ReviewDesk::findingsChanged, this, &MainWindow::showFinding);
   connect(historyOperations_.get(), &HistoryOperations::changed, this, &MainWindow::updateControls);
-  connect(macroUndo_.get(), &MacroUndo::changed, this, [this] {
-    macroMenu_->showUndo(macroUndo_->next());
-    updateControls();
-  });
+  connect(macroUndo_.get(), &MacroUndo::changed, this, &MainWindow::updateControls);
   connectStrip();
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
   connectionWatch_.start(kConnectionWatchMilliseconds);
@@ -160,7 +157,14 @@ void MainWindow::keepPlaces() {
   if (context_.preferences == nullptr) return;
   context_.preferences->setPlace(kWindowPlace, saveGeometry());
   context_.preferences->setPlace(kPanesPlace, ui_->panes->saveState());
-  for (const Pane pane : kPanes) room(pane).view->keepPlaces(*context_.preferences);
+  for (const Pane pane : kPanes) {
+    room(pane).view->keepPlaces(*context_.preferences);
+    keepPane(*context_.preferences, *room(pane).view, connection_.source(pane));
+  }
+}
+
+void MainWindow::showGuide(const QString& place) {
+  openGuide(*this, place.isEmpty() ? helpFor(focusWidget()) : place);
 }
 
 void MainWindow::switchPane() {
@@ -171,49 +175,28 @@ void MainWindow::switchPane() {
 void MainWindow::followKeyboard(const QWidget* to) {
   for (const Pane pane : kPanes)
     if (room(pane).view->isAncestorOf(to)) keyboardPane_ = pane;
+  for (const Pane pane : kPanes) setPaneKeysLive(*room(pane).view, pane == keyboardPane_);
   desk_->setActive(keyboardPane_);
-  showSteps();
+  showActs();
   showFinding();
 }
 
 void MainWindow::showFinding() { ui_->strip->showFinding(desk_->findingText()); }
 
-void MainWindow::showSteps() {
-  if (!loaded_) return;
-  editMenu_->showSteps(room(keyboardPane_).state->copy.steps());
-  editMenu_->showActions(room(keyboardPane_).view->commandActions());
-  macroMenu_->showSnapshot(connection_.source(keyboardPane_) == PaneSource::kPanel,
-                           room(keyboardPane_).state->snapshot.has_value());
-  macroMenu_->showCapture(desk_->mayCapture());
+void MainWindow::showActs() {
+  const WorkingCopy& copy = room(keyboardPane_).state->copy;
+  acts_->show(keyboardPane_, {situation(keyboardPane_), copy.edited() || copy.saveOwed(), &copy.steps(),
+                              macroUndo_->next(), desk_->mayCapture()});
 }
 
-void MainWindow::addMenu() {
-  macroMenu_ = new MacroMenu(this);
-  menuBar()->addMenu(macroMenu_);
-  connect(macroMenu_, &MacroMenu::undoPressed, this, [this] { macroUndo_->undo(); });
-  connect(macroMenu_, &MacroMenu::historyPressed, this, [this] {
-    if (loaded_) historyOperations_->open();
-  });
-  connect(macroMenu_, &MacroMenu::saveAsPressed, this, [this] {
-    if (loaded_) loose_->saveAs(keyboardPane_);
-  });
-  connect(macroMenu_, &MacroMenu::sitePressed, this, &MainWindow::siteWanted);
-  editMenu_ = new EditMenu(this);
-  menuBar()->addMenu(editMenu_);
-  connect(editMenu_, &EditMenu::undoPressed, this, [this] { steps_->undo(keyboardPane_); });
-  connect(editMenu_, &EditMenu::redoPressed, this, [this] { steps_->redo(keyboardPane_); });
-  connect(editMenu_, &EditMenu::stepsPressed, this, [this] { steps_->choose(keyboardPane_); });
+void MainWindow::addActs(const PaneAccesses& rooms) {
+  acts_ = std::make_unique<Acts>(ActHands{*this, rooms, *macroUndo_, *steps_, *loose_, *historyOperations_,
+                                          *desk_, context_.preferences},
+                                 *menuBar());
+  findChild<QAction*>(QStringLiteral("about"))->setData(kAboutCommandId);
+  new HelpKeys(*this);
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, const QWidget* now) { followKeyboard(now); });
-  desk_->addMenus(*menuBar(), *macroMenu_);
-  addViewMenu(*menuBar(), context_.preferences, [this] { switchPane(); });
-  QMenu* help = menuBar()->addMenu(tr("&Help"));
-  QAction* about = help->addAction(QLatin1String(kAboutCommand));
-  about->setData(kAboutCommandId);
-  connect(help, &QMenu::triggered, this, [this](QAction* action) {
-    constexpr int kLowBits = 0xF;
-    if ((action->data().toInt() & ~kLowBits) == kAboutCommandId) AboutDialog(this).exec();
-  });
 }
 
 void MainWindow::connectPane(Pane pane) {
@@ -372,6 +355,8 @@ void MainWindow::dictionaryLoaded() {
   updateControls();
   room(Pane::kA).view->applications().setFocus();
   recovery_->offer();
+  if (context_.preferences != nullptr && !recovery_->offering())
+    for (const Pane pane : kPanes) restorePane(*context_.preferences, *room(pane).view);
   desk_->endUnfinished();
 }
 
@@ -399,12 +384,12 @@ PaneSituation MainWindow::situation(Pane pane) const {
 }
 
 void MainWindow::updateControls() {
-  if (operations_ == nullptr) return;
+  if (acts_ == nullptr) return;
   for (const Pane pane : kPanes) {
     room(pane).view->showControls(paneControls(situation(pane)));
     if (!room(pane).state->copy.saveOwed()) ui_->strip->showOwed(pane, {});
   }
-  showSteps();
+  showActs();
   showFinding();
 }
 

@@ -6,14 +6,13 @@
 #include <QLabel>
 #include <QMainWindow>
 
+#include "app/Acts.h"
 #include "app/Browser.h"
 #include "app/CommandEditing.h"
 #include "app/CommandRuns.h"
-#include "app/EditMenu.h"
 #include "app/EventGate.h"
 #include "app/HistoryOperations.h"
 #include "app/LooseMacros.h"
-#include "app/MacroMenu.h"
 #include "app/MacroOperations.h"
 #include "app/MacroPane.h"
 #include "app/MacroTransfers.h"
@@ -37,6 +36,9 @@ class MainWindow;
 
 namespace tessaly {
 
+// How another site is found.
+enum class SiteWish { kOpen, kChoose, kSample };
+
 // The main window: two macro overview panes, a small menu and a status strip. Lays out and hands on; the
 // rules are those of Browser, MacroOperations and the connection.
 class MainWindow : public QMainWindow {
@@ -57,11 +59,16 @@ class MainWindow : public QMainWindow {
   // being given up; to be asked again soon then.
   [[nodiscard]] bool end();
 
+  // Leads the keyboard to the pane that does not have it.
+  void switchPane();
+  // Opens the guide at a page and, behind "#", a place of it; without them at what the keyboard is in.
+  void showGuide(const QString& place = {});
+
  public slots:
   void say(const tessaly::Message& message);
 
  signals:
-  void siteWanted();  // the user wants to choose another site
+  void siteWanted(tessaly::SiteWish wish);  // the user wants to work on another site
 
  protected:
   bool event(QEvent* event) override;
@@ -77,12 +84,11 @@ class MainWindow : public QMainWindow {
   };
 
   void layOut();
-  void addMenu();
+  void addActs(const PaneAccesses& rooms);
   void restorePlaces();
   void keepPlaces();
-  void switchPane();
   void followKeyboard(const QWidget* to);
-  void showSteps();
+  void showActs();
   void showFinding();
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
@@ -111,8 +117,6 @@ class MainWindow : public QMainWindow {
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
   QLabel* loadingNotice_ = nullptr;
-  MacroMenu* macroMenu_ = nullptr;
-  EditMenu* editMenu_ = nullptr;
   Pane keyboardPane_ = Pane::kA;  // that has the keyboard, or had it last
 
   EventGate gate_;
@@ -134,6 +138,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<Recovery> recovery_;
   std::unique_ptr<HistoryOperations> historyOperations_;
   std::unique_ptr<ReviewDesk> desk_;
+  std::unique_ptr<Acts> acts_;
   std::vector<PanelSource> inputSources_;  // for "Select Input"
 };
 

@@ -120,22 +120,24 @@ class PaneHeading::Band : public QLabel {
 };
 
 PaneHeading::PaneHeading(QWidget* parent)
-    : QWidget(parent), band_(new Band(this)), lost_(new QWidget(this)), lostText_(new ElidedLine(lost_)) {
+    : QWidget(parent),
+      band_(new Band(this)),
+      lost_(new QWidget(this)),
+      lostText_(new ElidedLine(lost_)),
+      again_(new QPushButton(tr("Connect again"), lost_)) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins({});
   column->setSpacing(2);
   column->addWidget(band_);
   column->addWidget(lost_);
-  auto* again = new QPushButton(tr("Connect again"), lost_);
-  again->setObjectName(QStringLiteral("connectAgain"));
-  again->setAutoDefault(false);
+  again_->setObjectName(QStringLiteral("connectAgain"));
+  again_->setAutoDefault(false);
   auto* line = new QHBoxLayout(lost_);
   line->setContentsMargins(kStripe + kGap, 0, 0, 0);
   line->addWidget(lostText_);
-  line->addWidget(again);
+  line->addWidget(again_);
   lost_->hide();
-  setFocusProxy(again);
-  connect(again, &QPushButton::clicked, this, &PaneHeading::connectAgainPressed);
+  connect(again_, &QPushButton::clicked, this, &PaneHeading::connectAgainPressed);
 }
 
 void PaneHeading::follow(const PaneState& pane, const Browser& browser, const PanelConnection& connection,

@@ -31,6 +31,9 @@ class PaneHeading : public QWidget {
   void follow(const PaneState& pane, const Browser& browser, const PanelConnection& connection,
               const PanelBridge& bridge, const MacroHistory& history);
 
+  // For the way of the Tab key.
+  [[nodiscard]] QPushButton& connectAgain() const { return *again_; }
+
  signals:
   void connectAgainPressed();
 
@@ -41,6 +44,7 @@ class PaneHeading : public QWidget {
   Band* band_;
   QWidget* lost_;
   ElidedLine* lostText_;
+  QPushButton* again_;
 };
 
 }  // namespace tessaly

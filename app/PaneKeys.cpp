@@ -7,9 +7,11 @@ namespace tessaly {
 
 namespace {
 
+const QString kPaneKey = QStringLiteral("paneKey");
+
 QShortcut* paneShortcut(QWidget& pane, const QKeySequence& keys) {
   auto* shortcut = new QShortcut(keys, &pane);
-  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  shortcut->setObjectName(kPaneKey);
   shortcut->setAutoRepeat(false);
   return shortcut;
 }
@@ -41,6 +43,11 @@ void addListKeys(QWidget& pane, const std::vector<QWidget*>& lists) {
   for (QWidget* list : lists)
     QObject::connect(paneShortcut(pane, QKeySequence(Qt::CTRL | static_cast<Qt::Key>(key++))),
                      &QShortcut::activated, list, [list] { list->setFocus(Qt::ShortcutFocusReason); });
+}
+
+void setPaneKeysLive(QWidget& pane, bool live) {
+  for (QShortcut* shortcut : pane.findChildren<QShortcut*>(kPaneKey, Qt::FindDirectChildrenOnly))
+    shortcut->setEnabled(live);
 }
 
 }  // namespace tessaly

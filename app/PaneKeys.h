@@ -17,12 +17,15 @@ struct PaneKey {
   std::function<void()> otherwise = {};  // what the keys do while the button cannot be pressed
 };
 
-// The keys press a button, once however long they are held, while the keyboard is in the pane, so that one
-// key serves the same button of both panes; `before` is run first. Each button gets a tool tip that tells
+// The keys press a button, once however long they are held, wherever the keyboard is in the window; `before`
+// is run first. Each button gets a tool tip that tells
 // what it does and its keys.
 void addPaneKeys(QWidget& pane, const std::vector<PaneKey>& table, const std::function<void()>& before);
 
 // Ctrl+1 and following lead to the lists in their order.
 void addListKeys(QWidget& pane, const std::vector<QWidget*>& lists);
+
+// One key serves the same button of both panes: those of one pane are live at a time.
+void setPaneKeysLive(QWidget& pane, bool live);
 
 }  // namespace tessaly

@@ -79,7 +79,11 @@ void Recovery::look(Pane pane) {
              .arg(macroInStrip(record->target)));
     return;
   }
-  found_[index(pane)] = Found{std::move(*record), std::move(*bytes)};
+  const RecoveredBytes how = judgeRecovered(site_.root, file, *record, *bytes);
+  if (how == RecoveredBytes::kSaved)
+    file.remove();
+  else
+    found_[index(pane)] = Found{std::move(*record), std::move(*bytes), how};
 }
 
 std::string Recovery::fileOf(Pane pane, const RecoveryRecord& record) const {
@@ -103,7 +107,7 @@ RecoveryOffer Recovery::describe(Pane pane) const {
                       .arg(timeText(found.record.since), timeText(found.record.edited));
   if (!offer.readable)
     offer.warning = tr("The file cannot be read as a macro. It can only be left to the history.");
-  else if (found.record.check && *found.record.check != contentCheck(found.bytes))
+  else if (found.how == RecoveredBytes::kForeign)
     offer.warning = tr("The file is not as it was left: something else has changed it since.");
   return offer;
 }

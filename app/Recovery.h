@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include "app/PaneState.h"
+#include "app/RecoveredBytes.h"
 #include "app/RecoveryDialog.h"
 #include "widgets/Message.h"
 
@@ -27,6 +28,8 @@ class Recovery : public QObject {
 
   // Opens the dialog when there is something to offer, and returns at once.
   void offer();
+  // The offer is still to be answered.
+  [[nodiscard]] bool offering() const { return found_[0] || found_[1]; }
 
  signals:
   void said(const tessaly::Message& message);
@@ -36,6 +39,7 @@ class Recovery : public QObject {
   struct Found {
     RecoveryRecord record;
     std::string bytes;
+    RecoveredBytes how;
   };
 
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }

@@ -26,18 +26,18 @@ QString Replacements::leftOut(const MacroPlace& place) const {
 }
 
 // What is on a panel cannot be written all or none.
-ReplaceJob Replacements::job(const std::string& title, std::vector<BatchItem> items) const {
+ReplaceJob Replacements::job(const std::string& title) const {
   std::set<std::string> connected;
   for (const Pane pane : kPanes)
     if (around_.connection.line(pane) == PaneLine::kStands)
       connected.insert(around_.connection.address(pane));
-  const bool panel =
-      std::ranges::any_of(items, [](const BatchItem& item) { return BatchPlaces::onPanel(item.place); });
-  const auto mode = panel ? MacroBatch::Mode::kAsManyAsGo : MacroBatch::Mode::kAllOrNone;
-  return [shelves = shelves_, connected, title, items = std::move(items),
-          mode](const std::stop_token& stop) -> Expected<ReplacedBatch> {
+  return [shelves = shelves_, connected, title](std::vector<BatchItem> items,
+                                                const std::stop_token& stop) -> Expected<ReplacedBatch> {
+    const bool panel =
+        std::ranges::any_of(items, [](const BatchItem& item) { return BatchPlaces::onPanel(item.place); });
+    const auto mode = panel ? MacroBatch::Mode::kAsManyAsGo : MacroBatch::Mode::kAllOrNone;
     BatchRoom room(shelves, connected);
-    MacroBatch batch(room.places(), title, MacroChange::kEdit, mode, items);
+    MacroBatch batch(room.places(), title, MacroChange::kEdit, mode, std::move(items));
     const std::stop_callback cancel(stop, [&batch] { batch.cancel(); });
     return replacedBy(batch);
   };
@@ -45,20 +45,27 @@ ReplaceJob Replacements::job(const std::string& title, std::vector<BatchItem> it
 
 void Replacements::open() {
   if (!window_) {
-    window_ = new ReplaceWindow(
-        {.root = around_.site.root,
-         .knowledge = [this] { return context(); },
-         .scopes = [this] { return around_.places.scopes(); },
-         .leftOut = [this](const MacroPlace& place) { return leftOut(place); },
-         .job = [this](const std::string& title,
-                       std::vector<BatchItem> items) { return job(title, std::move(items)); },
-         .failureText = &failureText},
-        owner_);
+    window_ = new ReplaceWindow({.root = around_.site.root,
+                                 .knowledge = [this] { return context(); },
+                                 .scopes = [this] { return around_.places.scopes(); },
+                                 .leftOut = [this](const MacroPlace& place) { return leftOut(place); },
+                                 .job = [this](const std::string& title) { return job(title); },
+                                 .failureText = &failureText},
+                                owner_);
     connect(window_, &ReplaceWindow::openWanted, this,
             [this](const ReviewedPlace& place, int command) { around_.places.show(place, command); });
     connect(&around_.places, &ReviewPlaces::said, window_,
             [window = window_](const Message& message) { window->tell(message.text); });
-    connect(window_, &ReplaceWindow::replaced, this, &Replacements::follow);
+    connect(window_, &ReplaceWindow::replaced, this,
+            [this](const QString& name, const std::vector<BatchTrace>& traces) {
+              done_.emplace_back(name, traces);
+              for (const BatchTrace& trace : traces) written_.push_back(trace.place);
+              follow();
+            });
+    connect(window_, &ReplaceWindow::leftUnknown, this, [this](const MacroPlace& place) {
+      written_.push_back(place);
+      follow();
+    });
   }
   window_->present();
 }
@@ -70,16 +77,14 @@ bool Replacements::end() {
 
 // From the event loop: a pane that reads a macro of a panel runs one of its own, in which more may be
 // written.
-void Replacements::follow(const QString& name, const std::vector<BatchTrace>& traces) {
-  done_.emplace_back(name, traces);
+void Replacements::follow() {
   QMetaObject::invokeMethod(
       this,
       [this] {
         around_.gate.whenFree("replacements", [this] {
-          for (auto& [title, written] : std::exchange(done_, {})) {
-            around_.undo.noteBatch(title, written);
-            for (const BatchTrace& trace : written) around_.open.follow(trace.place);
-          }
+          for (auto& [title, traces] : std::exchange(done_, {}))
+            around_.undo.noteBatch(title, std::move(traces));
+          for (const MacroPlace& place : std::exchange(written_, {})) around_.open.follow(place);
         });
       },
       Qt::QueuedConnection);

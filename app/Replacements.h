@@ -50,14 +50,16 @@ class Replacements : public QObject {
  private:
   [[nodiscard]] CheckContext context() const;
   [[nodiscard]] QString leftOut(const MacroPlace& place) const;
-  [[nodiscard]] ReplaceJob job(const std::string& title, std::vector<BatchItem> items) const;
-  void follow(const QString& name, const std::vector<BatchTrace>& traces);
+  [[nodiscard]] ReplaceJob job(const std::string& title) const;
+  void follow();
 
   Surroundings around_;
   Shelves shelves_;
   QWidget* owner_;
   QPointer<ReplaceWindow> window_;
-  std::vector<std::pair<QString, std::vector<BatchTrace>>> done_;  // that the panes have not followed yet
+  // What the panes have not followed yet.
+  std::vector<std::pair<QString, std::vector<BatchTrace>>> done_;
+  std::vector<MacroPlace> written_;
 };
 
 }  // namespace tessaly

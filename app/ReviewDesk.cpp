@@ -4,7 +4,6 @@
 #include "app/Checking.h"
 #include "app/Comparisons.h"
 #include "app/HistoryOperations.h"
-#include "app/MacroMenu.h"
 #include "app/PlaceText.h"
 #include "app/Rehearsals.h"
 #include "app/Replacements.h"
@@ -17,8 +16,7 @@
 
 namespace tessaly {
 
-ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
-    : panes_(around.panes), history_(around.history), window_(window) {
+ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window) : panes_(around.panes), window_(window) {
   const WindowContext& context = around.context;
   const Shelves shelves(context.site.root, context.client, context.panelMacros);
   places_ = std::make_unique<ReviewPlaces>(panes_, context.site, around.connection, around.open, around.loose,
@@ -42,7 +40,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window)
       shelves, window);
   workplaces_ = std::make_unique<Workplaces>(
       Workplaces::Surroundings{panes_, context.site, around.connection, around.transfer, around.gate,
-                               around.open, around.undo, around.lines},
+                               around.open, around.undo, *checking_, around.lines},
       shelves, window);
   rehearsals_ = std::make_unique<Rehearsals>(panes_, context, around.connection, around.lines, window);
   connectParts(around);
@@ -69,54 +67,41 @@ void ReviewDesk::connectParts(const Surroundings& around) {
     });
 }
 
-void ReviewDesk::add(QMenu& menu, const QString& text, const QKeySequence& keys,
-                     const std::function<void()>& act) {
-  QAction* const entry = menu.addAction(text);
-  entry->setShortcut(keys);
-  connect(entry, &QAction::triggered, this, [this, act] {
-    if (begun_) act();
-  });
-}
-
-void ReviewDesk::addMenus(QMenuBar& bar, MacroMenu& macroMenu) {
-  // The letters before are keys of the panes or of other menus.
-  addCompareEntries(*bar.addMenu(tr("Comp&are")));
-  addReviewEntries(*bar.addMenu(tr("Review")));
-  connect(&macroMenu, &MacroMenu::rehearsePressed, this, [this] {
-    if (begun_) rehearsals_->open(active_);
-  });
-  connect(&macroMenu, &MacroMenu::capturePressed, this, [this] {
-    if (begun_) captures_->open(active_);
-  });
-  connect(&macroMenu, &MacroMenu::printPressed, this, [this] {
-    if (begun_) sheets_->print();
-  });
-  connect(&macroMenu, &MacroMenu::exportPressed, this, [this] {
-    if (begun_) sheets_->write();
-  });
-  connect(&macroMenu, &MacroMenu::saveSnapshotPressed, this, [this] {
-    if (begun_) snapshots_->save(active_);
-  });
-  connect(&macroMenu, &MacroMenu::openSnapshotPressed, this, [this] {
-    if (begun_) snapshots_->open(active_);
-  });
-  connect(&macroMenu, &MacroMenu::restoreSnapshotPressed, this, [this] { snapshots_->restore(active_); });
-  connect(&macroMenu, &MacroMenu::closeSnapshotPressed, this, [this] { snapshots_->close(active_); });
-}
-
-void ReviewDesk::addCompareEntries(QMenu& menu) {
-  add(menu, tr("&What Have I Changed?"), Qt::CTRL | Qt::SHIFT | Qt::Key_D,
-      [this] { comparisons_->compareWithTarget(active_); });
-  add(menu, tr("&Both Panes"), Qt::CTRL | Qt::SHIFT | Qt::Key_B, [this] { comparisons_->comparePanes(); });
-  add(menu, tr("With a &Version of the History..."), {}, [this] { history_.open(); });
-  add(menu, tr("Work&places..."), Qt::CTRL | Qt::SHIFT | Qt::Key_W, [this] { workplaces_->openWindow(); });
-}
-
-void ReviewDesk::addReviewEntries(QMenu& menu) {
-  add(menu, tr("&Check..."), Qt::Key_F7, [this] { checking_->open(); });
-  add(menu, tr("&Search..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F, [this] { searching_->open(); });
-  add(menu, tr("&Where Used..."), Qt::CTRL | Qt::SHIFT | Qt::Key_U, [this] { openWhereUsed(); });
-  add(menu, tr("&Replace in Macros..."), Qt::CTRL | Qt::SHIFT | Qt::Key_H, [this] { replacements_->open(); });
+void ReviewDesk::run(ReviewAct act, Pane pane) {
+  switch (act) {
+    case ReviewAct::kRehearse:
+      return rehearsals_->open(pane);
+    case ReviewAct::kCapture:
+      return captures_->open(pane);
+    case ReviewAct::kPrint:
+      return sheets_->print();
+    case ReviewAct::kExport:
+      return sheets_->write();
+    case ReviewAct::kWhatChanged:
+      return comparisons_->compareWithTarget(pane);
+    case ReviewAct::kBothPanes:
+      return comparisons_->comparePanes();
+    case ReviewAct::kWorkplaces:
+      return workplaces_->openWindow();
+    case ReviewAct::kCheck:
+      return checking_->open();
+    case ReviewAct::kCheckPanel:
+      return checking_->list(ReviewScope::Kind::kPanel);
+    case ReviewAct::kSearch:
+      return searching_->open();
+    case ReviewAct::kWhereUsed:
+      return openWhereUsed();
+    case ReviewAct::kReplace:
+      return replacements_->open();
+    case ReviewAct::kSaveSnapshot:
+      return snapshots_->save(pane);
+    case ReviewAct::kOpenSnapshot:
+      return snapshots_->open(pane);
+    case ReviewAct::kRestoreSnapshot:
+      return snapshots_->restore(pane);
+    case ReviewAct::kCloseSnapshot:
+      return snapshots_->close(pane);
+  }
 }
 
 // The choice at the command that is selected in the pane with the keyboard.
@@ -138,10 +123,7 @@ void ReviewDesk::addWhereUsed(QMenu& menu, const MacroCommand& command, QDialog&
   searching_->addWhereUsed(menu, command, &dialog);
 }
 
-void ReviewDesk::begin() {
-  begun_ = true;
-  checking_->begin();
-}
+void ReviewDesk::begin() { checking_->begin(); }
 
 void ReviewDesk::endUnfinished() { workplaces_->start(); }
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include <QMenuBar>
+#include <QMenu>
 #include <QObject>
 
 #include "app/PaneState.h"
@@ -18,7 +18,6 @@ class Comparisons;
 class EventGate;
 class HistoryOperations;
 class LooseMacros;
-class MacroMenu;
 class MacroTransfers;
 class MacroUndo;
 class OpenMacros;
@@ -31,8 +30,28 @@ class Sheets;
 class Snapshots;
 class Workplaces;
 
+// What it does for the window, for the pane that is worked in.
+enum class ReviewAct {
+  kRehearse,
+  kCapture,
+  kPrint,
+  kExport,
+  kWhatChanged,
+  kBothPanes,
+  kWorkplaces,
+  kCheck,
+  kCheckPanel,
+  kSearch,
+  kWhereUsed,
+  kReplace,
+  kSaveSnapshot,
+  kOpenSnapshot,
+  kRestoreSnapshot,
+  kCloseSnapshot
+};
+
 // Everything that looks at macros from above, as one part of the window: comparison, workplaces beside each
-// other, snapshots, check, search, replacement, rehearsal, capture and sheets, with their menus. GUI thread.
+// other, snapshots, check, search, replacement, rehearsal, capture and sheets. GUI thread.
 class ReviewDesk : public QObject {
   Q_OBJECT
 
@@ -58,9 +77,8 @@ class ReviewDesk : public QObject {
 
   // For the menu of a dialog that builds a command.
   void addWhereUsed(QMenu& menu, const MacroCommand& command, QDialog& dialog);
-  // Its own menus, at the end of the bar, and its entries in the menu "Macro".
-  void addMenus(QMenuBar& bar, MacroMenu& macroMenu);
-  // The dictionary is there; before, its menus do nothing.
+  void run(ReviewAct act, Pane pane);
+  // The dictionary is there; before, nothing of it can be run.
   void begin();
   // The panes can be used: what an earlier program has not ended is ended.
   void endUnfinished();
@@ -84,16 +102,10 @@ class ReviewDesk : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   void connectParts(const Surroundings& around);
-  void addCompareEntries(QMenu& menu);
-  void addReviewEntries(QMenu& menu);
-  // The entry calls the part only once the dictionary is there.
-  void add(QMenu& menu, const QString& text, const QKeySequence& keys, const std::function<void()>& act);
   void openWhereUsed();
 
   PaneAccesses panes_;
-  HistoryOperations& history_;
   QWidget* window_;
-  bool begun_ = false;
   Pane active_ = Pane::kA;
   std::unique_ptr<ReviewPlaces> places_;
   std::unique_ptr<Snapshots> snapshots_;

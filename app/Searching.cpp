@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/EditMenu.h"
+#include "app/Act.h"
 #include "app/FailureText.h"
 #include "app/ReviewPlaces.h"
 #include "app/StatusStrip.h"

@@ -6,6 +6,7 @@
 #include <QInputDialog>
 
 #include "app/Browser.h"
+#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MacroUndo.h"
 #include "app/MessageBoxes.h"
@@ -64,8 +65,13 @@ Workplaces::~Workplaces() {
 void Workplaces::openWindow() {
   if (!window_) {
     window_ = new WorkplacesWindow(
-        {shelves_.root(), [this] { return choices(); },
-         [this](const std::vector<MacroPlace>& places) { return mayWrite(places); }, &failureText},
+        {.root = shelves_.root(),
+         .choices = [this] { return choices(); },
+         .mayWrite = [this](const std::vector<MacroPlace>& places) { return mayWrite(places); },
+         .knowledge = [this] { return around_.checking.knowledge(); },
+         .maySend = [this](const std::vector<FaultyMacro>& faulty,
+                           std::size_t of) { return around_.checking.maySend(faulty, of); },
+         .failureText = &failureText},
         owner_);
     connect(window_, &WorkplacesWindow::compareWanted, this, &Workplaces::compare);
     connect(window_, &WorkplacesWindow::written, this, [this](const MacroPlace& place) {

@@ -21,6 +21,7 @@
 
 namespace tessaly {
 
+class Checking;
 class CompareWindow;
 class MacroUndo;
 class OpenMacros;
@@ -40,6 +41,7 @@ class Workplaces : public QObject {
     EventGate& gate;
     OpenMacros& open;
     MacroUndo& undo;
+    Checking& checking;
     LineContext lines;
   };
 

@@ -12,6 +12,8 @@
 #include "app/Application.h"
 #include "app/FirstStart.h"
 #include "app/Language.h"
+#include "app/ScreenFit.h"
+#include "app/WindowPlaces.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
 #include "widgets/QuietToolkit.h"
@@ -84,12 +86,17 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("org.tessaly.Tessaly"));
 
   const QStringList desktop = QLocale::system().uiLanguages();
-  tessaly::speak(tessaly::languageToSpeak(options->language, desktop), desktop);
   tessaly::Preferences preferences;
+  const std::string language =
+      options->language.empty() ? tessaly::keptLanguage(preferences).toStdString() : options->language;
+  tessaly::speak(tessaly::languageToSpeak(language, desktop), desktop);
   tessaly::dressToolkit();
   const std::string& palette = options->palette;
   tessaly::applyPalette(
       tessaly::paletteNamed(palette.empty() ? preferences.palette() : QString::fromStdString(palette)));
+  tessaly::restoreTextSize(preferences);
+  const tessaly::ScreenFit fit;
+  const tessaly::WindowPlaces places(preferences);
   const auto site = tessaly::chooseRoot(options->root, tessaly::installedSiteFolder(), preferences);
   if (!site) return kNotStarted;
   options->root = site->option();

@@ -167,11 +167,12 @@ constexpr WordHelp kPanelWords[] = {
     {"compare W FOLDER",
      "what differs between workplace W and a folder; exit code 0 nothing, 1 something, 2 trouble"},
     {"send W FOLDER", "send the macros of a folder, or those with the numbers N, as one batch"},
+    {"replace W RULE", "change commands in the macros of workplace W, or in those with the numbers N"},
     {"snapshot FILE", "store the macros of all workplaces in FILE, over an old one if there is one"},
     {"restore FILE", "send the macros of a snapshot that the panel does not hold as they are there"},
     kJson,
     {"--force", "send or store what cannot be read as a macro, too"},
-    {"--dry-run", "only tell what would be restored"},
+    {"--dry-run", "only tell what would be restored or changed"},
     {"--count N", "stop watching after N values"},
     {"--for SECONDS", "stop watching after that time, and fail when a name had no value until then"},
     {"--ftp-port P", "where the panel's files are reached; 21 when not given"},
@@ -242,7 +243,8 @@ constexpr Command kCommands[] = {
      "ADDRESS (list [W] [--json] | get W N FILE | put W N FILE [--force] | delete W N | run W N |\n"
      "      rename W N NAME | update FILE [N[-M] ...] | watch NAME ... [--count N] [--for SECONDS] | compare "
      "W FOLDER [--json] |\n"
-     "      send W FOLDER [N ...] [--force] | snapshot FILE [--force] |\n"
+     "      send W FOLDER [N ...] [--force] | replace W RULE [N ...] [--dry-run] [--json] |\n"
+     "      snapshot FILE [--force] |\n"
      "      restore FILE [W [N ...]] [--dry-run] [--force]) [--ftp-port P] [--control-port P]",
      "the macros of workplace W on a panel, or values as it sends them", runPanel, kPanelWords},
     {"help", "[COMMAND]", "what a command and its words mean", runHelp, kHelpWords},

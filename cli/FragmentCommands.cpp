@@ -31,11 +31,8 @@ int editRange(CommandSession& session, const std::string& word, const CommandRan
 
 Expected<Macro> macroAt(CommandSession& session, const std::string& path, const std::string& shown) {
   if (isKeyFile(path)) {
-    const Outcome reads = keyFileReads(session.root(), path, shown);
-    if (!reads) return reads.failure();
-    KeyFile key;
-    key.load(session.root(), path, keyFileIndex(path));
-    return keyFileMacro(key);
+    const auto key = keyAt(session.root(), path, shown);
+    return key ? keyFileMacro(*key) : key.failure();
   }
   auto macro = loadMacro(session.site(), path);
   if (!macro || macro->hasData()) return macro;

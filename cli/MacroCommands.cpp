@@ -88,19 +88,22 @@ Outcome canTake(CommandSession& session, const std::string& path, int number, co
 }  // namespace
 
 bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const std::vector<int>* taken) {
-  KeyFile key;
-  key.load(session.root(), file.path(), keyFileIndex(file.path()));
-  std::vector<int> lost = key.unreadable();
+  const auto key = keyAt(session.root(), file.path(), file.shown());
+  if (!key) {
+    session.warn("which commands cannot be read in the macro is not known: " + key.failure().text);
+    return true;
+  }
+  std::vector<int> lost = key->unreadable();
   const auto isLeft = [taken](int number) {
     return taken && std::find(taken->begin(), taken->end(), number) == taken->end();
   };
   std::erase_if(lost, isLeft);
   if (lost.empty()) return false;
   std::string text = std::to_string(lost.size()) + " of " +
-                     std::to_string(taken ? taken->size() : key.commands().size()) +
+                     std::to_string(taken ? taken->size() : key->commands().size()) +
                      " commands cannot be read in the macro: " + (lost.size() == 1 ? "line" : "lines");
   for (std::size_t i = 0; i < lost.size(); ++i)
-    text += (i == 0 ? " " : ", ") + std::to_string(key.lineOf(lost[i]));
+    text += (i == 0 ? " " : ", ") + std::to_string(key->lineOf(lost[i]));
   session.warn(text + " of " + file.shown());
   return true;
 }
@@ -110,8 +113,10 @@ int runName(CommandSession& session, Arguments& arguments) {
   return session.readFrom(arguments[0], [&](const FileOperand& file) {
     std::string name;
     const bool isKey = isKeyFile(file.path());
-    const Outcome reads = isKey ? keyFileReads(session.root(), file.path(), file.shown()) : Outcome();
-    if (!reads) return session.failed(reads.failure().text);
+    if (isKey) {
+      if (const auto key = keyAt(session.root(), file.path(), file.shown()); !key)
+        return session.failed(key.failure().text);
+    }
     const bool read = isKey ? readNameLine(session.root(), file.path(), name)
                             : readMacroName(session.site(), file.path(), name);
     if (!read) return session.failed("No name in the file: " + file.shown());
@@ -220,7 +225,7 @@ int runSet(CommandSession& session, Arguments& arguments) {
 int runConvert(CommandSession& session, Arguments& arguments) {
   if (!arguments.complete(3, 3)) return session.wrongUsage(arguments.problem());
   return session.readFrom(arguments[0], [&](const FileOperand& key) {
-    if (const Outcome reads = keyFileReads(session.root(), key.path(), key.shown()); !reads)
+    if (const auto reads = keyAt(session.root(), key.path(), key.shown()); !reads)
       return session.failed(reads.failure().text);
     const auto convert = [&](const std::string& path) {
       const Outcome text = isText(arguments[2]);

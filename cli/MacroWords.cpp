@@ -50,9 +50,13 @@ Outcome told(std::string_view what, Outcome outcome) {
   return Failure{failure.kind, std::string(what) + (isSentence(failure.kind) ? "" : "it ") + failure.text};
 }
 
-Outcome keyFileReads(const SiteRoot& root, const std::string& path, const std::string& shown) {
+Expected<KeyFile> keyAt(const SiteRoot& root, const std::string& path, const std::string& shown) {
   const auto bytes = readFile(root, path);
-  if (bytes) return {};
+  KeyFile key;
+  if (bytes) {
+    key.parse(*bytes);
+    return key;
+  }
   const Failure& failure = bytes.failure();
   const bool missing = failure.kind == Failure::Kind::kMissing;
   return Failure{failure.kind, missing ? "No such file: " + shown : shown + ' ' + failure.text};

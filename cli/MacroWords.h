@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/KeyFile.h"
 #include "model/Macro.h"
 #include "model/MacroEdit.h"
 #include "platform/SiteRoot.h"
@@ -41,8 +42,9 @@ struct CommandRange {
 // A failure with what could not be done in front of the cause.
 [[nodiscard]] Outcome told(std::string_view what, Outcome outcome);
 
-// Whether a key file, called `shown`, can be read. The model takes one that cannot for a key without
-// commands; here it is a mistyped name, or nobody's to read.
-Outcome keyFileReads(const SiteRoot& root, const std::string& path, const std::string& shown);
+// A key file, called `shown`. The model takes one that cannot be read for a key without commands; here it is
+// a mistyped name, or nobody's to read.
+[[nodiscard]] Expected<KeyFile> keyAt(const SiteRoot& root, const std::string& path,
+                                      const std::string& shown);
 
 }  // namespace tessaly

@@ -13,6 +13,7 @@
 #include "cli/PanelRun.h"
 #include "cli/PanelUpdate.h"
 #include "cli/PrintJson.h"
+#include "cli/ReplaceCommand.h"
 #include "cli/SnapshotCommands.h"
 #include "cli/ValueWatch.h"
 #include "link/MacroNames.h"
@@ -32,6 +33,7 @@ constexpr milliseconds kAnswer{3000};  // a panel that has not answered by then 
 constexpr milliseconds kQuiet{500};    // without a further value, this was the last one
 constexpr int kUsualFtpPort = 21;
 constexpr int kHighestPort = 65535;
+constexpr const char* kNoNumber = "a macro number is 0 to 999";
 constexpr const char* kLost = "the connection to the panel was lost";
 
 // One run of a panel command: its words, and the panel.
@@ -262,7 +264,25 @@ int runSend(PanelTask& task) {
   return sendFolder(task.session, task.place, task.workplace, task.word(3), words, task.force);
 }
 
-enum class Words { kPerhapsWorkplace, kFolder, kFolderAndMore, kMacro, kMacroAndOne, kOne, kOneAndMore };
+int runReplaceOnPanel(PanelTask& task) {
+  PanelReplacement how{task.word(3), {}, task.dryRun, task.json};
+  for (std::size_t i = 4; i < task.arguments.size(); ++i) {
+    const auto number = wholeNumber(task.word(i), 0, MacroNumber::kCount - 1);
+    if (!number) return task.session.wrongUsage(kNoNumber);
+    how.numbers.insert(*number);
+  }
+  return replaceOnPanel(task.session, task.place, task.workplace, how);
+}
+
+enum class Words {
+  kPerhapsWorkplace,
+  kWorkplaceAndOne,
+  kWorkplaceOneAndMore,
+  kMacro,
+  kMacroAndOne,
+  kOne,
+  kOneAndMore
+};
 
 struct PanelVerb {
   std::string_view name;
@@ -280,8 +300,9 @@ constexpr PanelVerb kVerbs[] = {
     {"watch", Words::kOneAndMore, runWatch},
     {"run", Words::kMacro,
      [](PanelTask& task) { return runOnPanel(task.session, task.place, task.workplace, task.number); }},
-    {"compare", Words::kFolder, runCompare},
-    {"send", Words::kFolderAndMore, runSend},
+    {"compare", Words::kWorkplaceAndOne, runCompare},
+    {"send", Words::kWorkplaceOneAndMore, runSend},
+    {"replace", Words::kWorkplaceOneAndMore, runReplaceOnPanel},
     {"snapshot", Words::kOne, runSnapshotOfPanel},
     {"restore", Words::kOneAndMore, runRestoreOnPanel},
 };
@@ -291,10 +312,10 @@ std::pair<std::size_t, std::size_t> wordCount(Words words) {
   switch (words) {
     case Words::kPerhapsWorkplace:
       return {2, 3};
-    case Words::kFolder:
+    case Words::kWorkplaceAndOne:
     case Words::kMacro:
       return {4, 4};
-    case Words::kFolderAndMore:
+    case Words::kWorkplaceOneAndMore:
       return {4, SIZE_MAX};
     case Words::kMacroAndOne:
       return {5, 5};
@@ -314,7 +335,7 @@ std::string readMacroWords(PanelTask& task, Words words) {
   task.workplace = *workplace;
   if (words != Words::kMacro && words != Words::kMacroAndOne) return {};
   const auto number = wholeNumber(task.word(3), 0, MacroNumber::kCount - 1);
-  if (!number) return "a macro number is 0 to 999";
+  if (!number) return kNoNumber;
   task.number = *number;
   return {};
 }

@@ -21,23 +21,30 @@ int runSettings(CommandSession& session, Arguments& arguments) {
     if (!settingsHold(**given)) return session.failed("The settings cannot hold this address");
     *address = utf8ToWindows1252(**given);
   }
-  if ((rewrite || addressA || addressB) && !writeSettings(session.root(), settings)) {
-    return session.failed("Cannot write " + std::string(kSettingsFile));
+  Outcome written;
+  if (rewrite || addressA || addressB) {
+    written = writeSettings(session.root(), settings);
+    if (!written.written())
+      return session.failed("Cannot write " + std::string(kSettingsFile) + ": it " + written.failure().text);
+    if (!written) session.warn(std::string(kSettingsFile) + ' ' + written.failure().text);
   }
-  if (json)
-    return printJson(session, {{"format", settings.format},
-                               {"frameRate", settings.frameRate},
-                               {"pathA", displayUtf8(settings.pathA)},
-                               {"pathB", displayUtf8(settings.pathB)},
-                               {"addressA", displayUtf8(settings.addressA)},
-                               {"addressB", displayUtf8(settings.addressB)}});
+  const int code = written ? kExitDone : kExitFailed;
+  if (json) {
+    printJson(session, {{"format", settings.format},
+                        {"frameRate", settings.frameRate},
+                        {"pathA", windows1252ToUtf8(settings.pathA)},
+                        {"pathB", windows1252ToUtf8(settings.pathB)},
+                        {"addressA", windows1252ToUtf8(settings.addressA)},
+                        {"addressB", windows1252ToUtf8(settings.addressB)}});
+    return code;
+  }
   session.field("format", std::to_string(settings.format));
   session.field("frame rate", std::to_string(settings.frameRate));
-  session.field("path A", settings.pathA);
-  session.field("path B", settings.pathB);
-  session.field("address A", settings.addressA);
-  session.field("address B", settings.addressB);
-  return kExitDone;
+  session.field("path A", windows1252ToUtf8(settings.pathA));
+  session.field("path B", windows1252ToUtf8(settings.pathB));
+  session.field("address A", windows1252ToUtf8(settings.addressA));
+  session.field("address B", windows1252ToUtf8(settings.addressB));
+  return code;
 }
 
 }  // namespace tessaly

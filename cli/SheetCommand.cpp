@@ -97,7 +97,7 @@ int runSheet(CommandSession& session, Arguments& arguments) {
   if (!bytes) return session.failed(bytes.failure().text);
   const auto file = FileOperand::open(session.root(), session.streams(), output, FileUse::kWrite);
   if (!file) return session.failed(output + ' ' + file.failure().text);
-  if (const Outcome written = writeFile(session.root(), file->path(), *bytes); !written.written())
+  if (const Outcome written = writeFile(session.root(), file->path(), *bytes); !written)
     return session.failed(file->shown() + ' ' + written.failure().text);
   if (const Outcome out = file->deliver(session.root(), session.streams()); !out)
     return session.failed(output + ' ' + out.failure().text);

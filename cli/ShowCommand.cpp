@@ -15,10 +15,8 @@ namespace {
 
 constexpr std::string_view kEmptyMacroLine = "empty macro";
 
-std::vector<std::string> keyFileLines(CommandSession& session, const std::string& path,
+std::vector<std::string> keyFileLines(CommandSession& session, const KeyFile& key,
                                       const LineOptions& options) {
-  KeyFile key;
-  key.load(session.root(), path, keyFileIndex(path));
   const FunctionDictionary none;  // classic commands name no function
   const LineContext context{none, session.decodingLists()};
   std::vector<std::string> lines;
@@ -69,9 +67,9 @@ int showLines(CommandSession& session, const std::string& path, const LineOption
   }
   std::optional<std::vector<std::string>> lines;
   if (isKeyFile(path)) {
-    if (const Outcome reads = keyFileReads(session.root(), path, path); !reads)
-      return session.failed(reads.failure().text);
-    lines = keyFileLines(session, path, options);
+    const auto key = keyAt(session.root(), path, path);
+    if (!key) return session.failed(key.failure().text);
+    lines = keyFileLines(session, *key, options);
   } else {
     lines = macroLines(session, path, options);
   }

@@ -128,7 +128,7 @@ Chosen chosenPath(CommandSession& session, const Arguments& arguments) {
 int copyOne(CommandSession& session, const std::string& source, const std::string& target) {
   return session.readFrom(source, [&](const FileOperand& from) {
     const bool isKey = isKeyFile(from.path());
-    if (const Outcome reads = keyFileReads(session.root(), from.path(), from.shown()); !reads)
+    if (const auto reads = keyAt(session.root(), from.path(), from.shown()); !reads)
       return session.failed(reads.failure().text);
     const auto copy = [&](const std::string& path) -> Outcome {
       std::string name;

@@ -29,15 +29,14 @@ int take(CommandSession& session, SnapshotTaking& taking, const std::string& fil
   const auto snapshot = taking.take(now, [](const SnapshotTaking::Progress&) {});
   if (!snapshot) return session.failed(snapshot.failure().text);
   const std::string path = sitePathOf(file);
-  if (const Outcome saved = saveSnapshot(session.root(), path, *snapshot); !saved) {
-    const int code = session.failed(path + ' ' + saved.failure().text);
-    if (!saved.written()) return code;
-  }
+  const Outcome saved = saveSnapshot(session.root(), path, *snapshot);
+  if (!saved.written()) return session.failed(path + ' ' + saved.failure().text);
+  if (!saved) session.warn(path + ' ' + saved.failure().text);
   for (const int workplace : snapshot->workplaces) {
     const std::string where = workplace == Snapshot::kFolder ? "folder" : format("workplace %d", workplace);
     session.field(where, std::to_string(snapshot->of(workplace).size()) + " macros");
   }
-  return kExitDone;
+  return saved ? kExitDone : kExitFailed;
 }
 
 // "2 007 - Name<tab>restored"; without a workplace for a folder.
@@ -75,7 +74,8 @@ int exitCodeOf(const std::vector<RestoreRow>& rows) {
   int code = kExitDone;
   for (const RestoreRow& row : rows) {
     using State = RestoreRow::State;
-    const bool failed = row.state == State::kAsBefore || row.state == State::kUnread;
+    const bool failed = row.state == State::kAsBefore || row.state == State::kUnread ||
+                        row.why.kind == Failure::Kind::kUnflushed;
     code = std::max(code, row.state == State::kUnknown ? kExitUnknown : failed ? kExitFailed : kExitDone);
   }
   return code;

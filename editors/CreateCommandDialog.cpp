@@ -9,6 +9,7 @@
 #include "editors/PostTo.h"
 #include "ui_CreateCommandDialog.h"
 #include "widgets/DialogText.h"
+#include "widgets/KeyboardWay.h"
 #include "widgets/ListFinder.h"
 
 namespace tessaly {
@@ -40,12 +41,13 @@ CreateCommandDialog::CreateCommandDialog(const EditorContext& context, int workp
                 }),
       parameters_(new ParameterPanel(context.inputSources, context.frameRate, std::move(beep))) {
   layOut();
+  lastSearch_ = ui_->words;
   connectChoice();
   for (std::size_t i = 0; i < searches_.size(); ++i) connectSearch(i);
   connectCommand();
   addShortcuts();
   chooseDestination(ui_->destination->currentIndex());
-  ui_->search1->setFocus();
+  lastSearch_->setFocus();
 }
 
 CreateCommandDialog::~CreateCommandDialog() = default;
@@ -64,7 +66,7 @@ void CreateCommandDialog::layOut() {
   connect(&found_, &QAbstractItemModel::modelReset, ui_->found, &QListView::scrollToTop);
   ui_->words->findChild<QToolButton*>()->setAccessibleName(tr("Clear the words"));
   ui_->parameterRoom->addWidget(parameters_);
-  setTabOrder(ui_->found, parameters_);
+  parameters_->tabAfter(ui_->found);
   keepSpaceWhenHidden({ui_->workplace});
   // A workplace beyond the box's rows is none of them and is kept.
   ui_->workplace->setCurrentIndex(workplace_ <= ui_->workplace->count() ? workplace_ - 1 : -1);
@@ -107,6 +109,7 @@ void CreateCommandDialog::connectSearch(std::size_t search) {
     showChoice();
   };
   connect(column.text, &QLineEdit::textEdited, this, setText);
+  connect(column.text, &QLineEdit::textEdited, this, [this, &column] { lastSearch_ = column.text; });
   connect(column.clear, &QPushButton::clicked, this, [setText] { setText({}); });
   connect(column.list, &ListBox::chosen, this, [this, search](int row) {
     chooser_.chooseSearchRow(search, row);
@@ -120,6 +123,10 @@ void CreateCommandDialog::connectCommand() {
     chooser_.setWords(text.toStdString());
     showFound();
   });
+  connect(ui_->words, &QLineEdit::textEdited, this, [this] {
+    lastSearch_ = ui_->words;
+    chosenSinceTyped_ = false;
+  });
   ui_->found->installEventFilter(this);
   if (context_.addWhereUsed) {
     ui_->found->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -128,16 +135,17 @@ void CreateCommandDialog::connectCommand() {
   connect(ui_->found->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &CreateCommandDialog::followSelection);
   connect(parameters_, &ParameterPanel::changed, this, &CreateCommandDialog::checkReady);
-  connect(parameters_, &ParameterPanel::finished, this, [this] { ui_->insertEnd->setFocus(); });
+  connect(parameters_, &ParameterPanel::finished, this, [this] { insert(InsertMode::kAppend, true); });
   connect(ui_->updateData, &QPushButton::clicked, this, &CreateCommandDialog::updateData);
   lineWatch_.setInterval(kLineWatchMilliseconds);
   connect(&lineWatch_, &QTimer::timeout, this, &CreateCommandDialog::watchLine);
-  connect(ui_->insertStart, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtStart); });
-  connect(ui_->insertSelected, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtPosition); });
-  connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { insert(InsertMode::kAppend); });
+  const std::pair<QPushButton*, InsertMode> inserts[] = {{ui_->insertStart, InsertMode::kAtStart},
+                                                         {ui_->insertSelected, InsertMode::kAtPosition},
+                                                         {ui_->insertEnd, InsertMode::kAppend}};
+  for (const auto& [button, mode] : inserts)
+    connect(button, &QPushButton::clicked, this,
+            [this, mode = mode] { insert(mode, ui_->keepOpen->isChecked()); });
   connect(ui_->cancel, &QPushButton::clicked, this, &CreateCommandDialog::reject);
-  for (QAbstractButton* button : {ui_->insertStart, ui_->insertSelected, ui_->insertEnd})
-    button->installEventFilter(this);
 }
 
 void CreateCommandDialog::addShortcuts() {
@@ -145,8 +153,7 @@ void CreateCommandDialog::addShortcuts() {
     auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
     shortcut->setAutoRepeat(false);  // one press is one command
     connect(shortcut, &QShortcut::activated, this, action);
-    const QString name = shortcut->key().toString(QKeySequence::NativeText);
-    told->setToolTip(told->toolTip().isEmpty() ? name : tr("%1 (%2)").arg(told->toolTip(), name));
+    KeyboardWay::note(*told, shortcut->key());
   };
   const std::pair<Qt::Key, QAbstractButton*> buttons[] = {
       {Qt::Key_R, ui_->showRaw},     {Qt::Key_I, ui_->showIncrements}, {Qt::Key_U, ui_->updateData},
@@ -166,8 +173,6 @@ void CreateCommandDialog::addShortcuts() {
             const QRect row = ui_->found->visualRect(ui_->found->currentIndex());
             openWhereUsed(row.isValid() ? row.bottomLeft() : QPoint());
           });
-  add(Qt::Key_P, parameters_, [this] { parameters_->focusList(); });
-  add(Qt::Key_V, parameters_, [this] { parameters_->focusEntry(); });
 }
 
 void CreateCommandDialog::chooseDestination(int destination) {
@@ -240,6 +245,7 @@ void CreateCommandDialog::showFound() {
 // A function is exchanged for another one, never taken away by hand: its parameters would go with it.
 void CreateCommandDialog::followSelection() {
   if (showing_) return;
+  chosenSinceTyped_ = true;
   if (function_ && !ui_->found->selectionModel()->hasSelection())
     showFound();
   else
@@ -300,17 +306,21 @@ void CreateCommandDialog::watchLine() {
   tellLineLost(context_);
 }
 
-void CreateCommandDialog::insert(InsertMode mode) {
+void CreateCommandDialog::insert(InsertMode mode, bool stays) {
   if (!function_ || !parameters_->complete() || !context_.mayTake()) return;
   draft_ = parameters_->draft();
   mode_ = mode;
-  if (ui_->keepOpen->isChecked())
+  if (stays)
     emit insertPressed();
   else
     accept();
 }
 
-void CreateCommandDialog::goOn() { ui_->inserted->setText(tr("%n inserted", nullptr, ++inserted_)); }
+void CreateCommandDialog::goOn() {
+  ui_->inserted->setText(tr("%n inserted", nullptr, ++inserted_));
+  lastSearch_->setFocus();
+  lastSearch_->selectAll();
+}
 
 void CreateCommandDialog::openWhereUsed(const QPoint& at) {
   if (!function_ || !context_.addWhereUsed) return;
@@ -331,19 +341,34 @@ void CreateCommandDialog::focusFound() {
     ui_->found->setCurrentIndex(found_.index(0));
 }
 
-// From a search field down to its list, from a list on to the functions, from there to the value, from its
-// last one to the insertion, which Enter then does.
+// What the words find best, unless another one was chosen since they were typed.
+void CreateCommandDialog::takeBest() {
+  if (!chosenSinceTyped_ && found_.rowCount() > 0) ui_->found->setCurrentIndex(found_.index(0));
+  focusFound();
+  if (parameters_->selectedParameter() >= 0) parameters_->focusEntry();
+}
+
+// Enter's way to the end: a function without parameters is inserted as it is.
+void CreateCommandDialog::goOnFromFound() {
+  if (parameters_->selectedParameter() >= 0)
+    parameters_->focusEntry();
+  else
+    insert(InsertMode::kAppend, true);
+}
+
+// From the words to the first value, from a search field down to its list, from a list on to the functions,
+// from there to the value; Enter in the last one inserts at the end, and the next command is searched for.
 bool CreateCommandDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (isEnter(key)) {
-    if (auto* button = qobject_cast<QAbstractButton*>(watched)) {
-      if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) button->click();
-    } else if (watched == ui_->found && function_) {
-      parameters_->focusEntry();
-    } else {
+    if (static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
+    if (watched == ui_->words)
+      takeBest();
+    else if (watched == ui_->found && function_)
+      goOnFromFound();
+    else
       focusFound();
-    }
     return true;
   }
   if (watched == ui_->words && key == Qt::Key_Down) {

@@ -24,8 +24,8 @@ class CreateCommandDialog;
 namespace tessaly {
 
 // Builds a panel-style command: destination, function, parameters, and where it is to be inserted. The
-// command stands in draft(), mode() and workplace() once the dialog was accepted, or, with "keep open", when
-// `insertPressed` comes: the dialog then stays as it is.
+// command stands in draft(), mode() and workplace() once the dialog was accepted, or, with "keep open" and on
+// Enter's way, when `insertPressed` comes: the dialog then stays as it is.
 class CreateCommandDialog : public QDialog {
   Q_OBJECT
 
@@ -38,7 +38,7 @@ class CreateCommandDialog : public QDialog {
   [[nodiscard]] const CommandDraft& draft() const { return draft_; }
   [[nodiscard]] InsertMode mode() const { return mode_; }
   [[nodiscard]] int workplace() const;
-  // One more command has been inserted from the dialog that stays open.
+  // One more command has been inserted from the dialog that stays open: on to the search for the next.
   void goOn();
 
  signals:
@@ -71,8 +71,10 @@ class CreateCommandDialog : public QDialog {
   void updateData();
   void takeValue(const std::string& value);
   void watchLine();
-  void insert(InsertMode mode);
+  void insert(InsertMode mode, bool stays);
   void focusFound();
+  void takeBest();
+  void goOnFromFound();
   // What the chosen function, with the values that it has so far, can be looked for by.
   void openWhereUsed(const QPoint& at);
 
@@ -88,6 +90,8 @@ class CreateCommandDialog : public QDialog {
   std::array<SearchColumn, CommandChooser::kSearches> searches_;
 
   std::optional<FunctionRecord> function_;  // the chosen one
+  QLineEdit* lastSearch_ = nullptr;         // that was typed into
+  bool chosenSinceTyped_ = true;            // a function, after the words
   bool showing_ = false;                    // the list of functions is being filled by program
   int askedParameter_ = -1;                 // which one the panel was asked for
   QTimer lineWatch_;                        // runs while the panel's answer is waited for

@@ -36,7 +36,11 @@ ModifyCommandDialog::ModifyCommandDialog(const EditorContext& context, const Mac
   layOut();
   startOver();
   connectControls();
-  // The first level that offers a choice; the others lead to it by Tab.
+  // The value is what is changed most; without one the first level that offers a choice.
+  if (parameters_->selectedParameter() >= 0) {
+    parameters_->focusEntry();
+    return;
+  }
   for (ListBox* list : lists_) {
     if (list->rows().rowCount() < 2) continue;
     list->setFocus();
@@ -50,7 +54,7 @@ void ModifyCommandDialog::layOut() {
   ui_->setupUi(this);
   lists_ = {ui_->segment1, ui_->segment2, ui_->segment3, ui_->segment4, ui_->segment5};
   ui_->parameterRoom->addWidget(parameters_);
-  setTabOrder(ui_->segment5, parameters_);
+  parameters_->tabAfter(ui_->segment5);
   keepSpaceWhenHidden({ui_->fromScratch});
   ui_->destinationLabel->setText(QLatin1String(onPanel_ ? kPanelLabel : kMainframeLabel));
   for (int number = 1; number <= Destination::kMainframes; ++number)
@@ -72,7 +76,7 @@ void ModifyCommandDialog::connectControls() {
   });
   connect(ui_->showRaw, &QCheckBox::clicked, parameters_, &ParameterPanel::setRaw);
   connect(parameters_, &ParameterPanel::changed, this, &ModifyCommandDialog::changed);
-  connect(parameters_, &ParameterPanel::finished, this, [this] { ui_->modify->setFocus(); });
+  connect(parameters_, &ParameterPanel::finished, this, &ModifyCommandDialog::accept);
   connect(ui_->fromScratch, &QPushButton::clicked, this, &ModifyCommandDialog::startOver);
   connect(ui_->modify, &QPushButton::clicked, this, &ModifyCommandDialog::accept);
   connect(ui_->cancel, &QPushButton::clicked, this, &ModifyCommandDialog::reject);

@@ -3,10 +3,12 @@
 #include <algorithm>
 
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include "ui_ParameterPanel.h"
 #include "widgets/DialogText.h"
+#include "widgets/KeyboardWay.h"
 
 namespace tessaly {
 
@@ -14,7 +16,6 @@ namespace {
 
 constexpr int kFrameRate50Hz = 25;
 constexpr int kFrameRate60Hz = 30;
-constexpr int kValueColumn = 90;  // dialog units
 
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -33,9 +34,9 @@ ParameterPanel::ParameterPanel(const std::vector<PanelSource>& sources, int& fra
   setFocusProxy(ui_->parameters);
   keepSpaceWhenHidden(
       {ui_->parametersLabel, ui_->parameters, ui_->valueLabel, ui_->value, ui_->range, ui_->choices});
-  ui_->parameters->setTabStops({kValueColumn});
   (frameRate_ == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);
   connectControls();
+  addKeys();
   clear();
 }
 
@@ -50,7 +51,8 @@ void ParameterPanel::connectControls() {
     showSelected();
   });
   connect(ui_->choices, &ListBox::chosen, this, &ParameterPanel::choose);
-  connect(ui_->value, &QLineEdit::textEdited, this, &ParameterPanel::edit);
+  // Rather than `textEdited`: a screen reader's hands put the text in whole.
+  connect(ui_->value, &QLineEdit::textChanged, this, &ParameterPanel::edit);
   connect(ui_->value, &QLineEdit::editingFinished, this, &ParameterPanel::finishEntry);
   const auto setRate = [this](int rate) {
     frameRate_ = rate;
@@ -58,6 +60,24 @@ void ParameterPanel::connectControls() {
   };
   connect(ui_->standard50, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate50Hz); });
   connect(ui_->standard60, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate60Hz); });
+}
+
+void ParameterPanel::addKeys() {
+  const auto lead = [this](Qt::Key key, QWidget& to, void (ParameterPanel::*way)()) {
+    const QKeySequence keys(Qt::ALT | key);
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, way);
+    KeyboardWay::note(to, keys);
+  };
+  lead(Qt::Key_P, *ui_->parameters, &ParameterPanel::focusList);
+  lead(Qt::Key_V, *ui_->value, &ParameterPanel::focusEntry);
+}
+
+void ParameterPanel::tabAfter(QWidget* before) {
+  for (QWidget* next : std::initializer_list<QWidget*>{ui_->parameters, ui_->value, ui_->choices,
+                                                       ui_->standard50, ui_->standard60}) {
+    setTabOrder(before, next);
+    before = next;
+  }
 }
 
 void ParameterPanel::begin(const FunctionRecord& function, CommandDraft draft) {
@@ -148,8 +168,7 @@ void ParameterPanel::showSelected() {
   for (const auto& choice : choices_) rows.push_back({choice.text, static_cast<int>(rows.size())});
   ui_->choices->rows().setRows(std::move(rows), selected >= 0 && !typed);
   ui_->choices->selectRow(chosen);
-  // Filled by program: the entry filter is for what the user types only.
-  ui_->value->setText(editable(value));
+  fill(editable(value));
   openedText_ = ui_->value->text();
   openedValue_ =
       selected >= 0 ? parameters_.draft().parameters[static_cast<std::size_t>(selected)].value : "";
@@ -157,7 +176,22 @@ void ParameterPanel::showSelected() {
   ui_->value->setFocusPolicy(typed ? Qt::StrongFocus : Qt::NoFocus);
   ui_->value->setEnabled(selected >= 0);
   ui_->range->setText(shown(range));
+  showOptional(selected >= 0 && parameters_.mayBeEmpty(static_cast<std::size_t>(selected)));
   showTimecodeHelp();
+}
+
+void ParameterPanel::showOptional(bool optional) {
+  const QString why = optional ? tr("This parameter may stay empty.") : QString();
+  ui_->value->setPlaceholderText(optional ? tr("(optional)") : QString());
+  ui_->value->setToolTip(why);
+  for (QWidget* widget : std::initializer_list<QWidget*>{ui_->value, ui_->choices})
+    widget->setAccessibleDescription(why);
+}
+
+// By program: the entry filter is for what the user types only.
+void ParameterPanel::fill(const QString& text) {
+  const QSignalBlocker quiet(ui_->value);
+  ui_->value->setText(text);
 }
 
 void ParameterPanel::showTimecodeHelp() {
@@ -181,7 +215,7 @@ void ParameterPanel::choose(int row) {
   parameters_.setValue(parameter, away ? std::string() : chosen.value);
   if (away) ui_->choices->selectRow(-1);
   showParameters();
-  ui_->value->setText(away ? QString() : editable(chosen.text));
+  fill(away ? QString() : editable(chosen.text));
   emit changed();
 }
 
@@ -224,7 +258,7 @@ void ParameterPanel::goOn() {
   const auto count = static_cast<int>(values.size());
   for (int step = 1; step <= count; ++step) {
     const int row = (selectedParameter() + step) % count;
-    if (!values[static_cast<std::size_t>(row)].value.empty()) continue;
+    if (!missing(values[static_cast<std::size_t>(row)])) continue;
     selectParameter(row);
     focusEntry();
     return;
@@ -244,6 +278,8 @@ bool ParameterPanel::eventFilter(QObject* watched, QEvent* event) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     undoing_ = static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
     if (isEnter(key)) {
+      // The Enter that opened the dialog may still be held.
+      if (static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
       if (watched == ui_->parameters && selectedParameter() >= 0)
         focusEntry();
       else

@@ -39,23 +39,28 @@ class ParameterPanel : public QWidget {
   // A value from elsewhere than the keyboard, as it is stored.
   void setValue(int row, std::string value);
 
+  // Its controls follow `before` on the way of the Tab key.
+  void tabAfter(QWidget* before);
   void focusList();
   void focusEntry();
 
  signals:
   void changed();
-  void finished();  // Enter was pressed and no parameter without a value is left
+  void finished();  // Enter was pressed and no parameter is left that lacks its value
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void connectControls();
+  void addKeys();
   void setVisibleControls(bool visible);
   void showParameters();
   void showSelected();
+  void showOptional(bool optional);
   void showTimecodeHelp();
   void choose(int row);
+  void fill(const QString& text);
   void edit(const QString& text);
   void correct(const QString& text);
   void finishEntry();

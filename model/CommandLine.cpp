@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "classic/ClassicDescription.h"
+#include "model/CommandLines.h"
 #include "model/KeyFile.h"
 #include "platform/Text.h"
 #include "values/Destination.h"
@@ -22,7 +23,8 @@ constexpr std::string_view kRawClassicWord = "NCSCOMMAND:  ";
 constexpr std::string_view kClassicWord = "Classic:  ";
 constexpr std::string_view kInputFamily = "INPUT_5";
 constexpr std::string_view kInputPrefix = "INPUT";
-constexpr std::size_t kUsualLength = 120;  // bytes
+constexpr std::size_t kUsualLength = 120;        // bytes
+constexpr std::size_t kMostRemembered = 50'000;  // remembered by one object
 // Bytes of a line; one of a damaged or hostile file may have a million parameters, and the window draws it.
 constexpr std::size_t kLongestLine = 4096;
 constexpr std::string_view kCutOff = "...";
@@ -77,6 +79,11 @@ std::string_view unitText(FloatUnit unit) {
   return {};
 }
 
+bool incremental(CommandLines::Function& function) {
+  if (!function.incremental) function.incremental = function.record.incremental();
+  return *function.incremental;
+}
+
 void appendFloat(std::string& line, const FloatParameter& parameter, bool incremental,
                  std::string_view stored) {
   if (incremental) {
@@ -90,9 +97,9 @@ void appendFloat(std::string& line, const FloatParameter& parameter, bool increm
 }
 
 // Nothing when the function has no parameter of that name.
-void appendParameter(std::string& line, const MacroParameter& parameter, const FunctionRecord& function,
+void appendParameter(std::string& line, const MacroParameter& parameter, CommandLines::Function& function,
                      const FunctionDictionary& dictionary, std::string_view separatorText) {
-  const FunctionTemplate& definition = function.definition();
+  const FunctionTemplate& definition = function.record.definition();
   const std::string& stored = parameter.value;
   if (parameterNamed(definition.inputs, parameter.name)) {
     line.append(separatorText).append(inputDisplayName(dictionary, stored));
@@ -101,20 +108,19 @@ void appendParameter(std::string& line, const MacroParameter& parameter, const F
   } else if (const IntegerParameter* whole = parameterNamed(definition.integers, parameter.name)) {
     appendInteger(line.append(separatorText), *whole, stored);
   } else if (const FloatParameter* real = parameterNamed(definition.floats, parameter.name)) {
-    appendFloat(line.append(separatorText), *real, function.incremental(), stored);
+    appendFloat(line.append(separatorText), *real, incremental(function), stored);
   } else if (parameterNamed(definition.timecodes, parameter.name)) {
     line.append(separatorText).append(Timecode::fromStored(stored).display());
   }
 }
 
-void appendDescriptive(std::string& line, const MacroCommand& command, const LineOptions& options,
-                       const FunctionDictionary& dictionary) {
-  const std::optional<FunctionRecord> function = dictionary.find(command.functionName());
-  if (!function) {
+void appendDescriptive(std::string& line, const MacroCommand& command, CommandLines::Function* function,
+                       const LineOptions& options, const FunctionDictionary& dictionary) {
+  if (function == nullptr) {
     line.append(kUnknownFunction).append(command.functionName());
     return;
   }
-  line += function->description();
+  line += function->description;
   for (const MacroParameter& parameter : command.parameters) {
     if (line.size() > kLongestLine) break;
     appendParameter(line, parameter, *function, dictionary, separator(options));
@@ -178,12 +184,20 @@ void appendClassic(std::string& line, ClassicHolder holder, std::string_view des
   line.append(options.raw ? kRawClassicWord : kClassicWord).append(text);
 }
 
-}  // namespace
+bool namesFunction(const MacroCommand& command, const LineOptions& options) {
+  return !command.classic() && !options.raw;
+}
 
-std::string commandLine(const MacroCommand& command, const LineOptions& options, const LineContext& context,
-                        bool updated) {
-  std::string line;
-  line.reserve(kUsualLength);
+std::optional<CommandLines::Function> shownFunction(std::string_view name,
+                                                    const FunctionDictionary& dictionary) {
+  const auto record = dictionary.find(name);
+  if (!record) return std::nullopt;
+  return CommandLines::Function{*record, record->description()};
+}
+
+// Of a command that names one, its function; null where there is none.
+void appendLine(std::string& line, const MacroCommand& command, CommandLines::Function* function,
+                const LineOptions& options, const LineContext& context) {
   if (command.classic()) {
     ClassicCommand decoded;
     if (!command.parameters.empty()) decoded.decodeText(command.parameters.front().value);
@@ -194,12 +208,38 @@ std::string commandLine(const MacroCommand& command, const LineOptions& options,
     if (options.raw) {
       appendRaw(line, command);
     } else {
-      appendDescriptive(line, command, options, context.dictionary);
+      appendDescriptive(line, command, function, options, context.dictionary);
     }
   }
   cutOff(line);
+}
+
+}  // namespace
+
+std::string commandLine(const MacroCommand& command, const LineOptions& options, const LineContext& context,
+                        bool updated) {
+  std::string line;
+  line.reserve(kUsualLength);
+  std::optional<CommandLines::Function> function;
+  if (namesFunction(command, options)) function = shownFunction(command.functionName(), context.dictionary);
+  appendLine(line, command, function ? &*function : nullptr, options, context);
   if (updated) line.append(separator(options)).append(kUpdated);
   return line;
+}
+
+const std::string& CommandLines::of(const MacroCommand& command) {
+  line_.clear();
+  appendLine(line_, command, namesFunction(command, options_) ? known(command.functionName()) : nullptr,
+             options_, context_);
+  return line_;
+}
+
+CommandLines::Function* CommandLines::known(std::string_view name) {
+  if (const auto found = functions_.find(name); found != functions_.end()) return &found->second;
+  auto function = shownFunction(name, context_.dictionary);
+  if (!function) return nullptr;
+  if (functions_.size() == kMostRemembered) functions_.clear();
+  return &functions_.emplace(std::string(name), *std::move(function)).first->second;
 }
 
 std::string keyCommandLine(const ClassicCommand& command, const LineOptions& options,
@@ -216,7 +256,8 @@ std::string shownValue(const FunctionRecord& function, std::string_view paramete
   const IntegerParameter* const whole = parameterNamed(function.definition().integers, parameter);
   if (whole && !whole->scaled) return std::string(stored);
   std::string text;
-  appendParameter(text, {std::string(parameter), std::string(stored)}, function, dictionary, {});
+  CommandLines::Function shown{function};
+  appendParameter(text, {std::string(parameter), std::string(stored)}, shown, dictionary, {});
   if (parameterNamed(function.definition().enums, parameter) && !text.empty()) text.erase(0, 1);
   return text.empty() ? std::string(stored) : text;
 }

@@ -134,8 +134,13 @@ Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::str
                        std::string_view keyPath) {
   const auto empty = newMacro(site, name);
   if (!empty) return empty.failure();
+  // What is there and cannot be read would make an empty macro of a full key.
+  using Kind = Failure::Kind;
+  const auto bytes = readFile(site.root, keyPath);
+  const Kind why = bytes ? Kind::kMissing : bytes.failure().kind;
+  if (why == Kind::kNoPermission || why == Kind::kDiskError || why == Kind::kNoMemory) return bytes.failure();
   KeyFile key;
-  key.load(site.root, keyPath, keyFileIndex(keyPath));
+  bytes ? key.parse(*bytes) : key.load(site.root, keyPath, keyFileIndex(keyPath));
   const InsertCommands insertion = insertionOf(key);
   if (insertion.drafts.empty()) return saveMacro(site.root, targetPath, *empty);
   const auto filled = apply(*empty, insertion);

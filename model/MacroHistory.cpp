@@ -105,8 +105,9 @@ void MacroHistory::removeLeftOvers() const {
     PendingFile::sweep(day.path().string());
     for (const fs::directory_entry& file : entriesOf(day.path())) {
       fs::path macro = file.path();
-      if (macro.extension() != kRecordEnding || fs::exists(macro.replace_extension(kMacroEnding), ignored))
-        continue;
+      if (macro.extension() != kRecordEnding) continue;
+      std::error_code unknown;
+      if (fs::exists(macro.replace_extension(kMacroEnding), unknown) || unknown) continue;
       if (HistoryEntry::parse(day.path().filename().string(), macro.stem().string()))
         fs::remove(file.path(), ignored);
     }
@@ -236,9 +237,11 @@ Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, Macr
 }
 
 Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
-  if (!isRegularFile(root_, path)) return {};
   const auto bytes = readFile(root_, path, limits_.bytes / kShareOfOne);
   if (bytes) return keep(*bytes, {std::string(path), {}, 0, {}}, change);
+  const Failure::Kind why = bytes.failure().kind;
+  const bool isNone = why == Failure::Kind::kInTheWay && !isRegularFile(root_, path);
+  if (why == Failure::Kind::kMissing || isNone) return {};
   noteFailure(bytes.failure());
   return bytes.failure();
 }

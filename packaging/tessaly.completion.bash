@@ -221,7 +221,7 @@ _tessaly_cli_place() {
   done
   if [[ $command == panel ]]; then
     case $place in
-      1) _tessaly_cli_words "list get put delete rename run update watch compare send snapshot restore" ;;
+      1) _tessaly_cli_words "list get put delete rename run update watch compare send replace snapshot restore" ;;
       2)
         case ${places[1]} in
           snapshot | restore | update) _tessaly_cli_operand FILE ;;

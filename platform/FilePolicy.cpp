@@ -19,6 +19,8 @@ constexpr FixedName kFixedNames[] = {
     {"MacroFid", "tempClassic.mac", kOwnFile}, {"MacroFid", "Settings.dat", {false, true}},
     {"recovery", "paneA.txt", kOwnFile},       {"recovery", "paneA.mac", kOwnFile},
     {"recovery", "paneB.txt", kOwnFile},       {"recovery", "paneB.mac", kOwnFile},
+    {"recovery", "paneA.steps", kOwnFile},     {"recovery", "paneA-aside.steps", kOwnFile},
+    {"recovery", "paneB.steps", kOwnFile},     {"recovery", "paneB-aside.steps", kOwnFile},
 };
 
 }  // namespace

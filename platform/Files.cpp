@@ -123,10 +123,13 @@ Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_vie
 
 Outcome removeFile(const SiteRoot& root, std::string_view path) {
   const fs::path host = root.resolve(path);
-  const FolderEntry entry = filePolicy(host).keepsMode ? entryAt(host) : FolderEntry{};
+  const bool users = filePolicy(host).keepsMode;
+  const FolderEntry entry = users ? entryAt(host) : FolderEntry{};
   if (entry.kind == EntryKind::kFile && entry.writeProtected)
     return Failure{Failure::Kind::kWriteProtected, "cannot be removed: the file is write-protected"};
-  return outcomeOf(removeEntry(host), "removed");
+  if (auto removed = outcomeOf(removeEntry(host), "removed"); !removed || !users) return removed;
+  const fs::path folder = host.has_parent_path() ? host.parent_path() : ".";
+  return flushFolder(folder.string(), "is removed, but a power cut may bring it back");
 }
 
 Outcome makeFolder(const SiteRoot& root, std::string_view path) { return makeFolder(root.resolve(path)); }

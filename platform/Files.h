@@ -61,7 +61,7 @@ Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t
 // Gives a file that the program keeps for itself another name in its folder, whatever stands there.
 Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to);
 
-// Not one that its owner has write-protected. A link is removed, not what it leads to.
+// Not one that its owner has write-protected; of a link the link. Flushed, but for the program's fixed names.
 Outcome removeFile(const SiteRoot& root, std::string_view path);
 
 // Creates the folder and its parents and flushes their names.

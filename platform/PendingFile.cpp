@@ -79,11 +79,11 @@ bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK
 
 }  // namespace
 
-Outcome flushFolder(const std::string& folder) {
+Outcome flushFolder(const std::string& folder, std::string_view otherwise) {
   const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (names.isOpen() ? flush(names) : errno == EACCES) return {};
   return Failure{Failure::Kind::kUnflushed,
-                 "is there, but may not survive a power cut: " + std::generic_category().message(errno)};
+                 std::string(otherwise) + ": " + std::generic_category().message(errno)};
 }
 
 // Removes the temporary files whose writers are gone. Where the file system has no locks, or the file is

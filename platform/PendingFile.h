@@ -63,7 +63,8 @@ class PendingFile {
 };
 
 // Brings the names in a folder to the disk. Some file systems cannot do that, or a folder may not be read,
-// which is no failure; any other one is `kUnflushed`.
-Outcome flushFolder(const std::string& folder);
+// which is no failure; any other one is `kUnflushed` and says what is the case otherwise.
+Outcome flushFolder(const std::string& folder,
+                    std::string_view otherwise = "is there, but may not survive a power cut");
 
 }  // namespace tessaly

@@ -123,7 +123,7 @@ int replace(const fs::path& temporary, const fs::path& target) {
 
 // The system writes names through when it moves a file (MOVEFILE_WRITE_THROUGH), and keeps a journal of those
 // of new folders; a folder cannot be flushed by itself.
-Outcome flushFolder(const std::string&) { return {}; }
+Outcome flushFolder(const std::string&, std::string_view) { return {}; }
 
 // Removes the temporary files whose writers are gone: nobody has them open.
 void PendingFile::sweep(const std::string& folder) {

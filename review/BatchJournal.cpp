@@ -91,6 +91,11 @@ Outcome BatchJournal::noteBegun(std::size_t item, const Expected<std::string>& o
 
 Outcome BatchJournal::noteUndoing() { return append(batchUndoingText()); }
 
-void BatchJournal::end() { static_cast<void>(removeFile(*root_, path_)); }
+Outcome BatchJournal::end() {
+  const Outcome removed = removeFile(*root_, path_);
+  if (removed) return removed;
+  return Failure{Failure::Kind::kUnflushed,
+                 "is there, but the batch may begin anew after a power cut: " + removed.failure().text};
+}
 
 }  // namespace tessaly

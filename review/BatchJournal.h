@@ -45,8 +45,8 @@ class BatchJournal {
   // may be left by a program that dies.
   Outcome noteBegun(std::size_t item, const Expected<std::string>& old, bool tears);
   Outcome noteUndoing();
-  // It is over.
-  void end();
+  // It is over. kUnflushed where a power cut may bring it back, and with it a start that goes on with it.
+  Outcome end();
 
  private:
   BatchJournal(const SiteRoot& root, std::string path, FileLock lock, std::size_t size)

@@ -73,7 +73,7 @@ class Recovery {
         return;
       }
     }
-    journal_.end();
+    static_cast<void>(journal_.end());
   }
 
   void endAll() {
@@ -83,7 +83,7 @@ class Recovery {
       if (journal_.noteUndoing()) undo();
       return;
     }
-    journal_.end();
+    static_cast<void>(journal_.end());
   }
 
   void undo() {
@@ -97,7 +97,7 @@ class Recovery {
                                 from(HeldContent::after(item.bytes)));
       whole = whole && put == Put::kSettled;
     }
-    if (whole) journal_.end();
+    if (whole) static_cast<void>(journal_.end());
   }
 
   [[nodiscard]] static BeforeWrite from(const HeldContent& held) {

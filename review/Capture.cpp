@@ -110,7 +110,8 @@ void Capture::giveUp() {
 
 bool Capture::answer(const std::string& name, const std::string& value) {
   const auto found = rowsByName_.find(name);
-  if (found == rowsByName_.end()) return false;
+  // No value is empty: a name that somebody has asked for twice is told so until its value comes.
+  if (found == rowsByName_.end() || value.empty()) return false;
   bool any = false;
   for (const std::size_t number : found->second) {
     Row& row = rows_[number];
@@ -120,6 +121,11 @@ bool Capture::answer(const std::string& name, const std::string& value) {
     any = true;
   }
   return any;
+}
+
+bool Capture::complete() const {
+  return std::ranges::all_of(rows_,
+                             [](const Row& row) { return row.obstacle != Obstacle::kNone || row.now; });
 }
 
 bool Capture::tick(std::size_t row, bool on) {

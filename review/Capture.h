@@ -67,6 +67,8 @@ class Capture {
   void giveUp();
   // True when a row was waiting for it.
   bool answer(const std::string& name, const std::string& value);
+  // Every value that can be asked for has come.
+  [[nodiscard]] bool complete() const;
   // False for a row that cannot be taken over.
   bool tick(std::size_t row, bool on);
   void tickAll(bool on);

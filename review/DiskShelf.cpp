@@ -5,6 +5,7 @@
 
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "review/FolderNames.h"
 
 namespace tessaly {
 namespace {
@@ -50,8 +51,7 @@ ShelfWrite writeMacroFile(const SiteRoot& root, MacroHistory& history, std::stri
                : Failure{Failure::Kind::kChanged, "holds something else than was written"};
   });
   if (done) return {state};
-  if (state == State::kWritten) return {state, {}, done.failure().text};
-  return {state, done.failure()};
+  return {state, done.failure(), state == State::kWritten ? done.failure().text : std::string()};
 }
 
 DiskShelf::DiskShelf(const SiteRoot& root, MacroHistory& history, std::string folder, std::string title)
@@ -68,9 +68,13 @@ MacroPlace DiskShelf::place(MacroNumber number) const {
 Expected<std::vector<MacroShelf::Held>> DiskShelf::list() {
   if (cancelled_) return cancelledFailure();
   if (!isFolder(root_, folder_)) return Failure{Failure::Kind::kMissing, "there is no such folder"};
+  const auto names = namesIn(root_, folder_);
+  if (!names) return names.failure();
   std::vector<Held> held;
-  for (const std::string& file : listFolder(root_, folder_, kMacroFileEnd)) {
-    if (const auto number = numberOf(file)) held.push_back({*number, {}});
+  for (const std::string& file : *names) {
+    const auto number = endsWithNoCase(file, kMacroFileEnd) ? numberOf(file) : std::nullopt;
+    const auto host = root_.resolve(folder_ + file);
+    if (number && mayBe(std::filesystem::file_type::regular, host, true)) held.push_back({*number, {}});
   }
   const auto value = [](const Held& macro) { return macro.number.value(); };
   std::ranges::sort(held, {}, value);

@@ -43,6 +43,16 @@ auto keyOf(const SiteRoot& root, const MacroPlace& place) {
                     place.address, place.workplace, place.number);
 }
 
+// What is done may be done again by a later start, over what has come there until then.
+void noteEnd(const Outcome& ended, const std::vector<std::size_t>& open, std::vector<MacroBatch::Row>& rows) {
+  if (ended) return;
+  for (const std::size_t index : open) {
+    if (!rows[index].done()) continue;
+    rows[index].why = ended.failure();
+    rows[index].note = ended.failure().text;
+  }
+}
+
 // Why the items cannot be a batch at all.
 Outcome checked(const SiteRoot& root, const std::vector<BatchItem>& items, MacroBatch::Mode mode) {
   std::set<decltype(keyOf(root, {}))> seen;
@@ -140,7 +150,7 @@ Outcome MacroBatch::runEach(const std::vector<std::size_t>& open, const Progress
     }
     if (progress) progress(open[i], row);
   }
-  journal->end();
+  noteEnd(journal->end(), open, rows_);
   return {};
 }
 
@@ -176,10 +186,10 @@ Outcome MacroBatch::runAll(const std::vector<std::size_t>& open, const Progress&
     putBack(open, i, record.olds, row.why, progress);
     const bool whole =
         std::ranges::all_of(open, [&](std::size_t index) { return rows_[index].state == State::kAsBefore; });
-    if (whole) journal->end();
+    if (whole) static_cast<void>(journal->end());
     return {};
   }
-  journal->end();
+  noteEnd(journal->end(), open, rows_);
   return {};
 }
 

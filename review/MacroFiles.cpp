@@ -1,34 +1,32 @@
 #include "review/MacroFiles.h"
 
 #include <filesystem>
-#include <system_error>
 
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "review/FolderNames.h"
 
 namespace tessaly {
 namespace {
 
+using Kind = std::filesystem::file_type;
+
 constexpr std::string_view kOwnFolder = "MacroFid";
 constexpr int kDeepest = 40;
-
-// Not by a link, which may lead back to where we are.
-bool isRealFolder(const SiteRoot& root, const std::string& path) {
-  std::error_code error;
-  return std::filesystem::is_directory(std::filesystem::symlink_status(root.resolve(path), error));
-}
 
 void addFolder(const SiteRoot& root, const std::string& folder, int depth, std::vector<MacroFolder>& found) {
   const char separator = folder.find('\\') == folder.npos && folder.starts_with('/') ? '/' : '\\';
   const bool ended = folder.ends_with('/') || folder.ends_with('\\');
   MacroFolder here{folder, {}};
   std::vector<std::string> below;
-  for (const std::string& name : listFolder(root, folder)) {
+  const auto names = namesIn(root, folder);
+  if (!names) here.files.push_back(folder);  // who reads it is told why not
+  for (const std::string& name : names.value_or({})) {
     std::string path = folder + (ended ? std::string() : std::string(1, separator)) + name;
-    if ((endsWithNoCase(name, ".mac") || endsWithNoCase(name, ".upk")) && isRegularFile(root, path)) {
+    const std::filesystem::path host = root.resolve(path);
+    if ((endsWithNoCase(name, ".mac") || endsWithNoCase(name, ".upk")) && mayBe(Kind::regular, host, true)) {
       here.files.push_back(std::move(path));
-    } else if (!equalNoCase(name, kOwnFolder) && isRealFolder(root, path)) {
-      below.push_back(std::move(path));
+    } else if (!equalNoCase(name, kOwnFolder) && mayBe(Kind::directory, host, false)) {
+      below.push_back(std::move(path));  // not by a link, which may lead back to where we are
     }
   }
   if (!here.files.empty()) found.push_back(std::move(here));

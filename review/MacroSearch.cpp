@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "model/CommandLines.h"
 #include "platform/Text.h"
 #include "review/ClassicFacts.h"
 #include "review/NamedSources.h"
@@ -50,7 +51,8 @@ class MacroSearch::Asking {
   using Word = MacroQuery::Word;
 
   // What is quickly said comes first, the line last.
-  Asking(MacroQuery query, const LineContext& context) : words_(std::move(query.words_)), context_(context) {
+  Asking(MacroQuery query, const LineContext& context)
+      : words_(std::move(query.words_)), context_(context), lines_(kOptions, context) {
     std::stable_partition(words_.begin(), words_.end(),
                           [](const Word& word) { return word.field != Field::kLine; });
     for (const Word& word : words_) sources_.push_back(sourcesOf(word));
@@ -58,17 +60,16 @@ class MacroSearch::Asking {
 
   // The line when every word holds; null otherwise. Stays until the next call.
   const std::string* ask(const MacroCommand& command) {
-    bool told = false;
+    const std::string* line = nullptr;
     for (std::size_t i = 0; i < words_.size(); ++i) {
-      if (words_[i].field == Field::kLine && !std::exchange(told, true)) {
-        line_ = commandLine(command, kOptions, context_);
-        upperLine_.resize(line_.size());
-        std::transform(line_.begin(), line_.end(), upperLine_.begin(), upperAscii);
+      if (words_[i].field == Field::kLine && line == nullptr) {
+        line = &lines_.of(command);
+        upperLine_.resize(line->size());
+        std::transform(line->begin(), line->end(), upperLine_.begin(), upperAscii);
       }
       if (!holds(words_[i], sources_[i], command)) return nullptr;
     }
-    if (!told) line_ = commandLine(command, kOptions, context_);
-    return &line_;
+    return line != nullptr ? line : &lines_.of(command);
   }
 
   void begin() {
@@ -141,7 +142,8 @@ class MacroSearch::Asking {
   std::vector<Word> words_;
   std::vector<Numbers> sources_;  // of each word
   LineContext context_;
-  std::string line_, upperLine_;                         // of the command that is asked about
+  CommandLines lines_;
+  std::string upperLine_;                                // of the command that is asked about
   std::unordered_map<std::string, ClassicFacts> facts_;  // by the stored text
 };
 

@@ -21,7 +21,7 @@ struct ShelfWrite {
     kUnknown      // what stands there could not be found out
   };
   State state = State::kAsBefore;
-  Failure why = {};       // unless the new bytes are there
+  Failure why = {};       // unless the new bytes are there; kUnflushed when they may not stay
   std::string note = {};  // what else a person is to know, such as a panel that was not told; else empty
 
   [[nodiscard]] bool written() const { return state == State::kWritten || state == State::kUnverified; }

@@ -30,6 +30,10 @@ std::string SheetMacro::title() const {
   return number + " - " + name;
 }
 
+std::string headOf(const SheetMacro& macro, const SheetWords& words) {
+  return macro.unsaved ? filled(words.unsaved, macro.title()) : macro.title();
+}
+
 SheetWords::SheetWords() : finding(&englishOf) {}
 
 std::string dateText(std::chrono::year_month_day date) {

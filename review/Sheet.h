@@ -40,10 +40,15 @@ struct SheetMacro {
   std::vector<int> untold = {};  // commands, from 0, of whose effect something cannot be told
   Findings findings = {};        // about the macro as a whole
   std::string unread = {};       // why it could not be read; nothing else is told then
+  bool unsaved = false;          // as a pane shows it, and not as it is stored
 
   // "007 - Name", or whatever there is of it.
   [[nodiscard]] std::string title() const;
 };
+
+struct SheetWords;
+// What stands at the head of a macro: its title, and that it has unsaved changes.
+[[nodiscard]] std::string headOf(const SheetMacro& macro, const SheetWords& words);
 
 struct Sheet {
   std::string title;    // of the whole
@@ -57,7 +62,7 @@ struct SheetWords {
   std::string macros = "Macros", number = "Number", name = "Name", pageColumn = "Page";
   std::string command = "Command", value = "Value";
   std::string empty = "empty macro", none = "no macros";
-  std::string unread = "cannot be read (%1)";
+  std::string unread = "cannot be read (%1)", unsaved = "%1 (unsaved changes)";
   std::string findings = "Findings", after = "After this macro", notes = "Notes";
   std::string nothing = "no value that could be told is changed";
   std::string unknown = "unknown";

@@ -80,7 +80,7 @@ class Html {
   void macro(const SheetMacro& macro, std::size_t number) {
     const std::string id = "m" + std::to_string(number);
     text_ += "<section id=\"" + id + "\" aria-labelledby=\"" + id + "h\">\n";
-    element("h2 id=\"" + id + "h\"", macro.title());
+    element("h2 id=\"" + id + "h\"", headOf(macro, words_));
     if (!macro.place.empty()) element("p class=\"place\"", macro.place);
     if (!macro.unread.empty()) element("p", filled(words_.unread, macro.unread));
     if (options_.findings && !macro.findings.empty()) {

@@ -27,7 +27,7 @@ class MacroPages {
         }) {}
 
   void add(const SheetMacro& macro) {
-    flow_.begin(letters(macro.title()), letters(macro.place));
+    flow_.begin(letters(headOf(macro, words_)), letters(macro.place));
     if (!macro.unread.empty()) line(letters(filled(words_.unread, macro.unread)));
     if (options_.findings && !macro.findings.empty()) {
       flow_.heading(letters(words_.findings));

@@ -4,6 +4,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "review/MacroBatch.h"
@@ -27,7 +28,12 @@ class WorkplaceCopy {
   WorkplaceCopy(const SiteRoot& root, MakeShelf from, MakeShelf to, std::string title,
                 std::vector<Wanted> wanted);
 
-  // Again: what has failed to be written. `progress` is told of each row on this thread.
+  // Reads what is to be written and was not read before; `fresh` is that then, to be looked at before `run`
+  // writes it.
+  Outcome read();
+  [[nodiscard]] const std::vector<BatchItem>& fresh() const;
+  // Reads what was not read before unless `read` has just done so, and writes; again: what has failed.
+  // `progress` is told of each row on this thread.
   Outcome run(const Progress& progress);
   // Ends the run that is under way, or the next one.
   void cancel();
@@ -36,20 +42,33 @@ class WorkplaceCopy {
   [[nodiscard]] const std::vector<BatchTrace>& traces() const { return traces_; }
 
  private:
-  Outcome runOnce(const Progress& progress);
-  Outcome readAll(const Progress& progress);
+  // What was read at once; `rows` are those of what was wanted.
+  struct Part {
+    std::vector<std::size_t> rows;
+    std::unique_ptr<MacroBatch> batch;
+  };
+
+  Outcome whole(const std::function<Outcome()>& work);
+  Outcome open();
+  Outcome readMissing();
+  Outcome write(const Progress& progress);
+  [[nodiscard]] bool runs(MacroBatch* batch);
   [[nodiscard]] bool isCancelled();
 
   MacroHistory history_;
   MakeShelf from_, to_;
   std::string title_;
   std::vector<Wanted> wanted_;
+  std::vector<bool> read_;  // each of them
   BatchPlaces places_;
-  std::vector<std::size_t> rows_;  // of the batch: the index of what was wanted
+  std::vector<Part> parts_;
+  std::vector<std::pair<std::size_t, Failure>> unread_;  // what could not be read when it was tried last
+  bool known_ = false;                                   // that, since the last run
+  bool fresh_ = false;                                   // nobody has tried to write the last part
   std::vector<BatchTrace> traces_;
-  std::mutex mutex_;                   // over what follows
-  std::unique_ptr<MacroBatch> batch_;  // once everything was read; changed by the thread of `run` alone
+  std::mutex mutex_;  // over what follows
   bool cancelled_ = false;
+  MacroBatch* running_ = nullptr;
   std::shared_ptr<MacroShelf> source_, target_;
 };
 

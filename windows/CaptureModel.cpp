@@ -1,14 +1,29 @@
 #include "windows/CaptureModel.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "widgets/DialogText.h"
 
 namespace tessaly {
 
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenRefreshes{100};  // while answers come
+
+}  // namespace
+
 CaptureModel::CaptureModel(const LineContext& lines, const LineOptions& options)
-    : lines_(lines), options_(options) {}
+    : lines_(lines), options_(options) {
+  burst_.setSingleShot(true);
+  burst_.setInterval(kBetweenRefreshes);
+  connect(&burst_, &QTimer::timeout, this, [this] {
+    if (!refreshDue_) return;
+    burst_.start();
+    refresh();
+  });
+}
 
 void CaptureModel::begin(Capture capture) {
   beginResetModel();
@@ -31,7 +46,16 @@ std::vector<std::size_t> CaptureModel::wanted() const {
   return rows;
 }
 
+void CaptureModel::take(const std::vector<PanelAnswer>& answers) {
+  for (const PanelAnswer& answer : answers)
+    refreshDue_ = capture_.answer(answer.name, answer.value) || refreshDue_;
+  if (burst_.isActive() && !capture_.complete()) return;
+  burst_.start();
+  refresh();
+}
+
 void CaptureModel::refresh() {
+  refreshDue_ = false;
   std::vector<std::size_t> rows = wanted();
   if (rows != shown_) {
     emit rowsAboutToChange();

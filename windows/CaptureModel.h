@@ -3,7 +3,9 @@
 #include <vector>
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
+#include "link/PanelQuestions.h"
 #include "model/CommandLine.h"
 #include "review/Capture.h"
 
@@ -27,6 +29,9 @@ class CaptureModel : public QAbstractTableModel {
     act(capture_);
     refresh();
   }
+  // What has come from the panel. Of a burst the first and the last answers are shown at once, those between
+  // a few times a second.
+  void take(const std::vector<PanelAnswer>& answers);
   [[nodiscard]] const Capture& capture() const { return capture_; }
   [[nodiscard]] const LineContext& lines() const { return lines_; }
 
@@ -59,6 +64,8 @@ class CaptureModel : public QAbstractTableModel {
   const LineOptions options_;
   Capture capture_;
   bool onlyDifferences_ = false;
+  QTimer burst_;                    // until answers are shown again
+  bool refreshDue_ = false;         // then
   std::vector<std::size_t> shown_;  // rows of the capture, in their order
 };
 

@@ -22,7 +22,12 @@ CaptureWindow::CaptureWindow(CaptureWays ways, const LineContext& lines, const L
       ways_(std::move(ways)),
       ui_(std::make_unique<Ui::CaptureWindow>()),
       model_(lines, options),
-      questions_(ways_.questions([this](const std::vector<PanelAnswer>& answers) { take(answers); })) {
+      questions_(ways_.questions([this](const std::vector<PanelAnswer>& answers) { take(answers); })),
+      taking_(
+          [this](std::vector<CaptureTake> taken, Taking::Progress) {
+            if (!taken.empty()) taken_ = std::move(taken.back());
+          },
+          [this](const Outcome& outcome) { handOver(outcome); }) {
   ui_->setupUi(this);
   setUpTable();
   setUpButtons();
@@ -119,11 +124,9 @@ void CaptureWindow::ask() {
 }
 
 void CaptureWindow::take(const std::vector<PanelAnswer>& answers) {
-  bool any = false;
-  model_.change([&](Capture& capture) {
-    for (const PanelAnswer& answer : answers) any = capture.answer(answer.name, answer.value) || any;
-  });
-  if (questions_->missing() > 0) return;
+  if (patience_.isActive()) patience_.start();  // it is for a panel that says nothing
+  model_.take(answers);
+  if (!model_.capture().complete()) return;
   patience_.stop();
   questions_->cancel();
 }
@@ -138,7 +141,10 @@ void CaptureWindow::follow() {
   const CaptureSubject now = ways_.subject();
   const bool other = now.place != subject_.place;
   subject_.refusal = other && now.macro ? tr("another macro was opened in the pane") : now.refusal;
-  if (!other) ui_->heading->setText(now.heading);
+  if (!other) {
+    ui_->heading->setText(now.heading);
+    subject_.macro = now.macro;
+  }
   model_.change([&](Capture& capture) { capture.follow(other ? std::nullopt : now.macro); });
 }
 
@@ -152,15 +158,40 @@ void CaptureWindow::look() {
 }
 
 void CaptureWindow::takeOver() {
+  if (taking_.running()) return;
   follow();
-  const SetValues edit = model_.capture().edit();
+  SetValues edit = model_.capture().edit();
   if (edit.values.empty()) return;
-  const QString why = subject_.refusal.isEmpty() ? ways_.take(edit) : subject_.refusal;
+  if (!subject_.refusal.isEmpty()) return tellNothing(subject_.refusal);
+  taken_.reset();
+  tell({});
+  CaptureTake wanted{*subject_.macro, std::move(edit), *subject_.macro};
+  taking_.start([wanted = std::move(wanted)](Taking::Report& report) mutable -> Outcome {
+    wanted.taken = apply(wanted.shown, wanted.edit);
+    report.add(std::move(wanted));
+    return {};
+  });
+  showControls();
+}
+
+void CaptureWindow::handOver(const Outcome& outcome) {
+  follow();
+  const QString why = !taken_                       ? ways_.failureText(outcome.failure())
+                      : !subject_.refusal.isEmpty() ? subject_.refusal
+                                                    : ways_.take(*taken_);
   if (why.isEmpty())
     tell(tr("%n values taken over; \"Undo\" in the pane takes them back.", nullptr,
-            static_cast<int>(edit.values.size())));
+            static_cast<int>(taken_->edit.values.size())));
   else
-    tell(tr("NOTHING was taken over: %1").arg(why));
+    tellNothing(why);
+  showControls();
+  if (closing_) reject();
+}
+
+// What is being taken over is not lost.
+void CaptureWindow::reject() {
+  closing_ = taking_.running();
+  if (!closing_) ReviewWindow::reject();
 }
 
 void CaptureWindow::toggleCurrent() {
@@ -187,6 +218,8 @@ void CaptureWindow::returnToPlace() {
 
 void CaptureWindow::tell(const QString& text) { ui_->outcome->setText(text); }
 
+void CaptureWindow::tellNothing(const QString& why) { tell(tr("NOTHING was taken over: %1").arg(why)); }
+
 QString CaptureWindow::countsText(const Capture::Counts& counts) const {
   const auto number = [](std::size_t count) { return static_cast<int>(count); };
   if (model_.capture().rows().empty()) return tr("There is no command to ask for.");
@@ -211,7 +244,7 @@ void CaptureWindow::showControls() {
   const Capture::Counts counts = model_.capture().counts();
   ui_->counts->setText(countsText(counts));
   ui_->askAgain->setEnabled(counts.missing > 0 && line().trouble.isEmpty());
-  ui_->takeOver->setEnabled(counts.ticked > 0);
+  ui_->takeOver->setEnabled(counts.ticked > 0 && !taking_.running());
   ui_->selectAll->setEnabled(counts.ticked < counts.differ);
   ui_->selectNone->setEnabled(counts.ticked > 0);
 }

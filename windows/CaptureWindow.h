@@ -9,9 +9,9 @@
 
 #include <QTimer>
 
-#include "link/PanelQuestions.h"
 #include "windows/CaptureModel.h"
 #include "windows/ReviewWindow.h"
+#include "windows/ReviewWork.h"
 
 namespace Ui {
 class CaptureWindow;
@@ -36,6 +36,14 @@ struct CaptureLine {
   unsigned connection = 0;  // another number for every connection: what was asked on one is lost with it
 };
 
+// What is to be taken over, as one step. `shown` is what the pane held when it was asked for, and `taken`
+// what the edit makes of it: when the pane holds something else by now nothing is taken.
+struct CaptureTake {
+  Macro shown;
+  SetValues edit;
+  Expected<Macro> taken;
+};
+
 // What the window is handed; all is called on the GUI thread.
 struct CaptureWays {
   std::function<CaptureSubject()> subject;
@@ -43,15 +51,16 @@ struct CaptureWays {
   std::function<CaptureLine()> line;
   // Made once; its answers come on the GUI thread.
   std::function<std::unique_ptr<PanelQuestions>(PanelQuestions::Taker taker)> questions;
-  // Into the macro that it was handed last, as one step; gives the reason when nothing was taken, else
-  // nothing.
-  std::function<QString(const SetValues& edit)> take;
+  // Gives the reason when nothing was taken, else nothing.
+  std::function<QString(const CaptureTake& take)> take;
+  std::function<QString(const Failure&)> failureText;     // for people
   std::chrono::milliseconds patience = kCapturePatience;  // until what has not come is told
 };
 
 // The panel's current values beside those of a pane's macro, and taking over those that are ticked. Nothing
 // changes before that, and nothing that the panel or its line does holds the window up: what has not come is
-// told, is taken when it comes late, and can be asked for again. GUI thread.
+// told, is taken when it comes late, and can be asked for again. What is taken over is put together on
+// another thread, and the window does not close before it is handed on. GUI thread.
 class CaptureWindow : public ReviewWindow {
   Q_OBJECT
 
@@ -70,8 +79,11 @@ class CaptureWindow : public ReviewWindow {
   void follow();
   // The line may have gone, or come back.
   void look();
+  void reject() override;
 
  private:
+  using Taking = ReviewWork<CaptureTake>;
+
   void setUpTable();
   void setUpButtons();
   void beginWith(std::vector<int> selected);
@@ -80,10 +92,12 @@ class CaptureWindow : public ReviewWindow {
   void take(const std::vector<PanelAnswer>& answers);
   void giveUp();
   void takeOver();
+  void handOver(const Outcome& outcome);
   void toggleCurrent();
   void keepPlace();
   void returnToPlace();
   void tell(const QString& text);
+  void tellNothing(const QString& why);
   [[nodiscard]] CaptureLine line() const;
   [[nodiscard]] QString countsText(const Capture::Counts& counts) const;
   void showControls();
@@ -98,6 +112,9 @@ class CaptureWindow : public ReviewWindow {
   std::optional<std::size_t> current_, top_;  // rows of the capture, while the list is made anew
   QTimer patience_;
   std::unique_ptr<PanelQuestions> questions_;
+  std::optional<CaptureTake> taken_;  // once it is put together
+  bool closing_ = false;              // once it is handed on
+  Taking taking_;
 };
 
 }  // namespace tessaly

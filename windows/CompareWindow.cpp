@@ -45,7 +45,12 @@ CompareWindow::CompareWindow(CompareWays ways, const LineContext& lines, const L
       ui_(std::make_unique<Ui::CompareWindow>()),
       model_(lines, options, this),
       options_(options),
-      work_(pool, lines.dictionary) {
+      work_(pool, lines.dictionary),
+      taking_(
+          [this](std::vector<CompareTake> taken, Taking::Progress) {
+            if (!taken.empty()) taken_ = std::move(taken.back());
+          },
+          [this](const Outcome& outcome) { handOver(outcome); }) {
   ui_->setupUi(this);
   setUpTable();
   setUpKeys();
@@ -62,7 +67,6 @@ CompareWindow::CompareWindow(CompareWays ways, const LineContext& lines, const L
   connect(ui_->onlyDifferences, &QCheckBox::clicked, this, &CompareWindow::setOnlyDifferences);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
   connect(&work_, &CompareWork::ready, this, &CompareWindow::showResult);
-  connect(&work_, &CompareWork::taken, this, &CompareWindow::handOver);
   due_.setSingleShot(true);
   connect(&due_, &QTimer::timeout, this, &CompareWindow::compare);
   long_.setSingleShot(true);
@@ -87,6 +91,7 @@ void CompareWindow::setUpTable() {
   for (const int column : {CompareModel::kLineA, CompareModel::kLineB})
     table.horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
   connect(&table, &QTableView::clicked, this, &CompareWindow::takeAt);
+  table.setFocus();
   connect(table.selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     showCounts();
     showTakes();
@@ -355,7 +360,7 @@ void CompareWindow::take(Side into, const std::vector<std::size_t>& rows) {
   const auto count = static_cast<int>(differences.size());
   QString reason = sides_[sideIndex(into)].refusal;
   if (reason.isEmpty() && count == 0) reason = tr("no difference is selected");
-  if (reason.isEmpty() && work_.taking()) reason = tr("the one before is still being taken");
+  if (reason.isEmpty() && taking_.running()) reason = tr("the one before is still being taken");
   if (!reason.isEmpty()) {
     ui_->outcome->setText(tr("NOT taken into %1: %2").arg(name, reason));
     return;
@@ -363,14 +368,27 @@ void CompareWindow::take(Side into, const std::vector<std::size_t>& rows) {
   const QString step =
       tr("take %n differences from %1", nullptr, count).arg(sides_[sideIndex(otherSide(into))].name);
   toldTaken_ = tr("%n differences taken into %1; nothing is saved yet", nullptr, count).arg(name);
-  work_.take({into, diff->taking(rows, into), diff->of(into), step, diff->of(into)});
+  into_ = into;
+  taken_.reset();
+  CompareTake wanted{into, diff->taking(rows, into), diff->of(into), step, diff->of(into)};
+  taking_.start([wanted = std::move(wanted)](Taking::Report& report) mutable -> Outcome {
+    wanted.taken = apply(wanted.shown, wanted.edit);
+    report.add(std::move(wanted));
+    return {};
+  });
 }
 
-void CompareWindow::handOver(const CompareTake& take) {
-  const QString reason = ways_.take(take);
-  ui_->outcome->setText(reason.isEmpty()
-                            ? toldTaken_
-                            : tr("NOT taken into %1: %2").arg(sides_[sideIndex(take.into)].name, reason));
+void CompareWindow::handOver(const Outcome& outcome) {
+  const QString reason = taken_ ? ways_.take(*taken_) : ways_.failureText(outcome.failure());
+  ui_->outcome->setText(
+      reason.isEmpty() ? toldTaken_ : tr("NOT taken into %1: %2").arg(sides_[sideIndex(into_)].name, reason));
+  if (closing_) reject();
+}
+
+// What is being taken is not lost.
+void CompareWindow::reject() {
+  closing_ = taking_.running();
+  if (!closing_) ReviewWindow::reject();
 }
 
 }  // namespace tessaly

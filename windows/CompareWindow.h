@@ -9,6 +9,7 @@
 #include "windows/CompareModel.h"
 #include "windows/CompareWork.h"
 #include "windows/ReviewWindow.h"
+#include "windows/ReviewWork.h"
 
 class QPushButton;
 
@@ -20,8 +21,8 @@ namespace tessaly {
 
 // Two macros beside each other: what differs, and taking it over from one into the other. It is handed what
 // the sides hold, and asks for it again whenever it is told that one may have changed; it keeps its place
-// then. Nothing that is read or compared holds the GUI thread up, and what comes of sides that have changed
-// meanwhile is dropped. GUI thread.
+// then. Nothing that is read, compared or put together holds the GUI thread up, and what comes of sides that
+// have changed meanwhile is dropped. It does not close before what is taken is handed on. GUI thread.
 class CompareWindow : public ReviewWindow {
   Q_OBJECT
 
@@ -35,8 +36,11 @@ class CompareWindow : public ReviewWindow {
  public slots:
   // A side may have changed: it is compared anew once the handlers that run now are through.
   void follow();
+  void reject() override;
 
  private:
+  using Taking = ReviewWork<CompareTake>;
+
   // Where the view stands: in a row, and how far below its top.
   struct Place {
     std::array<std::size_t, 2> commands{};  // of each side, in front of the row
@@ -64,7 +68,7 @@ class CompareWindow : public ReviewWindow {
   void takeAt(const QModelIndex& arrow);
   void takeSelected(Side into);
   void take(Side into, const std::vector<std::size_t>& rows);
-  void handOver(const CompareTake& take);
+  void handOver(const Outcome& outcome);
 
   CompareWays ways_;
   std::unique_ptr<Ui::CompareWindow> ui_;
@@ -73,9 +77,13 @@ class CompareWindow : public ReviewWindow {
   std::array<CompareSide, 2> sides_;
   std::array<QPushButton*, 2> take_{}, takeAll_{};
   CompareWork work_;
-  QString toldTaken_;  // of the take that is under way, once it is done
-  QTimer due_;         // until it is compared anew
-  QTimer long_;        // until it is told that this takes a while
+  QTimer due_;                        // until it is compared anew
+  QTimer long_;                       // until it is told that this takes a while
+  Side into_ = Side::kA;              // of the take that is under way
+  QString toldTaken_;                 // of it, once it is done
+  std::optional<CompareTake> taken_;  // once it is put together
+  bool closing_ = false;              // once it is handed on
+  Taking taking_;
 };
 
 }  // namespace tessaly

@@ -30,16 +30,9 @@ CompareWork::CompareWork(QThreadPool& pool, const FunctionDictionary& dictionary
   connect(&watcher_, &QFutureWatcherBase::finished, this, [this] {
     if (!watcher_.isCanceled() && watcher_.future().resultCount() > 0) emit ready(watcher_.result());
   });
-  connect(&takes_, &QFutureWatcherBase::finished, this, [this] {
-    taking_ = false;
-    if (takes_.future().resultCount() > 0) emit taken(takes_.result());
-  });
 }
 
-CompareWork::~CompareWork() {
-  watcher_.future().cancel();
-  takes_.future().cancel();
-}
+CompareWork::~CompareWork() { watcher_.future().cancel(); }
 
 void CompareWork::begin(const std::array<CompareSide, 2>& sides) {
   watcher_.future().cancel();
@@ -48,20 +41,6 @@ void CompareWork::begin(const std::array<CompareSide, 2>& sides) {
   pool_.start([promise, sides, &dictionary = dictionary_] {
     promise->start();
     if (!promise->isCanceled()) promise->addResult(compare(sides, dictionary));
-    promise->finish();
-  });
-}
-
-void CompareWork::take(CompareTake wanted) {
-  taking_ = true;
-  auto promise = std::make_shared<QPromise<CompareTake>>();
-  takes_.setFuture(promise->future());
-  pool_.start([promise, wanted = std::move(wanted)]() mutable {
-    promise->start();
-    if (!promise->isCanceled()) {
-      wanted.taken = apply(wanted.shown, wanted.edit);
-      promise->addResult(std::move(wanted));
-    }
     promise->finish();
   });
 }

@@ -28,20 +28,14 @@ class CompareWork : public QObject {
   ~CompareWork() override;
 
   void begin(const std::array<CompareSide, 2>& sides);
-  // Applies the edit, and hands all of it on with what came of it. One at a time.
-  void take(CompareTake wanted);
-  [[nodiscard]] bool taking() const { return taking_; }
 
  signals:
-  void taken(const tessaly::CompareTake& take);
   void ready(const tessaly::CompareWork::Result& result);
 
  private:
   QThreadPool& pool_;
   const FunctionDictionary& dictionary_;
   QFutureWatcher<Result> watcher_;
-  QFutureWatcher<CompareTake> takes_;
-  bool taking_ = false;
 };
 
 }  // namespace tessaly

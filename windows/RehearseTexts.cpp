@@ -160,8 +160,9 @@ QString RehearseTexts::now(const RehearseNow& now) {
       return tr("%1 has told %2 of %3 values, the others have not come: they can be asked for again.")
           .arg(now.panel(), came, all);
     case RehearseNow::State::kThere:
-      return now.wanted() == 0 ? tr("%1 tells none of these values.").arg(now.panel())
-                               : tr("%1 has told all %2 values.").arg(now.panel(), all);
+      return now.wanted() == 0
+                 ? tr("%1 tells none of these values.").arg(now.panel())
+                 : tr("%1 has told all %n values.", nullptr, static_cast<int>(now.wanted())).arg(now.panel());
   }
   return {};
 }

@@ -21,6 +21,7 @@ void ReplaceModel::clear() {
   beginResetModel();
   macros_.clear();
   outcomes_.clear();
+  unjudged_.clear();
   endResetModel();
   emit tickedChanged();
 }
@@ -44,6 +45,14 @@ void ReplaceModel::setOutcome(std::size_t macro, const QString& outcome) {
   emit dataChanged(row, row.siblingAtColumn(kColumns - 1));
   if (const int count = rowCount(row); count > 0)
     emit dataChanged(index(0, 0, row), index(count - 1, kColumns - 1, row));
+}
+
+void ReplaceModel::judge(std::size_t macro, const std::vector<bool>& ticked, RetargetProposals judged) {
+  RetargetedMacro& here = *macros_[macro].macro;
+  if (here.ticked != ticked || judged.empty()) return;
+  here.proposals = std::move(judged);
+  const QModelIndex top = index(static_cast<int>(macro), 0);
+  emit dataChanged(index(0, kFindings, top), index(rowCount(top) - 1, kFindings, top));
 }
 
 std::optional<std::size_t> ReplaceModel::macroOf(const QModelIndex& index) const {
@@ -126,6 +135,7 @@ bool ReplaceModel::setData(const QModelIndex& index, const QVariant& value, int 
     for (std::size_t i = 0; i < macro.ticked.size(); ++i)
       macro.ticked[i] = on && macro.proposals[i].possible();
   }
+  unjudged_.insert(*macroOf(index));
   const QModelIndex top = proposal(index) ? parent(index) : index.siblingAtColumn(0);
   emit dataChanged(top, top, {Qt::CheckStateRole});
   emit dataChanged(this->index(0, 0, top), this->index(rowCount(top) - 1, 0, top), {Qt::CheckStateRole});
@@ -199,7 +209,7 @@ QVariant ReplaceModel::headerData(int section, Qt::Orientation orientation, int 
     case kAfter:
       return tr("After");
     case kFindings:
-      return tr("Findings, when all are changed");
+      return tr("Findings, when what is ticked is changed");
     default:
       return {};
   }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include <QAbstractItemModel>
@@ -31,6 +33,10 @@ class ReplaceModel : public QAbstractItemModel {
   void add(std::vector<FoundReplacement> found);
   // What became of a macro; it can no longer be ticked.
   void setOutcome(std::size_t macro, const QString& outcome);
+  // The macros with other ticks than those that their findings were told for; once.
+  [[nodiscard]] std::set<std::size_t> takeUnjudged() { return std::exchange(unjudged_, {}); }
+  // The findings of these ticks; dropped when others are set by now.
+  void judge(std::size_t macro, const std::vector<bool>& ticked, RetargetProposals judged);
 
   [[nodiscard]] const std::vector<FoundReplacement>& macros() const { return macros_; }
   // The one that a row is about or of; nothing outside.
@@ -60,6 +66,7 @@ class ReplaceModel : public QAbstractItemModel {
 
   std::vector<FoundReplacement> macros_;
   std::vector<QString> outcomes_;  // of each; empty before it was written
+  std::set<std::size_t> unjudged_;
 };
 
 }  // namespace tessaly

@@ -1,5 +1,7 @@
 #include "windows/ReplaceWindow.h"
 
+#include <chrono>
+
 #include <QHeaderView>
 #include <QShortcut>
 
@@ -16,6 +18,7 @@ namespace tessaly {
 namespace {
 
 constexpr int kCommandWidth = 170, kLineWidth = 310;  // pixels, to start with
+constexpr std::chrono::milliseconds kJudgeSoon{150};  // once nobody ticks any more
 constexpr std::string_view kKeyEnd = ".upk";
 
 using Kind = RetargetRule::Kind;
@@ -82,7 +85,13 @@ ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
           [this](std::vector<ReplacedBatch> done, Writing::Progress) {
             if (!done.empty()) written_ = std::move(done.back());
           },
-          [this](const Outcome& outcome) { endWriting(outcome); }) {
+          [this](const Outcome& outcome) { endWriting(outcome); }),
+      judging_(
+          [this](std::vector<Judged> judged, Judging::Progress) {
+            if (judged_ != previews_) return;
+            for (Judged& one : judged) model_.judge(one.macro, one.ticked, std::move(one.proposals));
+          },
+          [](const Outcome&) {}) {
   ui_->setupUi(this);
   setUpFields();
   setUpTable();
@@ -96,6 +105,10 @@ ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
   connect(ui_->replace, &QPushButton::clicked, this, &ReplaceWindow::replace);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
   connect(&model_, &ReplaceModel::tickedChanged, this, &ReplaceWindow::showControls);
+  connect(&model_, &ReplaceModel::tickedChanged, &judgeDue_, qOverload<>(&QTimer::start));
+  judgeDue_.setSingleShot(true);
+  judgeDue_.setInterval(kJudgeSoon);
+  connect(&judgeDue_, &QTimer::timeout, this, &ReplaceWindow::judge);
   showControls();
   ui_->from->setFocus();
 }
@@ -159,7 +172,8 @@ Expected<MacroRetarget> ReplaceWindow::retarget() {
   if (!rule) return rule.failure();
   const CheckContext knowledge = surroundings_.knowledge();
   off_ = offText(knowledge.off);
-  return MacroRetarget::make(*rule, knowledge);
+  again_ = [rule = *rule, knowledge] { return MacroRetarget::make(rule, knowledge); };
+  return again_();
 }
 
 void ReplaceWindow::preview() {
@@ -168,6 +182,7 @@ void ReplaceWindow::preview() {
   ui_->problem->setText(made ? QString() : shown(made.failure().text));
   if (!made) return;
   model_.clear();
+  ++previews_;
   seen_ = 0;
   const auto scope = ui_->scope->current();
   if (!scope) {
@@ -222,33 +237,35 @@ QString ReplaceWindow::summary() const {
 
 void ReplaceWindow::replace() {
   if (reading_.running() || writing() || model_.ticked() == 0) return;
-  std::vector<BatchItem> batch;
+  std::vector<RetargetedMacro> wanted;
   items_.clear();
   for (std::size_t i = 0; i < model_.macros().size(); ++i) {
     const FoundReplacement& one = model_.macros()[i];
     if (!one.macro || one.macro->tickedCount() == 0) continue;
     // The panes may show more than they did for the preview.
-    const QString leftOut = surroundings_.leftOut(one.place.place);
-    auto item = one.macro->item();
-    if (!leftOut.isEmpty() || !item) {
-      tell(tr("NOTHING was replaced: %1 (%2)")
-               .arg(shown(one.place.title()),
-                    leftOut.isEmpty() ? surroundings_.failureText(item.failure()) : leftOut));
+    if (const QString leftOut = surroundings_.leftOut(one.place.place); !leftOut.isEmpty()) {
+      tell(tr("NOTHING was replaced: %1 (%2)").arg(shown(one.place.title()), leftOut));
       return;
     }
-    batch.push_back(*std::move(item));
+    wanted.push_back(*one.macro);
     items_.push_back(i);
   }
   written_ = {};
-  tell(tr("Writing %n macros...", nullptr, static_cast<int>(batch.size())));
+  tell(tr("Writing %n macros...", nullptr, static_cast<int>(wanted.size())));
   ui_->progress->setRange(0, 0);
-  writing_.start(
-      [job = surroundings_.job("replace " + rule_, std::move(batch))](Writing::Report& report) -> Outcome {
-        auto done = job(report.stop());
-        if (!done) return done.failure();
-        report.add(*std::move(done));
-        return {};
-      });
+  writing_.start([job = surroundings_.job("replace " + rule_),
+                  wanted = std::move(wanted)](Writing::Report& report) -> Outcome {
+    std::vector<BatchItem> items;
+    for (const RetargetedMacro& macro : wanted) {
+      auto item = macro.item();
+      if (!item) return item.failure();
+      items.push_back(*std::move(item));
+    }
+    auto done = job(std::move(items), report.stop());
+    if (!done) return done.failure();
+    report.add(*std::move(done));
+    return {};
+  });
   showControls();
 }
 
@@ -258,11 +275,9 @@ void ReplaceWindow::endWriting(const Outcome& outcome) {
     return written_.failed ? std::optional(written_.rows[*written_.failed].why) : std::nullopt;
   }();
   for (std::size_t i = 0; i < written_.rows.size(); ++i) {
-    const MacroBatch::Row& row = written_.rows[i];
-    const bool putBack = row.state == MacroBatch::Row::State::kAsBefore && written_.failed != i;
-    model_.setOutcome(items_[i], row.done() ? tr("replaced")
-                                 : putBack  ? tr("as before")
-                                            : tr("NOT replaced: %1").arg(surroundings_.failureText(row.why)));
+    model_.setOutcome(items_[i], outcomeText(i));
+    if (written_.rows[i].state == MacroBatch::Row::State::kUnknown)
+      emit leftUnknown(model_.macros()[items_[i]].place.place);
   }
   const int count = static_cast<int>(written_.traces.size());
   const QString done =
@@ -276,6 +291,47 @@ void ReplaceWindow::endWriting(const Outcome& outcome) {
   if (count > 0) emit replaced(tr("replacement in %n macros", nullptr, count), written_.traces);
   showControls();
   if (closing_) close();
+}
+
+QString ReplaceWindow::outcomeText(std::size_t item) const {
+  using State = MacroBatch::Row::State;
+  const MacroBatch::Row& row = written_.rows[item];
+  const bool panel = BatchPlaces::onPanel(model_.macros()[items_[item]].place.place);
+  const QString why = surroundings_.failureText(row.why);
+  switch (row.state) {
+    case State::kDone:
+      return tr("replaced");
+    case State::kUnverified:
+      return tr("replaced, NOT verified");
+    case State::kUnknown:
+      return tr("UNKNOWN what stands there: %1").arg(why);
+    case State::kWaiting:
+    case State::kAsBefore:
+      break;
+  }
+  // Of files the one that failed tells why; the others were put back for its sake.
+  return panel || written_.failed == item ? tr("NOT replaced: %1").arg(why) : tr("as before");
+}
+
+// The findings of the macros whose ticks have changed.
+void ReplaceWindow::judge() {
+  if (judging_.running()) return judgeDue_.start();
+  std::vector<Judged> wanted;
+  for (const std::size_t i : model_.takeUnjudged())
+    if (const auto& macro = model_.macros()[i].macro)
+      wanted.push_back({i, macro->macro, macro->ticked, macro->proposals});
+  if (wanted.empty()) return;
+  judged_ = previews_;
+  judging_.start([wanted = std::move(wanted), again = again_](Judging::Report& report) mutable -> Outcome {
+    auto retarget = again();
+    if (!retarget) return retarget.failure();
+    for (Judged& one : wanted) {
+      if (report.stop().stop_requested()) break;
+      retarget->judge(one.content, one.proposals, one.ticked);
+      report.add(std::move(one));
+    }
+    return {};
+  });
 }
 
 void ReplaceWindow::cancel() {

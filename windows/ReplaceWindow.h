@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <QLineEdit>
+#include <QTimer>
 
 #include "windows/ReplaceModel.h"
 #include "windows/ReviewWindow.h"
@@ -20,7 +21,8 @@ class ReplaceWindow;
 namespace tessaly {
 
 // Writes a batch on another thread. What is to stop is put back as far as it was written.
-using ReplaceJob = std::function<Expected<ReplacedBatch>(const std::stop_token& stop)>;
+using ReplaceJob =
+    std::function<Expected<ReplacedBatch>(std::vector<BatchItem> items, const std::stop_token& stop)>;
 
 // What the window works with; the reference outlives it.
 struct ReplaceSurroundings {
@@ -30,7 +32,7 @@ struct ReplaceSurroundings {
   // Why a macro is left out just now, as one that a pane shows with unsaved changes; empty otherwise.
   std::function<QString(const MacroPlace& place)> leftOut;
   // To write them: files all or none.
-  std::function<ReplaceJob(const std::string& title, std::vector<BatchItem> items)> job;
+  std::function<ReplaceJob(const std::string& title)> job;
   std::function<QString(const Failure& failure)> failureText;
 };
 
@@ -57,10 +59,20 @@ class ReplaceWindow : public ReviewWindow {
   void openWanted(const tessaly::ReviewedPlace& place, int command);
   // A batch has written these, and can be undone as one.
   void replaced(const QString& name, const std::vector<tessaly::BatchTrace>& traces);
+  // What a panel holds there could not be found out.
+  void leftUnknown(const tessaly::MacroPlace& place);
 
  private:
   using Reading = ReviewWork<FoundReplacement>;
   using Writing = ReviewWork<ReplacedBatch>;
+  // A macro of the preview, by its number, with the findings of these ticks.
+  struct Judged {
+    std::size_t macro;
+    Macro content;
+    std::vector<bool> ticked;
+    RetargetProposals proposals;
+  };
+  using Judging = ReviewWork<Judged>;
 
   void setUpFields();
   void setUpTable();
@@ -71,6 +83,8 @@ class ReplaceWindow : public ReviewWindow {
   void endReading(const Outcome& outcome);
   void replace();
   void endWriting(const Outcome& outcome);
+  [[nodiscard]] QString outcomeText(std::size_t item) const;
+  void judge();
   void openCurrent();
   void showControls();
   [[nodiscard]] QString summary() const;
@@ -84,9 +98,14 @@ class ReplaceWindow : public ReviewWindow {
   std::size_t seen_ = 0;
   std::vector<std::size_t> items_;  // the macros that are being written
   ReplacedBatch written_;
-  bool closing_ = false;  // once nothing is written any more
+  bool closing_ = false;                            // once nothing is written any more
+  int previews_ = 0;                                // so far; findings of an earlier one are dropped
+  int judged_ = 0;                                  // the one that is being judged
+  QTimer judgeDue_;                                 // until the findings are told anew
+  std::function<Expected<MacroRetarget>()> again_;  // the rule of the preview, on any thread
   Reading reading_;
   Writing writing_;
+  Judging judging_;
 };
 
 }  // namespace tessaly

@@ -38,6 +38,7 @@ struct ReviewedPlace {
 struct OpenContent {
   ReviewedPlace place;
   std::variant<Macro, KeyFile> content;
+  bool unsaved = false;  // not as it is stored
 };
 
 // All that is below a folder of the disk.

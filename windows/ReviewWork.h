@@ -47,11 +47,25 @@ class ReviewWork : public QObject {
   ReviewWork(std::function<void(std::vector<Result> found, Progress progress)> take,
              std::function<void(const Outcome& outcome)> end)
       : take_(std::move(take)), end_(std::move(end)) {}
-  ~ReviewWork() override { stop(); }
+  ~ReviewWork() override { thread_ = {}; }  // asks it to stop, and waits
 
-  // In place of the job that is under way, of which nothing is told any more.
+  // In place of the job that is under way, of which nothing is told any more; begins once that has ended.
   void start(Job job) {
-    stop();
+    if (!running()) return begin(std::move(job));
+    replaced_ = true;
+    next_ = std::move(job);
+    thread_.request_stop();
+  }
+  // The job ends soon, and tells so.
+  void cancel() {
+    next_ = {};
+    thread_.request_stop();
+  }
+  [[nodiscard]] bool running() const { return thread_.joinable(); }
+
+ private:
+  void begin(Job job) {
+    progress_ = {};  // nobody else is there
     try {
       thread_ = std::jthread([this, job = std::move(job)](const std::stop_token& stop) {
         Report report(*this, stop);
@@ -61,17 +75,6 @@ class ReviewWork : public QObject {
     } catch (const std::system_error& failure) {
       end_(Failure{Failure::Kind::kNoMemory, failure.what()});
     }
-  }
-  // The job ends soon, and tells so.
-  void cancel() { thread_.request_stop(); }
-  [[nodiscard]] bool running() const { return thread_.joinable(); }
-
- private:
-  void stop() {
-    thread_ = {};  // asks it to stop, and waits
-    const std::lock_guard guard(mutex_);
-    found_.clear();
-    outcome_.reset();
   }
 
   template <class Change>
@@ -94,11 +97,14 @@ class ReviewWork : public QObject {
       outcome.swap(outcome_);
       progress = progress_;
     }
-    if (!thread_.joinable()) return;
-    take_(std::move(found), progress);
+    if (!replaced_) take_(std::move(found), progress);
     if (!outcome) return;
     thread_ = {};
-    end_(*outcome);
+    if (!std::exchange(replaced_, false)) return end_(*outcome);
+    if (Job next = std::exchange(next_, {}))
+      begin(std::move(next));
+    else
+      end_(Failure{Failure::Kind::kCancelled, "cancelled"});
   }
 
   const std::function<void(std::vector<Result>, Progress)> take_;
@@ -107,7 +113,9 @@ class ReviewWork : public QObject {
   std::vector<Result> found_;
   Progress progress_;
   std::optional<Outcome> outcome_;
-  bool told_ = false;  // a delivery is under way
+  bool told_ = false;      // a delivery is under way
+  bool replaced_ = false;  // the job that is under way, by the next one
+  Job next_;
   std::jthread thread_;
 };
 

@@ -18,6 +18,12 @@ SheetMacro placed(const ReviewedPlace& place) {
   return {SheetReading::placeText(place.place), place.number, place.name};
 }
 
+SheetMacro placed(const OpenContent& open) {
+  SheetMacro macro = placed(open.place);
+  macro.unsaved = open.unsaved;
+  return macro;
+}
+
 // What the sheet is called, as the command-line twin calls it.
 std::string titleOf(const ReviewScope& scope, const Sheet& sheet) {
   if (const auto* folder = std::get_if<FolderContent>(&scope.what)) return folder->path;
@@ -40,6 +46,7 @@ SheetWords sheetWords() {
   words.empty = translated(QT_TRANSLATE_NOOP("SheetWords", "empty macro"));
   words.none = translated(QT_TRANSLATE_NOOP("SheetWords", "no macros"));
   words.unread = translated(QT_TRANSLATE_NOOP("SheetWords", "cannot be read (%1)"));
+  words.unsaved = translated(QT_TRANSLATE_NOOP("SheetWords", "%1 (unsaved changes)"));
   words.findings = translated(QT_TRANSLATE_NOOP("SheetWords", "Findings"));
   words.after = translated(QT_TRANSLATE_NOOP("SheetWords", "After this macro"));
   words.notes = translated(QT_TRANSLATE_NOOP("SheetWords", "Notes"));
@@ -58,21 +65,20 @@ Outcome readSheet(const SiteRoot& root, const ReviewScope& scope, const CheckCon
   SheetReading reading(context, sheetWords());
   const auto sheet = std::make_shared<Sheet>();
   sheet->ofMany = !std::holds_alternative<OpenContent>(scope.what);
-  const Outcome walked =
-      walkScope(root, scope,
-                {.open =
-                     [&](const OpenContent& open) {
-                       sheet->macros.push_back(std::visit(
-                           [&](const auto& content) { return reading.read(placed(open.place), content); },
-                           open.content));
-                     },
-                 .folder = [&] { reading.beginFolder(); },
-                 .stored =
-                     [&](const ReviewedPlace& place, const std::string& file, Expected<std::string> bytes) {
-                       sheet->macros.push_back(reading.read(placed(place), file, std::move(bytes)));
-                     },
-                 .progress = [&](std::size_t done, std::size_t of) { report.progress(done, of); }},
-                report.stop());
+  const Outcome walked = walkScope(
+      root, scope,
+      {.open =
+           [&](const OpenContent& open) {
+             sheet->macros.push_back(std::visit(
+                 [&](const auto& content) { return reading.read(placed(open), content); }, open.content));
+           },
+       .folder = [&] { reading.beginFolder(); },
+       .stored =
+           [&](const ReviewedPlace& place, const std::string& file, Expected<std::string> bytes) {
+             sheet->macros.push_back(reading.read(placed(place), file, std::move(bytes)));
+           },
+       .progress = [&](std::size_t done, std::size_t of) { report.progress(done, of); }},
+      report.stop());
   if (!walked) return walked;
   sheet->title = titleOf(scope, *sheet);
   return layOutSheet(sheet, options, report);

@@ -1,12 +1,15 @@
 #include "windows/WorkplacesWindow.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stop_token>
 #include <utility>
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPointer>
 
+#include "review/MacroCheck.h"
 #include "ui_WorkplacesWindow.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListFinder.h"
@@ -33,6 +36,9 @@ WorkplacesWindow::WorkplacesWindow(Ways ways, QWidget* owner)
             ui_->progress->setValue(static_cast<int>(progress.done));
           },
           [this](const Outcome& outcome) { endReading(outcome); }),
+      looking_([this](std::vector<FaultyMacro> faulty,
+                      auto) { std::ranges::move(faulty, std::back_inserter(faulty_)); },
+               [this](const Outcome& outcome) { endLook(outcome); }),
       copying_(
           [this](const std::vector<Copied>& copied, auto progress) {
             takeCopied(copied);
@@ -234,6 +240,40 @@ void WorkplacesWindow::startCopy() {
   for (const std::size_t row : copied_)
     if (model_.rows()[row].failed || model_.rows()[row].result.isEmpty())
       model_.setResult(row, tr("waits"), true);
+  look();
+  showControls();
+}
+
+// Reads what is to be copied, and looks at what goes to a panel.
+void WorkplacesWindow::look() {
+  say(tr("Reading what is to be copied..."));
+  cancelled_ = false;
+  faulty_.clear();
+  const auto context =
+      BatchPlaces::onPanel(targets_.front()) ? std::optional(ways_.knowledge()) : std::nullopt;
+  looking_.start([copy = copy_.get(), context](auto& report) -> Outcome {
+    const std::stop_callback cancelled(report.stop(), [copy] { copy->cancel(); });
+    if (Outcome read = copy->read(); !read || !context) return read;
+    MacroCheck check(*context);
+    for (const BatchItem& item : copy->fresh()) {
+      const auto macro = Macro::read(*item.bytes);
+      if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+      if (!macro) continue;
+      Findings errors = check.check(*macro);
+      std::erase_if(errors, [](const Finding& finding) { return finding.severity != Severity::kError; });
+      if (!errors.empty())
+        report.add({item.place.number + " - " + macro->name().value_or(""), std::move(errors)});
+    }
+    return {};
+  });
+}
+
+void WorkplacesWindow::endLook(const Outcome& outcome) {
+  const QPointer<WorkplacesWindow> here(this);
+  if (!outcome) return endCopy(outcome);
+  if (cancelled_) return endCopy(Failure{Failure::Kind::kCancelled, "was cancelled"});
+  if (!faulty_.empty() && !maySend()) return;
+  if (here.isNull()) return;
   say(tr("Copying..."));
   copying_.start([copy = copy_.get()](auto& report) {
     const std::stop_callback cancelled(report.stop(), [copy] { copy->cancel(); });
@@ -244,6 +284,20 @@ void WorkplacesWindow::startCopy() {
     });
   });
   showControls();
+}
+
+// False, and nothing is copied, when the user does not want it so.
+bool WorkplacesWindow::maySend() {
+  const QPointer<WorkplacesWindow> here(this);
+  const bool may = ways_.maySend(faulty_, copy_->fresh().size());
+  if (may || here.isNull()) return may;
+  copy_.reset();
+  for (const std::size_t row : copied_)
+    if (model_.rows()[row].failed) model_.setResult(row, tr("not copied"), false);
+  say(tr("Nothing was copied: %n macros have errors.", nullptr, static_cast<int>(faulty_.size())));
+  showControls();
+  if (closeWanted_) reject();
+  return false;
 }
 
 QString WorkplacesWindow::resultText(const MacroBatch::Row& row, const MacroPlace& place) const {
@@ -296,7 +350,9 @@ void WorkplacesWindow::endCopy(const Outcome& outcome) {
 }
 
 void WorkplacesWindow::cancel() {
+  cancelled_ = true;
   reading_.cancel();
+  looking_.cancel();
   copying_.cancel();
 }
 
@@ -323,8 +379,9 @@ void WorkplacesWindow::showControls() {
   ui_->retry->setEnabled(idle && failed);
   ui_->tickDifferent->setEnabled(!rows.empty());
   ui_->compare->setEnabled(ui_->table->currentIndex().isValid());
-  ui_->left->setEnabled(!copying_.running());
-  ui_->right->setEnabled(!copying_.running());
+  const bool copying = looking_.running() || copying_.running();
+  ui_->left->setEnabled(!copying);
+  ui_->right->setEnabled(!copying);
   ui_->cancel->setEnabled(!idle);
   ui_->progress->setVisible(!idle);
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "review/CheckRules.h"
 #include "review/WorkplaceCopy.h"
 #include "windows/ReviewWindow.h"
 #include "windows/ReviewWork.h"
@@ -25,6 +26,12 @@ struct WorkplaceChoice {
   std::function<std::optional<WorkplaceChoice>(QWidget* owner)> ask = {};
 };
 
+// A macro that is to go to a panel and has errors.
+struct FaultyMacro {
+  std::string title;  // "007 - Name"; UTF-8
+  Findings errors;
+};
+
 // Two workplaces beside each other, number by number, and copying between them. Reads and writes on threads
 // of its own; while it does it can be cancelled, and closing it cancels first. GUI thread.
 class WorkplacesWindow : public ReviewWindow {
@@ -36,6 +43,9 @@ class WorkplacesWindow : public ReviewWindow {
     std::function<std::vector<WorkplaceChoice>()> choices;
     // Whether these places may be written over; asks the user where that may lose anything.
     std::function<bool(const std::vector<MacroPlace>& places)> mayWrite;
+    std::function<CheckContext()> knowledge;  // what it refers to outlives the window
+    // Whether macros with errors may go to a panel all the same, `of` with those that have none; asks.
+    std::function<bool(const std::vector<FaultyMacro>& faulty, std::size_t of)> maySend;
     std::function<QString(const Failure& failure)> failureText;  // for people
   };
 
@@ -43,7 +53,7 @@ class WorkplacesWindow : public ReviewWindow {
   ~WorkplacesWindow() override;
 
   // Reads or writes.
-  [[nodiscard]] bool busy() const { return reading_.running() || copying_.running(); }
+  [[nodiscard]] bool busy() const { return reading_.running() || looking_.running() || copying_.running(); }
   void cancel();
 
  public slots:
@@ -72,6 +82,9 @@ class WorkplacesWindow : public ReviewWindow {
   void endReading(const Outcome& outcome);
   void copy(Way way);
   void startCopy();
+  void look();
+  void endLook(const Outcome& outcome);
+  [[nodiscard]] bool maySend();
   void takeCopied(const std::vector<Copied>& copied);
   void endCopy(const Outcome& outcome);
   void tickSelected();
@@ -89,12 +102,15 @@ class WorkplacesWindow : public ReviewWindow {
   std::array<int, 2> chosen_{-1, -1};
   bool againWanted_ = false;  // once what runs is over
   bool closeWanted_ = false;
+  bool cancelled_ = false;  // what is to be copied
   std::unique_ptr<WorkplaceCopy> copy_;
   std::vector<std::size_t> copied_;  // the row of each macro that is copied
   std::vector<MacroPlace> targets_;  // where each goes
   bool toRight_ = true;
   QString copyName_;
+  std::vector<FaultyMacro> faulty_;  // of what is to be copied
   ReviewWork<WorkplaceRow> reading_;
+  ReviewWork<FaultyMacro> looking_;
   ReviewWork<Copied> copying_;
 };
 

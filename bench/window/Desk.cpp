@@ -15,11 +15,12 @@ namespace {
 // Tells when a list has been painted with the rows that it has now.
 class PaintWatch : public QObject {
  public:
-  explicit PaintWatch(RowsView& list) {
+  explicit PaintWatch(QAbstractItemView& list) {
     list.viewport()->installEventFilter(this);
     const auto changed = [this] { painted_ = false; };
-    connect(&list.rows(), &QAbstractItemModel::modelReset, this, changed);
-    connect(&list.rows(), &QAbstractItemModel::layoutChanged, this, changed);
+    connect(list.model(), &QAbstractItemModel::modelReset, this, changed);
+    connect(list.model(), &QAbstractItemModel::layoutChanged, this, changed);
+    connect(list.model(), &QAbstractItemModel::dataChanged, this, changed);
   }
   [[nodiscard]] bool painted() const { return painted_; }
 
@@ -69,17 +70,28 @@ Desk::Desk(SiteRoot root, std::uint16_t ftpPort)
 Desk::~Desk() = default;
 
 void Desk::act(const std::function<void()>& action, int paintedList, const std::function<bool()>& done) {
-  PaintWatch paint(user_->list(paintedList));
+  act(
+      action, [&] { return &user_->list(paintedList); }, done);
+}
+
+void Desk::act(const std::function<void()>& action, const std::function<QAbstractItemView*()>& painted,
+               const std::function<bool()>& done) {
+  std::unique_ptr<PaintWatch> paint;
   bool acted = false, over = false;
+  const auto watch = [&] {
+    if (QAbstractItemView* list = paint ? nullptr : painted()) paint = std::make_unique<PaintWatch>(*list);
+  };
+  watch();
   QTimer::singleShot(0, window_.get(), [&] {
     action();
     acted = true;
   });
-  while (!over || !paint.painted()) {
+  while (!over || !paint->painted()) {
     stalls_->turn();
-    if (!over && acted && done()) {
+    watch();
+    if (!over && acted && paint && done()) {
       over = true;
-      if (!paint.painted()) user_->list(paintedList).viewport()->update();
+      if (!paint->painted()) painted()->viewport()->update();
     }
   }
 }

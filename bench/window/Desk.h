@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include <QAbstractItemView>
 #include <QApplication>
 
 #include "app/MainWindow.h"
@@ -32,6 +33,9 @@ class Desk {
 
   // Posts the action and runs the event loop until `done` holds and the list has been painted after that.
   void act(const std::function<void()>& action, int paintedList, const std::function<bool()>& done);
+  // The same of a list that the action may make; null until then.
+  void act(const std::function<void()>& action, const std::function<QAbstractItemView*()>& painted,
+           const std::function<bool()>& done);
   // The longest stretch of the GUI thread in all actions since the last call; seconds.
   double takeLongestStretch();
 

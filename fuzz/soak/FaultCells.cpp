@@ -144,7 +144,7 @@ void actClose(Desk& desk, const Fault&) {
   if (closed || !desk.edited(Pane::kA)) return;
   const std::string told = desk.strip();
   desk.press(a().discardChanges);
-  desk.window->say(QString::fromStdString(told));  // of the closing, which is judged
+  desk.window->say({Grade::kNote, QString::fromStdString(told)});  // of the closing, which is judged
 }
 
 // The file whose name is typed.
@@ -169,7 +169,7 @@ void actRestore(Desk& desk, const Fault&) {
   });
   const std::string told = desk.strip();
   desk.choose(Pane::kB, "&Close Snapshot");
-  desk.window->say(QString::fromStdString(told[0] == '0' ? "NOT restored: " + told : told));
+  desk.window->say({Grade::kNote, QString::fromStdString(told[0] == '0' ? "NOT restored: " + told : told)});
 }
 // The disk's macro 001 to the panel. What the window tells is put into the strip, to be judged there.
 void actCopyWorkplace(Desk& desk, const Fault& fault) {
@@ -194,7 +194,7 @@ void actCopyWorkplace(Desk& desk, const Fault& fault) {
   window->close();
   WindowDriver::waitFor([&] { return window.isNull(); }, "the end of the window");
   const bool copied = !found.isEmpty() && told.front().isDigit();
-  desk.window->say(copied ? told : QStringLiteral("0 macros copied: ") + told);
+  desk.window->say({Grade::kNote, copied ? told : QStringLiteral("0 macros copied: ") + told});
 }
 
 void setFaults(Desk& desk, void (*change)(PanelFaults& faults)) {

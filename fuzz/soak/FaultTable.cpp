@@ -50,7 +50,7 @@ class Cell {
       bringTo(desk_, operation_.stage);
       before_ = allFiles(desk_);
       static_cast<void>(desk_.dialogs.takeTexts());
-      desk_.window->say(QLatin1String(kQuiet));
+      desk_.window->say({Grade::kNote, QLatin1String(kQuiet)});
       desk_.dialogs.cancelProgress = fault_.stands;
       fault_.begin(desk_, operation_);
       operation_.act(desk_, fault_);

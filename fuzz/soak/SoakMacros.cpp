@@ -68,6 +68,7 @@ std::string SoakUser::create() {
     diskChanged(place);
     const auto macro = seeMacro(model_.disk[model_.macroFolder(here())][place]);
     require(macro && macro->name == name && macro->commands.empty(), "another macro was created");
+    model_.openMacro(pane_, place);
   }
   return "creates " + std::to_string(place) + " " + name;
 }
@@ -125,6 +126,7 @@ void SoakUser::copied(int number) {
   }
   if (bytes) model_.disk[model_.macroFolder(here())][number] = *bytes;
   model_.listMacros(pane_);
+  if (bytes) model_.openMacro(pane_, number);
 }
 
 std::string SoakUser::rename() {
@@ -149,7 +151,9 @@ void SoakUser::renamed(int number, const std::string& name) {
   if (!here().panel) {
     const std::string folder = model_.macroFolder(here());
     ModelFiles& files = model_.disk[folder];
-    if (const auto file = files.find(number); file != files.end() && seeMacro(file->second)) {
+    const auto file = files.find(number);
+    const bool done = file != files.end() && seeMacro(file->second);
+    if (done) {
       const std::string now = desk_.site.read(folder + format("macro%03d.mac", number));
       check(file->second, now);
       file->second = now;
@@ -162,6 +166,7 @@ void SoakUser::renamed(int number, const std::string& name) {
       }
     }
     model_.listMacros(pane_);
+    if (done) model_.openMacro(pane_, number);
     return;
   }
   if (model_.line.panel < 0) return;
@@ -326,7 +331,7 @@ std::string SoakUser::update() {
   if (!usable(ids().updateData)) return {};
   const bool accept = number(4) != 0;
   desk_.dialogs.boxButtons = {accept ? QStringLiteral("OK") : QStringLiteral("Cancel"), QStringLiteral("OK")};
-  desk_.window->say(QString());
+  desk_.window->say({});
   desk_.press(ids().updateData);
   desk_.dialogs.boxButtons = {QStringLiteral("OK")};
   updated(accept);

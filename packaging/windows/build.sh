@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds Tessaly for 64 bit Windows by Debian's cross compiler, and proves it under wine: packaging/windows/build.sh
-# [--plain]. The libraries are built once, and kept in ~/.cache/tessaly-windows (TESSALY_WINDOWS_CACHE) by their
-# versions; what is built stays in build/windows. With --plain the command-line twin and the tests; else the window too, and the installer and the ZIP in build/windows-package.
+# [--plain|--libraries]. The libraries are built once, and kept in ~/.cache/tessaly-windows (TESSALY_WINDOWS_CACHE) by
+# their versions; what is built stays in build/windows. With --plain the command-line twin and the tests, with --libraries
+# only the libraries; else the window too, and the installer and the ZIP in build/windows-package.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 here=$PWD/packaging/windows
@@ -12,6 +13,7 @@ install_missing "${windows_packages[@]}"
 . "$here/libraries.sh"
 began=$SECONDS
 prepare_libraries
+[ "${1:-}" != --libraries ] || exit 0
 [ -n "$plain" ] || prepare_toolkit
 
 echo "== programs"

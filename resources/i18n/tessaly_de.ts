@@ -9,6 +9,659 @@
     </message>
 </context>
 <context>
+    <name>ActFinder</name>
+    <message>
+        <source>Find an Act</source>
+        <translation>Eine Tätigkeit finden</translation>
+    </message>
+    <message>
+        <source>words of what is to be done</source>
+        <translation>Wörter für das, was zu tun ist</translation>
+    </message>
+    <message>
+        <source>Words of what is to be done</source>
+        <translation>Wörter für das, was zu tun ist</translation>
+    </message>
+    <message>
+        <source>Acts that were found</source>
+        <translation>Gefundene Tätigkeiten</translation>
+    </message>
+    <message>
+        <source>Act</source>
+        <translation>Tätigkeit</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>Why not now</source>
+        <translation>Warum jetzt nicht</translation>
+    </message>
+</context>
+<context>
+    <name>ActMenu</name>
+    <message>
+        <source>Ma&amp;cro</source>
+        <translation>M&amp;akro</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeitun&amp;g</translation>
+    </message>
+    <message>
+        <source>Comp&amp;are</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
+    <message>
+        <source>Review</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Panel</source>
+        <translation>Bedienpult</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>Ansi&amp;cht</translation>
+    </message>
+    <message>
+        <source>Site</source>
+        <translation>Anlage</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+</context>
+<context>
+    <name>Acts</name>
+    <message>
+        <source>the functions are still being read</source>
+        <translation>die Funktionen werden noch gelesen</translation>
+    </message>
+    <message>
+        <source>the pane shows the disk: let it show the panel first</source>
+        <translation>der Bereich zeigt die Platte: erst das Bedienpult zeigen lassen</translation>
+    </message>
+    <message>
+        <source>the pane is not connected to a panel</source>
+        <translation>der Bereich ist mit keinem Bedienpult verbunden</translation>
+    </message>
+    <message>
+        <source>the pane has unsaved changes: save or discard them first</source>
+        <translation>der Bereich enthält ungespeicherte Änderungen: erst speichern oder verwerfen</translation>
+    </message>
+    <message>
+        <source>the pane shows a snapshot: close it first</source>
+        <translation>der Bereich zeigt einen Abzug: ihn erst schließen</translation>
+    </message>
+    <message>
+        <source>what the pane shows can only be viewed or copied from</source>
+        <translation>was der Bereich zeigt, kann nur angesehen oder kopiert werden</translation>
+    </message>
+    <message>
+        <source>no workplace is chosen</source>
+        <translation>kein Arbeitsplatz ist gewählt</translation>
+    </message>
+    <message>
+        <source>no macro is chosen in the other pane</source>
+        <translation>im anderen Bereich ist kein Makro gewählt</translation>
+    </message>
+    <message>
+        <source>no macro is chosen</source>
+        <translation>kein Makro ist gewählt</translation>
+    </message>
+    <message>
+        <source>no commands are shown</source>
+        <translation>es werden keine Befehle gezeigt</translation>
+    </message>
+    <message>
+        <source>no command is selected</source>
+        <translation>kein Befehl ist ausgewählt</translation>
+    </message>
+    <message>
+        <source>select one command, and no other</source>
+        <translation>genau einen Befehl auswählen</translation>
+    </message>
+    <message>
+        <source>the macro cannot be saved without a loss</source>
+        <translation>das Makro lässt sich nicht ohne Verlust speichern</translation>
+    </message>
+    <message>
+        <source>there are no unsaved changes</source>
+        <translation>es gibt keine ungespeicherten Änderungen</translation>
+    </message>
+    <message>
+        <source>there is no step to undo</source>
+        <translation>es gibt keinen Schritt, der zurückzunehmen wäre</translation>
+    </message>
+    <message>
+        <source>there is no step to make again</source>
+        <translation>es gibt keinen Schritt, der zu wiederholen wäre</translation>
+    </message>
+    <message>
+        <source>the macro has no steps</source>
+        <translation>das Makro hat keine Schritte</translation>
+    </message>
+    <message>
+        <source>nothing was done to a whole macro since the start</source>
+        <translation>seit dem Start wurde an keinem ganzen Makro etwas getan</translation>
+    </message>
+    <message>
+        <source>the pane shows no snapshot</source>
+        <translation>der Bereich zeigt keinen Abzug</translation>
+    </message>
+    <message>
+        <source>it needs a macro, and a connected panel behind the pane</source>
+        <translation>nötig sind ein Makro und ein verbundenes Bedienpult hinter dem Bereich</translation>
+    </message>
+    <message>
+        <source>it is not possible in this pane now</source>
+        <translation>in diesem Bereich ist das jetzt nicht möglich</translation>
+    </message>
+    <message>
+        <source>&amp;Undo &quot;%1&quot;</source>
+        <translation>&amp;Rückgängig: „%1“</translation>
+    </message>
+    <message>
+        <source>&amp;Redo &quot;%1&quot;</source>
+        <translation>&amp;Wiederholen: „%1“</translation>
+    </message>
+    <message>
+        <source>Save &amp;Panel As...</source>
+        <translation>&amp;Bedienpult speichern unter...</translation>
+    </message>
+    <message>
+        <source>Disco&amp;nnect</source>
+        <translation>Tre&amp;nnen</translation>
+    </message>
+    <message>
+        <source>&amp;New...</source>
+        <translation>&amp;Neu...</translation>
+    </message>
+    <message>
+        <source>create</source>
+        <translation>anlegen erstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Open File...</source>
+        <translation>Datei ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>load macro from anywhere</source>
+        <translation>Makro von irgendwo laden</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>save changes send to the panel</source>
+        <translation>Änderungen speichern an das Bedienpult senden</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>&amp;Discard Changes</source>
+        <translation>Änderungen &amp;verwerfen</translation>
+    </message>
+    <message>
+        <source>revert throw away</source>
+        <translation>zurück wegwerfen</translation>
+    </message>
+    <message>
+        <source>Cop&amp;y from the Other Pane...</source>
+        <translation>Aus der anderen Seite &amp;kopieren...</translation>
+    </message>
+    <message>
+        <source>send to the panel transfer</source>
+        <translation>an das Bedienpult senden übertragen</translation>
+    </message>
+    <message>
+        <source>Rena&amp;me...</source>
+        <translation>U&amp;mbenennen...</translation>
+    </message>
+    <message>
+        <source>De&amp;lete...</source>
+        <translation>&amp;Löschen...</translation>
+    </message>
+    <message>
+        <source>remove</source>
+        <translation>entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>take back whole macro</source>
+        <translation>zurücknehmen ganzes Makro</translation>
+    </message>
+    <message>
+        <source>&amp;History...</source>
+        <translation>&amp;Verlauf...</translation>
+    </message>
+    <message>
+        <source>get back earlier version overwritten deleted</source>
+        <translation>zurückholen frühere Fassung überschrieben gelöscht</translation>
+    </message>
+    <message>
+        <source>R&amp;ehearse...</source>
+        <translation>Prob&amp;en...</translation>
+    </message>
+    <message>
+        <source>try effect after this macro</source>
+        <translation>ausprobieren Wirkung nach diesem Makro</translation>
+    </message>
+    <message>
+        <source>Ca&amp;pture...</source>
+        <translation>Au&amp;fnehmen...</translation>
+    </message>
+    <message>
+        <source>values of the panel preview</source>
+        <translation>Werte des Bedienpults Vorschau</translation>
+    </message>
+    <message>
+        <source>Pr&amp;int...</source>
+        <translation>&amp;Drucken...</translation>
+    </message>
+    <message>
+        <source>paper sheet</source>
+        <translation>Papier Blatt</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>&amp;Exportieren...</translation>
+    </message>
+    <message>
+        <source>PDF HTML CSV sheet file</source>
+        <translation>PDF HTML CSV Blatt Datei</translation>
+    </message>
+    <message>
+        <source>take back step</source>
+        <translation>zurücknehmen Schritt</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>again step</source>
+        <translation>noch einmal Schritt</translation>
+    </message>
+    <message>
+        <source>&amp;Steps...</source>
+        <translation>&amp;Schritte...</translation>
+    </message>
+    <message>
+        <source>undo list</source>
+        <translation>rückgängig Liste</translation>
+    </message>
+    <message>
+        <source>C&amp;ut</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>insert clipboard</source>
+        <translation>einsetzen Zwischenablage</translation>
+    </message>
+    <message>
+        <source>&amp;Duplicate</source>
+        <translation>&amp;Duplizieren</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>order</source>
+        <translation>Reihenfolge verschieben</translation>
+    </message>
+    <message>
+        <source>Move Do&amp;wn</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>A&amp;lle auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Find in the List...</source>
+        <translation>In der Liste &amp;finden...</translation>
+    </message>
+    <message>
+        <source>&amp;New Command...</source>
+        <translation>&amp;Neuer Befehl...</translation>
+    </message>
+    <message>
+        <source>insert add build panel style function</source>
+        <translation>einfügen bauen Funktion</translation>
+    </message>
+    <message>
+        <source>New &amp;Multiple Commands...</source>
+        <translation>&amp;Viele neue Befehle...</translation>
+    </message>
+    <message>
+        <source>insert add build many record</source>
+        <translation>einfügen bauen mehrere aufzeichnen</translation>
+    </message>
+    <message>
+        <source>New C&amp;lassic Command...</source>
+        <translation>Neuer &amp;klassischer Befehl...</translation>
+    </message>
+    <message>
+        <source>insert add build</source>
+        <translation>einfügen bauen</translation>
+    </message>
+    <message>
+        <source>Modif&amp;y Command...</source>
+        <translation>Befehl än&amp;dern...</translation>
+    </message>
+    <message>
+        <source>change edit value</source>
+        <translation>bearbeiten Wert</translation>
+    </message>
+    <message>
+        <source>D&amp;elete Commands</source>
+        <translation>Befehle l&amp;öschen</translation>
+    </message>
+    <message>
+        <source>&amp;What Have I Changed?</source>
+        <translation>&amp;Was habe ich geändert?</translation>
+    </message>
+    <message>
+        <source>difference target saved</source>
+        <translation>Unterschied Ziel gespeichert</translation>
+    </message>
+    <message>
+        <source>&amp;Both Panes</source>
+        <translation>&amp;Beide Seiten</translation>
+    </message>
+    <message>
+        <source>difference macros</source>
+        <translation>Unterschied Makros</translation>
+    </message>
+    <message>
+        <source>With a &amp;Version of the History...</source>
+        <translation>Mit einer &amp;Fassung des Verlaufs...</translation>
+    </message>
+    <message>
+        <source>difference earlier</source>
+        <translation>Unterschied früher</translation>
+    </message>
+    <message>
+        <source>Work&amp;places...</source>
+        <translation>A&amp;rbeitsplätze...</translation>
+    </message>
+    <message>
+        <source>difference folders copy many</source>
+        <translation>Unterschied Ordner viele kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Check...</source>
+        <translation>&amp;Prüfen...</translation>
+    </message>
+    <message>
+        <source>errors warnings what is wrong</source>
+        <translation>Fehler Warnungen was ist falsch</translation>
+    </message>
+    <message>
+        <source>&amp;Search...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message>
+        <source>find in all macros</source>
+        <translation>in allen Makros finden</translation>
+    </message>
+    <message>
+        <source>&amp;Where Used...</source>
+        <translation>&amp;Wo verwendet...</translation>
+    </message>
+    <message>
+        <source>find function source</source>
+        <translation>finden Funktion Quelle</translation>
+    </message>
+    <message>
+        <source>&amp;Replace in Macros...</source>
+        <translation>&amp;In Makros ersetzen...</translation>
+    </message>
+    <message>
+        <source>change many retarget all macros</source>
+        <translation>viele ändern alle Makros</translation>
+    </message>
+    <message>
+        <source>Show the &amp;Panel</source>
+        <translation>Das &amp;Bedienpult zeigen</translation>
+    </message>
+    <message>
+        <source>source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Show the &amp;Disk</source>
+        <translation>Die &amp;Platte zeigen</translation>
+    </message>
+    <message>
+        <source>source harddisk path</source>
+        <translation>Quelle Festplatte Pfad</translation>
+    </message>
+    <message>
+        <source>&amp;Address or Path</source>
+        <translation>&amp;Adresse oder Pfad</translation>
+    </message>
+    <message>
+        <source>IP type go</source>
+        <translation>IP tippen gehen</translation>
+    </message>
+    <message>
+        <source>Co&amp;nnect</source>
+        <translation>Verbi&amp;nden</translation>
+    </message>
+    <message>
+        <source>line address leave</source>
+        <translation>Leitung Adresse verlassen</translation>
+    </message>
+    <message>
+        <source>&amp;Update Values</source>
+        <translation>Werte a&amp;ktualisieren</translation>
+    </message>
+    <message>
+        <source>fetch current data</source>
+        <translation>aktuelle Daten holen</translation>
+    </message>
+    <message>
+        <source>Chec&amp;k What It Holds...</source>
+        <translation>Prüfen, was darin &amp;steht...</translation>
+    </message>
+    <message>
+        <source>errors warnings workplace</source>
+        <translation>Fehler Warnungen Arbeitsplatz</translation>
+    </message>
+    <message>
+        <source>Save &amp;Folder As...</source>
+        <translation>&amp;Ordner speichern unter...</translation>
+    </message>
+    <message>
+        <source>snapshot backup panel</source>
+        <translation>Abzug Sicherung Bedienpult</translation>
+    </message>
+    <message>
+        <source>&amp;Open Snapshot...</source>
+        <translation>Abzug ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>backup show</source>
+        <translation>Sicherung zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Restore Snapshot...</source>
+        <translation>Abzug &amp;wiederherstellen...</translation>
+    </message>
+    <message>
+        <source>backup put back panel</source>
+        <translation>Sicherung zurückspielen Bedienpult</translation>
+    </message>
+    <message>
+        <source>&amp;Close Snapshot</source>
+        <translation>Abzug s&amp;chließen</translation>
+    </message>
+    <message>
+        <source>the language is another one from the next start on</source>
+        <translation>die Sprache ist vom nächsten Start an eine andere</translation>
+    </message>
+    <message>
+        <source>&amp;Other Pane</source>
+        <translation>Anderer &amp;Bereich</translation>
+    </message>
+    <message>
+        <source>switch change side</source>
+        <translation>wechseln andere Seite</translation>
+    </message>
+    <message>
+        <source>Desti&amp;nations of the Commands</source>
+        <translation>&amp;Ziele der Befehle</translation>
+    </message>
+    <message>
+        <source>mainframe</source>
+        <translation>Mainframe</translation>
+    </message>
+    <message>
+        <source>Commands as &amp;Stored</source>
+        <translation>Befehle, wie sie &amp;gespeichert sind</translation>
+    </message>
+    <message>
+        <source>raw</source>
+        <translation>roh</translation>
+    </message>
+    <message>
+        <source>Names and &amp;Values in Columns</source>
+        <translation>Namen und &amp;Werte in Spalten</translation>
+    </message>
+    <message>
+        <source>tabs</source>
+        <translation>Tabulatoren</translation>
+    </message>
+    <message>
+        <source>Colours of the Des&amp;ktop</source>
+        <translation>Farben der &amp;Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>colours palette day</source>
+        <translation>Farben Palette Tag</translation>
+    </message>
+    <message>
+        <source>&amp;Dark, for the Night</source>
+        <translation>&amp;Dunkel, für die Nacht</translation>
+    </message>
+    <message>
+        <source>colours palette</source>
+        <translation>Farben Palette</translation>
+    </message>
+    <message>
+        <source>La&amp;rger Text</source>
+        <translation>Größere &amp;Schrift</translation>
+    </message>
+    <message>
+        <source>zoom size font</source>
+        <translation>vergrößern Größe Schrift</translation>
+    </message>
+    <message>
+        <source>S&amp;maller Text</source>
+        <translation>&amp;Kleinere Schrift</translation>
+    </message>
+    <message>
+        <source>&amp;Usual Text Size</source>
+        <translation>&amp;Übliche Schriftgröße</translation>
+    </message>
+    <message>
+        <source>Lan&amp;guage of the Desktop</source>
+        <translation>&amp;Sprache der Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>German language</source>
+        <translation>deutsche Sprache</translation>
+    </message>
+    <message>
+        <source>language</source>
+        <translation>englische Sprache</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>Ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>site folder root installation</source>
+        <translation>Anlagendaten Ordner Installation</translation>
+    </message>
+    <message>
+        <source>&amp;Choose...</source>
+        <translation>&amp;Wählen...</translation>
+    </message>
+    <message>
+        <source>site first start set up</source>
+        <translation>Anlagendaten erster Start einrichten</translation>
+    </message>
+    <message>
+        <source>Open the &amp;Sample Site</source>
+        <translation>Die &amp;Beispielanlage öffnen</translation>
+    </message>
+    <message>
+        <source>practise training example</source>
+        <translation>üben Schulung Beispiel</translation>
+    </message>
+    <message>
+        <source>User &amp;Guide</source>
+        <translation>&amp;Handbuch</translation>
+    </message>
+    <message>
+        <source>help manual</source>
+        <translation>Hilfe Anleitung</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>shortcuts keyboard help</source>
+        <translation>Tastenkürzel Tastatur Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;What&apos;s This?</source>
+        <translation>&amp;Was ist das?</translation>
+    </message>
+    <message>
+        <source>explain help</source>
+        <translation>erklären Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Find an Act...</source>
+        <translation>Eine &amp;Tätigkeit finden...</translation>
+    </message>
+    <message>
+        <source>palette menu search</source>
+        <translation>Palette Menü suchen</translation>
+    </message>
+    <message>
+        <source>version licence</source>
+        <translation>Fassung Lizenz</translation>
+    </message>
+</context>
+<context>
     <name>BatchUndo</name>
     <message>
         <source>Undo &quot;%1&quot;?</source>
@@ -225,37 +878,6 @@
     <message>
         <source>Put the command behind all others</source>
         <translation>Befehl hinter allen anderen einfügen</translation>
-    </message>
-</context>
-<context>
-    <name>CommandActions</name>
-    <message>
-        <source>C&amp;ut</source>
-        <translation>&amp;Ausschneiden</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Kopieren</translation>
-    </message>
-    <message>
-        <source>&amp;Paste</source>
-        <translation>&amp;Einfügen</translation>
-    </message>
-    <message>
-        <source>&amp;Duplicate</source>
-        <translation>&amp;Duplizieren</translation>
-    </message>
-    <message>
-        <source>Move &amp;Up</source>
-        <translation>Nach &amp;oben</translation>
-    </message>
-    <message>
-        <source>Move Do&amp;wn</source>
-        <translation>Nach &amp;unten</translation>
-    </message>
-    <message>
-        <source>Select &amp;All</source>
-        <translation>A&amp;lle auswählen</translation>
     </message>
 </context>
 <context>
@@ -1030,6 +1652,17 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>FirstStart</name>
+    <message>
+        <source>Open a Site</source>
+        <translation>Anlagendaten öffnen</translation>
+    </message>
+    <message>
+        <source>There is no site in this folder.</source>
+        <translation>In diesem Ordner liegen keine Anlagendaten.</translation>
+    </message>
+</context>
+<context>
     <name>FirstStartDialog</name>
     <message>
         <source>Tessaly: First Start</source>
@@ -1082,6 +1715,73 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>&amp;Quit</source>
         <translation>B&amp;eenden</translation>
+    </message>
+</context>
+<context>
+    <name>GuideWindow</name>
+    <message>
+        <source>Guide</source>
+        <translation>Handbuch</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>The page before (Alt+Left)</source>
+        <translation>Die Seite davor (Alt+Links)</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>The page that you came back from (Alt+Right)</source>
+        <translation>Die Seite, von der Sie zurückkamen (Alt+Rechts)</translation>
+    </message>
+    <message>
+        <source>&amp;Contents</source>
+        <translation>&amp;Inhalt</translation>
+    </message>
+    <message>
+        <source>The beginning of the user guide</source>
+        <translation>Der Anfang des Handbuchs</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>All keys of all windows</source>
+        <translation>Alle Tasten aller Fenster</translation>
+    </message>
+    <message>
+        <source>find in this page (Ctrl+F)</source>
+        <translation>auf dieser Seite finden (Strg+F)</translation>
+    </message>
+    <message>
+        <source>Find in this page</source>
+        <translation>Auf dieser Seite finden</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächste</translation>
+    </message>
+    <message>
+        <source>The next place (F3)</source>
+        <translation>Die nächste Stelle (F3)</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Vorige</translation>
+    </message>
+    <message>
+        <source>The place before (Shift+F3)</source>
+        <translation>Die Stelle davor (Umschalt+F3)</translation>
+    </message>
+    <message>
+        <source>Page of the guide</source>
+        <translation>Seite des Handbuchs</translation>
     </message>
 </context>
 <context>
@@ -1154,6 +1854,13 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>KeyboardWay</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
     <name>MacroTransfers</name>
     <message>
         <source>Fetching macro %1 from the panel</source>
@@ -1181,6 +1888,52 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>Close Tessaly; asks about unsaved changes</source>
         <translation>Tessaly schließen; bei ungespeicherten Änderungen wird nachgefragt</translation>
+    </message>
+</context>
+<context>
+    <name>Message</name>
+    <message>
+        <source>Done</source>
+        <translation>Erledigt</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Failure</source>
+        <translation>Fehler</translation>
+    </message>
+</context>
+<context>
+    <name>MessagesDialog</name>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>&amp;Messages of this run, the newest on top:</source>
+        <translation>&amp;Meldungen dieses Laufs, die neueste oben:</translation>
+    </message>
+    <message>
+        <source>Messages of this run</source>
+        <translation>Meldungen dieses Laufs</translation>
+    </message>
+    <message>
+        <source>C&amp;opy</source>
+        <translation>K&amp;opieren</translation>
+    </message>
+    <message>
+        <source>Copy the selected messages (Ctrl+C)</source>
+        <translation>Die gewählten Meldungen kopieren (Strg+C)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
     </message>
 </context>
 <context>
@@ -1269,6 +2022,34 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>Overwriting</name>
+    <message>
+        <source>%1 of workplace %2 on the panel %3</source>
+        <translation>%1 des Arbeitsplatzes %2 auf dem Pult %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 in %2: %n commands</source>
+        <translation>
+            <numerusform>%1 in %2: %n Befehl</numerusform>
+            <numerusform>%1 in %2: %n Befehle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 in %2: it cannot be read</source>
+        <translation>%1 in %2: nicht lesbar</translation>
+    </message>
+    <message>
+        <source>The history could not keep what stands at %1, so that it cannot be put back:
+%2.
+
+Overwrite it all the same?</source>
+        <translation>Der Verlauf konnte nicht aufbewahren, was auf %1 steht; es lässt sich nicht zurückholen:
+%2.
+
+Trotzdem überschreiben?</translation>
+    </message>
+</context>
+<context>
     <name>PaneKeys</name>
     <message>
         <source>%1 (%2)</source>
@@ -1276,10 +2057,92 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>PaneSubject</name>
+    <message>
+        <source>%1, workplace %2</source>
+        <translation>%1, Arbeitsplatz %2</translation>
+    </message>
+    <message>
+        <source>%1, of %2</source>
+        <translation>%1, von %2</translation>
+    </message>
+    <message>
+        <source>No macro is open</source>
+        <translation>Kein Makro ist geöffnet</translation>
+    </message>
+    <message>
+        <source>unsaved changes</source>
+        <translation>ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>NOT saved</source>
+        <translation>NICHT gespeichert</translation>
+    </message>
+    <message>
+        <source>last change: %1</source>
+        <translation>letzte Änderung: %1</translation>
+    </message>
+    <message>
+        <source>On the disk</source>
+        <translation>Auf der Platte</translation>
+    </message>
+    <message>
+        <source>On the panel</source>
+        <translation>Auf dem Pult</translation>
+    </message>
+    <message>
+        <source>Line lost</source>
+        <translation>Verbindung verloren</translation>
+    </message>
+    <message>
+        <source>Panel, not connected</source>
+        <translation>Pult, nicht verbunden</translation>
+    </message>
+    <message>
+        <source>In a snapshot</source>
+        <translation>In einem Schnappschuss</translation>
+    </message>
+    <message>
+        <source>Key file</source>
+        <translation>Tastendatei</translation>
+    </message>
+    <message>
+        <source>Out of the history</source>
+        <translation>Aus dem Verlauf</translation>
+    </message>
+    <message>
+        <source>Without a place</source>
+        <translation>Ohne Platz</translation>
+    </message>
+</context>
+<context>
     <name>ParameterPanel</name>
     <message>
         <source>Values to choose from</source>
         <translation>Werte zur Auswahl</translation>
+    </message>
+</context>
+<context>
+    <name>PlaceText</name>
+    <message>
+        <source>workplace %1 on %2</source>
+        <translation>Arbeitsplatz %1 auf %2</translation>
+    </message>
+    <message>
+        <source>%1, key files</source>
+        <translation>%1, Tastendateien</translation>
+    </message>
+    <message>
+        <source>%1, workplace %2</source>
+        <translation>%1, Arbeitsplatz %2</translation>
+    </message>
+    <message>
+        <source>pane %1</source>
+        <translation>Bereich %1</translation>
+    </message>
+    <message>
+        <source>pane %1, %2 of %3</source>
+        <translation>Bereich %1, %2 von %3</translation>
     </message>
 </context>
 <context>
@@ -1467,12 +2330,15 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>%1 nennt keinen dieser Werte.</translation>
     </message>
     <message>
-        <source>%1 has told all %2 values.</source>
-        <translation>%1 hat alle %2 Werte genannt.</translation>
-    </message>
-    <message>
         <source>After this macro: %1 not as now (≠), %2 as now.</source>
         <translation>Nach diesem Makro: %1 nicht wie jetzt (≠), %2 wie jetzt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 has told all %n values.</source>
+        <translation>
+            <numerusform>%1 hat den %n Wert gemeldet.</numerusform>
+            <numerusform>%1 hat alle %n Werte gemeldet.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1939,6 +2805,10 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <source>page %1 of %2</source>
         <translation>Seite %1 von %2</translation>
     </message>
+    <message>
+        <source>%1 (unsaved changes)</source>
+        <translation>%1 (ungesicherte Änderungen)</translation>
+    </message>
 </context>
 <context>
     <name>SnapshotRestoreDialog</name>
@@ -2203,29 +3073,6 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
-    <name>ViewMenu</name>
-    <message>
-        <source>Colours of the Des&amp;ktop</source>
-        <translation>Farben der &amp;Arbeitsumgebung</translation>
-    </message>
-    <message>
-        <source>&amp;Light</source>
-        <translation>&amp;Hell</translation>
-    </message>
-    <message>
-        <source>&amp;Dark, for the Night</source>
-        <translation>&amp;Dunkel, für die Nacht</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>Ansi&amp;cht</translation>
-    </message>
-    <message>
-        <source>&amp;Other Pane</source>
-        <translation>Anderer &amp;Bereich</translation>
-    </message>
-</context>
-<context>
     <name>WorkplacesWindow</name>
     <message>
         <source>&amp;Left:</source>
@@ -2281,10 +3128,21 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::ActFinder</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::Application</name>
     <message>
-        <source>this site describes no functions of a panel: &quot;Site...&quot; in the menu &quot;Macro&quot; sets one up</source>
-        <translation>diese Anlagendaten beschreiben keine Funktionen eines Bedienpults: „Anlagendaten...“ im Menü „Makro“ richtet welche ein</translation>
+        <source>NOT opened: the sample site (there is none, or no room for a copy)</source>
+        <translation>NICHT geöffnet: die Beispielanlage (es gibt keine, oder es ist kein Platz für eine Kopie)</translation>
+    </message>
+    <message>
+        <source>this site describes no functions of a panel: &quot;Choose...&quot; in the menu &quot;Site&quot; sets one up</source>
+        <translation>diese Anlagendaten beschreiben keine Funktionen eines Bedienpults: „Wählen...“ im Menü „Anlage“ richtet welche ein</translation>
     </message>
 </context>
 <context>
@@ -2625,6 +3483,21 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>Send it all the same?</source>
         <translation>Trotzdem senden?</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %n macros have errors:</source>
+        <translation>
+            <numerusform>%1 von %n Makro hat Fehler:</numerusform>
+            <numerusform>%1 von %n Makros haben Fehler:</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Send all of them all the same?</source>
+        <translation>Trotzdem alle senden?</translation>
     </message>
 </context>
 <context>
@@ -3020,10 +3893,6 @@ Der Dialog bleibt, wie er ist.</translation>
 <context>
     <name>tessaly::CreateCommandDialog</name>
     <message>
-        <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
-    </message>
-    <message>
         <source>choose a category</source>
         <translation>Kategorie auswählen</translation>
     </message>
@@ -3064,33 +3933,6 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>Where Used</source>
         <translation>Wo benutzt</translation>
-    </message>
-</context>
-<context>
-    <name>tessaly::EditMenu</name>
-    <message>
-        <source>Edit</source>
-        <translation>Bearbeitun&amp;g</translation>
-    </message>
-    <message>
-        <source>&amp;Steps...</source>
-        <translation>&amp;Schritte...</translation>
-    </message>
-    <message>
-        <source>&amp;Undo &quot;%1&quot;</source>
-        <translation>&amp;Rückgängig: „%1“</translation>
-    </message>
-    <message>
-        <source>&amp;Undo</source>
-        <translation>&amp;Rückgängig</translation>
-    </message>
-    <message>
-        <source>&amp;Redo &quot;%1&quot;</source>
-        <translation>&amp;Wiederholen: „%1“</translation>
-    </message>
-    <message>
-        <source>&amp;Redo</source>
-        <translation>&amp;Wiederholen</translation>
     </message>
 </context>
 <context>
@@ -3144,6 +3986,17 @@ Der Dialog bleibt, wie er ist.</translation>
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::GuideWindow</name>
+    <message>
+        <source>not in this guide: %1</source>
+        <translation>nicht in diesem Handbuch: %1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not in this page</source>
+        <translation>„%1“ steht nicht auf dieser Seite</translation>
     </message>
 </context>
 <context>
@@ -3339,68 +4192,13 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>NOT saved: the pane shows another macro meanwhile</source>
         <translation>NICHT gespeichert: die Seite zeigt inzwischen ein anderes Makro</translation>
     </message>
-</context>
-<context>
-    <name>tessaly::MacroMenu</name>
     <message>
-        <source>Ma&amp;cro</source>
-        <translation>M&amp;akro</translation>
+        <source>Open a Macro File</source>
+        <translation>Eine Makrodatei öffnen</translation>
     </message>
     <message>
-        <source>&amp;History...</source>
-        <translation>&amp;Verlauf...</translation>
-    </message>
-    <message>
-        <source>&amp;Site...</source>
-        <translation>&amp;Anlagendaten...</translation>
-    </message>
-    <message>
-        <source>Save &amp;As...</source>
-        <translation>Speichern &amp;unter...</translation>
-    </message>
-    <message>
-        <source>&amp;Undo</source>
-        <translation>&amp;Rückgängig</translation>
-    </message>
-    <message>
-        <source>&amp;Undo &quot;%1&quot;</source>
-        <translation>&amp;Rückgängig: „%1“</translation>
-    </message>
-    <message>
-        <source>&amp;Open Snapshot...</source>
-        <translation>Abzug ö&amp;ffnen...</translation>
-    </message>
-    <message>
-        <source>&amp;Restore Snapshot...</source>
-        <translation>Abzug &amp;wiederherstellen...</translation>
-    </message>
-    <message>
-        <source>&amp;Close Snapshot</source>
-        <translation>Abzug s&amp;chließen</translation>
-    </message>
-    <message>
-        <source>Save &amp;Panel As...</source>
-        <translation>&amp;Bedienpult speichern unter...</translation>
-    </message>
-    <message>
-        <source>Save &amp;Folder As...</source>
-        <translation>&amp;Ordner speichern unter...</translation>
-    </message>
-    <message>
-        <source>R&amp;ehearse...</source>
-        <translation>Prob&amp;en...</translation>
-    </message>
-    <message>
-        <source>Ca&amp;pture...</source>
-        <translation>Au&amp;fnehmen...</translation>
-    </message>
-    <message>
-        <source>Pr&amp;int...</source>
-        <translation>&amp;Drucken...</translation>
-    </message>
-    <message>
-        <source>&amp;Export...</source>
-        <translation>&amp;Exportieren...</translation>
+        <source>Macro files</source>
+        <translation>Makrodateien</translation>
     </message>
 </context>
 <context>
@@ -3505,6 +4303,10 @@ Trotzdem löschen?</translation>
     <message>
         <source>NOT sent: %1</source>
         <translation>NICHT gesendet: %1</translation>
+    </message>
+    <message>
+        <source> (the history could not keep what stands there)</source>
+        <translation> (der Verlauf konnte nicht aufbewahren, was dort steht)</translation>
     </message>
 </context>
 <context>
@@ -3686,10 +4488,6 @@ oder von dort kopieren</translation>
 <context>
     <name>tessaly::MainWindow</name>
     <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
         <source>the connection to the panel was lost</source>
         <translation>die Verbindung zum Bedienpult ist abgebrochen</translation>
     </message>
@@ -3720,6 +4518,25 @@ oder von dort kopieren</translation>
     <message>
         <source>The settings could not be written: %1</source>
         <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::MessageLog</name>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Grade</source>
+        <translation>Stufe</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Meldung</translation>
+    </message>
+    <message>
+        <source>Where</source>
+        <translation>Wo</translation>
     </message>
 </context>
 <context>
@@ -3846,6 +4663,17 @@ Overwrite it?</source>
     </message>
 </context>
 <context>
+    <name>tessaly::PaneHeading</name>
+    <message>
+        <source>Connect again</source>
+        <translation>Neu verbinden</translation>
+    </message>
+    <message>
+        <source>The line to the panel is lost; nothing is behind this pane.</source>
+        <translation>Die Verbindung zum Pult ist verloren; hinter diesem Bereich ist nichts.</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::PanelTransfer</name>
     <message>
         <source>Cancel</source>
@@ -3869,6 +4697,14 @@ Frames from 0 to %1</source>
         <translation>Timecode: Stunden:Minuten:Sekunden:Bilder
 „.“ vor den Bildern für Drop-Frame
 Bilder von 0 bis %1</translation>
+    </message>
+    <message>
+        <source>This parameter may stay empty.</source>
+        <translation>Dieser Parameter kann leer bleiben.</translation>
+    </message>
+    <message>
+        <source>(optional)</source>
+        <translation>(kann leer bleiben)</translation>
     </message>
 </context>
 <context>
@@ -4055,8 +4891,8 @@ Bilder von 0 bis %1</translation>
         <translation>Nachher</translation>
     </message>
     <message>
-        <source>Findings, when all are changed</source>
-        <translation>Befunde, wenn alle geändert werden</translation>
+        <source>Findings, when what is ticked is changed</source>
+        <translation>Befunde, wenn geändert wird, was angehakt ist</translation>
     </message>
 </context>
 <context>
@@ -4183,6 +5019,14 @@ Bilder von 0 bis %1</translation>
         <source>%1 Off for this site: %2</source>
         <translation>%1 Für diese Anlage abgeschaltet: %2</translation>
     </message>
+    <message>
+        <source>replaced, NOT verified</source>
+        <translation>ersetzt, NICHT geprüft</translation>
+    </message>
+    <message>
+        <source>UNKNOWN what stands there: %1</source>
+        <translation>UNBEKANNT, was dort steht: %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::Replacements</name>
@@ -4196,46 +5040,6 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>&amp;Where Used</source>
         <translation>&amp;Wo verwendet</translation>
-    </message>
-    <message>
-        <source>Comp&amp;are</source>
-        <translation>&amp;Vergleichen</translation>
-    </message>
-    <message>
-        <source>Review</source>
-        <translation>Prüfen</translation>
-    </message>
-    <message>
-        <source>&amp;What Have I Changed?</source>
-        <translation>&amp;Was habe ich geändert?</translation>
-    </message>
-    <message>
-        <source>&amp;Both Panes</source>
-        <translation>&amp;Beide Seiten</translation>
-    </message>
-    <message>
-        <source>With a &amp;Version of the History...</source>
-        <translation>Mit einer &amp;Fassung des Verlaufs...</translation>
-    </message>
-    <message>
-        <source>Work&amp;places...</source>
-        <translation>A&amp;rbeitsplätze...</translation>
-    </message>
-    <message>
-        <source>&amp;Check...</source>
-        <translation>&amp;Prüfen...</translation>
-    </message>
-    <message>
-        <source>&amp;Search...</source>
-        <translation>&amp;Suchen...</translation>
-    </message>
-    <message>
-        <source>&amp;Where Used...</source>
-        <translation>&amp;Wo verwendet...</translation>
-    </message>
-    <message>
-        <source>&amp;Replace in Macros...</source>
-        <translation>&amp;In Makros ersetzen...</translation>
     </message>
     <message>
         <source>&quot;Where Used&quot; looks for what a command names: select one first</source>
@@ -4680,6 +5484,17 @@ Bilder von 0 bis %1</translation>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>A click, or Ctrl+Shift+M, shows the messages before it.</source>
+        <translation>Ein Klick oder Strg+Umschalt+M zeigt die Meldungen davor.</translation>
+    </message>
+    <message numerus="yes">
+        <source> (and %n failures before it)</source>
+        <translation>
+            <numerusform> (und %n Fehler davor)</numerusform>
+            <numerusform> (und %n Fehler davor)</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::StepOperations</name>
@@ -5001,6 +5816,21 @@ Die Änderungen bleiben dort, und wer sie speichert, überschreibt, was jetzt ko
     <message>
         <source>not copied: what stands there could not be read; read again</source>
         <translation>nicht kopiert: was dort steht, konnte nicht gelesen werden; erneut lesen</translation>
+    </message>
+    <message>
+        <source>Reading what is to be copied...</source>
+        <translation>Lesen, was kopiert werden soll...</translation>
+    </message>
+    <message>
+        <source>not copied</source>
+        <translation>nicht kopiert</translation>
+    </message>
+    <message numerus="yes">
+        <source>Nothing was copied: %n macros have errors.</source>
+        <translation>
+            <numerusform>Nichts wurde kopiert: %n Makro hat Fehler.</numerusform>
+            <numerusform>Nichts wurde kopiert: %n Makros haben Fehler.</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

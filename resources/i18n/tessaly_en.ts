@@ -36,12 +36,29 @@
     </message>
 </context>
 <context>
+    <name>Overwriting</name>
+    <message numerus="yes">
+        <source>%1 in %2: %n commands</source>
+        <translation>
+            <numerusform>%1 in %2: %n command</numerusform>
+            <numerusform>%1 in %2: %n commands</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>RehearseTexts</name>
     <message numerus="yes">
         <source>and %n more</source>
         <translation>
             <numerusform>and %n more</numerusform>
             <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 has told all %n values.</source>
+        <translation>
+            <numerusform>%1 has told its %n value.</numerusform>
+            <numerusform>%1 has told all %n values.</numerusform>
         </translation>
     </message>
 </context>
@@ -177,6 +194,16 @@
         <translation>
             <numerusform>%n note</numerusform>
             <numerusform>%n notes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::Checking</name>
+    <message numerus="yes">
+        <source>%1 of %n macros have errors:</source>
+        <translation>
+            <numerusform>%1 of %n macro has errors:</numerusform>
+            <numerusform>%1 of %n macros have errors:</numerusform>
         </translation>
     </message>
 </context>
@@ -475,6 +502,16 @@
     </message>
 </context>
 <context>
+    <name>tessaly::StatusStrip</name>
+    <message numerus="yes">
+        <source> (and %n failures before it)</source>
+        <translation>
+            <numerusform> (and %n failure before it)</numerusform>
+            <numerusform> (and %n failures before it)</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tessaly::StepOperations</name>
     <message numerus="yes">
         <source>%n steps undone</source>
@@ -519,6 +556,16 @@
         <translation>
             <numerusform>%n value came; pane B shows the state before the update; use pane A, or &quot;Capture...&quot; in the menu &quot;Macro&quot;</numerusform>
             <numerusform>%n values came; pane B shows the state before the update; use pane A, or &quot;Capture...&quot; in the menu &quot;Macro&quot;</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>tessaly::WorkplacesWindow</name>
+    <message numerus="yes">
+        <source>Nothing was copied: %n macros have errors.</source>
+        <translation>
+            <numerusform>Nothing was copied: %n macro has errors.</numerusform>
+            <numerusform>Nothing was copied: %n macros have errors.</numerusform>
         </translation>
     </message>
 </context>

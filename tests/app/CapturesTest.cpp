@@ -74,7 +74,7 @@ TEST_F(CapturesTest, OneStepTakesWhatTheUpdateWouldWriteInEitherPane) {
     EXPECT_EQ(state(window, 3), "waiting");
     EXPECT_FALSE(edited(pane));
     QTest::mouseClick(&button(window, "takeOver"), Qt::LeftButton);
-    EXPECT_TRUE(edited(pane));
+    WindowDriver::waitFor([&] { return edited(pane); }, "the values in the macro");
     EXPECT_THAT(valuesInFile(pane), ElementsAre("0", "1", "0", "0"));
     EXPECT_EQ(state(window, 1), "same");
     set(3, "1");

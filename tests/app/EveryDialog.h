@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include "app/AboutDialog.h"
+#include "app/ActFinder.h"
 #include "app/CopyMacroDialog.h"
 #include "app/CreateMacroDialog.h"
 #include "app/FirstStartDialog.h"
@@ -55,6 +56,7 @@ class EveryDialog {
     const std::pair<const char*, std::function<Made()>> makers[] = {
         {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
         {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
+        {"act finder", [this] { return std::make_unique<ActFinder>(*fixture.window); }},
         {"about", [] { return std::make_unique<AboutDialog>(); }},
         {"history",
          [] { return std::make_unique<HistoryDialog>([](const KeptMacro&) { return HistoryPreview{}; }); }},

@@ -2,14 +2,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QRadioButton>
+#include <QShortcut>
+#include <QToolButton>
 #include <QWheelEvent>
 
-#include "editors/CreateCommandDialog.h"
+#include "app/Language.h"
 #include "model/MacroFile.h"
-#include "tests/app/WindowFixture.h"
+#include "tests/app/EveryDialog.h"
 #include "tests/support/LoadCommands.h"
+#include "widgets/KeyboardWay.h"
 
 namespace tessaly {
 namespace {
@@ -20,12 +24,18 @@ using testing::StartsWith;
 
 constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
 
+int pressed = 0;  // keys so far, a chord for one
+
 // A key for whatever has the keyboard.
 void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1) {
+  pressed += times;
   for (int i = 0; i < times; ++i)
     QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
 }
-void type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text)); }
+void type(const char* text) {
+  pressed += static_cast<int>(QString::fromUtf8(text).size());
+  QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text));
+}
 
 class KeyboardTest : public testing::Test {
  protected:
@@ -96,13 +106,17 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
     type("Late news");
     press(Qt::Key_Return);
   });
-  EXPECT_THAT(driver().texts(a_.macros), Contains("321 - Late news"));
+  EXPECT_EQ(driver().list(a_.macros).selected()->text, "321 - Late news") << "a new macro is open";
 
   // Found, but not opened before Enter.
-  press(Qt::Key_F, Qt::ControlModifier);
-  type("NEWS");
-  EXPECT_EQ(driver().list(a_.macros).selectedRow(), -1);
-  press(Qt::Key_Return);
+  for (const char* found : {"Anchor wide", "Late news"}) {
+    const std::string before = driver().list(a_.macros).selected()->text;
+    press(Qt::Key_F, Qt::ControlModifier);
+    type(found);
+    EXPECT_EQ(driver().list(a_.macros).selected()->text, before);
+    press(Qt::Key_Return);
+    EXPECT_NE(driver().list(a_.macros).selected()->text, before);
+  }
   ASSERT_TRUE(at(a_.macros));
   EXPECT_EQ(driver().list(a_.macros).selected()->text, "321 - Late news");
   press(Qt::Key_F, Qt::ControlModifier);
@@ -122,11 +136,52 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   EXPECT_THAT(fixture_.site.messages.take(), Contains(StartsWith("Delete macro: 321")));
   EXPECT_THAT(driver().texts(a_.macros), testing::Not(Contains(StartsWith("321"))));
 
+  // The pane that had the keyboard last answers from wherever it is.
+  fixture_.window->findChild<QWidget*>(QStringLiteral("closeButton"))->setFocus();
+  press(Qt::Key_4, Qt::ControlModifier);
+  ASSERT_TRUE(at(a_.macros));
+
   press(Qt::Key_F5);
   press(Qt::Key_F6);
   EXPECT_TRUE(driver().control<ListBox>(b_.applications).hasFocus());
   press(Qt::Key_F6);
   EXPECT_TRUE(at(a_.macros)) << "each pane remembers where the keyboard was";
+}
+
+// From the macro that is open: one value, then twelve commands more.
+TEST_F(KeyboardTest, WhatIsDoneMostTakesFewKeys) {
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "010");
+  driver().clickRow(a_.commands, 1);
+  pressed = 0;
+  press(Qt::Key_Down);
+  answer(Qt::Key_Return, Qt::NoModifier, [] {
+    type("37");
+    press(Qt::Key_Return);
+  });
+  press(Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(commandsIn(10)[2].parameters.front().value, "0.370000");
+  EXPECT_LE(pressed, 6);
+
+  const std::size_t before = commandsIn(10).size();
+  const std::pair<const char*, const char*> twelve[] = {
+      {"k1 cl", "48"}, {"k1 ga", "62"}, {"k1 tr", "9"}, {"k2 cl", "48"}, {"k2 ga", "62"}, {"k2 tr", "9"},
+      {"k3 cl", "48"}, {"k3 ga", "62"}, {"k3 tr", "9"}, {"k4 cl", "48"}, {"k4 ga", "62"}, {"k4 tr", "9"}};
+  pressed = 0;
+  answer(Qt::Key_O, Qt::AltModifier, [&twelve] {
+    for (const auto& [words, value] : twelve) {
+      type(words);
+      press(Qt::Key_Return);
+      type(value);
+      press(Qt::Key_Return);
+    }
+    press(Qt::Key_Escape);
+  });
+  press(Qt::Key_S, Qt::ControlModifier);
+  const MacroCommands commands = commandsIn(10);
+  ASSERT_EQ(commands.size(), before + 12);
+  EXPECT_THAT(commands.back().fid, EndsWith("KEY4.TRANSPARENCY.SET"));
+  EXPECT_LE(pressed, 110) << pressed;
 }
 
 TEST_F(KeyboardTest, ShiftAndTabGoesBackTheWayThatTabCame) {
@@ -143,6 +198,69 @@ TEST_F(KeyboardTest, ShiftAndTabGoesBackTheWayThatTabCame) {
     press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), *step) << QApplication::focusWidget()->objectName().toStdString();
   }
+}
+
+// Of the keys in the tool tips of a dialog: one that is none's or two controls', and one that presses
+// nothing.
+std::vector<std::string> faultyKeys(QDialog& dialog) {
+  QStringList keys;
+  for (const QShortcut* shortcut : dialog.findChildren<QShortcut*>()) keys << shortcut->key().toString();
+  for (const QLabel* label : dialog.findChildren<QLabel*>())
+    if (label->buddy() != nullptr) keys << QKeySequence::mnemonic(label->text()).toString();
+  const auto buttons = dialog.findChildren<QAbstractButton*>();
+  for (const QAbstractButton* button : buttons) keys << button->shortcut().toString();
+  std::vector<std::string> faults;
+  const auto fault = [&](const QWidget* of, const char* what) {
+    faults.push_back(of->objectName().toStdString() + what + of->toolTip().toStdString());
+  };
+  QList<QWidget*> controls;
+  for (QComboBox* box : dialog.findChildren<QComboBox*>()) controls << box;
+  for (QAbstractButton* button : buttons)
+    if (qobject_cast<QToolButton*>(button) == nullptr && !button->objectName().isEmpty()) controls << button;
+  for (QWidget* control : controls) {
+    const QKeySequence key = KeyboardWay::keyOf(*control);
+    if (key.isEmpty() || keys.count(key.toString()) != 1) fault(control, " shares its key or has none: ");
+    if (!control->toolTip().contains(key.toString(QKeySequence::NativeText))) fault(control, " tells none: ");
+    auto* box = qobject_cast<QCheckBox*>(control);
+    if (box == nullptr || !box->isVisible() || !box->isEnabled()) continue;
+    const bool before = box->isChecked();
+    QTest::keyClick(&dialog, key[0].key(), key[0].keyboardModifiers());
+    // A key of the caption itself presses slowly, to be seen.
+    if (!QTest::qWaitFor([&] { return box->isChecked() != before; }, 2000)) fault(box, " is not pressed by ");
+  }
+  return faults;
+}
+
+// Steps of the Tab key that lead up without leading to the right, or to the left in the same line.
+std::vector<std::string> stepsBack(const QDialog& dialog) {
+  std::vector<const QWidget*> way;
+  for (const QWidget* at = dialog.nextInFocusChain(); at != &dialog; at = at->nextInFocusChain())
+    if (at->isVisible() && (at->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && at->window() == &dialog)
+      way.push_back(at);
+  const auto place = [&dialog](const QWidget* of) { return QRect(of->mapTo(&dialog, QPoint()), of->size()); };
+  std::vector<std::string> back;
+  for (std::size_t i = 1; i < way.size(); ++i) {
+    const QRect from = place(way[i - 1]), to = place(way[i]);
+    const bool up = to.bottom()<from.top(), down = to.top()> from.bottom();
+    if (up ? to.left() <= from.right() : !down && to.right() < from.left())
+      back.push_back((way[i - 1]->objectName() + " to " + way[i]->objectName()).toStdString());
+  }
+  return back;
+}
+
+TEST(KeyboardWayTest, EveryControlOfADialogHasItsKeyAndTabReadsOn) {
+  for (const QString& language : languages()) {
+    speak(language);
+    EveryDialog every;
+    every.visit([&](QDialog& dialog, const char* name) {
+      dialog.show();
+      QApplication::setActiveWindow(&dialog);
+      QApplication::processEvents();
+      EXPECT_THAT(stepsBack(dialog), testing::IsEmpty()) << name;
+      EXPECT_THAT(faultyKeys(dialog), testing::IsEmpty()) << name << " in " << language.toStdString();
+    });
+  }
+  speak({});
 }
 
 TEST_F(KeyboardTest, FindingGoesRoundInBothDirections) {

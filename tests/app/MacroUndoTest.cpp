@@ -41,10 +41,10 @@ class MacroUndoTest : public PanelWindowTest {
   void awaitHeld(Pane pane, int number, const std::string& bytes, const char* what) {
     WindowDriver::waitFor([&] { return read(pane, number) == bytes; }, what);
   }
-  [[nodiscard]] QAction* action(int place) {
-    return fixture_.window->menuBar()->actions().front()->menu()->actions().at(place);
+  [[nodiscard]] QAction* action(const char* name) {
+    return fixture_.window->menuBar()->findChild<QAction*>(QLatin1String(name));
   }
-  [[nodiscard]] std::string undoText() { return action(0)->text().toStdString(); }
+  [[nodiscard]] std::string undoText() { return action("undoMacro")->text().toStdString(); }
   std::string undo() {
     fixture_.site.messages.take();
     QApplication::setActiveWindow(fixture_.window.get());  // a dialog had it
@@ -75,7 +75,7 @@ class MacroUndoTest : public PanelWindowTest {
       WindowDriver::click(dialog, QStringLiteral("Put Back"));
       dialog.reject();
     });
-    action(1)->trigger();
+    action("history")->trigger();
   }
   [[nodiscard]] static int numberIn(Pane pane) { return pane == Pane::kA ? 1 : 7; }
 };
@@ -114,7 +114,7 @@ TEST_F(MacroUndoTest, EachOperationIsUndone) {
   for (const char* const name : {"Other", "Two"})  // as the panel spells it
     ASSERT_TRUE(first_.simulator.renameMacro(1, 7, name));
   EXPECT_EQ(undoText(), "&Undo");
-  EXPECT_FALSE(action(0)->isEnabled());
+  EXPECT_FALSE(action("undoMacro")->isEnabled());
   for (const Case& one : cases) {
     SCOPED_TRACE(one.name);
     driver().choose(a_.macros, "001");
@@ -129,7 +129,7 @@ TEST_F(MacroUndoTest, EachOperationIsUndone) {
     EXPECT_THAT(undo(), testing::AnyOf(StartsWith("undone: "), StartsWith("asked, to undo ")));
     EXPECT_THAT(fixture_.site.messages.take(), ElementsAre()) << "nothing is lost by it";
     awaitHeld(one.pane, one.number, before, fixture_.status().toStdString().c_str());
-    EXPECT_FALSE(action(0)->isEnabled());
+    EXPECT_FALSE(action("undoMacro")->isEnabled());
     const bool keeps = after != "<missing>" && one.name.rfind("rename 007", 0) != 0;
     EXPECT_TRUE(!keeps || fixture_.site.read(fixture_.history.list().front().file) == after);
     awaitRow(b_.macros, "007 - Two");
@@ -149,7 +149,7 @@ TEST_F(MacroUndoTest, WhatHasChangedSinceIsAskedAboutAndKept) {
       EXPECT_THAT(undo(), StartsWith(agreed ? "undone: delete 0" : "NOT undone: delete 0"));
       EXPECT_THAT(fixture_.site.messages.take(), ElementsAre(HasSubstr("has been changed since")));
       EXPECT_EQ(read(pane, numberIn(pane)), agreed ? before : kOther);
-      EXPECT_EQ(action(0)->isEnabled(), !agreed);
+      EXPECT_EQ(action("undoMacro")->isEnabled(), !agreed);
     }
     EXPECT_EQ(fixture_.site.read(fixture_.history.list().front().file), kOther);
   }
@@ -183,11 +183,11 @@ TEST_F(MacroUndoTest, AnEntryStaysWhileItsPanelIsAwayAndGoesWithItsContent) {
   ASSERT_TRUE(first_.simulator.setFaults(faults));
   EXPECT_THAT(undo(), StartsWith("NOT undone: delete 007 - Two (the panel refused the login)"));
   ASSERT_TRUE(first_.simulator.setFaults({}));
-  EXPECT_TRUE(action(0)->isEnabled());
+  EXPECT_TRUE(action("undoMacro")->isEnabled());
   std::filesystem::remove_all(fixture_.site.root.path() / "history");
   EXPECT_THAT(undo(), HasSubstr("the history no longer has what was there before"));
   EXPECT_EQ(read(Pane::kB, 7), "<missing>");
-  EXPECT_FALSE(action(0)->isEnabled());
+  EXPECT_FALSE(action("undoMacro")->isEnabled());
 }
 
 }  // namespace

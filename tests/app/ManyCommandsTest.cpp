@@ -471,8 +471,8 @@ TEST_F(ManyCommandsTest, KeysAloneCarryCommandsFromPaneToPane) {
   key(Qt::Key_Down, Qt::ShiftModifier);
   key(Qt::Key_Down, Qt::AltModifier);
   auto* strip = fixture_.window->findChild<QLabel*>(QStringLiteral("statusStrip"));
-  EXPECT_EQ(QAccessible::queryAccessibleInterface(strip)->text(QAccessible::Name),
-            QStringLiteral("2 commands moved; they are commands 2 to 3 now"));
+  EXPECT_THAT(QAccessible::queryAccessibleInterface(strip)->text(QAccessible::Name).toStdString(),
+              StartsWith("2 commands moved; they are commands 2 to 3 now"));
   EXPECT_EQ(list(Pane::kA).currentIndex().row(), 1) << "the row that a screen reader reads goes along";
   key(Qt::Key_X, Qt::ControlModifier);
   key(Qt::Key_F6);

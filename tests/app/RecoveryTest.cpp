@@ -141,6 +141,7 @@ TEST_F(RecoveryTest, FilesThatAreNotAsTheyWereLeft) {
       {"a record of nowhere",
        [&] { fixture_.site.write(kRecordA, "panel=x\nworkplace=1\nnumber=../\nsince=1\nedited=1\n"); },
        nullptr, "damaged"},
+      {"saved, and no record removed", [&] { fixture_.site.write(macro_, read(kTempA)); }, nullptr, ""},
   };
   for (const Case& one : cases) {
     edit(Pane::kA);

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 
+#include "widgets/KeyboardWay.h"
 #include "widgets/QuietToolkit.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
@@ -14,5 +15,6 @@ int main(int argc, char** argv) {
   QApplication toolkit(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   initResources();
+  tessaly::KeyboardWay::open();
   return RUN_ALL_TESTS();
 }

@@ -43,6 +43,44 @@ TEST_F(PanelCommands, AFolderIsComparedAndSent) {
   EXPECT_EQ(run({"list", "2"}).out, "001 - Opener\n007 - New & seven\n999 - Last & least\n");
 }
 
+// Catches macros that stay on the panel as they were, those that were not named, a garbled one that counts as
+// replaced, and a macro that is written though another one cannot be read.
+TEST_F(PanelCommands, ARuleReplacesInTheMacrosOfAWorkplace) {
+  constexpr const char* kFolder = "c:\\programme\\RV48\\bin\\MacroFid\\";
+  site.write(std::string(kFolder) + "CorvaneXLPanel.xml",
+             R"(<mfd><fid name="A.SET" sid="A" description="Size"/></mfd>)");
+  site.write(std::string(kFolder) + "TarrowMFDIfc.xml", "<mfd/>");
+  const auto goal = [](const char* destination) {
+    return std::string("<macro name=\"Goal\"><data><cmd fid=\"") + destination + ".A.SET\"/></data></macro>";
+  };
+  tree.write(remote(2, "001"), goal("QMF1"));
+  tree.write(remote(2, "002"), goal("QMF1"));
+  panel.reload();
+  const std::string rule = "destination:QMF1->QMF2";
+  EXPECT_EQ(run({"replace", "2", rule, "--dry-run"}).code, 0);
+  EXPECT_EQ(tree.read(remote(2, "001")), goal("QMF1"));
+  const Ran one = run({"replace", "2", rule, "2"});
+  EXPECT_EQ(one.code, 0) << one.errors;
+  EXPECT_EQ(one.out,
+            "002 - Goal\t0\t-\tMainframe1 - Size\n002 - Goal\t0\t+\tMainframe2 - Size\n"
+            "002 - Goal\treplaced\n#\tcommands: 1, that cannot be changed: 0, written: yes\n");
+  EXPECT_EQ(tree.read(remote(2, "001")) + tree.read(remote(2, "002")), goal("QMF1") + goal("QMF2"));
+  EXPECT_EQ(run({"replace", "2", rule, "1", "3"}).code, 1) << "there is no macro 3";
+  EXPECT_EQ(tree.read(remote(2, "001")), goal("QMF1"));
+  PanelFaults faults;
+  faults.ftp.flipByte = 3;
+  EXPECT_TRUE(panel.setFaults(faults));
+  const Ran flipped = run({"replace", "2", rule, "--json"});
+  EXPECT_TRUE(panel.setFaults({}));
+  EXPECT_EQ(flipped.code, 3);
+  const auto json = nlohmann::json::parse(flipped.out);
+  EXPECT_EQ(json.at("written"), false);
+  EXPECT_EQ(json.at("macros").at(0).at("path"), "127.0.0.1 workplace 2 macro 001");
+  EXPECT_THAT(std::string(json.at("macros").at(0).at("result")), HasSubstr("unknown: "));
+  EXPECT_EQ(run({"replace", "2", rule, "x"}).code, 2);
+  EXPECT_EQ(run({"replace", "2", "nonsense"}).code, 2);
+}
+
 // A program was killed while it sent the second of three macros.
 TEST_F(PanelCommands, TheNextCommandAtThePanelEndsWhatWasCutShort) {
   BatchRecord record{"copy", MacroBatch::Mode::kAsManyAsGo, MacroChange::kCopy, {}, {}, {}, false};

@@ -54,7 +54,7 @@ TEST(CreateCommandDialogTest, WordsFindFunctionsAndTellPlainlyThatThereIsNone) {
   EXPECT_EQ(user.rows("found").front(), "PP Key 3 Clip Set");
   EXPECT_EQ(user.field("search1"), "");
   user.key(Qt::Key_Return);
-  EXPECT_EQ(user.focus(), "found");
+  EXPECT_EQ(user.focus(), "value") << "of the best one";
   EXPECT_EQ(user.label("ready"), kMissing);
   user.type("words", "clip key 3 zzz");
   EXPECT_THAT(user.rows("found"), IsEmpty());
@@ -68,9 +68,12 @@ TEST(CreateCommandDialogTest, WordsFindFunctionsAndTellPlainlyThatThereIsNone) {
 TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
   CreateCommand create;
   const DialogDriver& user = create.user;
-  EXPECT_EQ(user.focus(), "search1");
+  QObject::connect(&create.dialog, &CreateCommandDialog::insertPressed, &create.dialog,
+                   &CreateCommandDialog::goOn);
+  EXPECT_EQ(user.focus(), "words");
   EXPECT_EQ(user.label("ready"), "");
   EXPECT_FALSE(user.visible("value"));
+  user.key(Qt::Key_1, Qt::AltModifier);
   QTest::keyClicks(create.dialog.focusWidget(), "key1");
   user.key(Qt::Key_Down);  // into the list, where KEY1 is selected
   user.key(Qt::Key_Down);  // KEY10
@@ -83,9 +86,9 @@ TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
   QTest::keyClicks(create.dialog.focusWidget(), "50");
   EXPECT_EQ(user.label("ready"), kReady);
   user.key(Qt::Key_Return);
-  EXPECT_EQ(user.focus(), "insertEnd");
-  user.key(Qt::Key_Space);
-  EXPECT_EQ(create.dialog.result(), QDialog::Accepted);
+  EXPECT_TRUE(create.dialog.isVisible()) << "for the next one";
+  EXPECT_EQ(user.focus(), "search1");
+  EXPECT_EQ(user.label("inserted"), "1 inserted");
   EXPECT_EQ(create.dialog.draft().fid, "QMF1.ME0.KEY10.CLIP.SET");
   EXPECT_THAT(create.values(), ElementsAre("127.500000"));
   EXPECT_EQ(create.dialog.mode(), InsertMode::kAppend);
@@ -298,6 +301,7 @@ TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {
   CreateCommand many;
   many.chooseFunction("many", "many", "Many");
   EXPECT_EQ(many.user.label("ready"), kReady);  // all are optional
+  EXPECT_EQ(many.user.control<QLineEdit>("value").placeholderText(), "(optional)");
   many.user.key(Qt::Key_V, Qt::AltModifier);
   QTest::keyClicks(many.dialog.focusWidget(), "1");
   EXPECT_EQ(many.user.field("value"), "10");  // the limit comes at once
@@ -309,6 +313,10 @@ TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {
   CreateCommand twelve;
   twelve.chooseFunction("k", "l", "Twelve");
   EXPECT_EQ(twelve.user.label("ready"), kReady);  // without parameters
+  twelve.user.control<QListView>("found").setFocus();
+  twelve.user.key(Qt::Key_Return);
+  EXPECT_EQ(twelve.dialog.draft().parameters.size(), 0U);
+  EXPECT_FALSE(twelve.dialog.draft().fid.empty());
 }
 
 TEST(CreateCommandDialogTest, AKeyOverTheWholeSiteFindsAtOnce) {

@@ -49,6 +49,8 @@ TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
   EXPECT_THAT(user.rows("segment3"), ElementsAre("CLIP"));
   EXPECT_THAT(user.rows("segment5"), IsEmpty());
   EXPECT_FALSE(user.visible("fromScratch"));
+  EXPECT_EQ(user.focus(), "value");
+  EXPECT_EQ(user.control<QLineEdit>("value").selectedText(), "20.0");
 
   user.choose("segment1", "PP");
   user.control<QListView>("segment2").setFocus();
@@ -59,8 +61,7 @@ TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
   user.key(Qt::Key_Up);
   user.type("value", "40");
   user.key(Qt::Key_Return);
-  EXPECT_EQ(user.focus(), "modify");
-  user.key(Qt::Key_Space);
+  EXPECT_EQ(modify.dialog.result(), QDialog::Accepted);
   EXPECT_EQ(modify.dialog.draft().fid, "QMF2.ME0.KEY11.CLIP.SET");
   EXPECT_THAT(modify.values(), ElementsAre("LEVEL=102.000000"));
   EXPECT_EQ(modify.dialog.workplace(), 7);

@@ -82,7 +82,9 @@ struct MultipleCommandsTest : testing::Test {
     };
   }
   std::string status() { return driver.label("status"); }
-  std::string caption(const char* name) { return driver.control<QPushButton>(name).text().toStdString(); }
+  std::string caption(const char* name) {
+    return driver.control<QPushButton>(name).text().remove(QLatin1Char('&')).toStdString();
+  }
   void select(const std::vector<int>& rows) { select(driver, rows); }
   static void select(const DialogDriver& user, const std::vector<int>& rows) {
     auto& list = user.control<QListView>("commands");

@@ -157,6 +157,11 @@ TEST_F(FilesTest, WhatIsFlushedIsLookedAt) {
     EXPECT_EQ(bytes("c/old.mac"), one.content);
     EXPECT_EQ(entries("c"), 1);
   }
+  Flushes removal{{}, 1, EIO};
+  watched = &removal;
+  EXPECT_EQ(removeFile(root_, "c:\\old.mac").failure().kind, Kind::kUnflushed);
+  watched = nullptr;
+  EXPECT_EQ(removal.names, std::vector<std::string>{"c"});
   for (const std::size_t failing : {0U, 2U}) {
     fs::remove_all(host("c/one"));
     Flushes flushes{{}, failing, EIO};

@@ -54,7 +54,7 @@ offers restore one.mac shows --workplace 3 --d -- --dry-run
 offers copy-macro one.mac o -- one.mac
 offers list c:/programme/RV48/appli S -- 'Studio Talk'
 offers list c:/programme/RV48/appli "'Evening News'" CP -- CP1 CP2 CP7
-offers panel 127.0.0.1 r -- rename restore run
+offers panel 127.0.0.1 r -- rename replace restore run
 offers panel 127.0.0.1 update o -- one.mac
 offers panel 127.0.0.1 s -- send snapshot
 offers panel 127.0.0.1 send 1 sh -- shows

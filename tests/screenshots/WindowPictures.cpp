@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "app/MacroMenu.h"
 #include "app/PaneDescriptor.h"
 #include "model/MacroFile.h"
 #include "model/Settings.h"
@@ -128,7 +127,7 @@ void WindowPictures::takeHistory() const {
     save_(dialog, "history.png");
     dialog.reject();
   });
-  emit window_->findChild<MacroMenu*>()->historyPressed();
+  window_->findChild<QAction*>(QStringLiteral("history"))->trigger();
 }
 
 // The window is dropped with unsaved changes, as by a crash, and the next one makes its offer.

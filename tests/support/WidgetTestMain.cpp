@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "widgets/KeyboardWay.h"
 #include "widgets/QuietToolkit.h"
 
 int main(int argc, char** argv) {
@@ -9,5 +10,6 @@ int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
+  tessaly::KeyboardWay::open();
   return RUN_ALL_TESTS();
 }

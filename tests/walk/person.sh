@@ -41,7 +41,7 @@ write "set"
 keys Return Return
 write "48"
 picture command-built
-keys Return Return
+keys Return Escape
 await_window "$main_title"
 await "the command in the working copy" commands_number "$copy_a" $((before + 1))
 same_number "$macro" "$before" || fail "the macro was written before it was saved"

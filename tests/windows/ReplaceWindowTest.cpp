@@ -41,7 +41,7 @@ class ReplaceWindowTest : public testing::Test {
          .knowledge =
              [this] {
                RulesOff off;
-               off.set(CheckRule::kRepeated);
+               off.set(off_);
                return CheckContext{dictionary_, lists_, 25, off};
              },
          .scopes =
@@ -50,11 +50,12 @@ class ReplaceWindowTest : public testing::Test {
                    ReviewScope{ReviewScope::Kind::kFolder, "the folder", FolderContent{"c:\\w"}}};
              },
          .leftOut = [](const MacroPlace& place) { return place.file == kOpen ? "unsaved" : QString(); },
-         .job = [this](const std::string& title, std::vector<BatchItem> items) -> ReplaceJob {
-           return [this, title, items](const std::stop_token&) {
+         .job = [this](const std::string& title) -> ReplaceJob {
+           return [this, title](std::vector<BatchItem> items, const std::stop_token&) {
              MacroHistory history(site_.root);
              BatchPlaces places(site_.root, history);
-             MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone, items);
+             MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone,
+                              std::move(items));
              return replacedBy(batch);
            };
          },
@@ -88,6 +89,7 @@ class ReplaceWindowTest : public testing::Test {
   TestSite site_;
   FunctionDictionary dictionary_;
   DecodingLists lists_{site_.root};
+  CheckRule off_ = CheckRule::kRepeated;
   ReplaceWindow* window_;
   QTreeView* tree_;
 };
@@ -112,6 +114,21 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   ASSERT_EQ(replaced.size(), 1);
   EXPECT_EQ(replaced[0][1].value<std::vector<BatchTrace>>().size(), 2U) << "one undo for all";
   EXPECT_FALSE(button("replace").isEnabled()) << "it is done";
+}
+
+// Catches findings of changes that are not made.
+TEST_F(ReplaceWindowTest, FindingsAreThoseOfWhatIsTicked) {
+  off_ = CheckRule::kNameTwice;
+  preview("QMF1", "QMF2");
+  const auto findings = [this] { return command(0, 0, ReplaceModel::kFindings).data().toString(); };
+  EXPECT_EQ(findings(), "") << "a command repeats the one before it, now as before";
+  for (const bool mends : {true, false}) {
+    QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      tree_->visualRect(command(0, 1, 1)).center());
+    QTest::keyClick(tree_, Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return findings().startsWith("mends in command 2") == mends; }))
+        << findings().toStdString();
+  }
 }
 
 TEST_F(ReplaceWindowTest, SomebodyElsesChangeKeepsAllAsItWas) {

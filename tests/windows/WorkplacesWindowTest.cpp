@@ -90,13 +90,17 @@ class WorkplacesWindowTest : public testing::Test {
             {"right", [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\right"); }}};
   }
   void open() {
-    window_ =
-        new WorkplacesWindow({site_.root, [this] { return choices(); },
-                              [this](const std::vector<MacroPlace>& places) {
-                                asked_ = places.size();
-                                return mayWrite_;
-                              },
-                              [](const Failure& failure) { return QString::fromStdString(failure.text); }});
+    window_ = new WorkplacesWindow(
+        {.root = site_.root,
+         .choices = [this] { return choices(); },
+         .mayWrite =
+             [this](const std::vector<MacroPlace>& places) {
+               asked_ = places.size();
+               return mayWrite_;
+             },
+         .knowledge = {},
+         .maySend = {},
+         .failureText = [](const Failure& failure) { return QString::fromStdString(failure.text); }});
     QObject::connect(window_, &WorkplacesWindow::written,
                      [this](const MacroPlace& place) { written_.push_back(place.file); });
     QObject::connect(window_, &WorkplacesWindow::copied,

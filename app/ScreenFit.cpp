@@ -1,0 +1,73 @@
+#include "app/ScreenFit.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace tessaly {
+
+namespace {
+
+// Until a window manager has put a frame around the window.
+constexpr int kFrameMilliseconds = 150;
+
+// What a dialog holds goes into an area that scrolls; its layout and its controls stay the same.
+void letScroll(QDialog& dialog) {
+  auto* content = new QWidget;
+  content->setLayout(dialog.layout());  // taken from the dialog, with all in it
+  auto* area = new QScrollArea(&dialog);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  area->setWidget(content);
+  auto* around = new QVBoxLayout(&dialog);
+  around->setContentsMargins(0, 0, 0, 0);
+  around->addWidget(area);
+}
+
+bool scrolls(const QDialog& dialog) {
+  const QLayoutItem* const first = dialog.layout()->itemAt(0);
+  return first != nullptr && qobject_cast<QScrollArea*>(first->widget()) != nullptr;
+}
+
+}  // namespace
+
+void fitInto(QWidget& window, const QRect& room) {
+  const QRect frame = window.frameGeometry(), inside = window.geometry();
+  const QSize most = room.size() - (frame.size() - inside.size());
+  const QSize least = window.minimumSizeHint().expandedTo(window.minimumSize());
+  if (least.width() > most.width() || least.height() > most.height()) {
+    auto* const dialog = qobject_cast<QDialog*>(&window);
+    if (dialog != nullptr && dialog->layout() != nullptr && !scrolls(*dialog)) letScroll(*dialog);
+    window.setMinimumSize(window.minimumSize().boundedTo(most));
+  }
+  window.resize(window.size().boundedTo(most));
+  const QSize now = window.size() + (frame.size() - inside.size());
+  const int x = std::clamp(frame.x(), room.x(), std::max(room.x(), room.right() + 1 - now.width()));
+  const int y = std::clamp(frame.y(), room.y(), std::max(room.y(), room.bottom() + 1 - now.height()));
+  if (QPoint(x, y) != frame.topLeft()) window.move(x, y);
+}
+
+ScreenFit::ScreenFit() { qApp->installEventFilter(this); }
+
+bool ScreenFit::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Show || !watched->isWidgetType()) return false;
+  auto& window = static_cast<QWidget&>(*watched);
+  const auto kind = window.windowType();
+  if (!window.isWindow() || (kind != Qt::Window && kind != Qt::Dialog)) return false;
+  const auto fit = [at = QPointer(&window)] {
+    if (at != nullptr && !at->isMaximized() && !at->isFullScreen())
+      fitInto(*at, at->screen()->availableGeometry());
+  };
+  fit();
+  QTimer::singleShot(kFrameMilliseconds, this, fit);
+  return false;
+}
+
+}  // namespace tessaly

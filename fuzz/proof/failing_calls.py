@@ -1,0 +1,175 @@
+#!/usr/bin/python3
+"""Has each fallible call of each write operation fail once with each error that it can give, every write come short,
+and every file end in the middle. Success is only said when all is there and flushed; a failure is told, leaves old or
+new, and the next command works and finds nothing left over.
+
+usage: failing_calls.py PROGRAMS [OPERATION ...]    a row for each operation; 1 when anything is wrong
+"""
+import collections
+import os
+import resource
+import signal
+import subprocess
+import sys
+import time
+
+import disk
+from calls import Replay, may_trace
+from crash_states import MOST_TOLD, SKIPPED
+from operations import OPERATIONS, Bench, Tried
+
+ERRORS = {
+    "openat": ["EACCES", "EMFILE", "EIO", "ENOMEM"], "write": ["ENOSPC", "EIO"], "pwrite64": ["ENOSPC", "EIO"],
+    "fsync": ["EIO", "ENOSPC"], "ftruncate": ["EIO"], "rename": ["EIO", "ENOSPC", "EACCES"], "mkdir": ["ENOSPC", "EACCES"],
+    "unlink": ["EIO", "EACCES"], "unlinkat": ["EIO", "EACCES"], "fchmod": ["EIO", "EPERM"], "fchown": ["EPERM"],
+    "close": ["EIO"], "read": ["EIO"], "pread64": ["EIO"], "getdents64": ["EIO"], "newfstatat": ["EACCES", "ENOMEM"],
+    "fstat": ["EIO"], "statx": ["EACCES"], "statfs": ["EIO"], "readlink": ["EIO"], "flock": ["ENOLCK"],
+    "fcntl": ["ENOLCK", "EMFILE"]}
+DONE_TOLD = "power cut", "is not known", "was written"  # a failure with these words has been done all the same
+
+
+def fallible(calls, replay):
+    """Name, number among the calls of that name in its thread, and errors of each call that has to do with the site."""
+    counts = collections.Counter()
+    for call in calls:
+        counts[call.thread, call.name] += 1
+        if call.name not in ERRORS or not any(replay.inside(path) for path in call.paths()):
+            continue
+        created = call.name == "openat" and "O_CREAT" in call.arguments
+        yield call, counts[call.thread, call.name], ERRORS[call.name] + (["ENOSPC"] if created else [])
+
+
+def exempt(call, error):
+    """A folder that may not be read cannot be flushed, and is taken as it is. A close that fails is one of a file that
+    was written; strace keeps the file open then, with the locks of others, which the system does not."""
+    if call.name == "close":
+        return not call.at.endswith(".tmp")
+    return error == "EACCES" and call.name == "openat" and "O_DIRECTORY" in call.arguments
+
+
+class Campaign:
+    def __init__(self, bench, operation):
+        self.bench, self.tried = bench, Tried(bench, operation)
+        self.tree = self.tried.before
+        self.start = disk.frozen(self.tree)
+        self.counts, self.wrongs = collections.Counter(), []
+
+    def run(self):
+        last = self.tried.commands[-1]
+        self.bench.lay_out(self.start)
+        _, calls = self.tried.run(last)
+        cases = [(call, when, error) for call, when, errors in fallible(calls, Replay(disk.Disk({}), self.bench.root))
+                 for error in errors if not exempt(call, error)]
+        for call, when, error in cases:
+            self.bench.lay_out(self.start)
+            done, made = self.tried.run(last, f"{call.name}:error={error}:when={when}")
+            self.judge(f"{call.name} {when} {error} {call.paths()[-1:]}", done, made)
+        self.short_writes(last)
+        self.ending_files(last)
+
+    def short_writes(self, words):
+        self.bench.lay_out(self.start)
+        environment = {**self.bench.environment, "LD_PRELOAD": os.path.join(self.bench.programs, "short-writes.so")}
+        done = subprocess.run(self.bench.words(words), env=environment, capture_output=True, check=False)
+        self.judge("short writes", done, None)
+        if done.returncode != 0:
+            self.wrongs.append(f"short writes are no reason to fail: {done.stderr}")
+
+    def ending_files(self, words):
+        """As on a full disk, a write is short first and fails then."""
+        sizes = {size for path in files_of(self.tried.after) for size in (0, 1, len(path) // 2, len(path) - 1)}
+        for size in sorted(sizes):
+            def limit(size=size):
+                signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+                resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+            self.bench.lay_out(self.start)
+            done = subprocess.run(self.bench.words(words), env=self.bench.environment, capture_output=True, check=False,
+                                  preexec_fn=limit)
+            self.judge(f"no file beyond {size} bytes", done, None)
+
+    def judge(self, case, done, made):
+        tried = self.tried
+        silent = done.returncode == 0 and not done.stderr
+        self.counts["told" if done.returncode else "unharmed" if silent else "warned"] += 1
+        wrongs = []
+        if done.returncode < 0 or (done.returncode and not done.stderr):
+            wrongs.append(f"ends with {done.returncode} and says nothing")
+        if done.returncode == 0 and made is not None and not tried.operation.cut_short:
+            wrongs += self.unflushed(made)
+        found = tried.look()
+        if done.returncode == 0 and found != tried.new and not tried.operation.cut_short:
+            wrongs.append("success is said: " + tried.told(found, False))
+        if done.returncode and not all(one in (old, new) for one, old, new in zip(found, tried.stages[-2], tried.new)):
+            wrongs.append(tried.told(found, False))
+        if done.returncode == 1 and found == tried.new != tried.stages[-2] and not tried.operation.cut_short and \
+                not any(words in done.stderr.decode() for words in DONE_TOLD):
+            wrongs.append("a failure is said, but it is done")
+        wrongs += self.history_lacks(silent) + tried.judged_next()
+        if wrongs:
+            self.wrongs.append(f"{case}: {'; '.join(wrongs)} (exit {done.returncode}, "
+                               f"{done.stderr.decode().strip()!r})")
+
+    def unflushed(self, made):
+        """What is called done would survive: with nothing but what was flushed, the targets are those of now."""
+        tree = disk.Disk(self.tree)
+        replay = Replay(tree, self.bench.root)
+        for call in made:
+            replay.act(call)
+        names = [target.replace(":", "").split("\\") for target in self.tried.operation.targets]
+        return [f"success is said, but {name[-1]} is not flushed" for name in names
+                if flushed(tree, name) != now(tree, name)]
+
+    def history_lacks(self, silent):
+        key = "bytes", "place", "name", "change", "size"
+        rows = [[row[name] for name in key] for row in self.bench.history().values()]
+        wanted = self.tried.kept_after if silent else {
+            kept: row for kept, row in self.tried.known.items() if kept in self.tried.kept_before}
+        return [f"the history lacks {kept}" for kept, row in wanted.items() if [row[name] for name in key] not in rows]
+
+
+def flushed(tree, names):
+    node = tree.root
+    for name in names:
+        node = node.flushed.get(name) if isinstance(node, disk.Folder) else None
+    return node and node.flushed[0]
+
+
+def now(tree, names):
+    node = tree.find(names)
+    return node and node.now()[0]
+
+
+def files_of(tree):
+    for below in tree.values():
+        if isinstance(below, dict):
+            yield from files_of(below)
+        else:
+            yield below[0]
+
+
+def main(programs, names):
+    if not may_trace():
+        print("strace may not trace here")
+        return SKIPPED
+    bench = Bench(programs)
+    print(f"{'operation':24}{'cases':>8}{'told':>8}{'warned':>8}{'unharmed':>10}{'wrong':>8}")
+    cases, wrong, began = 0, 0, time.monotonic()
+    for operation in OPERATIONS:
+        if (names and operation.name not in names) or operation.of_window:
+            continue
+        campaign = Campaign(bench, operation)
+        campaign.run()
+        counts = campaign.counts
+        print(f"{operation.name:24}{sum(counts.values()):8}{counts['told']:8}{counts['warned']:8}"
+              f"{counts['unharmed']:10}{len(campaign.wrongs):8}", flush=True)
+        cases += sum(counts.values())
+        wrong += len(campaign.wrongs)
+        for text in campaign.wrongs[:MOST_TOLD if not os.environ.get("TESSALY_PROOF_ALL") else None]:
+            print("  WRONG: " + text)
+    bench.close()
+    print(f"{cases} failing calls in {time.monotonic() - began:.0f} s, {wrong} wrong")
+    return 1 if wrong or not cases else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1], sys.argv[2:]) if len(sys.argv) > 1 else 2)

@@ -1,0 +1,310 @@
+"""The write operations whose system calls are tried, on a small site, and what is asked afterwards."""
+import json
+import os
+import shutil
+import socket
+import subprocess
+import tempfile
+import time
+
+import calls
+import disk
+
+MACROS = "c:\\programme\\RV48\\appli\\Show\\CP1\\macroWP1\\"
+OTHERS = "c:\\programme\\RV48\\appli\\Show\\CP1\\macroWP2\\"
+KEY = "c:\\programme\\RV48\\appli\\Show\\CP7\\upk\\key03.upk"
+OWN = "c:\\programme\\RV48\\bin\\MacroFid\\"
+SNAPSHOT = "c:\\programme\\RV48\\appli\\Show\\taken.zip"
+NEXT = "macro800.mac"
+PANEL_MACRO = "flash/data/PANEL/macro/workplace1/macro001.mac"
+FUNCTIONS = b'''<mfd><fidsegment_indexed name="me" fidseg="ME" displayname="ME " min="1" max="3" offset="0"/>
+<fid name="$me.KEY1.CLIP.SET" sid="$me.KEY1.CLIP" group="$me.KEY1.KEY" description="$me Key 1 Clip Set">
+<float_parameter name="VALUE" type="percent" min="0" max="1" minDisp="0" maxDisp="100"/></fid></mfd>
+'''
+
+
+def macro(name, commands=3, value="0.5"):
+    command = ('        <cmd fid="QMF1.ME1.KEY1.CLIP.SET" workplace="1" group="0" module="0" widget="0">\n'
+               f'            <param name="VALUE" value="{value}" />\n        </cmd>\n')
+    return f'<macro name="{name}">\n    <data>\n{command * commands}    </data>\n</macro>\n'.encode()
+
+
+def site_tree():
+    files = {OWN + "emptyMacro.mac": b'<macro name=""><data></data></macro>\n',
+             OWN + "TarrowMFDIfc.xml": FUNCTIONS, OWN + "CorvaneXLPanel.xml": b"<mfd></mfd>",
+             KEY: b"#UPK\nBeginHeader\nFile=key03.upk\nName=MK04\nVersion=1.0\nEndHeader\n" + b"e3 10 05 01 \n" * 9}
+    for number in (1, 2, 3):
+        files[f"{MACROS}macro00{number}.mac"] = macro(f"First {number}", number + 2)
+        files[f"{OTHERS}macro00{number}.mac"] = macro(f"Second {number}", 60, "0.25")
+    for folder in (MACROS, OTHERS, OWN, folder_of(SNAPSHOT)):
+        files[folder + NEXT] = macro("Next", 1, "0.1")
+    tree = {}
+    for path, content in files.items():
+        folder = tree
+        *folders, name = path.replace("c:", "c").split("\\")
+        for part in folders:
+            folder = folder.setdefault(part, {})
+        folder[name] = (content, 0o644)
+    return tree
+
+
+def folder_of(path):
+    return path[:path.rindex("\\") + 1]
+
+
+class Operation:
+    """Commands, one after the other, that write `targets`; `prepare` are others before them. Of several targets each is
+    done for itself when `each`, else all or none. `cut_short` is a command that is killed before them, at a call."""
+
+    def __init__(self, name, commands, targets, prepare=(), each=False, look=None, cut_short=None):
+        self.name, self.commands, self.targets, self.prepare = name, commands, targets, prepare
+        self.each, self.cut_short = each, cut_short
+        self.look = look or ["show", targets[0]]  # the bytes tell of the others
+        # Has to work, whatever happened, and leaves nothing over in the folders that were written.
+        self.next = ["rename", folder_of(targets[-1]) + NEXT, "Next one"]
+        self.of_window = commands[0][0] == "window"
+        if cut_short or commands[0][0] in ("replace", "restore"):
+            self.next = ["replace", "value:VALUE=0.1->0.2", self.next[1]]
+        elif self.of_window:
+            self.next = ["window", "start", "edit=0.8", "save"]
+
+
+ONE, TWO, NEW = MACROS + "macro001.mac", OTHERS + "macro002.mac", MACROS + "macro500.mac"
+ALL = [f"{MACROS}macro00{number}.mac" for number in (1, 2, 3)]
+THEIRS = [f"{OTHERS}macro00{number}.mac" for number in (1, 2, 3)]
+EDITED, LOOK = [["window", "start", "edit=0.6"]], ["window", "look"]
+RULE = "value:VALUE=0.5->0.7"
+KEPT = ["rename", ONE, "Kept"]
+SHARED = ["insert-classic", ONE, "23 10 05 01 "]
+
+OPERATIONS = [
+    Operation("rename", [["rename", ONE, "Changed"]], [ONE]),
+    Operation("edit", [SHARED], [ONE], [KEPT]),
+    Operation("edit, long", [["insert-classic", TWO, "23 10 05 01 "]], [TWO]),
+    Operation("remove", [["remove", ONE, "0"]], [ONE], [KEPT, SHARED]),
+    Operation("create", [["create", NEW, "Fresh"]], [NEW]),
+    Operation("create over", [["create", ONE, "Fresh"]], [ONE], [KEPT]),
+    Operation("convert", [["convert", KEY, NEW, "Converted"]], [NEW]),
+    Operation("copy", [["copy-macro", ONE, TWO]], [TWO]),
+    Operation("copy many", [["copy-macro", *ALL, OTHERS]], THEIRS, each=True),
+    Operation("delete", [["delete-macro", ONE]], [ONE]),
+    Operation("delete many", [["delete-macro", *ALL]], ALL, [KEPT], each=True),
+    Operation("put back", [["history", "restore", "{kept}"]], [ONE], [KEPT]),
+    Operation("put back, long", [["history", "restore", "{kept}"]], [TWO], [["rename", TWO, "Kept"]]),
+    Operation("replace", [["replace", RULE, MACROS]], ALL),
+    Operation("replace, put back", [["replace", RULE, ONE], ["history", "restore", "{kept}"]], [ONE]),
+    Operation("replace, cut short", [["settings"]], ALL, cut_short=(["replace", RULE, MACROS], "rename", 6)),
+    Operation("restore", [["restore", SNAPSHOT, OTHERS]], THEIRS, [["snapshot", MACROS, SNAPSHOT]]),
+    Operation("restore, cut short", [["settings"]], THEIRS, [["snapshot", MACROS, SNAPSHOT]],
+              cut_short=(["restore", SNAPSHOT, OTHERS], "rename", 6)),
+    Operation("snapshot", [["snapshot", MACROS, SNAPSHOT]], [SNAPSHOT], look=["snapshot", SNAPSHOT]),
+    Operation("snapshot over", [["snapshot", OTHERS, SNAPSHOT]], [SNAPSHOT], [["snapshot", MACROS, SNAPSHOT]],
+              look=["snapshot", SNAPSHOT]),
+    Operation("settings", [["settings", "--address-a", "10.1.2.3"]], [OWN + "Settings.dat"], look=["settings"]),
+    Operation("settings over", [["settings", "--address-a", "10.1.2.3"]], [OWN + "Settings.dat"],
+              [["settings", "--rewrite"]], look=["settings"]),
+    Operation("download", [["panel", "{panel}", "get", "1", "1", ONE]], [ONE]),
+    Operation("window edit", [["window", "start", "edit=0.7"]], [ONE], look=LOOK),
+    Operation("window steps", [["window", "start", "edit=0.7"], ["window", "start", "undo"]], [ONE], EDITED, look=LOOK),
+    Operation("window save", [["window", "start", "save"]], [ONE], EDITED, look=LOOK),
+]
+
+
+class Bench:
+    """A folder of its own to try an operation in, and the programs."""
+
+    def __init__(self, programs):
+        memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
+        self.folder = os.path.realpath(tempfile.mkdtemp(prefix="tessaly-proof-", dir=memory))
+        self.programs = os.path.abspath(programs)
+        self.root = os.path.join(self.folder, "root")
+        home = os.path.join(self.folder, "home")
+        os.mkdir(home)
+        self.environment = {"PATH": os.environ["PATH"], "HOME": home, "LC_ALL": "C.UTF-8", "TESSALY_ROOT": self.root,
+                            "QT_QPA_PLATFORM": "offscreen"}
+        self.panel = None
+
+    def close(self):
+        if self.panel:
+            self.panel.close()
+        shutil.rmtree(self.folder)
+
+    def lay_out(self, frozen_tree):
+        shutil.rmtree(self.root, ignore_errors=True)
+        disk.lay_out(frozen_tree, self.root)
+
+    def words(self, words):
+        """A command of the twin; of the window's files behind "window"; with a panel's address for "{panel}"."""
+        if words[0] == "window":
+            return [self.program("tessaly-window-files"), self.root, *words[1:]]
+        if "{panel}" not in words:
+            return [self.program("tessaly-cli"), *words]
+        self.panel = self.panel or Panel(self)
+        words = ["127.0.0.1" if word == "{panel}" else word for word in words]
+        return [self.program("tessaly-cli"), *words, *self.panel.ports]
+
+    def program(self, name):
+        return os.path.join(self.programs, name)
+
+    def run(self, words):
+        return subprocess.run(self.words(words), env=self.environment, capture_output=True, timeout=120, check=False)
+
+    def host(self, path):
+        return os.path.join(self.root, path.replace(":", "").replace("\\", "/"))
+
+    def bytes_of(self, paths):
+        found = []
+        for path in paths:
+            try:
+                with open(self.host(path), "rb") as file:
+                    found.append(file.read())
+            except FileNotFoundError:
+                found.append(None)
+        return found
+
+    def history(self):
+        rows = json.loads(self.run(["history", "--json"]).stdout)
+        for row in rows:
+            day, moment = row["id"].split("/")
+            folder = os.path.join(self.root, "history", day)
+            name, = [name for name in os.listdir(folder) if name.startswith(moment) and name.endswith(".mac")]
+            with open(os.path.join(folder, name), "rb") as file:
+                row["bytes"] = file.read()
+        return {row["id"]: row for row in rows}
+
+    def leftovers(self):
+        return [name for _, _, names in os.walk(self.root) for name in names if name.startswith(".tessaly-")]
+
+
+class Tried:
+    """An operation at its beginning: the tree, and what is told of the targets at first and after each command."""
+
+    def __init__(self, bench, operation):
+        self.bench, self.operation = bench, operation
+        bench.lay_out(disk.frozen(site_tree()))
+        for words in operation.prepare:
+            done = bench.run(words)
+            assert done.returncode == 0, (words, done.stderr)
+        self.stages, self.known = [self.looked_at()], bench.history()
+        self.kept_before = set(self.known)
+        if operation.cut_short:
+            words, call, when = operation.cut_short
+            calls.run_recorded(bench.words(words), bench.environment, inject=f"{call}:signal=KILL:when={when}")
+            assert any(name.endswith(".batch") for name in os.listdir(os.path.join(bench.root, "batches")))
+        self.tree = disk.read_tree(bench.root)
+        self.calls, self.commands = [], []
+        for words in operation.commands:
+            self.commands.append([next(iter(bench.history())) if word == "{kept}" else word for word in words])
+            self.before = disk.read_tree(bench.root)
+            done, made = self.run(self.commands[-1])
+            assert done.returncode == 0, (words, done.stderr)
+            self.calls += made
+            self.stages.append(self.looked_at())
+            self.after = disk.read_tree(bench.root)
+        self.kept_after = bench.history()
+        self.known.update(self.kept_after)
+
+    def run(self, words, inject=None):
+        return calls.run_recorded(self.bench.words(words), self.bench.environment, inject=inject)
+
+    def looked_at(self):
+        """What is told now; nothing of it stays."""
+        tree = disk.frozen(disk.read_tree(self.bench.root))
+        found = self.look()
+        self.bench.lay_out(tree)
+        return found
+
+    def look(self):
+        """What each target is told to be, and its bytes. The lines about batches are taken out."""
+        done = self.bench.run(self.operation.look)
+        lines = done.stderr.decode().splitlines()
+        self.batches = [line for line in lines if line.startswith("the batch ")]
+        told = done.returncode, done.stdout, tuple(line for line in lines if line not in self.batches)
+        first, *others = self.bench.bytes_of(self.operation.targets)
+        if self.operation.targets == [SNAPSHOT]:  # whose sums are looked at, and which tells of the time of each run
+            first = first is not None
+        return [(told, first), *others]
+
+    @property
+    def old(self):
+        return self.stages[0]
+
+    @property
+    def new(self):
+        return self.stages[-1]
+
+    def judged(self, finished):
+        """How the targets are told, and what is wrong with the disk as it lies there: they are one of the stages, the
+        last one once the operation is `finished`; the history knows what it has; and the next command works."""
+        found = self.look()
+        wrongs = [] if self.is_right(found, finished) else [self.told(found, finished)]
+        for line in self.batches:
+            said = self.stages[1] if "has been ended" in line else self.old if "has been undone" in line else None
+            if found != said or "let alone" in line or "could not write" in line:
+                wrongs.append("said falsely: " + line)
+        wrongs += self.judged_history(finished)
+        return found, wrongs + self.judged_next()
+
+    def judged_next(self):
+        done = self.bench.run(self.operation.next)
+        wrongs = ["the next one: " + done.stderr.decode().strip()] if done.returncode or done.stderr else []
+        return wrongs + [f"left over: {name}" for name in self.bench.leftovers()]
+
+    def is_right(self, found, finished):
+        if finished:
+            return found == self.new
+        if self.operation.each:
+            return all(one in (old, new) for one, old, new in zip(found, self.old, self.new))
+        return found in self.stages
+
+    def told(self, found, finished):
+        names = [target.split("\\")[-1] for target in self.operation.targets]
+        states = ["old" if one == old else "new" if one == new else "neither"
+                  for one, old, new in zip(found, self.old, self.new)]
+        return f"{'finished, but ' if finished else ''}{' '.join(map(' '.join, zip(names, states)))}" + \
+            "".join(f" {one}" for one, state in zip(found, states) if state == "neither")
+
+    def judged_history(self, finished):
+        """What is kept is what was kept, whole and from where it was; nothing of before is missing. What the end of a
+        batch has kept anew is like what the batch itself would have."""
+        wrongs, found = [], self.bench.history()
+        alike = [_content(row) for row in self.known.values()]
+        for kept, row in found.items():
+            origin = not row["place"] and not row["name"] and not finished  # its record may be missing
+            like = [known for known in alike if known == _content(row) or (origin and known[0] == row["bytes"])]
+            if not like or (kept in self.known and row["bytes"] != self.known[kept]["bytes"]):
+                wrongs.append(f"the history tells of {kept}: {row}")
+        wanted = self.kept_after if finished and not self.operation.cut_short else self.kept_before
+        return wrongs + [f"the history lacks {kept}" for kept in wanted if kept not in found]
+
+
+def _content(row):
+    return row["bytes"], row["place"], row["name"], row["change"], row["size"]
+
+
+class Panel:
+    """A simulated panel with a macro, beside the site."""
+
+    def __init__(self, bench):
+        control, ftp = free_port(), free_port()
+        self.ports = ["--control-port", str(control), "--ftp-port", str(ftp)]
+        tree = os.path.join(bench.folder, "panel")
+        os.makedirs(os.path.join(tree, PANEL_MACRO[:PANEL_MACRO.rindex("/")]))
+        with open(os.path.join(tree, PANEL_MACRO), "wb") as file:
+            file.write(macro("Of the panel", 70))
+        self.process = subprocess.Popen([bench.program("tessaly-panelsim"), "--root", tree, *self.ports],
+                                        env=bench.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+        for port in (control, ftp):
+            while socket.socket().connect_ex(("127.0.0.1", port)) != 0:
+                assert self.process.poll() is None, "the panel does not start"
+                time.sleep(0.05)
+
+    def close(self):
+        self.process.terminate()
+        self.process.wait()
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
