@@ -37,7 +37,7 @@ echo "== tests under wine"
 
 echo "== the twin here and there"
 build_targets tessaly-cli tessaly-panelsim
-"$here/twin.py" $build/bin
+"$here/twin.py" $build/bin $([ -n "$plain" ] || echo --panel)
 if [ -z "$plain" ]; then
   echo "== installer and ZIP"
   "$here/package.sh" $build/bin build/windows-package
