@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kQuarter = 4;
 constexpr int kShade = 16;       // of 256
-constexpr int kOtherShade = 40;  // a difference that no other drawing of the same letters makes
+constexpr int kOtherShade = 24;  // a label two pixels beside its place makes it; one step of shades is none
 constexpr int kOtherPixels = 5;  // as many of them are another picture
 
 QImage kept(const QImage& grabbed) {
