@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QPixmap>
 
+#include "app/Appearance.h"
 #include "app/Application.h"
 #include "app/MainWindow.h"
 #include "tests/support/WindowDriver.h"
@@ -38,6 +39,7 @@ void edit(tessaly::Application& application, const QString& screenshot) {
 int main(int argc, char** argv) {
   tessaly::quietToolkit();
   QApplication toolkit(argc, argv);
+  tessaly::applyPalette(tessaly::PaletteChoice::kLight);
   QCommandLineParser parser;
   parser.addOptions({{QStringLiteral("root"), QString(), QStringLiteral("DIR")},
                      {QStringLiteral("ftp-port"), QString(), QStringLiteral("PORT"), QStringLiteral("21")},
