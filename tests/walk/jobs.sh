@@ -16,10 +16,6 @@ copy_b=$site/c/programme/RV48/bin/MacroFid/tempB.mac
 tree=$work/panel/flash/data/PANEL/macro/workplace1
 mkdir "$site" && cp -R site/c "$site/"
 
-# Where the rows of commands are on this screen; the pictures show it.
-x_a=200 x_b=800 first_row=526 row_height=17
-row() { echo $((first_row + ($1 - 1) * row_height)); }
-
 # The hands that are counted.
 taken=0 job= table=$work/table over=0
 press() { taken=$((taken + $#)) && keys "$@"; }

@@ -69,6 +69,10 @@ choose_row() {
   done
 }
 
+# Where the rows of commands of both panes are on this screen; the pictures show it.
+x_a=200 x_b=800 first_row=526 row_height=17
+row() { echo $((first_row + ($1 - 1) * row_height)); }
+
 # The eyes.
 active_title() { xdotool getactivewindow getwindowname 2>/dev/null || true; }
 has_window() { [ "$(active_title)" = "$1" ]; }
