@@ -28,6 +28,14 @@ bool isPalette(Hands, Pane) {
   return currentPalette() == kChoice;
 }
 
+bool showsStripes(Hands hands, Pane) { return hands.view(Pane::kA).commands().rows().showsDestinations(); }
+
+void toggleStripes(Hands hands, Pane pane) {
+  const bool on = !showsStripes(hands, pane);
+  for (const Pane each : kPanes) hands.view(each).commands().rows().showDestinations(on);
+  if (hands.preferences != nullptr) hands.preferences->setDestinationStripes(on);
+}
+
 // A step larger or smaller; 0 is the size of the desktop.
 template <int kStep>
 void chooseTextSize(Hands hands, Pane) {
@@ -73,6 +81,9 @@ std::vector<Act> viewActs() {
               {kLoaded, kLines}, QT_TRANSLATE_NOOP("Acts", "raw"));
   list.ofPane("useTabs", QT_TRANSLATE_NOOP("Acts", "Names and &Values in Columns"), Qt::ALT | Qt::Key_B,
               {kLoaded, kLines}, QT_TRANSLATE_NOOP("Acts", "tabs"));
+  list.ofWindow("destinationStripes", QT_TRANSLATE_NOOP("Acts", "Stri&pes by Destination"), {}, {},
+                toggleStripes, QT_TRANSLATE_NOOP("Acts", "colours rows mainframe"))
+      .checked = showsStripes;
   list.beginPart();
   list.ofWindow("coloursDesktop", QT_TRANSLATE_NOOP("Acts", "Colours of the Des&ktop"), {}, {},
                 choosePalette<PaletteChoice::kDesktop>)

@@ -30,9 +30,9 @@ struct Colours {
 };
 
 constexpr Colours kLightColours{0xfff0f0f0, 0xffffffff, 0xfff6f6f6, 0xffe8e8e8, 0xff1a1a1a,
-                                0xff858585, 0xff5f5f5f, 0xff1f6cad, 0xff5a6b7a, 0xff0b5cad};
+                                0xff646464, 0xff5f5f5f, 0xff1f6cad, 0xff5a6b7a, 0xff0b5cad};
 constexpr Colours kDarkColours{0xff2b2b2b, 0xff1e1e1e, 0xff262626, 0xff3a3a3a, 0xffe4e4e4,
-                               0xff8a8a8a, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
+                               0xffa8a8a8, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
 
 PaletteChoice current = PaletteChoice::kDesktop;
 

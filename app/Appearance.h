@@ -13,8 +13,7 @@ enum class PaletteChoice { kDesktop, kLight, kDark };
 [[nodiscard]] PaletteChoice paletteNamed(const QString& name);
 [[nodiscard]] QString paletteName(PaletteChoice choice);
 
-// The program's own colours, which hold a contrast of 4.5 to 1 for all text that can be worked with. Not for
-// kDesktop.
+// The program's own colours, which hold a contrast of 4.5 to 1 for all text. Not for kDesktop.
 [[nodiscard]] QPalette ownPalette(PaletteChoice choice);
 
 // Colours the whole program, at once. kDesktop leaves style and colours to the desktop; where there is none

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/NextSteps.h"
 #include "app/PaneState.h"
 #include "app/PlaceText.h"
 #include "app/StatusStrip.h"
@@ -37,6 +38,7 @@ Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
                  const PanelConnection& connection, MacroNames& panelNames)
     : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {
   connect(&pane_.copy, &WorkingCopy::changed, this, &Browser::followCopy);
+  connect(this, &Browser::changed, this, [this] { showNextSteps(pane_, connection_); });
 }
 
 void Browser::followCopy() {

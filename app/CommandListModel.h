@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QTimer>
@@ -30,6 +31,9 @@ struct CommandMark {
   std::string text;
 };
 
+// Of the stripe beside a command (kRowStripeRole); invalid for a destination that is not known.
+[[nodiscard]] QVariant destinationColour(std::string_view destination);
+
 // The lines of the commands that a pane shows, each with its position as its number. Those of a macro are
 // made when they are first needed, and what nobody looks at little by little while the program has nothing
 // else to do: a long macro is there at once. `of` tells one macro from another: other commands of the same
@@ -49,6 +53,10 @@ class CommandListModel : public ListRows {
 
   // By the position of the command; they stay until others are given.
   void setMarks(std::map<int, CommandMark> marks);
+  // Whether each command has a stripe of the colour of its destination, which its tool tip names. Off at
+  // first.
+  void showDestinations(bool on);
+  [[nodiscard]] bool showsDestinations() const { return destinations_; }
 
   [[nodiscard]] const ListRow* row(int index) const override;
   // A mark as a role of its own, and its text for the tool tip and for screen readers.
@@ -64,14 +72,17 @@ class CommandListModel : public ListRows {
   void show(const std::string& of, std::size_t count, const std::function<void()>& fill);
   void makeLine(std::size_t row) const;
   void makeLinesMeanwhile();
+  [[nodiscard]] const MacroCommand* striped(int row) const;
+  [[nodiscard]] QString about(int row) const;
 
   std::map<int, CommandMark> marks_;
   std::string of_;
   CommandLines lines_;
   mutable std::vector<ListRow> rows_;
-  mutable std::vector<bool> made_;  // a flag a row
-  std::size_t nextLine_ = 0;        // lines before it are made
-  int shownLongest_ = -1;           // as the view knows it
+  mutable std::vector<bool> made_;         // a flag a row
+  std::size_t nextLine_ = 0;               // lines before it are made
+  std::vector<ColumnCells> shownColumns_;  // as the view knows them
+  bool destinations_ = false;
   QTimer meanwhile_;
 };
 

@@ -278,12 +278,7 @@ QLineEdit& MacroPane::address() { return *ui_->address; }
 
 void MacroPane::showSource(PaneSource source) {
   source_ = source;
-  const bool panel = source == PaneSource::kPanel;
-  (panel ? ui_->panel : ui_->harddisk)->setChecked(true);
-  ui_->controlPanels->setPlaceholder(panel ? QString() : tr("choose an application"));
-  ui_->workplaces->setPlaceholder(panel ? tr("connect to the panel") : tr("choose a control panel"));
-  ui_->macros->setPlaceholder(tr("choose a workplace"));
-  ui_->commands->setPlaceholder(tr("choose a macro"));
+  (source == PaneSource::kPanel ? ui_->panel : ui_->harddisk)->setChecked(true);
 }
 
 void MacroPane::takeFocus() {
@@ -388,6 +383,7 @@ void MacroPane::applyTabStops() {
 void MacroPane::restorePlaces(const Preferences& preferences) {
   ui_->paneSplitter->restoreState(preferences.place(placeName("commands")));
   ui_->browseSplitter->restoreState(preferences.place(placeName("macros")));
+  ui_->commands->rows().showDestinations(preferences.destinationStripes());
 }
 
 void MacroPane::keepPlaces(Preferences& preferences) const {

@@ -61,7 +61,7 @@ class MacroPane : public QGroupBox {
   void takeFocus();
   // Below the row of the first command that is selected; global.
   [[nodiscard]] QPoint placeOfSelected();
-  // Where the borders between the lists stand.
+  // Where the borders between the lists stand, and whether commands have stripes.
   void restorePlaces(const Preferences& preferences);
   void keepPlaces(Preferences& preferences) const;
 

@@ -20,12 +20,18 @@ QColor outline(const QStyleOption& option) {
   return colour;
 }
 
+bool isFlat(const QStyleOption* option) {
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  return frame != nullptr && frame->features.testFlag(QStyleOptionFrame::Flat);
+}
+
 }  // namespace
 
 OwnStyle::OwnStyle() : QProxyStyle(QStringLiteral("fusion")) {}
 
 void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
+  if (element == PE_FrameGroupBox && isFlat(option)) return;
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool box = element == PE_IndicatorCheckBox;
   const bool circle = element == PE_IndicatorRadioButton;
@@ -45,6 +51,13 @@ void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
   else
     painter->drawRoundedRect(place, kCorner, kCorner);
   painter->restore();
+}
+
+int OwnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                        QStyleHintReturn* returned) const {
+  return hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_Widget_Animation_Duration
+             ? 0
+             : QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
 QSize OwnStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

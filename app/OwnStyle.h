@@ -5,7 +5,8 @@
 namespace tessaly {
 
 // The toolkit's own style with what the program's palettes need: it draws frames darker than the ground,
-// which nobody sees on a dark one, and leaves the captions of long buttons no room.
+// which nobody sees on a dark one, gives some buttons of a dialog a picture and others none, and leaves the
+// captions of long buttons no room. A flat group box has no frame, and nothing moves by itself.
 class OwnStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -14,6 +15,8 @@ class OwnStyle : public QProxyStyle {
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+  [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                              QStyleHintReturn* returned) const override;
   [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                        const QWidget* widget) const override;
 };

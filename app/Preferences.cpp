@@ -7,6 +7,7 @@ namespace {
 const QString kName = QStringLiteral("tessaly");
 const QString kSiteFolder = QStringLiteral("site/folder");
 const QString kPalette = QStringLiteral("view/palette");
+const QString kDestinationStripes = QStringLiteral("view/destination-stripes");
 const QString kPlaces = QStringLiteral("places/");
 
 }  // namespace
@@ -22,6 +23,10 @@ void Preferences::setSiteFolder(const QString& folder) { file_.setValue(kSiteFol
 QString Preferences::palette() const { return file_.value(kPalette).toString(); }
 
 void Preferences::setPalette(const QString& name) { file_.setValue(kPalette, name); }
+
+bool Preferences::destinationStripes() const { return file_.value(kDestinationStripes).toBool(); }
+
+void Preferences::setDestinationStripes(bool on) { file_.setValue(kDestinationStripes, on); }
 
 QByteArray Preferences::place(const QString& name) const { return file_.value(kPlaces + name).toByteArray(); }
 

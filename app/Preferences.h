@@ -23,6 +23,10 @@ class Preferences {
   [[nodiscard]] QString palette() const;
   void setPalette(const QString& name);
 
+  // Whether each command has a stripe of the colour of its destination.
+  [[nodiscard]] bool destinationStripes() const;
+  void setDestinationStripes(bool on);
+
   // How a window or splitter was left, by its name; empty when it was never kept.
   [[nodiscard]] QByteArray place(const QString& name) const;
   void setPlace(const QString& name, const QByteArray& state);

@@ -128,9 +128,13 @@ void Snapshots::open(Pane pane) {
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
   const std::string file = choice.selectedFiles().constFirst().toStdString();
   Expected<Snapshot> read = Failure{Failure::Kind::kNoMemory, {}};
-  static_cast<void>(
-      transfer_.runLong(tr("Reading the snapshot"),
-                        [&](const PanelTransfer::Tell&) { read = openSnapshot(site_.root, file); }, {}));
+  wanted_ = true;
+  static_cast<void>(transfer_.runLong(
+      tr("Reading the snapshot"),
+      [&](const PanelTransfer::Tell&) {
+        read = openSnapshot(site_.root, file, [this] { return wanted_.load(); });
+      },
+      [this] { wanted_ = false; }));
   if (!read) {
     emit said({Grade::kFailure, tr("NOT opened: %1 (%2)").arg(nameOf(file), failureText(read.failure())),
                shown(file)});

@@ -151,22 +151,18 @@ void ClassicEditorDialog::refresh(std::optional<std::size_t> parameter) {
   tellEmptyLists();
 }
 
-// Why a list has no rows, for the eye and for a screen reader.
+// Why a list has no rows.
 void ClassicEditorDialog::tellEmptyLists() {
-  const auto tell = [](ListBox& list, const QString& why) {
-    list.setPlaceholder(why);
-    list.setAccessibleDescription(list.rows().rowCount() == 0 ? why : QString());
-  };
   const QString left = tr("choose on the left");
   const QString missing = shown(builder_.missingList()).section(QLatin1Char('\\'), -1);
-  tell(*ui_->subgroups, left);
-  tell(
-      *ui_->functions,
+  ui_->subgroups->setPlaceholder(left);
+  ui_->functions->setPlaceholder(
       missing.isEmpty()
           ? left
           : tr("No function is known here: there is no decoding list \"%1\" that can be read.").arg(missing));
-  tell(*ui_->actions, missing.isEmpty() ? left : QString());
-  tell(*ui_->parameters, builder_.chosenAction() ? tr("This function takes no parameters.") : QString());
+  ui_->actions->setPlaceholder(missing.isEmpty() ? left : QString());
+  ui_->parameters->setPlaceholder(builder_.chosenAction() ? tr("This function takes no parameters.")
+                                                          : QString());
 }
 
 void ClassicEditorDialog::refreshTexts() {

@@ -1,7 +1,5 @@
 #include "editors/EnterValueDialog.h"
 
-#include <algorithm>
-
 #include <QCoreApplication>
 #include <QKeyEvent>
 
@@ -13,19 +11,9 @@ namespace tessaly {
 namespace {
 
 constexpr QSize kSizeWithRows{380, 440};  // pixels
-constexpr int kUnitsACharacter = 4;       // dialog units, of an average one
-constexpr int kNumberColumn = 6 * kUnitsACharacter;
 
 bool steps(int key) {
   return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
-}
-
-// Where the third of three columns begins, so that no name of the second reaches into it.
-int thirdColumn(const std::vector<std::string>& rows) {
-  qsizetype widest = 0;
-  for (const std::string& row : rows)
-    widest = std::max(widest, shown(row).section(QLatin1Char('\t'), 1, 1).size());
-  return kNumberColumn + static_cast<int>(widest + 3) * kUnitsACharacter;
 }
 
 }  // namespace
@@ -57,7 +45,6 @@ void EnterValueDialog::offerRows(const std::vector<std::string>& rows) {
   std::vector<ListRow> listRows;
   listRows.reserve(rows.size());
   for (const std::string& row : rows) listRows.push_back({row, static_cast<int>(listRows.size())});
-  ui_->rows->setTabStops({kNumberColumn, thirdColumn(rows)});
   ui_->rows->rows().setRows(std::move(listRows));
   ui_->rows->selectRow(value_ ? static_cast<int>(*value_) : -1);
   ui_->rowsHeading->show();

@@ -16,7 +16,6 @@ namespace {
 
 constexpr int kFrameRate50Hz = 25;
 constexpr int kFrameRate60Hz = 30;
-constexpr int kValueColumn = 90;  // dialog units
 
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -35,7 +34,6 @@ ParameterPanel::ParameterPanel(const std::vector<PanelSource>& sources, int& fra
   setFocusProxy(ui_->parameters);
   keepSpaceWhenHidden(
       {ui_->parametersLabel, ui_->parameters, ui_->valueLabel, ui_->value, ui_->range, ui_->choices});
-  ui_->parameters->setTabStops({kValueColumn});
   (frameRate_ == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);
   connectControls();
   addKeys();

@@ -96,7 +96,7 @@ Expected<std::string> packSnapshot(const Snapshot& snapshot) {
   return archive;
 }
 
-Expected<Snapshot> unpackSnapshot(std::string_view archive) {
+Expected<Snapshot> unpackSnapshot(std::string_view archive, const std::function<bool()>& wanted) {
   auto unpacked = unpackZip(archive, kMostFiles);
   if (!unpacked) return unpacked.failure();
   std::map<std::string, std::string> files;
@@ -107,6 +107,7 @@ Expected<Snapshot> unpackSnapshot(std::string_view archive) {
   if (!manifest) return manifest.failure();
   Snapshot snapshot{manifest->origin, manifest->time, manifest->workplaces, {}};
   for (const SnapshotManifest::Row& row : manifest->rows) {
+    if (wanted && !wanted()) return Failure{Failure::Kind::kCancelled, {}};
     auto macro = takeMacro(row, files);
     if (!macro) return macro.failure();
     snapshot.macros.push_back(*std::move(macro));
@@ -123,16 +124,19 @@ Outcome saveSnapshot(const SiteRoot& root, std::string_view path, const Snapshot
   const Outcome written = writeFile(root, path, *archive);
   if (!written.written()) return written;
   const auto again = readFile(root, path);
-  if (!again) return again.failure();
+  if (!again)
+    return Failure{again.failure().kind,
+                   "was written, but cannot be compared with what was to be: it " + again.failure().text};
   if (*again != *archive)
     return refused("was written, but reads as something else: the disk cannot be relied on");
   return written;
 }
 
-Expected<Snapshot> openSnapshot(const SiteRoot& root, std::string_view path) {
+Expected<Snapshot> openSnapshot(const SiteRoot& root, std::string_view path,
+                                const std::function<bool()>& wanted) {
   const auto archive = readFile(root, path);
   if (!archive) return archive.failure();
-  return unpackSnapshot(*archive);
+  return unpackSnapshot(*archive, wanted);
 }
 
 }  // namespace tessaly

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,12 +52,15 @@ inline constexpr std::size_t kLongestSnapshotName = 250;  // bytes of a macro's 
 [[nodiscard]] Expected<std::string> packSnapshot(const Snapshot& snapshot);
 
 // Takes nothing but a whole one: each file that the list names, with the size and the sum that stand there,
-// and no other file. kNoSnapshot otherwise, with what is wrong as what follows the file's name.
-[[nodiscard]] Expected<Snapshot> unpackSnapshot(std::string_view archive);
+// and no other file. kNoSnapshot otherwise, with what is wrong as what follows the file's name. `wanted` is
+// asked macro by macro; kCancelled once it says no.
+[[nodiscard]] Expected<Snapshot> unpackSnapshot(std::string_view archive,
+                                                const std::function<bool()>& wanted = {});
 
 // Writes it whole or not at all, and reads it again before it is said to be done.
 Outcome saveSnapshot(const SiteRoot& root, std::string_view path, const Snapshot& snapshot);
 
-[[nodiscard]] Expected<Snapshot> openSnapshot(const SiteRoot& root, std::string_view path);
+[[nodiscard]] Expected<Snapshot> openSnapshot(const SiteRoot& root, std::string_view path,
+                                              const std::function<bool()>& wanted = {});
 
 }  // namespace tessaly

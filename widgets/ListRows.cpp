@@ -1,11 +1,38 @@
 #include "widgets/ListRows.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "widgets/DialogText.h"
 
 namespace tessaly {
+
+namespace {
+
+constexpr std::size_t kUsualLetter = 4;  // as wide as most
+constexpr std::size_t kWidestCell = 80 * kUsualLetter;
+
+// About how wide a letter is drawn, byte by byte.
+constexpr std::array<std::uint8_t, 256> kLetters = [] {
+  std::array<std::uint8_t, 256> widths{};
+  widths.fill(kUsualLetter);
+  for (const char narrow : std::string_view("ijlI|!.,:;'`[]()ft r"))
+    widths[static_cast<unsigned char>(narrow)] = 2;
+  for (const char wide : std::string_view("mwMW@%")) widths[static_cast<unsigned char>(wide)] = 6;
+  for (unsigned continued = 0x80; continued < 0xC0; ++continued) widths[continued] = 0;
+  return widths;
+}();
+
+std::size_t width(std::string_view cell) {
+  std::size_t sum = 0;
+  for (const char letter : cell) sum += kLetters[static_cast<unsigned char>(letter)];
+  return sum;
+}
+
+}  // namespace
 
 Qt::ItemFlags ListRows::flags(const QModelIndex& index) const {
   const ListRow* shownRow = row(index.row());
@@ -24,18 +51,18 @@ void ListRows::setEnabled(bool enabled) {
   if (std::exchange(enabled_, enabled) != enabled) emit enabledChanged();
 }
 
-void ListRows::forgetLengths() const {
-  longest_ = -1;
-  longestRoom_ = 0;
-}
-
-void ListRows::measure(int row, const std::string& text) const {
-  constexpr std::size_t kColumn = 60;  // characters that a tab may stand for
-  const auto tabs = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
-  const std::size_t room = text.size() + kColumn * tabs;
-  if (longest_ >= 0 && room <= longestRoom_) return;
-  longest_ = row;
-  longestRoom_ = room;
+void ListRows::measure(const std::string& text) const {
+  std::string_view rest = text;
+  for (std::size_t column = 0;; ++column) {
+    if (column == columns_.size()) columns_.emplace_back();
+    const std::size_t tab = rest.find('\t');
+    const std::string_view cell = rest.substr(0, tab);
+    const bool ends = tab == rest.npos;
+    std::string& widest = ends ? columns_[column].last : columns_[column].inner;
+    if ((ends || width(cell) <= kWidestCell) && width(cell) > width(widest)) widest = cell;
+    if (ends) return;
+    rest.remove_prefix(tab + 1);
+  }
 }
 
 void ListBoxModel::setRows(std::vector<ListRow> rows, bool enabled, std::string of) {
@@ -57,8 +84,8 @@ void ListBoxModel::setRows(std::vector<ListRow> rows, bool enabled, std::string 
 
 void ListBoxModel::take(std::vector<ListRow> rows) {
   rows_ = std::move(rows);
-  forgetLengths();
-  for (int row = 0; row < rowCount(); ++row) measure(row, rows_[static_cast<std::size_t>(row)].text);
+  forgetWidths();
+  for (const ListRow& row : rows_) measure(row.text);
 }
 
 int ListBoxModel::rowLike(const ListRow& old) const {

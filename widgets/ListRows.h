@@ -17,6 +17,14 @@ struct ListRow {
   friend bool operator==(const ListRow&, const ListRow&) = default;
 };
 
+// What a column has to have room for, each the widest of its kind as far as the shapes of its letters tell.
+struct ColumnCells {
+  std::string inner;  // another cell follows in its row
+  std::string last;   // ends its row
+
+  friend bool operator==(const ColumnCells&, const ColumnCells&) = default;
+};
+
 // What a list shows. A model reset means another list, which begins at its top and has nothing chosen; a
 // change of layout means the same list with other rows, which stays where it is. GUI thread.
 class ListRows : public QAbstractListModel {
@@ -28,8 +36,9 @@ class ListRows : public QAbstractListModel {
   [[nodiscard]] virtual const ListRow* row(int index) const = 0;  // null outside; valid until rows change
   // Whether the rows take clicks and keys; a notice in place of rows does not.
   [[nodiscard]] bool enabled() const { return enabled_; }
-  // The row whose text takes the most room, a tab counted as a column; -1 when empty.
-  [[nodiscard]] int longestRow() const { return longest_; }
+  // Column by column, of the rows that were made by now. A cell that is far too long for a column does not
+  // count: its row runs over.
+  [[nodiscard]] const std::vector<ColumnCells>& columns() const { return columns_; }
 
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -40,9 +49,9 @@ class ListRows : public QAbstractListModel {
 
  protected:
   void setEnabled(bool enabled);
-  // Forgets how long the rows were, or takes the length of one more into account.
-  void forgetLengths() const;
-  void measure(int row, const std::string& text) const;
+  // Forgets how wide the rows were, or takes one more into account.
+  void forgetWidths() const { columns_.clear(); }
+  void measure(const std::string& text) const;
   // Whoever holds on to a row, as a selection does, holds it after the change where `place` finds it; -1 for
   // a row that has gone.
   template <class Change, class Place>
@@ -50,8 +59,7 @@ class ListRows : public QAbstractListModel {
 
  private:
   bool enabled_ = true;
-  mutable int longest_ = -1;
-  mutable std::size_t longestRoom_ = 0;
+  mutable std::vector<ColumnCells> columns_;
 };
 
 // Rows that are given whole.

@@ -1,6 +1,7 @@
 #include "widgets/RowsView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -30,6 +31,10 @@ void RowsView::take(ListRows& rows) {
   connect(&rows, &QAbstractItemModel::layoutAboutToBeChanged, this, &RowsView::keepPlace);
   connect(&rows, &QAbstractItemModel::layoutChanged, this, &RowsView::restorePlace);
   connect(&rows, &ListRows::enabledChanged, this, &RowsView::followEnabled);
+  connect(&rows, &ListRows::enabledChanged, this, &RowsView::tellPlaceholder);
+  connect(&rows, &QAbstractItemModel::modelReset, this, &RowsView::tellPlaceholder);
+  connect(&rows, &QAbstractItemModel::layoutChanged, this, &RowsView::tellPlaceholder);
+  connect(&rows, &QAbstractItemModel::rowsInserted, this, &RowsView::tellPlaceholder);
   connect(&rows, &ListRows::widened, this, &RowsView::scheduleDelayedItemsLayout);
 }
 
@@ -137,19 +142,26 @@ void RowsView::setTabStops(std::vector<int> dialogUnits) {
 }
 
 void RowsView::setPlaceholder(const QString& text) {
-  placeholder_ = text;
+  if (std::exchange(placeholder_, text) == text) return;
+  tellPlaceholder();
   viewport()->update();
+}
+
+void RowsView::tellPlaceholder() {
+  const bool empty = rows_->rowCount() == 0 || !rows_->enabled();
+  setAccessibleDescription(empty ? placeholder_ : QString());
 }
 
 QModelIndex RowsView::found() const { return finder_->mark(); }
 
 void RowsView::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
-  if (rows_->rowCount() > 0 || placeholder_.isEmpty()) return;
+  if (placeholder_.isEmpty() || (rows_->rowCount() > 0 && rows_->enabled())) return;
   constexpr int kMargin = ListBoxDelegate::kTextMargin;
+  const int below = rows_->rowCount() == 0 ? 0 : visualRect(rows_->index(rows_->rowCount() - 1)).bottom() + 1;
   QPainter painter(viewport());
   painter.setPen(dimmed(palette()));
-  painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+  painter.drawText(viewport()->rect().adjusted(kMargin, below + kMargin, -kMargin, -kMargin),
                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, placeholder_);
 }
 
@@ -157,8 +169,9 @@ bool RowsView::viewportEvent(QEvent* event) {
   // A row that is seen whole, and has no mark, needs no tool tip.
   if (event->type() == QEvent::ToolTip) {
     const QModelIndex index = indexAt(static_cast<QHelpEvent*>(event)->pos());
-    const int needed = delegate_->textWidth(index.data().toString(), QFontMetrics(font()));
-    const bool marked = index.data(kRowMarkRole).toInt() != static_cast<int>(RowMark::kNone);
+    const int needed = delegate_->rowWidth(index, QFontMetrics(font()));
+    const bool marked = index.data(kRowMarkRole).toInt() != static_cast<int>(RowMark::kNone) ||
+                        index.data(kRowStripeRole).isValid();
     if (index.isValid() && !marked && needed <= viewport()->width()) {
       event->ignore();
       return true;

@@ -43,11 +43,13 @@ class RowsView : public KeptChoice<QListView> {
   // Small, so that layouts decide: a list takes the room that it is given.
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
-  // Columns start at these dialog units; the list gets a horizontal scroll bar when its rows are wider.
+  // No column begins before these dialog units; the list gets a horizontal scroll bar when its rows are
+  // wider.
   void setTabStops(std::vector<int> dialogUnits);
   // Leaves room for marks before the text of each row.
   void leaveRoomForMarks() { delegate_->leaveRoomForMarks(); }
-  // Shown in grey while the list has no rows.
+  // What is to be done while the list has no rows, or a notice in place of them: shown in grey, under the
+  // notice, and the list's description meanwhile.
   void setPlaceholder(const QString& text);
   // The row that the finder stands on; it is marked without being selected.
   [[nodiscard]] QModelIndex found() const;
@@ -74,6 +76,7 @@ class RowsView : public KeptChoice<QListView> {
 
  private:
   void followEnabled();
+  void tellPlaceholder();
   void keepPlace();
   void restorePlace();
   void select(const std::vector<int>& rows);

@@ -4,16 +4,7 @@
 
 namespace tessaly {
 
-namespace {
-
-const std::vector<int> kTabStops{36};  // dialog units: behind the number of a command
-
-}  // namespace
-
-HitList::HitList(QWidget* parent) : RowsView(parent) {
-  take(rows_);
-  setTabStops(kTabStops);
-}
+HitList::HitList(QWidget* parent) : RowsView(parent) { take(rows_); }
 
 void HitList::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

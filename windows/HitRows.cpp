@@ -26,7 +26,7 @@ void HitRows::clear() {
   rows_.clear();
   places_.clear();
   hits_ = macros_ = unread_ = 0;
-  forgetLengths();
+  forgetWidths();
   endResetModel();
 }
 
@@ -36,7 +36,7 @@ void HitRows::add(std::vector<FoundHits> found) {
   if (more == 0) return;
   beginInsertRows({}, rowCount(), rowCount() + more - 1);
   const auto add = [this](ListRow row, Place place) {
-    measure(rowCount(), row.text);
+    measure(row.text);
     rows_.push_back(std::move(row));
     places_.push_back(std::move(place));
   };

@@ -96,6 +96,7 @@ SearchWindow::SearchWindow(SearchSurroundings surroundings, QWidget* owner)
   connect(ui_->start, &QPushButton::clicked, this, &SearchWindow::start);
   connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this, &SearchWindow::start);
   connect(ui_->cancel, &QPushButton::clicked, this, [this] { work_.cancel(); });
+  ui_->hits->setPlaceholder(tr("say above what is to be found, and in which macros"));
   connect(ui_->hits, &HitList::opened, this, &SearchWindow::openCurrent);
   connect(ui_->open, &QPushButton::clicked, this, &SearchWindow::openCurrent);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
@@ -138,6 +139,7 @@ void SearchWindow::start() {
   }
   what_ = scope->title;
   tell({});
+  ui_->hits->setPlaceholder({});
   showWorking(true);
   const auto job =
       std::make_shared<SearchJob>(surroundings_.root, *scope, *std::move(query), surroundings_.knowledge);
@@ -157,6 +159,7 @@ void SearchWindow::take(std::vector<FoundHits> found, Work::Progress progress) {
 
 void SearchWindow::end(const Outcome& outcome) {
   showWorking(false);
+  ui_->hits->setPlaceholder(tr("take a part of the query away, or choose other macros to search in"));
   if (outcome)
     tell(seen_ == 0 ? tr("There are no macros in %1.").arg(what_) : summary());
   else if (outcome.failure().kind == Failure::Kind::kCancelled)

@@ -25,7 +25,7 @@ ERRORS = {
     "close": ["EIO"], "read": ["EIO"], "pread64": ["EIO"], "getdents64": ["EIO"], "newfstatat": ["EACCES", "ENOMEM"],
     "fstat": ["EIO"], "statx": ["EACCES"], "statfs": ["EIO"], "readlink": ["EIO"], "flock": ["ENOLCK"],
     "fcntl": ["ENOLCK", "EMFILE"]}
-DONE_TOLD = "power cut", "is not known"  # a failure with these words has been done all the same
+DONE_TOLD = "power cut", "is not known", "was written"  # a failure with these words has been done all the same
 
 
 def fallible(calls, replay):

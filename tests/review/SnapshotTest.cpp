@@ -70,6 +70,7 @@ TEST(SnapshotTest, HoldsWhatItWasMadeOfInTheSameBytes) {
   EXPECT_EQ(read->of(2)[0].number.value(), 999);
   EXPECT_EQ(read->of(2)[0].bytes, std::string("\0\xff", 2));
   EXPECT_TRUE(read->of(3).empty());
+  EXPECT_EQ(unpackSnapshot(packed(), [] { return false; }).failure().kind, Failure::Kind::kCancelled);
   // Neither the place nor the hour of the computer that packs it counts.
   static char elsewhereZone[] = "TZ=JST-9", noZone[] = "TZ=";
   ASSERT_EQ(putenv(elsewhereZone), 0);

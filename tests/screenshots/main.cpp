@@ -1,9 +1,13 @@
-// Takes the pictures of the documents: each window on the sample site, in a state that a user would meet.
-//   tessaly-screenshots [--palette light|dark] [--language de|en] [--scale FACTOR]
-//                       [--size WIDTHxHEIGHT] SITE-ROOT FOLDER
+// Takes the pictures of the documents: each window on a copy of the sample site, in a state that a user would
+// meet. With --keep or --against all windows, which are kept small in a folder or compared with those there;
+// FOLDER gets what differs, and the exit code is 1.
+//   tessaly-screenshots [--palette light|dark] [--language de|en] [--scale FACTOR] [--size WIDTHxHEIGHT]
+//                       [--keep KEPT | --against KEPT] SITE-ROOT FOLDER
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
+#include <optional>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -29,7 +33,9 @@
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
 #include "platform/Files.h"
+#include "tests/app/EveryDialog.h"
 #include "tests/editors/DialogDriver.h"
+#include "tests/screenshots/KeptPictures.h"
 #include "tests/screenshots/WindowPictures.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/WindowDriver.h"
@@ -40,10 +46,15 @@ namespace {
 
 using namespace tessaly;
 
+// What tells the time of day is another picture every time.
+const QSet<QString> kOfTheDay{QStringLiteral("history.png"), QStringLiteral("unsaved-changes.png")};
+
 class Camera {
  public:
-  Camera(const QString& root, QString folder, QSize size)
-      : root_(root.toStdString()), folder_(std::move(folder)), size_(size), lists_(root_) {
+  Camera(const QString& root, QString folder, QSize size, KeptPictures* kept)
+      : root_(site_.root), folder_(std::move(folder)), size_(size), kept_(kept), lists_(root_) {
+    std::filesystem::copy(root.toStdString() + "/c", root_.path() / "c",
+                          std::filesystem::copy_options::recursive);
     loadFunctionDictionary(root_, dictionary_,
                            [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
     sources_ = inputSources(dictionary_);
@@ -57,12 +68,34 @@ class Camera {
     WindowPictures(root_, dictionary_, lists_, [this](QWidget& window, const char* name) {
       save(window, name);
     }).take();
+    if (kept_ != nullptr) takeOthers();
   }
 
+  // Of the windows that do not look as they are to.
+  [[nodiscard]] int others() const { return others_; }
+
  private:
-  void save(QWidget& window, const char* name) const {
+  void save(QWidget& window, const char* fileName) {
     QTest::qWait(50);
-    if (!window.grab().save(QDir(folder_).filePath(QLatin1String(name)))) throw std::runtime_error(name);
+    const QString name = QLatin1String(fileName);
+    const QImage grabbed = window.grab().toImage();
+    if (kept_ == nullptr) {
+      if (!grabbed.save(QDir(folder_).filePath(name))) throw std::runtime_error(fileName);
+    } else if (!kOfTheDay.contains(name) && !kept_->take(grabbed, name, QDir(folder_))) {
+      std::fprintf(stderr, "%s looks different\n", fileName);
+      ++others_;
+    }
+  }
+
+  void takeOthers() {
+    EveryDialog every;
+    every.visit([this](QDialog& dialog, const char* name) {
+      dialog.show();
+      save(dialog, (QLatin1String(name) + QStringLiteral(".png"))
+                       .replace(QLatin1Char(' '), QLatin1Char('-'))
+                       .toStdString()
+                       .c_str());
+    });
   }
 
   // Pane A with unsaved changes, pane B with nothing chosen yet but its application.
@@ -95,7 +128,7 @@ class Camera {
   }
 
   // Pane A beside its file, which somebody has changed since.
-  void takeComparison(MainWindow& window, const WindowDriver& user) const {
+  void takeComparison(MainWindow& window, const WindowDriver& user) {
     const auto& a = kPaneDescriptors[0].ids;
     user.clickRow(a.commands, 1);
     QTest::keyClick(&user.list(a.commands), Qt::Key_Down, Qt::AltModifier);
@@ -181,9 +214,12 @@ class Camera {
     save(first, "first-start.png");
   }
 
+  TestSite site_;
   SiteRoot root_;
   QString folder_;
-  QSize size_;  // of the main window; empty for its own
+  QSize size_;          // of the main window; empty for its own
+  KeptPictures* kept_;  // null for pictures of the documents
+  int others_ = 0;
   FunctionDictionary dictionary_;
   DecodingLists lists_;
   RecordingMessages messages_;
@@ -205,6 +241,20 @@ QSize sizeOf(const QString& text) {
   return parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
 }
 
+const QString kKeep = QStringLiteral("keep");
+const QString kAgainst = QStringLiteral("against");
+
+int take(const QCommandLineParser& parser, const QStringList& places) {
+  std::optional<KeptPictures> kept;
+  if (parser.isSet(kKeep)) kept.emplace(parser.value(kKeep), KeptPictures::Mode::kRenew);
+  if (parser.isSet(kAgainst)) kept.emplace(parser.value(kAgainst), KeptPictures::Mode::kCompare);
+  Camera camera(places[0], places[1], sizeOf(parser.value(QStringLiteral("size"))), kept ? &*kept : nullptr);
+  camera.takeAll();
+  const QStringList missing = kept ? kept->missing() : QStringList();
+  for (const QString& name : missing) std::fprintf(stderr, "%s was not taken\n", qPrintable(name));
+  return camera.others() == 0 && missing.isEmpty() ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -215,19 +265,21 @@ int main(int argc, char** argv) {
   parser.addOptions({{QStringLiteral("palette"), QString(), QStringLiteral("NAME"), QStringLiteral("light")},
                      {QStringLiteral("language"), QString(), QStringLiteral("NAME"), QStringLiteral("en")},
                      {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
-                     {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT")}});
+                     {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT")},
+                     {kKeep, QString(), QStringLiteral("KEPT")},
+                     {kAgainst, QString(), QStringLiteral("KEPT")}});
   parser.process(toolkit);
   if (parser.positionalArguments().size() != 2) parser.showHelp(2);
   tessaly::dressToolkit();
   tessaly::speak(parser.value(QStringLiteral("language")));
   tessaly::applyPalette(tessaly::paletteNamed(parser.value(QStringLiteral("palette"))));
+  QApplication::setCursorFlashTime(0);
   try {
     const QStringList places = parser.positionalArguments();
     QDir().mkpath(places[1]);
-    Camera(places[0], places[1], sizeOf(parser.value(QStringLiteral("size")))).takeAll();
+    return take(parser, places);
   } catch (const std::exception& problem) {
     std::fprintf(stderr, "no picture: %s\n", problem.what());
     return 1;
   }
-  return 0;
 }

@@ -68,6 +68,33 @@ TEST_F(ListBoxTest, KeepsItsPlace) {
   EXPECT_EQ(chosen_.count(), 0) << "the program chooses in silence";
 }
 
+TEST_F(ListBoxTest, ValuesStandInOneColumn) {
+  const auto end = [this](int row) {  // of its ink, from the left
+    const QRect place = list_.visualRect(list_.rows().index(row)) & list_.viewport()->rect();
+    const QImage drawn = list_.viewport()->grab().toImage();
+    int x = place.right();
+    const auto blank = [&] {
+      for (int y = place.top(); y <= place.bottom(); ++y)
+        if (drawn.pixel(x, y) != list_.palette().color(QPalette::Base).rgb()) return false;
+      return true;
+    };
+    while (x > 0 && blank()) --x;
+    return x;
+  };
+  list_.resize(900, 200);
+  list_.setTabStops({40});
+  for (const int size : {9, 15}) {
+    list_.setFont(QFont(list_.font().family(), size));
+    list_.rows().setRows(
+        {{"iiiiiiiiiiii\tX"}, {"WWWWWWWWWW\tX"}, {"key\t X"}, {std::string(60, 'W') + "\tX"}});
+    EXPECT_EQ(end(0), end(1)) << size;
+    EXPECT_EQ(end(2), end(1)) << "a value may begin with a blank";
+    EXPECT_LT(end(1), 400) << "a cell that is far too long moves nothing but its row";
+  }
+  list_.setTabStops({200});
+  EXPECT_GT(end(1), 400) << "no column begins before its tab stop";
+}
+
 TEST_F(ListBoxTest, RowsThatStayKeepWhatHoldsOnToThem) {
   list_.rows().setRows(numbered(0, 9), true, "folder");
   list_.selectRow(4);

@@ -1,0 +1,93 @@
+// How the windows look, measured in what is drawn.
+#include <gmock/gmock.h>
+
+#include "app/Appearance.h"
+#include "tests/app/EveryDialog.h"
+#include "tests/app/TextContrast.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+
+// As a desktop has it for people who see little.
+QPalette highContrast() {
+  QPalette palette(Qt::black, Qt::black);
+  palette.setColor(QPalette::Highlight, Qt::yellow);
+  palette.setColor(QPalette::HighlightedText, Qt::black);
+  return palette;
+}
+
+TEST(LookTest, EveryTextCanBeReadWhateverTheColoursChangeTo) {
+  EveryDialog every;
+  const std::pair<const char*, QPalette> palettes[] = {{"light", ownPalette(PaletteChoice::kLight)},
+                                                       {"dark", ownPalette(PaletteChoice::kDark)},
+                                                       {"high contrast", highContrast()}};
+  applyPalette(PaletteChoice::kLight);
+  for (const auto& [colours, palette] : palettes) {
+    QApplication::setPalette(palette);
+    QApplication::processEvents();
+    EXPECT_THAT(faintTexts(*every.fixture.window), IsEmpty()) << colours;
+    every.visit([colours = colours](QDialog& dialog, const char* name) {
+      dialog.show();
+      QApplication::processEvents();
+      EXPECT_THAT(faintTexts(dialog), IsEmpty()) << colours << ", " << name;
+    });
+  }
+  applyPalette(PaletteChoice::kDesktop);
+}
+
+TEST(LookTest, AListThatOffersNothingSaysTheNextStep) {
+  WindowFixture fixture(offlineClient());
+  const WindowDriver& user = *fixture.driver;
+  const auto& ids = WindowFixture::ids(Pane::kA);
+  const std::pair<const char*, std::function<void()>> states[] = {
+      {"nothing chosen", [] {}},
+      {"key files",
+       [&] { user.choose(ids.applications, "Evening News"), user.choose(ids.controlPanels, "CP7"); }},
+      {"an empty macro",
+       [&] {
+         user.choose(ids.controlPanels, "CP1");
+         user.choose(ids.macros, "001");
+         QTest::keyClick(&user.list(ids.commands), Qt::Key_A, Qt::ControlModifier);
+         user.press(ids.deleteCommand);
+       }},
+      {"no panel", [&] {
+         user.press(ids.discardChanges);
+         user.press(ids.panel);
+       }}};
+  for (const auto& [name, reach] : states) {
+    reach();
+    for (const int id : {ids.applications, ids.controlPanels, ids.workplaces, ids.macros, ids.commands}) {
+      const RowsView& list = user.list(id);
+      const bool offers = user.list(id).rows().rowCount() > 0 && user.list(id).rows().enabled();
+      const bool needless = id == ids.controlPanels && user.control<QAbstractButton>(ids.panel).isChecked();
+      EXPECT_EQ(list.accessibleDescription().isEmpty(), offers || needless)
+          << name << ": " << list.objectName().toStdString();
+    }
+  }
+}
+
+TEST(LookTest, StripesOfDestinationsStandOutAndAreNamed) {
+  for (const char* destination : {"QMF1", "QMF2", "QMF3", "QMF4", "PANEL"})
+    for (const PaletteChoice choice : {PaletteChoice::kLight, PaletteChoice::kDark})
+      EXPECT_GE(
+          contrast(destinationColour(destination).value<QColor>(), ownPalette(choice).color(QPalette::Base)),
+          3.0)
+          << destination;
+  MacroCommand command;
+  command.fid = "QMF2.ME1.KEY1.CLIP.SET";
+  CommandListModel rows;
+  rows.showMacro("macro", {std::make_shared<MacroCommands>(MacroCommands{command}),
+                           {},
+                           {},
+                           [](const auto&, const auto&, bool) { return "line"; }});
+  const auto told = [&](int role) { return rows.data(rows.index(0), role); };
+  EXPECT_FALSE(told(kRowStripeRole).isValid()) << "off at first";
+  rows.showDestinations(true);
+  EXPECT_TRUE(told(kRowStripeRole).isValid());
+  EXPECT_TRUE(told(Qt::AccessibleDescriptionRole).toString().contains(QStringLiteral("Mainframe2")));
+}
+
+}  // namespace
+}  // namespace tessaly
