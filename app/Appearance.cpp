@@ -77,7 +77,9 @@ QPalette ownPalette(PaletteChoice choice) {
   set(QPalette::LinkVisited, colours.link);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colours.faint));
-  palette.setColor(QPalette::Disabled, QPalette::Base, QColor::fromRgb(colours.window));
+  // What takes no input lies flat on the ground, where its faint text can still be read.
+  for (const auto role : {QPalette::Base, QPalette::Button})
+    palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colours.window));
   // What is selected in a list that the keyboard is not in, or that takes no input, steps back.
   palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor::fromRgb(colours.quietHighlight));
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor::fromRgb(colours.quietHighlight));

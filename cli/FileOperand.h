@@ -27,7 +27,7 @@ class ScratchFile {
 
   // Holds nothing yet, in a folder that nobody else can have made.
   [[nodiscard]] static Expected<ScratchFile> make();
-  [[nodiscard]] std::string path(std::string_view name) const { return (folder_ / name).string(); }
+  [[nodiscard]] std::string path(std::string_view name) const { return SiteRoot::nativePath(folder_ / name); }
 
  private:
   std::filesystem::path folder_;

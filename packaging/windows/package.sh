@@ -21,7 +21,7 @@ cp -r "$root/docs" "$stage/docs"
 cp "$root/README.md" "$root/LICENSE" "$stage"
 
 (cd "$output" && cmake -E tar cf "$name-portable.zip" --format=zip "$name")
-makensis -V2 -INPUTCHARSET UTF8 -DVERSION="$version" -DSTAGE="$stage" -DICON="$programs/../tessaly.ico" \
+makensis -V2 -XTarget\ amd64-unicode -INPUTCHARSET UTF8 -DVERSION="$version" -DSTAGE="$stage" -DICON="$programs/../tessaly.ico" \
   -DOUTPUT="$output/$name-setup.exe" "$here/installer.nsi"
 
 # Installed, run, removed again; what the user has made stays.

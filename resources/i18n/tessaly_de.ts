@@ -660,6 +660,14 @@
         <source>version licence</source>
         <translation>Fassung Lizenz</translation>
     </message>
+    <message>
+        <source>Stri&amp;pes by Destination</source>
+        <translation>&amp;Streifen nach Ziel</translation>
+    </message>
+    <message>
+        <source>colours rows mainframe</source>
+        <translation>Farben Zeilen Mainframe</translation>
+    </message>
 </context>
 <context>
     <name>BatchUndo</name>
@@ -2012,6 +2020,65 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>Put the commands behind all others</source>
         <translation>Befehle hinter allen anderen einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>NextSteps</name>
+    <message>
+        <source>enter the address of the panel above, and connect</source>
+        <translation>oben die Adresse des Bedienpults eingeben und verbinden</translation>
+    </message>
+    <message>
+        <source>enter the folder of the applications above</source>
+        <translation>oben den Ordner der Applikationen eingeben</translation>
+    </message>
+    <message>
+        <source>choose another application</source>
+        <translation>andere Applikation auswählen</translation>
+    </message>
+    <message>
+        <source>choose an application</source>
+        <translation>Applikation auswählen</translation>
+    </message>
+    <message>
+        <source>wait until the panel tells its workplaces</source>
+        <translation>warten, bis das Bedienpult seine Arbeitsplätze meldet</translation>
+    </message>
+    <message>
+        <source>connect to the panel</source>
+        <translation>mit dem Bedienpult verbinden</translation>
+    </message>
+    <message>
+        <source>choose a macro</source>
+        <translation>Makro auswählen</translation>
+    </message>
+    <message>
+        <source>choose another control panel</source>
+        <translation>anderes Bedienpult auswählen</translation>
+    </message>
+    <message>
+        <source>choose a control panel</source>
+        <translation>Bedienpult auswählen</translation>
+    </message>
+    <message>
+        <source>choose a workplace</source>
+        <translation>Arbeitsplatz auswählen</translation>
+    </message>
+    <message>
+        <source>choose another workplace</source>
+        <translation>anderen Arbeitsplatz auswählen</translation>
+    </message>
+    <message>
+        <source>create a macro, or copy one from the other pane</source>
+        <translation>Makro anlegen oder aus dem anderen Bereich kopieren</translation>
+    </message>
+    <message>
+        <source>build a command with the buttons below, or paste or drop commands here</source>
+        <translation>mit den Knöpfen unten einen Befehl bauen oder Befehle hier einfügen oder ablegen</translation>
+    </message>
+    <message>
+        <source>choose another macro</source>
+        <translation>anderes Makro auswählen</translation>
     </message>
 </context>
 <context>
@@ -3565,6 +3632,13 @@ Der Dialog bleibt, wie er ist.</translation>
     </message>
 </context>
 <context>
+    <name>tessaly::CommandListModel</name>
+    <message>
+        <source>goes to %1</source>
+        <translation>geht an %1</translation>
+    </message>
+</context>
+<context>
     <name>tessaly::CommandRuns</name>
     <message>
         <source>a transfer is using the macro</source>
@@ -4368,26 +4442,6 @@ Trotzdem löschen?</translation>
         <translation>Verbindung zum Bedienpult herstellen oder trennen</translation>
     </message>
     <message>
-        <source>choose an application</source>
-        <translation>Applikation auswählen</translation>
-    </message>
-    <message>
-        <source>connect to the panel</source>
-        <translation>mit dem Bedienpult verbinden</translation>
-    </message>
-    <message>
-        <source>choose a control panel</source>
-        <translation>Bedienpult auswählen</translation>
-    </message>
-    <message>
-        <source>choose a workplace</source>
-        <translation>Arbeitsplatz auswählen</translation>
-    </message>
-    <message>
-        <source>choose a macro</source>
-        <translation>Makro auswählen</translation>
-    </message>
-    <message>
         <source>line lost</source>
         <translation>Verbindung verloren</translation>
     </message>
@@ -5166,6 +5220,14 @@ Bilder von 0 bis %1</translation>
             <numerusform>%n Datei war nicht lesbar.</numerusform>
             <numerusform>%n Dateien waren nicht lesbar.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>say above what is to be found, and in which macros</source>
+        <translation>oben angeben, was zu finden ist und in welchen Makros</translation>
+    </message>
+    <message>
+        <source>take a part of the query away, or choose other macros to search in</source>
+        <translation>einen Teil der Abfrage wegnehmen oder andere Makros zum Durchsuchen wählen</translation>
     </message>
 </context>
 <context>

@@ -15,6 +15,7 @@ QPalette highContrast() {
   QPalette palette(Qt::black, Qt::black);
   palette.setColor(QPalette::Highlight, Qt::yellow);
   palette.setColor(QPalette::HighlightedText, Qt::black);
+  palette.setColor(QPalette::PlaceholderText, Qt::white);
   return palette;
 }
 

@@ -79,6 +79,7 @@ constexpr TwinRow kRows[] = {
     {"View/Destinations of the Commands", "show", ""},
     {"View/Commands as Stored", "show", ""},
     {"View/Names and Values in Columns", "show", ""},
+    {"View/Stripes by Destination", "", kSelection},
     {"View/Colours of the Desktop", "", kSelection},
     {"View/Light", "", kSelection},
     {"View/Dark, for the Night", "", kSelection},

@@ -3,6 +3,7 @@
 // FOLDER gets what differs, and the exit code is 1.
 //   tessaly-screenshots [--palette light|dark] [--language de|en] [--scale FACTOR] [--size WIDTHxHEIGHT]
 //                       [--keep KEPT | --against KEPT] SITE-ROOT FOLDER
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -91,10 +92,9 @@ class Camera {
     EveryDialog every;
     every.visit([this](QDialog& dialog, const char* name) {
       dialog.show();
-      save(dialog, (QLatin1String(name) + QStringLiteral(".png"))
-                       .replace(QLatin1Char(' '), QLatin1Char('-'))
-                       .toStdString()
-                       .c_str());
+      std::string file = std::string(name) + ".png";
+      std::replace(file.begin(), file.end(), ' ', '-');
+      save(dialog, file.c_str());
     });
   }
 
