@@ -37,7 +37,11 @@ lines() { cli show "$1" | sed -n "$2p"; }
 has_lines() { [ "$(lines "$1" "$2")" = "$3" ]; }
 # await_lines FILE NUMBERS TEXT: until these lines of a stored macro are the text.
 await_lines() { await "\"$3\" in $1" has_lines "$@"; }
-all_five() { for number in "${five[@]}"; do same_file "$folder/macro$number.mac" "$tree/macro$number.mac" || return; done; }
+all_five() {
+  for number in "${five[@]}"; do
+    same_file "$folder/macro$number.mac" "$tree/macro$number.mac" || return
+  done
+}
 # act WORDS: finds it among the acts of the menus.
 act() {
   keys ctrl+shift+p
