@@ -43,9 +43,6 @@ cli show "$copy_a" >"$work/a"
 cli show "$copy_b" >"$work/b"
 picture opened
 
-# Where the rows are on this screen; the picture above shows it.
-x_a=200 x_b=800 first_row=490 row_height=17
-row() { echo $((first_row + ($1 - 1) * row_height)); }
 above() { echo $(($(row "$1") - row_height / 2)); }
 
 say "drags the command 3 of pane A in front of command 6"

@@ -1,4 +1,4 @@
-# Sourced by person.sh and hands.sh: the screen, the programs, the hands and the eyes of the person.
+# Sourced by the walks: the screen, the programs, the hands and the eyes of the person.
 
 main_title="Corvane XL Macro Viewer / Editor"
 longest=30  # seconds that a condition may take on a busy machine
@@ -69,10 +69,15 @@ choose_row() {
   done
 }
 
+# Where the rows of commands of both panes are on this screen; the pictures show it.
+x_a=200 x_b=800 first_row=520 row_height=17
+row() { echo $((first_row + ($1 - 1) * row_height)); }
+
 # The eyes.
 active_title() { xdotool getactivewindow getwindowname 2>/dev/null || true; }
 has_window() { [ "$(active_title)" = "$1" ]; }
 await_window() { await "the window \"$1\"" has_window "$1"; }
+has_window_like() { [[ "$(active_title)" = "$1"* ]]; }
 same_file() { cmp -s "$1" "$2"; }
 heard=0  # lines of the panel that are over
 hear_panel_anew() { heard=$(wc -l <"$work/panel.log"); }
@@ -84,16 +89,21 @@ commands_number() { [ "$(commands_in "$1" 2>/dev/null)" = "$2" ]; }
 same_number() { commands_number "$@"; }
 command_at() { cli show "$1" | sed -n "$2p"; }
 
-# Taken of the screen's own memory once the program waits and nothing moves any more. (What the screen gives out
-# by request lacks the contents of dialogs.)
-picture() {
-  local file tries
-  printf -v file '%s/%02d-%s.png' "$pictures" $((++step)) "$1"
+# Until the program waits and nothing moves any more; what the screen shows then is in last.xwd. (What the screen gives
+# out by request lacks the contents of dialogs.)
+await_still() {
+  local tries
   for ((tries = 0; tries < 40; ++tries)); do
     cp "$work/Xvfb_screen0" "$work/last.xwd"
     sleep 0.1
     [ "$(cut -d' ' -f3 "/proc/$program/stat")" = S ] && cmp -s "$work/last.xwd" "$work/Xvfb_screen0" && break
   done
+}
+
+picture() {
+  local file
+  printf -v file '%s/%02d-%s.png' "$pictures" $((++step)) "$1"
+  await_still
   convert "xwd:$work/last.xwd" "$file"
 }
 
