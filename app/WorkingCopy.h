@@ -193,8 +193,8 @@ class WorkingCopy : public QObject {
   std::function<std::vector<int>()> selection_;
   StepsFile steps_;
   std::optional<MacroTarget> target_;
-  std::optional<Macro> loose_;  // what its file held, of a macro that has no place of its own
-  std::string looseFile_;       // of such a macro
+  std::optional<Macro> loose_;           // what its file held, of a macro that has no place of its own
+  std::string looseFile_;                // of such a macro
   std::optional<ContentCheck> fetched_;  // of the target, when it was opened or last saved
   bool edited_ = false;
   bool lent_ = false;

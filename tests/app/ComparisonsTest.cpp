@@ -146,7 +146,8 @@ TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
       delete &window;
     }
   }
-  // The list tells of nothing at 008, as nothing has been loaded since; what was sent to 009 has been changed.
+  // The list tells of nothing at 008, as nothing has been loaded since; what was sent to 009 has been
+  // changed.
   for (const int number : {8, 9}) {
     fixture_.site.messages.chooseOther = false;
     for (int copies = number == 9 ? 2 : 0; copies > 0; --copies) copyTo(b_.copyMacro, number);

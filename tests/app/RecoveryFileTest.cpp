@@ -23,7 +23,13 @@ class RecoveryFileTest : public testing::Test {
   }
 
   static RecoveryRecord loose() {
-    return {{PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"}, 7, 8, ContentCheck{3, 4}, false, "/tmp/a.mac", ContentCheck{5, 6}};
+    return {{PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"},
+            7,
+            8,
+            ContentCheck{3, 4},
+            false,
+            "/tmp/a.mac",
+            ContentCheck{5, 6}};
   }
 
   TestSite site;
