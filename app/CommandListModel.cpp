@@ -37,7 +37,7 @@ CommandListModel::CommandListModel(QObject* parent) : ListRows(parent) {
   connect(&meanwhile_, &QTimer::timeout, this, &CommandListModel::makeLinesMeanwhile);
 }
 
-void CommandListModel::showMacro(const std::string& of, CommandLines lines) {
+void CommandListModel::showMacro(const std::string& of, ShownLines lines) {
   const std::size_t count = lines.commands->size();
   show(of, count, [&] {
     lines_ = std::move(lines);

@@ -18,7 +18,7 @@ namespace tessaly {
 
 // The commands of a macro and how their lines are made. A line depends on nothing but what is given here, so
 // that it can be made at any time.
-struct CommandLines {
+struct ShownLines {
   std::shared_ptr<const MacroCommands> commands;
   std::vector<bool> updated;  // a mark a command; none where there are fewer
   LineOptions options;
@@ -44,7 +44,7 @@ class CommandListModel : public ListRows {
  public:
   explicit CommandListModel(QObject* parent = nullptr);
 
-  void showMacro(const std::string& of, CommandLines lines);
+  void showMacro(const std::string& of, ShownLines lines);
   // Lines that are made already, such as a key file's.
   void showLines(const std::string& of, std::vector<std::string> lines);
   // One line in place of commands, which takes no input.
@@ -77,7 +77,7 @@ class CommandListModel : public ListRows {
 
   std::map<int, CommandMark> marks_;
   std::string of_;
-  CommandLines lines_;
+  ShownLines lines_;
   mutable std::vector<ListRow> rows_;
   mutable std::vector<bool> made_;         // a flag a row
   std::size_t nextLine_ = 0;               // lines before it are made

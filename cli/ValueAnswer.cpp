@@ -11,14 +11,14 @@ namespace {
 
 // Answers from a filter and the two conversions of a parameter kind.
 template <typename Filter, typename ToStored, typename ToShown>
-ValueAnswer converted(const ValueQuestion& question, const Filter& filter, const ToStored& toStored,
+ValueAnswer converted(const AskedValues& question, const Filter& filter, const ToStored& toStored,
                       const ToShown& toShown) {
   if (question.stored) return {toShown(*question.stored), *question.stored, {}, 0};
   const FilteredEntry entry = filter(*question.shown);
   return {entry.text, toStored(entry.text), {}, entry.beeps};
 }
 
-ValueAnswer answer(const IntegerParameter& parameter, const ValueQuestion& question) {
+ValueAnswer answer(const IntegerParameter& parameter, const AskedValues& question) {
   const ValueMode mode = question.mode;
   ValueAnswer result = converted(
       question, [&](const std::string& typed) { return filterInteger(parameter, typed, mode); },
@@ -28,7 +28,7 @@ ValueAnswer answer(const IntegerParameter& parameter, const ValueQuestion& quest
   return result;
 }
 
-ValueAnswer answer(const FloatParameter& parameter, bool incremental, const ValueQuestion& question) {
+ValueAnswer answer(const FloatParameter& parameter, bool incremental, const AskedValues& question) {
   const ValueMode mode = question.mode;
   ValueAnswer result = converted(
       question, [&](const std::string& typed) { return filterFloat(parameter, incremental, typed, mode); },
@@ -38,7 +38,7 @@ ValueAnswer answer(const FloatParameter& parameter, bool incremental, const Valu
   return result;
 }
 
-ValueAnswer answerTimecode(CommandSession& session, const ValueQuestion& question) {
+ValueAnswer answerTimecode(CommandSession& session, const AskedValues& question) {
   Settings settings;
   if (question.shown) readSettings(session.root(), settings);
   const int frameRate = question.mode == ValueMode::kRaw ? 0 : settings.frameRate;
@@ -50,8 +50,7 @@ ValueAnswer answerTimecode(CommandSession& session, const ValueQuestion& questio
 
 // Kinds whose values are chosen from a list: pairs of stored and shown text. Nothing when the text is not in
 // it.
-std::optional<ValueAnswer> answerChoice(const std::vector<EnumValue>& choices,
-                                        const ValueQuestion& question) {
+std::optional<ValueAnswer> answerChoice(const std::vector<EnumValue>& choices, const AskedValues& question) {
   const std::string& text = question.stored ? *question.stored : *question.shown;
   if (question.mode == ValueMode::kRaw) return ValueAnswer{text, text, {}, 0};
   const auto choice = std::find_if(choices.begin(), choices.end(), [&](const EnumValue& candidate) {
@@ -64,7 +63,7 @@ std::optional<ValueAnswer> answerChoice(const std::vector<EnumValue>& choices,
 }  // namespace
 
 Expected<ValueAnswer> answerValue(CommandSession& session, const FunctionRecord& function,
-                                  const std::string& parameter, const ValueQuestion& question) {
+                                  const std::string& parameter, const AskedValues& question) {
   const FunctionTemplate& definition = function.definition();
   const auto chosen = [&](const std::vector<EnumValue>& choices) -> Expected<ValueAnswer> {
     if (auto result = answerChoice(choices, question)) return *std::move(result);

@@ -10,7 +10,7 @@
 namespace tessaly {
 
 // What is asked about one parameter: exactly one of the two texts is given.
-struct ValueQuestion {
+struct AskedValues {
   std::optional<std::string> shown, stored;
   ValueMode mode = ValueMode::kDisplay;
 };
@@ -23,6 +23,6 @@ struct ValueAnswer {
 // What the value field of the editors makes of a typed text, or shows for a stored value. kNothingTaken for
 // an unknown parameter, and for a text or value that is not in its list.
 [[nodiscard]] Expected<ValueAnswer> answerValue(CommandSession& session, const FunctionRecord& function,
-                                                const std::string& parameter, const ValueQuestion& question);
+                                                const std::string& parameter, const AskedValues& question);
 
 }  // namespace tessaly

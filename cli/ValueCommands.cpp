@@ -48,7 +48,7 @@ Json jsonOf(std::uint32_t packed, const Timecode& timecode) {
 }  // namespace
 
 int runValue(CommandSession& session, Arguments& arguments) {
-  ValueQuestion question;
+  AskedValues question;
   question.shown = arguments.option("--shown");
   question.stored = arguments.option("--stored");
   const bool json = arguments.flag("--json");

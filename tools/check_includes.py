@@ -4,7 +4,7 @@
 A folder is a layer: it may include its own headers, those of the rooms listed for it below, and the outside
 libraries listed for it, and ask which system it runs on only where that is its business. Everything else in quotes or angle brackets that belongs to a room or a guarded library
 is reported with file and line; so is a file whose room's own headers, one included by the other, stand higher than
-DEEPEST, and a circle of headers.
+DEEPEST, a circle of headers, and two types of one name.
 """
 import re
 import sys
@@ -45,6 +45,7 @@ GUARDED = [
 ]
 SYSTEM_NAME = re.compile(r"\b(_WIN32|_WIN64|WIN32|__MINGW32__|__linux__|__unix__|__APPLE__|__GLIBC__|Q_OS_\w+)\b")
 DEEPEST = 8  # files of one room in a row, each included by the one before
+TYPE = re.compile(r"^(?:class|struct|enum class)\s+(?:\w+\([^)]*\)\s+)?(\w+)(?: final)?\s*(?::[^:;]|\{)", re.M)
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]')
 
 
@@ -102,9 +103,21 @@ def heights(root):
         yield str(circle)
 
 
+def named_twice(root):
+    """All rooms share a namespace, and two types of one name in one program are one of them at random."""
+    found = {}
+    for room in ROOMS:
+        for path in sorted((root / room).rglob("*.h")):
+            for name in TYPE.findall(path.read_text(encoding="utf-8")):
+                found.setdefault(name, set()).add(str(path.relative_to(root)))
+    for name, paths in found.items():
+        if len(paths) > 1:
+            yield f"{name} stands in {' and in '.join(sorted(paths))}"
+
+
 def main():
     root = Path(sys.argv[1] if len(sys.argv) > 1 else ".").resolve()
-    found = [*violations(root), *heights(root)]
+    found = [*violations(root), *heights(root), *named_twice(root)]
     print("\n".join(found) if found else "include directions hold")
     return 1 if found else 0
 
