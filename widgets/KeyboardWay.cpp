@@ -62,8 +62,7 @@ struct Control {
 
 class DialogKeys {
  public:
-  explicit DialogKeys(QDialog& dialog) : dialog_(dialog) {
-    labels_ = dialog.findChildren<QLabel*>();
+  explicit DialogKeys(QDialog& dialog) : dialog_(dialog), labels_(dialog.findChildren<QLabel*>()) {
     collect();
     noteTaken();
   }
