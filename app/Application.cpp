@@ -104,7 +104,7 @@ std::optional<SiteRoot> Application::siteFor(SiteWish wish) {
     case SiteWish::kOpen:
       return openSite(*preferences_, *window_);
     case SiteWish::kSample: {
-      const auto sample = sampleToWorkOn(installedSiteFolder());
+      auto sample = sampleToWorkOn(installedSiteFolder());
       if (!sample)
         window_->say(
             {Grade::kFailure, tr("NOT opened: the sample site (there is none, or no room for a copy)")});

@@ -23,7 +23,7 @@ class PlaceText {
   }
   // Of a file or a folder with a "\" or "/" at its end.
   static QString onDisk(const std::string& file) {
-    const QString folder = shown(file.substr(0, file.size() - fileNameOf(file).size()));
+    QString folder = shown(file.substr(0, file.size() - fileNameOf(file).size()));
     QStringList parts = QString(folder).replace(QLatin1Char('\\'), QLatin1Char('/')).split(QLatin1Char('/'));
     parts.removeAll(QString());
     if (parts.size() < 3) return folder;
