@@ -301,7 +301,10 @@ std::string SoakUser::newMany() {
     commands.push_back(stored->commands[commands.size()]);
     require(commands.back().fid == fid, "inserted " + commands.back().fid + " in place of " + fid);
   }
-  takeCopy(commands, made.empty() ? -1 : static_cast<int>(commands.size() - made.size()));
+  // All of them are selected then; of the rest of the acts each has one command in hand.
+  const int first = made.empty() ? -1 : static_cast<int>(commands.size() - made.size());
+  if (first >= 0) desk_.driver->clickRow(ids().commands, first);
+  takeCopy(commands, first);
   return "makes many commands of " + bus;
 }
 
@@ -369,8 +372,13 @@ void SoakUser::updated(bool question) {
   applyValues(model_.ask(names), commands, count);
   if (count == 0) return;
   // The pane may have been in edit state before; the strip tells the end.
-  WindowDriver::waitFor([this] { return desk_.strip().find("commands updated") != std::string::npos; },
-                        "the end of the update");
+  WindowDriver::waitFor(
+      [this] {
+        const std::string told = desk_.strip();
+        return told.find("commands updated") != std::string::npos ||
+               told.find("values came") != std::string::npos;
+      },
+      "the end of the update");
   model_.updateOpen = false;
   // Pane B's values are replaced by what the working copy held before.
   takeCopy(pane_ == Pane::kA ? commands : here().commands, -1);
