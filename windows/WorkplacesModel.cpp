@@ -141,7 +141,10 @@ QVariant WorkplacesModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant WorkplacesModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  const bool place = section == kLeft || section == kRight;
+  if (orientation != Qt::Horizontal) return {};
+  if (role == Qt::ToolTipRole && place) return (section == kLeft ? left_ : right_).toHtmlEscaped();
+  if (role != Qt::DisplayRole) return {};
   switch (static_cast<Column>(section)) {
     case kNumber:
       return tr("Number");

@@ -9,7 +9,6 @@
 #include <QKeyEvent>
 #include <QPointer>
 
-#include "review/MacroCheck.h"
 #include "ui_WorkplacesWindow.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListFinder.h"
@@ -62,6 +61,7 @@ WorkplacesWindow::WorkplacesWindow(Ways ways, QWidget* owner)
   connect(ui_->retry, &QPushButton::clicked, this, &WorkplacesWindow::startCopy);
   connect(ui_->cancel, &QPushButton::clicked, this, &WorkplacesWindow::cancel);
   connect(&model_, &WorkplacesModel::ticked, this, &WorkplacesWindow::showControls);
+  ui_->table->setFocus();
   readAgain();
 }
 
@@ -72,6 +72,7 @@ void WorkplacesWindow::setUpTable() {
   new ListFinder(*ui_->table);
   ui_->table->installEventFilter(this);
   QHeaderView& header = *ui_->table->horizontalHeader();
+  header.setTextElideMode(Qt::ElideMiddle);  // a place is long, and told apart by its end
   header.resizeSection(WorkplacesModel::kNumber, kNumberWidth);
   header.resizeSection(WorkplacesModel::kState, kStateWidth);
   header.resizeSection(WorkplacesModel::kLeft, kNameWidth);
@@ -105,10 +106,9 @@ void WorkplacesWindow::fillChoices() {
     QComboBox& box = side == 0 ? *ui_->left : *ui_->right;
     choices_[static_cast<std::size_t>(side)] = all;
     for (const WorkplaceChoice& choice : all) box.addItem(choice.text);
-    const auto ready = [&](int index) {
-      return index >= 0 && index < box.count() && !all[static_cast<std::size_t>(index)].ask;
-    };
-    const int index = ready(side) ? side : ready(0) ? 0 : -1;
+    // Not the other side's once more: all of it would be the same.
+    const bool ready = side < box.count() && !all[static_cast<std::size_t>(side)].ask;
+    const int index = ready ? side : -1;
     box.setCurrentIndex(index);
     chosen_[static_cast<std::size_t>(side)] = index;
   }
@@ -153,6 +153,7 @@ void WorkplacesWindow::readAgain() {
   }
   model_.setTitles(left->text, right->text);
   say(tr("Reading..."));
+  ui_->progress->setRange(0, 0);
   reading_.start([makeLeft = left->make, makeRight = right->make](auto& report) -> Outcome {
     const auto leftShelf = makeLeft(), rightShelf = makeRight();
     WorkplaceComparison comparison(*leftShelf, *rightShelf);
@@ -167,6 +168,7 @@ void WorkplacesWindow::readAgain() {
 }
 
 void WorkplacesWindow::endReading(const Outcome& outcome) {
+  if (!ui_->table->currentIndex().isValid()) ui_->table->setCurrentIndex(model_.index(0, 0));
   say(outcome ? counts() : tr("NOT read to the end: %1").arg(ways_.failureText(outcome.failure())));
   showControls();
   if (closeWanted_) return reject();
@@ -247,6 +249,7 @@ void WorkplacesWindow::startCopy() {
 // Reads what is to be copied, and looks at what goes to a panel.
 void WorkplacesWindow::look() {
   say(tr("Reading what is to be copied..."));
+  ui_->progress->setRange(0, 0);
   cancelled_ = false;
   faulty_.clear();
   const auto context =
@@ -256,13 +259,8 @@ void WorkplacesWindow::look() {
     if (Outcome read = copy->read(); !read || !context) return read;
     MacroCheck check(*context);
     for (const BatchItem& item : copy->fresh()) {
-      const auto macro = Macro::read(*item.bytes);
       if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "was cancelled"};
-      if (!macro) continue;
-      Findings errors = check.check(*macro);
-      std::erase_if(errors, [](const Finding& finding) { return finding.severity != Severity::kError; });
-      if (!errors.empty())
-        report.add({item.place.number + " - " + macro->name().value_or(""), std::move(errors)});
+      if (auto faulty = check.faults(item.place.number, *item.bytes)) report.add(*std::move(faulty));
     }
     return {};
   });
@@ -380,6 +378,7 @@ void WorkplacesWindow::showControls() {
   ui_->tickDifferent->setEnabled(!rows.empty());
   ui_->compare->setEnabled(ui_->table->currentIndex().isValid());
   const bool copying = looking_.running() || copying_.running();
+  ui_->again->setEnabled(!copying);
   ui_->left->setEnabled(!copying);
   ui_->right->setEnabled(!copying);
   ui_->cancel->setEnabled(!idle);
