@@ -17,7 +17,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kNumberWidth = 90, kStateWidth = 130, kNameWidth = 190;  // pixels
+constexpr int kNumberWidth = 90, kStateWidth = 130, kNameWidth = 190, kHeadingMargin = 12;  // pixels
 constexpr std::array kSides{0, 1};
 
 using State = WorkplaceRow::State;
@@ -72,12 +72,12 @@ void WorkplacesWindow::setUpTable() {
   new ListFinder(*ui_->table);
   ui_->table->installEventFilter(this);
   QHeaderView& header = *ui_->table->horizontalHeader();
-  header.setTextElideMode(Qt::ElideMiddle);  // a place is long, and told apart by its end
   header.resizeSection(WorkplacesModel::kNumber, kNumberWidth);
   header.resizeSection(WorkplacesModel::kState, kStateWidth);
   header.resizeSection(WorkplacesModel::kLeft, kNameWidth);
   header.resizeSection(WorkplacesModel::kRight, kNameWidth);
   ui_->table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  connect(&header, &QHeaderView::sectionResized, this, &WorkplacesWindow::showTitles);
   connect(ui_->table, &QTableView::doubleClicked, this, &WorkplacesWindow::compareCurrent);
   connect(ui_->table->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &WorkplacesWindow::showControls);
@@ -151,7 +151,7 @@ void WorkplacesWindow::readAgain() {
     showControls();
     return;
   }
-  model_.setTitles(left->text, right->text);
+  showTitles();
   say(tr("Reading..."));
   ui_->progress->setRange(0, 0);
   reading_.start([makeLeft = left->make, makeRight = right->make](auto& report) -> Outcome {
@@ -165,6 +165,17 @@ void WorkplacesWindow::readAgain() {
     });
   });
   showControls();
+}
+
+// A place is long, and told apart by its end; the header would cut off both ends.
+void WorkplacesWindow::showTitles() {
+  const QHeaderView& header = *ui_->table->horizontalHeader();
+  const auto title = [&](int side, int column) -> WorkplacesModel::Title {
+    const QString whole = choice(side) != nullptr ? choice(side)->text : QString();
+    const int room = header.sectionSize(column) - kHeadingMargin;
+    return {whole, header.fontMetrics().elidedText(whole, Qt::ElideMiddle, room)};
+  };
+  model_.setTitles(title(0, WorkplacesModel::kLeft), title(1, WorkplacesModel::kRight));
 }
 
 void WorkplacesWindow::endReading(const Outcome& outcome) {

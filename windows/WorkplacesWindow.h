@@ -73,6 +73,7 @@ class WorkplacesWindow : public ReviewWindow {
   void fillChoices();
   void choose(int side, int index);
   void readAgain();
+  void showTitles();
   void endReading(const Outcome& outcome);
   void copy(Way way);
   void startCopy();
