@@ -59,6 +59,15 @@ void MacroOperations::tellNotDone(const MacroTarget& target, const QString& text
   tellDone(target, text, !history_.takeFailure(), Grade::kFailure);
 }
 
+void MacroOperations::tellOnDisk(const MacroTarget& target, const Outcome& outcome, const QString& done,
+                                 const QString& notDone) {
+  if (outcome.written())
+    tellDone(target, done + inBrackets(outcome), undo_.finishOnDisk(),
+             outcome ? Grade::kDone : Grade::kWarning);
+  else
+    tellNotDone(target, notDone + inBrackets(outcome));
+}
+
 // Without a folder or a workplace when the pane has none chosen.
 MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
   return {connection_.source(pane),  browser(pane).macroFolder(), connection_.address(pane),
@@ -104,11 +113,9 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
   const Outcome done = history_.change(target.file(), MacroChange::kCreate, [&] {
     return tessaly::createMacro(site_, target.name, target.file());
   });
-  finishOnDisk(pane, target, done.done());
-  if (done)
-    tellDone(target, tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
-  else
-    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  finishOnDisk(pane, target, done.written());
+  const QString macro = macroInStrip(target);
+  tellOnDisk(target, done, tr("created: %1").arg(macro), tr("NOT created: %1%2").arg(macro, QString()));
 }
 
 // The new macro goes through this pane's working copy, which then no longer holds what was shown.
@@ -146,14 +153,16 @@ void MacroOperations::copyMacro(Pane pane) {
   dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
+  if (!target.complete()) return;
+  // Asked first: what stands there is looked at last, or it could change behind the question.
+  if (onPanel(pane) && !maySend(from, source)) {
+    emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
+    return;
+  }
+  if (!open_.mayPutAt(pane, target, from)) return;
   const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (dialog.overwrites() && !overwriting.mayLose(target, change, transfers_)) {
     tellNotCopied(source, target, notToBeLost());
-    return;
-  }
-  if (onPanel(pane) && !maySend(from, source)) {
-    emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
     return;
   }
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
@@ -228,9 +237,10 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   }
   const Outcome copied =
       history_.change(target.file(), change, [&] { return copyFile(site_.root, file, target.file()); });
-  finishOnDisk(to, target, copied.done());
-  if (copied)
-    tellCopied(source, target, reason, undo_.finishOnDisk(), grade);
+  finishOnDisk(to, target, copied.written());
+  if (copied.written())
+    tellCopied(source, target, reason + inBrackets(copied), undo_.finishOnDisk(),
+               copied ? grade : Grade::kWarning);
   else
     tellNotCopied(source, target, inBrackets(copied));
 }
@@ -317,12 +327,9 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
   std::string given = name;
   const Outcome done = history_.change(target.file(), MacroChange::kRename,
                                        [&] { return tessaly::renameMacro(site_, target.file(), given); });
-  finishOnDisk(pane, target, done.done());
-  if (done)
-    tellDone(target, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
-             undo_.finishOnDisk());
-  else
-    tellNotDone(target, tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  finishOnDisk(pane, target, done.written());
+  tellOnDisk(target, done, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
+             tr("NOT renamed: %1%2").arg(macroInStrip(target), QString()));
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
@@ -345,10 +352,8 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);
-  if (done)
-    tellDone(target, tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
-  else
-    tellNotDone(target, tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  const QString macro = macroInStrip(target);
+  tellOnDisk(target, done, tr("deleted: %1").arg(macro), tr("NOT deleted: %1%2").arg(macro, QString()));
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {
