@@ -118,7 +118,8 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
   tellOnDisk(target, done, tr("created: %1").arg(macro), tr("NOT created: %1%2").arg(macro, QString()));
 }
 
-// The new macro goes through this pane's working copy, which then no longer holds what was shown.
+// The new macro goes through this pane's working copy, which holds it from then on; its row is chosen once
+// the panel lists it.
 void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   auto loan = state(pane).copy.lend();
   if (!loan) return;
@@ -128,10 +129,14 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
                                         MacroChange::kCreate));
   const std::optional<std::string> sent = bytesOf(loan->path());
   state(pane).view.macros().selectRow(-1);
-  loan.reset();
   const bool there = made && transfers_.sent();
   const Grade grade = transfers_.sentGrade();
-  if (there) open_.follow(target, pane);
+  if (there) {
+    static_cast<void>(loan->show(target, true));
+    browser(pane).refreshMacroNames();
+    open_.follow(target, pane);
+  }
+  loan.reset();
   const QString reason = made ? transfers_.reason() : inBrackets(made);
   if (there)
     tellDone(target, tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent),

@@ -412,6 +412,9 @@ void MainWindow::watchConnection() {
          : reason.isEmpty() ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason),
          shown(connection_.lineAddress())});
+  } else if (toldLoss_ && !loss && connection_.anyConnected()) {
+    toldLoss_.reset();  // or else the strip goes on telling of it
+    say({Grade::kDone, tr("connected to the panel again"), shown(connection_.lineAddress())});
   }
   desk_->look();
   for (const Pane pane : kPanes)
