@@ -30,12 +30,12 @@ void offerSavePlaces(QMenu& menu, const PaneAccesses& panes, bool inPanes,
   QObject::connect(menu.addAction(SavePlaces::tr("In a File...")), &QAction::triggered, &menu, inFile);
 }
 
-std::string askForMacroFile(QWidget* parent) {
+std::string askForMacroFile(const SiteRoot& root, QWidget* parent) {
   QFileDialog choice(parent, SavePlaces::tr("Save As"), QString(), SavePlaces::tr("Macros (*.mac)"));
   choice.setAcceptMode(QFileDialog::AcceptSave);
   choice.setDefaultSuffix(QLatin1String(kSuffix));
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return {};
-  return choice.selectedFiles().constFirst().toStdString();
+  return root.chosenPath(hostPath(choice.selectedFiles().constFirst().toStdString()));
 }
 
 }  // namespace tessaly

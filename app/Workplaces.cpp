@@ -150,7 +150,8 @@ std::optional<WorkplaceChoice> Workplaces::askForFolder(QWidget* owner) const {
   const QString start = QString::fromStdString(shelves_.root().path().string());
   const QString folder = QFileDialog::getExistingDirectory(owner, tr("A folder with macros"), start);
   if (folder.isEmpty()) return std::nullopt;
-  return WorkplaceChoice{shown(folder.toStdString()), shelves_.folder(folder.toStdString())};
+  const std::string path = shelves_.root().chosenPath(hostPath(folder.toStdString()));
+  return WorkplaceChoice{shown(path), shelves_.folder(path)};
 }
 
 std::optional<WorkplaceChoice> Workplaces::askForSnapshot(QWidget* owner) const {
@@ -158,7 +159,7 @@ std::optional<WorkplaceChoice> Workplaces::askForSnapshot(QWidget* owner) const 
                                                     QString::fromStdString(shelves_.root().path().string()),
                                                     tr("Snapshots (*.zip);;All files (*)"));
   if (file.isEmpty()) return std::nullopt;
-  const std::string path = file.toStdString();
+  const std::string path = shelves_.root().chosenPath(hostPath(file.toStdString()));
   auto snapshot = std::make_shared<const Snapshot>();
   Outcome read;
   const bool begun = around_.transfer.runLong(tr("Reading %1").arg(shown(path)),

@@ -157,6 +157,8 @@ std::string SiteRoot::sitePathOf(const fs::path& host) const {
 
 std::string SiteRoot::nativePath(const fs::path& host) { return host.string(); }
 
+std::string SiteRoot::chosenPath(const fs::path& host) const { return nativePath(host); }
+
 bool SiteRoot::holds(std::string_view sitePath) const {
   std::error_code error;
   const fs::path site = fs::weakly_canonical(root_, error);

@@ -170,6 +170,11 @@ std::string SiteRoot::nativePath(const fs::path& host) {
   return isShare(path) ? path : std::string(kVerbatim) + path;
 }
 
+std::string SiteRoot::chosenPath(const fs::path& host) const {
+  const std::string path = anchored(host).string();
+  return isHost_ || inside(root_.string(), path) ? path : nativePath(host);
+}
+
 bool SiteRoot::holds(std::string_view sitePath) const {
   std::error_code error;
   const fs::path file = fs::weakly_canonical(resolve(sitePath), error);
