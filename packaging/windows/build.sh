@@ -37,7 +37,11 @@ echo "== tests under wine"
 
 echo "== the twin here and there"
 build_targets tessaly-cli tessaly-panelsim
-"$here/twin.py" $build/bin $([ -n "$plain" ] || echo --panel)
+"$here/twin.py" $build/bin --panel
+
+echo "== killed while it writes"
+"$here/kills.py" $build/bin 200
+
 if [ -z "$plain" ]; then
   echo "== installer and ZIP"
   "$here/package.sh" $build/bin build/windows-package
