@@ -12,6 +12,7 @@
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
+#include "platform/ChosenPath.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
@@ -39,7 +40,7 @@ void LooseMacros::open(Pane pane, const QString& file) {
                placeInWindow(state(pane))});
     return;
   }
-  const std::string path = site_.root.chosenPath(hostPath(file.toStdString()));
+  const std::string path = chosenPath(site_.root, hostPath(file.toStdString()));
   auto bytes = readFile(site_.root, path);
   const Outcome shown = bytes ? copy.showLoose(*std::move(bytes), path) : Outcome(bytes.failure());
   if (shown) state(pane).view.macros().selectRow(-1);

@@ -5,6 +5,7 @@
 #include <QMenu>
 
 #include "app/Browser.h"
+#include "platform/ChosenPath.h"
 
 namespace tessaly {
 
@@ -35,7 +36,7 @@ std::string askForMacroFile(const SiteRoot& root, QWidget* parent) {
   choice.setAcceptMode(QFileDialog::AcceptSave);
   choice.setDefaultSuffix(QLatin1String(kSuffix));
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return {};
-  return root.chosenPath(hostPath(choice.selectedFiles().constFirst().toStdString()));
+  return chosenPath(root, hostPath(choice.selectedFiles().constFirst().toStdString()));
 }
 
 }  // namespace tessaly

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/ChosenPath.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -157,14 +158,14 @@ std::string SiteRoot::sitePathOf(const fs::path& host) const {
 
 std::string SiteRoot::nativePath(const fs::path& host) { return host.string(); }
 
-std::string SiteRoot::chosenPath(const fs::path& host) const { return nativePath(host); }
-
 bool SiteRoot::holds(std::string_view sitePath) const {
   std::error_code error;
   const fs::path site = fs::weakly_canonical(root_, error);
   const fs::path file = error ? fs::path() : fs::weakly_canonical(resolve(sitePath), error);
   return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
 }
+
+std::string chosenPath(const SiteRoot&, const fs::path& host) { return SiteRoot::nativePath(host); }
 
 fs::path hostPath(std::string_view bytes) { return bytes; }
 

@@ -41,9 +41,6 @@ class SiteRoot {
   // As `resolve` takes a file of this host under any root, wherever it is.
   [[nodiscard]] static std::string nativePath(const std::filesystem::path& host);
 
-  // The same as a person would spell it, where this root takes that.
-  [[nodiscard]] std::string chosenPath(const std::filesystem::path& host) const;
-
   // True when what the path leads to lies under the root, links followed; without a named root all of this
   // host does.
   [[nodiscard]] bool holds(std::string_view sitePath) const;

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/ChosenPath.h"
 #include "platform/OpenFileWindows.h"
 #include "platform/SiteRoot.h"
 #include "platform/Text.h"
@@ -170,15 +171,15 @@ std::string SiteRoot::nativePath(const fs::path& host) {
   return isShare(path) ? path : std::string(kVerbatim) + path;
 }
 
-std::string SiteRoot::chosenPath(const fs::path& host) const {
-  const std::string path = anchored(host).string();
-  return isHost_ || inside(root_.string(), path) ? path : nativePath(host);
-}
-
 bool SiteRoot::holds(std::string_view sitePath) const {
   std::error_code error;
   const fs::path file = fs::weakly_canonical(resolve(sitePath), error);
   return !error && (isHost_ || inside(root_.string(), file.string()));
+}
+
+std::string chosenPath(const SiteRoot& root, const fs::path& host) {
+  const std::string path = anchored(host).string();
+  return root.option().empty() || inside(root.path().string(), path) ? path : SiteRoot::nativePath(host);
 }
 
 fs::path hostPath(std::string_view bytes) { return wideOf(bytes); }

@@ -12,7 +12,7 @@ check_packages=(clang-format-14 clang clang-tidy cppcheck openbox xdotool imagem
   strace)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin
-  x11-utils)
+  x11-utils flatpak-builder)
 fuzz_packages=(clang libclang-rt-14-dev llvm)  # the latter for the names of functions in a finding
 
 install_missing() {

@@ -9,6 +9,7 @@
 #include <QPrinter>
 #include <QShortcut>
 
+#include "platform/ChosenPath.h"
 #include "platform/Files.h"
 #include "ui_SheetWindow.h"
 #include "widgets/DialogText.h"
@@ -203,7 +204,7 @@ void SheetWindow::write() {
   choice.selectFile(suggested(*made.sheet) + QLatin1Char('.') + choice.defaultSuffix());
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
   const QString file = choice.selectedFiles().constFirst();
-  const std::string path = surroundings_.root.chosenPath(hostPath(file.toStdString()));
+  const std::string path = chosenPath(surroundings_.root, hostPath(file.toStdString()));
   const auto format = sheetFormatNamed(QFileInfo(file).suffix().toStdString());
   if (!format) {
     tell(tr("NOT written: %1 (the name ends in .pdf, .html or .csv)").arg(shown(path)));

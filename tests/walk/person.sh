@@ -8,7 +8,7 @@ cd "$(dirname "$0")/../.."
 begin_walk build/walk "$@"
 
 site=$work/site
-main_title="$main_title - $site"
+main_title="$main_title - $(shown_folder "$site")"
 folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
 macro=$folder/macro010.mac
 copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
