@@ -2,17 +2,20 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <tinyxml.h>
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QTreeView>
 
 #include "bench/BareLine.h"
+#include "bench/InterfaceSample.h"
 #include "bench/Table.h"
 #include "bench/window/Desk.h"
 #include "bench/window/WindowSite.h"
 #include "dictionary/InterfaceFile.h"
 #include "panelsim/PanelSimulator.h"
+#include "platform/Files.h"
 #include "windows/CaptureWindow.h"
 
 namespace tessaly::bench {
@@ -106,6 +109,16 @@ void updateAll() {
   panel().desk->act([] { panel().desk->user().press(ids().updateData); }, ids().commands, edited);
 }
 
+// What an update ends with, of the same macro.
+void loadAndSaveSynced() {
+  TiXmlDocument document;
+  const auto file = scratchFolder() / "window-panel/flash/data/PANEL/macro/workplace2/macro000.mac";
+  require(document.LoadFile(file.c_str()));
+  TiXmlPrinter printer;
+  document.Accept(&printer);
+  require(writeFile(windowSite(), "c:\\saved.mac", printer.Str()).done());
+}
+
 // From the menu until the window shows every value.
 void capture() {
   MainWindow& window = panel().desk->window();
@@ -177,6 +190,17 @@ const bool kRegistered[] = {
              .measured = updateAll,
              .limit = [] { subscribeAndCount(panel().simulator->controlPort(), panel().values); },
              .goal = 2,
+             .prepare = [] { panel(); },
+             .reset = openValues,
+             .measuredWait = kQuiet}),
+    addPair({.name = "the same, beside the wire, LoadFile and a synced save",
+             .measured = updateAll,
+             .limit =
+                 [] {
+                   subscribeAndCount(panel().simulator->controlPort(), panel().values);
+                   loadAndSaveSynced();
+                 },
+             .goal = 1.5,
              .prepare = [] { panel(); },
              .reset = openValues,
              .measuredWait = kQuiet}),
