@@ -86,9 +86,10 @@ build_libzip() {
     -DZLIB_INCLUDE_DIR=/usr/$triple/include
 }
 
-# Without pictures, which no sheet has.
+# Without pictures, which no sheet has. A sheet names the version, which Debian has changed.
 build_libharu() {
   local source objects=()
+  cp /usr/include/hpdf_version.h "$work/libharu/include"
   printf '#define LIBHPDF_HAVE_NOPNGLIB 1\n#define HPDF_NOPNGLIB 1\n' >"$work/libharu/include/hpdf_config.h"
   for source in "$work"/libharu/src/*.c; do
     objects+=("${source%.c}.o")
