@@ -28,8 +28,8 @@ std::string textOfPdf(const std::string& bytes, const TestSite& site) {
 
 TEST(Sheet, PdfIsTheSameBytesAndHoldsEveryLetter) {
   TestSite site;
-  Sheet sheet{"Große “Show”", false, {macroOf(3, "Pegel Ж – 50%")}};
-  sheet.macros[0].name = "“ß” – €";
+  Sheet sheet{"Große “Show”", false, {{"c:\\m\\macroWP1", "007", "“ß” – €", {}}}};
+  sheet.macros[0].commands.push_back({"Mainframe1", "Pegel Ж – 50%2"});
   const auto write = [&](std::chrono::year_month_day date) {
     return *writeSheet(sheet, {.date = date}, {}, SheetFormat::kPdf);
   };
