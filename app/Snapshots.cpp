@@ -14,6 +14,7 @@
 #include "app/OpenMacros.h"
 #include "app/PlaceText.h"
 #include "app/StatusStrip.h"
+#include "platform/ChosenPath.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
 #include "review/MacroCheck.h"
@@ -100,7 +101,8 @@ void Snapshots::save(SnapshotTaking& taking, const QString& label, const QString
   name.replace(QLatin1Char(':'), QLatin1Char('-'));
   choice.selectFile(QStringLiteral("%1 %2.zip").arg(name, QDate::currentDate().toString(Qt::ISODate)));
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
-  const std::string file = choice.selectedFiles().constFirst().toStdString();
+  const std::string file =
+      chosenPath(site_.root, hostPath(choice.selectedFiles().constFirst().toStdString()));
   std::size_t count = 0;
   Outcome saved = Failure{Failure::Kind::kNoMemory, {}};
   runBeside(
@@ -129,7 +131,8 @@ void Snapshots::open(Pane pane) {
   QFileDialog choice(window_, tr("Open Snapshot"), QString(), filesToChoose());
   choice.setFileMode(QFileDialog::ExistingFile);
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
-  const std::string file = choice.selectedFiles().constFirst().toStdString();
+  const std::string file =
+      chosenPath(site_.root, hostPath(choice.selectedFiles().constFirst().toStdString()));
   Expected<Snapshot> read = Failure{Failure::Kind::kNoMemory, {}};
   wanted_ = true;
   static_cast<void>(transfer_.runLong(

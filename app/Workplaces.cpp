@@ -12,6 +12,7 @@
 #include "app/MessageBoxes.h"
 #include "app/OpenMacros.h"
 #include "model/SiteBrowser.h"
+#include "platform/ChosenPath.h"
 #include "platform/Workplace.h"
 #include "widgets/DialogText.h"
 #include "windows/CompareWindow.h"
@@ -159,7 +160,8 @@ std::optional<WorkplaceChoice> Workplaces::askForFolder(QWidget* owner) const {
   const QString start = QString::fromStdString(shelves_.root().path().string());
   const QString folder = QFileDialog::getExistingDirectory(owner, tr("A folder with macros"), start);
   if (folder.isEmpty()) return std::nullopt;
-  return WorkplaceChoice{shown(folder.toStdString()), shelves_.folder(folder.toStdString())};
+  const std::string path = chosenPath(shelves_.root(), hostPath(folder.toStdString()));
+  return WorkplaceChoice{shown(path), shelves_.folder(path)};
 }
 
 std::optional<WorkplaceChoice> Workplaces::askForSnapshot(QWidget* owner) const {
@@ -167,7 +169,7 @@ std::optional<WorkplaceChoice> Workplaces::askForSnapshot(QWidget* owner) const 
                                                     QString::fromStdString(shelves_.root().path().string()),
                                                     tr("Snapshots (*.zip);;All files (*)"));
   if (file.isEmpty()) return std::nullopt;
-  const std::string path = file.toStdString();
+  const std::string path = chosenPath(shelves_.root(), hostPath(file.toStdString()));
   auto snapshot = std::make_shared<const Snapshot>();
   Outcome read;
   const bool begun = around_.transfer.runLong(tr("Reading %1").arg(shown(path)),

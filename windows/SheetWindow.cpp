@@ -9,6 +9,7 @@
 #include <QPrinter>
 #include <QShortcut>
 
+#include "platform/ChosenPath.h"
 #include "platform/Files.h"
 #include "ui_SheetWindow.h"
 #include "widgets/DialogText.h"
@@ -205,14 +206,14 @@ void SheetWindow::write() {
   choice.selectFile(suggested(*made.sheet) + QLatin1Char('.') + choice.defaultSuffix());
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
   const QString file = choice.selectedFiles().constFirst();
+  const std::string path = chosenPath(surroundings_.root, hostPath(file.toStdString()));
   const auto format = sheetFormatNamed(QFileInfo(file).suffix().toStdString());
   if (!format) {
-    tell(tr("NOT written: %1 (the name ends in .pdf, .html or .csv)").arg(shown(file.toStdString())));
+    tell(tr("NOT written: %1 (the name ends in .pdf, .html or .csv)").arg(shown(path)));
     return;
   }
-  put(tr("written: %1").arg(shown(file.toStdString())),
-      [made, format = *format, root = surroundings_.root,
-       path = file.toStdString()](Putting::Report& report) -> Outcome {
+  put(tr("written: %1").arg(shown(path)),
+      [made, format = *format, root = surroundings_.root, path](Putting::Report& report) -> Outcome {
         const auto bytes = writeSheet(*made.sheet, made.options, sheetWords(), format);
         if (!bytes) return bytes.failure();
         if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "cancelled"};

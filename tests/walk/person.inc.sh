@@ -25,7 +25,7 @@ begin_site() {
   macro=$folder/macro010.mac
   copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
   copy_b=$site/c/programme/RV48/bin/MacroFid/tempB.mac
-  main_title="Corvane XL Macro Viewer / Editor - $site"
+  main_title="Corvane XL Macro Viewer / Editor - $(shown_folder "$site")"
 }
 
 say() { echo "walk: $*"; }
@@ -86,6 +86,8 @@ x_a=200 x_b=800 first_row=520 row_height=17
 row() { echo $((first_row + ($1 - 1) * row_height)); }
 
 # The eyes.
+# As the window spells a folder: with TESSALY_WALK_FOLDER, the drive that holds all of this system's, as Windows does.
+shown_folder() { [ -z "${TESSALY_WALK_FOLDER:-}" ] && echo "$1" || echo "$TESSALY_WALK_FOLDER${1//\//\\}"; }
 active_title() { xdotool getactivewindow getwindowname 2>/dev/null || true; }
 has_window() { [ "$(active_title)" = "$1" ]; }
 await_window() { await "the window \"$1\"" has_window "$1"; }
