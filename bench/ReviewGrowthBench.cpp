@@ -8,6 +8,7 @@
 #include "model/EditHistory.h"
 #include "model/MacroEdit.h"
 #include "model/MacroFile.h"
+#include "model/SiteBrowser.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
 #include "review/MacroBatch.h"
