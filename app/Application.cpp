@@ -31,8 +31,10 @@ FunctionDictionary& lastingDictionary() {
   return *dictionary;
 }
 
-// A window on the site in the user's own folder has the plain title; any other root stands behind it.
+// A window on this computer's own site, or on the one in the user's folder, has the plain title; any other
+// root stands behind it.
 QString titleOn(const SiteRoot& root, const QString& title) {
+  if (root.option().empty()) return title;
   const QString folder = QDir::cleanPath(QString::fromStdString(root.path().string()));
   const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
   if (folder == own + QStringLiteral("/tessaly")) return title;

@@ -32,6 +32,18 @@ constexpr int kDemoWorkplaces = 2;
 
 enum List { kControlPanelList, kWorkplaceList, kMacroList, kCommandList };
 
+// Of the panel's macro that the working copy holds, as of one that was created before the panel listed it; -1
+// while the list has none of its number and name.
+int heldRow(const PaneState& pane, const std::string& address, int workplace) {
+  const std::optional<MacroTarget>& held = pane.copy.target();
+  if (!held || held->address != address || held->workplace != workplace) return -1;
+  const auto& rows = pane.macroRows;
+  const auto row = std::find_if(rows.begin(), rows.end(), [&](const MacroRow& here) {
+    return here.numberText == held->numberText && here.name == held->name;
+  });
+  return row == rows.end() ? -1 : static_cast<int>(row - rows.begin());
+}
+
 }  // namespace
 
 Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
@@ -404,6 +416,11 @@ void Browser::refreshMacroNames() {
   const std::optional<MacroRow> before = chosen != nullptr ? std::optional(*chosen) : std::nullopt;
   listPanelMacros();
   chooseAgain(before);
+  const int held = heldRow(pane_, connection_.address(pane_.descriptor.pane), workplace());
+  if (ListBox& list = pane_.view.macros(); held >= 0 && list.selectedRow() < 0) {
+    list.selectRow(held);
+    list.bringIntoSight({held});
+  }
   emit changed();
 }
 

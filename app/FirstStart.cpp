@@ -91,8 +91,8 @@ bool copySampleSite(const fs::path& sample, const fs::path& root) {
 std::optional<SiteRoot> chooseRoot(const std::string& option, const fs::path& sample,
                                    Preferences& preferences) {
   const std::string remembered = preferences.siteFolder().toStdString();
-  const SiteRoot root =
-      rootIsNamed(option) || remembered.empty() ? SiteRoot::fromEnvironment(option) : SiteRoot(remembered);
+  const SiteRoot root = rootIsNamed(option) || remembered.empty() ? SiteRoot::fromEnvironment(option)
+                                                                  : SiteRoot(hostPath(remembered));
   if (holdsSite(root)) return root;
   FirstStartDialog dialog(root.path(), sample);
   return ask(dialog, root, preferences);
@@ -109,7 +109,7 @@ std::optional<SiteRoot> openSite(Preferences& preferences, QWidget& window) {
   const QString named = QFileDialog::getExistingDirectory(
       &window, QCoreApplication::translate("FirstStart", "Open a Site"), preferences.siteFolder());
   if (named.isEmpty()) return std::nullopt;
-  const fs::path folder = siteAround(named.toStdString());
+  const fs::path folder = siteAround(hostPath(named.toStdString()));
   if (folder.empty()) {
     QMessageBox::information(&window, QLatin1String(kProgramName),
                              QCoreApplication::translate("FirstStart", "There is no site in this folder."));
@@ -121,7 +121,7 @@ std::optional<SiteRoot> openSite(Preferences& preferences, QWidget& window) {
 
 std::optional<SiteRoot> sampleToWorkOn(const fs::path& sample) {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  const fs::path folder = (data + QLatin1String(kSampleFolder)).toStdString();
+  const fs::path folder = hostPath((data + QLatin1String(kSampleFolder)).toStdString());
   if (sample.empty() || !copySampleSite(sample, folder)) return std::nullopt;
   return SiteRoot(folder);
 }

@@ -73,7 +73,7 @@ bool FirstStartDialog::setUpSample() {
 }
 
 bool FirstStartDialog::takeExisting() {
-  const std::string named = ui_->existingFolder->text().trimmed().toStdString();
+  const std::filesystem::path named = hostPath(ui_->existingFolder->text().trimmed().toStdString());
   const std::filesystem::path site = siteAround(named);
   if (site.empty()) {
     ui_->problem->setText(named.empty() ? tr("Name the folder of the installation, please.")

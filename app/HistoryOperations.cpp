@@ -227,7 +227,7 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
 }
 
 void HistoryOperations::saveInFile(HistoryDialog& dialog, const KeptMacro& macro) {
-  const std::string file = askForMacroFile(&dialog);
+  const std::string file = askForMacroFile(site_.root, &dialog);
   if (!file.empty()) write(dialog, macro, file);
 }
 

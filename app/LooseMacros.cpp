@@ -11,6 +11,7 @@
 #include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
+#include "platform/ChosenPath.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
@@ -44,9 +45,9 @@ void LooseMacros::open(Pane pane, const QString& file) {
                placeInWindow(state(pane))});
     return;
   }
-  auto present = transfers_.read(file.toStdString());
-  const Outcome shown =
-      present ? copy.showLoose(*std::move(present), file.toStdString()) : Outcome(present.failure());
+  const std::string path = chosenPath(site_.root, hostPath(file.toStdString()));
+  auto bytes = transfers_.read(path);
+  const Outcome shown = bytes ? copy.showLoose(*std::move(bytes), path) : Outcome(bytes.failure());
   if (shown) state(pane).view.macros().selectRow(-1);
   emit said({shown ? Grade::kDone : Grade::kFailure,
              shown ? tr("opened: %1; \"Save As...\" gives it a place").arg(name)
@@ -115,7 +116,7 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
 
 void LooseMacros::saveInFile(Pane pane) {
   const int opening = state(pane).copy.opening();
-  const std::string file = askForMacroFile(window_);
+  const std::string file = askForMacroFile(site_.root, window_);
   if (file.empty() || isAnother(pane, opening) || !write(pane, file)) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
   emit said({Grade::kDone, tr("saved: %1").arg(shown(file))});

@@ -57,6 +57,15 @@ void MacroOperations::tellNotDone(const MacroTarget& target, const QString& text
   tellDone(target, text, !history_.takeFailure(), Grade::kFailure);
 }
 
+void MacroOperations::tellOnDisk(const MacroTarget& target, const Outcome& outcome, const QString& done,
+                                 const QString& notDone) {
+  if (outcome.written())
+    tellDone(target, done + inBrackets(outcome), undo_.finishOnDisk(),
+             outcome ? Grade::kDone : Grade::kWarning);
+  else
+    tellNotDone(target, notDone + inBrackets(outcome));
+}
+
 // Without a folder or a workplace when the pane has none chosen.
 MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& name) const {
   return {connection_.source(pane),  browser(pane).macroFolder(), connection_.address(pane),
@@ -107,14 +116,13 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
   const Outcome done = change(target, MacroChange::kCreate, [&](const SiteAccess& site) {
     return tessaly::createMacro(site, target.name, target.file());
   });
-  finishOnDisk(pane, target, done.done());
-  if (done)
-    tellDone(target, tr("created: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
-  else
-    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  finishOnDisk(pane, target, done.written());
+  const QString macro = macroInStrip(target);
+  tellOnDisk(target, done, tr("created: %1").arg(macro), tr("NOT created: %1%2").arg(macro, QString()));
 }
 
-// The new macro goes through this pane's working copy, which then no longer holds what was shown.
+// The new macro goes through this pane's working copy, which holds it from then on; its row is chosen once
+// the panel lists it.
 void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   auto loan = state(pane).copy.lend();
   if (!loan) return;
@@ -124,10 +132,14 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
                                         MacroChange::kCreate, overwriting_.asking(macroInStrip(target))));
   const std::optional<std::string> sent = bytesOf(loan->path());
   state(pane).view.macros().selectRow(-1);
-  loan.reset();
   const bool there = made && transfers_.sent();
   const Grade grade = transfers_.sentGrade();
-  if (there) open_.follow(target, pane);
+  if (there) {
+    static_cast<void>(loan->show(target, true));
+    browser(pane).refreshMacroNames();
+    open_.follow(target, pane);
+  }
+  loan.reset();
   const QString reason = made ? transfers_.reason() : inBrackets(made);
   if (there)
     tellDone(target, tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent),
@@ -148,11 +160,13 @@ void MacroOperations::copyMacro(Pane pane) {
   dialog.setAbout([&](int number) { return overwriting_.about(state(pane), placeIn(pane, number, {})); });
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
-  if (!target.complete() || !open_.mayPutAt(pane, target, from)) return;
+  if (!target.complete()) return;
+  // Asked first: what stands there is looked at last, or it could change behind the question.
   if (onPanel(pane) && !maySend(from, source)) {
     emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
     return;
   }
+  if (!open_.mayPutAt(pane, target, from)) return;
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
               placeOf(target));
   if (!onPanel(from))
@@ -226,9 +240,10 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   }
   const Outcome copied =
       change(target, how, [&](const SiteAccess& site) { return copyFile(site.root, file, target.file()); });
-  finishOnDisk(to, target, copied.done());
-  if (copied)
-    tellCopied(source, target, reason, undo_.finishOnDisk(), grade);
+  finishOnDisk(to, target, copied.written());
+  if (copied.written())
+    tellCopied(source, target, reason + inBrackets(copied), undo_.finishOnDisk(),
+               copied ? grade : Grade::kWarning);
   else
     tellNotCopied(source, target, inBrackets(copied));
 }
@@ -319,12 +334,9 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
                                       : change(target, MacroChange::kRename, [&](const SiteAccess& site) {
                                           return tessaly::renameMacro(site, target.file(), given);
                                         });
-  finishOnDisk(pane, target, done.done());
-  if (done)
-    tellDone(target, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
-             undo_.finishOnDisk());
-  else
-    tellNotDone(target, tr("NOT renamed: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  finishOnDisk(pane, target, done.written());
+  tellOnDisk(target, done, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
+             tr("NOT renamed: %1%2").arg(macroInStrip(target), QString()));
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
@@ -349,10 +361,8 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);
-  if (done)
-    tellDone(target, tr("deleted: %1").arg(macroInStrip(target)), undo_.finishOnDisk());
-  else
-    tellNotDone(target, tr("NOT deleted: %1%2").arg(macroInStrip(target), inBrackets(done)));
+  const QString macro = macroInStrip(target);
+  tellOnDisk(target, done, tr("deleted: %1").arg(macro), tr("NOT deleted: %1%2").arg(macro, QString()));
 }
 
 void MacroOperations::deleteOnPanel(const MacroTarget& target) {

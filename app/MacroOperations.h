@@ -46,6 +46,9 @@ class MacroOperations : public QObject {
   // What was done, with a word when the old content could not be kept.
   void tellDone(const MacroTarget& target, const QString& text, bool kept, Grade grade = Grade::kDone);
   void tellNotDone(const MacroTarget& target, const QString& text);
+  // One of the two; what may not survive a power cut is done.
+  void tellOnDisk(const MacroTarget& target, const Outcome& outcome, const QString& done,
+                  const QString& notDone);
   // What was sent to a panel.
   [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
   // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.

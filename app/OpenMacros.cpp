@@ -19,7 +19,7 @@ namespace {
 
 QString inBrackets(const Failure& failure) { return QStringLiteral(" (%1)").arg(failureText(failure)); }
 
-std::string compareButton() { return OpenMacros::tr("Co&mpare").toStdString(); }
+std::string compareButton() { return QCoreApplication::translate("OpenMacros", "Co&mpare").toStdString(); }
 
 }  // namespace
 

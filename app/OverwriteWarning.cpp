@@ -6,6 +6,7 @@
 #include "widgets/AtEach.h"
 #include "widgets/DialogText.h"
 #include "widgets/RowMark.h"
+#include "windows/ElidedLine.h"
 
 namespace tessaly {
 
@@ -50,11 +51,8 @@ OverwriteWarning::OverwriteWarning(QWidget* parent) : QFrame(parent), sign_(new 
 }
 
 QLabel* OverwriteWarning::addLine(const char* objectName, int row) {
-  auto* line = new QLabel(this);
+  auto* line = new ElidedLine(this);  // names are of any length
   line->setObjectName(QLatin1String(objectName));
-  line->setTextFormat(Qt::PlainText);
-  // Of any length.
-  line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   static_cast<QGridLayout*>(layout())->addWidget(line, row, 1);
   return line;
 }
@@ -64,7 +62,6 @@ void OverwriteWarning::tell(const PositionCheck& position) {
   setVisible(taken);
   name_->setText(taken ? quoted(position.existing) : QString());
   place_->setText(taken && about_ ? about_(position.number) : QString());
-  place_->setToolTip(place_->text().toHtmlEscaped());
 }
 
 QString OverwriteWarning::spoken() const {

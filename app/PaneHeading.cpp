@@ -134,7 +134,7 @@ PaneHeading::PaneHeading(QWidget* parent)
   again_->setAutoDefault(false);
   auto* line = new QHBoxLayout(lost_);
   line->setContentsMargins(kStripe + kGap, 0, 0, 0);
-  line->addWidget(lostText_);
+  line->addWidget(lostText_, 1);
   line->addWidget(again_);
   lost_->hide();
   connect(again_, &QPushButton::clicked, this, &PaneHeading::connectAgainPressed);

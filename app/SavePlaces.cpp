@@ -5,6 +5,7 @@
 #include <QMenu>
 
 #include "app/Browser.h"
+#include "platform/ChosenPath.h"
 
 namespace tessaly {
 
@@ -30,12 +31,12 @@ void offerSavePlaces(QMenu& menu, const PaneAccesses& panes, bool inPanes,
   QObject::connect(menu.addAction(SavePlaces::tr("In a File...")), &QAction::triggered, &menu, inFile);
 }
 
-std::string askForMacroFile(QWidget* parent) {
+std::string askForMacroFile(const SiteRoot& root, QWidget* parent) {
   QFileDialog choice(parent, SavePlaces::tr("Save As"), QString(), SavePlaces::tr("Macros (*.mac)"));
   choice.setAcceptMode(QFileDialog::AcceptSave);
   choice.setDefaultSuffix(QLatin1String(kSuffix));
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return {};
-  return choice.selectedFiles().constFirst().toStdString();
+  return chosenPath(root, hostPath(choice.selectedFiles().constFirst().toStdString()));
 }
 
 }  // namespace tessaly

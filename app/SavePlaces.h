@@ -16,6 +16,6 @@ void offerSavePlaces(QMenu& menu, const PaneAccesses& panes, bool inPanes,
                      const std::function<void(Pane)>& inPane, const std::function<void()>& inFile);
 
 // The host path of a macro file that the user names; empty without one.
-[[nodiscard]] std::string askForMacroFile(QWidget* parent);
+[[nodiscard]] std::string askForMacroFile(const SiteRoot& root, QWidget* parent);
 
 }  // namespace tessaly

@@ -263,7 +263,7 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   record_->setAside = false;
   record_->check = macro_->check();
   if (record.setAside) recovery_.bringStepsBack();
-  static_cast<void>(recovery_.write(*record_));
+  writeRecord();
   steps_.begin(place(), macro_->check());
   if (target_) fetched_ = record.held;
   if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
@@ -278,7 +278,7 @@ bool WorkingCopy::writeAhead(const SetValues& values) {
   // The file now runs ahead of its record until the update ends: once, the record says so.
   if (record_ && record_->check) {
     record_->check.reset();
-    static_cast<void>(recovery_.write(*record_));
+    writeRecord();
   }
   ahead_ = std::async(std::launch::async, [site = site_, path = path_, macro = *macro_, values] {
     const auto ahead = tessaly::apply(macro, values);
@@ -345,8 +345,17 @@ void WorkingCopy::noteEdit() {
   }
   record.held = fetched_;
   record_ = std::move(record);
-  // Nothing is lost without a record, so a folder that cannot be written stops no edit.
-  static_cast<void>(recovery_.write(*record_));
+  writeRecord();
+}
+
+// Nothing is lost without a record, so a folder that cannot be written stops no edit.
+void WorkingCopy::writeRecord() {
+  const Outcome written = recovery_.write(*record_);
+  const bool before = std::exchange(recorded_, written.written());
+  if (recorded_)
+    recordTrouble_.reset();
+  else if (before)
+    recordTrouble_ = written.failure();
 }
 
 bool WorkingCopy::fileChanged() const {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QObject>
@@ -96,6 +97,8 @@ class WorkingCopy : public QObject {
   Outcome undo() { return jumpTo(steps().position() - 1); }
   Outcome redo() { return jumpTo(steps().position() + 1); }
   Outcome jumpTo(std::size_t position);
+  // Why an end of the program now would lose the unsaved changes; once, until they are on the disk again.
+  [[nodiscard]] std::optional<Failure> takeRecordTrouble() { return std::exchange(recordTrouble_, {}); }
   // Asked what is selected when a change begins.
   void setSelection(std::function<std::vector<int>()> selection) { selection_ = std::move(selection); }
 
@@ -180,6 +183,7 @@ class WorkingCopy : public QObject {
   void goOn(const std::optional<Macro>& before, const std::string& step);
   void settleAhead();
   void noteEdit();
+  void writeRecord();
   Outcome load(std::optional<Macro> read);
   Outcome fill(std::string bytes);
 
@@ -203,6 +207,8 @@ class WorkingCopy : public QObject {
   int opening_ = 0;
   int revision_ = 0;
   std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
+  bool recorded_ = true;                  // the last one was written
+  std::optional<Failure> recordTrouble_;  // to be told
   std::future<void> ahead_;
 };
 

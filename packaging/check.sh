@@ -30,6 +30,7 @@ echo "== descriptions"
 desktop-file-validate packaging/desktop/$id.desktop
 appstreamcli validate --no-net packaging/desktop/$id.metainfo.xml
 xmllint --noout packaging/desktop/*.xml resources/icons/*.svg
+flatpak-builder --show-manifest packaging/flatpak/$id.yml >/dev/null
 
 echo "== package"
 [ -f $build/build.ninja ] || cmake --preset release >/dev/null

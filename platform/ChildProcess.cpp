@@ -15,10 +15,10 @@ namespace tessaly {
 namespace {
 
 constexpr std::chrono::milliseconds kEndTime{2000}, kEndStep{2};
-constexpr std::size_t kLongestLine = std::size_t{64} * 1024;
 
-// Runs the program with `channel` as its standard input and output; -1 when it cannot be run.
-int spawn(const std::vector<std::string>& command, int channel) {
+}  // namespace
+
+int ChildProcess::spawn(const std::vector<std::string>& command, const Channel& channel) {
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);
   for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
@@ -26,26 +26,13 @@ int spawn(const std::vector<std::string>& command, int channel) {
   posix_spawn_file_actions_t actions;
   if (posix_spawn_file_actions_init(&actions) != 0) return -1;
   pid_t pid = -1;
-  if (posix_spawn_file_actions_adddup2(&actions, channel, STDIN_FILENO) != 0 ||
-      posix_spawn_file_actions_adddup2(&actions, channel, STDOUT_FILENO) != 0 ||
+  if (posix_spawn_file_actions_adddup2(&actions, channel.number(), STDIN_FILENO) != 0 ||
+      posix_spawn_file_actions_adddup2(&actions, channel.number(), STDOUT_FILENO) != 0 ||
       posix_spawn(&pid, arguments[0], &actions, nullptr, arguments.data(), environ) != 0) {
     pid = -1;
   }
   posix_spawn_file_actions_destroy(&actions);
   return pid;
-}
-
-}  // namespace
-
-bool ChildProcess::start(const std::vector<std::string>& command) {
-  if (command.empty() || running()) return false;
-  auto [ours, theirs] = Channel::pair();
-  if (!ours.isOpen()) return false;
-  pid_ = spawn(command, theirs.number());
-  if (pid_ < 0) return false;
-  channel_ = std::move(ours);
-  received_.clear();
-  return true;
 }
 
 bool ChildProcess::writeLine(std::string_view line) {
@@ -60,24 +47,16 @@ bool ChildProcess::writeLine(std::string_view line) {
   return true;
 }
 
-std::optional<std::string> ChildProcess::readLine(int timeoutMs) {
-  while (received_.size() <= kLongestLine) {
-    const std::size_t end = received_.find('\n');
-    if (end != std::string::npos) {
-      std::string line = received_.substr(0, end);
-      received_.erase(0, end + 1);
-      return line;
-    }
-    pollfd waiting{channel_.number(), POLLIN, 0};
-    const int ready = ::poll(&waiting, 1, timeoutMs);
-    if (ready < 0 && errno == EINTR) continue;
-    if (ready <= 0) return std::nullopt;
-    std::array<char, 4096> bytes;
-    const ssize_t count = ::recv(channel_.number(), bytes.data(), bytes.size(), 0);
-    if (count <= 0) return std::nullopt;
-    received_.append(bytes.data(), static_cast<std::size_t>(count));
-  }
-  return std::nullopt;
+bool ChildProcess::receive(int timeoutMs) {
+  pollfd waiting{channel_.number(), POLLIN, 0};
+  int ready = 0;
+  do {
+    ready = ::poll(&waiting, 1, timeoutMs);
+  } while (ready < 0 && errno == EINTR);
+  std::array<char, 4096> bytes;
+  const ssize_t count = ready > 0 ? ::recv(channel_.number(), bytes.data(), bytes.size(), 0) : 0;
+  if (count > 0) received_.append(bytes.data(), static_cast<std::size_t>(count));
+  return count > 0;
 }
 
 void ChildProcess::stop() {

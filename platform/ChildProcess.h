@@ -36,6 +36,10 @@ class ChildProcess {
   void stop();
 
  private:
+  // Runs the program with `channel` as its standard input and output; -1 when it cannot be run.
+  static int spawn(const std::vector<std::string>& command, const Channel& channel);
+  bool receive(int timeoutMs);  // what has come, at least a byte, goes to `received_`
+
   std::mutex mutex_;  // of the writers
   Channel channel_;
   int pid_ = -1;

@@ -10,7 +10,6 @@ namespace tessaly {
 namespace {
 
 constexpr DWORD kEndTime = 2000;  // ms
-constexpr std::size_t kLongestLine = std::size_t{64} * 1024;
 
 HANDLE processOf(int number) { return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(number)); }
 
@@ -26,8 +25,9 @@ std::wstring quoted(const std::wstring& argument) {
   return text.append(backslashes, L'\\') + L'"';
 }
 
-// Runs the program with `channel` as its standard input and output; -1 when it cannot be run.
-int spawn(const std::vector<std::string>& command, const Channel& channel) {
+}  // namespace
+
+int ChildProcess::spawn(const std::vector<std::string>& command, const Channel& channel) {
   std::wstring line;
   for (const std::string& argument : command) line += (line.empty() ? L"" : L" ") + quoted(wideOf(argument));
   const HANDLE end = reinterpret_cast<HANDLE>(socketOf(channel));
@@ -45,19 +45,6 @@ int spawn(const std::vector<std::string>& command, const Channel& channel) {
   return static_cast<int>(reinterpret_cast<std::intptr_t>(made.hProcess));
 }
 
-}  // namespace
-
-bool ChildProcess::start(const std::vector<std::string>& command) {
-  if (command.empty() || running()) return false;
-  auto [ours, theirs] = Channel::pair();
-  if (!ours.isOpen()) return false;
-  pid_ = spawn(command, theirs);
-  if (pid_ < 0) return false;
-  channel_ = std::move(ours);
-  received_.clear();
-  return true;
-}
-
 bool ChildProcess::writeLine(std::string_view line) {
   const std::scoped_lock guard(mutex_);
   const std::string bytes = std::string(line) + "\n";
@@ -70,21 +57,13 @@ bool ChildProcess::writeLine(std::string_view line) {
   return true;
 }
 
-std::optional<std::string> ChildProcess::readLine(int timeoutMs) {
-  while (received_.size() <= kLongestLine) {
-    const std::size_t end = received_.find('\n');
-    if (end != std::string::npos) {
-      std::string line = received_.substr(0, end);
-      received_.erase(0, end + 1);
-      return line;
-    }
-    if (!waitToRead(channel_, timeoutMs)) return std::nullopt;
-    std::array<char, 4096> bytes;
-    const int count = ::recv(socketOf(channel_), bytes.data(), static_cast<int>(bytes.size()), 0);
-    if (count <= 0) return std::nullopt;
-    received_.append(bytes.data(), static_cast<std::size_t>(count));
-  }
-  return std::nullopt;
+bool ChildProcess::receive(int timeoutMs) {
+  std::array<char, 4096> bytes;
+  const int count = waitToRead(channel_, timeoutMs)
+                        ? ::recv(socketOf(channel_), bytes.data(), static_cast<int>(bytes.size()), 0)
+                        : 0;
+  if (count > 0) received_.append(bytes.data(), static_cast<std::size_t>(count));
+  return count > 0;
 }
 
 void ChildProcess::stop() {

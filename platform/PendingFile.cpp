@@ -19,18 +19,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kAttempts = 100;  // names tried when others' temporary files are in the way
 constexpr mode_t kMode = 0644;
 constexpr mode_t kUnfinishedMode = 0600;
-constexpr std::string_view kTemporaryStart = ".tessaly-";
-constexpr std::string_view kTemporaryEnd = ".tmp";
 
 constexpr mode_t kAccess = 0777;
 constexpr mode_t kGroupAccess = 070;
-
-Failure inTheWay() {
-  return {Failure::Kind::kInTheWay, "cannot be written: no regular file can stand there"};
-}
 
 // What stands at a path; nothing when that is no regular file.
 std::optional<struct stat> regularFileAt(const std::string& path) {
@@ -42,8 +35,18 @@ std::optional<struct stat> regularFileAt(const std::string& path) {
 // Told by the mode, which also counts for who may write anything.
 bool isWriteProtected(const struct stat& status) { return (status.st_mode & S_IWUSR) == 0; }
 
-// Where the bytes for `target` have to go.
-Expected<fs::path> destination(const fs::path& target, FilePolicy policy) {
+// Some file systems have nothing to flush, or not for this kind of entry.
+bool cannotFlush(int error) {
+  return error == EINVAL || error == EROFS || error == ENOSYS || error == EOPNOTSUPP;
+}
+
+bool flush(const Descriptor& file) { return ::fsync(file.number()) == 0 || cannotFlush(errno); }
+
+bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK_NB) == 0; }
+
+}  // namespace
+
+Expected<fs::path> PendingFile::destination(const fs::path& target, FilePolicy policy) {
   if (target.empty() || !target.has_filename()) return inTheWay();
   struct stat status {};
   if (::lstat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return target;
@@ -57,15 +60,7 @@ Expected<fs::path> destination(const fs::path& target, FilePolicy policy) {
   return real;
 }
 
-// Some file systems have nothing to flush, or not for this kind of entry.
-bool cannotFlush(int error) {
-  return error == EINVAL || error == EROFS || error == ENOSYS || error == EOPNOTSUPP;
-}
-
-bool flush(const Descriptor& file) { return ::fsync(file.number()) == 0 || cannotFlush(errno); }
-
-// Hidden, and with an ending that no search for macros or key files finds.
-std::string temporaryName() {
+std::string PendingFile::temporaryName() {
   static std::atomic<unsigned> count{0};
   timespec now{};
   ::clock_gettime(CLOCK_REALTIME, &now);
@@ -74,10 +69,6 @@ std::string temporaryName() {
                 count++) +
          std::string(kTemporaryEnd);
 }
-
-bool lock(const Descriptor& file) { return ::flock(file.number(), LOCK_EX | LOCK_NB) == 0; }
-
-}  // namespace
 
 Outcome flushFolder(const std::string& folder, std::string_view otherwise) {
   const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -100,29 +91,6 @@ void PendingFile::sweep(const std::string& folder) {
   }
 }
 
-PendingFile::PendingFile(const fs::path& target, FilePolicy policy) : policy_(policy) {
-  const auto real = destination(target, policy);
-  if (!real) {
-    fail(real.failure());
-    return;
-  }
-  target_ = real->string();
-  folder_ = real->has_parent_path() ? real->parent_path().string() : ".";
-  takeOverMode();
-  if (failure_) return;
-  sweep(folder_);
-  for (int attempt = 0; attempt < kAttempts && !open(); ++attempt) {
-    if (errno != EEXIST && errno != EINTR) break;
-  }
-  if (!file_.isOpen()) fail(errno, "written");
-}
-
-void PendingFile::fail(int error, std::string_view doing) { fail(systemFailure(error, doing)); }
-
-void PendingFile::fail(Failure failure) {
-  if (!failure_) failure_ = std::move(failure);
-}
-
 // From the file that is about to be replaced; a write-protected one fails.
 void PendingFile::takeOverMode() {
   const auto old = policy_.keepsMode ? regularFileAt(target_) : std::nullopt;
@@ -142,7 +110,6 @@ void PendingFile::takeOverMode() {
   finishedMode_ = mode;
 }
 
-// False leaves no file, and its reason in errno.
 bool PendingFile::open() {
   temporary_ = folder_ + '/' + temporaryName();
   file_ = Descriptor(::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kMode));
@@ -162,8 +129,6 @@ bool PendingFile::open() {
   if (::fchmod(file_.number(), kUnfinishedMode) == 0) finishedMode_ = status.st_mode & ALLPERMS;
   return true;  // some file systems have no modes to set
 }
-
-PendingFile::~PendingFile() { discard(); }
 
 bool PendingFile::write(std::string_view bytes) {
   while (good() && !bytes.empty()) {

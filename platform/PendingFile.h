@@ -47,7 +47,14 @@ class PendingFile {
   Outcome commit(Sync sync = Sync::kFileAndFolder);
 
  private:
-  bool open();
+  static constexpr std::string_view kTemporaryStart = ".tessaly-";
+  static constexpr std::string_view kTemporaryEnd = ".tmp";  // no search for macros or key files finds it
+
+  // Where the bytes for `target` have to go.
+  static Expected<std::filesystem::path> destination(const std::filesystem::path& target, FilePolicy policy);
+  static Failure inTheWay();
+  static std::string temporaryName();
+  bool open();  // false leaves no file, and its reason in errno
   void takeOverMode();
   void fail(int error, std::string_view doing);
   void fail(Failure failure);

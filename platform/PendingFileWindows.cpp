@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -17,21 +16,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kAttempts = 100;  // names tried when others' temporary files are in the way
 // A file that was just written is looked at by whatever guards or indexes the disk, and cannot be replaced
 // then.
 constexpr int kReplacings = 20;
 constexpr std::chrono::milliseconds kBetweenReplacings{25};
-constexpr std::string_view kTemporaryStart = ".tessaly-";
-constexpr std::string_view kTemporaryEnd = ".tmp";
 constexpr DWORD kMostAtOnce = DWORD{1} << 30;  // bytes
 // What a user may have set on a file, and keeps.
 constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                         FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-
-Failure inTheWay() {
-  return {Failure::Kind::kInTheWay, "cannot be written: no regular file can stand there"};
-}
 
 bool isFolder(const WIN32_FIND_DATAW& entry) {
   return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -50,20 +42,6 @@ fs::path endOf(const Descriptor& file) {
   return path;
 }
 
-// Where the bytes for `target` have to go.
-Expected<fs::path> destination(const fs::path& target, FilePolicy policy) {
-  if (target.empty() || !target.has_filename()) return inTheWay();
-  WIN32_FIND_DATAW entry{};
-  if (!findEntry(widePath(target), entry)) return target;
-  if (!isLink(entry)) return isFolder(entry) ? Expected<fs::path>(inTheWay()) : target;
-  // So is a link to nothing.
-  if (!policy.followsLinks) return isFolder(entry) ? Expected<fs::path>(inTheWay()) : target;
-  const Descriptor file = openFile(target, {.access = FILE_READ_ATTRIBUTES});
-  if (!file.isOpen()) return target;
-  if (!isDiskFile(file, policy)) return inTheWay();
-  return endOf(file);
-}
-
 // Some file systems have nothing to flush.
 bool flush(const Descriptor& file) {
   if (::FlushFileBuffers(handleOf(file)) != 0) return true;
@@ -71,16 +49,6 @@ bool flush(const Descriptor& file) {
   errno = errorNumber(error);
   return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED ||
          error == ERROR_CALL_NOT_IMPLEMENTED;
-}
-
-// With an ending that no search for macros or key files finds.
-std::string temporaryName() {
-  static std::atomic<unsigned> count{0};
-  LARGE_INTEGER now{};
-  ::QueryPerformanceCounter(&now);
-  return std::string(kTemporaryStart) +
-         format("%lx-%lx-%x", ::GetCurrentProcessId(), static_cast<unsigned long>(now.LowPart), count++) +
-         std::string(kTemporaryEnd);
 }
 
 // Who may do what with the old file goes over to the new one. Where that is not to be had the new one keeps
@@ -121,6 +89,28 @@ int replace(const fs::path& temporary, const fs::path& target) {
 
 }  // namespace
 
+Expected<fs::path> PendingFile::destination(const fs::path& target, FilePolicy policy) {
+  if (target.empty() || !target.has_filename()) return inTheWay();
+  WIN32_FIND_DATAW entry{};
+  if (!findEntry(widePath(target), entry)) return target;
+  if (!isLink(entry)) return isFolder(entry) ? Expected<fs::path>(inTheWay()) : target;
+  // So is a link to nothing.
+  if (!policy.followsLinks) return isFolder(entry) ? Expected<fs::path>(inTheWay()) : target;
+  const Descriptor file = openFile(target, {.access = FILE_READ_ATTRIBUTES});
+  if (!file.isOpen()) return target;
+  if (!isDiskFile(file, policy)) return inTheWay();
+  return endOf(file);
+}
+
+std::string PendingFile::temporaryName() {
+  static std::atomic<unsigned> count{0};
+  LARGE_INTEGER now{};
+  ::QueryPerformanceCounter(&now);
+  return std::string(kTemporaryStart) +
+         format("%lx-%lx-%x", ::GetCurrentProcessId(), static_cast<unsigned long>(now.LowPart), count++) +
+         std::string(kTemporaryEnd);
+}
+
 // The system writes names through when it moves a file (MOVEFILE_WRITE_THROUGH), and keeps a journal of those
 // of new folders; a folder cannot be flushed by itself.
 Outcome flushFolder(const std::string&, std::string_view) { return {}; }
@@ -146,28 +136,6 @@ void PendingFile::sweep(const std::string& folder) {
   ::FindClose(search);
 }
 
-PendingFile::PendingFile(const fs::path& target, FilePolicy policy) : policy_(policy) {
-  const auto real = destination(target, policy);
-  if (!real) {
-    fail(real.failure());
-    return;
-  }
-  target_ = real->string();
-  folder_ = real->has_parent_path() ? real->parent_path().string() : ".";
-  takeOverMode();
-  if (failure_) return;
-  sweep(folder_);
-  for (int attempt = 0; attempt < kAttempts && !open(); ++attempt)
-    if (errno != EEXIST) break;
-  if (!file_.isOpen()) fail(errno, "written");
-}
-
-void PendingFile::fail(int error, std::string_view doing) { fail(systemFailure(error, doing)); }
-
-void PendingFile::fail(Failure failure) {
-  if (!failure_) failure_ = std::move(failure);
-}
-
 // From the file that is about to be replaced; a write-protected one fails.
 void PendingFile::takeOverMode() {
   WIN32_FIND_DATAW old{};
@@ -187,8 +155,8 @@ void PendingFile::takeOverMode() {
   ::SetFileInformationByHandle(handleOf(file_), FileBasicInfo, &basic, sizeof basic);
 }
 
-// False leaves no file, and its reason in errno. Nobody else may write to it; a living writer's cannot be
-// removed, because whoever removes leftovers shares nothing.
+// Nobody else may write to it; a living writer's cannot be removed, because whoever removes leftovers shares
+// nothing.
 bool PendingFile::open() {
   temporary_ = (hostPath(folder_) / temporaryName()).string();
   file_ = openFile(hostPath(temporary_), {.access = GENERIC_WRITE | DELETE,
@@ -201,8 +169,6 @@ bool PendingFile::open() {
   errno = error;
   return false;
 }
-
-PendingFile::~PendingFile() { discard(); }
 
 bool PendingFile::write(std::string_view bytes) {
   while (good() && !bytes.empty()) {

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/ChosenPath.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -164,14 +165,7 @@ bool SiteRoot::holds(std::string_view sitePath) const {
   return !error && std::mismatch(site.begin(), site.end(), file.begin(), file.end()).first == site.end();
 }
 
-bool SiteRoot::same(std::string_view first, std::string_view second) const {
-  const fs::path a = resolve(first);
-  const fs::path b = resolve(second);
-  if (a.empty() || b.empty()) return false;
-  if (a == b) return true;
-  std::error_code error;  // folders that are links lead to the same place too
-  return a.filename() == b.filename() && fs::equivalent(a.parent_path(), b.parent_path(), error);
-}
+std::string chosenPath(const SiteRoot&, const fs::path& host) { return SiteRoot::nativePath(host); }
 
 fs::path hostPath(std::string_view bytes) { return bytes; }
 

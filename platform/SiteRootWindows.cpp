@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/ChosenPath.h"
 #include "platform/OpenFileWindows.h"
 #include "platform/SiteRoot.h"
 #include "platform/Text.h"
@@ -176,13 +177,9 @@ bool SiteRoot::holds(std::string_view sitePath) const {
   return !error && (isHost_ || inside(root_.string(), file.string()));
 }
 
-bool SiteRoot::same(std::string_view first, std::string_view second) const {
-  const fs::path a = resolve(first);
-  const fs::path b = resolve(second);
-  if (a.empty() || b.empty()) return false;
-  if (a == b) return true;
-  std::error_code error;  // folders that are links lead to the same place too
-  return a.filename() == b.filename() && fs::equivalent(a.parent_path(), b.parent_path(), error);
+std::string chosenPath(const SiteRoot& root, const fs::path& host) {
+  const std::string path = anchored(host).string();
+  return root.option().empty() || inside(root.path().string(), path) ? path : SiteRoot::nativePath(host);
 }
 
 fs::path hostPath(std::string_view bytes) { return wideOf(bytes); }

@@ -2,7 +2,7 @@
 
 # Of packaging/windows/build.sh; without them everything else is built as ever.
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 nsis dpkg-dev libgtest-dev libgmock-dev
-  nlohmann-json3-dev libxxhash-dev)
+  nlohmann-json3-dev libxxhash-dev libhpdf-dev)
 build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev qt6-l10n-tools qt6-tools-dev
   qt6-tools-dev-tools qt6-translations-l10n libgl-dev libtinyxml-dev
   libcurl4-openssl-dev libssl-dev libzip-dev libhpdf-dev libxxhash-dev
@@ -12,7 +12,7 @@ check_packages=(clang-format-14 clang clang-tidy cppcheck openbox xdotool imagem
   strace)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin
-  x11-utils)
+  x11-utils flatpak-builder)
 fuzz_packages=(clang libclang-rt-14-dev llvm)  # the latter for the names of functions in a finding
 
 install_missing() {

@@ -51,9 +51,9 @@ def arguments_of(entry):
     for word in words:
         if skip:
             skip = False
-        elif word in ("-o", "-MF", "-MT", "-c"):
+        elif word in ("-o", "-MF", "-MT", "-c", "-include"):
             skip = True
-        elif word not in ("-MD", "-Werror"):
+        elif word not in ("-MD", "-Werror", "-Winvalid-pch"):
             result.append(word)
     return result
 

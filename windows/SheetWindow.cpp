@@ -9,6 +9,7 @@
 #include <QPrinter>
 #include <QShortcut>
 
+#include "platform/ChosenPath.h"
 #include "platform/Files.h"
 #include "ui_SheetWindow.h"
 #include "widgets/DialogText.h"
@@ -20,12 +21,14 @@ namespace {
 
 constexpr double kZooms[] = {0.5, 0.75, 1, 1.25, 1.5, 2};
 constexpr int kHundred = 100;
+constexpr int kLongestName = 60;  // letters of a proposed name; folders take 255 bytes
 
 // A name for the file that a sheet of that title goes to.
 QString suggested(const Sheet& sheet) {
   QString name = shown(sheet.ofMany ? std::string(fileNameOf(sheet.title)) : sheet.title);
   for (const QChar character : QStringLiteral("/\\:*?\"<>|")) name.replace(character, QLatin1Char('-'));
-  return name.trimmed().isEmpty() ? SheetWindow::tr("macros") : name.trimmed();
+  name = name.left(kLongestName).trimmed();
+  return name.isEmpty() ? SheetWindow::tr("macros") : name;
 }
 
 std::unique_ptr<QPrinter> printerFor(const SheetPages& pages, const QString& title) {
@@ -203,14 +206,14 @@ void SheetWindow::write() {
   choice.selectFile(suggested(*made.sheet) + QLatin1Char('.') + choice.defaultSuffix());
   if (choice.exec() != QDialog::Accepted || choice.selectedFiles().isEmpty()) return;
   const QString file = choice.selectedFiles().constFirst();
+  const std::string path = chosenPath(surroundings_.root, hostPath(file.toStdString()));
   const auto format = sheetFormatNamed(QFileInfo(file).suffix().toStdString());
   if (!format) {
-    tell(tr("NOT written: %1 (the name ends in .pdf, .html or .csv)").arg(shown(file.toStdString())));
+    tell(tr("NOT written: %1 (the name ends in .pdf, .html or .csv)").arg(shown(path)));
     return;
   }
-  put(tr("written: %1").arg(shown(file.toStdString())),
-      [made, format = *format, root = surroundings_.root,
-       path = file.toStdString()](Putting::Report& report) -> Outcome {
+  put(tr("written: %1").arg(shown(path)),
+      [made, format = *format, root = surroundings_.root, path](Putting::Report& report) -> Outcome {
         const auto bytes = writeSheet(*made.sheet, made.options, sheetWords(), format);
         if (!bytes) return bytes.failure();
         if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "cancelled"};

@@ -2,10 +2,8 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <linux/sockios.h>
-#include <memory>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -14,25 +12,14 @@
 #include <sys/socket.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
 #include <vector>
+
+#include "xctl/NumericAddress.h"
 
 namespace tessaly {
 namespace {
 
 constexpr int kBacklog = 64;  // connections that wait to be accepted
-
-using AddressList = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
-
-AddressList numericAddress(const std::string& host, std::uint16_t port) {
-  addrinfo hints{};
-  hints.ai_socktype = SOCK_STREAM;
-  hints.ai_flags = AI_NUMERICHOST | AI_NUMERICSERV;
-  addrinfo* found = nullptr;
-  const std::string address = host == "localhost" ? "127.0.0.1" : host;
-  if (getaddrinfo(address.c_str(), std::to_string(port).c_str(), &hints, &found) != 0) found = nullptr;
-  return {found, &freeaddrinfo};
-}
 
 Socket newSocket(const addrinfo& address) {
   return Socket(::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
@@ -59,16 +46,6 @@ void noticeLoss(const Socket& socket) {
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
 }  // namespace
-
-Socket& Socket::operator=(Socket&& other) noexcept {
-  if (this != &other) {
-    close();
-    handle_ = other.release();
-  }
-  return *this;
-}
-
-int Socket::release() { return std::exchange(handle_, -1); }
 
 void Socket::close() {
   if (handle_ >= 0) ::close(handle_);
@@ -160,18 +137,6 @@ WakeUp::WakeUp() {
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, pair) != 0) return;
   reader_ = Socket(pair[0]);
   writer_ = Socket(pair[1]);
-}
-
-void WakeUp::wake() const {
-  std::size_t sent = 0;
-  (void)writer_.send("w", sent);  // a full buffer already wakes
-}
-
-void WakeUp::clear() const {
-  std::array<char, 64> bytes;
-  std::size_t count = 0;
-  while (reader_.receive(bytes, count) == Socket::Transfer::kDone) {
-  }
 }
 
 bool waitFor(std::span<Watch> watches, int timeoutMs) {

@@ -9,10 +9,11 @@
 #include <mstcpip.h>
 // clang-format on
 
-#include <array>
 #include <memory>
 #include <system_error>
 #include <utility>
+
+#include "xctl/NumericAddress.h"
 
 // Not in every version of the system's headers.
 #ifndef TCP_KEEPCNT
@@ -27,30 +28,18 @@ namespace {
 
 constexpr int kBacklog = 64;  // connections that wait to be accepted
 
-using AddressList = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
-
 // The handles of this system have 32 bits that count.
 SOCKET systemSocket(int handle) { return static_cast<SOCKET>(handle); }
 SOCKET systemSocket(const Socket& socket) { return systemSocket(socket.handle()); }
 Socket ownSocket(SOCKET socket) { return Socket(socket == INVALID_SOCKET ? -1 : static_cast<int>(socket)); }
 
-bool socketsAreThere() {
-  static const bool there = [] {
+// Without them every other call fails.
+void startSockets() {
+  static const int refused = [] {
     WSADATA about{};
-    return ::WSAStartup(MAKEWORD(2, 2), &about) == 0;
+    return ::WSAStartup(MAKEWORD(2, 2), &about);
   }();
-  return there;
-}
-
-AddressList numericAddress(const std::string& host, std::uint16_t port) {
-  addrinfo hints{};
-  hints.ai_socktype = SOCK_STREAM;
-  hints.ai_flags = AI_NUMERICHOST | AI_NUMERICSERV;
-  addrinfo* found = nullptr;
-  const std::string address = host == "localhost" ? "127.0.0.1" : host;
-  if (!socketsAreThere() || ::getaddrinfo(address.c_str(), std::to_string(port).c_str(), &hints, &found) != 0)
-    found = nullptr;
-  return {found, &freeaddrinfo};
+  static_cast<void>(refused);
 }
 
 template <typename Value>
@@ -92,22 +81,13 @@ bool wouldBlock() {
 
 }  // namespace
 
-Socket& Socket::operator=(Socket&& other) noexcept {
-  if (this != &other) {
-    close();
-    handle_ = other.release();
-  }
-  return *this;
-}
-
-int Socket::release() { return std::exchange(handle_, -1); }
-
 void Socket::close() {
   if (handle_ >= 0) ::closesocket(systemSocket(handle_));
   handle_ = -1;
 }
 
 Socket Socket::beginConnect(const std::string& host, std::uint16_t port) {
+  startSockets();
   const AddressList address = numericAddress(host, port);
   if (!address) return {};
   Socket socket = newSocket(*address);
@@ -121,6 +101,7 @@ Socket Socket::beginConnect(const std::string& host, std::uint16_t port) {
 }
 
 Socket Socket::listen(const std::string& address, std::uint16_t port, std::string& reason) {
+  startSockets();
   const AddressList found = numericAddress(address, port);
   if (!found) {
     reason = "\"" + address + "\" is no numeric address";
@@ -213,18 +194,6 @@ WakeUp::WakeUp() {
     return;
   reader_ = std::move(reader);
   writer_ = std::move(writer);
-}
-
-void WakeUp::wake() const {
-  std::size_t sent = 0;
-  (void)writer_.send("w", sent);  // a full buffer already wakes
-}
-
-void WakeUp::clear() const {
-  std::array<char, 64> bytes;
-  std::size_t count = 0;
-  while (reader_.receive(bytes, count) == Socket::Transfer::kDone) {
-  }
 }
 
 bool waitFor(std::span<Watch> watches, int timeoutMs) {

@@ -1,5 +1,6 @@
 #include "bench/window/Children.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <tinyxml.h>
@@ -29,7 +30,10 @@ int startWindow(const char* root, bool rest) {
     QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
   list.repaint();
   if (rest) QTest::qWait(kRestMilliseconds);
-  tellReady();
+  const QWidgetList all = QApplication::allWidgets();
+  const auto shown =
+      std::count_if(all.begin(), all.end(), [](const QWidget* each) { return each->isVisible(); });
+  tellReady(static_cast<int>(shown), static_cast<int>(all.size() - shown));
   return 0;
 }
 

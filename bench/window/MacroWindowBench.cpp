@@ -8,6 +8,9 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
 
 #include "app/WorkingCopy.h"
 #include "bench/Table.h"
@@ -17,6 +20,7 @@
 #include "model/MacroFile.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/support/LoadCommands.h"
+#include "windows/CompareWindow.h"
 
 namespace tessaly::bench {
 namespace {
@@ -160,6 +164,44 @@ void pasteCommands() {
              [] { return commandsShown() == kCommands + kRun; });
 }
 
+CompareWindow* comparing() { return desk().window().findChild<CompareWindow*>(); }
+
+// The large macro with its second half deleted, and no window beside it.
+void showHalf() {
+  delete comparing();
+  showLarge();
+  std::vector<int> rows(kCommands - kMiddle);
+  std::iota(rows.begin(), rows.end(), kMiddle);
+  commandList().selectRows(rows);
+  desk().act([] { desk().user().press(ids().deleteCommand); }, ids().commands,
+             [] { return commandsShown() == kMiddle; });
+}
+
+// Until the window beside the working copy has painted what the action brings.
+void compareUntil(const std::function<void()>& action, const std::function<bool()>& done) {
+  desk().act(
+      action,
+      []() -> QAbstractItemView* {
+        return comparing() ? comparing()->findChild<QTableView*>(QStringLiteral("table")) : nullptr;
+      },
+      done);
+}
+
+void compareWithFile() {
+  compareUntil([] { desk().window().findChild<QAction*>(QStringLiteral("whatChanged"))->trigger(); },
+               [] { return comparing()->findChild<QTableView*>()->model()->rowCount() == kCommands; });
+}
+
+void showCompared() {
+  showHalf();
+  compareWithFile();
+}
+
+void takeAll() {
+  compareUntil([] { comparing()->findChild<QPushButton*>(QStringLiteral("takeAllA"))->click(); },
+               [] { return commandsShown() == kCommands; });
+}
+
 void toggleRaw() {
   desk().act([] { desk().user().control<QCheckBox>(ids().showRaw).click(); }, ids().commands,
              [] { return true; });
@@ -296,6 +338,9 @@ const bool kRegistered[] = {
     addFigure(stretch("the same: delete a command, less LoadFile + SaveFile", showLarge, deleteCommand,
                       loadAndSave)),
     addFigure(stretch("the same: toggle raw commands", showLarge, toggleRaw, {})),
+    addFigure(stretch("the same: compare it with what it was", showHalf, compareWithFile, {})),
+    addFigure(stretch("the same: take 5,000 commands from there, less LoadFile + SaveFile", showCompared,
+                      takeAll, loadAndSave)),
     addFigure(stretch("the same: list 1,000 macros",
                       [] {
                         showLarge();

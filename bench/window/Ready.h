@@ -19,9 +19,10 @@ inline long privateBytes() {
   return 0;
 }
 
-// Tells the process that started this one that it can be used, and ends it without tidying up.
-inline void tellReady() {
-  std::printf("ready %ld\n", privateBytes());
+// Tells the process that started this one that it can be used, what it holds and how many widgets it has, and
+// ends it without tidying up.
+inline void tellReady(int shownWidgets = 0, int hiddenWidgets = 0) {
+  std::printf("ready %ld %d %d\n", privateBytes(), shownWidgets, hiddenWidgets);
   std::fflush(stdout);
   _exit(0);
 }

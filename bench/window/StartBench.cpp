@@ -8,36 +8,67 @@
 #include "bench/window/Children.h"
 #include "bench/window/WindowSite.h"
 #include "dictionary/InterfaceFile.h"
+#include "platform/Text.h"
 
 namespace tessaly::bench {
 namespace {
 
-// Starts a program of this build and returns the bytes that it told of when it was ready.
-long untilReady(const std::string& command) {
-  FILE* child = popen(command.c_str(), "r");
+// What a program told of when it was ready.
+struct Started {
   long bytes = 0;
-  if (child == nullptr || std::fscanf(child, "ready %ld", &bytes) != 1 || pclose(child) != 0) {
+  int shown = 0, hidden = 0;  // widgets
+};
+
+// Starts a program of this build.
+Started untilReady(const std::string& command) {
+  FILE* child = popen(command.c_str(), "r");
+  Started told;
+  if (child == nullptr ||
+      std::fscanf(child, "ready %ld %d %d", &told.bytes, &told.shown, &told.hidden) != 3 ||
+      pclose(child) != 0) {
     std::fprintf(stderr, "did not start: %s\n", command.c_str());
     std::exit(1);
   }
-  return bytes;
+  return told;
 }
 
 std::string startOf(const char* mode, const SiteRoot& root) {
   return "exec " + programFolder() + "/tessaly-bench " + mode + " '" + root.path().string() + "'";
 }
 
-long startDialog() {
-  return untilReady("QT_QPA_PLATFORM=offscreen exec " + programFolder() + "/tessaly-bench-dialog");
+Started startDialog(const std::string& widgets = {}) {
+  return untilReady("QT_QPA_PLATFORM=offscreen exec " + programFolder() + "/tessaly-bench-dialog" + widgets);
 }
-long startWindow(const SiteRoot& root) { return untilReady(startOf(kStartWindow, root)); }
+Started startWindow(const SiteRoot& root) { return untilReady(startOf(kStartWindow, root)); }
 
-Figures idleMemory(const SiteRoot& root) {
-  const long beyond = untilReady(startOf(kIdleWindow, root)) - startDialog();
+// A dialog with as many labels as the main window has widgets, as many of them shown.
+Started startLabels() {
+  static const Started window = startWindow(windowSite());
+  return startDialog(format(" %d %d", window.shown, window.hidden));
+}
+
+double interfaceFiles(const SiteRoot& root) {
   const auto size = [&root](std::string_view path) {
     return static_cast<double>(std::filesystem::file_size(root.resolve(path)));
   };
-  return {static_cast<double>(beyond), size(kOlderFamilyInterface) + size(kPanelInterface)};
+  return size(kOlderFamilyInterface) + size(kPanelInterface);
+}
+
+Figures idleMemory(const SiteRoot& root) {
+  const long beyond = untilReady(startOf(kIdleWindow, root)).bytes - startDialog().bytes;
+  return {static_cast<double>(beyond), interfaceFiles(root)};
+}
+
+// The names are what a person can look for, whatever the files' way to write them down.
+Figures idleMemoryBeyondLabels() {
+  const SiteRoot& root = windowSite();
+  FunctionDictionary dictionary;
+  loadFunctionDictionary(root, dictionary, [](const std::string&) {});
+  double names = 0;
+  for (std::size_t i = 0; i < dictionary.functionCount(); ++i)
+    names += static_cast<double>(dictionary.function(i).name().size());
+  const long beyond = untilReady(startOf(kIdleWindow, root)).bytes - startLabels().bytes;
+  return {static_cast<double>(beyond), names + interfaceFiles(root)};
 }
 
 const bool kRegistered[] = {
@@ -46,6 +77,11 @@ const bool kRegistered[] = {
              .limit = [] { startDialog(); },
              .goal = 2,
              .prepare = [] { static_cast<void>(windowSite()); }}),
+    addPair({.name = "the same, beside a dialog of as many widgets with texts",
+             .measured = [] { startWindow(windowSite()); },
+             .limit = [] { startLabels(); },
+             .goal = 1.3,
+             .prepare = [] { startLabels(); }}),
     addPair({.name = "start on 20 MB, 400,000 functions, beside LoadFile of both files",
              .measured = [] { startWindow(largeInterfaceSite()); },
              .limit = [] { untilReady(startOf(kLoadFiles, largeInterfaceSite())); },
@@ -55,6 +91,10 @@ const bool kRegistered[] = {
                .unit = "B",
                .take = [] { return idleMemory(windowSite()); },
                .goal = 6}),
+    addFigure({.name = "the same beyond a dialog of as many widgets, beside names and files",
+               .unit = "B",
+               .take = idleMemoryBeyondLabels,
+               .goal = 2}),
     addFigure({.name = "idle memory beyond a dialog, 20 MB, beside its interface files",
                .unit = "B",
                .take = [] { return idleMemory(largeInterfaceSite()); },

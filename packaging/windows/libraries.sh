@@ -86,9 +86,10 @@ build_libzip() {
     -DZLIB_INCLUDE_DIR=/usr/$triple/include
 }
 
-# Without pictures, which no sheet has.
+# Without pictures, which no sheet has. A sheet names the version, which Debian has changed.
 build_libharu() {
   local source objects=()
+  cp /usr/include/hpdf_version.h "$work/libharu/include"
   printf '#define LIBHPDF_HAVE_NOPNGLIB 1\n#define HPDF_NOPNGLIB 1\n' >"$work/libharu/include/hpdf_config.h"
   for source in "$work"/libharu/src/*.c; do
     objects+=("${source%.c}.o")
@@ -148,7 +149,7 @@ prepare_libraries() {
 }
 
 # The same of the toolkit. Without what the window does not use; the graphics that it does not use either have to stay,
-# because the part that knows the system does not link without.
+# because the part that knows the system does not link without. What was cut short is taken up where it stood.
 prepare_toolkit() {
   local key name options=()
   key=$( (version_of qt6-base && cat "$here/toolchain.cmake" && declare -f prepare_toolkit) | sha256sum | cut -c 1-16)
@@ -156,13 +157,17 @@ prepare_toolkit() {
   [ -f "$toolkit/complete" ] && return
   local began=$SECONDS
   echo "windows: building the toolkit (20 to 60 minutes on two cores, once)"
-  for name in sql dbus vulkan openssl schannel ssl icu xml concurrent tabletevent system_zlib system_png system_jpeg \
+  for name in sql dbus vulkan openssl schannel ssl icu xml concurrent network tabletevent system_zlib system_png system_jpeg \
     system_pcre2 system_doubleconversion system_freetype system_harfbuzz; do
     options+=("-DFEATURE_$name=OFF")
   done
-  work=$(mktemp -d)
-  fetch qt6-base
-  rm -rf "$toolkit"
+  work=$toolkit.work
+  if [ ! -f "$work/fetched" ]; then
+    rm -rf "$work"
+    fetch qt6-base
+    touch "$work/fetched"
+  fi
+  export CCACHE_SLOPPINESS=pch_defines,time_macros  # of precompiled headers the contents count
   cmake -S "$work/qt6-base" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" \
     -DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DCMAKE_INSTALL_PREFIX="$toolkit" -DCMAKE_BUILD_TYPE=Release \
     ${launcher:+-DCMAKE_C_COMPILER_LAUNCHER=$launcher -DCMAKE_CXX_COMPILER_LAUNCHER=$launcher} -DQT_HOST_PATH=/usr \

@@ -7,6 +7,8 @@ over the network. What a command says of its own root or of the time
 of day is left out of the comparison, and so is the history, whose files are named after the time.
 """
 import filecmp
+import os
+import queue
 import re
 import shutil
 import subprocess
@@ -18,6 +20,10 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 SITE = ROOT / "site"
 APPLI = "c:\\programme\\RV48\\appli"
+WINE = ["wine"]
+WINE_FOLDER = Path(os.environ.get("XDG_CACHE_HOME", Path.home() / ".cache")) / "tessaly-windows/wine"
+os.environ.setdefault("WINEPREFIX", os.environ.get("TESSALY_WINE", str(WINE_FOLDER)))
+os.environ.update(WINEDEBUG="-all", WINEARCH="win64", DISPLAY="")
 SHOWN = 20  # macros and key files that are read in every way
 
 
@@ -60,16 +66,24 @@ def changing(macros, keys):
     yield ["delete-macro", copies[7]]
     yield ["replace", "segment:ME1->ME2", "c:\\work"]
     yield ["settings", "--rewrite", "--address-a", "10.9.8.7"]
-    for shape in ("html", "csv"):
+    for shape in ("html", "csv", "pdf"):
         yield ["sheet", "c:\\work\\macroWP1", "--format", shape, "--date", "2026-11-25", "--output", f"c:\\work\\sheet.{shape}"]
     yield ["compare", "c:\\work\\macroWP1", f"{APPLI}\\Evening News\\CP2\\macroWP1", "--json"]
 
 
 def talking(macro):
-    yield from (["list"], ["list", "1"], ["get", "1", "0", "c:\\work\\fetched.mac"], ["put", "2", "17", spelled(macro)],
-                ["get", "2", "17", "c:\\work\\back.mac"], ["rename", "2", "17", "Gr\u00fc\u00dfe"], ["list", "2"], ["delete", "2", "17"],
-                ["get", "2", "17", "c:\\work\\gone.mac"], ["update", "c:\\work\\fetched.mac"],
-                ["compare", "1", f"{APPLI}\\Evening News\\CP2\\macroWP1"])
+    """What is typed at the panel's prompt first, and the words of the command."""
+    fetched = "c:\\work\\fetched.mac"
+    for words in (["list"], ["list", "1"], ["get", "1", "0", fetched], ["put", "2", "17", spelled(macro)],
+                  ["get", "2", "17", "c:\\work\\back.mac"], ["rename", "2", "17", "Gr\u00fc\u00dfe"], ["list", "2"],
+                  ["delete", "2", "17"], ["get", "2", "17", "c:\\work\\gone.mac"], ["update", fetched],
+                  ["compare", "1", f"{APPLI}\\Evening News\\CP2\\macroWP1"],
+                  ["snapshot", "c:\\work\\taken.zip"], ["send", "2", "c:\\work\\macroWP1", "--force"]):
+        yield "", words
+    for fault in ("drop-after 3", "cut-transfer 100", "refuse-login", "never-answer", "garble 50", "disk-full", "flip-byte 9"):
+        for words in (["get", "1", "0", fetched], ["put", "2", "18", spelled(macro)], ["update", fetched]):
+            yield "fault " + fault, words
+        yield "fault off", ["list", "2"]
 
 
 class Panel:
@@ -83,7 +97,15 @@ class Panel:
             if ready:
                 self.ports = ["--control-port", ready[1], "--ftp-port", ready[2]]
                 break
-        threading.Thread(target=self.process.stdout.read, daemon=True).start()
+        self.told = queue.SimpleQueue()
+        threading.Thread(target=lambda: [self.told.put(line.strip()) for line in self.process.stdout], daemon=True).start()
+
+    def type(self, line):
+        """Returns when the panel has said it again."""
+        self.process.stdin.write(line + "\n")
+        self.process.stdin.flush()
+        while self.told.get(timeout=60) != line:
+            pass
 
     def end(self):
         self.process.terminate()
@@ -97,7 +119,7 @@ class Side:
         self.program, self.root = program, folder / "site"
         shutil.copytree(SITE, self.root)
         self.own = re.compile("|".join(re.escape(text) for text in (
-            str(self.root), "z:" + str(self.root).replace("/", "\\"), "Z:" + str(self.root).replace("/", "\\"))))
+            str(self.root), "z:" + str(self.root).replace("/", "\\"), "Z:" + str(self.root).replace("/", "\\"))) + r"|(?<=127\.0\.0\.1:)\d+")
 
     def run(self, words):
         done = subprocess.run([*self.program, "--root", str(self.root), *words], capture_output=True, timeout=120,
@@ -119,10 +141,12 @@ def differences(sides, commands):
 
 def panel_differences(sides, panelsim, scratch, macro):
     panels = [Panel(panelsim, side.root, scratch / name) for side, name in zip(sides, "ab")]
-    for words in talking(macro):
+    for typed, words in talking(macro):
+        for panel in panels if typed else []:
+            panel.type(typed)
         ours, theirs = (side.run(["panel", "127.0.0.1", *words, *panel.ports]) for side, panel in zip(sides, panels))
         if ours != theirs:
-            yield f"panel {' '.join(words)}\n  here  {ours}\n  there {theirs}"[:1500]
+            yield f"{typed} panel {' '.join(words)}\n  here  {ours}\n  there {theirs}"[:1500]
     for panel in panels:
         panel.end()
     trees = [{path.relative_to(scratch / name): path.read_bytes() for path in (scratch / name / "panel").rglob("*.mac")}
@@ -142,7 +166,7 @@ def main():
     with tempfile.TemporaryDirectory() as scratch:
         scratch = Path(scratch)
         (scratch / "a").mkdir(), (scratch / "b").mkdir()
-        sides = Side([here], scratch / "a"), Side(["wine", there], scratch / "b")
+        sides = Side([here], scratch / "a"), Side([*WINE, there], scratch / "b")
         for side in sides:
             (side.root / "c/work/macroWP1").mkdir(parents=True)
         faults += differences(sides, commands)

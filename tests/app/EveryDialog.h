@@ -124,7 +124,7 @@ class EveryDialog {
          [this] {
            return std::make_unique<SnapshotRestoreDialog>(
                QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
-               [](const Failure&) { return QString(); });
+               [](const auto&) { return true; }, [](const Failure&) { return QString(); });
          }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };

@@ -80,6 +80,11 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
   choose(Pane::kB, "&Restore Snapshot...", [this](QDialog& dialog) {
     first_.simulator.dropConnections();
     WindowDriver::waitFor([] { return client().state() == kPanelNotConnected; }, "the loss");
+    fixture_.site.messages.answer = false;
+    WindowDriver::click(dialog, QStringLiteral("Restore"));
+    EXPECT_THAT(fixture_.site.messages.take(), testing::Contains(HasSubstr("1 of 1 macros have errors")));
+    EXPECT_EQ(first_.read(1, "007"), other);
+    fixture_.site.messages.answer = true;
     WindowDriver::click(dialog, QStringLiteral("Restore"));
     WindowDriver::click(dialog, QStringLiteral("Close"));
   });

@@ -67,6 +67,13 @@ TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
   EXPECT_NE(driver().list(b_.commands).rows().rowCount(), 1) << "the copied macro has one command";
 }
 
+// All of it would be the same, and the panel's macros not looked at.
+TEST_F(WorkplacesTest, TheDiskDoesNotStandForAPanelThatIsAway) {
+  first_.simulator.dropConnections();
+  WindowDriver::waitFor([] { return client().state() == kPanelNotConnected; }, "the loss");
+  EXPECT_EQ(open().findChild<QComboBox*>(QStringLiteral("right"))->currentIndex(), -1);
+}
+
 TEST_F(WorkplacesTest, TheStartEndsWhatWasCutShort) {
   BatchRecord record{"replacement", MacroBatch::Mode::kAllOrNone, MacroChange::kEdit, {}, {}, {}, false};
   const std::string before = fixture_.site.read(macroFile(kFolder, 1));

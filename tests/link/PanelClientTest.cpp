@@ -1,14 +1,10 @@
 #include <atomic>
 #include <chrono>
-#include <fstream>
 #include <functional>
 #include <future>
 #include <gmock/gmock.h>
-#include <iterator>
 #include <string>
-#include <sys/syscall.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 #include "link/PanelClient.h"
@@ -66,38 +62,6 @@ TEST_F(PanelClientTest, SubscriptionsAreCachedAndForgottenWithTheConnection) {
   EXPECT_TRUE(client.subscribe("A", &listener, &Listener::first));
   EXPECT_THAT(panel.transport->take(), ElementsAre("subscribe A"));
   EXPECT_THAT(listener.take(), IsEmpty());
-}
-
-// True once the thread sleeps, in the lock that it waits for.
-bool sleeps(pid_t thread) {
-  std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
-  const std::string line((std::istreambuf_iterator<char>(file)), {});
-  return line.find(") S ") != std::string::npos;
-}
-
-// A name that is put in the table behind a loss would never be asked for: the next subscriber takes it for
-// known.
-TEST_F(PanelClientTest, ALossWhileASubscriberWaitsItsTurnLeavesNoNameUnasked) {
-  panel.status(kPanelConnected);
-  panel.value("A", "1");
-  std::atomic<pid_t> waiting{0};
-  std::atomic<bool> answer{true};
-  std::thread subscriber;
-  listener.inside = [&] {  // holds the subscribers' lock
-    subscriber = std::thread([&] {
-      waiting = static_cast<pid_t>(::syscall(SYS_gettid));
-      answer = client.subscribe("B", &listener, &Listener::first);
-    });
-    while (waiting == 0 || !sleeps(waiting)) std::this_thread::yield();
-    panel.status(kPanelNotConnected);
-  };
-  client.subscribe("A", &listener, &Listener::first);
-  subscriber.join();
-  EXPECT_FALSE(answer);
-  panel.status(kPanelConnected);
-  panel.transport->take();
-  EXPECT_TRUE(client.subscribe("B", &listener, &Listener::first));
-  EXPECT_THAT(panel.transport->take(), ElementsAre("subscribe B"));
 }
 
 TEST_F(PanelClientTest, ARefusedSubscriptionStaysRegistered) {

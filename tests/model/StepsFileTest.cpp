@@ -1,58 +1,10 @@
 // The steps on the disk: what a start finds again, and what it puts aside.
-#include <csignal>
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include "model/StepsFile.h"
-#include "tests/support/TestSite.h"
+#include "tests/model/StepsFixture.h"
 
 namespace tessaly {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr const char* kPath = "recovery\\paneA.steps";
 constexpr const char* kDamaged = "recovery\\paneA-damaged.steps";
-const MacroPlace kPlace{"c:\\macros\\macro007.mac", {}, 0, {}};
-
-// A working copy of one line of text.
-class Copy {
- public:
-  Copy(const SiteRoot& root, std::string start) : file(root, kPath), bytes(std::move(start)) {
-    file.begin(kPlace, contentCheck(bytes));
-  }
-  void step(const std::string& after, bool done = true) {
-    file.announce(EditStep{"to " + after, {1}, {2, 3}, byteChange(bytes, after), contentCheck(after)});
-    file.settle(done);
-    if (done) bytes = after;
-  }
-  void go(std::size_t position) {
-    const auto there = file.row().bytesAt(position, bytes);
-    ASSERT_TRUE(there);
-    file.announce(StepsMove{static_cast<int>(position) - static_cast<int>(file.row().position())});
-    file.settle(true);
-    bytes = *there;
-  }
-
-  StepsFile file;
-  std::string bytes;
-};
-
-std::string rowText(const EditHistory& row) { return stepsText(kPlace, row); }
-
-struct StepsFileTest : testing::Test, TestSite {
-  // Steps over "a", "ab", "abc" and back to "ab"; "a" is saved.
-  Copy worked() {
-    fs::remove_all(root.resolve("recovery"));
-    Copy copy(root, "a");
-    copy.file.noteSaved(contentCheck("a"));
-    copy.step("ab");
-    copy.step("abc");
-    copy.go(1);
-    return copy;
-  }
-};
 
 TEST_F(StepsFileTest, AStartFindsTheRowWhereItWas) {
   Copy copy = worked();
@@ -164,25 +116,6 @@ TEST_F(StepsFileTest, WhatIsNoSmallFileIsPutAsideUnread) {
     EXPECT_EQ(Copy(root, "abc").file.row().size(), 1U) << row.what;
   }
   EXPECT_EQ(read("victim"), "theirs");
-}
-
-TEST_F(StepsFileTest, AFullDiskTakesTheFileAndNotTheSteps) {
-  Copy copy = worked();
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  ::getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit none{read(kPath).size() + 20, before.rlim_max};
-  ::setrlimit(RLIMIT_FSIZE, &none);
-  copy.step("full");
-  ::setrlimit(RLIMIT_FSIZE, &before);
-  const auto trouble = copy.file.takeTrouble();
-  ASSERT_TRUE(trouble);
-  EXPECT_FALSE(trouble->found);
-  EXPECT_EQ(copy.file.row().size(), 2U);
-  EXPECT_EQ(Copy(root, "full").file.row().size(), 0U) << "no row that lacks a step";
-  copy.step("room again");
-  EXPECT_FALSE(copy.file.takeTrouble());
-  EXPECT_EQ(Copy(root, "room again").file.row().size(), 3U);
 }
 
 TEST_F(StepsFileTest, TheRowAndItsFileAreBounded) {

@@ -1,4 +1,5 @@
 #include "TemporarySite.h"
+#include "platform/ChosenPath.h"
 #include "platform/OpenFileWindows.h"
 #include "platform/SiteRoot.h"
 
@@ -31,6 +32,9 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
   EXPECT_EQ(outside, "\\\\?\\c:\\No such\\x.mac");
   EXPECT_EQ(root_.resolve(outside).string(), "c:\\No such\\x.mac");
   EXPECT_EQ(root_.sitePathOf(root_.resolve(outside)), outside);
+  EXPECT_EQ(chosenPath(root_, "C:/No such/x.mac"), outside);
+  EXPECT_EQ(root_.resolve(chosenPath(root_, host("c/k\u00FCche/X.mac"))),
+            host("c/K\u00FCche/x.mac").make_preferred());
   EXPECT_EQ(root_.resolve("\\\\no-server\\share\\a\\b.mac").string(), "\\\\no-server\\share\\a\\b.mac");
 }
 
@@ -41,6 +45,7 @@ TEST_F(SiteRootTest, WithoutANamedRootASitePathIsTheHosts) {
   EXPECT_EQ(computer.path().filename(), "Tessaly");
   EXPECT_EQ(computer.resolve("C:\\No such\\x.mac").string(), "c:\\No such\\x.mac");
   EXPECT_EQ(computer.sitePathOf("C:\\No such"), "c:\\No such");
+  EXPECT_EQ(chosenPath(computer, "C:/No such/x.mac"), "c:\\No such\\x.mac");
   EXPECT_EQ(computer.resolve("history\\x").string(), (computer.path() / "history\\x").string());
   ::SetEnvironmentVariableW(L"TESSALY_ROOT", root_.path().c_str());
   EXPECT_EQ(SiteRoot::fromEnvironment("").path(), root_.path());

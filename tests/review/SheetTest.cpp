@@ -1,6 +1,4 @@
 // Macros on paper: what a sheet tells, where its pages break, and what its files are.
-#include <array>
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <map>
 
@@ -137,33 +135,6 @@ TEST(Sheet, TheTableLeadsToThePages) {
       EXPECT_EQ(told[mark.substr(name)], std::to_string(i + 1)) << mark;
     }
   }
-}
-
-std::string textOfPdf(const std::string& bytes, const TestSite& site) {
-  site.write("c:\\sheet.pdf", bytes);
-  const std::string command = "pdftotext -layout '" + site.root.resolve("c:\\sheet.pdf").string() + "' -";
-  FILE* pipe = popen(command.c_str(), "r");
-  std::string text;
-  for (std::array<char, 4096> block; const std::size_t size = fread(block.data(), 1, block.size(), pipe);)
-    text.append(block.data(), size);
-  return pclose(pipe) == 0 ? text : "pdftotext failed";
-}
-
-TEST(Sheet, PdfIsTheSameBytesAndHoldsEveryLetter) {
-  TestSite site;
-  Sheet sheet{"Große “Show”", false, {macroOf(3, "Pegel Ж – 50%")}};
-  sheet.macros[0].name = "“ß” – €";
-  const auto write = [&](std::chrono::year_month_day date) {
-    return *writeSheet(sheet, {.date = date}, {}, SheetFormat::kPdf);
-  };
-  const std::string bytes = write(kDay);
-  EXPECT_EQ(write(kDay), bytes);
-  EXPECT_NE(write({2026y, std::chrono::November, 26d}), bytes);
-  EXPECT_THAT(bytes, AllOf(HasSubstr("/CreationDate (D:20261125000000Z"), Not(HasSubstr("/ID"))));
-  EXPECT_THAT(textOfPdf(bytes, site), AllOf(HasSubstr("007 - “ß” – €\n"), HasSubstr("Pegel [U+0416] – 50%2"),
-                                            HasSubstr("page 1 of 1"), HasSubstr("Notes")));
-  EXPECT_THAT(textOfPdf(*writeSheet({"Empty", true, {}}, {.date = kDay}, {}, SheetFormat::kPdf), site),
-              HasSubstr("no macros"));
 }
 
 TEST(Sheet, HtmlAndCsvAreSafeWhateverTheMacrosSay) {

@@ -9,9 +9,6 @@ fi
 . tests/walk/person.inc.sh
 begin_walk build/guide "$@"
 
-site=$work/site
-main_title="$main_title - $site"
-mkdir "$site" && cp -R site/c "$site/"
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 start_screen
 start_panel

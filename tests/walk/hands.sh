@@ -8,13 +8,6 @@ cd "$(dirname "$0")/../.."
 . tests/walk/person.inc.sh
 begin_walk build/hands "$@"
 
-site=$work/site
-mkdir "$site" && cp -R site/c "$site/"
-fid=c/programme/RV48/bin/MacroFid
-copy_a=$site/$fid/tempA.mac
-copy_b=$site/$fid/tempB.mac
-folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
-main_title="$main_title - $site"
 
 # The commands of a file in any order, so that one can be told that moved.
 commands_sorted() { cli show "$1" | sort; }
@@ -34,7 +27,7 @@ start_screen
 start_panel
 start_program
 say "opens macro 010 in pane A and 011 in pane B"
-repeat_until "the working copy of A" same_file "$folder/macro010.mac" "$copy_a" -- \
+repeat_until "the working copy of A" same_file "$macro" "$copy_a" -- \
   choose_row 1 "Evening News" 3 "Workplace 1" 4 "010"
 keys F6
 repeat_until "the working copy of B" same_file "$folder/macro011.mac" "$copy_b" -- \
@@ -50,7 +43,7 @@ drag "$x_a" "$(row 3)" "$x_a" "$(above 6)" drag-within
 await "the moved command" same_commands_moved "$copy_a" "$work/a"
 [ "$(command_at "$copy_a" 5)" = "$(sed -n 3p "$work/a")" ] || fail "it stands elsewhere"
 keys ctrl+z
-await "the order of before" same_file "$folder/macro010.mac" "$copy_a"
+await "the order of before" same_file "$macro" "$copy_a"
 
 say "drags the commands 2 to 4 of pane A in front of command 3 of pane B"
 xdotool mousemove "$x_a" "$(row 2)" click 1
@@ -58,7 +51,7 @@ xdotool mousemove "$x_a" "$(row 4)" keydown shift click 1 keyup shift
 drag "$x_a" "$(row 3)" "$x_b" "$(above 3)" drag-between
 await "the commands in pane B" commands_number "$copy_b" $(($(wc -l <"$work/b") + 3))
 [ "$(cli show "$copy_b" | sed -n 3,5p)" = "$(sed -n 2,4p "$work/a")" ] || fail "they stand elsewhere"
-same_file "$folder/macro010.mac" "$copy_a" || fail "pane A was changed by a copy"
+same_file "$macro" "$copy_a" || fail "pane A was changed by a copy"
 picture copied-between
 
 say "moves command 1 of pane A to the head of pane B with Shift"
@@ -74,19 +67,16 @@ xdotool mousemove "$x_b" "$(row 5)" click 1
 keys ctrl+a ctrl+c
 cli show "$copy_b" >"$work/b"
 first_program=$program
-site=$work/second
-mkdir "$site" && cp -R site/c "$site/"
-main_title="${main_title% - *} - $site"
+begin_site "$work/second"
 start_program
-second_copy=$site/$fid/tempA.mac
-repeat_until "its working copy" test -s "$second_copy" -- \
+repeat_until "its working copy" test -s "$copy_a" -- \
   choose_row 1 "Football Live" 3 "Workplace 1" 4 "001"
-other=$(commands_in "$second_copy")
+other=$(commands_in "$copy_a")
 keys ctrl+5 End ctrl+v
-await "the pasted commands" commands_number "$second_copy" $((other + $(wc -l <"$work/b")))
+await "the pasted commands" commands_number "$copy_a" $((other + $(wc -l <"$work/b")))
 picture pasted-in-second
 keys ctrl+z
-await "the macro as it was" commands_number "$second_copy" "$other"
+await "the macro as it was" commands_number "$copy_a" "$other"
 keys alt+F4
 await "the end of the second program" ended "$program"
 program=$first_program

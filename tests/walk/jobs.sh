@@ -7,14 +7,6 @@ cd "$(dirname "$0")/../.."
 . tests/walk/person.inc.sh
 begin_walk build/jobs "$@"
 
-site=$work/site
-main_title="$main_title - $site"
-folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
-macro=$folder/macro010.mac
-copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
-copy_b=$site/c/programme/RV48/bin/MacroFid/tempB.mac
-tree=$work/panel/flash/data/PANEL/macro/workplace1
-mkdir "$site" && cp -R site/c "$site/"
 
 # The hands that are counted.
 taken=0 job= table=$work/table over=0

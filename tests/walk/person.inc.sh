@@ -1,6 +1,5 @@
 # Sourced by the walks: the screen, the programs, the hands and the eyes of the person.
 
-main_title="Corvane XL Macro Viewer / Editor"
 longest=30  # seconds that a condition may take on a busy machine
 step=0
 
@@ -14,6 +13,19 @@ begin_walk() {
   rm -rf "$pictures" && mkdir -p "$pictures"
   work=$(mktemp -d)
   trap end_walk EXIT
+  begin_site "$work/site"
+  tree=$work/panel/flash/data/PANEL/macro/workplace1
+}
+
+# begin_site ROOT: a sample site of its own for the programs that are started from now on.
+begin_site() {
+  site=$1
+  mkdir "$site" && cp -R site/c "$site/"
+  folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
+  macro=$folder/macro010.mac
+  copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
+  copy_b=$site/c/programme/RV48/bin/MacroFid/tempB.mac
+  main_title="Corvane XL Macro Viewer / Editor - $(shown_folder "$site")"
 }
 
 say() { echo "walk: $*"; }
@@ -27,7 +39,7 @@ fail() {
 
 end_walk() {
   [ -z "${panel_prompt:-}" ] || exec {panel_prompt}>&-
-  kill "${program:-}" "${panel:-}" "${manager:-}" "${screen:-}" 2>/dev/null || true
+  kill $(jobs -p) 2>/dev/null || true
   wait 2>/dev/null || true
   rm -rf "$work"
 }
@@ -74,6 +86,8 @@ x_a=200 x_b=800 first_row=520 row_height=17
 row() { echo $((first_row + ($1 - 1) * row_height)); }
 
 # The eyes.
+# As the window spells a folder: with TESSALY_WALK_FOLDER, the drive that holds all of this system's, as Windows does.
+shown_folder() { [ -z "${TESSALY_WALK_FOLDER:-}" ] && echo "$1" || echo "$TESSALY_WALK_FOLDER${1//\//\\}"; }
 active_title() { xdotool getactivewindow getwindowname 2>/dev/null || true; }
 has_window() { [ "$(active_title)" = "$1" ]; }
 await_window() { await "the window \"$1\"" has_window "$1"; }

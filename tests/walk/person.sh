@@ -7,14 +7,7 @@ cd "$(dirname "$0")/../.."
 . tests/walk/person.inc.sh
 begin_walk build/walk "$@"
 
-site=$work/site
-main_title="$main_title - $site"
-folder="$site/c/programme/RV48/appli/Evening News/CP1/macroWP1"
-macro=$folder/macro010.mac
-copy_a=$site/c/programme/RV48/bin/MacroFid/tempA.mac
-tree=$work/panel/flash/data/PANEL/macro/workplace1
 on_panel=$tree/macro123.mac
-mkdir "$site" && cp -R site/c "$site/"
 before=$(commands_in "$macro")
 
 start_screen

@@ -1,11 +1,7 @@
 #include <atomic>
-#include <filesystem>
 #include <future>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <stdexcept>
-#include <sys/socket.h>
 
 #include "ScriptedPeer.h"
 #include "xctl/Session.h"
@@ -14,12 +10,6 @@ namespace tessaly {
 namespace {
 
 using Events = std::vector<std::string>;
-
-std::size_t entriesOf(const char* folder) {
-  std::size_t count = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) count += entry.path().empty() ? 0 : 1;
-  return count;
-}
 
 std::string hello() { return helloLine("test"); }
 std::string value(const std::string& name, const std::string& text) {
@@ -149,57 +139,6 @@ TEST(Connection, ReportsZeroBeforeConnectReturnsAndCallsOnItsOwnThread) {
   EXPECT_EQ(recorder.events().size(), 3U);
 }
 
-// What was sent makes room, what waits is bounded, and what the panel has not read when the line is given up
-// never happens there.
-TEST(Connection, WhatThePeerDoesNotReadIsBoundedAndForgotten) {
-  constexpr int kRead = 100;
-  const std::string name(100'000, 'n');
-  const std::size_t most = 8 * 1024 * 1024 / subscribeLine(name).size();
-  std::promise<void> held, release, closed;
-  std::promise<int> end;
-  std::atomic<int> read{0};
-  ScriptedPeer peer([&](ScriptedPeer& self, const Socket& socket) {
-    self.send(socket, hello());
-    std::vector<char> bytes(1'000'000);
-    ssize_t count = 1;
-    const auto more = [&] {
-      do count = ::recv(socket.handle(), bytes.data(), bytes.size(), 0);
-      while (count < 0 && errno == EAGAIN);
-      return count > 0;
-    };
-    while (read < kRead && more())
-      read += static_cast<int>(std::count(bytes.begin(), bytes.begin() + count, '\n'));
-    self.send(socket, valueLine(kTriggerMethod, "T", ""));
-    closed.get_future().wait();
-    while (more()) {
-    }
-    end.set_value(count == 0 ? 0 : errno);
-  });
-  Recorder recorder;
-  recorder.after = [&](const std::string& event) {
-    if (event != "trigger T=") return;
-    held.set_value();
-    release.get_future().wait();
-  };
-  XCTLConnection connection(kXctlTransportTcp);
-  EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
-  for (int i = 0; i < kRead; ++i) {
-    const bool sent = connection.subscribe(name);
-    EXPECT_TRUE(sent) << "no room for line " << i;
-    while (sent && read <= i) std::this_thread::yield();
-  }
-  // From now on nothing is sent.
-  EXPECT_EQ(held.get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
-  std::size_t queued = 0;
-  while (queued <= most && connection.subscribe(name)) ++queued;
-  EXPECT_EQ(queued, most);
-  release.set_value();
-  connection.disconnect();
-  EXPECT_EQ(recorder.events().back(), "status 1");
-  closed.set_value();
-  EXPECT_EQ(end.get_future().get(), ECONNRESET) << "an orderly end comes behind all that was called";
-}
-
 // Counts what it is given and keeps none of it.
 struct Counter : IXCTLClient {
   void triggerValueReceived(const std::string&, const ParameterValue&) override {}
@@ -233,24 +172,6 @@ TEST(Connection, TheLatestValuesTogetherAreBounded) {
   counter.ended.get_future().wait();
   EXPECT_EQ(counter.values, 2 * kFull);
   EXPECT_EQ(connection.endReason(), "the panel sent more than 64 MB of values");
-}
-
-// fuzz/cable pulls the cable; this tells at once that somebody has taken the means to notice it away.
-TEST(Connection, TheSystemIsAskedToNoticeALossWithinFifteenSeconds) {
-  ScriptedPeer peer([](ScriptedPeer& self, const Socket& socket) { self.drain(socket); });
-  const Socket socket = Socket::beginConnect("127.0.0.1", peer.port());
-  const auto option = [&socket](int level, int name) {
-    int value = 0;
-    socklen_t size = sizeof value;
-    EXPECT_EQ(::getsockopt(socket.handle(), level, name, &value, &size), 0);
-    return value;
-  };
-  EXPECT_EQ(option(SOL_SOCKET, SO_KEEPALIVE), 1);
-  EXPECT_LE(option(IPPROTO_TCP, TCP_KEEPIDLE) +
-                option(IPPROTO_TCP, TCP_KEEPCNT) * option(IPPROTO_TCP, TCP_KEEPINTVL),
-            15);
-  EXPECT_GT(option(IPPROTO_TCP, TCP_USER_TIMEOUT), 0);
-  EXPECT_LE(option(IPPROTO_TCP, TCP_USER_TIMEOUT), 15'000);
 }
 
 TEST(Connection, CallbacksMayDisconnectAndConnectAgain) {
@@ -307,43 +228,6 @@ TEST(Connection, ConnectIsBoundedAndCanBeAbandoned) {
   EXPECT_FALSE(XCTLConnection(kXctlTransportNone).connect("127.0.0.1", silent.port(), &recorder));
   EXPECT_FALSE(connection.connect("127.0.0.1", silent.port(), nullptr));
   EXPECT_TRUE(recorder.events().empty());
-}
-
-TEST(Connection, AHundredOfEachLeaveNothingBehind) {
-  std::atomic<bool> lose{false}, silent{false};
-  std::atomic<int> accepted{0};
-  ScriptedPeer peer([&](ScriptedPeer& self, const Socket& socket) {
-    ++accepted;
-    if (!silent) self.send(socket, hello());
-    if (!lose) self.drain(socket);
-  });
-  Recorder recorder;
-  XCTLConnection connection(kXctlTransportTcp);
-  EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
-  connection.disconnect();
-  const std::size_t threads = entriesOf("/proc/self/task"), descriptors = entriesOf("/proc/self/fd");
-  for (int i = 0; i < 100; ++i) {
-    EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
-    if (i % 2 == 0) connection.disconnect();
-  }
-  connection.disconnect();
-  silent = true;
-  for (int i = 0; i < 100; ++i) {
-    const int before = accepted;
-    auto attempt = std::async(std::launch::async,
-                              [&] { return connection.connect("127.0.0.1", peer.port(), &recorder); });
-    while (accepted == before) std::this_thread::yield();
-    connection.disconnect();
-    EXPECT_FALSE(attempt.get());
-  }
-  silent = false;
-  lose = true;
-  for (int i = 0; i < 100; ++i) (void)connection.connect("127.0.0.1", peer.port(), &recorder);
-  connection.disconnect();
-  EXPECT_EQ(entriesOf("/proc/self/fd"), descriptors);
-  EXPECT_EQ(entriesOf("/proc/self/task"), threads);
-  lose = false;
-  EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
 }
 
 TEST(Connection, StormFromSeveralThreadsKeepsTheOrderOfStatuses) {
