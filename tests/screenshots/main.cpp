@@ -270,7 +270,7 @@ int main(int argc, char** argv) {
        {QStringLiteral("language"), QString(), QStringLiteral("NAME"), QStringLiteral("en")},
        {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
        {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT"), QStringLiteral("1000x800")},
-       {QStringLiteral("fit")},
+       {QStringLiteral("fit"), QString()},
        {kKeep, QString(), QStringLiteral("KEPT")},
        {kAgainst, QString(), QStringLiteral("KEPT")}});
   parser.process(toolkit);
