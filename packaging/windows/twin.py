@@ -27,6 +27,12 @@ os.environ.update(WINEDEBUG="-all", WINEARCH="win64", DISPLAY="")
 SHOWN = 20  # macros and key files that are read in every way
 
 
+def begin_wine():
+    """Its server, which may run already, would hold the output of the command that starts it until it ends."""
+    for words in (["wineserver", "-p600"], [*WINE, "cmd", "/c", "exit"]):
+        subprocess.run(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+
+
 def spelled(path):
     return "c:" + "".join("\\" + part for part in path.relative_to(SITE / "c").parts)
 
@@ -163,6 +169,7 @@ def main():
     macros, keys = sorted(SITE.rglob("*.mac")), sorted(SITE.rglob("*.upk"))
     commands = [*reading(macros, keys), *changing(macros, keys)]
     faults = []
+    begin_wine()
     with tempfile.TemporaryDirectory() as scratch:
         scratch = Path(scratch)
         (scratch / "a").mkdir(), (scratch / "b").mkdir()
