@@ -74,6 +74,7 @@ def changing(macros, keys):
     yield ["settings", "--rewrite", "--address-a", "10.9.8.7"]
     for shape in ("html", "csv", "pdf"):
         yield ["sheet", "c:\\work\\macroWP1", "--format", shape, "--date", "2026-11-25", "--output", f"c:\\work\\sheet.{shape}"]
+    yield from (["snapshot", "c:\\work\\macroWP1", "c:\\work\\taken.zip"], ["restore", "c:\\work\\taken.zip", "c:\\work\\again"])
     yield ["compare", "c:\\work\\macroWP1", f"{APPLI}\\Evening News\\CP2\\macroWP1", "--json"]
 
 
@@ -134,8 +135,9 @@ class Side:
                                    for out in (done.stdout, done.stderr)))
 
     def files(self):
+        """But for snapshots, which tell the second at which they were taken."""
         return {path.relative_to(self.root) for path in self.root.rglob("*")
-                if path.is_file() and path.relative_to(self.root).parts[0] == "c"}
+                if path.is_file() and path.suffix != ".zip" and path.relative_to(self.root).parts[0] == "c"}
 
 
 def differences(sides, commands):
