@@ -114,8 +114,7 @@ void Checking::applyFix(Pane pane, const FindingRow& row) {
 }
 
 bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
-  Findings findings = MacroCheck(knowledge()).check(macro);
-  std::erase_if(findings, [](const Finding& finding) { return finding.severity != Severity::kError; });
+  const Findings findings = MacroCheck(knowledge()).errors(macro);
   if (findings.empty()) return true;
   QStringList lines{tr("%1 has %2.").arg(name, countText(findings)), QString()};
   for (const Finding& finding : findings) {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include <QObject>
 #include <QWidget>
 
+#include "app/Overwriting.h"
 #include "app/PaneState.h"
 #include "widgets/Message.h"
 
@@ -44,10 +46,18 @@ class MacroOperations : public QObject {
   // What was done, with a word when the old content could not be kept.
   void tellDone(const MacroTarget& target, const QString& text, bool kept, Grade grade = Grade::kDone);
   void tellNotDone(const MacroTarget& target, const QString& text);
+  // One of the two; what may not survive a power cut is done.
+  void tellOnDisk(const MacroTarget& target, const Outcome& outcome, const QString& done,
+                  const QString& notDone);
   // What was sent to a panel.
   [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
   // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
   void finishOnDisk(Pane pane, const MacroTarget& changed, bool done);
+  // Changes a file of the disk after what it holds is kept.
+  Outcome change(const MacroTarget& target, MacroChange how,
+                 const std::function<Outcome(const SiteAccess& site)>& work);
+  // A disk that hangs is given up before it is written.
+  [[nodiscard]] bool reads(const MacroTarget& target);
   void createOnDisk(Pane pane, const MacroTarget& target);
   void createOnPanel(Pane pane, const MacroTarget& target);
   void copyFromDisk(Pane to, const MacroRow& source, const MacroTarget& target);
@@ -72,6 +82,7 @@ class MacroOperations : public QObject {
   MacroTransfers& transfers_;
   OpenMacros& open_;
   MacroUndo& undo_;
+  Overwriting overwriting_;
   QWidget* window_;
 };
 

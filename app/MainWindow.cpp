@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include "app/FailureText.h"
 #include "app/GuideWindow.h"
 #include "app/HelpTopics.h"
 #include "app/PaneKeys.h"
@@ -57,7 +58,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   for (const Pane pane : kPanes) {
     PaneRoom& here = room(pane);
     here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
-    here.browser = std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_);
+    here.browser =
+        std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_, transfer_);
   }
   const PaneAccesses rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
                            PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
@@ -81,7 +83,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                                             {}},
                                               this);
   runs_ = std::make_unique<CommandRuns>(rooms);
-  loose_ = std::make_unique<LooseMacros>(rooms, context.site, context.history, *open_, this);
+  loose_ = std::make_unique<LooseMacros>(rooms, context.site, context.history, transfers_, *open_, this);
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);
@@ -411,6 +413,9 @@ void MainWindow::watchConnection() {
          : reason.isEmpty() ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason),
          shown(connection_.lineAddress())});
+  } else if (toldLoss_ && !loss && connection_.anyConnected()) {
+    toldLoss_.reset();  // or else the strip goes on telling of it
+    say({Grade::kDone, tr("connected to the panel again"), shown(connection_.lineAddress())});
   }
   desk_->look();
   for (const Pane pane : kPanes)
@@ -429,10 +434,14 @@ void MainWindow::watchConnection() {
 void MainWindow::say(const Message& message) {
   Message whole = message;
   for (const PaneRoom& here : rooms_) {
-    const auto trouble = here.state ? here.state->copy.takeStepsTrouble() : std::nullopt;
-    if (!trouble) continue;
-    whole.text = withTrouble(whole.text, *trouble);
-    whole.grade = std::max(whole.grade, Grade::kWarning);
+    if (!here.state) continue;
+    const auto steps = here.state->copy.takeStepsTrouble();
+    const auto record = here.state->copy.takeRecordTrouble();
+    if (steps) whole.text = withTrouble(whole.text, *steps);
+    if (record)
+      whole.text = tr("%1; what is unsaved would be lost if the program died now (%2)")
+                       .arg(whole.text, failureText(*record));
+    if (steps || record) whole.grade = std::max(whole.grade, Grade::kWarning);
   }
   ui_->strip->say(whole);
 }

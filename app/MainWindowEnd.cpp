@@ -13,6 +13,12 @@ namespace {
 
 constexpr int kCloseAgainMilliseconds = 100;
 
+// Whoever keeps the places of windows hears of it now: when they are destroyed it is too late.
+void hideWindowsOf(const QWidget& owner) {
+  for (QWidget* widget : owner.findChildren<QWidget*>())
+    if (widget->isWindow()) widget->hide();
+}
+
 }  // namespace
 
 void MainWindow::keepState() {
@@ -24,6 +30,7 @@ bool MainWindow::end() {
   transfer_.cancel();
   if (const bool ended = desk_->end(); !ended || transfer_.busy()) return false;
   keepState();
+  hideWindowsOf(*this);
   connection_.close();
   return true;
 }
@@ -71,6 +78,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     context_.site.messages.show(
         tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());
   keepPlaces();
+  hideWindowsOf(*this);
   connection_.close();
   event->accept();
 }

@@ -3,8 +3,10 @@
 #include <QGridLayout>
 #include <QPainter>
 
+#include "widgets/AtEach.h"
 #include "widgets/DialogText.h"
 #include "widgets/RowMark.h"
+#include "windows/ElidedLine.h"
 
 namespace tessaly {
 
@@ -43,15 +45,14 @@ OverwriteWarning::OverwriteWarning(QWidget* parent) : QFrame(parent), sign_(new 
   bold.setBold(true);
   words_->setFont(bold);
   sign_->setFixedWidth(kSignSize);
+  nowAndAtEach(QEvent::PaletteChange, *this,
+               [this] { sign_->setPixmap(rowMarkIcon(RowMark::kWarning).pixmap(kSignSize)); });
   keepSpaceWhenHidden({this});
 }
 
 QLabel* OverwriteWarning::addLine(const char* objectName, int row) {
-  auto* line = new QLabel(this);
+  auto* line = new ElidedLine(this);  // names are of any length
   line->setObjectName(QLatin1String(objectName));
-  line->setTextFormat(Qt::PlainText);
-  // Of any length.
-  line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   static_cast<QGridLayout*>(layout())->addWidget(line, row, 1);
   return line;
 }
@@ -61,8 +62,6 @@ void OverwriteWarning::tell(const PositionCheck& position) {
   setVisible(taken);
   name_->setText(taken ? quoted(position.existing) : QString());
   place_->setText(taken && about_ ? about_(position.number) : QString());
-  place_->setToolTip(place_->text().toHtmlEscaped());
-  sign_->setPixmap(rowMarkIcon(RowMark::kWarning, palette()).pixmap(kSignSize));
 }
 
 QString OverwriteWarning::spoken() const {

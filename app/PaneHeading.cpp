@@ -134,7 +134,7 @@ PaneHeading::PaneHeading(QWidget* parent)
   again_->setAutoDefault(false);
   auto* line = new QHBoxLayout(lost_);
   line->setContentsMargins(kStripe + kGap, 0, 0, 0);
-  line->addWidget(lostText_);
+  line->addWidget(lostText_, 1);
   line->addWidget(again_);
   lost_->hide();
   connect(again_, &QPushButton::clicked, this, &PaneHeading::connectAgainPressed);
@@ -151,6 +151,10 @@ void PaneHeading::follow(const PaneState& pane, const Browser& browser, const Pa
   connect(&bridge, &PanelBridge::connectionShown, this, look);
   look();
 }
+
+void PaneHeading::showBand(bool shown) { band_->setVisible(shown); }
+
+bool PaneHeading::showsBand() const { return !band_->isHidden(); }
 
 void PaneHeading::showSubject(const PaneSubject& subject) {
   band_->setSubject(subject);

@@ -2,28 +2,18 @@
 
 #include "app/FailureText.h"
 #include "app/OpenMacros.h"
-#include "app/Preferences.h"
 #include "app/StatusStrip.h"
 #include "model/MacroFile.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
 
-namespace {
-
-const QString kPlace = QStringLiteral("rehearse");
-
-}  // namespace
-
 Rehearsals::Rehearsals(const PaneAccesses& panes, const WindowContext& context,
                        const PanelConnection& connection, const LineContext& lines, QWidget* window)
     : panes_(panes), context_(context), connection_(connection), lines_(lines), owner_(window) {}
 
 Rehearsals::~Rehearsals() {
-  for (const auto& window : windows_) {
-    if (window && window->isVisible()) keepPlace(*window);
-    delete window;
-  }
+  for (const auto& window : windows_) delete window;
 }
 
 void Rehearsals::open(Pane pane) {
@@ -35,14 +25,8 @@ void Rehearsals::open(Pane pane) {
         {[this, pane] { return sourceOf(pane); }, [this, pane] { return panelFor(pane); }, failureText},
         context_.client, lines_, options, owner_);
     connect(&state(pane).copy, &WorkingCopy::changed, window, &RehearseWindow::follow);
-    connect(window, &QDialog::finished, this, [this, opened = window.data()] { keepPlace(*opened); });
-    if (context_.preferences != nullptr) window->restoreGeometry(context_.preferences->place(kPlace));
   }
   window->present();
-}
-
-void Rehearsals::keepPlace(const RehearseWindow& window) const {
-  if (context_.preferences != nullptr) context_.preferences->setPlace(kPlace, window.saveGeometry());
 }
 
 void Rehearsals::look() {

@@ -30,7 +30,6 @@ class Rehearsals : public QObject {
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] RehearseSource sourceOf(Pane pane) const;
   [[nodiscard]] QString panelFor(Pane pane) const;
-  void keepPlace(const RehearseWindow& window) const;
 
   PaneAccesses panes_;
   const WindowContext& context_;

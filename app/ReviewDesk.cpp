@@ -25,13 +25,14 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window) : panes_(aro
     places_->setPanelReader([&context](const std::string& address, int workplace) {
       return readingShelf(context.panelMacros, context.client, context.history, address, workplace);
     });
-  snapshots_ = std::make_unique<Snapshots>(panes_, context.site, context.history, around.connection,
-                                           around.transfer, around.open, around.undo, context.client, window);
   comparisons_ = std::make_unique<Comparisons>(panes_, context.site, around.transfers, around.gate,
                                                around.lines, window);
   captures_ = std::make_unique<Captures>(panes_, around.connection, context.client, around.lines, window);
   checking_ =
       std::make_unique<Checking>(panes_, context.site, around.lines, around.frameRate, *places_, window);
+  snapshots_ =
+      std::make_unique<Snapshots>(panes_, context.site, context.history, around.connection, around.transfer,
+                                  around.open, around.undo, *checking_, context.client, window);
   searching_ = std::make_unique<Searching>(context.site, around.lines, *places_, window);
   sheets_ = std::make_unique<Sheets>(context.site, around.lines, around.frameRate, *places_, window);
   replacements_ = std::make_unique<Replacements>(
@@ -115,6 +116,12 @@ void ReviewDesk::openWhereUsed() {
   auto* menu = new QMenu(window_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   searching_->addWhereUsed(*menu, *command);
+  if (menu->isEmpty()) {
+    delete menu;
+    emit said({Grade::kNote, tr("the selected command names nothing that could be looked for"),
+               placeInWindow(state(active_))});
+    return;
+  }
   menu->popup(state(active_).view.placeOfSelected());
   menu->setActiveAction(menu->actions().constFirst());
 }

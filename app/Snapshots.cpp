@@ -8,6 +8,7 @@
 #include <QFileDialog>
 
 #include "app/Browser.h"
+#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
@@ -16,6 +17,7 @@
 #include "platform/ChosenPath.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
+#include "review/MacroCheck.h"
 #include "review/PanelShelf.h"
 #include "widgets/DialogText.h"
 #include "windows/SnapshotRestoreDialog.h"
@@ -41,7 +43,7 @@ QString filesToChoose() { return Snapshots::tr("Snapshots (*.zip)"); }
 
 Snapshots::Snapshots(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                      PanelConnection& connection, PanelTransfer& transfer, OpenMacros& open, MacroUndo& undo,
-                     PanelClient& client, QWidget* window)
+                     const Checking& checking, PanelClient& client, QWidget* window)
     : panes_(panes),
       site_(site),
       history_(history),
@@ -49,6 +51,7 @@ Snapshots::Snapshots(const PaneAccesses& panes, SiteAccess site, MacroHistory& h
       transfer_(transfer),
       open_(open),
       undo_(undo),
+      checking_(checking),
       client_(client),
       window_(window) {}
 
@@ -218,11 +221,33 @@ void Snapshots::restore(SnapshotRestore& rows, const QString& title) {
     emit said({Grade::kFailure, tr("NOT restored: %1").arg(failureText(looked.failure())), title});
     return;
   }
-  SnapshotRestoreDialog dialog(title, rows, run, &failureText, window_);
+  SnapshotRestoreDialog dialog(
+      title, rows, run, [&](const std::vector<std::size_t>& ticked) { return maySend(rows, ticked); },
+      &failureText, window_);
   connect(&dialog, &SnapshotRestoreDialog::written, this,
           [&](const std::vector<MacroPlace>& written) { noteRestored(rows, written); });
   connect(&dialog, &SnapshotRestoreDialog::said, this, &Snapshots::said);
   dialog.exec();
+}
+
+bool Snapshots::maySend(const SnapshotRestore& rows, const std::vector<std::size_t>& ticked) {
+  std::vector<FaultyMacro> faulty;
+  std::size_t sent = 0;
+  runBeside(
+      tr("Checking macros"),
+      [&, context = checking_.knowledge()](const PanelTransfer::Tell&) {
+        MacroCheck check(context);
+        for (const std::size_t i : ticked) {
+          const RestoreRow& row = rows.rows()[i];
+          if (!wanted_) return;
+          if (row.workplace == Snapshot::kFolder) continue;
+          ++sent;
+          if (auto found = check.faults(row.macro->number.text(), row.macro->bytes))
+            faulty.push_back(*std::move(found));
+        }
+      },
+      [] {});
+  return wanted_ && (faulty.empty() || checking_.maySend(faulty, sent));
 }
 
 bool Snapshots::reached() {

@@ -17,6 +17,7 @@
 
 namespace tessaly {
 
+class Checking;
 class MacroHistory;
 class MacroUndo;
 class OpenMacros;
@@ -30,7 +31,8 @@ class Snapshots : public QObject {
  public:
   // Observes all.
   Snapshots(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, PanelConnection& connection,
-            PanelTransfer& transfer, OpenMacros& open, MacroUndo& undo, PanelClient& client, QWidget* window);
+            PanelTransfer& transfer, OpenMacros& open, MacroUndo& undo, const Checking& checking,
+            PanelClient& client, QWidget* window);
 
   // All workplaces of the panel that the pane shows, or its folder, into a file that the user names.
   void save(Pane pane);
@@ -55,6 +57,8 @@ class Snapshots : public QObject {
   void restoreToPanel(Pane pane, Pane to);
   void restoreToFolder(Pane pane, Pane to);
   void restore(SnapshotRestore& rows, const QString& title);
+  // Asks before macros with errors go to a panel.
+  [[nodiscard]] bool maySend(const SnapshotRestore& rows, const std::vector<std::size_t>& ticked);
   void noteRestored(const SnapshotRestore& rows, const std::vector<MacroPlace>& written);
   void follow(const std::vector<MacroPlace>& written);
   // A line that the work has made anew is the panes'.
@@ -71,6 +75,7 @@ class Snapshots : public QObject {
   PanelTransfer& transfer_;
   OpenMacros& open_;
   MacroUndo& undo_;
+  const Checking& checking_;
   PanelClient& client_;
   QWidget* window_;
   std::atomic<bool> wanted_{true};  // what runs beside

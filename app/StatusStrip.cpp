@@ -19,9 +19,8 @@ namespace {
 
 constexpr qsizetype kLongestName = 48;  // characters of a name in the strip
 constexpr qint64 kMomentMilliseconds = 1500;
-constexpr int kSignSize = 16;  // pixels
-constexpr int kTextShare = 3;  // of the width, where a place stands beside a text
-constexpr int kWhereShare = 1;
+constexpr int kSignSize = 16;   // pixels
+constexpr int kWhereShare = 2;  // a place takes one part in so many of the width at most
 
 // As it is read out: everybody hears that something was done from its verdict.
 QString spoken(const Message& message) {
@@ -78,8 +77,9 @@ StatusStrip::Line StatusStrip::addLine(const QString& name) {
   made.where = new ElidedLine(made.widget);
   made.where->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   line->addWidget(made.sign);
-  line->addWidget(made.text, kTextShare);
-  line->addWidget(made.where, kWhereShare);
+  made.where->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);  // the text has the rest
+  line->addWidget(made.text, 1);
+  line->addWidget(made.where);
   made.widget->setCursor(Qt::PointingHandCursor);
   layout()->addWidget(made.widget);
   return made;
@@ -109,7 +109,7 @@ void StatusStrip::Row::show(const QString& what) const {
 }
 
 void StatusStrip::Line::show(const Message& message, const QPalette& palette, const QString& also) const {
-  sign->setPixmap(rowMarkIcon(gradeMark(message.grade), palette).pixmap(kSignSize));
+  sign->setPixmap(rowMarkIcon(gradeMark(message.grade)).pixmap(kSignSize));
   sign->setAccessibleName(gradeWord(message.grade));
   QPalette ink = palette;
   ink.setColor(QPalette::WindowText, gradeInk(palette, message.grade));
@@ -120,6 +120,7 @@ void StatusStrip::Line::show(const Message& message, const QPalette& palette, co
                             tr("A click, or Ctrl+Shift+M, shows the messages before it.").toHtmlEscaped()));
   text->setAccessibleName(spoken(message) + also);
   where->setText(message.where);
+  where->setMaximumWidth(widget->width() / kWhereShare);
   where->setVisible(!message.where.isEmpty());
 }
 

@@ -76,4 +76,12 @@ class TransferText {
 
 QString transferText(const TransferOutcome& outcome) { return TransferText::of(outcome); }
 
+QString transferText(std::string_view english) {
+  for (int i = 0; i <= static_cast<int>(FtpClient::Result::kFailed); ++i) {
+    const auto result = static_cast<FtpClient::Result>(i);
+    if (english == FtpClient::describe(result)) return TransferText::of(result);
+  }
+  return {};
+}
+
 }  // namespace tessaly

@@ -25,25 +25,32 @@ QString kindOf(const QWidget& window) {
 
 // Columns of another number are another place.
 QString placeOf(const QString& kind, const QHeaderView& header) {
-  const QObject* const view = header.parent();
-  return QStringLiteral("%1-%2-%3%4")
-      .arg(kind, view->objectName(), header.orientation() == Qt::Horizontal ? QString() : QStringLiteral("v"))
-      .arg(header.count());
+  return QStringLiteral("%1-%2-%3").arg(kind, header.parent()->objectName()).arg(header.count());
+}
+
+// Rows, and columns that nobody can drag, are as many as a macro has commands: there would be a place for
+// each number.
+bool isKept(const QHeaderView& header) {
+  return header.orientation() == Qt::Horizontal && header.count() > 0 &&
+         header.sectionResizeMode(0) != QHeaderView::Fixed;
 }
 
 QString placeOf(const QString& kind, const QSplitter& splitter) {
   return kind + QLatin1Char('-') + splitter.objectName();
 }
 
+bool isKept(const QSplitter& /*splitter*/) { return true; }
+
 template <class Part>
 void restoreParts(const QWidget& window, const Preferences& preferences, const QString& kind) {
-  for (Part* part : window.findChildren<Part*>()) part->restoreState(preferences.place(placeOf(kind, *part)));
+  for (Part* part : window.findChildren<Part*>())
+    if (isKept(*part)) part->restoreState(preferences.place(placeOf(kind, *part)));
 }
 
 template <class Part>
 void keepParts(const QWidget& window, Preferences& preferences, const QString& kind) {
   for (const Part* part : window.findChildren<Part*>())
-    preferences.setPlace(placeOf(kind, *part), part->saveState());
+    if (isKept(*part)) preferences.setPlace(placeOf(kind, *part), part->saveState());
 }
 
 std::array<ListBox*, 4> listsOf(MacroPane& pane) {

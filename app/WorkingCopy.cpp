@@ -23,14 +23,15 @@ WorkingCopy::Loan::~Loan() {
   if (!keeps_) static_cast<void>(copy_->clear());
 }
 
-Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step) {
+Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step,
+                                std::optional<Macro> read) {
   WorkingCopy& copy = *std::exchange(copy_, nullptr);
   copy.lent_ = false;
   const bool again = filled && copy.target_ && samePlace(copy.site_.root, *copy.target_, target);
   const std::optional<Macro> before = again ? copy.macro_ : std::nullopt;
   copy.empty();
   if (filled) copy.target_ = target;
-  Outcome loaded = copy.load();
+  Outcome loaded = copy.load(std::move(read));
   if (filled && loaded) copy.fetched_ = copy.macro_->check();
   copy.goOn(before, step);
   emit copy.changed();
@@ -136,8 +137,8 @@ Outcome WorkingCopy::fill(std::string bytes) {
   return written;
 }
 
-Outcome WorkingCopy::load() {
-  auto macro = takingCommands(loadMacro(site_, path_));
+Outcome WorkingCopy::load(std::optional<Macro> read) {
+  auto macro = takingCommands(read ? Expected<Macro>(*std::move(read)) : loadMacro(site_, path_));
   if (!macro) return macro.failure();
   macro_ = *std::move(macro);
   content_ = Content::kMacro;
@@ -262,7 +263,7 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   record_->setAside = false;
   record_->check = macro_->check();
   if (record.setAside) recovery_.bringStepsBack();
-  static_cast<void>(recovery_.write(*record_));
+  writeRecord();
   steps_.begin(place(), macro_->check());
   if (target_) fetched_ = record.held;
   if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
@@ -277,7 +278,7 @@ bool WorkingCopy::writeAhead(const SetValues& values) {
   // The file now runs ahead of its record until the update ends: once, the record says so.
   if (record_ && record_->check) {
     record_->check.reset();
-    static_cast<void>(recovery_.write(*record_));
+    writeRecord();
   }
   ahead_ = std::async(std::launch::async, [site = site_, path = path_, macro = *macro_, values] {
     const auto ahead = tessaly::apply(macro, values);
@@ -344,8 +345,17 @@ void WorkingCopy::noteEdit() {
   }
   record.held = fetched_;
   record_ = std::move(record);
-  // Nothing is lost without a record, so a folder that cannot be written stops no edit.
-  static_cast<void>(recovery_.write(*record_));
+  writeRecord();
+}
+
+// Nothing is lost without a record, so a folder that cannot be written stops no edit.
+void WorkingCopy::writeRecord() {
+  const Outcome written = recovery_.write(*record_);
+  const bool before = std::exchange(recorded_, written.written());
+  if (recorded_)
+    recordTrouble_.reset();
+  else if (before)
+    recordTrouble_ = written.failure();
 }
 
 bool WorkingCopy::fileChanged() const {

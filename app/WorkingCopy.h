@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QObject>
@@ -50,8 +51,10 @@ class WorkingCopy : public QObject {
     [[nodiscard]] const std::string& path() const { return copy_->path_; }
     // Ends the loan: shows what the file holds now as the macro of `target`, or, when it was not filled, as
     // that of none. With the name of a step it is one more step of the macro that was shown, if that is of
-    // the same place. The failure is that of reading it.
-    Outcome show(const MacroTarget& target, bool filled, const std::string& step = {});
+    // the same place. The failure is that of reading it, which `read` spares: what the file holds, as a
+    // macro.
+    Outcome show(const MacroTarget& target, bool filled, const std::string& step = {},
+                 std::optional<Macro> read = {});
 
    private:
     friend class WorkingCopy;
@@ -94,6 +97,8 @@ class WorkingCopy : public QObject {
   Outcome undo() { return jumpTo(steps().position() - 1); }
   Outcome redo() { return jumpTo(steps().position() + 1); }
   Outcome jumpTo(std::size_t position);
+  // Why an end of the program now would lose the unsaved changes; once, until they are on the disk again.
+  [[nodiscard]] std::optional<Failure> takeRecordTrouble() { return std::exchange(recordTrouble_, {}); }
   // Asked what is selected when a change begins.
   void setSelection(std::function<std::vector<int>()> selection) { selection_ = std::move(selection); }
 
@@ -178,7 +183,8 @@ class WorkingCopy : public QObject {
   void goOn(const std::optional<Macro>& before, const std::string& step);
   void settleAhead();
   void noteEdit();
-  Outcome load();
+  void writeRecord();
+  Outcome load(std::optional<Macro> read);
   Outcome fill(std::string bytes);
 
   SiteAccess site_;
@@ -201,6 +207,8 @@ class WorkingCopy : public QObject {
   int opening_ = 0;
   int revision_ = 0;
   std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
+  bool recorded_ = true;                  // the last one was written
+  std::optional<Failure> recordTrouble_;  // to be told
   std::future<void> ahead_;
 };
 

@@ -40,6 +40,11 @@ std::optional<WorkplaceChoice> choiceOf(QWidget* owner, const std::shared_ptr<co
                          Shelves::snapshot(snapshot, workplace, path)};
 }
 
+void addOnce(WorkplaceChoice choice, std::vector<WorkplaceChoice>& choices) {
+  if (std::ranges::none_of(choices, [&](const WorkplaceChoice& known) { return known.text == choice.text; }))
+    choices.push_back(std::move(choice));
+}
+
 }  // namespace
 
 Workplaces::Workplaces(const Surroundings& surroundings, Shelves shelves, QWidget* window)
@@ -117,34 +122,38 @@ std::set<std::string> Workplaces::connected() const {
 
 std::vector<WorkplaceChoice> Workplaces::choices() const {
   std::vector<WorkplaceChoice> choices;
-  for (const Pane pane : kPanes) addPane(pane, choices);
+  // What the panes show stands beside each other to begin with.
+  for (const Pane pane : kPanes) addShown(pane, choices);
+  for (const Pane pane : kPanes) addPanel(pane, choices);
   choices.push_back({tr("Folder..."), {}, [this](QWidget* owner) { return askForFolder(owner); }});
   choices.push_back({tr("Snapshot..."), {}, [this](QWidget* owner) { return askForSnapshot(owner); }});
   return choices;
 }
 
-// What the pane shows comes first.
-void Workplaces::addPane(Pane pane, std::vector<WorkplaceChoice>& choices) const {
-  const QString title = QLatin1String(around_.panes[index(pane)].state->descriptor.title);
+void Workplaces::addShown(Pane pane, std::vector<WorkplaceChoice>& choices) const {
   const Browser& browser = *around_.panes[index(pane)].browser;
-  const auto add = [&](const QString& text, WorkplaceCopy::MakeShelf make) {
-    if (std::ranges::none_of(choices, [&](const WorkplaceChoice& choice) { return choice.text == text; }))
-      choices.push_back({text, std::move(make)});
-  };
-  if (around_.connection.source(pane) == PaneSource::kHarddisk) {
-    const std::string folder = browser.macroFolder();
-    if (!folder.empty()) add(tr("%1: %2").arg(title, shown(folder)), shelves_.folder(folder));
+  if (around_.connection.source(pane) == PaneSource::kPanel)
+    return addWorkplace(pane, browser.workplace(), choices);
+  const std::string folder = browser.macroFolder();
+  if (folder.empty()) return;
+  const QString title = QLatin1String(around_.panes[index(pane)].state->descriptor.title);
+  addOnce({tr("%1: %2").arg(title, shown(folder)), shelves_.folder(folder)}, choices);
+}
+
+void Workplaces::addPanel(Pane pane, std::vector<WorkplaceChoice>& choices) const {
+  if (around_.connection.source(pane) != PaneSource::kPanel) return;
+  for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) addWorkplace(pane, workplace, choices);
+}
+
+void Workplaces::addWorkplace(Pane pane, int number, std::vector<WorkplaceChoice>& choices) const {
+  const auto workplace = Workplace::of(number);
+  if (around_.connection.line(pane) != PaneLine::kStands || !workplace ||
+      !around_.connection.workplaces(pane)[workplace->index()])
     return;
-  }
-  if (around_.connection.line(pane) != PaneLine::kStands) return;
   const std::string& address = around_.connection.address(pane);
-  const int shownFirst = browser.workplace();
-  for (int i = 0; i <= Workplace::kCount; ++i) {
-    const auto workplace = Workplace::of(i == 0 ? shownFirst : i);
-    if (!workplace || !around_.connection.workplaces(pane)[workplace->index()]) continue;
-    add(tr("Panel %1, workplace %2").arg(shown(address), QString::number(workplace->value())),
-        shelves_.panel(address, workplace->value()));
-  }
+  addOnce({tr("Panel %1, workplace %2").arg(shown(address), QString::number(number)),
+           shelves_.panel(address, number)},
+          choices);
 }
 
 std::optional<WorkplaceChoice> Workplaces::askForFolder(QWidget* owner) const {

@@ -62,7 +62,9 @@ class Workplaces : public QObject {
 
  private:
   [[nodiscard]] std::vector<WorkplaceChoice> choices() const;
-  void addPane(Pane pane, std::vector<WorkplaceChoice>& choices) const;
+  void addShown(Pane pane, std::vector<WorkplaceChoice>& choices) const;
+  void addPanel(Pane pane, std::vector<WorkplaceChoice>& choices) const;
+  void addWorkplace(Pane pane, int workplace, std::vector<WorkplaceChoice>& choices) const;
   [[nodiscard]] std::optional<WorkplaceChoice> askForFolder(QWidget* owner) const;
   [[nodiscard]] std::optional<WorkplaceChoice> askForSnapshot(QWidget* owner) const;
   [[nodiscard]] bool mayWrite(const std::vector<MacroPlace>& places) const;

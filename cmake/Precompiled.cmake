@@ -5,7 +5,8 @@ option(TESSALY_PRECOMPILE "Read the libraries' headers once a room or program" O
 if(TESSALY_PRECOMPILE AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
   add_compile_options("SHELL:-Xclang -fno-pch-timestamp")  # ccache compares contents
 elseif(TESSALY_PRECOMPILE)
-  add_compile_options(-Wno-array-bounds)  # GCC forgets that the standard library's headers are the system's
+  # GCC forgets that the standard library's headers are the system's.
+  add_compile_options(-Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
 endif()
 
 # tessaly_precompile(TARGET HEADERS...): the standard library's headers and the given ones.

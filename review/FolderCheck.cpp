@@ -34,7 +34,7 @@ bool hasPlainName(std::string_view file, bool key) {
 
 CheckedFile unreadable(const std::string& path, const Failure& why, const MacroCheck& check) {
   if (check.off().contains(kUnreadable)) return {path, {}, {}};
-  return {path, {}, {finding(kUnreadable, {Saying::kPlain, {why.text}})}};
+  return {path, {}, {finding(kUnreadable, {Saying::kPlain, {why.text}})}, {}, why};
 }
 
 CheckedFile checkMacro(const std::string& path, const Expected<Macro>& macro, MacroCheck& check) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -17,6 +18,7 @@ struct CheckedFile {
   std::string name;  // of the macro or key; empty without one
   Findings findings;
   ContentCheck content = {};  // of the macro that they were found in
+  std::optional<Failure> unread = {};
 };
 
 // A macro or key file alone. Nothing is reported elsewhere.

@@ -83,6 +83,19 @@ Findings MacroCheck::check(const Macro& macro) {
   return findings;
 }
 
+Findings MacroCheck::errors(const Macro& macro) {
+  Findings errors = check(macro);
+  std::erase_if(errors, [](const Finding& finding) { return finding.severity != Severity::kError; });
+  return errors;
+}
+
+std::optional<FaultyMacro> MacroCheck::faults(const std::string& number, const std::string& bytes) {
+  const auto macro = Macro::read(bytes);
+  Findings found = macro ? errors(*macro) : Findings();
+  if (found.empty()) return std::nullopt;
+  return FaultyMacro{number + " - " + macro->name().value_or(""), std::move(found)};
+}
+
 Findings MacroCheck::check(const KeyFile& keys) {
   Findings findings;
   Told told(findings, off());

@@ -2,7 +2,8 @@
 """The program's own texts in its languages: check_translations.py LUPDATE SOURCE_FOLDER [--update]
 
 Fails when a text of the windows has no finished translation, when a translation's text is gone from the windows, or
-when the two disagree about %1, %n, an access key or the dots of a command that asks further. --update brings the
+when the two disagree about %1, %n, an access key or the dots of a command that asks further; and when texts stand under
+a name that no code asks for, as lupdate finds one in a free function that names a class. --update brings the
 texts of resources/i18n into line with the windows first; what is then left to translate is marked unfinished.
 """
 import re
@@ -25,7 +26,17 @@ def renew(ts, keep_obsolete):
     """The texts that stand in the sources now, with the translations that the file has of them."""
     plurals = ["-pluralonly"] if ts.stem.split("_")[1] in PLURALS_ONLY else []
     subprocess.run([lupdate, "-silent", "-I", ".", "-locations", "none", *([] if keep_obsolete else ["-no-obsolete"]),
-                    *plurals, "app", "editors", "windows", "widgets", "resources", "-ts", ts], cwd=source, check=True)
+                    *plurals, *FOLDERS, "-ts", ts], cwd=source, check=True)
+
+
+FOLDERS = ["app", "editors", "windows", "widgets", "resources"]
+CODE = "\n".join(path.read_text() for folder in FOLDERS for path in sorted((source / folder).iterdir())
+                 if path.suffix in (".h", ".cpp", ".ui"))
+
+
+def is_asked_for(context):
+    """A class without a metaobject, a name in the code, a form; a class with one has its namespace in front."""
+    return "::" in context or re.search(rf'TR_FUNCTIONS\({context}\)|"{context}"|<class>{context}</class>', CODE)
 
 
 def marks_of(text, but=None):
@@ -48,7 +59,9 @@ def faults_of(message, menu):
 
 def check(ts):
     contexts = ElementTree.parse(ts).getroot().findall("context")
-    return [f"{ts.name}: {context.findtext('name')}: {fault}" for context in contexts
+    strange = [name for context in contexts if not is_asked_for(name := context.findtext("name"))]
+    return [f"{ts.name}: {name}: no code asks for texts of that name" for name in strange] + \
+           [f"{ts.name}: {context.findtext('name')}: {fault}" for context in contexts
             for message in context.findall("message")
             for fault in faults_of(message, context.findtext("name").endswith("Menu"))]
 

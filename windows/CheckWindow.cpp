@@ -39,8 +39,11 @@ std::vector<FindingRow> rowsOf(const ReviewedPlace& place, ContentCheck content,
 // On the worker's thread.
 class CheckJob {
  public:
-  CheckJob(const SiteRoot& root, ReviewScope scope, const CheckContext& context)
-      : root_(root), scope_(std::move(scope)), check_(context) {}
+  CheckJob(const CheckSurroundings& surroundings, ReviewScope scope, const CheckContext& context)
+      : root_(surroundings.root),
+        words_(surroundings.failureText),
+        scope_(std::move(scope)),
+        check_(context) {}
 
   Outcome run(ReviewWork<FindingRow>::Report& report) {
     const auto tell = [&](const ReviewedPlace& place, ContentCheck content, const Findings& findings) {
@@ -57,8 +60,9 @@ class CheckJob {
                       .folder = [this] { folder_.emplace(check_); },
                       .stored =
                           [&](ReviewedPlace place, const std::string& file, Expected<std::string> bytes) {
-                            const CheckedFile checked = folder_->next(file, std::move(bytes));
+                            CheckedFile checked = folder_->next(file, std::move(bytes));
                             if (!checked.name.empty()) place.name = checked.name;
+                            if (checked.unread) translate(checked);
                             tell(place, checked.content, checked.findings);
                           },
                       .progress = [&](std::size_t done, std::size_t of) { report.progress(done, of); }},
@@ -66,7 +70,14 @@ class CheckJob {
   }
 
  private:
+  void translate(CheckedFile& checked) const {
+    for (Finding& finding : checked.findings)
+      if (finding.rule == CheckRule::kUnreadable)
+        finding.wrong.values = {words_(*checked.unread).toStdString()};
+  }
+
   const SiteRoot& root_;
+  const std::function<QString(const Failure&)> words_;
   const ReviewScope scope_;
   MacroCheck check_;
   std::optional<FolderCheck> folder_;
@@ -75,7 +86,7 @@ class CheckJob {
 }  // namespace
 
 CheckWindow::CheckWindow(CheckSurroundings surroundings, QWidget* owner)
-    : ReviewWindow(tr("Check"), owner),
+    : ReviewWindow(tr("Check"), owner, Stands::kBeside),
       surroundings_(std::move(surroundings)),
       ui_(std::make_unique<Ui::CheckWindow>()),
       work_([this](std::vector<FindingRow> found,
@@ -129,7 +140,7 @@ void CheckWindow::start() {
   tell(problems.empty() ? QString() : shown(std::string(kCheckFile) + ": " + problems.front()));
   showWorking(true);
   const auto job = std::make_shared<CheckJob>(
-      surroundings_.root, *scope,
+      surroundings_, *scope,
       CheckContext{surroundings_.dictionary, surroundings_.decodingLists, surroundings_.frameRate, off_});
   work_.start([job](Work::Report& report) { return job->run(report); });
 }
@@ -139,8 +150,7 @@ void CheckWindow::take(std::vector<FindingRow> found, Work::Progress progress) {
   model_.add(std::move(found));
   if (first && model_.rowCount() > 0) {
     ui_->findings->setCurrentIndex(model_.index(0, 0));
-    for (const int column : {CheckModel::kSeverity, CheckModel::kCommand})
-      ui_->findings->resizeColumnToContents(column);
+    fitColumns();
   }
   seen_ = progress.done;
   ui_->progress->setMaximum(static_cast<int>(progress.of));
@@ -148,8 +158,14 @@ void CheckWindow::take(std::vector<FindingRow> found, Work::Progress progress) {
   if (model_.rowCount() > 0) told_ = tellSummary();
 }
 
+void CheckWindow::fitColumns() {
+  for (const int column : {CheckModel::kSeverity, CheckModel::kCommand})
+    ui_->findings->resizeColumnToContents(column);
+}
+
 void CheckWindow::end(const Outcome& outcome) {
   showWorking(false);
+  fitColumns();
   if (outcome && seen_ > 0)
     told_ = tellSummary();
   else if (outcome)

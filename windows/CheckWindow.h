@@ -22,7 +22,7 @@ struct CheckSurroundings {
   DecodingLists& decodingLists;
   int frameRate = 25;
   std::function<std::vector<ReviewScope>()> scopes;
-  std::function<QString(const Failure& failure)> failureText;
+  std::function<QString(const Failure& failure)> failureText;  // on any thread
 };
 
 // The list "Check": looks at a macro, a folder or a workplace and shows what is wrong there, while it looks.
@@ -52,6 +52,7 @@ class CheckWindow : public ReviewWindow {
   void start();
   void take(std::vector<FindingRow> found, Work::Progress progress);
   void end(const Outcome& outcome);
+  void fitColumns();
   void chooseAgain(const FindingRow& chosen, int before);
   void openCurrent();
   void fixCurrent();

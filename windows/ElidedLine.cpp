@@ -12,6 +12,10 @@ ElidedLine::ElidedLine(QWidget* parent) : QLabel(parent) {
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
+QSize ElidedLine::sizeHint() const {
+  return {fontMetrics().horizontalAdvance(text()) + 1, fontMetrics().height()};  // screens round
+}
+
 QSize ElidedLine::minimumSizeHint() const { return {0, fontMetrics().height()}; }
 
 QString ElidedLine::elided() const {

@@ -12,6 +12,7 @@ class ElidedLine : public QLabel {
  public:
   explicit ElidedLine(QWidget* parent = nullptr);
 
+  [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:

@@ -10,9 +10,8 @@ std::string heading(const FoundHits& found) {
   const QString title = QString::fromStdString(found.place.title());
   const QString where = QString::fromStdString(found.place.shown);
   const int count = static_cast<int>(found.hits.size());
-  const QString what = found.unread.empty()
-                           ? HitRows::tr("%n commands", nullptr, count)
-                           : HitRows::tr("could not be read: %1").arg(QString::fromStdString(found.unread));
+  const QString what = found.unread.isEmpty() ? HitRows::tr("%n commands", nullptr, count)
+                                              : HitRows::tr("could not be read: %1").arg(found.unread);
   const QString whole = where.isEmpty() || where == title
                             ? HitRows::tr("%1: %2").arg(title, what)
                             : HitRows::tr("%1 (%2): %3").arg(title, where, what);
@@ -42,7 +41,7 @@ void HitRows::add(std::vector<FoundHits> found) {
   };
   for (FoundHits& one : found) {
     hits_ += static_cast<int>(one.hits.size());
-    (one.unread.empty() ? macros_ : unread_) += 1;
+    (one.unread.isEmpty() ? macros_ : unread_) += 1;
     const std::string text = heading(one);
     const auto place = std::make_shared<const ReviewedPlace>(std::move(one.place));
     add({text, -1, false}, {place, -1});

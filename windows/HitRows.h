@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+#include <QCoreApplication>
+#include <QString>
+
 #include "review/MacroSearch.h"
 #include "widgets/ListRows.h"
 #include "windows/ReviewScope.h"
@@ -14,12 +17,12 @@ namespace tessaly {
 struct FoundHits {
   ReviewedPlace place;
   std::vector<SearchHit> hits;
-  std::string unread;
+  QString unread;
 };
 
 // The rows of the search: a heading a macro, and below it a row a command. Rows come at the end only.
 class HitRows : public ListRows {
-  Q_OBJECT
+  Q_DECLARE_TR_FUNCTIONS(HitRows)
 
  public:
   using ListRows::ListRows;

@@ -26,8 +26,11 @@ using Kind = RetargetRule::Kind;
 // On the worker's thread.
 class PreviewJob {
  public:
-  PreviewJob(const SiteRoot& root, ReviewScope scope, MacroRetarget retarget)
-      : root_(root), scope_(std::move(scope)), retarget_(std::move(retarget)) {}
+  PreviewJob(const ReplaceSurroundings& surroundings, ReviewScope scope, MacroRetarget retarget)
+      : root_(surroundings.root),
+        words_(surroundings.failureText),
+        scope_(std::move(scope)),
+        retarget_(std::move(retarget)) {}
 
   Outcome run(ReviewWork<FoundReplacement>::Report& report) {
     return walkScope(root_, scope_,
@@ -52,7 +55,7 @@ class PreviewJob {
   void look(Report& report, ReviewedPlace place, Expected<std::string> bytes) {
     const auto macro = bytes ? Macro::read(*std::move(bytes)) : Expected<Macro>(bytes.failure());
     if (!macro) {
-      const QString why = ReplaceWindow::tr("cannot be read: %1").arg(shown(macro.failure().text));
+      const QString why = ReplaceWindow::tr("cannot be read: %1").arg(words_(macro.failure()));
       report.add({std::move(place), std::nullopt, why});
       return;
     }
@@ -68,6 +71,7 @@ class PreviewJob {
   }
 
   const SiteRoot& root_;
+  const std::function<QString(const Failure&)> words_;
   const ReviewScope scope_;
   MacroRetarget retarget_;
 };
@@ -75,7 +79,7 @@ class PreviewJob {
 }  // namespace
 
 ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
-    : ReviewWindow(tr("Replace in macros"), owner),
+    : ReviewWindow(tr("Replace in macros"), owner, Stands::kBeside),
       surroundings_(std::move(surroundings)),
       ui_(std::make_unique<Ui::ReplaceWindow>()),
       reading_([this](std::vector<FoundReplacement> found,
@@ -131,6 +135,8 @@ void ReplaceWindow::setUpFields() {
     ui_->problem->clear();
   });
   connect(ui_->rule, &QLineEdit::returnPressed, this, &ReplaceWindow::preview);
+  for (QLineEdit* field : {ui_->parameter, ui_->from, ui_->to, ui_->where, ui_->rule})
+    leadDown(*field, *ui_->changes);
   compose();
 }
 
@@ -192,7 +198,7 @@ void ReplaceWindow::preview() {
   what_ = scope->title;
   rule_ = ui_->rule->text().toStdString();
   tell({});
-  const auto job = std::make_shared<PreviewJob>(surroundings_.root, *scope, *std::move(made));
+  const auto job = std::make_shared<PreviewJob>(surroundings_, *scope, *std::move(made));
   ui_->progress->setRange(0, 0);
   reading_.start([job](Reading::Report& report) { return job->run(report); });
   showControls();

@@ -33,7 +33,7 @@ struct ReplaceSurroundings {
   std::function<QString(const MacroPlace& place)> leftOut;
   // To write them: files all or none.
   std::function<ReplaceJob(const std::string& title)> job;
-  std::function<QString(const Failure& failure)> failureText;
+  std::function<QString(const Failure& failure)> failureText;  // on any thread
 };
 
 // Replaces in many macros by a rule (docs/replace.md), which is typed or put together from fields: first a

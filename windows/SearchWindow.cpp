@@ -18,8 +18,11 @@ constexpr std::string_view kKeyEnd = ".upk";
 // On the worker's thread.
 class SearchJob {
  public:
-  SearchJob(const SiteRoot& root, ReviewScope scope, MacroQuery query, const LineContext& knowledge)
-      : root_(root), scope_(std::move(scope)), search_(std::move(query), knowledge) {}
+  SearchJob(const SearchSurroundings& surroundings, ReviewScope scope, MacroQuery query)
+      : root_(surroundings.root),
+        words_(surroundings.failureText),
+        scope_(std::move(scope)),
+        search_(std::move(query), surroundings.knowledge) {}
 
   Outcome run(ReviewWork<FoundHits>::Report& report) {
     return walkScope(
@@ -47,7 +50,7 @@ class SearchJob {
 
   void look(Report& report, ReviewedPlace place, const std::string& file, Expected<std::string> bytes) {
     if (!bytes) {
-      report.add({std::move(place), {}, bytes.failure().text});
+      report.add({std::move(place), {}, words_(bytes.failure())});
     } else if (endsWithNoCase(file, kKeyEnd)) {
       KeyFile keys;
       keys.parse(*bytes);
@@ -57,11 +60,12 @@ class SearchJob {
       place.name = macro->name().value_or(place.name);
       add(report, place, search_.find(*macro));
     } else {
-      report.add({std::move(place), {}, macro.failure().text});
+      report.add({std::move(place), {}, words_(macro.failure())});
     }
   }
 
   const SiteRoot& root_;
+  const std::function<QString(const Failure&)> words_;
   const ReviewScope scope_;
   MacroSearch search_;
 };
@@ -69,7 +73,7 @@ class SearchJob {
 }  // namespace
 
 SearchWindow::SearchWindow(SearchSurroundings surroundings, QWidget* owner)
-    : ReviewWindow(tr("Search"), owner),
+    : ReviewWindow(tr("Search"), owner, Stands::kBeside),
       surroundings_(std::move(surroundings)),
       ui_(std::make_unique<Ui::SearchWindow>()),
       work_(
@@ -86,7 +90,9 @@ SearchWindow::SearchWindow(SearchSurroundings surroundings, QWidget* owner)
   for (const auto& [field, word] : fields_) {
     connect(field, &QLineEdit::textEdited, this, &SearchWindow::compose);
     connect(field, &QLineEdit::returnPressed, this, &SearchWindow::start);
+    leadDown(*field, *ui_->hits);
   }
+  leadDown(*ui_->query, *ui_->hits);
   // What is typed there is no longer what the fields put together.
   connect(ui_->query, &QLineEdit::textEdited, this, [this] {
     for (const auto& [field, word] : fields_) field->clear();
@@ -141,8 +147,7 @@ void SearchWindow::start() {
   tell({});
   ui_->hits->setPlaceholder({});
   showWorking(true);
-  const auto job =
-      std::make_shared<SearchJob>(surroundings_.root, *scope, *std::move(query), surroundings_.knowledge);
+  const auto job = std::make_shared<SearchJob>(surroundings_, *scope, *std::move(query));
   work_.start([job](Work::Report& report) { return job->run(report); });
 }
 

@@ -23,7 +23,7 @@ struct SearchSurroundings {
   const SiteRoot& root;
   LineContext knowledge;
   std::function<std::vector<ReviewScope>()> scopes;
-  std::function<QString(const Failure& failure)> failureText;
+  std::function<QString(const Failure& failure)> failureText;  // on any thread
 };
 
 // Looks for commands in macros by a query (docs/find.md), which is typed or put together from fields, and

@@ -21,12 +21,14 @@ namespace {
 
 constexpr double kZooms[] = {0.5, 0.75, 1, 1.25, 1.5, 2};
 constexpr int kHundred = 100;
+constexpr int kLongestName = 60;  // letters of a proposed name; folders take 255 bytes
 
 // A name for the file that a sheet of that title goes to.
 QString suggested(const Sheet& sheet) {
   QString name = shown(sheet.ofMany ? std::string(fileNameOf(sheet.title)) : sheet.title);
   for (const QChar character : QStringLiteral("/\\:*?\"<>|")) name.replace(character, QLatin1Char('-'));
-  return name.trimmed().isEmpty() ? SheetWindow::tr("macros") : name.trimmed();
+  name = name.left(kLongestName).trimmed();
+  return name.isEmpty() ? SheetWindow::tr("macros") : name;
 }
 
 std::unique_ptr<QPrinter> printerFor(const SheetPages& pages, const QString& title) {

@@ -17,11 +17,12 @@ constexpr int kMacroWidth = 260;  // pixels, to start with
 }  // namespace
 
 SnapshotRestoreDialog::SnapshotRestoreDialog(const QString& title, SnapshotRestore& restore, Run run,
-                                             SnapshotRows::Words words, QWidget* parent)
+                                             MayWrite mayWrite, SnapshotRows::Words words, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::SnapshotRestoreDialog>()),
       restore_(restore),
       run_(std::move(run)),
+      mayWrite_(std::move(mayWrite)),
       words_(words),
       rows_(std::move(words)) {
   ui_->setupUi(this);
@@ -49,6 +50,10 @@ void SnapshotRestoreDialog::showCount() {
 
 void SnapshotRestoreDialog::restoreTicked() {
   const std::vector<std::size_t> ticked = rows_.ticked();
+  if (!mayWrite_(ticked)) {
+    ui_->outcome->setText(tr("Nothing was restored."));
+    return;
+  }
   Outcome outcome;
   run_(tr("Restoring macros"), [&](const std::function<void(int)>& tell) {
     std::size_t done = 0;

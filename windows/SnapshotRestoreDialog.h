@@ -24,10 +24,12 @@ class SnapshotRestoreDialog : public QDialog {
   // far it is, in thousandths.
   using Work = std::function<void(const std::function<void(int)>& tell)>;
   using Run = std::function<void(const QString& label, const Work& work)>;
+  // Whether these rows may be put back as they are; asks the user where that is a question.
+  using MayWrite = std::function<bool(const std::vector<std::size_t>& rows)>;
 
   // `title` says from where to where. Observes the restore, which has looked at its rows.
-  SnapshotRestoreDialog(const QString& title, SnapshotRestore& restore, Run run, SnapshotRows::Words words,
-                        QWidget* parent = nullptr);
+  SnapshotRestoreDialog(const QString& title, SnapshotRestore& restore, Run run, MayWrite mayWrite,
+                        SnapshotRows::Words words, QWidget* parent = nullptr);
   ~SnapshotRestoreDialog() override;
 
  signals:
@@ -43,6 +45,7 @@ class SnapshotRestoreDialog : public QDialog {
   std::unique_ptr<Ui::SnapshotRestoreDialog> ui_;
   SnapshotRestore& restore_;
   Run run_;
+  MayWrite mayWrite_;
   SnapshotRows::Words words_;
   SnapshotRows rows_;
   bool cancelled_ = false;  // the restore takes nothing more

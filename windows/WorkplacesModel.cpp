@@ -1,6 +1,7 @@
 #include "windows/WorkplacesModel.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "widgets/DialogText.h"
 
@@ -35,9 +36,9 @@ void WorkplacesModel::clear() {
   showAnew();
 }
 
-void WorkplacesModel::setTitles(const QString& left, const QString& right) {
-  left_ = left;
-  right_ = right;
+void WorkplacesModel::setTitles(Title left, Title right) {
+  left_ = std::move(left);
+  right_ = std::move(right);
   emit headerDataChanged(Qt::Horizontal, kLeft, kRight);
 }
 
@@ -141,16 +142,19 @@ QVariant WorkplacesModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant WorkplacesModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  const bool place = section == kLeft || section == kRight;
+  if (orientation != Qt::Horizontal) return {};
+  if (role == Qt::ToolTipRole && place) return (section == kLeft ? left_ : right_).whole.toHtmlEscaped();
+  if (role != Qt::DisplayRole) return {};
   switch (static_cast<Column>(section)) {
     case kNumber:
       return tr("Number");
     case kLeft:
-      return left_;
+      return left_.cut;
     case kState:
       return tr("State");
     case kRight:
-      return right_;
+      return right_.cut;
     case kResult:
       return tr("Result");
     case kColumns:

@@ -26,7 +26,11 @@ class WorkplacesModel : public QAbstractTableModel {
   using QAbstractTableModel::QAbstractTableModel;
 
   void clear();
-  void setTitles(const QString& left, const QString& right);
+  // Of a column: for its tool tip, and as far as there is room.
+  struct Title {
+    QString whole, cut;
+  };
+  void setTitles(Title left, Title right);
   void add(std::vector<WorkplaceRow> compared);
   void showOnlyDifferences(bool only);
   // Of a row in all.
@@ -61,7 +65,7 @@ class WorkplacesModel : public QAbstractTableModel {
   std::vector<Row> rows_;
   std::vector<std::size_t> shown_;  // of rows_, in their order
   bool onlyDifferences_ = false;
-  QString left_, right_;
+  Title left_, right_;
 };
 
 // A sign and a word.

@@ -9,8 +9,9 @@
 #include <QKeyEvent>
 #include <QPointer>
 
-#include "review/MacroCheck.h"
 #include "ui_WorkplacesWindow.h"
+#include "widgets/AtEach.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListFinder.h"
 
@@ -18,7 +19,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kNumberWidth = 90, kStateWidth = 130, kNameWidth = 190;  // pixels
+constexpr int kNumberWidth = 90, kStateWidth = 130, kNameWidth = 190, kHeadingMargin = 12;  // pixels
 constexpr std::array kSides{0, 1};
 
 using State = WorkplaceRow::State;
@@ -51,6 +52,9 @@ WorkplacesWindow::WorkplacesWindow(Ways ways, QWidget* owner)
   setWindowTitle(title);
   setUpTable();
   fillChoices();
+  setIcons({{ui_->again, ButtonIcon::kReadAgain},
+            {ui_->toLeft, ButtonIcon::kLeft},
+            {ui_->toRight, ButtonIcon::kRight}});
   connect(ui_->left, &QComboBox::activated, this, [this](int index) { choose(0, index); });
   connect(ui_->right, &QComboBox::activated, this, [this](int index) { choose(1, index); });
   connect(ui_->again, &QPushButton::clicked, this, &WorkplacesWindow::readAgain);
@@ -62,6 +66,7 @@ WorkplacesWindow::WorkplacesWindow(Ways ways, QWidget* owner)
   connect(ui_->retry, &QPushButton::clicked, this, &WorkplacesWindow::startCopy);
   connect(ui_->cancel, &QPushButton::clicked, this, &WorkplacesWindow::cancel);
   connect(&model_, &WorkplacesModel::ticked, this, &WorkplacesWindow::showControls);
+  ui_->table->setFocus();
   readAgain();
 }
 
@@ -76,7 +81,8 @@ void WorkplacesWindow::setUpTable() {
   header.resizeSection(WorkplacesModel::kState, kStateWidth);
   header.resizeSection(WorkplacesModel::kLeft, kNameWidth);
   header.resizeSection(WorkplacesModel::kRight, kNameWidth);
-  ui_->table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  keepRowHeight(*ui_->table);
+  connect(&header, &QHeaderView::sectionResized, this, &WorkplacesWindow::showTitles);
   connect(ui_->table, &QTableView::doubleClicked, this, &WorkplacesWindow::compareCurrent);
   connect(ui_->table->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &WorkplacesWindow::showControls);
@@ -105,10 +111,9 @@ void WorkplacesWindow::fillChoices() {
     QComboBox& box = side == 0 ? *ui_->left : *ui_->right;
     choices_[static_cast<std::size_t>(side)] = all;
     for (const WorkplaceChoice& choice : all) box.addItem(choice.text);
-    const auto ready = [&](int index) {
-      return index >= 0 && index < box.count() && !all[static_cast<std::size_t>(index)].ask;
-    };
-    const int index = ready(side) ? side : ready(0) ? 0 : -1;
+    // Not the other side's once more: all of it would be the same.
+    const bool ready = side < box.count() && !all[static_cast<std::size_t>(side)].ask;
+    const int index = ready ? side : -1;
     box.setCurrentIndex(index);
     chosen_[static_cast<std::size_t>(side)] = index;
   }
@@ -151,8 +156,9 @@ void WorkplacesWindow::readAgain() {
     showControls();
     return;
   }
-  model_.setTitles(left->text, right->text);
+  showTitles();
   say(tr("Reading..."));
+  ui_->progress->setRange(0, 0);
   reading_.start([makeLeft = left->make, makeRight = right->make](auto& report) -> Outcome {
     const auto leftShelf = makeLeft(), rightShelf = makeRight();
     WorkplaceComparison comparison(*leftShelf, *rightShelf);
@@ -166,7 +172,19 @@ void WorkplacesWindow::readAgain() {
   showControls();
 }
 
+// A place is long, and told apart by its end; the header would cut off both ends.
+void WorkplacesWindow::showTitles() {
+  const QHeaderView& header = *ui_->table->horizontalHeader();
+  const auto title = [&](int side, int column) -> WorkplacesModel::Title {
+    const QString whole = choice(side) != nullptr ? choice(side)->text : QString();
+    const int room = header.sectionSize(column) - kHeadingMargin;
+    return {whole, header.fontMetrics().elidedText(whole, Qt::ElideMiddle, room)};
+  };
+  model_.setTitles(title(0, WorkplacesModel::kLeft), title(1, WorkplacesModel::kRight));
+}
+
 void WorkplacesWindow::endReading(const Outcome& outcome) {
+  if (!ui_->table->currentIndex().isValid()) ui_->table->setCurrentIndex(model_.index(0, 0));
   say(outcome ? counts() : tr("NOT read to the end: %1").arg(ways_.failureText(outcome.failure())));
   showControls();
   if (closeWanted_) return reject();
@@ -247,6 +265,7 @@ void WorkplacesWindow::startCopy() {
 // Reads what is to be copied, and looks at what goes to a panel.
 void WorkplacesWindow::look() {
   say(tr("Reading what is to be copied..."));
+  ui_->progress->setRange(0, 0);
   cancelled_ = false;
   faulty_.clear();
   const auto context =
@@ -256,13 +275,8 @@ void WorkplacesWindow::look() {
     if (Outcome read = copy->read(); !read || !context) return read;
     MacroCheck check(*context);
     for (const BatchItem& item : copy->fresh()) {
-      const auto macro = Macro::read(*item.bytes);
       if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "was cancelled"};
-      if (!macro) continue;
-      Findings errors = check.check(*macro);
-      std::erase_if(errors, [](const Finding& finding) { return finding.severity != Severity::kError; });
-      if (!errors.empty())
-        report.add({item.place.number + " - " + macro->name().value_or(""), std::move(errors)});
+      if (auto faulty = check.faults(item.place.number, *item.bytes)) report.add(*std::move(faulty));
     }
     return {};
   });
@@ -380,6 +394,7 @@ void WorkplacesWindow::showControls() {
   ui_->tickDifferent->setEnabled(!rows.empty());
   ui_->compare->setEnabled(ui_->table->currentIndex().isValid());
   const bool copying = looking_.running() || copying_.running();
+  ui_->again->setEnabled(!copying);
   ui_->left->setEnabled(!copying);
   ui_->right->setEnabled(!copying);
   ui_->cancel->setEnabled(!idle);

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "review/CheckRules.h"
+#include "review/MacroCheck.h"
 #include "review/WorkplaceCopy.h"
 #include "windows/ReviewWindow.h"
 #include "windows/ReviewWork.h"
@@ -24,12 +24,6 @@ struct WorkplaceChoice {
   WorkplaceCopy::MakeShelf make;  // on any thread, and without waiting for anything
   // In place of `make`: asks the user for it; nothing when there is none after all.
   std::function<std::optional<WorkplaceChoice>(QWidget* owner)> ask = {};
-};
-
-// A macro that is to go to a panel and has errors.
-struct FaultyMacro {
-  std::string title;  // "007 - Name"; UTF-8
-  Findings errors;
 };
 
 // Two workplaces beside each other, number by number, and copying between them. Reads and writes on threads
@@ -79,6 +73,7 @@ class WorkplacesWindow : public ReviewWindow {
   void fillChoices();
   void choose(int side, int index);
   void readAgain();
+  void showTitles();
   void endReading(const Outcome& outcome);
   void copy(Way way);
   void startCopy();

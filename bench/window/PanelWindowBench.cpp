@@ -4,9 +4,12 @@
 #include <set>
 #include <tinyxml.h>
 
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStandardItemModel>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 #include "bench/BareLine.h"
 #include "bench/InterfaceSample.h"
@@ -22,7 +25,8 @@ namespace tessaly::bench {
 namespace {
 
 constexpr int kValues = 1000;
-constexpr double kQuiet = 0.5;  // seconds without a value that end an update
+constexpr QSize kPlainSize{1000, 600};  // pixels, as that of a capture
+constexpr double kQuiet = 0.5;          // seconds without a value that end an update
 
 // A panel with 1,000 macros in workplace 1 and one macro of 1,000 commands in workplace 2.
 struct Panel {
@@ -98,7 +102,11 @@ const PaneDescriptor::ControlIds& ids() { return Desk::ids(Pane::kA); }
 
 void chooseWorkplace(int row, int macros) {
   panel().desk->act([row] { panel().desk->user().clickRow(ids().workplaces, row); }, ids().macros,
-                    [macros] { return panel().desk->user().list(ids().macros).rows().rowCount() == macros; });
+                    [macros] {
+                      RowsView& list = panel().desk->user().list(ids().macros);
+                      // One row alone may be the one that says that no names have come.
+                      return list.isEnabled() && list.rows().rowCount() == macros;
+                    });
 }
 
 int commandsShown() { return panel().desk->user().list(ids().commands).rows().rowCount(); }
@@ -131,6 +139,27 @@ void capture() {
                       const QStringList told = opened()->findChild<QLabel*>("counts")->text().split(' ');
                       return told.size() > 2 && told[0] == told[2] && told[0] != "0";  // "1000 of 1000"
                     });
+}
+
+// What any window with such a list costs until it is painted.
+void showPlainList() {
+  std::unique_ptr<QDialog> window;
+  QTreeView* list = nullptr;
+  panel().desk->act(
+      [&] {
+        window = std::make_unique<QDialog>(&panel().desk->window());
+        list = new QTreeView(window.get());
+        list->setUniformRowHeights(true);
+        auto* rows = new QStandardItemModel(kValues, CaptureModel::kColumns, list);
+        for (int row = 0; row < rows->rowCount(); ++row)
+          for (int column = 0; column < rows->columnCount(); ++column)
+            rows->setData(rows->index(row, column), QStringLiteral("a text of row %1").arg(row));
+        list->setModel(rows);
+        (new QVBoxLayout(window.get()))->addWidget(list);
+        window->resize(kPlainSize);
+        window->show();
+      },
+      [&list]() -> QAbstractItemView* { return list; }, [] { return true; });
 }
 
 void openValues() {
@@ -204,9 +233,19 @@ const bool kRegistered[] = {
              .prepare = [] { panel(); },
              .reset = openValues,
              .measuredWait = kQuiet}),
-    addPair({.name = "capture of 1,000 commands until shown",
+    addPair({.name = "capture of 1,000 commands until shown, beside the bare wire",
              .measured = capture,
              .limit = [] { subscribeAndCount(panel().simulator->controlPort(), panel().values); },
+             .goal = 2,
+             .prepare = [] { panel(); },
+             .reset = openValuesOnNewLine}),
+    addPair({.name = "the same, beside the wire and a plain list",
+             .measured = capture,
+             .limit =
+                 [] {
+                   showPlainList();
+                   subscribeAndCount(panel().simulator->controlPort(), panel().values);
+                 },
              .goal = 2,
              .prepare = [] { panel(); },
              .reset = openValuesOnNewLine}),

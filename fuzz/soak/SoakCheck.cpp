@@ -157,6 +157,9 @@ void SoakCheck::takeBrokenUpload() {
     files.erase(number);
   else if (sent.rfind(now, 0) == 0 || (old && now == *old))
     files[number] = now;
+  // What is put back is followed by the call to load, and the names are those of all files then.
+  if (model_.line.panel >= 0 && desk_.strip().find("holds again") != std::string::npos)
+    model_.readAgain(model_.line.panel);
 }
 
 }  // namespace tessaly

@@ -44,11 +44,12 @@ void SoakUser::takeCopy(const std::vector<SeenCommand>& commands, int selected) 
   here().edited = true;
 }
 
-// A macro of the disk was written by the program: its folder's list is built again.
+// A macro of the disk was written by the program: its folder's lists are built again.
 void SoakUser::diskChanged(int number) {
   const std::string folder = model_.macroFolder(here());
   model_.disk[folder][number] = desk_.site.read(folder + format("macro%03d.mac", number));
   model_.listMacros(pane_);
+  model_.hearOf(other(pane_), {false, folder, here().workplace, number});
 }
 
 std::string SoakUser::create() {
@@ -79,7 +80,8 @@ void SoakUser::createdOnPanel(int number, const std::string& name) {
   require(macro && macro->name == name && macro->commands.empty(), "another macro was created");
   here().macro = -1;
   model_.reset(pane_);
-  static_cast<void>(model_.send(here().address, here().workplace, number, here().copy));
+  if (model_.send(here().address, here().workplace, number, here().copy))
+    model_.hearOf(other(pane_), {true, here().address, here().workplace, number});
 }
 
 std::string SoakUser::copy() {
@@ -121,12 +123,17 @@ void SoakUser::copied(int number) {
     if (const auto file = files.find(there().macro); file != files.end()) bytes = file->second;
   }
   if (here().panel) {
-    if (bytes) static_cast<void>(model_.send(here().address, here().workplace, number, *bytes));
+    const ModelTarget target{true, here().address, here().workplace, number};
+    if (bytes && model_.send(target.place, target.workplace, number, *bytes))
+      for (const Pane pane : kPanes) model_.hearOf(pane, target);
     return;
   }
-  if (bytes) model_.disk[model_.macroFolder(here())][number] = *bytes;
+  const std::string folder = model_.macroFolder(here());
+  if (bytes) model_.disk[folder][number] = *bytes;
   model_.listMacros(pane_);
-  if (bytes) model_.openMacro(pane_, number);
+  if (!bytes) return;
+  model_.hearOf(other(pane_), {false, folder, here().workplace, number});
+  model_.openMacro(pane_, number);
 }
 
 std::string SoakUser::rename() {
@@ -157,34 +164,32 @@ void SoakUser::renamed(int number, const std::string& name) {
       const std::string now = desk_.site.read(folder + format("macro%03d.mac", number));
       check(file->second, now);
       file->second = now;
-      // The other pane's copy of it is old by now.
-      const auto& target = there().target;
-      if (target && !target->panel && target->place == folder && target->number == number &&
-          !there().edited) {
-        there().macro = -1;
-        model_.reset(other(pane_));
-      }
     }
     model_.listMacros(pane_);
-    if (done) model_.openMacro(pane_, number);
+    if (!done) return;
+    model_.hearOf(other(pane_), {false, folder, here().workplace, number});
+    model_.openMacro(pane_, number);
     return;
   }
   if (model_.line.panel < 0) return;
+  const int workplace = here().workplace;
+  const ModelTarget target{true, here().address, workplace, number};
+  for (const Pane pane : kPanes) model_.forget(pane, target);
   ModelFiles& files = model_.panels[static_cast<std::size_t>(model_.line.panel)]
-                          .files[static_cast<std::size_t>(here().workplace - 1)];
+                          .files[static_cast<std::size_t>(workplace - 1)];
   const auto file = files.find(number);
   if (file == files.end() || !seeMacro(file->second)) return;
   const DeskPanel& panel = model_.line.panel == 0 ? desk_.first : desk_.second;
   std::string now;
   WindowDriver::waitFor(
       [&] {
-        now = panel.tree.read(DeskPanel::file(here().workplace, number));
+        now = panel.tree.read(DeskPanel::file(workplace, number));
         return now != file->second || seeMacro(now)->name == name;
       },
       "the new name on the panel");
   check(file->second, now);
   file->second = now;
-  model_.publish(model_.line.panel, modelNameValue(here().workplace, number), name);
+  model_.publish(model_.line.panel, modelNameValue(workplace, number), name);
 }
 
 std::string SoakUser::remove() {
@@ -205,8 +210,10 @@ std::string SoakUser::remove() {
 
 void SoakUser::removed(int number) {
   if (!here().panel) {
-    model_.disk[model_.macroFolder(here())].erase(number);
+    const std::string folder = model_.macroFolder(here());
+    model_.disk[folder].erase(number);
     model_.listMacros(pane_);
+    model_.hearOf(other(pane_), {false, folder, here().workplace, number});
     return;
   }
   const int workplace = here().workplace;
@@ -294,7 +301,10 @@ std::string SoakUser::newMany() {
     commands.push_back(stored->commands[commands.size()]);
     require(commands.back().fid == fid, "inserted " + commands.back().fid + " in place of " + fid);
   }
-  takeCopy(commands, -1);
+  // All of them are selected then; of the rest of the acts each has one command in hand.
+  const int first = made.empty() ? -1 : static_cast<int>(commands.size() - made.size());
+  if (first >= 0) desk_.driver->clickRow(ids().commands, first);
+  takeCopy(commands, first);
   return "makes many commands of " + bus;
 }
 
@@ -362,8 +372,13 @@ void SoakUser::updated(bool question) {
   applyValues(model_.ask(names), commands, count);
   if (count == 0) return;
   // The pane may have been in edit state before; the strip tells the end.
-  WindowDriver::waitFor([this] { return desk_.strip().find("commands updated") != std::string::npos; },
-                        "the end of the update");
+  WindowDriver::waitFor(
+      [this] {
+        const std::string told = desk_.strip();
+        return told.find("commands updated") != std::string::npos ||
+               told.find("values came") != std::string::npos;
+      },
+      "the end of the update");
   model_.updateOpen = false;
   // Pane B's values are replaced by what the working copy held before.
   takeCopy(pane_ == Pane::kA ? commands : here().commands, -1);

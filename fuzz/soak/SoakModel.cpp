@@ -24,6 +24,11 @@ std::string nameOf(const std::string& bytes) {
   return macro && !macro->name.empty() ? macro->name : "???";
 }
 
+bool lists(const PaneModel& pane, int number) {
+  return std::any_of(pane.macros.begin(), pane.macros.end(),
+                     [number](const auto& row) { return row.first == number; });
+}
+
 }  // namespace
 
 std::string modelNameValue(int workplace, int number) {
@@ -224,15 +229,39 @@ void SoakModel::catchUp(Pane pane) {
 void SoakModel::listMacros(Pane pane) {
   PaneModel& here = of(pane);
   clearFromMacros(pane);
-  if (here.panel) {
+  if (here.panel)
     refreshMacros(pane);
-    return;
-  }
+  else
+    listFiles(pane);
+}
+
+void SoakModel::listFiles(Pane pane) {
+  PaneModel& here = of(pane);
   const std::string folder = macroFolder(here);
+  here.macros.clear();
   if (folder.empty()) return;
   for (const auto& [number, bytes] : disk[folder])
     here.macros.emplace_back(number, format("%03d - ", number) + displayUtf8(nameOf(bytes)));
   here.macroNotice = here.macros.empty();
+}
+
+void SoakModel::hearOf(Pane pane, const ModelTarget& written) {
+  PaneModel& here = of(pane);
+  if (!written.panel && !here.panel && !here.older && macroFolder(here) == written.place) {
+    listFiles(pane);
+    if (!lists(here, here.macro)) here.macro = -1;
+  }
+  if (!here.edited && here.target == written && here.panel == written.panel && here.macro == written.number)
+    openMacro(pane, written.number);
+  else
+    forget(pane, written);
+}
+
+void SoakModel::forget(Pane pane, const ModelTarget& changed) {
+  PaneModel& here = of(pane);
+  if (here.edited || here.target != changed) return;
+  here.macro = -1;
+  reset(pane);
 }
 
 void SoakModel::refreshMacros(Pane pane) {
@@ -246,9 +275,7 @@ void SoakModel::refreshMacros(Pane pane) {
         here.macros.emplace_back(number, format("%03d - ", number) + name);
     here.macroNotice = here.macros.empty();
   }
-  const bool kept = std::any_of(here.macros.begin(), here.macros.end(),
-                                [&here](const auto& row) { return row.first == here.macro; });
-  if (here.macro < 0 || kept) return;
+  if (here.macro < 0 || lists(here, here.macro)) return;
   here.macro = -1;
   if (!here.edited) reset(pane);
 }
@@ -416,10 +443,12 @@ void SoakModel::discard(Pane pane) {
              file != disk[here.target->place].end()) {
     bytes = file->second;
   }
-  if (bytes)
+  if (bytes) {
     here.copy = *bytes;
-  else
+  } else {
     here.target.reset();
+    here.macro = -1;
+  }
   show(pane);
   catchUp(pane);
 }

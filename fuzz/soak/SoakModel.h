@@ -27,6 +27,8 @@ struct ModelTarget {
   std::string place;  // folder or address
   int workplace = 0;
   int number = 0;
+
+  friend bool operator==(const ModelTarget&, const ModelTarget&) = default;
 };
 
 struct PaneModel {
@@ -114,6 +116,10 @@ class SoakModel {
   void reset(Pane pane);
   void show(Pane pane);  // what the working copy holds
   void listMacros(Pane pane);
+  // A macro was written or removed, and the pane may list or show it.
+  void hearOf(Pane pane, const ModelTarget& written);
+  // The pane does not go on showing what the macro was.
+  void forget(Pane pane, const ModelTarget& changed);
   // Bytes at a panel address; nothing when they do not come.
   [[nodiscard]] std::optional<std::string> fetch(const std::string& address, int workplace, int number) const;
   // The panel has the macro, but none of its bytes come.
@@ -150,6 +156,7 @@ class SoakModel {
   void fillWorkplaces(Pane pane);
   void clearFromMacros(Pane pane);
   void refreshMacros(Pane pane);
+  void listFiles(Pane pane);
   void refreshWorkplaces(Pane pane);
   void followNames(int workplace);
   void follow(Pane pane, int number);

@@ -254,6 +254,22 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   driver().press(a_.saveChanges);
   EXPECT_THAT(fixture_.status().toStdString(), StartsWith("saved: 007 - Two"));
   EXPECT_NE(first_.read(1, "007"), before);
+
+  // Before what stands there is looked at, which is the last thing.
+  driver().choose(b_.applications, "Evening News");
+  driver().choose(b_.macros, "001");
+  first_.tree.write(Panel::file(1, "007"), faulty("Third"));
+  messages.take();
+  copyTo(a_.copyMacro, 7);
+  EXPECT_THAT(messages.take(), ElementsAre(StartsWith("001 - Wrong has"), StartsWith("What stands at 007")));
+}
+
+TEST_F(CheckingTest, WhereUsedOfACommandThatNamesNothingIsToldOnly) {
+  fixture_.site.write(macroFile(kFolder, 1), R"(<macro name="M"><data><cmd fid=""/></data></macro>)");
+  open();
+  driver().clickRow(a_.commands, 0);
+  press(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("the selected command names nothing"));
 }
 
 }  // namespace

@@ -49,6 +49,9 @@ class EveryDialog {
     command_.parameters.push_back({"VALUE", "0.48"});
     static_cast<void>(restore_.add(2, 2));
     row_.add({"delete 3 commands", {}, {}, {}, {}});
+    const QDateTime night(QDate(2026, 11, 25), QTime(23, 30));
+    for (const Grade grade : {Grade::kDone, Grade::kNote, Grade::kWarning, Grade::kFailure})
+      log_.add({grade, QStringLiteral("saved: 001 - Titles"), QStringLiteral("CP1, workplace 1")}, night);
   }
 
   // One after the other, made anew.
@@ -121,7 +124,7 @@ class EveryDialog {
          [this] {
            return std::make_unique<SnapshotRestoreDialog>(
                QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
-               [](const Failure&) { return QString(); });
+               [](const auto&) { return true; }, [](const Failure&) { return QString(); });
          }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };

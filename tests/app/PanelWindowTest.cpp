@@ -48,7 +48,8 @@ TEST_F(PanelWindowTest, MacrosOfThePanelAreEditedAndSaved) {
   });
   awaitRow(b_.macros, "033 - Fresh");
   EXPECT_THAT(first_.read(1, "033"), HasSubstr("Fresh"));
-  driver().choose(b_.macros, "033");
+  ASSERT_NE(driver().list(b_.macros).selected(), nullptr) << "what was created is at hand";
+  EXPECT_EQ(driver().list(b_.macros).selected()->text, "033 - Fresh");
   driver().press(b_.renameMacro, [](QDialog& dialog) {
     WindowDriver::type(dialog, "newName", QStringLiteral("Renamed"));
     WindowDriver::click(dialog, QStringLiteral("OK"));

@@ -50,7 +50,8 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
     const char* found;  // at the second try; null: the part as it was left
     bool done;
   };
-  for (const auto& [found, done] : {Case{nullptr, true}, {"<ol", true}, {kOld, true}, {"<x/>", false}}) {
+  for (const auto& [found, done] :
+       {Case{nullptr, true}, {"<ol", true}, {kOld, true}, {kNew, true}, {"<x/>", false}}) {
     SCOPED_TRACE(found ? found : "its own part");
     panel.files[0] = kOld;
     MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
@@ -110,6 +111,7 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
                                  item(2)};
     if (stop == Stop::kPanel) items.push_back({onPanel(1), kNew});
     if (stop == Stop::kChangedBefore) items[3].expected = HeldContent::of("<other/>");
+    if (stop == Stop::kForeign) items[3].expected = {};  // as it was read counts
     protect(2, stop == Stop::kProtected);
     MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, std::move(items));
     int told = 0;
@@ -128,6 +130,28 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
   MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(disk(), ElementsAre(kNew, kNew, kOld, "<missing>"));
+}
+
+// What somebody puts over a part of it stays, as does the journal, by which the next start tells of it.
+TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
+  MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
+  int told = 0;
+  EXPECT_TRUE(batch.run([&](std::size_t, const MacroBatch::Row&) {
+    if (++told > 1) return;
+    site.write(file(0), "<foreign/>");
+    batch.cancel();
+  }));
+  EXPECT_THAT(statesOf(batch), ElementsAre(State::kUnknown, State::kAsBefore));
+  EXPECT_EQ(site.read(file(0)), "<foreign/>");
+  EXPECT_THAT(BatchJournal::namesIn(site.root), SizeIs(1));
+}
+
+TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
+  site.write("history", "in the way");
+  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo, {item(0)});
+  EXPECT_TRUE(batch.run());
+  EXPECT_THAT(statesOf(batch), ElementsAre(State::kAsBefore));
+  EXPECT_EQ(site.read(file(0)), kOld);
 }
 
 // What the next start makes of each state that a program may have died in.

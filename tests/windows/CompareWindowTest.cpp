@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -171,6 +172,16 @@ TEST_F(CompareWindowTest, TakesWhatIsSelectedOrAllAsOneStepAndStaysThere) {
   EXPECT_EQ(steps_.size(), 4U);
   press(Qt::Key_Left, Qt::AltModifier);
   EXPECT_EQ(told("outcome"), "NOT taken into A: no difference is selected");
+}
+
+TEST_F(CompareWindowTest, GoesOnlyOnceItHasHandedOverWhatItTakes) {
+  open(bytesOf(kHere), bytesOf(kThere));
+  press(Qt::Key_Left, Qt::AltModifier);
+  const QPointer window = window_;
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
+  window_ = nullptr;
+  EXPECT_EQ(steps_.size(), 1U);
 }
 
 // Catches a side that is changed although it must not be, and a refusal without a reason.

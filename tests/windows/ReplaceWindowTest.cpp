@@ -1,7 +1,9 @@
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <utility>
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -114,6 +116,18 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   ASSERT_EQ(replaced.size(), 1);
   EXPECT_EQ(replaced[0][1].value<std::vector<BatchTrace>>().size(), 2U) << "one undo for all";
   EXPECT_FALSE(button("replace").isEnabled()) << "it is done";
+}
+
+// Else nothing could undo it.
+TEST_F(ReplaceWindowTest, GoesOnlyOnceItHasToldWhatItHasWritten) {
+  preview("QMF1", "QMF2");
+  QSignalSpy replaced(window_, &ReplaceWindow::replaced);
+  const QPointer window = std::exchange(window_, nullptr);
+  QTest::mouseClick(window->findChild<QPushButton*>("replace"), Qt::LeftButton);
+  window->close();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
+  EXPECT_EQ(replaced.size(), 1);
+  EXPECT_EQ(site_.read(kOne), macro("QMF2", "QMF2"));
 }
 
 // Catches findings of changes that are not made.

@@ -25,6 +25,7 @@ class SnapshotRestoreDialogTest : public testing::Test {
     static_cast<void>(restore_.look([](std::size_t) {}));
     dialog_ = std::make_unique<SnapshotRestoreDialog>(
         QStringLiteral("To the folder"), restore_, [](const QString&, const auto& work) { work([](int) {}); },
+        [this](const auto&) { return mayWrite_; },
         [](const Failure& failure) { return QString::fromStdString(failure.text); });
     dialog_->show();
   }
@@ -62,6 +63,7 @@ class SnapshotRestoreDialogTest : public testing::Test {
   MacroHistory history_{site_.root};
   DiskShelf shelf_{site_.root, history_, "c:\\show"};
   SnapshotRestore restore_{snapshot(), site_.root, history_, [this](int) { return &shelf_; }, {}};
+  bool mayWrite_ = true;
   std::unique_ptr<SnapshotRestoreDialog> dialog_;
 };
 
@@ -69,6 +71,10 @@ TEST_F(SnapshotRestoreDialogTest, WritesWhatIsTickedAndTellsWhatBecameOfIt) {
   EXPECT_EQ(row(0), "  same");
   EXPECT_EQ(row(1), "x changed");
   EXPECT_EQ(row(2), "x new");
+  mayWrite_ = false;
+  press("restore");
+  EXPECT_EQ(row(1), "x changed") << "not wanted";
+  mayWrite_ = true;
   list().setCurrentIndex(list().model()->index(2, 0));
   QTest::keyClick(&list(), Qt::Key_Space);
   press("restore");
