@@ -12,6 +12,7 @@
 #include "app/Acts.h"
 #include "app/Language.h"
 #include "ui_ActFinder.h"
+#include "widgets/AtEach.h"
 
 namespace tessaly {
 
@@ -56,6 +57,7 @@ ActFinder::ActFinder(const QMainWindow& window, QWidget* parent)
   collect(window);
   connect(ui_->words, &QLineEdit::textChanged, this, &ActFinder::list);
   connect(ui_->words, &QLineEdit::returnPressed, this, &ActFinder::choose);
+  nowAndAtEach(QEvent::PaletteChange, *this, [this] { showObstacles(); });
   connect(ui_->acts, &QTreeWidget::itemActivated, this, &ActFinder::choose);
   list({});
 }
@@ -80,6 +82,7 @@ void ActFinder::list(const QString& typed) {
   for (const bool called : {true, false})
     for (const Row& row : rows_)
       if (allFound(parts, row.names) == called && (called || allFound(parts, row.words))) add(row);
+  showObstacles();
   ui_->acts->setCurrentItem(ui_->acts->topLevelItem(0));
   for (int row = 0; row < ui_->acts->topLevelItemCount(); ++row)
     if (const QAction* const action = actionOf(*ui_->acts->topLevelItem(row)); action->isEnabled())
@@ -92,9 +95,15 @@ void ActFinder::add(const Row& row) {
   item->setText(kKeysColumn, row.action->shortcut().toString(QKeySequence::NativeText));
   item->setText(kWhyNotColumn, obstacleOf(*row.action));
   item->setData(kActColumn, kPlaceOfRow, static_cast<qlonglong>(&row - rows_.data()));
-  if (row.action->isEnabled()) return;
+}
+
+void ActFinder::showObstacles() {
   const QBrush grey = palette().brush(QPalette::Disabled, QPalette::Text);
-  for (const Column column : {kActColumn, kKeysColumn, kWhyNotColumn}) item->setForeground(column, grey);
+  for (int row = 0; row < ui_->acts->topLevelItemCount(); ++row) {
+    QTreeWidgetItem& item = *ui_->acts->topLevelItem(row);
+    if (actionOf(item)->isEnabled()) continue;
+    for (const Column column : {kActColumn, kKeysColumn, kWhyNotColumn}) item.setForeground(column, grey);
+  }
 }
 
 QAction* ActFinder::actionOf(const QTreeWidgetItem& item) const {

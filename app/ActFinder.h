@@ -41,6 +41,7 @@ class ActFinder : public QDialog {
   void collect(const QMainWindow& window);
   void list(const QString& typed);
   void add(const Row& row);
+  void showObstacles();
   [[nodiscard]] QAction* actionOf(const QTreeWidgetItem& item) const;
   void choose();
 

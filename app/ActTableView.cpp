@@ -6,6 +6,7 @@
 #include "app/Appearance.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
+#include "app/PaneHeading.h"
 #include "app/Preferences.h"
 
 namespace tessaly {
@@ -34,6 +35,14 @@ void toggleStripes(Hands hands, Pane pane) {
   const bool on = !showsStripes(hands, pane);
   for (const Pane each : kPanes) hands.view(each).commands().rows().showDestinations(on);
   if (hands.preferences != nullptr) hands.preferences->setDestinationStripes(on);
+}
+
+bool showsHeadings(Hands hands, Pane) { return hands.view(Pane::kA).heading().showsBand(); }
+
+void toggleHeadings(Hands hands, Pane pane) {
+  const bool on = !showsHeadings(hands, pane);
+  for (const Pane each : kPanes) hands.view(each).heading().showBand(on);
+  if (hands.preferences != nullptr) hands.preferences->setHeadings(on);
 }
 
 // A step larger or smaller; 0 is the size of the desktop.
@@ -84,6 +93,9 @@ std::vector<Act> viewActs() {
   list.ofWindow("destinationStripes", QT_TRANSLATE_NOOP("Acts", "Stri&pes by Destination"), {}, {},
                 toggleStripes, QT_TRANSLATE_NOOP("Acts", "colours rows mainframe"))
       .checked = showsStripes;
+  list.ofWindow("headings", QT_TRANSLATE_NOOP("Acts", "&Headings over the Commands"), {}, {}, toggleHeadings,
+                QT_TRANSLATE_NOOP("Acts", "band place what am I looking at"))
+      .checked = showsHeadings;
   list.beginPart();
   list.ofWindow("coloursDesktop", QT_TRANSLATE_NOOP("Acts", "Colours of the Des&ktop"), {}, {},
                 choosePalette<PaletteChoice::kDesktop>)

@@ -5,9 +5,12 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEvent>
 #include <QFileInfo>
-#include <QFont>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QIcon>
+#include <QPointer>
 #include <QStyle>
 
 #include "app/OwnStyle.h"
@@ -38,6 +41,52 @@ PaletteChoice current = PaletteChoice::kDesktop;
 
 constexpr int kLeastTextSize = 50, kGreatestTextSize = 300;  // per cent
 int currentTextSize = kUsualTextSize;
+
+// A font that was set hides every later one of the desktop, so all three are known.
+struct Fonts {
+  QFont named;    // by the desktop, when it was asked last
+  QFont desktop;  // whose size is 100 %
+  QFont ours;
+};
+
+QFont namedFont() { return QFontDatabase::systemFont(QFontDatabase::GeneralFont); }
+
+Fonts& fonts() {
+  static Fonts known{namedFont(), QApplication::font(), QApplication::font()};
+  return known;
+}
+
+void setFont() {
+  QFont font = fonts().desktop;
+  font.setPointSizeF(QFontInfo(font).pointSizeF() * currentTextSize / kUsualTextSize);
+  fonts().ours = font;
+  QApplication::setFont(font);
+}
+
+// The desktop has another text size, or another font. Its colours are followed by the toolkit, as long as
+// none are set.
+void followFont() {
+  const QFont named = namedFont(), used = QApplication::font();
+  if (named == fonts().named && used == fonts().ours) return;
+  fonts().desktop = named != fonts().named ? named : used;
+  fonts().named = named;
+  setFont();
+}
+
+// Some desktops tell the windows, some the program, and some nobody until one comes back from its settings.
+class DesktopWatch : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool told = watched == qApp && (event->type() == QEvent::ApplicationFontChange ||
+                                          event->type() == QEvent::ApplicationPaletteChange ||
+                                          event->type() == QEvent::ApplicationActivate);
+    if (told || event->type() == QEvent::ThemeChange) followFont();
+    return false;
+  }
+};
 
 }  // namespace
 
@@ -88,26 +137,20 @@ QPalette ownPalette(PaletteChoice choice) {
 
 void applyPalette(PaletteChoice choice) {
   static const QString desktopStyle = QApplication::style()->name();
-  static const bool desktopSaysNothing =
-      desktopStyle == kPlainStyle && QApplication::palette() == QApplication::style()->standardPalette();
   current = choice;
-  if (choice == PaletteChoice::kDesktop && desktopSaysNothing) choice = PaletteChoice::kLight;
-  const bool own = choice != PaletteChoice::kDesktop;
-  if (own)
-    QApplication::setStyle(new OwnStyle);
-  else
+  const bool desktops = choice == PaletteChoice::kDesktop;
+  if (desktops && desktopStyle != kPlainStyle)
     QApplication::setStyle(desktopStyle);
-  QApplication::setPalette(own ? ownPalette(choice) : QPalette());
+  else
+    QApplication::setStyle(new OwnStyle);
+  QApplication::setPalette(desktops ? QPalette() : ownPalette(choice));
 }
 
 PaletteChoice currentPalette() { return current; }
 
 void applyTextSize(int percent) {
-  static const QFont desktopFont = QApplication::font();
   currentTextSize = std::clamp(percent, kLeastTextSize, kGreatestTextSize);
-  QFont font = desktopFont;
-  font.setPointSizeF(desktopFont.pointSizeF() * currentTextSize / kUsualTextSize);
-  QApplication::setFont(font);
+  setFont();
 }
 
 int textSize() { return currentTextSize; }
@@ -130,6 +173,10 @@ void dressToolkit() {
     icon.addFile(picture.filePath());
   QApplication::setWindowIcon(icon);
   KeyboardWay::open();
+  static QPointer<DesktopWatch> watch;
+  if (watch != nullptr) return;
+  watch = new DesktopWatch(qApp);
+  qApp->installEventFilter(watch);
 }
 
 }  // namespace tessaly

@@ -16,8 +16,9 @@ enum class PaletteChoice { kDesktop, kLight, kDark };
 // The program's own colours, which hold a contrast of 4.5 to 1 for all text. Not for kDesktop.
 [[nodiscard]] QPalette ownPalette(PaletteChoice choice);
 
-// Colours the whole program, at once. kDesktop leaves style and colours to the desktop; where there is none
-// to ask, it is the light palette.
+// Colours the whole program, at once. kDesktop leaves style and colours to the desktop, also those that it
+// changes to later; what it leaves open is as in the light palette, or the dark one where the toolkit is
+// dark.
 void applyPalette(PaletteChoice choice);
 
 // What was applied last; kDesktop at the start.
@@ -26,7 +27,8 @@ void applyPalette(PaletteChoice choice);
 inline constexpr int kUsualTextSize = 100;  // per cent of the desktop's
 inline constexpr int kTextSizeStep = 10;
 
-// Texts of all windows, at once: per cent of the desktop's size, kept between half and three times of it.
+// Texts of all windows, at once: per cent of the desktop's size, kept between half and three times of it, and
+// of each size that the desktop changes to later.
 void applyTextSize(int percent);
 // What was applied last; the usual one at the start.
 [[nodiscard]] int textSize();
@@ -34,7 +36,8 @@ void applyTextSize(int percent);
 void restoreTextSize(const Preferences& preferences);
 void keepTextSize(Preferences& preferences);
 
-// Compiled-in resources, the window icon and the number format of the C library. May be called again.
+// Compiled-in resources, the window icon, the number format of the C library, the eye on the desktop. May be
+// called again.
 void dressToolkit();
 
 }  // namespace tessaly

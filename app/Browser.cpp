@@ -47,8 +47,13 @@ int heldRow(const PaneState& pane, const std::string& address, int workplace) {
 }  // namespace
 
 Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
-                 const PanelConnection& connection, MacroNames& panelNames)
-    : pane_(pane), site_(site), lines_(lines), connection_(connection), panelNames_(panelNames) {
+                 const PanelConnection& connection, MacroNames& panelNames, PanelTransfer& beside)
+    : pane_(pane),
+      site_(site),
+      lines_(lines),
+      connection_(connection),
+      panelNames_(panelNames),
+      beside_(beside) {
   connect(&pane_.copy, &WorkingCopy::changed, this, &Browser::followCopy);
   connect(this, &Browser::changed, this, [this] { showNextSteps(pane_, connection_); });
 }
@@ -118,7 +123,9 @@ void Browser::fillApplications() {
     fillWorkplaces();
   } else {
     std::vector<ListRow> found;
-    for (std::string& name : applications(site_.root, path())) found.push_back({std::move(name)});
+    const auto names = read<std::vector<std::string>>(
+        path(), [path = path()](const SiteRoot& root) { return applications(root, path); });
+    for (const std::string& name : names.value_or(std::vector<std::string>())) found.push_back({name});
     const bool any = !found.empty();
     if (!any) found.push_back({kNoApplications});
     rows.setRows(std::move(found), any, path());
@@ -135,15 +142,29 @@ void Browser::chooseApplication() {
     return;
   }
   ListBox& list = pane_.view.controlPanels();
-  if (!hasDevicesFile(site_.root, tessaly::applicationFolder(path(), application))) {
+  struct Devices {
+    bool file = false;
+    std::vector<PanelEntry> panels = {};
+  };
+  const auto devices = read<Devices>(
+      tessaly::applicationFolder(path(), application), [path = path(), application](const SiteRoot& root) {
+        const std::string folder = tessaly::applicationFolder(path, application);
+        if (!hasDevicesFile(root, folder)) return Devices();
+        return Devices{true, controlPanels(root, path, application)};
+      });
+  if (!devices) {
+    pane_.olderFamily = false;
+    emit changed();
+    return;
+  }
+  if (!devices->file) {
     pane_.olderFamily = false;
     list.rows().setRows({ListRow{kNoDevicesFile}}, false);
     emit changed();
     return;
   }
   std::vector<ListRow> rows;
-  for (PanelEntry& entry : controlPanels(site_.root, path(), application))
-    rows.push_back({std::move(entry.text)});
+  for (const PanelEntry& entry : devices->panels) rows.push_back({entry.text});
   if (rows.empty()) {
     pane_.olderFamily = false;
     list.rows().setRows({ListRow{kNoControlPanels}}, false);
@@ -160,8 +181,12 @@ void Browser::chooseControlPanel() {
   const std::string entry = selectedText(pane_.view.controlPanels());
   if (!onPanel()) {
     const std::string panel = beforeHyphen(entry);
+    const std::string application = selectedText(pane_.view.applications());
     pane_.olderFamily =
-        !panel.empty() && isOlderFamily(site_.root, path(), selectedText(pane_.view.applications()), panel);
+        !panel.empty() && read<bool>(panelFolder(path(), application, panel), [path = path(), application,
+                                                                               panel](const SiteRoot& root) {
+                            return isOlderFamily(root, path, application, panel);
+                          }).value_or(false);
   }
   fillWorkplaces();
   emit changed();
@@ -271,10 +296,12 @@ void Browser::listDiskMacros() {
     pane_.view.macros().rows().clear();
     return;
   }
-  MacroListing listing = tessaly::listMacros(site_.root, folder);
-  pane_.macroRows = std::move(listing.rows);
+  auto listing = read<MacroListing>(
+      folder, [folder](const SiteRoot& root) { return tessaly::listMacros(root, folder); });
+  if (!listing) return pane_.view.macros().rows().clear();
+  pane_.macroRows = std::move(listing->rows);
   showMacroRows();
-  for (const std::string& report : listing.reports) site_.messages.show(report, MessageIcon::kExclamation);
+  for (const std::string& report : listing->reports) site_.messages.show(report, MessageIcon::kExclamation);
 }
 
 void Browser::listKeyFiles() {
@@ -283,7 +310,10 @@ void Browser::listKeyFiles() {
     pane_.view.macros().rows().clear();
     return;
   }
-  pane_.macroRows = tessaly::listKeyFiles(site_.root, folder);
+  auto keys = read<std::vector<MacroRow>>(
+      folder, [folder](const SiteRoot& root) { return tessaly::listKeyFiles(root, folder); });
+  if (!keys) return pane_.view.macros().rows().clear();
+  pane_.macroRows = *std::move(keys);
   showMacroRows();
 }
 
@@ -415,7 +445,10 @@ void Browser::refreshFolder(const std::string& folder) {
   if (here.empty() || pane_.olderFamily || !site_.root.same(here, folder)) return;
   const MacroRow* chosen = pane_.selectedMacro();
   const int number = chosen != nullptr ? chosen->number : -1;
-  pane_.macroRows = tessaly::listMacros(site_.root, here).rows;
+  auto listing =
+      read<MacroListing>(here, [here](const SiteRoot& root) { return tessaly::listMacros(root, here); });
+  if (!listing) return;
+  pane_.macroRows = std::move(listing->rows);
   showMacroRows();
   ListBox& list = pane_.view.macros();
   list.selectRow(number >= 0 ? list.rows().rowOfNumber(number) : -1);

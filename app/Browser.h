@@ -3,11 +3,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QObject>
 
 #include "app/MacroTarget.h"
+#include "app/PanelTransfer.h"
 #include "app/PositionCheck.h"
 #include "app/ShownSnapshot.h"
 #include "link/MacroNames.h"
@@ -15,6 +17,7 @@
 #include "model/CommandLine.h"
 #include "model/SiteBrowser.h"
 #include "platform/SiteAccess.h"
+#include "widgets/DialogText.h"
 #include "widgets/ListBox.h"
 #include "widgets/Message.h"
 
@@ -28,7 +31,7 @@ class Browser : public QObject {
 
  public:
   Browser(PaneState& pane, SiteAccess site, const LineContext& lines, const PanelConnection& connection,
-          MacroNames& panelNames);
+          MacroNames& panelNames, PanelTransfer& beside);
 
   // All lists from the source on.
   void fillApplications();
@@ -86,6 +89,16 @@ class Browser : public QObject {
   void said(const tessaly::Message& message);
 
  private:
+  // What lies in a place of the disk, without holding up the window where the disk is slow; nothing, after
+  // saying so, when the user has given it up.
+  template <class Result>
+  [[nodiscard]] std::optional<Result> read(const std::string& place,
+                                           std::function<Result(const SiteRoot& root)> look) {
+    auto found = beside_.block<Result>(PanelTransfer::Kind::kReads, tr("Reading %1").arg(shown(place)),
+                                       [root = site_.root, look = std::move(look)] { return look(root); });
+    if (!found) emit said({Grade::kWarning, tr("NOT listed: %1 (it was cancelled)").arg(shown(place)), {}});
+    return found;
+  }
   // Of the selected row; empty for none.
   [[nodiscard]] static std::string selectedText(const ListBox& list);
 
@@ -118,6 +131,7 @@ class Browser : public QObject {
   const LineContext& lines_;
   const PanelConnection& connection_;
   MacroNames& panelNames_;
+  PanelTransfer& beside_;
   int shownRevision_ = -1;                 // of the working copy, as the list of commands shows it
   bool demo_ = false;                      // the demonstration is shown
   std::optional<ShownSnapshot> snapshot_;  // shown or, while the source is the panel, to be shown again

@@ -6,6 +6,8 @@
 #include <QShortcut>
 
 #include "ui_GuideWindow.h"
+#include "widgets/AtEach.h"
+#include "widgets/ButtonIcon.h"
 
 static void initGuide() { Q_INIT_RESOURCE(guide); }
 
@@ -39,6 +41,14 @@ GuideWindow::GuideWindow(QWidget* owner)
     ui_->words->setFocus();
     ui_->words->selectAll();
   });
+  setIcons({{ui_->back, ButtonIcon::kLeft},
+            {ui_->forward, ButtonIcon::kRight},
+            {ui_->contents, ButtonIcon::kContents},
+            {ui_->keys, ButtonIcon::kKeys},
+            {ui_->before, ButtonIcon::kUp},
+            {ui_->next, ButtonIcon::kDown}});
+  // Links have the colour that they were read in.
+  nowAndAtEach(QEvent::PaletteChange, *pages, [pages] { pages->reload(); });
   new QShortcut(Qt::Key_Escape, this, [this] { close(); });
   new QShortcut(QKeySequence::Close, this, [this] { close(); });
 }

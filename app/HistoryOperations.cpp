@@ -1,6 +1,7 @@
 #include "app/HistoryOperations.h"
 
 #include <algorithm>
+#include <atomic>
 
 #include <QMenu>
 
@@ -10,7 +11,6 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
-#include "app/Overwriting.h"
 #include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
@@ -54,12 +54,13 @@ HistoryOperations::HistoryOperations(const PaneAccesses& panes, SiteAccess site,
       transfers_(transfers),
       open_(open),
       undo_(undo),
+      overwriting_(site, transfers),
       lines_(lines),
       window_(window) {}
 
 void HistoryOperations::open() {
   HistoryDialog dialog([this](const KeptMacro& macro) { return preview(macro); }, window_);
-  dialog.setMacros(history_.list());
+  dialog.setMacros(listed());
   connect(&dialog, &HistoryDialog::putBackPressed, this,
           [this, &dialog](const KeptMacro& macro) { putBack(dialog, macro); });
   connect(&dialog, &HistoryDialog::saveAsPressed, this,
@@ -67,6 +68,16 @@ void HistoryOperations::open() {
   connect(&dialog, &HistoryDialog::comparePressed, this,
           [this, &dialog](const KeptMacro& macro) { compare(dialog, macro); });
   dialog.exec();
+}
+
+// Who cancels sees the newest ones.
+std::vector<KeptMacro> HistoryOperations::listed() {
+  std::vector<KeptMacro> macros;
+  std::atomic<bool> stop = false;
+  static_cast<void>(transfers_.beside().runLong(
+      tr("Reading the history"), [&](const auto&) { macros = history_.list(&stop); }, [&] { stop = true; }));
+  if (stop) emit said({Grade::kWarning, tr("the history is not listed whole: it was cancelled"), {}});
+  return macros;
 }
 
 void HistoryOperations::compare(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -100,7 +111,7 @@ void HistoryOperations::tell(HistoryDialog& dialog, Message message, bool kept) 
     message.text = tr("%1; the history could not keep what was there before").arg(message.text);
     message.grade = std::max(message.grade, Grade::kWarning);
   }
-  dialog.setMacros(history_.list());
+  dialog.setMacros(listed());
   dialog.showOutcome(message.text);
   emit said(message);
 }
@@ -138,7 +149,9 @@ void HistoryOperations::putBackOnDisk(HistoryDialog& dialog, const KeptMacro& ma
 void HistoryOperations::write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path) {
   const MacroPlace place{path, {}, 0, {}};
   undo_.begin(puttingBack(macro), place);
-  const Outcome done = history_.putBack(macro, path);
+  const Outcome done = overwriting_.write(shown(path), [&](const SiteAccess&, const auto& mayLose) {
+    return history_.putBack(macro, path, mayLose);
+  });
   const bool unflushed = !done && done.failure().kind == Failure::Kind::kUnflushed;
   if (done.written()) follow(place);
   const bool kept = done.written() ? undo_.finishOnDisk() : !history_.takeFailure();
@@ -174,7 +187,7 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
     return;
   }
   undo_.begin(puttingBack(macro), place);
-  const bool done = transfers_.putBack(place, *bytes);
+  const bool done = transfers_.putBack(place, *bytes, overwriting_.asking(placeInWindow(place)));
   const QString outcome = transfers_.outcomeText();
   const bool sent = transfers_.sent();
   const Grade grade = done ? transfers_.sentGrade() : Grade::kFailure;
@@ -206,10 +219,9 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
   const MacroNameTable names = browser(pane).names();
   const std::string number = numberOf(macro);
   CopyMacroDialog position(number, macro.name, freeNumber(names, parseInt(number)), names, &dialog);
-  const Overwriting overwriting(site_, history_);
   position.setAbout([&](int at) {
-    return overwriting.about(*panes_[index(pane)].state,
-                             {PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), {}});
+    return overwriting_.about(*panes_[index(pane)].state,
+                              {PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), {}});
   });
   if (position.exec() == QDialog::Accepted) write(dialog, macro, macroFile(folder, position.number()));
 }

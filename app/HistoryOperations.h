@@ -1,12 +1,13 @@
 #pragma once
 
-#include <array>
+#include <vector>
 
 #include <QObject>
 #include <QStringList>
 #include <QWidget>
 
 #include "app/HistoryDialog.h"
+#include "app/Overwriting.h"
 #include "app/PaneState.h"
 #include "widgets/Message.h"
 
@@ -37,6 +38,7 @@ class HistoryOperations : public QObject {
 
  private:
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
+  [[nodiscard]] std::vector<KeptMacro> listed();
   [[nodiscard]] HistoryPreview preview(const KeptMacro& macro) const;
   // Asks unless nothing is lost by it; `loss` says what is overwritten.
   [[nodiscard]] bool confirmed(const KeptMacro& macro, QStringList losses) const;
@@ -58,6 +60,7 @@ class HistoryOperations : public QObject {
   MacroTransfers& transfers_;
   OpenMacros& open_;
   MacroUndo& undo_;
+  Overwriting overwriting_;
   const LineContext& lines_;
   QWidget* window_;
 };

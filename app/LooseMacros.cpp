@@ -7,20 +7,25 @@
 #include "app/Browser.h"
 #include "app/CopyMacroDialog.h"
 #include "app/FailureText.h"
-#include "app/Overwriting.h"
+#include "app/MacroTransfers.h"
 #include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
-#include "model/MacroHistory.h"
 #include "platform/ChosenPath.h"
 #include "platform/Files.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
 
-LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, OpenMacros& open,
-                         QWidget* window)
-    : panes_(panes), site_(site), history_(history), open_(open), window_(window) {
+LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
+                         MacroTransfers& transfers, OpenMacros& open, QWidget* window)
+    : panes_(panes),
+      site_(site),
+      history_(history),
+      transfers_(transfers),
+      overwriting_(site, transfers),
+      open_(open),
+      window_(window) {
   for (const Pane pane : kPanes)
     connect(&state(pane).view, &MacroPane::fileDropped, this,
             [this, pane](const QString& file) { LooseMacros::open(pane, file); });
@@ -41,7 +46,7 @@ void LooseMacros::open(Pane pane, const QString& file) {
     return;
   }
   const std::string path = chosenPath(site_.root, hostPath(file.toStdString()));
-  auto bytes = readFile(site_.root, path);
+  auto bytes = transfers_.read(path);
   const Outcome shown = bytes ? copy.showLoose(*std::move(bytes), path) : Outcome(bytes.failure());
   if (shown) state(pane).view.macros().selectRow(-1);
   emit said({shown ? Grade::kDone : Grade::kFailure,
@@ -65,8 +70,12 @@ void LooseMacros::saveAs(Pane pane) {
 }
 
 bool LooseMacros::write(Pane pane, const std::string& path) {
-  const Outcome written = history_.change(
-      path, MacroChange::kSave, [&] { return writeFile(site_.root, path, state(pane).copy.bytes()); });
+  const std::string bytes = state(pane).copy.bytes();
+  const Outcome written =
+      overwriting_.write(shown(path), [&](const SiteAccess& site, const MacroHistory::MayLose& mayLose) {
+        return history_.change(
+            path, MacroChange::kSave, [&] { return writeFile(site.root, path, bytes); }, mayLose);
+      });
   if (!written.written())
     emit said({Grade::kFailure, tr("NOT saved: %1 (%2)").arg(shown(path), failureText(written.failure()))});
   return written.written();
@@ -88,12 +97,11 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   const std::string number = copy.target() ? copy.target()->numberText : std::string();
   const int opening = copy.opening();
   CopyMacroDialog position(number, name, freeNumber(names, 0), names, window_);
-  const Overwriting overwriting(site_, history_);
   const auto placeAt = [&](int at) {
     return MacroTarget{PaneSource::kHarddisk,   folder, {}, browser(folderOf).workplace(),
                        MacroNumber::textOf(at), name};
   };
-  position.setAbout([&](int at) { return overwriting.about(state(folderOf), placeAt(at)); });
+  position.setAbout([&](int at) { return overwriting_.about(state(folderOf), placeAt(at)); });
   if (position.exec() != QDialog::Accepted || isAnother(pane, opening)) return;
   const MacroTarget target = placeAt(position.number());
   if (!open_.mayPutAt(folderOf, target, pane) || !write(pane, target.file())) return;

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "app/OpenMacros.h"
+#include "app/Overwriting.h"
 #include "widgets/Message.h"
 
 namespace tessaly {
@@ -14,8 +15,8 @@ class LooseMacros : public QObject {
   Q_OBJECT
 
  public:
-  LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, OpenMacros& open,
-              QWidget* window);
+  LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history, MacroTransfers& transfers,
+              OpenMacros& open, QWidget* window);
 
   // Under a number of the folder that a pane shows, or, with a macro file of any name, without a place.
   void saveAs(Pane pane);
@@ -40,6 +41,8 @@ class LooseMacros : public QObject {
   PaneAccesses panes_;
   SiteAccess site_;
   MacroHistory& history_;
+  MacroTransfers& transfers_;
+  Overwriting overwriting_;
   OpenMacros& open_;
   QWidget* window_;
 };

@@ -9,7 +9,6 @@
 #include "app/MacroTransfers.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
-#include "app/Overwriting.h"
 #include "app/PlaceText.h"
 #include "app/RenameMacroDialog.h"
 #include "app/StatusStrip.h"
@@ -29,8 +28,6 @@ QString inBrackets(const Outcome& outcome) {
   return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
 }
 
-QString notToBeLost() { return MacroOperations::tr(" (the history could not keep what stands there)"); }
-
 QString renaming(const MacroTarget& target, const std::string& name) {
   return MacroOperations::tr("rename %1 to %2").arg(macroInStrip(target), nameInStrip(name));
 }
@@ -47,6 +44,7 @@ MacroOperations::MacroOperations(const PaneAccesses& panes, SiteAccess site, Mac
       transfers_(transfers),
       open_(open),
       undo_(undo),
+      overwriting_(site, transfers),
       window_(window) {}
 
 void MacroOperations::tellDone(const MacroTarget& target, const QString& text, bool kept, Grade grade) {
@@ -88,15 +86,10 @@ void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool d
 void MacroOperations::createMacro(Pane pane) {
   const MacroRow* row = state(pane).selectedMacro();
   CreateMacroDialog dialog(row != nullptr ? parseInt(row->numberText) : -1, browser(pane).names(), window_);
-  const Overwriting overwriting(site_, history_);
-  dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
+  dialog.setAbout([&](int number) { return overwriting_.about(state(pane), placeIn(pane, number, {})); });
   if (state(pane).viewOnly() || dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), dialog.name());
   if (!target.complete() || !open_.mayPutAt(pane, target, std::nullopt)) return;
-  if (dialog.overwrites() && !overwriting.mayLose(target, MacroChange::kCreate, transfers_)) {
-    tellNotDone(target, tr("NOT created: %1%2").arg(macroInStrip(target), notToBeLost()));
-    return;
-  }
   undo_.begin(tr("create %1").arg(macroInStrip(target)), placeOf(target));
   if (onPanel(pane))
     createOnPanel(pane, target);
@@ -109,9 +102,19 @@ std::optional<std::string> MacroOperations::bytesOf(const std::string& file) con
   return bytes ? std::optional(*bytes) : std::nullopt;
 }
 
+Outcome MacroOperations::change(const MacroTarget& target, MacroChange how,
+                                const std::function<Outcome(const SiteAccess& site)>& work) {
+  return overwriting_.write(macroInStrip(target), [&](const SiteAccess& site, const auto& mayLose) {
+    return history_.change(
+        target.file(), how, [&] { return work(site); }, mayLose);
+  });
+}
+
+bool MacroOperations::reads(const MacroTarget& target) { return !transfers_.look(placeOf(target)).cancelled; }
+
 void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
-  const Outcome done = history_.change(target.file(), MacroChange::kCreate, [&] {
-    return tessaly::createMacro(site_, target.name, target.file());
+  const Outcome done = change(target, MacroChange::kCreate, [&](const SiteAccess& site) {
+    return tessaly::createMacro(site, target.name, target.file());
   });
   finishOnDisk(pane, target, done.written());
   const QString macro = macroInStrip(target);
@@ -126,7 +129,7 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   const Outcome made = tessaly::createMacro(site_, target.name, loan->path());
   if (made)
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
-                                        MacroChange::kCreate));
+                                        MacroChange::kCreate, overwriting_.asking(macroInStrip(target))));
   const std::optional<std::string> sent = bytesOf(loan->path());
   state(pane).view.macros().selectRow(-1);
   const bool there = made && transfers_.sent();
@@ -154,8 +157,7 @@ void MacroOperations::copyMacro(Pane pane) {
   CopyMacroDialog dialog(source.numberText, source.shownName(),
                          chosen != nullptr ? parseInt(chosen->numberText) : -1, browser(pane).names(),
                          window_);
-  const Overwriting overwriting(site_, history_);
-  dialog.setAbout([&](int number) { return overwriting.about(state(pane), placeIn(pane, number, {})); });
+  dialog.setAbout([&](int number) { return overwriting_.about(state(pane), placeIn(pane, number, {})); });
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
   if (!target.complete()) return;
@@ -165,11 +167,6 @@ void MacroOperations::copyMacro(Pane pane) {
     return;
   }
   if (!open_.mayPutAt(pane, target, from)) return;
-  const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
-  if (dialog.overwrites() && !overwriting.mayLose(target, change, transfers_)) {
-    tellNotCopied(source, target, notToBeLost());
-    return;
-  }
   undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
               placeOf(target));
   if (!onPanel(from))
@@ -227,9 +224,10 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     return;
   }
   const Grade grade = reason.isEmpty() ? Grade::kDone : Grade::kWarning;
-  const MacroChange change = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
+  const MacroChange how = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
   if (target.source == PaneSource::kPanel) {
-    static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, change));
+    static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, how,
+                                        overwriting_.asking(macroInStrip(target))));
     reason = transfers_.reason() + (transfers_.sent() ? reason : QString());
     if (!transfers_.sent()) {
       tellNotCopied(source, target, reason);
@@ -241,7 +239,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     return;
   }
   const Outcome copied =
-      history_.change(target.file(), change, [&] { return copyFile(site_.root, file, target.file()); });
+      change(target, how, [&](const SiteAccess& site) { return copyFile(site.root, file, target.file()); });
   finishOnDisk(to, target, copied.written());
   if (copied.written())
     tellCopied(source, target, reason + inBrackets(copied), undo_.finishOnDisk(),
@@ -254,11 +252,13 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const Macro
   const Pane from = other(to);
   if (browser(from).workplace() <= 0) return;
   bool came = false;
-  const Outcome tried = history_.change(target.file(), MacroChange::kCopy, [&]() -> Outcome {
+  const auto fetch = [&]() -> Outcome {
     came = transfers_.download(connection_.address(from), browser(from).workplace(), source.numberText,
                                target.file());
     return {};
-  });
+  };
+  const Outcome tried =
+      history_.change(target.file(), MacroChange::kCopy, fetch, overwriting_.asking(macroInStrip(target)));
   finishOnDisk(to, target, came);
   if (came)
     tellCopied(source, target, {}, undo_.finishOnDisk());
@@ -273,8 +273,8 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
   WorkingCopy& buffer = state(from).copy;
   auto loan = buffer.lend();
   if (!loan) return;  // it holds unsaved changes
-  static_cast<void>(
-      transfers_.copy(target.address, target.workplace, source.numberText, target.numberText, loan->path()));
+  static_cast<void>(transfers_.copy(target.address, target.workplace, source.numberText, target.numberText,
+                                    loan->path(), overwriting_.asking(macroInStrip(target))));
   const QString reason = transfers_.reason();
   const Grade grade = transfers_.sentGrade();
   const bool there = transfers_.sent();
@@ -330,8 +330,10 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
   std::string given = name;
-  const Outcome done = history_.change(target.file(), MacroChange::kRename,
-                                       [&] { return tessaly::renameMacro(site_, target.file(), given); });
+  const Outcome done = !reads(target) ? Outcome(Failure{Failure::Kind::kCancelled, {}})
+                                      : change(target, MacroChange::kRename, [&](const SiteAccess& site) {
+                                          return tessaly::renameMacro(site, target.file(), given);
+                                        });
   finishOnDisk(pane, target, done.written());
   tellOnDisk(target, done, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
              tr("NOT renamed: %1%2").arg(macroInStrip(target), QString()));
@@ -352,8 +354,10 @@ void MacroOperations::deleteMacro(Pane pane) {
 
 void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const int row = state(pane).view.macros().selectedRow();
-  const Outcome done = history_.change(target.file(), MacroChange::kDelete,
-                                       [&] { return removeFile(site_.root, target.file()); });
+  const Outcome done = !reads(target) ? Outcome(Failure{Failure::Kind::kCancelled, {}})
+                                      : change(target, MacroChange::kDelete, [&](const SiteAccess& site) {
+                                          return removeFile(site.root, target.file());
+                                        });
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);

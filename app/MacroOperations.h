@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include <QObject>
 #include <QWidget>
 
+#include "app/Overwriting.h"
 #include "app/PaneState.h"
 #include "widgets/Message.h"
 
@@ -51,6 +53,11 @@ class MacroOperations : public QObject {
   [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
   // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
   void finishOnDisk(Pane pane, const MacroTarget& changed, bool done);
+  // Changes a file of the disk after what it holds is kept.
+  Outcome change(const MacroTarget& target, MacroChange how,
+                 const std::function<Outcome(const SiteAccess& site)>& work);
+  // A disk that hangs is given up before it is written.
+  [[nodiscard]] bool reads(const MacroTarget& target);
   void createOnDisk(Pane pane, const MacroTarget& target);
   void createOnPanel(Pane pane, const MacroTarget& target);
   void copyFromDisk(Pane to, const MacroRow& source, const MacroTarget& target);
@@ -75,6 +82,7 @@ class MacroOperations : public QObject {
   MacroTransfers& transfers_;
   OpenMacros& open_;
   MacroUndo& undo_;
+  Overwriting overwriting_;
   QWidget* window_;
 };
 

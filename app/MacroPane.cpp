@@ -10,6 +10,7 @@
 
 #include "app/PaneKeys.h"
 #include "ui_MacroPane.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -61,6 +62,18 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
   setTabOrder(ui_->deleteMacro, &ui_->heading->connectAgain());
   setTabOrder(&ui_->heading->connectAgain(), ui_->showDestination);
+  setIconsWhereTheyFit(*ui_->commandButtons, {{ui_->createMacro, ButtonIcon::kNewMacro},
+                                              {ui_->copyMacro, ButtonIcon::kCopy},
+                                              {ui_->renameMacro, ButtonIcon::kRename},
+                                              {ui_->deleteMacro, ButtonIcon::kDelete},
+                                              {ui_->newClassic, ButtonIcon::kNewCommand},
+                                              {ui_->newCorvane, ButtonIcon::kNewCommand},
+                                              {ui_->newMultiple, ButtonIcon::kNewCommands},
+                                              {ui_->modifyCommand, ButtonIcon::kModify},
+                                              {ui_->deleteCommand, ButtonIcon::kDelete},
+                                              {ui_->updateData, ButtonIcon::kReadAgain},
+                                              {ui_->saveChanges, ButtonIcon::kSave},
+                                              {ui_->discardChanges, ButtonIcon::kDiscard}});
   placeNotice();
   numberControls();
   connectControls();
@@ -384,6 +397,7 @@ void MacroPane::restorePlaces(const Preferences& preferences) {
   ui_->paneSplitter->restoreState(preferences.place(placeName("commands")));
   ui_->browseSplitter->restoreState(preferences.place(placeName("macros")));
   ui_->commands->rows().showDestinations(preferences.destinationStripes());
+  ui_->heading->showBand(preferences.headings());
 }
 
 void MacroPane::keepPlaces(Preferences& preferences) const {

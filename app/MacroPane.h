@@ -114,6 +114,7 @@ class MacroPane : public QGroupBox {
   PaneSource source_ = PaneSource::kHarddisk;  // as shown
   QString sourceText_;                         // over the applications, without what the line adds
   QString lineNotice_;
+  int roomForIcons_ = 0;       // pixels that the buttons of commands need with them
   bool connectShown_ = false;  // by the connection; editing may hide the button all the same
   bool connectAllowed_ = true;
   QPointer<QWidget> focusAfterConnect_;  // where the keyboard went when the connect button was taken away

@@ -14,6 +14,20 @@ bool MacroTransfers::run(const QString& label, const PanelTransfer::Operation& o
   return outcome_.done();
 }
 
+// The user is asked between two tries: nothing is asked while the panel waits.
+bool MacroTransfers::send(const QString& label, const Sending& sending, const MayLose& mayLose) {
+  std::optional<Failure> lost;
+  const BeforePanelWrite onlyKept = [&lost](const PanelStanding& standing) {
+    if (!standing.kept) lost = standing.kept.failure();
+    return standing.kept.done();
+  };
+  const auto attempt = [&](const BeforePanelWrite& before) {
+    return run(label, [&](PanelMacros& macros) { return sending(macros, before); });
+  };
+  const bool done = attempt(mayLose ? onlyKept : BeforePanelWrite());
+  return lost && mayLose(*lost) ? attempt({}) : done;
+}
+
 QString MacroTransfers::outcomeText() const { return transferText(outcome_); }
 
 QString MacroTransfers::reason() const { return QStringLiteral(" (%1)").arg(outcomeText()); }
@@ -30,22 +44,33 @@ bool MacroTransfers::download(const std::string& address, int workplace, const s
 }
 
 bool MacroTransfers::upload(const std::string& address, int workplace, const std::string& number,
-                            const std::string& file, MacroChange change) {
-  return run(tr("Sending macro %1 to the panel").arg(shown(number)),
-             [&](PanelMacros& macros) { return macros.upload(address, workplace, number, file, change); });
+                            const std::string& file, MacroChange change, const MayLose& mayLose) {
+  return send(
+      tr("Sending macro %1 to the panel").arg(shown(number)),
+      [&](PanelMacros& macros, const BeforePanelWrite& before) {
+        return macros.upload(address, workplace, number, file, change, before);
+      },
+      mayLose);
 }
 
 bool MacroTransfers::copy(const std::string& address, int workplace, const std::string& source,
-                          const std::string& number, const std::string& buffer) {
-  return run(tr("Copying macro %1 on the panel").arg(shown(source)), [&](PanelMacros& macros) {
-    return macros.copyOnPanel(address, workplace, source, number, buffer);
-  });
+                          const std::string& number, const std::string& buffer, const MayLose& mayLose) {
+  return send(
+      tr("Copying macro %1 on the panel").arg(shown(source)),
+      [&](PanelMacros& macros, const BeforePanelWrite& before) {
+        return macros.copyOnPanel(address, workplace, source, number, buffer, before);
+      },
+      mayLose);
 }
 
-bool MacroTransfers::putBack(const MacroPlace& place, const std::string& bytes) {
-  return run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-    return macros.uploadBytes(place.address, place.workplace, place.number, bytes, MacroChange::kPutBack);
-  });
+bool MacroTransfers::putBack(const MacroPlace& place, const std::string& bytes, const MayLose& mayLose) {
+  return send(
+      tr("Sending macro %1 to the panel").arg(shown(place.number)),
+      [&](PanelMacros& macros, const BeforePanelWrite& before) {
+        return macros.uploadBytes(place.address, place.workplace, place.number, bytes, MacroChange::kPutBack,
+                                  before);
+      },
+      mayLose);
 }
 
 // What comes of it is the panel's to say, by the names of the one workplace that are known.
@@ -89,12 +114,22 @@ MacroTransfers::Present MacroTransfers::lookOnPanel(const MacroPlace& place) {
   return {.cancelled = found.fetched == FtpClient::Result::kCancelled, .trouble = outcomeText()};
 }
 
+Expected<std::string> MacroTransfers::read(const std::string& file) {
+  auto bytes =
+      panel_.block<Expected<std::string>>(PanelTransfer::Kind::kReads, tr("Reading %1").arg(shown(file)),
+                                          [root = site_.root, file] { return readFile(root, file); });
+  return bytes ? *std::move(bytes) : Failure{Failure::Kind::kCancelled, {}};
+}
+
 MacroTransfers::Present MacroTransfers::look(const MacroPlace& place) {
   if (place.file.empty()) return lookOnPanel(place);
-  auto bytes = readFile(site_.root, place.file);
+  auto bytes = read(place.file);
   if (bytes) return {.bytes = *std::move(bytes)};
-  if (bytes.failure().kind == Failure::Kind::kMissing) return {.missing = true};
-  return {.trouble = failureText(bytes.failure())};
+  const Failure::Kind why = bytes.failure().kind;
+  if (why == Failure::Kind::kMissing) return {.missing = true};
+  const bool cancelled = why == Failure::Kind::kCancelled;
+  if (cancelled) outcome_ = {FtpClient::Result::kCancelled};
+  return {.cancelled = cancelled, .trouble = failureText(bytes.failure())};
 }
 
 }  // namespace tessaly

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -27,13 +28,15 @@ class MacroTransfers {
 
   [[nodiscard]] bool download(const std::string& address, int workplace, const std::string& number,
                               const std::string& file);
+  // Asked, where it is given, when what stands on the panel could not be kept; false: nothing is sent.
+  using MayLose = std::function<bool(const Failure& why)>;
   [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,
-                            const std::string& file, MacroChange change);
+                            const std::string& file, MacroChange change, const MayLose& mayLose = {});
   // What the history holds.
-  [[nodiscard]] bool putBack(const MacroPlace& place, const std::string& bytes);
+  [[nodiscard]] bool putBack(const MacroPlace& place, const std::string& bytes, const MayLose& mayLose);
   // Within a workplace, through the buffer file.
   [[nodiscard]] bool copy(const std::string& address, int workplace, const std::string& source,
-                          const std::string& number, const std::string& buffer);
+                          const std::string& number, const std::string& buffer, const MayLose& mayLose);
   [[nodiscard]] PanelMacros::Deletion remove(const MacroPlace& place, PanelMacros::OldContent old);
   // Whether the panel could be asked.
   [[nodiscard]] bool rename(const MacroPlace& place, const std::string& name);
@@ -45,6 +48,10 @@ class MacroTransfers {
     QString trouble = {};                   // why not, but for a missing one
   };
   [[nodiscard]] Present look(const MacroPlace& place);
+  // A file of the disk; not done (`kCancelled`) when the user has given it up.
+  [[nodiscard]] Expected<std::string> read(const std::string& file);
+  // What blocks beside the panel.
+  [[nodiscard]] PanelTransfer& beside() { return panel_; }
   // What this program has last fetched from a place on a panel, or sent there.
   [[nodiscard]] std::optional<ContentCheck> seen(const MacroPlace& place) const {
     return panel_.macros().seen().of(place);
@@ -63,6 +70,8 @@ class MacroTransfers {
   void expect(const MacroPlace& place, const std::string& name);
   void forget(const MacroPlace& place);
   [[nodiscard]] Present lookOnPanel(const MacroPlace& place);
+  using Sending = std::function<TransferOutcome(PanelMacros& macros, const BeforePanelWrite& before)>;
+  [[nodiscard]] bool send(const QString& label, const Sending& sending, const MayLose& mayLose);
   [[nodiscard]] bool run(const QString& label, const PanelTransfer::Operation& operation);
 
   PanelTransfer& panel_;

@@ -130,7 +130,7 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
     open_.follow(place);
     return done(tr("undone: %1; what was there before is back in %2").arg(entry.name, shown(place.file)));
   }
-  static_cast<void>(transfers_.putBack(place, bytes));
+  static_cast<void>(transfers_.putBack(place, bytes, {}));
   const QString outcome = transfers_.outcomeText();
   const Grade grade = transfers_.sentGrade();
   if (!transfers_.sent()) return notDone(entry, outcome);

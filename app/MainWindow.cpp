@@ -58,7 +58,8 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   for (const Pane pane : kPanes) {
     PaneRoom& here = room(pane);
     here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
-    here.browser = std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_);
+    here.browser =
+        std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_, transfer_);
   }
   const PaneAccesses rooms{PaneAccess{room(Pane::kA).state.get(), room(Pane::kA).browser.get()},
                            PaneAccess{room(Pane::kB).state.get(), room(Pane::kB).browser.get()}};
@@ -82,7 +83,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
                                                             {}},
                                               this);
   runs_ = std::make_unique<CommandRuns>(rooms);
-  loose_ = std::make_unique<LooseMacros>(rooms, context.site, context.history, *open_, this);
+  loose_ = std::make_unique<LooseMacros>(rooms, context.site, context.history, transfers_, *open_, this);
   recovery_ = std::make_unique<Recovery>(rooms, context.site, context.history, connection_, this);
   historyOperations_ = std::make_unique<HistoryOperations>(rooms, context.site, context.history, transfers_,
                                                            *open_, *macroUndo_, lines_, this);

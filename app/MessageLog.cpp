@@ -2,19 +2,18 @@
 
 #include <algorithm>
 
-#include <QGuiApplication>
 #include <QLocale>
 
 namespace tessaly {
 
-void MessageLog::add(const Message& message) {
+void MessageLog::add(const Message& message, const QDateTime& when) {
   if (entries_.size() == kMost) {
     beginRemoveRows({}, static_cast<int>(kMost) - 1, static_cast<int>(kMost) - 1);
     entries_.pop_back();
     endRemoveRows();
   }
   beginInsertRows({}, 0, 0);
-  entries_.push_front({QDateTime::currentDateTime(), message});
+  entries_.push_front({when, message});
   endInsertRows();
 }
 
@@ -62,9 +61,7 @@ QVariant MessageLog::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return text(entry, index.column()).toHtmlEscaped();
     case Qt::DecorationRole:
-      return index.column() == kGrade
-                 ? QVariant(rowMarkIcon(gradeMark(entry.message.grade), QGuiApplication::palette()))
-                 : QVariant();
+      return index.column() == kGrade ? QVariant(rowMarkIcon(gradeMark(entry.message.grade))) : QVariant();
     default:
       return {};
   }

@@ -19,7 +19,7 @@ class MessageLog : public QAbstractTableModel {
 
   using QAbstractTableModel::QAbstractTableModel;
 
-  void add(const Message& message);
+  void add(const Message& message, const QDateTime& when = QDateTime::currentDateTime());
   // The rows as text, a line each.
   [[nodiscard]] QString copyOf(const QModelIndexList& rows) const;
 

@@ -60,6 +60,13 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
   const std::string folder = browser(pane).keyFolder();
   if (folder.empty()) return;
   const std::string path = keyFile(folder, row.numberText);
+  // A disk that hangs is given up here.
+  if (const auto read = transfers_.read(path); !read && read.failure().kind == Failure::Kind::kCancelled) {
+    emit said({Grade::kFailure,
+               tr("NOT opened: %1%2").arg(nameInStrip(row.text()), inBrackets(read.failure())),
+               placeInWindow(MacroPlace{path, {}, 0, {}})});
+    return;
+  }
   KeyFile file;
   file.load(site_.root, path, keyFileIndex(path));
   if (state(pane).copy.showKeyFile(std::move(file)))
@@ -75,17 +82,21 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
   if (!loan) return false;
   QString reason;
   bool filled = false;
+  std::optional<Macro> read;
   if (panel) {
     filled = transfers_.download(target.address, target.workplace, target.numberText, loan->path());
     reason = transfers_.reason();
   } else {
-    const Outcome copied = fetch(pane, target, loan->path());
-    filled = copied.done();
-    if (!filled) reason = inBrackets(copied.failure());
+    auto fetched = fetch(pane, target, loan->path());
+    filled = fetched.has_value();
+    if (filled)
+      read = *std::move(fetched);
+    else
+      reason = inBrackets(fetched.failure());
   }
   // What is shown then is of no macro in the list.
   if (!filled) here.view.macros().selectRow(-1);
-  const Outcome loaded = loan->show(target, filled, step);
+  const Outcome loaded = loan->show(target, filled, step, std::move(read));
   const QString macro = macroInStrip(target);
   const QString text =
       !filled   ? tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason)
@@ -95,12 +106,21 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::str
   return filled && loaded;
 }
 
-Outcome OpenMacros::fetch(Pane pane, const MacroTarget& target, const std::string& file) const {
+Expected<std::optional<Macro>> OpenMacros::fetch(Pane pane, const MacroTarget& target,
+                                                 const std::string& file) const {
   const bool inSnapshot = state(pane).snapshot && target.folder == browser(pane).sourceFolder();
-  if (!inSnapshot) return copyFile(site_.root, target.file(), file);
-  const auto bytes = browser(pane).snapshotBytes(target.numberText);
-  return bytes ? writeFile(site_.root, file, *bytes)
-               : Outcome(Failure{Failure::Kind::kMissing, "is not in the snapshot"});
+  Expected<std::string> bytes = Failure{Failure::Kind::kMissing, "is not in the snapshot"};
+  if (!inSnapshot)
+    bytes = transfers_.read(target.file());
+  else if (auto held = browser(pane).snapshotBytes(target.numberText))
+    bytes = *std::move(held);
+  if (!bytes) return bytes.failure();
+  auto macro = transfers_.beside().block<Expected<Macro>>(PanelTransfer::Kind::kReads,
+                                                          tr("Opening %1").arg(macroInStrip(target)),
+                                                          [bytes = *bytes] { return Macro::read(bytes); });
+  if (!macro) return Failure{Failure::Kind::kCancelled, {}};
+  if (const Outcome written = writeFile(site_.root, file, *bytes); !written) return written.failure();
+  return *macro ? std::optional<Macro>(**std::move(macro)) : std::nullopt;
 }
 
 void OpenMacros::follow(const MacroPlace& written, std::optional<Pane> except) {

@@ -74,8 +74,10 @@ class OpenMacros : public QObject {
   [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
-  // A macro of the disk, or of the snapshot that the pane shows, into a file of our own.
-  Outcome fetch(Pane pane, const MacroTarget& target, const std::string& file) const;
+  // A macro of the disk, or of the snapshot that the pane shows, into a file of our own. What has been read
+  // of it, so that it need not be read again.
+  [[nodiscard]] Expected<std::optional<Macro>> fetch(Pane pane, const MacroTarget& target,
+                                                     const std::string& file) const;
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
   // Whether a place holds something that neither the list nor a pane nor a transfer has read or written.
   [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;

@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QPainter>
 
+#include "widgets/AtEach.h"
 #include "widgets/DialogText.h"
 #include "widgets/RowMark.h"
 #include "windows/ElidedLine.h"
@@ -44,6 +45,8 @@ OverwriteWarning::OverwriteWarning(QWidget* parent) : QFrame(parent), sign_(new 
   bold.setBold(true);
   words_->setFont(bold);
   sign_->setFixedWidth(kSignSize);
+  nowAndAtEach(QEvent::PaletteChange, *this,
+               [this] { sign_->setPixmap(rowMarkIcon(RowMark::kWarning).pixmap(kSignSize)); });
   keepSpaceWhenHidden({this});
 }
 
@@ -59,7 +62,6 @@ void OverwriteWarning::tell(const PositionCheck& position) {
   setVisible(taken);
   name_->setText(taken ? quoted(position.existing) : QString());
   place_->setText(taken && about_ ? about_(position.number) : QString());
-  sign_->setPixmap(rowMarkIcon(RowMark::kWarning, palette()).pixmap(kSignSize));
 }
 
 QString OverwriteWarning::spoken() const {

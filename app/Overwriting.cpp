@@ -1,10 +1,13 @@
 #include "app/Overwriting.h"
 
+#include <optional>
+#include <vector>
+
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
 #include "app/PaneState.h"
 #include "model/MacroFile.h"
-#include "model/MacroHistory.h"
+#include "platform/CollectedMessages.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -26,27 +29,40 @@ QString Overwriting::about(const PaneState& pane, const MacroTarget& macro) cons
   const QStringList lists{selectedText(pane.view.applications()), selectedText(pane.view.controlPanels()),
                           selectedText(pane.view.workplaces())};
   const QString place = lists.join(QStringLiteral(", "));
-  const auto read = readMacro(site_.root, macro.file());
+  const MacroTransfers::Present present = transfers_.look(placeOf(macro));
+  const auto read = Macro::read(present.bytes.value_or(std::string()));
   return read ? tr("%1 in %2: %n commands", nullptr, static_cast<int>(read->commands().size()))
                     .arg(number, place)
               : tr("%1 in %2: it cannot be read").arg(number, place);
 }
 
-bool Overwriting::mayLose(const MacroTarget& macro, MacroChange change, MacroTransfers& transfers) const {
-  Outcome kept;
-  if (macro.source == PaneSource::kHarddisk) {
-    kept = history_.keepFile(macro.file(), change);
-  } else if (const auto present = transfers.look(placeOf(macro)); present.bytes) {
-    kept = history_.keep(*present.bytes, placeOf(macro), change);
-  }
-  if (kept) return true;
-  const QString question =
-      tr("The history could not keep what stands at %1, so that it cannot be put back:\n%2.\n\n"
-         "Overwrite it all the same?")
-          .arg(QString::fromStdString(macro.numberText), failureText(kept.failure()));
-  if (site_.messages.ask(question.toStdString(), MessageIcon::kQuestion)) return true;
-  static_cast<void>(history_.takeFailure());  // nothing was lost
-  return false;
+MacroHistory::MayLose Overwriting::asking(const QString& what) const {
+  return [this, what](const Failure& why) {
+    const QString question =
+        tr("The history could not keep what stands at %1, so that it cannot be put back:\n%2.\n\n"
+           "Overwrite it all the same?")
+            .arg(what, failureText(why));
+    return site_.messages.ask(question.toStdString(), MessageIcon::kQuestion);
+  };
+}
+
+// The user is asked between two tries: a box cannot be answered while the window waits.
+Outcome Overwriting::write(const QString& what, const Writing& writing) const {
+  std::vector<std::string> told;
+  CollectedMessages messages(told);
+  const SiteAccess beside{site_.root, messages, site_.beforeChange};
+  std::optional<Failure> lost;
+  const auto attempt = [&](const MacroHistory::MayLose& mayLose) {
+    return *transfers_.beside().block<Outcome>(PanelTransfer::Kind::kWrites, tr("Writing %1").arg(what),
+                                               [&] { return writing(beside, mayLose); });
+  };
+  Outcome done = attempt([&lost](const Failure& why) {
+    lost = why;
+    return false;
+  });
+  if (lost && asking(what)(*lost)) done = attempt({});
+  for (const std::string& text : told) site_.messages.show(text);
+  return done;
 }
 
 }  // namespace tessaly

@@ -1,14 +1,16 @@
 #pragma once
 
+#include <functional>
+
 #include <QCoreApplication>
 #include <QString>
 
 #include "app/MacroTarget.h"
+#include "model/MacroHistory.h"
 #include "platform/SiteAccess.h"
 
 namespace tessaly {
 
-class MacroHistory;
 class MacroTransfers;
 struct PaneState;
 
@@ -17,19 +19,22 @@ class Overwriting {
   Q_DECLARE_TR_FUNCTIONS(Overwriting)
 
  public:
-  // Observes both.
-  Overwriting(SiteAccess site, MacroHistory& history) : site_(site), history_(history) {}
+  // Observes all.
+  Overwriting(SiteAccess site, MacroTransfers& transfers) : site_(site), transfers_(transfers) {}
 
   // Where a macro of the pane's list stands and, as far as that is known without asking a panel, how large it
   // is.
   [[nodiscard]] QString about(const PaneState& pane, const MacroTarget& macro) const;
-  // What nothing could bring back is overwritten only when the user says so once more. On a panel what stands
-  // there is fetched for it.
-  [[nodiscard]] bool mayLose(const MacroTarget& macro, MacroChange change, MacroTransfers& transfers) const;
+  // What the history could not keep, so that nothing could bring it back, is overwritten only when the user
+  // says so once more. `what` tells people which macro.
+  [[nodiscard]] MacroHistory::MayLose asking(const QString& what) const;
+  // Writes a file of the site beside the window, asks by the same, and shows then what there is to be shown.
+  using Writing = std::function<Outcome(const SiteAccess& site, const MacroHistory::MayLose& mayLose)>;
+  Outcome write(const QString& what, const Writing& writing) const;
 
  private:
   SiteAccess site_;
-  MacroHistory& history_;
+  MacroTransfers& transfers_;
 };
 
 }  // namespace tessaly

@@ -1,8 +1,12 @@
 #include "app/OwnStyle.h"
 
+#include <algorithm>
+
 #include <QDialog>
 #include <QPainter>
 #include <QStyleOption>
+
+#include "app/Appearance.h"
 
 namespace tessaly {
 
@@ -28,6 +32,19 @@ bool isFlat(const QStyleOption* option) {
 }  // namespace
 
 OwnStyle::OwnStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+QPalette OwnStyle::standardPalette() const {
+  constexpr int kHalfLight = 128;
+  const bool dark = QProxyStyle::standardPalette().color(QPalette::Window).lightness() < kHalfLight;
+  return ownPalette(dark ? PaletteChoice::kDark : PaletteChoice::kLight);
+}
+
+// Pictures grow with the captions beside them.
+int OwnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+  return metric == PM_ButtonIconSize && widget != nullptr ? std::max(usual, widget->fontMetrics().height())
+                                                          : usual;
+}
 
 void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {

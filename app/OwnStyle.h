@@ -14,6 +14,10 @@ class OwnStyle : public QProxyStyle {
  public:
   OwnStyle();
 
+  // The program's own colours, dark where those of the toolkit are: what a desktop leaves open.
+  [[nodiscard]] QPalette standardPalette() const override;
+  [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                                const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,

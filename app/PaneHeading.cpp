@@ -152,6 +152,10 @@ void PaneHeading::follow(const PaneState& pane, const Browser& browser, const Pa
   look();
 }
 
+void PaneHeading::showBand(bool shown) { band_->setVisible(shown); }
+
+bool PaneHeading::showsBand() const { return !band_->isHidden(); }
+
 void PaneHeading::showSubject(const PaneSubject& subject) {
   band_->setSubject(subject);
   const bool lost = subject.where == PaneSubject::Where::kLost;

@@ -31,6 +31,10 @@ class PaneHeading : public QWidget {
   void follow(const PaneState& pane, const Browser& browser, const PanelConnection& connection,
               const PanelBridge& bridge, const MacroHistory& history);
 
+  // Without it only a lost line is told.
+  void showBand(bool shown);
+  [[nodiscard]] bool showsBand() const;
+
   // For the way of the Tab key.
   [[nodiscard]] QPushButton& connectAgain() const { return *again_; }
 

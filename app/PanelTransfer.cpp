@@ -19,6 +19,7 @@ namespace {
 constexpr int kQuietMilliseconds = 300;  // a transfer that is over by then shows nothing
 
 constexpr int kThousandths = 1000;
+constexpr int kLookMilliseconds = 20;  // between two looks whether what blocks is over
 
 // Takes the user's input from every window but one. A modal window would keep the window manager's close
 // button from the others, too.
@@ -61,6 +62,25 @@ class InputGuard : public QObject {
   QWidget& allowed_;
 };
 
+// In front of a dialog that keeps the window from being used.
+QWidget* ownerIn(QWidget* window) {
+  QWidget* const modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : window;
+}
+
+class Progress : public QProgressDialog {
+ public:
+  Progress(const QString& label, bool withCancel, QWidget* window)
+      : QProgressDialog(label, PanelTransfer::tr("Cancel"), 0, 0, ownerIn(window)) {
+    setWindowModality(Qt::NonModal);  // see InputGuard
+    setWindowTitle(QLatin1String(kProgramName));
+    setMinimumDuration(INT_MAX);  // shown by our own timer
+    setAutoClose(false);
+    setAutoReset(false);
+    if (!withCancel) setCancelButton(nullptr);
+  }
+};
+
 }  // namespace
 
 TransferOutcome PanelTransfer::run(const QString& label, Operation operation) {
@@ -77,6 +97,36 @@ bool PanelTransfer::runLong(const QString& label, const std::function<void(const
   return runBeside(label, {work, cancel, {}});
 }
 
+// The result is looked for, not told: who is given up tells nobody.
+bool PanelTransfer::await(Kind kind, const QString& label, const std::function<void()>& task,
+                          const Over& over) {
+  try {
+    std::thread(task).detach();
+  } catch (const std::system_error&) {
+    task();  // no thread to be had
+  }
+  if (over(std::chrono::milliseconds(kQuietMilliseconds))) return true;
+  const EventGate::Hold hold(&gate_);
+  QEventLoop loop;
+  bool given = false, done = false;
+  const Work waiting{
+      {}, kind == Kind::kReads ? std::function<void()>([&] { given = true, loop.quit(); }) : nullptr, {}};
+  const Work* const before = std::exchange(running_, &waiting);
+  Progress progress(label, waiting.cancel != nullptr, window_);
+  QObject::connect(&progress, &QProgressDialog::canceled, &loop, [this] { cancel(); });
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+    done = over(std::chrono::milliseconds(0));
+    if (done) loop.quit();
+  });
+  look.start(kLookMilliseconds);
+  const InputGuard guard(progress);
+  progress.show();
+  while (!done && !given) loop.exec();
+  running_ = before;
+  return done;
+}
+
 void PanelTransfer::cancel() {
   if (running_ != nullptr && running_->cancel) running_->cancel();
 }
@@ -85,13 +135,7 @@ bool PanelTransfer::runBeside(const QString& label, const Work& work) {
   const EventGate::Hold hold(&gate_);
   QEventLoop loop;
   bool finished = false;  // GUI thread
-  QProgressDialog progress(label, tr("Cancel"), 0, 0, window_);
-  progress.setWindowModality(Qt::NonModal);  // see InputGuard
-  progress.setWindowTitle(QLatin1String(kProgramName));
-  progress.setMinimumDuration(INT_MAX);  // shown by our own timer
-  progress.setAutoClose(false);
-  progress.setAutoReset(false);
-  if (!work.cancel) progress.setCancelButton(nullptr);
+  Progress progress(label, work.cancel != nullptr, window_);
   const Tell tell = [&progress](int thousandths) {
     QMetaObject::invokeMethod(
         &progress,

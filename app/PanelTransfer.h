@@ -1,6 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <future>
+#include <memory>
+#include <optional>
+#include <utility>
 
 #include <QObject>
 #include <QWidget>
@@ -31,6 +36,23 @@ class PanelTransfer : public QObject {
   using Tell = std::function<void(int thousandths)>;
   [[nodiscard]] bool runLong(const QString& label, const std::function<void(const Tell& tell)>& work,
                              const std::function<void()>& cancel);
+  // The same for a single thing that blocks: reading a folder, writing a file. Nothing else of the program
+  // goes on before 300 ms are over. What only reads may hang for ever, as on a network drive that is gone:
+  // Cancel gives it up, its thread is left behind, and there is no result; so `work` owns what it touches.
+  // What writes goes on to its end.
+  enum class Kind { kReads, kWrites };
+  template <class Result>
+  [[nodiscard]] std::optional<Result> block(Kind kind, const QString& label, std::function<Result()> work) {
+    auto task = std::make_shared<std::packaged_task<Result()>>(std::move(work));
+    std::future<Result> result = task->get_future();
+    const auto over = [&result](std::chrono::milliseconds patience) {
+      return result.wait_for(patience) == std::future_status::ready;
+    };
+    return await(
+               kind, label, [task] { (*task)(); }, over)
+               ? std::optional<Result>(result.get())
+               : std::nullopt;
+  }
   // Ends what runs, as the user does who presses Cancel.
   void cancel();
 
@@ -44,6 +66,9 @@ class PanelTransfer : public QObject {
     std::function<void()> cancel;
     QString cancelling;  // shown while a cancel takes its time; empty: nothing is
   };
+  using Over = std::function<bool(std::chrono::milliseconds patience)>;
+  [[nodiscard]] bool await(Kind kind, const QString& label, const std::function<void()>& task,
+                           const Over& over);
   [[nodiscard]] bool runBeside(const QString& label, const Work& work);
 
   PanelMacros& macros_;

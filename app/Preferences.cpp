@@ -7,6 +7,7 @@ namespace {
 const QString kName = QStringLiteral("tessaly");
 const QString kSiteFolder = QStringLiteral("site/folder");
 const QString kPalette = QStringLiteral("view/palette");
+const QString kHeadings = QStringLiteral("view/headings");
 const QString kDestinationStripes = QStringLiteral("view/destination-stripes");
 const QString kPlaces = QStringLiteral("places/");
 
@@ -23,6 +24,10 @@ void Preferences::setSiteFolder(const QString& folder) { file_.setValue(kSiteFol
 QString Preferences::palette() const { return file_.value(kPalette).toString(); }
 
 void Preferences::setPalette(const QString& name) { file_.setValue(kPalette, name); }
+
+bool Preferences::headings() const { return file_.value(kHeadings, true).toBool(); }
+
+void Preferences::setHeadings(bool on) { file_.setValue(kHeadings, on); }
 
 bool Preferences::destinationStripes() const { return file_.value(kDestinationStripes).toBool(); }
 

@@ -26,6 +26,8 @@ class Preferences {
   // Whether each command has a stripe of the colour of its destination.
   [[nodiscard]] bool destinationStripes() const;
   void setDestinationStripes(bool on);
+  [[nodiscard]] bool headings() const;  // over the commands; on at first
+  void setHeadings(bool on);
 
   // How a window or splitter was left, by its name; empty when it was never kept.
   [[nodiscard]] QByteArray place(const QString& name) const;

@@ -109,7 +109,7 @@ void StatusStrip::Row::show(const QString& what) const {
 }
 
 void StatusStrip::Line::show(const Message& message, const QPalette& palette, const QString& also) const {
-  sign->setPixmap(rowMarkIcon(gradeMark(message.grade), palette).pixmap(kSignSize));
+  sign->setPixmap(rowMarkIcon(gradeMark(message.grade)).pixmap(kSignSize));
   sign->setAccessibleName(gradeWord(message.grade));
   QPalette ink = palette;
   ink.setColor(QPalette::WindowText, gradeInk(palette, message.grade));

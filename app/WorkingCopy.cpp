@@ -23,14 +23,15 @@ WorkingCopy::Loan::~Loan() {
   if (!keeps_) static_cast<void>(copy_->clear());
 }
 
-Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step) {
+Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step,
+                                std::optional<Macro> read) {
   WorkingCopy& copy = *std::exchange(copy_, nullptr);
   copy.lent_ = false;
   const bool again = filled && copy.target_ && samePlace(copy.site_.root, *copy.target_, target);
   const std::optional<Macro> before = again ? copy.macro_ : std::nullopt;
   copy.empty();
   if (filled) copy.target_ = target;
-  Outcome loaded = copy.load();
+  Outcome loaded = copy.load(std::move(read));
   if (filled && loaded) copy.fetched_ = copy.macro_->check();
   copy.goOn(before, step);
   emit copy.changed();
@@ -136,8 +137,8 @@ Outcome WorkingCopy::fill(std::string bytes) {
   return written;
 }
 
-Outcome WorkingCopy::load() {
-  auto macro = takingCommands(loadMacro(site_, path_));
+Outcome WorkingCopy::load(std::optional<Macro> read) {
+  auto macro = takingCommands(read ? Expected<Macro>(*std::move(read)) : loadMacro(site_, path_));
   if (!macro) return macro.failure();
   macro_ = *std::move(macro);
   content_ = Content::kMacro;

@@ -51,8 +51,10 @@ class WorkingCopy : public QObject {
     [[nodiscard]] const std::string& path() const { return copy_->path_; }
     // Ends the loan: shows what the file holds now as the macro of `target`, or, when it was not filled, as
     // that of none. With the name of a step it is one more step of the macro that was shown, if that is of
-    // the same place. The failure is that of reading it.
-    Outcome show(const MacroTarget& target, bool filled, const std::string& step = {});
+    // the same place. The failure is that of reading it, which `read` spares: what the file holds, as a
+    // macro.
+    Outcome show(const MacroTarget& target, bool filled, const std::string& step = {},
+                 std::optional<Macro> read = {});
 
    private:
     friend class WorkingCopy;
@@ -182,7 +184,7 @@ class WorkingCopy : public QObject {
   void settleAhead();
   void noteEdit();
   void writeRecord();
-  Outcome load();
+  Outcome load(std::optional<Macro> read);
   Outcome fill(std::string bytes);
 
   SiteAccess site_;

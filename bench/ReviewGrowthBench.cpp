@@ -8,6 +8,7 @@
 #include "model/EditHistory.h"
 #include "model/MacroEdit.h"
 #include "model/MacroFile.h"
+#include "model/SiteBrowser.h"
 #include "platform/Text.h"
 #include "review/DiskShelf.h"
 #include "review/MacroBatch.h"
@@ -105,7 +106,7 @@ void send(int macros) {
   BatchPlaces places(on.root, on.history, [&](const MacroPlace&) { return &shelf; });
   std::vector<BatchItem> items;
   for (int number = 0; number < macros; ++number)
-    items.push_back({{macroFile(on.folder(macros), number)}, on.text(kSmall, on.version)});
+    items.push_back({{macroFile(on.folder(macros), number), {}, 0, {}}, on.text(kSmall, on.version)});
   MacroBatch batch(places, "growth", MacroChange::kCopy, MacroBatch::Mode::kAsManyAsGo, std::move(items));
   require(batch.run().done() && batch.doneCount() == static_cast<std::size_t>(macros));
 }

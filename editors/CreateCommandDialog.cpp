@@ -8,6 +8,7 @@
 #include "editors/DataUpdate.h"
 #include "editors/PostTo.h"
 #include "ui_CreateCommandDialog.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 #include "widgets/KeyboardWay.h"
 #include "widgets/ListFinder.h"
@@ -136,6 +137,7 @@ void CreateCommandDialog::connectCommand() {
           &CreateCommandDialog::followSelection);
   connect(parameters_, &ParameterPanel::changed, this, &CreateCommandDialog::checkReady);
   connect(parameters_, &ParameterPanel::finished, this, [this] { insert(InsertMode::kAppend, true); });
+  setIcons({{ui_->updateData, ButtonIcon::kReadAgain}});
   connect(ui_->updateData, &QPushButton::clicked, this, &CreateCommandDialog::updateData);
   lineWatch_.setInterval(kLineWatchMilliseconds);
   connect(&lineWatch_, &QTimer::timeout, this, &CreateCommandDialog::watchLine);

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "widgets/AtEach.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -122,7 +123,8 @@ QWidget* DestinationPad::makeCorrections() {
   for (const InputCorrection& correction : inputCorrections()) {
     const QString caption =
         QString::fromUtf8(correction.caption.data(), qsizetype(correction.caption.size()));
-    QToolButton* button = makeButton(caption, fontMetrics().horizontalAdvance(caption) + kCaptionSpace);
+    QToolButton* button = makeButton(
+        caption, [this, caption] { return fontMetrics().horizontalAdvance(caption) + kCaptionSpace; });
     button->setFocusPolicy(column == 0 ? Qt::StrongFocus : Qt::ClickFocus);
     button->setObjectName(caption);
     button->setToolTip(QString::fromUtf8(correction.stem.data(), qsizetype(correction.stem.size())));
@@ -133,9 +135,9 @@ QWidget* DestinationPad::makeCorrections() {
 }
 
 void DestinationPad::addButtons(const DestinationGroup& group, QGridLayout& grid, int row, int column) {
-  const int width = buttonWidth(group, fontMetrics());
   for (const DestinationButton& entry : group.buttons) {
-    QToolButton* button = makeButton(shown(entry.caption), width);
+    QToolButton* button =
+        makeButton(shown(entry.caption), [this, &group] { return buttonWidth(group, fontMetrics()); });
     button->setFocusPolicy(&entry == &group.buttons.front() ? Qt::StrongFocus : Qt::ClickFocus);
     button->setObjectName(shown(entry.destination.name));
     button->setAccessibleName(spokenName(group, entry));
@@ -145,10 +147,12 @@ void DestinationPad::addButtons(const DestinationGroup& group, QGridLayout& grid
   }
 }
 
-QToolButton* DestinationPad::makeButton(const QString& caption, int width) {
+QToolButton* DestinationPad::makeButton(const QString& caption, const std::function<int()>& width) {
   auto* button = new QToolButton(this);
   button->setText(caption);
-  button->setFixedSize(width, fontMetrics().height() + kHeightSpace);
+  nowAndAtEach(QEvent::FontChange, *button, [this, button, width] {
+    button->setFixedSize(width(), fontMetrics().height() + kHeightSpace);
+  });
   buttons_->addButton(button);
   return button;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QWidget>
 
 #include "editors/DestinationTable.h"
@@ -30,7 +32,7 @@ class DestinationPad : public QWidget {
   [[nodiscard]] QWidget* makeCorrections();
   // Places the group's buttons with their upper left corner at `row` and `column`.
   void addButtons(const DestinationGroup& group, QGridLayout& grid, int row, int column);
-  [[nodiscard]] QToolButton* makeButton(const QString& caption, int width);
+  [[nodiscard]] QToolButton* makeButton(const QString& caption, const std::function<int()>& width);
 
   QButtonGroup* buttons_;
 };

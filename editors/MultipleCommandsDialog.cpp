@@ -12,6 +12,7 @@
 #include "editors/ParameterUpdate.h"
 #include "editors/SelectInputDialog.h"
 #include "ui_MultipleCommandsDialog.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListBox.h"
 #include "widgets/ListFinder.h"
@@ -76,6 +77,7 @@ void MultipleCommandsDialog::connectButtons() {
   connect(ui_->selectAll, &QPushButton::clicked, ui_->commands, &QListView::selectAll);
   connect(ui_->deselectAll, &QPushButton::clicked, ui_->commands, &QListView::clearSelection);
   connect(ui_->removeSelected, &QPushButton::clicked, this, &MultipleCommandsDialog::removeSelected);
+  setIcons({{ui_->updateParameters, ButtonIcon::kReadAgain}});
   connect(ui_->updateParameters, &QPushButton::clicked, this, &MultipleCommandsDialog::updateParameters);
   connect(ui_->raw, &QCheckBox::toggled, this, &MultipleCommandsDialog::showOptions);
   connect(ui_->tabs, &QCheckBox::toggled, this, &MultipleCommandsDialog::showOptions);

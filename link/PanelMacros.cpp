@@ -91,9 +91,10 @@ VerifiedSend::Old PanelMacros::read(const std::string& address, int workplace, s
 }
 
 TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
-                                    std::string_view file, MacroChange change) {
+                                    std::string_view file, MacroChange change,
+                                    const BeforePanelWrite& before) {
   Running running(*this, address);
-  return sendFile(running, file, {{}, address, workplace, std::string(number)}, change);
+  return sendFile(running, file, {{}, address, workplace, std::string(number)}, change, before);
 }
 
 TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workplace, std::string_view number,
@@ -104,12 +105,13 @@ TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workpla
 }
 
 TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
-                                         std::string_view target, std::string_view buffer) {
+                                         std::string_view target, std::string_view buffer,
+                                         const BeforePanelWrite& before) {
   Running running(*this, address);
   TransferOutcome fetched = fetch(running, {{}, address, workplace, std::string(source)}, buffer);
   // What the buffer held before is not the macro that was asked for.
   if (!fetched.done()) return fetched;
-  return sendFile(running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy);
+  return sendFile(running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy, before);
 }
 
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
@@ -209,10 +211,10 @@ PanelStanding PanelMacros::keep(Running& running, const MacroPlace& place, Macro
 }
 
 TransferOutcome PanelMacros::sendFile(Running& running, std::string_view file, const MacroPlace& place,
-                                      MacroChange change) {
+                                      MacroChange change, const BeforePanelWrite& before) {
   const auto bytes = readFile(root_, file);
   if (!bytes) return {Result::kLocalFile, true};
-  return send(running, *bytes, place, change);
+  return send(running, *bytes, place, change, before);
 }
 
 TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, const MacroPlace& place,

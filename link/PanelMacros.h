@@ -72,7 +72,8 @@ class PanelMacros {
 
   // Also for a macro that was just created in `file`.
   [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
-                                       std::string_view file, MacroChange change = MacroChange::kSave);
+                                       std::string_view file, MacroChange change = MacroChange::kSave,
+                                       const BeforePanelWrite& before = {});
   [[nodiscard]] TransferOutcome uploadBytes(const std::string& address, int workplace,
                                             std::string_view number, std::string_view bytes,
                                             MacroChange change, const BeforePanelWrite& before = {});
@@ -81,7 +82,7 @@ class PanelMacros {
   // from there.
   [[nodiscard]] TransferOutcome copyOnPanel(const std::string& address, int workplace,
                                             std::string_view source, std::string_view target,
-                                            std::string_view buffer);
+                                            std::string_view buffer, const BeforePanelWrite& before = {});
 
   enum class OldContent { kKept, kLost };
   struct Deletion {
@@ -109,7 +110,7 @@ class PanelMacros {
 
   [[nodiscard]] TransferOutcome fetch(Running& running, const MacroPlace& place, std::string_view file);
   [[nodiscard]] TransferOutcome sendFile(Running& running, std::string_view file, const MacroPlace& place,
-                                         MacroChange change);
+                                         MacroChange change, const BeforePanelWrite& before);
   [[nodiscard]] TransferOutcome send(Running& running, std::string_view bytes, const MacroPlace& place,
                                      MacroChange change, const BeforePanelWrite& before = {});
   [[nodiscard]] PanelStanding keep(Running& running, const MacroPlace& place, MacroChange change);

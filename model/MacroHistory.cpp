@@ -253,10 +253,13 @@ Outcome MacroHistory::whileLocked(std::string_view path, const Work& work) {
   return lock || lock.failure().kind != Failure::Kind::kInUse ? work() : lock.failure();
 }
 
-Outcome MacroHistory::change(std::string_view path, MacroChange change, const Work& work) {
-  return whileLocked(path, [&] {
-    static_cast<void>(keepFile(path, change));  // `takeFailure` tells why not
-    return work();
+Outcome MacroHistory::change(std::string_view path, MacroChange change, const Work& work,
+                             const MayLose& mayLose) {
+  return whileLocked(path, [&]() -> Outcome {
+    const Outcome kept = keepFile(path, change);  // `takeFailure` tells why not
+    if (kept || !mayLose || mayLose(kept.failure())) return work();
+    static_cast<void>(takeFailure());  // nothing is lost
+    return Failure{Failure::Kind::kCancelled, "what stands there could not be kept"};
   });
 }
 
@@ -282,12 +285,13 @@ KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
   return kept;
 }
 
-std::vector<KeptMacro> MacroHistory::list() {
+std::vector<KeptMacro> MacroHistory::list(const std::atomic<bool>* stop) {
   const std::scoped_lock guard(mutex_);
   load();
   std::vector<KeptMacro> kept;
   kept.reserve(entries_.size());
-  for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) kept.push_back(read(*entry));
+  for (auto entry = entries_.rbegin(); entry != entries_.rend() && (stop == nullptr || !*stop); ++entry)
+    kept.push_back(read(*entry));
   return kept;
 }
 
@@ -304,11 +308,12 @@ bool MacroHistory::isOfSite(const KeptMacro& macro) const {
          root_.holds(macro.place->file);
 }
 
-Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path) {
+Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path, const MayLose& mayLose) {
   // Read first: keeping what is there now may be what drives this one out.
   const auto bytes = readOwnFile(root_, macro.file);
   if (!bytes) return bytes.failure();
-  return change(path, MacroChange::kPutBack, [&] { return writeFile(root_, path, *bytes); });
+  return change(
+      path, MacroChange::kPutBack, [&] { return writeFile(root_, path, *bytes); }, mayLose);
 }
 
 }  // namespace tessaly

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <deque>
@@ -38,6 +39,8 @@ class MacroHistory : public MacroKeeper {
         500};  // with another program, once for a file and once for the history
   };
   using Work = std::function<Outcome()>;
+  // Asked when what stands there could not be kept; false: nothing is overwritten (`kCancelled`).
+  using MayLose = std::function<bool(const Failure& why)>;
   using Clock = std::function<std::chrono::system_clock::time_point()>;
 
   // Observes the root. Touches nothing before the first use.
@@ -48,7 +51,7 @@ class MacroHistory : public MacroKeeper {
   // Meanwhile nobody else who asks like this, in whatever program, changes the file, so that keeping, reading
   // and writing are one step. Not done (`kInUse`), and `work` not run, when somebody else was changing it all
   // the time that was waited; else what `work` says. Where there can be no locks, nobody is waited for.
-  Outcome change(std::string_view path, MacroChange change, const Work& work);
+  Outcome change(std::string_view path, MacroChange change, const Work& work, const MayLose& mayLose = {});
   // The same for what is not kept, or only once it is known that it will be changed.
   Outcome whileLocked(std::string_view path, const Work& work);
 
@@ -64,8 +67,8 @@ class MacroHistory : public MacroKeeper {
   // keep, or when it could not be kept.
   [[nodiscard]] std::optional<std::string> takeKept();
 
-  // Newest first, as the folder is now.
-  [[nodiscard]] std::vector<KeptMacro> list();
+  // Newest first, as the folder is now; those that were read until somebody has set `stop`.
+  [[nodiscard]] std::vector<KeptMacro> list(const std::atomic<bool>* stop = nullptr);
   // By its id; nothing when it is not there.
   [[nodiscard]] std::optional<KeptMacro> find(std::string_view id);
 
@@ -75,7 +78,7 @@ class MacroHistory : public MacroKeeper {
   // Whether a file, which need not be there, is one of its own.
   [[nodiscard]] bool holds(std::string_view path) const;
   // Writes a kept macro over a file of the site, whose present content is kept.
-  Outcome putBack(const KeptMacro& macro, std::string_view path);
+  Outcome putBack(const KeptMacro& macro, std::string_view path, const MayLose& mayLose = {});
 
  private:
   // The one spelling of a file's path, however it was given.

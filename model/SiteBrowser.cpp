@@ -8,6 +8,7 @@
 
 #include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
+#include "platform/CollectedMessages.h"
 #include "platform/Files.h"
 #include "platform/MacroNumber.h"
 #include "platform/Text.h"
@@ -30,20 +31,6 @@ constexpr std::size_t kKeyNumberBegin = 3, kKeyNumberSize = 2;   // "key03.upk"
 std::string joined(std::string_view folder, std::string_view rest) {
   return std::string(folder).append(rest);
 }
-
-// Keeps what is reported for later.
-class CollectedMessages : public Messages {
- public:
-  explicit CollectedMessages(std::vector<std::string>& texts) : texts_(texts) {}
-  void show(const std::string& text, MessageIcon) override { texts_.push_back(text); }
-  bool ask(const std::string& text, MessageIcon) override {
-    texts_.push_back(text);
-    return false;
-  }
-
- private:
-  std::vector<std::string>& texts_;
-};
 
 enum class PanelKind { kNone, kOlderFamily, kCurrentFamily };
 

@@ -4,13 +4,14 @@
 
 #include <QPainter>
 
+#include "widgets/InkIcon.h"
+
 namespace tessaly {
 
 namespace {
 
 constexpr QRgb kRed = 0xFFC62828;
 constexpr QRgb kAmber = 0xFFF9A825;
-constexpr int kIconSize = 32;  // pixels, to be scaled down
 
 // All in a square of the side 1.
 void drawError(QPainter& painter, const QPen& outline) {
@@ -72,17 +73,10 @@ void drawRowMark(QPainter& painter, RowMark mark, const QRectF& room, const QCol
   painter.restore();
 }
 
-QIcon rowMarkIcon(RowMark mark, const QPalette& palette) {
-  const auto picture = [mark](const QColor& ink) {
-    QPixmap drawn(kIconSize, kIconSize);
-    drawn.fill(Qt::transparent);
-    QPainter painter(&drawn);
-    drawRowMark(painter, mark, QRectF(0, 0, kIconSize, kIconSize), ink);
-    return drawn;
-  };
-  QIcon icon(picture(palette.color(QPalette::Active, QPalette::Text)));
-  icon.addPixmap(picture(palette.color(QPalette::Active, QPalette::HighlightedText)), QIcon::Selected);
-  return icon;
+QIcon rowMarkIcon(RowMark mark) {
+  return inkIcon(QPalette::Text, [mark](QPainter& painter, const QRectF& room, const QColor& ink) {
+    drawRowMark(painter, mark, room, ink);
+  });
 }
 
 }  // namespace tessaly

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QIcon>
-#include <QPalette>
 #include <Qt>
 
 class QPainter;
@@ -18,6 +17,6 @@ inline constexpr int kRowMarkRole = Qt::UserRole + 1;
 // Fills the square in the middle of `room`; `ink` is the colour of the text beside it.
 void drawRowMark(QPainter& painter, RowMark mark, const QRectF& room, const QColor& ink);
 // For views that have no place of their own for it.
-[[nodiscard]] QIcon rowMarkIcon(RowMark mark, const QPalette& palette);
+[[nodiscard]] QIcon rowMarkIcon(RowMark mark);
 
 }  // namespace tessaly

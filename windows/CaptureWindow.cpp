@@ -5,6 +5,7 @@
 #include <QShortcut>
 
 #include "ui_CaptureWindow.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListFinder.h"
 
@@ -59,6 +60,7 @@ void CaptureWindow::setUpTable() {
 }
 
 void CaptureWindow::setUpButtons() {
+  setIcons({{ui_->askAgain, ButtonIcon::kReadAgain}, {ui_->anew, ButtonIcon::kReadAgain}});
   connect(ui_->scope, &QComboBox::activated, this, &CaptureWindow::begin);
   connect(ui_->onlyDifferences, &QCheckBox::toggled, &model_, &CaptureModel::setOnlyDifferences);
   const auto tickAll = [this](bool on) { model_.change([on](Capture& capture) { capture.tickAll(on); }); };

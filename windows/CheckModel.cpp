@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include <QGuiApplication>
-
 #include "widgets/DialogText.h"
 #include "windows/FindingText.h"
 
@@ -95,7 +93,7 @@ QVariant CheckModel::data(const QModelIndex& index, int role) const {
   if (here == nullptr) return {};
   if (role == Qt::DisplayRole) return text(*here, index.column());
   if (role == Qt::DecorationRole && index.column() == kSeverity)
-    return rowMarkIcon(markOf(here->finding.severity), QGuiApplication::palette());
+    return rowMarkIcon(markOf(here->finding.severity));
   if (role == Qt::TextAlignmentRole && index.column() == kCommand)
     return static_cast<int>(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::ToolTipRole) return {};

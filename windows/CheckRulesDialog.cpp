@@ -14,7 +14,7 @@ CheckRulesDialog::CheckRulesDialog(const RulesOff& off, QWidget* parent)
     auto* row = new QTreeWidgetItem(ui_->rules, {QString::fromStdString(std::string(info.name)),
                                                  severityText(info.severity), ruleText(info.rule)});
     row->setCheckState(0, off.contains(info.rule) ? Qt::Unchecked : Qt::Checked);
-    row->setIcon(1, rowMarkIcon(markOf(info.severity), palette()));
+    row->setIcon(1, rowMarkIcon(markOf(info.severity)));
     row->setToolTip(2, ruleText(info.rule).toHtmlEscaped());
   }
   ui_->rules->resizeColumnToContents(0);

@@ -8,6 +8,8 @@
 #include <QShortcut>
 
 #include "ui_CompareWindow.h"
+#include "widgets/AtEach.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/ListFinder.h"
 #include "windows/CompareDelegate.h"
 
@@ -17,7 +19,6 @@ namespace {
 
 constexpr int kPatienceMilliseconds =
     100;                         // until a comparison that is shown already is said to be under way
-constexpr int kRowGap = 6;       // pixels between the text lines of two rows
 constexpr int kMostChanges = 4;  // told of a row below the table
 
 // The commands of a side in front of a row.
@@ -55,6 +56,7 @@ CompareWindow::CompareWindow(CompareWays ways, const LineContext& lines, const L
   setUpTable();
   setUpKeys();
   setUpTakes();
+  nowAndAtEach(QEvent::FontChange, *this, [this] { setWidths(); });
   ui_->showDestination->setChecked(options.showDestination);
   ui_->showRaw->setChecked(options.raw);
   const auto showLines = [this] {
@@ -85,7 +87,7 @@ void CompareWindow::setUpTable() {
   table.setItemDelegate(new CompareDelegate(model_, &table));
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table.verticalHeader()->setMinimumSectionSize(0);
-  table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + kRowGap);
+  keepRowHeight(table);
   table.horizontalHeader()->setMinimumSectionSize(0);
   table.horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   for (const int column : {CompareModel::kLineA, CompareModel::kLineB})
@@ -129,6 +131,13 @@ void CompareWindow::setUpKeys() {
 void CompareWindow::setUpTakes() {
   take_ = {ui_->takeA, ui_->takeB};
   takeAll_ = {ui_->takeAllA, ui_->takeAllB};
+  setIcons({{ui_->previous, ButtonIcon::kUp},
+            {ui_->next, ButtonIcon::kDown},
+            {ui_->readAgain, ButtonIcon::kReadAgain},
+            {ui_->takeA, ButtonIcon::kLeft},
+            {ui_->takeAllA, ButtonIcon::kLeft},
+            {ui_->takeB, ButtonIcon::kRight},
+            {ui_->takeAllB, ButtonIcon::kRight}});
   for (const Side side : kSides) {
     connect(take_[sideIndex(side)], &QPushButton::clicked, this, [this, side] { takeSelected(side); });
     connect(takeAll_[sideIndex(side)], &QPushButton::clicked, this, [this, side] {
@@ -174,6 +183,11 @@ void CompareWindow::showSides() {
   ui_->headingA->setText(sides_[0].heading);
   ui_->headingB->setText(sides_[1].heading);
   model_.setRefusals({refusal(Side::kA), refusal(Side::kB)});
+  setWidths();
+  showTakes();
+}
+
+void CompareWindow::setWidths() {
   QTableView& table = *ui_->table;
   const MacroDiff* diff = model_.diff();
   QFontMetrics metrics(table.font());
@@ -193,7 +207,6 @@ void CompareWindow::showSides() {
   // Each heading stands over its column.
   ui_->headingGap->changeSize(2 * arrow + table.columnWidth(CompareModel::kSign), 0, QSizePolicy::Fixed);
   ui_->headingLayout->invalidate();
-  showTakes();
 }
 
 // For tool tips; empty where something can be taken.

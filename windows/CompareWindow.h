@@ -54,6 +54,7 @@ class CompareWindow : public ReviewWindow {
   void compare();
   void showResult(const CompareWork::Result& result);
   void showSides();
+  void setWidths();
   [[nodiscard]] QString refusal(Side side) const;
   void showCounts();
   void showDetails();

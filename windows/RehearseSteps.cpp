@@ -5,13 +5,13 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
+#include "widgets/AtEach.h"
 #include "widgets/ListFinder.h"
 
 namespace tessaly {
 
 namespace {
 
-constexpr int kRowGap = 6;                           // pixels between the text lines of two rows
 constexpr int kMargins = 16;                         // pixels beside the text of a column
 constexpr int kValuesWidth = 580, kGridWidth = 500;  // pixels, at first
 const QString kWidestCell = QStringLiteral("\u25CF \u00B1 +100.0%");
@@ -34,7 +34,7 @@ void setUpRehearseTable(QTableView& table, QAbstractItemModel& model) {
   table.verticalHeader()->hide();
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table.verticalHeader()->setMinimumSectionSize(0);
-  table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + kRowGap);
+  keepRowHeight(table);
   table.horizontalHeader()->setHighlightSections(false);
 }
 
@@ -48,7 +48,9 @@ void setUpRehearseColumns(QTableView& table) {
                                             {RehearseModel::kSigns, kWidestSigns},
                                             {RehearseModel::kState, RehearseTexts::widestState()}};
   for (const auto& [column, text] : widest)
-    table.setColumnWidth(column, table.fontMetrics().horizontalAdvance(text) + kMargins);
+    nowAndAtEach(QEvent::FontChange, table, [&table, column = column, text = text] {
+      table.setColumnWidth(column, table.fontMetrics().horizontalAdvance(text) + kMargins);
+    });
 }
 
 RehearseSteps::RehearseSteps(const LineContext& lines, const LineOptions& options, const RehearseNow& now,
@@ -90,7 +92,9 @@ void RehearseSteps::setUpGrid() {
   grid_.setSelectionMode(QAbstractItemView::NoSelection);
   QHeaderView& header = *grid_.horizontalHeader();
   header.setSectionResizeMode(QHeaderView::Fixed);
-  header.setDefaultSectionSize(grid_.fontMetrics().horizontalAdvance(kWidestCell) + kMargins);
+  nowAndAtEach(QEvent::FontChange, grid_, [this, &header] {
+    header.setDefaultSectionSize(grid_.fontMetrics().horizontalAdvance(kWidestCell) + kMargins);
+  });
   header.setSectionsClickable(true);
   connect(&header, &QHeaderView::sectionClicked, this, [this](int command) { emit stepWanted(command + 1); });
   connect(&grid_, &QTableView::clicked, this, [this](const QModelIndex& index) {

@@ -6,6 +6,7 @@
 #include <QShortcut>
 
 #include "ui_RehearseWindow.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -94,6 +95,9 @@ void RehearseWindow::setUpKeys() {
   button(ui_->previous, Qt::Key_F7, [this] { goBy(-1); });
   button(ui_->next, Qt::Key_F8, [this] { goBy(1); });
   button(ui_->askAgain, Qt::Key_F5, [this] { now_.askAgain(); });
+  setIcons({{ui_->previous, ButtonIcon::kLeft},
+            {ui_->next, ButtonIcon::kRight},
+            {ui_->askAgain, ButtonIcon::kReadAgain}});
 }
 
 // The keys of the step, wherever the keyboard is: Up and Down are those of the rows.

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <QGuiApplication>
-
 #include "widgets/DialogText.h"
 #include "windows/FindingText.h"
 
@@ -177,7 +175,7 @@ QVariant ReplaceModel::data(const QModelIndex& index, int role) const {
     const auto worst =
         std::max_element(one->made.begin(), one->made.end(),
                          [](const Finding& a, const Finding& b) { return a.severity < b.severity; });
-    return rowMarkIcon(markOf(worst->severity), QGuiApplication::palette());
+    return rowMarkIcon(markOf(worst->severity));
   }
   if (role == Qt::ToolTipRole && column == kFindings && one)
     return findingsText(*one, QStringLiteral("\n"))

@@ -10,6 +10,8 @@
 #include <QPointer>
 
 #include "ui_WorkplacesWindow.h"
+#include "widgets/AtEach.h"
+#include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListFinder.h"
 
@@ -50,6 +52,9 @@ WorkplacesWindow::WorkplacesWindow(Ways ways, QWidget* owner)
   setWindowTitle(title);
   setUpTable();
   fillChoices();
+  setIcons({{ui_->again, ButtonIcon::kReadAgain},
+            {ui_->toLeft, ButtonIcon::kLeft},
+            {ui_->toRight, ButtonIcon::kRight}});
   connect(ui_->left, &QComboBox::activated, this, [this](int index) { choose(0, index); });
   connect(ui_->right, &QComboBox::activated, this, [this](int index) { choose(1, index); });
   connect(ui_->again, &QPushButton::clicked, this, &WorkplacesWindow::readAgain);
@@ -76,7 +81,7 @@ void WorkplacesWindow::setUpTable() {
   header.resizeSection(WorkplacesModel::kState, kStateWidth);
   header.resizeSection(WorkplacesModel::kLeft, kNameWidth);
   header.resizeSection(WorkplacesModel::kRight, kNameWidth);
-  ui_->table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  keepRowHeight(*ui_->table);
   connect(&header, &QHeaderView::sectionResized, this, &WorkplacesWindow::showTitles);
   connect(ui_->table, &QTableView::doubleClicked, this, &WorkplacesWindow::compareCurrent);
   connect(ui_->table->selectionModel(), &QItemSelectionModel::currentChanged, this,

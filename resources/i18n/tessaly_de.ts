@@ -668,6 +668,14 @@
         <source>colours rows mainframe</source>
         <translation>Farben Zeilen Mainframe</translation>
     </message>
+    <message>
+        <source>&amp;Headings over the Commands</source>
+        <translation>Überschriften über den &amp;Befehlen</translation>
+    </message>
+    <message>
+        <source>band place what am I looking at</source>
+        <translation>Band Ort was sehe ich</translation>
+    </message>
 </context>
 <context>
     <name>BatchUndo</name>
@@ -1890,6 +1898,10 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <source>Looking at macro %1 on the panel</source>
         <translation>Makro %1 auf dem Bedienpult wird angesehen</translation>
     </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -2114,6 +2126,10 @@ Overwrite it all the same?</source>
 %2.
 
 Trotzdem überschreiben?</translation>
+    </message>
+    <message>
+        <source>Writing %1</source>
+        <translation>%1 wird geschrieben</translation>
     </message>
 </context>
 <context>
@@ -3174,14 +3190,6 @@ Trotzdem überschreiben?</translation>
         <translation>Makros beider Arbeitsplätze</translation>
     </message>
     <message>
-        <source>← Copy to the le&amp;ft</source>
-        <translation>← Nach lin&amp;ks kopieren</translation>
-    </message>
-    <message>
-        <source>Copy to the ri&amp;ght →</source>
-        <translation>Nach r&amp;echts kopieren →</translation>
-    </message>
-    <message>
         <source>Try &amp;what failed again</source>
         <translation>&amp;Fehlgeschlagenes erneut versuchen</translation>
     </message>
@@ -3192,6 +3200,14 @@ Trotzdem überschreiben?</translation>
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Copy to the le&amp;ft</source>
+        <translation>Nach &amp;links kopieren</translation>
+    </message>
+    <message>
+        <source>Copy to the ri&amp;ght</source>
+        <translation>Nach &amp;rechts kopieren</translation>
     </message>
 </context>
 <context>
@@ -3248,6 +3264,14 @@ Trotzdem überschreiben?</translation>
     <message>
         <source>renamed: %1 has another name on the panel now</source>
         <translation>umbenannt: %1 heißt auf dem Bedienpult jetzt anders</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>NOT listed: %1 (it was cancelled)</source>
+        <translation>NICHT aufgelistet: %1 (abgebrochen)</translation>
     </message>
 </context>
 <context>
@@ -4209,6 +4233,14 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>With %1</source>
         <translation>Mit %1</translation>
     </message>
+    <message>
+        <source>Reading the history</source>
+        <translation>Der Verlauf wird gelesen</translation>
+    </message>
+    <message>
+        <source>the history is not listed whole: it was cancelled</source>
+        <translation>der Verlauf ist nicht vollständig aufgelistet: abgebrochen</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ListFinder</name>
@@ -4377,10 +4409,6 @@ Trotzdem löschen?</translation>
     <message>
         <source>NOT sent: %1</source>
         <translation>NICHT gesendet: %1</translation>
-    </message>
-    <message>
-        <source> (the history could not keep what stands there)</source>
-        <translation> (der Verlauf konnte nicht aufbewahren, was dort steht)</translation>
     </message>
 </context>
 <context>
@@ -4573,6 +4601,14 @@ oder von dort kopieren</translation>
         <source>The settings could not be written: %1</source>
         <translation>Die Einstellungen konnten nicht geschrieben werden: %1</translation>
     </message>
+    <message>
+        <source>connected to the panel again</source>
+        <translation>wieder mit dem Pult verbunden</translation>
+    </message>
+    <message>
+        <source>%1; what is unsaved would be lost if the program died now (%2)</source>
+        <translation>%1; was nicht gespeichert ist, wäre verloren, wenn das Programm jetzt abstürzte (%2)</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MessageLog</name>
@@ -4714,6 +4750,10 @@ Overwrite it?</source>
     <message>
         <source>NOT written to %1: it is as somebody else has left it</source>
         <translation>NICHT nach %1 geschrieben: es ist so, wie jemand anderes es hinterlassen hat</translation>
+    </message>
+    <message>
+        <source>Opening %1</source>
+        <translation>%1 wird geöffnet</translation>
     </message>
 </context>
 <context>
@@ -5099,6 +5139,10 @@ Bilder von 0 bis %1</translation>
         <source>&quot;Where Used&quot; looks for what a command names: select one first</source>
         <translation>„Wo verwendet“ sucht, was ein Befehl nennt: erst einen wählen</translation>
     </message>
+    <message>
+        <source>the selected command names nothing that could be looked for</source>
+        <translation>der ausgewählte Befehl nennt nichts, wonach gesucht werden könnte</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ReviewPlaces</name>
@@ -5391,6 +5435,10 @@ Bilder von 0 bis %1</translation>
             <numerusform>%1; von %n davon ist unbekannt, was das Pult jetzt hat</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Nothing was restored.</source>
+        <translation>Nichts wurde wiederhergestellt.</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::SnapshotRows</name>
@@ -5534,6 +5582,10 @@ Bilder von 0 bis %1</translation>
             <numerusform>Wiederherstellung von %n Makro</numerusform>
             <numerusform>Wiederherstellung von %n Makros</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Checking macros</source>
+        <translation>Makros werden geprüft</translation>
     </message>
 </context>
 <context>

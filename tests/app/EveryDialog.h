@@ -49,6 +49,9 @@ class EveryDialog {
     command_.parameters.push_back({"VALUE", "0.48"});
     static_cast<void>(restore_.add(2, 2));
     row_.add({"delete 3 commands", {}, {}, {}, {}});
+    const QDateTime night(QDate(2026, 11, 25), QTime(23, 30));
+    for (const Grade grade : {Grade::kDone, Grade::kNote, Grade::kWarning, Grade::kFailure})
+      log_.add({grade, QStringLiteral("saved: 001 - Titles"), QStringLiteral("CP1, workplace 1")}, night);
   }
 
   // One after the other, made anew.

@@ -270,5 +270,39 @@ TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNeitherDeletedNorOverwrittenUnasked)
               testing::ElementsAre(HasSubstr("Delete macro: "), HasSubstr("could not keep 007")));
 }
 
+// By what overwrites with a dialog of its own; the user says no.
+TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotOverwrittenUnasked) {
+  connectB();
+  const std::string file = macroFile(kFolder, 1), before = read(file);
+  ASSERT_TRUE(fixture_->history.keep(kTwo, {file, {}, 0, {}}, MacroChange::kSave));
+  // The day of today is in the way; what was kept stays to be had from another one.
+  const std::filesystem::path history = fixture_->site.root.path() / "history";
+  for (const auto& day : std::filesystem::directory_iterator(history))
+    if (day.is_directory()) {
+      const std::filesystem::path today = day.path();
+      std::filesystem::rename(today, history / "2020-01-01");
+      fixture_->site.write("history\\" + today.filename().string(), "in the way");
+      break;
+    }
+  const std::function<void()> overwrites[] = {
+      [&] { driver().press(a_.createMacro, numbered(1, "New")); },
+      [&] { driver().press(b_.copyMacro, numbered(7)); },
+      [&] { inHistory([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Put Back")); }); }};
+  driver().choose(a_.macros, "001");
+  fixture_->site.messages.take();
+  for (const auto& overwrite : overwrites) {
+    std::vector<std::string> asked;
+    fixture_->site.messages.answering = [&asked](const std::string& text) {
+      asked.push_back(text);
+      return text.find("could not keep") == std::string::npos;
+    };
+    overwrite();
+    ASSERT_FALSE(asked.empty()) << &overwrite - overwrites;
+    EXPECT_THAT(asked.back(), HasSubstr("could not keep")) << &overwrite - overwrites;
+  }
+  EXPECT_EQ(read(file), before);
+  EXPECT_EQ(tree_.read(kRemote), kTwo);
+}
+
 }  // namespace
 }  // namespace tessaly

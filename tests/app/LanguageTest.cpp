@@ -3,60 +3,18 @@
 #include <gtest/gtest.h>
 #include <map>
 
-#include <QAbstractButton>
-#include <QGroupBox>
 #include <QMenuBar>
 #include <QShortcut>
-#include <QToolButton>
 
 #include "app/Language.h"
 #include "app/TransferText.h"
+#include "tests/app/CutOffTexts.h"
 #include "tests/app/EveryDialog.h"
 
 namespace tessaly {
 namespace {
 
 using testing::IsEmpty;
-
-constexpr int kButtonFrame = 4;  // pixels of a push button that its caption cannot use
-
-bool cutOff(const QLabel& label) {
-  if (label.wordWrap()) return label.height() < label.heightForWidth(label.width());
-  if (label.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return false;  // data of any length
-  const QSize needed = label.sizeHint();
-  return label.width() < needed.width() || label.height() < needed.height();
-}
-
-bool cutOff(const QAbstractButton& button) {
-  if (qobject_cast<const QPushButton*>(&button) == nullptr &&
-      qobject_cast<const QToolButton*>(&button) == nullptr)
-    return button.width() < button.sizeHint().width();  // the mark beside the caption counts
-  const QSize text = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
-  return button.width() < text.width() + kButtonFrame || button.height() < text.height();
-}
-
-bool cutOff(const QGroupBox& box) { return box.width() < box.minimumSizeHint().width(); }
-
-template <class Widget>
-void collect(const QWidget& window, QString (Widget::*text)() const, std::vector<std::string>& found) {
-  for (const Widget* widget : window.findChildren<Widget*>())
-    if (widget->isVisibleTo(&window) && !(widget->*text)().isEmpty() && cutOff(*widget))
-      found.push_back(widget->objectName().toStdString() + ": " + (widget->*text)().toStdString());
-}
-
-// At the size that the window opens with, and at its smallest.
-std::vector<std::string> cutOffTexts(QWidget& window) {
-  std::vector<std::string> found;
-  window.show();
-  for (const QSize size : {window.size(), QSize(1, 1)}) {
-    window.resize(size);
-    QApplication::processEvents();
-    collect(window, &QLabel::text, found);
-    collect(window, &QAbstractButton::text, found);
-    collect(window, &QGroupBox::title, found);
-  }
-  return found;
-}
 
 std::map<int, std::string> numberedTexts(const QWidget& window) {
   std::map<int, std::string> texts;

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "app/Appearance.h"
+#include "tests/app/CutOffTexts.h"
 #include "tests/app/EveryDialog.h"
 #include "tests/app/TextContrast.h"
 
@@ -36,6 +37,51 @@ TEST(LookTest, EveryTextCanBeReadWhateverTheColoursChangeTo) {
     });
   }
   applyPalette(PaletteChoice::kDesktop);
+}
+
+QImage grabbed(QDialog& dialog) {
+  dialog.show();
+  QTest::qWait(30);  // for what is worked out beside the window
+  return dialog.grab().toImage();
+}
+
+TEST(LookTest, WhatIsOpenIsInTheDesktopsColoursAsIfOpenedInThem) {
+  QApplication::setCursorFlashTime(0);
+  EveryDialog every;
+  const QPalette before = ownPalette(PaletteChoice::kLight), after = ownPalette(PaletteChoice::kDark);
+  applyPalette(PaletteChoice::kDesktop);
+  QApplication::setPalette(after);
+  std::map<std::string, QImage> anew;
+  every.visit([&](QDialog& dialog, const char* name) { anew[name] = grabbed(dialog); });
+  QApplication::setPalette(before);
+  every.visit([&](QDialog& dialog, const char* name) {
+    grabbed(dialog);
+    QApplication::setPalette(after);
+    EXPECT_TRUE(grabbed(dialog) == anew[name]) << name;
+    QApplication::setPalette(before);
+  });
+  applyPalette(PaletteChoice::kDesktop);
+}
+
+TEST(LookTest, WhatIsOpenGrowsWithTheDesktopsTextAndHasRoomForIt) {
+  dressToolkit();
+  constexpr int kOwn = 120;  // per cent
+  applyTextSize(kOwn);
+  EveryDialog every;
+  const QFont before = QApplication::font();
+  QFont larger = before;
+  larger.setPointSizeF(before.pointSizeF() * 1.25);
+  every.visit([&](QDialog& dialog, const char* name) {
+    dialog.show();
+    QApplication::setFont(larger);  // as a desktop does
+    QApplication::processEvents();
+    EXPECT_NEAR(dialog.font().pointSizeF(), larger.pointSizeF() * kOwn / kUsualTextSize, 0.01) << name;
+    EXPECT_THAT(cutOffTexts(dialog), IsEmpty()) << name;
+    applyTextSize(kUsualTextSize);
+    QApplication::setFont(before);
+    applyTextSize(kOwn);
+  });
+  applyTextSize(kUsualTextSize);
 }
 
 TEST(LookTest, AListThatOffersNothingSaysTheNextStep) {

@@ -77,7 +77,7 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
 
   // A line that is lost meanwhile is made anew, and the other pane is on it.
   const std::string other = first_.read(1, "007");
-  choose(Pane::kB, "&Restore Snapshot...", [this](QDialog& dialog) {
+  choose(Pane::kB, "&Restore Snapshot...", [this, &other](QDialog& dialog) {
     first_.simulator.dropConnections();
     WindowDriver::waitFor([] { return client().state() == kPanelNotConnected; }, "the loss");
     fixture_.site.messages.answer = false;

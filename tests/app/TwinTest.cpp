@@ -80,6 +80,7 @@ constexpr TwinRow kRows[] = {
     {"View/Commands as Stored", "show", ""},
     {"View/Names and Values in Columns", "show", ""},
     {"View/Stripes by Destination", "", kSelection},
+    {"View/Headings over the Commands", "", kSelection},
     {"View/Colours of the Desktop", "", kSelection},
     {"View/Light", "", kSelection},
     {"View/Dark, for the Night", "", kSelection},

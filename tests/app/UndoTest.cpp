@@ -235,7 +235,7 @@ TEST_F(UndoTest, StepsThatFailStopNothingAndAreToldInOneLine) {
   removeFirst();
   const std::string once = held();
   save();
-  fixture_.site.write(macro_, R"(<macro name="Other"><data><cmd fid="A.B"/></data></macro>)");
+  fixture_.site.write(macro_, R"(<macro name="Other"><data><cmd fid="A.B"/><cmd fid="C.D"/></data></macro>)");
   startAgain();
   begin();
   open();
@@ -252,6 +252,7 @@ TEST_F(UndoTest, StepsThatFailStopNothingAndAreToldInOneLine) {
                                 "be lost if the program died now (something that is no file stands there)"));
   removeFirst();
   EXPECT_THAT(told(), testing::EndsWith("deleted")) << "once";
+  undo();
   undo();
   EXPECT_EQ(held(), other);
 }

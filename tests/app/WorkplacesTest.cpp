@@ -1,6 +1,7 @@
 // Copying many macros from the main window: the panes, the undo and the next start go along.
 #include <gmock/gmock.h>
 
+#include <QComboBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -65,6 +66,16 @@ TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
   EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("undone: copy of "));
   // Where the names that came meanwhile have left its row, it shows that; else nothing.
   EXPECT_NE(driver().list(b_.commands).rows().rowCount(), 1) << "the copied macro has one command";
+}
+
+TEST_F(WorkplacesTest, WhatTheHistoryCannotKeepIsNotSentOver) {
+  const WorkplacesWindow& window = open();
+  std::filesystem::remove_all(fixture_.site.root.resolve("history"));
+  fixture_.site.write("history", "in the way");
+  click(window, "tickDifferent");
+  click(window, "toRight");
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
+  EXPECT_EQ(first_.read(1, "001"), fixture_.site.read(macroFile(kFolder, 1))) << "nothing stood there";
 }
 
 // All of it would be the same, and the panel's macros not looked at.

@@ -6,6 +6,8 @@
 #include "app/PaneDescriptor.h"
 #include "model/MacroFile.h"
 #include "model/Settings.h"
+#include "model/SiteBrowser.h"
+#include "tests/screenshots/ReviewPictures.h"
 
 namespace tessaly {
 
@@ -43,17 +45,16 @@ WindowPictures::WindowPictures(const SiteRoot& root, const FunctionDictionary& d
   if (!panel_.start(reason)) throw std::runtime_error("no panel: " + reason);
   macros_ = std::make_unique<PanelMacros>(client_, site_.root, ftpTransfers(panel_.ftpPort()), &readsAsMacro);
   macros_->keepIn(history_);
-  makeWindow_ = [this, &dictionary, &lists] {
-    return std::make_unique<MainWindow>(
-        WindowContext{site_.access(), dictionary, lists, client_, *macros_, history_});
-  };
+  context_ = std::make_unique<WindowContext>(
+      WindowContext{site_.access(), dictionary, lists, client_, *macros_, history_});
 }
 
-void WindowPictures::take() {
+void WindowPictures::take(Take what) {
   open();
   takeKeyFiles();
   takeConnected();
   takeUpdated();
+  if (what == Take::kAll) takeReviews();
   takeHistory();
   takeUnsavedChanges();
   window_.reset();
@@ -62,7 +63,7 @@ void WindowPictures::take() {
 
 void WindowPictures::open() {
   window_.reset();
-  window_ = makeWindow_();
+  window_ = std::make_unique<MainWindow>(*context_);
   window_->show();
   window_->resize(size_);
   QCoreApplication::postEvent(window_.get(), new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
@@ -115,6 +116,21 @@ void WindowPictures::takeUpdated() const {
   WindowDriver::waitFor([&] { return saveButton.isVisible(); }, "the panel's values");
   save_(*window_, "updated.png");
   user_->press(ids(Pane::kA).saveChanges);
+}
+
+// A macro with a value beyond its limits, a command twice and a function that there is not.
+void WindowPictures::takeReviews() const {
+  const auto clip = [](const char* key, const char* value) {
+    return std::string("<cmd fid=\"QMF1.ME1.") + key +
+           ".CLIP.SET\" workplace=\"1\"><param name=\"VALUE\" value=\"" + value + "\"/></cmd>";
+  };
+  site_.write(macroFile("c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\", 90),
+              "<macro name=\"Not yet right\"><data>" + clip("KEY1", "0.25") + clip("KEY2", "7") +
+                  clip("KEY3", "0.5") + clip("KEY3", "0.5") +
+                  "<cmd fid=\"QMF1.NOWHERE.TO.GO\" workplace=\"1\"/></data></macro>");
+  user_->press(ids(Pane::kA).harddisk);
+  chooseOnDisk(Pane::kA, "CP1", "090");
+  ReviewPictures(*window_, *user_, *context_, save_).take();
 }
 
 void WindowPictures::takeHistory() const {

@@ -23,7 +23,8 @@ class WindowPictures {
   WindowPictures(const SiteRoot& root, const FunctionDictionary& dictionary, DecodingLists& lists, QSize size,
                  Save save);
 
-  void take();
+  enum class Take { kForDocuments, kAll };
+  void take(Take what);
 
  private:
   static PanelOptions panelOptions(const SiteRoot& root);
@@ -34,6 +35,7 @@ class WindowPictures {
   void takeKeyFiles() const;
   void takeConnected() const;
   void takeUpdated() const;
+  void takeReviews() const;
   void takeHistory() const;
   void takeUnsavedChanges();
 
@@ -44,7 +46,7 @@ class WindowPictures {
   PanelClient client_;
   MacroHistory history_;
   std::unique_ptr<PanelMacros> macros_;
-  std::function<std::unique_ptr<MainWindow>()> makeWindow_;
+  std::unique_ptr<WindowContext> context_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<WindowDriver> user_;
 };

@@ -1,7 +1,9 @@
 // Takes the pictures of the documents: each window on a copy of the sample site, in a state that a user would
 // meet. With --keep or --against all windows, which are kept small in a folder or compared with those there;
 // FOLDER gets what differs, and the exit code is 1.
+// With --fit they are as the program fits them into the screen.
 //   tessaly-screenshots [--palette light|dark] [--language de|en] [--scale FACTOR] [--size WIDTHxHEIGHT]
+//   [--fit]
 //                       [--keep KEPT | --against KEPT] SITE-ROOT FOLDER
 #include <algorithm>
 #include <cstdio>
@@ -23,6 +25,7 @@
 #include "app/MainWindow.h"
 #include "app/PaneDescriptor.h"
 #include "app/RenameMacroDialog.h"
+#include "app/ScreenFit.h"
 #include "dictionary/InterfaceFile.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
@@ -68,7 +71,7 @@ class Camera {
     takeSmall();
     WindowPictures(root_, dictionary_, lists_, size_, [this](QWidget& window, const char* name) {
       save(window, name);
-    }).take();
+    }).take(kept_ == nullptr ? WindowPictures::Take::kForDocuments : WindowPictures::Take::kAll);
     if (kept_ != nullptr) takeOthers();
   }
 
@@ -267,6 +270,7 @@ int main(int argc, char** argv) {
        {QStringLiteral("language"), QString(), QStringLiteral("NAME"), QStringLiteral("en")},
        {QStringLiteral("scale"), QString(), QStringLiteral("FACTOR")},
        {QStringLiteral("size"), QString(), QStringLiteral("WIDTHxHEIGHT"), QStringLiteral("1000x800")},
+       {QStringLiteral("fit"), QString()},
        {kKeep, QString(), QStringLiteral("KEPT")},
        {kAgainst, QString(), QStringLiteral("KEPT")}});
   parser.process(toolkit);
@@ -275,6 +279,8 @@ int main(int argc, char** argv) {
   tessaly::speak(parser.value(QStringLiteral("language")));
   tessaly::applyPalette(tessaly::paletteNamed(parser.value(QStringLiteral("palette"))));
   QApplication::setCursorFlashTime(0);
+  std::optional<tessaly::ScreenFit> fit;
+  if (parser.isSet(QStringLiteral("fit"))) fit.emplace();
   try {
     const QStringList places = parser.positionalArguments();
     QDir().mkpath(places[1]);

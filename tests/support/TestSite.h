@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <mutex>
 #include <random>
@@ -23,7 +24,7 @@ class RecordingMessages : public Messages {
   }
   bool ask(const std::string& text, MessageIcon icon = MessageIcon::kQuestion) override {
     record(text, icon);
-    return answer;
+    return answering ? answering(text) : answer;
   }
   MessageChoice choose(const std::string& text, const std::string& other) override {
     if (other == "Show" && sendsAnyway) return MessageChoice::kOk;
@@ -40,8 +41,9 @@ class RecordingMessages : public Messages {
   std::vector<std::string> texts;
   std::vector<MessageIcon> icons;
   bool answer = true;
-  bool chooseOther = false;  // where there is a third button
-  bool sendsAnyway = true;   // macros with errors, unasked: most tests are not about what they hold
+  std::function<bool(const std::string& text)> answering = {};  // in place of it
+  bool chooseOther = false;                                     // where there is a third button
+  bool sendsAnyway = true;  // macros with errors, unasked: most tests are not about what they hold
 
  private:
   void record(const std::string& text, MessageIcon icon) {

@@ -1,0 +1,155 @@
+#include "tests/screenshots/ReviewPictures.h"
+
+#include <chrono>
+#include <stdexcept>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTreeView>
+
+#include "app/GuideWindow.h"
+#include "app/PaneDescriptor.h"
+#include "windows/CaptureModel.h"
+#include "windows/CaptureWindow.h"
+#include "windows/CheckWindow.h"
+#include "windows/RehearseModel.h"
+#include "windows/RehearseWindow.h"
+#include "windows/ReplaceWindow.h"
+#include "windows/SearchWindow.h"
+#include "windows/SheetPreview.h"
+#include "windows/SheetWindow.h"
+#include "windows/WorkplacesWindow.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::chrono::year_month_day kDay{std::chrono::year(2026), std::chrono::November,
+                                           std::chrono::day(25)};
+
+template <class Widget>
+Widget& part(const QWidget& window, const char* name) {
+  auto* const found = window.findChild<Widget*>(QLatin1String(name));
+  if (found == nullptr) throw std::runtime_error(std::string("no ") + name);
+  return *found;
+}
+
+bool told(const QAbstractItemModel& rows, int column) {
+  for (int row = 0; row < rows.rowCount(); ++row)
+    if (rows.index(row, column).data().toString().isEmpty()) return false;
+  return rows.rowCount() > 0;
+}
+
+}  // namespace
+
+template <class Window>
+Window& ReviewPictures::opened(const char* act) const {
+  QApplication::setActiveWindow(&window_);
+  window_.findChild<QAction*>(QLatin1String(act))->trigger();
+  auto* const found = window_.findChild<Window*>();
+  if (found == nullptr) throw std::runtime_error(std::string("no window for ") + act);
+  return *found;
+}
+
+void ReviewPictures::awaitEnd(const QWidget& window) const {
+  const auto& progress = part<QProgressBar>(window, "progress");
+  WindowDriver::waitFor([&] { return !progress.isVisible(); }, "the end of the work");
+}
+
+void ReviewPictures::close(QWidget& window, const char* name) const {
+  save_(window, name);
+  window.close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void ReviewPictures::take() const {
+  user_.list(kPaneDescriptors[0].ids.commands).setFocus();
+  takeCheck();
+  takeSearch();
+  takeReplacement();
+  takeRehearsal();
+  takeWorkplaces();
+  takeSheet();
+  takeGuide();
+  user_.list(kPaneDescriptors[1].ids.commands).setFocus();
+  takeCapture();
+}
+
+void ReviewPictures::takeCheck() const {
+  auto& check = opened<CheckWindow>("check");
+  WindowDriver::waitFor([&] { return part<QTreeView>(check, "findings").model()->rowCount() > 2; },
+                        "the findings");
+  awaitEnd(check);
+  close(check, "check.png");
+}
+
+void ReviewPictures::takeSearch() const {
+  auto& search = opened<SearchWindow>("search");
+  search.search(QStringLiteral("function:CLIP value:>40"), ReviewScope::Kind::kFolder);
+  WindowDriver::waitFor([&] { return !part<QLabel>(search, "outcome").text().isEmpty(); }, "the hits");
+  awaitEnd(search);
+  close(search, "search.png");
+}
+
+void ReviewPictures::takeReplacement() const {
+  auto& replace = opened<ReplaceWindow>("replace");
+  QTest::keyClicks(&part<QLineEdit>(replace, "rule"), QStringLiteral("destination:QMF1->QMF4"));
+  QTest::keyClick(&part<QLineEdit>(replace, "rule"), Qt::Key_Return);
+  const auto& write = part<QPushButton>(replace, "replace");
+  WindowDriver::waitFor([&] { return write.isEnabled(); }, "the preview");
+  awaitEnd(replace);
+  close(replace, "replace.png");
+}
+
+void ReviewPictures::takeRehearsal() const {
+  auto& rehearsal = opened<RehearseWindow>("rehearse");
+  const QAbstractItemModel& values = *part<QTableView>(rehearsal, "values").model();
+  WindowDriver::waitFor([&] { return values.rowCount() > 0; }, "the values");
+  close(rehearsal, "rehearse.png");
+}
+
+void ReviewPictures::takeCapture() const {
+  auto& capture = opened<CaptureWindow>("capture");
+  const QAbstractItemModel& values = *part<QTreeView>(capture, "values").model();
+  WindowDriver::waitFor([&] { return told(values, CaptureModel::kNew); }, "the panel's values");
+  close(capture, "capture.png");
+}
+
+void ReviewPictures::takeWorkplaces() const {
+  auto& workplaces = opened<WorkplacesWindow>("workplacesBeside");
+  WindowDriver::waitFor([&] { return !workplaces.busy(); }, "the workplaces");
+  close(workplaces, "workplaces.png");
+}
+
+// With a date of its own, which is printed.
+void ReviewPictures::takeSheet() const {
+  const auto folder = [] {
+    return std::vector<ReviewScope>{{ReviewScope::Kind::kFolder, QStringLiteral("Evening News"),
+                                     FolderContent{"c:\\programme\\rv48\\appli\\Evening News\\CP1\\"}}};
+  };
+  SheetWindow sheet({context_.site.root,
+                     [this] {
+                       return CheckContext{context_.dictionary, context_.decodingLists};
+                     },
+                     folder, [](const Failure&) { return QString(); }, [] { return kDay; },
+                     [](QPrinter&, int, QWidget*) { return false; }});
+  sheet.show();
+  sheet.make(ReviewScope::Kind::kFolder);
+  const auto& preview = *sheet.findChild<SheetPreview*>();
+  WindowDriver::waitFor([&] { return preview.pageCount() > 0; }, "the pages");
+  save_(sheet, "sheet.png");
+}
+
+void ReviewPictures::takeGuide() const {
+  openGuide(window_, QStringLiteral("guide.html"));
+  auto* const guide = window_.findChild<GuideWindow*>();
+  if (guide == nullptr) throw std::runtime_error("no guide");
+  close(*guide, "guide.png");
+}
+
+}  // namespace tessaly
