@@ -286,7 +286,10 @@ TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotOverwrittenUnasked) {
     }
   const std::function<void()> overwrites[] = {
       [&] { driver().press(a_.createMacro, numbered(1, "New")); },
-      [&] { driver().press(b_.copyMacro, numbered(7)); },
+      [&] {
+        driver().choose(a_.macros, "001");
+        driver().press(b_.copyMacro, numbered(7));
+      },
       [&] { inHistory([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Put Back")); }); }};
   driver().choose(a_.macros, "001");
   fixture_->site.messages.take();
