@@ -10,8 +10,11 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QIcon>
+#include <QLayout>
 #include <QPointer>
 #include <QStyle>
+#include <QTimer>
+#include <QWidget>
 
 #include "app/OwnStyle.h"
 #include "widgets/KeyboardWay.h"
@@ -56,11 +59,22 @@ Fonts& fonts() {
   return known;
 }
 
+// For texts that have become larger; a window whose least size is its own does not grow by itself.
+void makeRoom(QWidget& window) {
+  QSize size = window.size().expandedTo(window.minimumSizeHint());
+  if (window.layout()->hasHeightForWidth())
+    size.setHeight(std::max(size.height(), window.layout()->totalHeightForWidth(size.width())));
+  window.resize(size);
+}
+
 void setFont() {
   QFont font = fonts().desktop;
   font.setPointSizeF(QFontInfo(font).pointSizeF() * currentTextSize / kUsualTextSize);
   fonts().ours = font;
   QApplication::setFont(font);
+  for (QWidget* const window : QApplication::topLevelWidgets())
+    if (window->isVisible() && window->layout() != nullptr)
+      QTimer::singleShot(0, window, [window] { makeRoom(*window); });
 }
 
 // The desktop has another text size, or another font. Its colours are followed by the toolkit, as long as

@@ -330,10 +330,13 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
   std::string given = name;
-  const Outcome done = !reads(target) ? Outcome(Failure{Failure::Kind::kCancelled, {}})
-                                      : change(target, MacroChange::kRename, [&](const SiteAccess& site) {
-                                          return tessaly::renameMacro(site, target.file(), given);
-                                        });
+  if (!reads(target)) {
+    tellNotDone(target, tr("NOT renamed: %1%2").arg(macroInStrip(target), transfers_.reason()));
+    return;
+  }
+  const Outcome done = change(target, MacroChange::kRename, [&](const SiteAccess& site) {
+    return tessaly::renameMacro(site, target.file(), given);
+  });
   finishOnDisk(pane, target, done.written());
   tellOnDisk(target, done, tr("renamed: %1 to %2").arg(nameInStrip(target.numberText), nameInStrip(name)),
              tr("NOT renamed: %1%2").arg(macroInStrip(target), QString()));
@@ -354,10 +357,12 @@ void MacroOperations::deleteMacro(Pane pane) {
 
 void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const int row = state(pane).view.macros().selectedRow();
-  const Outcome done = !reads(target) ? Outcome(Failure{Failure::Kind::kCancelled, {}})
-                                      : change(target, MacroChange::kDelete, [&](const SiteAccess& site) {
-                                          return removeFile(site.root, target.file());
-                                        });
+  if (!reads(target)) {
+    tellNotDone(target, tr("NOT deleted: %1%2").arg(macroInStrip(target), transfers_.reason()));
+    return;
+  }
+  const Outcome done = change(target, MacroChange::kDelete,
+                              [&](const SiteAccess& site) { return removeFile(site.root, target.file()); });
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);

@@ -21,6 +21,7 @@ class InkEngine : public QIconEngine {
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    if (size.isEmpty()) return {};
     QPixmap drawn(size);
     drawn.fill(Qt::transparent);
     QPainter painter(&drawn);

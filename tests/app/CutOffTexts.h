@@ -39,6 +39,12 @@ void collectCutOff(const QWidget& window, QString (Widget::*text)() const, std::
       found.push_back(widget->objectName().toStdString() + ": " + (widget->*text)().toStdString());
 }
 
+inline void collectCutOff(const QWidget& window, std::vector<std::string>& found) {
+  collectCutOff(window, &QLabel::text, found);
+  collectCutOff(window, &QAbstractButton::text, found);
+  collectCutOff(window, &QGroupBox::title, found);
+}
+
 // At the size that the window opens with, and at its smallest.
 inline std::vector<std::string> cutOffTexts(QWidget& window) {
   std::vector<std::string> found;
@@ -46,9 +52,7 @@ inline std::vector<std::string> cutOffTexts(QWidget& window) {
   for (const QSize size : {window.size(), QSize(1, 1)}) {
     window.resize(size);
     QApplication::processEvents();
-    collectCutOff(window, &QLabel::text, found);
-    collectCutOff(window, &QAbstractButton::text, found);
-    collectCutOff(window, &QGroupBox::title, found);
+    collectCutOff(window, found);
   }
   return found;
 }

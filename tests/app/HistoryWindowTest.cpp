@@ -256,9 +256,15 @@ TEST_F(HistoryWindowTest, AFileThatAPersonNamesIsThatFile) {
   EXPECT_EQ(read((fixture_->site.root.path() / "c/BACKUP.MAC").string()), "another file");
 }
 
-TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotDeletedUnasked) {
+TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNeitherDeletedNorOverwrittenUnasked) {
   connectB();
   fixture_->site.write("history", "in the way");
+  driver().choose(a_.applications, "Evening News");
+  driver().press(a_.createMacro, [](QDialog& dialog) {
+    WindowDriver::type(dialog, "position", QStringLiteral("1"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  EXPECT_THAT(fixture_->site.messages.take(), testing::ElementsAre(HasSubstr("what stands at 001")));
   driver().press(b_.deleteMacro);
   EXPECT_THAT(fixture_->site.messages.take(),
               testing::ElementsAre(HasSubstr("Delete macro: "), HasSubstr("could not keep 007")));
@@ -280,7 +286,10 @@ TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotOverwrittenUnasked) {
     }
   const std::function<void()> overwrites[] = {
       [&] { driver().press(a_.createMacro, numbered(1, "New")); },
-      [&] { driver().press(b_.copyMacro, numbered(7)); },
+      [&] {
+        driver().choose(a_.macros, "001");
+        driver().press(b_.copyMacro, numbered(7));
+      },
       [&] { inHistory([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Put Back")); }); }};
   driver().choose(a_.macros, "001");
   fixture_->site.messages.take();

@@ -68,7 +68,7 @@ void ReviewPictures::close(QWidget& window, const char* name) const {
 }
 
 void ReviewPictures::take() const {
-  user_.list(kPaneDescriptors[0].ids.commands).setFocus();
+  goTo(Pane::kA);
   takeCheck();
   takeSearch();
   takeReplacement();
@@ -76,8 +76,14 @@ void ReviewPictures::take() const {
   takeWorkplaces();
   takeSheet();
   takeGuide();
-  user_.list(kPaneDescriptors[1].ids.commands).setFocus();
+  goTo(Pane::kB);
   takeCapture();
+}
+
+void ReviewPictures::goTo(Pane pane) const {
+  QApplication::setActiveWindow(&window_);
+  user_.list(kPaneDescriptors[index(pane)].ids.commands).setFocus();
+  QApplication::processEvents();
 }
 
 void ReviewPictures::takeCheck() const {

@@ -25,6 +25,8 @@ class ReviewPictures {
   // By what its action opens.
   template <class Window>
   [[nodiscard]] Window& opened(const char* act) const;
+  // The pane has the keyboard.
+  void goTo(Pane pane) const;
   void awaitEnd(const QWidget& window) const;
   void close(QWidget& window, const char* name) const;
   void takeCheck() const;
