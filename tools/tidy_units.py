@@ -44,7 +44,7 @@ def units_of(files):
 
 
 def arguments_of(entry):
-    """The compiler's arguments without the launcher, the compiler, the input and the output."""
+    """The compiler's arguments without the launcher, the compiler, the input, the output and what clang does not know."""
     words = shlex.split(entry["command"])
     words = words[next(i for i, word in enumerate(words) if COMPILER.search(word)) + 1:]
     result, skip = [], False
@@ -53,7 +53,7 @@ def arguments_of(entry):
             skip = False
         elif word in ("-o", "-MF", "-MT", "-c", "-include"):
             skip = True
-        elif word not in ("-MD", "-Werror", "-Winvalid-pch"):
+        elif word not in ("-MD", "-Werror", "-Winvalid-pch") and not word.startswith("-Wno-stringop"):
             result.append(word)
     return result
 
