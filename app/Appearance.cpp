@@ -61,9 +61,12 @@ Fonts& fonts() {
 
 // For texts that have become larger; a window whose least size is its own does not grow by itself.
 void makeRoom(QWidget& window) {
+  window.layout()->activate();
   QSize size = window.size().expandedTo(window.minimumSizeHint());
-  if (window.layout()->hasHeightForWidth())
+  if (window.layout()->hasHeightForWidth()) {
+    size = size.expandedTo(window.sizeHint());
     size.setHeight(std::max(size.height(), window.layout()->totalHeightForWidth(size.width())));
+  }
   window.resize(size);
 }
 

@@ -80,7 +80,8 @@ TEST(LookTest, WhatIsOpenGrowsWithTheDesktopsTextAndHasRoomForIt) {
   every.visit([&](QDialog& dialog, const char* name) {
     dialog.show();
     QApplication::setFont(larger);  // as a desktop does
-    EXPECT_NEAR(dialog.font().pointSizeF(), larger.pointSizeF() * kOwn / kUsualTextSize, 0.01) << name;
+    const double wanted = larger.pointSizeF() * kOwn / kUsualTextSize;
+    WindowDriver::waitFor([&] { return std::abs(dialog.font().pointSizeF() - wanted) < 0.01; }, name);
     std::vector<std::string> cutOff{"not laid out"};
     for (int turn = 0; turn < 100 && !cutOff.empty(); ++turn) {
       QTest::qWait(5);

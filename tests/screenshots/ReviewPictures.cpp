@@ -115,7 +115,15 @@ void ReviewPictures::takeReplacement() const {
 void ReviewPictures::takeRehearsal() const {
   auto& rehearsal = opened<RehearseWindow>("rehearse");
   const QAbstractItemModel& values = *part<QTableView>(rehearsal, "values").model();
-  WindowDriver::waitFor([&] { return values.rowCount() > 0; }, "the values");
+  constexpr int kValues = 3;
+  WindowDriver::waitFor(
+      [&] {
+        int told = 0;
+        for (int row = 0; row < values.rowCount(); ++row)
+          if (!values.index(row, RehearseModel::kNow).data().toString().isEmpty()) ++told;
+        return told == kValues;
+      },
+      "the values of the panel");
   close(rehearsal, "rehearse.png");
 }
 
