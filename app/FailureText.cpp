@@ -52,7 +52,7 @@ class FailureText {
       case Failure::Kind::kChanged:
         return tr("it has changed meanwhile");
       case Failure::Kind::kPanel:
-        if (const QString known = transferText(failure.text); !known.isEmpty()) return known;
+        if (QString known = transferText(failure.text); !known.isEmpty()) return known;
         return tr("the panel: %1").arg(shown(failure.text));
       case Failure::Kind::kCancelled:
         return tr("it was cancelled");

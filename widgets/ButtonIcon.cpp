@@ -7,7 +7,6 @@
 #include <QImage>
 #include <QLayout>
 #include <QPainter>
-#include <QStyle>
 
 #include "widgets/AtEach.h"
 #include "widgets/InkIcon.h"
@@ -57,17 +56,16 @@ void setIcons(ButtonIcons icons) {
 
 void setIconsWhereTheyFit(QWidget& area, ButtonIcons icons) {
   setIcons(icons);
-  std::vector<QAbstractButton*> buttons;
-  for (const auto& [button, icon] : icons) buttons.push_back(button);
-  const auto show = [buttons, &area](bool shown) {
-    const int side = shown ? area.style()->pixelMetric(QStyle::PM_ButtonIconSize, nullptr, &area) : 0;
-    for (QAbstractButton* button : buttons) button->setIconSize({side, side});
+  std::vector<std::pair<QAbstractButton*, QIcon>> buttons;
+  for (const auto& [button, icon] : icons) buttons.emplace_back(button, button->icon());
+  const auto show = [buttons](bool shown) {
+    for (const auto& [button, icon] : buttons) button->setIcon(shown ? icon : QIcon());
   };
   const auto needed = std::make_shared<int>(0);  // pixels
   const auto fit = [show, needed, &area] { show(area.width() >= *needed); };
   nowAndAtEach(QEvent::FontChange, area, [buttons, show, needed, fit, &area] {
     show(false);
-    for (QAbstractButton* button : buttons) button->setMinimumWidth(button->sizeHint().width());
+    for (const auto& [button, icon] : buttons) button->setMinimumWidth(button->sizeHint().width());
     show(true);
     area.layout()->invalidate();
     *needed = area.layout()->sizeHint().width();

@@ -165,13 +165,14 @@ void SheetWindow::end(const Outcome& outcome) {
   } else {
     tell(tr("NOT put on paper: %1 (%2)").arg(what_, surroundings_.failureText(outcome.failure())));
   }
+  if (!outcome) writeDue_ = false;  // not the sheet of before in its place
   showState();
   const SheetOptions now = options(), then = made_.options;
   const bool asWanted = now.paper == then.paper && now.after == then.after && now.findings == then.findings &&
                         now.notes == then.notes;
   if (read && made_.sheet && !asWanted)
     layOutAgain();
-  else if (std::exchange(writeDue_, false) && outcome)
+  else if (std::exchange(writeDue_, false))
     write();
 }
 

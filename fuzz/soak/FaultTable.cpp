@@ -99,7 +99,8 @@ class Cell {
       expect(text == kFailed || startsWith(text, "Delete macro: 007") || startsWith(text, "Update ALL") ||
                  (fault_.losesLine && startsWith(text, "The line to the panel is lost")) ||
                  contains(text, "unsaved changes") || contains(text, "Send it all the same?") ||
-                 (startsWith(fault_.name, "gone") && startsWith(text, "The history could not keep 007")),
+                 (startsWith(fault_.name, "gone") && startsWith(text, "The history could not keep 007")) ||
+                 (fault_.ofFiles && startsWith(text, "The history could not keep what stands at 033")),
              "a box says: " + text);
   }
 

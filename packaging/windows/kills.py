@@ -7,7 +7,6 @@ file as it was or as the command makes it (the same command on a copy says how),
 and kept macros whole; what is left over of the killed write goes with the next one. The next command has to work.
 """
 import itertools
-import os
 import random
 import shutil
 import subprocess
@@ -17,7 +16,7 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from twin import APPLI, ROOT, SITE, WINE, spelled
+from twin import ROOT, SITE, WINE, begin_wine, spelled
 
 MACROS = 40  # in the folder where a replacement is killed
 WORK = "c:\\work\\macroWP1"
@@ -123,6 +122,7 @@ def main():
     program = Path(sys.argv[1]).resolve() / "tessaly-cli.exe"
     wanted = int(sys.argv[2]) if len(sys.argv) > 2 else 200
     macros, keys = sorted(SITE.rglob("*.mac")), sorted(SITE.rglob("*.upk"))
+    begin_wine()
     with tempfile.TemporaryDirectory(prefix="tessaly-kills-") as scratch:
         kills = Kills(program, Path(scratch))
         shutil.copytree(SITE, kills.root)

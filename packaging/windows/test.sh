@@ -7,9 +7,13 @@ export WINEPREFIX=${TESSALY_WINE:-${XDG_CACHE_HOME:-$HOME/.cache}/tessaly-window
 export WINEDEBUG=-all WINEARCH=win64 DISPLAY=
 mkdir -p "$WINEPREFIX"
 [ -f "$WINEPREFIX/system.reg" ] || wineboot --init >/dev/null 2>&1 || true
+# Links among files and devices among them are not to be had there, and these make some.
+links=MacroHistoryTest.WaitingForAnotherProgramEnds:MacroHistoryTest.NothingIsKeptOrFoundThroughLinks
+links+=:MacroBatchTest.AJournalIsReadAsFarAsItIsWhole:StepsFileTest.WhatIsNoSmallFileIsPutAsideUnread
+links+=:HistoryCommands.RestoresOutsideTheSiteOnlyWhereItIsTold:ReviewCommand.ChecksAndFindsInFilesFoldersAndStreams
 failed=()
 for test in "$programs"/test_*.exe; do
   echo "-- $(basename "$test" .exe)"
-  (cd "$programs" && timeout 300 wine "$test" --gtest_brief=1) || failed+=("$(basename "$test")")
+  (cd "$programs" && timeout 300 wine "$test" --gtest_brief=1 --gtest_filter="-$links") || failed+=("$(basename "$test")")
 done
 [ ${#failed[@]} -eq 0 ] || { echo "failed: ${failed[*]}" >&2; exit 1; }

@@ -27,6 +27,12 @@ os.environ.update(WINEDEBUG="-all", WINEARCH="win64", DISPLAY="")
 SHOWN = 20  # macros and key files that are read in every way
 
 
+def begin_wine():
+    """Its server, which may run already, would hold the output of the command that starts it until it ends."""
+    for words in (["wineserver", "-p600"], [*WINE, "cmd", "/c", "exit"]):
+        subprocess.run(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+
+
 def spelled(path):
     return "c:" + "".join("\\" + part for part in path.relative_to(SITE / "c").parts)
 
@@ -68,6 +74,7 @@ def changing(macros, keys):
     yield ["settings", "--rewrite", "--address-a", "10.9.8.7"]
     for shape in ("html", "csv", "pdf"):
         yield ["sheet", "c:\\work\\macroWP1", "--format", shape, "--date", "2026-11-25", "--output", f"c:\\work\\sheet.{shape}"]
+    yield from (["snapshot", "c:\\work\\macroWP1", "c:\\work\\taken.zip"], ["restore", "c:\\work\\taken.zip", "c:\\work\\again"])
     yield ["compare", "c:\\work\\macroWP1", f"{APPLI}\\Evening News\\CP2\\macroWP1", "--json"]
 
 
@@ -128,8 +135,9 @@ class Side:
                                    for out in (done.stdout, done.stderr)))
 
     def files(self):
+        """But for snapshots, which tell the second at which they were taken."""
         return {path.relative_to(self.root) for path in self.root.rglob("*")
-                if path.is_file() and path.relative_to(self.root).parts[0] == "c"}
+                if path.is_file() and path.suffix != ".zip" and path.relative_to(self.root).parts[0] == "c"}
 
 
 def differences(sides, commands):
@@ -163,6 +171,7 @@ def main():
     macros, keys = sorted(SITE.rglob("*.mac")), sorted(SITE.rglob("*.upk"))
     commands = [*reading(macros, keys), *changing(macros, keys)]
     faults = []
+    begin_wine()
     with tempfile.TemporaryDirectory() as scratch:
         scratch = Path(scratch)
         (scratch / "a").mkdir(), (scratch / "b").mkdir()

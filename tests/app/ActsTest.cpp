@@ -141,13 +141,16 @@ TEST(ScreenFitTest, EveryDialogFitsASmallScreen) {
 TEST_F(ActsTest, ThePanesComeBackWhereTheyWereLeft) {
   Preferences preferences(QString::fromStdString((fixture_.site.root.path() / "tessaly.ini").string()));
   fixture_.setPreferences(preferences);
+  const WindowPlaces places(preferences);
   fixture_.open();
   fixture_.driver->choose(a_.applications, "Evening News");
   fixture_.driver->choose(a_.workplaces, "Workplace 1");
   fixture_.driver->choose(a_.macros, "002");
   const auto lines = fixture_.driver->texts(a_.commands);
   fixture_.driver->press(b_.panel);
+  action("rehearse").trigger();
   WindowDriver::waitFor([&] { return fixture_.window->close(); }, "the end of what the start looks after");
+  EXPECT_FALSE(preferences.place("RehearseWindow").isEmpty()) << "it was open to the end";
   fixture_.open();
   EXPECT_EQ(fixture_.driver->texts(a_.commands), lines);
   EXPECT_TRUE(fixture_.driver->control<QAbstractButton>(b_.panel).isChecked());

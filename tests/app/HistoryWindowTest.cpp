@@ -256,9 +256,15 @@ TEST_F(HistoryWindowTest, AFileThatAPersonNamesIsThatFile) {
   EXPECT_EQ(read((fixture_->site.root.path() / "c/BACKUP.MAC").string()), "another file");
 }
 
-TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNotDeletedUnasked) {
+TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNeitherDeletedNorOverwrittenUnasked) {
   connectB();
   fixture_->site.write("history", "in the way");
+  driver().choose(a_.applications, "Evening News");
+  driver().press(a_.createMacro, [](QDialog& dialog) {
+    WindowDriver::type(dialog, "position", QStringLiteral("1"));
+    WindowDriver::click(dialog, QStringLiteral("OK"));
+  });
+  EXPECT_THAT(fixture_->site.messages.take(), testing::ElementsAre(HasSubstr("what stands at 001")));
   driver().press(b_.deleteMacro);
   EXPECT_THAT(fixture_->site.messages.take(),
               testing::ElementsAre(HasSubstr("Delete macro: "), HasSubstr("could not keep 007")));

@@ -41,15 +41,17 @@ TEST_F(PanelWindowTest, MacrosOfThePanelAreEditedAndSaved) {
   EXPECT_THAT(values(first_.read(1, "007")), ElementsAre("0", "0"));
   awaitRow(b_.macros, "007 - Two");
 
-  driver().press(b_.createMacro, [](QDialog& dialog) {
-    WindowDriver::type(dialog, "position", QStringLiteral("33"));
-    WindowDriver::type(dialog, "name", QStringLiteral("Fresh"));
-    WindowDriver::click(dialog, QStringLiteral("OK"));
-  });
-  awaitRow(b_.macros, "033 - Fresh");
-  EXPECT_THAT(first_.read(1, "033"), HasSubstr("Fresh"));
-  ASSERT_NE(driver().list(b_.macros).selected(), nullptr) << "what was created is at hand";
-  EXPECT_EQ(driver().list(b_.macros).selected()->text, "033 - Fresh");
+  for (const char* name : {"Fresh", "Fresher"}) {
+    driver().press(b_.createMacro, [name](QDialog& dialog) {
+      WindowDriver::type(dialog, "position", QStringLiteral("33"));
+      WindowDriver::type(dialog, "name", QString::fromLatin1(name));
+      WindowDriver::click(dialog, QStringLiteral("OK"));
+    });
+    awaitRow(b_.macros, std::string("033 - ") + name);
+    EXPECT_THAT(first_.read(1, "033"), HasSubstr(name));
+    ASSERT_NE(driver().list(b_.macros).selected(), nullptr) << "what was created is at hand";
+    EXPECT_EQ(driver().list(b_.macros).selected()->text, std::string("033 - ") + name);
+  }
   driver().press(b_.renameMacro, [](QDialog& dialog) {
     WindowDriver::type(dialog, "newName", QStringLiteral("Renamed"));
     WindowDriver::click(dialog, QStringLiteral("OK"));
@@ -270,6 +272,7 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   EXPECT_EQ(button(Pane::kB), "connect");
   driver().press(b_.connectButton);
   awaitRow(b_.workplaces, "Workplace 1");
+  EXPECT_EQ(fixture_.status().toStdString(), "connected to the panel again");
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   EXPECT_FALSE(address.font().strikeOut());
   EXPECT_THAT(label(b_.sourceLabel), Not(EndsWith("line lost")));

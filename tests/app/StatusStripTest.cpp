@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QKeyEvent>
 #include <QTest>
 #include <QTreeView>
 
@@ -48,6 +49,28 @@ TEST_F(StatusStripTest, AFailureStaysUntilItIsSeen) {
   strip_.showOwed(Pane::kA, QStringLiteral("NOT saved"));
   other();
   EXPECT_EQ(text("unseen"), QString()) << "it stands in its own line with the button";
+}
+
+TEST_F(StatusStripTest, WhatIsNoLookAtAFailureLeavesItThere) {
+  QWidget dialog(&window_, Qt::Dialog);
+  StatusStrip later(&dialog);
+  dialog.show();
+  for (StatusStrip* strip : {&strip_, &later})
+    for (const Grade grade : {Grade::kFailure, Grade::kNote}) strip->say({grade, QStringLiteral("told")});
+  WindowDriver::waitFor(
+      [&] {
+        QTest::keyClick(&dialog, Qt::Key_Down);
+        return !later.findChild<QLabel*>(QStringLiteral("unseen"))->isVisible();
+      },
+      "the moment after which a key counts");
+  EXPECT_EQ(text("unseen"), QStringLiteral("told")) << "the keys went to another window";
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, QString(), true);
+  QApplication::sendEvent(&window_, &held);
+  EXPECT_EQ(text("unseen"), QStringLiteral("told")) << "the key was down before";
+  QEvent back(QEvent::WindowActivate);
+  QApplication::sendEvent(&window_, &back);
+  QTest::keyClick(&window_, Qt::Key_Down);
+  EXPECT_EQ(text("unseen"), QStringLiteral("told")) << "nobody was there to see it";
 }
 
 TEST_F(StatusStripTest, AGradeIsHeardAndAllCanBeCopied) {

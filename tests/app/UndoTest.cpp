@@ -251,7 +251,7 @@ TEST_F(UndoTest, StepsThatFailStopNothingAndAreToldInOneLine) {
               testing::EndsWith("deleted; it cannot be undone after a restart; what is unsaved would "
                                 "be lost if the program died now (something that is no file stands there)"));
   removeFirst();
-  EXPECT_THAT(told(), testing::EndsWith("deleted")) << "once";
+  EXPECT_THAT(told(), testing::EndsWith("deleted; it cannot be undone after a restart")) << "once";
   undo();
   undo();
   EXPECT_EQ(held(), other);

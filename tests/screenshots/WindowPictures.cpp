@@ -130,6 +130,7 @@ void WindowPictures::takeReviews() const {
                   "<cmd fid=\"QMF1.NOWHERE.TO.GO\" workplace=\"1\"/></data></macro>");
   user_->press(ids(Pane::kA).harddisk);
   chooseOnDisk(Pane::kA, "CP1", "090");
+  chooseOnPanel(Pane::kB, "010");
   ReviewPictures(*window_, *user_, *context_, save_).take();
 }
 

@@ -154,6 +154,7 @@ class CaptureWindowTest : public testing::Test {
 TEST_F(CaptureWindowTest, WhatIsTickedIsTakenInOneEditAndCanBeTakenBack) {
   open();
   EXPECT_THAT(subscribed(), ElementsAre("subscribe QMF1.a", "subscribe QMF1.b"));
+  tell("QMF1.b", "");  // what is told of a name that was asked for twice
   EXPECT_THAT(column(Column::kState), ElementsAre("waiting", "waiting", "waiting"));
   EXPECT_FALSE(button("takeOver").isEnabled());
   tell("QMF1.a", "1");

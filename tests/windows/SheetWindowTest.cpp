@@ -163,12 +163,22 @@ TEST_F(SheetWindowTest, CancelLeavesTheSheetOfBefore) {
   const int pages = preview.pageCount();
   window.make(ReviewScope::Kind::kPanel);
   EXPECT_FALSE(idle());
+  window.writeWhenMade();
+  bool offered = false;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&offered] {
+    QWidget* const modal = QApplication::activeModalWidget();
+    offered = offered || modal != nullptr;
+    if (modal != nullptr) modal->close();
+  });
+  watch.start(1);
   QTest::keyClick(&child<QCheckBox>("findings"), Qt::Key_Space);
   click("cancel");
   awaitEnd();
   EXPECT_EQ(said("outcome"), "Cancelled: the panel");
   ASSERT_TRUE(QTest::qWaitFor([&] { return preview.pageCount() < pages && idle(); }))
       << "with the choices that were made meanwhile";
+  EXPECT_FALSE(offered) << "what was to be written has not come";
   EXPECT_TRUE(child<QPushButton>("print").isEnabled());
 }
 
