@@ -32,6 +32,9 @@ namespace {
 constexpr std::chrono::year_month_day kDay{std::chrono::year(2026), std::chrono::November,
                                            std::chrono::day(25)};
 
+constexpr int kFade =
+    500;  // milliseconds that the sign which empties a field takes to come, whatever the style says
+
 template <class Widget>
 Widget& part(const QWidget& window, const char* name) {
   auto* const found = window.findChild<Widget*>(QLatin1String(name));
@@ -99,6 +102,7 @@ void ReviewPictures::takeSearch() const {
   search.search(QStringLiteral("function:CLIP value:>40"), ReviewScope::Kind::kFolder);
   WindowDriver::waitFor([&] { return !part<QLabel>(search, "outcome").text().isEmpty(); }, "the hits");
   awaitEnd(search);
+  QTest::qWait(kFade);
   close(search, "search.png");
 }
 
