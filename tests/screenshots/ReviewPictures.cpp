@@ -17,8 +17,6 @@
 #include "windows/CaptureModel.h"
 #include "windows/CaptureWindow.h"
 #include "windows/CheckWindow.h"
-#include "windows/RehearseModel.h"
-#include "windows/RehearseWindow.h"
 #include "windows/ReplaceWindow.h"
 #include "windows/SearchWindow.h"
 #include "windows/SheetPreview.h"
@@ -75,7 +73,6 @@ void ReviewPictures::take() const {
   takeCheck();
   takeSearch();
   takeReplacement();
-  takeRehearsal();
   takeWorkplaces();
   takeSheet();
   takeGuide();
@@ -114,21 +111,6 @@ void ReviewPictures::takeReplacement() const {
   WindowDriver::waitFor([&] { return write.isEnabled(); }, "the preview");
   awaitEnd(replace);
   close(replace, "replace.png");
-}
-
-void ReviewPictures::takeRehearsal() const {
-  auto& rehearsal = opened<RehearseWindow>("rehearse");
-  const QAbstractItemModel& values = *part<QTableView>(rehearsal, "values").model();
-  constexpr int kValues = 3;
-  WindowDriver::waitFor(
-      [&] {
-        int told = 0;
-        for (int row = 0; row < values.rowCount(); ++row)
-          if (!values.index(row, RehearseModel::kNow).data().toString().isEmpty()) ++told;
-        return told == kValues;
-      },
-      "the values of the panel");
-  close(rehearsal, "rehearse.png");
 }
 
 void ReviewPictures::takeCapture() const {

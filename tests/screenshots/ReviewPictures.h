@@ -32,7 +32,6 @@ class ReviewPictures {
   void takeCheck() const;
   void takeSearch() const;
   void takeReplacement() const;
-  void takeRehearsal() const;
   void takeCapture() const;
   void takeWorkplaces() const;
   void takeSheet() const;
