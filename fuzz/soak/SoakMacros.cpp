@@ -80,8 +80,12 @@ void SoakUser::createdOnPanel(int number, const std::string& name) {
   require(macro && macro->name == name && macro->commands.empty(), "another macro was created");
   here().macro = -1;
   model_.reset(pane_);
-  if (model_.send(here().address, here().workplace, number, here().copy))
-    model_.hearOf(other(pane_), {true, here().address, here().workplace, number});
+  const ModelTarget target{true, here().address, here().workplace, number};
+  if (!model_.send(target.place, target.workplace, number, here().copy)) return;
+  here().target = target;
+  model_.show(pane_);
+  model_.chooseHeld(pane_);
+  model_.hearOf(other(pane_), target);
 }
 
 std::string SoakUser::copy() {

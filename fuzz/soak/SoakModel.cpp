@@ -275,9 +275,20 @@ void SoakModel::refreshMacros(Pane pane) {
         here.macros.emplace_back(number, format("%03d - ", number) + name);
     here.macroNotice = here.macros.empty();
   }
+  if (here.macro < 0) chooseHeld(pane);
   if (here.macro < 0 || lists(here, here.macro)) return;
   here.macro = -1;
   if (!here.edited) reset(pane);
+}
+
+void SoakModel::chooseHeld(Pane pane) {
+  PaneModel& here = of(pane);
+  if (!here.panel || !here.target || !here.target->panel || here.target->place != here.address ||
+      here.target->workplace != here.workplace)
+    return;
+  const int number = here.target->number;
+  if (lists(here, number) && here.names[static_cast<std::size_t>(number)] == displayUtf8(nameOf(here.copy)))
+    here.macro = number;
 }
 
 void SoakModel::followNames(int workplace) {

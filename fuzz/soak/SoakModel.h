@@ -118,6 +118,8 @@ class SoakModel {
   void listMacros(Pane pane);
   // A macro was written or removed, and the pane may list or show it.
   void hearOf(Pane pane, const ModelTarget& written);
+  // The macro that the working copy holds is chosen once the panel lists it.
+  void chooseHeld(Pane pane);
   // The pane does not go on showing what the macro was.
   void forget(Pane pane, const ModelTarget& changed);
   // Bytes at a panel address; nothing when they do not come.
