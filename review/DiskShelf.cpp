@@ -68,13 +68,13 @@ MacroPlace DiskShelf::place(MacroNumber number) const {
 Expected<std::vector<MacroShelf::Held>> DiskShelf::list() {
   if (cancelled_) return cancelledFailure();
   if (!isFolder(root_, folder_)) return Failure{Failure::Kind::kMissing, "there is no such folder"};
-  const auto names = namesIn(root_, folder_);
-  if (!names) return names.failure();
+  const auto entries = entriesIn(root_, folder_);
+  if (!entries) return entries.failure();
   std::vector<Held> held;
-  for (const std::string& file : *names) {
+  for (const auto& entry : *entries) {
+    const std::string file = entry.path().filename().string();
     const auto number = endsWithNoCase(file, kMacroFileEnd) ? numberOf(file) : std::nullopt;
-    const auto host = root_.resolve(folder_ + file);
-    if (number && mayBe(std::filesystem::file_type::regular, host, true)) held.push_back({*number, {}});
+    if (number && mayBe(std::filesystem::file_type::regular, entry, true)) held.push_back({*number, {}});
   }
   const auto value = [](const Held& macro) { return macro.number.value(); };
   std::ranges::sort(held, {}, value);

@@ -11,23 +11,25 @@ namespace tessaly {
 
 namespace fs = std::filesystem;
 
-Expected<std::vector<std::string>> namesIn(const SiteRoot& root, std::string_view folder) {
+Expected<std::vector<fs::directory_entry>> entriesIn(const SiteRoot& root, std::string_view folder) {
   std::error_code error;
-  std::vector<std::pair<std::string, std::string>> rows;  // what the order goes by, and the name
+  std::vector<std::pair<std::string, fs::directory_entry>> rows;  // what the order goes by
   fs::directory_iterator entry(root.resolve(folder), error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    std::string name = entry->path().filename().string();
-    rows.emplace_back(toUpperAscii(name), std::move(name));
+    rows.emplace_back(toUpperAscii(entry->path().filename().string()), *entry);
   }
   if (error) return systemFailure(error.value(), "read");
   std::ranges::sort(rows);
-  std::vector<std::string> names;
-  for (auto& row : rows) names.push_back(std::move(row.second));
-  return names;
+  std::vector<fs::directory_entry> entries;
+  for (auto& row : rows) entries.push_back(std::move(row.second));
+  return entries;
 }
 
-bool mayBe(fs::file_type kind, const fs::path& host, bool followed) {
+bool mayBe(fs::file_type kind, const fs::directory_entry& entry, bool followed) {
   std::error_code unknown;
+  // The folder itself mostly knows, without another look.
+  if (kind == fs::file_type::regular && followed && entry.is_regular_file(unknown)) return true;
+  const fs::path& host = entry.path();
   const fs::file_type found =
       (followed ? fs::status(host, unknown) : fs::symlink_status(host, unknown)).type();
   return found == kind || found == fs::file_type::none;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,9 +11,11 @@ namespace tessaly {
 
 // As listFolder, but a folder that cannot be read to its end is a failure, where a macro that is passed over
 // would be taken for one that is not there.
-[[nodiscard]] Expected<std::vector<std::string>> namesIn(const SiteRoot& root, std::string_view folder);
+[[nodiscard]] Expected<std::vector<std::filesystem::directory_entry>> entriesIn(const SiteRoot& root,
+                                                                                std::string_view folder);
 
 // Of a kind, links followed or not, or of one that cannot be found out: whoever opens it is told why.
-[[nodiscard]] bool mayBe(std::filesystem::file_type kind, const std::filesystem::path& host, bool followed);
+[[nodiscard]] bool mayBe(std::filesystem::file_type kind, const std::filesystem::directory_entry& entry,
+                         bool followed);
 
 }  // namespace tessaly

@@ -18,14 +18,14 @@ void addFolder(const SiteRoot& root, const std::string& folder, int depth, std::
   const bool ended = folder.ends_with('/') || folder.ends_with('\\');
   MacroFolder here{folder, {}};
   std::vector<std::string> below;
-  const auto names = namesIn(root, folder);
-  if (!names) here.files.push_back(folder);  // who reads it is told why not
-  for (const std::string& name : names.value_or({})) {
+  const auto entries = entriesIn(root, folder);
+  if (!entries) here.files.push_back(folder);  // who reads it is told why not
+  for (const std::filesystem::directory_entry& entry : entries.value_or({})) {
+    const std::string name = entry.path().filename().string();
     std::string path = folder + (ended ? std::string() : std::string(1, separator)) + name;
-    const std::filesystem::path host = root.resolve(path);
-    if ((endsWithNoCase(name, ".mac") || endsWithNoCase(name, ".upk")) && mayBe(Kind::regular, host, true)) {
+    if ((endsWithNoCase(name, ".mac") || endsWithNoCase(name, ".upk")) && mayBe(Kind::regular, entry, true)) {
       here.files.push_back(std::move(path));
-    } else if (!equalNoCase(name, kOwnFolder) && mayBe(Kind::directory, host, false)) {
+    } else if (!equalNoCase(name, kOwnFolder) && mayBe(Kind::directory, entry, false)) {
       below.push_back(std::move(path));  // not by a link, which may lead back to where we are
     }
   }
