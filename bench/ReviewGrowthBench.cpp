@@ -35,7 +35,7 @@ struct Sample : FunctionSample {
   std::string text(int commands, int value) const {
     std::string text = "<macro name=\"Growth\">\n    <data>\n";
     for (int i = 0; i < commands; ++i)
-      text += command(static_cast<std::size_t>(i), i % 4 + 1, i % 100 == 50 ? value : i);
+      text += command(static_cast<std::size_t>(i), i % 4 + 1, i == commands / 2 ? value : i);
     return text + "    </data>\n</macro>\n";
   }
   Macro macro(int commands, int value = 0) const {
