@@ -6,6 +6,7 @@
 #include <iterator>
 #include <memory>
 
+#include "bench/Growth.h"
 #include "bench/InterfaceSample.h"
 #include "bench/Table.h"
 #include "dictionary/InterfaceFile.h"
@@ -19,7 +20,6 @@
 namespace tessaly::bench {
 namespace {
 
-constexpr double kLinear = 1.3;
 constexpr int kApplications = 1000, kPanels = 50;
 constexpr int kTen = 1'000, kHundred = 10'000;         // commands of a macro
 constexpr int kTenFiles = 100, kHundredFiles = 1'000;  // macros of a folder
@@ -118,21 +118,6 @@ void filter(std::size_t functions) {
     filters[0] = text;
     keep(&finder.find(filters, false));
   }
-}
-
-template <class Size>
-Pair linear(const char* name, void (*run)(Size), Size hundred, Size ten) {
-  return {.name = name,
-          .measured = [=] { run(hundred); },
-          .limit = [=] { run(ten); },
-          .goal = kLinear,
-          .prepare =
-              [=] {
-                static_cast<void>(grownSite());
-                run(ten);
-              },
-          .measuredItems = static_cast<double>(hundred),
-          .limitItems = static_cast<double>(ten)};
 }
 
 void listApplications() {

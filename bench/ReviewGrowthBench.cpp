@@ -3,6 +3,7 @@
 #include <fstream>
 #include <memory>
 
+#include "bench/Growth.h"
 #include "bench/InterfaceSample.h"
 #include "bench/Table.h"
 #include "model/EditHistory.h"
@@ -20,7 +21,6 @@
 namespace tessaly::bench {
 namespace {
 
-constexpr double kLinear = 1.3;
 constexpr int kTen = 1'000, kHundred = 10'000;         // commands
 constexpr int kTenSteps = 100, kHundredSteps = 1'000;  // of a macro of 1,000 commands
 constexpr int kTenMacros = 100, kHundredMacros = 1'000;
@@ -121,29 +121,14 @@ void snapshot(int macros) {
           saveSnapshot(on.root, "growth.zip", *taken).written());
 }
 
-Pair linear(const char* name, void (*run)(int), int hundred, int ten, bool oneThread = true) {
-  return {.name = name,
-          .measured = [=] { run(hundred); },
-          .limit = [=] { run(ten); },
-          .goal = kLinear,
-          .prepare =
-              [=] {
-                run(hundred);
-                run(ten);
-              },
-          .measuredItems = static_cast<double>(hundred),
-          .limitItems = static_cast<double>(ten),
-          .oneThread = oneThread};
-}
-
 const bool kRegistered[] = {
-    addPair(linear("steps, one of 1,000 beside one of 100", step, kHundredSteps, kTenSteps)),
-    addPair(linear("compare macros, a command of 10,000 beside 1,000", compare, kHundred, kTen)),
-    addPair(linear("check a macro, a command of 10,000 beside 1,000", check, kHundred, kTen)),
-    addPair(linear("search a macro, a command of 10,000 beside 1,000", search, kHundred, kTen)),
-    addPair(linear("a batch on disk, a macro of 200 beside 20", send, kManySent, kFewSent, false)),
-    addPair(linear("snapshot of a folder, a macro of 1,000 beside 100", snapshot, kHundredMacros, kTenMacros,
-                   false)),
+    addPair(linear("steps, one of 1,000 beside one of 100", step, kHundredSteps, kTenSteps, true)),
+    addPair(linear("compare macros, a command of 10,000 beside 1,000", compare, kHundred, kTen, true)),
+    addPair(linear("check a macro, a command of 10,000 beside 1,000", check, kHundred, kTen, true)),
+    addPair(linear("search a macro, a command of 10,000 beside 1,000", search, kHundred, kTen, true)),
+    addPair(linear("a batch on disk, a macro of 200 beside 20", send, kManySent, kFewSent)),
+    addPair(
+        linear("snapshot of a folder, a macro of 1,000 beside 100", snapshot, kHundredMacros, kTenMacros)),
 };
 
 }  // namespace
