@@ -60,16 +60,20 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
   const std::string folder = browser(pane).keyFolder();
   if (folder.empty()) return;
   const std::string path = keyFile(folder, row.numberText);
-  // A disk that hangs is given up here.
-  if (const auto read = transfers_.read(path); !read && read.failure().kind == Failure::Kind::kCancelled) {
-    emit said({Grade::kFailure,
-               tr("NOT opened: %1%2").arg(nameInStrip(row.text()), inBrackets(read.failure())),
+  const auto load = [root = site_.root, path] {
+    KeyFile file;
+    file.load(root, path, keyFileIndex(path));
+    return file;
+  };
+  auto file = transfers_.beside().block<KeyFile>(PanelTransfer::Kind::kReads,
+                                                 tr("Opening %1").arg(nameInStrip(row.text())), load);
+  if (!file) {
+    const Failure cancelled{Failure::Kind::kCancelled, {}};
+    emit said({Grade::kFailure, tr("NOT opened: %1%2").arg(nameInStrip(row.text()), inBrackets(cancelled)),
                placeInWindow(MacroPlace{path, {}, 0, {}})});
     return;
   }
-  KeyFile file;
-  file.load(site_.root, path, keyFileIndex(path));
-  if (state(pane).copy.showKeyFile(std::move(file)))
+  if (state(pane).copy.showKeyFile(*std::move(file)))
     emit said({Grade::kDone, tr("opened: %1").arg(nameInStrip(row.text())),
                placeInWindow(MacroPlace{path, {}, 0, {}})});
 }
