@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
@@ -122,17 +124,27 @@ TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
 
 // Catches a dialog that is cut off on a small screen at twice the size, or that loses its buttons there.
 TEST(ScreenFitTest, EveryDialogFitsASmallScreen) {
-  const QRect room(0, 0, 640, 400);
+  const QRect room(0, 0, 640, 400), screen(0, 0, 958, 510);  // the latter full HD at 200 %, without frames
   EveryDialog every;
-  fitInto(*every.fixture.window, room);
-  EXPECT_TRUE(room.contains(every.fixture.window->frameGeometry()));
-  const auto* strip = every.fixture.window->findChild<QWidget*>(QStringLiteral("strip"));
-  EXPECT_TRUE(room.contains(QRect(strip->mapToGlobal(QPoint()), strip->size())));
+  const auto inRoom = [&](const QWidget& part) {
+    return room.contains(QRect(part.mapToGlobal(QPoint()), part.size()));
+  };
+  MainWindow& window = *every.fixture.window;
+  fitInto(window, screen);
+  QApplication::processEvents();
+  const auto& panes = *window.findChild<QScrollArea*>(QStringLiteral("panesArea"));
+  EXPECT_EQ(panes.horizontalScrollBar()->maximum() + panes.verticalScrollBar()->maximum(), 0)
+      << "the panes scroll";
+  fitInto(window, room);
+  EXPECT_TRUE(room.contains(window.frameGeometry()));
+  EXPECT_TRUE(inRoom(*window.findChild<QWidget*>(QStringLiteral("strip"))));
   every.visit([&](QDialog& dialog, const char* name) {
     dialog.show();
     fitInto(dialog, room);
     QApplication::processEvents();
     EXPECT_TRUE(room.contains(dialog.frameGeometry())) << name;
+    for (const QLatin1String last : {QLatin1String("cancel"), QLatin1String("close")})
+      if (const auto* button = dialog.findChild<QPushButton*>(last)) EXPECT_TRUE(inRoom(*button)) << name;
     dialog.hide();
   });
 }
