@@ -69,7 +69,7 @@ void GuideWindow::show(const QString& place) {
 
 // No wider than the page when it is opened.
 QVariant GuideWindow::picture(const QUrl& link) const {
-  QImage picture(QLatin1Char(':') + link.path());
+  QImage picture(QLatin1Char(':') + ui_->pages->source().resolved(link).path());
   if (picture.isNull()) return {};
   const int page =
       ui_->pages->viewport()->width() - 2 * static_cast<int>(ui_->pages->document()->documentMargin());

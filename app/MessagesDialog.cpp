@@ -33,7 +33,8 @@ MessagesDialog::MessagesDialog(MessageLog& log, QWidget* parent)
 MessagesDialog::~MessagesDialog() = default;
 
 void MessagesDialog::present() {
-  ui_->messages->setCurrentIndex(log_.index(0, 0));
+  ui_->messages->selectionModel()->setCurrentIndex(
+      log_.index(0, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   ui_->messages->setFocus();
   show();
   // As wide as what comes later needs, too, whatever width was kept.
