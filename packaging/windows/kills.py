@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Kills the Windows twin under wine at random points of its writing: kills.py FOLDER_OF_THE_WINDOWS_PROGRAMS [KILLS]
+"""Kills the Windows twin under wine at random points of its writing: 
+kills.py FOLDER_OF_THE_WINDOWS_PROGRAMS FOLDER_OF_THIS_SYSTEMS [KILLS]
 
 Each kill hits one command that writes: a rename, a copy over a macro, the conversion of a key file, the settings, a
 replacement in many macros. The twin of this system, which begins by ending what was cut short, then has to find every
@@ -16,7 +17,7 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from twin import ROOT, SITE, WINE, begin_wine, spelled
+from twin import SITE, WINE, begin_wine, spelled
 
 MACROS = 40  # in the folder where a replacement is killed
 WORK = "c:\\work\\macroWP1"
@@ -45,8 +46,9 @@ def commands(macros, keys):
 
 
 class Kills:
-    def __init__(self, program, folder):
-        self.windows, self.linux = [*WINE, str(program)], [str(ROOT / "build/release/bin/tessaly-cli")]
+    def __init__(self, folder):
+        self.windows = [*WINE, str(Path(sys.argv[1]).resolve() / "tessaly-cli.exe")]
+        self.linux = [str(Path(sys.argv[2]).resolve() / "tessaly-cli")]
         self.root, self.copy = folder / "site", folder / "copy"
         self.counts, self.faults, self.random = Counter(), [], random.Random(20)
         self.seen = set()  # every content that a macro has had
@@ -124,12 +126,11 @@ class Kills:
 
 
 def main():
-    program = Path(sys.argv[1]).resolve() / "tessaly-cli.exe"
-    wanted = int(sys.argv[2]) if len(sys.argv) > 2 else 200
+    wanted = int(sys.argv[3]) if len(sys.argv) > 3 else 200
     macros, keys = sorted(SITE.rglob("*.mac")), sorted(SITE.rglob("*.upk"))
     begin_wine()
     with tempfile.TemporaryDirectory(prefix="tessaly-kills-") as scratch:
-        kills = Kills(program, Path(scratch))
+        kills = Kills(Path(scratch))
         shutil.copytree(SITE, kills.root)
         work = kills.root / WATCHED[0]
         work.mkdir(parents=True)

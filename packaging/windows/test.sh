@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the tests that were built for Windows under wine: packaging/windows/test.sh FOLDER_OF_THE_PROGRAMS
+# Runs tests that were built for Windows under wine: packaging/windows/test.sh FOLDER_OF_THE_PROGRAMS ROOM...
 set -euo pipefail
 programs=$(cd "$1" && pwd)
 here=$(cd "$(dirname "$0")" && pwd)
@@ -15,8 +15,8 @@ left_out+=:HistoryCommands.RestoresOutsideTheSiteOnlyWhereItIsTold:ReviewCommand
 # Computes alone, on any system the same, for minutes here.
 left_out+=:EffectOfRandomMacros.IsWhatTheSimulatedPanelMakesOfItsValues
 failed=()
-for test in "$programs"/test_*.exe; do
-  echo "-- $(basename "$test" .exe)"
-  (cd "$programs" && timeout 300 wine "$test" --gtest_brief=1 --gtest_filter="-$left_out") || failed+=("$(basename "$test")")
+for room in "${@:2}"; do
+  echo "-- $room"
+  (cd "$programs" && timeout 300 wine "test_$room.exe" --gtest_brief=1 --gtest_filter="-$left_out") || failed+=("$room")
 done
 [ ${#failed[@]} -eq 0 ] || { echo "failed: ${failed[*]}" >&2; exit 1; }
