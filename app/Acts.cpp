@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QMenu>
 
+#include "app/MenuLetters.h"
+
 namespace tessaly {
 
 namespace {
@@ -75,6 +77,16 @@ void Acts::run(const Entry& entry) {
 void Acts::show(Pane pane, const ActSituation& now) {
   pane_ = pane;
   for (const Entry& entry : entries_) showEntry(entry, now);
+  QStringList texts;  // of a menu
+  for (std::size_t place = 0, first = 0; place < entries_.size(); ++place) {
+    const Act& act = *entries_[place].act;
+    const QString called = act.called != nullptr ? act.called(now) : QString();
+    texts << (called.isEmpty() ? actText(act.text) : called);
+    if (place + 1 < entries_.size() && entries_[place + 1].act->menu == act.menu) continue;
+    separateLetters(texts);
+    for (const QString& text : texts) entries_[first++].action->setText(text);
+    texts.clear();
+  }
   showChecked();
 }
 
@@ -84,8 +96,6 @@ void Acts::showEntry(const Entry& entry, const ActSituation& now) {
   QString obstacle = obstacleTo(act.needs, now);
   if (obstacle.isEmpty() && control != nullptr && !possible(*control))
     obstacle = actText(QT_TRANSLATE_NOOP("Acts", "it is not possible in this pane now"));
-  const QString called = act.called != nullptr ? act.called(now) : QString();
-  entry.action->setText(called.isEmpty() ? actText(act.text) : called);
   entry.action->setEnabled(obstacle.isEmpty());
   entry.action->setToolTip(obstacle);
   entry.action->setProperty(kObstacle, obstacle);

@@ -1,7 +1,10 @@
 #include "app/GuideWindow.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QFile>
+#include <QImage>
 #include <QPointer>
 #include <QShortcut>
 
@@ -47,6 +50,7 @@ GuideWindow::GuideWindow(QWidget* owner)
             {ui_->keys, ButtonIcon::kKeys},
             {ui_->before, ButtonIcon::kUp},
             {ui_->next, ButtonIcon::kDown}});
+  pages->document()->setResourceProvider([this](const QUrl& link) { return picture(link); });
   // Links have the colour that they were read in.
   nowAndAtEach(QEvent::PaletteChange, *pages, [pages] { pages->reload(); });
   new QShortcut(Qt::Key_Escape, this, [this] { close(); });
@@ -56,11 +60,24 @@ GuideWindow::GuideWindow(QWidget* owner)
 GuideWindow::~GuideWindow() = default;
 
 void GuideWindow::show(const QString& place) {
-  follow(QUrl(kPages + place));
   QWidget::show();
+  follow(QUrl(kPages + place));
   raise();
   activateWindow();
   ui_->pages->setFocus();
+}
+
+// No wider than the page when it is opened.
+QVariant GuideWindow::picture(const QUrl& link) const {
+  QImage picture(QLatin1Char(':') + ui_->pages->source().resolved(link).path());
+  if (picture.isNull()) return {};
+  const int page =
+      ui_->pages->viewport()->width() - 2 * static_cast<int>(ui_->pages->document()->documentMargin());
+  if (picture.width() <= page) return picture;
+  const double screen = devicePixelRatioF();
+  picture = picture.scaledToWidth(std::min(picture.width(), qRound(page * screen)), Qt::SmoothTransformation);
+  picture.setDevicePixelRatio(static_cast<double>(picture.width()) / page);
+  return picture;
 }
 
 // What lies outside is named, for a browser, and never fetched.

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <QUrl>
+#include <QVariant>
 #include <QWidget>
 
 namespace Ui {
@@ -27,6 +28,7 @@ class GuideWindow : public QWidget {
  private:
   void follow(const QUrl& link);
   void find(bool backwards);
+  [[nodiscard]] QVariant picture(const QUrl& link) const;
 
   std::unique_ptr<Ui::GuideWindow> ui_;
 };

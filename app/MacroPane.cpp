@@ -10,6 +10,7 @@
 
 #include "app/PaneKeys.h"
 #include "ui_MacroPane.h"
+#include "widgets/AtEach.h"
 #include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 
@@ -58,6 +59,11 @@ MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
                        ui_->renameMacro, ui_->deleteMacro});
   for (ListBox* list : {ui_->applications, ui_->controlPanels, ui_->workplaces, ui_->macros})
     list->setTextElideMode(Qt::ElideRight);
+  // One row at least, for a pane as high as a small screen.
+  for (ListBox* list : {ui_->controlPanels, ui_->workplaces})
+    nowAndAtEach(QEvent::FontChange, *list, [list] {
+      list->setMinimumHeight(list->minimumSizeHint().height() - list->fontMetrics().height());
+    });
   ui_->macros->setAccessibleName(ui_->macrosFrame->title());
   ui_->commands->setAccessibleName(ui_->commandsFrame->title());
   setTabOrder(ui_->deleteMacro, &ui_->heading->connectAgain());
@@ -292,6 +298,9 @@ QLineEdit& MacroPane::address() { return *ui_->address; }
 void MacroPane::showSource(PaneSource source) {
   source_ = source;
   (source == PaneSource::kPanel ? ui_->panel : ui_->harddisk)->setChecked(true);
+  // Tab goes to the chosen one; the toolkit sees to that only once one of them has had the keyboard.
+  for (QRadioButton* button : {ui_->harddisk, ui_->panel})
+    button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void MacroPane::takeFocus() {

@@ -27,17 +27,19 @@ MessagesDialog::MessagesDialog(MessageLog& log, QWidget* parent)
   connect(copies, &QShortcut::activated, this, &MessagesDialog::copy);
   connect(ui_->copy, &QPushButton::clicked, this, &MessagesDialog::copy);
   connect(ui_->close, &QPushButton::clicked, this, &QDialog::accept);
-  for (const int column : {MessageLog::kTime, MessageLog::kGrade})
-    ui_->messages->resizeColumnToContents(column);
   ui_->messages->header()->resizeSection(MessageLog::kText, kTextWidth);
 }
 
 MessagesDialog::~MessagesDialog() = default;
 
 void MessagesDialog::present() {
-  ui_->messages->setCurrentIndex(log_.index(0, 0));
+  ui_->messages->selectionModel()->setCurrentIndex(
+      log_.index(0, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   ui_->messages->setFocus();
   show();
+  // As wide as what comes later needs, too, whatever width was kept.
+  for (const int column : {MessageLog::kTime, MessageLog::kGrade})
+    ui_->messages->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
   raise();
   activateWindow();
 }

@@ -51,7 +51,8 @@ OverwriteWarning::OverwriteWarning(QWidget* parent) : QFrame(parent), sign_(new 
 }
 
 QLabel* OverwriteWarning::addLine(const char* objectName, int row) {
-  auto* line = new ElidedLine(this);  // names are of any length
+  // Names are of any length, and at the end of a place is how many commands would be lost.
+  auto* line = new ElidedLine(this, Qt::ElideMiddle);
   line->setObjectName(QLatin1String(objectName));
   static_cast<QGridLayout*>(layout())->addWidget(line, row, 1);
   return line;

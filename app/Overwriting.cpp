@@ -6,6 +6,7 @@
 #include "app/FailureText.h"
 #include "app/MacroTransfers.h"
 #include "app/PaneState.h"
+#include "app/PlaceText.h"
 #include "model/MacroFile.h"
 #include "platform/CollectedMessages.h"
 #include "widgets/DialogText.h"
@@ -23,9 +24,14 @@ QString selectedText(const ListBox& list) {
 
 QString Overwriting::about(const PaneState& pane, const MacroTarget& macro) const {
   const QString number = QString::fromStdString(macro.numberText);
-  if (macro.source == PaneSource::kPanel)
+  if (macro.source == PaneSource::kPanel) {
+    const WorkingCopy& open = pane.copy;
+    if (open.target() && open.macro() && !open.edited() && placeOf(*open.target()) == placeOf(macro))
+      return tr("%1 in %2: %n commands", nullptr, static_cast<int>(open.macro()->commands().size()))
+          .arg(number, placeInWindow(macro));
     return tr("%1 of workplace %2 on the panel %3")
         .arg(number, QString::number(macro.workplace), shown(macro.address));
+  }
   const QStringList lists{selectedText(pane.view.applications()), selectedText(pane.view.controlPanels()),
                           selectedText(pane.view.workplaces())};
   const QString place = lists.join(QStringLiteral(", "));

@@ -13,6 +13,7 @@ namespace tessaly {
 namespace {
 
 constexpr int kButtonRoom = 16;  // pixels for a button's caption, both sides together
+constexpr int kIconGap = 3;      // pixels, more than the toolkit leaves between picture and caption
 constexpr float kOutlineAlpha = 0.55F;
 constexpr qreal kCorner = 2;      // pixels
 constexpr qreal kFocusWidth = 2;  // pixels, of the frame of the list that has the keyboard
@@ -24,6 +25,10 @@ QColor outline(const QStyleOption& option) {
   return colour;
 }
 
+bool hasIconAndText(const QStyleOptionButton& button) {
+  return !button.icon.isNull() && !button.text.isEmpty();
+}
+
 bool isFlat(const QStyleOption* option) {
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   return frame != nullptr && frame->features.testFlag(QStyleOptionFrame::Flat);
@@ -33,10 +38,12 @@ bool isFlat(const QStyleOption* option) {
 
 OwnStyle::OwnStyle() : QProxyStyle(QStringLiteral("fusion")) {}
 
-QPalette OwnStyle::standardPalette() const {
+// Those of the toolkit, in which faint texts are too faint to be read, come from most desktops.
+void OwnStyle::polish(QPalette& palette) {
   constexpr int kHalfLight = 128;
-  const bool dark = QProxyStyle::standardPalette().color(QPalette::Window).lightness() < kHalfLight;
-  return ownPalette(dark ? PaletteChoice::kDark : PaletteChoice::kLight);
+  if (palette != standardPalette()) return;
+  const bool dark = palette.color(QPalette::Window).lightness() < kHalfLight;
+  palette = ownPalette(dark ? PaletteChoice::kDark : PaletteChoice::kLight);
 }
 
 // Pictures grow with the captions beside them.
@@ -44,6 +51,16 @@ int OwnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
   const int usual = QProxyStyle::pixelMetric(metric, option, widget);
   return metric == PM_ButtonIconSize && widget != nullptr ? std::max(usual, widget->fontMetrics().height())
                                                           : usual;
+}
+
+void OwnStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                           const QWidget* widget) const {
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  if (element != CE_PushButtonLabel || button == nullptr || !hasIconAndText(*button))
+    return QProxyStyle::drawControl(element, option, painter, widget);
+  QStyleOptionButton wider = *button;
+  wider.iconSize.rwidth() += kIconGap;
+  QProxyStyle::drawControl(element, &wider, painter, widget);
 }
 
 void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -89,11 +106,17 @@ int OwnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidge
 
 QSize OwnStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                  const QWidget* widget) const {
-  const QSize needed = QProxyStyle::sizeFromContents(type, option, size, widget);
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  if (type != CT_PushButton || button == nullptr || widget == nullptr)
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+  const int gap = hasIconAndText(*button) ? kIconGap : 0;
+  const QSize needed = QProxyStyle::sizeFromContents(type, option, size + QSize(gap, 0), widget);
+  if (qobject_cast<QDialog*>(widget->window()) != nullptr)
+    return needed.expandedTo({size.width() + gap + kButtonRoom, 0});
   // The panes of the main window have to stand side by side on a small screen.
-  if (type != CT_PushButton || widget == nullptr || qobject_cast<QDialog*>(widget->window()) == nullptr)
-    return needed;
-  return needed.expandedTo({size.width() + kButtonRoom, 0});
+  return button->text.contains(QLatin1Char('\n'))
+             ? needed.boundedTo({size.width() + kButtonRoom, needed.height()})
+             : needed;
 }
 
 }  // namespace tessaly

@@ -14,10 +14,13 @@ class OwnStyle : public QProxyStyle {
  public:
   OwnStyle();
 
-  // The program's own colours, dark where those of the toolkit are: what a desktop leaves open.
-  [[nodiscard]] QPalette standardPalette() const override;
+  // The program's own colours, dark where those of the toolkit are, under a desktop that names none.
+  void polish(QPalette& palette) override;
+  using QProxyStyle::polish;
   [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
                                 const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,

@@ -136,6 +136,7 @@ PaneHeading::PaneHeading(QWidget* parent)
   line->setContentsMargins(kStripe + kGap, 0, 0, 0);
   line->addWidget(lostText_, 1);
   line->addWidget(again_);
+  lostText_->setText(tr("The line to the panel is lost; nothing is behind this pane."));
   lost_->hide();
   connect(again_, &QPushButton::clicked, this, &PaneHeading::connectAgainPressed);
 }
@@ -143,7 +144,11 @@ PaneHeading::PaneHeading(QWidget* parent)
 void PaneHeading::follow(const PaneState& pane, const Browser& browser, const PanelConnection& connection,
                          const PanelBridge& bridge, const MacroHistory& history) {
   const auto look = [this, &pane, &browser, &connection, &history] {
+    const Pane which = pane.descriptor.pane;
     showSubject(subjectOf(pane, browser, connection, history));
+    // Also when the macro that is open has no place there any more.
+    lost_->setVisible(connection.source(which) == PaneSource::kPanel &&
+                      connection.line(which) == PaneLine::kLost);
   };
   connect(&pane.copy, &WorkingCopy::changed, this, look);
   connect(&browser, &Browser::changed, this, look);
@@ -156,11 +161,6 @@ void PaneHeading::showBand(bool shown) { band_->setVisible(shown); }
 
 bool PaneHeading::showsBand() const { return !band_->isHidden(); }
 
-void PaneHeading::showSubject(const PaneSubject& subject) {
-  band_->setSubject(subject);
-  const bool lost = subject.where == PaneSubject::Where::kLost;
-  if (lost) lostText_->setText(tr("The line to the panel is lost; nothing is behind this pane."));
-  lost_->setVisible(lost);
-}
+void PaneHeading::showSubject(const PaneSubject& subject) { band_->setSubject(subject); }
 
 }  // namespace tessaly

@@ -18,9 +18,24 @@ namespace {
 // Until a window manager has put a frame around the window.
 constexpr int kFrameMilliseconds = 150;
 
-// What a dialog holds goes into an area that scrolls; its layout and its controls stay the same.
-void letScroll(QDialog& dialog) {
+// The row of buttons at the foot of a dialog, taken out of its layout; null where there is none, or no room
+// for it.
+QLayout* takeFoot(QLayout& layout, int width) {
+  const int last = layout.count() - 1;
+  auto* const foot = qobject_cast<QHBoxLayout*>(last < 1 ? nullptr : layout.itemAt(last)->layout());
+  const QMargins margins = layout.contentsMargins();
+  if (foot == nullptr || foot->minimumSize().width() + margins.left() + margins.right() > width)
+    return nullptr;
+  layout.takeAt(last);
+  foot->setContentsMargins(margins.left(), 0, margins.right(), margins.bottom());
+  return foot;
+}
+
+// What a dialog holds goes into an area that scrolls, and its buttons stay in sight; the controls stay the
+// same.
+void letScroll(QDialog& dialog, int width) {
   auto* content = new QWidget;
+  QLayout* const foot = takeFoot(*dialog.layout(), width);
   content->setLayout(dialog.layout());  // taken from the dialog, with all in it
   auto* area = new QScrollArea(&dialog);
   area->setFrameShape(QFrame::NoFrame);
@@ -29,6 +44,7 @@ void letScroll(QDialog& dialog) {
   auto* around = new QVBoxLayout(&dialog);
   around->setContentsMargins(0, 0, 0, 0);
   around->addWidget(area);
+  if (foot != nullptr) around->addLayout(foot);
 }
 
 bool scrolls(const QDialog& dialog) {
@@ -44,7 +60,8 @@ void fitInto(QWidget& window, const QRect& room) {
   const QSize least = window.minimumSizeHint().expandedTo(window.minimumSize());
   if (least.width() > most.width() || least.height() > most.height()) {
     auto* const dialog = qobject_cast<QDialog*>(&window);
-    if (dialog != nullptr && dialog->layout() != nullptr && !scrolls(*dialog)) letScroll(*dialog);
+    if (dialog != nullptr && dialog->layout() != nullptr && !scrolls(*dialog))
+      letScroll(*dialog, most.width());
     window.setMinimumSize(window.minimumSize().boundedTo(most));
   }
   window.resize(window.size().boundedTo(most));

@@ -60,6 +60,7 @@ StatusStrip::StatusStrip(QWidget* parent) : QFrame(parent) {
   unseen_.widget->hide();
   finding_ = new ElidedLine(this);
   finding_->setObjectName(QStringLiteral("finding"));
+  finding_->hide();  // until there is one; then the line keeps its room, so that nothing moves under the hand
   column->addWidget(finding_);
   said_ = addLine(QStringLiteral("statusStrip"));
   auto* keys = new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_M, this);
@@ -195,7 +196,9 @@ void StatusStrip::showMessages() {
 }
 
 void StatusStrip::showFinding(const QString& text) {
-  if (text != finding_->text()) finding_->setText(text);
+  if (text == finding_->text()) return;
+  finding_->setText(text);
+  finding_->show();
 }
 
 void StatusStrip::showOwed(Pane pane, const QString& text) { owed_[index(pane)].show(text); }

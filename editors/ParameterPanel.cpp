@@ -31,7 +31,6 @@ ParameterPanel::ParameterPanel(const std::vector<PanelSource>& sources, int& fra
   ui_->setupUi(this);
   nameListsByLabels(*this);
   ui_->choices->setPlaceholder(tr("type the value above"));
-  setFocusProxy(ui_->parameters);
   keepSpaceWhenHidden(
       {ui_->parametersLabel, ui_->parameters, ui_->valueLabel, ui_->value, ui_->range, ui_->choices});
   (frameRate_ == kFrameRate50Hz ? ui_->standard50 : ui_->standard60)->setChecked(true);

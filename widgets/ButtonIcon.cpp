@@ -42,7 +42,7 @@ void draw(ButtonIcon icon, QPainter& painter, const QRectF& room, const QColor& 
   colouring.fillRect(picture.rect(), ink);
   colouring.end();
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.drawImage(room, picture);
+  painter.drawImage(QRectF(room.topLeft(), QSizeF(room.height(), room.height())), picture);
 }
 
 }  // namespace

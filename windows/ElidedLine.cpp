@@ -7,7 +7,7 @@
 
 namespace tessaly {
 
-ElidedLine::ElidedLine(QWidget* parent) : QLabel(parent) {
+ElidedLine::ElidedLine(QWidget* parent, Qt::TextElideMode dots) : QLabel(parent), dots_(dots) {
   setTextFormat(Qt::PlainText);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
@@ -18,9 +18,7 @@ QSize ElidedLine::sizeHint() const {
 
 QSize ElidedLine::minimumSizeHint() const { return {0, fontMetrics().height()}; }
 
-QString ElidedLine::elided() const {
-  return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
-}
+QString ElidedLine::elided() const { return fontMetrics().elidedText(text(), dots_, contentsRect().width()); }
 
 bool ElidedLine::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip || elided() == text()) return QLabel::event(event);

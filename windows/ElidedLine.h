@@ -4,13 +4,13 @@
 
 namespace tessaly {
 
-// A label of one line that is as wide as there is room, and ends in dots where that is not enough; its tool
-// tip has the whole text then. Plain text.
+// A label of one line that is as wide as there is room, with dots where that is not enough; its tool tip has
+// the whole text then. Plain text.
 class ElidedLine : public QLabel {
   Q_OBJECT
 
  public:
-  explicit ElidedLine(QWidget* parent = nullptr);
+  explicit ElidedLine(QWidget* parent = nullptr, Qt::TextElideMode dots = Qt::ElideRight);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -21,6 +21,8 @@ class ElidedLine : public QLabel {
 
  private:
   [[nodiscard]] QString elided() const;
+
+  Qt::TextElideMode dots_;
 };
 
 }  // namespace tessaly

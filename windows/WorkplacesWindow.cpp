@@ -77,6 +77,7 @@ void WorkplacesWindow::setUpTable() {
   new ListFinder(*ui_->table);
   ui_->table->installEventFilter(this);
   QHeaderView& header = *ui_->table->horizontalHeader();
+  header.setHighlightSections(false);  // bold titles would be cut off
   header.resizeSection(WorkplacesModel::kNumber, kNumberWidth);
   header.resizeSection(WorkplacesModel::kState, kStateWidth);
   header.resizeSection(WorkplacesModel::kLeft, kNameWidth);

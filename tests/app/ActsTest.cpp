@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
 #include "app/ActFinder.h"
 #include "app/Acts.h"
+#include "app/Appearance.h"
 #include "app/GuideWindow.h"
 #include "app/HelpTopics.h"
 #include "app/ScreenFit.h"
@@ -120,21 +123,38 @@ TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
     }
 }
 
-// Catches a dialog that is cut off on a small screen at twice the size, or that loses its buttons there.
-TEST(ScreenFitTest, EveryDialogFitsASmallScreen) {
-  const QRect room(0, 0, 640, 400);
+// Catches panes that scroll on a screen of full HD at twice the size, a dialog that is cut off on a small
+// one, and one that loses its buttons.
+TEST(ScreenFitTest, EveryWindowFitsASmallScreen) {
+  const QRect screen(0, 0, 958, 510), small(0, 0, 640, 400);  // inside their frames
+  applyPalette(PaletteChoice::kLight);
   EveryDialog every;
-  fitInto(*every.fixture.window, room);
-  EXPECT_TRUE(room.contains(every.fixture.window->frameGeometry()));
-  const auto* strip = every.fixture.window->findChild<QWidget*>(QStringLiteral("strip"));
-  EXPECT_TRUE(room.contains(QRect(strip->mapToGlobal(QPoint()), strip->size())));
+  const auto within = [](const QRect& room, const QWidget& part) {
+    return room.contains(QRect(part.mapToGlobal(QPoint()), part.size()));
+  };
+  MainWindow& window = *every.fixture.window;
+  window.resize(screen.size());
+  QApplication::processEvents();
+  const auto& panes = *window.findChild<QScrollArea*>(QStringLiteral("panesArea"));
+  EXPECT_EQ(panes.horizontalScrollBar()->maximum(), 0);
+  EXPECT_EQ(panes.verticalScrollBar()->maximum(), 0);
+  fitInto(window, small);
+  EXPECT_TRUE(small.contains(window.frameGeometry()));
+  EXPECT_TRUE(within(small, *window.findChild<QWidget*>(QStringLiteral("strip"))));
   every.visit([&](QDialog& dialog, const char* name) {
     dialog.show();
-    fitInto(dialog, room);
+    fitInto(dialog, screen);
     QApplication::processEvents();
-    EXPECT_TRUE(room.contains(dialog.frameGeometry())) << name;
+    for (const QLatin1String last : {QLatin1String("cancel"), QLatin1String("close")}) {
+      const auto* const button = dialog.findChild<QPushButton*>(last);
+      EXPECT_TRUE(button == nullptr || within(screen, *button)) << name;
+    }
+    fitInto(dialog, small);
+    QApplication::processEvents();
+    EXPECT_TRUE(small.contains(dialog.frameGeometry())) << name;
     dialog.hide();
   });
+  applyPalette(PaletteChoice::kDesktop);
 }
 
 // Catches a pane that opens elsewhere than it was left, and a panel that is connected by a start.

@@ -38,9 +38,18 @@ std::vector<QString> ownTexts(const QMainWindow& window) {
   return texts;
 }
 
-// Menus whose Alt key is a pane's shortcut already, so that neither would answer to it.
+// Menus whose Alt key is a pane's shortcut already, so that neither would answer to it, and entries without a
+// letter of their own.
 std::vector<std::string> takenMenuKeys(const QMainWindow& window) {
   std::vector<std::string> taken;
+  for (const QAction* menu : window.menuBar()->actions()) {
+    QList<QKeySequence> letters{QKeySequence()};
+    for (const QAction* entry : menu->menu()->actions()) {
+      const QKeySequence letter = QKeySequence::mnemonic(entry->text());
+      if (!entry->isSeparator() && letters.contains(letter)) taken.push_back(entry->text().toStdString());
+      letters << letter;
+    }
+  }
   const auto shortcuts = window.findChildren<QShortcut*>();
   for (const QAction* menu : window.menuBar()->actions())
     for (const QShortcut* shortcut : shortcuts)
