@@ -33,8 +33,7 @@ TEST(Sheets, MenuPutsThePanesMacroOnPaper) {
     asked = qobject_cast<QFileDialog*>(&dialog) != nullptr;
     dialog.reject();
   });
-  for (QAction* action : fixture.window->findChildren<QAction*>())
-    if (action->text() == QStringLiteral("&Export...")) action->trigger();
+  fixture.window->findChild<QAction*>(QStringLiteral("export"))->trigger();
   WindowDriver::waitFor([&] { return asked; }, "the question for a file");
 }
 

@@ -30,7 +30,8 @@ class SnapshotWindowTest : public PanelWindowTest {
     if (answer) WindowDriver::answerNext(answer);
     for (QAction* menu : fixture_.window->menuBar()->actions())
       for (QAction* action : menu->menu()->actions())
-        if (action->text() == QLatin1String(entry) && action->isEnabled()) return action->trigger();
+        if (action->text().remove(QLatin1Char('&')) == QLatin1String(entry) && action->isEnabled())
+          return action->trigger();
     throw std::runtime_error(std::string("no entry ") + entry);
   }
   [[nodiscard]] std::function<void(QDialog&)> named() const {
@@ -49,12 +50,12 @@ class SnapshotWindowTest : public PanelWindowTest {
 
 TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
   connectPane(Pane::kA, first_);
-  choose(Pane::kA, "Save &Panel As...", named());
+  choose(Pane::kA, "Save Panel As...", named());
   ASSERT_EQ(status(), "saved and verified: 3 macros in panel.zip");
   first_.tree.write(Panel::file(1, "007"), "<macro name=\"Other\"><data></data></macro>");
 
   const std::string before = path(Pane::kB);
-  choose(Pane::kB, "&Open Snapshot...", named());
+  choose(Pane::kB, "Open Snapshot...", named());
   EXPECT_EQ(path(Pane::kB), file());
   EXPECT_EQ(driver().texts(b_.workplaces).size(), 8U);
   driver().choose(b_.workplaces, "Workplace 1");
@@ -77,7 +78,7 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
 
   // A line that is lost meanwhile is made anew, and the other pane is on it.
   const std::string other = first_.read(1, "007");
-  choose(Pane::kB, "&Restore Snapshot...", [this, &other](QDialog& dialog) {
+  choose(Pane::kB, "Restore Snapshot...", [this, &other](QDialog& dialog) {
     first_.simulator.dropConnections();
     WindowDriver::waitFor([] { return client().state() == kPanelNotConnected; }, "the loss");
     fixture_.site.messages.answer = false;
@@ -99,7 +100,7 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
   // A next start begins without it.
   fixture_.window->keepState();
   EXPECT_EQ(windows1252ToUtf8(fixture_.window->settings().pathB), before);
-  choose(Pane::kB, "&Close Snapshot");
+  choose(Pane::kB, "Close Snapshot");
   EXPECT_EQ(path(Pane::kB), before);
   EXPECT_THAT(driver().texts(b_.applications), testing::Contains("Evening News"));
 }
@@ -107,8 +108,8 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
 TEST_F(SnapshotWindowTest, AFolderIsSaved) {
   driver().choose(a_.applications, "Evening News");
   const std::size_t count = driver().texts(a_.macros).size();
-  choose(Pane::kA, "Save &Folder As...", named());
-  choose(Pane::kB, "&Open Snapshot...", named());
+  choose(Pane::kA, "Save Folder As...", named());
+  choose(Pane::kB, "Open Snapshot...", named());
   EXPECT_EQ(driver().texts(b_.workplaces), std::vector<std::string>{"Folder"});
   EXPECT_EQ(driver().texts(b_.macros), driver().texts(a_.macros));
   EXPECT_GT(count, 1U);
@@ -116,7 +117,7 @@ TEST_F(SnapshotWindowTest, AFolderIsSaved) {
 
 TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
   connectPane(Pane::kA, first_);
-  choose(Pane::kA, "Save &Panel As...", named());
+  choose(Pane::kA, "Save Panel As...", named());
   const std::string good = fixture_.site.read("c:\\saved\\panel.zip");
   stallTransfers(first_);
   bool cancelled = false;
@@ -128,7 +129,7 @@ TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
     WindowDriver::click(*progress, QStringLiteral("Cancel"));
   });
   looking.start(5);
-  choose(Pane::kA, "Save &Panel As...", [this](QDialog& dialog) {
+  choose(Pane::kA, "Save Panel As...", [this](QDialog& dialog) {
     WindowDriver::answerNext([](QDialog& question) { WindowDriver::click(question, QStringLiteral("Yes")); });
     named()(dialog);
   });
@@ -137,7 +138,7 @@ TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
 
   const auto shown = driver().texts(b_.applications);
   fixture_.site.write("c:\\saved\\panel.zip", good.substr(0, good.size() / 2));
-  choose(Pane::kB, "&Open Snapshot...", named());
+  choose(Pane::kB, "Open Snapshot...", named());
   EXPECT_THAT(status(), HasSubstr("NOT opened: panel.zip (the snapshot: is no archive"));
   EXPECT_EQ(driver().texts(b_.applications), shown);
 }
