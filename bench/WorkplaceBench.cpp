@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "bench/BareTransfers.h"
 #include "bench/Table.h"
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
@@ -113,26 +114,17 @@ void sendBatch() {
   if (!batch.run() || batch.doneCount() != kSent) std::abort();
 }
 
-void sendByCurl() {
-  const std::string config = (scratchFolder() / "curl.txt").string();
-  std::ofstream text(config);
+void sendBare() {
   ++workplaces->version;
-  const std::string source = (scratchFolder() / "sent.mac").string();
-  std::ofstream(source, std::ios::binary) << macro(0, workplaces->version);
-  bool first = true;
+  const std::string bytes = macro(0, workplaces->version);
+  const BareTransfers wire(workplaces->panel->ftpPort());
   for (int number = 0; number < kSent; ++number) {
-    for (const char* what : {"output", "upload-file", "output"}) {
-      if (!std::exchange(first, false)) text << "next\n";
-      const std::string file =
-          what == std::string("output") ? (scratchFolder() / "back.mac").string() : source;
-      text << "silent\nfail\ndisable-epsv\nuser = \"target:vintrosa\"\n"
-           << what << " = \"" << file << "\"\nurl = \"ftp://127.0.0.1:" << workplaces->panel->ftpPort()
-           << "/%2Fflash/data/PANEL/macro/workplace1/" << macroFileName(MacroNumber::textOf(number))
-           << "\"\n";
-    }
+    const std::string path =
+        "/flash/data/PANEL/macro/workplace1/" + macroFileName(MacroNumber::textOf(number));
+    keep(wire.get(path).data());
+    wire.put(bytes, path);
+    keep(wire.get(path).data());
   }
-  text.close();
-  if (std::system(("curl -K '" + config + "'").c_str()) != 0) std::abort();
 }
 
 const bool kCompared = addPair({.name = "1,000 macros of a folder beside 1,000 others",
@@ -140,9 +132,9 @@ const bool kCompared = addPair({.name = "1,000 macros of a folder beside 1,000 o
                                 .limit = readFolders,
                                 .goal = 1.3,
                                 .prepare = prepare});
-const bool kBatch = addPair({.name = "batch of 100 macros to a panel, beside the curl program",
+const bool kBatch = addPair({.name = "batch of 100 macros to a panel, beside their bare transfers",
                              .measured = sendBatch,
-                             .limit = sendByCurl,
+                             .limit = sendBare,
                              .goal = 1.2,
                              .prepare = prepare});
 

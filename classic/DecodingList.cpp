@@ -1,11 +1,10 @@
 #include "classic/DecodingList.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "classic/ClassicValue.h"
 #include "platform/Files.h"
+#include "platform/FolderEntries.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -138,28 +137,12 @@ std::optional<KeywordEntry> DecodingList::find(const ClassicCommand& command) co
 }
 
 struct DecodingLists::Kept {
-  struct Stamp {
-    bool exists = false;
-    std::uintmax_t size = 0;
-    std::filesystem::file_time_type time;
-    friend bool operator==(const Stamp&, const Stamp&) = default;
-  };
-
-  static Stamp stampOf(const std::filesystem::path& path) {
-    std::error_code sizeError, timeError;
-    Stamp stamp;
-    stamp.size = std::filesystem::file_size(path, sizeError);
-    stamp.time = std::filesystem::last_write_time(path, timeError);
-    stamp.exists = !sizeError && !timeError;
-    return stamp.exists ? stamp : Stamp();
-  }
-
   std::uint64_t used = 0;  // under the owner's mutex
 
   std::mutex mutex;  // guards what follows
   bool loaded = false;
   std::chrono::steady_clock::time_point checked;
-  Stamp stamp;
+  FileStamp stamp;
   std::shared_ptr<const DecodingList> list;
 };
 
@@ -186,7 +169,7 @@ std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::ui
   if (entry->loaded && now - entry->checked < kCheckInterval) return entry->list;
   entry->checked = now;
   // Looked at before reading: a change while the file is read shows at the next check.
-  const Kept::Stamp stamp = Kept::stampOf(root_.resolve(decodingListPath(cd, co)));
+  const FileStamp stamp = stampAt(root_.resolve(decodingListPath(cd, co)));
   if (entry->loaded && stamp == entry->stamp) return entry->list;
   entry->loaded = true;
   entry->stamp = stamp;

@@ -14,6 +14,10 @@ if(TESSALY_SANITIZE)
     -fno-sanitize-recover=all)
   target_link_options(tessaly_settings INTERFACE -fsanitize=${TESSALY_SANITIZE})
 endif()
+if(TESSALY_COVERAGE)
+  target_compile_options(tessaly_settings INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(tessaly_settings INTERFACE -fprofile-instr-generate)
+endif()
 target_include_directories(tessaly_settings INTERFACE ${CMAKE_SOURCE_DIR})
 
 # tessaly_of_this_system(LIST): of a source and its twin, XWindows.cpp beside X.cpp, the one for the system that is

@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-constexpr std::size_t kAtOnce = 50;  // questions between two looks at other things
+constexpr std::size_t kAtOnce = 1000;  // questions between two looks at other things; some milliseconds
 
 }  // namespace
 

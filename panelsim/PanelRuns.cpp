@@ -24,7 +24,7 @@ void PanelSimulator::carryOut(int workplace, int number, std::size_t command, co
     result = commands_.carryOut(what);
   }
   std::string line = format("workplace %d, macro ", workplace) + MacroNumber::textOf(number) + ", command " +
-                     std::to_string(command) + ": " + what.fid;
+                     std::to_string(command + 1) + ": " + what.fid;
   for (const auto& [name, value] : result.values) line += ", " + name + " = " + value;
   log_(line + (result.note.empty() ? "" : ", " + result.note));
   for (const auto& [name, value] : result.values) publish(name, value);

@@ -162,7 +162,7 @@ PromptAnswer setFault(PanelSimulator& panel, Words& words) {
   if (name == "off") {
     faults = {};
   } else if (!applyFault(name, value, faults)) {
-    return wrong("no such fault: " + name + " " + value);
+    return wrong("no such fault, or not with this number: " + name + " " + value);
   }
   return panel.setFaults(faults) ? PromptAnswer{.text = "fault " + name + (value.empty() ? "" : " " + value)}
                                  : wrong("the FTP service does not answer");

@@ -40,6 +40,14 @@ FolderEntry entryAt(const fs::path& path) {
   return {kindOf(status.st_mode), (status.st_mode & S_IWUSR) == 0, status.st_uid == ::geteuid()};
 }
 
+FileStamp stampAt(const fs::path& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) return {};
+  constexpr std::int64_t kInASecond = 1'000'000'000;
+  return {true, static_cast<std::uint64_t>(status.st_size),
+          status.st_mtim.tv_sec * kInASecond + status.st_mtim.tv_nsec};
+}
+
 std::vector<std::string> namesIn(const fs::path& folder, std::string_view suffix) {
   std::vector<std::string> names;
   std::error_code error;

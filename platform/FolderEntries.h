@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -23,6 +24,15 @@ struct FolderEntry {
   bool thisUsers = false;
 };
 [[nodiscard]] FolderEntry entryAt(const std::filesystem::path& path);
+
+// Differs once a file has been written anew, told as finely as the system tells it.
+struct FileStamp {
+  bool exists = false;
+  std::uint64_t size = 0;
+  std::int64_t written = 0;  // in the system's own unit
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+[[nodiscard]] FileStamp stampAt(const std::filesystem::path& path);
 
 // In no order; with a suffix only regular files whose name ends so, whatever the case.
 [[nodiscard]] std::vector<std::string> namesIn(const std::filesystem::path& folder, std::string_view suffix);

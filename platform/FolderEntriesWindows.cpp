@@ -1,3 +1,4 @@
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <string>
@@ -25,19 +26,31 @@ EntryKind kindOf(const WIN32_FIND_DATAW& entry) {
   return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::kFolder : EntryKind::kFile;
 }
 
-// Of this user's own making, or of a group that stands for this user, as the administrators' does.
+// Or of a group that stands for this user, as the administrators' does.
+bool standsForThisUser(PSID owner) {
+  HANDLE token = nullptr;
+  BOOL among = FALSE;
+  if (::CheckTokenMembership(nullptr, owner, &among) != 0 && among != FALSE) return true;
+  if (::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &token) == 0) return false;
+  alignas(TOKEN_USER) std::array<char, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
+  DWORD size = user.size();
+  const bool known = ::GetTokenInformation(token, TokenUser, user.data(), size, &size) != 0;
+  ::CloseHandle(token);
+  return known && ::EqualSid(owner, reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid) != 0;
+}
+
 bool isThisUsers(const fs::path& path) {
   const Descriptor file = openFile(path, {.access = READ_CONTROL, .flags = FILE_FLAG_OPEN_REPARSE_POINT});
   DWORD size = 0;
   ::GetKernelObjectSecurity(handleOf(file), OWNER_SECURITY_INFORMATION, nullptr, 0, &size);
   std::string space(size, '\0');
   PSID owner = nullptr;
-  BOOL byDefault = FALSE, ours = FALSE;
+  BOOL byDefault = FALSE;
   return file.isOpen() &&
          ::GetKernelObjectSecurity(handleOf(file), OWNER_SECURITY_INFORMATION, space.data(), size, &size) !=
              0 &&
          ::GetSecurityDescriptorOwner(space.data(), &owner, &byDefault) != 0 && owner != nullptr &&
-         ::CheckTokenMembership(nullptr, owner, &ours) != 0 && ours != FALSE;
+         standsForThisUser(owner);
 }
 
 }  // namespace
@@ -53,6 +66,15 @@ FolderEntry entryAt(const fs::path& path) {
   WIN32_FIND_DATAW entry{};
   if (!findEntry(widePath(path), entry)) return {kindAt(path), false, false};  // the root of a drive
   return {kindOf(entry), (entry.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0, isThisUsers(path)};
+}
+
+FileStamp stampAt(const fs::path& path) {
+  const Descriptor file = openFile(path, {.access = FILE_READ_ATTRIBUTES});
+  BY_HANDLE_FILE_INFORMATION is{};
+  if (!file.isOpen() || ::GetFileInformationByHandle(handleOf(file), &is) == 0) return {};
+  return {true, std::uint64_t{is.nFileSizeHigh} << 32 | is.nFileSizeLow,
+          static_cast<std::int64_t>(std::uint64_t{is.ftLastWriteTime.dwHighDateTime} << 32 |
+                                    is.ftLastWriteTime.dwLowDateTime)};
 }
 
 std::vector<std::string> namesIn(const fs::path& folder, std::string_view suffix) {

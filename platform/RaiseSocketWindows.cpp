@@ -100,7 +100,8 @@ bool RaiseSocket::answer() const {
     const SOCKET accepted = ::accept(socketOf(listening_), nullptr, nullptr);
     if (accepted == INVALID_SOCKET) break;
     const Channel peer(static_cast<int>(accepted));
-    if (saysTheWord(peer, static_cast<const Shown*>(door_.get())->door))
+    // Behind the word nothing comes but the end of somebody who waits no longer.
+    if (saysTheWord(peer, static_cast<const Shown*>(door_.get())->door) && !waitToRead(peer, 0))
       asked = ::send(accepted, &kAnswer, 1, 0) == 1 || asked;
   }
   return asked;

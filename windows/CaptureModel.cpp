@@ -114,7 +114,7 @@ QString CaptureModel::text(std::size_t row, int column) const {
     case kStep:
       return QString::number(here.command + 1);
     case kCommand:
-      return shown(commandLine(capture_.command(row), options_, lines_));
+      return commandText(row);
     case kOld:
       return here.parameter < 0 ? QString() : valueText(row, here.old);
     case kNew:
@@ -124,6 +124,14 @@ QString CaptureModel::text(std::size_t row, int column) const {
     default:
       return {};
   }
+}
+
+// With the value that the macro has by now.
+QString CaptureModel::commandText(std::size_t row) const {
+  const Capture::Row& here = capture_.rows()[row];
+  MacroCommand command = capture_.command(row);
+  if (here.parameter >= 0) command.parameters[static_cast<std::size_t>(here.parameter)].value = here.old;
+  return shown(commandLine(command, options_, lines_));
 }
 
 QString CaptureModel::valueText(std::size_t row, const std::string& stored) const {

@@ -57,6 +57,7 @@ class CaptureModel : public QAbstractTableModel {
   [[nodiscard]] std::vector<std::size_t> wanted() const;
   void refresh();
   [[nodiscard]] QString text(std::size_t row, int column) const;
+  [[nodiscard]] QString commandText(std::size_t row) const;
   [[nodiscard]] QString valueText(std::size_t row, const std::string& stored) const;
   [[nodiscard]] static QString stateText(const Capture::Row& row);
 

@@ -1,5 +1,7 @@
 #include "windows/CaptureWindow.h"
 
+#include <chrono>
+
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QShortcut>
@@ -13,6 +15,7 @@ namespace tessaly {
 
 namespace {
 
+constexpr std::chrono::milliseconds kGlimpse{50};
 constexpr int kStepWidth = 80, kValueWidth = 100, kStateWidth = 250;  // pixels, to start with
 
 }  // namespace
@@ -35,6 +38,9 @@ CaptureWindow::CaptureWindow(CaptureWays ways, const LineContext& lines, const L
   patience_.setSingleShot(true);
   patience_.setInterval(ways_.patience);
   connect(&patience_, &QTimer::timeout, this, &CaptureWindow::giveUp);
+  glimpse_.setSingleShot(true);
+  glimpse_.setInterval(kGlimpse);
+  connect(&glimpse_, &QTimer::timeout, this, [this] { ui_->values->setUpdatesEnabled(true); });
   beginWith(ways_.selected());
   ui_->values->setFocus();
 }
@@ -101,6 +107,10 @@ void CaptureWindow::begin() {
   current_ = top_ = std::nullopt;
   if (model_.rowCount() > 0) ui_->values->setCurrentIndex(model_.index(0, 0));
   ask();
+  // A panel that answers at once is shown with its answers, without a glimpse of rows that wait.
+  if (!isVisible() || !patience_.isActive()) return;
+  ui_->values->setUpdatesEnabled(false);
+  glimpse_.start();
 }
 
 CaptureLine CaptureWindow::line() const {
@@ -131,6 +141,7 @@ void CaptureWindow::take(const std::vector<PanelAnswer>& answers) {
   if (!model_.capture().complete()) return;
   patience_.stop();
   questions_->cancel();
+  ui_->values->setUpdatesEnabled(true);
 }
 
 // Late answers are taken all the same.

@@ -111,6 +111,7 @@ class CaptureWindow : public ReviewWindow {
   unsigned connection_ = 0;                   // that was asked last
   std::optional<std::size_t> current_, top_;  // rows of the capture, while the list is made anew
   QTimer patience_;
+  QTimer glimpse_;  // the window is not painted anew until then
   std::unique_ptr<PanelQuestions> questions_;
   std::optional<CaptureTake> taken_;  // once it is put together
   bool closing_ = false;              // once it is handed on

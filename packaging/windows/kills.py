@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Kills the Windows twin under wine at random points of its writing: kills.py FOLDER_OF_THE_WINDOWS_PROGRAMS [KILLS]
+"""Kills the Windows twin under wine at random points of its writing: 
+kills.py FOLDER_OF_THE_WINDOWS_PROGRAMS FOLDER_OF_THIS_SYSTEMS [KILLS]
 
 Each kill hits one command that writes: a rename, a copy over a macro, the conversion of a key file, the settings, a
 replacement in many macros. The twin of this system, which begins by ending what was cut short, then has to find every
@@ -16,7 +17,7 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from twin import ROOT, SITE, WINE, begin_wine, spelled
+from twin import SITE, WINE, begin_wine, spelled
 
 MACROS = 40  # in the folder where a replacement is killed
 WORK = "c:\\work\\macroWP1"
@@ -45,8 +46,9 @@ def commands(macros, keys):
 
 
 class Kills:
-    def __init__(self, program, folder):
-        self.windows, self.linux = [*WINE, str(program)], [str(ROOT / "build/release/bin/tessaly-cli")]
+    def __init__(self, folder):
+        self.windows = [*WINE, str(Path(sys.argv[1]).resolve() / "tessaly-cli.exe")]
+        self.linux = [str(Path(sys.argv[2]).resolve() / "tessaly-cli")]
         self.root, self.copy = folder / "site", folder / "copy"
         self.counts, self.faults, self.random = Counter(), [], random.Random(20)
         self.seen = set()  # every content that a macro has had
@@ -70,7 +72,7 @@ class Kills:
             if by_clock and time.monotonic() > end:
                 break
             if not by_clock and self.watch() != before:
-                time.sleep(self.random.expovariate(1 / (0.03 * last)))
+                time.sleep(self.random.choice((0, 0.004, 0.02)) * last * self.random.expovariate(1))
                 break
         else:
             self.lasting[kind] = time.monotonic() - began
@@ -105,9 +107,14 @@ class Kills:
         if self.run(self.linux, self.copy, words).returncode > 1:
             sys.exit(f"kills: cannot be done here: {words}")
         old, new = of_site(files(self.root)), of_site(files(self.copy))
-        if not self.killed(kind, words):
+        if self.killed(kind, words):
+            self.counts[self.check(kind, words, old, new), kind] += 1
+        else:
             self.counts["too late", kind] += 1
-        self.counts[self.check(kind, words, old, new), kind] += 1
+            self.check(kind, words, old, new)
+
+    def kills(self):
+        return sum(count for (state, _), count in self.counts.items() if state != "too late")
 
     def whole(self, words):
         """A command that nobody kills, after which nothing is left over in its folder."""
@@ -119,27 +126,26 @@ class Kills:
 
 
 def main():
-    program = Path(sys.argv[1]).resolve() / "tessaly-cli.exe"
-    wanted = int(sys.argv[2]) if len(sys.argv) > 2 else 200
+    wanted = int(sys.argv[3]) if len(sys.argv) > 3 else 200
     macros, keys = sorted(SITE.rglob("*.mac")), sorted(SITE.rglob("*.upk"))
     begin_wine()
     with tempfile.TemporaryDirectory(prefix="tessaly-kills-") as scratch:
-        kills = Kills(program, Path(scratch))
+        kills = Kills(Path(scratch))
         shutil.copytree(SITE, kills.root)
         work = kills.root / WATCHED[0]
         work.mkdir(parents=True)
         for number in range(MACROS):
             shutil.copy(macros[number % len(macros)], work / f"macro{number:03}.mac")
         for count, (kind, words) in enumerate(commands(macros, keys)):
-            if count == wanted:
+            if kills.kills() >= wanted or count >= 5 * wanted:
                 break
             kills.turn(kind, words)
             if count % 10 == 9:
                 kills.whole(["rename", f"{WORK}\\macro000.mac", f"Whole {count}"])
     for kind in ("rename", "copy", "convert", "settings", "replace"):
         print(f"{kind:10}" + "".join(f" {state} {kills.counts[state, kind]:4}" for state in ("old", "new", "too late")))
-    print("\n".join([*kills.faults, f"kills: {wanted}, {len(kills.faults)} faults"]))
-    return 1 if kills.faults else 0
+    print("\n".join([*kills.faults, f"kills: {kills.kills()}, {len(kills.faults)} faults"]))
+    return 1 if kills.faults or kills.kills() < wanted else 0
 
 
 if __name__ == "__main__":

@@ -148,31 +148,40 @@ prepare_libraries() {
   echo "windows: libraries built in $((SECONDS - began)) s: $libraries"
 }
 
-# The same of the toolkit. Without what the window does not use; the graphics that it does not use either have to stay,
-# because the part that knows the system does not link without. What was cut short is taken up where it stood.
+# What the window does not use. The graphics that it does not use either stay, because the part that knows the system does
+# not link without.
+toolkit_options() {
+  local name
+  for name in sql dbus vulkan openssl schannel ssl icu xml concurrent network testlib tabletevent direct2d1_1 graphicsview \
+    graphicseffect gif ico jpeg system_zlib system_png system_jpeg system_pcre2 system_doubleconversion system_freetype \
+    system_harfbuzz; do
+    echo "-DFEATURE_$name=OFF"
+  done
+  echo "-DBUILD_SHARED_LIBS=OFF -DCMAKE_BUILD_TYPE=Release -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=desktop"
+}
+
+# The same of the toolkit. What was cut short is taken up where it stood, by whichever checkout comes next: the folder of
+# the work holds all that it needs, and has one name, so that a compiler cache finds in it what it knows.
 prepare_toolkit() {
-  local key name options=()
-  key=$( (version_of qt6-base && cat "$here/toolchain.cmake" && declare -f prepare_toolkit) | sha256sum | cut -c 1-16)
+  local key
+  key=$( (version_of qt6-base && cat "$here/toolchain.cmake" && toolkit_options) | sha256sum | cut -c 1-16)
   toolkit=$cache/toolkit-$key
   [ -f "$toolkit/complete" ] && return
   local began=$SECONDS
   echo "windows: building the toolkit (20 to 60 minutes on two cores, once)"
-  for name in sql dbus vulkan openssl schannel ssl icu xml concurrent network tabletevent system_zlib system_png system_jpeg \
-    system_pcre2 system_doubleconversion system_freetype system_harfbuzz; do
-    options+=("-DFEATURE_$name=OFF")
-  done
-  work=$toolkit.work
-  if [ ! -f "$work/fetched" ]; then
+  work=$cache/toolkit.work
+  if [ "$(cat "$work/key" 2>/dev/null)" != "$key" ]; then
     rm -rf "$work"
     fetch qt6-base
-    touch "$work/fetched"
+    cp "$here/toolchain.cmake" "$work"
+    echo "$key" >"$work/key"
   fi
   export CCACHE_SLOPPINESS=pch_defines,time_macros  # of precompiled headers the contents count
-  cmake -S "$work/qt6-base" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" \
-    -DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DCMAKE_INSTALL_PREFIX="$toolkit" -DCMAKE_BUILD_TYPE=Release \
+  # shellcheck disable=SC2046  # words without blanks
+  cmake -S "$work/qt6-base" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$work/toolchain.cmake" \
+    -DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DCMAKE_INSTALL_PREFIX="$toolkit" \
     ${launcher:+-DCMAKE_C_COMPILER_LAUNCHER=$launcher -DCMAKE_CXX_COMPILER_LAUNCHER=$launcher} -DQT_HOST_PATH=/usr \
-    -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF \
-    -DQT_BUILD_TESTS=OFF -DINPUT_opengl=desktop "${options[@]}" >"$work/toolkit.log" &&
+    -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake $(toolkit_options) >"$work/toolkit.log" &&
     ninja -C "$work/build" install >>"$work/toolkit.log" || { tail -n 40 "$work/toolkit.log" >&2; return 1; }
   touch "$toolkit/complete"
   rm -rf "$work"

@@ -1,10 +1,11 @@
 #!/usr/bin/python3
-"""The command-line twin on this system and on Windows, set against each other: twin.py FOLDER_OF_THE_WINDOWS_PROGRAMS [--panel]
+"""The command-line twin on this system and on Windows, set against each other:
+twin.py FOLDER_OF_THE_WINDOWS_PROGRAMS FOLDER_OF_THIS_SYSTEMS [--panel]
 
 Each of some 200 commands runs on a copy of the sample site here, and under wine on another; output, errors and exit
-code have to be the same, and at the end all files, byte for byte; with --panel both then talk to a simulated panel, each to its own,
-over the network. What a command says of its own root or of the time
-of day is left out of the comparison, and so is the history, whose files are named after the time.
+code have to be the same, and at the end all files, byte for byte; with --panel both then talk to a simulated panel,
+each to its own, over the network. What a command says of its own root or of the time of day is left out of the
+comparison, and so is the history, whose files are named after the time.
 """
 import filecmp
 import os
@@ -167,7 +168,7 @@ def panel_differences(sides, panelsim, scratch, macro):
 
 
 def main():
-    here, there = ROOT / "build/release/bin/tessaly-cli", Path(sys.argv[1]).resolve() / "tessaly-cli.exe"
+    there, here = Path(sys.argv[1]).resolve() / "tessaly-cli.exe", Path(sys.argv[2]).resolve() / "tessaly-cli"
     macros, keys = sorted(SITE.rglob("*.mac")), sorted(SITE.rglob("*.upk"))
     commands = [*reading(macros, keys), *changing(macros, keys)]
     faults = []

@@ -5,7 +5,6 @@
 #include "model/RecordText.h"
 #include "platform/Files.h"
 #include "tests/support/TestSite.h"
-#include "tests/support/WatchedFlushes.h"
 
 namespace tessaly {
 namespace {
@@ -177,29 +176,6 @@ TEST(HistoryEntry, NamesThatAreNotOursAreNone) {
     EXPECT_EQ(entry->number, c.number) << c.end;
     EXPECT_EQ(entry->outsideRoot, c.outside) << c.end;
   }
-}
-
-// Whatever cannot be brought to the disk: a macro has its record, and a record its macro.
-TEST_F(MacroHistoryTest, WhatIsKeptIsKeptWithItsRecordOrNotAtAll) {
-  std::size_t flushed = 1;
-  bool unflushed = false;
-  for (std::size_t failing = 1; failing <= flushed; ++failing) {
-    site.write(kFile, std::to_string(failing));
-    Flushes flushes{{}, failing, EIO};
-    watched = &flushes;
-    const Outcome kept = history.keepFile(kFile, MacroChange::kSave);
-    watched = nullptr;
-    flushed = std::max(flushed, flushes.names.size());
-    unflushed = unflushed || (!kept && kept.written());
-    const std::vector<KeptMacro> all = history.list();
-    ASSERT_FALSE(kept.written() && all.empty()) << failing;
-    for (const KeptMacro& macro : all) EXPECT_TRUE(macro.place) << failing;
-    if (kept.written()) {
-      EXPECT_EQ(site.read(all.front().file), std::to_string(failing));
-    }
-    EXPECT_EQ(listFolder(site.root, "history\\2024-10-04").size(), 2 * all.size()) << failing;
-  }
-  EXPECT_TRUE(unflushed);
 }
 
 TEST_F(MacroHistoryTest, FilesElsewhereAreCountedApart) {

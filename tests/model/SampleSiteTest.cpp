@@ -112,7 +112,8 @@ TEST_F(SampleSiteTest, DecodingListsLoad) {
   for (const auto& file : std::filesystem::recursive_directory_iterator(
            root.resolve(R"(c:\Programme\RV48\bin\MacroCdCo_Tarrow)"))) {
     unsigned cd = 0, co = 0;
-    if (std::sscanf(file.path().filename().c_str(), "Cd-0x%2x-Co-0x%2x.ini", &cd, &co) != 2) continue;
+    if (std::sscanf(file.path().filename().string().c_str(), "Cd-0x%2x-Co-0x%2x.ini", &cd, &co) != 2)
+      continue;
     const auto list = lists.list(static_cast<std::uint8_t>(cd), static_cast<std::uint8_t>(co));
     ASSERT_NE(list, nullptr) << file.path();
     ++loaded;

@@ -95,7 +95,7 @@ TEST_F(PanelTest, AMacroIsCarriedOutAndWhatIsTypedIsChecked) {
   ASSERT_TRUE(soon([&] { return recorder.events().size() == 7; })) << "status 0, two values, what followed";
   const auto events = recorder.events();
   EXPECT_EQ(std::vector<std::string>(events.end() - 4, events.end()), wanted);
-  EXPECT_TRUE(logged("workplace 1, macro 007, command 2: QMF1.ME1.TRANSI.CUT, acts", 1));
+  EXPECT_TRUE(logged("workplace 1, macro 007, command 3: QMF1.ME1.TRANSI.CUT, acts", 1));
   EXPECT_TRUE(logged(clip + " = 0.750000", 1)) << "it is watched";
 
   // A run that is stopped, and one that gives way, do no more.

@@ -48,6 +48,27 @@ await "the saved macro" same_file "$copy_a" "$macro"
 [ "$(command_at "$macro" $((before + 1)))" = "ME 1 Key 2 Clip Set ==> 48.0%" ] ||
   fail "saved was $(command_at "$macro" $((before + 1)))"
 
+say "puts back what it was before, and what was saved"
+keys ctrl+shift+p
+await_window "Find an Act"
+write "history"
+keys Return
+await_window "History"
+picture history
+keys alt+p
+await_window "Tessaly"
+keys Return
+await "the macro as it was" commands_number "$macro" "$before"
+await_window "History"
+keys Home alt+p
+await_window "Tessaly"
+keys Return
+await "the macro as it was saved" commands_number "$macro" $((before + 1))
+await_window "History"
+keys Escape
+await_window "$main_title"
+await "what was put back in the pane" same_file "$copy_a" "$macro"
+
 say "connects pane B to the panel"
 keys F6 ctrl+1 shift+Tab shift+Tab space Right Tab ctrl+a
 write "$panel_address"

@@ -14,9 +14,11 @@
 namespace tessaly {
 namespace {
 
+using testing::_;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 using Column = CaptureModel::Column;
 using Strings = std::vector<std::string>;
@@ -176,6 +178,7 @@ TEST_F(CaptureWindowTest, WhatIsTickedIsTakenInOneEditAndCanBeTakenBack) {
   takeOver();
   EXPECT_THAT(taken_, ElementsAre(ElementsAre(std::pair(2, std::string("1")))));
   EXPECT_THAT(column(Column::kState), ElementsAre("same", "differs", "same"));
+  EXPECT_THAT(column(Column::kCommand), ElementsAre(_, HasSubstr("2"), Not(HasSubstr("3"))));
   EXPECT_THAT(label("outcome"), HasSubstr("1 values taken over"));
   change(before);
   EXPECT_THAT(column(Column::kState), ElementsAre("same", "differs", "differs"));
