@@ -1,18 +1,25 @@
 // Copying many macros from the main window: the panes, the undo and the next start go along.
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTableView>
 
 #include "review/BatchJournal.h"
+#include "review/Snapshot.h"
 #include "tests/app/PanelWindowFixture.h"
+#include "windows/CompareWindow.h"
 #include "windows/WorkplacesWindow.h"
 
 namespace tessaly {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 
 constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
@@ -76,6 +83,44 @@ TEST_F(WorkplacesTest, WhatTheHistoryCannotKeepIsNotSentOver) {
   click(window, "toRight");
   EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
   EXPECT_EQ(first_.read(1, "001"), fixture_.site.read(macroFile(kFolder, 1))) << "nothing stood there";
+}
+
+// Catches a choice that leads to another place, and a comparison of other macros than those of the row.
+TEST_F(WorkplacesTest, AFolderAndASnapshotStandBesideEachOtherAndTheirMacrosAreCompared) {
+  const MacroNumber seven = *MacroNumber::parse("007");
+  const Snapshot kept{
+      {first_.simulator.address(), ""}, {}, {2}, {{2, seven, "Kept", Panel::macro("Kept", {"PANEL.X"})}}};
+  ASSERT_TRUE(saveSnapshot(fixture_.site.root, "c:\\kept.zip", kept).written());
+  const WorkplacesWindow& window = open();
+  const auto choose = [&](const char* list, const QString& entry, const char* path) {
+    WindowDriver::answerNext([&](QDialog& dialog) {
+      auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      edit->setText(QString::fromStdString(fixture_.site.root.resolve(path).string()));
+      QTest::keyClick(edit, Qt::Key_Return);
+    });
+    auto* const box = window.findChild<QComboBox*>(QLatin1String(list));
+    box->setCurrentText(entry);
+    emit box->activated(box->currentIndex());
+    settle(window);
+    return box->currentText().toStdString();
+  };
+  EXPECT_THAT(choose("left", "Folder...", kFolder), HasSubstr("macroWP1"));
+  EXPECT_THAT(choose("right", "Snapshot...", "c:\\kept.zip"), HasSubstr("kept.zip: workplace 2"));
+  window.findChild<QCheckBox*>()->setChecked(false);
+  auto* const table = window.findChild<QTableView*>();
+  const auto found = table->model()->match(table->model()->index(0, 0), Qt::DisplayRole, "007", 1,
+                                           Qt::MatchContains | Qt::MatchWrap);
+  ASSERT_FALSE(found.empty());
+  table->setCurrentIndex(found.front());
+  click(window, "compare");
+  const auto* const compared = fixture_.window->findChild<CompareWindow*>();
+  ASSERT_NE(compared, nullptr);
+  WindowDriver::waitFor([&] { return compared->findChild<QAbstractItemView*>()->model()->rowCount() > 0; },
+                        "the comparison");
+  std::string headings;
+  for (const QLabel* label : compared->findChildren<QLabel*>())
+    headings += label->text().toStdString() + '\n';
+  EXPECT_THAT(headings, AllOf(HasSubstr("macroWP1, macro 007"), HasSubstr("workplace 2, macro 007")));
 }
 
 // All of it would be the same, and the panel's macros not looked at.
