@@ -94,7 +94,7 @@ class Browser : public QObject {
   template <class Result>
   [[nodiscard]] std::optional<Result> read(const std::string& place,
                                            std::function<Result(const SiteRoot& root)> look) {
-    auto found = beside_.block<Result>(PanelTransfer::Kind::kReads, tr("Reading %1").arg(shown(place)),
+    auto found = beside_.block<Result>(tr("Reading %1").arg(shown(place)),
                                        [root = site_.root, look = std::move(look)] { return look(root); });
     if (!found) emit said({Grade::kWarning, tr("NOT listed: %1 (it was cancelled)").arg(shown(place)), {}});
     return found;

@@ -8,13 +8,13 @@
 
 namespace tessaly {
 
-// The one place that knows what may run while a handler waits in an event loop of its own. A message box and
-// a transfer run such a loop in the middle of a handler, which still holds what it looked up before: whatever
-// would change a pane (names and workplaces that a panel publishes, the end of a value update, the end of an
-// attempt to connect, the loaded dictionary, boxes of other threads) goes through `whenFree` and waits until
-// the handler has returned. Painting, the box's own input and the collecting of values go on. The dialogs
-// that build commands hold nothing back: their handlers look everything up again when the dialog ends. GUI
-// thread.
+// The one place that knows what may run while a handler waits in an event loop of its own. A message box,
+// a transfer and a wait for the disk run such a loop in the middle of a handler, which still holds what it
+// looked up before: whatever would change a pane (names and workplaces that a panel publishes, the end of a
+// value update, the end of an attempt to connect, the loaded dictionary, boxes of other threads) goes through
+// `whenFree` and waits until the handler has returned. Painting, the box's own input and the collecting of
+// values go on. The dialogs that build commands hold nothing back: their handlers look everything up again
+// when the dialog ends. GUI thread.
 class EventGate : public QObject {
   Q_OBJECT
 

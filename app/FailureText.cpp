@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "app/PanelTransfer.h"
 #include "app/TransferText.h"
 #include "widgets/DialogText.h"
 
@@ -55,6 +56,7 @@ class FailureText {
         if (QString known = transferText(failure.text); !known.isEmpty()) return known;
         return tr("the panel: %1").arg(shown(failure.text));
       case Failure::Kind::kCancelled:
+        if (failure.text == kMayBeDoneYet) return tr("it was cancelled, but the disk may do it yet");
         return tr("it was cancelled");
       case Failure::Kind::kNoSnapshot:
         return tr("the snapshot: %1").arg(shown(failure.text));

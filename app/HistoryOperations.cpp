@@ -149,9 +149,10 @@ void HistoryOperations::putBackOnDisk(HistoryDialog& dialog, const KeptMacro& ma
 void HistoryOperations::write(HistoryDialog& dialog, const KeptMacro& macro, const std::string& path) {
   const MacroPlace place{path, {}, 0, {}};
   undo_.begin(puttingBack(macro), place);
-  const Outcome done = overwriting_.write(shown(path), [&](const SiteAccess&, const auto& mayLose) {
-    return history_.putBack(macro, path, mayLose);
-  });
+  const Outcome done = overwriting_.write(
+      shown(path), [&history = history_, macro, path](const SiteAccess&, const auto& mayLose) {
+        return history.putBack(macro, path, mayLose);
+      });
   const bool unflushed = !done && done.failure().kind == Failure::Kind::kUnflushed;
   if (done.written()) follow(place);
   const bool kept = done.written() ? undo_.finishOnDisk() : !history_.takeFailure();

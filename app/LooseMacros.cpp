@@ -71,9 +71,9 @@ void LooseMacros::saveAs(Pane pane) {
 
 bool LooseMacros::write(Pane pane, const std::string& path) {
   const std::string bytes = state(pane).copy.bytes();
-  const Outcome written =
-      overwriting_.write(shown(path), [&](const SiteAccess& site, const MacroHistory::MayLose& mayLose) {
-        return history_.change(
+  const Outcome written = overwriting_.write(
+      shown(path), [&history = history_, path, bytes](const SiteAccess& site, const auto& mayLose) {
+        return history.change(
             path, MacroChange::kSave, [&] { return writeFile(site.root, path, bytes); }, mayLose);
       });
   if (!written.written())

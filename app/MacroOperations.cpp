@@ -104,16 +104,17 @@ std::optional<std::string> MacroOperations::bytesOf(const std::string& file) con
 
 Outcome MacroOperations::change(const MacroTarget& target, MacroChange how,
                                 const std::function<Outcome(const SiteAccess& site)>& work) {
-  return overwriting_.write(macroInStrip(target), [&](const SiteAccess& site, const auto& mayLose) {
-    return history_.change(
-        target.file(), how, [&] { return work(site); }, mayLose);
+  return overwriting_.write(macroInStrip(target), [&history = history_, file = target.file(), how, work](
+                                                      const SiteAccess& site, const auto& mayLose) {
+    return history.change(
+        file, how, [&] { return work(site); }, mayLose);
   });
 }
 
 bool MacroOperations::reads(const MacroTarget& target) { return !transfers_.look(placeOf(target)).cancelled; }
 
 void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
-  const Outcome done = change(target, MacroChange::kCreate, [&](const SiteAccess& site) {
+  const Outcome done = change(target, MacroChange::kCreate, [target](const SiteAccess& site) {
     return tessaly::createMacro(site, target.name, target.file());
   });
   finishOnDisk(pane, target, done.written());
@@ -126,7 +127,10 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
 void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   auto loan = state(pane).copy.lend();
   if (!loan) return;
-  const Outcome made = tessaly::createMacro(site_, target.name, loan->path());
+  Outcome made;
+  if (!transfers_.beside().finish(tr("Writing %1").arg(macroInStrip(target)),
+                                  [&] { made = tessaly::createMacro(site_, target.name, loan->path()); }))
+    made = Failure{Failure::Kind::kCancelled, "was cancelled"};
   if (made)
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
                                         MacroChange::kCreate, overwriting_.asking(macroInStrip(target))));
@@ -189,30 +193,30 @@ bool MacroOperations::maySend(Pane from, const MacroRow& source) const {
 }
 
 std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QString& reason) {
-  if (state(from).snapshot) {
-    const auto bytes = browser(from).snapshotBytes(source.numberText);
-    const Outcome written =
-        bytes ? writeFile(site_.root, kClassicWorkingCopy, *bytes) : Failure{Failure::Kind::kMissing, {}};
-    reason = inBrackets(written);
-    return written ? std::string(kClassicWorkingCopy) : std::string();
-  }
-  if (!state(from).olderFamily) {
-    const std::string folder = browser(from).macroFolder();
-    return folder.empty() ? std::string() : macroFile(folder, source.numberText);
-  }
-  const std::string folder = browser(from).keyFolder();
-  if (folder.empty()) return {};
-  const Outcome converted = convertKeyFile(site_, displayUtf8(source.shownName()), kClassicWorkingCopy,
-                                           keyFile(folder, source.numberText));
-  reason = inBrackets(converted);
-  if (converted) {
+  const std::string folder =
+      state(from).olderFamily ? browser(from).keyFolder() : browser(from).macroFolder();
+  if (!state(from).snapshot && folder.empty()) return {};
+  if (!state(from).snapshot && !state(from).olderFamily) return macroFile(folder, source.numberText);
+  const auto held =
+      state(from).snapshot ? browser(from).snapshotBytes(source.numberText) : std::optional<std::string>();
+  int lost = 0;
+  Outcome made = Failure{Failure::Kind::kMissing, {}};
+  const auto make = [&] {
+    if (state(from).snapshot) {
+      if (held) made = writeFile(site_.root, kClassicWorkingCopy, *held);
+      return;
+    }
+    const std::string file = keyFile(folder, source.numberText);
+    made = convertKeyFile(site_, displayUtf8(source.shownName()), kClassicWorkingCopy, file);
     KeyFile key;
-    key.load(site_.root, keyFile(folder, source.numberText),
-             keyFileIndex(keyFile(folder, source.numberText)));
-    const auto lost = static_cast<int>(key.unreadable().size());
-    if (lost > 0) reason = tr(" (%n commands of the key cannot be read in a macro)", nullptr, lost);
-  }
-  return converted ? std::string(kClassicWorkingCopy) : std::string();
+    if (made) key.load(site_.root, file, keyFileIndex(file));
+    lost = static_cast<int>(key.unreadable().size());
+  };
+  if (!transfers_.beside().finish(tr("Reading %1").arg(nameInStrip(source.text())), make))
+    made = Failure{Failure::Kind::kCancelled, "was cancelled"};
+  reason = made && lost > 0 ? tr(" (%n commands of the key cannot be read in a macro)", nullptr, lost)
+                            : inBrackets(made);
+  return made ? std::string(kClassicWorkingCopy) : std::string();
 }
 
 void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroTarget& target) {
@@ -238,8 +242,9 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     tellCopied(source, target, reason, undo_.finish(bytesOf(file)), sent);
     return;
   }
-  const Outcome copied =
-      change(target, how, [&](const SiteAccess& site) { return copyFile(site.root, file, target.file()); });
+  const Outcome copied = change(target, how, [file, target](const SiteAccess& site) {
+    return copyFile(site.root, file, target.file());
+  });
   finishOnDisk(to, target, copied.written());
   if (copied.written())
     tellCopied(source, target, reason + inBrackets(copied), undo_.finishOnDisk(),
@@ -251,14 +256,20 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
   const Pane from = other(to);
   if (browser(from).workplace() <= 0) return;
-  bool came = false;
-  const auto fetch = [&]() -> Outcome {
-    came = transfers_.download(connection_.address(from), browser(from).workplace(), source.numberText,
-                               target.file());
-    return {};
+  Outcome tried;
+  std::optional<Failure> lost;
+  const auto attempt = [&](const MacroHistory::MayLose& mayLose) {
+    return transfers_.download(connection_.address(from), browser(from).workplace(), source.numberText,
+                               target.file(), [&](const MacroHistory::Work& fetch) {
+                                 tried = history_.change(target.file(), MacroChange::kCopy, fetch, mayLose);
+                               });
   };
-  const Outcome tried =
-      history_.change(target.file(), MacroChange::kCopy, fetch, overwriting_.asking(macroInStrip(target)));
+  // Asked between two tries, as whenever a macro is overwritten.
+  bool came = attempt([&lost](const Failure& why) {
+    lost = why;
+    return false;
+  });
+  if (lost && overwriting_.asking(macroInStrip(target))(*lost)) came = attempt({});
   finishOnDisk(to, target, came);
   if (came)
     tellCopied(source, target, {}, undo_.finishOnDisk());
@@ -329,12 +340,12 @@ void MacroOperations::renameOnPanel(const MacroTarget& target, const std::string
 }
 
 void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name) {
-  std::string given = name;
   if (!reads(target)) {
     tellNotDone(target, tr("NOT renamed: %1%2").arg(macroInStrip(target), transfers_.reason()));
     return;
   }
-  const Outcome done = change(target, MacroChange::kRename, [&](const SiteAccess& site) {
+  const Outcome done = change(target, MacroChange::kRename, [target, name](const SiteAccess& site) {
+    std::string given = name;
     return tessaly::renameMacro(site, target.file(), given);
   });
   finishOnDisk(pane, target, done.written());
@@ -361,8 +372,9 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
     tellNotDone(target, tr("NOT deleted: %1%2").arg(macroInStrip(target), transfers_.reason()));
     return;
   }
-  const Outcome done = change(target, MacroChange::kDelete,
-                              [&](const SiteAccess& site) { return removeFile(site.root, target.file()); });
+  const Outcome done = change(target, MacroChange::kDelete, [target](const SiteAccess& site) {
+    return removeFile(site.root, target.file());
+  });
   browser(pane).listMacros();
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);

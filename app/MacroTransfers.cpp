@@ -38,9 +38,19 @@ Grade MacroTransfers::sentGrade() const {
 }
 
 bool MacroTransfers::download(const std::string& address, int workplace, const std::string& number,
-                              const std::string& file) {
-  return run(tr("Fetching macro %1 from the panel").arg(shown(number)),
-             [&](PanelMacros& macros) { return macros.download(address, workplace, number, file); });
+                              const std::string& file, const Around& around) {
+  return run(tr("Fetching macro %1 from the panel").arg(shown(number)), [&](PanelMacros& macros) {
+    TransferOutcome came{FtpClient::Result::kFailed};
+    const auto fetch = [&]() -> Outcome {
+      came = macros.download(address, workplace, number, file);
+      return {};
+    };
+    if (around)
+      around(fetch);
+    else
+      static_cast<void>(fetch());
+    return came;
+  });
 }
 
 bool MacroTransfers::upload(const std::string& address, int workplace, const std::string& number,
@@ -115,9 +125,8 @@ MacroTransfers::Present MacroTransfers::lookOnPanel(const MacroPlace& place) {
 }
 
 Expected<std::string> MacroTransfers::read(const std::string& file) {
-  auto bytes =
-      panel_.block<Expected<std::string>>(PanelTransfer::Kind::kReads, tr("Reading %1").arg(shown(file)),
-                                          [root = site_.root, file] { return readFile(root, file); });
+  auto bytes = panel_.block<Expected<std::string>>(
+      tr("Reading %1").arg(shown(file)), [root = site_.root, file] { return readFile(root, file); });
   return bytes ? *std::move(bytes) : Failure{Failure::Kind::kCancelled, {}};
 }
 

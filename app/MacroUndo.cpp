@@ -38,7 +38,7 @@ bool MacroUndo::finish(const std::optional<std::string>& left) {
 }
 
 bool MacroUndo::finishOnDisk() {
-  const auto bytes = readFile(site_.root, pending_.place.file);
+  const auto bytes = transfers_.read(pending_.place.file);
   return finish(bytes ? std::optional(*bytes) : std::nullopt);
 }
 
@@ -103,10 +103,15 @@ MacroUndo::Result MacroUndo::run(const Entry& entry) {
     return notDone(entry, tr("no pane is connected to the panel %1").arg(shown(entry.place.address)));
   std::string before;
   if (entry.kept) {
-    const auto macro = history_.find(*entry.kept);
-    auto bytes = macro ? readOwnFile(site_.root, macro->file) : Expected<std::string>(Failure{});
-    if (!bytes) return notDone(entry, tr("the history no longer has what was there before"), true);
-    before = *std::move(bytes);
+    auto bytes = transfers_.beside().block<Expected<std::string>>(
+        tr("Reading the history"),
+        [&history = history_, &root = site_.root, id = *entry.kept]() -> Expected<std::string> {
+          const auto macro = history.find(id);
+          return macro ? readOwnFile(root, macro->file) : Failure{};
+        });
+    if (!bytes) return notDone(entry, tr("nothing has been changed"));
+    if (!*bytes) return notDone(entry, tr("the history no longer has what was there before"), true);
+    before = **std::move(bytes);
   }
   const MacroTransfers::Present looked = transfers_.look(entry.place);
   if (!looked.trouble.isEmpty()) return notDone(entry, looked.trouble);
@@ -121,11 +126,19 @@ MacroUndo::Result MacroUndo::run(const Entry& entry) {
   return entry.kept ? putBack(entry, before) : remove(entry);
 }
 
+Outcome MacroUndo::change(const Entry& entry, MacroChange how, const Work& work) {
+  return transfers_.beside().write(tr("Undoing %1").arg(entry.name), [&history = history_, &root = site_.root,
+                                                                      how, work, file = entry.place.file] {
+    return history.change(file, how, [&] { return work(root, file); });
+  });
+}
+
 MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& bytes) {
   const MacroPlace& place = entry.place;
   if (!onPanel(place)) {
-    const Outcome written = history_.change(place.file, MacroChange::kPutBack,
-                                            [&] { return writeFile(site_.root, place.file, bytes); });
+    const Outcome written =
+        change(entry, MacroChange::kPutBack,
+               [bytes](const SiteRoot& root, const auto& file) { return writeFile(root, file, bytes); });
     if (!written.written()) return notDone(entry, failureText(written.failure()));
     open_.follow(place);
     return done(tr("undone: %1; what was there before is back in %2").arg(entry.name, shown(place.file)));
@@ -144,8 +157,7 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
 MacroUndo::Result MacroUndo::remove(const Entry& entry) {
   const MacroPlace& place = entry.place;
   if (!onPanel(place)) {
-    const Outcome removed =
-        history_.change(place.file, MacroChange::kDelete, [&] { return removeFile(site_.root, place.file); });
+    const Outcome removed = change(entry, MacroChange::kDelete, &removeFile);
     if (!removed.written()) return notDone(entry, failureText(removed.failure()));
     open_.follow(place);
     return done(tr("undone: %1; %2 is deleted, as there was none before").arg(entry.name, shown(place.file)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -73,6 +74,9 @@ class MacroUndo : public QObject {
 
   void add(Entry entry);
   [[nodiscard]] Result run(const Entry& entry);
+  // A file of the disk, after what it holds is kept; `work` owns what it touches.
+  using Work = std::function<Outcome(const SiteRoot& root, const std::string& file)>;
+  [[nodiscard]] Outcome change(const Entry& entry, MacroChange how, const Work& work);
   [[nodiscard]] Result putBack(const Entry& entry, const std::string& bytes);
   [[nodiscard]] Result remove(const Entry& entry);
   [[nodiscard]] Result renameBack(const Entry& entry, const std::string& present);

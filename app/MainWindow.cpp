@@ -58,6 +58,9 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   for (const Pane pane : kPanes) {
     PaneRoom& here = room(pane);
     here.state = std::make_unique<PaneState>(kPaneDescriptors[index(pane)], *here.view, context.site);
+    here.state->copy.setBeside([this](const std::function<void()>& work) {
+      return transfer_.finish(tr("Writing the working copy"), work);
+    });
     here.browser =
         std::make_unique<Browser>(*here.state, context.site, lines_, connection_, panelNames_, transfer_);
   }
@@ -315,12 +318,12 @@ void MainWindow::readSettingsFile() {
   connection_.setTexts(Pane::kB, windows1252ToUtf8(settings_.pathB), windows1252ToUtf8(settings_.addressB));
 }
 
-Outcome MainWindow::writeSettingsFile() {
+const Settings& MainWindow::settingsNow() {
   settings_.pathA = utf8ToWindows1252(room(Pane::kA).browser->pathWithoutSnapshot());
   settings_.pathB = utf8ToWindows1252(room(Pane::kB).browser->pathWithoutSnapshot());
   settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
   settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
-  return writeSettings(context_.site.root, settings_);
+  return settings_;
 }
 
 bool MainWindow::event(QEvent* event) {

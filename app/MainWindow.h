@@ -96,7 +96,7 @@ class MainWindow : public QMainWindow {
   void connectPanel();
   void connectStrip();
   void readSettingsFile();
-  Outcome writeSettingsFile();
+  [[nodiscard]] const Settings& settingsNow();
   void dictionaryLoaded();
   void updateControls();
   void showDemo();

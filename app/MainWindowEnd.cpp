@@ -22,12 +22,12 @@ void hideWindowsOf(const QWidget& owner) {
 }  // namespace
 
 void MainWindow::keepState() {
-  static_cast<void>(writeSettingsFile());
+  static_cast<void>(writeSettings(context_.site.root, settingsNow()));
   keepPlaces();
 }
 
 bool MainWindow::end() {
-  transfer_.cancel();
+  transfer_.cancel(PanelTransfer::End::kWriting);
   if (const bool ended = desk_->end(); !ended || transfer_.busy()) return false;
   keepState();
   hideWindowsOf(*this);
@@ -62,7 +62,8 @@ bool MainWindow::mayClose() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (const bool ended = desk_->end(); !ended || transfer_.busy()) {
-    // What runs is given up first; the window closes as soon as its handler has returned.
+    // What runs is given up first, but for writing, which is waited for; the window closes as soon as its
+    // handler has returned.
     transfer_.cancel();
     QTimer::singleShot(kCloseAgainMilliseconds, this, &MainWindow::close);
     event->ignore();
@@ -74,7 +75,17 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   // Saved or discarded by now: nothing is to be offered at the next start.
   for (const Pane pane : kPanes) room(pane).state->copy.close();
-  if (const Outcome written = writeSettingsFile(); !written)
+  const auto put = [&root = context_.site.root, settings = settingsNow()] {
+    return writeSettings(root, settings);
+  };
+  const QString label = tr("Writing the settings");
+  Outcome written;
+  // Behind a thread that was given up it would wait for that.
+  if (!PanelTransfer::leftBehind())
+    written = transfer_.write(label, put);
+  else
+    static_cast<void>(transfer_.finish(label, [&] { written = put(); }));
+  if (!written)
     context_.site.messages.show(
         tr("The settings could not be written: %1").arg(failureText(written.failure())).toStdString());
   keepPlaces();

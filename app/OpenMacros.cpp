@@ -65,8 +65,7 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
     file.load(root, path, keyFileIndex(path));
     return file;
   };
-  auto file = transfers_.beside().block<KeyFile>(PanelTransfer::Kind::kReads,
-                                                 tr("Opening %1").arg(nameInStrip(row.text())), load);
+  auto file = transfers_.beside().block<KeyFile>(tr("Opening %1").arg(nameInStrip(row.text())), load);
   if (!file) {
     const Failure cancelled{Failure::Kind::kCancelled, {}};
     emit said({Grade::kFailure, tr("NOT opened: %1%2").arg(nameInStrip(row.text()), inBrackets(cancelled)),
@@ -119,11 +118,13 @@ Expected<std::optional<Macro>> OpenMacros::fetch(Pane pane, const MacroTarget& t
   else if (auto held = browser(pane).snapshotBytes(target.numberText))
     bytes = *std::move(held);
   if (!bytes) return bytes.failure();
-  auto macro = transfers_.beside().block<Expected<Macro>>(PanelTransfer::Kind::kReads,
-                                                          tr("Opening %1").arg(macroInStrip(target)),
+  auto macro = transfers_.beside().block<Expected<Macro>>(tr("Opening %1").arg(macroInStrip(target)),
                                                           [bytes = *bytes] { return Macro::read(bytes); });
   if (!macro) return Failure{Failure::Kind::kCancelled, {}};
-  if (const Outcome written = writeFile(site_.root, file, *bytes); !written) return written.failure();
+  Outcome written;
+  static_cast<void>(transfers_.beside().finish(tr("Opening %1").arg(macroInStrip(target)),
+                                               [&] { written = writeFile(site_.root, file, *bytes); }));
+  if (!written) return written.failure();
   return *macro ? std::optional<Macro>(**std::move(macro)) : std::nullopt;
 }
 
@@ -175,8 +176,12 @@ void OpenMacros::forget(const MacroPlace& changed) {
   }
 }
 
-bool OpenMacros::keepUnsaved(const WorkingCopy& copy) {
-  return copy.macro() && history_.keep(copy.bytes(), placeOf(*copy.target()), MacroChange::kUnsaved).done();
+Outcome OpenMacros::keepUnsaved(const WorkingCopy& copy) {
+  const MacroTarget& target = *copy.target();
+  return transfers_.beside().write(tr("Keeping the changes of %1 in the history").arg(macroInStrip(target)),
+                                   [&history = history_, bytes = copy.bytes(), place = placeOf(target)] {
+                                     return history.keep(bytes, place, MacroChange::kUnsaved);
+                                   });
 }
 
 // Nobody's work is overwritten unseen. Who compares has not decided: the save ends as by a cancel, so that
@@ -260,29 +265,51 @@ void OpenMacros::noteListed(Pane pane, const MacroTarget& saved) {
     if (row.numberText == saved.numberText) row.check = contentCheck(state(pane).copy.bytes());
 }
 
-bool OpenMacros::write(WorkingCopy& copy, QString& reason) {
+Outcome OpenMacros::writeOnDisk(const WorkingCopy& copy) {
+  const MacroTarget& target = *copy.target();
+  return transfers_.beside().write(
+      tr("Saving %1").arg(macroInStrip(target)),
+      [&history = history_, &root = site_.root, file = target.file(), bytes = copy.bytes()] {
+        return history.change(file, MacroChange::kSave, [&] { return writeFile(root, file, bytes); });
+      });
+}
+
+OpenMacros::Written OpenMacros::write(WorkingCopy& copy) {
   const MacroTarget target = *copy.target();
-  if (target.source == PaneSource::kHarddisk) {
-    const Outcome saved =
-        history_.change(target.file(), MacroChange::kSave, [&copy] { return copy.saveToDisk(); });
-    if (!saved) reason = inBrackets(saved.failure());
-    return saved.written();
-  }
-  auto loan = copy.lendToRead();
-  if (!loan) {
-    reason = inBrackets(loan.failure());
-    return false;
+  const bool onDisk = target.source == PaneSource::kHarddisk;
+  auto loan = copy.lendToSave(onDisk ? WorkingCopy::Needs::kBytes : WorkingCopy::Needs::kFile);
+  if (!loan || onDisk) {
+    const Outcome saved = loan ? writeOnDisk(copy) : loan.failure();
+    const Failure::Kind why = saved ? Failure::Kind::kUnflushed : saved.failure().kind;
+    return {saved.written(), why == Failure::Kind::kCancelled,
+            saved ? QString() : inBrackets(saved.failure()), loan && loan->putRight()};
   }
   static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
                                       MacroChange::kSave));
-  reason = transfers_.reason();
-  return transfers_.sent();
+  return {transfers_.sent(), false, transfers_.reason(), loan->putRight()};
+}
+
+void OpenMacros::tellSaved(Pane pane, const Written& written, bool kept) {
+  const MacroTarget target = *state(pane).copy.target();
+  QString text = written.done        ? tr("saved: %1%2")
+                 : written.cancelled ? tr("NOT saved: %1%2; its changes are still unsaved")
+                 : kept              ? tr("NOT saved: %1%2; the history keeps the changes")
+                                     : tr("NOT saved: %1%2; only this pane still holds the changes");
+  text = text.arg(macroInStrip(target), written.reason);
+  if (written.putRight)
+    text = tr("%1; another program had changed the working copy, which was put right").arg(text);
+  const bool unkept = history_.takeFailure().has_value();
+  if (unkept) text = tr("%1; the history could not keep what was there before").arg(text);
+  if (!written.done && !written.cancelled) emit saveFailed(pane, text);
+  const Grade sent = target.source == PaneSource::kPanel ? transfers_.sentGrade() : Grade::kDone;
+  const Grade grade = !written.done ? Grade::kFailure : written.putRight || unkept ? Grade::kWarning : sent;
+  emit said({grade, text, placeInWindow(target)});
 }
 
 OpenMacros::Saved OpenMacros::save(Pane pane) {
   WorkingCopy& copy = state(pane).copy;
   const std::optional<MacroTarget> target = copy.target();
-  if (!copy.edited() && !copy.saveOwed()) return Saved::kNothing;
+  if (copy.lent() || (!copy.edited() && !copy.saveOwed())) return Saved::kNothing;
   const bool panel = target && target->source == PaneSource::kPanel;
   if (!target || (panel && target->workplace <= 0)) {
     emit said(
@@ -307,37 +334,29 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said({Grade::kFailure, refusal, placeInWindow(*target)});
     return Saved::kNothing;
   }
-  const bool replaced = copy.fileChanged();
-  QString reason;
-  const bool saved = write(copy, reason);
+  const Written written = write(copy);
+  if (written.cancelled) {
+    tellSaved(pane, written, false);
+    return Saved::kNothing;
+  }
   // Edit state ends all the same, and the next macro that is opened takes the working copy's place.
-  const bool kept = !saved && keepUnsaved(copy);
-  if (saved)
+  const bool kept = !written.done && copy.macro() && keepUnsaved(copy).done();
+  if (written.done)
     copy.noteSaved();
   else
     copy.leaveEditState(kept ? WorkingCopy::Record::kRemove : WorkingCopy::Record::kKeep);
-  if (saved || kept) browser(pane).catchUp();
-  QString text = saved  ? tr("saved: %1%2")
-                 : kept ? tr("NOT saved: %1%2; the history keeps the changes")
-                        : tr("NOT saved: %1%2; only this pane still holds the changes");
-  text = text.arg(macroInStrip(*target), reason);
-  if (replaced) text = tr("%1; another program had changed the working copy, which was put right").arg(text);
-  const bool unkept = history_.takeFailure().has_value();
-  if (unkept) text = tr("%1; the history could not keep what was there before").arg(text);
-  if (!saved) emit saveFailed(pane, text);
-  const Grade sent = panel ? transfers_.sentGrade() : Grade::kDone;
-  const Grade grade = !saved ? Grade::kFailure : replaced || unkept ? Grade::kWarning : sent;
-  emit said({grade, text, placeInWindow(*target)});
-  if (saved) {
-    noteListed(pane, *target);
-    follow(*target, pane);
-  }
-  return saved ? Saved::kDone : Saved::kFailed;
+  if (written.done || kept) browser(pane).catchUp();
+  tellSaved(pane, written, kept);
+  if (!written.done) return Saved::kFailed;
+  noteListed(pane, *target);
+  follow(*target, pane);
+  return Saved::kDone;
 }
 
 void OpenMacros::discard(Pane pane) {
-  emit macroChosen();
   WorkingCopy& copy = state(pane).copy;
+  if (copy.lent()) return;
+  emit macroChosen();
   if (copy.loose()) {
     copy.leaveEditState();
     const Outcome again = copy.showLooseAgain(discardStepName());
@@ -348,7 +367,16 @@ void OpenMacros::discard(Pane pane) {
   }
   const std::optional<MacroTarget> noted = copy.target();
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
-  const bool kept = noted && copy.differs() && keepUnsaved(copy);
+  bool kept = false;
+  if (noted && copy.macro() && copy.differs()) {
+    const Outcome keeping = keepUnsaved(copy);
+    kept = keeping.done();
+    if (!keeping && keeping.failure().kind == Failure::Kind::kCancelled) {
+      emit said(
+          {Grade::kFailure, tr("NOT discarded%1").arg(inBrackets(keeping.failure())), placeInWindow(target)});
+      return;
+    }
+  }
   copy.leaveEditState();
   const bool opened = !target.numberText.empty() && openTarget(pane, target, discardStepName());
   browser(pane).catchUp();

@@ -82,8 +82,16 @@ class OpenMacros : public QObject {
   // Whether a place holds something that neither the list nor a pane nor a transfer has read or written.
   [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;
   void noteListed(Pane pane, const MacroTarget& saved);
-  [[nodiscard]] bool write(WorkingCopy& copy, QString& reason);
-  [[nodiscard]] bool keepUnsaved(const WorkingCopy& copy);
+  struct Written {
+    bool done = false;
+    bool cancelled = false;  // nothing has been tried, or nobody knows what has become of it
+    QString reason = {};
+    bool putRight = false;  // the working copy, which another program had changed
+  };
+  [[nodiscard]] Written write(WorkingCopy& copy);
+  [[nodiscard]] Outcome writeOnDisk(const WorkingCopy& copy);
+  Outcome keepUnsaved(const WorkingCopy& copy);
+  void tellSaved(Pane pane, const Written& written, bool kept);
 
   PaneAccesses panes_;
   SiteAccess site_;

@@ -1,6 +1,9 @@
 #include "app/Overwriting.h"
 
+#include <memory>
+#include <mutex>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/FailureText.h"
@@ -19,6 +22,29 @@ QString selectedText(const ListBox& list) {
   const ListRow* row = list.selected();
   return row != nullptr ? shown(row->text) : QString();
 }
+
+// What a writing has told by the end, if it has come to that while somebody waited.
+class Told {
+ public:
+  void put(std::vector<std::string> texts, std::optional<Failure> lost) {
+    const std::scoped_lock guard(mutex_);
+    texts_ = std::move(texts);
+    lost_ = std::move(lost);
+  }
+  std::optional<Failure> takeLost() {
+    const std::scoped_lock guard(mutex_);
+    return std::exchange(lost_, std::nullopt);
+  }
+  std::vector<std::string> takeTexts() {
+    const std::scoped_lock guard(mutex_);
+    return std::exchange(texts_, {});
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::string> texts_;
+  std::optional<Failure> lost_;
+};
 
 }  // namespace
 
@@ -54,20 +80,25 @@ MacroHistory::MayLose Overwriting::asking(const QString& what) const {
 
 // The user is asked between two tries: a box cannot be answered while the window waits.
 Outcome Overwriting::write(const QString& what, const Writing& writing) const {
-  std::vector<std::string> told;
-  CollectedMessages messages(told);
-  const SiteAccess beside{site_.root, messages, site_.beforeChange};
-  std::optional<Failure> lost;
-  const auto attempt = [&](const MacroHistory::MayLose& mayLose) {
-    return *transfers_.beside().block<Outcome>(PanelTransfer::Kind::kWrites, tr("Writing %1").arg(what),
-                                               [&] { return writing(beside, mayLose); });
+  const auto told = std::make_shared<Told>();
+  const auto attempt = [&](bool mayLose) {
+    return transfers_.beside().write(tr("Writing %1").arg(what), [told, mayLose, writing, site = site_] {
+      std::vector<std::string> texts;
+      CollectedMessages messages(texts);
+      std::optional<Failure> lost;
+      const auto ask = [&lost](const Failure& why) {
+        lost = why;
+        return false;
+      };
+      Outcome done = writing({site.root, messages, site.beforeChange},
+                             mayLose ? MacroHistory::MayLose() : MacroHistory::MayLose(ask));
+      told->put(std::move(texts), std::move(lost));
+      return done;
+    });
   };
-  Outcome done = attempt([&lost](const Failure& why) {
-    lost = why;
-    return false;
-  });
-  if (lost && asking(what)(*lost)) done = attempt({});
-  for (const std::string& text : told) site_.messages.show(text);
+  Outcome done = attempt(false);
+  if (const auto lost = told->takeLost(); lost && asking(what)(*lost)) done = attempt(true);
+  for (const std::string& text : told->takeTexts()) site_.messages.show(text);
   return done;
 }
 

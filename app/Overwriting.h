@@ -29,6 +29,7 @@ class Overwriting {
   // says so once more. `what` tells people which macro.
   [[nodiscard]] MacroHistory::MayLose asking(const QString& what) const;
   // Writes a file of the site beside the window, asks by the same, and shows then what there is to be shown.
+  // `writing` owns what it touches (PanelTransfer::write).
   using Writing = std::function<Outcome(const SiteAccess& site, const MacroHistory::MayLose& mayLose)>;
   Outcome write(const QString& what, const Writing& writing) const;
 

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QEventLoop>
 #include <QProgressDialog>
 #include <QShortcut>
@@ -11,12 +12,14 @@
 #include <QWindow>
 
 #include "app/MessageBoxes.h"
+#include "platform/WayBack.h"
 
 namespace tessaly {
 
 namespace {
 
-constexpr int kQuietMilliseconds = 300;  // a transfer that is over by then shows nothing
+constexpr std::chrono::milliseconds kWriteCancel{
+    2000};  // a slow disk is not cancelled by a key meant for the window
 
 constexpr int kThousandths = 1000;
 constexpr int kLookMilliseconds = 20;  // between two looks whether what blocks is over
@@ -62,6 +65,8 @@ class InputGuard : public QObject {
   QWidget& allowed_;
 };
 
+Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
+
 // In front of a dialog that keeps the window from being used.
 QWidget* ownerIn(QWidget* window) {
   QWidget* const modal = QApplication::activeModalWidget();
@@ -71,14 +76,36 @@ QWidget* ownerIn(QWidget* window) {
 class Progress : public QProgressDialog {
  public:
   Progress(const QString& label, bool withCancel, QWidget* window)
-      : QProgressDialog(label, PanelTransfer::tr("Cancel"), 0, 0, ownerIn(window)) {
+      : QProgressDialog(label, {}, 0, 0, ownerIn(window)) {
     setWindowModality(Qt::NonModal);  // see InputGuard
     setWindowTitle(QLatin1String(kProgramName));
     setMinimumDuration(INT_MAX);  // shown by our own timer
     setAutoClose(false);
     setAutoReset(false);
-    if (!withCancel) setCancelButton(nullptr);
+    if (withCancel) offerCancel();
   }
+
+  void offerCancel() {
+    offered_ = true;
+    setCancelButtonText(PanelTransfer::tr("Cancel"));
+  }
+  [[nodiscard]] bool offered() const { return offered_; }
+  // Pressing Cancel hides it.
+  void go(const QString& label) {
+    reset();
+    setLabelText(label);
+    show();
+  }
+  void reject() override {}  // what is waited for stays in sight
+
+ protected:
+  void closeEvent(QCloseEvent* event) override {
+    event->ignore();
+    if (offered_) emit canceled();
+  }
+
+ private:
+  bool offered_ = false;
 };
 
 }  // namespace
@@ -97,38 +124,91 @@ bool PanelTransfer::runLong(const QString& label, const std::function<void(const
   return runBeside(label, {work, cancel, {}});
 }
 
-// The result is looked for, not told: who is given up tells nobody.
-bool PanelTransfer::await(Kind kind, const QString& label, const std::function<void()>& task,
-                          const Over& over) {
-  try {
-    std::thread(task).detach();
-  } catch (const std::system_error&) {
-    task();  // no thread to be had
+Outcome PanelTransfer::write(const QString& label, std::function<Outcome()> work) {
+  const auto way = std::make_shared<WayBack>();
+  ++writing_;
+  const auto task = std::make_shared<std::packaged_task<Outcome()>>(
+      [way, turn = turn_, work = std::move(work)]() -> Outcome {
+        const std::scoped_lock guard(*turn);
+        const WayBack::Walk walk(*way);
+        Outcome outcome = WayBack::givenUp() ? cancelledFailure() : work();
+        --writing_;
+        return outcome;
+      });
+  std::future<Outcome> result = task->get_future();
+  WayBack::Left left{};
+  const auto leave = [&] {
+    left = way->giveUp();
+    return true;
+  };
+  if (await({label, [task] { (*task)(); }, isOver(result), leave, kWriteCancel, true})) return result.get();
+  switch (left) {
+    case WayBack::Left::kAsBefore:
+      return cancelledFailure();
+    case WayBack::Left::kUnknown:
+      return Failure{Failure::Kind::kCancelled, kMayBeDoneYet};
+    case WayBack::Left::kChanged:
+      return Failure{Failure::Kind::kUnflushed, "is there, but may not survive a power cut"};
   }
-  if (over(std::chrono::milliseconds(kQuietMilliseconds))) return true;
+  return {};
+}
+
+bool PanelTransfer::finish(const QString& label, const std::function<void()>& work) {
+  const auto task = std::make_shared<std::packaged_task<void()>>(work);
+  const std::future<void> done = task->get_future();
+  bool wanted = true;
+  const auto leave = [&wanted] { return wanted = false; };
+  static_cast<void>(await({label, [task] { (*task)(); }, isOver(done), leave, kWriteCancel, true}));
+  return wanted;
+}
+
+// The result is looked for, not told: who is given up tells nobody.
+bool PanelTransfer::await(const Waiting& waiting) {
+  try {
+    std::thread(waiting.task).detach();
+  } catch (const std::system_error&) {
+    waiting.task();  // no thread to be had
+  }
+  return waiting.over(kQuiet) || showWaiting(waiting);
+}
+
+bool PanelTransfer::showWaiting(const Waiting& waiting) {
   const EventGate::Hold hold(&gate_);
   QEventLoop loop;
-  bool given = false, done = false;
-  const Work waiting{
-      {}, kind == Kind::kReads ? std::function<void()>([&] { given = true, loop.quit(); }) : nullptr, {}};
-  const Work* const before = std::exchange(running_, &waiting);
-  Progress progress(label, waiting.cancel != nullptr, window_);
-  QObject::connect(&progress, &QProgressDialog::canceled, &loop, [this] { cancel(); });
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, &loop, [&] {
-    done = over(std::chrono::milliseconds(0));
+  bool left = false, done = false;
+  Progress progress(waiting.label, waiting.offered <= kQuiet, window_);
+  const auto lookWhether = [&] {
+    done = waiting.over(std::chrono::milliseconds(0));
     if (done) loop.quit();
-  });
+  };
+  const auto cancelled = [&] {
+    if (progress.offered()) lookWhether();
+    if (!progress.offered() || done) return;
+    left = waiting.leave();
+    if (left)
+      loop.quit();
+    else
+      progress.go(tr("Cancelling as soon as the disk answers: %1").arg(waiting.label));
+  };
+  const Work work{{}, cancelled, {}, waiting.writes};
+  const Work* const before = std::exchange(running_, &work);
+  QObject::connect(&progress, &QProgressDialog::canceled, &loop, cancelled);
+  QTimer look, offer;
+  QObject::connect(&look, &QTimer::timeout, &loop, lookWhether);
   look.start(kLookMilliseconds);
+  QObject::connect(&offer, &QTimer::timeout, &progress, &Progress::offerCancel);
+  offer.setSingleShot(true);
+  if (!progress.offered()) offer.start(waiting.offered - kQuiet);
   const InputGuard guard(progress);
   progress.show();
-  while (!done && !given) loop.exec();
+  while (!done && !left) loop.exec();
   running_ = before;
   return done;
 }
 
-void PanelTransfer::cancel() {
-  if (running_ != nullptr && running_->cancel) running_->cancel();
+void PanelTransfer::cancel(End end) {
+  if (running_ == nullptr || !running_->cancel) return;
+  if (!running_->writes || end == End::kWriting) running_->cancel();
 }
 
 bool PanelTransfer::runBeside(const QString& label, const Work& work) {
@@ -164,17 +244,15 @@ bool PanelTransfer::runBeside(const QString& label, const Work& work) {
 
   QObject::connect(&progress, &QProgressDialog::canceled, &loop, [&] {
     cancel();
-    QTimer::singleShot(kQuietMilliseconds, &progress, [&] {
+    QTimer::singleShot(kQuiet, &progress, [&] {
       if (finished || work.cancelling.isEmpty()) return;
-      progress.reset();
-      progress.setLabelText(work.cancelling);
-      progress.show();
+      progress.go(work.cancelling);
     });
   });
   QTimer late;
   late.setSingleShot(true);
   QObject::connect(&late, &QTimer::timeout, &loop, &QEventLoop::quit);
-  late.start(kQuietMilliseconds);
+  late.start(kQuiet);
 
   // Input of the first moments is not lost: it is handled once the work is over or the progress is shown.
   loop.exec(QEventLoop::ExcludeUserInputEvents);

@@ -33,6 +33,9 @@ class Preferences {
   [[nodiscard]] QByteArray place(const QString& name) const;
   void setPlace(const QString& name, const QByteArray& state);
 
+  // What is kept by now is on the disk.
+  void write() { file_.sync(); }
+
  private:
   QSettings file_;
 };

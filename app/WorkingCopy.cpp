@@ -57,11 +57,29 @@ std::optional<WorkingCopy::Loan> WorkingCopy::lend() {
   return Loan(*this, false);
 }
 
-Expected<WorkingCopy::Loan> WorkingCopy::lendToRead() {
+// Nothing else changes meanwhile, whatever asks for it.
+bool WorkingCopy::runBeside(const std::function<void()>& work) {
+  if (!beside_) return work(), true;
+  const bool before = std::exchange(lent_, true);
+  const bool wanted = beside_(work);
+  lent_ = before;
+  return wanted;
+}
+
+Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
   if (Outcome allowed = changeable(); !allowed) return allowed.failure();
-  if (Outcome right = restoreFile(); !right.written()) return right.failure();
-  steps_.noteSaving();
-  return Loan(*this, true);
+  if (!target_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
+  Loan loan(*this, true);
+  Outcome right;
+  const bool wanted = runBeside([&] {
+    settleAhead();
+    loan.putRight_ = fileChanged();
+    if (loan.putRight_) right = writeFile(site_.root, path_, macro_->bytes());
+    steps_.noteSaving();
+  });
+  if (needs == Needs::kFile && !right.written()) return right.failure();
+  if (!wanted) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+  return Expected<Loan>(std::move(loan));
 }
 
 Outcome WorkingCopy::restoreFile() {
@@ -291,17 +309,15 @@ void WorkingCopy::settleAhead() {
   if (ahead_.valid()) ahead_.wait();
 }
 
-Outcome WorkingCopy::saveToDisk() {
-  if (Outcome allowed = changeable(); !allowed) return allowed;
-  if (!target_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
-  static_cast<void>(restoreFile());  // a mirror only: the save does not hang on it
-  steps_.noteSaving();
-  return writeFile(site_.root, target_->file(), macro_->bytes());
-}
-
 void WorkingCopy::noteSaved() {
-  fetched_ = macro_->check();
-  steps_.noteSaved(fetched_);
+  const auto check = macro_->check();
+  static_cast<void>(runBeside([this, check] {
+    steps_.writeSaved(check);
+    if (record_) recovery_.remove();
+  }));
+  fetched_ = check;
+  steps_.setSaved(fetched_);
+  record_.reset();
   leaveEditState();
 }
 
@@ -317,12 +333,12 @@ void WorkingCopy::noteSavedAs(std::optional<MacroTarget> target) {
 }
 
 void WorkingCopy::leaveEditState(Record record) {
-  edited_ = false;
   if (record == Record::kRemove) {
     // A record that an earlier run left is not this one's to remove.
-    if (record_) recovery_.remove();
+    if (record_) static_cast<void>(runBeside([this] { recovery_.remove(); }));
     record_.reset();
   }
+  edited_ = false;
   emit changed();
 }
 

@@ -44,11 +44,14 @@ class WorkingCopy : public QObject {
   // only.
   class Loan {
    public:
-    Loan(Loan&& other) noexcept : copy_(std::exchange(other.copy_, nullptr)), keeps_(other.keeps_) {}
+    Loan(Loan&& other) noexcept
+        : copy_(std::exchange(other.copy_, nullptr)), keeps_(other.keeps_), putRight_(other.putRight_) {}
     Loan& operator=(Loan&&) = delete;
     ~Loan();
 
     [[nodiscard]] const std::string& path() const { return copy_->path_; }
+    // Something else had changed the file, which was put right for this.
+    [[nodiscard]] bool putRight() const { return putRight_; }
     // Ends the loan: shows what the file holds now as the macro of `target`, or, when it was not filled, as
     // that of none. With the name of a step it is one more step of the macro that was shown, if that is of
     // the same place. The failure is that of reading it, which `read` spares: what the file holds, as a
@@ -62,12 +65,15 @@ class WorkingCopy : public QObject {
 
     WorkingCopy* copy_;
     bool keeps_;  // for reading only: what is shown stays
+    bool putRight_ = false;
   };
 
   // To be filled; none while there are unsaved changes or another loan.
   [[nodiscard]] std::optional<Loan> lend();
-  // To be sent to the target; the file is that of the macro by then. The failure is that of writing it.
-  [[nodiscard]] Expected<Loan> lendToRead();
+  // To be saved to the target. To be sent there the file has to be that of the macro by then, and the failure
+  // is that of writing it; else it is a mirror only, and the save does not hang on it.
+  enum class Needs { kFile, kBytes };
+  [[nodiscard]] Expected<Loan> lendToSave(Needs needs);
 
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
   Outcome clear();
@@ -99,6 +105,10 @@ class WorkingCopy : public QObject {
   Outcome jumpTo(std::size_t position);
   // Why an end of the program now would lose the unsaved changes; once, until they are on the disk again.
   [[nodiscard]] std::optional<Failure> takeRecordTrouble() { return std::exchange(recordTrouble_, {}); }
+  // Runs what is written for a save, and when edit state ends, to its end while the window stays alive. False
+  // when the user has cancelled meanwhile. Without one it is run at once.
+  using Beside = std::function<bool(const std::function<void()>& work)>;
+  void setBeside(Beside beside) { beside_ = std::move(beside); }
   // Asked what is selected when a change begins.
   void setSelection(std::function<std::vector<int>()> selection) { selection_ = std::move(selection); }
 
@@ -112,8 +122,6 @@ class WorkingCopy : public QObject {
   // Puts right what else has become of the file. The failure is that of writing it.
   Outcome restoreFile();
 
-  // Writes the macro over the target's file on the harddisk.
-  Outcome saveToDisk();
   // The target holds the macro now.
   void noteSaved();
   // The macro has been saved to a place, which is its own from now on; without one it was saved to a file
@@ -180,6 +188,7 @@ class WorkingCopy : public QObject {
   [[nodiscard]] std::optional<EditStep> stepTo(const Macro& before, const Macro& after, StepNote note) const;
   [[nodiscard]] std::optional<MacroPlace> place() const;
   Outcome install(Macro macro, std::vector<int> selected);
+  bool runBeside(const std::function<void()>& work);
   void goOn(const std::optional<Macro>& before, const std::string& step);
   void settleAhead();
   void noteEdit();
@@ -197,6 +206,7 @@ class WorkingCopy : public QObject {
   Marks marks_;
   std::vector<int> selected_;
   std::function<std::vector<int>()> selection_;
+  Beside beside_;
   StepsFile steps_;
   std::optional<MacroTarget> target_;
   std::optional<Macro> loose_;           // what its file held, of a macro that has no place of its own

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "app/Application.h"
 #include "app/FirstStart.h"
 #include "app/Language.h"
+#include "app/PanelTransfer.h"
 #include "app/ScreenFit.h"
 #include "app/WindowPlaces.h"
 #include "platform/Installation.h"
@@ -49,7 +51,8 @@ int startAnew(const QStringList& arguments, const std::string& root) {
   return QProcess::startDetached(QCoreApplication::applicationFilePath(), words) ? kDone : kNotStarted;
 }
 
-int runOn(const tessaly::StartOptions& options, tessaly::Preferences& preferences, std::string& nextRoot) {
+int runOn(const tessaly::StartOptions& options, tessaly::Preferences& preferences,
+          const QStringList& arguments, std::string& nextRoot) {
   tessaly::Application application(options, &preferences);
   switch (application.claimRoot()) {
     case tessaly::RootClaim::kOurs:
@@ -63,6 +66,11 @@ int runOn(const tessaly::StartOptions& options, tessaly::Preferences& preference
   application.start();
   const int result = QApplication::exec();
   nextRoot = application.nextRoot();
+  if (tessaly::PanelTransfer::leftBehind()) {
+    // A thread waits for a disk that does not answer, with the objects that would go now.
+    preferences.write();
+    std::_Exit(nextRoot.empty() ? result : startAnew(arguments, nextRoot));
+  }
   return result;
 }
 
@@ -101,6 +109,6 @@ int main(int argc, char** argv) {
   if (!site) return kNotStarted;
   options->root = site->option();
   std::string nextRoot;
-  const int result = runOn(*options, preferences, nextRoot);
+  const int result = runOn(*options, preferences, arguments, nextRoot);
   return nextRoot.empty() ? result : startAnew(arguments, nextRoot);
 }

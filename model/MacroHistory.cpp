@@ -12,6 +12,7 @@
 #include "platform/PendingFile.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
+#include "platform/WayBack.h"
 
 namespace tessaly {
 namespace {
@@ -142,7 +143,8 @@ Outcome MacroHistory::writeEntry(const HistoryEntry& entry, std::string_view rec
   return written ? made : written;
 }
 
-Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, MacroChange change) {
+Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, MacroChange change,
+                            std::optional<std::string>& id) {
   if (bytes.size() > limits_.bytes / kShareOfOne)
     return Failure{Failure::Kind::kTooLarge, "cannot be kept: it is too large"};
   // A folder that may not survive a power cut is no reason to keep nothing, and is told in the end.
@@ -160,7 +162,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   const auto newest = std::find_if(entries_.rbegin(), entries_.rend(),
                                    [&key](const HistoryEntry& entry) { return entry.key() == key; });
   if (newest != entries_.rend() && same(*newest, bytes, place)) {
-    kept_ = newest->id();
+    id = newest->id();
     return {};
   }
   if (auto left = leaveReserve(bytes.size()); !left) return left;
@@ -173,7 +175,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   auto written = writeEntry(entry, historyRecord(bytes, place, change), bytes);
   if (!written.written()) return written;
   entries_.push_back(entry);
-  kept_ = entry.id();
+  id = entry.id();
   makeRoom(entry.outsideRoot);
   return written ? made : written;
 }
@@ -214,25 +216,27 @@ void MacroHistory::drop(std::size_t index) {
   fs::remove(folder_ / dropped.day, ignored);  // fails, and is to fail, while anything is left in it
 }
 
-void MacroHistory::noteFailure(const Failure& failure) {
-  const std::scoped_lock guard(mutex_);
-  failure_ = failure;
+void MacroHistory::note(std::optional<Failure> failure, std::optional<std::string> kept) {
+  if (WayBack::givenUp()) return;
+  const std::scoped_lock guard(toldMutex_);
+  kept_ = std::move(kept);
+  if (failure) failure_ = std::move(failure);
 }
 
 Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
-  const std::scoped_lock guard(mutex_);
-  kept_.reset();
-  auto stored = [&]() -> Outcome {
+  std::optional<std::string> id;
+  const auto stored = [&]() -> Outcome {
+    const std::scoped_lock guard(mutex_);
     if (bytes.size() > limits_.bytes / kShareOfOne) return systemFailure(EFBIG, "kept");
     try {
-      return store(bytes, place.file.empty() ? place : placeOfFile(place.file), change);
+      return store(bytes, place.file.empty() ? place : placeOfFile(place.file), change, id);
     } catch (const std::bad_alloc&) {
       return systemFailure(ENOMEM, "kept");
     } catch (const std::exception& problem) {  // a file system that answers out of order
       return Failure{Failure::Kind::kDiskError, std::string("cannot be kept: ") + problem.what()};
     }
   }();
-  if (!stored) failure_ = stored.failure();
+  note(stored ? std::nullopt : std::optional(stored.failure()), std::move(id));
   return stored;
 }
 
@@ -241,8 +245,11 @@ Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
   if (bytes) return keep(*bytes, {std::string(path), {}, 0, {}}, change);
   const Failure::Kind why = bytes.failure().kind;
   const bool isNone = why == Failure::Kind::kInTheWay && !isRegularFile(root_, path);
-  if (why == Failure::Kind::kMissing || isNone) return {};
-  noteFailure(bytes.failure());
+  if (why == Failure::Kind::kMissing || isNone) {
+    note(std::nullopt);
+    return {};
+  }
+  note(bytes.failure());
   return bytes.failure();
 }
 
@@ -264,12 +271,12 @@ Outcome MacroHistory::change(std::string_view path, MacroChange change, const Wo
 }
 
 std::optional<Failure> MacroHistory::takeFailure() {
-  const std::scoped_lock guard(mutex_);
+  const std::scoped_lock guard(toldMutex_);
   return std::exchange(failure_, std::nullopt);
 }
 
 std::optional<std::string> MacroHistory::takeKept() {
-  const std::scoped_lock guard(mutex_);
+  const std::scoped_lock guard(toldMutex_);
   return std::exchange(kept_, std::nullopt);
 }
 

@@ -58,7 +58,7 @@ class MacroHistory : public MacroKeeper {
   // Not done when there is a file of the site that could not be kept. No file is nothing to keep.
   Outcome keepFile(std::string_view path, MacroChange change);
   Outcome keep(std::string_view bytes, const MacroPlace& place, MacroChange change) override;
-  void notFetched(const Failure& why) override { noteFailure(why); }
+  void notFetched(const Failure& why) override { note(why); }
 
   // Why something could not be kept since the last call: the last one.
   [[nodiscard]] std::optional<Failure> takeFailure();
@@ -86,7 +86,9 @@ class MacroHistory : public MacroKeeper {
   [[nodiscard]] static bool onDrive(const MacroPlace& place);
   void load();
   void removeLeftOvers() const;
-  Outcome store(std::string_view bytes, const MacroPlace& place, MacroChange change);
+  // `id` is that of what is kept, if anything is.
+  Outcome store(std::string_view bytes, const MacroPlace& place, MacroChange change,
+                std::optional<std::string>& id);
   [[nodiscard]] HistoryEntry nextEntry(std::uint64_t size, const MacroPlace& place);
   Outcome writeEntry(const HistoryEntry& entry, std::string_view record, std::string_view bytes);
   [[nodiscard]] bool same(const HistoryEntry& entry, std::string_view bytes, const MacroPlace& place) const;
@@ -95,17 +97,19 @@ class MacroHistory : public MacroKeeper {
   void drop(std::size_t index);
   [[nodiscard]] std::filesystem::path host(const HistoryEntry& entry, const char* ending) const;
   [[nodiscard]] KeptMacro read(const HistoryEntry& entry) const;
-  void noteFailure(const Failure& failure);
+  // What nobody asks for any more (WayBack) is not noted.
+  void note(std::optional<Failure> failure, std::optional<std::string> kept = {});
 
   const SiteRoot& root_;
   std::filesystem::path folder_;
   Limits limits_;
   Clock clock_;
-  std::mutex mutex_;  // over what follows
-  std::optional<Failure> failure_;
-  std::optional<std::string> kept_;
+  std::mutex mutex_;                  // over what follows; held while the disk is at it
   std::deque<HistoryEntry> entries_;  // oldest first
   std::string seen_;                  // the lock file's text when the entries were last known to be all
+  std::mutex toldMutex_;              // over what follows; a leaf
+  std::optional<Failure> failure_;
+  std::optional<std::string> kept_;
 };
 
 }  // namespace tessaly

@@ -92,13 +92,8 @@ void StepsFile::settle(bool done) {
     size_ -= lastSize_;
 }
 
-void StepsFile::noteSaved(const std::optional<ContentCheck>& saved) {
+void StepsFile::writeSaved(const std::optional<ContentCheck>& saved) {
   if (size_ > 0) write(StepsSaved{saved});
-  row_.setSaved(saved);
-}
-
-void StepsFile::noteSaving() {
-  if (size_ > 0) write(StepsSaved{});
 }
 
 // Behind what is there, or the whole row with it.

@@ -42,8 +42,14 @@ class StepsFile {
   void settle(bool done);
   // What the macro's place holds, if that is known. It is not while the place is being written: a start after
   // a program that died then must not take the old content for what is there.
-  void noteSaved(const std::optional<ContentCheck>& saved);
-  void noteSaving();
+  void noteSaved(const std::optional<ContentCheck>& saved) {
+    writeSaved(saved);
+    setSaved(saved);
+  }
+  // Its two parts: the file and the row.
+  void writeSaved(const std::optional<ContentCheck>& saved);
+  void setSaved(const std::optional<ContentCheck>& saved) { row_.setSaved(saved); }
+  void noteSaving() { writeSaved({}); }
 
   // Since it was last asked.
   [[nodiscard]] std::optional<StepsTrouble> takeTrouble() { return std::exchange(trouble_, std::nullopt); }

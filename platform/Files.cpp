@@ -14,6 +14,7 @@
 #include "platform/RegularFile.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
+#include "platform/WayBack.h"
 
 namespace tessaly {
 namespace {
@@ -53,6 +54,14 @@ Outcome outcomeOf(int error, std::string_view doing) {
 }
 
 bool isFolder(const fs::path& path) { return kindAt(path) == EntryKind::kFolder; }
+
+Outcome removeNow(const fs::path& host, bool users) {
+  WayBack::Change change(users);
+  if (!change.allowed()) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+  Outcome removed = outcomeOf(removeEntry(host), "removed");
+  if (removed) change.done();
+  return removed;
+}
 
 }  // namespace
 
@@ -127,7 +136,7 @@ Outcome removeFile(const SiteRoot& root, std::string_view path) {
   const FolderEntry entry = users ? entryAt(host) : FolderEntry{};
   if (entry.kind == EntryKind::kFile && entry.writeProtected)
     return Failure{Failure::Kind::kWriteProtected, "cannot be removed: the file is write-protected"};
-  if (auto removed = outcomeOf(removeEntry(host), "removed"); !removed || !users) return removed;
+  if (auto removed = removeNow(host, users); !removed || !users) return removed;
   const fs::path folder = host.has_parent_path() ? host.parent_path() : ".";
   return flushFolder(folder.string(), "is removed, but a power cut may bring it back");
 }

@@ -13,6 +13,7 @@
 
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
+#include "platform/WayBack.h"
 
 namespace tessaly {
 namespace {
@@ -143,6 +144,16 @@ bool PendingFile::write(std::string_view bytes) {
   return good();
 }
 
+void PendingFile::putInPlace() {
+  WayBack::Change change(policy_.keepsMode);
+  if (!change.allowed())
+    fail({Failure::Kind::kCancelled, "was cancelled"});
+  else if (std::rename(temporary_.c_str(), target_.c_str()) != 0)
+    fail(errno, "put in place");
+  else
+    change.done();
+}
+
 Outcome PendingFile::commit(Sync sync) {
   if (!good()) return failure_ ? *failure_ : systemFailure(EBADF, "written");
   // The lock goes with the last descriptor, and has to last until the name is the target's.
@@ -152,7 +163,7 @@ Outcome PendingFile::commit(Sync sync) {
   if (finishedMode_ && ::fchmod(file_.number(), *finishedMode_) != 0) fail(errno, "given its mode");
   if (!failure_ && !flush(file_)) fail(errno, "flushed to the disk");
   if (!file_.close()) fail(errno, "written");
-  if (!failure_ && std::rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno, "put in place");
+  if (!failure_) putInPlace();
   if (failure_) {
     discard();
     return *failure_;

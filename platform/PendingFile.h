@@ -43,7 +43,8 @@ class PendingFile {
   enum class Sync { kFileAndFolder, kFileOnly };
   // Brings the bytes to the disk and the name to the target, a new file with mode 0644 less the umask. With
   // `kFileOnly` the name is left to the next file that is committed into this folder. After a failure the
-  // target is as it was, except for `kUnflushed`: it is written then.
+  // target is as it was, except for `kUnflushed`: it is written then. Whoever gives up the calling thread
+  // (WayBack) keeps the name from being taken.
   Outcome commit(Sync sync = Sync::kFileAndFolder);
 
  private:
@@ -56,6 +57,7 @@ class PendingFile {
   static std::string temporaryName();
   bool open();  // false leaves no file, and its reason in errno
   void takeOverMode();
+  void putInPlace();
   void fail(int error, std::string_view doing);
   void fail(Failure failure);
   void discard();

@@ -10,6 +10,7 @@
 #include "platform/SiteRoot.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
+#include "platform/WayBack.h"
 
 namespace tessaly {
 namespace {
@@ -184,14 +185,22 @@ bool PendingFile::write(std::string_view bytes) {
   return good();
 }
 
+// While it is open, so that nobody takes it for a leftover.
+void PendingFile::putInPlace() {
+  WayBack::Change change(policy_.keepsMode);
+  if (!change.allowed())
+    fail({Failure::Kind::kCancelled, "was cancelled"});
+  else if (const int error = replace(hostPath(temporary_), hostPath(target_)))
+    fail(error, "put in place");
+  else
+    change.done();
+}
+
 Outcome PendingFile::commit(Sync) {
   if (!good()) return failure_ ? *failure_ : systemFailure(EBADF, "written");
   takeOverMode();
   if (!failure_ && !flush(file_)) fail(errno, "flushed to the disk");
-  // While it is open, so that nobody takes it for a leftover.
-  if (!failure_) {
-    if (const int error = replace(hostPath(temporary_), hostPath(target_))) fail(error, "put in place");
-  }
+  if (!failure_) putInPlace();
   if (failure_) {
     discard();
     return *failure_;

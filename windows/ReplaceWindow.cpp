@@ -292,6 +292,10 @@ void ReplaceWindow::endWriting(const Outcome& outcome) {
     tell(done);
   else if (count > 0)
     tell(tr("%1 NOT in the others: %2").arg(done, surroundings_.failureText(*why)));
+  else if (written_.failed)
+    tell(tr("NOTHING was replaced: %1 (%2)")
+             .arg(shown(model_.macros()[items_[*written_.failed]].place.title()),
+                  surroundings_.failureText(*why)));
   else
     tell(tr("NOTHING was replaced: %1").arg(surroundings_.failureText(*why)));
   if (count > 0) emit replaced(tr("replacement in %n macros", nullptr, count), written_.traces);

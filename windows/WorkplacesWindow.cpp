@@ -63,7 +63,7 @@ WorkplacesWindow::WorkplacesWindow(Ways ways, QWidget* owner)
   connect(ui_->compare, &QPushButton::clicked, this, &WorkplacesWindow::compareCurrent);
   connect(ui_->toLeft, &QPushButton::clicked, this, [this] { copy(Way::kToLeft); });
   connect(ui_->toRight, &QPushButton::clicked, this, [this] { copy(Way::kToRight); });
-  connect(ui_->retry, &QPushButton::clicked, this, &WorkplacesWindow::startCopy);
+  connect(ui_->retry, &QPushButton::clicked, this, &WorkplacesWindow::copyAgain);
   connect(ui_->cancel, &QPushButton::clicked, this, &WorkplacesWindow::cancel);
   connect(&model_, &WorkplacesModel::ticked, this, &WorkplacesWindow::showControls);
   ui_->table->setFocus();
@@ -255,8 +255,16 @@ void WorkplacesWindow::copy(Way way) {
   startCopy();
 }
 
-void WorkplacesWindow::startCopy() {
+// The panes may show more with unsaved changes than they did the first time.
+void WorkplacesWindow::copyAgain() {
   if (busy() || !copy_) return;
+  std::vector<MacroPlace> failed;
+  for (std::size_t i = 0; i < copied_.size(); ++i)
+    if (model_.rows()[copied_[i]].failed) failed.push_back(targets_[i]);
+  if (ways_.mayWrite(failed)) startCopy();
+}
+
+void WorkplacesWindow::startCopy() {
   for (const std::size_t row : copied_)
     if (model_.rows()[row].failed || model_.rows()[row].result.isEmpty())
       model_.setResult(row, tr("waits"), true);

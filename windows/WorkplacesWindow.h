@@ -76,6 +76,7 @@ class WorkplacesWindow : public ReviewWindow {
   void showTitles();
   void endReading(const Outcome& outcome);
   void copy(Way way);
+  void copyAgain();
   void startCopy();
   void look();
   void endLook(const Outcome& outcome);

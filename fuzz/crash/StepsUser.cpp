@@ -92,7 +92,9 @@ bool CrashStepsUser::act() {
     case Act::kRedo:
       return copy_->redo().done();
     case Act::kSave:
-      if (!copy_->saveToDisk()) return false;
+      if (const auto loan = copy_->lendToSave(WorkingCopy::Needs::kBytes);
+          !loan || !writeFile(site_.root, target().file(), copy_->bytes()))
+        return false;
       copy_->noteSaved();
       return true;
     case Act::kEdit:

@@ -67,7 +67,9 @@ class PaneFiles {
   }
 
   bool save() {
-    if (!copy_.saveToDisk()) return false;
+    if (const auto loan = copy_.lendToSave(WorkingCopy::Needs::kBytes);
+        !loan || !writeFile(root_, target().file(), copy_.bytes()))
+      return false;
     copy_.noteSaved();
     return true;
   }

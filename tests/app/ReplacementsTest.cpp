@@ -79,7 +79,7 @@ TEST_F(PanelWindowTest, AReplacementOnAPanelIsVerifiedToldAndUndone) {
   };
   const auto told = [&] { return window.findChild<QLabel*>("outcome")->text().toStdString(); };
   replace(true);
-  EXPECT_THAT(told(), HasSubstr("NOTHING was replaced: "));
+  EXPECT_THAT(told(), HasSubstr("NOTHING was replaced: 000")) << "which one it was";
   EXPECT_EQ(first_.read(1, "000"), shorter);
   EXPECT_EQ(first_.read(1, "007"), longer);
   replace(false);

@@ -39,6 +39,12 @@ struct WorkingCopyTest : testing::Test, TestSite {
     return macro ? macro->commands().at(0).parameters.at(0).value : "none";
   }
 
+  // As the window saves to the disk.
+  [[nodiscard]] bool save() {
+    const auto loan = copy.lendToSave(WorkingCopy::Needs::kBytes);
+    return loan && writeFile(root, kTarget.file(), copy.bytes());
+  }
+
   WorkingCopy copy{access(), kWorking, RecoveryFile(root, 'A')};
 };
 
@@ -65,7 +71,7 @@ TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
   const auto commands = CommandFragment::of(*copy.macro(), {0});
   ASSERT_TRUE(copy.apply(SetValues{{{0, "2"}}}));
   {
-    const auto loan = copy.lendToRead();
+    const auto loan = copy.lendToSave(WorkingCopy::Needs::kFile);
     ASSERT_TRUE(loan);
     write(kWorking, "what a transfer has made of it");
     const MacroEdit edits[] = {RemoveCommands{{0}}, MoveCommands{{1}, 0},
@@ -73,9 +79,8 @@ TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
     for (const MacroEdit& edit : edits) EXPECT_FALSE(copy.apply(edit)) << edit.index();
     EXPECT_FALSE(copy.rewrite());
     EXPECT_FALSE(copy.undo());
-    EXPECT_FALSE(copy.saveToDisk());
     EXPECT_TRUE(copy.restoreFile());
-    EXPECT_FALSE(copy.lendToRead());
+    EXPECT_FALSE(save());
     EXPECT_EQ(read(kWorking), "what a transfer has made of it");
   }
   EXPECT_TRUE(copy.edited()) << "reading takes nothing away";
@@ -90,7 +95,7 @@ TEST_F(WorkingCopyTest, WhatIsShownIsWhatIsSavedWhateverBecameOfTheFile) {
     else
       write(kWorking, "<macro name=\"Other\"><data/></macro>");
     EXPECT_TRUE(copy.fileChanged());
-    EXPECT_TRUE(copy.saveToDisk());
+    EXPECT_TRUE(save());
     copy.noteSaved();
     EXPECT_EQ(valueIn(kTarget.file().c_str()), removed ? "3" : "2");
     EXPECT_EQ(read(kWorking), copy.bytes());
@@ -115,7 +120,7 @@ TEST_F(WorkingCopyTest, ASaveThatFailedIsOwedUntilItIsSettled) {
   ASSERT_TRUE(copy.apply(RemoveCommands{{1}}));
   copy.leaveEditState(WorkingCopy::Record::kKeep);
   EXPECT_TRUE(copy.saveOwed() && recorded());
-  ASSERT_TRUE(copy.saveToDisk());
+  ASSERT_TRUE(save());
   copy.noteSaved();
   EXPECT_FALSE(copy.saveOwed() || recorded()) << "what is saved is not offered at the next start";
   ASSERT_TRUE(copy.undo());
@@ -150,17 +155,13 @@ TEST_F(WorkingCopyTest, WhatIsSavedIsUnknownWhileItIsBeingSaved) {
     start.begin(placeOf(kTarget), copy.macro()->check());
     return start.row().saved().has_value();
   };
-  const std::function<bool()> saves[] = {[this] { return copy.saveToDisk().done(); },
-                                         [this] { return copy.lendToRead().has_value(); }};
-  for (const auto& save : saves) {
-    ASSERT_TRUE(copy.apply(RemoveCommands{{copy.commandCount() - 1}}, {{}, {copy.commandCount() - 1}}));
-    EXPECT_TRUE(copy.selectedAfterChange().empty()) << "that command has gone";
-    EXPECT_TRUE(known());
-    EXPECT_TRUE(save());
-    EXPECT_FALSE(known());
-    copy.noteSaved();
-    EXPECT_TRUE(known());
-  }
+  ASSERT_TRUE(copy.apply(RemoveCommands{{copy.commandCount() - 1}}, {{}, {copy.commandCount() - 1}}));
+  EXPECT_TRUE(copy.selectedAfterChange().empty()) << "that command has gone";
+  EXPECT_TRUE(known());
+  EXPECT_TRUE(save());
+  EXPECT_FALSE(known());
+  copy.noteSaved();
+  EXPECT_TRUE(known());
 }
 
 // Catches a discard that goes back behind the last save.
