@@ -15,6 +15,12 @@ namespace {
 
 constexpr int kTextWidth = 440;  // pixels, to start with; the last column takes the rest
 
+// As wide as what comes later needs, too.
+void fitShortColumns(QHeaderView& header) {
+  for (const int column : {MessageLog::kTime, MessageLog::kGrade})
+    header.setSectionResizeMode(column, QHeaderView::ResizeToContents);
+}
+
 }  // namespace
 
 MessagesDialog::MessagesDialog(MessageLog& log, QWidget* parent)
@@ -27,6 +33,7 @@ MessagesDialog::MessagesDialog(MessageLog& log, QWidget* parent)
   connect(copies, &QShortcut::activated, this, &MessagesDialog::copy);
   connect(ui_->copy, &QPushButton::clicked, this, &MessagesDialog::copy);
   connect(ui_->close, &QPushButton::clicked, this, &QDialog::accept);
+  fitShortColumns(*ui_->messages->header());
   ui_->messages->header()->resizeSection(MessageLog::kText, kTextWidth);
 }
 
@@ -37,9 +44,7 @@ void MessagesDialog::present() {
       log_.index(0, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   ui_->messages->setFocus();
   show();
-  // As wide as what comes later needs, too, whatever width was kept.
-  for (const int column : {MessageLog::kTime, MessageLog::kGrade})
-    ui_->messages->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+  fitShortColumns(*ui_->messages->header());  // whatever widths were kept
   raise();
   activateWindow();
 }

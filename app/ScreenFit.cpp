@@ -18,6 +18,13 @@ namespace {
 // Until a window manager has put a frame around the window.
 constexpr int kFrameMilliseconds = 150;
 
+// Under Wayland nobody tells what the desktop's own bars leave, nor where a window is.
+QRect roomOn(const QScreen& screen) {
+  constexpr int kBars = 44;  // pixels
+  const bool untold = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+  return screen.availableGeometry().adjusted(0, 0, 0, untold ? -kBars : 0);
+}
+
 // The row of buttons at the foot of a dialog, taken out of its layout; null where there is none, or no room
 // for it.
 QLayout* takeFoot(QLayout& layout, int width) {
@@ -79,8 +86,7 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event) {
   const auto kind = window.windowType();
   if (!window.isWindow() || (kind != Qt::Window && kind != Qt::Dialog)) return false;
   const auto fit = [at = QPointer(&window)] {
-    if (at != nullptr && !at->isMaximized() && !at->isFullScreen())
-      fitInto(*at, at->screen()->availableGeometry());
+    if (at != nullptr && !at->isMaximized() && !at->isFullScreen()) fitInto(*at, roomOn(*at->screen()));
   };
   fit();
   QTimer::singleShot(kFrameMilliseconds, this, fit);

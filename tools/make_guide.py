@@ -14,7 +14,7 @@ docs, out = Path(sys.argv[1]), Path(sys.argv[2])
 
 STYLE = """body { margin: 8px; } h1 { font-size: x-large; } h2 { margin-top: 24px; } table { margin: 8px 0; }
 th { text-align: left; } td, th { padding: 3px 10px 3px 0; } pre { margin: 8px 16px; }"""
-WIDEST_PICTURE = 760  # pixels
+WIDEST_PICTURE = 750  # pixels
 ITEM = re.compile(r"( *)(?:[-*]|(\d+)\.) +(.*)")
 
 
@@ -23,11 +23,11 @@ def anchor_of(heading):
     return re.sub(r"[^\w\- ]", "", plain).replace(" ", "-")
 
 
-def picture(match):
-    """As wide as it is, but no wider than a page."""
+def picture(match, beside):
+    """As wide as it is, but no wider than a page, which may hold some beside each other."""
     text, name = match.groups()
     header = (docs / name).read_bytes()[:24]
-    width = min(WIDEST_PICTURE, struct.unpack(">I", header[16:20])[0])
+    width = min(WIDEST_PICTURE // beside, struct.unpack(">I", header[16:20])[0])
     return f'<img src="{name}" alt="{text}" width="{width}">'
 
 
@@ -37,7 +37,7 @@ def link(match):
     return f'<a href="{target}">{text}</a>'
 
 
-def inline(text):
+def inline(text, beside=1):
     """Code is set aside first: nothing in it means anything else."""
     codes = []
 
@@ -46,7 +46,7 @@ def inline(text):
         return f"\0{len(codes) - 1}\0"
 
     text = html.escape(re.sub(r"`([^`]+)`", keep, text), quote=False)
-    text = re.sub(r"!\[([^\]]*)\]\(([^)]+)\)", picture, text)
+    text = re.sub(r"!\[([^\]]*)\]\(([^)]+)\)", lambda match: picture(match, beside), text)
     text = re.sub(r"\[((?:[^\[\]]|<[^>]*>)*)\]\(([^)]+)\)", link, text)
     text = re.sub(r"\*\*([^*]+)\*\*", r"<b>\1</b>", text)
     text = re.sub(r"(?<![\w*])\*([^*\s][^*]*)\*", r"<i>\1</i>", text)
@@ -54,7 +54,8 @@ def inline(text):
 
 
 def cells(line):
-    return [inline(cell.strip().replace("\\|", "|")) for cell in re.split(r"(?<!\\)\|", line.strip().strip("|"))]
+    texts = re.split(r"(?<!\\)\|", line.strip().strip("|"))
+    return [inline(text.strip().replace("\\|", "|"), len(texts)) for text in texts]
 
 
 def table(lines):

@@ -84,6 +84,7 @@ void WorkplacesWindow::setUpTable() {
   header.resizeSection(WorkplacesModel::kRight, kNameWidth);
   keepRowHeight(*ui_->table);
   connect(&header, &QHeaderView::sectionResized, this, &WorkplacesWindow::showTitles);
+  nowAndAtEach(QEvent::FontChange, header, [this] { showTitles(); });
   connect(ui_->table, &QTableView::doubleClicked, this, &WorkplacesWindow::compareCurrent);
   connect(ui_->table->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &WorkplacesWindow::showControls);

@@ -2155,7 +2155,7 @@ Trotzdem überschreiben?</translation>
     </message>
     <message>
         <source>unsaved changes</source>
-        <translation>ungespeicherte Änderungen</translation>
+        <translation>ungespeichert</translation>
     </message>
     <message>
         <source>NOT saved</source>

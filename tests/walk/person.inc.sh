@@ -82,7 +82,7 @@ choose_row() {
 }
 
 # Where the rows of commands of both panes are on this screen; the pictures show it.
-x_a=200 x_b=800 first_row=520 row_height=17
+x_a=200 x_b=800 first_row=521 row_height=17
 row() { echo $((first_row + ($1 - 1) * row_height)); }
 
 # The eyes.
