@@ -29,7 +29,10 @@ const QString kLight = QStringLiteral("light");
 const QString kDark = QStringLiteral("dark");
 const QString kDesktop = QStringLiteral("desktop");
 const QString kTextSizePlace = QStringLiteral("textSize");
-const QString kPlainStyle = QStringLiteral("fusion");  // what there is without a desktop
+// What there is without a desktop, and what paints a selection in colours that no palette tells, on which the
+// lists' texts could not be read.
+const QStringList kReplacedStyles{QStringLiteral("fusion"), QStringLiteral("windows"),
+                                  QStringLiteral("windowsvista")};
 
 struct Colours {
   QRgb window, base, alternateBase, button, text, faint, placeholder, highlight, quietHighlight, link;
@@ -156,7 +159,7 @@ void applyPalette(PaletteChoice choice) {
   static const QString desktopStyle = QApplication::style()->name();
   current = choice;
   const bool desktops = choice == PaletteChoice::kDesktop;
-  if (desktops && desktopStyle != kPlainStyle)
+  if (desktops && !kReplacedStyles.contains(desktopStyle))
     QApplication::setStyle(desktopStyle);
   else
     QApplication::setStyle(new OwnStyle);

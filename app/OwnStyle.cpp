@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QDialog>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -27,6 +28,13 @@ QColor outline(const QStyleOption& option) {
 
 bool hasIconAndText(const QStyleOptionButton& button) {
   return !button.icon.isNull() && !button.text.isEmpty();
+}
+
+// A dark desktop may colour empty boxes as if they were ticked.
+QStyleOptionButton onPlainGround(QStyleOptionButton button) {
+  const QPalette::ColorGroup group = button.palette.currentColorGroup();
+  button.palette.setBrush(group, QPalette::Base, QGuiApplication::palette().brush(group, QPalette::Base));
+  return button;
 }
 
 bool isFlat(const QStyleOption* option) {
@@ -66,9 +74,15 @@ void OwnStyle::drawControl(ControlElement element, const QStyleOption* option, Q
 void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
   if (element == PE_FrameGroupBox && isFlat(option)) return;
-  QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool box = element == PE_IndicatorCheckBox;
   const bool circle = element == PE_IndicatorRadioButton;
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  if ((box || circle) && button != nullptr) {
+    const QStyleOptionButton plain = onPlainGround(*button);
+    QProxyStyle::drawPrimitive(element, &plain, painter, widget);
+  } else {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
   const bool list = element == PE_Frame;
   const bool focused = (option->state & State_HasFocus) != 0;
   const bool field = list || (element == PE_FrameLineEdit && !focused);  // which shows the keyboard itself

@@ -10,6 +10,7 @@ build_targets tessaly-cli tessaly-panelsim
 hands=$(mktemp -d)
 trap 'rm -rf "$hands"' EXIT
 export WINEPREFIX=${TESSALY_WINE:-${XDG_CACHE_HOME:-$HOME/.cache}/tessaly-windows/wine} WINEDEBUG=-all WINEARCH=win64
+rm -rf "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/tessaly  # what the window of another walk remembers
 cp build/release/bin/tessaly-{cli,panelsim} "$hands"
 # The virtual screen's window manager tells the titles of windows; those of this one name a folder of the other system.
 printf '#!/bin/sh\nunset QT_QPA_PLATFORM\nexec wine "%s/tessaly.exe" "$@"\n' "$programs" >"$hands/tessaly"

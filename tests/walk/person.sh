@@ -57,13 +57,12 @@ await_window "History"
 picture history
 keys alt+p
 await_window "Tessaly"
-keys Return
-await "the macro as it was" commands_number "$macro" "$before"
+agree() { ! has_window "Tessaly" || keys Return; }
+repeat_until "the macro as it was" commands_number "$macro" "$before" -- agree
 await_window "History"
 keys Home alt+p
 await_window "Tessaly"
-keys Return
-await "the macro as it was saved" commands_number "$macro" $((before + 1))
+repeat_until "the macro as it was saved" commands_number "$macro" $((before + 1)) -- agree
 await_window "History"
 keys Escape
 await_window "$main_title"
