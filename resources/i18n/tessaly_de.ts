@@ -1306,6 +1306,10 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <source>the snapshot: %1</source>
         <translation>der Abzug: %1</translation>
     </message>
+    <message>
+        <source>it was cancelled, but the disk may do it yet</source>
+        <translation>es wurde abgebrochen, aber die Festplatte kann es noch tun</translation>
+    </message>
 </context>
 <context>
     <name>FindingText</name>
@@ -4410,6 +4414,14 @@ Trotzdem löschen?</translation>
         <source>NOT sent: %1</source>
         <translation>NICHT gesendet: %1</translation>
     </message>
+    <message>
+        <source>Writing %1</source>
+        <translation>%1 wird geschrieben</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MacroPane</name>
@@ -4566,6 +4578,14 @@ oder von dort kopieren</translation>
         <source>asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5</source>
         <translation>angefragt, um „%1“ rückgängig zu machen: das Bedienpult %2 soll Makro %3 von Arbeitsplatz %4 in %5 umbenennen</translation>
     </message>
+    <message>
+        <source>Reading the history</source>
+        <translation>Der Verlauf wird gelesen</translation>
+    </message>
+    <message>
+        <source>Undoing %1</source>
+        <translation>%1 wird rückgängig gemacht</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MainWindow</name>
@@ -4608,6 +4628,14 @@ oder von dort kopieren</translation>
     <message>
         <source>%1; what is unsaved would be lost if the program died now (%2)</source>
         <translation>%1; was nicht gespeichert ist, wäre verloren, wenn das Programm jetzt abstürzte (%2)</translation>
+    </message>
+    <message>
+        <source>Writing the working copy</source>
+        <translation>Die Arbeitskopie wird geschrieben</translation>
+    </message>
+    <message>
+        <source>Writing the settings</source>
+        <translation>Die Einstellungen werden geschrieben</translation>
     </message>
 </context>
 <context>
@@ -4755,6 +4783,18 @@ Overwrite it?</source>
         <source>Opening %1</source>
         <translation>%1 wird geöffnet</translation>
     </message>
+    <message>
+        <source>Keeping the changes of %1 in the history</source>
+        <translation>Die Änderungen von %1 werden im Verlauf aufbewahrt</translation>
+    </message>
+    <message>
+        <source>Saving %1</source>
+        <translation>%1 wird gespeichert</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1%2; its changes are still unsaved</source>
+        <translation>NICHT gespeichert: %1%2; die Änderungen sind noch ungespeichert</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::PaneHeading</name>
@@ -4776,6 +4816,10 @@ Overwrite it?</source>
     <message>
         <source>Putting back what the panel held before</source>
         <translation>Auf dem Bedienpult wird wiederhergestellt, was vorher da war</translation>
+    </message>
+    <message>
+        <source>Cancelling as soon as the disk answers: %1</source>
+        <translation>Wird abgebrochen, sobald die Festplatte antwortet: %1</translation>
     </message>
 </context>
 <context>
