@@ -16,7 +16,7 @@ QString withoutMark(QString text) {
 }
 
 QString withOtherLetter(const QString& named, const QList<QKeySequence>& taken) {
-  const QString text = withoutMark(named);
+  QString text = withoutMark(named);
   for (const bool first : {true, false})
     for (qsizetype at = 0; at < text.size(); ++at) {
       const bool begins = at == 0 || !text[at - 1].isLetterOrNumber();

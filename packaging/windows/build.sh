@@ -2,7 +2,7 @@
 # Builds Tessaly for 64 bit Windows by Debian's cross compiler, and proves it under wine: packaging/windows/build.sh
 # [--plain|--quick|--libraries] [FOLDER_OF_THIS_SYSTEMS_PROGRAMS]. The libraries are built once, and kept in
 # ~/.cache/tessaly-windows (TESSALY_WINDOWS_CACHE) by their versions; what is built stays in build/windows. With --plain
-# the command-line twin and the tests, with --quick what of them sees the system, with --libraries only the libraries;
+# the command-line twin and the tests, with --quick these without the panel and with few kills, with --libraries only the libraries;
 # else the window too, and the installer and the ZIP in build/windows-package. The twin and the simulated panel of this
 # system, which they are set against, are built in build/release when their folder is not named.
 set -euo pipefail
@@ -24,9 +24,8 @@ over libraries
 [ $what != libraries ] || exit 0
 
 rooms=(platform xctl cli dictionary values classic model link review)
-[ $what != quick ] || rooms=("${rooms[@]:0:3}")
-kills=200
-[ $what != quick ] || kills=20
+kills=200 panel=--panel
+[ $what != quick ] || kills=10 panel=
 build=build/windows
 mkdir -p build
 # What only proves the rooms is compiled faster.
@@ -49,7 +48,7 @@ if [ $# -eq 0 ]; then
   build_targets tessaly-cli tessaly-panelsim
   over "this system's twin"
 fi
-"$here/twin.py" $build/bin "$this_systems" --panel
+"$here/twin.py" $build/bin "$this_systems" $panel
 over "the twin here and there"
 "$here/kills.py" $build/bin "$this_systems" $kills
 over "$kills kills"
