@@ -21,7 +21,7 @@ QString withOtherLetter(const QString& named, const QList<QKeySequence>& taken) 
     for (qsizetype at = 0; at < text.size(); ++at) {
       const bool begins = at == 0 || !text[at - 1].isLetterOrNumber();
       if (begins != first || !text[at].isLetterOrNumber()) continue;
-      const QString marked = QString(text).insert(at, kMark);
+      QString marked = QString(text).insert(at, kMark);
       if (!taken.contains(QKeySequence::mnemonic(marked))) return marked;
     }
   return text;
