@@ -225,7 +225,7 @@ void MacroHistory::note(std::optional<Failure> failure, std::optional<std::strin
 
 Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, MacroChange change) {
   std::optional<std::string> id;
-  const auto stored = [&]() -> Outcome {
+  auto stored = [&]() -> Outcome {
     const std::scoped_lock guard(mutex_);
     if (bytes.size() > limits_.bytes / kShareOfOne) return systemFailure(EFBIG, "kept");
     try {
