@@ -89,19 +89,27 @@ void ControlClient::handle(std::string_view line, const ControlFaults& faults) {
 }
 
 void ControlClient::subscribe(const std::string& name, const ControlFaults& faults) {
-  if (subscribed_.insert(name).second) subscribedBytes_ += name.size();
+  const auto [told, isNew] = subscribed_.try_emplace(name);
+  if (isNew) subscribedBytes_ += name.size();
   if (subscribedBytes_ > kMostHeld) {
     end("ended: subscribed too much");
     return;
   }
   if (untold_++ == 0) firstTold_ = name;
   lastTold_ = name;
-  if (const auto value = panel_.currentValue(name)) queueValue(kValueMethod, name, *value, faults);
+  told->second = panel_.currentValue(name);
+  if (told->second) queueValue(kValueMethod, name, *told->second, faults);
 }
 
 void ControlClient::publish(std::string_view method, const std::string& name, const std::string& value,
                             const ControlFaults& faults) {
-  if (method == kTriggerMethod || subscribed_.contains(name)) queueValue(method, name, value, faults);
+  if (method != kTriggerMethod) {
+    // A change that came while its name was subscribed is in the answer to that.
+    const auto told = subscribed_.find(name);
+    if (told == subscribed_.end() || told->second == value) return;
+    told->second = value;
+  }
+  queueValue(method, name, value, faults);
 }
 
 void ControlClient::queueValue(std::string_view method, const std::string& name, const std::string& value,

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <unordered_map>
 
 #include "panelsim/Log.h"
 #include "xctl/JsonLine.h"
@@ -75,7 +75,8 @@ class ControlClient {
   bool ended_ = false;
   bool dead_ = false;  // the line is gone, though nobody has been told
   LineBuffer lines_;
-  std::unordered_set<std::string> subscribed_;
+  std::unordered_map<std::string, std::optional<std::string>>
+      subscribed_;  // the value last told of each name
   std::size_t subscribedBytes_ = 0;
   std::size_t values_ = 0;  // sent on this connection
   std::string outgoing_;
