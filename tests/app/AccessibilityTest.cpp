@@ -129,7 +129,7 @@ TEST(PreferencesTest, TheWindowComesBackAsItWasLeft) {
   QApplication::processEvents();
   const auto sizes = splitter("panes")->sizes();
   const auto heights = splitter("paneSplitter")->sizes();
-  EXPECT_TRUE(fixture.window->close());
+  fixture.driver->close();
   fixture.open();
   EXPECT_EQ(fixture.window->size(), QSize(1040, 700));
   EXPECT_EQ(splitter("panes")->sizes(), sizes);

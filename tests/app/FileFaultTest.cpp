@@ -226,7 +226,7 @@ TEST_F(FileFaultTest, WorkingCopiesAndSettingsThatCannotBeWrittenStayAsTheyAre) 
       driver().choose(a_.macros, "002");
       EXPECT_THAT(told(), HasSubstr("NOT opened"));
       fixture_.site.messages.take();
-      EXPECT_TRUE(fixture_.window->close());
+      fixture_.driver->close();
       EXPECT_THAT(fixture_.site.messages.take(),
                   testing::ElementsAre(HasSubstr("settings could not be written")))
           << "a box, for the strip is gone in a moment";

@@ -119,7 +119,7 @@ TEST_F(RecoveryTest, WhateverTheAnswerNothingIsLost) {
   edit(Pane::kA);
   EXPECT_EQ(read("recovery\\paneA.mac"), "<missing>");
   WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Discard")); });
-  EXPECT_TRUE(fixture_.window->close());
+  fixture_.driver->close();
   EXPECT_EQ(read(kRecordA), "<missing>") << "discarded at the end is no crash";
 }
 

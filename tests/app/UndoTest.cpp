@@ -221,7 +221,7 @@ TEST_F(UndoTest, StepsAreThereAgainAfterASaveACrashAndALaterAnswer) {
 
   // Discarded at the end: the row led to what is gone, and nobody is to be told of it.
   WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Discard")); });
-  ASSERT_TRUE(fixture_.window->close());
+  fixture_.driver->close();
   startAgain();
   begin();
   open();

@@ -61,6 +61,12 @@ class WindowDriver {
     return QApplication::focusWidget();
   }
 
+  // Without a question. What still runs is given up first, or waited for.
+  void close() const {
+    window_.close();
+    waitFor([this] { return !window_.isVisible(); }, "the window to close");
+  }
+
   void waitUntilLoaded() const {
     waitFor([this] { return window_.loaded(); }, "the function dictionary");
   }
