@@ -13,10 +13,8 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
-#include <QTranslator>
 
 #include "tests/support/TestSite.h"
-#include "windows/SheetJob.h"
 #include "windows/SheetPreview.h"
 #include "windows/SheetWindow.h"
 
@@ -159,24 +157,6 @@ TEST_F(SheetWindowTest, ShowsThePagesAndFollowsChoicesZoomAndKeys) {
 }
 
 // A panel that does not answer: the sheet that was there stays, and the window is free.
-struct Marking final : QTranslator {
-  QString translate(const char*, const char* text, const char*, int) const override {
-    return '~' + QString(text);
-  }
-  bool isEmpty() const override { return false; }
-};
-
-TEST(SheetWords, NoneIsLeftInAnotherLanguage) {
-  Marking marking;
-  QCoreApplication::installTranslator(&marking);
-  const auto [language, macros, number, name, pageColumn, command, value, empty, none, unread, unsaved,
-              findings, after, notes, nothing, unknown, untold, continued, page, finding] = sheetWords();
-  for (const std::string& word :
-       {language, macros, number, name, pageColumn, command, value, empty, none, unread, unsaved, findings,
-        after, notes, nothing, unknown, untold, continued, page})
-    EXPECT_TRUE(word.starts_with('~')) << word;
-}
-
 TEST_F(SheetWindowTest, CancelLeavesTheSheetOfBefore) {
   window.make(ReviewScope::Kind::kFolder);
   awaitEnd();
