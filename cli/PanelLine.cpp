@@ -21,6 +21,7 @@ std::string PanelPlace::control() const {
 PanelLine::PanelLine(const SiteRoot& root, MacroKeeper& keeper, PanelPlace place)
     : place_(std::move(place)), macros_(client_, root, ftpTransfers(place_.ftpPort), &readsAsMacro) {
   macros_.keepIn(keeper);
+  xctlInit();
 }
 
 PanelLine::~PanelLine() {

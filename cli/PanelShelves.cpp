@@ -13,6 +13,7 @@ PanelShelves::PanelShelves(const SiteRoot& root, MacroHistory& history, PanelPla
       macros_(client_, root, ftpTransfers(place_.ftpPort, FtpClient::Connections::kKept), &readsAsMacro) {
   macros_.keepIn(history);
   macros_.stayConnected();
+  xctlInit();
 }
 
 PanelShelves::~PanelShelves() {
