@@ -89,7 +89,6 @@ class Pairer {
       if (length < least) continue;
       for (std::size_t k = 0; k < length; ++k) pair(i + k, place + k, How::kMoved, blocks_);
       ++blocks_;
-      i += length - 1;
     }
   }
 

@@ -80,9 +80,10 @@ int CaptureModel::rowCount(const QModelIndex& parent) const {
 int CaptureModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : kColumns; }
 
 Qt::ItemFlags CaptureModel::flags(const QModelIndex& index) const {
+  if (!index.isValid()) return Qt::NoItemFlags;
   const Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemNeverHasChildren;
-  const bool tickable = index.isValid() && index.column() == kStep &&
-                        capture_.rows()[captured(index.row())].state == Capture::State::kDiffers;
+  const bool tickable =
+      index.column() == kStep && capture_.rows()[captured(index.row())].state == Capture::State::kDiffers;
   return tickable ? flags | Qt::ItemIsUserCheckable : flags;
 }
 

@@ -100,6 +100,7 @@ TEST_F(Commands, RefusalsLeaveTheMacroAlone) {
       {{"show", kMacro, "--raw=yes"}, 2, "--raw takes no value\n"},
       {{"show", kMacro, "--root="}, 2, "--root needs a folder\n"},
       {{"help", "panels"}, 2, "unknown command panels\n"},
+      {{"help", "show", "name"}, 2, "too many words: name\n"},
       {{"panels"}, 2, "unknown command panels"},
       {{}, 2, "usage: tessaly-cli"},
       {{"--nothing"}, 2, "unknown option --nothing"},

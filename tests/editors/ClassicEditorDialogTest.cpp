@@ -118,6 +118,13 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
        {std::pair{"mainGroups", "Video"}, {"subgroups", "Input1"}, {"functions", "Cut"}})
     user.choose(name, row);
   user.choose("actions", "trigger");
+  EXPECT_EQ(user.label("byteText"), "e3 11 01 01 ");
+  const std::pair<const char*, const char*> headings[] = {{"mainGroupsHeading", "Main Group"},
+                                                          {"subgroupsHeading", "Select other Video input"},
+                                                          {"functionsHeading", "Function"},
+                                                          {"actionsHeading", "Action Type"},
+                                                          {"parametersHeading", "Parameter"}};
+  for (const auto& [name, text] : headings) EXPECT_EQ(user.label(name), text);
   fixture_.refusal = "The panel has deleted the macro.";
   for (const char* button : {"insertStart", "insertSelected", "insertEnd"}) {
     user.click(button);

@@ -201,9 +201,10 @@ TEST(ChoiceDialogTest, TakesASelectedRowOnly) {
   user.key(Qt::Key_Return);
   EXPECT_TRUE(dialog.isVisible());
   EXPECT_FALSE(user.enabled("ok"));
-  user.choose("list", "Color 1");
+  user.choose("list", "Input 1");
   user.click("ok");
-  EXPECT_EQ(dialog.selectedRow(), 1);
+  EXPECT_FALSE(dialog.isVisible());
+  EXPECT_EQ(dialog.selectedRow(), 0);
 
   LoadClipDialog clips({"opener",
                         "b\xFC"

@@ -397,21 +397,26 @@ TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
 TEST_F(MultipleCommandsTest, ALongRunIsHandedOverInPiecesAndCanBeCancelled) {
   for (const bool cancelled : {false, true}) {
     std::vector<int> positions;
+    std::vector<std::string> told;
     QPushButton* cancel = nullptr;
+    QLabel* status = nullptr;
     MultipleCommandsDialog fresh(context, 1, -1, [&](const auto& drafts, int, int position, auto) {
       positions.push_back(position);
+      told.push_back(status->text().toStdString());
       // A click that came meanwhile.
       if (cancelled) QMetaObject::invokeMethod(cancel, &QPushButton::click, Qt::QueuedConnection);
       return static_cast<int>(drafts.size());
     });
     const DialogDriver user(fresh);
     cancel = &user.control<QPushButton>("cancel");
+    status = &user.control<QLabel>("status");
     for (int i = 0; i < 130; ++i) user.click("ME1.TRANSI");
     user.click("insertStart");
     EXPECT_TRUE(QTest::qWaitFor([&] { return !fresh.isVisible(); }));
     EXPECT_EQ(fresh.insertedCount(), cancelled ? 128 : 130);
     if (!cancelled) {
       EXPECT_THAT(positions, ElementsAre(0, 128));
+      EXPECT_THAT(told, ElementsAre("Inserting No. 128 of 130...", "Inserting No. 130 of 130..."));
     }
   }
 }

@@ -49,7 +49,7 @@ class FakeShelf final : public MacroShelf {
     files.erase(number.value());
     return {ShelfWrite::State::kWritten};
   }
-  void cancel() override {}
+  void cancel() override { cancelled = true; }
 
   std::map<int, std::string> files;
   std::vector<int> listed;
@@ -57,7 +57,7 @@ class FakeShelf final : public MacroShelf {
   int refused = -1;
   int losses = 0;  // so many writes fail
   int writes = 0;
-  bool tears = false;
+  bool tears = false, cancelled = false;
   Outcome able = {};
   std::function<void()> onRead, onAsked, onWrite;
 };

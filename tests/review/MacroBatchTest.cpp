@@ -380,6 +380,7 @@ TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
   panel.onRead = [&] { ended.cancel(); };
   EXPECT_EQ(ended.run([](const WorkplaceRow&, std::size_t) { ADD_FAILURE(); }).failure().kind,
             Failure::Kind::kCancelled);
+  EXPECT_TRUE(panel.cancelled && other.cancelled);
 }
 
 // A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.

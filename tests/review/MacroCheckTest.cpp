@@ -179,6 +179,13 @@ TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
       "# why\r\noff file-name\r\n\noff nothing\non limits\noff unreadable\n\toff  name-twice", problems);
   EXPECT_THAT(off.names(), ElementsAre("unreadable", "name-twice", "file-name"));
   EXPECT_EQ(problems.size(), 2U);
+  static_cast<void>(RulesOff::load(site.root, problems));
+  EXPECT_EQ(problems.size(), 2U) << "a site without switches";
+  std::filesystem::create_directories(site.root.resolve(kCheckFile));
+  static_cast<void>(RulesOff::load(site.root, problems));
+  EXPECT_EQ(problems.size(), 3U);
+  const std::string native = site.root.resolve("c:\\w").string();
+  EXPECT_EQ(macroFoldersUnder(site.root, native).at(0).files.at(0), native + "/macro001.mac");
   for (const bool switched : {false, true}) {
     MacroCheck own({dictionary(), lists, 25, switched ? off : RulesOff()});
     std::vector<std::string> lines;

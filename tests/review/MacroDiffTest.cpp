@@ -35,7 +35,9 @@ TEST(MacroDiff, ValuesAreComparedInTheirUnit) {
       {"I", "p", "9007199254740993", "9007199254740992", false},  // one as doubles
       {"T", "p", "01:02:03:04", "1:2:3:4", true},
       {"T", "p", "1:2:3:4", "16909060", true},
-      {"T", "p", "1:2:3.4", "1:2:3:4", false},    // drop frame
+      {"T", "p", "1:2:3.4", "1:2:3:4", false},  // drop frame
+      {"T", "p", "1:2:3.4", "01:02:03.04", true},
+      {"T", "p", "1.2:3:4", "01.2:3:4", false},
       {"T", "p", "90:2:3:4", "16909060", false},  // packs into other hours
       {"T", "p", "15", "21", false},              // 0x0F and 0x15 read as the same timecode
       {"T", "p", "1:2:3", "0:1:2:3", false},

@@ -159,9 +159,10 @@ TEST(Sheet, HtmlAndCsvAreSafeWhateverTheMacrosSay) {
                 AllOf(HasSubstr(csv), HasSubstr("\r\n,007,,1,Mainframe1,"), EndsWith(",\r\n")));
   }
   const Sheet many{"c:\\m", true, {macroOf(0), {"c:\\m", "008", "", {}, {}, {}, {}, "no reason"}}};
-  EXPECT_THAT(*writeSheet(many, {}, {}, SheetFormat::kHtml),
-              AllOf(HasSubstr("<a href=\"#m2\">008</a>"), HasSubstr("<section id=\"m2\""),
-                    HasSubstr("empty macro"), HasSubstr("cannot be read (no reason)")));
+  EXPECT_THAT(*writeSheet(many, {.date = kDay}, {}, SheetFormat::kHtml),
+              AllOf(HasSubstr("<p class=\"foot\">2026-11-25</p>"), HasSubstr("<a href=\"#m2\">008</a>"),
+                    HasSubstr("<section id=\"m2\""), HasSubstr("empty macro"),
+                    HasSubstr("cannot be read (no reason)")));
   EXPECT_EQ(*writeSheet(many, {}, {}, SheetFormat::kCsv),
             "place,number,name,step,destination,line,findings\r\nc:\\m\\macroWP1,007,Opening,,,,\r\n"
             "c:\\m,008,,,,,cannot be read (no reason)\r\n");

@@ -34,6 +34,8 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
       {"INPUT", "5"},  // a site without inputs
       {"TIME", "00:00:01:27", kTimecode, "00:00:01:24"},
       {"TIME", "24:00:01:27", kTimecode},  // nobody knows which hour
+      {"TIME", "00:60:01:02", kTimecode},
+      {"TIME", "00:01:60:02", kTimecode},
       {"OTHER", "x"},
   };
   for (const auto& [parameter, value, fault, nearest] : cases) {

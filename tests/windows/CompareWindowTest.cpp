@@ -191,6 +191,8 @@ TEST_F(CompareWindowTest, RefusesASideThatCannotBeChanged) {
   press(Qt::Key_Right, Qt::AltModifier);
   EXPECT_EQ(told("outcome"), "NOT taken into the target: a key file cannot be changed");
   EXPECT_TRUE(steps_.empty());
+  EXPECT_THAT(cell(1, CompareModel::kTakeA, Qt::ToolTipRole), HasSubstr("Take this difference into"));
+  EXPECT_THAT(cell(1, CompareModel::kTakeB, Qt::ToolTipRole), HasSubstr("a key file cannot be changed"));
   for (const char* name : {"takeB", "takeAllB"}) {
     const auto* button = window_->findChild<QPushButton*>(name);
     EXPECT_FALSE(button->isEnabled());

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <utility>
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
@@ -97,6 +98,10 @@ class ReplaceWindowTest : public testing::Test {
 };
 
 TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
+  QStringList kinds;
+  const auto& kind = *window_->findChild<QComboBox*>("kind");
+  for (int i = 0; i < kind.count(); ++i) kinds += kind.itemText(i);
+  EXPECT_EQ(kinds.join('|').toStdString(), "Destination|Segment|Source|Value");
   preview("QMF1", "QMF2");
   ASSERT_EQ(tree_->model()->rowCount(), 4) << "with the file that cannot be read";
   EXPECT_TRUE(told().startsWith("4 ") && told().endsWith("Off for this site: repeated"))

@@ -109,16 +109,15 @@ struct SearchWindowTest : testing::Test {
 };
 
 TEST_F(SearchWindowTest, GroupsByMacroTellsWhatCannotBeReadAndLeadsToTheCommand) {
-  type("query", "destination:Mainframe2 clip");
+  window.search("destination:Mainframe2 clip", ReviewScope::Kind::kSite);
   awaitEnd();
   EXPECT_THAT(rows(), ElementsAre(AllOf(StartsWith("001 - One (macroWP1"), HasSubstr("1 command")),
                                   StartsWith("    2\tMainframe2"), StartsWith("002 - Two"),
                                   StartsWith("    1\tMainframe2"), HasSubstr("could not be read")));
   EXPECT_THAT(said("outcome"), AllOf(StartsWith("2 commands in 2 macros"), HasSubstr("1 file")));
   QSignalSpy wanted(&window, &SearchWindow::openWanted);
-  list.setFocus();
-  QTest::keyClick(&list, Qt::Key_Down);
-  QTest::keyClick(&list, Qt::Key_Return);
+  QTest::keyClick(window.focusWidget(), Qt::Key_Down);
+  QTest::keyClick(window.focusWidget(), Qt::Key_Return);
   ASSERT_EQ(wanted.count(), 1) << "a heading is no command";
   EXPECT_EQ(wanted[0][0].value<ReviewedPlace>().place.file, std::string(kFolder) + "macro002.mac");
   EXPECT_EQ(wanted[0][1].toInt(), 0);
