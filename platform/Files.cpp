@@ -12,6 +12,7 @@
 #include "platform/FolderEntries.h"
 #include "platform/PendingFile.h"
 #include "platform/RegularFile.h"
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "platform/WayBack.h"
@@ -76,12 +77,13 @@ bool canOpen(const SiteRoot& root, std::string_view path) {
 }
 
 Expected<std::string> readFile(const SiteRoot& root, std::string_view path, std::size_t limit) {
-  const fs::path host = root.resolve(path);
-  return readWhole(host, filePolicy(host), limit);
+  const auto host = placeOf(root, path);
+  return host ? readWhole(*host, filePolicy(*host), limit) : host.failure();
 }
 
 Expected<std::string> readOwnFile(const SiteRoot& root, std::string_view path, std::size_t limit) {
-  return readWhole(root.resolve(path), kOwnFile, limit);
+  const auto host = placeOf(root, path);
+  return host ? readWhole(*host, kOwnFile, limit) : host.failure();
 }
 
 std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path, std::size_t count) {
@@ -92,20 +94,22 @@ std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view
 }
 
 Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
-  const fs::path host = root.resolve(path);
-  return writeWhole(host, filePolicy(host), bytes);
+  const auto host = placeOf(root, path);
+  return host ? writeWhole(*host, filePolicy(*host), bytes) : host.failure();
 }
 
 Outcome writeOwnFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
-  return writeWhole(root.resolve(path), kOwnFile, bytes);
+  const auto host = placeOf(root, path);
+  return host ? writeWhole(*host, kOwnFile, bytes) : host.failure();
 }
 
 Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view to) {
-  const auto source = RegularFile::open(root.resolve(from));
+  const auto place = placeOf(root, from), target = placeOf(root, to);
+  if (!place || !target) return place ? target.failure() : place.failure();
+  const auto source = RegularFile::open(*place);
   if (!source) return source.failure();
-  const fs::path target = root.resolve(to);
-  if (source->isAt(target)) return {};
-  PendingFile copy(target);
+  if (source->isAt(*target)) return {};
+  PendingFile copy(*target);
   std::array<char, kCopyBlock> block;
   while (copy.good()) {
     const auto count = source->read(block.data(), block.size());
@@ -118,7 +122,8 @@ Outcome copyFile(const SiteRoot& root, std::string_view from, std::string_view t
 
 Outcome appendToOwnFile(const SiteRoot& root, std::string_view path, std::size_t size,
                         std::string_view bytes) {
-  return appendAt(root.resolve(path), size, bytes);
+  const auto host = placeOf(root, path);
+  return host ? appendAt(*host, size, bytes) : host.failure();
 }
 
 bool isThisUsers(const SiteRoot& root, std::string_view path) {
@@ -127,11 +132,15 @@ bool isThisUsers(const SiteRoot& root, std::string_view path) {
 }
 
 Outcome moveOwnFile(const SiteRoot& root, std::string_view from, std::string_view to) {
-  return outcomeOf(moveEntry(root.resolve(from), root.resolve(to)), "moved");
+  const auto source = placeOf(root, from), target = placeOf(root, to);
+  if (!source || !target) return source ? target.failure() : source.failure();
+  return outcomeOf(moveEntry(*source, *target), "moved");
 }
 
 Outcome removeFile(const SiteRoot& root, std::string_view path) {
-  const fs::path host = root.resolve(path);
+  const auto place = placeOf(root, path);
+  if (!place) return place.failure();
+  const fs::path& host = *place;
   const bool users = filePolicy(host).keepsMode;
   const FolderEntry entry = users ? entryAt(host) : FolderEntry{};
   if (entry.kind == EntryKind::kFile && entry.writeProtected)
@@ -141,7 +150,10 @@ Outcome removeFile(const SiteRoot& root, std::string_view path) {
   return flushFolder(folder.string(), "is removed, but a power cut may bring it back");
 }
 
-Outcome makeFolder(const SiteRoot& root, std::string_view path) { return makeFolder(root.resolve(path)); }
+Outcome makeFolder(const SiteRoot& root, std::string_view path) {
+  const auto host = placeOf(root, path);
+  return host ? makeFolder(*host) : host.failure();
+}
 
 Outcome makeFolder(const fs::path& host) {
   if (host.empty()) return systemFailure(ENOENT, "made");

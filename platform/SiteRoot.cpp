@@ -1,6 +1,7 @@
 #include "platform/SiteRoot.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cwchar>
 #include <cwctype>
@@ -15,6 +16,8 @@
 #include <vector>
 
 #include "platform/ChosenPath.h"
+#include "platform/SitePlace.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -68,19 +71,28 @@ std::wstring withoutCase(std::string_view name) {
   return folded;
 }
 
+// A folder that is not there, or that may not be looked into, has no other spelling to offer.
+bool answers(int error) { return error == 0 || error == ENOENT || error == ENOTDIR || error == EACCES; }
+
 // The entry of `folder` that equals `name` without regard to case, the first one in sorted order; else
-// nothing.
-std::string findNoCase(const std::string& folder, const std::string& name) {
+// nothing, with `error` when that is not sure.
+std::string findNoCase(const std::string& folder, const std::string& name, int& error) {
   std::string best;
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
-  if (!entries) return best;
+  if (!entries) {
+    if (!answers(errno)) error = errno;
+    return best;
+  }
   const bool ascii = isAscii(name);
   const std::wstring wanted = ascii ? std::wstring() : withoutCase(name);
+  errno = 0;
   while (const dirent* const entry = ::readdir(entries.get())) {
     const bool same = ascii ? equalNoCase(entry->d_name, name)
                             : !isAscii(entry->d_name) && withoutCase(entry->d_name) == wanted;
     if (same && (best.empty() || entry->d_name < best)) best = entry->d_name;
+    errno = 0;
   }
+  if (errno != 0) error = errno;
   return best;
 }
 
@@ -107,23 +119,11 @@ fs::path homeFolder() {
   return user && user->pw_dir ? user->pw_dir : "/";
 }
 
-}  // namespace
-
-SiteRoot::SiteRoot(fs::path root) : root_(anchored(std::move(root))) {}
-
-SiteRoot SiteRoot::fromEnvironment(const std::string& option) {
-  if (!option.empty()) return SiteRoot(option);
-  const std::string root = variable("TESSALY_ROOT");
-  if (!root.empty()) return SiteRoot(root);
-  const fs::path data = variable("XDG_DATA_HOME");
-  // A relative folder there is to be ignored, as the base directory rules of the desktop say.
-  return SiteRoot((data.is_absolute() ? data : homeFolder() / ".local/share") / "tessaly");
-}
-
-fs::path SiteRoot::resolve(std::string_view sitePath) const {
+// As SiteRoot::resolve, with what has kept it from looking.
+fs::path located(const fs::path& root, std::string_view sitePath, int& error) {
   if (sitePath.empty() || sitePath.find('\0') != std::string_view::npos) return {};
   const bool native = sitePath.front() == '/';
-  std::string resolved = native ? "/" : root_.string();
+  std::string resolved = native ? "/" : root.string();
   std::vector<std::string> components;
   if (!native && hasDrive(sitePath)) {
     const char drive = sitePath.front();
@@ -141,13 +141,38 @@ fs::path SiteRoot::resolve(std::string_view sitePath) const {
   for (const std::string& component : components) {
     std::string next = join(resolved, component);
     if (found && !exists(next)) {
-      const std::string match = findNoCase(resolved, component);
+      const std::string match = findNoCase(resolved, component, error);
       found = !match.empty();
       if (found) next = join(resolved, match);
     }
     resolved = std::move(next);
   }
   return resolved;
+}
+
+}  // namespace
+
+SiteRoot::SiteRoot(fs::path root) : root_(anchored(std::move(root))) {}
+
+SiteRoot SiteRoot::fromEnvironment(const std::string& option) {
+  if (!option.empty()) return SiteRoot(option);
+  const std::string root = variable("TESSALY_ROOT");
+  if (!root.empty()) return SiteRoot(root);
+  const fs::path data = variable("XDG_DATA_HOME");
+  // A relative folder there is to be ignored, as the base directory rules of the desktop say.
+  return SiteRoot((data.is_absolute() ? data : homeFolder() / ".local/share") / "tessaly");
+}
+
+fs::path SiteRoot::resolve(std::string_view sitePath) const {
+  int error = 0;
+  return located(root_, sitePath, error);
+}
+
+Expected<fs::path> placeOf(const SiteRoot& root, std::string_view sitePath) {
+  int error = 0;
+  fs::path place = located(root.path(), sitePath, error);
+  if (error != 0) return systemFailure(error, "found");
+  return place;
 }
 
 std::string SiteRoot::sitePathOf(const fs::path& host) const {

@@ -6,6 +6,7 @@
 
 #include "platform/ChosenPath.h"
 #include "platform/OpenFileWindows.h"
+#include "platform/SitePlace.h"
 #include "platform/SiteRoot.h"
 #include "platform/Text.h"
 
@@ -156,6 +157,9 @@ fs::path SiteRoot::resolve(std::string_view sitePath) const {
   if ((verbatim && start == root && !ofRoot) || !split(rest, components)) return {};
   return asOnDisk(std::move(start), components);
 }
+
+// The system itself knows no case.
+Expected<fs::path> placeOf(const SiteRoot& root, std::string_view sitePath) { return root.resolve(sitePath); }
 
 std::string SiteRoot::sitePathOf(const fs::path& host) const {
   const std::string path = anchored(host).string();

@@ -52,6 +52,23 @@ TEST_F(FilesTest, WrittenBytesComeBackAndNothingElseStays) {
   EXPECT_EQ(readFilePrefix(root_, "c:\\empty", 2), "");
 }
 
+// Catches a file that is taken for missing, and so neither kept nor asked about, while its folder cannot be
+// listed.
+TEST_F(FilesTest, WhatCannotBeLookedForIsNotMissing) {
+  const std::string path = "c:\\OLD.mac";
+  rlimit before;
+  ::getrlimit(RLIMIT_NOFILE, &before);
+  const rlimit none{0, before.rlim_max};
+  ::setrlimit(RLIMIT_NOFILE, &none);
+  const Failure failures[] = {readFile(root_, path).failure(), writeFile(root_, path, "new").failure(),
+                              removeFile(root_, path).failure(), copyFile(root_, path, "c:\\b").failure()};
+  ::setrlimit(RLIMIT_NOFILE, &before);
+  for (const Failure& failure : failures)
+    EXPECT_EQ(failure, (Failure{Failure::Kind::kDiskError, "cannot be found: Too many open files"}));
+  EXPECT_EQ(bytes("c/old.mac"), "old");
+  EXPECT_EQ(entries("c"), 1);
+}
+
 TEST_F(FilesTest, AFailedWriteLeavesTheOldFile) {
   const std::string large(100'000, 'x');
   put("c/large", large);
