@@ -14,7 +14,6 @@ import argparse
 import hashlib
 import json
 import os
-import random
 import re
 import shlex
 import signal
@@ -91,7 +90,7 @@ def mutants_of(path, lines_wanted=None):
     for number, (line, plain) in enumerate(zip(lines, code)):
         if lines_wanted is not None and number + 1 not in lines_wanted:
             continue
-        if not plain.strip("\0 ") or ".reserve(" in plain or plain.lstrip().startswith(("#", "namespace", "template", "static_assert", "using")):
+        if not plain.strip("\0 ") or ".reserve(" in plain or plain.lstrip().startswith(("#", "namespace", "template", "static_assert", "assert(", "using")):
             continue
 
         def made(after, kind):
@@ -240,7 +239,8 @@ def chosen(arguments):
     files = [name for name in files if name.split("/")[0] in ROOMS and not name.endswith("Windows.cpp")
              and (wanted is None or name in wanted)]
     mutants = [mutant for name in files for mutant in mutants_of(name, None if wanted is None else wanted[name])]
-    random.Random(arguments.seed).shuffle(mutants)
+    # By what each is, not by its place in the row: after a change of the room a sample is still the same one.
+    mutants.sort(key=lambda mutant: hashlib.sha256(f"{arguments.seed} {mutant.name}".encode()).digest())
     rooms = sorted({mutant.room for mutant in mutants})
     return [mutant for room in rooms for mutant in [each for each in mutants if each.room == room][:arguments.sample]]
 
