@@ -54,7 +54,7 @@ SWAPS = [
 CONDITION = re.compile(r"^(\s*(?:\} else )?if \()(.*)(\)(?: \{|\s[^(){}]*;|)\s*)$")
 STATEMENT = re.compile(r"^\s+(?!return\b|else\b|if\b|for\b|while\b|using\b|case\b|throw\b|delete\b|break\b|continue\b)"
                        r"(?:[\w:>.\-]+(?:\[[^\]]*\])?\(.*\)|[\w.>\-]+(?:\[[^\]]*\])? [-+|&]?= .*|(?:\+\+|--)[\w.>\-]+);$")
-ARGUMENTS = re.compile(r"(?<=\()([\w.\->]+), ([\w.\->]+)(?=\))")
+ARGUMENTS = re.compile(r"(?<!\bmin\()(?<!\bmax\()(?<!\bminmax\()(?<=\()([\w.\->]+), ([\w.\->]+)(?=\))")
 
 
 class Mutant:
