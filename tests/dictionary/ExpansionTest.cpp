@@ -208,6 +208,7 @@ TEST(Dictionary, EveryNameIsFoundAgainAndStandsInTheJoinedText) {
     dictionary.finish();
   }
   EXPECT_LE(dictionary.functionBytes(), 2 * dictionary.allNames().size());
+  EXPECT_GE(dictionary.functionBytes(), dictionary.allNames().size() + 4 * dictionary.functionCount());
 }
 
 TEST(Dictionary, ExpansionsThatExplodeAreLeftOutAndTheRestGoesOn) {
