@@ -7,9 +7,10 @@
 A PATH is a room or a file of one; --sample takes so many mutants of each room; with --changed only lines that differ
 from REVISION are touched. Nothing of the checkout or of the built tree is changed: each mutant compiles one unit, links
 it with the rest of its room's tests and runs them. What came out is remembered by content (the file, the fault, the
-tests): a second run costs what has changed only. A unit that no test of its room includes is
-asked of the tests of the plain rooms that use it, too. Survivors that change nothing a person could notice stand, with the
-reason, in tools/accepted_mutants.txt. Exit 1 when the score of a room is below its goal.
+tests): a second run costs what has changed only. A unit that no test of its room includes is asked of the tests of the
+plain rooms that use it, too. Survivors that change nothing a person could notice stand, with the reason, in
+tools/accepted_mutants.txt. Exit 1 when the score of a room is below its goal, with --goal when that of all together is
+below that.
 """
 import argparse
 import functools
@@ -267,9 +268,14 @@ def chosen(arguments):
              and (wanted is None or name in wanted)]
     mutants = [mutant for name in files for mutant in mutants_of(name, None if wanted is None else wanted[name])]
     # By what each is, not by its place in the row: after a change of the room a sample is still the same one.
-    mutants.sort(key=lambda mutant: hashlib.sha256(f"{arguments.seed} {mutant.name}".encode()).digest())
+    def turn(mutant):
+        return hashlib.sha256(f"{arguments.seed} {mutant.name}".encode()).digest()
+
+    mutants.sort(key=turn)
     rooms = sorted({mutant.room for mutant in mutants})
-    return [mutant for room in rooms for mutant in [each for each in mutants if each.room == room][:arguments.sample]]
+    taken = [mutant for room in rooms for mutant in [each for each in mutants if each.room == room][:arguments.sample]]
+    taken.sort(key=turn)  # the time may be over before all rooms had their turn
+    return taken
 
 
 class Results:
@@ -332,12 +338,14 @@ def main():
                 score[mutant.room][1] += 1
             if result == "lives":
                 print(f"{mutant.path}:{mutant.number + 1}: lives: {mutant.name.split(': ', 1)[1]}", flush=True)
+    goals = {room: GOALS.get(room, GOAL) for room in score}
+    if arguments.goal:
+        score, goals = {"all": [sum(column) for column in zip(*score.values())] or [0, 0]}, {"all": arguments.goal}
     missed = False
     for room, (killed, tried) in score.items():
-        goal = arguments.goal or GOALS.get(room, GOAL)
         percent = 100 * killed / tried if tried else 100
-        missed = missed or percent < goal
-        print(f"{room}/: {killed} of {tried} noticed, {percent:.0f} % (goal {goal} %)")
+        missed = missed or percent < goals[room]
+        print(f"{room}/: {killed} of {tried} noticed, {percent:.0f} % (goal {goals[room]} %)")
     if left:
         print(f"{left} not tried: the time was over")
     return 1 if missed else 0
