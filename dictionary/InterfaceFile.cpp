@@ -49,9 +49,9 @@ const TiXmlAttribute* leadingName(const TiXmlElement& element) {
   return first != nullptr && first->NameTStr() == kName ? first : nullptr;
 }
 
-// What every kind of parameter has. True when the attribute was one of these.
+// What every kind of parameter has.
 template <typename Parameter>
-bool readCommon(std::string_view name, const std::string& value, Parameter& parameter) {
+void readCommon(std::string_view name, const std::string& value, Parameter& parameter) {
   if (name == kName) {
     parameter.name = value;
   } else if (name == kDescription) {
@@ -60,10 +60,7 @@ bool readCommon(std::string_view name, const std::string& value, Parameter& para
     parameter.sid = value;
   } else if (name == kUse) {
     parameter.optional = value == kOptional;
-  } else {
-    return false;
   }
-  return true;
 }
 
 template <typename Parameter, typename Convert>
@@ -100,7 +97,7 @@ EnumParameter readEnumParameter(const XmlDocument& document, const TiXmlElement&
 IntegerParameter readIntegerParameter(const XmlDocument& document, const TiXmlElement& element) {
   IntegerParameter parameter;
   forAttributes(document, element, [&](std::string_view name, const std::string& value) {
-    if (readCommon(name, value, parameter)) return;
+    readCommon(name, value, parameter);
     if (name == "scaler") parameter.scaled = value == "yes";
     readLimit(name, value, parameter, parseInt);
   });
@@ -121,7 +118,7 @@ double floatLimit(std::string_view text) {
 FloatParameter readFloatParameter(const XmlDocument& document, const TiXmlElement& element) {
   FloatParameter parameter;
   forAttributes(document, element, [&](std::string_view name, const std::string& value) {
-    if (readCommon(name, value, parameter)) return;
+    readCommon(name, value, parameter);
     if (name == "type") parameter.unit = unitOf(value);
     readLimit(name, value, parameter, floatLimit);
   });

@@ -65,10 +65,6 @@ std::string withinLimits(const ParameterDescriptor& parameter, std::int64_t valu
   if (hasSignedValues(parameter)) low = -(std::int64_t{1} << (bits - 1)), high = -low - 1;
   if (parameter.minimum.known && parameter.maximum.known) {
     std::int64_t first = parameter.minimum.value, last = parameter.maximum.value;
-    if (hasSignedValues(parameter)) {
-      first = signedValue(static_cast<std::uint32_t>(first), bits / 8);
-      last = signedValue(static_cast<std::uint32_t>(last), bits / 8);
-    }
     if (first > last) std::swap(first, last);
     if (first < last) low = first, high = last;
   }

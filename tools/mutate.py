@@ -7,15 +7,16 @@
 A PATH is a room or a file of one; --sample takes so many mutants of each room; with --changed only lines that differ
 from REVISION are touched. Nothing of the checkout or of the built tree is changed: each mutant compiles one unit, links
 it with the rest of its room's tests and runs them. What came out is remembered by content (the file, the fault, the
-tests): a second run costs what has changed only. Survivors that change nothing a person could notice stand, with the
-reason, in tools/accepted_mutants.txt. Exit 1 when the score of a room is below its goal, with --goal when that of all
-together is below that.
+tests): a second run costs what has changed only. A unit that no test of its room includes is asked of the tests of the
+plain rooms that use it, too. Survivors that change nothing a person could notice stand, with the reason, in
+tools/accepted_mutants.txt. Exit 1 when the score of a room is below its goal, with --goal when that of all together is
+below that.
 """
 import argparse
+import functools
 import hashlib
 import json
 import os
-import random
 import re
 import shlex
 import signal
@@ -32,6 +33,7 @@ RESULTS = Path(os.environ.get("XDG_CACHE_HOME", Path.home() / ".cache")) / "tess
 ACCEPTED = ROOT / "tools" / "accepted_mutants.txt"
 ROOMS = ["platform", "xctl", "dictionary", "values", "classic", "model", "link", "review", "cli", "panelsim", "editors",
          "windows", "app"]
+PLAIN = ["platform", "xctl", "dictionary", "values", "classic", "model", "link", "review", "cli", "panelsim"]
 GOALS = {"app": 80, "editors": 80, "windows": 80}  # percent killed of the mutants that change anything
 GOAL = 90
 SLOWEST = 120  # seconds that a step may take; a mutant whose tests are not over by then counts as noticed
@@ -56,7 +58,7 @@ SWAPS = [
 CONDITION = re.compile(r"^(\s*(?:\} else )?if \()(.*)(\)(?: \{|\s[^(){}]*;|)\s*)$")
 STATEMENT = re.compile(r"^\s+(?!return\b|else\b|if\b|for\b|while\b|using\b|case\b|throw\b|delete\b|break\b|continue\b)"
                        r"(?:[\w:>.\-]+(?:\[[^\]]*\])?\(.*\)|[\w.>\-]+(?:\[[^\]]*\])? [-+|&]?= .*|(?:\+\+|--)[\w.>\-]+);$")
-ARGUMENTS = re.compile(r"(?<=\()([\w.\->]+), ([\w.\->]+)(?=\))")
+ARGUMENTS = re.compile(r"(?<!\bmin\()(?<!\bmax\()(?<!\bminmax\()(?<=\()([\w.\->]+), ([\w.\->]+)(?=\))")
 
 
 class Mutant:
@@ -92,7 +94,7 @@ def mutants_of(path, lines_wanted=None):
     for number, (line, plain) in enumerate(zip(lines, code)):
         if lines_wanted is not None and number + 1 not in lines_wanted:
             continue
-        if not plain.strip("\0 ") or ".reserve(" in plain or plain.lstrip().startswith(("#", "namespace", "template", "static_assert", "using")):
+        if not plain.strip("\0 ") or ".reserve(" in plain or plain.lstrip().startswith(("#", "namespace", "template", "static_assert", "assert(", "using")):
             continue
 
         def made(after, kind):
@@ -130,6 +132,24 @@ def changed_lines(revision):
             start, count = int(found[1]), int(found[2] or 1)
             wanted.setdefault(path, set()).update(range(start, start + count))
     return wanted
+
+
+@functools.lru_cache(maxsize=None)
+def including(header):
+    """Files that include a header, tests among them."""
+    line = f'#include "{header}"'
+    files = [file for folder in [*PLAIN, "tests"] for file in (ROOT / folder).rglob("*.[ch]*")]
+    return [str(file.relative_to(ROOT)) for file in files if line in file.read_text(encoding="utf-8")]
+
+
+@functools.lru_cache(maxsize=None)
+def asked(path):
+    """The rooms whose tests are asked: the unit's own, and who uses what no test of it includes."""
+    own, users = path.split("/")[0], including(path[:-3] + "h")
+    if any(user.startswith(f"tests/{own}/") for user in users):
+        return [own]
+    rooms = {user.removeprefix("tests/").split("/")[0] for user in users}
+    return [own, *sorted(rooms.intersection(PLAIN) - {own})]
 
 
 def run(command, seconds, **more):
@@ -190,18 +210,24 @@ class Build:
             lines = (ROOT / mutant.path).read_text(encoding="utf-8").split("\n")
             lines[mutant.number] = mutant.after
             source.write_text("\n".join(lines), encoding="utf-8")
-            # Beside the others, whose places tell them where the sample site is.
-            program = self.path / "bin" / f"mutant-{Path(folder).name}"
-            try:
-                if not self.compile(mutant, source, made) or not self.program(mutant.room, made, program):
-                    return "void"
-                own = re.search(r"TEST(?:_F|_P)?\((\w*)", test_of(mutant))
-                # The unit's own tests first: they notice most.
-                filters = [f"*{own[1]}.*"] if own else []
-                seconds = self.seconds.get(mutant.room, SLOWEST)
-                return "killed" if any(tests(program, seconds, chosen) != 0 for chosen in [*filters, "*"]) else "lives"
-            finally:
-                program.unlink(missing_ok=True)
+            if not self.compile(mutant, source, made):
+                return "void"
+            # The unit's own tests first: they notice most.
+            own = re.search(r"TEST(?:_F|_P)?\((\w*)", test_of(mutant))
+            results = (self.noticed(room, made, [f"*{own[1]}.*"] if own and room == mutant.room else [])
+                       for room in asked(mutant.path))
+            return next((result for result in results if result != "lives"), "lives")
+
+    def noticed(self, room, made, filters):
+        # Beside the others, whose places tell them where the sample site is.
+        program = self.path / "bin" / f"mutant-{made.parent.name}-{room}"
+        try:
+            if not self.program(room, made, program):
+                return "void"
+            seconds = self.seconds.get(room, SLOWEST)
+            return "killed" if any(tests(program, seconds, chosen) != 0 for chosen in [*filters, "*"]) else "lives"
+        finally:
+            program.unlink(missing_ok=True)
 
 
 def test_of(mutant):
@@ -241,10 +267,14 @@ def chosen(arguments):
     files = [name for name in files if name.split("/")[0] in ROOMS and not name.endswith("Windows.cpp")
              and (wanted is None or name in wanted)]
     mutants = [mutant for name in files for mutant in mutants_of(name, None if wanted is None else wanted[name])]
-    random.Random(arguments.seed).shuffle(mutants)
+    # By what each is, not by its place in the row: after a change of the room a sample is still the same one.
+    def turn(mutant):
+        return hashlib.sha256(f"{arguments.seed} {mutant.name}".encode()).digest()
+
+    mutants.sort(key=turn)
     rooms = sorted({mutant.room for mutant in mutants})
     taken = [mutant for room in rooms for mutant in [each for each in mutants if each.room == room][:arguments.sample]]
-    random.Random(arguments.seed).shuffle(taken)  # the time may be over before all rooms had their turn
+    taken.sort(key=turn)  # the time may be over before all rooms had their turn
     return taken
 
 
@@ -252,7 +282,7 @@ class Results:
     """What came out, by content: the file, the fault, the tests."""
 
     def __init__(self, mutants):
-        rooms = {mutant.room for mutant in mutants}
+        rooms = {room for mutant in mutants for room in asked(mutant.path)}
         self.units = {path: sum_of([ROOT / path]) for path in {mutant.path for mutant in mutants}}
         self.suites = {room: sum_of([*(ROOT / "tests" / room).rglob("*.*"), *(ROOT / "tests" / "support").rglob("*.*")])
                        for room in rooms}
@@ -263,7 +293,7 @@ class Results:
                 self.known.update(json.loads(line))
 
     def of(self, mutant, judge):
-        key = f"{self.units[mutant.path]} {self.suites[mutant.room]} {mutant.number} {mutant.after}"
+        key = f"{self.units[mutant.path]} {' '.join(self.suites[room] for room in asked(mutant.path))} {mutant.number} {mutant.after}"
         if key not in self.known and (result := judge(mutant)):
             with self.lock, RESULTS.open("a", encoding="utf-8") as kept:
                 self.known[key] = result

@@ -51,7 +51,7 @@ std::optional<std::array<std::uint8_t, kNumbers>> pairsOf(std::string_view text)
   std::string_view digits = text.substr(first, text.find_last_not_of(kSpace) + 1 - first);
   if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit)) return std::nullopt;
   std::array<std::uint8_t, kNumbers> numbers{};
-  for (std::size_t i = kNumbers; i-- > 0 && !digits.empty();) {
+  for (std::size_t i = kNumbers; i-- > 0;) {
     std::size_t position = i == 0 || digits.size() < 2 ? 0 : digits.size() - 2;
     const std::size_t start = position;
     numbers[i] = static_cast<std::uint8_t>(readNumber(digits, position, kMostOfANumber));
@@ -102,11 +102,11 @@ Timecode Timecode::fromText(std::string_view text) {
   std::array<std::uint8_t, kNumbers> numbers{};
   char separator = ':';
   std::size_t position = 0;
-  for (std::size_t i = 0; i < kNumbers; ++i) {
+  for (std::uint8_t& number : numbers) {
     skipSpace(text, position);
-    numbers[i] = static_cast<std::uint8_t>(readNumber(text, position, kMostOfANumber));
+    number = static_cast<std::uint8_t>(readNumber(text, position, kMostOfANumber));
     skipSpace(text, position);
-    if (i + 1 == kNumbers || position >= text.size()) break;
+    if (&number == &numbers.back() || position >= text.size()) break;
     if (text[position] != ':' && text[position] != '.') break;
     separator = text[position++];
   }

@@ -15,6 +15,20 @@ using tessaly::Mutex;
 using tessaly::MutexLock;
 using tessaly::Session;
 
+namespace {
+
+// No exception leaves the library: what cannot be done for lack of memory or threads counts as refused.
+template <typename Attempt>
+bool done(const Attempt& attempt) {
+  try {
+    return attempt();
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+}  // namespace
+
 // Sockets of this system need no start-up; the maker's library does.
 void xctlInit() {}
 
@@ -170,9 +184,8 @@ XCTLConnection::XCTLConnection(ETransport transport) : impl_(std::make_unique<Im
 
 XCTLConnection::~XCTLConnection() = default;
 
-// No exception leaves the library: what cannot be done for lack of memory or threads counts as refused.
 bool XCTLConnection::connect(const std::string& host, std::uint16_t port, IXCTLClient* client) {
-  try {
+  return done([&] {
     std::string address = host;
     const std::size_t colon = host.find(':');
     if (colon != std::string::npos && host.find(':', colon + 1) == std::string::npos) {
@@ -182,25 +195,18 @@ bool XCTLConnection::connect(const std::string& host, std::uint16_t port, IXCTLC
       address.resize(colon);
     }
     return impl_->connect(address, port, client);
-  } catch (const std::exception&) {
-    return false;
-  }
+  });
 }
 
 void XCTLConnection::disconnect() {
-  try {
-    impl_->disconnect();
-  } catch (const std::exception&) {
-  }
+  done([this] { return impl_->disconnect(), true; });
 }
 
 bool XCTLConnection::subscribe(const std::string& name) {
-  try {
+  return done([&] {
     const auto session = impl_->current();
     return session && session->subscribe(name);
-  } catch (const std::exception&) {
-    return false;
-  }
+  });
 }
 
 std::string XCTLConnection::endReason() {
@@ -209,10 +215,8 @@ std::string XCTLConnection::endReason() {
 }
 
 bool XCTLConnection::callFunctionId(const std::string& functionId, const ParameterList& parameters) {
-  try {
+  return done([&] {
     const auto session = impl_->current();
     return session && session->send(tessaly::callLine(functionId, parameters));
-  } catch (const std::exception&) {
-    return false;
-  }
+  });
 }

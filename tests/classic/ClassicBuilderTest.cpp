@@ -394,10 +394,13 @@ TEST_F(ClassicBuilderTest, LoadsCommandsThatDoNotFit) {
     EXPECT_EQ(builder.complete(), entry.complete) << entry.text;
     EXPECT_EQ(builder.command().text(), entry.text);
   }
-  ClassicBuilder longer(lists,
-                        loaded("28 10 01 01 05 00 07 01 99 "));  // a byte more than the parameters take
-  ASSERT_TRUE(longer.setNumber(0, 6));
-  EXPECT_EQ(longer.command().text(), "28 10 01 01 06 00 07 01 99 ");
+  // A byte more than the parameters take, and fewer than an extended input has.
+  for (const auto& [head, rest] :
+       std::vector<std::pair<std::string, std::string>>{{"28", "07 01 99 "}, {"27", "ff 01 "}}) {
+    ClassicBuilder builder(lists, loaded(head + " 10 01 01 05 00 " + rest));
+    ASSERT_TRUE(builder.setNumber(0, 6));
+    EXPECT_EQ(builder.command().text(), head + " 10 01 01 06 00 " + rest);
+  }
   // An input at the end may have no source hold; once something follows, its first byte would be taken for
   // it.
   list(16, 3, "[0x01] 0x03 \"F\"\npt_Input \"i\"\npt_Byte \"0\"\n");

@@ -1,6 +1,5 @@
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <random>
 #include <thread>
 
 #include "classic/DecodingList.h"
@@ -204,23 +203,6 @@ TEST(DecodingList, TogglesByTheLastParameter) {
     EXPECT_EQ(found->shortName, "own") << entry.parameters;
     EXPECT_EQ(found->toggle, entry.toggle) << entry.parameters;
     EXPECT_EQ(found->step, entry.step) << entry.parameters;
-  }
-}
-
-TEST(DecodingList, SurvivesListsCutAndDamagedAnywhere) {
-  const std::string whole =
-      kHead +
-      "[0x01] 0x07 \"a\" \"b\" 0x05\npt_WordEnum \"e\"\n:0x01 0x02 \"x\" \"y\"\n"
-      "pt_AnalogBi \"v\"\n:0x01 0x02 \"l\"\n:0x00 0x00 \"n\"\n:0x00 0x01 \"h\"\npt_Foo \"z\"\n";
-  std::mt19937 random(1);
-  for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
-    std::string bytes = whole.substr(0, cut);
-    if (const auto list = parse(bytes)) {
-      EXPECT_TRUE(list->find(command(0x40, {1, 2})).has_value()) << cut;
-    }
-    for (int i = 0; i < 20 && !bytes.empty(); ++i)
-      bytes[random() % bytes.size()] = static_cast<char>(random());
-    if (const auto list = parse(bytes)) (void)list->find(command(0x40, {1, 2, 3, 4}));
   }
 }
 

@@ -83,7 +83,10 @@ TEST(Expansion, TextsTakeTheChosenValuesInOnePass) {
     std::string name, text, fidForm, displayForm;
   } cases[] = {
       {"$me.$key", "to $me, $key; $me", "to ME1, KEYA; ME1", "to Mix 11, key a; Mix 11"},
-      {"$me.$key", "$meX $me_ $me1 $me-", "$meX $me_ $me1 ME1-", "$meX $me_ $me1 Mix 11-"},
+      {"$me", "$meA $meZ $mea $mez $me0 $me9 $me_", "$meA $meZ $mea $mez $me0 $me9 $me_",
+       "$meA $meZ $mea $mez $me0 $me9 $me_"},
+      {"$me", "$me@ $me[ $me` $me{ $me/ $me:", "ME1@ ME1[ ME1` ME1{ ME1/ ME1:",
+       "Mix 11@ Mix 11[ Mix 11` Mix 11{ Mix 11/ Mix 11:"},
       {"$me.$me", "$me $me $me", "ME1 ME2 ME2", "Mix 11 Mix 12 Mix 12"},  // k-th reference, k-th choice
       {"$a.$ab", "$ab $a $abc", "$a$x $ab $abc", "<$ab> $x $abc"},        // longest wins, no second look
       {"Lit.$key", "Lit $keys", "Lit $keys", "Lit $keys"},
@@ -205,6 +208,7 @@ TEST(Dictionary, EveryNameIsFoundAgainAndStandsInTheJoinedText) {
     dictionary.finish();
   }
   EXPECT_LE(dictionary.functionBytes(), 2 * dictionary.allNames().size());
+  EXPECT_GE(dictionary.functionBytes(), dictionary.allNames().size() + 4 * dictionary.functionCount());
 }
 
 TEST(Dictionary, ExpansionsThatExplodeAreLeftOutAndTheRestGoesOn) {
@@ -236,6 +240,7 @@ TEST(Dictionary, ExpansionsThatExplodeAreLeftOutAndTheRestGoesOn) {
     EXPECT_EQ(dictionary.function(0).description(), "-4294967296");
   }
   EXPECT_THAT(alternativesOf({"all", "", "", kLow, kHigh, 0}), IsEmpty());
+  EXPECT_EQ(alternativesOf({"most", "", "", 1, kLargestFamily, 0}).size(), std::size_t{kLargestFamily});
 }
 
 TEST(SegmentFamily, OffsetMovesTheShownNumberOnly) {

@@ -64,7 +64,7 @@ TEST_F(InterfaceFileTest, FunctionWithEveryKindOfParameter) {
   EXPECT_EQ(fid.integers[0].maxDisplay, 2);
   EXPECT_FALSE(fid.integers[1].scaled);
   EXPECT_TRUE(fid.integers[1].optional);
-  EXPECT_EQ(fid.integers[1].description, "");
+  EXPECT_EQ(fid.floats[0].name + fid.integers[0].name + fid.integers[0].description, "f1i1id");
   ASSERT_EQ(fid.enums.size(), 1u);
   EXPECT_EQ(fid.enums[0].sid, "es");
   ASSERT_EQ(fid.enums[0].values.size(), 2u);

@@ -8,6 +8,7 @@
 namespace tessaly {
 namespace {
 
+using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Result = FtpClient::Result;
@@ -52,8 +53,7 @@ class PanelMacrosTest : public testing::Test {
   };
 
   PanelMacrosTest() {
-    macros.waitFor(
-        {std::chrono::milliseconds(50), std::chrono::milliseconds(50), std::chrono::milliseconds(1)});
+    macros.waitFor({milliseconds(20'000), milliseconds(20'000), milliseconds(1)});
     site.write("c:\\x.mac", "<new/>");
   }
   Result next(const std::string& text) {
@@ -166,6 +166,7 @@ TEST_F(PanelMacrosTest, APanelThatKeepsOnStoringWronglyIsNotSaidToHoldAnything) 
   std::vector<Result> away(1000, Result::kUnreachable);
   away[0] = Result::kDone;
   away[1] = Result::kCut;
+  macros.waitFor({milliseconds(50), milliseconds(20'000), milliseconds(1)});
   panel.transport->take();
   EXPECT_EQ(upload(away).describe(),
             "the connection was cut; what the panel holds now is unknown: the panel cannot be reached");
@@ -342,7 +343,6 @@ TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {
 // The user who cancels the sending does not wait for a panel that is gone as long as one who does not, and
 // one who cancels the putting back does not wait at all.
 TEST_F(PanelMacrosTest, CancelEndsTheTransferAndThenThePuttingBack) {
-  using std::chrono::milliseconds;
   macros.cancel();
   EXPECT_EQ(cancels, 0) << "nothing runs";
   macros.waitFor({milliseconds(5000), milliseconds(20), milliseconds(1)});

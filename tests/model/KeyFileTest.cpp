@@ -56,6 +56,7 @@ TEST(KeyFile, TellsWhatASaveWouldLose) {
   KeyFile key;
   key.parse(kHeader + bytes);
   EXPECT_EQ(key.unreadable(), (std::vector<int>{2, 3, 4}));
+  EXPECT_EQ(key.lineOf(4), 11);
   key.parse(kHeader);  // the empty command of a file without lines loses nothing
   EXPECT_EQ(key.unreadable(), std::vector<int>());
 }

@@ -57,6 +57,16 @@ const Operation kOperations[] = {
      [](auto& file) { return std::pair(file.first(), std::string(kNew)); }},
     {"set value", [](auto& site, auto& text) { return setCommandValue(site, kFile, 0, text); },
      [](auto&) { return std::pair<std::string, std::string>("\"OLD\"", "\"NEW\""); }},
+    {"set a text",
+     [](auto& site, auto& text) {
+       return editMacroFile(site, kFile, SetTexts{{{1, SetTexts::Part::kFid, -1, text}}});
+     },
+     [](auto&) { return std::pair<std::string, std::string>("\"B\"", "\"NEW\""); }},
+    {"set the text of a value",
+     [](auto& site, auto& text) {
+       return editMacroFile(site, kFile, SetTexts{{{0, SetTexts::Part::kValue, 0, text}}});
+     },
+     [](auto&) { return std::pair<std::string, std::string>("\"OLD\"", "\"NEW\""); }},
     {"move",
      [](auto& site, auto&) {
        return editMacroFile(site, kFile, MoveCommands{{0}, 0});

@@ -31,7 +31,9 @@ inline const OddFile kOddFiles[] = {
      "  white\n\tspace   stays  ", "<?end?>\n"},
     {"<!-- first -->\n", " x=\"a & b &uuml; &#; &#x41\"", "<z>&  & &bogus; &#</z>", "a & b",
      "<macro name=\"N\" />\n"},
-    {"", " x=\"'>&amp;#x41;\n&#x0A;&#13;\"", "<z><![CDATA[ <a> &#x41; ]]></z>",
+    {"", " x=\"'>&amp;#x41;\n&#x0A;&#13;\"",
+     "<z><![CDATA[ <a> &#x41; ]]><cmd fid=\"C\" /><param value=\"V\" />"
+     "<!-- <cmd> --><a /><A /><Z /></z>",
      "mixed <b>bold</b>\n <i />\t<u />  ", ""},
     {"<?xml version='1.0'?>\n", " x=\"\xC3\xE4&#0;&#1;\"", "<z>   </z>", "\xFC<!-- c -->", ""},
 };

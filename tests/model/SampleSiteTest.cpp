@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <set>
+#include <sstream>
 
 #include "dictionary/InterfaceFile.h"
 #include "model/CommandLine.h"
@@ -58,28 +59,12 @@ TEST_F(SampleSiteTest, DictionaryServesTheEditors) {
   for (int category = 0; category <= 6; ++category)
     for (const PanelSource& source : panelSources(category))
       EXPECT_TRUE(segments.contains(source.panelName)) << source.panelName;
-  for (const char* destination : {"PST.ME4",
-                                  "ME4.KEY4.KEY",
-                                  "ME3.KEY6.KEY",
-                                  "ME3.KEY4.WIPE",
-                                  "ME4.TRANSI",
-                                  "ME3.UTIL2",
-                                  "ME3.WIPE2",
-                                  "ME3.IDPM.CHANNEL4",
-                                  "ME3.KEY4.IDPM",
-                                  "DpmEffect.ME3",
-                                  "YUV_CORR.ME4",
-                                  "RGB_CORR.ME3",
-                                  "BACKGROUND3",
-                                  "TEST_PATTERN",
-                                  "AUX48",
-                                  "MACHINE36",
-                                  "RAMCHAN6",
-                                  "RAM6",
-                                  "CHANNEL4.EDPM",
-                                  "EDPM_MASTER",
-                                  "RGB_INP_CORR.INPUT96",
-                                  "YUV_INP_CORR.INPUT239"})
+  std::istringstream destinations(
+      "PST.ME4 ME4.KEY4.KEY ME3.KEY6.KEY ME3.KEY4.WIPE ME4.TRANSI ME3.UTIL2 ME3.WIPE2 "
+      "ME3.IDPM.CHANNEL4 ME3.KEY4.IDPM DpmEffect.ME3 YUV_CORR.ME4 RGB_CORR.ME3 BACKGROUND3 "
+      "TEST_PATTERN AUX48 MACHINE36 RAMCHAN6 RAM6 CHANNEL4.EDPM EDPM_MASTER RGB_INP_CORR.INPUT96 "
+      "YUV_INP_CORR.INPUT239");
+  for (std::string destination; destinations >> destination;)
     EXPECT_TRUE(groups.contains(destination)) << destination;
 }
 

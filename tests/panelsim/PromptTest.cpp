@@ -141,7 +141,9 @@ TEST(Options, TableOfCommandLines) {
                                              {"--drop-after", "off"},
                                              {"--answer-after", "-5"},
                                              {"address", "::1"}}) {
+    reason.clear();
     EXPECT_FALSE(readOptions(wrong, reason)) << wrong.front();
+    EXPECT_NE(reason, "") << wrong.front();
   }
   const auto options = readOptions(
       {"--address", "127.0.0.5", "--site", "/srv/site", "--control-port", "0", "--mfd", "1,0,3",
@@ -156,7 +158,8 @@ TEST(Options, TableOfCommandLines) {
   EXPECT_EQ(options->panel.faults.control.delay.count(), 250);
   EXPECT_EQ(options->panel.faults.control.garbleAfter, 7U);
   EXPECT_TRUE(options->panel.faults.loseReload);
-  EXPECT_FALSE(options->panel.faults.control.dropAfter);
+  EXPECT_FALSE(options->panel.faults.control.dropAfter || options->version);
+  EXPECT_TRUE(readOptions({"--version"}, reason)->version);
 }
 
 TEST_F(PanelTest, AnEmptyTreeIsFilledFromTheFirstApplicationThatHasMacros) {

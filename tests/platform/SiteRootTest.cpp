@@ -34,6 +34,10 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
                {"\\X\\y", "x/y"}};
   for (const auto& c : cases) EXPECT_EQ(root_.resolve(c.site), host(c.host)) << c.site;
 
+  EXPECT_EQ(root_.sitePathOf(host("a/X/y.mac")), "a:\\X\\y.mac");
+  EXPECT_EQ(root_.sitePathOf(host("z/y")), "z:\\y");
+  for (const char* other : {"ab/y", "C/y", "{/y", "`/y", "c"})
+    EXPECT_EQ(root_.sitePathOf(host(other)), host(other)) << "no drive";
   const std::string native = host("c").string();
   EXPECT_EQ(root_.resolve(native + "\\PROGRAMME\\\\rv48"), native + "/Programme/RV48");
   const std::string named = native + "/Programme/RV48/ONE.mac";

@@ -34,6 +34,8 @@ TEST(Text, NumbersReadAsTheCLibraryReadsThem) {
     EXPECT_EQ(parseDouble(c.text), c.real) << c.text;
   }
   EXPECT_EQ(parseDouble(std::string_view("12345").substr(1, 2)), 23);  // the view's end counts
+  EXPECT_TRUE(wholeNumber("-3", -3, 5) && wholeNumber("5", -3, 5));
+  EXPECT_FALSE(wholeNumber("-4", -3, 5) || wholeNumber("6", -3, 5) || wholeNumber("5x", -3, 5));
 }
 
 TEST(Text, TheDecimalPointIsIndependentOfTheLocale) {
@@ -67,6 +69,7 @@ TEST(Text, CodePages) {
                {"\xFC", false, "\xC3\xBC", "\xFC"},
                {"\xC3\xBC", true, "\xC3\xBC", "\xFC"},
                {"\x80\x81", false, "\xE2\x82\xAC\xC2\x81", "\x80\x81"},
+               {"\xC2\x80", true, "\xC2\x80", "?"},
                {"\xE2\x82\xAC", true, "\xE2\x82\xAC", "\x80"},
                {"\xF0\x9F\x98\x80!", true, "\xF0\x9F\x98\x80!", "?!"},
                {"\xC0\xAF", false, "\xC3\x80\xC2\xAF", "\xC0\xAF"},                      // overlong
@@ -79,6 +82,7 @@ TEST(Text, CodePages) {
     EXPECT_EQ(utf8ToWindows1252(displayUtf8(c.bytes)), c.codePage) << c.bytes;
   }
   EXPECT_EQ(utf8ToWindows1252("a\xFF"), "a?");
+  EXPECT_EQ(beginningOf("K\xC3\xBC", 2) + beginningOf("\x80\x80", 1), "K");
 }
 
 TEST(Text, WhatIsNotSeenStandsAsItsNumber) {

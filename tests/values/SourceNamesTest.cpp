@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
 
 #include "platform/Text.h"
 #include "values/SourceNames.h"
@@ -7,35 +8,54 @@
 namespace tessaly {
 namespace {
 
-TEST(SourceNames, ClassicNumbers) {
+// A number has its name in a classic command and, where a panel offers it as an input, one there.
+TEST(SourceNames, EveryNumberHasItsNames) {
   const struct {
-    std::uint8_t number;
-    const char* name;
+    int first;
+    std::vector<std::string> classic, panel;
   } cases[] = {
-      {0, "Black"},
-      {1, "Input 01"},
-      {96, "Input 96"},
-      {97, "unknown input"},
-      {129, "eDpm Chan1 Fill"},
-      {136, "eDpm Chan4 Key"},
-      {137, "RamRecorder Chan1"},
-      {142, "RamRecorder Chan6"},
-      {143, "unknown input"},
-      {146, "Color Bgnd 3"},
-      {153, "Color Test"},
-      {160, "PP A"},
-      {199, "Me3 D"},
-      {200, "unknown input"},
-      {212, "Meh B"},
-      {180, "Meh Preview1"},
-      {217, "Me1 Preview2"},
-      {220, "Meh Preview2"},
-      {224, "Virtual Input 00"},
-      {239, "Virtual Input 15"},
-      {240, "White"},
-      {255, "unknown input"},
+      {0, {"Black"}, {}},
+      {129,
+       {"eDpm Chan1 Fill", "eDpm Chan1 Key", "eDpm Chan2 Fill", "eDpm Chan2 Key", "eDpm Chan3 Fill",
+        "eDpm Chan3 Key", "eDpm Chan4 Fill", "eDpm Chan4 Key"},
+       {"eDpm Fill 1", "", "eDpm Fill 2", "", "eDpm Fill 3", "", "eDpm Fill 4"}},
+      {137,
+       {"RamRecorder Chan1", "RamRecorder Chan2", "RamRecorder Chan3", "RamRecorder Chan4",
+        "RamRecorder Chan5", "RamRecorder Chan6"},
+       {"RamRec 1", "RamRec 2", "RamRec 3", "RamRec 4", "RamRec 5", "RamRec 6"}},
+      {144, {"Color Bgnd 1", "Color Bgnd 2", "Color Bgnd 3"}, {"Color 1", "Color 2", "Color 3"}},
+      {153, {"Color Test"}, {"Color-Test"}},
+      {160, {"PP A", "Me1 A", "Me2 A", "Me3 A", "Meh A"}, {"PP A", "ME1 A", "ME2 A", "ME3 A", "Me-h A"}},
+      {176,
+       {"PP Preview1", "Me1 Preview1", "Me2 Preview1", "Me3 Preview1", "Meh Preview1"},
+       {"PP Pvw1", "ME1 Pvw1", "ME2 Pvw1", "ME3 Pvw1", "Me-h Pvw1"}},
+      {192,
+       {"PP C", "PP D", "Me1 C", "Me1 D", "Me2 C", "Me2 D", "Me3 C", "Me3 D"},
+       {"PP C", "PP D", "ME1 C", "ME1 D", "ME2 C", "ME2 D", "ME3 C", "ME3 D"}},
+      {208, {"PP B", "Me1 B", "Me2 B", "Me3 B", "Meh B"}, {"PP B", "ME1 B", "ME2 B", "ME3 B", "Me-h B"}},
+      {216,
+       {"PP Preview2", "Me1 Preview2", "Me2 Preview2", "Me3 Preview2", "Meh Preview2"},
+       {"PP Pvw2", "ME1 Pvw2", "ME2 Pvw2", "ME3 Pvw2", "Me-h Pvw2"}},
+      {240, {"White"}, {}},
   };
-  for (const auto& c : cases) EXPECT_EQ(sourceName(c.number), c.name) << int{c.number};
+  std::map<int, std::string> classic, panel;
+  for (int i = 1; i <= 96; ++i) classic[i] = format("Input %02d", i);
+  for (int i = 1; i <= 96; ++i) panel[i] = format("Input %d", i);
+  for (int i = 0; i < 16; ++i) classic[224 + i] = format("Virtual Input %02d", i);
+  for (int i = 0; i < 16; ++i) panel[224 + i] = format("Virtual Inp. %d", i);
+  for (const auto& run : cases) {
+    for (std::size_t i = 0; i < run.classic.size(); ++i)
+      classic[run.first + static_cast<int>(i)] = run.classic[i];
+    for (std::size_t i = 0; i < run.panel.size(); ++i)
+      if (!run.panel[i].empty()) panel[run.first + static_cast<int>(i)] = run.panel[i];
+  }
+  for (int i = 0; i < 256; ++i)
+    EXPECT_EQ(sourceName(static_cast<std::uint8_t>(i)), classic.contains(i) ? classic[i] : "unknown input")
+        << i;
+  std::map<int, std::string> offered;
+  for (const PanelSource& input : panelSources(1))
+    offered[parseInt(inputNumberText(input.panelName))] = input.displayName;
+  EXPECT_EQ(offered, panel);
 }
 
 TEST(SourceNames, CategoriesHaveTheirEndsAndSizes) {
@@ -66,29 +86,6 @@ TEST(SourceNames, CategoriesHaveTheirEndsAndSizes) {
   }
   EXPECT_TRUE(panelSources(-1).empty());
   EXPECT_TRUE(panelSources(10).empty());
-}
-
-TEST(SourceNames, FixedInputsOfThePanelAgreeWithTheClassicNumbers) {
-  const std::vector<PanelSource>& inputs = panelSources(1);
-  const struct {
-    const char *display, *classic;
-  } cases[] = {
-      {"Color 3", "Color Bgnd 3"},
-      {"Color-Test", "Color Test"},
-      {"eDpm Fill 4", "eDpm Chan4 Fill"},
-      {"RamRec 6", "RamRecorder Chan6"},
-      {"PP Pvw2", "PP Preview2"},
-      {"ME2 C", "Me2 C"},
-      {"ME3 D", "Me3 D"},
-      {"Me-h Pvw1", "Meh Preview1"},
-      {"Virtual Inp. 7", "Virtual Input 07"},
-  };
-  for (const auto& c : cases) {
-    const auto row = std::find_if(inputs.begin(), inputs.end(),
-                                  [&](const PanelSource& source) { return source.displayName == c.display; });
-    ASSERT_NE(row, inputs.end()) << c.display;
-    EXPECT_EQ(sourceName(static_cast<std::uint8_t>(parseInt(inputNumberText(row->panelName)))), c.classic);
-  }
 }
 
 TEST(SourceNames, InputListComesFromTheNamedFamilyFirst) {

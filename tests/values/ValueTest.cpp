@@ -81,7 +81,7 @@ TEST(ParameterValue, StoresShownFloats) {
       {decimal(0, 0, 0, 0), true, kDisplay, "-2.0000", "-2047"},  // -2048 can only be typed in raw mode
       {decimal(0, 0, 0, 0), true, kDisplay, "-90", "-2048"},
       {decimal(0, 0, 0, 0), true, kRaw, "-2048", "-2048"},
-      {decimal(0, 1, 0, 100), false, kDisplay, "25", "0.250000"},
+      {decimal(-1, 3, -180, 20), false, kDisplay, "-30", "2.000000"},
       {decimal(0, 1, 0, 100), false, kDisplay, "", "0.000000"},
       {decimal(0, 1, 0, 100), false, kRaw, "", "0"},
       {decimal(0, 1, 5, 5), false, kDisplay, "25", "25"},
@@ -116,9 +116,9 @@ TEST(ParameterValue, ConvertsTimecodes) {
       {"77", 0, "77"},
       {"", 25, ""},
       {"10203005", 25, "270544901"},
-      {"3005", 25, "12293"},  // 30 seconds and 5 frames
-      {"99", 25, "36"},
-      {"99", 30, "41"},  // frames 24 and 29, two digits a byte
+      {"3005", 25, "12293"},             // 30 seconds and 5 frames
+      {"99:99:99:99", 25, "593058084"},  // 23:59:59:24, two digits a byte
+      {"99", 30, "41"},                  // 29 frames
   };
   for (const auto& c : cases) EXPECT_EQ(storedTimecode(c.shown, c.frameRate), c.stored) << c.shown;
 }

@@ -30,6 +30,8 @@ TEST(JsonLine, ReadsMessagesAndSetsWrongTypesAside) {
       {start + R"({"name":5,"value":["b"],"other":{"name":"x"}}})", "m id:-"},
       {start + R"({"name":"A","name":null}})", "m id:-"},
       {start + R"(["name","A"]})", "m id:-"},
+      {call + R"([]},"params":{}})", "m id:-"},
+      {start + R"({"name":"A","value":"b"},"params":{}})", "m id:-"},
       {R"({"jsonrpc":"2.0","method":"m","name":"A","x":{"name":"B"}})", "m id:-"},
       {call + R"([{"name":"REG","value":"007"},{"value":"","name":"NAME"}]}})",
        R"(m id:- function:F parameters:REG="007", NAME="")"},
