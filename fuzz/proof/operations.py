@@ -4,6 +4,7 @@ import os
 import shutil
 import socket
 import subprocess
+import sys
 import tempfile
 import time
 
@@ -16,6 +17,8 @@ KEY = "c:\\programme\\RV48\\appli\\Show\\CP7\\upk\\key03.upk"
 OWN = "c:\\programme\\RV48\\bin\\MacroFid\\"
 SNAPSHOT = "c:\\programme\\RV48\\appli\\Show\\taken.zip"
 NEXT = "macro800.mac"
+MOST_TOLD = 5  # of what is wrong with one operation, unless TESSALY_PROOF_ALL asks for all
+SKIPPED = 77  # to the tests
 PANEL_MACRO = "flash/data/PANEL/macro/workplace1/macro001.mac"
 FUNCTIONS = b'''<mfd><fidsegment_indexed name="me" fidseg="ME" displayname="ME " min="1" max="3" offset="0"/>
 <fid name="$me.KEY1.CLIP.SET" sid="$me.KEY1.CLIP" group="$me.KEY1.KEY" description="$me Key 1 Clip Set">
@@ -32,6 +35,8 @@ def macro(name, commands=3, value="0.5"):
 def site_tree():
     files = {OWN + "emptyMacro.mac": b'<macro name=""><data></data></macro>\n',
              OWN + "TarrowMFDIfc.xml": FUNCTIONS, OWN + "CorvaneXLPanel.xml": b"<mfd></mfd>",
+             folder_of(SNAPSHOT) + "devices.ini": b'[Devices]\nDev1=CP1 "Desk" 10.0.0.1\n',
+             MACROS.replace("macroWP1", "assign") + "contents.cnt": b"#CNT\nPanel=CP1\n",
              KEY: b"#UPK\nBeginHeader\nFile=key03.upk\nName=MK04\nVersion=1.0\nEndHeader\n" + b"e3 10 05 01 \n" * 9}
     for number in (1, 2, 3):
         files[f"{MACROS}macro00{number}.mac"] = macro(f"First {number}", number + 2)
@@ -308,3 +313,32 @@ def free_port():
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         return probe.getsockname()[1]
+
+
+def tried_all(words, columns, what, trial):
+    """Tries each operation, or those that are named behind the programs, on one bench, and tells a row of each.
+    `trial` gives how many `what` there were, a figure for each column, and texts of what is wrong. The exit code."""
+    if not words:
+        return 2
+    if not calls.may_trace():
+        print("strace may not trace here")
+        return SKIPPED
+    bench = Bench(words[0])
+    print(_row("operation", [*columns, "wrong"]))
+    count, wrong, began = 0, 0, time.monotonic()
+    for operation in OPERATIONS:
+        if len(words) > 1 and operation.name not in words[1:]:
+            continue
+        tries, figures, wrongs = trial(bench, operation)
+        print(_row(operation.name, [*figures, len(wrongs)]), flush=True)
+        count += tries
+        wrong += len(wrongs)
+        for text in wrongs[:None if "TESSALY_PROOF_ALL" in os.environ else MOST_TOLD]:
+            print("  WRONG: " + text)
+    bench.close()
+    print(f"{count} {what} in {time.monotonic() - began:.0f} s, {wrong} wrong")
+    return 1 if wrong or not count else 0
+
+
+def _row(name, figures):
+    return f"{name:24}" + "".join(f"{figure:>10}" for figure in figures)
