@@ -127,6 +127,10 @@ void Application::prepareRoot() {
 
 void Application::start() {
   prepareRoot();
+  // The functions are read while the window is made, which is then there for what is said of them.
+  const std::lock_guard untilShown(loader_->mutex);
+  const bool described = describesFunctions(root_);
+  startLoader(described);
   initPanelClient();
   PanelClient& client = *panelClient();
   client.setVerbose(options_.verbose);
@@ -150,24 +154,21 @@ void Application::start() {
   messages_.setGate(&window_->gate());
   loader_->window = window_.get();
   loader_->messages = &messages_;
-  if (describesFunctions(root_))
-    startLoader([link = loader_](const std::string& text) {
-      const std::lock_guard guard(link->mutex);
-      if (link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);
-    });
-  else {
-    // Whoever began empty knows it, and is not to be stopped by a box for each file at every start.
+  if (!described)
     window_->say(
         {Grade::kWarning,
          tr("this site describes no functions of a panel: \"Choose...\" in the menu \"Site\" sets one up")});
-    startLoader([](const std::string&) {});
-  }
   window_->show();
 }
 
-void Application::startLoader(const ReportProblem& report) {
-  std::thread([link = loader_, root = root_, &dictionary = dictionary_, report] {
-    loadFunctionDictionary(root, dictionary, report);
+// Whoever began with a site that describes no functions knows it, and is not to be stopped by a box for each
+// file at every start.
+void Application::startLoader(bool reports) {
+  std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports] {
+    loadFunctionDictionary(root, dictionary, [&link, reports](const std::string& text) {
+      const std::lock_guard guard(link->mutex);
+      if (reports && link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);
+    });
     {
       const std::lock_guard guard(link->mutex);
       if (link->window != nullptr)

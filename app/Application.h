@@ -47,7 +47,7 @@ class Application : public QObject {
   struct LoaderLink;
 
   void prepareRoot();
-  void startLoader(const ReportProblem& report);
+  void startLoader(bool reports);
   void raiseWindow();
   void leaveForSite(SiteWish wish);
   // Where the wish leads; nothing when the user stays.

@@ -197,8 +197,11 @@ void Browser::fillWorkplaces() {
   std::vector<ListRow> rows;
   if (onPanel()) {
     const WorkplaceFlags flags = connection_.workplaces(pane_.descriptor.pane);
+    // Unsaved changes belong to theirs, which a new line may not have told of yet.
+    const int held = pane_.copy.edited() ? workplace() : 0;
     for (int number = 1; number <= Workplace::kCount; ++number)
-      if (flags[static_cast<std::size_t>(number - 1)]) rows.push_back({format(kWorkplace, number), number});
+      if (flags[static_cast<std::size_t>(number - 1)] || number == held)
+        rows.push_back({format(kWorkplace, number), number});
     list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
     return;
   }

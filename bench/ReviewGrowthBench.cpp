@@ -2,6 +2,7 @@
 // tenth of the size.
 #include <fstream>
 #include <memory>
+#include <vector>
 
 #include "bench/Growth.h"
 #include "bench/InterfaceSample.h"
@@ -61,9 +62,22 @@ Sample& sample() {
   return made;
 }
 
-const Macro& macroOf(int commands) {
-  static const Macro ten = sample().macro(kTen), hundred = sample().macro(kHundred);
-  return commands == kTen ? ten : hundred;
+struct Edit {
+  Macro before, after;
+};
+
+// Ten small macros in turns take as much memory as the large one: else the nearest memory holds the small one
+// alone.
+const Edit& editOf(int commands) {
+  static const auto many = [](int size, int count) {
+    std::vector<Edit> edits;
+    for (int number = 0; number < count; ++number)
+      edits.push_back({sample().macro(size), sample().macro(size, 1)});
+    return edits;
+  };
+  static const std::vector<Edit> small = many(kTen, kHundred / kTen), large = many(kHundred, 1);
+  static std::size_t turn = 0;
+  return commands == kTen ? small[turn++ % small.size()] : large.front();
 }
 
 // Each step is a change of a macro of the same size, and all of them are undone.
@@ -80,14 +94,14 @@ void step(int steps) {
 }
 
 void compare(int commands) {
-  static const Macro ten = sample().macro(kTen, 1), hundred = sample().macro(kHundred, 1);
-  const MacroDiff diff(macroOf(commands), commands == kTen ? ten : hundred, &sample().dictionary);
+  const Edit& edit = editOf(commands);
+  const MacroDiff diff(edit.before, edit.after, &sample().dictionary);
   require(!diff.identical());
 }
 
 void check(int commands) {
   static MacroCheck checking({sample().dictionary, sample().lists});
-  const Findings findings = checking.check(macroOf(commands));
+  const Findings findings = checking.check(editOf(commands).before);
   keep(&findings);
 }
 
@@ -95,7 +109,7 @@ void search(int commands) {
   auto query = MacroQuery::parse("function:ME1.* source:5");
   require(query.has_value());
   MacroSearch searching(*std::move(query), {sample().dictionary, sample().lists});
-  const auto hits = searching.find(macroOf(commands));
+  const auto hits = searching.find(editOf(commands).before);
   keep(&hits);
 }
 

@@ -97,7 +97,8 @@ void SoakModel::fillWorkplaces(Pane pane) {
   PaneModel& here = of(pane);
   here.workplaces.clear();
   for (int number = 1; number <= Workplace::kCount; ++number)
-    if (here.flags[static_cast<std::size_t>(number - 1)]) here.workplaces.push_back(number);
+    if (here.flags[static_cast<std::size_t>(number - 1)] || (here.edited && number == here.workplace))
+      here.workplaces.push_back(number);
 }
 
 void SoakModel::join(Pane pane) {
@@ -172,7 +173,7 @@ void SoakModel::refreshWorkplaces(Pane pane) {
       std::find(here.workplaces.begin(), here.workplaces.end(), here.workplace) != here.workplaces.end();
   if (here.workplace == 0 || kept) return;
   here.workplace = 0;
-  if (!here.edited) clearFromMacros(pane);
+  clearFromMacros(pane);
 }
 
 void SoakModel::chooseApplication(Pane pane, int row) {

@@ -30,11 +30,11 @@ int pressed = 0;  // keys so far, a chord for one
 void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1) {
   pressed += times;
   for (int i = 0; i < times; ++i)
-    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+    QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(key), modifiers);
 }
 void type(const char* text) {
   pressed += static_cast<int>(QString::fromUtf8(text).size());
-  QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text));
+  QTest::keyClicks(WindowDriver::keyboard(), QString::fromUtf8(text));
 }
 
 class KeyboardTest : public testing::Test {
@@ -259,7 +259,7 @@ std::vector<std::string> neverReached(const QDialog& dialog) {
       missing << at;
   const qsizetype most = 2 * missing.size();
   for (qsizetype step = 0; step < most && !missing.isEmpty(); ++step) {
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(WindowDriver::keyboard(), Qt::Key_Tab);
     missing.removeOne(QApplication::focusWidget());
   }
   std::vector<std::string> names;

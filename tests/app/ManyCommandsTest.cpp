@@ -216,7 +216,7 @@ TEST_F(ManyCommandsTest, WhatIsCopiedComesWholeWhereItIsWanted) {
   driver().press(b_.discardChanges);
   open(Pane::kB, "992");
   driver().control<QWidget>(b_.macros).setFocus();
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_V, Qt::ControlModifier);
+  QTest::keyClick(WindowDriver::keyboard(), Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(letters(Pane::kB), "bd") << "an empty macro takes them, too";
 }
 
@@ -463,7 +463,7 @@ TEST_F(ManyCommandsTest, TheDialogThatIsKeptOpenGoesOnBehindTheLastOne) {
 // Catches work that a mouse is needed for, and a move that only eyes are told.
 TEST_F(ManyCommandsTest, KeysAloneCarryCommandsFromPaneToPane) {
   const auto key = [](int pressed, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(pressed), modifiers);
+    QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(pressed), modifiers);
   };
   driver().control<QWidget>(a_.macros).setFocus();
   key(Qt::Key_5, Qt::ControlModifier);

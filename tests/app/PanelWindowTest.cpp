@@ -293,6 +293,8 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   QTest::mouseClick(again, Qt::LeftButton);
   WindowDriver::waitFor([&] { return heading().starts_with("007 - Two, On the panel, "); }, "the line");
   EXPECT_THAT(heading(), HasSubstr("unsaved changes, last change: delete 1 command"));
+  EXPECT_THAT(driver().texts(b_.macros), testing::Contains("007 - Two")) << "its place stays chosen";
+  EXPECT_EQ(driver().list(b_.workplaces).selectedRow(), 0);
   driver().press(b_.saveChanges);
   EXPECT_THAT(values(first_.read(1, "007")).size(), 1U);
 }

@@ -20,7 +20,7 @@ constexpr const char* kTempA = "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac";
 constexpr const char* kSteps = "recovery\\paneA.steps";
 
 void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-  QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+  QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(key), modifiers);
 }
 void undo() { press(Qt::Key_Z, Qt::ControlModifier); }
 void redo() { press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }

@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -42,6 +43,22 @@ class WindowDriver {
       QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
       QTest::qWait(1);
     }
+  }
+
+  // Who has the keyboard. Word of a closed window comes late and may take the keyboard from the one in front,
+  // which a desktop would give it back.
+  [[nodiscard]] static QWidget* keyboard() {
+    static QPointer<QWidget> front;
+    waitFor(
+        [] {
+          if (QWidget* active = QApplication::activeWindow())
+            front = active;
+          else if (front != nullptr)
+            QApplication::setActiveWindow(front);
+          return QApplication::focusWidget() != nullptr;
+        },
+        "the keyboard");
+    return QApplication::focusWidget();
   }
 
   void waitUntilLoaded() const {

@@ -7,6 +7,7 @@
 
 #include "app/Appearance.h"
 #include "app/Application.h"
+#include "app/Language.h"
 #include "app/MainWindow.h"
 #include "tests/support/WindowDriver.h"
 #include "widgets/QuietToolkit.h"
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
                      {QStringLiteral("ftp-port"), QString(), QStringLiteral("PORT"), QStringLiteral("21")},
                      {QStringLiteral("screenshot"), QString(), QStringLiteral("FILE")}});
   parser.process(toolkit);
+  tessaly::speak(QStringLiteral("en"));  // which has its numbers of one
   tessaly::Application application({parser.value(QStringLiteral("root")).toStdString(),
                                     false,
                                     false,
