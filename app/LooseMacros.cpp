@@ -17,6 +17,16 @@
 
 namespace tessaly {
 
+namespace {
+
+Message saved(const QString& macro, const Outcome& written, const QString& where = {}) {
+  const QString text = LooseMacros::tr("saved: %1").arg(macro);
+  if (written) return {Grade::kDone, text, where};
+  return {Grade::kWarning, QStringLiteral("%1 (%2)").arg(text, failureText(written.failure())), where};
+}
+
+}  // namespace
+
 LooseMacros::LooseMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
                          MacroTransfers& transfers, OpenMacros& open, QWidget* window)
     : panes_(panes),
@@ -69,7 +79,7 @@ void LooseMacros::saveAs(Pane pane) {
   menu->popup(state(pane).view.mapToGlobal(state(pane).view.rect().topLeft()));
 }
 
-bool LooseMacros::write(Pane pane, const std::string& path) {
+Outcome LooseMacros::write(Pane pane, const std::string& path) {
   const std::string bytes = state(pane).copy.bytes();
   const Outcome written = overwriting_.write(
       shown(path), [&history = history_, path, bytes](const SiteAccess& site, const auto& mayLose) {
@@ -78,7 +88,7 @@ bool LooseMacros::write(Pane pane, const std::string& path) {
       });
   if (!written.written())
     emit said({Grade::kFailure, tr("NOT saved: %1 (%2)").arg(shown(path), failureText(written.failure()))});
-  return written.written();
+  return written;
 }
 
 bool LooseMacros::isAnother(Pane pane, int opening) {
@@ -104,22 +114,26 @@ void LooseMacros::saveInFolder(Pane pane, Pane folderOf) {
   position.setAbout([&](int at) { return overwriting_.about(state(folderOf), placeAt(at)); });
   if (position.exec() != QDialog::Accepted || isAnother(pane, opening)) return;
   const MacroTarget target = placeAt(position.number());
-  if (!open_.mayPutAt(folderOf, target, pane) || !write(pane, target.file())) return;
+  if (!open_.mayPutAt(folderOf, target, pane)) return;
+  const Outcome written = write(pane, target.file());
+  if (!written.written()) return;
   copy.noteSavedAs(target);
   open_.follow(target, pane);
   browser(pane).refreshFolder(folder);
   ListBox& list = state(pane).view.macros();
   list.selectRow(browser(pane).macroFolder() == folder ? list.rows().rowOfNumber(position.number()) : -1);
-  emit said({Grade::kDone, tr("saved: %1").arg(macroInStrip(target)), placeInWindow(target)});
+  emit said(saved(macroInStrip(target), written, placeInWindow(target)));
   emit changed();
 }
 
 void LooseMacros::saveInFile(Pane pane) {
   const int opening = state(pane).copy.opening();
   const std::string file = askForMacroFile(site_.root, window_);
-  if (file.empty() || isAnother(pane, opening) || !write(pane, file)) return;
+  if (file.empty() || isAnother(pane, opening)) return;
+  const Outcome written = write(pane, file);
+  if (!written.written()) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
-  emit said({Grade::kDone, tr("saved: %1").arg(shown(file))});
+  emit said(saved(shown(file), written));
   emit changed();
 }
 

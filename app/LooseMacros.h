@@ -36,7 +36,7 @@ class LooseMacros : public QObject {
   [[nodiscard]] bool isAnother(Pane pane, int opening);
   void saveInFolder(Pane pane, Pane folderOf);
   void saveInFile(Pane pane);
-  [[nodiscard]] bool write(Pane pane, const std::string& path);
+  [[nodiscard]] Outcome write(Pane pane, const std::string& path);
 
   PaneAccesses panes_;
   SiteAccess site_;

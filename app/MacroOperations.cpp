@@ -272,7 +272,8 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const Macro
   if (lost && overwriting_.asking(macroInStrip(target))(*lost)) came = attempt({});
   finishOnDisk(to, target, came);
   if (came)
-    tellCopied(source, target, {}, undo_.finishOnDisk());
+    tellCopied(source, target, inBrackets(tried), undo_.finishOnDisk(),
+               tried ? Grade::kDone : Grade::kWarning);
   else
     tellNotCopied(source, target, tried ? transfers_.reason() : inBrackets(tried));
 }

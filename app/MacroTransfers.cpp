@@ -43,7 +43,8 @@ bool MacroTransfers::download(const std::string& address, int workplace, const s
     TransferOutcome came{FtpClient::Result::kFailed};
     const auto fetch = [&]() -> Outcome {
       came = macros.download(address, workplace, number, file);
-      return {};
+      const bool unflushed = came.done() && !came.detail.empty();
+      return unflushed ? Failure{Failure::Kind::kUnflushed, came.detail} : Outcome();
     };
     if (around)
       around(fetch);

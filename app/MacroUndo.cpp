@@ -18,6 +18,13 @@ namespace {
 
 bool onPanel(const MacroPlace& place) { return place.file.empty(); }
 
+Grade gradeOf(const Outcome& written) { return written ? Grade::kDone : Grade::kWarning; }
+
+// What is to be known of a file that is there all the same.
+QString withReserve(const QString& text, const Outcome& written) {
+  return written ? text : QStringLiteral("%1 (%2)").arg(text, failureText(written.failure()));
+}
+
 }  // namespace
 
 MacroUndo::MacroUndo(SiteAccess site, MacroHistory& history, MacroTransfers& transfers, OpenMacros& open)
@@ -110,7 +117,12 @@ MacroUndo::Result MacroUndo::run(const Entry& entry) {
           return macro ? readOwnFile(root, macro->file) : Failure{};
         });
     if (!bytes) return notDone(entry, tr("nothing has been changed"));
-    if (!*bytes) return notDone(entry, tr("the history no longer has what was there before"), true);
+    if (!*bytes) {
+      const Failure& why = bytes->failure();
+      const bool gone = why.kind == Failure::Kind::kMissing;
+      return notDone(entry, gone ? tr("the history no longer has what was there before") : failureText(why),
+                     gone);
+    }
     before = **std::move(bytes);
   }
   const MacroTransfers::Present looked = transfers_.look(entry.place);
@@ -141,7 +153,8 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
                [bytes](const SiteRoot& root, const auto& file) { return writeFile(root, file, bytes); });
     if (!written.written()) return notDone(entry, failureText(written.failure()));
     open_.follow(place);
-    return done(tr("undone: %1; what was there before is back in %2").arg(entry.name, shown(place.file)));
+    const QString text = tr("undone: %1; what was there before is back in %2");
+    return done(withReserve(text.arg(entry.name, shown(place.file)), written), gradeOf(written));
   }
   static_cast<void>(transfers_.putBack(place, bytes, {}));
   const QString outcome = transfers_.outcomeText();
@@ -160,7 +173,8 @@ MacroUndo::Result MacroUndo::remove(const Entry& entry) {
     const Outcome removed = change(entry, MacroChange::kDelete, &removeFile);
     if (!removed.written()) return notDone(entry, failureText(removed.failure()));
     open_.follow(place);
-    return done(tr("undone: %1; %2 is deleted, as there was none before").arg(entry.name, shown(place.file)));
+    const QString text = tr("undone: %1; %2 is deleted, as there was none before");
+    return done(withReserve(text.arg(entry.name, shown(place.file)), removed), gradeOf(removed));
   }
   const PanelMacros::Deletion deletion = transfers_.remove(place, PanelMacros::OldContent::kKept);
   if (!deletion.kept) return notDone(entry, failureText(deletion.kept.failure()));

@@ -125,15 +125,17 @@ bool PanelTransfer::runLong(const QString& label, const std::function<void(const
 }
 
 Outcome PanelTransfer::write(const QString& label, std::function<Outcome()> work) {
+  struct CountedOut {
+    ~CountedOut() { --writing_; }
+  };
   const auto way = std::make_shared<WayBack>();
   ++writing_;
   const auto task = std::make_shared<std::packaged_task<Outcome()>>(
       [way, turn = turn_, work = std::move(work)]() -> Outcome {
+        const CountedOut counted;  // also when the work throws
         const std::scoped_lock guard(*turn);
         const WayBack::Walk walk(*way);
-        Outcome outcome = WayBack::givenUp() ? cancelledFailure() : work();
-        --writing_;
-        return outcome;
+        return WayBack::givenUp() ? cancelledFailure() : work();
       });
   std::future<Outcome> result = task->get_future();
   WayBack::Left left{};

@@ -45,7 +45,7 @@ struct TransferOutcome {
   FtpClient::Result transfer = FtpClient::Result::kDone;
   bool upload = false;     // the last thing tried was sending
   bool announced = false;  // what was sent is there, and the panel was told to read its macros again
-  std::string detail{};    // why what came is no macro; else empty
+  std::string detail{};    // why it is no macro, or how it was put
   PanelHolds holds = PanelHolds::kAsBefore;
   FtpClient::Result reading = FtpClient::Result::kDone;  // what was sent back, the last time
 

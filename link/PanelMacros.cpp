@@ -167,11 +167,14 @@ TransferOutcome PanelMacros::fetch(Running& running, const MacroPlace& place, st
   if (const Outcome read = reader_(bytes); !read) {
     outcome.transfer = Result::kUnreadable;
     outcome.detail = read.failure().text;
-  } else if (!writeFile(root_, file, bytes).written()) {
-    outcome.transfer = Result::kLocalFile;
-  } else {
-    seen_->note(place, bytes);
+    return outcome;
   }
+  const Outcome put = writeFile(root_, file, bytes);
+  if (!put) outcome.detail = put.failure().text;
+  if (put.written())
+    seen_->note(place, bytes);
+  else
+    outcome.transfer = Result::kLocalFile;
   return outcome;
 }
 

@@ -1,15 +1,17 @@
 """What system calls a program makes under a folder, recorded by strace."""
+import glob
 import os
 import re
 import subprocess
 import tempfile
+import time
 
 from disk import File, Folder
 
 CALLS = ("open,openat,creat,mkdir,mkdirat,rename,renameat,renameat2,unlink,unlinkat,rmdir,link,linkat,symlink,symlinkat,"
          "truncate,ftruncate,write,writev,pwrite64,pwritev,lseek,sendfile,copy_file_range,fallocate,fsync,fdatasync,chmod,"
          "fchmod,fchmodat,fchown,close,dup,dup2,dup3,fcntl,flock,read,pread64,getdents64,stat,lstat,newfstatat,fstat,"
-         "statx,statfs,readlink,access,faccessat2")
+         "statx,statfs,readlink,access,faccessat2,clone3")
 LINE = re.compile(r"^(\d+) +(\w+)\((.*?)\) += (-?\d+|\?)(<[^>]*>(?:\(deleted\))?)? ?(E[A-Z]+)?(.*)$")
 TEXT = re.compile(r'"((?:\\x[0-9a-f]{2})*)"(\.\.\.)?')
 NUMBER = re.compile(r"^(?:(\d+)|AT_FDCWD)<((?:\\x[0-9a-f]{2})*)>")
@@ -42,16 +44,39 @@ def _number(word):
     return int(word, 8) if re.fullmatch(r"0[0-7]+", word) else int(word, 0)
 
 
-def run_recorded(command, environment, stdin=None, inject=None, timeout=120):
+def run_recorded(command, environment, inject=None, timeout=120):
     """Runs a command; what it answered, and its calls."""
     with tempfile.NamedTemporaryFile("r", suffix=".strace") as log:
-        words = ["strace", "-f", "-y", "-xx", "-qq", "-s", "67108864", "-o", log.name, "-e", "trace=" + CALLS,
-                 "-e", "signal=none"]
-        if inject:
-            words += ["-e", "inject=" + inject]
-        done = subprocess.run(words + command, env=environment, input=stdin, capture_output=True, timeout=timeout,
-                              check=False)
+        done = subprocess.run([*_recorder(log, inject and [inject]), *command], env=environment, capture_output=True,
+                              timeout=timeout, check=False)
         return done, list(parsed(log))
+
+
+class Recorded:
+    """The calls of a program that runs, from now on until it ends."""
+
+    def __init__(self, process, inject=()):
+        self.log = tempfile.NamedTemporaryFile("r", suffix=".strace")
+        self.recorder = subprocess.Popen([*_recorder(self.log, inject), "-p", str(process)], stderr=subprocess.DEVNULL)
+        while not all(map(_is_traced, glob.glob(f"/proc/{process}/task/*/status"))):
+            assert self.recorder.poll() is None, "strace may not trace a program that runs"
+            time.sleep(0.002)
+
+    def calls(self):
+        self.recorder.wait()
+        with self.log:
+            return list(parsed(self.log))
+
+
+def _recorder(log, inject):
+    words = ["strace", "-f", "-y", "-xx", "-qq", "-s", "67108864", "-o", log.name, "-e", "signal=none",
+             "-e", f"trace={CALLS}"]
+    return words + [word for one in inject or () for word in ("-e", "inject=" + one)]
+
+
+def _is_traced(status):
+    with open(status) as file:
+        return "TracerPid:\t0\n" not in file.read()
 
 
 def may_trace():

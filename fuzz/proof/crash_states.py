@@ -6,14 +6,10 @@ usage: crash_states.py PROGRAMS [OPERATION ...]    a row for each operation; 1 w
 """
 import os
 import sys
-import time
 
-from calls import Replay, may_trace
+from calls import Replay
 from disk import Disk, frozen
-from operations import OPERATIONS, Bench, Tried
-
-MOST_TOLD = 5
-SKIPPED = 77  # to the tests
+from operations import Tried, tried_all
 
 
 def states_of(tried):
@@ -42,33 +38,11 @@ def tried_states(bench, operation):
         old += found == tried.old
         new += found == tried.new
         if wrong:
-            wrongs.append((wrong, state))
-    print(f"{operation.name:24}{len(running):8}{len(finished):10}{old:8}{new:8}{len(wrongs):8}"
-          f"{'' if whole else '  a sample'}", flush=True)
-    return len(running) + len(finished), wrongs
-
-
-def main(programs, names):
-    if not may_trace():
-        print("strace may not trace here")
-        return SKIPPED
-    bench = Bench(programs)
-    print(f"{'operation':24}{'states':>8}{'finished':>10}{'old':>8}{'new':>8}{'wrong':>8}")
-    count, wrong, began = 0, 0, time.monotonic()
-    for operation in OPERATIONS:
-        if names and operation.name not in names:
-            continue
-        states, wrongs = tried_states(bench, operation)
-        count += states
-        wrong += len(wrongs)
-        for texts, state in wrongs[:MOST_TOLD]:
-            print("  WRONG: " + "; ".join(texts))
-            if os.environ.get("TESSALY_PROOF_STATES"):
-                print("    ", state)
-    bench.close()
-    print(f"{count} states in {time.monotonic() - began:.0f} s, {wrong} wrong")
-    return 1 if wrong or not count else 0
+            at = f"\n    {state}" if "TESSALY_PROOF_STATES" in os.environ else ""
+            wrongs.append("; ".join(wrong) + at)
+    sample = "" if whole else "a sample"
+    return len(running) + len(finished), [len(running), len(finished), old, new, sample], wrongs
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1], sys.argv[2:]) if len(sys.argv) > 1 else 2)
+    sys.exit(tried_all(sys.argv[1:], ["states", "finished", "old", "new", ""], "states", tried_states))

@@ -1,10 +1,13 @@
 """The write operations whose system calls are tried, on a small site, and what is asked afterwards."""
 import json
 import os
+import resource
 import shutil
+import signal
 import socket
 import subprocess
 import tempfile
+import threading
 import time
 
 import calls
@@ -16,6 +19,10 @@ KEY = "c:\\programme\\RV48\\appli\\Show\\CP7\\upk\\key03.upk"
 OWN = "c:\\programme\\RV48\\bin\\MacroFid\\"
 SNAPSHOT = "c:\\programme\\RV48\\appli\\Show\\taken.zip"
 NEXT = "macro800.mac"
+MOST_TOLD = 5  # of what is wrong with one operation, unless TESSALY_PROOF_ALL asks for all
+SKIPPED = 77  # to the tests
+DONE_TOLD = "power cut", "is not known", "was written"  # a failure with these words has been done all the same
+NOT_DONE = "NOT ", "could not be written", "cannot: "  # as the window says it
 PANEL_MACRO = "flash/data/PANEL/macro/workplace1/macro001.mac"
 FUNCTIONS = b'''<mfd><fidsegment_indexed name="me" fidseg="ME" displayname="ME " min="1" max="3" offset="0"/>
 <fid name="$me.KEY1.CLIP.SET" sid="$me.KEY1.CLIP" group="$me.KEY1.KEY" description="$me Key 1 Clip Set">
@@ -32,6 +39,8 @@ def macro(name, commands=3, value="0.5"):
 def site_tree():
     files = {OWN + "emptyMacro.mac": b'<macro name=""><data></data></macro>\n',
              OWN + "TarrowMFDIfc.xml": FUNCTIONS, OWN + "CorvaneXLPanel.xml": b"<mfd></mfd>",
+             folder_of(SNAPSHOT) + "devices.ini": b'[Devices]\nDev1=CP1 "Desk" 10.0.0.1\n',
+             MACROS.replace("macroWP1", "assign") + "contents.cnt": b"#CNT\nPanel=CP1\n",
              KEY: b"#UPK\nBeginHeader\nFile=key03.upk\nName=MK04\nVersion=1.0\nEndHeader\n" + b"e3 10 05 01 \n" * 9}
     for number in (1, 2, 3):
         files[f"{MACROS}macro00{number}.mac"] = macro(f"First {number}", number + 2)
@@ -54,7 +63,8 @@ def folder_of(path):
 
 class Operation:
     """Commands, one after the other, that write `targets`; `prepare` are others before them. Of several targets each is
-    done for itself when `each`, else all or none. `cut_short` is a command that is killed before them, at a call."""
+    done for itself when `each`, else all or none. `cut_short` is a command that is killed before them, at a call. "acts"
+    are what the window does; only the last one is watched."""
 
     def __init__(self, name, commands, targets, prepare=(), each=False, look=None, cut_short=None):
         self.name, self.commands, self.targets, self.prepare = name, commands, targets, prepare
@@ -62,7 +72,7 @@ class Operation:
         self.look = look or ["show", targets[0]]  # the bytes tell of the others
         # Has to work, whatever happened, and leaves nothing over in the folders that were written.
         self.next = ["rename", folder_of(targets[-1]) + NEXT, "Next one"]
-        self.of_window = commands[0][0] == "window"
+        self.of_window, self.acts = (commands[0][0] == word for word in ("window", "acts"))
         if cut_short or commands[0][0] in ("replace", "restore"):
             self.next = ["replace", "value:VALUE=0.1->0.2", self.next[1]]
         elif self.of_window:
@@ -107,6 +117,18 @@ OPERATIONS = [
     Operation("window edit", [["window", "start", "edit=0.7"]], [ONE], look=LOOK),
     Operation("window steps", [["window", "start", "edit=0.7"], ["window", "start", "undo"]], [ONE], EDITED, look=LOOK),
     Operation("window save", [["window", "start", "save"]], [ONE], EDITED, look=LOOK),
+    Operation("act save", [["acts", "edit", "save"]], [ONE]),
+    Operation("act save as", [["acts", "edit", "saveAs=500"]], [NEW]),
+    Operation("act save as, over", [["acts", "edit", "saveAs=2"]], [ALL[1]]),
+    Operation("act create", [["acts", "create=500"]], [NEW]),
+    Operation("act copy", [["acts", "copy=2"]], [ALL[1]]),
+    Operation("act rename", [["acts", "rename=Changed"]], [ONE]),
+    Operation("act delete", [["acts", "delete"]], [ONE]),
+    Operation("act undo rename", [["acts", "rename=Changed", "undo"]], [ONE]),
+    Operation("act undo delete", [["acts", "delete", "undo"]], [ONE]),
+    Operation("act undo create", [["acts", "create=500", "undo"]], [NEW]),
+    Operation("act close", [["acts", "close"]], [OWN + "Settings.dat"], look=["settings"]),
+    Operation("snapshot of panel", [["panel", "{panel}", "snapshot", SNAPSHOT]], [SNAPSHOT], look=["snapshot", SNAPSHOT]),
 ]
 
 
@@ -135,6 +157,8 @@ class Bench:
 
     def words(self, words):
         """A command of the twin; of the window's files behind "window"; with a panel's address for "{panel}"."""
+        if words[0] == "acts":
+            return [self.program("tessaly-window-acts"), self.root, *words[1:]]
         if words[0] == "window":
             return [self.program("tessaly-window-files"), self.root, *words[1:]]
         if "{panel}" not in words:
@@ -192,7 +216,7 @@ class Tried:
             calls.run_recorded(bench.words(words), bench.environment, inject=f"{call}:signal=KILL:when={when}")
             assert any(name.endswith(".batch") for name in os.listdir(os.path.join(bench.root, "batches")))
         self.tree = disk.read_tree(bench.root)
-        self.calls, self.commands = [], []
+        self.calls, self.commands, self.said = [], [], None
         for words in operation.commands:
             self.commands.append([next(iter(bench.history())) if word == "{kept}" else word for word in words])
             self.before = disk.read_tree(bench.root)
@@ -205,7 +229,43 @@ class Tried:
         self.known.update(self.kept_after)
 
     def run(self, words, inject=None):
+        """Runs a command; what it answered, and its calls. `began` is the disk before them."""
+        if words[0] == "acts":
+            return self.act(words, inject)
+        self.began = self.before
         return calls.run_recorded(self.bench.words(words), self.bench.environment, inject=inject)
+
+    def run_plainly(self, words, environment=(), largest=None):
+        """The same without a recorder, and with no file that grows beyond a size."""
+        environment = {**self.bench.environment, **dict(environment)}
+        if words[0] == "acts":
+            return self.act(words, None, environment, largest)[0]
+
+        def limit():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            if largest is not None:
+                resource.setrlimit(resource.RLIMIT_FSIZE, (largest, largest))
+        return subprocess.run(self.bench.words(words), env=environment, capture_output=True, check=False, preexec_fn=limit)
+
+    def act(self, words, inject, environment=None, largest=None):
+        """What has failed is done once more, and has to work then. No thread is to be had, so that there is one order
+        of all calls."""
+        window = Window(self.bench.words(words), environment or self.bench.environment)
+        self.began = disk.read_tree(self.bench.root)
+        if self.said is None:
+            self.stages.append(self.look())
+        recorded = None
+        if environment is None:
+            recorded = calls.Recorded(window.process.pid, ["clone3:error=EAGAIN", *([inject] if inject else [])])
+        said = window.act(largest)
+        self.said = self.said or said
+        done = Acted(said, self.said, window.process, self.look())
+        if done.returncode == 1 and words[-1] != "close" and not any(words in said for words in DONE_TOLD):
+            again = Acted(window.act(), self.said, window.process, self.look())
+            if again.returncode or again.found != self.new:
+                done.wrongs.append(f"once more: {again.stderr.decode()}" + self.told(again.found, False))
+        window.end()
+        return done, recorded.calls() if recorded else []
 
     def looked_at(self):
         """What is told now; nothing of it stays."""
@@ -282,6 +342,49 @@ def _content(row):
     return row["bytes"], row["place"], row["name"], row["change"], row["size"]
 
 
+class Acted:
+    """What became of an act of the window, as of a command: a failure is one that is told as such, and what is told
+    beside what `usually` is stands in for the text of a warning."""
+
+    def __init__(self, said, usually, process, found):
+        failed = any(words in said for words in (*NOT_DONE, *DONE_TOLD)) and said != usually
+        self.returncode = 1 if failed else 0 if said else process.wait() or 1
+        self.stderr = b"" if said == usually else said.encode()
+        self.found, self.wrongs = found, []
+
+
+class Window:
+    """The window, which stands before the last of some acts."""
+
+    def __init__(self, words, environment):
+        self.process = subprocess.Popen(words, env=environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
+                                        preexec_fn=lambda: signal.signal(signal.SIGXFSZ, signal.SIG_IGN))
+        assert self.process.stdout.readline() == "ready\n", "the window does not get there"
+
+    def act(self, largest=None):
+        """What it says; nothing when it has ended, or had to be."""
+        _, most = resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE)
+        resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (most if largest is None else largest, most))
+        hanging = threading.Timer(60, self.process.kill)
+        hanging.start()
+        self.process.stdin.write("go\n")
+        self.process.stdin.flush()
+        said = self._said()
+        hanging.cancel()
+        return said
+
+    def _said(self):
+        lines = []
+        for line in self.process.stdout:
+            if line == "\n":
+                return "".join(lines)
+            lines.append(line)
+        return ""
+
+    def end(self):
+        self.process.communicate()
+
+
 class Panel:
     """A simulated panel with a macro, beside the site."""
 
@@ -308,3 +411,32 @@ def free_port():
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         return probe.getsockname()[1]
+
+
+def tried_all(words, columns, what, trial):
+    """Tries each operation, or those that are named behind the programs, on one bench, and tells a row of each.
+    `trial` gives how many `what` there were, a figure for each column, and texts of what is wrong. The exit code."""
+    if not words:
+        return 2
+    if not calls.may_trace():
+        print("strace may not trace here")
+        return SKIPPED
+    bench = Bench(words[0])
+    print(_row("operation", [*columns, "wrong"]))
+    count, wrong, began = 0, 0, time.monotonic()
+    for operation in OPERATIONS:
+        if len(words) > 1 and operation.name not in words[1:]:
+            continue
+        tries, figures, wrongs = trial(bench, operation)
+        print(_row(operation.name, [*figures, len(wrongs)]), flush=True)
+        count += tries
+        wrong += len(wrongs)
+        for text in wrongs[:None if "TESSALY_PROOF_ALL" in os.environ else MOST_TOLD]:
+            print("  WRONG: " + text)
+    bench.close()
+    print(f"{count} {what} in {time.monotonic() - began:.0f} s, {wrong} wrong")
+    return 1 if wrong or not count else 0
+
+
+def _row(name, figures):
+    return f"{name:24}" + "".join(f"{figure:>10}" for figure in figures)
