@@ -283,7 +283,9 @@ Outcome WorkingCopy::takeUp(const RecoveryRecord& record, std::string bytes) {
   if (record.setAside) recovery_.bringStepsBack();
   writeRecord();
   steps_.begin(place(), macro_->check());
-  if (target_) fetched_ = record.held;
+  // A save that the end of the program has cut told the steps what it wrote, or that nobody knows; the record
+  // is older than that.
+  if (target_) fetched_ = steps().size() > 0 ? steps().saved() : record.held;
   if (steps().saved() != fetched_) steps_.noteSaved(fetched_);
   emit changed();
   return {};

@@ -414,7 +414,7 @@ def free_port():
 
 
 def tried_all(words, columns, what, trial):
-    """Tries each operation, or those that are named behind the programs, on one bench, and tells a row of each.
+    """Tries each operation but acts, or those that are named behind the programs, on one bench, and tells a row of each.
     `trial` gives how many `what` there were, a figure for each column, and texts of what is wrong. The exit code."""
     if not words:
         return 2
@@ -425,7 +425,7 @@ def tried_all(words, columns, what, trial):
     print(_row("operation", [*columns, "wrong"]))
     count, wrong, began = 0, 0, time.monotonic()
     for operation in OPERATIONS:
-        if len(words) > 1 and operation.name not in words[1:]:
+        if operation.name not in words[1:] and (len(words) > 1 or operation.acts):
             continue
         tries, figures, wrongs = trial(bench, operation)
         print(_row(operation.name, [*figures, len(wrongs)]), flush=True)

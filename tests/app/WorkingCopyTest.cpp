@@ -162,6 +162,13 @@ TEST_F(WorkingCopyTest, WhatIsSavedIsUnknownWhileItIsBeingSaved) {
   EXPECT_FALSE(known());
   copy.noteSaved();
   EXPECT_TRUE(known());
+
+  ASSERT_TRUE(copy.apply(SetValues{{{0, "2"}}}));
+  EXPECT_TRUE(save());
+  WorkingCopy next(access(), kWorking, RecoveryFile(root, 'A'));
+  ASSERT_TRUE(next.takeUp(*next.recovery().read(), read(kWorking)));
+  ASSERT_TRUE(next.undo());
+  EXPECT_TRUE(next.edited()) << "the target holds what was saved last, or nobody knows";
 }
 
 // Catches a discard that goes back behind the last save.
