@@ -18,7 +18,7 @@ import zipfile
 import calls
 import disk
 import readers
-from crash_states import SKIPPED
+from operations import SKIPPED
 from operations import ALL, KEY, MACROS, ONE, OTHERS, OWN, RULE, SNAPSHOT, Bench, macro, site_tree
 
 DAMAGED = 4  # of each generated file

@@ -19,6 +19,7 @@ constexpr milliseconds kConnectTime{2000}, kPulse{1}, kWarmUp{10000}, kBetweenUp
 constexpr int kValuesAPulse = 10;    // 10,000 a second
 constexpr int kFunctions = 500;      // that are registered
 constexpr int kFloodedNames = 40;    // of macros, of the 1000 that the panes follow
+constexpr long kFirstValue = 1000;   // no value is the one before: that is no news
 constexpr int kNameEach = 10;        // every so manyth value is a macro's name
 constexpr qint64 kLongestGap = 100;  // milliseconds
 constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
@@ -69,10 +70,10 @@ class Sender {
         const long number = sent_++;
         if (number % kNameEach == 0)
           panel.set("PANEL.MACRO1.REG" + std::to_string(100 + number / kNameEach % kFloodedNames) + ".NAME",
-                    "Name " + std::to_string(number % 1000));
+                    "Name " + std::to_string(number));
         else
           panel.set(functions[static_cast<std::size_t>(number) % functions.size()],
-                    std::to_string(number % 1000));
+                    std::to_string(kFirstValue + number));
       }
       next += kPulse;
       std::this_thread::sleep_until(next);
