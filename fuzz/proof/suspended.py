@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """A panel and an editor that are suspended and go on later, under a clock that jumps: suspended.py PROGRAMS [ROUNDS [SEED]].
 
 In each round tessaly-cli sends a macro to a simulated panel, fetches one or reads the names, and at a moment by chance
