@@ -81,7 +81,7 @@ void LooseMacros::saveAs(Pane pane) {
 
 Outcome LooseMacros::write(Pane pane, const std::string& path) {
   const std::string bytes = state(pane).copy.bytes();
-  const Outcome written = overwriting_.write(
+  Outcome written = overwriting_.write(
       shown(path), [&history = history_, path, bytes](const SiteAccess& site, const auto& mayLose) {
         return history.change(
             path, MacroChange::kSave, [&] { return writeFile(site.root, path, bytes); }, mayLose);
