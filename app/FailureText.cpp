@@ -71,4 +71,8 @@ class FailureText {
 
 QString failureText(const Failure& failure) { return FailureText::of(failure); }
 
+QString inBrackets(const Outcome& outcome) {
+  return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
+}
+
 }  // namespace tessaly

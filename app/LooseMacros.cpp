@@ -20,9 +20,8 @@ namespace tessaly {
 namespace {
 
 Message saved(const QString& macro, const Outcome& written, const QString& where = {}) {
-  const QString text = LooseMacros::tr("saved: %1").arg(macro);
-  if (written) return {Grade::kDone, text, where};
-  return {Grade::kWarning, QStringLiteral("%1 (%2)").arg(text, failureText(written.failure())), where};
+  return {written ? Grade::kDone : Grade::kWarning,
+          LooseMacros::tr("saved: %1").arg(macro) + inBrackets(written), where};
 }
 
 }  // namespace

@@ -24,10 +24,6 @@ namespace {
 
 constexpr const char* kDeleteQuestion = "Delete macro: %s ?   ";
 
-QString inBrackets(const Outcome& outcome) {
-  return outcome ? QString() : QStringLiteral(" (%1)").arg(failureText(outcome.failure()));
-}
-
 QString renaming(const MacroTarget& target, const std::string& name) {
   return MacroOperations::tr("rename %1 to %2").arg(macroInStrip(target), nameInStrip(name));
 }

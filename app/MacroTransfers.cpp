@@ -43,8 +43,7 @@ bool MacroTransfers::download(const std::string& address, int workplace, const s
     TransferOutcome came{FtpClient::Result::kFailed};
     const auto fetch = [&]() -> Outcome {
       came = macros.download(address, workplace, number, file);
-      const bool unflushed = came.done() && !came.detail.empty();
-      return unflushed ? Failure{Failure::Kind::kUnflushed, came.detail} : Outcome();
+      return came.unflushed() ? Failure{Failure::Kind::kUnflushed, came.detail} : Outcome();
     };
     if (around)
       around(fetch);

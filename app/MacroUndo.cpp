@@ -20,11 +20,6 @@ bool onPanel(const MacroPlace& place) { return place.file.empty(); }
 
 Grade gradeOf(const Outcome& written) { return written ? Grade::kDone : Grade::kWarning; }
 
-// What is to be known of a file that is there all the same.
-QString withReserve(const QString& text, const Outcome& written) {
-  return written ? text : QStringLiteral("%1 (%2)").arg(text, failureText(written.failure()));
-}
-
 }  // namespace
 
 MacroUndo::MacroUndo(SiteAccess site, MacroHistory& history, MacroTransfers& transfers, OpenMacros& open)
@@ -154,7 +149,7 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
     if (!written.written()) return notDone(entry, failureText(written.failure()));
     open_.follow(place);
     const QString text = tr("undone: %1; what was there before is back in %2");
-    return done(withReserve(text.arg(entry.name, shown(place.file)), written), gradeOf(written));
+    return done(text.arg(entry.name, shown(place.file)) + inBrackets(written), gradeOf(written));
   }
   static_cast<void>(transfers_.putBack(place, bytes, {}));
   const QString outcome = transfers_.outcomeText();
@@ -174,7 +169,7 @@ MacroUndo::Result MacroUndo::remove(const Entry& entry) {
     if (!removed.written()) return notDone(entry, failureText(removed.failure()));
     open_.follow(place);
     const QString text = tr("undone: %1; %2 is deleted, as there was none before");
-    return done(withReserve(text.arg(entry.name, shown(place.file)), removed), gradeOf(removed));
+    return done(text.arg(entry.name, shown(place.file)) + inBrackets(removed), gradeOf(removed));
   }
   const PanelMacros::Deletion deletion = transfers_.remove(place, PanelMacros::OldContent::kKept);
   if (!deletion.kept) return notDone(entry, failureText(deletion.kept.failure()));

@@ -17,8 +17,6 @@ namespace tessaly {
 
 namespace {
 
-QString inBrackets(const Failure& failure) { return QStringLiteral(" (%1)").arg(failureText(failure)); }
-
 std::string compareButton() { return QCoreApplication::translate("OpenMacros", "Co&mpare").toStdString(); }
 
 }  // namespace
@@ -281,8 +279,7 @@ OpenMacros::Written OpenMacros::write(WorkingCopy& copy) {
   if (!loan || onDisk) {
     const Outcome saved = loan ? writeOnDisk(copy) : loan.failure();
     const Failure::Kind why = saved ? Failure::Kind::kUnflushed : saved.failure().kind;
-    return {saved.written(), why == Failure::Kind::kCancelled,
-            saved ? QString() : inBrackets(saved.failure()), loan && loan->putRight()};
+    return {saved.written(), why == Failure::Kind::kCancelled, inBrackets(saved), loan && loan->putRight()};
   }
   static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
                                       MacroChange::kSave));

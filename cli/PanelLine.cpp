@@ -45,7 +45,7 @@ std::optional<PanelLine::Value> PanelLine::next(std::chrono::milliseconds patien
 std::string PanelLine::get(int workplace, int number, const std::string& file) {
   const TransferOutcome outcome =
       macros_.download(place_.address, workplace, MacroNumber::textOf(number), file);
-  return outcome.done() && outcome.detail.empty() ? std::string() : outcome.describe();
+  return outcome.done() && !outcome.unflushed() ? std::string() : outcome.describe();
 }
 
 TransferOutcome PanelLine::put(int workplace, int number, const std::string& file) {

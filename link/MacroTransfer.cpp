@@ -35,7 +35,7 @@ MacroTransferFactory ftpTransfers(std::uint16_t port, FtpClient::Connections con
 
 std::string TransferOutcome::describe() const {
   std::string text = FtpClient::describe(transfer);
-  if (!detail.empty()) text = done() ? "the macro " + detail : text + " (" + detail + ")";
+  if (!detail.empty()) text = unflushed() ? "the macro " + detail : text + " (" + detail + ")";
   const std::string unannounced =
       announced ? "" : "the macro was sent, but the panel could not be told to read it";
   switch (holds) {

@@ -50,6 +50,8 @@ struct TransferOutcome {
   FtpClient::Result reading = FtpClient::Result::kDone;  // what was sent back, the last time
 
   [[nodiscard]] bool done() const { return transfer == FtpClient::Result::kDone && (!upload || announced); }
+  // It is on this disk, but may not survive a power cut, as `detail` says.
+  [[nodiscard]] bool unflushed() const { return done() && !detail.empty(); }
   // The new macro is there, whether or not the panel could be told so.
   [[nodiscard]] bool sent() const { return holds == PanelHolds::kNew || holds == PanelHolds::kNewUnread; }
   // One line for standard error. The window has it in its user's language.
