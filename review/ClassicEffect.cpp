@@ -47,9 +47,8 @@ std::int64_t zeroOf(const ParameterDescriptor& descriptor) {
 }
 
 std::int64_t within(const ParameterDescriptor& descriptor, std::int64_t value) {
-  const std::size_t width = valueWidth(descriptor.type);
-  const std::int64_t count = std::int64_t{1} << (8 * width);
-  std::int64_t low = hasSignedValues(descriptor) ? -count / 2 : 0, high = low + count - 1;
+  // Values with a sign have limits.
+  std::int64_t low = 0, high = (std::int64_t{1} << (8 * valueWidth(descriptor.type))) - 1;
   const auto meant = [&](const ParameterLimit& limit) {
     return meantValue(descriptor, static_cast<std::uint32_t>(limit.value));
   };

@@ -31,8 +31,8 @@ SheetGroup& groupOf(std::vector<SheetGroup>& groups, const std::string& destinat
 // Findings about a command go there, the others stay with the macro.
 void addFindings(SheetMacro& to, Findings findings) {
   for (Finding& finding : findings) {
-    const bool known = finding.command >= 0 && finding.command < static_cast<int>(to.commands.size());
-    Findings& at = known ? to.commands[static_cast<std::size_t>(finding.command)].findings : to.findings;
+    Findings& at =
+        finding.command < 0 ? to.findings : to.commands[static_cast<std::size_t>(finding.command)].findings;
     at.push_back(std::move(finding));
   }
 }

@@ -157,132 +157,58 @@ TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
 // What the next start makes of each state that a program may have died in.
 TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   using Held = HeldContent;
-  const auto begun = [](std::size_t item, const char* old) {
-    return BatchRecord::Begun{item, old ? Held::of(old) : Held::nothing(), old ? old : ""};
-  };
-  struct Case {
-    const char* what;
-    Mode mode;
-    std::vector<MacroPlace> places;
-    std::optional<BatchRecord::Begun> begun;
-    bool undoing;
-    std::vector<const char*> found, left;  // null: nothing
-    How how;
-    std::size_t letAlone;
-  };
+  // What a place holds: by the old, new, torn and foreign bytes that a letter stands for.
+  const std::map<char, std::string> bytes{{'O', kOld}, {'N', kNew}, {'o', "<ol"}, {'n', "<n"}, {'x', "<x/>"}};
   const std::vector<MacroPlace> files{disk(0), disk(1), disk(2)};
   const std::vector<MacroPlace> macros{onPanel(0), onPanel(1), onPanel(2)};
-  const Case cases[] = {
-      {"just begun",
-       Mode::kAllOrNone,
-       files,
-       {},
-       false,
-       {kOld, kOld, kOld},
-       {kNew, kNew, kNew},
-       How::kEnded,
-       0},
-      {"half way",
-       Mode::kAllOrNone,
-       files,
-       {},
-       false,
-       {kNew, kOld, kOld},
-       {kNew, kNew, kNew},
-       How::kEnded,
-       0},
-      {"undoing", Mode::kAllOrNone, files, {}, true, {kNew, kNew, kOld}, {kOld, kOld, kOld}, How::kUndone, 0},
-      {"foreign",
-       Mode::kAllOrNone,
-       files,
-       {},
-       false,
-       {kNew, "<x/>", kOld},
-       {kNew, "<x/>", kNew},
-       How::kEnded,
-       1},
-      {"queue",
-       Mode::kAsManyAsGo,
-       files,
-       begun(1, kOld),
-       false,
-       {"<later/>", kOld, kOld},
-       {"<later/>", kNew, kNew},
-       How::kEnded,
-       0},
-      {"foreign in the queue",
-       Mode::kAsManyAsGo,
-       files,
-       begun(1, kOld),
-       false,
-       {kNew, "<n", kOld},
-       {kNew, "<n", kNew},
-       How::kEnded,
-       1},
-      {"half a new macro",
-       Mode::kAsManyAsGo,
-       macros,
-       begun(1, kOld),
-       false,
-       {kNew, "<n", kOld},
-       {kNew, kNew, kNew},
-       How::kEnded,
-       0},
-      {"half an old macro",
-       Mode::kAsManyAsGo,
-       macros,
-       begun(1, kOld),
-       false,
-       {kNew, "<ol", kOld},
-       {kNew, kNew, kNew},
-       How::kEnded,
-       0},
-      {"foreign on the panel",
-       Mode::kAsManyAsGo,
-       macros,
-       begun(1, kOld),
-       false,
-       {kNew, "<x/>", kOld},
-       {kNew, "<x/>", kNew},
-       How::kEnded,
-       1},
-      {"no panel",
-       Mode::kAsManyAsGo,
-       macros,
-       begun(1, kOld),
-       false,
-       {kNew, "<n", kOld},
-       {kNew, "<n", kOld},
-       How::kWaits,
-       0},
+  enum class Noted { kNothing, kBegun, kUndoing };  // kBegun: the second one
+  using enum Noted;
+  const struct {
+    Mode mode;
+    std::vector<MacroPlace> places;
+    Noted noted;
+    std::string_view found, left;
+    How how;
+    const char* told;
+  } cases[] = {
+      {Mode::kAllOrNone, files, kNothing, "OOO", "NNN", How::kEnded, "has been ended"},
+      {Mode::kAllOrNone, files, kNothing, "NOO", "NNN", How::kEnded, "has been ended"},
+      {Mode::kAllOrNone, files, kUndoing, "NNO", "OOO", How::kUndone, "has been undone"},
+      {Mode::kAllOrNone, files, kNothing, "NxO", "NxN", How::kEnded,
+       "has been ended; it has let alone what somebody else has written: c:\\wp\\macro001.mac"},
+      {Mode::kAsManyAsGo, files, kBegun, "xOO", "xNN", How::kEnded, "has been ended"},
+      {Mode::kAsManyAsGo, files, kBegun, "NnO", "NnN", How::kEnded,
+       "has been ended; it has let alone what somebody else has written: c:\\wp\\macro001.mac"},
+      {Mode::kAsManyAsGo, macros, kBegun, "NnO", "NNN", How::kEnded, "has been ended"},
+      {Mode::kAsManyAsGo, macros, kBegun, "NoO", "NNN", How::kEnded, "has been ended"},
+      {Mode::kAsManyAsGo, macros, kBegun, "NxO", "NxN", How::kEnded,
+       "has been ended; it has let alone what somebody else has written: 10.0.0.1 workplace 1 macro 001"},
+      {Mode::kAsManyAsGo, macros, kBegun, "NnO", "NnO", How::kWaits, "waits for its panel"},
   };
-  for (const Case& state : cases) {
-    SCOPED_TRACE(state.what);
-    BatchRecord record{"copy", state.mode, MacroChange::kCopy, {}, {}, {}, false};
-    for (const MacroPlace& place : state.places) {
-      record.items.push_back({place, kNew, Held::of(kOld)});
+  for (const auto& [mode, stand, noted, found, left, how, words] : cases) {
+    SCOPED_TRACE(testing::Message() << found << ' ' << words);
+    BatchRecord record{"copy", mode, MacroChange::kCopy, {}, {}, {}, false};
+    for (std::size_t i = 0; i < stand.size(); ++i) {
+      record.items.push_back({stand[i], kNew, Held::of(kOld)});
       record.olds.emplace_back(kOld);
+      if (BatchPlaces::onPanel(stand[i])) panel.files[static_cast<int>(i)] = bytes.at(found[i]);
+      if (!BatchPlaces::onPanel(stand[i])) site.write(stand[i].file, bytes.at(found[i]));
     }
-    const auto put = [&](std::size_t i, const char* bytes) {
-      BatchPlaces::onPanel(state.places[i]) ? void(panel.files[static_cast<int>(i)] = bytes)
-                                            : site.write(state.places[i].file, bytes);
-    };
-    for (std::size_t i = 0; i < state.found.size(); ++i) put(i, state.found[i]);
     {
       auto journal = BatchJournal::begin(site.root, record);
       ASSERT_TRUE(journal);
-      EXPECT_TRUE(!state.begun || journal->noteBegun(state.begun->item, std::string(kOld), true));
-      EXPECT_TRUE(!state.undoing || journal->noteUndoing());
+      EXPECT_TRUE(noted != kBegun || journal->noteBegun(1, std::string(kOld), true));
+      EXPECT_TRUE(noted != kUndoing || journal->noteUndoing());
       EXPECT_THAT(recoverBatches(places), IsEmpty()) << "its program lives";
     }
-    connected = state.how != How::kWaits;
+    connected = how != How::kWaits;
     const auto told = recoverBatches(places);
     ASSERT_THAT(told, SizeIs(1));
-    EXPECT_EQ(told[0].how, state.how) << told[0].describe();
-    EXPECT_THAT(told[0].letAlone, SizeIs(state.letAlone));
+    EXPECT_EQ(told[0].how, how);
+    EXPECT_EQ(told[0].describe(), std::string("the batch \"copy\", which was cut short, ") + words);
+    EXPECT_EQ(told[0].written, connected ? stand : std::vector<MacroPlace>());
     connected = true;
-    for (std::size_t i = 0; i < state.left.size(); ++i)
-      EXPECT_EQ(places.read(state.places[i]), state.left[i]) << i;
+    for (std::size_t i = 0; i < stand.size(); ++i) EXPECT_EQ(places.read(stand[i]), bytes.at(left[i])) << i;
     static_cast<void>(recoverBatches(places));
     EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
   }

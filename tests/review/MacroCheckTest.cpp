@@ -1,8 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/review/SampleMacros.h"
 #include "tests/support/PlantedFaults.h"
 #include "tests/support/TestSite.h"
 
@@ -12,40 +11,21 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string macroOf(const std::string& commands) {
-  return "<macro name=\"M\"><data>" + commands + "</data></macro>";
-}
-
-std::string command(const std::string& fid, const std::string& parameters = {},
-                    const std::string& workplace = "1") {
-  return "<cmd fid=\"" + fid + "\" workplace=\"" + workplace + "\" group=\"0\" module=\"0\" widget=\"0\">" +
-         parameters + "</cmd>";
-}
-
-std::string parameter(const std::string& name, const std::string& value) {
-  return "<param name=\"" + name + "\" value=\"" + value + "\"/>";
-}
-
-// The sample site's dictionary, lists and macros.
-struct MacroCheckTest : testing::Test {
-  static void SetUpTestSuite() { loadFunctionDictionary(root(), dictionary(), {}); }
-  static const SiteRoot& root() {
-    static const SiteRoot root{sourcePath("site")};
-    return root;
-  }
-  static FunctionDictionary& dictionary() {
-    static FunctionDictionary dictionary;
-    return dictionary;
-  }
-  // "limits 1" for a finding at the second command.
+// The sample site's macros are checked by its dictionary and lists.
+struct MacroCheckTest : SampleMacrosTest {
+  // "limits 1 error VALUE: what is wrong; what is right" for a finding at the second command.
   static std::vector<std::string> told(const Findings& findings) {
     std::vector<std::string> lines;
-    for (const Finding& finding : findings)
-      lines.push_back(std::string(infoOf(finding.rule).name) + ' ' + std::to_string(finding.command));
+    for (const Finding& finding : findings) {
+      const std::string right = rightText(finding);
+      lines.push_back(std::string(infoOf(finding.rule).name) + ' ' + std::to_string(finding.command) + ' ' +
+                      std::string(severityName(finding.severity)) +
+                      (finding.parameter.empty() ? "" : ' ' + finding.parameter) + ": " + wrongText(finding) +
+                      (right.empty() ? "" : "; " + right));
+    }
     return lines;
   }
 
-  DecodingLists lists{root()};
   MacroCheck check{{dictionary(), lists}};
 };
 
@@ -55,21 +35,35 @@ TEST_F(MacroCheckTest, CertainFixesMend) {
   const struct {
     std::string commands, rule, right;
   } cases[] = {
-      {command(clip, parameter("VALUE", "7")), "limits 0", command(clip, parameter("VALUE", "1"))},
-      {command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2049")), "limits 0",
+      {command(clip, parameter("VALUE", "7")),
+       "limits 0 error VALUE: \"7\" is beyond the limits; 1 (a number, min: 0.0000   max: 1.0000)",
+       command(clip, parameter("VALUE", "1"))},
+      {command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2049")),
+       "limits 0 error VALUE: \"-2049\" is beyond the limits; -2048 (a number, min: -2048   max: 2047)",
        command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2048"))},
-      {command("QMF1.ME1.KEY1.CLIPP.SET", half), "unknown-function 0", command(clip, half)},
-      {command("PANNEL.LIGHT.DIMMER.SET", half), "destination 0", command("PANEL.LIGHT.DIMMER.SET", half)},
-      {command(clip, parameter("VALEU", "0.5")), "unknown-parameter 0", command(clip, half)},
-      {command("QMF1.ME1.TRANSI.TYPE.SET", parameter("TYPE", "Wipe")), "choice 0",
+      {command("QMF1.ME1.KEY1.CLIPP.SET", half),
+       "unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET",
+       command(clip, half)},
+      {command("PANNEL.LIGHT.DIMMER.SET", half),
+       "destination 0 error: the destination \"PANNEL\" is unknown; QMF1 to QMF4, or PANEL",
+       command("PANEL.LIGHT.DIMMER.SET", half)},
+      {command(clip, parameter("VALEU", "0.5")),
+       "unknown-parameter 0 error VALEU: the function has no parameter \"VALEU\"; VALUE",
+       command(clip, half)},
+      {command("QMF1.ME1.TRANSI.TYPE.SET", parameter("TYPE", "Wipe")),
+       "choice 0 error TYPE: \"Wipe\" is none of the values; WIPE (one of MIX, WIPE, ADD, FAM, CUT, DPM)",
        command("QMF1.ME1.TRANSI.TYPE.SET", parameter("TYPE", "WIPE"))},
-      {command("QMF1.ME2.TRANSI.DURATION.SET", parameter("TIMECODE", "00:00:01:27")), "timecode 0",
+      {command("QMF1.ME2.TRANSI.DURATION.SET", parameter("TIMECODE", "00:00:01:27")),
+       "timecode 0 error TIMECODE: \"00:00:01:27\" is no timecode; 00:00:01:24 (a packed timecode of a clock "
+       "with 25 frames a second)",
        command("QMF1.ME2.TRANSI.DURATION.SET", parameter("TIMECODE", "00:00:01:24"))},
-      {command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02")), "classic-text 0",
+      {command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02")),
+       "classic-text 0 error: the text does not decode; 24 00 20 08 02 ",
        command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02 "))},
-      {command(clip, half) + command(clip, half), "repeated 1", command(clip, half)},
+      {command(clip, half) + command(clip, half), "repeated 1 warning: the same command as 0; one of the two",
+       command(clip, half)},
       {command("QMF1.ME1.KEY1.BORDER_MODE.SET", parameter("MODE", "2") + parameter("DIRECTION", "8")),
-       "limits 0",
+       "limits 0 error DIRECTION: \"8\" is beyond the limits; 7 (a whole number, min: 0   max: 7)",
        command("QMF1.ME1.KEY1.BORDER_MODE.SET", parameter("MODE", "2") + parameter("DIRECTION", "7"))},
   };
   for (const auto& [commands, rule, right] : cases) {
@@ -99,27 +93,35 @@ TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
   } cases[] = {
       {set(clip, "0.1") + command("QMF1.ME1.KEY1.CUT_ON") + set(clip, "0.2"), {}},
       {set(clip, "0.1") + set("QMF2.ME1.KEY1.CLIP.SET", "0.2"), {}},
-      {set(clip, "0.1") + set("QMF1.ME1.KEY1.GAIN.SET", "0.1") + set(clip, "0.2"), {"set-again 0"}},
+      {set(clip, "0.1") + set("QMF1.ME1.KEY1.GAIN.SET", "0.1") + set(clip, "0.2"),
+       {"set-again 0 warning: it is set again before anything acts, by command 2; one of the two"}},
       {command("PANEL.LIGHT.DIMMER.SET", parameter("VALUE", "0.1"), "1") +
            command("PANEL.LIGHT.DIMMER.SET", parameter("VALUE", "0.2"), "2"),
        {}},
       {command(clip) + command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 20 08 02 ")),
-       {"empty-parameter 0", "spill 0"}},
-      {command(clip), {"empty-parameter 0"}},
-      {command("QMF5.ME1.KEY1.CLIP.SET", parameter("VALUE", "0.5")), {"destination 0"}},
-      {command("PANEL.LIGHT.DIMMER.SET", parameter("VALUE", "0.1"), "12"), {"workplace 0"}},
+       {"empty-parameter 0 error VALUE: \"VALUE\" is missing; a value: the parameter is not optional",
+        "spill 0 warning: an update would put its value into command 1; a parameter with a value"}},
+      {command(clip),
+       {"empty-parameter 0 error VALUE: \"VALUE\" is missing; a value: the parameter is not optional"}},
+      {command("QMF5.ME1.KEY1.CLIP.SET", parameter("VALUE", "0.5")),
+       {"destination 0 error: the destination \"QMF5\" is unknown; QMF1 to QMF4, or PANEL"}},
+      {command("PANEL.LIGHT.DIMMER.SET", parameter("VALUE", "0.1"), "12"),
+       {"workplace 0 error: \"12\" is no workplace; 1 to 8"}},
       {set(clip, "0.1") + command(clip, parameter("OTHER", "0.1")),
-       {"unknown-parameter 1", "empty-parameter 1"}},
+       {"unknown-parameter 1 error OTHER: the function has no parameter \"OTHER\"",
+        "empty-parameter 1 error VALUE: \"VALUE\" is missing; a value: the parameter is not optional"}},
       {R"(<cmd fid="QMF1.ME1.KEY1.CLIPP.SET" workplace="1" group="0" module="0" widget="0" mine="x"/>)",
-       {"unknown-function 0"}},
+       {"unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET"}},
       {R"(<cmd fid="QMF1.ME1.KEY1.CLIPP.SET" workplace="1" group="3" module="0" widget="0"/>)",
-       {"unknown-function 0"}},
+       {"unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET"}},
       {R"(<cmd fid="QMF1.ME1.KEY1.CLIPP.SET" workplace="1" group="0" module="0" widget="0">)"
        R"(<param name="VALUE"/></cmd>)",
-       {"unknown-function 0"}},
-      {command(clip, parameter("VALUE", "0.5") + parameter("VALEU", "0.5")), {"unknown-parameter 0"}},
+       {"unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET"}},
+      {command(clip, parameter("VALUE", "0.5") + parameter("VALEU", "0.5")),
+       {"unknown-parameter 0 error VALEU: the function has no parameter \"VALEU\""}},
       {set(clip, "0.1") + set("QMF7.ME1.KEY1.GAIN.SET", "0.1") + set(clip, "0.2"),
-       {"set-again 0", "destination 1"}},
+       {"set-again 0 warning: it is set again before anything acts, by command 2; one of the two",
+        "destination 1 error: the destination \"QMF7\" is unknown; QMF1 to QMF4, or PANEL"}},
   };
   for (const auto& [commands, expected] : cases) {
     const Findings findings = check.check(*Macro::read(macroOf(commands)));
@@ -139,16 +141,23 @@ TEST_F(MacroCheckTest, JudgesTheBytesByTheEncodingThatTheyAreReadIn) {
   } cases[] = {
       {"<macro name='\xC3\x81" + end, {}},  // UTF-8, whose second byte Windows-1252 lacks
       {"<macro name='\xC1" + end, {}},
-      {"<macro name='\xC1\x81" + end, {"encoding -1"}},
+      {"<macro name='\xC1\x81" + end,
+       {"encoding -1 error: the file has bytes that are no character of Windows-1252; UTF-8 or "
+        "Windows-1252"}},
       {"\xEF\xBB\xBF<macro name='\xC3\x81" + end, {}},
       {declared("UTF-8") + "\xC3\x81" + end, {}},
-      {declared("UTF-8") + "\xC1" + end, {"encoding -1"}},
+      {declared("UTF-8") + "\xC1" + end,
+       {"encoding -1 error: the file says UTF-8, but its bytes are none; UTF-8 or Windows-1252"}},
       {declared("windows-1252") + "\xC1" + end, {}},
-      {declared("windows-1252") + "\x81" + end, {"encoding -1"}},
+      {declared("windows-1252") + "\x81" + end,
+       {"encoding -1 error: the file has bytes that are no character of Windows-1252; UTF-8 or "
+        "Windows-1252"}},
       {declared("KOI8-R") + "x" + end, {}},
-      {declared("KOI8-R") + "\xC1" + end, {"encoding -1"}},
-      {"<macro name='M'/>", {"unreadable -1"}},
-      {"<macro name=''><data/></macro>", {"no-name -1", "empty-macro -1"}},
+      {declared("KOI8-R") + "\xC1" + end,
+       {"encoding -1 error: the file says KOI8-R, of which only ASCII is understood; UTF-8 or Windows-1252"}},
+      {"<macro name='M'/>", {"unreadable -1 error: there is no macro with data in the file"}},
+      {"<macro name=''><data/></macro>",
+       {"no-name -1 warning: the macro has no name", "empty-macro -1 note: there are no commands"}},
   };
   for (const auto& [bytes, expected] : cases) {
     const auto macro = Macro::read(bytes);
@@ -178,12 +187,28 @@ TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
   const RulesOff off = RulesOff::parse(
       "# why\r\noff file-name\r\n\noff nothing\non limits\noff unreadable\n\toff  name-twice", problems);
   EXPECT_THAT(off.names(), ElementsAre("unreadable", "name-twice", "file-name"));
-  EXPECT_EQ(problems.size(), 2U);
+  EXPECT_THAT(problems, ElementsAre("line 4 is no \"off RULE\"", "line 5 is no \"off RULE\""));
   static_cast<void>(RulesOff::load(site.root, problems));
   EXPECT_EQ(problems.size(), 2U) << "a site without switches";
   std::filesystem::create_directories(site.root.resolve(kCheckFile));
   static_cast<void>(RulesOff::load(site.root, problems));
   EXPECT_EQ(problems.size(), 3U);
+  std::filesystem::remove(site.root.resolve(kCheckFile));
+  const std::tuple<const char*, const char*, const char*> files[] = {
+      {"", "limits", "off limits\n"},
+      {"# why\noff limits\noff spill", "limits", "# why\noff limits\n"},
+      {"off spill\non limits", "limits", "on limits\noff limits\n"},
+      {" off  spill ", "spill", " off  spill "},
+      {"off spill\n", "", ""},
+  };
+  for (const auto& [before, rule, after] : files) {
+    if (*before) site.write(kCheckFile, before);
+    RulesOff stored;
+    if (const CheckRuleInfo* info = checkRuleNamed(rule)) stored.set(info->rule);
+    EXPECT_TRUE(stored.store(site.root));
+    EXPECT_EQ(site.read(kCheckFile), after);
+    EXPECT_EQ(RulesOff::load(site.root, problems), stored) << after;
+  }
   const std::string native = site.root.resolve("c:\\w").string();
   EXPECT_EQ(macroFoldersUnder(site.root, native).at(0).files.at(0),
             site.root.resolve("c:\\w\\macro001.mac").string());
@@ -195,9 +220,13 @@ TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
         for (const std::string& line : told(file.findings))
           lines.push_back(std::string(fileNameOf(file.path)) + ' ' + line);
       });
-    std::vector<std::string> expected = {"macro002.mac name-twice -1", "macro004.mac unreadable -1",
-                                         "macro03.mac file-name -1",   "macro03.mac no-name -1",
-                                         "macro03.mac empty-macro -1", "key00.upk classic-text 0"};
+    std::vector<std::string> expected = {
+        "macro002.mac name-twice -1 warning: macro001.mac has the same name",
+        "macro004.mac unreadable -1 error: is not well formed: Error reading Element value.",
+        "macro03.mac file-name -1 warning: the file is not named by its number; macro007.mac",
+        "macro03.mac no-name -1 warning: the macro has no name",
+        "macro03.mac empty-macro -1 note: there are no commands",
+        "key00.upk classic-text 0 error: the line does not decode"};
     if (switched) expected.erase(expected.begin(), expected.begin() + 3);
     EXPECT_EQ(lines, expected);
   }

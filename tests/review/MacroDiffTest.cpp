@@ -62,6 +62,42 @@ TEST(MacroDiff, ValuesAreComparedInTheirUnit) {
   }
 }
 
+TEST(MacroDiff, EachThingThatDiffersIsTold) {
+  const auto read = [](const std::string& command) {
+    return Macro::read("<macro><data><cmd " + command + "</cmd></data></macro>")->commands()[0];
+  };
+  const std::string one = "<param name='p' value='1'/>", two = "<param name='q' value='2'/>";
+  const struct {
+    std::string a, b, told;
+  } cases[] = {
+      {"fid='QMF1.F'>" + one, "fid='QMF2.F'>" + one, "0:QMF1>QMF2 "},
+      {"fid='QMF1.F'>" + one, "fid='QMF1.I'>" + one, "1:F>I "},
+      {"fid='QMF1.F'>", "fid='QMF2.I'>", "0:QMF1>QMF2 1:F>I "},
+      {"fid='F'>", "fid='.F'>", "1:F>.F "},
+      {"fid='A' workplace='1' group='2' module='3' widget='4'>", "fid='A'>", "2:1> 3:2> 4:3> 5:4> "},
+      {"fid='A' x='1'>", "fid='A'>", "8: x=\"1\"> "},
+      {"fid='A'>" + one + two, "fid='A'>" + two + one, "7:"},
+      {"fid='A'>" + one + two, "fid='A'>" + two, "6:p 1>none 0/-1 "},
+      {"fid='A'>" + two, "fid='A'>" + one + two, "6:p none>1 -1/0 "},
+      {"fid='A'>" + one + one, "fid='A'>" + two + one, "6:p 1>none 1/-1 6:q none>2 -1/0 "},
+      {"fid='A'><param name='p'/>", "fid='A'>" + one, "6:p none>1 0/0 "},
+      {"fid='QMF1.F'>" + one, "fid='QMF1.F'><param name='p' value='1.0'/>", "6:p 1>1.0= 0/0 "},
+  };
+  for (const auto& [a, b, expected] : cases) {
+    std::string told;
+    for (const CommandChange& change : changesBetween(read(a), read(b), &pairDictionary())) {
+      told += std::to_string(static_cast<int>(change.what)) + ':';
+      if (change.what == CommandChange::What::kParameter)
+        told += change.name + ' ' + change.a.value_or("none") + '>' + change.b.value_or("none") +
+                (change.sameInUnit ? "= " : " ") + std::to_string(change.placeInA) + '/' +
+                std::to_string(change.placeInB) + ' ';
+      else if (change.a)
+        told += *change.a + '>' + change.b.value_or("none") + ' ';
+    }
+    EXPECT_EQ(told, expected) << a << ' ' << b;
+  }
+}
+
 // Each command is a function's letter with a digit as its value.
 Macro macroOf(std::string_view commands) {
   std::string text = "<macro name=\"M\"><data>";
@@ -166,6 +202,7 @@ TEST(LineChanges, MarkWholeWordsAndCutNoCharacter) {
   const LineChanges changes = changesInside("Clip ==> 50.0%", "Clip ==> 60.0%  K\xC3\xBC");
   EXPECT_EQ(changes.a, (std::vector<LinePart>{{9, 13}}));
   EXPECT_EQ(changes.b, (std::vector<LinePart>{{9, 13}, {14, 19}}));
+  EXPECT_TRUE(changesInside(std::string_view("ab cd").substr(0, 4), "ab c").a.empty()) << "as far as it goes";
   const LineChanges letter = changesInside("K\xC3\xBC", "K\xC3\xA4");
   EXPECT_EQ(letter.a, (std::vector<LinePart>{{0, 3}}));
 }

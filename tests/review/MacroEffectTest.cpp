@@ -1,36 +1,20 @@
 #include <gmock/gmock.h>
 #include <map>
 
-#include "dictionary/InterfaceFile.h"
 #include "fuzz/effect/RandomMacros.h"
 #include "review/MacroEffect.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/review/SampleMacros.h"
 
 namespace tessaly {
 namespace {
 
-using Kind = ValueState::Kind;
-using What = CommandEffect::What;
-
-MacroCommand command(const std::string& fid, std::vector<MacroParameter> parameters = {}) {
+MacroCommand of(const std::string& fid, std::vector<MacroParameter> parameters = {}) {
   return {fid, "1", "0", "0", "0", std::move(parameters)};
 }
-MacroCommand value(const std::string& fid, const std::string& text) {
-  return command(fid, {{"VALUE", text}});
-}
-MacroCommand classic(const std::string& text) { return command("QMF1.NCSCOMMAND", {{"CMD", text}}); }
+MacroCommand value(const std::string& fid, const std::string& text) { return of(fid, {{"VALUE", text}}); }
+MacroCommand coded(const std::string& text) { return of("QMF1.NCSCOMMAND", {{"CMD", text}}); }
 
-// The sample site's dictionary and lists.
-struct MacroEffectTest : testing::Test {
-  static void SetUpTestSuite() { loadFunctionDictionary(root(), dictionary(), {}); }
-  static const SiteRoot& root() {
-    static const SiteRoot root{sourcePath("site")};
-    return root;
-  }
-  static FunctionDictionary& dictionary() {
-    static FunctionDictionary dictionary;
-    return dictionary;
-  }
+struct MacroEffectTest : SampleMacrosTest {
   MacroEffect replay(const MacroCommands& commands) {
     return {commands, {dictionary(), lists}, [this](const std::string& name) {
               const auto known = start.find(name);
@@ -38,161 +22,67 @@ struct MacroEffectTest : testing::Test {
             }};
   }
 
-  DecodingLists lists{root()};
   std::map<std::string, std::string> start;
 };
+
+// What a command does, with the values that it changes and why the rest of it is not told.
+std::string toldOf(const MacroEffect& effect, int command) {
+  static constexpr const char* kWhat[] = {"sets", "steps", "acts", "untold"};
+  std::string told = kWhat[static_cast<std::size_t>(effect.effect(command).what)];
+  for (const ValueChange& change : effect.changes(command))
+    told += ' ' + effect.values()[static_cast<std::size_t>(change.value)].name + '=' + change.after.stored +
+            " (" + effect.shown(change.value, change.after) + (change.soAlready ? ") already" : ")");
+  return told + (effect.effect(command).why.empty() ? "" : ": ") + effect.effect(command).why;
+}
 
 // Each row: what the last command does to a value that the others have made what it is.
 TEST_F(MacroEffectTest, TableOfCommands) {
   const std::string level = "QMF1.ME1.KEY1.CLIP", clip = level + ".SET", more = level + ".INC";
-  const std::string position = "QMF1.NCSCOMMAND.10.05.03.0", protect = "QMF1.NCSCOMMAND.10.05.10.0";
+  const std::string sets = "sets " + level, steps = "steps " + level, code = "QMF1.NCSCOMMAND.10.05.";
+  const MacroCommand rate = of("QMF2.ME1.KEY1.RATE.SET", {{"X", "", false}, {"CURVE", "1"}, {"RATE", "25"}});
   const struct {
-    const char* says;
     MacroCommands commands;
-    What what;
-    std::string name, after, shown;
-    bool so = false;
-    std::string why = {};
+    std::string told;
   } rows[] = {
-      {"a value is set", {value(clip, "0.25")}, What::kSets, level, "0.25", "25.0%"},
-      {"the same in its unit",
-       {value(clip, "0.25"), value(clip, "0.250000")},
-       What::kSets,
-       level,
-       "0.250000",
-       "25.0%",
-       true},
-      {"the first parameter, as an update writes it",
-       {command("QMF2.ME1.KEY1.RATE.SET", {{"X", "", false}, {"CURVE", "1"}, {"RATE", "25"}})},
-       What::kSets,
-       "QMF2.ME1.KEY1.RATE",
-       "1",
-       "Slow In",
-       false,
-       "no value tells RATE"},
-      {"the value of another function",
-       {command("QMF1.ME1.TRANSI.SOURCE.SET", {{"INPUT", "5"}})},
-       What::kSets,
-       "QMF1.ME1.PST.SOURCE",
-       "5",
-       "Input 5"},
-      {"a step", {value(clip, "0.25"), value(more, "512")}, What::kSteps, level, "0.750000", "75.0%"},
-      {"to the limit", {value(clip, "0.75"), value(more, "512")}, What::kSteps, level, "1.000000", "100.0%"},
-      {"at the limit",
-       {value(clip, "1"), value(more, "512")},
-       What::kSteps,
-       level,
-       "1.000000",
-       "100.0%",
-       true},
-      {"from nothing known", {value(more, "512"), value(more, "-256")}, What::kSteps, level, "", "+25.0%"},
-      {"known again", {value(more, "512"), value(clip, "0.5")}, What::kSets, level, "0.5", "50.0%"},
-      {"from no number",
-       {value(clip, "half"), value(more, "512")},
-       What::kSteps,
-       level,
-       "",
-       "",
-       false,
-       "its value was no number before"},
-      {"what no function sets",
-       {value("QMF1.ME1.IDPM.CHANNEL1.ROTATION_X.INC", "1")},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "the panel tells no value that it steps"},
-      {"a step that is none",
-       {value(more, "much")},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "its step is no number"},
-      {"a cut", {command("QMF1.ME1.TRANSI.CUT")}, What::kActs, "", "", ""},
-      {"an optional value left out", {command("PANEL.STOPWATCH.START")}, What::kActs, "", "", ""},
-      {"a value left out", {command(clip)}, What::kUntold, "", "", "", false, "its value is missing"},
-      {"no such parameter",
-       {command(clip, {{"VALEU", "1"}})},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "the function has no parameter VALEU"},
-      {"no such function",
-       {value("QMF1.NOTHING.SET", "1")},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "the function is not in the dictionary"},
-      {"no such destination",
-       {value("QMF9.ME1.KEY1.CLIP.SET", "1")},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "its destination is unknown"},
-      {"classic, a number", {classic("24 10 05 03 c8 ")}, What::kSets, position, "c8", "200"},
-      {"classic, up to the limit",
-       {classic("24 10 05 03 c8 "), classic("44 10 05 03 64 ")},
-       What::kSteps,
-       position,
-       "fa",
-       "250"},
-      {"classic, round the list",
-       {classic("24 10 05 10 01 "), classic("44 10 05 10 01 ")},
-       What::kSteps,
-       protect,
-       "00",
-       "Off"},
-      {"classic, down",
-       {classic("24 10 05 10 00 "), classic("c4 10 05 10 ff ")},
-       What::kSteps,
-       protect,
-       "01",
-       "On"},
-      {"classic, from nothing known", {classic("44 10 05 10 01 ")}, What::kSteps, protect, "", "+1"},
-      {"classic, a list of steps",
-       {classic("44 10 05 18 01 ")},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "its decoding list knows the step, not what it leads to"},
-      {"classic, a cut", {classic("e3 10 05 30 ")}, What::kActs, "", "", ""},
-      {"classic, no such keyword",
-       {classic("24 10 05 77 01 ")},
-       What::kUntold,
-       "",
-       "",
-       "",
-       false,
-       "its decoding list has no entry for keyword 77"},
-      {"classic, no text", {classic("")}, What::kUntold, "", "", "", false, "its text does not decode"},
+      {{value(clip, "0.25")}, sets + "=0.25 (25.0%)"},
+      {{value(clip, "0.25"), value(clip, "0.250000")}, sets + "=0.250000 (25.0%) already"},
+      {{rate}, "sets QMF2.ME1.KEY1.RATE=1 (Slow In): no value tells RATE"},  // as an update writes it
+      {{of("QMF1.ME1.TRANSI.SOURCE.SET", {{"INPUT", "5"}})}, "sets QMF1.ME1.PST.SOURCE=5 (Input 5)"},
+      {{value(clip, "0.25"), value(more, "512")}, steps + "=0.750000 (75.0%)"},
+      {{value(clip, "0.75"), value(more, "512")}, steps + "=1.000000 (100.0%)"},
+      {{value(clip, "1"), value(more, "512")}, steps + "=1.000000 (100.0%) already"},
+      {{value(clip, "0.25"), value(more, "-512")}, steps + "=0.000000 (0.0%)"},
+      {{value(more, "512"), value(more, "-256")}, steps + "= (+25.0%)"},
+      {{value(more, "512"), value(clip, "0.5")}, sets + "=0.5 (50.0%)"},
+      {{value(clip, "half"), value(more, "512")}, steps + "= (): its value was no number before"},
+      {{value("QMF1.ME1.IDPM.CHANNEL1.ROTATION_X.INC", "1")},
+       "untold: the panel tells no value that it steps"},
+      {{value(more, "much")}, "untold: its step is no number"},
+      {{of("QMF1.ME1.TRANSI.CUT")}, "acts"},
+      {{of("PANEL.STOPWATCH.START")}, "acts"},  // an optional value left out
+      {{of(clip)}, "untold: its value is missing"},
+      {{value(clip, "")}, "untold: its value is missing"},
+      {{of(clip, {{"VALEU", "1"}})}, "untold: the function has no parameter VALEU"},
+      {{value("QMF1.NOTHING.SET", "1")}, "untold: the function is not in the dictionary"},
+      {{value("QMF9.ME1.KEY1.CLIP.SET", "1")}, "untold: its destination is unknown"},
+      {{of("QMF9.NCSCOMMAND", {{"CMD", "e3 10 05 30 "}})}, "untold: its destination is unknown"},
+      {{coded("24 10 05 03 c8 ")}, "sets " + code + "03.0=c8 (200)"},
+      {{coded("24 10 05 03 c8 "), coded("24 10 05 03 c8 ")}, "sets " + code + "03.0=c8 (200) already"},
+      {{coded("24 10 05 03 c8 "), coded("44 10 05 03 64 ")}, "steps " + code + "03.0=fa (250)"},
+      {{coded("24 10 05 10 01 "), coded("44 10 05 10 01 ")}, "steps " + code + "10.0=00 (Off)"},
+      {{coded("24 10 05 10 00 "), coded("c4 10 05 10 ff ")}, "steps " + code + "10.0=01 (On)"},
+      {{coded("24 10 05 10 09 "), coded("44 10 05 10 01 ")},
+       "steps " + code + "10.0= (): its value was none of its list before"},
+      {{coded("44 10 05 10 01 ")}, "steps " + code + "10.0= (+1)"},
+      {{coded("44 10 05 18 01 ")}, "untold: its decoding list knows the step, not what it leads to"},
+      {{coded("e3 10 05 30 ")}, "acts"},
+      {{coded("24 10 05 77 01 ")}, "untold: its decoding list has no entry for keyword 77"},
+      {{coded("24 10 77 03 01 ")}, "untold: there is no decoding list for cd 10, co 77"},
+      {{coded("")}, "untold: its text does not decode"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.says);
-    const MacroEffect effect = replay(row.commands);
-    const int last = effect.commandCount() - 1;
-    EXPECT_EQ(effect.effect(last).what, row.what) << effect.effect(last).why;
-    EXPECT_EQ(effect.effect(last).why, row.why);
-    if (row.name.empty()) {
-      EXPECT_TRUE(effect.changes(last).empty());
-      continue;
-    }
-    ASSERT_EQ(effect.changes(last).size(), 1U);
-    const ValueChange& change = effect.changes(last).front();
-    EXPECT_EQ(effect.values()[static_cast<std::size_t>(change.value)].name, row.name);
-    EXPECT_EQ(change.after.stored, row.after);
-    EXPECT_EQ(effect.shown(change.value, change.after), row.shown);
-    EXPECT_EQ(change.soAlready, row.so);
+  for (const auto& [commands, told] : rows) {
+    const MacroEffect effect = replay(commands);
+    EXPECT_EQ(toldOf(effect, effect.commandCount() - 1), told);
   }
 }
 
@@ -203,7 +93,7 @@ TEST_F(MacroEffectTest, EveryStepIsWhatAShorterReplayEndsWith) {
   for (int i = 0; i < 40; ++i) {
     const std::string key = "QMF1.ME1.KEY" + std::to_string(1 + i % 3) + ".CLIP.";
     commands.push_back(i % 5 == 2 ? value(key + "SET", "0." + std::to_string(i)) : value(key + "INC", "16"));
-    if (i % 7 == 0) commands.push_back(command("QMF1.ME1.TRANSI.CUT"));
+    if (i % 7 == 0) commands.push_back(of("QMF1.ME1.TRANSI.CUT"));
   }
   const MacroEffect whole = replay(commands);
   ASSERT_EQ(whole.values().size(), 3U);

@@ -1,35 +1,21 @@
 #include <gmock/gmock.h>
 
-#include "dictionary/InterfaceFile.h"
 #include "fuzz/retarget/RetargetModel.h"
 #include "review/MacroRetarget.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/review/SampleMacros.h"
 
 namespace tessaly {
 namespace {
 
 using testing::HasSubstr;
 
-class MacroRetargetTest : public testing::Test {
- protected:
-  MacroRetargetTest() { loadFunctionDictionary(root_, dictionary_, {}); }
-
-  [[nodiscard]] CheckContext context() { return {dictionary_, lists_}; }
-
-  SiteRoot root_{sourcePath("site")};
-  FunctionDictionary dictionary_;
-  DecodingLists lists_{root_};
+struct MacroRetargetTest : SampleMacrosTest {
+  [[nodiscard]] CheckContext context() { return {dictionary(), lists}; }
 };
 
-std::string macroOf(const std::string& commands) {
-  return "<macro name=\"M\"><data>" + commands + "</data></macro>";
+std::string function(const char* fid, const char* name, const char* value, const char* workplace = "1") {
+  return command(fid, parameter(name, value), workplace);
 }
-std::string function(const char* fid, const char* parameter, const char* value, const char* workplace = "1") {
-  return std::string("<cmd fid=\"") + fid + "\" workplace=\"" + workplace +
-         "\" group=\"0\" module=\"0\" widget=\"0\"><param name=\"" + parameter + "\" value=\"" + value +
-         "\"/></cmd>";
-}
-std::string classic(const char* text) { return function("QMF1.NCSCOMMAND", "CMD", text); }
 
 // Each row would be changed wrongly, or silently not, by a rule that looks at texts alone.
 TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
@@ -66,6 +52,8 @@ TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
       {"source:Input 5->input 12", classic("25 03 21 09 05 FF "), classic("25 03 21 09 0c FF ")},
       {"segment:KEY2->WIPE1", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "),
        "does not have the command"},
+      {"source:5->7", command("QMF1.NCSCOMMAND") + command("QMF1.NCSCOMMAND", "<param name=\"CMD\"/>"),
+       command("QMF1.NCSCOMMAND") + command("QMF1.NCSCOMMAND", "<param name=\"CMD\"/>")},
       {"source:5->255", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "), "0 to 254"},
       {"source:5->7", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5"),
        function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5")},
