@@ -60,9 +60,8 @@ std::optional<std::string> alongRows(const KeywordEntry& entry, const ParameterD
 }
 
 std::string withinLimits(const ParameterDescriptor& parameter, std::int64_t value) {
-  const std::size_t bits = 8 * valueWidth(parameter.type);
-  std::int64_t low = 0, high = (std::int64_t{1} << bits) - 1;
-  if (hasSignedValues(parameter)) low = -(std::int64_t{1} << (bits - 1)), high = -low - 1;
+  // Values with a sign have limits.
+  std::int64_t low = 0, high = (std::int64_t{1} << (8 * valueWidth(parameter.type))) - 1;
   if (parameter.minimum.known && parameter.maximum.known) {
     std::int64_t first = parameter.minimum.value, last = parameter.maximum.value;
     if (first > last) std::swap(first, last);

@@ -35,6 +35,8 @@ TEST(ClassicRun, SetsStepsAndSaysWhatItLeaves) {
       {"pt_Word \"0\"\n", "45 10 01 01 02 00 ", "fe ff", name + "0=ff ff "},
       {"pt_Byte \"0\"\n:0x9c\n:0x64\n", "44 10 01 01 9c ", "f6", name + "0=9c "},
       {"pt_Byte \"0\"\n:0x9c\n:0x64\n", "44 10 01 01 64 ", "02", name + "0=64 "},
+      {"pt_Byte \"0\"\n:0x9c\n:0x9c\n", "44 10 01 01 80 ", "80", name + "0=ff "},  // no limits
+      {"pt_Byte \"0\"\n", "44 10 01 01 ff ", "ff", name + "0=ff "},
       {"pt_Timecode \"t\"\n", "47 10 01 01 01 00 00 00 ", "00 00 00 00", left + "no step in it"},
       {"pt_Byte \"0\"\n[0x02] 0x07 \"other\"\n" + rows, "44 10 01 02 01 ", "05", "QMF1.10.01.02.0=06 "},
       {rows, "44 10 01 01 01 ", "09", name + "0=05 "},
