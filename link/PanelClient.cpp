@@ -37,10 +37,6 @@ PanelClient::PanelClient(std::unique_ptr<PanelTransport> connection) : connectio
 
 PanelClient::~PanelClient() {
   connection_.reset();  // first: its last callbacks still find the tables
-  triggers_.clear();
-  subscribers_.clear();
-  statusListeners_.clear();
-  values_.clear();
 }
 
 void PanelClient::triggerValueReceived(const std::string& name, const ParameterValue& value) {

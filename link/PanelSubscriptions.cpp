@@ -7,12 +7,9 @@
 
 namespace tessaly {
 
-PanelSubscriptions::~PanelSubscriptions() {
-  if (registered_) dropAll();
-}
+PanelSubscriptions::~PanelSubscriptions() { dropAll(); }
 
 void PanelSubscriptions::subscribeWorkplaceCounts() {
-  registered_ = true;
   for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) {
     client_.subscribe("PANEL.WP" + std::to_string(workplace) + ".MFDCOUNT", this,
                       &PanelSubscriptions::workplaceCountReceived);
@@ -20,7 +17,6 @@ void PanelSubscriptions::subscribeWorkplaceCounts() {
 }
 
 void PanelSubscriptions::subscribeMacroNames(int workplace) {
-  registered_ = true;
   for (int number = 0; number < MacroNumber::kCount; ++number) {
     client_.subscribe(macroNameValue(workplace, number), this, &PanelSubscriptions::macroNameReceived);
   }
@@ -34,10 +30,7 @@ void PanelSubscriptions::unsubscribeMacroNames(int workplace) {
   client_.unsubscribe(names, this, &PanelSubscriptions::macroNameReceived);
 }
 
-void PanelSubscriptions::dropAll() {
-  client_.unsubscribeOwner(this);
-  registered_ = false;
-}
+void PanelSubscriptions::dropAll() { client_.unsubscribeOwner(this); }
 
 void PanelSubscriptions::workplaceCountReceived(const std::string& name, const ParameterValue& value) {
   workplaceCount_(name, value);

@@ -43,7 +43,6 @@ class PanelSubscriptions {
   PanelClient& client_;
   Handler workplaceCount_ = [](const auto&, const auto&) {};
   Handler macroName_ = [](const auto&, const auto&) {};
-  bool registered_ = false;  // something may be registered
 };
 
 }  // namespace tessaly

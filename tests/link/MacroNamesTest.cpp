@@ -168,6 +168,14 @@ TEST(WorkplaceNames, WhatDidNotComeIsNotTakenForNothing) {
   EXPECT_EQ(came->at(7), "Seven");
   EXPECT_EQ(came->at(9), "");
   EXPECT_FALSE(came->contains(8));
+  const auto text = [&](int workplace, const std::atomic<bool>& cancel) {
+    return readWorkplaceNames(*panel.client, workplace, cancel, std::chrono::milliseconds(1)).failure().text;
+  };
+  const std::atomic<bool> ended{true};
+  EXPECT_EQ(text(2, cancelled), "the panel sent no macro names");
+  EXPECT_EQ(text(1, ended), "was cancelled");
+  panel.status(kPanelNotConnected);
+  EXPECT_EQ(text(1, cancelled), "the connection to the panel was lost");
 }
 
 }  // namespace

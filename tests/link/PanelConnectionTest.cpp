@@ -235,6 +235,40 @@ TEST_F(PanelConnectionTest, ALostLineIsNotJoinedButMadeAnewForBoth) {
   }
 }
 
+// For who asks again by itself: the line goes where it went, and the panes follow once.
+TEST_F(PanelConnectionTest, ALostLineIsRenewedForThePanesThatWereOnIt) {
+  const auto yes = [] { return true; };
+  connection.connectAgain(kA);
+  EXPECT_THAT(panel.transport->take(), IsEmpty()) << "there was no line";
+  connect(kA);
+  EXPECT_TRUE(connection.renewLine(yes));
+  connection.lineRenewed();
+  connection.connectAgain(kA);
+  EXPECT_THAT(panel.transport->take(), IsEmpty()) << "it stands";
+  panel.status(kPanelNotConnected);
+  EXPECT_FALSE(connection.renewLine([] { return false; }));
+  EXPECT_THAT(panel.transport->take(), IsEmpty()) << "nobody wants it any more";
+  EXPECT_TRUE(connection.renewLine(yes));
+  EXPECT_THAT(panel.transport->take(), ElementsAre("connect 10.0.0.1:56662"));
+  window.take();
+  connection.lineRenewed();
+  EXPECT_EQ(panel.transport->take().size(), 8U);
+  EXPECT_THAT(window.take(), ElementsAre("lists A"));
+  connection.lineRenewed();
+  EXPECT_THAT(window.take(), IsEmpty()) << "once";
+  panel.status(kPanelNotConnected);
+  panel.transport->letGo(false);
+  EXPECT_FALSE(connection.renewLine(yes));
+  panel.transport->letGo(true);
+  connection.connectAgain(kA);
+  handleMessage();
+  EXPECT_EQ(connection.line(kA), PaneLine::kStands);
+  panel.status(kPanelNotConnected);
+  connection.editText(kA, "10.0.0.");
+  connection.connectAgain(kA);
+  EXPECT_EQ(shown(kA), "connect! 10.0.0.");
+}
+
 TEST_F(PanelConnectionTest, TheRadioConnectsAnewOnlyToAnAddress) {
   connect(kB);
   panel.status(kPanelNotConnected);
@@ -386,6 +420,13 @@ TEST_F(PanelConnectionTest, ClosingTouchesThePanelOnlyWhenAPaneIsConnected) {
   EXPECT_THAT(panel.transport->take(), ElementsAre("disconnect"));
   panel.value("PANEL.MACRO1.REG7.NAME", "Fade");
   EXPECT_EQ(macroNames, 0);
+  panel.status(kPanelNotConnected);
+  panel.transport->hold();
+  connection.connectButton(kB);
+  panel.transport->await("connect 10.0.0.2:56662");
+  connection.close();
+  panel.transport->await("disconnect");  // of the attempt, which nobody waits for any more
+  panel.transport->letGo(false);
 }
 
 TEST_F(PanelConnectionTest, AWindowThatClosesLeavesItsWorkerBehind) {

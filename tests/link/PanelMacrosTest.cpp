@@ -112,7 +112,8 @@ TEST_F(PanelMacrosTest, WhatWasSentIsReadBackBeforeItIsAnnounced) {
 // Whatever goes wrong, the panel holds one macro whole, and what is said of it is so.
 TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
   constexpr Result kDone = Result::kDone, kAltered = Result::kAltered, kCut = Result::kCut;
-  constexpr Result kGone = Result::kUnreachable, kRefused = Result::kRefusedLogin;
+  constexpr Result kGone = Result::kUnreachable, kRefused = Result::kRefusedLogin,
+                   kCancelled = Result::kCancelled;
   using Holds = PanelHolds;
   struct Case {
     const char* what;
@@ -134,12 +135,7 @@ TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
       {"taken, not found, is back", {kDone, kDone, Result::kNotFound}, kDone, Holds::kNew, "<new/>", 1},
       {"cancelled too late", {kDone, kDone, Result::kCancelled}, kDone, Holds::kNew, "<new/>", 1},
       {"cut, reading refused", {kDone, kCut, kRefused}, kCut, Holds::kOld, "<old/>", 1},
-      {"cancelled while the old was read",
-       {Result::kCancelled},
-       Result::kCancelled,
-       Holds::kAsBefore,
-       "<old/>",
-       0},
+      {"cancelled at once", {kCancelled}, kCancelled, Holds::kAsBefore, "<old/>", 0},
       {"login refused", {kDone, kRefused}, kRefused, Holds::kAsBefore, "<old/>", 0},
       {"taken, reading refused", {kRefused, kDone, kRefused}, kDone, Holds::kNewUnread, "<new/>", 1},
       {"old unknown, cut, back", {Result::kStalled, kCut, kGone, kGone}, kDone, Holds::kNew, "<new/>", 1},
@@ -150,7 +146,14 @@ TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
     SCOPED_TRACE(one.what);
     const TransferOutcome outcome = upload(one.results);
     EXPECT_EQ(outcome.transfer, one.transfer);
-    EXPECT_EQ(outcome.holds, one.holds) << outcome.describe();
+    EXPECT_EQ(outcome.holds, one.holds);
+    EXPECT_EQ(outcome.describe(),
+              one.holds == Holds::kNew         ? "verified"
+              : one.holds == Holds::kNewUnread ? "not verified: " + std::string(FtpClient::describe(kRefused))
+              : one.holds == Holds::kAsBefore
+                  ? FtpClient::describe(one.transfer)
+                  : FtpClient::describe(one.transfer) +
+                        std::string("; the panel holds again what it held before, verified"));
     EXPECT_EQ(outcome.done(), one.file == std::string("<new/>"));
     EXPECT_EQ(files[kOne], one.file);
     EXPECT_EQ(panel.transport->take().size(), one.loads);
@@ -204,53 +207,28 @@ TEST_F(PanelMacrosTest, WhatComesIsReadBeforeItReplacesAnything) {
 // A line that garbled the old macro must not have the garbage kept for the macro, or put back over it. What
 // really stands there can be replaced, whatever it is, and is kept.
 TEST_F(PanelMacrosTest, OldContentThatIsNoMacroIsFetchedTwice) {
-  constexpr Result kDone = Result::kDone;
-  struct Case {
-    const char* what;
+  constexpr Result kDone = Result::kDone, kCut = Result::kCut, kFull = Result::kFull;
+  using Holds = PanelHolds;
+  const struct {
     const char* stands;
     int garbled;
     std::vector<Result> results;
     const char* kept;
-    PanelHolds holds;
+    Holds holds;
     const char* file;  // afterwards
+  } cases[] = {
+      {"<old/>", 1, {}, "<old/>", Holds::kNew, "<new/>"},
+      {"<old/>", 2, {}, "missed", Holds::kNew, "<new/>"},
+      {"<old/>", 1, {kDone, kCut}, "missed", Holds::kNew, "<new/>"},
+      {"<old/>", 2, {kDone, kDone, kCut, kDone, kCut}, "missed", Holds::kNew, "<new/>"},
+      {"<old/>", 2, {kDone, kDone, kDone, Result::kNotFound}, "missed", Holds::kNew, "<new/>"},
+      {"half", 0, {}, "half", Holds::kNew, "<new/>"},                                 // really no macro
+      {"half", 0, {kDone, kDone, kCut, kDone, kCut}, "half", Holds::kNew, "<new/>"},  // never put back
+      {"half", 0, {kDone, kDone, kFull}, "half", Holds::kOld, "half"},
+      {"", 0, {kDone, kDone, kFull}, "", Holds::kOld, ""},
   };
-  const Case cases[] = {
-      {"garbled once", "<old/>", 1, {}, "<old/>", PanelHolds::kNew, "<new/>"},
-      {"garbled twice", "<old/>", 2, {}, "missed", PanelHolds::kNew, "<new/>"},
-      {"garbled, then cut", "<old/>", 1, {kDone, Result::kCut}, "missed", PanelHolds::kNew, "<new/>"},
-      {"garbled, the send cut twice, the new one tried on with",
-       "<old/>",
-       2,
-       {kDone, kDone, Result::kCut, kDone, Result::kCut},
-       "missed",
-       PanelHolds::kNew,
-       "<new/>"},
-      {"garbled, the new one is gone",
-       "<old/>",
-       2,
-       {kDone, kDone, kDone, Result::kNotFound},
-       "missed",
-       PanelHolds::kNew,
-       "<new/>"},
-      {"really no macro", "half", 0, {}, "half", PanelHolds::kNew, "<new/>"},
-      {"really no macro, never put back",
-       "half",
-       0,
-       {kDone, kDone, Result::kCut, kDone, Result::kCut},
-       "half",
-       PanelHolds::kNew,
-       "<new/>"},
-      {"really no macro, still there",
-       "half",
-       0,
-       {kDone, kDone, Result::kFull},
-       "half",
-       PanelHolds::kOld,
-       "half"},
-      {"really empty, still there", "", 0, {kDone, kDone, Result::kFull}, "", PanelHolds::kOld, ""},
-  };
-  for (const Case& one : cases) {
-    SCOPED_TRACE(one.what);
+  for (const auto& one : cases) {
+    SCOPED_TRACE(testing::Message() << one.stands << ' ' << one.garbled << ' ' << one.results.size());
     Keeper keeper;
     macros.keepIn(keeper);
     files[kOne] = one.stands;
@@ -338,6 +316,52 @@ TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {
   EXPECT_THAT(panel.transport->take(), IsEmpty());
   EXPECT_TRUE(demo.remove("10.0.0.1", 1, "001").asked) << "a call, and no file";
   EXPECT_THAT(log, IsEmpty());
+}
+
+// One way for many macros, which an end of any kind gives up, and one memory of what was seen.
+TEST_F(PanelMacrosTest, ManyInARowStayConnectedAndRememberWhatWasSeen) {
+  std::string made;
+  PanelMacros first(*panel.client, site.root, factory, &reads);
+  first.takeForMany([&](const std::string& host) {
+    made += host.back();
+    return factory(host);
+  });
+  const auto many = first.forMany();
+  const auto send = [&](const char* host, const BeforePanelWrite& before = {}) {
+    return many->uploadBytes(host, 1, "001", "<a/>", MacroChange::kEdit, before);
+  };
+  EXPECT_EQ(send("10.0.0.1").describe(), "verified");
+  EXPECT_EQ(many->read("10.0.0.1", 1, "001").bytes, "<a/>");
+  EXPECT_EQ(made, "1");
+  EXPECT_EQ(many->read("10.0.0.2", 1, "001").bytes, "<a/>");
+  EXPECT_EQ(many->read("10.0.0.1", 1, "001").bytes, "<a/>");
+  EXPECT_EQ(made, "121");
+  during = [&] { many->cancel(); };
+  EXPECT_EQ(many->read("10.0.0.2", 1, "001").bytes, "<a/>");
+  during = {};
+  EXPECT_EQ(many->read("10.0.0.1", 1, "001").bytes, "<a/>");
+  EXPECT_EQ(made, "12121") << "a cancelled one is of no more use";
+  many->cancel();
+  EXPECT_EQ(cancels, 1) << "nothing runs any more";
+  EXPECT_EQ(many->read("10.0.0.1", 9, "001").fetched, Result::kFailed);
+  const TransferOutcome refused = send("10.0.0.3", [](const PanelStanding& standing) {
+    EXPECT_EQ(standing.old.bytes, "<a/>");
+    return false;
+  });
+  EXPECT_EQ(refused.transfer, Result::kCancelled);
+  EXPECT_EQ(refused.holds, PanelHolds::kAsBefore);
+  const auto seen = [&](const char* host) { return first.seen().of({{}, host, 1, "001"}); };
+  EXPECT_EQ(seen("10.0.0.1"), contentCheck("<a/>"));
+  EXPECT_EQ(seen("10.0.0.2"), std::nullopt) << "it was only read";
+  EXPECT_EQ(seen("10.0.0.3"), std::nullopt);
+  EXPECT_TRUE(first.rename(1, "002", "Other") && first.rename(2, "001", "Other"));
+  EXPECT_EQ(seen("10.0.0.1"), contentCheck("<a/>"));
+  EXPECT_TRUE(first.rename(1, "001", "Name"));
+  EXPECT_EQ(seen("10.0.0.1"), std::nullopt);
+  panel.transport->take();
+  EXPECT_TRUE(many->run(2, "007"));
+  EXPECT_FALSE(many->run(9, "007") || many->run(2, "7"));
+  EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO2.RUN(REG=\"007\")"));
 }
 
 // The user who cancels the sending does not wait for a panel that is gone as long as one who does not, and
