@@ -161,6 +161,30 @@ TEST_F(Commands, WordsAreReadAsTheUsageShowsThem) {
   for (const auto& [words, begins] : cases) EXPECT_THAT(output(words), StartsWith(begins));
 }
 
+// Each command, with how few words it takes, and how many.
+TEST_F(Commands, WordsAreCounted) {
+  constexpr std::size_t kAny = 99;
+  const std::tuple<const char*, std::size_t, std::size_t> cases[] = {
+      {"dictionary", 0, 0}, {"list", 0, 4},       {"show", 1, 1},          {"name", 1, 1},
+      {"rename", 2, 2},     {"create", 2, 2},     {"insert", 2, kAny},     {"insert-classic", 2, 2},
+      {"copy", 2, kAny},    {"paste", 1, 1},      {"move", 2, 2},          {"remove", 2, 2},
+      {"set", 3, 3},        {"convert", 3, 3},    {"copy-macro", 2, kAny}, {"delete-macro", 1, kAny},
+      {"effect", 1, 1},     {"compare", 2, 2},    {"diff", 2, 2},          {"check", 1, kAny},
+      {"find", 2, kAny},    {"replace", 2, kAny}, {"sheet", 1, kAny},      {"snapshot", 1, 2},
+      {"restore", 2, kAny}, {"classic", 1, 1},    {"value", 2, 2},         {"source", 1, 1},
+      {"timecode", 1, 1},   {"settings", 0, 0},   {"address", 1, 1},       {"help", 0, 1}};
+  for (const auto& [name, least, most] : cases) {
+    const auto errors = [&, command = std::string(name)](std::size_t count) {
+      std::vector<std::string> words(count + 1, "x");
+      words[0] = command;
+      return run(words).errors;
+    };
+    EXPECT_THAT(least > 0 ? errors(least - 1) : "too few words\n", StartsWith("too few words\n")) << name;
+    EXPECT_THAT(most < kAny ? errors(most + 1) : "too many words: x\n", StartsWith("too many words: x\n"))
+        << name;
+  }
+}
+
 TEST_F(Commands, MacroGoesThroughAPipe) {
   const std::string empty = output({"create", "-", "Opener"});
   const std::string one = output({"insert", "-", "QMF1.ME1.SIZE.SET", "size=0.5"}, empty);
@@ -214,44 +238,30 @@ TEST_F(Commands, CommandsGoFromMacroToMacro) {
 }
 
 TEST_F(Commands, ValuesThatTheFunctionCannotHoldAreRefused) {
-  const std::string kAll = "QMF1.ME1.ALL.SET";
+  const std::string kAll = "QMF1.ME1.ALL.SET", kSize = "QMF1.ME1.SIZE.SET", kStep = "QMF1.ME1.SIZE.INC";
   const struct {
     std::string fid;
-    const char* word;
     bool held;
+    std::vector<std::string> words;
   } cases[] = {
-      {kAll, "level=255", true},
-      {kAll, "level=256", false},
-      {kAll, "level=-1", false},
-      {kAll, "level=notanumber", false},
-      {kAll, "level=1x", false},
-      {kAll, "level=", true},
-      {kAll, "mode=0", true},
-      {kAll, "mode=Off", false},
-      {kAll, "in=5", true},
-      {kAll, "in=6", false},
-      {kAll, "tc=270544901", true},
-      {kAll, "tc=4294967295", false},
-      {kAll, "tc=10:20:30:05", true},
-      {kAll, "tc=25:20:30:05", false},
-      {"QMF1.ME1.SIZE.SET", "size=1.0000004", true},
-      {"QMF1.ME1.SIZE.SET", "size=1.1", false},
-      {"QMF1.ME1.SIZE.INC", "size=-2048", true},
-      {"QMF1.ME1.SIZE.INC", "size=2048", false},
-      {"QMF1.ME1.SIZE.SET", "size=0.5\u00e4", false},
-      {"QMF1.ME1.SIZE.SET", "size=inf", false},
+      {kAll, true, {"level=255", "level=", "mode=0", "in=5", "tc=270544901", "tc=10:20:30:05"}},
+      {kAll, false, {"level=256", "level=-1", "level=notanumber", "level=1x", "mode=Off", "in=6"}},
+      {kAll, false, {"tc=4294967295", "tc=25:20:30:05"}},
+      {kSize, true, {"size=1.0000004"}},
+      {kSize, false, {"size=1.1", "size=0.5\u00e4", "size=inf"}},
+      {kStep, true, {"size=-2048"}},
+      {kStep, false, {"size=2048"}},
   };
-  for (const auto& c : cases) {
-    output({"create", kMacro, "Opener"});
-    const std::string before = site.read(kMacro);
-    EXPECT_EQ(run({"insert", kMacro, c.fid, c.word}).code, c.held ? 0 : 1) << c.word;
-    EXPECT_EQ(site.read(kMacro) == before, !c.held) << c.word;
-    if (c.fid == kAll) continue;  // its first parameter is another
-    const std::string word = c.word;
-    const std::string value = word.substr(word.find('=') + 1);
-    output({"insert", kMacro, c.fid, "size=0", "--at", "start"});
-    EXPECT_EQ(run({"set", kMacro, "0", value}).code, c.held ? 0 : 1) << c.word;
-  }
+  for (const auto& [fid, held, words] : cases)
+    for (const std::string& word : words) {
+      output({"create", kMacro, "Opener"});
+      const std::string before = site.read(kMacro);
+      EXPECT_EQ(run({"insert", kMacro, fid, word}).code, held ? 0 : 1) << word;
+      EXPECT_EQ(site.read(kMacro) == before, !held) << word;
+      if (fid == kAll) continue;  // its first parameter is another
+      output({"insert", kMacro, fid, "size=0", "--at", "start"});
+      EXPECT_EQ(run({"set", kMacro, "0", word.substr(word.find('=') + 1)}).code, held ? 0 : 1) << word;
+    }
   output({"create", kMacro, "Opener"});
   output({"insert-classic", kMacro, "23 10 05 01 "});
   EXPECT_THAT(run({"set", kMacro, "0", "x"}).errors, StartsWith("No classic command: x"));

@@ -84,6 +84,9 @@ TEST(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
   EXPECT_EQ(nlohmann::json::parse(out.str())["off"], nlohmann::json({"limits"}));
   EXPECT_EQ(run({"find", "size", "c:\\w", "--json"}, ""), 0);
   EXPECT_EQ(nlohmann::json::parse(out.str())["hits"], 2);
+  EXPECT_EQ(nlohmann::json::parse(out.str())["found"][0].dump(),
+            R"({"commands":[{"command":0,"line":"Mainframe1 - Size ==> 10"}],"name":"M",)"
+            R"("path":"c:\\w\\macro002.mac"})");
 }
 
 // All or none: what one file makes impossible must not be half done in the others.
