@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -24,10 +25,14 @@ class WindowDriver {
  public:
   explicit WindowDriver(MainWindow& window) : window_(window) {}
 
+  // Looked for once, so that whoever measures asks at no cost.
   template <class Widget>
   [[nodiscard]] Widget& control(int id) const {
-    for (auto* widget : window_.findChildren<Widget*>())
-      if (widget->property("controlId").toInt() == id) return *widget;
+    QPointer<QWidget>& known = controls_[id];
+    if (known == nullptr)
+      for (auto* widget : window_.findChildren<QWidget*>())
+        if (widget->property("controlId").toInt() == id) known = widget;
+    if (auto* widget = qobject_cast<Widget*>(known.data())) return *widget;
     throw std::runtime_error("no control " + std::to_string(id));
   }
 
@@ -150,6 +155,7 @@ class WindowDriver {
   inline static std::string problem_;  // of the last dialog that was answered
 
   MainWindow& window_;
+  mutable std::map<int, QPointer<QWidget>> controls_;  // by their numbers
 };
 
 }  // namespace tessaly
