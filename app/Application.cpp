@@ -17,6 +17,7 @@
 #include "platform/Files.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
+#include "platform/SitePlace.h"
 
 namespace tessaly {
 
@@ -119,7 +120,8 @@ std::optional<SiteRoot> Application::siteFor(SiteWish wish) {
 }
 
 void Application::prepareRoot() {
-  if (!makeFolder(root_, kDataFolder) || isRegularFile(root_, kEmptyMacro)) return;
+  const auto present = readFile(root_, kEmptyMacro);
+  if (!makeFolder(root_, kDataFolder) || present || !isNothing(present.failure())) return;
   QFile shipped(QStringLiteral(":/emptyMacro.mac"));
   if (shipped.open(QIODevice::ReadOnly) && !writeFile(root_, kEmptyMacro, shipped.readAll().toStdString()))
     messages_.show("Cannot create Macro: emptyMacro.mac", MessageIcon::kExclamation);

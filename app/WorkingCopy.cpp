@@ -346,7 +346,7 @@ void WorkingCopy::leaveEditState(Record record) {
 
 void WorkingCopy::close() {
   if (edited_) leaveEditState();
-  if (differs() && !recovery_.exists()) steps_.end();
+  if (differs() && recovery_.isMissing()) steps_.end();
 }
 
 void WorkingCopy::noteEdit() {
