@@ -18,6 +18,7 @@
 #include "platform/Installation.h"
 #include "platform/Memory.h"
 #include "platform/SitePlace.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -48,6 +49,7 @@ QString titleOn(const SiteRoot& root, const QString& title) {
 struct Application::LoaderLink {
   std::mutex mutex;
   MainWindow* window = nullptr;
+  Post post;  // to it
   MessageBoxes* messages = nullptr;
 };
 
@@ -155,6 +157,7 @@ void Application::start() {
   messages_.setWindow(window_.get());
   messages_.setGate(&window_->gate());
   loader_->window = window_.get();
+  loader_->post = postTo(window_.get());
   loader_->messages = &messages_;
   if (!described)
     window_->say(
@@ -174,8 +177,10 @@ void Application::startLoader(bool reports) {
     {
       const std::lock_guard guard(link->mutex);
       if (link->window != nullptr)
-        QCoreApplication::postEvent(link->window,
-                                    new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+        link->post([window = link->window] {
+          QEvent loaded(static_cast<QEvent::Type>(kDictionaryLoadedMessage));
+          QCoreApplication::sendEvent(window, &loaded);
+        });
     }
     releaseFreedMemory();  // both parsed files
   }).detach();
