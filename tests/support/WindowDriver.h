@@ -82,6 +82,7 @@ class WindowDriver {
     if (!button.isVisible() || !button.isEnabled())
       throw std::runtime_error("cannot press " + button.text().toStdString());
     if (answer) answerNext(answer);
+    bringToFront();
     QTest::mouseClick(&button, Qt::LeftButton);
     if (!problem_.empty()) throw std::runtime_error("in a dialog: " + std::exchange(problem_, {}));
   }
@@ -141,6 +142,7 @@ class WindowDriver {
     const QModelIndex index = box.rows().index(row);
     box.scrollTo(index);
     const QRect place = box.visualRect(index);
+    bringToFront();
     QTest::mouseClick(box.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, place.center().y()));
   }
 
@@ -152,6 +154,11 @@ class WindowDriver {
   }
 
  private:
+  // As a click does on a desktop. Here word of a closed window may come late, and take the keyboard away.
+  void bringToFront() const {
+    if (QApplication::activeModalWidget() == nullptr) QApplication::setActiveWindow(&window_);
+  }
+
   inline static std::string problem_;  // of the last dialog that was answered
 
   MainWindow& window_;
