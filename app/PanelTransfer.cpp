@@ -13,6 +13,7 @@
 
 #include "app/MessageBoxes.h"
 #include "platform/WayBack.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -215,29 +216,24 @@ void PanelTransfer::cancel(End end) {
 
 bool PanelTransfer::runBeside(const QString& label, const Work& work) {
   const EventGate::Hold hold(&gate_);
+  Progress progress(label, work.cancel != nullptr, window_);
   QEventLoop loop;
   bool finished = false;  // GUI thread
-  Progress progress(label, work.cancel != nullptr, window_);
-  const Tell tell = [&progress](int thousandths) {
-    QMetaObject::invokeMethod(
-        &progress,
-        [&progress, thousandths] {
-          progress.setMaximum(kThousandths);
-          progress.setValue(thousandths);
-        },
-        Qt::QueuedConnection);
+  const auto post = postTo(&loop);
+  const Tell tell = [&progress, &post](int thousandths) {
+    post([&progress, thousandths] {
+      progress.setMaximum(kThousandths);
+      progress.setValue(thousandths);
+    });
   };
   std::thread worker;
   try {
     worker = std::thread([&] {
       work.run(tell);
-      QMetaObject::invokeMethod(
-          &loop,
-          [&] {
-            finished = true;
-            loop.quit();
-          },
-          Qt::QueuedConnection);
+      post([&] {
+        finished = true;
+        loop.quit();
+      });
     });
   } catch (const std::system_error&) {
     return false;  // no thread to be had
