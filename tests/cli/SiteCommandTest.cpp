@@ -71,9 +71,9 @@ TEST_F(SiteCommands, ListsAreThoseOfAPane) {
 }
 
 TEST_F(SiteCommands, MacrosAreCopiedAndDeletedAndKept) {
-  const std::string before = kOpener, folder = cp1 + "macroWP2";
-  site.write(folder + "\\macro007.mac", "<macro name=\"Old\"><data/></macro>");
-  const std::string old = site.read(folder + "\\macro007.mac");
+  const std::string before = kOpener, folder = cp1 + "macroWP2", seven = folder + "\\macro007.mac";
+  site.write(seven, "<macro name=\"Old\"><data/></macro>");
+  const std::string old = site.read(seven);
   const struct {
     std::vector<std::string> words;
     int code;
@@ -81,26 +81,14 @@ TEST_F(SiteCommands, MacrosAreCopiedAndDeletedAndKept) {
     std::string place, after, change, kept;
   } cases[] = {
       {{"copy-macro", one, two}, 0, "", two, before, "", ""},
-      {{"copy-macro", one, "c:\\programme\\none\\x.mac"},
-       1,
-       "The macro cannot be copied: it",
-       one,
-       before,
-       "",
-       ""},
+      {{"copy-macro", one, "c:\\none\\x.mac"}, 1, "The macro cannot be copied: it", one, before, "", ""},
       {{"copy-macro", "c:\\none.mac", two}, 1, "No such file: c:\\none.mac\n", two, before, "", ""},
       {{"copy-macro", one, key}, 1, "A key file is only read", one, before, "", ""},
       {{"copy-macro", one, two, "c:\\none"}, 1, "c:\\none is no folder\n", two, before, "", ""},
       {{"copy-macro", key, folder}, 1, "Only macros go into a folder", one, before, "", ""},
-      {{"copy-macro", one, two, folder}, 0, "", folder + "\\macro007.mac", before, "copy", old},
+      {{"copy-macro", one, two, folder}, 0, "", seven, before, "copy", old},
       {{"copy-macro", one, folder + "\\"}, 0, "", folder + "\\macro008.mac", before, "copy", before},
-      {{"copy-macro", "c:\\none.mac", one, folder},
-       1,
-       "No such file",
-       folder + "\\macro007.mac",
-       before,
-       "copy",
-       before},
+      {{"copy-macro", "c:\\none.mac", one, folder}, 1, "No such file", seven, before, "copy", before},
       {{"delete-macro", "-"}, 2, "a stream cannot be deleted\n", one, before, "copy", before},
       {{"delete-macro", key}, 1, "Only macros are deleted, not ", one, before, "copy", before},
       {{"delete-macro", "c:\\none.mac", "c:\\none2.mac", two},

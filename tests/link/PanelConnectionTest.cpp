@@ -196,6 +196,9 @@ TEST_F(PanelConnectionTest, APaneJoinsTheOthersConnectionAndTheLastOneClosesIt) 
   connection.chooseHarddisk(kA);
   connection.choosePanel(kA);
   EXPECT_TRUE(connection.connected(kA)) << "the radio joins as well";
+  connection.chooseHarddisk(kA);
+  EXPECT_FALSE(connection.connected(kA));
+  connection.choosePanel(kA);
   connection.connectButton(kB);
   EXPECT_THAT(panel.transport->take(), IsEmpty());
   connection.connectButton(kA);
@@ -323,16 +326,6 @@ TEST_F(PanelConnectionTest, TheButtonDropsTheSubscriptionsTheRadioDoesNot) {
     EXPECT_THAT(window.take(), ElementsAre("lists A"));
     EXPECT_EQ(flags(kA), "00000000");
   }
-}
-
-TEST_F(PanelConnectionTest, TheRadioLeavesTheOthersConnectionAlone) {
-  connect(kA);
-  connection.connectButton(kB);
-  panel.transport->take();
-  connection.chooseHarddisk(kA);
-  EXPECT_THAT(panel.transport->take(), IsEmpty()) << "the line is pane B's, too";
-  EXPECT_TRUE(connection.connected(kB));
-  EXPECT_FALSE(connection.connected(kA));
 }
 
 TEST_F(PanelConnectionTest, ASuccessWhileTheHarddiskIsShownCounts) {

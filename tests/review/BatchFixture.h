@@ -14,7 +14,7 @@ inline constexpr const char* kOld = "<old/>";
 inline constexpr const char* kNew = "<new/>";
 
 // A workplace that holds files, and refuses those that a test says.
-class FakeShelf final : public MacroShelf {
+class FakeShelf : public MacroShelf {
  public:
   std::string title() const override { return "fake"; }
   MacroPlace place(MacroNumber number) const override { return {{}, "10.0.0.1", 1, number.text()}; }

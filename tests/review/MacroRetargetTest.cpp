@@ -20,14 +20,18 @@ std::string function(const char* fid, const char* name, const char* value, const
 // Each row would be changed wrongly, or silently not, by a rule that looks at texts alone.
 TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
   const std::string key = function("QMF1.ME1.KEY1.FILL.SET", "INPUT", "5");
+  const std::string rate = function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5");
+  const std::string clip = function("QMF1.ME1.KEY1.CLIP.SET", "VALUE", "0.5");
+  const std::string dimmer = function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.500000");
+  const std::string fill = classic("25 03 21 09 05 00 ");
+  const std::string bare = command("QMF1.NCSCOMMAND") + command("QMF1.NCSCOMMAND", "<param name=\"CMD\"/>");
   const struct {
     const char* rule;
     std::string before, after;
     const char* reason = "";  // of the only proposal
   } cases[] = {
       {"destination:Mainframe 1->QMF3", key, function("QMF3.ME1.KEY1.FILL.SET", "INPUT", "5")},
-      {"destination:QMF1->QMF2", classic("25 03 21 09 05 00 "),
-       function("QMF2.NCSCOMMAND", "CMD", "25 03 21 09 05 00 ")},
+      {"destination:QMF1->QMF2", fill, function("QMF2.NCSCOMMAND", "CMD", "25 03 21 09 05 00 ")},
       {"destination:Panel/Workplace3->Workplace 5", function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.5", "3"),
        function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.5", "5")},
       {"destination:Workplace1->Workplace2", key, key},  // a mainframe's command has a workplace, too
@@ -37,33 +41,25 @@ TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
       {"segment:KEY1->KEY77", key, key, "no function \"ME1.KEY77.FILL.SET\""},
       {"segment:FILL.SET->CLIP.SET", key, key, "other parameters"},
       {"segment:X->Y", function("QMF1.X.SET", "A", "1"), function("QMF1.X.SET", "A", "1"), "not known"},
-      {"segment:ME3->ME1", classic("25 03 21 09 05 00 "), classic("25 01 21 09 05 00 ")},
-      {"segment:ME3.KEY2->PP.KEY4", classic("25 03 21 09 05 00 "), classic("25 00 23 09 05 00 ")},
-      {"segment:ME3->PP.KEY1", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "),
-       "no counterpart"},
-      {"segment:SET->INC", function("QMF1.ME1.KEY1.CLIP.SET", "VALUE", "0.5"),
-       function("QMF1.ME1.KEY1.CLIP.SET", "VALUE", "0.5"), "other parameters"},  // of another unit
-      {"value:.5->0.50", function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.50"),
-       function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.50")},
-      {"segment:KEY2->KEY7", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "), "no counterpart"},
+      {"segment:ME3->ME1", fill, classic("25 01 21 09 05 00 ")},
+      {"segment:ME3.KEY2->PP.KEY4", fill, classic("25 00 23 09 05 00 ")},
+      {"segment:ME3->PP.KEY1", fill, fill, "no counterpart"},
+      {"segment:SET->INC", clip, clip, "other parameters"},  // of another unit
+      {"value:.5->0.500000", dimmer, dimmer},
+      {"segment:KEY2->KEY7", fill, fill, "no counterpart"},
       {"segment:ME1->ME4", classic("24 01 10 01 01 "), classic("24 01 10 01 01 "), "no counterpart"},
-      {"source:5->7", key + classic("25 03 21 09 05 00 "),
+      {"source:5->7", key + fill,
        function("QMF1.ME1.KEY1.FILL.SET", "INPUT", "7") + classic("25 03 21 09 07 00 ")},
       {"source:Input 5->input 12", classic("25 03 21 09 05 FF "), classic("25 03 21 09 0c FF ")},
-      {"segment:KEY2->WIPE1", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "),
-       "does not have the command"},
-      {"source:5->7", command("QMF1.NCSCOMMAND") + command("QMF1.NCSCOMMAND", "<param name=\"CMD\"/>"),
-       command("QMF1.NCSCOMMAND") + command("QMF1.NCSCOMMAND", "<param name=\"CMD\"/>")},
-      {"source:5->255", classic("25 03 21 09 05 00 "), classic("25 03 21 09 05 00 "), "0 to 254"},
-      {"source:5->7", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5"),
-       function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5")},
-      {"value:.5->0.25", function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.500000"),
-       function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.25")},
+      {"segment:KEY2->WIPE1", fill, fill, "does not have the command"},
+      {"source:5->7", bare, bare},
+      {"source:5->255", fill, fill, "0 to 254"},
+      {"source:5->7", rate, rate},
+      {"value:.5->0.25", dimmer, function("PANEL.LIGHT.DIMMER.SET", "VALUE", "0.25")},
       {"value:input=05->6", key, key},  // an input is no number
-      {"value:RATE=05->6 where function:ME1", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5") + key,
+      {"value:RATE=05->6 where function:ME1", rate + key,
        function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "6") + key},
-      {"value:RATE=5->6 where function:ME2", function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5"),
-       function("QMF1.ME1.TRANSI.RATE.SET", "RATE", "5")},
+      {"value:RATE=5->6 where function:ME2", rate, rate},
       {"value:5->\xE2\x86\x92", key, key, "lacks"},
   };
   for (const auto& [text, before, after, reason] : cases) {
@@ -76,11 +72,7 @@ TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
     const auto made = apply(*macro, MacroRetarget::editOf(proposals, std::vector(proposals.size(), true)));
     ASSERT_TRUE(made) << text;
     EXPECT_EQ(made->bytes(), macroOf(after)) << text;
-    EXPECT_EQ(proposals.size() - static_cast<std::size_t>(
-                                     std::count_if(proposals.begin(), proposals.end(),
-                                                   [](const RetargetProposal& p) { return p.possible(); })),
-              *reason ? 1U : 0U)
-        << text;
+    EXPECT_EQ(std::ranges::count(proposals, false, &RetargetProposal::possible), *reason ? 1 : 0) << text;
     if (!proposals.empty()) {
       EXPECT_THAT(proposals[0].reason, HasSubstr(reason)) << text;
     }

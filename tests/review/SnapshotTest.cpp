@@ -9,7 +9,7 @@
 #include "review/Snapshot.h"
 #include "review/SnapshotShelf.h"
 #include "review/SnapshotTaking.h"
-#include "tests/support/TestSite.h"
+#include "tests/review/BatchFixture.h"
 
 namespace tessaly {
 namespace {
@@ -174,11 +174,9 @@ struct Panel {
   std::set<std::pair<int, int>> gone;  // listed, but not there
 };
 
-class PanelShelf final : public MacroShelf {
+class PanelShelf final : public FakeShelf {
  public:
   PanelShelf(Panel& panel, int workplace) : panel_(panel), workplace_(workplace) {}
-  std::string title() const override { return {}; }
-  MacroPlace place(MacroNumber) const override { return {}; }
   Expected<std::vector<Held>> list() override {
     std::vector<Held> held;
     for (const auto& [key, bytes] : panel_.macros)
@@ -188,20 +186,15 @@ class PanelShelf final : public MacroShelf {
   Expected<std::string> read(MacroNumber number) override {
     panel_.onRead();
     const std::pair key{workplace_, number.value()};
-    if (cancelled_) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+    if (cancelled) return Failure{Failure::Kind::kCancelled, "was cancelled"};
     if (panel_.lost[key]-- > 0) return Failure{panel_.how, "the connection was cut"};
     if (panel_.gone.contains(key)) return Failure{Failure::Kind::kMissing, "is not there"};
     return panel_.macros[key];
   }
-  Outcome writable() const override { return {}; }
-  ShelfWrite write(MacroNumber, std::string_view, MacroChange, const BeforeWrite&) override { return {}; }
-  ShelfWrite remove(MacroNumber, const BeforeWrite&) override { return {}; }
-  void cancel() override { cancelled_ = true; }
 
  private:
   Panel& panel_;
   int workplace_;
-  bool cancelled_ = false;
 };
 
 class SnapshotTakingTest : public testing::Test {
