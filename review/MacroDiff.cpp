@@ -1,6 +1,7 @@
 #include "review/MacroDiff.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "review/Pairing.h"
@@ -128,7 +129,7 @@ TakeCommands MacroDiff::taking(const std::vector<std::size_t>& rows, Side into) 
 
 TakeCommands MacroDiff::takingAll(Side into) const {
   std::vector<std::size_t> all(rows_.size());
-  for (std::size_t i = 0; i < all.size(); ++i) all[i] = i;
+  std::iota(all.begin(), all.end(), std::size_t{0});
   return taking(all, into);
 }
 
