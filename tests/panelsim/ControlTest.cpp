@@ -58,6 +58,7 @@ TEST_F(PanelTest, ReadingAgainFindsAFileOfTheSameSizeAndABrokenOne) {
   tree.write(hostPathOfTree(2, "macro999.mac"), "<macro name=\"cut");
   panel->reload();
   EXPECT_EQ(panel->macros(2), (std::vector<std::pair<int, std::string>>{{0, "BBB"}, {999, "???"}}));
+  EXPECT_TRUE(logged("read the macros: 1, 1 changed", 1) && logged("read the macros: 2, 2 changed", 1));
 }
 
 TEST_F(PanelTest, FunctionsStandAtASteadyValueWithinTheirRange) {

@@ -13,6 +13,8 @@ TEST(PanelTree, AYoungFileIsReadAgainThoughItsTimeAndSizeAreTheSame) {
   TestSite tree;
   PanelTree panel(tree.root.path());
   ASSERT_TRUE(panel.prepare());
+  for (const char* folder : {"workplace1", "workplace8"})
+    EXPECT_TRUE(std::filesystem::is_directory(tree.root.path() / "flash/data/PANEL/macro" / folder));
   const auto now = std::filesystem::file_time_type::clock::now();
   const auto path = tree.root.path() / "flash/data/PANEL/macro/workplace1/macro001.mac";
   const auto write = [&](const std::string& name, std::filesystem::file_time_type time) {

@@ -39,8 +39,8 @@ TEST_F(PanelTest, WrongPromptLinesAreRefusedAndChangeNothing) {
       EXPECT_FALSE(answer.known) << line;
       EXPECT_EQ(answer.text, text) << line;
     }
-  for (const char* line :
-       {"", "  ", "# note", "help", "list", "status", "wait 0", "wait run", "set QMF1.A  two  words\r"}) {
+  for (const char* line : {"", "  ", "# note", "help", "list", "status", "wait 0", "wait run", "restart 0",
+                           "set QMF1.A  two  words\r"}) {
     EXPECT_TRUE(runPromptLine(*panel, line).known) << line;
   }
   EXPECT_EQ(runPromptLine(*panel, "get QMF1.A").text, " two  words");
