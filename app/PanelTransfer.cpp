@@ -12,6 +12,7 @@
 #include <QWindow>
 
 #include "app/MessageBoxes.h"
+#include "platform/SystemFailure.h"
 #include "platform/WayBack.h"
 #include "widgets/PostTo.h"
 
@@ -65,8 +66,6 @@ class InputGuard : public QObject {
 
   QWidget& allowed_;
 };
-
-Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 
 // In front of a dialog that keeps the window from being used.
 QWidget* ownerIn(QWidget* window) {

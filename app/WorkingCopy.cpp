@@ -5,6 +5,7 @@
 
 #include "app/StepNames.h"
 #include "platform/Files.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -78,7 +79,7 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
     steps_.noteSaving();
   });
   if (needs == Needs::kFile && !right.written()) return right.failure();
-  if (!wanted) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+  if (!wanted) return cancelledFailure();
   return Expected<Loan>(std::move(loan));
 }
 

@@ -66,6 +66,11 @@ class WindowDriver {
     return QApplication::focusWidget();
   }
 
+  // As a click does on a desktop. Here word of a closed window may come late, and take the keyboard away.
+  void bringToFront() const {
+    if (QApplication::activeModalWidget() == nullptr) QApplication::setActiveWindow(&window_);
+  }
+
   // Without a question. What still runs is given up first, or waited for.
   void close() const {
     window_.close();
@@ -154,11 +159,6 @@ class WindowDriver {
   }
 
  private:
-  // As a click does on a desktop. Here word of a closed window may come late, and take the keyboard away.
-  void bringToFront() const {
-    if (QApplication::activeModalWidget() == nullptr) QApplication::setActiveWindow(&window_);
-  }
-
   inline static std::string problem_;  // of the last dialog that was answered
 
   MainWindow& window_;
