@@ -35,8 +35,8 @@ std::string_view nameIn(std::string_view line) {
 int lineEnds(std::string_view piece) {
   int count = 0;
   for (std::size_t i = 0; i < piece.size(); ++i) {
-    const bool pair = piece[i] == '\r' && i + 1 < piece.size() && piece[i + 1] == '\n';
-    if (piece[i] == '\n' || (piece[i] == '\r' && !pair)) ++count;
+    const bool pair = piece.substr(i).starts_with("\r\n");
+    if (!pair && (piece[i] == '\r' || piece[i] == '\n')) ++count;
   }
   return count;
 }

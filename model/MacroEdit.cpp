@@ -111,8 +111,8 @@ class Editor {
   Outcome take(const TakeCommands::Piece& piece, const Elements& ours, const Elements& theirs,
                const XmlDocument& from) const {
     const auto at = static_cast<std::size_t>(piece.at), removed = static_cast<std::size_t>(piece.removed);
-    if (piece.at < 0 || piece.removed < 0 || at > ours.size() || removed > ours.size() - at)
-      return noCommand();
+    // What is below 0 is beyond them, too.
+    if (at > ours.size() || removed > ours.size() - at) return noCommand();
     for (const int number : piece.taken) {
       if (number < 0 || static_cast<std::size_t>(number) >= theirs.size()) return noCommand();
       auto copy = copyFor(document_, *theirs[static_cast<std::size_t>(number)], from);

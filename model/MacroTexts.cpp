@@ -88,15 +88,10 @@ class AttributeScan {
   void skipBlanks() { at_ = std::min(bytes_.find_first_not_of(kBlanks, at_), bytes_.size()); }
 
   Role roleOf(std::string_view name) {
-    const Role parent = levels_.empty() ? Role::kOther : levels_.back();
-    if (levels_.empty() && name == "macro" && !macroSeen_) {
-      macroSeen_ = true;
-      return Role::kMacro;
-    }
-    if (parent == Role::kMacro && name == "data" && !dataSeen_) {
-      dataSeen_ = true;
-      return Role::kData;
-    }
+    // The commands of further macros and data have numbers that nobody asks for.
+    if (levels_.empty()) return name == "macro" ? Role::kMacro : Role::kOther;
+    const Role parent = levels_.back();
+    if (parent == Role::kMacro && name == "data") return Role::kData;
     if (parent == Role::kData && name == "cmd") {
       ++command_;
       parameter_ = kNoParameter;
@@ -144,7 +139,6 @@ class AttributeScan {
   std::string_view bytes_;
   std::size_t at_ = 0;
   std::vector<Role> levels_;
-  bool macroSeen_ = false, dataSeen_ = false;
   int command_ = -1, parameter_ = kNoParameter;
 };
 

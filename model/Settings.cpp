@@ -24,27 +24,26 @@ class SettingsReader {
  public:
   explicit SettingsReader(std::string_view bytes) : left_(bytes) {}
 
-  bool readInteger(std::uint32_t& value) {
-    if (left_.size() < kIntegerBytes) return false;
-    value = 0;
+  std::optional<std::uint32_t> readInteger() {
+    if (left_.size() < kIntegerBytes) return std::nullopt;
+    std::uint32_t value = 0;
     for (std::size_t i = kIntegerBytes; i > 0; --i)
       value = (value << 8U) | static_cast<unsigned char>(left_[i - 1]);
     left_.remove_prefix(kIntegerBytes);
-    return true;
+    return value;
   }
 
   bool readSigned(std::int32_t& value) {
-    std::uint32_t bits = 0;
-    if (!readInteger(bits)) return false;
-    value = static_cast<std::int32_t>(bits);
-    return true;
+    const auto bits = readInteger();
+    if (bits) value = static_cast<std::int32_t>(*bits);
+    return bits.has_value();
   }
 
   // A length beyond the end takes what is left, and is the last text.
   bool readText(std::string& text) {
-    std::uint32_t length = 0;
-    if (!readInteger(length)) return false;
-    const std::uint64_t wanted = std::uint64_t{length} + kBytesAfterText;
+    const auto length = readInteger();
+    if (!length) return false;
+    const std::uint64_t wanted = std::uint64_t{*length} + kBytesAfterText;
     const bool whole = wanted <= left_.size();
     const std::string_view field = left_.substr(0, whole ? static_cast<std::size_t>(wanted) : left_.size());
     text = field.substr(0, std::min(field.find('\0'), field.size()));

@@ -88,7 +88,7 @@ std::int32_t parseInt(std::string_view text) {
 std::int64_t parseLong(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
   // A plus sign counts only before a digit: "+-1" holds no number.
-  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   std::int64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;

@@ -58,7 +58,9 @@ SWAPS = [
 CONDITION = re.compile(r"^(\s*(?:\} else )?if \()(.*)(\)(?: \{|\s[^(){}]*;|)\s*)$")
 STATEMENT = re.compile(r"^\s+(?!return\b|else\b|if\b|for\b|while\b|using\b|case\b|throw\b|delete\b|break\b|continue\b)"
                        r"(?:[\w:>.\-]+(?:\[[^\]]*\])?\(.*\)|[\w.>\-]+(?:\[[^\]]*\])? [-+|&]?= .*|(?:\+\+|--)[\w.>\-]+);$")
-ARGUMENTS = re.compile(r"(?<!\bmin\()(?<!\bmax\()(?<!\bminmax\()(?<=\()([\w.\->]+), ([\w.\->]+)(?=\))")
+# Not where the order means nothing.
+ARGUMENTS = re.compile(r"(?<!\bmin\()(?<!\bmax\()(?<!\bminmax\()(?<!\bmin<std::size_t>\()(?<!\bmax<std::size_t>\()"
+                       r"(?<!\bequalNoCase\()(?<!\bswap\()(?<=\()([\w.\->]+), ([\w.\->]+)(?=\))")
 
 
 class Mutant:

@@ -20,14 +20,14 @@ namespace tessaly {
 namespace {
 
 constexpr int kBacklog = 64;  // connections that wait to be accepted
+constexpr int kOn = 1;        // of an option
 
 Socket newSocket(const addrinfo& address) {
   return Socket(::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
 }
 
 void sendAtOnce(const Socket& socket) {
-  const int on = 1;
-  ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+  ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_NODELAY, &kOn, sizeof kOn);
 }
 
 // A line without traffic is looked at every few seconds; either way it is given up after kLossMilliseconds.
@@ -35,8 +35,7 @@ constexpr int kIdleSeconds = 4, kProbeSeconds = 2, kProbes = 4;
 constexpr unsigned kLossMilliseconds = 10'000;
 
 void noticeLoss(const Socket& socket) {
-  const int on = 1;
-  ::setsockopt(socket.handle(), SOL_SOCKET, SO_KEEPALIVE, &on, sizeof on);
+  ::setsockopt(socket.handle(), SOL_SOCKET, SO_KEEPALIVE, &kOn, sizeof kOn);
   ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_KEEPIDLE, &kIdleSeconds, sizeof kIdleSeconds);
   ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_KEEPINTVL, &kProbeSeconds, sizeof kProbeSeconds);
   ::setsockopt(socket.handle(), IPPROTO_TCP, TCP_KEEPCNT, &kProbes, sizeof kProbes);
@@ -71,8 +70,7 @@ Socket Socket::listen(const std::string& address, std::uint16_t port, std::strin
     return {};
   }
   Socket socket = newSocket(*found);
-  const int on = 1;
-  if (socket.valid()) ::setsockopt(socket.handle(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+  if (socket.valid()) ::setsockopt(socket.handle(), SOL_SOCKET, SO_REUSEADDR, &kOn, sizeof kOn);
   if (!socket.valid() || ::bind(socket.handle(), found->ai_addr, found->ai_addrlen) != 0 ||
       ::listen(socket.handle(), kBacklog) != 0) {
     reason = std::generic_category().message(errno);

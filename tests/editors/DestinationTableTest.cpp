@@ -3,7 +3,7 @@
 #include <set>
 
 #include "editors/DestinationTable.h"
-#include "tests/editors/SmallDictionary.h"
+#include "tests/support/SmallDictionary.h"
 
 namespace tessaly {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "editors/EditorContext.h"
 #include "tests/editors/DialogDriver.h"
-#include "tests/editors/SmallDictionary.h"
 #include "tests/link/FakeTransport.h"
+#include "tests/support/SmallDictionary.h"
 #include "tests/support/TestSite.h"
 
 namespace tessaly {

@@ -2,7 +2,7 @@
 
 #include "classic/ClassicGroups.h"
 #include "dictionary/InterfaceFile.h"
-#include "model/CommandLine.h"
+#include "model/CommandLines.h"
 #include "model/MacroFile.h"
 #include "platform/Text.h"
 #include "tests/support/LoadCommands.h"
@@ -51,6 +51,9 @@ struct CommandLineTest : testing::Test, TestSite {
   }
 
   std::string line(const MacroCommand& command, const LineOptions& options = kPlain, bool updated = false) {
+    CommandLines lines(options, {dictionary, lists});
+    for (int time = 0; time < 2; ++time)
+      EXPECT_EQ(lines.of(command), commandLine(command, options, {dictionary, lists}));
     return commandLine(command, options, {dictionary, lists}, updated);
   }
   // The line of one parameter without the function's text.
@@ -93,6 +96,15 @@ TEST_F(CommandLineTest, ShowsEachKindOfParameter) {
     EXPECT_EQ(parameterLine("QMF1.ME1.INC", c.name, c.value), c.incrementalText ? c.incrementalText : c.text);
   }
   EXPECT_EQ(parameterLine("QMF1.ME1.ALL", "enum", "3", true), "\t Circle");
+  for (const auto& [name, stored, shown] : {std::tuple("enum", "3", "Circle"),
+                                            {"enum", "4", "4"},
+                                            {"plain", "12", "12"},
+                                            {"scaled", "128", "50.2%"},
+                                            {"in", "5", "Cam 5"},
+                                            {"in", "x", "x"},
+                                            {"free", "0.25", "0.25"},
+                                            {"unknown", "1", "1"}})
+    EXPECT_EQ(shownValue(*dictionary.find("ME1.ALL"), name, stored, dictionary), shown) << name;
 }
 
 // A command of a million parameters stopped the window that draws its line.
@@ -126,6 +138,7 @@ TEST_F(CommandLineTest, FramesPanelCommands) {
       {other, kDestination, false, "QMF5 - Everything"},
       {other, kRaw, false, "ME1 - ALL"}};
   for (const auto& [each, options, updated, text] : cases) EXPECT_EQ(line(each, options, updated), text);
+  EXPECT_EQ(destinationLabel("PANEL", "2") + destinationLabel("QMF5", ""), "Panel/Workplace2 - QMF5 - ");
 }
 
 TEST_F(CommandLineTest, FramesClassicCommandsOfMacrosAndKeys) {

@@ -55,10 +55,10 @@ struct MacroFileTest : testing::Test, TestSite {
 TEST_F(MacroFileTest, ReadsCommandsAndNothingElse) {
   write(kFile, R"(<x><cmd fid="no"/></x><macro><note/><data><!-- c --><cmd widget="5" color="red" module="4"
       group="3" workplace="2" fid="QMF1.A"><other name="x"/><param value="7" name="p"/><param name="q"/></cmd>
-      <sub><cmd fid="no"/></sub><cmd/></data><data><cmd fid="no"/></data></macro><macro><data><cmd/></data></macro>)");
+      <sub><cmd fid="no"/></sub><cmd/><cmd fid='' note="&quot;1"><!--c--><param name='' value='' color='x'> <z/> <![CDATA[t]]></param><y/> <param name='q'>u</param>v</cmd></data><data><cmd fid="no"/></data></macro><macro><data><cmd/></data></macro>)");
   MacroCommands commands(3);
   ASSERT_TRUE(loadCommands(access(), kFile, commands));
-  ASSERT_EQ(commands.size(), 2u);
+  ASSERT_EQ(commands.size(), 3u);
   const auto& [fid, workplace, group, module, widget, parameters, unread] = commands[0];
   EXPECT_EQ(unread, " color=\"red\"<other name=\"x\"></other>");
   EXPECT_EQ(fid + workplace + group + module + widget, "QMF1.A2345");
@@ -68,6 +68,14 @@ TEST_F(MacroFileTest, ReadsCommandsAndNothingElse) {
   EXPECT_EQ(parameters[1].name + parameters[1].value, "q");
   EXPECT_FALSE(parameters[1].hasValue);
   EXPECT_EQ(commands[1].fid, "");
+  EXPECT_EQ(commands[2].unread,
+            " fid=\"\" note=\"&quot;1\"<!--c--> parameter 1: name=\"\" color=\"x\" <z></z> <![CDATA[t]]>"
+            " after 1: <y></y> after 1:   parameter 2:u after 2: v");
+  EXPECT_EQ(
+      readMacro(root, kFile)->unread(),
+      "0 1 <x><cmd fid=\"no\"></cmd></x><macro><note></note><data><!-- c --><sub><cmd "
+      "fid=\"no\"></cmd></sub></data><data><cmd fid=\"no\"></cmd></data></macro><macro><data><cmd></cmd>"
+      "</data></macro>");
 }
 
 TEST_F(MacroFileTest, PlacesNewCommandsAmongOtherElements) {
@@ -81,6 +89,8 @@ TEST_F(MacroFileTest, PlacesNewCommandsAmongOtherElements) {
     write(kFile, macro(data));
     EXPECT_TRUE(insertCommand(access(), kFile, position, {"N", {}}, 1, mode));
     EXPECT_EQ(nodes(), expected) << data << static_cast<int>(mode) << " at " << position;
+    const auto number = static_cast<std::size_t>(insertedAt(*Macro::read(macro(data)), position, mode));
+    EXPECT_EQ(readMacro(root, kFile)->commands().at(number).fid, "N") << data << " at " << position;
   }
 }
 
@@ -195,12 +205,17 @@ TEST_F(MacroFileTest, RemovesAndSetsByCommandNumber) {
     EXPECT_EQ(commandsOf(kFile), set.empty() ? a + b + c + d : set);
     EXPECT_EQ(read(kFile), read(kOther)) << "rewritten in every case";
   }
+  write(kFile, before);
+  EXPECT_TRUE(
+      editMacroFile(access(), kFile, SetValues{{{3, "nowhere"}, {0, "N"}, {4, "nowhere"}, {2, "M"}}}));
+  EXPECT_EQ(commandsOf(kFile), a + bSet + "NCSCOMMAND=M,; " + d);
 }
 
 TEST_F(MacroFileTest, EditsLeaveWhatStandsBetweenTheCommands) {
   const std::string before =
       macro("<!--1--><cmd fid='a'/><z/><cmd fid='b'/><!--2--><cmd fid='c'/><cmd fid='d'/>");
   const CommandDraft n{"N", {}}, m{"M", {}};
+  const Macro other = *Macro::read(macro("<cmd fid='N'/><!--x--><cmd fid='M'/>"));
   const std::tuple<const char*, MacroEdit, const char*> cases[] = {
       {"a block keeps its order at the start", InsertCommands{{n, m}, 1, 3, InsertMode::kAtStart},
        "1NMazb2cd"},
@@ -212,6 +227,16 @@ TEST_F(MacroFileTest, EditsLeaveWhatStandsBetweenTheCommands) {
       {"up", MoveCommands{{3, 2}, 0}, "1cdazb2"},
       {"to the end", MoveCommands{{1}, 9}, "1az2cdb"},
       {"a move of what is not there", MoveCommands{{4}, 0}, ""},
+      {"behind itself, and no comment gets in between", MoveCommands{{1}, 2}, "1azb2cd"},
+      {"taken in the place of others", TakeCommands{other, {{1, 2, {1, 0}}}}, "1azMN2d"},
+      {"of the last ones", TakeCommands{other, {{2, 2, {0}}}}, "1azb2N"},
+      {"and behind them", TakeCommands{other, {{0, 1, {}}, {4, 0, {0}}}}, "1zb2cdN"},
+      {"one that is not there", TakeCommands{other, {{0, 1, {2}}}}, ""},
+      {"none", TakeCommands{other, {{0, 1, {-1}}}}, ""},
+      {"in no place", TakeCommands{other, {{5, 0, {0}}}}, ""},
+      {"before all places", TakeCommands{other, {{-1, 1, {0}}}}, ""},
+      {"for more than there are", TakeCommands{other, {{3, 2, {0}}}}, ""},
+      {"for fewer than none", TakeCommands{other, {{0, -1, {0}}}}, ""},
       {"in its place", ReplaceCommand{1, n, 1}, "1azN2cd"},
       {"in no place", ReplaceCommand{-1, n, 1}, ""}};
   for (const auto& [what, edit, after] : cases) {
@@ -229,6 +254,26 @@ TEST(ReadsAsMacro, IsWhatTakesCommands) {
                                      {"<macro><data>", false},
                                      {"", false}})
     EXPECT_EQ(readsAsMacro(bytes).done(), reads) << bytes;
+}
+
+TEST(SetTexts, NothingChangesBesideTheTexts) {
+  const std::string start = "<?x <?><!----><macro ><data\n><![CDATA[]]><z/><cmd fid = ",
+                    between = "  workplace=\"1\" ><param value\n=\n",
+                    end =
+                        "/><param value=''/></cmd><cmd fid='D'/></data ><data><cmd "
+                        "fid='B'/></data></macro><macro><data><cmd fid='C'/></data></macro>\n";
+  const auto macro = Macro::read(start + "'A'" + between + "'V'" + end);
+  ASSERT_TRUE(macro);
+  using Part = SetTexts::Part;
+  const auto set = apply(*macro, SetTexts{{{0, Part::kFid, -1, "N&"}, {0, Part::kValue, 0, "W"}}});
+  ASSERT_TRUE(set) << set.failure().text;
+  EXPECT_EQ(set->bytes(), start + "'N&amp;'" + between + "'W'" + end);
+  for (const SetTexts::Text& none : {SetTexts::Text{2, Part::kFid, -1, "x"},
+                                     {-1, Part::kFid, -1, "x"},
+                                     {0, Part::kValue, 2, "x"},
+                                     {0, Part::kValue, -1, "x"},
+                                     {1, Part::kWorkplace, -1, "x"}})
+    EXPECT_EQ(apply(*macro, SetTexts{{none}}).failure().kind, Failure::Kind::kNoCommand);
 }
 
 // An edit that changes nothing is none: not even the layout of the file changes, and it is not written.

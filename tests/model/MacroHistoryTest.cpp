@@ -40,9 +40,13 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
   EXPECT_THAT(history.list(), IsEmpty());
   site.write(kFile, "<!-- <macro> --><macro  name='A &amp; &quot;B&quot;'><data/></macro>");
   for (const char* bytes : {"two", "two", "three"}) overwrite(history, bytes);
+  EXPECT_EQ(history.takeKept(), history.list().front().id);
   EXPECT_TRUE(history.keepFile((site.root.path() / "c/appli/macro007.mac").string(), MacroChange::kDelete));
   overwrite(history, "two");  // "three" has just been kept
   EXPECT_EQ(history.takeKept(), history.list().front().id) << "kept before, but there";
+  EXPECT_FALSE(history.takeKept());
+  overwrite(history, "two");
+  EXPECT_TRUE(history.keepFile("c:\\appli", MacroChange::kSave)) << "a folder is nothing to keep";
   EXPECT_FALSE(history.takeKept());
   EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "an older version that came back is kept again";
   EXPECT_THAT(contents(history),
@@ -81,14 +85,19 @@ TEST_F(MacroHistoryTest, OddNamesAndHostileBytesStayWhatTheyAre) {
     const KeptMacro kept = history.list().front();
     EXPECT_EQ(kept.place, place);
     EXPECT_EQ(site.read(kept.file), hostile);
-    EXPECT_EQ(history.find(kept.id)->size, hostile.size());
+    EXPECT_EQ(MacroHistory(site.root).find(kept.id)->size, hostile.size());
+    EXPECT_EQ(history.isOfSite(kept), &place == places) << kept.placeText();
   }
+  EXPECT_EQ(history.list().front().placeText(), "10.0.0.1\n:5000 workplace 8 macro 999");
+  EXPECT_FALSE(history.isOfSite({}));
+  EXPECT_TRUE(history.holds("history\\2024-10-04\\x.mac"));
+  for (const char* other : {"", kFile, "historyX\\x"}) EXPECT_FALSE(history.holds(other)) << other;
   for (const char* id : {"", "..", "2024-10-04", "2024-10-04/230000-999", "../../etc/passwd"})
     EXPECT_FALSE(history.find(id)) << id;
 }
 
 TEST_F(MacroHistoryTest, TheOldestGoFirstByCountAndByBytes) {
-  MacroHistory three(site.root, {3, 100}, clock);
+  MacroHistory three(site.root, {3, 100, 0}, clock);
   for (const char* bytes : {"1", "2", "3", "4"}) {
     overwrite(three, bytes);
     now += hours(24);
@@ -97,13 +106,19 @@ TEST_F(MacroHistoryTest, TheOldestGoFirstByCountAndByBytes) {
   overwrite(three, std::string(25, 'x'));
   EXPECT_THAT(listFolder(site.root, "history"), ElementsAre("2024-10-06", "2024-10-07", "2024-10-08", "lock"))
       << "an empty day goes, too";
-  for (const char c : {'a', 'b', 'c', 'd'}) overwrite(three, std::string(25, c));
-  EXPECT_THAT(contents(three), ElementsAre(std::string(25, 'c'), std::string(25, 'b'), std::string(25, 'a')));
   // Another process counts what it finds; the oldest can be put back although keeping drives it out.
-  MacroHistory next(site.root, {3, 100}, clock);
+  MacroHistory next(site.root, {9, 100, 0}, clock);
+  overwrite(next, (site.root.path() / "outside.mac").string(), "");
+  for (const char c : {'a', 'b', 'c', 'd', 'e'}) overwrite(next, std::string(25, c));
+  const auto four = [](const std::string& letters) {
+    std::vector<std::string> contents;
+    for (const char c : letters) contents.emplace_back(25, c);
+    return contents;
+  };
+  EXPECT_EQ(contents(next), four("dcba"));
   EXPECT_TRUE(next.putBack(next.list().back(), kFile));
   EXPECT_EQ(site.read(kFile), std::string(25, 'a'));
-  EXPECT_THAT(contents(next), ElementsAre(std::string(25, 'd'), std::string(25, 'c'), std::string(25, 'b')));
+  EXPECT_EQ(contents(next), four("edcb"));
   site.write(kFile, std::string(26, 'y'));
   EXPECT_FALSE(next.keepFile(kFile, MacroChange::kSave)) << "one macro must not drive out all others";
   EXPECT_TRUE(next.takeFailure());
@@ -124,6 +139,8 @@ TEST_F(MacroHistoryTest, ADamagedRecordLeavesTheBytes) {
     EXPECT_FALSE(history.list().front().place) << damaged;
     EXPECT_EQ(site.read(history.list().front().file), "bytes");
   }
+  std::filesystem::remove(site.root.resolve(record));
+  EXPECT_EQ(history.list().size(), 1U) << "nor does a lost one take them along";
 }
 
 // A clock that was wrong has dated what was kept, and is set right, or wrong again.
@@ -145,21 +162,44 @@ TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
 
 // The count stands in the lock file and in the names; either may be lost, and it goes on.
 TEST_F(MacroHistoryTest, TheCountGoesOnWhateverIsLost) {
+  site.write("history\\lock", "40");
   site.write(kFile, "1");
   for (const char* bytes : {"2", "3"}) overwrite(history, bytes);
+  EXPECT_EQ(site.read("history\\lock"), "42") << "what had the other numbers is gone";
   std::filesystem::remove(site.root.path() / "history/lock");
   now -= hours(1);
   MacroHistory other(site.root, {}, clock);
   overwrite(other, "4");
   EXPECT_THAT(contents(other), ElementsAre("3", "2", "1")) << "the lock file";
   for (const auto& file : std::filesystem::directory_iterator(site.root.path() / "history/2024-10-04"))
-    if (file.path().string().find("-3-macro007") != std::string::npos) std::filesystem::remove(file.path());
+    if (file.path().string().find("-43-macro007") != std::string::npos) std::filesystem::remove(file.path());
   overwrite(history, "5");
   overwrite(other, "5");
   EXPECT_THAT(contents(history), ElementsAre("5", "4", "2", "1")) << "the newest version, and no two are one";
 }
 
-TEST(HistoryEntry, NamesThatAreNotOursAreNone) {
+// Other copies of the program find what this one keeps, and the other way round.
+TEST(HistoryEntry, NamesAreAsDocumented) {
+  constexpr std::int64_t kMoment = 1'956'314'096'789;  // 2031-12-29 12:34:56.789
+  const struct {
+    MacroPlace place;
+    bool outside;
+    const char* stem;
+  } names[] = {{{"/:09@A", {}, 0, {}}, true, "123456-789-e8bc4ee9-6-7x-_09_A"},
+               {{"[Z`a{z.MAC", {}, 0, {}}, false, "123456-789-aa273b9b-6-7-_Z_a_z"},
+               {{{}, "10.0.0.1", 8, "999"}, false, "123456-789-6daf16e3-6-7-panel8-macro999"},
+               {{std::string(41, 'n'), {}, 0, {}},
+                false,
+                "123456-789-34ec5bba-6-7-nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn"}};
+  for (const auto& [place, outside, stem] : names) {
+    const HistoryEntry made(kMoment, 6, 7, place, outside);
+    EXPECT_EQ(made.day + ' ' + made.stem, std::string("2031-12-29 ") + stem);
+    const auto read = HistoryEntry::parse(made.day, stem);
+    ASSERT_TRUE(read) << stem;
+    EXPECT_EQ(std::tie(read->when, read->size, read->number, read->outsideRoot),
+              std::tie(made.when, made.size, made.number, outside));
+    EXPECT_EQ(read->key(), historyKey(place));
+  }
   const struct {
     const char* end;
     bool ours;
@@ -168,10 +208,14 @@ TEST(HistoryEntry, NamesThatAreNotOursAreNone) {
   } cases[] = {{"6-1-x", true, 1, false},           {"6-1x-x", true, 1, true},
                {"6x-1-x", false, 0, false},         {"6-2147483647-x", true, 2147483647, false},
                {"6-2147483648-x", false, 0, false}, {"6-macro007", true, 0, false},  // of an earlier version
-               {"6-0x-x", true, 0, false},          {"-1-x", false, 0, false}};
+               {"6-0x-x", true, 0, false},          {"-1-x", false, 0, false},
+               {"6y1-x", false, 0, false},          {"6", false, 0, false}};
   for (const auto& c : cases) {
-    const auto entry = HistoryEntry::parse("2024-10-04", std::string("230000-000-00000000-") + c.end);
+    const std::string stem = std::string("230000-000-00000000-") + c.end;
+    const auto entry = HistoryEntry::parse("2024-10-04", stem);
     ASSERT_EQ(entry.has_value(), c.ours) << c.end;
+    for (const char* day : {"", "2024-10-4", "2024_10-04", "2024-1:-04", "2024-1/-04"})
+      EXPECT_FALSE(HistoryEntry::parse(day, stem)) << day;
     if (!entry) continue;
     EXPECT_EQ(entry->number, c.number) << c.end;
     EXPECT_EQ(entry->outsideRoot, c.outside) << c.end;
@@ -188,29 +232,29 @@ TEST_F(MacroHistoryTest, FilesElsewhereAreCountedApart) {
 
 // A script that changes one file in a loop meets the versions that people have made.
 TEST(NextToGo, NoMacroDrivesOutTheLastVersionsOfAnother) {
-  constexpr std::size_t kMost = 60;
   const MacroPlace scratch{"c:\\scratch.mac", {}, 0, {}}, show{"c:\\show.mac", {}, 0, {}};
   std::deque<HistoryEntry> entries;
-  const auto keep = [&entries](const MacroPlace& place, std::int64_t when) {
-    entries.emplace_back(when, 1, entries.empty() ? 1 : entries.back().number + 1, place, false);
-    if (entries.size() <= kMost) return;
-    const auto next = nextToGo(entries, false, false);
-    ASSERT_TRUE(next);
-    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(*next));
-  };
-  constexpr std::int64_t kHour = 3'600'000;
-  for (int i = 0; i < 21; ++i) keep(show, i * kHour);
-  for (int i = 0; i < 10; ++i) keep(scratch, (30 + i) * kHour);
-  for (int i = 0; i < 2000; ++i) keep(scratch, 50 * kHour + i);
-  std::vector<std::int64_t> kept;  // oldest first
-  for (const HistoryEntry& entry : entries)
-    if (entry.key() == historyKey(scratch)) kept.push_back(entry.when);
-  ASSERT_EQ(kept.size(), kMost - 21) << "each of the show's versions is there";
-  for (std::int64_t i = 0; i < 10; ++i)
-    EXPECT_EQ(kept[static_cast<std::size_t>(i)], (30 + i) * kHour) << "the dense run is what is thinned";
-  for (std::int64_t i = 0; i < 20; ++i)
-    EXPECT_EQ(*(kept.rbegin() + i), 50 * kHour + 1999 - i) << "the last ones stay";
+  for (const MacroPlace& place : {show, scratch, show, scratch, scratch})
+    entries.emplace_back(0, 1, entries.size() + 1, place, false);
+  EXPECT_EQ(nextToGo(entries, false, false), 1U) << "of the macro that has most";
   EXPECT_FALSE(nextToGo(entries, true, false));
+  // The one between the closest neighbours, the older of two such, and never the last ones.
+  for (const auto& [times, expected] : {std::pair(std::vector<std::int64_t>{0, 10, 14, 18, 30}, 2U),
+                                        {{0, 5, 20, 21, 40}, 2U},
+                                        {{40, 30, 0, 21, 50}, 2U},
+                                        {{0, 1, 2}, 1U},
+                                        {{0}, 0U}}) {
+    std::deque<HistoryEntry> versions;
+    for (const std::int64_t when : times) versions.emplace_back(when, 1, versions.size() + 1, show, false);
+    for (std::size_t i = 0; i < kLastVersions; ++i)
+      versions.emplace_back(1000, 1, versions.size() + 1, show, false);
+    EXPECT_EQ(nextToGo(versions, false, true).value_or(99), expected);
+    versions.pop_back();
+    if (times.size() == 1) {
+      EXPECT_FALSE(nextToGo(versions, false, true)) << "none of the last ones can be spared";
+      EXPECT_EQ(nextToGo(versions, false, false), 0U);
+    }
+  }
   for (const auto& [first, second] : {std::pair(scratch, show), std::pair(show, scratch)}) {
     const std::deque<HistoryEntry> two = {{0, 1, 1, first, false}, {1, 1, 2, second, false}};
     EXPECT_EQ(nextToGo(two, false, false), 0U) << "of as many, the oldest";
@@ -218,14 +262,17 @@ TEST(NextToGo, NoMacroDrivesOutTheLastVersionsOfAnother) {
 }
 
 TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {
-  for (int i = 0; i < 23; ++i) overwrite(history, std::to_string(i));
-  ASSERT_EQ(history.list().size(), 22U);
+  site.write(kFile, "");
+  for (int i = 1; i < 23; ++i)
+    for (const char* outside : {"", "x"})
+      site.write("history\\2024-10-04\\000000-000-00000000-0-" + std::to_string(i) + outside + "-x.mac", "");
+  ASSERT_EQ(history.list().size(), 44U);
   MacroHistory::Limits limits;
   limits.reserve = std::uint64_t{1} << 60;
   MacroHistory full(site.root, limits, clock);
   EXPECT_EQ(full.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kFull);
   EXPECT_EQ(full.takeFailure()->kind, Failure::Kind::kFull);
-  EXPECT_EQ(full.list().size(), kLastVersions) << "it gives what it can spare, and no more";
+  EXPECT_EQ(full.list().size(), 2 * kLastVersions) << "it gives what it can spare, and no more";
 }
 
 TEST_F(MacroHistoryTest, ChangesOfOneFileWaitForEachOther) {
@@ -284,7 +331,13 @@ TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {
   site.write("history\\2024-10-04\\x", "");
   std::filesystem::create_symlink(site.root.resolve("c:\\secret.mac"),
                                   site.root.resolve("history\\2024-10-04\\000000-000-00000000-6-1-x.mac"));
+  site.write("elsewhere\\000000-000-00000000-6-1-x.mac", "theirs");
+  std::filesystem::create_directory_symlink(site.root.resolve("elsewhere"),
+                                            site.root.resolve("history\\2024-10-06"));
   EXPECT_THAT(history.list(), IsEmpty());
+  site.write("elsewhere\\000000-000-00000000-6-2-x.txt", "disk=theirs\n");
+  overwrite(history, "new");
+  EXPECT_THAT(listFolder(site.root, "elsewhere"), testing::SizeIs(3)) << "nor tidied up";
 }
 
 TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
@@ -295,6 +348,10 @@ TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
   overwrite(history, "second");
   EXPECT_THAT(listFolder(site.root, "history\\2024-10-05"), ElementsAre("mine.txt"));
   EXPECT_THAT(listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2)) << "one macro and its record";
+  EXPECT_EQ(site.read("history\\2024-10-04\\.tessaly-1-1-1.tmp"), "<missing>");
+  MacroHistory next(site.root, {}, clock);
+  overwrite(next, "third");
+  for (const KeptMacro& kept : next.list()) EXPECT_TRUE(kept.place) << "whole ones stay as they are";
 }
 
 TEST_F(MacroHistoryTest, AFolderThatCannotBeWrittenIsNoHindrance) {
@@ -304,6 +361,21 @@ TEST_F(MacroHistoryTest, AFolderThatCannotBeWrittenIsNoHindrance) {
   EXPECT_TRUE(history.takeFailure());
   EXPECT_FALSE(history.takeFailure());
   EXPECT_THAT(history.list(), IsEmpty());
+  // Unless somebody says no.
+  for (const int mayLose : {-1, 0, 1}) {
+    bool done = false;
+    const Outcome changed = history.change(
+        kFile, MacroChange::kSave,
+        [&]() -> Outcome {
+          done = true;
+          return {};
+        },
+        mayLose < 0 ? MacroHistory::MayLose() : [&](const Failure&) { return mayLose == 1; });
+    EXPECT_EQ(done, mayLose != 0);
+    EXPECT_EQ(changed ? std::nullopt : std::optional(changed.failure().kind),
+              mayLose != 0 ? std::nullopt : std::optional(Failure::Kind::kCancelled));
+    EXPECT_EQ(history.takeFailure().has_value(), mayLose != 0) << "nothing is lost";
+  }
 }
 
 }  // namespace

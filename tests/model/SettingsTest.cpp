@@ -9,7 +9,7 @@ namespace {
 using namespace std::string_literals;
 
 const std::string kWhole =
-    "\x07\0\0\0\x1E\0\0\0"s
+    "\x78\x56\x34\x12\x1E\0\0\0"s
     "\x04\0\0\0c:\\x\0\0"s
     "\0\0\0\0\0\0"s
     "\x08\0\0\0"s
@@ -37,7 +37,7 @@ TEST_F(SettingsFile, MissingGivesTheDefaults) {
 
 TEST_F(SettingsFile, ReadsEveryFieldAndWritesTheSameBytes) {
   const Settings settings = read(kWhole);
-  EXPECT_EQ(settings, (Settings{7, 30, "c:\\x", "", "10.0.0.7", "\xFC!"}));
+  EXPECT_EQ(settings, (Settings{0x12345678, 30, "c:\\x", "", "10.0.0.7", "\xFC!"}));
   ASSERT_TRUE(writeSettings(site.root, settings));
   EXPECT_EQ(site.read(kSettingsFile), kWhole);
 }
@@ -51,7 +51,9 @@ TEST_F(SettingsFile, ByteOfNoMeaningIsIgnored) {
 TEST_F(SettingsFile, DamageKeepsDefaultsForWhatIsNotReached) {
   const std::string start = "\x02\0\0\0\xFF\xFF\xFF\xFF"s;
   const Settings defaults = defaultSettings();
-  Settings onlyFormat = defaults;
+  Settings onlyFormat = defaults, noTexts = defaults;
+  noTexts.format = 0x12345678;
+  noTexts.frameRate = 30;
   onlyFormat.format = 2;
   Settings cut = onlyFormat;
   cut.pathA = "c:\\lo";
@@ -65,6 +67,7 @@ TEST_F(SettingsFile, DamageKeepsDefaultsForWhatIsNotReached) {
       {"empty", "", defaults},
       {"half an integer", "\x02\0\0"s, defaults},
       {"no frame rate", start.substr(0, 7), onlyFormat},
+      {"no texts", kWhole.substr(0, 8), noTexts},
       {"a frame rate that there is not, and half a length", start + "\x01\0\0"s, onlyFormat},
       {"text runs over the end", start + "\x09\0\0\0c:\\lo"s, cut},
       {"huge length", start + "\xFF\xFF\xFF\xFF"s + "c:\\lo\0more"s, cut},

@@ -52,6 +52,9 @@ TEST_F(SiteBrowser, ScansTheDevicesFile) {
        {"CP1-Corvane XL -Main", "CP2-TarrowCP -     Old"}},
       {"panel without files is skipped", "CP3 \"Gone\" CP1 \"Main\"", {"CP1-Corvane XL -Main"}},
       {"mark inside a skipped label", "CP3 \"CP1 desk\" \"Main\"", {"CP1-Corvane XL - "}},
+      {"mark inside a label",
+       "CP1 \"CP2 x\" CP2 \"Old\"",
+       {"CP1-Corvane XL -CP2 x", "CP2-TarrowCP -     Old"}},
       {"mark inside a word", "xCP1 \"Main\"", {"CP1-Corvane XL -Main"}},
       {"no blank ends the scan", "CP1\t\"Main\"", {}},
       {"no closing quote ends the scan", "CP1 \"Main\" CP2 \"Old", {"CP1-Corvane XL -Main"}},
@@ -59,6 +62,7 @@ TEST_F(SiteBrowser, ScansTheDevicesFile) {
       {"name that leads out of the folder", "CP1\\..\\..\\CPX \"Out\" CP1/../CP2 \"Up\"", {}},
       {"name and label without end", "CP" + std::string(10000, 'x') + " \"" + std::string(10000, 'y'), {}},
       {"nothing", "", {}},
+      {"nothing between", "CP1 \"\"CP2 \"Old\"", {"CP1-Corvane XL -", "CP2-TarrowCP -     Old"}},
   };
   for (const auto& c : cases) EXPECT_EQ(panelTexts(c.devices), c.texts) << c.what;
 }
@@ -132,6 +136,7 @@ TEST_F(SiteBrowser, ListsKeyFilesWithAName) {
   site.write("c:\\k\\key06.upk", std::string(250, ' ') + "Name=Far\n");
   site.write("c:\\k\\key07.upk", std::string(247, ' ') + "Name=Near\n");
   site.write("c:\\k\\key08.upk", "");
+  site.write("c:\\k\\key09.upk\\folder", "");
   std::vector<std::pair<std::string, int>> rows;
   for (const MacroRow& row : listKeyFiles(site.root, "c:\\k\\")) rows.emplace_back(row.text(), row.number);
   EXPECT_THAT(rows, ElementsAre(std::pair("03 - MK04", 3), std::pair("07 - Ne", 7), std::pair("1. - ", 1),

@@ -16,8 +16,13 @@ TEST_F(StepsFileTest, AStartFindsTheRowWhereItWas) {
   EXPECT_EQ(rowText(again.file.row()), rowText(copy.file.row()));
   EXPECT_EQ(again.file.row().size(), 2U) << "what was undone before another change is gone";
   EXPECT_TRUE(again.file.row().savedAt(0));
+  EXPECT_EQ(again.file.row().selectedAt(2), (std::vector{2, 1})) << "what each step selected";
+  EXPECT_EQ(again.file.row().selectedAt(0), std::vector<int>());
   again.go(2);
   EXPECT_EQ(again.bytes, "aY");
+  EXPECT_EQ(again.file.row().selectedAt(2), std::vector<int>());
+  EXPECT_EQ(again.file.row().selectedAt(1), std::vector{2});
+  EXPECT_EQ(again.file.row().selectedAt(0), std::vector{1});
   again.file.noteSaved(contentCheck("aY"));
   EXPECT_TRUE(Copy(root, "aY").file.row().savedAt(2)) << "a file goes on over a start";
   again.file.noteSaving();
@@ -68,6 +73,7 @@ TEST_F(StepsFileTest, WhatCannotBeUsedIsPutAsideAndNoWrongBytesComeOfIt) {
       {"a byte of a step has changed", replaced("to abc", "to abd"), "abc", 0, StepsFault::kOtherBytes},
       {"rubbish behind", whole + "rubbish", "ab", 2, {}},
       {"cut off in its head", whole.substr(0, 40), "ab", 0, StepsFault::kDamaged},
+      {"half a check", record("kind=steps\nversion=2\ndisk=x\nsize=1\n\n"), "ab", 0, StepsFault::kDamaged},
       {"empty", "", "ab", 0, StepsFault::kDamaged},
       {"zeros", std::string(1000, '\0'), "ab", 0, StepsFault::kDamaged},
       {"a length beyond all", "99999999999999999999 1\n" + whole, "ab", 0, StepsFault::kDamaged},
@@ -85,6 +91,74 @@ TEST_F(StepsFileTest, WhatCannotBeUsedIsPutAsideAndNoWrongBytesComeOfIt) {
     copy.step("new");
     EXPECT_EQ(Copy(root, "new").file.row().size(), copy.file.row().size()) << row.what;
   }
+  // One word of a whole record is wrong: nothing has happened.
+  const std::string step =
+                        "added=1\nafter=\nat=2\nbefore=\ncheck=" + std::to_string(contentCheck("abx").sum) +
+                        "\nkind=step\nname=\nremoved=0\nsize=3\n\nx",
+                    undo = "count=1\nkind=undo\n\n";
+  const auto stepsWith = [&](std::string inside, const char* held, const char* from, const char* to) {
+    write(kPath, whole + record(inside.replace(inside.find(from), std::string(from).size(), to)));
+    return Copy(root, held).file.row().size();
+  };
+  EXPECT_EQ(stepsWith(step, "abx", "", ""), 2U);
+  EXPECT_EQ(stepsWith(undo, "a", "", ""), 2U);
+  for (const auto& [from, to] : {std::pair("at=2", "at=y"),
+                                 {"at=2", "at=3"},
+                                 {"added=1", "added="},
+                                 {"added=1", "added=2"},
+                                 {"removed=0", "removed="},
+                                 {"removed=0", "removed=2"},
+                                 {"before=", "before=1"},
+                                 {"after=", "after=2147483648 "},
+                                 {"size=3", "size="},
+                                 {"size=3", "size=2"},
+                                 {"check=", "chuck="},
+                                 {"step", "stop"}})
+    EXPECT_EQ(stepsWith(step, "abx", from, to), 0U) << to;
+  for (const auto& [from, to] :
+       {std::pair("=1", "=0"), {"=1", "="}, {"=1", "=2"}, {"undo", "redo"}, {"undo", "und"}})
+    EXPECT_EQ(stepsWith(undo, "a", from, to), 0U) << to;
+}
+
+// Other copies of the program read what this one writes, and the other way round.
+TEST(StepsText, IsAsDocumented) {
+  EditHistory row(ContentCheck{2, 18446744073709551615U}, true);
+  row.setSaved(ContentCheck{4, 5});
+  row.add({"100%\n", {}, {12, 2147483647}, {1, "b", "\n"}, {2, 7}});
+  row.add({"x", {0}, {}, {0, "", "a"}, {3, 8}});
+  row.moveTo(0);
+  const std::string text = stepsText({{}, "10.0.0.1", 8, "007"}, row);
+  EXPECT_EQ(text,
+            "102 7902947956860620329\ncheck=18446744073709551615\ncut=yes\nkind=steps\nnumber=007\n"
+            "panel=10.0.0.1\nsize=2\nversion=2\nworkplace=8\n\n\n"
+            "27 12247191932102404237\ncheck=5\nkind=saved\nsize=4\n\n\n"
+            "95 635616688556013742\nadded=1\nafter=12 2147483647 \nat=1\nbefore=\ncheck=7\nkind=step\n"
+            "name=100%25%0A\nremoved=1\nsize=2\n\nb\n\n"
+            "74 10511887638581585119\nadded=1\nafter=\nat=0\nbefore=0 \ncheck=8\nkind=step\nname=x\n"
+            "removed=0\nsize=3\n\na\n"
+            "19 3745886346361127998\ncount=2\nkind=undo\n\n\n");
+  auto head = readStepsHead(text);
+  ASSERT_TRUE(std::holds_alternative<StepsHead>(head));
+  EXPECT_EQ(std::get<StepsHead>(head).place, (MacroPlace{{}, "10.0.0.1", 8, "007"}));
+  const auto read = readSteps(std::get<StepsHead>(head), text, {2, 18446744073709551615U});
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read->end, text.size());
+  EXPECT_EQ(stepsText({{}, "10.0.0.1", 8, "007"}, read->row), text);
+  EXPECT_EQ(read->row.step(0), row.step(0));
+  EXPECT_EQ(read->row.step(1), row.step(1));
+}
+
+TEST(EditHistory, WeighsAndComparesAsDocumented) {
+  EXPECT_EQ(EditHistory::weight({"abc", {1, 2}, {3}, {0, "12345", "1234567"}, {}}), 384U + 9 + 24 + 12);
+  const struct {
+    const char *before, *after;
+    ByteChange change;
+  } cases[] = {
+      {"", "", {0, "", ""}},         {"abc", "abc", {3, "", ""}},     {"aa", "aaa", {2, "", "a"}},
+      {"aaa", "aa", {2, "a", ""}},   {"abcab", "ab", {2, "cab", ""}}, {"axc", "ayyc", {1, "x", "yy"}},
+      {"xbc", "ybc", {0, "x", "y"}}, {"abx", "aby", {2, "x", "y"}},   {"ab", "bb", {0, "a", "b"}}};
+  for (const auto& [before, after, change] : cases)
+    EXPECT_EQ(byteChange(before, after), change) << before << ' ' << after;
 }
 
 TEST_F(StepsFileTest, WhatIsNoSmallFileIsPutAsideUnread) {
@@ -116,6 +190,35 @@ TEST_F(StepsFileTest, WhatIsNoSmallFileIsPutAsideUnread) {
     EXPECT_EQ(Copy(root, "abc").file.row().size(), 1U) << row.what;
   }
   EXPECT_EQ(read("victim"), "theirs");
+}
+
+TEST_F(StepsFileTest, TheRowGoesWhereItsMacroGoesAndEndsWithIt) {
+  const MacroPlace other{"c:\\macros\\macro008.mac", {}, 0, {}};
+  const auto found = [&] {
+    StepsFile start(root, kPath);
+    start.begin(other, contentCheck("ab"));
+    return start.row().size();
+  };
+  Copy copy(root, "a");
+  copy.file.noteSaved(contentCheck("a"));
+  copy.file.follow(other);
+  EXPECT_EQ(read(kPath), "<missing>") << "nothing has happened";
+  copy.step("ab");
+  EXPECT_EQ(found(), 1U);
+  copy.file.follow(kPlace);
+  const std::string text = read(kPath);
+  copy.file.follow({"C:/macros/macro007.mac", {}, 0, {}});
+  EXPECT_EQ(read(kPath), text) << "it is there";
+  copy.file.follow(other);
+  EXPECT_EQ(found(), 1U);
+  copy.file.announce(StepsMove{-1});
+  copy.file.end();
+  copy.file.settle(true);
+  copy.file.noteSaved(contentCheck("ab"));
+  EXPECT_EQ(copy.file.row().size(), 0U);
+  copy.step("abc");
+  EXPECT_EQ(copy.file.row().size(), 1U);
+  EXPECT_EQ(read(kPath), "<missing>") << "it is nowhere";
 }
 
 TEST_F(StepsFileTest, TheRowAndItsFileAreBounded) {

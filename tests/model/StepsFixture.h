@@ -21,7 +21,12 @@ class Copy {
     file.begin(kPlace, contentCheck(bytes));
   }
   void step(const std::string& after, bool done = true) {
-    file.announce(EditStep{"to " + after, {1}, {2, 3}, byteChange(bytes, after), contentCheck(after)});
+    const int from = static_cast<int>(bytes.size()), to = static_cast<int>(after.size());
+    file.announce(EditStep{"to " + after,
+                           {from},
+                           {to, static_cast<int>(file.row().position())},
+                           byteChange(bytes, after),
+                           contentCheck(after)});
     file.settle(done);
     if (done) bytes = after;
   }

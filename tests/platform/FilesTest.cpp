@@ -9,6 +9,7 @@
 #include "TemporarySite.h"
 #include "platform/Files.h"
 #include "platform/PendingFile.h"
+#include "platform/WayBack.h"
 #include "tests/support/WatchedFlushes.h"
 
 namespace tessaly {
@@ -153,6 +154,11 @@ TEST_F(FilesTest, FilesOfOurOwnAreNotReachedThroughLinks) {
     EXPECT_EQ(bytes(name), "ours");
     EXPECT_EQ(bytes("c/old.mac"), "old") << name;
   }
+  for (const char* name : {"c/MacroFid/other.mac", "c/other/tempA.mac"}) {
+    fs::create_directories(host(name).parent_path());
+    fs::create_symlink(host("c/old.mac"), host(name));
+    EXPECT_EQ(readFile(root_, name), "old") << name;
+  }
   fs::create_directory_symlink(host("c"), host("history"));
   EXPECT_EQ(makeOwnFolder(host("history")).failure().kind, Failure::Kind::kInTheWay);
   EXPECT_TRUE(makeOwnFolder(host("recovery")));
@@ -192,6 +198,59 @@ TEST_F(FilesTest, WhatIsFlushedIsLookedAt) {
     EXPECT_EQ(flushes.names, (std::vector<std::string>{"c", "one"}))
         << "a new folder is a name in its parent";
   }
+}
+
+TEST_F(FilesTest, WhatIsPutBehindAFileIsThereOrNot) {
+  put("c/log", "abcdef");
+  EXPECT_TRUE(appendToOwnFile(root_, "c:\\log", 3, "XY")) << "what was behind has not happened";
+  EXPECT_TRUE(appendToOwnFile(root_, "c:\\log", 5, "Z"));
+  EXPECT_EQ(appendToOwnFile(root_, "c:\\log", 7, "Z").failure().kind, Failure::Kind::kChanged);
+  EXPECT_EQ(appendToOwnFile(root_, "c:\\none", 0, "Z").failure().kind, Failure::Kind::kMissing);
+  fs::create_symlink("old.mac", host("c/link"));
+  EXPECT_FALSE(appendToOwnFile(root_, "c:\\link", 0, "Z") || appendToOwnFile(root_, "c:", 0, "Z"));
+  {
+    const FullDisk disk(8);
+    EXPECT_FALSE(appendToOwnFile(root_, "c:\\log", 6, "0123"));
+  }
+  EXPECT_EQ(bytes("c/log"), "abcXYZ") << "nothing of it stays";
+  Flushes flushes{{}, 1, EIO};
+  watched = &flushes;
+  EXPECT_EQ(appendToOwnFile(root_, "c:\\log", 6, "0123").failure().kind, Failure::Kind::kDiskError);
+  watched = nullptr;
+  EXPECT_EQ(bytes("c/log"), "abcXYZ");
+  EXPECT_TRUE(moveOwnFile(root_, "c:\\log", "c:\\moved"));
+  EXPECT_EQ(moveOwnFile(root_, "c:\\log", "c:\\moved").failure().kind, Failure::Kind::kMissing);
+  EXPECT_FALSE(moveOwnFile(root_, "c:\\moved", ""));
+  EXPECT_TRUE(isThisUsers(root_, "c:\\moved"));
+  EXPECT_FALSE(isThisUsers(root_, "c:\\log") || isThisUsers(root_, "c:") || isThisUsers(root_, "c:\\link"));
+}
+
+TEST_F(FilesTest, NothingChangesOnceItsThreadIsGivenUp) {
+  using Left = WayBack::Left;
+  put("recovery/paneA.txt", "");
+  {
+    WayBack way;
+    const WayBack::Walk walk(way);
+    EXPECT_TRUE(writeFile(root_, "recovery\\paneA.txt", "ours"));
+    EXPECT_EQ(way.giveUp(), Left::kAsBefore) << "none of the user's files";
+    EXPECT_TRUE(WayBack::givenUp());
+    for (const Outcome& outcome : {writeFile(root_, "c:\\old.mac", "new"), removeFile(root_, "c:\\old.mac"),
+                                   writeFile(root_, "recovery\\paneA.txt", "new")})
+      EXPECT_EQ(outcome.failure().kind, Failure::Kind::kCancelled);
+  }
+  EXPECT_EQ(bytes("c/old.mac") + bytes("recovery/paneA.txt"), "oldours");
+  EXPECT_FALSE(WayBack::givenUp());
+  for (const bool users : {false, true}) {
+    WayBack way;
+    const WayBack::Walk walk(way);
+    { const WayBack::Change failing(true); }
+    const WayBack::Change change(users);
+    EXPECT_EQ(way.giveUp(), users ? Left::kUnknown : Left::kAsBefore);
+  }
+  WayBack way;
+  const WayBack::Walk walk(way);
+  EXPECT_TRUE(writeFile(root_, "c:\\old.mac", "new"));
+  EXPECT_EQ(way.giveUp(), Left::kChanged);
 }
 
 TEST_F(FilesTest, CopiesAreWholeAndWritable) {

@@ -1,14 +1,11 @@
 #include <chrono>
-#include <csignal>
-#include <cstdio>
 #include <future>
 #include <string_view>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "TemporarySite.h"
+#include "platform/ChildProcess.h"
 #include "platform/FtpClient.h"
+#include "platform/Text.h"
 #include "tests/support/BuildPaths.h"
 
 namespace tessaly {
@@ -16,36 +13,42 @@ namespace {
 
 using Result = FtpClient::Result;
 
-// A server process over `folder`; it dies with this object, or with the test program.
+// A server process over `folder`; it goes with this object, or with the test program.
 class Server {
  public:
   explicit Server(const std::string& folder, const char* connections = "10") {
-    int ends[2];
-    if (::pipe(ends) != 0) return;
-    process_ = ::fork();
-    if (process_ == 0) {
-      ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-      ::dup2(ends[1], STDOUT_FILENO);
-      const std::string script = sourcePath("tests/platform/ftp_server.py");
-      ::execl("/usr/bin/python3", "python3", script.c_str(), folder.c_str(), connections, nullptr);
-      ::_exit(127);
-    }
-    ::close(ends[1]);
-    std::FILE* const output = ::fdopen(ends[0], "r");
-    EXPECT_EQ(std::fscanf(output, "%hu", &port_), 1);
-    std::fclose(output);
-  }
-  ~Server() {
-    ::kill(process_, SIGKILL);
-    ::waitpid(process_, nullptr, 0);
+    const std::string script = sourcePath("tests/platform/ftp_server.py");
+    EXPECT_TRUE(process_.start({"/usr/bin/python3", script, folder, connections}));
+    port_ = static_cast<std::uint16_t>(parseInt(process_.readLine().value_or("")));
   }
 
   std::uint16_t port() const { return port_; }
 
  private:
-  pid_t process_ = -1;
+  ChildProcess process_;
   std::uint16_t port_ = 0;
 };
+
+TEST(ChildProcessTest, IsTalkedToInLinesUntilEitherEnds) {
+  ChildProcess child;
+  EXPECT_FALSE(child.start({}) || child.start({"/none"}) || child.running());
+  ASSERT_TRUE(child.start({"/bin/cat"}));
+  EXPECT_FALSE(child.start({"/bin/cat"})) << "it runs already";
+  const std::string long_(60'000, 'x');
+  for (const std::string& line : {std::string("one"), std::string(), long_})
+    EXPECT_TRUE(child.writeLine(line));
+  for (const std::string& line : {std::string("one"), std::string(), long_})
+    EXPECT_EQ(child.readLine(), line);
+  EXPECT_EQ(child.readLine(0), std::nullopt);
+  child.stop();
+  EXPECT_FALSE(child.running() || child.readLine() || child.writeLine("gone"));
+  ASSERT_TRUE(child.start({"/bin/sh", "-c", "echo $0; head -c 66000 /dev/zero; echo; sleep 1000", "two"}));
+  EXPECT_EQ(child.readLine(), "two");
+  EXPECT_EQ(child.readLine(10'000), std::nullopt) << "no line is that long";
+  const auto start = std::chrono::steady_clock::now();
+  child.stop();
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << "its time to end by itself";
+}
 
 class FtpClientTest : public TemporarySite {
  protected:
@@ -80,6 +83,7 @@ TEST_F(FtpClientTest, AServerCannotSendTheClientElsewhere) {
   EXPECT_EQ(client("liar").get("/panel/flash/one #1%.mac", got_), Result::kDone)
       << "the data comes from the server itself, whatever address it names";
   EXPECT_EQ(client("liar").put(got_, "/panel/flash/new.mac"), Result::kDone);
+  EXPECT_EQ(client("plain").get("/panel/flash/new.mac", got_), Result::kDone) << "it tells no sizes";
   EXPECT_EQ(bytes("panel/flash/new.mac"), "abc");
 }
 

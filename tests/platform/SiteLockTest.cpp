@@ -1,3 +1,4 @@
+#include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -6,6 +7,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "platform/EndSignals.h"
 #include "platform/RaiseSocket.h"
 #include "platform/SiteLock.h"
 #include "tests/support/TestSite.h"
@@ -45,12 +47,23 @@ TEST(SiteLockTest, OnlyAPersonDecidesAboutWhatAnotherHostLeft) {
     if (now.claim == Claim::kInUse) {
       EXPECT_EQ(site.read(kLock), now.bytes) << now.what << ": nobody has decided yet";
       EXPECT_EQ(lock.holder().host, "studio-2") << now.what;
-      EXPECT_GT(lock.holder().since, 1600000000) << now.what;
+      const bool whole = now.bytes == kForeign;
+      EXPECT_EQ(lock.holder().user, whole ? "anna" : "") << now.what;
+      EXPECT_EQ(lock.holder().process, 4711) << now.what;
+      if (whole) {
+        EXPECT_EQ(lock.holder().since, 1700000000);
+      } else {
+        EXPECT_GT(lock.holder().since, 1700000000) << "when the file was written";
+      }
       EXPECT_EQ(lock.takeOver(), Claim::kHeld) << now.what;
     }
     SiteLock second(site.root);
     EXPECT_EQ(second.claim(), Claim::kInUse) << now.what;
     EXPECT_EQ(second.holder().process, ::getpid()) << now.what;
+    EXPECT_EQ(second.holder().host, ownHost()) << now.what;
+    const std::string since = std::to_string(second.holder().since);
+    EXPECT_EQ(site.read(kLock), std::to_string(::getpid()) + "\ntessaly\n" + ownHost() + '\n' +
+                                    second.holder().user + '\n' + since + '\n');
   }
 }
 
@@ -90,6 +103,39 @@ TEST(SiteLockTest, WhatStandsInTheWayIsNeitherFollowedNorEmptiedNorWaitedFor) {
     EXPECT_EQ(site.read("victim"), "kept") << now.what;
     EXPECT_EQ(site.read("victim2"), "<missing>") << now.what;
   }
+}
+
+TEST(SiteLockTest, WhereThereIsNoFolderThereIsNoLock) {
+  const TestSite site;
+  site.write("file", "");
+  for (const char* root : {"none", "file"}) {
+    SiteLock lock{SiteRoot(site.root.path() / root)};
+    EXPECT_EQ(lock.claim(), Claim::kNone) << root;
+  }
+}
+
+TEST(EndSignalsTest, TheFirstWishIsTakenAndTheNextEnds) {
+  const auto handlerOf = [](int number) {
+    struct sigaction now {};
+    ::sigaction(number, nullptr, &now);
+    return now.sa_handler;
+  };
+  for (const int number : {SIGTERM, SIGINT})
+    std::signal(number, SIG_DFL);  // whatever the test was started with
+  std::signal(SIGHUP, SIG_IGN);
+  {
+    const EndSignals signals;
+    pollfd wished{signals.descriptor(), POLLIN, 0};
+    ::raise(SIGHUP);
+    EXPECT_EQ(::poll(&wished, 1, 0), 0) << "what was ignored stays so";
+    ::raise(SIGTERM);
+    EXPECT_EQ(::poll(&wished, 1, 0), 1);
+    EXPECT_EQ(handlerOf(SIGTERM), SIG_DFL);
+    EXPECT_NE(handlerOf(SIGINT), SIG_DFL);
+  }
+  EXPECT_EQ(handlerOf(SIGINT), SIG_DFL);
+  EXPECT_EQ(handlerOf(SIGHUP), SIG_IGN);
+  std::signal(SIGHUP, SIG_DFL);
 }
 
 TEST(RaiseSocketTest, OnlyAWindowThatAnswersCounts) {

@@ -29,6 +29,15 @@ TEST_F(SiteRootTest, PathsOfTheSiteBecomePathsOfTheHost) {
                 "che\\новости",
                 "c/Küche/Новости"},  // as a list in the older encoding names it
                {"c:\\Kuche", "c/Kuche"},
+               {"c:\\ÜB", "c/ÜB"},
+               {"Z:a", "z/a"},
+               {"A:\\a", "a/a"},
+               {"a:", "a"},
+               {"z:", "z"},
+               {"[:\\a", "[:/a"},
+               {"@:\\a", "@:/a"},
+               {"`:\\a", "`:/a"},
+               {"{:\\a", "{:/a"},
                {"C:", "c"},
                {"X", "x"},
                {"\\X\\y", "x/y"}};
@@ -77,6 +86,9 @@ TEST_F(SiteRootTest, SamePlace) {
   EXPECT_TRUE(root_.same("c:\\a.MAC", "C:/A.mac"));
   EXPECT_TRUE(root_.same("c:\\A.mac", "link\\a.mac"));
   EXPECT_FALSE(root_.same("c:\\a.mac", "c:\\b.mac"));
+  std::filesystem::create_directory_symlink("/usr", host("out"));
+  EXPECT_TRUE(root_.holds("link\\a.mac") && root_.holds("c:\\none"));
+  EXPECT_FALSE(root_.holds("out\\bin") || root_.holds("/usr/bin"));
 }
 
 TEST_F(SiteRootTest, TheRootComesFromOptionThenEnvironment) {

@@ -1,6 +1,13 @@
+#include <cstdlib>
+#include <ctime>
 #include <gtest/gtest.h>
+#include <vector>
 
+#include "platform/CloseName.h"
+#include "platform/FixedPoint.h"
+#include "platform/LocalTime.h"
 #include "platform/MacroNumber.h"
+#include "platform/Text.h"
 #include "platform/Workplace.h"
 
 namespace tessaly {
@@ -25,6 +32,61 @@ TEST(SmallNumbers, HaveTheirBoundsAndSpellings) {
   for (const auto& row : files) {
     const auto number = MacroNumber::ofFile(row.file);
     EXPECT_EQ(number ? number->value() : -1, row.number) << row.file;
+  }
+}
+
+TEST(SmallNumbers, AreShownInFigures) {
+  EXPECT_EQ(fixedPoint(-1.25, 1) + ' ' + fixedPoint(2, 4), "-1.2 2.0000");
+  EXPECT_EQ(fixedPoint(1e60, 3) + ' ' + fixedPoint(1e80, 1), format("%.3f %.1f", 1e60, 1e80));
+  ::setenv("TZ", "UTC-2", 1);
+  ::tzset();
+  EXPECT_EQ(localTimeText(1'956'314'096'789), "2031-12-29 14:34:56");
+}
+
+TEST(CloseName, IsTheOneThatFewestEditsLeadTo) {
+  const struct {
+    const char *a, *b;
+    std::size_t edits;  // 3 for more than 2
+  } pairs[] = {{"", "", 0},
+               {"AZaz", "azAZ", 0},
+               {"@[`{", "`{@[", 3},
+               {"a", "", 1},
+               {"", "ab", 2},
+               {"abc", "", 3},
+               {"cut", "cat", 1},
+               {"cut", "ct", 1},
+               {"abcd", "bcda", 2},
+               {"abcd", "badc", 3},
+               {"ab1c", "a1bc", 2},
+               {"xabcx", "xdx", 3},
+               {"kitten", "sitting", 3},
+               {"aXbYc", "abc", 2}};
+  for (const auto& [a, b, edits] : pairs) {
+    EXPECT_EQ(editsBetween(a, b, 2), edits) << a << ' ' << b;
+    EXPECT_EQ(editsBetween(b, a, 2), edits) << a << ' ' << b;
+    if (edits > 0) {
+      EXPECT_EQ(editsBetween(a, b, 0), 1U) << a << ' ' << b;
+    }
+  }
+  EXPECT_EQ(editsBetween(std::string(255, 'a'), std::string(254, 'a') + 'b', 2), 1U);
+  EXPECT_EQ(editsBetween(std::string(256, 'a'), std::string(256, 'a'), 2), 3U) << "nobody waits for these";
+  const struct {
+    const char* wanted;
+    std::vector<const char*> names;
+    const char* found;  // empty for none
+  } names[] = {{"clip", {"clop", "clipxy", "flip2"}, "clop"},
+               {"clip", {"clop", "flip"}, ""},
+               {"clip", {"clop", "clop"}, "clop"},
+               {"clip", {"clop", "flip", "clip"}, "clip"},
+               {"clip", {"click2", "clipping"}, ""},
+               {"cl", {"cx"}, "cx"},
+               {"cl", {"xx"}, ""},
+               {"abc", {"xyc"}, "xyc"},
+               {"clip", {}, ""}};
+  for (const auto& [wanted, offered, found] : names) {
+    CloseName close(wanted);
+    for (const char* name : offered) close.offer(name);
+    EXPECT_EQ(close.found().value_or(""), found) << wanted;
   }
 }
 

@@ -1,5 +1,6 @@
 #include <clocale>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -28,7 +29,9 @@ TEST(Text, NumbersReadAsTheCLibraryReadsThem) {
                {"1e999", 1, HUGE_VAL},
                {"-inf", 0, -HUGE_VAL},
                {"99999999999", std::numeric_limits<std::int32_t>::max(), 99999999999.0},
-               {"-2147483649", std::numeric_limits<std::int32_t>::min(), -2147483649.0}};
+               {"-2147483649", std::numeric_limits<std::int32_t>::min(), -2147483649.0},
+               {"99999999999999999999", std::numeric_limits<std::int32_t>::max(), 1e20},
+               {"-99999999999999999999", std::numeric_limits<std::int32_t>::min(), -1e20}};
   for (const auto& c : cases) {
     EXPECT_EQ(parseInt(c.text), c.integer) << c.text;
     EXPECT_EQ(parseDouble(c.text), c.real) << c.text;
@@ -54,7 +57,8 @@ TEST(Text, LongTextsAreFormattedWhole) {
 TEST(Text, Replacing) {
   EXPECT_EQ(replaceAll("aXXbXX", "XX", "XXX"), "aXXXbXXX");  // what was put in is not searched again
   EXPECT_EQ(replaceAll("abc", "", "-"), "abc");
-  EXPECT_TRUE(endsWithNoCase("A.MaC", ".mac"));
+  EXPECT_TRUE(endsWithNoCase("A.MaC", ".mac") && endsWithNoCase(".MAC", ".mac"));
+  EXPECT_EQ(toUpperAscii("`azAZ{"), "`AZAZ{");
   EXPECT_FALSE(endsWithNoCase("mac", ".mac"));
   EXPECT_FALSE(equalNoCase("key", "keys"));
 }
@@ -75,12 +79,28 @@ TEST(Text, CodePages) {
                {"\xC0\xAF", false, "\xC3\x80\xC2\xAF", "\xC0\xAF"},                      // overlong
                {"\xED\xA0\x80", false, "\xC3\xAD\xC2\xA0\xE2\x82\xAC", "\xED\xA0\x80"},  // surrogate
                {"\xF4\x90\x80\x80", false, "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC", "\xF4\x90\x80\x80"},
-               {"\xE2\x82", false, "\xC3\xA2\xE2\x80\x9A", "\xE2\x82"}};
+               {"\xE2\x82", false, "\xC3\xA2\xE2\x80\x9A", "\xE2\x82"},
+               {"\x80", false, "€", "\x80"},
+               {"\xC3(", false, "Ã(", "\xC3("},
+               {"\xC3\xBF", true, "ÿ", "\xFF"},
+               {"\xE0\xA0\x80", true, "\u0800", "?"},
+               {"\xE0\x9F\xBF", false, "àŸ¿", "\xE0\x9F\xBF"},
+               {"\xED\xBF\xBF", false, "í¿¿", "\xED\xBF\xBF"},
+               {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", true, "\U00010000\U0010FFFF", "??"},
+               {"\xF0\x8F\xBF\xBF", false, "ð\u008f¿¿", "\xF0\x8F\xBF\xBF"},
+               {"\xF5\x80\x80\x80", false, "õ€€€", "\xF5\x80\x80\x80"}};
   for (const auto& c : cases) {
     EXPECT_EQ(isValidUtf8(c.bytes), c.utf8) << c.bytes;
     EXPECT_EQ(displayUtf8(c.bytes), c.shown) << c.bytes;
     EXPECT_EQ(utf8ToWindows1252(displayUtf8(c.bytes)), c.codePage) << c.bytes;
+    const bool held = std::strchr(c.codePage, '?') == nullptr;
+    EXPECT_EQ(exactWindows1252(displayUtf8(c.bytes)),
+              held ? std::optional<std::string>(c.codePage) : std::nullopt);
+    EXPECT_EQ(isAscii(c.bytes), c.shown == std::string("plain"));
   }
+  std::string ends;
+  for (const char32_t c : {0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF}) appendUtf8(ends, c);
+  EXPECT_EQ(ends, "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
   EXPECT_EQ(utf8ToWindows1252("a\xFF"), "a?");
   EXPECT_EQ(beginningOf("K\xC3\xBC", 2) + beginningOf("\x80\x80", 1), "K");
 }

@@ -129,7 +129,8 @@ TEST_F(XmlFileTest, TextsAreReadAndStoredInTheEncodingOfTheFile) {
                {western, "\xC3\xBC \x80", "Ã¼ €", "Ü€", "\xDC\x80"},
                {western, "&#x2013;", "–", "Новости", ""},
                {"", "\xFC", "ü", "üß", "\xFC\xDF"},
-               {"", "ü", "ü", "Ü€", "&#xDC;&#x20AC;"},  // the bytes are UTF-8 for another letter
+               {"", "\x80", "€", "aÜ€b", "a&#xDC;&#x20AC;b"},  // the bytes are UTF-8 for another letter
+               {utf8, "&#32;&#xDFFF;&#xFFFE;&#xFFFF;&#65x", " &#xDFFF;&#xFFFE;&#xFFFF;&#65x", "\r", "&#x0D;"},
                {"", "ü &#x; &", "ü &#x; &", "Ω", ""},
                {"", "&#0;&#xD800;&#x110000;&#2;", "&#0;&#xD800;&#x110000;&#2;", "\t", "&#x09;"},
                {cyrillic, "a", "a", "ü", ""},
@@ -162,6 +163,15 @@ TEST_F(XmlFileTest, NothingOfAnEarlierDocumentStays) {
   EXPECT_TRUE(loadXml(root_, "c:\\marked", document));
   EXPECT_TRUE(loadXml(root_, "c:\\plain", document));
   EXPECT_EQ(printXml(document), std::string("<b />\n"));
+  EXPECT_FALSE(loadXml(root_, "c:\\none", document) || printXml(document));
+  for (const auto& [encoding, name] : {std::pair("", "none"),
+                                       {" encoding=ISO-8859-1", "windows-1252"},
+                                       {" encoding = 'utf8'", "UTF-8"},
+                                       {" encoding='Koi8-r'", "KOI8-R"}}) {
+    const std::string start = *encoding ? std::string("<?xml version='1.0'") + encoding + "?>" : "";
+    EXPECT_TRUE(parseXml(start + "<a/>", document));
+    EXPECT_EQ(document.encodingName(), name);
+  }
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
-"""An FTP server over a folder, for the tests. Prints its port, then serves until it is killed.
+"""An FTP server over a folder, for the tests. Prints its port, then serves until its input ends.
 
 The names of the files and of the users ask for faults, see below.
 """
 import logging
+import os
 import sys
+import threading
 
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import DTPHandler, FTPHandler
@@ -93,6 +95,7 @@ def main():
     server = FTPServer(("127.0.0.1", 0), Control)
     server.max_cons = int(sys.argv[2])
     print(server.address[1], flush=True)
+    threading.Thread(target=lambda: (sys.stdin.read(), os._exit(0)), daemon=True).start()
     server.serve_forever()
 
 

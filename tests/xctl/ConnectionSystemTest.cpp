@@ -38,6 +38,53 @@ TEST(Connection, TheSystemIsAskedToNoticeALossWithinFifteenSeconds) {
   EXPECT_LE(option(IPPROTO_TCP, TCP_USER_TIMEOUT), 15'000);
 }
 
+// What both ends of a connection, and whoever listens, count on.
+TEST(SocketTest, TellsHowMuchWasMovedAndWhyNot) {
+  using Transfer = Socket::Transfer;
+  std::string reason;
+  EXPECT_FALSE(Socket::listen("localhost.example", 0, reason).valid());
+  EXPECT_EQ(reason, "\"localhost.example\" is no numeric address");
+  const Socket listener = Socket::listen("127.0.0.1", 0, reason);
+  EXPECT_FALSE(Socket::listen("127.0.0.1", listener.port(), reason).valid());
+  EXPECT_EQ(reason, "Address already in use");
+  EXPECT_FALSE(listener.accept().valid());
+  Socket near = Socket::beginConnect("127.0.0.1", listener.port());
+  std::array<Watch, 2> watches{Watch{.socket = &near, .forRead = false, .forWrite = true},
+                               Watch{.socket = &listener}};
+  EXPECT_TRUE(waitFor(watches, 10'000));
+  EXPECT_TRUE(watches[0].writable && !watches[0].readable && watches[1].readable && near.connected());
+  const Socket far = listener.accept();
+  std::array<char, 8> bytes{};
+  std::size_t count = 9;
+  EXPECT_EQ(far.receive(bytes, count), Transfer::kAgain);
+  EXPECT_EQ(count, 0U);
+  watches = {Watch{.socket = &near}, Watch{.socket = &far}};
+  EXPECT_TRUE(waitFor(watches, 0)) << "the time is over, and nothing has failed";
+  EXPECT_FALSE(watches[0].readable || watches[1].readable);
+  EXPECT_EQ(near.send("abc", count), Transfer::kDone);
+  EXPECT_EQ(count, 3U);
+  near.finishSending();
+  while (far.receive(bytes, count) == Transfer::kAgain) continue;
+  EXPECT_EQ(std::string(bytes.data(), count), "abc");
+  while (far.receive(bytes, count) == Transfer::kAgain) continue;
+  EXPECT_EQ(count, 0U);
+  const std::string much(1'000'000, 'x');
+  while (far.send(much, count) == Transfer::kDone) continue;
+  EXPECT_EQ(count, 0U);
+  EXPECT_TRUE(far.hasUnconfirmed());
+  near.closeAndForget();
+  while (far.send(much, count) == Transfer::kAgain) continue;
+  EXPECT_EQ(count, 0U);
+  const WakeUp wakeUp;
+  std::array<Watch, 1> woken{Watch{.socket = &wakeUp.socket()}};
+  for (const bool awake : {true, false}) {
+    if (awake) wakeUp.wake();
+    EXPECT_TRUE(waitFor(woken, 0));
+    EXPECT_EQ(woken[0].readable, awake);
+    wakeUp.clear();
+  }
+}
+
 TEST(Connection, AHundredOfEachLeaveNothingBehind) {
   std::atomic<bool> lose{false}, silent{false};
   std::atomic<int> accepted{0};

@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include "xctl/JsonLine.h"
+#include "xctl/WireText.h"
 
 namespace tessaly {
 namespace {
 
 std::string described(std::string_view line) {
   WireMessage message;
+  message.name = message.id = "of an earlier one";
   const LineKind kind = parseLine(line, message);
   if (kind != LineKind::kMessage) return kind == LineKind::kBroken ? "broken" : "other";
   std::string text = message.method + " id:" + message.id.value_or("-");
@@ -40,6 +42,10 @@ TEST(JsonLine, ReadsMessagesAndSetsWrongTypesAside) {
       {call + R"([{"name":"REG","value":7}]}})", "m id:- function:F"},
       {call + R"([{"name":"REG","value":"7"},3]}})", "m id:- function:F"},
       {call + R"([[{"name":"REG","value":"7"}]]}})", "m id:- function:F"},
+      {call + R"(["REG"]}})", "m id:- function:F"},
+      {call + R"([{"name":"REG","name":5,"value":"7"}]}})", "m id:- function:F"},
+      {call + R"([{"name":"REG","value":"7"},{"value":"8"}]}})", "m id:- function:F"},
+      {start + R"({"parameters":[],"function":"F"}})", "m id:- function:F parameters:"},
       {call + R"({"name":"REG","value":"7"}}})", "m id:- function:F"},
       {R"({"jsonrpc":"1.0","method":"m"})", "other"},
       {R"({"jsonrpc":"2.0","method":1})", "other"},
@@ -50,6 +56,7 @@ TEST(JsonLine, ReadsMessagesAndSetsWrongTypesAside) {
       {"{\"jsonrpc\":\"2.0\"", "broken"},
       {"{} {}", "broken"},
       {"{\"a\":\"\xfc\"}", "broken"},
+      {std::string(16, '[') + std::string(16, ']'), "other"},
       {std::string(17, '[') + std::string(17, ']'), "broken"},
       {std::string(kLongestLine, '['), "broken"},
   };
@@ -66,11 +73,30 @@ TEST(JsonLine, WhatIsWrittenReadsBackAsUtf8) {
             "call id:- function:PANEL.X parameters:REG=\"007\", NAME=\"\"Grüße\"\n€\"");
   EXPECT_EQ(described(valueLine(kValueMethod, "N", std::string("a\0ü", 4))),
             std::string("value id:- name:N value:a\0ü", 28));
-  // Overlong, surrogate, cut and stray bytes are no UTF-8 and so are read as Windows-1252.
+}
+
+// Overlong, surrogate, cut and stray bytes are no UTF-8 and so are read as Windows-1252.
+TEST(JsonLine, TextsAreUtf8OrBecomeIt) {
   for (const char* bytes :
-       {"\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xe2\x82", "\xbf", "\xf0\x8f\xbf\xbf"}) {
-    EXPECT_NE(described(subscribeLine(bytes)), "broken") << bytes;
-  }
+       {"a\xc3\xbc\x7f", "\xc2\x80\xdf\xbf", "\xe0\xa0\x80\xed\x9f\xbf\xee\x80\x80\xef\xbf\xbf",
+        "\xf0\x90\x80\x80\xf4\x8f\xbf\xbf"})
+    EXPECT_EQ(wireText(bytes), bytes);
+  const std::pair<std::string_view, const char*> texts[] = {
+      {"\xc1\xbf", "Á¿"},
+      {"\xe0\x9f\xbf", "àŸ¿"},
+      {"\xed\xa0\x80", "í\u00a0€"},
+      {"\xf0\x8f\xbf\xbf", "ð\u008f¿¿"},
+      {"\xf4\x90\x80\x80", "ô\u0090€€"},
+      {"\xf5\x80\x80\x80", "õ€€€"},
+      {"\xe2\x82\x41", "â‚A"},
+      {"\xf0\x90\x80", "ð\u0090€"},
+      {{"\xc3\xbc", 1}, "Ã"},
+      {"\x80", "€"},
+      {"\x7f\x80\x81\x82\x83\x84\x85\x86\x87\x88\x89\x8a\x8b\x8c\x8d\x8e\x8f",
+       "\x7f€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008dŽ\u008f"},
+      {"\x90\x91\x92\x93\x94\x95\x96\x97\x98\x99\x9a\x9b\x9c\x9d\x9e\x9f\xa0\xff",
+       "\u0090‘’“”•–—˜™š›œ\u009džŸ\u00a0ÿ"}};
+  for (const auto& [bytes, text] : texts) EXPECT_EQ(wireText(bytes), text);
 }
 
 TEST(LineBuffer, GivesTheSameLinesHoweverTheStreamIsCut) {

@@ -2,7 +2,7 @@
 
 #include "model/FunctionFinder.h"
 #include "model/SegmentSearch.h"
-#include "tests/editors/SmallDictionary.h"
+#include "tests/support/SmallDictionary.h"
 
 namespace tessaly {
 namespace {
@@ -50,6 +50,7 @@ TEST(FunctionFinderTest, IncrementsAreOfferedAloneOrNotAtAll) {
   for (const char* name : {"ME1.INC", "ME1.SET", "ME1.INC.INC", "ME1.INCH", "ME1.PINC"}) {
     FunctionTemplate definition;
     definition.name = name;
+    if (name != std::string_view("ME1.INCH")) definition.source = FunctionSource::kOlderFamily;
     dictionary.add(definition);
   }
   FunctionFinder finder(dictionary);
@@ -58,8 +59,11 @@ TEST(FunctionFinderTest, IncrementsAreOfferedAloneOrNotAtAll) {
   EXPECT_THAT(names(dictionary, finder.find(filters({{0, "ME1"}}), false)),
               ElementsAre("ME1.SET", "ME1.INC.INC", "ME1.INCH"));
   EXPECT_THAT(finder.find({}, false), IsEmpty());
-  // A panel destination offers all of the panel's file, which here is everything.
-  EXPECT_EQ(finder.panelFunctions().size(), 5U);
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_THAT(names(dictionary, finder.panelFunctions()), ElementsAre("ME1.INCH")) << "of the panel's file";
+    EXPECT_THAT(names(dictionary, finder.otherFunctions(true)), ElementsAre("ME1.INC", "ME1.PINC"));
+    EXPECT_THAT(names(dictionary, finder.otherFunctions(false)), ElementsAre("ME1.SET", "ME1.INC.INC"));
+  }
 }
 
 TEST(FunctionFinderTest, NarrowingAndWideningGiveWhatAFreshSearchGives) {
@@ -71,10 +75,11 @@ TEST(FunctionFinderTest, NarrowingAndWideningGiveWhatAFreshSearchGives) {
                                  filters({{0, "ME1"}, {5, "CLIP"}}),
                                  filters({{1, "KEY2"}, {5, "CLIP"}}),
                                  filters({{8, "SET"}}),
+                                 filters({{8, ""}}),
                                  filters({{3, "S"}, {8, ""}}),
                                  filters({{0, "a\nb"}})};
-  for (const FinderFilters& step : steps) {
-    for (const bool increments : {false, true}) {
+  for (const bool increments : {false, true}) {
+    for (const FinderFilters& step : steps) {
       FunctionFinder::Functions expected;
       for (std::uint32_t i = 0; i < dictionary.functionCount(); ++i) {
         const std::string_view name = dictionary.name(i);
@@ -96,6 +101,7 @@ TEST(FunctionFinderTest, SegmentsBehindAChoice) {
               ElementsAre("CLIP", "TYPE"));
   EXPECT_THAT(finder.segmentsBehind(1, filters({{0, "ME1"}, {1, "KEY9"}}), true), ElementsAre("CLIP"));
   EXPECT_THAT(finder.segmentsBehind(1, filters({{0, "ME1"}}), false), IsEmpty());
+  EXPECT_THAT(finder.segmentsBehind(1, filters({{0, "ME1"}, {1, "RA"}}), false), IsEmpty());
   EXPECT_THAT(finder.segmentsOf(filters({{0, "ME1"}, {1, "KEY9"}}), false),
               testing::UnorderedElementsAre("ME1", "KEY9", "CLIP", "TYPE", "SET"));
 }
@@ -104,6 +110,7 @@ TEST(SegmentSearchTest, LooksInSegmentDescriptionAndSecondText) {
   const SegmentSearch search(smallDictionary());
   for (const char* text : {"clip", "LIP", "thresh", "Level"})
     EXPECT_THAT(search.find(text), ElementsAre("CLIP")) << text;
+  EXPECT_THAT(search.find("many"), ElementsAre("MANY"));
   EXPECT_THAT(search.find(""), IsEmpty());
   EXPECT_THAT(search.find("nowhere"), IsEmpty());
   const std::vector<std::string> keys = search.find("key1");
