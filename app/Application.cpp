@@ -17,6 +17,8 @@
 #include "platform/Files.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
+#include "platform/SitePlace.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -47,6 +49,7 @@ QString titleOn(const SiteRoot& root, const QString& title) {
 struct Application::LoaderLink {
   std::mutex mutex;
   MainWindow* window = nullptr;
+  Post post;  // to it
   MessageBoxes* messages = nullptr;
 };
 
@@ -119,7 +122,8 @@ std::optional<SiteRoot> Application::siteFor(SiteWish wish) {
 }
 
 void Application::prepareRoot() {
-  if (!makeFolder(root_, kDataFolder) || isRegularFile(root_, kEmptyMacro)) return;
+  const auto present = readFile(root_, kEmptyMacro);
+  if (!makeFolder(root_, kDataFolder) || present || !isNothing(present.failure())) return;
   QFile shipped(QStringLiteral(":/emptyMacro.mac"));
   if (shipped.open(QIODevice::ReadOnly) && !writeFile(root_, kEmptyMacro, shipped.readAll().toStdString()))
     messages_.show("Cannot create Macro: emptyMacro.mac", MessageIcon::kExclamation);
@@ -153,6 +157,7 @@ void Application::start() {
   messages_.setWindow(window_.get());
   messages_.setGate(&window_->gate());
   loader_->window = window_.get();
+  loader_->post = postTo(window_.get());
   loader_->messages = &messages_;
   if (!described)
     window_->say(
@@ -172,8 +177,10 @@ void Application::startLoader(bool reports) {
     {
       const std::lock_guard guard(link->mutex);
       if (link->window != nullptr)
-        QCoreApplication::postEvent(link->window,
-                                    new QEvent(static_cast<QEvent::Type>(kDictionaryLoadedMessage)));
+        link->post([window = link->window] {
+          QEvent loaded(static_cast<QEvent::Type>(kDictionaryLoadedMessage));
+          QCoreApplication::sendEvent(window, &loaded);
+        });
     }
     releaseFreedMemory();  // both parsed files
   }).detach();

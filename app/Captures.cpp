@@ -4,7 +4,7 @@
 #include "app/FailureText.h"
 #include "app/PlaceText.h"
 #include "app/StepNames.h"
-#include "editors/PostTo.h"
+#include "widgets/PostTo.h"
 #include "windows/CaptureWindow.h"
 
 namespace tessaly {

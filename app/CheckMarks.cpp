@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
+#include <system_error>
 #include <utility>
 
 #include "windows/FindingText.h"
@@ -42,7 +43,6 @@ void CheckMarks::begin(const CheckContext& context) {
     context_.emplace(context);
   }
   begun_ = true;
-  if (!worker_.joinable()) worker_ = std::jthread([this](const std::stop_token& stop) { work(stop); });
   for (const Pane pane : kPanes) ask(pane);
 }
 
@@ -68,6 +68,11 @@ void CheckMarks::hand() {
     const std::lock_guard guard(mutex_);
     for (const Pane pane : kPanes)
       if (std::exchange(due_[index(pane)], false)) wanted_[index(pane)] = wanted(state(pane).copy);
+  }
+  try {
+    if (!worker_.joinable()) worker_ = std::jthread([this](const std::stop_token& stop) { work(stop); });
+  } catch (const std::system_error&) {
+    rest_.start();  // no thread to be had
   }
   asked_.notify_one();
 }
@@ -101,12 +106,9 @@ void CheckMarks::work(const std::stop_token& stop) {
       next.swap(wanted_[index(pane)]);
     }
     Findings findings = std::visit([&](const auto& content) { return check->check(content); }, next->content);
-    QMetaObject::invokeMethod(
-        this,
-        [this, pane, revision = next->revision, findings = std::move(findings)]() mutable {
-          take(pane, revision, std::move(findings));
-        },
-        Qt::QueuedConnection);
+    post_([this, pane, revision = next->revision, findings = std::move(findings)] {
+      take(pane, revision, findings);
+    });
   }
 }
 

@@ -13,6 +13,7 @@
 
 #include "app/PaneState.h"
 #include "review/MacroCheck.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -56,6 +57,8 @@ class CheckMarks : public QObject {
   bool begun_ = false;
   std::array<bool, kPanes.size()> due_{};  // asked for, and not handed to the worker
   QTimer rest_;
+
+  const Post post_ = postTo(this);
 
   std::mutex mutex_;  // guards what follows, up to the thread
   std::condition_variable_any asked_;

@@ -16,6 +16,7 @@
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
 #include "platform/MacroNumber.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -126,7 +127,7 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   Outcome made;
   if (!transfers_.beside().finish(tr("Writing %1").arg(macroInStrip(target)),
                                   [&] { made = tessaly::createMacro(site_, target.name, loan->path()); }))
-    made = Failure{Failure::Kind::kCancelled, "was cancelled"};
+    made = cancelledFailure();
   if (made)
     static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
                                         MacroChange::kCreate, overwriting_.asking(macroInStrip(target))));
@@ -209,7 +210,7 @@ std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QStri
     lost = static_cast<int>(key.unreadable().size());
   };
   if (!transfers_.beside().finish(tr("Reading %1").arg(nameInStrip(source.text())), make))
-    made = Failure{Failure::Kind::kCancelled, "was cancelled"};
+    made = cancelledFailure();
   reason = made && lost > 0 ? tr(" (%n commands of the key cannot be read in a macro)", nullptr, lost)
                             : inBrackets(made);
   return made ? std::string(kClassicWorkingCopy) : std::string();

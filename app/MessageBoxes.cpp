@@ -1,5 +1,9 @@
 #include "app/MessageBoxes.h"
 
+#include <future>
+#include <memory>
+#include <utility>
+
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
@@ -43,26 +47,28 @@ void MessageBoxes::show(const std::string& text, MessageIcon icon) {
     run(shownText, icon, MessageButtons::kOk);
     return;
   }
-  QMetaObject::invokeMethod(
-      this,
-      [this, shownText, icon] {
-        const auto box = [this, shownText, icon] { run(shownText, icon, MessageButtons::kOk); };
-        if (gate_)
-          gate_->whenFree("box " + std::to_string(++waiting_), box);
-        else
-          box();
-      },
-      Qt::QueuedConnection);
+  post_([this, shownText, icon] {
+    const auto box = [this, shownText, icon] { run(shownText, icon, MessageButtons::kOk); };
+    if (gate_)
+      gate_->whenFree("box " + std::to_string(++waiting_), box);
+    else
+      box();
+  });
 }
 
 MessageChoice MessageBoxes::askAnywhere(const std::string& text, MessageIcon icon, const QString& other) {
   const QString shownText = shownLines(text);
   if (QThread::currentThread() == thread()) return run(shownText, icon, MessageButtons::kOkCancel, other);
-  MessageChoice answer = MessageChoice::kCancel;
-  QMetaObject::invokeMethod(
-      this, [&] { answer = run(shownText, icon, MessageButtons::kOkCancel, other); },
-      Qt::BlockingQueuedConnection);
-  return answer;
+  auto answer = std::make_shared<std::promise<MessageChoice>>();
+  std::future<MessageChoice> chosen = answer->get_future();
+  post_([&, answer = std::move(answer)] {
+    answer->set_value(run(shownText, icon, MessageButtons::kOkCancel, other));
+  });
+  try {
+    return chosen.get();
+  } catch (const std::future_error&) {  // there are no boxes any more
+    return MessageChoice::kCancel;
+  }
 }
 
 bool MessageBoxes::ask(const std::string& text, MessageIcon icon) {

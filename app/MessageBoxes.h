@@ -5,6 +5,7 @@
 
 #include "app/EventGate.h"
 #include "platform/Messages.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -32,6 +33,7 @@ class MessageBoxes : public QObject, public Messages {
   MessageChoice run(const QString& text, MessageIcon icon, MessageButtons buttons, const QString& other = {});
   [[nodiscard]] MessageChoice askAnywhere(const std::string& text, MessageIcon icon, const QString& other);
 
+  const Post post_ = postTo(this);
   QPointer<QWidget> window_;
   QPointer<EventGate> gate_;
   int waiting_ = 0;  // boxes of other threads so far

@@ -41,7 +41,7 @@ void PanelBridge::postConnected(Pane pane) {
 
 void PanelBridge::mark(std::atomic<bool>& flag) {
   flag = true;
-  if (!queued_.exchange(true)) QMetaObject::invokeMethod(this, &PanelBridge::deliver, Qt::QueuedConnection);
+  if (!queued_.exchange(true)) post_([this] { deliver(); });
 }
 
 void PanelBridge::deliver() {

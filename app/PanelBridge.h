@@ -9,6 +9,7 @@
 
 #include "link/MacroNames.h"
 #include "link/PanelConnection.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -51,6 +52,7 @@ class PanelBridge : public QObject, public PanelConnectionView, public MacroName
   void mark(std::atomic<bool>& flag);
   void deliver();
 
+  const Post post_ = postTo(this);
   std::function<bool(Pane)> isPanel_;
   std::array<QTimer, kPanes.size()> timers_;
   std::array<Marks, kPanes.size()> marks_;

@@ -12,7 +12,9 @@
 #include <QWindow>
 
 #include "app/MessageBoxes.h"
+#include "platform/SystemFailure.h"
 #include "platform/WayBack.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -64,8 +66,6 @@ class InputGuard : public QObject {
 
   QWidget& allowed_;
 };
-
-Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 
 // In front of a dialog that keeps the window from being used.
 QWidget* ownerIn(QWidget* window) {
@@ -215,29 +215,24 @@ void PanelTransfer::cancel(End end) {
 
 bool PanelTransfer::runBeside(const QString& label, const Work& work) {
   const EventGate::Hold hold(&gate_);
+  Progress progress(label, work.cancel != nullptr, window_);
   QEventLoop loop;
   bool finished = false;  // GUI thread
-  Progress progress(label, work.cancel != nullptr, window_);
-  const Tell tell = [&progress](int thousandths) {
-    QMetaObject::invokeMethod(
-        &progress,
-        [&progress, thousandths] {
-          progress.setMaximum(kThousandths);
-          progress.setValue(thousandths);
-        },
-        Qt::QueuedConnection);
+  const auto post = postTo(&loop);
+  const Tell tell = [&progress, &post](int thousandths) {
+    post([&progress, thousandths] {
+      progress.setMaximum(kThousandths);
+      progress.setValue(thousandths);
+    });
   };
   std::thread worker;
   try {
     worker = std::thread([&] {
       work.run(tell);
-      QMetaObject::invokeMethod(
-          &loop,
-          [&] {
-            finished = true;
-            loop.quit();
-          },
-          Qt::QueuedConnection);
+      post([&] {
+        finished = true;
+        loop.quit();
+      });
     });
   } catch (const std::system_error&) {
     return false;  // no thread to be had

@@ -11,6 +11,7 @@
 #include "link/PanelAddress.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 #include "widgets/DialogText.h"
 
 namespace tessaly {
@@ -58,25 +59,21 @@ void Recovery::offer() {
 void Recovery::look(Pane pane) {
   const WorkingCopy& copy = state(pane).copy;
   const RecoveryFile& file = copy.recovery();
-  if (!file.exists() || copy.edited()) return;
+  if (copy.edited()) return;
   auto record = file.read();
   if (!record) {
-    // Nobody knows whose the changes are, but they are there.
-    const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved).done() &&
-                      history_.keepFile(file.besidePath(), MacroChange::kUnsaved).done();
-    if (kept) file.remove();
-    note(pane, kept ? Grade::kWarning : Grade::kFailure,
-         kept ? tr("the record of unsaved changes is damaged; the history keeps the working copy")
-              : tr("the record of unsaved changes is damaged"));
+    noteUnknown(pane, record.failure());
     return;
   }
-  const std::string path = fileOf(pane, *record);
-  auto bytes = readFile(site_.root, path);
+  auto bytes = readFile(site_.root, fileOf(pane, *record));
   if (!bytes) {
-    if (!isRegularFile(site_.root, path)) file.remove();
+    const bool gone = isNothing(bytes.failure());
+    if (gone) file.remove();
     note(pane, Grade::kFailure,
-         tr("the unsaved changes of %1 are gone: the working copy cannot be read")
-             .arg(macroInStrip(record->target)));
+         gone ? tr("the unsaved changes of %1 are gone: the working copy cannot be read")
+                    .arg(macroInStrip(record->target))
+              : tr("the unsaved changes of %1 cannot be read now (%2)")
+                    .arg(macroInStrip(record->target), failureText(bytes.failure())));
     return;
   }
   const RecoveredBytes how = judgeRecovered(site_.root, file, *record, *bytes);
@@ -84,6 +81,20 @@ void Recovery::look(Pane pane) {
     file.remove();
   else
     found_[index(pane)] = Found{std::move(*record), std::move(*bytes), how};
+}
+
+// Nobody knows whose the changes are, but they are there.
+void Recovery::noteUnknown(Pane pane, const Failure& failure) {
+  if (isNothing(failure)) return;
+  const WorkingCopy& copy = state(pane).copy;
+  const bool damaged = failure.kind == Failure::Kind::kChanged;
+  const bool kept = history_.keepFile(copy.path(), MacroChange::kUnsaved).done() &&
+                    history_.keepFile(copy.recovery().besidePath(), MacroChange::kUnsaved).done();
+  if (kept && damaged) copy.recovery().remove();
+  QString text = damaged ? tr("the record of unsaved changes is damaged")
+                         : tr("the record of unsaved changes cannot be read (%1)").arg(failureText(failure));
+  if (kept) text += tr("; the history keeps the working copy");
+  note(pane, kept ? Grade::kWarning : Grade::kFailure, text);
 }
 
 std::string Recovery::fileOf(Pane pane, const RecoveryRecord& record) const {

@@ -52,6 +52,7 @@ class Recovery : public QObject {
   void leave(Pane pane, const Found& found);
   void setAside(Pane pane, Found found);
   void note(Pane pane, Grade grade, const QString& text);
+  void noteUnknown(Pane pane, const Failure& failure);
   void tell();
 
   PaneAccesses panes_;

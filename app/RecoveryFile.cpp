@@ -6,6 +6,7 @@
 #include "model/FramedRecord.h"
 #include "model/RecordText.h"
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -86,13 +87,18 @@ void RecoveryFile::setStepsAside() const { static_cast<void>(moveOwnFile(root_, 
 
 void RecoveryFile::bringStepsBack() const { static_cast<void>(moveOwnFile(root_, besideSteps_, steps_)); }
 
-bool RecoveryFile::exists() const { return isRegularFile(root_, record_); }
+bool RecoveryFile::isMissing() const {
+  const auto record = read();
+  return !record && isNothing(record.failure());
+}
 
-std::optional<RecoveryRecord> RecoveryFile::read() const {
+Expected<RecoveryRecord> RecoveryFile::read() const {
+  const Failure damaged{Failure::Kind::kChanged, "is damaged"};
   const auto bytes = readFile(root_, record_, kLargestRecord);
-  const auto text = bytes ? RecordText::parse(*bytes) : std::nullopt;
+  if (!bytes) return bytes.failure().kind == Failure::Kind::kTooLarge ? damaged : bytes.failure();
+  const auto text = RecordText::parse(*bytes);
   const auto place = text ? text->place() : std::nullopt;
-  if (!place) return std::nullopt;
+  if (!place) return damaged;
   RecoveryRecord record;
   record.target.name = text->get(kName);
   if (place->file.empty()) {
@@ -101,15 +107,15 @@ std::optional<RecoveryRecord> RecoveryFile::read() const {
     record.target.workplace = place->workplace;
     record.target.numberText = place->number;
     // As every text that names a macro of a panel.
-    if (remoteMacroPath(place->workplace, place->number).empty()) return std::nullopt;
+    if (remoteMacroPath(place->workplace, place->number).empty()) return damaged;
   } else if (!text->get(kLoose).empty()) {
     record.loose = place->file;
   } else if (!splitFile(place->file, record.target)) {
-    return std::nullopt;
+    return damaged;
   }
   const auto since = text->number(kSince);
   const auto edited = text->number(kEdited);
-  if (!since || !edited) return std::nullopt;
+  if (!since || !edited) return damaged;
   record.since = static_cast<std::int64_t>(*since);
   record.edited = static_cast<std::int64_t>(*edited);
   record.check = checkIn(*text);

@@ -39,9 +39,10 @@ class RecoveryFile {
   Outcome write(const RecoveryRecord& record) const;
   void remove() const;
 
-  [[nodiscard]] bool exists() const;
-  // Nothing when it is missing or damaged.
-  [[nodiscard]] std::optional<RecoveryRecord> read() const;
+  // A damaged one is a failure of the kind `kChanged`.
+  [[nodiscard]] Expected<RecoveryRecord> read() const;
+  // There is surely no record.
+  [[nodiscard]] bool isMissing() const;
 
   // Where bytes are set aside; site path.
   [[nodiscard]] const std::string& besidePath() const { return beside_; }

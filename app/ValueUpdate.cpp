@@ -7,9 +7,9 @@
 #include "app/FailureText.h"
 #include "app/PlaceText.h"
 #include "app/StepNames.h"
-#include "editors/PostTo.h"
 #include "review/ValueQuestion.h"
 #include "widgets/DialogText.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -95,7 +95,7 @@ void ValueUpdate::start(Pane pane) {
   if (result.broken) return;
   if (!one()) report(result);
   updated_ = 0;
-  if (state.copy.revision() == heldRevision_) request(chosen);
+  if (state.copy.revision() == heldRevision_) request(chosen, result.names);
 }
 
 std::vector<std::size_t> ValueUpdate::chosenCommands() {
@@ -112,7 +112,9 @@ std::vector<std::size_t> ValueUpdate::chosenCommands() {
 ValueUpdate::Survey ValueUpdate::survey(const std::vector<std::size_t>& chosen) {
   Survey result;
   for (const std::size_t i : chosen) {
-    switch (valueQuestion(room().state->copy.commands()[i], dictionary_).kind) {
+    ValueQuestion question = valueQuestion(room().state->copy.commands()[i], dictionary_);
+    if (!question.name.empty()) result.names.push_back(std::move(question.name));
+    switch (question.kind) {
       case ValueQuestion::Kind::kClassic:
         result.classic = true;
         break;
@@ -139,7 +141,7 @@ void ValueUpdate::report(const Survey& result) {
     messages_.show(format(kSomeOnly, result.withoutValue), MessageIcon::kExclamation);
 }
 
-void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
+void ValueUpdate::request(const std::vector<std::size_t>& chosen, const std::vector<std::string>& names) {
   const MacroCommands& commands = room().state->copy.commands();
   commandsByFid_.clear();
   if (one()) {
@@ -149,10 +151,6 @@ void ValueUpdate::request(const std::vector<std::size_t>& chosen) {
   } else {
     for (const std::size_t i : chosen) commandsByFid_[commands[i].fid].push_back(i);
   }
-  std::vector<std::string> names;
-  for (const std::size_t i : chosen)
-    if (ValueQuestion question = valueQuestion(commands[i], dictionary_); !question.name.empty())
-      names.push_back(std::move(question.name));
   if (!names.empty()) patience_.start();
   questions_.ask(names);
 }

@@ -50,6 +50,7 @@ class ValueUpdate : public QObject {
     bool classic = false;
     bool broken = false;  // an identifier without a destination: the update does not go on
     int withoutValue = 0;
+    std::vector<std::string> names;  // of the values to ask for
   };
 
   [[nodiscard]] PaneAccess& room() { return panes_[index(pane_)]; }
@@ -58,7 +59,7 @@ class ValueUpdate : public QObject {
   [[nodiscard]] bool one() const { return selected_.size() == 1; }
   [[nodiscard]] Survey survey(const std::vector<std::size_t>& chosen);
   void report(const Survey& survey);
-  void request(const std::vector<std::size_t>& chosen);
+  void request(const std::vector<std::size_t>& chosen, const std::vector<std::string>& names);
   void handle(const PanelAnswer& answer);
   void take(std::size_t command, const std::string& text);
   void writeAhead();

@@ -5,6 +5,7 @@
 
 #include "app/StepNames.h"
 #include "platform/Files.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -78,7 +79,7 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
     steps_.noteSaving();
   });
   if (needs == Needs::kFile && !right.written()) return right.failure();
-  if (!wanted) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+  if (!wanted) return cancelledFailure();
   return Expected<Loan>(std::move(loan));
 }
 
@@ -300,10 +301,12 @@ bool WorkingCopy::writeAhead(const SetValues& values) {
     record_->check.reset();
     writeRecord();
   }
-  ahead_ = std::async(std::launch::async, [site = site_, path = path_, macro = *macro_, values] {
-    const auto ahead = tessaly::apply(macro, values);
-    if (ahead) static_cast<void>(writeFile(site.root, path, ahead->bytes()));
-  });
+  // Where no thread is to be had, at the end of the update.
+  ahead_ = std::async(std::launch::async | std::launch::deferred,
+                      [site = site_, path = path_, macro = *macro_, values] {
+                        const auto ahead = tessaly::apply(macro, values);
+                        if (ahead) static_cast<void>(writeFile(site.root, path, ahead->bytes()));
+                      });
   return true;
 }
 
@@ -346,7 +349,7 @@ void WorkingCopy::leaveEditState(Record record) {
 
 void WorkingCopy::close() {
   if (edited_) leaveEditState();
-  if (differs() && !recovery_.exists()) steps_.end();
+  if (differs() && recovery_.isMissing()) steps_.end();
 }
 
 void WorkingCopy::noteEdit() {

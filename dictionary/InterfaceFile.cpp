@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <optional>
 #include <utility>
 #include <variant>
-#include <vector>
 
 #include "platform/Text.h"
 #include "platform/XmlFile.h"
@@ -28,11 +28,12 @@ constexpr std::string_view kDisplayName = "displayname";
 
 constexpr double kLargestFloatLimit = 1e15;
 
-// Calls handle(name, value) for every attribute in the order of the element.
+// Calls handle(name, value) for every attribute in the order of the element. The value is the handle's.
 template <typename Handle>
 void forAttributes(const XmlDocument& document, const TiXmlElement& element, Handle handle) {
   for (auto attribute = element.FirstAttribute(); attribute != nullptr; attribute = attribute->Next()) {
-    handle(std::string_view(attribute->NameTStr()), document.text(attribute->ValueStr()));
+    std::string value = document.text(attribute->ValueStr());
+    handle(std::string_view(attribute->NameTStr()), value);
   }
 }
 
@@ -51,13 +52,13 @@ const TiXmlAttribute* leadingName(const TiXmlElement& element) {
 
 // What every kind of parameter has.
 template <typename Parameter>
-void readCommon(std::string_view name, const std::string& value, Parameter& parameter) {
+void readCommon(std::string_view name, std::string& value, Parameter& parameter) {
   if (name == kName) {
-    parameter.name = value;
+    parameter.name = std::move(value);
   } else if (name == kDescription) {
-    parameter.description = value;
+    parameter.description = std::move(value);
   } else if (name == kSid) {
-    parameter.sid = value;
+    parameter.sid = std::move(value);
   } else if (name == kUse) {
     parameter.optional = value == kOptional;
   }
@@ -79,16 +80,18 @@ void readLimit(std::string_view name, const std::string& value, Parameter& param
 EnumParameter readEnumParameter(const XmlDocument& document, const TiXmlElement& element) {
   EnumParameter parameter;
   forAttributes(document, element,
-                [&](std::string_view name, const std::string& value) { readCommon(name, value, parameter); });
+                [&](std::string_view name, std::string& value) { readCommon(name, value, parameter); });
   std::size_t count = 0;
   forChildren(element, [&](const TiXmlElement&, std::string_view kind) { count += kind == "enum"; });
   parameter.values.reserve(count);
   forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
     if (kind != "enum") return;
     EnumValue& entry = parameter.values.emplace_back();
-    forAttributes(document, child, [&](std::string_view name, const std::string& value) {
-      if (name == "value") entry.value = value;
-      if (name == kDescription) entry.description = value;
+    forAttributes(document, child, [&](std::string_view name, std::string& value) {
+      if (name == "value")
+        entry.value = std::move(value);
+      else if (name == kDescription)
+        entry.description = std::move(value);
     });
   });
   return parameter;
@@ -96,7 +99,7 @@ EnumParameter readEnumParameter(const XmlDocument& document, const TiXmlElement&
 
 IntegerParameter readIntegerParameter(const XmlDocument& document, const TiXmlElement& element) {
   IntegerParameter parameter;
-  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
+  forAttributes(document, element, [&](std::string_view name, std::string& value) {
     readCommon(name, value, parameter);
     if (name == "scaler") parameter.scaled = value == "yes";
     readLimit(name, value, parameter, parseInt);
@@ -117,7 +120,7 @@ double floatLimit(std::string_view text) {
 
 FloatParameter readFloatParameter(const XmlDocument& document, const TiXmlElement& element) {
   FloatParameter parameter;
-  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
+  forAttributes(document, element, [&](std::string_view name, std::string& value) {
     readCommon(name, value, parameter);
     if (name == "type") parameter.unit = unitOf(value);
     readLimit(name, value, parameter, floatLimit);
@@ -129,7 +132,7 @@ template <typename Parameter>
 Parameter readPlainParameter(const XmlDocument& document, const TiXmlElement& element) {
   Parameter parameter;
   forAttributes(document, element,
-                [&](std::string_view name, const std::string& value) { readCommon(name, value, parameter); });
+                [&](std::string_view name, std::string& value) { readCommon(name, value, parameter); });
   return parameter;
 }
 
@@ -137,12 +140,17 @@ FunctionTemplate readFunction(const XmlDocument& document, const TiXmlElement& e
                               FunctionSource source) {
   FunctionTemplate read;
   read.source = source;
-  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
-    if (name == kName) read.name = value;
-    if (name == kSid) read.sid = value;
-    if (name == "group") read.group = value;
-    if (name == kDescription) read.description = value;
-    if (name == "long_desc") read.longDescription = value;
+  forAttributes(document, element, [&](std::string_view name, std::string& value) {
+    if (name == kName)
+      read.name = std::move(value);
+    else if (name == kSid)
+      read.sid = std::move(value);
+    else if (name == "group")
+      read.group = std::move(value);
+    else if (name == kDescription)
+      read.description = std::move(value);
+    else if (name == "long_desc")
+      read.longDescription = std::move(value);
   });
   forChildren(element, [&](const TiXmlElement& child, std::string_view kind) {
     if (kind == "enum_parameter") read.enums.push_back(readEnumParameter(document, child));
@@ -157,13 +165,19 @@ FunctionTemplate readFunction(const XmlDocument& document, const TiXmlElement& e
 
 IndexedFamily readIndexedFamily(const XmlDocument& document, const TiXmlElement& element) {
   IndexedFamily family;
-  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
-    if (name == kName) family.name = value;
-    if (name == kFidSegment) family.fidseg = value;
-    if (name == kDisplayName) family.displayname = value;
-    if (name == kMin) family.min = parseInt(value);
-    if (name == kMax) family.max = parseInt(value);
-    if (name == "offset") family.offset = parseInt(value);
+  forAttributes(document, element, [&](std::string_view name, std::string& value) {
+    if (name == kName)
+      family.name = std::move(value);
+    else if (name == kFidSegment)
+      family.fidseg = std::move(value);
+    else if (name == kDisplayName)
+      family.displayname = std::move(value);
+    else if (name == kMin)
+      family.min = parseInt(value);
+    else if (name == kMax)
+      family.max = parseInt(value);
+    else if (name == "offset")
+      family.offset = parseInt(value);
   });
   return family;
 }
@@ -175,9 +189,11 @@ std::optional<EnumFamily> readEnumFamily(const XmlDocument& document, const TiXm
   family.name = document.text(familyName->ValueStr());
   forChildren(element, [&](const TiXmlElement& child, std::string_view) {
     SegmentAlternative& member = family.members.emplace_back();
-    forAttributes(document, child, [&](std::string_view name, const std::string& value) {
-      if (name == kFidSegment) member.fidText = value;
-      if (name == kDisplayName) member.displayText = value;
+    forAttributes(document, child, [&](std::string_view name, std::string& value) {
+      if (name == kFidSegment)
+        member.fidText = std::move(value);
+      else if (name == kDisplayName)
+        member.displayText = std::move(value);
     });
   });
   return family;
@@ -185,11 +201,13 @@ std::optional<EnumFamily> readEnumFamily(const XmlDocument& document, const TiXm
 
 AliasEntry readAlias(const XmlDocument& document, const TiXmlElement& element) {
   AliasEntry entry;
-  forAttributes(document, element, [&](std::string_view name, const std::string& value) {
-    if (name == "segm") entry.segment = value;
+  forAttributes(document, element, [&](std::string_view name, std::string& value) {
+    if (name == "segm") entry.segment = std::move(value);
     // Both fill the one description; the later in the element wins.
-    if (name == "descrShort" || name == "descrLong") entry.description = value;
-    if (name == "search2") entry.search2 = value;
+    else if (name == "descrShort" || name == "descrLong")
+      entry.description = std::move(value);
+    else if (name == "search2")
+      entry.search2 = std::move(value);
   });
   entry.upperDescription = toUpperAscii(entry.description);
   return entry;
@@ -199,9 +217,9 @@ AliasEntry readAlias(const XmlDocument& document, const TiXmlElement& element) {
 using Entry = std::variant<IndexedFamily, EnumFamily, AliasEntry, FunctionTemplate>;
 
 // Everything the dictionary takes from the file, in the order of the file.
-std::vector<Entry> readEntries(const XmlDocument& document, const TiXmlElement& content,
-                               FunctionSource source) {
-  std::vector<Entry> entries;
+std::deque<Entry> readEntries(const XmlDocument& document, const TiXmlElement& content,
+                              FunctionSource source) {
+  std::deque<Entry> entries;
   forChildren(content, [&](const TiXmlElement& element, std::string_view kind) {
     if (kind == "fid") {
       entries.push_back(readFunction(document, element, source));
@@ -230,7 +248,7 @@ bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSour
   }
   const TiXmlElement* content = document.FirstChildElement("mfd");
   if (content == nullptr) return true;
-  std::vector<Entry> entries = readEntries(document, *content, source);
+  std::deque<Entry> entries = readEntries(document, *content, source);
   // The tree is several times the file; freed first, its memory serves the expansion.
   document.Clear();
   for (Entry& entry : entries) {

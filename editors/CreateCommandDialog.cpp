@@ -6,12 +6,12 @@
 #include <QToolButton>
 
 #include "editors/DataUpdate.h"
-#include "editors/PostTo.h"
 #include "ui_CreateCommandDialog.h"
 #include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
 #include "widgets/KeyboardWay.h"
 #include "widgets/ListFinder.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "editors/PostTo.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 

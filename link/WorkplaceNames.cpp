@@ -8,6 +8,7 @@
 
 #include "link/MacroNames.h"
 #include "platform/MacroNumber.h"
+#include "platform/SystemFailure.h"
 
 namespace tessaly {
 namespace {
@@ -71,7 +72,7 @@ Expected<std::map<int, std::string>> readWorkplaceNames(PanelClient& client, int
                                                         milliseconds patience) {
   Names arriving(client, workplace);
   const bool stood = arriving.wait(cancelled, patience);
-  if (cancelled) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+  if (cancelled) return cancelledFailure();
   if (!stood) return Failure{Failure::Kind::kPanel, "the connection to the panel was lost"};
   auto names = arriving.take();
   if (names.empty()) return Failure{Failure::Kind::kPanel, "the panel sent no macro names"};

@@ -10,6 +10,7 @@
 #include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/PendingFile.h"
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "platform/WayBack.h"
@@ -64,8 +65,11 @@ Outcome writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sy
 MacroHistory::MacroHistory(const SiteRoot& root, Limits limits, Clock clock)
     : root_(root), folder_(root.path() / kFolder), limits_(limits), clock_(std::move(clock)) {}
 
-MacroPlace MacroHistory::placeOfFile(std::string_view path) const {
-  return {root_.sitePathOf(root_.resolve(path)), {}, 0, {}};
+Expected<MacroPlace> MacroHistory::spelt(const MacroPlace& place) const {
+  if (place.file.empty()) return place;
+  const auto host = tessaly::placeOf(root_, place.file);
+  if (!host) return host.failure();
+  return MacroPlace{root_.sitePathOf(*host), {}, 0, {}};
 }
 
 bool MacroHistory::holds(std::string_view path) const {
@@ -229,7 +233,8 @@ Outcome MacroHistory::keep(std::string_view bytes, const MacroPlace& place, Macr
     const std::scoped_lock guard(mutex_);
     if (bytes.size() > limits_.bytes / kShareOfOne) return systemFailure(EFBIG, "kept");
     try {
-      return store(bytes, place.file.empty() ? place : placeOfFile(place.file), change, id);
+      const auto whose = spelt(place);
+      return whose ? store(bytes, *whose, change, id) : whose.failure();
     } catch (const std::bad_alloc&) {
       return systemFailure(ENOMEM, "kept");
     } catch (const std::exception& problem) {  // a file system that answers out of order
@@ -254,9 +259,10 @@ Outcome MacroHistory::keepFile(std::string_view path, MacroChange change) {
 }
 
 Outcome MacroHistory::whileLocked(std::string_view path, const Work& work) {
-  const fs::path file = root_.resolve(path);
-  if (file.empty() || !makeOwnFolder(folder_)) return work();
-  const auto lock = FileLock::take(folder_ / kLockFile, lockNumber(file), limits_.patience);
+  const auto file = tessaly::placeOf(root_, path);
+  if (!file) return file.failure();
+  if (file->empty() || !makeOwnFolder(folder_)) return work();
+  const auto lock = FileLock::take(folder_ / kLockFile, lockNumber(*file), limits_.patience);
   return lock || lock.failure().kind != Failure::Kind::kInUse ? work() : lock.failure();
 }
 
@@ -311,8 +317,9 @@ std::optional<KeptMacro> MacroHistory::find(std::string_view id) {
 }
 
 bool MacroHistory::isOfSite(const KeptMacro& macro) const {
-  return macro.place && !macro.place->file.empty() && onDrive(placeOfFile(macro.place->file)) &&
-         root_.holds(macro.place->file);
+  if (!macro.place || macro.place->file.empty()) return false;
+  const auto place = spelt(*macro.place);
+  return place && onDrive(*place) && root_.holds(macro.place->file);
 }
 
 Outcome MacroHistory::putBack(const KeptMacro& macro, std::string_view path, const MayLose& mayLose) {

@@ -81,8 +81,8 @@ class MacroHistory : public MacroKeeper {
   Outcome putBack(const KeptMacro& macro, std::string_view path, const MayLose& mayLose = {});
 
  private:
-  // The one spelling of a file's path, however it was given.
-  [[nodiscard]] MacroPlace placeOfFile(std::string_view path) const;
+  // With the one spelling of a file's path, however it was given.
+  [[nodiscard]] Expected<MacroPlace> spelt(const MacroPlace& place) const;
   [[nodiscard]] static bool onDrive(const MacroPlace& place);
   void load();
   void removeLeftOvers() const;

@@ -58,7 +58,7 @@ bool isFolder(const fs::path& path) { return kindAt(path) == EntryKind::kFolder;
 
 Outcome removeNow(const fs::path& host, bool users) {
   WayBack::Change change(users);
-  if (!change.allowed()) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+  if (!change.allowed()) return cancelledFailure();
   Outcome removed = outcomeOf(removeEntry(host), "removed");
   if (removed) change.done();
   return removed;

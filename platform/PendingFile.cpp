@@ -147,7 +147,7 @@ bool PendingFile::write(std::string_view bytes) {
 void PendingFile::putInPlace() {
   WayBack::Change change(policy_.keepsMode);
   if (!change.allowed())
-    fail({Failure::Kind::kCancelled, "was cancelled"});
+    fail(cancelledFailure());
   else if (std::rename(temporary_.c_str(), target_.c_str()) != 0)
     fail(errno, "put in place");
   else

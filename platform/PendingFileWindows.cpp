@@ -189,7 +189,7 @@ bool PendingFile::write(std::string_view bytes) {
 void PendingFile::putInPlace() {
   WayBack::Change change(policy_.keepsMode);
   if (!change.allowed())
-    fail({Failure::Kind::kCancelled, "was cancelled"});
+    fail(cancelledFailure());
   else if (const int error = replace(hostPath(temporary_), hostPath(target_)))
     fail(error, "put in place");
   else

@@ -4,13 +4,12 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "review/FolderNames.h"
 
 namespace tessaly {
 namespace {
-
-Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 
 // What the file holds now, after it was written or deleted.
 bool holds(const SiteRoot& root, std::string_view file, std::optional<std::string_view> bytes) {

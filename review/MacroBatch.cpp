@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/SystemFailure.h"
 #include "review/BatchJournal.h"
 
 namespace tessaly {
@@ -17,8 +18,6 @@ using State = MacroBatch::Row::State;
 Failure changedFailure() {
   return {Failure::Kind::kChanged, "holds something else by now: it was let alone"};
 }
-Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
-
 bool fits(const HeldContent& expected, const Expected<std::string>& found) {
   return expected.kind == HeldContent::Kind::kUnknown || expected == HeldContent::asRead(found);
 }

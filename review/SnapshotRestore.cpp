@@ -4,14 +4,13 @@
 #include <utility>
 
 #include "model/MacroFile.h"
+#include "platform/SystemFailure.h"
 #include "review/BatchPlaces.h"
 
 namespace tessaly {
 namespace {
 
 using State = RestoreRow::State;
-
-Failure cancelled() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 
 State stateOf(const MacroBatch::Row& row) {
   switch (row.state) {
@@ -88,7 +87,7 @@ Outcome SnapshotRestore::look(const Told& told) {
       lookAt(rows_[i]);
       if (rows_[i].state != State::kUnread || rows_[i].why.kind != Failure::Kind::kPanel) break;
     }
-    if (tries_.cancelled()) return cancelled();
+    if (tries_.cancelled()) return cancelledFailure();
     told(i);
     const bool gone = rows_[i].state == State::kUnread && rows_[i].why.kind == Failure::Kind::kPanel;
     if (!gone) continue;
@@ -136,7 +135,7 @@ Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told&
     if (!macro) row.why = {macro.failure().kind, "it is no macro: it " + macro.failure().text};
     told(i);
   }
-  if (tries_.cancelled()) return cancelled();
+  if (tries_.cancelled()) return cancelledFailure();
   std::vector<BatchItem> items;
   for (const std::size_t i : written)
     items.push_back({rows_[i].place, rows_[i].macro->bytes, rows_[i].standing});
@@ -152,7 +151,7 @@ Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told&
   for (std::size_t i = 0; i < written.size(); ++i) note(rows_[written[i]], batch.rows()[i]);
   traces_ = tracesOf(batch);
   if (!ran) return ran;
-  return tries_.cancelled() && traces_.size() < written.size() ? cancelled() : Outcome();
+  return tries_.cancelled() && traces_.size() < written.size() ? cancelledFailure() : Outcome();
 }
 
 void SnapshotRestore::cancel() {

@@ -3,15 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
-namespace {
-
-Failure cancelled() { return {Failure::Kind::kCancelled, "was cancelled"}; }
-
-}  // namespace
-
 SnapshotShelf::SnapshotShelf(std::shared_ptr<const Snapshot> snapshot, int workplace, std::string path)
     : snapshot_(std::move(snapshot)), workplace_(workplace), path_(std::move(path)) {}
 
@@ -27,14 +22,14 @@ MacroPlace SnapshotShelf::place(MacroNumber number) const {
 }
 
 Expected<std::vector<MacroShelf::Held>> SnapshotShelf::list() {
-  if (cancelled_) return cancelled();
+  if (cancelled_) return cancelledFailure();
   std::vector<Held> held;
   for (const Snapshot::Macro& macro : snapshot_->of(workplace_)) held.push_back({macro.number, macro.name});
   return held;
 }
 
 Expected<std::string> SnapshotShelf::read(MacroNumber number) {
-  if (cancelled_) return cancelled();
+  if (cancelled_) return cancelledFailure();
   const auto macros = snapshot_->of(workplace_);
   const auto found = std::ranges::lower_bound(
       macros, number.value(), {}, [](const Snapshot::Macro& macro) { return macro.number.value(); });

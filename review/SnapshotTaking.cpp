@@ -5,12 +5,11 @@
 #include "model/MacroFile.h"
 #include "model/MacroNameScan.h"
 #include "platform/Files.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
 namespace {
-
-Failure cancelled() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 
 std::string whereIn(int workplace) {
   return workplace == Snapshot::kFolder ? std::string("the folder") : format("workplace %d", workplace);
@@ -62,7 +61,7 @@ Expected<T> SnapshotTaking::tried(int workplace, const std::function<Expected<T>
     why = result.failure();
     setShelf(nullptr);
   }
-  return tries_.cancelled() ? cancelled() : why;
+  return tries_.cancelled() ? cancelledFailure() : why;
 }
 
 Outcome SnapshotTaking::takeWorkplace(std::size_t place, Snapshot& snapshot, const Tell& tell) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "model/MacroNameScan.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -12,7 +13,6 @@ namespace {
 
 using State = WorkplaceRow::State;
 
-Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 Failure missing() { return {Failure::Kind::kMissing, "there is no such macro"}; }
 
 bool isMissing(const Expected<std::string>& read) {

@@ -2,10 +2,10 @@
 
 #include <utility>
 
+#include "platform/SystemFailure.h"
+
 namespace tessaly {
 namespace {
-
-Failure cancelledFailure() { return {Failure::Kind::kCancelled, "was cancelled"}; }
 
 MacroBatch::Row failedRow(Failure why) {
   MacroBatch::Row row;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <QMetaObject>
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -10,12 +10,7 @@ RehearseNow::RehearseNow(PanelClient& client, std::function<QString()> panel,
                          std::chrono::milliseconds patience)
     : client_(client),
       name_(std::move(panel)),
-      questions_(
-          client,
-          [this](std::function<void()> step) {
-            QMetaObject::invokeMethod(this, std::move(step), Qt::QueuedConnection);
-          },
-          [this](const std::vector<PanelAnswer>& answers) { take(answers); }) {
+      questions_(client, postTo(this), [this](const std::vector<PanelAnswer>& answers) { take(answers); }) {
   patience_.setSingleShot(true);
   patience_.setInterval(patience);
   connect(&patience_, &QTimer::timeout, this, [this] {

@@ -12,6 +12,7 @@
 #include <QObject>
 
 #include "platform/Outcome.h"
+#include "widgets/PostTo.h"
 
 namespace tessaly {
 
@@ -82,8 +83,7 @@ class ReviewWork : public QObject {
     const std::lock_guard guard(mutex_);
     change();
     if (std::exchange(told_, true)) return;
-    QMetaObject::invokeMethod(
-        this, [this] { deliver(); }, Qt::QueuedConnection);
+    post_([this] { deliver(); });
   }
 
   void deliver() {
@@ -107,6 +107,7 @@ class ReviewWork : public QObject {
       end_(Failure{Failure::Kind::kCancelled, "cancelled"});
   }
 
+  const Post post_ = postTo(this);
   const std::function<void(std::vector<Result>, Progress)> take_;
   const std::function<void(const Outcome&)> end_;
   std::mutex mutex_;  // guards what follows, up to the thread

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QPointer>
 
+#include "platform/SystemFailure.h"
 #include "ui_WorkplacesWindow.h"
 #include "widgets/AtEach.h"
 #include "widgets/ButtonIcon.h"
@@ -285,7 +286,7 @@ void WorkplacesWindow::look() {
     if (Outcome read = copy->read(); !read || !context) return read;
     MacroCheck check(*context);
     for (const BatchItem& item : copy->fresh()) {
-      if (report.stop().stop_requested()) return Failure{Failure::Kind::kCancelled, "was cancelled"};
+      if (report.stop().stop_requested()) return cancelledFailure();
       if (auto faulty = check.faults(item.place.number, *item.bytes)) report.add(*std::move(faulty));
     }
     return {};
@@ -295,7 +296,7 @@ void WorkplacesWindow::look() {
 void WorkplacesWindow::endLook(const Outcome& outcome) {
   const QPointer<WorkplacesWindow> here(this);
   if (!outcome) return endCopy(outcome);
-  if (cancelled_) return endCopy(Failure{Failure::Kind::kCancelled, "was cancelled"});
+  if (cancelled_) return endCopy(cancelledFailure());
   if (!faulty_.empty() && !maySend()) return;
   if (here.isNull()) return;
   say(tr("Copying..."));

@@ -23,7 +23,7 @@ int generationOf(const std::string& bytes) {
 }
 
 // The record may be one change behind the working file, as the steps may be one ahead.
-bool agree(const WorkingCopy& copy, const std::optional<RecoveryRecord>& record) {
+bool agree(const WorkingCopy& copy, const Expected<RecoveryRecord>& record) {
   const EditHistory& row = copy.steps();
   if (row.check() != copy.macro()->check()) return false;
   bool known = !record;

@@ -23,6 +23,11 @@ ERRORS = {
 KINDS = "told", "warned", "unharmed"
 
 
+def errors_of(call):
+    """The state of an open file is asked for by this name, too."""
+    return ERRORS["fstat" if "AT_EMPTY_PATH" in call.arguments else call.name]
+
+
 def fallible(calls, replay):
     """Name, number among the calls of that name in its thread, and errors of each call that has to do with the site."""
     counts = collections.Counter()
@@ -31,7 +36,7 @@ def fallible(calls, replay):
         if call.name not in ERRORS or not any(replay.inside(path) for path in call.paths()):
             continue
         created = call.name == "openat" and "O_CREAT" in call.arguments
-        yield call, counts[call.thread, call.name], ERRORS[call.name] + (["ENOSPC"] if created else [])
+        yield call, counts[call.thread, call.name], errors_of(call) + (["ENOSPC"] if created else [])
 
 
 def exempt(call, error):

@@ -4848,10 +4848,6 @@ Bilder von 0 bis %1</translation>
 <context>
     <name>tessaly::Recovery</name>
     <message>
-        <source>the record of unsaved changes is damaged; the history keeps the working copy</source>
-        <translation>der Vermerk über ungespeicherte Änderungen ist beschädigt; der Verlauf bewahrt die Arbeitskopie auf</translation>
-    </message>
-    <message>
         <source>the record of unsaved changes is damaged</source>
         <translation>der Vermerk über ungespeicherte Änderungen ist beschädigt</translation>
     </message>
@@ -4897,6 +4893,18 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>you will be asked again at the next start: %1</source>
         <translation>beim nächsten Start wird erneut gefragt: %1</translation>
+    </message>
+    <message>
+        <source>the unsaved changes of %1 cannot be read now (%2)</source>
+        <translation>die ungespeicherten Änderungen von %1 lassen sich jetzt nicht lesen (%2)</translation>
+    </message>
+    <message>
+        <source>the record of unsaved changes cannot be read (%1)</source>
+        <translation>der Vermerk über ungespeicherte Änderungen lässt sich nicht lesen (%1)</translation>
+    </message>
+    <message>
+        <source>; the history keeps the working copy</source>
+        <translation>; der Verlauf bewahrt die Arbeitskopie auf</translation>
     </message>
 </context>
 <context>

@@ -79,6 +79,7 @@ class ManyCommandsTest : public testing::Test {
     list(pane).setFocus();
   }
   void press(Pane pane, int key, Qt::KeyboardModifiers modifiers) {
+    driver().bringToFront();
     QTest::keyClick(&list(pane), static_cast<Qt::Key>(key), modifiers);
   }
   // Drags what is selected at a row to the border above another one; how it is accepted.

@@ -37,7 +37,7 @@ class RecoveryFileTest : public testing::Test {
 };
 
 TEST_F(RecoveryFileTest, WhatIsWrittenIsReadAgain) {
-  EXPECT_FALSE(file.exists());
+  EXPECT_TRUE(file.isMissing());
   for (const RecoveryRecord& record : {onDisk(), onPanel(), loose()}) {
     site.write(file.besidePath(), "set aside");
     ASSERT_TRUE(file.write(record));
@@ -53,7 +53,7 @@ TEST_F(RecoveryFileTest, WhatIsWrittenIsReadAgain) {
     EXPECT_EQ(isRegularFile(site.root, file.besidePath()), record.setAside) << "what nobody tells of goes";
   }
   file.remove();
-  EXPECT_FALSE(file.exists());
+  EXPECT_TRUE(file.isMissing());
   EXPECT_EQ(listFolder(site.root, "recovery").size(), 0U);
 }
 
@@ -69,8 +69,7 @@ TEST_F(RecoveryFileTest, ADamagedRecordIsNone) {
         std::string("panel=x\nworkplace=9\nnumber=007\nsince=1\nedited=2\n"),
         std::string("panel=x\nworkplace=1\nnumber=../\nsince=1\nedited=2\n"), std::string(100'000, 'x')}) {
     site.write(kRecord, damaged);
-    EXPECT_TRUE(file.exists());
-    EXPECT_FALSE(file.read()) << damaged.substr(0, 60);
+    EXPECT_EQ(file.read().failure().kind, Failure::Kind::kChanged) << damaged.substr(0, 60);
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "model/MacroFile.h"
 #include "panelsim/PanelSimulator.h"
+#include "platform/Files.h"
 #include "tests/app/WindowFixture.h"
 
 namespace tessaly {
@@ -163,6 +164,20 @@ TEST_F(RecoveryTest, FilesThatAreNotAsTheyWereLeft) {
     EXPECT_EQ(read(kRecordA), "<missing>") << one.what;
     EXPECT_EQ(fixture_.site.messages.take(), std::vector<std::string>{}) << one.what;
   }
+}
+
+TEST_F(RecoveryTest, WhatCannotBeReadNowIsOfferedByALaterStart) {
+  edit(Pane::kA);
+  fixture_.window.reset();
+  const std::string bytes = read(kTempA), record = read(kRecordA);
+  std::filesystem::resize_file(fixture_.site.root.resolve(kTempA), kLargestFile + 1);
+  fixture_.open();
+  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("cannot be read now"));
+  EXPECT_EQ(read(kRecordA), record);
+  fixture_.window.reset();
+  fixture_.site.write(kTempA, bytes);
+  startAgain([&](QDialog& dialog) { ok(dialog); });
+  EXPECT_TRUE(visible(a_.saveChanges));
 }
 
 TEST_F(RecoveryTest, AHistoryThatCannotBeWrittenStopsNothing) {

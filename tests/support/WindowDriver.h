@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -24,10 +25,14 @@ class WindowDriver {
  public:
   explicit WindowDriver(MainWindow& window) : window_(window) {}
 
+  // Looked for once, so that whoever measures asks at no cost.
   template <class Widget>
   [[nodiscard]] Widget& control(int id) const {
-    for (auto* widget : window_.findChildren<Widget*>())
-      if (widget->property("controlId").toInt() == id) return *widget;
+    QPointer<QWidget>& known = controls_[id];
+    if (known == nullptr)
+      for (auto* widget : window_.findChildren<QWidget*>())
+        if (widget->property("controlId").toInt() == id) known = widget;
+    if (auto* widget = qobject_cast<Widget*>(known.data())) return *widget;
     throw std::runtime_error("no control " + std::to_string(id));
   }
 
@@ -61,6 +66,11 @@ class WindowDriver {
     return QApplication::focusWidget();
   }
 
+  // As a click does on a desktop. Here word of a closed window may come late, and take the keyboard away.
+  void bringToFront() const {
+    if (QApplication::activeModalWidget() == nullptr) QApplication::setActiveWindow(&window_);
+  }
+
   // Without a question. What still runs is given up first, or waited for.
   void close() const {
     window_.close();
@@ -77,6 +87,7 @@ class WindowDriver {
     if (!button.isVisible() || !button.isEnabled())
       throw std::runtime_error("cannot press " + button.text().toStdString());
     if (answer) answerNext(answer);
+    bringToFront();
     QTest::mouseClick(&button, Qt::LeftButton);
     if (!problem_.empty()) throw std::runtime_error("in a dialog: " + std::exchange(problem_, {}));
   }
@@ -136,6 +147,7 @@ class WindowDriver {
     const QModelIndex index = box.rows().index(row);
     box.scrollTo(index);
     const QRect place = box.visualRect(index);
+    bringToFront();
     QTest::mouseClick(box.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, place.center().y()));
   }
 
@@ -150,6 +162,7 @@ class WindowDriver {
   inline static std::string problem_;  // of the last dialog that was answered
 
   MainWindow& window_;
+  mutable std::map<int, QPointer<QWidget>> controls_;  // by their numbers
 };
 
 }  // namespace tessaly
