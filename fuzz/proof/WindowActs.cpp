@@ -11,8 +11,11 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+#include <QImage>
 #include <QLabel>
+#include <QLinearGradient>
 #include <QMenu>
+#include <QPainter>
 
 #include "app/Application.h"
 #include "fuzz/soak/DialogAnswers.h"
@@ -121,11 +124,22 @@ class Hand {
   const PaneDescriptor::ControlIds& b_ = kPaneDescriptors[1].ids;
 };
 
+// The toolkit paints what is large on threads of its own, and waits for ever for those that are not to be
+// had.
+void startPainters() {
+  constexpr int kLarge = 1000;  // pixels
+  QImage canvas(kLarge, kLarge, QImage::Format_ARGB32_Premultiplied);
+  QLinearGradient shades(0, 0, kLarge, kLarge);
+  shades.setColorAt(1, Qt::white);
+  QPainter(&canvas).fillRect(canvas.rect(), shades);
+}
+
 int work(Application& application, int count, char** acts) {
   Hand hand(application);
   for (int i = 0; i + 1 < count; ++i) hand.act(acts[i]);
   hand.told();
   ::prctl(PR_SET_PTRACER, PR_SET_PTRACER_ANY);
+  startPainters();
   std::puts("ready");
   std::fflush(stdout);
   for (std::string line; std::getline(std::cin, line) && line == "go";) {
