@@ -128,8 +128,9 @@ void CheckWindow::check(ReviewScope::Kind kind) {
 void CheckWindow::start() {
   std::vector<std::string> problems;
   off_ = RulesOff::load(surroundings_.root, problems);
-  showOff();
+  showOff(problems.empty() ? QString() : shown(std::string(kCheckFile) + ": " + problems.front()));
   model_.clear();
+  showCurrent();  // there is none, which a list that is emptied does not tell
   seen_ = 0;
   const auto scope = ui_->scope->current();
   if (!scope) {
@@ -137,7 +138,7 @@ void CheckWindow::start() {
     return;
   }
   what_ = scope->title;
-  tell(problems.empty() ? QString() : shown(std::string(kCheckFile) + ": " + problems.front()));
+  tell({});
   showWorking(true);
   const auto job = std::make_shared<CheckJob>(
       surroundings_, *scope,
@@ -248,9 +249,10 @@ void CheckWindow::showWorking(bool working) {
   ui_->cancel->setVisible(working);
 }
 
-void CheckWindow::showOff() {
+void CheckWindow::showOff(const QString& problem) {
   const QString names = offText(off_);
-  ui_->off->setText(names.isEmpty() ? tr("All rules count.") : tr("Off for this site: %1").arg(names));
+  const QString off = names.isEmpty() ? tr("All rules count.") : tr("Off for this site: %1").arg(names);
+  ui_->off->setText(problem.isEmpty() ? off : off + QLatin1Char('\n') + problem);
 }
 
 void CheckWindow::changeRules() {

@@ -58,7 +58,7 @@ class CheckWindow : public ReviewWindow {
   void fixCurrent();
   void showCurrent();
   void showWorking(bool working);
-  void showOff();
+  void showOff(const QString& problem);  // beside it, of the file that says so
   void changeRules();
   void switchOff(CheckRule rule);
   void apply(const RulesOff& off);

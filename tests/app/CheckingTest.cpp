@@ -179,30 +179,19 @@ TEST_F(CheckingTest, ListOpensWhatLiesOnTheDiskUnlessThePaneHasUnsavedChanges) {
   EXPECT_FALSE(edited());
 }
 
-TEST_F(CheckingTest, RuleThatIsSwitchedOffIsOffForTheSiteAndNamed) {
-  constexpr const char* kRemark = "# ours\r\n";
-  fixture_.site.write(kCheckFile, kRemark);
+TEST_F(CheckingTest, MarksFollowTheRulesOfTheSite) {
   open();
+  awaitMark(1, RowMark::kError);
   const CheckList list = this->list();
-  EXPECT_EQ(list.text("off"), "All rules count.");
-  const auto turn = [&] {
-    WindowDriver::answerNext([](QDialog& dialog) {
-      auto* rules = dialog.findChild<QTreeWidget*>();
-      rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
-      press(rules, Qt::Key_Space);
-      press(&dialog, Qt::Key_Return);
-    });
-    WindowDriver::click(list.window, QStringLiteral("Rules..."));
-  };
-  turn();
-  WindowDriver::waitFor([&] { return list.rows().size() == 2; }, "the list");
-  EXPECT_EQ(list.text("off"), "Off for this site: limits");
-  EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark + std::string("off limits\n"));
+  WindowDriver::answerNext([](QDialog& dialog) {
+    auto* rules = dialog.findChild<QTreeWidget*>();
+    rules->setCurrentItem(rules->findItems(QStringLiteral("limits"), Qt::MatchExactly).constFirst());
+    press(rules, Qt::Key_Space);
+    press(&dialog, Qt::Key_Return);
+  });
+  WindowDriver::click(list.window, QStringLiteral("Rules..."));
   awaitMark(1, RowMark::kNone);
   awaitMark(4, RowMark::kError);
-  turn();
-  awaitMark(1, RowMark::kError);
-  EXPECT_EQ(fixture_.site.read(kCheckFile), kRemark);
 }
 
 TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
@@ -216,15 +205,6 @@ TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
   press(&list.view(), Qt::Key_Return);
   WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() == 1; }, "the command");
   EXPECT_EQ(driver().list(a_.macros).selected()->text, "007 - Two");
-}
-
-TEST_F(CheckingTest, ListSaysPlainlyThatThereIsNothing) {
-  DecodingLists lists(fixture_.site.root);
-  const CheckList list{*new CheckWindow(
-      {fixture_.site.root, sampleDictionary(), lists, 25, [] { return std::vector<ReviewScope>(); }, {}},
-      fixture_.window.get())};
-  list.window.check(ReviewScope::Kind::kPane);
-  list.await("There is nothing to be checked");
 }
 
 // One key sends, another does not, and nothing has begun before the answer.

@@ -3,6 +3,7 @@
 #include "editors/ClassicEditorDialog.h"
 #include "platform/Text.h"
 #include "tests/editors/EditorFixture.h"
+#include "tests/support/Told.h"
 #include "widgets/ListBox.h"
 
 namespace tessaly {
@@ -125,6 +126,12 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
                                                           {"actionsHeading", "Action Type"},
                                                           {"parametersHeading", "Parameter"}};
   for (const auto& [name, text] : headings) EXPECT_EQ(user.label(name), text);
+  EXPECT_EQ(user.label("path") + '|' + user.label("stateLine") + '|' + user.label("description") + '|' +
+                user.label("debugText"),
+            "Video input - Input1 - Cut - trigger|READY TO INSERT|Trigger - Video input - Input1 - Cut|ac: "
+            "e0 | cd: 11 | co: 01 | kw: 01");
+  EXPECT_EQ(shutIn(editor), "actions; ");
+  EXPECT_EQ(user.control<ListBox>("functions").accessibleName(), "Function");
   fixture_.refusal = "The panel has deleted the macro.";
   for (const char* button : {"insertStart", "insertSelected", "insertEnd"}) {
     user.click(button);
@@ -176,6 +183,7 @@ TEST_F(ClassicEditorDialogTest, EverySourceAndItsHoldCanBeChosen) {
     const DialogDriver user(*editor);
     DialogDriver::answerNext([&c](QDialog& /*dialog*/, const DialogDriver& entry) {
       EXPECT_EQ(entry.rows("list").at(static_cast<std::size_t>(entry.selectedRow("list"))), c.marked);
+      EXPECT_GT(entry.control<QWidget>("hold").y(), entry.control<QWidget>("list").y());
       if (c.row != nullptr) entry.choose("list", c.row);
       if (c.toggleHold) entry.click("hold");
       entry.click("ok");

@@ -2,9 +2,12 @@
 #include <thread>
 
 #include <QComboBox>
+#include <QMenu>
 
 #include "editors/CreateCommandDialog.h"
 #include "tests/editors/EditorFixture.h"
+#include "tests/support/Told.h"
+#include "widgets/ListBox.h"
 
 namespace tessaly {
 namespace {
@@ -35,6 +38,10 @@ struct CreateCommand : EditorFixture {
     user.type("search2", second);
     user.choose("found", description);
   }
+  // Why a list is empty.
+  [[nodiscard]] std::string why(const char* list) const {
+    return user.control<ListBox>(list).accessibleDescription().toStdString();
+  }
   [[nodiscard]] std::vector<std::string> values() const {
     std::vector<std::string> result;
     for (const auto& parameter : dialog.draft().parameters) result.push_back(parameter.value);
@@ -51,11 +58,16 @@ TEST(CreateCommandDialogTest, WordsFindFunctionsAndTellPlainlyThatThereIsNone) {
   const DialogDriver& user = create.user;
   user.type("words", "clip key 3");
   ASSERT_THAT(user.rows("found"), testing::Not(IsEmpty()));
-  EXPECT_EQ(user.rows("found").front(), "PP Key 3 Clip Set");
+  EXPECT_EQ(toldBy(user.control<QListView>("found").model()->index(0, 0)),
+            "PP Key 3 Clip Set [PP Key 3 Clip Set\nME0 - KEY3 - CLIP - SET]");
+  EXPECT_EQ(user.label("foundCount"), std::to_string(user.rows("found").size()) + " found");
+  EXPECT_EQ(user.control<QLineEdit>("words").accessibleDescription().toStdString(), user.label("foundCount"));
   EXPECT_EQ(user.field("search1"), "");
   user.key(Qt::Key_Return);
   EXPECT_EQ(user.focus(), "value") << "of the best one";
   EXPECT_EQ(user.label("ready"), kMissing);
+  create.chooseDestination(1);
+  EXPECT_EQ(user.label("ready"), "") << "the same functions, and none is chosen";
   user.type("words", "clip key 3 zzz");
   EXPECT_THAT(user.rows("found"), IsEmpty());
   EXPECT_EQ(user.label("foundCount"), "nothing found");
@@ -72,7 +84,27 @@ TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
                    &CreateCommandDialog::goOn);
   EXPECT_EQ(user.focus(), "words");
   EXPECT_EQ(user.label("ready"), "");
-  EXPECT_FALSE(user.visible("value"));
+  EXPECT_EQ(user.label("foundCount"), "");
+  EXPECT_EQ(
+      shutIn(create.dialog),
+      "insertEnd insertSelected insertStart; choices parameters parametersLabel range timecodeHelp value "
+      "valueLabel workplace");
+  const std::pair<Qt::Key, const char*> rooms[] = {
+      {Qt::Key_D, "destination"}, {Qt::Key_2, "search2"}, {Qt::Key_3, "search3"},   {Qt::Key_4, "search4"},
+      {Qt::Key_5, "search5"},     {Qt::Key_6, "words"},   {Qt::Key_G, "subgroup1"}, {Qt::Key_F, "found"}};
+  for (const auto& [key, room] : rooms) {
+    user.key(key, Qt::AltModifier);
+    EXPECT_EQ(user.focus(), room);
+    EXPECT_TRUE(user.control<QWidget>(room).toolTip().contains(QKeySequence(Qt::ALT | key).toString()))
+        << room;
+  }
+  for (const auto& [key, box] :
+       {std::pair{Qt::Key_R, "showRaw"}, {Qt::Key_I, "showIncrements"}, {Qt::Key_K, "keepOpen"}}) {
+    const bool on = user.control<QAbstractButton>(box).isChecked();
+    user.key(key, Qt::AltModifier);
+    EXPECT_NE(user.control<QAbstractButton>(box).isChecked(), on) << box;
+    user.key(key, Qt::AltModifier);
+  }
   user.key(Qt::Key_1, Qt::AltModifier);
   QTest::keyClicks(create.dialog.focusWidget(), "key1");
   user.key(Qt::Key_Down);  // into the list, where KEY1 is selected
@@ -81,13 +113,21 @@ TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
   user.key(Qt::Key_Return);
   EXPECT_EQ(user.focus(), "found");
   EXPECT_EQ(user.label("ready"), kMissing);
+  EXPECT_EQ(shutIn(create.dialog), "choices insertEnd insertSelected insertStart; timecodeHelp workplace");
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+  QApplication::sendEvent(create.dialog.focusWidget(), &held);
+  EXPECT_EQ(user.focus(), "found") << "the key that led here is still held";
   user.key(Qt::Key_Return);
   EXPECT_EQ(user.focus(), "value");
+  EXPECT_EQ(user.label("range"), "min:  0%   max: 100%");
+  EXPECT_EQ(user.control<ListBox>("parameters").accessibleName(), "Macro Parameter");
   QTest::keyClicks(create.dialog.focusWidget(), "50");
   EXPECT_EQ(user.label("ready"), kReady);
+  EXPECT_EQ(shutIn(create.dialog), "choices; timecodeHelp workplace");
   user.key(Qt::Key_Return);
   EXPECT_TRUE(create.dialog.isVisible()) << "for the next one";
   EXPECT_EQ(user.focus(), "search1");
+  EXPECT_EQ(user.control<QLineEdit>("search1").selectedText(), "key1");
   EXPECT_EQ(user.label("inserted"), "1 inserted");
   EXPECT_EQ(create.dialog.draft().fid, "QMF1.ME0.KEY10.CLIP.SET");
   EXPECT_THAT(create.values(), ElementsAre("127.500000"));
@@ -97,6 +137,13 @@ TEST(CreateCommandDialogTest, KeyboardAloneChoosesFillsAndInserts) {
 TEST(CreateCommandDialogTest, ChoicesAreStoredAsTheirValues) {
   CreateCommand create;
   create.chooseFunction("key2", "type", "ME 1 Key 2 Type");
+  EXPECT_TRUE(create.user.control<QLineEdit>("value").isReadOnly());
+  EXPECT_EQ(create.user.control<QLineEdit>("value").placeholderText(), "");
+  create.user.control<QLineEdit>("search1").setFocus();
+  create.user.key(Qt::Key_P, Qt::AltModifier);
+  EXPECT_EQ(create.user.focus(), "parameters");
+  create.user.key(Qt::Key_V, Qt::AltModifier);
+  EXPECT_EQ(create.user.focus(), "choices");
   create.user.choose("choices", "Linear");
   auto& choices = create.user.control<QListView>("choices");
   QTest::mouseClick(choices.viewport(), Qt::LeftButton, Qt::NoModifier,
@@ -169,6 +216,9 @@ TEST(CreateCommandDialogTest, TypedTextIsFilteredAndStoredAtEveryKey) {
     EXPECT_EQ(user.field("value"), before) << "undone: " << keys;
     EXPECT_EQ(user.rows("parameters")[0], "Rate\t" + before);
   }
+  user.type("value", "7");
+  user.control<QLineEdit>("value").insert(QStringLiteral("1x"));
+  EXPECT_EQ(user.field("value"), "71");
   create.beeps.take();
   user.type("value", "-");
   EXPECT_FALSE(user.enabled("insertSelected"));  // no command is selected
@@ -182,11 +232,13 @@ TEST(CreateCommandDialogTest, TimecodesFollowTheVideoStandard) {
   create.chooseFunction("cue", "machine", "Machine 1 Cue");
   EXPECT_EQ(create.user.label("ready"), kMissing);  // optional, and still needed
   EXPECT_TRUE(create.user.visible("timecodeHelp"));
+  EXPECT_THAT(create.user.label("timecodeHelp"), testing::EndsWith("Frames from 0 to 24"));
   create.user.type("value", "10:20:30:29x");
   EXPECT_EQ(create.user.field("value"), "10:20:30:24");
   EXPECT_EQ(create.beeps.take(), 2);
   create.user.click("standard60");
   EXPECT_EQ(create.frameRate, 30);
+  EXPECT_THAT(create.user.label("timecodeHelp"), testing::EndsWith("Frames from 0 to 29"));
   create.user.type("value", "10:20:30.29");
   EXPECT_EQ(create.beeps.take(), 0);
   create.user.click("insertEnd");
@@ -196,10 +248,22 @@ TEST(CreateCommandDialogTest, TimecodesFollowTheVideoStandard) {
 TEST(CreateCommandDialogTest, CategoriesAndSubgroupsNarrowStepByStep) {
   CreateCommand create;
   const DialogDriver& user = create.user;
+  const auto empty = [&create] {
+    return create.why("subgroup1") + '|' + create.why("subgroup2") + '|' + create.why("subgroup3");
+  };
+  EXPECT_EQ(empty(), "choose a category|choose on the left|choose on the left");
+  EXPECT_EQ(create.why("results2"), "type above");
+  user.type("search2", "zzz");
+  EXPECT_EQ(create.why("results2"), "nothing found");
+  user.click("clear2");
   user.click("me");
+  EXPECT_EQ(empty(), "|choose on the left|choose on the left");
   EXPECT_THAT(user.rows("found"), IsEmpty());
   user.choose("subgroup1", "ME 1");
   EXPECT_THAT(user.rows("found"), SizeIs(25));
+  EXPECT_EQ(empty(), "||choose on the left");
+  user.choose("subgroup2", "RATE");
+  EXPECT_EQ(empty(), "||nothing more to choose");
   user.choose("subgroup2", "KEY3");
   EXPECT_THAT(user.rows("subgroup3"), ElementsAre("CLIP", "TYPE"));
   user.choose("subgroup3", "CLIP");
@@ -217,6 +281,7 @@ TEST(CreateCommandDialogTest, CategoriesAndSubgroupsNarrowStepByStep) {
   EXPECT_EQ(user.field("search5"), "");
   EXPECT_THAT(user.rows("found"), ElementsAre("ME 1 Key 3 Clip Increment"));
   user.click("aux");
+  EXPECT_THAT(user.rows("found"), IsEmpty());
   EXPECT_THAT(user.rows("subgroup1"), SizeIs(48));
   EXPECT_THAT(user.rows("subgroup2"), IsEmpty());
 }
@@ -288,6 +353,37 @@ TEST(CreateCommandDialogTest, UpdateTakesThePanelsValue) {
   EXPECT_THAT(create.site.messages.take(), SizeIs(2));
 }
 
+// By its key and by a click on the right; of the command as it is filled in by now.
+TEST(CreateCommandDialogTest, OffersWhereWhatIsChosenIsUsed) {
+  struct Asked : EditorFixture {
+    std::vector<std::string> told;
+    Asked() {
+      context.addWhereUsed = [this](QMenu& menu, const MacroCommand& command, QDialog&) {
+        menu.addAction("entry");
+        told.push_back(command.fid + '/' + command.workplace);
+        for (const auto& parameter : command.parameters)
+          told.back() += ' ' + parameter.name + '=' + parameter.value;
+      };
+    }
+  } asked;
+  CreateCommandDialog dialog(asked.context, 3, true);
+  const DialogDriver user(dialog);
+  user.key(Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_THAT(asked.told, IsEmpty()) << "nothing is chosen";
+  user.type("words", "clip key 3");
+  user.key(Qt::Key_Return);
+  user.type("value", "50");
+  user.key(Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(menu->activeAction(), menu->actions().constFirst());
+  menu->close();
+  emit user.control<QListView>("found").customContextMenuRequested({5, 5});
+  QApplication::activePopupWidget()->close();
+  const std::string expected = "QMF1.ME0.KEY3.CLIP.SET/3 LEVEL=127.500000";
+  EXPECT_THAT(asked.told, ElementsAre(expected, expected));
+}
+
 TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {
   const FunctionDictionary nothing;
   CreateCommand empty(true, 1, nothing);
@@ -301,10 +397,16 @@ TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {
   CreateCommand many;
   many.chooseFunction("many", "many", "Many");
   EXPECT_EQ(many.user.label("ready"), kReady);  // all are optional
-  EXPECT_EQ(many.user.control<QLineEdit>("value").placeholderText(), "(optional)");
+  const auto& value = many.user.control<QLineEdit>("value");
+  EXPECT_EQ(value.placeholderText(), "(optional)");
+  EXPECT_EQ(value.accessibleDescription(), "This parameter may stay empty.");
+  EXPECT_TRUE(value.toolTip().startsWith(value.accessibleDescription()));
+  EXPECT_EQ(many.user.label("range"), "min: 10   max: 20");
   many.user.key(Qt::Key_V, Qt::AltModifier);
   QTest::keyClicks(many.dialog.focusWidget(), "1");
   EXPECT_EQ(many.user.field("value"), "10");  // the limit comes at once
+  many.user.key(Qt::Key_V, Qt::AltModifier);
+  EXPECT_EQ(value.selectedText(), "10") << "what is typed takes its place";
   many.user.key(Qt::Key_Down);
   EXPECT_EQ(many.user.selectedRow("parameters"), 1);
   many.user.click("insertEnd");

@@ -77,7 +77,9 @@ TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
   user.choose("segment2", "KEY4");
   EXPECT_EQ(user.label("functionText"), "ME h Key 4 Clip Set");
   EXPECT_TRUE(user.enabled("modify"));
+  user.type("value", "30");
   user.click("fromScratch");
+  EXPECT_EQ(user.field("value"), "20.0");
   EXPECT_EQ(user.label("functionText"), "ME 1 Key 5 Clip Set");
   EXPECT_EQ(user.selectedRow("segment1"), 1);
   EXPECT_FALSE(user.visible("fromScratch"));

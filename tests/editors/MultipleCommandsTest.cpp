@@ -10,6 +10,7 @@
 #include "tests/link/FakeTransport.h"
 #include "tests/support/LoadCommands.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/Told.h"
 
 namespace tessaly {
 namespace {
@@ -164,7 +165,13 @@ struct MultipleCommandsTest : testing::Test {
 TEST_F(MultipleCommandsTest, DestinationsAddWhatTheyOwn) {
   EXPECT_EQ(caption("insertEnd"), "Insert Selected at End");
   EXPECT_EQ(status(), kNoneReady);
+  EXPECT_EQ(shutIn(dialog),
+            "deselectAll insertEnd insertPosition insertStart removeSelected selectAll updateParameters; ");
   driver.click("AUX1");
+  EXPECT_EQ(shutIn(dialog), "deselectAll insertEnd insertPosition insertStart removeSelected; ");
+  EXPECT_THAT(toldBy(*driver.control<QListView>("commands").model()),
+              ElementsAre("AUX1.SOURCE.SET [] /", "AUX1.LEVEL.SET [] /",
+                          "! AUX1.CUT [! AUX1.CUT\nacts at once when the macro is run]"));
   driver.click("RAMCHAN1");
   driver.click("AUX2");
   driver.click("AUX1");
@@ -173,7 +180,8 @@ TEST_F(MultipleCommandsTest, DestinationsAddWhatTheyOwn) {
                           "AUX1.SOURCE.SET", "AUX1.LEVEL.SET", "! AUX1.CUT"));
   EXPECT_EQ(driver.label("total"), "Total commands: 7");
   select({0, 2, 4, 6});
-  driver.click("removeSelected");
+  EXPECT_EQ(shutIn(dialog), "insertEnd insertPosition insertStart; ");
+  QTest::keyClick(&driver.control<QListView>("commands"), Qt::Key_Delete);
   driver.click("raw");
   EXPECT_THAT(driver.rows("commands"), ElementsAre("AUX1 - LEVEL - SET Parameter: level: \"\"",
                                                    "RAM1 - LOOP - SET Parameter: loop: \"\"",
@@ -194,6 +202,7 @@ TEST_F(MultipleCommandsTest, CorrectionsAskForTheInput) {
     driver.click(c.button);
     EXPECT_EQ(title, c.title);
     EXPECT_EQ(driver.rows("commands").size(), c.total) << c.title;
+    EXPECT_EQ(driver.enabled("updateParameters") && driver.enabled("selectAll"), c.total > 0);
   }
 }
 
@@ -250,6 +259,10 @@ TEST(MultipleCommandValues, TheFirstMandatoryParameterTakesTheAnswer) {
     EXPECT_EQ(commands.at(0).missing(), cases[i].missingAfter);
     commands.setDestination(Destination::mainframe(2));
     EXPECT_EQ(commands.at(0).missing(), cases[i].missingBefore) << "what another mainframe told";
+    CommandDraft whole = commands.at(0).draft;
+    for (auto& parameter : whole.parameters) parameter.value = "9";
+    commands.complete(0, whole, 5);
+    EXPECT_TRUE(!commands.at(0).missing() && commands.at(0).workplace == 5) << "what the user has filled in";
   }
 }
 
@@ -398,17 +411,19 @@ TEST_F(MultipleCommandsTest, ALongRunIsHandedOverInPiecesAndCanBeCancelled) {
   for (const bool cancelled : {false, true}) {
     std::vector<int> positions;
     std::vector<std::string> told;
-    QPushButton* cancel = nullptr;
+    QPushButton *cancel = nullptr, *insertEnd = nullptr;
     QLabel* status = nullptr;
     MultipleCommandsDialog fresh(context, 1, -1, [&](const auto& drafts, int, int position, auto) {
       positions.push_back(position);
       told.push_back(status->text().toStdString());
+      EXPECT_FALSE(status->window()->findChild<QWidget*>("work")->isEnabled() || insertEnd->isEnabled());
       // A click that came meanwhile.
       if (cancelled) QMetaObject::invokeMethod(cancel, &QPushButton::click, Qt::QueuedConnection);
       return static_cast<int>(drafts.size());
     });
     const DialogDriver user(fresh);
     cancel = &user.control<QPushButton>("cancel");
+    insertEnd = &user.control<QPushButton>("insertEnd");
     status = &user.control<QLabel>("status");
     for (int i = 0; i < 130; ++i) user.click("ME1.TRANSI");
     user.click("insertStart");

@@ -20,6 +20,14 @@ TEST(FindingText, SaysWhatTheTwinSaysButCountsCommandsFromOne) {
   const Finding again{.rule = CheckRule::kRepeated, .command = 4, .wrong = {Saying::kSameAs}, .other = 3};
   EXPECT_EQ(wrongInWindow(again), "the same command as 4");
   EXPECT_EQ(wrongText(again), "the same command as 3");
+  Finding note{.rule = CheckRule::kNoCommands, .severity = Severity::kNote, .wrong = {Saying::kNoCommands}};
+  EXPECT_EQ(findingText(note), "note: there are no commands");
+  note.parameter = "P", note.meant = "1";
+  EXPECT_EQ(findingText(note), "note: P: there are no commands; right: 1");
+  const std::pair<Severity, const char*> kinds[] = {
+      {Severity::kError, "1 errors"}, {Severity::kWarning, "1 warnings"}, {Severity::kNote, "1 notes"}};
+  for (const auto& [severity, text] : kinds) EXPECT_EQ(countText({{.severity = severity}}), text);
+  EXPECT_EQ(countText({note, {.severity = Severity::kError}, note}), "1 errors, 2 notes");
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "dictionary/InterfaceFile.h"
 #include "tests/link/FakeTransport.h"
 #include "tests/support/BuildPaths.h"
+#include "tests/support/Told.h"
 #include "windows/RehearseWindow.h"
 
 namespace tessaly {
@@ -172,14 +173,45 @@ TEST_F(RehearseWindowTest, EveryStepTellsWhatItDoes) {
     EXPECT_EQ(told("line").substr(0, 2), step == 0 ? "Be" : std::to_string(step) + ":");
     EXPECT_EQ(text(grid(), 3, step - 1), steps[step].cell) << step;
   }
+  const std::vector<std::string> rows = toldBy(values());
+  EXPECT_EQ(rows[2], "Mainframe1 - ME1 [] * = | * = | ^ * = | * =");
+  EXPECT_EQ(rows[3],
+            "ME 1 Key 1 Clip Set [ME 1 Key 1 Clip Set\nQMF1.ME1.KEY1.CLIP] | – [It has not come.] | ● "
+            "[50.0%\nchanged by this command] (changed by this command) ^ = | 50.0% [50.0%\nchanged by this "
+            "command] =");
+  EXPECT_EQ(headingsOf(values()), "Value | Now |  | At step 7");
+  EXPECT_EQ(headingsOf(grid()), "1 | 2 | 3 | 4 | 5 | 6 | ▾ 7");
+  EXPECT_EQ(grid().headerData(6, Qt::Horizontal, Qt::ToolTipRole).toString(),
+            "7: ME 1 Key 1 Clip Increment ==&gt; 0.2500");
+  EXPECT_EQ(toldBy(grid().index(0, 6)), "=");
+  for (const auto& [column, told] :
+       {std::pair{
+            0,
+            "[ME 1 Key 1 Clip Set\nunknown\nunknown\n1: ME 2 Key 1 Clip Increment ==> 0.2500] (unknown) #"},
+        {1,
+         "● ± +25.0% [ME 1 Key 1 Clip Set\nchanged by +25.0%\nchanged by this command, known only by how "
+         "much it has changed\n2: ME 1 Key 1 Clip Increment ==> 0.2500] (changed by this command, known only "
+         "by how much it has changed) ="},
+        {3,
+         "= 25.0% [ME 1 Key 1 Clip Set\n25.0%\nwas so already\n4: ME 1 Key 1 Clip Set ==> 25.0%] (was so "
+         "already) ="}})
+    EXPECT_EQ(toldBy(grid().index(3, column)), told) << column;
+  EXPECT_THAT(cutOff(child<QTableView>("values")), testing::IsEmpty());
+  EXPECT_THAT(cutOff(child<QTableView>("grid")), testing::IsEmpty());
+  EXPECT_EQ(shutIn(*window_), "askAgain startFromNow; after afterTab notice");
   QTest::keyClick(window_.get(), Qt::Key_A, Qt::AltModifier);
   auto& after = child<QTableView>("after");
   ASSERT_TRUE(after.isVisible());
-  EXPECT_EQ(after.model()->rowCount(), 6);
-  EXPECT_EQ(text(*after.model(), 4, RehearseModel::kName), "What it does cannot be told");
-  EXPECT_THAT(text(*after.model(), 5, RehearseModel::kName),
-              AllOf(StartsWith("6: "), HasSubstr("NO.SUCH.FUNCTION"), EndsWith("not in the dictionary")));
-  EXPECT_EQ(text(*after.model(), 3, RehearseModel::kState), "50.0%");
+  EXPECT_THAT(toldBy(*after.model()),
+              ElementsAre(rows[0], rows[1], rows[2],
+                          "ME 1 Key 1 Clip Set [ME 1 Key 1 Clip Set\nQMF1.ME1.KEY1.CLIP] | – [It has not "
+                          "come.] | [50.0%] ^ | 50.0% []",
+                          "What it does cannot be told [] * = | * = | ^ * = | * =",
+                          "6: ??? NO.SUCH.FUNCTION – the function is not in the dictionary [] |  | ^ | "));
+  EXPECT_EQ(headingsOf(*after.model()), "Value | Now |  | After this macro");
+  QTest::mouseDClick(after.viewport(), Qt::LeftButton, {},
+                     after.visualRect(after.model()->index(4, 0)).center());
+  EXPECT_TRUE(after.isVisible()) << "a heading leads nowhere";
   const QModelIndex untold = after.model()->index(5, 0);
   QTest::mouseClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(untold).center());
   QTest::mouseDClick(after.viewport(), Qt::LeftButton, {}, after.visualRect(untold).center());
@@ -228,11 +260,27 @@ TEST_F(RehearseWindowTest, KeysSliderAndClicksLeadToAnyStep) {
   slider.setFocus();
   QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(2, slider.height() / 2));
   EXPECT_EQ(step(), 15) << "a page of the slider";
+  QTest::mouseClick(columns.horizontalHeader()->viewport(), Qt::LeftButton, {},
+                    {columns.horizontalHeader()->sectionViewportPosition(15) + 5, 5});
+  EXPECT_EQ(step(), 16);
   QTest::mouseClick(columns.viewport(), Qt::LeftButton, {}, columns.visualRect(grid().index(0, 14)).center());
-  const QImage framed = columns.viewport()->grab().toImage();
   press(Qt::Key_Down);
   EXPECT_EQ(step(), 15) << "keys of the rows";
-  EXPECT_NE(framed, columns.viewport()->grab().toImage()) << "the row is framed there, too";
+  // Frames around the column of the step and the row that is chosen, there, too.
+  const QImage image = columns.viewport()->grab().toImage();
+  const auto inked = [&](int x, int y) {
+    return image.pixelColor(x, y) == columns.palette().color(QPalette::Highlight);
+  };
+  for (const int column : {14, 15})
+    for (const int row : {0, 1}) {
+      const QRect cell = columns.visualRect(grid().index(row, column));
+      for (const int x : {cell.left(), cell.left() + 1, cell.right() - 1, cell.right()})
+        EXPECT_EQ(inked(x, cell.center().y()), column == 14) << row << column << ' ' << x - cell.left();
+      EXPECT_FALSE(inked(cell.left() + 2, cell.center().y()) || inked(cell.right() - 2, cell.center().y()));
+      for (const int y : {cell.top(), cell.bottom()})
+        EXPECT_EQ(inked(cell.center().x(), y), row == 1) << column;
+      EXPECT_FALSE(inked(cell.center().x(), cell.top() + 1) || inked(cell.center().x(), cell.bottom() - 1));
+    }
 }
 
 // Catches a change of a step that is out of sight.
@@ -281,6 +329,14 @@ TEST_F(RehearseWindowTest, AsksThePanelForWhatItHasNow) {
   await([&] { return atStep() == std::vector<std::string>{"≠|75.0%", "● ±|changed by +25.0%"}; });
   EXPECT_EQ(now(3), "–");
   await([&] { return told("now").starts_with("the desk has told 1 of 2 values"); });
+  EXPECT_EQ(told("now"),
+            "the desk has told 1 of 2 values, the others have not come: they can be asked for again. After "
+            "this macro: 1 not as now (≠), 0 as now.");
+  EXPECT_EQ(
+      toldBy(values())[1],
+      "ME 1 Key 1 Clip Set [ME 1 Key 1 Clip Set\nQMF1.ME1.KEY1.CLIP] | 50.0% [] | ≠ [75.0%\nnot as the panel "
+      "has it now] (not as the panel has it now) ^ * = | 75.0% [75.0%\nnot as the panel has it now] * =");
+  EXPECT_EQ(shutIn(*window_), "; after afterTab notice");
   EXPECT_TRUE(child<QTableView>("values").isVisible());
   press(Qt::Key_F5);
   panel_.transport->await(std::string("subscribe ") + kOtherName);
@@ -383,8 +439,10 @@ TEST_F(RehearseWindowTest, SaysWhyThereIsNothing) {
   open({kClip});
   const auto notice = [&](const char* expected, bool tabs) {
     await([&] { return told("notice") == expected; });
-    EXPECT_EQ(child<QTabWidget>("tabs").isVisible(), tabs);
-    EXPECT_EQ(child<QSlider>("slider").isEnabled(), tabs);
+    EXPECT_EQ(
+        shutIn(*window_),
+        !tabs ? "askAgain next previous slider startFromNow; after afterTab grid legend stepsTab tabs values"
+              : std::string("askAgain startFromNow; after afterTab") + (*expected == '\0' ? " notice" : ""));
   };
   notice("", true);
   change({});

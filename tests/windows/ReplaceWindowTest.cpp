@@ -1,17 +1,13 @@
 #include <filesystem>
-#include <gtest/gtest.h>
 #include <utility>
 
 #include <QComboBox>
-#include <QLabel>
 #include <QPointer>
-#include <QPushButton>
+#include <QProgressBar>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTreeView>
 
-#include "dictionary/InterfaceFile.h"
-#include "tests/support/TestSite.h"
+#include "tests/windows/ReviewFixture.h"
 #include "windows/ReplaceWindow.h"
 
 namespace tessaly {
@@ -28,45 +24,45 @@ std::string macro(const char* first, const char* second) {
   return text + "</data></macro>";
 }
 
-class ReplaceWindowTest : public testing::Test {
+class ReplaceWindowTest : public ReviewFixture {
  protected:
   ReplaceWindowTest() {
+    scopes = {{ReviewScope::Kind::kFolder, "the folder", FolderContent{"c:\\w"}}};
     FunctionTemplate definition;
     definition.name = "A.SET";
     definition.description = "Size";
     definition.integers.emplace_back().name = "P";
     dictionary_.add(std::move(definition));
     dictionary_.finish();
-    for (const char* file : {kOne, kTwo, kOpen}) site_.write(file, macro("QMF1", "QMF1"));
-    site_.write("c:\\w\\macro004.mac", "no macro");
+    for (const char* file : {kOne, kTwo, kOpen}) site.write(file, macro("QMF1", "QMF1"));
+    site.write("c:\\w\\macro004.mac", "no macro");
+    site.write("c:\\w\\key01.upk", macro("QMF1", "QMF1"));
+    site.write("c:\\w\\macro005.mac", macro("QMF2", "QMF2"));
     window_ = new ReplaceWindow(
-        {.root = site_.root,
+        {.root = site.root,
          .knowledge =
              [this] {
                RulesOff off;
                off.set(off_);
-               return CheckContext{dictionary_, lists_, 25, off};
+               return CheckContext{dictionary_, lists, 25, off};
              },
-         .scopes =
-             [] {
-               return std::vector{
-                   ReviewScope{ReviewScope::Kind::kFolder, "the folder", FolderContent{"c:\\w"}}};
-             },
+         .scopes = [this] { return scopes; },
          .leftOut = [](const MacroPlace& place) { return place.file == kOpen ? "unsaved" : QString(); },
          .job = [this](const std::string& title) -> ReplaceJob {
            return [this, title](std::vector<BatchItem> items, const std::stop_token&) {
-             MacroHistory history(site_.root);
-             BatchPlaces places(site_.root, history);
+             MacroHistory history(site.root);
+             BatchPlaces places(site.root, history);
              MacroBatch batch(places, title, MacroChange::kEdit, MacroBatch::Mode::kAllOrNone,
                               std::move(items));
              return replacedBy(batch);
            };
          },
-         .failureText = [](const Failure& failure) { return QString::fromStdString(failure.text); }});
+         .failureText = words});
     window_->show();
     tree_ = window_->findChild<QTreeView*>("changes");
   }
   ~ReplaceWindowTest() override { delete window_; }
+  QWidget& top() override { return *window_; }
 
   void type(const char* field, const char* text) {
     auto* edit = window_->findChild<QLineEdit*>(field);
@@ -89,9 +85,7 @@ class ReplaceWindowTest : public testing::Test {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->writing(); }));
   }
 
-  TestSite site_;
   FunctionDictionary dictionary_;
-  DecodingLists lists_{site_.root};
   CheckRule off_ = CheckRule::kRepeated;
   ReplaceWindow* window_;
   QTreeView* tree_;
@@ -104,10 +98,34 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   EXPECT_EQ(kinds.join('|').toStdString(), "Destination|Segment|Source|Value");
   preview("QMF1", "QMF2");
   ASSERT_EQ(tree_->model()->rowCount(), 4) << "with the file that cannot be read";
-  EXPECT_TRUE(told().startsWith("4 ") && told().endsWith("Off for this site: repeated"))
-      << told().toStdString();
-  EXPECT_EQ(command(0, 0, 2).data().toString(), "Mainframe2 - Size ==> 5");
-  EXPECT_FALSE(command(2, 0).data(Qt::CheckStateRole).isValid()) << "what has unsaved changes is left out";
+  EXPECT_EQ(told(),
+            "4 commands can be changed; 6 macros looked at in the folder. Off for this site: repeated");
+  EXPECT_EQ(headingsOf(*tree_->model()),
+            "Command | Before | After | Findings, when what is ticked is changed");
+  const std::string left = "003 - M [] | macro003.mac [] | unsaved [] | ";
+  const std::string unread =
+      "004 [] | macro004.mac [] | cannot be read: is not well formed: Error document empty. [] | ";
+  EXPECT_THAT(toldBy(*tree_->model()),
+              testing::ElementsAre("001 - M [] x | macro001.mac [] |  | ",
+                                   "002 - M [] x | macro002.mac [] |  | ", left, unread));
+  EXPECT_THAT(toldBy(*tree_->model(), tree_->model()->index(0, 0)),
+              testing::ElementsAre("1 [] x | Mainframe1 - Size ==> 5 [] | Mainframe2 - Size ==> 5 [] | ",
+                                   "2 [] x | Mainframe1 - Size ==> 5 [] | Mainframe2 - Size ==> 5 [] | "));
+  EXPECT_THAT(
+      toldBy(*tree_->model(), tree_->model()->index(2, 0)),
+      testing::ElementsAre("1 [] | Mainframe1 - Size ==> 5 [] | Mainframe2 - Size ==> 5 [] | ", testing::_))
+      << "what has unsaved changes is left out";
+  EXPECT_TRUE(tree_->isExpanded(tree_->model()->index(1, 0)));
+  EXPECT_THAT(cutOff(*tree_), testing::SizeIs(1)) << "why it cannot be read";
+  EXPECT_EQ(shutIn(*window_), "parameter; cancel progress");
+  QSignalSpy opened(window_, &ReplaceWindow::openWanted);
+  for (const QModelIndex& row : {command(0, 1, 1), command(0, 1, 1).parent()}) {
+    tree_->setCurrentIndex(row);
+    QTest::keyClick(tree_, Qt::Key_Return);
+  }
+  ASSERT_EQ(opened.size(), 2);
+  EXPECT_EQ(opened[0][0].value<ReviewedPlace>().place.file, kOne);
+  EXPECT_EQ(opened[0][1].toInt() * 10 + opened[1][1].toInt(), 9) << "the second command, and the macro";
   tree_->setFocus();
   QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier,
                     tree_->visualRect(command(0, 1, 1)).center());
@@ -115,12 +133,17 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   EXPECT_EQ(command(0, 1).parent().data(Qt::CheckStateRole), Qt::PartiallyChecked);
   QSignalSpy replaced(window_, &ReplaceWindow::replaced);
   replace();
-  EXPECT_EQ(site_.read(kOne), macro("QMF2", "QMF1"));
-  EXPECT_EQ(site_.read(kTwo), macro("QMF2", "QMF2"));
-  EXPECT_EQ(site_.read(kOpen), macro("QMF1", "QMF1"));
+  EXPECT_EQ(site.read(kOne), macro("QMF2", "QMF1"));
+  EXPECT_EQ(site.read(kTwo), macro("QMF2", "QMF2"));
+  EXPECT_EQ(site.read(kOpen), macro("QMF1", "QMF1"));
   ASSERT_EQ(replaced.size(), 1);
   EXPECT_EQ(replaced[0][1].value<std::vector<BatchTrace>>().size(), 2U) << "one undo for all";
   EXPECT_FALSE(button("replace").isEnabled()) << "it is done";
+  EXPECT_EQ(told(), "Replaced in 2 macros; \"Undo\" in the menu \"Macro\" takes it back.");
+  EXPECT_EQ(replaced[0][0], "replacement in 2 macros");
+  EXPECT_THAT(toldBy(*tree_->model()),
+              testing::ElementsAre("001 - M [] | macro001.mac [] | replaced [] | ",
+                                   "002 - M [] | macro002.mac [] | replaced [] | ", left, unread));
 }
 
 // Else nothing could undo it.
@@ -132,7 +155,7 @@ TEST_F(ReplaceWindowTest, GoesOnlyOnceItHasToldWhatItHasWritten) {
   window->close();
   EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
   EXPECT_EQ(replaced.size(), 1);
-  EXPECT_EQ(site_.read(kOne), macro("QMF2", "QMF2"));
+  EXPECT_EQ(site.read(kOne), macro("QMF2", "QMF2"));
 }
 
 // Catches findings of changes that are not made.
@@ -152,16 +175,58 @@ TEST_F(ReplaceWindowTest, FindingsAreThoseOfWhatIsTicked) {
 
 TEST_F(ReplaceWindowTest, SomebodyElsesChangeKeepsAllAsItWas) {
   preview("QMF1", "QMF2");
-  site_.write(kTwo, macro("QMF1", "QMF3"));
+  site.write(kTwo, macro("QMF1", "QMF3"));
   QSignalSpy replaced(window_, &ReplaceWindow::replaced);
   replace();
-  EXPECT_TRUE(told().contains("NOTHING")) << told().toStdString();
-  EXPECT_EQ(site_.read(kOne), macro("QMF1", "QMF1"));
-  EXPECT_EQ(site_.read(kTwo), macro("QMF1", "QMF3"));
+  EXPECT_THAT(told().toStdString(), testing::StartsWith("NOTHING was replaced: c:\\w\\macro002.mac"));
+  EXPECT_EQ(toldBy(*tree_->model())[1], "002 - M [] x | macro002.mac [] |  | ");
+  EXPECT_EQ(site.read(kOne), macro("QMF1", "QMF1"));
+  EXPECT_EQ(site.read(kTwo), macro("QMF1", "QMF3"));
   EXPECT_TRUE(replaced.isEmpty());
   type("rule", "segment:A");
   QTest::keyClick(window_->findChild<QLineEdit*>("rule"), Qt::Key_Return);
-  EXPECT_FALSE(window_->findChild<QLabel*>("problem")->text().isEmpty());
+  EXPECT_THAT(said("problem"), testing::StartsWith("a rule has \"->\" between"));
+  EXPECT_EQ(window_->findChild<QLineEdit*>("from")->text(), "") << "it is no longer put together";
+  type("to", "1");
+  EXPECT_EQ(window_->findChild<QLabel*>("problem")->text(), "");
+}
+
+TEST_F(ReplaceWindowTest, FieldsPutTheRuleTogether) {
+  const char* const rules[] = {"destination:1->2 where 3", "segment:1->2 where 3", "source:1->2 where 3",
+                               "value:P=1->2 where 3"};
+  for (const auto& [field, text] : {std::pair{"from", " 1"}, {"to", "2 "}, {"where", "3"}}) type(field, text);
+  auto& kind = *window_->findChild<QComboBox*>("kind");
+  for (int i = 0; i < kind.count(); ++i) {
+    kind.setCurrentIndex(i);
+    EXPECT_EQ(window_->findChild<QLineEdit*>("parameter")->isEnabled(), i == 3);
+    if (i == 3) type("parameter", "P");
+    EXPECT_EQ(window_->findChild<QLineEdit*>("rule")->text(), rules[i]);
+  }
+}
+
+TEST_F(ReplaceWindowTest, TellsWhereThereIsNothingToReplace) {
+  std::filesystem::remove(site.root.resolve("c:\\w\\macro004.mac"));
+  preview("QMF3", "QMF2");
+  EXPECT_EQ(told().toStdString(), "Nothing found: 5 macros looked at in the folder.");
+  EXPECT_FALSE(button("replace").isEnabled());
+  const struct {
+    std::vector<ReviewScope> scopes;
+    const char* told;
+  } cases[] = {{{}, "There is nothing to look at: choose a macro or a folder in a pane first."},
+               {{panel<LostShelf>()}, "NOT looked at: the panel (the line was lost)"}};
+  for (const auto& row : cases) {
+    scopes = row.scopes;
+    QTest::keyClick(window_, Qt::Key_F5);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told() == row.told; })) << told().toStdString();
+  }
+  scopes = {panel<StuckShelf>()};
+  QTest::keyClick(window_, Qt::Key_F5);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return child<QProgressBar>("progress").value() == 1; }));
+  EXPECT_EQ(child<QProgressBar>("progress").maximum(), 3);
+  EXPECT_EQ(shutIn(*window_), "parameter replace; ");
+  click("cancel");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !told().isEmpty(); }));
+  EXPECT_EQ(told(), "Cancelled. Nothing found: 1 macros looked at in the panel.");
 }
 
 }  // namespace

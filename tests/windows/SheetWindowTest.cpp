@@ -1,20 +1,17 @@
 // Macros on paper in their window: pages, choices, files and the printer.
-#include <condition_variable>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <cmath>
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPrinter>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 #include <QTimer>
+#include <QTranslator>
 
-#include "tests/support/TestSite.h"
+#include "tests/windows/ReviewFixture.h"
+#include "windows/SheetJob.h"
 #include "windows/SheetPreview.h"
 #include "windows/SheetWindow.h"
 
@@ -29,59 +26,22 @@ using testing::StartsWith;
 
 constexpr std::chrono::year_month_day kDay{2026y, std::chrono::November, 25d};
 
-std::string macroOf(int commands) {
-  std::string text = "<macro name=\"Opening\"><data>";
+std::string macroWith(int commands) {
+  std::string text;
   for (int i = 0; i < commands; ++i) text += R"(<cmd fid="QMF1.NO.SUCH" workplace="1"/>)";
-  return text + "</data></macro>";
+  return macroOf("Opening", text);
 }
 
-// One that gives nothing until it is cancelled.
-class StuckShelf : public MacroShelf {
- public:
-  [[nodiscard]] std::string title() const override { return "workplace 1 of 127.0.0.1"; }
-  [[nodiscard]] MacroPlace place(MacroNumber number) const override {
-    return {{}, "127.0.0.1", 1, number.text()};
-  }
-  [[nodiscard]] Expected<std::vector<Held>> list() override {
-    std::unique_lock lock(mutex_);
-    cancelled_.wait(lock, [this] { return stop_; });
-    return Failure{Failure::Kind::kCancelled, "cancelled"};
-  }
-  [[nodiscard]] Expected<std::string> read(MacroNumber) override { return std::string(); }
-  [[nodiscard]] Outcome writable() const override { return {}; }
-  [[nodiscard]] ShelfWrite write(MacroNumber, std::string_view, MacroChange, const BeforeWrite&) override {
-    return {};
-  }
-  [[nodiscard]] ShelfWrite remove(MacroNumber, const BeforeWrite&) override { return {}; }
-  void cancel() override {
-    const std::lock_guard guard(mutex_);
-    stop_ = true;
-    cancelled_.notify_all();
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable cancelled_;
-  bool stop_ = false;
-};
-
-struct SheetWindowTest : testing::Test {
+struct SheetWindowTest : ReviewFixture {
   SheetWindowTest() {
-    site.write("c:\\m\\macroWP1\\macro001.mac", macroOf(200));
+    site.write("c:\\m\\macroWP1\\macro001.mac", macroWith(200));
     site.write("c:\\m\\macroWP1\\macro002.mac", "no macro");
+    scopes = {{ReviewScope::Kind::kFolder, "workplace: c:\\m\\macroWP1", FolderContent{"c:\\m\\macroWP1"}},
+              panel<StuckShelf>()};
     window.present();
     QApplication::setActiveWindow(&window);
   }
-  template <class Widget>
-  [[nodiscard]] Widget& child(const char* name) {
-    return *window.findChild<Widget*>(QLatin1String(name));
-  }
-  [[nodiscard]] std::string said(const char* label) { return child<QLabel>(label).text().toStdString(); }
-  [[nodiscard]] bool idle() { return !child<QWidget>("cancel").isVisible(); }
-  void awaitEnd() {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return idle(); }));
-  }
-  void click(const char* button) { QTest::mouseClick(&child<QPushButton>(button), Qt::LeftButton); }
+  QWidget& top() override { return window; }
   // Writes to that file through the dialog; what is asked there is answered so.
   void exportTo(const std::string& name, QMessageBox::StandardButton answer = QMessageBox::NoButton) {
     bool typed = false;
@@ -105,38 +65,46 @@ struct SheetWindowTest : testing::Test {
     awaitEnd();
   }
 
-  TestSite site;
-  FunctionDictionary dictionary;
-  DecodingLists lists{site.root};
-  std::vector<ReviewScope> scopes{
-      {ReviewScope::Kind::kFolder, "workplace: c:\\m\\macroWP1", FolderContent{"c:\\m\\macroWP1"}},
-      {ReviewScope::Kind::kPanel, "the panel", ShelfContent{[] { return std::make_shared<StuckShelf>(); }}}};
+  const FunctionDictionary none;
   std::string asked;
   std::function<bool(QPrinter& printer, int pages)> setUp;
   SheetWindow window{{site.root,
                       [this] {
-                        return CheckContext{dictionary, lists};
+                        return CheckContext{none, lists};
                       },
-                      [this] { return scopes; },
-                      [](const Failure& failure) { return QString::fromStdString(failure.text); },
-                      [] { return kDay; },
+                      [this] { return scopes; }, words, [] { return kDay; },
                       [this](QPrinter& printer, int pages, QWidget*) { return setUp(printer, pages); }}};
   SheetPreview& preview = child<SheetPreview>("preview");
 };
 
 TEST_F(SheetWindowTest, ShowsThePagesAndFollowsChoicesZoomAndKeys) {
+  EXPECT_EQ(shutIn(window), "print write; cancel progress");
+  EXPECT_EQ(said("page"), "");
   window.make(ReviewScope::Kind::kFolder);
-  EXPECT_FALSE(child<QPushButton>("write").isEnabled()) << "nothing to write yet";
+  EXPECT_EQ(shutIn(window), "print write; ");
   awaitEnd();
-  EXPECT_THAT(said("outcome"), StartsWith("1 macro"));
+  EXPECT_EQ(shutIn(window), "; cancel progress");
+  EXPECT_EQ(said("outcome"), "1 macros could not be read; the sheet says why.");
   const int pages = preview.pageCount();
-  EXPECT_EQ(said("page"), "page 1 of " + std::to_string(pages));
+  auto& bar = *preview.verticalScrollBar();
+  const auto page = [&](int number) {
+    return "page " + std::to_string(number) + " of " + std::to_string(pages);
+  };
+  EXPECT_EQ(said("page"), page(1));
+  // A page is told once more of it is seen than of the one before, and the last one has the gap below it.
+  const int stride = (bar.maximum() + preview.viewport()->height() - 12) / pages;
+  for (const int middle : {stride - 2, stride + 2}) {
+    bar.setValue(middle - preview.viewport()->height() / 2);
+    EXPECT_EQ(said("page"), page(middle < stride ? 1 : 2));
+  }
   QTest::keyClick(&preview, Qt::Key_End);
-  EXPECT_EQ(said("page"), "page " + std::to_string(pages) + " of " + std::to_string(pages));
+  EXPECT_EQ(bar.value(), bar.maximum());
+  EXPECT_EQ(said("page"), page(pages));
   EXPECT_EQ(preview.accessibleDescription().toStdString(), said("page"));
   QTest::keyClick(&child<QCheckBox>("findings"), Qt::Key_Space);
   awaitEnd();
   EXPECT_LT(preview.pageCount(), pages) << "every command has a finding";
+  EXPECT_EQ(preview.page() + 1, preview.pageCount()) << "as near as there is one";
   // The letters are there, black on white, wherever the theme's colours are.
   QTest::keyClick(&preview, Qt::Key_Home);
   const QImage image = preview.viewport()->grab().toImage();
@@ -148,12 +116,69 @@ TEST_F(SheetWindowTest, ShowsThePagesAndFollowsChoicesZoomAndKeys) {
     }
   EXPECT_GT(dark, 300);
   EXPECT_GT(white, image.width() * image.height() / 2);
+  preview.setFocus();
+  const QImage framed = preview.viewport()->grab().toImage();
+  const int right = framed.width() - 1, bottom = framed.height() - 1;
+  for (const QPoint at :
+       {QPoint(0, bottom / 2), {1, bottom / 2}, {right, bottom / 2}, {right / 2, 0}, {right / 2, bottom}})
+    EXPECT_EQ(framed.pixelColor(at), preview.palette().color(QPalette::Highlight)) << at.x() << ' ' << at.y();
   const int before = preview.verticalScrollBar()->maximum();
   QWheelEvent wheel({50, 50}, preview.viewport()->mapToGlobal(QPointF(50, 50)), {}, {0, 120}, Qt::NoButton,
                     Qt::ControlModifier, Qt::NoScrollPhase, false);
   QApplication::sendEvent(preview.viewport(), &wheel);
   EXPECT_GT(preview.verticalScrollBar()->maximum(), before);
-  EXPECT_THAT(child<QComboBox>("zoom").placeholderText().toStdString(), HasSubstr("%"));
+  auto& zoom = child<QComboBox>("zoom");
+  EXPECT_THAT(zoom.placeholderText().toStdString(), HasSubstr("%"));
+  EXPECT_EQ(zoom.currentIndex(), -1);
+  QStringList zooms;
+  for (int i = 0; i < zoom.count(); ++i) zooms << zoom.itemText(i);
+  EXPECT_EQ(zooms.join(", "), "Width of the window, 50 %, 75 %, 100 %, 125 %, 150 %, 200 %");
+  // Keys and wheel change by one step, between a quarter and four times the size.
+  const auto wide = [&] {
+    return preview.horizontalScrollBar()->maximum() + preview.viewport()->width() - 24;
+  };
+  const double inch = preview.logicalDpiX() / 72.0;
+  zoom.setFocus();
+  for (const Qt::Key key : {Qt::Key_End, Qt::Key_Up}) QTest::keyClick(&zoom, key);
+  EXPECT_EQ(wide(), std::ceil(595.28 * 1.5 * inch));
+  QTest::keyClick(&preview, Qt::Key_Plus, Qt::ControlModifier);
+  EXPECT_EQ(zoom.placeholderText(), "173 %");
+  EXPECT_EQ(wide(), std::ceil(595.28 * 1.725 * inch));
+  QTest::keyClick(&preview, Qt::Key_Minus, Qt::ControlModifier);
+  EXPECT_EQ(zoom.placeholderText(), "150 %");
+  for (const auto& [key, told] : {std::pair{Qt::Key_Equal, "400 %"}, {Qt::Key_Minus, "25 %"}}) {
+    for (int i = 0; i < 25; ++i) QTest::keyClick(&preview, key, Qt::ControlModifier);
+    EXPECT_EQ(zoom.placeholderText(), told);
+  }
+  EXPECT_EQ(preview.horizontalScrollBar()->maximum(), 0);
+  QStringList papers;
+  for (int i = 0; i < child<QComboBox>("paper").count(); ++i) papers << child<QComboBox>("paper").itemText(i);
+  EXPECT_EQ(papers.join(", "), "A4, A5, Letter");
+  const int few = preview.pageCount();
+  QTest::keyClick(&child<QComboBox>("paper"), Qt::Key_Down);
+  awaitEnd();
+  EXPECT_GT(preview.pageCount(), few);
+}
+
+// The words of the program's language, not those that the command line has.
+TEST(SheetJob, HasAWordOfTheLanguageForEach) {
+  struct Shouting : QTranslator {
+    QString translate(const char*, const char* text, const char*, int) const override {
+      return QString(text).toUpper();
+    }
+    bool isEmpty() const override { return false; }
+  } shouting;
+  QCoreApplication::installTranslator(&shouting);
+  const SheetWords loud = sheetWords(), plain;
+  QCoreApplication::removeTranslator(&shouting);
+  using Word = std::string SheetWords::*;
+  for (const Word word :
+       {&SheetWords::language, &SheetWords::macros, &SheetWords::number, &SheetWords::name,
+        &SheetWords::pageColumn, &SheetWords::command, &SheetWords::value, &SheetWords::empty,
+        &SheetWords::none, &SheetWords::unread, &SheetWords::unsaved, &SheetWords::findings,
+        &SheetWords::after, &SheetWords::notes, &SheetWords::nothing, &SheetWords::unknown,
+        &SheetWords::untold, &SheetWords::continued, &SheetWords::page})
+    EXPECT_EQ(loud.*word, QString::fromStdString(plain.*word).toUpper().toStdString());
 }
 
 // A panel that does not answer: the sheet that was there stays, and the window is free.
@@ -209,6 +234,7 @@ TEST_F(SheetWindowTest, PrintsThePagesThatThePrinterIsSetTo) {
   int offered = 0;
   setUp = [&](QPrinter& printer, int pages) {
     offered = pages;
+    EXPECT_EQ(printer.docName(), "c:\\m\\macroWP1");
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(QString::fromStdString(file));
     printer.setPrintRange(QPrinter::PageRange);

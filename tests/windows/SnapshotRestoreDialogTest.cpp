@@ -1,12 +1,15 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
 
 #include "review/DiskShelf.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/Told.h"
 #include "windows/SnapshotRestoreDialog.h"
 
 namespace tessaly {
@@ -24,7 +27,10 @@ class SnapshotRestoreDialogTest : public testing::Test {
     static_cast<void>(restore_.add(Snapshot::kFolder, Snapshot::kFolder));
     static_cast<void>(restore_.look([](std::size_t) {}));
     dialog_ = std::make_unique<SnapshotRestoreDialog>(
-        QStringLiteral("To the folder"), restore_, [](const QString&, const auto& work) { work([](int) {}); },
+        QStringLiteral("To the folder"), restore_,
+        [this](const QString&, const auto& work) {
+          work([this](int thousandths) { done_.push_back(thousandths); });
+        },
         [this](const auto&) { return mayWrite_; },
         [](const Failure& failure) { return QString::fromStdString(failure.text); });
     dialog_->show();
@@ -64,24 +70,43 @@ class SnapshotRestoreDialogTest : public testing::Test {
   DiskShelf shelf_{site_.root, history_, "c:\\show"};
   SnapshotRestore restore_{snapshot(), site_.root, history_, [this](int) { return &shelf_; }, {}};
   bool mayWrite_ = true;
+  std::vector<int> done_;
   std::unique_ptr<SnapshotRestoreDialog> dialog_;
 };
 
 TEST_F(SnapshotRestoreDialogTest, WritesWhatIsTickedAndTellsWhatBecameOfIt) {
-  EXPECT_EQ(row(0), "  same");
-  EXPECT_EQ(row(1), "x changed");
-  EXPECT_EQ(row(2), "x new");
+  EXPECT_EQ(headingsOf(*list().model()), "Workplace | Macro | State");
+  EXPECT_THAT(toldBy(*list().model()),
+              testing::ElementsAre(" | 000 - M [] | same: it stands there as it is in the snapshot []",
+                                   "x | 001 - M [] | changed: something else stands there []",
+                                   "x | 002 - M [] | new: nothing stands there []",
+                                   "x | 003 - M [] | changed: something else stands there []"));
+  EXPECT_EQ(outcome(), "3 of 4 macros are ticked");
+  EXPECT_EQ(shutIn(*dialog_), "; ");
+  press("tickNone");
+  EXPECT_EQ(outcome(), "0 of 4 macros are ticked");
+  EXPECT_EQ(shutIn(*dialog_), "restore; ");
+  press("tickAll");
   mayWrite_ = false;
   press("restore");
   EXPECT_EQ(row(1), "x changed") << "not wanted";
+  EXPECT_EQ(outcome(), "Nothing was restored.");
   mayWrite_ = true;
+  const QSignalSpy written(dialog_.get(), &SnapshotRestoreDialog::written);
+  const QSignalSpy said(dialog_.get(), &SnapshotRestoreDialog::said);
   list().setCurrentIndex(list().model()->index(2, 0));
   QTest::keyClick(&list(), Qt::Key_Space);
   press("restore");
-  EXPECT_EQ(row(1), "  RESTORED and verified");
-  EXPECT_EQ(row(2), "- new");
-  EXPECT_EQ(row(3), "x NOT restored");
   EXPECT_EQ(outcome(), "1 macros are restored; 1 macros are NOT");
+  EXPECT_THAT(done_, testing::ElementsAre(500, 1000));
+  EXPECT_THAT(toldBy(*list().model()),
+              testing::ElementsAre(
+                  testing::_, " | 001 - M [] | RESTORED and verified []",
+                  "- | 002 - M [] | new: nothing stands there []",
+                  "x | 003 - M [] | NOT restored: cannot be written: the file is write-protected []"));
+  ASSERT_EQ(written.size(), 1);
+  EXPECT_EQ(written[0][0].value<std::vector<MacroPlace>>().size(), 2U);
+  EXPECT_EQ(said[0][0].value<Message>().grade, Grade::kFailure);
   EXPECT_EQ(site_.read(file(1)), macro("M"));
   EXPECT_EQ(site_.read(file(2)), "<missing>");
   EXPECT_EQ(site_.read(file(3)), macro("Other"));

@@ -3,8 +3,10 @@
 #include <condition_variable>
 #include <gmock/gmock.h>
 #include <mutex>
+#include <thread>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
@@ -13,12 +15,14 @@
 
 #include "review/DiskShelf.h"
 #include "tests/support/TestSite.h"
+#include "tests/support/Told.h"
 #include "windows/WorkplacesWindow.h"
 
 namespace tessaly {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::SizeIs;
 
@@ -87,7 +91,8 @@ class WorkplacesWindowTest : public testing::Test {
   std::vector<WorkplaceChoice> choices() {
     return {{"left",
              [this] { return std::make_shared<HangingShelf>(site_.root, history_, hangs_, unreadable_); }},
-            {"right", [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\right"); }}};
+            {"right", [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\right"); }},
+            {"other...", {}, [this](QWidget*) { return answer_; }}};
   }
   void open() {
     window_ = new WorkplacesWindow(
@@ -148,6 +153,7 @@ class WorkplacesWindowTest : public testing::Test {
   MacroHistory history_{site_.root}, other_{site_.root};
   std::atomic<bool> hangs_ = false;
   std::atomic<int> unreadable_ = -1;
+  std::optional<WorkplaceChoice> answer_;  // to what is asked for another one
   bool mayWrite_ = true;
   std::size_t asked_ = 0;
   std::vector<std::string> written_;
@@ -160,6 +166,11 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
   open();
   EXPECT_THAT(rows(), ElementsAre("001|One|= same|One|", "002|Two|≈ renamed only|Zwei|",
                                   "003|Three|← only left||", "004||→ only right|Vier|"));
+  EXPECT_EQ(toldBy(*find<QTableView>("table").model())[1], "002 - | Two | ≈ renamed only | Zwei | ");
+  EXPECT_EQ(headingsOf(*find<QTableView>("table").model()), "Number | left | State | right | Result");
+  EXPECT_THAT(cutOff(find<QTableView>("table")), ElementsAre());
+  EXPECT_EQ(shutIn(*window_), "cancel retry toLeft toRight; progress");
+  EXPECT_EQ(find<QLabel>("told").text(), "4 macros: 1 the same, 3 not the same");
   check("onlyDifferences");
   EXPECT_THAT(rows(), SizeIs(3));
   press(0, Qt::Key_Return);
@@ -181,7 +192,13 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
   EXPECT_EQ(site_.read(file("right", 4)), macro("Vier")) << "what is only there stays";
   EXPECT_THAT(written_, ElementsAre(file("right", 3)));
   EXPECT_THAT(traces_, SizeIs(1));
-  EXPECT_THAT(find<QLabel>("told").text().toStdString(), HasSubstr("1 macros copied, 1 NOT copied"));
+  EXPECT_EQ(find<QLabel>("told").text(), "1 macros copied, 1 NOT copied");
+  EXPECT_THAT(
+      rows(),
+      ElementsAre("002|Two|≈ renamed only|Zwei|NOT copied: holds something else by now: it was let alone",
+                  "003|Three|= same|Three|copied, verified",
+                  "004||→ only right|Vier|not copied: there is nothing to be copied"));
+  EXPECT_EQ(shutIn(*window_), "cancel; progress");
   write("right", 2, "Zwei");
   for (const bool may : {false, true}) {
     mayWrite_ = may;
@@ -196,16 +213,42 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
   EXPECT_THAT(rows(), ElementsAre("004||→ only right|Vier|"));
 }
 
+TEST_F(WorkplacesWindowTest, AWorkplaceThatIsAskedForStandsThereOnceItIsGiven) {
+  std::filesystem::create_directories(site_.root.resolve("c:\\none"));
+  open();
+  auto& box = find<QComboBox>("right");
+  for (const bool given : {false, true}) {
+    if (given)
+      answer_ = {"a long name of a third workplace, which is told apart by its end",
+                 [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\none"); }};
+    QTest::keyClick(&box, Qt::Key_Down);
+    settle();
+    EXPECT_EQ(box.currentText(), given ? answer_->text : "right");
+    EXPECT_EQ(rows()[0], given ? "001|One|← only left||" : "001|One|= same|One|");
+  }
+  EXPECT_EQ(box.count(), 4);
+  const QAbstractItemModel& model = *find<QTableView>("table").model();
+  EXPECT_EQ(model.headerData(WorkplacesModel::kRight, Qt::Horizontal, Qt::ToolTipRole), answer_->text);
+  const QString cut = model.headerData(WorkplacesModel::kRight, Qt::Horizontal).toString();
+  EXPECT_TRUE(cut.contains(QChar(0x2026)) && cut.endsWith("end")) << cut.toStdString();
+  click("tickDifferent");
+  click("toLeft");
+  EXPECT_EQ(find<QLabel>("told").text(), "Nothing is ticked that differs and can be copied this way.");
+  EXPECT_THAT(rows()[0], EndsWith("not copied: there is nothing to be copied"));
+}
+
 // Catches a copy over what could not be read when the workplaces were compared, and can by now.
 TEST_F(WorkplacesWindowTest, WhatCouldNotBeReadIsNotWrittenOver) {
   unreadable_ = 2;
   open();
+  EXPECT_EQ(toldBy(*find<QTableView>("table").model())[1],
+            "002 - |  | ? unreadable [the line was lost] | Zwei | ");
   press(1, Qt::Key_Space);
   unreadable_ = -1;
   click("toLeft");
   settle();
   EXPECT_EQ(site_.read(file("left", 2)), macro("Two"));
-  EXPECT_THAT(rows()[1], HasSubstr("could not be read"));
+  EXPECT_THAT(rows()[1], EndsWith("not copied: what stands there could not be read; read again"));
   click("again");
   settle();
   press(1, Qt::Key_Space);
@@ -220,15 +263,26 @@ TEST_F(WorkplacesWindowTest, ClosingEndsWhatRunsFirst) {
   hangs_ = true;
   click("again");
   EXPECT_TRUE(window_->busy());
+  EXPECT_EQ(find<QLabel>("told").text(), "Reading...");
+  EXPECT_EQ(shutIn(*window_), "compare retry tickDifferent toLeft toRight; ");
   click("again");  // in place of what runs
   hangs_ = false;
   settle();
   EXPECT_THAT(rows(), SizeIs(4));
   click("tickDifferent");
+  click("toRight");
+  std::this_thread::sleep_for(
+      std::chrono::milliseconds(50));  // all is read, which nobody has told the window
+  click("cancel");
+  settle();
+  EXPECT_EQ(site_.read(file("right", 3)), "<missing>");
   hangs_ = true;
   click("toRight");
   EXPECT_TRUE(window_->busy());
+  EXPECT_EQ(find<QLabel>("told").text(), "Reading what is to be copied...");
+  EXPECT_EQ(shutIn(*window_), "again left retry right toLeft toRight; ");
   window_->close();
+  EXPECT_EQ(find<QLabel>("told").text(), "Ending what is being read or copied...");
   EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isNull(); }, 20'000));
   EXPECT_EQ(site_.read(file("right", 2)), macro("Zwei"));
   EXPECT_EQ(site_.read(file("right", 3)), "<missing>");

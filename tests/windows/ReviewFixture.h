@@ -1,0 +1,102 @@
+#pragma once
+
+#include <condition_variable>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include "classic/DecodingList.h"
+#include "dictionary/InterfaceFile.h"
+#include "tests/support/BuildPaths.h"
+#include "tests/support/TestSite.h"
+#include "tests/support/Told.h"
+#include "windows/ReviewScope.h"
+
+namespace tessaly {
+
+inline constexpr const char* kClip =
+    R"(<cmd fid="QMF1.ME1.KEY1.CLIP.SET" workplace="1"><param name="VALUE" value="0.5"/></cmd>)";
+
+inline std::string macroOf(const char* name, const std::string& commands) {
+  return "<macro name=\"" + std::string(name) + "\"><data>" + commands + "</data></macro>";
+}
+
+// A workplace that has no 006 after all, while the read of 008 waits until it is cancelled.
+class StuckShelf : public MacroShelf {
+ public:
+  [[nodiscard]] std::string title() const override { return "workplace 1 of 127.0.0.1"; }
+  [[nodiscard]] MacroPlace place(MacroNumber number) const override {
+    return {{}, "127.0.0.1", 1, number.text()};
+  }
+  [[nodiscard]] Expected<std::vector<Held>> list() override {
+    return std::vector<Held>{
+        {*MacroNumber::of(6), ""}, {*MacroNumber::of(7), ""}, {*MacroNumber::of(8), "8"}};
+  }
+  [[nodiscard]] Expected<std::string> read(MacroNumber number) override {
+    if (number.value() == 6) return Failure{Failure::Kind::kMissing, "missing"};
+    if (number.value() == 7) return macroOf("Seven", kClip);
+    std::unique_lock lock(mutex_);
+    cancelled_.wait(lock, [this] { return stop_; });
+    return Failure{Failure::Kind::kCancelled, "cancelled"};
+  }
+  [[nodiscard]] Outcome writable() const override { return {}; }
+  [[nodiscard]] ShelfWrite write(MacroNumber, std::string_view, MacroChange, const BeforeWrite&) override {
+    return {};
+  }
+  [[nodiscard]] ShelfWrite remove(MacroNumber, const BeforeWrite&) override { return {}; }
+  void cancel() override {
+    const std::lock_guard guard(mutex_);
+    stop_ = true;
+    cancelled_.notify_all();
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable cancelled_;
+  bool stop_ = false;
+};
+
+// One that is not there.
+class LostShelf : public StuckShelf {
+ public:
+  [[nodiscard]] Expected<std::vector<Held>> list() override {
+    return Failure{Failure::Kind::kPanel, "the line was lost"};
+  }
+};
+
+// A window that looks at macros on a thread of its own, over a site of a test's.
+struct ReviewFixture : testing::Test {
+  static const FunctionDictionary& dictionary() {
+    static FunctionDictionary& dictionary = *new FunctionDictionary;
+    if (dictionary.functionCount() == 0) loadFunctionDictionary(SiteRoot(sourcePath("site")), dictionary, {});
+    return dictionary;
+  }
+  static QString words(const Failure& failure) { return QString::fromStdString(failure.text); }
+  template <class Shelf>
+  static ReviewScope panel() {
+    return {ReviewScope::Kind::kPanel, "the panel", ShelfContent{[] { return std::make_shared<Shelf>(); }}};
+  }
+  [[nodiscard]] virtual QWidget& top() = 0;
+  template <class Widget>
+  [[nodiscard]] Widget& child(const char* name) {
+    return *top().findChild<Widget*>(QLatin1String(name));
+  }
+  [[nodiscard]] std::string said(const char* label) { return child<QLabel>(label).text().toStdString(); }
+  void click(const char* button) { QTest::mouseClick(&child<QPushButton>(button), Qt::LeftButton); }
+  [[nodiscard]] bool idle() { return !child<QWidget>("cancel").isVisible(); }
+  void awaitEnd() {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return idle(); }));
+  }
+
+  TestSite site;
+  DecodingLists lists{site.root};
+  std::vector<ReviewScope> scopes;
+};
+
+}  // namespace tessaly
