@@ -109,7 +109,7 @@ MacroUndo::Result MacroUndo::run(const Entry& entry) {
         tr("Reading the history"),
         [&history = history_, &root = site_.root, id = *entry.kept]() -> Expected<std::string> {
           const auto macro = history.find(id);
-          return macro ? readOwnFile(root, macro->file) : Failure{};
+          return macro ? readOwnFile(root, macro->file) : macro.failure();
         });
     if (!bytes) return notDone(entry, tr("nothing has been changed"));
     if (!*bytes) {

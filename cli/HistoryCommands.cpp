@@ -65,7 +65,10 @@ int runHistory(CommandSession& session, Arguments& arguments) {
     return session.wrongUsage("unknown history command " + arguments[0]);
   if (!arguments.complete(2, show ? 2 : 3)) return session.wrongUsage(arguments.problem());
   const auto kept = session.history().find(arguments[1]);
-  if (!kept) return session.failed("The history holds no " + arguments[1]);
+  if (!kept)
+    return session.failed(kept.failure().kind == Failure::Kind::kMissing
+                              ? "The history holds no " + arguments[1]
+                              : "The history " + kept.failure().text);
   return show ? showLines(session, kept->file, options, json) : restore(session, *kept, arguments);
 }
 

@@ -31,15 +31,12 @@ constexpr std::uint64_t kHistoryLock = 0;  // the others are odd, one for each f
 constexpr std::size_t kLargestRecord = 64 * 1024;  // bytes
 constexpr std::uint64_t kShareOfOne = 4;
 
-bool isOwnFolder(const fs::path& folder) {
-  std::error_code error;
-  return fs::is_directory(fs::symlink_status(folder, error));
-}
-
-// As far as the folder can be read.
-std::vector<fs::directory_entry> entriesOf(const fs::path& folder) {
+// As far as the folder can be read; none where there is no such folder, or only a link to one.
+std::vector<fs::directory_entry> entriesOf(const fs::path& folder, std::error_code& error) {
   std::vector<fs::directory_entry> found;
-  std::error_code error;
+  const auto kind = fs::symlink_status(folder, error).type();
+  if (kind == fs::file_type::not_found) error.clear();
+  if (kind != fs::file_type::directory) return found;
   fs::directory_iterator entry(folder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) found.push_back(*entry);
   return found;
@@ -83,32 +80,35 @@ fs::path MacroHistory::host(const HistoryEntry& entry, const char* ending) const
   return folder_ / entry.day / (entry.stem + ending);
 }
 
-void MacroHistory::load() {
+Outcome MacroHistory::load() {
   entries_.clear();
-  if (!isOwnFolder(folder_)) return;
-  std::error_code error;
-  for (const fs::directory_entry& day : entriesOf(folder_)) {
+  std::error_code error, ofDays;
+  for (const fs::directory_entry& day : entriesOf(folder_, ofDays)) {
     const std::string dayName = day.path().filename().string();
-    if (!isHistoryDay(dayName) || !isOwnFolder(day.path())) continue;
-    for (const fs::directory_entry& file : entriesOf(day.path())) {
+    if (!isHistoryDay(dayName)) continue;
+    for (const fs::directory_entry& file : entriesOf(day.path(), error)) {
       if (file.path().extension() != kMacroEnding) continue;
       auto entry = HistoryEntry::parse(dayName, file.path().stem().string());
-      if (entry && fs::is_regular_file(file.symlink_status(error))) entries_.push_back(*std::move(entry));
+      std::error_code unknown;
+      if (entry && fs::is_regular_file(file.symlink_status(unknown))) entries_.push_back(*std::move(entry));
     }
+    if (error) ofDays = error;
   }
   std::sort(entries_.begin(), entries_.end(), [](const HistoryEntry& a, const HistoryEntry& b) {
     return std::tie(a.number, a.when, a.stem) < std::tie(b.number, b.when, b.stem);
   });
+  return ofDays ? systemFailure(ofDays.value(), "read") : Outcome();
 }
 
 // What killed programs have left: unfinished files, and records that no macro has followed. While the history
 // is locked nobody else is about to finish one.
 void MacroHistory::removeLeftOvers() const {
   std::error_code ignored;
-  for (const fs::directory_entry& day : entriesOf(folder_)) {
-    if (!isHistoryDay(day.path().filename().string()) || !isOwnFolder(day.path())) continue;
+  for (const fs::directory_entry& day : entriesOf(folder_, ignored)) {
+    const bool ours = fs::is_directory(day.symlink_status(ignored));
+    if (!ours || !isHistoryDay(day.path().filename().string())) continue;
     PendingFile::sweep(day.path().string());
-    for (const fs::directory_entry& file : entriesOf(day.path())) {
+    for (const fs::directory_entry& file : entriesOf(day.path(), ignored)) {
       fs::path macro = file.path();
       if (macro.extension() != kRecordEnding) continue;
       std::error_code unknown;
@@ -159,7 +159,7 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   // Another program may have kept something since, and a first look is needed, too.
   if (std::string text = lock->text(); text.empty() || text != seen_) {
     if (seen_.empty()) removeLeftOvers();
-    load();
+    static_cast<void>(load());  // what cannot be read now is not counted
     seen_ = std::move(text);
   }
   const std::string key = historyKey(place);
@@ -300,7 +300,7 @@ KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
 
 std::vector<KeptMacro> MacroHistory::list(const std::atomic<bool>* stop) {
   const std::scoped_lock guard(mutex_);
-  load();
+  static_cast<void>(load());
   std::vector<KeptMacro> kept;
   kept.reserve(entries_.size());
   for (auto entry = entries_.rbegin(); entry != entries_.rend() && (stop == nullptr || !*stop); ++entry)
@@ -308,12 +308,12 @@ std::vector<KeptMacro> MacroHistory::list(const std::atomic<bool>* stop) {
   return kept;
 }
 
-std::optional<KeptMacro> MacroHistory::find(std::string_view id) {
+Expected<KeptMacro> MacroHistory::find(std::string_view id) {
   const std::scoped_lock guard(mutex_);
-  load();
+  const Outcome loaded = load();
   for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry)
     if (entry->id() == id) return read(*entry);
-  return std::nullopt;
+  return loaded ? Failure{Failure::Kind::kMissing, "is no longer in the history"} : loaded.failure();
 }
 
 bool MacroHistory::isOfSite(const KeptMacro& macro) const {

@@ -69,8 +69,8 @@ class MacroHistory : public MacroKeeper {
 
   // Newest first, as the folder is now; those that were read until somebody has set `stop`.
   [[nodiscard]] std::vector<KeptMacro> list(const std::atomic<bool>* stop = nullptr);
-  // By its id; nothing when it is not there.
-  [[nodiscard]] std::optional<KeptMacro> find(std::string_view id);
+  // By its id; kMissing when it is surely not there.
+  [[nodiscard]] Expected<KeptMacro> find(std::string_view id);
 
   // Whether it came from a file on a drive of the root, and no link leads out from there. A record is a file
   // that anyone may have written: what it says decides nothing outside the site.
@@ -84,7 +84,8 @@ class MacroHistory : public MacroKeeper {
   // With the one spelling of a file's path, however it was given.
   [[nodiscard]] Expected<MacroPlace> spelt(const MacroPlace& place) const;
   [[nodiscard]] static bool onDrive(const MacroPlace& place);
-  void load();
+  // A failure where a part of it could not be read.
+  Outcome load();
   void removeLeftOvers() const;
   // `id` is that of what is kept, if anything is.
   Outcome store(std::string_view bytes, const MacroPlace& place, MacroChange change,
