@@ -90,7 +90,9 @@ Outcome MacroHistory::load() {
       if (file.path().extension() != kMacroEnding) continue;
       auto entry = HistoryEntry::parse(dayName, file.path().stem().string());
       std::error_code unknown;
-      if (entry && fs::is_regular_file(file.symlink_status(unknown))) entries_.push_back(*std::move(entry));
+      const auto kind = file.symlink_status(unknown).type();
+      if (kind == fs::file_type::none) ofDays = unknown;
+      if (entry && kind == fs::file_type::regular) entries_.push_back(*std::move(entry));
     }
     if (error) ofDays = error;
   }
