@@ -43,6 +43,7 @@ void CheckMarks::begin(const CheckContext& context) {
     context_.emplace(context);
   }
   begun_ = true;
+  beginWork();
   for (const Pane pane : kPanes) ask(pane);
 }
 
@@ -69,12 +70,16 @@ void CheckMarks::hand() {
     for (const Pane pane : kPanes)
       if (std::exchange(due_[index(pane)], false)) wanted_[index(pane)] = wanted(state(pane).copy);
   }
+  beginWork();
+  asked_.notify_one();
+}
+
+void CheckMarks::beginWork() {
   try {
     if (!worker_.joinable()) worker_ = std::jthread([this](const std::stop_token& stop) { work(stop); });
   } catch (const std::system_error&) {
-    rest_.start();  // no thread to be had
+    rest_.start();  // no thread to be had now
   }
-  asked_.notify_one();
 }
 
 std::optional<CheckMarks::Wanted> CheckMarks::wanted(const WorkingCopy& copy) {

@@ -48,6 +48,7 @@ class CheckMarks : public QObject {
   void look(Pane pane);
   void ask(Pane pane);
   void hand();
+  void beginWork();
   [[nodiscard]] static std::optional<Wanted> wanted(const WorkingCopy& copy);
   void take(Pane pane, int revision, Findings findings);
   void work(const std::stop_token& stop);

@@ -65,8 +65,8 @@ TEST(DestinationPadTest, ButtonsStandInTheirGroupsAndLines) {
       "@ Transition Transi [ME#.TRANSI] to @ Transition Transi [ME#.TRANSI]: 1",
       "@ Util 1 [ME#.UTIL1] to @ Util 2 [ME#.UTIL2]: 2",
       "@ Wipe 1 [ME#.WIPE1] to @ Wipe 2 [ME#.WIPE2]: 2",
-      "@ iDpm Effect 1 [ME#.IDPM.CHANNEL1, ME#.KEY1.IDPM] to @ iDpm Effect 4 [ME#.IDPM.CHANNEL4, "
-      "ME#.KEY4.IDPM]: 4",
+      ("@ iDpm Effect 1 [ME#.IDPM.CHANNEL1, ME#.KEY1.IDPM] to @ iDpm Effect 4 [ME#.IDPM.CHANNEL4, "
+       "ME#.KEY4.IDPM]: 4"),
       "@ eDpm Effect [DpmEffect.ME#] to @ eDpm Effect [DpmEffect.ME#]: 1",
       "@ Color Corr. YUV [YUV_CORR.ME#] to @ Color Corr. RGB [RGB_CORR.ME#]: 2"};
   std::vector<std::string> expected;
