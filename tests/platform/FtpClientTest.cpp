@@ -42,7 +42,8 @@ TEST(ChildProcessTest, IsTalkedToInLinesUntilEitherEnds) {
   EXPECT_EQ(child.readLine(0), std::nullopt);
   child.stop();
   EXPECT_FALSE(child.running() || child.readLine() || child.writeLine("gone"));
-  ASSERT_TRUE(child.start({"/bin/sh", "-c", "echo $0; head -c 66000 /dev/zero; echo; exec sleep 1000", "two"}));
+  ASSERT_TRUE(
+      child.start({"/bin/sh", "-c", "echo $0; head -c 66000 /dev/zero; echo; exec sleep 1000", "two"}));
   EXPECT_EQ(child.readLine(), "two");
   EXPECT_EQ(child.readLine(10'000), std::nullopt) << "no line is that long";
   const auto start = std::chrono::steady_clock::now();
