@@ -1,11 +1,8 @@
-#include <cstdlib>
-#include <ctime>
 #include <gtest/gtest.h>
 #include <vector>
 
 #include "platform/CloseName.h"
 #include "platform/FixedPoint.h"
-#include "platform/LocalTime.h"
 #include "platform/MacroNumber.h"
 #include "platform/Text.h"
 #include "platform/Workplace.h"
@@ -38,9 +35,6 @@ TEST(SmallNumbers, HaveTheirBoundsAndSpellings) {
 TEST(SmallNumbers, AreShownInFigures) {
   EXPECT_EQ(fixedPoint(-1.25, 1) + ' ' + fixedPoint(2, 4), "-1.2 2.0000");
   EXPECT_EQ(fixedPoint(1e60, 3) + ' ' + fixedPoint(1e80, 1), format("%.3f %.1f", 1e60, 1e80));
-  ::setenv("TZ", "UTC-2", 1);
-  ::tzset();
-  EXPECT_EQ(localTimeText(1'956'314'096'789), "2031-12-29 14:34:56");
 }
 
 TEST(CloseName, IsTheOneThatFewestEditsLeadTo) {
