@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include <functional>
 #include <mutex>
 #include <thread>
 
@@ -48,8 +49,7 @@ QString titleOn(const SiteRoot& root, const QString& title) {
 // What the loader thread may reach of the program; emptied when the program ends before it.
 struct Application::LoaderLink {
   std::mutex mutex;
-  MainWindow* window = nullptr;
-  Post post;  // to it
+  std::function<void()> tellLoaded;  // none without a window
   MessageBoxes* messages = nullptr;
 };
 
@@ -70,7 +70,7 @@ Application::Application(const StartOptions& options, Preferences* preferences)
 Application::~Application() {
   {
     const std::lock_guard guard(loader_->mutex);
-    loader_->window = nullptr;
+    loader_->tellLoaded = nullptr;
     loader_->messages = nullptr;
   }
   window_.reset();
@@ -156,8 +156,12 @@ void Application::start() {
       [this] { window_->keepState(); }, [this] { return !window_->isVisible() || window_->end(); }});
   messages_.setWindow(window_.get());
   messages_.setGate(&window_->gate());
-  loader_->window = window_.get();
-  loader_->post = postTo(window_.get());
+  loader_->tellLoaded = [post = postTo(window_.get()), window = window_.get()] {
+    post([window] {
+      QEvent loaded(static_cast<QEvent::Type>(kDictionaryLoadedMessage));
+      QCoreApplication::sendEvent(window, &loaded);
+    });
+  };
   loader_->messages = &messages_;
   if (!described)
     window_->say(
@@ -176,11 +180,7 @@ void Application::startLoader(bool reports) {
     });
     {
       const std::lock_guard guard(link->mutex);
-      if (link->window != nullptr)
-        link->post([window = link->window] {
-          QEvent loaded(static_cast<QEvent::Type>(kDictionaryLoadedMessage));
-          QCoreApplication::sendEvent(window, &loaded);
-        });
+      if (link->tellLoaded) link->tellLoaded();
     }
     releaseFreedMemory();  // both parsed files
   }).detach();

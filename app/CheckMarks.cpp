@@ -111,8 +111,8 @@ void CheckMarks::work(const std::stop_token& stop) {
       next.swap(wanted_[index(pane)]);
     }
     Findings findings = std::visit([&](const auto& content) { return check->check(content); }, next->content);
-    post_([this, pane, revision = next->revision, findings = std::move(findings)] {
-      take(pane, revision, findings);
+    post_([this, pane, revision = next->revision, findings = std::move(findings)]() mutable {
+      take(pane, revision, std::move(findings));
     });
   }
 }

@@ -89,10 +89,11 @@ Outcome MacroHistory::load() {
     for (const fs::directory_entry& file : entriesOf(day.path(), error)) {
       if (file.path().extension() != kMacroEnding) continue;
       auto entry = HistoryEntry::parse(dayName, file.path().stem().string());
+      if (!entry) continue;
       std::error_code unknown;
       const auto kind = file.symlink_status(unknown).type();
       if (kind == fs::file_type::none) ofDays = unknown;
-      if (entry && kind == fs::file_type::regular) entries_.push_back(*std::move(entry));
+      if (kind == fs::file_type::regular) entries_.push_back(*std::move(entry));
     }
     if (error) ofDays = error;
   }

@@ -33,22 +33,22 @@ constexpr std::pair<const char*, FtpFaults::Count FtpFaults::*> kCounts[] = {
 bool FtpService::start(const std::string& address, std::uint16_t port, const std::string& treeRoot,
                        const FtpFaults& faults, std::string& reason) {
   stop();
-  const bool begun =
-      child_.start({kPython, "-c", std::string(kFtpServerText), address, std::to_string(port), treeRoot});
-  const std::string line = begun ? child_.readLine(kStartTimeMs).value_or("") : std::string();
+  if (!child_.start({kPython, "-c", std::string(kFtpServerText), address, std::to_string(port), treeRoot})) {
+    reason = std::string(kPython) + " cannot be run";
+    return false;
+  }
+  const std::string line = child_.readLine(kStartTimeMs).value_or("");
   if (!line.starts_with(kReady)) {
-    reason = line.starts_with(kFailed) ? line.substr(kFailed.size())
-             : begun                   ? "the FTP server does not start"
-                                       : std::string(kPython) + " cannot be run";
+    reason = line.starts_with(kFailed) ? line.substr(kFailed.size()) : "the FTP server does not start";
     child_.stop();
     return false;
   }
   port_ = static_cast<std::uint16_t>(parseInt(line.substr(kReady.size())));
   ended_ = false;
   reader_ = std::thread([this] { readEvents(); });
-  const bool answers = setFaults(faults);
-  if (!answers) reason = "the FTP server does not answer";
-  return answers;
+  if (setFaults(faults)) return true;
+  reason = "the FTP server does not answer";
+  return false;
 }
 
 void FtpService::stop() {

@@ -12,8 +12,7 @@
 #include <QTest>
 
 #include "classic/DecodingList.h"
-#include "dictionary/InterfaceFile.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/support/SmallDictionary.h"
 #include "tests/support/TestSite.h"
 #include "tests/support/Told.h"
 #include "windows/ReviewScope.h"
@@ -72,11 +71,7 @@ class LostShelf : public StuckShelf {
 
 // A window that looks at macros on a thread of its own, over a site of a test's.
 struct ReviewFixture : testing::Test {
-  static const FunctionDictionary& dictionary() {
-    static FunctionDictionary& dictionary = *new FunctionDictionary;
-    if (dictionary.functionCount() == 0) loadFunctionDictionary(SiteRoot(sourcePath("site")), dictionary, {});
-    return dictionary;
-  }
+  static const FunctionDictionary& dictionary() { return siteDictionary(); }
   static QString words(const Failure& failure) { return QString::fromStdString(failure.text); }
   template <class Shelf>
   static ReviewScope panel() {
