@@ -66,7 +66,12 @@ TEST_F(ClassicEditingTest, WhatIsEnteredIsBuilt) {
     const char* bytes;
   } cases[] = {{"Clip", [](const DialogDriver& user) { user.type("value", "300"); }, "25 00 20 01 2c 01 "},
                {"Type", [](const DialogDriver& user) { user.type("value", "2"); }, "24 00 20 02 02 "},
-               {"Start", [](const DialogDriver& user) { user.type("hours", "10:11:12:13"); },
+               {"Start",
+                [](const DialogDriver& user) {
+                  for (const auto& [field, text] :
+                       {std::pair("hours", "10"), {"minutes", "11"}, {"seconds", "12"}, {"frames", "13"}})
+                    user.type(field, text);
+                },
                 "27 00 20 05 13 12 11 10 "},
                {"Load", [](const DialogDriver& user) { user.choose("list", "Closer"); },
                 "2a 00 20 06 43 6c 6f 73 65 72 00 "}};
