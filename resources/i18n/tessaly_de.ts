@@ -4242,8 +4242,8 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>Der Verlauf wird gelesen</translation>
     </message>
     <message>
-        <source>the history is not listed whole: it was cancelled</source>
-        <translation>der Verlauf ist nicht vollständig aufgelistet: abgebrochen</translation>
+        <source>the history is not listed whole: %1</source>
+        <translation>der Verlauf ist nicht vollständig aufgelistet: %1</translation>
     </message>
 </context>
 <context>
