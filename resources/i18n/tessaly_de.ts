@@ -3274,8 +3274,8 @@ Trotzdem überschreiben?</translation>
         <translation>%1 wird gelesen</translation>
     </message>
     <message>
-        <source>NOT listed: %1 (it was cancelled)</source>
-        <translation>NICHT aufgelistet: %1 (abgebrochen)</translation>
+        <source>NOT listed: %1 (%2)</source>
+        <translation>NICHT aufgelistet: %1 (%2)</translation>
     </message>
 </context>
 <context>
