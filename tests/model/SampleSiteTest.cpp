@@ -23,8 +23,8 @@ struct SampleSiteTest : testing::Test {
   // Calls back with the folder of every workplace, or the key folder of every older-family panel.
   template <typename Use>
   void forEachFolder(bool keys, Use use) {
-    for (const std::string& application : applications(root, kApplications))
-      for (const PanelEntry& panel : controlPanels(root, kApplications, application)) {
+    for (const std::string& application : applications(root, kApplications).value_or({}))
+      for (const PanelEntry& panel : controlPanels(root, kApplications, application).value_or({})) {
         if (keys && panel.olderFamily) use(keyFolder(kApplications, application, panel.name));
         for (int workplace = 1; !keys && !panel.olderFamily && workplace <= 2; ++workplace)
           use(macroFolder(kApplications, application, panel.name, workplace));
@@ -73,7 +73,7 @@ TEST_F(SampleSiteTest, MacrosLoadAndReadWell) {
   loadFunctionDictionary(root, dictionary, {});
   std::size_t macros = 0, commands = 0, unknown = 0;
   forEachFolder(false, [&](const std::string& folder) {
-    const MacroListing listing = listMacros(root, folder);
+    const MacroListing listing = *listMacros(root, folder);
     EXPECT_FALSE(listing.rows.empty()) << folder;
     EXPECT_TRUE(listing.reports.empty()) << folder;
     for (const MacroRow& row : listing.rows) {
@@ -113,7 +113,7 @@ TEST_F(SampleSiteTest, DecodingListsLoad) {
 TEST_F(SampleSiteTest, KeyFilesReadInWords) {
   std::size_t described = 0, empty = 0;
   forEachFolder(true, [&](const std::string& folder) {
-    for (const MacroRow& row : listKeyFiles(root, folder)) {
+    for (const MacroRow& row : listKeyFiles(root, folder).value_or({})) {
       KeyFile key;
       key.load(root, keyFile(folder, row.numberText), row.number);
       for (const ClassicCommand& command : key.commands()) {

@@ -37,7 +37,7 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
   site.write(file(0), "<later/>");
   std::size_t lost = 0;
   MacroBatch undo(places, "undo", MacroChange::kPutBack, Mode::kAsManyAsGo,
-                  undoing(tracesOf(batch), site.root, history, lost));
+                  *undoing(tracesOf(batch), site.root, history, lost));
   EXPECT_TRUE(undo.run());
   EXPECT_EQ(lost, 0U);
   EXPECT_THAT(disk(), ElementsAre("<later/>", kOld, kOld, "<missing>"));
