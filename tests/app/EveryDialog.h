@@ -101,12 +101,12 @@ class EveryDialog {
         {"compare", [this] { return comparison(); }},
         {"rehearse",
          [this] {
-           return std::make_unique<RehearseWindow>(
-               RehearseWays{[] {
-                              return RehearseSource{QStringLiteral("A"), QStringLiteral("none")};
-                            },
-                            [] { return QString(); }, [](const Failure&) { return QString(); }},
-               offlineClient(), LineContext{siteDictionary(), lists_}, LineOptions());
+           const RehearseWays ways{[] {
+                                     return RehearseSource{"A", "none"};
+                                   },
+                                   [] { return QString(); }, &noText};
+           return std::make_unique<RehearseWindow>(ways, offlineClient(),
+                                                   LineContext{siteDictionary(), lists_}, LineOptions());
          }},
         {"check",
          [this] {
@@ -121,21 +121,15 @@ class EveryDialog {
          }},
         {"replace",
          [this] {
+           const auto checkContext = [this] { return CheckContext{siteDictionary(), lists_}; };
            return std::make_unique<ReplaceWindow>(
-               ReplaceSurroundings{fixture.site.root,
-                                   [this] {
-                                     return CheckContext{siteDictionary(), lists_};
-                                   },
-                                   &noScopes,
-                                   {},
-                                   {},
-                                   {}});
+               ReplaceSurroundings{fixture.site.root, checkContext, &noScopes, {}, {}, {}});
          }},
         {"restore",
          [this] {
            return std::make_unique<SnapshotRestoreDialog>(
                QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
-               [](const auto&) { return true; }, [](const Failure&) { return QString(); });
+               [](const auto&) { return true; }, &noText);
          }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
@@ -149,6 +143,7 @@ class EveryDialog {
   using Rows = std::vector<std::string>;
 
   static std::vector<ReviewScope> noScopes() { return {}; }
+  static QString noText(const Failure& /*failure*/) { return {}; }
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
