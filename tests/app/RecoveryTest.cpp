@@ -148,6 +148,20 @@ TEST_F(RecoveryTest, WhatCannotBeReadNowIsOfferedByALaterStart) {
   EXPECT_TRUE(edited(Pane::kA));
 }
 
+// Else the next edit in the pane would take the place of the only copy.
+TEST_F(RecoveryTest, WhatTheHistoryCannotKeepIsTakenUpWhateverTheAnswer) {
+  edit(Pane::kA);
+  fixture_.window.reset();
+  const std::string edited = read(kTempA);
+  fixture_.site.write("history", "in the way");
+  for (const auto answer : {later, leave}) {
+    startAgain(answer);
+    EXPECT_TRUE(visible(a_.saveChanges));
+    EXPECT_EQ(read(kTempA), edited);
+    EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("the history cannot keep the changes"));
+  }
+}
+
 TEST_F(RecoveryTest, AHistoryThatCannotBeWrittenStopsNothing) {
   fixture_.site.write("history", "in the way");
   fixture_.site.write("recovery", "in the way");
