@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QTreeView>
 
+#include "app/HistoryDialog.h"
 #include "tests/app/PanelWindowFixture.h"
 
 namespace tessaly {
@@ -41,6 +42,16 @@ class HistoryWindowTest : public PanelWindowTest {
   }
   static void putBack(QDialog& dialog) { WindowDriver::click(dialog, "Put Back"); }
 };
+
+TEST_F(HistoryWindowTest, AListThatIsNotWholeSaysWhyAndNeverThatThereIsNothing) {
+  HistoryDialog dialog([](const KeptMacro&) { return HistoryPreview(); });
+  const auto* const outcome = dialog.findChild<QLabel*>("outcome");
+  for (const char* why : {"unreadable", ""}) {
+    dialog.setMacros({}, QLatin1String(why));
+    EXPECT_EQ(outcome->text().startsWith("Nothing has been"), *why == 0);
+    EXPECT_TRUE(*why == 0 || outcome->text() == QLatin1String(why));
+  }
+}
 
 TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
   const std::string file = macroPath(1);
