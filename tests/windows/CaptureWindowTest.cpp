@@ -124,8 +124,7 @@ class CaptureWindowTest : public WindowFixture {
   QTreeView* tree_ = nullptr;
 };
 
-// Catches values beside the wrong command, a tick where nothing differs, a later value in the place of the
-// one that was looked at, and a take that is not one edit of just what is ticked.
+// Catches values beside another command, a later value in the place of the one that was looked at.
 TEST_F(CaptureWindowTest, WhatIsTickedIsTakenInOneEditAndCanBeTakenBack) {
   open();
   EXPECT_THAT(subscribed(), ElementsAre("subscribe QMF1.a", "subscribe QMF1.b"));
@@ -169,8 +168,7 @@ TEST_F(CaptureWindowTest, WhatIsTickedIsTakenInOneEditAndCanBeTakenBack) {
   EXPECT_THAT(column(Column::kOld), ElementsAre("1", "2", "3"));
 }
 
-// Catches a wait that hides what never came, late values that are dropped, and an "Ask Again" that asks for
-// what is there.
+// Catches an "Ask Again" that asks for what is there.
 TEST_F(CaptureWindowTest, WhatDoesNotComeIsToldTakenLateAndAskedForAgain) {
   open(std::chrono::milliseconds(50));
   subscribed();
@@ -194,8 +192,6 @@ TEST_F(CaptureWindowTest, WhatDoesNotComeIsToldTakenLateAndAskedForAgain) {
   EXPECT_FALSE(enabled("askAgain"));
 }
 
-// Catches a window that waits on a line that is gone, or new, and questions to a panel that never saw the
-// first ones.
 TEST_F(CaptureWindowTest, ALostLineIsToldAndAskedAgainOnTheNextOne) {
   open();
   tell("QMF1.b", "4");
@@ -219,7 +215,6 @@ TEST_F(CaptureWindowTest, ALostLineIsToldAndAskedAgainOnTheNextOne) {
   EXPECT_EQ(ticks(), "xxx");
 }
 
-// Catches values that get into other commands than those that were looked at.
 TEST_F(CaptureWindowTest, CommandsThatHaveChangedAreToldAndLeftAlone) {
   open();
   tell("QMF1.a", "9");
@@ -242,7 +237,7 @@ TEST_F(CaptureWindowTest, CommandsThatHaveChangedAreToldAndLeftAlone) {
   EXPECT_THAT(column(Column::kOld), ElementsAre("1", "2", "3"));
 }
 
-// Catches a refusal that is not told, or seen too late, and a take that Esc behind it loses.
+// Catches a take that Esc behind it loses.
 TEST_F(CaptureWindowTest, ARefusalIsToldAndLeavesAllAsItIs) {
   open();
   tell("QMF1.b", "4");
@@ -283,7 +278,6 @@ TEST_F(CaptureWindowTest, WhatCannotBeAskedSaysWhy) {
   EXPECT_THAT(subscribed(), IsEmpty());
 }
 
-// Catches a choice that asks for the others, too, and one that is not offered.
 TEST_F(CaptureWindowTest, SeveralSelectedAreCapturedAloneUnlessAllAreWanted) {
   selected_ = {1, 2};
   open();
@@ -300,8 +294,6 @@ TEST_F(CaptureWindowTest, SeveralSelectedAreCapturedAloneUnlessAllAreWanted) {
   EXPECT_FALSE(scope.isEnabled());
 }
 
-// Catches rows that stay or are missed when only differences are shown, and a list that jumps under the hand
-// while values come.
 TEST_F(CaptureWindowTest, DifferencesAloneFollowAndTheListStaysInPlace) {
   Commands many;
   for (int number = 0; number < 400; ++number) many.emplace_back(number % 2 == 0 ? "QMF1.A" : "QMF1.B", "1");

@@ -100,8 +100,7 @@ const Commands kHere = {{"F0", "0"}, {"F1", "1"}, {"F2", "2"}, {"F3", "3"}, {"F8
 const Commands kThere = {{"F0", "0"}, {"F1", "11"}, {"F2", "2"}, {"F4", "4"}, {"F6", "6"},
                          {"F5", "5"}, {"F7", "7"},  {"F8", "8"}, {"F9", "9"}};
 
-// Catches a key that skips a difference or stays in one, a row under a wrong sign or number, a sign that a
-// screen reader does not get, a filter that drops a difference, and marks that are not what differs.
+// Catches a key that skips a difference, a wrong sign, a filter that drops one, and marks beside what differs.
 TEST_F(CompareWindowTest, KeysLeadFromDifferenceToDifference) {
   open(bytesOf(kHere), bytesOf(kThere));
   EXPECT_THAT(signs(), ElementsAre("1||1", "2|changed|2", "3||3", "4|only in A|", "5|moved to 8|",
@@ -170,8 +169,6 @@ TEST_F(CompareWindowTest, KeysLeadFromDifferenceToDifference) {
   }
 }
 
-// Catches a take of other rows than those that are selected, one that is several steps, and a view that
-// jumps.
 TEST_F(CompareWindowTest, TakesWhatIsSelectedOrAllAsOneStepAndStaysThere) {
   open(bytesOf(kHere), bytesOf(kThere));
   press(Qt::Key_F8);
@@ -208,7 +205,6 @@ TEST_F(CompareWindowTest, GoesOnlyOnceItHasHandedOverWhatItTakes) {
   EXPECT_EQ(steps_.size(), 1U);
 }
 
-// Catches a side that is changed although it must not be, and a refusal without a reason.
 TEST_F(CompareWindowTest, RefusesASideThatCannotBeChanged) {
   refusals_[1] = "a key file cannot be changed";
   open(bytesOf(kHere), bytesOf(kThere));
@@ -237,8 +233,7 @@ TEST_F(CompareWindowTest, RefusesASideThatCannotBeChanged) {
   EXPECT_EQ(shutIn(*window_), "takeA takeAllA takeAllB takeB; notes");
 }
 
-// Catches a view that jumps when a row comes in front of the one that is looked at, and a difference out of
-// sight.
+// Catches a view that jumps when a row comes in front of the one that is looked at.
 TEST_F(CompareWindowTest, StaysWhereItIsLookedAt) {
   Commands many;
   for (int i = 0; i < 300; ++i) many.emplace_back("F" + std::to_string(i), "0");
@@ -295,7 +290,6 @@ TEST_F(CompareWindowTest, PaintsWhatDiffersWhereTheLineIsCutOff) {
   EXPECT_THAT(marked(400, QStyle::State_Selected), testing::IsEmpty());
 }
 
-// Catches "no difference" where there is one beside the commands.
 TEST_F(CompareWindowTest, SaysTrulyWhatDiffersBesideTheCommands) {
   const std::string same = bytesOf({{"F0", "0"}});
   std::string spaced = same;

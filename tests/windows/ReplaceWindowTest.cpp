@@ -152,7 +152,6 @@ TEST_F(ReplaceWindowTest, GoesOnlyOnceItHasToldWhatItHasWritten) {
   EXPECT_EQ(site.read(kOne), macro("QMF2", "QMF2"));
 }
 
-// Catches findings of changes that are not made.
 TEST_F(ReplaceWindowTest, FindingsAreThoseOfWhatIsTicked) {
   off_ = CheckRule::kNameTwice;
   preview("QMF1", "QMF2");

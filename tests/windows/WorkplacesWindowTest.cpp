@@ -215,7 +215,6 @@ TEST_F(WorkplacesWindowTest, AWorkplaceThatIsAskedForStandsThereOnceItIsGiven) {
   EXPECT_THAT(rows()[0], EndsWith("not copied: there is nothing to be copied"));
 }
 
-// Catches a copy over what could not be read when the workplaces were compared, and can by now.
 TEST_F(WorkplacesWindowTest, WhatCouldNotBeReadIsNotWrittenOver) {
   unreadable_ = 2;
   open();
