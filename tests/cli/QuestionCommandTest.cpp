@@ -38,11 +38,11 @@ TEST_F(Commands, DictionaryIsListedAndShown) {
     EXPECT_EQ(run(given).code, 2) << words;
   }
 
-  site.write(kPanel, "<mfd");
+  site.write(kPanelInterface, "<mfd");
   const Ran broken = run({"dictionary"});
   EXPECT_EQ(broken.code, 1);
   EXPECT_EQ(broken.out, "Number of FIDs: 2/3\n");
-  EXPECT_EQ(broken.errors, std::string("Cannot parse file: ") + kPanel + "\n");
+  EXPECT_EQ(broken.errors, std::string("Cannot parse file: ").append(kPanelInterface) + "\n");
 }
 
 TEST_F(Commands, ValuesAreConvertedAsTheFieldDoes) {
@@ -85,6 +85,9 @@ TEST_F(Commands, SmallQuestions) {
   const Ran invalid = run({"classic", "23 10"});
   EXPECT_EQ(invalid.code, 1) << "a script asks by the exit code";
   EXPECT_EQ(invalid.out + invalid.errors, "valid: no\ntext:\ndebug:\ndescription:\n");
+  EXPECT_EQ(output({"address", "10.0.0.7"}), "accepted\n");
+  const Ran refused = run({"address", "10.0.0."});
+  EXPECT_EQ(std::pair(refused.code, refused.out + refused.errors), std::pair(1, std::string("refused\n")));
   const Ran unmatched = run({"dictionary", "--list", "none"});
   EXPECT_EQ(unmatched.code, 1);
   EXPECT_EQ(unmatched.out + unmatched.errors, "Number of FIDs: 2/3\n");

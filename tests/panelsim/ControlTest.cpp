@@ -8,12 +8,6 @@
 namespace tessaly {
 namespace {
 
-ParameterList registerNumber(const std::string& text) {
-  ParameterList list;
-  list.addString("REG", text);
-  return list;
-}
-
 TEST_F(PanelTest, EveryNameOfAWorkplaceComesAndChangesFollow) {
   tree.write(hostPathOfTree(1, "macro007.mac"), macro("Seven"));
   start();

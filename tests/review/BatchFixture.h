@@ -74,6 +74,9 @@ class MacroBatchTest : public testing::Test {
                         HeldContent expected = HeldContent::of(kOld)) {
     return {disk(number), std::move(bytes), expected};
   }
+  MacroBatch batchOf(std::vector<BatchItem> items, MacroBatch::Mode mode = MacroBatch::Mode::kAsManyAsGo) {
+    return {places, "copy", MacroChange::kCopy, mode, std::move(items)};
+  }
   static std::vector<MacroBatch::Row::State> statesOf(const MacroBatch& batch) {
     std::vector<MacroBatch::Row::State> states;
     for (const MacroBatch::Row& row : batch.rows()) states.push_back(row.state);

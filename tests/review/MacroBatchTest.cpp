@@ -23,8 +23,8 @@ using How = BatchRecovery::How;
 // it back, but not what somebody has changed since.
 TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
   site.write(file(1), "<foreign/>");
-  MacroBatch batch(places, "copy of 4 macros", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {item(0), item(1), item(2, std::nullopt), item(3, kNew, HeldContent::nothing())});
+  MacroBatch batch =
+      batchOf({item(0), item(1), item(2, std::nullopt), item(3, kNew, HeldContent::nothing())});
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(statesOf(batch), ElementsAre(State::kDone, State::kAsBefore, State::kDone, State::kDone));
   EXPECT_EQ(batch.rows()[1].why.kind, Failure::Kind::kChanged);
@@ -36,8 +36,7 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
 
   site.write(file(0), "<later/>");
   std::size_t lost = 0;
-  MacroBatch undo(places, "undo", MacroChange::kPutBack, Mode::kAsManyAsGo,
-                  undoing(tracesOf(batch), site.root, history, lost));
+  MacroBatch undo = batchOf(undoing(tracesOf(batch), site.root, history, lost));
   EXPECT_TRUE(undo.run());
   EXPECT_EQ(lost, 0U);
   EXPECT_THAT(disk(), ElementsAre("<later/>", kOld, kOld, "<missing>"));
@@ -46,6 +45,13 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
 // What a cut line has left of this batch's own is written over, what somebody else has put there is not; and
 // the old macro is what an undo brings back.
 TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
+  const std::vector<BatchItem> onThePanel{{onPanel(0), kNew, HeldContent::of(kOld)}};
+  const auto tear = [this](MacroBatch& batch) {
+    panel.files[0] = kOld;
+    panel.tears = true;
+    EXPECT_TRUE(batch.run());
+    panel.tears = false;
+  };
   struct Case {
     const char* found;  // at the second try; null: the part as it was left
     bool done;
@@ -53,13 +59,9 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   for (const auto& [found, done] :
        {Case{nullptr, true}, {"<ol", true}, {kOld, true}, {kNew, true}, {"<x/>", false}}) {
     SCOPED_TRACE(found ? found : "its own part");
-    panel.files[0] = kOld;
-    MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                     {{onPanel(0), kNew, HeldContent::of(kOld)}});
-    panel.tears = true;
-    EXPECT_TRUE(batch.run());
+    MacroBatch batch = batchOf(onThePanel);
+    tear(batch);
     EXPECT_EQ(batch.rows()[0].state, State::kUnknown);
-    panel.tears = false;
     if (found) panel.files[0] = found;
     EXPECT_TRUE(batch.run());
     EXPECT_EQ(batch.rows()[0].done(), done);
@@ -67,12 +69,8 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
     EXPECT_EQ(batch.rows()[0].before, HeldContent::of(kOld));
   }
   // What cannot be read at the second try is still not known, rather than as before.
-  panel.files[0] = kOld;
-  MacroBatch blind(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
-  panel.tears = true;
-  EXPECT_TRUE(blind.run());
-  panel.tears = false;
+  MacroBatch blind = batchOf(onThePanel);
+  tear(blind);
   for (const bool read : {false, true}) {
     panel.unreadable = read ? -1 : 0;
     panel.refused = read ? 0 : -1;
@@ -83,11 +81,9 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   EXPECT_TRUE(blind.run());
   EXPECT_EQ(panel.files[0], kNew);
   // Also by the next start, when the program ends before the second try has begun anything.
-  panel.files[0] = kOld;
-  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
+  MacroBatch batch = batchOf(onThePanel);
+  tear(batch);
   panel.tears = true;
-  EXPECT_TRUE(batch.run());
   panel.onAsked = [] { throw 1; };
   EXPECT_ANY_THROW(static_cast<void>(batch.run()));
   panel.onAsked = {};
@@ -95,8 +91,7 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   panel.tears = false;
   EXPECT_EQ(recoverBatches(places)[0].how, How::kEnded);
   EXPECT_EQ(panel.files[0], kNew);
-  MacroBatch twice(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {item(0), {{"C:/wp/MACRO000.mac", {}, 0, {}}, kNew}});
+  MacroBatch twice = batchOf({item(0), {{"C:/wp/MACRO000.mac", {}, 0, {}}, kNew}});
   EXPECT_EQ(twice.run().failure().kind, Failure::Kind::kInTheWay);
 }
 
@@ -113,7 +108,7 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
     if (stop == Stop::kChangedBefore) items[3].expected = HeldContent::of("<other/>");
     if (stop == Stop::kForeign) items[3].expected = {};  // as it was read counts
     protect(2, stop == Stop::kProtected);
-    MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, std::move(items));
+    MacroBatch batch = batchOf(std::move(items), Mode::kAllOrNone);
     int told = 0;
     const Outcome ran = batch.run([&](std::size_t index, const MacroBatch::Row&) {
       if (++told > 3) return;
@@ -127,14 +122,14 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
     EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
     protect(2, false);
   }
-  MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
+  MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(disk(), ElementsAre(kNew, kNew, kOld, "<missing>"));
 }
 
 // What somebody puts over a part of it stays, as does the journal, by which the next start tells of it.
 TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
-  MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
+  MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
   int told = 0;
   EXPECT_TRUE(batch.run([&](std::size_t, const MacroBatch::Row&) {
     if (++told > 1) return;
@@ -148,7 +143,7 @@ TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
 
 TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
   site.write("history", "in the way");
-  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo, {item(0)});
+  MacroBatch batch = batchOf({item(0)});
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(statesOf(batch), ElementsAre(State::kAsBefore));
   EXPECT_EQ(site.read(file(0)), kOld);
@@ -286,8 +281,7 @@ TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
   EXPECT_EQ(comparison.run({}).failure().kind, Failure::Kind::kCancelled);
 }
 
-// Catches two unreadable macros that are called the same, a reason of the wrong side, and a macro that has
-// gone.
+// Catches two unreadable macros that are called the same, and a reason of the wrong side.
 TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
   FakeShelf other;
   panel.listed = other.listed = {0, 1, 2, 3, 4};
