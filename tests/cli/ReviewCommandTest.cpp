@@ -79,7 +79,6 @@ TEST_F(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
             R"("path":"c:\\w\\macro002.mac"})");
 }
 
-// All or none: what one file makes impossible must not be half done in the others.
 TEST_F(ReviewCommand, ReplacesInAllMacrosOrInNone) {
   const auto macro = [](const char* goal, const char* value = "12") {
     return std::string("<macro name='M'><data>\r\n<cmd workplace='1' fid='") + goal +

@@ -120,12 +120,6 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
     user.choose(name, row);
   user.choose("actions", "trigger");
   EXPECT_EQ(user.label("byteText"), "e3 11 01 01 ");
-  const std::pair<const char*, const char*> headings[] = {{"mainGroupsHeading", "Main Group"},
-                                                          {"subgroupsHeading", "Select other Video input"},
-                                                          {"functionsHeading", "Function"},
-                                                          {"actionsHeading", "Action Type"},
-                                                          {"parametersHeading", "Parameter"}};
-  for (const auto& [name, text] : headings) EXPECT_EQ(user.label(name), text);
   EXPECT_EQ(user.label("path") + '|' + user.label("stateLine") + '|' + user.label("description") + '|' +
                 user.label("debugText"),
             "Video input - Input1 - Cut - trigger|READY TO INSERT|Trigger - Video input - Input1 - Cut|ac: "

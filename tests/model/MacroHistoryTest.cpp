@@ -159,7 +159,6 @@ TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
   EXPECT_THAT(contents(next), ElementsAre("6", "5", "4", "3"));
 }
 
-// The count stands in the lock file and in the names; either may be lost, and it goes on.
 TEST_F(MacroHistoryTest, TheCountGoesOnWhateverIsLost) {
   site.write("history\\lock", "40");
   site.write(kFile, "1");

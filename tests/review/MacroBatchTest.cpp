@@ -19,8 +19,6 @@ using Mode = MacroBatch::Mode;
 using State = MacroBatch::Row::State;
 using How = BatchRecovery::How;
 
-// Copy and restore: a row that cannot go holds up no other; a second run takes it up; one undo takes all of
-// it back, but not what somebody has changed since.
 TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
   site.write(file(1), "<foreign/>");
   MacroBatch batch =
@@ -95,7 +93,6 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   EXPECT_EQ(twice.run().failure().kind, Failure::Kind::kInTheWay);
 }
 
-// Replacement on the disk: whatever stops it, nothing of it stays, nor a journal.
 TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
   enum class Stop { kProtected, kCancel, kForeign, kChangedBefore, kPanel };
   for (const Stop stop :
@@ -127,7 +124,6 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
   EXPECT_THAT(disk(), ElementsAre(kNew, kNew, kOld, "<missing>"));
 }
 
-// What somebody puts over a part of it stays, as does the journal, by which the next start tells of it.
 TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
   MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
   int told = 0;
@@ -149,7 +145,6 @@ TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
   EXPECT_EQ(site.read(file(0)), kOld);
 }
 
-// What the next start makes of each state that a program may have died in.
 TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   using Held = HeldContent;
   // What a place holds: by the old, new, torn and foreign bytes that a letter stands for.
@@ -226,7 +221,6 @@ TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   EXPECT_EQ(panel.files[2], kNew);
 }
 
-// The name of a file alone may differ where it is told so; any other byte is a difference.
 TEST(WorkplaceComparisonTest, OnlyANewNameIsARenaming) {
   const std::string whole =
       R"(<?xml version="1.0"?><macro name="One" x="1"><data><cmd fid="A" /></data></macro>)";
@@ -252,7 +246,6 @@ TEST(WorkplaceComparisonTest, OnlyANewNameIsARenaming) {
   }
 }
 
-// A row for each number of either side, with what is known of it.
 TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
   using Row = WorkplaceRow::State;
   DiskShelf left(site.root, history, "c:\\wp"), right(site.root, history, "c:\\other\\");
@@ -303,7 +296,6 @@ TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
   EXPECT_TRUE(panel.cancelled && other.cancelled);
 }
 
-// A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.
 TEST_F(MacroBatchTest, AJournalIsReadAsFarAsItIsWhole) {
   BatchRecord record{"copy \n of",
                      Mode::kAllOrNone,

@@ -50,8 +50,6 @@ bool shows(const SheetPage& page, const std::string& text) {
   return std::ranges::any_of(page.texts, [&](const SheetText& piece) { return piece.text == text; });
 }
 
-// Long words, long lines, long names and more rows than a page: all of it is on the pages, inside of the
-// margins, above the foot, and no piece over another.
 TEST(Sheet, NothingIsCutOffOnAnyPaper) {
   const std::string words = "many words that go on until they wrap, ", word(400, 'W');
   Sheet sheet{"Show", true, {macroOf(300), macroOf(1, word), macroOf(1, replaceAll(word, "W", words)), {}}};
@@ -84,7 +82,6 @@ TEST(Sheet, NothingIsCutOffOnAnyPaper) {
   }
 }
 
-// The last row that a page takes, and the first that it does not; the heading goes on, and so do the numbers.
 TEST(Sheet, BreaksBetweenRowsAndSaysWhereItGoesOn) {
   const SheetOptions plain{.after = false, .findings = false, .notes = false, .date = kDay};
   const auto one = [&](std::size_t commands) {
@@ -114,7 +111,6 @@ TEST(Sheet, BreaksBetweenRowsAndSaysWhereItGoesOn) {
   EXPECT_GE(pagesOf(noted, notes).pages.at(1).rules.size(), 4U);
 }
 
-// The numbers in the table are those of the pages, also where the table itself takes more than one.
 TEST(Sheet, TheTableLeadsToThePages) {
   Sheet sheet{"c:\\m", true, {}};
   for (std::size_t i = 0; i < 120; ++i) {

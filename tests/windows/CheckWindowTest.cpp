@@ -148,8 +148,6 @@ TEST_F(CheckWindowTest, LeadsToTheCommandAndAsksForItsFix) {
   EXPECT_EQ(said("off"), "Off for this site: limits");
 }
 
-// A list of what was there stays beside a macro that has been mended, or loses what only the folder shows;
-// and one that goes on about another macro, or over what somebody was just told.
 TEST_F(CheckWindowTest, FollowsWhatAPaneShowsOfAMacro) {
   look();
   const std::vector<std::string> all = rows();

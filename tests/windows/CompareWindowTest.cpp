@@ -100,7 +100,8 @@ const Commands kHere = {{"F0", "0"}, {"F1", "1"}, {"F2", "2"}, {"F3", "3"}, {"F8
 const Commands kThere = {{"F0", "0"}, {"F1", "11"}, {"F2", "2"}, {"F4", "4"}, {"F6", "6"},
                          {"F5", "5"}, {"F7", "7"},  {"F8", "8"}, {"F9", "9"}};
 
-// Catches a key that skips a difference, a wrong sign, a filter that drops one, and marks beside what differs.
+// Catches a key that skips a difference, a wrong sign, a filter that drops one, and marks beside what
+// differs.
 TEST_F(CompareWindowTest, KeysLeadFromDifferenceToDifference) {
   open(bytesOf(kHere), bytesOf(kThere));
   EXPECT_THAT(signs(), ElementsAre("1||1", "2|changed|2", "3||3", "4|only in A|", "5|moved to 8|",
@@ -315,7 +316,6 @@ TEST_F(CompareWindowTest, SaysTrulyWhatDiffersBesideTheCommands) {
             "1 more");
 }
 
-// Catches a comparison that shows what the sides were when it began, or that waits for it on the GUI thread.
 TEST_F(CompareWindowTest, DropsWhatComesOfSidesThatHaveChangedMeanwhile) {
   open(bytesOf(kHere), bytesOf(kThere));
   std::promise<void> slow;

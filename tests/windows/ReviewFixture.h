@@ -13,8 +13,8 @@
 #include <QTest>
 
 #include "classic/DecodingList.h"
+#include "tests/review/BatchFixture.h"
 #include "tests/support/SmallDictionary.h"
-#include "tests/support/TestSite.h"
 #include "tests/support/Told.h"
 #include "windows/ReviewScope.h"
 
@@ -38,38 +38,28 @@ inline std::string textOf(const Commands& commands, const std::string& goal = "Q
 }
 
 // A workplace that has no 006 after all, while the read of 008 waits until it is cancelled.
-class StuckShelf : public MacroShelf {
+class StuckShelf : public FakeShelf {
  public:
-  [[nodiscard]] std::string title() const override { return "workplace 1 of 127.0.0.1"; }
-  [[nodiscard]] MacroPlace place(MacroNumber number) const override {
-    return {{}, "127.0.0.1", 1, number.text()};
+  StuckShelf() {
+    listed = {6, 7, 8};
+    files = {{7, macroOf("Seven", kClip)}};
   }
-  [[nodiscard]] Expected<std::vector<Held>> list() override {
-    return std::vector<Held>{
-        {*MacroNumber::of(6), ""}, {*MacroNumber::of(7), ""}, {*MacroNumber::of(8), "8"}};
-  }
-  [[nodiscard]] Expected<std::string> read(MacroNumber number) override {
-    if (number.value() == 6) return Failure{Failure::Kind::kMissing, "missing"};
-    if (number.value() == 7) return macroOf("Seven", kClip);
+  std::string title() const override { return "workplace 1 of 127.0.0.1"; }
+  Expected<std::string> read(MacroNumber number) override {
+    if (number.value() != 8) return FakeShelf::read(number);
     std::unique_lock lock(mutex_);
-    cancelled_.wait(lock, [this] { return stop_; });
+    changed_.wait(lock, [this] { return cancelled; });
     return Failure{Failure::Kind::kCancelled, "cancelled"};
   }
-  [[nodiscard]] Outcome writable() const override { return {}; }
-  [[nodiscard]] ShelfWrite write(MacroNumber, std::string_view, MacroChange, const BeforeWrite&) override {
-    return {};
-  }
-  [[nodiscard]] ShelfWrite remove(MacroNumber, const BeforeWrite&) override { return {}; }
   void cancel() override {
     const std::lock_guard guard(mutex_);
-    stop_ = true;
-    cancelled_.notify_all();
+    cancelled = true;
+    changed_.notify_all();
   }
 
  private:
   std::mutex mutex_;
-  std::condition_variable cancelled_;
-  bool stop_ = false;
+  std::condition_variable changed_;
 };
 
 // One that is not there.

@@ -162,7 +162,6 @@ TEST(SheetJob, HasAWordOfTheLanguageForEach) {
     EXPECT_EQ(loud.*word, QString::fromStdString(plain.*word).toUpper().toStdString());
 }
 
-// A panel that does not answer: the sheet that was there stays, and the window is free.
 TEST_F(SheetWindowTest, CancelLeavesTheSheetOfBefore) {
   window.make(ReviewScope::Kind::kFolder);
   awaitEnd();

@@ -8,6 +8,8 @@
 namespace tessaly {
 namespace {
 
+using testing::StartsWith;
+
 class SnapshotRestoreDialogTest : public WindowFixture {
  protected:
   SnapshotRestoreDialogTest() {
@@ -41,14 +43,7 @@ class SnapshotRestoreDialogTest : public WindowFixture {
   }
 
   QTreeView& list() { return *dialog_->findChild<QTreeView*>(); }
-  // "x" for a row that is ticked, "-" for one that is not, " " for one that cannot be, and its state.
-  std::string row(int number) {
-    const QModelIndex index = list().model()->index(number, SnapshotRows::kWorkplace);
-    const QVariant tick = index.data(Qt::CheckStateRole);
-    const QString state = index.siblingAtColumn(SnapshotRows::kState).data().toString();
-    return (tick.isValid() ? tick.toInt() == Qt::Checked ? "x " : "- " : "  ") +
-           state.section(QLatin1Char(':'), 0, 0).toStdString();
-  }
+  std::string row(int number) { return toldBy(*list().model())[static_cast<std::size_t>(number)]; }
 
   MacroHistory history_{site.root};
   DiskShelf shelf_{site.root, history_, "c:\\show"};
@@ -73,7 +68,7 @@ TEST_F(SnapshotRestoreDialogTest, WritesWhatIsTickedAndTellsWhatBecameOfIt) {
   click("tickAll");
   mayWrite_ = false;
   click("restore");
-  EXPECT_EQ(row(1), "x changed") << "not wanted";
+  EXPECT_THAT(row(1), StartsWith("x | 001 - M [] | changed")) << "not wanted";
   EXPECT_EQ(said("outcome"), "Nothing was restored.");
   mayWrite_ = true;
   const QSignalSpy written(dialog_.get(), &SnapshotRestoreDialog::written);
@@ -103,13 +98,12 @@ TEST_F(SnapshotRestoreDialogTest, WritesWhatIsTickedAndTellsWhatBecameOfIt) {
   EXPECT_FALSE(enabled("restore"));
 }
 
-// What somebody else has written since it was compared is not written over.
 TEST_F(SnapshotRestoreDialogTest, LetsAloneWhatHasChangedMeanwhile) {
   site.write(file(1), macroOf("Third"));
   click("restore");
-  EXPECT_EQ(row(1), "x NOT restored");
+  EXPECT_THAT(row(1), StartsWith("x | 001 - M [] | NOT restored"));
   EXPECT_EQ(site.read(file(1)), macroOf("Third"));
-  EXPECT_EQ(row(2), "  RESTORED and verified");
+  EXPECT_EQ(row(2), " | 002 - M [] | RESTORED and verified []");
 }
 
 }  // namespace

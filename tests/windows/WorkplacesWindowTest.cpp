@@ -233,7 +233,6 @@ TEST_F(WorkplacesWindowTest, WhatCouldNotBeReadIsNotWrittenOver) {
   EXPECT_EQ(site.read(file("left", 2)), macroOf("Zwei"));
 }
 
-// Whatever hangs in a thread: the window neither waits for it nor stays, and nothing of it is written.
 TEST_F(WorkplacesWindowTest, ClosingEndsWhatRunsFirst) {
   open();
   hangs_ = true;
