@@ -18,10 +18,14 @@ class RunningBatch {
 
   void run(const std::string& name, const std::vector<BatchTrace>& traces) {
     auto items = undoing(traces, room_.places().root(), room_.places().history(), lost_);
+    if (!items) {
+      outcome_ = items.failure();
+      return;
+    }
     {
       const std::scoped_lock guard(mutex_);
       batch_ = std::make_unique<MacroBatch>(room_.places(), name, MacroChange::kPutBack,
-                                            MacroBatch::Mode::kAsManyAsGo, std::move(items));
+                                            MacroBatch::Mode::kAsManyAsGo, *std::move(items));
       if (cancelled_) batch_->cancel();
     }
     outcome_ = batch_->run();
@@ -32,7 +36,7 @@ class RunningBatch {
     if (batch_) batch_->cancel();
   }
 
-  // Afterwards.
+  // Afterwards; there is a batch when it was run.
   [[nodiscard]] const Outcome& outcome() const { return outcome_; }
   [[nodiscard]] const MacroBatch& batch() const { return *batch_; }
   [[nodiscard]] std::size_t lost() const { return lost_; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/FailureText.h"
 #include "app/NextSteps.h"
 #include "app/PaneState.h"
 #include "app/PlaceText.h"
@@ -101,6 +102,11 @@ void Browser::findSnapshot() {
   pane_.snapshot = onPanel() ? std::nullopt : snapshot_;
 }
 
+void Browser::tellNotListed(const std::string& place, const Failure& why) {
+  const Grade grade = why.kind == Failure::Kind::kCancelled ? Grade::kWarning : Grade::kFailure;
+  emit said({grade, tr("NOT listed: %1 (%2)").arg(shown(place), failureText(why)), {}});
+}
+
 void Browser::fillApplications() {
   clearFrom(kControlPanelList);
   findSnapshot();
@@ -122,12 +128,12 @@ void Browser::fillApplications() {
     pane_.view.controlPanels().rows().clear(false);
     fillWorkplaces();
   } else {
-    std::vector<ListRow> found;
     const auto names = read<std::vector<std::string>>(
         path(), [path = path()](const SiteRoot& root) { return applications(root, path); });
+    std::vector<ListRow> found;
     for (const std::string& name : names.value_or(std::vector<std::string>())) found.push_back({name});
     const bool any = !found.empty();
-    if (!any) found.push_back({kNoApplications});
+    if (names && !any) found.push_back({kNoApplications});
     rows.setRows(std::move(found), any, path());
   }
   emit changed();
@@ -146,12 +152,15 @@ void Browser::chooseApplication() {
     bool file = false;
     std::vector<PanelEntry> panels = {};
   };
-  const auto devices = read<Devices>(
-      tessaly::applicationFolder(path(), application), [path = path(), application](const SiteRoot& root) {
-        const std::string folder = tessaly::applicationFolder(path, application);
-        if (!hasDevicesFile(root, folder)) return Devices();
-        return Devices{true, controlPanels(root, path, application)};
-      });
+  const auto devices = read<Devices>(tessaly::applicationFolder(path(), application),
+                                     [path = path(), application](const SiteRoot& root) -> Expected<Devices> {
+                                       const std::string folder =
+                                           tessaly::applicationFolder(path, application);
+                                       if (!hasDevicesFile(root, folder)) return Devices();
+                                       auto panels = controlPanels(root, path, application);
+                                       if (!panels) return panels.failure();
+                                       return Devices{true, *std::move(panels)};
+                                     });
   if (!devices) {
     pane_.olderFamily = false;
     emit changed();

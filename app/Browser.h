@@ -17,6 +17,7 @@
 #include "model/CommandLine.h"
 #include "model/SiteBrowser.h"
 #include "platform/SiteAccess.h"
+#include "platform/SystemFailure.h"
 #include "widgets/DialogText.h"
 #include "widgets/ListBox.h"
 #include "widgets/Message.h"
@@ -93,12 +94,15 @@ class Browser : public QObject {
   // saying so, when the user has given it up.
   template <class Result>
   [[nodiscard]] std::optional<Result> read(const std::string& place,
-                                           std::function<Result(const SiteRoot& root)> look) {
-    auto found = beside_.block<Result>(tr("Reading %1").arg(shown(place)),
-                                       [root = site_.root, look = std::move(look)] { return look(root); });
-    if (!found) emit said({Grade::kWarning, tr("NOT listed: %1 (it was cancelled)").arg(shown(place)), {}});
-    return found;
+                                           std::function<Expected<Result>(const SiteRoot& root)> look) {
+    auto found =
+        beside_.block<Expected<Result>>(tr("Reading %1").arg(shown(place)),
+                                        [root = site_.root, look = std::move(look)] { return look(root); });
+    if (found && *found) return **std::move(found);
+    tellNotListed(place, found ? found->failure() : cancelledFailure());
+    return std::nullopt;
   }
+  void tellNotListed(const std::string& place, const Failure& why);
   // Of the selected row; empty for none.
   [[nodiscard]] static std::string selectedText(const ListBox& list);
 

@@ -59,7 +59,7 @@ bool describesFunctions(const SiteRoot& root) {
 
 bool holdsSite(const SiteRoot& root) {
   return describesFunctions(root) || isRegularFile(root, kSettingsFile) ||
-         !applications(root, kDefaultPath).empty();
+         !applications(root, kDefaultPath).value_or({}).empty();
 }
 
 fs::path siteAround(const fs::path& folder) {

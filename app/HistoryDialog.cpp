@@ -48,7 +48,8 @@ HistoryDialog::~HistoryDialog() = default;
 
 const KeptMacro* HistoryDialog::current() const { return model_.macro(ui_->macros->currentIndex().row()); }
 
-void HistoryDialog::setMacros(std::vector<KeptMacro> macros) {
+void HistoryDialog::setMacros(std::vector<KeptMacro> macros, const QString& shortfall) {
+  shortfall_ = shortfall;
   fill([&] { model_.setMacros(std::move(macros)); });
   for (const int column : {HistoryModel::kWhen, HistoryModel::kWhat})
     ui_->macros->resizeColumnToContents(column);
@@ -70,8 +71,8 @@ void HistoryDialog::fill(const std::function<void()>& change) {
     if (model_.macro(row)->id == id) chosen = row;
   ui_->macros->setCurrentIndex(model_.index(chosen, 0));
   showCurrent();
-  if (model_.rowCount() > 0)
-    ui_->outcome->clear();
+  if (model_.rowCount() > 0 || !shortfall_.isEmpty())
+    ui_->outcome->setText(shortfall_);
   else if (model_.holdsNone())
     ui_->outcome->setText(tr("Nothing has been overwritten or deleted yet."));
   else

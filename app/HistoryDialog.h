@@ -32,7 +32,8 @@ class HistoryDialog : public QDialog {
   explicit HistoryDialog(Preview preview, QWidget* parent = nullptr);
   ~HistoryDialog() override;
 
-  void setMacros(std::vector<KeptMacro> macros);
+  // `shortfall` says why they are not all, if so.
+  void setMacros(std::vector<KeptMacro> macros, const QString& shortfall);
   void showOutcome(const QString& text);
   // Where the choices of "Save As..." and of "Compare..." appear; global.
   [[nodiscard]] QPoint menuPlace() const;
@@ -52,6 +53,7 @@ class HistoryDialog : public QDialog {
   std::unique_ptr<Ui::HistoryDialog> ui_;
   Preview preview_;
   HistoryModel model_;
+  QString shortfall_;
 };
 
 }  // namespace tessaly

@@ -18,6 +18,7 @@
 #include "platform/Files.h"
 #include "platform/LocalTime.h"
 #include "platform/MacroNumber.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "widgets/DialogText.h"
 
@@ -60,7 +61,7 @@ HistoryOperations::HistoryOperations(const PaneAccesses& panes, SiteAccess site,
 
 void HistoryOperations::open() {
   HistoryDialog dialog([this](const KeptMacro& macro) { return preview(macro); }, window_);
-  dialog.setMacros(listed());
+  list(dialog);
   connect(&dialog, &HistoryDialog::putBackPressed, this,
           [this, &dialog](const KeptMacro& macro) { putBack(dialog, macro); });
   connect(&dialog, &HistoryDialog::saveAsPressed, this,
@@ -71,13 +72,18 @@ void HistoryOperations::open() {
 }
 
 // Who cancels sees the newest ones.
-std::vector<KeptMacro> HistoryOperations::listed() {
+void HistoryOperations::list(HistoryDialog& dialog) {
   std::vector<KeptMacro> macros;
+  Outcome whole;
   std::atomic<bool> stop = false;
   static_cast<void>(transfers_.beside().runLong(
-      tr("Reading the history"), [&](const auto&) { macros = history_.list(&stop); }, [&] { stop = true; }));
-  if (stop) emit said({Grade::kWarning, tr("the history is not listed whole: it was cancelled"), {}});
-  return macros;
+      tr("Reading the history"), [&](const auto&) { macros = history_.list(&stop, &whole); },
+      [&] { stop = true; }));
+  if (stop) whole = cancelledFailure();
+  const QString shortfall =
+      whole ? QString() : tr("the history is not listed whole: %1").arg(failureText(whole.failure()));
+  if (!whole) emit said({Grade::kWarning, shortfall, {}});
+  dialog.setMacros(std::move(macros), shortfall);
 }
 
 void HistoryOperations::compare(HistoryDialog& dialog, const KeptMacro& macro) {
@@ -111,7 +117,7 @@ void HistoryOperations::tell(HistoryDialog& dialog, Message message, bool kept) 
     message.text = tr("%1; the history could not keep what was there before").arg(message.text);
     message.grade = std::max(message.grade, Grade::kWarning);
   }
-  dialog.setMacros(listed());
+  list(dialog);
   dialog.showOutcome(message.text);
   emit said(message);
 }

@@ -38,7 +38,7 @@ class HistoryOperations : public QObject {
 
  private:
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  [[nodiscard]] std::vector<KeptMacro> listed();
+  void list(HistoryDialog& dialog);
   [[nodiscard]] HistoryPreview preview(const KeptMacro& macro) const;
   // Asks unless nothing is lost by it; `loss` says what is overwritten.
   [[nodiscard]] bool confirmed(const KeptMacro& macro, QStringList losses) const;

@@ -106,8 +106,8 @@ void edit(int commands) {
 }
 
 void listFiles(int files) {
-  const MacroListing listing = listMacros(grownSite(), format("c:\\macros%d\\", files));
-  if (static_cast<int>(listing.rows.size()) != files) std::abort();
+  const auto listing = listMacros(grownSite(), format("c:\\macros%d\\", files));
+  if (!listing || static_cast<int>(listing->rows.size()) != files) std::abort();
 }
 
 void filter(std::size_t functions) {
@@ -121,7 +121,7 @@ void filter(std::size_t functions) {
 }
 
 void listApplications() {
-  if (static_cast<int>(applications(grownSite(), kAppli).size()) != kApplications) std::abort();
+  if (static_cast<int>(applications(grownSite(), kAppli).value_or({}).size()) != kApplications) std::abort();
 }
 
 void openDevicesFiles() {
@@ -132,7 +132,8 @@ void openDevicesFiles() {
 }
 
 void listPanels() {
-  if (static_cast<int>(controlPanels(grownSite(), kAppli, "Production 0500").size()) != kPanels) std::abort();
+  if (static_cast<int>(controlPanels(grownSite(), kAppli, "Production 0500").value_or({}).size()) != kPanels)
+    std::abort();
 }
 
 // The devices file, the entries that it names, and the two files that tell a panel's kind, looked for

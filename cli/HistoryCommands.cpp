@@ -10,7 +10,8 @@ namespace {
 
 int listHistory(CommandSession& session, bool json) {
   auto rows = nlohmann::ordered_json::array();
-  for (const KeptMacro& kept : session.history().list()) {
+  Outcome whole;
+  for (const KeptMacro& kept : session.history().list(nullptr, &whole)) {
     const std::string change(kept.place ? changeWord(kept.change) : std::string_view());
     if (json) {
       rows.push_back({{"id", kept.id},
@@ -25,7 +26,7 @@ int listHistory(CommandSession& session, bool json) {
                  '\t' + outputName(kept.placeText()));
   }
   if (json) session.out() << rows.dump(2) << '\n';
-  return kExitDone;
+  return whole ? kExitDone : session.failed("a part of the history " + whole.failure().text);
 }
 
 // Where a kept macro goes when no FILE is named.

@@ -57,9 +57,10 @@ struct Chosen {
 
 int listApplications(CommandSession& session, const Chosen& chosen) {
   const auto names = applications(session.root(), chosen.path);
-  if (names.empty()) return session.failed("no applications found in " + chosen.path);
+  if (!names) return session.failed(chosen.path + ' ' + names.failure().text);
+  if (names->empty()) return session.failed("no applications found in " + chosen.path);
   Listing list(session, "applications", chosen.onHost, chosen.json);
-  for (const std::string& name : names)
+  for (const std::string& name : *names)
     list.add(outputName(name), {{"name", displayUtf8(name)}}, applicationFolder(chosen.path, name));
   return list.end();
 }
@@ -95,17 +96,19 @@ int listRows(CommandSession& session, const Chosen& chosen, const std::vector<Ma
 
 int listMacrosIn(CommandSession& session, const Chosen& chosen, int workplace) {
   const std::string folder = macroFolder(chosen.path, chosen.application, chosen.panel, workplace);
-  const MacroListing macros = listMacros(session.root(), folder);
-  for (const std::string& report : macros.reports) session.warn(report);
-  const int code = listRows(session, chosen, macros.rows,
+  const auto macros = listMacros(session.root(), folder);
+  if (!macros) return session.failed(folder + ' ' + macros.failure().text);
+  for (const std::string& report : macros->reports) session.warn(report);
+  const int code = listRows(session, chosen, macros->rows,
                             [&](const std::string& number) { return macroFile(folder, number); });
-  return macros.reports.empty() ? code : kExitFailed;
+  return macros->reports.empty() ? code : kExitFailed;
 }
 
 int listKeys(CommandSession& session, const Chosen& chosen) {
   const std::string folder = keyFolder(chosen.path, chosen.application, chosen.panel);
-  return listRows(session, chosen, listKeyFiles(session.root(), folder),
-                  [&](const std::string& number) { return keyFile(folder, number); });
+  const auto keys = listKeyFiles(session.root(), folder);
+  if (!keys) return session.failed(folder + ' ' + keys.failure().text);
+  return listRows(session, chosen, *keys, [&](const std::string& number) { return keyFile(folder, number); });
 }
 
 bool isSeparator(char character) { return character == '\\' || character == '/'; }
@@ -174,12 +177,13 @@ int runList(CommandSession& session, Arguments& arguments) {
   if (arguments.size() < 2) return listApplications(session, chosen);
   chosen.application = arguments[1];
   const auto panels = controlPanels(session.root(), chosen.path, chosen.application);
-  if (panels.empty()) return session.failed("no control panel data included: " + chosen.application);
-  if (arguments.size() < 3) return listPanels(session, chosen, panels);
+  if (!panels) return session.failed(chosen.application + ' ' + panels.failure().text);
+  if (panels->empty()) return session.failed("no control panel data included: " + chosen.application);
+  if (arguments.size() < 3) return listPanels(session, chosen, *panels);
   chosen.panel = arguments[2];
-  const auto panel = std::find_if(panels.begin(), panels.end(),
+  const auto panel = std::find_if(panels->begin(), panels->end(),
                                   [&](const PanelEntry& entry) { return entry.name == chosen.panel; });
-  if (panel == panels.end())
+  if (panel == panels->end())
     return session.failed(chosen.application + " has no control panel " + chosen.panel);
   if (hasWorkplaces(panel->text))
     return *workplace > 0 ? listMacrosIn(session, chosen, *workplace) : listWorkplaces(session, chosen);

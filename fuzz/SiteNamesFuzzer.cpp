@@ -73,7 +73,7 @@ void run(FuzzInput input) {
                          path = input.text();
   site().put("c/appli/Show/devices.ini", devices);
   site().put("c/appli/Show/CP2/upk/key07.upk", input.rest());
-  const auto panels = controlPanels(site().root, kPath, kApplication);
+  const auto panels = controlPanels(site().root, kPath, kApplication).value_or({});
   for (const PanelEntry& entry : panels) {
     require(entry.name == beforeHyphen(entry.text) && entry.text.find(entry.label) != std::string::npos,
             "a panel's row begins with its name");
@@ -85,7 +85,7 @@ void run(FuzzInput input) {
   checkNames(application, panel);
   checkNames(beforeHyphen(application), devices);
   checkPath(path);
-  for (const MacroRow& row : listKeyFiles(site().root, keyFolder(kPath, kApplication, "CP2"))) {
+  for (const MacroRow& row : listKeyFiles(site().root, keyFolder(kPath, kApplication, "CP2")).value_or({})) {
     require(row.number == 7 && row.name.find('\n') == std::string::npos, "a key's name is one line");
   }
 }

@@ -301,9 +301,10 @@ KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
   return kept;
 }
 
-std::vector<KeptMacro> MacroHistory::list(const std::atomic<bool>* stop) {
+std::vector<KeptMacro> MacroHistory::list(const std::atomic<bool>* stop, Outcome* whole) {
   const std::scoped_lock guard(mutex_);
-  static_cast<void>(load());
+  const Outcome loaded = load();
+  if (whole != nullptr) *whole = loaded;
   std::vector<KeptMacro> kept;
   kept.reserve(entries_.size());
   for (auto entry = entries_.rbegin(); entry != entries_.rend() && (stop == nullptr || !*stop); ++entry)

@@ -67,8 +67,10 @@ class MacroHistory : public MacroKeeper {
   // keep, or when it could not be kept.
   [[nodiscard]] std::optional<std::string> takeKept();
 
-  // Newest first, as the folder is now; those that were read until somebody has set `stop`.
-  [[nodiscard]] std::vector<KeptMacro> list(const std::atomic<bool>* stop = nullptr);
+  // Newest first, as the folder is now; those that were read until somebody has set `stop`. `whole` is told
+  // why a part of the folder could not be read.
+  [[nodiscard]] std::vector<KeptMacro> list(const std::atomic<bool>* stop = nullptr,
+                                            Outcome* whole = nullptr);
   // By its id; kMissing when it is surely not there.
   [[nodiscard]] Expected<KeptMacro> find(std::string_view id);
 

@@ -38,11 +38,10 @@ enum class PanelKind { kNone, kOlderFamily, kCurrentFamily };
 // an entry, so that a file full of invented names does not search the disk for each.
 class PanelKinds {
  public:
-  PanelKinds(const SiteRoot& root, std::string_view path, std::string_view application)
+  PanelKinds(const SiteRoot& root, std::string_view path, std::string_view application,
+             const std::vector<std::string>& entries)
       : root_(root), path_(path), application_(application) {
-    for (const std::string& entry : listFolder(root, applicationFolder(path, application))) {
-      entries_.insert(toUpperAscii(entry));
-    }
+    for (const std::string& entry : entries) entries_.insert(toUpperAscii(entry));
   }
 
   PanelKind kind(const std::string& name) {
@@ -105,16 +104,17 @@ std::string beforeHyphen(std::string_view text) {
   return std::string(text.substr(0, hyphen));
 }
 
-std::vector<std::string> applications(const SiteRoot& root, std::string_view path) {
-  std::vector<std::string> names = listFolder(root, path);
-  std::erase_if(names, [&](const std::string& name) {
+Expected<std::vector<std::string>> applications(const SiteRoot& root, std::string_view path) {
+  auto names = listFolder(root, path);
+  if (!names) return names;
+  std::erase_if(*names, [&](const std::string& name) {
     return !isPlainName(name) || !hasDevicesFile(root, joined(path, name));
   });
   return names;
 }
 
-std::vector<PanelEntry> controlPanels(const SiteRoot& root, std::string_view path,
-                                      std::string_view application) {
+Expected<std::vector<PanelEntry>> controlPanels(const SiteRoot& root, std::string_view path,
+                                                std::string_view application) {
   std::vector<PanelEntry> panels;
   const std::string folder = applicationFolder(path, application);
   if (folder.empty()) return panels;
@@ -122,7 +122,9 @@ std::vector<PanelEntry> controlPanels(const SiteRoot& root, std::string_view pat
       readFilePrefix(root, joined(folder, kDevicesFile), kMostDevicesBytes);
   if (!devices) return panels;
 
-  PanelKinds kinds(root, path, application);
+  const auto entries = listFolder(root, folder);
+  if (!entries) return entries.failure();
+  PanelKinds kinds(root, path, application, *entries);
   std::size_t position = 0;
   while (true) {
     const std::size_t begin = devices->find(kPanelMark, position);
@@ -191,13 +193,15 @@ std::string keyFile(std::string_view folder, std::string_view numberText) {
   return joined(folder, kKeyFileStart).append(numberText).append(".upk");
 }
 
-MacroListing listMacros(const SiteRoot& root, std::string_view folder) {
+Expected<MacroListing> listMacros(const SiteRoot& root, std::string_view folder) {
+  const auto files = listFolder(root, folder, kMacroFileEnd);
+  if (!files) return files.failure();
   MacroListing listing;
   CollectedMessages messages(listing.reports);
   const SiteAccess site{root, messages};
   // Looked for once: the files of a folder share the search for its spelling on disk.
   const std::string place = root.resolve(folder).string();
-  for (const std::string& file : listFolder(root, folder, kMacroFileEnd)) {
+  for (const std::string& file : *files) {
     if (!isPlainName(file)) continue;
     MacroRow row;
     row.numberText = middle(file, kMacroFileStart.size(), MacroNumber::kDigits);
@@ -214,9 +218,11 @@ MacroListing listMacros(const SiteRoot& root, std::string_view folder) {
   return listing;
 }
 
-std::vector<MacroRow> listKeyFiles(const SiteRoot& root, std::string_view folder) {
+Expected<std::vector<MacroRow>> listKeyFiles(const SiteRoot& root, std::string_view folder) {
+  const auto files = listFolder(root, folder, ".upk");
+  if (!files) return files.failure();
   std::vector<MacroRow> rows;
-  for (const std::string& file : listFolder(root, folder, ".upk")) {
+  for (const std::string& file : *files) {
     if (!isPlainName(file) || !file.starts_with(kKeyFileStart)) continue;
     MacroRow row;
     if (!readNameLine(root, joined(folder, file), row.name)) continue;

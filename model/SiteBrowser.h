@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "platform/ContentCheck.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 // What the lists of a pane show of the applications on disk. A pane's path ends in "\" and holds a folder for
 // each application, with a "devices.ini" that names its control panels. Missing files and folders give empty
-// lists and are never reported. Texts but the names of macros are bytes of the disk. A name that is no plain
-// path component names nothing: it is left out, and the folder builders give the empty path for it.
+// lists and are never reported; a folder that cannot be read is a failure. Texts but the names of macros are
+// bytes of the disk. A name that is no plain path component names nothing: it is left out, and the folder
+// builders give the empty path for it.
 namespace tessaly {
 
 inline constexpr int kKeyNumbers = 96;     // 0 to 95
@@ -56,11 +58,11 @@ struct MacroListing {
 // `text` up to its first "-", which must stand at index 2 or later; else empty.
 [[nodiscard]] std::string beforeHyphen(std::string_view text);
 
-[[nodiscard]] std::vector<std::string> applications(const SiteRoot& root, std::string_view path);
+[[nodiscard]] Expected<std::vector<std::string>> applications(const SiteRoot& root, std::string_view path);
 
 // Empty also for an application without a devices file.
-[[nodiscard]] std::vector<PanelEntry> controlPanels(const SiteRoot& root, std::string_view path,
-                                                    std::string_view application);
+[[nodiscard]] Expected<std::vector<PanelEntry>> controlPanels(const SiteRoot& root, std::string_view path,
+                                                              std::string_view application);
 
 // True for the older family, whose macros are key files.
 [[nodiscard]] bool isOlderFamily(const SiteRoot& root, std::string_view path, std::string_view application,
@@ -82,8 +84,8 @@ struct MacroListing {
 [[nodiscard]] std::string macroFile(std::string_view folder, int number);
 [[nodiscard]] std::string keyFile(std::string_view folder, std::string_view numberText);
 
-[[nodiscard]] MacroListing listMacros(const SiteRoot& root, std::string_view folder);
-[[nodiscard]] std::vector<MacroRow> listKeyFiles(const SiteRoot& root, std::string_view folder);
+[[nodiscard]] Expected<MacroListing> listMacros(const SiteRoot& root, std::string_view folder);
+[[nodiscard]] Expected<std::vector<MacroRow>> listKeyFiles(const SiteRoot& root, std::string_view folder);
 
 // 1000 names by macro number; empty where there is no macro. Of two rows with one number the later counts.
 [[nodiscard]] std::vector<std::string> macroNames(const std::vector<MacroRow>& rows);

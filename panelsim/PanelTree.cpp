@@ -37,7 +37,7 @@ bool PanelTree::prepare() const {
 std::map<int, std::string> PanelTree::names(int workplace) {
   std::map<int, std::string> names;
   const std::string where = folder(workplace);
-  for (const std::string& entry : listFolder(host_, where, kMacroFileEnd)) {
+  for (const std::string& entry : listFolder(host_, where, kMacroFileEnd).value_or({})) {
     if (const auto number = MacroNumber::ofFile(entry)) names[number->value()] = nameOf(where + "/" + entry);
   }
   return names;
@@ -74,11 +74,11 @@ bool PanelTree::rename(int workplace, int number, const std::string& name) const
 
 int PanelTree::seed(const SiteRoot& site) const {
   int copied = 0;
-  for (const std::string& application : applications(site, kApplications)) {
-    for (const PanelEntry& panel : controlPanels(site, kApplications, application)) {
+  for (const std::string& application : applications(site, kApplications).value_or({})) {
+    for (const PanelEntry& panel : controlPanels(site, kApplications, application).value_or({})) {
       for (int workplace = 1; workplace <= Workplace::kCount && !panel.olderFamily; ++workplace) {
         const std::string from = macroFolder(kApplications, application, panel.name, workplace);
-        for (const std::string& entry : listFolder(site, from, kMacroFileEnd)) {
+        for (const std::string& entry : listFolder(site, from, kMacroFileEnd).value_or({})) {
           const auto number = MacroNumber::ofFile(entry);
           if (number && copyFile(site, from + entry, file(workplace, number->value()))) ++copied;
         }

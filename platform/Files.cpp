@@ -178,16 +178,18 @@ Outcome makeOwnFolder(const fs::path& host) {
   return makeFolder(host);
 }
 
-std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folder, std::string_view suffix) {
+Expected<std::vector<std::string>> listFolder(const SiteRoot& root, std::string_view folder,
+                                              std::string_view suffix) {
   struct Row {
     std::string key;  // what the order goes by
     std::string name;
     // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the compiler's.
     auto operator<=>(const Row&) const = default;
   };
+  auto found = namesIn(root.resolve(folder), suffix);
+  if (!found) return found.failure();
   std::vector<Row> rows;
-  for (std::string& name : namesIn(root.resolve(folder), suffix))
-    rows.push_back({toUpperAscii(name), std::move(name)});
+  for (std::string& name : *found) rows.push_back({toUpperAscii(name), std::move(name)});
   std::sort(rows.begin(), rows.end());
   std::vector<std::string> names;
   names.reserve(rows.size());

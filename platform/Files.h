@@ -71,9 +71,10 @@ Outcome makeFolder(const std::filesystem::path& host);
 Outcome makeOwnFolder(const std::filesystem::path& host);
 
 // Names (not paths) in a folder, sorted without regard to case, "." and ".." left out. With a suffix such as
-// ".mac", only regular files whose name ends so, whatever the case. A missing folder gives an empty list.
-[[nodiscard]] std::vector<std::string> listFolder(const SiteRoot& root, std::string_view folder,
-                                                  std::string_view suffix = {});
+// ".mac", only regular files whose name ends so, whatever the case. A missing folder gives an empty list, one
+// that cannot be read, or not to its end, a failure.
+[[nodiscard]] Expected<std::vector<std::string>> listFolder(const SiteRoot& root, std::string_view folder,
+                                                            std::string_view suffix = {});
 
 // On the disk that a folder is on, for this user; very many when that is not known.
 [[nodiscard]] std::uint64_t freeBytes(const std::filesystem::path& folder);

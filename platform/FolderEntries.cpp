@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/Descriptor.h"
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
@@ -48,7 +49,7 @@ FileStamp stampAt(const fs::path& path) {
           status.st_mtim.tv_sec * kInASecond + status.st_mtim.tv_nsec};
 }
 
-std::vector<std::string> namesIn(const fs::path& folder, std::string_view suffix) {
+Expected<std::vector<std::string>> namesIn(const fs::path& folder, std::string_view suffix) {
   std::vector<std::string> names;
   std::error_code error;
   fs::directory_iterator entry(folder, error);
@@ -59,6 +60,8 @@ std::vector<std::string> namesIn(const fs::path& folder, std::string_view suffix
     if (!suffix.empty() && !entry->is_regular_file(unknown)) continue;
     names.push_back(std::move(name));
   }
+  const Failure failure = systemFailure(error.value(), "read");
+  if (error && !isNothing(failure)) return failure;
   return names;
 }
 

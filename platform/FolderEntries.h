@@ -34,8 +34,10 @@ struct FileStamp {
 };
 [[nodiscard]] FileStamp stampAt(const std::filesystem::path& path);
 
-// In no order; with a suffix only regular files whose name ends so, whatever the case.
-[[nodiscard]] std::vector<std::string> namesIn(const std::filesystem::path& folder, std::string_view suffix);
+// In no order; with a suffix only regular files whose name ends so, whatever the case. None where there is no
+// such folder.
+[[nodiscard]] Expected<std::vector<std::string>> namesIn(const std::filesystem::path& folder,
+                                                         std::string_view suffix);
 
 // 0, or the error number; no write protection is minded.
 [[nodiscard]] int makeEntry(const std::filesystem::path& folder);

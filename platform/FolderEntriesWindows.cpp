@@ -5,6 +5,7 @@
 
 #include "platform/FolderEntries.h"
 #include "platform/OpenFileWindows.h"
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
@@ -77,12 +78,16 @@ FileStamp stampAt(const fs::path& path) {
                                     is.ftLastWriteTime.dwLowDateTime)};
 }
 
-std::vector<std::string> namesIn(const fs::path& folder, std::string_view suffix) {
+Expected<std::vector<std::string>> namesIn(const fs::path& folder, std::string_view suffix) {
   std::vector<std::string> names;
   WIN32_FIND_DATAW entry{};
   const std::wstring pattern = folder.empty() ? std::wstring() : widePath(folder / L"*");
-  const HANDLE search = pattern.empty() ? INVALID_HANDLE_VALUE : ::FindFirstFileW(pattern.c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return names;
+  if (pattern.empty()) return names;
+  const HANDLE search = ::FindFirstFileW(pattern.c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) {
+    const Failure failure = systemFailure(errorNumber(), "read");
+    return isNothing(failure) ? Expected(std::move(names)) : Expected<std::vector<std::string>>(failure);
+  }
   do {
     const std::wstring_view wide = entry.cFileName;
     const std::string name = utf8Of(wide);
@@ -91,7 +96,9 @@ std::vector<std::string> namesIn(const fs::path& folder, std::string_view suffix
                                                         : kindOf(entry) == EntryKind::kFile;
     if (suffix.empty() || file) names.push_back(name);
   } while (::FindNextFileW(search, &entry) != 0);
+  const DWORD end = ::GetLastError();
   ::FindClose(search);
+  if (end != ERROR_NO_MORE_FILES) return systemFailure(errorNumber(end), "read");
   return names;
 }
 

@@ -60,7 +60,8 @@ std::vector<std::string> BatchJournal::namesIn(const SiteRoot& root) {
   std::error_code error;
   if (!std::filesystem::is_directory(std::filesystem::symlink_status(root.path() / kFolder, error)))
     return {};
-  std::vector<std::string> names = listFolder(root, kFolder, kEnding);
+  std::vector<std::string> names =
+      listFolder(root, kFolder, kEnding).value_or({});  // a later start finds them
   std::erase_if(names, [](const std::string& name) { return !isName(name); });
   return names;
 }

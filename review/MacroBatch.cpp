@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "review/BatchJournal.h"
 
@@ -244,20 +245,25 @@ std::vector<BatchTrace> tracesOf(const MacroBatch& batch) {
   return traces;
 }
 
-std::vector<BatchItem> undoing(const std::vector<BatchTrace>& traces, const SiteRoot& root,
-                               MacroHistory& history, std::size_t& lost) {
+Expected<std::vector<BatchItem>> undoing(const std::vector<BatchTrace>& traces, const SiteRoot& root,
+                                         MacroHistory& history, std::size_t& lost) {
   using Kind = HeldContent::Kind;
+  Outcome listed;
   std::map<std::string, std::string> files;  // by the ids
-  for (KeptMacro& kept : history.list()) files.emplace(std::move(kept.id), std::move(kept.file));
+  for (KeptMacro& kept : history.list(nullptr, &listed))
+    files.emplace(std::move(kept.id), std::move(kept.file));
+  const Failure gone =
+      listed ? Failure{Failure::Kind::kMissing, "is no longer in the history"} : listed.failure();
   std::vector<BatchItem> items;
   lost = 0;
   for (const BatchTrace& trace : traces) {
     BatchItem item{trace.place, std::nullopt, trace.left};
-    const auto file = trace.kept ? files.find(*trace.kept) : files.end();
-    auto bytes = file != files.end()
-                     ? readOwnFile(root, file->second)
-                     : Expected<std::string>(Failure{Failure::Kind::kMissing, "is no longer in the history"});
-    if (trace.before.kind == Kind::kBytes && bytes) item.bytes = *std::move(bytes);
+    if (trace.before.kind == Kind::kBytes) {
+      const auto file = trace.kept ? files.find(*trace.kept) : files.end();
+      auto bytes = file != files.end() ? readOwnFile(root, file->second) : Expected<std::string>(gone);
+      if (!bytes && !isNothing(bytes.failure())) return bytes.failure();
+      if (bytes) item.bytes = *std::move(bytes);
+    }
     if (trace.before.kind == Kind::kNothing || item.bytes)
       items.push_back(std::move(item));
     else

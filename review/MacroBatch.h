@@ -98,9 +98,10 @@ struct BatchTrace {
 [[nodiscard]] BatchTrace traceOf(const BatchItem& item, const MacroBatch::Row& row);  // of one that is done
 [[nodiscard]] std::vector<BatchTrace> tracesOf(const MacroBatch& batch);
 
-// The items of the batch that undoes it, as far as the history holds what stood there; what it does not is
-// counted in `lost`.
-[[nodiscard]] std::vector<BatchItem> undoing(const std::vector<BatchTrace>& traces, const SiteRoot& root,
-                                             MacroHistory& history, std::size_t& lost);
+// The items of the batch that undoes it, as far as the history holds what stood there; what it surely does
+// not is counted in `lost`. A failure when that cannot be known now.
+[[nodiscard]] Expected<std::vector<BatchItem>> undoing(const std::vector<BatchTrace>& traces,
+                                                       const SiteRoot& root, MacroHistory& history,
+                                                       std::size_t& lost);
 
 }  // namespace tessaly

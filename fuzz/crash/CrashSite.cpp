@@ -162,13 +162,13 @@ CrashSite::Strays CrashSite::strays(CrashStep step) const {
   for (const CrashStepRow& row : kCrashSteps) known.insert(toUpperAscii(path(row.step)));
   Strays strays;
   const auto isTemporary = [](const std::string& name) { return name.starts_with(".tessaly-"); };
-  for (const std::string& name : listFolder(root_, folder)) {
+  for (const std::string& name : listFolder(root_, folder).value_or({})) {
     if (step == CrashStep::kKeep) {
-      const auto inDay = listFolder(root_, folder + name);
+      const auto inDay = listFolder(root_, folder + name).value_or({});
       strays.temporary += static_cast<int>(std::count_if(inDay.begin(), inDay.end(), isTemporary));
       // Each has its record; a kill leaves one alone at most.
       const auto files =
-          static_cast<std::size_t>(inDay.size()) - listFolder(root_, folder + name, ".txt").size();
+          static_cast<std::size_t>(inDay.size()) - listFolder(root_, folder + name, ".txt")->size();
       if (inDay.size() > 2 * files + 1) ++strays.unknown;
     }
     if (isTemporary(name)) {

@@ -131,13 +131,13 @@ SoakModel::World worldOf(Desk& desk) {
   SoakModel::World world;
   world.controlPanels = [&desk](const std::string& application) {
     std::vector<std::string> rows;
-    for (const PanelEntry& entry : controlPanels(desk.site.root, kAppli, application))
+    for (const PanelEntry& entry : controlPanels(desk.site.root, kAppli, application).value_or({}))
       rows.push_back(entry.text);
     return rows;
   };
   world.keyRows = [&desk](const std::string& folder) {
     std::vector<std::pair<int, std::string>> rows;
-    for (const MacroRow& row : listKeyFiles(desk.site.root, folder))
+    for (const MacroRow& row : listKeyFiles(desk.site.root, folder).value_or({}))
       rows.emplace_back(row.number, row.text());
     return rows;
   };
@@ -162,9 +162,9 @@ void begin(Desk& desk, SoakModel& model) {
           readMacroFiles(desked.tree, panelFolder(workplace));
     model.readAgain(panel);
   }
-  for (const std::string& application : applications(desk.site.root, kAppli)) {
+  for (const std::string& application : applications(desk.site.root, kAppli).value_or({})) {
     model.applications.push_back(application);
-    for (const PanelEntry& entry : controlPanels(desk.site.root, kAppli, application))
+    for (const PanelEntry& entry : controlPanels(desk.site.root, kAppli, application).value_or({}))
       for (int workplace = 1; workplace <= 2 && !entry.olderFamily; ++workplace) {
         const std::string folder = macroFolder(kAppli, application, entry.name, workplace);
         if (const ModelFiles files = readMacroFiles(desk.site, folder); !files.empty())

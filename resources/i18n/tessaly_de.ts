@@ -3274,8 +3274,8 @@ Trotzdem überschreiben?</translation>
         <translation>%1 wird gelesen</translation>
     </message>
     <message>
-        <source>NOT listed: %1 (it was cancelled)</source>
-        <translation>NICHT aufgelistet: %1 (abgebrochen)</translation>
+        <source>NOT listed: %1 (%2)</source>
+        <translation>NICHT aufgelistet: %1 (%2)</translation>
     </message>
 </context>
 <context>
@@ -4242,8 +4242,8 @@ Der Dialog bleibt, wie er ist.</translation>
         <translation>Der Verlauf wird gelesen</translation>
     </message>
     <message>
-        <source>the history is not listed whole: it was cancelled</source>
-        <translation>der Verlauf ist nicht vollständig aufgelistet: abgebrochen</translation>
+        <source>the history is not listed whole: %1</source>
+        <translation>der Verlauf ist nicht vollständig aufgelistet: %1</translation>
     </message>
 </context>
 <context>

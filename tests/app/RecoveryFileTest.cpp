@@ -54,7 +54,7 @@ TEST_F(RecoveryFileTest, WhatIsWrittenIsReadAgain) {
   }
   file.remove();
   EXPECT_TRUE(file.isMissing());
-  EXPECT_EQ(listFolder(site.root, "recovery").size(), 0U);
+  EXPECT_EQ(listFolder(site.root, "recovery")->size(), 0U);
 }
 
 TEST_F(RecoveryFileTest, ADamagedRecordIsNone) {

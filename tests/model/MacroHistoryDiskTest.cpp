@@ -29,7 +29,7 @@ TEST(MacroHistoryDiskTest, WhatIsKeptIsKeptWithItsRecordOrNotAtAll) {
     if (kept.written()) {
       EXPECT_EQ(site.read(all.front().file), std::to_string(failing));
     }
-    EXPECT_EQ(listFolder(site.root, "history\\2024-10-04").size(), 2 * all.size()) << failing;
+    EXPECT_EQ(listFolder(site.root, "history\\2024-10-04")->size(), 2 * all.size()) << failing;
   }
   EXPECT_TRUE(unflushed);
 }

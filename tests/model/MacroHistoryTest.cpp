@@ -103,7 +103,8 @@ TEST_F(MacroHistoryTest, TheOldestGoFirstByCountAndByBytes) {
   }
   EXPECT_THAT(contents(three), ElementsAre("3", "2", "1"));
   overwrite(three, std::string(25, 'x'));
-  EXPECT_THAT(listFolder(site.root, "history"), ElementsAre("2024-10-06", "2024-10-07", "2024-10-08", "lock"))
+  EXPECT_THAT(*listFolder(site.root, "history"),
+              ElementsAre("2024-10-06", "2024-10-07", "2024-10-08", "lock"))
       << "an empty day goes, too";
   // Another process counts what it finds; the oldest can be put back although keeping drives it out.
   MacroHistory next(site.root, {9, 100, 0}, clock);
@@ -302,7 +303,7 @@ TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {
   site.write("elsewhere\\x", "");
   std::filesystem::create_directory_symlink(site.root.resolve("elsewhere"), site.root.path() / "history");
   EXPECT_EQ(history.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kInTheWay);
-  EXPECT_THAT(listFolder(site.root, "elsewhere"), ElementsAre("x"));
+  EXPECT_THAT(*listFolder(site.root, "elsewhere"), ElementsAre("x"));
   std::filesystem::remove(site.root.path() / "history");
   site.write("history\\2024-10-04\\x", "");
   std::filesystem::create_symlink(site.root.resolve("c:\\secret.mac"),
@@ -313,7 +314,7 @@ TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {
   EXPECT_THAT(history.list(), IsEmpty());
   site.write("elsewhere\\000000-000-00000000-6-2-x.txt", "disk=theirs\n");
   overwrite(history, "new");
-  EXPECT_THAT(listFolder(site.root, "elsewhere"), testing::SizeIs(3)) << "nor tidied up";
+  EXPECT_THAT(*listFolder(site.root, "elsewhere"), testing::SizeIs(3)) << "nor tidied up";
 }
 
 TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
@@ -322,8 +323,9 @@ TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
   site.write("history\\2024-10-05\\mine.txt", "a stranger's");
   overwrite(history, "first");
   overwrite(history, "second");
-  EXPECT_THAT(listFolder(site.root, "history\\2024-10-05"), ElementsAre("mine.txt"));
-  EXPECT_THAT(listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2)) << "one macro and its record";
+  EXPECT_THAT(*listFolder(site.root, "history\\2024-10-05"), ElementsAre("mine.txt"));
+  EXPECT_THAT(*listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2))
+      << "one macro and its record";
   EXPECT_EQ(site.read("history\\2024-10-04\\.tessaly-1-1-1.tmp"), "<missing>");
   MacroHistory next(site.root, {}, clock);
   overwrite(next, "third");

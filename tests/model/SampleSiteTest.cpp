@@ -34,11 +34,11 @@ TEST_F(SampleSiteTest, DictionaryServesTheEditors) {
 
 TEST_F(SampleSiteTest, KeyFilesReadInWords) {
   std::size_t described = 0, empty = 0;
-  for (const std::string& application : applications(root, kApplications))
-    for (const PanelEntry& panel : controlPanels(root, kApplications, application)) {
+  for (const std::string& application : applications(root, kApplications).value_or({}))
+    for (const PanelEntry& panel : controlPanels(root, kApplications, application).value_or({})) {
       if (!panel.olderFamily) continue;
       const std::string folder = keyFolder(kApplications, application, panel.name);
-      for (const MacroRow& row : listKeyFiles(root, folder)) {
+      for (const MacroRow& row : listKeyFiles(root, folder).value_or({})) {
         KeyFile key;
         key.load(root, keyFile(folder, row.numberText), row.number);
         for (const ClassicCommand& command : key.commands()) {

@@ -19,7 +19,8 @@ class SiteBrowser : public ::testing::Test {
   std::vector<std::string> panelTexts(const std::string& devices) {
     site.write("c:\\appli\\News\\devices.ini", devices);
     std::vector<std::string> texts;
-    for (const PanelEntry& panel : controlPanels(site.root, kPath, "News")) texts.push_back(panel.text);
+    for (const PanelEntry& panel : controlPanels(site.root, kPath, "News").value_or({}))
+      texts.push_back(panel.text);
     return texts;
   }
 
@@ -27,12 +28,12 @@ class SiteBrowser : public ::testing::Test {
 };
 
 TEST_F(SiteBrowser, ApplicationsAreTheEntriesWithADevicesFile) {
-  EXPECT_THAT(applications(site.root, kPath), IsEmpty());
+  EXPECT_THAT(*applications(site.root, kPath), IsEmpty());
   site.write("c:\\appli\\Sports\\devices.ini", "");
   site.write("c:\\appli\\news\\DEVICES.INI", "");
   site.write("c:\\appli\\empty\\other.ini", "");
   site.write("c:\\appli\\file", "");
-  EXPECT_THAT(applications(site.root, kPath), ElementsAre("news", "Sports"));
+  EXPECT_THAT(*applications(site.root, kPath), ElementsAre("news", "Sports"));
 }
 
 TEST_F(SiteBrowser, ScansTheDevicesFile) {
@@ -71,7 +72,7 @@ TEST_F(SiteBrowser, FirstHyphenDecidesWhichPanelIsMeant) {
   site.write("c:\\appli\\News\\CP\\appli_cp.ini", "");
   site.write("c:\\appli\\News\\CP-1\\assign\\contents.cnt", "");
   panelTexts("CP-1 \"Side\"");
-  const std::vector<PanelEntry> panels = controlPanels(site.root, kPath, "News");
+  const std::vector<PanelEntry> panels = *controlPanels(site.root, kPath, "News");
   ASSERT_EQ(panels.size(), 1U);
   EXPECT_EQ(panels[0].name, "CP");
   EXPECT_EQ(panels[0].label, "Side");
@@ -111,7 +112,7 @@ TEST_F(SiteBrowser, ListsMacrosAndReportsBrokenOnesAfterwards) {
   site.write("c:\\wp\\macro.mac", "<macro><data/></macro>");
   site.write("c:\\wp\\x.mac", macro("Tiny"));
   site.write("c:\\wp\\macro010.bak", macro("No"));
-  const MacroListing listing = listMacros(site.root, "c:\\wp\\");
+  const MacroListing listing = *listMacros(site.root, "c:\\wp\\");
   std::vector<std::pair<std::string, int>> rows;
   for (const MacroRow& row : listing.rows) rows.emplace_back(row.text(), row.number);
   EXPECT_THAT(rows, ::testing::UnorderedElementsAre(std::pair("-12 - Odd", -1), std::pair(".ma - ???", 0),
@@ -138,7 +139,8 @@ TEST_F(SiteBrowser, ListsKeyFilesWithAName) {
   site.write("c:\\k\\key08.upk", "");
   site.write("c:\\k\\key09.upk\\folder", "");
   std::vector<std::pair<std::string, int>> rows;
-  for (const MacroRow& row : listKeyFiles(site.root, "c:\\k\\")) rows.emplace_back(row.text(), row.number);
+  for (const MacroRow& row : listKeyFiles(site.root, "c:\\k\\").value_or({}))
+    rows.emplace_back(row.text(), row.number);
   EXPECT_THAT(rows, ElementsAre(std::pair("03 - MK04", 3), std::pair("07 - Ne", 7), std::pair("1. - ", 1),
                                 std::pair("96 - Beyond", -1)));
 }

@@ -31,7 +31,7 @@ TEST_F(FilesTest, WrittenBytesComeBackAndNothingElseStays) {
                         ""));
   EXPECT_EQ(bytes("c/old.mac"), content);
   EXPECT_NE(::GetFileAttributesW(host("c/old.mac").c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
-  EXPECT_THAT(listFolder(root_, "c:\\", ".MAC"), ElementsAre("K\u00FCche.mac", "old.mac"));
+  EXPECT_THAT(*listFolder(root_, "c:\\", ".MAC"), ElementsAre("K\u00FCche.mac", "old.mac"));
   EXPECT_EQ(readFile(root_, "c:\\old.MAC"), content);
 }
 
@@ -55,7 +55,7 @@ TEST_F(FilesTest, NoPathIsTooLong) {
   EXPECT_TRUE(copyFile(root_, folder + "\\ONE.mac", folder + "\\two.mac"));
   EXPECT_EQ(readFile(root_, folder + "\\two.mac"), "1");
   EXPECT_TRUE(removeFile(root_, folder + "\\one.mac"));
-  EXPECT_THAT(listFolder(root_, folder), ElementsAre("two.mac"));
+  EXPECT_THAT(*listFolder(root_, folder), ElementsAre("two.mac"));
   EXPECT_TRUE(removeFile(root_, folder + "\\two.mac"));
   // What the library could not remove by itself.
   for (fs::path left = root_.resolve(folder); left.filename() != "c"; left = left.parent_path())

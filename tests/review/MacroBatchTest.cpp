@@ -34,7 +34,7 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
 
   site.write(file(0), "<later/>");
   std::size_t lost = 0;
-  MacroBatch undo = batchOf(undoing(tracesOf(batch), site.root, history, lost));
+  MacroBatch undo = batchOf(*undoing(tracesOf(batch), site.root, history, lost));
   EXPECT_TRUE(undo.run());
   EXPECT_EQ(lost, 0U);
   EXPECT_THAT(disk(), ElementsAre("<later/>", kOld, kOld, "<missing>"));

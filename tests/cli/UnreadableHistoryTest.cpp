@@ -1,0 +1,54 @@
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include "model/MacroHistory.h"
+#include "review/MacroBatch.h"
+#include "tests/cli/CommandFixture.h"
+
+namespace tessaly {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+#ifndef __clang__  // whose sanitizers want descriptors of their own
+class NoDescriptors {
+ public:
+  NoDescriptors() {
+    ::getrlimit(RLIMIT_NOFILE, &before_);
+    const rlimit none{0, before_.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+  }
+  ~NoDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+  NoDescriptors(const NoDescriptors&) = delete;
+  NoDescriptors& operator=(const NoDescriptors&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+// Catches a history that cannot be read for a moment and passes for an empty one: nobody would look again,
+// and an undo of many macros would be forgotten.
+TEST_F(Commands, AHistoryThatCannotBeReadIsNotEmpty) {
+  const MacroPlace place{"c:\\appli\\macro007.mac", {}, 0, {}};
+  MacroHistory history(site.root);
+  ASSERT_TRUE(history.keep("<old/>", place, MacroChange::kCopy));
+  const std::vector<BatchTrace> traces{
+      {place, HeldContent::of("<old/>"), history.takeKept(), HeldContent::of("<new/>")}};
+  std::size_t lost = 0;
+  {
+    const NoDescriptors none;
+    const Ran ran = run({"history"});
+    EXPECT_EQ(ran.code, 1);
+    EXPECT_EQ(ran.errors, "a part of the history cannot be read: Too many open files\n");
+    EXPECT_FALSE(undoing(traces, site.root, history, lost));
+  }
+  EXPECT_THAT(*undoing(traces, site.root, history, lost), SizeIs(1));
+  std::filesystem::remove_all(site.root.path() / "history");
+  EXPECT_THAT(*undoing(traces, site.root, history, lost), IsEmpty());
+  EXPECT_EQ(lost, 1U) << "what is surely gone can be undone no more";
+}
+#endif
+
+}  // namespace
+}  // namespace tessaly
