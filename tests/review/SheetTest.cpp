@@ -190,6 +190,9 @@ TEST(Sheet, HtmlAndCsvTellAllOfIt) {
       *writeSheet(everything(), {.paper = Paper::kA5, .date = kDay}, {}, SheetFormat::kHtml);
   EXPECT_NE(html.find("@page { size: A5 portrait;"), html.npos);
   EXPECT_THAT(html, AllOf(HasSubstr("<a href=\"#m4\">Cut</a>"), HasSubstr("<h2 id=\"m4h\">009 - Cut</h2>")));
+  const auto count = [&html](const std::string& text) { return replaceAll(html, text, text + '.').size(); };
+  for (const std::string tag : {"main", "section", "table", "thead", "tbody", "tr", "td", "ul", "h2", "h3"})
+    EXPECT_EQ(count('<' + tag), count("</" + tag + '>')) << tag;
   const std::string told =
       std::regex_replace(html.substr(html.find("<h1>")), std::regex("(<[^>]*>|\n)+"), "|");
   EXPECT_EQ(

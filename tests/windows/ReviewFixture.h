@@ -13,8 +13,9 @@
 #include <QTest>
 
 #include "classic/DecodingList.h"
-#include "tests/review/BatchFixture.h"
+#include "tests/review/FakeShelf.h"
 #include "tests/support/SmallDictionary.h"
+#include "tests/support/TestSite.h"
 #include "tests/support/Told.h"
 #include "windows/ReviewScope.h"
 
