@@ -21,7 +21,8 @@ QString named(const std::vector<std::string>& places) {
 }
 
 Grade gradeOf(const BatchRecovery& recovery) {
-  if (recovery.how == How::kRefused || !recovery.failed.empty()) return Grade::kFailure;
+  const bool known = recovery.how != How::kRefused && recovery.how != How::kUnknown;
+  if (!known || !recovery.failed.empty()) return Grade::kFailure;
   return recovery.how == How::kWaits || !recovery.letAlone.empty() ? Grade::kWarning : Grade::kNote;
 }
 
@@ -38,6 +39,12 @@ QString lineOf(const BatchRecovery& recovery) {
       case How::kRefused:
         return BatchRecoveries::tr("\"%1\" was cut short, and is let alone: %2")
             .arg(title, shown(recovery.reason));
+      case How::kUnended:
+        return BatchRecoveries::tr("\"%1\" was cut short, and is not ended yet").arg(title);
+      case How::kUnknown:
+        return BatchRecoveries::tr(
+                   "nobody knows whether many macros were being written: the folder of such %1")
+            .arg(shown(recovery.reason));
     }
     return QString();
   };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 
 #include <QMenu>
 
@@ -76,9 +77,10 @@ void HistoryOperations::list(HistoryDialog& dialog) {
   std::vector<KeptMacro> macros;
   Outcome whole;
   std::atomic<bool> stop = false;
-  static_cast<void>(transfers_.beside().runLong(
+  const bool ran = transfers_.beside().runLong(
       tr("Reading the history"), [&](const auto&) { macros = history_.list(&stop, &whole); },
-      [&] { stop = true; }));
+      [&] { stop = true; });
+  if (!ran) whole = systemFailure(ENOMEM, "read");
   if (stop) whole = cancelledFailure();
   const QString shortfall =
       whole ? QString() : tr("the history is not listed whole: %1").arg(failureText(whole.failure()));

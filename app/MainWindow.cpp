@@ -16,6 +16,7 @@
 #include "app/StepNames.h"
 #include "app/WindowPlaces.h"
 #include "platform/MacroNumber.h"
+#include "platform/SitePlace.h"
 #include "ui_MainWindow.h"
 #include "widgets/DialogText.h"
 
@@ -313,7 +314,8 @@ void MainWindow::connectPanel() {
 }
 
 void MainWindow::readSettingsFile() {
-  readSettings(context_.site.root, settings_);
+  const Outcome read = readSettings(context_.site.root, settings_);
+  if (!read && !isNothing(read.failure())) settingsUnread_ = read.failure();
   connection_.setTexts(Pane::kA, windows1252ToUtf8(settings_.pathA), windows1252ToUtf8(settings_.addressA));
   connection_.setTexts(Pane::kB, windows1252ToUtf8(settings_.pathB), windows1252ToUtf8(settings_.addressB));
 }
@@ -359,6 +361,10 @@ void MainWindow::dictionaryLoaded() {
   desk_->begin();
   updateControls();
   room(Pane::kA).view->applications().setFocus();
+  if (settingsUnread_)
+    say({Grade::kFailure,
+         tr("the settings cannot be read (%1): they are left as they are").arg(failureText(*settingsUnread_)),
+         {}});
   recovery_->offer();
   if (context_.preferences != nullptr && !recovery_->offering())
     for (const Pane pane : kPanes) restorePane(*context_.preferences, *room(pane).view);

@@ -114,6 +114,7 @@ class MainWindow : public QMainWindow {
   QTimer connectionWatch_;
   std::optional<unsigned> toldLoss_;  // the last one
   Settings settings_;
+  std::optional<Failure> settingsUnread_;  // what the file holds is not ours to overwrite then
   bool loaded_ = false;
   std::unique_ptr<Ui::MainWindow> ui_;
   QLabel* loadingNotice_ = nullptr;

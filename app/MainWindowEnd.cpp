@@ -22,7 +22,7 @@ void hideWindowsOf(const QWidget& owner) {
 }  // namespace
 
 void MainWindow::keepState() {
-  static_cast<void>(writeSettings(context_.site.root, settingsNow()));
+  if (!settingsUnread_) static_cast<void>(writeSettings(context_.site.root, settingsNow()));
   keepPlaces();
 }
 
@@ -75,8 +75,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   // Saved or discarded by now: nothing is to be offered at the next start.
   for (const Pane pane : kPanes) room(pane).state->copy.close();
-  const auto put = [&root = context_.site.root, settings = settingsNow()] {
-    return writeSettings(root, settings);
+  const auto put = [&root = context_.site.root, settings = settingsNow(), unread = settingsUnread_] {
+    return unread ? Outcome() : writeSettings(root, settings);
   };
   const QString label = tr("Writing the settings");
   Outcome written;

@@ -364,7 +364,7 @@ void OpenMacros::discard(Pane pane) {
   }
   const std::optional<MacroTarget> noted = copy.target();
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
-  bool kept = false;
+  bool kept = false, lost = false;
   if (noted && copy.macro() && copy.differs()) {
     const Outcome keeping = keepUnsaved(copy);
     kept = keeping.done();
@@ -373,15 +373,17 @@ void OpenMacros::discard(Pane pane) {
           {Grade::kFailure, tr("NOT discarded%1").arg(inBrackets(keeping.failure())), placeInWindow(target)});
       return;
     }
+    lost = !kept && history_.takeFailure().has_value();
   }
   copy.leaveEditState();
   const bool opened = !target.numberText.empty() && openTarget(pane, target, discardStepName());
   browser(pane).catchUp();
   const QString macro = macroInStrip(target);
   if (opened)
-    emit said({Grade::kDone,
-               kept ? tr("changes discarded: %1; the history keeps them").arg(macro)
-                    : tr("changes discarded: %1").arg(macro),
+    emit said({lost ? Grade::kWarning : Grade::kDone,
+               kept   ? tr("changes discarded: %1; the history keeps them").arg(macro)
+               : lost ? tr("changes discarded: %1; the history could not keep them").arg(macro)
+                      : tr("changes discarded: %1").arg(macro),
                placeInWindow(target)});
 }
 

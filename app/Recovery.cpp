@@ -128,17 +128,20 @@ void Recovery::answered(const RecoveryDialog& dialog, bool accepted) {
     std::optional<Found> found;
     found.swap(found_[index(pane)]);
     if (!found) continue;
-    if (!accepted)
-      setAside(pane, std::move(*found));
-    else if (dialog.takenUp(state(pane).descriptor))
-      takeUp(pane, *found);
-    else
+    const bool wanted = accepted && dialog.takenUp(state(pane).descriptor);
+    if (wanted && takeUp(pane, *found)) continue;
+    // New changes in the pane take the place of what is not taken up, so the history is to hold it first.
+    const bool kept = keep(pane, *found);
+    if (!kept && !wanted && takeUp(pane, *found)) continue;
+    if (kept && accepted && !wanted)
       leave(pane, *found);
+    else
+      setAside(pane, std::move(*found));
   }
   tell();
 }
 
-void Recovery::takeUp(Pane pane, const Found& found) {
+bool Recovery::takeUp(Pane pane, const Found& found) {
   PaneState& here = state(pane);
   Browser& browser = *panes_[index(pane)].browser;
   const MacroTarget& target = found.record.target;
@@ -149,8 +152,8 @@ void Recovery::takeUp(Pane pane, const Found& found) {
   const Outcome taken = here.copy.takeUp(found.record, found.bytes);
   note(pane, taken ? Grade::kDone : Grade::kFailure,
        taken ? tr("changes taken up again: %1").arg(macroInStrip(target))
-             : tr("NOT taken up: %1 (%2); you will be asked again")
-                   .arg(macroInStrip(target), failureText(taken.failure())));
+             : tr("NOT taken up: %1 (%2)").arg(macroInStrip(target), failureText(taken.failure())));
+  return taken.done();
 }
 
 // Saving needs no more than the panel's files, but the panel reads them when it is told to over the
@@ -161,11 +164,16 @@ void Recovery::goToPanel(Pane pane, const MacroTarget& target) {
   if (!connection_.connected(pane) && addressAccepted(target.address)) connection_.connectButton(pane);
 }
 
+bool Recovery::keep(Pane pane, const Found& found) {
+  const Outcome kept = history_.keep(found.bytes, placeOf(found.record), MacroChange::kUnsaved);
+  if (kept.written()) return true;
+  static_cast<void>(history_.takeFailure());  // told here
+  note(pane, Grade::kFailure,
+       tr("the history cannot keep the changes (%1)").arg(failureText(kept.failure())));
+  return false;
+}
+
 void Recovery::leave(Pane pane, const Found& found) {
-  if (!history_.keep(found.bytes, placeOf(found.record), MacroChange::kUnsaved)) {
-    setAside(pane, found);
-    return;
-  }
   const RecoveryFile& file = state(pane).copy.recovery();
   file.remove();
   if (!found.record.setAside) static_cast<void>(removeFile(site_.root, file.stepsPath()));
@@ -174,8 +182,6 @@ void Recovery::leave(Pane pane, const Found& found) {
 
 void Recovery::setAside(Pane pane, Found found) {
   const RecoveryFile& file = state(pane).copy.recovery();
-  // New changes in this pane will take the place of what is set aside.
-  static_cast<void>(history_.keep(found.bytes, placeOf(found.record), MacroChange::kUnsaved));
   if (!found.record.setAside) {
     found.record.setAside = true;
     if (!writeFile(site_.root, file.besidePath(), found.bytes) || !file.write(found.record)) {

@@ -18,7 +18,7 @@ class MacroHistory;
 
 // Offers the unsaved changes that a program which died has left, once the dictionary is there. Nothing is
 // lost whatever the answer: what is left goes to the history, and what is to be asked again is set aside so
-// that the pane is free. GUI thread.
+// that the pane is free. What the history cannot keep is taken up all the same. GUI thread.
 class Recovery : public QObject {
   Q_OBJECT
 
@@ -47,8 +47,9 @@ class Recovery : public QObject {
   [[nodiscard]] RecoveryOffer describe(Pane pane) const;
   [[nodiscard]] std::string fileOf(Pane pane, const RecoveryRecord& record) const;
   void answered(const RecoveryDialog& dialog, bool accepted);
-  void takeUp(Pane pane, const Found& found);
+  [[nodiscard]] bool takeUp(Pane pane, const Found& found);
   void goToPanel(Pane pane, const MacroTarget& target);
+  [[nodiscard]] bool keep(Pane pane, const Found& found);
   void leave(Pane pane, const Found& found);
   void setAside(Pane pane, Found found);
   void note(Pane pane, Grade grade, const QString& text);

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/PrintJson.h"
 #include "model/Settings.h"
+#include "platform/SitePlace.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -14,7 +15,9 @@ int runSettings(CommandSession& session, Arguments& arguments) {
   const auto addressB = arguments.option("--address-b");
   if (!arguments.complete(0, 0)) return session.wrongUsage(arguments.problem());
   Settings settings;
-  readSettings(session.root(), settings);
+  const Outcome read = readSettings(session.root(), settings);
+  if (!read && !isNothing(read.failure()))
+    return session.failed(std::string(kSettingsFile) + ' ' + read.failure().text);
   for (const auto& [given, address] :
        {std::pair{&addressA, &settings.addressA}, {&addressB, &settings.addressB}}) {
     if (!*given) continue;

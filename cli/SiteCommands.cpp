@@ -9,6 +9,7 @@
 #include "model/Settings.h"
 #include "model/SiteBrowser.h"
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 #include "platform/Text.h"
 #include "platform/Workplace.h"
 
@@ -117,7 +118,11 @@ bool isSeparator(char character) { return character == '\\' || character == '/';
 Chosen chosenPath(CommandSession& session, const Arguments& arguments) {
   Chosen chosen;
   Settings settings;
-  if (arguments.size() == 0) readSettings(session.root(), settings);
+  if (arguments.size() == 0) {
+    const Outcome read = readSettings(session.root(), settings);
+    if (!read && !isNothing(read.failure()))
+      session.warn(std::string(kSettingsFile) + ' ' + read.failure().text);
+  }
   chosen.path = arguments.size() > 0 ? sitePathOf(arguments[0]) : settings.pathA;
   chosen.onHost = !chosen.path.empty() && chosen.path.front() == '/';
   if (!chosen.onHost) chosen.path = replaceAll(std::move(chosen.path), "/", "\\");

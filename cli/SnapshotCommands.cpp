@@ -69,16 +69,28 @@ void printRow(CommandSession& session, const RestoreRow& row) {
   if (!row.note.empty()) session.warn(row.note);
 }
 
-// The worst of what became of the rows.
-int exitCodeOf(const std::vector<RestoreRow>& rows) {
+bool isUnflushed(const RestoreRow& row) { return row.why.kind == Failure::Kind::kUnflushed; }
+
+// What became of a row.
+int exitCodeOf(const RestoreRow& row) {
+  using State = RestoreRow::State;
+  if (row.state == State::kUnknown) return kExitUnknown;
+  return row.state == State::kAsBefore || row.state == State::kUnread ? kExitFailed : kExitDone;
+}
+
+int worstOf(const std::vector<RestoreRow>& rows) {
   int code = kExitDone;
-  for (const RestoreRow& row : rows) {
-    using State = RestoreRow::State;
-    const bool failed = row.state == State::kAsBefore || row.state == State::kUnread ||
-                        row.why.kind == Failure::Kind::kUnflushed;
-    code = std::max(code, row.state == State::kUnknown ? kExitUnknown : failed ? kExitFailed : kExitDone);
-  }
+  for (const RestoreRow& row : rows) code = std::max(code, exitCodeOf(row));
   return code;
+}
+
+int end(CommandSession& session, const std::vector<RestoreRow>& rows) {
+  const int code = worstOf(rows);
+  if (code != kExitDone) session.warn("not every macro was restored");
+  const auto unflushed = std::ranges::find_if(rows, isUnflushed);
+  if (unflushed == rows.end()) return code;
+  session.warn("what was restored " + unflushed->why.text);
+  return std::max(code, kExitFailed);
 }
 
 // Looks at what stands there, and writes what is another unless it is only to be told.
@@ -92,12 +104,10 @@ int run(CommandSession& session, SnapshotRestore& restore, bool dryRun) {
       others.push_back(i);
   });
   if (!looked) return session.failed(looked.failure().text);
-  if (dryRun) return exitCodeOf(restore.rows());
+  if (dryRun) return worstOf(restore.rows());
   if (const Outcome written = restore.write(others, print); !written)
     return session.failed(written.failure().text);
-  const int code = exitCodeOf(restore.rows());
-  if (code != kExitDone) session.warn("not every macro was restored");
-  return code;
+  return end(session, restore.rows());
 }
 
 std::shared_ptr<const Snapshot> opened(CommandSession& session, const std::string& file) {

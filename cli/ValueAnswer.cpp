@@ -40,7 +40,7 @@ ValueAnswer answer(const FloatParameter& parameter, bool incremental, const Aske
 
 ValueAnswer answerTimecode(CommandSession& session, const AskedValues& question) {
   Settings settings;
-  if (question.shown) readSettings(session.root(), settings);
+  if (question.shown) static_cast<void>(readSettings(session.root(), settings));
   const int frameRate = question.mode == ValueMode::kRaw ? 0 : settings.frameRate;
   return converted(
       question, [&](const std::string& typed) { return filterTimecode(typed, frameRate); },

@@ -17,7 +17,7 @@ ScratchSite& site() {
 void run(std::string_view bytes) {
   site().put(kFile, bytes);
   Settings settings;
-  require(readSettings(site().root, settings), "every file counts as read");
+  require(readSettings(site().root, settings).done(), "every file counts as read");
   for (const std::string* text : {&settings.pathA, &settings.pathB, &settings.addressA, &settings.addressB}) {
     require(text->find('\0') == std::string::npos && text->size() <= bytes.size() + kDefaultPath.size(),
             "a text ends at its zero and within the file");
@@ -25,7 +25,8 @@ void run(std::string_view bytes) {
   require(writeSettings(site().root, settings).done(), "settings can be written");
   const std::string written = site().bytes(kFile);
   Settings again;
-  require(readSettings(site().root, again) && again == settings, "written settings are read as they were");
+  require(readSettings(site().root, again).done() && again == settings,
+          "written settings are read as they were");
   require(writeSettings(site().root, again).done() && site().bytes(kFile) == written,
           "and written the same again");
   const std::string path = derivedPath(settings.pathA);

@@ -1,6 +1,7 @@
 #include "model/MacroFile.h"
 
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -14,9 +15,9 @@ constexpr std::string_view kClassicFunction = "NCSCOMMAND";
 constexpr const char* kClassicParameter = "CMD";
 
 // A file that is not there, or is none, parses no more than one that holds something else.
-bool isParseFailure(Failure::Kind kind) {
-  return kind == Failure::Kind::kNotXml || kind == Failure::Kind::kTooLarge ||
-         kind == Failure::Kind::kMissing || kind == Failure::Kind::kInTheWay;
+bool isParseFailure(const Failure& failure) {
+  return failure.kind == Failure::Kind::kNotXml || failure.kind == Failure::Kind::kTooLarge ||
+         isNothing(failure);
 }
 
 // The empty macro under a new name.
@@ -60,7 +61,7 @@ Expected<Macro> loadMacro(const SiteAccess& site, std::string_view path) {
   auto macro = readMacro(site.root, path);
   if (macro) return macro;
   const std::string file = visibleUtf8(path);
-  if (isParseFailure(macro.failure().kind))
+  if (isParseFailure(macro.failure()))
     site.messages.show(format(kCannotParse, file.c_str()));
   else
     site.messages.show(format(kCannotRead, file.c_str(), macro.failure().text.c_str()));
@@ -135,10 +136,8 @@ Outcome convertKeyFile(const SiteAccess& site, const std::string& name, std::str
   const auto empty = newMacro(site, name);
   if (!empty) return empty.failure();
   // What is there and cannot be read would make an empty macro of a full key.
-  using Kind = Failure::Kind;
   const auto bytes = readFile(site.root, keyPath);
-  const Kind why = bytes ? Kind::kMissing : bytes.failure().kind;
-  if (why == Kind::kNoPermission || why == Kind::kDiskError || why == Kind::kNoMemory) return bytes.failure();
+  if (!bytes && !isNothing(bytes.failure())) return bytes.failure();
   KeyFile key;
   bytes ? key.parse(*bytes) : key.load(site.root, keyPath, keyFileIndex(keyPath));
   const InsertCommands insertion = insertionOf(key);

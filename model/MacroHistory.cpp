@@ -125,7 +125,8 @@ void MacroHistory::removeLeftOvers() const {
 
 bool MacroHistory::same(const HistoryEntry& entry, std::string_view bytes, const MacroPlace& place) const {
   if (entry.size != bytes.size()) return false;
-  const KeptMacro kept = read(entry);
+  Outcome unread;
+  const KeptMacro kept = read(entry, unread);
   return kept.place == place && readOwnFile(root_, kept.file) == bytes;
 }
 
@@ -289,7 +290,7 @@ std::optional<std::string> MacroHistory::takeKept() {
   return std::exchange(kept_, std::nullopt);
 }
 
-KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
+KeptMacro MacroHistory::read(const HistoryEntry& entry, Outcome& unread) const {
   const std::string file = std::string(kFolder) + '\\' + entry.day + '\\' + entry.stem;
   KeptMacro kept;
   kept.id = entry.id();
@@ -297,26 +298,33 @@ KeptMacro MacroHistory::read(const HistoryEntry& entry) const {
   kept.size = entry.size;
   kept.file = file + kMacroEnding;
   const auto text = readOwnFile(root_, file + kRecordEnding, kLargestRecord);
-  if (text) kept.takeRecord(*text);
+  if (text)
+    kept.takeRecord(*text);
+  else if (!isNothing(text.failure()))
+    unread = text.failure();
   return kept;
 }
 
 std::vector<KeptMacro> MacroHistory::list(const std::atomic<bool>* stop, Outcome* whole) {
   const std::scoped_lock guard(mutex_);
-  const Outcome loaded = load();
-  if (whole != nullptr) *whole = loaded;
+  Outcome loaded = load();
   std::vector<KeptMacro> kept;
   kept.reserve(entries_.size());
   for (auto entry = entries_.rbegin(); entry != entries_.rend() && (stop == nullptr || !*stop); ++entry)
-    kept.push_back(read(*entry));
+    kept.push_back(read(*entry, loaded));
+  if (whole != nullptr) *whole = loaded;
   return kept;
 }
 
 Expected<KeptMacro> MacroHistory::find(std::string_view id) {
   const std::scoped_lock guard(mutex_);
   const Outcome loaded = load();
-  for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry)
-    if (entry->id() == id) return read(*entry);
+  for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) {
+    if (entry->id() != id) continue;
+    Outcome unread;
+    KeptMacro kept = read(*entry, unread);
+    return unread ? Expected(std::move(kept)) : unread.failure();
+  }
   return loaded ? Failure{Failure::Kind::kMissing, "is no longer in the history"} : loaded.failure();
 }
 

@@ -99,7 +99,8 @@ class MacroHistory : public MacroKeeper {
   void makeRoom(bool outsideRoot);
   void drop(std::size_t index);
   [[nodiscard]] std::filesystem::path host(const HistoryEntry& entry, const char* ending) const;
-  [[nodiscard]] KeptMacro read(const HistoryEntry& entry) const;
+  // `unread` is told why its record cannot be read now; nobody knows then where it came from.
+  [[nodiscard]] KeptMacro read(const HistoryEntry& entry, Outcome& unread) const;
   // What nobody asks for any more (WayBack) is not noted.
   void note(std::optional<Failure> failure, std::optional<std::string> kept = {});
 

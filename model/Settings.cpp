@@ -63,17 +63,17 @@ void appendInteger(std::string& bytes, std::uint32_t value) {
 
 Settings defaultSettings() { return {}; }
 
-bool readSettings(const SiteRoot& root, Settings& settings) {
+Outcome readSettings(const SiteRoot& root, Settings& settings) {
   settings = defaultSettings();
-  const std::optional<std::string> bytes = readFilePrefix(root, kSettingsFile, kMostSettingsBytes);
-  if (!bytes) return false;
+  const auto bytes = readFilePrefix(root, kSettingsFile, kMostSettingsBytes);
+  if (!bytes) return bytes.failure();
   SettingsReader reader(*bytes);
-  if (!reader.readSigned(settings.format) || !reader.readSigned(settings.frameRate)) return true;
+  if (!reader.readSigned(settings.format) || !reader.readSigned(settings.frameRate)) return {};
   if (settings.frameRate != kFrameRate60Hz) settings.frameRate = kFrameRate50Hz;
   for (std::string* text : textsOf(settings)) {
     if (!reader.readText(*text)) break;
   }
-  return true;
+  return {};
 }
 
 Outcome writeSettings(const SiteRoot& root, const Settings& settings) {

@@ -29,9 +29,10 @@ struct Settings {
 // What holds without a settings file.
 [[nodiscard]] Settings defaultSettings();
 
-// False when the file cannot be opened; the defaults are then taken. A short or damaged file counts as read:
-// what it does not reach keeps its default, and a frame rate that there is not is 25.
-bool readSettings(const SiteRoot& root, Settings& settings);
+// The defaults with a failure when the file cannot be read; isNothing (SitePlace.h) when there surely is
+// none, and else what it holds must not be overwritten. A short or damaged file counts as read: what it does
+// not reach keeps its default, and a frame rate that there is not is 25.
+Outcome readSettings(const SiteRoot& root, Settings& settings);
 
 // Writes the file whole or leaves the old one. The folder must exist.
 Outcome writeSettings(const SiteRoot& root, const Settings& settings);

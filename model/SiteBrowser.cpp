@@ -11,6 +11,7 @@
 #include "platform/CollectedMessages.h"
 #include "platform/Files.h"
 #include "platform/MacroNumber.h"
+#include "platform/SitePlace.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -89,7 +90,7 @@ bool hasContentsFile(const SiteRoot& root, std::string_view folder) {
 }
 
 bool readNameLine(const SiteRoot& root, std::string_view path, std::string& name) {
-  const std::optional<std::string> bytes = readFilePrefix(root, path, kNameBytes);
+  const auto bytes = readFilePrefix(root, path, kNameBytes);
   if (!bytes) return false;
   const std::size_t mark = bytes->find(kNameMark);
   if (mark == std::string::npos) return false;
@@ -118,9 +119,8 @@ Expected<std::vector<PanelEntry>> controlPanels(const SiteRoot& root, std::strin
   std::vector<PanelEntry> panels;
   const std::string folder = applicationFolder(path, application);
   if (folder.empty()) return panels;
-  const std::optional<std::string> devices =
-      readFilePrefix(root, joined(folder, kDevicesFile), kMostDevicesBytes);
-  if (!devices) return panels;
+  const auto devices = readFilePrefix(root, joined(folder, kDevicesFile), kMostDevicesBytes);
+  if (!devices) return isNothing(devices.failure()) ? Expected(std::move(panels)) : devices.failure();
 
   const auto entries = listFolder(root, folder);
   if (!entries) return entries.failure();

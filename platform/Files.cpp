@@ -86,11 +86,12 @@ Expected<std::string> readOwnFile(const SiteRoot& root, std::string_view path, s
   return host ? readWhole(*host, kOwnFile, limit) : host.failure();
 }
 
-std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path, std::size_t count) {
-  const auto file = RegularFile::open(root.resolve(path));
-  if (!file) return std::nullopt;
-  auto start = readStart(*file, std::min(count, file->size()));
-  return start ? std::optional(*std::move(start)) : std::nullopt;
+Expected<std::string> readFilePrefix(const SiteRoot& root, std::string_view path, std::size_t count) {
+  const auto host = placeOf(root, path);
+  if (!host) return host.failure();
+  const auto file = RegularFile::open(*host);
+  if (!file) return file.failure();
+  return readStart(*file, std::min(count, file->size()));
 }
 
 Outcome writeFile(const SiteRoot& root, std::string_view path, std::string_view bytes) {
@@ -186,8 +187,10 @@ Expected<std::vector<std::string>> listFolder(const SiteRoot& root, std::string_
     // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the compiler's.
     auto operator<=>(const Row&) const = default;
   };
-  auto found = namesIn(root.resolve(folder), suffix);
-  if (!found) return found.failure();
+  const auto host = placeOf(root, folder);
+  if (!host) return host.failure();
+  auto found = namesIn(*host, suffix);
+  if (!found) return found;
   std::vector<Row> rows;
   for (std::string& name : *found) rows.push_back({toUpperAscii(name), std::move(name)});
   std::sort(rows.begin(), rows.end());

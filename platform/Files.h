@@ -30,9 +30,9 @@ inline constexpr std::size_t kLargestFile =
 [[nodiscard]] Expected<std::string> readFile(const SiteRoot& root, std::string_view path,
                                              std::size_t limit = kLargestFile);
 
-// At most the first `count` bytes, or nothing when the file cannot be opened.
-[[nodiscard]] std::optional<std::string> readFilePrefix(const SiteRoot& root, std::string_view path,
-                                                        std::size_t count);
+// At most the first `count` bytes.
+[[nodiscard]] Expected<std::string> readFilePrefix(const SiteRoot& root, std::string_view path,
+                                                   std::size_t count);
 
 // Writes `bytes` whole or not at all, a new file with mode 0644 less the umask; an old one keeps its mode,
 // and one that its owner has write-protected is not replaced (PendingFile). The folder must exist.

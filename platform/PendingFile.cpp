@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "platform/WayBack.h"
@@ -52,8 +53,12 @@ Expected<fs::path> PendingFile::destination(const fs::path& target, FilePolicy p
   struct stat status {};
   if (::lstat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return target;
   if (!S_ISLNK(status.st_mode)) return inTheWay();
-  // So is a link to nothing.
-  if (!policy.followsLinks || ::stat(target.c_str(), &status) != 0) return target;
+  if (!policy.followsLinks) return target;
+  if (::stat(target.c_str(), &status) != 0) {
+    // A link to nothing is replaced, one to what cannot be looked at now is not.
+    const Failure failure = systemFailure(errno, "written");
+    return isNothing(failure) ? Expected(target) : Expected<fs::path>(failure);
+  }
   if (!S_ISREG(status.st_mode)) return inTheWay();
   std::error_code error;
   fs::path real = fs::canonical(target, error);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "review/BatchText.h"
 
@@ -56,20 +57,25 @@ Expected<BatchJournal> BatchJournal::begin(const SiteRoot& root, const BatchReco
   return BatchJournal(root, pathOf(name), *std::move(lock), text.size());
 }
 
-std::vector<std::string> BatchJournal::namesIn(const SiteRoot& root) {
+Expected<std::vector<std::string>> BatchJournal::namesIn(const SiteRoot& root) {
   std::error_code error;
-  if (!std::filesystem::is_directory(std::filesystem::symlink_status(root.path() / kFolder, error)))
-    return {};
-  std::vector<std::string> names =
-      listFolder(root, kFolder, kEnding).value_or({});  // a later start finds them
-  std::erase_if(names, [](const std::string& name) { return !isName(name); });
+  const auto kind = std::filesystem::symlink_status(root.path() / kFolder, error).type();
+  if (kind == std::filesystem::file_type::none) return systemFailure(error.value(), "looked at");
+  if (kind != std::filesystem::file_type::directory) return std::vector<std::string>();
+  auto names = listFolder(root, kFolder, kEnding);
+  if (names) std::erase_if(*names, [](const std::string& name) { return !isName(name); });
   return names;
 }
 
 Expected<BatchJournal::Found> BatchJournal::open(const SiteRoot& root, const std::string& name) {
   const std::string path = pathOf(name);
-  if (!isThisUsers(root, path))
+  if (!isThisUsers(root, path)) {
+    const auto read = readOwnFile(root, path, 0);
+    const bool there = read || read.failure().kind == Failure::Kind::kTooLarge ||
+                       read.failure().kind == Failure::Kind::kNoPermission;
+    if (!there) return read.failure();
     return Failure{Failure::Kind::kNoPermission, "is another user's, who is to start the program"};
+  }
   auto lock = lockOf(root, name);
   if (!lock) return lock.failure();
   const auto text = readOwnFile(root, path);

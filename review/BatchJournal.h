@@ -35,7 +35,7 @@ class BatchJournal {
   static Expected<BatchJournal> begin(const SiteRoot& root, const BatchRecord& record);
 
   // What stands in the folder, oldest first, by its names.
-  [[nodiscard]] static std::vector<std::string> namesIn(const SiteRoot& root);
+  [[nodiscard]] static Expected<std::vector<std::string>> namesIn(const SiteRoot& root);
   struct Found;
   // Locks and reads one. kInUse while its program lives, kMissing when that has ended meanwhile,
   // kNoPermission for one that is not this user's, kNoSnapshot when it is none, or none of this version.

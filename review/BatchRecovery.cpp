@@ -80,6 +80,7 @@ class Recovery {
     for (std::size_t i = 0; i < record_.items.size(); ++i) {
       const BatchItem& item = record_.items[i];
       if (put(item, record_.change, from(item.expected)) == Put::kSettled) continue;
+      told_.how = How::kUnended;
       if (journal_.noteUndoing()) undo();
       return;
     }
@@ -97,7 +98,10 @@ class Recovery {
                                 from(HeldContent::after(item.bytes)));
       whole = whole && put == Put::kSettled;
     }
-    if (whole) static_cast<void>(journal_.end());
+    if (whole)
+      static_cast<void>(journal_.end());
+    else
+      told_.how = How::kUnended;
   }
 
   [[nodiscard]] static BeforeWrite from(const HeldContent& held) {
@@ -122,6 +126,7 @@ std::string inWords(const std::vector<std::string>& places) {
 }  // namespace
 
 std::string BatchRecovery::describe() const {
+  if (how == How::kUnknown) return "nobody knows whether a batch was cut short: the folder of them " + reason;
   std::string text = "the batch \"" + title + "\", which was cut short, ";
   switch (how) {
     case How::kEnded:
@@ -133,8 +138,13 @@ std::string BatchRecovery::describe() const {
     case How::kWaits:
       text += "waits for its panel";
       break;
+    case How::kUnended:
+      text += "is not ended yet";
+      break;
     case How::kRefused:
       text += "is let alone";
+      break;
+    case How::kUnknown:
       break;
   }
   if (!letAlone.empty()) text += "; it has let alone what somebody else has written: " + inWords(letAlone);
@@ -145,7 +155,9 @@ std::string BatchRecovery::describe() const {
 
 std::vector<BatchRecovery> recoverBatches(BatchPlaces& places) {
   std::vector<BatchRecovery> all;
-  for (const std::string& name : BatchJournal::namesIn(places.root())) {
+  const auto names = BatchJournal::namesIn(places.root());
+  if (!names) all.push_back({{}, How::kUnknown, {}, {}, {}, names.failure().text});
+  for (const std::string& name : names.value_or({})) {
     auto found = BatchJournal::open(places.root(), name);
     if (!found) {
       const Failure& why = found.failure();

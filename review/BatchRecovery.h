@@ -10,10 +10,12 @@ namespace tessaly {
 // What became of a batch that a program has not lived to end.
 struct BatchRecovery {
   enum class How {
-    kEnded,   // what it was to write is there
-    kUndone,  // what was there before is there again
-    kWaits,   // its panel is not connected, or did not take all of it
-    kRefused  // its journal cannot be used; `reason`
+    kEnded,    // what it was to write is there
+    kUndone,   // what was there before is there again
+    kWaits,    // its panel is not connected, or did not take all of it
+    kUnended,  // neither: the next start tries again; `failed`
+    kRefused,  // its journal cannot be used; `reason`
+    kUnknown   // whether there is one cannot be read; `reason`
   };
   std::string title;  // of the batch, UTF-8; without one the name of its journal
   How how = How::kEnded;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "review/FolderNames.h"
@@ -66,9 +67,10 @@ MacroPlace DiskShelf::place(MacroNumber number) const {
 
 Expected<std::vector<MacroShelf::Held>> DiskShelf::list() {
   if (cancelled_) return cancelledFailure();
-  if (!isFolder(root_, folder_)) return Failure{Failure::Kind::kMissing, "there is no such folder"};
   const auto entries = entriesIn(root_, folder_);
-  if (!entries) return entries.failure();
+  if (!entries)
+    return isNothing(entries.failure()) ? Failure{Failure::Kind::kMissing, "there is no such folder"}
+                                        : entries.failure();
   std::vector<Held> held;
   for (const auto& entry : *entries) {
     const std::string file = entry.path().filename().string();

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/SitePlace.h"
 #include "platform/SystemFailure.h"
 #include "platform/Text.h"
 
@@ -12,9 +13,11 @@ namespace tessaly {
 namespace fs = std::filesystem;
 
 Expected<std::vector<fs::directory_entry>> entriesIn(const SiteRoot& root, std::string_view folder) {
+  const auto host = placeOf(root, folder);
+  if (!host) return host.failure();
   std::error_code error;
   std::vector<std::pair<std::string, fs::directory_entry>> rows;  // what the order goes by
-  fs::directory_iterator entry(root.resolve(folder), error);
+  fs::directory_iterator entry(*host, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     rows.emplace_back(toUpperAscii(entry->path().filename().string()), *entry);
   }

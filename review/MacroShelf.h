@@ -67,4 +67,9 @@ class MacroShelf {
   virtual void cancel() = 0;
 };
 
+// Of what a list tells and cannot be read: there is none after all. What has a name there is there.
+[[nodiscard]] inline bool isNone(const MacroShelf::Held& listed, const Failure& failure) {
+  return failure.kind == Failure::Kind::kMissing && listed.name.empty();
+}
+
 }  // namespace tessaly

@@ -141,7 +141,7 @@ Outcome SnapshotRestore::write(const std::vector<std::size_t>& rows, const Told&
     items.push_back({rows_[i].place, rows_[i].macro->bytes, rows_[i].standing});
   if (items.empty()) return {};
   BatchPlaces places(root_, history_, [this](const MacroPlace& place) { return shelfOf_(place.workplace); });
-  MacroBatch batch(places, "restore of " + std::to_string(items.size()) + " macros", MacroChange::kPutBack,
+  MacroBatch batch(places, "restore of " + std::to_string(written.size()) + " macros", MacroChange::kPutBack,
                    MacroBatch::Mode::kAsManyAsGo, std::move(items));
   const Running running(*this, [&batch] { batch.cancel(); });
   const Outcome ran = runTrying(batch, tries_, [&](std::size_t index, const MacroBatch::Row& now) {

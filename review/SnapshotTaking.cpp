@@ -88,10 +88,7 @@ Outcome SnapshotTaking::takeMacro(int workplace, const MacroShelf::Held& held, S
     if (macro) return came;
     return Failure{Failure::Kind::kPanel, "what came is no macro: it " + macro.failure().text};
   });
-  if (!bytes) {
-    const bool absent = bytes.failure().kind == Failure::Kind::kMissing;
-    return absent ? Outcome() : unread(what, bytes.failure());
-  }
+  if (!bytes) return isNone(held, bytes.failure()) ? Outcome() : unread(what, bytes.failure());
   bytes_ += bytes->size();
   if (bytes_ > kLargestFile)
     return unread(what, {Failure::Kind::kTooLarge, "with it the macros are more than a snapshot may hold"});

@@ -29,7 +29,11 @@ Listed listedOf(std::vector<MacroShelf::Held> held) {
 
 // One that is not listed is not asked for.
 Expected<std::string> readIf(const Listed& listed, MacroShelf& shelf, MacroNumber number) {
-  return listed.contains(number.value()) ? shelf.read(number) : missing();
+  const auto found = listed.find(number.value());
+  if (found == listed.end()) return missing();
+  auto read = shelf.read(number);
+  if (!isMissing(read) || isNone({number, found->second}, read.failure())) return read;
+  return Failure{Failure::Kind::kPanel, "is listed, but cannot be read"};
 }
 
 // The name that stands at the very beginning, where nearly every macro has it: reading all of a file for the

@@ -345,7 +345,10 @@ def main():
         score, goals = {"all": [sum(column) for column in zip(*score.values())] or [0, 0]}, {"all": arguments.goal}
     missed = False
     for room, (killed, tried) in score.items():
-        percent = 100 * killed / tried if tried else 100
+        if not tried:
+            print(f"{room}/: nothing tried")
+            continue
+        percent = 100 * killed / tried
         missed = missed or percent < goals[room]
         print(f"{room}/: {killed} of {tried} noticed, {percent:.0f} % (goal {goals[room]} %)")
     if left:

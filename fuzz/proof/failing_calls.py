@@ -98,6 +98,9 @@ class Campaign:
         if done.returncode == 1 and found == tried.new != tried.stages[-2] and not tried.operation.cut_short and \
                 not any(words in done.stderr.decode() for words in DONE_TOLD):
             wrongs.append("a failure is said, but it is done")
+        ended = done.stderr.rstrip().endswith(b"has been ended")
+        if tried.operation.cut_short and found != tried.new and (silent or ended):
+            wrongs.append("a batch that was cut short is not ended, and that is not told")
         wrongs += self.history_lacks(silent) + tried.judged_next()
         if wrongs:
             self.wrongs.append(f"{case}: {'; '.join(wrongs)} (exit {done.returncode}, "

@@ -112,7 +112,7 @@ OPERATIONS = [
               look=["snapshot", SNAPSHOT]),
     Operation("settings", [["settings", "--address-a", "10.1.2.3"]], [OWN + "Settings.dat"], look=["settings"]),
     Operation("settings over", [["settings", "--address-a", "10.1.2.3"]], [OWN + "Settings.dat"],
-              [["settings", "--rewrite"]], look=["settings"]),
+              [["settings", "--address-b", "10.4.4.4"]], look=["settings"]),
     Operation("download", [["panel", "{panel}", "get", "1", "1", ONE]], [ONE]),
     Operation("window edit", [["window", "start", "edit=0.7"]], [ONE], look=LOOK),
     Operation("window steps", [["window", "start", "edit=0.7"], ["window", "start", "undo"]], [ONE], EDITED, look=LOOK),

@@ -3258,6 +3258,14 @@ Trotzdem überschreiben?</translation>
         <source>%1; NOT written: %2 (%3)</source>
         <translation>%1; NICHT geschrieben: %2 (%3)</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; was cut short, and is not ended yet</source>
+        <translation>&quot;%1&quot; wurde unterbrochen und ist noch nicht zu Ende geführt</translation>
+    </message>
+    <message>
+        <source>nobody knows whether many macros were being written: the folder of such %1</source>
+        <translation>niemand weiß, ob gerade viele Makros geschrieben wurden: der Ordner dafür %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::Browser</name>
@@ -4637,6 +4645,10 @@ oder von dort kopieren</translation>
         <source>Writing the settings</source>
         <translation>Die Einstellungen werden geschrieben</translation>
     </message>
+    <message>
+        <source>the settings cannot be read (%1): they are left as they are</source>
+        <translation>die Einstellungen können nicht gelesen werden (%1): sie bleiben, wie sie sind</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MessageLog</name>
@@ -4795,6 +4807,10 @@ Overwrite it?</source>
         <source>NOT saved: %1%2; its changes are still unsaved</source>
         <translation>NICHT gespeichert: %1%2; die Änderungen sind noch ungespeichert</translation>
     </message>
+    <message>
+        <source>changes discarded: %1; the history could not keep them</source>
+        <translation>Änderungen verworfen: %1; der Verlauf konnte sie nicht aufbewahren</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::PaneHeading</name>
@@ -4879,10 +4895,6 @@ Bilder von 0 bis %1</translation>
         <translation>Änderungen wieder aufgenommen: %1</translation>
     </message>
     <message>
-        <source>NOT taken up: %1 (%2); you will be asked again</source>
-        <translation>NICHT wieder aufgenommen: %1 (%2); es wird erneut gefragt</translation>
-    </message>
-    <message>
         <source>the changes stay in the history: %1</source>
         <translation>die Änderungen bleiben im Verlauf: %1</translation>
     </message>
@@ -4905,6 +4917,14 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>; the history keeps the working copy</source>
         <translation>; der Verlauf bewahrt die Arbeitskopie auf</translation>
+    </message>
+    <message>
+        <source>NOT taken up: %1 (%2)</source>
+        <translation>NICHT wieder aufgenommen: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>the history cannot keep the changes (%1)</source>
+        <translation>der Verlauf kann die Änderungen nicht aufbewahren (%1)</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,6 @@
 // What a screen reader, a pair of eyes at night and the next start get to know of the window.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <set>
 
 #include <QAccessible>
 #include <QHeaderView>
@@ -8,6 +8,7 @@
 #include <QSplitter>
 
 #include "app/Appearance.h"
+#include "app/WindowPlaces.h"
 #include "tests/app/EveryDialog.h"
 #include "tests/app/TextContrast.h"
 #include "widgets/ListFinder.h"
@@ -19,27 +20,11 @@ namespace {
 using testing::IsEmpty;
 
 bool isControl(QAccessible::Role role) {
-  switch (static_cast<int>(role)) {
-    case QAccessible::PushButton:
-    case QAccessible::ButtonMenu:
-    case QAccessible::ButtonDropDown:
-    case QAccessible::RadioButton:
-    case QAccessible::CheckBox:
-    case QAccessible::ComboBox:
-    case QAccessible::EditableText:
-    case QAccessible::SpinBox:
-    case QAccessible::Slider:
-    case QAccessible::List:
-    case QAccessible::ListItem:
-    case QAccessible::Table:
-    case QAccessible::Tree:
-    case QAccessible::MenuItem:
-    case QAccessible::PageTab:
-    case QAccessible::PageTabList:
-      return true;
-    default:
-      return false;
-  }
+  using enum QAccessible::Role;
+  static const std::set<int> controls{
+      PushButton, ButtonMenu, ButtonDropDown, RadioButton, CheckBox, ComboBox, EditableText, SpinBox,
+      Slider,     List,       ListItem,       Table,       Tree,     MenuItem, PageTab,      PageTabList};
+  return controls.contains(role);
 }
 
 // Controls without a name, and widgets that take the keyboard without being a control to a screen reader.
@@ -84,59 +69,66 @@ TEST(AccessibilityTest, EveryControlOfEveryWindowHasNameAndRole) {
 }
 
 TEST(AppearanceTest, TextStandsOutInBothPalettes) {
-  using Role = QPalette::ColorRole;
-  const std::pair<Role, Role> pairs[] = {
-      {QPalette::WindowText, QPalette::Window},       {QPalette::Text, QPalette::Base},
-      {QPalette::Text, QPalette::AlternateBase},      {QPalette::PlaceholderText, QPalette::Base},
-      {QPalette::ButtonText, QPalette::Button},       {QPalette::HighlightedText, QPalette::Highlight},
-      {QPalette::ToolTipText, QPalette::ToolTipBase}, {QPalette::Link, QPalette::Base}};
+  using enum QPalette::ColorRole;
+  const std::pair<QPalette::ColorRole, QPalette::ColorRole> pairs[] = {
+      {WindowText, Window},       {Text, Base},         {Text, AlternateBase},
+      {PlaceholderText, Base},    {ButtonText, Button}, {HighlightedText, Highlight},
+      {ToolTipText, ToolTipBase}, {Link, Base}};
   for (const PaletteChoice choice : {PaletteChoice::kLight, PaletteChoice::kDark}) {
     const QPalette palette = ownPalette(choice);
+    const QColor text = palette.color(Text);
+    std::vector<std::pair<QColor, QColor>> drawn;
     for (const auto group : {QPalette::Active, QPalette::Inactive})
       for (const auto& [ink, ground] : pairs)
-        EXPECT_GE(contrast(palette.color(group, ink), palette.color(group, ground)), 4.5)
-            << paletteName(choice).toStdString() << ' ' << group << ' ' << ink << " on " << ground;
+        drawn.emplace_back(palette.color(group, ink), palette.color(group, ground));
+    for (const auto& [ink, ground] : {pairs[1], pairs[4], pairs[5]})
+      drawn.emplace_back(palette.color(QPalette::Disabled, ink), palette.color(QPalette::Disabled, ground));
     for (const auto kind : {DiffRow::Kind::kSameMeaning, DiffRow::Kind::kChanged, DiffRow::Kind::kOnlyA,
                             DiffRow::Kind::kMovedTo})
-      for (const bool marked : {false, true})
-        EXPECT_GE(contrast(palette.color(QPalette::Text), compareGround(palette, kind, marked)), 4.5)
-            << paletteName(choice).toStdString() << ' ' << static_cast<int>(kind) << marked;
+      for (const bool marked : {false, true}) drawn.emplace_back(text, compareGround(palette, kind, marked));
     for (const auto where :
          {PaneSubject::Where::kDisk, PaneSubject::Where::kPanel, PaneSubject::Where::kLost})
-      EXPECT_GE(contrast(headingColours(palette, where).ink, headingColours(palette, where).ground), 4.5);
+      drawn.emplace_back(headingColours(palette, where).ink, headingColours(palette, where).ground);
     for (const Grade grade : {Grade::kDone, Grade::kNote, Grade::kWarning, Grade::kFailure})
-      EXPECT_GE(contrast(gradeInk(palette, grade), palette.color(QPalette::Window)), 4.5);
-    const auto disabled = [&](Role role) { return palette.color(QPalette::Disabled, role); };
-    EXPECT_GE(contrast(disabled(QPalette::HighlightedText), disabled(QPalette::Highlight)), 4.5);
-    EXPECT_GE(contrast(disabled(QPalette::ButtonText), disabled(QPalette::Button)), 4.5);
-    EXPECT_GE(contrast(disabled(QPalette::Text), disabled(QPalette::Base)), 4.5);
+      drawn.emplace_back(gradeInk(palette, grade), palette.color(Window));
+    for (const auto& [ink, ground] : drawn)
+      EXPECT_GE(contrast(ink, ground), 4.5)
+          << paletteName(choice).toStdString() << ' ' << ink.name().toStdString() << " on "
+          << ground.name().toStdString();
     EXPECT_EQ(paletteNamed(paletteName(choice)), choice);
   }
 }
 
-TEST(PreferencesTest, TheWindowComesBackAsItWasLeft) {
-  WindowFixture fixture(offlineClient());
-  const QString file = QString::fromStdString((fixture.site.root.path() / "tessaly.ini").string());
-  Preferences preferences(file);
-  fixture.setPreferences(preferences);
-  fixture.open();
-  const auto splitter = [&](const char* name) {
-    return fixture.window->findChild<QSplitter*>(QLatin1String(name));
+class PreferencesTest : public WindowTest {};
+
+// Catches a pane that opens elsewhere than it was left, and a panel that is connected by a start.
+TEST_F(PreferencesTest, TheWindowComesBackAsItWasLeft) {
+  Preferences preferences(QString::fromStdString((fixture_.site.root.path() / "tessaly.ini").string()));
+  fixture_.setPreferences(preferences);
+  const WindowPlaces places(preferences);
+  fixture_.open();
+  const auto sizes = [this](const char* name) {
+    return fixture_.window->findChild<QSplitter*>(QLatin1String(name))->sizes();
   };
-  fixture.window->resize(1040, 700);
-  splitter("panes")->setSizes({600, 380});
-  splitter("paneSplitter")->setSizes({200, 400});
+  fixture_.window->resize(1040, 700);
+  fixture_.window->findChild<QSplitter*>("panes")->setSizes({600, 380});
+  fixture_.window->findChild<QSplitter*>("paneSplitter")->setSizes({200, 400});
   QApplication::processEvents();
-  const auto sizes = splitter("panes")->sizes();
-  const auto heights = splitter("paneSplitter")->sizes();
-  fixture.driver->close();
-  fixture.open();
-  EXPECT_EQ(fixture.window->size(), QSize(1040, 700));
-  EXPECT_EQ(splitter("panes")->sizes(), sizes);
-  EXPECT_EQ(splitter("paneSplitter")->sizes(), heights);
-  EXPECT_EQ(fixture.site.read("c:\\Programme\\RV48\\bin\\MacroFid\\Settings.dat").find("places"),
-            std::string::npos)
-      << "the settings file keeps its form";
+  const auto panes = sizes("panes"), heights = sizes("paneSplitter");
+  open(a_, "002");
+  const auto lines = driver().texts(a_.commands);
+  driver().press(b_.panel);
+  action("rehearse").trigger();
+  fixture_.driver->close();
+  EXPECT_FALSE(preferences.place("RehearseWindow").isEmpty()) << "it was open to the end";
+  fixture_.open();
+  EXPECT_EQ(fixture_.window->size(), QSize(1040, 700));
+  EXPECT_EQ(sizes("panes"), panes);
+  EXPECT_EQ(sizes("paneSplitter"), heights);
+  EXPECT_EQ(driver().texts(a_.commands), lines);
+  EXPECT_TRUE(driver().control<QAbstractButton>(b_.panel).isChecked());
+  EXPECT_EQ(driver().control<QPushButton>(b_.connectButton).text(), "connect");
+  EXPECT_THAT(read(kSettingsFile), testing::Not(testing::HasSubstr("places"))) << "it keeps its form";
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
 // What a check finds, where people see it: at the lines, in the strip, in the list, before a send.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QTreeView>
 #include <QTreeWidget>
 
-#include "model/MacroFile.h"
 #include "tests/app/PanelWindowFixture.h"
 #include "windows/CheckWindow.h"
 
@@ -18,7 +16,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
 std::string clip(int key, const char* value) {
   return "<cmd fid=\"QMF1.ME1.KEY" + std::to_string(key) +
          ".CLIP.SET\" workplace=\"1\" group=\"0\" module=\"0\"" +
@@ -75,26 +72,33 @@ struct CheckList {
 
 class CheckingTest : public PanelWindowTest {
  protected:
-  CheckingTest() {
-    fixture_.site.write(macroFile(kFolder, 1), faulty("Wrong"));
-    QApplication::setActiveWindow(fixture_.window.get());
-  }
+  CheckingTest() { fixture_.site.write(macroPath(1), faulty("Wrong")); }
   void open(const char* number = "001") {
-    driver().choose(a_.applications, "Evening News");
-    driver().choose(a_.macros, number);
+    PanelWindowTest::open(a_, number);
     driver().list(a_.commands).setFocus();
   }
-  [[nodiscard]] QVariant mark(int row, int role = kRowMarkRole) {
-    return driver().list(a_.commands).rows().index(row).data(role);
+  void openOnPanel() {
+    first_.tree.write(Panel::file(1, "007"), faulty("Two"));
+    connectPane(Pane::kA, first_);
+    chooseWorkplace(Pane::kA, 1, "007 - Two");
+  }
+  [[nodiscard]] std::string mark(int row, int role) {
+    return driver().list(a_.commands).rows().index(row).data(role).toString().toStdString();
+  }
+  [[nodiscard]] RowMark mark(int row) {
+    return static_cast<RowMark>(driver().list(a_.commands).rows().index(row).data(kRowMarkRole).toInt());
   }
   void awaitMark(int row, RowMark wanted) {
-    WindowDriver::waitFor([&] { return mark(row).toInt() == static_cast<int>(wanted); }, "the mark");
+    WindowDriver::waitFor([&] { return mark(row) == wanted; }, "the mark");
+  }
+  void awaitCommand(int row) {
+    WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() == row; }, "the command");
   }
   [[nodiscard]] std::string finding() {
-    return fixture_.window->findChild<QLabel*>(QStringLiteral("finding"))->text().toStdString();
+    return fixture_.window->findChild<QLabel*>("finding")->text().toStdString();
   }
   CheckList list() {
-    press(fixture_.window.get(), Qt::Key_F7);
+    shortcut(Qt::Key_F7);
     auto* window = fixture_.window->findChild<CheckWindow*>();
     if (window == nullptr) throw std::runtime_error("no list");
     CheckList list{*window};
@@ -107,27 +111,26 @@ class CheckingTest : public PanelWindowTest {
 TEST_F(CheckingTest, MarksLinesAndForgetsWhatAChangeHasOutdated) {
   open();
   awaitMark(1, RowMark::kError);
-  EXPECT_EQ(mark(0).toInt(), static_cast<int>(RowMark::kNone));
-  EXPECT_EQ(mark(3).toInt(), static_cast<int>(RowMark::kWarning));
+  EXPECT_EQ(mark(0), RowMark::kNone);
+  EXPECT_EQ(mark(3), RowMark::kWarning);
   EXPECT_THAT(driver().texts(a_.commands)[1], Not(HasSubstr("error")));
-  EXPECT_THAT(mark(1, Qt::AccessibleDescriptionRole).toString().toStdString(),
+  EXPECT_THAT(mark(1, Qt::AccessibleDescriptionRole),
               AllOf(StartsWith("error: VALUE: "), HasSubstr("right: 1")));
-  EXPECT_THAT(mark(1, Qt::ToolTipRole).toString().toStdString(), HasSubstr("right: 1"));
+  EXPECT_THAT(mark(1, Qt::ToolTipRole), HasSubstr("right: 1"));
   EXPECT_THAT(finding(), HasSubstr("F7"));
-  const std::string opened = fixture_.status().toStdString();
+  const std::string opened = told();
   driver().clickRow(a_.commands, 1);
   EXPECT_THAT(finding(), AllOf(StartsWith("error: VALUE: "), HasSubstr("right: 1")));
-  EXPECT_THAT(mark(3, Qt::AccessibleDescriptionRole).toString().toStdString(),
-              HasSubstr("the same command as 3;"))
+  EXPECT_THAT(mark(3, Qt::AccessibleDescriptionRole), HasSubstr("the same command as 3;"))
       << "numbers as the window counts them";
-  EXPECT_EQ(fixture_.status().toStdString(), opened) << "the finding has taken the place of a message";
+  EXPECT_EQ(told(), opened) << "the finding has taken the place of a message";
   // Above the wrong command: until the macro has been looked at again, no line has the mark of another.
   driver().clickRow(a_.commands, 0);
   press(&driver().list(a_.commands), Qt::Key_Delete);
-  EXPECT_EQ(mark(1).toInt(), static_cast<int>(RowMark::kNone));
+  EXPECT_EQ(mark(1), RowMark::kNone);
   EXPECT_EQ(finding(), "");
   awaitMark(0, RowMark::kError);
-  press(fixture_.window.get(), Qt::Key_Z, Qt::ControlModifier);
+  shortcut(Qt::Key_Z, Qt::ControlModifier);
   awaitMark(1, RowMark::kError);
 }
 
@@ -137,15 +140,13 @@ TEST_F(CheckingTest, ListLeadsToTheCommandAndFixesItAsAStep) {
   EXPECT_THAT(list.rows(), ElementsAre("error 2 limits", "error 5 unknown-function", "warning 4 repeated"));
   list.choose("error 2 limits");
   press(&list.view(), Qt::Key_Return);
-  auto& commands = driver().list(a_.commands);
-  WindowDriver::waitFor([&] { return commands.selectedRow() == 1; }, "the command");
-  WindowDriver::click(list.window, QStringLiteral("Fix"));
+  awaitCommand(1);
+  WindowDriver::click(list.window, "Fix");
   awaitEdited(Pane::kA);
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("fixed: command 2"));
+  EXPECT_THAT(told(), StartsWith("fixed: command 2"));
   // The list follows what is in the pane.
   WindowDriver::waitFor([&] { return list.rows().size() == 2; }, "the list");
-  QApplication::setActiveWindow(fixture_.window.get());
-  press(&commands, Qt::Key_Z, Qt::ControlModifier);
+  shortcut(Qt::Key_Z, Qt::ControlModifier);
   WindowDriver::waitFor([&] { return list.rows().size() == 3; }, "the list after undo");
   EXPECT_FALSE(edited());
 }
@@ -158,23 +159,21 @@ TEST_F(CheckingTest, ListOpensWhatLiesOnTheDiskUnlessThePaneHasUnsavedChanges) {
   list.look(ReviewScope::Kind::kFolder);
   EXPECT_THAT(list.rows(), testing::Contains("error 2 limits"));
   list.choose("error 2 limits");
-  QApplication::setActiveWindow(fixture_.window.get());
-  driver().clickRow(a_.commands, 0);
-  press(&driver().list(a_.commands), Qt::Key_Delete);
+  removeFirst(a_);
   ASSERT_TRUE(edited());
   press(&list.view(), Qt::Key_Return);
   WindowDriver::waitFor([&] { return list.text("outcome").starts_with("NOT opened: 001 - Wrong"); },
                         "the refusal");
-  EXPECT_EQ(fixture_.status().toStdString(), list.text("outcome"));
-  EXPECT_EQ(driver().list(a_.macros).selected()->text.substr(0, 3), "002");
+  EXPECT_EQ(told(), list.text("outcome"));
+  EXPECT_EQ(selected(a_.macros).substr(0, 3), "002");
   driver().press(a_.discardChanges);
   press(&list.view(), Qt::Key_Return);
-  WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() == 1; }, "the command");
-  EXPECT_EQ(driver().list(a_.macros).selected()->text, "001 - Wrong");
+  awaitCommand(1);
+  EXPECT_EQ(selected(a_.macros), "001 - Wrong");
   // Another program writes it; the pane opens that, but the fix was for something else.
   driver().choose(a_.macros, "002");
-  fixture_.site.write(macroFile(kFolder, 1), faulty("Wrong").insert(0, " "));
-  WindowDriver::click(list.window, QStringLiteral("Fix"));
+  fixture_.site.write(macroPath(1), faulty("Wrong").insert(0, " "));
+  WindowDriver::click(list.window, "Fix");
   WindowDriver::waitFor([&] { return list.text("outcome").starts_with("NOT fixed: "); }, "the refusal");
   EXPECT_FALSE(edited());
 }
@@ -195,34 +194,29 @@ TEST_F(CheckingTest, MarksFollowTheRulesOfTheSite) {
 }
 
 TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
-  first_.tree.write(Panel::file(1, "007"), faulty("Two"));
-  connectPane(Pane::kA, first_);
-  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  openOnPanel();
   const CheckList list = this->list();
   list.look(ReviewScope::Kind::kPanel);
   EXPECT_THAT(list.text("outcome"), HasSubstr("workplace 1 on the panel " + addressOf(first_)));
   list.choose("error 2 limits");
   press(&list.view(), Qt::Key_Return);
-  WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() == 1; }, "the command");
-  EXPECT_EQ(driver().list(a_.macros).selected()->text, "007 - Two");
+  awaitCommand(1);
+  EXPECT_EQ(selected(a_.macros), "007 - Two");
 }
 
 // One key sends, another does not, and nothing has begun before the answer.
 TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
-  first_.tree.write(Panel::file(1, "007"), faulty("Two"));
+  openOnPanel();
   const std::string before = first_.read(1, "007");
-  connectPane(Pane::kA, first_);
-  chooseWorkplace(Pane::kA, 1, "007 - Two");
   driver().choose(a_.macros, "007");
-  driver().clickRow(a_.commands, 0);
-  driver().press(a_.deleteCommand);
+  removeFirst(a_);
   RecordingMessages& messages = fixture_.site.messages;
   messages.take();
   messages.sendsAnyway = messages.answer = false;
   driver().press(a_.saveChanges);
   EXPECT_THAT(messages.take(),
               ElementsAre(AllOf(StartsWith("007 - Two has 2 errors."), HasSubstr("command 1: VALUE: "))));
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT sent: 007 - Two"));
+  EXPECT_THAT(told(), StartsWith("NOT sent: 007 - Two"));
   EXPECT_TRUE(edited());
   EXPECT_EQ(first_.read(1, "007"), before);
   messages.chooseOther = true;
@@ -232,12 +226,11 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   messages.chooseOther = false;
   messages.answer = true;
   driver().press(a_.saveChanges);
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("saved: 007 - Two"));
+  EXPECT_THAT(told(), StartsWith("saved: 007 - Two"));
   EXPECT_NE(first_.read(1, "007"), before);
 
   // Before what stands there is looked at, which is the last thing.
-  driver().choose(b_.applications, "Evening News");
-  driver().choose(b_.macros, "001");
+  PanelWindowTest::open(b_);
   first_.tree.write(Panel::file(1, "007"), faulty("Third"));
   messages.take();
   copyTo(a_.copyMacro, 7);
@@ -245,11 +238,11 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
 }
 
 TEST_F(CheckingTest, WhereUsedOfACommandThatNamesNothingIsToldOnly) {
-  fixture_.site.write(macroFile(kFolder, 1), R"(<macro name="M"><data><cmd fid=""/></data></macro>)");
+  fixture_.site.write(macroPath(1), R"(<macro name="M"><data><cmd fid=""/></data></macro>)");
   open();
   driver().clickRow(a_.commands, 0);
-  press(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("the selected command names nothing"));
+  shortcut(Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_THAT(told(), StartsWith("the selected command names nothing"));
 }
 
 }  // namespace

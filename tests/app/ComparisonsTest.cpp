@@ -1,6 +1,5 @@
 // Comparing from the main window: what the panes hold, what stands where it belongs, and the history.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QLabel>
 #include <QTableView>
@@ -17,15 +16,11 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
 const std::string kElsewhere = Panel::macro("Else", {"QMF1.ME1.KEY1.ON.SET"});
 
 class ComparisonsTest : public PanelWindowTest {
  protected:
-  ComparisonsTest() {
-    driver().choose(a_.applications, "Evening News");
-    driver().choose(a_.macros, "001");
-  }
+  ComparisonsTest() { open(a_); }
 
   // The one window that compares, once it has.
   CompareWindow& compared() {
@@ -39,6 +34,7 @@ class ComparisonsTest : public PanelWindowTest {
     QApplication::setActiveWindow(found);
     return *found;
   }
+  using WindowTest::told;
   [[nodiscard]] std::string told(const char* label) const {
     return fixture_.window->findChild<CompareWindow*>()
         ->findChild<QLabel*>(QLatin1String(label))
@@ -53,13 +49,6 @@ class ComparisonsTest : public PanelWindowTest {
     QApplication::setActiveWindow(&window);
     QTest::keyClick(&window, key, modifiers);
   }
-  void deleteFirstCommand(const PaneDescriptor::ControlIds& ids) {
-    driver().clickRow(ids.commands, 0);
-    driver().press(ids.deleteCommand);
-  }
-  [[nodiscard]] std::string copyOf(char pane) {
-    return fixture_.site.read(std::string("c:\\programme\\RV48\\bin\\MacroFid\\temp") + pane + ".mac");
-  }
   [[nodiscard]] std::string count(const PaneDescriptor::ControlIds& ids) {
     return std::to_string(driver().texts(ids.commands).size());
   }
@@ -68,21 +57,20 @@ class ComparisonsTest : public PanelWindowTest {
 // Catches a take that writes a file, cannot be undone in the pane or comes to the wrong pane, and a window
 // that goes on showing what a pane held before.
 TEST_F(ComparisonsTest, PanesAreComparedAndFollowed) {
-  driver().choose(b_.applications, "Evening News");
-  driver().choose(b_.macros, "001");
-  deleteFirstCommand(b_);
-  const std::string before = copyOf('B'), onDisk = fixture_.site.read(macroFile(kFolder, 1));
-  key(*fixture_.window, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  open(b_);
+  removeFirst(b_);
+  const std::string before = held(Pane::kB), onDisk = read(macroPath(1));
+  shortcut(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
   CompareWindow& window = compared();
   EXPECT_THAT(told("counts"), StartsWith("1 only in A"));
   EXPECT_THAT(told("headingB"), AllOf(HasSubstr("Macro Overview B: 001"), HasSubstr("unsaved")));
   key(window, Qt::Key_Right, Qt::AltModifier);
   awaitTold("outcome", "1 differences taken into B; nothing is saved yet");
   EXPECT_EQ(count(b_), count(a_));
-  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 1)), onDisk);
+  EXPECT_EQ(read(macroPath(1)), onDisk);
   driver().list(b_.commands).setFocus();
-  key(*fixture_.window, Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(copyOf('B'), before);
+  shortcut(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(held(Pane::kB), before);
   awaitTold("counts", "1 only in A");
   driver().choose(a_.macros, "002");
   awaitTold("headingA", "002");
@@ -90,9 +78,9 @@ TEST_F(ComparisonsTest, PanesAreComparedAndFollowed) {
 
 // Catches a comparison with what the target held once, and a save that overwrites unseen, or after "Compare".
 TEST_F(ComparisonsTest, WhatHaveIChangedAndCompareBeforeASave) {
-  const std::string file = macroFile(kFolder, 1);
-  deleteFirstCommand(a_);
-  key(*fixture_.window, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+  const std::string file = macroPath(1);
+  removeFirst(a_);
+  shortcut(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
   CompareWindow* window = &compared();
   EXPECT_THAT(told("counts"), StartsWith("1 only in the target"));
   fixture_.site.write(file, kElsewhere);
@@ -103,8 +91,8 @@ TEST_F(ComparisonsTest, WhatHaveIChangedAndCompareBeforeASave) {
 
   fixture_.site.messages.chooseOther = true;
   driver().press(a_.saveChanges);
-  EXPECT_THAT(fixture_.site.messages.take(), ElementsAre(HasSubstr("changed by somebody else")));
-  EXPECT_EQ(fixture_.site.read(file), kElsewhere);
+  EXPECT_THAT(asked(), ElementsAre(HasSubstr("changed by somebody else")));
+  EXPECT_EQ(read(file), kElsewhere);
   EXPECT_TRUE(edited(Pane::kA));
   window = &compared();
   EXPECT_THAT(told("headingB"), StartsWith("Now on the disk: 001"));
@@ -122,41 +110,46 @@ TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
   connectPane(Pane::kB, first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   driver().choose(b_.macros, "007");
-  const std::string onPanel = Panel::file(1, "007"), onDisk = macroFile(kFolder, 2);
   driver().choose(a_.macros, "002");
-  deleteFirstCommand(a_);
+  removeFirst(a_);
   driver().press(a_.saveChanges);
-  for (const bool changed : {false, true}) {
+  const struct {
+    int button, number;
+    const char *headingLabel, *heading;
+  } copies[] = {{a_.copyMacro, 2, "headingA", "Now on the disk"},
+                {b_.copyMacro, 7, "headingB", "Now on the panel"}};
+  for (const auto& copy : copies) {
     driver().choose(a_.macros, "001");
-    if (changed) awaitRow(b_.macros, "007 - Opening titles");
-    if (changed) driver().choose(b_.macros, "007");
-    if (changed) fixture_.site.write(onDisk, kElsewhere);
-    if (changed) first_.tree.write(onPanel, kElsewhere);
-    for (const bool panel : {false, true}) {
-      fixture_.site.messages.chooseOther = changed;
-      copyTo(panel ? b_.copyMacro : a_.copyMacro, panel ? 7 : 2);
-      EXPECT_EQ(fixture_.site.messages.take().size(), changed ? 1U : 0U) << panel;
-      if (!changed) driver().choose(a_.macros, "001");
-      if (!changed) continue;
-      EXPECT_EQ(panel ? first_.read(1, "007") : fixture_.site.read(onDisk), kElsewhere);
-      EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT written to 00"));
-      CompareWindow& window = compared();
-      EXPECT_THAT(told(panel ? "headingB" : "headingA"),
-                  StartsWith(panel ? "Now on the panel" : "Now on the disk"));
-      delete &window;
-    }
+    copyTo(copy.button, copy.number);
+    EXPECT_THAT(asked(), IsEmpty());
   }
+  awaitRow(b_.macros, "007 - Opening titles");
+  driver().choose(a_.macros, "001");
+  driver().choose(b_.macros, "007");
+  fixture_.site.write(macroPath(2), kElsewhere);
+  first_.tree.write(Panel::file(1, "007"), kElsewhere);
+  fixture_.site.messages.chooseOther = true;
+  for (const auto& copy : copies) {
+    copyTo(copy.button, copy.number);
+    EXPECT_EQ(asked().size(), 1U) << copy.heading;
+    EXPECT_THAT(told(), StartsWith("NOT written to 00"));
+    CompareWindow& window = compared();
+    EXPECT_THAT(told(copy.headingLabel), StartsWith(copy.heading));
+    delete &window;
+  }
+  EXPECT_EQ(read(macroPath(2)), kElsewhere);
+  EXPECT_EQ(first_.read(1, "007"), kElsewhere);
   // The list tells of nothing at 008, as nothing has been loaded since; what was sent to 009 has been
   // changed.
   for (const int number : {8, 9}) {
     fixture_.site.messages.chooseOther = false;
-    for (int copies = number == 9 ? 2 : 0; copies > 0; --copies) copyTo(b_.copyMacro, number);
-    EXPECT_TRUE(fixture_.site.messages.take().empty());
+    for (int left = number == 9 ? 2 : 0; left > 0; --left) copyTo(b_.copyMacro, number);
+    EXPECT_THAT(asked(), IsEmpty());
     fixture_.site.messages.chooseOther = true;
     const std::string digits = "00" + std::to_string(number);
     first_.tree.write(Panel::file(1, digits), kElsewhere);
     copyTo(b_.copyMacro, number);
-    EXPECT_EQ(fixture_.site.messages.take().size(), 1U) << number;
+    EXPECT_EQ(asked().size(), 1U) << number;
     EXPECT_EQ(first_.read(1, digits), kElsewhere);
     delete &compared();
   }
@@ -164,28 +157,22 @@ TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
 
 // Catches a key file that a difference is taken into, and a version that is compared with another pane.
 TEST_F(ComparisonsTest, KeyFilesAndVersionsAreOnlyTakenFrom) {
-  deleteFirstCommand(a_);
+  removeFirst(a_);
   driver().press(a_.saveChanges);
   driver().choose(b_.applications, "Evening News");
   driver().choose(b_.controlPanels, "CP7");
   driver().clickRow(b_.macros, 0);
-  key(*fixture_.window, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  shortcut(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
   CompareWindow* window = &compared();
   key(*window, Qt::Key_Right, Qt::AltModifier);
   EXPECT_EQ(told("outcome"), "NOT taken into B: a key file cannot be changed");
   delete window;
 
   WindowDriver::answerNext([](QDialog& history) {
-    QTimer::singleShot(0, &history, [] {
-      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-      ASSERT_NE(menu, nullptr);
-      QTest::keyClick(menu, Qt::Key_Down);
-      QTest::keyClick(menu, Qt::Key_Return);
-    });
+    QTimer::singleShot(0, &history, [] { takeFromMenu(Qt::Key_Down); });
     WindowDriver::click(history, "Compare...");
   });
-  for (QAction* action : fixture_.window->findChildren<QAction*>())
-    if (action->text() == QStringLiteral("&History...")) action->trigger();
+  action("history").trigger();
   window = &compared();
   EXPECT_THAT(told("headingB"), StartsWith("Version of "));
   EXPECT_THAT(told("counts"), StartsWith("1 only in the version"));

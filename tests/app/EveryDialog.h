@@ -46,7 +46,9 @@ class EveryDialog {
     fixture.driver->clickRow(a.commands, 0);
     fixture.driver->press(a.deleteCommand);
     command_.fid = "QMF2.ME1.KEY1.CLIP.SET";
+    command_.workplace = "1";
     command_.parameters.push_back({"VALUE", "0.48"});
+    names_[7] = "Clock and logo on";
     static_cast<void>(restore_.add(2, 2));
     row_.add({"delete 3 commands", {}, {}, {}, {}});
     const QDateTime night(QDate(2026, 11, 25), QTime(23, 30));
@@ -57,7 +59,11 @@ class EveryDialog {
   // One after the other, made anew.
   void visit(const std::function<void(QDialog& dialog, const char* name)>& look) {
     const std::pair<const char*, std::function<Made()>> makers[] = {
-        {"first start", [] { return std::make_unique<FirstStartDialog>("/nowhere", "/nowhere"); }},
+        {"first start",
+         [] {
+           return std::make_unique<FirstStartDialog>("/home/operator/.local/share/tessaly",
+                                                     "/usr/share/tessaly/site");
+         }},
         {"first start without sample", [] { return std::make_unique<FirstStartDialog>("/nowhere", ""); }},
         {"act finder", [this] { return std::make_unique<ActFinder>(*fixture.window); }},
         {"about", [] { return std::make_unique<AboutDialog>(); }},
@@ -66,9 +72,14 @@ class EveryDialog {
         {"recovery", [] { return recovery(); }},
         {"messages", [this] { return std::make_unique<MessagesDialog>(log_); }},
         {"steps", [this] { return std::make_unique<StepsDialog>(row_); }},
-        {"copy", [this] { return std::make_unique<CopyMacroDialog>("001", "Titles", 7, names_); }},
-        {"create", [this] { return std::make_unique<CreateMacroDialog>(7, names_); }},
-        {"rename", [] { return std::make_unique<RenameMacroDialog>("Titles"); }},
+        {"copy",
+         [this] {
+           auto dialog = std::make_unique<CopyMacroDialog>("001", "Opening titles", 7, names_);
+           dialog->setAbout([](int) { return "007 in Evening News, CP1, Workplace 1: 3 commands"; });
+           return dialog;
+         }},
+        {"create", [this] { return std::make_unique<CreateMacroDialog>(8, names_); }},
+        {"rename", [] { return std::make_unique<RenameMacroDialog>("Opening titles"); }},
         {"create command", [this] { return std::make_unique<CreateCommandDialog>(context_, 1, true); }},
         {"modify command", [this] { return std::make_unique<ModifyCommandDialog>(context_, command_); }},
         {"multiple commands",
@@ -79,7 +90,7 @@ class EveryDialog {
          }},
         {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, Destination()); }},
         {"value",
-         [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0 / 100"), 0, 100); }},
+         [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0% / 100%"), 0, 100); }},
         {"text", [] { return std::make_unique<EnterTextDialog>("Opener", QStringLiteral("Text"), 27); }},
         {"timecode",
          [] {
@@ -90,41 +101,35 @@ class EveryDialog {
         {"compare", [this] { return comparison(); }},
         {"rehearse",
          [this] {
-           return std::make_unique<RehearseWindow>(
-               RehearseWays{[] {
-                              return RehearseSource{QStringLiteral("A"), QStringLiteral("none")};
-                            },
-                            [] { return QString(); }, [](const Failure&) { return QString(); }},
-               offlineClient(), LineContext{sampleDictionary(), lists_}, LineOptions());
+           const RehearseWays ways{[] {
+                                     return RehearseSource{"A", "none"};
+                                   },
+                                   [] { return QString(); }, &noText};
+           return std::make_unique<RehearseWindow>(ways, offlineClient(),
+                                                   LineContext{siteDictionary(), lists_}, LineOptions());
          }},
         {"check",
          [this] {
            return std::make_unique<CheckWindow>(
-               CheckSurroundings{fixture.site.root, sampleDictionary(), lists_, rate_, &noScopes, {}});
+               CheckSurroundings{fixture.site.root, siteDictionary(), lists_, rate_, &noScopes, {}});
          }},
         {"check rules", [] { return std::make_unique<CheckRulesDialog>(RulesOff()); }},
         {"search",
          [this] {
            return std::make_unique<SearchWindow>(
-               SearchSurroundings{fixture.site.root, {sampleDictionary(), lists_}, &noScopes, {}});
+               SearchSurroundings{fixture.site.root, {siteDictionary(), lists_}, &noScopes, {}});
          }},
         {"replace",
          [this] {
+           const auto checkContext = [this] { return CheckContext{siteDictionary(), lists_}; };
            return std::make_unique<ReplaceWindow>(
-               ReplaceSurroundings{fixture.site.root,
-                                   [this] {
-                                     return CheckContext{sampleDictionary(), lists_};
-                                   },
-                                   &noScopes,
-                                   {},
-                                   {},
-                                   {}});
+               ReplaceSurroundings{fixture.site.root, checkContext, &noScopes, {}, {}, {}});
          }},
         {"restore",
          [this] {
            return std::make_unique<SnapshotRestoreDialog>(
                QStringLiteral("To the panel"), restore_, [](const QString&, const auto&) {},
-               [](const auto&) { return true; }, [](const Failure&) { return QString(); });
+               [](const auto&) { return true; }, &noText);
          }},
         {"clip", [] { return std::make_unique<LoadClipDialog>(Rows{"intro"}); }},
     };
@@ -138,6 +143,7 @@ class EveryDialog {
   using Rows = std::vector<std::string>;
 
   static std::vector<ReviewScope> noScopes() { return {}; }
+  static QString noText(const Failure& /*failure*/) { return {}; }
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
@@ -147,9 +153,9 @@ class EveryDialog {
   }
 
   DecodingLists lists_;
-  std::vector<PanelSource> sources_ = inputSources(sampleDictionary());
+  std::vector<PanelSource> sources_ = inputSources(siteDictionary());
   int rate_ = 25;
-  EditorContext context_{fixture.site.access(), sampleDictionary(),   lists_, sources_,
+  EditorContext context_{fixture.site.access(), siteDictionary(),     lists_, sources_,
                          offlineClient(),       [] { return false; }, rate_,  {}};
   // Of a macro with itself.
   Made comparison() {
@@ -161,7 +167,7 @@ class EveryDialog {
                          [held = fixture.site.read(workingCopyPath(Pane::kA))] { return Macro::read(held); }};
     };
     auto window = std::make_unique<CompareWindow>(
-        CompareWays{side, {}, [] {}, {}}, LineContext{sampleDictionary(), lists_}, LineOptions(), pool_);
+        CompareWays{side, {}, [] {}, {}}, LineContext{siteDictionary(), lists_}, LineOptions(), pool_);
     pool_.waitForDone();
     return window;
   }
@@ -170,7 +176,7 @@ class EveryDialog {
   MacroCommand command_;
   EditHistory row_;
   MessageLog log_;
-  const MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
+  MacroNameTable names_ = MacroNameTable(MacroNumber::kCount);
   SnapshotRestore restore_{std::make_shared<const Snapshot>(Snapshot{
                                {"10.0.0.5", {}}, {}, {2}, {{2, *MacroNumber::of(7), "Titles", "x"}}}),
                            fixture.site.root,

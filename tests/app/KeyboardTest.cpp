@@ -1,6 +1,5 @@
 // The window worked by keys alone: no click, no focus set by program.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -10,9 +9,7 @@
 #include <QWheelEvent>
 
 #include "app/Language.h"
-#include "model/MacroFile.h"
 #include "tests/app/EveryDialog.h"
-#include "tests/support/LoadCommands.h"
 #include "widgets/KeyboardWay.h"
 
 namespace tessaly {
@@ -21,8 +18,6 @@ namespace {
 using testing::Contains;
 using testing::EndsWith;
 using testing::StartsWith;
-
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
 
 int pressed = 0;  // keys so far, a chord for one
 
@@ -37,64 +32,16 @@ void type(const char* text) {
   QTest::keyClicks(WindowDriver::keyboard(), QString::fromUtf8(text));
 }
 
-class KeyboardTest : public testing::Test {
+class KeyboardTest : public WindowTest {
  protected:
-  KeyboardTest() : fixture_(offlineClient()) { QApplication::setActiveWindow(fixture_.window.get()); }
-
-  [[nodiscard]] MacroCommands commandsIn(int number) {
-    MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), macroFile(kFolder, number), commands));
-    return commands;
-  }
   // Presses a key that opens a dialog; afterwards the window is in front again, as any desktop sees to it.
   void answer(int key, Qt::KeyboardModifiers modifiers, const std::function<void()>& keys) {
     WindowDriver::answerNext([keys](QDialog&) { keys(); });
     press(key, modifiers);
     QApplication::setActiveWindow(fixture_.window.get());
   }
-  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
   [[nodiscard]] bool at(int id) { return QApplication::focusWidget() == &driver().control<QWidget>(id); }
-
-  WindowFixture fixture_;
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
-  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
 };
-
-TEST_F(KeyboardTest, TheTypicalEditFromEndToEnd) {
-  ASSERT_TRUE(at(a_.applications)) << "the keyboard is where the work begins";
-  press(Qt::Key_Down);
-  EXPECT_THAT(driver().list(a_.applications).selected()->text, "Evening News");
-  press(Qt::Key_Tab);
-  EXPECT_TRUE(at(a_.controlPanels));
-  press(Qt::Key_Tab);
-  EXPECT_TRUE(at(a_.workplaces));
-  press(Qt::Key_Tab);
-  ASSERT_TRUE(at(a_.macros));
-  press(Qt::Key_Down, Qt::NoModifier, 2);
-  ASSERT_THAT(driver().list(a_.macros).selected()->text, StartsWith("001"));
-  const std::size_t before = commandsIn(1).size();
-
-  answer(Qt::Key_O, Qt::AltModifier, [] {
-    type("KEY2");
-    press(Qt::Key_Return);  // on to the functions found
-    press(Qt::Key_Return);  // on to the first parameter of the first one
-    if (auto* value = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
-      type("1");
-      EXPECT_FALSE(value->text().isEmpty());
-    } else {
-      press(Qt::Key_Down);
-    }
-    press(Qt::Key_E, Qt::AltModifier);  // insert at end
-  });
-  ASSERT_TRUE(driver().control<QWidget>(a_.saveChanges).isVisible());
-  EXPECT_EQ(commandsIn(1).size(), before) << "the working copy alone until it is saved";
-  press(Qt::Key_S, Qt::ControlModifier);
-  ASSERT_EQ(commandsIn(1).size(), before + 1);
-  EXPECT_THAT(commandsIn(1).back().fid, testing::HasSubstr("KEY2"));
-  EXPECT_TRUE(driver().control<QWidget>(a_.commands).isAncestorOf(QApplication::focusWidget()) ||
-              at(a_.commands) || at(a_.macros))
-      << "the keyboard stays in the pane";
-}
 
 TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   press(Qt::Key_Down);
@@ -106,25 +53,19 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
     type("Late news");
     press(Qt::Key_Return);
   });
-  EXPECT_EQ(driver().list(a_.macros).selected()->text, "321 - Late news") << "a new macro is open";
+  EXPECT_EQ(selected(a_.macros), "321 - Late news") << "a new macro is open";
 
   // Found, but not opened before Enter.
   for (const char* found : {"Anchor wide", "Late news"}) {
-    const std::string before = driver().list(a_.macros).selected()->text;
+    const std::string before = selected(a_.macros);
     press(Qt::Key_F, Qt::ControlModifier);
     type(found);
-    EXPECT_EQ(driver().list(a_.macros).selected()->text, before);
+    EXPECT_EQ(selected(a_.macros), before);
     press(Qt::Key_Return);
-    EXPECT_NE(driver().list(a_.macros).selected()->text, before);
+    EXPECT_NE(selected(a_.macros), before);
   }
   ASSERT_TRUE(at(a_.macros));
-  EXPECT_EQ(driver().list(a_.macros).selected()->text, "321 - Late news");
-  press(Qt::Key_F, Qt::ControlModifier);
-  type("no such macro");
-  press(Qt::Key_F3);
-  press(Qt::Key_Escape);
-  EXPECT_EQ(driver().list(a_.macros).selected()->text, "321 - Late news");
-
+  EXPECT_EQ(selected(a_.macros), "321 - Late news");
   answer(Qt::Key_F2, Qt::NoModifier, [] {
     type("Early news");
     press(Qt::Key_Return);
@@ -133,11 +74,11 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   ASSERT_TRUE(at(a_.macros)) << "the list has the keyboard again after the dialog";
   press(Qt::Key_Return);
   press(Qt::Key_Delete);
-  EXPECT_THAT(fixture_.site.messages.take(), Contains(StartsWith("Delete macro: 321")));
+  EXPECT_THAT(asked(), Contains(StartsWith("Delete macro: 321")));
   EXPECT_THAT(driver().texts(a_.macros), testing::Not(Contains(StartsWith("321"))));
 
   // The pane that had the keyboard last answers from wherever it is.
-  fixture_.window->findChild<QWidget*>(QStringLiteral("closeButton"))->setFocus();
+  fixture_.window->findChild<QWidget*>("closeButton")->setFocus();
   press(Qt::Key_4, Qt::ControlModifier);
   ASSERT_TRUE(at(a_.macros));
 
@@ -148,10 +89,16 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   EXPECT_TRUE(at(a_.macros)) << "each pane remembers where the keyboard was";
 }
 
-// From the macro that is open: one value, then twelve commands more.
+// From the start to a macro; once that is open, one value, then twelve commands more.
 TEST_F(KeyboardTest, WhatIsDoneMostTakesFewKeys) {
-  driver().choose(a_.applications, "Evening News");
-  driver().choose(a_.macros, "010");
+  ASSERT_TRUE(at(a_.applications)) << "the keyboard is where the work begins";
+  press(Qt::Key_Down);
+  EXPECT_EQ(selected(a_.applications), "Evening News");
+  for (const int next : {a_.controlPanels, a_.workplaces, a_.macros}) {
+    press(Qt::Key_Tab);
+    ASSERT_TRUE(at(next)) << next;
+  }
+  while (!selected(a_.macros).starts_with("010")) press(Qt::Key_Down);
   driver().clickRow(a_.commands, 1);
   pressed = 0;
   press(Qt::Key_Down);
@@ -160,28 +107,30 @@ TEST_F(KeyboardTest, WhatIsDoneMostTakesFewKeys) {
     press(Qt::Key_Return);
   });
   press(Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(commandsIn(10)[2].parameters.front().value, "0.370000");
+  EXPECT_EQ(commandsOf(macroPath(10))[2].parameters.front().value, "0.370000");
   EXPECT_LE(pressed, 6);
 
-  const std::size_t before = commandsIn(10).size();
-  const std::pair<const char*, const char*> twelve[] = {
-      {"k1 cl", "48"}, {"k1 ga", "62"}, {"k1 tr", "9"}, {"k2 cl", "48"}, {"k2 ga", "62"}, {"k2 tr", "9"},
-      {"k3 cl", "48"}, {"k3 ga", "62"}, {"k3 tr", "9"}, {"k4 cl", "48"}, {"k4 ga", "62"}, {"k4 tr", "9"}};
+  const std::size_t before = commandsOf(macroPath(10)).size();
   pressed = 0;
-  answer(Qt::Key_O, Qt::AltModifier, [&twelve] {
-    for (const auto& [words, value] : twelve) {
-      type(words);
-      press(Qt::Key_Return);
-      type(value);
-      press(Qt::Key_Return);
-    }
+  answer(Qt::Key_O, Qt::AltModifier, [] {
+    for (const std::string key : {"k1 ", "k2 ", "k3 ", "k4 "})
+      for (const auto& [words, value] :
+           {std::pair("cl", "48"), std::pair("ga", "62"), std::pair("tr", "9")}) {
+        type((key + words).c_str());
+        press(Qt::Key_Return);
+        type(value);
+        press(Qt::Key_Return);
+      }
     press(Qt::Key_Escape);
   });
   press(Qt::Key_S, Qt::ControlModifier);
-  const MacroCommands commands = commandsIn(10);
+  const MacroCommands commands = commandsOf(macroPath(10));
   ASSERT_EQ(commands.size(), before + 12);
   EXPECT_THAT(commands.back().fid, EndsWith("KEY4.TRANSPARENCY.SET"));
   EXPECT_LE(pressed, 110) << pressed;
+  EXPECT_TRUE(driver().control<QWidget>(a_.commands).isAncestorOf(QApplication::focusWidget()) ||
+              at(a_.commands))
+      << "the keyboard stays in the pane";
 }
 
 TEST_F(KeyboardTest, ShiftAndTabGoesBackTheWayThatTabCame) {
@@ -232,31 +181,36 @@ std::vector<std::string> faultyKeys(QDialog& dialog) {
   return faults;
 }
 
+// Where the Tab key stops on its way round a dialog, as the toolkit has it.
+QList<QWidget*> tabStops(const QDialog& dialog) {
+  QList<QWidget*> stops;
+  for (QWidget* at = dialog.nextInFocusChain(); at != &dialog; at = at->nextInFocusChain())
+    if (at->isVisible() && (at->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && at->window() == &dialog)
+      stops << at;
+  return stops;
+}
+
 // Steps of the Tab key that lead up without leading to the right, or to the left in the same line.
 std::vector<std::string> stepsBack(const QDialog& dialog) {
-  std::vector<const QWidget*> way;
-  for (const QWidget* at = dialog.nextInFocusChain(); at != &dialog; at = at->nextInFocusChain())
-    if (at->isVisible() && (at->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && at->window() == &dialog)
-      way.push_back(at);
+  const QList<QWidget*> way = tabStops(dialog);
   const auto place = [&dialog](const QWidget* of) { return QRect(of->mapTo(&dialog, QPoint()), of->size()); };
   std::vector<std::string> back;
-  for (std::size_t i = 1; i < way.size(); ++i) {
+  for (qsizetype i = 1; i < way.size(); ++i) {
     const QRect from = place(way[i - 1]), to = place(way[i]);
-    const bool up = to.bottom()<from.top(), down = to.top()> from.bottom();
+    const bool up = to.bottom() < from.top(), down = from.bottom() < to.top();
     if (up ? to.left() <= from.right() : !down && to.right() < from.left())
       back.push_back((way[i - 1]->objectName() + " to " + way[i]->objectName()).toStdString());
   }
   return back;
 }
 
-// Controls that the Tab key passes by on its way round the dialog, or never comes round to.
+// Controls that the Tab key passes by on its way round the dialog, or never comes round to; not those of a
+// group that the arrows go round.
 std::vector<std::string> neverReached(const QDialog& dialog) {
-  QList<QWidget*> missing;
-  for (QWidget* at = dialog.nextInFocusChain(); at != &dialog; at = at->nextInFocusChain())
-    if (at->isVisible() && at->isEnabled() && (at->focusPolicy() & Qt::TabFocus) == Qt::TabFocus &&
-        at->window() == &dialog &&
-        qobject_cast<QRadioButton*>(at) == nullptr)  // whose group the arrows go round
-      missing << at;
+  QList<QWidget*> missing = tabStops(dialog);
+  missing.removeIf([](const QWidget* stop) {
+    return !stop->isEnabled() || qobject_cast<const QRadioButton*>(stop) != nullptr;
+  });
   const qsizetype most = 2 * missing.size();
   for (qsizetype step = 0; step < most && !missing.isEmpty(); ++step) {
     QTest::keyClick(WindowDriver::keyboard(), Qt::Key_Tab);
@@ -305,24 +259,20 @@ TEST_F(KeyboardTest, FindingGoesRoundInBothDirections) {
 }
 
 TEST_F(KeyboardTest, TheWheelTurnsOnlyABoxThatHasTheKeyboard) {
-  DecodingLists lists(fixture_.site.root);
-  std::vector<PanelSource> sources;
-  int rate = 25;
-  const EditorContext context{fixture_.site.access(), sampleDictionary(),   lists, sources,
-                              offlineClient(),        [] { return false; }, rate,  {}};
-  CreateCommandDialog dialog(context, 1, false);
-  dialog.show();
-  QApplication::setActiveWindow(&dialog);
-  auto* box = dialog.findChild<QComboBox*>(QStringLiteral("destination"));
-  const auto turn = [box] {
-    QWheelEvent wheel({5, 5}, box->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(box, &wheel);
-    return box->currentIndex();
-  };
-  EXPECT_EQ(turn(), 0);
-  press(Qt::Key_D, Qt::AltModifier);
-  EXPECT_EQ(turn(), 1);
+  open(a_);
+  driver().press(a_.newCorvane, [](QDialog& dialog) {
+    auto* box = dialog.findChild<QComboBox*>("destination");
+    const auto turn = [box] {
+      QWheelEvent wheel({5, 5}, box->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(box, &wheel);
+      return box->currentIndex();
+    };
+    EXPECT_EQ(turn(), 0);
+    press(Qt::Key_D, Qt::AltModifier);
+    EXPECT_EQ(turn(), 1);
+    dialog.reject();
+  });
 }
 
 }  // namespace

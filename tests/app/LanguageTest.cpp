@@ -42,6 +42,7 @@ std::vector<QString> ownTexts(const QMainWindow& window) {
 // letter of their own.
 std::vector<std::string> takenMenuKeys(const QMainWindow& window) {
   std::vector<std::string> taken;
+  const auto shortcuts = window.findChildren<QShortcut*>();
   for (const QAction* menu : window.menuBar()->actions()) {
     QList<QKeySequence> letters{QKeySequence()};
     for (const QAction* entry : menu->menu()->actions()) {
@@ -49,12 +50,10 @@ std::vector<std::string> takenMenuKeys(const QMainWindow& window) {
       if (!entry->isSeparator() && letters.contains(letter)) taken.push_back(entry->text().toStdString());
       letters << letter;
     }
-  }
-  const auto shortcuts = window.findChildren<QShortcut*>();
-  for (const QAction* menu : window.menuBar()->actions())
     for (const QShortcut* shortcut : shortcuts)
       if (shortcut->key() == QKeySequence::mnemonic(menu->text()))
         taken.push_back(menu->text().toStdString());
+  }
   return taken;
 }
 

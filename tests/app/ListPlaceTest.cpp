@@ -1,11 +1,9 @@
 // Lists under the hand: what is pointed at is what is chosen.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QSignalSpy>
 
 #include "app/CommandList.h"
-#include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/support/Hand.h"
 
@@ -14,53 +12,27 @@ namespace {
 
 using testing::StartsWith;
 
-class ListPlaceTest : public testing::Test {
+class ListPlaceTest : public WindowTest {
  protected:
-  ListPlaceTest() : fixture_(offlineClient()) {
+  ListPlaceTest() {
     fixture_.window->resize(1000, 600);
     driver().choose(a_.applications, "Evening News");
   }
-  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
   [[nodiscard]] RowsView& macros() { return driver().list(a_.macros); }
-  [[nodiscard]] static RowsView& list(QDialog& dialog, const char* name) {
-    return *dialog.findChild<RowsView*>(QLatin1String(name));
-  }
-
-  WindowFixture fixture_;
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
-  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
 };
 
-TEST_F(ListPlaceTest, AMacroIsOpenedWhereItIsSeen) {
-  Hand::doubleClickOn(macros(), QStringLiteral("040 - Roll report 1"));
-  EXPECT_EQ(macros().selected()->text, "040 - Roll report 1");
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("opened: 040 - Roll report 1"));
-  const std::string place = Hand::firstSeen(macros());
-  driver().choose(b_.applications, "Evening News");
-  driver().choose(b_.macros, "001");
-  EXPECT_EQ(Hand::firstSeen(macros()), place) << "a choice in the other pane";
-  driver().press(a_.createMacro, [](QDialog& dialog) {
-    WindowDriver::type(dialog, "position", QStringLiteral("004"));
-    WindowDriver::type(dialog, "name", QStringLiteral("New"));
-    WindowDriver::click(dialog, QStringLiteral("OK"));
-  });
-  EXPECT_THAT(driver().texts(a_.macros), testing::Contains("004 - New"));
-  driver().choose(a_.workplaces, "Workplace 2");
-  driver().choose(a_.workplaces, "Workplace 1");
-  EXPECT_THAT(Hand::firstSeen(macros()), StartsWith("000")) << "another folder begins at its top";
-}
-
 TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
-  const std::string folder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
   std::string commands = R"(<macro name="Long"><data>)";
   for (int i = 0; i < 200; ++i)
     commands += R"(<cmd fid="QMF1.N)" + std::to_string(i) + R"(" workplace="1"/>)";
-  fixture_.site.write(macroFile(folder, 999), commands + "</data></macro>");
-  fixture_.site.write(macroFile(folder, 998),
-                      R"(<macro name="Short"><data><cmd fid="QMF1.N"/></data></macro>)");
+  fixture_.site.write(macroPath(999), commands + "</data></macro>");
+  fixture_.site.write(macroPath(998), R"(<macro name="Short"><data><cmd fid="QMF1.N"/></data></macro>)");
   driver().choose(a_.workplaces, "Workplace 1");
   Hand::doubleClickOn(macros(), QStringLiteral("999"));
+  EXPECT_THAT(told(), StartsWith("opened: 999"));
   const std::string place = Hand::firstSeen(macros());
+  open(b_);
+  EXPECT_EQ(Hand::firstSeen(macros()), place) << "a choice in the other pane";
   RowsView& lines = driver().list(a_.commands);
   const int top = lines.verticalScrollBar()->value();
   EXPECT_EQ(top, 0);
@@ -86,27 +58,31 @@ TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
   QTest::mouseClick(macros().viewport(), Qt::LeftButton, Qt::ControlModifier,
                     macros().visualRect(macros().currentIndex()).center());
   EXPECT_GT(lines.rows().rowCount(), 0) << "the macro stays open";
+  driver().choose(a_.workplaces, "Workplace 2");
+  driver().choose(a_.workplaces, "Workplace 1");
+  EXPECT_THAT(Hand::firstSeen(macros()), StartsWith("000")) << "another folder begins at its top";
 }
 
 TEST_F(ListPlaceTest, TheDialogsTakeTheRowUnderTheHand) {
   driver().choose(a_.macros, "001");
   driver().press(a_.newCorvane, [](QDialog& dialog) {
-    QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("inputCorrection")), Qt::LeftButton);
-    RowsView& inputs = list(dialog, "subgroup1");
+    QTest::mouseClick(dialog.findChild<QAbstractButton*>("inputCorrection"), Qt::LeftButton);
+    auto& inputs = *dialog.findChild<RowsView*>("subgroup1");
     Hand::doubleClickOn(inputs, QStringLiteral("Input 64"));
     EXPECT_EQ(inputs.selected()->text, "Input 64");
     dialog.reject();
   });
   driver().press(a_.newClassic, [](QDialog& dialog) {
-    RowsView& groups = list(dialog, "mainGroups");
+    auto& groups = *dialog.findChild<RowsView*>("mainGroups");
     int row = 0;
     while (groups.rows().row(row)->text != "Auxbus") ++row;
     Hand::turnWheel(groups, [&] {
       return groups.viewport()->rect().contains(groups.visualRect(groups.rows().index(row)).center());
     });
     Hand::doubleClick(groups, row);
-    Hand::doubleClickOn(list(dialog, "subgroups"), QStringLiteral("Aux43"));
-    EXPECT_EQ(list(dialog, "subgroups").selected()->text, "Aux43");
+    auto& subgroups = *dialog.findChild<RowsView*>("subgroups");
+    Hand::doubleClickOn(subgroups, QStringLiteral("Aux43"));
+    EXPECT_EQ(subgroups.selected()->text, "Aux43");
     dialog.reject();
   });
 }

@@ -96,31 +96,27 @@ TEST(LookTest, WhatIsOpenGrowsWithTheDesktopsTextAndHasRoomForIt) {
   applyTextSize(kUsualTextSize);
 }
 
-TEST(LookTest, AListThatOffersNothingSaysTheNextStep) {
-  WindowFixture fixture(offlineClient());
-  const WindowDriver& user = *fixture.driver;
-  const auto& ids = WindowFixture::ids(Pane::kA);
+class HintTest : public WindowTest {};
+
+TEST_F(HintTest, AListThatOffersNothingSaysTheNextStep) {
   const std::pair<const char*, std::function<void()>> states[] = {
       {"nothing chosen", [] {}},
       {"key files",
-       [&] { user.choose(ids.applications, "Evening News"), user.choose(ids.controlPanels, "CP7"); }},
+       [&] { driver().choose(a_.applications, "Evening News"), driver().choose(a_.controlPanels, "CP7"); }},
       {"an empty macro",
        [&] {
-         user.choose(ids.controlPanels, "CP1");
-         user.choose(ids.macros, "001");
-         QTest::keyClick(&user.list(ids.commands), Qt::Key_A, Qt::ControlModifier);
-         user.press(ids.deleteCommand);
+         driver().choose(a_.controlPanels, "CP1");
+         driver().choose(a_.macros, "001");
+         QTest::keyClick(&driver().list(a_.commands), Qt::Key_A, Qt::ControlModifier);
+         driver().press(a_.deleteCommand);
        }},
-      {"no panel", [&] {
-         user.press(ids.discardChanges);
-         user.press(ids.panel);
-       }}};
+      {"no panel", [&] { driver().press(a_.discardChanges), driver().press(a_.panel); }}};
   for (const auto& [name, reach] : states) {
     reach();
-    for (const int id : {ids.applications, ids.controlPanels, ids.workplaces, ids.macros, ids.commands}) {
-      const RowsView& list = user.list(id);
-      const bool offers = user.list(id).rows().rowCount() > 0 && user.list(id).rows().enabled();
-      const bool needless = id == ids.controlPanels && user.control<QAbstractButton>(ids.panel).isChecked();
+    for (const int id : {a_.applications, a_.controlPanels, a_.workplaces, a_.macros, a_.commands}) {
+      const RowsView& list = driver().list(id);
+      const bool offers = driver().list(id).rows().rowCount() > 0 && driver().list(id).rows().enabled();
+      const bool needless = id == a_.controlPanels && driver().control<QAbstractButton>(a_.panel).isChecked();
       EXPECT_EQ(list.accessibleDescription().isEmpty(), offers || needless)
           << name << ": " << list.objectName().toStdString();
     }

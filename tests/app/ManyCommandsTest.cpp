@@ -1,29 +1,21 @@
 // Many commands at once: selected, moved, carried and pasted with the events of a hand and of keys.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QDrag>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
 
-#include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/support/Hand.h"
-#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
-
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-constexpr const char* kTemp[] = {"c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac",
-                                 "c:\\programme\\RV48\\bin\\MacroFid\\tempB.mac"};
 
 // A command a letter, told by its function.
 std::string macroOf(const std::string& letters, const char* encoding = "UTF-8") {
@@ -34,31 +26,24 @@ std::string macroOf(const std::string& letters, const char* encoding = "UTF-8") 
   return text + "</data></macro>";
 }
 
-class ManyCommandsTest : public testing::Test {
+class ManyCommandsTest : public WindowTest {
  protected:
-  ManyCommandsTest() : fixture_(offlineClient()) {
-    fixture_.site.write(macroFile(kFolder, 990), macroOf("abcdefgh"));
-    fixture_.site.write(macroFile(kFolder, 991), macroOf("uvwx", "ISO-8859-1"));
-    fixture_.site.write(macroFile(kFolder, 992), macroOf(""));
-    for (const Pane pane : kPanes) driver().choose(ids(pane).applications, "Evening News");
-    open(Pane::kA, "990");
-    open(Pane::kB, "991");
-    QApplication::setActiveWindow(fixture_.window.get());
+  ManyCommandsTest() {
+    fixture_.site.write(macroPath(990), macroOf("abcdefgh"));
+    fixture_.site.write(macroPath(991), macroOf("uvwx", "ISO-8859-1"));
+    fixture_.site.write(macroPath(992), macroOf(""));
+    open(a_, "990");
+    open(b_, "991");
   }
 
-  [[nodiscard]] static const PaneDescriptor::ControlIds& ids(Pane pane) { return WindowFixture::ids(pane); }
-  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
   [[nodiscard]] RowsView& list(Pane pane) { return driver().list(ids(pane).commands); }
-  void open(Pane pane, const char* number) { driver().choose(ids(pane).macros, number); }
-  [[nodiscard]] std::string told() { return fixture_.status().toStdString(); }
-
   [[nodiscard]] std::string letters(Pane pane) {
-    MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), kTemp[index(pane)], commands));
     std::string letters;
-    for (const MacroCommand& command : commands) letters += command.fid.back();
+    for (const MacroCommand& command : commandsOf(workingCopyPath(pane))) letters += command.fid.back();
     return letters;
   }
+  [[nodiscard]] std::string bothLetters() { return letters(Pane::kA) + ' ' + letters(Pane::kB); }
+  using WindowTest::selected;
   [[nodiscard]] std::string selected(Pane pane) {
     const std::string all = letters(pane);
     std::string chosen;
@@ -78,9 +63,9 @@ class ManyCommandsTest : public testing::Test {
                         middle(pane, static_cast<int>(all.find(letter))));
     list(pane).setFocus();
   }
-  void press(Pane pane, int key, Qt::KeyboardModifiers modifiers) {
+  void press(Pane pane, QKeyCombination key) {
     driver().bringToFront();
-    QTest::keyClick(&list(pane), static_cast<Qt::Key>(key), modifiers);
+    QTest::keyClick(&list(pane), key.key(), key.keyboardModifiers());
   }
   // Drags what is selected at a row to the border above another one; how it is accepted.
   Qt::DropAction drag(Pane from, int row, Pane to, int before, Qt::KeyboardModifiers modifiers = {}) {
@@ -109,46 +94,37 @@ class ManyCommandsTest : public testing::Test {
     return drop.dropAction();
   }
 
-  WindowFixture fixture_;
   std::function<void()> meanwhile_;  // between a drag and its drop
-  const PaneDescriptor::ControlIds& a_ = ids(Pane::kA);
-  const PaneDescriptor::ControlIds& b_ = ids(Pane::kB);
 };
 
 // Catches commands at wrong places, a selection that stays behind, and changes of more steps than one.
 TEST_F(ManyCommandsTest, EachKeyIsOneStepAndTakesTheSelectionAlong) {
-  const Qt::Key up = Qt::Key_Up, down = Qt::Key_Down;
+  const auto up = Qt::ALT | Qt::Key_Up, down = Qt::ALT | Qt::Key_Down;
+  const QKeyCombination twice = Qt::CTRL | Qt::Key_D, cut = Qt::CTRL | Qt::Key_X, remove = Qt::Key_Delete;
   const struct {
     const char* chosen;
-    std::vector<std::pair<Qt::Key, Qt::KeyboardModifier>> keys;
-    const char* order;
-    const char* selected;
-  } cases[] = {{"cd", {{up, Qt::AltModifier}}, "acdbefgh", "cd"},
-               {"cd", {{down, Qt::AltModifier}}, "abecdfgh", "cd"},
-               {"bdf", {{up, Qt::AltModifier}}, "abdfcegh", "bdf"},
-               {"bdf", {{down, Qt::AltModifier}}, "acebdfgh", "bdf"},
-               {"ac", {{up, Qt::AltModifier}}, "acbdefgh", "ac"},
-               {"fh", {{down, Qt::AltModifier}}, "abcdegfh", "fh"},
-               {"bd", {{Qt::Key_D, Qt::ControlModifier}}, "abcdbdefgh", "bd"},
-               {"bcf", {{Qt::Key_Delete, Qt::NoModifier}}, "adegh", "d"},
-               {"gh", {{Qt::Key_Delete, Qt::NoModifier}}, "abcdef", ""},
-               {"ce", {{Qt::Key_X, Qt::ControlModifier}}, "abdfgh", "d"},
-               {"h", {{Qt::Key_Delete, Qt::NoModifier}}, "abcdefg", ""}};
+    QKeyCombination key;
+    const char *order, *selected;
+  } cases[] = {{"cd", up, "acdbefgh", "cd"},      {"cd", down, "abecdfgh", "cd"},
+               {"bdf", up, "abdfcegh", "bdf"},    {"bdf", down, "acebdfgh", "bdf"},
+               {"ac", up, "acbdefgh", "ac"},      {"fh", down, "abcdegfh", "fh"},
+               {"bd", twice, "abcdbdefgh", "bd"}, {"bcf", remove, "adegh", "d"},
+               {"gh", remove, "abcdef", ""},      {"ce", cut, "abdfgh", "d"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.chosen) + " -> " + c.order);
     select(Pane::kA, c.chosen);
-    for (const auto& [key, modifier] : c.keys) press(Pane::kA, key, modifier);
+    press(Pane::kA, c.key);
     EXPECT_EQ(letters(Pane::kA), c.order);
     EXPECT_EQ(selected(Pane::kA).substr(0, 3), c.selected);
-    press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+    press(Pane::kA, Qt::CTRL | Qt::Key_Z);
     EXPECT_EQ(letters(Pane::kA), "abcdefgh") << "one step";
     EXPECT_EQ(selected(Pane::kA), c.chosen);
-    EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+    EXPECT_FALSE(edited(Pane::kA));
   }
   for (const auto& [chosen, key] : {std::pair("ab", up), std::pair("gh", down)}) {
     select(Pane::kA, chosen);
-    press(Pane::kA, key, Qt::AltModifier);
-    EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible()) << "it is there already: " << chosen;
+    press(Pane::kA, key);
+    EXPECT_FALSE(edited(Pane::kA)) << "it is there already: " << chosen;
   }
 }
 
@@ -176,46 +152,46 @@ TEST_F(ManyCommandsTest, ShiftGoesOnFromWhereTheSelectionBegan) {
     QTest::mouseClick(viewport, Qt::LeftButton, keys, middle(Pane::kA, row));
     return selected(Pane::kA);
   };
-  const auto key = [&](Qt::Key pressed, Qt::KeyboardModifiers keys = Qt::ShiftModifier) {
-    press(Pane::kA, pressed, keys);
+  const auto key = [&](QKeyCombination pressed) {
+    press(Pane::kA, pressed);
     return selected(Pane::kA);
   };
   list(Pane::kA).setFocus();
   EXPECT_EQ(click(2, {}), "c");
   EXPECT_EQ(click(4, Qt::ShiftModifier), "cde");
   EXPECT_EQ(click(1, Qt::ShiftModifier), "bc");
-  EXPECT_EQ(key(Qt::Key_Up), "abc");
-  EXPECT_EQ(key(Qt::Key_End), "cdefgh");
+  EXPECT_EQ(key(Qt::SHIFT | Qt::Key_Up), "abc");
+  EXPECT_EQ(key(Qt::SHIFT | Qt::Key_End), "cdefgh");
   EXPECT_EQ(click(6, Qt::ControlModifier), "cdefh");
-  EXPECT_EQ(key(Qt::Key_Down, {}), "h");
+  EXPECT_EQ(key(Qt::Key_Down), "h");
   select(Pane::kA, "ab");
-  key(Qt::Key_Down, Qt::AltModifier);
-  EXPECT_EQ(key(Qt::Key_Down), "ab") << "from the first of those that the program has selected";
-  EXPECT_EQ(key(Qt::Key_A, Qt::ControlModifier), "cabdefgh");
+  key(Qt::ALT | Qt::Key_Down);
+  EXPECT_EQ(key(Qt::SHIFT | Qt::Key_Down), "ab") << "from the first of those that the program has selected";
+  EXPECT_EQ(key(Qt::CTRL | Qt::Key_A), "cabdefgh");
   QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, {20, viewport->height() - 3});
   EXPECT_EQ(selected(Pane::kA), "");
-  EXPECT_EQ(key(Qt::Key_End), "h") << "nothing is left of what was selected before";
+  EXPECT_EQ(key(Qt::SHIFT | Qt::Key_End), "h") << "nothing is left of what was selected before";
 }
 
 // Catches commands that lose what nobody knows on their way, and a clipboard that only this window can read.
 TEST_F(ManyCommandsTest, WhatIsCopiedComesWholeWhereItIsWanted) {
   select(Pane::kA, "bd");
-  press(Pane::kA, Qt::Key_C, Qt::ControlModifier);
-  EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  press(Pane::kA, Qt::CTRL | Qt::Key_C);
+  EXPECT_FALSE(edited(Pane::kA));
   select(Pane::kB, "w");
-  press(Pane::kB, Qt::Key_V, Qt::ControlModifier);
+  press(Pane::kB, Qt::CTRL | Qt::Key_V);
   EXPECT_EQ(letters(Pane::kB), "uvbdwx") << "in front of the selected one";
   EXPECT_EQ(selected(Pane::kB), "bd");
-  const std::string bytes = fixture_.site.read(kTemp[1]);
+  const std::string bytes = held(Pane::kB);
   EXPECT_THAT(bytes, testing::ContainsRegex("QMF1.b\"[^>]*own=\"kept\""));
   // As another program hands it over.
   QGuiApplication::clipboard()->setText(QGuiApplication::clipboard()->text());
   select(Pane::kB, "");
-  press(Pane::kB, Qt::Key_V, Qt::ControlModifier);
+  press(Pane::kB, Qt::CTRL | Qt::Key_V);
   EXPECT_EQ(letters(Pane::kB), "uvbdwxbd");
   EXPECT_THAT(told(), StartsWith("2 commands pasted"));
   driver().press(b_.discardChanges);
-  open(Pane::kB, "992");
+  driver().choose(b_.macros, "992");
   driver().control<QWidget>(b_.macros).setFocus();
   QTest::keyClick(WindowDriver::keyboard(), Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(letters(Pane::kB), "bd") << "an empty macro takes them, too";
@@ -223,33 +199,25 @@ TEST_F(ManyCommandsTest, WhatIsCopiedComesWholeWhereItIsWanted) {
 
 // Catches a paste that leaves a part, or a refusal without a word.
 TEST_F(ManyCommandsTest, WhatCannotBeTakenOverChangesNothing) {
-  std::string many;
-  for (int i = 0; i <= 5000; ++i) many += "<cmd fid=\"QMF1.n\"/>";
   select(Pane::kA, "a");
-  press(Pane::kA, Qt::Key_C, Qt::ControlModifier);
+  press(Pane::kA, Qt::CTRL | Qt::Key_C);
   const std::string good = QGuiApplication::clipboard()->text().toStdString();
-  const auto with = [&](const std::string& old, const std::string& text) {
-    std::string changed = good;
-    return changed.replace(changed.find(old), old.size(), text);
-  };
-  const std::string command = good.substr(good.find("<cmd"), good.find("</data>") - good.find("<cmd"));
-  const std::pair<const char*, std::string> cases[] = {
-      {"other text", "three commands, please"},
-      {"nothing", ""},
-      {"cut off", good.substr(0, good.size() / 2)},
-      {"of another version", with("version=\"1\"", "version=\"2\"")},
-      {"too many", with(command, many)},
-      {"a letter that the target lacks", with("kept", "\xE2\x86\x92")}};
-  const std::string before = fixture_.site.read(kTemp[1]);
+  std::string foreign = good;
+  foreign.replace(foreign.find("kept"), 4, "\xE2\x86\x92");
+  const std::pair<const char*, std::string> cases[] = {{"other text", "three commands, please"},
+                                                       {"nothing", ""},
+                                                       {"cut off", good.substr(0, good.size() / 2)},
+                                                       {"a letter that the target lacks", foreign}};
+  const std::string before = held(Pane::kB);
   select(Pane::kB, "w");
   for (const auto& [what, text] : cases) {
     QGuiApplication::clipboard()->setText(QString::fromStdString(text));
-    press(Pane::kB, Qt::Key_V, Qt::ControlModifier);
+    press(Pane::kB, Qt::CTRL | Qt::Key_V);
     EXPECT_THAT(told(), StartsWith("NOT pasted (")) << what;
-    EXPECT_EQ(fixture_.site.read(kTemp[1]), before) << what;
+    EXPECT_EQ(held(Pane::kB), before) << what;
     EXPECT_EQ(selected(Pane::kB), "w") << what;
   }
-  EXPECT_FALSE(driver().control<QWidget>(b_.saveChanges).isVisible());
+  EXPECT_FALSE(edited(Pane::kB));
 }
 
 // Catches drops at wrong places, a source that keeps what was moved, and one that gives away what was copied.
@@ -259,52 +227,52 @@ TEST_F(ManyCommandsTest, ADragGoesToTheExactPlace) {
     int before;
     Qt::KeyboardModifiers modifiers;
     Qt::DropAction action;
-    const char *orderA, *orderB;
-  } cases[] = {{Pane::kA, 7, {}, Qt::MoveAction, "adefgbch", "uvwx"},
-               {Pane::kA, 0, {}, Qt::MoveAction, "bcadefgh", "uvwx"},
-               {Pane::kA, 8, Qt::ControlModifier, Qt::CopyAction, "abcdefghbc", "uvwx"},
-               {Pane::kB, 1, {}, Qt::CopyAction, "abcdefgh", "ubcvwx"},
-               {Pane::kB, 4, Qt::ShiftModifier, Qt::MoveAction, "adefgh", "uvwxbc"}};
+    const char* order;
+  } cases[] = {{Pane::kA, 7, {}, Qt::MoveAction, "adefgbch uvwx"},
+               {Pane::kA, 0, {}, Qt::MoveAction, "bcadefgh uvwx"},
+               {Pane::kA, 8, Qt::ControlModifier, Qt::CopyAction, "abcdefghbc uvwx"},
+               {Pane::kB, 1, {}, Qt::CopyAction, "abcdefgh ubcvwx"},
+               {Pane::kB, 4, Qt::ShiftModifier, Qt::MoveAction, "adefgh uvwxbc"}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.orderA) + ' ' + c.orderB);
+    SCOPED_TRACE(c.order);
     select(Pane::kA, "bc");
     EXPECT_EQ(drag(Pane::kA, 1, c.to, c.before, c.modifiers), c.action);
-    EXPECT_EQ(letters(Pane::kA), c.orderA) << told();
-    EXPECT_EQ(letters(Pane::kB), c.orderB) << told();
+    EXPECT_EQ(bothLetters(), c.order) << told();
     EXPECT_EQ(selected(c.to), "bc");
     for (const Pane pane : kPanes) {
       list(pane).setFocus();
-      press(pane, Qt::Key_Z, Qt::ControlModifier);
+      press(pane, Qt::CTRL | Qt::Key_Z);
     }
-    EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "abcdefghuvwx") << "one step a pane";
+    EXPECT_EQ(bothLetters(), "abcdefgh uvwx") << "one step a pane";
   }
-  meanwhile_ = [this] { press(Pane::kA, Qt::Key_Delete, {}); };
+  meanwhile_ = [this] { press(Pane::kA, Qt::Key_Delete); };
   select(Pane::kA, "bc");
   drag(Pane::kA, 1, Pane::kB, 1, Qt::ShiftModifier);
-  EXPECT_EQ(letters(Pane::kA) + letters(Pane::kB), "adefghuvwx") << "others stand there now";
+  EXPECT_EQ(bothLetters(), "adefgh uvwx") << "others stand there now";
 }
 
-// Catches commands that change while somebody looks for others.
+// Catches commands that change, and steps that are undone, while somebody types elsewhere.
 TEST_F(ManyCommandsTest, KeysInAFieldForTextAreNotForTheCommands) {
-  select(Pane::kA, "b");
-  press(Pane::kA, Qt::Key_F, Qt::ControlModifier);
-  QWidget* const field = QApplication::focusWidget();
-  ASSERT_NE(field, &list(Pane::kA));
-  const std::pair<Qt::Key, Qt::KeyboardModifier> keys[] = {{Qt::Key_D, Qt::ControlModifier},
-                                                           {Qt::Key_Up, Qt::AltModifier},
-                                                           {Qt::Key_Down, Qt::AltModifier},
-                                                           {Qt::Key_X, Qt::ControlModifier}};
-  for (const auto& [key, modifiers] : keys) QTest::keyClick(field, key, modifiers);
-  EXPECT_EQ(letters(Pane::kA), "abcdefgh") << told();
+  removeFirst(a_);
+  list(Pane::kA).setFocus();
+  press(Pane::kA, Qt::CTRL | Qt::Key_F);
+  auto* const field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+  ASSERT_NE(field, nullptr);
+  QTest::keyClicks(field, "x");
+  for (const QKeyCombination key : {Qt::CTRL | Qt::Key_D, Qt::ALT | Qt::Key_Up, Qt::ALT | Qt::Key_Down,
+                                    Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_Z})
+    QTest::keyClick(field, key.key(), key.keyboardModifiers());
+  EXPECT_EQ(field->text(), "") << "it has an undo of its own";
+  EXPECT_EQ(letters(Pane::kA), "bcdefgh") << told();
 }
 
 // Catches a refusal that does not tell why.
 TEST_F(ManyCommandsTest, MoreThanCanBeCarriedIsSaidToBeTooMany) {
-  fixture_.site.write(macroFile(kFolder, 994), macroOf(std::string(5001, 'n')));
+  fixture_.site.write(macroPath(994), macroOf(std::string(5001, 'n')));
   driver().choose(a_.workplaces, "Workplace 1");
-  open(Pane::kA, "994");
-  press(Pane::kA, Qt::Key_A, Qt::ControlModifier);
-  press(Pane::kA, Qt::Key_C, Qt::ControlModifier);
+  driver().choose(a_.macros, "994");
+  press(Pane::kA, Qt::CTRL | Qt::Key_A);
+  press(Pane::kA, Qt::CTRL | Qt::Key_C);
   EXPECT_THAT(told(), HasSubstr("more than 5000 commands"));
   drag(Pane::kA, 0, Pane::kB, 0);
   EXPECT_THAT(told(), testing::AllOf(StartsWith("NOT copied"), HasSubstr("more than 5000 commands")));
@@ -328,81 +296,62 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   drop();
   EXPECT_EQ(letters(Pane::kA), "xyz") << told();
   EXPECT_EQ(list(Pane::kA).rows().rowCount(), 3);
-  EXPECT_EQ(driver().list(a_.macros).selectedRow(), -1);
+  EXPECT_EQ(selected(a_.macros), "");
   select(Pane::kA, "y");
-  press(Pane::kA, Qt::Key_Delete, {});
+  press(Pane::kA, Qt::Key_Delete);
   drop();
   EXPECT_THAT(told(), StartsWith("NOT opened"));
-  const auto startAgain = [&] {
-    fixture_.open();
-    WindowDriver::waitFor([] { return QApplication::activeModalWidget() == nullptr; }, "no offer");
-    QApplication::setActiveWindow(fixture_.window.get());
-  };
   std::string place;
-  WindowDriver::answerNext([&](QDialog& dialog) {
+  startAgain([&](QDialog& dialog) {
     for (const auto* label : dialog.findChildren<QLabel*>()) place += label->text().toStdString() + '\n';
-    WindowDriver::click(dialog, QStringLiteral("OK"));
+    WindowDriver::click(dialog, "OK");
   });
-  startAgain();
-  WindowDriver::waitFor([&] { return !place.empty(); }, "the offer");
   EXPECT_THAT(place, HasSubstr(file.toStdString())) << "a crash takes nothing";
   EXPECT_EQ(letters(Pane::kA), "xz");
   for (const char* const left : {"xyz", "xz", "xyz"}) {
     if (letters(Pane::kA) == "xz")
       driver().press(a_.discardChanges);
     else
-      press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+      press(Pane::kA, Qt::CTRL | Qt::Key_Z);
     EXPECT_EQ(letters(Pane::kA), left) << told();
     list(Pane::kA).setFocus();
   }
-  EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  EXPECT_FALSE(edited(Pane::kA));
   driver().choose(a_.applications, "Evening News");
   drop();
   select(Pane::kA, "y");
-  press(Pane::kA, Qt::Key_Delete, {});
+  press(Pane::kA, Qt::Key_Delete);
   driver().press(a_.saveChanges);
-  auto* places = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-  ASSERT_NE(places, nullptr) << told();
-  WindowDriver::answerNext([](QDialog& dialog) {
-    WindowDriver::type(dialog, "position", QStringLiteral("995"));
-    WindowDriver::click(dialog, QStringLiteral("OK"));
-  });
-  QTest::keyClick(places, Qt::Key_Down);
-  QTest::keyClick(places, Qt::Key_Return);
+  WindowDriver::answerNext(filledIn({{"position", "995"}}));
+  takeFromMenu(Qt::Key_Down);
   EXPECT_THAT(told(), StartsWith("saved: 995"));
-  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 995)), fixture_.site.read(kTemp[0]));
-  EXPECT_EQ(driver().list(a_.macros).selected()->text, "995 - m");
-  EXPECT_FALSE(driver().control<QWidget>(a_.saveChanges).isVisible());
+  EXPECT_EQ(read(macroPath(995)), held(Pane::kA));
+  EXPECT_EQ(selected(a_.macros), "995 - m");
+  EXPECT_FALSE(edited(Pane::kA));
   startAgain();
-  driver().choose(a_.applications, "Evening News");
-  open(Pane::kA, "995");
+  open(a_, "995");
   list(Pane::kA).setFocus();
-  press(Pane::kA, Qt::Key_Z, Qt::ControlModifier);
+  press(Pane::kA, Qt::CTRL | Qt::Key_Z);
   EXPECT_EQ(letters(Pane::kA), "xyz") << "the steps go with the macro to its new place";
 }
 
 // Catches the bytes of one macro saved under the place that was chosen for another.
 TEST_F(ManyCommandsTest, APlaceThatIsChosenForAnotherMacroIsNotUsed) {
-  driver().choose(a_.applications, "Evening News");
-  open(Pane::kA, "990");
-  const std::string before = fixture_.site.read(macroFile(kFolder, 995));
+  open(a_, "990");
+  const std::string before = read(macroPath(995));
   WindowDriver::answerNext([&](QDialog& dialog) {
-    open(Pane::kA, "991");
-    WindowDriver::type(dialog, "position", QStringLiteral("995"));
-    WindowDriver::click(dialog, QStringLiteral("OK"));
+    driver().choose(a_.macros, "991");
+    WindowDriver::filledIn({{"position", "995"}})(dialog);
   });
-  press(Pane::kA, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-  auto* places = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-  ASSERT_NE(places, nullptr) << told();
-  QTest::keyClick(places, Qt::Key_Down);
-  QTest::keyClick(places, Qt::Key_Return);
+  press(Pane::kA, Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+  takeFromMenu(Qt::Key_Down);
   EXPECT_THAT(told(), StartsWith("NOT saved: the pane shows another macro"));
-  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 995)), before);
+  EXPECT_EQ(read(macroPath(995)), before);
 }
 
 // Catches a key file, or a macro that cannot be saved whole, that is offered more than to be copied from.
 TEST_F(ManyCommandsTest, WhatCannotBeEditedOffersCopyOnly) {
-  fixture_.site.write(macroFile(kFolder, 993),
+  fixture_.site.write(macroPath(993),
                       "<macro name=\"m\"><data><cmd fid='QMF1.y'workplace='1'/></data></macro>");
   const auto offered = [this] {
     QString texts;
@@ -421,7 +370,7 @@ TEST_F(ManyCommandsTest, WhatCannotBeEditedOffersCopyOnly) {
   select(Pane::kA, "b");
   EXPECT_THAT(offered(), StartsWith("modify,delete,update data,"));
   driver().choose(a_.workplaces, "Workplace 1");
-  open(Pane::kA, "993");
+  driver().choose(a_.macros, "993");
   driver().clickRow(a_.commands, 0);
   EXPECT_THAT(offered(), HasSubstr("data,Copy,Select All,"));
   drag(Pane::kA, 0, Pane::kB, 1, Qt::ShiftModifier);
@@ -454,14 +403,13 @@ TEST_F(ManyCommandsTest, TheDialogThatIsKeptOpenGoesOnBehindTheLastOne) {
     EXPECT_EQ(list(Pane::kA).selectedRows(), std::vector<int>{4});
     dialog.reject();
   });
-  MacroCommands commands;
-  ASSERT_TRUE(loadCommands(fixture_.site.access(), kTemp[0], commands));
+  const MacroCommands commands = commandsOf(workingCopyPath(Pane::kA));
   ASSERT_EQ(commands.size(), 12U);
   EXPECT_EQ(commands[2].fid + commands[3].fid + commands[4].fid + commands[5].fid + commands[11].fid,
             "QMF1.ME2.KEY1.ON.SETQMF1.ME2.KEY2.ON.SETQMF1.ME2.KEY4.ON.SETQMF1.cQMF1.ME2.KEY3.ON.SET");
 }
 
-// Catches work that a mouse is needed for, and a move that only eyes are told.
+// Catches work that a mouse is needed for.
 TEST_F(ManyCommandsTest, KeysAloneCarryCommandsFromPaneToPane) {
   const auto key = [](int pressed, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(pressed), modifiers);
@@ -471,19 +419,14 @@ TEST_F(ManyCommandsTest, KeysAloneCarryCommandsFromPaneToPane) {
   key(Qt::Key_Home);
   key(Qt::Key_Down, Qt::ShiftModifier);
   key(Qt::Key_Down, Qt::AltModifier);
-  auto* strip = fixture_.window->findChild<QLabel*>(QStringLiteral("statusStrip"));
-  EXPECT_THAT(QAccessible::queryAccessibleInterface(strip)->text(QAccessible::Name).toStdString(),
-              StartsWith("2 commands moved; they are commands 2 to 3 now"));
+  EXPECT_THAT(told(), StartsWith("2 commands moved; they are commands 2 to 3 now"));
   EXPECT_EQ(list(Pane::kA).currentIndex().row(), 1) << "the row that a screen reader reads goes along";
   key(Qt::Key_X, Qt::ControlModifier);
   key(Qt::Key_F6);
   key(Qt::Key_5, Qt::ControlModifier);
   key(Qt::Key_End);
   key(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(letters(Pane::kA) + ' ' + letters(Pane::kB), "cdefgh uvwabx");
-  WindowDriver::answerNext([](QDialog& dialog) { dialog.reject(); });
-  key(Qt::Key_Home);
-  key(Qt::Key_Return);  // opens "modify", which the answer leaves
+  EXPECT_EQ(bothLetters(), "cdefgh uvwabx");
 }
 
 }  // namespace

@@ -1,15 +1,12 @@
 // Panel-style commands created and changed from the window's buttons, on the functions of the sample site.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
 
-#include "model/MacroFile.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
-#include "tests/support/LoadCommands.h"
 #include "windows/HitList.h"
 #include "windows/SearchWindow.h"
 
@@ -18,32 +15,22 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-constexpr const char* kTemp = "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac";
-
-class PanelStyleEditingTest : public testing::Test {
+class PanelStyleEditingTest : public WindowTest {
  protected:
-  PanelStyleEditingTest() : fixture_(offlineClient()) {
-    fixture_.site.write(macroFile(kFolder, 990), R"(<macro name="m"><data>
+  PanelStyleEditingTest() {
+    fixture_.site.write(macroPath(990), R"(<macro name="m"><data>
       <cmd fid="QMF1.ME1.KEY1.ON.SET" workplace="1"><param name="STATE" value="0"/></cmd></data></macro>)");
-    driver().choose(a_.applications, "Evening News");
-    driver().choose(a_.macros, "990");
+    open(a_, "990");
   }
-  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
   // fid, workplace and values of the working copy's commands.
   [[nodiscard]] std::vector<std::string> stored() {
-    MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), kTemp, commands));
     std::vector<std::string> result;
-    for (const MacroCommand& command : commands) {
+    for (const MacroCommand& command : commandsOf(workingCopyPath(Pane::kA))) {
       result.push_back(command.fid + " " + command.workplace);
       for (const MacroParameter& parameter : command.parameters) result.back() += " " + parameter.value;
     }
     return result;
   }
-
-  WindowFixture fixture_;
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
 };
 
 // A search that opened what it found at once would take away the macro that the command is built for.
@@ -64,43 +51,29 @@ TEST_F(PanelStyleEditingTest, WhereUsedIsAskedFromTheDialogAndOpensBehindIt) {
     QTest::keyClick(&hits, Qt::Key_Return);
     EXPECT_EQ(search->findChild<QLabel*>("outcome")->text(), "It is opened once the dialog is closed.");
     QApplication::processEvents();
-    EXPECT_EQ(driver().list(a_.macros).selected()->text.substr(0, 3), "990");
+    EXPECT_EQ(selected(a_.macros).substr(0, 3), "990");
     dialog.reject();
   });
   WindowDriver::waitFor([&] { return driver().list(a_.commands).selectedRow() >= 0; }, "the command");
-  EXPECT_THAT(driver().list(a_.commands).selected()->text, testing::HasSubstr("Clip"));
+  EXPECT_THAT(selected(a_.commands), testing::HasSubstr("Clip"));
 }
 
-TEST_F(PanelStyleEditingTest, CommandsAreFoundFilledAndPlaced) {
-  driver().clickRow(a_.commands, 0);
-  const auto create = [this](const char* segment, const char* found, const char* button,
-                             const std::function<void(const DialogDriver&)>& fill) {
-    driver().press(a_.newCorvane, [&](QDialog& dialog) {
+TEST_F(PanelStyleEditingTest, CommandsArePlacedAsTheirButtonsSay) {
+  const std::pair<const char*, const char*> commands[] = {
+      {"10", "insertEnd"}, {"20", "insertSelected"}, {"30", "insertStart"}};
+  for (const auto& [value, button] : commands) {
+    driver().clickRow(a_.commands, static_cast<int>(stored().size()) - 1);
+    driver().press(a_.newCorvane, [value = value, button = button](QDialog& dialog) {
       const DialogDriver user(dialog);
-      user.type("search1", "ME2");
-      user.choose("results1", "ME2");
-      user.type("search2", segment);
-      user.choose("results2", segment);
-      user.choose("found", found);
-      EXPECT_EQ(user.label("ready"), "Parameters are missing...");
-      fill(user);
-      EXPECT_EQ(user.label("ready"), "COMMAND READY FOR INSERTION");
+      user.type("words", "ME2.KEY1.CLIP.SET");
+      user.key(Qt::Key_Return);
+      user.type("value", value);
       user.click(button);
     });
-  };
-  create("CLIP", "ME 2 Key 1 Clip Set", "insertEnd",
-         [](const DialogDriver& user) { user.type("value", "150"); });
-  EXPECT_THAT(stored().back(), "QMF1.ME2.KEY1.CLIP.SET 1 1.000000")
-      << "the limit takes the place of what is above";
-  driver().clickRow(a_.commands, 1);
-  create("ON", "ME 2 Key 1 On", "insertSelected",
-         [](const DialogDriver& user) { user.choose("choices", "On"); });
-  create("FILL", "ME 2 Key 1 Fill", "insertStart",
-         [](const DialogDriver& user) { user.choose("choices", "Input 7"); });
-  EXPECT_THAT(stored(), ElementsAre("QMF1.ME2.KEY1.FILL.SET 1 7", "QMF1.ME1.KEY1.ON.SET 1 0",
-                                    "QMF1.ME2.KEY1.ON.SET 1 1", "QMF1.ME2.KEY1.CLIP.SET 1 1.000000"));
-  driver().press(a_.discardChanges);
-  EXPECT_EQ(driver().texts(a_.commands).size(), 1U);
+  }
+  const std::string clip = "QMF1.ME2.KEY1.CLIP.SET 1 0.";
+  EXPECT_THAT(stored(),
+              ElementsAre(clip + "300000", "QMF1.ME1.KEY1.ON.SET 1 0", clip + "200000", clip + "100000"));
 }
 
 TEST_F(PanelStyleEditingTest, ACommandIsChangedInItsPlace) {
@@ -116,15 +89,6 @@ TEST_F(PanelStyleEditingTest, ACommandIsChangedInItsPlace) {
   });
   EXPECT_THAT(stored(), ElementsAre("QMF4.ME3.KEY1.ON.SET 1 1"));
   EXPECT_EQ(driver().list(a_.commands).selectedRow(), 0);
-}
-
-TEST_F(PanelStyleEditingTest, ManyAtOnceNeedAPanel) {
-  driver().press(a_.newMultiple);
-  EXPECT_THAT(
-      fixture_.site.messages.take(),
-      ElementsAre(
-          "Creating Multiple Commands is only possible when you are connected to a Corvane XL Control "
-          "Panel \n"));
 }
 
 }  // namespace

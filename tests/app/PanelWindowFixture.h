@@ -10,10 +10,8 @@
 #include <QLabel>
 #include <QProgressDialog>
 
-#include "model/MacroFile.h"
 #include "panelsim/PanelSimulator.h"
 #include "tests/app/WindowFixture.h"
-#include "tests/support/LoadCommands.h"
 
 namespace tessaly {
 
@@ -60,13 +58,16 @@ struct Panel {
   PanelSimulator simulator;
 };
 
-// The window against simulated panels on two loopback addresses.
-class PanelWindowTest : public testing::Test {
+// Two of them, on loopback addresses with the same ports.
+struct Panels {
+  Panel first_{"127.0.0.1", 0, 0};
+  Panel second_{"127.0.0.2", first_.simulator.controlPort(), first_.simulator.ftpPort()};
+};
+
+// The window against simulated panels.
+class PanelWindowTest : protected Panels, public WindowTest {
  protected:
-  PanelWindowTest()
-      : first_("127.0.0.1", 0, 0),
-        second_("127.0.0.2", first_.simulator.controlPort(), first_.simulator.ftpPort()),
-        fixture_(client(), first_.simulator.ftpPort()) {}
+  PanelWindowTest() : WindowTest(client(), first_.simulator.ftpPort()) {}
   ~PanelWindowTest() override {
     fixture_.window.reset();  // without a question about unsaved work
     client().disconnect();
@@ -77,9 +78,7 @@ class PanelWindowTest : public testing::Test {
     return *client;
   }
 
-  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
-  [[nodiscard]] static const PaneDescriptor::ControlIds& ids(Pane pane) { return WindowFixture::ids(pane); }
-  [[nodiscard]] std::string addressOf(const Panel& panel) const {
+  [[nodiscard]] static std::string addressOf(const Panel& panel) {
     return panel.simulator.address() + ":" + std::to_string(panel.simulator.controlPort());
   }
 
@@ -110,24 +109,17 @@ class PanelWindowTest : public testing::Test {
     driver().choose(here.workplaces, "Workplace " + std::to_string(workplace));
     awaitRow(here.macros, expected);
   }
-  void awaitRow(int listId, const std::string& text) {
+  void awaitRow(int listId, const std::string& text, bool there = true) {
     WindowDriver::waitFor(
         [&] {
           const auto rows = driver().texts(listId);
-          return std::find(rows.begin(), rows.end(), text) != rows.end();
+          return (std::find(rows.begin(), rows.end(), text) != rows.end()) == there;
         },
         text.c_str());
   }
-  void awaitGone(int listId, const std::string& text) {
-    WindowDriver::waitFor(
-        [&] {
-          const auto rows = driver().texts(listId);
-          return std::find(rows.begin(), rows.end(), text) == rows.end();
-        },
-        text.c_str());
-  }
+  void awaitGone(int listId, const std::string& text) { awaitRow(listId, text, false); }
   void awaitStatus(const std::string& text) {
-    WindowDriver::waitFor([&] { return fixture_.status().toStdString() == text; }, text.c_str());
+    WindowDriver::waitFor([&] { return told() == text; }, text.c_str());
   }
   void awaitEdited(Pane pane) {
     WindowDriver::waitFor([this, pane] { return edited(pane); }, "edit state");
@@ -135,52 +127,32 @@ class PanelWindowTest : public testing::Test {
   void awaitInFile(Pane pane, const std::vector<std::string>& expected) {
     WindowDriver::waitFor([&] { return valuesInFile(pane) == expected; }, "the values in the file");
   }
-  static void awaitTime(int milliseconds) {
-    bool over = false;
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, qApp, [&over] { over = true; });
-    WindowDriver::waitFor([&over] { return over; }, "the time");
-  }
   static void stallTransfers(Panel& panel) {
     PanelFaults faults;
     faults.ftp.stallTransfer = true;
     ASSERT_TRUE(panel.simulator.setFaults(faults));
   }
   void copyTo(int button, int number) {
-    driver().press(button, [number](QDialog& dialog) {
-      WindowDriver::type(dialog, "position", QString::number(number));
-      WindowDriver::click(dialog, QStringLiteral("OK"));
-    });
+    driver().press(button, filledIn({{"position", QString::number(number)}}));
   }
   [[nodiscard]] std::string button(Pane pane) {
     return driver().control<QAbstractButton>(ids(pane).connectButton).text().toStdString();
   }
   [[nodiscard]] std::string label(int id) { return driver().control<QLabel>(id).text().toStdString(); }
   [[nodiscard]] EventGate& gate() { return fixture_.window->gate(); }
-  [[nodiscard]] bool edited(Pane pane) {
-    return driver().control<QAbstractButton>(ids(pane).saveChanges).isVisible();
-  }
   [[nodiscard]] std::string progress(Pane pane) { return label(ids(pane).progress); }
   [[nodiscard]] bool transferShown() {
     const auto* progress = fixture_.window->findChild<QProgressDialog*>();
     return progress != nullptr && progress->isVisible();
   }
-  [[nodiscard]] std::vector<std::string> valuesInFile(Pane pane) {
-    return values(fixture_.site.read(std::string("c:\\programme\\RV48\\bin\\MacroFid\\temp") +
-                                     kPaneDescriptors[index(pane)].letter + ".mac"));
-  }
+  [[nodiscard]] std::vector<std::string> valuesInFile(Pane pane) { return values(held(pane)); }
   [[nodiscard]] std::vector<std::string> values(const std::string& bytes) {
     fixture_.site.write("c:\\check.mac", bytes);
-    MacroCommands commands;
-    EXPECT_TRUE(loadCommands(fixture_.site.access(), "c:\\check.mac", commands));
     std::vector<std::string> result;
-    for (const MacroCommand& command : commands) result.push_back(command.parameters.front().value);
+    for (const MacroCommand& command : commandsOf("c:\\check.mac"))
+      result.push_back(command.parameters.front().value);
     return result;
   }
-
-  Panel first_, second_;
-  WindowFixture fixture_;
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
-  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
 };
 
 }  // namespace tessaly

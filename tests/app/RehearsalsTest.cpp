@@ -1,6 +1,5 @@
 // Rehearsing from the main window: the macro of a pane, followed, beside a simulated panel.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QLabel>
 #include <QTableView>
@@ -15,14 +14,8 @@ using testing::StartsWith;
 
 class RehearsalsTest : public PanelWindowTest {
  protected:
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    QApplication::setActiveWindow(fixture_.window.get());
-    QTest::keyClick(fixture_.window.get(), key, modifiers);
-  }
-  [[nodiscard]] std::vector<RehearseWindow*> windows() const {
-    std::vector<RehearseWindow*> open;
-    for (auto* window : fixture_.window->findChildren<RehearseWindow*>()) open.push_back(window);
-    return open;
+  [[nodiscard]] QList<RehearseWindow*> windows() const {
+    return fixture_.window->findChildren<RehearseWindow*>();
   }
   void await(const char* label, const std::string& text) {
     const auto& window = *windows().front();
@@ -49,8 +42,8 @@ TEST_F(RehearsalsTest, FollowsItsPaneAndItsPanel) {
   driver().clickRow(a_.commands, 0);
   first_.simulator.set("QMF1.ME1.KEY1.CLIP", "0.25");
   for (int time = 0; time < 2; ++time) {
-    press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
-    ASSERT_EQ(windows().size(), 1U);
+    shortcut(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_EQ(windows().size(), 1);
   }
   EXPECT_THAT(windows().front()->windowTitle().toStdString(), StartsWith("Rehearse 020"));
   await("place", "step 0 of 3");
@@ -60,7 +53,7 @@ TEST_F(RehearsalsTest, FollowsItsPaneAndItsPanel) {
   first_.simulator.dropConnections();
   await("now", "The panel is gone");
   windows().front()->close();
-  WindowDriver::waitFor([&] { return windows().empty(); }, "its end");
+  WindowDriver::waitFor([&] { return windows().isEmpty(); }, "its end");
 }
 
 }  // namespace

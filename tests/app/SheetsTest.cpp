@@ -14,26 +14,25 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(Sheets, MenuPutsThePanesMacroOnPaper) {
-  WindowFixture fixture{offlineClient()};
-  const auto& a = WindowFixture::ids(Pane::kA);
-  fixture.driver->choose(a.applications, "Evening News");
-  fixture.driver->choose(a.macros, "001");
-  QTest::keyClick(fixture.window.get(), Qt::Key_P, Qt::ControlModifier);
-  auto* window = fixture.window->findChild<SheetWindow*>();
+class SheetsTest : public WindowTest {};
+
+TEST_F(SheetsTest, MenuPutsThePanesMacroOnPaper) {
+  open(a_);
+  shortcut(Qt::Key_P, Qt::ControlModifier);
+  auto* window = fixture_.window->findChild<SheetWindow*>();
   ASSERT_NE(window, nullptr);
   auto& preview = *window->findChild<SheetPreview*>();
   WindowDriver::waitFor([&] { return preview.pageCount() > 0; }, "the pages");
   EXPECT_THAT(window->findChild<ScopeBox*>()->currentText().toStdString(), HasSubstr("001 - "));
   window->close();
-  WindowDriver::waitFor([&] { return fixture.window->findChild<SheetWindow*>() == nullptr; }, "its end");
+  WindowDriver::waitFor([&] { return fixture_.window->findChild<SheetWindow*>() == nullptr; }, "its end");
   // The other entry asks for a file once the pages are there.
   bool asked = false;
   WindowDriver::answerNext([&](QDialog& dialog) {
     asked = qobject_cast<QFileDialog*>(&dialog) != nullptr;
     dialog.reject();
   });
-  fixture.window->findChild<QAction*>(QStringLiteral("export"))->trigger();
+  action("export").trigger();
   WindowDriver::waitFor([&] { return asked; }, "the question for a file");
 }
 

@@ -9,8 +9,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <QProgressDialog>
-
 #include "tests/app/WindowFixture.h"
 
 namespace tessaly {
@@ -66,95 +64,55 @@ class HungDisk {
   int waiting_ = 0;
 };
 
-class SlowDiskTest : public testing::Test {
- protected:
-  // While `act` waits, each time: what is waited for is noted, and `then` done.
-  std::string waitedFor(const std::function<void()>& act, const std::function<void(QProgressDialog&)>& then) {
-    std::string told;
-    QTimer looking;
-    QObject::connect(&looking, &QTimer::timeout, [&] {
-      auto* progress = fixture_.window->findChild<QProgressDialog*>();
-      if (progress == nullptr || !progress->isVisible()) return;
-      told = progress->labelText().toStdString();
-      then(*progress);
-    });
-    looking.start(5);
-    act();
-    return told;
-  }
-  // Once it is offered.
-  static void cancel(QProgressDialog& progress) {
-    if (progress.findChild<QAbstractButton*>() != nullptr)
-      WindowDriver::click(progress, QStringLiteral("Cancel"));
-  }
-  // With Ctrl, whatever window has the keyboard.
-  void press(Qt::Key key) const {
-    QApplication::setActiveWindow(fixture_.window.get());
-    QTest::keyClick(fixture_.window.get(), key, Qt::ControlModifier);
-  }
-  [[nodiscard]] std::string status() const { return fixture_.status().toStdString(); }
-
-  WindowFixture fixture_{offlineClient()};
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
-  const WindowDriver& user_ = *fixture_.driver;
-};
+class SlowDiskTest : public WindowTest {};
 
 TEST_F(SlowDiskTest, WhatHangsIsNamedAndGivenUpWithNothingChanged) {
-  user_.choose(a_.applications, "Evening News");
+  driver().choose(a_.applications, "Evening News");
   const struct {
     const char* file;
     std::function<void()> act;
     const char *waiting, *outcome;
   } cases[] = {
-      {"macroWP2", [&] { user_.choose(a_.workplaces, "Workplace 2"); }, "macroWP2", "NOT listed: "},
-      {"macro001.mac", [&] { user_.choose(a_.macros, "001"); }, "macro001.mac", "NOT opened: 001"},
+      {"macroWP2", [&] { driver().choose(a_.workplaces, "Workplace 2"); }, "macroWP2", "NOT listed: "},
+      {"macro001.mac", [&] { driver().choose(a_.macros, "001"); }, "macro001.mac", "NOT opened: 001"},
       {"macro001.mac",
        [&] {
-         user_.press(a_.renameMacro, [](QDialog& dialog) {
-           WindowDriver::type(dialog, "newName", QStringLiteral("Other"));
-           WindowDriver::click(dialog, QStringLiteral("OK"));
-         });
+         driver().press(a_.renameMacro, filledIn({{"newName", "Other"}}));
        },
        "macro001.mac", "NOT renamed: 001"},
       {"macro003.mac",
        [&] {
-         user_.press(a_.createMacro, [](QDialog& dialog) {
-           WindowDriver::type(dialog, "position", QStringLiteral("3"));
-           WindowDriver::type(dialog, "name", QStringLiteral("Other"));
-           WindowDriver::click(dialog, QStringLiteral("OK"));
-         });
+         driver().press(a_.createMacro, filledIn({{"position", "3"}, {"name", "Other"}}));
        },
        "macro003.mac", "NOT written to 003"},
   };
-  const std::string folder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-  const std::string first = fixture_.site.read(folder + "macro001.mac");
-  const std::string third = fixture_.site.read(folder + "macro003.mac");
+  const std::string first = read(macroPath(1));
+  const std::string third = read(macroPath(3));
   for (const auto& now : cases) {
     HungDisk disk(Call::kRead, now.file);
     EXPECT_THAT(waitedFor(now.act, &cancel), HasSubstr(now.waiting)) << now.outcome;
-    EXPECT_THAT(status(), HasSubstr(now.outcome));
+    EXPECT_THAT(told(), HasSubstr(now.outcome));
     disk.awaitEnd();
-    user_.choose(a_.workplaces, "Workplace 1");
-    user_.choose(a_.macros, "001");
+    driver().choose(a_.workplaces, "Workplace 1");
+    driver().choose(a_.macros, "001");
   }
-  EXPECT_EQ(fixture_.site.read(folder + "macro001.mac"), first);
-  EXPECT_EQ(fixture_.site.read(folder + "macro003.mac"), third);
+  EXPECT_EQ(read(macroPath(1)), first);
+  EXPECT_EQ(read(macroPath(3)), third);
 }
 
 TEST_F(SlowDiskTest, WhatComesLateIsTakenAllTheSame) {
-  user_.choose(a_.applications, "Evening News");
+  driver().choose(a_.applications, "Evening News");
   HungDisk disk(Call::kRead, "macro001.mac");
-  const std::string told =
-      waitedFor([&] { user_.choose(a_.macros, "001"); }, [&](QProgressDialog&) { disk.answer(); });
-  EXPECT_THAT(told, HasSubstr("macro001.mac"));
-  EXPECT_THAT(status(), HasSubstr("opened: 001"));
+  const std::string waited =
+      waitedFor([&] { driver().choose(a_.macros, "001"); }, [&](QProgressDialog&) { disk.answer(); });
+  EXPECT_THAT(waited, HasSubstr("macro001.mac"));
+  EXPECT_THAT(told(), HasSubstr("opened: 001"));
   disk.awaitEnd();
 }
 
 // Each row: where a save hangs, whether it is cancelled there, and what is told then and shown as unsaved.
 TEST_F(SlowDiskTest, ASaveThatHangsShowsWhatItIsAtAndCanBeGivenUp) {
-  const std::string file = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\macro001.mac";
-  user_.choose(a_.applications, "Evening News");
+  driver().choose(a_.applications, "Evening News");
   const struct {
     Call call;
     const char *part, *waiting;
@@ -170,37 +128,37 @@ TEST_F(SlowDiskTest, ASaveThatHangsShowsWhatItIsAtAndCanBeGivenUp) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.outcome);
-    user_.choose(a_.workplaces, "Workplace 1");
-    user_.choose(a_.macros, "001");
-    const std::string before = fixture_.site.read(file);
-    user_.clickRow(a_.commands, 0);
-    user_.press(a_.deleteCommand);
+    driver().choose(a_.workplaces, "Workplace 1");
+    driver().choose(a_.macros, "001");
+    const std::string before = read(macroPath(1));
+    driver().clickRow(a_.commands, 0);
+    driver().press(a_.deleteCommand);
     HungDisk disk(row.call, row.part);
-    const std::string told = waitedFor([&] { user_.press(a_.saveChanges); },
-                                       [&](QProgressDialog& progress) {
-                                         press(Qt::Key_S);
-                                         if (row.cancelled) cancel(progress);
-                                         if (!row.cancelled || progress.labelText().contains("Cancelling"))
-                                           disk.answer();
-                                       });
-    EXPECT_THAT(told, HasSubstr(row.waiting));
-    EXPECT_THAT(status(), testing::ContainsRegex(row.outcome));
-    EXPECT_EQ(fixture_.site.read(file) != before, row.saved) << "whole, and not behind anybody's back";
-    EXPECT_EQ(user_.control<QWidget>(a_.saveChanges).isVisible(), !row.saved);
+    const std::string waited = waitedFor([&] { driver().press(a_.saveChanges); },
+                                         [&](QProgressDialog& progress) {
+                                           shortcut(Qt::Key_S, Qt::ControlModifier);
+                                           if (row.cancelled) cancel(progress);
+                                           if (!row.cancelled || progress.labelText().contains("Cancelling"))
+                                             disk.answer();
+                                         });
+    EXPECT_THAT(waited, HasSubstr(row.waiting));
+    EXPECT_THAT(told(), testing::ContainsRegex(row.outcome));
+    EXPECT_EQ(read(macroPath(1)) != before, row.saved) << "whole, and not behind anybody's back";
+    EXPECT_EQ(edited(Pane::kA), !row.saved);
     disk.awaitEnd();
     if (row.saved) continue;
-    press(Qt::Key_Z);
-    EXPECT_FALSE(user_.control<QWidget>(a_.saveChanges).isVisible()) << "its steps are there";
+    shortcut(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(edited(Pane::kA)) << "its steps are there";
   }
 }
 
 TEST_F(SlowDiskTest, AWindowThatIsClosedWhileItSavesClosesOnceItHas) {
-  user_.choose(a_.applications, "Evening News");
-  user_.choose(a_.macros, "001");
-  user_.clickRow(a_.commands, 0);
-  user_.press(a_.deleteCommand);
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "001");
+  driver().clickRow(a_.commands, 0);
+  driver().press(a_.deleteCommand);
   HungDisk disk(Call::kFlush, "macroWP1/*");
-  static_cast<void>(waitedFor([&] { user_.press(a_.saveChanges); },
+  static_cast<void>(waitedFor([&] { driver().press(a_.saveChanges); },
                               [&](QProgressDialog&) {
                                 fixture_.window->close();
                                 EXPECT_TRUE(fixture_.window->isVisible());
@@ -208,7 +166,7 @@ TEST_F(SlowDiskTest, AWindowThatIsClosedWhileItSavesClosesOnceItHas) {
                               }));
   disk.awaitEnd();
   WindowDriver::waitFor([this] { return !fixture_.window->isVisible(); }, "the window to close");
-  EXPECT_THAT(status(), HasSubstr("saved: 001"));
+  EXPECT_THAT(told(), HasSubstr("saved: 001"));
 }
 
 }  // namespace

@@ -1,10 +1,6 @@
 // A panel in one file: saved, shown in a pane and copied from.
 #include <gmock/gmock.h>
 
-#include <QMenu>
-#include <QMenuBar>
-#include <QProgressDialog>
-
 #include "platform/Text.h"
 #include "review/Snapshot.h"
 #include "tests/app/PanelWindowFixture.h"
@@ -23,26 +19,17 @@ class SnapshotWindowTest : public PanelWindowTest {
     return (fixture_.site.root.path() / "c/saved/panel.zip").string();
   }
 
-  // The entry of the menu "Macro", with the keyboard in the pane.
-  void choose(Pane pane, const char* entry, const std::function<void(QDialog&)>& answer = {}) {
+  // What the menus have, with the keyboard in the pane.
+  void choose(Pane pane, const char* act, const std::function<void(QDialog&)>& answer = {}) {
     QApplication::setActiveWindow(fixture_.window.get());  // a dialog may have been it
     driver().control<QLineEdit>(ids(pane).address).setFocus();
     if (answer) WindowDriver::answerNext(answer);
-    for (QAction* menu : fixture_.window->menuBar()->actions())
-      for (QAction* action : menu->menu()->actions())
-        if (action->text().remove(QLatin1Char('&')) == QLatin1String(entry) && action->isEnabled())
-          return action->trigger();
-    throw std::runtime_error(std::string("no entry ") + entry);
+    if (!action(act).isEnabled()) throw std::runtime_error(std::string("grey: ") + act);
+    action(act).trigger();
   }
   [[nodiscard]] std::function<void(QDialog&)> named() const {
-    return [name = file()](QDialog& dialog) {
-      auto* edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-      edit->setText(
-          QString::fromStdString(name));  // typed, it would open a list of names that takes the Enter
-      QTest::keyClick(edit, Qt::Key_Return);
-    };
+    return [name = file()](QDialog& dialog) { nameFile(dialog, name); };
   }
-  [[nodiscard]] std::string status() { return fixture_.status().toStdString(); }
   [[nodiscard]] std::string path(Pane pane) {
     return driver().control<QLineEdit>(ids(pane).address).text().toStdString();
   }
@@ -50,12 +37,12 @@ class SnapshotWindowTest : public PanelWindowTest {
 
 TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
   connectPane(Pane::kA, first_);
-  choose(Pane::kA, "Save Panel As...", named());
-  ASSERT_EQ(status(), "saved and verified: 3 macros in panel.zip");
+  choose(Pane::kA, "saveSnapshot", named());
+  ASSERT_EQ(told(), "saved and verified: 3 macros in panel.zip");
   first_.tree.write(Panel::file(1, "007"), "<macro name=\"Other\"><data></data></macro>");
 
   const std::string before = path(Pane::kB);
-  choose(Pane::kB, "Open Snapshot...", named());
+  choose(Pane::kB, "openSnapshot", named());
   EXPECT_EQ(path(Pane::kB), file());
   EXPECT_EQ(driver().texts(b_.workplaces).size(), 8U);
   driver().choose(b_.workplaces, "Workplace 1");
@@ -78,29 +65,28 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
 
   // A line that is lost meanwhile is made anew, and the other pane is on it.
   const std::string other = first_.read(1, "007");
-  choose(Pane::kB, "Restore Snapshot...", [this, &other](QDialog& dialog) {
+  choose(Pane::kB, "restoreSnapshot", [this, &other](QDialog& dialog) {
     first_.simulator.dropConnections();
     WindowDriver::waitFor([] { return client().state() == kPanelNotConnected; }, "the loss");
     fixture_.site.messages.answer = false;
     WindowDriver::click(dialog, QStringLiteral("Restore"));
-    EXPECT_THAT(fixture_.site.messages.take(), testing::Contains(HasSubstr("1 of 1 macros have errors")));
+    EXPECT_THAT(asked(), testing::Contains(HasSubstr("1 of 1 macros have errors")));
     EXPECT_EQ(first_.read(1, "007"), other);
     fixture_.site.messages.answer = true;
     WindowDriver::click(dialog, QStringLiteral("Restore"));
     WindowDriver::click(dialog, QStringLiteral("Close"));
   });
-  EXPECT_EQ(status(), "1 macros are restored");
+  EXPECT_EQ(told(), "1 macros are restored");
   EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
   chooseWorkplace(Pane::kA, 1, "007 - Two");
-  QApplication::setActiveWindow(fixture_.window.get());
-  QTest::keyClick(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
+  shortcut(Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
   EXPECT_EQ(first_.read(1, "007"), other);
-  EXPECT_EQ(status(), "undone: restore of 1 macros");
+  EXPECT_EQ(told(), "undone: restore of 1 macros");
 
   // A next start begins without it.
   fixture_.window->keepState();
   EXPECT_EQ(windows1252ToUtf8(fixture_.window->settings().pathB), before);
-  choose(Pane::kB, "Close Snapshot");
+  choose(Pane::kB, "closeSnapshot");
   EXPECT_EQ(path(Pane::kB), before);
   EXPECT_THAT(driver().texts(b_.applications), testing::Contains("Evening News"));
 }
@@ -108,8 +94,8 @@ TEST_F(SnapshotWindowTest, APanelIsSavedAndShownToBeCopiedFrom) {
 TEST_F(SnapshotWindowTest, AFolderIsSaved) {
   driver().choose(a_.applications, "Evening News");
   const std::size_t count = driver().texts(a_.macros).size();
-  choose(Pane::kA, "Save Folder As...", named());
-  choose(Pane::kB, "Open Snapshot...", named());
+  choose(Pane::kA, "saveSnapshot", named());
+  choose(Pane::kB, "openSnapshot", named());
   EXPECT_EQ(driver().texts(b_.workplaces), std::vector<std::string>{"Folder"});
   EXPECT_EQ(driver().texts(b_.macros), driver().texts(a_.macros));
   EXPECT_GT(count, 1U);
@@ -117,29 +103,21 @@ TEST_F(SnapshotWindowTest, AFolderIsSaved) {
 
 TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
   connectPane(Pane::kA, first_);
-  choose(Pane::kA, "Save Panel As...", named());
-  const std::string good = fixture_.site.read("c:\\saved\\panel.zip");
+  choose(Pane::kA, "saveSnapshot", named());
+  const std::string good = read("c:\\saved\\panel.zip");
   stallTransfers(first_);
-  bool cancelled = false;
-  QTimer looking;
-  QObject::connect(&looking, &QTimer::timeout, [&] {
-    auto* progress = fixture_.window->findChild<QProgressDialog*>();
-    if (cancelled || progress == nullptr || !progress->isVisible()) return;
-    cancelled = true;
-    WindowDriver::click(*progress, QStringLiteral("Cancel"));
-  });
-  looking.start(5);
-  choose(Pane::kA, "Save Panel As...", [this](QDialog& dialog) {
-    WindowDriver::answerNext([](QDialog& question) { WindowDriver::click(question, QStringLiteral("Yes")); });
+  const auto overwrite = [this](QDialog& dialog) {
+    WindowDriver::answerNext([](QDialog& question) { WindowDriver::click(question, "Yes"); });
     named()(dialog);
-  });
-  EXPECT_EQ(status(), "NOT saved: panel.zip (it was cancelled)");
-  EXPECT_EQ(fixture_.site.read("c:\\saved\\panel.zip"), good);
+  };
+  waitedFor([&] { choose(Pane::kA, "saveSnapshot", overwrite); }, &cancel);
+  EXPECT_EQ(told(), "NOT saved: panel.zip (it was cancelled)");
+  EXPECT_EQ(read("c:\\saved\\panel.zip"), good);
 
   const auto shown = driver().texts(b_.applications);
   fixture_.site.write("c:\\saved\\panel.zip", good.substr(0, good.size() / 2));
-  choose(Pane::kB, "Open Snapshot...", named());
-  EXPECT_THAT(status(), HasSubstr("NOT opened: panel.zip (the snapshot: is no archive"));
+  choose(Pane::kB, "openSnapshot", named());
+  EXPECT_THAT(told(), HasSubstr("NOT opened: panel.zip (the snapshot: is no archive"));
   EXPECT_EQ(driver().texts(b_.applications), shown);
 }
 

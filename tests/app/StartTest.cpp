@@ -1,7 +1,6 @@
 // How the program comes to its site and leaves it.
 #include <csignal>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QMessageBox>
 #include <QTimer>
@@ -24,8 +23,7 @@ TEST(StartTest, AnotherHostsLockIsAskedAboutOnce) {
   const struct {
     const char* button;
     RootClaim claim;
-    const char* host;
-  } answers[] = {{"Quit", RootClaim::kGivenUp, "studio-2"}, {"Take Over", RootClaim::kOurs, "studio-2"}};
+  } answers[] = {{"Quit", RootClaim::kGivenUp}, {"Take Over", RootClaim::kOurs}};
   TestSite site;
   site.write(kLock, kForeign);
   for (const auto& answer : answers) {
@@ -87,36 +85,26 @@ TEST(StartTest, TheMenuLeadsToAnotherSiteOnceTheWindowHasClosed) {
   EXPECT_EQ(preferences.siteFolder().toStdString(), other);
 }
 
-class EndTest : public testing::Test {
+class EndTest : public WindowTest {
  protected:
-  EndTest() : fixture_(offlineClient()) {}
-
-  [[nodiscard]] QLineEdit& path() {
-    return fixture_.driver->control<QLineEdit>(WindowFixture::ids(Pane::kB).address);
-  }
-
+  [[nodiscard]] QLineEdit& path() { return driver().control<QLineEdit>(b_.address); }
   // Key by key, also those that the keyboard of the tests lacks.
   void typePath(const QString& text) {
     path().selectAll();
     for (const QChar character : text)
       QTest::sendKeyEvent(QTest::Click, &path(), Qt::Key_unknown, QString(character), Qt::NoModifier);
   }
-
-  WindowFixture fixture_;
 };
 
 // The question about unsaved changes is open, as it may be when the machine goes down.
 TEST_F(EndTest, TheSystemsWishToEndIsFollowedWithoutAQuestionAndNothingIsLost) {
-  const auto& a = WindowFixture::ids(Pane::kA);
   const std::function<void()> wishes[] = {[] { std::raise(SIGTERM); }, [] { std::raise(SIGHUP); },
                                           [] {
                                             QEvent quit(QEvent::Quit);  // of a session that ends
                                             QCoreApplication::sendEvent(qApp, &quit);
                                           }};
-  fixture_.driver->choose(a.applications, "Evening News");
-  fixture_.driver->choose(a.macros, "001");
-  fixture_.driver->clickRow(a.commands, 0);
-  fixture_.driver->press(a.deleteCommand);
+  open(a_);
+  removeFirst(a_);
   for (const auto& wish : wishes) {
     std::filesystem::remove(fixture_.site.root.resolve(kSettingsFile));
     typePath(QStringLiteral("/srv/K\u00fcche"));
@@ -125,16 +113,16 @@ TEST_F(EndTest, TheSystemsWishToEndIsFollowedWithoutAQuestionAndNothingIsLost) {
     QTimer::singleShot(0, fixture_.window.get(), &QWidget::close);
     EXPECT_EQ(QApplication::exec(), 0);
     EXPECT_TRUE(fixture_.window->isVisible()) << "cancelled, so that the record stays";
-    EXPECT_THAT(fixture_.site.read(kSettingsFile), HasSubstr("/srv/K\xfc"
-                                                             "che"));
-    EXPECT_THAT(fixture_.site.read("recovery\\paneA.txt"), HasSubstr("macro001.mac"));
+    EXPECT_THAT(read(kSettingsFile), HasSubstr("/srv/K\xfc"
+                                               "che"));
+    EXPECT_THAT(read("recovery\\paneA.txt"), HasSubstr("macro001.mac"));
   }
 }
 
 TEST_F(EndTest, ACharacterThatTheSettingsCannotKeepIsRefusedAtTheKey) {
   typePath(QStringLiteral("/srv/\u0416\u00fc\u20ac"));
   EXPECT_EQ(path().text(), QStringLiteral("/srv/\u00fc\u20ac"));
-  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("Windows-1252"));
+  EXPECT_THAT(told(), HasSubstr("Windows-1252"));
 }
 
 }  // namespace

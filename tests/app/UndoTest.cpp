@@ -1,12 +1,9 @@
 // Undo and redo in the window, by keys: over edits, saves, discards and starts.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QListWidget>
-#include <QMenuBar>
 
-#include "model/MacroFile.h"
 #include "tests/app/PanelWindowFixture.h"
 
 namespace tessaly {
@@ -15,63 +12,27 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-constexpr const char* kTempA = "c:\\programme\\RV48\\bin\\MacroFid\\tempA.mac";
-constexpr const char* kSteps = "recovery\\paneA.steps";
-
 void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
   QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(key), modifiers);
 }
 void undo() { press(Qt::Key_Z, Qt::ControlModifier); }
 void redo() { press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }
 void save() { press(Qt::Key_S, Qt::ControlModifier); }
-void discard() { press(Qt::Key_D, Qt::AltModifier); }
 
-QAction& editAction(const MainWindow& window, const char* beginning) {
-  for (const QAction* menu : window.menuBar()->actions())
-    for (QAction* action : menu->menu()->actions())
-      if (action->text().remove(QLatin1Char('&')).startsWith(QLatin1String(beginning))) return *action;
-  throw std::runtime_error(std::string("no action ") + beginning);
-}
-
-class UndoTest : public testing::Test {
+class UndoTest : public WindowTest {
  protected:
-  UndoTest() : fixture_(offlineClient()) { begin(); }
-
-  [[nodiscard]] WindowDriver& driver() { return *fixture_.driver; }
-  void begin() {
-    QApplication::setActiveWindow(fixture_.window.get());
-    driver().choose(a_.applications, "Evening News");
-  }
   void open(const char* number = "001") {
-    driver().choose(a_.macros, number);
+    WindowTest::open(a_, number);
     press(Qt::Key_5, Qt::ControlModifier);  // to the commands
   }
-  // Another start of the program after a crash, whose offer is answered, or after an orderly end.
-  void startAgain(const std::function<void(QDialog&)>& answer = {}) {
-    bool asked = !answer;
-    if (answer)
-      WindowDriver::answerNext([&](QDialog& dialog) {
-        asked = true;
-        answer(dialog);
-      });
-    fixture_.open();
-    WindowDriver::waitFor([&] { return asked && QApplication::activeModalWidget() == nullptr; }, "the offer");
-    QApplication::setActiveWindow(fixture_.window.get());
-  }
-  static void takeUp(QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("OK")); }
   void removeFirst() {
     driver().clickRow(a_.commands, 0);
     press(Qt::Key_Delete);
   }
-  [[nodiscard]] std::string held() const { return fixture_.site.read(kTempA); }
-  [[nodiscard]] std::string told() const { return fixture_.status().toStdString(); }
-  [[nodiscard]] bool edited() { return driver().control<QWidget>(a_.saveChanges).isVisible(); }
+  [[nodiscard]] std::string held() const { return WindowTest::held(Pane::kA); }
+  [[nodiscard]] bool edited() { return WindowTest::edited(Pane::kA); }
 
-  WindowFixture fixture_;
-  const PaneDescriptor::ControlIds& a_ = WindowFixture::ids(Pane::kA);
-  const PaneDescriptor::ControlIds& b_ = WindowFixture::ids(Pane::kB);
-  const std::string macro_ = macroFile(kFolder, 1);
+  const std::string macro_ = macroPath(1);
 };
 
 TEST_F(UndoTest, GoesOverSavesAndDiscards) {
@@ -85,41 +46,33 @@ TEST_F(UndoTest, GoesOverSavesAndDiscards) {
   EXPECT_EQ(held(), once);
   EXPECT_THAT(told(), StartsWith("undone: delete 1 command"));
   EXPECT_EQ(driver().list(a_.commands).selectedRow(), 0) << "as before the step";
-  EXPECT_THAT(editAction(*fixture_.window, "Redo").text().toStdString(), HasSubstr("\"delete 1 command"));
+  EXPECT_THAT(action("redo").text().toStdString(), HasSubstr("\"delete 1 command"));
   undo();
-  EXPECT_EQ(held(), opened);
-  EXPECT_FALSE(edited());
   EXPECT_THAT(told(), HasSubstr("nothing is unsaved"));
-  EXPECT_EQ(fixture_.site.read("recovery\\paneA.txt"), "<missing>");
-  undo();
-  EXPECT_EQ(held(), opened) << "there is nothing more";
-  redo();
-  EXPECT_TRUE(edited());
-  save();
-  EXPECT_EQ(fixture_.site.read(macro_), once);
-  undo();
-  EXPECT_EQ(held(), opened);
-  EXPECT_TRUE(edited()) << "that is not what the target holds now";
-  redo();
-  EXPECT_FALSE(edited());
-  redo();
-  ASSERT_EQ(held(), twice);
-  discard();
-  EXPECT_EQ(held(), once);
-  EXPECT_FALSE(edited());
-  undo();
-  EXPECT_EQ(held(), twice) << "a discard is a step";
-  EXPECT_TRUE(edited());
-  undo();
-  undo();
-  EXPECT_EQ(held(), opened);
-  redo();
+  EXPECT_EQ(read("recovery\\paneA.txt"), "<missing>");
+  const std::function<void()> discard = [] { press(Qt::Key_D, Qt::AltModifier); };
+  const struct {
+    std::function<void()> act;
+    const std::string& held;
+    bool edited;
+  } steps[] = {{undo, opened, false},  // there is nothing more
+               {redo, once, true},     {save, once, false},
+               {undo, opened, true},  // that is not what the target holds now
+               {redo, once, false},    {redo, twice, true},
+               {discard, once, false}, {undo, twice, true},  // a discard is a step
+               {undo, once, false},    {undo, opened, true},
+               {redo, once, false}};
+  for (const auto& step : steps) {
+    step.act();
+    EXPECT_TRUE(held() == step.held && edited() == step.edited) << &step - steps;
+  }
+  EXPECT_EQ(read(macro_), once);
   open("002");
   const std::string other = held();
   undo();
   EXPECT_EQ(held(), other) << "another macro ends the row";
-  EXPECT_EQ(fixture_.site.read(kSteps), "<missing>");
-  EXPECT_FALSE(editAction(*fixture_.window, "Undo").isEnabled());
+  EXPECT_EQ(read("recovery\\paneA.steps"), "<missing>");
+  EXPECT_FALSE(action("undo").isEnabled());
 }
 
 TEST_F(UndoTest, TheListOfStepsIsWorkedByKeysAndToldToAScreenReader) {
@@ -173,25 +126,9 @@ TEST_F(UndoTest, AListThatIsOutOfDateLeadsNowhere) {
   EXPECT_EQ(held(), changed);
 }
 
-TEST_F(UndoTest, AFieldForTextHasItsOwn) {
-  open();
-  removeFirst();
-  const std::string edited = held();
-  auto& field = driver().control<QLineEdit>(b_.address);
-  const QString before = field.text();
-  field.setFocus();
-  QTest::keyClicks(&field, QStringLiteral("x"));
-  ASSERT_NE(field.text(), before);
-  undo();
-  EXPECT_EQ(field.text(), before);
-  EXPECT_EQ(held(), edited);
-  press(Qt::Key_F6);
-  undo();
-  EXPECT_NE(held(), edited);
-}
-
 TEST_F(UndoTest, StepsAreThereAgainAfterASaveACrashAndALaterAnswer) {
   const auto later = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
+  const auto takeUp = [](QDialog& dialog) { WindowDriver::click(dialog, "OK"); };
   open();
   const std::string opened = held();
   removeFirst();
@@ -199,7 +136,6 @@ TEST_F(UndoTest, StepsAreThereAgainAfterASaveACrashAndALaterAnswer) {
   save();
   fixture_.window->close();
   startAgain();
-  begin();
   open();
   undo();
   EXPECT_EQ(held(), opened) << "over a save and an orderly end";
@@ -211,7 +147,6 @@ TEST_F(UndoTest, StepsAreThereAgainAfterASaveACrashAndALaterAnswer) {
   removeFirst();
   const std::string twice = held();
   startAgain(later);
-  begin();
   open("002");
   startAgain(takeUp);
   EXPECT_EQ(held(), twice);
@@ -223,7 +158,6 @@ TEST_F(UndoTest, StepsAreThereAgainAfterASaveACrashAndALaterAnswer) {
   WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, QStringLiteral("Discard")); });
   fixture_.driver->close();
   startAgain();
-  begin();
   open();
   EXPECT_THAT(told(), testing::Not(HasSubstr("steps")));
   undo();
@@ -237,7 +171,6 @@ TEST_F(UndoTest, StepsThatFailStopNothingAndAreToldInOneLine) {
   save();
   fixture_.site.write(macro_, R"(<macro name="Other"><data><cmd fid="A.B"/><cmd fid="C.D"/></data></macro>)");
   startAgain();
-  begin();
   open();
   EXPECT_THAT(told(), HasSubstr("opened: 001"));
   EXPECT_THAT(told(), HasSubstr("the steps of an earlier run were put aside: they do not lead"));
@@ -274,33 +207,18 @@ TEST_F(PanelUndoTest, AnUpdateIsOneStepAndADiscardGoesOverThePanel) {
   driver().clickRow(a_.commands, 0);
   driver().press(a_.updateData);
   redo();
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("NOT redone: values are still coming"));
+  EXPECT_THAT(told(), StartsWith("NOT redone: values are still coming"));
   first_.simulator.set(key, "1");
   awaitEdited(Pane::kA);
   EXPECT_THAT(valuesInFile(Pane::kA), testing::ElementsAre("1", "0"));
   driver().press(a_.discardChanges);
   EXPECT_THAT(valuesInFile(Pane::kA), testing::ElementsAre("0", "0"));
   undo();
-  EXPECT_THAT(valuesInFile(Pane::kA), testing::ElementsAre("1", "0")) << fixture_.status().toStdString();
+  EXPECT_THAT(valuesInFile(Pane::kA), testing::ElementsAre("1", "0")) << told();
   EXPECT_TRUE(edited(Pane::kA));
   undo();
-  EXPECT_THAT(fixture_.status().toStdString(), StartsWith("undone: update of 1 value"));
+  EXPECT_THAT(told(), StartsWith("undone: update of 1 value"));
   EXPECT_FALSE(edited(Pane::kA));
-}
-
-// Catches the names of one workplace beside another one, which a save would go to.
-TEST_F(PanelUndoTest, WhatIsUndoneToTheEndFollowsTheOtherPane) {
-  connectBoth(first_);
-  chooseWorkplace(Pane::kA, 1, "007 - Two");
-  driver().choose(a_.macros, "007");
-  driver().clickRow(a_.commands, 0);
-  driver().press(a_.deleteCommand);
-  chooseWorkplace(Pane::kB, 2, "500 - Elsewhere");
-  EXPECT_EQ(driver().list(a_.workplaces).selected()->text, "Workplace 1") << "while there are changes";
-  driver().list(a_.commands).setFocus();
-  undo();
-  EXPECT_FALSE(edited(Pane::kA));
-  EXPECT_EQ(driver().list(a_.workplaces).selected()->text, "Workplace 2");
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QTableView>
 
@@ -22,23 +20,19 @@ namespace {
 using testing::AllOf;
 using testing::HasSubstr;
 
-constexpr const char* kFolder = "c:\\programme\\rv48\\appli\\Evening News\\CP1\\macroWP1\\";
-
 // Pane A on the harddisk, pane B on the panel, with macro 7 open.
 class WorkplacesTest : public PanelWindowTest {
  protected:
   WorkplacesTest() {
-    fixture_.site.write(macroFile(kFolder, 7), kCopied);
-    driver().choose(a_.applications, "Evening News");
-    driver().choose(a_.macros, "001");
+    fixture_.site.write(macroPath(7), kCopied);
+    WindowTest::open(a_);
     connectPane(Pane::kB, first_);
     chooseWorkplace(Pane::kB, 1, "007 - Two");
     driver().choose(b_.macros, "007");
   }
 
   WorkplacesWindow& open() {
-    QApplication::setActiveWindow(fixture_.window.get());
-    QTest::keyClick(fixture_.window.get(), Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    shortcut(Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
     auto* const window = fixture_.window->findChild<WorkplacesWindow*>();
     if (window == nullptr) throw std::runtime_error("no window of workplaces");
     settle(*window);
@@ -60,29 +54,17 @@ TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
   click(window, "tickDifferent");
   click(window, "toRight");
   EXPECT_EQ(first_.read(1, "007"), kCopied);
-  EXPECT_EQ(first_.read(1, "001"), fixture_.site.read(macroFile(kFolder, 1)));
+  EXPECT_EQ(first_.read(1, "001"), read(macroPath(1)));
   // It shows the one command of the copy, or nothing where the names that came meanwhile have emptied it.
   WindowDriver::waitFor([&] { return driver().list(b_.commands).rows().rowCount() < 3; }, "pane B to follow");
 
-  const QAction* const undo = fixture_.window->menuBar()->findChild<QAction*>("undoMacro");
-  EXPECT_THAT(undo->text().toStdString(), HasSubstr("copy of "));
-  QApplication::setActiveWindow(fixture_.window.get());
-  QTest::keyClick(fixture_.window.get(), Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
+  EXPECT_THAT(action("undoMacro").text().toStdString(), HasSubstr("copy of "));
+  shortcut(Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
   EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
   EXPECT_EQ(first_.read(1, "001"), "<missing>");
-  EXPECT_THAT(fixture_.status().toStdString(), HasSubstr("undone: copy of "));
+  EXPECT_THAT(told(), HasSubstr("undone: copy of "));
   // Where the names that came meanwhile have left its row, it shows that; else nothing.
   EXPECT_NE(driver().list(b_.commands).rows().rowCount(), 1) << "the copied macro has one command";
-}
-
-TEST_F(WorkplacesTest, WhatTheHistoryCannotKeepIsNotSentOver) {
-  const WorkplacesWindow& window = open();
-  std::filesystem::remove_all(fixture_.site.root.resolve("history"));
-  fixture_.site.write("history", "in the way");
-  click(window, "tickDifferent");
-  click(window, "toRight");
-  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
-  EXPECT_EQ(first_.read(1, "001"), fixture_.site.read(macroFile(kFolder, 1))) << "nothing stood there";
 }
 
 // Catches a choice that leads to another place, and a comparison of other macros than those of the row.
@@ -93,18 +75,15 @@ TEST_F(WorkplacesTest, AFolderAndASnapshotStandBesideEachOtherAndTheirMacrosAreC
   ASSERT_TRUE(saveSnapshot(fixture_.site.root, "c:\\kept.zip", kept).written());
   const WorkplacesWindow& window = open();
   const auto choose = [&](const char* list, const QString& entry, const char* path) {
-    WindowDriver::answerNext([&](QDialog& dialog) {
-      auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-      edit->setText(QString::fromStdString(fixture_.site.root.resolve(path).string()));
-      QTest::keyClick(edit, Qt::Key_Return);
-    });
+    WindowDriver::answerNext(
+        [&](QDialog& dialog) { nameFile(dialog, fixture_.site.root.resolve(path).string()); });
     auto* const box = window.findChild<QComboBox*>(QLatin1String(list));
     box->setCurrentText(entry);
     emit box->activated(box->currentIndex());
     settle(window);
     return box->currentText().toStdString();
   };
-  EXPECT_THAT(choose("left", "Folder...", kFolder), HasSubstr("macroWP1"));
+  EXPECT_THAT(choose("left", "Folder...", kMacroFolder), HasSubstr("macroWP1"));
   EXPECT_THAT(choose("right", "Snapshot...", "c:\\kept.zip"), HasSubstr("kept.zip: workplace 2"));
   window.findChild<QCheckBox*>()->setChecked(false);
   auto* const table = window.findChild<QTableView*>();
@@ -132,8 +111,8 @@ TEST_F(WorkplacesTest, TheDiskDoesNotStandForAPanelThatIsAway) {
 
 TEST_F(WorkplacesTest, TheStartEndsWhatWasCutShort) {
   BatchRecord record{"replacement", MacroBatch::Mode::kAllOrNone, MacroChange::kEdit, {}, {}, {}, false};
-  const std::string before = fixture_.site.read(macroFile(kFolder, 1));
-  record.items.push_back({{macroFile(kFolder, 1), {}, 0, {}}, kCopied, HeldContent::of(before)});
+  const std::string before = read(macroPath(1));
+  record.items.push_back({{macroPath(1), {}, 0, {}}, kCopied, HeldContent::of(before)});
   record.olds.emplace_back(before);
   ASSERT_TRUE(BatchJournal::begin(fixture_.site.root, record));
   fixture_.open();
@@ -143,7 +122,7 @@ TEST_F(WorkplacesTest, TheStartEndsWhatWasCutShort) {
             QStringLiteral("\"replacement\" was cut short, and has been ended"));
       },
       "the recovery to be told");
-  EXPECT_EQ(fixture_.site.read(macroFile(kFolder, 1)), kCopied);
+  EXPECT_EQ(read(macroPath(1)), kCopied);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
   site.write(file(1), kOld);
   EXPECT_TRUE(batch.run());
   EXPECT_EQ(batch.doneCount(), 4U);
-  EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
+  EXPECT_THAT(*BatchJournal::namesIn(site.root), IsEmpty());
 
   site.write(file(0), "<later/>");
   std::size_t lost = 0;
@@ -116,7 +116,7 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
     EXPECT_EQ(batch.doneCount(), 0U);
     const char* const last = stop == Stop::kForeign ? "<foreign/>" : kOld;
     EXPECT_THAT(disk(), ElementsAre(kOld, kOld, last, "<missing>"));
-    EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
+    EXPECT_THAT(*BatchJournal::namesIn(site.root), IsEmpty());
     protect(2, false);
   }
   MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
@@ -134,7 +134,7 @@ TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
   }));
   EXPECT_THAT(statesOf(batch), ElementsAre(State::kUnknown, State::kAsBefore));
   EXPECT_EQ(site.read(file(0)), "<foreign/>");
-  EXPECT_THAT(BatchJournal::namesIn(site.root), SizeIs(1));
+  EXPECT_THAT(*BatchJournal::namesIn(site.root), SizeIs(1));
 }
 
 TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
@@ -200,7 +200,7 @@ TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
     connected = true;
     for (std::size_t i = 0; i < stand.size(); ++i) EXPECT_EQ(places.read(stand[i]), bytes.at(left[i])) << i;
     static_cast<void>(recoverBatches(places));
-    EXPECT_THAT(BatchJournal::namesIn(site.root), IsEmpty());
+    EXPECT_THAT(*BatchJournal::namesIn(site.root), IsEmpty());
   }
   BatchRecord torn{"replacement", Mode::kAllOrNone, MacroChange::kEdit, {item(0)}, {kOld}, {}, false};
   site.write(file(0), kNew);
@@ -323,7 +323,7 @@ TEST_F(MacroBatchTest, AJournalIsReadAsFarAsItIsWhole) {
   }
   // A link could lead to what only we may read, or name places that only we may write.
   ASSERT_TRUE(BatchJournal::begin(site.root, record));
-  const std::string name = BatchJournal::namesIn(site.root).at(0);
+  const std::string name = BatchJournal::namesIn(site.root)->at(0);
   const auto folder = site.root.path() / "batches";
   std::filesystem::rename(folder / name, folder / "moved");
   std::filesystem::create_symlink(folder / "moved", folder / name);

@@ -169,6 +169,7 @@ struct Panel {
   int unreachable = 0;  // so many shelves are not to be had
   std::function<void()> onRead = [] {};
   std::set<std::pair<int, int>> gone;  // listed, but not there
+  std::string name;                    // that each is listed with
 };
 
 class PanelShelf final : public FakeShelf {
@@ -177,7 +178,7 @@ class PanelShelf final : public FakeShelf {
   Expected<std::vector<Held>> list() override {
     std::vector<Held> held;
     for (const auto& [key, bytes] : panel_.macros)
-      if (key.first == workplace_) held.push_back({number(key.second), ""});
+      if (key.first == workplace_) held.push_back({number(key.second), panel_.name});
     return held;
   }
   Expected<std::string> read(MacroNumber number) override {
@@ -244,6 +245,9 @@ TEST_F(SnapshotTakingTest, EndsWithTheMacroThatCannotBeRead) {
   EXPECT_THAT(take().failure().text, HasSubstr("macro 999 of workplace 1: what came is no macro"));
   panel_.macros[{1, 999}] = whole;
   EXPECT_TRUE(take());
+  panel_.name = "N";
+  panel_.gone.insert({3, 0});
+  EXPECT_EQ(take().failure().text, "macro 000 of workplace 3: is not there") << "what has a name is there";
 }
 
 TEST_F(SnapshotTakingTest, EndsWhenItIsCancelled) {

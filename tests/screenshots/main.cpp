@@ -10,6 +10,7 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <map>
 #include <optional>
 
 #include <QApplication>
@@ -18,22 +19,14 @@
 #include <QTableView>
 
 #include "app/Appearance.h"
-#include "app/CopyMacroDialog.h"
-#include "app/CreateMacroDialog.h"
-#include "app/FirstStartDialog.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/PaneDescriptor.h"
-#include "app/RenameMacroDialog.h"
 #include "app/ScreenFit.h"
 #include "dictionary/InterfaceFile.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
-#include "editors/EnterTimecodeDialog.h"
-#include "editors/EnterValueDialog.h"
-#include "editors/ModifyCommandDialog.h"
 #include "editors/MultipleCommandsDialog.h"
-#include "editors/SelectInputDialog.h"
 #include "model/MacroFile.h"
 #include "model/SiteBrowser.h"
 #include "platform/Files.h"
@@ -68,11 +61,10 @@ class Camera {
     takeMain();
     takeEditors();
     takeClassic();
-    takeSmall();
-    WindowPictures(root_, dictionary_, lists_, size_, [this](QWidget& window, const char* name) {
-      save(window, name);
-    }).take(kept_ == nullptr ? WindowPictures::Take::kForDocuments : WindowPictures::Take::kAll);
-    if (kept_ != nullptr) takeOthers();
+    takeWindows(
+        root_, dictionary_, lists_, size_, [this](QWidget& window, const char* name) { save(window, name); },
+        kept_ != nullptr);
+    takeDialogs();
   }
 
   // Of the windows that do not look as they are to.
@@ -91,13 +83,24 @@ class Camera {
     }
   }
 
-  void takeOthers() {
+  // Those of the documents under their names there, the others only to be compared.
+  void takeDialogs() {
+    static const std::map<std::string, std::string> kInDocuments{
+        {"value", "enter-value"},       {"timecode", "enter-timecode"},      {"input", "select-input"},
+        {"copy", "copy-macro"},         {"create", "create-macro"},          {"rename", "rename-macro"},
+        {"first start", "first-start"}, {"modify command", "modify-command"}};
     EveryDialog every;
     every.visit([this](QDialog& dialog, const char* name) {
-      dialog.show();
-      std::string file = "dialog " + std::string(name) + ".png";
-      std::replace(file.begin(), file.end(), ' ', '-');
-      save(dialog, file.c_str());
+      const auto found = kInDocuments.find(name);
+      if (found != kInDocuments.end()) {
+        const DialogDriver user(dialog);
+        save(dialog, (found->second + ".png").c_str());
+      } else if (kept_ != nullptr) {
+        dialog.show();
+        std::string file = "dialog " + std::string(name) + ".png";
+        std::replace(file.begin(), file.end(), ' ', '-');
+        save(dialog, file.c_str());
+      }
     });
   }
 
@@ -164,14 +167,6 @@ class Camera {
     user.type("value", "48");
     save(create, "create-command.png");
 
-    MacroCommand command;
-    command.fid = "QMF2.ME1.KEY1.CLIP.SET";
-    command.workplace = "1";
-    command.parameters.push_back({"VALUE", "0.48"});
-    ModifyCommandDialog modify(context_, command);
-    const DialogDriver modifier(modify);
-    save(modify, "modify-command.png");
-
     MultipleCommandsDialog multiple(context_, 1, 0, [](const auto& drafts, int, int, InsertMode) {
       return static_cast<int>(drafts.size());
     });
@@ -188,33 +183,6 @@ class Camera {
     user.choose("functions", "Clip");
     user.choose("actions", "set by value");
     save(classic, "classic-command.png");
-  }
-
-  void takeSmall() {
-    EnterValueDialog value(48, QStringLiteral("Range: 0% / 100%"), 0, 100);
-    const DialogDriver number(value);
-    save(value, "enter-value.png");
-    EnterTimecodeDialog timecode({10, 20, 30, 5});
-    const DialogDriver time(timecode);
-    save(timecode, "enter-timecode.png");
-    SelectInputDialog input(QStringLiteral("Select Input"), sources_);
-    const DialogDriver source(input);
-    save(input, "select-input.png");
-    std::vector<std::string> names(MacroNumber::kCount);
-    names[7] = "Clock and logo on";
-    CopyMacroDialog copy("001", "Opening titles", 7, names);
-    copy.setAbout([](int) { return QStringLiteral("007 in Evening News, CP1, Workplace 1: 3 commands"); });
-    const DialogDriver copier(copy);
-    save(copy, "copy-macro.png");
-    CreateMacroDialog create(8, names);
-    const DialogDriver creator(create);
-    save(create, "create-macro.png");
-    RenameMacroDialog rename("Opening titles");
-    const DialogDriver renamer(rename);
-    save(rename, "rename-macro.png");
-    FirstStartDialog first("/home/operator/.local/share/tessaly", "/usr/share/tessaly/site");
-    const DialogDriver starter(first);
-    save(first, "first-start.png");
   }
 
   TestSite site_;

@@ -12,7 +12,7 @@ namespace tessaly {
 inline void copySampleSite(const SiteRoot& root) {
   std::filesystem::copy(sourcePath("site/c"), root.path() / "c", std::filesystem::copy_options::recursive);
   Settings settings;
-  readSettings(root, settings);
+  static_cast<void>(readSettings(root, settings));
   settings.addressA = settings.addressB = "127.0.0.99";
   static_cast<void>(writeSettings(root, settings));
 }

@@ -4,6 +4,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -119,6 +120,15 @@ class WindowDriver {
     edit->setFocus();
     edit->selectAll();
     QTest::keyClicks(edit, text);
+  }
+
+  // Types into the dialog's fields and presses "OK".
+  using Fields = std::vector<std::pair<const char*, QString>>;
+  static std::function<void(QDialog&)> filledIn(Fields fields) {
+    return [fields = std::move(fields)](QDialog& dialog) {
+      for (const auto& [field, text] : fields) type(dialog, field, text);
+      click(dialog, QStringLiteral("OK"));
+    };
   }
 
   static void click(QDialog& dialog, const QString& text) {

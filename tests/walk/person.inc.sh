@@ -128,7 +128,10 @@ start_screen() {
   export DISPLAY=:$(<"$work/display")
   openbox --sm-disable >"$work/manager.log" 2>&1 &
   manager=$!
+  await "the window manager" managed
 }
+
+managed() { xdotool get_num_desktops >/dev/null 2>&1; }
 
 start_panel() {
   mkfifo "$work/prompt"

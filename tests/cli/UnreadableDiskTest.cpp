@@ -27,8 +27,31 @@ class NoDescriptors {
   rlimit before_{};
 };
 
-// Catches a history that cannot be read for a moment and passes for an empty one: nobody would look again,
-// and an undo of many macros would be forgotten.
+// Catches what cannot be read for a moment and passes for nothing: settings would be written over by the
+// defaults, a batch that was cut short stays so unseen, and nobody would look again.
+TEST_F(Commands, WhatCannotBeReadNowIsNotNothing) {
+  output({"settings", "--address-a", "10.1.1.1", "--address-b", "10.2.2.2"});
+  site.write("batches\\note", "");
+  const std::string why = ": Too many open files\n", batches = "the folder of them cannot be read" + why;
+  std::vector<Ran> ran;
+  {
+    const NoDescriptors none;
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"settings", "--address-a", "10.3.3.3"}, {"list", "c:\\appli"}})
+      ran.push_back(run(words));
+  }
+  for (const Ran& each : ran) {
+    EXPECT_EQ(each.code, 1);
+    EXPECT_EQ(each.out, "");
+    EXPECT_THAT(each.errors, testing::StartsWith("nobody knows whether a batch was cut short: " + batches));
+    EXPECT_GT(each.errors.size(), each.errors.find(why) + why.size());
+    EXPECT_THAT(each.errors, testing::EndsWith(why));
+  }
+  EXPECT_THAT(output({"settings"}), testing::HasSubstr("10.2.2.2"));
+  EXPECT_THAT(output({"settings"}), testing::HasSubstr("10.1.1.1"));
+}
+
+// An undo of many macros would be forgotten.
 TEST_F(Commands, AHistoryThatCannotBeReadIsNotEmpty) {
   const MacroPlace place{"c:\\appli\\macro007.mac", {}, 0, {}};
   MacroHistory history(site.root);
