@@ -130,12 +130,14 @@ TEST(DecodingList, KeepsWhatStandsBeforeADamagedLine) {
   }
 }
 
-TEST(DecodingList, TakesTheFirstEntryThatFitsTheBytes) {
-  const std::string catchAll = "[0x01] 0x07 \"all\"\n";
+TEST(DecodingList, TakesTheFirstEntryThatFitsTheBytesAndTogglesByItsLastParameter) {
   const struct {
     const char* parameters;
     std::vector<std::uint8_t> bytes;
     bool fits;
+    std::uint8_t action = 0x20;
+    bool toggle = false;
+    int step = 0;
   } cases[] = {
       {"pt_ByteEnum \"e\"\n:0x02 \"two\"", {2}, true},
       {"pt_ByteEnum \"e\"\n:0x02 \"two\"", {2, 9, 9}, true},
@@ -160,13 +162,23 @@ TEST(DecodingList, TakesTheFirstEntryThatFitsTheBytes) {
       {"pt_Input \"i\"\npt_ByteEnum \"e\"\n:0x07 \"x\"", {5, 7}, true},
       {"pt_String \"s\"\npt_Clipname \"c\"", {}, true},
       {"pt_Own \"u\"", {1, 2, 3}, false},
+      {"pt_ByteEnum \"e\"\n:0xff \"x\"", {0xff}, true, 0x40, true, -1},
+      {"pt_ByteEnum \"e\"\n:0xff \"x\"", {0xff}, true, 0xC0, true, -1},
+      {"pt_ByteEnum \"e\"\n:0xff \"x\"", {0xff}, true},
+      {"pt_Input \"i\"\npt_WordEnum \"e\"\n:0x01 0x00 \"x\"", {5, 1, 0}, true, 0x40, true, 1},
+      {"pt_Long \"0\"", {0xfe, 0xff, 0xff, 0xff}, true, 0x40, true, -2},
+      {"pt_Analog \"v\"", {0xff, 0xff}, true, 0x40},
+      {"pt_AnalogBi \"v\"", {0xff, 0xff}, true, 0xC0},
+      {"pt_Input \"i\"", {0xee}, true, 0x40, true, 0},
   };
   for (const auto& entry : cases) {
-    const auto list = parse(kHead + "[0x01] 0x07 \"own\"\n" + entry.parameters + "\n" + catchAll);
+    const auto list = parse(kHead + "[0x01] 0x07 \"own\"\n" + entry.parameters + "\n[0x01] 0x07 \"all\"\n");
     ASSERT_TRUE(list);
-    const auto found = list->find(command(0x20, entry.bytes));
+    const auto found = list->find(command(entry.action, entry.bytes));
     ASSERT_TRUE(found);
     EXPECT_EQ(found->shortName, entry.fits ? "own" : "all") << entry.parameters;
+    EXPECT_EQ(found->toggle, entry.toggle) << entry.parameters;
+    EXPECT_EQ(found->step, entry.step) << entry.parameters;
   }
   const auto single = parse(kHead + "[0x01] 0x07 \"own\"\npt_ByteEnum \"e\"\n:0x02 \"two\"\n");
   ASSERT_TRUE(single);
@@ -176,34 +188,6 @@ TEST(DecodingList, TakesTheFirstEntryThatFitsTheBytes) {
   ClassicCommand other;
   other.build(0x20, 0x10, 0x05, 0x02, {});
   EXPECT_FALSE(single->find(other));
-}
-
-TEST(DecodingList, TogglesByTheLastParameter) {
-  const struct {
-    const char* parameters;
-    std::uint8_t action;
-    std::vector<std::uint8_t> bytes;
-    bool toggle;
-    int step;
-  } cases[] = {
-      {"pt_ByteEnum \"e\"\n:0xff \"x\"", 0x40, {0xff}, true, -1},
-      {"pt_ByteEnum \"e\"\n:0xff \"x\"", 0xC0, {0xff}, true, -1},
-      {"pt_ByteEnum \"e\"\n:0xff \"x\"", 0x20, {0xff}, false, 0},
-      {"pt_Input \"i\"\npt_WordEnum \"e\"\n:0x01 0x00 \"x\"", 0x40, {5, 1, 0}, true, 1},
-      {"pt_Long \"0\"", 0x40, {0xfe, 0xff, 0xff, 0xff}, true, -2},
-      {"pt_Analog \"v\"", 0x40, {0xff, 0xff}, false, 0},
-      {"pt_AnalogBi \"v\"", 0xC0, {0xff, 0xff}, false, 0},
-      {"pt_Input \"i\"", 0x40, {0xee}, true, 0},
-  };
-  for (const auto& entry : cases) {
-    const auto list = parse(kHead + "[0x01] 0x07 \"own\"\n" + entry.parameters + "\n[0x01] 0x07 \"all\"\n");
-    ASSERT_TRUE(list);
-    const auto found = list->find(command(entry.action, entry.bytes));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->shortName, "own") << entry.parameters;
-    EXPECT_EQ(found->toggle, entry.toggle) << entry.parameters;
-    EXPECT_EQ(found->step, entry.step) << entry.parameters;
-  }
 }
 
 TEST(DecodingLists, ReadsAHugeListOnlyAsFarAsItCounts) {

@@ -1,20 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-#include <sstream>
-#include <string>
-#include <vector>
-
-#include "cli/CommandTable.h"
 #include "model/MacroFile.h"
 #include "tests/cli/Ran.h"
-#include "tests/support/TestSite.h"
 
 namespace tessaly {
 
 inline constexpr const char* kMacro = "c:\\appli\\macro007.mac";
-inline constexpr const char* kOlder = "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
-inline constexpr const char* kPanel = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
 
 inline constexpr const char* kFunctions = R"(<mfd>
   <fidsegment_enum name="INPUT_5"><v fidseg="INPUT5" displayname="Camera 5"/></fidsegment_enum>
@@ -34,17 +25,13 @@ class Commands : public ::testing::Test {
  protected:
   Commands() {
     site.write(kEmptyMacro, R"(<macro name=""><data></data></macro>)");
-    site.write(kOlder, kFunctions);
-    site.write(kPanel, "<mfd/>");
+    site.write(kOlderFamilyInterface, kFunctions);
+    site.write(kPanelInterface, "<mfd/>");
     site.write("c:\\appli\\keep", "");
   }
 
   Ran run(std::vector<std::string> words, const std::string& input = {}) {
-    words.insert(words.begin(), {"--root", site.root.path().string()});
-    std::istringstream in(input);
-    std::ostringstream out, errors;
-    const int code = runCommandLine(words, in, out, errors);
-    return {code, out.str(), errors.str()};
+    return ranOver(site, std::move(words), input);
   }
 
   // Runs what has to succeed without a word on the error stream.

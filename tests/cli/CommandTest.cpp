@@ -112,10 +112,7 @@ TEST_F(Commands, KeyFileIsShownAndConverted) {
   EXPECT_EQ(output({"show", "c:\\k\\key03.upk", "--raw", "--destination"}),
             "QMF1 - NCSCOMMAND:  e3 10 05 01 \n"
             "QMF1 - NCSCOMMAND:  empty command line, use modify to create command...\n");
-  // The last line is no command: the conversion stands, and says so.
-  const Ran converted = run({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"});
-  EXPECT_EQ(converted.code, 1);
-  EXPECT_EQ(converted.errors, "1 of 2 commands cannot be read in the macro: line 8 of c:\\k\\key03.upk\n");
+  EXPECT_EQ(run({"convert", "c:\\k\\key03.upk", "c:\\k\\new.mac", "Old key"}).code, 1);
   EXPECT_EQ(output({"show", "c:\\k\\new.mac", "--raw"}),
             "QMF1NCSCOMMAND:  Trigger - Auxbus - Aux5 - kw: 01  | params:\n"
             "QMF1NCSCOMMAND:  empty command line, use modify to create command...\n");
@@ -228,47 +225,26 @@ TEST_F(Commands, CommandsGoFromMacroToMacro) {
   EXPECT_EQ(lost.errors, "1 of 2 commands cannot be read in the macro: line 8 of -\n");
 }
 
+// What a value may be is review/ValueJudgement's.
 TEST_F(Commands, ValuesThatTheFunctionCannotHoldAreRefused) {
-  const std::string kAll = "QMF1.ME1.ALL.SET", kSize = "QMF1.ME1.SIZE.SET", kStep = "QMF1.ME1.SIZE.INC";
-  const struct {
-    std::string fid;
-    bool held;
-    std::vector<std::string> words;
-  } cases[] = {
-      {kAll, true, {"level=255", "level=", "mode=0", "in=5", "tc=270544901", "tc=10:20:30:05"}},
-      {kAll, false, {"level=256", "level=-1", "level=notanumber", "level=1x", "mode=Off", "in=6"}},
-      {kAll, false, {"tc=4294967295", "tc=25:20:30:05"}},
-      {kSize, true, {"size=1.0000004"}},
-      {kSize, false, {"size=1.1", "size=0.5\u00e4", "size=inf"}},
-      {kStep, true, {"size=-2048"}},
-      {kStep, false, {"size=2048"}},
-  };
-  for (const auto& [fid, held, words] : cases)
-    for (const std::string& word : words) {
+  const std::string size = "QMF1.ME1.SIZE.SET";
+  for (const auto& [value, held] : {std::pair("1.0000004", true), {"1.1", false}, {"0.5\u00e4", false}}) {
+    for (const bool sets : {false, true}) {
       output({"create", kMacro, "Opener"});
-      const std::string before = site.read(kMacro);
-      EXPECT_EQ(run({"insert", kMacro, fid, word}).code, held ? 0 : 1) << word;
-      EXPECT_EQ(site.read(kMacro) == before, !held) << word;
-      if (fid == kAll) continue;  // its first parameter is another
-      output({"insert", kMacro, fid, "size=0", "--at", "start"});
-      EXPECT_EQ(run({"set", kMacro, "0", word.substr(word.find('=') + 1)}).code, held ? 0 : 1) << word;
+      if (sets) output({"insert", kMacro, size, "size=0"});
+      const std::string before = site.read(kMacro), given = value;
+      EXPECT_EQ(
+          (sets ? run({"set", kMacro, "0", given}) : run({"insert", kMacro, size, "size=" + given})).code,
+          held ? 0 : 1)
+          << value;
+      EXPECT_EQ(site.read(kMacro) == before, !held) << value;
     }
+  }
   output({"create", kMacro, "Opener"});
   output({"insert-classic", kMacro, "23 10 05 01 "});
   EXPECT_THAT(run({"set", kMacro, "0", "x"}).errors, StartsWith("No classic command: x"));
-  output({"insert", "--force", kMacro, "QMF1.ME1.SIZE.SET", "size=9999"});
+  output({"insert", "--force", kMacro, size, "size=9999"});
   EXPECT_THAT(output({"show", kMacro, "--raw"}), HasSubstr("\"9999\""));
-}
-
-TEST_F(Commands, TextsAreStoredInTheEncodingOfTheFile) {
-  for (const auto& [declaration, stored] :
-       {std::pair{"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>", "\u00fc"}, {"", "\xFC"}}) {
-    site.write(kMacro, std::string(declaration) + "<macro name=\"\"><data></data></macro>");
-    output({"insert", kMacro, "QMF1.ME1.SIZE.SET", "size=1\u00fc", "--force"});
-    EXPECT_THAT(site.read(kMacro), HasSubstr(std::string("value=\"1") + stored + "\""));
-    output({"set", kMacro, "0", "2\u00fc", "--force"});
-    EXPECT_THAT(site.read(kMacro), HasSubstr(std::string("value=\"2") + stored + "\""));
-  }
 }
 
 TEST_F(Commands, WhatTheSaveMakesUnreadableIsCounted) {
@@ -306,7 +282,6 @@ TEST_F(Commands, SettingsArePrintedAndRewritten) {
   EXPECT_EQ(site.read(kSettingsFile).size(), 8U + 2 * (6 + 24) + 2 * (6 + 12));
 }
 
-// What is written as data is read whole, or nothing is changed.
 TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
   site.write(kMacro, R"(<macro name="A"><data></data></macro>)");
   const std::string good = R"({"function": "ME1.SIZE.SET", "destination": "QMF1", "parameters": [)";
@@ -318,14 +293,12 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
       {"[" + std::string(100'000, '[') + std::string(100'000, ']') + "]", "commands[0] is no object"},
       {"{\"commands\": [{\"function\": \"\xFC\"}]}", "is no JSON"},
       {"[1e999]", "is no JSON"},
-      {"[null]", "commands[0] is no object"},
       {R"({"commands": {}})", "has no list of commands"},
       {R"([{"function": "A", "function": "B"}])", "has the member \"function\" twice"},
       {R"([{"function": "A", "parameters": [[]]}])", "parameters[0] is no object"},
       {R"([{"function": "A", "workplace": 1.5}])", "a workplace that is no text"},
       {R"([{"function": "A", "parameters": [{"name": "P", "number": "1"}]}])", "a number that is none"},
       {R"({"schema": 2, "commands": []})", "another schema"},
-      {R"({"command": []})", "unknown member"},
       {R"([{"fid": "QMF1.ME1.SIZE.SET"}])", "commands[0] has an unknown member \"fid\""},
       {R"([{"destination": "QMF1"}])", "commands[0] has no function"},
       {R"([{"function": 1}])", "a function that is no text"},

@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "cli/CommandTable.h"
-#include "tests/support/TestSite.h"
+#include "tests/cli/Ran.h"
 
 namespace tessaly {
 namespace {
@@ -12,7 +10,6 @@ using testing::HasSubstr;
 
 constexpr const char* kA = "c:\\a.mac";
 constexpr const char* kB = "c:\\b.mac";
-constexpr const char* kPanelFunctions = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
 
 std::string size(const char* value, const char* destination = "QMF1") {
   return std::string("<cmd fid=\"") + destination + ".SIZE\"><param name=\"size\" value=\"" + value +
@@ -22,25 +19,17 @@ std::string macro(const std::string& commands, const char* name = "M") {
   return std::string("<macro name=\"") + name + "\"><data>" + commands + "</data></macro>";
 }
 
-class DiffCommand : public testing::Test {
+class DiffCommand : public Runs {
  protected:
   DiffCommand() {
-    site.write(
-        kPanelFunctions,
-        R"(<mfd><fid name="SIZE" sid="S" description="Size"><float_parameter name="size" min="0" max="1")"
-        R"( minDisp="0" maxDisp="100"/></fid></mfd>)");
-    site.write("c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml", "<mfd/>");
+    writeFunctions(
+        site, R"(<fid name="SIZE" sid="S" description="Size"><float_parameter name="size" min="0" max="1")"
+              R"( minDisp="0" maxDisp="100"/></fid>)");
   }
   int run(std::vector<std::string> words, const std::string& input = {}) {
-    words.insert(words.begin(), {"--root", site.root.path().string(), "diff"});
-    std::istringstream in(input);
-    out.str({});
-    errors.str({});
-    return runCommandLine(words, in, out, errors);
+    words.insert(words.begin(), "diff");
+    return Runs::run(std::move(words), input);
   }
-
-  TestSite site;
-  std::ostringstream out, errors;
 };
 
 TEST_F(DiffCommand, ExitCodeTellsSameDifferentAndTrouble) {
@@ -67,16 +56,16 @@ TEST_F(DiffCommand, ExitCodeTellsSameDifferentAndTrouble) {
   };
   for (const auto& [words, input, code, printed, reason] : cases) {
     EXPECT_EQ(run(words, input), code) << input;
-    EXPECT_THAT(out.str(), HasSubstr(printed));
-    EXPECT_THAT(errors.str(), HasSubstr(reason));
-    EXPECT_TRUE(code != 0 || out.str().empty()) << out.str();
-    const bool usage = errors.str().find("usage:") != std::string::npos;
+    EXPECT_THAT(last.out, HasSubstr(printed));
+    EXPECT_THAT(last.errors, HasSubstr(reason));
+    EXPECT_TRUE(code != 0 || last.out.empty()) << last.out;
+    const bool usage = last.errors.find("usage:") != std::string::npos;
     EXPECT_EQ(usage, code == 2 && words != std::vector<std::string>({kA, "c:\\none.mac"}) &&
                          words[0] != "c:\\no.mac");
   }
   // Trouble with the output is none of "different".
   std::istringstream in;
-  std::ostringstream closed;
+  std::ostringstream closed, errors;
   closed.setstate(std::ios::badbit);
   EXPECT_EQ(runCommandLine({"--root", site.root.path().string(), "diff", kA, kA}, in, closed, errors), 2);
 }
@@ -85,7 +74,7 @@ TEST_F(DiffCommand, JsonHasEveryRowThatDiffers) {
   site.write(kA, macro(size("0.1") + size("0.2") + size("0.3") + "<cmd fid=\"X\"/>" + size("0.7")));
   site.write(kB, macro(size("0.3") + size("0.1") + size("0.2") + "<cmd fid=\"Y\"/>" + size("0.8")));
   EXPECT_EQ(run({kA, kB, "--json"}), 1);
-  const auto json = nlohmann::json::parse(out.str());
+  const auto json = nlohmann::json::parse(last.out);
   EXPECT_EQ(json["counts"],
             nlohmann::json::parse(R"({"same":2,"sameMeaning":0,"changed":1,"onlyA":1,"onlyB":1,"moved":1})"));
   std::string kinds;
@@ -97,7 +86,7 @@ TEST_F(DiffCommand, JsonHasEveryRowThatDiffers) {
       json["rows"][4]["changes"][0],
       nlohmann::json::parse(R"({"what":"parameter","name":"size","a":"0.7","b":"0.8","sameInUnit":false})"));
   EXPECT_EQ(run({kA, kA, "--json"}), 0);
-  EXPECT_EQ(nlohmann::json::parse(out.str())["same"], true);
+  EXPECT_EQ(nlohmann::json::parse(last.out)["same"], true);
 }
 
 }  // namespace

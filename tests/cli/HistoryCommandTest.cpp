@@ -1,12 +1,10 @@
 #include <future>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "cli/CommandTable.h"
 #include "model/MacroFile.h"
 #include "model/MacroHistory.h"
-#include "tests/support/TestSite.h"
+#include "tests/cli/Ran.h"
 
 namespace tessaly {
 namespace {
@@ -15,22 +13,12 @@ using testing::HasSubstr;
 
 constexpr const char* kMacro = "c:\\appli\\macro007.mac";
 
-class HistoryCommands : public testing::Test {
+class HistoryCommands : public Runs {
  protected:
-  int run(std::vector<std::string> words) {
-    words.insert(words.begin(), {"--root", site.root.path().string()});
-    out.str({});
-    errors.str({});
-    std::istringstream in;
-    return runCommandLine(words, in, out, errors);
-  }
   nlohmann::json rows() {
     EXPECT_EQ(run({"history", "--json"}), 0);
-    return nlohmann::json::parse(out.str());
+    return nlohmann::json::parse(last.out);
   }
-
-  TestSite site;
-  std::ostringstream out, errors;
 };
 
 TEST_F(HistoryCommands, EveryCommandThatOverwritesAFileKeepsIt) {
@@ -50,7 +38,7 @@ TEST_F(HistoryCommands, EveryCommandThatOverwritesAFileKeepsIt) {
   std::size_t kept = 0;
   for (const auto& [words, change] : cases) {
     const std::string before = site.read(kMacro);
-    EXPECT_EQ(run(words), 0) << words.front() << errors.str();
+    EXPECT_EQ(run(words), 0) << words.front() << last.errors;
     const nlohmann::json now = rows();
     ASSERT_EQ(now.size(), ++kept) << words.front();
     EXPECT_EQ(now[0]["change"], change);
@@ -68,15 +56,15 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   const std::string old = site.read(kMacro);
   EXPECT_EQ(run({"rename", kMacro, "New"}), 0);
   EXPECT_EQ(run({"history"}), 0);
-  EXPECT_THAT(out.str(), HasSubstr("\trename\tOld\tc:\\appli\\macro007.mac\n"));
-  const std::string id = out.str().substr(0, out.str().find('\t'));
+  EXPECT_THAT(last.out, HasSubstr("\trename\tOld\tc:\\appli\\macro007.mac\n"));
+  const std::string id = last.out.substr(0, last.out.find('\t'));
   EXPECT_EQ(run({"history", "show", id}), 0);
-  EXPECT_THAT(out.str(), HasSubstr("empty command line"));
+  EXPECT_THAT(last.out, HasSubstr("empty command line"));
   EXPECT_EQ(run({"history", "restore", id}), 0);
   EXPECT_EQ(site.read(kMacro), old);
   EXPECT_THAT(rows()[0]["change"], "put-back");
   EXPECT_EQ(run({"history", "restore", id, "-"}), 0);
-  EXPECT_EQ(out.str(), old);
+  EXPECT_EQ(last.out, old);
   const std::size_t kept = rows().size();
   EXPECT_EQ(run({"set", kMacro, "0", "no classic command"}), 1);
   EXPECT_EQ(rows().size(), kept) << "what is refused changes nothing that would have to be kept";
@@ -94,7 +82,7 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   // Without the interface files nothing is known of a function, and nobody is told so at each value.
   site.write("c:\\b.mac", "<macro><data><cmd fid='QMF1.A'><param name='P' value='1'/></cmd></data></macro>");
   EXPECT_EQ(run({"set", "c:\\b.mac", "0", "any"}), 0);
-  EXPECT_EQ(errors.str(), "");
+  EXPECT_EQ(last.errors, "");
   // A record that somebody has forged leads nowhere unless its path is named.
   site.write("c:\\a.mac", old);
   EXPECT_EQ(run({"rename", "c:\\a.mac", "Forged"}), 0);
@@ -104,7 +92,7 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
        {outside, std::string("history\\x.mac"), std::string("c:\\..\\outside.mac")}) {
     site.write(forged.file.substr(0, forged.file.size() - 3) + "txt", "change=save\ndisk=" + place + "\n");
     EXPECT_EQ(run({"history", "restore", forged.id}), 1) << place;
-    EXPECT_THAT(errors.str(), HasSubstr("outside the site"));
+    EXPECT_THAT(last.errors, HasSubstr("outside the site"));
     EXPECT_FALSE(std::filesystem::exists(outside));
   }
   EXPECT_EQ(run({"history", "restore", forged.id, outside}), 0);
@@ -113,7 +101,7 @@ TEST_F(HistoryCommands, ListShowAndRestore) {
   std::filesystem::remove_all(site.root.path() / "history");
   site.write("history", "");
   EXPECT_EQ(run({"rename", kMacro, "Newer"}), 0);
-  EXPECT_THAT(errors.str(), HasSubstr("could not keep"));
+  EXPECT_THAT(last.errors, HasSubstr("could not keep"));
 }
 
 // Each reads, keeps and writes: without the lock most of what they insert is written over.
@@ -122,10 +110,7 @@ TEST_F(HistoryCommands, ParallelChangesOfOneFileFollowOneAnother) {
   std::vector<std::future<int>> runs;
   for (int i = 0; i < 24; ++i) {
     runs.push_back(std::async(std::launch::async, [&] {
-      std::istringstream in;
-      std::ostringstream ignored;
-      return runCommandLine({"--root", site.root.path().string(), "insert-classic", kMacro, "23 10 05 01 "},
-                            in, ignored, ignored);
+      return ranOver(site, {"insert-classic", kMacro, "23 10 05 01 "}).code;
     }));
   }
   for (auto& each : runs) EXPECT_EQ(each.get(), 0);
@@ -139,11 +124,11 @@ TEST_F(HistoryCommands, RestoresOutsideTheSiteOnlyWhereItIsTold) {
   // One was changed there, of the other a link leads there.
   std::filesystem::create_directory_symlink(elsewhere.root.path(), site.root.path() / "c");
   for (const std::string& path : {outside, std::string("c:\\x.mac")}) {
-    EXPECT_EQ(run({"rename", path, "New " + path}), 0) << errors.str();
+    EXPECT_EQ(run({"rename", path, "New " + path}), 0) << last.errors;
     const std::string changed = elsewhere.read("x.mac");
     const std::string id = rows()[0]["id"];
     EXPECT_EQ(run({"history", "restore", id}), 1);
-    EXPECT_THAT(errors.str(), HasSubstr("outside the site"));
+    EXPECT_THAT(last.errors, HasSubstr("outside the site"));
     EXPECT_EQ(elsewhere.read("x.mac"), changed);
     EXPECT_EQ(run({"history", "restore", id, path}), 0);
     EXPECT_NE(elsewhere.read("x.mac"), changed);

@@ -1,7 +1,5 @@
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "review/BatchJournal.h"
 #include "tests/cli/PanelCommandFixture.h"
@@ -10,8 +8,6 @@ namespace tessaly {
 namespace {
 
 using testing::HasSubstr;
-
-std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data></data></macro>"; }
 
 TEST_F(PanelCommands, AFolderIsComparedAndSent) {
   constexpr const char* kFolder = "c:\\macros";
@@ -23,9 +19,7 @@ TEST_F(PanelCommands, AFolderIsComparedAndSent) {
             "001\tonly-folder\t\tOpener\n007\trenamed\tSeven\tNew & seven\n#\tsame: 1, not the same: 2\n");
   EXPECT_EQ(run({"compare", "2", "c:\\none"}).code, 2);
 
-  PanelFaults faults;
-  faults.ftp.flipByte = 3;
-  EXPECT_TRUE(panel.setFaults(faults));
+  EXPECT_TRUE(panel.setFaults({.control = {}, .ftp = {.flipByte = 3}}));
   const Ran flipped = run({"send", "2", kFolder, "7"});
   EXPECT_EQ(flipped.code, 3) << "it stores what is put back as wrongly";
   EXPECT_THAT(flipped.out, HasSubstr("007 - New & seven\tunknown: "));
@@ -43,15 +37,11 @@ TEST_F(PanelCommands, AFolderIsComparedAndSent) {
   EXPECT_EQ(run({"list", "2"}).out, "001 - Opener\n007 - New & seven\n999 - Last & least\n");
 }
 
-// Catches macros that stay on the panel as they were, those that were not named, a garbled one that counts as
-// replaced, and a macro that is written though another one cannot be read.
+// Catches macros that were not named, and a garbled one that counts as replaced.
 TEST_F(PanelCommands, ARuleReplacesInTheMacrosOfAWorkplace) {
-  constexpr const char* kFolder = "c:\\programme\\RV48\\bin\\MacroFid\\";
-  site.write(std::string(kFolder) + "CorvaneXLPanel.xml",
-             R"(<mfd><fid name="A.SET" sid="A" description="Size"/></mfd>)");
-  site.write(std::string(kFolder) + "TarrowMFDIfc.xml", "<mfd/>");
-  const auto goal = [](const char* destination) {
-    return std::string("<macro name=\"Goal\"><data><cmd fid=\"") + destination + ".A.SET\"/></data></macro>";
+  writeFunctions(site, R"(<fid name="A.SET" sid="A" description="Size"/>)");
+  const auto goal = [](const std::string& destination) {
+    return macro("Goal", "<cmd fid=\"" + destination + ".A.SET\"/>");
   };
   tree.write(remote(2, "001"), goal("QMF1"));
   tree.write(remote(2, "002"), goal("QMF1"));
@@ -67,9 +57,7 @@ TEST_F(PanelCommands, ARuleReplacesInTheMacrosOfAWorkplace) {
   EXPECT_EQ(tree.read(remote(2, "001")) + tree.read(remote(2, "002")), goal("QMF1") + goal("QMF2"));
   EXPECT_EQ(run({"replace", "2", rule, "1", "3"}).code, 1) << "there is no macro 3";
   EXPECT_EQ(tree.read(remote(2, "001")), goal("QMF1"));
-  PanelFaults faults;
-  faults.ftp.flipByte = 3;
-  EXPECT_TRUE(panel.setFaults(faults));
+  EXPECT_TRUE(panel.setFaults({.control = {}, .ftp = {.flipByte = 3}}));
   const Ran flipped = run({"replace", "2", rule, "--json"});
   EXPECT_TRUE(panel.setFaults({}));
   EXPECT_EQ(flipped.code, 3);
@@ -93,10 +81,9 @@ TEST_F(PanelCommands, TheNextCommandAtThePanelEndsWhatWasCutShort) {
   }
   tree.write(remote(2, "001"), macro("later"));
   tree.write(remote(2, "002"), macro("002").substr(0, 9));
-  std::ostringstream out, errors;
-  std::istringstream in;
-  EXPECT_EQ(runCommandLine({"--root", site.root.path().string(), "name", kLocal}, in, out, errors), 0);
-  EXPECT_THAT(errors.str(), HasSubstr("\"copy\", which was cut short, waits for its panel"));
+  const Ran elsewhere = ranOver(site, {"name", kLocal});
+  EXPECT_EQ(elsewhere.code, 0);
+  EXPECT_THAT(elsewhere.errors, HasSubstr("\"copy\", which was cut short, waits for its panel"));
   EXPECT_THAT(run({"list", "2"}).errors, HasSubstr("has been ended"));
   EXPECT_EQ(tree.read(remote(2, "001")), macro("later")) << "it was settled before";
   EXPECT_EQ(tree.read(remote(2, "002")), macro("002"));

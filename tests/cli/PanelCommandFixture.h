@@ -1,20 +1,17 @@
 #pragma once
 
 #include <atomic>
-#include <gtest/gtest.h>
-#include <sstream>
-#include <string>
-#include <vector>
 
-#include "cli/CommandTable.h"
 #include "panelsim/PanelSimulator.h"
 #include "tests/cli/Ran.h"
-#include "tests/support/TestSite.h"
 
 namespace tessaly {
 
 inline constexpr const char* kLocal = "c:\\macros\\macro001.mac";
-inline constexpr const char* kOpener = R"(<macro name="Opener"><data></data></macro>)";
+inline std::string macro(const std::string& name, const std::string& commands = {}) {
+  return "<macro name=\"" + name + "\"><data>" + commands + "</data></macro>";
+}
+inline const std::string kOpener = macro("Opener");
 
 // The program against a panel of this process, with both of its services.
 class PanelCommands : public testing::Test {
@@ -24,8 +21,8 @@ class PanelCommands : public testing::Test {
           if (line.find(" calls ") != std::string::npos) ++calls;
         }) {
     site.write(kLocal, kOpener);
-    tree.write(remote(2, "007"), R"(<macro name="Seven"><data></data></macro>)");
-    tree.write(remote(2, "999"), R"(<macro name="Last &amp; least"><data></data></macro>)");
+    tree.write(remote(2, "007"), macro("Seven"));
+    tree.write(remote(2, "999"), macro("Last &amp; least"));
     std::string reason;
     EXPECT_TRUE(panel.start(reason)) << reason;
   }
@@ -42,13 +39,10 @@ class PanelCommands : public testing::Test {
   }
 
   Ran run(std::vector<std::string> words, const std::string& input = {}) {
-    words.insert(words.begin(), {"--root", site.root.path().string(), "panel", "127.0.0.1"});
+    words.insert(words.begin(), {"panel", "127.0.0.1"});
     words.insert(words.end(), {"--control-port", std::to_string(panel.controlPort()), "--ftp-port",
                                std::to_string(panel.ftpPort())});
-    std::istringstream in(input);
-    std::ostringstream out, errors;
-    const int code = runCommandLine(words, in, out, errors);
-    return {code, out.str(), errors.str()};
+    return ranOver(site, std::move(words), input);
   }
 
   std::atomic<int> calls{0};

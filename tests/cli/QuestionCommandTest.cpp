@@ -38,11 +38,11 @@ TEST_F(Commands, DictionaryIsListedAndShown) {
     EXPECT_EQ(run(given).code, 2) << words;
   }
 
-  site.write(kPanel, "<mfd");
+  site.write(kPanelInterface, "<mfd");
   const Ran broken = run({"dictionary"});
   EXPECT_EQ(broken.code, 1);
   EXPECT_EQ(broken.out, "Number of FIDs: 2/3\n");
-  EXPECT_EQ(broken.errors, std::string("Cannot parse file: ") + kPanel + "\n");
+  EXPECT_EQ(broken.errors, std::string("Cannot parse file: ").append(kPanelInterface) + "\n");
 }
 
 TEST_F(Commands, ValuesAreConvertedAsTheFieldDoes) {
@@ -52,12 +52,8 @@ TEST_F(Commands, ValuesAreConvertedAsTheFieldDoes) {
   } cases[] = {
       {{"ME1.ALL.SET", "level", "--shown", "5,0x"},
        "shown: 5.0\nstored: 13\nrange: min: 0%   max: 100%\nbeeps: 1\n"},
-      {{"ME1.ALL.SET", "level", "--stored", "128"},
-       "shown: 50.2\nstored: 128\nrange: min: 0%   max: 100%\nbeeps: 0\n"},
-      {{"ME1.ALL.SET", "level", "--shown", "300", "--raw"},
-       "shown: 255\nstored: 255\nrange: min: 0   max: 255\nbeeps: 1\n"},
-      {{"QMF1.ME1.SIZE.INC", "size", "--shown", "-0.5"},
-       "shown: -0.5\nstored: -511\nrange: min: -2.0000   max: 2.0000\nbeeps: 0\n"},
+      {{"QMF1.ME1.SIZE.INC", "size", "--shown", "3000", "--raw"},
+       "shown: 2047\nstored: 2047\nrange: min: -2048   max: 2047\nbeeps: 1\n"},
       {{"ME1.ALL.SET", "tc", "--shown", "10:20:30:25"},
        "shown: 10:20:30:24\nstored: 270544932\nrange:\nbeeps: 1\n"},
       {{"ME1.ALL.SET", "in", "--stored", "5"}, "shown: Camera 5\nstored: 5\nrange:\nbeeps: 0\n"},
@@ -85,6 +81,9 @@ TEST_F(Commands, SmallQuestions) {
   const Ran invalid = run({"classic", "23 10"});
   EXPECT_EQ(invalid.code, 1) << "a script asks by the exit code";
   EXPECT_EQ(invalid.out + invalid.errors, "valid: no\ntext:\ndebug:\ndescription:\n");
+  EXPECT_EQ(output({"address", "10.0.0.7"}), "accepted\n");
+  const Ran refused = run({"address", "10.0.0."});
+  EXPECT_EQ(std::pair(refused.code, refused.out + refused.errors), std::pair(1, std::string("refused\n")));
   const Ran unmatched = run({"dictionary", "--list", "none"});
   EXPECT_EQ(unmatched.code, 1);
   EXPECT_EQ(unmatched.out + unmatched.errors, "Number of FIDs: 2/3\n");

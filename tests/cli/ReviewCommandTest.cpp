@@ -1,27 +1,25 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "cli/CommandTable.h"
 #include "review/CheckRules.h"
-#include "tests/support/TestSite.h"
+#include "tests/cli/Ran.h"
 
 namespace tessaly {
 namespace {
 
 using testing::HasSubstr;
 
-constexpr const char* kFunctions = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
-constexpr const char* kOlderFunctions = "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
+struct ReviewCommand : Runs {
+  ReviewCommand() {
+    writeFunctions(
+        site,
+        R"(<fid name="A.SET" sid="A" description="Size"><int_parameter name="P" min="0" max="9"/></fid>)");
+  }
+};
 
 // The exit codes and the ways to name what is looked at; what is found is the room's own tests'.
-TEST(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
-  TestSite site;
-  site.write(
-      kFunctions,
-      R"(<mfd><fid name="A.SET" sid="A" description="Size"><int_parameter name="P" min="0" max="9"/></fid></mfd>)");
-  site.write(kOlderFunctions, "<mfd/>");
+TEST_F(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
   const auto macro = [](const char* value) {
     return std::string(R"(<macro name="M"><data><cmd fid="QMF1.A.SET"><param name="P" value=")") + value +
            R"("/></cmd></data></macro>)";
@@ -66,73 +64,55 @@ TEST(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
       {{"sheet", "c:\\w", "--format", "csv", "--paper", "a3"}, "", 2, "", "--paper is"},
       {{"sheet", "c:\\w", "--format", "csv", "--date", "2026-02-29"}, "", 2, "", "--date is"},
   };
-  std::ostringstream out, errors;
-  const auto run = [&](std::vector<std::string> words, const std::string& input) {
-    words.insert(words.begin(), {"--root", site.root.path().string()});
-    std::istringstream in(input);
-    out.str({});
-    errors.str({});
-    return runCommandLine(words, in, out, errors);
-  };
   for (const auto& [words, input, code, printed, reason] : cases) {
-    EXPECT_EQ(run(words, input), code) << words[0] << ' ' << words.back() << errors.str();
-    EXPECT_THAT(out.str(), HasSubstr(printed));
-    EXPECT_THAT(errors.str(), HasSubstr(reason));
+    EXPECT_EQ(run(words, input), code) << words[0] << ' ' << words.back() << last.errors;
+    EXPECT_THAT(last.out, HasSubstr(printed));
+    EXPECT_THAT(last.errors, HasSubstr(reason));
   }
   site.write(kCheckFile, "off limits\n");
-  EXPECT_EQ(run({"check", "c:\\w", "--json"}, ""), 0) << "the rule is off";
-  EXPECT_EQ(nlohmann::json::parse(out.str())["off"], nlohmann::json({"limits"}));
-  EXPECT_EQ(run({"find", "size", "c:\\w", "--json"}, ""), 0);
-  EXPECT_EQ(nlohmann::json::parse(out.str())["hits"], 2);
-  EXPECT_EQ(nlohmann::json::parse(out.str())["found"][0].dump(),
+  EXPECT_EQ(run({"check", "c:\\w", "--json"}), 0) << "the rule is off";
+  EXPECT_EQ(nlohmann::json::parse(last.out)["off"], nlohmann::json({"limits"}));
+  EXPECT_EQ(run({"find", "size", "c:\\w", "--json"}), 0);
+  EXPECT_EQ(nlohmann::json::parse(last.out)["hits"], 2);
+  EXPECT_EQ(nlohmann::json::parse(last.out)["found"][0].dump(),
             R"({"commands":[{"command":0,"line":"Mainframe1 - Size ==> 10"}],"name":"M",)"
             R"("path":"c:\\w\\macro002.mac"})");
 }
 
-// All or none: what one file makes impossible must not be half done in the others.
-TEST(ReviewCommand, ReplacesInAllMacrosOrInNone) {
-  TestSite site;
-  site.write(
-      kFunctions,
-      R"(<mfd><fid name="A.SET" sid="A" description="Size"><int_parameter name="P" min="0" max="9"/></fid></mfd>)");
-  site.write(kOlderFunctions, "<mfd/>");
+TEST_F(ReviewCommand, ReplacesInAllMacrosOrInNone) {
   const auto macro = [](const char* goal, const char* value = "12") {
     return std::string("<macro name='M'><data>\r\n<cmd workplace='1' fid='") + goal +
            ".A.SET' mine='1'><param name=\"P\" value=\"" + value + "\"/></cmd></data></macro>";
   };
-  std::ostringstream out, errors;
-  const auto run = [&](std::vector<std::string> words) {
-    words.insert(words.begin(), {"--root", site.root.path().string(), "replace"});
-    std::istringstream in;
-    out.str({});
-    errors.str({});
-    return runCommandLine(words, in, out, errors);
+  const auto replace = [this](std::vector<std::string> words) {
+    words.insert(words.begin(), "replace");
+    return run(std::move(words));
   };
   const std::string rule = "destination:QMF1->QMF2", one = "c:\\w\\macro001.mac", two = "c:\\w\\macro002.mac";
   site.write(one, macro("QMF1"));
   site.write(two, macro("QMF1"));
-  EXPECT_EQ(run({rule, "c:\\w", one, "--dry-run"}), 0);
-  EXPECT_THAT(out.str(), HasSubstr(two + "\t0\t-\tMainframe1 - Size ==> 12\n" + two +
-                                   "\t0\t+\tMainframe2 - Size ==> 12\n#\tcommands: 2, "));
+  EXPECT_EQ(replace({rule, "c:\\w", one, "--dry-run"}), 0);
+  EXPECT_THAT(last.out, HasSubstr(two + "\t0\t-\tMainframe1 - Size ==> 12\n" + two +
+                                  "\t0\t+\tMainframe2 - Size ==> 12\n#\tcommands: 2, "));
   EXPECT_EQ(site.read(one), macro("QMF1"));
   site.write("c:\\w\\macro003.mac", "no macro");
-  EXPECT_EQ(run({rule, "c:\\w"}), 1);
-  EXPECT_THAT(errors.str(), HasSubstr("macro003.mac"));
+  EXPECT_EQ(replace({rule, "c:\\w"}), 1);
+  EXPECT_THAT(last.errors, HasSubstr("macro003.mac"));
   EXPECT_EQ(site.read(one), macro("QMF1")) << "a file does not parse";
   std::filesystem::permissions(site.root.resolve(two), std::filesystem::perms::owner_read);
-  EXPECT_EQ(run({rule, one, two}), 1);
-  EXPECT_THAT(errors.str(), HasSubstr("macro002.mac"));
+  EXPECT_EQ(replace({rule, one, two}), 1);
+  EXPECT_THAT(last.errors, HasSubstr("macro002.mac"));
   EXPECT_EQ(site.read(one), macro("QMF1")) << "put back, for the other one is protected";
   std::filesystem::permissions(site.root.resolve(two), std::filesystem::perms::owner_all);
-  EXPECT_EQ(run({rule, one, two, one}), 0) << errors.str();
+  EXPECT_EQ(replace({rule, one, two, one}), 0) << last.errors;
   EXPECT_EQ(site.read(one) + site.read(two), macro("QMF2") + macro("QMF2"));
-  EXPECT_EQ(run({rule, one, two}), 1) << "there is nothing left";
-  EXPECT_EQ(run({"value:P=12->7", one}), 0);
-  EXPECT_THAT(out.str(), HasSubstr("\tmends\t0\terror\tlimits\tP: "));
-  EXPECT_EQ(run({"segment:SET->INC", one, "--json"}), 1);
-  EXPECT_THAT(out.str(), HasSubstr("there is no function"));
-  EXPECT_EQ(run({rule, "-"}), 2);
-  EXPECT_EQ(run({"destination:QMF1", one}), 2);
+  EXPECT_EQ(replace({rule, one, two}), 1) << "there is nothing left";
+  EXPECT_EQ(replace({"value:P=12->7", one}), 0);
+  EXPECT_THAT(last.out, HasSubstr("\tmends\t0\terror\tlimits\tP: "));
+  EXPECT_EQ(replace({"segment:SET->INC", one, "--json"}), 1);
+  EXPECT_THAT(last.out, HasSubstr("there is no function"));
+  EXPECT_EQ(replace({rule, "-"}), 2);
+  EXPECT_EQ(replace({"destination:QMF1", one}), 2);
 }
 
 }  // namespace

@@ -11,8 +11,6 @@ using testing::HasSubstr;
 constexpr const char* kFile = "c:\\saved\\panel.zip";
 constexpr const char* kFolder = "c:\\show\\";
 
-std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data></data></macro>"; }
-
 class SnapshotCommands : public PanelCommands {
  protected:
   SnapshotCommands() {
@@ -53,9 +51,7 @@ TEST_F(SnapshotCommands, NothingIsRestoredOnTrust) {
   const std::string good = site.read(kFile);
   put(2, "007", macro("Other"));
 
-  PanelFaults faults;
-  faults.ftp.flipByte = 3;
-  ASSERT_TRUE(panel.setFaults(faults));
+  ASSERT_TRUE(panel.setFaults({.control = {}, .ftp = {.flipByte = 3}}));
   const Ran flipped = run({"restore", kFile, "2", "7"});
   EXPECT_EQ(flipped.code, 3) << "what the panel holds is unknown";
   EXPECT_THAT(flipped.out, testing::Not(HasSubstr("restored")));
@@ -72,22 +68,15 @@ TEST_F(SnapshotCommands, NothingIsRestoredOnTrust) {
 }
 
 TEST_F(SnapshotCommands, GoOnAfterALostLine) {
-  PanelFaults faults;
-  faults.control.dropAfter = 2500;  // in the middle of the third list of a connection
-  ASSERT_TRUE(panel.setFaults(faults));
+  // in the middle of the third list of a connection
+  ASSERT_TRUE(panel.setFaults({.control = {.dropAfter = 2500}}));
   const Ran stored = run({"snapshot", kFile});
   EXPECT_EQ(stored.code, 0) << stored.errors;
   EXPECT_EQ(openSnapshot(site.root, kFile)->macros.size(), 3U);
 }
 
 TEST_F(SnapshotCommands, AFolderIsStoredAndRestored) {
-  const auto folder = [this](std::vector<std::string> words) {
-    words.insert(words.begin(), {"--root", site.root.path().string()});
-    std::istringstream in;
-    std::ostringstream out, errors;
-    const int code = runCommandLine(words, in, out, errors);
-    return Ran{code, out.str(), errors.str()};
-  };
+  const auto folder = [this](std::vector<std::string> words) { return ranOver(site, std::move(words)); };
   const std::string file = std::string(kFolder) + "macro012.mac";
   site.write(file, macro("Twelve"));
   site.write(std::string(kFolder) + "key01.upk", "#UPK");

@@ -243,12 +243,5 @@ TEST(Dictionary, ExpansionsThatExplodeAreLeftOutAndTheRestGoesOn) {
   EXPECT_EQ(alternativesOf({"most", "", "", 1, kLargestFamily, 0}).size(), std::size_t{kLargestFamily});
 }
 
-TEST(SegmentFamily, OffsetMovesTheShownNumberOnly) {
-  const auto alternatives = alternativesOf({"f", "CH", "Channel ", 0, 2, 1});
-  ASSERT_EQ(alternatives.size(), 3u);
-  EXPECT_EQ(alternatives[0].fidText + "|" + alternatives[0].displayText, "CH0|Channel 1");
-  EXPECT_EQ(alternatives[2].fidText + "|" + alternatives[2].displayText, "CH2|Channel 3");
-}
-
 }  // namespace
 }  // namespace tessaly

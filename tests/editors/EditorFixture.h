@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "editors/EditorContext.h"
 #include "tests/editors/DialogDriver.h"
 #include "tests/link/FakeTransport.h"
@@ -14,25 +12,18 @@ namespace tessaly {
 struct EditorFixture {
   explicit EditorFixture(const FunctionDictionary& functions = smallDictionary()) : dictionary(functions) {}
 
-  static std::unique_ptr<FakeTransport> keep(FakeTransport*& observed) {
-    auto made = std::make_unique<FakeTransport>();
-    observed = made.get();
-    return made;
-  }
-
   const FunctionDictionary& dictionary;
   TestSite site;
   DecodingLists lists{site.root};
   std::vector<PanelSource> sources{{"Camera 1", "INPUT1", {}}, {"Color 1", "INPUT144", {}}};
-  FakeTransport* transport = nullptr;
-  PanelClient client{keep(transport)};
+  FakePanel panel;
   bool connected = false;
   int frameRate = 25;
   BeepCount beeps;
   std::string refusal;  // why the macro behind the dialog takes nothing
   EditorContext context{site.access(), dictionary,
                         lists,         sources,
-                        client,        [this] { return connected; },
+                        *panel.client, [this] { return connected; },
                         frameRate,     [this] { return refusal; }};
 };
 

@@ -6,10 +6,8 @@
 
 #include "editors/MultipleCommandsDialog.h"
 #include "model/MacroFile.h"
-#include "tests/editors/DialogDriver.h"
-#include "tests/link/FakeTransport.h"
+#include "tests/editors/EditorFixture.h"
 #include "tests/support/LoadCommands.h"
-#include "tests/support/TestSite.h"
 #include "tests/support/Told.h"
 
 namespace tessaly {
@@ -31,8 +29,9 @@ FunctionTemplate function(const char* name, const char* sid, const char* group) 
 }
 
 // AUX1 owns a source, a level and a function without parameters; RAM1 one of the panel's own functions.
-struct MultipleCommandsTest : testing::Test {
-  MultipleCommandsTest() {
+const FunctionDictionary& fewFunctions() {
+  static const std::unique_ptr<FunctionDictionary> kMade = [] {
+    auto dictionary = std::make_unique<FunctionDictionary>();
     FunctionTemplate source = function("AUX1.SOURCE.SET", "AUX1.SOURCE", "AUX1");
     source.inputs = {{"source", "Source", ""}};
     source.enums = {{"shift", "Shift", "", false, {{"3", "Third"}}}};
@@ -46,7 +45,16 @@ struct MultipleCommandsTest : testing::Test {
           function("INPUT7.GAIN", "INPUT7.GAIN", "RGB_INP_CORR.INPUT7"),
           function("INPUT7.LUMA", "INPUT7.LUMA", "YUV_INP_CORR.INPUT7"),
           function("ME1.AUTO", "", "ME1.TRANSI")})
-      dictionary.add(std::move(made));
+      dictionary->add(std::move(made));
+    return dictionary;
+  }();
+  return *kMade;
+}
+
+struct MultipleCommandsTest : testing::Test, EditorFixture {
+  MultipleCommandsTest() : EditorFixture(fewFunctions()) {
+    sources = {{"Six", "INPUT6", ""}, {"Seven", "INPUT7", ""}};
+    connected = true;
     panel.status(kPanelConnected);
   }
 
@@ -68,7 +76,6 @@ struct MultipleCommandsTest : testing::Test {
   // Into the macro file, one by one; fails from command `failAt` on.
   MultipleCommandsDialog::Inserter inserter() {
     return [this](const std::vector<CommandDraft>& drafts, int workplace, int position, InsertMode mode) {
-      pieces.push_back(drafts.size());
       int in = 0;
       for (const CommandDraft& draft : drafts) {
         const bool behind = in > 0 && mode != InsertMode::kAppend;
@@ -109,10 +116,8 @@ struct MultipleCommandsTest : testing::Test {
   // In the "Modify command" that `open` brings up: gives the source and presses the button.
   template <class Open>
   void completeSource(Open open, const char* button) {
-    QTimer::singleShot(0, &dialog, [this, button] {
-      auto& asking = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+    DialogDriver::answerNext([this, button](QDialog& asking, const DialogDriver& user) {
       title = asking.windowTitle();
-      const DialogDriver user(asking);
       user.choose("parameters", "Source");
       user.choose("choices", "Seven");
       user.click(button);
@@ -143,21 +148,9 @@ struct MultipleCommandsTest : testing::Test {
     return QTest::qWaitFor([this] { return !dialog.isVisible(); });
   }
 
-  TestSite site;
-  FunctionDictionary dictionary;
-  DecodingLists lists{site.root};
-  std::vector<PanelSource> sources{{"Six", "INPUT6", ""}, {"Seven", "INPUT7", ""}};
-  FakePanel panel;
-  bool connected = true;
-  int frameRate = 25, inserted = 0, failAt = 1000;
-  std::vector<std::size_t> pieces;
+  int inserted = 0, failAt = 1000;
   std::vector<std::string> asked;
-  std::string refusal;
   QString title;
-  EditorContext context{site.access(), dictionary,
-                        lists,         sources,
-                        *panel.client, [this] { return connected; },
-                        frameRate,     [this] { return refusal; }};
   MultipleCommandsDialog dialog{context, 3, 1, inserter()};
   DialogDriver driver{dialog};
 };

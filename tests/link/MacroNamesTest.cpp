@@ -143,10 +143,9 @@ TEST_F(MacroNamesTest, TheDemonstrationReplacesBothTables) {
   names.showDemo();
   std::string all;
   for (const Pane pane : kPanes) {
-    for (int number = 0; number < MacroNumber::kCount; ++number) {
+    for (int number = 0; number < MacroNumber::kCount; ++number)
       if (const auto name = names.name(pane, number); !name.empty())
         all += std::to_string(number) + name + " ";
-    }
   }
   EXPECT_EQ(all, "1M001 35MyTest 46MySurprise 1M001 13MyHope 18MyDay ");
 }

@@ -12,6 +12,7 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Result = FtpClient::Result;
+using enum FtpClient::Result;
 
 constexpr const char* kReload = "call PANEL.APPLICATION.LOAD.FINISH()";
 
@@ -25,23 +26,23 @@ class PanelMacrosTest : public testing::Test {
     Result get(const std::string& remotePath, std::string& bytes, std::chrono::seconds) override {
       const Result result = test.next(host + " get " + remotePath);
       const auto file = test.files.find(remotePath);
-      if (result != Result::kDone) return result;
-      if (file == test.files.end()) return Result::kNotFound;
+      if (result != kDone) return result;
+      if (file == test.files.end()) return kNotFound;
       bytes = file->second + (test.garbled > 0 ? std::to_string(test.garbled--) : "");
       return result;
     }
     Result put(std::string_view bytes, const std::string& remotePath) override {
-      if (cancelled) return Result::kCancelled;
+      if (cancelled) return kCancelled;
       const Result told = test.next(host + " put " + remotePath);
-      const Result result = test.alters ? Result::kAltered : told;
-      if (test.takes-- <= 0) return Result::kStalled;
-      if (result == Result::kAltered)
+      const Result result = test.alters ? kAltered : told;
+      if (test.takes-- <= 0) return kStalled;
+      if (result == kAltered)
         test.files[remotePath] = "flipped";
-      else if (result == Result::kCut || result == Result::kCancelled)
+      else if (result == kCut || result == kCancelled)
         test.files[remotePath] = bytes.substr(0, 1);
-      else if (result == Result::kDone)
+      else if (result == kDone)
         test.files[remotePath] = bytes;
-      return result == Result::kAltered ? Result::kDone : result;
+      return result == kAltered ? kDone : result;
     }
     void cancel() override {
       cancelled = true;
@@ -59,8 +60,7 @@ class PanelMacrosTest : public testing::Test {
   Result next(const std::string& text) {
     log.push_back(text);
     if (during) during();
-    return results.empty() ? Result::kDone
-                           : std::exchange(results, {results.begin() + 1, results.end()}).front();
+    return results.empty() ? kDone : std::exchange(results, {results.begin() + 1, results.end()}).front();
   }
   std::vector<std::string> take() { return std::exchange(log, {}); }
   TransferOutcome upload(std::vector<Result> scripted) {
@@ -109,11 +109,8 @@ TEST_F(PanelMacrosTest, WhatWasSentIsReadBackBeforeItIsAnnounced) {
   EXPECT_EQ(take().size(), 2U) << "what the buffer held before must not reach the panel";
 }
 
-// Whatever goes wrong, the panel holds one macro whole, and what is said of it is so.
 TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
-  constexpr Result kDone = Result::kDone, kAltered = Result::kAltered, kCut = Result::kCut;
-  constexpr Result kGone = Result::kUnreachable, kRefused = Result::kRefusedLogin,
-                   kCancelled = Result::kCancelled;
+  constexpr Result kGone = kUnreachable, kRefused = kRefusedLogin;
   using Holds = PanelHolds;
   struct Case {
     const char* what;
@@ -130,16 +127,16 @@ TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
       {"cut twice", {kDone, kCut, kDone, kCut}, kCut, Holds::kOld, "<old/>", 1},
       {"cut, gone, back", {kDone, kCut, kGone, kGone, kGone}, kCut, Holds::kOld, "<old/>", 1},
       {"taken, then gone, back with it", {kDone, kDone, kGone}, kDone, Holds::kNew, "<new/>", 1},
-      {"disk full", {kDone, Result::kFull, kDone}, Result::kFull, Holds::kOld, "<old/>", 1},
+      {"disk full", {kDone, kFull, kDone}, kFull, Holds::kOld, "<old/>", 1},
       {"wrong, then refused", {kDone, kAltered, kDone, kRefused}, kRefused, Holds::kOld, "<old/>", 1},
-      {"taken, not found, is back", {kDone, kDone, Result::kNotFound}, kDone, Holds::kNew, "<new/>", 1},
-      {"cancelled too late", {kDone, kDone, Result::kCancelled}, kDone, Holds::kNew, "<new/>", 1},
+      {"taken, not found, is back", {kDone, kDone, kNotFound}, kDone, Holds::kNew, "<new/>", 1},
+      {"cancelled too late", {kDone, kDone, kCancelled}, kDone, Holds::kNew, "<new/>", 1},
       {"cut, reading refused", {kDone, kCut, kRefused}, kCut, Holds::kOld, "<old/>", 1},
       {"cancelled at once", {kCancelled}, kCancelled, Holds::kAsBefore, "<old/>", 0},
       {"login refused", {kDone, kRefused}, kRefused, Holds::kAsBefore, "<old/>", 0},
       {"taken, reading refused", {kRefused, kDone, kRefused}, kDone, Holds::kNewUnread, "<new/>", 1},
-      {"old unknown, cut, back", {Result::kStalled, kCut, kGone, kGone}, kDone, Holds::kNew, "<new/>", 1},
-      {"cancelled", {kDone, Result::kCancelled}, Result::kCancelled, Holds::kOld, "<old/>", 1},
+      {"old unknown, cut, back", {kStalled, kCut, kGone, kGone}, kDone, Holds::kNew, "<new/>", 1},
+      {"cancelled", {kDone, kCancelled}, kCancelled, Holds::kOld, "<old/>", 1},
       {"unreachable", {kGone}, kGone, Holds::kAsBefore, "<old/>", 0},
   };
   for (const Case& one : cases) {
@@ -166,9 +163,9 @@ TEST_F(PanelMacrosTest, APanelThatKeepsOnStoringWronglyIsNotSaidToHoldAnything) 
   alters = false;
   EXPECT_EQ(altered.holds, PanelHolds::kUnknown);
   EXPECT_LT(take().size(), 15U) << "it is not written to for a minute";
-  std::vector<Result> away(1000, Result::kUnreachable);
-  away[0] = Result::kDone;
-  away[1] = Result::kCut;
+  std::vector<Result> away(1000, kUnreachable);
+  away[0] = kDone;
+  away[1] = kCut;
   macros.waitFor({milliseconds(50), milliseconds(20'000), milliseconds(1)});
   panel.transport->take();
   EXPECT_EQ(upload(away).describe(),
@@ -177,8 +174,7 @@ TEST_F(PanelMacrosTest, APanelThatKeepsOnStoringWronglyIsNotSaidToHoldAnything) 
 }
 
 TEST_F(PanelMacrosTest, WhereNothingStoodNothingIsLeft) {
-  results = {Result::kNotFound, Result::kAltered, Result::kDone,    Result::kAltered,
-             Result::kDone,     Result::kDone,    Result::kNotFound};
+  results = {kNotFound, kAltered, kDone, kAltered, kDone, kDone, kNotFound};
   EXPECT_EQ(macros.upload("10.0.0.1", 1, "001", "c:\\x.mac").holds, PanelHolds::kOld);
   EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO1.DELETE(REG=\"001\")", kReload));
 }
@@ -207,7 +203,6 @@ TEST_F(PanelMacrosTest, WhatComesIsReadBeforeItReplacesAnything) {
 // A line that garbled the old macro must not have the garbage kept for the macro, or put back over it. What
 // really stands there can be replaced, whatever it is, and is kept.
 TEST_F(PanelMacrosTest, OldContentThatIsNoMacroIsFetchedTwice) {
-  constexpr Result kDone = Result::kDone, kCut = Result::kCut, kFull = Result::kFull;
   using Holds = PanelHolds;
   const struct {
     const char* stands;
@@ -221,7 +216,7 @@ TEST_F(PanelMacrosTest, OldContentThatIsNoMacroIsFetchedTwice) {
       {"<old/>", 2, {}, "missed", Holds::kNew, "<new/>"},
       {"<old/>", 1, {kDone, kCut}, "missed", Holds::kNew, "<new/>"},
       {"<old/>", 2, {kDone, kDone, kCut, kDone, kCut}, "missed", Holds::kNew, "<new/>"},
-      {"<old/>", 2, {kDone, kDone, kDone, Result::kNotFound}, "missed", Holds::kNew, "<new/>"},
+      {"<old/>", 2, {kDone, kDone, kDone, kNotFound}, "missed", Holds::kNew, "<new/>"},
       {"half", 0, {}, "half", Holds::kNew, "<new/>"},                                 // really no macro
       {"half", 0, {kDone, kDone, kCut, kDone, kCut}, "half", Holds::kNew, "<new/>"},  // never put back
       {"half", 0, {kDone, kDone, kFull}, "half", Holds::kOld, "half"},
@@ -246,9 +241,9 @@ TEST_F(PanelMacrosTest, WhatStandsThereIsLookedAtBeforeItIsWrittenOver) {
   takes = 0;
   EXPECT_EQ(upload({}).holds, PanelHolds::kOld);
   takes = 1;
-  EXPECT_EQ(upload({Result::kDone, Result::kDone, Result::kCut}).holds, PanelHolds::kNew);
+  EXPECT_EQ(upload({kDone, kDone, kCut}).holds, PanelHolds::kNew);
   takes = 0;
-  results.assign(4, Result::kNotFound);
+  results.assign(4, kNotFound);
   panel.transport->take();
   EXPECT_EQ(macros.upload("10.0.0.1", 1, "002", "c:\\x.mac").holds, PanelHolds::kOld);
   EXPECT_THAT(panel.transport->take(), ElementsAre(kReload)) << "nothing stood there, and nothing is deleted";
@@ -265,8 +260,8 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
     EXPECT_FALSE(macros.download("10.0.0.1", workplace, "001", "c:\\x.mac").done());
     EXPECT_FALSE(macros.remove("10.0.0.1", workplace, "001").asked);
   }
-  EXPECT_EQ(macros.download("10.0.0.1", 1, "001", "c:\\..\\x.mac").transfer, Result::kLocalFile);
-  EXPECT_EQ(macros.upload("10.0.0.1", 1, "001", "c:\\none.mac").transfer, Result::kLocalFile);
+  EXPECT_EQ(macros.download("10.0.0.1", 1, "001", "c:\\..\\x.mac").transfer, kLocalFile);
+  EXPECT_EQ(macros.upload("10.0.0.1", 1, "001", "c:\\none.mac").transfer, kLocalFile);
   EXPECT_THAT(log, IsEmpty());
   EXPECT_THAT(panel.transport->take(), IsEmpty());
 }
@@ -288,9 +283,8 @@ TEST_F(PanelMacrosTest, OldContentIsKeptFirst) {
     bool deleted;
   };
   const Case cases[] = {
-      {Result::kDone, "10.0.0.1 1 001", true}, {Result::kNotFound, "", true},
-      {Result::kCut, "missed", false},         {Result::kStalled, "missed", false},
-      {Result::kUnreachable, "missed", false}, {Result::kCancelled, "missed", false},
+      {kDone, "10.0.0.1 1 001", true}, {kNotFound, "", true},           {kCut, "missed", false},
+      {kStalled, "missed", false},     {kUnreachable, "missed", false}, {kCancelled, "missed", false},
   };
   for (const Case& one : cases) {
     Keeper keeper;
@@ -300,7 +294,7 @@ TEST_F(PanelMacrosTest, OldContentIsKeptFirst) {
     results = {one.fetched};
     const PanelMacros::Deletion deletion = macros.remove("10.0.0.1", 1, "001");
     EXPECT_EQ(deletion.asked, one.deleted) << "what cannot be kept is not deleted unasked";
-    EXPECT_EQ(deletion.kept.done(), one.deleted || one.fetched == Result::kCancelled);
+    EXPECT_EQ(deletion.kept.done(), one.deleted || one.fetched == kCancelled);
     if (!deletion.kept.done()) {
       EXPECT_EQ(deletion.kept.failure().kind, Failure::Kind::kPanel) << "no file of ours is missing";
     }
@@ -318,7 +312,6 @@ TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {
   EXPECT_THAT(log, IsEmpty());
 }
 
-// One way for many macros, which an end of any kind gives up, and one memory of what was seen.
 TEST_F(PanelMacrosTest, ManyInARowStayConnectedAndRememberWhatWasSeen) {
   std::string made;
   PanelMacros first(*panel.client, site.root, factory, &reads);
@@ -345,12 +338,12 @@ TEST_F(PanelMacrosTest, ManyInARowStayConnectedAndRememberWhatWasSeen) {
   EXPECT_EQ(made, "121121") << "a cancelled one is of no more use, nor is one to another panel";
   many->cancel();
   EXPECT_EQ(cancels, 2) << "nothing runs any more";
-  EXPECT_EQ(many->read("10.0.0.1", 9, "001").fetched, Result::kFailed);
+  EXPECT_EQ(many->read("10.0.0.1", 9, "001").fetched, kFailed);
   const TransferOutcome refused = send("10.0.0.3", [](const PanelStanding& standing) {
     EXPECT_EQ(standing.old.bytes, "<a/>");
     return false;
   });
-  EXPECT_EQ(refused.transfer, Result::kCancelled);
+  EXPECT_EQ(refused.transfer, kCancelled);
   EXPECT_EQ(refused.holds, PanelHolds::kAsBefore);
   const auto seen = [&](const char* host) { return first.seen().of({{}, host, 1, "001"}); };
   EXPECT_EQ(seen("10.0.0.1"), contentCheck("<a/>"));
@@ -372,16 +365,16 @@ TEST_F(PanelMacrosTest, CancelEndsTheTransferAndThenThePuttingBack) {
   macros.cancel();
   EXPECT_EQ(cancels, 0) << "nothing runs";
   macros.waitFor({milliseconds(5000), milliseconds(20), milliseconds(1)});
-  std::vector<Result> away(100'000, Result::kUnreachable);
-  away[0] = Result::kDone;
-  away[1] = Result::kCancelled;
+  std::vector<Result> away(100'000, kUnreachable);
+  away[0] = kDone;
+  away[1] = kCancelled;
   EXPECT_EQ(upload(away).holds, PanelHolds::kUnknown);
   EXPECT_LT(take().size(), 100U);
   macros.waitFor({milliseconds(5000), milliseconds(5000), milliseconds(1)});
   during = [&] {
     if (log.size() >= 2) macros.cancel();
   };
-  EXPECT_EQ(upload({Result::kDone, Result::kCancelled, Result::kCancelled}).holds, PanelHolds::kUnknown);
+  EXPECT_EQ(upload({kDone, kCancelled, kCancelled}).holds, PanelHolds::kUnknown);
   EXPECT_EQ(cancels, 2);
   EXPECT_EQ(take().size(), 3U);
 }

@@ -2,20 +2,14 @@
 #include <gmock/gmock.h>
 #include <numeric>
 
-#include "dictionary/InterfaceFile.h"
 #include "model/FunctionSearch.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/support/SmallDictionary.h"
 
 namespace tessaly {
 namespace {
 
 struct FunctionSearchTest : testing::Test {
-  static const FunctionDictionary& dictionary() {
-    static FunctionDictionary& dictionary = *new FunctionDictionary;
-    if (dictionary.functionCount() == 0)
-      loadFunctionDictionary(SiteRoot(sourcePath("site")), dictionary, [](const std::string&) {});
-    return dictionary;
-  }
+  static const FunctionDictionary& dictionary() { return siteDictionary(); }
   static FunctionSearch::Functions all() {
     FunctionSearch::Functions all(dictionary().functionCount());
     std::iota(all.begin(), all.end(), 0U);

@@ -115,6 +115,39 @@ TEST_F(MacroBytesTest, WhatCannotBeKeptIsNotSaved) {
   }
 }
 
+TEST_F(MacroBytesTest, BrokenFilesAreToldAndLeftAlone) {
+  const std::string plain = kOddFiles[0].bytes();
+  std::string deep;
+  for (int i = 0; i < 300; ++i) deep = "<macro>" + deep + "</macro>";
+  const std::pair<std::string, bool> cases[] = {
+      {"", true},
+      {plain.substr(0, plain.size() / 2), true},
+      {std::string("<macro name='\0'/>", 17), true},
+      {std::string("\x7F\x45\x4C\x46\x02\x01\0\0", 8), true},
+      {"<!DOCTYPE macro [<!ENTITY a 'b'>]>" + plain, true},
+      {deep, true},
+      {"no markup at all", true},
+      {"<x><macro name='a'/></x>", false},  // this and the rest parse
+      {"<macro/>", false},
+      {"<macro><x><data/></x></macro>", false}};
+  for (const auto& [bytes, told] : cases) {
+    SCOPED_TRACE(bytes.substr(0, 40));
+    put(bytes);
+    for (const Operation& operation : kOperations) {
+      EXPECT_FALSE(operation.run(access(), "NEW")) << operation.what;
+      EXPECT_EQ(messages.take().size(), told ? 1U : 0U) << operation.what;
+    }
+    std::string name = "???", renamed = "new";
+    MacroCommands commands;
+    EXPECT_FALSE(readMacroName(access(), kFile, name) || renameMacro(access(), kFile, renamed) ||
+                 loadCommands(access(), kFile, commands));
+    EXPECT_EQ(name + renamed, told ? "??????" : "???new");
+    EXPECT_EQ(messages.take(),
+              std::vector<std::string>(told ? 3 : 0, R"(Cannot parse Macro: c:\work\macro007.mac)"));
+    EXPECT_EQ(read(kFile), bytes);
+  }
+}
+
 // Each operation stores its texts in the encoding of the file, or nothing.
 TEST_F(MacroBytesTest, TextsAreStoredInTheEncodingOfTheFileOrNotAtAll) {
   const std::string western = "<?xml version='1.0' encoding='ISO-8859-1'?>\n";

@@ -1,4 +1,3 @@
-#include <functional>
 #include <gmock/gmock.h>
 #include <tinyxml.h>
 
@@ -16,7 +15,6 @@ using testing::IsEmpty;
 constexpr const char* kFile = R"(c:\work\macro007.mac)";
 constexpr const char* kOther = R"(c:\work\other.mac)";
 constexpr const char* kKey = R"(c:\work\key03.upk)";
-constexpr const char* kReport = R"(Cannot parse Macro: c:\work\macro007.mac)";
 
 std::string macro(const std::string& data) { return "<macro name='M'><data>" + data + "</data></macro>"; }
 
@@ -305,59 +303,6 @@ TEST_F(MacroFileTest, WhatChangesNothingLeavesEachByte) {
   write(kFile, bytes);
   std::filesystem::permissions(root.resolve(kFile), std::filesystem::perms::owner_read);
   EXPECT_TRUE(editMacroFile(access(), kFile, MoveCommands{{0}, 0})) << "it cannot be written, and is not";
-}
-
-// Every operation that reads a macro file.
-const std::function<Outcome(const SiteAccess&, std::string&)> kOperations[] = {
-    [](auto& site, auto&) {
-      return insertCommand(site, kFile, 0, {"x", {}}, 1, InsertMode::kAppend);
-    },
-    [](auto& site, auto&) {
-      return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, Destination::mainframe(4));
-    },
-    [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
-    [](auto& site, auto&) {
-      return editMacroFile(site, kFile, ReplaceCommand{0, {"x", {}}, 1});
-    },
-    [](auto& site, auto&) { return setCommandValue(site, kFile, 0, "x"); },
-    [](auto& site, auto& name) {
-      return readMacroName(site, kFile, name) ? Outcome() : Outcome(Failure{Failure::Kind::kNoMacro, ""});
-    },
-    [](auto& site, auto& name) { return renameMacro(site, kFile, name); }};
-
-TEST_F(MacroFileTest, LeavesBrokenFilesAlone) {
-  std::string deep;
-  for (int i = 0; i < 300; ++i) deep = "<macro>" + deep + "</macro>";
-  const std::string whole = macro("<cmd fid='a'><param name='p' value='1'/></cmd>");
-  const std::pair<std::string, bool> cases[] = {
-      {"", true},
-      {whole.substr(0, whole.size() / 2), true},
-      {std::string("<macro name='\0'/>", 17), true},
-      {std::string("\x7F\x45\x4C\x46\x02\x01\0\0", 8), true},
-      {"<!DOCTYPE macro [<!ENTITY a 'b'>]>" + whole, true},
-      {deep, true},
-      {"no markup at all", true},
-      {"<x><macro name='a'/></x>", false},  // this and the rest parse
-      {"<macro/>", false},
-      {"<macro><x><data/></x></macro>", false}};
-  write(kOther, whole);
-  for (const auto& [bytes, reported] : cases) {
-    SCOPED_TRACE(bytes.substr(0, 40));
-    write(kFile, bytes);
-    for (const auto& operation : kOperations) {
-      std::string name = "???";
-      EXPECT_FALSE(operation(access(), name));
-      EXPECT_EQ(name, "???");
-    }
-    EXPECT_EQ(messages.take(), std::vector<std::string>(reported ? std::size(kOperations) : 0, kReport));
-    std::string name = "new";
-    EXPECT_FALSE(renameMacro(access(), kFile, name));
-    EXPECT_EQ(name, reported ? "???" : "new");
-    MacroCommands commands;
-    EXPECT_FALSE(loadCommands(access(), kFile, commands));
-    EXPECT_EQ(read(kFile), bytes);
-    EXPECT_EQ(messages.take(), std::vector<std::string>(reported ? 2 : 0, kReport));
-  }
 }
 
 }  // namespace

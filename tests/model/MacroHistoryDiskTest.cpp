@@ -19,10 +19,8 @@ TEST(MacroHistoryDiskTest, WhatIsKeptIsKeptWithItsRecordOrNotAtAll) {
   bool unflushed = false;
   for (std::size_t failing = 1; failing <= flushed; ++failing) {
     site.write(kFile, std::to_string(failing));
-    Flushes flushes{{}, failing, EIO};
-    watched = &flushes;
+    const Flushes flushes(failing);
     const Outcome kept = history.keepFile(kFile, MacroChange::kSave);
-    watched = nullptr;
     flushed = std::max(flushed, flushes.names.size());
     unflushed = unflushed || (!kept && kept.written());
     const std::vector<KeptMacro> all = history.list();

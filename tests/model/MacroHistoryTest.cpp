@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <thread>
 
 #include "model/MacroHistory.h"
 #include "model/RecordText.h"
@@ -161,7 +160,6 @@ TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
   EXPECT_THAT(contents(next), ElementsAre("6", "5", "4", "3"));
 }
 
-// The count stands in the lock file and in the names; either may be lost, and it goes on.
 TEST_F(MacroHistoryTest, TheCountGoesOnWhateverIsLost) {
   site.write("history\\lock", "40");
   site.write(kFile, "1");
@@ -274,28 +272,6 @@ TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {
   EXPECT_EQ(full.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kFull);
   EXPECT_EQ(full.takeFailure()->kind, Failure::Kind::kFull);
   EXPECT_EQ(full.list().size(), 2 * kLastVersions) << "it gives what it can spare, and no more";
-}
-
-TEST_F(MacroHistoryTest, ChangesOfOneFileWaitForEachOther) {
-  constexpr int kWorkers = 4, kRounds = 5;
-  site.write(kFile, "0");
-  std::vector<std::thread> workers;
-  for (int i = 0; i < kWorkers; ++i)
-    workers.emplace_back([&] {
-      MacroHistory::Limits limits;
-      limits.patience = std::chrono::minutes(1);
-      MacroHistory own(site.root, limits);  // as another program has
-      for (int round = 0; round < kRounds; ++round) {
-        EXPECT_TRUE(own.change(kFile, MacroChange::kEdit, [&] {
-          return writeFile(site.root, kFile, std::to_string(std::stoi(site.read(kFile)) + 1));
-        }));
-      }
-    });
-  for (std::thread& worker : workers) worker.join();
-  EXPECT_EQ(site.read(kFile), std::to_string(kWorkers * kRounds));
-  std::vector<std::string> every;
-  for (int i = kWorkers * kRounds - 1; i >= 0; --i) every.push_back(std::to_string(i));
-  EXPECT_EQ(contents(history), every);
 }
 
 TEST_F(MacroHistoryTest, WaitingForAnotherProgramEnds) {

@@ -30,6 +30,12 @@ class PanelTest : public testing::Test {
     return "PANEL.MACRO" + std::to_string(workplace) + ".REG" + std::to_string(number) + ".NAME";
   }
 
+  static ParameterList registerNumber(const std::string& text) {
+    ParameterList list;
+    list.addString("REG", text);
+    return list;
+  }
+
   PanelOptions options() {
     PanelOptions options;
     options.controlPort = options.ftpPort = 0;

@@ -90,9 +90,7 @@ TEST_F(PanelTest, AMacroIsCarriedOutAndWhatIsTypedIsChecked) {
   for (const std::string& name : {clip, std::string("PANEL.MACRO1.RUNNING")})
     ASSERT_TRUE(connection.subscribe(name));
   ASSERT_TRUE(runPromptLine(*panel, "watch " + clip).known);
-  ParameterList macro;
-  macro.addString("REG", "007");
-  ASSERT_TRUE(connection.callFunctionId("PANEL.MACRO1.RUN", macro));
+  ASSERT_TRUE(connection.callFunctionId("PANEL.MACRO1.RUN", registerNumber("007")));
   const std::vector<std::string> wanted = {"value PANEL.MACRO1.RUNNING=007", "value " + clip + "=0.25",
                                            "value " + clip + "=0.750000", "value PANEL.MACRO1.RUNNING="};
   ASSERT_TRUE(soon([&] { return recorder.events().size() == 7; })) << "status 0, two values, what followed";

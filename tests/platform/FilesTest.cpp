@@ -177,26 +177,21 @@ TEST_F(FilesTest, WhatIsFlushedIsLookedAt) {
   for (const Case& one : {Case{1, EIO, Kind::kDiskError, "old"}, Case{2, EIO, Kind::kUnflushed, "new"},
                           Case{1, EINVAL, std::nullopt, "new"}, Case{2, EINVAL, std::nullopt, "new"}}) {
     put("c/old.mac", "old");
-    Flushes flushes{{}, one.failing, one.error};
-    watched = &flushes;
+    const Flushes flushes(one.failing, one.error);
     const Outcome outcome = writeFile(root_, "c:\\old.mac", "new");
-    watched = nullptr;
     EXPECT_EQ(outcome ? std::nullopt : std::optional(outcome.failure().kind), one.kind) << one.failing;
     EXPECT_EQ(bytes("c/old.mac"), one.content);
     EXPECT_EQ(entries("c"), 1);
   }
-  Flushes removal{{}, 1, EIO};
-  watched = &removal;
-  EXPECT_EQ(removeFile(root_, "c:\\old.mac").failure().kind, Kind::kUnflushed);
-  watched = nullptr;
-  EXPECT_EQ(removal.names, std::vector<std::string>{"c"});
+  {
+    const Flushes removal(1);
+    EXPECT_EQ(removeFile(root_, "c:\\old.mac").failure().kind, Kind::kUnflushed);
+    EXPECT_EQ(removal.names, std::vector<std::string>{"c"});
+  }
   for (const std::size_t failing : {0U, 2U}) {
     fs::remove_all(host("c/one"));
-    Flushes flushes{{}, failing, EIO};
-    watched = &flushes;
-    const Outcome made = makeFolder(root_, "c:\\one\\two");
-    watched = nullptr;
-    EXPECT_EQ(made.done(), failing == 0);
+    const Flushes flushes(failing);
+    EXPECT_EQ(makeFolder(root_, "c:\\one\\two").done(), failing == 0);
     EXPECT_EQ(flushes.names, (std::vector<std::string>{"c", "one"}))
         << "a new folder is a name in its parent";
   }
@@ -215,10 +210,10 @@ TEST_F(FilesTest, WhatIsPutBehindAFileIsThereOrNot) {
     EXPECT_FALSE(appendToOwnFile(root_, "c:\\log", 6, "0123"));
   }
   EXPECT_EQ(bytes("c/log"), "abcXYZ") << "nothing of it stays";
-  Flushes flushes{{}, 1, EIO};
-  watched = &flushes;
-  EXPECT_EQ(appendToOwnFile(root_, "c:\\log", 6, "0123").failure().kind, Failure::Kind::kDiskError);
-  watched = nullptr;
+  {
+    const Flushes flushes(1);
+    EXPECT_EQ(appendToOwnFile(root_, "c:\\log", 6, "0123").failure().kind, Failure::Kind::kDiskError);
+  }
   EXPECT_EQ(bytes("c/log"), "abcXYZ");
   EXPECT_TRUE(moveOwnFile(root_, "c:\\log", "c:\\moved"));
   EXPECT_EQ(moveOwnFile(root_, "c:\\log", "c:\\moved").failure().kind, Failure::Kind::kMissing);

@@ -1,23 +1,15 @@
 #pragma once
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <random>
-#include <string>
 
-#include "platform/SiteRoot.h"
+#include "tests/support/TestSite.h"
 
 namespace tessaly {
 
 // A private root, removed at the end. `put` and `bytes` bypass the code under test.
 class TemporarySite : public testing::Test {
  protected:
-  TemporarySite() : folder_(newFolder()), root_(folder_) {}
-  ~TemporarySite() override { std::filesystem::remove_all(folder_); }
-
-  std::filesystem::path host(const std::string& relative) const { return folder_ / hostPath(relative); }
+  std::filesystem::path host(const std::string& relative) const { return root_.path() / hostPath(relative); }
 
   void put(const std::string& relative, const std::string& content) const {
     std::filesystem::create_directories(host(relative).parent_path());
@@ -35,19 +27,10 @@ class TemporarySite : public testing::Test {
   }
 
  private:
-  static std::filesystem::path newFolder() {
-    std::random_device random;
-    std::filesystem::path folder;
-    do {
-      folder = std::filesystem::temp_directory_path() / ("tessaly-test-" + std::to_string(random()));
-    } while (!std::filesystem::create_directory(folder));
-    return folder;
-  }
-
-  std::filesystem::path folder_;
+  TestSite site_;
 
  protected:
-  SiteRoot root_;
+  const SiteRoot& root_ = site_.root;
 };
 
 }  // namespace tessaly

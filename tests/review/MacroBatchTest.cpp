@@ -19,12 +19,10 @@ using Mode = MacroBatch::Mode;
 using State = MacroBatch::Row::State;
 using How = BatchRecovery::How;
 
-// Copy and restore: a row that cannot go holds up no other; a second run takes it up; one undo takes all of
-// it back, but not what somebody has changed since.
 TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
   site.write(file(1), "<foreign/>");
-  MacroBatch batch(places, "copy of 4 macros", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {item(0), item(1), item(2, std::nullopt), item(3, kNew, HeldContent::nothing())});
+  MacroBatch batch =
+      batchOf({item(0), item(1), item(2, std::nullopt), item(3, kNew, HeldContent::nothing())});
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(statesOf(batch), ElementsAre(State::kDone, State::kAsBefore, State::kDone, State::kDone));
   EXPECT_EQ(batch.rows()[1].why.kind, Failure::Kind::kChanged);
@@ -36,8 +34,7 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
 
   site.write(file(0), "<later/>");
   std::size_t lost = 0;
-  MacroBatch undo(places, "undo", MacroChange::kPutBack, Mode::kAsManyAsGo,
-                  *undoing(tracesOf(batch), site.root, history, lost));
+  MacroBatch undo = batchOf(*undoing(tracesOf(batch), site.root, history, lost));
   EXPECT_TRUE(undo.run());
   EXPECT_EQ(lost, 0U);
   EXPECT_THAT(disk(), ElementsAre("<later/>", kOld, kOld, "<missing>"));
@@ -46,6 +43,13 @@ TEST_F(MacroBatchTest, AsManyRowsAsGoAreWrittenAndUndoneAsOne) {
 // What a cut line has left of this batch's own is written over, what somebody else has put there is not; and
 // the old macro is what an undo brings back.
 TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
+  const std::vector<BatchItem> onThePanel{{onPanel(0), kNew, HeldContent::of(kOld)}};
+  const auto tear = [this](MacroBatch& batch) {
+    panel.files[0] = kOld;
+    panel.tears = true;
+    EXPECT_TRUE(batch.run());
+    panel.tears = false;
+  };
   struct Case {
     const char* found;  // at the second try; null: the part as it was left
     bool done;
@@ -53,13 +57,9 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   for (const auto& [found, done] :
        {Case{nullptr, true}, {"<ol", true}, {kOld, true}, {kNew, true}, {"<x/>", false}}) {
     SCOPED_TRACE(found ? found : "its own part");
-    panel.files[0] = kOld;
-    MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                     {{onPanel(0), kNew, HeldContent::of(kOld)}});
-    panel.tears = true;
-    EXPECT_TRUE(batch.run());
+    MacroBatch batch = batchOf(onThePanel);
+    tear(batch);
     EXPECT_EQ(batch.rows()[0].state, State::kUnknown);
-    panel.tears = false;
     if (found) panel.files[0] = found;
     EXPECT_TRUE(batch.run());
     EXPECT_EQ(batch.rows()[0].done(), done);
@@ -67,12 +67,8 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
     EXPECT_EQ(batch.rows()[0].before, HeldContent::of(kOld));
   }
   // What cannot be read at the second try is still not known, rather than as before.
-  panel.files[0] = kOld;
-  MacroBatch blind(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
-  panel.tears = true;
-  EXPECT_TRUE(blind.run());
-  panel.tears = false;
+  MacroBatch blind = batchOf(onThePanel);
+  tear(blind);
   for (const bool read : {false, true}) {
     panel.unreadable = read ? -1 : 0;
     panel.refused = read ? 0 : -1;
@@ -83,11 +79,9 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   EXPECT_TRUE(blind.run());
   EXPECT_EQ(panel.files[0], kNew);
   // Also by the next start, when the program ends before the second try has begun anything.
-  panel.files[0] = kOld;
-  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {{onPanel(0), kNew, HeldContent::of(kOld)}});
+  MacroBatch batch = batchOf(onThePanel);
+  tear(batch);
   panel.tears = true;
-  EXPECT_TRUE(batch.run());
   panel.onAsked = [] { throw 1; };
   EXPECT_ANY_THROW(static_cast<void>(batch.run()));
   panel.onAsked = {};
@@ -95,12 +89,10 @@ TEST_F(MacroBatchTest, OnlyItsOwnPartIsWrittenOver) {
   panel.tears = false;
   EXPECT_EQ(recoverBatches(places)[0].how, How::kEnded);
   EXPECT_EQ(panel.files[0], kNew);
-  MacroBatch twice(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo,
-                   {item(0), {{"C:/wp/MACRO000.mac", {}, 0, {}}, kNew}});
+  MacroBatch twice = batchOf({item(0), {{"C:/wp/MACRO000.mac", {}, 0, {}}, kNew}});
   EXPECT_EQ(twice.run().failure().kind, Failure::Kind::kInTheWay);
 }
 
-// Replacement on the disk: whatever stops it, nothing of it stays, nor a journal.
 TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
   enum class Stop { kProtected, kCancel, kForeign, kChangedBefore, kPanel };
   for (const Stop stop :
@@ -113,7 +105,7 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
     if (stop == Stop::kChangedBefore) items[3].expected = HeldContent::of("<other/>");
     if (stop == Stop::kForeign) items[3].expected = {};  // as it was read counts
     protect(2, stop == Stop::kProtected);
-    MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, std::move(items));
+    MacroBatch batch = batchOf(std::move(items), Mode::kAllOrNone);
     int told = 0;
     const Outcome ran = batch.run([&](std::size_t index, const MacroBatch::Row&) {
       if (++told > 3) return;
@@ -127,14 +119,13 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
     EXPECT_THAT(*BatchJournal::namesIn(site.root), IsEmpty());
     protect(2, false);
   }
-  MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
+  MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(disk(), ElementsAre(kNew, kNew, kOld, "<missing>"));
 }
 
-// What somebody puts over a part of it stays, as does the journal, by which the next start tells of it.
 TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
-  MacroBatch batch(places, "replacement", MacroChange::kEdit, Mode::kAllOrNone, {item(0), item(1)});
+  MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
   int told = 0;
   EXPECT_TRUE(batch.run([&](std::size_t, const MacroBatch::Row&) {
     if (++told > 1) return;
@@ -148,13 +139,12 @@ TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {
 
 TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
   site.write("history", "in the way");
-  MacroBatch batch(places, "copy", MacroChange::kCopy, Mode::kAsManyAsGo, {item(0)});
+  MacroBatch batch = batchOf({item(0)});
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(statesOf(batch), ElementsAre(State::kAsBefore));
   EXPECT_EQ(site.read(file(0)), kOld);
 }
 
-// What the next start makes of each state that a program may have died in.
 TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   using Held = HeldContent;
   // What a place holds: by the old, new, torn and foreign bytes that a letter stands for.
@@ -231,7 +221,6 @@ TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   EXPECT_EQ(panel.files[2], kNew);
 }
 
-// The name of a file alone may differ where it is told so; any other byte is a difference.
 TEST(WorkplaceComparisonTest, OnlyANewNameIsARenaming) {
   const std::string whole =
       R"(<?xml version="1.0"?><macro name="One" x="1"><data><cmd fid="A" /></data></macro>)";
@@ -257,7 +246,6 @@ TEST(WorkplaceComparisonTest, OnlyANewNameIsARenaming) {
   }
 }
 
-// A row for each number of either side, with what is known of it.
 TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
   using Row = WorkplaceRow::State;
   DiskShelf left(site.root, history, "c:\\wp"), right(site.root, history, "c:\\other\\");
@@ -286,8 +274,7 @@ TEST_F(MacroBatchTest, AWorkplaceStandsBesideAnother) {
   EXPECT_EQ(comparison.run({}).failure().kind, Failure::Kind::kCancelled);
 }
 
-// Catches two unreadable macros that are called the same, a reason of the wrong side, and a macro that has
-// gone.
+// Catches two unreadable macros that are called the same, and a reason of the wrong side.
 TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
   FakeShelf other;
   panel.listed = other.listed = {0, 1, 2, 3, 4};
@@ -309,7 +296,6 @@ TEST_F(MacroBatchTest, WhatIsNotKnownIsToldAsSuch) {
   EXPECT_TRUE(panel.cancelled && other.cancelled);
 }
 
-// A journal that was cut anywhere, or has a byte of another, is read as far as it is whole, or refused.
 TEST_F(MacroBatchTest, AJournalIsReadAsFarAsItIsWhole) {
   BatchRecord record{"copy \n of",
                      Mode::kAllOrNone,

@@ -4,24 +4,17 @@
 #include <string>
 
 #include "classic/DecodingList.h"
-#include "dictionary/InterfaceFile.h"
-#include "tests/support/BuildPaths.h"
+#include "tests/support/SmallDictionary.h"
 
 namespace tessaly {
 
 // The sample site's dictionary and lists.
 struct SampleMacrosTest : testing::Test {
-  static void SetUpTestSuite() { static_cast<void>(dictionary()); }
   static const SiteRoot& root() {
     static const SiteRoot root{sourcePath("site")};
     return root;
   }
-  static FunctionDictionary& dictionary() {
-    static FunctionDictionary dictionary;
-    static const bool loaded = (loadFunctionDictionary(root(), dictionary, {}), true);
-    static_cast<void>(loaded);
-    return dictionary;
-  }
+  static const FunctionDictionary& dictionary() { return siteDictionary(); }
 
   DecodingLists lists{root()};
 };

@@ -1,6 +1,8 @@
 // Macros on paper: what a sheet tells, where its pages break, and what its files are.
 #include <gmock/gmock.h>
 #include <map>
+#include <regex>
+#include <set>
 
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
@@ -48,8 +50,6 @@ bool shows(const SheetPage& page, const std::string& text) {
   return std::ranges::any_of(page.texts, [&](const SheetText& piece) { return piece.text == text; });
 }
 
-// Long words, long lines, long names and more rows than a page: all of it is on the pages, inside of the
-// margins, above the foot, and no piece over another.
 TEST(Sheet, NothingIsCutOffOnAnyPaper) {
   const std::string words = "many words that go on until they wrap, ", word(400, 'W');
   Sheet sheet{"Show", true, {macroOf(300), macroOf(1, word), macroOf(1, replaceAll(word, "W", words)), {}}};
@@ -82,7 +82,6 @@ TEST(Sheet, NothingIsCutOffOnAnyPaper) {
   }
 }
 
-// The last row that a page takes, and the first that it does not; the heading goes on, and so do the numbers.
 TEST(Sheet, BreaksBetweenRowsAndSaysWhereItGoesOn) {
   const SheetOptions plain{.after = false, .findings = false, .notes = false, .date = kDay};
   const auto one = [&](std::size_t commands) {
@@ -112,7 +111,6 @@ TEST(Sheet, BreaksBetweenRowsAndSaysWhereItGoesOn) {
   EXPECT_GE(pagesOf(noted, notes).pages.at(1).rules.size(), 4U);
 }
 
-// The numbers in the table are those of the pages, also where the table itself takes more than one.
 TEST(Sheet, TheTableLeadsToThePages) {
   Sheet sheet{"c:\\m", true, {}};
   for (std::size_t i = 0; i < 120; ++i) {
@@ -191,83 +189,57 @@ TEST(Sheet, HtmlAndCsvTellAllOfIt) {
   const std::string html =
       *writeSheet(everything(), {.paper = Paper::kA5, .date = kDay}, {}, SheetFormat::kHtml);
   EXPECT_NE(html.find("@page { size: A5 portrait;"), html.npos);
+  EXPECT_THAT(html, AllOf(HasSubstr("<a href=\"#m4\">Cut</a>"), HasSubstr("<h2 id=\"m4h\">009 - Cut</h2>")));
+  const auto count = [&html](const std::string& text) { return replaceAll(html, text, text + '.').size(); };
+  for (const std::string tag : {"main", "section", "table", "thead", "tbody", "tr", "td", "ul", "h2", "h3"})
+    EXPECT_EQ(count('<' + tag), count("</" + tag + '>')) << tag;
+  const std::string told =
+      std::regex_replace(html.substr(html.find("<h1>")), std::regex("(<[^>]*>|\n)+"), "|");
   EXPECT_EQ(
-      replaceAll(replaceAll(html.substr(html.find("<h1>")), "<div class=\"note\"></div>\n", "_"), "\n", ""),
-      "<h1>Show</h1><h2>Macros</h2><h3>c:\\m</h3><table><thead><tr><th scope=\"col\">Number</th><th scope="
-      "\"col\">Name</th></tr></thead><tbody><tr><td class=\"n\"><a href=\"#m1\">007</a></td><td><a "
-      "href=\"#m1\""
-      ">Opening</a></td></tr><tr><td class=\"n\"><a href=\"#m2\">008</a></td><td><a href=\"#m2\">Torn</a></td"
-      "></tr></tbody></table><table><thead><tr><th scope=\"col\">Number</th><th scope=\"col\">Name</th></tr"
-      "></thead><tbody><tr><td class=\"n\"><a href=\"#m3\"></a></td><td><a href=\"#m3\">Draft</a></td></tr></"
-      "tbody></table><h3>c:\\n</h3><table><thead><tr><th scope=\"col\">Number</th><th scope=\"col\">Name</th"
-      "></tr></thead><tbody><tr><td class=\"n\"><a href=\"#m4\">009</a></td><td><a href=\"#m4\">Cut</a></td><"
-      "/tr></tbody></table><section id=\"m1\" aria-labelledby=\"m1h\"><h2 id=\"m1h\">007 - Opening</h2><p cla"
-      "ss=\"place\">c:\\m</p><h3>Findings</h3><ul class=\"findings\"><li>warning: macro001.mac has the same "
-      "name</li></ul><h3>Mainframe1</h3><table><thead><tr><th scope=\"col\">Number</th><th scope=\"col\">Co"
-      "mmand</th></tr></thead><tbody><tr><td class=\"n\">1</td><td>Level ==&gt; 50.0%<ul class=\"findings\""
-      "><li>error: VALUE: &quot;7&quot; is beyond the limits; right: 1</li></ul></td></tr><tr><td class"
-      "=\"n\">2</td><td>Cut</td></tr></tbody></table><h3>Panel/Workplace3</h3><table><thead><tr><th scope"
-      "=\"col\">Number</th><th scope=\"col\">Command</th></tr></thead><tbody><tr><td class=\"n\">3</td><td>Di"
-      "mmer</td></tr></tbody></table><h3>After this macro</h3><h4>Mainframe1</h4><table class=\"after\"><"
-      "thead><tr><th scope=\"col\">Name</th><th scope=\"col\">Value</th></tr></thead><tbody><tr><td>Level</"
-      "td><td>50.0%</td></tr></tbody></table><table class=\"after\"><thead><tr><th scope=\"col\">Name</th><"
-      "th scope=\"col\">Value</th></tr></thead><tbody><tr><td>Dimmer</td><td>unknown</td></tr></tbody></t"
-      "able><p class=\"none\">What these commands do, or a part of it, cannot be told: 2, 3</p><h3>Notes<"
-      "/h3>________</section><section id=\"m2\" aria-labelledby=\"m2h\"><h2 id=\"m2h\">008 - Torn</h2><p clas"
-      "s=\"place\">c:\\m</p><p>cannot be read (no macro)</p><h3>Notes</h3>________</section><section id=\"m"
-      "3\" aria-labelledby=\"m3h\"><h2 id=\"m3h\">Draft (unsaved changes)</h2><p class=\"none\">empty "
-      "macro</p"
-      "><h3>Notes</h3>________</section><section id=\"m4\" aria-labelledby=\"m4h\"><h2 id=\"m4h\">009 - Cut</"
-      "h2><p class=\"place\">c:\\n</p><table><thead><tr><th scope=\"col\">Number</th><th "
-      "scope=\"col\">Command"
-      "</th></tr></thead><tbody><tr><td class=\"n\">1</td><td>Cut</td></tr></tbody></table><h3>After this"
-      " macro</h3><p class=\"none\">no value that could be told is changed</p><h3>Notes</h3>________</sec"
-      "tion></main><footer><p class=\"foot\">2026-11-25</p></footer></body></html>");
+      told,
+      "|Show|Macros|c:\\m|Number|Name|007|Opening|008|Torn|Number|Name|Draft|c:\\n|Number|Name|009|Cut|"
+      "007 - Opening|c:\\m|Findings|warning: macro001.mac has the same name|Mainframe1|Number|Command|1|"
+      "Level ==&gt; 50.0%|error: VALUE: &quot;7&quot; is beyond the limits; right: 1|2|Cut|"
+      "Panel/Workplace3|Number|Command|3|Dimmer|After this macro|Mainframe1|Name|Value|Level|50.0%|Name|"
+      "Value|Dimmer|unknown|What these commands do, or a part of it, cannot be told: 2, 3|Notes|"
+      "008 - Torn|c:\\m|cannot be read (no macro)|Notes|Draft (unsaved changes)|empty macro|Notes|"
+      "009 - Cut|c:\\n|Number|Command|1|Cut|After this macro|no value that could be told is changed|"
+      "Notes|2026-11-25|");
 }
 
-// Each text with its place, width, size and gray, and each rule.
+// Each kind of text and of rule with its left edge, and each way from one line to the next.
 TEST(Sheet, EachThingHasItsPlace) {
   Sheet sheet = everything();
   sheet.macros.erase(sheet.macros.begin() + 1, sheet.macros.end());
   const SheetPages pages = pagesOf(sheet, {.paper = Paper::kA5, .date = kDay});
-  std::string text;
+  std::set<std::string> texts, rules, ways;
   for (const SheetPage& page : pages.pages) {
-    text += '[' + page.bookmark + "]\n";
-    for (const auto& [x, y, width, size, face, gray, letters] : page.texts)
-      text +=
-          format("%.1f %.1f %.1f %.1f%s %.2f ", x, y, width, size, face == PdfFace::kBold ? "b" : "", gray) +
-          letters + '\n';
-    for (const auto& [x, y, length, width, gray] : page.rules)
-      text += format("%.1f %.1f %.1f %.1f %.2f\n", x, y, length, width, gray);
+    double above = 0;
+    for (const auto& [x, y, width, size, face, gray, letters] : page.texts) {
+      texts.insert(format("%.1f %.1f%s %.2f", x, size, face == PdfFace::kBold ? "b" : "", gray));
+      ways.insert(format("%.1f", y - above));
+      above = y;
+    }
+    above = 0;
+    for (const auto& [x, y, length, width, gray] : page.rules) {
+      rules.insert(format("%.1f %.1f %.1f %.2f", x, length, width, gray));
+      ways.insert(format("rule %.1f", y - above));
+      above = y;
+    }
   }
-  EXPECT_EQ(
-      text,
-      "[Macros]\n34.0 46.0 42.0 12.0b 0.00 Macros\n34.0 57.5 19.1 7.7 0.40 Show\n"
-      "34.0 82.1 30.2 8.5 0.40 Number\n78.0 82.1 22.7 8.5 0.40 Name\n365.7 82.1 19.8 8.5 0.40 Page\n"
-      "34.0 103.8 17.5 8.5b 0.00 c:\\m\n34.0 118.0 14.2 8.5 0.00 007\n78.0 118.0 32.1 8.5 0.00 Opening\n"
-      "380.8 118.0 4.7 8.5 0.00 2\n34.0 561.3 40.9 8.0 0.40 2026-11-25\n"
-      "345.5 561.3 40.0 8.0 0.40 page 1 of 2\n34.0 63.6 351.5 0.8 0.00\n34.0 86.0 351.5 0.4 0.75\n"
-      "34.0 122.0 351.5 0.4 0.75\n34.0 549.3 351.5 0.4 0.75\n[007 - Opening]\n"
-      "34.0 46.0 79.4 12.0b 0.00 007 - Opening\n34.0 57.5 14.5 7.7 0.40 c:\\m\n"
-      "34.0 82.1 35.4 8.5b 0.00 Findings\n34.0 96.3 2.8 8.5b 0.00 !\n"
-      "41.0 96.3 167.7 8.5 0.40 warning: macro001.mac has the same name\n"
-      "34.0 118.0 47.2 8.5b 0.00 Mainframe1\n43.3 132.2 4.7 8.5 0.40 1\n"
-      "55.0 132.2 64.0 8.5 0.00 Level ==> 50.0%\n55.0 143.4 2.8 8.5b 0.00 !\n"
-      "62.0 143.4 171.4 8.5 0.40 error: VALUE: \"7\" is beyond the limits; right: 1\n"
-      "43.3 157.2 4.7 8.5 0.40 2\n55.0 157.2 13.2 8.5 0.00 Cut\n"
-      "34.0 178.9 72.8 8.5b 0.00 Panel/Workplace3\n43.3 193.1 4.7 8.5 0.40 3\n"
-      "55.0 193.1 29.7 8.5 0.00 Dimmer\n34.0 214.8 117.6 8.5b 0.00 After this macro: Mainframe1\n"
-      "34.0 229.0 20.3 8.5 0.00 Level\n258.9 229.0 24.1 8.5 0.00 50.0%\n"
-      "34.0 250.8 65.2 8.5b 0.00 After this macro\n34.0 265.0 29.7 8.5 0.00 Dimmer\n"
-      "258.9 265.0 34.0 8.5 0.00 unknown\n"
-      "34.0 278.7 228.2 8.5 0.40 What these commands do, or a part of it, cannot be told: 2, 3\n"
-      "34.0 300.4 23.6 8.5b 0.00 Notes\n34.0 561.3 40.9 8.0 0.40 2026-11-25\n"
-      "345.5 561.3 40.0 8.0 0.40 page 2 of 2\n34.0 63.6 351.5 0.8 0.00\n34.0 233.0 351.5 0.4 0.75\n"
-      "34.0 269.0 351.5 0.4 0.75\n34.0 324.1 351.5 0.4 0.40\n34.0 342.1 351.5 0.4 0.40\n"
-      "34.0 360.1 351.5 0.4 0.40\n34.0 378.1 351.5 0.4 0.40\n34.0 396.1 351.5 0.4 0.40\n"
-      "34.0 414.1 351.5 0.4 0.40\n34.0 432.1 351.5 0.4 0.40\n34.0 450.1 351.5 0.4 0.40\n"
-      "34.0 468.1 351.5 0.4 0.40\n34.0 486.1 351.5 0.4 0.40\n34.0 504.1 351.5 0.4 0.40\n"
-      "34.0 522.1 351.5 0.4 0.40\n34.0 540.1 351.5 0.4 0.40\n34.0 549.3 351.5 0.4 0.75\n");
+  const auto joined = [](const std::set<std::string>& all) {
+    std::string line;
+    for (const std::string& one : all) line += one + ", ";
+    return line;
+  };
+  EXPECT_EQ(joined(texts),
+            "258.9 8.5 0.00, 34.0 12.0b 0.00, 34.0 7.7 0.40, 34.0 8.0 0.40, 34.0 8.5 0.00, 34.0 8.5 0.40, "
+            "34.0 8.5b 0.00, 345.5 8.0 0.40, 365.7 8.5 0.40, 380.8 8.5 0.00, 41.0 8.5 0.40, 43.3 8.5 0.40, "
+            "55.0 8.5 0.00, 55.0 8.5b 0.00, 62.0 8.5 0.40, 78.0 8.5 0.00, 78.0 8.5 0.40, ");
+  EXPECT_EQ(joined(rules), "34.0 351.5 0.4 0.40, 34.0 351.5 0.4 0.75, 34.0 351.5 0.8 0.00, ");
+  EXPECT_EQ(joined(ways),
+            "0.0, 11.2, 11.5, 13.7, 14.2, 21.7, 24.6, 260.9, 443.3, 46.0, rule 169.4, rule 18.0, rule 22.5, "
+            "rule 35.9, rule 427.3, rule 55.2, rule 63.6, rule 9.1, ");
 }
 
 TEST(Sheet, TellsWhatAMacroDoesAndWhatIsWrongWithIt) {

@@ -14,8 +14,6 @@ using testing::SizeIs;
 
 using SnapshotRestoreTest = MacroBatchTest;
 
-// Each macro that is another is restored, lost lines and all, and said once; what nobody has seen is let
-// alone.
 TEST_F(SnapshotRestoreTest, ARestoreLooksWritesAndTriesOn) {
   using Restored = RestoreRow::State;
   const auto macro = [](const std::string& name) { return "<macro name=\"" + name + "\"><data/></macro>"; };
@@ -70,7 +68,6 @@ TEST_F(SnapshotRestoreTest, ARestoreLooksWritesAndTriesOn) {
   EXPECT_EQ(panel.files[3], macro("foreign"));
 }
 
-// What has changed on either side since it was compared is let alone; a second run takes up what failed.
 TEST_F(SnapshotRestoreTest, ACopyOfAWorkplaceWritesWhatWasCompared) {
   panel.files = {{1, "<x/>"}, {2, "<y/>"}};
   const auto of = [](const char* bytes) { return HeldContent::of(bytes); };

@@ -10,12 +10,21 @@ namespace {
 constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 
+struct IntegerCase {
+  IntegerParameter parameter;
+  ValueMode mode;
+  const char *from, *to;
+};
+
+struct FloatCase {
+  FloatParameter parameter;
+  bool incremental;
+  ValueMode mode;
+  const char *from, *to;
+};
+
 TEST(ParameterValue, ShowsStoredIntegers) {
-  const struct {
-    IntegerParameter parameter;
-    ValueMode mode;
-    const char *stored, *shown;
-  } cases[] = {
+  const IntegerCase cases[] = {
       {integer(true, 0, 255, 0, 100), kDisplay, "128", "50.2"},
       {integer(true, 0, 255, 0, 100), kDisplay, "", "0.0"},
       {integer(true, 0, 255, 0, 100), kRaw, "128", "128"},
@@ -24,15 +33,11 @@ TEST(ParameterValue, ShowsStoredIntegers) {
       {integer(false, 0, 255, 0, 100), kDisplay, "12x", "12x"},
       {integer(true, kLeast, kMost, kLeast, kMost), kDisplay, "2147483647", "2147483647.0"},
   };
-  for (const auto& c : cases) EXPECT_EQ(shownInteger(c.parameter, c.stored, c.mode), c.shown) << c.stored;
+  for (const auto& c : cases) EXPECT_EQ(shownInteger(c.parameter, c.from, c.mode), c.to) << c.from;
 }
 
 TEST(ParameterValue, StoresShownIntegers) {
-  const struct {
-    IntegerParameter parameter;
-    ValueMode mode;
-    const char *shown, *stored;
-  } cases[] = {
+  const IntegerCase cases[] = {
       {integer(true, 0, 255, 0, 100), kDisplay, "50", "128"},
       {integer(true, 0, 255, 0, 100), kDisplay, "", "0"},
       {integer(true, -512, 512, -100, 100), kDisplay, "-100", "-511"},  // 0.5 up, then towards zero
@@ -45,16 +50,11 @@ TEST(ParameterValue, StoresShownIntegers) {
       {integer(true, kLeast, kMost, 0, 1), kDisplay, "-99", "-2147483648"},
       {integer(true, 0, 1, kLeast, kMost), kDisplay, "2147483647", "1"},
   };
-  for (const auto& c : cases) EXPECT_EQ(storedInteger(c.parameter, c.shown, c.mode), c.stored) << c.shown;
+  for (const auto& c : cases) EXPECT_EQ(storedInteger(c.parameter, c.from, c.mode), c.to) << c.from;
 }
 
 TEST(ParameterValue, ShowsStoredFloats) {
-  const struct {
-    FloatParameter parameter;
-    bool incremental;
-    ValueMode mode;
-    const char *stored, *shown;
-  } cases[] = {
+  const FloatCase cases[] = {
       {decimal(0, 0, 0, 0), true, kDisplay, "512", "0.5000"},
       {decimal(0, 1, 0, 100), true, kDisplay, "-2048", "-2.0000"},
       {decimal(0, 0, 0, 0), true, kRaw, "512", "512"},
@@ -63,18 +63,12 @@ TEST(ParameterValue, ShowsStoredFloats) {
       {decimal(3, 3, 0, 100), false, kDisplay, "1e2", "1e2"},
       {decimal(0, 1, 0, 100), false, kRaw, "0.25", "0.25"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(shownFloat(c.parameter, c.incremental, c.stored, c.mode), c.shown) << c.stored;
-  }
+  for (const auto& c : cases)
+    EXPECT_EQ(shownFloat(c.parameter, c.incremental, c.from, c.mode), c.to) << c.from;
 }
 
 TEST(ParameterValue, StoresShownFloats) {
-  const struct {
-    FloatParameter parameter;
-    bool incremental;
-    ValueMode mode;
-    const char *shown, *stored;
-  } cases[] = {
+  const FloatCase cases[] = {
       {decimal(0, 0, 0, 0), true, kDisplay, "-0.5", "-511"},
       {decimal(0, 0, 0, 0), true, kDisplay, "0.5000", "512"},
       {decimal(0, 0, 0, 0), true, kDisplay, "2.0000", "2047"},
@@ -87,9 +81,8 @@ TEST(ParameterValue, StoresShownFloats) {
       {decimal(0, 1, 5, 5), false, kDisplay, "25", "25"},
       {decimal(4, 4, 0, 100), false, kDisplay, "25", "25"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(storedFloat(c.parameter, c.incremental, c.shown, c.mode), c.stored) << c.shown;
-  }
+  for (const auto& c : cases)
+    EXPECT_EQ(storedFloat(c.parameter, c.incremental, c.from, c.mode), c.to) << c.from;
 }
 
 TEST(ParameterValue, TellsTheRange) {

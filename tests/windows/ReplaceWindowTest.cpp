@@ -59,29 +59,26 @@ class ReplaceWindowTest : public ReviewFixture {
          },
          .failureText = words});
     window_->show();
-    tree_ = window_->findChild<QTreeView*>("changes");
+    tree_ = &child<QTreeView>("changes");
   }
   ~ReplaceWindowTest() override { delete window_; }
   QWidget& top() override { return *window_; }
 
   void type(const char* field, const char* text) {
-    auto* edit = window_->findChild<QLineEdit*>(field);
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
+    child<QLineEdit>(field).selectAll();
+    QTest::keyClicks(&child<QLineEdit>(field), text);
   }
   void preview(const char* from, const char* to) {
     type("from", from);
     type("to", to);
-    QTest::keyClick(window_->findChild<QLineEdit*>("to"), Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !told().isEmpty(); }));
+    QTest::keyClick(&child<QLineEdit>("to"), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !said("outcome").empty(); }));
   }
-  QString told() { return window_->findChild<QLabel*>("outcome")->text(); }
-  QPushButton& button(const char* name) { return *window_->findChild<QPushButton*>(name); }
   QModelIndex command(int macro, int row, int column = 0) {
     return tree_->model()->index(row, column, tree_->model()->index(macro, 0));
   }
   void replace() {
-    QTest::mouseClick(&button("replace"), Qt::LeftButton);
+    click("replace");
     ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->writing(); }));
   }
 
@@ -92,13 +89,11 @@ class ReplaceWindowTest : public ReviewFixture {
 };
 
 TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
-  QStringList kinds;
-  const auto& kind = *window_->findChild<QComboBox*>("kind");
-  for (int i = 0; i < kind.count(); ++i) kinds += kind.itemText(i);
-  EXPECT_EQ(kinds.join('|').toStdString(), "Destination|Segment|Source|Value");
+  EXPECT_THAT(column(*child<QComboBox>("kind").model(), 0),
+              testing::ElementsAre("Destination", "Segment", "Source", "Value"));
   preview("QMF1", "QMF2");
   ASSERT_EQ(tree_->model()->rowCount(), 4) << "with the file that cannot be read";
-  EXPECT_EQ(told(),
+  EXPECT_EQ(said("outcome"),
             "4 commands can be changed; 6 macros looked at in the folder. Off for this site: repeated");
   EXPECT_EQ(headingsOf(*tree_->model()),
             "Command | Before | After | Findings, when what is ticked is changed");
@@ -127,8 +122,7 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   EXPECT_EQ(opened[0][0].value<ReviewedPlace>().place.file, kOne);
   EXPECT_EQ(opened[0][1].toInt() * 10 + opened[1][1].toInt(), 9) << "the second command, and the macro";
   tree_->setFocus();
-  QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier,
-                    tree_->visualRect(command(0, 1, 1)).center());
+  click(*tree_, command(0, 1, 1));
   QTest::keyClick(tree_, Qt::Key_Space);
   EXPECT_EQ(command(0, 1).parent().data(Qt::CheckStateRole), Qt::PartiallyChecked);
   QSignalSpy replaced(window_, &ReplaceWindow::replaced);
@@ -138,8 +132,8 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
   EXPECT_EQ(site.read(kOpen), macro("QMF1", "QMF1"));
   ASSERT_EQ(replaced.size(), 1);
   EXPECT_EQ(replaced[0][1].value<std::vector<BatchTrace>>().size(), 2U) << "one undo for all";
-  EXPECT_FALSE(button("replace").isEnabled()) << "it is done";
-  EXPECT_EQ(told(), "Replaced in 2 macros; \"Undo\" in the menu \"Macro\" takes it back.");
+  EXPECT_FALSE(enabled("replace")) << "it is done";
+  EXPECT_EQ(said("outcome"), "Replaced in 2 macros; \"Undo\" in the menu \"Macro\" takes it back.");
   EXPECT_EQ(replaced[0][0], "replacement in 2 macros");
   EXPECT_THAT(toldBy(*tree_->model()),
               testing::ElementsAre("001 - M [] | macro001.mac [] | replaced [] | ",
@@ -158,15 +152,13 @@ TEST_F(ReplaceWindowTest, GoesOnlyOnceItHasToldWhatItHasWritten) {
   EXPECT_EQ(site.read(kOne), macro("QMF2", "QMF2"));
 }
 
-// Catches findings of changes that are not made.
 TEST_F(ReplaceWindowTest, FindingsAreThoseOfWhatIsTicked) {
   off_ = CheckRule::kNameTwice;
   preview("QMF1", "QMF2");
   const auto findings = [this] { return command(0, 0, ReplaceModel::kFindings).data().toString(); };
   EXPECT_EQ(findings(), "") << "a command repeats the one before it, now as before";
   for (const bool mends : {true, false}) {
-    QTest::mouseClick(tree_->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      tree_->visualRect(command(0, 1, 1)).center());
+    click(*tree_, command(0, 1, 1));
     QTest::keyClick(tree_, Qt::Key_Space);
     EXPECT_TRUE(QTest::qWaitFor([&] { return findings().startsWith("mends in command 2") == mends; }))
         << findings().toStdString();
@@ -178,37 +170,37 @@ TEST_F(ReplaceWindowTest, SomebodyElsesChangeKeepsAllAsItWas) {
   site.write(kTwo, macro("QMF1", "QMF3"));
   QSignalSpy replaced(window_, &ReplaceWindow::replaced);
   replace();
-  EXPECT_THAT(told().toStdString(), testing::StartsWith("NOTHING was replaced: c:\\w\\macro002.mac"));
+  EXPECT_THAT(said("outcome"), testing::StartsWith("NOTHING was replaced: c:\\w\\macro002.mac"));
   EXPECT_EQ(toldBy(*tree_->model())[1], "002 - M [] x | macro002.mac [] |  | ");
   EXPECT_EQ(site.read(kOne), macro("QMF1", "QMF1"));
   EXPECT_EQ(site.read(kTwo), macro("QMF1", "QMF3"));
   EXPECT_TRUE(replaced.isEmpty());
   type("rule", "segment:A");
-  QTest::keyClick(window_->findChild<QLineEdit*>("rule"), Qt::Key_Return);
+  QTest::keyClick(&child<QLineEdit>("rule"), Qt::Key_Return);
   EXPECT_THAT(said("problem"), testing::StartsWith("a rule has \"->\" between"));
-  EXPECT_EQ(window_->findChild<QLineEdit*>("from")->text(), "") << "it is no longer put together";
+  EXPECT_EQ(child<QLineEdit>("from").text(), "") << "it is no longer put together";
   type("to", "1");
-  EXPECT_EQ(window_->findChild<QLabel*>("problem")->text(), "");
+  EXPECT_EQ(said("problem"), "");
 }
 
 TEST_F(ReplaceWindowTest, FieldsPutTheRuleTogether) {
   const char* const rules[] = {"destination:1->2 where 3", "segment:1->2 where 3", "source:1->2 where 3",
                                "value:P=1->2 where 3"};
   for (const auto& [field, text] : {std::pair{"from", " 1"}, {"to", "2 "}, {"where", "3"}}) type(field, text);
-  auto& kind = *window_->findChild<QComboBox*>("kind");
+  auto& kind = child<QComboBox>("kind");
   for (int i = 0; i < kind.count(); ++i) {
     kind.setCurrentIndex(i);
-    EXPECT_EQ(window_->findChild<QLineEdit*>("parameter")->isEnabled(), i == 3);
+    EXPECT_EQ(child<QLineEdit>("parameter").isEnabled(), i == 3);
     if (i == 3) type("parameter", "P");
-    EXPECT_EQ(window_->findChild<QLineEdit*>("rule")->text(), rules[i]);
+    EXPECT_EQ(child<QLineEdit>("rule").text(), rules[i]);
   }
 }
 
 TEST_F(ReplaceWindowTest, TellsWhereThereIsNothingToReplace) {
   std::filesystem::remove(site.root.resolve("c:\\w\\macro004.mac"));
   preview("QMF3", "QMF2");
-  EXPECT_EQ(told().toStdString(), "Nothing found: 5 macros looked at in the folder.");
-  EXPECT_FALSE(button("replace").isEnabled());
+  EXPECT_EQ(said("outcome"), "Nothing found: 5 macros looked at in the folder.");
+  EXPECT_FALSE(enabled("replace"));
   const struct {
     std::vector<ReviewScope> scopes;
     const char* told;
@@ -217,7 +209,7 @@ TEST_F(ReplaceWindowTest, TellsWhereThereIsNothingToReplace) {
   for (const auto& row : cases) {
     scopes = row.scopes;
     QTest::keyClick(window_, Qt::Key_F5);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return told() == row.told; })) << told().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return said("outcome") == row.told; })) << said("outcome");
   }
   scopes = {panel<StuckShelf>()};
   QTest::keyClick(window_, Qt::Key_F5);
@@ -225,8 +217,8 @@ TEST_F(ReplaceWindowTest, TellsWhereThereIsNothingToReplace) {
   EXPECT_EQ(child<QProgressBar>("progress").maximum(), 3);
   EXPECT_EQ(shutIn(*window_), "parameter replace; ");
   click("cancel");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !told().isEmpty(); }));
-  EXPECT_EQ(told(), "Cancelled. Nothing found: 1 macros looked at in the panel.");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !said("outcome").empty(); }));
+  EXPECT_EQ(said("outcome"), "Cancelled. Nothing found: 1 macros looked at in the panel.");
 }
 
 }  // namespace

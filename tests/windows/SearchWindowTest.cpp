@@ -110,7 +110,6 @@ TEST_F(SearchWindowTest, FieldsPutTheQueryTogetherAndAWrongOneIsToldBelowIt) {
             "take a part of the query away, or choose other macros to search in");
 }
 
-// A panel that does not answer holds up neither the window nor its end.
 TEST_F(SearchWindowTest, ShowsWhatItHasWhileItReadsAndCanBeCancelled) {
   for (const bool closes : {false, true}) {
     scopes = {panel<StuckShelf>()};

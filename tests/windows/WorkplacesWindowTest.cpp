@@ -1,21 +1,13 @@
 // Two workplaces beside each other, worked by keys and clicks as a person does it.
 #include <atomic>
-#include <condition_variable>
-#include <gmock/gmock.h>
-#include <mutex>
 #include <thread>
 
-#include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QPointer>
-#include <QPushButton>
 #include <QTableView>
-#include <QTest>
 
 #include "review/DiskShelf.h"
-#include "tests/support/TestSite.h"
-#include "tests/support/Told.h"
+#include "tests/windows/ReviewFixture.h"
 #include "windows/WorkplacesWindow.h"
 
 namespace tessaly {
@@ -23,10 +15,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::EndsWith;
-using testing::HasSubstr;
 using testing::SizeIs;
-
-std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data></data></macro>"; }
 
 // A folder that, while the test says so, is read by nobody before a cancel, or not at one number.
 class HangingShelf final : public MacroShelf {
@@ -69,7 +58,7 @@ class HangingShelf final : public MacroShelf {
   bool cancelled_ = false;
 };
 
-class WorkplacesWindowTest : public testing::Test {
+class WorkplacesWindowTest : public WindowFixture {
  protected:
   WorkplacesWindowTest() {
     write("left", 1, "One");
@@ -78,34 +67,34 @@ class WorkplacesWindowTest : public testing::Test {
     write("right", 1, "One");
     write("right", 2, "Zwei");
     write("right", 4, "Vier");
-    std::filesystem::create_directories(site_.root.resolve("c:\\right"));
+    std::filesystem::create_directories(site.root.resolve("c:\\right"));
   }
   ~WorkplacesWindowTest() override { delete window_; }
+  QWidget& top() override { return *window_; }
 
   void write(const std::string& folder, int number, const std::string& name) const {
-    site_.write(file(folder, number), macro(name));
+    site.write(file(folder, number), macroOf(name));
   }
   static std::string file(const std::string& folder, int number) {
     return "c:\\" + folder + "\\" + macroFileName(MacroNumber::textOf(number));
   }
   std::vector<WorkplaceChoice> choices() {
-    return {{"left",
-             [this] { return std::make_shared<HangingShelf>(site_.root, history_, hangs_, unreadable_); }},
-            {"right", [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\right"); }},
-            {"other...", {}, [this](QWidget*) { return answer_; }}};
+    return {
+        {"left", [this] { return std::make_shared<HangingShelf>(site.root, history_, hangs_, unreadable_); }},
+        {"right", [this] { return std::make_shared<DiskShelf>(site.root, other_, "c:\\right"); }},
+        {"other...", {}, [this](QWidget*) { return answer_; }}};
   }
   void open() {
-    window_ = new WorkplacesWindow(
-        {.root = site_.root,
-         .choices = [this] { return choices(); },
-         .mayWrite =
-             [this](const std::vector<MacroPlace>& places) {
-               asked_ = places.size();
-               return mayWrite_;
-             },
-         .knowledge = {},
-         .maySend = {},
-         .failureText = [](const Failure& failure) { return QString::fromStdString(failure.text); }});
+    window_ = new WorkplacesWindow({.root = site.root,
+                                    .choices = [this] { return choices(); },
+                                    .mayWrite =
+                                        [this](const std::vector<MacroPlace>& places) {
+                                          asked_ = places.size();
+                                          return mayWrite_;
+                                        },
+                                    .knowledge = {},
+                                    .maySend = {},
+                                    .failureText = words});
     QObject::connect(window_, &WorkplacesWindow::written,
                      [this](const MacroPlace& place) { written_.push_back(place.file); });
     QObject::connect(window_, &WorkplacesWindow::copied,
@@ -121,18 +110,10 @@ class WorkplacesWindowTest : public testing::Test {
   void settle() const {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->busy(); }, 20'000));
   }
-  template <class Widget>
-  Widget& find(const char* name) const {
-    return *window_->findChild<Widget*>(QLatin1String(name));
-  }
-  void click(const char* name) const { QTest::mouseClick(&find<QPushButton>(name), Qt::LeftButton); }
-  void check(const char* name) const {
-    auto& box = find<QCheckBox>(name);
-    QTest::mouseClick(&box, Qt::LeftButton, {}, {10, box.height() / 2});
-  }
-  std::vector<std::string> rows() const {
+  QTableView& table() { return child<QTableView>("table"); }
+  std::vector<std::string> rows() {
     std::vector<std::string> texts;
-    const QAbstractItemModel& model = *find<QTableView>("table").model();
+    const QAbstractItemModel& model = *table().model();
     for (int row = 0; row < model.rowCount(); ++row) {
       QStringList cells;
       for (int column = 0; column < model.columnCount(); ++column)
@@ -142,15 +123,12 @@ class WorkplacesWindowTest : public testing::Test {
     return texts;
   }
   // Presses a key in the row.
-  void press(int row, Qt::Key key) const {
-    auto& table = find<QTableView>("table");
-    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
-                      table.visualRect(table.model()->index(row, WorkplacesModel::kState)).center());
-    QTest::keyClick(&table, key);
+  void press(int row, Qt::Key key) {
+    click(table(), table().model()->index(row, WorkplacesModel::kState));
+    QTest::keyClick(&table(), key);
   }
 
-  TestSite site_;
-  MacroHistory history_{site_.root}, other_{site_.root};
+  MacroHistory history_{site.root}, other_{site.root};
   std::atomic<bool> hangs_ = false;
   std::atomic<int> unreadable_ = -1;
   std::optional<WorkplaceChoice> answer_;  // to what is asked for another one
@@ -166,33 +144,33 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
   open();
   EXPECT_THAT(rows(), ElementsAre("001|One|= same|One|", "002|Two|≈ renamed only|Zwei|",
                                   "003|Three|← only left||", "004||→ only right|Vier|"));
-  EXPECT_EQ(toldBy(*find<QTableView>("table").model())[1], "002 - | Two | ≈ renamed only | Zwei | ");
-  EXPECT_EQ(headingsOf(*find<QTableView>("table").model()), "Number | left | State | right | Result");
-  EXPECT_THAT(cutOff(find<QTableView>("table")), ElementsAre());
+  EXPECT_EQ(toldBy(*table().model())[1], "002 - | Two | ≈ renamed only | Zwei | ");
+  EXPECT_EQ(headingsOf(*table().model()), "Number | left | State | right | Result");
+  EXPECT_THAT(cutOff(table()), ElementsAre());
   EXPECT_EQ(shutIn(*window_), "cancel retry toLeft toRight; progress");
-  EXPECT_EQ(find<QLabel>("told").text(), "4 macros: 1 the same, 3 not the same");
-  check("onlyDifferences");
+  EXPECT_EQ(said("told"), "4 macros: 1 the same, 3 not the same");
+  tick("onlyDifferences");
   EXPECT_THAT(rows(), SizeIs(3));
   press(0, Qt::Key_Return);
   EXPECT_EQ(compared_, 2);
-  EXPECT_FALSE(find<QPushButton>("toRight").isEnabled());
+  EXPECT_FALSE(enabled("toRight"));
   press(1, Qt::Key_Space);
   mayWrite_ = false;
   click("toRight");
   settle();
   EXPECT_EQ(asked_, 1U);
-  EXPECT_EQ(site_.read(file("right", 3)), "<missing>") << "the user said no";
+  EXPECT_EQ(site.read(file("right", 3)), "<missing>") << "the user said no";
   mayWrite_ = true;
   click("tickDifferent");
   write("right", 2, "Changed since");
   click("toRight");
   settle();
-  EXPECT_EQ(site_.read(file("right", 3)), macro("Three"));
-  EXPECT_EQ(site_.read(file("right", 2)), macro("Changed since"));
-  EXPECT_EQ(site_.read(file("right", 4)), macro("Vier")) << "what is only there stays";
+  EXPECT_EQ(site.read(file("right", 3)), macroOf("Three"));
+  EXPECT_EQ(site.read(file("right", 2)), macroOf("Changed since"));
+  EXPECT_EQ(site.read(file("right", 4)), macroOf("Vier")) << "what is only there stays";
   EXPECT_THAT(written_, ElementsAre(file("right", 3)));
   EXPECT_THAT(traces_, SizeIs(1));
-  EXPECT_EQ(find<QLabel>("told").text(), "1 macros copied, 1 NOT copied");
+  EXPECT_EQ(said("told"), "1 macros copied, 1 NOT copied");
   EXPECT_THAT(
       rows(),
       ElementsAre("002|Two|≈ renamed only|Zwei|NOT copied: holds something else by now: it was let alone",
@@ -205,7 +183,7 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
     click("retry");
     settle();
     EXPECT_EQ(asked_, 1U) << "of what failed";
-    EXPECT_EQ(site_.read(file("right", 2)), macro(may ? "Two" : "Zwei")) << "a pane may show it by now";
+    EXPECT_EQ(site.read(file("right", 2)), macroOf(may ? "Two" : "Zwei")) << "a pane may show it by now";
   }
   EXPECT_THAT(traces_, SizeIs(1)) << "what was written before is an entry of its own";
   click("again");
@@ -214,56 +192,53 @@ TEST_F(WorkplacesWindowTest, WhatIsTickedIsCopiedAndNothingElse) {
 }
 
 TEST_F(WorkplacesWindowTest, AWorkplaceThatIsAskedForStandsThereOnceItIsGiven) {
-  std::filesystem::create_directories(site_.root.resolve("c:\\none"));
+  std::filesystem::create_directories(site.root.resolve("c:\\none"));
   open();
-  auto& box = find<QComboBox>("right");
+  auto& box = child<QComboBox>("right");
   for (const bool given : {false, true}) {
     if (given)
       answer_ = {"a long name of a third workplace, which is told apart by its end",
-                 [this] { return std::make_shared<DiskShelf>(site_.root, other_, "c:\\none"); }};
+                 [this] { return std::make_shared<DiskShelf>(site.root, other_, "c:\\none"); }};
     QTest::keyClick(&box, Qt::Key_Down);
     settle();
     EXPECT_EQ(box.currentText(), given ? answer_->text : "right");
     EXPECT_EQ(rows()[0], given ? "001|One|← only left||" : "001|One|= same|One|");
   }
   EXPECT_EQ(box.count(), 4);
-  const QAbstractItemModel& model = *find<QTableView>("table").model();
+  const QAbstractItemModel& model = *table().model();
   EXPECT_EQ(model.headerData(WorkplacesModel::kRight, Qt::Horizontal, Qt::ToolTipRole), answer_->text);
   const QString cut = model.headerData(WorkplacesModel::kRight, Qt::Horizontal).toString();
   EXPECT_TRUE(cut.contains(QChar(0x2026)) && cut.endsWith("end")) << cut.toStdString();
   click("tickDifferent");
   click("toLeft");
-  EXPECT_EQ(find<QLabel>("told").text(), "Nothing is ticked that differs and can be copied this way.");
+  EXPECT_EQ(said("told"), "Nothing is ticked that differs and can be copied this way.");
   EXPECT_THAT(rows()[0], EndsWith("not copied: there is nothing to be copied"));
 }
 
-// Catches a copy over what could not be read when the workplaces were compared, and can by now.
 TEST_F(WorkplacesWindowTest, WhatCouldNotBeReadIsNotWrittenOver) {
   unreadable_ = 2;
   open();
-  EXPECT_EQ(toldBy(*find<QTableView>("table").model())[1],
-            "002 - |  | ? unreadable [the line was lost] | Zwei | ");
+  EXPECT_EQ(toldBy(*table().model())[1], "002 - |  | ? unreadable [the line was lost] | Zwei | ");
   press(1, Qt::Key_Space);
   unreadable_ = -1;
   click("toLeft");
   settle();
-  EXPECT_EQ(site_.read(file("left", 2)), macro("Two"));
+  EXPECT_EQ(site.read(file("left", 2)), macroOf("Two"));
   EXPECT_THAT(rows()[1], EndsWith("not copied: what stands there could not be read; read again"));
   click("again");
   settle();
   press(1, Qt::Key_Space);
   click("toLeft");
   settle();
-  EXPECT_EQ(site_.read(file("left", 2)), macro("Zwei"));
+  EXPECT_EQ(site.read(file("left", 2)), macroOf("Zwei"));
 }
 
-// Whatever hangs in a thread: the window neither waits for it nor stays, and nothing of it is written.
 TEST_F(WorkplacesWindowTest, ClosingEndsWhatRunsFirst) {
   open();
   hangs_ = true;
   click("again");
   EXPECT_TRUE(window_->busy());
-  EXPECT_EQ(find<QLabel>("told").text(), "Reading...");
+  EXPECT_EQ(said("told"), "Reading...");
   EXPECT_EQ(shutIn(*window_), "compare retry tickDifferent toLeft toRight; ");
   click("again");  // in place of what runs
   hangs_ = false;
@@ -275,17 +250,17 @@ TEST_F(WorkplacesWindowTest, ClosingEndsWhatRunsFirst) {
       std::chrono::milliseconds(50));  // all is read, which nobody has told the window
   click("cancel");
   settle();
-  EXPECT_EQ(site_.read(file("right", 3)), "<missing>");
+  EXPECT_EQ(site.read(file("right", 3)), "<missing>");
   hangs_ = true;
   click("toRight");
   EXPECT_TRUE(window_->busy());
-  EXPECT_EQ(find<QLabel>("told").text(), "Reading what is to be copied...");
+  EXPECT_EQ(said("told"), "Reading what is to be copied...");
   EXPECT_EQ(shutIn(*window_), "again left retry right toLeft toRight; ");
   window_->close();
-  EXPECT_EQ(find<QLabel>("told").text(), "Ending what is being read or copied...");
+  EXPECT_EQ(said("told"), "Ending what is being read or copied...");
   EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isNull(); }, 20'000));
-  EXPECT_EQ(site_.read(file("right", 2)), macro("Zwei"));
-  EXPECT_EQ(site_.read(file("right", 3)), "<missing>");
+  EXPECT_EQ(site.read(file("right", 2)), macroOf("Zwei"));
+  EXPECT_EQ(site.read(file("right", 3)), "<missing>");
 }
 
 }  // namespace

@@ -122,8 +122,6 @@ TEST(Connection, AHundredOfEachLeaveNothingBehind) {
   EXPECT_TRUE(connection.connect("127.0.0.1", peer.port(), &recorder));
 }
 
-// What was sent makes room, what waits is bounded, and what the panel has not read when the line is given up
-// never happens there.
 TEST(Connection, WhatThePeerDoesNotReadIsBoundedAndForgotten) {
   constexpr int kRead = 100;
   const std::string name(100'000, 'n');

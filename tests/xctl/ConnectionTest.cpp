@@ -16,6 +16,14 @@ std::string value(const std::string& name, const std::string& text) {
   return valueLine(kValueMethod, name, text);
 }
 
+// To who asks for one.
+void sendTwoValues(ScriptedPeer& self, const Socket& socket) {
+  self.send(socket, hello());
+  self.readLine(socket);
+  self.send(socket, value("A", "1") + value("A", "2"));
+  self.drain(socket);
+}
+
 TEST(Connection, HostilePeerEndsItWithStatusOneAReasonAndNothingElse) {
   struct Case {
     const char* what;
@@ -158,12 +166,7 @@ TEST(Connection, TheLatestValuesTogetherAreBounded) {
 }
 
 TEST(Connection, CallbacksMayDisconnectAndConnectAgain) {
-  ScriptedPeer peer([](ScriptedPeer& self, const Socket& socket) {
-    self.send(socket, hello());
-    self.readLine(socket);
-    self.send(socket, value("A", "1") + value("A", "2"));
-    self.drain(socket);
-  });
+  ScriptedPeer peer(sendTwoValues);
   Recorder first, second;
   XCTLConnection connection(kXctlTransportTcp);
   std::promise<bool> connected;
@@ -199,12 +202,7 @@ TEST(Connection, CallbacksMayDisconnectAndConnectAgain) {
 }
 
 TEST(Connection, AThrowingClientEndsItsConnectionOnly) {
-  ScriptedPeer peer([](ScriptedPeer& self, const Socket& socket) {
-    self.send(socket, hello());
-    self.readLine(socket);
-    self.send(socket, value("A", "1"));
-    self.drain(socket);
-  });
+  ScriptedPeer peer(sendTwoValues);
   Recorder recorder;
   XCTLConnection connection(kXctlTransportTcp);
   recorder.after = [](const std::string& event) {
