@@ -232,5 +232,30 @@ TEST_F(PanelTest, HostileEditorsAreSentAwayAndTheOthersStay) {
   EXPECT_TRUE(recorder.waitFor("value PANEL.WP1.MFDCOUNT=4"));
 }
 
+TEST_F(PanelTest, StormOfEditorsAndChangesEndsWithTheLastValueEverywhere) {
+  tree.write(hostPathOfTree(1, "macro000.mac"), macro("start"));
+  start();
+  std::vector<std::thread> threads;
+  std::array<Recorder, 3> recorders;
+  for (Recorder& own : recorders) {
+    threads.emplace_back([&] {
+      XCTLConnection line(kXctlTransportTcp);
+      for (int round = 0; round < 5; ++round) {
+        ASSERT_TRUE(line.connect("127.0.0.1", panel->controlPort(), &own));
+        for (int number = 0; number < 200; ++number) (void)line.subscribe(nameOf(1, number));
+        (void)line.callFunctionId("PANEL.APPLICATION.LOAD.FINISH", {});
+      }
+      (void)line.subscribe("PANEL.END");
+      EXPECT_TRUE(own.waitFor("value PANEL.END=end"));
+    });
+  }
+  for (int i = 0; i < 200; ++i) {
+    panel->set(nameOf(1, i), std::to_string(i));
+    if (i % 20 == 0) (void)panel->renameMacro(1, 0, std::to_string(i));
+  }
+  panel->set("PANEL.END", "end");
+  for (std::thread& thread : threads) thread.join();
+}
+
 }  // namespace
 }  // namespace tessaly
