@@ -40,8 +40,8 @@ TEST(DestinationPadTest, ButtonsStandInTheirGroupsAndLines) {
                                     "@ Transition Transi [ME#.TRANSI]",
                                     "@ Util 1 [ME#.UTIL1] to @ Util 2 [ME#.UTIL2]",
                                     "@ Wipe 1 [ME#.WIPE1] to @ Wipe 2 [ME#.WIPE2]",
-                                    "@ iDpm Effect 1 [ME#.IDPM.CHANNEL1, ME#.KEY1.IDPM] to @ iDpm Effect 4 "
-                                    "[ME#.IDPM.CHANNEL4, ME#.KEY4.IDPM]",
+                                    ("@ iDpm Effect 1 [ME#.IDPM.CHANNEL1, ME#.KEY1.IDPM] to @ iDpm Effect 4 "
+                                     "[ME#.IDPM.CHANNEL4, ME#.KEY4.IDPM]"),
                                     "@ eDpm Effect [DpmEffect.ME#]",
                                     "@ Color Corr. YUV [YUV_CORR.ME#] to @ Color Corr. RGB [RGB_CORR.ME#]"};
   std::vector<std::string> expected;
