@@ -113,12 +113,12 @@ TEST_F(PanelTest, ControlFaultsDoWhatTheySay) {
   EXPECT_EQ(recorder.events().size(), 7U) << "status 0, five values, status 1";
 
   ASSERT_TRUE(panel->setFaults({}));
-  const auto port = panel->controlPort();
+  const std::pair ports(panel->controlPort(), panel->ftpPort());
   ASSERT_TRUE(connect());
   std::string reason;
   ASSERT_TRUE(panel->restart(std::chrono::milliseconds(0), reason)) << reason;
   EXPECT_TRUE(soon([&] { return !connection.subscribe("A"); }));
-  EXPECT_EQ(panel->controlPort(), port);
+  EXPECT_EQ(std::pair(panel->controlPort(), panel->ftpPort()), ports);
   EXPECT_TRUE(connect());
   panel->dropConnections();
   EXPECT_TRUE(soon([&] { return panel->connections() == 0; }));

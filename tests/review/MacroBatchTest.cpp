@@ -122,6 +122,7 @@ TEST_F(MacroBatchTest, AllOrNonePutsBackWhatItHasWritten) {
   MacroBatch batch = batchOf({item(0), item(1)}, Mode::kAllOrNone);
   EXPECT_TRUE(batch.run());
   EXPECT_THAT(disk(), ElementsAre(kNew, kNew, kOld, "<missing>"));
+  EXPECT_THAT(*BatchJournal::namesIn(site.root), IsEmpty());
 }
 
 TEST_F(MacroBatchTest, WhatSomebodyElseHasWrittenMeanwhileIsNotPutBack) {

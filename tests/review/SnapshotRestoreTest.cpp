@@ -48,7 +48,10 @@ TEST_F(SnapshotRestoreTest, ARestoreLooksWritesAndTriesOn) {
   panel.losses = 2;
   panel.writes = 0;
   told.clear();
-  EXPECT_TRUE(restore.write({0, 1, 2, 3, 4}, tell));
+  EXPECT_TRUE(restore.write({0, 1, 2, 3, 4}, [&](std::size_t row) {
+    tell(row);
+    EXPECT_EQ(restore.rows()[row].state == Restored::kRestored, row == 2) << row;
+  }));
   EXPECT_THAT(states(), ElementsAre(Restored::kSame, Restored::kSame, Restored::kRestored,
                                     Restored::kAsBefore, Restored::kAsBefore));
   EXPECT_THAT(told, testing::UnorderedElementsAre(2, 3, 4));
