@@ -330,6 +330,8 @@ TEST_F(Commands, DataThatIsNoCommandsIsRefusedWhole) {
     EXPECT_EQ(run({"insert", kMacro, "--json", "--force"}, given).code, 0) << given;
     EXPECT_EQ(run({"paste", kMacro}, given).code, 0) << given;
   }
+  output({"paste", kMacro}, "[" + good + R"({"name": "size", "shown": "25"}]}])");
+  EXPECT_THAT(output({"show", kMacro, "--json"}), HasSubstr("\"0.250000\"")) << "what is shown is stored";
   EXPECT_EQ(run({"create", kMacro, "--json"}, "[]").errors,
             "Standard input gives the macro no name, nor does the command\n");
   EXPECT_EQ(run({"insert", "-", "--json"}, "[]").code, 1);

@@ -95,6 +95,7 @@ TEST_F(ClassicEditorDialogTest, ArrowsLeadThroughTheParametersAndEscClosesOneDia
   };
   DialogDriver::answerNext(leave);
   user.key(Qt::Key_Return);
+  EXPECT_EQ(opened, 1);
   QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
   QApplication::sendEvent(editor->focusWidget(), &held);
   EXPECT_TRUE(editor->isVisible());
