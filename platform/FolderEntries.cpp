@@ -60,9 +60,10 @@ Expected<std::vector<std::string>> namesIn(const fs::path& folder, std::string_v
     if (!suffix.empty() && !entry->is_regular_file(unknown)) continue;
     names.push_back(std::move(name));
   }
-  const Failure failure = systemFailure(error.value(), "read");
-  if (error && !isNothing(failure)) return failure;
-  return names;
+  if (!error) return names;
+  Failure failure = systemFailure(error.value(), "read");
+  if (isNothing(failure)) return names;
+  return failure;
 }
 
 int makeEntry(const fs::path& folder) { return numberOf(::mkdir(folder.c_str(), kFolderMode)); }
