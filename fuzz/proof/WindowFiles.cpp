@@ -7,6 +7,7 @@
 #include "app/RecoveredBytes.h"
 #include "app/WorkingCopy.h"
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 
 namespace tessaly {
 namespace {
@@ -45,6 +46,12 @@ class PaneFiles {
     return act.starts_with("edit=") && edit(act.substr(std::strlen("edit=")));
   }
 
+  // What the window would warn of: the acts are done, and an end of the program now would lose something.
+  [[nodiscard]] bool isWarned() {
+    const bool steps = copy_.takeStepsTrouble().has_value();
+    return copy_.takeRecordTrouble().has_value() || steps;
+  }
+
  private:
   static MacroTarget target() { return {PaneSource::kHarddisk, kFolder, {}, 0, "001", "Macro"}; }
 
@@ -52,6 +59,7 @@ class PaneFiles {
   bool start() {
     const auto record = copy_.recovery().read();
     auto bytes = record ? readFile(root_, kWorking) : Expected<std::string>(std::string());
+    if (!record && !isNothing(record.failure())) return false;
     if (record && bytes && judgeRecovered(root_, copy_.recovery(), *record, *bytes) != RecoveredBytes::kSaved)
       return copy_.takeUp(*record, *std::move(bytes)).done();
     copy_.recovery().remove();
@@ -119,5 +127,7 @@ int main(int count, char** words) {
     std::fprintf(stderr, "%s failed\n", words[i]);
     return 1;
   }
-  return 0;
+  if (!pane.isWarned()) return 0;
+  std::fputs("done, but may be lost in a power cut\n", stderr);
+  return 1;
 }
