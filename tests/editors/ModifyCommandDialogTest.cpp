@@ -51,6 +51,12 @@ TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
   EXPECT_FALSE(user.visible("fromScratch"));
   EXPECT_EQ(user.focus(), "value");
   EXPECT_EQ(user.control<QLineEdit>("value").selectedText(), "20.0");
+  EXPECT_EQ(user.tabWay(),
+            "value standard50 modify cancel destination showRaw segment1 segment2 segment3 segment4 segment5 "
+            "parameters");
+  user.click("showRaw");
+  EXPECT_THAT(user.rows("parameters"), ElementsAre("LEVEL\t51.000000"));
+  user.click("showRaw");
 
   user.choose("segment1", "PP");
   user.control<QListView>("segment2").setFocus();
@@ -119,10 +125,17 @@ TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {
   ModifyCommand modify(command("QMF1.ME1.KEY2.TYPE.SET", {{"TYPE", "odd"}}));
   EXPECT_THAT(modify.user.rows("parameters"), ElementsAre("Type\todd", "Source\t"));
   EXPECT_FALSE(modify.user.enabled("modify"));
-  modify.user.choose("parameters", "Source");
+  modify.user.key(Qt::Key_Return);
   modify.user.choose("choices", "Camera 1");
-  modify.user.click("modify");
+  modify.user.key(Qt::Key_Enter);
   EXPECT_THAT(modify.values(), ElementsAre("TYPE=odd", "SOURCE=1"));
+
+  ModifyCommand first(command("QMF1.ME1.KEY2.TYPE.SET", {{"SOURCE", "1"}}));
+  first.user.choose("parameters", "Source");
+  first.user.control<QListView>("choices").setFocus();
+  first.user.key(Qt::Key_Return);
+  EXPECT_EQ(first.user.selectedRow("parameters"), 0) << "what is missing in front of it";
+  EXPECT_TRUE(first.dialog.isVisible());
 }
 
 TEST(ModifyCommandDialogTest, PanelCommandsChooseAWorkplace) {
@@ -131,7 +144,7 @@ TEST(ModifyCommandDialogTest, PanelCommandsChooseAWorkplace) {
     const char* shown;
     int kept;
   };
-  for (const Case& test : {Case{"3", "Workplace-3", 3}, Case{"7", "", 7}, Case{"", "", 0}}) {
+  for (const Case& test : {Case{"4", "Workplace-4", 4}, Case{"5", "", 5}, Case{"", "", 0}}) {
     ModifyCommand modify(command("PANEL.MACRO.RUN", {{"REG", "12"}}, test.workplace));
     EXPECT_EQ(modify.user.label("destinationLabel"), "Panel");
     EXPECT_EQ(modify.destination(), test.shown);
@@ -156,6 +169,9 @@ TEST(ModifyCommandDialogTest, OddCommandsOpenAndCancel) {
   // A destination of its own stays until another one is chosen, and so do the segments behind the fifth.
   ModifyCommand twelve(command("OTHER.A.B.C.D.E.F.G.H.INC.J.K.L"));
   EXPECT_EQ(twelve.destination(), "Mainframe-1");
+  twelve.user.control<QComboBox>("destination").setFocus();
+  twelve.user.key(Qt::Key_Down);
+  twelve.user.click("fromScratch");
   twelve.user.choose("segment5", "E");
   twelve.user.click("modify");
   EXPECT_EQ(twelve.dialog.draft().fid, "OTHER.A.B.C.D.E.F.G.H.INC.J.K.L");

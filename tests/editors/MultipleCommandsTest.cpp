@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QSignalSpy>
 
 #include "editors/MultipleCommandsDialog.h"
 #include "model/MacroFile.h"
@@ -78,13 +79,10 @@ struct MultipleCommandsTest : testing::Test, EditorFixture {
     return [this](const std::vector<CommandDraft>& drafts, int workplace, int position, InsertMode mode) {
       int in = 0;
       for (const CommandDraft& draft : drafts) {
-        const bool behind = in > 0 && mode != InsertMode::kAppend;
-        const int at = in + (mode == InsertMode::kAtPosition ? position : 0);
-        if (inserted >= failAt || !insertCommand(site.access(), kMacro, at, draft, workplace,
-                                                 behind ? InsertMode::kAtPosition : mode))
+        if (inserted >= failAt ||
+            !insertCommand(site.access(), kMacro, position + in, draft, workplace, mode))
           break;
-        ++in;
-        ++inserted;
+        ++in, ++inserted;
       }
       return in;
     };
@@ -326,6 +324,37 @@ TEST_F(MultipleCommandsTest, AnswersAndTheUserCompleteTheCommands) {
                           "QMF4.AUX1.CUT/3", "PANEL.RAM1.LOOP.SET/3 loop=1"));
 }
 
+TEST_F(MultipleCommandsTest, EveryChangeIsSeenAtOnce) {
+  driver.click("RAMCHAN1");
+  QSignalSpy drawn(driver.control<QListView>("commands").model(), &QAbstractItemModel::dataChanged);
+  const auto seen = [&drawn] {
+    return !std::exchange(static_cast<QList<QList<QVariant>>&>(drawn), {}).isEmpty();
+  };
+  driver.click("raw");
+  EXPECT_TRUE(seen());
+  update("PANEL.RAM1.LOOP");
+  EXPECT_TRUE(seen());
+  answer("PANEL.RAM1.LOOP", "1");
+  EXPECT_TRUE(seen());
+  driver.control<QComboBox>("destination").setCurrentIndex(1);
+  EXPECT_TRUE(seen());
+  DialogDriver::answerNext([](QDialog& /*asking*/, const DialogDriver& user) {
+    user.control<QComboBox>("destination").setCurrentIndex(3);
+    user.click("modify");
+  });
+  driver.control<QListView>("commands").setFocus();
+  driver.key(Qt::Key_Down);
+  driver.key(Qt::Key_Enter);
+  EXPECT_TRUE(seen());
+  driver.click("AUX1");
+  select({0, 3});
+  write("");
+  driver.click("insertStart");
+  EXPECT_TRUE(closed());
+  EXPECT_THAT(written(), ElementsAre("PANEL.RAM1.LOOP.SET/4 loop=1", "QMF2.AUX1.CUT/3"))
+      << "each with its workplace";
+}
+
 TEST_F(MultipleCommandsTest, ALostLineIsTold) {
   driver.click("AUX1");
   update("QMF1.AUX1.LEVEL");
@@ -362,6 +391,7 @@ TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
     std::vector<std::string> expected;
   };
   const Case cases[] = {{"insertStart", "insert selected at start", 9, {cut, gain, a, b}},
+                        {"insertStart", "insert selected at start", 1, {cut, gain, a, b}},
                         {"insertPosition", "insert selected at current selection", 9, {a, cut, gain, b}},
                         {"insertPosition", "insert selected at current selection", 1, {a, cut, gain, b}},
                         {"insertEnd", "insert selected at end", 9, {a, b, cut, gain}},
