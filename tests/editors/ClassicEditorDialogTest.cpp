@@ -149,7 +149,7 @@ TEST_F(ClassicEditorDialogTest, AModifiedCommandCanGoElsewhereAndBeginAnew) {
   const DialogDriver user(*editor);
   EXPECT_EQ(
       (editor->windowTitle() + ": " + user.control<QAbstractButton>("insertSelected").text()).toStdString(),
-      "Modify selected command (Classic - Sidepanel/Tarrow panel style): Modify Command");
+      "Modify selected command (Classic - Sidepanel/Tarrow panel style): &Modify Command");
   EXPECT_EQ(user.tabWay(),
             "mainGroups subgroups functions parameters destination standard50 fromScratch insertStart "
             "insertSelected cancel");
