@@ -53,7 +53,9 @@ TEST_F(WindowTest, TheMainJobFromOpeningToDeleting) {
     EXPECT_EQ(text("overwriteName"), "\"Übergang\"");
     EXPECT_THAT(text("overwritePlace").toStdString(),
                 testing::AllOf(StartsWith("888 in Evening News, "), testing::EndsWith(": 0 commands")));
-    WindowDriver::click(dialog, "OK");
+    WindowDriver::type(dialog, "position", "0");
+    EXPECT_TRUE(dialog.findChild<QWidget*>("ok")->isEnabled());
+    WindowDriver::filledIn({{"position", "888"}})(dialog);
   });
   EXPECT_EQ(nameIn(macroPath(888)), selected(b_.macros).substr(6));
   driver().press(a_.renameMacro, filledIn({{"newName", "Kick-off"}}));
