@@ -1,6 +1,7 @@
 // The menus, what finds their entries, and the guide that they lead to.
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTextBrowser>
@@ -11,6 +12,7 @@
 #include "app/Appearance.h"
 #include "app/GuideWindow.h"
 #include "app/HelpTopics.h"
+#include "app/Language.h"
 #include "app/ScreenFit.h"
 #include "tests/app/EveryDialog.h"
 
@@ -70,9 +72,56 @@ TEST_F(ActsTest, AnActIsFoundByItsWordsAndRunOnlyWhenItIsPossible) {
   EXPECT_EQ(found.topLevelItem(0)->text(2), QStringLiteral("no macro is chosen"));
   QTest::keyClick(&words, Qt::Key_Return);
   EXPECT_EQ(finder.result(), QDialog::Rejected);
+  words.setText(QStringLiteral("macro"));
+  const int chosen = found.indexOfTopLevelItem(found.currentItem());
+  for (const auto& [key, row] : {std::pair{Qt::Key_Down, chosen + 1}, {Qt::Key_Up, chosen}}) {
+    QTest::keyClick(&words, key);
+    EXPECT_EQ(found.indexOfTopLevelItem(found.currentItem()), row);
+  }
   words.setText(QStringLiteral("history..."));
   QTest::keyClick(&words, Qt::Key_Return);
   EXPECT_EQ(finder.result(), QDialog::Accepted);
+}
+
+// Catches a choice for the eyes that one pane does not follow, or that is another one at the next start.
+TEST_F(ActsTest, WhatTheEyesWantHoldsInBothPanesAndIsKept) {
+  Preferences preferences(QString::fromStdString((fixture_.site.root.path() / "tessaly.ini").string()));
+  fixture_.setPreferences(preferences);
+  const auto seen = [&] {
+    QString told =
+        paletteName(currentPalette()) + ' ' + QString::number(textSize()) + ' ' + keptLanguage(preferences);
+    for (const Pane pane : kPanes) {
+      auto& commands = dynamic_cast<CommandList&>(driver().list(ids(pane).commands));
+      if (commands.rows().showsDestinations()) told += " stripes";
+      if (commands.parent()->findChild<QWidget*>(QStringLiteral("subject"))->isVisible()) told += " heading";
+    }
+    return told.toStdString();
+  };
+  fixture_.open();
+  EXPECT_EQ(seen(), "desktop 100  heading heading");
+  const std::pair<const char*, const char*> steps[] = {
+      {"languageGerman", "desktop 100 de heading heading"},
+      {"headings", "desktop 100 de"},
+      {"destinationStripes", "desktop 100 de stripes stripes"},
+      {"largerText", "desktop 110 de stripes stripes"},
+      {"largerText", "desktop 120 de stripes stripes"},
+      {"smallerText", "desktop 110 de stripes stripes"},
+      {"coloursDark", "dark 110 de stripes stripes"}};
+  for (const auto& [act, expected] : steps) {
+    WindowDriver::answerNext([act = act](QDialog& finder) {
+      finder.findChild<QLineEdit*>()->setText(QString::fromLatin1(actNamed(act).text).remove('&'));
+      QTest::keyClick(finder.findChild<QLineEdit*>(), Qt::Key_Return);
+    });
+    action("actFinder").trigger();
+    EXPECT_EQ(seen(), expected) << act;
+  }
+  applyPalette(PaletteChoice::kDesktop);
+  applyTextSize(kUsualTextSize);
+  fixture_.open();
+  restoreTextSize(preferences);
+  EXPECT_EQ(preferences.palette().toStdString() + ": " + seen(), "dark: desktop 110 de stripes stripes");
+  action("usualText").trigger();
+  EXPECT_EQ(textSize(), kUsualTextSize);
 }
 
 // Catches a topic that leads nowhere.
@@ -82,6 +131,29 @@ TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
   ASSERT_NE(guide, nullptr);
   auto& pages = *guide->findChild<QTextBrowser*>();
   EXPECT_TRUE(pages.toPlainText().startsWith(QLatin1String("Keys")));
+  auto& words = *guide->findChild<QLineEdit*>(QStringLiteral("words"));
+  const auto click = [&](const char* name) {
+    QTest::mouseClick(guide->findChild<QAbstractButton*>(QLatin1String(name)), Qt::LeftButton);
+    return pages.textCursor().position();
+  };
+  words.setText(QStringLiteral("keys"));
+  QTest::keyClick(&words, Qt::Key_Return);
+  const int first = pages.textCursor().position(), second = click("next");
+  EXPECT_EQ(first, 4);
+  EXPECT_GT(second, first);
+  EXPECT_EQ(click("before"), first);
+  EXPECT_GE(click("before"), second) << "round to the last one";
+  EXPECT_EQ(click("next"), first);
+  words.setText(QStringLiteral("no such words"));
+  EXPECT_EQ(click("next"), first);
+  EXPECT_EQ(guide->findChild<QLabel*>(QStringLiteral("told"))->text(),
+            "\"no such words\" is not in this page");
+  const std::pair<const char*, const char*> ways[] = {
+      {"contents", "guide"}, {"back", "keys"}, {"forward", "guide"}, {"keys", "keys"}};
+  for (const auto& [button, page] : ways) {
+    click(button);
+    EXPECT_EQ(pages.source().fileName().toStdString(), std::string(page) + ".html");
+  }
   EXPECT_EQ(helpFor(&driver().list(a_.commands)), QStringLiteral("guide.html#delete-move-and-copy-commands"));
   EXPECT_EQ(helpFor(guide->focusWidget()), QStringLiteral("guide.html"));
   for (const HelpTopic& topic : helpTopics()) {

@@ -95,9 +95,15 @@ TEST_F(StatusStripTest, AGradeIsHeardAndAllCanBeCopied) {
     EXPECT_EQ(label.toolTip(), "<p>text</p><p>A click, or Ctrl+Shift+M, shows the messages before it.</p>");
   }
   for (std::size_t i = 0; i < MessageLog::kMost; ++i) strip_.say({Grade::kDone, QString::number(i)});
-  QTest::keyClick(&window_, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* line = strip_.findChild<QLabel*>(QStringLiteral("statusStrip"));
+  QTest::mouseClick(line, Qt::RightButton);
+  EXPECT_EQ(window_.findChild<QTreeView*>(), nullptr);
+  QTest::mouseClick(line, Qt::LeftButton);
   auto* list = window_.findChild<QTreeView*>(QStringLiteral("messages"));
   ASSERT_NE(list, nullptr);
+  list->window()->close();
+  QTest::keyClick(&window_, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(list->isVisible());
   EXPECT_EQ(list->model()->rowCount(), static_cast<int>(MessageLog::kMost));
   QApplication::setActiveWindow(list->window());
   list->selectAll();

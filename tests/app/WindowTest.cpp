@@ -211,10 +211,26 @@ TEST_F(WindowTest, AHalfTypedPathIsNotActedOn) {
   EXPECT_EQ(read(macro), "keep");
 }
 
-TEST_F(WindowTest, SettingsSurviveUnchanged) {
+TEST_F(WindowTest, SettingsSurviveUnchangedAndFollowBothPanes) {
   const std::string before = read(kSettingsFile);
   fixture_.driver->close();
   EXPECT_EQ(read(kSettingsFile), before);
+  fixture_.open();
+  const auto type = [this](int address, const char* text) {
+    auto& edit = driver().control<QLineEdit>(address);
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClicks(&edit, QLatin1String(text));
+    driver().list(a_.applications).setFocus();
+  };
+  type(a_.address, "/srv/a"), type(b_.address, "/srv/b");
+  driver().press(a_.panel), driver().press(b_.panel);
+  type(a_.address, "10.0.0.1"), type(b_.address, "10.0.0.2");
+  fixture_.driver->close();
+  Settings now;
+  EXPECT_TRUE(readSettings(fixture_.site.root, now));
+  EXPECT_EQ(now.pathA + ' ' + now.pathB + ' ' + now.addressA + ' ' + now.addressB,
+            "/srv/a /srv/b 10.0.0.1 10.0.0.2");
 }
 
 TEST_F(WindowTest, EveryControlHasItsNumberOnce) {
