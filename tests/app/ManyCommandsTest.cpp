@@ -429,25 +429,5 @@ TEST_F(ManyCommandsTest, TheDialogThatIsKeptOpenGoesOnBehindTheLastOne) {
             "QMF1.ME2.KEY1.ON.SETQMF1.ME2.KEY2.ON.SETQMF1.ME2.KEY4.ON.SETQMF1.aQMF1.ME2.KEY3.ON.SET");
 }
 
-// Catches work that a mouse is needed for.
-TEST_F(ManyCommandsTest, KeysAloneCarryCommandsFromPaneToPane) {
-  const auto key = [](int pressed, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(pressed), modifiers);
-  };
-  driver().control<QWidget>(a_.macros).setFocus();
-  key(Qt::Key_5, Qt::ControlModifier);
-  key(Qt::Key_Home);
-  key(Qt::Key_Down, Qt::ShiftModifier);
-  key(Qt::Key_Down, Qt::AltModifier);
-  EXPECT_THAT(told(), StartsWith("2 commands moved; they are commands 2 to 3 now"));
-  EXPECT_EQ(list(Pane::kA).currentIndex().row(), 1) << "the row that a screen reader reads goes along";
-  key(Qt::Key_X, Qt::ControlModifier);
-  key(Qt::Key_F6);
-  key(Qt::Key_5, Qt::ControlModifier);
-  key(Qt::Key_End);
-  key(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(bothLetters(), "cdefgh uvwabx");
-}
-
 }  // namespace
 }  // namespace tessaly

@@ -260,10 +260,8 @@ TEST(PositionCheckTest, TellsWhatANumberMeans) {
                {"-1", true, -1, "", ""}};
   for (const auto& c : cases) {
     const PositionCheck check = checkPosition(c.typed, names);
-    EXPECT_EQ(check.unchanged, c.unchanged) << c.typed;
-    EXPECT_EQ(check.number, c.number) << c.typed;
-    EXPECT_EQ(check.existing, c.existing) << c.typed;
-    EXPECT_EQ(check.label, c.label) << c.typed;
+    EXPECT_EQ(std::tie(check.unchanged, check.number), std::tie(c.unchanged, c.number)) << c.typed;
+    EXPECT_EQ(check.existing + '|' + check.label, std::string(c.existing) + '|' + c.label) << c.typed;
   }
 }
 

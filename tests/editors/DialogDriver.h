@@ -130,13 +130,6 @@ class DialogDriver {
   [[nodiscard]] std::string focus() const {
     return dialog_.focusWidget() == nullptr ? "" : dialog_.focusWidget()->objectName().toStdString();
   }
-  // Where the Tab key leads from what has the keyboard, until it is there again.
-  [[nodiscard]] std::string tabWay() const {
-    const std::string first = focus();
-    std::string way = first;
-    for (key(Qt::Key_Tab); focus() != first; key(Qt::Key_Tab)) way += ' ' + focus();
-    return way;
-  }
 
  private:
   template <class Widget>

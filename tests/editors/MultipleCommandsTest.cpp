@@ -180,20 +180,16 @@ TEST_F(MultipleCommandsTest, DestinationsAddWhatTheyOwn) {
 }
 
 TEST_F(MultipleCommandsTest, CorrectionsAskForTheInput) {
-  struct Case {
-    const char* button;
-    const char* title;
-    Qt::Key key;
-    std::size_t total;
-  };
-  for (const Case& c : {Case{"RGB Input Correction", "Select Input for RGB Correction", Qt::Key_Escape, 0},
-                        Case{"RGB Input Correction", "Select Input for RGB Correction", Qt::Key_Return, 1},
-                        Case{"YUV Input Correction", "Select Input for YUV Correction", Qt::Key_Return, 2}}) {
-    answerNext(dialog, c.key);
-    driver.click(c.button);
-    EXPECT_EQ(title, c.title);
-    EXPECT_EQ(driver.rows("commands").size(), c.total) << c.title;
-    EXPECT_EQ(driver.enabled("updateParameters") && driver.enabled("selectAll"), c.total > 0);
+  const char *const rgb = "Select Input for RGB Correction", *const yuv = "Select Input for YUV Correction";
+  for (const auto& [button, wanted, key, total] :
+       {std::tuple{"RGB Input Correction", rgb, Qt::Key_Escape, 0U},
+        {"RGB Input Correction", rgb, Qt::Key_Return, 1U},
+        {"YUV Input Correction", yuv, Qt::Key_Return, 2U}}) {
+    answerNext(dialog, key);
+    driver.click(button);
+    EXPECT_EQ(title, wanted);
+    EXPECT_EQ(driver.rows("commands").size(), total) << wanted;
+    EXPECT_EQ(driver.enabled("updateParameters") && driver.enabled("selectAll"), total > 0);
   }
 }
 
@@ -327,32 +323,30 @@ TEST_F(MultipleCommandsTest, AnswersAndTheUserCompleteTheCommands) {
 TEST_F(MultipleCommandsTest, EveryChangeIsSeenAtOnce) {
   driver.click("RAMCHAN1");
   QSignalSpy drawn(driver.control<QListView>("commands").model(), &QAbstractItemModel::dataChanged);
-  const auto seen = [&drawn] {
-    return !std::exchange(static_cast<QList<QList<QVariant>>&>(drawn), {}).isEmpty();
-  };
-  driver.click("raw");
-  EXPECT_TRUE(seen());
-  update("PANEL.RAM1.LOOP");
-  EXPECT_TRUE(seen());
-  answer("PANEL.RAM1.LOOP", "1");
-  EXPECT_TRUE(seen());
-  driver.control<QComboBox>("destination").setCurrentIndex(1);
-  EXPECT_TRUE(seen());
-  DialogDriver::answerNext([](QDialog& /*asking*/, const DialogDriver& user) {
-    user.control<QComboBox>("destination").setCurrentIndex(3);
-    user.click("modify");
-  });
-  driver.control<QListView>("commands").setFocus();
-  driver.key(Qt::Key_Down);
-  driver.key(Qt::Key_Enter);
-  EXPECT_TRUE(seen());
+  const std::function<void()> changes[] = {
+      [this] { driver.click("raw"); }, [this] { update("PANEL.RAM1.LOOP"); },
+      [this] { answer("PANEL.RAM1.LOOP", "1"); },
+      [this] { driver.control<QComboBox>("destination").setCurrentIndex(1); },
+      [this] {
+        DialogDriver::answerNext([](QDialog& /*asking*/, const DialogDriver& user) {
+          user.control<QComboBox>("destination").setCurrentIndex(3);
+          user.click("modify");
+        });
+        driver.control<QListView>("commands").setFocus();
+        driver.key(Qt::Key_Down);
+        driver.key(Qt::Key_Enter);
+      }};
+  for (const auto& change : changes) {
+    drawn.clear();
+    change();
+    EXPECT_FALSE(drawn.isEmpty()) << &change - changes;
+  }
   driver.click("AUX1");
   select({0, 3});
   write("");
   driver.click("insertStart");
   EXPECT_TRUE(closed());
-  EXPECT_THAT(written(), ElementsAre("PANEL.RAM1.LOOP.SET/4 loop=1", "QMF2.AUX1.CUT/3"))
-      << "each with its workplace";
+  EXPECT_THAT(written(), ElementsAre("PANEL.RAM1.LOOP.SET/4 loop=1", "QMF2.AUX1.CUT/3"));
 }
 
 TEST_F(MultipleCommandsTest, ALostLineIsTold) {
