@@ -9,9 +9,9 @@ from REVISION are touched. Nothing of the checkout or of the built tree is chang
 it with the rest of its room's tests and runs them. What came out is remembered by content (the file, the fault, the
 tests): a second run costs what has changed only. A unit that no test of its room includes is asked of the tests of the
 plain rooms that use it, too. Where tessaly-screenshots is built and no --budget is given, the kept pictures of all
-windows are asked what the tests of a room with windows do not notice. Survivors that change nothing a person could notice stand, with the reason, in
-tools/accepted_mutants.txt. Exit 1 when the score of a room is below its goal, with --goal when that of all together is
-below that.
+windows are asked what the tests of a room with windows do not notice. Survivors that change nothing a person could
+notice stand, with the reason, in tools/accepted_mutants.txt. Exit 1 when the score of a room is below its goal, with
+--goal when that of all together is below that.
 """
 import argparse
 import functools

@@ -1,7 +1,6 @@
 // The menus, what finds their entries, and the guide that they lead to.
 #include <gmock/gmock.h>
 
-#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTextBrowser>
@@ -114,26 +113,10 @@ TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
   ASSERT_NE(guide, nullptr);
   auto& pages = *guide->findChild<QTextBrowser*>();
   EXPECT_TRUE(pages.toPlainText().startsWith(QLatin1String("Keys")));
-  auto& words = *guide->findChild<QLineEdit*>(QStringLiteral("words"));
-  const auto click = [&](const char* name) {
-    QTest::mouseClick(guide->findChild<QAbstractButton*>(QLatin1String(name)), Qt::LeftButton);
-    return pages.textCursor().position();
-  };
-  words.setText(QStringLiteral("keys"));
-  QTest::keyClick(&words, Qt::Key_Return);
-  const int first = pages.textCursor().position(), second = click("next");
-  EXPECT_GT(second, first);
-  EXPECT_EQ(click("before"), first);
-  EXPECT_GE(click("before"), second) << "round to the last one";
-  EXPECT_EQ(click("next"), first);
-  words.setText(QStringLiteral("no such words"));
-  EXPECT_EQ(click("next"), first);
-  EXPECT_EQ(guide->findChild<QLabel*>(QStringLiteral("told"))->text(),
-            "\"no such words\" is not in this page");
   const std::pair<const char*, const char*> ways[] = {
       {"contents", "guide"}, {"back", "keys"}, {"forward", "guide"}, {"keys", "keys"}};
   for (const auto& [button, page] : ways) {
-    click(button);
+    QTest::mouseClick(guide->findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
     EXPECT_EQ(pages.source().fileName().toStdString(), std::string(page) + ".html");
   }
   EXPECT_EQ(helpFor(&driver().list(a_.commands)), QStringLiteral("guide.html#delete-move-and-copy-commands"));

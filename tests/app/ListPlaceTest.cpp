@@ -63,17 +63,6 @@ TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
   EXPECT_THAT(Hand::firstSeen(macros()), StartsWith("000")) << "another folder begins at its top";
 }
 
-TEST_F(ListPlaceTest, ADialogTakesTheRowUnderTheHand) {
-  driver().choose(a_.macros, "001");
-  driver().press(a_.newCorvane, [](QDialog& dialog) {
-    QTest::mouseClick(dialog.findChild<QAbstractButton*>("inputCorrection"), Qt::LeftButton);
-    auto& inputs = *dialog.findChild<RowsView*>("subgroup1");
-    Hand::doubleClickOn(inputs, QStringLiteral("Input 64"));
-    EXPECT_EQ(inputs.selected()->text, "Input 64");
-    dialog.reject();
-  });
-}
-
 TEST(CommandListModelTest, LinesAreMadeWhenSomebodyLooksOrTheProgramIsIdle) {
   constexpr std::size_t kLines = 10'000, kLongest = 7'000;
   const auto commands = std::make_shared<MacroCommands>(kLines);

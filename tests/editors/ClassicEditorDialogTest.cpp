@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <QComboBox>
-
 #include "editors/ClassicEditorDialog.h"
 #include "platform/Text.h"
 #include "tests/editors/EditorFixture.h"
@@ -140,36 +138,6 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
   user.click("insertStart");
   EXPECT_EQ(editor.outcome(), ClassicEditorDialog::Outcome::kAtStart);
   EXPECT_EQ(editor.command().text(), "e3 11 01 01 ");
-}
-
-TEST_F(ClassicEditorDialogTest, AModifiedCommandCanGoElsewhereAndBeginAnew) {
-  list("[0x01] 0x01 \"F\"\npt_ByteEnum \"e\"\n:0x01 \"on\"\n:0x02 \"off\"\n");
-  fixture_.frameRate = 30;
-  const auto editor = modifying("02 ");
-  const DialogDriver user(*editor);
-  EXPECT_EQ(shutIn(*editor), "actions; insertEnd");
-  EXPECT_TRUE(user.control<QAbstractButton>("standard60").isChecked());
-  for (const auto& [button, rate] : {std::pair{"standard50", 25}, {"standard60", 30}}) {
-    user.click(button);
-    EXPECT_EQ(fixture_.frameRate, rate);
-  }
-  user.control<QComboBox>("destination").setCurrentIndex(3);
-  EXPECT_TRUE(editor->changed());
-  EXPECT_EQ(editor->destination(), Destination::mainframe(4));
-  DialogDriver::answerNext([](QDialog& /*dialog*/, const DialogDriver& entry) {
-    EXPECT_THAT(entry.rows("rows"), ElementsAre("0\ton\t1", "1\toff\t2"));
-    EXPECT_EQ(entry.field("value"), "1");
-    entry.type("value", "0");
-    entry.click("ok");
-  });
-  user.control<ListBox>("parameters").setFocus();
-  user.key(Qt::Key_Down);
-  user.key(Qt::Key_Space);
-  EXPECT_EQ(bytesOf(*editor), "01 ");
-  user.click("fromScratch");
-  EXPECT_EQ(user.focus(), "mainGroups");
-  EXPECT_EQ(shutIn(*editor), "insertSelected insertStart; actionHint functionHint insertEnd");
-  EXPECT_EQ(user.label("byteText") + user.label("debugText"), "");
 }
 
 TEST_F(ClassicEditorDialogTest, AnEmptyListTellsWhy) {

@@ -134,13 +134,6 @@ TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {
   modify.user.choose("choices", "Camera 1");
   modify.user.key(Qt::Key_Enter);
   EXPECT_THAT(modify.values(), ElementsAre("TYPE=odd", "SOURCE=1"));
-
-  ModifyCommand first(command("QMF1.ME1.KEY2.TYPE.SET", {{"SOURCE", "1"}}));
-  first.user.choose("parameters", "Source");
-  first.user.control<QListView>("choices").setFocus();
-  first.user.key(Qt::Key_Return);
-  EXPECT_EQ(first.user.selectedRow("parameters"), 0) << "what is missing in front of it";
-  EXPECT_TRUE(first.dialog.isVisible());
 }
 
 TEST(ModifyCommandDialogTest, PanelCommandsChooseAWorkplace) {
