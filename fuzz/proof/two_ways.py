@@ -96,9 +96,9 @@ class Ways:
         self.begin()
         window = Window(self.bench.words(["acts", *acts]), self.bench.environment)
         said, deadline = window.act(), time.monotonic() + LONGEST
-        window.end()
         while (found := self.found()) != wanted and self.on_panel and time.monotonic() < deadline:
             time.sleep(0.05)
+        window.end()
         self.end()
         return said, found
 
