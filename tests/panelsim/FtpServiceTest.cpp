@@ -60,7 +60,9 @@ TEST_F(PanelTest, TransfersSucceedOrFailAsTheFaultSays) {
   }
   ASSERT_TRUE(panel->setFaults({}));
   EXPECT_EQ(ftp().put(big, remote), Result::kDone) << "what was cut off is in nobody's way";
+  EXPECT_GE(logged("ftp: login target"), 5);
   panel->stop();
+  EXPECT_FALSE(connect());
   EXPECT_EQ(ftp().get(remote, got), Result::kUnreachable);
 }
 
