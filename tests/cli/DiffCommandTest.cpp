@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include "platform/Text.h"
 #include "tests/cli/Ran.h"
 
 namespace tessaly {
@@ -85,6 +86,17 @@ TEST_F(DiffCommand, JsonHasEveryRowThatDiffers) {
   EXPECT_EQ(
       json["rows"][4]["changes"][0],
       nlohmann::json::parse(R"({"what":"parameter","name":"size","a":"0.7","b":"0.8","sameInUnit":false})"));
+  std::string alike;
+  for (int i = 0; i < 8; ++i) alike += size("0.4");
+  site.write(kA, macro(alike + "<cmd fid=\"X\"/>" + alike + size("0.1") + alike));
+  site.write(kB, macro(alike + alike + size("0.10") + alike));
+  EXPECT_EQ(run({kA, kB}), 1);
+  EXPECT_EQ(
+      replaceAll(last.out, "\tMainframe1 - Size ==> 40.0\n", ";"),
+      "=\t5\t5;=\t6\t6;=\t7\t7;-\t8\t\t - ??? X\n=\t9\t8;=\t10\t9;=\t11\t10;...\n=\t14\t13;=\t15\t14;"
+      "=\t16\t15;~\t17\t16\tMainframe1 - Size ==> 10.0\n?\t\t\tparameter size: \"0.1\" | \"0.10\" (the same "
+      "value)\n=\t18\t17;=\t19\t18;=\t20\t19;#\tsame: 24, same meaning: 1, changed: 0, only A: 1, only B: 0, "
+      "moved: 0\n");
   EXPECT_EQ(run({kA, kA, "--json"}), 0);
   EXPECT_EQ(nlohmann::json::parse(last.out)["same"], true);
 }

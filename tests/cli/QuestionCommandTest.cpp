@@ -26,9 +26,12 @@ TEST_F(Commands, DictionaryIsListedAndShown) {
   EXPECT_THAT(output({"dictionary", "--show", "ME1.SIZE.INC"}),
               HasSubstr("\nsid:\ngroup:\ndescription: Size step\n"));
   const auto json =
-      nlohmann::json::parse(output({"dictionary", "--list", "inc", "--show", "ME1.SIZE.SET", "--json"}));
+      nlohmann::json::parse(output({"dictionary", "--list", "inc", "--show", "ME1.ALL.SET", "--json"}));
   EXPECT_EQ(json["names"], nlohmann::json::array({"ME1.SIZE.INC"}));
-  EXPECT_EQ(json["function"]["parameters"][0]["unit"], "percent");
+  EXPECT_EQ(
+      json["function"]["parameters"][0]["values"].dump() + json["function"]["parameters"][1].dump(),
+      R"([{"shown":"Off","stored":"0"}]{"description":"level: ","kind":"integer","max":255,"maxDisp":100,)"
+      R"("min":0,"minDisp":0,"name":"level","optional":false,"scaled":true})");
   EXPECT_EQ(run({"dictionary", "--show", "ME1"}).errors, "Unknown function: ME1\n");
   EXPECT_EQ(output({"dictionary", "--find", "step size"}), "Number of FIDs: 2/3\nME1.SIZE.INC\n");
   for (const char* words : {"word", "--find=+", "--find=size --list"}) {

@@ -207,26 +207,6 @@ TEST_F(PanelTest, PanelsShareAPortOnAddressesOfTheirOwnAndSayWhenItIsTaken) {
   EXPECT_EQ(reason, "cannot make the panel's folders under " + other.root);
 }
 
-// Sends the bytes and reads until the other end has closed.
-std::string heardAfter(std::string_view bytes, Socket& socket) {
-  std::string heard;
-  for (bool open = true; open;) {
-    std::array<Watch, 1> watch{Watch{.socket = &socket, .forWrite = !bytes.empty()}};
-    EXPECT_TRUE(waitFor(watch, 10000));
-    std::size_t count = 0;
-    if (watch[0].writable && !bytes.empty()) {
-      if (socket.send(bytes, count) == Socket::Transfer::kClosed) count = bytes.size();
-      bytes.remove_prefix(count);
-      if (bytes.empty()) socket.finishSending();
-    }
-    std::array<char, 4096> buffer;
-    count = 0;
-    open = !watch[0].readable || socket.receive(buffer, count) != Socket::Transfer::kClosed;
-    heard.append(buffer.data(), count);
-  }
-  return heard;
-}
-
 TEST_F(PanelTest, HostileEditorsAreSentAwayAndTheOthersStay) {
   start();
   ASSERT_TRUE(connect());
@@ -264,30 +244,27 @@ TEST_F(PanelTest, HostileEditorsAreSentAwayAndTheOthersStay) {
   for (const auto& [bytes, last, told] : cases) {
     ++number;
     Socket socket = Socket::beginConnect("127.0.0.1", panel->controlPort());
-    const std::string heard = heardAfter(bytes, socket);
+    std::string_view left = bytes;
+    std::string heard;
+    for (bool open = true; open;) {
+      std::array<Watch, 1> watch{Watch{.socket = &socket, .forWrite = !left.empty()}};
+      ASSERT_TRUE(waitFor(watch, 10000));
+      std::size_t count = 0;
+      if (watch[0].writable && !left.empty()) {
+        if (socket.send(left, count) == Socket::Transfer::kClosed) count = left.size();
+        left.remove_prefix(count);
+        if (left.empty()) socket.finishSending();
+      }
+      std::array<char, 4096> buffer;
+      count = 0;
+      open = !watch[0].readable || socket.receive(buffer, count) != Socket::Transfer::kClosed;
+      heard.append(buffer.data(), count);
+    }
     EXPECT_TRUE(heard.ends_with(last)) << bytes.substr(0, 80) << " -> " << heard;
     EXPECT_EQ(logged("editor " + std::to_string(number) + ": " + told), 1) << told;
   }
   EXPECT_TRUE(soon([&] { return panel->connections() == 1; })) << "the others are gone";
 
-  // One that does not read is sent away once too much is held for it, one that reads is not.
-  ASSERT_TRUE(connection.subscribe("BIG"));
-  Socket deaf = Socket::beginConnect("127.0.0.1", panel->controlPort());
-  std::size_t sent = 0;
-  std::array<Watch, 1> watch{Watch{.socket = &deaf, .forWrite = true}};
-  ASSERT_TRUE(waitFor(watch, 10000) && deaf.send(subscribe("BIG"), sent) == Socket::Transfer::kDone);
-  EXPECT_TRUE(soon([&] { return logged("editor 13: subscribes 1 value: BIG") == 1; }));
-  for (int i = 0; i < 1300; ++i) {
-    panel->set("BIG", std::to_string(i) + std::string(60'000, 'b'));
-    ASSERT_TRUE(i % 20 > 0 || recorder.waitFor("value BIG=" + *panel->value("BIG")));
-  }
-  EXPECT_TRUE(soon([&] { return logged("editor 13: ended: does not read") == 1; }));
-
-  // So many are let in and no more.
-  std::vector<Socket> many;
-  for (int i = 0; i < 64; ++i) many.push_back(Socket::beginConnect("127.0.0.1", panel->controlPort()));
-  EXPECT_EQ(heardAfter("", many.back()), "");
-  EXPECT_EQ(panel->connections(), 64U);
   EXPECT_TRUE(connection.subscribe("PANEL.WP1.MFDCOUNT"));
   EXPECT_TRUE(recorder.waitFor("value PANEL.WP1.MFDCOUNT=4"));
 }

@@ -130,24 +130,21 @@ TEST_F(PanelTest, TheProgramTalksAndItsFtpServerEndsWithIt) {
   FtpClient client("127.0.0.1", static_cast<std::uint16_t>(port), {.user = "target", .secret = "vintrosa"});
   const std::string local = macro("By FTP");
   EXPECT_EQ(client.put(local, folder(8) + "macro005.mac"), Result::kDone);
-  const auto answerTo = [&](const std::string& command, const std::string& start) {
-    EXPECT_TRUE(program.writeLine(command));
-    // What the panel does is told with the time in front.
-    const auto next = [&]() -> std::optional<std::string> {
-      auto line = program.readLine(10000);
-      if (line && line->size() > 13 && (*line)[2] == ':' && (*line)[8] == '.') line->erase(0, 13);
-      return line;
-    };
-    std::optional<std::string> line = next();
-    while (line && !line->starts_with(start)) line = next();
-    return line.value_or("no answer");
+  // A line of this end comes; what the panel does is told with the time in front.
+  const auto answers = [&](const std::string& command, const std::string& end) {
+    std::optional<std::string> line;
+    for (bool asked = program.writeLine(command); asked;) {
+      line = program.readLine(10000);
+      asked = line && !line->ends_with(end);
+    }
+    return line.has_value();
   };
-  EXPECT_EQ(answerTo("reload", "workplace"), "workplace 8, macro 005: By FTP");
-  EXPECT_EQ(answerTo("mfd 8 3\nget PANEL.WP8.MFDCOUNT", "3"), "3");
-  EXPECT_EQ(answerTo("fault refuse-login", "fault"), "fault refuse-login");
+  EXPECT_TRUE(answers("reload", "workplace 8, macro 005: By FTP"));
+  EXPECT_TRUE(answers("mfd 8 3\nget PANEL.WP8.MFDCOUNT", "3"));
+  EXPECT_TRUE(answers("fault refuse-login", "fault refuse-login"));
   EXPECT_EQ(client.put(local, folder(8) + "macro006.mac"), Result::kRefusedLogin);
-  EXPECT_EQ(answerTo("fault off", "fault"), "fault off");
-  EXPECT_EQ(answerTo("restart", "back"), "back");
+  EXPECT_TRUE(answers("fault off", "fault off"));
+  EXPECT_TRUE(answers("restart", " back"));
   EXPECT_EQ(client.put(local, folder(8) + "macro006.mac"), Result::kDone);
   program
       .stop();  // the end of its input leaves it serving, so it is killed: the server has to notice by itself
