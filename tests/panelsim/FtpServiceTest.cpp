@@ -14,7 +14,7 @@ using Result = FtpClient::Result;
 TEST_F(PanelTest, TransfersGoAsTheFaultSays) {
   start();
   const std::string big(300000, 'b'), cut = big.substr(0, 70000), remote = folder(3) + "macro003.mac",
-                                      inTree = "/" + remote.substr(1),
+                                      inTree = hostPathOfTree(3, "macro003.mac"),
                                       another = "<macro name=\"Another editor\"><data></data></macro>\n";
   std::string flipped = big, garbled = big, got;
   flipped[70000] ^= 1;  // in the second block that comes
@@ -45,9 +45,9 @@ TEST_F(PanelTest, TransfersGoAsTheFaultSays) {
     EXPECT_EQ(ftp().put(big, remote), put);
     const std::chrono::milliseconds least(std::string_view(fault).starts_with("slow") ? 200 : 0);
     EXPECT_GE(std::chrono::steady_clock::now() - begun, least);
-    EXPECT_TRUE(soon([&, left = stored] { return tree.read(hostPath(inTree)) == left; }));
+    EXPECT_TRUE(soon([&, left = stored] { return tree.read(inTree) == left; }));
     // What is to be fetched is whole again when the upload failed.
-    if (put != Result::kDone) std::ofstream(hostPath(inTree), std::ios::trunc) << big;
+    if (put != Result::kDone) std::ofstream(inTree, std::ios::trunc) << big;
     EXPECT_EQ(ftp().get(remote, got), get);
     EXPECT_TRUE(get != Result::kDone || got == fetched);
   }
@@ -77,7 +77,7 @@ TEST_F(PanelTest, TransfersGoAsTheFaultSays) {
   EXPECT_EQ(ftp().put(big, remote), Result::kDone) << "what was cut off is in nobody's way";
   EXPECT_GE(logged("ftp: login target"), 5);
   panel->stop();
-  EXPECT_FALSE(connect());
+  EXPECT_FALSE(connect() || panel->connections() > 0);
   EXPECT_EQ(ftp().get(remote, got), Result::kUnreachable);
 }
 

@@ -68,8 +68,6 @@ class PanelTest : public testing::Test {
       at = log_.find('\n' + lines + '\n', at + 1);
     return times;
   }
-  // By the panel's own path.
-  std::string hostPath(const std::string& path) { return panel->root() + path; }
   static bool soon(const std::function<bool()>& holds) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!holds()) {

@@ -152,24 +152,22 @@ TEST_F(PanelTest, AMacroIsCarriedOutAndWhatIsTypedIsChecked) {
        "QMF1.ME1.KEY1.WIPE.ROTATION_SPEED, QMF1.ME1.KEY1.WIPE.ROTATION_ENABLE, QMF1.ME1.KEY1.WIPE.SOFT, "
        "QMF1.ME0.KEY1.WIPE.SOFT"},
       {"watch QMF1.ME1.KEY1.CLIP NOTHING",
-       "no such value: NOTHING; a name begins with QMF1. to QMF4. or PANEL."},
-      {"set QMF1.ME1.KEY1.CLIP 1.5",
-       "QMF1.ME1.KEY1.CLIP cannot hold 1.5: it is a number, min: 0.0000   max: 1.0000"},
-      {"set QMF1.ME1.TRANSI.TYPE Wipe",
-       "QMF1.ME1.TRANSI.TYPE cannot hold Wipe: it is one of MIX, WIPE, ADD, FAM, CUT, DPM"},
-      {"set QMF1.ME1.KEY1.RATE fast",
-       "QMF1.ME1.KEY1.RATE cannot hold fast: it is one of 0, 1, 2, 3; or a whole number, min: 0   max: 999"},
-      {"set PANEL.WP1.MFDCOUNT 13",
-       "PANEL.WP1.MFDCOUNT cannot hold 13: it is a whole number, min: 0   max: 12"},
-      {"set PANEL.MONITOR.SOURCE x", "PANEL.MONITOR.SOURCE cannot hold x: it is the number of an input"},
-      {"set PANEL.CLOCK.TIMECODE x", "PANEL.CLOCK.TIMECODE cannot hold x: it is a packed timecode"},
-      {"set PANEL.CLOCK.TIMECODE 255", "PANEL.CLOCK.TIMECODE cannot hold 255: it is a packed timecode"},
-  };
+       "no such value: NOTHING; a name begins with QMF1. to QMF4. or PANEL."}};
   for (const auto& [line, says] : refused) {
     const PromptAnswer answer = runPromptLine(*panel, line);
     EXPECT_FALSE(answer.known) << line;
     EXPECT_EQ(answer.text, says);
   }
+  for (const auto& [words, could] : std::initializer_list<std::pair<std::string, std::string>>{
+           {"QMF1.ME1.KEY1.CLIP 1.5", "a number, min: 0.0000   max: 1.0000"},
+           {"QMF1.ME1.TRANSI.TYPE Wipe", "one of MIX, WIPE, ADD, FAM, CUT, DPM"},
+           {"QMF1.ME1.KEY1.RATE fast", "one of 0, 1, 2, 3; or a whole number, min: 0   max: 999"},
+           {"PANEL.WP1.MFDCOUNT 13", "a whole number, min: 0   max: 12"},
+           {"PANEL.MONITOR.SOURCE x", "the number of an input"},
+           {"PANEL.CLOCK.TIMECODE x", "a packed timecode"},
+           {"PANEL.CLOCK.TIMECODE 255", "a packed timecode"}})
+    EXPECT_EQ(runPromptLine(*panel, "set " + words).text,
+              std::string(words).insert(words.find(' '), " cannot hold") + ": it is " + could);
   EXPECT_EQ(panel->value(clip), "0.750000");
   // The limits themselves, and what one of several parameters can hold.
   for (const std::string& rest :
@@ -226,16 +224,19 @@ TEST_F(PanelTest, AnEmptyTreeIsFilledFromTheFirstApplicationThatHasMacros) {
     const std::string appli = "c:\\programme\\RV48\\appli\\" + name + '\\';
     site.write(appli + "devices.ini", "Dev1=CP1 \"Desk\"\r\nDev2=CP2 \"Old\"\r\n");
     site.write(appli + "CP1\\assign\\contents.cnt", "Name=Desk\n");
-    if (name != "Empty") site.write(appli + "CP1\\macroWP8\\macro010.mac", macro(name));
-    site.write(appli + "CP1\\macroWP1\\notes.mac", macro("no macro"));
+    for (const char* number : {"1", "8"}) {
+      const std::string folder = appli + "CP1\\macroWP" + number;
+      site.write(folder + "\\notes.mac", macro("no macro"));
+      if (name != "Empty") site.write(folder + "\\macro010.mac", macro(name));
+    }
   }
   PanelOptions seeded = options();
   seeded.site = site.root.path().string();
   seeded.seed = true;
   start(seeded);
   EXPECT_EQ(panel->macros(8), (std::vector<std::pair<int, std::string>>{{10, "Show"}}));
-  EXPECT_EQ(logged("filled the empty tree with 1 macros of the site"), 1);
-  EXPECT_TRUE(panel->removeMacro(8, 10));
+  EXPECT_EQ(logged("filled the empty tree with 2 macros of the site"), 1);
+  EXPECT_TRUE(panel->removeMacro(8, 10) && panel->removeMacro(1, 10));
   ASSERT_TRUE(runPromptLine(*panel, "restart").known);
   EXPECT_TRUE(panel->macros(8).empty()) << "it was emptied";
   for (const int workplace : {1, 8}) {
