@@ -6,6 +6,7 @@
 #include "ui_CreateMacroDialog.h"
 #include "widgets/Beep.h"
 #include "widgets/DialogText.h"
+#include "widgets/EditedText.h"
 
 namespace tessaly {
 
@@ -16,6 +17,7 @@ CreateMacroDialog::CreateMacroDialog(int preselected, MacroNameTable names, QWid
   connect(ui_->position, &QLineEdit::inputRejected, this, systemBeep());
   connect(ui_->position, &QLineEdit::textChanged, this, &CreateMacroDialog::checkNumber);
   connect(ui_->name, &QLineEdit::textChanged, this, &CreateMacroDialog::checkName);
+  whenEdited(*ui_->name, this, [this](const QString& name) { ownName_ = name; });
   connect(ui_->ok, &QPushButton::clicked, this, &CreateMacroDialog::accept);
   connect(ui_->cancel, &QPushButton::clicked, this, &CreateMacroDialog::reject);
   if (preselected >= 0) ui_->position->setText(QString::number(preselected));
@@ -52,9 +54,8 @@ void CreateMacroDialog::checkNumber() {
 // Proposed when the number changes only, so that the user's own name is never typed over. A name that was but
 // passed on the way to another number does not stay; the user's own one comes back.
 void CreateMacroDialog::proposeName(const std::string& existing) {
-  if (ui_->name->isModified()) ownName_ = ui_->name->text();
   const QString name = existing.empty() ? ownName_ : editable(existing);
-  if (ui_->name->text() != name) ui_->name->setText(name);
+  if (ui_->name->text() != name) putText(*ui_->name, name);
   if (!existing.empty()) ui_->name->selectAll();
 }
 

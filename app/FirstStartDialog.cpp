@@ -30,7 +30,7 @@ FirstStartDialog::FirstStartDialog(std::filesystem::path root, std::filesystem::
     ui_->existing->setChecked(true);
   }
   setMinimumHeight(layout()->totalHeightForWidth(minimumWidth()));  // the layout alone counts one line a text
-  connect(ui_->existingFolder, &QLineEdit::textEdited, ui_->existing, [this] { ui_->existing->click(); });
+  connect(ui_->existingFolder, &QLineEdit::textChanged, ui_->existing, [this] { ui_->existing->click(); });
   connect(ui_->browse, &QPushButton::clicked, this, &FirstStartDialog::browse);
   connect(ui_->goOn, &QPushButton::clicked, this, &FirstStartDialog::accept);
   connect(ui_->quit, &QPushButton::clicked, this, &FirstStartDialog::reject);

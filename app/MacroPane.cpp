@@ -13,6 +13,7 @@
 #include "widgets/AtEach.h"
 #include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
+#include "widgets/EditedText.h"
 
 namespace tessaly {
 
@@ -183,7 +184,7 @@ void MacroPane::connectControls() {
     leaveAddress();
     emit commandActChosen(act);
   });
-  connect(ui_->address, &QLineEdit::textEdited, this, &MacroPane::addressEdited);
+  whenEdited(*ui_->address, this, [this](const QString& text) { emit addressEdited(text); });
   connect(ui_->address, &QLineEdit::returnPressed, this, [this] { emit addressFinished(true); });
   connect(ui_->address, &QLineEdit::editingFinished, this, [this] { emit addressFinished(false); });
   connect(ui_->showRaw, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
@@ -315,7 +316,7 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   showSourceLabel();
   ui_->addressLabel->setText(shown(display.editLabel));
   const QString text = editable(display.editText);
-  if (ui_->address->text() != text) ui_->address->setText(text);
+  if (ui_->address->text() != text) putText(*ui_->address, text);
   ui_->address->setEnabled(display.editEnabled);
   ui_->connectButton->setText(shown(display.buttonText));
   connectShown_ = display.buttonVisible;

@@ -47,7 +47,7 @@ struct Sample : FunctionSample {
   void write(const char* path, const std::vector<std::string>& commands) const {
     std::string text = "<macro name=\"Bench\">\n    <data>\n";
     for (const std::string& one : commands) text += one;
-    require(writeFile(root, path, text + "    </data>\n</macro>\n").done());
+    require(writeFile(root, path, text + "    </data>\n</macro>\n"));
   }
 };
 

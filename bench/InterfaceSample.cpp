@@ -61,8 +61,13 @@ SiteRoot siteWithInterface(std::size_t functions, std::size_t bytes) {
 }
 
 void require(bool done) {
-  if (done) return;
-  std::fprintf(stderr, "cannot make the sample in %s\n", scratchFolder().c_str());
+  if (!done) require(Failure{Failure::Kind::kDiskError, "not as it was to be"});
+}
+
+void require(const Outcome& made) {
+  if (made.done()) return;
+  std::fprintf(stderr, "cannot make the sample in %s: %s\n", scratchFolder().c_str(),
+               made.failure().text.c_str());
   std::exit(1);
 }
 

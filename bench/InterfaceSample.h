@@ -4,6 +4,7 @@
 #include <string>
 
 #include "dictionary/FunctionDictionary.h"
+#include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
 namespace tessaly::bench {
@@ -19,8 +20,9 @@ inline constexpr std::size_t kFunctionsPerTemplate = 50;
 // kind.
 [[nodiscard]] SiteRoot siteWithInterface(std::size_t functions, std::size_t bytes);
 
-// Ends the run when a sample could not be made.
+// Ends the run when a sample could not be made, with the reason where there is one.
 void require(bool done);
+void require(const Outcome& made);
 
 // The sample's functions, and commands of them.
 struct FunctionSample {

@@ -42,7 +42,7 @@ struct Sample {
     const auto report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
     require(readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary, report));
     for (std::uint8_t code = kFirstCode; code < kFirstCode + kCodes; ++code) writeList(code);
-    require(writeFile(root, kMacro, macroText()).done());
+    require(writeFile(root, kMacro, macroText()));
   }
 
   // Every keyword has two entries that differ in their values, so that a look-up has to try both.
@@ -57,7 +57,8 @@ struct Sample {
         text += format(": 0x%02x \"m%d\" \"Mode %d\"\n", row, row, row);
     }
     const std::string path = folder + format("\\Cd-0x%02x-Co-0x%02x.ini", kDevice, code);
-    require(makeFolder(root, folder) && writeFile(root, path, text));
+    require(makeFolder(root, folder));
+    require(writeFile(root, path, text));
   }
 
   static ClassicCommand classicCommand(int number, std::uint8_t code) {

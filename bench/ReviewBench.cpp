@@ -23,9 +23,8 @@ struct Sample : FunctionSample {
   int macros = quick() ? kMostMacros / 10 : kMostMacros;
 
   Sample() {
-    require(makeFolder(root, "c:\\review").done());
-    for (int number = 0; number < macros; ++number)
-      require(writeFile(root, path(number), text(number)).done());
+    require(makeFolder(root, "c:\\review"));
+    for (int number = 0; number < macros; ++number) require(writeFile(root, path(number), text(number)));
   }
 
   static std::string path(int number) { return format("c:\\review\\macro%04d.mac", number); }

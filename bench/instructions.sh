@@ -23,7 +23,10 @@ count() {
 }
 
 if [ $mode != table ]; then
-  while IFS=$'\t' read -r _ name; do printf '%s\t%s\n' "$(count measured "$name")" "$name"; done <$kept >"$counts/now"
+  while IFS=$'\t' read -r _ name; do
+    measured=$(count measured "$name")  # a statement of its own, so that a failed one ends the run
+    printf '%s\t%s\n' "$measured" "$name"
+  done <$kept >"$counts/now"
 fi
 case $mode in
   keep) cp "$counts/now" $kept ;;

@@ -131,7 +131,7 @@ void ClassicEditorDialog::showRows(ListBox& list, const std::vector<ClassicBuild
   std::vector<ListRow> shownRows;
   shownRows.reserve(rows.size());
   for (const ClassicBuilder::Row& row : rows)
-    shownRows.push_back({row.text, static_cast<int>(shownRows.size()), !row.separator && !row.text.empty()});
+    shownRows.push_back({row.text, static_cast<int>(shownRows.size()), !row.separator});
   list.rows().setRows(std::move(shownRows), true, of);
   list.selectRow(chosen ? static_cast<int>(*chosen) : -1);
 }
@@ -141,7 +141,7 @@ void ClassicEditorDialog::refresh(std::optional<std::size_t> parameter) {
   showRows(*ui_->subgroups, builder_.subgroupRows(), builder_.chosenSubgroup());
   showRows(*ui_->functions, builder_.functionRows(), builder_.chosenFunction());
   std::vector<ClassicBuilder::Row> actions;
-  for (const std::string& text : builder_.actionTexts()) actions.push_back({text});
+  for (const std::string& text : builder_.actionTexts()) actions.push_back({text, text.empty()});
   showRows(*ui_->actions, actions, builder_.chosenAction());
   ui_->actions->setAllowed(!builder_.complete());
   std::vector<ClassicBuilder::Row> parameters;

@@ -9,6 +9,7 @@
 #include "ui_CreateCommandDialog.h"
 #include "widgets/ButtonIcon.h"
 #include "widgets/DialogText.h"
+#include "widgets/EditedText.h"
 #include "widgets/KeyboardWay.h"
 #include "widgets/ListFinder.h"
 #include "widgets/PostTo.h"
@@ -109,8 +110,10 @@ void CreateCommandDialog::connectSearch(std::size_t search) {
     chooser_.setSearchText(search, text.toStdString());
     showChoice();
   };
-  connect(column.text, &QLineEdit::textEdited, this, setText);
-  connect(column.text, &QLineEdit::textEdited, this, [this, &column] { lastSearch_ = column.text; });
+  whenEdited(*column.text, this, [this, &column, setText](const QString& text) {
+    setText(text);
+    lastSearch_ = column.text;
+  });
   connect(column.clear, &QPushButton::clicked, this, [setText] { setText({}); });
   connect(column.list, &ListBox::chosen, this, [this, search](int row) {
     chooser_.chooseSearchRow(search, row);
@@ -123,8 +126,6 @@ void CreateCommandDialog::connectCommand() {
   connect(ui_->words, &QLineEdit::textChanged, this, [this](const QString& text) {
     chooser_.setWords(text.toStdString());
     showFound();
-  });
-  connect(ui_->words, &QLineEdit::textEdited, this, [this] {
     lastSearch_ = ui_->words;
     chosenSinceTyped_ = false;
   });
@@ -205,7 +206,7 @@ void CreateCommandDialog::showChoice() {
     searches_[i].list->setPlaceholder(chooser_.searchText(i).empty() ? tr("type above")
                                                                      : tr("nothing found"));
     const QString text = QString::fromStdString(chooser_.searchText(i));
-    if (searches_[i].text->text() != text) searches_[i].text->setText(text);
+    if (searches_[i].text->text() != text) putText(*searches_[i].text, text);
     showList(*searches_[i].list, chooser_.search(i));
   }
   showFound();
@@ -229,7 +230,7 @@ void CreateCommandDialog::showList(ListBox& box, const CommandChooser::List& lis
 void CreateCommandDialog::showFound() {
   showing_ = true;
   found_.setFunctions(chooser_.found());
-  const int row = function_ ? found_.rowOf(function_->index()) : -1;
+  const int row = function_ ? found_.rowOf(listed_) : -1;
   if (row >= 0) {
     ui_->found->setCurrentIndex(found_.index(row));
   } else {
@@ -258,12 +259,13 @@ void CreateCommandDialog::chooseFunction() {
   const QModelIndexList selected = ui_->found->selectionModel()->selectedIndexes();
   std::optional<FunctionRecord> chosen;
   if (!selected.isEmpty()) chosen = found_.function(selected.first().row());
-  const bool same = chosen && function_ && chosen->index() == function_->index();
+  const bool same = chosen && function_ && chosen->index() == listed_;
   if (!same) {
     question_.cancel();
     lineWatch_.stop();
-    function_ = chosen;
+    function_ = chosen ? context_.dictionary.find(chosen->name()) : std::nullopt;
     if (function_) {
+      listed_ = chosen->index();
       parameters_->begin(*function_, draftFor(chooser_.destinationPrefix(), *function_));
       parameters_->setRaw(ui_->showRaw->isChecked());
     } else {

@@ -89,12 +89,14 @@ class CreateCommandDialog : public QDialog {
   std::array<ListBox*, CommandChooser::kSubgroups> subgroups_;
   std::array<SearchColumn, CommandChooser::kSearches> searches_;
 
-  std::optional<FunctionRecord> function_;  // the chosen one
-  QLineEdit* lastSearch_ = nullptr;         // that was typed into
-  bool chosenSinceTyped_ = true;            // a function, after the words
-  bool showing_ = false;                    // the list of functions is being filled by program
-  int askedParameter_ = -1;                 // which one the panel was asked for
-  QTimer lineWatch_;                        // runs while the panel's answer is waited for
+  // The chosen one. A name that both files have is listed twice, and the first of them is what is written.
+  std::optional<FunctionRecord> function_;
+  std::size_t listed_ = 0;           // its row's own, by its index
+  QLineEdit* lastSearch_ = nullptr;  // that was typed into
+  bool chosenSinceTyped_ = true;     // a function, after the words
+  bool showing_ = false;             // the list of functions is being filled by program
+  int askedParameter_ = -1;          // which one the panel was asked for
+  QTimer lineWatch_;                 // runs while the panel's answer is waited for
   CommandDraft draft_;
   InsertMode mode_ = InsertMode::kAppend;
   int inserted_ = 0;  // with the dialog kept open

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <type_traits>
+#include <utility>
 
 namespace tessaly {
 namespace {
@@ -63,6 +64,12 @@ void DraftParameters::begin(const FunctionRecord& function, CommandDraft draft) 
   definition_ = &function.definition();
   incremental_ = function.incremental();
   draft_ = std::move(draft);
+  entered_.reset();
+}
+
+void DraftParameters::setValue(std::size_t row, std::string value) {
+  draft_.parameters[row].value = std::move(value);
+  if (entered_ == row) entered_.reset();
 }
 
 bool DraftParameters::complete() const {
@@ -144,6 +151,7 @@ std::vector<DraftParameters::Choice> DraftParameters::choices(std::size_t row) c
 
 FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int frameRate) {
   std::string& value = draft_.parameters[row].value;
+  entered_ = row;
   return visit(row, [&](const auto& descriptor) -> FilteredEntry {
     using Descriptor = decltype(descriptor);
     FilteredEntry entry;
@@ -163,14 +171,12 @@ FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int
 }
 
 bool DraftParameters::finishEntry() {
-  bool changed = false;
-  for (std::size_t row = 0; row < count(); ++row) {
-    std::string& value = draft_.parameters[row].value;
-    if (!typed(row) || value.empty() || value.find_first_of("0123456789") != std::string::npos) continue;
-    value = "0";
-    changed = true;
-  }
-  return changed;
+  const auto row = std::exchange(entered_, std::nullopt);
+  if (!row || !typed(*row)) return false;
+  std::string& value = draft_.parameters[*row].value;
+  if (value.empty() || value.find_first_of("0123456789") != std::string::npos) return false;
+  value = "0";
+  return true;
 }
 
 }  // namespace tessaly

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,8 +47,9 @@ class DraftParameters {
 
   // The user changed the field to `text`: filters it, stores what it stands for and returns what to put back.
   FilteredEntry enter(std::size_t row, std::string_view text, int frameRate);
-  void setValue(std::size_t row, std::string value) { draft_.parameters[row].value = std::move(value); }
-  // A typed value without a digit, such as a lone "-", becomes "0". True when there was one.
+  void setValue(std::size_t row, std::string value);
+  // What was entered last becomes "0" when it has no digit, as a lone "-". True when that was so. What else
+  // came or stood there stays, whatever it is.
   bool finishEntry();
 
  private:
@@ -59,6 +61,7 @@ class DraftParameters {
   bool incremental_ = false;
   ValueMode mode_ = ValueMode::kDisplay;
   CommandDraft draft_;
+  std::optional<std::size_t> entered_;  // the row that was typed into last
 };
 
 }  // namespace tessaly

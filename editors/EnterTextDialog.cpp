@@ -43,10 +43,11 @@ EnterTextDialog::EnterTextDialog(const std::string& text, const QString& hint, s
     : QDialog(parent),
       ui_(std::make_unique<Ui::EnterTextDialog>()),
       text_(text),
-      room_(static_cast<int>(room)) {
+      room_(static_cast<int>(room)),
+      opened_(QString::fromStdString(displayUtf8(text))) {
   ui_->setupUi(this);
   ui_->hint->setText(hint);
-  ui_->text->setText(QString::fromStdString(displayUtf8(text)));
+  ui_->text->setText(opened_);
   ui_->text->setValidator(new FittingText(*ui_->text, room_));
   ui_->text->setFocus();
   ui_->text->selectAll();
@@ -62,12 +63,12 @@ EnterTextDialog::~EnterTextDialog() = default;
 void EnterTextDialog::showState() {
   const QString text = ui_->text->text();
   ui_->count->setText(tr("%1 of %n characters", nullptr, room_).arg(text.size()));
-  ui_->ok->setEnabled(!ui_->text->isModified() || (text.size() <= room_ && lacking(text) == 0));
+  ui_->ok->setEnabled(text == opened_ || (text.size() <= room_ && lacking(text) == 0));
 }
 
 void EnterTextDialog::accept() {
   if (!ui_->ok->isEnabled()) return;
-  if (ui_->text->isModified()) text_ = utf8ToWindows1252(ui_->text->text().toStdString());
+  if (ui_->text->text() != opened_) text_ = utf8ToWindows1252(ui_->text->text().toStdString());
   QDialog::accept();
 }
 

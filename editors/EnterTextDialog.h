@@ -35,6 +35,7 @@ class EnterTextDialog : public QDialog {
   std::unique_ptr<Ui::EnterTextDialog> ui_;
   std::string text_;
   int room_;
+  QString opened_;  // as it was shown at first
 };
 
 }  // namespace tessaly

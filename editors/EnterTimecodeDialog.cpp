@@ -29,9 +29,9 @@ EnterTimecodeDialog::EnterTimecodeDialog(const Timecode& timecode, QWidget* pare
   fields_ = {ui_->hours, ui_->minutes, ui_->seconds, ui_->frames};
   const std::array numbers{timecode.hours, timecode.minutes, timecode.seconds, timecode.frames};
   for (std::size_t i = 0; i < fields_.size(); ++i) {
-    const QString text = QString::fromStdString(format("%02d", numbers[i]));
-    fields_[i]->setMaxLength(std::max(kDigits, static_cast<int>(text.size())));
-    fields_[i]->setText(text);
+    opened_[i] = QString::fromStdString(format("%02d", numbers[i]));
+    fields_[i]->setMaxLength(std::max(kDigits, static_cast<int>(opened_[i].size())));
+    fields_[i]->setText(opened_[i]);
     fields_[i]->installEventFilter(this);
     connect(fields_[i], &QLineEdit::textChanged, this, [this, i] { check(i); });
   }
@@ -45,8 +45,7 @@ EnterTimecodeDialog::~EnterTimecodeDialog() = default;
 
 bool EnterTimecodeDialog::eventFilter(QObject* watched, QEvent* event) {
   auto* field = static_cast<QLineEdit*>(watched);
-  if (event->type() == QEvent::FocusIn &&
-      static_cast<QFocusEvent*>(event)->reason() != Qt::OtherFocusReason) {
+  if (event->type() == QEvent::FocusIn && !typingOn_) {
     // Queued: the click that gives a field the focus would place the caret afterwards.
     QMetaObject::invokeMethod(field, &QLineEdit::selectAll, Qt::QueuedConnection);
   }
@@ -65,7 +64,9 @@ bool EnterTimecodeDialog::typeOn(const QLineEdit& field, QKeyEvent& key) {
   if (!full || field.hasSelectedText() || text.size() != 1 || !text[0].isDigit()) return false;
   if (place == fields_.end() || place + 1 == fields_.end() || !(*(place + 1))->isEnabled()) return false;
   QLineEdit* const next = *(place + 1);
-  next->setFocus(Qt::OtherFocusReason);
+  typingOn_ = true;
+  next->setFocus();
+  typingOn_ = false;
   next->selectAll();
   return QCoreApplication::sendEvent(next, &key);
 }
@@ -84,8 +85,8 @@ bool EnterTimecodeDialog::paste() {
 }
 
 EntryState EnterTimecodeDialog::state(std::size_t field) const {
-  if (!fields_[field]->isModified()) return EntryState::kValid;
-  return checkEntry(fields_[field]->text().toStdString(), kRanges[field]);
+  const QString text = fields_[field]->text();
+  return text == opened_[field] ? EntryState::kValid : checkEntry(text.toStdString(), kRanges[field]);
 }
 
 void EnterTimecodeDialog::check(std::size_t changed) {
@@ -108,10 +109,8 @@ void EnterTimecodeDialog::lockOthers(const QLineEdit* field, bool locked) {
 void EnterTimecodeDialog::accept() {
   if (!ui_->ok->isEnabled()) return;
   const std::array numbers{&timecode_.hours, &timecode_.minutes, &timecode_.seconds, &timecode_.frames};
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (!fields_[i]->isModified()) continue;
+  for (std::size_t i = 0; i < fields_.size(); ++i)
     *numbers[i] = static_cast<std::uint8_t>(parseLong(fields_[i]->text().toStdString()));
-  }
   QDialog::accept();
 }
 

@@ -45,6 +45,8 @@ class EnterTimecodeDialog : public QDialog {
 
   std::unique_ptr<Ui::EnterTimecodeDialog> ui_;
   std::array<QLineEdit*, 4> fields_;  // hours, minutes, seconds, frames
+  std::array<QString, 4> opened_;     // as they were filled at first
+  bool typingOn_ = false;             // the next field gets the focus in the middle of a number
   Timecode timecode_;
   Beep beep_;
 };

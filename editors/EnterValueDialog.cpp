@@ -74,8 +74,9 @@ bool EnterValueDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 EntryState EnterValueDialog::state() const {
-  if (!ui_->value->isModified()) return value_ ? EntryState::kValid : EntryState::kEmpty;
-  return checkEntry(ui_->value->text().toStdString(), range_);
+  const QString text = ui_->value->text();
+  const bool asOpened = value_ && text == QString::number(*value_);
+  return asOpened ? EntryState::kValid : checkEntry(text.toStdString(), range_);
 }
 
 void EnterValueDialog::check() {
@@ -90,7 +91,7 @@ void EnterValueDialog::check() {
 
 void EnterValueDialog::accept() {
   if (state() != EntryState::kValid) return;
-  if (ui_->value->isModified()) value_ = parseLong(ui_->value->text().toStdString());
+  value_ = parseLong(ui_->value->text().toStdString());
   QDialog::accept();
 }
 

@@ -35,17 +35,6 @@ constexpr InsertCaptions kSelectedCaptions{"insert selected at start", "insert s
 
 using Parameters = std::vector<CommandDraft::Parameter>;
 
-// Functions of the panel's own file always go to the panel.
-Destination destinationOf(const FunctionRecord& function, Destination chosen) {
-  switch (function.source()) {
-    case FunctionSource::kPanel:
-      return Destination::panel();
-    case FunctionSource::kOlderFamily:
-      return chosen;
-  }
-  return chosen;
-}
-
 // Which parameter the panel's value is for. All mandatory ones are filled by hand where neither rule finds
 // one: asked for all the same, the value replaces the first.
 std::size_t placeOfValue(const Parameters& parameters) {
@@ -84,9 +73,11 @@ std::vector<FunctionRecord> MultipleCommands::functionsOf(const DestinationNames
 
 void MultipleCommands::append(const std::vector<FunctionRecord>& functions) {
   for (const FunctionRecord& function : functions) {
-    const Destination destination = destinationOf(function, destination_);
+    const bool panels = function.source() == FunctionSource::kPanel;
+    const Destination destination = panels ? Destination::panel() : destination_;
+    const FunctionRecord first = dictionary_.find(function.name()).value_or(function);
     commands_.push_back(
-        {nextId_++, function, destination, workplace_, draftFor(destination.prefix(), function)});
+        {nextId_++, first, panels, destination, workplace_, draftFor(destination.prefix(), first)});
   }
 }
 
@@ -121,7 +112,7 @@ bool MultipleCommands::takeAnswer(std::size_t id, const std::string& value) {
 void MultipleCommands::setDestination(Destination destination) {
   destination_ = destination;
   for (ListedCommand& command : commands_) {
-    const Destination now = destinationOf(command.function, destination);
+    const Destination now = command.panels ? Destination::panel() : destination;
     if (now == command.destination) continue;
     command.destination = now;
     command.draft.fid = std::string(now.prefix()).append(command.function.name());
@@ -144,7 +135,8 @@ void MultipleCommands::complete(int row, CommandDraft draft, int workplace) {
                     *destination == command.destination &&
                     draft.parameters[*fetched].value == command.draft.parameters[*fetched].value;
   if (!kept) fetched.reset();
-  command = {nextId_++, *function, *destination, workplace, std::move(draft), fetched, true};
+  const bool panels = function->source() == FunctionSource::kPanel;
+  command = {nextId_++, *function, panels, *destination, workplace, std::move(draft), fetched, true};
 }
 
 bool ListedCommand::answerable() const { return !function.sid().empty() && !draft.parameters.empty(); }

@@ -14,8 +14,9 @@ namespace tessaly {
 
 // A command that is to be inserted.
 struct ListedCommand {
-  std::size_t id;  // another one once the command was completed by hand
-  FunctionRecord function;
+  std::size_t id;           // another one once the command was completed by hand
+  FunctionRecord function;  // of its name the first, whose parameters and value count
+  bool panels;              // listed as one of the panel's own file: goes there, whatever is chosen
   Destination destination;
   int workplace;
   CommandDraft draft;

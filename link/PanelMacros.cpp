@@ -130,6 +130,7 @@ PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workpl
 bool PanelMacros::askToDelete(int workplace, std::string_view number) {
   ParameterList parameters;
   parameters.addString("REG", std::string(number));
+  seen_->forget(workplace, number);
   return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
 }
 
@@ -225,10 +226,12 @@ TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, cons
   const std::string remotePath = remoteMacroPath(place.workplace, place.number);
   if (demo_ || remotePath.empty()) return {Result::kFailed, true};
   const PanelStanding standing = keep(running, place, change);
-  const VerifiedSend::Old& old = standing.old;
+  VerifiedSend::Old old = standing.old;
   // Who cannot be reached is not tried a second time: that would only double the wait.
   if (old.fetched == Result::kUnreachable || old.fetched == Result::kCancelled) return {old.fetched};
   if (before && !before(standing)) return {Result::kCancelled};
+  // A panel that refuses a file may say that there is none: what was seen there is not deleted for that.
+  if (old.fetched == Result::kNotFound && seen_->of(place)) old.fetched = Result::kFailed;
   VerifiedSend verified(
       {.transfer = [&]() -> MacroTransfer& { return *running; },
        .renew = [&] { running.renew(); },

@@ -41,7 +41,7 @@ ListFinder::ListFinder(QAbstractItemView& list)
   text_->setToolTip(tr("F3: next, Shift+F3: the one before, Enter: choose, Esc: leave"));
   text_->installEventFilter(this);
   list_.installEventFilter(this);
-  connect(text_, &QLineEdit::textEdited, this, [this] { find(std::max(0, found_.row()), 1); });
+  connect(text_, &QLineEdit::textChanged, this, [this] { find(std::max(0, found_.row()), 1); });
   const auto key = [this](const QKeySequence& keys, auto action) {
     auto* shortcut = new QShortcut(keys, &list_);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);

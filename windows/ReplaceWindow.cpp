@@ -8,6 +8,7 @@
 #include "platform/Text.h"
 #include "ui_ReplaceWindow.h"
 #include "widgets/DialogText.h"
+#include "widgets/EditedText.h"
 #include "widgets/ListFinder.h"
 #include "windows/FindingText.h"
 #include "windows/ReplaceDelegate.h"
@@ -126,12 +127,12 @@ void ReplaceWindow::setUpFields() {
   ui_->kind->addItem(tr("Value"), static_cast<int>(Kind::kValue));
   connect(ui_->kind, &QComboBox::currentIndexChanged, this, [this] { compose(); });
   for (QLineEdit* field : {ui_->parameter, ui_->from, ui_->to, ui_->where}) {
-    connect(field, &QLineEdit::textEdited, this, &ReplaceWindow::compose);
+    whenEdited(*field, this, [this](const QString&) { compose(); });
     connect(field, &QLineEdit::returnPressed, this, &ReplaceWindow::preview);
   }
   // What is typed there is no longer what the fields put together.
-  connect(ui_->rule, &QLineEdit::textEdited, this, [this] {
-    for (QLineEdit* field : {ui_->parameter, ui_->from, ui_->to, ui_->where}) field->clear();
+  whenEdited(*ui_->rule, this, [this](const QString&) {
+    for (QLineEdit* field : {ui_->parameter, ui_->from, ui_->to, ui_->where}) putText(*field, {});
     ui_->problem->clear();
   });
   connect(ui_->rule, &QLineEdit::returnPressed, this, &ReplaceWindow::preview);
@@ -169,7 +170,7 @@ void ReplaceWindow::compose() {
                           .to = text(ui_->to),
                           .where = text(ui_->where)};
   const bool empty = rule.from.empty() && rule.to.empty();
-  ui_->rule->setText(empty ? QString() : QString::fromStdString(rule.text()));
+  putText(*ui_->rule, empty ? QString() : QString::fromStdString(rule.text()));
   ui_->problem->clear();
 }
 

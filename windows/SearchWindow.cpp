@@ -7,6 +7,7 @@
 #include "review/WhereUsed.h"
 #include "ui_SearchWindow.h"
 #include "widgets/DialogText.h"
+#include "widgets/EditedText.h"
 #include "windows/ReviewWalk.h"
 
 namespace tessaly {
@@ -88,14 +89,14 @@ SearchWindow::SearchWindow(SearchSurroundings surroundings, QWidget* owner)
   ui_->query->findChild<QToolButton*>()->setAccessibleName(tr("Clear the query"));
   keepSpaceWhenHidden({ui_->progress, ui_->cancel});
   for (const auto& [field, word] : fields_) {
-    connect(field, &QLineEdit::textEdited, this, &SearchWindow::compose);
+    whenEdited(*field, this, [this](const QString&) { compose(); });
     connect(field, &QLineEdit::returnPressed, this, &SearchWindow::start);
     leadDown(*field, *ui_->hits);
   }
   leadDown(*ui_->query, *ui_->hits);
   // What is typed there is no longer what the fields put together.
-  connect(ui_->query, &QLineEdit::textEdited, this, [this] {
-    for (const auto& [field, word] : fields_) field->clear();
+  whenEdited(*ui_->query, this, [this](const QString&) {
+    for (const auto& [field, word] : fields_) putText(*field, {});
     ui_->problem->clear();
   });
   connect(ui_->query, &QLineEdit::returnPressed, this, &SearchWindow::start);
@@ -113,8 +114,8 @@ SearchWindow::SearchWindow(SearchSurroundings surroundings, QWidget* owner)
 SearchWindow::~SearchWindow() = default;
 
 void SearchWindow::search(const QString& query, ReviewScope::Kind kind) {
-  for (const auto& [field, word] : fields_) field->clear();
-  ui_->query->setText(query);
+  for (const auto& [field, word] : fields_) putText(*field, {});
+  putText(*ui_->query, query);
   ui_->scope->choose(kind);
   start();
   ui_->hits->setFocus();
@@ -128,7 +129,7 @@ void SearchWindow::compose() {
     if (!one.empty() && !query.empty()) query += ' ';
     query += one;
   }
-  ui_->query->setText(QString::fromStdString(query));
+  putText(*ui_->query, QString::fromStdString(query));
   ui_->problem->clear();
 }
 

@@ -124,7 +124,7 @@ void loadAndSaveSynced() {
   require(document.LoadFile(file.c_str()));
   TiXmlPrinter printer;
   document.Accept(&printer);
-  require(writeFile(windowSite(), "c:\\saved.mac", printer.Str()).done());
+  require(writeFile(windowSite(), "c:\\saved.mac", printer.Str()));
 }
 
 // Starts it in the window of the capture, until that shows every value.

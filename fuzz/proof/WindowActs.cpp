@@ -1,12 +1,15 @@
 // Works the program's window act by act, and stands still before the last one, so that whoever has started
-// this may let calls of the system fail in it.
+// this may let calls of the system fail in it, or look at what comes of it.
 //
 // Once the acts before it are done, "ready" is written and a line is read: "go" begins the act, and whatever
 // else ends the process. What the window then says is told, line by line, with an empty one behind it, and
 // another line is read.
 
+#include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <iostream>
+#include <map>
 #include <string>
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -19,6 +22,7 @@
 
 #include "app/Application.h"
 #include "fuzz/soak/DialogAnswers.h"
+#include "tests/editors/DialogDriver.h"
 #include "tests/support/WindowDriver.h"
 #include "widgets/QuietToolkit.h"
 
@@ -26,12 +30,15 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kUsage =
-    "usage: tessaly-window-acts ROOT ACT...\n"
-    "ACT is edit, save, saveAs=NUMBER, create=NUMBER, copy=NUMBER, rename=NAME, delete, undo, or close\n";
+    "usage: tessaly-window-acts [--ftp-port P] ROOT ACT...\n"
+    "ACT is row=NUMBER, edit, new=VALUE, modify=VALUE, choose=ENTRY, save, saveAs=NUMBER, create=NUMBER,\n"
+    "copy=NUMBER, rename=NAME, delete, replace=RULE, undo or close, in pane A or that of the last "
+    "pane=LETTER;\n"
+    "or controlPanel=NAME or panel=ADDRESS in pane B\n";
 
 class Hand {
  public:
-  Hand(Application& application) : window_(*application.window()), driver_(window_) {
+  explicit Hand(Application& application) : window_(*application.window()), driver_(window_) {
     dialogs_.boxButtons = {QStringLiteral("OK"), QStringLiteral("Yes"), QStringLiteral("Close")};
     driver_.waitUntilLoaded();
     for (const auto* ids : {&b_, &a_}) driver_.choose(ids->applications, "Show");
@@ -42,31 +49,9 @@ class Hand {
   void act(const std::string& act) {
     const std::size_t sign = act.find('=');
     const QString value = sign == act.npos ? QString() : QString::fromStdString(act.substr(sign + 1));
-    const std::string what = act.substr(0, sign);
-    if (what == "edit") {
-      driver_.clickRow(a_.commands, 0);
-      driver_.press(a_.deleteCommand);
-    } else if (what == "save") {
-      save();
-    } else if (what == "create") {
-      press(a_.createMacro, {{"position", value}, {"name", QStringLiteral("New")}});
-    } else if (what == "copy") {
-      press(a_.copyMacro, {{"position", value}});
-    } else if (what == "rename") {
-      driver_.clickRow(a_.macros, 0);
-      press(a_.renameMacro, {{"newName", value}});
-    } else if (what == "delete") {
-      driver_.clickRow(a_.macros, 0);
-      press(a_.deleteMacro, {});
-    } else if (what == "undo") {
-      choose("undoMacro");
-    } else if (what == "saveAs") {
-      saveAs(value);
-    } else if (what == "close") {
-      window_.close();
-    } else {
-      throw std::runtime_error("no act " + act);
-    }
+    const auto known = acts_.find(act.substr(0, sign));
+    if (known == acts_.end()) throw std::runtime_error("no act " + act);
+    known->second(value);
     if (const std::string problem = dialogs_.takeProblem(); !problem.empty())
       throw std::runtime_error(problem);
   }
@@ -93,28 +78,85 @@ class Hand {
     answerWith(fields);
     driver_.press(button);
   }
+  void insert(const QString& value) {
+    dialogs_.answer = [value](QDialog& dialog) {
+      const DialogDriver user(dialog);
+      user.type("search1", "ME2");
+      user.choose("results1", "ME2");
+      user.type("search2", "CLIP");
+      user.choose("results2", "CLIP");
+      user.choose("found", "ME 2 Key 1 Clip Set");
+      user.type("value", value.toUtf8().constData());
+      user.click("insertEnd");
+    };
+    driver_.press(at_->newCorvane);
+  }
+  void modify(const QString& value) {
+    dialogs_.answer = [value](QDialog& dialog) {
+      const DialogDriver user(dialog);
+      user.type("value", value.toUtf8().constData());
+      user.click("modify");
+    };
+    driver_.press(at_->modifyCommand);
+  }
   // What could not be saved is owed, and has a button in the strip.
   void save() const {
-    const auto& button = driver_.control<QAbstractButton>(a_.saveChanges);
-    if (button.isVisible() && button.isEnabled()) return driver_.press(a_.saveChanges);
+    const auto& button = driver_.control<QAbstractButton>(at_->saveChanges);
+    if (button.isVisible() && button.isEnabled()) return driver_.press(at_->saveChanges);
     for (auto* const owed : window_.findChildren<QPushButton*>())
       if (owed->isVisible() && owed->text() == QStringLiteral("Save Again")) return owed->click();
     throw std::runtime_error("nothing to be saved");
   }
-  void choose(const char* name) const {
-    auto* const action = window_.findChild<QAction*>(QLatin1String(name));
+  void choose(const QString& name) const {
+    auto* const action = window_.findChild<QAction*>(name);
     if (action == nullptr || !action->isEnabled())
-      throw std::runtime_error(std::string("cannot choose ") + name);
+      throw std::runtime_error("cannot choose " + name.toStdString());
     action->trigger();
   }
   void saveAs(const QString& number) {
     answerWith({{"position", number}});
-    choose("saveAs");
+    choose(QStringLiteral("saveAs"));
     auto* const places = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     if (places == nullptr) throw std::runtime_error("no places to save in");
     QAction* const inPane = places->actions().constFirst();
     places->close();
     inPane->trigger();
+  }
+  // In the folder of pane A.
+  void replace(const QString& rule) const {
+    choose(QStringLiteral("replace"));
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+      auto* const window = qobject_cast<QDialog*>(widget);
+      if (window == nullptr || window->objectName() != QStringLiteral("ReplaceWindow")) continue;
+      const DialogDriver user(*window);
+      user.type("rule", rule.toUtf8().constData());
+      user.click("preview");
+      WindowDriver::waitFor([&] { return user.enabled("replace"); }, "what would be replaced");
+      user.click("replace");
+      WindowDriver::waitFor([&] { return user.label("outcome").starts_with("Replaced in"); },
+                            "the end of it");
+      return;
+    }
+    throw std::runtime_error("no window to replace in");
+  }
+  void connectPanel(const QString& address) {
+    driver_.press(b_.panel);
+    auto& field = driver_.control<QLineEdit>(b_.address);
+    field.setFocus();
+    field.selectAll();
+    QTest::keyClicks(&field, address);
+    driver_.press(b_.connectButton);
+    chooseOnceListed(b_.workplaces, "Workplace 1");
+    chooseOnceListed(b_.macros, "001");
+  }
+  void chooseOnceListed(int list, const std::string& beginning) {
+    const auto listed = [&] {
+      const std::vector<std::string> rows = driver_.texts(list);
+      return std::any_of(rows.begin(), rows.end(),
+                         [&](const std::string& row) { return row.starts_with(beginning); });
+    };
+    WindowDriver::waitFor(listed, "what the panel lists");
+    driver_.choose(list, beginning);
   }
 
   MainWindow& window_;
@@ -122,6 +164,48 @@ class Hand {
   DialogAnswers dialogs_;
   const PaneDescriptor::ControlIds& a_ = kPaneDescriptors[0].ids;
   const PaneDescriptor::ControlIds& b_ = kPaneDescriptors[1].ids;
+  const PaneDescriptor::ControlIds* at_ = &a_;  // the pane that the acts are done in
+  const std::map<std::string, std::function<void(const QString& value)>> acts_ = {
+      {"row", [this](const QString& row) { driver_.clickRow(at_->commands, row.toInt()); }},
+      {"edit",
+       [this](const QString&) {
+         driver_.clickRow(at_->commands, 0);
+         driver_.press(at_->deleteCommand);
+       }},
+      {"new", [this](const QString& value) { insert(value); }},
+      {"modify", [this](const QString& value) { modify(value); }},
+      {"choose", [this](const QString& entry) { choose(entry); }},
+      {"save", [this](const QString&) { save(); }},
+      {"saveAs", [this](const QString& number) { saveAs(number); }},
+      {"create",
+       [this](const QString& number) {
+         press(at_->createMacro, {{"position", number}, {"name", QStringLiteral("New")}});
+       }},
+      {"copy",
+       [this](const QString& number) {
+         press(at_->copyMacro, {{"position", number}});
+       }},
+      {"rename",
+       [this](const QString& name) {
+         driver_.clickRow(at_->macros, 0);
+         press(at_->renameMacro, {{"newName", name}});
+       }},
+      {"delete",
+       [this](const QString&) {
+         driver_.clickRow(at_->macros, 0);
+         press(at_->deleteMacro, {});
+       }},
+      {"replace", [this](const QString& rule) { replace(rule); }},
+      {"undo", [this](const QString&) { choose(QStringLiteral("undoMacro")); }},
+      {"close", [this](const QString&) { window_.close(); }},
+      {"controlPanel",
+       [this](const QString& name) {
+         driver_.choose(b_.controlPanels, name.toStdString());
+         driver_.clickRow(b_.macros, 0);
+       }},
+      {"panel", [this](const QString& address) { connectPanel(address); }},
+      {"pane", [this](const QString& letter) { at_ = letter == QLatin1String("B") ? &b_ : &a_; }},
+  };
 };
 
 // The toolkit paints what is large on threads of its own, and waits for ever for those that are not to be
@@ -158,20 +242,25 @@ int work(Application& application, int count, char** acts) {
 }  // namespace tessaly
 
 int main(int count, char** words) {
-  if (count < 3) {
+  const bool named = count > 2 && std::string(words[1]) == "--ftp-port";
+  const int first = named ? 3 : 1;
+  if (count < first + 2) {
     std::fputs(tessaly::kUsage, stderr);
     return 2;
   }
   tessaly::quietToolkit();
-  QApplication toolkit(count, words);
-  tessaly::Application application({words[1], false, false, 21, {}});
+  const auto port = named ? static_cast<std::uint16_t>(std::stoi(words[2])) : tessaly::kFtpPort;
+  const std::string root = words[first];
+  int none = 1;
+  QApplication toolkit(none, words);
+  tessaly::Application application({root, false, false, port, {}});
   if (application.claimRoot() != tessaly::RootClaim::kOurs) {
     std::fputs("another program runs on this root\n", stderr);
     return 1;
   }
   application.start();
   try {
-    return tessaly::work(application, count - 2, words + 2);
+    return tessaly::work(application, count - first - 1, words + first + 1);
   } catch (const std::exception& problem) {
     std::fprintf(stderr, "%s\n", problem.what());
     return 1;

@@ -7,6 +7,7 @@
 #include "app/RecoveredBytes.h"
 #include "app/WorkingCopy.h"
 #include "platform/Files.h"
+#include "platform/SitePlace.h"
 
 namespace tessaly {
 namespace {
@@ -45,6 +46,12 @@ class PaneFiles {
     return act.starts_with("edit=") && edit(act.substr(std::strlen("edit=")));
   }
 
+  // What the window would warn of: the acts are done, and an end of the program now would lose something.
+  [[nodiscard]] bool isWarned() {
+    const bool steps = copy_.takeStepsTrouble().has_value();
+    return copy_.takeRecordTrouble().has_value() || steps || unflushed_;
+  }
+
  private:
   static MacroTarget target() { return {PaneSource::kHarddisk, kFolder, {}, 0, "001", "Macro"}; }
 
@@ -52,6 +59,8 @@ class PaneFiles {
   bool start() {
     const auto record = copy_.recovery().read();
     auto bytes = record ? readFile(root_, kWorking) : Expected<std::string>(std::string());
+    if (!record && !isNothing(record.failure())) return false;
+    if (!bytes && !isNothing(bytes.failure())) return false;
     if (record && bytes && judgeRecovered(root_, copy_.recovery(), *record, *bytes) != RecoveredBytes::kSaved)
       return copy_.takeUp(*record, *std::move(bytes)).done();
     copy_.recovery().remove();
@@ -67,10 +76,11 @@ class PaneFiles {
   }
 
   bool save() {
-    if (const auto loan = copy_.lendToSave(WorkingCopy::Needs::kBytes);
-        !loan || !writeFile(root_, target().file(), copy_.bytes()))
-      return false;
+    const auto loan = copy_.lendToSave(WorkingCopy::Needs::kBytes);
+    const Outcome saved = loan ? writeFile(root_, target().file(), copy_.bytes()) : loan.failure();
+    if (!saved.written()) return false;
     copy_.noteSaved();
+    unflushed_ = !saved;
     return true;
   }
 
@@ -102,6 +112,7 @@ class PaneFiles {
 
   SiteRoot root_;
   Silent messages_;
+  bool unflushed_ = false;  // the last save
   WorkingCopy copy_{{root_, messages_}, kWorking, RecoveryFile(root_, 'B')};
 };
 
@@ -114,10 +125,14 @@ int main(int count, char** words) {
     return 2;
   }
   tessaly::PaneFiles pane(words[1]);
-  for (int i = 2; i < count; ++i) {
-    if (pane.act(words[i])) continue;
-    std::fprintf(stderr, "%s failed\n", words[i]);
-    return 1;
+  bool done = true;
+  for (int i = 2; done && i < count; ++i) {
+    done = pane.act(words[i]);
+    if (!done) std::fprintf(stderr, "%s failed\n", words[i]);
   }
-  return 0;
+  if (pane.isWarned())
+    std::fputs("what is done may be lost in a power cut\n", stderr);
+  else if (done)
+    return 0;
+  return 1;
 }

@@ -39,7 +39,8 @@ def macro(name, commands=3, value="0.5"):
 def site_tree():
     files = {OWN + "emptyMacro.mac": b'<macro name=""><data></data></macro>\n',
              OWN + "TarrowMFDIfc.xml": FUNCTIONS, OWN + "CorvaneXLPanel.xml": b"<mfd></mfd>",
-             folder_of(SNAPSHOT) + "devices.ini": b'[Devices]\nDev1=CP1 "Desk" 10.0.0.1\n',
+             folder_of(SNAPSHOT) + "devices.ini": b'[Devices]\nDev1=CP1 "Desk" 10.0.0.1\nDev2=CP7 "Side" 10.0.0.2\n',
+             folder_of(KEY).replace("upk\\", "") + "appli_cp.ini": b"[Application]\nName=Show\n",
              MACROS.replace("macroWP1", "assign") + "contents.cnt": b"#CNT\nPanel=CP1\n",
              KEY: b"#UPK\nBeginHeader\nFile=key03.upk\nName=MK04\nVersion=1.0\nEndHeader\n" + b"e3 10 05 01 \n" * 9}
     for number in (1, 2, 3):
@@ -158,7 +159,8 @@ class Bench:
     def words(self, words):
         """A command of the twin; of the window's files behind "window"; with a panel's address for "{panel}"."""
         if words[0] == "acts":
-            return [self.program("tessaly-window-acts"), self.root, *words[1:]]
+            ftp = ["--ftp-port", self.panel.ports[-1]] if self.panel else []
+            return [self.program("tessaly-window-acts"), *ftp, self.root, *words[1:]]
         if words[0] == "window":
             return [self.program("tessaly-window-files"), self.root, *words[1:]]
         if "{panel}" not in words:
@@ -391,7 +393,7 @@ class Panel:
     def __init__(self, bench):
         control, ftp = free_port(), free_port()
         self.ports = ["--control-port", str(control), "--ftp-port", str(ftp)]
-        tree = os.path.join(bench.folder, "panel")
+        self.tree = tree = os.path.join(bench.folder, "panel")
         os.makedirs(os.path.join(tree, PANEL_MACRO[:PANEL_MACRO.rindex("/")]))
         with open(os.path.join(tree, PANEL_MACRO), "wb") as file:
             file.write(macro("Of the panel", 70))
@@ -405,6 +407,7 @@ class Panel:
     def close(self):
         self.process.terminate()
         self.process.wait()
+        shutil.rmtree(self.tree)
 
 
 def free_port():

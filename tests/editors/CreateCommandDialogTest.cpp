@@ -5,6 +5,7 @@
 #include <QMenu>
 
 #include "editors/CreateCommandDialog.h"
+#include "editors/MultipleCommands.h"
 #include "tests/editors/EditorFixture.h"
 #include "tests/support/Told.h"
 #include "widgets/ListBox.h"
@@ -35,7 +36,7 @@ struct CreateCommand : EditorFixture {
   // Chooses the only function that both texts leave.
   void chooseFunction(const char* first, const char* second, const char* description) const {
     user.type("search1", first);
-    user.type("search2", second);
+    user.control<QLineEdit>("search2").setText(QLatin1String(second));  // as a screen reader's hands do
     user.choose("found", description);
   }
   // Why a list is empty.
@@ -367,6 +368,31 @@ TEST(CreateCommandDialogTest, OffersWhereWhatIsChosenIsUsed) {
   QApplication::activePopupWidget()->close();
   const std::string expected = "QMF1.ME0.KEY3.CLIP.SET/3 LEVEL=127.500000";
   EXPECT_THAT(asked.told, ElementsAre(expected, expected));
+}
+
+// The first record of a name is what is written, whichever row of it is chosen.
+TEST(CreateCommandDialogTest, ANameOfBothFilesIsTheFirstOnes) {
+  FunctionTemplate older, panels;
+  older.name = panels.name = "DUP.SET";
+  older.description = "Older", panels.description = "Panel";
+  older.integers.emplace_back().name = "A";
+  panels.floats.emplace_back().name = "B";
+  older.source = FunctionSource::kOlderFamily, panels.source = FunctionSource::kPanel;
+  FunctionDictionary both;
+  both.add(older);
+  both.add(panels);
+  CreateCommand create(true, 1, both);
+  create.chooseDestination(4);
+  create.user.choose("found", "Panel");
+  create.user.type("value", "0");
+  create.user.key(Qt::Key_E, Qt::AltModifier);
+  ASSERT_THAT(create.dialog.draft().parameters, SizeIs(1));
+  EXPECT_EQ(create.dialog.draft().fid + ' ' + create.dialog.draft().parameters[0].name, "PANEL.DUP.SET A");
+  MultipleCommands many(both, 1);
+  many.append({both.function(0), both.function(1)});
+  many.setDestination(Destination::mainframe(2));
+  for (const int row : {0, 1}) EXPECT_EQ(many.at(row).draft.parameters[0].name, "A");
+  EXPECT_EQ(many.at(0).draft.fid + ' ' + many.at(1).draft.fid, "QMF2.DUP.SET PANEL.DUP.SET");
 }
 
 TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {

@@ -50,6 +50,16 @@ TEST(EnterValueDialogTest, ChecksTheWholeTextAtEveryKey) {
     EXPECT_EQ(dialog.result() == QDialog::Accepted, test.accepted);
     EXPECT_EQ(dialog.value(), test.accepted && test.typed != nullptr ? QString(test.typed).toLongLong() : 7);
   }
+  // A screen reader's hands put the text in whole.
+  BeepCount beeps;
+  EnterValueDialog dialog(77, "", 0, 9, nullptr, beeps.sound());
+  const DialogDriver user(dialog);
+  for (const auto& [text, taken] : {std::pair{"78", false}, {"77", true}, {"", false}, {"5", true}}) {
+    user.control<QLineEdit>("value").setText(text);
+    EXPECT_EQ(user.enabled("ok"), taken) << text << ": 77 stood there, and is not judged";
+  }
+  user.key(Qt::Key_Return);
+  EXPECT_EQ(dialog.value() + beeps.heard, 5 + 1);
 }
 
 TEST(EnterValueDialogTest, OffersEveryRowOfAnEnumeration) {
@@ -119,6 +129,9 @@ TEST(EnterTextDialogTest, RefusesAtTheKeyWhatCannotBeStored) {
   user.key(Qt::Key_Backspace);
   EXPECT_TRUE(user.enabled("ok"));
   EXPECT_EQ(beeps.heard, 0);
+  user.control<QLineEdit>("text").setText("xy");
+  user.key(Qt::Key_Return);
+  EXPECT_EQ(dialog.text(), "xy");
 }
 
 TEST(EnterTimecodeDialogTest, LocksTheOtherFieldsUntilTheInvalidOneIsMended) {
@@ -133,7 +146,7 @@ TEST(EnterTimecodeDialogTest, LocksTheOtherFieldsUntilTheInvalidOneIsMended) {
                                                                                 {"frames", {"30", "29"}}};
   for (const auto& [name, texts] : limits) {
     SCOPED_TRACE(name);
-    user.type(name, texts.first);
+    user.control<QLineEdit>(name).setText(texts.first);  // as a screen reader's hands do
     EXPECT_EQ(beeps.take(), 1);
     EXPECT_EQ(user.control<QLineEdit>(name).selectedText(), texts.first);
     EXPECT_FALSE(user.enabled("ok"));

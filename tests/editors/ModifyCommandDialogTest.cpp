@@ -94,6 +94,14 @@ TEST(ModifyCommandDialogTest, ANameThatNoFunctionHasChangesNothing) {
   EXPECT_EQ(user.field("value"), "0.5000");
 }
 
+TEST(ModifyCommandDialogTest, WhatIsNotTypedIntoStays) {
+  ModifyCommand modify(command("QMF1.ME1.RATE", {{"RATE", "abc"}, {"EASE", "128"}}));
+  modify.user.choose("parameters", "Ease");
+  modify.user.type("value", "5");
+  modify.user.key(Qt::Key_Return);
+  EXPECT_THAT(modify.values(), ElementsAre("RATE=abc", "EASE=13"));
+}
+
 // A segment that a click had emptied was written as the command had it at first.
 TEST(ModifyCommandDialogTest, NoClickEmptiesASegment) {
   ModifyCommand modify(command("QMF1.ME1.KEY4.CLIP.SET", {{"LEVEL", "51.1"}}));

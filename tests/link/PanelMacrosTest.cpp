@@ -174,9 +174,25 @@ TEST_F(PanelMacrosTest, APanelThatKeepsOnStoringWronglyIsNotSaidToHoldAnything) 
 }
 
 TEST_F(PanelMacrosTest, WhereNothingStoodNothingIsLeft) {
-  results = {kNotFound, kAltered, kDone, kAltered, kDone, kDone, kNotFound};
-  EXPECT_EQ(macros.upload("10.0.0.1", 1, "001", "c:\\x.mac").holds, PanelHolds::kOld);
-  EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO1.DELETE(REG=\"001\")", kReload));
+  const std::vector<Result> missingAndTakenWrongly = {kNotFound, kAltered, kDone,    kAltered,
+                                                      kDone,     kDone,    kNotFound};
+  const auto deletes = ElementsAre("call PANEL.MACRO1.DELETE(REG=\"001\")", kReload);
+  const auto send = [&] {
+    results = missingAndTakenWrongly;
+    return macros.upload("10.0.0.1", 1, "001", "c:\\x.mac").holds;
+  };
+  EXPECT_EQ(send(), PanelHolds::kOld);
+  EXPECT_THAT(panel.transport->take(), deletes);
+  files[kOne] = "<old/>";
+  results.clear();
+  ASSERT_TRUE(macros.download("10.0.0.1", 1, "001", "c:\\back.mac").done());
+  EXPECT_EQ(send(), PanelHolds::kNew);
+  EXPECT_THAT(panel.transport->take(), ElementsAre(kReload)) << "seen there, whatever the panel says";
+  results.clear();
+  EXPECT_TRUE(macros.remove("10.0.0.1", 1, "001").asked);
+  panel.transport->take();
+  EXPECT_EQ(send(), PanelHolds::kOld);
+  EXPECT_THAT(panel.transport->take(), deletes) << "deleted from here";
 }
 
 // Notes what it gets.
