@@ -81,6 +81,7 @@ TEST_F(PanelTest, StatusNamesTheFaultsInForce) {
   EXPECT_TRUE(runPromptLine(*panel, "status").text.ends_with("\nfaults: drop-after 7, lose-reload"));
   ASSERT_TRUE(runPromptLine(*panel, "fault lose-reload off").known);
   ASSERT_TRUE(runPromptLine(*panel, "fault drop-after off").known);
+  ASSERT_TRUE(runPromptLine(*panel, "fault answer-after off").known);
   EXPECT_EQ(runPromptLine(*panel, "status").text,
             "control 127.0.0.1:" + std::to_string(panel->controlPort()) + ", ftp port " +
                 std::to_string(panel->ftpPort()) + ", editors 0, tree " + panel->root() + "\nfaults: none");
@@ -164,6 +165,8 @@ TEST_F(PanelTest, AMacroIsCarriedOutAndWhatIsTypedIsChecked) {
            {"QMF1.ME1.KEY1.RATE fast", "one of 0, 1, 2, 3; or a whole number, min: 0   max: 999"},
            {"PANEL.WP1.MFDCOUNT 13", "a whole number, min: 0   max: 12"},
            {"PANEL.MONITOR.SOURCE x", "the number of an input"},
+           {"QMF1.ME1.KEY1.WIPE.PATTERN x",
+            "one of 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12 ...; or one of 0, 1"},
            {"PANEL.CLOCK.TIMECODE x", "a packed timecode"},
            {"PANEL.CLOCK.TIMECODE 255", "a packed timecode"}})
     EXPECT_EQ(runPromptLine(*panel, "set " + words).text,
