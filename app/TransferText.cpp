@@ -41,7 +41,7 @@ class TransferText {
       case FtpClient::Result::kCancelled:
         return tr("the transfer was cancelled");
       case FtpClient::Result::kNoLibrary:
-        return tr("the transfer library (libcurl4) is not installed");
+        return tr("the transfer library (libcurl4) cannot be loaded; is it installed?");
       case FtpClient::Result::kFailed:
         return tr("the transfer failed");
     }

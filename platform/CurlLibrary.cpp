@@ -17,12 +17,6 @@ bool CurlLibrary::load() {
          library.find("curl_slist_free_all", slistFreeAll) && globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
 }
 
-const CurlLibrary* CurlLibrary::get() {
-  static const CurlLibrary* const loaded = []() -> const CurlLibrary* {
-    static CurlLibrary library;
-    return library.load() ? &library : nullptr;
-  }();
-  return loaded;
-}
+const CurlLibrary* CurlLibrary::get() { return loadedFunctions<CurlLibrary>(); }
 
 }  // namespace tessaly

@@ -11,7 +11,7 @@ namespace tessaly {
 // also where no panel is near: 3 ms of the command-line twin's 4 (it takes 1.3 ms without) and 5 ms of a
 // window's start.
 struct CurlLibrary {
-  // Null when the library is not installed or cannot be used. Thread-safe; loads once, never unloads.
+  // Null while the library cannot be loaded. Any thread.
   [[nodiscard]] static const CurlLibrary* get();
 
   decltype(&curl_global_init) globalInit = nullptr;
@@ -29,7 +29,7 @@ struct CurlLibrary {
   decltype(&curl_slist_append) slistAppend = nullptr;
   decltype(&curl_slist_free_all) slistFreeAll = nullptr;
 
- private:
+  // Of loadedFunctions().
   [[nodiscard]] bool load();
 };
 

@@ -403,7 +403,7 @@ const char* FtpClient::describe(Result result) {
     case Result::kCancelled:
       return "the transfer was cancelled";
     case Result::kNoLibrary:
-      return "the transfer library (libcurl4) is not installed";
+      return "the transfer library (libcurl4) cannot be loaded; is it installed?";
     case Result::kFailed:
       return "the transfer failed";
   }

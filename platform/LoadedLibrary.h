@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ThreadAnnotations.h"
+
 namespace tessaly {
 
 enum class Library { kCurl, kZip, kHaru, kCrypto };
@@ -21,5 +23,17 @@ class LoadedLibrary {
 
   void* library_;
 };
+
+// The functions of a library, whose `load` finds them. Null while that fails: it is tried anew each time, as
+// it may have failed for want of memory or descriptors, and a library may be installed meanwhile. Any thread.
+template <class Functions>
+[[nodiscard]] const Functions* loadedFunctions() {
+  static Mutex mutex;
+  static Functions functions;
+  static bool there = false;
+  const MutexLock guard(mutex);
+  if (!there) there = functions.load();
+  return there ? &functions : nullptr;
+}
 
 }  // namespace tessaly

@@ -11,7 +11,7 @@ namespace {
 constexpr const char* kEncoding = "WinAnsiEncoding";
 constexpr const char* kFaces[kPdfFaces] = {"Helvetica", "Helvetica-Bold"};
 constexpr unsigned kPagesOfNode = 1000;  // the library's lists end at 32,767
-constexpr const char* kNoLibrary = "the library for PDF (libhpdf) is not installed";
+constexpr const char* kNoLibrary = "the library for PDF (libhpdf) cannot be loaded; is it installed?";
 
 HPDF_REAL real(double value) { return static_cast<HPDF_REAL>(value); }
 

@@ -18,7 +18,7 @@ inline constexpr std::size_t kPdfFaces = 2;
 
 // How wide each letter is, in thousandths of the size of its face.
 using LetterWidths = std::array<std::array<std::uint16_t, 256>, kPdfFaces>;
-// Null when the library is not installed. Any thread.
+// Null while the library cannot be loaded. Any thread.
 [[nodiscard]] const LetterWidths* letterWidths();
 
 // One thread. What goes wrong on the way is told by `end`.

@@ -27,12 +27,6 @@ bool PdfLibrary::load() {
          library.find("HPDF_ReadFromStream", readSaved);
 }
 
-const PdfLibrary* PdfLibrary::get() {
-  static const PdfLibrary* const loaded = []() -> const PdfLibrary* {
-    static PdfLibrary library;
-    return library.load() ? &library : nullptr;
-  }();
-  return loaded;
-}
+const PdfLibrary* PdfLibrary::get() { return loadedFunctions<PdfLibrary>(); }
 
 }  // namespace tessaly

@@ -6,7 +6,7 @@ namespace tessaly {
 
 // libharu, loaded by the first sheet (LoadedLibrary.h): nothing else needs it.
 struct PdfLibrary {
-  // Null when the library is not installed. Thread-safe; loads once, never unloads.
+  // Null while the library cannot be loaded. Any thread.
   [[nodiscard]] static const PdfLibrary* get();
 
   decltype(&HPDF_New) begin = nullptr;
@@ -40,7 +40,7 @@ struct PdfLibrary {
   decltype(&HPDF_GetStreamSize) savedSize = nullptr;
   decltype(&HPDF_ReadFromStream) readSaved = nullptr;
 
- private:
+  // Of loadedFunctions().
   [[nodiscard]] bool load();
 };
 

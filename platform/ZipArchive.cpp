@@ -23,7 +23,9 @@ constexpr int kFirstYear = 1980;  // of the archive's times
 constexpr int kLastYear = 2107;
 
 Failure refused(std::string text) { return {Kind::kNoSnapshot, std::move(text)}; }
-Failure noLibrary() { return refused("cannot be used: the library for archives (libzip4) is not installed"); }
+Failure noLibrary() {
+  return refused("cannot be used: the library for archives (libzip4) cannot be loaded; is it installed?");
+}
 Failure noMemory() { return {Kind::kNoMemory, "needs more memory than there is"}; }
 Failure damaged() { return refused("is no archive, or a damaged one"); }
 std::string inQuotes(std::string_view name) { return '"' + visibleUtf8(name) + '"'; }

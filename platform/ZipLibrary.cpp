@@ -21,12 +21,6 @@ bool ZipLibrary::load() {
          library.find("zip_fclose", closeFile);
 }
 
-const ZipLibrary* ZipLibrary::get() {
-  static const ZipLibrary* const loaded = []() -> const ZipLibrary* {
-    static ZipLibrary library;
-    return library.load() ? &library : nullptr;
-  }();
-  return loaded;
-}
+const ZipLibrary* ZipLibrary::get() { return loadedFunctions<ZipLibrary>(); }
 
 }  // namespace tessaly

@@ -7,7 +7,7 @@ namespace tessaly {
 // libzip, loaded by the first archive: linked in the usual way it and the library of ciphers behind it cost
 // every run of the command-line twin 0.9 ms of its 1.4, also where no archive is near.
 struct ZipLibrary {
-  // Null when the library is not installed. Thread-safe; loads once, never unloads.
+  // Null while the library cannot be loaded. Any thread.
   [[nodiscard]] static const ZipLibrary* get();
 
   decltype(&zip_source_buffer_create) sourceOfBytes = nullptr;
@@ -31,7 +31,7 @@ struct ZipLibrary {
   decltype(&zip_fread) readFile = nullptr;
   decltype(&zip_fclose) closeFile = nullptr;
 
- private:
+  // Of loadedFunctions().
   [[nodiscard]] bool load();
 };
 

@@ -153,7 +153,8 @@ void addFeet(SheetPages& pages, const SheetOptions& options, const SheetWords& w
 Expected<SheetPages> layOut(const Sheet& sheet, const SheetOptions& options, const SheetWords& words) {
   const LetterWidths* widths = letterWidths();
   if (widths == nullptr)
-    return Failure{Failure::Kind::kMissing, "the library for PDF (libhpdf) is not installed"};
+    return Failure{Failure::Kind::kMissing,
+                   "the library for PDF (libhpdf) cannot be loaded; is it installed?"};
   MacroPages macros(options, words, *widths);
   std::vector<std::size_t> first;
   for (const SheetMacro& macro : sheet.macros) {

@@ -31,10 +31,9 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: tessaly-window-acts [--ftp-port P] ROOT ACT...\n"
-    "ACT is row=NUMBER, edit, new=VALUE, modify=VALUE, choose=ENTRY, save, saveAs=NUMBER, create=NUMBER,\n"
-    "copy=NUMBER, rename=NAME, delete, replace=RULE, undo or close, in pane A or that of the last "
-    "pane=LETTER;\n"
-    "or controlPanel=NAME or panel=ADDRESS in pane B\n";
+    "ACT is open=NUMBER, row=NUMBER, edit, new=VALUE, modify=VALUE, choose=ENTRY, save, saveAs=NUMBER,\n"
+    "create=NUMBER, copy=NUMBER, rename=NAME, delete, replace=RULE, undo or close, in pane A or in that of\n"
+    "the last pane=LETTER; or controlPanel=NAME or panel=ADDRESS in pane B\n";
 
 class Hand {
  public:
@@ -147,7 +146,6 @@ class Hand {
     QTest::keyClicks(&field, address);
     driver_.press(b_.connectButton);
     chooseOnceListed(b_.workplaces, "Workplace 1");
-    chooseOnceListed(b_.macros, "001");
   }
   void chooseOnceListed(int list, const std::string& beginning) {
     const auto listed = [&] {
@@ -204,6 +202,7 @@ class Hand {
          driver_.clickRow(b_.macros, 0);
        }},
       {"panel", [this](const QString& address) { connectPanel(address); }},
+      {"open", [this](const QString& number) { chooseOnceListed(at_->macros, number.toStdString()); }},
       {"pane", [this](const QString& letter) { at_ = letter == QLatin1String("B") ? &b_ : &a_; }},
   };
 };

@@ -53,7 +53,7 @@ def run_recorded(command, environment, inject=None, timeout=120):
 
 
 class Recorded:
-    """The calls of a program that runs, from now on until it ends."""
+    """The calls of a program that runs, from now on until they are asked for."""
 
     def __init__(self, process, inject=()):
         self.log = tempfile.NamedTemporaryFile("r", suffix=".strace")
@@ -63,6 +63,7 @@ class Recorded:
             time.sleep(0.002)
 
     def calls(self):
+        self.recorder.terminate()  # which lets the program go on alone
         self.recorder.wait()
         with self.log:
             return list(parsed(self.log))

@@ -88,7 +88,7 @@ class Campaign:
         wrongs = []
         if done.returncode < 0 or (done.returncode and not done.stderr):
             wrongs.append(f"ends with {done.returncode} and says nothing")
-        if done.returncode == 0 and made is not None and not tried.operation.cut_short:
+        if done.returncode == 0 and made is not None and not tried.operation.cut_short and not tried.operation.mirrors:
             wrongs += self.unflushed(made)
         found = done.found if tried.operation.acts else tried.look()
         wrongs += done.wrongs if tried.operation.acts else []
@@ -97,6 +97,7 @@ class Campaign:
         if done.returncode and not self.is_old_or_new(found, LOSS_TOLD in done.stderr):
             wrongs.append(tried.told(found, False))
         if done.returncode == 1 and found == tried.new != tried.stages[-2] and not tried.operation.cut_short and \
+                not tried.operation.mirrors and \
                 not any(words in done.stderr.decode() for words in DONE_TOLD):
             wrongs.append("a failure is said, but it is done")
         ended = done.stderr.rstrip().endswith(b"has been ended")

@@ -65,11 +65,14 @@ def folder_of(path):
 class Operation:
     """Commands, one after the other, that write `targets`; `prepare` are others before them. Of several targets each is
     done for itself when `each`, else all or none. `cut_short` is a command that is killed before them, at a call. "acts"
-    are what the window does; only the last one is watched."""
+    are what the window does; only the last one is watched, and is given no `threads`, so that there is one order of all
+    calls, but where it cannot do without. What only `mirrors` another place is owed to nobody: it need not be flushed, and
+    may be there before its operation has failed."""
 
-    def __init__(self, name, commands, targets, prepare=(), each=False, look=None, cut_short=None):
+    def __init__(self, name, commands, targets, prepare=(), each=False, look=None, cut_short=None, threads=False,
+                 mirrors=False):
         self.name, self.commands, self.targets, self.prepare = name, commands, targets, prepare
-        self.each, self.cut_short = each, cut_short
+        self.each, self.cut_short, self.threads, self.mirrors = each, cut_short, threads, mirrors
         self.look = look or ["show", targets[0]]  # the bytes tell of the others
         # Has to work, whatever happened, and leaves nothing over in the folders that were written.
         self.next = ["rename", folder_of(targets[-1]) + NEXT, "Next one"]
@@ -82,6 +85,7 @@ class Operation:
 
 ONE, TWO, NEW = MACROS + "macro001.mac", OTHERS + "macro002.mac", MACROS + "macro500.mac"
 ALL = [f"{MACROS}macro00{number}.mac" for number in (1, 2, 3)]
+COPY_B = OWN + "tempB.mac"
 THEIRS = [f"{OTHERS}macro00{number}.mac" for number in (1, 2, 3)]
 EDITED, LOOK = [["window", "start", "edit=0.6"]], ["window", "look"]
 RULE = "value:VALUE=0.5->0.7"
@@ -128,6 +132,8 @@ OPERATIONS = [
     Operation("act undo rename", [["acts", "rename=Changed", "undo"]], [ONE]),
     Operation("act undo delete", [["acts", "delete", "undo"]], [ONE]),
     Operation("act undo create", [["acts", "create=500", "undo"]], [NEW]),
+    Operation("act open there", [["acts", "panel={address}", "pane=B", "open=001"]], [COPY_B], threads=True, mirrors=True),
+    Operation("act fetch", [["acts", "panel={address}", "pane=B", "open=001", "pane=A", "copy=2"]], [ALL[1]], threads=True),
     Operation("act close", [["acts", "close"]], [OWN + "Settings.dat"], look=["settings"]),
     Operation("snapshot of panel", [["panel", "{panel}", "snapshot", SNAPSHOT]], [SNAPSHOT], look=["snapshot", SNAPSHOT]),
 ]
@@ -159,8 +165,7 @@ class Bench:
     def words(self, words):
         """A command of the twin; of the window's files behind "window"; with a panel's address for "{panel}"."""
         if words[0] == "acts":
-            ftp = ["--ftp-port", self.panel.ports[-1]] if self.panel else []
-            return [self.program("tessaly-window-acts"), *ftp, self.root, *words[1:]]
+            return self.window_words(words[1:])
         if words[0] == "window":
             return [self.program("tessaly-window-files"), self.root, *words[1:]]
         if "{panel}" not in words:
@@ -168,6 +173,14 @@ class Bench:
         self.panel = self.panel or Panel(self)
         words = ["127.0.0.1" if word == "{panel}" else word for word in words]
         return [self.program("tessaly-cli"), *words, *self.panel.ports]
+
+    def window_words(self, acts):
+        ftp = []
+        if any("{address}" in act for act in acts):
+            self.panel = self.panel or Panel(self)
+            ftp = ["--ftp-port", self.panel.ports[-1]]
+            acts = [act.replace("{address}", "127.0.0.1:" + self.panel.ports[1]) for act in acts]
+        return [self.program("tessaly-window-acts"), *ftp, self.root, *acts]
 
     def program(self, name):
         return os.path.join(self.programs, name)
@@ -250,24 +263,25 @@ class Tried:
         return subprocess.run(self.bench.words(words), env=environment, capture_output=True, check=False, preexec_fn=limit)
 
     def act(self, words, inject, environment=None, largest=None):
-        """What has failed is done once more, and has to work then. No thread is to be had, so that there is one order
-        of all calls."""
+        """What has failed is done once more, and has to work then."""
         window = Window(self.bench.words(words), environment or self.bench.environment)
         self.began = disk.read_tree(self.bench.root)
         if self.said is None:
             self.stages.append(self.look())
         recorded = None
         if environment is None:
-            recorded = calls.Recorded(window.process.pid, ["clone3:error=EAGAIN", *([inject] if inject else [])])
+            injected = [] if self.operation.threads else ["clone3:error=EAGAIN"]
+            recorded = calls.Recorded(window.process.pid, injected + ([inject] if inject else []))
         said = window.act(largest)
         self.said = self.said or said
+        made = recorded.calls() if recorded else []
         done = Acted(said, self.said, window.process, self.look())
         if done.returncode == 1 and words[-1] != "close" and not any(words in said for words in DONE_TOLD):
             again = Acted(window.act(), self.said, window.process, self.look())
             if again.returncode or again.found != self.new:
                 done.wrongs.append(f"once more: {again.stderr.decode()}" + self.told(again.found, False))
         window.end()
-        return done, recorded.calls() if recorded else []
+        return done, made
 
     def looked_at(self):
         """What is told now; nothing of it stays."""

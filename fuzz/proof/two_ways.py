@@ -43,13 +43,13 @@ ON_DISK = [
     ("replace", ["replace=" + RULE], [["replace", RULE, MACROS]]),
 ]
 ON_PANEL = [
-    ("fetch", ["panel={address}", "copy=2"], [["panel", "{panel}", "get", "1", "1", ALL[1]]]),
-    ("send", ["panel={address}", "pane=B", "copy=500"], [["panel", "{panel}", "put", "1", "500", ONE]]),
-    ("send over", ["panel={address}", "pane=B", "copy=1"], [["panel", "{panel}", "put", "1", "1", ONE, "--force"]]),
-    ("save there", ["panel={address}", "pane=B", "edit", "save"],
+    ("fetch", ["panel={address}", "pane=B", "open=001", "pane=A", "copy=2"], [["panel", "{panel}", "get", "1", "1", ALL[1]]]),
+    ("send", ["panel={address}", "pane=B", "open=001", "copy=500"], [["panel", "{panel}", "put", "1", "500", ONE]]),
+    ("send over", ["panel={address}", "pane=B", "open=001", "copy=1"], [["panel", "{panel}", "put", "1", "1", ONE, "--force"]]),
+    ("save there", ["panel={address}", "pane=B", "open=001", "edit", "save"],
      [["panel", "{panel}", "get", "1", "1", "-"], ["remove", "-", "0"], ["panel", "{panel}", "put", "1", "1", "-", "--force"]]),
-    ("rename there", ["panel={address}", "pane=B", "rename=Changed"], [["panel", "{panel}", "rename", "1", "1", "Changed"]]),
-    ("delete there", ["panel={address}", "pane=B", "delete"], [["panel", "{panel}", "delete", "1", "1"]]),
+    ("rename there", ["panel={address}", "pane=B", "open=001", "rename=Changed"], [["panel", "{panel}", "rename", "1", "1", "Changed"]]),
+    ("delete there", ["panel={address}", "pane=B", "open=001", "delete"], [["panel", "{panel}", "delete", "1", "1"]]),
 ]
 
 
@@ -94,7 +94,6 @@ class Ways:
     def by_window(self, acts, wanted):
         """A panel is only asked to rename and to delete, and takes its time."""
         self.begin()
-        acts = [act.replace("{address}", self.address()) for act in acts]
         window = Window(self.bench.words(["acts", *acts]), self.bench.environment)
         said, deadline = window.act(), time.monotonic() + LONGEST
         window.end()
@@ -102,9 +101,6 @@ class Ways:
             time.sleep(0.05)
         self.end()
         return said, found
-
-    def address(self):
-        return f"127.0.0.1:{self.bench.panel.ports[1]}" if self.on_panel else ""
 
     def by_commands(self, commands):
         self.begin()

@@ -3111,8 +3111,8 @@ Trotzdem überschreiben?</translation>
         <translation>die Übertragung wurde abgebrochen</translation>
     </message>
     <message>
-        <source>the transfer library (libcurl4) is not installed</source>
-        <translation>die Übertragungsbibliothek (libcurl4) ist nicht installiert</translation>
+        <source>the transfer library (libcurl4) cannot be loaded; is it installed?</source>
+        <translation>die Übertragungsbibliothek (libcurl4) lässt sich nicht laden; ist sie installiert?</translation>
     </message>
     <message>
         <source>the transfer failed</source>
