@@ -11,9 +11,7 @@ CommandChooser::CommandChooser(const FunctionDictionary& dictionary, Words words
     : finder_(dictionary),
       segments_(dictionary),
       dictionary_(dictionary),
-      search_(words ? std::move(words) : std::make_shared<std::optional<FunctionSearch>>()) {
-  find();
-}
+      search_(words ? std::move(words) : std::make_shared<std::optional<FunctionSearch>>()) {}
 
 void CommandChooser::chooseDestination(Destination destination) {
   destination_ = destination;

@@ -34,7 +34,7 @@ class CommandChooser {
   // Made when it is first needed, and kept by who opens one dialog after another.
   using Words = std::shared_ptr<std::optional<FunctionSearch>>;
 
-  // Observes a dictionary that is complete.
+  // Observes a dictionary that is complete. Nothing is found before a destination is chosen.
   explicit CommandChooser(const FunctionDictionary& dictionary, Words words = {});
 
   // Forgets category, subgroups and searches, also when it is the same destination again.
@@ -76,7 +76,7 @@ class CommandChooser {
   Words search_;
   std::string words_;
   FunctionFinder::Functions foundByWords_;
-  const FunctionFinder::Functions* found_ = nullptr;
+  const FunctionFinder::Functions* found_ = &foundByWords_;
 };
 
 }  // namespace tessaly

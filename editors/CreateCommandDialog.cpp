@@ -347,7 +347,7 @@ void CreateCommandDialog::focusFound() {
 
 // What the words find best, unless another one was chosen since they were typed.
 void CreateCommandDialog::takeBest() {
-  if (!chosenSinceTyped_ && found_.rowCount() > 0) ui_->found->setCurrentIndex(found_.index(0));
+  if (!chosenSinceTyped_) ui_->found->setCurrentIndex(found_.index(0));
   focusFound();
   if (parameters_->selectedParameter() >= 0) parameters_->focusEntry();
 }

@@ -189,10 +189,10 @@ void MultipleCommandsDialog::insertNext() {
     ui_->status->repaint();
   }
   // The block keeps the order of the list: each further piece goes behind the one before it.
-  const bool first = before == 0 || insertion_.mode == InsertMode::kAppend;
-  const int position = before + (insertion_.mode == InsertMode::kAtPosition ? position_ : 0);
+  const int position = before + (insertion_.mode == InsertMode::kAtPosition ? position_ : start_);
+  const bool append = insertion_.mode == InsertMode::kAppend;
   const int inserted = inserter_(drafts, model_->commands().at(piece.front()).workplace, position,
-                                 first ? insertion_.mode : InsertMode::kAtPosition);
+                                 append ? InsertMode::kAppend : InsertMode::kAtPosition);
   insertion_.next += static_cast<std::size_t>(inserted);
   insertedCount_ += inserted;
   if (static_cast<std::size_t>(inserted) < drafts.size()) endInsertion();
@@ -202,8 +202,9 @@ void MultipleCommandsDialog::insertNext() {
 void MultipleCommandsDialog::endInsertion() {
   inserting_.stop();
   insertion_.rows.resize(insertion_.next);
-  if (position_ >= 0 && insertion_.mode != InsertMode::kAppend)
-    position_ += static_cast<int>(insertion_.next);
+  const auto in = static_cast<int>(insertion_.next);
+  if (insertion_.mode == InsertMode::kAtStart) start_ += in;
+  if (position_ >= 0 && insertion_.mode != InsertMode::kAppend) position_ += in;
   model_->remove(insertion_.rows);
   ui_->work->setEnabled(true);
   ui_->insertButtons->setEnabled(true);

@@ -72,6 +72,7 @@ class MultipleCommandsDialog : public QDialog {
   std::unique_ptr<Ui::MultipleCommandsDialog> ui_;
   EditorContext context_;
   int position_;
+  int start_ = 0;  // where "at start" goes on after a failure
   Inserter inserter_;
   std::unique_ptr<MultipleCommandsModel> model_;
   std::unique_ptr<ParameterUpdate> update_;

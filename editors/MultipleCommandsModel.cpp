@@ -32,6 +32,8 @@ bool MultipleCommandsModel::takeAnswer(std::size_t id, const std::string& value)
   return commands_.takeAnswer(id, value);
 }
 
+void MultipleCommandsModel::setDestination(Destination destination) { commands_.setDestination(destination); }
+
 void MultipleCommandsModel::refresh() {
   if (commands_.size() > 0) emit dataChanged(index(0), index(commands_.size() - 1));
 }
@@ -43,11 +45,6 @@ void MultipleCommandsModel::complete(int row, CommandDraft draft, int workplace)
 
 void MultipleCommandsModel::setOptions(const LineOptions& options) {
   options_ = options;
-  refresh();
-}
-
-void MultipleCommandsModel::setDestination(Destination destination) {
-  commands_.setDestination(destination);
   refresh();
 }
 

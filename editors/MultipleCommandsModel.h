@@ -21,13 +21,13 @@ class MultipleCommandsModel : public QAbstractListModel {
 
   void add(const DestinationNames& destination);
   void remove(const std::vector<int>& rising);
-  // Rows are redrawn by refresh(), once for many answers.
+  // After these two rows are redrawn by refresh(), once for many answers.
   [[nodiscard]] bool takeAnswer(std::size_t id, const std::string& value);
+  void setDestination(Destination destination);
   void refresh();
   void complete(int row, CommandDraft draft, int workplace);
 
   void setOptions(const LineOptions& options);
-  void setDestination(Destination destination);
 
   // As it is to be inserted; parameters without a value are there, too.
   [[nodiscard]] MacroCommand command(int row) const;

@@ -11,6 +11,7 @@
 #include "app/Appearance.h"
 #include "app/GuideWindow.h"
 #include "app/HelpTopics.h"
+#include "app/Language.h"
 #include "app/ScreenFit.h"
 #include "tests/app/EveryDialog.h"
 
@@ -75,6 +76,36 @@ TEST_F(ActsTest, AnActIsFoundByItsWordsAndRunOnlyWhenItIsPossible) {
   EXPECT_EQ(finder.result(), QDialog::Accepted);
 }
 
+// Catches a choice for the eyes that one pane does not follow, or that is another one at the next start.
+TEST_F(ActsTest, WhatTheEyesWantHoldsInBothPanesAndIsKept) {
+  Preferences preferences(QString::fromStdString((fixture_.site.root.path() / "tessaly.ini").string()));
+  fixture_.setPreferences(preferences);
+  const auto seen = [&] {
+    QString told =
+        paletteName(currentPalette()) + ' ' + QString::number(textSize()) + ' ' + keptLanguage(preferences);
+    for (const Pane pane : kPanes) {
+      auto& commands = dynamic_cast<CommandList&>(driver().list(ids(pane).commands));
+      if (commands.rows().showsDestinations()) told += " stripes";
+      if (commands.parent()->findChild<QWidget*>(QStringLiteral("subject"))->isVisible()) told += " heading";
+    }
+    return told.toStdString();
+  };
+  fixture_.open();
+  EXPECT_EQ(seen(), "desktop 100  heading heading");
+  for (const char* act : {"languageGerman", "headings", "destinationStripes", "largerText", "largerText",
+                          "smallerText", "coloursDark"})
+    action(act).trigger();
+  EXPECT_EQ(seen(), "dark 110 de stripes stripes");
+  applyPalette(PaletteChoice::kDesktop);
+  action("usualText").trigger();
+  action("largerText").trigger();
+  applyTextSize(kUsualTextSize);
+  fixture_.open();
+  restoreTextSize(preferences);
+  EXPECT_EQ(preferences.palette().toStdString() + ": " + seen(), "dark: desktop 110 de stripes stripes");
+  applyTextSize(kUsualTextSize);
+}
+
 // Catches a topic that leads nowhere.
 TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
   fixture_.window->showGuide(QStringLiteral("keys.html"));
@@ -82,6 +113,12 @@ TEST_F(ActsTest, EveryPlaceOfTheGuideIsThere) {
   ASSERT_NE(guide, nullptr);
   auto& pages = *guide->findChild<QTextBrowser*>();
   EXPECT_TRUE(pages.toPlainText().startsWith(QLatin1String("Keys")));
+  const std::pair<const char*, const char*> ways[] = {
+      {"contents", "guide"}, {"back", "keys"}, {"forward", "guide"}, {"keys", "keys"}};
+  for (const auto& [button, page] : ways) {
+    QTest::mouseClick(guide->findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
+    EXPECT_EQ(pages.source().fileName().toStdString(), std::string(page) + ".html");
+  }
   EXPECT_EQ(helpFor(&driver().list(a_.commands)), QStringLiteral("guide.html#delete-move-and-copy-commands"));
   EXPECT_EQ(helpFor(guide->focusWidget()), QStringLiteral("guide.html"));
   for (const HelpTopic& topic : helpTopics()) {

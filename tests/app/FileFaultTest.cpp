@@ -139,24 +139,6 @@ TEST_F(FileFaultTest, AMacroThatAnotherProgramIsChangingIsLeftAlone) {
   EXPECT_FALSE(fixture_.history.takeFailure());
 }
 
-// What somebody else has written is told before it is overwritten; what the pane shows is what is saved then,
-// whatever became of the working copy's file.
-TEST_F(FileFaultTest, WhatThePaneShowsIsSavedOverWhatOthersHaveWritten) {
-  open(a_);
-  for (int time = 0; time < 2; ++time) {
-    removeFirst(a_);
-    driver().press(a_.saveChanges);
-    EXPECT_THAT(asked(), testing::IsEmpty()) << "our own save is no stranger's";
-  }
-  removeFirst(a_);
-  for (const std::string& file : {macroPath(1), std::string(workingCopyPath(Pane::kA))})
-    fixture_.site.write(file, "<macro name=\"Elsewhere\"><data></data></macro>");
-  driver().press(a_.saveChanges);
-  EXPECT_THAT(asked(), testing::ElementsAre(HasSubstr("by somebody else")));
-  EXPECT_THAT(told(), AllOf(testing::StartsWith("saved: 001"), HasSubstr("put right")));
-  EXPECT_EQ(read(macroPath(1)).find("Elsewhere"), std::string::npos);
-}
-
 TEST_F(FileFaultTest, WorkingCopiesAndSettingsThatCannotBeWrittenStayAsTheyAre) {
   openBoth();
   driver().clickRow(a_.commands, 0);

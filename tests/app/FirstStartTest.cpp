@@ -58,7 +58,7 @@ TEST_F(FirstStartTest, TheSampleSiteIsSetUpAndKeepsWhatIsThere) {
   EXPECT_EQ(std::distance(fs::directory_iterator(empty_.root.path()), {}), 1) << "the drive alone";
   // The next start asks nothing.
   EXPECT_TRUE(chooseRoot(root_, kSample, preferences_));
-  EXPECT_FALSE(copySampleSite(kSample, "/dev/null/no folder"));
+  EXPECT_FALSE(copySampleSite(kSample, "/dev/null/no folder") || sampleToWorkOn({}));
 }
 
 TEST_F(FirstStartTest, AnExistingInstallationIsRememberedBelowANamedRoot) {

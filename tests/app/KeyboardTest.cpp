@@ -16,21 +16,13 @@ namespace tessaly {
 namespace {
 
 using testing::Contains;
-using testing::EndsWith;
 using testing::StartsWith;
 
-int pressed = 0;  // keys so far, a chord for one
-
 // A key for whatever has the keyboard.
-void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1) {
-  pressed += times;
-  for (int i = 0; i < times; ++i)
-    QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(key), modifiers);
+void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QTest::keyClick(WindowDriver::keyboard(), static_cast<Qt::Key>(key), modifiers);
 }
-void type(const char* text) {
-  pressed += static_cast<int>(QString::fromUtf8(text).size());
-  QTest::keyClicks(WindowDriver::keyboard(), QString::fromUtf8(text));
-}
+void type(const char* text) { QTest::keyClicks(WindowDriver::keyboard(), QString::fromUtf8(text)); }
 
 class KeyboardTest : public WindowTest {
  protected:
@@ -87,50 +79,6 @@ TEST_F(KeyboardTest, StandardKeysDoWhatTheyDoElsewhere) {
   EXPECT_TRUE(driver().control<ListBox>(b_.applications).hasFocus());
   press(Qt::Key_F6);
   EXPECT_TRUE(at(a_.macros)) << "each pane remembers where the keyboard was";
-}
-
-// From the start to a macro; once that is open, one value, then twelve commands more.
-TEST_F(KeyboardTest, WhatIsDoneMostTakesFewKeys) {
-  ASSERT_TRUE(at(a_.applications)) << "the keyboard is where the work begins";
-  press(Qt::Key_Down);
-  EXPECT_EQ(selected(a_.applications), "Evening News");
-  for (const int next : {a_.controlPanels, a_.workplaces, a_.macros}) {
-    press(Qt::Key_Tab);
-    ASSERT_TRUE(at(next)) << next;
-  }
-  while (!selected(a_.macros).starts_with("010")) press(Qt::Key_Down);
-  driver().clickRow(a_.commands, 1);
-  pressed = 0;
-  press(Qt::Key_Down);
-  answer(Qt::Key_Return, Qt::NoModifier, [] {
-    type("37");
-    press(Qt::Key_Return);
-  });
-  press(Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(commandsOf(macroPath(10))[2].parameters.front().value, "0.370000");
-  EXPECT_LE(pressed, 6);
-
-  const std::size_t before = commandsOf(macroPath(10)).size();
-  pressed = 0;
-  answer(Qt::Key_O, Qt::AltModifier, [] {
-    for (const std::string key : {"k1 ", "k2 ", "k3 ", "k4 "})
-      for (const auto& [words, value] :
-           {std::pair("cl", "48"), std::pair("ga", "62"), std::pair("tr", "9")}) {
-        type((key + words).c_str());
-        press(Qt::Key_Return);
-        type(value);
-        press(Qt::Key_Return);
-      }
-    press(Qt::Key_Escape);
-  });
-  press(Qt::Key_S, Qt::ControlModifier);
-  const MacroCommands commands = commandsOf(macroPath(10));
-  ASSERT_EQ(commands.size(), before + 12);
-  EXPECT_THAT(commands.back().fid, EndsWith("KEY4.TRANSPARENCY.SET"));
-  EXPECT_LE(pressed, 110) << pressed;
-  EXPECT_TRUE(driver().control<QWidget>(a_.commands).isAncestorOf(QApplication::focusWidget()) ||
-              at(a_.commands))
-      << "the keyboard stays in the pane";
 }
 
 TEST_F(KeyboardTest, ShiftAndTabGoesBackTheWayThatTabCame) {

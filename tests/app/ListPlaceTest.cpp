@@ -63,30 +63,6 @@ TEST_F(ListPlaceTest, AnEditedMacroStaysInSightAndItsCommandsInPlace) {
   EXPECT_THAT(Hand::firstSeen(macros()), StartsWith("000")) << "another folder begins at its top";
 }
 
-TEST_F(ListPlaceTest, TheDialogsTakeTheRowUnderTheHand) {
-  driver().choose(a_.macros, "001");
-  driver().press(a_.newCorvane, [](QDialog& dialog) {
-    QTest::mouseClick(dialog.findChild<QAbstractButton*>("inputCorrection"), Qt::LeftButton);
-    auto& inputs = *dialog.findChild<RowsView*>("subgroup1");
-    Hand::doubleClickOn(inputs, QStringLiteral("Input 64"));
-    EXPECT_EQ(inputs.selected()->text, "Input 64");
-    dialog.reject();
-  });
-  driver().press(a_.newClassic, [](QDialog& dialog) {
-    auto& groups = *dialog.findChild<RowsView*>("mainGroups");
-    int row = 0;
-    while (groups.rows().row(row)->text != "Auxbus") ++row;
-    Hand::turnWheel(groups, [&] {
-      return groups.viewport()->rect().contains(groups.visualRect(groups.rows().index(row)).center());
-    });
-    Hand::doubleClick(groups, row);
-    auto& subgroups = *dialog.findChild<RowsView*>("subgroups");
-    Hand::doubleClickOn(subgroups, QStringLiteral("Aux43"));
-    EXPECT_EQ(subgroups.selected()->text, "Aux43");
-    dialog.reject();
-  });
-}
-
 TEST(CommandListModelTest, LinesAreMadeWhenSomebodyLooksOrTheProgramIsIdle) {
   constexpr std::size_t kLines = 10'000, kLongest = 7'000;
   const auto commands = std::make_shared<MacroCommands>(kLines);

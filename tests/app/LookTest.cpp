@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/Appearance.h"
+#include "app/OwnStyle.h"
 #include "tests/app/CutOffTexts.h"
 #include "tests/app/EveryDialog.h"
 #include "tests/app/TextContrast.h"
@@ -38,6 +39,15 @@ TEST(LookTest, EveryTextCanBeReadWhateverTheColoursChangeTo) {
     });
   }
   applyPalette(PaletteChoice::kDesktop);
+}
+
+TEST(LookTest, TheToolkitsColoursGiveWayAndThoseOfADesktopStay) {
+  OwnStyle style;
+  QPalette toolkits = style.standardPalette(), desktops = highContrast();
+  style.polish(toolkits);
+  style.polish(desktops);
+  EXPECT_EQ(toolkits, ownPalette(PaletteChoice::kLight));
+  EXPECT_EQ(desktops, highContrast());
 }
 
 // Once nothing in it is worked out any more.

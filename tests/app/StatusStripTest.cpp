@@ -49,6 +49,17 @@ TEST_F(StatusStripTest, AFailureStaysUntilItIsSeen) {
   strip_.showOwed(Pane::kA, QStringLiteral("NOT saved"));
   other();
   EXPECT_EQ(text("unseen"), QString()) << "it stands in its own line with the button";
+  strip_.showOwed(Pane::kA, {});
+  fail();
+  other();
+  EXPECT_EQ(text("unseen"), QStringLiteral("NOT saved")) << "those that were seen do not count";
+}
+
+TEST(NameInStrip, ALongOneKeepsItsEnds) {
+  const std::string most(48, 'x');
+  EXPECT_EQ(nameInStrip(most).toStdString(), most);
+  EXPECT_EQ(nameInStrip("begin" + most + "end of twelv").toStdString(),
+            "begin" + std::string(30, 'x') + "\u2026end of twelv");
 }
 
 TEST_F(StatusStripTest, WhatIsNoLookAtAFailureLeavesItThere) {
@@ -79,12 +90,20 @@ TEST_F(StatusStripTest, AGradeIsHeardAndAllCanBeCopied) {
                                                  {Grade::kFailure, "Failure: text \u2013 here"}};
   for (const auto& [grade, name] : heard) {
     strip_.say({grade, QStringLiteral("text"), QStringLiteral("here")});
-    EXPECT_EQ(strip_.findChild<QLabel*>(QStringLiteral("statusStrip"))->accessibleName().toStdString(), name);
+    const auto& label = *strip_.findChild<QLabel*>(QStringLiteral("statusStrip"));
+    EXPECT_EQ(label.accessibleName().toStdString(), name);
+    EXPECT_EQ(label.toolTip(), "<p>text</p><p>A click, or Ctrl+Shift+M, shows the messages before it.</p>");
   }
   for (std::size_t i = 0; i < MessageLog::kMost; ++i) strip_.say({Grade::kDone, QString::number(i)});
-  QTest::keyClick(&window_, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* line = strip_.findChild<QLabel*>(QStringLiteral("statusStrip"));
+  QTest::mouseClick(line, Qt::RightButton);
+  EXPECT_EQ(window_.findChild<QTreeView*>(), nullptr);
+  QTest::mouseClick(line, Qt::LeftButton);
   auto* list = window_.findChild<QTreeView*>(QStringLiteral("messages"));
   ASSERT_NE(list, nullptr);
+  list->window()->close();
+  QTest::keyClick(&window_, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(list->isVisible());
   EXPECT_EQ(list->model()->rowCount(), static_cast<int>(MessageLog::kMost));
   QApplication::setActiveWindow(list->window());
   list->selectAll();

@@ -127,25 +127,6 @@ TEST_F(ValueUpdateTest, ACancelledQuestionKeepsItBusyUntilAMacroIsChosen) {
   EXPECT_THAT(asked(), ElementsAre(question));
 }
 
-// Catches a wait that the next value, 400 ms later, does not begin anew.
-TEST_F(ValueUpdateTest, EachValueBeginsTheWaitAnew) {
-  connectPane(Pane::kA, first_);
-  QElapsedTimer silence;
-  bool inTime = false;  // a machine that stood still is given another chance
-  for (int attempt = 0; attempt < 3 && !inTime; ++attempt, ++mixEffect_) {
-    startOnKeys(Pane::kA);
-    tell(Pane::kA, 1, 2);
-    QTest::qWait(kQuiet - 100);
-    silence.start();
-    first_.simulator.set(key(2), "1");
-    WindowDriver::waitFor([&] { return edited(Pane::kA) || progress(Pane::kA) == counted(3); }, "a value");
-    inTime = !edited(Pane::kA);
-    if (!inTime) driver().press(a_.discardChanges);
-  }
-  awaitStatus("3 commands updated; 3 of them changed");
-  EXPECT_GE(silence.elapsed(), kQuiet - 5);
-}
-
 // Catches a wrong count, and a report that ends the update of the other commands.
 TEST_F(ValueUpdateTest, CommandsWithoutValuesAreReported) {
   connectPane(Pane::kA, first_);

@@ -53,7 +53,9 @@ TEST_F(WindowTest, TheMainJobFromOpeningToDeleting) {
     EXPECT_EQ(text("overwriteName"), "\"Übergang\"");
     EXPECT_THAT(text("overwritePlace").toStdString(),
                 testing::AllOf(StartsWith("888 in Evening News, "), testing::EndsWith(": 0 commands")));
-    WindowDriver::click(dialog, "OK");
+    WindowDriver::type(dialog, "position", "0");
+    EXPECT_TRUE(dialog.findChild<QWidget*>("ok")->isEnabled());
+    WindowDriver::filledIn({{"position", "888"}})(dialog);
   });
   EXPECT_EQ(nameIn(macroPath(888)), selected(b_.macros).substr(6));
   driver().press(a_.renameMacro, filledIn({{"newName", "Kick-off"}}));
@@ -209,10 +211,26 @@ TEST_F(WindowTest, AHalfTypedPathIsNotActedOn) {
   EXPECT_EQ(read(macro), "keep");
 }
 
-TEST_F(WindowTest, SettingsSurviveUnchanged) {
+TEST_F(WindowTest, SettingsSurviveUnchangedAndFollowBothPanes) {
   const std::string before = read(kSettingsFile);
   fixture_.driver->close();
   EXPECT_EQ(read(kSettingsFile), before);
+  fixture_.open();
+  const auto type = [this](int address, const char* text) {
+    auto& edit = driver().control<QLineEdit>(address);
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClicks(&edit, QLatin1String(text));
+    driver().list(a_.applications).setFocus();
+  };
+  type(a_.address, "/srv/a"), type(b_.address, "/srv/b");
+  driver().press(a_.panel), driver().press(b_.panel);
+  type(a_.address, "10.0.0.1"), type(b_.address, "10.0.0.2");
+  fixture_.driver->close();
+  Settings now;
+  EXPECT_TRUE(readSettings(fixture_.site.root, now));
+  EXPECT_EQ(now.pathA + ' ' + now.pathB + ' ' + now.addressA + ' ' + now.addressB,
+            "/srv/a /srv/b 10.0.0.1 10.0.0.2");
 }
 
 TEST_F(WindowTest, EveryControlHasItsNumberOnce) {
@@ -242,10 +260,8 @@ TEST(PositionCheckTest, TellsWhatANumberMeans) {
                {"-1", true, -1, "", ""}};
   for (const auto& c : cases) {
     const PositionCheck check = checkPosition(c.typed, names);
-    EXPECT_EQ(check.unchanged, c.unchanged) << c.typed;
-    EXPECT_EQ(check.number, c.number) << c.typed;
-    EXPECT_EQ(check.existing, c.existing) << c.typed;
-    EXPECT_EQ(check.label, c.label) << c.typed;
+    EXPECT_EQ(std::tie(check.unchanged, check.number), std::tie(c.unchanged, c.number)) << c.typed;
+    EXPECT_EQ(check.existing + '|' + check.label, std::string(c.existing) + '|' + c.label) << c.typed;
   }
 }
 

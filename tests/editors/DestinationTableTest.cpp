@@ -7,7 +7,6 @@
 #include "editors/DestinationPad.h"
 #include "editors/DestinationTable.h"
 #include "platform/Text.h"
-#include "tests/support/SmallDictionary.h"
 
 namespace tessaly {
 namespace {
@@ -64,35 +63,6 @@ TEST(DestinationPadTest, ButtonsStandInTheirGroupsAndLines) {
                   "eDpm Channels 1 [CHANNEL1.EDPM] to eDpm Channels Master [EDPM_MASTER]",
                   "Color Generators Col 1 [BACKGROUND1] to Color Generators Color-Test [TEST_PATTERN]",
                   " [RGB_INP_CORR.INPUT] to  [YUV_INP_CORR.INPUT]"));
-}
-
-// LAN machines were numbered as their names are, from 5.
-TEST(DestinationTableTest, NumbersAreThoseOfTheDictionarysTexts) {
-  const FunctionDictionary& dictionary = siteDictionary();
-  std::map<std::string, std::string> texts;  // of one function a destination
-  for (std::size_t i = 0; i < dictionary.functionCount(); ++i)
-    texts.emplace(dictionary.function(i).group(), dictionary.function(i).description() + ' ');
-  int looked = 0;
-  for (const DestinationGroup& group : destinationGroups()) {
-    for (const DestinationButton& button : group.buttons) {
-      const auto text = texts.find(button.destination.name);
-      ASSERT_NE(text, texts.end()) << button.destination.name;
-      if (button.caption.find_first_not_of("0123456789") != std::string::npos) continue;
-      EXPECT_NE(text->second.find(' ' + button.caption + ' '), std::string::npos)
-          << group.caption << ' ' << button.caption << ": " << text->second;
-      ++looked;
-    }
-  }
-  EXPECT_GT(looked, 100);
-}
-
-TEST(DestinationTableTest, OnlyNamedGroupsAreOwned) {
-  const DestinationNames channel{"RAMCHAN1", "RAM1", ""};
-  EXPECT_TRUE(channel.owns("RAMCHAN1"));
-  EXPECT_TRUE(channel.owns("RAM1"));
-  for (const char* other : {"", "RAM", "RAM11", "ram1"}) EXPECT_FALSE(channel.owns(other)) << other;
-  EXPECT_EQ(inputCorrections()[0].forInput("239").name, "RGB_INP_CORR.INPUT239");
-  EXPECT_EQ(inputCorrections()[1].forInput("1").name, "YUV_INP_CORR.INPUT1");
 }
 
 }  // namespace

@@ -84,8 +84,10 @@ TEST(EnterValueDialogTest, OffersEveryRowOfAnEnumeration) {
   user.type("value", "40");
   EXPECT_EQ(beeps.heard, 1);
   EXPECT_EQ(user.selectedRow("rows"), -1);
-  user.choose("rows", "38");
   user.control<QListView>("rows").setFocus();
+  user.key(Qt::Key_Return);
+  EXPECT_TRUE(dialog.isVisible());
+  user.choose("rows", "38");
   user.key(Qt::Key_Return);
   EXPECT_EQ(dialog.value(), 38);
 }
@@ -125,7 +127,8 @@ TEST(EnterTextDialogTest, RefusesAtTheKeyWhatCannotBeStored) {
   DialogDriver user(dialog);
   user.key(Qt::Key_End);
   user.key(Qt::Key_Backspace);
-  EXPECT_FALSE(user.enabled("ok"));
+  user.key(Qt::Key_Return);
+  EXPECT_TRUE(dialog.isVisible() && !user.enabled("ok"));
   user.key(Qt::Key_Backspace);
   EXPECT_TRUE(user.enabled("ok"));
   EXPECT_EQ(beeps.heard, 0);
@@ -149,7 +152,8 @@ TEST(EnterTimecodeDialogTest, LocksTheOtherFieldsUntilTheInvalidOneIsMended) {
     user.control<QLineEdit>(name).setText(texts.first);  // as a screen reader's hands do
     EXPECT_EQ(beeps.take(), 1);
     EXPECT_EQ(user.control<QLineEdit>(name).selectedText(), texts.first);
-    EXPECT_FALSE(user.enabled("ok"));
+    user.key(Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible() && !user.enabled("ok"));
     for (const auto& [other, unused] : limits) EXPECT_EQ(user.enabled(other), std::string(other) == name);
     user.type(name, texts.second);
     EXPECT_EQ(beeps.take(), 0);
@@ -165,6 +169,9 @@ TEST(EnterTimecodeDialogTest, LocksTheOtherFieldsUntilTheInvalidOneIsMended) {
   user.type("hours", "-1");
   EXPECT_EQ(beeps.take(), 1);
   user.type("hours", "12");
+  user.key(Qt::Key_Tab);
+  QApplication::processEvents();
+  EXPECT_EQ(user.control<QLineEdit>("minutes").selectedText(), "59");
   user.click("ok");
   EXPECT_EQ(dialog.timecode(), (Timecode{12, 59, 59, 29, true, true}));
 }
@@ -212,7 +219,11 @@ TEST(EnterTimecodeDialogTest, LeavesADamagedNumberAlone) {
 
 TEST(ChoiceDialogTest, TakesASelectedRowOnly) {
   SelectInputDialog empty("Select Input", {});
-  EXPECT_FALSE(DialogDriver(empty).enabled("ok"));
+  const DialogDriver none(empty);
+  EXPECT_FALSE(none.enabled("ok"));
+  const auto& list = none.control<QListView>("list");
+  EXPECT_EQ(list.accessibleName() + ": " + list.accessibleDescription(),
+            "Select Input: nothing to choose from");
 
   SelectInputDialog dialog("Select Input", {{"Input 1", "INPUT1", {}}, {"Color 1", "INPUT144", {}}});
   DialogDriver user(dialog);
@@ -229,6 +240,7 @@ TEST(ChoiceDialogTest, TakesASelectedRowOnly) {
                         "b\xFC"
                         "hne"});
   DialogDriver clipUser(clips);
+  EXPECT_EQ(clips.windowTitle(), "Load Clip");
   EXPECT_EQ(clipUser.rows("list")[1], "b\xC3\xBChne");
   clipUser.key(Qt::Key_Down);
   clipUser.key(Qt::Key_End);
@@ -237,8 +249,12 @@ TEST(ChoiceDialogTest, TakesASelectedRowOnly) {
             "b\xFC"
             "hne");
   clips.show();
-  clipUser.key(Qt::Key_Escape);
-  EXPECT_EQ(clips.result(), QDialog::Rejected);
+  clipUser.choose("list", "opener");
+  auto& names = clipUser.control<QListView>("list");
+  QTest::mouseDClick(names.viewport(), Qt::LeftButton, Qt::NoModifier,
+                     names.visualRect(names.currentIndex()).center());
+  EXPECT_EQ(clips.clip(), "opener");
+  EXPECT_FALSE(clips.isVisible());
 }
 
 }  // namespace

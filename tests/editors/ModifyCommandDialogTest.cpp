@@ -51,6 +51,9 @@ TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
   EXPECT_FALSE(user.visible("fromScratch"));
   EXPECT_EQ(user.focus(), "value");
   EXPECT_EQ(user.control<QLineEdit>("value").selectedText(), "20.0");
+  user.click("showRaw");
+  EXPECT_THAT(user.rows("parameters"), ElementsAre("LEVEL\t51.000000"));
+  user.click("showRaw");
 
   user.choose("segment1", "PP");
   user.control<QListView>("segment2").setFocus();
@@ -127,23 +130,19 @@ TEST(ModifyCommandDialogTest, ValuesThatAreMissingMustBeFilled) {
   ModifyCommand modify(command("QMF1.ME1.KEY2.TYPE.SET", {{"TYPE", "odd"}}));
   EXPECT_THAT(modify.user.rows("parameters"), ElementsAre("Type\todd", "Source\t"));
   EXPECT_FALSE(modify.user.enabled("modify"));
-  modify.user.choose("parameters", "Source");
+  modify.user.key(Qt::Key_Return);
   modify.user.choose("choices", "Camera 1");
-  modify.user.click("modify");
+  modify.user.key(Qt::Key_Enter);
   EXPECT_THAT(modify.values(), ElementsAre("TYPE=odd", "SOURCE=1"));
 }
 
 TEST(ModifyCommandDialogTest, PanelCommandsChooseAWorkplace) {
-  struct Case {
-    const char* workplace;
-    const char* shown;
-    int kept;
-  };
-  for (const Case& test : {Case{"3", "Workplace-3", 3}, Case{"7", "", 7}, Case{"", "", 0}}) {
-    ModifyCommand modify(command("PANEL.MACRO.RUN", {{"REG", "12"}}, test.workplace));
+  for (const auto& [workplace, shown, kept] :
+       {std::tuple{"4", "Workplace-4", 4}, {"5", "", 5}, {"", "", 0}}) {
+    ModifyCommand modify(command("PANEL.MACRO.RUN", {{"REG", "12"}}, workplace));
     EXPECT_EQ(modify.user.label("destinationLabel"), "Panel");
-    EXPECT_EQ(modify.destination(), test.shown);
-    EXPECT_EQ(modify.dialog.workplace(), test.kept);
+    EXPECT_EQ(modify.destination(), shown);
+    EXPECT_EQ(modify.dialog.workplace(), kept);
     modify.user.control<QComboBox>("destination").setFocus();
     modify.user.key(Qt::Key_Home);
     modify.user.click("modify");
@@ -164,6 +163,9 @@ TEST(ModifyCommandDialogTest, OddCommandsOpenAndCancel) {
   // A destination of its own stays until another one is chosen, and so do the segments behind the fifth.
   ModifyCommand twelve(command("OTHER.A.B.C.D.E.F.G.H.INC.J.K.L"));
   EXPECT_EQ(twelve.destination(), "Mainframe-1");
+  twelve.user.control<QComboBox>("destination").setFocus();
+  twelve.user.key(Qt::Key_Down);
+  twelve.user.click("fromScratch");
   twelve.user.choose("segment5", "E");
   twelve.user.click("modify");
   EXPECT_EQ(twelve.dialog.draft().fid, "OTHER.A.B.C.D.E.F.G.H.INC.J.K.L");

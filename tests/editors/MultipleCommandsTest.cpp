@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QSignalSpy>
 
 #include "editors/MultipleCommandsDialog.h"
 #include "model/MacroFile.h"
@@ -78,13 +79,10 @@ struct MultipleCommandsTest : testing::Test, EditorFixture {
     return [this](const std::vector<CommandDraft>& drafts, int workplace, int position, InsertMode mode) {
       int in = 0;
       for (const CommandDraft& draft : drafts) {
-        const bool behind = in > 0 && mode != InsertMode::kAppend;
-        const int at = in + (mode == InsertMode::kAtPosition ? position : 0);
-        if (inserted >= failAt || !insertCommand(site.access(), kMacro, at, draft, workplace,
-                                                 behind ? InsertMode::kAtPosition : mode))
+        if (inserted >= failAt ||
+            !insertCommand(site.access(), kMacro, position + in, draft, workplace, mode))
           break;
-        ++in;
-        ++inserted;
+        ++in, ++inserted;
       }
       return in;
     };
@@ -182,20 +180,16 @@ TEST_F(MultipleCommandsTest, DestinationsAddWhatTheyOwn) {
 }
 
 TEST_F(MultipleCommandsTest, CorrectionsAskForTheInput) {
-  struct Case {
-    const char* button;
-    const char* title;
-    Qt::Key key;
-    std::size_t total;
-  };
-  for (const Case& c : {Case{"RGB Input Correction", "Select Input for RGB Correction", Qt::Key_Escape, 0},
-                        Case{"RGB Input Correction", "Select Input for RGB Correction", Qt::Key_Return, 1},
-                        Case{"YUV Input Correction", "Select Input for YUV Correction", Qt::Key_Return, 2}}) {
-    answerNext(dialog, c.key);
-    driver.click(c.button);
-    EXPECT_EQ(title, c.title);
-    EXPECT_EQ(driver.rows("commands").size(), c.total) << c.title;
-    EXPECT_EQ(driver.enabled("updateParameters") && driver.enabled("selectAll"), c.total > 0);
+  const char *const rgb = "Select Input for RGB Correction", *const yuv = "Select Input for YUV Correction";
+  for (const auto& [button, wanted, key, total] :
+       {std::tuple{"RGB Input Correction", rgb, Qt::Key_Escape, 0U},
+        {"RGB Input Correction", rgb, Qt::Key_Return, 1U},
+        {"YUV Input Correction", yuv, Qt::Key_Return, 2U}}) {
+    answerNext(dialog, key);
+    driver.click(button);
+    EXPECT_EQ(title, wanted);
+    EXPECT_EQ(driver.rows("commands").size(), total) << wanted;
+    EXPECT_EQ(driver.enabled("updateParameters") && driver.enabled("selectAll"), total > 0);
   }
 }
 
@@ -326,6 +320,35 @@ TEST_F(MultipleCommandsTest, AnswersAndTheUserCompleteTheCommands) {
                           "QMF4.AUX1.CUT/3", "PANEL.RAM1.LOOP.SET/3 loop=1"));
 }
 
+TEST_F(MultipleCommandsTest, EveryChangeIsSeenAtOnce) {
+  driver.click("RAMCHAN1");
+  QSignalSpy drawn(driver.control<QListView>("commands").model(), &QAbstractItemModel::dataChanged);
+  const std::function<void()> changes[] = {
+      [this] { driver.click("raw"); }, [this] { update("PANEL.RAM1.LOOP"); },
+      [this] { answer("PANEL.RAM1.LOOP", "1"); },
+      [this] { driver.control<QComboBox>("destination").setCurrentIndex(1); },
+      [this] {
+        DialogDriver::answerNext([](QDialog& /*asking*/, const DialogDriver& user) {
+          user.control<QComboBox>("destination").setCurrentIndex(3);
+          user.click("modify");
+        });
+        driver.control<QListView>("commands").setFocus();
+        driver.key(Qt::Key_Down);
+        driver.key(Qt::Key_Enter);
+      }};
+  for (const auto& change : changes) {
+    drawn.clear();
+    change();
+    EXPECT_FALSE(drawn.isEmpty()) << &change - changes;
+  }
+  driver.click("AUX1");
+  select({0, 3});
+  write("");
+  driver.click("insertStart");
+  EXPECT_TRUE(closed());
+  EXPECT_THAT(written(), ElementsAre("PANEL.RAM1.LOOP.SET/4 loop=1", "QMF2.AUX1.CUT/3"));
+}
+
 TEST_F(MultipleCommandsTest, ALostLineIsTold) {
   driver.click("AUX1");
   update("QMF1.AUX1.LEVEL");
@@ -362,6 +385,7 @@ TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
     std::vector<std::string> expected;
   };
   const Case cases[] = {{"insertStart", "insert selected at start", 9, {cut, gain, a, b}},
+                        {"insertStart", "insert selected at start", 1, {cut, gain, a, b}},
                         {"insertPosition", "insert selected at current selection", 9, {a, cut, gain, b}},
                         {"insertPosition", "insert selected at current selection", 1, {a, cut, gain, b}},
                         {"insertEnd", "insert selected at end", 9, {a, b, cut, gain}},
