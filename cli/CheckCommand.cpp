@@ -3,6 +3,7 @@
 
 #include "cli/Commands.h"
 #include "cli/FindingOutput.h"
+#include "cli/PrintJson.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "review/FolderCheck.h"
@@ -50,15 +51,13 @@ class Report {
                     ", notes: " + std::to_string(count(Severity::kNote)));
       return;
     }
-    session_.out() << Json{{"schema", kSchema},
-                           {"files", files_},
-                           {"errors", count(Severity::kError)},
-                           {"warnings", count(Severity::kWarning)},
-                           {"notes", count(Severity::kNote)},
-                           {"off", off.names()},
-                           {"checked", list_}}
-                          .dump(2)
-                   << '\n';
+    printJson(session_, {{"schema", kSchema},
+                         {"files", files_},
+                         {"errors", count(Severity::kError)},
+                         {"warnings", count(Severity::kWarning)},
+                         {"notes", count(Severity::kNote)},
+                         {"off", off.names()},
+                         {"checked", list_}});
   }
 
   [[nodiscard]] bool hasErrors() const { return counts_[static_cast<std::size_t>(Severity::kError)] > 0; }

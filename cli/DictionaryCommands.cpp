@@ -1,8 +1,8 @@
-#include <nlohmann/json.hpp>
 #include <numeric>
 #include <optional>
 
 #include "cli/Commands.h"
+#include "cli/PrintJson.h"
 #include "model/FunctionSearch.h"
 #include "platform/Text.h"
 
@@ -156,7 +156,7 @@ void printJson(CommandSession& session, const FunctionDictionary& dictionary,
     for (const std::string_view name : *names) report["names"].push_back(displayUtf8(name));
   }
   if (function) report["function"] = recordJson(*function);
-  session.out() << report.dump(2) << '\n';
+  printJson(session, report);
 }
 
 }  // namespace

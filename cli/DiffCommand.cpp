@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
 #include "cli/Commands.h"
+#include "cli/PrintJson.h"
 #include "model/MacroFile.h"
 #include "platform/Text.h"
 #include "review/MacroDiff.h"
@@ -123,7 +123,7 @@ class Report {
     for (const DiffRow& row : diff_.rows()) {
       if (row.differs()) report["rows"].push_back(rowJson(row));
     }
-    session_.out() << report.dump(2) << '\n';
+    tessaly::printJson(session_, report);
   }
 
  private:

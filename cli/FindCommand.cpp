@@ -1,6 +1,5 @@
-#include <nlohmann/json.hpp>
-
 #include "cli/Commands.h"
+#include "cli/PrintJson.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -35,7 +34,7 @@ class Finder {
   }
 
   void end() {
-    if (json_) session_.out() << Json{{"hits", hits_}, {"found", list_}}.dump(2) << '\n';
+    if (json_) printJson(session_, {{"hits", hits_}, {"found", list_}});
   }
   [[nodiscard]] std::size_t hits() const { return hits_; }
 

@@ -1,6 +1,5 @@
-#include <nlohmann/json.hpp>
-
 #include "cli/Commands.h"
+#include "cli/PrintJson.h"
 #include "platform/Files.h"
 #include "platform/LocalTime.h"
 #include "platform/Text.h"
@@ -25,7 +24,7 @@ int listHistory(CommandSession& session, bool json) {
     session.line(kept.id + '\t' + localTimeText(kept.when) + '\t' + change + '\t' + outputName(kept.name) +
                  '\t' + outputName(kept.placeText()));
   }
-  if (json) session.out() << rows.dump(2) << '\n';
+  if (json) printJson(session, rows);
   return whole ? kExitDone : session.failed("a part of the history " + whole.failure().text);
 }
 

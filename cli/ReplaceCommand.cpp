@@ -11,6 +11,7 @@
 #include "cli/Commands.h"
 #include "cli/FindingOutput.h"
 #include "cli/PanelShelves.h"
+#include "cli/PrintJson.h"
 #include "model/MacroFile.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -214,14 +215,12 @@ void printJson(CommandSession& session, const Replacing& replacing, const Retarg
     if (const std::string result = replacing.resultOf(macro); !result.empty())
       macros.back()["result"] = displayUtf8(result);
   }
-  session.out() << Json{{"schema", kSchema},
-                        {"rule", rule.text()},
-                        {"possible", replacing.possible()},
-                        {"impossible", replacing.impossible()},
-                        {"written", replacing.written()},
-                        {"macros", std::move(macros)}}
-                       .dump(2)
-                << '\n';
+  tessaly::printJson(session, {{"schema", kSchema},
+                               {"rule", rule.text()},
+                               {"possible", replacing.possible()},
+                               {"impossible", replacing.impossible()},
+                               {"written", replacing.written()},
+                               {"macros", std::move(macros)}});
 }
 
 // Nothing after telling why.

@@ -26,9 +26,7 @@ void ControlClient::heed(const ControlFaults& faults) {
   dead_ = faults.deadLine;
   if (!dead_) return;
   outgoing_.clear();
-  sent_ = 0;
   delayed_.clear();
-  delayedBytes_ = 0;
 }
 
 void ControlClient::greet(const ControlFaults& faults) {
@@ -127,13 +125,9 @@ void ControlClient::answer(const WireMessage& message, int error, std::string_vi
 }
 
 void ControlClient::queue(std::string line, const ControlFaults& faults) {
-  if (faults.neverAnswer || dead_ || ended_) return;
-  if (delayed_.empty() && faults.delay.count() <= 0) {
-    outgoing_ += line;
-  } else {
-    delayedBytes_ += line.size();
-    delayed_.push_back({Clock::now() + faults.delay, std::move(line)});
-  }
+  if (faults.neverAnswer || dead_) return;
+  delayedBytes_ += line.size();
+  delayed_.push_back({Clock::now() + faults.delay, std::move(line)});
   if (outgoing_.size() - sent_ + delayedBytes_ > kMostHeld) end("ended: does not read");
 }
 

@@ -94,7 +94,7 @@ void ControlService::serve() {
     for (std::size_t i = 0; i < clients_.size(); ++i) {
       if (watches[kFirstClient + i].readable) clients_[i]->receive(active_);
     }
-    if (watches[1].readable) acceptClients();
+    if (watches[1].readable) acceptClient();
     for (const auto& client : clients_) {
       client->send();
       client->endWhenDropIsDue(active_);
@@ -121,18 +121,16 @@ void ControlService::takeRequests() {
   }
 }
 
-void ControlService::acceptClients() {
-  listensAgain_ = Clock::now() + kNoRoomPause;
-  while (true) {
-    Socket socket = listener_.accept();
-    if (!socket.valid()) break;
-    listensAgain_.reset();
-    if (clients_.size() >= kMostClients) continue;
-    clients_.push_back(std::make_unique<ControlClient>(std::move(socket), ++accepted_, panel_, log_));
-    clients_.back()->heed(active_);
-    clients_.back()->greet(active_);
+void ControlService::acceptClient() {
+  Socket socket = listener_.accept();
+  if (!socket.valid()) {
+    listensAgain_ = Clock::now() + kNoRoomPause;
+    return;
   }
-  connections_ = clients_.size();
+  if (clients_.size() >= kMostClients) return;
+  clients_.push_back(std::make_unique<ControlClient>(std::move(socket), ++accepted_, panel_, log_));
+  clients_.back()->heed(active_);
+  clients_.back()->greet(active_);
 }
 
 void ControlService::closeEnded() {

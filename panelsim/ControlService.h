@@ -48,7 +48,7 @@ class ControlService {
   void request(Publication publication);
   void serve();
   void takeRequests();
-  void acceptClients();
+  void acceptClient();
   void closeEnded();
 
   ControlledPanel& panel_;

@@ -44,7 +44,6 @@ bool FtpService::start(const std::string& address, std::uint16_t port, const std
     return false;
   }
   port_ = static_cast<std::uint16_t>(parseInt(line.substr(kReady.size())));
-  ended_ = false;
   reader_ = std::thread([this] { readEvents(); });
   if (setFaults(faults)) return true;
   reason = "the FTP server does not answer";
@@ -68,11 +67,6 @@ void FtpService::readEvents() {
     }
     changed_.notify_all();
   }
-  {
-    const std::scoped_lock guard(mutex_);
-    ended_ = true;
-  }
-  changed_.notify_all();
 }
 
 bool FtpService::setFaults(const FtpFaults& faults) {
@@ -88,10 +82,7 @@ bool FtpService::setFaults(const FtpFaults& faults) {
 bool FtpService::command(const std::string& line) {
   std::unique_lock guard(mutex_);
   const std::size_t before = answers_;
-  guard.unlock();
-  if (!child_.running() || !child_.writeLine(line)) return false;
-  guard.lock();
-  return changed_.wait_for(guard, kAnswerTime, [&] { return answers_ != before || ended_; }) && !ended_;
+  return child_.writeLine(line) && changed_.wait_for(guard, kAnswerTime, [&] { return answers_ != before; });
 }
 
 }  // namespace tessaly

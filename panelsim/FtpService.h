@@ -58,7 +58,6 @@ class FtpService {
   std::mutex mutex_;  // guards what follows
   std::condition_variable changed_;
   std::size_t answers_ = 0;  // commands that the child has answered
-  bool ended_ = true;        // the child answers no more
 };
 
 }  // namespace tessaly

@@ -9,9 +9,10 @@ namespace tessaly {
 std::string PanelSimulator::runningName(int workplace) { return format("PANEL.MACRO%d.RUNNING", workplace); }
 
 Outcome PanelSimulator::run(int workplace, int number) {
-  std::unique_lock guard(mutex_);
-  auto macro = tree_.read(workplace, number);
-  guard.unlock();
+  auto macro = [&] {
+    const std::scoped_lock guard(mutex_);
+    return tree_.read(workplace, number);
+  }();
   if (!macro) return macro.failure();
   runs_.start(workplace, number, *std::move(macro));
   return {};

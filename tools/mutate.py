@@ -141,10 +141,11 @@ def changed_lines(revision):
 
 @functools.lru_cache(maxsize=None)
 def including(header):
-    """Files that include a header, tests among them."""
+    """Files that include a header, tests among them, be it by way of a campaign's header."""
     line = f'#include "{header}"'
-    files = [file for folder in [*PLAIN, "tests"] for file in (ROOT / folder).rglob("*.[ch]*")]
-    return [str(file.relative_to(ROOT)) for file in files if line in file.read_text(encoding="utf-8")]
+    files = [file for folder in [*PLAIN, "fuzz", "tests"] for file in (ROOT / folder).rglob("*.[ch]*")]
+    found = [str(file.relative_to(ROOT)) for file in files if line in file.read_text(encoding="utf-8")]
+    return found + [user for file in found if file.startswith("fuzz/") for user in including(file)]
 
 
 @functools.lru_cache(maxsize=None)

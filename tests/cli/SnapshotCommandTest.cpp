@@ -55,6 +55,7 @@ TEST_F(SnapshotCommands, NothingIsRestoredOnTrust) {
   const Ran flipped = run({"restore", kFile, "2", "7"});
   EXPECT_EQ(flipped.code, 3) << "what the panel holds is unknown";
   EXPECT_THAT(flipped.out, testing::Not(HasSubstr("restored")));
+  EXPECT_EQ(flipped.errors, "not every macro was restored\n");
   ASSERT_TRUE(panel.setFaults({}));
   put(2, "007", macro("Other"));
 

@@ -45,7 +45,7 @@ class PanelTest : public testing::Test {
   void start(PanelOptions chosen) {
     panel = std::make_unique<PanelSimulator>(std::move(chosen), [this](const std::string& line) {
       const std::scoped_lock guard(mutex_);
-      log_.push_back(line);
+      log_ += line + '\n';
     });
     std::string reason;
     ASSERT_TRUE(panel->start(reason)) << reason;
@@ -60,12 +60,14 @@ class PanelTest : public testing::Test {
   std::string hostPathOfTree(int workplace, const std::string& file) const {
     return tree.root.path().string() + folder(workplace) + file;
   }
-  bool logged(const std::string& line, std::ptrdiff_t times) {
+  // How often; `lines` stand one below the other.
+  std::ptrdiff_t logged(const std::string& lines) {
     const std::scoped_lock guard(mutex_);
-    return std::count(log_.begin(), log_.end(), line) >= times;
+    std::ptrdiff_t times = 0;
+    for (std::size_t at = log_.find('\n' + lines + '\n'); at != log_.npos; ++times)
+      at = log_.find('\n' + lines + '\n', at + 1);
+    return times;
   }
-  // By the panel's own path.
-  std::string hostPath(const std::string& path) { return panel->root() + path; }
   static bool soon(const std::function<bool()>& holds) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!holds()) {
@@ -81,7 +83,7 @@ class PanelTest : public testing::Test {
 
  private:
   std::mutex mutex_;
-  std::vector<std::string> log_;
+  std::string log_ = "\n";
 
  protected:
   std::unique_ptr<PanelSimulator> panel;  // ends before what it logs to
