@@ -31,9 +31,9 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: tessaly-window-acts [--ftp-port P] ROOT ACT...\n"
-    "ACT is open=NUMBER, row=NUMBER, edit, new=VALUE, modify=VALUE, choose=ENTRY, save, saveAs=NUMBER,\n"
-    "create=NUMBER, copy=NUMBER, rename=NAME, delete, replace=RULE, undo or close, in pane A or in that of\n"
-    "the last pane=LETTER; or controlPanel=NAME or panel=ADDRESS in pane B\n";
+    "ACT is open=NUMBER, row=NUMBER, edit, new=VALUE, newAtStart=VALUE, newAtRow=VALUE, modify=VALUE,\n"
+    "choose=ENTRY, save, saveAs=NUMBER, create=NUMBER, copy=NUMBER, rename=NAME, delete, replace=RULE, undo\n"
+    "or close, in pane A or in that of the last pane=LETTER; or controlPanel=NAME or panel=ADDRESS in pane B\n";
 
 class Hand {
  public:
@@ -77,8 +77,8 @@ class Hand {
     answerWith(fields);
     driver_.press(button);
   }
-  void insert(const QString& value) {
-    dialogs_.answer = [value](QDialog& dialog) {
+  void insert(const QString& value, const char* place) {
+    dialogs_.answer = [value, place](QDialog& dialog) {
       const DialogDriver user(dialog);
       user.type("search1", "ME2");
       user.choose("results1", "ME2");
@@ -86,7 +86,7 @@ class Hand {
       user.choose("results2", "CLIP");
       user.choose("found", "ME 2 Key 1 Clip Set");
       user.type("value", value.toUtf8().constData());
-      user.click("insertEnd");
+      user.click(place);
     };
     driver_.press(at_->newCorvane);
   }
@@ -170,7 +170,9 @@ class Hand {
          driver_.clickRow(at_->commands, 0);
          driver_.press(at_->deleteCommand);
        }},
-      {"new", [this](const QString& value) { insert(value); }},
+      {"new", [this](const QString& value) { insert(value, "insertEnd"); }},
+      {"newAtStart", [this](const QString& value) { insert(value, "insertStart"); }},
+      {"newAtRow", [this](const QString& value) { insert(value, "insertSelected"); }},
       {"modify", [this](const QString& value) { modify(value); }},
       {"choose", [this](const QString& entry) { choose(entry); }},
       {"save", [this](const QString&) { save(); }},

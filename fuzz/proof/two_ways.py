@@ -23,6 +23,8 @@ DIFFERENT = [["set", ONE, str(command), f"0.{command + 1}"] for command in range
 ON_DISK = [
     ("remove", ["row=1", "choose=deleteCommand", "save"], [["remove", ONE, "1"]]),
     ("insert", ["new=25", "save"], [["insert", ONE, FUNCTION, "VALUE=0.250000"]]),
+    ("insert at the start", ["newAtStart=25", "save"], [["insert", ONE, FUNCTION, "VALUE=0.250000", "--at", "start"]]),
+    ("insert before", ["row=2", "newAtRow=25", "save"], [["insert", ONE, FUNCTION, "VALUE=0.250000", "--at", "2"]]),
     ("modify", ["row=1", "modify=25", "save"], [["set", ONE, "1", "0.250000"]]),
     ("move down", ["row=0", "choose=moveDown", "save"], [["move", ONE, "0", "--to", "2"]]),
     ("move up", ["row=2", "choose=moveUp", "save"], [["move", ONE, "2", "--to", "1"]]),
