@@ -33,7 +33,8 @@ constexpr const char* kUsage =
     "usage: tessaly-window-acts [--ftp-port P] ROOT ACT...\n"
     "ACT is open=NUMBER, row=NUMBER, edit, new=VALUE, newAtStart=VALUE, newAtRow=VALUE, modify=VALUE,\n"
     "choose=ENTRY, save, saveAs=NUMBER, create=NUMBER, copy=NUMBER, rename=NAME, delete, replace=RULE, undo\n"
-    "or close, in pane A or in that of the last pane=LETTER; or controlPanel=NAME or panel=ADDRESS in pane B\n";
+    "or close, in pane A or in that of the last pane=LETTER;\n"
+    "or controlPanel=NAME or panel=ADDRESS, in pane B\n";
 
 class Hand {
  public:
