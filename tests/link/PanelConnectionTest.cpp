@@ -23,6 +23,7 @@ TEST(PanelAddress, IsReadLeniently) {
       {"256.0.0.1", false},   {"-1.0.0.1", false},         {" +9.0.0.1", true},   {"10.256.0.1", false},
       {"10.0..1", false},     {"10.0..11.1", true},        {"", false},           {"...", false},
       {"1.2.3.4:5000", true}, {"9999999999.0.0.1", false}, {"10.0.0.1255", true}, {"10.0.0.1-1", false},
+      {"1..2.3", true},
   };
   for (const auto& [text, accepted] : cases) EXPECT_EQ(addressAccepted(text), accepted) << text;
 }
