@@ -55,7 +55,7 @@ void CreateMacroDialog::checkNumber() {
 // passed on the way to another number does not stay; the user's own one comes back.
 void CreateMacroDialog::proposeName(const std::string& existing) {
   const QString name = existing.empty() ? ownName_ : editable(existing);
-  if (ui_->name->text() != name) putText(*ui_->name, name);
+  putText(*ui_->name, name);
   if (!existing.empty()) ui_->name->selectAll();
 }
 

@@ -315,8 +315,7 @@ void MacroPane::showConnection(const PaneConnectionDisplay& display) {
   sourceText_ = shown(display.sourceLabel);
   showSourceLabel();
   ui_->addressLabel->setText(shown(display.editLabel));
-  const QString text = editable(display.editText);
-  if (ui_->address->text() != text) putText(*ui_->address, text);
+  putText(*ui_->address, editable(display.editText));
   ui_->address->setEnabled(display.editEnabled);
   ui_->connectButton->setText(shown(display.buttonText));
   connectShown_ = display.buttonVisible;

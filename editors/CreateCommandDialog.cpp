@@ -205,8 +205,7 @@ void CreateCommandDialog::showChoice() {
   for (std::size_t i = 0; i < searches_.size(); ++i) {
     searches_[i].list->setPlaceholder(chooser_.searchText(i).empty() ? tr("type above")
                                                                      : tr("nothing found"));
-    const QString text = QString::fromStdString(chooser_.searchText(i));
-    if (searches_[i].text->text() != text) putText(*searches_[i].text, text);
+    putText(*searches_[i].text, QString::fromStdString(chooser_.searchText(i)));
     showList(*searches_[i].list, chooser_.search(i));
   }
   showFound();

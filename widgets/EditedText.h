@@ -9,9 +9,11 @@ namespace tessaly {
 // Rather than `textEdited` and `isModified`, which know the keyboard only: a screen reader's hands put a text
 // in whole. GUI thread.
 
-// Fills a field; that is no edit.
 inline constexpr const char* kBeingPut = "beingPut";  // property
+
+// Fills a field, which is no edit. Where it has that text already, the caret stays.
 inline void putText(QLineEdit& field, const QString& text) {
+  if (field.text() == text) return;
   field.setProperty(kBeingPut, true);
   field.setText(text);
   field.setProperty(kBeingPut, false);

@@ -80,14 +80,7 @@ class Hand {
   }
   void insert(const QString& value, const char* place) {
     dialogs_.answer = [value, place](QDialog& dialog) {
-      const DialogDriver user(dialog);
-      user.type("search1", "ME2");
-      user.choose("results1", "ME2");
-      user.type("search2", "CLIP");
-      user.choose("results2", "CLIP");
-      user.choose("found", "ME 2 Key 1 Clip Set");
-      user.type("value", value.toUtf8().constData());
-      user.click(place);
+      makeClipCommand(dialog, value.toUtf8().constData(), place);
     };
     driver_.press(at_->newCorvane);
   }

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "tests/editors/DialogDriver.h"
+
 namespace tessaly {
 namespace {
 
@@ -64,6 +66,17 @@ void DialogAnswers::look() {
     dialog->reject();
   }
   std::erase(answering_, dialog);
+}
+
+void makeClipCommand(QDialog& dialog, const char* value, const char* button) {
+  const DialogDriver user(dialog);
+  user.type("search1", "ME2");
+  user.choose("results1", "ME2");
+  user.type("search2", "CLIP");
+  user.choose("results2", "CLIP");
+  user.choose("found", "ME 2 Key 1 Clip Set");
+  user.type("value", value);
+  user.click(button);
 }
 
 void DialogAnswers::answerOne(QDialog& dialog) {

@@ -42,4 +42,7 @@ class DialogAnswers : public QObject {
   std::string problem_;
 };
 
+// Makes "ME 2 Key 1 Clip Set" with that value in "Create new command", and presses one of its buttons.
+void makeClipCommand(QDialog& dialog, const char* value, const char* button);
+
 }  // namespace tessaly

@@ -249,14 +249,7 @@ std::string SoakUser::newCommand() {
   const int row = here().command;
   const int place = number(row >= 0 ? 3 : 2);
   desk_.press(ids().newCorvane, [&](QDialog& dialog) {
-    const DialogDriver user(dialog);
-    user.type("search1", "ME2");
-    user.choose("results1", "ME2");
-    user.type("search2", "CLIP");
-    user.choose("results2", "CLIP");
-    user.choose("found", "ME 2 Key 1 Clip Set");
-    user.type("value", "10");
-    user.click(place == 0 ? "insertStart" : place == 1 ? "insertEnd" : "insertSelected");
+    makeClipCommand(dialog, "10", place == 0 ? "insertStart" : place == 1 ? "insertEnd" : "insertSelected");
   });
   std::vector<SeenCommand> commands = here().commands;
   const auto at = commands.begin() + (place == 0 ? 0 : place == 1 ? static_cast<int>(commands.size()) : row);
