@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <deque>
+#include <filesystem>
 #include <optional>
 #include <utility>
 #include <variant>
@@ -255,6 +256,16 @@ bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSour
     std::visit([&dictionary](auto& read) { dictionary.add(std::move(read)); }, entry);
   }
   return true;
+}
+
+std::uintmax_t interfaceBytes(const SiteRoot& root) {
+  std::uintmax_t bytes = 0;
+  for (const std::string_view path : {kOlderFamilyInterface, kPanelInterface}) {
+    std::error_code missing;
+    const std::uintmax_t size = std::filesystem::file_size(root.resolve(path), missing);
+    if (!missing) bytes += size;
+  }
+  return bytes;
 }
 
 void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,9 @@ namespace tessaly {
 inline constexpr std::string_view kOlderFamilyInterface =
     "c:\\programme\\RV48\\bin\\MacroFid\\TarrowMFDIfc.xml";
 inline constexpr std::string_view kPanelInterface = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
+
+// Of both files; 0 for one that cannot be looked at.
+[[nodiscard]] std::uintmax_t interfaceBytes(const SiteRoot& root);
 
 // Reports a problem; called on the reading thread and must not wait for another thread.
 using ReportProblem = std::function<void(const std::string& text)>;

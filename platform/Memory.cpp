@@ -1,6 +1,6 @@
 #include "platform/Memory.h"
 
-#include <cstdlib>
+#include <cstdlib>  // whose C library it is
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -8,17 +8,25 @@
 
 namespace tessaly {
 
-void setUpMemory() {
 #ifdef __GLIBC__
-  mallopt(M_ARENA_MAX, 1);
-  mallopt(M_MXFAST, 0);
-#endif
+
+void setUpMemory() { mallopt(M_MXFAST, 0); }
+
+void takeMemoryInLargeSteps() {
+  constexpr int kStep = 64 * 1024 * 1024;  // bytes, the most that the heap of a thread has in one piece
+  mallopt(M_TOP_PAD, kStep);
 }
 
-void releaseFreedMemory() {
-#ifdef __GLIBC__
-  malloc_trim(0);
+void releaseFreedMemory() { malloc_trim(0); }
+
+#else
+
+void setUpMemory() {}
+
+void takeMemoryInLargeSteps() {}
+
+void releaseFreedMemory() {}
+
 #endif
-}
 
 }  // namespace tessaly
