@@ -18,6 +18,7 @@
 #include "app/WindowPlaces.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
+#include "widgets/FontsAhead.h"
 #include "widgets/QuietToolkit.h"
 
 // Asked by the leak check of a sanitizer build, which knows the function by this name. The message bus of the
@@ -88,6 +89,7 @@ int main(int argc, char** argv) {
   }
   tessaly::setUpMemory();
   tessaly::quietToolkit();
+  tessaly::findFontsAhead();
   QApplication toolkit(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tessaly"));
   QApplication::setApplicationVersion(QString::fromStdString(std::string(tessaly::programVersion())));

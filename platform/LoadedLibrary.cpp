@@ -15,6 +15,8 @@ const char* nameOf(Library library) {
       return "libhpdf-2.3.0.so";
     case Library::kCrypto:
       return "libcrypto.so.3";
+    case Library::kFonts:
+      return "libfontconfig.so.1";
   }
   return "";
 }

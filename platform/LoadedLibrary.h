@@ -4,7 +4,7 @@
 
 namespace tessaly {
 
-enum class Library { kCurl, kZip, kHaru, kCrypto };
+enum class Library { kCurl, kZip, kHaru, kCrypto, kFonts };
 
 // A library that is loaded when it is first needed, by the name of its stable interface, and never unloaded.
 class LoadedLibrary {

@@ -14,6 +14,8 @@ const wchar_t* nameOf(Library library) {
       return L"libhpdf.dll";
     case Library::kCrypto:
       return L"";  // the system's own sums are used
+    case Library::kFonts:
+      return L"";  // the toolkit has its own way
   }
   return L"";
 }

@@ -1,0 +1,33 @@
+#include "widgets/FontsAhead.h"
+
+#include <future>
+
+#include "platform/LoadedLibrary.h"
+
+namespace tessaly {
+
+namespace {
+
+std::future<void>& search() {
+  static std::future<void> running;
+  return running;
+}
+
+}  // namespace
+
+void findFontsAhead() {
+  try {
+    search() = std::async(std::launch::async, [] {
+      int (*findFonts)() = nullptr;
+      if (LoadedLibrary(Library::kFonts).find("FcInit", findFonts)) findFonts();
+    });
+  } catch (const std::system_error&) {
+    // No thread to be had: whoever asks first finds them.
+  }
+}
+
+void awaitFonts() {
+  if (search().valid()) search().get();
+}
+
+}  // namespace tessaly

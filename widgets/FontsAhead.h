@@ -1,0 +1,12 @@
+#pragma once
+
+namespace tessaly {
+
+// Has the fonts of the system found on a thread of its own, which takes as long as the start of the toolkit:
+// to be called before that. Who needs them early finds them by itself. Nothing on a system whose toolkit does
+// not ask fontconfig.
+void findFontsAhead();
+// Before the first text is laid out: the search has ended.
+void awaitFonts();
+
+}  // namespace tessaly
