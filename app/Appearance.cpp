@@ -93,6 +93,15 @@ void followFont() {
   setFont();
 }
 
+// Nobody waits for its eight pictures: once there is nothing else to do.
+void showProgramIcon() {
+  QIcon icon;
+  for (const QFileInfo& picture :
+       QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
+    icon.addFile(picture.filePath());
+  QApplication::setWindowIcon(icon);
+}
+
 // Some desktops tell the windows, some the program, and some nobody until one comes back from its settings.
 class DesktopWatch : public QObject {
  public:
@@ -185,18 +194,14 @@ void keepTextSize(Preferences& preferences) {
 }
 
 void dressToolkit() {
-  initResources();
-  std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
-  QIcon icon;
-  for (const QFileInfo& picture :
-       QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
-    icon.addFile(picture.filePath());
-  QApplication::setWindowIcon(icon);
-  KeyboardWay::open();
   static QPointer<DesktopWatch> watch;
   if (watch != nullptr) return;
   watch = new DesktopWatch(qApp);
   qApp->installEventFilter(watch);
+  initResources();
+  std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
+  KeyboardWay::open();
+  QTimer::singleShot(0, qApp, showProgramIcon);
 }
 
 }  // namespace tessaly

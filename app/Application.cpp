@@ -19,12 +19,14 @@
 #include "platform/Installation.h"
 #include "platform/Memory.h"
 #include "platform/SitePlace.h"
+#include "widgets/FontsAhead.h"
 #include "widgets/PostTo.h"
 
 namespace tessaly {
 
 namespace {
 
+constexpr std::uintmax_t kManyBytes = 2'000'000;
 constexpr std::string_view kDataFolder = "c:\\Programme\\RV48\\bin\\MacroFid\\";
 
 // The loader thread may outlive the window, so the dictionary is never freed. It stays within reach, as
@@ -142,6 +144,7 @@ void Application::start() {
                                                options_.demo);
   panelMacros_->keepIn(history_);
   panelMacros_->takeForMany(ftpTransfers(options_.ftpPort, FtpClient::Connections::kKept));
+  awaitFonts();
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,
                                                        decodingLists_,
@@ -174,6 +177,7 @@ void Application::start() {
 // file at every start.
 void Application::startLoader(bool reports) {
   std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports] {
+    if (interfaceBytes(root) >= kManyBytes) takeMemoryInLargeSteps();
     loadFunctionDictionary(root, dictionary, [&link, reports](const std::string& text) {
       const std::lock_guard guard(link->mutex);
       if (reports && link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);

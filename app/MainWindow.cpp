@@ -98,7 +98,6 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   editing_->setWhereUsed([this](QMenu& menu, const MacroCommand& command, QDialog& dialog) {
     desk_->addWhereUsed(menu, command, dialog);
   });
-  addActs(rooms);
   connectPanel();
   for (const Pane pane : kPanes) {
     connectPane(pane);
@@ -114,6 +113,7 @@ MainWindow::MainWindow(const WindowContext& context, QWidget* parent)
   connectStrip();
   connect(&connectionWatch_, &QTimer::timeout, this, &MainWindow::watchConnection);
   connectionWatch_.start(kConnectionWatchMilliseconds);
+  addActs(rooms);  // until now the controls, which change with each list, are left as they are
   updateControls();
 }
 

@@ -1,6 +1,7 @@
 #include "widgets/ButtonIcon.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -17,23 +18,24 @@ namespace tessaly {
 
 namespace {
 
-// All pictures in a row, from small to large.
-const std::vector<QImage>& sheets() {
-  static const std::vector<QImage> read = [] {
+constexpr std::array kSides{16, 24, 32, 48};  // pixels
+
+// All pictures in a row, of the least size that is large enough, if there is one.
+const QImage& sheetFor(double wanted) {
+  static std::array<QImage, kSides.size()> read;
+  const auto fits = [wanted](int side) { return side >= wanted; };
+  const auto found = std::min(std::ranges::find_if(kSides, fits), kSides.end() - 1);
+  QImage& sheet = read[static_cast<std::size_t>(found - kSides.begin())];
+  if (sheet.isNull()) {
     initButtons();
-    std::vector<QImage> found;
-    for (const char* size : {"16", "24", "32", "48"})
-      found.emplace_back(QStringLiteral(":/icons/buttons-%1.png").arg(QLatin1String(size)));
-    return found;
-  }();
-  return read;
+    sheet = QImage(QStringLiteral(":/icons/buttons-%1.png").arg(*found));
+  }
+  return sheet;
 }
 
 void draw(ButtonIcon icon, QPainter& painter, const QRectF& room, const QColor& ink) {
   const double wanted = room.height() * painter.device()->devicePixelRatioF();
-  const auto fits = [&](const QImage& sheet) { return sheet.height() >= wanted; };
-  const auto found = std::ranges::find_if(sheets(), fits);
-  const QImage& sheet = found != sheets().end() ? *found : sheets().back();
+  const QImage& sheet = sheetFor(wanted);
   const int side = sheet.height();
   QImage picture = sheet.copy(static_cast<int>(icon) * side, 0, side, side)
                        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
