@@ -5,7 +5,6 @@
 
 #include "bench/Counting.h"
 #include "bench/TableReporter.h"
-#include "bench/window/Children.h"
 #include "platform/Memory.h"
 
 // tessaly-bench --counted | --count measured|limit NAME
@@ -13,7 +12,7 @@
 int main(int argc, char** argv) {
   tessaly::setUpMemory();  // as the programs do
   int result = 0;
-  if (tessaly::bench::runAsChild(argc, argv, result) || tessaly::bench::runCounted(argc, argv, result))
+  if (tessaly::bench::runCounted(argc, argv, result))
     return result;
   std::vector<char*> arguments;
   for (int i = 0; i < argc; ++i) {

@@ -9,7 +9,7 @@
 #include <QPaintEvent>
 #include <QTimer>
 
-#include "bench/window/Ready.h"
+#include "bench/start/Ready.h"
 
 namespace {
 

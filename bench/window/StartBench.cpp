@@ -2,16 +2,19 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "bench/Table.h"
-#include "bench/window/Children.h"
 #include "bench/window/WindowSite.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
 
 namespace tessaly::bench {
 namespace {
+
+constexpr const char* kRest = "--rest";
+constexpr const char* kFiles = "--files";
 
 // What a program told of when it was ready.
 struct Started {
@@ -32,14 +35,19 @@ Started untilReady(const std::string& command) {
   return told;
 }
 
-std::string startOf(const char* mode, const SiteRoot& root) {
-  return "exec " + programFolder() + "/tessaly-bench " + mode + " '" + root.path().string() + "'";
+std::string program(const char* name) {
+  static const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  return "QT_QPA_PLATFORM=offscreen exec " + (folder / name).string();
 }
 
 Started startDialog(const std::string& widgets = {}) {
-  return untilReady("QT_QPA_PLATFORM=offscreen exec " + programFolder() + "/tessaly-bench-dialog" + widgets);
+  return untilReady(program("tessaly-bench-dialog") + widgets);
 }
-Started startWindow(const SiteRoot& root) { return untilReady(startOf(kStartWindow, root)); }
+
+// With an option: those of that program.
+Started startWindow(const SiteRoot& root, const char* option = "") {
+  return untilReady(program("tessaly-bench-start ") + option + " '" + root.path().string() + "'");
+}
 
 // A dialog with as many labels as the main window has widgets, as many of them shown.
 Started startLabels() {
@@ -47,16 +55,9 @@ Started startLabels() {
   return startDialog(format(" %d %d", window.shown, window.hidden));
 }
 
-double interfaceFiles(const SiteRoot& root) {
-  const auto size = [&root](std::string_view path) {
-    return static_cast<double>(std::filesystem::file_size(root.resolve(path)));
-  };
-  return size(kOlderFamilyInterface) + size(kPanelInterface);
-}
-
 Figures idleMemory(const SiteRoot& root) {
-  const long beyond = untilReady(startOf(kIdleWindow, root)).bytes - startDialog().bytes;
-  return {static_cast<double>(beyond), interfaceFiles(root)};
+  const long beyond = startWindow(root, kRest).bytes - startDialog().bytes;
+  return {static_cast<double>(beyond), static_cast<double>(interfaceBytes(root))};
 }
 
 // The names are what a person can look for, whatever the files' way to write them down.
@@ -67,8 +68,8 @@ Figures idleMemoryBeyondLabels() {
   double names = 0;
   for (std::size_t i = 0; i < dictionary.functionCount(); ++i)
     names += static_cast<double>(dictionary.function(i).name().size());
-  const long beyond = untilReady(startOf(kIdleWindow, root)).bytes - startLabels().bytes;
-  return {static_cast<double>(beyond), names + interfaceFiles(root)};
+  const long beyond = startWindow(root, kRest).bytes - startLabels().bytes;
+  return {static_cast<double>(beyond), names + static_cast<double>(interfaceBytes(root))};
 }
 
 const bool kRegistered[] = {
@@ -84,7 +85,7 @@ const bool kRegistered[] = {
              .prepare = [] { startLabels(); }}),
     addPair({.name = "start on 20 MB, 400,000 functions, beside LoadFile of both files",
              .measured = [] { startWindow(largeInterfaceSite()); },
-             .limit = [] { untilReady(startOf(kLoadFiles, largeInterfaceSite())); },
+             .limit = [] { startWindow(largeInterfaceSite(), kFiles); },
              .goal = 1.2,
              .prepare = [] { static_cast<void>(largeInterfaceSite()); }}),
     addFigure({.name = "idle memory beyond a dialog, sample site, beside its interface files",
