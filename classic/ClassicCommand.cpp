@@ -22,8 +22,8 @@ std::uint8_t nibble(char digit) {
   return 0;
 }
 
-// The bytes of a text; none when it is malformed or fills the buffer of half its length.
-std::vector<std::uint8_t> bytesOfText(std::string_view text) {
+// The bytes that a text spells; none when it is malformed or fills the buffer of half its length.
+std::vector<std::uint8_t> spelledBytes(std::string_view text) {
   const std::size_t capacity = text.size() / 2;
   std::vector<std::uint8_t> bytes;
   bytes.reserve(capacity);
@@ -84,7 +84,7 @@ bool ClassicCommand::decode(std::span<const std::uint8_t> bytes) {
   return true;
 }
 
-bool ClassicCommand::decodeText(std::string_view text) { return decode(bytesOfText(text)); }
+bool ClassicCommand::decodeText(std::string_view text) { return decode(spelledBytes(text)); }
 
 void ClassicCommand::clear() { *this = ClassicCommand(); }
 

@@ -50,10 +50,6 @@ bool split(std::string_view path, std::vector<std::string>& components) {
   return true;
 }
 
-bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // The characters of a name, in whatever encoding it was written to the disk, each in the same case.
 std::wstring withoutCase(std::string_view name) {
   static const locale_t characters = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
