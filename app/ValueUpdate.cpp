@@ -17,7 +17,8 @@ namespace {
 
 constexpr int kQuietMilliseconds = 500;
 constexpr int kPatienceMilliseconds = 300;
-constexpr int kAheadMilliseconds = 20;
+constexpr int kAheadMilliseconds = 20;     // until a file that is being written is looked at again
+constexpr int kPrepareMilliseconds = 100;  // without a value
 constexpr const char* kNotConnected =
     "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
 constexpr const char* kBusy = "Update is busy... ";
@@ -39,23 +40,20 @@ ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& di
       connection_(connection),
       messages_(messages),
       gate_(gate),
-      questions_(client, postTo(this), [this](const std::vector<PanelAnswer>& answers) {
-        for (const PanelAnswer& answer : answers) handle(answer);
-      }) {
+      questions_(client, postTo(this), [this](const std::vector<PanelAnswer>& answers) { handle(answers); }) {
   for (QTimer* timer : {&quiet_, &patience_, &ahead_}) {
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
   }
   quiet_.setInterval(kQuietMilliseconds);
   patience_.setInterval(kPatienceMilliseconds);
-  ahead_.setInterval(kAheadMilliseconds);
   connect(&quiet_, &QTimer::timeout, this, [this] {
     gate_.whenFree("end of the value update", [this] {
       if (!quiet_.isActive()) finish();  // values that came behind the box have begun the wait anew
     });
   });
   connect(&patience_, &QTimer::timeout, this, &ValueUpdate::showWaiting);
-  connect(&ahead_, &QTimer::timeout, this, &ValueUpdate::writeAhead);
+  connect(&ahead_, &QTimer::timeout, this, &ValueUpdate::workAhead);
   // Queued, so that the last word is not that of whoever has changed the macro.
   for (const PaneAccess& pane : panes_)
     connect(&pane.state->copy, &WorkingCopy::changed, this, &ValueUpdate::look, Qt::QueuedConnection);
@@ -162,38 +160,53 @@ void ValueUpdate::showWaiting() {
     emit waiting({});
 }
 
-void ValueUpdate::handle(const PanelAnswer& answer) {
+void ValueUpdate::handle(const std::vector<PanelAnswer>& answers) {
   if (marker_ == kIdle) return;
   if (const QString why = obstacle(); !why.isEmpty()) {
     drop(why);
     return;
   }
+  const int before = updated_;
+  for (const PanelAnswer& answer : answers) take(answer);
+  showWaiting();
+  if (updated_ == before) return;
+  room().state->view.showProgress(QString::fromStdString(format(kProgress, updated_, toUpdate_)));
+  quiet_.start();
+  if (pane_ == Pane::kA)
+    ahead_.start(kPrepareMilliseconds);
+  else if (!ahead_.isActive())
+    ahead_.start(0);
+}
+
+void ValueUpdate::take(const PanelAnswer& answer) {
   const std::string fid = fidOfValue(answer.name, dictionary_);
   if (fid.empty()) return;
-  showWaiting();
   const auto commands = commandsByFid_.find(fid);
   if (commands == commandsByFid_.end()) return;
   for (const std::size_t command : commands->second) {
-    take(command, answer.value);
+    const int number = static_cast<int>(command);
+    const std::optional<Macro>& macro = copy().macro();
+    if (macro && macro->takerOfValue(number) >= 0) {
+      values_.values.emplace_back(number, answer.value);
+      if (command < marks_.size()) marks_[command] = true;
+      ++updated_;
+    }
     if (one()) break;
   }
 }
 
-void ValueUpdate::take(std::size_t command, const std::string& text) {
-  const int number = static_cast<int>(command);
-  const std::optional<Macro>& macro = copy().macro();
-  if (!macro || macro->takerOfValue(number) < 0) return;
-  values_.values.emplace_back(number, text);
-  if (command < marks_.size()) marks_[command] = true;
-  ++updated_;
-  room().state->view.showProgress(QString::fromStdString(format(kProgress, updated_, toUpdate_)));
-  quiet_.start();
-  if (pane_ == Pane::kB && !ahead_.isActive()) ahead_.start(0);
-}
-
-// Pane B's values go straight into the file, which the end of the update then replaces: users know it so.
-void ValueUpdate::writeAhead() {
-  if (busy() && copy().revision() == heldRevision_ && !copy().writeAhead(values_)) ahead_.start();
+// Pane A's macro is made in the quiet time. Pane B's values go straight into the file, which the end of the
+// update then replaces: users know it so.
+void ValueUpdate::workAhead() {
+  if (!busy() || copy().revision() != heldRevision_) return;
+  if (pane_ == Pane::kB) {
+    if (!copy().writeAhead(values_)) ahead_.start(kAheadMilliseconds);
+  } else if (const std::optional<Macro>& macro = copy().macro()) {
+    // Where no thread is to be had, at the end of the update.
+    prepared_ = {values_.values.size(),
+                 std::async(std::launch::async | std::launch::deferred,
+                            [macro = *macro, values = values_] { return apply(macro, values); })};
+  }
 }
 
 // What keeps the values from their commands. A pane that leaves the panel loses its macro, too.
@@ -256,12 +269,22 @@ void ValueUpdate::finish() {
     finishPaneB();
   copy().dropMarks();
   endBusy();
-  dropQuestions();
+  values_ = {};
+  // What came is shown first.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (!busy()) dropQuestions();
+      },
+      Qt::QueuedConnection);
 }
 
 void ValueUpdate::finishPaneA() {
   const std::shared_ptr<const MacroCommands> before = copy().sharedCommands();
-  const Outcome done = copy().apply(values_, {updateStepName(updated_)}, marks_);
+  const Macro shown = *copy().macro();
+  const bool made = prepared_.changed.valid() && prepared_.values == values_.values.size();
+  const Outcome done = copy().apply(shown, made ? prepared_.changed.get() : apply(shown, values_),
+                                    {updateStepName(updated_)}, marks_);
   if (!done) {
     tellNotDone(done.failure());
     return;
@@ -300,6 +323,7 @@ void ValueUpdate::dropQuestions() {
   questions_.cancel();
   commandsByFid_.clear();
   values_ = {};
+  prepared_ = {};
   quiet_.stop();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <future>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -53,6 +54,12 @@ class ValueUpdate : public QObject {
     std::vector<std::string> names;  // of the values to ask for
   };
 
+  // The macro with the first so many values.
+  struct Prepared {
+    std::size_t values = 0;
+    std::future<Expected<Macro>> changed;
+  };
+
   [[nodiscard]] PaneAccess& room() { return panes_[index(pane_)]; }
   [[nodiscard]] WorkingCopy& copy() { return room().state->copy; }
   [[nodiscard]] std::vector<std::size_t> chosenCommands();
@@ -60,9 +67,9 @@ class ValueUpdate : public QObject {
   [[nodiscard]] Survey survey(const std::vector<std::size_t>& chosen);
   void report(const Survey& survey);
   void request(const std::vector<std::size_t>& chosen, const std::vector<std::string>& names);
-  void handle(const PanelAnswer& answer);
-  void take(std::size_t command, const std::string& text);
-  void writeAhead();
+  void handle(const std::vector<PanelAnswer>& answers);
+  void take(const PanelAnswer& answer);
+  void workAhead();
   void showWaiting();
   [[nodiscard]] QString obstacle();
   void look();
@@ -88,11 +95,12 @@ class ValueUpdate : public QObject {
   int updated_ = 0;
   int heldRevision_ = -1;  // of the working copy when the values were asked for
   SetValues values_;       // that came, in their order
+  Prepared prepared_;
   WorkingCopy::Marks marks_;
   std::unordered_map<std::string, std::vector<std::size_t>> commandsByFid_;
   QTimer quiet_;
   QTimer patience_;  // until it is shown that the update waits
-  QTimer ahead_;     // pane B: until the values are written into the file
+  QTimer ahead_;     // until something is done with the values ahead of the end
   PanelQuestions questions_;
 };
 

@@ -228,11 +228,11 @@ Outcome WorkingCopy::apply(const MacroEdit& edit, StepNote note, Marks marks) {
   return take(tessaly::apply(*macro_, edit), std::move(note), std::move(marks));
 }
 
-Outcome WorkingCopy::apply(const Macro& shown, Expected<Macro> changed, StepNote note) {
+Outcome WorkingCopy::apply(const Macro& shown, Expected<Macro> changed, StepNote note, Marks marks) {
   if (Outcome allowed = changeable(); !allowed) return allowed;
   if (macro_->check() != shown.check())
     return Failure{Failure::Kind::kChanged, "the macro was changed meanwhile"};
-  return take(std::move(changed), std::move(note), {});
+  return take(std::move(changed), std::move(note), std::move(marks));
 }
 
 Outcome WorkingCopy::rewrite(StepNote note) {

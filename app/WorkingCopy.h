@@ -86,7 +86,7 @@ class WorkingCopy : public QObject {
   Outcome apply(const MacroEdit& edit, StepNote note = {}, Marks marks = {});
   // The same of an edit that was applied to the macro elsewhere; refused (kChanged) when that is no longer
   // the one that is shown.
-  Outcome apply(const Macro& shown, Expected<Macro> changed, StepNote note);
+  Outcome apply(const Macro& shown, Expected<Macro> changed, StepNote note, Marks marks = {});
   // They are shown until the list is drawn anew.
   void dropMarks() { marks_.clear(); }
   // Writes the macro as after an edit, and enters edit state.
