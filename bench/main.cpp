@@ -12,8 +12,7 @@
 int main(int argc, char** argv) {
   tessaly::setUpMemory();  // as the programs do
   int result = 0;
-  if (tessaly::bench::runCounted(argc, argv, result))
-    return result;
+  if (tessaly::bench::runCounted(argc, argv, result)) return result;
   std::vector<char*> arguments;
   for (int i = 0; i < argc; ++i) {
     if (i > 0 && std::string_view(argv[i]) == "--quick") {

@@ -45,8 +45,7 @@ int startWindow(int argc, char** argv, bool rest) {
   if (application.claimRoot() != RootClaim::kOurs) return 1;
   application.start();
   const MainWindow& window = *application.window();
-  while (!window.loaded())
-    QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
+  while (!window.loaded()) QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
   window.findChild<MacroPane*>()->applications().repaint();
   if (!rest) tellWidgets();
   QTimer::singleShot(kRestMilliseconds, tellWidgets);

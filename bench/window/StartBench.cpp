@@ -9,6 +9,7 @@
 #include "bench/window/WindowSite.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
+#include "tests/support/SampleSite.h"
 
 namespace tessaly::bench {
 namespace {
@@ -49,9 +50,20 @@ Started startWindow(const SiteRoot& root, const char* option = "") {
   return untilReady(program("tessaly-bench-start ") + option + " '" + root.path().string() + "'");
 }
 
+// Nobody has worked on it.
+const SiteRoot& sampleSite() {
+  static const SiteRoot site = [] {
+    const SiteRoot root(scratchFolder() / "start");
+    std::filesystem::create_directories(root.path());
+    copySampleSite(root);
+    return root;
+  }();
+  return site;
+}
+
 // A dialog with as many labels as the main window has widgets, as many of them shown.
 Started startLabels() {
-  static const Started window = startWindow(windowSite());
+  static const Started window = startWindow(sampleSite());
   return startDialog(format(" %d %d", window.shown, window.hidden));
 }
 
@@ -62,7 +74,7 @@ Figures idleMemory(const SiteRoot& root) {
 
 // The names are what a person can look for, whatever the files' way to write them down.
 Figures idleMemoryBeyondLabels() {
-  const SiteRoot& root = windowSite();
+  const SiteRoot& root = sampleSite();
   FunctionDictionary dictionary;
   loadFunctionDictionary(root, dictionary, [](const std::string&) {});
   double names = 0;
@@ -74,12 +86,12 @@ Figures idleMemoryBeyondLabels() {
 
 const bool kRegistered[] = {
     addPair({.name = "start on the sample site until usable, beside an empty dialog",
-             .measured = [] { startWindow(windowSite()); },
+             .measured = [] { startWindow(sampleSite()); },
              .limit = [] { startDialog(); },
              .goal = 2,
-             .prepare = [] { static_cast<void>(windowSite()); }}),
+             .prepare = [] { static_cast<void>(sampleSite()); }}),
     addPair({.name = "the same, beside a dialog of as many widgets with texts",
-             .measured = [] { startWindow(windowSite()); },
+             .measured = [] { startWindow(sampleSite()); },
              .limit = [] { startLabels(); },
              .goal = 1.3,
              .prepare = [] { startLabels(); }}),
@@ -90,7 +102,7 @@ const bool kRegistered[] = {
              .prepare = [] { static_cast<void>(largeInterfaceSite()); }}),
     addFigure({.name = "idle memory beyond a dialog, sample site, beside its interface files",
                .unit = "B",
-               .take = [] { return idleMemory(windowSite()); },
+               .take = [] { return idleMemory(sampleSite()); },
                .goal = 6}),
     addFigure({.name = "the same beyond a dialog of as many widgets, beside names and files",
                .unit = "B",
