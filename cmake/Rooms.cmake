@@ -1,8 +1,11 @@
 # Compiler settings that every target of the project shares.
 add_library(tessaly_settings INTERFACE)
 target_compile_options(tessaly_settings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
+  -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
   -Wformat=2 -Wformat-security)
+if(NOT TESSALY_GROUPED)  # which shows a compiler names that it does not see together
+  target_compile_options(tessaly_settings INTERFACE -Wshadow)
+endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   target_compile_options(tessaly_settings INTERFACE -Wthread-safety)  # platform/ThreadAnnotations.h
 endif()
@@ -55,6 +58,7 @@ function(tessaly_room name)
   else()
     tessaly_precompile(${name})
   endif()
+  tessaly_grouped(${name} ${sources})
 endfunction()
 
 # tessaly_program(NAME LINKS...): main.cpp of the calling folder on top of the given libraries.

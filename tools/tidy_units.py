@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Runs clang-tidy over the rooms, several files to a compilation.
 
-Most of the time of a check goes into the headers of the libraries, so files of one room that share no file-local
-name are checked as one. A unit that does not compile in this way is checked again file by file.
+Most of the time of a check goes into the headers of the libraries, so files are checked in groups. One that does not
+compile in this way is checked again file by file.
 """
 import argparse
 import json
@@ -13,34 +13,12 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
+from source_groups import groups_of
+
 ROOMS = ["app", "editors", "windows", "widgets", "cli", "panelsim", "review", "link", "model", "classic", "values", "dictionary", "platform",
          "xctl"]
-MOST_FILES = 12  # in a unit
-# Names at the left margin that two files in one compilation could both define.
-LOCAL_NAME = re.compile(
-    r"^(?:static )?(?:(?:constexpr|inline|const)\b.*?\b(k[A-Z]\w*)\s*[\[={(]"
-    r"|(?:class|struct|enum class|enum) (\w+)|using (\w+) ="
-    r"|[A-Za-z][\w:<>,&* ]*[ &*](\w+)\()", re.M)
 COMPILER = re.compile(r"(^|/)(c|g|clang)\+\+(-\d+)?$")
 ERROR = "clang-diagnostic-error"
-
-
-def local_names(path):
-    return {name for match in LOCAL_NAME.findall(path.read_text(encoding="utf-8")) for name in match if name}
-
-
-def units_of(files):
-    units = []
-    for path in files:
-        names = local_names(path)
-        for unit in units:
-            if len(unit[0]) < MOST_FILES and not unit[1] & names:
-                unit[0].append(path)
-                unit[1].update(names)
-                break
-        else:
-            units.append(([path], set(names)))
-    return [unit[0] for unit in units]
 
 
 def arguments_of(entry):
@@ -100,7 +78,7 @@ def main():
     # What is for another system is not built here.
     built = {room: [path for path in sorted((root / room).glob("*.cpp")) if path in tidy.entries]
              for room in options.rooms or ROOMS}
-    units = [unit for files in built.values() for unit in units_of(files)]
+    units = [unit for files in built.values() for unit in groups_of(files)]
     found = ""
     with ThreadPoolExecutor(options.jobs) as pool:
         for text in pool.map(tidy.check, units):

@@ -1,0 +1,21 @@
+# Most of a compilation goes into the headers of the libraries, so the sanitizer builds compile the files of a room in
+# groups, which takes half the time. Another build compiles each file by itself, so that a change costs one file.
+option(TESSALY_GROUPED "Compile the files of a room in groups" OFF)
+
+# tessaly_grouped(TARGET SOURCES...): none of a group shares a file-local name with another.
+function(tessaly_grouped target)
+  if(NOT TESSALY_GROUPED)
+    return()
+  endif()
+  set(sources ${ARGN})
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  execute_process(COMMAND /usr/bin/python3 ${CMAKE_SOURCE_DIR}/tools/source_groups.py ${sources}
+    OUTPUT_VARIABLE lines COMMAND_ERROR_IS_FATAL ANY OUTPUT_STRIP_TRAILING_WHITESPACE)
+  string(REPLACE "\n" ";" lines "${lines}")
+  foreach(line ${lines})
+    string(REGEX MATCH "^([0-9]+) (.*)$" line "${line}")
+    set_source_files_properties(${CMAKE_MATCH_2} PROPERTIES UNITY_GROUP ${target}_${CMAKE_MATCH_1})
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${sources} ${CMAKE_SOURCE_DIR}/tools/source_groups.py)
+endfunction()

@@ -1,0 +1,70 @@
+#!/usr/bin/python3
+"""Which files of one folder can be compiled as one: those that share no file-local name.
+
+    tools/source_groups.py FILE...    prints "GROUP FILE" of each, for cmake/Grouped.cmake
+"""
+import re
+import sys
+from functools import lru_cache
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+MOST_FILES = 12  # in a group
+# Names at the left margin that two files in one compilation could both define.
+LOCAL_NAME = re.compile(
+    r"^(?:static )?(?:(?:class|struct|enum class|enum) (\w+)|using (\w+) =|[A-Za-z][\w:<>,&* ]*[ &*](\w+)\()", re.M)
+CONSTANTS = re.compile(r"^(?:static )?(?:constexpr|inline|const)\b[^;]*", re.M)
+CONSTANT = re.compile(r"\bk[A-Z]\w*")
+# Names of which nobody here sees whose they may be.
+FOREIGN_NAMES = re.compile(r"^using (?:enum|namespace) ", re.M)
+# The tests' own headers define names like those of a test.
+SHARED = re.compile(r'^#include "(tests/.*)"', re.M)
+
+
+@lru_cache(maxsize=None)
+def local_names(path):
+    text = path.read_text(encoding="utf-8")
+    names = {name for match in LOCAL_NAME.findall(text) for name in match if name}
+    return names | {name for line in CONSTANTS.findall(text) for name in CONSTANT.findall(line)}
+
+
+@lru_cache(maxsize=None)
+def shared_names(path):
+    names = set()
+    for header in SHARED.findall(path.read_text(encoding="utf-8")):
+        if (ROOT / header).exists():
+            names |= local_names(ROOT / header) | shared_names(ROOT / header)
+    return names
+
+
+class Group:
+    def __init__(self, path):
+        self.files, self.own, self.shared = [path], set(local_names(path)), set(shared_names(path))
+        self.closed = bool(FOREIGN_NAMES.search(path.read_text(encoding="utf-8")))
+
+    def takes(self, other):
+        apart = not self.own & (other.own | other.shared) and not self.shared & other.own
+        return apart and not self.closed and not other.closed and len(self.files) < MOST_FILES
+
+    def add(self, other):
+        self.files += other.files
+        self.own |= other.own
+        self.shared |= other.shared
+
+
+def groups_of(files):
+    groups = []
+    for path in files:
+        alone = Group(path)
+        group = next((group for group in groups if group.takes(alone)), None)
+        if group:
+            group.add(alone)
+        else:
+            groups.append(alone)
+    return [group.files for group in groups]
+
+
+if __name__ == "__main__":
+    for number, group in enumerate(groups_of([Path(name) for name in sys.argv[1:]])):
+        for path in group:
+            print(number, path)
