@@ -29,7 +29,7 @@ kills=200 panel=--panel
 build=build/windows
 mkdir -p build
 # What only proves the rooms is compiled faster.
-settings=(-DTESSALY_WINDOW=OFF -DTESSALY_PRECOMPILE=ON -DCMAKE_CXX_FLAGS_RELEASE=-O1)
+settings=(-DTESSALY_WINDOW=OFF -DTESSALY_PRECOMPILE=ON -DTESSALY_GROUPED=ON -DCMAKE_CXX_FLAGS_RELEASE=-O1)
 [ $what != window ] || settings=(-DTESSALY_WINDOW=ON -DTESSALY_PRECOMPILE=OFF -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG"
   -DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
   -DQt6LinguistTools_DIR=/usr/lib/x86_64-linux-gnu/cmake/Qt6LinguistTools)
