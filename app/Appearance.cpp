@@ -17,6 +17,7 @@
 #include <QWidget>
 
 #include "app/OwnStyle.h"
+#include "widgets/FontsAhead.h"
 #include "widgets/KeyboardWay.h"
 
 static void initResources() { Q_INIT_RESOURCE(tessaly); }
@@ -201,7 +202,12 @@ void dressToolkit() {
   initResources();
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
   KeyboardWay::open();
-  QTimer::singleShot(0, qApp, showProgramIcon);
+  // A call that is queued, as one of no time is, would come before the window is painted.
+  auto* idle = new QTimer(qApp);
+  idle->setSingleShot(true);
+  QObject::connect(idle, &QTimer::timeout, qApp, showProgramIcon);
+  idle->start(0);
+  awaitFonts();
 }
 
 }  // namespace tessaly

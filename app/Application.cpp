@@ -19,7 +19,6 @@
 #include "platform/Installation.h"
 #include "platform/Memory.h"
 #include "platform/SitePlace.h"
-#include "widgets/FontsAhead.h"
 #include "widgets/PostTo.h"
 
 namespace tessaly {
@@ -144,7 +143,6 @@ void Application::start() {
                                                options_.demo);
   panelMacros_->keepIn(history_);
   panelMacros_->takeForMany(ftpTransfers(options_.ftpPort, FtpClient::Connections::kKept));
-  awaitFonts();
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,
                                                        decodingLists_,
@@ -176,8 +174,9 @@ void Application::start() {
 // Whoever began with a site that describes no functions knows it, and is not to be stopped by a box for each
 // file at every start.
 void Application::startLoader(bool reports) {
-  std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports] {
-    if (interfaceBytes(root) >= kManyBytes) takeMemoryInLargeSteps();
+  const bool large = interfaceBytes(root_) >= kManyBytes;
+  std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports, large] {
+    if (large) takeMemoryInLargeSteps();  // before the thread has a heap
     loadFunctionDictionary(root, dictionary, [&link, reports](const std::string& text) {
       const std::lock_guard guard(link->mutex);
       if (reports && link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);

@@ -1,6 +1,7 @@
 #include "app/ValueUpdate.h"
 
 #include <algorithm>
+#include <chrono>
 #include <numeric>
 
 #include "app/Browser.h"
@@ -17,7 +18,7 @@ namespace {
 
 constexpr int kQuietMilliseconds = 500;
 constexpr int kPatienceMilliseconds = 300;
-constexpr int kAheadMilliseconds = 20;     // until a file that is being written is looked at again
+constexpr int kAheadMilliseconds = 20;     // until what is being done is looked at again
 constexpr int kPrepareMilliseconds = 100;  // without a value
 constexpr const char* kNotConnected =
     "Data Update is only possible when you are connected to a Corvane XL Control Panel \n";
@@ -41,7 +42,7 @@ ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& di
       messages_(messages),
       gate_(gate),
       questions_(client, postTo(this), [this](const std::vector<PanelAnswer>& answers) { handle(answers); }) {
-  for (QTimer* timer : {&quiet_, &patience_, &ahead_}) {
+  for (QTimer* timer : {&quiet_, &patience_, &ahead_, &afterwards_}) {
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
   }
@@ -54,6 +55,9 @@ ValueUpdate::ValueUpdate(const PaneAccesses& panes, const FunctionDictionary& di
   });
   connect(&patience_, &QTimer::timeout, this, &ValueUpdate::showWaiting);
   connect(&ahead_, &QTimer::timeout, this, &ValueUpdate::workAhead);
+  connect(&afterwards_, &QTimer::timeout, this, [this] {
+    if (!busy()) dropQuestions();
+  });
   // Queued, so that the last word is not that of whoever has changed the macro.
   for (const PaneAccess& pane : panes_)
     connect(&pane.state->copy, &WorkingCopy::changed, this, &ValueUpdate::look, Qt::QueuedConnection);
@@ -198,10 +202,15 @@ void ValueUpdate::take(const PanelAnswer& answer) {
 // Pane A's macro is made in the quiet time. Pane B's values go straight into the file, which the end of the
 // update then replaces: users know it so.
 void ValueUpdate::workAhead() {
+  using namespace std::chrono_literals;
   if (!busy() || copy().revision() != heldRevision_) return;
   if (pane_ == Pane::kB) {
     if (!copy().writeAhead(values_)) ahead_.start(kAheadMilliseconds);
   } else if (const std::optional<Macro>& macro = copy().macro()) {
+    if (prepared_.changed.valid() && prepared_.changed.wait_for(0s) == std::future_status::timeout) {
+      ahead_.start(kAheadMilliseconds);
+      return;
+    }
     // Where no thread is to be had, at the end of the update.
     prepared_ = {values_.values.size(),
                  std::async(std::launch::async | std::launch::deferred,
@@ -270,13 +279,7 @@ void ValueUpdate::finish() {
   copy().dropMarks();
   endBusy();
   values_ = {};
-  // What came is shown first.
-  QMetaObject::invokeMethod(
-      this,
-      [this] {
-        if (!busy()) dropQuestions();
-      },
-      Qt::QueuedConnection);
+  afterwards_.start();
 }
 
 void ValueUpdate::finishPaneA() {

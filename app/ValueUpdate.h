@@ -99,8 +99,9 @@ class ValueUpdate : public QObject {
   WorkingCopy::Marks marks_;
   std::unordered_map<std::string, std::vector<std::size_t>> commandsByFid_;
   QTimer quiet_;
-  QTimer patience_;  // until it is shown that the update waits
-  QTimer ahead_;     // until something is done with the values ahead of the end
+  QTimer patience_;    // until it is shown that the update waits
+  QTimer ahead_;       // until something is done with the values ahead of the end
+  QTimer afterwards_;  // until what came has been shown
   PanelQuestions questions_;
 };
 

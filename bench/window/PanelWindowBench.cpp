@@ -181,6 +181,7 @@ void openValues() {
     panel().desk->act([] { panel().desk->user().clickRow(ids().macros, 0); }, ids().commands,
                       [] { return commandsShown() == kValues; });
   }
+  QCoreApplication::processEvents();  // what is left to do of this is not the update's
 }
 
 // What the panel has told on one line is known on it, so each question needs a new one.
