@@ -25,7 +25,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::uintmax_t kManyBytes = 2'000'000;
+constexpr std::uint64_t kManyBytes = 2'000'000;
 constexpr std::string_view kDataFolder = "c:\\Programme\\RV48\\bin\\MacroFid\\";
 
 // The loader thread may outlive the window, so the dictionary is never freed. It stays within reach, as
@@ -176,7 +176,7 @@ void Application::start() {
 void Application::startLoader(bool reports) {
   const bool large = interfaceBytes(root_) >= kManyBytes;
   std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports, large] {
-    if (large) takeMemoryInLargeSteps();  // before the thread has a heap
+    if (large) takeMemoryInLargeSteps();
     loadFunctionDictionary(root, dictionary, [&link, reports](const std::string& text) {
       const std::lock_guard guard(link->mutex);
       if (reports && link->messages != nullptr) link->messages->show(text, MessageIcon::kExclamation);

@@ -202,20 +202,21 @@ void ValueUpdate::take(const PanelAnswer& answer) {
 // Pane A's macro is made in the quiet time. Pane B's values go straight into the file, which the end of the
 // update then replaces: users know it so.
 void ValueUpdate::workAhead() {
-  using namespace std::chrono_literals;
   if (!busy() || copy().revision() != heldRevision_) return;
-  if (pane_ == Pane::kB) {
-    if (!copy().writeAhead(values_)) ahead_.start(kAheadMilliseconds);
-  } else if (const std::optional<Macro>& macro = copy().macro()) {
-    if (prepared_.changed.valid() && prepared_.changed.wait_for(0s) == std::future_status::timeout) {
-      ahead_.start(kAheadMilliseconds);
-      return;
-    }
-    // Where no thread is to be had, at the end of the update.
-    prepared_ = {values_.values.size(),
-                 std::async(std::launch::async | std::launch::deferred,
-                            [macro = *macro, values = values_] { return apply(macro, values); })};
-  }
+  const bool begun = pane_ == Pane::kA ? prepare() : copy().writeAhead(values_);
+  if (!begun) ahead_.start(kAheadMilliseconds);
+}
+
+// False, nothing begun, while the one before is still being made.
+bool ValueUpdate::prepare() {
+  using namespace std::chrono_literals;
+  std::future<Expected<Macro>>& changed = prepared_.changed;
+  if (changed.valid() && changed.wait_for(0s) == std::future_status::timeout) return false;
+  prepared_.values = values_.values.size();
+  // Where no thread is to be had, at the end of the update.
+  changed = std::async(std::launch::async | std::launch::deferred,
+                       [macro = *copy().macro(), values = values_] { return apply(macro, values); });
+  return true;
 }
 
 // What keeps the values from their commands. A pane that leaves the panel loses its macro, too.

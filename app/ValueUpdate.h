@@ -70,6 +70,7 @@ class ValueUpdate : public QObject {
   void handle(const std::vector<PanelAnswer>& answers);
   void take(const PanelAnswer& answer);
   void workAhead();
+  [[nodiscard]] bool prepare();
   void showWaiting();
   [[nodiscard]] QString obstacle();
   void look();

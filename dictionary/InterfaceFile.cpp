@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <deque>
-#include <filesystem>
 #include <optional>
 #include <utility>
 #include <variant>
 
+#include "platform/FolderEntries.h"
 #include "platform/Text.h"
 #include "platform/XmlFile.h"
 
@@ -258,14 +258,8 @@ bool readInterfaceFile(const SiteRoot& root, std::string_view path, FunctionSour
   return true;
 }
 
-std::uintmax_t interfaceBytes(const SiteRoot& root) {
-  std::uintmax_t bytes = 0;
-  for (const std::string_view path : {kOlderFamilyInterface, kPanelInterface}) {
-    std::error_code missing;
-    const std::uintmax_t size = std::filesystem::file_size(root.resolve(path), missing);
-    if (!missing) bytes += size;
-  }
-  return bytes;
+std::uint64_t interfaceBytes(const SiteRoot& root) {
+  return stampAt(root.resolve(kOlderFamilyInterface)).size + stampAt(root.resolve(kPanelInterface)).size;
 }
 
 void loadFunctionDictionary(const SiteRoot& root, FunctionDictionary& dictionary,

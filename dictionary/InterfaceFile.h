@@ -15,7 +15,7 @@ inline constexpr std::string_view kOlderFamilyInterface =
 inline constexpr std::string_view kPanelInterface = "c:\\programme\\RV48\\bin\\MacroFid\\CorvaneXLPanel.xml";
 
 // Of both files; 0 for one that cannot be looked at.
-[[nodiscard]] std::uintmax_t interfaceBytes(const SiteRoot& root);
+[[nodiscard]] std::uint64_t interfaceBytes(const SiteRoot& root);
 
 // Reports a problem; called on the reading thread and must not wait for another thread.
 using ReportProblem = std::function<void(const std::string& text)>;

@@ -7,9 +7,8 @@ namespace tessaly {
 // document takes a fifth less without.
 void setUpMemory();
 
-// From now on heaps grow in the largest steps there are: that of a thread grows page by page, a call of the
-// system each, which shows where many megabytes are loaded. What is never used of a step costs addresses
-// only.
+// From now on each new heap is as large as they can be: that of a thread grows page by page, a call of the
+// system each, which shows where many megabytes are loaded. What is never used of it costs addresses only.
 void takeMemoryInLargeSteps();
 
 // Gives the memory that has been freed back to the system, where the C library keeps it otherwise. For a
