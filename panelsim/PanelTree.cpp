@@ -13,7 +13,14 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view kApplications = "c:\\programme\\RV48\\appli\\";
-constexpr std::chrono::seconds kSettleTime{2};  // longer than the grain of any file system's times
+using FileTime = std::filesystem::file_time_type;
+
+// How long a file may be written again without another time: that of the slowest system clock, where the file
+// system tells parts of seconds at all.
+std::chrono::milliseconds grainOf(FileTime time) {
+  const bool whole = time.time_since_epoch() % std::chrono::seconds(1) == FileTime::duration::zero();
+  return std::chrono::milliseconds(whole ? 2'000 : 20);
+}
 
 }  // namespace
 
@@ -52,7 +59,7 @@ const std::string& PanelTree::nameOf(const std::string& path) {
   SilentMessages silent;
   known = {.time = time,
            .size = size,
-           .settled = !error && time + kSettleTime < std::filesystem::file_time_type::clock::now(),
+           .settled = !error && time + grainOf(time) < FileTime::clock::now(),
            .name = {}};
   if (!readMacroName({host_, silent}, path, known.name) || known.name.empty()) known.name = "???";
   return known.name;
