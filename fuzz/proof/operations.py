@@ -374,6 +374,7 @@ class Window:
 
     def __init__(self, words, environment):
         self.process = subprocess.Popen(words, env=environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
+                                        start_new_session=True,
                                         preexec_fn=lambda: signal.signal(signal.SIGXFSZ, signal.SIG_IGN))
         assert self.process.stdout.readline() == "ready\n", "the window does not get there"
 
@@ -412,7 +413,8 @@ class Panel:
         with open(os.path.join(tree, PANEL_MACRO), "wb") as file:
             file.write(macro("Of the panel", 70))
         self.process = subprocess.Popen([bench.program("tessaly-panelsim"), "--root", tree, *self.ports],
-                                        env=bench.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+                                        env=bench.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                                        start_new_session=True)
         for port in (control, ftp):
             while socket.socket().connect_ex(("127.0.0.1", port)) != 0:
                 assert self.process.poll() is None, "the panel does not start"
