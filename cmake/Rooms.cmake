@@ -2,10 +2,8 @@
 add_library(tessaly_settings INTERFACE)
 target_compile_options(tessaly_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
-  -Wformat=2 -Wformat-security)
-if(NOT TESSALY_GROUPED)  # which shows a compiler names that it does not see together
-  target_compile_options(tessaly_settings INTERFACE -Wshadow)
-endif()
+  -Wformat=2 -Wformat-security
+  $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>)  # a group shows names that no compiler sees together else
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   target_compile_options(tessaly_settings INTERFACE -Wthread-safety)  # platform/ThreadAnnotations.h
 endif()
@@ -55,10 +53,14 @@ function(tessaly_room name)
   target_link_libraries(${name} PUBLIC tessaly_settings ${ARGN})
   if(Qt6::Widgets IN_LIST ARGN)
     tessaly_precompile(${name} <QtWidgets>)
+  elseif(nlohmann_json::nlohmann_json IN_LIST ARGN)
+    tessaly_precompile(${name} <nlohmann/json.hpp>)
   else()
     tessaly_precompile(${name})
   endif()
-  tessaly_grouped(${name} ${sources})
+  if(NOT TESSALY_GROUPED STREQUAL TESTS)
+    tessaly_grouped(${name} ${sources})
+  endif()
 endfunction()
 
 # tessaly_program(NAME LINKS...): main.cpp of the calling folder on top of the given libraries.

@@ -12,39 +12,46 @@ ROOT = Path(__file__).resolve().parent.parent
 MOST_FILES = 12  # in a group
 # Names at the left margin that two files in one compilation could both define.
 LOCAL_NAME = re.compile(
-    r"^(?:static )?(?:(?:class|struct|enum class|enum) (\w+)|using (\w+) =|[A-Za-z][\w:<>,&* ]*[ &*](\w+)\()", re.M)
+    r"^(?:static )?(?:(?:class|struct|enum class|enum) (\w+)|[A-Za-z][\w:<>,&* ]*[ &*](\w+)\()", re.M)
+ALIAS = re.compile(r"^using (\w+) = ([^;]*);", re.M)  # may be said twice, where it says the same
 CONSTANTS = re.compile(r"^(?:static )?(?:constexpr|inline|const)\b[^;]*", re.M)
 CONSTANT = re.compile(r"\bk[A-Z]\w*")
-# Names of which nobody here sees whose they may be.
-FOREIGN_NAMES = re.compile(r"^using (?:enum|namespace) ", re.M)
+# Names of which nobody here sees whose they may be: only files that have the same ones go together.
+FOREIGN_NAMES = re.compile(r"^using (?:enum|namespace) [^;]*;", re.M)
 # The tests' own headers define names like those of a test.
 SHARED = re.compile(r'^#include "(tests/.*)"', re.M)
 
 
 @lru_cache(maxsize=None)
 def local_names(path):
+    """What each is: one of this file, or the other name that it stands for."""
     text = path.read_text(encoding="utf-8")
-    names = {name for match in LOCAL_NAME.findall(text) for name in match if name}
-    return names | {name for line in CONSTANTS.findall(text) for name in CONSTANT.findall(line)}
+    found = {name for match in LOCAL_NAME.findall(text) for name in match if name}
+    found |= {name for line in CONSTANTS.findall(text) for name in CONSTANT.findall(line)}
+    return {**dict.fromkeys(found, str(path)), **dict(ALIAS.findall(text))}
 
 
 @lru_cache(maxsize=None)
 def shared_names(path):
-    names = set()
+    names = {}
     for header in SHARED.findall(path.read_text(encoding="utf-8")):
         if (ROOT / header).exists():
-            names |= local_names(ROOT / header) | shared_names(ROOT / header)
+            names |= {**local_names(ROOT / header), **shared_names(ROOT / header)}
     return names
+
+
+def agree(some, others):
+    return all(others.get(name, what) == what for name, what in some.items())
 
 
 class Group:
     def __init__(self, path):
-        self.files, self.own, self.shared = [path], set(local_names(path)), set(shared_names(path))
-        self.closed = bool(FOREIGN_NAMES.search(path.read_text(encoding="utf-8")))
+        self.files, self.own, self.shared = [path], dict(local_names(path)), dict(shared_names(path))
+        self.foreign = set(FOREIGN_NAMES.findall(path.read_text(encoding="utf-8")))
 
     def takes(self, other):
-        apart = not self.own & (other.own | other.shared) and not self.shared & other.own
-        return apart and not self.closed and not other.closed and len(self.files) < MOST_FILES
+        apart = agree(self.own, other.own) and agree(self.own, other.shared) and agree(self.shared, other.own)
+        return apart and self.foreign == other.foreign and len(self.files) < MOST_FILES
 
     def add(self, other):
         self.files += other.files

@@ -8,7 +8,7 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kAppli = "c:\\programme\\rv48\\appli\\";
-constexpr int kDiskWorkplaces = 2;
+constexpr int kWorkplacesOnDisk = 2;
 
 std::string firstWord(const std::string& entry) { return entry.substr(0, entry.find('-')); }
 
@@ -198,7 +198,7 @@ void SoakModel::chooseControlPanel(Pane pane, int row) {
     here.macroNotice = here.macros.empty();
     return;
   }
-  for (int number = 1; number <= kDiskWorkplaces; ++number) here.workplaces.push_back(number);
+  for (int number = 1; number <= kWorkplacesOnDisk; ++number) here.workplaces.push_back(number);
   chooseWorkplace(pane, 1);
 }
 
