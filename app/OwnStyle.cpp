@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include <QDialog>
+#include <QGroupBox>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPainterPath>
 #include <QStyleOption>
 
 #include "app/Appearance.h"
@@ -16,8 +18,9 @@ namespace {
 constexpr int kButtonRoom = 16;  // pixels for a button's caption, both sides together
 constexpr int kIconGap = 3;      // pixels, more than the toolkit leaves between picture and caption
 constexpr float kOutlineAlpha = 0.55F;
-constexpr qreal kCorner = 2;      // pixels
-constexpr qreal kFocusWidth = 2;  // pixels, of the frame of the list that has the keyboard
+constexpr qreal kCorner = 2;    // pixels
+constexpr int kCornerEnd = 4;   // pixels, behind which the sides are straight
+constexpr int kFocusWidth = 2;  // pixels, of the frame of the list that has the keyboard
 
 // Three to one against the ground of both palettes.
 QColor outline(const QStyleOption& option) {
@@ -37,9 +40,53 @@ QStyleOptionButton onPlainGround(QStyleOptionButton button) {
   return button;
 }
 
+// A rounded frame within a place. What takes many pieces to draw, as a long line of a pen and a high
+// rectangle do, the toolkit hands to threads, which takes longer than to draw it.
+void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int width) {
+  constexpr int kPart = 47;  // pixels; at twice the size, too
+  const QRectF middle = QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5);
+  const int end = std::min({kCornerEnd, place.height() / 2, place.width() / 2});
+  QPainterPath corner(QPointF(middle.left(), place.top() + end));
+  corner.arcTo(QRectF(middle.topLeft(), QSizeF(2 * kCorner, 2 * kCorner)), 180, -90);
+  corner.lineTo(place.left() + end, middle.top());
+  const QTransform across(-1, 0, 0, 1, middle.left() + middle.right(), 0);
+  const QTransform down(1, 0, 0, -1, 0, middle.top() + middle.bottom());
+  painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::FlatCap));
+  for (const QTransform& way : {QTransform(), across, down, across * down}) painter.drawPath(way.map(corner));
+  QColor shade = colour;
+  for (int depth = 0; depth <= width / 2; ++depth) {
+    const float covered = std::min(1.0F, (static_cast<float>(width) + 1) / 2 - static_cast<float>(depth));
+    shade.setAlphaF(colour.alphaF() * covered);
+    for (const int y : {place.top() + depth, place.bottom() - depth})
+      painter.fillRect(place.left() + end, y, place.width() - 2 * end, 1, shade);
+    const int last = place.bottom() + 1 - end;
+    for (int top = place.top() + end; top < last; top += kPart) {
+      for (const int x : {place.left() + depth, place.right() - depth})
+        painter.fillRect(x, top, 1, std::min(kPart, last - top), shade);
+    }
+  }
+}
+
 bool isFlat(const QStyleOption* option) {
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   return frame != nullptr && frame->features.testFlag(QStyleOptionFrame::Flat);
+}
+
+// Below the title, where the toolkit's own is, for which it stretches a picture.
+void drawGroupFrame(const QStyle& style, const QStyleOption& option, QPainter& painter,
+                    const QWidget* widget) {
+  constexpr int kAbove = 3;  // pixels
+  constexpr float kAlpha = 0.15F;
+  const auto* const box = qobject_cast<const QGroupBox*>(widget);
+  const bool titled = box == nullptr || box->isCheckable() || !box->title().isEmpty();
+  const int mark = style.pixelMetric(QStyle::PM_IndicatorHeight);
+  const int title = titled ? std::max(mark, option.fontMetrics.height()) : 0;
+  QColor colour = option.palette.color(QPalette::Active, QPalette::WindowText);
+  colour.setAlphaF(kAlpha);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  drawFrame(painter, option.rect.adjusted(1, title + kAbove + 1, 0, 0), colour, 1);
+  painter.restore();
 }
 
 }  // namespace
@@ -73,7 +120,8 @@ void OwnStyle::drawControl(ControlElement element, const QStyleOption* option, Q
 
 void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
-  if (element == PE_FrameGroupBox && isFlat(option)) return;
+  if (element == PE_FrameGroupBox)
+    return isFlat(option) ? void() : drawGroupFrame(*this, *option, *painter, widget);
   const bool box = element == PE_IndicatorCheckBox;
   const bool circle = element == PE_IndicatorRadioButton;
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
@@ -89,15 +137,16 @@ void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
   if (!box && !circle && !field) return;
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
-  painter->setPen(list && focused
-                      ? QPen(option->palette.color(QPalette::Active, QPalette::Highlight), kFocusWidth)
-                      : QPen(outline(*option)));
   painter->setBrush(Qt::NoBrush);
-  const QRectF place = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-  if (circle)
-    painter->drawEllipse(place);
-  else
-    painter->drawRoundedRect(place, kCorner, kCorner);
+  if (circle) {
+    painter->setPen(outline(*option));
+    painter->drawEllipse(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+  } else if (list && focused) {
+    drawFrame(*painter, option->rect, option->palette.color(QPalette::Active, QPalette::Highlight),
+              kFocusWidth);
+  } else {
+    drawFrame(*painter, option->rect, outline(*option), 1);
+  }
   painter->restore();
 }
 
