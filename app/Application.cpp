@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include <chrono>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -18,6 +19,7 @@
 #include "platform/Files.h"
 #include "platform/Installation.h"
 #include "platform/Memory.h"
+#include "platform/Processors.h"
 #include "platform/SitePlace.h"
 #include "widgets/PostTo.h"
 
@@ -26,6 +28,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::uint64_t kManyBytes = 2'000'000;
+constexpr std::chrono::milliseconds kUntilPainted{250};
 constexpr std::string_view kDataFolder = "c:\\Programme\\RV48\\bin\\MacroFid\\";
 
 // The loader thread may outlive the window, so the dictionary is never freed. It stays within reach, as
@@ -175,7 +178,9 @@ void Application::start() {
 // file at every start.
 void Application::startLoader(bool reports) {
   const bool large = interfaceBytes(root_) >= kManyBytes;
-  std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports, large] {
+  std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports, large,
+               windows = processorNow()] {
+    leaveProcessor(windows);
     if (large) takeMemoryInLargeSteps();
     loadFunctionDictionary(root, dictionary, [&link, reports](const std::string& text) {
       const std::lock_guard guard(link->mutex);
@@ -185,7 +190,9 @@ void Application::startLoader(bool reports) {
       const std::lock_guard guard(link->mutex);
       if (link->tellLoaded) link->tellLoaded();
     }
-    releaseFreedMemory();  // both parsed files
+    // Both parsed files, once the window has been painted, which takes memory that has been freed until then.
+    std::this_thread::sleep_for(kUntilPainted);
+    releaseFreedMemory();
   }).detach();
 }
 

@@ -3,6 +3,7 @@
 #include <future>
 
 #include "platform/LoadedLibrary.h"
+#include "platform/Processors.h"
 
 namespace tessaly {
 
@@ -17,7 +18,8 @@ std::future<void>& search() {
 
 void findFontsAhead() {
   try {
-    search() = std::async(std::launch::async, [] {
+    search() = std::async(std::launch::async, [toolkits = processorNow()] {
+      leaveProcessor(toolkits);
       int (*findFonts)() = nullptr;
       if (LoadedLibrary(Library::kFonts).find("FcInit", findFonts)) findFonts();
     });

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
+#include <thread>
 #include <vector>
 
 #include "platform/CloseName.h"
 #include "platform/FixedPoint.h"
 #include "platform/MacroNumber.h"
+#include "platform/Processors.h"
 #include "platform/Text.h"
 #include "platform/Workplace.h"
 
@@ -82,6 +84,17 @@ TEST(CloseName, IsTheOneThatFewestEditsLeadTo) {
     for (const char* name : offered) close.offer(name);
     EXPECT_EQ(close.found().value_or(""), found) << wanted;
   }
+}
+
+// Where there is another one.
+TEST(ProcessorsTest, AThreadLeavesTheProcessorOfAnother) {
+  const int first = processorNow();
+  int second = first;
+  std::thread([&] {
+    leaveProcessor(first);
+    second = processorNow();
+  }).join();
+  EXPECT_EQ(second != first, first >= 0 && std::thread::hardware_concurrency() > 1);
 }
 
 }  // namespace
