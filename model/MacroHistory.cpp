@@ -51,8 +51,9 @@ std::uint64_t lockNumber(const fs::path& file) {
   return textSum((error ? file : plain).string()) | 1U;
 }
 
+// A day may have thousands of them, so they are swept by `removeLeftOvers` only.
 Outcome writeWhole(const fs::path& path, std::string_view bytes, PendingFile::Sync sync) {
-  PendingFile file(path, kOwnFile);
+  PendingFile file(path, {.followsLinks = false, .keepsMode = false, .sweeps = false});
   file.write(bytes);
   return file.commit(sync);
 }
@@ -160,9 +161,9 @@ Outcome MacroHistory::store(std::string_view bytes, const MacroPlace& place, Mac
   if (!made.written()) return made;
   const auto lock = FileLock::take(folder_ / kLockFile, kHistoryLock, limits_.patience);
   if (!lock) return lock.failure();
-  // Another program may have kept something since, and a first look is needed, too.
+  // Another program may have kept something since, or died of it, and a first look is needed, too.
   if (std::string text = lock->text(); text.empty() || text != seen_) {
-    if (seen_.empty()) removeLeftOvers();
+    removeLeftOvers();
     static_cast<void>(load());  // what cannot be read now is not counted
     seen_ = std::move(text);
   }

@@ -11,6 +11,8 @@ struct FilePolicy {
   bool followsLinks;
   // The old file's mode and owner are kept, and one that its owner has write-protected is not replaced.
   bool keepsMode;
+  // What killed programs have left in its folder is looked for before it is written.
+  bool sweeps = true;
 };
 
 inline constexpr FilePolicy kUsersFile{true, true};

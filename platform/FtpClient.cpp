@@ -23,7 +23,6 @@ using Clock = std::chrono::steady_clock;
 constexpr long kConnectSeconds = 5;
 constexpr curl_off_t kLeastRate = 100'000 / 60;  // bytes a second, the patience aside
 constexpr int kCancelPollMs = 100;
-constexpr int kFirstPollMs = 1;
 
 // FTP reply codes.
 constexpr std::size_t kCodeLength = 3;
@@ -207,15 +206,16 @@ class Transfer {
     if (!easy_ || line_.multi() == nullptr || refused_) return Result::kFailed;
     added_ = curl_.multiAddHandle(line_.multi(), easy_.get()) == CURLM_OK;
     int running = added_ ? 1 : 0;
-    // A reply that comes at once may leave the library (7.88) waiting for nothing before it goes on.
-    int wait = kFirstPollMs;
+    // A reply that comes at once may leave the library (7.88) waiting for nothing before it goes on: so
+    // whatever has moved is followed by another look at once.
+    int wait = 0;
     while (running > 0) {
       if (cancelled_) return Result::kCancelled;
       if (const auto tooLong = takesTooLong()) return *tooLong;
       if (curl_.multiPerform(line_.multi(), &running) != CURLM_OK) return Result::kFailed;
       int ready = 0;
       if (running > 0) curl_.multiPoll(line_.multi(), nullptr, 0, wait, &ready);
-      wait = ready > 0 ? kFirstPollMs : std::min(2 * wait, kCancelPollMs);
+      wait = ready > 0 ? 0 : std::clamp(2 * wait, 1, kCancelPollMs);
     }
     if (kept_) {
       curl_socket_t control = CURL_SOCKET_BAD;

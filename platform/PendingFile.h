@@ -20,7 +20,7 @@ namespace tessaly {
 //
 // The temporary file (".tessaly-*.tmp") is for its writer's eyes only and locked while that lives. What a
 // killed program left behind is therefore known by its missing lock, and the next file that is written in its
-// folder removes it.
+// folder removes it, unless its policy leaves that to somebody else.
 class PendingFile {
  public:
   // Opens the temporary file. Fails without a folder, for a target that is there but is no regular file, and
@@ -37,7 +37,7 @@ class PendingFile {
   // After a failure nothing more is written and the commit fails too.
   bool write(std::string_view bytes);
 
-  // Removes what killed programs have left in a folder, as every new file in it does.
+  // Removes what killed programs have left in a folder.
   static void sweep(const std::string& folder);
 
   enum class Sync { kFileAndFolder, kFileOnly };

@@ -21,7 +21,7 @@ PendingFile::PendingFile(const std::filesystem::path& target, FilePolicy policy)
   folder_ = real->has_parent_path() ? real->parent_path().string() : ".";
   takeOverMode();
   if (failure_) return;
-  sweep(folder_);
+  if (policy.sweeps) sweep(folder_);
   for (int attempt = 0; attempt < kAttempts && !open(); ++attempt)
     if (errno != EEXIST && errno != EINTR) break;
   if (!file_.isOpen()) fail(errno, "written");
