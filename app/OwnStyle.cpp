@@ -43,7 +43,9 @@ QStyleOptionButton onPlainGround(QStyleOptionButton button) {
 // A rounded frame within a place. What takes many pieces to draw, as a long line of a pen and a high
 // rectangle do, the toolkit hands to threads, which takes longer than to draw it.
 void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int width) {
-  constexpr int kPart = 47;  // pixels; at twice the size, too
+  // At a ratio that is not whole two parts would meet within a pixel.
+  const qreal ratio = painter.device()->devicePixelRatioF();
+  const int part = ratio == 1 || ratio == 2 ? 47 : std::max(1, place.height());
   const QRectF middle = QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5);
   const int end = std::min({kCornerEnd, place.height() / 2, place.width() / 2});
   QPainterPath corner(QPointF(middle.left(), place.top() + end));
@@ -60,9 +62,9 @@ void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int 
     for (const int y : {place.top() + depth, place.bottom() - depth})
       painter.fillRect(place.left() + end, y, place.width() - 2 * end, 1, shade);
     const int last = place.bottom() + 1 - end;
-    for (int top = place.top() + end; top < last; top += kPart) {
+    for (int top = place.top() + end; top < last; top += part) {
       for (const int x : {place.left() + depth, place.right() - depth})
-        painter.fillRect(x, top, 1, std::min(kPart, last - top), shade);
+        painter.fillRect(x, top, 1, std::min(part, last - top), shade);
     }
   }
 }
@@ -85,6 +87,7 @@ void drawGroupFrame(const QStyle& style, const QStyleOption& option, QPainter& p
   colour.setAlphaF(kAlpha);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
   drawFrame(painter, option.rect.adjusted(1, title + kAbove + 1, 0, 0), colour, 1);
   painter.restore();
 }

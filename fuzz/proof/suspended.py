@@ -88,6 +88,7 @@ class Rounds:
         self.stored.write_bytes(macro("Of the panel", COMMANDS))
         self.clock = Path(bench.folder) / "clock"
         self.caught = 0  # editors that were not through when they or their panel stood still
+        self.done = dict.fromkeys(kind.acts, 0)  # acts that were told to be done, without which nothing is proved
 
     def environment(self, jumps):
         if not jumps:
@@ -119,6 +120,7 @@ class Rounds:
         told = editor.end()
         if told is None:
             return f"{act}: no end"
+        self.done[act] += told[0] == DONE
         wrong = self.judge(act, told[0], before, new, kept)
         following = self.bench.run(TWIN_ACTS["list"])
         if left := self.bench.leftovers():
@@ -156,6 +158,7 @@ def main(words):
         wrong = [fault for _ in range(rounds) if (fault := trying.round())]
     finally:
         trying.bench.close()
+    wrong += [f"{act} was never done" for act, count in trying.done.items() if count == 0]
     print("\n".join([*wrong, f"{rounds} rounds, {trying.caught} in the middle of their work: {len(wrong)} wrong"]))
     return 1 if wrong else 0
 

@@ -329,8 +329,12 @@ TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
   EXPECT_THAT(*listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2))
       << "one macro and its record";
   EXPECT_EQ(site.read("history\\2024-10-04\\.tessaly-1-1-1.tmp"), "<missing>");
+  site.write("history\\2024-10-04\\.tessaly-1-1-2.tmp", "half");
+  site.write("history\\lock", "7");
+  overwrite(history, "third");
+  EXPECT_EQ(site.read("history\\2024-10-04\\.tessaly-1-1-2.tmp"), "<missing>") << "another one died since";
   MacroHistory next(site.root, {}, clock);
-  overwrite(next, "third");
+  overwrite(next, "fourth");
   for (const KeptMacro& kept : next.list()) EXPECT_TRUE(kept.place) << "whole ones stay as they are";
 }
 
