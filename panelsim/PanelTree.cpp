@@ -15,11 +15,11 @@ namespace {
 constexpr std::string_view kApplications = "c:\\programme\\RV48\\appli\\";
 using FileTime = std::filesystem::file_time_type;
 
-// How long a file may be written again without another time: that of the slowest system clock, where the file
-// system tells parts of seconds at all.
+// How long a file may be written again without another time: that of a system clock that hangs behind, where
+// the file system tells parts of seconds at all.
 std::chrono::milliseconds grainOf(FileTime time) {
   const bool whole = time.time_since_epoch() % std::chrono::seconds(1) == FileTime::duration::zero();
-  return std::chrono::milliseconds(whole ? 2'000 : 20);
+  return std::chrono::milliseconds(whole ? 2'000 : 100);
 }
 
 }  // namespace
