@@ -1,6 +1,7 @@
 #include "app/Appearance.h"
 
 #include <algorithm>
+#include <chrono>
 #include <clocale>
 
 #include <QApplication>
@@ -8,7 +9,6 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QIcon>
 #include <QLayout>
 #include <QPointer>
@@ -44,6 +44,8 @@ constexpr Colours kLightColours{0xfff0f0f0, 0xffffffff, 0xfff6f6f6, 0xffe8e8e8, 
 constexpr Colours kDarkColours{0xff2b2b2b, 0xff1e1e1e, 0xff262626, 0xff3a3a3a, 0xffe4e4e4,
                                0xffa8a8a8, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
 
+constexpr std::chrono::milliseconds kUntilPainted{250};
+
 PaletteChoice current = PaletteChoice::kDesktop;
 
 constexpr int kLeastTextSize = 50, kGreatestTextSize = 300;  // per cent
@@ -76,7 +78,12 @@ void makeRoom(QWidget& window) {
 
 void setFont() {
   QFont font = fonts().desktop;
-  font.setPointSizeF(QFontInfo(font).pointSizeF() * currentTextSize / kUsualTextSize);
+  if (font.pointSizeF() > 0)
+    font.setPointSizeF(font.pointSizeF() * currentTextSize / kUsualTextSize);
+  else
+    font.setPixelSize(std::max(1, font.pixelSize() * currentTextSize / kUsualTextSize));
+  // Letters that need no shaping are set without: it takes longer than all else of a text.
+  font.setStyleStrategy(QFont::PreferNoShaping);
   fonts().ours = font;
   QApplication::setFont(font);
   for (QWidget* const window : QApplication::topLevelWidgets())
@@ -94,7 +101,7 @@ void followFont() {
   setFont();
 }
 
-// Nobody waits for its eight pictures: once there is nothing else to do.
+// Nobody waits for its eight pictures: once the window is painted.
 void showProgramIcon() {
   QIcon icon;
   for (const QFileInfo& picture :
@@ -202,12 +209,7 @@ void dressToolkit() {
   initResources();
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
   KeyboardWay::open();
-  // A call that is queued, as one of no time is, would come before the window is painted.
-  auto* idle = new QTimer(qApp);
-  idle->setSingleShot(true);
-  QObject::connect(idle, &QTimer::timeout, qApp, showProgramIcon);
-  idle->start(0);
-  awaitFonts();
+  QTimer::singleShot(kUntilPainted, qApp, showProgramIcon);
 }
 
 }  // namespace tessaly

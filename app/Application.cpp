@@ -21,6 +21,7 @@
 #include "platform/Memory.h"
 #include "platform/Processors.h"
 #include "platform/SitePlace.h"
+#include "widgets/FontsAhead.h"
 #include "widgets/PostTo.h"
 
 namespace tessaly {
@@ -135,8 +136,9 @@ void Application::prepareRoot() {
 
 void Application::start() {
   prepareRoot();
+  awaitFonts();  // which would keep the loader from its processor
   // The functions are read while the window is made, which is then there for what is said of them.
-  const std::lock_guard untilShown(loader_->mutex);
+  std::unique_lock untilHeard(loader_->mutex);
   const bool described = describesFunctions(root_);
   startLoader(described);
   initPanelClient();
@@ -167,6 +169,7 @@ void Application::start() {
     });
   };
   loader_->messages = &messages_;
+  untilHeard.unlock();  // before it is painted, or it would be twice where the loader has been done for long
   if (!described)
     window_->say(
         {Grade::kWarning,

@@ -53,6 +53,9 @@ void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int 
   corner.lineTo(place.left() + end, middle.top());
   const QTransform across(-1, 0, 0, 1, middle.left() + middle.right(), 0);
   const QTransform down(1, 0, 0, -1, 0, middle.top() + middle.bottom());
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::FlatCap));
   for (const QTransform& way : {QTransform(), across, down, across * down}) painter.drawPath(way.map(corner));
   QColor shade = colour;
@@ -67,6 +70,16 @@ void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int 
         painter.fillRect(x, top, 1, std::min(part, last - top), shade);
     }
   }
+  painter.restore();
+}
+
+void drawCircle(QPainter& painter, const QRect& place, const QColor& colour) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(colour);
+  painter.drawEllipse(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5));
+  painter.restore();
 }
 
 bool isFlat(const QStyleOption* option) {
@@ -85,11 +98,7 @@ void drawGroupFrame(const QStyle& style, const QStyleOption& option, QPainter& p
   const int title = titled ? std::max(mark, option.fontMetrics.height()) : 0;
   QColor colour = option.palette.color(QPalette::Active, QPalette::WindowText);
   colour.setAlphaF(kAlpha);
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(Qt::NoBrush);
   drawFrame(painter, option.rect.adjusted(1, title + kAbove + 1, 0, 0), colour, 1);
-  painter.restore();
 }
 
 }  // namespace
@@ -137,20 +146,13 @@ void OwnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
   const bool list = element == PE_Frame;
   const bool focused = (option->state & State_HasFocus) != 0;
   const bool field = list || (element == PE_FrameLineEdit && !focused);  // which shows the keyboard itself
-  if (!box && !circle && !field) return;
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  painter->setBrush(Qt::NoBrush);
-  if (circle) {
-    painter->setPen(outline(*option));
-    painter->drawEllipse(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
-  } else if (list && focused) {
+  if (circle)
+    drawCircle(*painter, option->rect, outline(*option));
+  else if (list && focused)
     drawFrame(*painter, option->rect, option->palette.color(QPalette::Active, QPalette::Highlight),
               kFocusWidth);
-  } else {
+  else if (box || field)
     drawFrame(*painter, option->rect, outline(*option), 1);
-  }
-  painter->restore();
 }
 
 QRect OwnStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,

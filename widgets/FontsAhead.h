@@ -6,7 +6,7 @@ namespace tessaly {
 // to be called before that. Who needs them early finds them by itself. Nothing on a system whose toolkit does
 // not ask fontconfig.
 void findFontsAhead();
-// Before the first text is laid out: the search has ended.
+// The search has ended; before the first text is laid out, which would search again.
 void awaitFonts();
 
 }  // namespace tessaly
