@@ -209,6 +209,7 @@ void dressToolkit() {
   initResources();
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
   KeyboardWay::open();
+  setFont();
   QTimer::singleShot(kUntilPainted, qApp, showProgramIcon);
 }
 

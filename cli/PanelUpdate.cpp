@@ -5,6 +5,7 @@
 
 #include "cli/CommandSession.h"
 #include "model/MacroFile.h"
+#include "review/ValueQuestion.h"
 
 namespace tessaly {
 namespace {
@@ -43,10 +44,8 @@ class Update {
   void survey(const Macro& macro, const std::vector<int>& numbers) {
     for (const int number : numbers) {
       const MacroCommand& command = macro.commands()[static_cast<std::size_t>(number)];
-      if (command.classic() || command.destination().empty()) continue;
-      const auto function = session_.dictionary().find(command.functionName());
-      if (!function || function->incremental()) continue;
-      const std::string name = std::string(command.destination()) + '.' + function->sid();
+      const std::string name = valueQuestion(command, session_.dictionary()).name;
+      if (name.empty()) continue;
       asking_.emplace_back(number, name);
       values_[name] = std::nullopt;
     }

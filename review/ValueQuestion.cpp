@@ -14,8 +14,9 @@ ValueQuestion valueQuestion(const MacroCommand& command, const FunctionDictionar
   const std::string_view destination = command.destination();
   if (destination.empty()) return {Kind::kNoDestination, {}};
   const auto function = dictionary.find(command.functionName());
-  if (!function || function->incremental()) return {Kind::kNoValue, {}};
-  return {Kind::kAsked, std::string(destination) + '.' + function->sid()};
+  const std::string sid = function ? function->sid() : std::string();
+  if (sid.empty()) return {Kind::kNoValue, {}};  // an incremental function has none
+  return {Kind::kAsked, std::string(destination) + '.' + sid};
 }
 
 std::string fidOfValue(std::string_view name, const FunctionDictionary& dictionary) {

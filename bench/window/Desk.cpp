@@ -4,6 +4,7 @@
 
 #include <QTimer>
 
+#include "app/Appearance.h"
 #include "dictionary/InterfaceFile.h"
 #include "model/MacroFile.h"
 #include "widgets/QuietToolkit.h"
@@ -43,7 +44,10 @@ QApplication& toolkit() {
   static QApplication* application = [] {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     quietToolkit();
-    return new QApplication(count, arguments);
+    auto* made = new QApplication(count, arguments);
+    dressToolkit();
+    applyPalette(PaletteChoice::kDesktop);
+    return made;
   }();
   return *application;
 }
