@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <random>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -112,13 +113,16 @@ void MacroHistory::removeLeftOvers() const {
     const bool ours = fs::is_directory(day.symlink_status(ignored));
     if (!ours || !isHistoryDay(day.path().filename().string())) continue;
     PendingFile::sweep(day.path().string());
-    for (const fs::directory_entry& file : entriesOf(day.path(), ignored)) {
-      fs::path macro = file.path();
-      if (macro.extension() != kRecordEnding) continue;
-      std::error_code unknown;
-      if (fs::exists(macro.replace_extension(kMacroEnding), unknown) || unknown) continue;
-      if (HistoryEntry::parse(day.path().filename().string(), macro.stem().string()))
-        fs::remove(file.path(), ignored);
+    std::error_code unread;
+    const auto files = entriesOf(day.path(), unread);
+    if (unread) continue;
+    std::set<std::string> macros;
+    for (const fs::directory_entry& file : files)
+      if (file.path().extension() == kMacroEnding) macros.insert(file.path().stem().string());
+    for (const fs::directory_entry& file : files) {
+      const std::string stem = file.path().stem().string();
+      if (file.path().extension() != kRecordEnding || macros.contains(stem)) continue;
+      if (HistoryEntry::parse(day.path().filename().string(), stem)) fs::remove(file.path(), ignored);
     }
     fs::remove(day.path(), ignored);  // an empty one
   }
