@@ -81,9 +81,7 @@ void setFont() {
   if (font.pointSizeF() > 0)
     font.setPointSizeF(font.pointSizeF() * currentTextSize / kUsualTextSize);
   else
-    font.setPixelSize(std::max(1, font.pixelSize() * currentTextSize / kUsualTextSize));
-  // Letters that need no shaping are set without: it takes longer than all else of a text.
-  font.setStyleStrategy(QFont::PreferNoShaping);
+    font.setPixelSize(std::max(1, qRound(font.pixelSize() * currentTextSize / qreal(kUsualTextSize))));
   fonts().ours = font;
   QApplication::setFont(font);
   for (QWidget* const window : QApplication::topLevelWidgets())
@@ -209,7 +207,6 @@ void dressToolkit() {
   initResources();
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has switched it to the user's
   KeyboardWay::open();
-  setFont();
   QTimer::singleShot(kUntilPainted, qApp, showProgramIcon);
 }
 

@@ -1,6 +1,6 @@
 # Most of a compilation goes into the headers of the libraries, so the sanitizer builds compile the files of a room in
-# groups, which takes half the time. Another build compiles each file by itself, so that a change costs one file; with
-# TESTS all but the rooms, which are still to be read and changed file by file there.
+# groups, which takes half the time. With TESTS all but the rooms, which are still to be read and changed file by file
+# there. Preset debug compiles each file by itself, so that a change costs one file.
 set(TESSALY_GROUPED OFF CACHE STRING "What is compiled in groups of files: OFF, TESTS or ON")
 
 # tessaly_grouped(TARGET SOURCES...): none of a group shares a file-local name with another.

@@ -1,6 +1,6 @@
-# More than half of a compilation are the headers of the libraries, so the presets of the checks read them once: for the
-# plain rooms, for those with a window, and for the tests of both. A build to work with goes without: what is precompiled
-# hides a missing #include, and debug information takes the gain away.
+# More than half of a compilation are the headers of the libraries, so a build that runs the tests reads them once: for the
+# plain rooms, for those with a window, and for the tests of both. That of preset debug goes without, as what is
+# precompiled hides a missing #include.
 option(TESSALY_PRECOMPILE "Read the libraries' headers once" OFF)
 if(TESSALY_PRECOMPILE AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
   add_compile_options("SHELL:-Xclang -fno-pch-timestamp")  # ccache compares contents

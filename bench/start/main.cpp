@@ -41,6 +41,7 @@ int startWindow(int argc, char** argv, bool rest) {
   const QApplication toolkit(argc, argv);
   dressToolkit();
   applyPalette(PaletteChoice::kDesktop);
+  applyTextSize(kUsualTextSize);
   Application application({argv[argc - 1], false, false, kFtpPort});
   if (application.claimRoot() != RootClaim::kOurs) return 1;
   application.start();

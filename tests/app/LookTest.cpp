@@ -103,7 +103,13 @@ TEST(LookTest, WhatIsOpenGrowsWithTheDesktopsTextAndHasRoomForIt) {
     QApplication::setFont(before);
     applyTextSize(kOwn);
   });
+  EXPECT_FALSE(QApplication::windowIcon().isNull());  // which nobody has waited for
+  QFont inPixels = before;
+  inPixels.setPixelSize(15);
+  QApplication::setFont(inPixels);
+  WindowDriver::waitFor([] { return QApplication::font().pixelSize() == 18; }, "120 % of 15 pixels");
   applyTextSize(kUsualTextSize);
+  QApplication::setFont(before);
 }
 
 class HintTest : public WindowTest {};
