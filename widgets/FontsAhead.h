@@ -6,7 +6,7 @@ namespace tessaly {
 // to be called before that. Who needs them early finds them by itself. Nothing on a system whose toolkit does
 // not ask fontconfig.
 void findFontsAhead();
-// The search has ended; before the first text is laid out, which would search again.
+// The search has ended; before the window is made, whose texts would be searched for again.
 void awaitFonts();
 
 }  // namespace tessaly
