@@ -1,7 +1,6 @@
 #include "app/Appearance.h"
 
 #include <algorithm>
-#include <chrono>
 #include <clocale>
 
 #include <QApplication>
@@ -43,8 +42,6 @@ constexpr Colours kLightColours{0xfff0f0f0, 0xffffffff, 0xfff6f6f6, 0xffe8e8e8, 
                                 0xff646464, 0xff5f5f5f, 0xff1f6cad, 0xff5a6b7a, 0xff0b5cad};
 constexpr Colours kDarkColours{0xff2b2b2b, 0xff1e1e1e, 0xff262626, 0xff3a3a3a, 0xffe4e4e4,
                                0xffa8a8a8, 0xffa6a6a6, 0xff2a6cb0, 0xff4d5c6b, 0xff7db8f0};
-
-constexpr std::chrono::milliseconds kUntilPainted{250};
 
 PaletteChoice current = PaletteChoice::kDesktop;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 #include <QPalette>
 #include <QString>
 
@@ -35,6 +37,9 @@ void applyTextSize(int percent);
 // As the user left it.
 void restoreTextSize(const Preferences& preferences);
 void keepTextSize(Preferences& preferences);
+
+// Until the window has been painted, for what nobody waits for.
+inline constexpr std::chrono::milliseconds kUntilPainted{250};
 
 // Compiled-in resources, the window icon, the number format of the C library, the eye on the desktop. May be
 // called again.

@@ -1,6 +1,5 @@
 #include "app/Application.h"
 
-#include <chrono>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -29,7 +28,6 @@ namespace tessaly {
 namespace {
 
 constexpr std::uint64_t kManyBytes = 2'000'000;
-constexpr std::chrono::milliseconds kUntilPainted{250};
 constexpr std::string_view kDataFolder = "c:\\Programme\\RV48\\bin\\MacroFid\\";
 
 // The loader thread may outlive the window, so the dictionary is never freed. It stays within reach, as
@@ -136,7 +134,7 @@ void Application::prepareRoot() {
 
 void Application::start() {
   prepareRoot();
-  awaitFonts();  // which would keep the loader from its processor
+  awaitFonts();  // whose search has the processor that the loader is to have
   // The functions are read while the window is made, which is then there for what is said of them.
   std::unique_lock untilHeard(loader_->mutex);
   const bool described = describesFunctions(root_);

@@ -40,6 +40,14 @@ QStyleOptionButton onPlainGround(QStyleOptionButton button) {
   return button;
 }
 
+// For smooth lines, until the painter is restored.
+void saveAndTake(QPainter& painter, const QPen& pen) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(pen);
+}
+
 // A rounded frame within a place. What takes many pieces to draw, as a long line of a pen and a high
 // rectangle do, the toolkit hands to threads, which takes longer than to draw it.
 void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int width) {
@@ -53,10 +61,7 @@ void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int 
   corner.lineTo(place.left() + end, middle.top());
   const QTransform across(-1, 0, 0, 1, middle.left() + middle.right(), 0);
   const QTransform down(1, 0, 0, -1, 0, middle.top() + middle.bottom());
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::FlatCap));
+  saveAndTake(painter, QPen(colour, width, Qt::SolidLine, Qt::FlatCap));
   for (const QTransform& way : {QTransform(), across, down, across * down}) painter.drawPath(way.map(corner));
   QColor shade = colour;
   for (int depth = 0; depth <= width / 2; ++depth) {
@@ -74,10 +79,7 @@ void drawFrame(QPainter& painter, const QRect& place, const QColor& colour, int 
 }
 
 void drawCircle(QPainter& painter, const QRect& place, const QColor& colour) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(colour);
+  saveAndTake(painter, colour);
   painter.drawEllipse(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5));
   painter.restore();
 }
