@@ -471,6 +471,7 @@ void Browser::refreshPanel() {
   if (!onPanel()) return;
   showConnectedPanel();
   refreshWorkplaces();
+  if (!demo_) panelNames_.renew();
 }
 
 }  // namespace tessaly

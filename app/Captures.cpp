@@ -55,7 +55,7 @@ CaptureWindow* Captures::make(Pane pane) {
   };
   ways.selected = [this, pane] { return state(pane).view.commands().selectedRows(); };
   ways.line = [this, pane] {
-    return CaptureLine{lineTrouble(pane), connection_.otherAddress(pane).value_or(connection_.address(pane)),
+    return CaptureLine{lineTrouble(pane), connection_.askedAddress(pane),
                        client_.connectionNumber()};
   };
   ways.questions = [this](PanelQuestions::Taker taker) {

@@ -315,8 +315,15 @@ void MacroOperations::tellNotCopied(const MacroRow& source, const MacroTarget& t
   tellNotDone(target, tr("NOT copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason));
 }
 
+// What a panel is asked to do strikes the one that the line leads to, which the list tells of.
+MacroTarget MacroOperations::selectedToAsk(Pane pane) const {
+  MacroTarget target = open_.selectedTarget(pane);
+  if (target.source == PaneSource::kPanel) target.address = connection_.askedAddress(pane);
+  return target;
+}
+
 void MacroOperations::renameMacro(Pane pane) {
-  const MacroTarget target = open_.selectedTarget(pane);
+  const MacroTarget target = selectedToAsk(pane);
   if (!target.complete() || state(pane).viewOnly()) return;
   RenameMacroDialog dialog(target.name, window_);
   if (dialog.exec() != QDialog::Accepted) return;
@@ -352,7 +359,7 @@ void MacroOperations::renameOnDisk(Pane pane, const MacroTarget& target, const s
 }
 
 void MacroOperations::deleteMacro(Pane pane) {
-  const MacroTarget target = open_.selectedTarget(pane);
+  const MacroTarget target = selectedToAsk(pane);
   if (!target.complete() || state(pane).viewOnly()) return;
   const std::string entry = target.numberText + " - " + target.name;
   if (!site_.messages.ask(format(kDeleteQuestion, visibleUtf8(entry).c_str()), MessageIcon::kQuestion))

@@ -74,6 +74,7 @@ class MacroOperations : public QObject {
   void renameOnPanel(const MacroTarget& target, const std::string& name);
   void deleteOnDisk(Pane pane, const MacroTarget& target);
   void deleteOnPanel(const MacroTarget& target);
+  [[nodiscard]] MacroTarget selectedToAsk(Pane pane) const;
 
   PaneAccesses panes_;
   SiteAccess site_;

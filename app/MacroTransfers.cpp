@@ -107,7 +107,7 @@ PanelMacros::Deletion MacroTransfers::remove(const MacroPlace& place, PanelMacro
 
 bool MacroTransfers::rename(const MacroPlace& place, const std::string& name) {
   expect(place, name);
-  const bool asked = panel_.macros().rename(place.workplace, place.number, name);
+  const bool asked = panel_.macros().rename(place.address, place.workplace, place.number, name);
   if (!asked) forget(place);
   return asked;
 }

@@ -161,7 +161,8 @@ QStringList OpenMacros::unsavedAt(const MacroPlace& place) const {
 
 bool OpenMacros::reaches(const std::string& address) const {
   return std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) {
-    return connection_.connected(pane) && connection_.address(pane) == address;
+    return connection_.connected(pane) && connection_.address(pane) == address &&
+           !connection_.otherAddress(pane);
   });
 }
 

@@ -38,7 +38,7 @@ void Rehearsals::look() {
 QString Rehearsals::panelFor(Pane pane) const {
   for (const Pane one : {pane, other(pane)})
     if (connection_.line(one) == PaneLine::kStands)
-      return shown(connection_.otherAddress(one).value_or(connection_.address(one)));
+      return shown(connection_.askedAddress(one));
   return {};
 }
 

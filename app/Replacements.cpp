@@ -27,12 +27,8 @@ QString Replacements::leftOut(const MacroPlace& place) const {
 
 // What is on a panel cannot be written all or none.
 ReplaceJob Replacements::job(const std::string& title) const {
-  std::set<std::string> connected;
-  for (const Pane pane : kPanes)
-    if (around_.connection.line(pane) == PaneLine::kStands)
-      connected.insert(around_.connection.address(pane));
-  return [shelves = shelves_, connected, title](std::vector<BatchItem> items,
-                                                const std::stop_token& stop) -> Expected<ReplacedBatch> {
+  return [shelves = shelves_, connected = around_.connection.wholePanels(), title](
+             std::vector<BatchItem> items, const std::stop_token& stop) -> Expected<ReplacedBatch> {
     const bool panel =
         std::ranges::any_of(items, [](const BatchItem& item) { return BatchPlaces::onPanel(item.place); });
     const auto mode = panel ? MacroBatch::Mode::kAsManyAsGo : MacroBatch::Mode::kAllOrNone;

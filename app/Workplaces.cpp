@@ -51,9 +51,10 @@ Workplaces::Workplaces(const Surroundings& surroundings, Shelves shelves, QWidge
     : around_(surroundings),
       shelves_(std::move(shelves)),
       owner_(window),
-      recoveries_(shelves_, [this] { return connected(); }),
+      recoveries_(shelves_, [this] { return around_.connection.wholePanels(); }),
       batchUndo_(
-          shelves_, [this] { return connected(); }, around_.transfer, around_.site.messages, around_.open) {
+          shelves_, [this] { return around_.connection.wholePanels(); }, around_.transfer,
+          around_.site.messages, around_.open) {
   around_.undo.undoBatchesBy(batchUndo_);
   connect(&recoveries_, &BatchRecoveries::said, this, &Workplaces::said);
   connect(&recoveries_, &BatchRecoveries::written, this, [this](const MacroPlace& place) {
@@ -112,14 +113,6 @@ bool Workplaces::end() {
   return !(window_ && window_->busy()) && !recoveries_.busy();
 }
 
-std::set<std::string> Workplaces::connected() const {
-  std::set<std::string> addresses;
-  for (const Pane pane : kPanes)
-    if (around_.connection.line(pane) == PaneLine::kStands)
-      addresses.insert(around_.connection.address(pane));
-  return addresses;
-}
-
 std::vector<WorkplaceChoice> Workplaces::choices() const {
   std::vector<WorkplaceChoice> choices;
   // What the panes show stands beside each other to begin with.
@@ -147,10 +140,9 @@ void Workplaces::addPanel(Pane pane, std::vector<WorkplaceChoice>& choices) cons
 
 void Workplaces::addWorkplace(Pane pane, int number, std::vector<WorkplaceChoice>& choices) const {
   const auto workplace = Workplace::of(number);
-  if (around_.connection.line(pane) != PaneLine::kStands || !workplace ||
-      !around_.connection.workplaces(pane)[workplace->index()])
-    return;
+  if (!workplace || !around_.connection.workplaces(pane)[workplace->index()]) return;
   const std::string& address = around_.connection.address(pane);
+  if (!around_.connection.wholePanels().contains(address)) return;
   addOnce({tr("Panel %1, workplace %2").arg(shown(address), QString::number(number)),
            shelves_.panel(address, number)},
           choices);

@@ -70,7 +70,6 @@ class Workplaces : public QObject {
   [[nodiscard]] bool mayWrite(const std::vector<MacroPlace>& places) const;
   void compare(const WorkplaceChoice& left, const WorkplaceChoice& right, MacroNumber number);
   void settle();  // once nothing holds the panes
-  [[nodiscard]] std::set<std::string> connected() const;
 
   Surroundings around_;
   Shelves shelves_;

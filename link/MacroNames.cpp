@@ -52,6 +52,7 @@ MacroNames::MacroNames(PanelClient& client, PanelSubscriptions& subscriptions, M
 
 void MacroNames::subscribe(int workplace) {
   if (const int old = this->workplace(); old != kNoWorkplace) subscriptions_.unsubscribeMacroNames(old);
+  connection_ = client_.connectionNumber();
   const bool connected = client_.state() == kPanelConnected;
   {
     const MutexLock guard(mutex_);
@@ -60,6 +61,11 @@ void MacroNames::subscribe(int workplace) {
     workplace_ = connected ? workplace : kNoWorkplace;
   }
   if (connected) subscriptions_.subscribeMacroNames(workplace);
+}
+
+void MacroNames::renew() {
+  const bool other = client_.state() == kPanelConnected && client_.connectionNumber() != connection_;
+  if (const int old = workplace(); other && old != kNoWorkplace) subscribe(old);
 }
 
 int MacroNames::workplace() const {

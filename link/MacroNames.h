@@ -60,6 +60,9 @@ class MacroNames {
   // Ends the subscription of another workplace, empties all tables and, while connected, subscribes the names
   // of this one; names that are already known arrive before it returns. GUI thread.
   void subscribe(int workplace);
+  // The same workplace again, when its names came over a line that another one has taken the place of. GUI
+  // thread.
+  void renew();
 
   // The subscribed workplace, 1 to 8, or kNoWorkplace.
   [[nodiscard]] int workplace() const;
@@ -99,6 +102,7 @@ class MacroNames {
   mutable Mutex mutex_;  // never held while calling out
   std::array<Tables, kPanes.size()> tables_ GUARDED_BY(mutex_);
   int workplace_ GUARDED_BY(mutex_) = kNoWorkplace;
+  unsigned connection_ = 0;                              // that it was subscribed on
   std::map<int, Expected> requests_ GUARDED_BY(mutex_);  // by number
 };
 

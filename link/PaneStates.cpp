@@ -127,8 +127,10 @@ bool PaneStates::keep(Pane pane, ConnectAttempt& attempt) {
     post_(pane);  // under the mutex: retire waits for it, so the window is still there
     return true;
   }
-  return std::any_of(panes_.begin(), panes_.end(), [](const State& state) {
-    return (state.connected && !state.lost) || state.attempt != nullptr;
+  // A connected pane needs the line that it takes itself to be on, and no other.
+  const bool same = attempt.address == lineAddress_;
+  return std::any_of(panes_.begin(), panes_.end(), [same](const State& state) {
+    return (same && state.connected && !state.lost) || state.attempt != nullptr;
   });
 }
 

@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "platform/HostAddress.h"
+
 namespace tessaly {
 namespace {
 
@@ -63,7 +65,10 @@ void PanelClient::connectionStatusChanged(int status) {
     // Neither lock_ nor gate_: a status must get through while an observer is still busy.
     const MutexLock guard(tables_);
     state_ = status;
-    if (status == kPanelConnected) ++connectionNumber_;
+    if (status == kPanelConnected) {
+      ++connectionNumber_;
+      host_ = attemptedHost_;
+    }
     listeners = statusListeners_;
     if (status == kPanelNotConnected) {
       values_.clear();
@@ -79,6 +84,13 @@ bool PanelClient::callFunction(const std::string& functionId, const ParameterLis
   return connection_->callFunctionId(functionId, parameters);
 }
 
+std::string PanelClient::host() const {
+  const MutexLock guard(tables_);
+  return host_;
+}
+
+bool PanelClient::leadsTo(const std::string& address) const { return sameHost(host(), address); }
+
 bool PanelClient::connect(const std::string& host) {
   const auto yes = [] { return true; };
   return connect(host, yes, yes);
@@ -89,6 +101,10 @@ bool PanelClient::connect(const std::string& host, const std::function<bool()>& 
   const MutexLock turn(connecting_);
   if (!wanted()) return false;
   disconnect();
+  {
+    const MutexLock guard(tables_);
+    attemptedHost_ = host;
+  }
   setAttempt(&wanted);
   const bool connected = connection_->connect(host, kPanelPort, this);
   setAttempt(nullptr);

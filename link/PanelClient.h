@@ -54,6 +54,11 @@ class PanelClient : public IXCTLClient {
   // The library's answer; false without a connection.
   virtual bool callFunction(const std::string& functionId, const ParameterList& parameters);
 
+  // Whether what is called goes to the panel at this address, as far as it goes anywhere.
+  [[nodiscard]] bool leadsTo(const std::string& address) const;
+  // The host of the connection that stands, or stood last, as it was given; empty before the first.
+  [[nodiscard]] std::string host() const;
+
   // Blocks until connected (true) or failed. An existing connection is ended first. Calls queue up behind
   // each other. `host` is an address, with ":port" when the panel listens elsewhere than on kPanelPort.
   [[nodiscard]] bool connect(const std::string& host);
@@ -138,6 +143,8 @@ class PanelClient : public IXCTLClient {
   std::vector<StatusListener*> statusListeners_ GUARDED_BY(tables_);
   ObserverTable subscribers_ GUARDED_BY(tables_);
   ObserverTable triggers_ GUARDED_BY(tables_);
+  std::string attemptedHost_ GUARDED_BY(tables_);
+  std::string host_ GUARDED_BY(tables_);
   std::unique_ptr<PanelTransport> connection_;
   std::atomic<int> state_{kPanelNotConnected};
   std::atomic<unsigned> connectionNumber_{0};

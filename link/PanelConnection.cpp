@@ -230,9 +230,15 @@ std::optional<unsigned> PanelConnection::loss() const {
 }
 
 std::optional<std::string> PanelConnection::otherAddress(Pane pane) const {
-  std::string address = states_->lineAddress();
-  if (line(pane) != PaneLine::kStands || address == this->address(pane)) return std::nullopt;
-  return address;
+  if (line(pane) != PaneLine::kStands || client_.leadsTo(address(pane))) return std::nullopt;
+  return client_.host();
+}
+
+std::set<std::string> PanelConnection::wholePanels() const {
+  std::set<std::string> addresses;
+  for (const Pane pane : kPanes)
+    if (line(pane) == PaneLine::kStands && !otherAddress(pane)) addresses.insert(address(pane));
+  return addresses;
 }
 
 void PanelConnection::workplaceCountReceived(const std::string& name, const ParameterValue& value) {

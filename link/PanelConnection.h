@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "link/Pane.h"
@@ -135,6 +136,13 @@ class PanelConnection {
   // The address of the line, when the pane has joined one that was made to another address than its own. What
   // it asks the panel to do goes over that line, its files go to its own address. GUI thread.
   [[nodiscard]] std::optional<std::string> otherAddress(Pane pane) const;
+  // Where what the pane asks for goes, as far as it goes anywhere.
+  [[nodiscard]] std::string askedAddress(Pane pane) const {
+    return otherAddress(pane).value_or(address(pane));
+  }
+  // The panels that the line and the files of a pane lead to alike, while the line stands: only there can
+  // macros be listed, deleted or put back as those of one panel.
+  [[nodiscard]] std::set<std::string> wholePanels() const;
 
  private:
   struct Texts {

@@ -116,38 +116,40 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
 
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
                                           OldContent old, const BeforePanelWrite& before) {
-  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return {};
+  const MacroPlace place{{}, address, workplace, std::string(number)};
+  if (!Workplace::of(workplace) || !MacroNumber::parse(number) || !client_.leadsTo(address)) return {};
   if (old == OldContent::kKept) {
     Running running(*this, address);
-    const MacroPlace place{{}, address, workplace, std::string(number)};
     const PanelStanding standing = keep(running, place, MacroChange::kDelete);
     if (standing.old.fetched == Result::kCancelled || (before && !before(standing))) return {};
     if (!standing.kept) return {false, standing.kept};
   }
-  return {askToDelete(workplace, number), {}};
+  return {askToChange(place, "DELETE"), {}};
 }
 
-bool PanelMacros::askToDelete(int workplace, std::string_view number) {
-  ParameterList parameters;
-  parameters.addString("REG", std::string(number));
-  seen_->forget(workplace, number);
-  return client_.callFunction(format("PANEL.MACRO%d.DELETE", workplace), parameters);
+bool PanelMacros::rename(const std::string& address, int workplace, std::string_view number,
+                         const std::string& name) {
+  return askToChange({{}, address, workplace, std::string(number)}, "NAME.SET", name);
 }
 
-bool PanelMacros::rename(int workplace, std::string_view number, const std::string& name) {
-  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return false;
-  ParameterList parameters;
-  parameters.addString("REG", std::string(number));
-  parameters.addString("NAME", name);
-  seen_->forget(workplace, number);
-  return client_.callFunction(format("PANEL.MACRO%d.NAME.SET", workplace), parameters);
+bool PanelMacros::run(const std::string& address, int workplace, std::string_view number) {
+  return ask({{}, address, workplace, std::string(number)}, "RUN");
 }
 
-bool PanelMacros::run(int workplace, std::string_view number) {
-  if (!Workplace::of(workplace) || !MacroNumber::parse(number)) return false;
+bool PanelMacros::askToChange(const MacroPlace& place, const char* function,
+                              const std::optional<std::string>& name) {
+  seen_->forget(place.workplace, place.number);
+  return ask(place, function, name);
+}
+
+// At another panel it would strike a macro that nobody has looked at.
+bool PanelMacros::ask(const MacroPlace& place, const char* function, const std::optional<std::string>& name) {
+  if (!Workplace::of(place.workplace) || !MacroNumber::parse(place.number)) return false;
+  if (!client_.leadsTo(place.address)) return false;
   ParameterList parameters;
-  parameters.addString("REG", std::string(number));
-  return client_.callFunction(format("PANEL.MACRO%d.RUN", workplace), parameters);
+  parameters.addString("REG", place.number);
+  if (name) parameters.addString("NAME", *name);
+  return client_.callFunction(format("PANEL.MACRO%d.%s", place.workplace, function), parameters);
 }
 
 void PanelMacros::cancel() {
@@ -232,12 +234,16 @@ TransferOutcome PanelMacros::send(Running& running, std::string_view bytes, cons
   if (before && !before(standing)) return {Result::kCancelled};
   // A panel that refuses a file may say that there is none: what was seen there is not deleted for that.
   if (old.fetched == Result::kNotFound && seen_->of(place)) old.fetched = Result::kFailed;
-  VerifiedSend verified(
-      {.transfer = [&]() -> MacroTransfer& { return *running; },
-       .renew = [&] { running.renew(); },
-       .load = [&] { return client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList()); },
-       .remove = [&] { return askToDelete(place.workplace, place.number); }},
-      remotePath, patience_);
+  VerifiedSend verified({.transfer = [&]() -> MacroTransfer& { return *running; },
+                         .renew = [&] { running.renew(); },
+                         .load =
+                             [&] {
+                               const bool called =
+                                   client_.callFunction("PANEL.APPLICATION.LOAD.FINISH", ParameterList());
+                               return called && client_.leadsTo(place.address);
+                             },
+                         .remove = [&] { return askToChange(place, "DELETE"); }},
+                        remotePath, patience_);
   TransferOutcome sent = verified.send(bytes, old);
   if (sent.sent()) seen_->note(place, bytes);
   return sent;

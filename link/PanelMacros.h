@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,10 @@ using BeforePanelWrite = std::function<bool(const PanelStanding& standing)>;
 // another one. A failed download leaves the local file as it was, and one that brings no macro counts as
 // failed; an upload is verified (VerifiedSend), and one that failed is not announced. Nobody is told of
 // failures but the caller.
+//
+// Files come from and go to the address that is given; what the panel is asked goes over the client's one
+// line, which may lead to another panel. So nothing is deleted, renamed or carried out but at the address
+// that the line leads to, and an upload elsewhere counts as not announced.
 //
 // What a number holds is fetched before it is overwritten or deleted, and goes to the keeper. That is an
 // extra: whatever becomes of it, an upload goes on, except that it is not tried on a panel that was just
@@ -90,17 +95,18 @@ class PanelMacros {
     Outcome kept;        // not done: there is old content that could not be kept, so it was not asked
   };
   // Asks the panel to delete a macro, once its old content is kept, unless that may be lost. Nor is it asked
-  // when the user cancels while the old content is fetched from `address`.
+  // when the user cancels while the old content is fetched.
   [[nodiscard]] Deletion remove(const std::string& address, int workplace, std::string_view number,
                                 OldContent old = OldContent::kKept, const BeforePanelWrite& before = {});
   // Asks the panel; as above. False when it could not be asked.
-  [[nodiscard]] bool rename(int workplace, std::string_view number, const std::string& name);
+  [[nodiscard]] bool rename(const std::string& address, int workplace, std::string_view number,
+                            const std::string& name);
 
   // No file moves.
   [[nodiscard]] bool demo() const { return demo_; }
 
   // Asks the panel to carry out a macro, which it tells of by PANEL.MACRO1.RUNNING. False as above.
-  [[nodiscard]] bool run(int workplace, std::string_view number);
+  [[nodiscard]] bool run(const std::string& address, int workplace, std::string_view number);
 
   // Ends the running operation; without one it does nothing.
   void cancel();
@@ -116,7 +122,12 @@ class PanelMacros {
   [[nodiscard]] PanelStanding keep(Running& running, const MacroPlace& place, MacroChange change);
   [[nodiscard]] VerifiedSend::Old fetchOld(Running& running, const std::string& remotePath,
                                            std::chrono::seconds patience) const;
-  [[nodiscard]] bool askToDelete(int workplace, std::string_view number);
+  // Calls a function of the workplace's macros; false when the panel at that address could not be asked. What
+  // was seen of a macro that changes is forgotten.
+  bool askToChange(const MacroPlace& place, const char* function,
+                   const std::optional<std::string>& name = {});
+  [[nodiscard]] bool ask(const MacroPlace& place, const char* function,
+                         const std::optional<std::string>& name = {});
 
   PanelClient& client_;
   const SiteRoot& root_;

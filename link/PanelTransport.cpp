@@ -1,12 +1,14 @@
 #include "link/PanelTransport.h"
 
+#include "platform/HostAddress.h"
+
 namespace tessaly {
 namespace {
 
 class LibraryTransport final : public PanelTransport {
  public:
   bool connect(const std::string& host, std::uint16_t port, IXCTLClient* client) override {
-    return connection_.connect(host, port, client);
+    return connection_.connect(decimalAddress(host), port, client);
   }
   void disconnect() override { connection_.disconnect(); }
   bool subscribe(const std::string& name) override { return connection_.subscribe(name); }

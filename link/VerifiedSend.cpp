@@ -88,8 +88,8 @@ VerifiedSend::Stored VerifiedSend::tryPutBack(std::string_view bytes, const Old&
   if (stands == Stored::kOld || stands == Stored::kNew) return stands;
   if (outcome.reading == Result::kUnreachable || outcome.reading == Result::kCancelled) return stands;
   if (old.fetched == Result::kNotFound) {
-    static_cast<void>(way_.remove());
-    return look(bytes, old, kPutBackReading, outcome);
+    const bool asked = way_.remove();
+    if (asked || stands == Stored::kUnread) return look(bytes, old, kPutBackReading, outcome);
   }
   const std::string_view wanted = old.fetched == Result::kDone ? std::string_view(*old.bytes) : bytes;
   const Result put = way_.transfer().put(wanted, remotePath_);

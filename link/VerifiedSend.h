@@ -20,8 +20,9 @@ struct PutBackPatience {
 // Sends a macro to a panel, and believes nothing but what comes back: what was sent is read and compared byte
 // by byte before the panel is told to load it. A difference is sent once more; then what stood there before
 // is put back, and read in its turn: but only where a look has found neither the old macro nor the new one,
-// so that a panel that takes nothing more is not written to in vain. Where the old macro is not known, the
-// new one is what is tried on with. Blocking.
+// so that a panel that takes nothing more is not written to in vain. Where the old macro is not known, or
+// there was none and the panel cannot be asked to delete what has come there, the new one is what is tried on
+// with: a part of a macro is the worst to be left. Blocking.
 class VerifiedSend {
  public:
   using Result = FtpClient::Result;
@@ -41,7 +42,7 @@ class VerifiedSend {
     // After a cancel: transfers again, until the next one.
     std::function<void()> renew;
     std::function<bool()> load;    // tells the panel to read its macros again
-    std::function<bool()> remove;  // asks the panel to delete the macro
+    std::function<bool()> remove;  // asks the panel to delete the macro; false where it cannot be asked
   };
 
   VerifiedSend(Way way, std::string remotePath, PutBackPatience patience)

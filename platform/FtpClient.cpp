@@ -13,6 +13,7 @@
 #include "platform/Channel.h"
 #include "platform/CurlLibrary.h"
 #include "platform/Files.h"
+#include "platform/HostAddress.h"
 #include "platform/Text.h"
 
 namespace tessaly {
@@ -332,8 +333,8 @@ class Transfer {
 
 }  // namespace
 
-FtpClient::FtpClient(std::string host, std::uint16_t port, Login login, Connections connections)
-    : host_(std::move(host)), port_(port), login_(std::move(login)), connections_(connections) {}
+FtpClient::FtpClient(const std::string& host, std::uint16_t port, Login login, Connections connections)
+    : host_(decimalAddress(host)), port_(port), login_(std::move(login)), connections_(connections) {}
 
 FtpClient::~FtpClient() = default;
 

@@ -46,7 +46,7 @@ class FtpClient {
   };
 
   // Host is a numeric address or a name; port 21 unless a simulated panel listens elsewhere.
-  FtpClient(std::string host, std::uint16_t port, Login login,
+  FtpClient(const std::string& host, std::uint16_t port, Login login,
             Connections connections = Connections::kOneEach);
   ~FtpClient();
   FtpClient(const FtpClient&) = delete;

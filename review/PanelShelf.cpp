@@ -85,7 +85,14 @@ std::string PanelShelf::title() const {
 
 MacroPlace PanelShelf::place(MacroNumber number) const { return {{}, address_, workplace_, number.text()}; }
 
+// Names come over the line, macros from the address.
+Outcome PanelShelf::whole() const {
+  if (client_.state() != kPanelConnected || client_.leadsTo(address_)) return {};
+  return Failure{Failure::Kind::kPanel, "the line leads to another panel, " + client_.host()};
+}
+
 Expected<std::vector<MacroShelf::Held>> PanelShelf::list() {
+  if (Outcome one = whole(); !one) return one.failure();
   auto names = readWorkplaceNames(client_, workplace_, cancelled_);
   if (!names) return names.failure();
   std::vector<Held> held;
@@ -102,7 +109,7 @@ Expected<std::string> PanelShelf::read(MacroNumber number) {
 
 Outcome PanelShelf::writable() const {
   if (macros_.demo()) return Failure{Failure::Kind::kPanel, "nothing is sent in the demonstration"};
-  if (client_.state() == kPanelConnected) return {};
+  if (client_.state() == kPanelConnected) return whole();
   return Failure{Failure::Kind::kPanel, "the panel is not connected"};
 }
 

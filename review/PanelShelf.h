@@ -36,6 +36,8 @@ class PanelShelf final : public MacroShelf {
  private:
   // Asks `before`; not done when nothing is to be written.
   [[nodiscard]] Outcome ask(const PanelStanding& standing, const BeforeWrite& before);
+  // Not done while the line leads to another panel than the files.
+  [[nodiscard]] Outcome whole() const;
   [[nodiscard]] ShelfWrite awaitDeletion(MacroNumber number);
 
   PanelMacros& macros_;

@@ -54,6 +54,8 @@ class PanelMacrosTest : public testing::Test {
   };
 
   PanelMacrosTest() {
+    EXPECT_TRUE(panel.client->connect("10.0.0.1"));
+    panel.transport->take();
     macros.waitFor({milliseconds(20'000), milliseconds(20'000), milliseconds(1)});
     site.write("c:\\x.mac", "<new/>");
   }
@@ -270,7 +272,7 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
     EXPECT_FALSE(macros.download("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
     EXPECT_FALSE(macros.upload("10.0.0.1", 1, number, "c:\\x.mac").done()) << number;
     EXPECT_FALSE(macros.remove("10.0.0.1", 1, number).asked) << number;
-    EXPECT_FALSE(macros.rename(1, number, "Name")) << number;
+    EXPECT_FALSE(macros.rename("10.0.0.1", 1, number, "Name")) << number;
   }
   for (const int workplace : {-1, 0, 9}) {
     EXPECT_FALSE(macros.download("10.0.0.1", workplace, "001", "c:\\x.mac").done());
@@ -284,12 +286,33 @@ TEST_F(PanelMacrosTest, NothingLeadsOutOfTheMacroFolders) {
 
 TEST_F(PanelMacrosTest, DeleteAndRenameAskThePanel) {
   EXPECT_TRUE(macros.remove("10.0.0.1", 1, "007").asked);
-  EXPECT_TRUE(macros.rename(8, "012", "New \"name\""));
+  EXPECT_TRUE(macros.rename("10.0.0.1", 8, "012", "New \"name\""));
   ParameterList renamed;
   renamed.addString("REG", "012");
   renamed.addString("NAME", "New \"name\"");
   EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO1.DELETE(REG=\"007\")",
                                                    "call PANEL.MACRO8.NAME.SET(" + renamed.toString() + ")"));
+}
+
+// Files go to the address of a pane, calls over the one line: a macro under the same number of another panel
+// must not be struck, least of all by the putting back of what the user gave up.
+TEST_F(PanelMacrosTest, NoOtherPanelThanTheOneThatIsMeantIsAsked) {
+  const std::string file = std::string(kFolder) + "1/macro002.mac";
+  for (const Result end : {kCut, kCancelled}) {
+    files.erase(file);
+    results = {kDone, end};
+    const TransferOutcome sent = macros.upload("10.0.0.2", 1, "002", "c:\\x.mac");
+    EXPECT_EQ(sent.holds, PanelHolds::kNew);
+    EXPECT_EQ(files[file], "<new/>") << "a whole macro, since the part of one cannot be deleted";
+    EXPECT_FALSE(sent.announced) << "that panel does not know of it";
+    EXPECT_THAT(panel.transport->take(), ElementsAre(kReload));
+  }
+  take();
+  EXPECT_FALSE(macros.remove("10.0.0.2", 1, "002").asked);
+  EXPECT_FALSE(macros.rename("10.0.0.2", 1, "002", "Name") || macros.run("10.0.0.2", 1, "002"));
+  EXPECT_THAT(panel.transport->take(), IsEmpty());
+  EXPECT_THAT(take(), IsEmpty()) << "nor is anything kept of it";
+  EXPECT_TRUE(macros.run("10.00.0.001", 1, "002")) << "the same address";
 }
 
 TEST_F(PanelMacrosTest, OldContentIsKeptFirst) {
@@ -365,13 +388,13 @@ TEST_F(PanelMacrosTest, ManyInARowStayConnectedAndRememberWhatWasSeen) {
   EXPECT_EQ(seen("10.0.0.1"), contentCheck("<a/>"));
   EXPECT_EQ(seen("10.0.0.2"), std::nullopt) << "it was only read";
   EXPECT_EQ(seen("10.0.0.3"), std::nullopt);
-  EXPECT_TRUE(first.rename(1, "002", "Other") && first.rename(2, "001", "Other"));
+  EXPECT_TRUE(first.rename("10.0.0.1", 1, "002", "Other") && first.rename("10.0.0.1", 2, "001", "Other"));
   EXPECT_EQ(seen("10.0.0.1"), contentCheck("<a/>"));
-  EXPECT_TRUE(first.rename(1, "001", "Name"));
+  EXPECT_TRUE(first.rename("10.0.0.1", 1, "001", "Name"));
   EXPECT_EQ(seen("10.0.0.1"), std::nullopt);
   panel.transport->take();
-  EXPECT_TRUE(many->run(2, "007"));
-  EXPECT_FALSE(many->run(9, "007") || many->run(2, "7"));
+  EXPECT_TRUE(many->run("10.0.0.1", 2, "007"));
+  EXPECT_FALSE(many->run("10.0.0.1", 9, "007") || many->run("10.0.0.1", 2, "7"));
   EXPECT_THAT(panel.transport->take(), ElementsAre("call PANEL.MACRO2.RUN(REG=\"007\")"));
 }
 
