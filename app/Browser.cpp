@@ -207,7 +207,7 @@ void Browser::fillWorkplaces() {
   if (onPanel()) {
     const WorkplaceFlags flags = connection_.workplaces(pane_.descriptor.pane);
     // Unsaved changes belong to theirs, which a new line may not have told of yet.
-    const int held = pane_.copy.edited() ? workplace() : 0;
+    const int held = pane_.copy.unsaved() ? workplace() : 0;
     for (int number = 1; number <= Workplace::kCount; ++number)
       if (flags[static_cast<std::size_t>(number - 1)] || number == held)
         rows.push_back({format(kWorkplace, number), number});
@@ -248,7 +248,7 @@ void Browser::chooseWorkplace() {
 }
 
 void Browser::followWorkplace(int number) {
-  if (!onPanel() || pane_.copy.edited()) return;
+  if (!onPanel() || pane_.copy.unsaved()) return;
   ListBox& list = pane_.view.workplaces();
   list.selectRow(list.rows().rowOfNumber(number));
   listMacros();
@@ -443,8 +443,8 @@ void Browser::chooseAgain(const std::optional<MacroRow>& before) {
   ListBox& list = pane_.view.macros();
   const int row = list.rows().rowOfNumber(before->number);
   const bool same = row >= 0 && pane_.macroRows[static_cast<std::size_t>(row)].name == before->name;
-  list.selectRow(same || (row >= 0 && pane_.copy.edited()) ? row : -1);
-  if (same || pane_.copy.edited()) return;
+  list.selectRow(same || (row >= 0 && pane_.copy.unsaved()) ? row : -1);
+  if (same || pane_.copy.unsaved()) return;
   clearFrom(kCommandList);
   const QString text = row < 0 ? tr("gone: %1 is no longer on the panel")
                                : tr("renamed: %1 has another name on the panel now");

@@ -55,8 +55,7 @@ CaptureWindow* Captures::make(Pane pane) {
   };
   ways.selected = [this, pane] { return state(pane).view.commands().selectedRows(); };
   ways.line = [this, pane] {
-    return CaptureLine{lineTrouble(pane), connection_.askedAddress(pane),
-                       client_.connectionNumber()};
+    return CaptureLine{lineTrouble(pane), connection_.askedAddress(pane), client_.connectionNumber()};
   };
   ways.questions = [this](PanelQuestions::Taker taker) {
     return std::make_unique<PanelQuestions>(client_, postTo(this), std::move(taker));

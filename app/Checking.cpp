@@ -20,8 +20,8 @@ constexpr int kErrorsTold = 5, kMacrosTold = 10;  // in the questions before a s
 
 }  // namespace
 
-Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, int frameRate,
-                   ReviewPlaces& places, QWidget* window)
+Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge,
+                   const int& frameRate, ReviewPlaces& places, QWidget* window)
     : panes_(panes),
       site_(site),
       knowledge_(knowledge),
@@ -39,7 +39,14 @@ CheckContext Checking::knowledge() const {
   return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, RulesOff::load(site_.root, problems)};
 }
 
-void Checking::begin() { marks_.begin(knowledge()); }
+void Checking::begin() {
+  markedRate_ = frameRate_;
+  marks_.begin(knowledge());
+}
+
+void Checking::look() {
+  if (markedRate_ != 0 && markedRate_ != frameRate_) begin();
+}
 
 void Checking::open() {
   if (list_)

@@ -22,13 +22,15 @@ class Checking : public QObject {
   Q_OBJECT
 
  public:
-  // Observes all; `frameRate` in frames a second.
-  Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, int frameRate,
+  // Observes all; `frameRate` in frames a second, which an editor may change.
+  Checking(const PaneAccesses& panes, SiteAccess site, const LineContext& knowledge, const int& frameRate,
            ReviewPlaces& places, QWidget* window);
   ~Checking() override;
 
   // Once the dictionary is there.
   void begin();
+  // Anew, when another frame rate has been chosen since.
+  void look();
   // The list, for what the active pane shows; brought before the others when it is open already.
   void open();
   // The same for what is named.
@@ -57,7 +59,8 @@ class Checking : public QObject {
   PaneAccesses panes_;
   SiteAccess site_;
   LineContext knowledge_;
-  int frameRate_;
+  const int& frameRate_;
+  int markedRate_ = 0;  // that the marks are made by; 0 before the first
   ReviewPlaces& places_;
   QWidget* window_;
   CheckMarks marks_;

@@ -167,7 +167,7 @@ CompareSide Comparisons::sideOf(const PaneState& here) {
   }
   const QString title = QLatin1String(here.descriptor.title);
   side.heading = macro.isEmpty() ? title : tr("%1: %2").arg(title, macro);
-  if (copy.edited()) side.heading = tr("%1 (unsaved changes)").arg(side.heading);
+  if (copy.unsaved()) side.heading = tr("%1 (unsaved changes)").arg(side.heading);
   if (!place.isEmpty()) side.heading += QLatin1Char('\n') + place;
   return side;
 }

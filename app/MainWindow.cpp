@@ -191,8 +191,8 @@ void MainWindow::showFinding() { ui_->strip->showFinding(desk_->findingText()); 
 
 void MainWindow::showActs() {
   const WorkingCopy& copy = room(keyboardPane_).state->copy;
-  acts_->show(keyboardPane_, {situation(keyboardPane_), copy.edited() || copy.saveOwed(), &copy.steps(),
-                              macroUndo_->next(), desk_->mayCapture()});
+  acts_->show(keyboardPane_, {situation(keyboardPane_), copy.unsaved(), &copy.steps(), macroUndo_->next(),
+                              desk_->mayCapture()});
 }
 
 void MainWindow::addActs(const PaneAccesses& rooms) {
@@ -297,7 +297,8 @@ void MainWindow::connectPanel() {
           });
   connect(&bridge_, &PanelBridge::listsWanted, this, [this](Pane pane) {
     // Whatever asks for it: the lists stay while unsaved work hangs on them.
-    if (room(pane).state->copy.edited())
+    if (room(pane).state->copy.edited() ||
+        (connection_.source(pane) == PaneSource::kPanel && room(pane).state->copy.unsaved()))
       room(pane).browser->refreshPanel();
     else
       room(pane).browser->fillApplications();
@@ -407,7 +408,7 @@ void MainWindow::updateControls() {
 void MainWindow::showDemo() {
   panelNames_.showDemo();
   for (const Pane pane : kPanes)
-    if (!room(pane).state->copy.edited()) room(pane).browser->showDemoListing();
+    if (!room(pane).state->copy.unsaved()) room(pane).browser->showDemoListing();
 }
 
 // The panes keep "disconnect" until the user presses it.

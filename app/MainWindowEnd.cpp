@@ -38,7 +38,7 @@ bool MainWindow::end() {
 bool MainWindow::mayClose() {
   for (const Pane pane : kPanes) {
     const PaneState& here = *room(pane).state;
-    if (!here.copy.edited()) continue;
+    if (!here.copy.unsaved()) continue;
     const auto& target = here.copy.target();
     const QString macro = target ? shown(target->numberText + " - " + target->name) : tr("the open macro");
     const EventGate::Hold hold(&gate_);

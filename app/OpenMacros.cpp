@@ -131,7 +131,7 @@ void OpenMacros::follow(const MacroPlace& written, std::optional<Pane> except) {
   for (const Pane pane : kPanes) {
     if (!folder.empty() && pane != except) browser(pane).refreshFolder(folder);
     const WorkingCopy& copy = state(pane).copy;
-    if (pane == except || copy.edited() || !shows(pane, written)) continue;
+    if (pane == except || copy.unsaved() || !shows(pane, written)) continue;
     const MacroTarget chosen = selectedTarget(pane);
     if (samePlace(site_.root, placeOf(chosen), written)) {
       static_cast<void>(openTarget(pane, chosen));
@@ -150,7 +150,7 @@ bool OpenMacros::shows(Pane pane, const MacroPlace& place) const {
 QStringList OpenMacros::unsavedAt(const MacroPlace& place) const {
   QStringList told;
   for (const Pane pane : kPanes) {
-    if (!shows(pane, place) || !state(pane).copy.edited()) continue;
+    if (!shows(pane, place) || !state(pane).copy.unsaved()) continue;
     told
         << tr("%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is "
               "put back.")
@@ -169,7 +169,7 @@ bool OpenMacros::reaches(const std::string& address) const {
 void OpenMacros::forget(const MacroPlace& changed) {
   for (const Pane pane : kPanes) {
     WorkingCopy& copy = state(pane).copy;
-    if (copy.edited() || !shows(pane, changed)) continue;
+    if (copy.unsaved() || !shows(pane, changed)) continue;
     state(pane).view.macros().selectRow(-1);
     static_cast<void>(copy.clear());
   }
@@ -307,7 +307,7 @@ void OpenMacros::tellSaved(Pane pane, const Written& written, bool kept) {
 OpenMacros::Saved OpenMacros::save(Pane pane) {
   WorkingCopy& copy = state(pane).copy;
   const std::optional<MacroTarget> target = copy.target();
-  if (copy.lent() || (!copy.edited() && !copy.saveOwed())) return Saved::kNothing;
+  if (copy.lent() || !copy.unsaved()) return Saved::kNothing;
   const bool panel = target && target->source == PaneSource::kPanel;
   if (!target || (panel && target->workplace <= 0)) {
     emit said(
@@ -343,8 +343,8 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     copy.noteSaved();
   else
     copy.leaveEditState(kept ? WorkingCopy::Record::kRemove : WorkingCopy::Record::kKeep);
-  if (written.done || kept) browser(pane).catchUp();
   tellSaved(pane, written, kept);
+  browser(pane).catchUp();
   if (!written.done) return Saved::kFailed;
   noteListed(pane, *target);
   follow(*target, pane);

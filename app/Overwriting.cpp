@@ -52,7 +52,7 @@ QString Overwriting::about(const PaneState& pane, const MacroTarget& macro) cons
   const QString number = QString::fromStdString(macro.numberText);
   if (macro.source == PaneSource::kPanel) {
     const WorkingCopy& open = pane.copy;
-    if (open.target() && open.macro() && !open.edited() && placeOf(*open.target()) == placeOf(macro))
+    if (open.target() && open.macro() && !open.unsaved() && placeOf(*open.target()) == placeOf(macro))
       return tr("%1 in %2: %n commands", nullptr, static_cast<int>(open.macro()->commands().size()))
           .arg(number, placeInWindow(macro));
     return tr("%1 of workplace %2 on the panel %3")

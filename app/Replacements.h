@@ -30,7 +30,7 @@ class Replacements : public QObject {
   struct Surroundings {
     SiteAccess site;
     LineContext lines;
-    int frameRate;  // frames a second
+    const int& frameRate;  // frames a second
     const PanelConnection& connection;
     ReviewPlaces& places;
     OpenMacros& open;

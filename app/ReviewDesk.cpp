@@ -136,6 +136,7 @@ void ReviewDesk::endUnfinished() { workplaces_->start(); }
 
 void ReviewDesk::look() {
   workplaces_->look();
+  checking_->look();
   rehearsals_->look();
   captures_->look();
 }

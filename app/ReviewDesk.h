@@ -60,7 +60,7 @@ class ReviewDesk : public QObject {
     const WindowContext& context;
     PaneAccesses panes;
     LineContext lines;
-    int frameRate;  // frames a second
+    const int& frameRate;  // frames a second
     PanelConnection& connection;
     PanelTransfer& transfer;
     MacroTransfers& transfers;
@@ -82,7 +82,7 @@ class ReviewDesk : public QObject {
   void begin();
   // The panes can be used: what an earlier program has not ended is ended.
   void endUnfinished();
-  // The connection may have changed.
+  // The connection may have changed, or the frame rate.
   void look();
   // Gives up what is under way; false while that goes on.
   [[nodiscard]] bool end();

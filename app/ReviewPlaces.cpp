@@ -82,7 +82,7 @@ std::optional<OpenContent> ReviewPlaces::shownIn(Pane pane) const {
     return OpenContent{place, copy.keyFile()};
   }
   if (place.name.empty()) place.name = copy.macro()->name().value_or("");
-  return OpenContent{place, *copy.macro(), copy.edited() || copy.saveOwed()};
+  return OpenContent{place, *copy.macro(), copy.unsaved()};
 }
 
 std::vector<ReviewScope> ReviewPlaces::scopes() const {

@@ -28,7 +28,7 @@ bool setUpPrinter(QPrinter& printer, int pages, QWidget* over) {
 
 }  // namespace
 
-Sheets::Sheets(SiteAccess site, const LineContext& knowledge, int frameRate, ReviewPlaces& places,
+Sheets::Sheets(SiteAccess site, const LineContext& knowledge, const int& frameRate, ReviewPlaces& places,
                QWidget* window)
     : site_(site), knowledge_(knowledge), frameRate_(frameRate), places_(places), owner_(window) {}
 

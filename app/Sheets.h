@@ -20,7 +20,8 @@ class Sheets : public QObject {
 
  public:
   // Observes all; `frameRate` in frames a second.
-  Sheets(SiteAccess site, const LineContext& knowledge, int frameRate, ReviewPlaces& places, QWidget* window);
+  Sheets(SiteAccess site, const LineContext& knowledge, const int& frameRate, ReviewPlaces& places,
+         QWidget* window);
   ~Sheets() override;
 
   // The pages of what the active pane shows, to be printed; brought before the others when they are open.
@@ -34,7 +35,7 @@ class Sheets : public QObject {
 
   SiteAccess site_;
   LineContext knowledge_;
-  int frameRate_;
+  const int& frameRate_;
   ReviewPlaces& places_;
   QWidget* owner_;
   QPointer<SheetWindow> window_;

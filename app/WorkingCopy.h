@@ -171,6 +171,8 @@ class WorkingCopy : public QObject {
   [[nodiscard]] bool saveOwed() const {
     return !edited_ && target_ && content_ == Content::kMacro && differs();
   }
+  // Nothing but the user's own leaving takes it away.
+  [[nodiscard]] bool unsaved() const { return edited_ || saveOwed(); }
 
   // Rises whenever another macro, or the same one anew, is shown, and with every change of what is shown.
   [[nodiscard]] int opening() const { return opening_; }

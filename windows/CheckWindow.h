@@ -20,7 +20,7 @@ struct CheckSurroundings {
   const SiteRoot& root;
   const FunctionDictionary& dictionary;
   DecodingLists& decodingLists;
-  int frameRate = 25;
+  const int& frameRate;  // frames a second
   std::function<std::vector<ReviewScope>()> scopes;
   std::function<QString(const Failure& failure)> failureText;  // on any thread
 };

@@ -237,6 +237,18 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   EXPECT_THAT(messages.take(), ElementsAre(StartsWith("001 - Wrong has"), StartsWith("What stands at 007")));
 }
 
+TEST_F(CheckingTest, TimecodesAreCheckedByTheFrameRateThatAnEditorSets) {
+  fixture_.site.write(macroPath(1), R"(<macro name="M"><data><cmd fid="QMF1.ME2.TRANSI.DURATION.SET">
+    <param name="TIMECODE" value="39"/></cmd></data></macro>)");
+  open();
+  awaitMark(0, RowMark::kError);
+  driver().press(a_.newCorvane, [](QDialog& dialog) {
+    WindowDriver::click(dialog, "60Hz");
+    dialog.reject();
+  });
+  awaitMark(0, RowMark::kNone);
+}
+
 TEST_F(CheckingTest, WhereUsedOfACommandThatNamesNothingIsToldOnly) {
   fixture_.site.write(macroPath(1), R"(<macro name="M"><data><cmd fid=""/></data></macro>)");
   open();

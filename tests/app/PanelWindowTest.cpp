@@ -85,6 +85,31 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
   EXPECT_EQ(first_.read(1, "104"), "<missing>");
 }
 
+// The files of pane A are on the second panel, its line and its list are the first one's: what it asks for
+// strikes that one, and is kept and undone there. Nothing of the other is deleted, listed or saved as if it
+// were one panel.
+TEST_F(PanelWindowTest, APaneThatHasJoinedTheLineToAnotherPanel) {
+  choosePanel(Pane::kA, addressOf(second_));
+  connectPane(Pane::kB, first_);
+  driver().press(a_.connectButton);
+  chooseWorkplace(Pane::kA, 1, "007 - Two");
+  const auto undo = [&] { shortcut(Qt::Key_U, Qt::ControlModifier | Qt::AltModifier); };
+  driver().press(a_.createMacro, filledIn({{"position", "104"}, {"name", "Fresh"}}));
+  EXPECT_THAT(told(), HasSubstr("could not be told"));
+  EXPECT_THAT(second_.read(1, "104"), HasSubstr("Fresh"));
+  first_.tree.write(Panel::file(1, "104"), kTwoFunctions);
+  undo();
+  EXPECT_THAT(told(), HasSubstr("no pane is connected to the panel " + addressOf(second_)));
+  EXPECT_EQ(first_.read(1, "104"), kTwoFunctions);
+  driver().choose(a_.macros, "007");
+  driver().press(a_.deleteMacro);
+  awaitGone(a_.macros, "007 - Two");
+  EXPECT_EQ(first_.read(1, "007"), "<missing>");
+  EXPECT_EQ(second_.read(1, "007"), kTwoFunctions);
+  undo();
+  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions) << told();
+}
+
 TEST_F(PanelWindowTest, UnsavedChangesHoldThePaneAtItsWorkplace) {
   connectBoth(first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
@@ -190,6 +215,8 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   EXPECT_EQ(selected(b_.workplaces), "Workplace 1");
   driver().press(b_.saveChanges);
   EXPECT_EQ(values(first_.read(1, "007")).size(), 1U);
+  first_.simulator.set("PANEL.MACRO1.REG7.NAME", "Two!");
+  awaitRow(b_.macros, "007 - Two!");
 }
 
 TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
@@ -218,7 +245,24 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
     EXPECT_EQ(strip->owed(Pane::kB), "") << told();
     EXPECT_EQ(values(first_.read(1, "007")).size(), --left);
   }
+  // Neither the other pane nor another line takes it away, nor does the window go without a question.
+  removeFirst(b_);
   ASSERT_TRUE(first_.simulator.setFaults(faults));
+  driver().press(b_.saveChanges);
+  const std::string heldStill = held(Pane::kB);
+  choosePanel(Pane::kA, addressOf(first_));
+  chooseWorkplace(Pane::kA, 2, "500 - Elsewhere");
+  first_.simulator.dropConnections();
+  WindowDriver::waitFor([&] { return told().find("lost") != std::string::npos; }, "word of the loss");
+  auto* line = driver().control<QWidget>(b_.commands).parent()->findChild<QPushButton*>("connectAgain");
+  QTest::mouseClick(line, Qt::LeftButton);
+  WindowDriver::waitFor([&] { return told() == "connected to the panel again"; }, "the line");
+  EXPECT_EQ(held(Pane::kB), heldStill);
+  EXPECT_EQ(selected(b_.workplaces), "Workplace 1");
+  EXPECT_THAT(strip->owed(Pane::kB).toStdString(), StartsWith("NOT saved: 007"));
+  WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, "Cancel"); });
+  EXPECT_FALSE(fixture_.window->close());
+
   driver().choose(b_.macros, "000");
   EXPECT_EQ(driver().texts(b_.commands).size(), 1U) << "the working copy holds what it held";
   EXPECT_EQ(selected(b_.macros), "") << "which is of no macro in the list";
