@@ -114,6 +114,18 @@ TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
   EXPECT_EQ(told(), "NOT saved: panel.zip (it was cancelled)");
   EXPECT_EQ(read("c:\\saved\\panel.zip"), good);
 
+  // Its names would be another panel's.
+  EXPECT_TRUE(first_.simulator.setFaults({}));
+  driver().press(a_.connectButton);
+  choosePanel(Pane::kB, addressOf(second_));
+  driver().press(a_.connectButton);
+  awaitRow(a_.workplaces, "Workplace 2");
+  driver().press(b_.connectButton);
+  choose(Pane::kB, "saveSnapshot", overwrite);
+  EXPECT_THAT(told(), HasSubstr("the line leads to another panel, " + addressOf(first_)));
+  EXPECT_EQ(read("c:\\saved\\panel.zip"), good);
+  driver().press(b_.harddisk);
+
   const auto shown = driver().texts(b_.applications);
   fixture_.site.write("c:\\saved\\panel.zip", good.substr(0, good.size() / 2));
   choose(Pane::kB, "openSnapshot", named());

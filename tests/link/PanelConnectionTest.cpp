@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "link/PanelConnection.h"
+#include "platform/HostAddress.h"
 #include "tests/link/FakeTransport.h"
 #include "tests/support/TestSite.h"
 
@@ -26,6 +27,21 @@ TEST(PanelAddress, IsReadLeniently) {
       {"1..2.3", true},
   };
   for (const auto& [text, accepted] : cases) EXPECT_EQ(addressAccepted(text), accepted) << text;
+}
+
+TEST(HostAddress, ItsNumbersAreDecimal) {
+  const std::pair<const char*, const char*> cases[] = {{"192.168.001.020", "192.168.1.20"},
+                                                       {"010.00.0.07:56662", "10.0.0.7:56662"},
+                                                       {"10.0.0.7", "10.0.0.7"},
+                                                       {"10.0.0.7 ", "10.0.0.7 "},
+                                                       {"010.0.0", "010.0.0"},
+                                                       {"010.0.0.", "010.0.0."},
+                                                       {"010.0.0.7.01", "010.0.0.7.01"},
+                                                       {"fe80::01", "fe80::01"},
+                                                       {"", ""}};
+  for (const auto& [text, plain] : cases) EXPECT_EQ(decimalAddress(text), plain);
+  EXPECT_TRUE(sameHost("010.0.0.7:1", "10.0.0.7"));
+  EXPECT_FALSE(sameHost("10.0.0.7", "10.0.0.70") || sameHost("fe80::1", "fe80::2"));
 }
 
 class FakeWindow : public PanelConnectionView {
@@ -189,6 +205,7 @@ TEST_F(PanelConnectionTest, APaneJoinsTheOthersConnectionAndTheLastOneClosesIt) 
   EXPECT_EQ(shown(kA), "disconnect! [10.0.0.]") << "its own address is not used";
   EXPECT_EQ(connection.otherAddress(kA), "10.0.0.2") << "its files go elsewhere than what it asks for";
   EXPECT_EQ(connection.otherAddress(kB), std::nullopt);
+  EXPECT_THAT(connection.wholePanels(), ElementsAre("10.0.0.2"));
   EXPECT_EQ(flags(kA), "00100000");
   EXPECT_EQ(window.timer[0], 0);
   EXPECT_THAT(window.take(), ElementsAre("lists A", "workplaces A"));
@@ -289,6 +306,19 @@ TEST_F(PanelConnectionTest, ALateSuccessIsOfNoUseToAPaneOnALostLine) {
   panel.transport->letGo(true);
   panel.transport->await("disconnect");  // what became of it all the same
   EXPECT_EQ(shown(kA) + " " + shown(kB), "connect 10.0.0.1 disconnect [10.0.0.2]");
+}
+
+TEST(PaneStates, ALateSuccessIsTheLineOfNoPaneThatIsOnAnotherOne) {
+  for (const char* address : {"10.0.0.1", "10.0.0.2"}) {
+    PaneStates states([](Pane) {});
+    const auto first = states.begin(kA, "10.0.0.1");
+    static_cast<void>(states.takeAddress(*first));
+    const auto late = states.begin(kB, address);
+    EXPECT_TRUE(states.keep(kA, *first) && states.takeSuccess(kA));
+    static_cast<void>(states.takeAddress(*late));
+    EXPECT_TRUE(states.abandon(kB));
+    EXPECT_EQ(states.keep(kB, *late), late->address == first->address);
+  }
 }
 
 TEST_F(PanelConnectionTest, APaneThatJoinsGivesItsOwnAttemptUp) {
