@@ -223,13 +223,14 @@ bool OpenMacros::unseen(Pane list, const MacroTarget& target, const std::string&
   }
   if (known) return false;
   const std::vector<MacroRow>& rows = state(list).macroRows;
-  const auto row = std::find_if(rows.begin(), rows.end(),
-                                [&](const MacroRow& each) { return each.numberText == target.numberText; });
-  const bool listed = row != rows.end();
-  if (target.source == PaneSource::kHarddisk) return !listed || row->check != contentCheck(bytes);
+  const auto isThere = [&](const MacroRow& each) { return each.numberText == target.numberText; };
+  if (target.source == PaneSource::kHarddisk)
+    return std::ranges::none_of(rows, [&, check = contentCheck(bytes)](const MacroRow& each) {
+      return isThere(each) && each.check == check;
+    });
   // A panel's list tells names only: what was never read is at least known to be there.
   const auto seen = transfers_.seen(placeOf(target));
-  return seen ? *seen != contentCheck(bytes) : !listed;
+  return seen ? *seen != contentCheck(bytes) : std::ranges::none_of(rows, isThere);
 }
 
 bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from) {

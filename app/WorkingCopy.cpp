@@ -74,8 +74,10 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
   Outcome right;
   const bool wanted = runBeside([&] {
     settleAhead();
-    loan.putRight_ = fileChanged();
-    if (loan.putRight_) right = writeFile(site_.root, path_, macro_->bytes());
+    const auto bytes = readFile(site_.root, path_);
+    const auto check = bytes ? std::optional(contentCheck(*bytes)) : std::nullopt;
+    loan.putRight_ = check != macro_->check() && (!check || check != wroteAhead_);
+    if (check != macro_->check()) right = writeFile(site_.root, path_, macro_->bytes());
     steps_.noteSaving();
   });
   if (needs == Needs::kFile && !right.written()) return right.failure();
@@ -305,13 +307,14 @@ bool WorkingCopy::writeAhead(const SetValues& values) {
   ahead_ = std::async(std::launch::async | std::launch::deferred,
                       [site = site_, path = path_, macro = *macro_, values] {
                         const auto ahead = tessaly::apply(macro, values);
-                        if (ahead) static_cast<void>(writeFile(site.root, path, ahead->bytes()));
+                        const bool written = ahead && writeFile(site.root, path, ahead->bytes()).written();
+                        return written ? std::optional(ahead->check()) : std::nullopt;
                       });
   return true;
 }
 
 void WorkingCopy::settleAhead() {
-  if (ahead_.valid()) ahead_.wait();
+  if (ahead_.valid()) wroteAhead_ = ahead_.get();
 }
 
 void WorkingCopy::noteSaved() {

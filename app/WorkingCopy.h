@@ -221,7 +221,8 @@ class WorkingCopy : public QObject {
   std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
   bool recorded_ = true;                  // the last one was written
   std::optional<Failure> recordTrouble_;  // to be told
-  std::future<void> ahead_;
+  std::future<std::optional<ContentCheck>> ahead_;
+  std::optional<ContentCheck> wroteAhead_;  // what it has left in the file
 };
 
 }  // namespace tessaly

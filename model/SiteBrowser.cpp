@@ -207,7 +207,7 @@ Expected<MacroListing> listMacros(const SiteRoot& root, std::string_view folder)
     row.numberText = middle(file, kMacroFileStart.size(), MacroNumber::kDigits);
     row.number = tableNumber(row.numberText, MacroNumber::kCount);
     const auto bytes = readFile(root, place + "/" + file);
-    if (bytes) row.check = contentCheck(*bytes);
+    if (bytes && equalNoCase(file, macroFileName(row.numberText))) row.check = contentCheck(*bytes);
     if (const auto name = bytes ? scanMacroName(*bytes) : std::nullopt)
       row.name = *name;
     else

@@ -32,7 +32,9 @@ struct MacroRow {
   std::string numberText;  // as the file name has it, three characters (key files two), fewer in a short name
   int number = -1;         // 0 to 999 (key files 95), -1 when the text is no such number
   std::string name;        // UTF-8; "???" when it cannot be read
-  std::optional<ContentCheck> check = {};  // of a macro on the disk, as it was listed
+  // Of the file that the number names on the disk, as it was listed; another one with that number, such as
+  // "macro007 - Copy.mac", is not what is opened.
+  std::optional<ContentCheck> check = {};
 
   // The name as it is shown: a carriage return of a key file stays in `name` alone.
   [[nodiscard]] std::string shownName() const {

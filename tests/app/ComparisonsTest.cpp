@@ -110,6 +110,16 @@ TEST_F(ComparisonsTest, ACopyOverWhatHasChangedSinceItWasReadIsAsked) {
   connectPane(Pane::kB, first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
   driver().choose(b_.macros, "007");
+  // A file manager's copy beside a macro is not what stands under its number.
+  fixture_.site.write(macroPath(2).insert(macroPath(2).size() - 4, " - Copy"), kElsewhere);
+  driver().choose(a_.applications, "Evening News");
+  driver().choose(a_.macros, "002 - Else");
+  driver().choose(a_.macros, "001");
+  copyTo(a_.copyMacro, 2);
+  EXPECT_THAT(asked(), IsEmpty());
+  std::filesystem::remove(
+      fixture_.site.root.resolve(macroPath(2).insert(macroPath(2).size() - 4, " - Copy")));
+  driver().choose(a_.applications, "Evening News");
   driver().choose(a_.macros, "002");
   removeFirst(a_);
   driver().press(a_.saveChanges);

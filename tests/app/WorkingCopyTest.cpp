@@ -143,6 +143,14 @@ TEST_F(WorkingCopyTest, ValuesRunAheadInTheFileAlone) {
   while (!copy.writeAhead({{{0, "7"}}})) QCoreApplication::processEvents();
   EXPECT_FALSE(copy.recovery().read()->check)
       << "a start after a crash is told that the file is not as it was left";
+  for (const bool foreign : {false, true}) {
+    if (foreign) write(kWorking, "<macro name=\"Other\"><data/></macro>");
+    const auto loan = copy.lendToSave(WorkingCopy::Needs::kFile);
+    ASSERT_TRUE(loan);
+    EXPECT_EQ(loan->putRight(), foreign) << "what this program has written is no other's";
+    EXPECT_EQ(valueIn(kWorking), "5");
+  }
+  ASSERT_TRUE(copy.writeAhead({{{0, "7"}}}));
   ASSERT_TRUE(copy.rewrite());
   EXPECT_EQ(valueIn(kWorking), "5") << "the end waits for what is still being written";
   EXPECT_EQ(copy.commands()[0].parameters[0].value, "5");
