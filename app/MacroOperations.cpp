@@ -236,7 +236,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
     }
     const Grade sent = std::max(grade, transfers_.sentGrade());
     open_.follow(target);
-    tellCopied(source, target, reason, undo_.finish(bytesOf(file)), sent);
+    tellCopied(from, source, target, reason, undo_.finish(bytesOf(file)), sent);
     return;
   }
   const Outcome copied = change(target, how, [file, target](const SiteAccess& site) {
@@ -244,7 +244,7 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   });
   finishOnDisk(to, target, copied.written());
   if (copied.written())
-    tellCopied(source, target, reason + inBrackets(copied), undo_.finishOnDisk(),
+    tellCopied(from, source, target, reason + inBrackets(copied), undo_.finishOnDisk(),
                copied ? grade : Grade::kWarning);
   else
     tellNotCopied(source, target, inBrackets(copied));
@@ -269,7 +269,7 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const Macro
   if (lost && overwriting_.asking(macroInStrip(target))(*lost)) came = attempt({});
   finishOnDisk(to, target, came);
   if (came)
-    tellCopied(source, target, inBrackets(tried), undo_.finishOnDisk(),
+    tellCopied(from, source, target, inBrackets(tried), undo_.finishOnDisk(),
                tried ? Grade::kDone : Grade::kWarning);
   else
     tellNotCopied(source, target, tried ? transfers_.reason() : inBrackets(tried));
@@ -300,13 +300,20 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
     return;
   }
   open_.follow(target);
-  tellCopied(source, target, reason, undo_.finish(sent), grade);
+  tellCopied(from, source, target, reason, undo_.finish(sent), grade);
 }
 
-void MacroOperations::tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason,
-                                 bool kept, Grade grade) {
+// What is copied is what was saved last, which the pane beside it may not show.
+void MacroOperations::tellCopied(Pane from, const MacroRow& source, const MacroTarget& target,
+                                 const QString& reason, bool kept, Grade grade) {
   const QString number = QString::fromStdString(target.numberText);
-  tellDone(target, tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason), kept, grade);
+  QString text = tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason);
+  const WorkingCopy& shownThere = state(from).copy;
+  if (shownThere.unsaved() && shownThere.target() && shownThere.target()->numberText == source.numberText) {
+    text = tr("%1; without the unsaved changes that are shown there").arg(text);
+    grade = std::max(grade, Grade::kWarning);
+  }
+  tellDone(target, text, kept, grade);
 }
 
 void MacroOperations::tellNotCopied(const MacroRow& source, const MacroTarget& target,

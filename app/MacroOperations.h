@@ -67,8 +67,8 @@ class MacroOperations : public QObject {
   // Where the source's macro is on disk; a key file is converted first. Empty, with a reason, when there is
   // none.
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source, QString& reason);
-  void tellCopied(const MacroRow& source, const MacroTarget& target, const QString& reason, bool kept,
-                  Grade grade = Grade::kDone);
+  void tellCopied(Pane from, const MacroRow& source, const MacroTarget& target, const QString& reason,
+                  bool kept, Grade grade = Grade::kDone);
   void tellNotCopied(const MacroRow& source, const MacroTarget& target, const QString& reason);
   void renameOnDisk(Pane pane, const MacroTarget& target, const std::string& name);
   void renameOnPanel(const MacroTarget& target, const std::string& name);

@@ -4430,6 +4430,10 @@ Trotzdem löschen?</translation>
         <source>Reading %1</source>
         <translation>%1 wird gelesen</translation>
     </message>
+    <message>
+        <source>%1; without the unsaved changes that are shown there</source>
+        <translation>%1; ohne die ungespeicherten Änderungen, die dort gezeigt werden</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::MacroPane</name>

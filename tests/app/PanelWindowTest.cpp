@@ -55,6 +55,11 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
   const std::string source = read(macroPath(1));
   copyTo(b_.copyMacro, 101);
   EXPECT_EQ(first_.read(1, "101"), source);
+  removeFirst(a_);
+  copyTo(b_.copyMacro, 101);
+  EXPECT_THAT(told(), EndsWith("(verified); without the unsaved changes that are shown there"));
+  EXPECT_EQ(first_.read(1, "101"), source);
+  driver().press(a_.discardChanges);
   driver().choose(b_.macros, "007");
   copyTo(a_.copyMacro, 102);
   EXPECT_EQ(read(macroPath(102)), kTwoFunctions);
