@@ -263,9 +263,8 @@ bool ClassicEditorDialog::changed() const {
 }
 
 void ClassicEditorDialog::end(Outcome outcome) {
-  if (!context_.mayTake()) return;
   outcome_ = outcome;
-  accept();
+  if (context_.taken()) accept();
 }
 
 }  // namespace tessaly

@@ -33,6 +33,7 @@ class ClassicEditorDialog : public QDialog {
                       QWidget* parent = nullptr);
   ~ClassicEditorDialog() override;
 
+  // Of the button that was pressed last.
   [[nodiscard]] Outcome outcome() const { return outcome_; }
   [[nodiscard]] const ClassicCommand& command() const { return builder_.command(); }
   [[nodiscard]] Destination destination() const;

@@ -310,16 +310,21 @@ void CreateCommandDialog::watchLine() {
 }
 
 void CreateCommandDialog::insert(InsertMode mode, bool stays) {
-  if (!function_ || !parameters_->complete() || !context_.mayTake()) return;
+  if (!function_ || !parameters_->complete()) return;
   draft_ = parameters_->draft();
   mode_ = mode;
+  stays_ = stays;
+  if (!context_.taken()) return;
   if (stays)
-    emit insertPressed();
+    goOn();
   else
     accept();
 }
 
+// On to the search for the next one. What was inserted last is selected in the macro.
 void CreateCommandDialog::goOn() {
+  commandSelected_ = true;
+  checkReady();
   ui_->inserted->setText(tr("%n inserted", nullptr, ++inserted_));
   lastSearch_->setFocus();
   lastSearch_->selectAll();

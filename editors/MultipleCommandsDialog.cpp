@@ -145,7 +145,7 @@ void MultipleCommandsDialog::showUpdate() {
 void MultipleCommandsDialog::complete(const QModelIndex& index) {
   if (!index.isValid()) return;
   EditorContext context = context_;
-  context.refusal = {};  // into the list the command can always go
+  context.take = {};  // into the list the command can always go
   const int row = index.row();
   ModifyCommandDialog dialog(context, model_->command(row), this);
   if (dialog.exec() != QDialog::Accepted) return;
@@ -154,7 +154,7 @@ void MultipleCommandsDialog::complete(const QModelIndex& index) {
 }
 
 void MultipleCommandsDialog::startInsertion(InsertMode mode) {
-  if (!context_.mayTake()) return;
+  if (!context_.taken()) return;
   insertion_ = {chosenRows(), 0, mode};
   ui_->work->setEnabled(false);
   ui_->insertButtons->setEnabled(false);
