@@ -7,6 +7,7 @@
 #include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/PlaceText.h"
+#include "app/StepNames.h"
 #include "classic/ClassicGroups.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
@@ -59,21 +60,29 @@ int CommandEditing::workplace(Pane pane) const {
   return std::max(kFirstWorkplace, browser(pane).workplace());
 }
 
-QString CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what,
-                              std::vector<int> selected) {
-  const Outcome done = state(pane).copy.apply(edit, {{}, std::move(selected)});
+QString CommandEditing::tell(Pane pane, const Outcome& done, const QString& what) {
   const QString reason = done ? QString() : tr("NOT changed: %1").arg(failureText(done.failure()));
   emit said({done ? Grade::kDone : Grade::kFailure, done ? what : reason, placeInWindow(state(pane))});
   return reason;
 }
 
-QString CommandEditing::insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what) {
-  std::vector<int> numbers(commands.drafts.size());
-  std::iota(numbers.begin(), numbers.end(),
-            insertedAt(*state(pane).copy.macro(), commands.position, commands.mode));
-  QString reason = apply(pane, commands, what, selects ? numbers : std::vector<int>());
-  if (reason.isEmpty()) state(pane).view.commands().bringIntoSight(numbers);
-  return reason;
+QString CommandEditing::insert(Pane pane, const std::vector<InsertCommands>& runs, bool selects,
+                               const QString& what) {
+  WorkingCopy& copy = state(pane).copy;
+  const Macro before = *copy.macro();
+  Expected<Macro> after = before;
+  std::size_t count = 0;
+  for (const InsertCommands& run : runs) {
+    count += run.drafts.size();
+    if (after) after = tessaly::apply(*after, run);
+  }
+  std::vector<int> numbers(count);
+  std::iota(numbers.begin(), numbers.end(), insertedAt(before, runs.front().position, runs.front().mode));
+  const Outcome done =
+      copy.apply(before, std::move(after),
+                 {insertStepName(static_cast<int>(count)), selects ? numbers : std::vector<int>()});
+  if (done) state(pane).view.commands().bringIntoSight(numbers);
+  return tell(pane, done, what);
 }
 
 // A command with which the dialog closes leaves nothing selected: "update data" then asks for all of them.
@@ -90,7 +99,7 @@ void CommandEditing::newCorvane(Pane pane) {
     if (mode != last && mode != InsertMode::kAppend) next = mode == InsertMode::kAtStart ? 0 : selected;
     const int at = insertedAt(*state(pane).copy.macro(), next,
                               mode == InsertMode::kAppend ? mode : InsertMode::kAtPosition);
-    QString reason = insert(pane, {{dialog->draft()}, dialog->workplace(), at, InsertMode::kAtPosition},
+    QString reason = insert(pane, {{{dialog->draft()}, dialog->workplace(), at, InsertMode::kAtPosition}},
                             dialog->stays(), tr("one command inserted"));
     if (!reason.isEmpty()) return reason;
     last = mode;
@@ -112,16 +121,14 @@ void CommandEditing::newMultiple(Pane pane) {
     return;
   }
   if (!state(pane).editable()) return;
-  MultipleCommandsDialog dialog(
-      contextFor(pane, [] { return QString(); }), workplace(pane), position(pane),
-      [this, pane](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
-        const int count = static_cast<int>(drafts.size());
-        const QString reason =
-            insert(pane, {drafts, workplace, row, mode}, true, tr("%n commands inserted", nullptr, count));
-        return reason.isEmpty() ? count : 0;
-      },
-      window_);
-  dialog.exec();
+  std::optional<MultipleCommandsDialog> dialog;
+  const auto take = [&] {
+    int count = 0;
+    for (const InsertCommands& run : dialog->runs()) count += static_cast<int>(run.drafts.size());
+    return insert(pane, dialog->runs(), true, tr("%n commands inserted", nullptr, count));
+  };
+  dialog.emplace(contextFor(pane, take), workplace(pane), position(pane), window_);
+  dialog->exec();
 }
 
 void CommandEditing::newClassic(Pane pane) {
@@ -138,14 +145,15 @@ QString CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialo
   if (modifies && !dialog.changed()) return {};
   const CommandDraft draft = classicDraft(dialog.command(), dialog.destination());
   if (modifies) return replace(pane, row, draft, kClassicWorkplace);
-  return insert(pane, {{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())}, true,
+  return insert(pane, {{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())}}, true,
                 dialog.command().readsBack()
                     ? tr("one command inserted")
                     : tr("one command inserted; it cannot be read back from the macro"));
 }
 
 QString CommandEditing::replace(Pane pane, int row, const CommandDraft& draft, int workplace) {
-  return apply(pane, ReplaceCommand{row, draft, workplace}, tr("command %1 modified").arg(row + 1), {row});
+  return tell(pane, state(pane).copy.apply(ReplaceCommand{row, draft, workplace}, {{}, {row}}),
+              tr("command %1 modified").arg(row + 1));
 }
 
 void CommandEditing::modify(Pane pane) {

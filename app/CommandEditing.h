@@ -43,10 +43,11 @@ class CommandEditing : public QObject {
   // `inPlace`: the command takes the place of that at `row`.
   [[nodiscard]] QString takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
   [[nodiscard]] QString replace(Pane pane, int row, const CommandDraft& draft, int workplace);
-  [[nodiscard]] QString apply(Pane pane, const MacroEdit& edit, const QString& what,
-                              std::vector<int> selected = {});
-  // As one block, which is brought into sight and, if wanted, selected.
-  [[nodiscard]] QString insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what);
+  [[nodiscard]] QString tell(Pane pane, const Outcome& done, const QString& what);
+  // As one block and one step, which is brought into sight and, if wanted, selected; each run's place is that
+  // with the ones before it in.
+  [[nodiscard]] QString insert(Pane pane, const std::vector<InsertCommands>& runs, bool selects,
+                               const QString& what);
 
   PaneAccesses panes_;
   EditorContext context_;

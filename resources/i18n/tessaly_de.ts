@@ -4674,13 +4674,6 @@ oder von dort kopieren</translation>
     </message>
 </context>
 <context>
-    <name>tessaly::MultipleCommandsDialog</name>
-    <message>
-        <source>The next command could not be inserted</source>
-        <translation>Der nächste Befehl konnte nicht eingefügt werden</translation>
-    </message>
-</context>
-<context>
     <name>tessaly::MultipleCommandsModel</name>
     <message>
         <source>%1
