@@ -106,12 +106,6 @@ bool ClassicEditorDialog::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
-// A key that is held down repeats: the Esc that closed an entry dialog is none for this one.
-void ClassicEditorDialog::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape && event->isAutoRepeat()) return event->accept();
-  QDialog::keyPressEvent(event);
-}
-
 void ClassicEditorDialog::connectButtons() {
   connect(ui_->fromScratch, &QPushButton::clicked, this, [this] {
     builder_.startFromScratch();

@@ -43,7 +43,6 @@ class ClassicEditorDialog : public QDialog {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void setUp(Destination destination);

@@ -370,7 +370,6 @@ bool CreateCommandDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (isEnter(key)) {
-    if (static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
     if (watched == ui_->words)
       takeBest();
     else if (watched == ui_->found && function_)

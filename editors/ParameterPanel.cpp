@@ -277,8 +277,6 @@ bool ParameterPanel::eventFilter(QObject* watched, QEvent* event) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     undoing_ = static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
     if (isEnter(key)) {
-      // The Enter that opened the dialog may still be held.
-      if (static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
       if (watched == ui_->parameters && selectedParameter() >= 0)
         focusEntry();
       else

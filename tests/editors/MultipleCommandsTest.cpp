@@ -291,6 +291,9 @@ TEST_F(MultipleCommandsTest, AnswersAndTheUserCompleteTheCommands) {
   select({});
   EXPECT_EQ(status(), kOneMissing);
   completeSource([](QListView& list) { QTest::keyClick(&list, Qt::Key_Return); }, "modify");
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+  QApplication::sendEvent(&driver.control<QListView>("commands"), &held);
+  EXPECT_TRUE(dialog.isVisible()) << "an Esc that has closed the other one";
   EXPECT_EQ(status(), "4 COMMANDS READY FOR INSERTION. . .. . .");
   answer("QMF2.AUX1.SOURCE", "9");  // what the user has completed is not overwritten
   driver.click("tabs");
