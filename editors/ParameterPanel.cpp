@@ -191,6 +191,7 @@ void ParameterPanel::showOptional(bool optional) {
 void ParameterPanel::fill(const QString& text) {
   const QSignalBlocker quiet(ui_->value);
   ui_->value->setText(text);
+  standing_ = ui_->value->text();
 }
 
 void ParameterPanel::showTimecodeHelp() {
@@ -225,10 +226,12 @@ void ParameterPanel::edit(const QString& text) {
   if (undoing_ && text == openedText_) {
     parameters_.setValue(row, openedValue_);  // rather than what the shown digits come to
   } else {
-    const FilteredEntry entry = parameters_.enter(row, text.toStdString(), frameRate_);
+    const FilteredEntry entry =
+        parameters_.enter(row, standing_.toStdString(), text.toStdString(), frameRate_);
     correct(editable(entry.text));
     for (int i = 0; i < entry.beeps; ++i) beep_();
   }
+  standing_ = ui_->value->text();
   ui_->value->end(false);
   showParameters();
   emit changed();
