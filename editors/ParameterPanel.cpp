@@ -175,11 +175,16 @@ void ParameterPanel::showSelected() {
   ui_->value->setFocusPolicy(typed ? Qt::StrongFocus : Qt::NoFocus);
   ui_->value->setEnabled(selected >= 0);
   ui_->range->setText(shown(range));
-  showOptional(selected >= 0 && parameters_.mayBeEmpty(static_cast<std::size_t>(selected)));
+  showOptional();
   showTimecodeHelp();
 }
 
-void ParameterPanel::showOptional(bool optional) {
+// While nothing is stored: an emptied field stores a number.
+void ParameterPanel::showOptional() {
+  const int selected = selectedParameter();
+  const auto row = static_cast<std::size_t>(std::max(selected, 0));
+  const bool optional =
+      selected >= 0 && parameters_.draft().parameters[row].value.empty() && parameters_.mayBeEmpty(row);
   const QString why = optional ? tr("This parameter may stay empty.") : QString();
   ui_->value->setPlaceholderText(optional ? tr("(optional)") : QString());
   ui_->value->setToolTip(why);
@@ -216,6 +221,7 @@ void ParameterPanel::choose(int row) {
   if (away) ui_->choices->selectRow(-1);
   showParameters();
   fill(away ? QString() : editable(chosen.text));
+  showOptional();
   emit changed();
 }
 
@@ -232,6 +238,7 @@ void ParameterPanel::edit(const QString& text) {
     for (int i = 0; i < entry.beeps; ++i) beep_();
   }
   standing_ = ui_->value->text();
+  showOptional();
   ui_->value->end(false);
   showParameters();
   emit changed();

@@ -57,7 +57,7 @@ class ParameterPanel : public QWidget {
   void setVisibleControls(bool visible);
   void showParameters();
   void showSelected();
-  void showOptional(bool optional);
+  void showOptional();
   void showTimecodeHelp();
   void choose(int row);
   void fill(const QString& text);

@@ -445,6 +445,8 @@ TEST(CreateCommandDialogTest, OddDictionariesOpenAndCancel) {
   EXPECT_EQ(many.user.field("value"), "10");  // the limit comes at once
   many.user.key(Qt::Key_V, Qt::AltModifier);
   EXPECT_EQ(value.selectedText(), "10") << "what is typed takes its place";
+  many.user.erase("value");
+  EXPECT_EQ(value.placeholderText() + value.accessibleDescription(), "") << "emptied, it holds a number";
   many.user.click("insertEnd");
   EXPECT_THAT(many.values(), SizeIs(40));
 
