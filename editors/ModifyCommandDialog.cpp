@@ -74,7 +74,7 @@ void ModifyCommandDialog::connectControls() {
     destinationChosen_ = true;
     changed();
   });
-  connect(ui_->showRaw, &QCheckBox::clicked, parameters_, &ParameterPanel::setRaw);
+  connect(ui_->showRaw, &QCheckBox::toggled, parameters_, &ParameterPanel::setRaw);
   connect(parameters_, &ParameterPanel::changed, this, &ModifyCommandDialog::changed);
   connect(parameters_, &ParameterPanel::finished, this, &ModifyCommandDialog::accept);
   connect(ui_->fromScratch, &QPushButton::clicked, this, &ModifyCommandDialog::startOver);

@@ -57,8 +57,9 @@ void ParameterPanel::connectControls() {
     frameRate_ = rate;
     showTimecodeHelp();
   };
-  connect(ui_->standard50, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate50Hz); });
-  connect(ui_->standard60, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate60Hz); });
+  // Rather than `clicked`, as above; one of the two is always on.
+  connect(ui_->standard50, &QRadioButton::toggled, this,
+          [setRate](bool on) { setRate(on ? kFrameRate50Hz : kFrameRate60Hz); });
 }
 
 void ParameterPanel::addKeys() {

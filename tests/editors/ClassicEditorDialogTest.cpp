@@ -129,6 +129,8 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
             "Video input - Input1 - Cut - trigger|READY TO INSERT|Trigger - Video input - Input1 - Cut|ac: "
             "e0 | cd: 11 | co: 01 | kw: 01");
   EXPECT_EQ(shutIn(editor), "actions; ");
+  user.toggle("standard60");
+  EXPECT_EQ(fixture_.frameRate, 30);
   EXPECT_EQ(user.control<ListBox>("functions").accessibleName(), "Function");
   fixture_.refusal = "The panel has deleted the macro.";
   for (const char* button : {"insertStart", "insertSelected", "insertEnd"}) {
