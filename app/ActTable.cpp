@@ -116,7 +116,7 @@ std::vector<Act> macroActs() {
 }
 
 std::vector<Act> editActs() {
-  constexpr ActNeeds kBuild = {kLoaded, kWritable, kMacro};
+  constexpr ActNeeds kBuild = {kLoaded, kWritable, kMacro, kKeepable};
   constexpr ActNeeds kMove = {kLoaded, kWritable, kMacro, kKeepable, kCommands};
   ActList list(ActMenu::kEdit);
   list.ofWindow(
@@ -133,8 +133,8 @@ std::vector<Act> editActs() {
   list.beginPart();
   list.ofPane("cut", QT_TRANSLATE_NOOP("Acts", "C&ut"), Qt::CTRL | Qt::Key_X, kMove);
   list.ofPane("copy", QT_TRANSLATE_NOOP("Acts", "&Copy"), Qt::CTRL | Qt::Key_C, {kLoaded, kLines, kCommands});
-  list.ofPane("paste", QT_TRANSLATE_NOOP("Acts", "&Paste"), Qt::CTRL | Qt::Key_V,
-              {kLoaded, kWritable, kMacro, kKeepable}, QT_TRANSLATE_NOOP("Acts", "insert clipboard"));
+  list.ofPane("paste", QT_TRANSLATE_NOOP("Acts", "&Paste"), Qt::CTRL | Qt::Key_V, kBuild,
+              QT_TRANSLATE_NOOP("Acts", "insert clipboard"));
   list.ofPane("duplicate", QT_TRANSLATE_NOOP("Acts", "&Duplicate"), Qt::CTRL | Qt::Key_D, kMove);
   list.beginPart();
   list.ofPane("moveUp", QT_TRANSLATE_NOOP("Acts", "Move &Up"), Qt::ALT | Qt::Key_Up, kMove,
@@ -154,7 +154,8 @@ std::vector<Act> editActs() {
   list.ofPane("newClassic", QT_TRANSLATE_NOOP("Acts", "New C&lassic Command..."), Qt::ALT | Qt::Key_L, kBuild,
               QT_TRANSLATE_NOOP("Acts", "insert add build"));
   list.ofPane("modifyCommand", QT_TRANSLATE_NOOP("Acts", "Modif&y Command..."), Qt::ALT | Qt::Key_M,
-              {kLoaded, kWritable, kMacro, kOneCommand}, QT_TRANSLATE_NOOP("Acts", "change edit value"));
+              {kLoaded, kWritable, kMacro, kOneCommand, kKeepable},
+              QT_TRANSLATE_NOOP("Acts", "change edit value"));
   list.ofPane("deleteCommand", QT_TRANSLATE_NOOP("Acts", "D&elete Commands"), Qt::ALT | Qt::Key_E,
               {kLoaded, kWritable, kMacro, kCommands}, QT_TRANSLATE_NOOP("Acts", "remove"));
   return list.take();

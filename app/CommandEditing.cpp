@@ -7,6 +7,7 @@
 #include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/PlaceText.h"
+#include "app/StepNames.h"
 #include "classic/ClassicGroups.h"
 #include "editors/ClassicEditorDialog.h"
 #include "editors/CreateCommandDialog.h"
@@ -38,19 +39,19 @@ CommandEditing::CommandEditing(const PaneAccesses& panes, EditorContext context,
 
 // Behind an open dialog the panel may take the macro away, and a value update may end. What its buttons had
 // promised is looked at again.
-EditorContext CommandEditing::contextFor(Pane pane, int row) const {
+EditorContext CommandEditing::contextFor(Pane pane, std::function<QString()> take, int row) const {
   EditorContext context = context_;
   const WorkingCopy& copy = state(pane).copy;
   const auto fidAt = [&copy](int at) {
     return at >= 0 && at < copy.commandCount() ? copy.commands()[static_cast<std::size_t>(at)].fid
                                                : std::string();
   };
-  context.refusal = [this, pane, row, &copy, opening = copy.opening(), fid = fidAt(row),
-                     fidAt]() -> std::string {
-    if (!state(pane).editable() || copy.opening() != opening || fidAt(row) != fid)
-      return tr("The macro that this command was built for is no longer open.\nThe dialog stays as it is.")
-          .toStdString();
-    return {};
+  context.take = [this, pane, row, &copy, opening = copy.opening(), fid = fidAt(row), fidAt,
+                  take = std::move(take)]() -> std::string {
+    const bool there = state(pane).editable() && copy.opening() == opening && fidAt(row) == fid;
+    const QString reason =
+        there ? take() : tr("The macro that this command was built for is no longer open.");
+    return reason.isEmpty() ? std::string() : tr("%1\nThe dialog stays as it is.").arg(reason).toStdString();
   };
   return context;
 }
@@ -59,50 +60,59 @@ int CommandEditing::workplace(Pane pane) const {
   return std::max(kFirstWorkplace, browser(pane).workplace());
 }
 
-void CommandEditing::apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected) {
-  tell(pane, state(pane).copy.apply(edit, {{}, std::move(selected)}), what);
+QString CommandEditing::tell(Pane pane, const Outcome& done, const QString& what) {
+  const QString reason = done ? QString() : tr("NOT changed: %1").arg(failureText(done.failure()));
+  emit said({done ? Grade::kDone : Grade::kFailure, done ? what : reason, placeInWindow(state(pane))});
+  return reason;
 }
 
-void CommandEditing::tell(Pane pane, const Outcome& done, const QString& what) {
-  const QString text = done ? what : tr("NOT changed: %1").arg(failureText(done.failure()));
-  emit said({done ? Grade::kDone : Grade::kFailure, text, placeInWindow(state(pane))});
-}
-
-bool CommandEditing::insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what) {
+QString CommandEditing::insert(Pane pane, const std::vector<InsertCommands>& runs, bool selects,
+                               const QString& what) {
   WorkingCopy& copy = state(pane).copy;
-  if (!copy.macro()) return false;
-  std::vector<int> numbers(commands.drafts.size());
-  std::iota(numbers.begin(), numbers.end(), insertedAt(*copy.macro(), commands.position, commands.mode));
-  const Outcome done = copy.apply(commands, {{}, selects ? numbers : std::vector<int>()});
+  const Macro before = *copy.macro();
+  Expected<Macro> after = before;
+  std::size_t count = 0;
+  for (const InsertCommands& run : runs) {
+    count += run.drafts.size();
+    if (after) after = tessaly::apply(*after, run);
+  }
+  std::vector<int> numbers(count);
+  std::iota(numbers.begin(), numbers.end(), insertedAt(before, runs.front().position, runs.front().mode));
+  const Outcome done =
+      copy.apply(before, std::move(after),
+                 {insertStepName(static_cast<int>(count)), selects ? numbers : std::vector<int>()});
   if (done) state(pane).view.commands().bringIntoSight(numbers);
-  tell(pane, done, what);
-  return done.done();
+  return tell(pane, done, what);
 }
 
-// A command of this dialog alone leaves nothing selected: "update data" then asks for all of them.
+// A command with which the dialog closes leaves nothing selected: "update data" then asks for all of them.
 void CommandEditing::newCorvane(Pane pane) {
   if (!state(pane).editable()) return;
   const int row = position(pane);
-  CreateCommandDialog dialog(contextFor(pane), workplace(pane), row >= 0, window_);
   // Those that are inserted by the same button follow one another.
   std::optional<InsertMode> last;
   int next = row;  // where the next one of the same button goes, if that is not the end
   int selected = row;
-  connect(&dialog, &CreateCommandDialog::insertPressed, this, [&] {
-    const InsertMode mode = dialog.mode();
+  std::optional<CreateCommandDialog> dialog;
+  const auto take = [&] {
+    const InsertMode mode = dialog->mode();
     if (mode != last && mode != InsertMode::kAppend) next = mode == InsertMode::kAtStart ? 0 : selected;
-    const bool atEnd = mode == InsertMode::kAppend || next >= state(pane).copy.commandCount();
-    const InsertCommands one{
-        {dialog.draft()}, dialog.workplace(), next, atEnd ? InsertMode::kAppend : InsertMode::kAtPosition};
-    if (!insert(pane, one, true, tr("one command inserted"))) return;
+    const int at = insertedAt(*state(pane).copy.macro(), next,
+                              mode == InsertMode::kAppend ? mode : InsertMode::kAtPosition);
+    QString reason = insert(pane, {{{dialog->draft()}, dialog->workplace(), at, InsertMode::kAtPosition}},
+                            dialog->stays(), tr("one command inserted"));
+    if (!reason.isEmpty()) return reason;
     last = mode;
-    if (mode == InsertMode::kAppend) return dialog.goOn();
-    if (next <= selected) ++selected;
-    ++next;
-    dialog.goOn();
-  });
-  if (dialog.exec() != QDialog::Accepted) return;
-  insert(pane, {{dialog.draft()}, dialog.workplace(), row, dialog.mode()}, false, tr("one command inserted"));
+    next = at + 1;
+    // Without one, what was inserted is the selected one from now on.
+    if (selected < 0)
+      selected = at;
+    else if (at <= selected)
+      ++selected;
+    return reason;
+  };
+  dialog.emplace(contextFor(pane, take), workplace(pane), row >= 0, window_);
+  dialog->exec();
 }
 
 void CommandEditing::newMultiple(Pane pane) {
@@ -111,38 +121,39 @@ void CommandEditing::newMultiple(Pane pane) {
     return;
   }
   if (!state(pane).editable()) return;
-  MultipleCommandsDialog dialog(
-      contextFor(pane), workplace(pane), position(pane),
-      [this, pane](const std::vector<CommandDraft>& drafts, int workplace, int row, InsertMode mode) {
-        const int count = static_cast<int>(drafts.size());
-        const bool done =
-            insert(pane, {drafts, workplace, row, mode}, true, tr("%n commands inserted", nullptr, count));
-        return done ? count : 0;
-      },
-      window_);
-  dialog.exec();
+  std::optional<MultipleCommandsDialog> dialog;
+  const auto take = [&] {
+    int count = 0;
+    for (const InsertCommands& run : dialog->runs()) count += static_cast<int>(run.drafts.size());
+    return insert(pane, dialog->runs(), true, tr("%n commands inserted", nullptr, count));
+  };
+  dialog.emplace(contextFor(pane, take), workplace(pane), position(pane), window_);
+  dialog->exec();
 }
 
 void CommandEditing::newClassic(Pane pane) {
   if (!state(pane).editable()) return;
   const int row = position(pane);
-  ClassicEditorDialog dialog(contextFor(pane), row >= 0, Destination(), window_);
-  dialog.exec();
-  takeClassic(pane, row, dialog, false);
+  std::optional<ClassicEditorDialog> dialog;
+  dialog.emplace(contextFor(pane, [&] { return takeClassic(pane, row, *dialog, false); }), row >= 0,
+                 Destination(), window_);
+  dialog->exec();
 }
 
-void CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
-  using End = ClassicEditorDialog::Outcome;
-  if (dialog.outcome() == End::kCancel) return;
-  const bool modifies = inPlace && dialog.outcome() == End::kAtSelected;
-  if (modifies && !dialog.changed()) return;
+QString CommandEditing::takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace) {
+  const bool modifies = inPlace && dialog.outcome() == ClassicEditorDialog::Outcome::kAtSelected;
+  if (modifies && !dialog.changed()) return {};
   const CommandDraft draft = classicDraft(dialog.command(), dialog.destination());
-  if (modifies)
-    apply(pane, ReplaceCommand{row, draft, kClassicWorkplace}, tr("command %1 modified").arg(row + 1), {row});
-  else
-    insert(pane, {{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())}, true,
-           dialog.command().readsBack() ? tr("one command inserted")
-                                        : tr("one command inserted; it cannot be read back from the macro"));
+  if (modifies) return replace(pane, row, draft, kClassicWorkplace);
+  return insert(pane, {{{draft}, kClassicWorkplace, row, static_cast<InsertMode>(dialog.outcome())}}, true,
+                dialog.command().readsBack()
+                    ? tr("one command inserted")
+                    : tr("one command inserted; it cannot be read back from the macro"));
+}
+
+QString CommandEditing::replace(Pane pane, int row, const CommandDraft& draft, int workplace) {
+  return tell(pane, state(pane).copy.apply(ReplaceCommand{row, draft, workplace}, {{}, {row}}),
+              tr("command %1 modified").arg(row + 1));
 }
 
 void CommandEditing::modify(Pane pane) {
@@ -157,21 +168,23 @@ void CommandEditing::modify(Pane pane) {
 void CommandEditing::modifyPanelStyle(Pane pane, int row) {
   // A copy: an update may end behind the dialog.
   const MacroCommand command = state(pane).copy.commands()[static_cast<std::size_t>(row)];
-  ModifyCommandDialog dialog(contextFor(pane, row), command, window_);
-  if (dialog.exec() != QDialog::Accepted) return;
-  apply(pane, ReplaceCommand{row, dialog.draft(), dialog.workplace()}, tr("command %1 modified").arg(row + 1),
-        {row});
+  std::optional<ModifyCommandDialog> dialog;
+  const auto take = [&] { return replace(pane, row, dialog->draft(), dialog->workplace()); };
+  dialog.emplace(contextFor(pane, take, row), command, window_);
+  dialog->exec();
 }
 
 void CommandEditing::modifyClassic(Pane pane, int row) {
   const MacroCommand stored = state(pane).copy.commands()[static_cast<std::size_t>(row)];
   const auto mainframe = Destination::mainframeOf(stored.destination());
+  std::optional<ClassicEditorDialog> dialog;
+  const EditorContext context = contextFor(
+      pane, [&] { return takeClassic(pane, row, *dialog, true); }, row);
   ClassicCommand command;
   if (stored.parameters.empty() || !command.decodeText(stored.parameters.front().value)) {
     // An empty line is filled in its place.
-    ClassicEditorDialog dialog(contextFor(pane, row), true, mainframe, window_);
-    dialog.exec();
-    takeClassic(pane, row, dialog, true);
+    dialog.emplace(context, true, mainframe, window_);
+    dialog->exec();
     return;
   }
   if (!inGroupTable(command)) {
@@ -183,9 +196,8 @@ void CommandEditing::modifyClassic(Pane pane, int row) {
     context_.site.messages.show(kNotInDecodingList, MessageIcon::kExclamation);
     return;
   }
-  ClassicEditorDialog dialog(contextFor(pane, row), command, mainframe, window_);
-  dialog.exec();
-  takeClassic(pane, row, dialog, true);
+  dialog.emplace(context, command, mainframe, window_);
+  dialog->exec();
 }
 
 }  // namespace tessaly

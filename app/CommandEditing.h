@@ -34,17 +34,20 @@ class CommandEditing : public QObject {
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
   [[nodiscard]] int position(Pane pane) const { return state(pane).view.commands().selectedRow(); }
   [[nodiscard]] int workplace(Pane pane) const;
-  // The editors' context for the macro that is open in the pane now; `row` is the command that is to be
-  // replaced, -1 for none.
-  [[nodiscard]] EditorContext contextFor(Pane pane, int row = -1) const;
+  // The editors' context for the macro that is open in the pane now, which `take` puts what was built into,
+  // or returns why not; `row` is the command that is to be replaced, -1 for none.
+  [[nodiscard]] EditorContext contextFor(Pane pane, std::function<QString()> take, int row = -1) const;
   void modifyPanelStyle(Pane pane, int row);
   void modifyClassic(Pane pane, int row);
-  // Applies what the editor returned; `inPlace` takes the place of the command at `row`.
-  void takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
-  void apply(Pane pane, const MacroEdit& edit, const QString& what, std::vector<int> selected = {});
-  void tell(Pane pane, const Outcome& done, const QString& what);
-  // As one block, which is brought into sight and, if wanted, selected; false after telling why not.
-  bool insert(Pane pane, const InsertCommands& commands, bool selects, const QString& what);
+  // What each of these returns is why nothing was changed, which was told, too; empty when it was.
+  // `inPlace`: the command takes the place of that at `row`.
+  [[nodiscard]] QString takeClassic(Pane pane, int row, const ClassicEditorDialog& dialog, bool inPlace);
+  [[nodiscard]] QString replace(Pane pane, int row, const CommandDraft& draft, int workplace);
+  [[nodiscard]] QString tell(Pane pane, const Outcome& done, const QString& what);
+  // As one block and one step, which is brought into sight and, if wanted, selected; each run's place is that
+  // with the ones before it in.
+  [[nodiscard]] QString insert(Pane pane, const std::vector<InsertCommands>& runs, bool selects,
+                               const QString& what);
 
   PaneAccesses panes_;
   EditorContext context_;

@@ -21,15 +21,15 @@ PaneControls paneControls(const PaneSituation& now) {
   controls.copy = now.otherMacroSelected && now.folderChosen && current && bufferFree;
   controls.rename = macro;
   controls.remove = macro;
-  controls.newCommand = macro;
-  controls.modify = macro && now.commandsSelected == 1;
+  controls.newCommand = macro && now.keepable;
+  controls.modify = controls.newCommand && now.commandsSelected == 1;
   controls.removeCommand = macro && now.commandsSelected > 0;
   controls.update = macro;
   controls.optionsEnabled = now.commandCount > 0;
   // A key file and a macro that cannot be saved whole are there to be copied from.
   controls.selectCommands = now.commandCount > 0;
   controls.copyCommands = now.commandsSelected > 0;
-  controls.pasteCommands = macro && now.keepable;
+  controls.pasteCommands = controls.newCommand;
   controls.moveCommands = controls.pasteCommands && now.commandsSelected > 0;
   return controls;
 }

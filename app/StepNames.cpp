@@ -12,10 +12,10 @@ class StepNames {
 
  public:
   QString operator()(const InsertCommands& edit) const {
-    return tr("insert %n commands", nullptr, static_cast<int>(edit.drafts.size()));
+    return insert(static_cast<int>(edit.drafts.size()));
   }
   QString operator()(const InsertFragment& edit) const {
-    return tr("insert %n commands", nullptr, static_cast<int>(edit.fragment.size()));
+    return insert(static_cast<int>(edit.fragment.size()));
   }
   QString operator()(const RemoveCommands& edit) const {
     return tr("delete %n commands", nullptr, static_cast<int>(edit.numbers.size()));
@@ -35,6 +35,7 @@ class StepNames {
     return tr("take %n differences", nullptr, static_cast<int>(edit.pieces.size()));
   }
 
+  static QString insert(int commands) { return tr("insert %n commands", nullptr, commands); }
   static QString cut(int commands) { return tr("cut %n commands", nullptr, commands); }
   static QString paste(int commands) { return tr("paste %n commands", nullptr, commands); }
   static QString duplicate(int commands) { return tr("duplicate %n commands", nullptr, commands); }
@@ -68,6 +69,8 @@ class StepNames {
 }  // namespace
 
 std::string stepName(const MacroEdit& edit) { return std::visit(StepNames(), edit).toStdString(); }
+
+std::string insertStepName(int commands) { return StepNames::insert(commands).toStdString(); }
 
 std::string cutStepName(int commands) { return StepNames::cut(commands).toStdString(); }
 

@@ -11,6 +11,7 @@ namespace tessaly {
 
 // What a step is called in the menu and in the list of steps; in the program's language, UTF-8.
 [[nodiscard]] std::string stepName(const MacroEdit& edit);
+[[nodiscard]] std::string insertStepName(int commands);
 [[nodiscard]] std::string cutStepName(int commands);
 [[nodiscard]] std::string pasteStepName(int commands);
 [[nodiscard]] std::string duplicateStepName(int commands);

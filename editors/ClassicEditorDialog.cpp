@@ -106,12 +106,6 @@ bool ClassicEditorDialog::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
-// A key that is held down repeats: the Esc that closed an entry dialog is none for this one.
-void ClassicEditorDialog::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape && event->isAutoRepeat()) return event->accept();
-  QDialog::keyPressEvent(event);
-}
-
 void ClassicEditorDialog::connectButtons() {
   connect(ui_->fromScratch, &QPushButton::clicked, this, [this] {
     builder_.startFromScratch();
@@ -122,8 +116,9 @@ void ClassicEditorDialog::connectButtons() {
   connect(ui_->insertSelected, &QPushButton::clicked, this, [this] { end(Outcome::kAtSelected); });
   connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { end(Outcome::kAtEnd); });
   connect(ui_->cancel, &QPushButton::clicked, this, &ClassicEditorDialog::reject);
-  connect(ui_->standard50, &QRadioButton::clicked, this, [this] { context_.frameRate = kFrameRate50Hz; });
-  connect(ui_->standard60, &QRadioButton::clicked, this, [this] { context_.frameRate = kFrameRate60Hz; });
+  // Rather than `clicked`, which a screen reader's hands do not make; one of the two is always on.
+  connect(ui_->standard50, &QRadioButton::toggled, this,
+          [this](bool on) { context_.frameRate = on ? kFrameRate50Hz : kFrameRate60Hz; });
 }
 
 void ClassicEditorDialog::showRows(ListBox& list, const std::vector<ClassicBuilder::Row>& rows,
@@ -263,9 +258,8 @@ bool ClassicEditorDialog::changed() const {
 }
 
 void ClassicEditorDialog::end(Outcome outcome) {
-  if (!context_.mayTake()) return;
   outcome_ = outcome;
-  accept();
+  if (context_.taken()) accept();
 }
 
 }  // namespace tessaly

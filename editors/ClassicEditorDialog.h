@@ -33,6 +33,7 @@ class ClassicEditorDialog : public QDialog {
                       QWidget* parent = nullptr);
   ~ClassicEditorDialog() override;
 
+  // Of the button that was pressed last.
   [[nodiscard]] Outcome outcome() const { return outcome_; }
   [[nodiscard]] const ClassicCommand& command() const { return builder_.command(); }
   [[nodiscard]] Destination destination() const;
@@ -42,7 +43,6 @@ class ClassicEditorDialog : public QDialog {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void setUp(Destination destination);

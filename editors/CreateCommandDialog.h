@@ -24,13 +24,13 @@ class CreateCommandDialog;
 namespace tessaly {
 
 // Builds a panel-style command: destination, function, parameters, and where it is to be inserted. The
-// command stands in draft(), mode() and workplace() once the dialog was accepted, or, with "keep open" and on
-// Enter's way, when `insertPressed` comes: the dialog then stays as it is.
+// command stands in draft(), mode() and workplace() when it is to be taken.
 class CreateCommandDialog : public QDialog {
   Q_OBJECT
 
  public:
-  // `workplace` is written unless another one is chosen. `commandSelected` allows insertion at that command.
+  // `workplace` is written unless another one is chosen. `commandSelected` allows insertion at that command;
+  // once one was inserted and the dialog has stayed, there is one.
   CreateCommandDialog(const EditorContext& context, int workplace, bool commandSelected,
                       QWidget* parent = nullptr, Beep beep = systemBeep());
   ~CreateCommandDialog() override;
@@ -38,11 +38,8 @@ class CreateCommandDialog : public QDialog {
   [[nodiscard]] const CommandDraft& draft() const { return draft_; }
   [[nodiscard]] InsertMode mode() const { return mode_; }
   [[nodiscard]] int workplace() const;
-  // One more command has been inserted from the dialog that stays open: on to the search for the next.
-  void goOn();
-
- signals:
-  void insertPressed();
+  // The dialog stays for the next command: with "keep open", and on Enter's way.
+  [[nodiscard]] bool stays() const { return stays_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -72,6 +69,7 @@ class CreateCommandDialog : public QDialog {
   void takeValue(const std::string& value);
   void watchLine();
   void insert(InsertMode mode, bool stays);
+  void goOn();
   void focusFound();
   void takeBest();
   void goOnFromFound();
@@ -99,6 +97,7 @@ class CreateCommandDialog : public QDialog {
   QTimer lineWatch_;                 // runs while the panel's answer is waited for
   CommandDraft draft_;
   InsertMode mode_ = InsertMode::kAppend;
+  bool stays_ = false;
   int inserted_ = 0;  // with the dialog kept open
 };
 

@@ -149,10 +149,11 @@ std::vector<DraftParameters::Choice> DraftParameters::choices(std::size_t row) c
   return offered;
 }
 
-FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int frameRate) {
-  std::string& value = draft_.parameters[row].value;
+FilteredEntry DraftParameters::enter(std::size_t row, std::string_view before, std::string_view text,
+                                     int frameRate) {
   entered_ = row;
-  return visit(row, [&](const auto& descriptor) -> FilteredEntry {
+  std::string value;
+  FilteredEntry entered = visit(row, [&](const auto& descriptor) -> FilteredEntry {
     using Descriptor = decltype(descriptor);
     FilteredEntry entry;
     if constexpr (kIs<Descriptor, IntegerParameter>) {
@@ -168,6 +169,8 @@ FilteredEntry DraftParameters::enter(std::size_t row, std::string_view text, int
     }
     return entry;
   });
+  if (entered.text != before) draft_.parameters[row].value = std::move(value);
+  return entered;
 }
 
 bool DraftParameters::finishEntry() {

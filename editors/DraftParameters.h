@@ -45,8 +45,10 @@ class DraftParameters {
   [[nodiscard]] bool mayBeEmpty(std::size_t row) const;
   [[nodiscard]] std::vector<Choice> choices(std::size_t row) const;  // enums and inputs
 
-  // The user changed the field to `text`: filters it, stores what it stands for and returns what to put back.
-  FilteredEntry enter(std::size_t row, std::string_view text, int frameRate);
+  // The user changed the field from `before` to `text`: filters it, stores what it stands for and returns
+  // what to put back. Nothing is stored when that is `before` again: shown digits can be fewer than the
+  // stored ones.
+  FilteredEntry enter(std::size_t row, std::string_view before, std::string_view text, int frameRate);
   void setValue(std::size_t row, std::string value);
   // What was entered last becomes "0" when it has no digit, as a lone "-". True when that was so. What else
   // came or stood there stays, whatever it is.

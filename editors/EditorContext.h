@@ -29,10 +29,10 @@ struct EditorContext {
   std::function<bool()> connected;               // any pane is connected
   int& frameRate;  // program-wide, 25 or 30; "50Hz" and "60Hz" set it at once, also in a dialog that is
                    // cancelled
-  // Asked at every "insert" and "OK", for behind an open dialog the macro may have gone (the panel deletes
-  // it, an update ends): why what was built cannot be taken now, for the user; empty when it can. Unset in a
-  // dialog of its own.
-  std::function<std::string()> refusal = {};
+  // At every "insert" and "OK": puts what the dialog now holds where it belongs; why it cannot be put there,
+  // for the user (the panel may have deleted the macro behind the dialog, the disk may be full); empty when
+  // it is in. Unset where whoever opened the dialog takes it once it is accepted.
+  std::function<std::string()> take = {};
   // For one dialog after another: the words of all functions are put together when they are first asked for.
   std::shared_ptr<std::optional<FunctionSearch>> words = {};
   // Adds to a menu of a dialog what a command names, each entry looking for where that is used. Unset where
@@ -40,8 +40,8 @@ struct EditorContext {
   std::function<void(QMenu& menu, const MacroCommand& command, QDialog& dialog)> addWhereUsed = {};
 
   // False after telling why; the dialog then stays open with all that was built.
-  [[nodiscard]] bool mayTake() const {
-    const std::string reason = refusal ? refusal() : std::string();
+  [[nodiscard]] bool taken() const {
+    const std::string reason = take ? take() : std::string();
     if (!reason.empty()) site.messages.show(reason, MessageIcon::kExclamation);
     return reason.empty();
   }

@@ -74,7 +74,7 @@ void ModifyCommandDialog::connectControls() {
     destinationChosen_ = true;
     changed();
   });
-  connect(ui_->showRaw, &QCheckBox::clicked, parameters_, &ParameterPanel::setRaw);
+  connect(ui_->showRaw, &QCheckBox::toggled, parameters_, &ParameterPanel::setRaw);
   connect(parameters_, &ParameterPanel::changed, this, &ModifyCommandDialog::changed);
   connect(parameters_, &ParameterPanel::finished, this, &ModifyCommandDialog::accept);
   connect(ui_->fromScratch, &QPushButton::clicked, this, &ModifyCommandDialog::startOver);
@@ -156,10 +156,10 @@ void ModifyCommandDialog::changed() {
 void ModifyCommandDialog::checkReady() { ui_->modify->setEnabled(found_ && parameters_->complete()); }
 
 void ModifyCommandDialog::accept() {
-  if (!found_ || !parameters_->complete() || !context_.mayTake()) return;
+  if (!found_ || !parameters_->complete()) return;
   draft_ = parameters_->draft();
   draft_.fid = destinationPrefix().append(function_->name());
-  QDialog::accept();
+  if (context_.taken()) QDialog::accept();
 }
 
 }  // namespace tessaly

@@ -20,7 +20,7 @@ class ModifyCommandDialog;
 namespace tessaly {
 
 // Changes a panel-style command: its function segment by segment, its mainframe or workplace, its values. The
-// changed command stands in draft() and workplace() once the dialog was accepted.
+// changed command stands in draft() and workplace() when it is to be taken, and once the dialog was accepted.
 class ModifyCommandDialog : public QDialog {
   Q_OBJECT
 

@@ -21,18 +21,16 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::size_t kPiece = 128;  // commands that are inserted between two looks at the user's clicks
 const std::vector<int> kTabStops{180, 260, 340, 420};  // dialog units
 
 }  // namespace
 
 MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int workplace, int position,
-                                               Inserter inserter, QWidget* parent)
+                                               QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::MultipleCommandsDialog>()),
       context_(context),
       position_(position),
-      inserter_(std::move(inserter)),
       model_(std::make_unique<MultipleCommandsModel>(context.dictionary, context.decodingLists, workplace)),
       update_(std::make_unique<ParameterUpdate>(context.client,
                                                 [this](std::size_t command, const std::string& value) {
@@ -44,8 +42,6 @@ MultipleCommandsDialog::MultipleCommandsDialog(const EditorContext& context, int
   connectList();
   connectButtons();
   chooseDestination(ui_->destination->currentIndex());
-  inserting_.setInterval(0);
-  connect(&inserting_, &QTimer::timeout, this, &MultipleCommandsDialog::insertNext);
   connect(update_.get(), &ParameterUpdate::changed, this, &MultipleCommandsDialog::showUpdate);
   ui_->status->setText(shown(statusText({})));
 }
@@ -83,16 +79,10 @@ void MultipleCommandsDialog::connectButtons() {
   connect(ui_->tabs, &QCheckBox::toggled, this, &MultipleCommandsDialog::showOptions);
   connect(ui_->destination, &QComboBox::currentIndexChanged, this,
           &MultipleCommandsDialog::chooseDestination);
-  connect(ui_->insertStart, &QPushButton::clicked, this, [this] { startInsertion(InsertMode::kAtStart); });
-  connect(ui_->insertPosition, &QPushButton::clicked, this,
-          [this] { startInsertion(InsertMode::kAtPosition); });
-  connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { startInsertion(InsertMode::kAppend); });
+  connect(ui_->insertStart, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtStart); });
+  connect(ui_->insertPosition, &QPushButton::clicked, this, [this] { insert(InsertMode::kAtPosition); });
+  connect(ui_->insertEnd, &QPushButton::clicked, this, [this] { insert(InsertMode::kAppend); });
   connect(ui_->cancel, &QPushButton::clicked, this, &MultipleCommandsDialog::reject);
-}
-
-void MultipleCommandsDialog::done(int result) {
-  inserting_.stop();
-  QDialog::done(result);
 }
 
 void MultipleCommandsDialog::add(const DestinationNames& destination) {
@@ -145,7 +135,7 @@ void MultipleCommandsDialog::showUpdate() {
 void MultipleCommandsDialog::complete(const QModelIndex& index) {
   if (!index.isValid()) return;
   EditorContext context = context_;
-  context.refusal = {};  // into the list the command can always go
+  context.take = {};  // into the list the command can always go
   const int row = index.row();
   ModifyCommandDialog dialog(context, model_->command(row), this);
   if (dialog.exec() != QDialog::Accepted) return;
@@ -153,63 +143,26 @@ void MultipleCommandsDialog::complete(const QModelIndex& index) {
   refresh();
 }
 
-void MultipleCommandsDialog::startInsertion(InsertMode mode) {
-  if (!context_.mayTake()) return;
-  insertion_ = {chosenRows(), 0, mode};
-  ui_->work->setEnabled(false);
-  ui_->insertButtons->setEnabled(false);
-  inserting_.start();
-}
-
-std::vector<int> MultipleCommandsDialog::nextPiece() const {
-  std::vector<int> piece;
-  for (std::size_t place = insertion_.next; place < insertion_.rows.size() && piece.size() < kPiece;
-       ++place) {
-    const int row = insertion_.rows[place];
-    const MultipleCommands& commands = model_->commands();
-    if (!piece.empty() && commands.at(row).workplace != commands.at(piece.front()).workplace) break;
-    piece.push_back(row);
-  }
-  return piece;
-}
-
-void MultipleCommandsDialog::insertNext() {
-  const std::vector<int> piece = nextPiece();
-  if (piece.empty()) {
-    inserting_.stop();
-    accept();
-    return;
-  }
-  const int before = static_cast<int>(insertion_.next);
-  std::vector<CommandDraft> drafts;
-  for (const int row : piece) {
-    drafts.push_back(model_->commands().at(row).draft);
-    ui_->status->setText(shown(
-        insertingText(before + static_cast<int>(drafts.size()), static_cast<int>(insertion_.rows.size()))));
+void MultipleCommandsDialog::insert(InsertMode mode) {
+  const std::vector<int> rows = chosenRows();
+  const bool append = mode == InsertMode::kAppend;
+  runs_.clear();
+  int in = 0;
+  for (const int row : rows) {
+    const ListedCommand& command = model_->commands().at(row);
+    if (runs_.empty() || runs_.back().workplace != command.workplace)
+      runs_.push_back({{},
+                       command.workplace,
+                       in + (mode == InsertMode::kAtPosition ? position_ : 0),
+                       append ? InsertMode::kAppend : InsertMode::kAtPosition});
+    runs_.back().drafts.push_back(command.draft);
+    ui_->status->setText(shown(insertingText(++in, static_cast<int>(rows.size()))));
     ui_->status->repaint();
   }
-  // The block keeps the order of the list: each further piece goes behind the one before it.
-  const int position = before + (insertion_.mode == InsertMode::kAtPosition ? position_ : start_);
-  const bool append = insertion_.mode == InsertMode::kAppend;
-  const int inserted = inserter_(drafts, model_->commands().at(piece.front()).workplace, position,
-                                 append ? InsertMode::kAppend : InsertMode::kAtPosition);
-  insertion_.next += static_cast<std::size_t>(inserted);
-  insertedCount_ += inserted;
-  if (static_cast<std::size_t>(inserted) < drafts.size()) endInsertion();
-}
-
-// What is in the macro already leaves the list, so that another attempt does not insert it again.
-void MultipleCommandsDialog::endInsertion() {
-  inserting_.stop();
-  insertion_.rows.resize(insertion_.next);
-  const auto in = static_cast<int>(insertion_.next);
-  if (insertion_.mode == InsertMode::kAtStart) start_ += in;
-  if (position_ >= 0 && insertion_.mode != InsertMode::kAppend) position_ += in;
-  model_->remove(insertion_.rows);
-  ui_->work->setEnabled(true);
-  ui_->insertButtons->setEnabled(true);
-  refresh();
-  ui_->status->setText(tr("The next command could not be inserted"));
+  if (context_.taken())
+    accept();
+  else
+    refresh();
 }
 
 void MultipleCommandsDialog::showOptions() {
@@ -220,7 +173,6 @@ void MultipleCommandsDialog::showOptions() {
 }
 
 void MultipleCommandsDialog::refresh() {
-  if (inserting_.isActive()) return;
   const MultipleCommands& commands = model_->commands();
   const std::vector<int> rows = chosenRows();
   const bool selection = ui_->commands->selectionModel()->hasSelection();

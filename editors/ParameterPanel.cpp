@@ -57,8 +57,9 @@ void ParameterPanel::connectControls() {
     frameRate_ = rate;
     showTimecodeHelp();
   };
-  connect(ui_->standard50, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate50Hz); });
-  connect(ui_->standard60, &QRadioButton::clicked, this, [setRate] { setRate(kFrameRate60Hz); });
+  // Rather than `clicked`, as above; one of the two is always on.
+  connect(ui_->standard50, &QRadioButton::toggled, this,
+          [setRate](bool on) { setRate(on ? kFrameRate50Hz : kFrameRate60Hz); });
 }
 
 void ParameterPanel::addKeys() {
@@ -175,11 +176,16 @@ void ParameterPanel::showSelected() {
   ui_->value->setFocusPolicy(typed ? Qt::StrongFocus : Qt::NoFocus);
   ui_->value->setEnabled(selected >= 0);
   ui_->range->setText(shown(range));
-  showOptional(selected >= 0 && parameters_.mayBeEmpty(static_cast<std::size_t>(selected)));
+  showOptional();
   showTimecodeHelp();
 }
 
-void ParameterPanel::showOptional(bool optional) {
+// While nothing is stored: an emptied field stores a number.
+void ParameterPanel::showOptional() {
+  const int selected = selectedParameter();
+  const auto row = static_cast<std::size_t>(std::max(selected, 0));
+  const bool optional =
+      selected >= 0 && parameters_.draft().parameters[row].value.empty() && parameters_.mayBeEmpty(row);
   const QString why = optional ? tr("This parameter may stay empty.") : QString();
   ui_->value->setPlaceholderText(optional ? tr("(optional)") : QString());
   ui_->value->setToolTip(why);
@@ -191,6 +197,7 @@ void ParameterPanel::showOptional(bool optional) {
 void ParameterPanel::fill(const QString& text) {
   const QSignalBlocker quiet(ui_->value);
   ui_->value->setText(text);
+  standing_ = ui_->value->text();
 }
 
 void ParameterPanel::showTimecodeHelp() {
@@ -215,6 +222,7 @@ void ParameterPanel::choose(int row) {
   if (away) ui_->choices->selectRow(-1);
   showParameters();
   fill(away ? QString() : editable(chosen.text));
+  showOptional();
   emit changed();
 }
 
@@ -225,10 +233,13 @@ void ParameterPanel::edit(const QString& text) {
   if (undoing_ && text == openedText_) {
     parameters_.setValue(row, openedValue_);  // rather than what the shown digits come to
   } else {
-    const FilteredEntry entry = parameters_.enter(row, text.toStdString(), frameRate_);
+    const FilteredEntry entry =
+        parameters_.enter(row, standing_.toStdString(), text.toStdString(), frameRate_);
     correct(editable(entry.text));
     for (int i = 0; i < entry.beeps; ++i) beep_();
   }
+  standing_ = ui_->value->text();
+  showOptional();
   ui_->value->end(false);
   showParameters();
   emit changed();
@@ -277,8 +288,6 @@ bool ParameterPanel::eventFilter(QObject* watched, QEvent* event) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     undoing_ = static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
     if (isEnter(key)) {
-      // The Enter that opened the dialog may still be held.
-      if (static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
       if (watched == ui_->parameters && selectedParameter() >= 0)
         focusEntry();
       else

@@ -57,7 +57,7 @@ class ParameterPanel : public QWidget {
   void setVisibleControls(bool visible);
   void showParameters();
   void showSelected();
-  void showOptional(bool optional);
+  void showOptional();
   void showTimecodeHelp();
   void choose(int row);
   void fill(const QString& text);
@@ -70,6 +70,7 @@ class ParameterPanel : public QWidget {
   std::unique_ptr<Ui::ParameterPanel> ui_;
   DraftParameters parameters_;
   std::vector<DraftParameters::Choice> choices_;  // of the selected parameter
+  QString standing_;                              // in the field, before what the user does now
   QString openedText_;  // as the field was filled by program, and what is stored for it
   std::string openedValue_;
   bool undoing_ = false;  // by the key that is being handled

@@ -221,6 +221,17 @@ bool pressesButton(QObject* watched, const QKeyEvent& key) {
   return true;
 }
 
+// A key that is held down repeats: the one that opened or closed a window is none for the dialog that has the
+// keyboard then, nor for a shortcut of it.
+bool heldInDialog(QObject* watched, QEvent* event) {
+  const auto& key = *static_cast<const QKeyEvent*>(event);
+  const bool ends = key.key() == Qt::Key_Escape || key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+  if (!ends || !key.isAutoRepeat() || !watched->isWidgetType()) return false;
+  if (qobject_cast<QDialog*>(static_cast<QWidget*>(watched)->window()) == nullptr) return false;
+  event->accept();
+  return true;
+}
+
 }  // namespace
 
 void KeyboardWay::open() {
@@ -241,8 +252,10 @@ QKeySequence KeyboardWay::keyOf(const QWidget& control) {
 
 bool KeyboardWay::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
+    case QEvent::ShortcutOverride:
+      return heldInDialog(watched, event);
     case QEvent::KeyPress:
-      return pressesButton(watched, *static_cast<QKeyEvent*>(event));
+      return heldInDialog(watched, event) || pressesButton(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::Show:
       if (watched->isWidgetType() && ownWindow(*static_cast<QWidget*>(watched))) {
         orderSplitters(*watched);

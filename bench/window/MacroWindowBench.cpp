@@ -241,8 +241,7 @@ Figure stretch(const char* name, std::function<void()> ready, std::function<void
           }};
 }
 
-constexpr std::size_t kPiece = 128;  // commands that "new [multiple]" inserts with one save
-constexpr double kInsertBound = 1;   // seconds for as many commands as a person selects at once
+constexpr double kInsertBound = 1;  // seconds for as many commands as a person selects at once
 
 // Until `count` commands are in the working copy of a macro that has `present`, as a run of the creation of
 // many commands puts them there.
@@ -262,10 +261,7 @@ double secondsOfInserting(std::size_t count, std::size_t present) {
   draft.parameters.emplace_back().name = "STATE";
   draft.parameters.back().value = "1";
   const auto begun = std::chrono::steady_clock::now();
-  for (std::size_t in = 0; in < count; in += kPiece)
-    if (!copy.apply(
-            InsertCommands{std::vector(std::min(kPiece, count - in), draft), 1, 0, InsertMode::kAtStart}))
-      std::abort();
+  if (!copy.apply(InsertCommands{std::vector(count, draft), 1, 0, InsertMode::kAtStart})) std::abort();
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begun;
   if (copy.commands().size() != present + count) std::abort();
   copy.leaveEditState();

@@ -3643,9 +3643,13 @@ Trotzdem überschreiben?</translation>
         <translation>Befehl %1 geändert</translation>
     </message>
     <message>
-        <source>The macro that this command was built for is no longer open.
+        <source>The macro that this command was built for is no longer open.</source>
+        <translation>Das Makro, für das dieser Befehl gebaut wurde, ist nicht mehr geöffnet.</translation>
+    </message>
+    <message>
+        <source>%1
 The dialog stays as it is.</source>
-        <translation>Das Makro, für das dieser Befehl gebaut wurde, ist nicht mehr geöffnet.
+        <translation>%1
 Der Dialog bleibt, wie er ist.</translation>
     </message>
     <message>
@@ -4671,13 +4675,6 @@ oder von dort kopieren</translation>
     <message>
         <source>Where</source>
         <translation>Wo</translation>
-    </message>
-</context>
-<context>
-    <name>tessaly::MultipleCommandsDialog</name>
-    <message>
-        <source>The next command could not be inserted</source>
-        <translation>Der nächste Befehl konnte nicht eingefügt werden</translation>
     </message>
 </context>
 <context>

@@ -82,12 +82,7 @@ class EveryDialog {
         {"rename", [] { return std::make_unique<RenameMacroDialog>("Opening titles"); }},
         {"create command", [this] { return std::make_unique<CreateCommandDialog>(context_, 1, true); }},
         {"modify command", [this] { return std::make_unique<ModifyCommandDialog>(context_, command_); }},
-        {"multiple commands",
-         [this] {
-           return std::make_unique<MultipleCommandsDialog>(
-               context_, 1, 0,
-               [](const auto& drafts, int, int, auto) { return static_cast<int>(drafts.size()); });
-         }},
+        {"multiple commands", [this] { return std::make_unique<MultipleCommandsDialog>(context_, 1, 0); }},
         {"classic", [this] { return std::make_unique<ClassicEditorDialog>(context_, true, Destination()); }},
         {"value",
          [] { return std::make_unique<EnterValueDialog>(48, QStringLiteral("Range: 0% / 100%"), 0, 100); }},

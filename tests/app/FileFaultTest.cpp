@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 
 #include "tests/app/WindowFixture.h"
+#include "tests/editors/DialogDriver.h"
 
 namespace tessaly {
 namespace {
@@ -164,6 +165,29 @@ TEST_F(FileFaultTest, WorkingCopiesAndSettingsThatCannotBeWrittenStayAsTheyAre) 
     EXPECT_EQ(driver().texts(a_.commands).size(), commands);
     driver().clickRow(a_.commands, 0);
   }
+}
+
+TEST_F(FileFaultTest, WhatWasBuiltStaysInItsDialogUntilTheDiskTakesIt) {
+  openBoth();
+  for (const auto& [act, button] : {std::pair(a_.newCorvane, "insertEnd"), {a_.modifyCommand, "modify"}}) {
+    driver().clickRow(a_.commands, 0);
+    driver().press(act, [&, button = button](QDialog& dialog) {
+      const DialogDriver user(dialog);
+      if (act == a_.newCorvane) {
+        user.type("words", "ME2.KEY4.ON.SET");
+        user.key(Qt::Key_Return);
+        user.choose("choices", "On");
+      }
+      {
+        const DiskFault fault(Kind::kFull, {});
+        user.click(button);
+        EXPECT_THAT(asked(), testing::ElementsAre(HasSubstr("NOT changed: ")));
+      }
+      user.click(button);
+      EXPECT_FALSE(dialog.isVisible());
+    });
+  }
+  EXPECT_EQ(told(), "command 1 modified");
 }
 
 }  // namespace

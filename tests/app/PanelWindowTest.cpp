@@ -164,15 +164,19 @@ TEST_F(PanelWindowTest, ManyCommandsAreMadeAndUpdatedAtOnce) {
     user.click("updateParameters");
     WindowDriver::waitFor([&user] { return user.enabled("insertEnd"); }, "the values of all commands");
     user.click("insertEnd");
-    WindowDriver::waitFor([&dialog] { return !dialog.isVisible(); }, "the end of the insertion");
+    EXPECT_FALSE(dialog.isVisible());
   });
   const MacroCommands commands = commandsOf(workingCopyPath(Pane::kA));
   EXPECT_EQ(commands.size(), 3 + made);
+  EXPECT_EQ(told(), std::to_string(made) + " commands inserted");
+  EXPECT_EQ(driver().list(a_.commands).selectedRows().size(), made);
   const auto seven = [](const MacroCommand& command) {
     return !command.parameters.empty() && command.parameters.front().value == "7";
   };
   EXPECT_EQ(std::count_if(commands.begin(), commands.end(), seven), static_cast<int>(valued));
   EXPECT_GT(valued, 1U);
+  action("undo").trigger();
+  EXPECT_EQ(commandsOf(workingCopyPath(Pane::kA)).size(), 3U) << "one step";
 }
 
 TEST_F(PanelWindowTest, WhatAsksThePanelNeedsOne) {

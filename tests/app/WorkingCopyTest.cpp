@@ -245,7 +245,7 @@ TEST(PaneControlsTest, FollowTheSituation) {
               {"edited", with([](auto& now) { now.edited = true; }), "111111111000111"},
               {"no command", with([](auto& now) { now.commandsSelected = 0; }), "111110010110001"},
               {"two commands", with([](auto& now) { now.commandsSelected = 2; }), "111110110110111"},
-              {"saving would lose a part", with([](auto& now) { now.keepable = false; }), "111111110110100"},
+              {"saving would lose a part", with([](auto& now) { now.keepable = false; }), "111100110110100"},
               {"no macro", with([](auto& now) { now.macroSelected = false; }), "110000000110100"},
               {"no folder", with([](auto& now) { now.folderChosen = false; }), "001111110110111"},
               {"nothing to copy", with([](auto& now) { now.otherMacroSelected = false; }), "101111110110111"},

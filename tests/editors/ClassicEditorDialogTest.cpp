@@ -96,13 +96,16 @@ TEST_F(ClassicEditorDialogTest, ArrowsLeadThroughTheParametersAndEscClosesOneDia
   DialogDriver::answerNext(leave);
   user.key(Qt::Key_Return);
   EXPECT_EQ(opened, 1);
-  QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
-  QApplication::sendEvent(editor->focusWidget(), &held);
-  EXPECT_TRUE(editor->isVisible());
+  DialogDriver::answerNext(leave);
+  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+    QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+    QApplication::sendEvent(editor->focusWidget(), &held);
+    EXPECT_TRUE(editor->isVisible());
+    ASSERT_EQ(opened, 1) << "a held Enter would store what is proposed";
+  }
   EXPECT_EQ(user.selectedRow("parameters"), 1);
   user.key(Qt::Key_Up);
   EXPECT_EQ(user.selectedRow("parameters"), 0);
-  DialogDriver::answerNext(leave);
   user.choose("parameters", "");
   QApplication::processEvents();
   EXPECT_EQ(opened, 2);
@@ -126,6 +129,8 @@ TEST_F(ClassicEditorDialogTest, StaysOpenWithAllThatWasBuiltWhileTheMacroTakesNo
             "Video input - Input1 - Cut - trigger|READY TO INSERT|Trigger - Video input - Input1 - Cut|ac: "
             "e0 | cd: 11 | co: 01 | kw: 01");
   EXPECT_EQ(shutIn(editor), "actions; ");
+  user.toggle("standard60");
+  EXPECT_EQ(fixture_.frameRate, 30);
   EXPECT_EQ(user.control<ListBox>("functions").accessibleName(), "Function");
   fixture_.refusal = "The panel has deleted the macro.";
   for (const char* button : {"insertStart", "insertSelected", "insertEnd"}) {

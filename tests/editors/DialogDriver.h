@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
@@ -81,6 +82,12 @@ class DialogDriver {
   void click(const char* name) const {
     auto& button = usable<QAbstractButton>(name);
     QTest::mouseClick(&button, Qt::LeftButton, Qt::NoModifier, {10, button.height() / 2});
+  }
+
+  // As a screen reader's hands do.
+  void toggle(const char* name) const {
+    auto* hands = QAccessible::queryAccessibleInterface(&usable<QAbstractButton>(name))->actionInterface();
+    hands->doAction(QAccessibleActionInterface::toggleAction());
   }
 
   [[nodiscard]] std::vector<std::string> rows(const char* name) const {

@@ -51,7 +51,7 @@ TEST(ModifyCommandDialogTest, FunctionDestinationAndValueChange) {
   EXPECT_FALSE(user.visible("fromScratch"));
   EXPECT_EQ(user.focus(), "value");
   EXPECT_EQ(user.control<QLineEdit>("value").selectedText(), "20.0");
-  user.click("showRaw");
+  user.toggle("showRaw");
   EXPECT_THAT(user.rows("parameters"), ElementsAre("LEVEL\t51.000000"));
   user.click("showRaw");
 

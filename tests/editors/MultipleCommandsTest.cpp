@@ -74,18 +74,18 @@ struct MultipleCommandsTest : testing::Test, EditorFixture {
     return texts;
   }
 
-  // Into the macro file, one by one; fails from command `failAt` on.
-  MultipleCommandsDialog::Inserter inserter() {
-    return [this](const std::vector<CommandDraft>& drafts, int workplace, int position, InsertMode mode) {
-      int in = 0;
-      for (const CommandDraft& draft : drafts) {
-        if (inserted >= failAt ||
-            !insertCommand(site.access(), kMacro, position + in, draft, workplace, mode))
-          break;
-        ++in, ++inserted;
-      }
-      return in;
+  // Into the macro file, unless there is a refusal.
+  EditorContext taking(const MultipleCommandsDialog& from) {
+    EditorContext made = context;
+    made.take = [this, &from] {
+      told = from.findChild<QLabel*>(QStringLiteral("status"))->text().toStdString();
+      for (const InsertCommands& run : refusal.empty() ? from.runs() : std::vector<InsertCommands>())
+        for (int i = 0; const CommandDraft& draft : run.drafts)
+          EXPECT_TRUE(
+              insertCommand(site.access(), kMacro, run.position + i++, draft, run.workplace, run.mode));
+      return refusal;
     };
+    return made;
   }
   std::string status() { return driver.label("status"); }
   std::string caption(const char* name) {
@@ -146,10 +146,10 @@ struct MultipleCommandsTest : testing::Test, EditorFixture {
     return QTest::qWaitFor([this] { return !dialog.isVisible(); });
   }
 
-  int inserted = 0, failAt = 1000;
   std::vector<std::string> asked;
+  std::string told;
   QString title;
-  MultipleCommandsDialog dialog{context, 3, 1, inserter()};
+  MultipleCommandsDialog dialog{taking(dialog), 3, 1};
   DialogDriver driver{dialog};
 };
 
@@ -291,6 +291,9 @@ TEST_F(MultipleCommandsTest, AnswersAndTheUserCompleteTheCommands) {
   select({});
   EXPECT_EQ(status(), kOneMissing);
   completeSource([](QListView& list) { QTest::keyClick(&list, Qt::Key_Return); }, "modify");
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+  QApplication::sendEvent(&driver.control<QListView>("commands"), &held);
+  EXPECT_TRUE(dialog.isVisible()) << "an Esc that has closed the other one";
   EXPECT_EQ(status(), "4 COMMANDS READY FOR INSERTION. . .. . .");
   answer("QMF2.AUX1.SOURCE", "9");  // what the user has completed is not overwritten
   driver.click("tabs");
@@ -372,51 +375,34 @@ TEST_F(MultipleCommandsTest, OnlySelectedCommandsAreUpdated) {
                           "AUX1.LEVEL.SET", "! AUX1.CUT"));
   driver.click("updateParameters");
   dialog.reject();  // with questions open
-  EXPECT_EQ(dialog.insertedCount(), 0);
+  EXPECT_TRUE(dialog.runs().empty());
 }
 
-// After a failure the rest goes behind what is in, and in front of what was selected all the same.
 TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
   const std::string a = "QMF1.A/1", b = "QMF1.B/1", cut = "QMF1.AUX1.CUT/3", gain = "QMF1.INPUT7.GAIN/3";
   struct Case {
     const char* button;
     const char* caption;
-    int failAt;
     std::vector<std::string> expected;
   };
-  const Case cases[] = {{"insertStart", "insert selected at start", 9, {cut, gain, a, b}},
-                        {"insertStart", "insert selected at start", 1, {cut, gain, a, b}},
-                        {"insertPosition", "insert selected at current selection", 9, {a, cut, gain, b}},
-                        {"insertPosition", "insert selected at current selection", 1, {a, cut, gain, b}},
-                        {"insertEnd", "insert selected at end", 9, {a, b, cut, gain}},
-                        {"insertEnd", "insert selected at end", 1, {a, b, cut, gain}}};
+  const Case cases[] = {{"insertStart", "insert selected at start", {cut, gain, a, b}},
+                        {"insertPosition", "insert selected at current selection", {a, cut, gain, b}},
+                        {"insertEnd", "insert selected at end", {a, b, cut, gain}}};
   for (const Case& chosen : cases) {
     SCOPED_TRACE(chosen.caption);
     write(R"(<cmd fid="QMF1.A" workplace="1"/><cmd fid="QMF1.B" workplace="1"/>)");
-    MultipleCommandsDialog fresh(context, 3, 1, inserter());
+    MultipleCommandsDialog fresh(taking(fresh), 3, 1);
     const DialogDriver user(fresh);
     user.click("AUX1");
     answerNext(fresh, Qt::Key_Return);
     user.click("RGB Input Correction");
     select(user, {3, 2});
     EXPECT_EQ(user.control<QPushButton>(chosen.button).text(), chosen.caption);
-    inserted = 0;
-    failAt = chosen.failAt;
     user.click(chosen.button);
-    if (failAt == 1) {
-      EXPECT_TRUE(QTest::qWaitFor([&] { return user.enabled("work"); }));
-      EXPECT_EQ(user.rows("commands").size(), 3U) << "what is in has left the list";
-      EXPECT_EQ(fresh.insertedCount(), 1);
-      failAt = 9;
-      select(user, {2});
-      user.click(chosen.button);
-    }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !fresh.isVisible(); }));
     EXPECT_EQ(fresh.result(), QDialog::Accepted);
-    EXPECT_EQ(fresh.insertedCount(), 2);
     EXPECT_EQ(written(), chosen.expected);
   }
-  MultipleCommandsDialog unselected(context, 1, -1, inserter());
+  MultipleCommandsDialog unselected(context, 1, -1);
   const DialogDriver user(unselected);
   answerNext(unselected, Qt::Key_Return);
   user.click("RGB Input Correction");
@@ -424,33 +410,14 @@ TEST_F(MultipleCommandsTest, BlocksKeepTheOrderOfTheList) {
   EXPECT_FALSE(user.enabled("insertPosition"));
 }
 
-TEST_F(MultipleCommandsTest, ALongRunIsHandedOverInPiecesAndCanBeCancelled) {
-  for (const bool cancelled : {false, true}) {
-    std::vector<int> positions;
-    std::vector<std::string> told;
-    QPushButton *cancel = nullptr, *insertEnd = nullptr;
-    QLabel* status = nullptr;
-    MultipleCommandsDialog fresh(context, 1, -1, [&](const auto& drafts, int, int position, auto) {
-      positions.push_back(position);
-      told.push_back(status->text().toStdString());
-      EXPECT_FALSE(status->window()->findChild<QWidget*>("work")->isEnabled() || insertEnd->isEnabled());
-      // A click that came meanwhile.
-      if (cancelled) QMetaObject::invokeMethod(cancel, &QPushButton::click, Qt::QueuedConnection);
-      return static_cast<int>(drafts.size());
-    });
-    const DialogDriver user(fresh);
-    cancel = &user.control<QPushButton>("cancel");
-    insertEnd = &user.control<QPushButton>("insertEnd");
-    status = &user.control<QLabel>("status");
-    for (int i = 0; i < 130; ++i) user.click("ME1.TRANSI");
-    user.click("insertStart");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !fresh.isVisible(); }));
-    EXPECT_EQ(fresh.insertedCount(), cancelled ? 128 : 130);
-    if (!cancelled) {
-      EXPECT_THAT(positions, ElementsAre(0, 128));
-      EXPECT_THAT(told, ElementsAre("Inserting No. 128 of 130...", "Inserting No. 130 of 130..."));
-    }
-  }
+// One by one, or in pieces, they would be as many steps of undo.
+TEST_F(MultipleCommandsTest, ALongRunIsTakenAllTogether) {
+  write("");
+  for (int i = 0; i < 130; ++i) driver.click("ME1.TRANSI");
+  driver.click("insertStart");
+  EXPECT_THAT(dialog.runs(), testing::SizeIs(1));
+  EXPECT_THAT(written(), testing::SizeIs(130));
+  EXPECT_EQ(told, "Inserting No. 130 of 130...");
 }
 
 }  // namespace

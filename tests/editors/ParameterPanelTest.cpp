@@ -21,6 +21,10 @@ TEST(ParameterPanelTest, TheFieldFollowsWhatIsStoredAndHowItIsShown) {
   EXPECT_NE(field.text().toStdString(), shown);
   panel.setRaw(false);
   EXPECT_EQ(field.text().toStdString(), shown);
+  panel.setValue(0, "128");
+  field.insert(QStringLiteral("x"));
+  EXPECT_EQ(fixture.beeps.take(), 1);
+  EXPECT_EQ(panel.draft().parameters[0].value, "128") << "rather than what the shown 50.2 stands for";
   QSignalSpy changed(&panel, &ParameterPanel::changed);
   panel.setValue(0, "255");
   EXPECT_EQ(changed.count(), 1);

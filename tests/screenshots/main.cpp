@@ -167,9 +167,7 @@ class Camera {
     user.type("value", "48");
     save(create, "create-command.png");
 
-    MultipleCommandsDialog multiple(context_, 1, 0, [](const auto& drafts, int, int, InsertMode) {
-      return static_cast<int>(drafts.size());
-    });
+    MultipleCommandsDialog multiple(context_, 1, 0);
     const DialogDriver collector(multiple);
     collector.click("ME1.KEY1.KEY");
     save(multiple, "multiple-commands.png");
