@@ -247,6 +247,12 @@ void Browser::chooseWorkplace() {
   listMacros();
 }
 
+void Browser::keepWorkplace() {
+  if (showsPanelNames()) return;
+  panelNames_.subscribe(workplace());
+  emit panelWorkplaceChosen(workplace());
+}
+
 void Browser::followWorkplace(int number) {
   if (!onPanel() || pane_.copy.unsaved()) return;
   ListBox& list = pane_.view.workplaces();
@@ -471,7 +477,7 @@ void Browser::refreshPanel() {
   if (!onPanel()) return;
   showConnectedPanel();
   refreshWorkplaces();
-  if (!demo_) panelNames_.renew();
+  if (workplace() > 0 && !demo_) panelNames_.renew(workplace());
 }
 
 }  // namespace tessaly

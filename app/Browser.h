@@ -48,6 +48,8 @@ class Browser : public QObject {
   // The other pane has turned to another workplace of the panel, and this one goes along, unless unsaved
   // changes hold it: the names of one workplace are known at a time.
   void followWorkplace(int number);
+  // Stays where it was held: its names are those that are known from now on, and the other pane goes along.
+  void keepWorkplace();
   // Goes along now that the changes are saved or discarded.
   void catchUp();
   // Workplaces 1 and 2 and the macros of the demonstration, in place of what the panel would tell.

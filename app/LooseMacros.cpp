@@ -132,6 +132,7 @@ void LooseMacros::saveInFile(Pane pane) {
   const Outcome written = write(pane, file);
   if (!written.written()) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);
+  open_.follow(MacroPlace{file, {}, 0, {}}, pane);
   emit said(saved(shown(file), written));
   emit changed();
 }

@@ -180,13 +180,21 @@ void MacroOperations::copyMacro(Pane pane) {
 
 // What the other pane has on the disk, or shows of a panel.
 bool MacroOperations::maySend(Pane from, const MacroRow& source) const {
-  const std::string folder = browser(from).macroFolder();
-  const auto macro = onPanel(from) || state(from).olderFamily || folder.empty()
-                         ? Expected<Macro>(Failure{Failure::Kind::kMissing, {}})
-                         : readMacro(site_.root, macroFile(folder, source.numberText));
-  const auto& shown = state(from).copy.macro();
-  if (!macro && !(onPanel(from) && shown)) return true;
-  return open_.maySend(macro ? *macro : *shown, nameInStrip(source.text()), from);
+  const auto macro = [&]() -> Expected<Macro> {
+    const auto& shown = state(from).copy.macro();
+    if (onPanel(from)) return shown ? Expected(*shown) : Failure{Failure::Kind::kMissing, {}};
+    if (state(from).snapshot) {
+      const auto bytes = browser(from).snapshotBytes(source.numberText);
+      return bytes ? Macro::read(*bytes) : Failure{Failure::Kind::kMissing, {}};
+    }
+    if (!state(from).olderFamily)
+      return readMacro(site_.root, macroFile(browser(from).macroFolder(), source.numberText));
+    const std::string file = keyFile(browser(from).keyFolder(), source.numberText);
+    KeyFile key;
+    key.load(site_.root, file, keyFileIndex(file));
+    return keyFileMacro(key);
+  }();
+  return !macro || open_.maySend(*macro, nameInStrip(source.text()), from);
 }
 
 std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QString& reason) {
@@ -280,8 +288,8 @@ void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTa
   const Pane from = other(to);
   if (browser(from).workplace() <= 0) return;
   WorkingCopy& buffer = state(from).copy;
-  auto loan = buffer.lend();
-  if (!loan) return;  // it holds unsaved changes
+  auto loan = buffer.unsaved() ? std::nullopt : buffer.lend();
+  if (!loan) return;
   static_cast<void>(transfers_.copy(target.address, target.workplace, source.numberText, target.numberText,
                                     loan->path(), overwriting_.asking(macroInStrip(target))));
   const QString reason = transfers_.reason();

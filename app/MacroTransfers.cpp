@@ -95,10 +95,15 @@ void MacroTransfers::forget(const MacroPlace& place) {
 
 PanelMacros::Deletion MacroTransfers::remove(const MacroPlace& place, PanelMacros::OldContent old) {
   PanelMacros::Deletion deletion;
-  expect(place, {});
+  // Once it is asked: what is fetched before that takes its time.
+  const BeforePanelWrite expected = [&](const PanelStanding& standing) {
+    if (standing.kept) expect(place, {});
+    return true;
+  };
+  if (old == PanelMacros::OldContent::kLost) expect(place, {});
   static_cast<void>(
       run(tr("Deleting macro %1 on the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
-        deletion = macros.remove(place.address, place.workplace, place.number, old);
+        deletion = macros.remove(place.address, place.workplace, place.number, old, expected);
         return TransferOutcome{};
       }));
   if (!deletion.asked) forget(place);
@@ -119,7 +124,8 @@ MacroTransfers::Present MacroTransfers::lookOnPanel(const MacroPlace& place) {
         found = macros.read(place.address, place.workplace, place.number);
         return TransferOutcome{found.fetched};
       });
-  if (came) return {.bytes = std::move(found.bytes)};
+  // What is no macro, and came the same twice, is somebody's content all the same.
+  if (came || found.bytes) return {.bytes = std::move(found.bytes)};
   if (found.fetched == FtpClient::Result::kNotFound) return {.missing = true};
   return {.cancelled = found.fetched == FtpClient::Result::kCancelled, .trouble = outcomeText()};
 }

@@ -288,6 +288,14 @@ void MainWindow::connectStrip() {
   connect(ui_->strip, &StatusStrip::saveAgainPressed, open_.get(), [this](Pane pane) { open_->save(pane); });
 }
 
+// A save that is owed holds those of its own panel; whoever turns to another place leaves it.
+bool MainWindow::holdsLists(Pane pane) const {
+  const WorkingCopy& copy = room(pane).state->copy;
+  if (copy.edited()) return true;
+  return copy.saveOwed() && connection_.source(pane) == PaneSource::kPanel &&
+         copy.target()->source == PaneSource::kPanel && copy.target()->address == connection_.address(pane);
+}
+
 void MainWindow::connectPanel() {
   connect(&bridge_, &PanelBridge::connectionShown, this,
           [this](Pane pane, const PaneConnectionDisplay& display) {
@@ -297,8 +305,7 @@ void MainWindow::connectPanel() {
           });
   connect(&bridge_, &PanelBridge::listsWanted, this, [this](Pane pane) {
     // Whatever asks for it: the lists stay while unsaved work hangs on them.
-    if (room(pane).state->copy.edited() ||
-        (connection_.source(pane) == PaneSource::kPanel && room(pane).state->copy.unsaved()))
+    if (holdsLists(pane))
       room(pane).browser->refreshPanel();
     else
       room(pane).browser->fillApplications();
@@ -382,7 +389,7 @@ PaneSituation MainWindow::situation(Pane pane) const {
   now.olderFamily = here.olderFamily;
   now.snapshot = here.snapshot.has_value();
   now.edited = here.copy.edited();
-  now.otherEdited = there.copy.edited();
+  now.otherUnsaved = there.copy.unsaved();
   now.otherIsPanel = connection_.source(other(pane)) == PaneSource::kPanel;
   now.folderChosen = now.source == PaneSource::kPanel ? room(pane).browser->workplace() > 0
                                                       : !room(pane).browser->macroFolder().empty();

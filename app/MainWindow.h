@@ -93,6 +93,7 @@ class MainWindow : public QMainWindow {
   void connectPane(Pane pane);
   void connectOperations(Pane pane);
   void save(Pane pane);
+  [[nodiscard]] bool holdsLists(Pane pane) const;
   void connectPanel();
   void connectStrip();
   void readSettingsFile();

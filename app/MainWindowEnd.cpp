@@ -52,6 +52,7 @@ bool MainWindow::mayClose() {
         if (open_->save(pane) != OpenMacros::Saved::kDone) return false;
         break;
       case QMessageBox::Discard:
+        room(pane).state->copy.leaveEditState();
         break;
       default:
         return false;

@@ -10,6 +10,7 @@
 #include "app/StepNames.h"
 #include "model/MacroHistory.h"
 #include "platform/Files.h"
+#include "platform/HostAddress.h"
 #include "platform/Text.h"
 #include "widgets/DialogText.h"
 
@@ -46,12 +47,14 @@ void OpenMacros::open(Pane pane) {
   PaneState& here = state(pane);
   emit macroChosen();
   const MacroRow* row = here.selectedMacro();
-  if (row == nullptr)
+  if (row == nullptr) {
     static_cast<void>(here.copy.clear());
-  else if (here.olderFamily && connection_.source(pane) == PaneSource::kHarddisk)
+  } else if (here.olderFamily && connection_.source(pane) == PaneSource::kHarddisk) {
     showKeyFile(pane, *row);
-  else
+  } else {
+    browser(pane).keepWorkplace();
     static_cast<void>(openTarget(pane, selectedTarget(pane)));
+  }
 }
 
 void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
@@ -161,8 +164,7 @@ QStringList OpenMacros::unsavedAt(const MacroPlace& place) const {
 
 bool OpenMacros::reaches(const std::string& address) const {
   return std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) {
-    return connection_.connected(pane) && connection_.address(pane) == address &&
-           !connection_.otherAddress(pane);
+    return connection_.connected(pane) && sameHost(connection_.askedAddress(pane), address);
   });
 }
 
@@ -229,7 +231,9 @@ bool OpenMacros::unseen(Pane list, const MacroTarget& target, const std::string&
       return isThere(each) && each.check == check;
     });
   // A panel's list tells names only: what was never read is at least known to be there.
+  // That of a pane whose line leads to another panel is not of this one.
   const auto seen = transfers_.seen(placeOf(target));
+  if (!seen && connection_.otherAddress(list)) return true;
   return seen ? *seen != contentCheck(bytes) : std::ranges::none_of(rows, isThere);
 }
 

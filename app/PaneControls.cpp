@@ -14,8 +14,8 @@ PaneControls paneControls(const PaneSituation& now) {
 
   const bool current = !now.olderFamily && !now.snapshot;
   const bool macro = now.macroSelected && current;
-  // A copy between two panel panes goes through the other pane's working copy, which must not hold edits.
-  const bool bufferFree = !(now.source == PaneSource::kPanel && now.otherIsPanel && now.otherEdited);
+  // A copy between two panel panes goes through the other pane's working copy, which must not hold changes.
+  const bool bufferFree = !(now.source == PaneSource::kPanel && now.otherIsPanel && now.otherUnsaved);
   controls.selectionEnabled = !now.edited;
   controls.create = now.folderChosen && current;
   controls.copy = now.otherMacroSelected && now.folderChosen && current && bufferFree;

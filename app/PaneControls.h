@@ -10,9 +10,9 @@ struct PaneSituation {
   PaneSource source = PaneSource::kHarddisk;
   bool connected = false;
   bool olderFamily = false;
-  bool snapshot = false;     // shown in place of the disk
-  bool edited = false;       // this pane
-  bool otherEdited = false;  // the other pane
+  bool snapshot = false;      // shown in place of the disk
+  bool edited = false;        // this pane
+  bool otherUnsaved = false;  // the other pane: edited, or a save of it is owed
   bool otherIsPanel = false;
   bool folderChosen = false;  // application, panel and workplace, or a workplace of the panel
   bool macroSelected = false;

@@ -21,7 +21,7 @@ WorkingCopy::~WorkingCopy() { settleAhead(); }
 WorkingCopy::Loan::~Loan() {
   if (copy_ == nullptr) return;
   copy_->lent_ = false;
-  if (!keeps_) static_cast<void>(copy_->clear());
+  if (!keeps_ && !copy_->unsaved()) static_cast<void>(copy_->clear());
 }
 
 Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step,
@@ -305,16 +305,16 @@ bool WorkingCopy::writeAhead(const SetValues& values) {
   }
   // Where no thread is to be had, at the end of the update.
   ahead_ = std::async(std::launch::async | std::launch::deferred,
-                      [site = site_, path = path_, macro = *macro_, values] {
+                      [this, site = site_, path = path_, macro = *macro_, values] {
                         const auto ahead = tessaly::apply(macro, values);
-                        const bool written = ahead && writeFile(site.root, path, ahead->bytes()).written();
-                        return written ? std::optional(ahead->check()) : std::nullopt;
+                        if (ahead && writeFile(site.root, path, ahead->bytes()).written())
+                          wroteAhead_ = ahead->check();
                       });
   return true;
 }
 
 void WorkingCopy::settleAhead() {
-  if (ahead_.valid()) wroteAhead_ = ahead_.get();
+  if (ahead_.valid()) ahead_.wait();
 }
 
 void WorkingCopy::noteSaved() {

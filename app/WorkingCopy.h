@@ -41,7 +41,7 @@ class WorkingCopy : public QObject {
 
   // The file in the hands of a transfer: until the loan ends nothing else touches it, and every change of the
   // working copy is refused. A loan that ends without `show` leaves nothing shown, unless it was for reading
-  // only.
+  // only, or a save is owed, which is not of the file.
   class Loan {
    public:
     Loan(Loan&& other) noexcept
@@ -218,11 +218,11 @@ class WorkingCopy : public QObject {
   bool lent_ = false;
   int opening_ = 0;
   int revision_ = 0;
-  std::optional<RecoveryRecord> record_;  // as written; none without unsaved changes
-  bool recorded_ = true;                  // the last one was written
-  std::optional<Failure> recordTrouble_;  // to be told
-  std::future<std::optional<ContentCheck>> ahead_;
-  std::optional<ContentCheck> wroteAhead_;  // what it has left in the file
+  std::optional<RecoveryRecord> record_;    // as written; none without unsaved changes
+  bool recorded_ = true;                    // the last one was written
+  std::optional<Failure> recordTrouble_;    // to be told
+  std::optional<ContentCheck> wroteAhead_;  // what it has left in the file; read once it has ended
+  std::future<void> ahead_;
 };
 
 }  // namespace tessaly

@@ -64,7 +64,9 @@ bool PanelLine::rename(int workplace, int number, const std::string& name) {
   return macros_.rename(place_.address, workplace, MacroNumber::textOf(number), name);
 }
 
-bool PanelLine::run(int workplace, int number) { return macros_.run(place_.address, workplace, MacroNumber::textOf(number)); }
+bool PanelLine::run(int workplace, int number) {
+  return macros_.run(place_.address, workplace, MacroNumber::textOf(number));
+}
 
 void PanelLine::received(const std::string& name, const ParameterValue& value) {
   const std::scoped_lock guard(mutex_);

@@ -63,9 +63,8 @@ void MacroNames::subscribe(int workplace) {
   if (connected) subscriptions_.subscribeMacroNames(workplace);
 }
 
-void MacroNames::renew() {
-  const bool other = client_.state() == kPanelConnected && client_.connectionNumber() != connection_;
-  if (const int old = workplace(); other && old != kNoWorkplace) subscribe(old);
+void MacroNames::renew(int workplace) {
+  if (client_.state() == kPanelConnected && client_.connectionNumber() != connection_) subscribe(workplace);
 }
 
 int MacroNames::workplace() const {

@@ -60,9 +60,9 @@ class MacroNames {
   // Ends the subscription of another workplace, empties all tables and, while connected, subscribes the names
   // of this one; names that are already known arrive before it returns. GUI thread.
   void subscribe(int workplace);
-  // The same workplace again, when its names came over a line that another one has taken the place of. GUI
-  // thread.
-  void renew();
+  // The same for who stays at a workplace, when another line has taken the place of the one that the names
+  // came over. GUI thread.
+  void renew(int workplace);
 
   // The subscribed workplace, 1 to 8, or kNoWorkplace.
   [[nodiscard]] int workplace() const;

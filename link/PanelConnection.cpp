@@ -176,7 +176,7 @@ void PanelConnection::connectedMessage(Pane pane) {
   subscriptions_.subscribeWorkplaceCounts();
   refresh(pane);
   // What the other pane lists came over a line that this one has taken the place of.
-  if (connected(other(pane))) refresh(other(pane));
+  if (source(other(pane)) == PaneSource::kPanel && connected(other(pane))) refresh(other(pane));
 }
 
 // False when there is no attempt, or its success is on its way.
@@ -220,7 +220,7 @@ void PanelConnection::lineRenewed() {
   if (!renewed_.exchange(false)) return;
   subscriptions_.subscribeWorkplaceCounts();
   for (const Pane pane : kPanes) {
-    if (connected(pane)) refresh(pane);
+    if (source(pane) == PaneSource::kPanel && connected(pane)) refresh(pane);
   }
 }
 

@@ -28,6 +28,7 @@ constexpr int kCancelPollMs = 100;
 // FTP reply codes.
 constexpr std::size_t kCodeLength = 3;
 constexpr int kFileStatus = 213;  // here always the answer to SIZE
+constexpr int kPassive = 227;     // what comes next is the file
 constexpr int kFirstRefusal = 400;
 constexpr int kNotAvailable = 421;
 constexpr int kLocalError = 451;
@@ -259,7 +260,9 @@ class Transfer {
       case CURLE_COULDNT_CONNECT:
         return Result::kUnreachable;
       case CURLE_OPERATION_TIMEDOUT:
-        return connected && refusal_ != kNotAvailable ? Result::kStalled : Result::kUnreachable;
+        // The library takes any 421 for this: also one that ends a service in the middle of a file.
+        if (refusal_ == kNotAvailable) return passive_ ? Result::kCut : Result::kUnreachable;
+        return connected ? Result::kStalled : Result::kUnreachable;
       case CURLE_PARTIAL_FILE:
       case CURLE_SEND_ERROR:
       case CURLE_RECV_ERROR:
@@ -287,6 +290,7 @@ class Transfer {
     const int code = parseInt({line, std::min<std::size_t>(one * count, kCodeLength)});
     auto& transfer = *static_cast<Transfer*>(self);
     if (code >= kFirstRefusal) transfer.refusal_ = code;
+    if (code == kPassive) transfer.passive_ = true;
     if (code == kFileStatus) transfer.announced_ = sizeIn({line, one * count});
     return one * count;
   }
@@ -326,6 +330,7 @@ class Transfer {
   std::string_view source_;                 // what is still to be sent
   std::optional<std::uint64_t> announced_;  // bytes, by the server
   int refusal_ = 0;                         // the server's last reply that was one
+  bool passive_ = false;                    // the file may have been asked for, or begun
   bool tooLarge_ = false;                   // for the memory
   curl_off_t moved_ = 0;
   Clock::time_point firstMove_, lastMove_;

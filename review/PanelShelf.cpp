@@ -95,6 +95,7 @@ Expected<std::vector<MacroShelf::Held>> PanelShelf::list() {
   if (Outcome one = whole(); !one) return one.failure();
   auto names = readWorkplaceNames(client_, workplace_, cancelled_);
   if (!names) return names.failure();
+  if (Outcome one = whole(); !one) return one.failure();  // the line may have been made anew meanwhile
   std::vector<Held> held;
   for (auto& [number, name] : *names) {
     if (const auto known = MacroNumber::of(number)) held.push_back({*known, displayUtf8(name)});

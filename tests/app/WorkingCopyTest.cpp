@@ -63,6 +63,10 @@ TEST_F(WorkingCopyTest, NothingForeignGetsInWhileThereAreUnsavedChanges) {
   copy.leaveEditState();
   EXPECT_FALSE(recorded());
   EXPECT_TRUE(copy.lend());
+  EXPECT_EQ(copy.bytes(), held) << "the changes are of the save that is owed, not of the file";
+  ASSERT_TRUE(copy.undo());
+  copy.leaveEditState();
+  EXPECT_TRUE(copy.lend());
   EXPECT_EQ(copy.content(), WorkingCopy::Content::kNothing)
       << "a loan that was not filled leaves nothing shown";
 }
@@ -252,10 +256,10 @@ TEST(PaneControlsTest, FollowTheSituation) {
               {"older family", with([](auto& now) { now.olderFamily = true; }), "000000000111100"},
               {"the buffer of a copy on the panel holds edits", with([](auto& now) {
                  now.source = PaneSource::kPanel;
-                 now.otherIsPanel = now.otherEdited = true;
+                 now.otherIsPanel = now.otherUnsaved = true;
                }),
                "101111110110111"},
-              {"edits beside a disk hold no buffer", with([](auto& now) { now.otherEdited = true; }),
+              {"edits beside a disk hold no buffer", with([](auto& now) { now.otherUnsaved = true; }),
                "111111110110111"}};
   for (const auto& row : rows) EXPECT_EQ(shown(row.now), row.shown) << row.what;
 }

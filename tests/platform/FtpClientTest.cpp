@@ -93,6 +93,7 @@ TEST_F(FtpClientTest, AFailedTransferSaysWhy) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(get("/panel/flash/none.mac"), Result::kNotFound);
   EXPECT_EQ(get("/panel/cut.mac"), Result::kCut);
+  EXPECT_EQ(send("/panel/away.mac"), Result::kCut) << "it may have begun to write";
   EXPECT_EQ(get("/panel/more.mac"), Result::kCut) << "than came was announced";
   EXPECT_EQ(get("/panel/fewer.mac"), Result::kCut) << "not what it announces, and done";
   EXPECT_EQ(get("/panel/broken.mac"), Result::kPanelError);

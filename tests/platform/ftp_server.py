@@ -81,6 +81,8 @@ class Control(FTPHandler):
     def ftp_STOR(self, file, mode="w"):
         if "broken" in file:
             self.respond("451 Local error.")
+        elif "away" in file:
+            self.respond("421 Service not available.")
         elif "full" in file:
             self.respond("552 Storage exceeded.")
         else:
