@@ -235,6 +235,17 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   messages.take();
   copyTo(a_.copyMacro, 7);
   EXPECT_THAT(messages.take(), ElementsAre(StartsWith("001 - Wrong has"), StartsWith("What stands at 007")));
+
+  const std::string file = (fixture_.site.root.path() / "c/wrong.zip").string();
+  for (const char* act : {"saveSnapshot", "openSnapshot"}) {
+    QApplication::setActiveWindow(fixture_.window.get());
+    driver().control<QLineEdit>(b_.address).setFocus();
+    WindowDriver::answerNext([&](QDialog& dialog) { nameFile(dialog, file); });
+    action(act).trigger();
+  }
+  driver().choose(b_.macros, "001");
+  copyTo(a_.copyMacro, 8);
+  EXPECT_THAT(messages.take(), ElementsAre(StartsWith("001 - Wrong has")));
 }
 
 TEST_F(CheckingTest, TimecodesAreCheckedByTheFrameRateThatAnEditorSets) {

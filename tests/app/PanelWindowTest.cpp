@@ -261,6 +261,8 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   const std::string heldStill = held(Pane::kB);
   choosePanel(Pane::kA, addressOf(first_));
   chooseWorkplace(Pane::kA, 2, "500 - Elsewhere");
+  EXPECT_FALSE(driver().control<QWidget>(a_.copyMacro).isEnabled())
+      << "it would go through that working copy";
   first_.simulator.dropConnections();
   WindowDriver::waitFor([&] { return told().find("lost") != std::string::npos; }, "word of the loss");
   auto* line = driver().control<QWidget>(b_.commands).parent()->findChild<QPushButton*>("connectAgain");
@@ -272,9 +274,11 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, "Cancel"); });
   EXPECT_FALSE(fixture_.window->close());
 
+  chooseWorkplace(Pane::kA, 2, "500 - Elsewhere");
   driver().choose(b_.macros, "000");
   EXPECT_EQ(driver().texts(b_.commands).size(), 1U) << "the working copy holds what it held";
   EXPECT_EQ(selected(b_.macros), "") << "which is of no macro in the list";
+  EXPECT_EQ(selected(a_.workplaces), "Workplace 1") << "whose names are known again";
   EXPECT_THAT(told(), HasSubstr("NOT opened: 000"));
 }
 

@@ -183,6 +183,9 @@ TEST_F(WindowTest, UnsavedWorkSurvivesEveryKey) {
   WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, "Save"); });
   EXPECT_FALSE(fixture_.window->close());
   EXPECT_THAT(told(), HasSubstr("NOT saved"));
+  driver().press(a_.panel);
+  EXPECT_THAT(driver().texts(a_.macros), Not(testing::Contains("001 - Opening titles")))
+      << "what is there is of the disk";
 }
 
 TEST_F(WindowTest, LeavingThePathAsItWasLeavesTheMacroOpen) {
