@@ -40,7 +40,7 @@ void Captures::open(Pane pane) {
   }
   QPointer<CaptureWindow>& window = windows_[index(pane)];
   if (window)
-    window->beginIfOther();
+    window->beginAgain();
   else
     window = make(pane);
   window->present();

@@ -169,10 +169,11 @@ void MacroPane::connectControls() {
   pressed(ui_->updateData, &MacroPane::updatePressed);
   pressed(ui_->saveChanges, &MacroPane::savePressed);
   pressed(ui_->discardChanges, &MacroPane::discardPressed);
-  // A click on the source that is shown already is no choice.
+  // Rather than `clicked` here and below: a screen reader's hands toggle. The source that is shown already is
+  // no choice.
   const auto chooses = [this](QRadioButton* button, PaneSource source) {
-    connect(button, &QRadioButton::clicked, this, [this, source] {
-      if (source_ != source) emit sourceChosen(source);
+    connect(button, &QRadioButton::toggled, this, [this, source](bool on) {
+      if (on && source_ != source) emit sourceChosen(source);
     });
   };
   chooses(ui_->harddisk, PaneSource::kHarddisk);
@@ -187,9 +188,9 @@ void MacroPane::connectControls() {
   whenEdited(*ui_->address, this, [this](const QString& text) { emit addressEdited(text); });
   connect(ui_->address, &QLineEdit::returnPressed, this, [this] { emit addressFinished(true); });
   connect(ui_->address, &QLineEdit::editingFinished, this, [this] { emit addressFinished(false); });
-  connect(ui_->showRaw, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
-  connect(ui_->useTabs, &QCheckBox::clicked, this, &MacroPane::optionsChanged);
-  connect(ui_->showDestination, &QCheckBox::clicked, this, [this] {
+  connect(ui_->showRaw, &QCheckBox::toggled, this, &MacroPane::optionsChanged);
+  connect(ui_->useTabs, &QCheckBox::toggled, this, &MacroPane::optionsChanged);
+  connect(ui_->showDestination, &QCheckBox::toggled, this, [this] {
     applyTabStops();
     emit optionsChanged();
   });

@@ -45,13 +45,14 @@ Expected<std::string> BatchPlaces::read(const MacroPlace& place) {
 }
 
 ShelfWrite BatchPlaces::write(const MacroPlace& place, std::optional<std::string_view> bytes,
-                              MacroChange change, const BeforeWrite& before) {
+                              std::optional<MacroChange> change, const BeforeWrite& before) {
   if (!onPanel(place)) return writeMacroFile(root_, history_, place.file, bytes, change, before);
   MacroShelf* const shelf = shelfOf(place);
   const auto number = MacroNumber::parse(place.number);
   if (shelf == nullptr || !number) return {ShelfWrite::State::kAsBefore, notConnected(place)};
   const Busy busy(*this, shelf);
-  return bytes ? shelf->write(*number, *bytes, change, before) : shelf->remove(*number, before);
+  return bytes ? shelf->write(*number, *bytes, change.value_or(MacroChange::kPutBack), before)
+               : shelf->remove(*number, before);
 }
 
 void BatchPlaces::cancel() {

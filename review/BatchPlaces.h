@@ -53,9 +53,10 @@ class BatchPlaces {
   }
 
   [[nodiscard]] Expected<std::string> read(const MacroPlace& place);
-  // As a shelf writes, and deletes without bytes.
+  // As a shelf writes, and deletes without bytes. Without `change` a batch puts back: a file's own bytes of
+  // the batch are not kept, so that a history without room does not stop it.
   [[nodiscard]] ShelfWrite write(const MacroPlace& place, std::optional<std::string_view> bytes,
-                                 MacroChange change, const BeforeWrite& before);
+                                 std::optional<MacroChange> change, const BeforeWrite& before);
   // Ends what runs on a panel; its shelves take nothing more.
   void cancel();
 

@@ -30,7 +30,7 @@ class Recovery {
  private:
   enum class Put { kSettled, kFailed, kLater };  // kLater: its panel may take it yet
 
-  Put put(const BatchItem& item, MacroChange change, const BeforeWrite& before) {
+  Put put(const BatchItem& item, std::optional<MacroChange> change, const BeforeWrite& before) {
     const Expected<std::string> found = places_.read(item.place);
     if (HeldContent::asRead(found) == HeldContent::after(item.bytes)) return Put::kSettled;
     const ShelfWrite written = places_.write(item.place, item.bytes, change, before);
@@ -94,8 +94,8 @@ class Recovery {
     bool whole = true;
     for (std::size_t i = record_.items.size(); i-- > 0;) {
       const BatchItem& item = record_.items[i];
-      const Put put = this->put({item.place, record_.olds[i], {}}, MacroChange::kPutBack,
-                                from(HeldContent::after(item.bytes)));
+      const Put put =
+          this->put({item.place, record_.olds[i], {}}, std::nullopt, from(HeldContent::after(item.bytes)));
       whole = whole && put == Put::kSettled;
     }
     if (whole)

@@ -138,6 +138,11 @@ void Capture::tickAll(bool on) {
   for (std::size_t row = 0; row < rows_.size(); ++row) tick(row, on);
 }
 
+void Capture::tickAs(const Capture& other) {
+  for (std::size_t row = 0; row < std::min(rows_.size(), other.rows_.size()); ++row)
+    rows_[row].ticked = other.rows_[row].ticked;
+}
+
 bool Capture::follow(const std::optional<Macro>& now) {
   bool any = false;
   const MacroCommands none, &commands = now ? now->commands() : none;

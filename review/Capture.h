@@ -72,6 +72,8 @@ class Capture {
   // False for a row that cannot be taken over.
   bool tick(std::size_t row, bool on);
   void tickAll(bool on);
+  // As in one of the same commands.
+  void tickAs(const Capture& other);
   // The macro as it stands now; none when another one is in its place. True when a row has changed.
   bool follow(const std::optional<Macro>& now);
   // What is ticked.

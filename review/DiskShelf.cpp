@@ -29,7 +29,7 @@ std::optional<MacroNumber> numberOf(std::string_view file) {
 }  // namespace
 
 ShelfWrite writeMacroFile(const SiteRoot& root, MacroHistory& history, std::string_view file,
-                          std::optional<std::string_view> bytes, MacroChange change,
+                          std::optional<std::string_view> bytes, std::optional<MacroChange> change,
                           const BeforeWrite& before) {
   using State = ShelfWrite::State;
   State state = State::kAsBefore;
@@ -37,8 +37,8 @@ ShelfWrite writeMacroFile(const SiteRoot& root, MacroHistory& history, std::stri
     ShelfStanding standing{readFile(root, file), {}};
     const bool missing = !standing.bytes && standing.bytes.failure().kind == Failure::Kind::kMissing;
     if (!standing.bytes && (!missing || !bytes)) return standing.bytes.failure();
-    if (standing.bytes) {
-      const Outcome kept = history.keep(*standing.bytes, {std::string(file), {}, 0, {}}, change);
+    if (standing.bytes && change) {
+      const Outcome kept = history.keep(*standing.bytes, {std::string(file), {}, 0, {}}, *change);
       if (!kept) return kept;
       standing.kept = history.takeKept();
     }

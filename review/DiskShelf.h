@@ -10,10 +10,11 @@
 namespace tessaly {
 
 // A macro or key file of the disk, whatever it is called: written over whole, or deleted without `bytes`,
-// after what it holds is kept, and read back. Nobody who asks the history changes it meanwhile.
+// after what it holds is kept (without `change`: it is not), and read back. Nobody who asks the history
+// changes it meanwhile.
 [[nodiscard]] ShelfWrite writeMacroFile(const SiteRoot& root, MacroHistory& history, std::string_view file,
-                                        std::optional<std::string_view> bytes, MacroChange change,
-                                        const BeforeWrite& before);
+                                        std::optional<std::string_view> bytes,
+                                        std::optional<MacroChange> change, const BeforeWrite& before);
 
 // A folder of the site or of this host. Names are not listed: they stand in the macros.
 class DiskShelf final : public MacroShelf {

@@ -204,7 +204,7 @@ void MacroBatch::putBack(const std::vector<std::size_t>& open, std::size_t count
     if (i < count) {
       const HeldContent left = HeldContent::after(items_[index].bytes);
       const ShelfWrite back = places_.write(
-          items_[index].place, olds[i], MacroChange::kPutBack, [&](const ShelfStanding& standing) -> Outcome {
+          items_[index].place, olds[i], std::nullopt, [&](const ShelfStanding& standing) -> Outcome {
             return fits(left, standing.bytes) ? Outcome() : changedFailure();
           });
       row.state = back.written()                             ? State::kAsBefore

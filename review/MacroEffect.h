@@ -40,6 +40,9 @@ struct ValueState {
   friend bool operator==(const ValueState&, const ValueState&) = default;
 };
 
+// What is said of a changed one; "%1" is by how much.
+inline constexpr const char* kChangedBy = "changed by %1";
+
 struct ValueChange {
   int command;  // from 0
   int value;    // place in values()

@@ -77,7 +77,7 @@ class MacroSearch::Asking {
   }
 
  private:
-  using Numbers = SourceNumbers;
+  using Numbers = NamedSources;
 
   [[nodiscard]] Numbers sourcesOf(const Word& word) const {
     return word.field == Field::kSource ? sourcesNamed(word.text, context_.dictionary) : Numbers();
@@ -120,12 +120,12 @@ class MacroSearch::Asking {
     if (command.classic()) {
       const auto& named = factsOf(command).sources;
       return std::any_of(named.begin(), named.end(),
-                         [&](const std::string& n) { return sources.contains(n); });
+                         [&](const std::string& n) { return sources.classic.contains(n); });
     }
     // Most values are none of the numbers, so the function is asked last.
     return std::any_of(command.parameters.begin(), command.parameters.end(),
                        [&](const MacroParameter& parameter) {
-                         if (!sources.contains(parameter.value)) return false;
+                         if (!sources.panel.contains(parameter.value)) return false;
                          const auto function = context_.dictionary.find(command.functionName());
                          return function && parameterNamed(function->definition().inputs, parameter.name);
                        });

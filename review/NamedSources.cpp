@@ -8,17 +8,20 @@
 
 namespace tessaly {
 
-SourceNumbers sourcesNamed(std::string_view text, const FunctionDictionary& dictionary) {
+NamedSources sourcesNamed(std::string_view text, const FunctionDictionary& dictionary) {
   if (text.find_first_not_of("0123456789") == text.npos) {
     if (text.empty()) return {};
-    return {std::string(text.substr(std::min(text.find_first_not_of('0'), text.size() - 1)))};
+    const SourceNumbers number{
+        std::string(text.substr(std::min(text.find_first_not_of('0'), text.size() - 1)))};
+    return {number, number};
   }
-  SourceNumbers numbers;
+  NamedSources numbers;
   for (const PanelSource& source : inputSources(dictionary))
     if (fitsPattern(text, toUpperAscii(source.displayName)))
-      numbers.insert(inputNumberText(source.panelName));
+      numbers.panel.insert(inputNumberText(source.panelName));
   for (const ClassicSource& source : classicSources())
-    if (fitsPattern(text, toUpperAscii(source.name))) numbers.insert(std::to_string(source.number));
+    if (fitsPattern(text, toUpperAscii(source.name))) numbers.classic.insert(std::to_string(source.number));
+  if (numbers.classic.empty()) numbers.classic = numbers.panel;
   return numbers;
 }
 

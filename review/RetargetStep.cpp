@@ -65,7 +65,7 @@ class DestinationStep final : public RetargetStep {
 
 class SourceStep final : public RetargetStep {
  public:
-  SourceStep(SourceNumbers from, std::string to, const LineContext& context)
+  SourceStep(NamedSources from, NamedSources to, const LineContext& context)
       : from_(std::move(from)), to_(std::move(to)), context_(context) {}
 
   std::optional<RetargetedCommand> change(const MacroCommand& command) override {
@@ -74,10 +74,11 @@ class SourceStep final : public RetargetStep {
     std::optional<FunctionRecord> function;
     bool found = false;
     for (MacroParameter& parameter : changed.after.parameters) {
-      if (!parameter.hasValue || !from_.contains(parameter.value)) continue;
+      if (!parameter.hasValue || !from_.panel.contains(parameter.value)) continue;
       if (!function) function = context_.dictionary.find(command.functionName());
       if (!function || !parameterNamed(function->definition().inputs, parameter.name)) continue;
-      parameter.value = to_;
+      if (to_.panel.empty()) return RetargetedCommand{command, "only classic commands have that source"};
+      parameter.value = *to_.panel.begin();
       found = true;
     }
     return found ? std::optional(std::move(changed)) : std::nullopt;
@@ -90,9 +91,9 @@ class SourceStep final : public RetargetStep {
     const ClassicCommand& old = classic->command();
     std::vector<std::uint8_t> bytes(old.parameters().begin(), old.parameters().end());
     bool found = false;
-    const auto number = wholeNumber(to_, 0, kMostClassicSources - 1);
+    const auto number = wholeNumber(*to_.classic.begin(), 0, kMostClassicSources - 1);
     for (const std::size_t place : classicSourcePlaces(old, context_.decodingLists)) {
-      if (!from_.contains(std::to_string(bytes[place]))) continue;
+      if (!from_.classic.contains(std::to_string(bytes[place]))) continue;
       found = true;
       bytes[place] = static_cast<std::uint8_t>(number.value_or(0));
     }
@@ -101,8 +102,7 @@ class SourceStep final : public RetargetStep {
     return classic->with(old.cd(), old.co(), bytes);
   }
 
-  SourceNumbers from_;
-  std::string to_;
+  NamedSources from_, to_;  // `to_` one number of each at most, and a classic one always
   LineContext context_;
 };
 
@@ -135,10 +135,10 @@ class ValueStep final : public RetargetStep {
 };
 
 // The numbers of a source that a rule names.
-Expected<SourceNumbers> numbersOf(const std::string& text, const FunctionDictionary& dictionary) {
+Expected<NamedSources> numbersOf(const std::string& text, const FunctionDictionary& dictionary) {
   if (text.find('*') != text.npos) return wrong("a rule names its sources without \"*\"");
   auto numbers = sourcesNamed(toUpperAscii(text), dictionary);
-  if (numbers.empty()) return wrong("there is no source \"" + beginningOf(text, 40) + '"');
+  if (numbers.classic.empty()) return wrong("there is no source \"" + beginningOf(text, 40) + '"');
   return numbers;
 }
 
@@ -165,11 +165,12 @@ Expected<std::unique_ptr<RetargetStep>> sourceStep(const RetargetRule& rule, con
   if (!from) return from.failure();
   const auto to = numbersOf(rule.to, context.dictionary);
   if (!to) return to.failure();
-  if (to->size() > 1)
+  if (to->panel.size() > 1 || to->classic.size() > 1)
     return wrong('"' + beginningOf(rule.to, 40) + "\" is the name of several sources; give the number");
-  from->erase(*to->begin());
-  if (from->empty()) return nothingChanges();
-  return std::unique_ptr<RetargetStep>(std::make_unique<SourceStep>(*std::move(from), *to->begin(), context));
+  for (const std::string& number : to->panel) from->panel.erase(number);
+  for (const std::string& number : to->classic) from->classic.erase(number);
+  if (from->panel.empty() && from->classic.empty()) return nothingChanges();
+  return std::unique_ptr<RetargetStep>(std::make_unique<SourceStep>(*std::move(from), *to, context));
 }
 
 std::unique_ptr<RetargetStep> valueStep(const RetargetRule& rule, const LineContext& context) {

@@ -10,6 +10,7 @@
 
 #include "platform/Outcome.h"
 #include "review/CheckRules.h"
+#include "review/MacroEffect.h"
 
 // Macros on paper: what stands there, before it becomes pages (SheetPages.h) or a file (docs/sheet.md). Texts
 // are UTF-8; commands count from 1, as in the window.
@@ -65,7 +66,7 @@ struct SheetWords {
   std::string unread = "cannot be read (%1)", unsaved = "%1 (unsaved changes)";
   std::string findings = "Findings", after = "After this macro", notes = "Notes";
   std::string nothing = "no value that could be told is changed";
-  std::string unknown = "unknown";
+  std::string unknown = "unknown", changed = kChangedBy;
   std::string untold = "What these commands do, or a part of it, cannot be told: %1";
   std::string continued = "%1 (continued)";
   std::string page = "page %1 of %2";

@@ -82,9 +82,11 @@ ValueJudgement judgeChoice(const EnumParameter& parameter, const std::string& va
     close.offer(choices[i].value);
     if (i < kMost) first += (i == 0 ? "" : ", ") + choices[i].value;
   }
+  const bool number =
+      exactNumber<double>(value).has_value();  // no misspelt one: every code is as far from it
   return {ValueFault::kChoice,
           {choices.size() > kMost ? Saying::kOneOfAndMore : Saying::kOneOf, {std::move(first)}},
-          std::string(close.found().value_or(""))};
+          std::string(number ? "" : close.found().value_or(""))};
 }
 
 ValueJudgement judgeTimecode(const std::string& value, int frameRate) {

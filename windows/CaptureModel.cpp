@@ -46,12 +46,14 @@ std::vector<std::size_t> CaptureModel::wanted() const {
   return rows;
 }
 
-void CaptureModel::take(const std::vector<PanelAnswer>& answers) {
-  for (const PanelAnswer& answer : answers)
-    refreshDue_ = capture_.answer(answer.name, answer.value) || refreshDue_;
-  if (burst_.isActive() && !capture_.complete()) return;
+bool CaptureModel::take(const std::vector<PanelAnswer>& answers) {
+  bool any = false;
+  for (const PanelAnswer& answer : answers) any = capture_.answer(answer.name, answer.value) || any;
+  refreshDue_ = any || refreshDue_;
+  if (burst_.isActive() && !capture_.complete()) return any;
   burst_.start();
   refresh();
+  return any;
 }
 
 void CaptureModel::refresh() {

@@ -30,8 +30,8 @@ class CaptureModel : public QAbstractTableModel {
     refresh();
   }
   // What has come from the panel. Of a burst the first and the last answers are shown at once, those between
-  // a few times a second.
-  void take(const std::vector<PanelAnswer>& answers);
+  // a few times a second. True when a row was waiting for one of them.
+  bool take(const std::vector<PanelAnswer>& answers);
   [[nodiscard]] const Capture& capture() const { return capture_; }
   [[nodiscard]] const LineContext& lines() const { return lines_; }
 

@@ -79,12 +79,17 @@ void CaptureWindow::setUpButtons() {
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
 }
 
-void CaptureWindow::beginIfOther() {
+void CaptureWindow::beginAgain() {
   std::vector<int> selected = ways_.selected();
   if (selected.size() < 2) selected.clear();
   const CaptureSubject now = ways_.subject();
-  if (selected != selected_ || now.place != subject_.place || model_.capture().counts().changed > 0)
-    beginWith(std::move(selected));
+  const CaptureLine nowLine = ways_.line();
+  if (selected != selected_ || now.place != subject_.place || model_.capture().counts().changed > 0 ||
+      nowLine.address != address_ || nowLine.connection != connection_)
+    return beginWith(std::move(selected));
+  const Capture before = model_.capture();
+  begin();
+  model_.change([&before](Capture& capture) { capture.tickAs(before); });
 }
 
 void CaptureWindow::beginWith(std::vector<int> selected) {
@@ -136,8 +141,8 @@ void CaptureWindow::ask() {
 }
 
 void CaptureWindow::take(const std::vector<PanelAnswer>& answers) {
-  if (patience_.isActive()) patience_.start();  // it is for a panel that says nothing
-  model_.take(answers);
+  const bool any = model_.take(answers);
+  if (any && patience_.isActive()) patience_.start();  // it is for a panel that says nothing new
   if (!model_.capture().complete()) return;
   patience_.stop();
   questions_->cancel();

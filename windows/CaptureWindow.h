@@ -70,9 +70,9 @@ class CaptureWindow : public ReviewWindow {
                 QWidget* owner = nullptr);
   ~CaptureWindow() override;
 
-  // Begins anew with the selected commands when several are, else with all; unless it shows just those and
-  // none of them has changed.
-  void beginIfOther();
+  // Chosen again: begins anew with the selected commands when several are, else with all. The ticks stay when
+  // it shows just those, none of them has changed, and the line is the one that was asked.
+  void beginAgain();
 
  public slots:
   // The macro may have changed.

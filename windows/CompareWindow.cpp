@@ -64,9 +64,10 @@ CompareWindow::CompareWindow(CompareWays ways, const LineContext& lines, const L
     options_.raw = ui_->showRaw->isChecked();
     model_.setOptions(options_);
   };
-  connect(ui_->showDestination, &QCheckBox::clicked, this, showLines);
-  connect(ui_->showRaw, &QCheckBox::clicked, this, showLines);
-  connect(ui_->onlyDifferences, &QCheckBox::clicked, this, &CompareWindow::setOnlyDifferences);
+  // Rather than `clicked`: a screen reader's hands toggle.
+  connect(ui_->showDestination, &QCheckBox::toggled, this, showLines);
+  connect(ui_->showRaw, &QCheckBox::toggled, this, showLines);
+  connect(ui_->onlyDifferences, &QCheckBox::toggled, this, &CompareWindow::setOnlyDifferences);
   connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
   connect(&work_, &CompareWork::ready, this, &CompareWindow::showResult);
   due_.setSingleShot(true);

@@ -63,10 +63,13 @@ const RetargetProposal* ReplaceModel::proposal(const QModelIndex& index) const {
   return &macros_[*macroOf(index)].macro->proposals[at(index.row())];
 }
 
+std::size_t ReplaceModel::ticked(std::size_t macro) const {
+  return macros_[macro].macro && outcomes_[macro].isEmpty() ? macros_[macro].macro->tickedCount() : 0;
+}
+
 int ReplaceModel::ticked() const {
   std::size_t count = 0;
-  for (std::size_t i = 0; i < macros_.size(); ++i)
-    if (macros_[i].macro && outcomes_[i].isEmpty()) count += macros_[i].macro->tickedCount();
+  for (std::size_t i = 0; i < macros_.size(); ++i) count += ticked(i);
   return static_cast<int>(count);
 }
 

@@ -43,7 +43,9 @@ class ReplaceModel : public QAbstractItemModel {
   [[nodiscard]] std::optional<std::size_t> macroOf(const QModelIndex& index) const;
   // Null for the row of a macro.
   [[nodiscard]] const RetargetProposal* proposal(const QModelIndex& index) const;
-  [[nodiscard]] int ticked() const;      // commands
+  // Commands that are to be replaced yet: of one macro, and of all.
+  [[nodiscard]] std::size_t ticked(std::size_t macro) const;
+  [[nodiscard]] int ticked() const;
   [[nodiscard]] int impossible() const;  // commands that cannot be changed
 
   [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -247,8 +247,8 @@ void ReplaceWindow::replace() {
   std::vector<RetargetedMacro> wanted;
   items_.clear();
   for (std::size_t i = 0; i < model_.macros().size(); ++i) {
+    if (model_.ticked(i) == 0) continue;
     const FoundReplacement& one = model_.macros()[i];
-    if (!one.macro || one.macro->tickedCount() == 0) continue;
     // The panes may show more than they did for the preview.
     if (const QString leftOut = surroundings_.leftOut(one.place.place); !leftOut.isEmpty()) {
       tell(tr("NOTHING was replaced: %1 (%2)").arg(shown(one.place.title()), leftOut));

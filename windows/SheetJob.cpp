@@ -52,6 +52,7 @@ SheetWords sheetWords() {
   words.notes = translated(QT_TRANSLATE_NOOP("SheetWords", "Notes"));
   words.nothing = translated(QT_TRANSLATE_NOOP("SheetWords", "no value that could be told is changed"));
   words.unknown = translated(QT_TRANSLATE_NOOP("SheetWords", "unknown"));
+  words.changed = translated(QT_TRANSLATE_NOOP("SheetWords", "changed by %1"));
   words.untold = translated(
       QT_TRANSLATE_NOOP("SheetWords", "What these commands do, or a part of it, cannot be told: %1"));
   words.continued = translated(QT_TRANSLATE_NOOP("SheetWords", "%1 (continued)"));

@@ -2896,6 +2896,10 @@ Trotzdem überschreiben?</translation>
         <source>%1 (unsaved changes)</source>
         <translation>%1 (ungesicherte Änderungen)</translation>
     </message>
+    <message>
+        <source>changed by %1</source>
+        <translation>geändert um %1</translation>
+    </message>
 </context>
 <context>
     <name>SnapshotRestoreDialog</name>

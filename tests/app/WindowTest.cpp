@@ -1,6 +1,7 @@
 // The window on a disk site.
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QMessageBox>
 
@@ -104,7 +105,7 @@ TEST_F(WindowTest, LinesFollowTheOptions) {
   EXPECT_EQ(driver().control<QLabel>(a_.progress).text(), QStringLiteral("1 command"));
   std::vector<std::string> lines = driver().texts(a_.commands);
   for (const int option : {a_.showDestination, a_.showRaw}) {
-    driver().press(option);
+    driver().control<QCheckBox>(option).toggle();
     EXPECT_EQ(visible(a_.useTabs), option != a_.showRaw) << "the raw form has no separators";
     lines.push_back(driver().texts(a_.commands).front());
   }

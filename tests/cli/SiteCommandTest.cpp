@@ -140,7 +140,9 @@ TEST_F(SiteCommands, FoldersAreCompared) {
 
 TEST_F(SiteCommands, TheEffectIsThatOfTheWholeMacro) {
   output({"insert", one, "QMF2.ME1.SIZE.INC", "size=512"});
-  EXPECT_EQ(output({"effect", one}), "Size set\t+50.0%\tQMF2.ME1.SIZE\n") << "from an unknown value";
+  EXPECT_EQ(output({"effect", one}), "Size set\tchanged by +50.0%\tQMF2.ME1.SIZE\n")
+      << "from an unknown value";
+  EXPECT_THAT(output({"sheet", one, "--format", "html"}), HasSubstr("changed by +50.0%"));
   output({"insert", one, "QMF2.ME1.SIZE.SET", "size=0.25"});
   output({"insert", one, "QMF2.ME1.SIZE.SET", "size=0.75"});
   output({"insert-classic", one, "23 63 05 01 "});

@@ -146,6 +146,21 @@ TEST_F(MacroBatchTest, WhatTheHistoryCannotKeepIsNotWrittenOver) {
   EXPECT_EQ(site.read(file(0)), kOld);
 }
 
+TEST_F(MacroBatchTest, WhatABatchHasWrittenIsPutBackWithoutRoomInTheHistory) {
+  MacroHistory small(site.root, {.bytes = 40});  // keeps the old macros, and not the new one
+  BatchPlaces tight(site.root, small);
+  const std::string large(11, 'n');
+  MacroBatch batch(tight, "copy", MacroChange::kCopy, Mode::kAllOrNone, {item(0, large), item(1, large)});
+  protect(1, true);
+  EXPECT_TRUE(batch.run());
+  EXPECT_THAT(statesOf(batch), ElementsAre(State::kAsBefore, State::kAsBefore));
+  EXPECT_EQ(site.read(file(0)), kOld);
+  site.write(file(0), large);
+  BatchRecord cut{"copy", Mode::kAllOrNone, MacroChange::kCopy, {item(0, large)}, {kOld}, {}, false};
+  ASSERT_TRUE(BatchJournal::begin(site.root, cut)->noteUndoing());
+  EXPECT_EQ(recoverBatches(tight)[0].how, How::kUndone);
+}
+
 TEST_F(MacroBatchTest, TheNextStartEndsOrUndoesABatch) {
   using Held = HeldContent;
   // What a place holds: by the old, new, torn and foreign bytes that a letter stands for.

@@ -51,6 +51,8 @@ TEST_F(MacroRetargetTest, ChangesWhatTheRuleMeansAndTellsWhatItCannot) {
       {"source:5->7", key + fill,
        function("QMF1.ME1.KEY1.FILL.SET", "INPUT", "7") + classic("25 03 21 09 07 00 ")},
       {"source:Input 5->input 12", classic("25 03 21 09 05 FF "), classic("25 03 21 09 0c FF ")},
+      {"source:Input 05->PP A", key + fill, key + classic("25 03 21 09 a0 00 ")},
+      {"source:5->Color Bgnd 1", key, key, "only classic commands"},
       {"segment:KEY2->WIPE1", fill, fill, "does not have the command"},
       {"source:5->7", bare, bare},
       {"source:5->255", fill, fill, "0 to 254"},

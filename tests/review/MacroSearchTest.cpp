@@ -25,11 +25,11 @@ TEST_F(MacroSearchTest, AnswersByWordsThatAllHold) {
         "\"function:ME1\""}},
       {"0", {"function:key1.fill", "function:*EY1.FILL*", "function:ME1.* source:5"}},
       {"01", {"function:ME1.*"}},
-      {"03", {"source:5", "source:\"input 5\"", "source:\"Input 05\"", "source:05"}},
+      {"03", {"source:5", "source:\"input 5\"", "source:05"}},
       {"04", {"value:INPUT=5"}},
       {"1", {"\"transition rate\"", "rate transition"}},
       {"2", {"destination:panel", "destination:Panel/Workplace3 dimmer", "value:0.5", "value:VALUE=.5"}},
-      {"3", {"group:\"me3 - key2\"", "group:*", "value:\"25 03*\""}},
+      {"3", {"group:\"me3 - key2\"", "group:*", "value:\"25 03*\"", "source:\"Input 05\""}},
   };
   for (const auto& [commands, queries] : cases)
     for (const char* query : queries) {

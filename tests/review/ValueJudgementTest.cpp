@@ -9,6 +9,9 @@ namespace {
 TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
   FunctionTemplate function;
   function.enums.emplace_back().name = "FREE";
+  EnumParameter& code = function.enums.emplace_back();
+  code.name = "CODE";
+  code.values = {{"3", "Three"}, {"4000", "Other"}, {"MIX", "Mix"}};
   function.integers.emplace_back().name = "WHOLE";
   FloatParameter& real = function.floats.emplace_back();
   real.name = "REAL";
@@ -22,6 +25,8 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
     const char* nearest = "";
   } cases[] = {
       {"FREE", "anything"},
+      {"CODE", "33", kChoice},  // no misspelt 3
+      {"CODE", "MIXX", kChoice, "MIX"},
       {"WHOLE", "-5"},
       {"WHOLE", "99999999999", kLimits, "2147483647"},
       {"WHOLE", "-99999999999999999999", kLimits, "-2147483648"},

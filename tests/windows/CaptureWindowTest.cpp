@@ -172,8 +172,11 @@ TEST_F(CaptureWindowTest, WhatIsTickedIsTakenInOneEditAndCanBeTakenBack) {
 TEST_F(CaptureWindowTest, WhatDoesNotComeIsToldTakenLateAndAskedForAgain) {
   open(std::chrono::milliseconds(50));
   subscribed();
-  tell("QMF1.b", "4");
-  await([&] { return states()[0] == "did not come"; });
+  int moving = 3;
+  await([&] {
+    tell("QMF1.b", std::to_string(++moving));
+    return states()[0] == "did not come";
+  });
   EXPECT_THAT(states(), ElementsAre("did not come", "differs", "did not come"));
   const Macro before = *now_.macro;
   change(macroWith({}));
@@ -286,12 +289,26 @@ TEST_F(CaptureWindowTest, SeveralSelectedAreCapturedAloneUnlessAllAreWanted) {
   scope.setFocus();
   QTest::keyClick(&scope, Qt::Key_Down);
   EXPECT_THAT(column(Column::kStep), ElementsAre("1", "2", "3"));
-  window_->beginIfOther();
+  window_->beginAgain();
   EXPECT_THAT(column(Column::kStep), SizeIs(3)) << "it shows what is wanted already";
   selected_ = {0};
-  window_->beginIfOther();
+  window_->beginAgain();
   EXPECT_THAT(column(Column::kStep), SizeIs(3));
   EXPECT_FALSE(scope.isEnabled());
+}
+
+TEST_F(CaptureWindowTest, ChosenAgainItAsksForTheValuesAsTheyAreNow) {
+  open();
+  for (const auto& [address, found] : {std::pair{"", "x-x"}, {"another panel", "xxx"}}) {
+    for (const char* name : {"QMF1.a", "QMF1.b"}) tell(name, "9");
+    space(1);
+    line_.address = address;
+    window_->beginAgain();
+    EXPECT_THAT(states(), testing::Each("waiting"));
+    for (const char* name : {"QMF1.a", "QMF1.b"}) tell(name, "8");
+    EXPECT_EQ(ticks(), found);
+    if (!*address) space(1);  // ticked again
+  }
 }
 
 TEST_F(CaptureWindowTest, DifferencesAloneFollowAndTheListStaysInPlace) {

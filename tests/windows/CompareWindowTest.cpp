@@ -137,8 +137,8 @@ TEST_F(CompareWindowTest, KeysLeadFromDifferenceToDifference) {
   EXPECT_EQ(cell(1, CompareModel::kLineA), "QMF1 - F1 Parameter: VALUE: \"1\"");
   tick("showRaw");
   EXPECT_EQ(cell(1, CompareModel::kLineA), "Mainframe1 - ??? F1");
-  tick("showDestination");
-  tick("showRaw");
+  for (const char* box : {"showDestination", "showRaw"}) child<QCheckBox>(box).toggle();
+  EXPECT_EQ(cell(1, CompareModel::kLineA), "F1 Parameter: VALUE: \"1\"");
   EXPECT_EQ(said("details"), "VALUE: \"1\" | \"11\"");
   const auto* model = static_cast<CompareModel*>(table_->model());
   ASSERT_EQ(model->marks(1, Side::kB).size(), 1U);
@@ -162,7 +162,7 @@ TEST_F(CompareWindowTest, KeysLeadFromDifferenceToDifference) {
     press(Qt::Key_F8), press(Qt::Key_F7);
     EXPECT_EQ(said("outcome"), "");
   }
-  tick("onlyDifferences");
+  child<QCheckBox>("onlyDifferences").toggle();
   table_->setCurrentIndex(table_->model()->index(6, CompareModel::kLineA));
   for (const int row : {4, 7}) {
     tick("onlyDifferences");

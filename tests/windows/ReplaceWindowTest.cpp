@@ -183,6 +183,15 @@ TEST_F(ReplaceWindowTest, SomebodyElsesChangeKeepsAllAsItWas) {
   EXPECT_EQ(said("problem"), "");
 }
 
+TEST_F(ReplaceWindowTest, WhatIsReplacedIsNotTriedAgain) {
+  preview("QMF1", "QMF2");
+  for (const Qt::CheckState tick : {Qt::Unchecked, Qt::Checked}) {
+    EXPECT_TRUE(tree_->model()->setData(command(1, 0).parent(), tick, Qt::CheckStateRole));
+    replace();
+    EXPECT_THAT(said("outcome"), testing::StartsWith("Replaced in 1 macros"));
+  }
+}
+
 TEST_F(ReplaceWindowTest, FieldsPutTheRuleTogether) {
   const char* const rules[] = {"destination:1->2 where 3", "segment:1->2 where 3", "source:1->2 where 3",
                                "value:P=1->2 where 3"};

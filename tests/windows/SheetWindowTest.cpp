@@ -154,11 +154,11 @@ TEST(SheetJob, HasAWordOfTheLanguageForEach) {
   QCoreApplication::removeTranslator(&shouting);
   using Word = std::string SheetWords::*;
   for (const Word word :
-       {&SheetWords::language, &SheetWords::macros, &SheetWords::number, &SheetWords::name,
-        &SheetWords::pageColumn, &SheetWords::command, &SheetWords::value, &SheetWords::empty,
-        &SheetWords::none, &SheetWords::unread, &SheetWords::unsaved, &SheetWords::findings,
-        &SheetWords::after, &SheetWords::notes, &SheetWords::nothing, &SheetWords::unknown,
-        &SheetWords::untold, &SheetWords::continued, &SheetWords::page})
+       {&SheetWords::language,   &SheetWords::macros,    &SheetWords::number,  &SheetWords::name,
+        &SheetWords::pageColumn, &SheetWords::command,   &SheetWords::value,   &SheetWords::empty,
+        &SheetWords::none,       &SheetWords::unread,    &SheetWords::unsaved, &SheetWords::findings,
+        &SheetWords::after,      &SheetWords::notes,     &SheetWords::nothing, &SheetWords::unknown,
+        &SheetWords::untold,     &SheetWords::continued, &SheetWords::page,    &SheetWords::changed})
     EXPECT_EQ(loud.*word, QString::fromStdString(plain.*word).toUpper().toStdString());
 }
 
