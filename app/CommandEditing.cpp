@@ -61,7 +61,7 @@ int CommandEditing::workplace(Pane pane) const {
 }
 
 QString CommandEditing::tell(Pane pane, const Outcome& done, const QString& what) {
-  const QString reason = done ? QString() : tr("NOT changed: %1").arg(failureText(done.failure()));
+  QString reason = done ? QString() : tr("NOT changed: %1").arg(failureText(done.failure()));
   emit said({done ? Grade::kDone : Grade::kFailure, done ? what : reason, placeInWindow(state(pane))});
   return reason;
 }
