@@ -171,7 +171,7 @@ TEST_F(FileFaultTest, WhatWasBuiltStaysInItsDialogUntilTheDiskTakesIt) {
   openBoth();
   for (const auto& [act, button] : {std::pair(a_.newCorvane, "insertEnd"), {a_.modifyCommand, "modify"}}) {
     driver().clickRow(a_.commands, 0);
-    driver().press(act, [&, button = button](QDialog& dialog) {
+    driver().press(act, [&, act = act, button = button](QDialog& dialog) {
       const DialogDriver user(dialog);
       if (act == a_.newCorvane) {
         user.type("words", "ME2.KEY4.ON.SET");
