@@ -1,3 +1,5 @@
+#include <vector>
+
 #include <QCloseEvent>
 #include <QMessageBox>
 
@@ -36,6 +38,7 @@ bool MainWindow::end() {
 }
 
 bool MainWindow::mayClose() {
+  std::vector<Pane> discarded;  // once the other pane's answer lets the window go
   for (const Pane pane : kPanes) {
     const PaneState& here = *room(pane).state;
     if (!here.copy.unsaved()) continue;
@@ -52,12 +55,13 @@ bool MainWindow::mayClose() {
         if (open_->save(pane) != OpenMacros::Saved::kDone) return false;
         break;
       case QMessageBox::Discard:
-        room(pane).state->copy.leaveEditState();
+        discarded.push_back(pane);
         break;
       default:
         return false;
     }
   }
+  for (const Pane pane : discarded) room(pane).state->copy.leaveEditState();
   return true;
 }
 

@@ -151,7 +151,6 @@ std::vector<DraftParameters::Choice> DraftParameters::choices(std::size_t row) c
 
 FilteredEntry DraftParameters::enter(std::size_t row, std::string_view before, std::string_view text,
                                      int frameRate) {
-  entered_ = row;
   std::string value;
   FilteredEntry entered = visit(row, [&](const auto& descriptor) -> FilteredEntry {
     using Descriptor = decltype(descriptor);
@@ -169,7 +168,10 @@ FilteredEntry DraftParameters::enter(std::size_t row, std::string_view before, s
     }
     return entry;
   });
-  if (entered.text != before) draft_.parameters[row].value = std::move(value);
+  if (entered.text != before) {
+    entered_ = row;
+    draft_.parameters[row].value = std::move(value);
+  }
   return entered;
 }
 

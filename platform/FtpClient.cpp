@@ -167,6 +167,7 @@ class Transfer {
   // here, and compared.
   Result receive(const std::string& remotePath, std::string& bytes) {
     target_ = &bytes;
+    bytes.clear();  // of a try before
     const std::unique_ptr<curl_slist, ReleaseList> commands(
         curl_.slistAppend(nullptr, ("*SIZE " + remotePath).c_str()), ReleaseList{curl_});
     set(CURLOPT_PREQUOTE, commands.get());

@@ -224,7 +224,7 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   EXPECT_EQ(selected(b_.workplaces), "Workplace 1");
   driver().press(b_.saveChanges);
   EXPECT_EQ(values(first_.read(1, "007")).size(), 1U);
-  first_.simulator.set("PANEL.MACRO1.REG7.NAME", "Two!");
+  ASSERT_TRUE(first_.simulator.renameMacro(1, 7, "Two!"));
   awaitRow(b_.macros, "007 - Two!");
 }
 

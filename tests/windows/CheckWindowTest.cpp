@@ -64,7 +64,8 @@ struct CheckWindowTest : ReviewFixture {
                   check.check(macro));
   }
 
-  CheckWindow window{{site.root, dictionary(), lists, 25, [this] { return scopes; }, words}};
+  const int frameRate = 25;
+  CheckWindow window{{site.root, dictionary(), lists, frameRate, [this] { return scopes; }, words}};
   QTreeView& view = child<QTreeView>("findings");
 };
 
