@@ -274,6 +274,7 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   WindowDriver::answerNext([](QDialog& dialog) { WindowDriver::click(dialog, "Cancel"); });
   EXPECT_FALSE(fixture_.window->close());
 
+  awaitRow(a_.workplaces, "Workplace 2");
   chooseWorkplace(Pane::kA, 2, "500 - Elsewhere");
   driver().choose(b_.macros, "000");
   EXPECT_EQ(driver().texts(b_.commands).size(), 1U) << "the working copy holds what it held";
