@@ -240,17 +240,17 @@ void Browser::fillWorkplaces() {
 
 void Browser::chooseWorkplace() {
   // The demonstration's names come from no panel.
-  if (onPanel() && workplace() > 0 && !demo_) {
-    panelNames_.subscribe(workplace());
-    emit panelWorkplaceChosen(workplace());
-  }
+  if (onPanel() && workplace() > 0 && !demo_) takeNames();
   listMacros();
 }
 
-void Browser::keepWorkplace() {
-  if (showsPanelNames()) return;
+void Browser::takeNames() {
   panelNames_.subscribe(workplace());
   emit panelWorkplaceChosen(workplace());
+}
+
+void Browser::keepWorkplace() {
+  if (!showsPanelNames()) takeNames();
 }
 
 void Browser::followWorkplace(int number) {

@@ -130,6 +130,8 @@ class Browser : public QObject {
 
   [[nodiscard]] bool onPanel() const;
   [[nodiscard]] bool showsPanelNames() const;
+  // Those of this workplace are the ones that are known, for both panes.
+  void takeNames();
   [[nodiscard]] std::string path() const;
 
   PaneState& pane_;

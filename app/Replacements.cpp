@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/MacroUndo.h"
 #include "app/OpenMacros.h"
@@ -13,12 +14,6 @@ Replacements::Replacements(const Surroundings& surroundings, Shelves shelves, QW
     : around_(surroundings), shelves_(std::move(shelves)), owner_(window) {}
 
 Replacements::~Replacements() { delete window_; }
-
-CheckContext Replacements::context() const {
-  std::vector<std::string> problems;  // told by the list of the check
-  return {around_.lines.dictionary, around_.lines.decodingLists, around_.frameRate,
-          RulesOff::load(around_.site.root, problems)};
-}
 
 QString Replacements::leftOut(const MacroPlace& place) const {
   return around_.open.unsavedAt(place).isEmpty() ? QString()
@@ -41,8 +36,8 @@ ReplaceJob Replacements::job(const std::string& title) const {
 
 void Replacements::open() {
   if (!window_) {
-    window_ = new ReplaceWindow({.root = around_.site.root,
-                                 .knowledge = [this] { return context(); },
+    window_ = new ReplaceWindow({.root = around_.root,
+                                 .knowledge = [this] { return around_.checking.knowledge(); },
                                  .scopes = [this] { return around_.places.scopes(); },
                                  .leftOut = [this](const MacroPlace& place) { return leftOut(place); },
                                  .job = [this](const std::string& title) { return job(title); },

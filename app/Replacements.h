@@ -11,12 +11,12 @@
 #include "app/EventGate.h"
 #include "app/Shelves.h"
 #include "link/PanelConnection.h"
-#include "model/CommandLine.h"
-#include "platform/SiteAccess.h"
+#include "platform/SiteRoot.h"
 #include "windows/ReplaceWindow.h"
 
 namespace tessaly {
 
+class Checking;
 class MacroUndo;
 class OpenMacros;
 class ReviewPlaces;
@@ -28,9 +28,8 @@ class Replacements : public QObject {
 
  public:
   struct Surroundings {
-    SiteAccess site;
-    LineContext lines;
-    const int& frameRate;  // frames a second
+    const SiteRoot& root;
+    const Checking& checking;
     const PanelConnection& connection;
     ReviewPlaces& places;
     OpenMacros& open;
@@ -48,7 +47,6 @@ class Replacements : public QObject {
   [[nodiscard]] bool end();
 
  private:
-  [[nodiscard]] CheckContext context() const;
   [[nodiscard]] QString leftOut(const MacroPlace& place) const;
   [[nodiscard]] ReplaceJob job(const std::string& title) const;
   void follow();

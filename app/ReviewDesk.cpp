@@ -34,10 +34,10 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window) : panes_(aro
       std::make_unique<Snapshots>(panes_, context.site, context.history, around.connection, around.transfer,
                                   around.open, around.undo, *checking_, context.client, window);
   searching_ = std::make_unique<Searching>(context.site, around.lines, *places_, window);
-  sheets_ = std::make_unique<Sheets>(context.site, around.lines, around.frameRate, *places_, window);
+  sheets_ = std::make_unique<Sheets>(context.site.root, *checking_, *places_, window);
   replacements_ = std::make_unique<Replacements>(
-      Replacements::Surroundings{context.site, around.lines, around.frameRate, around.connection, *places_,
-                                 around.open, around.undo, around.gate},
+      Replacements::Surroundings{context.site.root, *checking_, around.connection, *places_, around.open,
+                                 around.undo, around.gate},
       shelves, window);
   workplaces_ = std::make_unique<Workplaces>(
       Workplaces::Surroundings{panes_, context.site, around.connection, around.transfer, around.gate,

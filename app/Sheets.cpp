@@ -4,6 +4,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+#include "app/Checking.h"
 #include "app/FailureText.h"
 #include "app/ReviewPlaces.h"
 #include "windows/SheetWindow.h"
@@ -28,21 +29,15 @@ bool setUpPrinter(QPrinter& printer, int pages, QWidget* over) {
 
 }  // namespace
 
-Sheets::Sheets(SiteAccess site, const LineContext& knowledge, const int& frameRate, ReviewPlaces& places,
-               QWidget* window)
-    : site_(site), knowledge_(knowledge), frameRate_(frameRate), places_(places), owner_(window) {}
+Sheets::Sheets(const SiteRoot& root, const Checking& checking, ReviewPlaces& places, QWidget* window)
+    : root_(root), checking_(checking), places_(places), owner_(window) {}
 
 Sheets::~Sheets() { delete window_; }
 
-CheckContext Sheets::context() const {
-  std::vector<std::string> problems;  // told by the list of the check
-  return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, RulesOff::load(site_.root, problems)};
-}
-
 void Sheets::show() {
   if (!window_)
-    window_ = new SheetWindow({.root = site_.root,
-                               .knowledge = [this] { return context(); },
+    window_ = new SheetWindow({.root = root_,
+                               .knowledge = [this] { return checking_.knowledge(); },
                                .scopes = [this] { return places_.scopes(); },
                                .failureText = &failureText,
                                .today = &today,

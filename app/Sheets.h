@@ -5,12 +5,11 @@
 #include <QObject>
 #include <QPointer>
 
-#include "model/CommandLine.h"
-#include "platform/SiteAccess.h"
-#include "review/CheckRules.h"
+#include "platform/SiteRoot.h"
 
 namespace tessaly {
 
+class Checking;
 class ReviewPlaces;
 class SheetWindow;
 
@@ -19,9 +18,8 @@ class Sheets : public QObject {
   Q_OBJECT
 
  public:
-  // Observes all; `frameRate` in frames a second.
-  Sheets(SiteAccess site, const LineContext& knowledge, const int& frameRate, ReviewPlaces& places,
-         QWidget* window);
+  // Observes all.
+  Sheets(const SiteRoot& root, const Checking& checking, ReviewPlaces& places, QWidget* window);
   ~Sheets() override;
 
   // The pages of what the active pane shows, to be printed; brought before the others when they are open.
@@ -30,12 +28,10 @@ class Sheets : public QObject {
   void write();
 
  private:
-  [[nodiscard]] CheckContext context() const;
   void show();
 
-  SiteAccess site_;
-  LineContext knowledge_;
-  const int& frameRate_;
+  const SiteRoot& root_;
+  const Checking& checking_;
   ReviewPlaces& places_;
   QWidget* owner_;
   QPointer<SheetWindow> window_;

@@ -74,8 +74,7 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
   Outcome right;
   const bool wanted = runBeside([&] {
     settleAhead();
-    const auto bytes = readFile(site_.root, path_);
-    const auto check = bytes ? std::optional(contentCheck(*bytes)) : std::nullopt;
+    const auto check = fileCheck();
     loan.putRight_ = check != macro_->check() && (!check || check != wroteAhead_);
     if (check != macro_->check()) right = writeFile(site_.root, path_, macro_->bytes());
     steps_.noteSaving();
@@ -382,10 +381,12 @@ void WorkingCopy::writeRecord() {
     recordTrouble_ = written.failure();
 }
 
-bool WorkingCopy::fileChanged() const {
+std::optional<ContentCheck> WorkingCopy::fileCheck() const {
   const auto bytes = readFile(site_.root, path_);
-  return !bytes || !macro_ || contentCheck(*bytes) != macro_->check();
+  return bytes ? std::optional(contentCheck(*bytes)) : std::nullopt;
 }
+
+bool WorkingCopy::fileChanged() const { return !macro_ || fileCheck() != macro_->check(); }
 
 bool WorkingCopy::targetDiffers(const std::string& bytes) const {
   return fetched_ && contentCheck(bytes) != *fetched_;

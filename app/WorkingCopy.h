@@ -192,6 +192,7 @@ class WorkingCopy : public QObject {
   Outcome install(Macro macro, std::vector<int> selected);
   bool runBeside(const std::function<void()>& work);
   void goOn(const std::optional<Macro>& before, const std::string& step);
+  [[nodiscard]] std::optional<ContentCheck> fileCheck() const;  // nothing where it cannot be read
   void settleAhead();
   void noteEdit();
   void writeRecord();

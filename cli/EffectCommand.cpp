@@ -4,7 +4,6 @@
 #include "cli/PrintJson.h"
 #include "platform/Text.h"
 #include "review/MacroEffect.h"
-#include "review/Sheet.h"
 
 namespace tessaly {
 namespace {
@@ -51,9 +50,7 @@ Json jsonOf(const MacroEffect& effect) {
 // A row a value, then one for each command that changes none.
 void print(CommandSession& session, const MacroEffect& effect) {
   for (int value = 0; value < static_cast<int>(effect.values().size()); ++value) {
-    const ValueState& after = effect.at(value, effect.commandCount());
-    std::string shown = effect.shown(value, after);
-    if (after.kind == ValueState::Kind::kChanged) shown = filled(kChangedBy, shown);
+    const std::string shown = effect.told(value, effect.at(value, effect.commandCount()));
     session.line(outputName(effect.label(value)) + '\t' + (shown.empty() ? "?" : outputName(shown)) + '\t' +
                  outputName(effect.values()[static_cast<std::size_t>(value)].name));
   }

@@ -117,7 +117,7 @@ TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workpla
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
                                           OldContent old, const BeforePanelWrite& before) {
   const MacroPlace place{{}, address, workplace, std::string(number)};
-  if (!Workplace::of(workplace) || !MacroNumber::parse(number) || !client_.leadsTo(address)) return {};
+  if (!canAsk(place)) return {};
   if (old == OldContent::kKept) {
     Running running(*this, address);
     const PanelStanding standing = keep(running, place, MacroChange::kDelete);
@@ -143,9 +143,12 @@ bool PanelMacros::askToChange(const MacroPlace& place, const char* function,
 }
 
 // At another panel it would strike a macro that nobody has looked at.
+bool PanelMacros::canAsk(const MacroPlace& place) const {
+  return Workplace::of(place.workplace) && MacroNumber::parse(place.number) && client_.leadsTo(place.address);
+}
+
 bool PanelMacros::ask(const MacroPlace& place, const char* function, const std::optional<std::string>& name) {
-  if (!Workplace::of(place.workplace) || !MacroNumber::parse(place.number)) return false;
-  if (!client_.leadsTo(place.address)) return false;
+  if (!canAsk(place)) return false;
   ParameterList parameters;
   parameters.addString("REG", place.number);
   if (name) parameters.addString("NAME", *name);

@@ -122,6 +122,7 @@ class PanelMacros {
   [[nodiscard]] PanelStanding keep(Running& running, const MacroPlace& place, MacroChange change);
   [[nodiscard]] VerifiedSend::Old fetchOld(Running& running, const std::string& remotePath,
                                            std::chrono::seconds patience) const;
+  [[nodiscard]] bool canAsk(const MacroPlace& place) const;
   // Calls a function of the workplace's macros; false when the panel at that address could not be asked. What
   // was seen of a macro that changes is forgotten.
   bool askToChange(const MacroPlace& place, const char* function,

@@ -96,4 +96,9 @@ std::string MacroEffect::shown(int value, const ValueState& state) const {
                          : format("%+.0f", state.by);
 }
 
+std::string MacroEffect::told(int value, const ValueState& state, std::string_view changed) const {
+  std::string text = shown(value, state);
+  return state.kind == Kind::kChanged ? replaceAll(std::string(changed), "%1", text) : text;
+}
+
 }  // namespace tessaly

@@ -100,6 +100,9 @@ class MacroEffect {
   [[nodiscard]] std::string shown(int value, std::string_view stored) const;
   // The same of a known one; "+25.0%" for one that was changed from an unknown one; empty for an unknown one.
   [[nodiscard]] std::string shown(int value, const ValueState& state) const;
+  // The same where it stands beside known ones: one that was changed in the words of `changed`.
+  [[nodiscard]] std::string told(int value, const ValueState& state,
+                                 std::string_view changed = kChangedBy) const;
 
  private:
   struct Told;

@@ -125,9 +125,7 @@ void SheetReading::addEffect(SheetMacro& to, const MacroCommands& commands) cons
     const EffectValue& value = effect.values()[static_cast<std::size_t>(i)];
     const std::string destination =
         value.destination() == kPanel ? std::string(kPanelName) : destinationText(value.destination(), {});
-    const ValueState& after = effect.at(i, effect.commandCount());
-    std::string shown = effect.shown(i, after);
-    if (after.kind == ValueState::Kind::kChanged) shown = filled(words_.changed, shown);
+    std::string shown = effect.told(i, effect.at(i, effect.commandCount()), words_.changed);
     groupOf(to.after, destination)
         .values.push_back({effect.label(i), shown.empty() ? words_.unknown : std::move(shown)});
   }
