@@ -29,8 +29,9 @@ SHOWN = 20  # macros and key files that are read in every way
 
 
 def begin_wine():
-    """Its server, which may run already, would hold the output of the command that starts it until it ends."""
-    for words in (["wineserver", "-p600"], [*WINE, "cmd", "/c", "exit"]):
+    """Its server would hold the output of the command that starts it until it ends, and one that runs already goes with
+    its last program: a program that begins just then ends with 1 and not a word. So it is a new one, which stays."""
+    for words in (["wineserver", "-k"], ["wineserver", "-w"], ["wineserver", "-p600"], [*WINE, "cmd", "/c", "exit"]):
         subprocess.run(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
 
 
