@@ -131,6 +131,11 @@ class Side:
             str(self.root), "z:" + str(self.root).replace("/", "\\"), "Z:" + str(self.root).replace("/", "\\"))) + r"|(?<=127\.0\.0\.1:)\d+")
 
     def run(self, words):
+        """The twin never ends with 1 and not a word: wine did not come to run it."""
+        done = self.once(words)
+        return self.once(words) if done == (1, "", "") else done
+
+    def once(self, words):
         done = subprocess.run([*self.program, "--root", str(self.root), *words], capture_output=True, timeout=120,
                               stdin=subprocess.DEVNULL)
         return (done.returncode, *(self.own.sub("ROOT", out.decode(errors="surrogateescape"))
