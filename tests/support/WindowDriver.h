@@ -40,7 +40,7 @@ class WindowDriver {
   [[nodiscard]] RowsView& list(int id) const { return control<RowsView>(id); }
 
   static void waitFor(const std::function<bool()>& condition, const char* what) {
-    constexpr qint64 kLongest = 10000, kLongestTurn = 100;  // milliseconds
+    constexpr qint64 kLongest = 30000, kLongestTurn = 100;  // milliseconds
     QElapsedTimer timer;
     timer.start();
     // A machine that stood still has not waited: no turn counts for more than it may take.
