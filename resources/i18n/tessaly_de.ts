@@ -5532,10 +5532,6 @@ Bilder von 0 bis %1</translation>
         <translation>geändert: dort steht etwas anderes</translation>
     </message>
     <message>
-        <source>unknown: %1</source>
-        <translation>unbekannt: %1</translation>
-    </message>
-    <message>
         <source>RESTORED and verified</source>
         <translation>WIEDERHERGESTELLT und geprüft</translation>
     </message>
@@ -5562,6 +5558,10 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>State</source>
         <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>unknown what stands there: %1</source>
+        <translation>unbekannt, was dort steht: %1</translation>
     </message>
 </context>
 <context>
