@@ -195,8 +195,14 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
          true);
     return;
   }
+  const auto toPanel = open_.sendable(*bytes, name, std::nullopt);
+  if (!toPanel) {
+    tell(dialog, {Grade::kFailure, tr("NOT sent: %1").arg(name), placeInWindow(place)}, true);
+    return;
+  }
   undo_.begin(puttingBack(macro), place);
-  const bool done = transfers_.putBack(place, *bytes, overwriting_.asking(placeInWindow(place)));
+  const bool done =
+      transfers_.send(place, *toPanel, MacroChange::kPutBack, overwriting_.asking(placeInWindow(place)));
   const QString outcome = transfers_.outcomeText();
   const bool sent = transfers_.sent();
   const Grade grade = done ? transfers_.sentGrade() : Grade::kFailure;

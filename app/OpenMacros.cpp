@@ -278,17 +278,21 @@ Outcome OpenMacros::writeOnDisk(const WorkingCopy& copy) {
       });
 }
 
-OpenMacros::Written OpenMacros::write(WorkingCopy& copy) {
+std::optional<Sendable> OpenMacros::sendable(const std::string& bytes, const QString& name,
+                                             std::optional<Pane> shownIn) const {
+  const auto macro = Macro::read(bytes);
+  return !macro || maySend_(*macro, name, shownIn) ? std::optional(Sendable(bytes)) : std::nullopt;
+}
+
+OpenMacros::Written OpenMacros::write(WorkingCopy& copy, const std::optional<Sendable>& toPanel) {
   const MacroTarget target = *copy.target();
-  const bool onDisk = target.source == PaneSource::kHarddisk;
-  auto loan = copy.lendToSave(onDisk ? WorkingCopy::Needs::kBytes : WorkingCopy::Needs::kFile);
-  if (!loan || onDisk) {
+  auto loan = copy.lendToSave();
+  if (!loan || !toPanel) {
     const Outcome saved = loan ? writeOnDisk(copy) : loan.failure();
     const Failure::Kind why = saved ? Failure::Kind::kUnflushed : saved.failure().kind;
     return {saved.written(), why == Failure::Kind::kCancelled, inBrackets(saved), loan && loan->putRight()};
   }
-  static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
-                                      MacroChange::kSave));
+  static_cast<void>(transfers_.send(placeOf(target), *toPanel, MacroChange::kSave));
   return {transfers_.sent(), false, transfers_.reason(), loan->putRight()};
 }
 
@@ -328,7 +332,9 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said({Grade::kNote, tr("the demonstration sends nothing"), placeInWindow(*target)});
     return Saved::kDone;
   }
-  if (panel && !maySend(*copy.macro(), macroInStrip(*target), pane)) {
+  const auto toPanel =
+      panel ? sendable(copy.bytes(), macroInStrip(*target), pane) : std::optional<Sendable>();
+  if (panel && !toPanel) {
     emit said({Grade::kFailure, tr("NOT sent: %1; its changes are still unsaved").arg(macroInStrip(*target)),
                placeInWindow(*target)});
     return Saved::kNothing;
@@ -337,7 +343,7 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said({Grade::kFailure, refusal, placeInWindow(*target)});
     return Saved::kNothing;
   }
-  const Written written = write(copy);
+  const Written written = write(copy, toPanel);
   if (written.cancelled) {
     tellSaved(pane, written, false);
     return Saved::kNothing;

@@ -24,12 +24,14 @@ class OpenMacros : public QObject {
   OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
              const PanelConnection& connection, MacroTransfers& transfers, bool demo);
 
-  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it.
-  using SendQuestion = std::function<bool(const Macro& macro, const QString& name, Pane pane)>;
+  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it, if any.
+  using SendQuestion =
+      std::function<bool(const Macro& macro, const QString& name, std::optional<Pane> shownIn)>;
+  // Before the first send.
   void setSendQuestion(SendQuestion question) { maySend_ = std::move(question); }
-  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane) const {
-    return !maySend_ || maySend_(macro, name, pane);
-  }
+  // The one way to what is sent: nothing when it is not to be.
+  [[nodiscard]] std::optional<Sendable> sendable(const std::string& bytes, const QString& name,
+                                                 std::optional<Pane> shownIn) const;
 
   // The macro that is chosen in the pane's list.
   void open(Pane pane);
@@ -88,7 +90,8 @@ class OpenMacros : public QObject {
     QString reason = {};
     bool putRight = false;  // the working copy, which another program had changed
   };
-  [[nodiscard]] Written write(WorkingCopy& copy);
+  // To a panel, or without anything to send to the disk.
+  [[nodiscard]] Written write(WorkingCopy& copy, const std::optional<Sendable>& toPanel);
   [[nodiscard]] Outcome writeOnDisk(const WorkingCopy& copy);
   Outcome keepUnsaved(const WorkingCopy& copy);
   void tellSaved(Pane pane, const Written& written, bool kept);

@@ -58,6 +58,12 @@ std::optional<WorkingCopy::Loan> WorkingCopy::lend() {
   return Loan(*this, false);
 }
 
+std::optional<WorkingCopy::Loan> WorkingCopy::lendToDiscard() {
+  if (!free(true)) return std::nullopt;
+  settleAhead();
+  return Loan(*this, false);
+}
+
 // Nothing else changes meanwhile, whatever asks for it.
 bool WorkingCopy::runBeside(const std::function<void()>& work) {
   if (!beside_) return work(), true;
@@ -67,19 +73,17 @@ bool WorkingCopy::runBeside(const std::function<void()>& work) {
   return wanted;
 }
 
-Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
+Expected<WorkingCopy::Loan> WorkingCopy::lendToSave() {
   if (Outcome allowed = changeable(); !allowed) return allowed.failure();
   if (!target_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   Loan loan(*this, true);
-  Outcome right;
   const bool wanted = runBeside([&] {
     settleAhead();
     const auto check = fileCheck();
     loan.putRight_ = check != macro_->check() && (!check || check != wroteAhead_);
-    if (check != macro_->check()) right = writeFile(site_.root, path_, macro_->bytes());
+    if (check != macro_->check()) static_cast<void>(writeFile(site_.root, path_, macro_->bytes()));
     steps_.noteSaving();
   });
-  if (needs == Needs::kFile && !right.written()) return right.failure();
   if (!wanted) return cancelledFailure();
   return Expected<Loan>(std::move(loan));
 }

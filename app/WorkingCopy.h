@@ -70,10 +70,11 @@ class WorkingCopy : public QObject {
 
   // To be filled; none while there are unsaved changes or another loan.
   [[nodiscard]] std::optional<Loan> lend();
-  // To be saved to the target. To be sent there the file has to be that of the macro by then, and the failure
-  // is that of writing it; else it is a mirror only, and the save does not hang on it.
-  enum class Needs { kFile, kBytes };
-  [[nodiscard]] Expected<Loan> lendToSave(Needs needs);
+  // To be filled with what the target holds, over unsaved changes: they are there until edit state is left.
+  [[nodiscard]] std::optional<Loan> lendToDiscard();
+  // To be saved to the target. The file is put right for it, as far as it can be: it is a mirror, and the
+  // save does not hang on it.
+  [[nodiscard]] Expected<Loan> lendToSave();
 
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
   Outcome clear();

@@ -1891,10 +1891,6 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>Makro %1 wird an das Bedienpult gesendet</translation>
     </message>
     <message>
-        <source>Copying macro %1 on the panel</source>
-        <translation>Makro %1 wird auf dem Bedienpult kopiert</translation>
-    </message>
-    <message>
         <source>Deleting macro %1 on the panel</source>
         <translation>Makro %1 wird auf dem Bedienpult gelöscht</translation>
     </message>
@@ -4261,6 +4257,10 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>the history is not listed whole: %1</source>
         <translation>der Verlauf ist nicht vollständig aufgelistet: %1</translation>
     </message>
+    <message>
+        <source>NOT sent: %1</source>
+        <translation>NICHT gesendet: %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ListFinder</name>
@@ -5197,6 +5197,13 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>UNKNOWN what stands there: %1</source>
         <translation>UNBEKANNT, was dort steht: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>NOTHING was replaced: %n macros have errors.</source>
+        <translation>
+            <numerusform>NICHTS wurde ersetzt: %n Makro hat Fehler.</numerusform>
+            <numerusform>NICHTS wurde ersetzt: %n Makros haben Fehler.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
