@@ -234,16 +234,18 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
   const MacroNameTable names = browser(pane).names();
   const std::string number = numberOf(macro);
   CopyMacroDialog position(number, macro.name, freeNumber(names, parseInt(number)), names, &dialog);
-  position.setAbout([&](int at) {
-    return overwriting_.about(*panes_[index(pane)].state,
-                              {PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), {}});
-  });
-  if (position.exec() == QDialog::Accepted) write(dialog, macro, macroFile(folder, position.number()));
+  const auto placeAt = [&](int at) {
+    return MacroTarget{PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), macro.name};
+  };
+  position.setAbout([&](int at) { return overwriting_.about(*panes_[index(pane)].state, placeAt(at)); });
+  if (position.exec() != QDialog::Accepted) return;
+  const MacroTarget target = placeAt(position.number());
+  if (open_.mayPutAt(pane, target, std::nullopt)) write(dialog, macro, target.file());
 }
 
 void HistoryOperations::saveInFile(HistoryDialog& dialog, const KeptMacro& macro) {
   const std::string file = askForMacroFile(site_.root, &dialog);
-  if (!file.empty()) write(dialog, macro, file);
+  if (!file.empty() && open_.mayPutUnder({file, {}, 0, {}}, std::nullopt)) write(dialog, macro, file);
 }
 
 }  // namespace tessaly

@@ -58,6 +58,7 @@ class MacroTransfers {
   // What became of the transfer, and what the panel holds after an upload. For the strip.
   [[nodiscard]] QString outcomeText() const;
   [[nodiscard]] QString reason() const;  // the same in brackets
+  [[nodiscard]] bool cancelled() const { return outcome_.transfer == FtpClient::Result::kCancelled; }
   // Of what is told of a macro that was to be sent: one that was not read back, or not announced, is there
   // with a warning.
   [[nodiscard]] Grade sentGrade() const;

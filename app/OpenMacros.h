@@ -44,6 +44,9 @@ class OpenMacros : public QObject {
   // what stands there is what this program has read or put there, or may be overwritten all the same. What
   // the pane `from` shows can be compared with it. `said` tells otherwise.
   [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
+  // Before something is written to any place: whether a pane but `from` shows it with unsaved changes, or it
+  // may be written all the same.
+  [[nodiscard]] bool mayPutUnder(const MacroPlace& place, std::optional<Pane> from);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -54,8 +57,9 @@ class OpenMacros : public QObject {
   // They show nothing: what comes there is the panel's to say, in its own time.
   void forget(const MacroPlace& changed);
 
-  // What people are told before a macro is put back to where panes show it with unsaved changes.
-  [[nodiscard]] QStringList unsavedAt(const MacroPlace& place) const;
+  // What people are told before a macro is written to where panes, but for one, show it with unsaved changes.
+  [[nodiscard]] QStringList unsavedAt(const MacroPlace& place,
+                                      std::optional<Pane> except = std::nullopt) const;
   // Whether a pane is connected to the panel, though the line may be lost.
   [[nodiscard]] bool reaches(const std::string& address) const;
 
@@ -72,8 +76,13 @@ class OpenMacros : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  // False: not what the target holds is shown. With the name of a step the steps of the macro go on over it.
-  [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
+  // False: not what the target holds is shown. To discard unsaved changes is a step of the macro; they stay
+  // where the target cannot be read, unless the user gives them up.
+  enum class Opens { kAnother, kToDiscard };
+  [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, Opens how = Opens::kAnother);
+  void discardOfNoPlace(Pane pane);
+  // What is discarded cannot be read again where it belongs. Said when the changes stay.
+  [[nodiscard]] bool mayGiveUp(Pane pane, const QString& macro, const QString& reason, bool cancelled);
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
   // A macro of the disk, or of the snapshot that the pane shows, into a file of our own. What has been read

@@ -140,10 +140,11 @@ Outcome WorkingCopy::showLoose(std::string bytes, std::string file) {
 }
 
 Outcome WorkingCopy::showLooseAgain(const std::string& step) {
-  if (Outcome allowed = free(false); !allowed) return allowed;
+  if (Outcome allowed = free(true); !allowed) return allowed;
   if (!loose_ || !fetched_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   const Macro before = *macro_;
   if (Outcome written = install(*loose_, {}); !written.written()) return written;
+  leaveEditState();
   goOn(before, step);
   emit changed();
   return {};

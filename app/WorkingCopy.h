@@ -128,8 +128,8 @@ class WorkingCopy : public QObject {
   // The macro has been saved to a place, which is its own from now on; without one it was saved to a file
   // that can be none.
   void noteSavedAs(std::optional<MacroTarget> target);
-  // Back to what was shown of a loose macro, as one step; edit state has ended. Refused when its file could
-  // not be read after a crash.
+  // Back to what was shown of a loose macro, as one step, out of edit state. Refused when its file could not
+  // be read after a crash.
   Outcome showLooseAgain(const std::string& step);
   // As the user has decided, or as a save that failed leaves it. With `kKeep` the record of the changes stays
   // for the next start.

@@ -121,19 +121,28 @@ TEST_F(HistoryWindowTest, OnlyWhatCanBeReadIsPutBackAndAFilterKeepsTheChoice) {
   });
 }
 
-TEST_F(HistoryWindowTest, AFileThatAPersonNamesIsThatFile) {
+TEST_F(HistoryWindowTest, AVersionIsSavedWhereAPersonSaysUnlessAPaneHasUnsavedChangesOfIt) {
   fixture_.site.write("c:\\BACKUP.MAC", "another file");
   keep(kTwo);
-  inHistory([this](QDialog& dialog) {
-    QTimer::singleShot(0, &dialog, [this] {
-      WindowDriver::answerNext(
-          [this](QDialog& choice) { nameFile(choice, (fixture_.site.root.path() / "c/backup").string()); });
-      takeFromMenu(Qt::Key_Up);  // the last one
+  const auto saveAs = [this](Qt::Key way, const std::function<void(QDialog&)>& answer) {
+    inHistory([&](QDialog& dialog) {
+      QTimer::singleShot(0, &dialog, [&] {
+        WindowDriver::answerNext(answer);
+        takeFromMenu(way);
+      });
+      WindowDriver::click(dialog, "Save As...");
     });
-    WindowDriver::click(dialog, "Save As...");
-  });
-  EXPECT_EQ(read((fixture_.site.root.path() / "c/backup.mac").string()), kTwo);
-  EXPECT_EQ(read((fixture_.site.root.path() / "c/BACKUP.MAC").string()), "another file");
+  };
+  const std::string root = (fixture_.site.root.path() / "c").string(), before = read(macroPath(1));
+  saveAs(Qt::Key_Up, [&](QDialog& choice) { nameFile(choice, root + "/backup"); });  // the last one
+  EXPECT_EQ(read(root + "/backup.mac"), kTwo);
+  EXPECT_EQ(read(root + "/BACKUP.MAC"), "another file");
+  driver().choose(a_.macros, "001");
+  removeFirst(a_);
+  fixture_.site.messages.answer = false;
+  saveAs(Qt::Key_Down, filledIn({{"position", "1"}}));
+  EXPECT_THAT(asked(), testing::ElementsAre(HasSubstr("A shows this macro with unsaved changes")));
+  EXPECT_EQ(read(macroPath(1)), before);
 }
 
 // By each that overwrites or deletes; the user says no.
