@@ -69,8 +69,15 @@ MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& n
           browser(pane).workplace(), MacroNumber::textOf(number), name};
 }
 
+void MacroOperations::listAnew(Pane pane, const MacroTarget& changed, bool done) {
+  if (done)
+    browser(pane).listMacros();
+  else
+    browser(pane).refreshFolder(changed.folder);
+}
+
 void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool done) {
-  browser(pane).listMacros();
+  listAnew(pane, changed, done);
   ListBox& list = state(pane).view.macros();
   const int row = list.rows().rowOfNumber(parseInt(changed.numberText));
   list.makeCurrent(row);
@@ -392,7 +399,7 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const Outcome done = change(target, MacroChange::kDelete, [target](const SiteAccess& site) {
     return removeFile(site.root, target.file());
   });
-  browser(pane).listMacros();
+  listAnew(pane, target, done.written());
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);
   const QString macro = macroInStrip(target);

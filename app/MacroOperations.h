@@ -52,8 +52,9 @@ class MacroOperations : public QObject {
                   const QString& notDone);
   // Asks where what stands there cannot be kept.
   [[nodiscard]] bool sends(const MacroTarget& target, const Sendable& macro, MacroChange how);
-  // After a change in the pane's folder on disk: its list anew, with the keyboard at a number. What was not
-  // done leaves what the pane holds, as a save that is owed.
+  // What was not done leaves what the pane holds, as a save that is owed.
+  void listAnew(Pane pane, const MacroTarget& changed, bool done);
+  // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
   void finishOnDisk(Pane pane, const MacroTarget& changed, bool done);
   // Changes a file of the disk after what it holds is kept.
   Outcome change(const MacroTarget& target, MacroChange how,

@@ -21,7 +21,11 @@ WorkingCopy::~WorkingCopy() { settleAhead(); }
 WorkingCopy::Loan::~Loan() {
   if (copy_ == nullptr) return;
   copy_->lent_ = false;
-  if (!keeps_ && !copy_->unsaved()) static_cast<void>(copy_->clear());
+  if (keeps_) return;
+  if (copy_->unsaved())
+    static_cast<void>(copy_->restoreFile());
+  else
+    static_cast<void>(copy_->clear());
 }
 
 Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step,

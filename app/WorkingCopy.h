@@ -41,7 +41,7 @@ class WorkingCopy : public QObject {
 
   // The file in the hands of a transfer: until the loan ends nothing else touches it, and every change of the
   // working copy is refused. A loan that ends without `show` leaves nothing shown, unless it was for reading
-  // only, or a save is owed, which is not of the file.
+  // only, or there are unsaved changes, whose file is put right then.
   class Loan {
    public:
     Loan(Loan&& other) noexcept
