@@ -120,7 +120,7 @@ void Checking::applyFix(Pane pane, const FindingRow& row) {
         placeInWindow(state(pane))});
 }
 
-bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
+bool Checking::maySend(const Macro& macro, const QString& name, std::optional<Pane> shownIn) {
   const Findings findings = MacroCheck(knowledge()).errors(macro);
   if (findings.empty()) return true;
   QStringList lines{tr("%1 has %2.").arg(name, countText(findings)), QString()};
@@ -134,10 +134,11 @@ bool Checking::maySend(const Macro& macro, const QString& name, Pane pane) {
                   : tr("command %1: %2").arg(QString::number(finding.command + 1), wrongInWindow(finding)));
   }
   lines << QString() << tr("Send it all the same?");
-  const MessageChoice choice =
-      site_.messages.choose(lines.join(QLatin1Char('\n')).toStdString(), tr("Show").toStdString());
+  const std::string question = lines.join(QLatin1Char('\n')).toStdString();
+  if (!shownIn) return site_.messages.ask(question, MessageIcon::kQuestion);
+  const MessageChoice choice = site_.messages.choose(question, tr("Show").toStdString());
   if (choice == MessageChoice::kOther) {
-    places_.setActive(pane);
+    places_.setActive(*shownIn);
     list(ReviewScope::Kind::kPane);
   }
   return choice == MessageChoice::kOk;

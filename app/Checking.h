@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QObject>
 #include <QPointer>
@@ -37,9 +38,9 @@ class Checking : public QObject {
   void list(ReviewScope::Kind kind);
   // What was found of the command that is selected in the active pane, or how much of its macro.
   [[nodiscard]] QString selectedText() const;
-  // Before anything of a transfer begins. False: it is not to be sent. `pane` shows the macro, for who wants
-  // to look.
-  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane);
+  // Before anything of a transfer begins. False: it is not to be sent. `shownIn` shows the macro, for who
+  // wants to look.
+  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, std::optional<Pane> shownIn);
   // The same of many, `of` with those that have no errors.
   [[nodiscard]] bool maySend(const std::vector<FaultyMacro>& faulty, std::size_t of) const;
   // What macros are checked against now.

@@ -195,8 +195,14 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
          true);
     return;
   }
+  const auto toPanel = open_.sendable(*bytes, name, std::nullopt);
+  if (!toPanel) {
+    tell(dialog, {Grade::kFailure, tr("NOT sent: %1").arg(name), placeInWindow(place)}, true);
+    return;
+  }
   undo_.begin(puttingBack(macro), place);
-  const bool done = transfers_.putBack(place, *bytes, overwriting_.asking(placeInWindow(place)));
+  const bool done =
+      transfers_.send(place, *toPanel, MacroChange::kPutBack, overwriting_.asking(placeInWindow(place)));
   const QString outcome = transfers_.outcomeText();
   const bool sent = transfers_.sent();
   const Grade grade = done ? transfers_.sentGrade() : Grade::kFailure;
@@ -228,16 +234,18 @@ void HistoryOperations::saveInPane(HistoryDialog& dialog, const KeptMacro& macro
   const MacroNameTable names = browser(pane).names();
   const std::string number = numberOf(macro);
   CopyMacroDialog position(number, macro.name, freeNumber(names, parseInt(number)), names, &dialog);
-  position.setAbout([&](int at) {
-    return overwriting_.about(*panes_[index(pane)].state,
-                              {PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), {}});
-  });
-  if (position.exec() == QDialog::Accepted) write(dialog, macro, macroFile(folder, position.number()));
+  const auto placeAt = [&](int at) {
+    return MacroTarget{PaneSource::kHarddisk, folder, {}, 0, MacroNumber::textOf(at), macro.name};
+  };
+  position.setAbout([&](int at) { return overwriting_.about(*panes_[index(pane)].state, placeAt(at)); });
+  if (position.exec() != QDialog::Accepted) return;
+  const MacroTarget target = placeAt(position.number());
+  if (open_.mayPutAt(pane, target, std::nullopt)) write(dialog, macro, target.file());
 }
 
 void HistoryOperations::saveInFile(HistoryDialog& dialog, const KeptMacro& macro) {
   const std::string file = askForMacroFile(site_.root, &dialog);
-  if (!file.empty()) write(dialog, macro, file);
+  if (!file.empty() && open_.mayPutUnder({file, {}, 0, {}}, std::nullopt)) write(dialog, macro, file);
 }
 
 }  // namespace tessaly

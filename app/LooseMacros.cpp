@@ -129,6 +129,7 @@ void LooseMacros::saveInFile(Pane pane) {
   const int opening = state(pane).copy.opening();
   const std::string file = askForMacroFile(site_.root, window_);
   if (file.empty() || isAnother(pane, opening)) return;
+  if (!open_.mayPutUnder({file, {}, 0, {}}, pane)) return;
   const Outcome written = write(pane, file);
   if (!written.written()) return;
   if (state(pane).copy.loose()) state(pane).copy.noteSavedAs(std::nullopt);

@@ -69,8 +69,15 @@ MacroTarget MacroOperations::placeIn(Pane pane, int number, const std::string& n
           browser(pane).workplace(), MacroNumber::textOf(number), name};
 }
 
+void MacroOperations::listAnew(Pane pane, const MacroTarget& changed, bool done) {
+  if (done)
+    browser(pane).listMacros();
+  else
+    browser(pane).refreshFolder(changed.folder);
+}
+
 void MacroOperations::finishOnDisk(Pane pane, const MacroTarget& changed, bool done) {
-  browser(pane).listMacros();
+  listAnew(pane, changed, done);
   ListBox& list = state(pane).view.macros();
   const int row = list.rows().rowOfNumber(parseInt(changed.numberText));
   list.makeCurrent(row);
@@ -92,11 +99,6 @@ void MacroOperations::createMacro(Pane pane) {
     createOnPanel(pane, target);
   else
     createOnDisk(pane, target);
-}
-
-std::optional<std::string> MacroOperations::bytesOf(const std::string& file) const {
-  const auto bytes = readFile(site_.root, file);
-  return bytes ? std::optional(*bytes) : std::nullopt;
 }
 
 Outcome MacroOperations::change(const MacroTarget& target, MacroChange how,
@@ -124,16 +126,17 @@ void MacroOperations::createOnDisk(Pane pane, const MacroTarget& target) {
 void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
   auto loan = state(pane).copy.lend();
   if (!loan) return;
-  Outcome made;
-  if (!transfers_.beside().finish(tr("Writing %1").arg(macroInStrip(target)),
-                                  [&] { made = tessaly::createMacro(site_, target.name, loan->path()); }))
-    made = cancelledFailure();
-  if (made)
-    static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
-                                        MacroChange::kCreate, overwriting_.asking(macroInStrip(target))));
-  const std::optional<std::string> sent = bytesOf(loan->path());
-  state(pane).view.macros().selectRow(-1);
-  const bool there = made && transfers_.sent();
+  Expected<std::string> made = cancelledFailure();
+  const bool wanted =
+      transfers_.beside().finish(tr("Writing %1").arg(macroInStrip(target)), [&, path = loan->path()] {
+        const Outcome created = tessaly::createMacro(site_, target.name, path);
+        made = created ? readFile(site_.root, path) : created.failure();
+      });
+  if (!wanted) made = cancelledFailure();
+  const auto toPanel =
+      made ? open_.sendable(*made, macroInStrip(target), std::nullopt) : std::optional<Sendable>();
+  const bool there = toPanel && sends(target, *toPanel, MacroChange::kCreate);
+  if (there || !state(pane).copy.unsaved()) state(pane).view.macros().selectRow(-1);
   const Grade grade = transfers_.sentGrade();
   if (there) {
     static_cast<void>(loan->show(target, true));
@@ -141,12 +144,17 @@ void MacroOperations::createOnPanel(Pane pane, const MacroTarget& target) {
     open_.follow(target, pane);
   }
   loan.reset();
-  const QString reason = made ? transfers_.reason() : inBrackets(made);
+  const QString reason = !made ? inBrackets(made.failure()) : toPanel ? transfers_.reason() : QString();
   if (there)
-    tellDone(target, tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(sent),
+    tellDone(target, tr("created on the panel: %1%2").arg(macroInStrip(target), reason), undo_.finish(*made),
              grade);
   else
     tellNotDone(target, tr("NOT created on the panel: %1%2").arg(macroInStrip(target), reason));
+}
+
+bool MacroOperations::sends(const MacroTarget& target, const Sendable& macro, MacroChange how) {
+  static_cast<void>(transfers_.send(placeOf(target), macro, how, overwriting_.asking(macroInStrip(target))));
+  return transfers_.sent();
 }
 
 void MacroOperations::copyMacro(Pane pane) {
@@ -162,39 +170,77 @@ void MacroOperations::copyMacro(Pane pane) {
   if (dialog.exec() != QDialog::Accepted) return;
   const MacroTarget target = placeIn(pane, dialog.number(), source.shownName());
   if (!target.complete()) return;
-  // Asked first: what stands there is looked at last, or it could change behind the question.
-  if (onPanel(pane) && !maySend(from, source)) {
+  if (onPanel(from) && browser(from).workplace() <= 0) return;
+  undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
+              placeOf(target));
+  if (onPanel(pane))
+    copyToPanel(pane, source, target);
+  else if (!open_.mayPutAt(pane, target, from))
+    return;
+  else if (onPanel(from))
+    copyFromPanel(pane, source, target);
+  else
+    copyFromDisk(pane, source, target);
+}
+
+// What is sent is read first, and asked about as it is then; what stands there is looked at last, or it could
+// change behind the question.
+void MacroOperations::copyToPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
+  const Pane from = other(to);
+  const Source read = onPanel(from) ? fetch(from, source, target) : readStored(from, source);
+  if (!read.bytes) {
+    tellNotCopied(source, target, read.reason);
+    return;
+  }
+  const auto toPanel = open_.sendable(*read.bytes, nameInStrip(source.text()), read.shownIn);
+  if (!toPanel) {
     emit said({Grade::kFailure, tr("NOT sent: %1").arg(nameInStrip(source.text())), placeInWindow(target)});
     return;
   }
-  if (!open_.mayPutAt(pane, target, from)) return;
-  undo_.begin(tr("copy %1 to %2").arg(nameInStrip(source.text()), QString::fromStdString(target.numberText)),
-              placeOf(target));
-  if (!onPanel(from))
-    copyFromDisk(pane, source, target);
-  else if (onPanel(pane))
-    copyOnPanel(pane, source, target);
-  else
-    copyFromPanel(pane, source, target);
+  if (!open_.mayPutAt(to, target, read.shownIn)) return;
+  const MacroChange how = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
+  if (!sends(target, *toPanel, how)) {
+    tellNotCopied(source, target, transfers_.reason());
+    return;
+  }
+  const QString reason = transfers_.reason() + read.reason;
+  const Grade grade =
+      std::max(read.reason.isEmpty() ? Grade::kDone : Grade::kWarning, transfers_.sentGrade());
+  open_.follow(target);
+  tellCopied(from, source, target, reason, undo_.finish(read.bytes), grade);
 }
 
-// What the other pane has on the disk, or shows of a panel.
-bool MacroOperations::maySend(Pane from, const MacroRow& source) const {
-  const auto macro = [&]() -> Expected<Macro> {
-    const auto& shown = state(from).copy.macro();
-    if (onPanel(from)) return shown ? Expected(*shown) : Failure{Failure::Kind::kMissing, {}};
-    if (state(from).snapshot) {
-      const auto bytes = browser(from).snapshotBytes(source.numberText);
-      return bytes ? Macro::read(*bytes) : Failure{Failure::Kind::kMissing, {}};
-    }
-    if (!state(from).olderFamily)
-      return readMacro(site_.root, macroFile(browser(from).macroFolder(), source.numberText));
-    const std::string file = keyFile(browser(from).keyFolder(), source.numberText);
-    KeyFile key;
-    key.load(site_.root, file, keyFileIndex(file));
-    return keyFileMacro(key);
-  }();
-  return !macro || open_.maySend(*macro, nameInStrip(source.text()), from);
+MacroOperations::Source MacroOperations::readStored(Pane from, const MacroRow& source) {
+  Source read{.shownIn = from};
+  const std::string file = sourceFile(from, source, read.reason);
+  if (file.empty()) return read;
+  auto bytes = transfers_.read(file);
+  if (bytes)
+    read.bytes = *std::move(bytes);
+  else
+    read.reason = inBrackets(bytes.failure());
+  return read;
+}
+
+// Within the target's workplace, and through the other pane's working copy: deliberate.
+MacroOperations::Source MacroOperations::fetch(Pane from, const MacroRow& source, const MacroTarget& target) {
+  Source read;
+  WorkingCopy& buffer = state(from).copy;
+  auto loan = buffer.unsaved() ? std::nullopt : buffer.lend();
+  if (!loan) return read;
+  if (!transfers_.download(target.address, target.workplace, source.numberText, loan->path()))
+    read.reason = transfers_.reason();
+  else if (auto bytes = readFile(site_.root, loan->path()))
+    read.bytes = *std::move(bytes);
+  else
+    read.reason = inBrackets(bytes.failure());
+  // The buffer may hold just the macro that was shown from it.
+  const std::optional<MacroTarget> shownThere = buffer.target();
+  const bool held = shownThere && shownThere->address == target.address &&
+                    shownThere->workplace == target.workplace && shownThere->numberText == source.numberText;
+  if (held && loan->show(*shownThere, true)) read.shownIn = from;
+  if (!held) state(from).view.macros().selectRow(-1);
+  return read;
 }
 
 std::string MacroOperations::sourceFile(Pane from, const MacroRow& source, QString& reason) {
@@ -234,19 +280,6 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
   }
   const Grade grade = reason.isEmpty() ? Grade::kDone : Grade::kWarning;
   const MacroChange how = state(from).olderFamily ? MacroChange::kConvert : MacroChange::kCopy;
-  if (target.source == PaneSource::kPanel) {
-    static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, file, how,
-                                        overwriting_.asking(macroInStrip(target))));
-    reason = transfers_.reason() + (transfers_.sent() ? reason : QString());
-    if (!transfers_.sent()) {
-      tellNotCopied(source, target, reason);
-      return;
-    }
-    const Grade sent = std::max(grade, transfers_.sentGrade());
-    open_.follow(target);
-    tellCopied(from, source, target, reason, undo_.finish(bytesOf(file)), sent);
-    return;
-  }
   const Outcome copied = change(target, how, [file, target](const SiteAccess& site) {
     return copyFile(site.root, file, target.file());
   });
@@ -260,7 +293,6 @@ void MacroOperations::copyFromDisk(Pane to, const MacroRow& source, const MacroT
 
 void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
   const Pane from = other(to);
-  if (browser(from).workplace() <= 0) return;
   Outcome tried;
   std::optional<Failure> lost;
   const auto attempt = [&](const MacroHistory::MayLose& mayLose) {
@@ -281,34 +313,6 @@ void MacroOperations::copyFromPanel(Pane to, const MacroRow& source, const Macro
                tried ? Grade::kDone : Grade::kWarning);
   else
     tellNotCopied(source, target, tried ? transfers_.reason() : inBrackets(tried));
-}
-
-// Within the target's workplace, and through the other pane's working copy: deliberate.
-void MacroOperations::copyOnPanel(Pane to, const MacroRow& source, const MacroTarget& target) {
-  const Pane from = other(to);
-  if (browser(from).workplace() <= 0) return;
-  WorkingCopy& buffer = state(from).copy;
-  auto loan = buffer.unsaved() ? std::nullopt : buffer.lend();
-  if (!loan) return;
-  static_cast<void>(transfers_.copy(target.address, target.workplace, source.numberText, target.numberText,
-                                    loan->path(), overwriting_.asking(macroInStrip(target))));
-  const QString reason = transfers_.reason();
-  const Grade grade = transfers_.sentGrade();
-  const bool there = transfers_.sent();
-  const std::optional<std::string> sent = bytesOf(loan->path());
-  // The buffer may hold just the macro that was shown from it.
-  const std::optional<MacroTarget> shownThere = buffer.target();
-  const bool held = shownThere && shownThere->address == target.address &&
-                    shownThere->workplace == target.workplace && shownThere->numberText == source.numberText;
-  if (!held) state(from).view.macros().selectRow(-1);
-  if (held) static_cast<void>(loan->show(*shownThere, true));
-  loan.reset();
-  if (!there) {
-    tellNotCopied(source, target, reason);
-    return;
-  }
-  open_.follow(target);
-  tellCopied(from, source, target, reason, undo_.finish(sent), grade);
 }
 
 // What is copied is what was saved last, which the pane beside it may not show.
@@ -395,7 +399,7 @@ void MacroOperations::deleteOnDisk(Pane pane, const MacroTarget& target) {
   const Outcome done = change(target, MacroChange::kDelete, [target](const SiteAccess& site) {
     return removeFile(site.root, target.file());
   });
-  browser(pane).listMacros();
+  listAnew(pane, target, done.written());
   state(pane).view.macros().makeCurrent(row);
   if (done.written()) open_.follow(target, pane);
   const QString macro = macroInStrip(target);

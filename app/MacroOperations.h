@@ -9,6 +9,7 @@
 
 #include "app/Overwriting.h"
 #include "app/PaneState.h"
+#include "app/Sendable.h"
 #include "widgets/Message.h"
 
 namespace tessaly {
@@ -49,8 +50,10 @@ class MacroOperations : public QObject {
   // One of the two; what may not survive a power cut is done.
   void tellOnDisk(const MacroTarget& target, const Outcome& outcome, const QString& done,
                   const QString& notDone);
-  // What was sent to a panel.
-  [[nodiscard]] std::optional<std::string> bytesOf(const std::string& file) const;
+  // Asks where what stands there cannot be kept.
+  [[nodiscard]] bool sends(const MacroTarget& target, const Sendable& macro, MacroChange how);
+  // What was not done leaves what the pane holds, as a save that is owed.
+  void listAnew(Pane pane, const MacroTarget& changed, bool done);
   // After a change in the pane's folder on disk: its list anew, with the keyboard at a number.
   void finishOnDisk(Pane pane, const MacroTarget& changed, bool done);
   // Changes a file of the disk after what it holds is kept.
@@ -62,8 +65,15 @@ class MacroOperations : public QObject {
   void createOnPanel(Pane pane, const MacroTarget& target);
   void copyFromDisk(Pane to, const MacroRow& source, const MacroTarget& target);
   void copyFromPanel(Pane to, const MacroRow& source, const MacroTarget& target);
-  void copyOnPanel(Pane to, const MacroRow& source, const MacroTarget& target);
-  [[nodiscard]] bool maySend(Pane from, const MacroRow& source) const;
+  // What is to be sent, or why there is nothing; of what is there, what else a person is to know.
+  struct Source {
+    std::optional<std::string> bytes = {};
+    QString reason = {};
+    std::optional<Pane> shownIn = {};
+  };
+  void copyToPanel(Pane to, const MacroRow& source, const MacroTarget& target);
+  [[nodiscard]] Source readStored(Pane from, const MacroRow& source);
+  [[nodiscard]] Source fetch(Pane from, const MacroRow& source, const MacroTarget& target);
   // Where the source's macro is on disk; a key file is converted first. Empty, with a reason, when there is
   // none.
   [[nodiscard]] std::string sourceFile(Pane from, const MacroRow& source, QString& reason);

@@ -15,14 +15,17 @@ bool MacroTransfers::run(const QString& label, const PanelTransfer::Operation& o
 }
 
 // The user is asked between two tries: nothing is asked while the panel waits.
-bool MacroTransfers::send(const QString& label, const Sending& sending, const MayLose& mayLose) {
+bool MacroTransfers::send(const MacroPlace& place, const Sendable& macro, MacroChange change,
+                          const MayLose& mayLose) {
   std::optional<Failure> lost;
   const BeforePanelWrite onlyKept = [&lost](const PanelStanding& standing) {
     if (!standing.kept) lost = standing.kept.failure();
     return standing.kept.done();
   };
   const auto attempt = [&](const BeforePanelWrite& before) {
-    return run(label, [&](PanelMacros& macros) { return sending(macros, before); });
+    return run(tr("Sending macro %1 to the panel").arg(shown(place.number)), [&](PanelMacros& macros) {
+      return macros.uploadBytes(place.address, place.workplace, place.number, macro.bytes(), change, before);
+    });
   };
   const bool done = attempt(mayLose ? onlyKept : BeforePanelWrite());
   return lost && mayLose(*lost) ? attempt({}) : done;
@@ -51,36 +54,6 @@ bool MacroTransfers::download(const std::string& address, int workplace, const s
       static_cast<void>(fetch());
     return came;
   });
-}
-
-bool MacroTransfers::upload(const std::string& address, int workplace, const std::string& number,
-                            const std::string& file, MacroChange change, const MayLose& mayLose) {
-  return send(
-      tr("Sending macro %1 to the panel").arg(shown(number)),
-      [&](PanelMacros& macros, const BeforePanelWrite& before) {
-        return macros.upload(address, workplace, number, file, change, before);
-      },
-      mayLose);
-}
-
-bool MacroTransfers::copy(const std::string& address, int workplace, const std::string& source,
-                          const std::string& number, const std::string& buffer, const MayLose& mayLose) {
-  return send(
-      tr("Copying macro %1 on the panel").arg(shown(source)),
-      [&](PanelMacros& macros, const BeforePanelWrite& before) {
-        return macros.copyOnPanel(address, workplace, source, number, buffer, before);
-      },
-      mayLose);
-}
-
-bool MacroTransfers::putBack(const MacroPlace& place, const std::string& bytes, const MayLose& mayLose) {
-  return send(
-      tr("Sending macro %1 to the panel").arg(shown(place.number)),
-      [&](PanelMacros& macros, const BeforePanelWrite& before) {
-        return macros.uploadBytes(place.address, place.workplace, place.number, bytes, MacroChange::kPutBack,
-                                  before);
-      },
-      mayLose);
 }
 
 // What comes of it is the panel's to say, by the names of the one workplace that are known.

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include "app/PanelTransfer.h"
+#include "app/Sendable.h"
 #include "platform/MacroKeeper.h"
 #include "platform/SiteAccess.h"
 #include "widgets/Message.h"
@@ -32,13 +33,8 @@ class MacroTransfers {
                               const std::string& file, const Around& around = {});
   // Asked, where it is given, when what stands on the panel could not be kept; false: nothing is sent.
   using MayLose = std::function<bool(const Failure& why)>;
-  [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,
-                            const std::string& file, MacroChange change, const MayLose& mayLose = {});
-  // What the history holds.
-  [[nodiscard]] bool putBack(const MacroPlace& place, const std::string& bytes, const MayLose& mayLose);
-  // Within a workplace, through the buffer file.
-  [[nodiscard]] bool copy(const std::string& address, int workplace, const std::string& source,
-                          const std::string& number, const std::string& buffer, const MayLose& mayLose);
+  [[nodiscard]] bool send(const MacroPlace& place, const Sendable& macro, MacroChange change,
+                          const MayLose& mayLose = {});
   [[nodiscard]] PanelMacros::Deletion remove(const MacroPlace& place, PanelMacros::OldContent old);
   // Whether the panel could be asked.
   [[nodiscard]] bool rename(const MacroPlace& place, const std::string& name);
@@ -62,6 +58,7 @@ class MacroTransfers {
   // What became of the transfer, and what the panel holds after an upload. For the strip.
   [[nodiscard]] QString outcomeText() const;
   [[nodiscard]] QString reason() const;  // the same in brackets
+  [[nodiscard]] bool cancelled() const { return outcome_.transfer == FtpClient::Result::kCancelled; }
   // Of what is told of a macro that was to be sent: one that was not read back, or not announced, is there
   // with a warning.
   [[nodiscard]] Grade sentGrade() const;
@@ -72,8 +69,6 @@ class MacroTransfers {
   void expect(const MacroPlace& place, const std::string& name);
   void forget(const MacroPlace& place);
   [[nodiscard]] Present lookOnPanel(const MacroPlace& place);
-  using Sending = std::function<TransferOutcome(PanelMacros& macros, const BeforePanelWrite& before)>;
-  [[nodiscard]] bool send(const QString& label, const Sending& sending, const MayLose& mayLose);
   [[nodiscard]] bool run(const QString& label, const PanelTransfer::Operation& operation);
 
   PanelTransfer& panel_;

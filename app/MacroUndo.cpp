@@ -151,7 +151,7 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
     const QString text = tr("undone: %1; what was there before is back in %2");
     return done(text.arg(entry.name, shown(place.file)) + inBrackets(written), gradeOf(written));
   }
-  static_cast<void>(transfers_.putBack(place, bytes, {}));
+  static_cast<void>(transfers_.send(place, Sendable::again(bytes), MacroChange::kPutBack));
   const QString outcome = transfers_.outcomeText();
   const Grade grade = transfers_.sentGrade();
   if (!transfers_.sent()) return notDone(entry, outcome);

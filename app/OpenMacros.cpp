@@ -78,29 +78,36 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
                placeInWindow(MacroPlace{path, {}, 0, {}})});
 }
 
-bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, const std::string& step) {
+bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
   PaneState& here = state(pane);
   const bool panel = target.source == PaneSource::kPanel;
   if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
-  auto loan = here.copy.lend();
+  const bool discards = how == Opens::kToDiscard;
+  auto loan = discards ? here.copy.lendToDiscard() : here.copy.lend();
   if (!loan) return false;
   QString reason;
-  bool filled = false;
+  bool filled = false, cancelled = false;
   std::optional<Macro> read;
   if (panel) {
     filled = transfers_.download(target.address, target.workplace, target.numberText, loan->path());
+    cancelled = transfers_.cancelled();
     reason = transfers_.reason();
   } else {
     auto fetched = fetch(pane, target, loan->path());
     filled = fetched.has_value();
-    if (filled)
-      read = *std::move(fetched);
-    else
-      reason = inBrackets(fetched.failure());
+    cancelled = !filled && fetched.failure().kind == Failure::Kind::kCancelled;
+    if (filled) read = *std::move(fetched);
+    if (!read) reason = inBrackets(filled ? Failure{Failure::Kind::kNoMacro, {}} : fetched.failure());
+  }
+  if (discards) {
+    const bool back = filled && (panel || read);
+    if (!back && !mayGiveUp(pane, macroInStrip(target), reason, cancelled)) return false;
+    here.copy.leaveEditState();
   }
   // What is shown then is of no macro in the list.
   if (!filled) here.view.macros().selectRow(-1);
-  const Outcome loaded = loan->show(target, filled, step, std::move(read));
+  const Outcome loaded =
+      loan->show(target, filled, discards ? discardStepName() : std::string(), std::move(read));
   const QString macro = macroInStrip(target);
   const QString text =
       !filled   ? tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason)
@@ -150,13 +157,13 @@ bool OpenMacros::shows(Pane pane, const MacroPlace& place) const {
   return target && samePlace(site_.root, placeOf(*target), place);
 }
 
-QStringList OpenMacros::unsavedAt(const MacroPlace& place) const {
+QStringList OpenMacros::unsavedAt(const MacroPlace& place, std::optional<Pane> except) const {
   QStringList told;
   for (const Pane pane : kPanes) {
-    if (!shows(pane, place) || !state(pane).copy.unsaved()) continue;
+    if (pane == except || !shows(pane, place) || !state(pane).copy.unsaved()) continue;
     told
         << tr("%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is "
-              "put back.")
+              "written there now.")
                .arg(QLatin1String(state(pane).descriptor.title));
   }
   return told;
@@ -197,8 +204,16 @@ bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
     refusal = tr("NOT saved: %1%2").arg(macro, transfers_.reason());
     return false;
   }
-  // What cannot be looked at is not there to be lost, or the save itself will tell.
-  if (!present.missing && !(present.bytes && copy.targetDiffers(*present.bytes))) return true;
+  if (!present.trouble.isEmpty()) {
+    refusal = tr("NOT saved: %1 (%2)").arg(macro, present.trouble);
+    return site_.messages.ask(
+        tr("It cannot be seen whether %1 has been changed by somebody else since it was "
+           "opened here: %2.\n\nSave over it all the same?")
+            .arg(macro, present.trouble)
+            .toStdString(),
+        MessageIcon::kQuestion);
+  }
+  if (!present.missing && !copy.targetDiffers(*present.bytes)) return true;
   refusal = tr("NOT saved: %1 is as somebody else has left it").arg(macro);
   if (present.missing)
     return site_.messages.ask(
@@ -237,7 +252,20 @@ bool OpenMacros::unseen(Pane list, const MacroTarget& target, const std::string&
   return seen ? *seen != contentCheck(bytes) : std::ranges::none_of(rows, isThere);
 }
 
+bool OpenMacros::mayPutUnder(const MacroPlace& place, std::optional<Pane> from) {
+  QStringList unsaved = unsavedAt(place, from);
+  if (unsaved.isEmpty()) return true;
+  unsaved << tr("Write it all the same?");
+  const bool may =
+      site_.messages.ask(unsaved.join(QStringLiteral("\n\n")).toStdString(), MessageIcon::kQuestion);
+  if (!may)
+    emit said({Grade::kFailure, tr("NOT written: a pane shows that macro with unsaved changes"),
+               placeInWindow(place)});
+  return may;
+}
+
 bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from) {
+  if (!mayPutUnder(placeOf(target), from)) return false;
   if (target.source == PaneSource::kPanel && demo_) return true;
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   const QString number = QString::fromStdString(target.numberText);
@@ -246,7 +274,18 @@ bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pa
         {Grade::kFailure, tr("NOT written to %1%2").arg(number, transfers_.reason()), placeInWindow(target)});
     return false;
   }
-  if (!present.bytes || !unseen(list, target, *present.bytes)) return true;
+  if (!present.trouble.isEmpty()) {
+    const bool may =
+        site_.messages.ask(tr("What stands at %1 cannot be looked at: %2.\n\nOverwrite it all the same?")
+                               .arg(number, present.trouble)
+                               .toStdString(),
+                           MessageIcon::kQuestion);
+    if (!may)
+      emit said({Grade::kFailure, tr("NOT written to %1 (%2)").arg(number, present.trouble),
+                 placeInWindow(target)});
+    return may;
+  }
+  if (present.missing || !unseen(list, target, *present.bytes)) return true;
   const std::string question =
       tr("What stands at %1 has been changed by somebody else since it was read here.\n\nOverwrite it?")
           .arg(number)
@@ -278,17 +317,21 @@ Outcome OpenMacros::writeOnDisk(const WorkingCopy& copy) {
       });
 }
 
-OpenMacros::Written OpenMacros::write(WorkingCopy& copy) {
+std::optional<Sendable> OpenMacros::sendable(const std::string& bytes, const QString& name,
+                                             std::optional<Pane> shownIn) const {
+  const auto macro = Macro::read(bytes);
+  return !macro || maySend_(*macro, name, shownIn) ? std::optional(Sendable(bytes)) : std::nullopt;
+}
+
+OpenMacros::Written OpenMacros::write(WorkingCopy& copy, const std::optional<Sendable>& toPanel) {
   const MacroTarget target = *copy.target();
-  const bool onDisk = target.source == PaneSource::kHarddisk;
-  auto loan = copy.lendToSave(onDisk ? WorkingCopy::Needs::kBytes : WorkingCopy::Needs::kFile);
-  if (!loan || onDisk) {
+  auto loan = copy.lendToSave();
+  if (!loan || !toPanel) {
     const Outcome saved = loan ? writeOnDisk(copy) : loan.failure();
     const Failure::Kind why = saved ? Failure::Kind::kUnflushed : saved.failure().kind;
     return {saved.written(), why == Failure::Kind::kCancelled, inBrackets(saved), loan && loan->putRight()};
   }
-  static_cast<void>(transfers_.upload(target.address, target.workplace, target.numberText, loan->path(),
-                                      MacroChange::kSave));
+  static_cast<void>(transfers_.send(placeOf(target), *toPanel, MacroChange::kSave));
   return {transfers_.sent(), false, transfers_.reason(), loan->putRight()};
 }
 
@@ -328,7 +371,9 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said({Grade::kNote, tr("the demonstration sends nothing"), placeInWindow(*target)});
     return Saved::kDone;
   }
-  if (panel && !maySend(*copy.macro(), macroInStrip(*target), pane)) {
+  const auto toPanel =
+      panel ? sendable(copy.bytes(), macroInStrip(*target), pane) : std::optional<Sendable>();
+  if (panel && !toPanel) {
     emit said({Grade::kFailure, tr("NOT sent: %1; its changes are still unsaved").arg(macroInStrip(*target)),
                placeInWindow(*target)});
     return Saved::kNothing;
@@ -337,7 +382,7 @@ OpenMacros::Saved OpenMacros::save(Pane pane) {
     emit said({Grade::kFailure, refusal, placeInWindow(*target)});
     return Saved::kNothing;
   }
-  const Written written = write(copy);
+  const Written written = write(copy, toPanel);
   if (written.cancelled) {
     tellSaved(pane, written, false);
     return Saved::kNothing;
@@ -360,16 +405,12 @@ void OpenMacros::discard(Pane pane) {
   WorkingCopy& copy = state(pane).copy;
   if (copy.lent()) return;
   emit macroChosen();
-  if (copy.loose()) {
-    copy.leaveEditState();
-    const Outcome again = copy.showLooseAgain(discardStepName());
-    emit said({again ? Grade::kDone : Grade::kFailure,
-               again ? tr("changes discarded") : tr("NOT discarded%1").arg(inBrackets(again.failure())),
-               placeInWindow(state(pane))});
-    return;
-  }
   const std::optional<MacroTarget> noted = copy.target();
   const MacroTarget target = noted ? *noted : selectedTarget(pane);
+  if (copy.loose() || !target.complete()) {
+    discardOfNoPlace(pane);
+    return;
+  }
   bool kept = false, lost = false;
   if (noted && copy.macro() && copy.differs()) {
     const Outcome keeping = keepUnsaved(copy);
@@ -381,8 +422,7 @@ void OpenMacros::discard(Pane pane) {
     }
     lost = !kept && history_.takeFailure().has_value();
   }
-  copy.leaveEditState();
-  const bool opened = !target.numberText.empty() && openTarget(pane, target, discardStepName());
+  const bool opened = openTarget(pane, target, Opens::kToDiscard);
   browser(pane).catchUp();
   const QString macro = macroInStrip(target);
   if (opened)
@@ -391,6 +431,30 @@ void OpenMacros::discard(Pane pane) {
                : lost ? tr("changes discarded: %1; the history could not keep them").arg(macro)
                       : tr("changes discarded: %1").arg(macro),
                placeInWindow(target)});
+}
+
+// A loose macro goes back to its file as it was read.
+void OpenMacros::discardOfNoPlace(Pane pane) {
+  WorkingCopy& copy = state(pane).copy;
+  const Outcome again = copy.showLooseAgain(discardStepName());
+  if (!again) {
+    const QString reason = copy.loose() ? inBrackets(again) : tr(" (it has no place of its own)");
+    if (!mayGiveUp(pane, tr("The open macro"), reason, false)) return;
+    copy.leaveEditState();
+    static_cast<void>(copy.clear());
+  }
+  browser(pane).catchUp();
+  emit said({Grade::kDone, tr("changes discarded"), placeInWindow(state(pane))});
+}
+
+bool OpenMacros::mayGiveUp(Pane pane, const QString& macro, const QString& reason, bool cancelled) {
+  const std::string question =
+      tr("%1 cannot be opened again as it was before the changes%2.\n\nGive them up all the same?")
+          .arg(macro, reason)
+          .toStdString();
+  if (!cancelled && site_.messages.ask(question, MessageIcon::kQuestion)) return true;
+  emit said({Grade::kFailure, tr("NOT discarded: %1%2").arg(macro, reason), placeInWindow(state(pane))});
+  return false;
 }
 
 }  // namespace tessaly

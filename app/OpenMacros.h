@@ -24,12 +24,14 @@ class OpenMacros : public QObject {
   OpenMacros(const PaneAccesses& panes, SiteAccess site, MacroHistory& history,
              const PanelConnection& connection, MacroTransfers& transfers, bool demo);
 
-  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it.
-  using SendQuestion = std::function<bool(const Macro& macro, const QString& name, Pane pane)>;
+  // Asked before a macro goes to a panel; false keeps it from being sent. Told which pane shows it, if any.
+  using SendQuestion =
+      std::function<bool(const Macro& macro, const QString& name, std::optional<Pane> shownIn)>;
+  // Before the first send.
   void setSendQuestion(SendQuestion question) { maySend_ = std::move(question); }
-  [[nodiscard]] bool maySend(const Macro& macro, const QString& name, Pane pane) const {
-    return !maySend_ || maySend_(macro, name, pane);
-  }
+  // The one way to what is sent: nothing when it is not to be.
+  [[nodiscard]] std::optional<Sendable> sendable(const std::string& bytes, const QString& name,
+                                                 std::optional<Pane> shownIn) const;
 
   // The macro that is chosen in the pane's list.
   void open(Pane pane);
@@ -42,6 +44,9 @@ class OpenMacros : public QObject {
   // what stands there is what this program has read or put there, or may be overwritten all the same. What
   // the pane `from` shows can be compared with it. `said` tells otherwise.
   [[nodiscard]] bool mayPutAt(Pane list, const MacroTarget& target, std::optional<Pane> from);
+  // Before something is written to any place: whether a pane but `from` shows it with unsaved changes, or it
+  // may be written all the same.
+  [[nodiscard]] bool mayPutUnder(const MacroPlace& place, std::optional<Pane> from);
 
   // Something was written to a place or taken from it: the panes that show what was there, without unsaved
   // changes, show what is there now.
@@ -52,8 +57,9 @@ class OpenMacros : public QObject {
   // They show nothing: what comes there is the panel's to say, in its own time.
   void forget(const MacroPlace& changed);
 
-  // What people are told before a macro is put back to where panes show it with unsaved changes.
-  [[nodiscard]] QStringList unsavedAt(const MacroPlace& place) const;
+  // What people are told before a macro is written to where panes, but for one, show it with unsaved changes.
+  [[nodiscard]] QStringList unsavedAt(const MacroPlace& place,
+                                      std::optional<Pane> except = std::nullopt) const;
   // Whether a pane is connected to the panel, though the line may be lost.
   [[nodiscard]] bool reaches(const std::string& address) const;
 
@@ -70,8 +76,13 @@ class OpenMacros : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  // False: not what the target holds is shown. With the name of a step the steps of the macro go on over it.
-  [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, const std::string& step = {});
+  // False: not what the target holds is shown. To discard unsaved changes is a step of the macro; they stay
+  // where the target cannot be read, unless the user gives them up.
+  enum class Opens { kAnother, kToDiscard };
+  [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, Opens how = Opens::kAnother);
+  void discardOfNoPlace(Pane pane);
+  // What is discarded cannot be read again where it belongs. Said when the changes stay.
+  [[nodiscard]] bool mayGiveUp(Pane pane, const QString& macro, const QString& reason, bool cancelled);
   [[nodiscard]] bool shows(Pane pane, const MacroPlace& place) const;
   void showKeyFile(Pane pane, const MacroRow& row);
   // A macro of the disk, or of the snapshot that the pane shows, into a file of our own. What has been read
@@ -88,7 +99,8 @@ class OpenMacros : public QObject {
     QString reason = {};
     bool putRight = false;  // the working copy, which another program had changed
   };
-  [[nodiscard]] Written write(WorkingCopy& copy);
+  // To a panel, or without anything to send to the disk.
+  [[nodiscard]] Written write(WorkingCopy& copy, const std::optional<Sendable>& toPanel);
   [[nodiscard]] Outcome writeOnDisk(const WorkingCopy& copy);
   Outcome keepUnsaved(const WorkingCopy& copy);
   void tellSaved(Pane pane, const Written& written, bool kept);

@@ -51,8 +51,8 @@ ReviewDesk::~ReviewDesk() = default;
 
 void ReviewDesk::connectParts(const Surroundings& around) {
   comparisons_->connectTo(around.open, around.history);
-  around.open.setSendQuestion([this](const Macro& macro, const QString& name, Pane pane) {
-    return checking_->maySend(macro, name, pane);
+  around.open.setSendQuestion([this](const Macro& macro, const QString& name, std::optional<Pane> shownIn) {
+    return checking_->maySend(macro, name, shownIn);
   });
   connect(places_.get(), &ReviewPlaces::said, this, &ReviewDesk::said);
   connect(places_.get(), &ReviewPlaces::changed, this, &ReviewDesk::changed);

@@ -21,7 +21,11 @@ WorkingCopy::~WorkingCopy() { settleAhead(); }
 WorkingCopy::Loan::~Loan() {
   if (copy_ == nullptr) return;
   copy_->lent_ = false;
-  if (!keeps_ && !copy_->unsaved()) static_cast<void>(copy_->clear());
+  if (keeps_) return;
+  if (copy_->unsaved())
+    static_cast<void>(copy_->restoreFile());
+  else
+    static_cast<void>(copy_->clear());
 }
 
 Outcome WorkingCopy::Loan::show(const MacroTarget& target, bool filled, const std::string& step,
@@ -58,6 +62,12 @@ std::optional<WorkingCopy::Loan> WorkingCopy::lend() {
   return Loan(*this, false);
 }
 
+std::optional<WorkingCopy::Loan> WorkingCopy::lendToDiscard() {
+  if (!free(true)) return std::nullopt;
+  settleAhead();
+  return Loan(*this, false);
+}
+
 // Nothing else changes meanwhile, whatever asks for it.
 bool WorkingCopy::runBeside(const std::function<void()>& work) {
   if (!beside_) return work(), true;
@@ -67,19 +77,17 @@ bool WorkingCopy::runBeside(const std::function<void()>& work) {
   return wanted;
 }
 
-Expected<WorkingCopy::Loan> WorkingCopy::lendToSave(Needs needs) {
+Expected<WorkingCopy::Loan> WorkingCopy::lendToSave() {
   if (Outcome allowed = changeable(); !allowed) return allowed.failure();
   if (!target_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   Loan loan(*this, true);
-  Outcome right;
   const bool wanted = runBeside([&] {
     settleAhead();
     const auto check = fileCheck();
     loan.putRight_ = check != macro_->check() && (!check || check != wroteAhead_);
-    if (check != macro_->check()) right = writeFile(site_.root, path_, macro_->bytes());
+    if (check != macro_->check()) static_cast<void>(writeFile(site_.root, path_, macro_->bytes()));
     steps_.noteSaving();
   });
-  if (needs == Needs::kFile && !right.written()) return right.failure();
   if (!wanted) return cancelledFailure();
   return Expected<Loan>(std::move(loan));
 }
@@ -136,10 +144,11 @@ Outcome WorkingCopy::showLoose(std::string bytes, std::string file) {
 }
 
 Outcome WorkingCopy::showLooseAgain(const std::string& step) {
-  if (Outcome allowed = free(false); !allowed) return allowed;
+  if (Outcome allowed = free(true); !allowed) return allowed;
   if (!loose_ || !fetched_) return Failure{Failure::Kind::kNoMacro, "there is no macro"};
   const Macro before = *macro_;
   if (Outcome written = install(*loose_, {}); !written.written()) return written;
+  leaveEditState();
   goOn(before, step);
   emit changed();
   return {};

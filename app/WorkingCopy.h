@@ -41,7 +41,7 @@ class WorkingCopy : public QObject {
 
   // The file in the hands of a transfer: until the loan ends nothing else touches it, and every change of the
   // working copy is refused. A loan that ends without `show` leaves nothing shown, unless it was for reading
-  // only, or a save is owed, which is not of the file.
+  // only, or there are unsaved changes, whose file is put right then.
   class Loan {
    public:
     Loan(Loan&& other) noexcept
@@ -70,10 +70,11 @@ class WorkingCopy : public QObject {
 
   // To be filled; none while there are unsaved changes or another loan.
   [[nodiscard]] std::optional<Loan> lend();
-  // To be saved to the target. To be sent there the file has to be that of the macro by then, and the failure
-  // is that of writing it; else it is a mirror only, and the save does not hang on it.
-  enum class Needs { kFile, kBytes };
-  [[nodiscard]] Expected<Loan> lendToSave(Needs needs);
+  // To be filled with what the target holds, over unsaved changes: they are there until edit state is left.
+  [[nodiscard]] std::optional<Loan> lendToDiscard();
+  // To be saved to the target. The file is put right for it, as far as it can be: it is a mirror, and the
+  // save does not hang on it.
+  [[nodiscard]] Expected<Loan> lendToSave();
 
   // Each is refused (kChanged) while the file is lent, and the first two while there are unsaved changes.
   Outcome clear();
@@ -127,8 +128,8 @@ class WorkingCopy : public QObject {
   // The macro has been saved to a place, which is its own from now on; without one it was saved to a file
   // that can be none.
   void noteSavedAs(std::optional<MacroTarget> target);
-  // Back to what was shown of a loose macro, as one step; edit state has ended. Refused when its file could
-  // not be read after a crash.
+  // Back to what was shown of a loose macro, as one step, out of edit state. Refused when its file could not
+  // be read after a crash.
   Outcome showLooseAgain(const std::string& step);
   // As the user has decided, or as a save that failed leaves it. With `kKeep` the record of the changes stays
   // for the next start.

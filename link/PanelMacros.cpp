@@ -104,16 +104,6 @@ TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workpla
   return send(running, bytes, {{}, address, workplace, std::string(number)}, change, before);
 }
 
-TransferOutcome PanelMacros::copyOnPanel(const std::string& address, int workplace, std::string_view source,
-                                         std::string_view target, std::string_view buffer,
-                                         const BeforePanelWrite& before) {
-  Running running(*this, address);
-  TransferOutcome fetched = fetch(running, {{}, address, workplace, std::string(source)}, buffer);
-  // What the buffer held before is not the macro that was asked for.
-  if (!fetched.done()) return fetched;
-  return sendFile(running, buffer, {{}, address, workplace, std::string(target)}, MacroChange::kCopy, before);
-}
-
 PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
                                           OldContent old, const BeforePanelWrite& before) {
   const MacroPlace place{{}, address, workplace, std::string(number)};

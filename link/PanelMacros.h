@@ -83,12 +83,6 @@ class PanelMacros {
                                             std::string_view number, std::string_view bytes,
                                             MacroChange change, const BeforePanelWrite& before = {});
 
-  // Within one workplace of one panel. The macro is fetched into `buffer`, which is overwritten, and sent
-  // from there.
-  [[nodiscard]] TransferOutcome copyOnPanel(const std::string& address, int workplace,
-                                            std::string_view source, std::string_view target,
-                                            std::string_view buffer, const BeforePanelWrite& before = {});
-
   enum class OldContent { kKept, kLost };
   struct Deletion {
     bool asked = false;  // the panel, which answers by the name that it publishes then

@@ -3,8 +3,10 @@
 #include <chrono>
 
 #include <QHeaderView>
+#include <QPointer>
 #include <QShortcut>
 
+#include "platform/SystemFailure.h"
 #include "platform/Text.h"
 #include "ui_ReplaceWindow.h"
 #include "widgets/DialogText.h"
@@ -86,6 +88,11 @@ ReplaceWindow::ReplaceWindow(ReplaceSurroundings surroundings, QWidget* owner)
       reading_([this](std::vector<FoundReplacement> found,
                       Reading::Progress progress) { take(std::move(found), progress); },
                [this](const Outcome& outcome) { endReading(outcome); }),
+      making_(
+          [this](std::vector<Made> made, Making::Progress) {
+            if (!made.empty()) made_ = std::move(made.back());
+          },
+          [this](const Outcome& outcome) { endMaking(outcome); }),
       writing_(
           [this](std::vector<ReplacedBatch> done, Writing::Progress) {
             if (!done.empty()) written_ = std::move(done.back());
@@ -258,16 +265,43 @@ void ReplaceWindow::replace() {
     items_.push_back(i);
   }
   written_ = {};
+  wanted_ = true;
   tell(tr("Writing %n macros...", nullptr, static_cast<int>(wanted.size())));
   ui_->progress->setRange(0, 0);
+  making_.start(
+      [wanted = std::move(wanted), knowledge = surroundings_.knowledge()](Making::Report& report) -> Outcome {
+        MacroCheck check(knowledge);
+        Made made;
+        for (const RetargetedMacro& macro : wanted) {
+          if (report.stop().stop_requested()) return cancelledFailure();
+          auto item = macro.item();
+          if (!item) return item.failure();
+          if (BatchPlaces::onPanel(item->place)) {
+            ++made.toPanels;
+            if (auto faulty = check.faults(item->place.number, *item->bytes))
+              made.faulty.push_back(*std::move(faulty));
+          }
+          made.items.push_back(*std::move(item));
+        }
+        report.add(std::move(made));
+        return {};
+      });
+  showControls();
+}
+
+void ReplaceWindow::endMaking(const Outcome& outcome) {
+  if (!outcome || !wanted_) return endWriting(outcome ? cancelledFailure() : outcome);
+  Made made = std::exchange(made_, {});
+  const QPointer<ReplaceWindow> here(this);
+  const bool may = made.faulty.empty() || surroundings_.maySend(made.faulty, made.toPanels);
+  if (here.isNull()) return;
+  if (!may) {
+    tell(tr("NOTHING was replaced: %n macros have errors.", nullptr, static_cast<int>(made.faulty.size())));
+    showControls();
+    return;
+  }
   writing_.start([job = surroundings_.job("replace " + rule_),
-                  wanted = std::move(wanted)](Writing::Report& report) -> Outcome {
-    std::vector<BatchItem> items;
-    for (const RetargetedMacro& macro : wanted) {
-      auto item = macro.item();
-      if (!item) return item.failure();
-      items.push_back(*std::move(item));
-    }
+                  items = std::move(made.items)](Writing::Report& report) mutable -> Outcome {
     auto done = job(std::move(items), report.stop());
     if (!done) return done.failure();
     report.add(*std::move(done));
@@ -347,6 +381,8 @@ void ReplaceWindow::judge() {
 
 void ReplaceWindow::cancel() {
   reading_.cancel();
+  wanted_ = false;
+  making_.cancel();
   writing_.cancel();
 }
 

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QTimer>
 
+#include "review/MacroCheck.h"
 #include "windows/ReplaceModel.h"
 #include "windows/ReviewWindow.h"
 #include "windows/ReviewWork.h"
@@ -33,12 +34,14 @@ struct ReplaceSurroundings {
   std::function<QString(const MacroPlace& place)> leftOut;
   // To write them: files all or none.
   std::function<ReplaceJob(const std::string& title)> job;
+  // Whether macros with errors may go to a panel all the same, `of` with those that have none; asks.
+  std::function<bool(const std::vector<FaultyMacro>& faulty, std::size_t of)> maySend;
   std::function<QString(const Failure& failure)> failureText;  // on any thread
 };
 
 // Replaces in many macros by a rule (docs/replace.md), which is typed or put together from fields: first a
-// preview with a tick a command, and then one batch. Reads and writes on threads of its own; while it writes
-// it does not close, but cancels. GUI thread.
+// preview with a tick a command, and then one batch, once what goes to a panel has been looked at. Reads and
+// writes on threads of its own; while it writes it does not close, but cancels. GUI thread.
 class ReplaceWindow : public ReviewWindow {
   Q_OBJECT
 
@@ -48,7 +51,7 @@ class ReplaceWindow : public ReviewWindow {
 
   // What became of what the user wanted.
   void tell(const QString& text);
-  [[nodiscard]] bool writing() const { return writing_.running(); }
+  [[nodiscard]] bool writing() const { return making_.running() || writing_.running(); }
   // Gives up what is under way.
   void cancel();
 
@@ -65,6 +68,13 @@ class ReplaceWindow : public ReviewWindow {
  private:
   using Reading = ReviewWork<FoundReplacement>;
   using Writing = ReviewWork<ReplacedBatch>;
+  // What is to be written, and those of it that go to a panel.
+  struct Made {
+    std::vector<BatchItem> items;
+    std::vector<FaultyMacro> faulty;
+    std::size_t toPanels = 0;
+  };
+  using Making = ReviewWork<Made>;
   // A macro of the preview, by its number, with the findings of these ticks.
   struct Judged {
     std::size_t macro;
@@ -82,6 +92,7 @@ class ReplaceWindow : public ReviewWindow {
   void take(std::vector<FoundReplacement> found, Reading::Progress progress);
   void endReading(const Outcome& outcome);
   void replace();
+  void endMaking(const Outcome& outcome);
   void endWriting(const Outcome& outcome);
   [[nodiscard]] QString outcomeText(std::size_t item) const;
   void judge();
@@ -97,6 +108,8 @@ class ReplaceWindow : public ReviewWindow {
   std::string rule_;
   std::size_t seen_ = 0;
   std::vector<std::size_t> items_;  // the macros that are being written
+  Made made_;
+  bool wanted_ = false;  // the replacement that is being made
   ReplacedBatch written_;
   bool closing_ = false;                            // once nothing is written any more
   int previews_ = 0;                                // so far; findings of an earlier one are dropped
@@ -104,6 +117,7 @@ class ReplaceWindow : public ReviewWindow {
   QTimer judgeDue_;                                 // until the findings are told anew
   std::function<Expected<MacroRetarget>()> again_;  // the rule of the preview, on any thread
   Reading reading_;
+  Making making_;
   Writing writing_;
   Judging judging_;
 };

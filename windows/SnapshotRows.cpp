@@ -11,7 +11,8 @@ void SnapshotRows::setRows(std::vector<RestoreRow> rows) {
   const bool anew = rows.size() != rows_.size();
   rows_ = std::move(rows);
   ticked_.resize(rows_.size());
-  for (std::size_t i = 0; i < rows_.size(); ++i) ticked_[i] = canTick(i) && (anew || ticked_[i]);
+  for (std::size_t i = 0; i < rows_.size(); ++i)
+    ticked_[i] = canTick(i) && (anew ? rows_[i].state != State::kUnread : ticked_[i]);
   endResetModel();
   emit tickChanged();
 }
@@ -69,7 +70,7 @@ QString SnapshotRows::stateText(const RestoreRow& row) const {
     case State::kChanged:
       return tr("changed: something else stands there");
     case State::kUnread:
-      return tr("unknown: %1").arg(words_(row.why));
+      return tr("unknown what stands there: %1").arg(words_(row.why));
     case State::kRestored:
       return tr("RESTORED and verified") + note;
     case State::kUnverified:

@@ -21,7 +21,8 @@ class SnapshotRows : public QAbstractTableModel {
   explicit SnapshotRows(Words words, QObject* parent = nullptr)
       : QAbstractTableModel(parent), words_(std::move(words)) {}
 
-  // Another count of rows ticks all that can be; else what is done is ticked no longer.
+  // Another count of rows ticks all that can be and of which is known what stands there; else what is done is
+  // ticked no longer.
   void setRows(std::vector<RestoreRow> rows);
   [[nodiscard]] std::vector<std::size_t> ticked() const;
   void tickAll(bool on);

@@ -92,7 +92,7 @@ bool CrashStepsUser::act() {
     case Act::kRedo:
       return copy_->redo().done();
     case Act::kSave:
-      if (const auto loan = copy_->lendToSave(WorkingCopy::Needs::kBytes);
+      if (const auto loan = copy_->lendToSave();
           !loan || !writeFile(site_.root, target().file(), copy_->bytes()))
         return false;
       copy_->noteSaved();

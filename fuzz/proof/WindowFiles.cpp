@@ -76,7 +76,7 @@ class PaneFiles {
   }
 
   bool save() {
-    const auto loan = copy_.lendToSave(WorkingCopy::Needs::kBytes);
+    const auto loan = copy_.lendToSave();
     const Outcome saved = loan ? writeFile(root_, target().file(), copy_.bytes()) : loan.failure();
     if (!saved.written()) return false;
     copy_.noteSaved();

@@ -133,9 +133,12 @@ void SoakUser::copied(int number) {
     return;
   }
   const std::string folder = model_.macroFolder(here());
-  if (bytes) model_.disk[folder][number] = *bytes;
+  if (!bytes) {
+    model_.listAgain(pane_);
+    return;
+  }
+  model_.disk[folder][number] = *bytes;
   model_.listMacros(pane_);
-  if (!bytes) return;
   model_.hearOf(other(pane_), {false, folder, here().workplace, number});
   model_.openMacro(pane_, number);
 }
@@ -169,8 +172,11 @@ void SoakUser::renamed(int number, const std::string& name) {
       check(file->second, now);
       file->second = now;
     }
+    if (!done) {
+      model_.listAgain(pane_);
+      return;
+    }
     model_.listMacros(pane_);
-    if (!done) return;
     model_.hearOf(other(pane_), {false, folder, here().workplace, number});
     model_.openMacro(pane_, number);
     return;

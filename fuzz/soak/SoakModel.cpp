@@ -246,12 +246,14 @@ void SoakModel::listFiles(Pane pane) {
   here.macroNotice = here.macros.empty();
 }
 
+void SoakModel::listAgain(Pane pane) {
+  listFiles(pane);
+  if (!lists(of(pane), of(pane).macro)) of(pane).macro = -1;
+}
+
 void SoakModel::hearOf(Pane pane, const ModelTarget& written) {
   PaneModel& here = of(pane);
-  if (!written.panel && !here.panel && !here.older && macroFolder(here) == written.place) {
-    listFiles(pane);
-    if (!lists(here, here.macro)) here.macro = -1;
-  }
+  if (!written.panel && !here.panel && !here.older && macroFolder(here) == written.place) listAgain(pane);
   if (!here.edited && here.target == written && here.panel == written.panel && here.macro == written.number)
     openMacro(pane, written.number);
   else
@@ -447,7 +449,11 @@ void SoakModel::discard(Pane pane) {
   if (!here.target && here.macro >= 0)
     here.target =
         ModelTarget{here.panel, here.panel ? here.address : macroFolder(here), here.workplace, here.macro};
-  if (!here.target) return;
+  if (!here.target) {
+    reset(pane);
+    catchUp(pane);
+    return;
+  }
   std::optional<std::string> bytes;
   if (here.target->panel) {
     bytes = fetch(here.target->place, here.target->workplace, here.target->number);

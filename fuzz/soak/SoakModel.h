@@ -116,6 +116,7 @@ class SoakModel {
   void reset(Pane pane);
   void show(Pane pane);  // what the working copy holds
   void listMacros(Pane pane);
+  void listAgain(Pane pane);  // of the disk; what is open stays
   // A macro was written or removed, and the pane may list or show it.
   void hearOf(Pane pane, const ModelTarget& written);
   // The macro that the working copy holds is chosen once the panel lists it.

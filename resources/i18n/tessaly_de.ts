@@ -1891,10 +1891,6 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>Makro %1 wird an das Bedienpult gesendet</translation>
     </message>
     <message>
-        <source>Copying macro %1 on the panel</source>
-        <translation>Makro %1 wird auf dem Bedienpult kopiert</translation>
-    </message>
-    <message>
         <source>Deleting macro %1 on the panel</source>
         <translation>Makro %1 wird auf dem Bedienpult gelöscht</translation>
     </message>
@@ -4261,6 +4257,10 @@ Der Dialog bleibt, wie er ist.</translation>
         <source>the history is not listed whole: %1</source>
         <translation>der Verlauf ist nicht vollständig aufgelistet: %1</translation>
     </message>
+    <message>
+        <source>NOT sent: %1</source>
+        <translation>NICHT gesendet: %1</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::ListFinder</name>
@@ -4773,10 +4773,6 @@ Darüber speichern?</translation>
         <translation>NICHT verworfen%1</translation>
     </message>
     <message>
-        <source>%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is put back.</source>
-        <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was wiederhergestellt wird.</translation>
-    </message>
-    <message>
         <source>NOT sent: %1; its changes are still unsaved</source>
         <translation>NICHT gesendet: %1; seine Änderungen sind noch ungespeichert</translation>
     </message>
@@ -4815,6 +4811,62 @@ Overwrite it?</source>
     <message>
         <source>changes discarded: %1; the history could not keep them</source>
         <translation>Änderungen verworfen: %1; der Verlauf konnte sie nicht aufbewahren</translation>
+    </message>
+    <message>
+        <source>%1 shows this macro with unsaved changes. They stay there, and saving them overwrites what is written there now.</source>
+        <translation>%1 zeigt dieses Makro mit ungespeicherten Änderungen. Sie bleiben dort, und ihr Speichern überschreibt, was jetzt dorthin geschrieben wird.</translation>
+    </message>
+    <message>
+        <source>NOT saved: %1 (%2)</source>
+        <translation>NICHT gespeichert: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>It cannot be seen whether %1 has been changed by somebody else since it was opened here: %2.
+
+Save over it all the same?</source>
+        <translation>Ob jemand anderes %1 geändert hat, seit es hier geöffnet wurde, ist nicht zu sehen: %2.
+
+Trotzdem darüber speichern?</translation>
+    </message>
+    <message>
+        <source>Write it all the same?</source>
+        <translation>Trotzdem schreiben?</translation>
+    </message>
+    <message>
+        <source>NOT written: a pane shows that macro with unsaved changes</source>
+        <translation>NICHT geschrieben: ein Bereich zeigt dieses Makro mit ungespeicherten Änderungen</translation>
+    </message>
+    <message>
+        <source>What stands at %1 cannot be looked at: %2.
+
+Overwrite it all the same?</source>
+        <translation>Was bei %1 steht, ist nicht zu sehen: %2.
+
+Trotzdem überschreiben?</translation>
+    </message>
+    <message>
+        <source>NOT written to %1 (%2)</source>
+        <translation>NICHT nach %1 geschrieben (%2)</translation>
+    </message>
+    <message>
+        <source> (it has no place of its own)</source>
+        <translation> (es hat keinen eigenen Ort)</translation>
+    </message>
+    <message>
+        <source>The open macro</source>
+        <translation>Das geöffnete Makro</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened again as it was before the changes%2.
+
+Give them up all the same?</source>
+        <translation>%1 lässt sich nicht wieder so öffnen, wie es vor den Änderungen war%2.
+
+Sie trotzdem aufgeben?</translation>
+    </message>
+    <message>
+        <source>NOT discarded: %1%2</source>
+        <translation>NICHT verworfen: %1%2</translation>
     </message>
 </context>
 <context>
@@ -5198,6 +5250,13 @@ Bilder von 0 bis %1</translation>
         <source>UNKNOWN what stands there: %1</source>
         <translation>UNBEKANNT, was dort steht: %1</translation>
     </message>
+    <message numerus="yes">
+        <source>NOTHING was replaced: %n macros have errors.</source>
+        <translation>
+            <numerusform>NICHTS wurde ersetzt: %n Makro hat Fehler.</numerusform>
+            <numerusform>NICHTS wurde ersetzt: %n Makros haben Fehler.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::Replacements</name>
@@ -5532,10 +5591,6 @@ Bilder von 0 bis %1</translation>
         <translation>geändert: dort steht etwas anderes</translation>
     </message>
     <message>
-        <source>unknown: %1</source>
-        <translation>unbekannt: %1</translation>
-    </message>
-    <message>
         <source>RESTORED and verified</source>
         <translation>WIEDERHERGESTELLT und geprüft</translation>
     </message>
@@ -5562,6 +5617,10 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>State</source>
         <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>unknown what stands there: %1</source>
+        <translation>unbekannt, was dort steht: %1</translation>
     </message>
 </context>
 <context>

@@ -411,6 +411,13 @@
             <numerusform>Replaced in %n macros; &quot;Undo&quot; in the menu &quot;Macro&quot; takes it back.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>NOTHING was replaced: %n macros have errors.</source>
+        <translation>
+            <numerusform>NOTHING was replaced: %n macro has errors.</numerusform>
+            <numerusform>NOTHING was replaced: %n macros have errors.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>tessaly::SearchWindow</name>

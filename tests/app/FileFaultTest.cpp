@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
+#include "app/StatusStrip.h"
 #include "tests/app/WindowFixture.h"
 #include "tests/editors/DialogDriver.h"
 
@@ -99,19 +100,25 @@ class FileFaultTest : public WindowTest {
 TEST_F(FileFaultTest, AMacroFolderThatFailsLosesNothing) {
   const auto before = files(kMacroFolder);
   const fs::path folder = fixture_.site.root.resolve(macroPath(1)).parent_path();
+  const auto& strip = *fixture_.window->findChild<StatusStrip*>();
   for (const Kind kind : {Kind::kFull, Kind::kFolderGone, Kind::kFileInPlaceOfFolder, Kind::kFolderForbidden,
                           Kind::kFolderInPlaceOfFile}) {
     for (const Operation& operation : operations_) {
       if (kind == Kind::kFull && !operation.needsSpace) continue;
       SCOPED_TRACE(std::string(operation.told) + ", fault " + std::to_string(static_cast<int>(kind)));
       openBoth();
-      if (&operation == &operations_.front()) removeFirst(a_);
+      removeFirst(a_);
       const std::string shown = held(Pane::kA);
       {
         const DiskFault fault(kind, folder);
-        operation.run();
+        operations_.front().run();
+        if (&operation != &operations_.front()) operation.run();
         EXPECT_THAT(told(), HasSubstr(operation.told));
         EXPECT_EQ(held(Pane::kA), shown);
+        EXPECT_THAT(strip.owed(Pane::kA).toStdString(), HasSubstr("NOT saved"));
+        if (kind == Kind::kFolderInPlaceOfFile && &operation == &operations_[1]) {
+          EXPECT_THAT(asked(), testing::Contains(HasSubstr("888 cannot be looked at")));
+        }
       }
       EXPECT_EQ(files(kMacroFolder), before);
     }

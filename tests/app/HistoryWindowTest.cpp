@@ -71,8 +71,13 @@ TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
   inHistory([&](QDialog& dialog) {
     auto* list = dialog.findChild<QTreeView*>("macros");
     EXPECT_EQ(list->model()->rowCount(), 2);
-    putBack(dialog);
-    EXPECT_EQ(first_.read(1, "007"), kTwo);
+    for (const bool sends : {false, true}) {
+      fixture_.site.messages.answering = [sends](const std::string& text) {
+        return sends || text.find("Two%5 has 4 errors") == std::string::npos;
+      };
+      putBack(dialog);
+      EXPECT_EQ(first_.read(1, "007") == kTwo, sends) << "errors are told before every send";
+    }
     WindowDriver::type(dialog, "filter", QStringLiteral("evening"));
     ASSERT_EQ(list->model()->rowCount(), 1);
     std::vector<std::string> preview;
@@ -86,10 +91,10 @@ TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
   EXPECT_EQ(read(file), original);
   EXPECT_EQ(fixture_.history.list().size(), 4U) << "what was put back over can be had back, too";
   const std::vector<std::string> questions = asked();
-  ASSERT_EQ(questions.size(), 2U);
+  ASSERT_EQ(questions.size(), 5U);
   EXPECT_THAT(questions[0], testing::StartsWith("Put back \"Two%5\" of "));
   EXPECT_THAT(questions[0], HasSubstr("overwrites macro 007 of workplace 1 on the panel 127.0.0.1"));
-  EXPECT_THAT(questions[1], HasSubstr("It overwrites \""));
+  EXPECT_THAT(questions[4], HasSubstr("It overwrites \""));
   EXPECT_THAT(told(), testing::StartsWith("written: "));
   EXPECT_EQ(driver().texts(a_.commands), lines) << "a pane shows what its macro holds";
 }
@@ -116,19 +121,28 @@ TEST_F(HistoryWindowTest, OnlyWhatCanBeReadIsPutBackAndAFilterKeepsTheChoice) {
   });
 }
 
-TEST_F(HistoryWindowTest, AFileThatAPersonNamesIsThatFile) {
+TEST_F(HistoryWindowTest, AVersionIsSavedWhereAPersonSaysUnlessAPaneHasUnsavedChangesOfIt) {
   fixture_.site.write("c:\\BACKUP.MAC", "another file");
   keep(kTwo);
-  inHistory([this](QDialog& dialog) {
-    QTimer::singleShot(0, &dialog, [this] {
-      WindowDriver::answerNext(
-          [this](QDialog& choice) { nameFile(choice, (fixture_.site.root.path() / "c/backup").string()); });
-      takeFromMenu(Qt::Key_Up);  // the last one
+  const auto saveAs = [this](Qt::Key way, const std::function<void(QDialog&)>& answer) {
+    inHistory([&](QDialog& dialog) {
+      QTimer::singleShot(0, &dialog, [&] {
+        WindowDriver::answerNext(answer);
+        takeFromMenu(way);
+      });
+      WindowDriver::click(dialog, "Save As...");
     });
-    WindowDriver::click(dialog, "Save As...");
-  });
-  EXPECT_EQ(read((fixture_.site.root.path() / "c/backup.mac").string()), kTwo);
-  EXPECT_EQ(read((fixture_.site.root.path() / "c/BACKUP.MAC").string()), "another file");
+  };
+  const std::string root = (fixture_.site.root.path() / "c").string(), before = read(macroPath(1));
+  saveAs(Qt::Key_Up, [&](QDialog& choice) { nameFile(choice, root + "/backup"); });  // the last one
+  EXPECT_EQ(read(root + "/backup.mac"), kTwo);
+  EXPECT_EQ(read(root + "/BACKUP.MAC"), "another file");
+  driver().choose(a_.macros, "001");
+  removeFirst(a_);
+  fixture_.site.messages.answer = false;
+  saveAs(Qt::Key_Down, filledIn({{"position", "1"}}));
+  EXPECT_THAT(asked(), testing::ElementsAre(HasSubstr("A shows this macro with unsaved changes")));
+  EXPECT_EQ(read(macroPath(1)), before);
 }
 
 // By each that overwrites or deletes; the user says no.

@@ -242,6 +242,14 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
   for (const auto& saveAgain : again) {
     removeFirst(b_);
     ASSERT_TRUE(first_.simulator.setFaults(faults));
+    fixture_.site.messages.answer = false;
+    for (const int button : {b_.saveChanges, b_.discardChanges}) {
+      driver().press(button);
+      EXPECT_TRUE(edited(Pane::kB)) << "what cannot be looked at is neither overwritten nor gone back to";
+    }
+    EXPECT_THAT(asked(), testing::AllOf(Contains(HasSubstr("cannot be seen whether")),
+                                        Contains(HasSubstr("cannot be opened again"))));
+    fixture_.site.messages.answer = true;
     driver().press(b_.saveChanges);
     driver().choose(a_.applications, "Football Live");
     EXPECT_THAT(strip->owed(Pane::kB).toStdString(), StartsWith("NOT saved: 007")) << "whatever comes next";

@@ -72,7 +72,11 @@ TEST_F(PanelWindowTest, AReplacementOnAPanelIsVerifiedToldAndUndone) {
   const auto told = [&] { return window.findChild<QLabel*>("outcome")->text().toStdString(); };
   replace(true);
   EXPECT_THAT(told(), HasSubstr("NOTHING was replaced: 000")) << "which one it was";
+  fixture_.site.messages.answer = false;
+  replace(false);
+  EXPECT_EQ(told(), "NOTHING was replaced: 2 macros have errors.");
   EXPECT_TRUE(holds("QMF1"));
+  fixture_.site.messages.answer = true;
   replace(false);
   EXPECT_THAT(told(), Not(HasSubstr("NOT")));
   EXPECT_TRUE(holds("QMF4"));

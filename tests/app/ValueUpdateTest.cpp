@@ -222,6 +222,7 @@ TEST_F(ValueUpdateTest, TheEndWaitsForATransfer) {
   for (const Pane pane : kPanes) {
     // The old content stands still until it is given up; then the new macro travels freely.
     first_.tree.write(Panel::file(1, "040"), before_);
+    asked();
     startOnKeys(pane);
     stallTransfers(first_);
     bool looked = false;

@@ -41,7 +41,7 @@ struct WorkingCopyTest : testing::Test, TestSite {
 
   // As the window saves to the disk.
   [[nodiscard]] bool save() {
-    const auto loan = copy.lendToSave(WorkingCopy::Needs::kBytes);
+    const auto loan = copy.lendToSave();
     return loan && writeFile(root, kTarget.file(), copy.bytes());
   }
 
@@ -62,8 +62,8 @@ TEST_F(WorkingCopyTest, NothingForeignGetsInWhileThereAreUnsavedChanges) {
   EXPECT_EQ(read(kWorking), held);
   copy.leaveEditState();
   EXPECT_FALSE(recorded());
-  EXPECT_TRUE(copy.lend());
-  EXPECT_EQ(copy.bytes(), held) << "the changes are of the save that is owed, not of the file";
+  if (const auto loan = copy.lend()) write(kWorking, "what a transfer has left");
+  EXPECT_EQ(read(kWorking), held) << "the changes are of the save that is owed, and so is the file";
   ASSERT_TRUE(copy.undo());
   copy.leaveEditState();
   EXPECT_TRUE(copy.lend());
@@ -75,7 +75,7 @@ TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {
   const auto commands = CommandFragment::of(*copy.macro(), {0});
   ASSERT_TRUE(copy.apply(SetValues{{{0, "2"}}}));
   {
-    const auto loan = copy.lendToSave(WorkingCopy::Needs::kFile);
+    const auto loan = copy.lendToSave();
     ASSERT_TRUE(loan);
     write(kWorking, "what a transfer has made of it");
     const MacroEdit edits[] = {RemoveCommands{{0}}, MoveCommands{{1}, 0},
@@ -149,7 +149,7 @@ TEST_F(WorkingCopyTest, ValuesRunAheadInTheFileAlone) {
       << "a start after a crash is told that the file is not as it was left";
   for (const bool foreign : {false, true}) {
     if (foreign) write(kWorking, "<macro name=\"Other\"><data/></macro>");
-    const auto loan = copy.lendToSave(WorkingCopy::Needs::kFile);
+    const auto loan = copy.lendToSave();
     ASSERT_TRUE(loan);
     EXPECT_EQ(loan->putRight(), foreign) << "what this program has written is no other's";
     EXPECT_EQ(valueIn(kWorking), "5");

@@ -67,16 +67,6 @@ TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
   EXPECT_NE(driver().list(b_.commands).rows().rowCount(), 1) << "the copied macro has one command";
 }
 
-TEST_F(WorkplacesTest, WhatTheHistoryCannotKeepIsNotSentOver) {
-  const WorkplacesWindow& window = open();
-  std::filesystem::remove_all(fixture_.site.root.resolve("history"));
-  fixture_.site.write("history", "in the way");
-  click(window, "tickDifferent");
-  click(window, "toRight");
-  EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
-  EXPECT_EQ(first_.read(1, "001"), read(macroPath(1))) << "nothing stood there";
-}
-
 // Catches a choice that leads to another place, and a comparison of other macros than those of the row.
 TEST_F(WorkplacesTest, AFolderAndASnapshotStandBesideEachOtherAndTheirMacrosAreCompared) {
   const MacroNumber seven = *MacroNumber::parse("007");

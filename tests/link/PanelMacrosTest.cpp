@@ -100,15 +100,9 @@ TEST_F(PanelMacrosTest, WhatWasSentIsReadBackBeforeItIsAnnounced) {
   EXPECT_THAT(take(), ElementsAre("10.0.0.1 get " + kOne, "10.0.0.1 put " + kOne, "10.0.0.1 get " + kOne));
   EXPECT_THAT(panel.transport->take(), ElementsAre(kReload));
   EXPECT_EQ(files[kOne], "<new/>");
-  EXPECT_TRUE(macros.copyOnPanel("10.0.0.1", 1, "001", "002", "c:\\buffer.mac").done());
-  EXPECT_EQ(files[std::string(kFolder) + "1/macro002.mac"], "<new/>");
-  EXPECT_THAT(panel.transport->take(), ElementsAre(kReload));
-  take();
-  EXPECT_TRUE(macros.download("10.0.0.1", 1, "002", "c:\\back.mac").done());
+  EXPECT_TRUE(macros.download("10.0.0.1", 1, "001", "c:\\back.mac").done());
   EXPECT_EQ(site.read("c:\\back.mac"), "<new/>");
   EXPECT_THAT(panel.transport->take(), IsEmpty());
-  EXPECT_FALSE(macros.copyOnPanel("10.0.0.1", 1, "003", "002", "c:\\back.mac").done());
-  EXPECT_EQ(take().size(), 2U) << "what the buffer held before must not reach the panel";
 }
 
 TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
@@ -214,8 +208,6 @@ TEST_F(PanelMacrosTest, WhatComesIsReadBeforeItReplacesAnything) {
   EXPECT_EQ(macros.download("10.0.0.1", 1, "001", "c:\\x.mac").describe(),
             "what the panel sent is no macro (no XML)");
   EXPECT_EQ(site.read("c:\\x.mac"), "<new/>");
-  EXPECT_FALSE(macros.copyOnPanel("10.0.0.1", 1, "001", "002", "c:\\x.mac").done());
-  EXPECT_THAT(panel.transport->take(), IsEmpty());
 }
 
 // A line that garbled the old macro must not have the garbage kept for the macro, or put back over it. What
@@ -345,7 +337,6 @@ TEST_F(PanelMacrosTest, TheDemonstrationMovesNoFiles) {
   PanelMacros demo(*panel.client, site.root, factory, &reads, true);
   EXPECT_FALSE(demo.download("10.0.0.1", 1, "001", "c:\\x.mac").done());
   EXPECT_FALSE(demo.upload("10.0.0.1", 1, "001", "c:\\x.mac").done());
-  EXPECT_FALSE(demo.copyOnPanel("10.0.0.1", 1, "001", "002", "c:\\x.mac").done());
   EXPECT_THAT(panel.transport->take(), IsEmpty());
   EXPECT_TRUE(demo.remove("10.0.0.1", 1, "001").asked) << "a call, and no file";
   EXPECT_THAT(log, IsEmpty());

@@ -104,6 +104,12 @@ TEST_F(SnapshotRestoreDialogTest, LetsAloneWhatHasChangedMeanwhile) {
   EXPECT_THAT(row(1), StartsWith("x | 001 - M [] | NOT restored"));
   EXPECT_EQ(site.read(file(1)), macroOf("Third"));
   EXPECT_EQ(row(2), " | 002 - M [] | RESTORED and verified []");
+  auto looked = restore_.rows();
+  looked[3].state = RestoreRow::State::kUnread;
+  SnapshotRows rows(words);
+  rows.setRows(looked);
+  EXPECT_THAT(rows.ticked(), testing::ElementsAre(1)) << "not what is unknown";
+  EXPECT_THAT(toldBy(rows)[3], StartsWith("- | 003 - M [] | unknown what stands there"));
 }
 
 }  // namespace
