@@ -47,7 +47,7 @@ TEST(ClassicRun, SetsStepsAndSaysWhatItLeaves) {
       {rows, "44 10 01 01 ff ", "05", name + "0=09 "},
       {rows, "44 10 01 01 02 ", "06", name + "0=05 "},
       {rows + "pt_ByteEnum \"f\"\n:0x01 \"x\"\n:0x02 \"y\"\n", "45 10 01 01 05 01 ", "01",
-       name + "0=05 " + name + "1=02 "},
+       name + "0=05 " + name + "05.1=02 "},
       {rows, "44 10 01 01 01 ", "07", name + "0 is none of its list"},
       {gain, "45 10 01 01 0f 00 ", "10 00", name + "0=1a 00 "},
       {gain, "45 10 01 01 05 00 ", "00 10", name + "0=69 00 "},
