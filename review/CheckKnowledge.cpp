@@ -23,9 +23,9 @@ const CheckedFunction* CheckKnowledge::function(std::string_view name) {
   if (known != functions_.end()) return &known->second;
   const auto record = context.dictionary.find(name);
   if (!record) return nullptr;
-  const bool incremental = record->incremental();
-  const CheckedFunction function{*record, record->definition(), incremental,
-                                 !incremental && record->name().ends_with(kSetEnd)};
+  const NumberKind numbers = numberKindOf(*record);
+  const CheckedFunction function{*record, record->definition(), numbers,
+                                 numbers == NumberKind::kValue && record->name().ends_with(kSetEnd)};
   return &functions_.emplace(record->name(), function).first->second;
 }
 

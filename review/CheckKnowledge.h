@@ -14,8 +14,8 @@ namespace tessaly {
 struct CheckedFunction {
   FunctionRecord record;
   const FunctionTemplate& definition;
-  bool incremental;  // as FunctionRecord tells it: without a current value
-  bool sets;         // gives its value, and does nothing else
+  NumberKind numbers;
+  bool sets;  // gives its value, and does nothing else
 };
 
 // What a check has learnt, kept within bounds. One thread at a time.

@@ -13,6 +13,9 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
   code.name = "CODE";
   code.values = {{"3", "Three"}, {"4000", "Other"}, {"MIX", "Mix"}};
   function.integers.emplace_back().name = "WHOLE";
+  IntegerParameter& gauge = function.integers.emplace_back();
+  gauge.name = "GAUGE";
+  gauge.max = 100;
   FloatParameter& real = function.floats.emplace_back();
   real.name = "REAL";
   real.max = 1;
@@ -23,6 +26,7 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
     const char *parameter, *value;
     ValueFault fault = kNone;
     const char* nearest = "";
+    NumberKind kind = NumberKind::kValue;
   } cases[] = {
       {"FREE", "anything"},
       {"CODE", "33", kChoice},  // no misspelt 3
@@ -31,6 +35,10 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
       {"WHOLE", "99999999999", kLimits, "2147483647"},
       {"WHOLE", "-99999999999999999999", kLimits, "-2147483648"},
       {"WHOLE", "5 ", kNumber},
+      {"GAUGE", "-5", kLimits, "0", NumberKind::kFixedPoint},  // a number of its own, as of a memory
+      {"GAUGE", "-5", kNone, "", NumberKind::kStep},
+      {"GAUGE", "2147483648", kLimits, "2147483647", NumberKind::kStep},
+      {"REAL", "2047.5", kLimits, "2047", NumberKind::kStep},
       {"REAL", "1.0000005"},  // as it is rounded
       {"REAL", "1.0001", kLimits, "1"},
       {"REAL", "nan", kNumber},
@@ -43,12 +51,11 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
       {"TIME", "00:01:60:02", kTimecode},
       {"OTHER", "x"},
   };
-  for (const auto& [parameter, value, fault, nearest] : cases) {
-    const ValueJudgement judgement = judge(function, false, parameter, value, {{}, 25});
+  for (const auto& [parameter, value, fault, nearest, kind] : cases) {
+    const ValueJudgement judgement = judge(function, kind, parameter, value, {{}, 25});
     EXPECT_EQ(judgement.fault, fault) << parameter << ' ' << value;
     EXPECT_EQ(judgement.nearest, nearest) << parameter << ' ' << value;
   }
-  EXPECT_EQ(judge(function, true, "REAL", "2047.5", {}).nearest, "2047");
 }
 
 }  // namespace
