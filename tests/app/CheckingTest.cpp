@@ -248,9 +248,10 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   EXPECT_THAT(messages.take(), ElementsAre(StartsWith("001 - Wrong has")));
 }
 
-TEST_F(CheckingTest, TimecodesAreCheckedByTheFrameRateThatAnEditorSets) {
+TEST_F(CheckingTest, MarksFollowTheFrameRateThatAnEditorSetsAndAListThatIsWritten) {
   fixture_.site.write(macroPath(1), R"(<macro name="M"><data><cmd fid="QMF1.ME2.TRANSI.DURATION.SET">
-    <param name="TIMECODE" value="39"/></cmd></data></macro>)");
+    <param name="TIMECODE" value="39"/></cmd><cmd fid="QMF1.NCSCOMMAND">
+    <param name="CMD" value="24 10 05 77 01 "/></cmd></data></macro>)");
   open();
   awaitMark(0, RowMark::kError);
   driver().press(a_.newCorvane, [](QDialog& dialog) {
@@ -258,6 +259,10 @@ TEST_F(CheckingTest, TimecodesAreCheckedByTheFrameRateThatAnEditorSets) {
     dialog.reject();
   });
   awaitMark(0, RowMark::kNone);
+  awaitMark(1, RowMark::kError);
+  const std::string list = decodingListPath(0x10, 0x05);
+  fixture_.site.write(list, fixture_.site.read(list) + "[0x77] 0x01 \"New\"\n");
+  awaitMark(1, RowMark::kNone);
 }
 
 TEST_F(CheckingTest, WhereUsedOfACommandThatNamesNothingIsToldOnly) {
