@@ -37,7 +37,7 @@ Grade MacroTransfers::sentGrade() const {
   return outcome_.done() && outcome_.holds == PanelHolds::kNew ? Grade::kDone : Grade::kWarning;
 }
 
-bool MacroTransfers::download(const std::string& address, int workplace, const std::string& number,
+bool MacroTransfers::download(const HostAddress& address, int workplace, const std::string& number,
                               const std::string& file, const Around& around) {
   return run(tr("Fetching macro %1 from the panel").arg(shown(number)), [&](PanelMacros& macros) {
     TransferOutcome came{FtpClient::Result::kFailed};
@@ -53,7 +53,7 @@ bool MacroTransfers::download(const std::string& address, int workplace, const s
   });
 }
 
-bool MacroTransfers::upload(const std::string& address, int workplace, const std::string& number,
+bool MacroTransfers::upload(const HostAddress& address, int workplace, const std::string& number,
                             const std::string& file, MacroChange change, const MayLose& mayLose) {
   return send(
       tr("Sending macro %1 to the panel").arg(shown(number)),
@@ -63,7 +63,7 @@ bool MacroTransfers::upload(const std::string& address, int workplace, const std
       mayLose);
 }
 
-bool MacroTransfers::copy(const std::string& address, int workplace, const std::string& source,
+bool MacroTransfers::copy(const HostAddress& address, int workplace, const std::string& source,
                           const std::string& number, const std::string& buffer, const MayLose& mayLose) {
   return send(
       tr("Copying macro %1 on the panel").arg(shown(source)),

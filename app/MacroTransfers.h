@@ -28,16 +28,16 @@ class MacroTransfers {
 
   // On the transfer's thread, `around` runs what fetches, or does not.
   using Around = std::function<void(const std::function<Outcome()>& fetch)>;
-  [[nodiscard]] bool download(const std::string& address, int workplace, const std::string& number,
+  [[nodiscard]] bool download(const HostAddress& address, int workplace, const std::string& number,
                               const std::string& file, const Around& around = {});
   // Asked, where it is given, when what stands on the panel could not be kept; false: nothing is sent.
   using MayLose = std::function<bool(const Failure& why)>;
-  [[nodiscard]] bool upload(const std::string& address, int workplace, const std::string& number,
+  [[nodiscard]] bool upload(const HostAddress& address, int workplace, const std::string& number,
                             const std::string& file, MacroChange change, const MayLose& mayLose = {});
   // What the history holds.
   [[nodiscard]] bool putBack(const MacroPlace& place, const std::string& bytes, const MayLose& mayLose);
   // Within a workplace, through the buffer file.
-  [[nodiscard]] bool copy(const std::string& address, int workplace, const std::string& source,
+  [[nodiscard]] bool copy(const HostAddress& address, int workplace, const std::string& source,
                           const std::string& number, const std::string& buffer, const MayLose& mayLose);
   [[nodiscard]] PanelMacros::Deletion remove(const MacroPlace& place, PanelMacros::OldContent old);
   // Whether the panel could be asked.

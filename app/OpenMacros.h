@@ -55,7 +55,7 @@ class OpenMacros : public QObject {
   // What people are told before a macro is put back to where panes show it with unsaved changes.
   [[nodiscard]] QStringList unsavedAt(const MacroPlace& place) const;
   // Whether a pane is connected to the panel, though the line may be lost.
-  [[nodiscard]] bool reaches(const std::string& address) const;
+  [[nodiscard]] bool reaches(const HostAddress& address) const;
 
   [[nodiscard]] MacroTarget selectedTarget(Pane pane) const;
 
