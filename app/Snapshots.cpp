@@ -290,9 +290,11 @@ void Snapshots::close(Pane pane) {
 }
 
 void Snapshots::setPath(Pane pane, const std::string& path) {
-  if (connection_.source(pane) == PaneSource::kPanel) connection_.chooseHarddisk(pane);
-  connection_.editText(pane, path);
-  connection_.refresh(pane);
+  connection_.setTexts(pane, path, connection_.address(pane));
+  if (connection_.source(pane) == PaneSource::kPanel)
+    connection_.chooseHarddisk(pane);
+  else
+    connection_.refresh(pane);
 }
 
 }  // namespace tessaly
