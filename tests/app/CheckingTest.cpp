@@ -265,13 +265,5 @@ TEST_F(CheckingTest, MarksFollowTheFrameRateThatAnEditorSetsAndAListThatIsWritte
   awaitMark(1, RowMark::kNone);
 }
 
-TEST_F(CheckingTest, WhereUsedOfACommandThatNamesNothingIsToldOnly) {
-  fixture_.site.write(macroPath(1), R"(<macro name="M"><data><cmd fid=""/></data></macro>)");
-  open();
-  driver().clickRow(a_.commands, 0);
-  shortcut(Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_THAT(told(), StartsWith("the selected command names nothing"));
-}
-
 }  // namespace
 }  // namespace tessaly

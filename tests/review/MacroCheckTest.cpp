@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/Text.h"
+#include "review/ValueJudgement.h"
 #include "tests/review/SampleMacros.h"
 #include "tests/support/PlantedFaults.h"
 #include "tests/support/TestSite.h"
@@ -38,9 +39,6 @@ TEST_F(MacroCheckTest, CertainFixesMend) {
       {command(clip, parameter("VALUE", "7")),
        "limits 0 error VALUE: \"7\" is beyond the limits; 1 (a number, min: 0.0000   max: 1.0000)",
        command(clip, parameter("VALUE", "1"))},
-      {command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2049")),
-       "limits 0 error VALUE: \"-2049\" is beyond the limits; -2048 (a number, min: -2048   max: 2047)",
-       command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2048"))},
       {command("QMF1.ME1.KEY1.CLIPP.SET", half),
        "unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET",
        command(clip, half)},
@@ -130,6 +128,8 @@ TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
     EXPECT_EQ(told(findings), expected) << commands;
     for (const Finding& finding : findings) EXPECT_FALSE(finding.fix) << commands;
   }
+  EXPECT_EQ(numberKindOf(*dictionary().find("ME1.KEY1.CLIP.INC")), NumberKind::kStep);
+  EXPECT_EQ(numberKindOf(*dictionary().find("ME1.KEY1.CUT_ON")), NumberKind::kFixedPoint);
 }
 
 TEST_F(MacroCheckTest, JudgesTheBytesByTheEncodingThatTheyAreReadIn) {

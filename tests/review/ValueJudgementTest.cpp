@@ -30,7 +30,6 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
   } cases[] = {
       {"FREE", "anything"},
       {"CODE", "33", kChoice},  // no misspelt 3
-      {"CODE", "MIXX", kChoice, "MIX"},
       {"WHOLE", "-5"},
       {"WHOLE", "99999999999", kLimits, "2147483647"},
       {"WHOLE", "-99999999999999999999", kLimits, "-2147483648"},
@@ -40,12 +39,10 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
       {"GAUGE", "2147483648", kLimits, "2147483647", NumberKind::kStep},
       {"REAL", "2047.5", kLimits, "2047", NumberKind::kStep},
       {"REAL", "1.0000005"},  // as it is rounded
-      {"REAL", "1.0001", kLimits, "1"},
       {"REAL", "nan", kNumber},
       {"REAL", "inf", kNumber},
       {"REAL", ""},
-      {"INPUT", "5"},  // a site without inputs
-      {"TIME", "00:00:01:27", kTimecode, "00:00:01:24"},
+      {"INPUT", "5"},                      // a site without inputs
       {"TIME", "24:00:01:27", kTimecode},  // nobody knows which hour
       {"TIME", "00:60:01:02", kTimecode},
       {"TIME", "00:01:60:02", kTimecode},
