@@ -78,8 +78,7 @@ class PanelWindowTest : protected Panels, public WindowTest {
     return *client;
   }
 
-  // With a zero before its last number, as people write it and no call of the system reads it: 09 is no
-  // octal.
+  // With a zero that no call of the system reads as people mean it: 09 is no octal number.
   [[nodiscard]] static std::string addressOf(const Panel& panel) {
     return std::string(panel.simulator.address()).insert(8, "0") + ":" +
            std::to_string(panel.simulator.controlPort());

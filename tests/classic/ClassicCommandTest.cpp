@@ -35,7 +35,6 @@ TEST(ClassicCommand, ReadsTextByTheBufferRule) {
       {"23 10 05 001 ", nullptr},
       {"3 1 5 1 ", nullptr},  // one-digit bytes only fill the buffer
       {"23 1 5 1 ", nullptr},
-      {"3 10 5 1 ", nullptr},
       {"23 10 5 1 ", "ac: 20 | cd: 10 | co: 05 | kw: 01"},
       {"3 0 5 1 xx", "ac: 00 | cd: 00 | co: 05 | kw: 01"},
       {"2g z0 05 0! ff ", nullptr},  // 2g is 20: length 0

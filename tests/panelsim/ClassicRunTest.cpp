@@ -12,7 +12,6 @@ namespace {
 TEST(ClassicRun, SetsStepsAndSaysWhatItLeaves) {
   const std::string rows = "pt_ByteEnum \"e\"\n:0x05 \"a\"\n:0x06 \"b\"\n:0x09 \"c\"\n";
   const std::string gain = "pt_Analog \"v\"\n:0x05 0x00 \"\"\n:0x69 0x00 \"\"\n";
-  const std::string both = "pt_AnalogBi \"v\"\n:0x00 0x00 \"\"\n:0x64 0x00 \"\"\n:0xc8 0x00 \"\"\n";
   const std::string left = "not carried out: ", name = "QMF1.10.01.01.";
   const struct {
     std::string parameters, command, now, result;
@@ -43,7 +42,6 @@ TEST(ClassicRun, SetsStepsAndSaysWhatItLeaves) {
       {rows + "pt_ByteEnum \"f\"\n:0x01 \"x\"\n:0x02 \"y\"\n", "45 10 01 01 05 01 ", "01",
        name + "0=05 " + name + "05.1=02 "},
       {gain, "45 10 01 01 0f 00 ", "10 00", name + "0=1a 00 "},
-      {both, "45 10 01 01 6e 00 ", "10 00", name + "0=1a 00 "},
   };
   for (const auto& one : cases) {
     TestSite site;
