@@ -20,7 +20,7 @@ class BatchRecoveries : public QObject {
   Q_OBJECT
 
  public:
-  using Connected = std::function<std::set<std::string>()>;  // addresses of panels
+  using Connected = std::function<std::set<HostAddress>()>;  // addresses of panels
 
   BatchRecoveries(Shelves shelves, Connected connected, QObject* parent = nullptr);
 
@@ -38,7 +38,7 @@ class BatchRecoveries : public QObject {
 
   Shelves shelves_;
   Connected connected_;
-  std::set<std::string> tried_;  // addresses that were connected when it was last tried
+  std::set<HostAddress> tried_;  // addresses that were connected when it was last tried
   bool waiting_ = false;         // for another panel
   QStringList lines_;
   Grade grade_ = Grade::kNote;  // the heaviest of theirs

@@ -14,7 +14,7 @@ namespace {
 // A batch that is made and run on another thread, within reach of a cancel.
 class RunningBatch {
  public:
-  RunningBatch(const Shelves& shelves, const std::set<std::string>& connected) : room_(shelves, connected) {}
+  RunningBatch(const Shelves& shelves, const std::set<HostAddress>& connected) : room_(shelves, connected) {}
 
   void run(const std::string& name, const std::vector<BatchTrace>& traces) {
     auto items = undoing(traces, room_.places().root(), room_.places().history(), lost_);

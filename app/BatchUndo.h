@@ -24,7 +24,7 @@ class BatchUndo {
   Q_DECLARE_TR_FUNCTIONS(BatchUndo)
 
  public:
-  using Connected = std::function<std::set<std::string>()>;  // addresses of panels
+  using Connected = std::function<std::set<HostAddress>()>;  // addresses of panels
 
   // Observes the last three.
   BatchUndo(Shelves shelves, Connected connected, PanelTransfer& transfer, Messages& messages,

@@ -35,7 +35,7 @@ enum List { kControlPanelList, kWorkplaceList, kMacroList, kCommandList };
 
 // Of the panel's macro that the working copy holds, as of one that was created before the panel listed it; -1
 // while the list has none of its number and name.
-int heldRow(const PaneState& pane, const std::string& address, int workplace) {
+int heldRow(const PaneState& pane, const HostAddress& address, int workplace) {
   const std::optional<MacroTarget>& held = pane.copy.target();
   if (!held || held->address != address || held->workplace != workplace) return -1;
   const auto& rows = pane.macroRows;
@@ -83,7 +83,7 @@ void Browser::showConnectedPanel() {
   const Pane pane = pane_.descriptor.pane;
   const bool connected = connection_.connected(pane);
   pane_.view.applications().rows().setRows(
-      {{connected ? format(kConnectedTo, connection_.address(pane).c_str()) : kNotConnected}}, false);
+      {{connected ? format(kConnectedTo, connection_.address(pane).text().c_str()) : kNotConnected}}, false);
 }
 
 void Browser::setSnapshot(ShownSnapshot snapshot) {
@@ -211,7 +211,7 @@ void Browser::fillWorkplaces() {
     for (int number = 1; number <= Workplace::kCount; ++number)
       if (flags[static_cast<std::size_t>(number - 1)] || number == held)
         rows.push_back({format(kWorkplace, number), number});
-    list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane));
+    list.rows().setRows(std::move(rows), true, connection_.address(pane_.descriptor.pane).key());
     return;
   }
   if (pane_.snapshot) {
@@ -295,14 +295,14 @@ void Browser::showMacroRows() {
 }
 
 std::string Browser::macrosOf() const {
-  if (onPanel()) return connection_.address(pane_.descriptor.pane) + '\n' + std::to_string(workplace());
+  if (onPanel()) return connection_.address(pane_.descriptor.pane).key() + '\n' + std::to_string(workplace());
   return pane_.olderFamily ? keyFolder() : sourceFolder();
 }
 
 std::string Browser::commandsOf() const {
   const std::optional<MacroTarget>& target = pane_.copy.target();
   if (target)
-    return target->folder + target->address + '\n' + std::to_string(target->workplace) + '\n' +
+    return target->folder + target->address.key() + '\n' + std::to_string(target->workplace) + '\n' +
            target->numberText;
   const MacroRow* row = pane_.selectedMacro();
   return row == nullptr ? std::string() : macrosOf() + '\n' + row->numberText;

@@ -47,6 +47,15 @@ void CheckMarks::begin(const CheckContext& context) {
   for (const Pane pane : kPanes) ask(pane);
 }
 
+void CheckMarks::lookAtLists() {
+  if (!begun_) return;
+  {
+    const std::lock_guard guard(mutex_);
+    listsDue_ = true;
+  }
+  asked_.notify_one();
+}
+
 const Findings* CheckMarks::findings(Pane pane) const {
   const auto& known = found_[index(pane)].findings;
   return known ? &*known : nullptr;
@@ -98,21 +107,32 @@ void CheckMarks::take(Pane pane, int revision, Findings findings) {
 // On the worker's thread. What was learnt by one check serves the next.
 void CheckMarks::work(const std::stop_token& stop) {
   std::optional<MacroCheck> check;
+  DecodingLists* lists = nullptr;
+  std::uint64_t revision = 0;  // of the lists, when something was last asked for
   while (true) {
     std::optional<Wanted> next;
     Pane pane = Pane::kA;
     {
       std::unique_lock lock(mutex_);
-      const auto waiting = [this] { return wanted_[0].has_value() || wanted_[1].has_value(); };
+      const auto waiting = [this] { return listsDue_ || wanted_[0].has_value() || wanted_[1].has_value(); };
       if (!asked_.wait(lock, stop, waiting)) return;
-      if (context_) check.emplace(*context_);
+      if (context_) {
+        check.emplace(*context_);
+        lists = &context_->decodingLists;
+      }
       context_.reset();
+      listsDue_ = false;
       pane = wanted_[0] ? Pane::kA : Pane::kB;
       next.swap(wanted_[index(pane)]);
     }
+    if (const std::uint64_t now = lists->revision(); std::exchange(revision, now) != now)
+      post_([this] {
+        for (const Pane each : kPanes) ask(each);
+      });
+    if (!next) continue;
     Findings findings = std::visit([&](const auto& content) { return check->check(content); }, next->content);
-    post_([this, pane, revision = next->revision, findings = std::move(findings)]() mutable {
-      take(pane, revision, std::move(findings));
+    post_([this, pane, content = next->revision, findings = std::move(findings)]() mutable {
+      take(pane, content, std::move(findings));
     });
   }
 }

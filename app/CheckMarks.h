@@ -28,6 +28,8 @@ class CheckMarks : public QObject {
 
   // From now on, by these rules; also anew.
   void begin(const CheckContext& context);
+  // Anew, when decoding lists have been written since; they are looked at behind this.
+  void lookAtLists();
   // Null while it is not known, or nothing is shown.
   [[nodiscard]] const Findings* findings(Pane pane) const;
 
@@ -65,6 +67,7 @@ class CheckMarks : public QObject {
   std::condition_variable_any asked_;
   std::array<std::optional<Wanted>, kPanes.size()> wanted_;
   std::optional<CheckContext> context_;  // to go on with
+  bool listsDue_ = false;                // to be looked at
   std::jthread worker_;                  // the last member: ended first
 };
 

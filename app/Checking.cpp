@@ -46,6 +46,7 @@ void Checking::begin() {
 
 void Checking::look() {
   if (markedRate_ != 0 && markedRate_ != frameRate_) begin();
+  marks_.lookAtLists();
 }
 
 void Checking::open() {

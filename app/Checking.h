@@ -30,7 +30,7 @@ class Checking : public QObject {
 
   // Once the dictionary is there.
   void begin();
-  // Anew, when another frame rate has been chosen since.
+  // Anew, when another frame rate has been chosen since, or a decoding list written.
   void look();
   // The list, for what the active pane shows; brought before the others when it is open already.
   void open();

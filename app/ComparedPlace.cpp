@@ -62,9 +62,10 @@ CompareSide ComparedPlace::side() const {
     return side;
   }
   const bool panel = here->source == PaneSource::kPanel;
-  side.heading = panel ? tr("Now on the panel: %1\n%2, workplace %3")
-                             .arg(macroInStrip(*here), shown(here->address), QString::number(here->workplace))
-                       : tr("Now on the disk: %1\n%2").arg(macroInStrip(*here), shown(here->file()));
+  side.heading =
+      panel ? tr("Now on the panel: %1\n%2, workplace %3")
+                  .arg(macroInStrip(*here), shown(here->address.text()), QString::number(here->workplace))
+            : tr("Now on the disk: %1\n%2").arg(macroInStrip(*here), shown(here->file()));
   if (!panel) {
     side.content = [&root = site_.root, file = here->file()] { return readMacro(root, file); };
   } else if (seen_ != here) {

@@ -34,7 +34,7 @@ std::vector<int> selectedAfter(const TakeCommands& edit) {
 QString placeText(const MacroTarget& target) {
   return target.source == PaneSource::kPanel
              ? Comparisons::tr("%1, workplace %2")
-                   .arg(shown(target.address), QString::number(target.workplace))
+                   .arg(shown(target.address.text()), QString::number(target.workplace))
              : shown(target.file());
 }
 
@@ -76,9 +76,9 @@ void Comparisons::compareWithTarget(Pane pane, std::optional<MacroTransfers::Pre
 void Comparisons::compareWithPlace(Pane pane, const MacroTarget& place,
                                    const MacroTransfers::Present& known) {
   const MacroPlace at = placeOf(place);
-  compareBesidePlace(pane,
-                     at.file + '\n' + at.address + '\n' + std::to_string(at.workplace) + '\n' + at.number,
-                     place, known);
+  compareBesidePlace(
+      pane, at.file + '\n' + at.address.key() + '\n' + std::to_string(at.workplace) + '\n' + at.number, place,
+      known);
 }
 
 void Comparisons::compareBesidePlace(Pane pane, const std::string& key, std::optional<MacroTarget> place,

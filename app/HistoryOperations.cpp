@@ -179,12 +179,12 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
   const MacroPlace& place = *macro.place;
   if (!open_.reaches(place.address)) {
     dialog.showOutcome(tr("NOT put back: %1 (no pane is connected to the panel %2 that it came from)")
-                           .arg(nameInStrip(titleBytes(macro)), shown(place.address)));
+                           .arg(nameInStrip(titleBytes(macro)), shown(place.address.text())));
     return;
   }
-  if (!confirmed(macro,
-                 {tr("It overwrites macro %1 of workplace %2 on the panel %3.")
-                      .arg(shown(place.number), QString::number(place.workplace), shown(place.address))}))
+  if (!confirmed(macro, {tr("It overwrites macro %1 of workplace %2 on the panel %3.")
+                             .arg(shown(place.number), QString::number(place.workplace),
+                                  shown(place.address.text()))}))
     return;
   const QString name = nameInStrip(titleBytes(macro));
   const auto bytes = readFile(site_.root, macro.file);

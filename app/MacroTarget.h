@@ -14,7 +14,7 @@ namespace tessaly {
 struct MacroTarget {
   PaneSource source = PaneSource::kHarddisk;
   std::string folder;      // site path of the macro folder, harddisk
-  std::string address;     // panel
+  HostAddress address;     // panel
   int workplace = 0;       // 1-based
   std::string numberText;  // "007"
   std::string name;

@@ -40,7 +40,7 @@ Grade MacroTransfers::sentGrade() const {
   return outcome_.done() && outcome_.holds == PanelHolds::kNew ? Grade::kDone : Grade::kWarning;
 }
 
-bool MacroTransfers::download(const std::string& address, int workplace, const std::string& number,
+bool MacroTransfers::download(const HostAddress& address, int workplace, const std::string& number,
                               const std::string& file, const Around& around) {
   return run(tr("Fetching macro %1 from the panel").arg(shown(number)), [&](PanelMacros& macros) {
     TransferOutcome came{FtpClient::Result::kFailed};

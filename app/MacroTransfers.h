@@ -29,7 +29,7 @@ class MacroTransfers {
 
   // On the transfer's thread, `around` runs what fetches, or does not.
   using Around = std::function<void(const std::function<Outcome()>& fetch)>;
-  [[nodiscard]] bool download(const std::string& address, int workplace, const std::string& number,
+  [[nodiscard]] bool download(const HostAddress& address, int workplace, const std::string& number,
                               const std::string& file, const Around& around = {});
   // Asked, where it is given, when what stands on the panel could not be kept; false: nothing is sent.
   using MayLose = std::function<bool(const Failure& why)>;

@@ -102,7 +102,7 @@ bool MacroUndo::confirmed(const Entry& entry, bool altered, bool missing) {
 
 MacroUndo::Result MacroUndo::run(const Entry& entry) {
   if (onPanel(entry.place) && !open_.reaches(entry.place.address))
-    return notDone(entry, tr("no pane is connected to the panel %1").arg(shown(entry.place.address)));
+    return notDone(entry, tr("no pane is connected to the panel %1").arg(shown(entry.place.address.text())));
   std::string before;
   if (entry.kept) {
     auto bytes = transfers_.beside().block<Expected<std::string>>(
@@ -158,7 +158,7 @@ MacroUndo::Result MacroUndo::putBack(const Entry& entry, const std::string& byte
   open_.follow(place);
   return done(tr("undone: %1; what was there before is back in macro %2 of workplace %3 on the panel %4 (%5)")
                   .arg(entry.name, shown(place.number), QString::number(place.workplace),
-                       shown(place.address), outcome),
+                       shown(place.address.text()), outcome),
               grade);
 }
 
@@ -178,7 +178,8 @@ MacroUndo::Result MacroUndo::remove(const Entry& entry) {
   return {
       {Grade::kDone,
        tr("asked, to undo %1: the panel %2 is to delete macro %3 of workplace %4, as there was none before")
-           .arg(entry.name, shown(place.address), shown(place.number), QString::number(place.workplace))},
+           .arg(entry.name, shown(place.address.text()), shown(place.number),
+                QString::number(place.workplace))},
       true};
 }
 
@@ -192,7 +193,7 @@ MacroUndo::Result MacroUndo::renameBack(const Entry& entry, const std::string& p
   // A working copy with the other name would undo this one at its next save.
   open_.forget(entry.place);
   return {{Grade::kDone, tr("asked, to undo %1: the panel %2 is to rename macro %3 of workplace %4 to %5")
-                             .arg(entry.name, shown(entry.place.address), shown(entry.place.number),
+                             .arg(entry.name, shown(entry.place.address.text()), shown(entry.place.number),
                                   QString::number(entry.place.workplace), nameInStrip(entry.oldName))},
           true};
 }

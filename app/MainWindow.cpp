@@ -331,8 +331,8 @@ void MainWindow::readSettingsFile() {
 const Settings& MainWindow::settingsNow() {
   settings_.pathA = utf8ToWindows1252(room(Pane::kA).browser->pathWithoutSnapshot());
   settings_.pathB = utf8ToWindows1252(room(Pane::kB).browser->pathWithoutSnapshot());
-  settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA));
-  settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB));
+  settings_.addressA = utf8ToWindows1252(connection_.address(Pane::kA).text());
+  settings_.addressB = utf8ToWindows1252(connection_.address(Pane::kB).text());
   return settings_;
 }
 
@@ -429,14 +429,15 @@ void MainWindow::watchConnection() {
              ? tr("the connection to the panel was lost, and the values of the update with it")
          : reason.isEmpty() ? tr("the connection to the panel was lost")
                             : tr("the connection to the panel was lost: %1").arg(reason),
-         shown(connection_.lineAddress())});
+         shown(connection_.lineAddress().text())});
   } else if (toldLoss_ && !loss && connection_.anyConnected()) {
     toldLoss_.reset();  // or else the strip goes on telling of it
-    say({Grade::kDone, tr("connected to the panel again"), shown(connection_.lineAddress())});
+    say({Grade::kDone, tr("connected to the panel again"), shown(connection_.lineAddress().text())});
   }
   desk_->look();
   for (const Pane pane : kPanes)
-    room(pane).view->showLine(connection_.line(pane), shown(connection_.otherAddress(pane).value_or("")));
+    room(pane).view->showLine(connection_.line(pane),
+                              shown(connection_.otherAddress(pane).value_or("").text()));
   for (const MacroNames::Request& request : panelNames_.takeUnconfirmed(MacroNames::Clock::now())) {
     const QString number = shown(MacroNumber::textOf(request.number));
     say({Grade::kFailure,
@@ -444,7 +445,7 @@ void MainWindow::watchConnection() {
              ? tr("NOT confirmed: the panel has not said that macro %1 is deleted").arg(number)
              : tr("NOT confirmed: the panel has not said that macro %1 is renamed to %2")
                    .arg(number, nameInStrip(request.name)),
-         shown(connection_.lineAddress())});
+         shown(connection_.lineAddress().text())});
   }
 }
 

@@ -169,9 +169,9 @@ QStringList OpenMacros::unsavedAt(const MacroPlace& place, std::optional<Pane> e
   return told;
 }
 
-bool OpenMacros::reaches(const std::string& address) const {
+bool OpenMacros::reaches(const HostAddress& address) const {
   return std::any_of(kPanes.begin(), kPanes.end(), [&](Pane pane) {
-    return connection_.connected(pane) && sameHost(connection_.askedAddress(pane), address);
+    return connection_.connected(pane) && connection_.askedAddress(pane) == address;
   });
 }
 

@@ -61,7 +61,7 @@ class OpenMacros : public QObject {
   [[nodiscard]] QStringList unsavedAt(const MacroPlace& place,
                                       std::optional<Pane> except = std::nullopt) const;
   // Whether a pane is connected to the panel, though the line may be lost.
-  [[nodiscard]] bool reaches(const std::string& address) const;
+  [[nodiscard]] bool reaches(const HostAddress& address) const;
 
   [[nodiscard]] MacroTarget selectedTarget(Pane pane) const;
 

@@ -56,7 +56,7 @@ QString Overwriting::about(const PaneState& pane, const MacroTarget& macro) cons
       return tr("%1 in %2: %n commands", nullptr, static_cast<int>(open.macro()->commands().size()))
           .arg(number, placeInWindow(macro));
     return tr("%1 of workplace %2 on the panel %3")
-        .arg(number, QString::number(macro.workplace), shown(macro.address));
+        .arg(number, QString::number(macro.workplace), shown(macro.address.text()));
   }
   const QStringList lists{selectedText(pane.view.applications()), selectedText(pane.view.controlPanels()),
                           selectedText(pane.view.workplaces())};

@@ -44,9 +44,9 @@ void placeOfList(const PaneState& pane, const Browser& browser, const PanelConne
   const Pane which = pane.descriptor.pane;
   if (connection.source(which) == PaneSource::kPanel) {
     subject.where = whereOnPanel(connection, which);
-    const std::string& address = connection.address(which);
+    const HostAddress& address = connection.address(which);
     subject.place = browser.workplace() > 0 ? placeInWindow(MacroPlace{{}, address, browser.workplace(), {}})
-                                            : shown(address);
+                                            : shown(address.text());
   } else if (pane.snapshot) {
     placeInSnapshot(*pane.snapshot, browser.snapshotWorkplace(), subject);
   } else {

@@ -43,7 +43,7 @@ class PlaceText {
 }  // namespace
 
 QString placeInWindow(const MacroPlace& place) {
-  return place.file.empty() ? PlaceText::onPanel(place.workplace, shown(place.address))
+  return place.file.empty() ? PlaceText::onPanel(place.workplace, shown(place.address.text()))
                             : PlaceText::onDisk(place.file);
 }
 

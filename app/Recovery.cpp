@@ -110,7 +110,7 @@ RecoveryOffer Recovery::describe(Pane pane) const {
   offer.place =
       target.source == PaneSource::kHarddisk
           ? shown(placeOf(found.record).file)
-          : tr("panel %1, workplace %2").arg(shown(target.address), QString::number(target.workplace));
+          : tr("panel %1, workplace %2").arg(shown(target.address.text()), QString::number(target.workplace));
   const auto macro = Macro::read(found.bytes);
   offer.readable = macro && macro->hasData();
   const int count = macro ? static_cast<int>(macro->commands().size()) : 0;
@@ -161,7 +161,7 @@ bool Recovery::takeUp(Pane pane, const Found& found) {
 void Recovery::goToPanel(Pane pane, const MacroTarget& target) {
   connection_.setTexts(pane, connection_.storedPath(pane), target.address);
   connection_.choosePanel(pane);
-  if (!connection_.connected(pane) && addressAccepted(target.address)) connection_.connectButton(pane);
+  if (!connection_.connected(pane) && addressAccepted(target.address.text())) connection_.connectButton(pane);
 }
 
 bool Recovery::keep(Pane pane, const Found& found) {

@@ -37,7 +37,7 @@ void Rehearsals::look() {
 // The pane's own, or the one that the other pane is connected to.
 QString Rehearsals::panelFor(Pane pane) const {
   for (const Pane one : {pane, other(pane)})
-    if (connection_.line(one) == PaneLine::kStands) return shown(connection_.askedAddress(one));
+    if (connection_.line(one) == PaneLine::kStands) return shown(connection_.askedAddress(one).text());
   return {};
 }
 

@@ -22,7 +22,7 @@ ReviewDesk::ReviewDesk(const Surroundings& around, QWidget* window) : panes_(aro
   places_ = std::make_unique<ReviewPlaces>(panes_, context.site, around.connection, around.open, around.loose,
                                            around.gate, window);
   if (!context.demo)
-    places_->setPanelReader([&context](const std::string& address, int workplace) {
+    places_->setPanelReader([&context](const HostAddress& address, int workplace) {
       return readingShelf(context.panelMacros, context.client, context.history, address, workplace);
     });
   comparisons_ = std::make_unique<Comparisons>(panes_, context.site, around.transfers, around.gate,

@@ -32,7 +32,7 @@ std::string folderOf(const std::string& file) {
 }  // namespace
 
 ShelfContent readingShelf(const PanelMacros& macros, PanelClient& client, MacroHistory& history,
-                          const std::string& address, int workplace) {
+                          const HostAddress& address, int workplace) {
   return {[&macros, &client, &history, address, workplace] {
     auto many = macros.forMany();
     PanelMacros& used = *many;
@@ -95,11 +95,12 @@ std::vector<ReviewScope> ReviewPlaces::scopes() const {
   }
   const Pane panel = onPanel(active_) ? active_ : other(active_);
   if (panelReader_ && onPanel(panel) && connection_.connected(panel) && browser(panel).workplace() > 0) {
-    const std::string& address = connection_.address(panel);
+    const HostAddress& address = connection_.address(panel);
     const int workplace = browser(panel).workplace();
-    scopes.push_back({Kind::kPanel,
-                      tr("workplace %1 on the panel %2").arg(QString::number(workplace), shown(address)),
-                      panelReader_(address, workplace)});
+    scopes.push_back(
+        {Kind::kPanel,
+         tr("workplace %1 on the panel %2").arg(QString::number(workplace), shown(address.text())),
+         panelReader_(address, workplace)});
   }
   addDiskScopes(onPanel(active_) && !onPanel(other(active_)) ? other(active_) : active_, scopes);
   return scopes;
@@ -167,7 +168,7 @@ void ReviewPlaces::open(const Wanted& wanted) {
   const auto pane = paneFor(wanted.place);
   if (!pane) {
     refuse(wanted.place, place.file.empty()
-                             ? tr("no pane is connected to the panel %1").arg(shown(place.address))
+                             ? tr("no pane is connected to the panel %1").arg(shown(place.address.text()))
                              : tr("no pane shows the harddisk"));
   } else if (state(*pane).copy.edited()) {
     refuse(wanted.place, tr("pane %1 has unsaved changes").arg(paneLetter(state(*pane))));

@@ -21,7 +21,7 @@ class PanelClient;
 
 // A workplace of a panel to be read beside what the panes do there, by a connection of its own. Observes all.
 [[nodiscard]] ShelfContent readingShelf(const PanelMacros& macros, PanelClient& client, MacroHistory& history,
-                                        const std::string& address, int workplace);
+                                        const HostAddress& address, int workplace);
 
 // Between the panes and the windows that look at macros from above: what can be looked at just now, as seen
 // from the pane that has the keyboard, and the way from there to a command in a pane. GUI thread.
@@ -31,7 +31,7 @@ class ReviewPlaces : public QObject {
  public:
   using Then = std::function<void(Pane pane)>;
   // A workplace of a panel, to be read on another thread.
-  using PanelReader = std::function<ShelfContent(const std::string& address, int workplace)>;
+  using PanelReader = std::function<ShelfContent(const HostAddress& address, int workplace)>;
 
   ReviewPlaces(const PaneAccesses& panes, SiteAccess site, const PanelConnection& connection,
                OpenMacros& open, LooseMacros& loose, EventGate& gate, QWidget* window);

@@ -17,7 +17,7 @@ struct FolderShelf {
 
 struct OwnPanelShelf {
   OwnPanelShelf(const SiteRoot& site, PanelClient& client, const PanelMacros& panel,
-                const std::string& address, int workplace)
+                const HostAddress& address, int workplace)
       : root(site),
         history(root),
         macros(panel.forMany()),
@@ -39,7 +39,7 @@ WorkplaceCopy::MakeShelf Shelves::folder(const std::string& path) const {
   };
 }
 
-WorkplaceCopy::MakeShelf Shelves::panel(const std::string& address, int workplace) const {
+WorkplaceCopy::MakeShelf Shelves::panel(const HostAddress& address, int workplace) const {
   return [*this, address, workplace]() -> std::shared_ptr<MacroShelf> {
     const auto made = std::make_shared<OwnPanelShelf>(root_, *client_, *macros_, address, workplace);
     return {made, &made->shelf};
@@ -53,7 +53,7 @@ WorkplaceCopy::MakeShelf Shelves::snapshot(std::shared_ptr<const Snapshot> snaps
   };
 }
 
-BatchRoom::BatchRoom(const Shelves& shelves, std::set<std::string> connected)
+BatchRoom::BatchRoom(const Shelves& shelves, std::set<HostAddress> connected)
     : shelves_(shelves),
       connected_(std::move(connected)),
       history_(shelves_.root()),

@@ -24,7 +24,7 @@ class Shelves {
 
   [[nodiscard]] const SiteRoot& root() const { return root_; }
   [[nodiscard]] WorkplaceCopy::MakeShelf folder(const std::string& path) const;
-  [[nodiscard]] WorkplaceCopy::MakeShelf panel(const std::string& address, int workplace) const;
+  [[nodiscard]] WorkplaceCopy::MakeShelf panel(const HostAddress& address, int workplace) const;
   [[nodiscard]] static WorkplaceCopy::MakeShelf snapshot(std::shared_ptr<const Snapshot> snapshot,
                                                          int workplace, const std::string& path);
 
@@ -38,7 +38,7 @@ class Shelves {
 // that panes are connected to. One thread, `cancel` aside.
 class BatchRoom {
  public:
-  BatchRoom(const Shelves& shelves, std::set<std::string> connected);
+  BatchRoom(const Shelves& shelves, std::set<HostAddress> connected);
 
   [[nodiscard]] BatchPlaces& places() { return places_; }
   void cancel() { places_.cancel(); }
@@ -47,9 +47,9 @@ class BatchRoom {
   [[nodiscard]] MacroShelf* shelfOf(const MacroPlace& place);
 
   Shelves shelves_;
-  std::set<std::string> connected_;
+  std::set<HostAddress> connected_;
   MacroHistory history_;
-  std::map<std::pair<std::string, int>, std::shared_ptr<MacroShelf>> open_;
+  std::map<std::pair<HostAddress, int>, std::shared_ptr<MacroShelf>> open_;
   BatchPlaces places_;
 };
 

@@ -74,17 +74,17 @@ void Snapshots::savePanel(Pane pane) {
         {Grade::kFailure, tr("NOT saved: the pane is not connected to a panel"), placeInWindow(state(pane))});
     return;
   }
-  const std::string address = connection_.address(pane);
+  const HostAddress address = connection_.address(pane);
   std::vector<int> workplaces(Workplace::kCount);
   std::iota(workplaces.begin(), workplaces.end(), 1);
   const std::unique_ptr<PanelMacros> macros = transfer_.macros().forMany();
-  SnapshotTaking taking({address, {}}, workplaces,
+  SnapshotTaking taking({address.text(), {}}, workplaces,
                         [&](int workplace) -> std::unique_ptr<MacroShelf> {
                           if (!reached()) return nullptr;
                           return std::make_unique<PanelShelf>(*macros, client_, history_, address, workplace);
                         },
                         {.onlyMacros = true});
-  save(taking, tr("Saving the panel"), shown(address));
+  save(taking, tr("Saving the panel"), shown(address.text()));
 }
 
 void Snapshots::saveFolder(const std::string& folder) {
@@ -167,7 +167,7 @@ void Snapshots::restoreToPanel(Pane pane, Pane to) {
                placeInWindow(state(to))});
     return;
   }
-  const std::string address = connection_.address(to);
+  const HostAddress address = connection_.address(to);
   const std::shared_ptr<const Snapshot> snapshot = state(pane).snapshot->snapshot;
   const std::unique_ptr<PanelMacros> macros = transfer_.macros().forMany();
   macros->keepIn(history_);
@@ -186,7 +186,7 @@ void Snapshots::restoreToPanel(Pane pane, Pane to) {
     const int workplace = from == Snapshot::kFolder ? browser(to).workplace() : from;
     if (workplace > 0) static_cast<void>(rows.add(from, workplace));
   }
-  restore(rows, tr("To the panel %1").arg(shown(address)));
+  restore(rows, tr("To the panel %1").arg(shown(address.text())));
 }
 
 void Snapshots::restoreToFolder(Pane pane, Pane to) {
@@ -290,9 +290,11 @@ void Snapshots::close(Pane pane) {
 }
 
 void Snapshots::setPath(Pane pane, const std::string& path) {
-  if (connection_.source(pane) == PaneSource::kPanel) connection_.chooseHarddisk(pane);
-  connection_.editText(pane, path);
-  connection_.refresh(pane);
+  connection_.setTexts(pane, path, connection_.address(pane));
+  if (connection_.source(pane) == PaneSource::kPanel)
+    connection_.chooseHarddisk(pane);
+  else
+    connection_.refresh(pane);
 }
 
 }  // namespace tessaly

@@ -40,11 +40,6 @@ std::optional<WorkplaceChoice> choiceOf(QWidget* owner, const std::shared_ptr<co
                          Shelves::snapshot(snapshot, workplace, path)};
 }
 
-void addOnce(WorkplaceChoice choice, std::vector<WorkplaceChoice>& choices) {
-  if (std::ranges::none_of(choices, [&](const WorkplaceChoice& known) { return known.text == choice.text; }))
-    choices.push_back(std::move(choice));
-}
-
 }  // namespace
 
 Workplaces::Workplaces(const Surroundings& surroundings, Shelves shelves, QWidget* window)
@@ -114,38 +109,38 @@ bool Workplaces::end() {
 }
 
 std::vector<WorkplaceChoice> Workplaces::choices() const {
-  std::vector<WorkplaceChoice> choices;
+  Choices choices;
   // What the panes show stands beside each other to begin with.
   for (const Pane pane : kPanes) addShown(pane, choices);
   for (const Pane pane : kPanes) addPanel(pane, choices);
-  choices.push_back({tr("Folder..."), {}, [this](QWidget* owner) { return askForFolder(owner); }});
-  choices.push_back({tr("Snapshot..."), {}, [this](QWidget* owner) { return askForSnapshot(owner); }});
-  return choices;
+  choices.all.push_back({tr("Folder..."), {}, [this](QWidget* owner) { return askForFolder(owner); }});
+  choices.all.push_back({tr("Snapshot..."), {}, [this](QWidget* owner) { return askForSnapshot(owner); }});
+  return std::move(choices.all);
 }
 
-void Workplaces::addShown(Pane pane, std::vector<WorkplaceChoice>& choices) const {
+void Workplaces::addShown(Pane pane, Choices& choices) const {
   const Browser& browser = *around_.panes[index(pane)].browser;
   if (around_.connection.source(pane) == PaneSource::kPanel)
     return addWorkplace(pane, browser.workplace(), choices);
   const std::string folder = browser.macroFolder();
   if (folder.empty()) return;
   const QString title = QLatin1String(around_.panes[index(pane)].state->descriptor.title);
-  addOnce({tr("%1: %2").arg(title, shown(folder)), shelves_.folder(folder)}, choices);
+  choices.all.push_back({tr("%1: %2").arg(title, shown(folder)), shelves_.folder(folder)});
 }
 
-void Workplaces::addPanel(Pane pane, std::vector<WorkplaceChoice>& choices) const {
+void Workplaces::addPanel(Pane pane, Choices& choices) const {
   if (around_.connection.source(pane) != PaneSource::kPanel) return;
   for (int workplace = 1; workplace <= Workplace::kCount; ++workplace) addWorkplace(pane, workplace, choices);
 }
 
-void Workplaces::addWorkplace(Pane pane, int number, std::vector<WorkplaceChoice>& choices) const {
+void Workplaces::addWorkplace(Pane pane, int number, Choices& choices) const {
   const auto workplace = Workplace::of(number);
   if (!workplace || !around_.connection.workplaces(pane)[workplace->index()]) return;
-  const std::string& address = around_.connection.address(pane);
+  const HostAddress& address = around_.connection.address(pane);
   if (!around_.connection.wholePanels().contains(address)) return;
-  addOnce({tr("Panel %1, workplace %2").arg(shown(address), QString::number(number)),
-           shelves_.panel(address, number)},
-          choices);
+  if (!choices.workplaces.insert({address, number}).second) return;
+  choices.all.push_back({tr("Panel %1, workplace %2").arg(shown(address.text()), QString::number(number)),
+                         shelves_.panel(address, number)});
 }
 
 std::optional<WorkplaceChoice> Workplaces::askForFolder(QWidget* owner) const {

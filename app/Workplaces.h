@@ -62,9 +62,13 @@ class Workplaces : public QObject {
 
  private:
   [[nodiscard]] std::vector<WorkplaceChoice> choices() const;
-  void addShown(Pane pane, std::vector<WorkplaceChoice>& choices) const;
-  void addPanel(Pane pane, std::vector<WorkplaceChoice>& choices) const;
-  void addWorkplace(Pane pane, int workplace, std::vector<WorkplaceChoice>& choices) const;
+  struct Choices {
+    std::vector<WorkplaceChoice> all;
+    std::set<std::pair<HostAddress, int>> workplaces;  // of panels, each once
+  };
+  void addShown(Pane pane, Choices& choices) const;
+  void addPanel(Pane pane, Choices& choices) const;
+  void addWorkplace(Pane pane, int workplace, Choices& choices) const;
   [[nodiscard]] std::optional<WorkplaceChoice> askForFolder(QWidget* owner) const;
   [[nodiscard]] std::optional<WorkplaceChoice> askForSnapshot(QWidget* owner) const;
   [[nodiscard]] bool mayWrite(const std::vector<MacroPlace>& places) const;

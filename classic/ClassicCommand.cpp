@@ -9,10 +9,11 @@ namespace tessaly {
 namespace {
 
 constexpr std::uint8_t kLengthMask = 0x1F;
-constexpr std::uint8_t kLongMark = 0x1F;  // low five bits of byte 0
-constexpr std::size_t kCodeBytes = 3;     // cd, co and kw, which the length counts
-constexpr std::size_t kLongFrom = 32;     // lengths from here on are built in the long form
-constexpr std::size_t kLengthUnit = 255;  // deliberately not 256: panels and stored keys count so
+constexpr std::uint8_t kLongMark = 0x1F;              // low five bits of byte 0
+constexpr std::size_t kShortHead = 1, kLongHead = 3;  // bytes before cd
+constexpr std::size_t kCodeBytes = 3;                 // cd, co and kw, which the length counts
+constexpr std::size_t kLongFrom = 32;                 // lengths from here on are built in the long form
+constexpr std::size_t kLengthUnit = 255;              // deliberately not 256: panels and stored keys count so
 constexpr std::size_t kMostParameters = 0xFFFF - kCodeBytes;
 
 std::uint8_t nibble(char digit) {
@@ -67,7 +68,7 @@ bool ClassicCommand::decode(std::span<const std::uint8_t> bytes) {
   if (bytes.empty()) return false;
 
   const bool isLong = (bytes[0] & kLengthMask) == kLongMark;
-  const std::size_t head = isLong ? 3 : 1;
+  const std::size_t head = isLong ? kLongHead : kShortHead;
   if (bytes.size() < head) return false;
   const std::size_t length = isLong ? (bytes[1] * kLengthUnit + bytes[2]) : (bytes[0] & kLengthMask);
   if (length < kCodeBytes || bytes.size() - head < length) return false;
@@ -121,6 +122,18 @@ bool ClassicCommand::readsBack() const {
 
 bool ClassicCommand::increments() const {
   return does(ClassicAction::kIncrement) || does(ClassicAction::kIncrementAlso);
+}
+
+std::string_view ClassicCommand::misspeltByte(std::string_view text) {
+  ClassicCommand read;
+  if (!read.decodeText(text)) return {};
+  std::size_t left = (read.longForm_ ? kLongHead : kShortHead) + kCodeBytes + read.parameters_.size();
+  for (; left > 0; --left) {
+    const std::string_view byte = text.substr(0, text.find(' '));
+    if (byte.find_first_not_of("0123456789abcdefABCDEF") != byte.npos) return byte;
+    text.remove_prefix(byte.size() + 1);
+  }
+  return {};
 }
 
 std::uint8_t ClassicCommand::parameter(std::size_t index) const {

@@ -60,6 +60,10 @@ class ClassicCommand {
   [[nodiscard]] bool longForm() const { return longForm_; }
   [[nodiscard]] bool valid() const { return valid_; }
 
+  // Of a text that decodes: the first byte that makes the record and is not spelt in hexadecimal digits, so
+  // that another one is read; empty without one.
+  [[nodiscard]] static std::string_view misspeltByte(std::string_view text);
+
   friend bool operator==(const ClassicCommand&, const ClassicCommand&) = default;
 
  private:

@@ -1,6 +1,7 @@
 #include "classic/DecodingList.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "classic/ClassicValue.h"
 #include "platform/Files.h"
@@ -137,6 +138,9 @@ std::optional<KeywordEntry> DecodingList::find(const ClassicCommand& command) co
 }
 
 struct DecodingLists::Kept {
+  Kept(std::uint8_t theCd, std::uint8_t theCo) : cd(theCd), co(theCo) {}
+
+  const std::uint8_t cd, co;
   std::uint64_t used = 0;  // under the owner's mutex
 
   std::mutex mutex;  // guards what follows
@@ -156,26 +160,39 @@ std::shared_ptr<DecodingLists::Kept> DecodingLists::kept(std::uint8_t cd, std::u
         return left.second->used < right.second->used;
       }));
     }
-    found = kept_.emplace(key, std::make_shared<Kept>()).first;
+    found = kept_.emplace(key, std::make_shared<Kept>(listDeviceCode(cd), co)).first;
   }
   found->second->used = ++uses_;
   return found->second;
 }
 
 std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::uint8_t co) {
-  const std::shared_ptr<Kept> entry = kept(cd, co);
-  const std::lock_guard lock(entry->mutex);
+  return asItIs(*kept(cd, co));
+}
+
+std::uint64_t DecodingLists::revision() {
+  std::vector<std::shared_ptr<Kept>> entries;
+  {
+    const std::lock_guard lock(mutex_);
+    for (const auto& [key, entry] : kept_) entries.push_back(entry);
+  }
+  for (const auto& entry : entries) static_cast<void>(asItIs(*entry));
+  return revision_;
+}
+
+std::shared_ptr<const DecodingList> DecodingLists::asItIs(Kept& entry) {
+  const std::lock_guard lock(entry.mutex);
   const auto now = clock_();
-  if (entry->loaded && now - entry->checked < kCheckInterval) return entry->list;
-  entry->checked = now;
+  if (entry.loaded && now - entry.checked < kCheckInterval) return entry.list;
+  entry.checked = now;
   // Looked at before reading: a change while the file is read shows at the next check.
-  const FileStamp stamp = stampAt(root_.resolve(decodingListPath(cd, co)));
-  if (entry->loaded && stamp == entry->stamp) return entry->list;
-  entry->loaded = true;
-  entry->stamp = stamp;
-  auto list = DecodingList::load(root_, cd, co);
-  entry->list = list ? std::make_shared<const DecodingList>(std::move(*list)) : nullptr;
-  return entry->list;
+  const FileStamp stamp = stampAt(root_.resolve(decodingListPath(entry.cd, entry.co)));
+  if (entry.loaded && stamp == entry.stamp) return entry.list;
+  entry.stamp = stamp;
+  auto list = DecodingList::load(root_, entry.cd, entry.co);
+  entry.list = list ? std::make_shared<const DecodingList>(std::move(*list)) : nullptr;
+  if (std::exchange(entry.loaded, true)) ++revision_;
+  return entry.list;
 }
 
 }  // namespace tessaly

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -107,14 +108,19 @@ class DecodingLists {
 
   // Null when there is no usable list.
   [[nodiscard]] std::shared_ptr<const DecodingList> list(std::uint8_t cd, std::uint8_t co);
+  // How often a list that had been asked for has become another one, also just now: what was found out by the
+  // lists holds while the number stays.
+  [[nodiscard]] std::uint64_t revision();
 
  private:
   struct Kept;
 
   std::shared_ptr<Kept> kept(std::uint8_t cd, std::uint8_t co);
+  [[nodiscard]] std::shared_ptr<const DecodingList> asItIs(Kept& entry);
 
   const SiteRoot& root_;
   const Clock clock_;
+  std::atomic<std::uint64_t> revision_{0};
   std::mutex mutex_;  // guards the members below; each list has a mutex of its own
   std::unordered_map<std::uint16_t, std::shared_ptr<Kept>> kept_;
   std::uint64_t uses_ = 0;

@@ -103,7 +103,7 @@ bool warnOfUnreadable(CommandSession& session, const FileOperand& file, const st
                      std::to_string(taken ? taken->size() : key->commands().size()) +
                      " commands cannot be read in the macro: " + (lost.size() == 1 ? "line" : "lines");
   for (std::size_t i = 0; i < lost.size(); ++i)
-    text += (i == 0 ? " " : ", ") + std::to_string(key->lineOf(lost[i]));
+    text += (i == 0 ? " " : ", ") + std::to_string(key->lines()[static_cast<std::size_t>(lost[i])].number);
   session.warn(text + " of " + file.shown());
   return true;
 }

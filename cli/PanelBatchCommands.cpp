@@ -92,8 +92,7 @@ void recoverOnPanel(CommandSession& session, const PanelPlace& place) {
   if (session.waitingBatches().empty()) return;
   PanelShelves shelves(session.root(), session.history(), place);
   session.recoverBatches([&](const MacroPlace& to) {
-    const bool here = to.address == place.address || to.address == place.control();
-    return here ? shelves.shelf(to.workplace) : nullptr;
+    return to.address == place.address ? shelves.shelf(to.workplace) : nullptr;
   });
 }
 

@@ -16,7 +16,7 @@ Outcome canHold(const FunctionDictionary& dictionary, const FunctionRecord& func
                 std::string_view parameter, const std::string& value) {
   const ValueBounds bounds{ValueBounds::inputsOf(dictionary)};
   const ValueJudgement judgement =
-      judge(function.definition(), function.incremental(), parameter, value, bounds);
+      judge(function.definition(), numberKindOf(function), parameter, value, bounds);
   if (judgement.fault == ValueFault::kNone) return {};
   return Failure{Failure::Kind::kNothingTaken, std::string(parameter) + " cannot hold " + value + " (" +
                                                    inEnglish(judgement.can) + "); --force stores it"};

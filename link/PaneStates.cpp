@@ -61,7 +61,7 @@ void PaneStates::setWorkplace(int workplace, bool present) {
   }
 }
 
-std::shared_ptr<ConnectAttempt> PaneStates::begin(Pane pane, const std::string& address) {
+std::shared_ptr<ConnectAttempt> PaneStates::begin(Pane pane, const HostAddress& address) {
   auto attempt = std::make_shared<ConnectAttempt>();
   const MutexLock guard(mutex_);
   addressSlot_ = address;
@@ -105,12 +105,12 @@ bool PaneStates::retire() {
   return inUse;
 }
 
-std::string PaneStates::lineAddress() const {
+HostAddress PaneStates::lineAddress() const {
   const MutexLock guard(mutex_);
   return lineAddress_;
 }
 
-std::string PaneStates::takeAddress(ConnectAttempt& attempt) const {
+HostAddress PaneStates::takeAddress(ConnectAttempt& attempt) const {
   const MutexLock guard(mutex_);
   return attempt.address = addressSlot_;
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "link/Pane.h"
+#include "platform/HostAddress.h"
 #include "platform/ThreadAnnotations.h"
 #include "platform/Workplace.h"
 
@@ -21,7 +22,7 @@ using WorkplaceFlags = std::array<bool, Workplace::kCount>;
 struct ConnectAttempt {
   enum class State { kPending, kSucceeded, kAbandoned };
   State state = State::kPending;  // under the mutex of PaneStates
-  std::string address;            // that the worker took from the slot; under the same
+  HostAddress address;            // that the worker took from the slot; under the same
 };
 
 // What the panes' connection rules share with their workers and with the library's thread. Owned together by
@@ -51,7 +52,7 @@ class PaneStates {
   // Puts the address into the one slot and gives the pane a new attempt. A pane that takes itself for
   // connected now is on a line that was lost: it is on the new one when the attempt succeeds, and needs none
   // otherwise.
-  [[nodiscard]] std::shared_ptr<ConnectAttempt> begin(Pane pane, const std::string& address);
+  [[nodiscard]] std::shared_ptr<ConnectAttempt> begin(Pane pane, const HostAddress& address);
   // The pane's success has been posted: it becomes connected, and no connected pane has any workplace. False
   // when nothing was posted.
   [[nodiscard]] bool takeSuccess(Pane pane);
@@ -61,12 +62,12 @@ class PaneStates {
   bool retire();
 
   // The address of the line that a connected pane is on.
-  [[nodiscard]] std::string lineAddress() const;
+  [[nodiscard]] HostAddress lineAddress() const;
 
   // For the worker: what the slot holds now, noted in its attempt; whether its attempt still stands; and,
   // once connected, its claim of the success, which posts it. A claim that comes too late says whether
   // somebody else needs the connection.
-  [[nodiscard]] std::string takeAddress(ConnectAttempt& attempt) const;
+  [[nodiscard]] HostAddress takeAddress(ConnectAttempt& attempt) const;
   [[nodiscard]] bool wanted(const ConnectAttempt& attempt) const;
   [[nodiscard]] bool keep(Pane pane, ConnectAttempt& attempt);
 
@@ -81,8 +82,8 @@ class PaneStates {
 
   mutable Mutex mutex_;
   const std::function<void(Pane)> post_;
-  std::string addressSlot_ GUARDED_BY(mutex_);
-  std::string lineAddress_ GUARDED_BY(mutex_);
+  HostAddress addressSlot_ GUARDED_BY(mutex_);
+  HostAddress lineAddress_ GUARDED_BY(mutex_);
   std::array<State, kPanes.size()> panes_ GUARDED_BY(mutex_);
 };
 

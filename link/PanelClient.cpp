@@ -5,8 +5,6 @@
 #include <new>
 #include <utility>
 
-#include "platform/HostAddress.h"
-
 namespace tessaly {
 namespace {
 
@@ -84,12 +82,10 @@ bool PanelClient::callFunction(const std::string& functionId, const ParameterLis
   return connection_->callFunctionId(functionId, parameters);
 }
 
-std::string PanelClient::host() const {
+HostAddress PanelClient::host() const {
   const MutexLock guard(tables_);
   return host_;
 }
-
-bool PanelClient::leadsTo(const std::string& address) const { return sameHost(host(), address); }
 
 bool PanelClient::connect(const std::string& host) {
   const auto yes = [] { return true; };

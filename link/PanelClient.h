@@ -12,6 +12,7 @@
 
 #include "link/PanelTransport.h"
 #include "link/ValueObserver.h"
+#include "platform/HostAddress.h"
 #include "platform/ThreadAnnotations.h"
 #include "xctl/XctlLib.h"
 
@@ -55,9 +56,9 @@ class PanelClient : public IXCTLClient {
   virtual bool callFunction(const std::string& functionId, const ParameterList& parameters);
 
   // Whether what is called goes to the panel at this address, as far as it goes anywhere.
-  [[nodiscard]] bool leadsTo(const std::string& address) const;
+  [[nodiscard]] bool leadsTo(const HostAddress& address) const { return host() == address; }
   // The host of the connection that stands, or stood last, as it was given; empty before the first.
-  [[nodiscard]] std::string host() const;
+  [[nodiscard]] HostAddress host() const;
 
   // Blocks until connected (true) or failed. An existing connection is ended first. Calls queue up behind
   // each other. `host` is an address, with ":port" when the panel listens elsewhere than on kPanelPort.
@@ -143,8 +144,8 @@ class PanelClient : public IXCTLClient {
   std::vector<StatusListener*> statusListeners_ GUARDED_BY(tables_);
   ObserverTable subscribers_ GUARDED_BY(tables_);
   ObserverTable triggers_ GUARDED_BY(tables_);
-  std::string attemptedHost_ GUARDED_BY(tables_);
-  std::string host_ GUARDED_BY(tables_);
+  HostAddress attemptedHost_ GUARDED_BY(tables_);
+  HostAddress host_ GUARDED_BY(tables_);
   std::unique_ptr<PanelTransport> connection_;
   std::atomic<int> state_{kPanelNotConnected};
   std::atomic<unsigned> connectionNumber_{0};

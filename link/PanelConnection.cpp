@@ -35,7 +35,7 @@ PanelConnection::PanelConnection(PanelClient& client, PanelSubscriptions& subscr
 
 PanelConnection::~PanelConnection() { states_->retire(); }
 
-void PanelConnection::setTexts(Pane pane, const std::string& storedPath, const std::string& address) {
+void PanelConnection::setTexts(Pane pane, const std::string& storedPath, const HostAddress& address) {
   texts_[index(pane)] = {storedPath, address, {}};
 }
 
@@ -52,11 +52,11 @@ void PanelConnection::refresh(Pane pane) {
     const bool waiting = !joined && states_->connecting(pane);
     display.sourceLabel = "Corvane XL Control Panel";
     display.editLabel = "IP-Address:";
-    display.editText = address(pane);
+    display.editText = address(pane).text();
     display.editEnabled = !joined && !waiting;
     display.buttonText = joined ? "disconnect" : waiting ? "connecting" : "connect";
     display.buttonVisible = true;
-    display.buttonEnabled = !waiting && addressAccepted(address(pane));
+    display.buttonEnabled = !waiting && addressAccepted(address(pane).text());
   } else {
     display.sourceLabel = "Applications";
     display.editLabel = "Path:";
@@ -115,7 +115,7 @@ void PanelConnection::start(Pane pane) {
     const auto wanted = [&] { return states->wanted(*attempt); };
     const auto keep = [&] { return states->keep(pane, *attempt); };
     // A failure is noticed by the time-out only.
-    static_cast<void>(client.connect(states->takeAddress(*attempt), wanted, keep));
+    static_cast<void>(client.connect(states->takeAddress(*attempt).text(), wanted, keep));
   };
   try {
     // Nobody can end a thread that is blocked in the library without harm to the process, and the window does
@@ -146,7 +146,7 @@ void PanelConnection::choosePanel(Pane pane) {
   // leave.
   const bool joins = changed && connected(other(pane)) && !connected(pane);
   if (!joins || gone()) refresh(pane);
-  if (joins && (!gone() || addressAccepted(address(pane)))) connectButton(pane);
+  if (joins && (!gone() || addressAccepted(address(pane).text()))) connectButton(pane);
 }
 
 void PanelConnection::editText(Pane pane, const std::string& text) {
@@ -211,7 +211,7 @@ PaneLine PanelConnection::line(Pane pane) const {
 bool PanelConnection::renewLine(const std::function<bool()>& wanted) {
   if (!gone()) return true;
   const auto needed = [&] { return wanted() && anyConnected(); };
-  if (!client_.connect(states_->lineAddress(), needed, needed)) return false;
+  if (!client_.connect(states_->lineAddress().text(), needed, needed)) return false;
   renewed_ = true;
   return true;
 }
@@ -229,13 +229,13 @@ std::optional<unsigned> PanelConnection::loss() const {
   return client_.connectionNumber();
 }
 
-std::optional<std::string> PanelConnection::otherAddress(Pane pane) const {
+std::optional<HostAddress> PanelConnection::otherAddress(Pane pane) const {
   if (line(pane) != PaneLine::kStands || client_.leadsTo(address(pane))) return std::nullopt;
   return client_.host();
 }
 
-std::set<std::string> PanelConnection::wholePanels() const {
-  std::set<std::string> addresses;
+std::set<HostAddress> PanelConnection::wholePanels() const {
+  std::set<HostAddress> addresses;
   for (const Pane pane : kPanes)
     if (line(pane) == PaneLine::kStands && !otherAddress(pane)) addresses.insert(address(pane));
   return addresses;

@@ -83,8 +83,8 @@ class PanelConnection {
   void setConnectTimeOut(std::chrono::milliseconds time) { connectTimeOut_ = time; }
 
   // Both as in the settings. Shown by the next refresh.
-  void setTexts(Pane pane, const std::string& storedPath, const std::string& address);
-  [[nodiscard]] const std::string& address(Pane pane) const { return texts_[index(pane)].address; }
+  void setTexts(Pane pane, const std::string& storedPath, const HostAddress& address);
+  [[nodiscard]] const HostAddress& address(Pane pane) const { return texts_[index(pane)].address; }
   [[nodiscard]] const std::string& storedPath(Pane pane) const { return texts_[index(pane)].storedPath; }
   // The stored path with a "\" at its end, unless it is empty.
   [[nodiscard]] std::string path(Pane pane) const;
@@ -130,24 +130,24 @@ class PanelConnection {
   // each.
   [[nodiscard]] std::optional<unsigned> loss() const;
   // Of the line that stands, or stood last.
-  [[nodiscard]] std::string lineAddress() const { return states_->lineAddress(); }
+  [[nodiscard]] HostAddress lineAddress() const { return states_->lineAddress(); }
   // Why, as the end of a sentence ("the panel is gone"); empty when that is not known.
   [[nodiscard]] std::string lossReason() const { return client_.lossReason(); }
   // The address of the line, when the pane has joined one that was made to another address than its own. What
   // it asks the panel to do goes over that line, its files go to its own address. GUI thread.
-  [[nodiscard]] std::optional<std::string> otherAddress(Pane pane) const;
+  [[nodiscard]] std::optional<HostAddress> otherAddress(Pane pane) const;
   // Where what the pane asks for goes, as far as it goes anywhere.
-  [[nodiscard]] std::string askedAddress(Pane pane) const {
+  [[nodiscard]] HostAddress askedAddress(Pane pane) const {
     return otherAddress(pane).value_or(address(pane));
   }
   // The panels that the line and the files of a pane lead to alike, while the line stands: only there can
   // macros be listed, deleted or put back as those of one panel.
-  [[nodiscard]] std::set<std::string> wholePanels() const;
+  [[nodiscard]] std::set<HostAddress> wholePanels() const;
 
  private:
   struct Texts {
     std::string storedPath;
-    std::string address;
+    HostAddress address;
     std::string listedPath;  // what the applications list was last built from
   };
 

@@ -27,7 +27,7 @@ std::string remoteMacroPath(int workplace, std::string_view number) {
 // The operation under way: its transfer, within reach of cancel.
 class PanelMacros::Running {
  public:
-  Running(PanelMacros& macros, const std::string& address) : macros_(macros), address_(address) {
+  Running(PanelMacros& macros, const HostAddress& address) : macros_(macros), address_(address) {
     start(macros_.leftTo_ == address ? std::move(macros_.left_) : nullptr);
     macros_.left_.reset();
   }
@@ -48,7 +48,7 @@ class PanelMacros::Running {
 
  private:
   void start(std::unique_ptr<MacroTransfer> transfer) {
-    if (!transfer) transfer = macros_.transfers_(address_);
+    if (!transfer) transfer = macros_.transfers_(address_.text());
     const MutexLock guard(macros_.mutex_);
     transfer_.swap(transfer);
     macros_.running_ = transfer_.get();
@@ -56,7 +56,7 @@ class PanelMacros::Running {
   }
 
   PanelMacros& macros_;
-  const std::string address_;
+  const HostAddress address_;
   std::unique_ptr<MacroTransfer> transfer_;
 };
 
@@ -77,34 +77,34 @@ std::unique_ptr<PanelMacros> PanelMacros::forMany() const {
   return macros;
 }
 
-TransferOutcome PanelMacros::download(const std::string& address, int workplace, std::string_view number,
+TransferOutcome PanelMacros::download(const HostAddress& address, int workplace, std::string_view number,
                                       std::string_view file) {
   Running running(*this, address);
   return fetch(running, {{}, address, workplace, std::string(number)}, file);
 }
 
-VerifiedSend::Old PanelMacros::read(const std::string& address, int workplace, std::string_view number) {
+VerifiedSend::Old PanelMacros::read(const HostAddress& address, int workplace, std::string_view number) {
   const std::string remotePath = remoteMacroPath(workplace, number);
   if (demo_ || remotePath.empty()) return {Result::kFailed, {}};
   Running running(*this, address);
   return fetchOld(running, remotePath, FtpClient::kPatience);
 }
 
-TransferOutcome PanelMacros::upload(const std::string& address, int workplace, std::string_view number,
+TransferOutcome PanelMacros::upload(const HostAddress& address, int workplace, std::string_view number,
                                     std::string_view file, MacroChange change,
                                     const BeforePanelWrite& before) {
   Running running(*this, address);
   return sendFile(running, file, {{}, address, workplace, std::string(number)}, change, before);
 }
 
-TransferOutcome PanelMacros::uploadBytes(const std::string& address, int workplace, std::string_view number,
+TransferOutcome PanelMacros::uploadBytes(const HostAddress& address, int workplace, std::string_view number,
                                          std::string_view bytes, MacroChange change,
                                          const BeforePanelWrite& before) {
   Running running(*this, address);
   return send(running, bytes, {{}, address, workplace, std::string(number)}, change, before);
 }
 
-PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workplace, std::string_view number,
+PanelMacros::Deletion PanelMacros::remove(const HostAddress& address, int workplace, std::string_view number,
                                           OldContent old, const BeforePanelWrite& before) {
   const MacroPlace place{{}, address, workplace, std::string(number)};
   if (!canAsk(place)) return {};
@@ -117,12 +117,12 @@ PanelMacros::Deletion PanelMacros::remove(const std::string& address, int workpl
   return {askToChange(place, "DELETE"), {}};
 }
 
-bool PanelMacros::rename(const std::string& address, int workplace, std::string_view number,
+bool PanelMacros::rename(const HostAddress& address, int workplace, std::string_view number,
                          const std::string& name) {
   return askToChange({{}, address, workplace, std::string(number)}, "NAME.SET", name);
 }
 
-bool PanelMacros::run(const std::string& address, int workplace, std::string_view number) {
+bool PanelMacros::run(const HostAddress& address, int workplace, std::string_view number) {
   return ask({{}, address, workplace, std::string(number)}, "RUN");
 }
 

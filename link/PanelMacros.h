@@ -66,20 +66,20 @@ class PanelMacros {
   // The way to the files goes on from one operation to the next, until one is cancelled.
   void stayConnected() { staysConnected_ = true; }
 
-  [[nodiscard]] TransferOutcome download(const std::string& address, int workplace, std::string_view number,
+  [[nodiscard]] TransferOutcome download(const HostAddress& address, int workplace, std::string_view number,
                                          std::string_view file);
 
   // What the panel holds, whether or not it is a macro. Does not count as seen.
-  [[nodiscard]] VerifiedSend::Old read(const std::string& address, int workplace, std::string_view number);
+  [[nodiscard]] VerifiedSend::Old read(const HostAddress& address, int workplace, std::string_view number);
 
   // What of the panel was last downloaded or sent, by this one or one made of it.
   [[nodiscard]] const SeenOnPanel& seen() const { return *seen_; }
 
   // Also for a macro that was just created in `file`.
-  [[nodiscard]] TransferOutcome upload(const std::string& address, int workplace, std::string_view number,
+  [[nodiscard]] TransferOutcome upload(const HostAddress& address, int workplace, std::string_view number,
                                        std::string_view file, MacroChange change = MacroChange::kSave,
                                        const BeforePanelWrite& before = {});
-  [[nodiscard]] TransferOutcome uploadBytes(const std::string& address, int workplace,
+  [[nodiscard]] TransferOutcome uploadBytes(const HostAddress& address, int workplace,
                                             std::string_view number, std::string_view bytes,
                                             MacroChange change, const BeforePanelWrite& before = {});
 
@@ -90,17 +90,17 @@ class PanelMacros {
   };
   // Asks the panel to delete a macro, once its old content is kept, unless that may be lost. Nor is it asked
   // when the user cancels while the old content is fetched.
-  [[nodiscard]] Deletion remove(const std::string& address, int workplace, std::string_view number,
+  [[nodiscard]] Deletion remove(const HostAddress& address, int workplace, std::string_view number,
                                 OldContent old = OldContent::kKept, const BeforePanelWrite& before = {});
   // Asks the panel; as above. False when it could not be asked.
-  [[nodiscard]] bool rename(const std::string& address, int workplace, std::string_view number,
+  [[nodiscard]] bool rename(const HostAddress& address, int workplace, std::string_view number,
                             const std::string& name);
 
   // No file moves.
   [[nodiscard]] bool demo() const { return demo_; }
 
   // Asks the panel to carry out a macro, which it tells of by PANEL.MACRO1.RUNNING. False as above.
-  [[nodiscard]] bool run(const std::string& address, int workplace, std::string_view number);
+  [[nodiscard]] bool run(const HostAddress& address, int workplace, std::string_view number);
 
   // Ends the running operation; without one it does nothing.
   void cancel();
@@ -135,7 +135,7 @@ class PanelMacros {
   std::shared_ptr<SeenOnPanel> seen_ = std::make_shared<SeenOnPanel>();
   bool staysConnected_ = false;
   std::unique_ptr<MacroTransfer> left_;  // by the operation before, to the host of `leftTo_`
-  std::string leftTo_;
+  HostAddress leftTo_;
   Mutex mutex_;
   MacroTransfer* running_ GUARDED_BY(mutex_) = nullptr;  // of the operation under way
   bool cancelled_ GUARDED_BY(mutex_) = false;            // what runs

@@ -23,7 +23,7 @@ class SeenOnPanel {
   [[nodiscard]] std::optional<ContentCheck> of(const MacroPlace& place) const;
 
  private:
-  using Key = std::tuple<int, std::string, std::string>;  // workplace, number, address
+  using Key = std::tuple<int, std::string, HostAddress>;  // workplace, number, address
   [[nodiscard]] static Key keyOf(const MacroPlace& place) {
     return {place.workplace, place.number, place.address};
   }

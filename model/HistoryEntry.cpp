@@ -126,7 +126,7 @@ std::string_view HistoryEntry::key() const { return std::string_view(stem).subst
 
 std::string historyKey(const MacroPlace& place) {
   RecordText record;
-  record.set(place);
+  record.set({place.file, place.address.key(), place.workplace, place.number});
   const std::uint64_t sum = textSum(record.text());
   return format("%08x", static_cast<unsigned>(sum ^ (sum >> 32)));
 }

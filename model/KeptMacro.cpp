@@ -52,7 +52,7 @@ void KeptMacro::takeRecord(std::string_view text) {
 std::string KeptMacro::placeText() const {
   if (!place) return {};
   if (!place->file.empty()) return place->file;
-  return place->address + " workplace " + std::to_string(place->workplace) + " macro " + place->number;
+  return place->address.text() + " workplace " + std::to_string(place->workplace) + " macro " + place->number;
 }
 
 }  // namespace tessaly

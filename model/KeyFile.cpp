@@ -64,7 +64,7 @@ void KeyFile::parse(std::string_view bytes) {
     const std::string_view line = body->substr(0, body->find_first_of("\r\n"));
     number += lineEnds(bytes.substr(counted, bytes.size() - body->size() - counted));
     counted = bytes.size() - body->size();
-    lines_.push_back(number);
+    lines_.push_back({number, std::string(line)});
     command->decodeText(line);
     body->remove_prefix(line.size());
   }

@@ -30,8 +30,12 @@ class KeyFile {
   // those of 28 and more parameter bytes, and lines that are no command, as without their final blank. Once
   // they are saved nothing reads them back.
   [[nodiscard]] std::vector<int> unreadable() const;
-  // The line of the file that such a command was read from, from 1 on.
-  [[nodiscard]] int lineOf(int i) const { return lines_[static_cast<std::size_t>(i)]; }
+  // Of each command, as the file has it; none for the empty one that stands for no line.
+  struct Line {
+    int number;  // from 1 on
+    std::string text;
+  };
+  [[nodiscard]] const std::vector<Line>& lines() const { return lines_; }
 
  private:
   // A new empty command, or null at the bound.
@@ -39,7 +43,7 @@ class KeyFile {
 
   std::string name_;
   std::vector<ClassicCommand> commands_;
-  std::vector<int> lines_;  // of the commands, from 1 on; none for the empty one that stands for no line
+  std::vector<Line> lines_;
 };
 
 // The two-digit number of "key03.upk", 0 when there is none.

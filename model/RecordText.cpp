@@ -45,7 +45,7 @@ void RecordText::set(const MacroPlace& place) {
     set(kDisk, place.file);
     return;
   }
-  set(kPanel, place.address);
+  set(kPanel, place.address.text());
   set(kWorkplace, static_cast<std::uint64_t>(place.workplace));
   set(kNumber, place.number);
 }

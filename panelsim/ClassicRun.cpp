@@ -96,6 +96,14 @@ std::string step(const KeywordEntry& entry, const ParameterBytes& bytes, const s
   return {};
 }
 
+// A selector is a setting of its own where there is something to select, or where it can be sent alone.
+bool isSetting(const DecodingList& list, const KeywordEntry& entry, std::size_t place) {
+  if (entry.parameters[place].rowCount != 1) return true;
+  for (const KeywordEntry& one : list.entries())
+    if (one.keyword == entry.keyword && one.parameters.size() == place + 1) return true;
+  return false;
+}
+
 }  // namespace
 
 Result runClassic(const std::string& prefix, const std::string& text, DecodingLists& lists,
@@ -111,13 +119,18 @@ Result runClassic(const std::string& prefix, const std::string& text, DecodingLi
   if (entry->parameters.empty()) return sets ? Result{.note = "acts"} : left("no step in it");
   const CutParameters cut = cutParameters(command, *entry);
   Result result;
+  std::string unit = prefix + format("%02x.%02x.%02x.", command.cd(), command.co(), command.kw());
   for (std::size_t i = 0; i < entry->parameters.size(); ++i) {
     if (entry->parameters[i].type == ParameterType::kUnknown) continue;
     if (!cut.values[i] && !sets) return left("too few bytes");
     if (!cut.values[i]) break;
-    const std::string name =
-        prefix + format("%02x.%02x.%02x.%d", command.cd(), command.co(), command.kw(), static_cast<int>(i));
-    if (sets || i + 1 < entry->parameters.size()) {
+    const std::string name = unit + std::to_string(i);
+    const bool isLast = i + 1 == entry->parameters.size();
+    if (!isLast && isEnumerated(entry->parameters[i].type)) {
+      if (isSetting(*list, *entry, i)) result.values.emplace_back(name, textOf(*cut.values[i]));
+      for (const std::uint8_t byte : *cut.values[i]) unit += format("%02x", byte);
+      unit += '.';
+    } else if (sets || !isLast) {
       result.values.emplace_back(name, textOf(*cut.values[i]));
     } else if (std::string why = step(*entry, *cut.values[i], name, now(name), result); !why.empty()) {
       return left(std::move(why));

@@ -159,9 +159,12 @@ class Transfer {
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  // The connection was left by the transfer before, and nothing has come or gone over it: it may have ended
-  // since, which is no failure of this one.
-  [[nodiscard]] bool neverBegan() const { return reused() && moved_ == 0 && !tooLarge_; }
+  // The connection was left by the transfer before, and has ended since, without a word or with one: that is
+  // no failure of this one, which had not come to its file.
+  [[nodiscard]] bool cameTooLate(Result result) const {
+    const bool ended = result == Result::kCut || result == Result::kFailed || refusal_ == kNotAvailable;
+    return ended && reused() && !passive_;
+  }
 
   // The library would believe the size that the server tells, and keep no more than that. So it is asked for
   // here, and compared.
@@ -370,7 +373,7 @@ FtpClient::Result FtpClient::run(const std::string& remotePath, std::chrono::sec
     {
       Transfer transfer(*line_, kept, makeUrl(host_, port_, remotePath), login_, cancelled_, patience);
       result = use(transfer);
-      again = (result == Result::kCut || result == Result::kFailed) && transfer.neverBegan();
+      again = transfer.cameTooLate(result);
     }
     // What has gone wrong once is not built upon.
     if (!kept || (result != Result::kDone && result != Result::kNotFound)) line_.reset();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace tessaly {
 namespace {
@@ -30,13 +31,9 @@ std::string decimalAddress(const std::string& address) {
   return plain.append(text.substr(at));
 }
 
-bool sameHost(const std::string& one, const std::string& other) {
-  const auto hostOf = [](const std::string& text) {
-    const std::string plain = decimalAddress(text);
-    const std::size_t colon = plain.find(':');
-    return colon == plain.rfind(':') ? plain.substr(0, colon) : plain;  // several are those of version 6
-  };
-  return hostOf(one) == hostOf(other);
+HostAddress::HostAddress(std::string text) : text_(std::move(text)), key_(decimalAddress(text_)) {
+  const std::size_t colon = key_.find(':');
+  if (colon == key_.rfind(':')) key_.resize(std::min(colon, key_.size()));  // several are those of version 6
 }
 
 }  // namespace tessaly

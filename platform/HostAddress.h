@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <string>
 
 namespace tessaly {
@@ -9,7 +10,27 @@ namespace tessaly {
 // text, and what stands behind the address, stay as they are.
 [[nodiscard]] std::string decimalAddress(const std::string& address);
 
-// Whether both name one machine, whatever port stands behind them.
-[[nodiscard]] bool sameHost(const std::string& one, const std::string& other);
+// The address of a panel as somebody has spelt it, which is what is shown of it. Equal are those that name
+// one machine, whatever zeros stand before their numbers and whatever port behind them: what lies on a panel
+// is reached by its machine. So whoever tells places apart, or keeps something by them, keeps this and no
+// text.
+class HostAddress {
+ public:
+  HostAddress() = default;
+  HostAddress(std::string text);  // NOLINT(google-explicit-constructor): any text is an address
+  HostAddress(const char* text) : HostAddress(std::string(text)) {}  // NOLINT(google-explicit-constructor)
+
+  [[nodiscard]] const std::string& text() const { return text_; }
+  // One text for all spellings.
+  [[nodiscard]] const std::string& key() const { return key_; }
+  [[nodiscard]] bool empty() const { return text_.empty(); }
+
+  friend bool operator==(const HostAddress& a, const HostAddress& b) { return a.key_ == b.key_; }
+  friend auto operator<=>(const HostAddress& a, const HostAddress& b) { return a.key_ <=> b.key_; }
+
+ private:
+  std::string text_;
+  std::string key_;
+};
 
 }  // namespace tessaly

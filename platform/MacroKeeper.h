@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/HostAddress.h"
 #include "platform/Outcome.h"
 #include "platform/SiteRoot.h"
 
@@ -15,7 +16,7 @@ enum class MacroChange { kSave, kCopy, kCreate, kRename, kDelete, kConvert, kEdi
 // Where a macro belongs: a file of the site, or a number of a workplace on a panel.
 struct MacroPlace {
   std::string file;     // site path; empty for a macro on a panel
-  std::string address;  // of the panel
+  HostAddress address;  // of the panel
   int workplace = 0;    // 1-based
   std::string number;   // "007"
 

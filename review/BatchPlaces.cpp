@@ -8,7 +8,7 @@ namespace tessaly {
 namespace {
 
 Failure notConnected(const MacroPlace& place) {
-  return {Failure::Kind::kPanel, "the panel at " + place.address + " is not connected"};
+  return {Failure::Kind::kPanel, "the panel at " + place.address.text() + " is not connected"};
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "review/CheckKnowledge.h"
 
+#include <utility>
+
 #include "platform/CloseName.h"
 
 namespace tessaly {
@@ -15,7 +17,8 @@ CheckKnowledge::CheckKnowledge(const CheckContext& given)
     : context(given), bounds{ValueBounds::inputsOf(given.dictionary), given.frameRate} {}
 
 void CheckKnowledge::begin() {
-  if (classics_.size() > kMostClassics) classics_.clear();
+  const std::uint64_t lists = context.decodingLists.revision();
+  if (std::exchange(lists_, lists) != lists || classics_.size() > kMostClassics) classics_.clear();
 }
 
 const CheckedFunction* CheckKnowledge::function(std::string_view name) {
@@ -23,9 +26,9 @@ const CheckedFunction* CheckKnowledge::function(std::string_view name) {
   if (known != functions_.end()) return &known->second;
   const auto record = context.dictionary.find(name);
   if (!record) return nullptr;
-  const bool incremental = record->incremental();
-  const CheckedFunction function{*record, record->definition(), incremental,
-                                 !incremental && record->name().ends_with(kSetEnd)};
+  const NumberKind numbers = numberKindOf(*record);
+  const CheckedFunction function{*record, record->definition(), numbers,
+                                 numbers == NumberKind::kValue && record->name().ends_with(kSetEnd)};
   return &functions_.emplace(record->name(), function).first->second;
 }
 

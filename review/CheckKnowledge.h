@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,8 +15,8 @@ namespace tessaly {
 struct CheckedFunction {
   FunctionRecord record;
   const FunctionTemplate& definition;
-  bool incremental;  // as FunctionRecord tells it: without a current value
-  bool sets;         // gives its value, and does nothing else
+  NumberKind numbers;
+  bool sets;  // gives its value, and does nothing else
 };
 
 // What a check has learnt, kept within bounds. One thread at a time.
@@ -30,7 +31,7 @@ class CheckKnowledge {
   // The one function that an unknown name was meant to be; empty without one. Costs milliseconds, so after
   // some hundred names no more are looked for.
   [[nodiscard]] std::string_view closeFunction(std::string_view name);
-  // A new macro: what has grown beyond its bounds is forgotten.
+  // A new macro: what has grown beyond its bounds is forgotten, and what other decoding lists have told.
   void begin();
 
   const CheckContext context;
@@ -39,6 +40,7 @@ class CheckKnowledge {
  private:
   std::unordered_map<std::string_view, CheckedFunction> functions_;  // the names are the dictionary's
   std::unordered_map<std::string, ClassicJudgement> classics_;
+  std::uint64_t lists_ = 0;  // the revision that they are of
   std::unordered_map<std::string, std::string_view> close_;
 };
 

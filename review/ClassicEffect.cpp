@@ -76,8 +76,23 @@ std::optional<std::int64_t> stepIn(const KeywordEntry& entry, const ParameterByt
   return signedValue(*raw, width);
 }
 
-void takeParts(const ClassicCommand& command, const KeywordEntry& entry, ClassicEffect& effect) {
+// What is chosen from a list before other parameters chooses what these are of: an axis, an edge, a bus.
+bool chooses(const KeywordEntry& entry, std::size_t place) {
+  return place + 1 < entry.parameters.size() && isEnumerated(entry.parameters[place].type);
+}
+
+// The only choice of an entry says no more than its name, unless it is what another one of its keyword sets.
+bool saysMore(const DecodingList& list, const KeywordEntry& entry, std::size_t place) {
+  return entry.parameters[place].rowCount != 1 ||
+         std::ranges::any_of(list.entries(), [&](const KeywordEntry& other) {
+           return other.keyword == entry.keyword && other.parameters.size() == place + 1;
+         });
+}
+
+void takeParts(const ClassicCommand& command, const DecodingList& list, const KeywordEntry& entry,
+               ClassicEffect& effect) {
   const CutParameters cut = cutParameters(command, entry);
+  ClassicPart part{};
   for (std::size_t place = 0; place < entry.parameters.size(); ++place) {
     if (entry.parameters[place].type == ParameterType::kUnknown) continue;
     const auto& bytes = cut.values[place];
@@ -85,10 +100,20 @@ void takeParts(const ClassicCommand& command, const KeywordEntry& entry, Classic
       effect.told.why = "its bytes end before the last parameter";
       break;
     }
-    if (sets(command) || place + 1 < entry.parameters.size()) {
-      effect.parts.push_back({.place = place, .bytes = bytesText(*bytes)});
+    part.place = place;
+    part.bytes = bytesText(*bytes);
+    if (chooses(entry, place)) {
+      if (saysMore(list, entry, place)) effect.parts.push_back(part);
+      for (const std::uint8_t byte : *bytes) part.chosen += format("%02x", byte);
+      part.chosen += '.';
+      if (entry.parameters[place].rowCount != 1)
+        part.chosenName += " - " + shownClassic(entry, place, part.bytes);
+    } else if (sets(command) || place + 1 < entry.parameters.size()) {
+      effect.parts.push_back(part);
     } else if (const auto step = stepIn(entry, *bytes, effect.told.why)) {
-      effect.parts.push_back({.place = place, .step = *step});
+      part.bytes.clear();
+      part.step = *step;
+      effect.parts.push_back(part);
     }
   }
   if (effect.parts.empty() && effect.told.why.empty()) effect.told.why = "it gives no value";
@@ -118,7 +143,7 @@ ClassicEffect classicEffect(std::string_view text, DecodingLists& lists) {
     effect.told = sets(command) ? CommandEffect{What::kActs} : CommandEffect{What::kUntold, "it has no step"};
   } else {
     effect.told.what = sets(command) ? What::kSets : What::kSteps;
-    takeParts(command, *entry, effect);
+    takeParts(command, *list, *entry, effect);
     if (!effect.parts.empty()) effect.entry = std::make_shared<const KeywordEntry>(*std::move(entry));
   }
   return effect;

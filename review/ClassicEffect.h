@@ -16,9 +16,11 @@ namespace tessaly {
 
 // A value of a classic command: one parameter of a keyword.
 struct ClassicPart {
-  std::size_t place;       // of the parameter in the entry
-  std::string bytes = {};  // what it is set to, as "0a 01"
-  std::int64_t step = 0;   // added to it, in rows of a list or in its own unit; only of what steps
+  std::size_t place;            // of the parameter in the entry
+  std::string chosen = {};      // in its name: what chooses it among its likes, "01." of an axis X
+  std::string chosenName = {};  // as a line shows them, where they are not all that the entry can choose
+  std::string bytes = {};       // what it is set to, as "0a 01"
+  std::int64_t step = 0;        // added to it, in rows of a list or in its own unit; only of what steps
 };
 
 struct ClassicEffect {

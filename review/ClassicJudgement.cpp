@@ -122,23 +122,20 @@ void judgeKeyword(const DecodingList& list, int frameRate, ClassicJudgement& jud
 }  // namespace
 
 ClassicJudgement judgeClassic(std::string_view text, DecodingLists& lists, int frameRate) {
-  ClassicCommand command;
-  static_cast<void>(command.decodeText(text));
-  ClassicJudgement judgement = judgeClassic(std::move(command), lists, frameRate);
-  if (judgement.command.valid()) return judgement;
-  judgement.faults.front().wrong = {text.empty() ? Saying::kNoText : Saying::kTextUndecoded};
-  ClassicCommand ended;
-  if (!text.empty() && !text.ends_with(' ') && ended.decodeText(std::string(text) + ' '))
-    judgement.faults.front().meant = std::string(text) + ' ';
-  return judgement;
-}
-
-ClassicJudgement judgeClassic(ClassicCommand command, DecodingLists& lists, int frameRate) {
-  ClassicJudgement judgement{.command = std::move(command), .faults = {}};
-  const ClassicCommand& judged = judgement.command;
+  ClassicJudgement judgement;
+  ClassicCommand& judged = judgement.command;
   Faults& faults = judgement.faults;
-  if (!judged.valid()) {
-    faults.push_back({kClassicText, {}, {Saying::kLineUndecoded}});
+  if (!judged.decodeText(text)) {
+    faults.push_back({kClassicText, {}, {text.empty() ? Saying::kNoText : Saying::kTextUndecoded}});
+    const std::string ended = std::string(text) + ' ';
+    if (!text.ends_with(' ') && ClassicCommand().decodeText(ended) &&
+        ClassicCommand::misspeltByte(ended).empty())
+      faults.front().meant = ended;
+    return judgement;
+  }
+  // Whatever else is wrong with it may be so by the wrong byte alone.
+  if (const std::string_view byte = ClassicCommand::misspeltByte(text); !byte.empty()) {
+    faults.push_back({kClassicText, {}, {Saying::kMisspeltByte, {displayUtf8(byte)}}});
     return judgement;
   }
   if (!judged.readsBack())

@@ -25,9 +25,7 @@ struct ClassicJudgement {
   bool oneValue = false;  // its keyword has one parameter
 };
 
-// A command as a macro stores it.
+// A command as a macro stores it and a key file's line tells it.
 [[nodiscard]] ClassicJudgement judgeClassic(std::string_view text, DecodingLists& lists, int frameRate);
-// A command of a key file; an invalid one does not decode.
-[[nodiscard]] ClassicJudgement judgeClassic(ClassicCommand command, DecodingLists& lists, int frameRate);
 
 }  // namespace tessaly

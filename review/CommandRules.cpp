@@ -149,7 +149,7 @@ void value(CheckKnowledge& knowledge, const LookedCommand& looked, Told& told) {
   if (!looked.function) return;
   const auto& parameters = looked.command.parameters;
   for (std::size_t i = 0; i < std::min(parameters.size(), kMostParameters); ++i) {
-    const ValueJudgement judgement = judge(looked.function->definition, looked.function->incremental,
+    const ValueJudgement judgement = judge(looked.function->definition, looked.function->numbers,
                                            parameters[i].name, parameters[i].value, knowledge.bounds);
     if (judgement.fault == ValueFault::kNone) continue;
     const FaultText fault = textOf(judgement.fault);

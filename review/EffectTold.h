@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,7 +22,8 @@ struct MacroEffect::Told {
     std::string_view parameter = {};  // the dictionary's
     std::shared_ptr<const KeywordEntry> entry = {};
     std::uint8_t cd = 0, co = 0;
-    std::size_t place = 0;  // in the entry
+    std::size_t place = 0;        // in the entry
+    std::string chosenName = {};  // as in ClassicPart
     ValueState start = {};
     int lastChange = -1;
   };

@@ -100,19 +100,17 @@ Findings MacroCheck::check(const KeyFile& keys) {
   Findings findings;
   Told told(findings, off());
   knowledge_->begin();
-  // A file without a line of a command holds an empty one that stands for none.
-  if (keys.lastIndex() < 0 ||
-      (keys.lastIndex() == 0 && !keys.commands()[0].valid() && keys.unreadable().empty())) {
+  if (keys.lines().empty()) {
     told.add(kNoCommands, -1, {Saying::kNoCommands});
     return findings;
   }
   int number = 0;
-  for (const ClassicCommand& command : keys.commands()) {
-    const ClassicJudgement judgement =
-        judgeClassic(command, knowledge_->context.decodingLists, knowledge_->context.frameRate);
-    for (const ClassicFault& fault : judgement.faults)
-      if (Finding* const finding = told.add(fault.rule, number, fault.wrong, fault.right))
+  for (const KeyFile::Line& line : keys.lines()) {
+    for (const ClassicFault& fault : knowledge_->classic(line.text).faults)
+      if (Finding* const finding = told.add(fault.rule, number, fault.wrong, fault.right)) {
         finding->parameter = fault.parameter;
+        finding->meant = fault.meant;
+      }
     ++number;
   }
   return findings;

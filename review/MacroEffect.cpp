@@ -78,7 +78,7 @@ std::string MacroEffect::label(int value) const {
   const Told::Source& source = told_->sources[static_cast<std::size_t>(value)];
   if (source.function) return source.function->description();
   const std::string& parameter = source.entry->parameters[source.place].name;
-  return groupName(source.cd, source.co) + " - " + source.entry->longName +
+  return groupName(source.cd, source.co) + " - " + source.entry->longName + source.chosenName +
          (parameter.empty() ? "" : " - " + parameter);
 }
 

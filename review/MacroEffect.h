@@ -17,7 +17,8 @@ namespace tessaly {
 // One value that a macro changes.
 struct EffectValue {
   // As the panel publishes it: "QMF1.ME1.KEY1.LEVEL". What a classic command changes is not published; its
-  // name, "QMF1.NCSCOMMAND.10.05.03.0", is made of cd, co, keyword and the place of the parameter.
+  // name, "QMF1.NCSCOMMAND.10.05.03.0", is made of cd, co, keyword, what a parameter before it chooses, and
+  // its own place.
   std::string name;
   bool classic = false;
 

@@ -176,12 +176,15 @@ class MacroEffect::Replay {
 
   int valueOf(const MacroCommand& command, const ClassicEffect& classic, const ClassicPart& part) {
     std::string name(command.destination());
-    name.append(kClassic).append(
-        format("%02x.%02x.%02x.%d", classic.cd, classic.co, classic.kw, static_cast<int>(part.place)));
+    name.append(kClassic).append(format("%02x.%02x.%02x.", classic.cd, classic.co, classic.kw));
+    name.append(part.chosen).append(std::to_string(part.place));
     const auto found = values_.find(name);
     if (found != values_.end()) return found->second;
-    return add({std::move(name), true},
-               {.entry = classic.entry, .cd = classic.cd, .co = classic.co, .place = part.place});
+    return add({std::move(name), true}, {.entry = classic.entry,
+                                         .cd = classic.cd,
+                                         .co = classic.co,
+                                         .place = part.place,
+                                         .chosenName = part.chosenName});
   }
 
   int add(EffectValue value, Told::Source source) {

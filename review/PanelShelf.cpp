@@ -70,7 +70,7 @@ ShelfWrite writeOf(const TransferOutcome& sent) {
 
 }  // namespace
 
-PanelShelf::PanelShelf(PanelMacros& macros, PanelClient& client, MacroHistory& history, std::string address,
+PanelShelf::PanelShelf(PanelMacros& macros, PanelClient& client, MacroHistory& history, HostAddress address,
                        int workplace)
     : macros_(macros),
       client_(client),
@@ -80,7 +80,7 @@ PanelShelf::PanelShelf(PanelMacros& macros, PanelClient& client, MacroHistory& h
       deletion_(MacroNames::kConfirmation) {}
 
 std::string PanelShelf::title() const {
-  return "workplace " + std::to_string(workplace_) + " of " + address_;
+  return "workplace " + std::to_string(workplace_) + " of " + address_.text();
 }
 
 MacroPlace PanelShelf::place(MacroNumber number) const { return {{}, address_, workplace_, number.text()}; }
@@ -88,7 +88,7 @@ MacroPlace PanelShelf::place(MacroNumber number) const { return {{}, address_, w
 // Names come over the line, macros from the address.
 Outcome PanelShelf::whole() const {
   if (client_.state() != kPanelConnected || client_.leadsTo(address_)) return {};
-  return Failure{Failure::Kind::kPanel, "the line leads to another panel, " + client_.host()};
+  return Failure{Failure::Kind::kPanel, "the line leads to another panel, " + client_.host().text()};
 }
 
 Expected<std::vector<MacroShelf::Held>> PanelShelf::list() {

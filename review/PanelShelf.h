@@ -17,7 +17,7 @@ class PanelShelf final : public MacroShelf {
  public:
   // Observes all. `macros` keeps in `history`, and both serve this thread's shelves alone; with
   // `stayConnected` all of a panel's shelves share one connection to its files.
-  PanelShelf(PanelMacros& macros, PanelClient& client, MacroHistory& history, std::string address,
+  PanelShelf(PanelMacros& macros, PanelClient& client, MacroHistory& history, HostAddress address,
              int workplace);
 
   // How long a panel may take to delete a macro; 5 s.
@@ -43,7 +43,7 @@ class PanelShelf final : public MacroShelf {
   PanelMacros& macros_;
   PanelClient& client_;
   MacroHistory& history_;
-  std::string address_;
+  HostAddress address_;
   int workplace_;
   std::chrono::milliseconds deletion_;
   std::atomic<bool> cancelled_{false};

@@ -54,7 +54,7 @@ int SequenceRules::takerFrom(int number) {
 // value from there on.
 void SequenceRules::spill(const LookedCommand& looked, Told& told) {
   const int taker = takerFrom(looked.number);
-  if (!looked.function || looked.function->incremental || taker == looked.number ||
+  if (!looked.function || looked.function->numbers != NumberKind::kValue || taker == looked.number ||
       taker == static_cast<int>(commands_.size()))
     return;
   if (Finding* const finding = told.add(kSpill, looked.number, {Saying::kSpills}, {Saying::kSomeParameter}))

@@ -57,7 +57,7 @@ std::string SheetReading::numberOf(std::string_view file) {
 // The number tells the file where it is named by one.
 std::string SheetReading::placeText(const MacroPlace& place) {
   if (place.file.empty() && place.address.empty()) return {};
-  if (place.file.empty()) return format("workplace %d of ", place.workplace) + place.address;
+  if (place.file.empty()) return format("workplace %d of ", place.workplace) + place.address.text();
   if (numberOf(place.file).empty()) return place.file;
   std::string folder = place.file.substr(0, place.file.size() - fileNameOf(place.file).size());
   if (folder.size() > 1) folder.pop_back();

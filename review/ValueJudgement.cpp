@@ -8,6 +8,7 @@
 
 #include "platform/CloseName.h"
 #include "platform/Text.h"
+#include "review/FunctionStep.h"
 #include "values/ParameterValue.h"
 #include "values/SourceNames.h"
 
@@ -38,14 +39,17 @@ std::string realText(double limit) {
   return {digits, std::to_chars(digits, digits + sizeof digits, limit).ptr};
 }
 
-ValueJudgement judgeInteger(const IntegerParameter& parameter, const std::string& value) {
-  const auto range = [&] { return Said{Saying::kWholeNumber, {rangeText(parameter, ValueMode::kRaw)}}; };
+ValueJudgement judgeInteger(const IntegerParameter& parameter, bool step, const std::string& value) {
+  const bool bound = !step && parameter.min != parameter.max;
+  const std::int64_t low = bound ? std::min(parameter.min, parameter.max) : INT32_MIN;
+  const std::int64_t high = bound ? std::max(parameter.min, parameter.max) : INT32_MAX;
+  const auto range = [&] {
+    const auto text = [](std::int64_t limit) { return std::to_string(limit); };
+    return Said{Saying::kWholeNumber, {"min: " + text(low) + "   max: " + text(high)}};
+  };
   std::int64_t number = 0;
   const Reading reading = readWhole(value, number);
   if (reading == Reading::kNone) return {ValueFault::kNumber, range()};
-  const bool bound = parameter.min != parameter.max;
-  const std::int64_t low = bound ? std::min(parameter.min, parameter.max) : INT32_MIN;
-  const std::int64_t high = bound ? std::max(parameter.min, parameter.max) : INT32_MAX;
   if (reading == Reading::kWhole && number >= low && number <= high) return {};
   const bool below = reading == Reading::kWhole ? number < low : value.starts_with('-');
   return {ValueFault::kLimits, range(), std::to_string(below ? low : high)};
@@ -107,6 +111,11 @@ ValueJudgement judgeTimecode(const std::string& value, int frameRate) {
 
 }  // namespace
 
+NumberKind numberKindOf(const FunctionRecord& function) {
+  if (!function.incremental()) return NumberKind::kValue;
+  return isStep(function) ? NumberKind::kStep : NumberKind::kFixedPoint;
+}
+
 std::unordered_set<std::string> ValueBounds::inputsOf(const FunctionDictionary& dictionary) {
   std::unordered_set<std::string> numbers;
   for (const PanelSource& source : inputSources(dictionary))
@@ -119,7 +128,7 @@ bool onTheClock(const Timecode& timecode, int frameRate) {
          (frameRate <= 0 || timecode.frames < frameRate);
 }
 
-ValueJudgement judge(const FunctionTemplate& function, bool incremental, std::string_view parameter,
+ValueJudgement judge(const FunctionTemplate& function, NumberKind kind, std::string_view parameter,
                      const std::string& value, const ValueBounds& bounds) {
   if (value.empty()) return {};
   if (parameterNamed(function.inputs, parameter)) {
@@ -128,9 +137,10 @@ ValueJudgement judge(const FunctionTemplate& function, bool incremental, std::st
     return {ValueFault::kSource, {Saying::kSuchInput, {*std::min_element(inputs.begin(), inputs.end())}}};
   }
   if (const auto* choice = parameterNamed(function.enums, parameter)) return judgeChoice(*choice, value);
-  if (const auto* whole = parameterNamed(function.integers, parameter)) return judgeInteger(*whole, value);
+  if (const auto* whole = parameterNamed(function.integers, parameter))
+    return judgeInteger(*whole, kind == NumberKind::kStep, value);
   if (const auto* real = parameterNamed(function.floats, parameter))
-    return judgeFloat(*real, incremental, value);
+    return judgeFloat(*real, kind != NumberKind::kValue, value);
   if (parameterNamed(function.timecodes, parameter)) return judgeTimecode(value, bounds.frameRate);
   return {};
 }

@@ -14,11 +14,20 @@ namespace tessaly {
 enum class ValueFault {
   kNone,
   kNumber,    // does not read whole as a number
-  kLimits,    // beyond the limits, those of an incremental function included
+  kLimits,    // beyond the limits, those of a fixed-point number included
   kChoice,    // none of the listed values
   kSource,    // no input of the site
   kTimecode,  // no timecode of a clock
 };
+
+// What the numbers of a function are.
+enum class NumberKind {
+  kValue,       // its current value
+  kFixedPoint,  // it has none: a float travels as value × 1024
+  kStep         // so it does, and an integer has a sign: both are added, and the limits bind what comes of it
+};
+
+[[nodiscard]] NumberKind numberKindOf(const FunctionRecord& function);
 
 // What values are judged by beside their function.
 struct ValueBounds {
@@ -41,7 +50,7 @@ struct ValueJudgement {
 // The empty value stands for none and is always held; so is what the function has no parameter for. Limits
 // that are equal are those that an interface file leaves out, and bind nothing. The nearest value is the
 // limit, the only listed value that is two letters away at the most, or the last frame.
-[[nodiscard]] ValueJudgement judge(const FunctionTemplate& function, bool incremental,
+[[nodiscard]] ValueJudgement judge(const FunctionTemplate& function, NumberKind kind,
                                    std::string_view parameter, const std::string& value,
                                    const ValueBounds& bounds);
 

@@ -9,6 +9,7 @@
 
 #include <QTimer>
 
+#include "platform/HostAddress.h"
 #include "windows/CaptureModel.h"
 #include "windows/ReviewWindow.h"
 #include "windows/ReviewWork.h"
@@ -32,7 +33,7 @@ struct CaptureSubject {
 // The way to the panel as it is now.
 struct CaptureLine {
   QString trouble;  // why it cannot be asked; empty where it can
-  std::string address = {};
+  HostAddress address = {};
   unsigned connection = 0;  // another number for every connection: what was asked on one is lost with it
 };
 
@@ -107,7 +108,7 @@ class CaptureWindow : public ReviewWindow {
   CaptureModel model_;
   CaptureSubject subject_;
   std::vector<int> selected_;                 // when it was opened; what the choice offers
-  std::string address_;                       // of the panel that was asked first
+  HostAddress address_;                       // of the panel that was asked first
   unsigned connection_ = 0;                   // that was asked last
   std::optional<std::size_t> current_, top_;  // rows of the capture, while the list is made anew
   QTimer patience_;

@@ -75,7 +75,7 @@ constexpr const char* kSentences[] = {
     QT_TRANSLATE_NOOP("FindingText", "%1 has the same name"),
     QT_TRANSLATE_NOOP("FindingText", "there is no command text"),
     QT_TRANSLATE_NOOP("FindingText", "the text does not decode"),
-    QT_TRANSLATE_NOOP("FindingText", "the line does not decode"),
+    QT_TRANSLATE_NOOP("FindingText", "the byte \"%1\" is not written in the digits 0 to 9 and a to f"),
     QT_TRANSLATE_NOOP("FindingText", "%1 parameter bytes would not be read back after a save"),
     QT_TRANSLATE_NOOP("FindingText", "the action %1 is unknown"),
     QT_TRANSLATE_NOOP("FindingText", "there is no decoding list for cd %1, co %2"),

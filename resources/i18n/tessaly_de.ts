@@ -1559,10 +1559,6 @@ Neu verbinden, dann erneut aktualisieren.</translation>
         <translation>der Text lässt sich nicht entschlüsseln</translation>
     </message>
     <message>
-        <source>the line does not decode</source>
-        <translation>die Zeile lässt sich nicht entschlüsseln</translation>
-    </message>
-    <message>
         <source>%1 parameter bytes would not be read back after a save</source>
         <translation>%1 Parameterbytes würden nach dem Speichern nicht zurückgelesen</translation>
     </message>
@@ -1669,6 +1665,10 @@ Neu verbinden, dann erneut aktualisieren.</translation>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>the byte &quot;%1&quot; is not written in the digits 0 to 9 and a to f</source>
+        <translation>das Byte „%1“ ist nicht in den Ziffern 0 bis 9 und a bis f geschrieben</translation>
     </message>
 </context>
 <context>

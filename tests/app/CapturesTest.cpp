@@ -96,8 +96,8 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   auto& window = capture();
   first_.simulator.dropConnections();
   awaitState(window, 2, "did not come");
-  EXPECT_THAT(window.findChild<QLabel*>("counts")->text().toStdString(),
-              HasSubstr("the connection to the panel was lost"));
+  const auto counts = [&] { return window.findChild<QLabel*>("counts")->text().toStdString(); };
+  EXPECT_THAT(counts(), HasSubstr("the connection to the panel was lost"));
   EXPECT_FALSE(button(window, "askAgain").isEnabled());
   driver().press(b_.connectButton);
   awaitGone(a_.macros, "020 - Values");  // both panes begin anew on the new line
@@ -108,6 +108,12 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   set(2, "1");
   QTest::mouseClick(&button(window, "askAgain"), Qt::LeftButton);
   awaitState(window, 2, "differs");
+  driver().press(a_.connectButton);
+  driver().press(b_.connectButton);
+  connectPane(Pane::kB, second_);
+  driver().press(a_.connectButton);
+  WindowDriver::waitFor([&] { return counts().find("on another panel") != std::string::npos; },
+                        "the other one");
 }
 
 }  // namespace

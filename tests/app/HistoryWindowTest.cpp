@@ -93,7 +93,8 @@ TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
   const std::vector<std::string> questions = asked();
   ASSERT_EQ(questions.size(), 5U);
   EXPECT_THAT(questions[0], testing::StartsWith("Put back \"Two%5\" of "));
-  EXPECT_THAT(questions[0], HasSubstr("overwrites macro 007 of workplace 1 on the panel 127.0.0.1"));
+  EXPECT_THAT(questions[0],
+              HasSubstr("overwrites macro 007 of workplace 1 on the panel " + addressOf(first_)));
   EXPECT_THAT(questions[4], HasSubstr("It overwrites \""));
   EXPECT_THAT(told(), testing::StartsWith("written: "));
   EXPECT_EQ(driver().texts(a_.commands), lines) << "a pane shows what its macro holds";

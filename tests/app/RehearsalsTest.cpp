@@ -33,10 +33,13 @@ class RehearsalsTest : public PanelWindowTest {
 TEST_F(RehearsalsTest, FollowsItsPaneAndItsPanel) {
   const std::string clip =
       R"(<cmd fid="QMF1.ME1.KEY1.CLIP.SET" workplace="1"><param name="VALUE" value="0.5"/></cmd>)";
-  first_.tree.write(Panel::file(1, "020"),
-                    "<macro name=\"Clips\"><data>" + clip + clip + clip + "</data></macro>");
+  for (const TestSite* tree : {&first_.tree, &second_.tree})
+    tree->write(Panel::file(1, "020"),
+                "<macro name=\"Clips\"><data>" + clip + clip + clip + "</data></macro>");
   first_.simulator.reload();
-  connectPane(Pane::kA, first_);
+  choosePanel(Pane::kA, addressOf(second_));  // joins the line to the other one, which is asked then
+  connectPane(Pane::kB, first_);
+  driver().press(a_.connectButton);
   chooseWorkplace(Pane::kA, 1, "020 - Clips");
   driver().choose(a_.macros, "020");
   driver().clickRow(a_.commands, 0);

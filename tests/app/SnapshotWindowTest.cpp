@@ -22,7 +22,7 @@ class SnapshotWindowTest : public PanelWindowTest {
   // What the menus have, with the keyboard in the pane.
   void choose(Pane pane, const char* act, const std::function<void(QDialog&)>& answer = {}) {
     QApplication::setActiveWindow(fixture_.window.get());  // a dialog may have been it
-    driver().control<QLineEdit>(ids(pane).address).setFocus();
+    driver().control<QAbstractButton>(ids(pane).harddisk).setFocus();
     if (answer) WindowDriver::answerNext(answer);
     if (!action(act).isEnabled()) throw std::runtime_error(std::string("grey: ") + act);
     action(act).trigger();
@@ -124,6 +124,14 @@ TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
   choose(Pane::kB, "saveSnapshot", overwrite);
   EXPECT_THAT(told(), HasSubstr("the line leads to another panel, " + addressOf(first_)));
   EXPECT_EQ(read("c:\\saved\\panel.zip"), good);
+  const std::string there = "<macro name=\"There\"><data></data></macro>";
+  second_.tree.write(Panel::file(1, "007"), there);
+  choose(Pane::kA, "openSnapshot", named());
+  choose(Pane::kA, "restoreSnapshot", [](QDialog& dialog) {
+    WindowDriver::click(dialog, QStringLiteral("Restore"));
+    WindowDriver::click(dialog, QStringLiteral("Close"));
+  });
+  EXPECT_EQ(second_.read(1, "007"), there) << "it could not be told of what it has";
   driver().press(b_.harddisk);
 
   const auto shown = driver().texts(b_.applications);

@@ -35,7 +35,6 @@ TEST(ClassicCommand, ReadsTextByTheBufferRule) {
       {"23 10 05 001 ", nullptr},
       {"3 1 5 1 ", nullptr},  // one-digit bytes only fill the buffer
       {"23 1 5 1 ", nullptr},
-      {"3 10 5 1 ", nullptr},
       {"23 10 5 1 ", "ac: 20 | cd: 10 | co: 05 | kw: 01"},
       {"3 0 5 1 xx", "ac: 00 | cd: 00 | co: 05 | kw: 01"},
       {"2g z0 05 0! ff ", nullptr},  // 2g is 20: length 0
@@ -90,36 +89,20 @@ TEST(ClassicCommand, ReadsLengthsOfBothByteForms) {
   }
 }
 
-TEST(ClassicCommand, ReadsItsOwnShortTextBack) {
-  for (const std::size_t count : {0u, 1u, 27u}) {
-    const ClassicCommand command = built(count, 0xFF);
-    ClassicCommand back;
-    ASSERT_TRUE(back.decodeText(command.text()));
-    EXPECT_EQ(back.text(), command.text());
-    EXPECT_EQ(back.debugText(), command.debugText());
-  }
-  EXPECT_EQ(built(1).text(), "24 10 05 01 01 ");
-  EXPECT_EQ(ClassicCommand().text(), "");
-}
-
 // A length of 31 is written short and taken for the long form's mark when read: cd and co become the length.
 TEST(ClassicCommand, WritesThirtyOneShortAndReadsItLong) {
   ClassicCommand command = built(28);
   EXPECT_FALSE(command.longForm());
   EXPECT_EQ(command.text().substr(0, 12), "3f 10 05 01 ");
   ClassicCommand back;
-  EXPECT_FALSE(back.decodeText(command.text()));
-
   command.build(0x20, 0, 9, 7, counted(28));
   ASSERT_TRUE(back.decodeText(command.text()));
   EXPECT_EQ(back.debugText(), "ac: 20 | cw: 09 | 00 | cd: 07 | co: 01 | kw: 02 | params: 03 04 05 06 07 08");
 }
 
 TEST(ClassicCommand, WritesALongTextThatNoReaderTakesBack) {
-  ClassicCommand command = built(29);
-  EXPECT_EQ(command.text().substr(0, 20), "20 20 0010 05 01 01 ");
-  ClassicCommand back;
-  EXPECT_FALSE(back.decodeText(command.text()));
+  EXPECT_FALSE(built(28).readsBack() || built(29).readsBack());
+  EXPECT_EQ(built(29).text().substr(0, 20), "20 20 0010 05 01 01 ");
   EXPECT_EQ(built(300).text().substr(0, 11), "20 2f 0110 ");
   EXPECT_EQ(built(300).debugText().substr(0, 49), "ac: 20 | cw: 2f | 01 | cd: 10 | co: 05 | kw: 01 |");
   EXPECT_EQ(built(70000).longLength(), 0xFFFF);

@@ -223,6 +223,7 @@ TEST(DecodingLists, ReadsAgainOnlyWhenTheFileChanged) {
 
   std::filesystem::remove(site.root.resolve(kPath));
   now += std::chrono::seconds(1);
+  EXPECT_EQ(lists.revision(), 3U);  // of the list that came, changed and went, not of its first reading
   EXPECT_EQ(lists.list(0x10, 0x05), nullptr);
 }
 

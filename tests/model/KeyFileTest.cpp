@@ -56,11 +56,12 @@ TEST(KeyFile, TellsWhatASaveWouldLose) {
   KeyFile key;
   key.parse(kHeader + bytes);
   EXPECT_EQ(key.unreadable(), (std::vector<int>{2, 3, 4}));
-  EXPECT_EQ(key.lineOf(4), 11);
+  EXPECT_EQ(key.lines()[4].number, 11);
   key.parse(kHeader + "zz\r\nzz\r\rzz\n\nzz\r\n\r\nzz");
   EXPECT_EQ(key.unreadable(), (std::vector<int>{0, 1, 2, 3, 4}));
-  const int lines[] = {7, 8, 10, 12, 14};
-  for (int number = 0; number < 5; ++number) EXPECT_EQ(key.lineOf(number), lines[number]) << number;
+  std::vector<int> numbers;
+  for (const KeyFile::Line& one : key.lines()) numbers.push_back(one.number);
+  EXPECT_EQ(numbers, (std::vector<int>{7, 8, 10, 12, 14}));
   std::string many = kHeader;
   for (int i = 0; i < 5001; ++i) many += "zz\n";
   key.parse(many);

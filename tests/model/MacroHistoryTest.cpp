@@ -188,7 +188,7 @@ TEST(HistoryEntry, NamesAreAsDocumented) {
     const char* stem;
   } names[] = {{{"/:09@A", {}, 0, {}}, true, "123456-789-e8bc4ee9-6-7x-_09_A"},
                {{"[Z`a{z.MAC", {}, 0, {}}, false, "123456-789-aa273b9b-6-7-_Z_a_z"},
-               {{{}, "10.0.0.1", 8, "999"}, false, "123456-789-6daf16e3-6-7-panel8-macro999"},
+               {{{}, "10.000.0.01:7", 8, "999"}, false, "123456-789-6daf16e3-6-7-panel8-macro999"},
                {{std::string(41, 'n'), {}, 0, {}},
                 false,
                 "123456-789-34ec5bba-6-7-nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn"}};

@@ -136,12 +136,15 @@ TEST_F(FtpClientTest, AKeptConnectionServesUntilItEnds) {
     EXPECT_EQ(bytes("connections"), "c");
     EXPECT_EQ(kept.get("/panel/cut.mac", got_), Result::kCut);
     EXPECT_EQ(kept.get(kOne, got_), Result::kDone) << "what failed is not built upon";
+    EXPECT_EQ(kept.put("new", "/panel/away.mac"), Result::kCut) << "not again: it may have been written";
     EXPECT_EQ(bytes("connections"), "cc");
   }
-  FtpClient brief("127.0.0.1", server_.port(), {"brief", "right"}, kKept);
-  EXPECT_EQ(brief.get(kOne, got_), Result::kDone);
-  EXPECT_EQ(brief.put("newer", kNew), Result::kDone) << "it was closed before anything was sent";
-  EXPECT_EQ(bytes("connections"), "cccc");
+  for (const char* user : {"brief", "idle"}) {
+    FtpClient kept("127.0.0.1", server_.port(), {user, "right"}, kKept);
+    EXPECT_EQ(kept.get(kOne, got_), Result::kDone);
+    EXPECT_EQ(kept.put("newer", kNew), Result::kDone) << "it was ended before anything was sent";
+  }
+  EXPECT_EQ(bytes("connections"), "cccccc");
 }
 
 TEST_F(FtpClientTest, CancelEndsASilentTransferAtOnce) {

@@ -62,6 +62,9 @@ class Control(FTPHandler):
         self.transfers += 1
         if self.username == "brief" and self.transfers > 1:
             self.close()
+        elif self.username == "idle" and self.transfers > 1:
+            self.respond("421 Control connection timed out.")
+            self.close_when_done()
         else:
             super().ftp_PASV(line)
 
@@ -92,7 +95,7 @@ class Control(FTPHandler):
 def main():
     logging.basicConfig(level=logging.CRITICAL)
     Control.authorizer = DummyAuthorizer()
-    for user in ("target", "liar", "plain", "brief"):
+    for user in ("target", "liar", "plain", "brief", "idle"):
         Control.authorizer.add_user(user, "right", sys.argv[1], perm="elrw")
     server = FTPServer(("127.0.0.1", 0), Control)
     server.max_cons = int(sys.argv[2])

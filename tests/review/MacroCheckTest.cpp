@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/Text.h"
+#include "review/ValueJudgement.h"
 #include "tests/review/SampleMacros.h"
 #include "tests/support/PlantedFaults.h"
 #include "tests/support/TestSite.h"
@@ -38,9 +39,6 @@ TEST_F(MacroCheckTest, CertainFixesMend) {
       {command(clip, parameter("VALUE", "7")),
        "limits 0 error VALUE: \"7\" is beyond the limits; 1 (a number, min: 0.0000   max: 1.0000)",
        command(clip, parameter("VALUE", "1"))},
-      {command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2049")),
-       "limits 0 error VALUE: \"-2049\" is beyond the limits; -2048 (a number, min: -2048   max: 2047)",
-       command("QMF1.ME1.IDPM.CHANNEL1.POSITION_X.INC", parameter("VALUE", "-2048"))},
       {command("QMF1.ME1.KEY1.CLIPP.SET", half),
        "unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET",
        command(clip, half)},
@@ -117,6 +115,8 @@ TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
       {R"(<cmd fid="QMF1.ME1.KEY1.CLIPP.SET" workplace="1" group="0" module="0" widget="0">)"
        R"(<param name="VALUE"/></cmd>)",
        {"unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET"}},
+      {command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 2x 08 02")),
+       {"classic-text 0 error: the text does not decode"}},
       {command(clip, parameter("VALUE", "0.5") + parameter("VALEU", "0.5")),
        {"unknown-parameter 0 error VALEU: the function has no parameter \"VALEU\""}},
       {set(clip, "0.1") + set("QMF7.ME1.KEY1.GAIN.SET", "0.1") + set(clip, "0.2"),
@@ -128,6 +128,8 @@ TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
     EXPECT_EQ(told(findings), expected) << commands;
     for (const Finding& finding : findings) EXPECT_FALSE(finding.fix) << commands;
   }
+  EXPECT_EQ(numberKindOf(*dictionary().find("ME1.KEY1.CLIP.INC")), NumberKind::kStep);
+  EXPECT_EQ(numberKindOf(*dictionary().find("ME1.KEY1.CUT_ON")), NumberKind::kFixedPoint);
 }
 
 TEST_F(MacroCheckTest, JudgesTheBytesByTheEncodingThatTheyAreReadIn) {
@@ -181,7 +183,8 @@ TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
   site.write("c:\\w\\macro03.mac", "<macro><data/></macro>");
   site.write("c:\\w\\macro004.mac", "<macro name='x'>");
   site.write("c:\\w\\deep\\key00.upk",
-             "#UPK\nBeginHeader\nFile=key00.upk\nName=K\nVersion=1.0\nEndHeader\n24 00 20 08 02\n");
+             "#UPK\nBeginHeader\nFile=key00.upk\nName=K\nVersion=1.0\nEndHeader\n24 00 20 08 02\n24 00 2O 08 "
+             "02 \n24 0 20 8 02 zz \n");
   site.write("c:\\w\\MacroFid\\macro001.mac", "not ours");
   std::vector<std::string> problems;
   const RulesOff off = RulesOff::parse(
@@ -226,7 +229,8 @@ TEST_F(MacroCheckTest, WorkplaceRulesAndRulesThatAreOff) {
         "macro03.mac file-name -1 warning: the file is not named by its number; macro007.mac",
         "macro03.mac no-name -1 warning: the macro has no name",
         "macro03.mac empty-macro -1 note: there are no commands",
-        "key00.upk classic-text 0 error: the line does not decode"};
+        "key00.upk classic-text 0 error: the text does not decode; 24 00 20 08 02 ",
+        "key00.upk classic-text 1 error: the byte \"2O\" is not written in the digits 0 to 9 and a to f"};
     if (switched) expected.erase(expected.begin(), expected.begin() + 3);
     EXPECT_EQ(lines, expected);
   }

@@ -50,7 +50,6 @@ TEST_F(MacroEffectTest, TableOfCommands) {
       {{of("QMF1.ME1.TRANSI.SOURCE.SET", {{"INPUT", "5"}})}, "sets QMF1.ME1.PST.SOURCE=5 (Input 5)"},
       {{value(clip, "0.25"), value(more, "512")}, steps + "=0.750000 (75.0%)"},
       {{value(clip, "0.75"), value(more, "512")}, steps + "=1.000000 (100.0%)"},
-      {{value(clip, "1"), value(more, "512")}, steps + "=1.000000 (100.0%) already"},
       {{value(clip, "0.25"), value(more, "-512")}, steps + "=0.000000 (0.0%)"},
       {{value(more, "512"), value(more, "-256")}, steps + "= (+25.0%)"},
       {{value(more, "512"), value(clip, "0.5")}, sets + "=0.5 (50.0%)"},
@@ -59,9 +58,7 @@ TEST_F(MacroEffectTest, TableOfCommands) {
        "untold: the panel tells no value that it steps"},
       {{value(more, "much")}, "untold: its step is no number"},
       {{of("QMF1.ME1.TRANSI.CUT")}, "acts"},
-      {{of("PANEL.STOPWATCH.START")}, "acts"},  // an optional value left out
       {{of(clip)}, "untold: its value is missing"},
-      {{value(clip, "")}, "untold: its value is missing"},
       {{of(clip, {{"VALEU", "1"}})}, "untold: the function has no parameter VALEU"},
       {{value("QMF1.NOTHING.SET", "1")}, "untold: the function is not in the dictionary"},
       {{value("QMF9.ME1.KEY1.CLIP.SET", "1")}, "untold: its destination is unknown"},
@@ -73,6 +70,11 @@ TEST_F(MacroEffectTest, TableOfCommands) {
       {{coded("24 10 05 10 00 "), coded("c4 10 05 10 ff ")}, "steps " + code + "10.0=01 (On)"},
       {{coded("24 10 05 10 09 "), coded("44 10 05 10 01 ")},
        "steps " + code + "10.0= (): its value was none of its list before"},
+      {{coded("28 00 a1 01 01 01 00 00 00 "), coded("28 00 a1 01 02 05 00 00 00 "),
+        coded("48 00 a1 01 01 07 00 00 00 ")},
+       "steps QMF1.NCSCOMMAND.00.a1.01.01.1=08 00 00 00 (8)"},  // another axis was set between
+      {{coded("26 00 20 19 01 05 00 "), coded("26 00 20 19 02 06 00 ")},
+       "sets QMF1.NCSCOMMAND.00.20.19.0=02 (Outline) QMF1.NCSCOMMAND.00.20.19.02.1=06 00 (6)"},
       {{coded("44 10 05 10 01 ")}, "steps " + code + "10.0= (+1)"},
       {{coded("44 10 05 18 01 ")}, "untold: its decoding list knows the step, not what it leads to"},
       {{coded("e3 10 05 30 ")}, "acts"},
@@ -88,19 +90,21 @@ TEST_F(MacroEffectTest, TableOfCommands) {
 
 TEST_F(MacroEffectTest, AValueIsCalledAndBeginsAsItIs) {
   start["QMF1.ME1.KEY1.CLIP"] = "0.1";
-  const MacroEffect effect =
-      replay({value("QMF1.ME1.KEY1.CLIP.INC", "16"), coded("24 10 05 03 c8 "), coded("24 ff 05 03 c8 ")});
-  ASSERT_EQ(effect.values().size(), 2U);
+  const MacroEffect effect = replay(
+      {value("QMF1.ME1.KEY1.CLIP.INC", "16"), coded("26 00 20 19 02 06 00 "), coded("24 ff 05 03 c8 ")});
+  ASSERT_EQ(effect.values().size(), 3U);
   EXPECT_EQ(effect.at(0, 0).stored + ' ' + effect.at(0, 1).stored, "0.1 0.115625");
   EXPECT_EQ(effect.before(effect.changes(0).front()), effect.at(0, 0));
   EXPECT_TRUE(effect.equal(0, "0.5", "0.50") && !effect.equal(1, "0.5", "0.50"));
   std::string called;
-  for (int i = 0; i < 2; ++i) {
+  for (int i = 0; i < 3; ++i) {
     const EffectValue& named = effect.values()[static_cast<std::size_t>(i)];
     called +=
         effect.label(i) + '|' + std::string(named.destination()) + '|' + std::string(named.section()) + '\n';
   }
-  EXPECT_EQ(called, "ME 1 Key 1 Clip Set|QMF1|ME1\nAuxbus - Aux5 - Mix Rate|QMF1|Auxbus\n");
+  EXPECT_EQ(called,
+            "ME 1 Key 1 Clip Set|QMF1|ME1\nPP - Key1 - Border Width - Mode|QMF1|PP\n"
+            "PP - Key1 - Border Width - Outline|QMF1|PP\n");
 }
 
 // The panel's own code comes to the same values, at the end of each macro and, of some, at every step.

