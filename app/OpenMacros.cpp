@@ -96,8 +96,10 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
     auto fetched = fetch(pane, target, loan->path());
     filled = fetched.has_value();
     cancelled = !filled && fetched.failure().kind == Failure::Kind::kCancelled;
-    if (filled) read = *std::move(fetched);
-    if (!read) reason = inBrackets(filled ? Failure{Failure::Kind::kNoMacro, {}} : fetched.failure());
+    if (!filled)
+      reason = inBrackets(fetched.failure());
+    else if (read = *std::move(fetched); !read)
+      reason = inBrackets(Failure{Failure::Kind::kNoMacro, {}});
   }
   if (discards) {
     const bool back = filled && (panel || read);
