@@ -93,7 +93,7 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
     cancelled = transfers_.cancelled();
     reason = transfers_.reason();
   } else {
-    auto fetched = fetch(pane, target, loan->path());
+    auto fetched = fetch(pane, target, loan->path(), how);
     filled = fetched.has_value();
     cancelled = !filled && fetched.failure().kind == Failure::Kind::kCancelled;
     if (!filled)
@@ -120,7 +120,7 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
 }
 
 Expected<std::optional<Macro>> OpenMacros::fetch(Pane pane, const MacroTarget& target,
-                                                 const std::string& file) const {
+                                                 const std::string& file, Opens how) const {
   const bool inSnapshot = state(pane).snapshot && target.folder == browser(pane).sourceFolder();
   Expected<std::string> bytes = Failure{Failure::Kind::kMissing, "is not in the snapshot"};
   if (!inSnapshot)
@@ -131,6 +131,8 @@ Expected<std::optional<Macro>> OpenMacros::fetch(Pane pane, const MacroTarget& t
   auto macro = transfers_.beside().block<Expected<Macro>>(tr("Opening %1").arg(macroInStrip(target)),
                                                           [bytes = *bytes] { return Macro::read(bytes); });
   if (!macro) return Failure{Failure::Kind::kCancelled, {}};
+  // Whether the changes are given up for that is asked, and until then their file stays what it is.
+  if (!*macro && how == Opens::kToDiscard) return std::optional<Macro>();
   Outcome written;
   static_cast<void>(transfers_.beside().finish(tr("Opening %1").arg(macroInStrip(target)),
                                                [&] { written = writeFile(site_.root, file, *bytes); }));
@@ -276,18 +278,8 @@ bool OpenMacros::mayPutAt(Pane list, const MacroTarget& target, std::optional<Pa
         {Grade::kFailure, tr("NOT written to %1%2").arg(number, transfers_.reason()), placeInWindow(target)});
     return false;
   }
-  if (!present.trouble.isEmpty()) {
-    const bool may =
-        site_.messages.ask(tr("What stands at %1 cannot be looked at: %2.\n\nOverwrite it all the same?")
-                               .arg(number, present.trouble)
-                               .toStdString(),
-                           MessageIcon::kQuestion);
-    if (!may)
-      emit said({Grade::kFailure, tr("NOT written to %1 (%2)").arg(number, present.trouble),
-                 placeInWindow(target)});
-    return may;
-  }
-  if (present.missing || !unseen(list, target, *present.bytes)) return true;
+  // What cannot be looked at cannot be kept either, which is asked about where it is written over.
+  if (!present.bytes || !unseen(list, target, *present.bytes)) return true;
   const std::string question =
       tr("What stands at %1 has been changed by somebody else since it was read here.\n\nOverwrite it?")
           .arg(number)

@@ -88,7 +88,7 @@ class OpenMacros : public QObject {
   // A macro of the disk, or of the snapshot that the pane shows, into a file of our own. What has been read
   // of it, so that it need not be read again.
   [[nodiscard]] Expected<std::optional<Macro>> fetch(Pane pane, const MacroTarget& target,
-                                                     const std::string& file) const;
+                                                     const std::string& file, Opens how) const;
   [[nodiscard]] bool mayOverwrite(Pane pane, QString& refusal);
   // Whether a place holds something that neither the list nor a pane nor a transfer has read or written.
   [[nodiscard]] bool unseen(Pane list, const MacroTarget& target, const std::string& bytes) const;

@@ -36,16 +36,18 @@ ReplaceJob Replacements::job(const std::string& title) const {
 
 void Replacements::open() {
   if (!window_) {
-    window_ =
-        new ReplaceWindow({.root = around_.root,
-                           .knowledge = [this] { return around_.checking.knowledge(); },
-                           .scopes = [this] { return around_.places.scopes(); },
-                           .leftOut = [this](const MacroPlace& place) { return leftOut(place); },
-                           .job = [this](const std::string& title) { return job(title); },
-                           .maySend = [this](const std::vector<FaultyMacro>& faulty,
-                                             std::size_t of) { return around_.checking.maySend(faulty, of); },
-                           .failureText = &failureText},
-                          owner_);
+    window_ = new ReplaceWindow(
+        {.root = around_.root,
+         .knowledge = [this] { return around_.checking.knowledge(); },
+         .scopes = [this] { return around_.places.scopes(); },
+         .leftOut = [this](const MacroPlace& place) { return leftOut(place); },
+         .job = [this](const std::string& title) { return job(title); },
+         .maySend = [this](const std::vector<FaultyMacro>& faulty,
+                           std::size_t of) { return around_.checking.maySend(faulty, of); },
+         .whenFree =
+             [this](std::function<void()> act) { around_.gate.whenFree("replace window", std::move(act)); },
+         .failureText = &failureText},
+        owner_);
     connect(window_, &ReplaceWindow::openWanted, this,
             [this](const ReviewedPlace& place, int command) { around_.places.show(place, command); });
     connect(&around_.places, &ReviewPlaces::said, window_,

@@ -73,6 +73,10 @@ void Workplaces::openWindow() {
          .knowledge = [this] { return around_.checking.knowledge(); },
          .maySend = [this](const std::vector<FaultyMacro>& faulty,
                            std::size_t of) { return around_.checking.maySend(faulty, of); },
+         .whenFree =
+             [this](std::function<void()> act) {
+               around_.gate.whenFree("workplaces window", std::move(act));
+             },
          .failureText = &failureText},
         owner_);
     connect(window_, &WorkplacesWindow::compareWanted, this, &Workplaces::compare);

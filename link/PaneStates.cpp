@@ -127,8 +127,8 @@ bool PaneStates::keep(Pane pane, ConnectAttempt& attempt) {
     post_(pane);  // under the mutex: retire waits for it, so the window is still there
     return true;
   }
-  // A connected pane needs the line that it takes itself to be on, and no other.
-  const bool same = attempt.address == lineAddress_;
+  // A connected pane needs the line that it takes itself to be on, and no other; a line has a port, too.
+  const bool same = decimalAddress(attempt.address.text()) == decimalAddress(lineAddress_.text());
   return std::any_of(panes_.begin(), panes_.end(), [same](const State& state) {
     return (same && state.connected && !state.lost) || state.attempt != nullptr;
   });

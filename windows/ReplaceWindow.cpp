@@ -291,17 +291,28 @@ void ReplaceWindow::replace() {
 
 void ReplaceWindow::endMaking(const Outcome& outcome) {
   if (!outcome || !wanted_) return endWriting(outcome ? cancelledFailure() : outcome);
-  Made made = std::exchange(made_, {});
+  if (made_.faulty.empty()) return write();
+  // A transfer that is waited for just now keeps the keys and clicks from any other box.
+  waits_ = true;
+  surroundings_.whenFree([here = QPointer<ReplaceWindow>(this)] {
+    if (here) here->askToSend();
+  });
+}
+
+void ReplaceWindow::askToSend() {
+  waits_ = false;
+  if (!wanted_) return endWriting(cancelledFailure());
   const QPointer<ReplaceWindow> here(this);
-  const bool may = made.faulty.empty() || surroundings_.maySend(made.faulty, made.toPanels);
+  const bool may = surroundings_.maySend(made_.faulty, made_.toPanels);
   if (here.isNull()) return;
-  if (!may) {
-    tell(tr("NOTHING was replaced: %n macros have errors.", nullptr, static_cast<int>(made.faulty.size())));
-    showControls();
-    return;
-  }
+  if (may) return wanted_ ? write() : endWriting(cancelledFailure());
+  tell(tr("NOTHING was replaced: %n macros have errors.", nullptr, static_cast<int>(made_.faulty.size())));
+  showControls();
+}
+
+void ReplaceWindow::write() {
   writing_.start([job = surroundings_.job("replace " + rule_),
-                  items = std::move(made.items)](Writing::Report& report) mutable -> Outcome {
+                  items = std::exchange(made_, {}).items](Writing::Report& report) mutable -> Outcome {
     auto done = job(std::move(items), report.stop());
     if (!done) return done.failure();
     report.add(*std::move(done));

@@ -36,6 +36,8 @@ struct ReplaceSurroundings {
   std::function<ReplaceJob(const std::string& title)> job;
   // Whether macros with errors may go to a panel all the same, `of` with those that have none; asks.
   std::function<bool(const std::vector<FaultyMacro>& faulty, std::size_t of)> maySend;
+  // Does it once nothing else waits for the user; what waits already is replaced.
+  std::function<void(std::function<void()> act)> whenFree;
   std::function<QString(const Failure& failure)> failureText;  // on any thread
 };
 
@@ -51,7 +53,7 @@ class ReplaceWindow : public ReviewWindow {
 
   // What became of what the user wanted.
   void tell(const QString& text);
-  [[nodiscard]] bool writing() const { return making_.running() || writing_.running(); }
+  [[nodiscard]] bool writing() const { return making_.running() || waits_ || writing_.running(); }
   // Gives up what is under way.
   void cancel();
 
@@ -93,6 +95,8 @@ class ReplaceWindow : public ReviewWindow {
   void endReading(const Outcome& outcome);
   void replace();
   void endMaking(const Outcome& outcome);
+  void askToSend();
+  void write();
   void endWriting(const Outcome& outcome);
   [[nodiscard]] QString outcomeText(std::size_t item) const;
   void judge();
@@ -110,6 +114,7 @@ class ReplaceWindow : public ReviewWindow {
   std::vector<std::size_t> items_;  // the macros that are being written
   Made made_;
   bool wanted_ = false;  // the replacement that is being made
+  bool waits_ = false;   // to ask about it
   ReplacedBatch written_;
   bool closing_ = false;                            // once nothing is written any more
   int previews_ = 0;                                // so far; findings of an earlier one are dropped

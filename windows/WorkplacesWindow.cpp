@@ -294,11 +294,25 @@ void WorkplacesWindow::look() {
 }
 
 void WorkplacesWindow::endLook(const Outcome& outcome) {
-  const QPointer<WorkplacesWindow> here(this);
   if (!outcome) return endCopy(outcome);
   if (cancelled_) return endCopy(cancelledFailure());
-  if (!faulty_.empty() && !maySend()) return;
-  if (here.isNull()) return;
+  if (faulty_.empty()) return write();
+  // A transfer that is waited for just now keeps the keys and clicks from any other box.
+  waits_ = true;
+  ways_.whenFree([here = QPointer<WorkplacesWindow>(this)] {
+    if (here) here->askToSend();
+  });
+}
+
+void WorkplacesWindow::askToSend() {
+  waits_ = false;
+  if (cancelled_) return endCopy(cancelledFailure());
+  const QPointer<WorkplacesWindow> here(this);
+  if (!maySend() || here.isNull()) return;
+  cancelled_ ? endCopy(cancelledFailure()) : write();
+}
+
+void WorkplacesWindow::write() {
   say(tr("Copying..."));
   copying_.start([copy = copy_.get()](auto& report) {
     const std::stop_callback cancelled(report.stop(), [copy] { copy->cancel(); });

@@ -40,6 +40,8 @@ class WorkplacesWindow : public ReviewWindow {
     std::function<CheckContext()> knowledge;  // what it refers to outlives the window
     // Whether macros with errors may go to a panel all the same, `of` with those that have none; asks.
     std::function<bool(const std::vector<FaultyMacro>& faulty, std::size_t of)> maySend;
+    // Does it once nothing else waits for the user; what waits already is replaced.
+    std::function<void(std::function<void()> act)> whenFree;
     std::function<QString(const Failure& failure)> failureText;  // for people
   };
 
@@ -47,7 +49,9 @@ class WorkplacesWindow : public ReviewWindow {
   ~WorkplacesWindow() override;
 
   // Reads or writes.
-  [[nodiscard]] bool busy() const { return reading_.running() || looking_.running() || copying_.running(); }
+  [[nodiscard]] bool busy() const {
+    return reading_.running() || looking_.running() || waits_ || copying_.running();
+  }
   void cancel();
 
  public slots:
@@ -80,6 +84,8 @@ class WorkplacesWindow : public ReviewWindow {
   void startCopy();
   void look();
   void endLook(const Outcome& outcome);
+  void askToSend();
+  void write();
   [[nodiscard]] bool maySend();
   void takeCopied(const std::vector<Copied>& copied);
   void endCopy(const Outcome& outcome);
@@ -99,6 +105,7 @@ class WorkplacesWindow : public ReviewWindow {
   bool againWanted_ = false;  // once what runs is over
   bool closeWanted_ = false;
   bool cancelled_ = false;  // what is to be copied
+  bool waits_ = false;      // to ask about it
   std::unique_ptr<WorkplaceCopy> copy_;
   std::vector<std::size_t> copied_;  // the row of each macro that is copied
   std::vector<MacroPlace> targets_;  // where each goes

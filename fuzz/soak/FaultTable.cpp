@@ -101,8 +101,7 @@ class Cell {
                  (fault_.losesLine && startsWith(text, "The line to the panel is lost")) ||
                  contains(text, "unsaved changes") || contains(text, "Send it all the same?") ||
                  (startsWith(fault_.name, "gone") && startsWith(text, "The history could not keep 007")) ||
-                 (unread && (startsWith(text, "What stands at 033 cannot be looked at") ||
-                             startsWith(text, "It cannot be seen whether 007") ||
+                 (unread && (startsWith(text, "It cannot be seen whether 007") ||
                              startsWith(text, "007 - Four cannot be opened again"))) ||
                  (fault_.ofFiles && startsWith(text, "The history could not keep what stands at 033")),
              "a box says: " + text);

@@ -4837,18 +4837,6 @@ Trotzdem darüber speichern?</translation>
         <translation>NICHT geschrieben: ein Bereich zeigt dieses Makro mit ungespeicherten Änderungen</translation>
     </message>
     <message>
-        <source>What stands at %1 cannot be looked at: %2.
-
-Overwrite it all the same?</source>
-        <translation>Was bei %1 steht, ist nicht zu sehen: %2.
-
-Trotzdem überschreiben?</translation>
-    </message>
-    <message>
-        <source>NOT written to %1 (%2)</source>
-        <translation>NICHT nach %1 geschrieben (%2)</translation>
-    </message>
-    <message>
         <source> (it has no place of its own)</source>
         <translation> (es hat keinen eigenen Ort)</translation>
     </message>

@@ -118,7 +118,7 @@ class EveryDialog {
          [this] {
            const auto checkContext = [this] { return CheckContext{siteDictionary(), lists_}; };
            return std::make_unique<ReplaceWindow>(
-               ReplaceSurroundings{fixture.site.root, checkContext, &noScopes, {}, {}, {}, {}});
+               ReplaceSurroundings{fixture.site.root, checkContext, &noScopes, {}, {}, {}, {}, {}});
          }},
         {"restore",
          [this] {

@@ -59,6 +59,7 @@ class ReplaceWindowTest : public ReviewFixture {
            };
          },
          .maySend = {},
+         .whenFree = {},
          .failureText = words});
     window_->show();
     tree_ = &child<QTreeView>("changes");

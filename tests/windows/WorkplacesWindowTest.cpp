@@ -94,6 +94,7 @@ class WorkplacesWindowTest : public WindowFixture {
                                         },
                                     .knowledge = {},
                                     .maySend = {},
+                                    .whenFree = {},
                                     .failureText = words});
     QObject::connect(window_, &WorkplacesWindow::written,
                      [this](const MacroPlace& place) { written_.push_back(place.file); });
