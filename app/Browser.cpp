@@ -301,9 +301,7 @@ std::string Browser::macrosOf() const {
 
 std::string Browser::commandsOf() const {
   const std::optional<MacroTarget>& target = pane_.copy.target();
-  if (target)
-    return target->folder + target->address.key() + '\n' + std::to_string(target->workplace) + '\n' +
-           target->numberText;
+  if (target) return keyOf(*target);
   const MacroRow* row = pane_.selectedMacro();
   return row == nullptr ? std::string() : macrosOf() + '\n' + row->numberText;
 }

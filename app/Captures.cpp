@@ -12,9 +12,7 @@ namespace tessaly {
 namespace {
 
 std::string placeText(const WorkingCopy& copy) {
-  if (!copy.target()) return std::to_string(copy.opening());
-  const MacroPlace at = placeOf(*copy.target());
-  return at.file + '\n' + at.address.key() + '\n' + std::to_string(at.workplace) + '\n' + at.number;
+  return copy.target() ? keyOf(*copy.target()) : std::to_string(copy.opening());
 }
 
 }  // namespace

@@ -75,10 +75,7 @@ void Comparisons::compareWithTarget(Pane pane, std::optional<MacroTransfers::Pre
 
 void Comparisons::compareWithPlace(Pane pane, const MacroTarget& place,
                                    const MacroTransfers::Present& known) {
-  const MacroPlace at = placeOf(place);
-  compareBesidePlace(
-      pane, at.file + '\n' + at.address.key() + '\n' + std::to_string(at.workplace) + '\n' + at.number, place,
-      known);
+  compareBesidePlace(pane, keyOf(place), place, known);
 }
 
 void Comparisons::compareBesidePlace(Pane pane, const std::string& key, std::optional<MacroTarget> place,

@@ -33,6 +33,12 @@ struct MacroTarget {
   return {{}, target.address, target.workplace, target.numberText};
 }
 
+// A text that the target of no other place has, whatever name the macro has there.
+[[nodiscard]] inline std::string keyOf(const MacroTarget& target) {
+  const MacroPlace at = placeOf(target);
+  return at.file + '\n' + at.address.key() + '\n' + std::to_string(at.workplace) + '\n' + at.number;
+}
+
 // Whether both are one place, whatever name the macro has there.
 [[nodiscard]] inline bool samePlace(const SiteRoot& root, const MacroTarget& a, const MacroTarget& b) {
   return samePlace(root, placeOf(a), placeOf(b));

@@ -124,10 +124,8 @@ bool ClassicCommand::increments() const {
   return does(ClassicAction::kIncrement) || does(ClassicAction::kIncrementAlso);
 }
 
-std::string_view ClassicCommand::misspeltByte(std::string_view text) {
-  ClassicCommand read;
-  if (!read.decodeText(text)) return {};
-  std::size_t left = (read.longForm_ ? kLongHead : kShortHead) + kCodeBytes + read.parameters_.size();
+std::string_view ClassicCommand::misspeltByte(std::string_view text) const {
+  std::size_t left = (longForm_ ? kLongHead : kShortHead) + kCodeBytes + parameters_.size();
   for (; left > 0; --left) {
     const std::string_view byte = text.substr(0, text.find(' '));
     if (byte.find_first_not_of("0123456789abcdefABCDEF") != byte.npos) return byte;

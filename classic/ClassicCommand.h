@@ -60,9 +60,9 @@ class ClassicCommand {
   [[nodiscard]] bool longForm() const { return longForm_; }
   [[nodiscard]] bool valid() const { return valid_; }
 
-  // Of a text that decodes: the first byte that makes the record and is not spelt in hexadecimal digits, so
-  // that another one is read; empty without one.
-  [[nodiscard]] static std::string_view misspeltByte(std::string_view text);
+  // Of the text that it was decoded from: the first byte that makes the record and is not spelt in
+  // hexadecimal digits, so that another one was read; empty without one.
+  [[nodiscard]] std::string_view misspeltByte(std::string_view text) const;
 
   friend bool operator==(const ClassicCommand&, const ClassicCommand&) = default;
 

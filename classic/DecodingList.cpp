@@ -171,9 +171,12 @@ std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::ui
 }
 
 std::uint64_t DecodingLists::revision() {
+  const auto now = clock_();
   std::vector<std::shared_ptr<Kept>> entries;
   {
     const std::lock_guard lock(mutex_);
+    if (now - looked_ < kCheckInterval) return revision_;
+    looked_ = now;
     for (const auto& [key, entry] : kept_) entries.push_back(entry);
   }
   for (const auto& entry : entries) static_cast<void>(asItIs(*entry));

@@ -124,6 +124,7 @@ class DecodingLists {
   std::mutex mutex_;  // guards the members below; each list has a mutex of its own
   std::unordered_map<std::uint16_t, std::shared_ptr<Kept>> kept_;
   std::uint64_t uses_ = 0;
+  std::chrono::steady_clock::time_point looked_;  // at all of them
 };
 
 }  // namespace tessaly

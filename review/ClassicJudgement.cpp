@@ -128,13 +128,13 @@ ClassicJudgement judgeClassic(std::string_view text, DecodingLists& lists, int f
   if (!judged.decodeText(text)) {
     faults.push_back({kClassicText, {}, {text.empty() ? Saying::kNoText : Saying::kTextUndecoded}});
     const std::string ended = std::string(text) + ' ';
-    if (!text.ends_with(' ') && ClassicCommand().decodeText(ended) &&
-        ClassicCommand::misspeltByte(ended).empty())
+    ClassicCommand meant;
+    if (!text.ends_with(' ') && meant.decodeText(ended) && meant.misspeltByte(ended).empty())
       faults.front().meant = ended;
     return judgement;
   }
   // Whatever else is wrong with it may be so by the wrong byte alone.
-  if (const std::string_view byte = ClassicCommand::misspeltByte(text); !byte.empty()) {
+  if (const std::string_view byte = judged.misspeltByte(text); !byte.empty()) {
     faults.push_back({kClassicText, {}, {Saying::kMisspeltByte, {displayUtf8(byte)}}});
     return judgement;
   }

@@ -308,8 +308,15 @@ void WorkplacesWindow::askToSend() {
   waits_ = false;
   if (cancelled_) return endCopy(cancelledFailure());
   const QPointer<WorkplacesWindow> here(this);
-  if (!maySend() || here.isNull()) return;
-  cancelled_ ? endCopy(cancelledFailure()) : write();
+  const bool may = ways_.maySend(faulty_, copy_->fresh().size());
+  if (here.isNull()) return;
+  if (may) return cancelled_ ? endCopy(cancelledFailure()) : write();
+  copy_.reset();
+  for (const std::size_t row : copied_)
+    if (model_.rows()[row].failed) model_.setResult(row, tr("not copied"), false);
+  say(tr("Nothing was copied: %n macros have errors.", nullptr, static_cast<int>(faulty_.size())));
+  showControls();
+  if (closeWanted_) reject();
 }
 
 void WorkplacesWindow::write() {
@@ -323,20 +330,6 @@ void WorkplacesWindow::write() {
     });
   });
   showControls();
-}
-
-// False, and nothing is copied, when the user does not want it so.
-bool WorkplacesWindow::maySend() {
-  const QPointer<WorkplacesWindow> here(this);
-  const bool may = ways_.maySend(faulty_, copy_->fresh().size());
-  if (may || here.isNull()) return may;
-  copy_.reset();
-  for (const std::size_t row : copied_)
-    if (model_.rows()[row].failed) model_.setResult(row, tr("not copied"), false);
-  say(tr("Nothing was copied: %n macros have errors.", nullptr, static_cast<int>(faulty_.size())));
-  showControls();
-  if (closeWanted_) reject();
-  return false;
 }
 
 QString WorkplacesWindow::resultText(const MacroBatch::Row& row, const MacroPlace& place) const {

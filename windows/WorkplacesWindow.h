@@ -86,7 +86,6 @@ class WorkplacesWindow : public ReviewWindow {
   void endLook(const Outcome& outcome);
   void askToSend();
   void write();
-  [[nodiscard]] bool maySend();
   void takeCopied(const std::vector<Copied>& copied);
   void endCopy(const Outcome& outcome);
   void tickSelected();
