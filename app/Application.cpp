@@ -134,7 +134,6 @@ void Application::prepareRoot() {
 
 void Application::start() {
   prepareRoot();
-  awaitFonts();  // whose search has the processor that the loader is to have
   // The functions are read while the window is made, which is then there for what is said of them.
   std::unique_lock untilHeard(loader_->mutex);
   const bool described = describesFunctions(root_);
@@ -146,6 +145,7 @@ void Application::start() {
                                                options_.demo);
   panelMacros_->keepIn(history_);
   panelMacros_->takeForMany(ftpTransfers(options_.ftpPort, FtpClient::Connections::kKept));
+  awaitFonts();
   window_ = std::make_unique<MainWindow>(WindowContext{{root_, messages_},
                                                        dictionary_,
                                                        decodingLists_,
@@ -182,6 +182,7 @@ void Application::startLoader(bool reports) {
   std::thread([link = loader_, root = root_, &dictionary = dictionary_, reports, large,
                windows = processorNow()] {
     leaveProcessor(windows);
+    awaitFonts();  // which have the processor that is left
     if (large) takeMemoryInLargeSteps();
     loadFunctionDictionary(root, dictionary, [&link, reports](const std::string& text) {
       const std::lock_guard guard(link->mutex);
@@ -191,6 +192,7 @@ void Application::startLoader(bool reports) {
       const std::lock_guard guard(link->mutex);
       if (link->tellLoaded) link->tellLoaded();
     }
+    dictionary.prepareFind();
     // Both parsed files, once the window has been painted, which takes memory that has been freed until then.
     std::this_thread::sleep_for(kUntilPainted);
     releaseFreedMemory();

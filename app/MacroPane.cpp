@@ -42,7 +42,7 @@ QString macroFile(const QMimeData& data) {
 }  // namespace
 
 MacroPane::MacroPane(const PaneDescriptor& descriptor, QWidget* parent)
-    : QGroupBox(parent),
+    : WideGroup(parent),
       descriptor_(descriptor),
       ui_(std::make_unique<Ui::MacroPane>()),
       actions_(new CommandActions(*this)) {
@@ -104,14 +104,17 @@ void MacroPane::placeNotice() {
   notice_->hide();
 }
 
+// As high as its whole text, or a label would show the first lines of it, which are empty.
+void MacroPane::layNotice() {
+  if (notice_->isHidden()) return;
+  const QSize area = ui_->commandButtons->size();
+  const int height = std::max(area.height(), notice_->sizeHint().height());
+  notice_->setGeometry(0, area.height() - height, area.width(), height);
+}
+
 bool MacroPane::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->commandButtons && event->type() == QEvent::Resize) {
-    // As high as its whole text, or a label would show the first lines of it, which are empty.
-    const QSize area = ui_->commandButtons->size();
-    const int height = std::max(area.height(), notice_->sizeHint().height());
-    notice_->setGeometry(0, area.height() - height, area.width(), height);
-  }
-  return QGroupBox::eventFilter(watched, event);
+  if (watched == ui_->commandButtons && event->type() == QEvent::Resize) layNotice();
+  return WideGroup::eventFilter(watched, event);
 }
 
 void MacroPane::numberControls() {
@@ -392,6 +395,7 @@ void MacroPane::showControls(const PaneControls& controls) {
                                                 tr("Macros in a snapshot can only be viewed\nor copied from")
                                           : QLatin1String(kNotice));
   notice_->setVisible(controls.noticeShown || controls.snapshotShown);
+  layNotice();
   if (here && (!focus->isEnabled() || !focus->isVisibleTo(this)))
     (ui_->commands->isEnabled() ? static_cast<QWidget*>(ui_->commands) : ui_->macros)->setFocus();
 }

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -18,6 +17,7 @@
 #include "link/PanelConnection.h"
 #include "model/CommandLine.h"
 #include "widgets/ListBox.h"
+#include "widgets/WideGroup.h"
 
 namespace Ui {
 class MacroPane;
@@ -27,7 +27,7 @@ namespace tessaly {
 
 // The controls of one macro overview pane, laid out and numbered by a descriptor. Shows what it is told and
 // says what the user did; it knows no rule.
-class MacroPane : public QGroupBox {
+class MacroPane : public WideGroup {
   Q_OBJECT
 
  public:
@@ -103,6 +103,7 @@ class MacroPane : public QGroupBox {
   [[nodiscard]] bool takesIntoEmptyList(const QMimeData& carried) const;
   void openCommandMenu(const QPoint& at);
   void placeNotice();
+  void layNotice();
   [[nodiscard]] QString placeName(const char* splitter) const;
 
   const PaneDescriptor& descriptor_;

@@ -129,9 +129,9 @@ void MainWindow::layOut() {
   ui_->setupUi(this);
   resize(kStartSize.boundedTo(screen()->availableSize()));
   for (const Pane pane : kPanes) {
-    auto* view = new MacroPane(kPaneDescriptors[index(pane)], this);
+    auto* view =
+        new MacroPane(kPaneDescriptors[index(pane)], ui_->panes);  // which takes it while it is empty
     view->setEnabled(false);
-    ui_->panes->addWidget(view);
     room(pane).view = view;
   }
   ui_->panes->setSizes({1, 1});

@@ -10,6 +10,7 @@
 #include <QStyleOption>
 
 #include "app/Appearance.h"
+#include "widgets/InkIcon.h"
 
 namespace tessaly {
 
@@ -89,6 +90,18 @@ bool isFlat(const QStyleOption* option) {
   return frame != nullptr && frame->features.testFlag(QStyleOptionFrame::Flat);
 }
 
+// Of what stands behind the end of the menu bar.
+void drawMore(QPainter& painter, const QRectF& room, const QColor& ink) {
+  constexpr double kWing = 0.15, kStep = 0.2;  // parts of the room
+  const double wing = kWing * room.height(), step = kStep * room.width();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(ink, 1.5));
+  for (const double x : {room.center().x() - step, room.center().x() + step / 2}) {
+    const QPointF tip(x + wing, room.center().y());
+    painter.drawPolyline(QPolygonF({tip + QPointF(-wing, -wing), tip, tip + QPointF(-wing, wing)}));
+  }
+}
+
 // Below the title, where the toolkit's own is, for which it stretches a picture.
 void drawGroupFrame(const QStyle& style, const QStyleOption& option, QPainter& painter,
                     const QWidget* widget) {
@@ -120,6 +133,12 @@ int OwnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
   const int usual = QProxyStyle::pixelMetric(metric, option, widget);
   return metric == PM_ButtonIconSize && widget != nullptr ? std::max(usual, widget->fontMetrics().height())
                                                           : usual;
+}
+
+// The toolkit's is black on every ground, and read from three files at each start.
+QIcon OwnStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+  return icon == SP_ToolBarHorizontalExtensionButton ? inkIcon(QPalette::ButtonText, drawMore)
+                                                     : QProxyStyle::standardIcon(icon, option, widget);
 }
 
 void OwnStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

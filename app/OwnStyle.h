@@ -19,6 +19,8 @@ class OwnStyle : public QProxyStyle {
   using QProxyStyle::polish;
   [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
                                 const QWidget* widget) const override;
+  [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                   const QWidget* widget) const override;
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -24,6 +24,7 @@ void load(std::size_t functions, FunctionDictionary& dictionary) {
     std::exit(1);
   }
   dictionary.finish();
+  dictionary.prepareFind();
 }
 
 void loadOnce(std::size_t functions) {

@@ -77,6 +77,7 @@ FunctionDictionary& dictionaryOf(std::size_t functions) {
     if (!readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, *made, [](const std::string&) {}))
       std::abort();
     made->finish();
+    made->prepareFind();
     return made;
   };
   static const auto ten = read(kTenFunctions), hundred = read(kHundredFunctions);

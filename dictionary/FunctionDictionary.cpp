@@ -63,8 +63,9 @@ void FunctionDictionary::add(FunctionTemplate definition) {
   store.expand({std::move(definition), std::move(*pattern)});
 }
 
+void FunctionDictionary::prepareFind() const { static_cast<void>(store_->nameTable()); }
+
 void FunctionDictionary::finish() {
-  static_cast<void>(store_->nameTable());
   store_->names.shrink_to_fit();
   store_->offsets.shrink_to_fit();
   store_->runs.shrink_to_fit();

@@ -70,9 +70,11 @@ class FunctionDictionary {
   void add(AliasEntry entry);
   void add(FunctionTemplate definition);
 
-  // At the end of the building: makes the table of names, which the first find() would make otherwise, and
-  // gives back the memory kept for growth. More may be added all the same.
+  // At the end of the building: gives back the memory kept for growth. More may be added all the same.
   void finish();
+
+  // Makes the table of names, which the first find() would make otherwise, whatever its thread.
+  void prepareFind() const;
 
   [[nodiscard]] std::size_t templateCount() const;  // every template handed over
   [[nodiscard]] std::size_t functionCount() const;  // duplicates included

@@ -9,9 +9,10 @@ namespace tessaly {
 
 namespace {
 
-std::future<void>& search() {
-  static std::future<void> running;
-  return running;
+// Never destroyed: the loader may ask while the program ends.
+std::shared_future<void>& search() {
+  static auto* const running = new std::shared_future<void>;
+  return *running;
 }
 
 }  // namespace
@@ -29,7 +30,7 @@ void findFontsAhead() {
 }
 
 void awaitFonts() {
-  if (search().valid()) search().get();
+  if (search().valid()) search().wait();
 }
 
 }  // namespace tessaly

@@ -6,7 +6,8 @@ namespace tessaly {
 // to be called before that. Who needs them early finds them by itself. Nothing on a system whose toolkit does
 // not ask fontconfig.
 void findFontsAhead();
-// The search has ended; before the window is made, whose texts would be searched for again.
+// Until the search has ended; on any thread. Before the window is made, for whose texts it would be done
+// again.
 void awaitFonts();
 
 }  // namespace tessaly

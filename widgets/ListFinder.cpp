@@ -28,20 +28,8 @@ QWidget* markOver(QAbstractItemView& list) {
 
 }  // namespace
 
-ListFinder::ListFinder(QAbstractItemView& list)
-    : QFrame(&list), list_(list), text_(new QLineEdit(this)), count_(new QLabel(this)) {
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  layout->addWidget(text_, 1);
-  layout->addWidget(count_);
-  setFrameShape(QFrame::StyledPanel);
-  setAutoFillBackground(true);
-  text_->setPlaceholderText(tr("find"));
-  text_->setAccessibleName(tr("Find in the list"));
-  text_->setToolTip(tr("F3: next, Shift+F3: the one before, Enter: choose, Esc: leave"));
-  text_->installEventFilter(this);
+ListFinder::ListFinder(QAbstractItemView& list) : QObject(&list), list_(list) {
   list_.installEventFilter(this);
-  connect(text_, &QLineEdit::textChanged, this, [this] { find(std::max(0, found_.row()), 1); });
   const auto key = [this](const QKeySequence& keys, auto action) {
     auto* shortcut = new QShortcut(keys, &list_);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
@@ -50,7 +38,24 @@ ListFinder::ListFinder(QAbstractItemView& list)
   key(QKeySequence::Find, [this] { open(); });
   key(QKeySequence(Qt::Key_F3), [this] { goOn(1); });
   key(Qt::SHIFT | Qt::Key_F3, [this] { goOn(-1); });
-  hide();
+}
+
+void ListFinder::makeField() {
+  field_ = new QFrame(&list_);
+  text_ = new QLineEdit(field_);
+  count_ = new QLabel(field_);
+  auto* layout = new QHBoxLayout(field_);
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  layout->addWidget(text_, 1);
+  layout->addWidget(count_);
+  field_->setFrameShape(QFrame::StyledPanel);
+  field_->setAutoFillBackground(true);
+  text_->setPlaceholderText(tr("find"));
+  text_->setAccessibleName(tr("Find in the list"));
+  text_->setToolTip(tr("F3: next, Shift+F3: the one before, Enter: choose, Esc: leave"));
+  text_->installEventFilter(this);
+  connect(text_, &QLineEdit::textChanged, this, [this] { find(std::max(0, found_.row()), 1); });
+  field_->hide();
   if (qobject_cast<RowsView*>(&list_) != nullptr) return;
   mark_ = markOver(list_);
   for (const QScrollBar* bar : {list_.verticalScrollBar(), list_.horizontalScrollBar()})
@@ -58,11 +63,12 @@ ListFinder::ListFinder(QAbstractItemView& list)
 }
 
 void ListFinder::open() {
-  if (!isVisible()) {
+  if (field_ == nullptr) makeField();
+  if (!isOpen()) {
     found_ = list_.currentIndex();
     place();
-    show();
-    raise();
+    field_->show();
+    field_->raise();
   }
   text_->setFocus(Qt::ShortcutFocusReason);
   text_->selectAll();
@@ -70,7 +76,7 @@ void ListFinder::open() {
 }
 
 void ListFinder::goOn(int step) {
-  if (!isVisible()) {
+  if (!isOpen()) {
     open();
     if (text_->text().isEmpty()) return;
   }
@@ -113,10 +119,10 @@ void ListFinder::placeMark() {
 }
 
 void ListFinder::close(bool choose) {
-  if (!isVisible()) return;
+  if (!isOpen()) return;
   const QModelIndex found = mark();
   list_.setFocus(Qt::OtherFocusReason);
-  hide();
+  field_->hide();
   list_.viewport()->update();
   placeMark();
   if (!found.isValid()) return;
@@ -131,21 +137,22 @@ void ListFinder::close(bool choose) {
 
 void ListFinder::place() {
   const QRect room = list_.viewport()->geometry();
-  const int height = sizeHint().height();
-  setGeometry(room.left(), room.bottom() - height + 1, room.width(), height);
+  const int height = field_->sizeHint().height();
+  field_->setGeometry(room.left(), room.bottom() - height + 1, room.width(), height);
 }
 
 bool ListFinder::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &list_) {
-    if (event->type() == QEvent::Resize && isVisible()) {
+    if (!isOpen()) return false;
+    if (event->type() == QEvent::Resize) {
       place();
       placeMark();
     }
-    if (event->type() == QEvent::EnabledChange && !list_.isEnabled()) hide();
+    if (event->type() == QEvent::EnabledChange && !list_.isEnabled()) field_->hide();
     return false;
   }
-  if (event->type() == QEvent::FocusOut && !text_->hasFocus() && isVisible()) {
-    hide();
+  if (event->type() == QEvent::FocusOut && isOpen() && !text_->hasFocus()) {
+    field_->hide();
     if (mark_ != nullptr) mark_->hide();
     // The keyboard also goes while the list is being destroyed.
     if (auto* list = qobject_cast<QAbstractScrollArea*>(parent())) list->viewport()->update();

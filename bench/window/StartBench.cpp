@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "bench/Table.h"
@@ -36,9 +37,19 @@ Started untilReady(const std::string& command) {
   return told;
 }
 
+// On a screen that has room for the window, which is else made as small as the screen, with bars to scroll
+// it.
+std::string screenOfADesk() {
+  const auto file = scratchFolder() / "screen.json";
+  std::ofstream(file) << R"({"screens": [{"name": "desk", "x": 0, "y": 0, "width": 1920, "height": 1080,
+                             "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
+  return file.string();
+}
+
 std::string program(const char* name) {
   static const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-  return "QT_QPA_PLATFORM=offscreen exec " + (folder / name).string();
+  static const std::string platform = "QT_QPA_PLATFORM='offscreen:configfile=" + screenOfADesk() + "' exec ";
+  return platform + (folder / name).string();
 }
 
 Started startDialog(const std::string& widgets = {}) {

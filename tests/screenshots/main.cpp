@@ -73,6 +73,8 @@ class Camera {
  private:
   void save(QWidget& window, const char* fileName) {
     QTest::qWait(50);
+    // What came in that time is laid out by events of its own, for which a busy machine may have left none.
+    for (int round = 0; round < 3; ++round) QApplication::processEvents();
     const QString name = QLatin1String(fileName);
     const QImage grabbed = window.grab().toImage();
     if (kept_ == nullptr) {
