@@ -128,6 +128,7 @@ void CheckMarks::work(const std::stop_token& stop) {
     if (const std::uint64_t now = lists->revision(); std::exchange(revision, now) != now)
       post_([this] {
         for (const Pane each : kPanes) ask(each);
+        emit listsWritten();
       });
     if (!next) continue;
     Findings findings = std::visit([&](const auto& content) { return check->check(content); }, next->content);

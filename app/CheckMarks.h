@@ -35,6 +35,7 @@ class CheckMarks : public QObject {
 
  signals:
   void found(Pane pane);
+  void listsWritten();  // and what is found by them is looked for anew
 
  private:
   struct Wanted {

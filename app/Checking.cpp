@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
 #include "app/PlaceText.h"
@@ -30,6 +31,8 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
       window_(window),
       marks_(panes) {
   connect(&marks_, &CheckMarks::found, this, &Checking::follow);
+  for (const PaneAccess& pane : panes)
+    connect(&marks_, &CheckMarks::listsWritten, pane.browser, &Browser::showLinesAgain);
 }
 
 Checking::~Checking() { delete list_; }

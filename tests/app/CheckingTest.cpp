@@ -253,6 +253,7 @@ TEST_F(CheckingTest, MarksFollowTheFrameRateThatAnEditorSetsAndAListThatIsWritte
   const std::string list = decodingListPath(0x10, 0x05);
   fixture_.site.write(list, fixture_.site.read(list) + "[0x77] 0x01 \"New\"\n");
   awaitMark(1, RowMark::kNone);
+  EXPECT_THAT(driver().texts(a_.commands)[1], HasSubstr("New")) << "and so does the line";
 }
 
 }  // namespace
