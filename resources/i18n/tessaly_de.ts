@@ -5723,6 +5723,14 @@ Bilder von 0 bis %1</translation>
         <translation>Abbrechen</translation>
     </message>
     <message>
+    <message>
+        <source>NOT saved: the line leads to another panel, %1</source>
+        <translation>NICHT gespeichert: die Verbindung führt zu einem anderen Bedienpult, %1</translation>
+    </message>
+    <message>
+        <source>NOT restored: the line leads to another panel, %1</source>
+        <translation>NICHT wiederhergestellt: die Verbindung führt zu einem anderen Bedienpult, %1</translation>
+    </message>
         <source>A click, or Ctrl+Shift+M, shows the messages before it.</source>
         <translation>Ein Klick oder Strg+Umschalt+M zeigt die Meldungen davor.</translation>
     </message>
