@@ -201,7 +201,6 @@ Outcome OpenMacros::keepUnsaved(const WorkingCopy& copy) {
 bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
   const WorkingCopy& copy = state(pane).copy;
   const MacroTarget target = *copy.target();
-  if (!copy.knowsTarget()) return true;
   const QString macro = macroInStrip(target);
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   if (present.cancelled) {
@@ -218,18 +217,20 @@ bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
         MessageIcon::kQuestion);
   }
   if (!present.missing && !copy.targetDiffers(*present.bytes)) return true;
-  refusal = tr("NOT saved: %1 is as somebody else has left it").arg(macro);
+  refusal = copy.knowsTarget() ? tr("NOT saved: %1 is as somebody else has left it").arg(macro)
+                               : tr("NOT saved: %1 is as it was").arg(macro);
   if (present.missing)
     return site_.messages.ask(
         tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?")
             .arg(macro)
             .toStdString(),
         MessageIcon::kQuestion);
-  const MessageChoice choice = site_.messages.choose(
-      tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
-          .arg(macro)
-          .toStdString(),
-      compareButton());
+  const QString question =
+      copy.knowsTarget()
+          ? tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
+          : tr("It is not known whether %1 has been changed by somebody else since it was opened here.\n\n"
+               "Save over it?");
+  const MessageChoice choice = site_.messages.choose(question.arg(macro).toStdString(), compareButton());
   if (choice == MessageChoice::kOther) emit compareWanted(pane, target, present);
   return choice == MessageChoice::kOk;
 }

@@ -399,7 +399,7 @@ std::optional<ContentCheck> WorkingCopy::fileCheck() const {
 bool WorkingCopy::fileChanged() const { return !macro_ || fileCheck() != macro_->check(); }
 
 bool WorkingCopy::targetDiffers(const std::string& bytes) const {
-  return fetched_ && contentCheck(bytes) != *fetched_;
+  return contentCheck(bytes) != (fetched_ ? *fetched_ : macro_->check());
 }
 
 bool WorkingCopy::differs() const { return macro_ && (!fetched_ || macro_->check() != *fetched_); }
