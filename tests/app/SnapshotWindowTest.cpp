@@ -124,8 +124,6 @@ TEST_F(SnapshotWindowTest, ABadFileAndACancelChangeNothing) {
   choose(Pane::kB, "saveSnapshot");
   EXPECT_EQ(told(), "NOT saved: the line leads to another panel, " + addressOf(first_));
   EXPECT_EQ(read("c:\\saved\\panel.zip"), good);
-  const std::string there = "<macro name=\"There\"><data></data></macro>";
-  second_.tree.write(Panel::file(1, "007"), there);
   choose(Pane::kA, "openSnapshot", named());
   choose(Pane::kA, "restoreSnapshot");
   EXPECT_EQ(told(), "NOT restored: the line leads to another panel, " + addressOf(first_))
