@@ -380,6 +380,10 @@ void Browser::showCommands(const std::vector<int>& selected) {
   emit changed();
 }
 
+void Browser::showLinesAgain() {
+  if (pane_.copy.commandCount() > 0) showLines();
+}
+
 void Browser::showLines() {
   CommandListModel& rows = pane_.view.commands().rows();
   const WorkingCopy& copy = pane_.copy;

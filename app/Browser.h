@@ -43,6 +43,8 @@ class Browser : public QObject {
   void listMacros();
   // The lines of what the working copy holds, with these selected as far as they are there.
   void showCommands(const std::vector<int>& selected = {});
+  // The same ones, after what their lines are made by has changed.
+  void showLinesAgain();
   // How many there are, in the pane's progress line.
   void showCount();
   // The other pane has turned to another workplace of the panel, and this one goes along, unless unsaved

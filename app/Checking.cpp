@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/Browser.h"
 #include "app/FailureText.h"
 #include "app/MessageBoxes.h"
 #include "app/PlaceText.h"
@@ -28,25 +29,37 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
       frameRate_(frameRate),
       places_(places),
       window_(window),
-      marks_(panes) {
+      marks_(panes, site.root) {
   connect(&marks_, &CheckMarks::found, this, &Checking::follow);
+  connect(&marks_, &CheckMarks::rulesWritten, this, &Checking::takeRules);
+  for (const PaneAccess& pane : panes)
+    connect(&marks_, &CheckMarks::listsWritten, pane.browser, &Browser::showLinesAgain);
 }
 
 Checking::~Checking() { delete list_; }
 
 CheckContext Checking::knowledge() const {
-  std::vector<std::string> problems;  // told by the list
-  return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, RulesOff::load(site_.root, problems)};
+  return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, off_};
 }
 
 void Checking::begin() {
+  std::vector<std::string> problems;  // told by the list
+  takeRules(RulesOff::load(site_.root, problems));
+}
+
+void Checking::takeRules(const RulesOff& off) {
+  off_ = off;
+  mark();
+}
+
+void Checking::mark() {
   markedRate_ = frameRate_;
   marks_.begin(knowledge());
 }
 
 void Checking::look() {
-  if (markedRate_ != 0 && markedRate_ != frameRate_) begin();
-  marks_.lookAtLists();
+  if (markedRate_ != 0 && markedRate_ != frameRate_) mark();
+  marks_.lookAtSite();
 }
 
 void Checking::open() {
@@ -64,7 +77,7 @@ void Checking::list(ReviewScope::Kind kind) {
     connect(list_, &CheckWindow::openWanted, this,
             [this](const ReviewedPlace& place, int command) { places_.show(place, command); });
     connect(list_, &CheckWindow::fixWanted, this, &Checking::fix);
-    connect(list_, &CheckWindow::rulesChanged, this, &Checking::begin);
+    connect(list_, &CheckWindow::rulesChanged, this, &Checking::takeRules);
     connect(&places_, &ReviewPlaces::said, list_,
             [list = list_](const Message& message) { list->tell(message.text); });
   }

@@ -30,7 +30,7 @@ class Checking : public QObject {
 
   // Once the dictionary is there.
   void begin();
-  // Anew, when another frame rate has been chosen since, or a decoding list written.
+  // Anew, when another frame rate has been chosen since, or the site's lists or rules written.
   void look();
   // The list, for what the active pane shows; brought before the others when it is open already.
   void open();
@@ -52,6 +52,8 @@ class Checking : public QObject {
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
+  void takeRules(const RulesOff& off);
+  void mark();
   void follow(Pane pane);
   void fix(const FindingRow& row);
   void applyFix(Pane pane, const FindingRow& row);
@@ -61,6 +63,7 @@ class Checking : public QObject {
   SiteAccess site_;
   LineContext knowledge_;
   const int& frameRate_;
+  RulesOff off_;        // as they were when the site was last looked at
   int markedRate_ = 0;  // that the marks are made by; 0 before the first
   ReviewPlaces& places_;
   QWidget* window_;

@@ -16,7 +16,7 @@
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
 #include "model/MacroHistory.h"
-#include "platform/Files.h"
+#include "model/MacroNameScan.h"
 #include "platform/LocalTime.h"
 #include "platform/MacroNumber.h"
 #include "platform/SystemFailure.h"
@@ -28,6 +28,7 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kNoCommands = "empty macro";
+constexpr const char* kNoName = "???";
 
 const std::string& titleBytes(const KeptMacro& macro) { return macro.name.empty() ? macro.id : macro.name; }
 
@@ -103,7 +104,9 @@ void HistoryOperations::compare(HistoryDialog& dialog, const KeptMacro& macro) {
 }
 
 HistoryPreview HistoryOperations::preview(const KeptMacro& macro) const {
-  const auto content = readMacro(site_.root, macro.file);
+  auto bytes = transfers_.read(macro.file);
+  if (!bytes) return {false, {failureText(bytes.failure()).toStdString()}};
+  const auto content = Macro::read(*std::move(bytes));
   if (!content || !content->hasData())
     return {false,
             {tr("It cannot be read as a macro: it can be saved as a file, but not put back.").toStdString()}};
@@ -143,11 +146,17 @@ bool HistoryOperations::confirmed(const KeptMacro& macro, QStringList losses) co
 void HistoryOperations::putBackOnDisk(HistoryDialog& dialog, const KeptMacro& macro) {
   const std::string& file = macro.place->file;
   QStringList losses;
-  if (isRegularFile(site_.root, file)) {
-    SilentMessages silent;
-    std::string present;
-    static_cast<void>(readMacroName({site_.root, silent}, file, present));
-    losses << tr("It overwrites \"%1\" in\n%2").arg(shown(present), shown(file));
+  const MacroTransfers::Present present = transfers_.look(*macro.place);
+  if (present.cancelled) {
+    tell(dialog,
+         {Grade::kFailure, tr("NOT written: %1 to %2 (%3)")
+                               .arg(nameInStrip(titleBytes(macro)), shown(file), transfers_.outcomeText())},
+         true);
+    return;
+  }
+  if (!present.missing) {
+    const std::string name = macroNameIn(present.bytes.value_or(std::string()));
+    losses << tr("It overwrites \"%1\" in\n%2").arg(shown(name.empty() ? kNoName : name), shown(file));
   } else if (!history_.isOfSite(macro)) {
     losses << tr("It came from outside the site and is written to\n%1").arg(shown(file));
   }
@@ -187,7 +196,7 @@ void HistoryOperations::putBackOnPanel(HistoryDialog& dialog, const KeptMacro& m
                                   shown(place.address.text()))}))
     return;
   const QString name = nameInStrip(titleBytes(macro));
-  const auto bytes = readFile(site_.root, macro.file);
+  const auto bytes = transfers_.read(macro.file);
   if (!bytes) {
     tell(dialog,
          {Grade::kFailure, tr("NOT put back on the panel: %1 (%2)").arg(name, failureText(bytes.failure())),

@@ -53,7 +53,7 @@ void OpenMacros::open(Pane pane) {
     showKeyFile(pane, *row);
   } else {
     browser(pane).keepWorkplace();
-    static_cast<void>(openTarget(pane, selectedTarget(pane)));
+    openTarget(pane, selectedTarget(pane));
   }
 }
 
@@ -78,13 +78,17 @@ void OpenMacros::showKeyFile(Pane pane, const MacroRow& row) {
                placeInWindow(MacroPlace{path, {}, 0, {}})});
 }
 
-bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
+void OpenMacros::openTarget(Pane pane, const MacroTarget& target) {
+  if (const auto told = bring(pane, target, Opens::kAnother)) emit said(*told);
+}
+
+std::optional<Message> OpenMacros::bring(Pane pane, const MacroTarget& target, Opens how) {
   PaneState& here = state(pane);
   const bool panel = target.source == PaneSource::kPanel;
-  if (panel ? target.workplace <= 0 : target.folder.empty()) return false;
+  if (panel ? target.workplace <= 0 : target.folder.empty()) return std::nullopt;
   const bool discards = how == Opens::kToDiscard;
   auto loan = discards ? here.copy.lendToDiscard() : here.copy.lend();
-  if (!loan) return false;
+  if (!loan) return std::nullopt;
   QString reason;
   bool filled = false, cancelled = false;
   std::optional<Macro> read;
@@ -100,10 +104,10 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
       reason = inBrackets(fetched.failure());
     else if (read = *std::move(fetched); !read)
       reason = inBrackets(Failure{Failure::Kind::kNoMacro, {}});
+    if (discards && !read) filled = false;
   }
   if (discards) {
-    const bool back = filled && (panel || read);
-    if (!back && !mayGiveUp(pane, macroInStrip(target), reason, cancelled)) return false;
+    if (!filled && !mayGiveUp(pane, macroInStrip(target), reason, cancelled)) return std::nullopt;
     here.copy.leaveEditState();
   }
   // What is shown then is of no macro in the list.
@@ -115,8 +119,7 @@ bool OpenMacros::openTarget(Pane pane, const MacroTarget& target, Opens how) {
       !filled   ? tr("NOT opened: %1%2; the working copy still holds what was open before").arg(macro, reason)
       : !loaded ? tr("NOT opened: %1%2").arg(macro, inBrackets(loaded.failure()))
                 : tr("opened: %1").arg(macro);
-  emit said({filled && loaded ? Grade::kDone : Grade::kFailure, text, placeInWindow(target)});
-  return filled && loaded;
+  return Message{filled && loaded ? Grade::kDone : Grade::kFailure, text, placeInWindow(target)};
 }
 
 Expected<std::optional<Macro>> OpenMacros::fetch(Pane pane, const MacroTarget& target,
@@ -148,7 +151,7 @@ void OpenMacros::follow(const MacroPlace& written, std::optional<Pane> except) {
     if (pane == except || copy.unsaved() || !shows(pane, written)) continue;
     const MacroTarget chosen = selectedTarget(pane);
     if (samePlace(site_.root, placeOf(chosen), written)) {
-      static_cast<void>(openTarget(pane, chosen));
+      openTarget(pane, chosen);
     } else {
       state(pane).view.macros().selectRow(-1);
       static_cast<void>(state(pane).copy.clear());
@@ -201,7 +204,6 @@ Outcome OpenMacros::keepUnsaved(const WorkingCopy& copy) {
 bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
   const WorkingCopy& copy = state(pane).copy;
   const MacroTarget target = *copy.target();
-  if (!copy.knowsTarget()) return true;
   const QString macro = macroInStrip(target);
   const MacroTransfers::Present present = transfers_.look(placeOf(target));
   if (present.cancelled) {
@@ -218,18 +220,20 @@ bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
         MessageIcon::kQuestion);
   }
   if (!present.missing && !copy.targetDiffers(*present.bytes)) return true;
-  refusal = tr("NOT saved: %1 is as somebody else has left it").arg(macro);
+  refusal = copy.knowsTarget() ? tr("NOT saved: %1 is as somebody else has left it").arg(macro)
+                               : tr("NOT saved: %1 is as it was").arg(macro);
   if (present.missing)
     return site_.messages.ask(
         tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?")
             .arg(macro)
             .toStdString(),
         MessageIcon::kQuestion);
-  const MessageChoice choice = site_.messages.choose(
-      tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
-          .arg(macro)
-          .toStdString(),
-      compareButton());
+  const QString question =
+      copy.knowsTarget()
+          ? tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
+          : tr("It is not known whether %1 has been changed by somebody else since it was opened here.\n\n"
+               "Save over it?");
+  const MessageChoice choice = site_.messages.choose(question.arg(macro).toStdString(), compareButton());
   if (choice == MessageChoice::kOther) emit compareWanted(pane, target, present);
   return choice == MessageChoice::kOk;
 }
@@ -416,15 +420,16 @@ void OpenMacros::discard(Pane pane) {
     }
     lost = !kept && history_.takeFailure().has_value();
   }
-  const bool opened = openTarget(pane, target, Opens::kToDiscard);
+  const auto told = bring(pane, target, Opens::kToDiscard);
   browser(pane).catchUp();
+  if (!told) return;
   const QString macro = macroInStrip(target);
-  if (opened)
-    emit said({lost ? Grade::kWarning : Grade::kDone,
-               kept   ? tr("changes discarded: %1; the history keeps them").arg(macro)
-               : lost ? tr("changes discarded: %1; the history could not keep them").arg(macro)
-                      : tr("changes discarded: %1").arg(macro),
-               placeInWindow(target)});
+  const QString discarded = kept   ? tr("changes discarded: %1; the history keeps them").arg(macro)
+                            : lost ? tr("changes discarded: %1; the history could not keep them").arg(macro)
+                                   : tr("changes discarded: %1").arg(macro);
+  const bool opened = told->grade == Grade::kDone;
+  emit said({std::max(told->grade, lost ? Grade::kWarning : Grade::kDone),
+             opened ? discarded : told->text + QStringLiteral("; ") + discarded, told->where});
 }
 
 // A loose macro goes back to its file as it was read.

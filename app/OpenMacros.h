@@ -76,10 +76,12 @@ class OpenMacros : public QObject {
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
   [[nodiscard]] Browser& browser(Pane pane) const { return *panes_[index(pane)].browser; }
-  // False: not what the target holds is shown. To discard unsaved changes is a step of the macro; they stay
-  // where the target cannot be read, unless the user gives them up.
+  // Says what came of it.
+  void openTarget(Pane pane, const MacroTarget& target);
+  // What is to be told; nothing when what was shown stays. To discard unsaved changes is a step of the macro;
+  // they stay where the target cannot be read, unless the user gives them up.
   enum class Opens { kAnother, kToDiscard };
-  [[nodiscard]] bool openTarget(Pane pane, const MacroTarget& target, Opens how = Opens::kAnother);
+  [[nodiscard]] std::optional<Message> bring(Pane pane, const MacroTarget& target, Opens how);
   void discardOfNoPlace(Pane pane);
   // What is discarded cannot be read again where it belongs. Said when the changes stay.
   [[nodiscard]] bool mayGiveUp(Pane pane, const QString& macro, const QString& reason, bool cancelled);

@@ -74,6 +74,11 @@ void Snapshots::savePanel(Pane pane) {
         {Grade::kFailure, tr("NOT saved: the pane is not connected to a panel"), placeInWindow(state(pane))});
     return;
   }
+  if (const HostAddress line = connection_.lineAddress(); line != connection_.address(pane)) {
+    emit said({Grade::kFailure, tr("NOT saved: the line leads to another panel, %1").arg(shown(line.text())),
+               placeInWindow(state(pane))});
+    return;
+  }
   const HostAddress address = connection_.address(pane);
   std::vector<int> workplaces(Workplace::kCount);
   std::iota(workplaces.begin(), workplaces.end(), 1);
@@ -168,6 +173,12 @@ void Snapshots::restoreToPanel(Pane pane, Pane to) {
     return;
   }
   const HostAddress address = connection_.address(to);
+  if (const HostAddress line = connection_.lineAddress(); line != address) {
+    emit said({Grade::kFailure,
+               tr("NOT restored: the line leads to another panel, %1").arg(shown(line.text())),
+               placeInWindow(state(to))});
+    return;
+  }
   const std::shared_ptr<const Snapshot> snapshot = state(pane).snapshot->snapshot;
   const std::unique_ptr<PanelMacros> macros = transfer_.macros().forMany();
   macros->keepIn(history_);

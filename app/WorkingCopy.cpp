@@ -84,8 +84,9 @@ Expected<WorkingCopy::Loan> WorkingCopy::lendToSave() {
   const bool wanted = runBeside([&] {
     settleAhead();
     const auto check = fileCheck();
-    loan.putRight_ = check != macro_->check() && (!check || check != wroteAhead_);
-    if (check != macro_->check()) static_cast<void>(writeFile(site_.root, path_, macro_->bytes()));
+    const bool foreign = !check || check != wroteAhead_;
+    if (check != macro_->check())
+      loan.putRight_ = writeFile(site_.root, path_, macro_->bytes()).written() && foreign;
     steps_.noteSaving();
   });
   if (!wanted) return cancelledFailure();
@@ -398,7 +399,7 @@ std::optional<ContentCheck> WorkingCopy::fileCheck() const {
 bool WorkingCopy::fileChanged() const { return !macro_ || fileCheck() != macro_->check(); }
 
 bool WorkingCopy::targetDiffers(const std::string& bytes) const {
-  return fetched_ && contentCheck(bytes) != *fetched_;
+  return contentCheck(bytes) != (fetched_ ? *fetched_ : macro_->check());
 }
 
 bool WorkingCopy::differs() const { return macro_ && (!fetched_ || macro_->check() != *fetched_); }

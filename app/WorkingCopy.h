@@ -140,8 +140,8 @@ class WorkingCopy : public QObject {
 
   // Whether something else has replaced or removed the file since it was written here.
   [[nodiscard]] bool fileChanged() const;
-  // Whether bytes are not those that the target held when it was opened or last saved here; false when that
-  // is unknown.
+  // Whether bytes are not those that the target held when it was opened or last saved here or, where that is
+  // unknown, those of the macro.
   [[nodiscard]] bool targetDiffers(const std::string& bytes) const;
   [[nodiscard]] bool knowsTarget() const { return fetched_.has_value(); }
 

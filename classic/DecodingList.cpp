@@ -137,65 +137,87 @@ std::optional<KeywordEntry> DecodingList::find(const ClassicCommand& command) co
   return std::nullopt;
 }
 
-struct DecodingLists::Kept {
-  Kept(std::uint8_t theCd, std::uint8_t theCo) : cd(theCd), co(theCo) {}
+// A file that a list was read from, also after the list itself was dropped.
+struct DecodingLists::Known {
+  Known(std::uint8_t theCd, std::uint8_t theCo) : cd(theCd), co(theCo) {}
 
   const std::uint8_t cd, co;
-  std::uint64_t used = 0;  // under the owner's mutex
 
   std::mutex mutex;  // guards what follows
-  bool loaded = false;
   std::chrono::steady_clock::time_point checked;
-  FileStamp stamp;
-  std::shared_ptr<const DecodingList> list;
+  std::optional<FileStamp> stamp;          // nothing before the first look
+  bool unusable = false;                   // as it was read
+  std::weak_ptr<const DecodingList> list;  // while somebody has it
 };
 
-std::shared_ptr<DecodingLists::Kept> DecodingLists::kept(std::uint8_t cd, std::uint8_t co) {
+std::shared_ptr<DecodingLists::Known> DecodingLists::known(std::uint16_t key) {
   const std::lock_guard lock(mutex_);
-  const auto key = static_cast<std::uint16_t>(listDeviceCode(cd) << 8 | co);
-  auto found = kept_.find(key);
-  if (found == kept_.end()) {
-    if (kept_.size() == kMostKeptLists) {
-      kept_.erase(std::min_element(kept_.begin(), kept_.end(), [](const auto& left, const auto& right) {
-        return left.second->used < right.second->used;
-      }));
-    }
-    found = kept_.emplace(key, std::make_shared<Kept>(listDeviceCode(cd), co)).first;
-  }
-  found->second->used = ++uses_;
-  return found->second;
+  auto& entry = known_[key];
+  if (!entry)
+    entry = std::make_shared<Known>(static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key));
+  return entry;
 }
 
 std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::uint8_t co) {
-  return asItIs(*kept(cd, co));
+  const auto key = static_cast<std::uint16_t>(listDeviceCode(cd) << 8 | co);
+  auto list = asItIs(*known(key));
+  keep(key, list);
+  return list;
+}
+
+void DecodingLists::keep(std::uint16_t key, const std::shared_ptr<const DecodingList>& list) {
+  const std::lock_guard lock(mutex_);
+  if (!list) {
+    recent_.erase(key);
+    return;
+  }
+  recent_[key] = {list, ++uses_};
+  if (recent_.size() <= kMostKeptLists) return;
+  recent_.erase(std::min_element(recent_.begin(), recent_.end(), [](const auto& left, const auto& right) {
+    return left.second.used < right.second.used;
+  }));
 }
 
 std::uint64_t DecodingLists::revision() {
   const auto now = clock_();
-  std::vector<std::shared_ptr<Kept>> entries;
+  std::vector<std::shared_ptr<Known>> entries;
   {
     const std::lock_guard lock(mutex_);
     if (now - looked_ < kCheckInterval) return revision_;
     looked_ = now;
-    for (const auto& [key, entry] : kept_) entries.push_back(entry);
+    for (const auto& [key, entry] : known_) entries.push_back(entry);
   }
-  for (const auto& entry : entries) static_cast<void>(asItIs(*entry));
+  for (const auto& entry : entries) {
+    const std::lock_guard lock(entry->mutex);
+    look(*entry);
+  }
   return revision_;
 }
 
-std::shared_ptr<const DecodingList> DecodingLists::asItIs(Kept& entry) {
-  const std::lock_guard lock(entry.mutex);
+// Under the entry's mutex.
+void DecodingLists::look(Known& entry) {
   const auto now = clock_();
-  if (entry.loaded && now - entry.checked < kCheckInterval) return entry.list;
+  if (entry.stamp && now - entry.checked < kCheckInterval) return;
   entry.checked = now;
-  // Looked at before reading: a change while the file is read shows at the next check.
   const FileStamp stamp = stampAt(root_.resolve(decodingListPath(entry.cd, entry.co)));
-  if (entry.loaded && stamp == entry.stamp) return entry.list;
+  if (entry.stamp && *entry.stamp != stamp) {
+    entry.unusable = false;
+    entry.list.reset();
+    ++revision_;
+  }
   entry.stamp = stamp;
-  auto list = DecodingList::load(root_, entry.cd, entry.co);
-  entry.list = list ? std::make_shared<const DecodingList>(std::move(*list)) : nullptr;
-  if (std::exchange(entry.loaded, true)) ++revision_;
-  return entry.list;
+}
+
+std::shared_ptr<const DecodingList> DecodingLists::asItIs(Known& entry) {
+  const std::lock_guard lock(entry.mutex);
+  look(entry);  // before reading: a change while the file is read shows at the next look
+  auto list = entry.list.lock();
+  if (list || entry.unusable) return list;
+  if (auto read = DecodingList::load(root_, entry.cd, entry.co))
+    list = std::make_shared<const DecodingList>(*std::move(read));
+  entry.unusable = !list;
+  entry.list = list;
+  return list;
 }
 
 }  // namespace tessaly

@@ -98,7 +98,8 @@ class DecodingList {
 [[nodiscard]] std::string decodingListPath(std::uint8_t cd, std::uint8_t co);
 
 // Decoding lists of a site, each read once and kept while its file stays as it was (checked by size and time
-// at most once a second). Keeps the 256 lists that were asked for last. Thread-safe.
+// at most once a second). Keeps the 256 lists that were asked for last, and of all how their files were.
+// Thread-safe.
 class DecodingLists {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -108,21 +109,28 @@ class DecodingLists {
 
   // Null when there is no usable list.
   [[nodiscard]] std::shared_ptr<const DecodingList> list(std::uint8_t cd, std::uint8_t co);
-  // How often a list that had been asked for has become another one, also just now: what was found out by the
-  // lists holds while the number stays.
+  // How often the file of a list that had been asked for has become another one, also just now: what was
+  // found out by the lists holds while the number stays.
   [[nodiscard]] std::uint64_t revision();
 
  private:
-  struct Kept;
+  struct Known;
+  struct Recent {
+    std::shared_ptr<const DecodingList> list;
+    std::uint64_t used;
+  };
 
-  std::shared_ptr<Kept> kept(std::uint8_t cd, std::uint8_t co);
-  [[nodiscard]] std::shared_ptr<const DecodingList> asItIs(Kept& entry);
+  [[nodiscard]] std::shared_ptr<Known> known(std::uint16_t key);
+  void look(Known& entry);
+  [[nodiscard]] std::shared_ptr<const DecodingList> asItIs(Known& entry);
+  void keep(std::uint16_t key, const std::shared_ptr<const DecodingList>& list);
 
   const SiteRoot& root_;
   const Clock clock_;
   std::atomic<std::uint64_t> revision_{0};
   std::mutex mutex_;  // guards the members below; each list has a mutex of its own
-  std::unordered_map<std::uint16_t, std::shared_ptr<Kept>> kept_;
+  std::unordered_map<std::uint16_t, std::shared_ptr<Known>> known_;  // ever asked for
+  std::unordered_map<std::uint16_t, Recent> recent_;
   std::uint64_t uses_ = 0;
   std::chrono::steady_clock::time_point looked_;  // at all of them
 };

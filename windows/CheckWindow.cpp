@@ -39,13 +39,18 @@ std::vector<FindingRow> rowsOf(const ReviewedPlace& place, ContentCheck content,
 // On the worker's thread.
 class CheckJob {
  public:
-  CheckJob(const CheckSurroundings& surroundings, ReviewScope scope, const CheckContext& context)
+  // Reads the rules before it reports anything.
+  CheckJob(const CheckSurroundings& surroundings, ReviewScope scope, std::shared_ptr<CheckedBy> by)
       : root_(surroundings.root),
         words_(surroundings.failureText),
         scope_(std::move(scope)),
-        check_(context) {}
+        context_{surroundings.dictionary, surroundings.decodingLists, surroundings.frameRate},
+        by_(std::move(by)) {}
 
   Outcome run(ReviewWork<FindingRow>::Report& report) {
+    context_.off = by_->off = RulesOff::load(root_, by_->problems);
+    MacroCheck check(context_);
+    std::optional<FolderCheck> folder;
     const auto tell = [&](const ReviewedPlace& place, ContentCheck content, const Findings& findings) {
       for (FindingRow& row : rowsOf(place, content, findings)) report.add(std::move(row));
     };
@@ -53,14 +58,14 @@ class CheckJob {
                      {.open =
                           [&](const OpenContent& open) {
                             if (const auto* macro = std::get_if<Macro>(&open.content))
-                              tell(open.place, macro->check(), check_.check(*macro));
+                              tell(open.place, macro->check(), check.check(*macro));
                             else
-                              tell(open.place, {}, check_.check(std::get<KeyFile>(open.content)));
+                              tell(open.place, {}, check.check(std::get<KeyFile>(open.content)));
                           },
-                      .folder = [this] { folder_.emplace(check_); },
+                      .folder = [&] { folder.emplace(check); },
                       .stored =
                           [&](ReviewedPlace place, const std::string& file, Expected<std::string> bytes) {
-                            CheckedFile checked = folder_->next(file, std::move(bytes));
+                            CheckedFile checked = folder->next(file, std::move(bytes));
                             if (!checked.name.empty()) place.name = checked.name;
                             if (checked.unread) translate(checked);
                             tell(place, checked.content, checked.findings);
@@ -79,8 +84,8 @@ class CheckJob {
   const SiteRoot& root_;
   const std::function<QString(const Failure&)> words_;
   const ReviewScope scope_;
-  MacroCheck check_;
-  std::optional<FolderCheck> folder_;
+  CheckContext context_;
+  const std::shared_ptr<CheckedBy> by_;
 };
 
 }  // namespace
@@ -126,9 +131,6 @@ void CheckWindow::check(ReviewScope::Kind kind) {
 }
 
 void CheckWindow::start() {
-  std::vector<std::string> problems;
-  off_ = RulesOff::load(surroundings_.root, problems);
-  showOff(problems.empty() ? QString() : shown(std::string(kCheckFile) + ": " + problems.front()));
   model_.clear();
   showCurrent();  // there is none, which a list that is emptied does not tell
   seen_ = 0;
@@ -140,13 +142,13 @@ void CheckWindow::start() {
   what_ = scope->title;
   tell({});
   showWorking(true);
-  const auto job = std::make_shared<CheckJob>(
-      surroundings_, *scope,
-      CheckContext{surroundings_.dictionary, surroundings_.decodingLists, surroundings_.frameRate, off_});
+  by_ = std::make_shared<CheckedBy>();
+  const auto job = std::make_shared<CheckJob>(surroundings_, *scope, by_);
   work_.start([job](Work::Report& report) { return job->run(report); });
 }
 
 void CheckWindow::take(std::vector<FindingRow> found, Work::Progress progress) {
+  showOff();
   const bool first = model_.rowCount() == 0;
   model_.add(std::move(found));
   if (first && model_.rowCount() > 0) {
@@ -249,10 +251,12 @@ void CheckWindow::showWorking(bool working) {
   ui_->cancel->setVisible(working);
 }
 
-void CheckWindow::showOff(const QString& problem) {
-  const QString names = offText(off_);
+void CheckWindow::showOff() {
+  const QString names = offText(by_->off);
   const QString off = names.isEmpty() ? tr("All rules count.") : tr("Off for this site: %1").arg(names);
-  ui_->off->setText(problem.isEmpty() ? off : off + QLatin1Char('\n') + problem);
+  ui_->off->setText(by_->problems.empty()
+                        ? off
+                        : off + '\n' + shown(std::string(kCheckFile) + ": " + by_->problems.front()));
 }
 
 void CheckWindow::changeRules() {
@@ -273,7 +277,7 @@ void CheckWindow::apply(const RulesOff& off) {
     tell(tr("The rules could not be written: %1").arg(surroundings_.failureText(stored.failure())));
     return;
   }
-  emit rulesChanged();
+  emit rulesChanged(off);
   start();
 }
 

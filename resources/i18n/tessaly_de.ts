@@ -4856,6 +4856,18 @@ Sie trotzdem aufgeben?</translation>
         <source>NOT discarded: %1%2</source>
         <translation>NICHT verworfen: %1%2</translation>
     </message>
+    <message>
+        <source>NOT saved: %1 is as it was</source>
+        <translation>NICHT gespeichert: %1 ist, wie es war</translation>
+    </message>
+    <message>
+        <source>It is not known whether %1 has been changed by somebody else since it was opened here.
+
+Save over it?</source>
+        <translation>Ob jemand anderes %1 geändert hat, seit es hier geöffnet wurde, ist nicht bekannt.
+
+Darüber speichern?</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::PaneHeading</name>
@@ -5710,6 +5722,14 @@ Bilder von 0 bis %1</translation>
     <message>
         <source>Checking macros</source>
         <translation>Makros werden geprüft</translation>
+    </message>
+    <message>
+        <source>NOT saved: the line leads to another panel, %1</source>
+        <translation>NICHT gespeichert: die Verbindung führt zu einem anderen Bedienpult, %1</translation>
+    </message>
+    <message>
+        <source>NOT restored: the line leads to another panel, %1</source>
+        <translation>NICHT wiederhergestellt: die Verbindung führt zu einem anderen Bedienpult, %1</translation>
     </message>
 </context>
 <context>

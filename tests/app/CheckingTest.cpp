@@ -189,6 +189,8 @@ TEST_F(CheckingTest, MarksFollowTheRulesOfTheSite) {
   WindowDriver::click(list.window, QStringLiteral("Rules..."));
   awaitMark(1, RowMark::kNone);
   awaitMark(4, RowMark::kError);
+  fixture_.site.write(kCheckFile, "");  // by another program
+  awaitMark(1, RowMark::kError);
 }
 
 TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
@@ -253,6 +255,7 @@ TEST_F(CheckingTest, MarksFollowTheFrameRateThatAnEditorSetsAndAListThatIsWritte
   const std::string list = decodingListPath(0x10, 0x05);
   fixture_.site.write(list, fixture_.site.read(list) + "[0x77] 0x01 \"New\"\n");
   awaitMark(1, RowMark::kNone);
+  EXPECT_THAT(driver().texts(a_.commands)[1], HasSubstr("New")) << "and so does the line";
 }
 
 }  // namespace

@@ -197,9 +197,14 @@ TEST_F(PanelRecoveryTest, ChangesOfAPanelsMacroFindTheirPanel) {
     driver().press(a_.connectButton);
     WindowDriver::waitFor([this] { return button(Pane::kA) != "connecting"; }, "an answer");
   }
-  driver().press(a_.saveChanges);
-  EXPECT_THAT(told(), HasSubstr("saved: 007 - Two"));
-  EXPECT_EQ(values(first_.read(1, "007")).size(), 1U);
+  // The record does not tell what the panel held.
+  for (const bool answer : {false, true}) {
+    fixture_.site.messages.answer = answer;
+    driver().press(a_.saveChanges);
+    EXPECT_THAT(asked(), testing::ElementsAre(HasSubstr("not known whether 007 - Two has been changed")));
+    EXPECT_THAT(told(), HasSubstr(answer ? "saved: 007 - Two" : "NOT saved: 007 - Two is as it was"));
+    EXPECT_EQ(values(first_.read(1, "007")).size(), answer ? 1U : 3U);
+  }
   EXPECT_EQ(read(fixture_.history.list().front().file), kTwoFunctions);
   EXPECT_EQ(driver().texts(a_.applications).front(), "connected to " + addressOf(first_));
   awaitRow(a_.workplaces, "Workplace 1");

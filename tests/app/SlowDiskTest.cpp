@@ -100,6 +100,20 @@ TEST_F(SlowDiskTest, WhatHangsIsNamedAndGivenUpWithNothingChanged) {
   EXPECT_EQ(read(macroPath(3)), third);
 }
 
+TEST_F(SlowDiskTest, AVersionOfTheHistoryThatHangsIsGivenUp) {
+  ASSERT_TRUE(fixture_.history.keep(R"(<macro name="Old"><data/></macro>)", {macroPath(1), {}, 0, {}},
+                                    MacroChange::kSave));
+  WindowDriver::answerNext([this](QDialog& dialog) {
+    HungDisk disk(Call::kRead, std::string(fileNameOf(fixture_.history.list().front().file)));
+    EXPECT_THAT(waitedFor([&] { WindowDriver::type(dialog, "filter", "O"); }, &cancel),
+                HasSubstr("Reading "));
+    EXPECT_EQ(dialog.findChild<ListBox*>("commands")->rows().row(0)->text, "it was cancelled");
+    disk.awaitEnd();
+    dialog.reject();
+  });
+  action("history").trigger();
+}
+
 TEST_F(SlowDiskTest, WhatComesLateIsTakenAllTheSame) {
   driver().choose(a_.applications, "Evening News");
   HungDisk disk(Call::kRead, "macro001.mac");

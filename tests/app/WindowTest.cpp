@@ -83,8 +83,16 @@ TEST_F(WindowTest, EditStateKeepsThePaneOnItsMacro) {
   EXPECT_TRUE(visible(a_.saveChanges) && visible(a_.discardChanges));
   EXPECT_TRUE(enabled(b_.applications)) << "the other pane goes on";
 
-  // Closing asks; Cancel stays, Save writes.
+  // Changes that are given up for what is no macro are not taken for what the file holds.
   const std::string before = read(macroPath(1));
+  fixture_.site.write(macroPath(1), "<macro");
+  driver().press(a_.discardChanges);
+  EXPECT_THAT(told(), testing::AllOf(StartsWith("NOT opened: 001"), HasSubstr("the history keeps them")));
+  fixture_.site.write(macroPath(1), before);
+  open(a_);
+  removeFirst(a_);
+
+  // Closing asks; Cancel stays, Save writes.
   WindowDriver::answerNext([](QDialog& dialog) {
     EXPECT_THAT(qobject_cast<QMessageBox*>(&dialog)->text().toStdString(), HasSubstr("Macro Overview A"));
     WindowDriver::click(dialog, "Cancel");

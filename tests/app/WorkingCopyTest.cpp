@@ -117,6 +117,8 @@ TEST_F(WorkingCopyTest, AnEditThatCannotBeWrittenHasNotHappened) {
   EXPECT_EQ(copy.commandCount(), 2);
   EXPECT_EQ(copy.revision(), revision);
   EXPECT_FALSE(copy.edited() || recorded());
+  const auto loan = copy.lendToSave();
+  EXPECT_TRUE(loan && !loan->putRight()) << "nobody could put right what stands in its way";
 }
 
 TEST_F(WorkingCopyTest, ASaveThatFailedIsOwedUntilItIsSettled) {

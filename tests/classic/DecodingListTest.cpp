@@ -227,27 +227,34 @@ TEST(DecodingLists, ReadsAgainOnlyWhenTheFileChanged) {
   EXPECT_EQ(lists.list(0x10, 0x05), nullptr);
 }
 
-TEST(DecodingLists, ServesThreadsAndForgetsTheLeastUsed) {
+TEST(DecodingLists, ServesThreadsAndForgetsTheLeastUsedButNotHowItsFileWas) {
   TestSite site;
   site.write(kPath, kHead + "[0x01] 0x01 \"a\"\n");
-  site.write("c:\\Programme\\RV48\\bin\\MacroCdCo_Tarrow\\Cd-0x00\\Cd-0x00-Co-0x01.ini",
-             "CD 0x00\nCO 0x01\n[0x01] 0x01 \"shared\"\n");
-  DecodingLists lists(site.root);
-  const auto first = lists.list(0x10, 0x05);
+  site.write(decodingListPath(0, 1), "CD 0x00\nCO 0x01\n[0x01] 0x01 \"shared\"\n");
+  for (int co = 0; co < 256; ++co)
+    site.write(decodingListPath(0x20, static_cast<std::uint8_t>(co)),
+               format("CD 0x20\nCO 0x%02x\n[0x01] 0x01 \"b\"\n", static_cast<unsigned>(co)));
+  auto now = std::chrono::steady_clock::now();
+  DecodingLists lists(site.root, [&now] { return now; });
+  const std::weak_ptr<const DecodingList> first = lists.list(0x10, 0x05);
   EXPECT_EQ(lists.list(3, 1), lists.list(0, 1));
   std::vector<std::thread> threads;
   for (int thread = 0; thread < 4; ++thread) {
     threads.emplace_back([&lists] {
       for (int co = 0; co < 300; ++co) {
         EXPECT_NE(lists.list(2, 1), nullptr);
-        EXPECT_EQ(lists.list(0x20, static_cast<std::uint8_t>(co)), nullptr);
+        EXPECT_NE(lists.list(0x20, static_cast<std::uint8_t>(co)), nullptr);
       }
     });
   }
   for (std::thread& thread : threads) thread.join();
-  const auto again = lists.list(0x10, 0x05);
-  ASSERT_NE(again, nullptr);
-  EXPECT_NE(again, first);
+  EXPECT_TRUE(first.expired());
+  EXPECT_NE(lists.list(0x10, 0x05), nullptr);
+  EXPECT_EQ(lists.revision(), 0U) << "read again, it is the same, or who checks many would never end";
+  for (int co = 0; co < 256; ++co) static_cast<void>(lists.list(0x20, static_cast<std::uint8_t>(co)));
+  site.write(kPath, kHead + "[0x01] 0x01 \"other\"\n");
+  now += std::chrono::seconds(1);
+  EXPECT_EQ(lists.revision(), 1U) << "what was found out by it holds no longer";
 }
 
 }  // namespace
