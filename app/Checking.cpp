@@ -26,6 +26,7 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
       site_(site),
       knowledge_(knowledge),
       frameRate_(frameRate),
+      markedRate_(frameRate),
       places_(places),
       window_(window),
       marks_(panes) {
@@ -45,7 +46,7 @@ void Checking::begin() {
 }
 
 void Checking::look() {
-  if (markedRate_ != 0 && markedRate_ != frameRate_) begin();
+  if (markedRate_ != frameRate_) begin();
   marks_.lookAtLists();
 }
 

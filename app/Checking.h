@@ -61,7 +61,7 @@ class Checking : public QObject {
   SiteAccess site_;
   LineContext knowledge_;
   const int& frameRate_;
-  int markedRate_ = 0;  // that the marks are made by; 0 before the first
+  int markedRate_;  // that the marks are made by
   ReviewPlaces& places_;
   QWidget* window_;
   CheckMarks marks_;
