@@ -127,7 +127,7 @@ TEST_F(MacroNamesTest, OneWorkplaceIsSubscribedForBothPanes) {
   EXPECT_EQ(names.workplace(), 3);
   EXPECT_EQ(names.name(Pane::kA, 5), "") << "all tables are emptied";
   log.clear();
-  EXPECT_THAT(arrives("PANEL.MACRO2.REG5.NAME", "Late"), IsEmpty());
+  EXPECT_THAT(arrives("PANEL.MACRO2.REG0.NAME", "Late"), IsEmpty());
   panelPane = {true, true};
   arrives("PANEL.MACRO3.REG6.NAME", "x");
   names.renew(3);
