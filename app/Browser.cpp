@@ -295,7 +295,8 @@ void Browser::showMacroRows() {
 }
 
 std::string Browser::macrosOf() const {
-  if (onPanel()) return connection_.address(pane_.descriptor.pane).key() + '\n' + std::to_string(workplace());
+  if (onPanel())
+    return keyOf({PaneSource::kPanel, {}, connection_.address(pane_.descriptor.pane), workplace(), {}, {}});
   return pane_.olderFamily ? keyFolder() : sourceFolder();
 }
 
@@ -479,7 +480,7 @@ void Browser::refreshPanel() {
   if (!onPanel()) return;
   showConnectedPanel();
   refreshWorkplaces();
-  if (workplace() > 0 && !demo_) panelNames_.renew(workplace());
+  if (workplace() > 0) panelNames_.renew(workplace());
 }
 
 }  // namespace tessaly

@@ -27,6 +27,7 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
       site_(site),
       knowledge_(knowledge),
       frameRate_(frameRate),
+      markedRate_(frameRate),
       places_(places),
       window_(window),
       marks_(panes, site.root) {
@@ -58,7 +59,7 @@ void Checking::mark() {
 }
 
 void Checking::look() {
-  if (markedRate_ != 0 && markedRate_ != frameRate_) mark();
+  if (markedRate_ != frameRate_) mark();
   marks_.lookAtSite();
 }
 

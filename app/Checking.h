@@ -63,8 +63,8 @@ class Checking : public QObject {
   SiteAccess site_;
   LineContext knowledge_;
   const int& frameRate_;
-  RulesOff off_;        // as they were when the site was last looked at
-  int markedRate_ = 0;  // that the marks are made by; 0 before the first
+  RulesOff off_;    // as they were when the site was last looked at
+  int markedRate_;  // that the marks are made by
   ReviewPlaces& places_;
   QWidget* window_;
   CheckMarks marks_;

@@ -226,7 +226,7 @@ MacroOperations::Source MacroOperations::readStored(Pane from, const MacroRow& s
 MacroOperations::Source MacroOperations::fetch(Pane from, const MacroRow& source, const MacroTarget& target) {
   Source read;
   WorkingCopy& buffer = state(from).copy;
-  auto loan = buffer.unsaved() ? std::nullopt : buffer.lend();
+  auto loan = buffer.lend();
   if (!loan) return read;
   if (!transfers_.download(target.address, target.workplace, source.numberText, loan->path()))
     read.reason = transfers_.reason();
@@ -320,8 +320,7 @@ void MacroOperations::tellCopied(Pane from, const MacroRow& source, const MacroT
                                  const QString& reason, bool kept, Grade grade) {
   const QString number = QString::fromStdString(target.numberText);
   QString text = tr("copied: %1 to %2%3").arg(nameInStrip(source.text()), number, reason);
-  const WorkingCopy& shownThere = state(from).copy;
-  if (shownThere.unsaved() && shownThere.target() && shownThere.target()->numberText == source.numberText) {
+  if (state(from).copy.unsaved()) {
     text = tr("%1; without the unsaved changes that are shown there").arg(text);
     grade = std::max(grade, Grade::kWarning);
   }

@@ -160,10 +160,10 @@ class Transfer {
   Transfer& operator=(const Transfer&) = delete;
 
   // The connection was left by the transfer before, and has ended since, without a word or with one: that is
-  // no failure of this one, which had not come to its file.
+  // no failure of this one, which had not come to its file: the bytes would have had a new connection, too.
   [[nodiscard]] bool cameTooLate(Result result) const {
     const bool ended = result == Result::kCut || result == Result::kFailed || refusal_ == kNotAvailable;
-    return ended && reused() && !passive_;
+    return ended && reused();
   }
 
   // The library would believe the size that the server tells, and keep no more than that. So it is asked for

@@ -31,8 +31,6 @@ Reading readWhole(std::string_view text, Number& number) {
   return error == std::errc() ? Reading::kWhole : Reading::kBeyond;
 }
 
-std::string wholeNumberText(double limit) { return format("%.0f", limit); }
-
 // As few digits as give the limit back.
 std::string realText(double limit) {
   char digits[32];
@@ -70,8 +68,7 @@ ValueJudgement judgeFloat(const FloatParameter& parameter, bool incremental, con
                   : std::pair(std::min(parameter.min, parameter.max), std::max(parameter.min, parameter.max));
   const double slack = incremental ? 0 : kLastDigit;
   if (number >= low - slack && number <= high + slack) return {};
-  const double limit = number < low ? low : high;
-  return {ValueFault::kLimits, range(), incremental ? wholeNumberText(limit) : realText(limit)};
+  return {ValueFault::kLimits, range(), realText(number < low ? low : high)};
 }
 
 ValueJudgement judgeChoice(const EnumParameter& parameter, const std::string& value) {

@@ -290,7 +290,7 @@ void ReplaceWindow::replace() {
 }
 
 void ReplaceWindow::endMaking(const Outcome& outcome) {
-  if (!outcome || !wanted_) return endWriting(outcome ? cancelledFailure() : outcome);
+  if (!outcome) return endWriting(outcome);
   if (made_.faulty.empty()) return write();
   // A transfer that is waited for just now keeps the keys and clicks from any other box.
   waits_ = true;
@@ -301,16 +301,17 @@ void ReplaceWindow::endMaking(const Outcome& outcome) {
 
 void ReplaceWindow::askToSend() {
   waits_ = false;
-  if (!wanted_) return endWriting(cancelledFailure());
   const QPointer<ReplaceWindow> here(this);
-  const bool may = surroundings_.maySend(made_.faulty, made_.toPanels);
+  const bool may = !wanted_ || surroundings_.maySend(made_.faulty, made_.toPanels);
   if (here.isNull()) return;
-  if (may) return wanted_ ? write() : endWriting(cancelledFailure());
+  if (may) return write();
   tell(tr("NOTHING was replaced: %n macros have errors.", nullptr, static_cast<int>(made_.faulty.size())));
   showControls();
 }
 
+// What was made may have been cancelled since.
 void ReplaceWindow::write() {
+  if (!wanted_) return endWriting(cancelledFailure());
   writing_.start([job = surroundings_.job("replace " + rule_),
                   items = std::exchange(made_, {}).items](Writing::Report& report) mutable -> Outcome {
     auto done = job(std::move(items), report.stop());

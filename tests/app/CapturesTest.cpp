@@ -99,9 +99,12 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   const auto counts = [&] { return window.findChild<QLabel*>("counts")->text().toStdString(); };
   EXPECT_THAT(counts(), HasSubstr("the connection to the panel was lost"));
   EXPECT_FALSE(button(window, "askAgain").isEnabled());
-  driver().press(b_.connectButton);
-  awaitGone(a_.macros, "020 - Values");  // both panes begin anew on the new line
+  driver().press(a_.connectButton);
+  choosePanel(Pane::kA, "127.00.0.1:" + std::to_string(first_.simulator.controlPort()));  // spelt anew
+  driver().press(a_.connectButton);
+  awaitGone(a_.macros, "020 - Values");
   awaitRow(a_.workplaces, "Workplace 1");
+  driver().press(b_.connectButton);
   chooseWorkplace(Pane::kA, 1, "020 - Values");
   driver().choose(a_.macros, "020");
   WindowDriver::waitFor([&] { return button(window, "askAgain").isEnabled(); }, "the same macro again");
@@ -112,8 +115,7 @@ TEST_F(CapturesTest, AfterALossTheNextConnectionIsAsked) {
   driver().press(b_.connectButton);
   connectPane(Pane::kB, second_);
   driver().press(a_.connectButton);
-  WindowDriver::waitFor([&] { return counts().find("on another panel") != std::string::npos; },
-                        "the other one");
+  WindowDriver::waitFor([&] { return counts().find("on another panel") != std::string::npos; }, "the other");
 }
 
 }  // namespace

@@ -59,8 +59,7 @@ struct CheckList {
   void look(ReviewScope::Kind kind) const {
     window.check(kind);
     await("looked at in");
-    WindowDriver::waitFor(
-        [&] { return !window.findChild<QWidget*>(QStringLiteral("progress"))->isVisible(); }, "the end");
+    WindowDriver::waitFor([&] { return !window.findChild<QWidget*>("progress")->isVisible(); }, "the end");
   }
   void choose(const std::string& row) const {
     const auto all = rows();
@@ -236,14 +235,20 @@ TEST_F(CheckingTest, ErrorsAreOfferedBeforeASend) {
   driver().choose(b_.macros, "000");
   for (const char* number : {"000", "007"}) first_.tree.write(Panel::file(1, number), faulty("Third"));
   messages.take();
-  copyTo(a_.copyMacro, 7);
-  EXPECT_THAT(messages.take(), ElementsAre(StartsWith("000 - Zero has"), StartsWith("What stands at 007")));
+  for (const bool shows : {true, false}) {
+    messages.chooseOther = shows;
+    copyTo(a_.copyMacro, 7);
+  }
+  EXPECT_THAT(messages.take(), ElementsAre(StartsWith("000 - Zero has"), StartsWith("000 - Zero has"),
+                                           StartsWith("What stands at 007")));
 }
 
 TEST_F(CheckingTest, MarksFollowTheFrameRateThatAnEditorSetsAndAListThatIsWritten) {
   fixture_.site.write(macroPath(1), R"(<macro name="M"><data><cmd fid="QMF1.ME2.TRANSI.DURATION.SET">
     <param name="TIMECODE" value="39"/></cmd><cmd fid="QMF1.NCSCOMMAND">
-    <param name="CMD" value="24 10 05 77 01 "/></cmd></data></macro>)");
+    <param name="CMD" value="24 10 05 77 01 "/></cmd><cmd fid="QMF1.NONE"/></data></macro>)");
+  const std::string list = decodingListPath(0x10, 0x05), before = fixture_.site.read(list);
+  fixture_.site.write(list, before + "[0x77] 0x01 \"New\"\n");
   open();
   awaitMark(0, RowMark::kError);
   driver().press(a_.newCorvane, [](QDialog& dialog) {
@@ -251,11 +256,10 @@ TEST_F(CheckingTest, MarksFollowTheFrameRateThatAnEditorSetsAndAListThatIsWritte
     dialog.reject();
   });
   awaitMark(0, RowMark::kNone);
+  awaitMark(2, RowMark::kError);
+  fixture_.site.write(list, before);
   awaitMark(1, RowMark::kError);
-  const std::string list = decodingListPath(0x10, 0x05);
-  fixture_.site.write(list, fixture_.site.read(list) + "[0x77] 0x01 \"New\"\n");
-  awaitMark(1, RowMark::kNone);
-  EXPECT_THAT(driver().texts(a_.commands)[1], HasSubstr("New")) << "and so does the line";
+  EXPECT_THAT(driver().texts(a_.commands)[1], HasSubstr("kw: 77")) << "and so does the line";
 }
 
 }  // namespace

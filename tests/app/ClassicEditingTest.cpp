@@ -96,38 +96,28 @@ TEST_F(ClassicEditingTest, WhatIsEnteredIsBuilt) {
 // Catches a wrong place, a command that is put in instead of its change, and a cancelled change.
 TEST_F(ClassicEditingTest, CommandsArePlacedAndModified) {
   const std::string cut = "QMF1.NCSCOMMAND e3 00 20 07 ", toggled = "QMF1.NCSCOMMAND 44 00 20 02 01 ";
+  const std::string stepped = "QMF1.NCSCOMMAND 44 01 20 02 01 ", empty = "QMF2.NCSCOMMAND ";
+  using Choice = std::function<void(QDialog&)>;
+  const Choice trigger = [](QDialog& dialog) { choose(dialog, "Cut", "trigger"); };
+  const Choice up = [](QDialog& dialog) { choose(dialog, "Type", "toggle up"); };
+  const Choice me1 = [](QDialog& dialog) { chooseGroup(dialog, "Me1"); };
+  const Choice me2 = [](QDialog& dialog) { chooseGroup(dialog, "Me2"); };
   const struct {
     int row;  // selected before; -1 for a new command
-    std::function<void(QDialog&)> choose;
+    Choice choose;
     const char* button;
     std::vector<std::string> stored;
-  } steps[] = {{-1,
-                [](QDialog& dialog) { choose(dialog, "Type", "toggle up"); },
-                "insert at selected command",
-                {cut, toggled, "QMF2.NCSCOMMAND "}},
-               {-1,
-                [](QDialog& dialog) { choose(dialog, "Cut", "trigger"); },
-                "insert at start",
-                {cut, cut, toggled, "QMF2.NCSCOMMAND "}},
-               {2,
-                [](QDialog& dialog) { chooseGroup(dialog, "Me1"); },
-                "cancel",
-                {cut, cut, toggled, "QMF2.NCSCOMMAND "}},
-               {2,
-                [](QDialog& dialog) { chooseGroup(dialog, "Me1"); },
-                "Modify Command",
-                {cut, cut, "QMF1.NCSCOMMAND 44 01 20 02 01 ", "QMF2.NCSCOMMAND "}},
+  } steps[] = {{-1, up, "insert at selected command", {cut, toggled, empty}},
+               {-1, trigger, "insert at start", {cut, cut, toggled, empty}},
+               {2, me1, "cancel", {cut, cut, toggled, empty}},
+               {2, me1, "Modify Command", {cut, cut, stepped, empty}},
                // An empty line is filled in its place, on its own mainframe.
-               {3,
-                [](QDialog& dialog) { choose(dialog, "Cut", "trigger"); },
-                "insert at selected command",
-                {cut, cut, "QMF1.NCSCOMMAND 44 01 20 02 01 ", "QMF2.NCSCOMMAND e3 00 20 07 "}},
+               {3, trigger, "insert at selected command", {cut, cut, stepped, empty + "e3 00 20 07 "}},
                // A changed copy in front leaves the command that it was made of.
                {2,
-                [](QDialog& dialog) { chooseGroup(dialog, "Me2"); },
+                me2,
                 "insert at start",
-                {"QMF1.NCSCOMMAND 44 02 20 02 01 ", cut, cut, "QMF1.NCSCOMMAND 44 01 20 02 01 ",
-                 "QMF2.NCSCOMMAND e3 00 20 07 "}}};
+                {"QMF1.NCSCOMMAND 44 02 20 02 01 ", cut, cut, stepped, empty + "e3 00 20 07 "}}};
   driver().clickRow(a_.commands, 1);
   for (const auto& step : steps) {
     if (step.row >= 0) driver().clickRow(a_.commands, step.row);

@@ -142,8 +142,7 @@ class EveryDialog {
   static std::unique_ptr<QDialog> recovery() {
     auto dialog = std::make_unique<RecoveryDialog>();
     for (const PaneDescriptor& pane : kPaneDescriptors)
-      dialog->offer(pane, {QStringLiteral("001 - Titles"), QStringLiteral("a place"),
-                           QStringLiteral("3 of 4"), QStringLiteral("a warning")});
+      dialog->offer(pane, {"001 - Titles", "a place", "3 of 4", "a warning"});
     return dialog;
   }
 

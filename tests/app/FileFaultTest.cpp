@@ -82,18 +82,9 @@ class FileFaultTest : public WindowTest {
   // All that write a macro of the folder: 001, or 888, which is new.
   const std::vector<Operation> operations_ = {
       {"NOT saved", [this] { driver().press(a_.saveChanges); }},
-      {"NOT created",
-       [this] {
-         driver().press(a_.createMacro, filledIn({{"position", "888"}, {"name", "New"}}));
-       }},
-      {"NOT copied",
-       [this] {
-         driver().press(a_.copyMacro, filledIn({{"position", "888"}}));
-       }},
-      {"NOT renamed",
-       [this] {
-         driver().press(a_.renameMacro, filledIn({{"newName", "New"}}));
-       }},
+      {"NOT created", [this] { create(a_.createMacro, 888); }},
+      {"NOT copied", [this] { copyTo(a_.copyMacro, 888); }},
+      {"NOT renamed", [this] { rename(a_.renameMacro, "New"); }},
       {"NOT deleted", [this] { driver().press(a_.deleteMacro); }, false}};
 };
 

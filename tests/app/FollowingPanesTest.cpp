@@ -27,22 +27,10 @@ TEST_F(FollowingPanesTest, APaneShowsWhatItsMacroHoldsAfterTheOtherPaneChangedIt
     std::function<void()> run;
     const char* row;  // of pane B's macro afterwards; none when it is gone
     std::size_t commands;
-  } operations[] = {{"save",
-                     [this] {
-                       removeFirst(a_);
-                       driver().press(a_.saveChanges);
-                     },
+  } operations[] = {{"save", [this] { removeFirst(a_), driver().press(a_.saveChanges); },
                      "001 - Opening titles", count - 1},
-                    {"rename",
-                     [this] {
-                       driver().press(a_.renameMacro, filledIn({{"newName", "Elsewhere"}}));
-                     },
-                     "001 - Elsewhere", count},
-                    {"create",
-                     [this] {
-                       driver().press(a_.createMacro, filledIn({{"position", "1"}, {"name", "Fresh"}}));
-                     },
-                     "001 - Fresh", 1},
+                    {"rename", [this] { rename(a_.renameMacro, "Elsewhere"); }, "001 - Elsewhere", count},
+                    {"create", [this] { create(a_.createMacro, 1); }, "001 - Fresh", 1},
                     {"delete", [this] { driver().press(a_.deleteMacro); }, "", 0}};
   for (const auto& operation : operations) {
     for (const bool edited : {false, true}) {

@@ -81,8 +81,7 @@ TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
     WindowDriver::type(dialog, "filter", QStringLiteral("evening"));
     ASSERT_EQ(list->model()->rowCount(), 1);
     std::vector<std::string> preview;
-    for (const ListRow& row : dialog.findChild<ListBox*>("commands")->rows().rows())
-      preview.push_back(row.text);
+    for (const auto& row : dialog.findChild<ListBox*>("commands")->rows().rows()) preview.push_back(row.text);
     EXPECT_EQ(preview, lines);
     putBack(dialog);
     WindowDriver::type(dialog, "filter", QStringLiteral("nowhere"));
@@ -93,8 +92,7 @@ TEST_F(HistoryWindowTest, AMacroIsPutBackFromTheDialog) {
   const std::vector<std::string> questions = asked();
   ASSERT_EQ(questions.size(), 5U);
   EXPECT_THAT(questions[0], testing::StartsWith("Put back \"Two%5\" of "));
-  EXPECT_THAT(questions[0],
-              HasSubstr("overwrites macro 007 of workplace 1 on the panel " + addressOf(first_)));
+  EXPECT_THAT(questions[0], HasSubstr("macro 007 of workplace 1 on the panel " + addressOf(first_)));
   EXPECT_THAT(questions[4], HasSubstr("It overwrites \""));
   EXPECT_THAT(told(), testing::StartsWith("written: "));
   EXPECT_EQ(driver().texts(a_.commands), lines) << "a pane shows what its macro holds";
@@ -140,10 +138,26 @@ TEST_F(HistoryWindowTest, AVersionIsSavedWhereAPersonSaysUnlessAPaneHasUnsavedCh
   EXPECT_EQ(read(root + "/BACKUP.MAC"), "another file");
   driver().choose(a_.macros, "001");
   removeFirst(a_);
+  open(b_, "002");
   fixture_.site.messages.answer = false;
+  const auto over = [&](QDialog& choice) {
+    WindowDriver::answerNext([](QDialog& question) { WindowDriver::click(question, "Yes"); });
+    nameFile(choice, fixture_.site.root.resolve(macroPath(1)).string());
+  };
+  const auto saveShown = [&](const PaneDescriptor::ControlIds& pane) {
+    driver().clickRow(pane.commands, 0);
+    action("saveAs").trigger();
+    WindowDriver::answerNext(over);
+    takeFromMenu(Qt::Key_Up);
+  };
   saveAs(Qt::Key_Down, filledIn({{"position", "1"}}));
-  EXPECT_THAT(asked(), testing::ElementsAre(HasSubstr("A shows this macro with unsaved changes")));
+  saveAs(Qt::Key_Up, over);
+  saveShown(b_);
+  const auto unsaved = HasSubstr("A shows this macro with unsaved changes");
+  EXPECT_THAT(asked(), testing::ElementsAre(unsaved, unsaved, unsaved));
   EXPECT_EQ(read(macroPath(1)), before);
+  saveShown(a_);
+  EXPECT_EQ(read(macroPath(1)), held(Pane::kA)) << "unasked: they are its own";
 }
 
 // By each that overwrites or deletes; the user says no.
@@ -161,10 +175,7 @@ TEST_F(HistoryWindowTest, WhatCannotBeKeptIsNeitherDeletedNorOverwrittenUnasked)
       break;
     }
   const std::pair<std::function<void()>, const char*> overwrites[] = {
-      {[&] {
-         driver().press(a_.createMacro, filledIn({{"position", "1"}, {"name", "New"}}));
-       },
-       "001"},
+      {[&] { create(a_.createMacro, 1); }, "001"},
       {[&] { driver().choose(a_.macros, "001"), copyTo(b_.copyMacro, 7); }, "007"},
       {[&] { driver().press(b_.deleteMacro); }, "007"},
       {[&] { inHistory(&putBack); }, "001"}};

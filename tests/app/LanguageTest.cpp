@@ -109,17 +109,13 @@ TEST_F(LanguageTest, OwnTextsAreTranslatedAndTheSystemsStay) {
 }
 
 TEST_F(LanguageTest, TransfersAreToldAsOnTheCommandLineAndInGerman) {
+  using Result = FtpClient::Result;
   std::vector<TransferOutcome> outcomes;
-  for (int result = 0; result <= static_cast<int>(FtpClient::Result::kFailed); ++result)
-    outcomes.push_back({static_cast<FtpClient::Result>(result), true});
+  for (int result = 0; result <= static_cast<int>(Result::kFailed); ++result)
+    outcomes.push_back({static_cast<Result>(result), true});
   for (int holds = 0; holds <= static_cast<int>(PanelHolds::kUnknown); ++holds)
     for (const bool announced : {false, true})
-      outcomes.push_back({FtpClient::Result::kCut,
-                          true,
-                          announced,
-                          {},
-                          static_cast<PanelHolds>(holds),
-                          FtpClient::Result::kRefusedLogin});
+      outcomes.push_back({Result::kCut, true, announced, {}, PanelHolds{holds}, Result::kRefusedLogin});
   for (const TransferOutcome& outcome : outcomes) {
     speak({});
     EXPECT_EQ(transferText(outcome).toStdString(), outcome.describe());

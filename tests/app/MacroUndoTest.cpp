@@ -41,10 +41,6 @@ class MacroUndoTest : public PanelWindowTest {
     shortcut(Qt::Key_U, Qt::ControlModifier | Qt::AltModifier);
     return told();
   }
-  void create(int button, const char* number) {
-    driver().press(button, filledIn({{"position", number}, {"name", "Fresh"}}));
-  }
-  void rename(int button) { driver().press(button, filledIn({{"newName", "A&B"}})); }
   void remove(Pane pane) {
     driver().press(ids(pane).deleteMacro);
     awaitHeld(pane, numberIn(pane), "<missing>", "the deletion");
@@ -57,6 +53,10 @@ class MacroUndoTest : public PanelWindowTest {
       dialog.reject();
     });
     action("history").trigger();
+  }
+  void keepAndPutBack(const MacroPlace& place) {
+    ASSERT_TRUE(fixture_.history.keep(kOther, place, MacroChange::kSave));
+    putBack();
   }
   [[nodiscard]] static int numberIn(Pane pane) { return pane == Pane::kA ? 1 : 7; }
 };
@@ -71,25 +71,23 @@ TEST_F(MacroUndoTest, EachOperationIsUndone) {
     std::function<void()> work;
   };
   const Case cases[] = {
-      {Pane::kA, 1, "create 001 - Fresh", [&] { create(a_.createMacro, "1"); }},
-      {Pane::kA, 900, "create 900 - Fresh", [&] { create(a_.createMacro, "900"); }},
+      {Pane::kA, 1, "create 001 - Fresh", [&] { create(a_.createMacro, 1); }},
+      {Pane::kA, 900, "create 900 - Fresh", [&] { create(a_.createMacro, 900); }},
       {Pane::kA, 1, "copy 007 - Two to 001", [&] { copyTo(a_.copyMacro, 1); }},
-      {Pane::kA, 1, "rename 001 - Opening titles to A&&B", [&] { rename(a_.renameMacro); }},
+      {Pane::kA, 1, "rename 001 - Opening titles to A&&B", [&] { rename(a_.renameMacro, "A&B"); }},
       {Pane::kA, 1, "delete 001 - Opening titles", [&] { remove(Pane::kA); }},
       {Pane::kA, 1, "put back 001 - Other",
        [&] {
-         ASSERT_TRUE(fixture_.history.keep(kOther, {macroPath(1), {}, 0, {}}, MacroChange::kSave));
-         putBack();
+         keepAndPutBack({macroPath(1), {}, 0, {}});
        }},
-      {Pane::kB, 7, "create 007 - Fresh", [&] { create(b_.createMacro, "7"); }},
-      {Pane::kB, 500, "create 500 - Fresh", [&] { create(b_.createMacro, "500"); }},
+      {Pane::kB, 7, "create 007 - Fresh", [&] { create(b_.createMacro, 7); }},
+      {Pane::kB, 500, "create 500 - Fresh", [&] { create(b_.createMacro, 500); }},
       {Pane::kB, 7, "copy 001 - Opening titles to 007", [&] { copyTo(b_.copyMacro, 7); }},
-      {Pane::kB, 7, "rename 007 - Two to A&&B", [&] { rename(b_.renameMacro); }},
+      {Pane::kB, 7, "rename 007 - Two to A&&B", [&] { rename(b_.renameMacro, "A&B"); }},
       {Pane::kB, 7, "delete 007 - Two", [&] { remove(Pane::kB); }},
       {Pane::kB, 7, "put back 007 - Other",
        [&] {
-         ASSERT_TRUE(fixture_.history.keep(kOther, {{}, addressOf(first_), 1, "007"}, MacroChange::kSave));
-         putBack();
+         keepAndPutBack({{}, addressOf(first_), 1, "007"});
        }},
   };
   for (const char* const name : {"Other", "Two"})  // as the panel spells it
@@ -102,9 +100,11 @@ TEST_F(MacroUndoTest, EachOperationIsUndone) {
     driver().choose(b_.macros, "007");
     const std::string before = read(one.pane, one.number);
     const std::vector<std::string> lines = driver().texts(ids(one.pane).commands);
+    const std::vector<std::string> others = driver().texts(ids(other(one.pane)).commands);
     one.work();
     WindowDriver::waitFor([&] { return read(one.pane, one.number) != before; }, one.name.c_str());
     if (one.number == 7) awaitGone(b_.macros, "007 - Two");
+    EXPECT_EQ(driver().texts(ids(other(one.pane)).commands), others);
     const std::string after = read(one.pane, one.number);
     const bool kept = one.name.rfind("rename 007", 0) != 0;
     if (kept && before != "<missing>") {
@@ -148,7 +148,7 @@ TEST_F(MacroUndoTest, UnsavedChangesOfAPaneAreAskedAbout) {
   open(b_);
   removeFirst(b_);
   const std::vector<std::string> lines = driver().texts(b_.commands);
-  rename(a_.renameMacro);
+  rename(a_.renameMacro, "A&B");
   EXPECT_THAT(undo(), StartsWith("undone: rename 001"));
   EXPECT_THAT(asked(), ElementsAre(HasSubstr("B shows this macro with unsaved")));
   EXPECT_THAT(driver().texts(a_.macros), testing::Contains("001 - Opening titles")) << "pane A follows";

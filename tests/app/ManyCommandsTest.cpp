@@ -328,13 +328,19 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   press(Pane::kA, Qt::Key_Delete);
   drop();
   EXPECT_THAT(told(), StartsWith("NOT opened"));
+  std::filesystem::remove(file.toStdString());
   std::string place;
-  startAgain([&](QDialog& dialog) {
+  const auto takeUp = [&](QDialog& dialog) {
     for (const auto* label : dialog.findChildren<QLabel*>()) place += label->text().toStdString() + '\n';
     WindowDriver::click(dialog, "OK");
-  });
+  };
+  startAgain(takeUp);
   EXPECT_THAT(place, HasSubstr(file.toStdString())) << "a crash takes nothing";
-  EXPECT_EQ(letters(Pane::kA), "xz");
+  fixture_.site.messages.answer = false;
+  driver().press(a_.discardChanges);
+  EXPECT_EQ(letters(Pane::kA), "xz") << "what it was is gone";
+  fixture_.site.write(file.toStdString(), macroOf("xyz"));
+  startAgain(takeUp);
   for (const char* const left : {"xyz", "xz", "xyz"}) {
     if (letters(Pane::kA) == "xz")
       driver().press(a_.discardChanges);
@@ -378,8 +384,7 @@ TEST_F(ManyCommandsTest, APlaceThatIsChosenForAnotherMacroIsNotUsed) {
 
 // Catches a key file, or a macro that cannot be saved whole, that is offered more than to be copied from.
 TEST_F(ManyCommandsTest, WhatCannotBeEditedOffersCopyOnly) {
-  fixture_.site.write(macroPath(993),
-                      "<macro name=\"m\"><data><cmd fid='QMF1.y'workplace='1'/></data></macro>");
+  fixture_.site.write(macroPath(993), "<macro name=''><data><cmd fid='QMF1.y'workplace='1'/></data></macro>");
   const auto offered = [this] {
     QString texts;
     WindowDriver::waitFor([] { return QApplication::activePopupWidget() == nullptr; }, "no menu");

@@ -19,18 +19,10 @@ TEST_F(PaneHeadingTest, FollowsWhatThePaneShows) {
                "001 - Opening titles" + place + ", unsaved changes, last change: delete 1 command"},
               {[&] { driver().press(a_.saveChanges); },
                "001 - Opening titles" + place + ", last change: delete 1 command"},
-              {[&] {
-                 driver().press(a_.renameMacro, filledIn({{"newName", "Elsewhere"}}));
-                 driver().choose(a_.macros, "001");
-               },
+              {[&] { rename(a_.renameMacro, "Elsewhere"), driver().choose(a_.macros, "001"); },
                "001 - Elsewhere" + place},
-              {[&] {
-                 driver().choose(a_.controlPanels, "CP7");
-                 driver().clickRow(a_.macros, 0);
-               },
-               "00 - "}};
-  const auto* heading =
-      driver().control<QWidget>(a_.commands).parent()->findChild<QLabel*>(QStringLiteral("subject"));
+              {[&] { driver().choose(a_.controlPanels, "CP7"), driver().clickRow(a_.macros, 0); }, "00 - "}};
+  const auto* heading = driver().control<QWidget>(a_.commands).parent()->findChild<QLabel*>("subject");
   for (const auto& row : rows) {
     row.act();
     EXPECT_THAT(heading->accessibleName().toStdString(), testing::StartsWith(row.heading));

@@ -134,9 +134,6 @@ class PanelWindowTest : protected Panels, public WindowTest {
     faults.ftp.stallTransfer = true;
     ASSERT_TRUE(panel.simulator.setFaults(faults));
   }
-  void copyTo(int button, int number) {
-    driver().press(button, filledIn({{"position", QString::number(number)}}));
-  }
   [[nodiscard]] std::string button(Pane pane) {
     return driver().control<QAbstractButton>(ids(pane).connectButton).text().toStdString();
   }

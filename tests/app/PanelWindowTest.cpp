@@ -12,6 +12,7 @@ namespace tessaly {
 namespace {
 
 using testing::Contains;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -37,9 +38,10 @@ TEST_F(PanelWindowTest, MacrosOfThePanelAreEditedAndSaved) {
   driver().press(b_.saveChanges);
   EXPECT_THAT(values(first_.read(1, "007")), ElementsAre("0", "0"));
   awaitRow(b_.macros, "007 - Two");
+  EXPECT_THAT(told(), StartsWith("renamed: 007 - Two!"));
 
   for (const char* name : {"Fresh", "Fresher"}) {
-    driver().press(b_.createMacro, filledIn({{"position", "33"}, {"name", name}}));
+    create(b_.createMacro, 33, name);
     awaitRow(b_.macros, std::string("033 - ") + name);
     EXPECT_THAT(first_.read(1, "033"), HasSubstr(name));
     EXPECT_EQ(selected(b_.macros), std::string("033 - ") + name) << "what was created is at hand";
@@ -70,7 +72,8 @@ TEST_F(PanelWindowTest, EveryWayOfCopying) {
   driver().clickRow(a_.macros, 0);
   const std::size_t commands = driver().texts(a_.commands).size();
   copyTo(b_.copyMacro, 103);
-  EXPECT_THAT(told(), EndsWith(" to 103 (verified) (2 commands of the key cannot be read in a macro)"));
+  EXPECT_THAT(fixture_.window->findChild<QLabel*>("statusStrip")->accessibleName().toStdString(),
+              ContainsRegex("^Warning: .* to 103 .verified. .2 commands of the key cannot be read"));
   EXPECT_EQ(values(first_.read(1, "103")).size(), commands);
 
   // Panel to panel: pane A joins at once, and both transfers use its own address.
@@ -99,7 +102,7 @@ TEST_F(PanelWindowTest, APaneThatHasJoinedTheLineToAnotherPanel) {
   driver().press(a_.connectButton);
   chooseWorkplace(Pane::kA, 1, "007 - Two");
   const auto undo = [&] { shortcut(Qt::Key_U, Qt::ControlModifier | Qt::AltModifier); };
-  driver().press(a_.createMacro, filledIn({{"position", "104"}, {"name", "Fresh"}}));
+  create(a_.createMacro, 104);
   EXPECT_THAT(told(), HasSubstr("could not be told"));
   EXPECT_THAT(second_.read(1, "104"), HasSubstr("Fresh"));
   first_.tree.write(Panel::file(1, "104"), kTwoFunctions);
@@ -124,13 +127,13 @@ TEST_F(PanelWindowTest, UnsavedChangesHoldThePaneAtItsWorkplace) {
   EXPECT_EQ(driver().texts(b_.commands).size(), 3U) << "what went through its working copy is what it shows";
 
   const std::function<void()> ends[] = {[this] { driver().press(b_.discardChanges); },
-                                        [this] {
-                                          driver().list(b_.commands).setFocus();
-                                          shortcut(Qt::Key_Z, Qt::ControlModifier);
-                                        },
+                                        [&] { driver().clickRow(b_.commands, 0), action("undo").trigger(); },
                                         [this] { driver().press(b_.saveChanges); }};
   for (const auto& end : ends) {
     removeFirst(b_);
+    driver().choose(a_.macros, "007");
+    rename(a_.renameMacro, "Two");
+    EXPECT_EQ(selected(b_.macros), "007 - Two");
     chooseWorkplace(Pane::kA, 2, "500 - Elsewhere");
     fixture_.window->repaint();
     EXPECT_EQ(selected(b_.workplaces), "Workplace 1");
@@ -252,10 +255,19 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
     fixture_.site.messages.answer = true;
     driver().press(b_.saveChanges);
     driver().choose(a_.applications, "Football Live");
-    EXPECT_THAT(strip->owed(Pane::kB).toStdString(), StartsWith("NOT saved: 007")) << "whatever comes next";
+    for (const char* name : {"007 - Two!", "007 - Two"}) {
+      first_.simulator.set("PANEL.MACRO1.REG7.NAME", name + 6);
+      awaitRow(b_.macros, name);
+      EXPECT_EQ(selected(b_.macros), name);
+    }
+    create(b_.createMacro, 33);
+    EXPECT_EQ(selected(b_.macros), "007 - Two");
     EXPECT_EQ(values(first_.read(1, "007")).size(), left);
     EXPECT_FALSE(edited(Pane::kB));
     ASSERT_TRUE(first_.simulator.setFaults({}));
+    driver().clickRow(a_.macros, 0);
+    copyTo(b_.copyMacro, 7);
+    EXPECT_THAT(strip->owed(Pane::kB).toStdString(), StartsWith("NOT saved: 007")) << "whatever comes next";
     QApplication::setActiveWindow(fixture_.window.get());
     driver().list(b_.macros).setFocus();
     saveAgain();
@@ -295,11 +307,14 @@ TEST_F(PanelWindowTest, AFailedTransferLosesNothing) {
 TEST_F(PanelWindowTest, ATransferWithoutAThreadFails) {
   connectPane(Pane::kB, first_);
   chooseWorkplace(Pane::kB, 1, "007 - Two");
+  driver().choose(b_.macros, "007");
   pthread_attr_t usual, none;
   ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
   pthread_attr_init(&none);
   pthread_attr_setstacksize(&none, std::size_t{1} << 47);  // more than there are addresses
   ASSERT_EQ(pthread_setattr_default_np(&none), 0);
+  create(b_.createMacro, 33);
+  EXPECT_EQ(selected(b_.macros), "") << "nothing is shown";
   driver().choose(b_.macros, "007");
   pthread_setattr_default_np(&usual);
   EXPECT_THAT(told(), StartsWith("NOT opened: 007 - Two (the transfer failed)"));
@@ -316,13 +331,15 @@ TEST_F(PanelWindowTest, AMacroThatChangedOnThePanelIsAskedAbout) {
     first_.tree.write(Panel::file(1, "007"), kTwoFunctions);
     driver().choose(b_.macros, "007");
     removeFirst(b_);
-    stallTransfers(first_);
-    waitedFor([&] { driver().press(b_.saveChanges); },
-              [&](QProgressDialog& progress) {
-                EXPECT_TRUE(first_.simulator.setFaults({}));
-                cancel(progress);
-              });
-    EXPECT_EQ(told(), "NOT saved: 007 - Two (the transfer was cancelled)");
+    for (const int button : {b_.discardChanges, b_.saveChanges}) {
+      stallTransfers(first_);
+      waitedFor([&] { driver().press(button); },
+                [&](QProgressDialog& progress) {
+                  EXPECT_TRUE(first_.simulator.setFaults({}));
+                  cancel(progress);
+                });
+      EXPECT_THAT(told(), EndsWith("ed: 007 - Two (the transfer was cancelled)"));
+    }
     EXPECT_EQ(first_.read(1, "007"), kTwoFunctions);
 
     if (deleted)

@@ -11,17 +11,13 @@ constexpr const char* kRecord = "recovery\\paneB.txt";
 
 class RecoveryFileTest : public testing::Test {
  protected:
+  const ContentCheck check{3, 4}, held{5, 6};
   const RecoveryRecord onDisk{
-      {PaneSource::kHarddisk, "c:\\a %1\n\\", {}, 0, "007", "N%0A=\"\xFC"}, 1, 2, ContentCheck{3, 4}, false};
+      {PaneSource::kHarddisk, "c:\\a %1\n\\", {}, 0, "007", "N%0A=\"\xFC"}, 1, 2, check, false};
   const RecoveryRecord onPanel{
       {PaneSource::kPanel, {}, "10.0.0.1:5", 8, "999", ""}, 5, 6, std::nullopt, true};
-  const RecoveryRecord loose{{PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"},
-                             7,
-                             8,
-                             ContentCheck{3, 4},
-                             false,
-                             "/tmp/a.mac",
-                             ContentCheck{5, 6}};
+  const RecoveryRecord loose{
+      {PaneSource::kHarddisk, {}, {}, 0, {}, "a.mac"}, 7, 8, check, false, "/tmp/a.mac", held};
 
   TestSite site;
   RecoveryFile file{site.root, 'B'};

@@ -77,7 +77,12 @@ TEST_F(PanelWindowTest, AReplacementOnAPanelIsVerifiedToldAndUndone) {
   std::optional<EventGate::Hold> transfer(&gate());
   QTimer::singleShot(500, [&] { transfer.reset(); });
   replace(false);
+  EXPECT_THAT(asked(), testing::Each(HasSubstr("2 of 2 macros have errors:")));
   EXPECT_EQ(told(), "NOTHING was replaced: 2 macros have errors.");
+  transfer.emplace(&gate());
+  QTimer::singleShot(500, [&] { window.findChild<QPushButton*>("cancel")->click(), transfer.reset(); });
+  replace(false);
+  EXPECT_THAT(asked(), testing::IsEmpty()) << told();
   EXPECT_TRUE(holds("QMF1"));
   fixture_.site.messages.answering = {};
   replace(false);

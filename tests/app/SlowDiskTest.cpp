@@ -75,17 +75,8 @@ TEST_F(SlowDiskTest, WhatHangsIsNamedAndGivenUpWithNothingChanged) {
   } cases[] = {
       {"macroWP2", [&] { driver().choose(a_.workplaces, "Workplace 2"); }, "macroWP2", "NOT listed: "},
       {"macro001.mac", [&] { driver().choose(a_.macros, "001"); }, "macro001.mac", "NOT opened: 001"},
-      {"macro001.mac",
-       [&] {
-         driver().press(a_.renameMacro, filledIn({{"newName", "Other"}}));
-       },
-       "macro001.mac", "NOT renamed: 001"},
-      {"macro003.mac",
-       [&] {
-         driver().press(a_.createMacro, filledIn({{"position", "3"}, {"name", "Other"}}));
-       },
-       "macro003.mac", "NOT written to 003"},
-  };
+      {"macro001.mac", [&] { rename(a_.renameMacro, "Other"); }, "macro001.mac", "NOT renamed: 001"},
+      {"macro003.mac", [&] { create(a_.createMacro, 3); }, "macro003.mac", "NOT written to 003"}};
   const std::string first = read(macroPath(1));
   const std::string third = read(macroPath(3));
   for (const auto& now : cases) {

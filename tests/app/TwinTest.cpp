@@ -83,8 +83,7 @@ std::set<std::string> actsOf(const MainWindow& window) {
     collect(*title->menu(), title->text().remove(QLatin1Char('&')), acts);
   for (const auto* pane : window.findChildren<MacroPane*>())
     for (const auto* button : pane->findChildren<QAbstractButton*>())
-      if (!button->objectName().startsWith(QLatin1String("qt_")))
-        acts.insert(button->objectName().toStdString());
+      if (!button->objectName().startsWith("qt_")) acts.insert(button->objectName().toStdString());
   return acts;
 }
 

@@ -103,8 +103,7 @@ TEST_F(UndoTest, TheListOfStepsIsWorkedByKeysAndToldToAScreenReader) {
   auto* strip = fixture_.window->findChild<QLabel*>(QStringLiteral("statusStrip"));
   EXPECT_THAT(QAccessible::queryAccessibleInterface(strip)->text(QAccessible::Name).toStdString(),
               StartsWith("3 steps undone \u2013 pane A, 001 of Evening News/CP1, workplace 1"));
-  choose(Qt::Key_End,
-         {QStringLiteral("opened \\(now\\)"), "1" + step, "2" + step, "3" + step + ".*\\(saved\\)$"});
+  choose(Qt::Key_End, {"opened \\(now\\)", "1" + step, "2" + step, "3" + step + ".*\\(saved\\)$"});
   EXPECT_EQ(held(), saved);
   EXPECT_FALSE(edited());
 }

@@ -98,8 +98,8 @@ class WindowFixture {
 // A window worked as a person works it.
 class WindowTest : public testing::Test {
  protected:
-  explicit WindowTest(PanelClient& client = offlineClient(), std::uint16_t ftpPort = kFtpPort)
-      : fixture_(client, ftpPort) {
+  explicit WindowTest(PanelClient& client = offlineClient(), std::uint16_t port = kFtpPort, bool demo = false)
+      : fixture_(client, port, demo) {
     QApplication::setActiveWindow(fixture_.window.get());
   }
 
@@ -134,6 +134,13 @@ class WindowTest : public testing::Test {
     driver().clickRow(pane.commands, 0);
     driver().press(pane.deleteCommand);
   }
+  void create(int button, int number, const char* name = "Fresh") {
+    driver().press(button, filledIn({{"position", QString::number(number)}, {"name", name}}));
+  }
+  void copyTo(int button, int number) {
+    driver().press(button, filledIn({{"position", QString::number(number)}}));
+  }
+  void rename(int button, const char* name) { driver().press(button, filledIn({{"newName", name}})); }
   // A key for the window, whichever was in front.
   void shortcut(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QApplication::setActiveWindow(fixture_.window.get());
@@ -171,8 +178,7 @@ class WindowTest : public testing::Test {
   }
   // Once it is offered.
   static void cancel(QProgressDialog& progress) {
-    if (progress.findChild<QAbstractButton*>() != nullptr)
-      WindowDriver::click(progress, QStringLiteral("Cancel"));
+    if (progress.findChild<QAbstractButton*>() != nullptr) WindowDriver::click(progress, "Cancel");
   }
   // Another start of the program, which may make an offer; `answer` is run in it.
   void startAgain(const std::function<void(QDialog&)>& answer = {}) {

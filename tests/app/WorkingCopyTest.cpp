@@ -67,8 +67,7 @@ TEST_F(WorkingCopyTest, NothingForeignGetsInWhileThereAreUnsavedChanges) {
   ASSERT_TRUE(copy.undo());
   copy.leaveEditState();
   EXPECT_TRUE(copy.lend());
-  EXPECT_EQ(copy.content(), WorkingCopy::Content::kNothing)
-      << "a loan that was not filled leaves nothing shown";
+  EXPECT_EQ(copy.content(), WorkingCopy::Content::kNothing) << "a loan that is not filled shows nothing";
 }
 
 TEST_F(WorkingCopyTest, ALentFileIsTouchedByNobodyElse) {

@@ -51,6 +51,7 @@ class WorkplacesTest : public PanelWindowTest {
 
 TEST_F(WorkplacesTest, ACopyIsFollowedByThePanesAndUndoneAsOne) {
   const WorkplacesWindow& window = open();
+  EXPECT_EQ(window.findChild<QComboBox*>("right")->count(), 7) << "each once";
   click(window, "tickDifferent");
   click(window, "toRight");
   EXPECT_EQ(first_.read(1, "007"), kCopied);
@@ -117,10 +118,7 @@ TEST_F(WorkplacesTest, TheStartEndsWhatWasCutShort) {
   ASSERT_TRUE(BatchJournal::begin(fixture_.site.root, record));
   fixture_.open();
   WindowDriver::waitFor(
-      [&] {
-        return fixture_.status().contains(
-            QStringLiteral("\"replacement\" was cut short, and has been ended"));
-      },
+      [&] { return fixture_.status().contains("\"replacement\" was cut short, and has been ended"); },
       "the recovery to be told");
   EXPECT_EQ(read(macroPath(1)), kCopied);
 }

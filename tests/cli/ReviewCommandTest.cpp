@@ -54,7 +54,7 @@ TEST_F(ReviewCommand, ChecksAndFindsInFilesFoldersAndStreams) {
       {{"sheet", "c:\\w", "--format", "csv", "--date", "2026-11-25"},
        "",
        0,
-       "002,M,1,Mainframe1,Size ==> 10,",
+       "M,1,Mainframe1,Size ==> 10,",
        ""},
       {{"sheet", "c:\\w\\macro002.mac", "--format", "HTML"}, "", 0, "<td>Size ==&gt; 10<ul", ""},
       {{"sheet", "c:\\w\\macro003.mac", "--format", "pdf", "--paper", "a5"}, "", 0, "[ 0 0 419.53", ""},

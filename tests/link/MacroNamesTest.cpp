@@ -127,10 +127,15 @@ TEST_F(MacroNamesTest, OneWorkplaceIsSubscribedForBothPanes) {
   EXPECT_EQ(names.workplace(), 3);
   EXPECT_EQ(names.name(Pane::kA, 5), "") << "all tables are emptied";
   log.clear();
-  EXPECT_THAT(arrives("PANEL.MACRO2.REG5.NAME", "Late"), IsEmpty());
+  EXPECT_THAT(arrives("PANEL.MACRO2.REG0.NAME", "Late"), IsEmpty());
   panelPane = {true, true};
-  panel.value("PANEL.MACRO3.REG6.NAME", "x");
+  arrives("PANEL.MACRO3.REG6.NAME", "x");
+  names.renew(3);
+  EXPECT_THAT(log, IsEmpty()) << "they came over this line";
+  panel.status(kPanelConnected);
   panel.status(7);
+  names.renew(4);
+  EXPECT_EQ(names.workplace(), 3);
   names.subscribe(4);
   EXPECT_EQ(names.workplace(), kNoWorkplace) << "only status 0 is connected";
   EXPECT_EQ(names.names(Pane::kB), MacroNames::Names(MacroNumber::kCount));

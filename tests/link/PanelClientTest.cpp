@@ -129,8 +129,7 @@ TEST_F(PanelClientTest, UnsubscribingWaitsForADeliveryAndThenKeepsSubscribersOut
   };
   std::thread library([&] { panel.value("A", "1"); });
   entered.get_future().wait();
-  EXPECT_TRUE(client.subscribe("B", &listener, &Listener::first))
-      << "a subscriber does not wait for a delivery";
+  EXPECT_TRUE(client.subscribe("B", &listener, &Listener::first)) << "a subscriber waits for no delivery";
   auto unsubscribed = std::async(std::launch::async, [&] { client.unsubscribeOwner(&listener); });
   // Until it stands before the delivery: then whoever subscribes waits, too.
   std::vector<std::future<void>> subscribed;

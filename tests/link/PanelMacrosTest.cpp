@@ -116,16 +116,13 @@ TEST_F(PanelMacrosTest, AnUploadThatFailsLeavesTheOldMacroOrSaysThatItDoesNot) {
     const char* file;
     std::size_t loads;
   };
+  const std::vector<Result> stalls{kDone,    kCut,  kDone,    kCut,  kDone,   kDone,
+                                   kStalled, kDone, kStalled, kDone, kStalled};
   const Case cases[] = {
       {"wrong once", {kDone, kAltered}, kDone, Holds::kNew, "<new/>", 1},
       {"wrong twice", {kDone, kAltered, kDone, kAltered}, kAltered, Holds::kOld, "<old/>", 1},
       {"cut, then well", {kDone, kCut}, kDone, Holds::kNew, "<new/>", 1},
-      {"cut twice, then stalled",
-       {kDone, kCut, kDone, kCut, kDone, kDone, kStalled, kDone, kStalled, kDone, kStalled},
-       kCut,
-       Holds::kOld,
-       "<old/>",
-       1},
+      {"cut twice, then stalled", stalls, kCut, Holds::kOld, "<old/>", 1},
       {"cut, gone, back", {kDone, kCut, kGone, kGone, kGone}, kCut, Holds::kOld, "<old/>", 1},
       {"taken, then gone, back with it", {kDone, kDone, kGone}, kDone, Holds::kNew, "<new/>", 1},
       {"disk full", {kDone, kFull, kDone}, kFull, Holds::kOld, "<old/>", 1},

@@ -148,8 +148,7 @@ TEST_F(MacroHistoryTest, ADamagedRecordLeavesTheBytes) {
 // A clock that was wrong has dated what was kept, and is set right, or wrong again.
 TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
   // Kept by an earlier version of the program, which had only the clock.
-  site.write("history\\2099-01-01\\000000-000-" + historyKey({kFile, {}, 0, {}}) + "-8-macro007.mac",
-             "no count");
+  site.write("history\\2099-01-01\\000000-000-" + historyKey({kFile, {}, 0, {}}) + "-8-macro007.mac", "none");
   MacroHistory four(site.root, {4}, clock);
   site.write(kFile, "1");
   for (const char* bytes : {"2", "3", "4", "5", "6"}) {
@@ -326,8 +325,7 @@ TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
   overwrite(history, "first");
   overwrite(history, "second");
   EXPECT_THAT(*listFolder(site.root, "history\\2024-10-05"), ElementsAre("mine.txt"));
-  EXPECT_THAT(*listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2))
-      << "one macro and its record";
+  EXPECT_THAT(*listFolder(site.root, "history\\2024-10-04"), testing::SizeIs(2)) << "a macro and its record";
   EXPECT_EQ(site.read("history\\2024-10-04\\.tessaly-1-1-1.tmp"), "<missing>");
   site.write("history\\2024-10-04\\.tessaly-1-1-2.tmp", "half");
   site.write("history\\lock", "7");

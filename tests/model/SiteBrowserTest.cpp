@@ -48,14 +48,10 @@ TEST_F(SiteBrowser, ScansTheDevicesFile) {
     std::string devices;
     std::vector<std::string> texts;
   } cases[] = {
-      {"both families",
-       "CP1 = \"Main\"\r\nCP2 \"Old\" x",
-       {"CP1-Corvane XL -Main", "CP2-TarrowCP -     Old"}},
+      {"both", "CP1 = \"Main\"\r\nCP2 \"Old\" x", {"CP1-Corvane XL -Main", "CP2-TarrowCP -     Old"}},
       {"panel without files is skipped", "CP3 \"Gone\" CP1 \"Main\"", {"CP1-Corvane XL -Main"}},
       {"mark inside a skipped label", "CP3 \"CP1 desk\" \"Main\"", {"CP1-Corvane XL - "}},
-      {"mark inside a label",
-       "CP1 \"CP2 x\" CP2 \"Old\"",
-       {"CP1-Corvane XL -CP2 x", "CP2-TarrowCP -     Old"}},
+      {"mark in a label", "CP1 \"CP2 x\" CP2 \"Old\"", {"CP1-Corvane XL -CP2 x", "CP2-TarrowCP -     Old"}},
       {"mark inside a word", "xCP1 \"Main\"", {"CP1-Corvane XL -Main"}},
       {"no blank ends the scan", "CP1\t\"Main\"", {}},
       {"no closing quote ends the scan", "CP1 \"Main\" CP2 \"Old", {"CP1-Corvane XL -Main"}},

@@ -117,6 +117,8 @@ TEST_F(MacroCheckTest, LeavesWhatIsMeant) {
        {"unknown-function 0 error: no function is called \"ME1.KEY1.CLIPP.SET\"; ME1.KEY1.CLIP.SET"}},
       {command("QMF1.NCSCOMMAND", parameter("CMD", "24 00 2x 08 02")),
        {"classic-text 0 error: the text does not decode"}},
+      {classic("3f 00 03 10 05 0g "),
+       {"classic-text 0 error: the byte \"0g\" is not written in the digits 0 to 9 and a to f"}},
       {command(clip, parameter("VALUE", "0.5") + parameter("VALEU", "0.5")),
        {"unknown-parameter 0 error VALEU: the function has no parameter \"VALEU\""}},
       {set(clip, "0.1") + set("QMF7.ME1.KEY1.GAIN.SET", "0.1") + set(clip, "0.2"),

@@ -140,8 +140,7 @@ TEST(MacroDiff, ChangesStandBesideTheirOldLinesAndBlocksAreMoved) {
   const auto of = [](const char* fid) {
     return *Macro::read(std::string("<macro><data><cmd fid=\"") + fid + "\"/></data></macro>");
   };
-  EXPECT_EQ(rowsOf(MacroDiff(of("QMF1.A"), of("QMF2.A"), nullptr)), "!")
-      << "the function of another mainframe";
+  EXPECT_EQ(rowsOf(MacroDiff(of("QMF1.A"), of("QMF2.A"), nullptr)), "!") << "of another mainframe";
   EXPECT_TRUE(MacroDiff(of("A"), of("A"), nullptr).taking({0, 7}, Side::kA).pieces.empty());
 }
 

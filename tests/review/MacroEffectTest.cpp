@@ -4,6 +4,7 @@
 #include "fuzz/effect/RandomMacros.h"
 #include "review/MacroEffect.h"
 #include "tests/review/SampleMacros.h"
+#include "tests/support/TestSite.h"
 
 namespace tessaly {
 namespace {
@@ -86,6 +87,17 @@ TEST_F(MacroEffectTest, TableOfCommands) {
     const MacroEffect effect = replay(commands);
     EXPECT_EQ(toldOf(effect, effect.commandCount() - 1), told);
   }
+}
+
+TEST_F(MacroEffectTest, TheOnlyChoiceIsToldWhereAnotherEntrySetsIt) {
+  const TestSite site;
+  site.write(decodingListPath(0x10, 0x05),
+             "CD=0x10\nCO=0x05\n[0x01] 0x01 \"Wide\"\npt_ByteEnum \"T\"\n: 0x02 \"B\"\npt_Word \"W\"\n"
+             "[0x01] 0x01 \"Type\"\npt_ByteEnum \"T\"\n: 0x01 \"A\"\n: 0x02 \"B\"\n");
+  DecodingLists own(site.root);
+  const MacroEffect effect({coded("26 10 05 01 02 07 00 ")}, {dictionary(), own}, {});
+  EXPECT_EQ(toldOf(effect, 0),
+            "sets QMF1.NCSCOMMAND.10.05.01.0=02 (B) QMF1.NCSCOMMAND.10.05.01.02.1=07 00 (7)");
 }
 
 TEST_F(MacroEffectTest, AValueIsCalledAndBeginsAsItIs) {

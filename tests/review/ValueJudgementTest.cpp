@@ -16,6 +16,7 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
   IntegerParameter& gauge = function.integers.emplace_back();
   gauge.name = "GAUGE";
   gauge.max = 100;
+  function.floats.emplace_back().name = "FREE_REAL";
   FloatParameter& real = function.floats.emplace_back();
   real.name = "REAL";
   real.max = 1;
@@ -36,7 +37,9 @@ TEST(ValueJudgement, BoundsBindAsFarAsTheyAreSaid) {
       {"GAUGE", "-5", kLimits, "0", NumberKind::kFixedPoint},  // a number of its own, as of a memory
       {"GAUGE", "-5", kNone, "", NumberKind::kStep},
       {"GAUGE", "2147483648", kLimits, "2147483647", NumberKind::kStep},
-      {"REAL", "2047.5", kLimits, "2047", NumberKind::kStep},
+      {"REAL", "2047.0000005", kLimits, "2047", NumberKind::kStep},
+      {"FREE_REAL", "-2048.5", kLimits, "-2048", NumberKind::kFixedPoint},
+      {"REAL", "-2048", kNone, "", NumberKind::kStep},
       {"REAL", "1.0000005"},  // as it is rounded
       {"REAL", "nan", kNumber},
       {"REAL", ""},

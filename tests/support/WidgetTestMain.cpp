@@ -41,8 +41,7 @@ class UntoldChanges final : public QObject {
         const QModelIndex cell = model_.index(row, column, parent);
         const QString now = cell.data().toString() + '|' + cell.data(Qt::CheckStateRole).toString();
         const QString& before = painted_.try_emplace(cell, now).first->second;
-        EXPECT_EQ(before.toStdString(), now.toStdString())
-            << "untold, in row " << row << ", column " << column;
+        EXPECT_EQ(before.toStdString(), now.toStdString()) << "untold: row " << row << ", column " << column;
         if (column == 0 && model_.hasChildren(cell)) compare(cell);
       }
   }

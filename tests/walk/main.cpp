@@ -47,11 +47,8 @@ int main(int argc, char** argv) {
                      {QStringLiteral("screenshot"), QString(), QStringLiteral("FILE")}});
   parser.process(toolkit);
   tessaly::speak(QStringLiteral("en"));  // which has its numbers of one
-  tessaly::Application application({parser.value(QStringLiteral("root")).toStdString(),
-                                    false,
-                                    false,
-                                    parser.value(QStringLiteral("ftp-port")).toUShort(),
-                                    {}});
+  const QString root = parser.value(QStringLiteral("root")), port = parser.value(QStringLiteral("ftp-port"));
+  tessaly::Application application({root.toStdString(), false, false, port.toUShort(), {}});
   if (application.claimRoot() != tessaly::RootClaim::kOurs) {
     std::fputs("another program runs on this root\n", stderr);
     return 1;

@@ -186,8 +186,7 @@ TEST_F(CompareWindowTest, TakesWhatIsSelectedOrAllAsOneStepAndStaysThere) {
   EXPECT_THAT(values(Side::kB), ElementsAre("0", "11", "2", "4", "5", "7", "8", "9"));
   click(*table_, table_->model()->index(1, CompareModel::kTakeB));
   awaitSteps(3);
-  EXPECT_THAT(values(Side::kB), ElementsAre("0", "1", "2", "4", "5", "7", "8", "9"))
-      << "by the arrow in the row";
+  EXPECT_THAT(values(Side::kB), ElementsAre("0", "1", "2", "4", "5", "7", "8", "9")) << "by the row's arrow";
   click("takeAllA");
   awaitSteps(4);
   EXPECT_EQ(values(Side::kA), values(Side::kB));

@@ -146,6 +146,8 @@ TEST_F(ReplaceWindowTest, WritesWhatIsTickedAndNothingElse) {
 
 // Else nothing could undo it.
 TEST_F(ReplaceWindowTest, GoesOnlyOnceItHasToldWhatItHasWritten) {
+  site.write(kOne,
+             "<macro name='M'><data><cmd fid='QMF1.NONE'/></data></macro>");  // wrong, and asked of none
   preview("QMF1", "QMF2");
   QSignalSpy replaced(window_, &ReplaceWindow::replaced);
   const QPointer window = std::exchange(window_, nullptr);
@@ -154,7 +156,7 @@ TEST_F(ReplaceWindowTest, GoesOnlyOnceItHasToldWhatItHasWritten) {
   window->close();
   EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
   EXPECT_EQ(replaced.size(), 1);
-  EXPECT_EQ(site.read(kOne), macro("QMF2", "QMF2"));
+  EXPECT_EQ(site.read(kTwo), macro("QMF2", "QMF2"));
 }
 
 TEST_F(ReplaceWindowTest, FindingsAreThoseOfWhatIsTicked) {
