@@ -191,12 +191,27 @@ void OpenMacros::forget(const MacroPlace& changed) {
   }
 }
 
+// A loose macro under the file that it was read from.
 Outcome OpenMacros::keepUnsaved(const WorkingCopy& copy) {
-  const MacroTarget& target = *copy.target();
-  return transfers_.beside().write(tr("Keeping the changes of %1 in the history").arg(macroInStrip(target)),
-                                   [&history = history_, bytes = copy.bytes(), place = placeOf(target)] {
+  const std::string& file = copy.looseFile().empty() ? copy.path() : copy.looseFile();
+  const MacroPlace place = copy.target() ? placeOf(*copy.target()) : MacroPlace{file, {}, 0, {}};
+  return transfers_.beside().write(tr("Keeping the changes of %1 in the history").arg(openMacro(copy)),
+                                   [&history = history_, bytes = copy.bytes(), place] {
                                      return history.keep(bytes, place, MacroChange::kUnsaved);
                                    });
+}
+
+QString OpenMacros::openMacro(const WorkingCopy& copy) {
+  return copy.target() ? macroInStrip(*copy.target()) : tr("the open macro");
+}
+
+// Once what `keeping` tells of, if anything, was to go to the history.
+Message OpenMacros::discarded(const QString& macro, const std::optional<Outcome>& keeping) {
+  if (keeping && keeping->done())
+    return {Grade::kDone, tr("changes discarded: %1; the history keeps them").arg(macro)};
+  if (keeping && history_.takeFailure())
+    return {Grade::kWarning, tr("changes discarded: %1; the history could not keep them").arg(macro)};
+  return {Grade::kDone, tr("changes discarded: %1").arg(macro)};
 }
 
 // Nobody's work is overwritten unseen. Who compares has not decided: the save ends as by a cancel, so that
@@ -409,41 +424,38 @@ void OpenMacros::discard(Pane pane) {
     discardOfNoPlace(pane);
     return;
   }
-  bool kept = false, lost = false;
+  std::optional<Outcome> keeping;
   if (noted && copy.macro() && copy.differs()) {
-    const Outcome keeping = keepUnsaved(copy);
-    kept = keeping.done();
-    if (!keeping && keeping.failure().kind == Failure::Kind::kCancelled) {
-      emit said(
-          {Grade::kFailure, tr("NOT discarded%1").arg(inBrackets(keeping.failure())), placeInWindow(target)});
+    keeping = keepUnsaved(copy);
+    if (!*keeping && keeping->failure().kind == Failure::Kind::kCancelled) {
+      emit said({Grade::kFailure, tr("NOT discarded%1").arg(inBrackets(*keeping)), placeInWindow(target)});
       return;
     }
-    lost = !kept && history_.takeFailure().has_value();
   }
   const auto told = bring(pane, target, Opens::kToDiscard);
   browser(pane).catchUp();
   if (!told) return;
-  const QString macro = macroInStrip(target);
-  const QString discarded = kept   ? tr("changes discarded: %1; the history keeps them").arg(macro)
-                            : lost ? tr("changes discarded: %1; the history could not keep them").arg(macro)
-                                   : tr("changes discarded: %1").arg(macro);
+  const Message done = discarded(macroInStrip(target), keeping);
   const bool opened = told->grade == Grade::kDone;
-  emit said({std::max(told->grade, lost ? Grade::kWarning : Grade::kDone),
-             opened ? discarded : told->text + QStringLiteral("; ") + discarded, told->where});
+  emit said({std::max(told->grade, done.grade),
+             opened ? done.text : told->text + QStringLiteral("; ") + done.text, told->where});
 }
 
 // A loose macro goes back to its file as it was read.
 void OpenMacros::discardOfNoPlace(Pane pane) {
   WorkingCopy& copy = state(pane).copy;
-  const Outcome again = copy.showLooseAgain(discardStepName());
-  if (!again) {
+  const QString macro = openMacro(copy);
+  std::optional<Outcome> keeping;
+  if (const Outcome again = copy.showLooseAgain(discardStepName()); !again) {
     const QString reason = copy.loose() ? inBrackets(again) : tr(" (it has no place of its own)");
     if (!mayGiveUp(pane, tr("The open macro"), reason, false)) return;
+    if (copy.macro()) keeping = keepUnsaved(copy);
     copy.leaveEditState();
     static_cast<void>(copy.clear());
   }
   browser(pane).catchUp();
-  emit said({Grade::kDone, tr("changes discarded"), placeInWindow(state(pane))});
+  const Message done = discarded(macro, keeping);
+  emit said({done.grade, done.text, placeInWindow(state(pane))});
 }
 
 bool OpenMacros::mayGiveUp(Pane pane, const QString& macro, const QString& reason, bool cancelled) {

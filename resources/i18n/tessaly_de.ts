@@ -4765,10 +4765,6 @@ Darüber speichern?</translation>
         <translation>NICHT gespeichert: dieses Makro kam von keinem Ort, an den es zurück könnte; „Speichern unter...“ gibt ihm einen</translation>
     </message>
     <message>
-        <source>changes discarded</source>
-        <translation>Änderungen verworfen</translation>
-    </message>
-    <message>
         <source>NOT discarded%1</source>
         <translation>NICHT verworfen%1</translation>
     </message>
@@ -4867,6 +4863,10 @@ Save over it?</source>
         <translation>Ob jemand anderes %1 geändert hat, seit es hier geöffnet wurde, ist nicht bekannt.
 
 Darüber speichern?</translation>
+    </message>
+    <message>
+        <source>the open macro</source>
+        <translation>das geöffnete Makro</translation>
     </message>
 </context>
 <context>

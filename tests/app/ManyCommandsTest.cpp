@@ -339,7 +339,13 @@ TEST_F(ManyCommandsTest, ADroppedFileHasNoPlaceUntilItIsGivenOne) {
   fixture_.site.messages.answer = false;
   driver().press(a_.discardChanges);
   EXPECT_EQ(letters(Pane::kA), "xz") << "what it was is gone";
+  fixture_.site.messages.answer = true;
+  driver().press(a_.discardChanges);
+  EXPECT_EQ(told(), "changes discarded: the open macro; the history keeps them");
   fixture_.site.write(file.toStdString(), macroOf("xyz"));
+  drop();
+  select(Pane::kA, "y");
+  press(Pane::kA, Qt::Key_Delete);
   startAgain(takeUp);
   for (const char* const left : {"xyz", "xz", "xyz"}) {
     if (letters(Pane::kA) == "xz")

@@ -119,6 +119,7 @@ class WindowDriver {
     if (edit == nullptr) throw std::runtime_error(std::string("no field ") + field);
     edit->setFocus();
     edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
     QTest::keyClicks(edit, text);
   }
 
