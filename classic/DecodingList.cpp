@@ -15,7 +15,7 @@ namespace {
 constexpr const char* kListPath =
     "c:\\Programme\\RV48\\bin\\MacroCdCo_Tarrow\\Cd-0x%02x\\Cd-0x%02x-Co-0x%02x.ini";
 constexpr std::size_t kMostListBytes = std::size_t{4} * 1024 * 1024;
-constexpr std::size_t kMostKeptLists = 256;
+constexpr std::ptrdiff_t kMostKeptLists = 256;
 constexpr auto kCheckInterval = std::chrono::seconds(1);
 constexpr std::uint8_t kSharedDeviceCodes = 4;  // 1 to 4 share the lists of device code 0
 
@@ -150,32 +150,33 @@ struct DecodingLists::Known {
   std::weak_ptr<const DecodingList> list;  // while somebody has it
 };
 
-std::shared_ptr<DecodingLists::Known> DecodingLists::known(std::uint16_t key) {
-  const std::lock_guard lock(mutex_);
-  auto& entry = known_[key];
-  if (!entry)
-    entry = std::make_shared<Known>(static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key));
-  return entry;
-}
-
 std::shared_ptr<const DecodingList> DecodingLists::list(std::uint8_t cd, std::uint8_t co) {
-  const auto key = static_cast<std::uint16_t>(listDeviceCode(cd) << 8 | co);
-  auto list = asItIs(*known(key));
-  keep(key, list);
+  const std::uint8_t device = listDeviceCode(cd);
+  const auto key = static_cast<std::uint16_t>(device << 8 | co);
+  std::shared_ptr<Known> known;
+  std::shared_ptr<const DecodingList> before;
+  {
+    const std::lock_guard lock(mutex_);
+    Slot& slot = slots_[key];
+    if (!slot.known) slot.known = std::make_shared<Known>(device, co);
+    slot.used = ++uses_;
+    known = slot.known;
+    before = slot.recent;
+  }
+  auto list = asItIs(*known);
+  if (list != before) keep(key, list);
   return list;
 }
 
 void DecodingLists::keep(std::uint16_t key, const std::shared_ptr<const DecodingList>& list) {
   const std::lock_guard lock(mutex_);
-  if (!list) {
-    recent_.erase(key);
-    return;
-  }
-  recent_[key] = {list, ++uses_};
-  if (recent_.size() <= kMostKeptLists) return;
-  recent_.erase(std::min_element(recent_.begin(), recent_.end(), [](const auto& left, const auto& right) {
-    return left.second.used < right.second.used;
-  }));
+  slots_[key].recent = list;
+  const auto held = [](const auto& entry) { return entry.second.recent != nullptr; };
+  if (std::ranges::count_if(slots_, held) <= kMostKeptLists) return;
+  const auto older = [&](const auto& left, const auto& right) {
+    return held(left) != held(right) ? held(left) : left.second.used < right.second.used;
+  };
+  std::ranges::min_element(slots_, older)->second.recent.reset();
 }
 
 std::uint64_t DecodingLists::revision() {
@@ -185,7 +186,7 @@ std::uint64_t DecodingLists::revision() {
     const std::lock_guard lock(mutex_);
     if (now - looked_ < kCheckInterval) return revision_;
     looked_ = now;
-    for (const auto& [key, entry] : known_) entries.push_back(entry);
+    for (const auto& [key, slot] : slots_) entries.push_back(slot.known);
   }
   for (const auto& entry : entries) {
     const std::lock_guard lock(entry->mutex);

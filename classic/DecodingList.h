@@ -115,12 +115,12 @@ class DecodingLists {
 
  private:
   struct Known;
-  struct Recent {
-    std::shared_ptr<const DecodingList> list;
-    std::uint64_t used;
+  struct Slot {
+    std::shared_ptr<Known> known;
+    std::shared_ptr<const DecodingList> recent;  // of those that were asked for last
+    std::uint64_t used = 0;
   };
 
-  [[nodiscard]] std::shared_ptr<Known> known(std::uint16_t key);
   void look(Known& entry);
   [[nodiscard]] std::shared_ptr<const DecodingList> asItIs(Known& entry);
   void keep(std::uint16_t key, const std::shared_ptr<const DecodingList>& list);
@@ -129,8 +129,7 @@ class DecodingLists {
   const Clock clock_;
   std::atomic<std::uint64_t> revision_{0};
   std::mutex mutex_;  // guards the members below; each list has a mutex of its own
-  std::unordered_map<std::uint16_t, std::shared_ptr<Known>> known_;  // ever asked for
-  std::unordered_map<std::uint16_t, Recent> recent_;
+  std::unordered_map<std::uint16_t, Slot> slots_;  // of all that were ever asked for
   std::uint64_t uses_ = 0;
   std::chrono::steady_clock::time_point looked_;  // at all of them
 };
