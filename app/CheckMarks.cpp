@@ -29,7 +29,7 @@ std::map<int, CommandMark> marksOf(const Findings& findings) {
 
 }  // namespace
 
-CheckMarks::CheckMarks(const PaneAccesses& panes, const SiteRoot& root) : panes_(panes), root_(root) {
+CheckMarks::CheckMarks(const PaneAccesses& panes) : panes_(panes) {
   rest_.setSingleShot(true);
   rest_.setInterval(kRest);
   connect(&rest_, &QTimer::timeout, this, &CheckMarks::hand);
@@ -47,11 +47,11 @@ void CheckMarks::begin(const CheckContext& context) {
   for (const Pane pane : kPanes) ask(pane);
 }
 
-void CheckMarks::lookAtSite() {
+void CheckMarks::lookAtLists() {
   if (!begun_) return;
   {
     const std::lock_guard guard(mutex_);
-    siteDue_ = true;
+    listsDue_ = true;
   }
   asked_.notify_one();
 }
@@ -112,17 +112,16 @@ void CheckMarks::work(const std::stop_token& stop) {
   while (true) {
     std::optional<Wanted> next;
     Pane pane = Pane::kA;
-    bool looks = false;
     {
       std::unique_lock lock(mutex_);
-      const auto waiting = [this] { return siteDue_ || wanted_[0].has_value() || wanted_[1].has_value(); };
+      const auto waiting = [this] { return listsDue_ || wanted_[0].has_value() || wanted_[1].has_value(); };
       if (!asked_.wait(lock, stop, waiting)) return;
       if (context_) {
         check.emplace(*context_);
         lists = &context_->decodingLists;
       }
       context_.reset();
-      looks = std::exchange(siteDue_, false);
+      listsDue_ = false;
       pane = wanted_[0] ? Pane::kA : Pane::kB;
       next.swap(wanted_[index(pane)]);
     }
@@ -131,9 +130,6 @@ void CheckMarks::work(const std::stop_token& stop) {
         for (const Pane each : kPanes) ask(each);
         emit listsWritten();
       });
-    std::vector<std::string> ignored;  // the list "Check" tells them
-    if (const RulesOff off = looks ? RulesOff::load(root_, ignored) : check->off(); off != check->off())
-      post_([this, off] { emit rulesWritten(off); });
     if (!next) continue;
     Findings findings = std::visit([&](const auto& content) { return check->check(content); }, next->content);
     post_([this, pane, content = next->revision, findings = std::move(findings)]() mutable {

@@ -24,20 +24,18 @@ class CheckMarks : public QObject {
   Q_OBJECT
 
  public:
-  // Observes the root.
-  CheckMarks(const PaneAccesses& panes, const SiteRoot& root);
+  explicit CheckMarks(const PaneAccesses& panes);
 
   // From now on, by these rules; also anew.
   void begin(const CheckContext& context);
-  // Whether the decoding lists or the rules have been written since, which is found out behind this.
-  void lookAtSite();
+  // Anew, when decoding lists have been written since; they are looked at behind this.
+  void lookAtLists();
   // Null while it is not known, or nothing is shown.
   [[nodiscard]] const Findings* findings(Pane pane) const;
 
  signals:
   void found(Pane pane);
   void listsWritten();  // and what is found by them is looked for anew
-  void rulesWritten(const tessaly::RulesOff& off);
 
  private:
   struct Wanted {
@@ -59,7 +57,6 @@ class CheckMarks : public QObject {
   void work(const std::stop_token& stop);
 
   PaneAccesses panes_;
-  const SiteRoot& root_;
   std::array<Found, kPanes.size()> found_;
   bool begun_ = false;
   std::array<bool, kPanes.size()> due_{};  // asked for, and not handed to the worker
@@ -71,7 +68,7 @@ class CheckMarks : public QObject {
   std::condition_variable_any asked_;
   std::array<std::optional<Wanted>, kPanes.size()> wanted_;
   std::optional<CheckContext> context_;  // to go on with
-  bool siteDue_ = false;                 // to be looked at
+  bool listsDue_ = false;                // to be looked at
   std::jthread worker_;                  // the last member: ended first
 };
 

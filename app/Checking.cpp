@@ -30,9 +30,8 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
       markedRate_(frameRate),
       places_(places),
       window_(window),
-      marks_(panes, site.root) {
+      marks_(panes) {
   connect(&marks_, &CheckMarks::found, this, &Checking::follow);
-  connect(&marks_, &CheckMarks::rulesWritten, this, &Checking::takeRules);
   for (const PaneAccess& pane : panes)
     connect(&marks_, &CheckMarks::listsWritten, pane.browser, &Browser::showLinesAgain);
 }
@@ -40,27 +39,18 @@ Checking::Checking(const PaneAccesses& panes, SiteAccess site, const LineContext
 Checking::~Checking() { delete list_; }
 
 CheckContext Checking::knowledge() const {
-  return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, off_};
+  std::vector<std::string> problems;  // told by the list
+  return {knowledge_.dictionary, knowledge_.decodingLists, frameRate_, RulesOff::load(site_.root, problems)};
 }
 
 void Checking::begin() {
-  std::vector<std::string> problems;  // told by the list
-  takeRules(RulesOff::load(site_.root, problems));
-}
-
-void Checking::takeRules(const RulesOff& off) {
-  off_ = off;
-  mark();
-}
-
-void Checking::mark() {
   markedRate_ = frameRate_;
   marks_.begin(knowledge());
 }
 
 void Checking::look() {
-  if (markedRate_ != frameRate_) mark();
-  marks_.lookAtSite();
+  if (markedRate_ != frameRate_) begin();
+  marks_.lookAtLists();
 }
 
 void Checking::open() {
@@ -78,7 +68,7 @@ void Checking::list(ReviewScope::Kind kind) {
     connect(list_, &CheckWindow::openWanted, this,
             [this](const ReviewedPlace& place, int command) { places_.show(place, command); });
     connect(list_, &CheckWindow::fixWanted, this, &Checking::fix);
-    connect(list_, &CheckWindow::rulesChanged, this, &Checking::takeRules);
+    connect(list_, &CheckWindow::rulesChanged, this, &Checking::begin);
     connect(&places_, &ReviewPlaces::said, list_,
             [list = list_](const Message& message) { list->tell(message.text); });
   }

@@ -30,7 +30,7 @@ class Checking : public QObject {
 
   // Once the dictionary is there.
   void begin();
-  // Anew, when another frame rate has been chosen since, or the site's lists or rules written.
+  // Anew, when another frame rate has been chosen since, or a decoding list written.
   void look();
   // The list, for what the active pane shows; brought before the others when it is open already.
   void open();
@@ -52,8 +52,6 @@ class Checking : public QObject {
 
  private:
   [[nodiscard]] PaneState& state(Pane pane) const { return *panes_[index(pane)].state; }
-  void takeRules(const RulesOff& off);
-  void mark();
   void follow(Pane pane);
   void fix(const FindingRow& row);
   void applyFix(Pane pane, const FindingRow& row);
@@ -63,7 +61,6 @@ class Checking : public QObject {
   SiteAccess site_;
   LineContext knowledge_;
   const int& frameRate_;
-  RulesOff off_;    // as they were when the site was last looked at
   int markedRate_;  // that the marks are made by
   ReviewPlaces& places_;
   QWidget* window_;

@@ -205,11 +205,20 @@ QString OpenMacros::openMacro(const WorkingCopy& copy) {
   return copy.target() ? macroInStrip(*copy.target()) : tr("the open macro");
 }
 
+// What a discard gives up. False when that was cancelled, and with it the discard.
+bool OpenMacros::keepsFirst(Pane pane, std::optional<Outcome>& keeping) {
+  keeping = keepUnsaved(state(pane).copy);
+  static_cast<void>(history_.takeFailure());  // told with the discard, and not by the next save
+  if (*keeping || keeping->failure().kind != Failure::Kind::kCancelled) return true;
+  emit said({Grade::kFailure, tr("NOT discarded%1").arg(inBrackets(*keeping)), placeInWindow(state(pane))});
+  return false;
+}
+
 // Once what `keeping` tells of, if anything, was to go to the history.
 Message OpenMacros::discarded(const QString& macro, const std::optional<Outcome>& keeping) {
   if (keeping && keeping->done())
     return {Grade::kDone, tr("changes discarded: %1; the history keeps them").arg(macro)};
-  if (keeping && history_.takeFailure())
+  if (keeping)
     return {Grade::kWarning, tr("changes discarded: %1; the history could not keep them").arg(macro)};
   return {Grade::kDone, tr("changes discarded: %1").arg(macro)};
 }
@@ -236,13 +245,15 @@ bool OpenMacros::mayOverwrite(Pane pane, QString& refusal) {
   }
   if (!present.missing && !copy.targetDiffers(*present.bytes)) return true;
   refusal = copy.knowsTarget() ? tr("NOT saved: %1 is as somebody else has left it").arg(macro)
+            : present.missing  ? tr("NOT saved: %1 is not there").arg(macro)
                                : tr("NOT saved: %1 is as it was").arg(macro);
-  if (present.missing)
-    return site_.messages.ask(
-        tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?")
-            .arg(macro)
-            .toStdString(),
-        MessageIcon::kQuestion);
+  if (present.missing) {
+    const QString question =
+        copy.knowsTarget()
+            ? tr("%1 has been deleted by somebody else since it was opened here.\n\nSave it anew?")
+            : tr("There is no %1 any more.\n\nSave it anew?");
+    return site_.messages.ask(question.arg(macro).toStdString(), MessageIcon::kQuestion);
+  }
   const QString question =
       copy.knowsTarget()
           ? tr("%1 has been changed by somebody else since it was opened here.\n\nSave over it?")
@@ -425,13 +436,7 @@ void OpenMacros::discard(Pane pane) {
     return;
   }
   std::optional<Outcome> keeping;
-  if (noted && copy.macro() && copy.differs()) {
-    keeping = keepUnsaved(copy);
-    if (!*keeping && keeping->failure().kind == Failure::Kind::kCancelled) {
-      emit said({Grade::kFailure, tr("NOT discarded%1").arg(inBrackets(*keeping)), placeInWindow(target)});
-      return;
-    }
-  }
+  if (noted && copy.macro() && copy.differs() && !keepsFirst(pane, keeping)) return;
   const auto told = bring(pane, target, Opens::kToDiscard);
   browser(pane).catchUp();
   if (!told) return;
@@ -449,7 +454,7 @@ void OpenMacros::discardOfNoPlace(Pane pane) {
   if (const Outcome again = copy.showLooseAgain(discardStepName()); !again) {
     const QString reason = copy.loose() ? inBrackets(again) : tr(" (it has no place of its own)");
     if (!mayGiveUp(pane, tr("The open macro"), reason, false)) return;
-    if (copy.macro()) keeping = keepUnsaved(copy);
+    if (copy.macro() && !keepsFirst(pane, keeping)) return;
     copy.leaveEditState();
     static_cast<void>(copy.clear());
   }

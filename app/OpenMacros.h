@@ -105,6 +105,7 @@ class OpenMacros : public QObject {
   [[nodiscard]] Written write(WorkingCopy& copy, const std::optional<Sendable>& toPanel);
   [[nodiscard]] Outcome writeOnDisk(const WorkingCopy& copy);
   Outcome keepUnsaved(const WorkingCopy& copy);
+  [[nodiscard]] bool keepsFirst(Pane pane, std::optional<Outcome>& keeping);
   [[nodiscard]] static QString openMacro(const WorkingCopy& copy);
   [[nodiscard]] Message discarded(const QString& macro, const std::optional<Outcome>& keeping);
   void tellSaved(Pane pane, const Written& written, bool kept);

@@ -56,6 +56,7 @@ void ListFinder::makeField() {
   text_->installEventFilter(this);
   connect(text_, &QLineEdit::textChanged, this, [this] { find(std::max(0, found_.row()), 1); });
   field_->hide();
+  QWidget::setTabOrder(&list_, text_);
   if (qobject_cast<RowsView*>(&list_) != nullptr) return;
   mark_ = markOver(list_);
   for (const QScrollBar* bar : {list_.verticalScrollBar(), list_.horizontalScrollBar()})

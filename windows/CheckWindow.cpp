@@ -39,18 +39,13 @@ std::vector<FindingRow> rowsOf(const ReviewedPlace& place, ContentCheck content,
 // On the worker's thread.
 class CheckJob {
  public:
-  // Reads the rules before it reports anything.
-  CheckJob(const CheckSurroundings& surroundings, ReviewScope scope, std::shared_ptr<CheckedBy> by)
+  CheckJob(const CheckSurroundings& surroundings, ReviewScope scope, const CheckContext& context)
       : root_(surroundings.root),
         words_(surroundings.failureText),
         scope_(std::move(scope)),
-        context_{surroundings.dictionary, surroundings.decodingLists, surroundings.frameRate},
-        by_(std::move(by)) {}
+        check_(context) {}
 
   Outcome run(ReviewWork<FindingRow>::Report& report) {
-    context_.off = by_->off = RulesOff::load(root_, by_->problems);
-    MacroCheck check(context_);
-    std::optional<FolderCheck> folder;
     const auto tell = [&](const ReviewedPlace& place, ContentCheck content, const Findings& findings) {
       for (FindingRow& row : rowsOf(place, content, findings)) report.add(std::move(row));
     };
@@ -58,14 +53,14 @@ class CheckJob {
                      {.open =
                           [&](const OpenContent& open) {
                             if (const auto* macro = std::get_if<Macro>(&open.content))
-                              tell(open.place, macro->check(), check.check(*macro));
+                              tell(open.place, macro->check(), check_.check(*macro));
                             else
-                              tell(open.place, {}, check.check(std::get<KeyFile>(open.content)));
+                              tell(open.place, {}, check_.check(std::get<KeyFile>(open.content)));
                           },
-                      .folder = [&] { folder.emplace(check); },
+                      .folder = [this] { folder_.emplace(check_); },
                       .stored =
                           [&](ReviewedPlace place, const std::string& file, Expected<std::string> bytes) {
-                            CheckedFile checked = folder->next(file, std::move(bytes));
+                            CheckedFile checked = folder_->next(file, std::move(bytes));
                             if (!checked.name.empty()) place.name = checked.name;
                             if (checked.unread) translate(checked);
                             tell(place, checked.content, checked.findings);
@@ -84,8 +79,8 @@ class CheckJob {
   const SiteRoot& root_;
   const std::function<QString(const Failure&)> words_;
   const ReviewScope scope_;
-  CheckContext context_;
-  const std::shared_ptr<CheckedBy> by_;
+  MacroCheck check_;
+  std::optional<FolderCheck> folder_;
 };
 
 }  // namespace
@@ -131,6 +126,9 @@ void CheckWindow::check(ReviewScope::Kind kind) {
 }
 
 void CheckWindow::start() {
+  std::vector<std::string> problems;
+  off_ = RulesOff::load(surroundings_.root, problems);
+  showOff(problems.empty() ? QString() : shown(std::string(kCheckFile) + ": " + problems.front()));
   model_.clear();
   showCurrent();  // there is none, which a list that is emptied does not tell
   seen_ = 0;
@@ -142,13 +140,13 @@ void CheckWindow::start() {
   what_ = scope->title;
   tell({});
   showWorking(true);
-  by_ = std::make_shared<CheckedBy>();
-  const auto job = std::make_shared<CheckJob>(surroundings_, *scope, by_);
+  const auto job = std::make_shared<CheckJob>(
+      surroundings_, *scope,
+      CheckContext{surroundings_.dictionary, surroundings_.decodingLists, surroundings_.frameRate, off_});
   work_.start([job](Work::Report& report) { return job->run(report); });
 }
 
 void CheckWindow::take(std::vector<FindingRow> found, Work::Progress progress) {
-  showOff();
   const bool first = model_.rowCount() == 0;
   model_.add(std::move(found));
   if (first && model_.rowCount() > 0) {
@@ -251,12 +249,10 @@ void CheckWindow::showWorking(bool working) {
   ui_->cancel->setVisible(working);
 }
 
-void CheckWindow::showOff() {
-  const QString names = offText(by_->off);
+void CheckWindow::showOff(const QString& problem) {
+  const QString names = offText(off_);
   const QString off = names.isEmpty() ? tr("All rules count.") : tr("Off for this site: %1").arg(names);
-  ui_->off->setText(by_->problems.empty()
-                        ? off
-                        : off + '\n' + shown(std::string(kCheckFile) + ": " + by_->problems.front()));
+  ui_->off->setText(problem.isEmpty() ? off : off + QLatin1Char('\n') + problem);
 }
 
 void CheckWindow::changeRules() {
@@ -277,7 +273,7 @@ void CheckWindow::apply(const RulesOff& off) {
     tell(tr("The rules could not be written: %1").arg(surroundings_.failureText(stored.failure())));
     return;
   }
-  emit rulesChanged(off);
+  emit rulesChanged();
   start();
 }
 

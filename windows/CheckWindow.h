@@ -25,12 +25,6 @@ struct CheckSurroundings {
   std::function<QString(const Failure& failure)> failureText;  // on any thread
 };
 
-// The rules as a check took them, told with its first findings.
-struct CheckedBy {
-  RulesOff off = {};
-  std::vector<std::string> problems = {};  // of the file that says so
-};
-
 // The list "Check": looks at a macro, a folder or a workplace and shows what is wrong there, while it looks.
 // Changes no macro: it says what the user wants. Switches rules on and off for the site. GUI thread.
 class CheckWindow : public ReviewWindow {
@@ -50,7 +44,7 @@ class CheckWindow : public ReviewWindow {
  signals:
   void openWanted(const tessaly::ReviewedPlace& place, int command);
   void fixWanted(const tessaly::FindingRow& row);
-  void rulesChanged(const tessaly::RulesOff& off);
+  void rulesChanged();
 
  private:
   using Work = ReviewWork<FindingRow>;
@@ -64,7 +58,7 @@ class CheckWindow : public ReviewWindow {
   void fixCurrent();
   void showCurrent();
   void showWorking(bool working);
-  void showOff();
+  void showOff(const QString& problem);  // beside it, of the file that says so
   void changeRules();
   void switchOff(CheckRule rule);
   void apply(const RulesOff& off);
@@ -76,8 +70,8 @@ class CheckWindow : public ReviewWindow {
   const CheckSurroundings surroundings_;
   std::unique_ptr<Ui::CheckWindow> ui_;
   CheckModel model_;
-  std::shared_ptr<CheckedBy> by_;
-  QString what_;  // was looked at
+  RulesOff off_;  // as the last check took them
+  QString what_;  // it looked at
   QString told_;  // the summary that was told last
   std::size_t seen_ = 0;
   Work work_;

@@ -4868,6 +4868,18 @@ Darüber speichern?</translation>
         <source>the open macro</source>
         <translation>das geöffnete Makro</translation>
     </message>
+    <message>
+        <source>NOT saved: %1 is not there</source>
+        <translation>NICHT gespeichert: %1 ist nicht da</translation>
+    </message>
+    <message>
+        <source>There is no %1 any more.
+
+Save it anew?</source>
+        <translation>%1 gibt es nicht mehr.
+
+Neu speichern?</translation>
+    </message>
 </context>
 <context>
     <name>tessaly::PaneHeading</name>

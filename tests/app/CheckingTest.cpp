@@ -188,8 +188,6 @@ TEST_F(CheckingTest, MarksFollowTheRulesOfTheSite) {
   WindowDriver::click(list.window, QStringLiteral("Rules..."));
   awaitMark(1, RowMark::kNone);
   awaitMark(4, RowMark::kError);
-  fixture_.site.write(kCheckFile, "");  // by another program
-  awaitMark(1, RowMark::kError);
 }
 
 TEST_F(CheckingTest, ListLooksAtAWorkplaceOfThePanel) {
