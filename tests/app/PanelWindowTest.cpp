@@ -223,7 +223,7 @@ TEST_F(PanelWindowTest, ALostLineIsToldAndANewConnectionWorks) {
   EXPECT_FALSE(address.font().strikeOut());
   EXPECT_THAT(label(b_.sourceLabel), Not(EndsWith("line lost")));
   EXPECT_THAT(heading(), HasSubstr("unsaved changes, last change: delete 1 command"));
-  EXPECT_THAT(driver().texts(b_.macros), Contains("007 - Two")) << "its place stays chosen";
+  awaitRow(b_.macros, "007 - Two");  // as its place stays chosen
   EXPECT_EQ(selected(b_.workplaces), "Workplace 1");
   driver().press(b_.saveChanges);
   EXPECT_EQ(values(first_.read(1, "007")).size(), 1U);
