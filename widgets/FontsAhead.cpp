@@ -2,6 +2,8 @@
 
 #include <future>
 
+#include <QCoreApplication>
+
 #include "platform/LoadedLibrary.h"
 #include "platform/Processors.h"
 
@@ -18,6 +20,7 @@ std::shared_future<void>& search() {
 }  // namespace
 
 void findFontsAhead() {
+  qAddPostRoutine(awaitFonts);
   try {
     search() = std::async(std::launch::async, [toolkits = processorNow()] {
       leaveProcessor(toolkits);
