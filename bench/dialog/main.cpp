@@ -1,5 +1,8 @@
-// The yardsticks for a start: tessaly-bench-dialog [SHOWN HIDDEN], a dialog of the toolkit, empty or with as
-// many labels of a line of text. Prints "ready RSS-BYTES ..." once it has been painted.
+// The yardsticks for a start, of the toolkit alone:
+//   tessaly-bench-dialog                   an empty dialog
+//   tessaly-bench-dialog SHOWN HIDDEN      with so many labels of a line of text
+//   tessaly-bench-dialog FILE              the widgets of another program's window, see WidgetList.h
+// Prints "ready RSS-BYTES SHOWN HIDDEN", the latter of widgets, once it has been painted.
 #include <cstdlib>
 
 #include <QApplication>
@@ -9,17 +12,19 @@
 #include <QPaintEvent>
 #include <QTimer>
 
-#include "bench/start/Ready.h"
+#include "bench/dialog/SameWidgets.h"
+#include "bench/start/WidgetList.h"
 
 namespace {
 
 constexpr int kColumns = 10;
 
-class YardstickDialog : public QDialog {
+// Ends the program once the window has been painted.
+class PaintWatch : public QObject {
  protected:
-  void paintEvent(QPaintEvent* event) override {
-    QDialog::paintEvent(event);
-    QTimer::singleShot(0, this, [] { tessaly::bench::tellReady(); });
+  bool eventFilter(QObject* window, QEvent* event) override {
+    if (event->type() == QEvent::Paint) QTimer::singleShot(0, window, [] { tessaly::bench::tellWidgets(); });
+    return false;
   }
 };
 
@@ -36,9 +41,11 @@ void fill(QDialog& dialog, int shown, int hidden) {
 
 int main(int argc, char** argv) {
   QApplication toolkit(argc, argv);
-  YardstickDialog dialog;
-  if (argc == 3) fill(dialog, std::atoi(argv[1]), std::atoi(argv[2]));
-  dialog.resize(1180, 820);
-  dialog.show();
+  QWidget* window = argc == 2 ? tessaly::bench::sameWidgets(argv[1]) : new QDialog;
+  if (argc != 2) window->resize(1180, 820);
+  if (argc == 3) fill(static_cast<QDialog&>(*window), std::atoi(argv[1]), std::atoi(argv[2]));
+  PaintWatch watch;
+  window->installEventFilter(&watch);
+  window->show();
   return QApplication::exec();
 }

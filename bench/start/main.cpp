@@ -2,6 +2,7 @@
 // program is:
 //   tessaly-bench-start ROOT             until the lists are painted
 //   tessaly-bench-start --rest ROOT      and then half a second of rest
+//   tessaly-bench-start --list=FILE ROOT and then lists its widgets in the file, see WidgetList.h
 //   tessaly-bench-start --files ROOT     nothing but both interface files
 // Prints "ready RSS-BYTES SHOWN HIDDEN", the latter of widgets.
 #include <algorithm>
@@ -17,6 +18,7 @@
 #include "app/MacroPane.h"
 #include "app/MainWindow.h"
 #include "bench/start/Ready.h"
+#include "bench/start/WidgetList.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Memory.h"
 #include "widgets/FontsAhead.h"
@@ -25,16 +27,10 @@
 namespace tessaly::bench {
 namespace {
 
+constexpr std::string_view kRest = "--rest", kList = "--list=";
 constexpr int kRestMilliseconds = 500;
 
-void tellWidgets() {
-  const QWidgetList all = QApplication::allWidgets();
-  const auto shown =
-      std::count_if(all.begin(), all.end(), [](const QWidget* each) { return each->isVisible(); });
-  tellReady(static_cast<int>(shown), static_cast<int>(all.size() - shown));
-}
-
-int startWindow(int argc, char** argv, bool rest) {
+int startWindow(int argc, char** argv, std::string_view mode) {
   setUpMemory();
   quietToolkit();
   findFontsAhead();
@@ -48,7 +44,8 @@ int startWindow(int argc, char** argv, bool rest) {
   const MainWindow& window = *application.window();
   while (!window.loaded()) QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
   window.findChild<MacroPane*>()->applications().repaint();
-  if (!rest) tellWidgets();
+  if (mode.starts_with(kList)) listWidgets(window, mode.substr(kList.size()).data());
+  if (mode != kRest) tellWidgets();
   QTimer::singleShot(kRestMilliseconds, tellWidgets);
   return QApplication::exec();
 }
@@ -67,6 +64,6 @@ int loadFiles(const char* folder) {
 
 int main(int argc, char** argv) {
   const std::string_view mode = argc == 3 ? argv[1] : "";
-  if (argc == 2 || mode == "--rest") return tessaly::bench::startWindow(argc, argv, argc == 3);
-  return mode == "--files" ? tessaly::bench::loadFiles(argv[2]) : 2;
+  if (argc == 3 && mode == "--files") return tessaly::bench::loadFiles(argv[2]);
+  return tessaly::bench::startWindow(argc, argv, mode);
 }

@@ -57,7 +57,7 @@ Started startDialog(const std::string& widgets = {}) {
 }
 
 // With an option: those of that program.
-Started startWindow(const SiteRoot& root, const char* option = "") {
+Started startWindow(const SiteRoot& root, const std::string& option = {}) {
   return untilReady(program("tessaly-bench-start ") + option + " '" + root.path().string() + "'");
 }
 
@@ -70,6 +70,15 @@ const SiteRoot& sampleSite() {
     return root;
   }();
   return site;
+}
+
+// A window of the toolkit's own widgets, the same as the main window has: what is left is the program's part.
+Started startSameWidgets() {
+  static const std::string list = (scratchFolder() / "widgets").string();
+  static const Started window = startWindow(sampleSite(), "--list=" + list);
+  const Started same = startDialog(' ' + list);
+  if (same.shown != window.shown || same.hidden != window.hidden) std::abort();
+  return same;
 }
 
 // A dialog with as many labels as the main window has widgets, as many of them shown.
@@ -101,11 +110,16 @@ const bool kRegistered[] = {
              .limit = [] { startDialog(); },
              .goal = 2,
              .prepare = [] { static_cast<void>(sampleSite()); }}),
-    addPair({.name = "the same, beside a dialog of as many widgets with texts",
+    addPair({.name = "the same, beside a dialog of as many labels with texts",
              .measured = [] { startWindow(sampleSite()); },
              .limit = [] { startLabels(); },
              .goal = 1.3,
              .prepare = [] { startLabels(); }}),
+    addPair({.name = "the same, beside a window of the same widgets with their texts",
+             .measured = [] { startWindow(sampleSite()); },
+             .limit = [] { startSameWidgets(); },
+             .goal = 1.3,
+             .prepare = [] { startSameWidgets(); }}),
     addPair({.name = "start on 20 MB, 400,000 functions, beside LoadFile of both files",
              .measured = [] { startWindow(largeInterfaceSite()); },
              .limit = [] { startWindow(largeInterfaceSite(), kFiles); },
