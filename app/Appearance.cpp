@@ -1,15 +1,16 @@
 #include "app/Appearance.h"
 
 #include <algorithm>
+#include <array>
 #include <clocale>
 
 #include <QApplication>
-#include <QDir>
 #include <QEvent>
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QIcon>
+#include <QIconEngine>
 #include <QLayout>
+#include <QPainter>
 #include <QPointer>
 #include <QStyle>
 #include <QTimer>
@@ -96,14 +97,36 @@ void followFont() {
   setFont();
 }
 
-// Nobody waits for its eight pictures: once the window is painted.
-void showProgramIcon() {
-  QIcon icon;
-  for (const QFileInfo& picture :
-       QDir(QStringLiteral(":/icons")).entryInfoList({QStringLiteral("tessaly-*.png")}))
-    icon.addFile(picture.filePath());
-  QApplication::setWindowIcon(icon);
-}
+// The program's pictures, each read when it is asked for: a desktop keeps what it shows.
+class ProgramIcon : public QIconEngine {
+ public:
+  void paint(QPainter* painter, const QRect& room, QIcon::Mode, QIcon::State) override {
+    painter->drawPixmap(room, picture(room.size()));
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override { return picture(size); }
+  QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
+    QList<QSize> sizes;
+    for (const int size : kSizes) sizes << QSize(size, size);
+    return sizes;
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new ProgramIcon; }
+
+ private:
+  static constexpr std::array kSizes = {16, 22, 24, 32, 48, 64, 128};
+
+  // The smallest one that fills the room, made as large as it.
+  static QPixmap picture(const QSize& room) {
+    const int side = std::min(room.width(), room.height());
+    const auto fits = std::find_if(kSizes.begin(), kSizes.end(), [&](int size) { return size >= side; });
+    const QImage found(
+        QStringLiteral(":/icons/tessaly-%1.png").arg(fits == kSizes.end() ? kSizes.back() : *fits));
+    return QPixmap::fromImage(found.width() > side ? found.scaledToWidth(side, Qt::SmoothTransformation)
+                                                   : found);
+  }
+};
+
+// Nobody waits for it: once the window is painted.
+void showProgramIcon() { QApplication::setWindowIcon(QIcon(new ProgramIcon)); }
 
 // Some desktops tell the windows, some the program, and some nobody until one comes back from its settings.
 class DesktopWatch : public QObject {

@@ -15,6 +15,7 @@
 #include "dictionary/FunctionDictionary.h"
 #include "dictionary/IndexTable.h"
 #include "dictionary/NamePattern.h"
+#include "dictionary/RisingOffsets.h"
 
 namespace tessaly {
 
@@ -49,6 +50,8 @@ struct FunctionDictionary::Store {
     IndexTable indices;
   };
 
+  Store() { offsets.push_back(0); }
+
   static std::uint64_t hashOf(std::string_view text) { return std::hash<std::string_view>{}(text); }
 
   [[nodiscard]] std::size_t functionCount() const { return offsets.size() - 1; }
@@ -70,8 +73,8 @@ struct FunctionDictionary::Store {
   std::map<std::string, AliasEntry, std::less<>> aliases;
   std::deque<ExpandedTemplate> templates;  // those that gave a function
   std::vector<Run> runs;
-  std::string names;                         // each followed by a line feed
-  std::vector<std::uint32_t> offsets = {0};  // of each name, and of the end
+  std::string names;      // each followed by a line feed
+  RisingOffsets offsets;  // of each name, and of the end
   std::unique_ptr<LookUp> byName = std::make_unique<LookUp>();
   std::unique_ptr<LookUp> bySid = std::make_unique<LookUp>();
   std::size_t templateCount = 0;

@@ -94,10 +94,7 @@ std::string_view FunctionDictionary::allNames() const { return store_->names; }
 std::size_t FunctionDictionary::nameOffset(std::size_t index) const { return store_->offsets[index]; }
 
 std::size_t FunctionDictionary::functionAtOffset(std::size_t offset) const {
-  const auto& offsets = store_->offsets;
-  return static_cast<std::size_t>(std::upper_bound(offsets.begin(), offsets.end(), offset) -
-                                  offsets.begin()) -
-         1;
+  return store_->offsets.lastUpTo(offset);
 }
 
 std::optional<FunctionRecord> FunctionDictionary::find(std::string_view name) const {
@@ -129,8 +126,8 @@ const std::map<std::string, AliasEntry, std::less<>>& FunctionDictionary::aliase
 }
 
 std::size_t FunctionDictionary::functionBytes() const {
-  return store_->names.capacity() + store_->offsets.capacity() * sizeof(std::uint32_t) +
-         store_->runs.capacity() * sizeof(Store::Run) + store_->byName->indices.bytes();
+  return store_->names.capacity() + store_->offsets.bytes() + store_->runs.capacity() * sizeof(Store::Run) +
+         store_->byName->indices.bytes();
 }
 
 }  // namespace tessaly

@@ -197,6 +197,7 @@ std::optional<EnumFamily> readEnumFamily(const XmlDocument& document, const TiXm
         member.displayText = std::move(value);
     });
   });
+  family.members.shrink_to_fit();
   return family;
 }
 

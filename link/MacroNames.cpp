@@ -10,7 +10,7 @@ namespace tessaly {
 namespace {
 
 struct DemoMacro {
-  std::size_t number;
+  int number;
   const char* name;
 };
 
@@ -56,7 +56,7 @@ void MacroNames::subscribe(int workplace) {
   const bool connected = client_.state() == kPanelConnected;
   {
     const MutexLock guard(mutex_);
-    tables_.fill(Tables{});
+    tables_.fill({});
     requests_.clear();
     workplace_ = connected ? workplace : kNoWorkplace;
   }
@@ -73,24 +73,24 @@ int MacroNames::workplace() const {
 }
 
 MacroNames::Names MacroNames::names(Pane pane) const {
+  Names all(MacroNumber::kCount);
   const MutexLock guard(mutex_);
-  return tables_[index(pane)].current;
+  for (const auto& [number, name] : tables_[index(pane)]) all[static_cast<std::size_t>(number)] = name;
+  return all;
 }
 
 std::string MacroNames::name(Pane pane, int number) const {
-  const auto known = MacroNumber::of(number);
-  if (!known) return {};
   const MutexLock guard(mutex_);
-  return tables_[index(pane)].current[known->index()];
+  const Table& table = tables_[index(pane)];
+  const auto found = table.find(number);
+  return found == table.end() ? std::string() : found->second;
 }
 
 void MacroNames::showDemo() {
   const MutexLock guard(mutex_);
-  tables_.fill(Tables{});
+  tables_.fill({});
   for (const Pane pane : kPanes) {
-    for (const DemoMacro& macro : kDemoMacros[index(pane)]) {
-      tables_[index(pane)].current[macro.number] = macro.name;
-    }
+    for (const DemoMacro& macro : kDemoMacros[index(pane)]) tables_[index(pane)][macro.number] = macro.name;
   }
 }
 
@@ -114,8 +114,8 @@ void MacroNames::expect(int number, const std::string& name, Clock::time_point n
   const MutexLock guard(mutex_);
   requests_.erase(number);
   if (workplace_ == kNoWorkplace || !MacroNumber::of(number)) return;
-  for (const Tables& tables : tables_)
-    if (!sent.empty() && tables.current[static_cast<std::size_t>(number)] == sent) return;
+  for (const Table& table : tables_)
+    if (const auto known = table.find(number); known != table.end() && known->second == sent) return;
   requests_[number] = {sent, now + kConfirmation};
 }
 
@@ -139,13 +139,11 @@ std::vector<MacroNames::Request> MacroNames::takeUnconfirmed(Clock::time_point n
 
 bool MacroNames::store(Pane pane, int number, const std::string& name) {
   const MutexLock guard(mutex_);
-  const auto entry = static_cast<std::size_t>(number);
-  Tables& tables = tables_[index(pane)];
-  tables.current[entry] = name;
+  Table& table = tables_[index(pane)];
+  const bool hadName = table.erase(number) != 0;
+  if (!name.empty()) table.emplace(number, name);
   // An empty name that stays empty changes nothing. Macro 0 comes first and shows that there are none at all.
-  const bool rebuild = number == 0 || !name.empty() || tables.hadName[entry];
-  tables.hadName[entry] = !name.empty();
-  return rebuild;
+  return number == 0 || !name.empty() || hadName;
 }
 
 }  // namespace tessaly

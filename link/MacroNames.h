@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <chrono>
 #include <map>
 #include <string>
@@ -37,9 +36,8 @@ class MacroNamesView {
   virtual void rebuildMacros(Pane pane) = 0;
 };
 
-// The macro names on the panel: per pane the current and the previous name of each number, and the one
-// workplace whose names are subscribed, for both panes. An empty name means no macro. The tables may be read
-// on any thread.
+// The macro names on the panel, per pane, and the one workplace whose names are subscribed, for both panes. An
+// empty name means no macro. The tables may be read on any thread.
 class MacroNames {
  public:
   using Names = std::vector<std::string>;  // MacroNumber::kCount entries
@@ -83,10 +81,7 @@ class MacroNames {
   void showDemo();
 
  private:
-  struct Tables {
-    Names current = Names(MacroNumber::kCount);
-    std::bitset<MacroNumber::kCount> hadName;  // before the current one came
-  };
+  using Table = std::map<int, std::string>;  // names by number, none of them empty
   struct Expected {
     std::string name;  // as it is on the wire
     Clock::time_point until;
@@ -100,7 +95,7 @@ class MacroNames {
   PanelSubscriptions& subscriptions_;
   MacroNamesView& view_;
   mutable Mutex mutex_;  // never held while calling out
-  std::array<Tables, kPanes.size()> tables_ GUARDED_BY(mutex_);
+  std::array<Table, kPanes.size()> tables_ GUARDED_BY(mutex_);
   int workplace_ GUARDED_BY(mutex_) = kNoWorkplace;
   unsigned connection_ = 0;                              // that it was subscribed on
   std::map<int, Expected> requests_ GUARDED_BY(mutex_);  // by number

@@ -19,14 +19,14 @@ template <typename Take>
 void forEachNameWith(const FunctionDictionary& dictionary, std::string_view text, Take take) {
   constexpr std::size_t kNear = 8;  // functions looked at one by one before the offsets are searched
   const std::string_view names = dictionary.allNames();
-  std::size_t function = 0;
+  std::size_t function = 0, begin = 0;
   std::size_t end = dictionary.functionCount() == 0 ? 0 : dictionary.nameOffset(1);
   for (std::size_t hit = names.find(text); hit < names.size(); hit = names.find(text, end)) {
     for (std::size_t step = 0; end <= hit; ++step) {
       function = step < kNear ? function + 1 : dictionary.functionAtOffset(hit);
+      begin = step < kNear ? end : dictionary.nameOffset(function);
       end = dictionary.nameOffset(function + 1);
     }
-    const std::size_t begin = dictionary.nameOffset(function);
     take(static_cast<std::uint32_t>(function), names.substr(begin, end - begin - 1), hit - begin);
   }
 }

@@ -190,25 +190,29 @@ TEST(Dictionary, SidsAreFoundByTheFirstFunctionAlsoAfterFurtherTemplatesAndFromT
 }
 
 TEST(Dictionary, EveryNameIsFoundAgainAndStandsInTheJoinedText) {
-  FunctionDictionary dictionary;
-  dictionary.add(IndexedFamily{"a", "A", "", 0, 499, 0});
-  dictionary.add(IndexedFamily{"b", "B", "", 0, 99, 0});
-  dictionary.add(named("Some.Longer.Name.$a.$b"));
-  for (int pass = 0; pass < 2; ++pass) {
-    const std::string_view all = dictionary.allNames();
-    ASSERT_EQ(dictionary.functionCount(), 50'000u);
-    for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {
-      const std::string_view name = dictionary.name(i);
-      ASSERT_EQ(dictionary.find(name)->index(), i);
-      const std::size_t offset = dictionary.nameOffset(i);
-      ASSERT_EQ(all.substr(offset, name.size() + 1), std::string(name) + '\n');
-      ASSERT_EQ(dictionary.functionAtOffset(offset), i);
-      ASSERT_EQ(dictionary.functionAtOffset(offset + name.size()), i);
+  // Beside the number from which on a table has wide slots, and without and with a name that has wide offsets.
+  for (const int count : {65'534, 65'535}) {
+    FunctionDictionary dictionary;
+    dictionary.add(IndexedFamily{"n", "N", "", 1, count, 0});
+    dictionary.add(named("Some.Longer.Name.$n"));
+    dictionary.add(named(std::string(count == 65'534 ? 60'000 : 70'000, 'L')));
+    for (int pass = 0; pass < 2; ++pass) {
+      const std::string_view all = dictionary.allNames();
+      ASSERT_EQ(dictionary.functionCount(), static_cast<std::size_t>(count) + 1);
+      for (std::size_t i = 0; i < dictionary.functionCount(); ++i) {
+        const std::string_view name = dictionary.name(i);
+        ASSERT_EQ(dictionary.find(name)->index(), i);
+        const std::size_t offset = dictionary.nameOffset(i);
+        ASSERT_EQ(all.substr(offset, name.size() + 1), std::string(name) + '\n');
+        ASSERT_EQ(dictionary.functionAtOffset(offset), i);
+        ASSERT_EQ(dictionary.functionAtOffset(offset + name.size()), i);
+      }
+      EXPECT_FALSE(dictionary.find("Some.Longer.Name.N0"));
+      dictionary.finish();
     }
-    dictionary.finish();
+    EXPECT_LE(dictionary.functionBytes(), 2 * dictionary.allNames().size());
+    EXPECT_GE(dictionary.functionBytes(), dictionary.allNames().size() + 4 * dictionary.functionCount());
   }
-  EXPECT_LE(dictionary.functionBytes(), 2 * dictionary.allNames().size());
-  EXPECT_GE(dictionary.functionBytes(), dictionary.allNames().size() + 4 * dictionary.functionCount());
 }
 
 TEST(Dictionary, ExpansionsThatExplodeAreLeftOutAndTheRestGoesOn) {
