@@ -15,6 +15,7 @@
 #include "app/PlaceText.h"
 #include "app/SavePlaces.h"
 #include "app/StatusStrip.h"
+#include "model/MacroFile.h"
 #include "model/MacroHistory.h"
 #include "model/MacroNameScan.h"
 #include "platform/LocalTime.h"
@@ -28,7 +29,6 @@ namespace tessaly {
 namespace {
 
 constexpr const char* kNoCommands = "empty macro";
-constexpr const char* kNoName = "???";
 
 const std::string& titleBytes(const KeptMacro& macro) { return macro.name.empty() ? macro.id : macro.name; }
 
@@ -156,7 +156,7 @@ void HistoryOperations::putBackOnDisk(HistoryDialog& dialog, const KeptMacro& ma
   }
   if (!present.missing) {
     const std::string name = macroNameIn(present.bytes.value_or(std::string()));
-    losses << tr("It overwrites \"%1\" in\n%2").arg(shown(name.empty() ? kNoName : name), shown(file));
+    losses << tr("It overwrites \"%1\" in\n%2").arg(shown(name.empty() ? kUnknownName : name), shown(file));
   } else if (!history_.isOfSite(macro)) {
     losses << tr("It came from outside the site and is written to\n%1").arg(shown(file));
   }

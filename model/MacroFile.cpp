@@ -10,7 +10,6 @@ namespace {
 constexpr const char* kCannotParse = "Cannot parse Macro: %s";
 constexpr const char* kCannotRead = "Cannot read Macro: %s (%s)";
 constexpr const char* kCannotCreate = "Cannot create Macro: %s";
-constexpr const char* kUnknownName = "???";
 constexpr std::string_view kClassicFunction = "NCSCOMMAND";
 constexpr const char* kClassicParameter = "CMD";
 

@@ -16,6 +16,9 @@
 // threads on one file.
 namespace tessaly {
 
+// Stands for the name of a macro that has none or cannot be read.
+inline constexpr const char* kUnknownName = "???";
+
 inline constexpr std::string_view kEmptyMacro = "c:\\Programme\\RV48\\bin\\MacroFid\\emptyMacro.mac";
 
 // Reads without a report.
@@ -38,10 +41,10 @@ using MacroChanger = std::function<Expected<Macro>(const Macro& macro)>;
 Outcome changeMacroFile(const SiteAccess& site, std::string_view path, const MacroChanger& change);
 Outcome editMacroFile(const SiteAccess& site, std::string_view path, const MacroEdit& edit);
 
-// The name as UTF-8. False and "???" when there is none or the file does not parse.
+// The name as UTF-8. False and kUnknownName when there is none or the file does not parse.
 [[nodiscard]] bool readMacroName(const SiteAccess& site, std::string_view path, std::string& name);
 
-// The name is UTF-8; it becomes "???" when the file does not parse.
+// The name is UTF-8; it becomes kUnknownName when the file does not parse.
 Outcome renameMacro(const SiteAccess& site, std::string_view path, std::string& name);
 
 // The empty macro under a new name. An empty macro that cannot be read is reported with "Cannot create Macro:

@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QFrame>
 #include <QPersistentModelIndex>
-#include <QPointer>
 
 class QLabel;
 class QLineEdit;
@@ -39,7 +38,7 @@ class ListFinder : public QObject {
   void placeMark();
 
   QAbstractItemView& list_;
-  QPointer<QFrame> field_;  // of the list, as all below
+  QFrame* field_ = nullptr;  // of the list, as all below, which go after this
   QLineEdit* text_ = nullptr;
   QLabel* count_ = nullptr;
   QPersistentModelIndex found_;
