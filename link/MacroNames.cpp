@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <initializer_list>
+#include <utility>
 
 #include "platform/Text.h"
 #include "xctl/WireText.h"
@@ -10,7 +11,7 @@ namespace tessaly {
 namespace {
 
 struct DemoMacro {
-  int number;
+  std::size_t number;
   const char* name;
 };
 
@@ -56,7 +57,7 @@ void MacroNames::subscribe(int workplace) {
   const bool connected = client_.state() == kPanelConnected;
   {
     const MutexLock guard(mutex_);
-    tables_.fill({});
+    tables_.fill(Names());
     requests_.clear();
     workplace_ = connected ? workplace : kNoWorkplace;
   }
@@ -73,24 +74,26 @@ int MacroNames::workplace() const {
 }
 
 MacroNames::Names MacroNames::names(Pane pane) const {
-  Names all(MacroNumber::kCount);
   const MutexLock guard(mutex_);
-  for (const auto& [number, name] : tables_[index(pane)]) all[static_cast<std::size_t>(number)] = name;
-  return all;
+  const Names& table = tables_[index(pane)];
+  return table.empty() ? Names(MacroNumber::kCount) : table;
 }
 
 std::string MacroNames::name(Pane pane, int number) const {
+  const auto known = MacroNumber::of(number);
+  if (!known) return {};
   const MutexLock guard(mutex_);
-  const Table& table = tables_[index(pane)];
-  const auto found = table.find(number);
-  return found == table.end() ? std::string() : found->second;
+  const Names& table = tables_[index(pane)];
+  return table.empty() ? std::string() : table[known->index()];
 }
 
 void MacroNames::showDemo() {
   const MutexLock guard(mutex_);
-  tables_.fill({});
+  tables_.fill(Names());
   for (const Pane pane : kPanes) {
-    for (const DemoMacro& macro : kDemoMacros[index(pane)]) tables_[index(pane)][macro.number] = macro.name;
+    Names& table = tables_[index(pane)];
+    table.resize(MacroNumber::kCount);
+    for (const DemoMacro& macro : kDemoMacros[index(pane)]) table[macro.number] = macro.name;
   }
 }
 
@@ -114,8 +117,8 @@ void MacroNames::expect(int number, const std::string& name, Clock::time_point n
   const MutexLock guard(mutex_);
   requests_.erase(number);
   if (workplace_ == kNoWorkplace || !MacroNumber::of(number)) return;
-  for (const Table& table : tables_)
-    if (const auto known = table.find(number); known != table.end() && known->second == sent) return;
+  for (const Names& table : tables_)
+    if (!sent.empty() && !table.empty() && table[static_cast<std::size_t>(number)] == sent) return;
   requests_[number] = {sent, now + kConfirmation};
 }
 
@@ -139,9 +142,9 @@ std::vector<MacroNames::Request> MacroNames::takeUnconfirmed(Clock::time_point n
 
 bool MacroNames::store(Pane pane, int number, const std::string& name) {
   const MutexLock guard(mutex_);
-  Table& table = tables_[index(pane)];
-  const bool hadName = table.erase(number) != 0;
-  if (!name.empty()) table.emplace(number, name);
+  Names& table = tables_[index(pane)];
+  table.resize(MacroNumber::kCount);
+  const bool hadName = !std::exchange(table[static_cast<std::size_t>(number)], name).empty();
   // An empty name that stays empty changes nothing. Macro 0 comes first and shows that there are none at all.
   return number == 0 || !name.empty() || hadName;
 }

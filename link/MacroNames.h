@@ -36,8 +36,8 @@ class MacroNamesView {
   virtual void rebuildMacros(Pane pane) = 0;
 };
 
-// The macro names on the panel, per pane, and the one workplace whose names are subscribed, for both panes. An
-// empty name means no macro. The tables may be read on any thread.
+// The macro names on the panel, per pane, and the one workplace whose names are subscribed, for both panes.
+// An empty name means no macro. The tables may be read on any thread.
 class MacroNames {
  public:
   using Names = std::vector<std::string>;  // MacroNumber::kCount entries
@@ -81,7 +81,6 @@ class MacroNames {
   void showDemo();
 
  private:
-  using Table = std::map<int, std::string>;  // names by number, none of them empty
   struct Expected {
     std::string name;  // as it is on the wire
     Clock::time_point until;
@@ -94,8 +93,8 @@ class MacroNames {
   PanelClient& client_;
   PanelSubscriptions& subscriptions_;
   MacroNamesView& view_;
-  mutable Mutex mutex_;  // never held while calling out
-  std::array<Table, kPanes.size()> tables_ GUARDED_BY(mutex_);
+  mutable Mutex mutex_;                                         // never held while calling out
+  std::array<Names, kPanes.size()> tables_ GUARDED_BY(mutex_);  // without an entry until a name has come
   int workplace_ GUARDED_BY(mutex_) = kNoWorkplace;
   unsigned connection_ = 0;                              // that it was subscribed on
   std::map<int, Expected> requests_ GUARDED_BY(mutex_);  // by number
