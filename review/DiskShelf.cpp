@@ -67,16 +67,15 @@ MacroPlace DiskShelf::place(MacroNumber number) const {
 
 Expected<std::vector<MacroShelf::Held>> DiskShelf::list() {
   if (cancelled_) return cancelledFailure();
-  const auto entries = entriesIn(root_, folder_);
-  if (!entries)
-    return isNothing(entries.failure()) ? Failure{Failure::Kind::kMissing, "there is no such folder"}
-                                        : entries.failure();
   std::vector<Held> held;
-  for (const auto& entry : *entries) {
-    const std::string file = entry.path().filename().string();
-    const auto number = endsWithNoCase(file, kMacroFileEnd) ? numberOf(file) : std::nullopt;
-    if (number && mayBe(std::filesystem::file_type::regular, entry, true)) held.push_back({*number, {}});
-  }
+  const Outcome read = eachEntryIn(
+      root_, folder_, [&](const std::string& file, const std::filesystem::directory_entry& entry) {
+        const auto number = endsWithNoCase(file, kMacroFileEnd) ? numberOf(file) : std::nullopt;
+        if (number && mayBe(std::filesystem::file_type::regular, entry, true)) held.push_back({*number, {}});
+      });
+  if (!read)
+    return isNothing(read.failure()) ? Failure{Failure::Kind::kMissing, "there is no such folder"}
+                                     : read.failure();
   const auto value = [](const Held& macro) { return macro.number.value(); };
   std::ranges::sort(held, {}, value);
   // Those that differ in case alone are one place.

@@ -12,16 +12,23 @@ namespace tessaly {
 
 namespace fs = std::filesystem;
 
-Expected<std::vector<fs::directory_entry>> entriesIn(const SiteRoot& root, std::string_view folder) {
+Outcome eachEntryIn(const SiteRoot& root, std::string_view folder, const TakeEntry& take) {
   const auto host = placeOf(root, folder);
   if (!host) return host.failure();
   std::error_code error;
-  std::vector<std::pair<std::string, fs::directory_entry>> rows;  // what the order goes by
   fs::directory_iterator entry(*host, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    rows.emplace_back(toUpperAscii(entry->path().filename().string()), *entry);
-  }
-  if (error) return systemFailure(error.value(), "read");
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+    take(entry->path().filename().string(), *entry);
+  return error ? Outcome(systemFailure(error.value(), "read")) : Outcome();
+}
+
+Expected<std::vector<fs::directory_entry>> entriesIn(const SiteRoot& root, std::string_view folder) {
+  std::vector<std::pair<std::string, fs::directory_entry>> rows;  // what the order goes by
+  const Outcome read =
+      eachEntryIn(root, folder, [&](const std::string& name, const fs::directory_entry& entry) {
+        rows.emplace_back(toUpperAscii(name), entry);
+      });
+  if (!read) return read.failure();
   std::ranges::sort(rows);
   std::vector<fs::directory_entry> entries;
   for (auto& row : rows) entries.push_back(std::move(row.second));

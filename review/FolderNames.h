@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -9,8 +11,11 @@
 
 namespace tessaly {
 
-// As listFolder, but a folder that cannot be read to its end is a failure, where a macro that is passed over
-// would be taken for one that is not there.
+// Of each file and folder in a folder, in no order. A folder that cannot be read to its end is a failure,
+// where a macro that is passed over would be taken for one that is not there.
+using TakeEntry = std::function<void(const std::string& name, const std::filesystem::directory_entry& entry)>;
+[[nodiscard]] Outcome eachEntryIn(const SiteRoot& root, std::string_view folder, const TakeEntry& take);
+// The same, as listFolder orders them.
 [[nodiscard]] Expected<std::vector<std::filesystem::directory_entry>> entriesIn(const SiteRoot& root,
                                                                                 std::string_view folder);
 
