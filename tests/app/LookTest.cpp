@@ -103,7 +103,9 @@ TEST(LookTest, WhatIsOpenGrowsWithTheDesktopsTextAndHasRoomForIt) {
     QApplication::setFont(before);
     applyTextSize(kOwn);
   });
-  EXPECT_FALSE(QApplication::windowIcon().isNull());  // which nobody has waited for
+  // Nobody has waited for it; the picture above is made smaller, and none larger.
+  for (const auto& [asked, given] : {std::pair(24, 24), std::pair(40, 40), std::pair(200, 128)})
+    EXPECT_EQ(QApplication::windowIcon().pixmap(asked).width(), given);
   QFont inPixels = before;
   inPixels.setPixelSize(15);
   QApplication::setFont(inPixels);
