@@ -190,7 +190,8 @@ TEST(Dictionary, SidsAreFoundByTheFirstFunctionAlsoAfterFurtherTemplatesAndFromT
 }
 
 TEST(Dictionary, EveryNameIsFoundAgainAndStandsInTheJoinedText) {
-  // Beside the number from which on a table has wide slots, and without and with a name that has wide offsets.
+  // Beside the number from which on a table has wide slots, and without and with a name that has wide
+  // offsets.
   for (const int count : {65'534, 65'535}) {
     FunctionDictionary dictionary;
     dictionary.add(IndexedFamily{"n", "N", "", 1, count, 0});
