@@ -97,7 +97,8 @@ void followFont() {
   setFont();
 }
 
-// The program's pictures, each read when it is asked for: a desktop keeps what it shows.
+// The program's pictures, each read when it is asked for, as by each new window, and kept by the toolkit's
+// cache as long as that likes.
 class ProgramIcon : public QIconEngine {
  public:
   void paint(QPainter* painter, const QRect& room, QIcon::Mode, QIcon::State) override {
@@ -118,10 +119,9 @@ class ProgramIcon : public QIconEngine {
   static QPixmap picture(const QSize& room) {
     const int side = std::min(room.width(), room.height());
     const auto fits = std::find_if(kSizes.begin(), kSizes.end(), [&](int size) { return size >= side; });
-    const QImage found(
+    const QPixmap found(
         QStringLiteral(":/icons/tessaly-%1.png").arg(fits == kSizes.end() ? kSizes.back() : *fits));
-    return QPixmap::fromImage(found.width() > side ? found.scaledToWidth(side, Qt::SmoothTransformation)
-                                                   : found);
+    return found.width() > side ? found.scaledToWidth(side, Qt::SmoothTransformation) : found;
   }
 };
 

@@ -104,7 +104,7 @@ void FunctionDictionary::Store::fillWithNames(IndexTable& table) const {
 
 void FunctionDictionary::Store::fillWithSids(IndexTable& table) const {
   const auto count = static_cast<std::uint32_t>(functionCount());
-  table.makeRoom(count);
+  table.makeRoom(count, true);
   // Kept while the table is filled, so that a comparison puts a sid together only when it is likely the same.
   std::vector<std::uint64_t> hashes(count);
   for (std::uint32_t index = 0; index < count; ++index) {

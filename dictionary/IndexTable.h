@@ -15,12 +15,14 @@ namespace tessaly {
 // Hashes are of 64 bits.
 class IndexTable {
  public:
-  static constexpr std::uint32_t kLargestIndex = (std::uint32_t{1} << 22) - 2;
+  static constexpr int kWideIndexBits = 22;
+  static constexpr std::uint32_t kLargestIndex = (std::uint32_t{1} << kWideIndexBits) - 2;
 
-  // Empties the table and makes room for the numbers below `count`.
-  void makeRoom(std::size_t count) {
+  // Empties the table and makes room for the numbers below `count`. Keys that are dear to compare want wide
+  // slots.
+  void makeRoom(std::size_t count, bool wide = false) {
     const std::size_t size = std::bit_ceil(count + count / 4 + 1);
-    const bool narrow = count <= std::numeric_limits<std::uint16_t>::max();
+    const bool narrow = !wide && count <= std::numeric_limits<std::uint16_t>::max();
     narrow_ = std::vector<std::uint16_t>(narrow ? size : 0);
     wide_ = std::vector<std::uint32_t>(narrow ? 0 : size);
   }
@@ -43,7 +45,7 @@ class IndexTable {
 
  private:
   template <typename Slot>
-  static constexpr int kIndexBits = sizeof(Slot) == sizeof(std::uint16_t) ? 16 : 22;
+  static constexpr int kIndexBits = sizeof(Slot) == sizeof(std::uint16_t) ? 16 : kWideIndexBits;
   template <typename Slot>
   static constexpr std::uint32_t kIndexMask = (std::uint32_t{1} << kIndexBits<Slot>)-1;
 

@@ -9,9 +9,8 @@
 
 namespace tessaly {
 
-// Offsets none of which lies before the one in front of it: two bytes each, and four for every 32. From the
-// first one on that lies 64 kB or more behind the first of its 32, which the names of no real site do, four
-// bytes each.
+// Offsets none of which lies before the one in front of it: two bytes each, and four for every 32. Once one
+// lies 64 kB or more behind the first of its 32, which the names of no real site do, all have four bytes.
 class RisingOffsets {
  public:
   [[nodiscard]] std::size_t size() const { return wide_.empty() ? steps_.size() : wide_.size(); }
@@ -21,9 +20,12 @@ class RisingOffsets {
   }
 
   void reserve(std::size_t count) {
-    if (!wide_.empty()) return wide_.reserve(count);
-    bases_.reserve(count / kGroup + 1);
-    steps_.reserve(count);
+    if (wide_.empty()) {
+      bases_.reserve(count / kGroup + 1);
+      steps_.reserve(count);
+    } else {
+      wide_.reserve(count);
+    }
   }
 
   void push_back(std::uint32_t offset) {
@@ -69,6 +71,7 @@ class RisingOffsets {
 
   void widen() {
     std::vector<std::uint32_t> all;
+    all.reserve(steps_.capacity());
     for (std::size_t i = 0; i < steps_.size(); ++i) all.push_back((*this)[i]);
     steps_ = {};
     bases_ = {};

@@ -61,7 +61,7 @@ const std::string& PanelTree::nameOf(const std::string& path) {
            .size = size,
            .settled = !error && time + grainOf(time) < FileTime::clock::now(),
            .name = {}};
-  if (!readMacroName({host_, silent}, path, known.name) || known.name.empty()) known.name = "???";
+  if (!readMacroName({host_, silent}, path, known.name) || known.name.empty()) known.name = kUnknownName;
   return known.name;
 }
 

@@ -11,8 +11,9 @@
 
 namespace tessaly {
 
-// Of each file and folder in a folder, in no order. A folder that cannot be read to its end is a failure,
-// where a macro that is passed over would be taken for one that is not there.
+// Calls `take` for each file and folder in a folder, in no order. A folder that cannot be read to its end is
+// a failure, where a macro that is passed over would be taken for one that is not there; it has then been
+// called for some of them.
 using TakeEntry = std::function<void(const std::string& name, const std::filesystem::directory_entry& entry)>;
 [[nodiscard]] Outcome eachEntryIn(const SiteRoot& root, std::string_view folder, const TakeEntry& take);
 // The same, as listFolder orders them.

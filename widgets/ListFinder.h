@@ -38,7 +38,7 @@ class ListFinder : public QObject {
   void placeMark();
 
   QAbstractItemView& list_;
-  QFrame* field_ = nullptr;  // of the list, as all below, which go after this
+  QFrame* field_ = nullptr;  // of the list, made and gone after this, with what is in it
   QLineEdit* text_ = nullptr;
   QLabel* count_ = nullptr;
   QPersistentModelIndex found_;

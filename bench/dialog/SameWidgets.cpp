@@ -20,28 +20,31 @@
 #include <QStringListModel>
 #include <QToolButton>
 
+#include "bench/start/WidgetList.h"
+
 namespace tessaly::bench {
 
 namespace {
 
 template <class Widget>
-QWidget* written(const QString& text) {
-  return new Widget(text);
+QWidget* written(const QString& text, QWidget* parent) {
+  return new Widget(text, parent);
 }
 
 template <class Widget>
-QWidget* plain(const QString&) {
-  return new Widget;
+QWidget* plain(const QString&, QWidget* parent) {
+  return new Widget(parent);
 }
 
-QWidget* list(const QString& text) {
-  auto* made = new QListView;
-  made->setModel(new QStringListModel(text.split(u' ', Qt::SkipEmptyParts), made));
+QWidget* list(const QString& rows, QWidget* parent) {
+  auto* made = new QListView(parent);
+  made->setUniformItemSizes(true);
+  made->setModel(new QStringListModel(rows.split(kRowEnd, Qt::SkipEmptyParts), made));
   return made;
 }
 
-QWidget* make(const QString& kind, const QString& text) {
-  static const QHash<QString, QWidget* (*)(const QString&)> kinds{
+QWidget* make(const QString& kind, const QString& text, QWidget* parent) {
+  static const QHash<QString, QWidget* (*)(const QString&, QWidget*)> kinds{
       {QStringLiteral("QCheckBox"), written<QCheckBox>},
       {QStringLiteral("QFrame"), plain<QFrame>},
       {QStringLiteral("QGroupBox"), written<QGroupBox>},
@@ -60,17 +63,15 @@ QWidget* make(const QString& kind, const QString& text) {
   };
   const auto maker = kinds.value(kind);
   if (maker == nullptr) qFatal("no way to make a %s", qPrintable(kind));
-  return maker(text);
+  return maker(text, parent);
 }
 
 void place(QWidget& parent, QWidget* child, const QStringList& line) {
   if (auto* window = qobject_cast<QMainWindow*>(&parent)) {
     if (auto* bar = qobject_cast<QMenuBar*>(child))
       window->setMenuBar(bar);
-    else if (window->centralWidget() == nullptr)
+    else if (window->centralWidget() == nullptr)  // the others lie over it
       window->setCentralWidget(child);
-    else
-      child->setParent(window);  // lies over the others
   } else if (auto* bar = qobject_cast<QMenuBar*>(&parent)) {
     bar->addMenu(qobject_cast<QMenu*>(child));
   } else if (auto* splitter = qobject_cast<QSplitter*>(&parent)) {
@@ -94,11 +95,12 @@ QWidget* sameWidgets(const char* path) {
   std::vector<QWidget*> made;
   for (const QString& line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
     const QStringList parts = line.split(u'\t');
-    QWidget* widget = made.emplace_back(make(parts[1], parts[7]));
-    if (const int parent = parts[0].toInt(); parent < 0) {
-      widget->resize(parts[6].toInt(), parts[5].toInt());
+    QWidget* parent = made.empty() ? nullptr : made[static_cast<std::size_t>(parts[0].toInt())];
+    QWidget* widget = made.emplace_back(make(parts[1], parts[7], parent));
+    if (parent == nullptr) {
+      widget->setFixedSize(parts[6].toInt(), parts[5].toInt());
     } else {
-      place(*made[static_cast<std::size_t>(parent)], widget, parts);
+      place(*parent, widget, parts);
       if (parts[2] == u'0' && !widget->isWindow()) widget->hide();
     }
   }

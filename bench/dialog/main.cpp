@@ -2,8 +2,13 @@
 //   tessaly-bench-dialog                   an empty dialog
 //   tessaly-bench-dialog SHOWN HIDDEN      with so many labels of a line of text
 //   tessaly-bench-dialog FILE              the widgets of another program's window, see WidgetList.h
+//   tessaly-bench-dialog --rest FILE       and then half a second of rest, and freed memory given back
 // Prints "ready RSS-BYTES SHOWN HIDDEN", the latter of widgets, once it has been painted.
 #include <cstdlib>
+#include <malloc.h>
+#include <memory>
+#include <string_view>
+#include <utility>
 
 #include <QApplication>
 #include <QDialog>
@@ -19,13 +24,25 @@ namespace {
 
 constexpr int kColumns = 10;
 
-// Ends the program once the window has been painted.
+constexpr int kRestMilliseconds = 500;
+
+// Ends the program once the window has been painted, or later.
 class PaintWatch : public QObject {
+ public:
+  explicit PaintWatch(bool rest) : rest_(rest) {}
+
  protected:
   bool eventFilter(QObject* window, QEvent* event) override {
-    if (event->type() == QEvent::Paint) QTimer::singleShot(0, window, [] { tessaly::bench::tellWidgets(); });
+    if (event->type() == QEvent::Paint)
+      QTimer::singleShot(rest_ ? kRestMilliseconds : 0, window, [rest = rest_] {
+        if (rest) malloc_trim(0);
+        tessaly::bench::tellWidgets();
+      });
     return false;
   }
+
+ private:
+  bool rest_;
 };
 
 void fill(QDialog& dialog, int shown, int hidden) {
@@ -41,10 +58,17 @@ void fill(QDialog& dialog, int shown, int hidden) {
 
 int main(int argc, char** argv) {
   QApplication toolkit(argc, argv);
-  QWidget* window = argc == 2 ? tessaly::bench::sameWidgets(argv[1]) : new QDialog;
-  if (argc != 2) window->resize(1180, 820);
-  if (argc == 3) fill(static_cast<QDialog&>(*window), std::atoi(argv[1]), std::atoi(argv[2]));
-  PaintWatch watch;
+  const bool rest = argc == 3 && std::string_view(argv[1]) == "--rest";
+  std::unique_ptr<QWidget> window;
+  if (argc == 2 || rest) {
+    window.reset(tessaly::bench::sameWidgets(argv[argc - 1]));
+  } else {
+    auto dialog = std::make_unique<QDialog>();
+    dialog->resize(1180, 820);
+    if (argc == 3) fill(*dialog, std::atoi(argv[1]), std::atoi(argv[2]));
+    window = std::move(dialog);
+  }
+  PaintWatch watch(rest);
   window->installEventFilter(&watch);
   window->show();
   return QApplication::exec();

@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QFile>
+#include <QMenu>
 #include <QScrollBar>
 #include <QSplitterHandle>
 #include <QTextStream>
@@ -18,7 +19,9 @@ namespace tessaly::bench {
 namespace {
 
 bool comesWithParent(const QWidget& widget) {
+  const auto* menu = qobject_cast<const QMenu*>(&widget);  // the one behind the end of a bar has no title
   return widget.objectName().startsWith(QLatin1String("qt_")) ||
+         (menu != nullptr && menu->title().isEmpty()) ||
          qobject_cast<const QScrollBar*>(&widget) != nullptr ||
          qobject_cast<const QSplitterHandle*>(&widget) != nullptr;
 }
@@ -33,7 +36,8 @@ QString textOn(const QWidget& widget) {
   QStringList texts;
   if (const auto* list = qobject_cast<const QAbstractItemView*>(&widget)) {
     for (int row = 0; row < list->model()->rowCount(); ++row)
-      texts << list->model()->index(row, 0).data().toString();
+      texts << list->model()->index(row, 0).data().toString().simplified();
+    return texts.join(kRowEnd);
   }
   for (const char* of : {"text", "title", "windowTitle"}) texts << widget.property(of).toString();
   texts.removeAll(QString());

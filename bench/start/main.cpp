@@ -65,5 +65,6 @@ int loadFiles(const char* folder) {
 int main(int argc, char** argv) {
   const std::string_view mode = argc == 3 ? argv[1] : "";
   if (argc == 3 && mode == "--files") return tessaly::bench::loadFiles(argv[2]);
-  return tessaly::bench::startWindow(argc, argv, mode);
+  const bool window = argc == 2 || mode == tessaly::bench::kRest || mode.starts_with(tessaly::bench::kList);
+  return window ? tessaly::bench::startWindow(argc, argv, mode) : 2;
 }

@@ -73,11 +73,16 @@ const SiteRoot& sampleSite() {
 }
 
 // A window of the toolkit's own widgets, the same as the main window has: what is left is the program's part.
-Started startSameWidgets() {
+// With an option: that of the dialog.
+Started startSameWidgets(const std::string& option = {}) {
   static const std::string list = (scratchFolder() / "widgets").string();
-  static const Started window = startWindow(sampleSite(), "--list=" + list);
-  const Started same = startDialog(' ' + list);
-  if (same.shown != window.shown || same.hidden != window.hidden) std::abort();
+  static const Started window = startWindow(sampleSite(), "'--list=" + list + '\'');
+  const Started same = startDialog(' ' + option + " '" + list + '\'');
+  if (same.shown != window.shown || same.hidden != window.hidden) {
+    std::fprintf(stderr, "not the same widgets: %d shown, %d hidden, and %d, %d\n", window.shown,
+                 window.hidden, same.shown, same.hidden);
+    std::exit(1);
+  }
   return same;
 }
 
@@ -100,7 +105,7 @@ Figures idleMemoryBeyondSameWidgets() {
   double names = 0;
   for (std::size_t i = 0; i < dictionary.functionCount(); ++i)
     names += static_cast<double>(dictionary.function(i).name().size());
-  const long beyond = startWindow(root, kRest).bytes - startSameWidgets().bytes;
+  const long beyond = startWindow(root, kRest).bytes - startSameWidgets(kRest).bytes;
   return {static_cast<double>(beyond), names + static_cast<double>(interfaceBytes(root))};
 }
 
