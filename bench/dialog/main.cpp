@@ -18,13 +18,12 @@
 #include <QTimer>
 
 #include "bench/dialog/SameWidgets.h"
+#include "bench/start/Ready.h"
 #include "bench/start/WidgetList.h"
 
 namespace {
 
 constexpr int kColumns = 10;
-
-constexpr int kRestMilliseconds = 500;
 
 // Ends the program once the window has been painted, or later.
 class PaintWatch : public QObject {
@@ -34,7 +33,7 @@ class PaintWatch : public QObject {
  protected:
   bool eventFilter(QObject* window, QEvent* event) override {
     if (event->type() == QEvent::Paint)
-      QTimer::singleShot(rest_ ? kRestMilliseconds : 0, window, [rest = rest_] {
+      QTimer::singleShot(rest_ ? tessaly::bench::kRestMilliseconds : 0, window, [rest = rest_] {
         if (rest) malloc_trim(0);
         tessaly::bench::tellWidgets();
       });
@@ -58,7 +57,7 @@ void fill(QDialog& dialog, int shown, int hidden) {
 
 int main(int argc, char** argv) {
   QApplication toolkit(argc, argv);
-  const bool rest = argc == 3 && std::string_view(argv[1]) == "--rest";
+  const bool rest = argc == 3 && std::string_view(argv[1]) == tessaly::bench::kRest;
   std::unique_ptr<QWidget> window;
   if (argc == 2 || rest) {
     window.reset(tessaly::bench::sameWidgets(argv[argc - 1]));

@@ -7,6 +7,11 @@
 
 namespace tessaly::bench {
 
+// With this option a program of a start rests before it tells: what it held to begin with has been given
+// back.
+inline constexpr const char* kRest = "--rest";
+inline constexpr int kRestMilliseconds = 500;
+
 // Bytes of this process that are in memory and not shared with a file.
 inline long privateBytes() {
   std::ifstream status("/proc/self/status");

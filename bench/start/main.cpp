@@ -27,8 +27,7 @@
 namespace tessaly::bench {
 namespace {
 
-constexpr std::string_view kRest = "--rest", kList = "--list=";
-constexpr int kRestMilliseconds = 500;
+constexpr std::string_view kList = "--list=";
 
 int startWindow(int argc, char** argv, std::string_view mode) {
   setUpMemory();

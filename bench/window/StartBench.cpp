@@ -7,6 +7,7 @@
 #include <string>
 
 #include "bench/Table.h"
+#include "bench/start/Ready.h"
 #include "bench/window/WindowSite.h"
 #include "dictionary/InterfaceFile.h"
 #include "platform/Text.h"
@@ -15,7 +16,6 @@
 namespace tessaly::bench {
 namespace {
 
-constexpr const char* kRest = "--rest";
 constexpr const char* kFiles = "--files";
 
 // What a program told of when it was ready.
