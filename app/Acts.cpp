@@ -1,5 +1,7 @@
 #include "app/Acts.h"
 
+#include <utility>
+
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QMenu>
@@ -48,12 +50,13 @@ Acts::Acts(const ActHands& hands, QMenuBar& bar) : hands_(hands) {
 
 void Acts::add(const Act& act, QMenu& menu) {
   if (act.begins) menu.addSeparator();
-  auto* action = menu.addAction(actText(act.text));
+  const QString text = actText(act.text);
+  auto* action = menu.addAction(text);
   action->setObjectName(QLatin1String(act.name));
   action->setShortcut(act.keys);
   // The pane answers to its keys itself; the menu only tells them.
   if (act.keysOf == ActKeys::kPane) action->setShortcutContext(Qt::WidgetShortcut);
-  Entry entry{&act, action, {}};
+  Entry entry{&act, action, {}, text, {}};
   if (act.run == nullptr)
     for (const Pane pane : kPanes)
       entry.controls[index(pane)] = hands_.view(pane).findChild<QObject*>(QLatin1String(act.name));
@@ -77,17 +80,28 @@ void Acts::run(const Entry& entry) {
 void Acts::show(Pane pane, const ActSituation& now) {
   pane_ = pane;
   for (const Entry& entry : entries_) showEntry(entry, now);
-  QStringList texts;  // of a menu
-  for (std::size_t place = 0, first = 0; place < entries_.size(); ++place) {
-    const Act& act = *entries_[place].act;
-    const QString called = act.called != nullptr ? act.called(now) : QString();
-    texts << (called.isEmpty() ? actText(act.text) : called);
-    if (place + 1 < entries_.size() && entries_[place + 1].act->menu == act.menu) continue;
-    separateLetters(texts);
-    for (const QString& text : texts) entries_[first++].action->setText(text);
-    texts.clear();
-  }
+  for (std::size_t first = 0, end = 0; first < entries_.size(); first = end) end = showTexts(first, now);
   showChecked();
+}
+
+// Of the menu that begins at `first`; where it ends. The letters are given anew when a text has changed.
+std::size_t Acts::showTexts(std::size_t first, const ActSituation& now) {
+  bool same = true;
+  std::size_t end = first;
+  for (; end < entries_.size() && entries_[end].act->menu == entries_[first].act->menu; ++end) {
+    Entry& entry = entries_[end];
+    QString text = entry.act->called != nullptr ? entry.act->called(now) : QString();
+    if (text.isEmpty()) text = entry.text;
+    if (text == entry.shown) continue;
+    entry.shown = std::move(text);
+    same = false;
+  }
+  if (same) return end;
+  QStringList texts;
+  for (std::size_t place = first; place < end; ++place) texts << entries_[place].shown;
+  separateLetters(texts);
+  for (const QString& text : texts) entries_[first++].action->setText(text);
+  return end;
 }
 
 void Acts::showEntry(const Entry& entry, const ActSituation& now) {

@@ -26,11 +26,14 @@ class Acts : public QObject {
     const Act* act;
     QAction* action;
     std::array<QObject*, kPanes.size()> controls;  // of the panes that are worked; null where the act runs
+    QString text;                                  // where it is called nothing else
+    QString shown;  // as it is called now; its letter in the menu may be another one
   };
 
   void add(const Act& act, QMenu& menu);
   void run(const Entry& entry);
   void showChecked();
+  std::size_t showTexts(std::size_t first, const ActSituation& now);
   void showEntry(const Entry& entry, const ActSituation& now);
 
   ActHands hands_;
