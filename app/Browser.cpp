@@ -60,8 +60,10 @@ Browser::Browser(PaneState& pane, SiteAccess site, const LineContext& lines,
 }
 
 void Browser::followCopy() {
-  // Edit state alone changes no line.
-  if (pane_.copy.revision() != shownRevision_) showCommands(pane_.copy.selectedAfterChange());
+  if (pane_.copy.revision() != shownRevision_)
+    showCommands(pane_.copy.selectedAfterChange());
+  else
+    emit changed();  // edit state alone changes no line
 }
 
 std::string Browser::path() const { return connection_.path(pane_.descriptor.pane); }

@@ -90,7 +90,7 @@ class Browser : public QObject {
 
  signals:
   void panelWorkplaceChosen(int number);
-  void changed();  // lists or selection changed by program: enabled states are to be looked at again
+  void changed();  // lists, selection or working copy, by program: enabled states are to be looked at again
   void said(const tessaly::Message& message);
 
  private:

@@ -212,7 +212,6 @@ void MainWindow::connectPane(Pane pane) {
   connect(&view.controlPanels(), &ListBox::chosen, &browser, &Browser::chooseControlPanel);
   connect(&view.workplaces(), &ListBox::chosen, &browser, &Browser::chooseWorkplace);
   connect(&view.commands(), &ListBox::chosen, this, &MainWindow::updateControls);
-  connect(&room(pane).state->copy, &WorkingCopy::changed, this, &MainWindow::updateControls);
   connect(&view, &MacroPane::optionsChanged, &browser,
           [&view, &browser] { browser.showCommands(view.commands().selectedRows()); });
   connect(&browser, &Browser::changed, this, &MainWindow::updateControls);

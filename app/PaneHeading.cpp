@@ -150,7 +150,6 @@ void PaneHeading::follow(const PaneState& pane, const Browser& browser, const Pa
     lost_->setVisible(connection.source(which) == PaneSource::kPanel &&
                       connection.line(which) == PaneLine::kLost);
   };
-  connect(&pane.copy, &WorkingCopy::changed, this, look);
   connect(&browser, &Browser::changed, this, look);
   connect(&pane.view, &MacroPane::lineChanged, this, look);
   connect(&bridge, &PanelBridge::connectionShown, this, look);
