@@ -98,18 +98,21 @@ void MacroNames::showDemo() {
 }
 
 void MacroNames::received(const std::string& valueName, const ParameterValue& value) {
-  const int number = macroNumberOf(valueName);
-  if (!MacroNumber::of(number)) return;
+  const auto number = MacroNumber::of(macroNumberOf(valueName));
+  if (!number) return;
   const std::string text = value.getAsString();
+  const std::string name = keptName(text);
+  std::array<bool, kPanes.size()> changed{};
+  for (const Pane pane : kPanes) changed[index(pane)] = view_.showsPanel(pane);
   {
     const MutexLock guard(mutex_);
-    const auto request = requests_.find(number);
+    const auto request = requests_.find(number->value());
     if (request != requests_.end() && request->second.name == text) requests_.erase(request);
+    for (const Pane pane : kPanes)
+      if (changed[index(pane)]) changed[index(pane)] = store(pane, *number, name);
   }
-  const std::string name = keptName(text);
-  for (const Pane pane : kPanes) {
-    if (view_.showsPanel(pane) && store(pane, number, name)) view_.rebuildMacros(pane);
-  }
+  for (const Pane pane : kPanes)
+    if (changed[index(pane)]) view_.rebuildMacros(pane);
 }
 
 void MacroNames::expect(int number, const std::string& name, Clock::time_point now) {
@@ -140,13 +143,14 @@ std::vector<MacroNames::Request> MacroNames::takeUnconfirmed(Clock::time_point n
   return unconfirmed;
 }
 
-bool MacroNames::store(Pane pane, int number, const std::string& name) {
-  const MutexLock guard(mutex_);
+bool MacroNames::store(Pane pane, MacroNumber number, const std::string& name) {
   Names& table = tables_[index(pane)];
-  table.resize(MacroNumber::kCount);
-  const bool hadName = !std::exchange(table[static_cast<std::size_t>(number)], name).empty();
+  if (table.empty()) table.resize(MacroNumber::kCount);
+  std::string& known = table[number.index()];
+  const bool hadName = !known.empty();
+  known = name;
   // An empty name that stays empty changes nothing. Macro 0 comes first and shows that there are none at all.
-  return number == 0 || !name.empty() || hadName;
+  return number.index() == 0 || !name.empty() || hadName;
 }
 
 }  // namespace tessaly

@@ -88,7 +88,7 @@ class MacroNames {
 
   void received(const std::string& valueName, const ParameterValue& value);
   // True when the pane's list has to be built again.
-  [[nodiscard]] bool store(Pane pane, int number, const std::string& name);
+  [[nodiscard]] bool store(Pane pane, MacroNumber number, const std::string& name) REQUIRES(mutex_);
 
   PanelClient& client_;
   PanelSubscriptions& subscriptions_;
