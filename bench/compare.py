@@ -2,8 +2,9 @@
 """Sets the benchmarks of an old build beside those of a new one: bench/compare.py OLD NEW [PATTERN].
 
 OLD and NEW are tessaly-bench programs. Each row that both have is run ROUNDS times by either, in turns, so that a
-machine that gets slower meanwhile slows both; the median of its ratios to its limit counts. Fails when a row got worse
-by more than WORSE.
+machine that gets slower meanwhile slows both; the median of what was measured counts. Beside it stand the medians of the
+ratios to the limit: a limit is code of the program as well, and a ratio gets larger, too, when the limit gets faster.
+Fails when a row got worse by more than WORSE.
 """
 import os
 import re
@@ -11,9 +12,11 @@ import statistics
 import subprocess
 import sys
 
-ROUNDS = 3
+ROUNDS = int(os.environ.get("ROUNDS", "3"))
 WORSE = 1.05
-SECONDS = 600  # for one row once
+SECONDS = 120  # for one row once
+
+UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0, "B": 1.0}
 
 environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen"}
 
@@ -27,29 +30,40 @@ def rows(program):
     return [line.removesuffix("/iterations:1") for line in lines if line.endswith("/iterations:1")]
 
 
-def ratio(program, row):
-    """Of the row to its limit; nothing when it could not be measured."""
-    for line in output(program, "--benchmark_filter=^" + re.sub(r"[^\w ]", ".", row) + "/iterations:1$").splitlines():
-        if line.startswith(row) and (found := re.search(r"\s(\d+\.\d+)\s+\d+\.\d+\s+(?:yes|NO)$", line)):
-            return float(found[1])
+def measure(program, row):
+    """The row's measured value in its smallest unit, and its ratio to the limit; nothing when it could not be measured."""
+    try:
+        lines = output(program, "--benchmark_filter=^" + re.sub(r"[^\w ]", ".", row) + "/iterations:1$").splitlines()
+    except (subprocess.TimeoutExpired, subprocess.CalledProcessError):
+        return None
+    for line in lines:
+        found = re.search(r"\s([\d.]+) (\w+)\s+[\d.]+ \w+\s+(\d+\.\d+)\s+\d+\.\d+\s+(?:yes|NO)$", line)
+        if line.startswith(row) and found:
+            return float(found[1]) * UNITS[found[2]], float(found[3])
     return None
 
 
 def main(old, new, pattern="."):
     known = set(rows(old))
     worse = 0
-    print(f"{'name':<72} {'old':>7} {'new':>7} {'new/old':>8}")
+    print(f"{'name':<72} {'ratio':>7} {'now':>7} {'measured, now/before':>21}")
     for row in rows(new):
         if row not in known or not re.search(pattern, row):
             continue
-        pairs = [(ratio(old, row), ratio(new, row)) for _ in range(ROUNDS)]
-        if any(each is None for pair in pairs for each in pair):
-            print(f"{row:<72} not measured")
+        pairs = []
+        while len(pairs) < ROUNDS and (not pairs or None not in pairs[-1]):
+            pairs.append((measure(old, row), measure(new, row)))
+        if None in pairs[-1]:
+            print(f"{row:<72} not measured", flush=True)
             continue
-        before, after = (statistics.median(side) for side in zip(*pairs))
+        (before, old_ratio), (after, new_ratio) = (
+            [statistics.median(each) for each in zip(*side)] for side in zip(*pairs)
+        )
         change = after / before if before else 1.0
         worse += change > WORSE
-        print(f"{row:<72} {before:7.2f} {after:7.2f} {change:8.2f}{'  WORSE' if change > WORSE else ''}", flush=True)
+        print(
+            f"{row:<72} {old_ratio:7.2f} {new_ratio:7.2f} {change:21.2f}{'  WORSE' if change > WORSE else ''}", flush=True
+        )
     return 1 if worse else 0
 
 

@@ -1,6 +1,7 @@
 // A key in a search field of the creation dialog, until the rows that it finds are laid out.
 #include <cstring>
 
+#include <QImage>
 #include <QLineEdit>
 
 #include "bench/InterfaceSample.h"
@@ -15,6 +16,16 @@ namespace {
 constexpr std::size_t kFunctions = 100'000;
 constexpr std::size_t kBytesPerFunction = 52;  // of the file
 constexpr const char* kTyped = "wipe168";
+
+// The toolkit paints what is large on threads, which the main window has started long before a dialog is
+// opened.
+void startPaintingThreads() {
+  constexpr int kLarge = 2000;  // pixels
+  QImage image(kLarge, kLarge, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::white);
+  image = image.scaled(kLarge / 2, kLarge / 2, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  keep(&image);
+}
 
 struct Search {
   SiteRoot root = siteWithInterface(kFunctions, kFunctions* kBytesPerFunction);
@@ -31,6 +42,7 @@ struct Search {
 
   Search() {
     toolkit();
+    startPaintingThreads();
     if (!readInterfaceFile(root, "c:\\ifc.xml", FunctionSource::kPanel, dictionary,
                            [](const std::string&) {}))
       std::abort();
