@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """Sets the benchmarks of an old build beside those of a new one: bench/compare.py OLD NEW [PATTERN].
 
-OLD and NEW are tessaly-bench programs. Each row that both have is run ROUNDS times by either, in turns, so that a
-machine that gets slower meanwhile slows both; the median of what was measured counts. Beside it stand the medians of the
-ratios to the limit: a limit is code of the program as well, and a ratio gets larger, too, when the limit gets faster.
-Fails when a row got worse by more than WORSE.
+OLD and NEW are tessaly-bench programs. Each row that both have is run ROUNDS times (of the environment, or 3) by
+either, in turns, so that a machine that gets slower meanwhile slows both; the median of what was measured counts.
+Beside it stand the medians of the ratios to the limit: a limit is code of the program as well, and a ratio gets larger,
+too, when the limit gets faster. Fails when a row got worse by more than WORSE.
 """
 import os
 import re
@@ -31,7 +31,7 @@ def rows(program):
 
 
 def measure(program, row):
-    """The row's measured value in its smallest unit, and its ratio to the limit; nothing when it could not be measured."""
+    """What the row measures, in seconds or bytes, and its ratio to the limit; nothing when it could not be measured."""
     try:
         lines = output(program, "--benchmark_filter=^" + re.sub(r"[^\w ]", ".", row) + "/iterations:1$").splitlines()
     except (subprocess.TimeoutExpired, subprocess.CalledProcessError):
@@ -46,7 +46,7 @@ def measure(program, row):
 def main(old, new, pattern="."):
     known = set(rows(old))
     worse = 0
-    print(f"{'name':<72} {'ratio':>7} {'now':>7} {'measured, now/before':>21}")
+    print(f"{'name':<72} {'ratio':>7} {'now':>7} {'measured, now:before':>21}")
     for row in rows(new):
         if row not in known or not re.search(pattern, row):
             continue
@@ -59,7 +59,7 @@ def main(old, new, pattern="."):
         (before, old_ratio), (after, new_ratio) = (
             [statistics.median(each) for each in zip(*side)] for side in zip(*pairs)
         )
-        change = after / before if before else 1.0
+        change = after / before if before else (float("inf") if after else 1.0)
         worse += change > WORSE
         print(
             f"{row:<72} {old_ratio:7.2f} {new_ratio:7.2f} {change:21.2f}{'  WORSE' if change > WORSE else ''}", flush=True

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <initializer_list>
-#include <utility>
 
 #include "platform/Text.h"
 #include "xctl/WireText.h"
@@ -102,17 +101,17 @@ void MacroNames::received(const std::string& valueName, const ParameterValue& va
   if (!number) return;
   const std::string text = value.getAsString();
   const std::string name = keptName(text);
-  std::array<bool, kPanes.size()> changed{};
-  for (const Pane pane : kPanes) changed[index(pane)] = view_.showsPanel(pane);
+  std::array<bool, kPanes.size()> concerned{};
+  for (const Pane pane : kPanes) concerned[index(pane)] = view_.showsPanel(pane);
   {
     const MutexLock guard(mutex_);
     const auto request = requests_.find(number->value());
     if (request != requests_.end() && request->second.name == text) requests_.erase(request);
     for (const Pane pane : kPanes)
-      if (changed[index(pane)]) changed[index(pane)] = store(pane, *number, name);
+      concerned[index(pane)] = concerned[index(pane)] && store(pane, *number, name);
   }
   for (const Pane pane : kPanes)
-    if (changed[index(pane)]) view_.rebuildMacros(pane);
+    if (concerned[index(pane)]) view_.rebuildMacros(pane);
 }
 
 void MacroNames::expect(int number, const std::string& name, Clock::time_point now) {
