@@ -1,6 +1,6 @@
-# Most of a compilation goes into the headers of the libraries, so the sanitizer builds compile the files of a room in
-# groups, which takes half the time. With TESTS all but the rooms, which are still to be read and changed file by file
-# there. Preset debug compiles each file by itself, so that a change costs one file.
+# Most of a compilation goes into the headers of the libraries, so the builds of .ci/run compile the files of a room in
+# groups, which takes half the time. With TESTS all but the rooms, where a change costs one file then. Preset debug
+# compiles each file by itself, whatever it is of.
 set(TESSALY_GROUPED OFF CACHE STRING "What is compiled in groups of files: OFF, TESTS or ON")
 
 # tessaly_grouped(TARGET SOURCES...): none of a group shares a file-local name with another.

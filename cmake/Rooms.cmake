@@ -3,7 +3,8 @@ add_library(tessaly_settings INTERFACE)
 target_compile_options(tessaly_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
   -Wformat=2 -Wformat-security
-  $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>)  # a group shows names that no compiler sees together else
+  # A group shows names that no compiler sees together else; not those within a function.
+  $<IF:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>,$<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>,-Wshadow>)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   target_compile_options(tessaly_settings INTERFACE -Wthread-safety)  # platform/ThreadAnnotations.h
 endif()

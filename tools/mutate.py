@@ -29,6 +29,8 @@ import time
 from multiprocessing.pool import ThreadPool
 from pathlib import Path
 
+from build_units import units_of
+
 ROOT = Path(__file__).resolve().parent.parent
 RESULTS = Path(os.environ.get("XDG_CACHE_HOME", Path.home() / ".cache")) / "tessaly-mutants.jsonl"
 SCREENSHOTS, CAMERA = ROOT / "tests" / "screenshots", "tessaly-screenshots"
@@ -175,8 +177,7 @@ class Build:
 
     def __init__(self, path):
         self.path = path
-        units = json.loads((path / "compile_commands.json").read_text(encoding="utf-8"))
-        self.units = {unit["file"]: shlex.split(unit["command"]) for unit in units}
+        self.units = units_of(path)
         self.links = {}
         self.pictures = False
         self.seconds = {}  # by room: the time that its tests are given over a mutant
@@ -211,7 +212,12 @@ class Build:
         return list(self.links[target])
 
     def compile(self, mutant, source, made):
-        command = list(self.units[str(ROOT / mutant.path)])
+        unit = self.units[ROOT / mutant.path]
+        if unit.grouped:  # the rest of the group with it, as its object takes the place of the group's
+            group = unit.source.read_text(encoding="utf-8").replace(f'"{ROOT / mutant.path}"', f'"{source}"')
+            source = source.with_name(unit.source.name)
+            source.write_text(group, encoding="utf-8")
+        command = list(unit.words)
         command[command.index("-o") + 1] = str(made)
         command[command.index("-c") + 1] = str(source)
         # What is precompiled goes with the flags that it was compiled with.

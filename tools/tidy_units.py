@@ -5,33 +5,32 @@ Most of the time of a check goes into the headers of the libraries, so files are
 compile in this way is checked again file by file.
 """
 import argparse
-import json
 import re
-import shlex
 import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
+from build_units import units_of
 from source_groups import groups_of
 
 ROOMS = ["app", "editors", "windows", "widgets", "cli", "panelsim", "review", "link", "model", "classic", "values", "dictionary", "platform",
          "xctl"]
 COMPILER = re.compile(r"(^|/)(c|g|clang)\+\+(-\d+)?$")
 ERROR = "clang-diagnostic-error"
+UNKNOWN = re.compile(r"-Wno-stringop|-Wshadow=|-Wno-subobject")
 
 
-def arguments_of(entry):
+def arguments_of(unit):
     """The compiler's arguments without the launcher, the compiler, the input, the output and what clang does not know."""
-    words = shlex.split(entry["command"])
-    words = words[next(i for i, word in enumerate(words) if COMPILER.search(word)) + 1:]
+    words = unit.words[next(i for i, word in enumerate(unit.words) if COMPILER.search(word)) + 1:]
     result, skip = [], False
     for word in words:
         if skip:
             skip = False
         elif word in ("-o", "-MF", "-MT", "-c", "-include"):
             skip = True
-        elif word not in ("-MD", "-Werror", "-Winvalid-pch") and not word.startswith("-Wno-stringop"):
+        elif word not in ("-MD", "-Werror", "-Winvalid-pch") and not UNKNOWN.match(word):
             result.append(word)
     return result
 
@@ -41,14 +40,13 @@ class Tidy:
         self.root = root
         self.scratch = build / "tidy"
         self.scratch.mkdir(exist_ok=True)
-        commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
-        self.entries = {Path(entry["file"]): entry for entry in commands}
+        self.units = units_of(build)
 
     def arguments(self, files):
         """Those of the first file, with what others define beside it."""
-        words = arguments_of(self.entries[files[0]])
+        words = arguments_of(self.units[files[0]])
         for path in files[1:]:
-            words += [word for word in arguments_of(self.entries[path])
+            words += [word for word in arguments_of(self.units[path])
                       if word.startswith("-D") and word not in words]
         return words
 
@@ -57,9 +55,9 @@ class Tidy:
         unit.write_text("".join(f'#include "{path}"\n' for path in files), encoding="utf-8")
         command = ["clang-tidy", "--quiet", f"--config-file={self.root}/.clang-tidy",
                    "--checks=-bugprone-suspicious-include", str(unit), "--", *self.arguments(files)]
-        if len(files) > 1:
-            command.append("-Wno-shadow")  # of names that no compiler sees together
-        done = subprocess.run(command, cwd=self.entries[files[0]]["directory"], capture_output=True, text=True, check=False)
+        # In a group it would tell of names that no compiler sees together.
+        command.append("-Wno-shadow" if len(files) > 1 else "-Wshadow")
+        done = subprocess.run(command, cwd=self.units[files[0]].folder, capture_output=True, text=True, check=False)
         if len(files) > 1 and ERROR in done.stdout:
             return "".join(self.check([path]) for path in files)
         if done.returncode == 0:
@@ -76,7 +74,7 @@ def main():
     root = Path(__file__).resolve().parent.parent
     tidy = Tidy(root, options.build.resolve())
     # What is for another system is not built here.
-    built = {room: [path for path in sorted((root / room).glob("*.cpp")) if path in tidy.entries]
+    built = {room: [path for path in sorted((root / room).glob("*.cpp")) if path in tidy.units]
              for room in options.rooms or ROOMS}
     units = [unit for files in built.values() for unit in groups_of(files)]
     found = ""
