@@ -1,6 +1,7 @@
 #include "app/OpenMacros.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "app/Browser.h"
 #include "app/FailureText.h"
@@ -17,6 +18,10 @@
 namespace tessaly {
 
 namespace {
+
+// Bytes of a macro of 10,000 commands and more, which are read as fast as the next change of it is made. In
+// the window's own memory, too: the first change would find none there otherwise, and take twice as long.
+constexpr std::size_t kReadAtOnce = 2 * 1024 * 1024;
 
 std::string compareButton() { return QCoreApplication::translate("OpenMacros", "Co&mpare").toStdString(); }
 
@@ -131,14 +136,19 @@ Expected<std::optional<Macro>> OpenMacros::fetch(Pane pane, const MacroTarget& t
   else if (auto held = browser(pane).snapshotBytes(target.numberText))
     bytes = *std::move(held);
   if (!bytes) return bytes.failure();
-  auto macro = transfers_.beside().block<Expected<Macro>>(tr("Opening %1").arg(macroInStrip(target)),
-                                                          [bytes = *bytes] { return Macro::read(bytes); });
+  const auto held = std::make_shared<const std::string>(*std::move(bytes));
+  const QString label = tr("Opening %1").arg(macroInStrip(target));
+  const auto read = [held] { return Macro::read(held); };
+  std::optional<Expected<Macro>> macro;
+  if (held->size() <= kReadAtOnce)
+    macro = read();
+  else
+    macro = transfers_.beside().block<Expected<Macro>>(label, read);
   if (!macro) return Failure{Failure::Kind::kCancelled, {}};
   // Whether the changes are given up for that is asked, and until then their file stays what it is.
   if (!*macro && how == Opens::kToDiscard) return std::optional<Macro>();
   Outcome written;
-  static_cast<void>(transfers_.beside().finish(tr("Opening %1").arg(macroInStrip(target)),
-                                               [&] { written = writeFile(site_.root, file, *bytes); }));
+  static_cast<void>(transfers_.beside().finish(label, [&] { written = writeFile(site_.root, file, *held); }));
   if (!written) return written.failure();
   return *macro ? std::optional<Macro>(**std::move(macro)) : std::nullopt;
 }
@@ -196,8 +206,8 @@ Outcome OpenMacros::keepUnsaved(const WorkingCopy& copy) {
   const std::string& file = copy.looseFile().empty() ? copy.path() : copy.looseFile();
   const MacroPlace place = copy.target() ? placeOf(*copy.target()) : MacroPlace{file, {}, 0, {}};
   return transfers_.beside().write(tr("Keeping the changes of %1 in the history").arg(openMacro(copy)),
-                                   [&history = history_, bytes = copy.bytes(), place] {
-                                     return history.keep(bytes, place, MacroChange::kUnsaved);
+                                   [&history = history_, macro = *copy.macro(), place] {
+                                     return history.keep(macro.bytes(), place, MacroChange::kUnsaved);
                                    });
 }
 
@@ -336,8 +346,8 @@ Outcome OpenMacros::writeOnDisk(const WorkingCopy& copy) {
   const MacroTarget& target = *copy.target();
   return transfers_.beside().write(
       tr("Saving %1").arg(macroInStrip(target)),
-      [&history = history_, &root = site_.root, file = target.file(), bytes = copy.bytes()] {
-        return history.change(file, MacroChange::kSave, [&] { return writeFile(root, file, bytes); });
+      [&history = history_, &root = site_.root, file = target.file(), macro = *copy.macro()] {
+        return history.change(file, MacroChange::kSave, [&] { return writeFile(root, file, macro.bytes()); });
       });
 }
 

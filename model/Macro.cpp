@@ -20,9 +20,9 @@ bool takesValue(const MacroCommand& command) {
 
 }  // namespace
 
-Macro Macro::take(XmlDocument& document, std::string bytes) {
+Macro Macro::take(XmlDocument& document, std::shared_ptr<const std::string> bytes) {
   auto content = std::make_shared<Content>();
-  content->check = contentCheck(bytes);
+  content->check = contentCheck(*bytes);
   content->bytes = std::move(bytes);
   content->kept = document.kept();
   const TiXmlElement* const named = namedMacro(document);
@@ -37,8 +37,16 @@ Macro Macro::take(XmlDocument& document, std::string bytes) {
 
 Expected<Macro> Macro::read(std::string bytes) {
   try {
+    return read(std::make_shared<const std::string>(std::move(bytes)));
+  } catch (const std::bad_alloc&) {
+    return noMemory();
+  }
+}
+
+Expected<Macro> Macro::read(std::shared_ptr<const std::string> bytes) {
+  try {
     XmlDocument document;
-    if (const Outcome parsed = parseXml(bytes, document); !parsed) return parsed.failure();
+    if (const Outcome parsed = parseXml(*bytes, document); !parsed) return parsed.failure();
     return take(document, std::move(bytes));
   } catch (const std::bad_alloc&) {
     return noMemory();
@@ -49,7 +57,7 @@ Expected<Macro> Macro::print(XmlDocument& document) {
   try {
     auto bytes = printXml(document);
     if (!bytes) return bytes.failure();
-    return take(document, *std::move(bytes));
+    return take(document, std::make_shared<const std::string>(*std::move(bytes)));
   } catch (const std::bad_alloc&) {
     return noMemory();
   }

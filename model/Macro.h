@@ -19,11 +19,12 @@ class Macro {
  public:
   // kNotXml, kTooLarge, kNoMemory. A document without `macro` or `data` is read, and takes no commands.
   [[nodiscard]] static Expected<Macro> read(std::string bytes);
+  [[nodiscard]] static Expected<Macro> read(std::shared_ptr<const std::string> bytes);
   // What printing the tree gives; the commands leave the tree. kNotKept when that would lose what was read,
   // kTooLarge, kNoMemory.
   [[nodiscard]] static Expected<Macro> print(XmlDocument& document);
 
-  [[nodiscard]] const std::string& bytes() const { return content_->bytes; }
+  [[nodiscard]] const std::string& bytes() const { return *content_->bytes; }
   [[nodiscard]] const MacroCommands& commands() const { return content_->commands; }
   // The commands, for as long as somebody holds them.
   [[nodiscard]] std::shared_ptr<const MacroCommands> sharedCommands() const {
@@ -45,7 +46,7 @@ class Macro {
 
  private:
   struct Content {
-    std::string bytes;
+    std::shared_ptr<const std::string> bytes;  // never null
     MacroCommands commands;
     ContentCheck check;
     Outcome kept;
@@ -54,7 +55,7 @@ class Macro {
     bool hasData = false;
   };
 
-  [[nodiscard]] static Macro take(XmlDocument& document, std::string bytes);
+  [[nodiscard]] static Macro take(XmlDocument& document, std::shared_ptr<const std::string> bytes);
   explicit Macro(std::shared_ptr<const Content> content) : content_(std::move(content)) {}
 
   std::shared_ptr<const Content> content_;  // never null

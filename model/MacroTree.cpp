@@ -159,8 +159,13 @@ TiXmlElement* macroData(XmlDocument& document) {
 
 MacroCommands takeCommands(const XmlDocument& document, TiXmlElement& data, std::string& places) {
   MacroCommands commands;
-  commands.reserve(countOf(data, kCommand));
-  const bool mixed = isMixed(data);
+  std::size_t count = 0;
+  bool mixed = false;
+  for (const TiXmlNode* child = data.FirstChild(); child; child = child->NextSibling()) {
+    if (child->ToText()) mixed = mixed || !isLayout(*child->ToText());
+    count += child->ToElement() && child->ValueStr() == kCommand;
+  }
+  commands.reserve(count);
   for (TiXmlNode *child = data.FirstChild(), *next = nullptr; child; child = next) {
     next = child->NextSibling();
     if (child->ToElement() && child->ValueStr() == kCommand) {

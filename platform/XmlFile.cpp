@@ -43,12 +43,6 @@ Outcome parseTree(const std::string& bytes, TiXmlDocument& document) {
   return Failure{Kind::kNotXml, std::string("is not well formed: ") + document.ErrorDesc()};
 }
 
-bool isLayout(const TiXmlText& text) {
-  return !text.CDATA() && std::all_of(text.ValueStr().begin(), text.ValueStr().end(), [](char c) {
-    return std::string_view(" \t\n\v\f").find(shownForm(c)) != std::string_view::npos;
-  });
-}
-
 class Printer {
  public:
   [[nodiscard]] std::size_t pieces() const { return pieces_; }
@@ -132,6 +126,12 @@ std::string XmlDocument::plainText(std::string_view stored) const {
   std::string text = utf8Spelling(stored, encoding_);
   std::transform(text.begin(), text.end(), text.begin(), shownForm);
   return text;
+}
+
+bool isLayout(const TiXmlText& text) {
+  return !text.CDATA() && std::all_of(text.ValueStr().begin(), text.ValueStr().end(), [](char c) {
+    return std::string_view(" \t\n\v\f").find(shownForm(c)) != std::string_view::npos;
+  });
 }
 
 bool isMixed(const TiXmlElement& element) {

@@ -48,6 +48,8 @@ class XmlDocument : public TiXmlDocument {
   Outcome kept_;
 };
 
+// White space as it stands in a file; that of a CDATA section is text.
+[[nodiscard]] bool isLayout(const TiXmlText& text);
 // Whether the element holds text beside white space: its white space is then text too, and no layout.
 [[nodiscard]] bool isMixed(const TiXmlElement& element);
 
