@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 #include "model/MacroTree.h"
 #include "platform/XmlFile.h"
@@ -17,11 +18,25 @@ constexpr std::string_view kRoot = "macro";
 constexpr std::string_view kNameAttribute = "name";
 constexpr std::string_view kDeclarationStart = "<?xml ";
 
-bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+// What a byte may be; looked up, as each byte of each file of a folder is asked.
+enum Use : unsigned char { kSpace = 1, kLetter = 2, kDigit = 4, kText = 8 };
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+constexpr std::array<unsigned char, 256> usesOfBytes() {
+  std::array<unsigned char, 256> uses{};
+  for (const char c : {' ', '\t', '\n', '\r'}) uses[static_cast<unsigned char>(c)] |= kSpace;
+  for (unsigned c = 'a'; c <= 'z'; ++c) uses[c] |= kLetter;
+  for (unsigned c = 'A'; c <= 'Z'; ++c) uses[c] |= kLetter;
+  uses['_'] |= kLetter;
+  for (unsigned c = '0'; c <= '9'; ++c) uses[c] |= kDigit;
+  // Nothing that the parser would read as another character, or as the end of something.
+  for (unsigned c = ' '; c < uses.size(); ++c)
+    if (c != '"' && c != '&' && c != '<' && c != '>') uses[c] |= kText;
+  return uses;
+}
 
-bool isNameCharacter(char c) { return isLetter(c) || (c >= '0' && c <= '9'); }
+constexpr std::array<unsigned char, 256> kUses = usesOfBytes();
+
+bool is(unsigned use, char c) { return (kUses[static_cast<unsigned char>(c)] & use) != 0; }
 
 // A cursor over the bytes that knows only elements with quoted attributes and white space between them.
 class PlainDocument {
@@ -43,9 +58,16 @@ class PlainDocument {
   }
 
  private:
-  void skipSpace() {
-    while (!rest_.empty() && isSpace(rest_.front())) rest_.remove_prefix(1);
+  // As many bytes from here as are of this use.
+  [[nodiscard]] std::string_view takeAll(unsigned use) {
+    std::size_t length = 0;
+    while (length < rest_.size() && is(use, rest_[length])) ++length;
+    const std::string_view found = rest_.substr(0, length);
+    rest_.remove_prefix(length);
+    return found;
   }
+
+  void skipSpace() { static_cast<void>(takeAll(kSpace)); }
 
   [[nodiscard]] bool take(char expected) {
     if (rest_.empty() || rest_.front() != expected) return false;
@@ -64,12 +86,8 @@ class PlainDocument {
   }
 
   [[nodiscard]] std::string_view word() {
-    std::size_t length = 0;
-    if (rest_.empty() || !isLetter(rest_.front())) return {};
-    while (length < rest_.size() && isNameCharacter(rest_[length])) ++length;
-    const std::string_view found = rest_.substr(0, length);
-    rest_.remove_prefix(length);
-    return found;
+    if (rest_.empty() || !is(kLetter, rest_.front())) return {};
+    return takeAll(kLetter | kDigit);
   }
 
   [[nodiscard]] bool tag() {
@@ -99,28 +117,22 @@ class PlainDocument {
   [[nodiscard]] bool attributes(const Known& known) {
     std::array<std::string_view, kMostAttributes> names;
     std::size_t count = 0;
+    std::uint64_t seen = 0;  // lengths and first letters, which tell most names apart
     while (true) {
       const std::size_t before = rest_.size();
       skipSpace();
-      if (rest_.empty() || !isLetter(rest_.front())) return true;
+      if (rest_.empty() || !is(kLetter, rest_.front())) return true;
       const std::string_view attribute = word();
       if (rest_.size() == before || count == names.size() || !take('=') || !take('"')) return false;
-      if (std::find(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(count), attribute) !=
-          names.begin() + static_cast<std::ptrdiff_t>(count))
-        return false;
+      const auto end = names.begin() + static_cast<std::ptrdiff_t>(count);
+      const std::uint64_t mark = std::uint64_t{1} << ((attribute.front() + 8 * attribute.size()) % 64);
+      if ((seen & mark) != 0 && std::find(names.begin(), end, attribute) != end) return false;
+      seen |= mark;
       names[count++] = attribute;
-      std::size_t length = 0;
-      while (length < rest_.size() && isPlainText(rest_[length])) ++length;
-      const std::string_view value = rest_.substr(0, length);
-      rest_.remove_prefix(length);
+      const std::string_view value = takeAll(kText);
       if (!take('"')) return false;
       if (!known(attribute, value)) return false;
     }
-  }
-
-  // Nothing that the parser would read as another character, or as the end of something.
-  static bool isPlainText(char c) {
-    return (static_cast<unsigned char>(c) >= ' ' && c != '"' && c != '&' && c != '<' && c != '>');
   }
 
   std::string_view rest_;
