@@ -117,7 +117,7 @@ class PlainDocument {
   [[nodiscard]] bool attributes(const Known& known) {
     std::array<std::string_view, kMostAttributes> names;
     std::size_t count = 0;
-    std::uint64_t seen = 0;  // lengths and first letters, which tell most names apart
+    std::uint64_t lengths = 0;  // of these, as few are compared
     while (true) {
       const std::size_t before = rest_.size();
       skipSpace();
@@ -125,9 +125,9 @@ class PlainDocument {
       const std::string_view attribute = word();
       if (rest_.size() == before || count == names.size() || !take('=') || !take('"')) return false;
       const auto end = names.begin() + static_cast<std::ptrdiff_t>(count);
-      const std::uint64_t mark = std::uint64_t{1} << ((attribute.front() + 8 * attribute.size()) % 64);
-      if ((seen & mark) != 0 && std::find(names.begin(), end, attribute) != end) return false;
-      seen |= mark;
+      const std::uint64_t length = std::uint64_t{1} << (attribute.size() % 64);
+      if ((lengths & length) != 0 && std::find(names.begin(), end, attribute) != end) return false;
+      lengths |= length;
       names[count++] = attribute;
       const std::string_view value = takeAll(kText);
       if (!take('"')) return false;
