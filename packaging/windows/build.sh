@@ -30,7 +30,7 @@ build=build/windows
 mkdir -p build
 # What only proves the rooms is compiled faster.
 settings=(-DTESSALY_WINDOW=OFF -DTESSALY_PRECOMPILE=ON -DTESSALY_GROUPED=ON -DCMAKE_CXX_FLAGS_RELEASE=-O1)
-[ $what != window ] || settings=(-DTESSALY_WINDOW=ON -DTESSALY_PRECOMPILE=OFF -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG"
+[ $what != window ] || settings=(-DTESSALY_WINDOW=ON -DTESSALY_PRECOMPILE=OFF -DTESSALY_GROUPED=OFF -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG"
   -DTESSALY_WINDOWS_TOOLKIT="$toolkit" -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
   -DQt6LinguistTools_DIR=/usr/lib/x86_64-linux-gnu/cmake/Qt6LinguistTools)
 cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DTESSALY_BENCH=OFF -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" \
