@@ -2,7 +2,8 @@
 # Builds Tessaly for 64 bit Windows by Debian's cross compiler, and proves it under wine: packaging/windows/build.sh
 # [--plain|--quick|--libraries] [FOLDER_OF_THIS_SYSTEMS_PROGRAMS]. The libraries are built once, and kept in
 # ~/.cache/tessaly-windows (TESSALY_WINDOWS_CACHE) by their versions; what is built stays in build/windows. With --plain
-# the command-line twin and the tests, with --quick these without the panel and with few kills, with --libraries only the libraries;
+# the command-line twin and the tests, with --quick these without the panel, with few kills and with the tests of those
+# rooms that have files of their own for that system, with --libraries only the libraries;
 # else the window too, and the installer and the ZIP in build/windows-package. The twin and the simulated panel of this
 # system, which they are set against, are built in build/release when their folder is not named.
 set -euo pipefail
@@ -25,7 +26,7 @@ over libraries
 
 rooms=(platform xctl cli dictionary values classic model link review)
 kills=200 panel=--panel
-[ $what != quick ] || kills=10 panel=
+[ $what != quick ] || { kills=10 panel= rooms=(platform xctl); }
 build=build/windows
 mkdir -p build
 # What only proves the rooms is compiled faster.
