@@ -245,6 +245,15 @@ TEST_F(MacroFileTest, EditsLeaveWhatStandsBetweenTheCommands) {
   }
 }
 
+TEST(UnreadOfAMacro, WhiteSpaceBetweenCommandsIsLayoutUntilTextStandsBesideIt) {
+  const auto unread = [](const std::string& data) {
+    return Macro::read("<macro name=\"M\"><data>" + data + "</data></macro>")->unread();
+  };
+  EXPECT_EQ(unread("<cmd fid=\"A\"/>\n  <cmd fid=\"B\"/>"), unread("<cmd fid=\"A\"/><cmd fid=\"B\"/>"));
+  EXPECT_NE(unread("x<cmd fid=\"A\"/> <cmd fid=\"B\"/>"), unread("x<cmd fid=\"A\"/><cmd fid=\"B\"/>"));
+  EXPECT_NE(unread("x<cmd fid=\"A\"/>"), unread("<cmd fid=\"A\"/>"));
+}
+
 TEST(ReadsAsMacro, IsWhatTakesCommands) {
   for (const auto& [bytes, reads] : {std::pair("<macro><data/></macro>", true),
                                      {"<macro name='x'/>", false},
