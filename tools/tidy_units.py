@@ -5,6 +5,7 @@ Most of the time of a check goes into the headers of the libraries, so files are
 compile in this way is checked again file by file.
 """
 import argparse
+import os
 import re
 import subprocess
 import sys
@@ -19,6 +20,7 @@ ROOMS = ["app", "editors", "windows", "widgets", "cli", "panelsim", "review", "l
 COMPILER = re.compile(r"(^|/)(c|g|clang)\+\+(-\d+)?$")
 ERROR = "clang-diagnostic-error"
 UNKNOWN = re.compile(r"-Wno-stringop|-Wshadow=|-Wno-subobject")
+HUGE_PAGES = {"GLIBC_TUNABLES": "glibc.malloc.hugetlb=1"}  # they spare it a tenth of its time
 
 
 def arguments_of(unit):
@@ -57,7 +59,8 @@ class Tidy:
                    "--checks=-bugprone-suspicious-include", str(unit), "--", *self.arguments(files)]
         # In a group it would tell of names that no compiler sees together.
         command.append("-Wno-shadow" if len(files) > 1 else "-Wshadow")
-        done = subprocess.run(command, cwd=self.units[files[0]].folder, capture_output=True, text=True, check=False)
+        done = subprocess.run(command, cwd=self.units[files[0]].folder, env=os.environ | HUGE_PAGES, capture_output=True,
+                              text=True, check=False)
         if len(files) > 1 and ERROR in done.stdout:
             return "".join(self.check([path]) for path in files)
         if done.returncode == 0:
