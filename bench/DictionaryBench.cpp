@@ -8,7 +8,7 @@
 #include "dictionary/FunctionDictionary.h"
 #include "dictionary/InterfaceFile.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::dictionary_rows {
 namespace {
 
 constexpr std::size_t kBytesPerFunction = 52;  // of the file
@@ -81,4 +81,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::dictionary_rows

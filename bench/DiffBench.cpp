@@ -9,7 +9,7 @@
 #include "platform/Text.h"
 #include "review/MacroDiff.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::diff_rows {
 namespace {
 
 constexpr int kCommands = 10'000;
@@ -97,4 +97,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::diff_rows

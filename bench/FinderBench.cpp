@@ -12,7 +12,7 @@
 #include "model/FunctionSearch.h"
 #include "model/SegmentSearch.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::finder_rows {
 namespace {
 
 constexpr std::size_t kFunctions = 100'000;
@@ -133,4 +133,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::finder_rows

@@ -17,7 +17,7 @@
 #include "platform/Text.h"
 #include "tests/support/LoadCommands.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::growth_rows {
 namespace {
 
 constexpr int kApplications = 1000, kPanels = 50;
@@ -171,4 +171,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::growth_rows

@@ -14,7 +14,7 @@
 #include "platform/Text.h"
 #include "tests/support/LoadCommands.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::macro_rows {
 namespace {
 
 constexpr int kCommands = 10'000;
@@ -151,4 +151,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::macro_rows

@@ -13,7 +13,7 @@
 #include "model/MacroFile.h"
 #include "panelsim/PanelSimulator.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::panel_rows {
 namespace {
 
 constexpr int kNames = 1000;
@@ -109,4 +109,4 @@ const bool kRegistered = addPair({.name = "1,000 names from the panel to the tab
                                   .prepare = prepareUpload});
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::panel_rows

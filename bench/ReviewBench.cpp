@@ -10,7 +10,7 @@
 #include "review/MacroSearch.h"
 #include "review/SheetReading.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::review_rows {
 namespace {
 
 constexpr int kCommands = 100;  // a macro
@@ -144,4 +144,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::review_rows

@@ -19,7 +19,7 @@
 #include "review/MacroSearch.h"
 #include "review/SnapshotTaking.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::review_growth_rows {
 namespace {
 
 constexpr int kTen = 1'000, kHundred = 10'000;         // commands
@@ -146,4 +146,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::review_growth_rows

@@ -12,7 +12,7 @@
 #include "review/PanelShelf.h"
 #include "review/SnapshotTaking.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::snapshot_rows {
 namespace {
 
 constexpr int kMacros = 1000;
@@ -86,4 +86,4 @@ const bool kRegistered = addPair({.name = "snapshot of 1,000 macros, beside thei
                                   .prepare = prepare});
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::snapshot_rows

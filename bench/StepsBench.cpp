@@ -9,7 +9,7 @@
 #include "model/MacroEdit.h"
 #include "platform/Text.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::steps_rows {
 namespace {
 
 constexpr int kSteps = 1'000, kFew = 1'000, kMany = 10'000;  // commands
@@ -103,4 +103,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::steps_rows

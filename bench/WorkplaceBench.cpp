@@ -16,7 +16,7 @@
 #include "review/PanelShelf.h"
 #include "review/WorkplaceComparison.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::workplace_rows {
 namespace {
 
 constexpr int kMacros = 1000, kSent = 100;
@@ -139,4 +139,4 @@ const bool kBatch = addPair({.name = "batch of 100 macros to a panel, beside the
                              .prepare = prepare});
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::workplace_rows

@@ -17,7 +17,9 @@ ALIAS = re.compile(r"^using (\w+) = ([^;]*);", re.M)  # may be said twice, where
 CONSTANTS = re.compile(r"^(?:static )?(?:constexpr|inline|const)\b[^;]*", re.M)
 CONSTANT = re.compile(r"\bk[A-Z]\w*")
 # Names of which nobody here sees whose they may be: only files that have the same ones go together.
-FOREIGN_NAMES = re.compile(r"^using (?:enum|namespace) [^;]*;", re.M)
+FOREIGN_NAMES = re.compile(r"^using (?:enum|namespace) (?!std::\w+_literals;)[^;]*;", re.M)
+# Names of a namespace of its own are nobody else's.
+NAMESPACE = re.compile(r"^namespace ([\w:]+) {", re.M)
 # The tests' own headers define names like those of a test.
 SHARED = re.compile(r'^#include "(tests/.*)"', re.M)
 
@@ -28,7 +30,9 @@ def local_names(path):
     text = path.read_text(encoding="utf-8")
     found = {name for match in LOCAL_NAME.findall(text) for name in match if name}
     found |= {name for line in CONSTANTS.findall(text) for name in CONSTANT.findall(line)}
-    return {**dict.fromkeys(found, str(path)), **dict(ALIAS.findall(text))}
+    space = NAMESPACE.search(text)
+    return {(space and space[1], name): what
+            for name, what in {**dict.fromkeys(found, str(path)), **dict(ALIAS.findall(text))}.items()}
 
 
 @lru_cache(maxsize=None)

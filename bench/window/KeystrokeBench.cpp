@@ -10,7 +10,7 @@
 #include "dictionary/InterfaceFile.h"
 #include "editors/CreateCommandDialog.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::keystroke_rows {
 namespace {
 
 constexpr std::size_t kFunctions = 100'000;
@@ -117,4 +117,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::keystroke_rows

@@ -22,7 +22,7 @@
 #include "tests/support/LoadCommands.h"
 #include "windows/CompareWindow.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::macro_window_rows {
 namespace {
 
 constexpr double kFrameBound = 0.05;  // seconds that the GUI thread may work without painting
@@ -346,4 +346,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::macro_window_rows

@@ -21,7 +21,7 @@
 #include "platform/Files.h"
 #include "windows/CaptureWindow.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::panel_window_rows {
 namespace {
 
 constexpr int kValues = 1000;
@@ -290,4 +290,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::panel_window_rows

@@ -12,7 +12,7 @@
 #include "bench/window/Desk.h"
 #include "windows/RehearseWindow.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::rehearse_rows {
 namespace {
 
 constexpr std::size_t kManyCommands = 10'000;  // each of a value of its own
@@ -87,4 +87,4 @@ const bool kRegistered[] = {addFigure({.name = "a step of \"Rehearse\" until it 
                                        .take = stepUntilPainted})};
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::rehearse_rows

@@ -13,7 +13,7 @@
 #include "platform/Text.h"
 #include "tests/support/SampleSite.h"
 
-namespace tessaly::bench {
+namespace tessaly::bench::start_rows {
 namespace {
 
 constexpr const char* kFiles = "--files";
@@ -145,4 +145,4 @@ const bool kRegistered[] = {
 };
 
 }  // namespace
-}  // namespace tessaly::bench
+}  // namespace tessaly::bench::start_rows

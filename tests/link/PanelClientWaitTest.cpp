@@ -13,7 +13,7 @@
 namespace tessaly {
 namespace {
 
-struct Listener {
+struct BlockingListener {
   void hear(const std::string&, const ParameterValue&) {
     if (const auto once = std::exchange(inside, nullptr)) once();
   }
@@ -32,7 +32,7 @@ bool sleeps(pid_t thread) {
 TEST(PanelClientWaitTest, ALossWhileASubscriberWaitsItsTurnLeavesNoNameUnasked) {
   FakePanel panel;
   PanelClient& client = *panel.client;
-  Listener listener;
+  BlockingListener listener;
   panel.status(kPanelConnected);
   panel.value("A", "1");
   std::atomic<pid_t> waiting{0};
@@ -41,17 +41,17 @@ TEST(PanelClientWaitTest, ALossWhileASubscriberWaitsItsTurnLeavesNoNameUnasked) 
   listener.inside = [&] {  // holds the subscribers' lock
     subscriber = std::thread([&] {
       waiting = static_cast<pid_t>(::syscall(SYS_gettid));
-      answer = client.subscribe("B", &listener, &Listener::hear);
+      answer = client.subscribe("B", &listener, &BlockingListener::hear);
     });
     while (waiting == 0 || !sleeps(waiting)) std::this_thread::yield();
     panel.status(kPanelNotConnected);
   };
-  client.subscribe("A", &listener, &Listener::hear);
+  client.subscribe("A", &listener, &BlockingListener::hear);
   subscriber.join();
   EXPECT_FALSE(answer);
   panel.status(kPanelConnected);
   panel.transport->take();
-  EXPECT_TRUE(client.subscribe("B", &listener, &Listener::hear));
+  EXPECT_TRUE(client.subscribe("B", &listener, &BlockingListener::hear));
   EXPECT_THAT(panel.transport->take(), testing::ElementsAre("subscribe B"));
 }
 

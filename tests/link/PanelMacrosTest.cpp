@@ -12,7 +12,6 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Result = FtpClient::Result;
-using enum FtpClient::Result;
 
 constexpr const char* kReload = "call PANEL.APPLICATION.LOAD.FINISH()";
 
@@ -20,6 +19,8 @@ constexpr const char* kFolder = "/flash/data/PANEL/macro/workplace";
 
 class PanelMacrosTest : public testing::Test {
  protected:
+  using enum FtpClient::Result;
+
   // Files that are stored and given back, and notes of it, but for what a test says.
   struct Transfer : MacroTransfer {
     Transfer(PanelMacrosTest& theTest, std::string theHost) : test(theTest), host(std::move(theHost)) {}

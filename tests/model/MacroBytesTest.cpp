@@ -11,8 +11,8 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* kFile = R"(c:\work\macro007.mac)";
-constexpr const char* kKey = R"(c:\work\key03.upk)";
+constexpr const char* kWorkMacro = R"(c:\work\macro007.mac)";
+constexpr const char* kWorkKey = R"(c:\work\key03.upk)";
 
 struct Operation {
   const char* what;
@@ -26,12 +26,12 @@ const char* const kNew =
 const Operation kOperations[] = {
     {"insert",
      [](auto& site, auto& text) {
-       return insertCommand(site, kFile, 1, {text, {}}, 1, InsertMode::kAtPosition);
+       return insertCommand(site, kWorkMacro, 1, {text, {}}, 1, InsertMode::kAtPosition);
      },
      [](auto& file) { return std::pair(file.second(), kNew + file.second()); }},
     {"insert classic",
      [](auto& site, auto&) {
-       return appendClassicCommand(site, kFile, 0, {}, InsertMode::kAtStart, Destination::mainframe(2));
+       return appendClassicCommand(site, kWorkMacro, 0, {}, InsertMode::kAtStart, Destination::mainframe(2));
      },
      [](auto& file) {
        return std::pair(file.first(),
@@ -44,47 +44,47 @@ const Operation kOperations[] = {
        const auto empty = Macro::read("<?xml version='1.0'?><macro name=''><data/></macro>");
        const auto macro = apply(*empty, InsertCommands{{{text, {}}}});
        if (!macro) return Outcome(macro.failure());
-       return editMacroFile(site, kFile,
+       return editMacroFile(site, kWorkMacro,
                             InsertFragment{*CommandFragment::of(*macro, {0}), 1, InsertMode::kAtPosition});
      },
      [](auto& file) { return std::pair(file.second(), kNew + file.second()); }},
-    {"remove", [](auto& site, auto&) { return removeCommand(site, kFile, 0); },
+    {"remove", [](auto& site, auto&) { return removeCommand(site, kWorkMacro, 0); },
      [](auto& file) { return std::pair(file.first(), std::string()); }},
     {"replace",
      [](auto& site, auto& text) {
-       return editMacroFile(site, kFile, ReplaceCommand{0, {text, {}}, 1});
+       return editMacroFile(site, kWorkMacro, ReplaceCommand{0, {text, {}}, 1});
      },
      [](auto& file) { return std::pair(file.first(), std::string(kNew)); }},
-    {"set value", [](auto& site, auto& text) { return setCommandValue(site, kFile, 0, text); },
+    {"set value", [](auto& site, auto& text) { return setCommandValue(site, kWorkMacro, 0, text); },
      [](auto&) { return std::pair<std::string, std::string>("\"OLD\"", "\"NEW\""); }},
     {"set a text",
      [](auto& site, auto& text) {
-       return editMacroFile(site, kFile, SetTexts{{{1, SetTexts::Part::kFid, -1, text}}});
+       return editMacroFile(site, kWorkMacro, SetTexts{{{1, SetTexts::Part::kFid, -1, text}}});
      },
      [](auto&) { return std::pair<std::string, std::string>("\"B\"", "\"NEW\""); }},
     {"set the text of a value",
      [](auto& site, auto& text) {
-       return editMacroFile(site, kFile, SetTexts{{{0, SetTexts::Part::kValue, 0, text}}});
+       return editMacroFile(site, kWorkMacro, SetTexts{{{0, SetTexts::Part::kValue, 0, text}}});
      },
      [](auto&) { return std::pair<std::string, std::string>("\"OLD\"", "\"NEW\""); }},
     {"move",
      [](auto& site, auto&) {
-       return editMacroFile(site, kFile, MoveCommands{{0}, 0});
+       return editMacroFile(site, kWorkMacro, MoveCommands{{0}, 0});
      },
      [](auto&) { return std::pair<std::string, std::string>("\"M\"", "\"M\""); }},
-    {"rename", [](auto& site, std::string text) { return renameMacro(site, kFile, text); },
+    {"rename", [](auto& site, std::string text) { return renameMacro(site, kWorkMacro, text); },
      [](auto&) { return std::pair<std::string, std::string>("name=\"M\"", "name=\"NEW\""); }},
-    {"create", [](auto& site, auto& text) { return createMacro(site, text, kFile); },
+    {"create", [](auto& site, auto& text) { return createMacro(site, text, kWorkMacro); },
      [](auto&) { return std::pair<std::string, std::string>("name=\"M\"", "name=\"NEW\""); }},
-    {"convert", [](auto& site, auto& text) { return convertKeyFile(site, text, kFile, kKey); },
+    {"convert", [](auto& site, auto& text) { return convertKeyFile(site, text, kWorkMacro, kWorkKey); },
      [](auto&) { return std::pair<std::string, std::string>("name=\"M\"", "name=\"NEW\""); }},
 };
 
 struct MacroBytesTest : testing::Test, TestSite {
   void put(const std::string& bytes) {
-    write(kFile, bytes);
+    write(kWorkMacro, bytes);
     write(kEmptyMacro, bytes);
-    write(kKey, "#UPK\n");  // no commands
+    write(kWorkKey, "#UPK\n");  // no commands
   }
 };
 
@@ -97,7 +97,7 @@ TEST_F(MacroBytesTest, NothingChangesOutsideOfWhatAnOperationChanges) {
       expected.replace(expected.find(before), before.size(), after);
       put(file.bytes());
       EXPECT_TRUE(operation.run(access(), "NEW")) << operation.what << file.bytes();
-      EXPECT_EQ(read(kFile), expected) << operation.what;
+      EXPECT_EQ(read(kWorkMacro), expected) << operation.what;
     }
   }
 }
@@ -110,7 +110,7 @@ TEST_F(MacroBytesTest, WhatCannotBeKeptIsNotSaved) {
     for (const Operation& operation : kOperations) {
       put(bytes);
       EXPECT_FALSE(operation.run(access(), "NEW")) << operation.what << ": " << bytes;
-      EXPECT_EQ(read(kFile), bytes) << operation.what;
+      EXPECT_EQ(read(kWorkMacro), bytes) << operation.what;
     }
   }
 }
@@ -139,12 +139,12 @@ TEST_F(MacroBytesTest, BrokenFilesAreToldAndLeftAlone) {
     }
     std::string name = "???", renamed = "new";
     MacroCommands commands;
-    EXPECT_FALSE(readMacroName(access(), kFile, name) || renameMacro(access(), kFile, renamed) ||
-                 loadCommands(access(), kFile, commands));
+    EXPECT_FALSE(readMacroName(access(), kWorkMacro, name) || renameMacro(access(), kWorkMacro, renamed) ||
+                 loadCommands(access(), kWorkMacro, commands));
     EXPECT_EQ(name + renamed, told ? "??????" : "???new");
     EXPECT_EQ(messages.take(),
               std::vector<std::string>(told ? 3 : 0, R"(Cannot parse Macro: c:\work\macro007.mac)"));
-    EXPECT_EQ(read(kFile), bytes);
+    EXPECT_EQ(read(kWorkMacro), bytes);
   }
 }
 
@@ -171,16 +171,17 @@ TEST_F(MacroBytesTest, TextsAreStoredInTheEncodingOfTheFileOrNotAtAll) {
       EXPECT_EQ(operation.run(access(), c.text).done(), !c.stored.empty())
           << operation.what << c.head << c.text;
       if (c.stored.empty()) {
-        EXPECT_EQ(read(kFile), bytes) << operation.what;
+        EXPECT_EQ(read(kWorkMacro), bytes) << operation.what;
       } else {
-        EXPECT_THAT(read(kFile), testing::HasSubstr('"' + c.stored + '"')) << operation.what << c.head;
+        EXPECT_THAT(read(kWorkMacro), testing::HasSubstr('"' + c.stored + '"')) << operation.what << c.head;
       }
     }
   }
-  write(kFile, "<macro name='\xFC'><data><cmd fid='\xFC'><param value='\xC3\xBC'/></cmd></data></macro>");
+  write(kWorkMacro,
+        "<macro name='\xFC'><data><cmd fid='\xFC'><param value='\xC3\xBC'/></cmd></data></macro>");
   MacroCommands commands;
   std::string name;
-  EXPECT_TRUE(loadCommands(access(), kFile, commands) && readMacroName(access(), kFile, name));
+  EXPECT_TRUE(loadCommands(access(), kWorkMacro, commands) && readMacroName(access(), kWorkMacro, name));
   EXPECT_EQ(name + commands.at(0).fid + commands[0].parameters.at(0).value, "üüü");
 }
 

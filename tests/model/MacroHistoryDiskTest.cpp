@@ -8,7 +8,7 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* kFile = "c:\\appli\\macro007.mac";
+constexpr const char* kKeptMacro = "c:\\appli\\macro007.mac";
 
 // Whatever cannot be brought to the disk: a macro has its record, and a record its macro.
 TEST(MacroHistoryDiskTest, WhatIsKeptIsKeptWithItsRecordOrNotAtAll) {
@@ -18,9 +18,9 @@ TEST(MacroHistoryDiskTest, WhatIsKeptIsKeptWithItsRecordOrNotAtAll) {
   std::size_t flushed = 1;
   bool unflushed = false;
   for (std::size_t failing = 1; failing <= flushed; ++failing) {
-    site.write(kFile, std::to_string(failing));
+    site.write(kKeptMacro, std::to_string(failing));
     const Flushes flushes(failing);
-    const Outcome kept = history.keepFile(kFile, MacroChange::kSave);
+    const Outcome kept = history.keepFile(kKeptMacro, MacroChange::kSave);
     flushed = std::max(flushed, flushes.names.size());
     unflushed = unflushed || (!kept && kept.written());
     const std::vector<KeptMacro> all = history.list();

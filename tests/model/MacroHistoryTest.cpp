@@ -13,7 +13,7 @@ using std::chrono::system_clock;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* kFile = "c:\\appli\\macro007.mac";
+constexpr const char* kMacro = "c:\\appli\\macro007.mac";
 
 class MacroHistoryTest : public testing::Test {
  protected:
@@ -22,7 +22,7 @@ class MacroHistoryTest : public testing::Test {
     for (const KeptMacro& kept : from.list()) result.push_back(site.read(kept.file));
     return result;
   }
-  void overwrite(MacroHistory& into, std::string_view bytes) const { overwrite(into, kFile, bytes); }
+  void overwrite(MacroHistory& into, std::string_view bytes) const { overwrite(into, kMacro, bytes); }
   void overwrite(MacroHistory& into, const std::string& file, std::string_view bytes) const {
     EXPECT_TRUE(into.keepFile(file, MacroChange::kSave));
     site.write(file, bytes);
@@ -35,9 +35,9 @@ class MacroHistoryTest : public testing::Test {
 };
 
 TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
-  EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "what is not there need not be kept";
+  EXPECT_TRUE(history.keepFile(kMacro, MacroChange::kSave)) << "what is not there need not be kept";
   EXPECT_THAT(history.list(), IsEmpty());
-  site.write(kFile, "<!-- <macro> --><macro  name='A &amp; &quot;B&quot;'><data/></macro>");
+  site.write(kMacro, "<!-- <macro> --><macro  name='A &amp; &quot;B&quot;'><data/></macro>");
   overwrite(history, "two");
   EXPECT_EQ(history.takeKept(), history.list().front().id);
   for (const char* bytes : {"two", "three"}) overwrite(history, bytes);
@@ -49,7 +49,8 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
   overwrite(history, "two");
   EXPECT_TRUE(history.keepFile("c:\\appli", MacroChange::kSave)) << "a folder is nothing to keep";
   EXPECT_FALSE(history.takeKept());
-  EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "an older version that came back is kept again";
+  EXPECT_TRUE(history.keepFile(kMacro, MacroChange::kSave))
+      << "an older version that came back is kept again";
   EXPECT_THAT(contents(history),
               ElementsAre("two", "three", "two",
                           "<!-- <macro> --><macro  name='A &amp; &quot;B&quot;'><data/></macro>"));
@@ -57,7 +58,7 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
   EXPECT_EQ(kept[3].id, "2024-10-04/230000-000");
   EXPECT_EQ(kept[3].when, std::int64_t{20000 * 24 + 23} * 3600 * 1000);
   EXPECT_EQ(kept[3].name, "A & \"B\"");
-  EXPECT_EQ(kept[1].placeText(), kFile) << "one spelling, however the file was named";
+  EXPECT_EQ(kept[1].placeText(), kMacro) << "one spelling, however the file was named";
   EXPECT_EQ(kept[1].change, MacroChange::kDelete);
   EXPECT_FALSE(history.takeFailure());
 }
@@ -65,12 +66,12 @@ TEST_F(MacroHistoryTest, EveryVersionIsKeptOnceWithWhereItCameFrom) {
 // Two programs at one site, and two versions within one tick of the clock.
 TEST_F(MacroHistoryTest, WhatAnotherProgramKeptCountsHere) {
   MacroHistory other{site.root, {}, clock};
-  site.write(kFile, "one");
-  EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave));
-  site.write(kFile, "two");
-  EXPECT_TRUE(other.keepFile(kFile, MacroChange::kSave));
+  site.write(kMacro, "one");
+  EXPECT_TRUE(history.keepFile(kMacro, MacroChange::kSave));
+  site.write(kMacro, "two");
+  EXPECT_TRUE(other.keepFile(kMacro, MacroChange::kSave));
   now += hours(1);
-  EXPECT_TRUE(history.keepFile(kFile, MacroChange::kSave)) << "the other has just kept it";
+  EXPECT_TRUE(history.keepFile(kMacro, MacroChange::kSave)) << "the other has just kept it";
   EXPECT_THAT(contents(history), ElementsAre("two", "one"));
   const std::vector<KeptMacro> kept = history.list();
   EXPECT_NE(kept[0].id, kept[1].id) << "each can be named";
@@ -92,7 +93,7 @@ TEST_F(MacroHistoryTest, OddNamesAndHostileBytesStayWhatTheyAre) {
   EXPECT_EQ(history.list().front().placeText(), "10.0.0.1\n:5000 workplace 8 macro 999");
   EXPECT_FALSE(history.isOfSite({}));
   EXPECT_TRUE(history.holds("history\\2024-10-04\\x.mac"));
-  for (const char* other : {"", kFile, "historyX\\x"}) EXPECT_FALSE(history.holds(other)) << other;
+  for (const char* other : {"", kMacro, "historyX\\x"}) EXPECT_FALSE(history.holds(other)) << other;
   for (const char* id : {"", "..", "2024-10-04", "2024-10-04/230000-999", "../../etc/passwd"})
     EXPECT_FALSE(history.find(id)) << id;
 }
@@ -118,17 +119,17 @@ TEST_F(MacroHistoryTest, TheOldestGoFirstByCountAndByBytes) {
     return contents;
   };
   EXPECT_EQ(contents(next), four("dcba"));
-  EXPECT_TRUE(next.putBack(next.list().back(), kFile));
-  EXPECT_EQ(site.read(kFile), std::string(25, 'a'));
+  EXPECT_TRUE(next.putBack(next.list().back(), kMacro));
+  EXPECT_EQ(site.read(kMacro), std::string(25, 'a'));
   EXPECT_EQ(contents(next), four("edcb"));
-  site.write(kFile, std::string(26, 'y'));
-  EXPECT_FALSE(next.keepFile(kFile, MacroChange::kSave)) << "one macro must not drive out all others";
+  site.write(kMacro, std::string(26, 'y'));
+  EXPECT_FALSE(next.keepFile(kMacro, MacroChange::kSave)) << "one macro must not drive out all others";
   EXPECT_TRUE(next.takeFailure());
 }
 
 TEST_F(MacroHistoryTest, ADamagedRecordLeavesTheBytes) {
-  site.write(kFile, "bytes");
-  ASSERT_TRUE(history.keepFile(kFile, MacroChange::kSave));
+  site.write(kMacro, "bytes");
+  ASSERT_TRUE(history.keepFile(kMacro, MacroChange::kSave));
   const std::string record =
       history.list().front().file.substr(0, history.list().front().file.size() - 4) + ".txt";
   const std::string whole = site.read(record);
@@ -148,9 +149,10 @@ TEST_F(MacroHistoryTest, ADamagedRecordLeavesTheBytes) {
 // A clock that was wrong has dated what was kept, and is set right, or wrong again.
 TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
   // Kept by an earlier version of the program, which had only the clock.
-  site.write("history\\2099-01-01\\000000-000-" + historyKey({kFile, {}, 0, {}}) + "-8-macro007.mac", "none");
+  site.write("history\\2099-01-01\\000000-000-" + historyKey({kMacro, {}, 0, {}}) + "-8-macro007.mac",
+             "none");
   MacroHistory four(site.root, {4}, clock);
-  site.write(kFile, "1");
+  site.write(kMacro, "1");
   for (const char* bytes : {"2", "3", "4", "5", "6"}) {
     now += hours(*bytes == '3' ? 24 * 9000 : -24 * 3000);
     overwrite(four, bytes);
@@ -163,7 +165,7 @@ TEST_F(MacroHistoryTest, TheClockDoesNotDecideWhatIsNewest) {
 
 TEST_F(MacroHistoryTest, TheCountGoesOnWhateverIsLost) {
   site.write("history\\lock", "40");
-  site.write(kFile, "1");
+  site.write(kMacro, "1");
   for (const char* bytes : {"2", "3"}) overwrite(history, bytes);
   EXPECT_EQ(site.read("history\\lock"), "42") << "what had the other numbers is gone";
   std::filesystem::remove(site.root.path() / "history/lock");
@@ -226,7 +228,7 @@ TEST_F(MacroHistoryTest, FilesElsewhereAreCountedApart) {
   const std::string outside = (site.root.path() / "outside.mac").string();
   MacroHistory three(site.root, {3}, clock);
   for (const char* bytes : {"1", "2", "3", "4", "5"}) overwrite(three, outside, bytes);
-  for (const char* bytes : {"1", "2", "3", "4", "5"}) overwrite(three, kFile, bytes);
+  for (const char* bytes : {"1", "2", "3", "4", "5"}) overwrite(three, kMacro, bytes);
   EXPECT_THAT(contents(three), ElementsAre("4", "3", "2", "4", "3", "2"));
 }
 
@@ -262,7 +264,7 @@ TEST(NextToGo, NoMacroDrivesOutTheLastVersionsOfAnother) {
 }
 
 TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {
-  site.write(kFile, "");
+  site.write(kMacro, "");
   for (int i = 1; i < 23; ++i)
     for (const char* outside : {"", "x"})
       site.write("history\\2024-10-04\\000000-000-00000000-0-" + std::to_string(i) + outside + "-x.mac", "");
@@ -270,13 +272,13 @@ TEST_F(MacroHistoryTest, ANearlyFullDiskIsLeftToOthers) {
   MacroHistory::Limits limits;
   limits.reserve = std::uint64_t{1} << 60;
   MacroHistory full(site.root, limits, clock);
-  EXPECT_EQ(full.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kFull);
+  EXPECT_EQ(full.keepFile(kMacro, MacroChange::kSave).failure().kind, Failure::Kind::kFull);
   EXPECT_EQ(full.takeFailure()->kind, Failure::Kind::kFull);
   EXPECT_EQ(full.list().size(), 2 * kLastVersions) << "it gives what it can spare, and no more";
 }
 
 TEST_F(MacroHistoryTest, WaitingForAnotherProgramEnds) {
-  site.write(kFile, "held");
+  site.write(kMacro, "held");
   std::filesystem::create_directory_symlink(site.root.resolve("c:\\appli"), site.root.path() / "c/way");
   MacroHistory::Limits limits;
   limits.patience = std::chrono::milliseconds(1);
@@ -286,24 +288,24 @@ TEST_F(MacroHistoryTest, WaitingForAnotherProgramEnds) {
     ++done;
     return {};
   };
-  EXPECT_TRUE(history.change(kFile, MacroChange::kSave, [&]() -> Outcome {
+  EXPECT_TRUE(history.change(kMacro, MacroChange::kSave, [&]() -> Outcome {
     const Outcome late = other.change("c:\\way\\macro007.mac", MacroChange::kSave, work);
     EXPECT_EQ(late.failure().kind, Failure::Kind::kInUse) << "whichever way leads to the file";
     EXPECT_EQ(done, 0) << "what somebody else is changing is left alone";
     EXPECT_TRUE(other.change("c:\\appli\\macro008.mac", MacroChange::kSave, work));
-    EXPECT_FALSE(other.putBack(other.list().front(), kFile));
+    EXPECT_FALSE(other.putBack(other.list().front(), kMacro));
     return {};
   }));
-  EXPECT_TRUE(other.change(kFile, MacroChange::kSave, work));
+  EXPECT_TRUE(other.change(kMacro, MacroChange::kSave, work));
   EXPECT_EQ(done, 2);
 }
 
 TEST_F(MacroHistoryTest, NothingIsKeptOrFoundThroughLinks) {
-  site.write(kFile, "old");
+  site.write(kMacro, "old");
   site.write("c:\\secret.mac", "secret");
   site.write("elsewhere\\x", "");
   std::filesystem::create_directory_symlink(site.root.resolve("elsewhere"), site.root.path() / "history");
-  EXPECT_EQ(history.keepFile(kFile, MacroChange::kSave).failure().kind, Failure::Kind::kInTheWay);
+  EXPECT_EQ(history.keepFile(kMacro, MacroChange::kSave).failure().kind, Failure::Kind::kInTheWay);
   EXPECT_THAT(*listFolder(site.root, "elsewhere"), ElementsAre("x"));
   std::filesystem::remove(site.root.path() / "history");
   site.write("history\\2024-10-04\\x", "");
@@ -337,9 +339,9 @@ TEST_F(MacroHistoryTest, WhatAKilledProgramLeftIsRemoved) {
 }
 
 TEST_F(MacroHistoryTest, AFolderThatCannotBeWrittenIsNoHindrance) {
-  site.write(kFile, "old");
+  site.write(kMacro, "old");
   site.write("history", "in the way");
-  EXPECT_FALSE(history.keepFile(kFile, MacroChange::kSave));
+  EXPECT_FALSE(history.keepFile(kMacro, MacroChange::kSave));
   EXPECT_TRUE(history.takeFailure());
   EXPECT_FALSE(history.takeFailure());
   EXPECT_THAT(history.list(), IsEmpty());
@@ -347,7 +349,7 @@ TEST_F(MacroHistoryTest, AFolderThatCannotBeWrittenIsNoHindrance) {
   for (const int mayLose : {-1, 0, 1}) {
     bool done = false;
     const Outcome changed = history.change(
-        kFile, MacroChange::kSave,
+        kMacro, MacroChange::kSave,
         [&]() -> Outcome {
           done = true;
           return {};

@@ -6,14 +6,14 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* kPlain =
+constexpr const char* kPlainName =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\r\n<macro name=\"Kick off\">\r\n    <data>\r\n"
     "        <cmd fid=\"QMF1.ME1.KEY1.ON.SET\" workplace=\"1\" group=\"0\">\r\n"
     "            <param name=\"state\" value=\"0.5\" />\r\n        </cmd>\r\n"
     "        <cmd fid=\"QMF1.X\"/>\r\n    </data>\r\n</macro>\r\n";
 
 TEST(MacroNameScanTest, KnowsThePlainFormAndNothingElse) {
-  EXPECT_EQ(scanMacroName(kPlain), "Kick off");
+  EXPECT_EQ(scanMacroName(kPlainName), "Kick off");
   EXPECT_EQ(scanMacroName("<macro name=\"\xDC\"><data></data></macro>"), "Ü");
   for (const char* other :
        {"", "<macro name=\"a\">", "<macro name=\"a\"/>x", "<macro><data name=\"a\"/></macro>",
@@ -27,7 +27,7 @@ TEST(MacroNameScanTest, KnowsThePlainFormAndNothingElse) {
 // What the scan says without the parser must be what the parser says, wherever a file is damaged by a byte.
 TEST(MacroNameScanTest, NeverSaysOtherThanTheParser) {
   int spoke = 0;
-  const std::string plain = kPlain;
+  const std::string plain = kPlainName;
   for (std::size_t place = 0; place < plain.size(); ++place)
     for (const char letter : std::string("<>/=\"' \n&?!-amcron\xC3\xFC")) {
       const std::string damages[] = {plain.substr(0, place) + letter + plain.substr(place + 1),

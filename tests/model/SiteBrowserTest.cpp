@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kPath = "c:\\appli\\";
+constexpr const char* kBrowsed = "c:\\appli\\";
 
 std::string macro(const std::string& name) { return "<macro name=\"" + name + "\"><data/></macro>"; }
 
@@ -19,7 +19,7 @@ class SiteBrowser : public ::testing::Test {
   std::vector<std::string> panelTexts(const std::string& devices) {
     site.write("c:\\appli\\News\\devices.ini", devices);
     std::vector<std::string> texts;
-    for (const PanelEntry& panel : controlPanels(site.root, kPath, "News").value_or({}))
+    for (const PanelEntry& panel : controlPanels(site.root, kBrowsed, "News").value_or({}))
       texts.push_back(panel.text);
     return texts;
   }
@@ -28,12 +28,12 @@ class SiteBrowser : public ::testing::Test {
 };
 
 TEST_F(SiteBrowser, ApplicationsAreTheEntriesWithADevicesFile) {
-  EXPECT_THAT(*applications(site.root, kPath), IsEmpty());
+  EXPECT_THAT(*applications(site.root, kBrowsed), IsEmpty());
   site.write("c:\\appli\\Sports\\devices.ini", "");
   site.write("c:\\appli\\news\\DEVICES.INI", "");
   site.write("c:\\appli\\empty\\other.ini", "");
   site.write("c:\\appli\\file", "");
-  EXPECT_THAT(*applications(site.root, kPath), ElementsAre("news", "Sports"));
+  EXPECT_THAT(*applications(site.root, kBrowsed), ElementsAre("news", "Sports"));
 }
 
 TEST_F(SiteBrowser, ScansTheDevicesFile) {
@@ -68,14 +68,14 @@ TEST_F(SiteBrowser, FirstHyphenDecidesWhichPanelIsMeant) {
   site.write("c:\\appli\\News\\CP\\appli_cp.ini", "");
   site.write("c:\\appli\\News\\CP-1\\assign\\contents.cnt", "");
   panelTexts("CP-1 \"Side\"");
-  const std::vector<PanelEntry> panels = *controlPanels(site.root, kPath, "News");
+  const std::vector<PanelEntry> panels = *controlPanels(site.root, kBrowsed, "News");
   ASSERT_EQ(panels.size(), 1U);
   EXPECT_EQ(panels[0].name, "CP");
   EXPECT_EQ(panels[0].label, "Side");
   EXPECT_TRUE(panels[0].olderFamily);
   EXPECT_TRUE(hasWorkplaces(panels[0].text));
-  EXPECT_TRUE(isOlderFamily(site.root, kPath, "News", "CP"));
-  EXPECT_FALSE(isOlderFamily(site.root, kPath, "News", "CP-1"));
+  EXPECT_TRUE(isOlderFamily(site.root, kBrowsed, "News", "CP"));
+  EXPECT_FALSE(isOlderFamily(site.root, kBrowsed, "News", "CP-1"));
   EXPECT_EQ(beforeHyphen("C-1"), "");
   EXPECT_EQ(beforeHyphen("none"), "");
 }

@@ -14,7 +14,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr std::chrono::year_month_day kDay{2026y, std::chrono::November, 25d};
+constexpr std::chrono::year_month_day kPrinted{2026y, std::chrono::November, 25d};
 
 std::string textOfPdf(const std::string& bytes, const TestSite& site) {
   site.write("c:\\sheet.pdf", bytes);
@@ -33,13 +33,13 @@ TEST(Sheet, PdfIsTheSameBytesAndHoldsEveryLetter) {
   const auto write = [&](std::chrono::year_month_day date) {
     return *writeSheet(sheet, {.date = date}, {}, SheetFormat::kPdf);
   };
-  const std::string bytes = write(kDay);
-  EXPECT_EQ(write(kDay), bytes);
+  const std::string bytes = write(kPrinted);
+  EXPECT_EQ(write(kPrinted), bytes);
   EXPECT_NE(write({2026y, std::chrono::November, 26d}), bytes);
   EXPECT_THAT(bytes, AllOf(HasSubstr("/CreationDate (D:20261125000000Z"), Not(HasSubstr("/ID"))));
   EXPECT_THAT(textOfPdf(bytes, site), AllOf(HasSubstr("007 - “ß” – €\n"), HasSubstr("Pegel [U+0416] – 50%2"),
                                             HasSubstr("page 1 of 1"), HasSubstr("Notes")));
-  EXPECT_THAT(textOfPdf(*writeSheet({"Empty", true, {}}, {.date = kDay}, {}, SheetFormat::kPdf), site),
+  EXPECT_THAT(textOfPdf(*writeSheet({"Empty", true, {}}, {.date = kPrinted}, {}, SheetFormat::kPdf), site),
               HasSubstr("no macros"));
 }
 

@@ -24,7 +24,7 @@ using testing::Not;
 constexpr std::chrono::year_month_day kDay{2026y, std::chrono::November, 25d};
 constexpr double kFoot = 18;
 
-SheetMacro macroOf(std::size_t commands, const std::string& line = "Level ==> 50.0%") {
+SheetMacro sheetMacro(std::size_t commands, const std::string& line = "Level ==> 50.0%") {
   SheetMacro macro{"c:\\m\\macroWP1", "007", "Opening", {}};
   for (std::size_t i = 0; i < commands; ++i)
     macro.commands.push_back({i < commands / 2 ? "Mainframe1" : "Mainframe2", line + std::to_string(i)});
@@ -52,7 +52,8 @@ bool shows(const SheetPage& page, const std::string& text) {
 
 TEST(Sheet, NothingIsCutOffOnAnyPaper) {
   const std::string words = "many words that go on until they wrap, ", word(400, 'W');
-  Sheet sheet{"Show", true, {macroOf(300), macroOf(1, word), macroOf(1, replaceAll(word, "W", words)), {}}};
+  Sheet sheet{
+      "Show", true, {sheetMacro(300), sheetMacro(1, word), sheetMacro(1, replaceAll(word, "W", words)), {}}};
   sheet.macros[1].name = replaceAll(std::string(20, 'x'), "x", "Große “Straße” – ");
   sheet.macros[1].place = "c:\\" + word;
   sheet.macros[2].commands[0].destination = word + "E";
@@ -85,7 +86,7 @@ TEST(Sheet, NothingIsCutOffOnAnyPaper) {
 TEST(Sheet, BreaksBetweenRowsAndSaysWhereItGoesOn) {
   const SheetOptions plain{.after = false, .findings = false, .notes = false, .date = kDay};
   const auto one = [&](std::size_t commands) {
-    Sheet sheet{"Show", false, {macroOf(commands)}};
+    Sheet sheet{"Show", false, {sheetMacro(commands)}};
     for (SheetCommand& command : sheet.macros[0].commands) command.destination = "Mainframe1";
     return pagesOf(sheet, plain);
   };
@@ -100,21 +101,21 @@ TEST(Sheet, BreaksBetweenRowsAndSaysWhereItGoesOn) {
   EXPECT_EQ(two.pages[0].bookmark, "007 - Opening");
   EXPECT_EQ(two.pages[1].bookmark, "");
   // A heading is never the last on its page.
-  Sheet sheet{"Show", false, {macroOf(full)}};
+  Sheet sheet{"Show", false, {sheetMacro(full)}};
   for (std::size_t i = 0; i + 1 < full; ++i) sheet.macros[0].commands[i].destination = "Mainframe1";
   EXPECT_TRUE(shows(pagesOf(sheet, plain).pages.at(1), "Mainframe2"));
   EXPECT_FALSE(shows(pagesOf(sheet, plain).pages.at(0), "Mainframe2"));
   // Notes have lines enough, on a page of their own if need be.
   SheetOptions notes = plain;
   notes.notes = true;
-  Sheet noted{"Show", false, {macroOf(full)}};
+  Sheet noted{"Show", false, {sheetMacro(full)}};
   EXPECT_GE(pagesOf(noted, notes).pages.at(1).rules.size(), 4U);
 }
 
 TEST(Sheet, TheTableLeadsToThePages) {
   Sheet sheet{"c:\\m", true, {}};
   for (std::size_t i = 0; i < 120; ++i) {
-    sheet.macros.push_back(macroOf(i));
+    sheet.macros.push_back(sheetMacro(i));
     sheet.macros.back().name = "Macro " + std::to_string(i);
     sheet.macros.back().number = std::to_string(i);
   }
