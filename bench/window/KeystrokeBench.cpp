@@ -17,6 +17,9 @@ constexpr std::size_t kFunctions = 100'000;
 constexpr std::size_t kBytesPerFunction = 52;  // of the file
 constexpr const char* kTyped = "wipe168";
 
+// A person looks at the dialog before the first key, and what painted it has gone to sleep.
+constexpr int kPause = 300;  // milliseconds
+
 // The toolkit paints what is large on threads, which the main window has started long before a dialog is
 // opened.
 void startPaintingThreads() {
@@ -102,6 +105,7 @@ const bool kRegistered[] = {
                .take =
                    [] {
                      clear();
+                     QTest::qWait(kPause);
                      double longest = 0;
                      for (const char* key = kTyped; *key != '\0'; ++key) {
                        const char pressed = *key;
