@@ -8,7 +8,7 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 preset=${PRESET:-release}
 compiler=()
-[ "$preset" = release ] || compiler=(clang lld)  # the sanitizer builds
+[ "$preset" = release ] || compiler=(clang lld libclang-rt-14-dev)  # the sanitizer builds
 install_missing "${build_packages[@]}" "${run_packages[@]}" "${compiler[@]}"
 
 cmake --preset "$preset" ${WERROR:+-DTESSALY_WERROR=ON} ${COVERAGE:+-DTESSALY_COVERAGE=ON} >/dev/null

@@ -1,9 +1,9 @@
 # Most of a compilation goes into the headers of the libraries, so the builds of .ci/run compile the files of a room in
-# groups, which takes half the time: all of them, or those with the longest headers, beside what is no room. With TESTS
+# groups, which takes half the time: all of them, or those that take longest, beside what is no room. With TESTS
 # no room, so that a change costs one file. Preset debug compiles each file by itself.
 set(TESSALY_GROUPED OFF CACHE STRING "What is compiled in groups of files: OFF, TESTS, the names of some rooms, or ON")
 
-# tessaly_grouped(TARGET SOURCES...): none of a group shares a file-local name with another.
+# tessaly_grouped(TARGET SOURCES...): none of a group shares a file-local name with another that could see it.
 function(tessaly_grouped target)
   if(NOT TESSALY_GROUPED)
     return()

@@ -8,7 +8,7 @@ build_packages=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev qt6-l10
   libcurl4-openssl-dev libssl-dev libzip-dev libhpdf-dev libxxhash-dev
   nlohmann-json3-dev curl libgtest-dev libgmock-dev libbenchmark-dev)
 run_packages=(python3 python3-pyftpdlib python3-jsonschema jq poppler-utils fonts-dejavu-core qt6-qpa-plugins xvfb xauth)
-check_packages=(clang-format-14 clang lld clang-tidy cppcheck openbox xdotool imagemagick python3-pyatspi at-spi2-core dbus-daemon
+check_packages=(clang-format-14 clang lld libclang-rt-14-dev clang-tidy cppcheck openbox xdotool imagemagick python3-pyatspi at-spi2-core dbus-daemon
   strace)
 # Of packaging/check.sh.
 package_check_packages=(lintian desktop-file-utils appstream shared-mime-info libxml2-utils libglib2.0-bin

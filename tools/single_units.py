@@ -15,8 +15,8 @@ from multiprocessing.pool import ThreadPool
 from pathlib import Path
 
 from build_units import units_of
+from changed_files import ROOT, changed_since
 
-ROOT = Path(__file__).resolve().parent.parent
 NO_ROOMS = {"tests", "bench", "fuzz", "build"}
 
 
@@ -38,9 +38,7 @@ def main():
     jobs = {path: unit for path, unit in units_of(arguments.build.resolve()).items()
             if unit.grouped and path.is_relative_to(ROOT) and path.relative_to(ROOT).parts[0] not in NO_ROOMS}
     if arguments.changed:
-        lines = subprocess.run(["git", "-C", ROOT, "diff", "--name-only", arguments.changed], check=True, text=True,
-                               stdout=subprocess.PIPE).stdout.splitlines()
-        changed = {(ROOT / line).with_suffix(".cpp") for line in lines}
+        changed = changed_since(arguments.changed)
         jobs = {path: unit for path, unit in jobs.items() if path in changed}
     with ThreadPool(os.cpu_count()) as pool:
         done = pool.map(lambda job: compiles(*job) if time.monotonic() < end else None,

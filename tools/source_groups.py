@@ -18,7 +18,6 @@ CONSTANTS = re.compile(r"^(?:static )?(?:constexpr|inline|const)\b[^;]*", re.M)
 CONSTANT = re.compile(r"\bk[A-Z]\w*")
 # Names of which nobody here sees whose they may be: only files that have the same ones go together.
 FOREIGN_NAMES = re.compile(r"^using (?:enum|namespace) (?!std::\w+_literals;)[^;]*;", re.M)
-# Names of a namespace of its own are nobody else's.
 NAMESPACE = re.compile(r"^namespace ([\w:]+) {", re.M)
 # The tests' own headers define names like those of a test.
 SHARED = re.compile(r'^#include "(tests/.*)"', re.M)
@@ -30,8 +29,9 @@ def local_names(path):
     text = path.read_text(encoding="utf-8")
     found = {name for match in LOCAL_NAME.findall(text) for name in match if name}
     found |= {name for line in CONSTANTS.findall(text) for name in CONSTANT.findall(line)}
-    space = NAMESPACE.search(text)
-    return {(space and space[1], name): what
+    spaces = set(NAMESPACE.findall(text))
+    space = tuple(spaces.pop().split("::")) if len(spaces) == 1 else ()
+    return {(space, name): what
             for name, what in {**dict.fromkeys(found, str(path)), **dict(ALIAS.findall(text))}.items()}
 
 
@@ -44,8 +44,17 @@ def shared_names(path):
     return names
 
 
+def sees(one, other):
+    """Whether what stands in one namespace may be seen from the other: they are the same, or one is around the other."""
+    return all(a == b for a, b in zip(one, other))
+
+
 def agree(some, others):
-    return all(others.get(name, what) == what for name, what in some.items())
+    named = {}
+    for (space, name), what in others.items():
+        named.setdefault(name, []).append((space, what))
+    return all(what == other for (space, name), what in some.items()
+               for around, other in named.get(name, []) if sees(space, around))
 
 
 class Group:

@@ -13,6 +13,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 from build_units import units_of
+from changed_files import ROOT, changed_since
 from source_groups import groups_of
 
 ROOMS = ["app", "editors", "windows", "widgets", "cli", "panelsim", "review", "link", "model", "classic", "values", "dictionary", "platform",
@@ -72,12 +73,15 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("build", type=Path, help="build folder with a compile_commands.json")
     parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--changed", metavar="REVISION", help="only files that differ from it, or whose header does")
     parser.add_argument("rooms", nargs="*")
     options = parser.parse_args()
-    root = Path(__file__).resolve().parent.parent
-    tidy = Tidy(root, options.build.resolve())
+    tidy = Tidy(ROOT, options.build.resolve())
+    changed = changed_since(options.changed) if options.changed else set()
+    everything = not options.changed or ROOT / ".clang-tidy" in changed
     # What is for another system is not built here.
-    built = {room: [path for path in sorted((root / room).glob("*.cpp")) if path in tidy.units]
+    built = {room: [path for path in sorted((ROOT / room).glob("*.cpp"))
+                    if path in tidy.units and (everything or path in changed)]
              for room in options.rooms or ROOMS}
     units = [unit for files in built.values() for unit in groups_of(files)]
     found = ""
